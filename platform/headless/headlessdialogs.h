@@ -1,0 +1,50 @@
+// Boxes answered by the timeline. An answer whose time has come waits for the next box; without one
+// the box gets its default button, and an open-file dialog is cancelled.
+#pragma once
+
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/headless/report.h"
+#include "platform/headless/timeline.h"
+#include "platform/headless/virtualclock.h"
+
+#include <deque>
+#include <iosfwd>
+#include <optional>
+#include <span>
+
+namespace platform {
+
+class HeadlessDialogs final : public Dialogs {
+  public:
+    /// What is referred to must outlive the dialogs.
+    HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock, const Files& files,
+                    Report& report, std::ostream& notes);
+
+    Button messageBox(std::string_view text, std::string_view caption,
+                      std::uint32_t style) override;
+    WarningAnswer warning(const WarningRequest& request) override;
+    std::string openFile(std::string_view title, std::string_view pattern,
+                         std::size_t limit) override;
+
+  private:
+    struct Waiting {
+        std::uint32_t timeMs;
+        TimelineAnswer answer;
+    };
+
+    /// Uses the oldest answer up, if its time has come.
+    std::optional<TimelineAnswer> nextAnswer();
+    /// Index of the button that `answer` names, 0 when there is no answer or no such button.
+    std::size_t choose(std::string_view caption, std::span<const std::string_view> buttons,
+                       const std::optional<TimelineAnswer>& answer);
+    std::string chosenFile(std::string_view title, std::size_t limit);
+
+    std::deque<Waiting> waiting_;
+    const VirtualClock& clock_;
+    const Files& files_;
+    Report& report_;
+    std::ostream& notes_;
+};
+
+} // namespace platform

@@ -1,0 +1,42 @@
+#include "platform/headless/headlessplatform.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+
+namespace platform {
+
+namespace {
+
+std::ostream& orElse(std::ostream* chosen, std::ostream& usual) { return chosen ? *chosen : usual; }
+
+} // namespace
+
+HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
+    : stepMs_(std::max(options.stepMs, 1u)), report_(orElse(options.report, std::cout), clock_),
+      files_(options.host), modules_(options.resources, options.versionStrings),
+      display_(options.screen, report_), events_(options.timeline, options.untilMs, clock_,
+                                                 display_, orElse(options.notes, std::cerr)),
+      dialogs_(options.timeline, clock_, files_, report_, orElse(options.notes, std::cerr)) {}
+
+void HeadlessPlatform::programEnds(int exitCode) {
+    if (endReported_) return;
+    endReported_ = true;
+    const std::string_view cause = events_.quitCause();
+    if (exitCode != 0 || cause.empty()) {
+        report_.line("end", {std::to_string(exitCode)});
+    } else {
+        report_.line("end", {cause});
+    }
+}
+
+void HeadlessPlatform::terminate(int exitCode) {
+    programEnds(exitCode);
+    std::cout.flush();
+    std::fflush(nullptr);
+    std::_Exit(exitCode);
+}
+
+} // namespace platform

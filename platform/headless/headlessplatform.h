@@ -1,0 +1,64 @@
+// The machine without a person: virtual time, input from a timeline, and a report of everything
+// that would have been noticed. A full back end: the program runs on it as it does in its window.
+#pragma once
+
+#include "platform/headless/headlessdialogs.h"
+#include "platform/headless/headlessdisplay.h"
+#include "platform/headless/report.h"
+#include "platform/headless/timeline.h"
+#include "platform/headless/timelineevents.h"
+#include "platform/headless/virtualclock.h"
+#include "platform/host/hostfiles.h"
+#include "platform/host/hostmodules.h"
+#include "platform/host/hostoptions.h"
+#include "platform/platform.h"
+
+#include <cstdint>
+#include <iosfwd>
+#include <optional>
+#include <span>
+
+namespace platform {
+
+struct HeadlessOptions {
+    HostOptions host{};
+    Timeline timeline{};
+    std::optional<std::uint32_t>
+        untilMs{};            ///< when a quit comes by itself, in the main loop's time
+    std::uint32_t stepMs = 1; ///< time of one pass of the main loop; 0 counts as 1
+    ScreenMode screen{};
+    std::span<const ProgramResource> resources{};
+    std::span<const VersionString> versionStrings{};
+    std::ostream* report = nullptr; ///< standard output when null
+    std::ostream* notes = nullptr;  ///< standard error when null; complaints about the timeline
+};
+
+class HeadlessPlatform final : public Platform {
+  public:
+    explicit HeadlessPlatform(const HeadlessOptions& options);
+
+    [[nodiscard]] VirtualClock& clock() override { return clock_; }
+    [[nodiscard]] Display& display() override { return display_; }
+    [[nodiscard]] Events& events() override { return events_; }
+    [[nodiscard]] Dialogs& dialogs() override { return dialogs_; }
+    [[nodiscard]] Files& files() override { return files_; }
+    [[nodiscard]] Modules& modules() override { return modules_; }
+
+    void mainLoopBegins() override { clock_.beginLoop(); }
+    void passEnded() override { clock_.sleep(stepMs_); }
+    void programEnds(int exitCode) override;
+    [[noreturn]] void terminate(int exitCode) override;
+
+  private:
+    std::uint32_t stepMs_;
+    VirtualClock clock_;
+    Report report_;
+    HostFiles files_;
+    HostModules modules_;
+    HeadlessDisplay display_;
+    TimelineEvents events_;
+    HeadlessDialogs dialogs_;
+    bool endReported_ = false;
+};
+
+} // namespace platform

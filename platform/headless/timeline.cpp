@@ -1,0 +1,235 @@
+#include "platform/headless/timeline.h"
+
+#include "platform/host/latin1.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <istream>
+#include <limits>
+#include <optional>
+#include <string_view>
+
+namespace platform {
+
+namespace {
+
+constexpr int kLargestCommand = 0xFFFF;
+
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
+
+/// Reads a line from left to right; every step moves on or fails.
+class LineReader {
+  public:
+    explicit LineReader(std::string_view line) : rest_(line) {}
+
+    void skipBlanks() { rest_.remove_prefix(countWhile(isBlank)); }
+
+    /// The next word, empty at the line's end.
+    std::string_view word() {
+        skipBlanks();
+        const std::string_view word =
+            rest_.substr(0, countWhile([](char c) { return !isBlank(c); }));
+        rest_.remove_prefix(word.size());
+        return word;
+    }
+
+    /// The next word as a decimal number from `least` to `most`.
+    template <class Number>
+    std::optional<Number> number(Number least, Number most) {
+        const std::string_view digits = word();
+        Number value{};
+        const auto [end, error] =
+            std::from_chars(digits.data(), digits.data() + digits.size(), value);
+        const bool whole = error == std::errc() && end == digits.data() + digits.size();
+        if (!whole || value < least || value > most) return std::nullopt;
+        return value;
+    }
+
+    /// Everything behind the one blank that ends the word before, with its other blanks.
+    std::string_view remainder() {
+        const std::string_view text = rest_.empty() ? rest_ : rest_.substr(1);
+        rest_ = {};
+        return text;
+    }
+
+    /// Everything left without the blanks around it.
+    std::string_view text() {
+        skipBlanks();
+        std::string_view text = rest_;
+        while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+        rest_ = {};
+        return text;
+    }
+
+    bool atEnd() {
+        skipBlanks();
+        return rest_.empty();
+    }
+
+  private:
+    template <class Test>
+    [[nodiscard]] std::size_t countWhile(Test test) const {
+        return static_cast<std::size_t>(std::ranges::find_if_not(rest_, test) - rest_.begin());
+    }
+
+    std::string_view rest_;
+};
+
+using What = std::optional<decltype(TimelineEvent::what)>;
+
+std::optional<std::string> latin1Text(std::string_view text) {
+    const auto characters = decodeUtf8(text);
+    return characters ? latin1FromCharacters(*characters) : std::string(text);
+}
+
+constexpr std::array<std::string_view, 27> kKeyNames{
+    "Backspace", "Tab", "Enter", "Pause", "Esc",    "PageUp", "PageDown", "End", "Home",
+    "Left",      "Up",  "Right", "Down",  "Insert", "Delete", "F1",       "F2",  "F3",
+    "F4",        "F5",  "F6",    "F7",    "F8",     "F9",     "F10",      "F11", "F12"};
+constexpr auto kFirstKey = static_cast<std::uint16_t>(Key::Backspace);
+static_assert(kFirstKey + kKeyNames.size() - 1 == static_cast<std::size_t>(Key::F12));
+
+std::optional<std::uint16_t> keyCode(std::string_view name) {
+    const auto named = std::ranges::find(kKeyNames, name);
+    if (named != kKeyNames.end()) {
+        return static_cast<std::uint16_t>(kFirstKey + (named - kKeyNames.begin()));
+    }
+    const auto character = latin1Text(name);
+    if (!character || character->size() != 1) return std::nullopt;
+    const auto code = static_cast<unsigned char>((*character)[0]);
+    return code >= 0x20 ? std::optional<std::uint16_t>(code) : std::nullopt;
+}
+
+std::uint16_t controlled(std::uint16_t code) {
+    const bool letter = (code >= 'a' && code <= 'z') || (code >= 'A' && code <= 'Z');
+    return letter ? code & 0x1F : code;
+}
+
+template <Message::Kind kind>
+What readPlain(LineReader&) {
+    return Message{.kind = kind};
+}
+
+template <Message::Kind kind>
+What readMouse(LineReader& line) {
+    using Limits = std::numeric_limits<int>;
+    const auto x = line.number(Limits::min(), Limits::max());
+    const auto y = line.number(Limits::min(), Limits::max());
+    if (!x || !y) return std::nullopt;
+    return Message{.kind = kind, .position = {*x, *y}};
+}
+
+What readKey(LineReader& line) {
+    // A blank may be the key itself.
+    std::string_view name = line.remainder();
+    while (name.size() > 1 && isBlank(name.front())) name.remove_prefix(1);
+    constexpr std::string_view kControl = "Ctrl-";
+    const bool control = name.starts_with(kControl);
+    if (control) name.remove_prefix(kControl.size());
+    while (name.size() > 1 && isBlank(name.back())) name.remove_suffix(1);
+    const auto code = keyCode(name);
+    if (!code) return std::nullopt;
+    return Message{.kind = Message::Kind::Key,
+                   .key = {control ? controlled(*code) : *code, control}};
+}
+
+What readCommand(LineReader& line) {
+    const auto command = line.number(0, kLargestCommand);
+    if (!command) return std::nullopt;
+    return Message{.kind = Message::Kind::Command, .command = *command};
+}
+
+What readAnswer(LineReader& line) {
+    constexpr std::string_view kChecked = "checked";
+    LineReader words = line;
+    const bool checked = words.word() == kChecked;
+    const auto button = latin1Text(checked ? words.text() : line.text());
+    line.text();
+    if (!button || button->empty()) return std::nullopt;
+    return TimelineAnswer{*button, checked};
+}
+
+What readScreenshot(LineReader& line) {
+    const std::string_view file = line.text();
+    if (file.empty()) return std::nullopt;
+    return TimelineScreenshot{std::string(file)};
+}
+
+struct Verb {
+    std::string_view name;
+    What (*read)(LineReader&);
+    std::string_view wants; ///< what has to follow, for the complaint
+};
+
+constexpr std::string_view kNothing = "nothing after it";
+constexpr std::string_view kPosition = "two numbers, x and y";
+
+constexpr std::array kVerbs{
+    Verb{"move", readMouse<Message::Kind::MouseMove>, kPosition},
+    Verb{"down", readMouse<Message::Kind::MouseDown>, kPosition},
+    Verb{"up", readMouse<Message::Kind::MouseUp>, kPosition},
+    Verb{"double", readMouse<Message::Kind::DoubleClick>, kPosition},
+    Verb{"key", readKey, "one Latin-1 character or the name of a key"},
+    Verb{"command", readCommand, "a number from 0 to 65535"},
+    Verb{"answer", readAnswer, "the text of a button"},
+    Verb{"background", readPlain<Message::Kind::Background>, kNothing},
+    Verb{"foreground", readPlain<Message::Kind::Foreground>, kNothing},
+    Verb{"screenshot", readScreenshot, "a file name"},
+    Verb{"quit", readPlain<Message::Kind::Quit>, kNothing},
+};
+
+std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+
+using Parsed = std::variant<TimelineEvent, std::string>; // or what is wrong
+
+Parsed parseEvent(LineReader line) {
+    using Limits = std::numeric_limits<std::uint32_t>;
+    const auto time = line.number(Limits::min(), Limits::max());
+    if (!time) return "the line does not begin with a time in milliseconds";
+    const std::string_view name = line.word();
+    const auto verb = std::ranges::find(kVerbs, name, &Verb::name);
+    if (verb == kVerbs.end()) return "unknown event " + quoted(name);
+    What what = verb->read(line);
+    if (!what || !line.atEnd()) {
+        return quoted(name) + " wants " + std::string(verb->wants);
+    }
+    return TimelineEvent{*time, *std::move(what)};
+}
+
+bool isSkipped(std::string_view line) {
+    LineReader reader(line);
+    reader.skipBlanks();
+    return reader.atEnd() || reader.word().starts_with('#');
+}
+
+/// Drops what editors leave on a line: the byte order mark and the carriage return.
+std::string_view trimmed(std::string_view line, int number) {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (number == 1 && line.starts_with(kByteOrderMark)) line.remove_prefix(kByteOrderMark.size());
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+}
+
+} // namespace
+
+std::variant<Timeline, TimelineError> parseTimeline(std::istream& input) {
+    Timeline timeline;
+    std::string text;
+    int number = 0;
+    while (std::getline(input, text)) {
+        ++number;
+        const std::string_view line = trimmed(text, number);
+        if (isSkipped(line)) continue;
+        Parsed parsed = parseEvent(LineReader(line));
+        if (const auto* wrong = std::get_if<std::string>(&parsed)) {
+            return TimelineError{number, *wrong};
+        }
+        timeline.push_back(std::get<TimelineEvent>(std::move(parsed)));
+    }
+    if (input.bad()) return TimelineError{number + 1, "the input cannot be read"};
+    std::ranges::stable_sort(timeline, {}, &TimelineEvent::timeMs);
+    return timeline;
+}
+
+} // namespace platform

@@ -1,0 +1,50 @@
+// What happens to a headless program from outside, written down beforehand. One event a line:
+//
+//     500 move 320 240         also down, up and double; screen pixels
+//     800 key a                one character or a name (Backspace, F1, ...); "Ctrl-" may go before
+//     900 command 59396        a menu command, 0 to 65535
+//     950 answer Sair          for the next box; "checked" before it ticks the check box
+//     1000 background          also foreground
+//     1200 screenshot a.png    what is on the screen now
+//     1300 quit
+//
+// Times are milliseconds since the main loop began. Blank lines and lines that start with "#" are
+// skipped. Texts are UTF-8; a text that is not well-formed UTF-8 counts as Latin-1.
+#pragma once
+
+#include "platform/events.h"
+
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace platform {
+
+struct TimelineAnswer {
+    std::string button; ///< text of a button, or the path for an open-file dialog; Latin-1
+    bool checked = false;
+};
+
+struct TimelineScreenshot {
+    std::string file; ///< host path name, relative to the process's working folder
+};
+
+struct TimelineEvent {
+    std::uint32_t timeMs = 0;
+    std::variant<Message, TimelineAnswer, TimelineScreenshot> what;
+};
+
+/// In order of time; events of equal time in the order of the file.
+using Timeline = std::vector<TimelineEvent>;
+
+struct TimelineError {
+    int line = 0; ///< counted from 1
+    std::string text;
+};
+
+/// Reads the whole input; stops at the first line that cannot be read.
+[[nodiscard]] std::variant<Timeline, TimelineError> parseTimeline(std::istream& input);
+
+} // namespace platform

@@ -1,0 +1,98 @@
+#include "platform/headless/timelineevents.h"
+
+#include <algorithm>
+#include <ostream>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+bool isMouse(Message::Kind kind) {
+    return kind == Message::Kind::MouseDown || kind == Message::Kind::MouseUp ||
+           kind == Message::Kind::MouseMove || kind == Message::Kind::DoubleClick;
+}
+
+Rect boundsOf(const ScreenMode& mode) { return {0, 0, mode.width, mode.height}; }
+
+} // namespace
+
+TimelineEvents::TimelineEvents(const Timeline& timeline, std::optional<std::uint32_t> untilMs,
+                               VirtualClock& clock, const HeadlessDisplay& display,
+                               std::ostream& notes)
+    : waiting_(entriesOf(timeline, untilMs)), clock_(clock), display_(display), notes_(notes) {}
+
+std::deque<TimelineEvents::Entry> TimelineEvents::entriesOf(const Timeline& timeline,
+                                                            std::optional<std::uint32_t> untilMs) {
+    std::deque<Entry> entries;
+    for (const TimelineEvent& event : timeline) {
+        if (const auto* message = std::get_if<Message>(&event.what)) {
+            entries.push_back({event.timeMs, *message});
+        } else if (const auto* screenshot = std::get_if<TimelineScreenshot>(&event.what)) {
+            entries.push_back({event.timeMs, *screenshot});
+        }
+    }
+    if (untilMs) {
+        const auto behind = std::ranges::upper_bound(entries, *untilMs, {}, &Entry::timeMs);
+        entries.insert(behind, {*untilMs, Until{}});
+    }
+    return entries;
+}
+
+bool TimelineEvents::take(Message& message) {
+    while (clock_.loopHasBegun() && !waiting_.empty() &&
+           waiting_.front().timeMs <= clock_.loopMs()) {
+        const Entry entry = std::move(waiting_.front());
+        waiting_.pop_front();
+        if (deliver(entry, message)) return true;
+    }
+    return false;
+}
+
+bool TimelineEvents::wait(Message& message) {
+    while (!take(message)) {
+        if (!clock_.loopHasBegun() || waiting_.empty()) return false;
+        clock_.moveToLoopMs(waiting_.front().timeMs);
+    }
+    return true;
+}
+
+bool TimelineEvents::deliver(const Entry& entry, Message& message) {
+    if (const auto* screenshot = std::get_if<TimelineScreenshot>(&entry.what)) {
+        if (!display_.saveScreenshot(screenshot->file)) {
+            notes_ << "screenshot " << screenshot->file << " cannot be written" << std::endl;
+        }
+        return false;
+    }
+    if (const auto* given = std::get_if<Message>(&entry.what)) {
+        message = *given;
+    } else {
+        message = {.kind = Message::Kind::Quit};
+    }
+    // The program's clock may have run for a while before the main loop began.
+    const auto lateMs = static_cast<std::uint32_t>(clock_.loopMs() - entry.timeMs);
+    message.timeMs = clock_.milliseconds() - lateMs;
+    if (isMouse(message.kind) && !captured_) {
+        message.position = nearestInside(message.position, boundsOf(display_.mode()));
+    }
+    if (message.kind == Message::Kind::Quit) {
+        deliverQuit(std::holds_alternative<Until>(entry.what) ? "until" : "quit");
+    }
+    return true;
+}
+
+void TimelineEvents::deliverQuit(std::string_view cause) {
+    if (quitCause_.empty()) quitCause_ = cause;
+}
+
+void TimelineEvents::discardInput() {
+    const auto isDroppedInput = [this](const Entry& entry) {
+        const auto* message = std::get_if<Message>(&entry.what);
+        return message && entry.timeMs <= clock_.loopMs() &&
+               (isMouse(message->kind) || message->kind == Message::Kind::Key);
+    };
+    if (clock_.loopHasBegun()) std::erase_if(waiting_, isDroppedInput);
+    captured_ = false;
+}
+
+} // namespace platform

@@ -1,0 +1,54 @@
+// Input that was written down beforehand: an event becomes a message when its time has come,
+// however long the program takes to fetch it. Screenshots stand in the same queue and are taken
+// when the program reaches them.
+#pragma once
+
+#include "platform/events.h"
+#include "platform/headless/headlessdisplay.h"
+#include "platform/headless/timeline.h"
+#include "platform/headless/virtualclock.h"
+
+#include <deque>
+#include <iosfwd>
+#include <optional>
+#include <string_view>
+
+namespace platform {
+
+class TimelineEvents final : public Events {
+  public:
+    /// `untilMs` is the time of an additional quit. What is referred to must outlive the queue.
+    TimelineEvents(const Timeline& timeline, std::optional<std::uint32_t> untilMs,
+                   VirtualClock& clock, const HeadlessDisplay& display, std::ostream& notes);
+
+    bool take(Message& message) override;
+    bool wait(Message& message) override;
+    void discardInput() override;
+    void captureMouse(bool captured) override { captured_ = captured; }
+
+    /// What the first quit message that was taken came from: "until" or "quit"; empty before.
+    [[nodiscard]] std::string_view quitCause() const { return quitCause_; }
+
+  private:
+    struct Until {};
+    struct Entry {
+        std::uint32_t timeMs;
+        std::variant<Message, TimelineScreenshot, Until> what;
+    };
+
+    static std::deque<Entry> entriesOf(const Timeline& timeline,
+                                       std::optional<std::uint32_t> untilMs);
+
+    /// True when the entry is a message for the program.
+    bool deliver(const Entry& entry, Message& message);
+    void deliverQuit(std::string_view cause);
+
+    std::deque<Entry> waiting_;
+    VirtualClock& clock_;
+    const HeadlessDisplay& display_;
+    std::ostream& notes_;
+    bool captured_ = false;
+    std::string_view quitCause_;
+};
+
+} // namespace platform

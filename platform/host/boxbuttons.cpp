@@ -1,0 +1,38 @@
+#include "platform/host/boxbuttons.h"
+
+#include <array>
+
+namespace platform {
+
+namespace {
+
+constexpr std::array kOk{Button::Ok};
+constexpr std::array kOkCancel{Button::Ok, Button::Cancel};
+constexpr std::array kYesNoCancel{Button::Yes, Button::No, Button::Cancel};
+constexpr std::array kYesNo{Button::Yes, Button::No};
+constexpr std::array kRetryCancel{Button::Retry, Button::Cancel};
+
+} // namespace
+
+std::span<const Button> boxButtons(std::uint32_t style) {
+    switch (style & boxstyle::kButtonMask) {
+    case boxstyle::kOkCancel: return kOkCancel;
+    case boxstyle::kYesNoCancel: return kYesNoCancel;
+    case boxstyle::kYesNo: return kYesNo;
+    case boxstyle::kRetryCancel: return kRetryCancel;
+    default: return kOk;
+    }
+}
+
+std::string_view buttonText(Button button) {
+    switch (button) {
+    case Button::Ok: return "OK";
+    case Button::Cancel: return "Cancel";
+    case Button::Retry: return "Retry";
+    case Button::Yes: return "Yes";
+    case Button::No: return "No";
+    }
+    return {};
+}
+
+} // namespace platform

@@ -1,0 +1,14 @@
+// An open file of the host. Not buffered: what was written is with the host, so nothing is lost
+// when the process ends at once.
+#pragma once
+
+#include "platform/files.h"
+
+#include <string>
+
+namespace platform {
+
+/// Opens by the host's path name; null when that is no regular file or cannot be opened.
+[[nodiscard]] std::unique_ptr<File> openHostFile(const std::string& hostPath, OpenMode mode);
+
+} // namespace platform

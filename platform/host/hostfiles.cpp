@@ -1,0 +1,268 @@
+#include "platform/host/hostfiles.h"
+
+#include "platform/host/hostfile.h"
+#include "platform/host/latin1.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdlib>
+#include <filesystem>
+#include <sys/statvfs.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kNetwork = '\0'; // a place that no drive letter leads to
+constexpr char kHostDrive = 'C';
+constexpr char kCdDrive = 'D';
+constexpr char kContentDrive = 'E';
+constexpr char kHomeDrive = 'F';
+
+constexpr std::size_t kUsualSector = 4096;
+constexpr std::size_t kLargestSector = 65536;
+
+bool isSeparator(char c) { return c == '\\' || c == '/'; }
+
+bool isDriveLetter(char c) { return upperLatin1(c) >= 'A' && upperLatin1(c) <= 'Z'; }
+
+char driveLetter(char c) { return static_cast<char>(upperLatin1(c)); }
+
+/// Cuts the text before the next separator off `path`.
+std::string_view takePart(std::string_view& path) {
+    const auto end = std::ranges::find_if(path, isSeparator);
+    const std::string_view part(path.begin(), end);
+    path.remove_prefix(std::min(part.size() + 1, path.size()));
+    return part;
+}
+
+void appendParts(std::vector<std::string>& parts, std::string_view path) {
+    while (!path.empty()) {
+        const std::string_view part = takePart(path);
+        if (part.empty() || part == ".") continue;
+        if (part != "..") {
+            parts.emplace_back(part);
+        } else if (!parts.empty()) {
+            parts.pop_back();
+        }
+    }
+}
+
+/// The program's form of one name of the host; none when it has none.
+std::optional<std::string> programName(const std::string& hostName) {
+    if (hostName.find('\\') != std::string::npos) return std::nullopt;
+    return latin1FromUtf8(hostName);
+}
+
+std::string absoluteHostPath(const std::string& hostPath) {
+    std::error_code error;
+    fs::path absolute = fs::weakly_canonical(hostPath.empty() ? "." : hostPath, error);
+    if (error || absolute.is_relative()) absolute = fs::absolute(hostPath, error);
+    std::string text = absolute.lexically_normal().string();
+    while (!text.empty() && text.back() == '/') text.pop_back();
+    return text;
+}
+
+std::string environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+std::string defaultHome() {
+    const std::string data = environment("XDG_DATA_HOME");
+    if (data.starts_with('/')) return data + "/zorbet"; // others are to be ignored by the XDG rules
+    const std::string user = environment("HOME");
+    return (user.empty() ? "." : user) + "/.local/share/zorbet";
+}
+
+/// Calls `visit` with the host's and the program's name of each entry that has both.
+template <class Visit>
+void eachEntry(const std::string& hostFolder, Visit visit) {
+    std::error_code error;
+    fs::directory_iterator entry(hostFolder + "/", error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        const std::string hostName = entry->path().filename().string();
+        if (auto name = programName(hostName)) visit(*entry, hostName, *std::move(name));
+    }
+}
+
+/// The host's name of the entry that `part` means; none when the folder has no such entry.
+std::optional<std::string> matchingName(const std::string& hostFolder, const std::string& part) {
+    std::error_code error;
+    const std::string exact = utf8FromLatin1(part);
+    if (fs::exists(fs::symlink_status(hostFolder + "/" + exact, error))) return exact;
+    std::optional<std::string> best;
+    eachEntry(hostFolder, [&](const fs::directory_entry&, const std::string& hostName,
+                              const std::string& name) {
+        if (equalIgnoringCase(name, part) && (!best || hostName < *best)) best = hostName;
+    });
+    return best;
+}
+
+bool isFile(const std::optional<std::string>& hostPath) {
+    std::error_code error;
+    return hostPath && fs::is_regular_file(*hostPath, error);
+}
+
+} // namespace
+
+HostFiles::HostFiles(const HostOptions& options)
+    : drives_{{kHostDrive, ""}},
+      hostHome_(absoluteHostPath(options.home.empty() ? defaultHome() : options.home)),
+      current_(anchor(absoluteHostPath(options.content), kContentDrive)),
+      home_(anchor(hostHome_, kHomeDrive)) {
+    if (!options.cd.empty()) drives_.push_back({kCdDrive, absoluteHostPath(options.cd)});
+}
+
+HostFiles::Place HostFiles::anchor(const std::string& hostPath, char ownDrive) {
+    if (auto place = placeBelow(kHostDrive, hostPath)) return *std::move(place);
+    drives_.push_back({ownDrive, hostPath});
+    return {ownDrive, {}};
+}
+
+std::optional<HostFiles::Place> HostFiles::placeBelow(char drive, const std::string& hostPath) {
+    const auto name = programName(hostPath);
+    if (!name) return std::nullopt;
+    Place place{drive, {}};
+    appendParts(place.parts, *name);
+    return place;
+}
+
+std::string HostFiles::textOf(const Place& place) {
+    std::string text =
+        place.drive == kNetwork ? std::string("\\\\") : place.drive + std::string(":\\");
+    for (std::size_t i = 0; i < place.parts.size(); ++i) {
+        if (i > 0) text += '\\';
+        text += place.parts[i];
+    }
+    return text;
+}
+
+HostFiles::Place HostFiles::placeOf(std::string_view path) const {
+    const bool rooted = !path.empty() && isSeparator(path[0]);
+    Place place{current_.drive, {}};
+    if (path.size() >= 2 && path[1] == ':' && isDriveLetter(path[0])) {
+        place.drive = driveLetter(path[0]);
+        path.remove_prefix(2);
+        // "C:name" starts from the drive's own current directory; only one drive has one.
+        const bool fromRoot = !path.empty() && isSeparator(path[0]);
+        if (!fromRoot && place.drive == current_.drive) place.parts = current_.parts;
+    } else if (rooted && path.size() >= 2 && isSeparator(path[1])) {
+        place.drive = kNetwork;
+    } else if (!rooted) {
+        place.parts = current_.parts;
+    }
+    appendParts(place.parts, path);
+    return place;
+}
+
+const HostFiles::Drive* HostFiles::driveOf(char letter) const {
+    const auto found = std::ranges::find(drives_, driveLetter(letter), &Drive::letter);
+    return found == drives_.end() ? nullptr : &*found;
+}
+
+bool HostFiles::isBelowHome(const Place& place) const {
+    return place.drive == home_.drive && place.parts.size() > home_.parts.size() &&
+           std::equal(home_.parts.begin(), home_.parts.end(), place.parts.begin(),
+                      equalIgnoringCase);
+}
+
+std::optional<std::string> HostFiles::locate(const Place& place, bool create) const {
+    const Drive* drive = driveOf(place.drive);
+    if (!drive) return std::nullopt;
+    std::string hostPath = drive->root;
+    for (const std::string& part : place.parts) {
+        if (part.find('\0') != std::string::npos) return std::nullopt;
+        std::optional<std::string> name = matchingName(hostPath, part);
+        if (!name && create && &part == &place.parts.back()) name = utf8FromLatin1(part);
+        if (!name) return std::nullopt;
+        hostPath += '/';
+        hostPath += *name;
+    }
+    return hostPath.empty() ? "/" : hostPath;
+}
+
+std::unique_ptr<File> HostFiles::open(std::string_view path, OpenMode mode) {
+    const bool writes = mode == OpenMode::Write || mode == OpenMode::Append;
+    const Place place = placeOf(path);
+    if (writes && isBelowHome(place)) {
+        std::error_code error; // a folder that cannot be made shows when the file cannot be
+        fs::create_directories(hostHome_, error);
+    }
+    const auto hostPath = locate(place, writes);
+    return hostPath ? openHostFile(*hostPath, mode) : nullptr;
+}
+
+bool HostFiles::exists(std::string_view path) const { return isFile(hostPath(path)); }
+
+bool HostFiles::isWritable(std::string_view path) const {
+    const auto found = hostPath(path);
+    return isFile(found) && ::access(found->c_str(), W_OK) == 0;
+}
+
+std::vector<DirectoryEntry> HostFiles::list(std::string_view directory) const {
+    std::vector<DirectoryEntry> entries;
+    const auto folder = hostPath(directory);
+    if (!folder) return entries;
+    eachEntry(*folder, [&](const fs::directory_entry& entry, const std::string&, std::string name) {
+        std::error_code error;
+        entries.push_back({std::move(name), entry.is_directory(error)});
+    });
+    std::ranges::sort(entries, lessIgnoringCase, &DirectoryEntry::name);
+    return entries;
+}
+
+std::string HostFiles::fullPath(std::string_view path) const { return textOf(placeOf(path)); }
+
+std::string HostFiles::currentDirectory() const { return textOf(current_); }
+
+std::string HostFiles::homeDirectory() const { return textOf(home_); }
+
+/// The nearest folder that is there: the home directory may be made later.
+std::string HostFiles::measuredFolder(const Drive& drive) const {
+    std::error_code error;
+    fs::path folder =
+        drive.letter == kHostDrive || drive.letter == kHomeDrive ? hostHome_ : drive.root;
+    while (folder.has_relative_path() && !fs::is_directory(folder, error)) {
+        folder = folder.parent_path();
+    }
+    return folder.empty() ? "/" : folder.string();
+}
+
+std::optional<std::uint64_t> HostFiles::freeSpace(char drive) const {
+    const Drive* found = driveOf(drive);
+    struct statvfs status {};
+    if (!found || ::statvfs(measuredFolder(*found).c_str(), &status) != 0) return std::nullopt;
+    return std::uint64_t{status.f_bavail} * status.f_frsize;
+}
+
+std::size_t HostFiles::sectorSize(char drive) const {
+    const Drive* found = driveOf(drive);
+    struct statvfs status {};
+    if (!found || ::statvfs(measuredFolder(*found).c_str(), &status) != 0) return kUsualSector;
+    // Some hosts name sizes that are no unit of anything; readers count in powers of two.
+    const std::size_t size = status.f_frsize;
+    const bool usable = std::has_single_bit(size) && size >= 512 && size <= kLargestSector;
+    return usable ? size : kUsualSector;
+}
+
+std::optional<std::string> HostFiles::hostPath(std::string_view path) const {
+    return locate(placeOf(path), false);
+}
+
+std::optional<std::string> HostFiles::programPath(std::string_view hostPath) const {
+    const std::string absolute = absoluteHostPath(std::string(hostPath));
+    for (const Drive& drive : drives_) {
+        if (!absolute.starts_with(drive.root + "/")) continue;
+        const auto place = placeBelow(drive.letter, absolute.substr(drive.root.size()));
+        if (place) return textOf(*place);
+    }
+    return std::nullopt;
+}
+
+} // namespace platform

@@ -1,0 +1,15 @@
+// Where the program's files lie on the host. Host path names; relative ones start from the working
+// folder of the process.
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+struct HostOptions {
+    std::string content; ///< current directory of the program; the working folder when empty
+    std::string cd;      ///< drive D:; no such drive when empty
+    std::string home;    ///< home directory; a folder of the user's data folder when empty
+};
+
+} // namespace platform

@@ -1,0 +1,106 @@
+#include "platform/host/latin1.h"
+
+#include <algorithm>
+#include <compare>
+#include <cstddef>
+
+namespace platform {
+
+namespace {
+
+unsigned char byteOf(char c) { return static_cast<unsigned char>(c); }
+
+struct Decoded {
+    char32_t character;
+    std::size_t length; ///< bytes, 0 when they are not well-formed
+};
+
+/// The length that a lead byte announces and the least character that needs it; 0 for other bytes.
+struct Lead {
+    std::size_t length;
+    char32_t least;
+};
+
+Lead leadOf(unsigned char byte) {
+    if (byte < 0x80) return {1, 0};
+    if (byte >= 0xC2 && byte < 0xE0) return {2, 0x80};
+    if (byte >= 0xE0 && byte < 0xF0) return {3, 0x800};
+    if (byte >= 0xF0 && byte < 0xF5) return {4, 0x10000};
+    return {0, 0};
+}
+
+Decoded decodeFirst(std::string_view text) {
+    const auto [length, least] = leadOf(byteOf(text[0]));
+    if (length == 0 || length > text.size()) return {0, 0};
+    if (length == 1) return {byteOf(text[0]), 1};
+    char32_t character = byteOf(text[0]) & (0x7Fu >> length);
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byteOf(text[i]) & 0xC0) != 0x80) return {0, 0};
+        character = (character << 6) | (byteOf(text[i]) & 0x3Fu);
+    }
+    const bool surrogate = character >= 0xD800 && character < 0xE000;
+    if (character < least || character > 0x10FFFF || surrogate) return {0, 0};
+    return {character, length};
+}
+
+} // namespace
+
+std::string utf8FromLatin1(std::string_view latin1) {
+    std::string utf8;
+    utf8.reserve(latin1.size());
+    for (const char c : latin1) {
+        if (byteOf(c) < 0x80) {
+            utf8 += c;
+        } else {
+            utf8 += static_cast<char>(0xC0 | (byteOf(c) >> 6));
+            utf8 += static_cast<char>(0x80 | (byteOf(c) & 0x3F));
+        }
+    }
+    return utf8;
+}
+
+std::optional<std::u32string> decodeUtf8(std::string_view utf8) {
+    std::u32string characters;
+    while (!utf8.empty()) {
+        const auto [character, length] = decodeFirst(utf8);
+        if (length == 0) return std::nullopt;
+        characters += character;
+        utf8.remove_prefix(length);
+    }
+    return characters;
+}
+
+std::optional<std::string> latin1FromCharacters(std::u32string_view characters) {
+    std::string latin1;
+    for (const char32_t character : characters) {
+        if (character > 0xFF) return std::nullopt;
+        latin1 += static_cast<char>(character);
+    }
+    return latin1;
+}
+
+std::optional<std::string> latin1FromUtf8(std::string_view utf8) {
+    const auto characters = decodeUtf8(utf8);
+    return characters ? latin1FromCharacters(*characters) : std::nullopt;
+}
+
+unsigned char upperLatin1(char byte) {
+    const unsigned char c = byteOf(byte);
+    const bool small = (c >= 'a' && c <= 'z') || (c >= 0xE0 && c <= 0xFE && c != 0xF7);
+    return small ? static_cast<unsigned char>(c - 0x20) : c;
+}
+
+bool equalIgnoringCase(std::string_view a, std::string_view b) {
+    return std::ranges::equal(a, b, {}, upperLatin1, upperLatin1);
+}
+
+bool lessIgnoringCase(std::string_view a, std::string_view b) {
+    const auto order = [](char left, char right) {
+        return upperLatin1(left) <=> upperLatin1(right);
+    };
+    const auto folded =
+        std::lexicographical_compare_three_way(a.begin(), a.end(), b.begin(), b.end(), order);
+    return folded != 0 ? folded < 0 : a < b;
+}
+
+} // namespace platform

@@ -1,0 +1,23 @@
+// The program's one source of time.
+#pragma once
+
+#include <cstdint>
+
+namespace platform {
+
+class Clock {
+  public:
+    virtual ~Clock() = default;
+
+    /// Milliseconds since some fixed moment before the program's start. Wraps after 2^32, so only
+    /// differences (computed in uint32_t) mean anything.
+    [[nodiscard]] virtual std::uint32_t milliseconds() const = 0;
+
+    /// Seconds since 1970; what the random generator is seeded with.
+    [[nodiscard]] virtual std::int64_t calendarSeconds() const = 0;
+
+    /// Lets `ms` milliseconds pass.
+    virtual void sleep(std::uint32_t ms) = 0;
+};
+
+} // namespace platform

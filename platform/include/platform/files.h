@@ -1,0 +1,74 @@
+// Files by the names that the program uses: drive letters, "\" between folders (a "/" counts as
+// one), letter case ignored. "C:" is the root of the host's files, "D:" the folder given for the
+// CD. A name without a drive starts from the current directory.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+enum class OpenMode : std::uint8_t {
+    Read,           ///< the file must exist
+    ReadSequential, ///< as Read, without caching by the host where it can be asked for
+    Write,          ///< made anew or emptied
+    Append,         ///< made if missing, written at its end
+};
+
+/// An open file; closed by destruction.
+class File {
+  public:
+    virtual ~File() = default;
+
+    /// Bytes read, less than asked for only at the end of the file or after an error.
+    virtual std::size_t read(std::span<std::byte> buffer) = 0;
+    /// False when not all bytes could be written.
+    virtual bool write(std::span<const std::byte> bytes) = 0;
+    /// Sets the place of the next read, counted from the start of the file.
+    virtual bool seek(std::uint64_t position) = 0;
+    [[nodiscard]] virtual std::uint64_t size() const = 0;
+};
+
+struct DirectoryEntry {
+    std::string name;
+    bool isDirectory = false;
+};
+
+class Files {
+  public:
+    virtual ~Files() = default;
+
+    /// Null when the file cannot be opened (missing, a folder, no permission).
+    virtual std::unique_ptr<File> open(std::string_view path, OpenMode mode) = 0;
+
+    [[nodiscard]] virtual bool exists(std::string_view path) const = 0; ///< a file, not a folder
+    [[nodiscard]] virtual bool isWritable(std::string_view path) const = 0;
+
+    /// Entries of a folder in ascending order of their names without regard to case; empty when
+    /// there is no such folder.
+    [[nodiscard]] virtual std::vector<DirectoryEntry> list(std::string_view directory) const = 0;
+
+    /// `path` with its drive letter and every "." and ".." worked out.
+    [[nodiscard]] virtual std::string fullPath(std::string_view path) const = 0;
+
+    /// Full paths without a "\" at the end (except a drive's root, "D:\").
+    [[nodiscard]] virtual std::string currentDirectory() const = 0;
+    [[nodiscard]] virtual std::string homeDirectory() const = 0; ///< the "Windows directory"
+
+    /// Bytes that can still be written on a drive ('C'); none when there is no such drive.
+    [[nodiscard]] virtual std::optional<std::uint64_t> freeSpace(char drive) const = 0;
+    /// Unit in which ReadSequential files are read best, in bytes.
+    [[nodiscard]] virtual std::size_t sectorSize(char drive) const = 0;
+};
+
+/// Reads a whole file of at most `limit` bytes; none when it cannot be opened or is larger.
+[[nodiscard]] std::optional<std::string> readFile(Files& files, std::string_view path,
+                                                  std::size_t limit);
+
+} // namespace platform

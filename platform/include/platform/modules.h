@@ -1,0 +1,42 @@
+// Resources and version strings that the program itself carries.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// A library of native code that was loaded at run time; unloaded by destruction.
+class Library {
+  public:
+    virtual ~Library() = default;
+    /// A function that the library exports, or null. The caller knows its type.
+    [[nodiscard]] virtual void (*entry(const char* name))() = 0;
+};
+
+class Modules {
+  public:
+    virtual ~Modules() = default;
+
+    /// Bytes of the program's own resource; they live as long as the program. None when there is no
+    /// such resource. `type` is compared with case.
+    [[nodiscard]] virtual std::optional<std::span<const std::byte>>
+    resource(std::string_view type, int id) const = 0;
+
+    /// Loads a library by a path in the form of `Files`; null when there is none or it cannot be
+    /// loaded.
+    [[nodiscard]] virtual std::unique_ptr<Library> load(std::string_view /*path*/) {
+        return nullptr;
+    }
+
+    /// A string of the program's version resource ("ProductName", "ProductVersion"), empty when
+    /// missing.
+    [[nodiscard]] virtual std::string versionString(std::string_view key) const = 0;
+};
+
+} // namespace platform

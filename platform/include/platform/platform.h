@@ -1,0 +1,43 @@
+// Everything the program asks of the machine, in one object that is made before all others and
+// handed to the framework once. Two back ends implement it; only the program's entry knows which
+// one is in use.
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/display.h"
+#include "platform/events.h"
+#include "platform/files.h"
+#include "platform/modules.h"
+
+#include <cstdint>
+
+namespace platform {
+
+class Platform {
+  public:
+    virtual ~Platform() = default;
+
+    [[nodiscard]] virtual Clock& clock() = 0;
+    [[nodiscard]] virtual Display& display() = 0;
+    [[nodiscard]] virtual Events& events() = 0;
+    [[nodiscard]] virtual Dialogs& dialogs() = 0;
+    [[nodiscard]] virtual Files& files() = 0;
+    [[nodiscard]] virtual Modules& modules() = 0;
+
+    /// Called once, right before the first pass of the main loop: input that is known beforehand
+    /// counts its time from here.
+    virtual void mainLoopBegins() = 0;
+
+    /// Called at the end of every pass of the main loop. A virtual clock moves on here; a real one
+    /// may let the machine rest for a moment when the pass had nothing to do.
+    virtual void passEnded() = 0;
+
+    /// Called once when the program ends in an orderly way, with its exit code.
+    virtual void programEnds(int exitCode) = 0;
+
+    /// Ends the process at once with `exitCode`, after what was recorded has been written out.
+    [[noreturn]] virtual void terminate(int exitCode) = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,115 @@
+#include "platform/sdl/sdldisplay.h"
+
+#include "platform/host/latin1.h"
+#include "platform/host/pixels.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+SDL_SystemCursor systemCursor(int id) {
+    switch (id) {
+    case -2: return SDL_SYSTEM_CURSOR_WAIT;
+    case -3: return SDL_SYSTEM_CURSOR_IBEAM;
+    case -4: return SDL_SYSTEM_CURSOR_CROSSHAIR;
+    default: return SDL_SYSTEM_CURSOR_ARROW;
+    }
+}
+
+Rect hull(const Rect& a, const Rect& b) {
+    if (a.empty()) return b;
+    if (b.empty()) return a;
+    return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+            std::max(a.bottom, b.bottom)};
+}
+
+} // namespace
+
+SdlDisplay::SdlDisplay(SdlWindow window, const ScreenMode& mode)
+    : window_(std::move(window)), screen_(mode), stale_(screen_.shown().bounds()) {}
+
+void SdlDisplay::present(const Rect& area) {
+    markStale(screen_.present(area));
+    showWindow();
+}
+
+void SdlDisplay::setPalette(int first, std::span<const Rgb> colours) {
+    if (screen_.setPalette(first, colours)) markStale(screen_.shown().bounds());
+}
+
+const std::array<Rgb, kPaletteSize>& SdlDisplay::palette() const { return screen_.palette(); }
+
+void SdlDisplay::setTitle(std::string_view title) {
+    SDL_SetWindowTitle(window(), utf8FromLatin1(title).c_str());
+}
+
+void SdlDisplay::setCursor(int id) {
+    const SDL_SystemCursor shape = systemCursor(id);
+    SdlHandle<SDL_Cursor>& cursor = cursors_[shape];
+    if (!cursor) cursor.reset(SDL_CreateSystemCursor(shape));
+    if (cursor) SDL_SetCursor(cursor.get());
+}
+
+void SdlDisplay::flush() {
+    if (!stale_.empty()) updateTexture();
+    if (windowIsCurrent_ || !windowIsShown_) return;
+    chooseScaling();
+    SDL_Renderer* renderer = window_.renderer.get();
+    SDL_SetRenderDrawColor(renderer, 0, 0, 0, SDL_ALPHA_OPAQUE);
+    SDL_RenderClear(renderer);
+    SDL_RenderCopy(renderer, window_.texture.get(), nullptr, nullptr);
+    SDL_RenderPresent(renderer);
+    windowIsCurrent_ = true;
+}
+
+void SdlDisplay::showWindow() {
+    if (windowIsShown_) return;
+    windowIsShown_ = true;
+    SDL_ShowWindow(window());
+}
+
+void SdlDisplay::textureLost(bool deviceLost) {
+    if (deviceLost) {
+        const Surface& shown = screen_.shown();
+        window_.texture = makeSdlTexture(window_.renderer.get(), shown.width(), shown.height());
+    }
+    markStale(screen_.shown().bounds());
+}
+
+void SdlDisplay::markStale(const Rect& part) { stale_ = hull(stale_, part); }
+
+void SdlDisplay::updateTexture() {
+    const SDL_Rect part{stale_.left, stale_.top, stale_.width(), stale_.height()};
+    void* pixels = nullptr;
+    int pitch = 0;
+    if (SDL_LockTexture(window_.texture.get(), &part, &pixels, &pitch) != 0) return;
+    auto* row = static_cast<std::byte*>(pixels);
+    for (int y = stale_.top; y < stale_.bottom; ++y, row += pitch) {
+        const std::span colours(static_cast<std::uint32_t*>(static_cast<void*>(row)),
+                                static_cast<std::size_t>(part.w));
+        readColours(screen_.shown(), y, stale_.left, screen_.palette(), colours);
+    }
+    SDL_UnlockTexture(window_.texture.get());
+    stale_ = {};
+    windowIsCurrent_ = false;
+}
+
+/// Crisp pixels at integer multiples of the screen, smooth ones at other sizes, where crisp pixels
+/// would differ in size.
+void SdlDisplay::chooseScaling() {
+    int width = 0;
+    int height = 0;
+    SDL_GetRendererOutputSize(window_.renderer.get(), &width, &height);
+    const Surface& shown = screen_.shown();
+    const bool byWidth = width * shown.height() <= height * shown.width();
+    const bool whole = byWidth ? width % shown.width() == 0 : height % shown.height() == 0;
+    SDL_SetTextureScaleMode(window_.texture.get(),
+                            whole ? SDL_ScaleModeNearest : SDL_ScaleModeLinear);
+}
+
+} // namespace platform

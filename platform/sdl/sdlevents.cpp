@@ -1,0 +1,134 @@
+#include "platform/sdl/sdlevents.h"
+
+#include "platform/sdl/sdlkeys.h"
+
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+bool isInput(const Message& message) {
+    switch (message.kind) {
+    case Message::Kind::MouseDown:
+    case Message::Kind::MouseUp:
+    case Message::Kind::MouseMove:
+    case Message::Kind::DoubleClick:
+    case Message::Kind::Key: return true;
+    default: return false;
+    }
+}
+
+} // namespace
+
+bool SdlEvents::take(Message& message) {
+    SDL_Event event;
+    while (pending_.empty() && SDL_PollEvent(&event) != 0) translate(event);
+    if (pending_.empty()) return false;
+    message = pending_.front();
+    pending_.pop_front();
+    messageWasTaken_ = true;
+    return true;
+}
+
+bool SdlEvents::wait(Message& message) {
+    while (!take(message)) {
+        display_.flush();
+        if (SDL_WaitEvent(nullptr) == 0) return false;
+    }
+    return true;
+}
+
+void SdlEvents::discardInput() {
+    dropInput();
+    captureMouse(false);
+}
+
+void SdlEvents::dropInput() {
+    SDL_PumpEvents();
+    SDL_FlushEvents(SDL_KEYDOWN, SDL_TEXTINPUT);
+    SDL_FlushEvents(SDL_MOUSEMOTION, SDL_MOUSEWHEEL);
+    std::erase_if(pending_, isInput);
+}
+
+void SdlEvents::captureMouse(bool captured) {
+    captured_ = captured;
+    SDL_CaptureMouse(captured ? SDL_TRUE : SDL_FALSE);
+}
+
+bool SdlEvents::messageWasTaken() { return std::exchange(messageWasTaken_, false); }
+
+void SdlEvents::translate(const SDL_Event& event) {
+    const std::uint32_t timeMs = event.common.timestamp;
+    switch (event.type) {
+    case SDL_QUIT: push({.kind = Message::Kind::Quit, .timeMs = timeMs}); break;
+    case SDL_WINDOWEVENT: translateWindow(event.window); break;
+    case SDL_MOUSEBUTTONDOWN:
+    case SDL_MOUSEBUTTONUP: translateButton(event.button); break;
+    case SDL_MOUSEMOTION: translateMotion(event.motion); break;
+    case SDL_TEXTINPUT: translateText(event.text); break;
+    case SDL_KEYDOWN:
+        if (const auto press = keyPressOf(event.key.keysym)) {
+            push({.kind = Message::Kind::Key, .timeMs = timeMs, .key = *press});
+        }
+        break;
+    case SDL_RENDER_TARGETS_RESET: display_.textureLost(false); break;
+    case SDL_RENDER_DEVICE_RESET: display_.textureLost(true); break;
+    default: break;
+    }
+}
+
+void SdlEvents::translateWindow(const SDL_WindowEvent& event) {
+    switch (event.event) {
+    case SDL_WINDOWEVENT_EXPOSED:
+        display_.windowDamaged();
+        push({.kind = Message::Kind::Expose, .timeMs = event.timestamp});
+        break;
+    case SDL_WINDOWEVENT_SIZE_CHANGED: display_.windowDamaged(); break;
+    case SDL_WINDOWEVENT_FOCUS_LOST:
+    case SDL_WINDOWEVENT_FOCUS_GAINED: focusChanged(event.timestamp); break;
+    default: break;
+    }
+}
+
+/// Asks how things stand by now, so that focus that went to a box of our own and came back is no
+/// news for the program.
+void SdlEvents::focusChanged(std::uint32_t timeMs) {
+    SDL_PumpEvents();
+    const bool focused = (SDL_GetWindowFlags(display_.window()) & SDL_WINDOW_INPUT_FOCUS) != 0;
+    if (focused == inForeground_) return;
+    inForeground_ = focused;
+    push({.kind = focused ? Message::Kind::Foreground : Message::Kind::Background,
+          .timeMs = timeMs});
+}
+
+void SdlEvents::translateButton(const SDL_MouseButtonEvent& event) {
+    if (event.button != SDL_BUTTON_LEFT) return;
+    const bool down = event.type == SDL_MOUSEBUTTONDOWN;
+    // Of several quick clicks every second one completes a double click.
+    const bool second = down && event.clicks % 2 == 0 && event.clicks > 0;
+    const auto kind = second ? Message::Kind::DoubleClick
+                      : down ? Message::Kind::MouseDown
+                             : Message::Kind::MouseUp;
+    pushMouse(kind, {event.x, event.y}, event.timestamp);
+}
+
+void SdlEvents::translateMotion(const SDL_MouseMotionEvent& event) {
+    pushMouse(Message::Kind::MouseMove, {event.x, event.y}, event.timestamp);
+}
+
+void SdlEvents::translateText(const SDL_TextInputEvent& event) {
+    for (const KeyPress& press : keyPressesOf(event.text)) {
+        push({.kind = Message::Kind::Key, .timeMs = event.timestamp, .key = press});
+    }
+}
+
+void SdlEvents::pushMouse(Message::Kind kind, Point position, std::uint32_t timeMs) {
+    if (!captured_) {
+        const ScreenMode mode = display_.mode();
+        position = nearestInside(position, {0, 0, mode.width, mode.height});
+    }
+    push({.kind = kind, .timeMs = timeMs, .position = position});
+}
+
+} // namespace platform

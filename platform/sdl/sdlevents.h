@@ -1,0 +1,45 @@
+// A person's mouse, keyboard and window as the program's messages. Times are those of SDL's clock,
+// which is the program's clock too.
+#pragma once
+
+#include "platform/events.h"
+#include "platform/sdl/sdldisplay.h"
+
+#include <deque>
+
+namespace platform {
+
+class SdlEvents final : public Events {
+  public:
+    /// The display must outlive the queue.
+    explicit SdlEvents(SdlDisplay& display) : display_(display) {}
+
+    bool take(Message& message) override;
+    bool wait(Message& message) override;
+    void discardInput() override;
+    void captureMouse(bool captured) override;
+
+    /// Was a message taken since the last call?
+    [[nodiscard]] bool messageWasTaken();
+
+    /// Drops mouse and key messages; the capture stays.
+    void dropInput();
+
+  private:
+    void translate(const SDL_Event& event);
+    void translateWindow(const SDL_WindowEvent& event);
+    void translateButton(const SDL_MouseButtonEvent& event);
+    void translateMotion(const SDL_MouseMotionEvent& event);
+    void translateText(const SDL_TextInputEvent& event);
+    void focusChanged(std::uint32_t timeMs);
+    void push(const Message& message) { pending_.push_back(message); }
+    void pushMouse(Message::Kind kind, Point position, std::uint32_t timeMs);
+
+    SdlDisplay& display_;
+    std::deque<Message> pending_; ///< translated, not yet taken
+    bool captured_ = false;
+    bool inForeground_ = true;
+    bool messageWasTaken_ = false;
+};
+
+} // namespace platform

@@ -1,0 +1,87 @@
+#include "platform/sdl/sdlplatform.h"
+
+#include "platform/host/hostfiles.h"
+#include "platform/sdl/sdldialogs.h"
+#include "platform/sdl/sdldisplay.h"
+#include "platform/sdl/sdlevents.h"
+#include "platform/sdl/sdlwindow.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <iostream>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+constexpr std::uint32_t kRestMs = 1;
+
+class SdlClock final : public Clock {
+  public:
+    explicit SdlClock(SdlDisplay& display) : display_(display) {}
+
+    [[nodiscard]] std::uint32_t milliseconds() const override { return SDL_GetTicks(); }
+    [[nodiscard]] std::int64_t calendarSeconds() const override { return std::time(nullptr); }
+    /// What was presented before is seen meanwhile.
+    void sleep(std::uint32_t ms) override {
+        display_.flush();
+        SDL_Delay(ms);
+    }
+
+  private:
+    SdlDisplay& display_;
+};
+
+class SdlPlatform final : public Platform {
+  public:
+    SdlPlatform(std::unique_ptr<SdlSession> session, SdlWindow window, const SdlOptions& options)
+        : session_(std::move(session)), display_(std::move(window), options.screen),
+          clock_(display_), events_(display_), files_(options.host),
+          modules_(options.resources, options.versionStrings), dialogs_(display_, events_, files_) {
+    }
+
+    [[nodiscard]] Clock& clock() override { return clock_; }
+    [[nodiscard]] Display& display() override { return display_; }
+    [[nodiscard]] Events& events() override { return events_; }
+    [[nodiscard]] Dialogs& dialogs() override { return dialogs_; }
+    [[nodiscard]] Files& files() override { return files_; }
+    [[nodiscard]] Modules& modules() override { return modules_; }
+
+    void mainLoopBegins() override { display_.showWindow(); }
+    void passEnded() override {
+        display_.flush();
+        if (!events_.messageWasTaken()) SDL_Delay(kRestMs);
+    }
+    void programEnds(int) override {} // nothing is recorded here
+    [[noreturn]] void terminate(int exitCode) override {
+        std::cout.flush();
+        std::fflush(nullptr);
+        std::_Exit(exitCode);
+    }
+
+  private:
+    std::unique_ptr<SdlSession> session_; ///< ends last
+    SdlDisplay display_;
+    SdlClock clock_;
+    SdlEvents events_;
+    HostFiles files_;
+    HostModules modules_;
+    SdlDialogs dialogs_;
+};
+
+} // namespace
+
+std::variant<std::unique_ptr<Platform>, std::string> makeSdlPlatform(const SdlOptions& options) {
+    if (options.screen.width < 1 || options.screen.height < 1) return "the screen has no size";
+    // A close or end request and SIGINT and SIGTERM all arrive as SDL's quit event.
+    auto session = std::make_unique<SdlSession>();
+    if (!session->started()) return SDL_GetError();
+    std::optional<SdlWindow> window = openSdlWindow(options.screen);
+    if (!window) return SDL_GetError();
+    SDL_StartTextInput();
+    return std::make_unique<SdlPlatform>(std::move(session), *std::move(window), options);
+}
+
+} // namespace platform

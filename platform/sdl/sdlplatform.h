@@ -1,0 +1,28 @@
+// The machine with a person in front of it: a real window, mouse and keyboard. Needs nothing of SDL
+// to be included.
+#pragma once
+
+#include "platform/host/hostmodules.h"
+#include "platform/host/hostoptions.h"
+#include "platform/platform.h"
+
+#include <memory>
+#include <span>
+#include <string>
+#include <variant>
+
+namespace platform {
+
+struct SdlOptions {
+    HostOptions host{};
+    ScreenMode screen{};
+    std::span<const ProgramResource> resources{};
+    std::span<const VersionString> versionStrings{};
+};
+
+/// Or why there is no window. At most one may exist at a time. The window appears with the first
+/// thing that is presented.
+[[nodiscard]] std::variant<std::unique_ptr<Platform>, std::string>
+makeSdlPlatform(const SdlOptions& options);
+
+} // namespace platform

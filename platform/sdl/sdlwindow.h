@@ -1,0 +1,49 @@
+// SDL's handles with their owners, and the window that the screen is shown in.
+#pragma once
+
+#include "platform/display.h"
+
+#include <SDL.h>
+#include <memory>
+#include <optional>
+
+namespace platform {
+
+struct SdlDeleter {
+    void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
+    void operator()(SDL_Renderer* renderer) const { SDL_DestroyRenderer(renderer); }
+    void operator()(SDL_Texture* texture) const { SDL_DestroyTexture(texture); }
+    void operator()(SDL_Cursor* cursor) const { SDL_FreeCursor(cursor); }
+};
+template <class Handle>
+using SdlHandle = std::unique_ptr<Handle, SdlDeleter>;
+
+/// SDL itself, from before the window until after it.
+class SdlSession {
+  public:
+    SdlSession();
+    ~SdlSession() { SDL_Quit(); }
+    SdlSession(const SdlSession&) = delete;
+    SdlSession& operator=(const SdlSession&) = delete;
+
+    [[nodiscard]] bool started() const { return started_; }
+
+  private:
+    bool started_;
+};
+
+/// Members in the order of their making.
+struct SdlWindow {
+    SdlHandle<SDL_Window> window;
+    SdlHandle<SDL_Renderer> renderer;
+    SdlHandle<SDL_Texture> texture; ///< as large as the screen
+};
+
+/// A hidden, resizable window, as large as an integer multiple of the screen can be on the desktop.
+/// None on failure; SDL_GetError() tells why.
+[[nodiscard]] std::optional<SdlWindow> openSdlWindow(const ScreenMode& mode);
+
+/// A texture of `width` by `height` pixels 0xFFRRGGBB, made to be written often. Null on failure.
+[[nodiscard]] SdlHandle<SDL_Texture> makeSdlTexture(SDL_Renderer* renderer, int width, int height);
+
+} // namespace platform

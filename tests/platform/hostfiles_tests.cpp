@@ -1,0 +1,218 @@
+// The program's file names on the host's files.
+#include "temporaryfolder.h"
+
+#include "platform/host/hostfiles.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <sys/stat.h>
+
+namespace platform {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr std::size_t kLimit = 1000;
+
+class HostFilesTest : public testing::Test {
+  protected:
+    HostFilesTest() {
+        folder_.makeFolder("game");
+        folder_.makeFolder("cd");
+        files_ = std::make_unique<HostFiles>(options());
+    }
+
+    [[nodiscard]] HostOptions options() const {
+        return {folder_.path("game"), folder_.path("cd"), folder_.path("data/home")};
+    }
+
+    /// "C:\..." for a name in the temporary folder.
+    [[nodiscard]] std::string full(const std::string& name) const {
+        std::string path = "C:" + folder_.path(name);
+        std::ranges::replace(path, '/', '\\');
+        return path;
+    }
+
+    std::string read(const std::string& path) {
+        return readFile(*files_, path, kLimit).value_or("(none)");
+    }
+
+    bool write(const std::string& path, OpenMode mode, std::string_view text) {
+        const auto file = files_->open(path, mode);
+        return file && file->write(std::as_bytes(std::span(text)));
+    }
+
+    TemporaryFolder folder_;
+    std::unique_ptr<HostFiles> files_;
+};
+
+TEST_F(HostFilesTest, WorksPathsOutByTheirText) {
+    const struct {
+        std::string path;
+        std::string full;
+    } rows[] = {
+        {"", full("game")},
+        {".", full("game")},
+        {"a.txt", full("game") + "\\a.txt"},
+        {"RSC/./Maps\\\\..\\b", full("game") + "\\RSC\\b"},
+        {"..\\cd\\x", full("cd") + "\\x"},
+        {"c:a.txt", full("game") + "\\a.txt"},
+        {"\\a", "C:\\a"},
+        {"c:/", "C:\\"},
+        {"C:\\..\\..\\a\\..", "C:\\"},
+        {"d:", "D:\\"},
+        {"d:scripts/x.mps", "D:\\scripts\\x.mps"},
+        {"z:\\Some\\Where\\", "Z:\\Some\\Where"},
+        {"\\\\server\\share\\..\\x", "\\\\server\\x"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(files_->fullPath(row.path), row.full) << row.path;
+    EXPECT_EQ(files_->currentDirectory(), full("game"));
+    EXPECT_EQ(files_->homeDirectory(), full("data/home"));
+}
+
+TEST_F(HostFilesTest, FindsNamesWithoutRegardToCase) {
+    folder_.make("game/Scripts/Start.mps", "one");
+    folder_.make("game/same", "lower");
+    folder_.make("game/Same", "mixed");
+    folder_.make("game/SAME", "upper");
+    folder_.make("game/\xC3\x81gua.txt", "water"); // Água in UTF-8
+    EXPECT_EQ(read("scripts\\START.MPS"), "one");
+    EXPECT_EQ(read(full("Game/scripts/start.mps")), "one");
+    EXPECT_EQ(read("same"), "lower") << "the exact name wins";
+    EXPECT_EQ(read("SAMe"), "upper") << "otherwise the first in name order";
+    EXPECT_EQ(read("\xE1GUA.TXT"), "water");
+    EXPECT_EQ(read("Start.mps"), "(none)");
+    EXPECT_TRUE(files_->exists("scripts/start.mps"));
+    EXPECT_FALSE(files_->exists("scripts"));
+    EXPECT_FALSE(files_->exists(std::string_view("same\0", 5)));
+}
+
+TEST_F(HostFilesTest, KeepsDrivesApart) {
+    folder_.make("cd/RSC/resource.map", "map");
+    EXPECT_EQ(read("D:\\rsc\\RESOURCE.MAP"), "map");
+    EXPECT_EQ(read("D:\\..\\rsc\\resource.map"), "map") << "nothing lies above a drive's root";
+    EXPECT_EQ(read("E:\\rsc\\resource.map"), "(none)");
+    EXPECT_EQ(read("\\\\cd\\rsc\\resource.map"), "(none)");
+    EXPECT_TRUE(files_->freeSpace('d').has_value());
+    EXPECT_FALSE(files_->freeSpace('E').has_value());
+    const HostFiles withoutCd({folder_.path("game"), "", folder_.path("home")});
+    EXPECT_FALSE(withoutCd.exists("D:\\rsc\\resource.map"));
+    EXPECT_FALSE(withoutCd.freeSpace('D').has_value());
+    EXPECT_TRUE(withoutCd.list("D:\\").empty());
+}
+
+TEST_F(HostFilesTest, ListsInNameOrder) {
+    folder_.make("game/b.map", "");
+    folder_.make("game/C.map", "");
+    folder_.make("game/a.map", "");
+    folder_.make("game/\xC3\xA9.map", "");     // é
+    folder_.make("game/\xE2\x82\xAC.map", ""); // a euro sign has no Latin-1 form
+    folder_.make("game/\xFF\xFE.map", "");     // no UTF-8
+    folder_.make("game/back\\slash.map", "");
+    folder_.makeFolder("game/RSC");
+    std::vector<std::string> names;
+    for (const DirectoryEntry& entry : files_->list("")) {
+        names.push_back(entry.name + (entry.isDirectory ? "/" : ""));
+    }
+    EXPECT_THAT(names, ElementsAre("a.map", "b.map", "C.map", "RSC/", "\xE9.map"));
+    EXPECT_TRUE(files_->list("nothing").empty());
+    EXPECT_TRUE(files_->list("a.map").empty());
+}
+
+TEST_F(HostFilesTest, WritesEmptiesAndAppends) {
+    EXPECT_TRUE(write("New \xC3.txt", OpenMode::Write, "first"));
+    EXPECT_EQ(folder_.contents("game/New \xC3\x83.txt"), "first");
+    EXPECT_TRUE(write("NEW \xE3.TXT", OpenMode::Append, " more"));
+    EXPECT_EQ(folder_.contents("game/New \xC3\x83.txt"), "first more");
+    EXPECT_TRUE(write("new \xE3.txt", OpenMode::Write, "2"));
+    EXPECT_EQ(folder_.contents("game/New \xC3\x83.txt"), "2");
+    EXPECT_EQ(files_->list("").size(), 1u) << "another case is the same file";
+
+    folder_.makeFolder("game/Sub");
+    EXPECT_TRUE(write("sub\\log", OpenMode::Append, "x"));
+    EXPECT_EQ(folder_.contents("game/Sub/log"), "x");
+    EXPECT_FALSE(write("missing\\log", OpenMode::Write, "x"));
+    EXPECT_FALSE(write("sub", OpenMode::Write, "x"));
+    EXPECT_FALSE(write("sub\\log\\deeper", OpenMode::Write, "x"));
+}
+
+TEST_F(HostFilesTest, MakesTheHomeFolderWhenItIsWrittenTo) {
+    const std::string log = files_->homeDirectory() + "\\LOG.TXT";
+    EXPECT_TRUE(files_->freeSpace('C').has_value());
+    EXPECT_FALSE(files_->isWritable(log));
+    EXPECT_FALSE(std::filesystem::exists(folder_.path("data")));
+    EXPECT_TRUE(write(log, OpenMode::Append, "x"));
+    EXPECT_EQ(folder_.contents("data/home/LOG.TXT"), "x");
+    EXPECT_TRUE(files_->isWritable(log));
+    EXPECT_FALSE(files_->isWritable(files_->homeDirectory()));
+}
+
+TEST_F(HostFilesTest, HasItsHomeInTheUsersDataFolder) {
+    const auto homeFor = [&](const std::string& data, const std::string& user) {
+        ::setenv("XDG_DATA_HOME", data.c_str(), 1);
+        ::setenv("HOME", user.c_str(), 1);
+        return HostFiles({folder_.path("game"), "", ""}).homeDirectory();
+    };
+    EXPECT_EQ(homeFor(folder_.path("xdg"), folder_.path()), full("xdg") + "\\zorbet");
+    const std::string usual = full("user") + "\\.local\\share\\zorbet";
+    EXPECT_EQ(homeFor("", folder_.path("user")), usual);
+    EXPECT_EQ(homeFor("relative", folder_.path("user")), usual);
+}
+
+TEST_F(HostFilesTest, ReadsInPieces) {
+    folder_.make("game/data", "0123456789");
+    for (const OpenMode mode : {OpenMode::Read, OpenMode::ReadSequential}) {
+        const auto file = files_->open("DATA", mode);
+        ASSERT_TRUE(file);
+        EXPECT_EQ(file->size(), 10u);
+        std::string buffer(4, ' ');
+        const auto next = [&] {
+            return buffer.substr(0, file->read(std::as_writable_bytes(std::span(buffer))));
+        };
+        EXPECT_EQ(next(), "0123");
+        EXPECT_TRUE(file->seek(7));
+        EXPECT_EQ(next(), "789");
+        EXPECT_EQ(next(), "");
+        EXPECT_TRUE(file->seek(100));
+        EXPECT_EQ(next(), "");
+        EXPECT_FALSE(file->seek(~std::uint64_t{0}));
+        EXPECT_FALSE(file->write(std::as_bytes(std::span("x", 1))));
+    }
+    EXPECT_EQ(readFile(*files_, "data", 10), "0123456789");
+    EXPECT_EQ(readFile(*files_, "data", 9), std::nullopt);
+}
+
+TEST_F(HostFilesTest, OpensPlainFilesOnly) {
+    folder_.makeFolder("game/folder");
+    ASSERT_EQ(::mkfifo(folder_.path("game/pipe").c_str(), 0600), 0);
+    for (const OpenMode mode : {OpenMode::Read, OpenMode::Write, OpenMode::Append}) {
+        EXPECT_FALSE(files_->open("folder", mode));
+        EXPECT_FALSE(files_->open("", mode));
+        EXPECT_FALSE(files_->open("pipe", mode)) << "would wait for ever";
+        EXPECT_FALSE(files_->open("C:\\dev\\null", mode));
+        EXPECT_FALSE(files_->open("Z:\\x", mode));
+        EXPECT_FALSE(files_->open(std::string(100'000, 'x'), mode));
+    }
+}
+
+TEST_F(HostFilesTest, GivesFoldersWithForeignNamesTheirOwnDrives) {
+    folder_.make("\xD0\xB8\xD0\xB3\xD1\x80\xD0\xB0/Sub/a.txt", "inside");
+    HostFiles foreign({folder_.path("\xD0\xB8\xD0\xB3\xD1\x80\xD0\xB0"), "",
+                       folder_.path("\xD0\xB4\xD0\xBE\xD0\xBC/home")});
+    EXPECT_EQ(foreign.currentDirectory(), "E:\\");
+    EXPECT_EQ(foreign.homeDirectory(), "F:\\");
+    EXPECT_EQ(readFile(foreign, "sub\\A.TXT", kLimit), "inside");
+    const auto file = foreign.open("F:\\saved", OpenMode::Write);
+    EXPECT_TRUE(file);
+    EXPECT_TRUE(std::filesystem::exists(folder_.path("\xD0\xB4\xD0\xBE\xD0\xBC/home/saved")));
+    const auto host = foreign.hostPath("sub/a.txt");
+    ASSERT_TRUE(host);
+    EXPECT_EQ(foreign.programPath(*host), "E:\\Sub\\a.txt");
+}
+
+} // namespace
+} // namespace platform
