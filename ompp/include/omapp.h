@@ -1,0 +1,94 @@
+// The application object: one per process. It owns the list of periodic tasks, takes the messages of
+// the platform, hands mouse and keys to its windows and runs the main loop.
+//
+// One pass of the loop handles at most one message, then gives the windows their idle time and runs
+// every task once. Nothing waits inside a pass, so a host that has a loop of its own can call it.
+#pragma once
+
+#include "omcolor.h"
+#include "omlink.h"
+#include "omlist.h"
+#include "omtask.h"
+
+#include "platform/events.h"
+#include "platform/geometry.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+class OMWindow;
+
+class OMApp {
+  public:
+    /// How the main window stands on the screen.
+    enum class DisplayMode : std::uint8_t {
+        Overlapped = 0,   ///< an overlapped window with sizing frame at the rectangle
+        Captioned = 1,    ///< caption, system menu and minimise box, covering the desktop
+        PopUp = 2,        ///< pop-up with system menu: covering the desktop, or at the upper left
+        PopUpMinimise = 3,///< as PopUp with a minimise box, covering the desktop
+        FullScreen = 4,   ///< exclusive full screen
+    };
+    static constexpr std::uint32_t kAlertStyle = 0x3000; ///< OK, task-modal and system-modal
+
+    /// `rectangle` in screen pixels.
+    OMApp(DisplayMode mode, const OMColor& background, const platform::Rect& rectangle, int depth);
+    virtual ~OMApp();
+    OMApp(const OMApp&) = delete;
+    OMApp& operator=(const OMApp&) = delete;
+
+    [[nodiscard]] static OMApp* getApp() { return instance_; }
+
+    [[nodiscard]] DisplayMode displayMode() const { return displayMode_; }
+    [[nodiscard]] const std::string& productName() const { return productName_; }
+    [[nodiscard]] bool isRunning() const { return running_; }
+    [[nodiscard]] OMTaskList& tasks() { return tasks_; }
+
+    /// Paints the window and runs passes until `stop` is called.
+    void run();
+    /// What `run` does before its first pass; for hosts with a loop of their own.
+    void begin();
+    /// One pass; false when the loop has ended.
+    bool pass();
+    /// Ends the loop after the current pass.
+    void stop() { running_ = false; }
+
+    /// A message box owned by the main window.
+    void alert(std::string_view text, std::uint32_t style = kAlertStyle,
+               std::string_view caption = "Alert");
+
+    /// While set, a pass waits for a message and does no idle work and no tasks.
+    void setWaitForMessages(bool wait) { waitForMessages_ = wait; }
+    /// Is offered every menu command; true when it was handled.
+    void setCommandHandler(OMLinkTo<bool(int)> handler) { commandHandler_ = std::move(handler); }
+    void setBackgroundLink(OMLink link) { backgroundLink_ = std::move(link); }
+    void setForegroundLink(OMLink link) { foregroundLink_ = std::move(link); }
+
+  protected:
+    virtual void beforeMessage(const platform::Message&) {}
+    virtual void afterMessage(const platform::Message&) {}
+    virtual void idle() {}
+
+  private:
+    friend class OMWindow;
+
+    void dispatch(const platform::Message& message);
+    /// The window under a mouse message; the one that got the button down keeps the mouse.
+    OMWindow* mouseWindow(const platform::Message& message);
+
+    static OMApp* instance_;
+
+    DisplayMode displayMode_;
+    OMColor background_;
+    platform::Rect rectangle_;
+    int depth_;
+    std::string productName_;
+    bool running_ = false;
+    bool waitForMessages_ = false;
+    OMTaskList tasks_;
+    OMList<OMWindow> windows_;
+    OMWindow* capture_ = nullptr;
+    OMLinkTo<bool(int)> commandHandler_;
+    OMLink backgroundLink_;
+    OMLink foregroundLink_;
+};

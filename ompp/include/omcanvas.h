@@ -1,0 +1,140 @@
+// A drawing surface of 8, 16, 24 or 32 bits a pixel with a palette, drawing colours and an optional
+// clip region. Its heirs say where the pixels are: OMMemCanvas has its own, OMWndCanvas draws on a
+// part of the screen.
+//
+// Every operation clips to the canvas and to its clip region first, then works on whole rows of the
+// rectangles that are left, and at last reports the region it changed, once.
+#pragma once
+
+#include "omcolor.h"
+#include "ompalette.h"
+#include "omregion.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <utility>
+
+/// How source pixels meet those of the destination in a `blt`. The values are the platform's codes.
+enum class OMRasterOp : std::uint32_t {
+    SrcCopy = 0x00CC0020,   ///< source
+    SrcInvert = 0x00660046, ///< source xor destination
+    SrcAnd = 0x008800C6,    ///< source and destination
+};
+
+/// A writable view of a canvas's pixels in canvas coordinates, without clip region. Valid as long
+/// as the canvas. Layout of the pixels: see platform::Surface.
+struct OMPixels {
+    std::uint8_t* first = nullptr; ///< the pixel at area.left, area.top
+    std::size_t stride = 0;        ///< bytes from row to row
+    platform::Rect area;           ///< only these pixels exist
+    int bytesPerPixel = 1;
+
+    /// The pixel at x, y, which must lie in `area`; the rest of its row follows it.
+    [[nodiscard]] std::uint8_t* at(int x, int y) const {
+        return first + stride * static_cast<std::size_t>(y - area.top) +
+               static_cast<std::size_t>(x - area.left) * static_cast<std::size_t>(bytesPerPixel);
+    }
+};
+
+class OMCanvas {
+  public:
+    virtual ~OMCanvas() = default;
+    OMCanvas(const OMCanvas&) = delete;
+    OMCanvas& operator=(const OMCanvas&) = delete;
+
+    [[nodiscard]] virtual int width() const = 0;
+    [[nodiscard]] virtual int height() const = 0;
+    [[nodiscard]] platform::Rect bounds() const { return {0, 0, width(), height()}; }
+    [[nodiscard]] int depth() const { return depth_; } ///< bits a pixel
+
+    // Colours. The pen fills; a canvas without pen colour fills nothing.
+
+    [[nodiscard]] const std::optional<OMColor>& color() const { return color_; }
+    void setColor(const std::optional<OMColor>& color) { color_ = color; }
+    [[nodiscard]] const OMColor& secondColor() const { return secondColor_; }
+    void setSecondColor(const OMColor& color) { secondColor_ = color; }
+    [[nodiscard]] const OMColor& backgroundColor() const { return backgroundColor_; }
+    void setBackgroundColor(const OMColor& color) { backgroundColor_ = color; }
+    [[nodiscard]] const OMColor& textColor() const { return textColor_; }
+    void setTextColor(const OMColor& color) { textColor_ = color; }
+    [[nodiscard]] const OMColor& frameColor() const { return frameColor_; }
+    void setFrameColor(const OMColor& color) { frameColor_ = color; }
+
+    /// The pixel that shows `color`: with 8 bits its index or the nearest palette entry, else its
+    /// components or those of its palette entry packed as the depth wants it.
+    [[nodiscard]] std::uint32_t pixelValue(const OMColor& color) const;
+
+    // Clipping. No clip region means no clipping; an empty one hides everything.
+
+    [[nodiscard]] const OMRegion* clipRegion() const { return clip_ ? &*clip_ : nullptr; }
+    void setClipRegion(OMRegion region) { clip_ = std::move(region); }
+    void removeClipRegion() { clip_.reset(); }
+
+    /// What of `area` an operation may touch: inside the pixels that exist, the clip region and
+    /// `extraClip` where present. For those who draw through `pixels`.
+    [[nodiscard]] OMRegion clipped(const platform::Rect& area,
+                                   const OMRegion* extraClip = nullptr) const;
+
+    // Palette. Entries 0 to 9 and 246 to 255 are the platform's whatever is set.
+
+    /// Takes entries 10 to 245 over (see OMGamePalette) and applies the palette to the device.
+    void setPalette(const OMPalette& colors);
+    [[nodiscard]] OMPalette getPalette() const { return OMPaletteFromDevice(palette_); }
+    /// Black after a failed check unless 0 <= index <= 255.
+    [[nodiscard]] OMColor getPaletteEntry(int index) const;
+    [[nodiscard]] const OMDevicePalette& devicePalette() const { return palette_; }
+    /// Makes the device use this canvas's palette.
+    virtual void applyPalette() {}
+
+    // Drawing, in canvas coordinates.
+
+    /// Copies a rectangle of `source`, which may be this canvas, also overlapping. Source and
+    /// destination are clipped together and keep their common size. 8-bit pixels become deeper ones
+    /// through the source's palette. Refused with a failed check: deeper pixels to 8 bits, and
+    /// unclipped copies between memory canvases of different depth.
+    void blt(OMCanvas& source, int sourceX, int sourceY, int width, int height, int x, int y,
+             OMRasterOp operation = OMRasterOp::SrcCopy, const OMRegion* extraClip = nullptr);
+
+    void fillRect(const platform::Rect& area);
+    void fillRegion(const OMRegion& region);
+    /// The outermost pixels of the area, one pixel wide, in the frame colour.
+    void frameRect(const platform::Rect& area);
+    void frameRegion(const OMRegion& region);
+
+    // Direct access, for those who bring their own pixels.
+
+    [[nodiscard]] virtual OMPixels pixels() = 0;
+    /// To be called with what was written through `pixels`; a canvas on the screen shows it now.
+    void changed(const OMRegion& region);
+    /// Pixels changed since the canvas was made, each as often as it was; what a canvas on the
+    /// screen has shown. Tells tests that nothing is repainted in vain.
+    [[nodiscard]] std::uint64_t changedPixels() const { return changedPixels_; }
+
+  protected:
+    /// 8, 16, 24 or 32 bits; any other depth becomes 8 after a failed check. Fatal without
+    /// application.
+    explicit OMCanvas(int depth);
+
+    /// The part of `bounds` of which there are pixels.
+    [[nodiscard]] virtual platform::Rect visibleArea() const { return bounds(); }
+    /// Whether the pixels are the canvas's own and not the screen's.
+    [[nodiscard]] virtual bool isMemory() const = 0;
+    /// Called after every change, with a region that is not empty.
+    virtual void show(const OMRegion&) {}
+
+  private:
+    /// Fills `region` with the pixels of `source` dx, dy away, without further clipping.
+    void copyPixels(OMCanvas& source, const OMRegion& region, int dx, int dy, OMRasterOp operation);
+    void fill(const OMRegion& region, const OMColor& color);
+
+    std::optional<OMRegion> clip_;
+    int depth_;
+    std::optional<OMColor> color_ = OMColor();
+    OMColor secondColor_;
+    OMColor backgroundColor_{0xFF00, 0xFF00, 0xFF00};
+    OMColor textColor_;
+    OMColor frameColor_;
+    OMDevicePalette palette_;
+    std::uint64_t changedPixels_ = 0;
+};

@@ -1,0 +1,38 @@
+// The 16-bit library that was used last: open, with its resource table parsed, so that loading many
+// resources of one library opens and parses it once. There is one for the process.
+//
+// It is released after every operation unless it is to be kept open.
+#pragma once
+
+#include "omnelibrary.h"
+
+#include "platform/files.h"
+
+#include <memory>
+#include <string_view>
+
+/// One operation on a library, which is open at least as long as this object lives.
+class OMOpenLibrary {
+  public:
+    /// Opens the library unless it is the one that is open (names compared without case). Another
+    /// one is released first.
+    explicit OMOpenLibrary(std::string_view name);
+    ~OMOpenLibrary();
+    OMOpenLibrary(const OMOpenLibrary&) = delete;
+    OMOpenLibrary& operator=(const OMOpenLibrary&) = delete;
+
+    /// Null when the file could not be opened or is no library (the latter after a failed check).
+    [[nodiscard]] const OMNELibrary* library() const { return library_; }
+
+    /// While set, the library stays open until another is needed; clearing it releases the library.
+    /// Not set at the beginning.
+    static void setKeepOpen(bool keepOpen);
+
+    /// The open file of the library of that name; null when another is open or none.
+    [[nodiscard]] static platform::File* handle(std::string_view name);
+    /// As handle, but the file is the caller's from now on. The parsed table stays.
+    [[nodiscard]] static std::unique_ptr<platform::File> takeHandle(std::string_view name);
+
+  private:
+    const OMNELibrary* library_ = nullptr;
+};

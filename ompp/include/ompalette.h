@@ -1,0 +1,40 @@
+// What palettes have in common: which of the 256 entries belong to the platform, and how the 236
+// between them are taken over from a game's palette.
+#pragma once
+
+#include "omcolor.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <span>
+
+/// A palette as the device knows it: 8 bits a component.
+using OMDevicePalette = std::array<platform::Rgb, platform::kPaletteSize>;
+
+/// The platform's twenty colours at entries 0 to 9 and 246 to 255, black between them.
+[[nodiscard]] const OMDevicePalette& OMDefaultPalette();
+
+/// Whether entry `index` belongs to the game (10 to 245).
+[[nodiscard]] constexpr bool OMIsGameColor(int index) {
+    return index >= platform::kFirstFreeColour && index < platform::kFirstHighStaticColour;
+}
+
+/// The device palette that `colors` becomes: entries 10 to 245 by the high byte of each component,
+/// the others from the default palette. Pure black becomes (1, 1, 1) and pure white
+/// (254, 254, 254), so that the game's colours never merge with the fixed black and white.
+[[nodiscard]] OMDevicePalette OMGamePalette(const OMPalette& colors);
+
+/// The colours of a device palette, all as RGB.
+[[nodiscard]] OMPalette OMPaletteFromDevice(const OMDevicePalette& palette);
+
+/// The entry nearest to `color`, the lowest of several.
+[[nodiscard]] std::uint8_t OMNearestEntry(const OMDevicePalette& palette, platform::Rgb color);
+
+/// Bytes of an `RRGB` resource: 256 times red, green and blue, 16-bit little-endian words whose low
+/// byte is the intensity.
+inline constexpr std::size_t kRrgbSize = platform::kPaletteSize * 3 * 2;
+
+/// Reads an `RRGB` resource; none after a failed check when there are less than kRrgbSize bytes.
+/// What follows them is ignored.
+[[nodiscard]] std::optional<OMPalette> OMReadPalette(std::span<const std::byte> data);

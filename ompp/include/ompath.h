@@ -1,0 +1,53 @@
+// The search path: an ordered list of directories in which a file that is known only by its name is
+// looked for. Directories may keep their listing, so that a slow drive is asked once and not at
+// every look-up; a file that is added to such a directory later is not seen.
+//
+// Process-wide, main thread only.
+#pragma once
+
+#include "platform/files.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class OMPathDirectory {
+  public:
+    /// A "\" is added to a path that does not end with one. With `cacheListing` the directory is
+    /// listed here and never again.
+    OMPathDirectory(std::string_view path, bool cacheListing);
+
+    [[nodiscard]] const std::string& path() const { return path_; }
+    /// Whether the directory holds a file of this name, letter case ignored.
+    [[nodiscard]] bool holds(std::string_view name) const;
+
+  private:
+    std::string path_;
+    bool listingCached_;
+    std::vector<std::string> names_; ///< of files, lower case, ascending
+};
+
+/// Adds a directory behind those that are there.
+void OMPathAddDirectory(std::string_view path, bool cacheListing);
+
+/// Strict: a name that no directory holds is not found. Otherwise the last directory stands for all
+/// names that the others do not hold, and is not searched. Not strict at the beginning.
+void OMPathSetStrict(bool strict);
+
+/// Forgets all directories; not strict again.
+void OMPathClear();
+
+/// The path of the first directory that holds the file, with the name as given. A name with a ":"
+/// or a "\" and any name while there are no directories is returned as it is. None when strict and
+/// not found, and for an empty name (after a failed check).
+[[nodiscard]] std::optional<std::string> OMPathResolveFilename(std::string_view name);
+
+/// Opens for reading what a name stands for; null when that is nothing. The one place that decides
+/// where the bytes of a stream or a library come from.
+[[nodiscard]] std::unique_ptr<platform::File> OMPathOpen(std::string_view name);
+
+/// File names are Latin-1 and are the same whatever the case of their letters.
+[[nodiscard]] bool OMPathSameName(std::string_view one, std::string_view other);
+[[nodiscard]] std::string OMPathLowerCase(std::string_view name);

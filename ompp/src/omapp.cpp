@@ -1,0 +1,123 @@
+#include "omapp.h"
+
+#include "omdebug.h"
+#include "omplatform.h"
+#include "omwindow.h"
+
+#include <cstring>
+
+using platform::Message;
+using platform::Point;
+using platform::Rect;
+
+OMApp* OMApp::instance_ = nullptr;
+
+namespace {
+
+void clearScreen(const Rect& area) {
+    platform::Display& display = OMPlatform().display();
+    platform::Surface& screen = display.screen();
+    for (int y = 0; y < screen.height(); ++y) std::memset(screen.row(y), 0, screen.stride());
+    display.present(area);
+}
+
+bool contains(const Rect& rectangle, Point point) {
+    return point.x >= rectangle.left && point.x < rectangle.right && point.y >= rectangle.top &&
+           point.y < rectangle.bottom;
+}
+
+Point relativeTo(const OMWindow& window, Point point) {
+    return {point.x - window.rectangle().left, point.y - window.rectangle().top};
+}
+
+} // namespace
+
+OMApp::OMApp(DisplayMode mode, const OMColor& background, const Rect& rectangle, int depth)
+    : displayMode_(mode), background_(background), rectangle_(rectangle), depth_(depth) {
+    OMDebug::require(instance_ == nullptr, "instance == NULL",
+                     "OMApp::OMApp - only one instance of OMApp is allowed!");
+    instance_ = this;
+    productName_ = OMPlatform().modules().versionString("ProductName");
+    platform::Display& display = OMPlatform().display();
+    display.setTitle(productName_);
+    clearScreen(display.screen().bounds());
+}
+
+OMApp::~OMApp() { instance_ = nullptr; }
+
+void OMApp::begin() {
+    windows_.apply([](OMWindow& window) { window.expose(); });
+    running_ = true;
+    OMPlatform().mainLoopBegins();
+}
+
+void OMApp::run() {
+    begin();
+    while (pass()) {
+    }
+}
+
+bool OMApp::pass() {
+    platform::Events& events = OMPlatform().events();
+    Message message;
+    if (waitForMessages_ ? events.wait(message) : events.take(message)) {
+        beforeMessage(message);
+        dispatch(message);
+        afterMessage(message);
+    }
+    if (!waitForMessages_) {
+        idle();
+        windows_.apply([](OMWindow& window) { window.idle(); });
+        tasks_.runAll();
+    }
+    OMPlatform().passEnded();
+    return running_;
+}
+
+void OMApp::alert(std::string_view text, std::uint32_t style, std::string_view caption) {
+    OMPlatform().dialogs().messageBox(text, caption, style);
+}
+
+void OMApp::dispatch(const Message& message) {
+    switch (message.kind) {
+    case Message::Kind::Null: return;
+    case Message::Kind::MouseDown:
+    case Message::Kind::MouseUp:
+    case Message::Kind::MouseMove:
+    case Message::Kind::DoubleClick: {
+        OMWindow* window = mouseWindow(message);
+        if (!window) return;
+        const Point point = relativeTo(*window, message.position);
+        if (message.kind == Message::Kind::MouseDown) window->mouseDown(point);
+        if (message.kind == Message::Kind::MouseUp) window->mouseUp(point);
+        if (message.kind == Message::Kind::MouseMove) window->mouseMove(point);
+        if (message.kind == Message::Kind::DoubleClick) window->doubleClick(point);
+        return;
+    }
+    case Message::Kind::Key:
+        if (OMWindow* window = windows_.last()) window->key(message.key);
+        return;
+    case Message::Kind::Command: commandHandler_(message.command); return;
+    case Message::Kind::Background: backgroundLink_(); return;
+    case Message::Kind::Foreground: foregroundLink_(); return;
+    case Message::Kind::Expose:
+        windows_.apply([](OMWindow& window) { window.expose(); });
+        return;
+    case Message::Kind::Quit: stop(); return;
+    }
+}
+
+OMWindow* OMApp::mouseWindow(const Message& message) {
+    OMWindow* window = capture_;
+    if (!window)
+        window = windows_.findLast(
+            [&](const OMWindow& w) { return contains(w.rectangle(), message.position); });
+    if (message.kind == Message::Kind::MouseDown || message.kind == Message::Kind::DoubleClick) {
+        capture_ = window;
+        OMPlatform().events().captureMouse(window != nullptr);
+    } else if (message.kind == Message::Kind::MouseUp && capture_) {
+        capture_ = nullptr;
+        OMPlatform().events().captureMouse(false);
+    }
+    return window;
+}

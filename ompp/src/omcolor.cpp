@@ -1,0 +1,24 @@
+#include "omcolor.h"
+
+#include "omdebug.h"
+
+namespace {
+
+bool isPaletteIndex(int index) { return index >= 0 && index < platform::kPaletteSize; }
+
+} // namespace
+
+OMColor::OMColor(int index) {
+    if (OMDebug::check(isPaletteIndex(index), "!ok", "OMColor::OMColor - invalid index!"))
+        index_ = index;
+}
+
+void OMColor::set(int index) {
+    if (!OMDebug::check(isPaletteIndex(index), "!ok", "OMColor::set - invalid index!")) return;
+    *this = OMColor();
+    index_ = index;
+}
+
+void OMColor::set(std::uint16_t red, std::uint16_t green, std::uint16_t blue) {
+    *this = OMColor(red, green, blue);
+}

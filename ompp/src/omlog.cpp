@@ -1,0 +1,83 @@
+#include "omlog.h"
+
+#include "omplatform.h"
+
+#include <span>
+#include <string>
+
+namespace OMLog {
+
+namespace {
+
+constexpr std::string_view kFileName = "zorbelog.txt";
+constexpr int kFirstLevelCommand = 59407;
+constexpr std::string_view kLevelNames[] = {"NONE\n\n", "ERRORS\n\n", "WARNINGS\n\n", "ALL\n\n"};
+
+struct State {
+    int level = kAll;
+    std::string fallbackDirectory;
+};
+
+State& state() {
+    static State theState;
+    return theState;
+}
+
+bool isLevel(int value) { return value >= kNone && value <= kAll; }
+
+std::string_view levelName(int value) {
+    return isLevel(value) ? kLevelNames[value] : std::string_view();
+}
+
+std::string_view prefix(Kind kind) {
+    const int level = state().level;
+    if (!isLevel(level)) return {};
+    if (kind == Kind::Error && level >= kErrors) return "ERROR: ";
+    if (kind == Kind::Warning && level >= kWarnings) return "Warning: ";
+    return {};
+}
+
+void rawWrite(std::string_view text, platform::OpenMode mode) {
+    platform::Files& files = OMPlatform().files();
+    auto file = files.open(kFileName, mode);
+    if (!file && !state().fallbackDirectory.empty())
+        file = files.open(state().fallbackDirectory + std::string(kFileName), mode);
+    if (file) file->write(std::as_bytes(std::span(text)));
+}
+
+} // namespace
+
+void write(Kind kind, std::string_view text) {
+    std::string line(prefix(kind));
+    line += text;
+    line += '\n';
+    rawWrite(line, platform::OpenMode::Append);
+}
+
+void start() {
+    std::string text = "Starting Logging, Debug Level set to ";
+    text += levelName(state().level);
+    rawWrite(text, platform::OpenMode::Write);
+}
+
+void close() { rawWrite("\nClosing Log\n\n", platform::OpenMode::Append); }
+
+void setFallbackDirectory(std::string_view directory) { state().fallbackDirectory = directory; }
+
+void setLevel(int level) {
+    state().level = level;
+    std::string text = "Debug Level changed to ";
+    text += levelName(level);
+    rawWrite(text, platform::OpenMode::Append);
+}
+
+int level() { return state().level; }
+
+bool handleCommand(int command) {
+    const int level = command - kFirstLevelCommand;
+    if (!isLevel(level)) return false;
+    setLevel(level);
+    return true;
+}
+
+} // namespace OMLog

@@ -1,0 +1,88 @@
+#include "ompath.h"
+
+#include "omdebug.h"
+#include "omplatform.h"
+
+#include <algorithm>
+
+namespace {
+
+struct SearchPath {
+    std::vector<OMPathDirectory> directories;
+    bool strict = false;
+};
+
+SearchPath& searchPath() {
+    static SearchPath thePath;
+    return thePath;
+}
+
+/// Latin-1, as the names of the platform's files are.
+char lower(char c) {
+    const auto code = static_cast<unsigned char>(c);
+    const bool isCapital =
+        (code >= 'A' && code <= 'Z') || (code >= 0xC0 && code <= 0xDE && code != 0xD7);
+    return isCapital ? static_cast<char>(code + 0x20) : c;
+}
+
+std::string withBackslash(std::string_view path) {
+    std::string result(path);
+    if (!result.ends_with('\\') && !result.ends_with('/')) result += '\\';
+    return result;
+}
+
+} // namespace
+
+OMPathDirectory::OMPathDirectory(std::string_view path, bool cacheListing)
+    : path_(withBackslash(path)), listingCached_(cacheListing) {
+    if (!cacheListing) return;
+    for (const platform::DirectoryEntry& entry : OMPlatform().files().list(path_))
+        if (!entry.isDirectory) names_.push_back(OMPathLowerCase(entry.name));
+    std::sort(names_.begin(), names_.end());
+}
+
+bool OMPathDirectory::holds(std::string_view name) const {
+    if (!listingCached_) return OMPlatform().files().exists(path_ + std::string(name));
+    return std::binary_search(names_.begin(), names_.end(), OMPathLowerCase(name));
+}
+
+void OMPathAddDirectory(std::string_view path, bool cacheListing) {
+    searchPath().directories.emplace_back(path, cacheListing);
+}
+
+void OMPathSetStrict(bool strict) { searchPath().strict = strict; }
+
+void OMPathClear() { searchPath() = SearchPath(); }
+
+std::optional<std::string> OMPathResolveFilename(std::string_view name) {
+    if (!OMDebug::check(!name.empty(), "filename == NULL",
+                        "OMPathResolveFilename - invalid filename!"))
+        return std::nullopt;
+    const auto& [directories, strict] = searchPath();
+    if (name.find_first_of(":\\") != std::string_view::npos || directories.empty())
+        return std::string(name);
+
+    // When not strict the search ends at the last directory, found or not.
+    const auto end = strict ? directories.end() : directories.end() - 1;
+    const auto found =
+        std::find_if(directories.begin(), end,
+                     [&](const OMPathDirectory& directory) { return directory.holds(name); });
+    if (found == directories.end()) return std::nullopt;
+    return found->path() + std::string(name);
+}
+
+std::unique_ptr<platform::File> OMPathOpen(std::string_view name) {
+    const std::optional<std::string> path = OMPathResolveFilename(name);
+    return path ? OMPlatform().files().open(*path, platform::OpenMode::Read) : nullptr;
+}
+
+bool OMPathSameName(std::string_view one, std::string_view other) {
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [](char a, char b) { return lower(a) == lower(b); });
+}
+
+std::string OMPathLowerCase(std::string_view name) {
+    std::string result(name);
+    std::transform(result.begin(), result.end(), result.begin(), lower);
+    return result;
+}

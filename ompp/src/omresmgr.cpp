@@ -1,0 +1,251 @@
+#include "omresmgr.h"
+
+#include "omdebug.h"
+#include "omexchangeorder.h"
+#include "omformat.h"
+#include "omistreamdll16.h"
+#include "ompath.h"
+#include "omreader.h"
+
+#include <algorithm>
+#include <limits>
+#include <map>
+
+namespace {
+
+constexpr std::size_t kTableTextLimit = 65536; ///< bytes; a table's text must be shorter
+constexpr std::size_t kTableLineLength = 81;
+
+struct Lists {
+    std::map<std::string, OMResMgrResType, std::less<>> types;
+    std::vector<std::unique_ptr<OMResMgrFile>> files; // below the types: files clean up in them
+};
+
+Lists& lists() {
+    static Lists theLists;
+    return theLists;
+}
+
+auto findPlace(std::string_view name) {
+    auto& files = lists().files;
+    return std::find_if(files.begin(), files.end(),
+                        [&](const auto& file) { return OMPathSameName(file->name(), name); });
+}
+
+OMResMgrFile* findByName(std::string_view name) {
+    const auto place = findPlace(name);
+    return place == lists().files.end() ? nullptr : place->get();
+}
+
+/// Null, after a failed check of `operation`, when the file is not in use.
+OMResMgrFile* requireUsed(std::string_view name, const char* operation) {
+    OMResMgrFile* file = findByName(name);
+    if (!file)
+        OMDebug::check(
+            false, "file == NULL",
+            OMFormat("%s - file %s not being used!", operation, std::string(name).c_str()));
+    return file;
+}
+
+bool isResourceName(int id, std::string_view type) { return id > 0 && !type.empty(); }
+
+/// `addResources` is told of a file that was not in use before.
+template <class File, class AddResources>
+void useFile(std::string_view name, bool activate, AddResources addResources) {
+    OMResMgrFile* file = findByName(name);
+    if (!file) {
+        file = lists().files.emplace_back(std::make_unique<File>(name)).get();
+        addResources(*file);
+    }
+    file->changeUseCount(1);
+    if (activate) OMResMgrActivate(name);
+}
+
+std::string remainingText(OMIStream& stream) {
+    std::string text;
+    while (stream.fill() > 0)
+        text.append(reinterpret_cast<const char*>(stream.current().data()),
+                    stream.current().size());
+    return text;
+}
+
+bool fitsId(int id) {
+    return id >= std::numeric_limits<std::int16_t>::min() &&
+           id <= std::numeric_limits<std::int16_t>::max();
+}
+
+/// The entries point into `text`.
+std::vector<OMResMgrEntry> parseTable(std::string_view text) {
+    std::vector<OMResMgrEntry> entries;
+    OMScanner lines(text);
+    for (lines.skipControls(); !lines.atEnd(); lines.skipControls()) {
+        OMScanner line(lines.line(kTableLineLength));
+        const std::optional<int> id = line.number();
+        const std::string_view type = line.word();
+        if (id && fitsId(*id) && !type.empty())
+            entries.push_back({static_cast<std::int16_t>(*id), type});
+    }
+    return entries;
+}
+
+} // namespace
+
+OMResMgrFile::~OMResMgrFile() {
+    auto& types = lists().types;
+    for (auto& [name, type] : types) type.remove(*this);
+    std::erase_if(types, [](const auto& type) { return type.second.empty(); });
+}
+
+void OMResMgrFile::addToResTypeList(std::span<const OMResMgrEntry> entries) {
+    std::map<std::string_view, std::vector<std::int16_t>> groups;
+    for (const OMResMgrEntry& entry : entries) groups[entry.type].push_back(entry.id);
+    for (const auto& [type, ids] : groups) {
+        const auto [place, isNew] = lists().types.try_emplace(std::string(type));
+        const bool added = place->second.addInFront(ids, *this);
+        OMDebug::check(added, "tooMany", "OMResMgrFile::addToResTypeList - too many resources!");
+        if (!added && isNew) lists().types.erase(place);
+    }
+}
+
+void OMResMgrFile::addOwnResources() {
+    const std::vector<std::string> types = getResTypes();
+    std::vector<OMResMgrEntry> entries;
+    for (const std::string& type : types)
+        for (int id : getResIDs(type)) entries.push_back({static_cast<std::int16_t>(id), type});
+    addToResTypeList(entries);
+}
+
+std::unique_ptr<OMIStream> OMResMgrFileDLL16::getIStream(int id, std::string_view type,
+                                                         int bufferMode) const {
+    return std::make_unique<OMIStreamDLL16>(id, type, name(), bufferMode);
+}
+
+std::vector<std::string> OMResMgrFileDLL16::getResTypes() const {
+    return OMIStreamDLL16::getResTypes(name());
+}
+
+std::vector<int> OMResMgrFileDLL16::getResIDs(std::string_view type) const {
+    return OMIStreamDLL16::getResIDs(name(), type);
+}
+
+bool OMResMgrResType::addInFront(std::span<const std::int16_t> ids, OMResMgrFile& file) {
+    if (entries_.size() + ids.size() > kMaxEntries) return false;
+    std::vector<Entry> added;
+    added.reserve(ids.size() + entries_.size());
+    for (std::int16_t id : ids) added.push_back({id, &file});
+    added.insert(added.end(), entries_.begin(), entries_.end());
+    entries_ = std::move(added);
+    sorted_ = false;
+    return true;
+}
+
+void OMResMgrResType::remove(const OMResMgrFile& file) {
+    std::erase_if(entries_, [&](const Entry& entry) { return entry.file == &file; });
+}
+
+OMResMgrFile* OMResMgrResType::findActive(int id) {
+    if (!sorted_) sort();
+    const auto isBelow = [](const Entry& entry, int wanted) { return entry.id < wanted; };
+    const auto isActive = [](const Entry& entry) { return entry.file->isActive(); };
+    const auto begin = std::lower_bound(entries_.begin(), entries_.end(), id, isBelow);
+    const auto end =
+        std::find_if(begin, entries_.end(), [&](const Entry& entry) { return entry.id != id; });
+    const auto found = std::find_if(begin, end, isActive);
+    if (found == end) return nullptr;
+    if (std::any_of(found + 1, end, isActive))
+        OMDebug::check(false, "duplicate",
+                       OMFormat("OMResMgrFindFile - active, duplicate id %d found!", id));
+    return found->file;
+}
+
+void OMResMgrResType::sort() {
+    std::vector<std::int16_t> ids;
+    ids.reserve(entries_.size());
+    for (const Entry& entry : entries_) ids.push_back(entry.id);
+    std::vector<Entry> ordered;
+    ordered.reserve(entries_.size());
+    for (std::size_t index : OMExchangeOrder(ids)) ordered.push_back(entries_[index]);
+    entries_ = std::move(ordered);
+    sorted_ = true;
+}
+
+void OMResMgrUseDLL16(std::string_view name, bool activate) {
+    useFile<OMResMgrFileDLL16>(name, activate, [](OMResMgrFile& file) { file.addOwnResources(); });
+}
+
+void OMResMgrUseDLL16(std::string_view name, OMIStream& table, bool activate) {
+    if (!OMDebug::check(table.length() < kTableTextLimit, "length >= 65536",
+                        "OMResMgrUseDLL16 - resource table cannot be larger than 64K!"))
+        return;
+    useFile<OMResMgrFileDLL16>(name, activate, [&](OMResMgrFile& file) {
+        const std::string text = remainingText(table);
+        file.addToResTypeList(parseTable(text));
+    });
+}
+
+void OMResMgrUseDLL16(std::string_view name, OMResMgrTerminated table, bool activate) {
+    const OMResMgrEntry* end = table.entries;
+    while (end->id != 0 || !end->type.empty()) ++end;
+    OMResMgrUseDLL16(name, std::span(table.entries, end), activate);
+}
+
+void OMResMgrUseDLL16(std::string_view name, std::span<const OMResMgrEntry> table, bool activate) {
+    useFile<OMResMgrFileDLL16>(name, activate,
+                               [&](OMResMgrFile& file) { file.addToResTypeList(table); });
+}
+
+void OMResMgrActivate(std::string_view name) {
+    if (OMResMgrFile* file = requireUsed(name, "OMResMgrActivate")) file->changeActivationCount(1);
+}
+
+void OMResMgrDeactivate(std::string_view name) {
+    OMResMgrFile* file = requireUsed(name, "OMResMgrDeactivate");
+    if (!file) return;
+    if (file->isActive())
+        file->changeActivationCount(-1);
+    else
+        OMDebug::check(false, "file->getActivationCount() < 0",
+                       OMFormat("OMResMgrDeactivate - too many deactivations for file %s!",
+                                file->name().c_str()));
+}
+
+void OMResMgrStopUsing(std::string_view name, bool deactivate) {
+    OMResMgrFile* file = requireUsed(name, "OMResMgrStopUsing");
+    if (!file) return;
+    if (deactivate) file->changeActivationCount(-1);
+    if (file->useCount() > 0) file->changeUseCount(-1);
+    if (file->useCount() > 0) return;
+    if (!file->isActive())
+        lists().files.erase(findPlace(name));
+    else
+        OMDebug::check(
+            false, "file->getActivationCount() > 0",
+            OMFormat("OMResMgrStopUsing - file %s is still active!", file->name().c_str()));
+}
+
+bool OMResMgrGetIStreamInfo(int id, std::string_view type) {
+    return OMDebug::check(isResourceName(id, type), "!ok",
+                          "OMResMgrGetIStreamInfo - invalid parameter!") &&
+           OMResMgrFindFile(id, type) != nullptr;
+}
+
+std::unique_ptr<OMIStream> OMResMgrGetIStream(int id, std::string_view type, int bufferMode) {
+    if (!OMDebug::check(isResourceName(id, type), "!ok", "OMResMgrGetIStream - invalid parameter!"))
+        return nullptr;
+    if (const OMResMgrFile* file = OMResMgrFindFile(id, type))
+        return file->getIStream(id, type, bufferMode);
+    OMDebug::check(false, "file == NULL",
+                   OMFormat("OMResMgrGetIStream - resource (id %d type %s) not found!", id,
+                            std::string(type).c_str()));
+    return nullptr;
+}
+
+OMResMgrFile* OMResMgrFindFile(int id, std::string_view type) {
+    const auto place = lists().types.find(type);
+    return place == lists().types.end() ? nullptr : place->second.findActive(id);
+}
+
+void OMResMgrClear() {
+    lists().files.clear();
+    lists().types.clear();
+}

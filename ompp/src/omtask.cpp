@@ -1,0 +1,36 @@
+#include "omtask.h"
+
+#include "omapp.h"
+#include "omdebug.h"
+
+OMTask::OMTask(OMLink link, std::uint32_t priority) : link_(std::move(link)), priority_(priority) {
+    OMDebug::requireApp("OMTask");
+    OMApp::getApp()->tasks().insert(*this);
+}
+
+OMTask::~OMTask() {
+    if (OMApp* app = OMApp::getApp()) app->tasks().remove(*this);
+}
+
+void OMTask::setPriority(std::uint32_t priority) {
+    OMTaskList& tasks = OMApp::getApp()->tasks();
+    priority_ = priority;
+    tasks.remove(*this);
+    tasks.insert(*this);
+}
+
+void OMTaskList::insert(OMTask& task) {
+    tasks_.insertWhere(&task,
+                       [&](const OMTask& listed) { return listed.priority() <= task.priority(); });
+}
+
+void OMTaskList::remove(OMTask& task) { tasks_.remove(&task); }
+
+void OMTaskList::runAll() {
+    tasks_.apply([](OMTask& task) {
+        if (task.suspended_) return;
+        // The task may destroy itself in its own link.
+        const OMLink link = task.link_;
+        link();
+    });
+}

@@ -1,0 +1,40 @@
+// What tests of the framework stand on: a machine in memory with nothing installed by earlier
+// tests, and a record of the failed non-fatal checks.
+#pragma once
+
+#include "memoryfiles.h"
+
+#include "omdebug.h"
+#include "omopenlibrary.h"
+#include "ompath.h"
+#include "omplatform.h"
+#include "omresmgr.h"
+
+#include <gtest/gtest.h>
+
+namespace testing_support {
+
+class FrameworkTest : public testing::Test {
+  protected:
+    FrameworkTest() {
+        OMSetPlatform(&machine);
+        OMDebug::setCheckListener(
+            [this](const OMDebug::Failure& failure) { failures.emplace_back(failure.message); });
+    }
+    ~FrameworkTest() override {
+        OMResMgrClear();
+        OMPathClear();
+        OMOpenLibrary::setKeepOpen(false);
+        OMDebug::setCheckListener(nullptr);
+        OMSetPlatform(nullptr);
+    }
+
+    /// The messages of the failed checks since the last call.
+    std::vector<std::string> takeFailures() { return std::exchange(failures, {}); }
+
+    MemoryPlatform machine;
+    MemoryFiles& files = machine.files();
+    std::vector<std::string> failures;
+};
+
+} // namespace testing_support

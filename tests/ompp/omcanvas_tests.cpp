@@ -1,0 +1,551 @@
+// Canvases and palettes: what is drawn where, with which pixels, and how much of it is shown.
+#include "omapp.h"
+#include "omdebug.h"
+#include "ommemcanvas.h"
+#include "omplatform.h"
+#include "omwndcanvas.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+using platform::Rect;
+using platform::Rgb;
+
+namespace {
+
+/// A screen that remembers what it was asked to show.
+class TestDisplay : public platform::Display {
+  public:
+    TestDisplay(int width, int height, int depth) : screen_(width, height, depth) {}
+
+    [[nodiscard]] platform::ScreenMode mode() const override {
+        return {screen_.width(), screen_.height(), screen_.depth()};
+    }
+    platform::Surface& screen() override { return screen_; }
+    void present(const Rect& area) override { shown.unite(area); }
+    void setPalette(int first, std::span<const Rgb> colours) override {
+        std::copy(colours.begin(), colours.end(), palette_.begin() + first);
+    }
+    [[nodiscard]] const OMDevicePalette& palette() const override { return palette_; }
+    void setTitle(std::string_view) override {}
+    void setCursor(int id) override { cursors.push_back(id); }
+
+    OMRegion shown;
+    std::vector<int> cursors;
+
+  private:
+    platform::Surface screen_;
+    OMDevicePalette palette_ = platform::staticPalette();
+};
+
+class NoModules : public platform::Modules {
+  public:
+    [[nodiscard]] std::optional<std::span<const std::byte>> resource(std::string_view,
+                                                                     int) const override {
+        return std::nullopt;
+    }
+    [[nodiscard]] std::string versionString(std::string_view) const override { return {}; }
+};
+
+/// A machine that has nothing but a screen.
+class TestPlatform : public platform::Platform {
+  public:
+    explicit TestPlatform(int depth) : display_(64, 48, depth) {}
+
+    platform::Clock& clock() override { std::abort(); }
+    TestDisplay& display() override { return display_; }
+    platform::Events& events() override { std::abort(); }
+    platform::Dialogs& dialogs() override { std::abort(); }
+    platform::Files& files() override { std::abort(); }
+    platform::Modules& modules() override { return modules_; }
+    void mainLoopBegins() override {}
+    void passEnded() override {}
+    void programEnds(int) override {}
+    [[noreturn]] void terminate(int) override { std::abort(); }
+
+  private:
+    TestDisplay display_;
+    NoModules modules_;
+};
+
+/// A process with a screen of `depth` bits and an application.
+class Process {
+  public:
+    explicit Process(int depth) : platform_(depth) {
+        OMSetPlatform(&platform_);
+        app_.emplace(OMApp::DisplayMode::PopUp, OMColor(), Rect{0, 0, 64, 48}, depth);
+        OMDebug::setCheckListener(
+            [this](const OMDebug::Failure& failure) { messages.emplace_back(failure.message); });
+        display().shown.clear();
+    }
+    ~Process() {
+        OMDebug::setCheckListener(nullptr);
+        app_.reset();
+        OMSetPlatform(nullptr);
+    }
+    Process(const Process&) = delete;
+    Process& operator=(const Process&) = delete;
+
+    TestDisplay& display() { return platform_.display(); }
+
+    /// The failed checks since the last call.
+    std::vector<std::string> takeMessages() { return std::exchange(messages, {}); }
+
+    std::vector<std::string> messages;
+
+  private:
+    TestPlatform platform_;
+    std::optional<OMApp> app_;
+};
+
+using Messages = std::vector<std::string>;
+
+std::mt19937 engine{4711};
+
+int randomBetween(int least, int most) {
+    return std::uniform_int_distribution(least, most)(engine);
+}
+
+std::uint32_t pixelAt(OMCanvas& canvas, int x, int y) {
+    const OMPixels pixels = canvas.pixels();
+    const std::uint8_t* bytes = pixels.at(x, y);
+    std::uint32_t value = 0;
+    for (int i = 0; i < pixels.bytesPerPixel; ++i) value |= std::uint32_t{bytes[i]} << (8 * i);
+    return value;
+}
+
+void setPixel(OMCanvas& canvas, int x, int y, std::uint32_t value) {
+    const OMPixels pixels = canvas.pixels();
+    for (int i = 0; i < pixels.bytesPerPixel; ++i)
+        pixels.at(x, y)[i] = static_cast<std::uint8_t>(value >> (8 * i));
+}
+
+using Picture = std::vector<std::vector<std::uint32_t>>; // rows of pixels
+
+Picture pictureOf(OMCanvas& canvas) {
+    Picture picture;
+    const Rect area = canvas.pixels().area;
+    for (int y = area.top; y < area.bottom; ++y) {
+        picture.emplace_back();
+        for (int x = area.left; x < area.right; ++x)
+            picture.back().push_back(pixelAt(canvas, x, y));
+    }
+    return picture;
+}
+
+void fillWithNoise(OMCanvas& canvas) {
+    const Rect area = canvas.pixels().area;
+    for (int y = area.top; y < area.bottom; ++y)
+        for (int x = area.left; x < area.right; ++x)
+            setPixel(canvas, x, y, static_cast<std::uint32_t>(engine()));
+}
+
+OMRegion randomRegion(int side) {
+    OMRegion region;
+    for (int i = randomBetween(0, 4); i >= 0; --i) {
+        const int x = randomBetween(-4, side);
+        const int y = randomBetween(-4, side);
+        region.unite(Rect{x, y, x + randomBetween(0, side), y + randomBetween(0, side)});
+    }
+    return region;
+}
+
+OMPalette noisePalette() {
+    OMPalette palette;
+    for (OMColor& color : palette)
+        color.set(static_cast<std::uint16_t>(engine()), static_cast<std::uint16_t>(engine()),
+                  static_cast<std::uint16_t>(engine()));
+    return palette;
+}
+
+// Palettes
+
+TEST(OMPalette, theGameOwnsEntries10To245Only) {
+    OMPalette given;
+    given.fill(OMColor(0x12FF, 0x34FF, 0x5600));
+    given[100].set(0xFFFF, 0xFF00, 0xFF80);
+    given[101].set(0x00FF, 0x0001, 0);
+    given[102].set(0xFF00, 0xFF00, 0xFE00);
+    const OMDevicePalette palette = OMGamePalette(given);
+    for (std::size_t i = 0; i < palette.size(); ++i) {
+        const Rgb expected = i < 10 || i > 245 ? platform::staticPalette()[i]
+                             : i == 100        ? Rgb{254, 254, 254}
+                             : i == 101        ? Rgb{1, 1, 1}
+                             : i == 102        ? Rgb{255, 255, 254}
+                                               : Rgb{0x12, 0x34, 0x56};
+        EXPECT_EQ(palette[i], expected) << i;
+    }
+}
+
+TEST(OMPalette, resourceNeedsAllItsBytes) {
+    Process process(8);
+    std::vector<std::byte> data(kRrgbSize + 2, std::byte{0x77});
+    // Entry 200: the words' high bytes do not count.
+    data[200 * 6 + 0] = std::byte{0xFE};
+    data[200 * 6 + 2] = std::byte{0x01};
+    data[200 * 6 + 4] = std::byte{0x00};
+    for (const std::size_t size : {std::size_t{0}, std::size_t{6}, kRrgbSize - 1}) {
+        EXPECT_FALSE(OMReadPalette(std::span(data).first(size))) << size;
+        EXPECT_EQ(process.takeMessages(), Messages{"no palette"});
+    }
+    for (const std::size_t size : {kRrgbSize, data.size()}) {
+        const std::optional<OMPalette> palette = OMReadPalette(std::span(data).first(size));
+        ASSERT_TRUE(palette);
+        EXPECT_EQ((*palette)[200], OMColor(0xFE00, 0x0100, 0));
+        EXPECT_EQ((*palette)[255], OMColor(0x7700, 0x7700, 0x7700));
+    }
+    EXPECT_EQ(process.messages, Messages{});
+}
+
+TEST(OMPalette, canvasesGiveBackWhatTheyStored) {
+    Process process(8);
+    OMMemCanvas canvas(4, 4, 8);
+    EXPECT_EQ(canvas.getPalette(), OMPaletteFromDevice(platform::staticPalette()));
+    canvas.setPalette(noisePalette());
+    const OMPalette stored = canvas.getPalette();
+    canvas.setPalette(stored);
+    EXPECT_EQ(canvas.getPalette(), stored);
+    EXPECT_EQ(canvas.getPaletteEntry(77), stored[77]);
+    EXPECT_EQ(canvas.getPaletteEntry(255), OMColor(0xFF00, 0xFF00, 0xFF00));
+    EXPECT_EQ(process.messages, Messages{});
+    for (const int index : {-1, 256, std::numeric_limits<int>::max()})
+        EXPECT_EQ(canvas.getPaletteEntry(index), OMColor());
+    EXPECT_EQ(process.messages,
+              Messages(3, "OMCanvas::getPaletteEntry - index must be between 0 and 255!"));
+}
+
+TEST(OMPalette, theWindowInstallsTheGamesEntriesOnTheDisplay) {
+    Process process(8);
+    OMWndCanvas window({0, 0, 64, 48});
+    OMMemCanvas memory(4, 4, 8);
+    memory.setPalette(noisePalette());
+    EXPECT_EQ(process.display().palette(), platform::staticPalette());
+    window.setPalette(memory.getPalette());
+    EXPECT_EQ(process.display().palette(), memory.devicePalette());
+}
+
+// Creation and colours
+
+TEST(OMCanvas, refusesImpossibleSizesAndDepths) {
+    Process process(8);
+    constexpr auto kTooSmall =
+        "OMMemCanvas::OMMemCanvas - height and width must be greater than 0!";
+    constexpr auto kTooLarge = "OMMemCanvas::OMMemCanvas - the canvas is too large!";
+    constexpr auto kDepth = "OMCanvas::OMCanvas - canvases can only be 8, 16, 24 or 32 bit!";
+    struct Row {
+        int width;
+        int height;
+        int depth;
+        Messages messages;
+    };
+    const Row rows[] = {{0, 5, 8, {kTooSmall}},
+                        {5, -5, 16, {kTooSmall}},
+                        {std::numeric_limits<int>::max(), 2, 32, {kTooLarge}},
+                        {0x7FFF, 0x7FFF, 8, {kTooLarge}},
+                        {3, 3, 15, {kDepth}},
+                        {0, 0, -8, {kDepth, kTooSmall}}};
+    for (const Row& row : rows) {
+        OMMemCanvas canvas(row.width, row.height, row.depth);
+        EXPECT_EQ(process.takeMessages(), row.messages);
+        const bool sized = row.messages == Messages{kDepth};
+        EXPECT_EQ(canvas.bounds(), sized ? (Rect{0, 0, 3, 3}) : (Rect{0, 0, 1, 1}));
+        EXPECT_EQ(canvas.depth(), row.depth == 16 || row.depth == 32 ? row.depth : 8);
+        canvas.fillRect({0, 0, 10, 10});
+    }
+}
+
+TEST(OMCanvas, resolvesColorsForItsDepth) {
+    Process process(8);
+    OMPalette palette;
+    palette.fill(OMColor(0x4000, 0x4000, 0x4000));
+    palette[20].set(0xF800, 0x0800, 0x1000);
+    palette[30].set(0x8000, 0x8200, 0x8400);
+    struct Row {
+        int depth;
+        std::uint32_t index20;
+        std::uint32_t rgb; // of 0x8180, 0x82FF, 0x8300
+    };
+    for (const Row& row : {Row{8, 20, 30}, Row{16, 0x7C22, 16u << 10 | 16u << 5 | 16u},
+                           Row{24, 0xF80810, 0x818283}, Row{32, 0xF80810, 0x818283}}) {
+        OMMemCanvas canvas(3, 3, row.depth);
+        canvas.setPalette(palette);
+        EXPECT_EQ(canvas.pixelValue(OMColor(20)), row.index20) << row.depth;
+        EXPECT_EQ(canvas.pixelValue(OMColor(0x8180, 0x82FF, 0x8300)), row.rgb) << row.depth;
+        canvas.setColor(OMColor(20));
+        canvas.fillRect({1, 1, 3, 2});
+        EXPECT_EQ(pictureOf(canvas),
+                  (Picture{{0, 0, 0}, {0, row.index20, row.index20}, {0, 0, 0}}));
+    }
+    OMMemCanvas canvas(1, 1, 8);
+    EXPECT_EQ(canvas.pixelValue(OMColor()), 0u) << "of several blacks the lowest entry";
+    EXPECT_EQ(canvas.pixelValue(canvas.backgroundColor()), 255u);
+}
+
+// Copies
+
+/// One random copy done by the canvas and pixel by pixel.
+void checkRandomCopy(OMCanvas& source, OMCanvas& destination, OMRasterOp operation) {
+    const int sourceX = randomBetween(-12, 40);
+    const int sourceY = randomBetween(-12, 40);
+    const int width = randomBetween(-2, 45);
+    const int height = randomBetween(-2, 45);
+    const int toX = randomBetween(-12, 40);
+    const int toY = randomBetween(-12, 40);
+    const OMRegion extra = randomRegion(30);
+    const bool useExtra = randomBetween(0, 2) == 0;
+    if (randomBetween(0, 2) == 0) destination.setClipRegion(randomRegion(30));
+
+    const Picture from = pictureOf(source);
+    Picture expected = pictureOf(destination);
+    const Rect fromArea = source.pixels().area;
+    const Rect toArea = destination.pixels().area;
+    OMRegion changed;
+    for (int row = 0; row < height; ++row)
+        for (int column = 0; column < width; ++column) {
+            const platform::Point at{sourceX + column, sourceY + row};
+            const platform::Point to{toX + column, toY + row};
+            if (!OMContains(fromArea, at) || !OMContains(toArea, to)) continue;
+            if (useExtra && !extra.contains(to)) continue;
+            if (destination.clipRegion() && !destination.clipRegion()->contains(to)) continue;
+            const std::uint32_t pixel = from[static_cast<std::size_t>(at.y - fromArea.top)]
+                                            [static_cast<std::size_t>(at.x - fromArea.left)];
+            std::uint32_t& target = expected[static_cast<std::size_t>(to.y - toArea.top)]
+                                            [static_cast<std::size_t>(to.x - toArea.left)];
+            if (operation == OMRasterOp::SrcCopy) target = pixel;
+            if (operation == OMRasterOp::SrcInvert) target ^= pixel;
+            if (operation == OMRasterOp::SrcAnd) target &= pixel;
+            changed.unite(Rect{to.x, to.y, to.x + 1, to.y + 1});
+        }
+    const std::uint64_t before = destination.changedPixels();
+    destination.blt(source, sourceX, sourceY, width, height, toX, toY, operation,
+                    useExtra ? &extra : nullptr);
+    destination.removeClipRegion();
+    ASSERT_EQ(pictureOf(destination), expected)
+        << sourceX << " " << sourceY << " " << width << " " << height << " " << toX << " " << toY;
+    EXPECT_EQ(destination.changedPixels() - before, changed.pixelCount());
+}
+
+constexpr OMRasterOp kOperations[] = {OMRasterOp::SrcCopy, OMRasterOp::SrcInvert,
+                                      OMRasterOp::SrcAnd};
+
+TEST(OMCanvas, copiesMatchAPixelByPixelCopy) {
+    for (const int depth : {8, 16, 24, 32}) {
+        Process process(depth);
+        OMMemCanvas one(33, 27, depth);
+        OMMemCanvas other(29, 35, depth);
+        OMWndCanvas window({20, 10, 50, 40});
+        fillWithNoise(other);
+        for (const OMRasterOp operation : kOperations)
+            for (int round = 0; round < 60; ++round) {
+                fillWithNoise(one);
+                checkRandomCopy(other, one, operation);
+                checkRandomCopy(one, one, operation); // overlapping
+                checkRandomCopy(one, window, operation);
+                checkRandomCopy(window, window, operation);
+                checkRandomCopy(window, one, operation);
+                if (HasFatalFailure()) FAIL() << depth << " bits, round " << round;
+            }
+        EXPECT_EQ(process.messages, Messages{});
+    }
+}
+
+TEST(OMCanvas, windowsOfOneScreenMayOverlap) {
+    Process process(8);
+    OMWndCanvas whole({0, 0, 64, 48});
+    OMWndCanvas part({3, 2, 40, 30});
+    fillWithNoise(whole);
+    const Picture before = pictureOf(whole);
+    part.blt(whole, 0, 0, 37, 28, 0, 0);
+    const Picture after = pictureOf(whole);
+    for (std::size_t y = 0; y < 28; ++y)
+        for (std::size_t x = 0; x < 37; ++x) ASSERT_EQ(after[y + 2][x + 3], before[y][x]);
+}
+
+TEST(OMCanvas, extremeArgumentsOfACopyDoNoHarm) {
+    Process process(8);
+    OMMemCanvas source(8, 8, 8);
+    OMMemCanvas destination(8, 8, 8);
+    fillWithNoise(source);
+    constexpr int kMost = std::numeric_limits<int>::max();
+    constexpr int kLeast = std::numeric_limits<int>::min();
+    destination.blt(source, kMost, 0, kMost, 8, kLeast, 0);
+    destination.blt(source, 0, 0, kLeast, kMost, 0, kMost);
+    destination.blt(source, kLeast, 0, kMost, 1, kLeast, 0);
+    EXPECT_EQ(destination.changedPixels(), 0u);
+    destination.blt(source, -kMost + 8, 0, kMost, kMost, -kMost + 8, 0);
+    EXPECT_EQ(destination.changedPixels(), 64u);
+    EXPECT_EQ(pictureOf(destination), pictureOf(source));
+}
+
+TEST(OMCanvas, eightBitPixelsBecomeDeeperThroughTheSourcesPalette) {
+    for (const int depth : {16, 24, 32}) {
+        Process process(depth);
+        OMMemCanvas source(16, 16, 8);
+        source.setPalette(noisePalette());
+        for (int i = 0; i < 256; ++i)
+            setPixel(source, i % 16, i / 16, static_cast<std::uint32_t>(i));
+        OMWndCanvas window({5, 5, 30, 30});
+        OMRegion twoParts(Rect{1, 1, 9, 17});
+        twoParts.unite(Rect{12, 4, 30, 6});
+        window.blt(source, 0, 0, 16, 16, 1, 1, OMRasterOp::SrcCopy, &twoParts);
+        for (int y = 0; y < 20; ++y)
+            for (int x = 0; x < 20; ++x) {
+                const bool drawn = twoParts.contains(platform::Point{x, y}) && x < 17 && y < 17;
+                const std::uint32_t expected =
+                    drawn ? window.pixelValue(source.getPaletteEntry((y - 1) * 16 + x - 1)) : 0;
+                ASSERT_EQ(pixelAt(window, x, y), expected) << depth << ": " << x << " " << y;
+            }
+        window.blt(source, 0, 0, 16, 16, 1, 1, OMRasterOp::SrcInvert, &twoParts);
+        EXPECT_EQ(pixelAt(window, 3, 3), 0u) << "the operation works on the converted pixels";
+        EXPECT_EQ(process.messages, Messages{});
+    }
+}
+
+TEST(OMCanvas, depthRules) {
+    Process process(8);
+    OMMemCanvas eight(4, 4, 8);
+    OMMemCanvas sixteen(4, 4, 16);
+    OMMemCanvas twentyFour(4, 4, 24);
+    const OMRegion everything(Rect{0, 0, 4, 4});
+    sixteen.setColor(OMColor(0xFF00, 0x8000, 0));
+    sixteen.fillRect(sixteen.bounds());
+
+    eight.blt(sixteen, 0, 0, 4, 4, 0, 0);
+    eight.blt(twentyFour, 0, 0, 4, 4, 0, 0, OMRasterOp::SrcCopy, &everything);
+    EXPECT_EQ(process.takeMessages(), Messages(2, "OMCanvas::blt - blt'ing from a 16/24/32 bit "
+                                                  "canvas\nto an 8 bit canvas is not allowed!"));
+    EXPECT_EQ(eight.changedPixels(), 0u);
+
+    twentyFour.blt(sixteen, 0, 0, 4, 4, 0, 0);
+    sixteen.blt(eight, 0, 0, 4, 4, 0, 0);
+    EXPECT_EQ(process.takeMessages(),
+              Messages(2, "OMCanvasDIBToDIB - memory canvases must be the same size for blt!"));
+    EXPECT_EQ(twentyFour.changedPixels(), 0u);
+
+    twentyFour.blt(sixteen, 0, 0, 4, 4, 0, 0, OMRasterOp::SrcCopy, &everything);
+    EXPECT_EQ(process.takeMessages(), Messages{});
+    EXPECT_EQ(pixelAt(twentyFour, 3, 3), 0xFF8400u);
+    sixteen.setClipRegion(OMRegion(Rect{0, 0, 1, 1}));
+    sixteen.blt(twentyFour, 0, 0, 4, 4, 0, 0);
+    EXPECT_EQ(process.messages, Messages{});
+    EXPECT_EQ(pixelAt(sixteen, 0, 0), 31u << 10 | 16u << 5);
+}
+
+// Fills and frames
+
+TEST(OMCanvas, fillsAndFramesKeepToTheClipRegion) {
+    Process process(8);
+    OMMemCanvas canvas(6, 5, 8);
+    canvas.setColor(OMColor(7));
+    canvas.setFrameColor(OMColor(9));
+    canvas.fillRect({4, 3, 100, 100});
+    canvas.setClipRegion(OMRegion(Rect{0, 0, 6, 3}));
+    canvas.frameRect({0, 0, 5, 5});
+    EXPECT_EQ(pictureOf(canvas), (Picture{{9, 9, 9, 9, 9, 0},
+                                          {9, 0, 0, 0, 9, 0},
+                                          {9, 0, 0, 0, 9, 0},
+                                          {0, 0, 0, 0, 7, 7},
+                                          {0, 0, 0, 0, 7, 7}}));
+    canvas.setClipRegion(OMRegion());
+    canvas.fillRect(canvas.bounds());
+    canvas.removeClipRegion();
+    canvas.setColor(std::nullopt);
+    canvas.fillRect(canvas.bounds());
+    EXPECT_EQ(pixelAt(canvas, 1, 1), 0u) << "neither an empty clip region nor no colour paints";
+}
+
+TEST(OMCanvas, framesFollowTheShapeOfARegion) {
+    Process process(8);
+    OMMemCanvas canvas(6, 6, 8);
+    canvas.setFrameColor(OMColor(1));
+    OMRegion shape(Rect{0, 0, 6, 3});
+    shape.unite(Rect{0, 0, 3, 6});
+    canvas.frameRegion(shape);
+    EXPECT_EQ(pictureOf(canvas), (Picture{{1, 1, 1, 1, 1, 1},
+                                          {1, 0, 0, 0, 0, 1},
+                                          {1, 0, 0, 1, 1, 1},
+                                          {1, 0, 1, 0, 0, 0},
+                                          {1, 0, 1, 0, 0, 0},
+                                          {1, 1, 1, 0, 0, 0}}));
+}
+
+// The window
+
+TEST(OMWndCanvas, showsWhatChangedAndNothingElse) {
+    Process process(8);
+    OMWndCanvas window({10, 20, 50, 40});
+    OMRegion spots(Rect{0, 0, 3, 3});
+    spots.unite(Rect{30, 10, 33, 12});
+    window.setColor(OMColor(5));
+    window.fillRegion(spots);
+    OMRegion expected = spots;
+    expected.offset(10, 20);
+    EXPECT_EQ(process.display().shown, expected);
+    EXPECT_EQ(window.changedPixels(), 15u);
+    EXPECT_EQ(process.display().screen().row(20)[10], 5);
+    EXPECT_EQ(process.display().screen().row(31)[42], 5);
+    EXPECT_EQ(process.display().screen().row(31)[43], 0);
+
+    process.display().shown.clear();
+    OMMemCanvas buffer(40, 20, 8);
+    window.blt(buffer, 5, 5, 10, 10, 100, 100);
+    EXPECT_TRUE(process.display().shown.isEmpty());
+    EXPECT_EQ(window.changedPixels(), 15u);
+}
+
+TEST(OMWndCanvas, partsBeyondTheScreenHaveNoPixels) {
+    Process process(8);
+    OMWndCanvas corner({-10, -5, 20, 15});
+    EXPECT_EQ(corner.bounds(), (Rect{0, 0, 30, 20}));
+    corner.setColor(OMColor(3));
+    corner.fillRect(corner.bounds());
+    EXPECT_EQ(process.display().shown, OMRegion(Rect{0, 0, 20, 15}));
+    EXPECT_EQ(process.display().screen().row(14)[19], 3);
+
+    OMMemCanvas memory(30, 20, 8);
+    memory.blt(corner, 0, 0, 30, 20, 0, 0);
+    EXPECT_EQ(memory.changedPixels(), 300u) << "hidden parts of a window cannot be copied from";
+    EXPECT_EQ(pixelAt(memory, 9, 5), 0u);
+    EXPECT_EQ(pixelAt(memory, 10, 5), 3u);
+
+    OMWndCanvas away({64, 0, 80, 10});
+    away.fillRect(away.bounds());
+    memory.blt(away, 0, 0, 16, 10, 0, 0);
+    EXPECT_EQ(away.changedPixels(), 0u);
+}
+
+TEST(OMWndCanvas, tellsTheDisplayEachNewCursorOnce) {
+    Process process(8);
+    OMWndCanvas window({0, 0, 64, 48});
+    for (const int id : {-1, -2, -2, 10, -1}) window.setCursor(id);
+    EXPECT_EQ(process.display().cursors, (std::vector<int>{-2, 10, -1}));
+    EXPECT_EQ(window.cursor(), -1);
+}
+
+// Direct access
+
+TEST(OMCanvas, directWritersGetTheAreaTheyMayTouch) {
+    Process process(8);
+    OMWndCanvas window({-4, 0, 30, 30});
+    window.setClipRegion(OMRegion(Rect{0, 0, 10, 10}));
+    const OMRegion extra = OMRegion::ellipse({2, 2, 14, 14});
+    const OMRegion region = window.clipped({-5, -5, 9, 100}, &extra);
+    OMRegion expected = extra;
+    expected.intersect(Rect{4, 0, 9, 10});
+    EXPECT_EQ(region, expected);
+    const OMPixels pixels = window.pixels();
+    for (const Rect& part : region.rectangles())
+        for (int y = part.top; y < part.bottom; ++y)
+            std::fill_n(pixels.at(part.left, y), part.width(), std::uint8_t{8});
+    window.changed(region);
+    EXPECT_EQ(window.changedPixels(), expected.pixelCount());
+    expected.offset(-4, 0);
+    EXPECT_EQ(process.display().shown, expected);
+}
+
+} // namespace

@@ -1,0 +1,68 @@
+#include "frameworkfixture.h"
+
+using OMPathTest = testing_support::FrameworkTest;
+
+namespace {
+
+const std::vector<std::string> kInvalidName = {"OMPathResolveFilename - invalid filename!"};
+
+TEST_F(OMPathTest, LeavesNamesAloneThatAreNotToBeSearched) {
+    EXPECT_EQ(OMPathResolveFilename("a.rsc"), "a.rsc") << "no directories";
+    OMPathSetStrict(true);
+    OMPathAddDirectory("RSC\\", true);
+    EXPECT_EQ(OMPathResolveFilename("D:a.rsc"), "D:a.rsc");
+    EXPECT_EQ(OMPathResolveFilename("x\\a.rsc"), "x\\a.rsc");
+    EXPECT_EQ(OMPathResolveFilename("x/a.rsc"), std::nullopt);
+    EXPECT_TRUE(failures.empty());
+    EXPECT_EQ(OMPathResolveFilename(""), std::nullopt);
+    EXPECT_EQ(takeFailures(), kInvalidName);
+}
+
+TEST_F(OMPathTest, TakesTheFirstDirectoryThatHoldsTheName) {
+    files.put("RSC\\both.rsc", "local");
+    files.put("D:\\RSC\\BOTH.RSC", "cd");
+    files.put("D:\\RSC\\Cd.rsc", "cd");
+    OMPathSetStrict(true);
+    OMPathAddDirectory("RSC", true); // without its backslash
+    OMPathAddDirectory("D:\\RSC\\", false);
+    EXPECT_EQ(OMPathResolveFilename("Both.RSC"), "RSC\\Both.RSC");
+    EXPECT_EQ(OMPathResolveFilename("cd.rsc"), "D:\\RSC\\cd.rsc");
+    EXPECT_EQ(OMPathResolveFilename("none.rsc"), std::nullopt);
+    EXPECT_EQ(OMPathOpen("none.rsc"), nullptr);
+    EXPECT_EQ(OMPathOpen("BOTH.rsc")->size(), 5U);
+}
+
+TEST_F(OMPathTest, FallsBackOnTheLastDirectoryUnlessStrict) {
+    files.put("first\\a.rsc", "");
+    OMPathAddDirectory("first", true);
+    OMPathAddDirectory("last", true);
+    EXPECT_EQ(OMPathResolveFilename("a.rsc"), "first\\a.rsc");
+    EXPECT_EQ(OMPathResolveFilename("none.rsc"), "last\\none.rsc");
+    OMPathSetStrict(true);
+    EXPECT_EQ(OMPathResolveFilename("none.rsc"), std::nullopt);
+}
+
+TEST_F(OMPathTest, AsksADirectoryWithACachedListingOnce) {
+    files.put("RSC\\old.rsc", "");
+    files.put("RSC\\folder.rsc\\x", "");
+    OMPathSetStrict(true);
+    OMPathAddDirectory("RSC\\", true);
+    files.put("RSC\\new.rsc", "");
+    files.questions = 0;
+    EXPECT_TRUE(OMPathResolveFilename("old.rsc"));
+    EXPECT_FALSE(OMPathResolveFilename("new.rsc")) << "came after the listing";
+    EXPECT_FALSE(OMPathResolveFilename("folder.rsc")) << "a folder is no file";
+    EXPECT_EQ(files.questions, 0);
+
+    OMPathAddDirectory("RSC\\", false);
+    EXPECT_TRUE(OMPathResolveFilename("new.rsc"));
+}
+
+TEST_F(OMPathTest, IgnoresTheCaseOfLatinLetters) {
+    EXPECT_TRUE(OMPathSameName("SOM\xC7O.RSC", "som\xE7o.rsc"));
+    EXPECT_FALSE(OMPathSameName("som\xD7.rsc", "som\xF7.rsc")) << "no letters";
+    EXPECT_FALSE(OMPathSameName("a", "ab"));
+    EXPECT_EQ(OMPathLowerCase("A[Z\xC0\xDF"), "a[z\xE0\xDF");
+}
+
+} // namespace

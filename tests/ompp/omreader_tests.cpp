@@ -1,0 +1,88 @@
+#include "memoryfiles.h"
+
+#include "omreader.h"
+
+#include <gtest/gtest.h>
+
+using testing_support::Bytes;
+using testing_support::toBytes;
+
+namespace {
+
+TEST(OMReader, ReadsLittleEndianNumbers) {
+    const Bytes bytes = toBytes("\x81\x02\x81\xFF\xFF\x78\x56\x34\x92\xFE\xFF\xFF\xFF");
+    OMReader reader(bytes);
+    EXPECT_EQ(reader.u8(), 0x81);
+    EXPECT_EQ(reader.u16(), 0x8102);
+    EXPECT_EQ(reader.i16(), -1);
+    EXPECT_EQ(reader.u32(), 0x92345678U);
+    EXPECT_EQ(reader.i32(), -2);
+    EXPECT_TRUE(reader.ok());
+    EXPECT_EQ(reader.remaining(), 0U);
+}
+
+TEST(OMReader, FailsForGoodOnceItWentPastTheEnd) {
+    const Bytes bytes = toBytes("abc");
+    OMReader half(bytes);
+    half.skip(2);
+    EXPECT_EQ(half.u16(), 0) << "no half numbers";
+    EXPECT_FALSE(half.ok());
+    half.seek(0);
+    EXPECT_EQ(half.u8(), 0);
+
+    OMReader far(bytes);
+    far.seek(3);
+    EXPECT_TRUE(far.ok());
+    far.seek(4);
+    EXPECT_FALSE(far.ok());
+
+    OMReader huge(bytes);
+    huge.skip(1);
+    EXPECT_EQ(huge.text(SIZE_MAX), "");
+    EXPECT_FALSE(huge.ok());
+}
+
+TEST(OMScanner, SplitsLinesHoweverTheyEnd) {
+    OMScanner scanner("one\rtwo\r\n\n \t \nfive is long\nsix");
+    EXPECT_EQ(scanner.line(8), "one");
+    EXPECT_EQ(scanner.line(8), "two");
+    EXPECT_EQ(scanner.line(8), "five is ");
+    EXPECT_EQ(scanner.lineNumber(), 5);
+    EXPECT_EQ(scanner.line(8), "six");
+    EXPECT_EQ(scanner.line(8), "");
+    EXPECT_TRUE(scanner.atEnd());
+}
+
+TEST(OMScanner, ReadsNumbersAsAuthorsWriteThem) {
+    struct Row {
+        std::string_view text;
+        std::optional<int> number;
+        std::string_view rest;
+    };
+    const Row rows[] = {
+        {"12 x", 12, "x"},
+        {" \t-7x", -7, "x"},
+        {"+5", 5, ""},
+        {"+-5", std::nullopt, "+-5"},
+        {"", std::nullopt, ""},
+        {"x1", std::nullopt, "x1"},
+        {"2147483647", 2147483647, ""},
+        {"2147483648 y", std::nullopt, "y"},
+    };
+    for (const Row& row : rows) {
+        OMScanner scanner(row.text);
+        EXPECT_EQ(scanner.number(), row.number) << row.text;
+        EXPECT_EQ(scanner.word(), row.rest) << row.text;
+    }
+}
+
+TEST(OMScanner, MatchesLiteralsAfterBlanksOnly) {
+    OMScanner scanner("  AO:5 Sound");
+    EXPECT_FALSE(scanner.literal("ao:"));
+    EXPECT_TRUE(scanner.literal("AO:"));
+    EXPECT_EQ(scanner.number(), 5);
+    EXPECT_FALSE(scanner.literal("Sounds"));
+    EXPECT_EQ(scanner.word(), "Sound");
+}
+
+} // namespace

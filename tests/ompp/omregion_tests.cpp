@@ -1,0 +1,291 @@
+// Regions against a model that is too simple to be wrong: a bitmap of a small plane.
+#include "omregion.h"
+
+#include <gtest/gtest.h>
+
+#include <bitset>
+#include <limits>
+#include <random>
+#include <vector>
+
+using platform::Point;
+using platform::Rect;
+
+namespace {
+
+constexpr int kSide = 40;   // of the plane that the model knows, from -kOrigin on
+constexpr int kOrigin = 10; // so that places left of and above 0 take part
+constexpr Rect kPlane{-kOrigin, -kOrigin, kSide - kOrigin, kSide - kOrigin};
+
+class Model {
+  public:
+    Model() = default;
+    explicit Model(const Rect& rectangle) {
+        for (int y = std::max(rectangle.top, kPlane.top); y < rectangle.bottom; ++y)
+            for (int x = std::max(rectangle.left, kPlane.left); x < rectangle.right; ++x)
+                set({x, y});
+    }
+    explicit Model(const OMRegion& region) {
+        for (const Rect& rectangle : region.rectangles()) bits |= Model(rectangle).bits;
+    }
+
+    void set(Point at) {
+        if (OMContains(kPlane, at)) bits.set(place(at));
+    }
+    [[nodiscard]] bool has(Point at) const { return OMContains(kPlane, at) && bits[place(at)]; }
+
+    [[nodiscard]] Model moved(int dx, int dy) const {
+        Model result;
+        forEachPixel([&](Point at) {
+            if (has(at)) result.set({at.x + dx, at.y + dy});
+        });
+        return result;
+    }
+    [[nodiscard]] Rect boundingBox() const {
+        Rect box{kPlane.right, kPlane.bottom, kPlane.left, kPlane.top};
+        forEachPixel([&](Point at) {
+            if (!has(at)) return;
+            box = {std::min(box.left, at.x), std::min(box.top, at.y), std::max(box.right, at.x + 1),
+                   std::max(box.bottom, at.y + 1)};
+        });
+        return bits.any() ? box : Rect{};
+    }
+
+    template <class Function>
+    static void forEachPixel(Function function) {
+        for (int y = kPlane.top; y < kPlane.bottom; ++y)
+            for (int x = kPlane.left; x < kPlane.right; ++x) function(Point{x, y});
+    }
+
+    std::bitset<kSide * kSide> bits;
+
+  private:
+    static std::size_t place(Point at) {
+        return static_cast<std::size_t>((at.y + kOrigin) * kSide + at.x + kOrigin);
+    }
+};
+
+std::string picture(const Model& model) {
+    std::string text;
+    for (int y = kPlane.top; y < kPlane.bottom; ++y) {
+        for (int x = kPlane.left; x < kPlane.right; ++x) text += model.has({x, y}) ? '#' : '.';
+        text += '\n';
+    }
+    return text;
+}
+
+/// Everything that a region tells about itself agrees with the model.
+void expectSame(const OMRegion& region, const Model& model) {
+    ASSERT_EQ(picture(Model(region)), picture(model));
+    EXPECT_EQ(region.pixelCount(), model.bits.count());
+    EXPECT_EQ(region.isEmpty(), model.bits.none());
+    EXPECT_EQ(region.isRectangle(), region.rectangles().size() == 1);
+    EXPECT_EQ(region.boundingBox(), model.boundingBox());
+}
+
+class Random {
+  public:
+    int below(int limit) { return std::uniform_int_distribution(0, limit - 1)(engine_); }
+    Rect rectangle() {
+        const int left = kPlane.left + below(kSide - 1);
+        const int top = kPlane.top + below(kSide - 1);
+        return {left, top, left + below(std::min(15, kPlane.right - left + 1)),
+                top + below(std::min(15, kPlane.bottom - top + 1))};
+    }
+
+  private:
+    std::mt19937 engine_{20240607};
+};
+
+struct Pair {
+    OMRegion region;
+    Model model;
+};
+
+void combineAtRandom(Random& random, Pair& one, const Pair& other) {
+    switch (random.below(6)) {
+    case 0:
+        one.region.unite(other.region);
+        one.model.bits |= other.model.bits;
+        break;
+    case 1:
+        one.region.intersect(other.region);
+        one.model.bits &= other.model.bits;
+        break;
+    case 2:
+        one.region.subtract(other.region);
+        one.model.bits &= ~other.model.bits;
+        break;
+    case 3: {
+        const Rect rectangle = random.rectangle();
+        one.region.subtract(rectangle);
+        one.model.bits &= ~Model(rectangle).bits;
+        break;
+    }
+    case 4: {
+        // There and back inside the plane, so that nothing falls off the model's edge.
+        const int dx = random.below(9) - 4;
+        const int dy = random.below(9) - 4;
+        one.region.intersect(kPlane);
+        one.region.offset(dx, dy);
+        one.region.intersect(kPlane);
+        one.model = one.model.moved(dx, dy);
+        break;
+    }
+    default: {
+        const Rect rectangle = random.rectangle();
+        one.region.unite(rectangle);
+        one.model.bits |= Model(rectangle).bits;
+    }
+    }
+}
+
+TEST(OMRegion, setOperationsMatchABitmap) {
+    Random random;
+    std::vector<Pair> pairs(4);
+    for (int step = 0; step < 4000; ++step) {
+        Pair& one = pairs[static_cast<std::size_t>(random.below(4))];
+        const Pair& other = pairs[static_cast<std::size_t>(random.below(4))]; // may be `one`
+        combineAtRandom(random, one, other);
+        expectSame(one.region, one.model);
+        EXPECT_EQ(one.region == other.region, one.model.bits == other.model.bits);
+        if (HasFatalFailure()) FAIL() << "step " << step;
+    }
+}
+
+TEST(OMRegion, questionsAboutPointsAndRectanglesMatchABitmap) {
+    Random random;
+    for (int round = 0; round < 40; ++round) {
+        Pair pair;
+        for (int part = random.below(6); part >= 0; --part) {
+            const Rect rectangle = random.rectangle();
+            pair.region.unite(rectangle);
+            pair.model.bits |= Model(rectangle).bits;
+        }
+        Model::forEachPixel([&](Point at) {
+            ASSERT_EQ(pair.region.contains(at), pair.model.has(at)) << at.x << " " << at.y;
+        });
+        for (int question = 0; question < 200; ++question) {
+            const Rect rectangle = random.rectangle();
+            const Model asked(rectangle);
+            const auto common = asked.bits & pair.model.bits;
+            EXPECT_EQ(pair.region.intersects(rectangle), common.any());
+            EXPECT_EQ(pair.region.contains(rectangle), common.any() && common == asked.bits);
+        }
+    }
+}
+
+TEST(OMRegion, isAValue) {
+    OMRegion first(Rect{0, 0, 10, 10});
+    first.unite(Rect{20, 20, 30, 30});
+    const OMRegion kept = first;
+    OMRegion moved = std::move(first);
+    EXPECT_EQ(moved, kept);
+    moved.subtract(Rect{0, 0, 10, 10});
+    EXPECT_EQ(kept.pixelCount(), 200u) << "a copy shares nothing";
+    OMRegion& self = moved;
+    moved = self;
+    EXPECT_EQ(moved, OMRegion(Rect{20, 20, 30, 30}));
+    moved = std::move(self);
+    EXPECT_EQ(moved, OMRegion(Rect{20, 20, 30, 30}));
+    moved = kept;
+    moved = Rect{1, 2, 3, 4};
+    EXPECT_EQ(moved.boundingBox(), (Rect{1, 2, 3, 4}));
+    moved.clear();
+    EXPECT_EQ(moved, OMRegion());
+}
+
+TEST(OMRegion, emptyRegionsAreEqualWhereverTheyBecameEmpty) {
+    OMRegion cut(Rect{5, 5, 9, 9});
+    cut.subtract(Rect{0, 0, 20, 20});
+    OMRegion apart(Rect{0, 0, 5, 5});
+    apart.intersect(Rect{7, 7, 9, 9});
+    for (const OMRegion& empty : {cut, apart, OMRegion(Rect{4, 4, 4, 9}),
+                                  OMRegion(Rect{9, 9, 1, 1}), OMRegion::ellipse({3, 3, 3, 9})}) {
+        EXPECT_TRUE(empty.isEmpty());
+        EXPECT_EQ(empty, OMRegion());
+        EXPECT_EQ(empty.boundingBox(), Rect{});
+        EXPECT_FALSE(empty.contains(Point{0, 0}));
+        EXPECT_FALSE(empty.intersects(Rect{-100, -100, 100, 100}));
+    }
+    EXPECT_FALSE(OMRegion(Rect{0, 0, 9, 9}).contains(Rect{3, 3, 3, 3}));
+    EXPECT_FALSE(OMRegion(Rect{0, 0, 9, 9}).intersects(Rect{3, 3, 1, 1}));
+}
+
+TEST(OMRegion, extremePlacesAreClampedAndNotWrapped) {
+    constexpr int kLeast = std::numeric_limits<int>::min();
+    constexpr int kMost = std::numeric_limits<int>::max();
+    OMRegion all(Rect{kLeast, kLeast, kMost, kMost});
+    EXPECT_TRUE(all.contains(Point{0, 0}));
+    EXPECT_GT(all.pixelCount(), std::size_t{1} << 62);
+    OMRegion region(Rect{10, 10, 20, 20});
+    region.offset(kMost, 0);
+    EXPECT_TRUE(region.isEmpty());
+    region = Rect{-10, 10, 20, 20};
+    region.unite(Rect{-20, 12, -15, 14});
+    region.offset(kMost - 5, kLeast);
+    OMRegion expected(Rect{kMost - 15, kLeast + 10, kMost, kLeast + 20});
+    expected.unite(Rect{kMost - 25, kLeast + 12, kMost - 20, kLeast + 14});
+    EXPECT_EQ(region, expected);
+    EXPECT_TRUE(OMRegion::ellipse({kLeast, kLeast, kMost, kMost}).contains(Point{0, 0}));
+    const Point corners[] = {{kLeast, kLeast}, {kMost, kLeast}, {kMost, kMost}, {kLeast, kMost}};
+    EXPECT_EQ(OMRegion::polygon(corners), OMRegion(OMRegion::kShapeBounds));
+}
+
+TEST(OMRegion, ellipsesHoldThePixelsWhoseCentreIsInside) {
+    for (int width = 1; width <= 24; ++width)
+        for (int height = 1; height <= 24; ++height) {
+            const OMRegion region = OMRegion::ellipse({-7, 3, -7 + width, 3 + height});
+            std::size_t inside = 0;
+            for (int y = 0; y < height; ++y)
+                for (int x = 0; x < width; ++x) {
+                    const int across = (2 * x + 1 - width) * height;
+                    const int down = (2 * y + 1 - height) * width;
+                    const bool expected =
+                        across * across + down * down <= width * width * height * height;
+                    inside += expected;
+                    EXPECT_EQ(region.contains(Point{x - 7, y + 3}), expected)
+                        << width << " x " << height << " at " << x << " " << y;
+                }
+            EXPECT_EQ(region.pixelCount(), inside);
+        }
+}
+
+/// Whether a ray to the left of the pixel's centre crosses the outline an odd number of times.
+bool isInside(const std::vector<Point>& corners, Point at) {
+    const double x = at.x + 0.5;
+    const double y = at.y + 0.5;
+    bool inside = false;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const Point& a = corners[i];
+        const Point& b = corners[(i + 1) % corners.size()];
+        if ((a.y > y) == (b.y > y)) continue;
+        const double crossing = a.x + (y - a.y) * (b.x - a.x) / (b.y - a.y);
+        // A centre on the outline belongs to the pixel right of it.
+        if (crossing <= x + 1e-9) inside = !inside;
+    }
+    return inside;
+}
+
+TEST(OMRegion, polygonsHoldThePixelsInsideAnOddNumberOfTurns) {
+    Random random;
+    for (int round = 0; round < 200; ++round) {
+        std::vector<Point> corners(static_cast<std::size_t>(3 + random.below(5)));
+        for (Point& corner : corners)
+            corner = {kPlane.left + random.below(kSide), kPlane.top + random.below(kSide)};
+        const OMRegion region = OMRegion::polygon(corners);
+        Model expected;
+        Model::forEachPixel([&](Point at) {
+            if (isInside(corners, at)) expected.set(at);
+        });
+        expectSame(region, expected);
+    }
+    const Point square[] = {{2, 3}, {8, 3}, {8, 9}, {2, 9}};
+    EXPECT_EQ(OMRegion::polygon(square), OMRegion(Rect{2, 3, 8, 9}));
+    const Point line[] = {{2, 3}, {8, 3}, {5, 3}};
+    EXPECT_TRUE(OMRegion::polygon(line).isEmpty());
+    EXPECT_TRUE(OMRegion::polygon(std::span(square).first(2)).isEmpty());
+    EXPECT_TRUE(OMRegion::polygon({}).isEmpty());
+}
+
+} // namespace
