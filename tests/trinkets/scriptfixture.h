@@ -1,0 +1,127 @@
+// Runs scripts on a machine in memory: an application, the engine, one thread, and as many passes of
+// the main loop as a test wants. Scripts are written with "\n" as line end.
+#pragma once
+
+#include "../ompp/memoryfiles.h"
+
+#include "omapp.h"
+#include "omdebug.h"
+#include "omistream.h"
+#include "omplatform.h"
+#include "omrandom.h"
+#include "omsexception.h"
+#include "omsregistry.h"
+#include "rthread.h"
+#include "rvar.h"
+#include "yengine.h"
+#include "ykeyword.h"
+
+#include <gtest/gtest.h>
+
+namespace testing_support {
+
+/// Each "\n" becomes a line end of scripts.
+inline std::string withLineEnds(std::string text) {
+    std::replace(text.begin(), text.end(), '\n', '\r');
+    return text;
+}
+
+/// What a script locator hands out; delivers its text in chunks of a few bytes.
+class TextStream final : public OMIStream {
+  public:
+    explicit TextStream(std::string text) : OMIStream(kChunk, {}), text_(std::move(text)) {
+        setLength(text_.size());
+    }
+    std::string_view className() const override { return "TextStream"; }
+
+  protected:
+    bool openSource() override { return true; }
+    std::size_t readSource(std::size_t position, std::span<std::byte> buffer) override {
+        const std::string part = text_.substr(position, buffer.size());
+        std::ranges::copy(std::as_bytes(std::span(part)), buffer.begin());
+        return part.size();
+    }
+    void closeSource() override {}
+
+  private:
+    static constexpr int kChunk = 16;
+    std::string text_;
+};
+
+class ScriptTest : public testing::Test {
+  protected:
+    ScriptTest() {
+        OMSetPlatform(&machine);
+        OMSeedRandom(1);
+        app = std::make_unique<OMApp>(OMApp::DisplayMode::PopUp, OMColor(),
+                                      platform::Rect{0, 0, 640, 480}, 8);
+        YHeap::recreate();
+        engine = std::make_unique<YEngine>();
+        OMDebug::setCheckListener([this](const OMDebug::Failure& failure) {
+            failedChecks.emplace_back(failure.message);
+        });
+    }
+    ~ScriptTest() override {
+        if (thread) thread->unload();
+        thread.reset();
+        engine.reset();
+        YHeap::recreate();
+        OMSRegistry::global().unregisterAll();
+        YCommands::clear();
+        app.reset();
+        OMDebug::setCheckListener(nullptr);
+        OMSetPlatform(nullptr);
+    }
+
+    void put(const std::string& name, const std::string& text) {
+        machine.files().put(name, withLineEnds(text));
+    }
+
+    /// Loads a script and lets it run for some passes of a millisecond each.
+    void start(const std::string& text, int passes = 50) {
+        put("test.mps", text);
+        load("test.mps");
+        pass(passes);
+    }
+    /// As start, at the pace of threads that run until they are blocked.
+    void run(const std::string& text, int passes = 3) { start("yield off\n" + text, passes); }
+    void load(const char* name, YScriptLocator locator = nullptr) {
+        thread = std::make_unique<YThread>(*engine, name, std::move(locator));
+        thread->run();
+    }
+
+    void pass(int count, int stepMs = 1) {
+        app->begin();
+        for (int i = 0; i < count; ++i) {
+            app->pass();
+            machine.clock().now += static_cast<std::uint32_t>(stepMs);
+        }
+    }
+
+    /// What `say` and the trace's file output wrote so far, and forgets it.
+    std::string said() {
+        std::string text = machine.files().text("debug.txt");
+        machine.files().erase("debug.txt");
+        return text;
+    }
+    /// The texts of the boxes shown so far, and forgets them.
+    std::vector<std::string> boxes() {
+        std::vector<std::string> texts;
+        for (const auto& box : machine.dialogs().boxes) texts.push_back(box.text);
+        machine.dialogs().boxes.clear();
+        return texts;
+    }
+    std::string value(const std::string& name) {
+        YScratch scratch;
+        const int index = YHeap::current().lookup(name);
+        return index < 0 ? "<none>" : std::string(YHeap::current().get(index).string(scratch));
+    }
+
+    MemoryPlatform machine;
+    std::vector<std::string> failedChecks; ///< messages of failed non-fatal checks
+    std::unique_ptr<OMApp> app;
+    std::unique_ptr<YEngine> engine;
+    std::unique_ptr<YThread> thread;
+};
+
+} // namespace testing_support

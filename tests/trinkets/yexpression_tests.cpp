@@ -1,0 +1,282 @@
+#include "yexpression.h"
+
+#include "omscrptb.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+class YExpressions : public testing::Test {
+  protected:
+    void set(std::string_view name, std::string_view value) {
+        heap.get(heap.intern(name)).setString(value);
+    }
+    /// The word's string form; "error N" when it does not compile.
+    std::string read(std::string_view word) {
+        int error = yerror::kNone;
+        const int index = heap.internOperand(word, error);
+        if (error != yerror::kNone) return "error " + std::to_string(error);
+        YScratch scratch;
+        return std::string(heap.get(index).string(scratch));
+    }
+    /// The error of evaluating a word that compiles.
+    int errorOf(std::string_view word) {
+        int error = yerror::kNone;
+        const YVariable& variable = heap.get(heap.internOperand(word, error));
+        EXPECT_EQ(error, yerror::kNone) << word;
+        if (!variable.expression()) return -1;
+        YValue value;
+        return variable.expression()->evaluate(heap, value);
+    }
+    std::string compiled(std::string_view word) {
+        const auto form = YExpression::compile(heap, word);
+        if (form.error != yerror::kNone) return "error " + std::to_string(form.error);
+        std::string text = form.shape;
+        for (const int leaf : form.leaves) text += " " + heap.get(leaf).text();
+        return text;
+    }
+
+    YHeap heap;
+};
+
+// ---------------------------------------------------------------------------- compiling
+
+TEST_F(YExpressions, CompileToShapesAndLeaves) {
+    const struct {
+        const char* word;
+        const char* form;
+    } rows[] = {
+        {"a-b-c", "s-ts-tt a b c"},
+        {"a=b+c", "s+ts=tt a b c"},
+        {"a+b=c", "s=ts+tt a b c"},
+        {"a+b*c", "s+s*ttt a b c"},
+        {"a*b+c", "s+ts*tt a b c"},
+        {"(a+b)*c", "s*ts+tt a b c"},
+        {"a*(b+c)", "s*s+ttt a b c"},
+        {"-5", "s-tz 5"},
+        {"*a", "s*tz a"},
+        {"~a", "s~t a"},
+        {"~a*b", "s~s*tt a b"},
+        {"~a+b", "s+ts~t a b"},
+        {"a+~b", "s+s~tt a b"},
+        {"-~a", "s-s~tz a"},
+        {"~(~a)", "s~s~t a"},
+        {"$a=b", "s=ts$t a b"},
+        {"((a))", "t a"},
+        {"\"a+b\"+'c(d'", "s+tt \"a+b\" 'c(d'"},
+        {"a.(i+1)+2", "s+tt a.(i+1) 2"},
+        {"s|(i+1)|2", "t s|(i+1)|2"},
+        {"2^3^2", "s^ts^tt 2 3 2"},
+        {"a\\b%c@d!e", "s!ts@ts%ts\\tt a b c d e"},
+        // Refused.
+        {"a)", "error 1"},      {"(a", "error 1"},     {"(a)b", "error 1"}, {"(a)(b)", "error 1"},
+        {"\"a", "error 1"},     {"a+'b", "error 1"},   {"(a+\")\")", "s+tt a \")\""},
+        {"3--2", "error 3"},    {"a+", "error 3"},     {"a+-b", "error 3"}, {"a*", "error 3"},
+        {"~", "error 3"},       {"~~a", "error 3"},    {"a~b", "error 3"},  {"a*~b", "error 3"},
+        {"()", "error 3"},      {"a+()", "error 3"},   {"-", "error 3"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(compiled(row.word), row.form) << row.word;
+}
+
+TEST_F(YExpressions, WordsOfOneLeafAreOrdinaryOperands) {
+    const struct {
+        const char* word;
+        YVariable::Kind kind;
+    } rows[] = {
+        {"a", YVariable::Kind::Name},           {"a.i", YVariable::Kind::Compound},
+        {"s|(i+1)", YVariable::Kind::Substring}, {"\"a+b\"", YVariable::Kind::Constant},
+        {"(a.i)", YVariable::Kind::Compound},    {"a+b", YVariable::Kind::Expression},
+    };
+    for (const auto& row : rows) {
+        int error = yerror::kNone;
+        EXPECT_EQ(heap.get(heap.internOperand(row.word, error)).kind(), row.kind) << row.word;
+    }
+}
+
+// ---------------------------------------------------------------------------- evaluating
+
+TEST_F(YExpressions, Evaluate) {
+    set("name", "anna");
+    set("text7", "7");
+    set("zero", "0007");
+    set("i", "2");
+    set("item.2", "second");
+    set("s", "abcdef");
+    set("half", "0.5");
+    set("big", "2000000000");
+    const struct {
+        const char* word;
+        const char* value;
+    } rows[] = {
+        // Order.
+        {"2+3*4", "14"},      {"10-4-3", "3"},     {"2^3^2", "64"},       {"2*3+4", "10"},
+        {"(2+3)*4", "20"},    {"1+2=3", "1"},      {"1=2+3", "3"},        {"3<2+5", "5"},
+        {"100/10/2", "5"},    {"7-2<4+1", "1"},
+        // Numbers.
+        {"-5", "-5"},         {"0-5", "-5"},       {"7\\2", "3"},         {"-7\\2", "-3"},
+        {"-7%2", "-1"},       {"7%-2", "error 3"}, {"7/2", "3.5"},        {"6/2", "3"},
+        {"1/3", "0.333333333333333"},              {"2/3*3", "2"},        {"0.1+0.2", "0.3"},
+        {"big+1", "2000000001"},                   {"big*10", "20000000000"},
+        {"big*big*big", "8e+27"},                  {"7.9\\2.9", "3"},     {"7.9%4", "3"},
+        {"2^10", "1024"},     {"2^0.5", "1.4142135623731"},
+        {"(0-2)^3", "-8"},    {"4^half", "2"},     {"0^0", "1"},          {"2^2000", "inf"},
+        {"(0-3)\\2", "-1"},   {"(0-3)%2", "-1"},   {"9!3", "0"},          {"zero+0", "7"},
+        // Comparisons.
+        {"1=1.0", "1"},       {"1#2", "1"},        {"2<10", "1"},         {"2>10", "0"},
+        {"\"10\"<\"9\"", "0"},                     {"\"abc\"<\"abd\"", "1"},
+        {"\"ab\"<\"abc\"", "1"},                   {"\"b\">\"abc\"", "1"},
+        {"\"A\"=\"a\"", "0"}, {"\"A\"#\"a\"", "1"},                       {"\"\"=\"\"", "1"},
+        {"\"1\"=\"1.0\"", "1"},                    {"\"1x\"=\"1.0\"", "1"},
+        {"name=\"anna\"", "1"},                    {"unset=\"unset\"", "1"},
+        {"\"a\"=1", "0"},     {"\"\xE9\">\"z\"", "1"},
+        // Texts.
+        {"\"ab\"+\"cd\"", "abcd"},                 {"name+1", "anna1"},   {"1+name", "1anna"},
+        {"\"1\"+\"2\"", "3"}, {"\"b\"@\"abc\"", "2"},
+        {"\"x\"@\"abc\"", "0"},                    {"\"\"@\"abc\"", "1"}, {"23@12345", "2"},
+        {"~12345", "5"},      {"~name", "4"},      {"~other", "5"},       {"~zero", "4"},
+        {"~1/3", "17"},       {"~(1/3)", "17"},      {"~12+1", "3"},    {"~\"\"", "0"},        {"\"a\"!\"b\"", "0"},
+        {"item.i+\"!\"", "second!"},               {"item.(i)+\"!\"", "second!"},
+        {"s|2|2+\"x\"", "bcx"},                    {"~s|3", "4"},
+        // Texts that are no numbers.
+        {"\"a\"*2", "\"a\"*2"},                    {"name-1", "name-1"},  {"2/name", "2/name"},
+        {"name\\2", "name\\2"},                    {"name%2", "name%2"},  {"name^2", "name^2"},
+        {"5/0", "5/0"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(read(row.word), row.value) << row.word;
+}
+
+TEST_F(YExpressions, DollarReadsWhatATextNames) {
+    set("v", "score");
+    set("score", "12");
+    set("w", "score+1");
+    set("i", "2");
+    set("item.2", "two");
+    set("e", "item.i");
+    set("sel", "score|2");
+    set("lit", "\"quoted text\"");
+    set("indirect", "$v");
+    set("bad", "5/0");
+    set("broken", "(a");
+    set("none", "");
+    const struct {
+        const char* word;
+        const char* value;
+    } rows[] = {
+        {"$v", "12"},        {"$w", "13"},          {"$v+1", "13"},      {"$e", "two"},
+        {"$sel", "2"},       {"$lit", "quoted text"}, {"$indirect", "12"}, {"$bad", "5/0"},
+        {"$broken", "$broken"}, {"$none", ""},      {"$(v)", "12"},      {"$\"score\"", "12"},
+        {"$(\"sc\"+\"ore\")", "12"}, {"$unknown", "unknown"}, {"$7", "7"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(read(row.word), row.value) << row.word;
+}
+
+TEST_F(YExpressions, RunTimeErrorsHaveCodes) {
+    const std::string longText(64, 'x');
+    set("long", longText);
+    set("less", longText.substr(1));
+    set("text", "abc");
+    const struct {
+        const char* word;
+        int error;
+    } rows[] = {
+        {"long+long", yerror::kTooLong},       {"long+less", yerror::kNone},
+        {"1\\0", yerror::kIntegerDivision},    {"1%0", yerror::kIntegerDivision},
+        {"1\\0.9", yerror::kIntegerDivision},  {"1/0", yerror::kRealDomain},
+        {"1/0.00009", yerror::kRealDomain},    {"1/0.0002", yerror::kNone},
+        {"(0-2)^0.5", yerror::kRealDomain},    {"(0-2)^3", yerror::kNone},
+        {"text*1", yerror::kNotANumber},       {"1-text", yerror::kNotANumber},
+        {"text/0", yerror::kNotANumber},       {"1+(text*1)", yerror::kNotANumber},
+        {"~(text*1)", yerror::kNotANumber},    {"text+1", yerror::kNone},
+    };
+    for (const auto& row : rows) EXPECT_EQ(errorOf(row.word), row.error) << row.word;
+    EXPECT_EQ(read("long+long"), "long+long");
+    EXPECT_EQ(read("long+less").size(), 127U);
+}
+
+TEST_F(YExpressions, ObjectsCompareAsNothing) {
+    OMScriptableObject a;
+    OMScriptableObject b;
+    heap.get(heap.intern("a")).setReference(&a);
+    heap.get(heap.intern("b")).setReference(&b);
+    for (const char* word : {"a=a", "a=b", "a#b", "a+b", "a-b", "a@b", "a!b", "a<b"})
+        EXPECT_EQ(read(word), "0") << word;
+    EXPECT_EQ(read("a+1"), "\xA5" "1");
+    EXPECT_EQ(read("a=\"x\""), "0");
+    EXPECT_EQ(errorOf("a*2"), yerror::kNotANumber);
+    EXPECT_EQ(read("~a"), "1");
+    heap.get(heap.intern("a")).makeEmpty();
+    heap.get(heap.intern("b")).makeEmpty();
+}
+
+// The interpreter takes a short cut through expressions of numbers. It must agree with the rules,
+// to the last digit of what a script would see.
+TEST_F(YExpressions, TheShortCutOfNumbersAgreesWithTheRules) {
+    std::mt19937 random(99);
+    const char* const values[] = {"0", "1", "-1", "7", "-12", "2000000000", "-2000000000",
+                                  "1999999999", "0.5", "-2.25", "1e10", "0.00001", "123456789.125"};
+    const char* const names[] = {"a", "b", "c", "item.k", "3", "0.25", "2147483647"};
+    set("k", "4");
+    const auto word = [&](auto&& self, int depth) -> std::string {
+        if (depth == 0 || random() % 4 == 0) return names[random() % std::size(names)];
+        constexpr std::string_view kOperators = "+-*/\\%^=#<>";
+        const char operation = kOperators[random() % kOperators.size()];
+        return "(" + self(self, depth - 1) + operation + self(self, depth - 1) + ")";
+    };
+    int taken = 0;
+    for (int i = 0; i < 4000; ++i) {
+        for (const char* name : {"a", "b", "c", "item.4"})
+            set(name, values[random() % std::size(values)]);
+        const std::string text = word(word, 3) + "+0";
+        int error = yerror::kNone;
+        const YVariable& variable = heap.get(heap.internOperand(text, error));
+        ASSERT_TRUE(variable.expression()) << text;
+        const auto number = variable.expression()->evaluateNumber();
+        YValue value;
+        const int failed = variable.expression()->evaluate(heap, value);
+        if (number.tag == YExpression::Number::Tag::None) continue;
+        ++taken;
+        ASSERT_EQ(failed, yerror::kNone) << text;
+        char buffer[ynumber::kBufferSize];
+        const std::string_view shortCut =
+            number.tag == YExpression::Number::Tag::Integer
+                ? ynumber::format(static_cast<std::int32_t>(number.integer), buffer)
+                : ynumber::format(number.real, buffer);
+        ASSERT_EQ(shortCut, value.text()) << text;
+    }
+    EXPECT_GT(taken, 2000);
+}
+
+// ---------------------------------------------------------------------------- too much
+
+TEST_F(YExpressions, TooLargeWordsAreRefused) {
+    const std::string parentheses = std::string(10000, '(') + "a" + std::string(10000, ')');
+    std::string operands = "a";
+    std::string elements = "a";
+    for (int i = 0; i < 10000; ++i) operands += "+a";
+    for (int i = 0; i < 999; ++i) elements += "+a";
+    set("a", "1");
+    EXPECT_EQ(read(parentheses), "error 8");
+    EXPECT_EQ(read(operands), "error 8");
+    EXPECT_EQ(read(elements), "1000");
+    EXPECT_EQ(read(std::string(40, '(') + "a+1" + std::string(40, ')')), "2");
+    EXPECT_EQ(read(std::string(10000, '(')), "error 1");
+    EXPECT_EQ(read(std::string(10000, '-') + "a"), "error 3");
+}
+
+TEST_F(YExpressions, EndlessIndirectionsEnd) {
+    set("v", "$v");
+    EXPECT_EQ(read("$v"), "$v");
+    set("p", "$q");
+    set("q", "$p");
+    EXPECT_EQ(read("$p").front(), '$');
+    set("n", "x+$n");
+    EXPECT_EQ(read("$n").substr(0, 1), "x");
+    set("s", "item.t");
+    set("t", "$s");
+    (void)read("$s"); // no crash
+    (void)read("item.($s)+1");
+}
+
+} // namespace

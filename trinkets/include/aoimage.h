@@ -1,0 +1,102 @@
+// An animation resource (`ASEQ`), parsed and checked once: frames, and sequences that say how they
+// are shown. Read-only afterwards and shared by all animations that play it.
+//
+//     offset      size
+//      0          int16        number of sequences
+//      2          int16        number of frames
+//      4          uint8        frames per second; 0: each frame entry carries its own duration
+//      5          uint8        swap flag: not 0 when the numbers are big-endian
+//      6          4            reserved
+//     10          int32 each   offset of each frame in the frame data
+//      then       4            embedded placement: low bytes of x and y, high four bits of both,
+//                              depth
+//      then, each sequence     int16 number of entries, then 8 bytes an entry: dx, dy, code,
+//                              argument
+//      then       frame data; a frame is int16 reserved, width, height, then its packed rows
+//
+// Tables that do not fit into the resource make it unusable. A frame that lies outside of it, or
+// has a negative size, becomes an empty frame; rows that are cut short end transparent.
+#pragma once
+
+#include "aoframe.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+/// One entry of a sequence. Codes from 0 on show the frame of that number at an offset of dx, dy.
+struct AOEntry {
+    std::int16_t dx = 0; ///< pixels
+    std::int16_t dy = 0;
+    std::int16_t code = 0;
+    std::int16_t argument = 0; ///< frames: milliseconds; sounds: resource id
+
+    static constexpr std::int16_t kEnd = -1;
+    static constexpr std::int16_t kLoop = -2;
+    static constexpr std::int16_t kHold = -4;
+    static constexpr std::int16_t kSound = -101;
+    /// Codes up to this one are notification markers; any other negative code is passed.
+    static constexpr std::int16_t kFirstMarker = -500;
+
+    [[nodiscard]] bool isFrame() const { return code >= 0; }
+    friend bool operator==(const AOEntry&, const AOEntry&) = default;
+};
+
+/// Always ends with an entry of code kEnd.
+using AOSequence = std::vector<AOEntry>;
+
+class AOImage {
+  public:
+    struct Placement {
+        int x = 0;
+        int y = 0;
+        int depth = 0;
+    };
+
+    /// Copies what it needs. Null when the resource cannot be used; `problem` then says why.
+    [[nodiscard]] static std::shared_ptr<const AOImage> read(std::span<const std::byte> data,
+                                                             std::string& problem);
+
+    [[nodiscard]] int framesPerSecond() const { return framesPerSecond_; }
+    [[nodiscard]] const Placement& embedded() const { return embedded_; }
+    /// At least one.
+    [[nodiscard]] int sequenceCount() const { return static_cast<int>(sequences_.size()); }
+    /// 0 <= index < sequenceCount().
+    [[nodiscard]] const AOSequence& sequence(int index) const {
+        return sequences_[static_cast<std::size_t>(index)];
+    }
+    [[nodiscard]] int frameCount() const { return static_cast<int>(frames_.size()); }
+    /// An empty frame for a number that has none.
+    [[nodiscard]] AOFrame frame(int index) const;
+    /// How many frames could not be read.
+    [[nodiscard]] int brokenFrames() const { return brokenFrames_; }
+
+  private:
+    class Reader;
+    struct FrameRecord {
+        std::uint16_t width = 0;
+        std::uint16_t height = 0;
+        std::size_t rows = 0; ///< offset in `data_`
+    };
+
+    int framesPerSecond_ = 0;
+    Placement embedded_;
+    std::vector<AOSequence> sequences_;
+    std::vector<FrameRecord> frames_;
+    std::vector<std::uint8_t> data_; ///< the frame data
+    int brokenFrames_ = 0;
+};
+
+/// The images in use, by resource id: whoever asks while another still has the image gets the same.
+class AOImageStore {
+  public:
+    [[nodiscard]] std::shared_ptr<const AOImage> find(int id) const;
+    void keep(int id, const std::shared_ptr<const AOImage>& image);
+
+  private:
+    std::unordered_map<int, std::weak_ptr<const AOImage>> images_;
+};

@@ -1,0 +1,210 @@
+// An animated object: the trinket that plays an animation resource (aoimage.h).
+//
+// A sequence is a little program. In each idle cycle whose time has come the animation runs its
+// entries from the current position on until a frame was shown, or until it holds. Events and links
+// are called in the middle of that and may destroy the animation or send it elsewhere; what they
+// asked for then counts.
+//
+// The position of a trinket is its left upper corner. An animation also has an origin, from which
+// each entry's dx and dy place its frame: moving the trinket moves the origin along.
+#pragma once
+
+#include "aoimage.h"
+#include "omtrinket.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+class AOSounds;
+class OMIStream;
+
+class OMAnimation : public OMTrinket {
+  public:
+    /// As a coordinate: the one embedded in the resource.
+    static constexpr int kEmbedded = 11111;
+    static constexpr int kLoopForever = -1; ///< repeat count
+    static constexpr int kNoStop = -1;      ///< stop position
+
+    enum class State : std::uint8_t {
+        Stopped = 0,
+        Playing = 1,
+        Held = 2,    ///< by a hold code, a pause, the end of the repeats, or until a sound ends
+        Resumed = 3, ///< plays on in the next step, which sets the time anew
+    };
+
+    /// What new animations begin with.
+    struct Defaults {
+        bool useEmbeddedCoordinates = true; ///< else kEmbedded is 0 and the depth stays 0
+        bool soundOn = true;
+        bool soundSync = true; ///< hold while a sound of the sequence plays
+        bool catchUp = true;   ///< late frames follow each other faster, so that no time is lost
+    };
+    static Defaults defaults;
+
+    /// What the owner wants to hear of.
+    struct PlayLinks {
+        OMLink looped;
+        OMLink finished; ///< at a hold or at the end, before the event "paused"
+        OMLink allSoundsDone;
+        OMLinkTo<void(int code)> marker; ///< before the event "special"
+        OMLink stopAt;
+    };
+
+    /// Plays at once, unless the first entry of sequence 0 is a hold. `id` is the resource's.
+    OMAnimation(OMTrinketWindow& window, std::shared_ptr<const AOImage> image, int id, int x,
+                int y);
+    ~OMAnimation() override;
+
+    /// Null when there is no such resource, or a damaged one.
+    [[nodiscard]] static std::unique_ptr<OMAnimation> create(int id, int x, int y,
+                                                             OMTrinketWindow& window);
+    /// The image of a resource, shared by all who have it; null when there is none.
+    [[nodiscard]] static std::shared_ptr<const AOImage> locate(int id);
+    /// How the `ASEQ` resource of an id is found.
+    static void setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> locator);
+    /// Not owned; null removes it.
+    static void setSounds(AOSounds* sounds) { sounds_ = sounds; }
+    /// While on, the coordinates that scripts give count for nothing; off at first.
+    static void setUseEmbeddedAnimationCoordinates(bool on) { embeddedOnly_ = on; }
+    [[nodiscard]] static bool usesEmbeddedAnimationCoordinates() { return embeddedOnly_; }
+
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    void declareProperties() override;
+
+    // Queries.
+
+    [[nodiscard]] State state() const { return state_; }
+    [[nodiscard]] int resourceId() const { return id_; }
+    [[nodiscard]] int sequenceCount() const { return image_->sequenceCount(); }
+    [[nodiscard]] int sequenceIndex() const { return sequence_; } ///< from 0
+    [[nodiscard]] int position() const { return position_; }      ///< the entry that comes next
+    [[nodiscard]] int shownPosition() const { return shown_; }
+    /// Entries before the terminating one.
+    [[nodiscard]] int sequenceLength() const;
+    /// Frame entries of the current sequence.
+    [[nodiscard]] int frameCount() const;
+    [[nodiscard]] int frameHeight(int frame) const { return image_->frame(frame).height(); }
+    [[nodiscard]] int width() const { return boundingRectangle().width(); }
+    [[nodiscard]] int height() const { return boundingRectangle().height(); }
+    [[nodiscard]] int repeatCount() const { return repeatCount_; }
+    [[nodiscard]] int framesPerSecond() const { return framesPerSecond_; }
+    [[nodiscard]] int drawDirection() const { return direction_; }
+    [[nodiscard]] bool isSoundOn() const { return soundOn_; }
+    [[nodiscard]] bool isSoundSync() const { return soundSync_; }
+    [[nodiscard]] PlayLinks& playLinks() { return playLinks_; }
+
+    // Playing.
+
+    void play();
+    void pause();
+    void resume();
+    void stop();
+    void forever();
+    /// n > 0: n times in all, then hold on the last frame; 0: until the sequence ends itself.
+    void setRepeatCount(int count) { repeatCount_ = count; }
+    /// 0: each frame entry carries its duration. Negative rates count as 0.
+    void setFramesPerSecond(int rate);
+    void setSoundOn(bool on);
+    void setSoundSync(bool on) { soundSync_ = on; }
+    void setCatchUp(bool on) { catchUp_ = on; }
+    void setDrawDirection(int direction);
+    /// A sequence that does not exist fails a check and changes nothing. Without `restart` the
+    /// position stays as far as the new sequence goes.
+    void setSequence(int index, bool restart);
+    /// Goes to an entry and shows the first frame from there on.
+    void setPosition(int position);
+    /// The stopAt link is called once, when playback has come to that position.
+    void setStopPosition(int position) { stopPosition_ = position; }
+
+    // For scripts; all numbers from 1.
+
+    [[nodiscard]] int frameNumber() const;
+    void setFrameNumber(int number);
+    [[nodiscard]] int sequenceNumber() const { return sequence_ + 1; }
+    void setSequenceNumber(int number);
+    /// A field of the current entry; which one is the next argument: 0 or 1 the code, 2 dx, 3 dy,
+    /// 4 the argument. Empty for any other number.
+    [[nodiscard]] std::string param() const;
+    void setParam(int value);
+
+    void step(std::uint32_t clock) override;
+    void paint(OMMemCanvas& canvas, const OMRegion& clip) override;
+    /// Paints the current frame on any canvas, `at` its left upper corner.
+    void paintAt(OMMemCanvas& canvas, platform::Point at) const;
+    /// Whether the frame has an opaque pixel there.
+    [[nodiscard]] bool containsPoint(platform::Point point) const override;
+
+  protected:
+    OMAnimation(const OMAnimation& other);
+    /// Called in a step after each frame entry that was shown. The animation may be destroyed in
+    /// it.
+    virtual void frameShown() {}
+
+  private:
+    [[nodiscard]] const AOSequence& entries() const;
+    /// The own copy of the current sequence, made by its first edit.
+    AOSequence& editableEntries();
+    [[nodiscard]] AOEntry entryAt(int position) const;
+    [[nodiscard]] AOFrame frame() const { return image_->frame(shownFrame_); }
+    [[nodiscard]] std::uint32_t durationMs(const AOEntry& entry) const;
+
+    void restart();
+    void rewind();
+    void goTo(int position);
+    void show(int position);
+
+    // Each runs one entry and tells whether the step goes on with the next one.
+    bool runEntry(std::uint32_t clock, const OMSWatch& self);
+    bool runFrame(const AOEntry& entry, std::uint32_t clock, const OMSWatch& self);
+    bool runSound(const AOEntry& entry, const OMSWatch& self);
+    bool runHold(const OMSWatch& self);
+    bool runEnd();
+    bool runLoop(const OMSWatch& self);
+    bool runMarker(const AOEntry& entry, const OMSWatch& self);
+    bool advance(const OMSWatch& self);
+    bool passStop(const OMSWatch& self);
+    void holdOnLastFrame();
+
+    void startSound(int id);
+    void soundEnded(unsigned sound);
+    void soundsSilent();
+    void finish();
+
+    static OMLinkTo<std::unique_ptr<OMIStream>(int id)> locator_;
+    static AOImageStore store_;
+    static inline AOSounds* sounds_ = nullptr;
+    static inline bool embeddedOnly_ = false;
+
+    std::shared_ptr<const AOImage> image_;
+    int id_;
+    std::vector<std::unique_ptr<AOSequence>> edited_; ///< by sequence; null: the image's is used
+    int framesPerSecond_;
+
+    int sequence_ = 0;
+    int position_ = 0;
+    int shown_ = 0;   ///< position of the frame that is shown
+    int current_ = 0; ///< the entry that scripts see: the one being run, else the one shown
+    int shownFrame_ = -1;
+    platform::Point shownOffset_{}; ///< dx and dy of the entry shown
+    unsigned jumps_ = 0;            ///< counts changes of position from outside of a step
+    bool lapped_ = false;           ///< went back to the start in this step, without a frame since
+
+    State state_ = State::Playing;
+    std::optional<std::uint32_t> dueMs_; ///< window clock
+    int repeatCount_ = 0;
+    bool soundOn_ = defaults.soundOn;
+    bool soundSync_ = defaults.soundSync;
+    bool catchUp_ = defaults.catchUp;
+    int direction_ = 0;
+
+    static constexpr unsigned kNoSound = 0;
+    int playingSounds_ = 0;
+    unsigned lastSound_ = kNoSound;    ///< sounds are numbered as they start
+    unsigned awaitedSound_ = kNoSound; ///< held until it ends
+    bool pendingFinish_ = false;
+    int stopPosition_ = kNoStop;
+    PlayLinks playLinks_;
+};

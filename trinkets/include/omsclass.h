@@ -1,0 +1,126 @@
+// Class tables: the whole vocabulary that scripts see of a class as rows of one constexpr array, in
+// the order of the class's reference page.
+//
+//     constexpr OMSEntry kVocabulary[] = {
+//         oms::data<&Lamp::level, &Lamp::setLevel>("level", "brightness, 0 to 100"),
+//         oms::readOnly<&Lamp::hours>("hours", "hours burnt"),
+//         oms::method<&Lamp::blink>("blink", "[times] [ms]"),   // void blink(std::optional<int>, ...)
+//         oms::event("lit"),
+//     };
+//     void Lamp::declareProperties() { OMTrinket::declareProperties(); declare(kVocabulary); }
+//
+// Getters return int, bool, double, std::string or a rectangle; setters and methods take int, bool,
+// double, std::string, or std::optional of these for arguments that may be missing. A property with
+// index arguments reads them from the argument list itself.
+#pragma once
+
+#include "omsarguments.h"
+#include "omscrptb.h"
+
+#include "platform/geometry.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+
+/// One row of a class table.
+struct OMSEntry {
+    OMScriptableObjectProperty::Kind kind;
+    std::string_view name;
+    std::string_view help;
+    void (*set)(OMScriptableObject&, std::string_view) = nullptr; ///< null: writes are ignored
+    std::string (*get)(OMScriptableObject&) = nullptr;
+    void (*run)(OMScriptableObject&) = nullptr;
+};
+
+namespace oms {
+
+// Numbers and texts at the script boundary.
+[[nodiscard]] std::string toText(int value);                   // "%d"
+[[nodiscard]] std::string toText(double value);                // "%.15g"
+[[nodiscard]] std::string toText(const platform::Rect& value); // "%d %d %d %d"
+[[nodiscard]] inline std::string toText(bool value) { return value ? "1" : "0"; }
+[[nodiscard]] inline std::string toText(std::string value) { return value; }
+
+[[nodiscard]] double realFromText(std::string_view text);
+
+template <class T> [[nodiscard]] T fromText(std::string_view text) {
+    if constexpr (std::is_same_v<T, bool>) return OMSToInteger(text) != 0;
+    else if constexpr (std::is_integral_v<T>) return static_cast<T>(OMSToInteger(text));
+    else if constexpr (std::is_floating_point_v<T>) return static_cast<T>(realFromText(text));
+    else return T(text);
+}
+
+namespace detail {
+
+template <class T> struct OptionalValue;
+template <class T> struct OptionalValue<std::optional<T>> { using type = T; };
+
+template <class T> std::decay_t<T> nextArgument() {
+    using Value = std::decay_t<T>;
+    std::string text = OMSArguments::global().next();
+    if constexpr (requires { typename OptionalValue<Value>::type; }) {
+        if (text.empty()) return std::nullopt;
+        return fromText<typename OptionalValue<Value>::type>(text);
+    } else {
+        return fromText<Value>(text);
+    }
+}
+
+template <auto Member> struct Call;
+template <class Object, class... Arguments, void (Object::*Member)(Arguments...)>
+struct Call<Member> {
+    static void run(OMScriptableObject& object) {
+        // Braces fix the order in which the arguments are read.
+        std::tuple<std::decay_t<Arguments>...> arguments{nextArgument<Arguments>()...};
+        std::apply([&](auto&... values) { (static_cast<Object&>(object).*Member)(values...); },
+                   arguments);
+    }
+};
+
+template <auto Member> struct Set;
+template <class Object, class Value, void (Object::*Member)(Value)> struct Set<Member> {
+    static void run(OMScriptableObject& object, std::string_view text) {
+        (static_cast<Object&>(object).*Member)(fromText<std::decay_t<Value>>(text));
+    }
+};
+
+template <auto Member> struct Get;
+template <class Object, class Value, Value (Object::*Member)() const> struct Get<Member> {
+    static std::string run(OMScriptableObject& object) {
+        return toText((static_cast<const Object&>(object).*Member)());
+    }
+};
+template <class Object, class Value, Value (Object::*Member)()> struct Get<Member> {
+    static std::string run(OMScriptableObject& object) {
+        return toText((static_cast<Object&>(object).*Member)());
+    }
+};
+
+} // namespace detail
+
+template <auto Getter, auto Setter>
+constexpr OMSEntry data(std::string_view name, std::string_view help = {}) {
+    return {OMScriptableObjectProperty::Kind::Data, name, help, &detail::Set<Setter>::run,
+            &detail::Get<Getter>::run, nullptr};
+}
+
+template <auto Getter>
+constexpr OMSEntry readOnly(std::string_view name, std::string_view help = {}) {
+    return {OMScriptableObjectProperty::Kind::Data, name, help, nullptr,
+            &detail::Get<Getter>::run, nullptr};
+}
+
+template <auto Method>
+constexpr OMSEntry method(std::string_view name, std::string_view help = {}) {
+    return {OMScriptableObjectProperty::Kind::Method, name, help, nullptr, nullptr,
+            &detail::Call<Method>::run};
+}
+
+constexpr OMSEntry event(std::string_view name, std::string_view help = {}) {
+    return {OMScriptableObjectProperty::Kind::Event, name, help};
+}
+
+} // namespace oms

@@ -1,0 +1,156 @@
+// Scriptable objects: the base of everything that a script can create, configure, start or listen to.
+//
+// An object carries named properties of three kinds (omsproperty.h), declared once from its class's
+// tables (omsclass.h). Events are fired synchronously from inside the object's code, so a handler may
+// destroy the object that fires; whoever goes on working after `fireEvent` holds an OMSWatch.
+#pragma once
+
+#include "omlink.h"
+#include "omlist.h"
+#include "omsproperty.h"
+
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class OMScriptableObject;
+class OMSR;
+struct OMSEntry;
+
+/// Watches one object and knows when it is gone. Not copyable; belongs on the stack or in a member.
+class OMSWatch {
+  public:
+    OMSWatch() = default;
+    explicit OMSWatch(OMScriptableObject* object) { watch(object); }
+    ~OMSWatch() { watch(nullptr); }
+    OMSWatch(const OMSWatch&) = delete;
+    OMSWatch& operator=(const OMSWatch&) = delete;
+
+    void watch(OMScriptableObject* object);
+    [[nodiscard]] OMScriptableObject* object() const { return object_; }
+    /// False once the object was destroyed.
+    [[nodiscard]] explicit operator bool() const { return object_ != nullptr; }
+
+  private:
+    friend class OMScriptableObject;
+    OMScriptableObject* object_ = nullptr;
+    OMSWatch* next_ = nullptr;
+};
+
+class OMScriptableObject {
+  public:
+    /// Why the last get, set, invoke or attach failed.
+    enum class Status { Ok = 0, Absent = 1, Refused = 2 };
+
+    /// Every object has the event "born".
+    OMScriptableObject();
+    /// Empties every script variable that still refers to the object, and discards its handlers.
+    virtual ~OMScriptableObject();
+    OMScriptableObject& operator=(const OMScriptableObject&) = delete;
+
+    /// A new object equal to this one, owned by the caller; null where a class cannot be copied.
+    /// What a class provides; callers use makeDuplicate.
+    [[nodiscard]] virtual std::unique_ptr<OMScriptableObject> duplicate();
+    /// A duplicate with this object's class and that class's properties, announced as born. Null
+    /// also when a handler of its birth destroyed it.
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> makeDuplicate();
+    /// Adds the class's properties, methods and events; an heir calls its base's first. Run once,
+    /// when the object is created by its class or announced as born.
+    virtual void declareProperties() {}
+
+    // Declaring. Names must outlive the object; a name that is present is replaced. Without a setter,
+    // writes are accepted and ignored.
+    void addDataProperty(std::string_view name, OMSSetter setter, OMSGetter getter);
+    void addMethod(std::string_view name, OMSMethod method);
+    void addDefaultMethod(OMSMethod method) { addMethod(kDefaultMethod, std::move(method)); }
+    void addEvent(std::string_view name);
+
+    // Use. Each leaves its outcome in `status`.
+    bool fireEvent(std::string_view name);
+    bool setProperty(std::string_view name, std::string_view value);
+    /// None when there is no such property or nothing came back. The text "undefined" is returned,
+    /// with the status Refused.
+    std::optional<std::string> getProperty(std::string_view name);
+    /// Runs a method with the arguments that are in the argument list.
+    bool invoke(std::string_view method);
+    /// Fills the argument list first.
+    bool invoke(std::string_view method, std::initializer_list<std::string_view> arguments);
+    bool attachHandler(std::string_view event, OMLink handler, OMLink second = nullptr);
+    [[nodiscard]] OMScriptableObjectProperty* property(std::string_view name) const;
+
+    /// The link that a synchronous `play` waits for; replaces an earlier one.
+    void setCompletionLink(OMLink link) { completion_ = std::move(link); }
+    /// Called by the object when the work of a method is finished. Fires the link once.
+    void fireCompletion();
+
+    [[nodiscard]] const OMSR* classEntry() const { return class_; }
+    /// The object becomes the last-born one, takes the class of that name if it has none yet
+    /// (declaring its properties), and the class's handler is called. For objects that the program
+    /// makes itself; creation through the registry does it.
+    void announceBorn(std::string_view className);
+
+    static constexpr std::string_view kDefaultMethod = "default";
+    static constexpr std::string_view kUndefined = "undefined";
+
+    /// The object that last fired an event, and the one most recently announced as born; null when
+    /// it is gone.
+    static OMScriptableObject* lastPass;
+    static OMScriptableObject* lastBorn;
+    [[nodiscard]] static Status status() { return status_; }
+
+    /// The object held by the script variable of exactly that name, or null. `mark` makes the
+    /// variable a non-owning one.
+    [[nodiscard]] static OMScriptableObject* named(std::string_view variable, bool mark = false);
+
+    // Handing values back to scripts through RESULT.
+    static void setResult(int value);
+    static void setResult(double value);
+    static void setResult(std::string_view value);
+
+  protected:
+    /// For duplicates: properties are declared anew (makeDuplicate), so that they belong to the new
+    /// object; handlers and watchers stay with the original.
+    OMScriptableObject(const OMScriptableObject& other);
+    /// Adds the rows of a class's table.
+    template <std::size_t Count> void declare(const OMSEntry (&table)[Count]) {
+        declareRows(table, Count);
+    }
+
+  private:
+    friend class OMSWatch;
+    friend class OMSRegistry;
+
+    void declareRows(const OMSEntry* rows, std::size_t count);
+    void add(std::unique_ptr<OMScriptableObjectProperty> property);
+    void born();
+
+    static Status status_;
+
+    std::vector<std::unique_ptr<OMScriptableObjectProperty>> properties_;
+    OMLink completion_;
+    const OMSR* class_ = nullptr;
+    OMSWatch* watches_ = nullptr;
+};
+
+/// The call that a script makes into an object right now. While one runs, events do not reach their
+/// handlers: the first that has one shows the text of the call as a warning.
+class OMSCall {
+  public:
+    enum class Kind { SettingProperty, InvokingMethod };
+    OMSCall(Kind kind, std::string_view name);
+    ~OMSCall();
+    OMSCall(const OMSCall&) = delete;
+    OMSCall& operator=(const OMSCall&) = delete;
+
+    [[nodiscard]] static bool isRunning();
+    static void noteIgnored(std::string_view event);
+    /// Shows what was noted and forgets it.
+    static void warn();
+
+  private:
+    bool outer_;
+    std::string outerContext_;
+};

@@ -1,0 +1,82 @@
+// The registry of script classes, from which `x=ClassName args...` creates objects, and the component
+// libraries that can add classes to it at run time.
+#pragma once
+
+#include "omlink.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+class OMScriptableObject;
+
+namespace platform {
+class Library;
+}
+
+/// Reads its arguments from OMSArguments::global(); null when it refuses.
+using OMSCreate = OMLinkTo<std::unique_ptr<OMScriptableObject>()>;
+
+/// One registered class.
+class OMSR {
+  public:
+    OMSR(std::string_view name, OMSCreate create);
+    ~OMSR();
+
+    [[nodiscard]] const std::string& name() const { return name_; }
+
+  private:
+    friend class OMSRegistry;
+    std::string name_;
+    OMSCreate create_;
+    OMLink bornHandler_;                         ///< called for every object of the class
+    std::unique_ptr<platform::Library> library_; ///< the component that registered it, or none
+};
+
+class OMSRegistry {
+  public:
+    /// What a component library exports: a function without arguments that registers its classes.
+    static constexpr const char* kComponentEntry = "OMRegisterComponent";
+
+    [[nodiscard]] static OMSRegistry& global();
+    OMSRegistry();
+    ~OMSRegistry();
+
+    /// A class of a name that is already registered changes nothing.
+    void registerClass(std::string_view name, OMSCreate create);
+    /// Removing the last class frees the argument list, the hooks and the current error object.
+    void unregisterClass(std::string_view name);
+    void unregisterAll();
+
+    [[nodiscard]] const OMSR* find(std::string_view name) const;
+    /// As find, loading the component "NAME.lrn" when component loading is enabled. Fatal when the
+    /// component does not register the class.
+    bool isClass(std::string_view name);
+
+    /// Replaces the handler of a class; an empty link removes it. False for an unknown class.
+    bool attachClassHandler(std::string_view name, OMLink handler);
+
+    /// Creates an object with the arguments that are in the argument list. Null when the class is
+    /// unknown or refuses, or when a handler of its birth destroyed it.
+    std::unique_ptr<OMScriptableObject> create(std::string_view name);
+
+    /// Called after any object was created.
+    void setCreationHook(OMLinkTo<void(OMScriptableObject&)> hook) { hook_ = std::move(hook); }
+
+    void setComponentLoading(bool enabled);
+    /// Loads every "*.lrn" of the current directory.
+    void loadAllComponents();
+
+  private:
+    friend class OMScriptableObject;
+    OMSR* findEntry(std::string_view name) const;
+    OMSR* loadComponent(std::string_view name);
+    void callBornHandler(const OMSR& entry);
+
+    std::vector<std::unique_ptr<OMSR>> classes_;
+    OMLinkTo<void(OMScriptableObject&)> hook_;
+    bool componentLoading_ = false;
+    std::unordered_set<std::string> missingComponents_; ///< names looked for in vain
+};

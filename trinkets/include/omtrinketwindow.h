@@ -1,0 +1,227 @@
+// The trinket window: the list of trinkets in the order of their depth, the back buffer that they
+// are composed in, the bookkeeping of what must be composed and shown anew, and the way of mouse
+// and keys to the trinkets.
+//
+// Redrawing is one cycle in the idle time of the main loop: trinkets step, the areas that changed
+// are painted from the bottom up into the back buffer, and only those are copied to the screen.
+//
+// Script handlers run inside input and stepping and may destroy any trinket, so whatever goes on
+// after a call into one watches it.
+#pragma once
+
+#include "ommemcanvas.h"
+#include "omtbackground.h"
+#include "omtrinket.h"
+#include "omwindow.h"
+#include "omwndcanvas.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+class OMTrinketWindow : public OMWindow {
+  public:
+    using MouseLink = OMTrinket::MouseLink;
+
+    static constexpr int kLowestDepth = -32767; ///< what is below is neither drawn nor hit at first
+
+    /// What the input hook is told.
+    enum class Input : std::uint8_t {
+        Key = 0,
+        MouseDown = 1,
+        MouseUp = 2,
+        MouseMove = 3,
+        DoubleClick = 4,
+    };
+
+    /// Called at fixed points of the idle cycle, and before input is handled.
+    struct Hooks {
+        OMLink first;
+        OMLink beforeAnimation;
+        OMLink afterAnimation;
+        OMLink beforeTrinkets; ///< after the background was painted
+        OMLink afterTrinkets;
+        OMLink afterPresent;
+        OMLink last;
+        OMLinkTo<void(Input)> input;
+    };
+
+    /// Where input goes that neither trinkets nor the background take.
+    struct Defaults {
+        MouseLink mouseDown;
+        MouseLink mouseUp;
+        MouseLink mouseMove;
+        MouseLink doubleClick;
+        OMLinkTo<void(const platform::KeyPress&)> key;
+    };
+
+    /// `rectangle` in screen pixels; the background may be null. The first window that is made
+    /// becomes the main window. Fatal without an application.
+    OMTrinketWindow(const platform::Rect& rectangle, std::unique_ptr<OMTBackground> background,
+                    std::string_view title);
+    ~OMTrinketWindow() override;
+
+    /// Null when there is none.
+    [[nodiscard]] static OMTrinketWindow* mainWindow() { return main_; }
+
+    [[nodiscard]] OMWndCanvas& canvas() { return canvas_; }
+    [[nodiscard]] OMMemCanvas& backBuffer() { return backBuffer_; }
+    [[nodiscard]] OMTBackground* background() { return background_.get(); }
+    [[nodiscard]] Hooks& hooks() { return hooks_; }
+    [[nodiscard]] Defaults& defaults() { return defaults_; }
+
+    // Trinkets.
+
+    /// The topmost trinket for which the predicate holds, or null.
+    template <class Predicate>
+    [[nodiscard]] OMTrinket* findTrinket(Predicate predicate) const {
+        return trinkets_.findLast(predicate);
+    }
+    /// The trinket that the mouse means at a point, or null.
+    [[nodiscard]] OMTrinket* hitTest(platform::Point point) const;
+    [[nodiscard]] std::size_t trinketCount() const { return trinkets_.count(); }
+    [[nodiscard]] int minimumDepth() const { return minimumDepth_; }
+    void setMinimumDepth(int z);
+    [[nodiscard]] std::uint32_t defaultEventMask() const { return defaultEventMask_; }
+    void setDefaultEventMask(std::uint32_t mask) { defaultEventMask_ = mask; }
+
+    // Redrawing.
+
+    /// Destroys the old background.
+    void setBackground(std::unique_ptr<OMTBackground> background);
+    /// Takes entries 10 to 245 over. With `reset`, an 8-bit window whose colours change is
+    /// blackened first, so that the picture is never seen in the wrong colours.
+    void setPalette(const OMPalette& colors, bool reset);
+    /// Composes and shows all anew.
+    void invalidateAll();
+    /// Composes a rectangle anew.
+    void invalidate(const platform::Rect& rectangle);
+    /// What the next composition covers at least, and what the next presentation shows.
+    [[nodiscard]] const OMRegion& dirtyRegion() const { return pages_[page_].compose; }
+    [[nodiscard]] const OMRegion& unshownRegion() const { return pages_[page_].present; }
+    /// Paints what is dirty into the back buffer.
+    void compose();
+    /// Shows what was composed since the last time.
+    void present();
+
+    [[nodiscard]] bool isPresenting() const { return presenting_; }
+    /// While off, what is composed is not shown; the next cycle after switching on shows it.
+    void setPresenting(bool on) {
+        presenting_ = on;
+        needRedraw();
+    }
+    /// Presents in every cycle even while presenting is off.
+    void setPresentAlways(bool always) { presentAlways_ = always; }
+    void setBackgroundPainting(bool on) { backgroundPainting_ = on; }
+    /// Diagnosis: areas about to be shown are coloured for that many milliseconds; 0 is off.
+    [[nodiscard]] int flashDelay() const { return flashDelayMs_; }
+    void setFlashDelay(int ms) { flashDelayMs_ = ms; }
+
+    // Input.
+
+    [[nodiscard]] bool isInputDisabled() const { return inputDisabled_; }
+    void setInputDisabled(bool disabled) { inputDisabled_ = disabled; }
+    /// While on, the window shows the cursors of the trinkets; on at first.
+    void setCursorManagement(bool on) { cursorManagement_ = on; }
+    /// Shows a cursor by number.
+    virtual void showCursor(int id) { canvas_.setCursor(id); }
+    /// The trinket that has the mouse, held or captured, or null.
+    [[nodiscard]] OMTrinket* mouseTarget() const { return target_; }
+    [[nodiscard]] OMTrinket* flyOverTrinket() const { return flyOver_; }
+    [[nodiscard]] platform::Point lastMousePosition() const { return lastMouse_; }
+    /// Finds out what the pointer is over now.
+    void updateFlyOver() { updateFlyOver(lastMouse_); }
+
+    [[nodiscard]] OMTrinket* focus() const { return focus_; }
+    [[nodiscard]] bool isFocus(const OMTrinket& trinket) const { return focus_ == &trinket; }
+    void setFocus(OMTrinket& trinket);
+    void clearFocus();
+
+    // The time of animations, in milliseconds.
+
+    [[nodiscard]] std::uint32_t clock() const;
+    void resetClock();
+    void beginPause() { pausing_ = true; }
+    /// Without effect unless a pause has begun.
+    void addPauseTime(std::uint32_t ms);
+    void endPause() { pausing_ = false; }
+
+    // Called by the application.
+
+    void mouseDown(platform::Point point) override;
+    void mouseUp(platform::Point point) override;
+    void mouseMove(platform::Point point) override;
+    void doubleClick(platform::Point point) override;
+    void key(const platform::KeyPress& press) override;
+    void expose() override;
+    void idle() override;
+
+  private:
+    friend class OMTrinket;
+
+    struct Page {
+        OMRegion compose; ///< must be composed anew in the back buffer
+        OMRegion present; ///< was composed but not yet shown
+    };
+
+    // For the trinkets.
+    void add(OMTrinket& trinket);
+    void remove(OMTrinket& trinket);
+    void resort(OMTrinket& trinket);
+    [[nodiscard]] int indexOf(const OMTrinket& trinket) const;
+    void needRedraw() { needsRedraw_ = true; }
+    void addDirty(std::size_t page, const OMRegion& region);
+    void addUnshown(const platform::Rect& rectangle);
+    void setTarget(OMTrinket& trinket) { target_ = &trinket; }
+    void releaseTarget(const OMTrinket& trinket);
+
+    void stepTrinkets();
+    void collectChanges();
+    void paintBackground();
+    void paintTrinkets();
+    void countFrame();
+    void flash(const OMRegion& region);
+
+    bool acceptsInput(Input kind);
+    bool pressTarget(platform::Point point);
+    void beginHolding(OMTrinket& trinket, platform::Point point);
+    void dropTarget(OMTrinket& trinket, platform::Point point);
+    void moveTarget(OMTrinket& trinket, platform::Point point, int dx, int dy);
+    void updateFlyOver(platform::Point point);
+    void leave(OMTrinket& trinket);
+    void enter(OMTrinket& trinket);
+
+    static OMTrinketWindow* main_;
+
+    OMWndCanvas canvas_;
+    OMMemCanvas backBuffer_;
+    std::unique_ptr<OMTBackground> background_;
+    OMList<OMTrinket> trinkets_; ///< ascending z
+    Hooks hooks_;
+    Defaults defaults_;
+
+    std::array<Page, kOMPages> pages_;
+    std::size_t pagesInUse_ = 1; ///< each catches up with every change
+    std::size_t page_ = 0;       ///< the one that is composed now
+    bool needsRedraw_ = true;
+    bool backgroundPainting_ = true;
+    bool presenting_ = true;
+    bool presentAlways_ = false;
+    int flashDelayMs_ = 0;
+    int minimumDepth_ = kLowestDepth;
+    std::uint32_t defaultEventMask_ = 0;
+    long frames_ = 0; ///< shown since the last report
+    std::uint32_t lastReportMs_;
+
+    bool inputDisabled_ = false;
+    bool cursorManagement_ = true;
+    OMTrinket* target_ = nullptr;
+    OMTrinket* flyOver_ = nullptr;
+    OMTrinket* focus_ = nullptr;
+    platform::Point lastMouse_{};
+
+    std::uint32_t timeBase_;
+    std::uint32_t pauseMs_ = 0;
+    bool pausing_ = false;
+};

@@ -1,0 +1,112 @@
+// What all script threads share: the threads themselves, the handlers that scripts attached, the
+// scripts to return to, the pause deadline, and the tick that the main loop runs in every pass.
+#pragma once
+
+#include "omlink.h"
+#include "omlist.h"
+#include "omtask.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class OMScriptableObject;
+class YThread;
+
+/// One attached handler.
+struct eventRecord {
+    YThread* thread;
+    int handler;                  ///< instruction to begin with
+    OMScriptableObject* receiver; ///< null for a handler attached to a class, and for timers
+    std::string variable;         ///< the script variable through which it was attached
+    std::string event;
+};
+
+class YEngine {
+  public:
+    /// Outputs of the trace, added up.
+    enum TraceOutput : int { kTraceBox = 1, kTraceFile = 2, kTraceWindow = 4 };
+    /// Events fired by handlers of events may be nested this deep; deeper ones are refused.
+    static constexpr int kMaxDeliveries = 64;
+
+    YEngine();
+    ~YEngine();
+    YEngine(const YEngine&) = delete;
+    YEngine& operator=(const YEngine&) = delete;
+
+    /// The one engine, or null before it is made.
+    [[nodiscard]] static YEngine* current() { return current_; }
+
+    /// The function that the main loop calls in every pass.
+    void tick();
+
+    /// A warning to the script's author in the application's alert box.
+    void warn(std::string_view text);
+    /// Asks the application to end.
+    void quit();
+    /// Shows a message and ends the program with exit code 1.
+    [[noreturn]] void endProgram(std::string_view message);
+    /// Adds a line to "debug.txt".
+    void writeDebugLine(std::string_view text);
+
+    /// Replaces the table of variables. Threads whose scripts refer to the old one lose them.
+    void recreateHeap();
+
+    // Handlers.
+    std::shared_ptr<eventRecord> addRecord(eventRecord record);
+    /// With an event name only the records of that event. A null receiver means handlers of the
+    /// class that `variable` names.
+    void removeRecords(const OMScriptableObject* receiver, std::string_view variable,
+                       std::string_view event);
+    void removeRecords(const OMScriptableObject* receiver);
+    void removeRecordsOf(const YThread& thread);
+    void removeAllRecords() { records_.clear(); }
+    [[nodiscard]] const std::vector<std::shared_ptr<eventRecord>>& records() const {
+        return records_;
+    }
+
+    // The scripts to return to.
+    void pushScript(const std::string& name) { threadStack_.push_back(name); }
+    [[nodiscard]] std::optional<std::string> popScript();
+    void emptyThreadStack() { threadStack_.clear(); }
+    [[nodiscard]] const std::vector<std::string>& threadStack() const { return threadStack_; }
+
+    // The pause, one for all threads.
+    void pauseFor(std::uint32_t ms);
+    [[nodiscard]] bool pauseIsOver() const;
+
+    // Switching to another script, done at the end of the tick.
+    void requestSwitch(YThread& thread) { switching_ = &thread; }
+    [[nodiscard]] bool isSwitching() const { return switching_ != nullptr; }
+
+    [[nodiscard]] int traceOutputs() const { return traceOutputs_; }
+    void setTraceOutputs(int outputs) { traceOutputs_ = outputs; }
+    void setTraceWindow(OMLinkTo<void(std::string_view)> window) { window_ = std::move(window); }
+    /// Shows one trace message; false when the person asked for no more.
+    bool showTrace(const std::string& message);
+
+    /// Levels of events being delivered.
+    int deliveries = 0;
+
+  private:
+    friend class YThread;
+    void add(YThread& thread);
+    void remove(YThread& thread);
+    bool countsForTimers();
+    void switchScripts();
+
+    static YEngine* current_;
+
+    OMList<YThread> threads_;
+    std::unique_ptr<OMTask> task_; ///< made with the first thread
+    std::vector<std::shared_ptr<eventRecord>> records_;
+    std::vector<std::string> threadStack_;
+    std::optional<std::uint32_t> pauseDeadline_;
+    std::optional<std::uint32_t> lastCountedTick_;
+    YThread* switching_ = nullptr;
+    int traceOutputs_ = kTraceBox;
+    OMLinkTo<void(std::string_view)> window_;
+};

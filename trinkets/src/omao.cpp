@@ -1,0 +1,251 @@
+#include "omao.h"
+
+#include "aosounds.h"
+#include "omdebug.h"
+#include "omistream.h"
+#include "omlog.h"
+#include "omsclass.h"
+#include "omtrinketwindow.h"
+
+#include <algorithm>
+
+using platform::Point;
+using platform::Rect;
+
+OMLinkTo<std::unique_ptr<OMIStream>(int id)> OMAnimation::locator_;
+AOImageStore OMAnimation::store_;
+OMAnimation::Defaults OMAnimation::defaults;
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::data<&OMAnimation::frameNumber, &OMAnimation::setFrameNumber>(
+        "frame", "number of the frame shown, counted in its sequence; writing shows another"),
+    oms::data<&OMAnimation::sequenceNumber, &OMAnimation::setSequenceNumber>(
+        "sequence", "number of the sequence; writing restarts"),
+    oms::data<&OMAnimation::drawDirection, &OMAnimation::setDrawDirection>("drawDirection",
+                                                                           "0 to 7"),
+    oms::data<&OMAnimation::param, &OMAnimation::setParam>(
+        "param", "[index] field of the current entry: 0 or 1 code, 2 dx, 3 dy, 4 argument"),
+    oms::data<&OMAnimation::isSoundOn, &OMAnimation::setSoundOn>("soundOn", "sound entries play"),
+    oms::method<&OMAnimation::forever>("forever"),
+    oms::event("paused", "finished or held, after the sounds it waits for"),
+    oms::event("special", "a notification marker was reached"),
+};
+
+/// The field that scripts number so; null for any other number.
+std::int16_t AOEntry::*fieldOf(int number) {
+    switch (number) {
+    case 0:
+    case 1: return &AOEntry::code;
+    case 2: return &AOEntry::dx;
+    case 3: return &AOEntry::dy;
+    case 4: return &AOEntry::argument;
+    default: return nullptr;
+    }
+}
+
+int chosen(int coordinate, int embedded, bool useEmbedded) {
+    if (coordinate != OMAnimation::kEmbedded) return coordinate;
+    return useEmbedded ? embedded : 0;
+}
+
+Rect originOf(const AOImage& image, int x, int y) {
+    const bool embedded = OMAnimation::defaults.useEmbeddedCoordinates;
+    const int left = std::clamp(chosen(x, image.embedded().x, embedded), -OMTrinket::kFarthest,
+                                OMTrinket::kFarthest);
+    const int top = std::clamp(chosen(y, image.embedded().y, embedded), -OMTrinket::kFarthest,
+                               OMTrinket::kFarthest);
+    return {left, top, left, top};
+}
+
+} // namespace
+
+OMAnimation::OMAnimation(OMTrinketWindow& window, std::shared_ptr<const AOImage> image, int id,
+                         int x, int y)
+    : OMTrinket(window, UpdateStyle::Regions, originOf(*image, x, y)), image_(std::move(image)),
+      id_(id), edited_(static_cast<std::size_t>(image_->sequenceCount())),
+      framesPerSecond_(image_->framesPerSecond()) {
+    restart();
+    if (defaults.useEmbeddedCoordinates)
+        OMTrinket::setAttribute(Attribute::Z, image_->embedded().depth);
+}
+
+OMAnimation::OMAnimation(const OMAnimation& other)
+    : OMTrinket(other), image_(other.image_), id_(other.id_),
+      framesPerSecond_(other.framesPerSecond_), sequence_(other.sequence_),
+      position_(other.position_), shown_(other.shown_), current_(other.shown_),
+      shownFrame_(other.shownFrame_), shownOffset_(other.shownOffset_),
+      state_(other.awaitedSound_ != kNoSound ? State::Resumed : other.state_), dueMs_(other.dueMs_),
+      repeatCount_(other.repeatCount_), soundOn_(other.soundOn_), soundSync_(other.soundSync_),
+      catchUp_(other.catchUp_), direction_(other.direction_), stopPosition_(other.stopPosition_),
+      playLinks_(other.playLinks_) {
+    for (const auto& sequence : other.edited_)
+        edited_.push_back(sequence ? std::make_unique<AOSequence>(*sequence) : nullptr);
+}
+
+OMAnimation::~OMAnimation() {
+    if (playingSounds_ > 0 && sounds_) sounds_->stop(*this);
+}
+
+std::unique_ptr<OMScriptableObject> OMAnimation::duplicate() {
+    return std::unique_ptr<OMScriptableObject>(new OMAnimation(*this));
+}
+
+void OMAnimation::declareProperties() {
+    OMTrinket::declareProperties();
+    declare(kVocabulary);
+}
+
+// Loading
+
+void OMAnimation::setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> locator) {
+    locator_ = std::move(locator);
+}
+
+std::unique_ptr<OMAnimation> OMAnimation::create(int id, int x, int y, OMTrinketWindow& window) {
+    std::shared_ptr<const AOImage> image = locate(id);
+    if (!image) return nullptr;
+    return std::make_unique<OMAnimation>(window, std::move(image), id, x, y);
+}
+
+std::shared_ptr<const AOImage> OMAnimation::locate(int id) {
+    if (!OMDebug::check(static_cast<bool>(locator_), "url == NULL",
+                        "Source URL not installed in OMAnimation"))
+        return nullptr;
+    if (auto known = store_.find(id)) return known;
+    const std::unique_ptr<OMIStream> stream = locator_(id);
+    if (!stream) return nullptr;
+    std::string problem;
+    std::shared_ptr<const AOImage> image = AOImage::read(stream->readAll(), problem);
+    if (!image) {
+        OMLog::writef(OMLog::Kind::Error, "Animation %d cannot be used: %s", id, problem.c_str());
+        return nullptr;
+    }
+    if (image->brokenFrames() > 0)
+        OMLog::writef(OMLog::Kind::Warning, "Animation %d: %d frames lie outside of the resource",
+                      id, image->brokenFrames());
+    store_.keep(id, image);
+    return image;
+}
+
+// Sequences
+
+const AOSequence& OMAnimation::entries() const {
+    const auto& own = edited_[static_cast<std::size_t>(sequence_)];
+    return own ? *own : image_->sequence(sequence_);
+}
+
+AOSequence& OMAnimation::editableEntries() {
+    auto& own = edited_[static_cast<std::size_t>(sequence_)];
+    if (!own) own = std::make_unique<AOSequence>(image_->sequence(sequence_));
+    return *own;
+}
+
+AOEntry OMAnimation::entryAt(int position) const {
+    if (position < 0 || position > sequenceLength()) return {0, 0, AOEntry::kEnd, 0};
+    return entries()[static_cast<std::size_t>(position)];
+}
+
+int OMAnimation::sequenceLength() const { return static_cast<int>(entries().size()) - 1; }
+
+int OMAnimation::frameCount() const {
+    return static_cast<int>(std::count_if(entries().begin(), entries().end(),
+                                          [](const AOEntry& entry) { return entry.isFrame(); }));
+}
+
+void OMAnimation::setSequence(int index, bool startAgain) {
+    if (!OMDebug::check(index >= 0 && index < sequenceCount(),
+                        "(seq < 0) || (seq >= numberOfSequences)", "Invalid sequence"))
+        return;
+    sequence_ = index;
+    if (startAgain)
+        restart();
+    else
+        setPosition(position_);
+}
+
+void OMAnimation::setPosition(int position) { goTo(std::clamp(position, 0, sequenceLength())); }
+
+void OMAnimation::restart() {
+    rewind();
+    awaitedSound_ = kNoSound;
+    state_ = entryAt(0).code == AOEntry::kHold ? State::Held : State::Playing;
+}
+
+/// To the start, behind a hold there: it was obeyed by not playing yet.
+void OMAnimation::rewind() {
+    goTo(0);
+    if (entryAt(0).code == AOEntry::kHold) position_ = 1;
+}
+
+void OMAnimation::goTo(int position) {
+    ++jumps_;
+    position_ = position;
+    dueMs_.reset();
+    for (int at = position; at < sequenceLength(); ++at)
+        if (entryAt(at).isFrame()) return show(at);
+    current_ = shown_ = position;
+}
+
+void OMAnimation::show(int position) {
+    const AOEntry entry = entryAt(position);
+    const Rect before = boundingRectangle();
+    const Point origin{before.left - shownOffset_.x, before.top - shownOffset_.y};
+    const AOFrame frame = image_->frame(entry.code);
+    const Rect after = frame.bounds({origin.x + entry.dx, origin.y + entry.dy}, direction_);
+    if (entry.code != shownFrame_ || after != before) markChanged();
+    setBounds(after);
+    shownFrame_ = entry.code;
+    shownOffset_ = {entry.dx, entry.dy};
+    current_ = shown_ = position;
+}
+
+int OMAnimation::frameNumber() const {
+    int number = 0;
+    for (int at = 0; at <= shown_; ++at) number += entryAt(at).isFrame() ? 1 : 0;
+    return number;
+}
+
+void OMAnimation::setFrameNumber(int number) {
+    if (number < 1) return;
+    for (int at = 0; at < sequenceLength(); ++at)
+        if (entryAt(at).isFrame() && --number == 0) return goTo(at);
+}
+
+void OMAnimation::setSequenceNumber(int number) { setSequence(std::max(number, 0) - 1, true); }
+
+std::string OMAnimation::param() const {
+    const auto field = fieldOf(OMSArguments::global().nextInteger());
+    return field ? oms::toText(int{entryAt(current_).*field}) : std::string();
+}
+
+void OMAnimation::setParam(int value) {
+    const auto field = fieldOf(OMSArguments::global().nextInteger());
+    if (!field || current_ >= sequenceLength()) return;
+    editableEntries()[static_cast<std::size_t>(current_)].*field = static_cast<std::int16_t>(value);
+}
+
+// Drawing
+
+void OMAnimation::setDrawDirection(int direction) {
+    if (direction == direction_) return;
+    markChanged();
+    direction_ = direction;
+    const Rect r = boundingRectangle();
+    setBounds(frame().bounds({r.left, r.top}, direction_));
+}
+
+void OMAnimation::paint(OMMemCanvas& canvas, const OMRegion& clip) {
+    const Rect r = boundingRectangle();
+    frame().draw(canvas, clip, {r.left, r.top}, direction_);
+}
+
+void OMAnimation::paintAt(OMMemCanvas& canvas, Point at) const {
+    frame().draw(canvas, OMRegion(canvas.bounds()), at, direction_);
+}
+
+bool OMAnimation::containsPoint(Point point) const {
+    const Rect r = boundingRectangle();
+    return frame().hit(point, {r.left, r.top}, direction_);
+}

@@ -1,0 +1,221 @@
+// How an animation plays: its states, its steps through a sequence, and its sounds.
+
+#include "omao.h"
+
+#include "aosounds.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kMsPerSecond = 1000;
+
+/// On a clock that wraps.
+bool isBefore(std::uint32_t a, std::uint32_t b) { return static_cast<std::int32_t>(a - b) < 0; }
+
+} // namespace
+
+// States
+
+void OMAnimation::play() {
+    if (state_ == State::Playing) return;
+    state_ = State::Playing;
+    dueMs_.reset();
+    awaitedSound_ = kNoSound;
+}
+
+void OMAnimation::pause() {
+    if (state_ == State::Stopped) return;
+    state_ = State::Held;
+    awaitedSound_ = kNoSound;
+}
+
+void OMAnimation::resume() {
+    if (state_ != State::Held) return;
+    state_ = State::Resumed;
+    awaitedSound_ = kNoSound;
+}
+
+void OMAnimation::stop() {
+    state_ = State::Stopped;
+    awaitedSound_ = kNoSound;
+}
+
+void OMAnimation::forever() {
+    setRepeatCount(kLoopForever);
+    play();
+}
+
+void OMAnimation::setFramesPerSecond(int rate) { framesPerSecond_ = std::max(rate, 0); }
+
+// Stepping
+
+void OMAnimation::step(std::uint32_t clock) {
+    if (state_ == State::Resumed) {
+        state_ = State::Playing;
+        dueMs_ = clock;
+    }
+    if (state_ != State::Playing || (dueMs_ && isBefore(clock, *dueMs_))) return;
+    const OMSWatch self(this);
+    lapped_ = false;
+    while (self && state_ == State::Playing && runEntry(clock, self)) {
+    }
+    if (self) current_ = shown_;
+}
+
+bool OMAnimation::runEntry(std::uint32_t clock, const OMSWatch& self) {
+    const AOEntry entry = entryAt(position_);
+    current_ = position_;
+    if (entry.isFrame()) return runFrame(entry, clock, self);
+    if (entry.code <= AOEntry::kFirstMarker) return runMarker(entry, self);
+    switch (entry.code) {
+    case AOEntry::kSound: return runSound(entry, self);
+    case AOEntry::kHold: return runHold(self);
+    case AOEntry::kEnd: return repeatCount_ == 0 ? runEnd() : runLoop(self);
+    case AOEntry::kLoop: return runLoop(self);
+    default: return advance(self);
+    }
+}
+
+std::uint32_t OMAnimation::durationMs(const AOEntry& entry) const {
+    if (framesPerSecond_ > 0) return static_cast<std::uint32_t>(kMsPerSecond / framesPerSecond_);
+    return static_cast<std::uint32_t>(std::max<int>(entry.argument, 0));
+}
+
+bool OMAnimation::runFrame(const AOEntry& entry, std::uint32_t clock, const OMSWatch& self) {
+    show(position_);
+    dueMs_ = (catchUp_ && dueMs_ ? *dueMs_ : clock) + durationMs(entry);
+    const unsigned before = jumps_;
+    frameShown();
+    if (self && jumps_ == before) advance(self);
+    return false;
+}
+
+bool OMAnimation::runSound(const AOEntry& entry, const OMSWatch& self) {
+    const unsigned before = jumps_;
+    startSound(entry.argument);
+    return self && jumps_ == before && advance(self);
+}
+
+bool OMAnimation::runHold(const OMSWatch& self) {
+    if (repeatCount_ == 0) {
+        state_ = State::Held;
+        const unsigned before = jumps_;
+        finish();
+        if (!self || jumps_ != before) return false;
+    }
+    return advance(self);
+}
+
+/// Nothing of the animation is touched after its handlers were called.
+bool OMAnimation::runEnd() {
+    state_ = State::Stopped;
+    setVisible(false);
+    rewind();
+    finish();
+    return false;
+}
+
+bool OMAnimation::runLoop(const OMSWatch& self) {
+    if (repeatCount_ == 1) {
+        repeatCount_ = 0;
+        holdOnLastFrame();
+        finish();
+        return false;
+    }
+    position_ = 0;
+    if (repeatCount_ > 0) --repeatCount_;
+    // A sequence without frames would go round for ever.
+    const bool goesOn = !std::exchange(lapped_, true);
+    const OMLink looped = playLinks_.looped;
+    looped();
+    return self && passStop(self) && goesOn;
+}
+
+void OMAnimation::holdOnLastFrame() {
+    state_ = State::Held;
+    int at = position_ - 1;
+    while (at > 0 && !entryAt(at).isFrame()) --at;
+    position_ = std::max(at, 0);
+}
+
+bool OMAnimation::runMarker(const AOEntry& entry, const OMSWatch& self) {
+    const unsigned before = jumps_;
+    const auto marker = playLinks_.marker;
+    marker(entry.code);
+    if (self) fireEvent("special");
+    return self && jumps_ == before && advance(self);
+}
+
+/// To the next entry. True while the animation is alive.
+bool OMAnimation::advance(const OMSWatch& self) {
+    ++position_;
+    return passStop(self);
+}
+
+/// Tells when playback has come to the stop position. True while the animation is alive.
+bool OMAnimation::passStop(const OMSWatch& self) {
+    if (stopPosition_ == kNoStop || position_ != stopPosition_) return true;
+    stopPosition_ = kNoStop;
+    const OMLink stopAt = playLinks_.stopAt;
+    stopAt();
+    return static_cast<bool>(self);
+}
+
+/// The events come last: the animation may be gone afterwards.
+void OMAnimation::finish() {
+    if (soundSync_ && playingSounds_ > 0) {
+        pendingFinish_ = true;
+        return;
+    }
+    pendingFinish_ = false;
+    const OMSWatch self(this);
+    const OMLink finished = playLinks_.finished;
+    finished();
+    if (self) fireEvent("paused");
+    if (self) fireCompletion();
+}
+
+// Sounds
+
+void OMAnimation::setSoundOn(bool on) {
+    soundOn_ = on;
+    if (on || playingSounds_ == 0) return;
+    if (sounds_) sounds_->stop(*this);
+    playingSounds_ = 0;
+    if (awaitedSound_ != kNoSound) resume();
+    soundsSilent();
+}
+
+/// With sound synchronisation the animation holds until this very sound has ended.
+void OMAnimation::startSound(int id) {
+    if (!soundOn_ || !sounds_ || !sounds_->isEnabled()) return;
+    const unsigned sound = ++lastSound_;
+    ++playingSounds_;
+    if (soundSync_) {
+        state_ = State::Held;
+        awaitedSound_ = sound;
+    }
+    const auto watch = std::make_shared<OMSWatch>(this);
+    const bool plays = sounds_->play(*this, id, [watch, sound] {
+        if (*watch) static_cast<OMAnimation*>(watch->object())->soundEnded(sound);
+    });
+    if (plays) return;
+    --playingSounds_;
+    if (awaitedSound_ == sound) play();
+}
+
+void OMAnimation::soundEnded(unsigned sound) {
+    if (awaitedSound_ == sound) resume();
+    if (playingSounds_ > 0 && --playingSounds_ == 0) soundsSilent();
+}
+
+/// All sounds have ended or were stopped.
+void OMAnimation::soundsSilent() {
+    const OMSWatch self(this);
+    const bool playsAgain = state_ == State::Playing || state_ == State::Resumed;
+    if (std::exchange(pendingFinish_, false) && !playsAgain) finish();
+    if (!self) return;
+    const OMLink done = playLinks_.allSoundsDone;
+    done();
+}

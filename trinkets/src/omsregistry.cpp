@@ -1,0 +1,143 @@
+#include "omsregistry.h"
+
+#include "omdebug.h"
+#include "omplatform.h"
+#include "omsarguments.h"
+#include "omscrptb.h"
+#include "omsexception.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::string_view kComponentExtension = ".lrn";
+
+/// The extension belongs to the last part of a path.
+std::size_t extensionOf(std::string_view name) {
+    const auto dot = name.rfind('.');
+    const auto folder = name.find_last_of("\\/:");
+    return dot == std::string_view::npos || (folder != std::string_view::npos && folder > dot)
+               ? std::string_view::npos
+               : dot;
+}
+
+bool hasComponentExtension(std::string_view name) {
+    if (name.size() <= kComponentExtension.size()) return false;
+    const std::string_view end = name.substr(name.size() - kComponentExtension.size());
+    return std::equal(end.begin(), end.end(), kComponentExtension.begin(), [](char a, char b) {
+        return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
+    });
+}
+
+} // namespace
+
+OMSR::OMSR(std::string_view name, OMSCreate create) : name_(name), create_(std::move(create)) {}
+
+// The links may lie in the library, which is unloaded last.
+OMSR::~OMSR() {
+    create_ = nullptr;
+    bornHandler_ = nullptr;
+}
+
+OMSRegistry& OMSRegistry::global() {
+    static OMSRegistry registry;
+    return registry;
+}
+
+OMSRegistry::OMSRegistry() = default;
+OMSRegistry::~OMSRegistry() = default;
+
+// ---------------------------------------------------------------------------- classes
+
+void OMSRegistry::registerClass(std::string_view name, OMSCreate create) {
+    if (find(name)) return;
+    classes_.push_back(std::make_unique<OMSR>(name, std::move(create)));
+}
+
+void OMSRegistry::unregisterClass(std::string_view name) {
+    std::erase_if(classes_, [&](const auto& entry) { return entry->name() == name; });
+    if (!classes_.empty()) return;
+    OMSArguments::global().clear();
+    hook_ = nullptr;
+    OMSobException::clearCurrent();
+    OMSobException::setNotification(nullptr);
+}
+
+void OMSRegistry::unregisterAll() {
+    while (!classes_.empty()) unregisterClass(std::string(classes_.back()->name()));
+}
+
+OMSR* OMSRegistry::findEntry(std::string_view name) const {
+    const auto found = std::find_if(classes_.begin(), classes_.end(),
+                                    [&](const auto& entry) { return entry->name() == name; });
+    return found == classes_.end() ? nullptr : found->get();
+}
+
+const OMSR* OMSRegistry::find(std::string_view name) const { return findEntry(name); }
+
+bool OMSRegistry::isClass(std::string_view name) {
+    return find(name) || (componentLoading_ && loadComponent(name));
+}
+
+bool OMSRegistry::attachClassHandler(std::string_view name, OMLink handler) {
+    OMSR* entry = findEntry(name);
+    if (!entry) return false;
+    entry->bornHandler_ = std::move(handler);
+    return true;
+}
+
+std::unique_ptr<OMScriptableObject> OMSRegistry::create(std::string_view name) {
+    OMSR* entry = isClass(name) ? findEntry(name) : nullptr;
+    if (!entry) return nullptr;
+    OMSArguments::global().rewind();
+    const OMSCreate make = entry->create_;
+    std::unique_ptr<OMScriptableObject> object = make();
+    if (!object) return nullptr;
+    // From here on handlers may destroy the object behind the owner's back.
+    OMSWatch watch(object.release());
+    if (!watch.object()->classEntry()) {
+        watch.object()->class_ = entry;
+        watch.object()->declareProperties();
+    }
+    watch.object()->born();
+    if (watch) hook_(*watch.object());
+    return std::unique_ptr<OMScriptableObject>(watch.object());
+}
+
+void OMSRegistry::callBornHandler(const OMSR& entry) {
+    const OMLink handler = entry.bornHandler_;
+    handler();
+}
+
+// ---------------------------------------------------------------------------- components
+
+void OMSRegistry::setComponentLoading(bool enabled) {
+    componentLoading_ = enabled;
+    missingComponents_.clear();
+}
+
+OMSR* OMSRegistry::loadComponent(std::string_view name) {
+    if (missingComponents_.contains(std::string(name))) return nullptr;
+    const std::size_t extension = extensionOf(name);
+    const std::string className(name.substr(0, extension));
+    std::string file(name);
+    if (extension == std::string_view::npos) file += kComponentExtension;
+    std::unique_ptr<platform::Library> library = OMPlatform().modules().load(file);
+    if (!library) {
+        missingComponents_.emplace(name);
+        return nullptr;
+    }
+    if (const auto entryPoint = library->entry(kComponentEntry)) entryPoint();
+    OMSR* registered = findEntry(className);
+    OMDebug::require(registered != nullptr, "!registryEntry", "Component registration failure");
+    if (!registered->library_) registered->library_ = std::move(library);
+    return registered;
+}
+
+void OMSRegistry::loadAllComponents() {
+    platform::Files& files = OMPlatform().files();
+    for (const platform::DirectoryEntry& file : files.list(files.currentDirectory())) {
+        if (file.isDirectory || !hasComponentExtension(file.name)) continue;
+        if (!find(file.name.substr(0, extensionOf(file.name)))) loadComponent(file.name);
+    }
+}

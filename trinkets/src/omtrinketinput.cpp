@@ -1,0 +1,206 @@
+// The way of mouse and keys through the trinket window.
+//
+// A handler may destroy the trinket it belongs to, any other one, or take the mouse for another;
+// what comes after a call into a trinket therefore asks again.
+
+#include "omtrinketwindow.h"
+
+using platform::Point;
+
+namespace {
+
+using MouseState = OMTrinket::MouseState;
+
+bool hears(const OMTrinket& trinket, std::uint32_t ignoring) {
+    return (trinket.eventMask() & ignoring) == 0;
+}
+
+/// To the background's handler, or to the window's default where it has none or ignores the mouse.
+void route(const OMTBackground* background, OMTBackground::MouseLink OMTBackground::*handler,
+           std::uint32_t ignoring, OMTrinket::MouseLink fallback, Point point) {
+    if (!background || !(background->*handler) || (background->eventMask() & ignoring) != 0) {
+        fallback(point);
+        return;
+    }
+    const auto link = background->*handler; // survives a handler that replaces the background
+    link(point);
+}
+
+} // namespace
+
+bool OMTrinketWindow::acceptsInput(Input kind) {
+    if (inputDisabled_) return false;
+    const auto hook = hooks_.input;
+    hook(kind);
+    return true;
+}
+
+OMTrinket* OMTrinketWindow::hitTest(Point point) const {
+    return trinkets_.findLast([&](const OMTrinket& trinket) {
+        return trinket.isShown() && trinket.isTouchy() &&
+               hears(trinket, OMTrinket::kIgnoreMouseDown) && trinket.containsPoint(point);
+    });
+}
+
+// Mouse down
+
+void OMTrinketWindow::mouseDown(Point point) {
+    if (!acceptsInput(Input::MouseDown)) return;
+    lastMouse_ = point;
+    if (pressTarget(point)) return;
+    const bool inside = OMContains(canvas_.bounds(), point);
+    route(inside ? background_.get() : nullptr, &OMTBackground::mouseDown,
+          OMTBackground::kIgnoreMouseDown, defaults_.mouseDown, point);
+}
+
+/// False when no trinket takes the press.
+bool OMTrinketWindow::pressTarget(Point point) {
+    if (!target_) target_ = hitTest(point);
+    if (!target_) return false;
+    OMTrinket& trinket = *target_;
+    if (!hears(trinket, OMTrinket::kIgnoreMouseDown)) return true;
+    const OMSWatch watch(&trinket);
+    trinket.onMouseDown(point);
+    if (watch) trinket.fireEvent("mouseDown");
+    if (!watch || target_ != &trinket) return true;
+    if (trinket.isMovable())
+        beginHolding(trinket, point);
+    else if (trinket.mouseState_ == MouseState::Idle)
+        target_ = nullptr;
+    return true;
+}
+
+void OMTrinketWindow::beginHolding(OMTrinket& trinket, Point point) {
+    const OMSWatch watch(&trinket);
+    trinket.onBeginDrag(point);
+    if (!watch || target_ != &trinket) return;
+    if (cursorManagement_) showCursor(trinket.grabCursor());
+    if (trinket.mouseState_ == MouseState::Idle) trinket.mouseState_ = MouseState::Held;
+}
+
+// Mouse up
+
+void OMTrinketWindow::mouseUp(Point point) {
+    if (!acceptsInput(Input::MouseUp)) return;
+    OMTrinket* trinket = target_;
+    if (trinket && hears(*trinket, OMTrinket::kIgnoreMouseUp)) {
+        dropTarget(*trinket, point);
+    } else {
+        // A button that is up holds nothing, whether the trinket hears of it or not.
+        if (trinket && trinket->mouseState_ == MouseState::Held) {
+            trinket->mouseState_ = MouseState::Idle;
+            target_ = nullptr;
+        }
+        route(background_.get(), &OMTBackground::mouseUp, OMTBackground::kIgnoreMouseUp,
+              defaults_.mouseUp, point);
+    }
+    updateFlyOver(point);
+}
+
+void OMTrinketWindow::dropTarget(OMTrinket& trinket, Point point) {
+    const OMSWatch watch(&trinket);
+    trinket.clearOvershoot();
+    if (cursorManagement_) trinket.setCursor();
+    trinket.onDrop(point);
+    if (watch) trinket.onMouseUp(point);
+    if (watch) trinket.fireEvent("mouseUp");
+    if (!watch || trinket.mouseState_ != MouseState::Held) return;
+    trinket.mouseState_ = MouseState::Idle;
+    releaseTarget(trinket);
+}
+
+// Mouse move
+
+void OMTrinketWindow::mouseMove(Point point) {
+    if (!acceptsInput(Input::MouseMove)) return;
+    const int dx = point.x - lastMouse_.x;
+    const int dy = point.y - lastMouse_.y;
+    lastMouse_ = point;
+    if (target_ && hears(*target_, OMTrinket::kIgnoreMouseMove)) {
+        moveTarget(*target_, point, dx, dy);
+        return;
+    }
+    route(background_.get(), &OMTBackground::mouseMove, OMTBackground::kIgnoreMouseMove,
+          defaults_.mouseMove, point);
+    updateFlyOver(point);
+}
+
+void OMTrinketWindow::moveTarget(OMTrinket& trinket, Point point, int dx, int dy) {
+    const OMSWatch watch(&trinket);
+    trinket.onMouseMove(point);
+    if (watch && trinket.isMovable()) trinket.dragBy(dx, dy);
+    if (watch && trinket.mouseState_ == MouseState::CapturedFlying) updateFlyOver(point);
+}
+
+// Double click
+
+void OMTrinketWindow::doubleClick(Point point) {
+    if (!acceptsInput(Input::DoubleClick)) return;
+    lastMouse_ = point;
+    if (!target_) target_ = hitTest(point);
+    OMTrinket* trinket = target_;
+    const OMSWatch watch(trinket);
+    const bool heard = trinket && hears(*trinket, OMTrinket::kIgnoreDoubleClick);
+    if (heard) {
+        trinket->onDoubleClick(point);
+        if (watch) trinket->fireEvent("dblClick");
+    }
+    if (watch && trinket->mouseState_ == MouseState::Idle) releaseTarget(*trinket);
+    if (!heard)
+        route(background_.get(), &OMTBackground::doubleClick, OMTBackground::kIgnoreDoubleClick,
+              defaults_.doubleClick, point);
+}
+
+// Fly-over
+
+void OMTrinketWindow::updateFlyOver(Point point) {
+    if (target_ && target_->mouseState_ != MouseState::CapturedFlying) return;
+    OMTrinket* under = hitTest(point);
+    if (under != flyOver_) {
+        OMTrinket* left = std::exchange(flyOver_, under);
+        const OMSWatch watch(under);
+        if (left) leave(*left);
+        if (under && (!watch || flyOver_ != under)) return;
+        if (under) enter(*under);
+    }
+    if (!flyOver_) showCursor(OMTrinket::defaultCursor);
+}
+
+void OMTrinketWindow::leave(OMTrinket& trinket) {
+    if (!hears(trinket, OMTrinket::kNoFlyOff)) return;
+    const OMSWatch watch(&trinket);
+    trinket.onFlyOff();
+    if (watch) trinket.fireEvent("flyOff");
+}
+
+void OMTrinketWindow::enter(OMTrinket& trinket) {
+    const OMSWatch watch(&trinket);
+    if (hears(trinket, OMTrinket::kNoFlyOn)) {
+        trinket.onFlyOn();
+        if (watch) trinket.fireEvent("flyOn");
+    }
+    if (watch && flyOver_ == &trinket && cursorManagement_) trinket.setCursor();
+}
+
+// Keyboard
+
+void OMTrinketWindow::key(const platform::KeyPress& press) {
+    if (!acceptsInput(Input::Key)) return;
+    if (focus_ && hears(*focus_, OMTrinket::kIgnoreKeys)) {
+        focus_->onKey(press);
+        return;
+    }
+    const auto link = defaults_.key;
+    link(press);
+}
+
+void OMTrinketWindow::setFocus(OMTrinket& trinket) {
+    if (focus_ == &trinket) return;
+    OMTrinket* before = std::exchange(focus_, &trinket);
+    if (before) before->onFocusLost();
+}
+
+void OMTrinketWindow::clearFocus() {
+    OMTrinket* before = std::exchange(focus_, nullptr);
+    if (before) before->onFocusLost();
+}

@@ -1,0 +1,235 @@
+#include "omtrinketwindow.h"
+
+#include "omapp.h"
+#include "omdebug.h"
+#include "omplatform.h"
+
+#include <cstdio>
+
+using platform::Point;
+using platform::Rect;
+
+OMTrinketWindow* OMTrinketWindow::main_ = nullptr;
+
+namespace {
+
+constexpr int kBackBufferDepth = 8;
+constexpr int kNothing = 0; ///< palette index of the fill where there is no background
+/// Palette indices of the bright and the dark marker colour, one for each page.
+constexpr std::array<int, kOMPages> kMarkers{249, 1};
+constexpr std::uint32_t kReportMs = 1000;
+
+const Rect& checkedForApp(const Rect& rectangle) {
+    OMDebug::require(OMApp::getApp() != nullptr, "theApp == NULL",
+                     "OMApp::usingDirectDraw - must have an OMApp instance first!");
+    return rectangle;
+}
+
+void fill(OMCanvas& canvas, const OMRegion& region, int index) {
+    const std::optional<OMColor> pen = canvas.color();
+    canvas.setColor(OMColor(index));
+    canvas.fillRegion(region);
+    canvas.setColor(pen);
+}
+
+/// Hooks may replace themselves while they run.
+void run(OMLink hook) { hook(); }
+
+} // namespace
+
+OMTrinketWindow::OMTrinketWindow(const Rect& rectangle, std::unique_ptr<OMTBackground> background,
+                                 std::string_view title)
+    : OMWindow(checkedForApp(rectangle)), canvas_(rectangle),
+      backBuffer_(rectangle.width(), rectangle.height(), kBackBufferDepth),
+      background_(std::move(background)), lastReportMs_(OMMilliseconds()),
+      timeBase_(OMMilliseconds()) {
+    if (!main_) main_ = this;
+    if (!title.empty()) OMPlatform().display().setTitle(title);
+    invalidateAll();
+}
+
+OMTrinketWindow::~OMTrinketWindow() {
+    hooks_ = {};
+    canvas_.setPalette(OMPaletteFromDevice(OMDefaultPalette()));
+    trinkets_.apply([](OMTrinket& trinket) { trinket.window_ = nullptr; });
+    if (main_ == this) main_ = nullptr;
+}
+
+// Trinkets
+
+void OMTrinketWindow::add(OMTrinket& trinket) {
+    trinkets_.insertWhere(&trinket,
+                          [&](const OMTrinket& listed) { return listed.z_ > trinket.z_; });
+}
+
+void OMTrinketWindow::remove(OMTrinket& trinket) {
+    trinkets_.remove(&trinket);
+    releaseTarget(trinket);
+    if (flyOver_ != &trinket) return;
+    flyOver_ = nullptr;
+    showCursor(OMTrinket::defaultCursor);
+}
+
+void OMTrinketWindow::resort(OMTrinket& trinket) {
+    if (trinkets_.remove(&trinket)) add(trinket);
+}
+
+int OMTrinketWindow::indexOf(const OMTrinket& trinket) const {
+    OMListLocator<OMTrinket> locator(trinkets_);
+    int index = 0;
+    while (const OMTrinket* listed = locator.next()) {
+        if (listed == &trinket) return index;
+        ++index;
+    }
+    return -1;
+}
+
+void OMTrinketWindow::releaseTarget(const OMTrinket& trinket) {
+    if (target_ == &trinket) target_ = nullptr;
+}
+
+void OMTrinketWindow::setMinimumDepth(int z) {
+    if (z == minimumDepth_) return;
+    minimumDepth_ = z;
+    invalidateAll();
+}
+
+// Dirty regions
+
+void OMTrinketWindow::addDirty(std::size_t page, const OMRegion& region) {
+    OMRegion inside = region;
+    inside.intersect(backBuffer_.bounds());
+    pages_[page].compose.unite(inside);
+    needsRedraw_ = true;
+}
+
+void OMTrinketWindow::addUnshown(const Rect& rectangle) {
+    const Rect inside = OMIntersection(rectangle, backBuffer_.bounds());
+    for (std::size_t page = 0; page < pagesInUse_; ++page) pages_[page].present.unite(inside);
+    needsRedraw_ = true;
+}
+
+void OMTrinketWindow::invalidate(const Rect& rectangle) {
+    for (std::size_t page = 0; page < pagesInUse_; ++page) addDirty(page, OMRegion(rectangle));
+}
+
+void OMTrinketWindow::invalidateAll() {
+    const Rect all = backBuffer_.bounds();
+    invalidate(all);
+    addUnshown(all);
+    OMListLocator<OMTrinket> locator(trinkets_);
+    while (OMTrinket* trinket = locator.next())
+        if (OMOverlap(trinket->boundingRectangle(), all)) trinket->markWhole();
+}
+
+// Redrawing
+
+void OMTrinketWindow::setBackground(std::unique_ptr<OMTBackground> background) {
+    background_ = std::move(background);
+    invalidateAll();
+}
+
+void OMTrinketWindow::setPalette(const OMPalette& colors, bool reset) {
+    const bool indexed = canvas_.depth() == 8;
+    if (reset && indexed && canvas_.devicePalette() != OMGamePalette(colors))
+        fill(canvas_, OMRegion(canvas_.bounds()), kNothing);
+    backBuffer_.setPalette(colors);
+    if (background_) background_->setPalette(colors);
+    canvas_.setPalette(colors);
+    // A deeper screen keeps the old colours until the picture is copied again.
+    if (!indexed) addUnshown(backBuffer_.bounds());
+}
+
+void OMTrinketWindow::idle() {
+    run(hooks_.first);
+    run(hooks_.beforeAnimation);
+    stepTrinkets();
+    run(hooks_.afterAnimation);
+    if (needsRedraw_) {
+        needsRedraw_ = false;
+        compose();
+        if (presenting_ || presentAlways_) present();
+    }
+    run(hooks_.last);
+}
+
+void OMTrinketWindow::stepTrinkets() {
+    const std::uint32_t now = clock();
+    trinkets_.apply([now](OMTrinket& trinket) { trinket.step(now); });
+}
+
+void OMTrinketWindow::compose() {
+    collectChanges();
+    if (backgroundPainting_) paintBackground();
+    run(hooks_.beforeTrinkets);
+    paintTrinkets();
+    run(hooks_.afterTrinkets);
+}
+
+void OMTrinketWindow::collectChanges() {
+    OMRegion& dirty = pages_[page_].compose;
+    OMListLocator<OMTrinket> locator(trinkets_);
+    while (OMTrinket* trinket = locator.next()) trinket->takeChanges(page_, dirty);
+    dirty.intersect(backBuffer_.bounds());
+}
+
+void OMTrinketWindow::paintBackground() {
+    OMRegion& dirty = pages_[page_].compose;
+    if (dirty.isEmpty()) return;
+    if (flashDelayMs_ > 0) fill(backBuffer_, dirty, kMarkers[page_]);
+    if (!background_) {
+        fill(backBuffer_, dirty, kNothing);
+        return;
+    }
+    const OMRegion painted = background_->paint(backBuffer_, dirty);
+    for (std::size_t page = 0; page < pagesInUse_; ++page) pages_[page].compose.unite(painted);
+}
+
+void OMTrinketWindow::paintTrinkets() {
+    const OMRegion dirty = std::exchange(pages_[page_].compose, {});
+    if (dirty.isEmpty()) return;
+    pages_[page_].present.unite(dirty);
+    OMListLocator<OMTrinket> locator(trinkets_);
+    while (OMTrinket* trinket = locator.next())
+        if (trinket->isShown() && dirty.intersects(trinket->boundingRectangle()))
+            trinket->paint(backBuffer_, dirty);
+}
+
+void OMTrinketWindow::present() {
+    const OMRegion region = std::exchange(pages_[page_].present, {});
+    if (region.isEmpty()) return;
+    countFrame();
+    if (flashDelayMs_ > 0) flash(region);
+    const Rect box = region.boundingBox();
+    canvas_.blt(backBuffer_, box.left, box.top, box.width(), box.height(), box.left, box.top,
+                OMRasterOp::SrcCopy, &region);
+    run(hooks_.afterPresent);
+}
+
+void OMTrinketWindow::countFrame() {
+    ++frames_;
+    const std::uint32_t now = OMMilliseconds();
+    if (now - lastReportMs_ < kReportMs) return;
+    char title[24];
+    std::snprintf(title, sizeof title, "%ld", frames_);
+    OMPlatform().display().setTitle(title);
+    frames_ = 0;
+    lastReportMs_ = now;
+}
+
+void OMTrinketWindow::flash(const OMRegion& region) {
+    fill(canvas_, region, kMarkers[page_]);
+    OMPlatform().clock().sleep(static_cast<std::uint32_t>(flashDelayMs_));
+}
+
+void OMTrinketWindow::expose() { OMPlatform().display().present(rectangle()); }
+
+// Time
+
+std::uint32_t OMTrinketWindow::clock() const { return OMMilliseconds() - timeBase_ - pauseMs_; }
+
+void OMTrinketWindow::resetClock() { timeBase_ = OMMilliseconds() - pauseMs_; }
+
+void OMTrinketWindow::addPauseTime(std::uint32_t ms) {
+    if (pausing_) pauseMs_ += ms;
+}

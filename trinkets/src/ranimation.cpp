@@ -1,0 +1,97 @@
+#include "ranimation.h"
+
+#include "ommemcanvas.h"
+#include "omsclass.h"
+#include "omsregistry.h"
+#include "omtrinketwindow.h"
+
+#include <algorithm>
+
+using platform::Point;
+using platform::Rect;
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::readOnly<&RAnimation::frameCount>("frameCount", "frames of the current sequence"),
+    oms::data<&RAnimation::frameNotification,
+              static_cast<void (RAnimation::*)(int)>(&RAnimation::setFrameNotification)>(
+        "frameNotification", "1: frameNotify is raised for every frame shown"),
+    oms::data<&RAnimation::framesPerSecond, &RAnimation::setFramesPerSecond>(
+        "framerate", "frames a second; 0: by the durations of the sequence"),
+    oms::readOnly<&RAnimation::height>("height", "of the bounding rectangle"),
+    oms::data<&RAnimation::repeatCount, &RAnimation::setRepeatCount>(
+        "repeatCount", "n: n times, then hold; 0: as the sequence says; -1: without end"),
+    oms::data<&RAnimation::isSoundSync, &RAnimation::setSoundSync>(
+        "soundSync", "1: wait for the sounds of the sequence"),
+    oms::data<&RAnimation::userData, &RAnimation::setUserData>("userData", "free text for scripts"),
+    oms::readOnly<&RAnimation::width>("width", "of the bounding rectangle"),
+    oms::method<&RAnimation::hide>("hide"),
+    oms::method<&RAnimation::show>("show"),
+    oms::method<&RAnimation::paintIntoBackground>("paint", "[x y]"),
+    oms::method<&RAnimation::pause>("pause"),
+    oms::method<&RAnimation::play>("play"),
+    oms::method<&RAnimation::resume>("resume"),
+    oms::method<&RAnimation::suspend>("suspend"),
+    oms::event("frameNotify", "a frame was shown, while frameNotification is 1"),
+};
+
+constexpr std::size_t kLongForm = 4; ///< arguments with a position
+
+} // namespace
+
+std::unique_ptr<RAnimation> RAnimation::createFromScript() {
+    OMSArguments& arguments = OMSArguments::global();
+    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
+    const int id = arguments.nextInteger();
+    int x = kEmbedded;
+    int y = kEmbedded;
+    if (arguments.count() >= kLongForm) {
+        x = arguments.nextInteger();
+        y = arguments.nextInteger();
+    }
+    if (usesEmbeddedAnimationCoordinates()) x = y = kEmbedded;
+    std::shared_ptr<const AOImage> image = window ? locate(id) : nullptr;
+    if (!image) return nullptr;
+    auto animation = std::make_unique<RAnimation>(*window, std::move(image), id, x, y);
+    if (arguments.hasNext()) animation->setZ(arguments.nextInteger());
+    return animation;
+}
+
+std::unique_ptr<OMScriptableObject> RAnimation::duplicate() {
+    return std::unique_ptr<OMScriptableObject>(new RAnimation(*this));
+}
+
+void RAnimation::declareProperties() {
+    OMAnimation::declareProperties();
+    declare(kVocabulary);
+}
+
+void RAnimation::setFrameNotification(bool on, OMLink callback) {
+    notifies_ = on;
+    frameCallback_ = std::move(callback);
+}
+
+void RAnimation::frameShown() {
+    if (!notifies_) return;
+    const OMSWatch self(this);
+    fireEvent("frameNotify");
+    if (!self) return;
+    const OMLink callback = frameCallback_;
+    callback();
+}
+
+void RAnimation::paintIntoBackground(std::optional<int> x, std::optional<int> y) {
+    OMTBackground* background = window() ? window()->background() : nullptr;
+    OMMemCanvas* picture = background ? background->picture() : nullptr;
+    if (!picture) return;
+    const Rect own = boundingRectangle();
+    const Point at{std::clamp(x.value_or(own.left), -kFarthest, kFarthest),
+                   std::clamp(y.value_or(own.top), -kFarthest, kFarthest)};
+    paintAt(*picture, at);
+    window()->invalidate({at.x, at.y, at.x + own.width(), at.y + own.height()});
+}
+
+void registerRAnimation(OMSRegistry& registry) {
+    registry.registerClass(RAnimation::kClassName, [] { return RAnimation::createFromScript(); });
+}

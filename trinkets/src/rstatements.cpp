@@ -1,0 +1,240 @@
+// The statements that work on variables, timers and the thread itself.
+#include "omformat.h"
+#include "omplatform.h"
+#include "omsarguments.h"
+#include "omscrptb.h"
+#include "omsregistry.h"
+#include "rthread.h"
+#include "yengine.h"
+#include "yexpression.h"
+#include "ykeyword.h"
+#include "ythreaddetail.h"
+
+namespace {
+
+constexpr double kTicksPerSecond = 9;      ///< of schedule and idle
+constexpr double kPauseMsPerSecond = 900;
+constexpr std::size_t kMaxSayLength = 255;
+constexpr std::size_t kPaceWordLength = 2; ///< "on", against "off"
+
+std::string textOf(YVariable& variable) {
+    YScratch scratch;
+    return std::string(variable.string(scratch));
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------- assignment
+
+/// `x=expression`, without a trace.
+void YThread::assignExpression(const Code& code) {
+    YVariable& target = code.operands[0]->resolve();
+    const YExpression& expression = *code.operands[1]->expression();
+    if (!target.takesNumber()) [[unlikely]] {
+        assign(code);
+        return;
+    }
+    const auto number = expression.evaluateNumber();
+    if (number.tag == YExpression::Number::Tag::Integer) {
+        target.putNumberAsText(static_cast<std::int32_t>(number.integer));
+    } else if (number.tag == YExpression::Number::Tag::Real) {
+        target.setNumberAsText(number.real);
+    } else {
+        YValue value;
+        const int error = expression.evaluate(YHeap::current(), value);
+        target.setString(error == yerror::kNone ? value.text()
+                                                : std::string_view(code.operands[1]->text()));
+    }
+}
+
+/// `x=y` where y is no expression, without a trace.
+void YThread::assignValue(const Code& code) {
+    YVariable& target = code.operands[0]->resolve();
+    YVariable& word = *code.operands[1];
+    YVariable& value = word.resolve();
+    if (target.takesNumber() && value.holdsInteger() && value.isCanonical()) {
+        target.putNumberAsText(value.heldInteger());
+    } else if (target.takesNumber() && word.kind() == YVariable::Kind::Substring) {
+        YScratch scratch;
+        target.setString(word.string(scratch));
+    } else {
+        assign(code);
+    }
+}
+
+/// Any assignment.
+void YThread::assign(const Code& code) {
+    YVariable& name = *code.operands[0];
+    YVariable& target = name.resolve();
+    const std::string before = tracing_ ? textOf(target) : std::string();
+    if (OMScriptableObject* object = target.object()) engine_.removeRecords(object);
+    if (code.count < 2) {
+        engine_.warn(OMFormat("%s=\nis equivalent to\ndrop %s", name.text().c_str(),
+                              name.text().c_str()));
+        target.makeEmpty();
+    } else {
+        YVariable& value = *code.operands[1];
+        const bool unsetName = value.kind() == YVariable::Kind::Name && !value.isDefined();
+        if (unsetName && OMSRegistry::global().isClass(value.text())) {
+            construct(target, code);
+        } else if (value.object()) {
+            target.copyFrom(value);
+        } else if (&value.resolve() != &target) {
+            if (unsetName) engine_.warn(OMFormat("Variable %s is empty", value.text().c_str()));
+            YScratch scratch;
+            target.setString(value.string(scratch));
+        }
+    }
+    if (!tracing_) return;
+    const std::string source = code.count > 1 ? code.operands[1]->text() : std::string();
+    const std::string after = textOf(target);
+    if (&target == &name)
+        detail("%s=%s: %s was [%s] now [%s]", name.text().c_str(), source.c_str(),
+               name.text().c_str(), before.c_str(), after.c_str());
+    else
+        detail("%s=%s: %s(%s) was [%s] now [%s]", name.text().c_str(), source.c_str(),
+               name.text().c_str(), target.text().c_str(), before.c_str(), after.c_str());
+}
+
+void YThread::construct(YVariable& target, const Code& code) {
+    const std::string& className = code.operands[1]->text();
+    if (code.count == 2)
+        engine_.warn(OMFormat("Constructor %s has no parameters", className.c_str()));
+    pushArguments(code, 2, code.count);
+    std::unique_ptr<OMScriptableObject> object = OMSRegistry::global().create(className);
+    if (object) target.setObject(std::move(object));
+    else target.setInteger(0);
+}
+
+/// Fills the argument list with the string forms of the operands `from` to `to` - 1.
+void YThread::pushArguments(const Code& code, int from, int to) {
+    // Reading an operand may fill the list itself only through events; gather first.
+    OMSArguments& arguments = OMSArguments::global();
+    arguments.clear();
+    for (int i = from; i < to; ++i) {
+        YScratch scratch;
+        arguments.push(code.operands[i]->string(scratch));
+    }
+}
+
+void YThread::runCommand(const Code& code) {
+    const std::string& name = code.operands[0]->text();
+    const YKeyword* command = YCommands::find(name);
+    if (!command) {
+        engine_.warn(OMFormat("Keyword \"%s\" is undefined", name.c_str()));
+        return;
+    }
+    pushArguments(code, 1, code.count);
+    command->invoke();
+}
+
+// ---------------------------------------------------------------------------- say, drop
+
+void YThread::say(const Code& code) {
+    std::string line;
+    std::size_t blank = 0; // before the next word
+    for (int i = 0; i < code.count; ++i) {
+        YScratch scratch;
+        const std::string_view word = code.operands[i]->string(scratch);
+        if (line.size() + blank + word.size() > kMaxSayLength) continue;
+        line.append(blank, ' ');
+        line += word;
+        blank = 1;
+    }
+    engine_.writeDebugLine(line);
+}
+
+void YThread::drop(const Code& code) {
+    for (int i = 0; i < code.count; ++i) {
+        YVariable& word = *code.operands[i];
+        const std::string& text = word.text();
+        YVariable* next = i + 1 < code.count ? code.operands[i + 1] : nullptr;
+        if (text == "schedule" || text == "idle") {
+            (text == "idle" ? idle_ : schedule_).procedure = 0;
+            inInterrupt_ = false;
+        } else if (text == "stack") {
+            callDepth_ = 0;
+            saved_.callDepth = 0;
+        } else if (text == "wait") {
+            waiting_ = pausing_ = false;
+            saved_.waiting = saved_.pausing = false;
+        } else if (text == "trinkets") {
+            YHeap::current().emptyOwners();
+        } else if (text == "[" || text == "var" || text == "script") {
+            if (!next) continue;
+            ++i;
+            if (text == "[") {
+                YHeap::current().emptyFamily(next->text());
+            } else if (text == "script") {
+                if (textOf(*next) == "stack") engine_.emptyThreadStack();
+            } else if (const int index = YHeap::current().lookup(textOf(*next)); index >= 0) {
+                YHeap::current().get(index).makeEmpty();
+            }
+        } else {
+            dropVariable(word);
+        }
+    }
+}
+
+void YThread::dropVariable(YVariable& word) {
+    YVariable& variable = word.resolve();
+    const std::string before = tracing_ ? textOf(variable) : std::string();
+    if (OMScriptableObject* object = variable.object()) {
+        engine_.removeRecords(object);
+        YHeap::current().forget(object, true);
+    } else {
+        variable.makeEmpty();
+    }
+    detail("%s was [%s]  ", word.text().c_str(), before.c_str());
+}
+
+// ---------------------------------------------------------------------------- timers and modes
+
+void YThread::setTimer(Timer& timer, const Code& code, const char* format) {
+    const double seconds = code.operands[0]->number();
+    if (seconds == 0) return;
+    YScratch scratch;
+    const std::string procedure(code.operands[1]->string(scratch));
+    const int header = procedure.starts_with('+') ? ynumber::scanInteger(procedure) : -1;
+    if (header < 0 || header >= static_cast<int>(code_.size()) - 1) {
+        engine_.warn(OMFormat("Procedure %s not found", code.operands[1]->text().c_str()));
+        return;
+    }
+    timer.procedure = header + 1;
+    timer.interval = ynumber::truncate(seconds * kTicksPerSecond);
+    timer.elapsed = 0;
+    if (tracing_)
+        detail(format, code.operands[1]->text().c_str(), static_cast<long>(timer.procedure),
+               code.operands[0]->text().c_str(), seconds);
+}
+
+void YThread::pause(const Code& code) {
+    const double seconds = code.operands[0]->number();
+    if (seconds == 0) return;
+    const std::int32_t ms = ynumber::truncate(seconds * kPauseMsPerSecond);
+    engine_.pauseFor(static_cast<std::uint32_t>(ms < 0 ? 0 : ms));
+    waiting_ = pausing_ = true;
+    halt();
+    detail("%.1lf seconds", seconds);
+}
+
+void YThread::setDebug(const Code& code) {
+    const std::string word = textOf(*code.operands[0]);
+    if (word == "on" || word == "off") {
+        tracing_ = word == "on";
+    } else {
+        const auto has = [&](char letter) { return word.find(letter) != std::string::npos; };
+        engine_.setTraceOutputs((has('m') ? YEngine::kTraceBox : 0) |
+                                (has('f') ? YEngine::kTraceFile : 0) |
+                                (has('w') ? YEngine::kTraceWindow : 0));
+    }
+    updateCare();
+    detail("%s\n\n%s", word.c_str(), scriptName_.c_str());
+}
+
+void YThread::setYield(const Code& code) {
+    pace_ = textOf(*code.operands[0]).size() == kPaceWordLength ? 0 : 1;
+    setStatus(pace_);
+    setHalted(pace_ == 0);
+    yieldLink_();
+}

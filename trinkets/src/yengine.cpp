@@ -1,0 +1,174 @@
+#include "yengine.h"
+
+#include "omapp.h"
+#include "omplatform.h"
+#include "omscrptb.h"
+#include "rthread.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <span>
+
+namespace {
+
+constexpr std::uint32_t kTickInterval = 100; ///< ms; timers count ticks of more than that
+constexpr std::uint32_t kScriptPriority = 0;
+constexpr int kProgramEnd = 1;
+constexpr std::string_view kDebugFile = "debug.txt";
+
+} // namespace
+
+YEngine* YEngine::current_ = nullptr;
+
+YEngine::YEngine() { current_ = this; }
+
+YEngine::~YEngine() { current_ = nullptr; }
+
+void YEngine::add(YThread& thread) {
+    if (!task_) task_ = std::make_unique<OMTask>([this] { tick(); }, kScriptPriority);
+    threads_.append(&thread);
+}
+
+void YEngine::remove(YThread& thread) {
+    threads_.remove(&thread);
+    removeRecordsOf(thread);
+    if (switching_ == &thread) switching_ = nullptr;
+}
+
+// ---------------------------------------------------------------------------- the tick
+
+bool YEngine::countsForTimers() {
+    const std::uint32_t now = OMMilliseconds();
+    if (lastCountedTick_ && now - *lastCountedTick_ <= kTickInterval) return false;
+    const bool counts = lastCountedTick_.has_value(); // the first call only records the time
+    lastCountedTick_ = now;
+    return counts;
+}
+
+void YEngine::tick() {
+    const bool counts = countsForTimers();
+    threads_.apply([&](YThread& thread) {
+        if (isSwitching()) return;
+        if (counts && thread.runTimers()) {
+            const int status = thread.status();
+            if (status != YThread::kStatusInterruptEnded && status >= 0) return;
+        }
+        if (!isSwitching()) thread.turn();
+    });
+    if (isSwitching()) switchScripts();
+}
+
+void YEngine::switchScripts() {
+    YThread& thread = *switching_;
+    switching_ = nullptr;
+    removeAllRecords();
+    std::optional<std::string> next;
+    if (!thread.switchName_.empty()) {
+        next = thread.switchName_;
+    } else if (thread.switchTo_) {
+        YScratch scratch;
+        next = thread.switchTo_->string(scratch);
+    } else {
+        next = popScript();
+    }
+    thread.switchName_.clear();
+    thread.switchTo_ = nullptr;
+    if (!next) {
+        thread.unload();
+        return;
+    }
+    thread.loadScript(next->c_str());
+    if (!thread.isLoaded()) return;
+    thread.run();
+    thread.fireStarted();
+}
+
+void YEngine::recreateHeap() {
+    threads_.apply([](YThread& thread) {
+        if (!thread.isLoaded()) return;
+        thread.discardScript();
+        const OMLink unloaded = thread.unloadedLink_; // may end the thread
+        unloaded();
+    });
+    removeAllRecords();
+    YHeap::recreate();
+}
+
+// ---------------------------------------------------------------------------- messages
+
+void YEngine::warn(std::string_view text) {
+    if (OMApp* app = OMApp::getApp()) app->alert(text);
+}
+
+void YEngine::quit() {
+    if (OMApp* app = OMApp::getApp()) app->stop();
+}
+
+void YEngine::endProgram(std::string_view message) {
+    warn(message);
+    OMPlatform().terminate(kProgramEnd);
+    std::abort(); // terminate is virtual: compilers do not trust it not to return
+}
+
+void YEngine::writeDebugLine(std::string_view text) {
+    const auto file = OMPlatform().files().open(kDebugFile, platform::OpenMode::Append);
+    if (!file) return;
+    std::string line(text);
+    line += '\n';
+    file->write(std::as_bytes(std::span(line)));
+}
+
+bool YEngine::showTrace(const std::string& message) {
+    const int outputs = traceOutputs_;
+    if (outputs & kTraceFile) writeDebugLine(message);
+    if (outputs & kTraceWindow) window_(message);
+    if (!(outputs & kTraceBox)) return true;
+    const platform::Button button = OMPlatform().dialogs().messageBox(
+        message, "Trace", OMApp::kAlertStyle | platform::boxstyle::kOkCancel);
+    return button != platform::Button::Cancel;
+}
+
+// ---------------------------------------------------------------------------- handlers
+
+std::shared_ptr<eventRecord> YEngine::addRecord(eventRecord record) {
+    const auto twin = std::find_if(records_.begin(), records_.end(), [&](const auto& listed) {
+        return listed->receiver == record.receiver && listed->variable == record.variable &&
+               listed->event == record.event;
+    });
+    auto added = std::make_shared<eventRecord>(std::move(record));
+    // A handler attached anew takes the place of the old one, whose link has just been replaced.
+    if (twin != records_.end()) *twin = added;
+    else records_.push_back(added);
+    return added;
+}
+
+void YEngine::removeRecords(const OMScriptableObject* receiver, std::string_view variable,
+                            std::string_view event) {
+    std::erase_if(records_, [&](const auto& record) {
+        return record->receiver == receiver && record->event == event &&
+               (receiver || record->variable == variable);
+    });
+}
+
+void YEngine::removeRecords(const OMScriptableObject* receiver) {
+    std::erase_if(records_, [&](const auto& record) { return record->receiver == receiver; });
+}
+
+void YEngine::removeRecordsOf(const YThread& thread) {
+    std::erase_if(records_, [&](const auto& record) { return record->thread == &thread; });
+}
+
+// ---------------------------------------------------------------------------- scripts, pause
+
+std::optional<std::string> YEngine::popScript() {
+    if (threadStack_.empty()) return std::nullopt;
+    std::string name = std::move(threadStack_.back());
+    threadStack_.pop_back();
+    return name;
+}
+
+void YEngine::pauseFor(std::uint32_t ms) { pauseDeadline_ = OMMilliseconds() + ms; }
+
+bool YEngine::pauseIsOver() const {
+    return !pauseDeadline_ || static_cast<std::int32_t>(OMMilliseconds() - *pauseDeadline_) >= 0;
+}

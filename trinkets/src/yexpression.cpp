@@ -1,0 +1,582 @@
+#include "yexpression.h"
+
+
+#include <cmath>
+
+namespace {
+
+constexpr std::string_view kLevels[] = {"+-<>=#", "~$", "*/\\%@^!"};
+constexpr int kLevelCount = 3;
+constexpr std::string_view kAllOperators = "+-<>=#~$*/\\%@^!";
+
+constexpr std::size_t kMaxConcatenation = 128; ///< bytes; joined texts must stay below
+constexpr double kSmallestDivisorSquared = 1e-08;
+constexpr std::size_t kMaxLeaves = 1000;
+constexpr int kMaxEvaluationDepth = 2000; ///< nodes on the stack, over all nested expressions
+
+bool isUnary(char operation) { return operation == '~' || operation == '$'; }
+
+/// Splits a text at the operators of one level and writes the shape from the last piece on.
+class Compiler {
+  public:
+    Compiler(YHeap& heap, YExpression::Compiled& out) : heap_(heap), out_(out) {}
+
+    std::string compileLevel(std::string_view text, int level);
+
+  private:
+    struct Piece {
+        char operation; ///< before the segment; 0 for the first
+        std::string_view segment;
+    };
+
+    std::vector<Piece> split(std::string_view text, int level);
+    std::string compileSegment(std::string_view segment, int level);
+    std::string compilePrimary(std::string_view segment);
+    std::string fail(int error) {
+        if (out_.error == yerror::kNone) out_.error = error;
+        return {};
+    }
+
+    YHeap& heap_;
+    YExpression::Compiled& out_;
+};
+
+std::vector<Compiler::Piece> Compiler::split(std::string_view text, int level) {
+    std::vector<Piece> pieces;
+    const std::string_view operators = kLevels[level];
+    int depth = 0;
+    char quote = 0;
+    char operation = 0;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (quote) {
+            if (c == quote) quote = 0;
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (c == '(') {
+            ++depth;
+        } else if (c == ')') {
+            if (--depth < 0) break;
+        } else if (depth == 0 && operators.find(c) != std::string_view::npos) {
+            pieces.push_back({operation, text.substr(start, i - start)});
+            operation = c;
+            start = i + 1;
+        }
+    }
+    if (depth != 0 || quote) {
+        fail(yerror::kUnbalanced);
+        return {};
+    }
+    pieces.push_back({operation, text.substr(start)});
+    return pieces;
+}
+
+std::string Compiler::compileLevel(std::string_view text, int level) {
+    std::string shape;
+    for (const Piece& piece : split(text, level)) {
+        if (out_.error != yerror::kNone) return {};
+        const bool start = piece.operation == 0;
+        if (piece.segment.empty()) {
+            // Only the start of a text may lack its operand, and not when it is the whole text.
+            if (!start || piece.segment.size() == text.size()) return fail(yerror::kMissingOperand);
+            const char next = text.front();
+            if (!isUnary(next)) shape = "z";
+            continue;
+        }
+        std::string operand = compileSegment(piece.segment, level);
+        if (out_.error != yerror::kNone) return {};
+        if (start) {
+            shape = std::move(operand);
+        } else if (isUnary(piece.operation)) {
+            if (!shape.empty()) return fail(yerror::kMissingOperand);
+            shape = std::string("s") + piece.operation + operand;
+        } else {
+            shape = std::string("s") + piece.operation + operand + shape;
+        }
+    }
+    return shape;
+}
+
+std::string Compiler::compileSegment(std::string_view segment, int level) {
+    return level + 1 < kLevelCount ? compileLevel(segment, level + 1) : compilePrimary(segment);
+}
+
+std::string Compiler::compilePrimary(std::string_view segment) {
+    if (segment.front() == '(') {
+        if (segment.back() != ')') return fail(yerror::kUnbalanced);
+        const YHeap::Nesting nesting(heap_);
+        if (nesting.tooDeep()) return fail(yerror::kTooDeep);
+        return compileLevel(segment.substr(1, segment.size() - 2), 0);
+    }
+    if (out_.leaves.size() >= kMaxLeaves) return fail(yerror::kTooDeep);
+    out_.leaves.push_back(heap_.intern(segment));
+    return "t";
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------- compiling
+
+bool YExpression::mayContainOperator(std::string_view text) {
+    char quote = 0;
+    for (const char c : text) {
+        if (quote) {
+            if (c == quote) quote = 0;
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (c == '(' || c == ')' || kAllOperators.find(c) != std::string_view::npos) {
+            return true;
+        }
+    }
+    return quote != 0;
+}
+
+YExpression::Compiled YExpression::compile(YHeap& heap, std::string_view text) {
+    Compiled compiled;
+    compiled.shape = Compiler(heap, compiled).compileLevel(text, 0);
+    return compiled;
+}
+
+/// Turns a shape into nodes. Nodes are kept in one array that never grows, so that they can point at
+/// each other.
+class YExpression::Builder {
+  public:
+    Builder(YHeap& heap, std::string_view shape, const std::vector<int>& leaves,
+            YExpression& expression)
+        : heap_(heap), shape_(shape), leaves_(leaves), expression_(expression),
+          unused_(leaves.size()) {
+        expression_.nodes_.reserve(shape.size());
+    }
+
+    const Node* build() {
+        if (at_ >= shape_.size()) return nullptr;
+        const char c = shape_[at_++];
+        auto& nodes = expression_.nodes_;
+        Node& node = nodes.emplace_back();
+        if (c == 'z') {
+            node.operation = 'z';
+            return &node;
+        }
+        if (c == 't') {
+            if (unused_ == 0) return nullptr;
+            node.leaf = &heap_.get(leaves_[--unused_]);
+            return &node;
+        }
+        if (c != 's' || at_ >= shape_.size()) return nullptr;
+        node.operation = shape_[at_++];
+        if (kAllOperators.find(node.operation) == std::string_view::npos) return nullptr;
+        node.right = build();
+        if (!node.right) return nullptr;
+        if (isUnary(node.operation)) return &node;
+        node.left = build();
+        return node.left ? &node : nullptr;
+    }
+
+  private:
+    YHeap& heap_;
+    std::string_view shape_;
+    const std::vector<int>& leaves_;
+    YExpression& expression_;
+    std::size_t at_ = 0;
+    std::size_t unused_; ///< leaves are taken from the end
+};
+
+std::unique_ptr<YExpression> YExpression::build(YHeap& heap, std::string_view shape,
+                                                const std::vector<int>& leaves) {
+    if (shape.empty() || shape.size() > 4 * kMaxLeaves) return nullptr;
+    auto expression = std::make_unique<YExpression>();
+    expression->shape_ = shape;
+    const Node* root = Builder(heap, shape, leaves, *expression).build();
+    if (!root) return nullptr;
+    if (!expression->addSteps(*root, 0)) expression->steps_.clear();
+    return expression;
+}
+
+// ---------------------------------------------------------------------------- values
+
+std::string_view YValue::text() {
+    if (hasText_) return text_;
+    switch (type_) {
+    case YVariable::Type::Integer: text_ = ynumber::format(integer_, scratch_.data); break;
+    case YVariable::Type::Real: text_ = ynumber::format(real_, scratch_.data); break;
+    case YVariable::Type::Object: text_ = YVariable::kObjectText; break;
+    default: text_ = {}; break;
+    }
+    hasText_ = true;
+    return text_;
+}
+
+void YValue::setInteger(std::int32_t value) {
+    type_ = YVariable::Type::Integer;
+    integer_ = value;
+    hasText_ = false;
+}
+
+void YValue::setReal(double value) {
+    if (ynumber::isIntegral(value, 0)) {
+        setInteger(static_cast<std::int32_t>(value));
+        return;
+    }
+    type_ = YVariable::Type::Real;
+    real_ = value;
+    hasText_ = false;
+}
+
+void YValue::setText(std::string_view text) {
+    text_ = text;
+    hasText_ = true;
+    if (!ynumber::looksNumeric(text)) {
+        type_ = YVariable::Type::String;
+        return;
+    }
+    const double value = ynumber::scan(text);
+    if (ynumber::isIntegral(value, text.size())) {
+        type_ = YVariable::Type::Integer;
+        integer_ = static_cast<std::int32_t>(value);
+    } else {
+        type_ = YVariable::Type::Real;
+        real_ = value;
+    }
+}
+
+void YValue::copyText(std::string_view text) {
+    setText({scratch_.data, text.copy(scratch_.data, YScratch::kSize)});
+}
+
+void YValue::load(YVariable& variable) {
+    YVariable& from = variable.resolve();
+    if (OMScriptableObject* object = from.object()) {
+        type_ = YVariable::Type::Object;
+        object_ = object;
+        hasText_ = false;
+    } else if (from.holdsInteger() && from.isCanonical()) {
+        setInteger(from.heldInteger());
+    } else {
+        setText(from.string(scratch_));
+    }
+}
+
+// ---------------------------------------------------------------------------- numbers only
+
+YExpression::Number YExpression::Number::of(std::int64_t value) {
+    Number number;
+    number.tag = Tag::Integer;
+    number.integer = value;
+    return number;
+}
+
+YExpression::Number YExpression::Number::of(double value) {
+    if (ynumber::isIntegral(value, 0)) return of(static_cast<std::int64_t>(value));
+    Number number;
+    number.tag = Tag::Real;
+    number.real = value;
+    return number;
+}
+
+/// False when the tree needs more than numbers.
+bool YExpression::addSteps(const Node& node, int depth) {
+    using Operation = Step::Operation;
+    constexpr std::string_view kNumeric = "+-*/\\%^=#<>"; // in the order of Operation from Add on
+    if (depth >= kStepStack) return false;
+    switch (node.operation) {
+    case 't': steps_.push_back({Operation::Load, node.leaf}); return true;
+    case 'z': return false; // see below: only as a left operand
+    case '~':
+        if (node.right->operation != 't') return false;
+        steps_.push_back({Operation::Length, node.right->leaf});
+        return true;
+    default: break;
+    }
+    const auto which = kNumeric.find(node.operation);
+    if (which == std::string_view::npos) return false;
+    const auto operation =
+        static_cast<Operation>(static_cast<std::size_t>(Operation::Add) + which);
+    if (node.left->operation == 'z') steps_.push_back({Operation::Load, nullptr});
+    else if (!addSteps(*node.left, depth)) return false;
+    if (node.right->operation == 't') {
+        steps_.push_back({operation, node.right->leaf});
+        return true;
+    }
+    steps_.push_back({Operation::Push, nullptr});
+    if (!addSteps(*node.right, depth + 1)) return false;
+    steps_.push_back({operation, nullptr});
+    return true;
+}
+
+YExpression::Number YExpression::evaluateNumber() const {
+    if (std::int64_t whole = 0; runOnIntegers(whole)) [[likely]] return Number::of(whole);
+    if (double real = 0; runOnReals(real)) return Number::of(real);
+    return {};
+}
+
+namespace {
+
+/// The integer that a leaf holds; false for any other value.
+inline bool loadInteger(YVariable* leaf, std::int64_t& value) {
+    if (!leaf->holdsInteger()) [[unlikely]] {
+        leaf = &leaf->resolve();
+        if (!leaf->holdsInteger()) return false;
+    }
+    value = leaf->heldInteger();
+    return true;
+}
+
+inline bool loadReal(YVariable* leaf, double& value) {
+    if (!leaf->holdsInteger() && !leaf->holdsReal()) leaf = &leaf->resolve();
+    if (leaf->holdsInteger()) value = leaf->heldInteger();
+    else if (leaf->holdsReal()) value = leaf->heldReal();
+    else return false;
+    return true;
+}
+
+/// The length of a text that is there already.
+inline std::int64_t heldLength(YVariable* leaf) { return leaf->resolve().heldLength(); }
+
+} // namespace
+
+/// All operands and results are integers; false as soon as one is not.
+bool YExpression::runOnIntegers(std::int64_t& result) const {
+    using Operation = Step::Operation;
+    constexpr auto kLimit = static_cast<std::int64_t>(ynumber::kIntegerLimit);
+    if (steps_.empty()) return false;
+    std::int64_t aside[kStepStack];
+    int count = 0;
+    std::int64_t value = 0;
+    for (const Step& step : steps_) {
+        std::int64_t right = 0;
+        if (step.operation >= Operation::Add) {
+            if (step.leaf) {
+                if (!loadInteger(step.leaf, right)) return false;
+            } else {
+                right = value;
+                value = aside[--count];
+            }
+        }
+        switch (step.operation) {
+        case Operation::Load:
+            if (!step.leaf) value = 0;
+            else if (!loadInteger(step.leaf, value)) return false;
+            continue;
+        case Operation::Length:
+            value = heldLength(step.leaf);
+            if (value == YVariable::kUnknownLength) return false;
+            continue;
+        case Operation::Push: aside[count++] = value; continue;
+        case Operation::Add: value += right; break;
+        case Operation::Subtract: value -= right; break;
+        case Operation::Multiply: value *= right; break;
+        case Operation::Divide:
+            if (right == 0 || right == -1) return false;
+            if (static_cast<std::int32_t>(value) % static_cast<std::int32_t>(right)) return false;
+            value = static_cast<std::int32_t>(value) / static_cast<std::int32_t>(right);
+            continue;
+        case Operation::Quotient:
+            if (right == 0 || right == -1) return false;
+            value = static_cast<std::int32_t>(value) / static_cast<std::int32_t>(right);
+            continue;
+        case Operation::Remainder:
+            if (right == 0 || right == -1) return false;
+            value = static_cast<std::int32_t>(value) % static_cast<std::int32_t>(right);
+            continue;
+        case Operation::Power: return false;
+        case Operation::Equal: value = value == right; continue;
+        case Operation::Unequal: value = value != right; continue;
+        case Operation::Less: value = value < right; continue;
+        case Operation::Greater: value = value > right; continue;
+        }
+        if (value < -kLimit || value > kLimit) [[unlikely]] return false;
+    }
+    result = value;
+    return true;
+}
+
+namespace {
+
+/// The operators on two numbers, where an integer is a real without a fraction: sums, differences
+/// and products are exact as far as reals are. An error code.
+int applyReals(char operation, double left, double right, double& result) {
+    const auto l = std::int64_t{ynumber::truncate(left)};
+    const auto r = std::int64_t{ynumber::truncate(right)};
+    switch (operation) {
+    case '+': result = left + right; return yerror::kNone;
+    case '-': result = left - right; return yerror::kNone;
+    case '*': result = left * right; return yerror::kNone;
+    case '/':
+        if (right * right < kSmallestDivisorSquared) return yerror::kRealDomain;
+        result = left / right;
+        return yerror::kNone;
+    case '\\':
+        if (r == 0) return yerror::kIntegerDivision;
+        result = static_cast<double>(l / r);
+        return yerror::kNone;
+    case '%':
+        if (r == 0) return yerror::kIntegerDivision;
+        result = static_cast<double>(l % r);
+        return yerror::kNone;
+    case '^':
+        if (left < 0 && right != std::floor(right)) return yerror::kRealDomain;
+        result = std::pow(left, right);
+        return yerror::kNone;
+    case '=': result = left == right; return yerror::kNone;
+    case '#': result = left != right; return yerror::kNone;
+    case '<': result = left < right; return yerror::kNone;
+    case '>': result = left > right; return yerror::kNone;
+    default: result = 0; return yerror::kNone; // "!"
+    }
+}
+
+} // namespace
+
+bool YExpression::runOnReals(double& result) const {
+    using Operation = Step::Operation;
+    constexpr char kCharacters[] = {0, 0, 0, '+', '-', '*', '/', '\\', '%', '^', '=', '#', '<', '>'};
+    if (steps_.empty()) return false;
+    double aside[kStepStack];
+    int count = 0;
+    double value = 0;
+    for (const Step& step : steps_) {
+        double right = 0;
+        if (step.operation >= Operation::Add) {
+            if (step.leaf) {
+                if (!loadReal(step.leaf, right)) return false;
+            } else {
+                right = value;
+                value = aside[--count];
+            }
+        }
+        switch (step.operation) {
+        case Operation::Load:
+            if (!step.leaf) value = 0;
+            else if (!loadReal(step.leaf, value)) return false;
+            break;
+        case Operation::Length:
+            value = static_cast<double>(heldLength(step.leaf));
+            if (value == YVariable::kUnknownLength) return false;
+            break;
+        case Operation::Push: aside[count++] = value; break;
+        case Operation::Add: value += right; break;
+        case Operation::Subtract: value -= right; break;
+        case Operation::Multiply: value *= right; break;
+        case Operation::Divide:
+            if (right * right < kSmallestDivisorSquared) return false;
+            value /= right;
+            break;
+        default:
+            if (applyReals(kCharacters[static_cast<std::size_t>(step.operation)], value, right,
+                           value))
+                return false;
+        }
+    }
+    result = value;
+    return true;
+}
+
+// ---------------------------------------------------------------------------- any values
+
+int YExpression::evaluate(YHeap& heap, YValue& result) const {
+    return evaluate(heap, nodes_.front(), result);
+}
+
+int YExpression::evaluate(YHeap& heap, const Node& node, YValue& result) {
+    static int depth = 0;
+    struct Level {
+        Level() { ++depth; }
+        ~Level() { --depth; }
+    } const level;
+    if (depth > kMaxEvaluationDepth) return yerror::kTooDeep;
+
+    if (node.operation == 'z') {
+        result.setInteger(0);
+        return yerror::kNone;
+    }
+    if (node.operation == 't') {
+        result.load(*node.leaf);
+        return yerror::kNone;
+    }
+    YValue right;
+    if (const int error = evaluate(heap, *node.right, right)) return error;
+    if (isUnary(node.operation)) return applyUnary(heap, node.operation, right, result);
+    YValue left;
+    if (const int error = evaluate(heap, *node.left, left)) return error;
+    return apply(node.operation, left, right, result);
+}
+
+int YExpression::applyUnary(YHeap& heap, char operation, YValue& operand, YValue& result) {
+    if (operation == '~') {
+        result.setInteger(static_cast<std::int32_t>(operand.text().size()));
+        return yerror::kNone;
+    }
+    return evaluateNamed(heap, operand.text(), result);
+}
+
+/// `$`: the text is a word of its own, compiled and read.
+int YExpression::evaluateNamed(YHeap& heap, std::string_view text, YValue& result) {
+    if (text.empty()) {
+        result.setText({});
+        return yerror::kNone;
+    }
+    const YHeap::Nesting nesting(heap);
+    if (nesting.tooDeep()) return yerror::kTooDeep;
+    int error = yerror::kNone;
+    const int index = heap.internOperand(text, error);
+    if (error != yerror::kNone) return error;
+    YVariable& variable = heap.get(index);
+    if (variable.kind() == YVariable::Kind::Expression) {
+        YValue value;
+        if (variable.expression()->evaluate(heap, value) == yerror::kNone) {
+            const std::string_view computed = value.text();
+            if (computed.size() < YScratch::kSize) result.copyText(computed);
+            else result.setText(computed);
+        } else {
+            result.setText(variable.text());
+        }
+        return yerror::kNone;
+    }
+    result.setText(variable.string(result.scratch()));
+    return yerror::kNone;
+}
+
+int YExpression::apply(char operation, YValue& left, YValue& right, YValue& result) {
+    if (left.isObject() && right.isObject()) {
+        result.setInteger(0);
+        return yerror::kNone;
+    }
+    const bool numbers = left.isNumber() && right.isNumber();
+    if (numbers && operation != '@') return applyNumbers(operation, left, right, result);
+    return applyTexts(operation, left, right, result);
+}
+
+int YExpression::applyNumbers(char operation, const YValue& left, const YValue& right,
+                              YValue& result) {
+    double number = 0;
+    if (const int error = applyReals(operation, left.number(), right.number(), number)) return error;
+    result.setReal(number);
+    return yerror::kNone;
+}
+
+int YExpression::applyTexts(char operation, YValue& left, YValue& right, YValue& result) {
+    const std::string_view l = left.text();
+    const std::string_view r = right.text();
+    switch (operation) {
+    case '+': {
+        if (l.size() + r.size() >= kMaxConcatenation) return yerror::kTooLong;
+        char* joined = result.scratch().data;
+        const std::size_t length = l.copy(joined, l.size());
+        result.setText({joined, length + r.copy(joined + length, r.size())});
+        return yerror::kNone;
+    }
+    case '=': result.setInteger(l == r); return yerror::kNone;
+    case '#': result.setInteger(l != r); return yerror::kNone;
+    case '<': result.setInteger(l < r); return yerror::kNone;
+    case '>': result.setInteger(l > r); return yerror::kNone;
+    case '!': result.setInteger(0); return yerror::kNone;
+    case '@': {
+        const auto position = r.find(l);
+        result.setInteger(position == std::string_view::npos ? 0
+                                                             : static_cast<int>(position) + 1);
+        return yerror::kNone;
+    }
+    default: return yerror::kNotANumber;
+    }
+}

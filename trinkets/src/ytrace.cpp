@@ -1,0 +1,40 @@
+// The trace: what a script's author sees of each instruction while debugging is on.
+#include "omformat.h"
+#include "rthread.h"
+#include "yengine.h"
+#include "ythreaddetail.h"
+
+#include <utility>
+
+namespace {
+
+/// What the instruction turned out to do.
+YOpcode doneBy(YOpcode opcode, bool condition, int status) {
+    if (opcode == YOpcode::JumpIfFalse && !condition) return YOpcode::Jump;
+    if (opcode == YOpcode::Return && status == YThread::kStatusInterruptEnded)
+        return YOpcode::ReturnFromInterrupt;
+    return opcode;
+}
+
+} // namespace
+
+void YThread::trace(const Code& code) {
+    // A thread comes by the end of its script in every turn and stays there.
+    if (status_ == kStatusBlocked && &code == &code_[static_cast<std::size_t>(pc_)]) return;
+    const YOpcode done = doneBy(code.opcode, condition_, status_);
+    std::string message(YTraceName(done));
+    message += '\n';
+    if (done == YOpcode::Jump) {
+        const Code& next = code_[static_cast<std::size_t>(pc_)];
+        detail("to %s ", std::string(YTraceName(next.opcode)).c_str());
+        for (int i = 0; i < next.count; ++i) {
+            if (i > 0) detail_ += ' ';
+            detail_ += next.operands[i]->text();
+        }
+    }
+    message += std::exchange(detail_, {});
+    if (inInterrupt_) message += "\n\n[interrupt]";
+    if (engine_.showTrace(message)) return;
+    tracing_ = false;
+    updateCare();
+}
