@@ -1,0 +1,124 @@
+#include "app.h"
+
+#include "commands.h"
+#include "configuration.h"
+#include "omapp.h"
+#include "omistreamfile.h"
+#include "omlog.h"
+#include "ompath.h"
+#include "omplatform.h"
+#include "omrandom.h"
+#include "omsexception.h"
+#include "omsregistry.h"
+#include "palettehook.h"
+#include "programresources.h"
+#include "ranimation.h"
+#include "resources.h"
+#include "rthread.h"
+#include "scenes/efwindow.h"
+#include "scriptclasses.h"
+#include "yengine.h"
+
+namespace {
+
+constexpr const char* kStartScript = "Startup.mps";
+constexpr std::string_view kErrorCaption = "Error";
+constexpr int kScreenDepth = 8;
+constexpr int kMinimumDepth = 8;
+constexpr int kExitOk = 0;
+
+void showErrorBox(const std::string& text) {
+    OMPlatform().dialogs().messageBox(text, kErrorCaption, platform::boxstyle::kIconStop);
+}
+
+/// The reports of script objects go to the log.
+void logReport(const OMSobException& report) {
+    const auto kind = report.kind() == OMSobException::kMessage   ? OMLog::Kind::Message
+                      : report.kind() == OMSobException::kWarning ? OMLog::Kind::Warning
+                                                                  : OMLog::Kind::Error;
+    OMLog::write(kind, report.text());
+}
+
+void startLogging() {
+    OMLog::setFallbackDirectory(RConfiguration::findHomeDirectory());
+    OMLog::start();
+    OMSobException::setNotification(logReport);
+}
+
+/// Scripts that are no file of the current directory are looked for in the "scripts\" directories.
+std::unique_ptr<OMIStream> locateScript(std::string_view name) {
+    const auto path = OMPathResolveFilename(name);
+    if (path && OMPlatform().files().exists(*path))
+        return std::make_unique<OMIStreamFile>(*path, kOMIStreamCache);
+    OMLog::writef(OMLog::Kind::Error, "Script %s not found!", std::string(name).c_str());
+    return nullptr;
+}
+
+platform::Point centredCorner(const platform::ScreenMode& screen) {
+    return {(screen.width - EffectsWindow::kWidth) / 2,
+            (screen.height - EffectsWindow::kHeight) / 2};
+}
+
+void installLocators(RResources& resources) {
+    const auto locator = [&resources](std::string_view type) {
+        return [&resources, type](int id) { return resources.load(id, type, kOMIStreamCache); };
+    };
+    EffectsWindow::setBackgroundLocator(locator("ASEQ"));
+    EffectsWindow::setPaletteLocator(locator("RRGB"));
+    OMAnimation::setSourceLocator(locator("ASEQ"));
+}
+
+void removeLocators() {
+    EffectsWindow::setBackgroundLocator(nullptr);
+    EffectsWindow::setPaletteLocator(nullptr);
+    EffectsWindow::setPaletteFilter(nullptr);
+    OMAnimation::setSourceLocator(nullptr);
+}
+
+/// Application, window and scripts, from their making to their end. What is declared later goes
+/// first.
+void runApplication(RResources& resources) {
+    OMApp app(OMApp::DisplayMode::PopUp, OMColor(),
+              {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth);
+    resources.setAlertLink([&app](std::string_view text) { app.alert(text); });
+    EffectsWindow window(centredCorner(OMPlatform().display().mode()), app.productName());
+    app.setCommandHandler([](int command) { return OMLog::handleCommand(command); });
+
+    const RCommands commands(window);
+    const RScriptClasses classes;
+    YEngine engine;
+    YThread thread(engine, kStartScript, locateScript);
+    if (thread.isLoaded()) {
+        thread.run();
+        thread.fireStarted();
+    }
+    app.run();
+    thread.unload();
+    resources.setAlertLink(nullptr);
+}
+
+} // namespace
+
+int RGameMain(std::optional<std::uint32_t> seed) {
+    OMDebug::require(OMPlatform().display().mode().depth >= kMinimumDepth, "OMSysNumColors() < 8",
+                     "Video must be 256 colors or more!");
+    EffectsWindow::setPaletteFilter(RLiftPalette);
+    startLogging();
+    const RConfiguration configuration = RConfiguration::read();
+    OMSeedRandom(seed.value_or(static_cast<std::uint32_t>(OMPlatform().clock().calendarSeconds())));
+
+    RResources resources;
+    const auto ignoreSequenceSound = [](const SequenceSoundRecord&) {};
+    if (resources.start(configuration.cdDrive, ignoreSequenceSound) ==
+        RResources::StartUp::NoResourceFile) {
+        showErrorBox(RWarningText(warningtext::kCannotReadCd));
+        return kExitOk;
+    }
+    installLocators(resources);
+    runApplication(resources);
+    removeLocators();
+    resources.shutDown();
+    OMLog::close();
+    OMSobException::setNotification(nullptr);
+    return kExitOk;
+}

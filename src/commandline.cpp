@@ -1,0 +1,93 @@
+#include "commandline.h"
+
+#include "omreader.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+
+namespace {
+
+constexpr int kWrongUse = 2;
+constexpr int kMaxScreenSide = 8192;
+
+/// "800x600x16".
+std::optional<platform::ScreenMode> parseScreen(const std::string& text) {
+    OMScanner scanner(text);
+    const auto width = scanner.number();
+    if (!width || !scanner.literal("x")) return std::nullopt;
+    const auto height = scanner.number();
+    if (!height || !scanner.literal("x")) return std::nullopt;
+    const auto depth = scanner.number();
+    const auto isSide = [](int side) { return side >= 1 && side <= kMaxScreenSide; };
+    const auto isDepth = [](int bits) {
+        return bits == 1 || bits == 4 || bits == 8 || bits == 16 || bits == 24 || bits == 32;
+    };
+    if (!depth || !scanner.atEnd() || !isSide(*width) || !isSide(*height) || !isDepth(*depth))
+        return std::nullopt;
+    return platform::ScreenMode{*width, *height, *depth};
+}
+
+std::string versionText() {
+    std::string text = "zorbet " ZORBET_VERSION "\n";
+    text += ZORBET_HAVE_SDL ? "window: SDL2" : "window: none (built without SDL2)";
+    return text;
+}
+
+bool readInput(const std::string& file, platform::Timeline& timeline) {
+    std::ifstream input(file, std::ios::binary);
+    if (!input) {
+        std::fprintf(stderr, "%s: cannot be read\n", file.c_str());
+        return false;
+    }
+    auto parsed = platform::parseTimeline(input);
+    if (const auto* error = std::get_if<platform::TimelineError>(&parsed)) {
+        std::fprintf(stderr, "%s:%d: %s\n", file.c_str(), error->line, error->text.c_str());
+        return false;
+    }
+    timeline = std::move(std::get<platform::Timeline>(parsed));
+    return true;
+}
+
+} // namespace
+
+std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
+    CommandLine line;
+    std::string input;
+    std::string screen;
+
+    CLI::App app("Plays a game of scripts and resource libraries.", "zorbet");
+    app.add_option("--content", line.content, "Folder of the game (default: the sample game)")
+        ->check(CLI::ExistingDirectory);
+    app.add_option("--cd", line.cd, "Folder that drive D: stands for")
+        ->check(CLI::ExistingDirectory);
+    app.add_option("--home", line.home, "Folder for log and saved games");
+    app.add_option("--seed", line.seed, "Seed of the random generator instead of the time");
+    auto* headless = app.add_flag("--headless", line.headless, "No window and no sound device");
+    app.add_option("--input", input, "File of what happens from outside")->needs(headless);
+    app.add_option("--until", line.untilMs, "End the main loop at this virtual millisecond")
+        ->needs(headless);
+    app.add_option("--step", line.stepMs, "Virtual milliseconds of one pass (default 1)")
+        ->needs(headless)
+        ->check(CLI::Range(1u, 60000u));
+    app.add_option("--screen", screen, "Screen that the program sees (default 640x480x8)")
+        ->needs(headless);
+    app.set_version_flag("--version", versionText());
+    try {
+        app.parse(argc, argv);
+        if (!screen.empty()) {
+            const auto mode = parseScreen(screen);
+            if (!mode) throw CLI::ValidationError("--screen", "expected WIDTHxHEIGHTxDEPTH");
+            line.screen = *mode;
+        }
+    } catch (const CLI::Success& success) {
+        return app.exit(success);
+    } catch (const CLI::ParseError& error) {
+        std::cerr << error.what() << "\n\n" << app.help();
+        return kWrongUse;
+    }
+    if (!input.empty() && !readInput(input, line.timeline)) return kWrongUse;
+    return line;
+}

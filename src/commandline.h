@@ -1,0 +1,26 @@
+// The command line of the program.
+#pragma once
+
+#include "platform/display.h"
+#include "platform/headless/timeline.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+
+struct CommandLine {
+    std::string content; ///< host folder; empty: the sample game
+    std::string cd;
+    std::string home;
+    std::optional<std::uint32_t> seed;
+    bool headless = false;
+    platform::Timeline timeline;
+    std::optional<std::uint32_t> untilMs;
+    std::uint32_t stepMs = 1;
+    platform::ScreenMode screen;
+};
+
+/// The options, or the exit code after --help, --version, or a mistake, which is told on standard
+/// error.
+[[nodiscard]] std::variant<CommandLine, int> parseCommandLine(int argc, char** argv);

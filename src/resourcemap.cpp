@@ -1,0 +1,133 @@
+#include "resourcemap.h"
+
+#include "omlog.h"
+#include "ompath.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+namespace {
+
+constexpr std::size_t kLineLength = 79;
+constexpr std::size_t kTypeLength = 4;
+constexpr std::string_view kEndFile = "ENDFILE";
+constexpr int kMaxInt16 = std::numeric_limits<std::int16_t>::max();
+
+void logProblem(const std::string& path, int line, const char* problem) {
+    OMLog::writef(OMLog::Kind::Error, "%s line %d: %s", path.c_str(), line, problem);
+}
+
+bool endsBlock(std::string_view line) { return line.find(kEndFile) != std::string_view::npos; }
+
+bool fitsInt16(int value) {
+    return value >= std::numeric_limits<std::int16_t>::min() && value <= kMaxInt16;
+}
+
+std::optional<SequenceSoundRecord> parseSequenceSound(OMScanner line) {
+    const auto field = [&](std::string_view name) -> std::optional<int> {
+        return line.literal(name) ? line.number() : std::nullopt;
+    };
+    const auto object = field("AO:");
+    const auto sequence = field("Sequence:");
+    const auto sound = field("Sound:");
+    if (!object || !sequence || !sound || !fitsInt16(*object) || !fitsInt16(*sequence))
+        return std::nullopt;
+    return SequenceSoundRecord{static_cast<std::int16_t>(*object),
+                               static_cast<std::int16_t>(*sequence), *sound};
+}
+
+} // namespace
+
+ResourceMap::ResourceMap(std::string_view path, std::string_view text)
+    : path_(path), scanner_(text) {
+    readHeader();
+}
+
+void ResourceMap::readHeader() {
+    identifier_ = line();
+    if (identifier_.size() > kMaxIdentifier) {
+        logLine("the identifier has more than 39 characters and is not used");
+        identifier_.clear();
+    }
+    const std::optional<int> count = OMScanner(line()).number();
+    if (count && *count >= 0) {
+        maxResources_ = static_cast<std::size_t>(*count);
+        return;
+    }
+    logLine("the largest number of resources of one file is missing, the map is not used");
+    scanner_ = OMScanner("");
+}
+
+bool ResourceMap::nextBlock(MapFileBlock& block) {
+    for (std::string_view first = line(); !first.empty(); first = line()) {
+        block = {fileName(first), {}};
+        if (endsBlock(first)) continue;
+        readResources(block.resources);
+        if (!block.name.empty()) return true;
+    }
+    return false;
+}
+
+std::string ResourceMap::fileName(std::string_view line) {
+    const std::string_view name = OMScanner(line).word();
+    if (endsBlock(line))
+        logLine("ENDFILE without a file");
+    else if (name.empty())
+        logLine("no file name, its resources are left out");
+    else if (name.size() > kMaxFileName)
+        logLine("the file name has more than 15 characters, its resources are left out");
+    else
+        return OMPathLowerCase(name);
+    return {};
+}
+
+void ResourceMap::readResources(std::vector<MapResource>& resources) {
+    bool surplus = false;
+    std::string_view next = line();
+    for (; !next.empty() && !endsBlock(next); next = line()) {
+        MapResource resource;
+        if (!parseResource(next, resource)) continue;
+        if (resources.size() < maxResources_)
+            resources.push_back(std::move(resource));
+        else
+            surplus = true;
+    }
+    if (surplus) logLine("more resources than line 2 of the map says, the last ones are left out");
+    if (next.empty()) logLine("the map ends without ENDFILE");
+}
+
+bool ResourceMap::parseResource(std::string_view line, MapResource& resource) {
+    OMScanner fields(line);
+    const std::string_view type = fields.word();
+    const std::optional<int> id = fields.number();
+    if (type.size() != kTypeLength) {
+        logLine("the type of a resource must have four characters");
+        return false;
+    }
+    if (!id || *id < 1 || *id > kMaxInt16) {
+        logLine("the id of a resource must be a number from 1 to 32767");
+        return false;
+    }
+    resource = {std::string(type), static_cast<std::int16_t>(*id)};
+    return true;
+}
+
+std::string_view ResourceMap::line() { return scanner_.line(kLineLength); }
+
+void ResourceMap::logLine(const char* problem) const {
+    logProblem(path_, scanner_.lineNumber(), problem);
+}
+
+std::vector<SequenceSoundRecord> readAudioMap(const std::string& path, std::string_view text) {
+    std::vector<SequenceSoundRecord> records;
+    OMScanner scanner(text);
+    for (std::string_view line = scanner.line(kLineLength); !line.empty();
+         line = scanner.line(kLineLength)) {
+        if (const auto record = parseSequenceSound(OMScanner(line)))
+            records.push_back(*record);
+        else
+            logProblem(path, scanner.lineNumber(), "not of the form AO: n  Sequence: n  Sound: n");
+    }
+    return records;
+}

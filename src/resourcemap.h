@@ -1,0 +1,76 @@
+// The two map files of the resource layer, text files written by authors.
+//
+// "resource.map" saves the program from opening every resource file at start-up:
+//     MAINMAP            identifier of the map
+//     3                  the largest number of resources of one file
+//     sound1.rsc         a file, and its resources up to ENDFILE
+//     WAVE 101
+//     WAVE 102
+//     ENDFILE
+//
+// "audio.map" says which sound belongs to which sequence of an animation object:
+//     AO: 2001  Sequence: 3  Sound: 101
+//
+// Lines that hold only blanks are skipped. A line that makes no sense is logged with its number and
+// left out.
+#pragma once
+
+#include "omreader.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct MapResource {
+    std::string type; ///< four characters
+    std::int16_t id;  ///< above 0
+};
+
+/// One file of a resource map.
+struct MapFileBlock {
+    std::string name; ///< lower case
+    std::vector<MapResource> resources;
+};
+
+/// Reads a resource map block by block.
+class ResourceMap {
+  public:
+    static constexpr std::size_t kMaxIdentifier = 39; ///< characters
+    static constexpr std::size_t kMaxFileName = 15;
+
+    /// `path` names the map in the log. The text must outlive the reader.
+    ResourceMap(std::string_view path, std::string_view text);
+
+    /// Empty when it was too long: such a map cannot be told from another.
+    [[nodiscard]] const std::string& identifier() const { return identifier_; }
+
+    /// The next block that can be used; false at the end of the map, and at once when its second
+    /// line is no number.
+    bool nextBlock(MapFileBlock& block);
+
+  private:
+    std::string_view line();
+    void readHeader();
+    /// The file name of a block; empty when it is no usable one.
+    std::string fileName(std::string_view line);
+    void readResources(std::vector<MapResource>& resources);
+    bool parseResource(std::string_view line, MapResource& resource);
+    void logLine(const char* problem) const;
+
+    std::string path_;
+    OMScanner scanner_;
+    std::string identifier_;
+    std::size_t maxResources_ = 0;
+};
+
+/// What an animation object says in one of its sequences.
+struct SequenceSoundRecord {
+    std::int16_t animationObject;
+    std::int16_t sequence;
+    std::int32_t sound;
+};
+
+/// `path` names the map in the log.
+[[nodiscard]] std::vector<SequenceSoundRecord> readAudioMap(const std::string& path,
+                                                            std::string_view text);

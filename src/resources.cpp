@@ -1,0 +1,180 @@
+#include "resources.h"
+
+#include "omformat.h"
+#include "omistreamdll16.h"
+#include "omlog.h"
+#include "omopenlibrary.h"
+#include "ompath.h"
+#include "omplatform.h"
+#include "omresmgr.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::string_view kMapName = "resource.map";
+constexpr std::string_view kAudioMapName = "audio.map";
+constexpr std::string_view kScripts = "scripts\\";
+constexpr std::string_view kResourceFolder = "RSC\\";
+constexpr std::string_view kParent = "..\\";
+constexpr std::string_view kResourceFileMark = ".rsc";
+constexpr std::size_t kMaxMapSize = std::size_t{16} << 20; ///< bytes; 200,000 lines of full length
+
+std::string withBackslash(std::string_view root) {
+    return std::string(root) + (root.ends_with('\\') ? "" : "\\");
+}
+
+std::optional<std::string> readText(const std::string& path) {
+    platform::Files& files = OMPlatform().files();
+    std::optional<std::string> text = platform::readFile(files, path, kMaxMapSize);
+    if (!text && files.exists(path))
+        OMLog::writef(OMLog::Kind::Error, "%s cannot be read", path.c_str());
+    return text;
+}
+
+} // namespace
+
+RResources::StartUp
+RResources::start(std::string_view cdDrive,
+                  const OMLinkTo<void(const SequenceSoundRecord&)>& addSequenceSound) {
+    OMOpenLibrary::setKeepOpen(true);
+    OMPathSetStrict(true);
+    addDirectories("");
+    addDirectories(std::string(kParent));
+    if (!cdDrive.empty()) addDirectories(withBackslash(cdDrive));
+    mapIdentifiers_.clear();
+    if (files_.empty()) return StartUp::NoResourceFile;
+    readSequenceSounds(addSequenceSound);
+    return StartUp::Ready;
+}
+
+void RResources::addDirectories(const std::string& root) {
+    const std::string resources = root + std::string(kResourceFolder);
+    OMPathAddDirectory(root + std::string(kScripts), true);
+    OMPathAddDirectory(resources, true);
+    if (!readMap(resources + std::string(kMapName))) scanDirectory(resources);
+}
+
+bool RResources::readMap(const std::string& path) {
+    const std::optional<std::string> text = readText(path);
+    if (!text) return false;
+    ResourceMap map(path, *text);
+    const std::string& identifier = map.identifier();
+    if (std::find(mapIdentifiers_.begin(), mapIdentifiers_.end(), identifier) !=
+        mapIdentifiers_.end())
+        return true;
+    if (!identifier.empty()) mapIdentifiers_.push_back(identifier);
+    MapFileBlock block;
+    while (map.nextBlock(block)) registerBlock(block);
+    return true;
+}
+
+void RResources::registerBlock(const MapFileBlock& block) {
+    if (find(block.name)) return;
+    files_.push_back({block.name});
+    std::vector<OMResMgrEntry> entries;
+    entries.reserve(block.resources.size());
+    for (const MapResource& resource : block.resources)
+        entries.push_back({resource.id, resource.type});
+    OMResMgrUseDLL16(block.name, entries, true);
+}
+
+void RResources::scanDirectory(const std::string& directory) {
+    for (const platform::DirectoryEntry& entry : OMPlatform().files().list(directory)) {
+        const std::string name = OMPathLowerCase(entry.name);
+        if (!entry.isDirectory && name.find(kResourceFileMark) != std::string::npos) scanFile(name);
+    }
+}
+
+void RResources::scanFile(const std::string& name) {
+    if (name.size() > ResourceMap::kMaxFileName) {
+        OMLog::writef(OMLog::Kind::Error, "%s is left out, its name has more than 15 characters",
+                      name.c_str());
+        return;
+    }
+    if (!find(name)) {
+        files_.push_back({name});
+        OMResMgrUseDLL16(name, false);
+    }
+    activateDLL(name, false);
+}
+
+void RResources::readSequenceSounds(
+    const OMLinkTo<void(const SequenceSoundRecord&)>& addSequenceSound) {
+    const std::optional<std::string> path = OMPathResolveFilename(kAudioMapName);
+    if (!path) return;
+    const std::optional<std::string> text = readText(*path);
+    if (!text) return;
+    for (const SequenceSoundRecord& record : readAudioMap(*path, *text)) addSequenceSound(record);
+}
+
+void RResources::shutDown() {
+    for (const FileRecord& record : files_) {
+        if (record.active) OMResMgrDeactivate(record.name);
+        OMResMgrStopUsing(record.name, true);
+    }
+    files_.clear();
+    OMResMgrClear();
+    OMPathClear();
+    OMOpenLibrary::setKeepOpen(false);
+}
+
+void RResources::activateDLL(std::string_view name, bool permanent) {
+    FileRecord* record = find(name);
+    if (!record || record->active) return;
+    OMResMgrActivate(record->name);
+    record->active = true;
+    record->activatedPermanently = permanent;
+    OMLog::writef(OMLog::Kind::Message, "Activating DLL %s%s", record->name.c_str(),
+                  permanent ? " permanently" : " temporarily");
+}
+
+void RResources::deactivateDLL(std::string_view name) {
+    FileRecord* record = find(name);
+    if (record && record->active && !record->activatedPermanently) deactivate(*record);
+}
+
+void RResources::deactivateAllDLLs(bool force) {
+    for (FileRecord& record : files_)
+        if (record.active && (force || !record.activatedPermanently)) deactivate(record);
+}
+
+void RResources::deactivate(FileRecord& record) {
+    OMResMgrDeactivate(record.name);
+    record.active = false;
+    OMLog::writef(OMLog::Kind::Message, "Deactivating DLL %s", record.name.c_str());
+}
+
+std::unique_ptr<OMIStream> RResources::load(int id, std::string_view type, int bufferMode) {
+    const std::string typeText(type);
+    if (id <= 0) {
+        report(OMFormat("Bad %s resource id: %d", typeText.c_str(), id));
+        return nullptr;
+    }
+    if (!OMResMgrGetIStreamInfo(id, type)) {
+        report(OMFormat("%s resource %d not found.", typeText.c_str(), id));
+        return nullptr;
+    }
+    std::unique_ptr<OMIStream> stream = OMResMgrGetIStream(id, type, bufferMode);
+    const int now = static_cast<int>(OMMilliseconds());
+    if (const auto* library = dynamic_cast<const OMIStreamDLL16*>(stream.get()))
+        OMLog::writef(OMLog::Kind::Message,
+                      "Loading %s resource %d from file %s(CD), current ms: %d", typeText.c_str(),
+                      id, library->fileName().c_str(), now);
+    else
+        OMLog::writef(OMLog::Kind::Message, "Loading %s resource %d, current ms: %d",
+                      typeText.c_str(), id, now);
+    return stream;
+}
+
+void RResources::report(const std::string& text) {
+    alert_(text);
+    OMLog::write(OMLog::Kind::Error, text);
+}
+
+RResources::FileRecord* RResources::find(std::string_view name) {
+    const auto found = std::find_if(files_.begin(), files_.end(), [&](const FileRecord& record) {
+        return OMPathSameName(record.name, name);
+    });
+    return found == files_.end() ? nullptr : &*found;
+}

@@ -1,0 +1,163 @@
+#include "efwindow.h"
+
+#include "omdebug.h"
+#include "omistream.h"
+#include "omlog.h"
+#include "omplatform.h"
+
+using platform::Point;
+using platform::Rect;
+
+EffectsWindow::Locator EffectsWindow::backgroundLocator_;
+EffectsWindow::Locator EffectsWindow::paletteLocator_;
+EffectsWindow::PaletteFilter EffectsWindow::paletteFilter_;
+
+namespace {
+
+constexpr int kBlack = 0; ///< palette index
+
+int nowMs() { return static_cast<int>(OMMilliseconds()); }
+
+} // namespace
+
+EffectsWindow::EffectsWindow(Point corner, std::string_view title)
+    : OMTrinketWindow(Rect{corner.x, corner.y, corner.x + kWidth, corner.y + kHeight}, nullptr,
+                      title) {}
+
+// Display
+
+void EffectsWindow::goToBlack() {
+    canvas().removeClipRegion();
+    canvas().setColor(OMColor(kBlack));
+    canvas().fillRect(canvas().bounds());
+    setPresenting(false);
+    setBackgroundDeaf(true);
+}
+
+void EffectsWindow::displayScreen() {
+    setPresenting(true);
+    setBackgroundDeaf(false);
+    invalidateAll();
+    if (!updating_) {
+        updating_ = true;
+        idle();
+        updating_ = false;
+    }
+    OMPlatform().events().discardInput();
+}
+
+void EffectsWindow::endTransitionQuickly() {
+    setPresenting(true);
+    setBackgroundDeaf(false);
+    OMPlatform().events().discardInput();
+}
+
+void EffectsWindow::setBackgroundDeaf(bool deaf) {
+    if (!background()) return;
+    const std::uint32_t mask = background()->eventMask();
+    background()->setEventMask(deaf ? mask | OMTBackground::kIgnoreMouseDown
+                                    : mask & ~OMTBackground::kIgnoreMouseDown);
+}
+
+// Transitions
+
+void EffectsWindow::startTransition() {
+    OMLog::writef(OMLog::Kind::Message, "\nStarting Transition, current ms: %d", nowMs());
+    showWaitCursor();
+    goToBlack();
+}
+
+void EffectsWindow::endTransition(bool quickly) {
+    if (quickly)
+        endTransitionQuickly();
+    else
+        displayScreen();
+    const OMLink step = transitionEnd_;
+    step();
+    restoreCursor();
+    OMLog::writef(OMLog::Kind::Message, "Ending Transition, current ms: %d\n", nowMs());
+}
+
+void EffectsWindow::showWaitCursor() {
+    if (savedCursor_) return;
+    const int before = canvas().cursor();
+    showCursor(kWaitCursor);
+    savedCursor_ = before;
+}
+
+void EffectsWindow::restoreCursor() {
+    if (const auto cursor = std::exchange(savedCursor_, std::nullopt)) showCursor(*cursor);
+}
+
+// Background and palette
+
+AOBackground* EffectsWindow::picture() { return dynamic_cast<AOBackground*>(background()); }
+
+void EffectsWindow::freezeScreen() {
+    OMMemCanvas* canvas = background() ? background()->picture() : nullptr;
+    if (!canvas) return;
+    const Rect all = backBuffer().bounds();
+    canvas->blt(backBuffer(), 0, 0, all.width(), all.height(), 0, 0);
+}
+
+bool EffectsWindow::restorePalette(int imageId, int paletteId) {
+    if (!OMDebug::check(static_cast<bool>(backgroundLocator_), "backgroundURL == NULL",
+                        "Background URL is not installed in EffectsWindow"))
+        return false;
+    const std::unique_ptr<OMIStream> stream = backgroundLocator_(imageId);
+    if (!stream) return false;
+    std::string problem;
+    std::shared_ptr<const AOImage> image = AOImage::read(stream->readAll(), problem);
+    if (!image) {
+        OMLog::writef(OMLog::Kind::Error, "Background %d cannot be used: %s", imageId,
+                      problem.c_str());
+        return false;
+    }
+    installPicture(std::move(image));
+    if (!OMDebug::check(static_cast<bool>(paletteLocator_), "paletteURL == NULL",
+                        "Palette URL is not installed in EffectsWindow"))
+        return false;
+    installPalette(paletteId);
+    return true;
+}
+
+bool EffectsWindow::restorePalette(int imageId, int paletteId, OMScriptableObject& object) {
+    if (!restorePalette(imageId, paletteId)) return false;
+    picture()->attach(object.makeDuplicate());
+    return true;
+}
+
+void EffectsWindow::installPicture(std::shared_ptr<const AOImage> image) {
+    if (AOBackground* old = picture()) {
+        old->setImage(std::move(image));
+        invalidateAll();
+        compose();
+        return;
+    }
+    setBackground(
+        std::make_unique<AOBackground>(canvas().width(), canvas().height(), std::move(image)));
+    canvas().setColor(std::nullopt);
+    backBuffer().setColor(OMColor(kBlack));
+}
+
+void EffectsWindow::installPalette(int id) {
+    const std::unique_ptr<OMIStream> stream = paletteLocator_(id);
+    if (!stream) return;
+    std::optional<OMPalette> colors = OMReadPalette(stream->readAll());
+    if (!colors) return;
+    paletteFilter_(*colors);
+    setPalette(*colors, false);
+}
+
+// Input
+
+void EffectsWindow::doubleClick(Point point) {
+    if (doubleClicksDisabled_)
+        mouseDown(point);
+    else
+        OMTrinketWindow::doubleClick(point);
+}
+
+void EffectsWindow::showCursor(int id) {
+    if (!savedCursor_) OMTrinketWindow::showCursor(id);
+}

@@ -1,0 +1,78 @@
+// The game's window: a trinket window that covers the change of scenes. The screen goes black and
+// is not updated while the next scene is made, its background and palette are installed, and then
+// it is shown in one step.
+#pragma once
+
+#include "aobackground.h"
+#include "omtrinketwindow.h"
+
+#include <memory>
+
+class OMIStream;
+
+class EffectsWindow : public OMTrinketWindow {
+  public:
+    using Locator = OMLinkTo<std::unique_ptr<OMIStream>(int id)>;
+    using PaletteFilter = OMLinkTo<void(OMPalette&)>;
+
+    static constexpr int kWidth = 640;
+    static constexpr int kHeight = 480;
+    static constexpr int kWaitCursor = -2;
+
+    /// The window's upper left corner in screen pixels.
+    EffectsWindow(platform::Point corner, std::string_view title);
+
+    // Where pictures (`ASEQ`) and palettes (`RRGB`) come from, and who may change the colours
+    // before they are set; installed by the game at start-up.
+    static void setBackgroundLocator(Locator locator) { backgroundLocator_ = std::move(locator); }
+    static void setPaletteLocator(Locator locator) { paletteLocator_ = std::move(locator); }
+    static void setPaletteFilter(PaletteFilter filter) { paletteFilter_ = std::move(filter); }
+
+    /// Blackens the window and stops showing; the background hears no clicks until the display or
+    /// the end of the transition.
+    void goToBlack();
+    /// Shows everything; input that waits is dropped.
+    void displayScreen();
+    /// As displayScreen, but only what changes from now on is shown.
+    void endTransitionQuickly();
+
+    /// The wait cursor, then goToBlack.
+    void startTransition();
+    /// Ends with displayScreen or quickly, then takes the game's own step and puts the cursor back.
+    void endTransition(bool quickly);
+    /// What the game does when a transition ends.
+    void setTransitionEnd(OMLink link) { transitionEnd_ = std::move(link); }
+
+    /// Makes everything composed so far part of the background picture.
+    void freezeScreen();
+
+    /// Installs a background picture and a palette; true when the picture was found. Without the
+    /// palette the old colours stay.
+    bool restorePalette(int imageId, int paletteId);
+    /// In addition attaches a copy of `object` to the background when the picture was found.
+    bool restorePalette(int imageId, int paletteId, OMScriptableObject& object);
+
+    /// While disabled, a double click counts as a press.
+    void setDoubleClicksEnabled(bool enabled) { doubleClicksDisabled_ = !enabled; }
+
+    void doubleClick(platform::Point point) override;
+    /// Without effect while the wait cursor of a transition is shown.
+    void showCursor(int id) override;
+
+  private:
+    [[nodiscard]] AOBackground* picture();
+    void setBackgroundDeaf(bool deaf);
+    void installPicture(std::shared_ptr<const AOImage> image);
+    void installPalette(int id);
+    void showWaitCursor();
+    void restoreCursor();
+
+    static Locator backgroundLocator_;
+    static Locator paletteLocator_;
+    static PaletteFilter paletteFilter_;
+
+    bool doubleClicksDisabled_ = false;
+    bool updating_ = false; ///< in the idle cycle of displayScreen
+    OMLink transitionEnd_;
+    std::optional<int> savedCursor_; ///< while the wait cursor is shown
+};

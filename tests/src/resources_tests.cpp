@@ -1,0 +1,282 @@
+#include "frameworkfixture.h"
+#include "nebuilder.h"
+
+#include "omapp.h"
+#include "resources.h"
+
+#include <optional>
+
+using testing_support::FrameworkTest;
+using testing_support::NEBuilder;
+using testing_support::toText;
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+constexpr const char* kLog = "zorbelog.txt";
+
+std::string mapText(std::string_view identifier, std::string_view count, std::string_view blocks) {
+    return std::string(identifier) + "\n" + std::string(count) + "\n" + std::string(blocks);
+}
+
+class ResourcesTest : public FrameworkTest {
+  protected:
+    ResourcesTest() {
+        resources.setAlertLink([this](std::string_view text) { alerts.emplace_back(text); });
+    }
+    RResources::StartUp start(std::string_view cd = "D:\\") {
+        return resources.start(cd, [this](const SequenceSoundRecord& record) {
+            sounds.push_back({record.animationObject, record.sequence, record.sound});
+        });
+    }
+    std::string takeLog() {
+        const std::string text = files.text(kLog);
+        files.erase(kLog);
+        return text;
+    }
+    static bool has(int id, std::string_view type = "WAVE") {
+        return OMResMgrFindFile(id, type) != nullptr;
+    }
+
+    RResources resources;
+    Strings alerts;
+    std::vector<std::vector<int>> sounds;
+};
+
+TEST_F(ResourcesTest, RegistersTheFilesOfAMap) {
+    files.put("RSC\\resource.map", mapText("MAINMAP", "3",
+                                           "sound1.rsc\nWAVE 101\nWAVE 102\nASEQ 2001\nENDFILE\n"
+                                           "palettes.rsc\nRRGB 5\nENDFILE\n"));
+    files.opened.clear();
+    EXPECT_EQ(start(), RResources::StartUp::Ready);
+    EXPECT_TRUE(has(101) && has(102) && has(2001, "ASEQ") && has(5, "RRGB"));
+    EXPECT_EQ(std::count(files.opened.begin(), files.opened.end(), "sound1.rsc"), 0)
+        << "the map spares opening the files";
+    EXPECT_EQ(takeLog(), "");
+
+    // Active for the framework, not for the game.
+    resources.deactivateDLL("sound1.rsc");
+    EXPECT_TRUE(has(101));
+    resources.activateDLL("SOUND1.RSC", false);
+    resources.deactivateDLL("sound1.rsc");
+    EXPECT_TRUE(has(101)) << "files of a map stay findable";
+    EXPECT_EQ(takeLog(), "Activating DLL sound1.rsc temporarily\nDeactivating DLL sound1.rsc\n");
+
+    resources.shutDown();
+    EXPECT_FALSE(has(101));
+    EXPECT_TRUE(failures.empty());
+}
+
+TEST_F(ResourcesTest, ReadsEachMapAndEachFileOnce) {
+    files.put("RSC\\resource.map", mapText("ONE", "2", "a.rsc\nWAVE 1\nENDFILE\n"));
+    files.put("..\\RSC\\resource.map", mapText("ONE", "2", "b.rsc\nWAVE 2\nENDFILE\n"));
+    files.put("D:\\RSC\\resource.map",
+              mapText("one", "2", "A.RSC\nWAVE 3\nENDFILE\nc.rsc\nWAVE 4\nENDFILE"));
+    start();
+    EXPECT_TRUE(has(1));
+    EXPECT_FALSE(has(2)) << "a map with the identifier of an earlier one is skipped";
+    EXPECT_FALSE(has(3)) << "a file of an earlier map is not registered again";
+    EXPECT_TRUE(has(4));
+}
+
+TEST_F(ResourcesTest, ScansDirectoriesWithoutAMap) {
+    const auto library = [](int id) { return NEBuilder().add("WAVE", id, "x").build(); };
+    files.put("RSC\\First.RSC", library(1));
+    files.put("RSC\\copy.rsc.bak", library(2));
+    files.put("RSC\\readme.txt", library(3));
+    files.put("RSC\\dir.rsc\\x", "");
+    files.put("RSC\\a-name-too-long.rsc", library(4));
+    files.put("..\\RSC\\first.rsc", library(5)); // the same name: asked through the search path
+    files.put("..\\RSC\\second.rsc", library(6));
+    files.put("E:\\RSC\\third.rsc", library(7));
+    EXPECT_EQ(start("E:"), RResources::StartUp::Ready);
+    EXPECT_EQ(takeLog(), "ERROR: a-name-too-long.rsc is left out, its name has more than 15 "
+                         "characters\n"
+                         "Activating DLL copy.rsc.bak temporarily\n"
+                         "Activating DLL first.rsc temporarily\n"
+                         "Activating DLL second.rsc temporarily\n"
+                         "Activating DLL third.rsc temporarily\n");
+    const std::vector<bool> expected = {true, true, false, false, false, true, true};
+    for (int id = 1; id <= 7; ++id) EXPECT_EQ(has(id), expected[std::size_t(id - 1)]) << id;
+
+    resources.deactivateDLL("first.rsc");
+    EXPECT_FALSE(has(1));
+    resources.shutDown();
+    EXPECT_TRUE(failures.empty());
+}
+
+TEST_F(ResourcesTest, ActivatesAndDeactivatesForScripts) {
+    for (const char* name : {"a.rsc", "b.rsc", "c.rsc"})
+        files.put(std::string("RSC\\") + name, NEBuilder().add("WAVE", name[0], "x").build());
+    start();
+    takeLog();
+    resources.activateDLL("a.rsc", true); // active already: stays temporary
+    resources.activateDLL("unknown.rsc", true);
+    resources.deactivateDLL("unknown.rsc");
+    EXPECT_EQ(takeLog(), "");
+    resources.deactivateDLL("B.rsc");
+    resources.activateDLL("b.rsc", true);
+    resources.deactivateDLL("b.rsc");
+    EXPECT_EQ(takeLog(), "Deactivating DLL b.rsc\nActivating DLL b.rsc permanently\n");
+    resources.deactivateAllDLLs(false);
+    EXPECT_EQ(takeLog(), "Deactivating DLL a.rsc\nDeactivating DLL c.rsc\n");
+    EXPECT_TRUE(!has('a') && has('b') && !has('c'));
+    resources.deactivateAllDLLs(true);
+    EXPECT_EQ(takeLog(), "Deactivating DLL b.rsc\n");
+    EXPECT_FALSE(has('b'));
+    EXPECT_TRUE(failures.empty());
+}
+
+TEST_F(ResourcesTest, TellsWhenThereIsNoResourceFile) {
+    files.put("audio.map", "AO: 1 Sequence: 2 Sound: 3\n");
+    files.put("scripts\\audio.map", "AO: 1 Sequence: 2 Sound: 3\n");
+    EXPECT_EQ(start(), RResources::StartUp::NoResourceFile);
+    EXPECT_TRUE(sounds.empty());
+    resources.shutDown();
+    files.put("D:\\RSC\\a.rsc", "not even a library");
+    EXPECT_EQ(start(""), RResources::StartUp::NoResourceFile) << "no CD drive";
+    resources.shutDown();
+    EXPECT_EQ(start(), RResources::StartUp::Ready);
+}
+
+TEST_F(ResourcesTest, ReadsTheAudioMapThroughTheSearchPath) {
+    files.put("RSC\\resource.map", mapText("M", "0", "a.rsc\nENDFILE"));
+    files.put("audio.map", "AO: 9\tSequence: 9\tSound: 9\n"); // in no directory of the path
+    files.put("..\\RSC\\Audio.map", "  AO: 2001\tSequence: 3\tSound: 100000\r\n"
+                                    "AO:-1 Sequence:0  Sound:7 trailing\r\n"
+                                    "\r\n"
+                                    "AO: 1 Sound: 2\r\n"
+                                    "AO: 70000 Sequence: 1 Sound: 1\r\n"
+                                    "AO: 5 Sequence: 6 Sound: 7");
+    start();
+    EXPECT_EQ(sounds, (std::vector<std::vector<int>>{{2001, 3, 100000}, {-1, 0, 7}, {5, 6, 7}}));
+    EXPECT_EQ(takeLog(),
+              "ERROR: ..\\RSC\\audio.map line 4: not of the form AO: n  Sequence: n  Sound: n\n"
+              "ERROR: ..\\RSC\\audio.map line 5: not of the form AO: n  Sequence: n  Sound: n\n");
+}
+
+TEST_F(ResourcesTest, LoadsResourcesAndReportsTheMissing) {
+    files.put("RSC\\a.rsc", NEBuilder().add("WAVE", 7, "bytes").build());
+    files.put("..\\RSC\\resource.map", mapText("M", "1", "gone.rsc\nWAVE 9\nENDFILE\n"));
+    start();
+    takeLog();
+    machine.clock().now = 1234;
+    const OMApp app(OMApp::DisplayMode::PopUp, OMColor(), {0, 0, 640, 480}, 8);
+    const auto stream = resources.load(7, "WAVE", kOMIStreamCache);
+    ASSERT_TRUE(stream);
+    EXPECT_EQ(toText(stream->readAll()).substr(0, 5), "bytes");
+    EXPECT_EQ(takeLog(), "Loading WAVE resource 7 from file a.rsc(CD), current ms: 1234\n");
+
+    EXPECT_EQ(resources.load(0, "WAVE", kOMIStreamCache), nullptr);
+    EXPECT_EQ(resources.load(-3, "ASEQ", kOMIStreamCache), nullptr);
+    EXPECT_EQ(resources.load(8, "WAVE", kOMIStreamCache), nullptr);
+    const Strings texts = {"Bad WAVE resource id: 0", "Bad ASEQ resource id: -3",
+                           "WAVE resource 8 not found."};
+    EXPECT_EQ(alerts, texts);
+    EXPECT_EQ(takeLog(),
+              "ERROR: " + texts[0] + "\nERROR: " + texts[1] + "\nERROR: " + texts[2] + "\n");
+    EXPECT_TRUE(failures.empty());
+
+    const auto gone = resources.load(9, "WAVE", kOMIStreamCache);
+    ASSERT_TRUE(gone) << "a map is believed";
+    EXPECT_EQ(gone->fill(), 0U);
+    EXPECT_EQ(alerts, texts);
+}
+
+TEST_F(ResourcesTest, OpensALibraryOnceForLoadsInARow) {
+    files.put("RSC\\a.rsc", NEBuilder().add("WAVE", 1, "x").add("WAVE", 2, "y").build());
+    start();
+    const OMApp app(OMApp::DisplayMode::PopUp, OMColor(), {0, 0, 640, 480}, 8);
+    resources.load(1, "WAVE", kOMIStreamCache)->fill();
+    resources.load(2, "WAVE", kOMIStreamCache)->fill();
+    EXPECT_EQ(std::count(files.opened.begin(), files.opened.end(), "RSC\\a.rsc"), 1);
+}
+
+TEST_F(ResourcesTest, PrefersTheLocalCopyOfAFileOfTheCd) {
+    files.put("D:\\RSC\\resource.map", mapText("CD", "1", "a.rsc\nWAVE 1\nENDFILE\n"));
+    files.put("D:\\RSC\\a.rsc", NEBuilder().add("WAVE", 1, "from the CD").build());
+    files.put("..\\RSC\\a.rsc", NEBuilder().add("WAVE", 1, "local copy").build());
+    start();
+    const OMApp app(OMApp::DisplayMode::PopUp, OMColor(), {0, 0, 640, 480}, 8);
+    EXPECT_EQ(toText(resources.load(1, "WAVE", kOMIStreamCache)->readAll()).substr(0, 5), "local");
+}
+
+struct MapRow {
+    const char* name;
+    std::string text;
+    std::string blocks; ///< what is read: "file:TYPE id,..;"
+    std::string log;    ///< "line: problem" without the prefix of the log
+};
+
+std::string readBlocks(const std::string& text) {
+    std::string result;
+    ResourceMap map("m", text);
+    MapFileBlock block;
+    while (map.nextBlock(block)) {
+        result += block.name + ":";
+        for (const MapResource& resource : block.resources)
+            result += resource.type + " " + std::to_string(resource.id) + ",";
+        result += ";";
+    }
+    return result;
+}
+
+TEST_F(ResourcesTest, LeavesOutWhatMakesNoSenseInAMap) {
+    const std::string type = "the type of a resource must have four characters";
+    const std::string id = "the id of a resource must be a number from 1 to 32767";
+    const std::string surplus =
+        "more resources than line 2 of the map says, the last ones are left out";
+    const std::string noEnd = "the map ends without ENDFILE";
+    const std::string noCount =
+        "the largest number of resources of one file is missing, the map is not used";
+    const MapRow rows[] = {
+        {"line ends", "M\r2\r\n\n \t\na.RSC junk\rWAVE 1\n\n  RRGB\t 2 junk\r\nx ENDFILE y\n",
+         "a.rsc:WAVE 1,RRGB 2,;", ""},
+        {"type", "M\n9\na\nWAV 1\nCURSOR 2\nWAVE3\nASEQ 4\nENDFILE", "a:ASEQ 4,;",
+         "4: " + type + "\n5: " + type + "\n6: " + type + "\n"},
+        {"id", "M\n9\na\nWAVE\nWAVE 0\nWAVE -1\nWAVE 32768\nWAVE 32767\nENDFILE", "a:WAVE 32767,;",
+         "4: " + id + "\n5: " + id + "\n6: " + id + "\n7: " + id + "\n"},
+        {"surplus", "M\n1\na\nWAVE 1\nWAVE 2\nWAVE 3\nENDFILE\nb\nWAVE 4\nENDFILE",
+         "a:WAVE 1,;b:WAVE 4,;", "7: " + surplus + "\n"},
+        {"absurd count", "M\n2147483647\na\nWAVE 1\nENDFILE", "a:WAVE 1,;", ""},
+        {"no count", "M\na.rsc\nWAVE 1\nENDFILE", "", "2: " + noCount + "\n"},
+        {"negative count", "M\n-5\na\nWAVE 1\nENDFILE", "", "2: " + noCount + "\n"},
+        {"count 0", "M\n0 files\na\nWAVE 1\nENDFILE", "a:;", "5: " + surplus + "\n"},
+        {"long name", "M\n9\nabcdefghijkl.rsc\nWAVE 1\nENDFILE\nabcdefghijk.rsc\nWAVE 2\nENDFILE",
+         "abcdefghijk.rsc:WAVE 2,;",
+         "3: the file name has more than 15 characters, its resources are left out\n"},
+        {"stray ENDFILE", "M\n9\nENDFILE\na\nWAVE 1\nENDFILE", "a:WAVE 1,;",
+         "3: ENDFILE without a file\n"},
+        {"no ENDFILE", "M\n9\na\nWAVE 1\nWAVE 2", "a:WAVE 1,WAVE 2,;", "5: " + noEnd + "\n"},
+        {"control character", "M\n9\na\nENDFILE\n\x1A", "a:;",
+         "5: no file name, its resources are left out\n5: " + noEnd + "\n"},
+        {"long line",
+         "M\n9\na" + std::string(100, ' ') + "b\nWAVE 1" + std::string(90, '0') + "\nENDFILE",
+         "a:;", "4: " + id + "\n"},
+        {"identifier", std::string(40, 'M') + "\n9\na\nENDFILE", "a:;",
+         "1: the identifier has more than 39 characters and is not used\n"},
+        {"empty", "", "", "0: " + noCount + "\n"},
+    };
+    for (const MapRow& row : rows) {
+        EXPECT_EQ(readBlocks(row.text), row.blocks) << row.name;
+        std::string expected;
+        for (std::size_t at = 0; at < row.log.size();) {
+            const std::size_t end = row.log.find('\n', at) + 1;
+            expected += "ERROR: m line " + row.log.substr(at, end - at);
+            at = end;
+        }
+        EXPECT_EQ(takeLog(), expected) << row.name;
+    }
+    EXPECT_EQ(ResourceMap("m", std::string(39, 'M') + "\n9\n").identifier(), std::string(39, 'M'));
+}
+
+TEST_F(ResourcesTest, LivesWithMapsCutAtEveryByte) {
+    const std::string good = mapText("M", "2", "a.rsc\r\nWAVE 1\r\nWAVE 2\r\nENDFILE\r\nb.rsc\r\n");
+    std::size_t blocks = 0;
+    for (std::size_t size = 0; size <= good.size(); ++size)
+        blocks += readBlocks(good.substr(0, size)).size();
+    EXPECT_GT(blocks, 0U);
+}
+
+} // namespace
