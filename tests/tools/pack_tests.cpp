@@ -1,0 +1,165 @@
+#include "list.h"
+#include "nelibrary.h"
+#include "pack.h"
+#include "testfiles.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+using rsc::Bytes;
+using testfiles::Rgba;
+using testfiles::TestFolder;
+
+constexpr std::string_view kManifest = R"(
+palette meadow
+    from back.png bee1.png bee2.png
+
+library meadow.rsc
+    use meadow
+    colours 100 meadow
+    picture 100 back.png
+    animation 2001
+        rate 8
+        place 4 3 5
+        frame bee1.png bee2.png
+        sequence hold 1 loop
+        sequence 1 2 sound 101 loop
+library sounds.rsc
+    file WAVE 101 buzz.wav
+    file WAVE 102 buzz.wav
+library cursors.rsc
+    file CURSOR 1 hand.cur
+)";
+
+class Pack : public testing::Test {
+  protected:
+    Pack() {
+        constexpr Rgba kGrass{40, 160, 60, 255};
+        constexpr Rgba kYellow{240, 220, 30, 255};
+        constexpr Rgba kNone{0, 0, 0, 0};
+        folder_.write("back.png", testfiles::truecolourPng(8, std::vector<Rgba>(64, kGrass)));
+        folder_.write("bee1.png", testfiles::truecolourPng(2, {kYellow, kNone, kYellow, kYellow}));
+        folder_.write("bee2.png", testfiles::truecolourPng(2, {kYellow, kYellow, kNone, kYellow}));
+        folder_.write("buzz.wav", std::string_view("RIFF and so on"));
+        folder_.write("hand.cur", std::string_view("a hand"));
+        folder_.write("game.txt", kManifest);
+    }
+
+    int pack(const std::string& to = "out") {
+        std::ostringstream errors;
+        const int code = rsc::runPack({folder_.at("game.txt"), folder_.at(to)}, errors);
+        errors_ = errors.str();
+        return code;
+    }
+
+    int list(const std::vector<std::filesystem::path>& files) {
+        std::ostringstream out;
+        std::ostringstream errors;
+        const int code = rsc::runList(files, out, errors);
+        out_ = out.str();
+        errors_ = errors.str();
+        return code;
+    }
+
+    [[nodiscard]] std::string manifestName() const { return folder_.at("game.txt").string(); }
+
+    TestFolder folder_;
+    std::string out_;
+    std::string errors_;
+};
+
+TEST_F(Pack, BuildsLibrariesAndTheirMap) {
+    ASSERT_EQ(pack(), 0) << errors_;
+    EXPECT_EQ(
+        testfiles::namesIn(folder_.at("out")),
+        (std::vector<std::string>{"cursors.rsc", "meadow.rsc", "resource.map", "sounds.rsc"}));
+    EXPECT_EQ(folder_.read("out/resource.map"),
+              "game\n3\n"
+              "meadow.rsc\nRRGB 100\nASEQ 100\nASEQ 2001\nENDFILE\n"
+              "sounds.rsc\nWAVE 101\nWAVE 102\nENDFILE\n");
+    EXPECT_EQ(list({folder_.at("out/meadow.rsc")}), 0) << errors_;
+    EXPECT_EQ(out_, "RRGB     100      1536       240\n"
+                    "ASEQ     100        96      1776  1 frame, 1 sequence, 8x8\n"
+                    "ASEQ    2001       128      1872  2 frames, 2 sequences, 2x2\n");
+    EXPECT_EQ(list({folder_.at("out/cursors.rsc"), folder_.at("out/sounds.rsc")}), 0) << errors_;
+    EXPECT_NE(out_.find("cursors.rsc:\nCURSOR     1        16 "), std::string::npos) << out_;
+}
+
+TEST_F(Pack, MakesTheSameBytesAgain) {
+    ASSERT_EQ(pack("first"), 0) << errors_;
+    ASSERT_EQ(pack("second"), 0) << errors_;
+    for (const std::string name : {"meadow.rsc", "sounds.rsc", "cursors.rsc", "resource.map"})
+        EXPECT_EQ(folder_.read("first/" + name), folder_.read("second/" + name)) << name;
+}
+
+TEST_F(Pack, TellsFaultsWithTheirLineAndLeavesOldFiles) {
+    ASSERT_EQ(pack(), 0) << errors_;
+    const std::string old = folder_.read("out/sounds.rsc");
+    struct Case {
+        std::string file;
+        std::string contents;
+        std::string errors;
+    };
+    const Case cases[] = {
+        {"buzz.wav", "", ":16: buzz.wav: is empty\n"},
+        {"bee2.png", "GIF89a", ":3: bee2.png: no PNG picture\n"},
+        {"game.txt", "library a.rsc\nfile WAVE 1 none.wav",
+         ":2: none.wav: cannot be read: No such file or directory\n"},
+        {"game.txt", "library a.rsc\nanimation 1\nrate 1\nframe buzz.wav\nsequence 1",
+         ":4: buzz.wav: no PNG picture\n"},
+        {"game.txt", "map A\nmop", ":2: unknown keyword \"mop\"\n"},
+        {"game.txt", "", ": the manifest names no library\n"},
+    };
+    for (const Case& row : cases) {
+        const std::string before = folder_.read(row.file);
+        folder_.write(row.file, row.contents);
+        EXPECT_EQ(pack(), 1) << row.errors;
+        EXPECT_EQ(errors_, manifestName() + row.errors);
+        EXPECT_EQ(folder_.read("out/sounds.rsc"), old);
+        EXPECT_EQ(testfiles::namesIn(folder_.at("out")).size(), 4U)
+            << "nothing is left beside them";
+        folder_.write(row.file, before);
+    }
+}
+
+TEST_F(Pack, LeavesNothingBehindWhenItCannotWrite) {
+    std::filesystem::create_directories(folder_.at("out/sounds.rsc/in the way"));
+    EXPECT_EQ(pack(), 1);
+    EXPECT_NE(errors_.find("sounds.rsc: cannot be replaced"), std::string::npos) << errors_;
+    for (const std::string& name : testfiles::namesIn(folder_.at("out")))
+        EXPECT_FALSE(name.ends_with(".new")) << name;
+    folder_.write("file", std::string_view("no folder"));
+    EXPECT_EQ(pack("file"), 1);
+    EXPECT_FALSE(errors_.empty());
+}
+
+TEST_F(Pack, RefusesMoreOfOneTypeThanTheProgramTakes) {
+    std::string manifest;
+    for (int library = 0; library < 3; ++library) {
+        manifest += "library " + std::to_string(library) + ".rsc\n";
+        for (int id = 1; id <= 3000; ++id)
+            manifest += "file WAVE " + std::to_string(id) + " buzz.wav\n";
+    }
+    folder_.write("game.txt", manifest);
+    EXPECT_EQ(pack(), 1);
+    EXPECT_NE(errors_.find("9000 resources of type WAVE"), std::string::npos) << errors_;
+    folder_.write("game.txt", "map none\n" + manifest);
+    EXPECT_EQ(pack(), 0) << errors_;
+    EXPECT_FALSE(std::filesystem::exists(folder_.at("out/resource.map")));
+}
+
+TEST_F(Pack, ListsDamagedLibrariesAndGoesOn) {
+    folder_.write("no.rsc", std::string_view("MZ but nothing else"));
+    const std::vector<rsc::Resource> resources = {{"ASEQ", 5, {1, 0, 1, 0, 8}}, {"WAVE", 6, {1}}};
+    folder_.write("bad.rsc", rsc::buildNeLibrary("BAD", resources));
+    EXPECT_EQ(list({folder_.at("no.rsc"), folder_.at("gone.rsc"), folder_.at("bad.rsc")}), 1);
+    EXPECT_NE(errors_.find("no.rsc: no resource library"), std::string::npos) << errors_;
+    EXPECT_NE(errors_.find("gone.rsc: cannot be read: No such file"), std::string::npos) << errors_;
+    EXPECT_NE(errors_.find("bad.rsc: ASEQ 5: "), std::string::npos) << errors_;
+    EXPECT_NE(out_.find("WAVE       6 "), std::string::npos) << out_;
+}
+
+} // namespace

@@ -1,0 +1,25 @@
+// Turns the pictures and sequences of a manifest's animation into an ASEQ resource: colours become
+// palette indices, frames are cropped to their opaque pixels, equal frames are stored once, and the
+// steps are moved by what cropping and the frames' own offsets have shifted.
+#pragma once
+
+#include "manifest.h"
+
+#include <functional>
+
+namespace rsc {
+
+class Palette;
+class Picture;
+
+/// Rate of a still picture, which has no sequence of its own.
+inline constexpr int kStillRate = 8;
+
+/// Loads the picture that a manifest names.
+using PictureLoader = std::function<Picture(const FileName&)>;
+
+/// `palette` may be absent; truecolour pictures are refused then.
+[[nodiscard]] Bytes buildAnimation(const AnimationPlan& plan, const Palette* palette,
+                                   const PictureLoader& load);
+
+} // namespace rsc

@@ -1,0 +1,24 @@
+// Whole files in and out.
+#pragma once
+
+#include "bytes.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace rsc {
+
+/// Refuses what cannot be read or is larger than the tool takes; the text does not name the file.
+[[nodiscard]] Bytes readWholeFile(const std::filesystem::path& path);
+
+struct OutputFile {
+    std::string name;
+    Bytes data;
+};
+
+/// Writes all files beside their final names first and renames them once all are there, so that a
+/// failure leaves the folder as it was. Makes the folder when it is missing.
+void writeFiles(const std::filesystem::path& folder, const std::vector<OutputFile>& files);
+
+} // namespace rsc

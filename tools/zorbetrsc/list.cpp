@@ -1,0 +1,93 @@
+#include "list.h"
+
+#include "aseq.h"
+#include "filesystem.h"
+#include "nelibrary.h"
+
+#include <algorithm>
+#include <iomanip>
+#include <ostream>
+
+namespace rsc {
+
+namespace {
+
+constexpr int kTypeWidth = 6;
+constexpr int kIdWidth = 5;
+constexpr int kSizeWidth = 9;
+
+std::string counted(std::size_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+/// Frames, sequences and the size of the largest frame.
+std::string describeAnimation(ByteSpan data) {
+    const Aseq aseq = readAseq(data);
+    int width = 0;
+    int height = 0;
+    for (const AseqFrame& frame : aseq.frames) {
+        width = std::max(width, frame.width);
+        height = std::max(height, frame.height);
+    }
+    return counted(aseq.frames.size(), "frame") + ", " +
+           counted(aseq.sequences.size(), "sequence") + ", " + std::to_string(width) + "x" +
+           std::to_string(height);
+}
+
+class Lister {
+  public:
+    Lister(const std::filesystem::path& file, std::ostream& out, std::ostream& errors)
+        : file_(file), out_(out), errors_(errors) {}
+
+    bool list() {
+        try {
+            const Bytes bytes = readWholeFile(file_);
+            const NeLibrary library(bytes);
+            for (const ResourceEntry& entry : library.entries()) listEntry(library, entry);
+        } catch (const Refusal& refusal) {
+            tell(refusal.what());
+        }
+        return whole_;
+    }
+
+  private:
+    void listEntry(const NeLibrary& library, const ResourceEntry& entry) {
+        const std::string id = entry.name.empty() ? std::to_string(entry.id) : entry.name;
+        out_ << std::left << std::setw(kTypeWidth) << entry.type << std::right << " "
+             << std::setw(kIdWidth) << id << " " << std::setw(kSizeWidth) << entry.length << " "
+             << std::setw(kSizeWidth) << entry.offset;
+        if (entry.type == "ASEQ") {
+            try {
+                out_ << "  " << describeAnimation(library.data(entry));
+            } catch (const Refusal& refusal) {
+                out_ << "  damaged";
+                tell(entry.type + " " + id + ": " + refusal.what());
+            }
+        }
+        out_ << "\n";
+    }
+
+    void tell(const std::string& text) {
+        errors_ << file_.string() << ": " << text << "\n";
+        whole_ = false;
+    }
+
+    const std::filesystem::path& file_;
+    std::ostream& out_;
+    std::ostream& errors_;
+    bool whole_ = true;
+};
+
+} // namespace
+
+int runList(const std::vector<std::filesystem::path>& files, std::ostream& out,
+            std::ostream& errors) {
+    bool whole = true;
+    for (const std::filesystem::path& file : files) {
+        if (files.size() > 1) out << file.string() << ":\n";
+        whole = Lister(file, out, errors).list() && whole;
+    }
+    return whole ? 0 : 1;
+}
+
+} // namespace rsc

@@ -1,0 +1,40 @@
+// zorbet-rsc: builds and shows resource libraries.
+#include "commands.h"
+
+#include <CLI/CLI.hpp>
+
+#include <exception>
+#include <iostream>
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kWrongCommandLine = 2;
+
+int run(int argc, char** argv) {
+    int exitCode = 0;
+    CLI::App app("Builds and shows the resource libraries of zorbet", "zorbet-rsc");
+    app.require_subcommand(1);
+    rsc::addPackCommand(app, exitCode);
+    rsc::addListCommand(app, exitCode);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& wish) { // help
+        return app.exit(wish);
+    } catch (const CLI::ParseError& error) {
+        std::cerr << error.what() << "\n\n" << app.help();
+        return kWrongCommandLine;
+    }
+    return exitCode;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) { // no memory, no terminal
+        std::cerr << "zorbet-rsc: " << error.what() << "\n";
+        return kFailed;
+    }
+}

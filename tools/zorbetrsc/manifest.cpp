@@ -1,0 +1,364 @@
+#include "manifest.h"
+
+#include "nelibrary.h"
+#include "resourcemap.h"
+#include "sequencetext.h"
+#include "text.h"
+#include "words.h"
+
+#include <algorithm>
+#include <map>
+#include <span>
+#include <utility>
+
+namespace rsc {
+
+namespace {
+
+constexpr std::string_view kExtension = ".rsc";
+constexpr std::string_view kUnmappedLibrary = "cursors.rsc";
+constexpr int kLargestByte = 255;
+constexpr std::size_t kColourDigits = 6;
+
+std::string numbered(std::string_view type, int id) {
+    return std::string(type) + " " + std::to_string(id);
+}
+
+bool isPlainText(std::string_view text) {
+    return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
+}
+
+std::string lowerCase(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
+std::string checkedLibraryName(std::string name) {
+    name = lowerCase(std::move(name));
+    if (!name.ends_with(kExtension) || name.size() == kExtension.size())
+        throw Refusal("a library's name ends in \".rsc\"");
+    if (name.size() > kLongestLibraryName)
+        throw Refusal("a library's name has at most " + std::to_string(kLongestLibraryName) +
+                      " characters");
+    if (!isPlainText(name) || name.find_first_of(" /\\:*?\"<>|") != std::string::npos)
+        throw Refusal("a library's name is a file's name without a folder and without blanks");
+    return name;
+}
+
+std::string checkedIdentifier(const std::string& text) {
+    const bool fits = !text.empty() && text.size() <= kLongestMapIdentifier;
+    if (!fits || !isPlainText(text) || text.front() == ' ' || text.back() == ' ')
+        throw Refusal("a map's identifier is a text of 1 to " +
+                      std::to_string(kLongestMapIdentifier) + " characters");
+    return text;
+}
+
+platform::Rgb parseColour(std::string_view text) {
+    int value = 0;
+    const char* end = text.data() + text.size();
+    const auto [last, error] = std::from_chars(text.data(), end, value, 16);
+    if (text.size() != kColourDigits || error != std::errc() || last != end || value < 0)
+        throw Refusal(quoted(text) + " is no colour: it is written RRGGBB");
+    return {static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8),
+            static_cast<std::uint8_t>(value)};
+}
+
+class ManifestParser {
+  public:
+    explicit ManifestParser(std::string_view defaultIdentifier) {
+        manifest_.mapIdentifier = defaultIdentifier;
+    }
+
+    Manifest parse(std::string_view text) {
+        while (!text.empty()) {
+            ++line_;
+            const auto end = std::min(text.find('\n'), text.size());
+            atLine(line_, [&] { readLine(text.substr(0, end)); });
+            text.remove_prefix(std::min(end + 1, text.size()));
+        }
+        return std::move(manifest_);
+    }
+
+  private:
+    /// The block that a line belongs to.
+    enum class Block : std::uint8_t { Any, Palette, Library, Animation };
+
+    struct Keyword {
+        std::string_view word;
+        Block block;
+        void (ManifestParser::*read)(WordReader&);
+    };
+    static std::span<const Keyword> keywords();
+
+    void readLine(std::string_view line) {
+        WordReader words(splitWords(line));
+        if (words.atEnd()) return;
+        const std::string word = words.text("a keyword");
+        const auto keyword = std::ranges::find(keywords(), word, &Keyword::word);
+        if (keyword == keywords().end()) throw Refusal("unknown keyword " + quoted(word));
+        checkBlock(*keyword);
+        (this->*keyword->read)(words);
+        words.finish();
+    }
+
+    void checkBlock(const Keyword& keyword) const {
+        const std::string start = quoted(keyword.word) + " belongs below ";
+        if (keyword.block == Block::Palette && !inPalette_)
+            throw Refusal(start + "a \"palette\" line");
+        if (keyword.block == Block::Library && manifest_.libraries.empty())
+            throw Refusal(start + "a \"library\" line");
+        if (keyword.block == Block::Animation && !animation_)
+            throw Refusal(start + "an \"animation\" or \"picture\" line");
+    }
+
+    void readMap(WordReader& words) {
+        if (manifest_.mapLine != 0)
+            throw Refusal("the map stands already in line " + std::to_string(manifest_.mapLine));
+        manifest_.mapLine = line_;
+        if (words.skip("none"))
+            manifest_.mapIdentifier.reset();
+        else
+            manifest_.mapIdentifier = checkedIdentifier(words.text("the map's identifier"));
+        leaveBlocks();
+    }
+
+    void readPalette(WordReader& words) {
+        const std::string name = words.text("the palette's name");
+        for (const PalettePlan& other : manifest_.palettes)
+            if (other.name == name) throw Refusal(alreadyThere("palette " + name, other.line));
+        manifest_.palettes.push_back({name, line_, {}, {}});
+        leaveBlocks();
+        inPalette_ = true;
+    }
+
+    void readFrom(WordReader& words) {
+        PalettePlan& palette = manifest_.palettes.back();
+        if (palette.indexed) throw Refusal("a palette has either \"from\" or \"indexed\"");
+        do palette.pictures.push_back({words.text("a picture's name"), line_});
+        while (!words.atEnd());
+    }
+
+    void readIndexed(WordReader& words) {
+        PalettePlan& palette = manifest_.palettes.back();
+        if (palette.indexed || !palette.pictures.empty())
+            throw Refusal("a palette has either \"from\" or one \"indexed\"");
+        palette.indexed = FileName{words.text("the picture's name"), line_};
+    }
+
+    void readLibrary(WordReader& words) {
+        const std::string name = checkedLibraryName(words.text("the library's name"));
+        for (const LibraryPlan& other : manifest_.libraries)
+            if (other.name == name) throw Refusal(alreadyThere("library " + name, other.line));
+        manifest_.libraries.push_back({name, line_, {}});
+        resourceLines_.clear();
+        leaveBlocks();
+    }
+
+    void readUse(WordReader& words) {
+        usedPalette_ = paletteNamed(words);
+        leaveBlocks();
+    }
+
+    void readColours(WordReader& words) {
+        const int id = readId(words);
+        addResource("RRGB", id, ColoursPlan{paletteNamed(words)});
+    }
+
+    void readPicture(WordReader& words) {
+        readAnimation(words);
+        animation_->frames.push_back({{words.text("the picture's name"), line_}, 0, 0});
+    }
+
+    void readAnimation(WordReader& words) {
+        AnimationPlan animation;
+        animation.palette = usedPalette_;
+        addResource("ASEQ", readId(words), std::move(animation));
+        auto& content = manifest_.libraries.back().resources.back().content;
+        animation_ = std::get_if<AnimationPlan>(&content);
+    }
+
+    void readFile(WordReader& words) {
+        const std::string type = words.text("the type");
+        if (!isResourceType(type))
+            throw Refusal(quoted(type) + " is no type: it has four characters, or is a standard "
+                                         "type such as CURSOR");
+        const int id = readId(words);
+        addResource(type, id, PlainFilePlan{{words.text("the file's name"), line_}});
+    }
+
+    void readRate(WordReader& words) {
+        animation_->rate = words.number("the rate", 1, kLargestByte);
+    }
+
+    void readPlace(WordReader& words) {
+        animation_->x = words.number("x", kSmallestPlace, kLargestPlace);
+        animation_->y = words.number("y", kSmallestPlace, kLargestPlace);
+        if (!words.atEnd()) animation_->depth = words.number("the depth", 0, kLargestByte);
+    }
+
+    void readCrop(WordReader& words) {
+        if (!words.skip("no")) throw Refusal("\"crop\" is followed by \"no\"");
+        animation_->crop = false;
+    }
+
+    void readRemap(WordReader&) { animation_->remap = true; }
+
+    void readTransparent(WordReader& words) {
+        Transparency& transparency = animation_->transparency;
+        if (words.skip("alpha")) {
+            transparency = {};
+        } else if (words.skip("none")) {
+            transparency.kind = Transparency::Kind::None;
+        } else if (words.skip("index")) {
+            transparency.kind = Transparency::Kind::Index;
+            transparency.index = words.number("the index", 0, kLargestByte);
+        } else if (words.skip("colour")) {
+            transparency.kind = Transparency::Kind::Colour;
+            transparency.colour = parseColour(words.text("the colour"));
+        } else {
+            throw Refusal("\"transparent\" is followed by \"alpha\", \"none\", \"index N\" or "
+                          "\"colour RRGGBB\"");
+        }
+    }
+
+    void readFrame(WordReader& words) {
+        const std::size_t first = animation_->frames.size();
+        do animation_->frames.push_back({{words.text("a picture's name"), line_}, 0, 0});
+        while (!words.atEnd() && !words.peek()->is("offset"));
+        if (!words.skip("offset")) return;
+        const int dx = words.number("dx", kSmallestInt16, kLargestInt16);
+        const int dy = words.number("dy", kSmallestInt16, kLargestInt16);
+        for (std::size_t i = first; i < animation_->frames.size(); ++i) {
+            animation_->frames[i].dx = dx;
+            animation_->frames[i].dy = dy;
+        }
+    }
+
+    void readSequence(WordReader& words) {
+        animation_->sequences.push_back({line_, parseSequence(words)});
+    }
+
+    int readId(WordReader& words) { return words.number("the id", 1, kLargestId); }
+
+    PaletteIndex paletteNamed(WordReader& words) {
+        const std::string name = words.text("the palette's name");
+        const auto palette = std::ranges::find(manifest_.palettes, name, &PalettePlan::name);
+        if (palette == manifest_.palettes.end())
+            throw Refusal("there is no palette " + quoted(name) + " above");
+        return static_cast<PaletteIndex>(palette - manifest_.palettes.begin());
+    }
+
+    template <class Content>
+    void addResource(const std::string& type, int id, Content content) {
+        const auto [other, isNew] = resourceLines_.try_emplace({type, id}, line_);
+        if (!isNew) throw Refusal(alreadyThere(numbered(type, id), other->second));
+        auto& resources = manifest_.libraries.back().resources;
+        resources.push_back({type, static_cast<std::uint16_t>(id), line_, std::move(content)});
+        leaveBlocks();
+    }
+
+    static std::string alreadyThere(const std::string& what, int line) {
+        return what + " stands already in line " + std::to_string(line);
+    }
+
+    void leaveBlocks() {
+        animation_ = nullptr;
+        inPalette_ = false;
+    }
+
+    Manifest manifest_;
+    int line_ = 0;
+    bool inPalette_ = false; ///< below the line of the last palette
+    std::optional<PaletteIndex> usedPalette_;
+    std::map<std::pair<std::string, int>, int> resourceLines_; ///< of the last library
+    AnimationPlan* animation_ = nullptr; ///< the last resource of the last library, or none
+};
+
+std::span<const ManifestParser::Keyword> ManifestParser::keywords() {
+    static constexpr Keyword kKeywords[] = {
+        {"map", Block::Any, &ManifestParser::readMap},
+        {"palette", Block::Any, &ManifestParser::readPalette},
+        {"library", Block::Any, &ManifestParser::readLibrary},
+        {"use", Block::Any, &ManifestParser::readUse},
+        {"from", Block::Palette, &ManifestParser::readFrom},
+        {"indexed", Block::Palette, &ManifestParser::readIndexed},
+        {"colours", Block::Library, &ManifestParser::readColours},
+        {"picture", Block::Library, &ManifestParser::readPicture},
+        {"animation", Block::Library, &ManifestParser::readAnimation},
+        {"file", Block::Library, &ManifestParser::readFile},
+        {"rate", Block::Animation, &ManifestParser::readRate},
+        {"place", Block::Animation, &ManifestParser::readPlace},
+        {"crop", Block::Animation, &ManifestParser::readCrop},
+        {"remap", Block::Animation, &ManifestParser::readRemap},
+        {"transparent", Block::Animation, &ManifestParser::readTransparent},
+        {"frame", Block::Animation, &ManifestParser::readFrame},
+        {"sequence", Block::Animation, &ManifestParser::readSequence},
+    };
+    return kKeywords;
+}
+
+/// Rules that need the whole manifest: a block must have what it is for.
+void checkSequence(const AnimationPlan& animation, const SequencePlan& sequence) {
+    for (const AseqEntry& entry : sequence.entries) {
+        if (entry.code >= std::ssize(animation.frames)) {
+            throw Refusal("the sequence shows frame " + std::to_string(entry.code + 1) +
+                          ", but there are only " + std::to_string(animation.frames.size()));
+        }
+        if (entry.code >= 0 && entry.argument == 0 && !animation.rate)
+            throw Refusal("frame " + std::to_string(entry.code + 1) +
+                          " has no duration: give the animation a \"rate\", or write " +
+                          std::to_string(entry.code + 1) + ":MS");
+    }
+}
+
+void checkAnimation(const AnimationPlan& animation) {
+    if (animation.frames.empty()) throw Refusal("the animation has no frames");
+    if (animation.frames.size() > 1 && animation.sequences.empty())
+        throw Refusal("the animation has several frames and no sequence");
+    for (const SequencePlan& sequence : animation.sequences)
+        atLine(sequence.line, [&] { checkSequence(animation, sequence); });
+}
+
+/// A map's lines have no room for types such as CURSOR: the program looks for those in one library
+/// of its own accord, and reads that one's own table only when no map names it.
+void checkMappable(const LibraryPlan& library, const ResourcePlan& resource) {
+    const bool unmapped = library.name == kUnmappedLibrary;
+    if (fitsMap(resource.type) != unmapped) return;
+    if (unmapped)
+        throw Refusal(resource.type + " cannot be found in \"cursors.rsc\", which is not in the "
+                                      "map: put it into another library");
+    throw Refusal(resource.type + " cannot stand in a map: put it into \"cursors.rsc\", or write "
+                                  "\"map none\"");
+}
+
+void checkLibrary(const LibraryPlan& library, bool mapped) {
+    if (library.resources.empty()) throw Refusal("the library holds nothing");
+    for (const ResourcePlan& resource : library.resources) {
+        atLine(resource.line, [&] {
+            if (mapped) checkMappable(library, resource);
+            if (const auto* animation = std::get_if<AnimationPlan>(&resource.content))
+                checkAnimation(*animation);
+        });
+    }
+}
+
+void checkManifest(const Manifest& manifest) {
+    for (const PalettePlan& palette : manifest.palettes)
+        if (palette.pictures.empty() && !palette.indexed)
+            throw Refusal("the palette has no pictures", palette.line);
+    if (manifest.libraries.empty()) throw Refusal("the manifest names no library");
+    for (const LibraryPlan& library : manifest.libraries)
+        atLine(library.line, [&] { checkLibrary(library, manifest.mapIdentifier.has_value()); });
+    if (manifest.mapIdentifier && manifest.mapLine == 0) checkedIdentifier(*manifest.mapIdentifier);
+}
+
+} // namespace
+
+Manifest parseManifest(std::string_view text, std::string_view defaultIdentifier) {
+    Manifest manifest = ManifestParser(defaultIdentifier).parse(text);
+    checkManifest(manifest);
+    return manifest;
+}
+
+} // namespace rsc

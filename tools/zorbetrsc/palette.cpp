@@ -1,0 +1,135 @@
+#include "palette.h"
+
+#include "palettelift.h"
+#include "picture.h"
+#include "quantizer.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace rsc {
+
+namespace {
+
+using platform::kFirstFreeColour;
+using platform::kFirstHighStaticColour;
+using platform::kPaletteSize;
+using platform::Rgb;
+
+constexpr Rgb kPureBlack{0, 0, 0};
+constexpr Rgb kPureWhite{255, 255, 255};
+
+int brightness(Rgb colour) { return 3 * colour.red + 6 * colour.green + colour.blue; }
+
+std::uint32_t packed(Rgb colour) {
+    return std::uint32_t{colour.red} << 16 | std::uint32_t{colour.green} << 8 | colour.blue;
+}
+
+Rgb unpacked(std::uint32_t colour) {
+    return {static_cast<std::uint8_t>(colour >> 16), static_cast<std::uint8_t>(colour >> 8),
+            static_cast<std::uint8_t>(colour)};
+}
+
+} // namespace
+
+Palette Palette::fromColours(const Colours& wanted) {
+    Palette palette;
+    palette.stored_ = palette.shown_ = platform::staticPalette();
+    for (std::size_t i = kFirstFreeColour; i < kFirstHighStaticColour; ++i) {
+        palette.stored_[i] = colourToStore(wanted[i]);
+        palette.shown_[i] = liftColour(palette.stored_[i]);
+    }
+    return palette;
+}
+
+Palette Palette::fromIndexed(const Picture& picture) {
+    if (!picture.isIndexed()) throw Refusal("the picture is not indexed");
+    Colours wanted{};
+    const std::size_t count = std::min<std::size_t>(picture.palette().size(), kPaletteSize);
+    for (std::size_t i = 0; i < count; ++i) wanted[i] = picture.palette()[i].colour;
+    return fromColours(wanted);
+}
+
+std::uint8_t Palette::nearest(Rgb colour) const {
+    std::uint8_t best = kBlack;
+    int bestDistance = colourDistance(colour, shown_[kBlack]);
+    const auto consider = [&](std::uint8_t index) {
+        const int distance = colourDistance(colour, shown_[index]);
+        if (distance >= bestDistance) return;
+        bestDistance = distance;
+        best = index;
+    };
+    consider(kWhite);
+    for (int i = kFirstFreeColour; i < kFirstHighStaticColour; ++i)
+        consider(static_cast<std::uint8_t>(i));
+    return best;
+}
+
+Bytes Palette::resource() const {
+    Bytes out;
+    for (const Rgb colour : stored_) {
+        put16(out, colour.red);
+        put16(out, colour.green);
+        put16(out, colour.blue);
+    }
+    return out;
+}
+
+bool PaletteMaker::ByComponents::operator()(Rgb a, Rgb b) const { return packed(a) < packed(b); }
+
+void PaletteMaker::add(const Picture& picture) {
+    // sorting all pixels is far quicker than looking each of them up
+    std::vector<std::uint32_t> pixels;
+    pixels.reserve(picture.size());
+    for (std::size_t i = 0; i < picture.size(); ++i) {
+        const Pixel pixel = picture.pixel(i);
+        if (pixel.opaque()) pixels.push_back(packed(pixel.colour));
+    }
+    std::ranges::sort(pixels);
+    for (auto at = pixels.begin(); at != pixels.end();) {
+        const auto next = std::upper_bound(at, pixels.end(), *at);
+        histogram_[unpacked(*at)] += static_cast<unsigned>(next - at);
+        at = next;
+    }
+    histogram_.erase(kPureBlack);
+    histogram_.erase(kPureWhite);
+}
+
+Palette PaletteMaker::make() const {
+    Colours wanted{};
+    std::ranges::copy(choose(gathered()), wanted.begin() + kFirstFreeColour);
+    return Palette::fromColours(wanted);
+}
+
+/// Brings colours that are darker than any game colour to what the screen can show, so that they do
+/// not use up entries which would all look alike; the darkest of them are black.
+PaletteMaker::Histogram PaletteMaker::gathered() const {
+    Histogram reachable;
+    for (const auto& [colour, count] : histogram_) {
+        if (std::max({colour.red, colour.green, colour.blue}) >= kDarkestValue) {
+            reachable[colour] += count;
+            continue;
+        }
+        const Rgb shown = liftColour(colourToStore(colour));
+        if (colourDistance(colour, shown) < colourDistance(colour, kPureBlack))
+            reachable[shown] += count;
+    }
+    return reachable;
+}
+
+std::vector<Rgb> PaletteMaker::choose(const Histogram& histogram) {
+    std::vector<ColourCount> counts;
+    std::vector<Rgb> chosen;
+    for (const auto& [colour, count] : histogram) {
+        counts.push_back({colour, count});
+        chosen.push_back(colour);
+    }
+    if (std::ssize(chosen) > Palette::kGameColours)
+        chosen = reduceColours(counts, Palette::kGameColours);
+    std::ranges::sort(chosen, [](Rgb a, Rgb b) {
+        return std::pair(brightness(a), packed(a)) < std::pair(brightness(b), packed(b));
+    });
+    return chosen;
+}
+
+} // namespace rsc

@@ -1,0 +1,65 @@
+// The 256 colours of a scene: what a palette resource (type RRGB) stores and what the screen shows
+// after the program has lifted the game colours. Entries 0 to 9 and 246 to 255 are the platform's
+// fixed colours, whatever a resource holds there.
+#pragma once
+
+#include "bytes.h"
+#include "platform/display.h"
+
+#include <array>
+#include <map>
+#include <vector>
+
+namespace rsc {
+
+class Picture;
+
+using Colours = std::array<platform::Rgb, platform::kPaletteSize>;
+
+class Palette {
+  public:
+    static constexpr std::uint8_t kBlack = 0;
+    static constexpr std::uint8_t kWhite = 255;
+    static constexpr int kGameColours =
+        platform::kFirstHighStaticColour - platform::kFirstFreeColour;
+
+    /// Entries 10 to 245 become what comes nearest to these colours on the screen.
+    static Palette fromColours(const Colours& wanted);
+    /// The palette of an indexed picture, entry by entry; refuses any other.
+    static Palette fromIndexed(const Picture& picture);
+
+    [[nodiscard]] const Colours& shown() const { return shown_; }
+
+    /// The entry that looks most like `colour`, out of black, white and the game colours.
+    [[nodiscard]] std::uint8_t nearest(platform::Rgb colour) const;
+
+    /// The bytes of the resource: 256 times red, green and blue as little-endian words whose low
+    /// byte is the intensity.
+    [[nodiscard]] Bytes resource() const;
+
+  private:
+    Colours stored_{};
+    Colours shown_{};
+};
+
+/// Makes the palette that serves the opaque pixels of some pictures best. Their black and white are
+/// fixed colours and take no entry.
+class PaletteMaker {
+  public:
+    void add(const Picture& picture);
+    /// Refused when there are too many colours and no quantizer.
+    [[nodiscard]] Palette make() const;
+
+  private:
+    struct ByComponents {
+        bool operator()(platform::Rgb a, platform::Rgb b) const;
+    };
+    using Histogram = std::map<platform::Rgb, unsigned, ByComponents>;
+
+    [[nodiscard]] Histogram gathered() const;
+    static std::vector<platform::Rgb> choose(const Histogram& histogram);
+
+    Histogram histogram_;
+};
+
+} // namespace rsc

@@ -1,0 +1,24 @@
+// What the program does to a scene's colours before it shows them, and the way back: every game
+// colour (palette entries 10 to 245) is lifted by 0.13 in value, hue and saturation kept. A palette
+// resource therefore holds darker colours than the artist chose.
+#pragma once
+
+#include "platform/display.h"
+
+namespace rsc {
+
+/// The colour on the screen of a game colour that is stored as `stored`.
+[[nodiscard]] platform::Rgb liftColour(platform::Rgb stored);
+
+/// No game colour on the screen has a smaller largest component.
+inline constexpr int kDarkestValue = 33;
+
+/// The colour to store so that the screen shows `wanted`, or the nearest colour that it can show. A
+/// colour below kDarkestValue is brought up to it in its own hue and saturation (black to a dark
+/// grey), since the nearest by distance alone would have a tint.
+[[nodiscard]] platform::Rgb colourToStore(platform::Rgb wanted);
+
+/// Squared distance in RGB, the measure of "nearest" throughout the tool.
+[[nodiscard]] int colourDistance(platform::Rgb a, platform::Rgb b);
+
+} // namespace rsc

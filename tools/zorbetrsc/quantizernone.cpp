@@ -1,0 +1,14 @@
+// Stands in for the quantizer where libimagequant was not found.
+#include "quantizer.h"
+
+#include "refusal.h"
+
+namespace rsc {
+
+std::vector<platform::Rgb> reduceColours(std::span<const ColourCount>, int limit) {
+    throw Refusal("the pictures have more than " + std::to_string(limit) +
+                  " colours, and this program was built without libimagequant (package "
+                  "libimagequant-dev): make the palette from an indexed PNG");
+}
+
+} // namespace rsc

@@ -1,0 +1,34 @@
+// Why the tool cannot do what it was asked: a text for the author and, once it is known, the line
+// of the manifest that asked for it. Thrown where the fault is found, printed by the command.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace rsc {
+
+class Refusal : public std::runtime_error {
+  public:
+    static constexpr int kNoLine = 0;
+
+    explicit Refusal(const std::string& text, int line = kNoLine)
+        : std::runtime_error(text), line_(line) {}
+
+    [[nodiscard]] int line() const { return line_; }
+
+  private:
+    int line_;
+};
+
+/// Runs `work`; a refusal out of it that has no line yet gets this one.
+template <class Work>
+decltype(auto) atLine(int line, Work&& work) {
+    try {
+        return work();
+    } catch (const Refusal& refusal) {
+        if (refusal.line() != Refusal::kNoLine) throw;
+        throw Refusal(refusal.what(), line);
+    }
+}
+
+} // namespace rsc

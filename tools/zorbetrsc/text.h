@@ -1,0 +1,26 @@
+// Numbers out of words that people wrote.
+#pragma once
+
+#include <charconv>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace rsc {
+
+/// The whole word as a decimal number with an optional "-"; none when it is anything else or does
+/// not fit.
+[[nodiscard]] inline std::optional<int> parseNumber(std::string_view word) {
+    int value = 0;
+    const char* end = word.data() + word.size();
+    const auto [last, error] = std::from_chars(word.data(), end, value);
+    if (error != std::errc() || last != end) return std::nullopt;
+    return value;
+}
+
+/// In double quotes, for messages.
+[[nodiscard]] inline std::string quoted(std::string_view text) {
+    return std::string(1, '"').append(text).append(1, '"');
+}
+
+} // namespace rsc
