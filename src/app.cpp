@@ -3,6 +3,7 @@
 #include "commands.h"
 #include "configuration.h"
 #include "omapp.h"
+#include "omdebugwindow.h"
 #include "omistreamfile.h"
 #include "omlog.h"
 #include "ompath.h"
@@ -84,9 +85,11 @@ void runApplication(RResources& resources) {
     EffectsWindow window(centredCorner(OMPlatform().display().mode()), app.productName());
     app.setCommandHandler([](int command) { return OMLog::handleCommand(command); });
 
+    const RScriptClasses classes; // also those of components, whose commands go before their code
     const RCommands commands(window);
-    const RScriptClasses classes;
+    OMDebugWindow debugWindow;
     YEngine engine;
+    engine.setTraceWindow([&debugWindow](std::string_view text) { debugWindow.showText(text); });
     YThread thread(engine, kStartScript, locateScript);
     if (thread.isLoaded()) {
         thread.run();
