@@ -14,7 +14,7 @@ constexpr std::string_view kThing = R"(
 ; ----- lamp number # on the shelf: its place, its level and what it answers to -----
 lampOnShelf#=Lamp 12# 4 230 1#5 64 48
 set lampOnShelf# brightness levelOfLamp#
-set lampOnShelf# visible 1 ; until somebody takes it away
+set lampOnShelf# visible 1
 set lampOnShelf# lit whenLampIsLit#
 set lampOnShelf# picked whenLampIsPicked#
 levelOfLamp#=(10+#*3)%100
@@ -36,7 +36,8 @@ procedure whenLampIsLit# whoLitTheLamp
         play lampOnShelf# blink 2 150
     ]
 ]
-procedure whenLampIsPicked# ; a click, or the end of a drag over the shelf
+; a click, or the end of a drag over the shelf
+procedure whenLampIsPicked#
 [
     suspend
     get lampOnShelf# brightness brightnessNow
@@ -51,7 +52,7 @@ procedure whenLampIsPicked# ; a click, or the end of a drag over the shelf
         titleOfShelf=nameOfShelf+": "+(brightnessNow\2)+'/'+~nameOfShelf
     ]
     totalBrightness=totalBrightness+brightnessNow/3-0.25
-    shelf.lastLampThatWasLit.place=brightnessNow ; remembered by lamp
+    shelf.lastLampThatWasLit.place=brightnessNow
     resume
 ]
 procedure fadeLamp# lampToFade paceOfFading
