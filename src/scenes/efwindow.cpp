@@ -1,9 +1,9 @@
 #include "efwindow.h"
 
+#include "omapp.h"
 #include "omdebug.h"
 #include "omistream.h"
 #include "omlog.h"
-#include "omapp.h"
 #include "omplatform.h"
 
 using platform::Point;
