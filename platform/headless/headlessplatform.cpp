@@ -19,11 +19,14 @@ HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
       files_(options.host), modules_(options.resources, options.versionStrings),
       display_(options.screen, report_), events_(options.timeline, options.untilMs, clock_,
                                                  display_, orElse(options.notes, std::cerr)),
-      dialogs_(options.timeline, clock_, files_, report_, orElse(options.notes, std::cerr)) {}
+      dialogs_(options.timeline, clock_, files_, report_, orElse(options.notes, std::cerr)),
+      recorder_(options.recordSound, orElse(options.notes, std::cerr)),
+      waveOut_(clock_, recorder_) {}
 
 void HeadlessPlatform::programEnds(int exitCode) {
     if (endReported_) return;
     endReported_ = true;
+    waveOut_.close(); // completes what was recorded
     const std::string_view cause = events_.quitCause();
     if (exitCode != 0 || cause.empty()) {
         report_.line("end", {std::to_string(exitCode)});

@@ -4,6 +4,7 @@
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
+#include "platform/sdl/sdlwaveout.h"
 #include "platform/sdl/sdlwindow.h"
 
 #include <cstdio>
@@ -48,6 +49,7 @@ class SdlPlatform final : public Platform {
     [[nodiscard]] Dialogs& dialogs() override { return dialogs_; }
     [[nodiscard]] Files& files() override { return files_; }
     [[nodiscard]] Modules& modules() override { return modules_; }
+    [[nodiscard]] WaveOut& waveOut() override { return waveOut_; }
 
     void mainLoopBegins() override { display_.showWindow(); }
     void passEnded() override {
@@ -69,6 +71,7 @@ class SdlPlatform final : public Platform {
     HostFiles files_;
     HostModules modules_;
     SdlDialogs dialogs_;
+    SdlWaveOut waveOut_;
 };
 
 } // namespace

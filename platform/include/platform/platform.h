@@ -9,6 +9,7 @@
 #include "platform/events.h"
 #include "platform/files.h"
 #include "platform/modules.h"
+#include "platform/waveout.h"
 
 #include <cstdint>
 
@@ -24,6 +25,7 @@ class Platform {
     [[nodiscard]] virtual Dialogs& dialogs() = 0;
     [[nodiscard]] virtual Files& files() = 0;
     [[nodiscard]] virtual Modules& modules() = 0;
+    [[nodiscard]] virtual WaveOut& waveOut() = 0;
 
     /// Called once, right before the first pass of the main loop: input that is known beforehand
     /// counts its time from here.
