@@ -63,6 +63,7 @@ class TestPlatform : public platform::Platform {
     platform::Dialogs& dialogs() override { std::abort(); }
     platform::Files& files() override { std::abort(); }
     platform::Modules& modules() override { return modules_; }
+    platform::WaveOut& waveOut() override { std::abort(); }
     void mainLoopBegins() override {}
     void passEnded() override {}
     void programEnds(int) override {}
