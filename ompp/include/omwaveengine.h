@@ -60,8 +60,8 @@ class OMWaveEngine {
     void setMinNumBuffersInQueue(int count);
 
     /// Whether both standard rates can be opened. The device stays open only if `keepOpen` is set,
-    /// from then on also when all sounds have ended. A device that is open is left alone and
-    /// counts as available.
+    /// from then on also when all sounds have ended. A device that is open already is available; it
+    /// is not disturbed while sounds need it.
     bool testDevice(bool keepOpen);
     [[nodiscard]] bool keepsDeviceOpen() const { return keepOpen_; }
 

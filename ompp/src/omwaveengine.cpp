@@ -90,7 +90,10 @@ void OMWaveEngine::setMinNumBuffersInQueue(int count) {
 bool OMWaveEngine::testDevice(bool keepOpen) {
     keepOpen_ = keepOpen;
     if (yields_ > 0) return false;
-    if (device_.isOpen()) return true;
+    if (device_.isOpen()) {
+        if (!keepOpen) settle();
+        return true;
+    }
     if (!device_.open(kLowRate)) return false;
     device_.close();
     const bool available = device_.open(kHighRate);

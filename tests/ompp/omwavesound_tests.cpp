@@ -347,6 +347,7 @@ TEST_F(OMWaveSoundTest, TheDeviceIsOpenAtTheFirstSoundsRate) {
     EXPECT_EQ(std::exchange(device.opened, {}), (Rates{11025, 22050, 11025})) << "and not reopened";
     run(80);
     EXPECT_TRUE(engine.testDevice(false));
+    EXPECT_FALSE(device.isOpen());
     b->resume();
     b->play(true);
     run(200);
