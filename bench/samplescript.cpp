@@ -9,66 +9,67 @@ namespace {
 
 constexpr std::size_t kWantedSize = 60'000; ///< bytes; scripts end at 65,535
 
-/// One thing of the scene with its data, its handler and its helpers. "#" stands for a number.
+/// One thing of the scene with its data, its handlers and a helper. "#" stands for a number.
 constexpr std::string_view kThing = R"(
-; ----- the lamp number # on the shelf -----
-lamp#=Lamp 12# 4 230 1#5 64 48
-set lamp# brightness level#
-set lamp# visible 1
-set lamp# lit onLit#
-set lamp# picked onPicked#
-level#=10+#*3
-note.#="the lamp "+#+' of '+count
-list#=[ red green blue "light grey" 1#0 -4 0.75
-procedure onLit# who
+; ----- lamp number # on the shelf: its place, its level and what it answers to -----
+lampOnShelf#=Lamp 12# 4 230 1#5 64 48
+set lampOnShelf# brightness levelOfLamp#
+set lampOnShelf# visible 1
+set lampOnShelf# lit whenLampIsLit#
+set lampOnShelf# picked whenLampIsPicked#
+levelOfLamp#=(10+#*3)%100
+noteOnLamp.#="the lamp "+#+' of the shelf, seen '+countOfVisits+" times"
+coloursOfLamp#=[ red green blue yellow "light grey" "dark grey" 1#0 -4 0.75
+procedure whenLampIsLit# whoLitTheLamp
 [
-	count=count+1
-	lastLit=#
-	if count>limit
-	[
-		count=0
-		call fade# lamp# 0.5
-		play lamp# fade 12 }
-	]
-	else
-	[
-		set lamp# brightness (level#+count*5)%100
-		play lamp# blink 2 150
-	]
+    countOfVisits=countOfVisits+1
+    lastLampThatWasLit=lampOnShelf#
+    if (countOfVisits>limitOfVisits)+(levelOfLamp#>90)
+    [
+        countOfVisits=0
+        call fadeLamp# lampOnShelf# 0.5
+        play lampOnShelf# fade 12 levelOfLamp# }
+    ]
+    else
+    [
+        set lampOnShelf# brightness (levelOfLamp#+countOfVisits*5)%100
+        play lampOnShelf# blink 2 150
+    ]
 ]
-procedure onPicked#
+; a click, or the end of a drag over the shelf
+procedure whenLampIsPicked#
 [
-	suspend
-	get lamp# brightness now
-	if (now>50)*(state#='on')
-	[
-		state#=off
-		say lamp# is off after count rounds
-	]
-	else
-	[
-		state#="on"
-		title#=name+": "+(now\2)+'/'+~name
-	]
-	total=total+now/3-0.25
-	shelf.lastLit.place=now
-	resume
+    suspend
+    get lampOnShelf# brightness brightnessNow
+    if (brightnessNow>50)*(stateOfLamp#='on')
+    [
+        stateOfLamp#=off
+        say lampOnShelf# is off after countOfVisits visits, level brightnessNow
+    ]
+    else
+    [
+        stateOfLamp#="on"
+        titleOfShelf=nameOfShelf+": "+(brightnessNow\2)+'/'+~nameOfShelf
+    ]
+    totalBrightness=totalBrightness+brightnessNow/3-0.25
+    shelf.lastLampThatWasLit.place=brightnessNow
+    resume
 ]
-procedure fade# which pace
+procedure fadeLamp# lampToFade paceOfFading
 [
-	for n# 100 0 -5
-	[
-		set which brightness n#
-		pause 0.05
-		if key|1|1='q'
-			break
-		if n#%20=0
-			continue
-		item.n#=item.n#+n#*pace
-	]
-	light room# pace
-	idle 12.5 onPicked#
-	short#=title#|3|5
+    for stepOfFading# 100 0 -5
+    [
+        set lampToFade brightness stepOfFading#
+        pause 0.05*paceOfFading
+        if lastKeyThatWasPressed|1|1='q'
+            break
+        if stepOfFading#%20=0
+            continue
+        brightnessAfter.stepOfFading#=brightnessAfter.stepOfFading#+stepOfFading#*paceOfFading
+    ]
+    light roomBehindShelf# paceOfFading
+    idle 12.5 whenLampIsPicked#
+    shortTitleOfShelf=titleOfShelf|3|5
 ]
 )";
 
@@ -76,7 +77,8 @@ procedure fade# which pace
 
 SampleScript makeSampleScript() {
     SampleScript script;
-    script.text = "yield off\ncount=0\ntotal=0\nlimit=7\nname=shelf\n";
+    script.text = "yield off\ncountOfVisits=0\ntotalBrightness=0\nlimitOfVisits=7\n"
+                  "nameOfShelf=shelf\n";
     for (int number = 1;; ++number) {
         std::string thing;
         for (const char c : kThing) {

@@ -5,6 +5,7 @@
 #include "configuration.h"
 #include "gamesounds.h"
 #include "omapp.h"
+#include "omdebugwindow.h"
 #include "omistreamfile.h"
 #include "omlog.h"
 #include "ompath.h"
@@ -90,12 +91,14 @@ void runApplication(RResources& resources, OMWaveEngine& soundEngine) {
     app.setBackgroundLink([&soundEngine] { soundEngine.suspend(); });
     app.setForegroundLink([&soundEngine] { soundEngine.resume(); });
 
+    const RScriptClasses classes; // also those of components, whose commands go before their code
     RGameSounds sounds(resources);
     const RAnimationSounds animationSounds(resources);
     const RCommands commands(window);
     RRegisterSoundCommands(sounds);
-    const RScriptClasses classes;
+    OMDebugWindow debugWindow;
     YEngine engine;
+    engine.setTraceWindow([&debugWindow](std::string_view text) { debugWindow.showText(text); });
     YThread thread(engine, kStartScript, locateScript);
     if (thread.isLoaded()) {
         thread.run();

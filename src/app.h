@@ -1,5 +1,5 @@
-// The game's main procedure: brings the program up in a fixed order, runs the main loop until the game
-// ends, and takes everything down in reverse.
+// The game's main procedure: brings the program up in a fixed order, runs the main loop until the
+// game ends, and takes everything down in reverse.
 #pragma once
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "commands.h"
 
-#include "omapp.h"
 #include "omao.h"
+#include "omapp.h"
 #include "omlog.h"
 #include "omplatform.h"
 #include "omrandom.h"
@@ -17,10 +17,73 @@ namespace {
 
 OMSArguments& arguments() { return OMSArguments::global(); }
 
-void messageBox() { OMApp::getApp()->alert(arguments().next()); }
+} // namespace
+
+struct RCommands::Row {
+    std::string_view name;
+    void (RCommands::*run)();
+};
+
+constexpr RCommands::Row RCommands::kRows[] = {
+    {"CloseFile", &RCommands::closeFile},
+    {"DisplayScreen", &RCommands::displayScreen},
+    {"EndTransition", &RCommands::endTransition},
+    {"FreezeScreen", &RCommands::freezeScreen},
+    {"GoToBlack", &RCommands::goToBlack},
+    {"IntersectTest", &RCommands::intersectTest},
+    {"LogMessage", &RCommands::logMessage},
+    {"MessageBox", &RCommands::messageBox},
+    {"OpenFile", &RCommands::openFile},
+    {"RandomNumber", &RCommands::randomNumber},
+    {"Scene", &RCommands::scene},
+    {"SetCorralTrinketNormalization", &RCommands::setCorralTrinketNormalization},
+    {"SetDebugLevel", &RCommands::setDebugLevel},
+    {"SetDoubleClicksEnabled", &RCommands::setDoubleClicksEnabled},
+    {"SetUseEmbeddedAnimationCoordinates", &RCommands::setUseEmbeddedAnimationCoordinates},
+    {"StartTransition", &RCommands::startTransition},
+    {"WriteToFile", &RCommands::writeToFile},
+};
+
+RCommands::RCommands(EffectsWindow& window) : window_(window) {
+    for (const Row& row : kRows) YCommands::add(row.name, OMLinkToObj(this, row.run));
+}
+
+RCommands::~RCommands() { YCommands::clear(); }
+
+void RCommands::registerNames() {
+    for (const Row& row : kRows) YCommands::add(row.name, nullptr);
+}
+
+void RCommands::closeFile() { output_.reset(); }
+
+void RCommands::displayScreen() { window_.displayScreen(); }
+
+void RCommands::endTransition() { window_.endTransition(arguments().nextInteger() != 0); }
+
+void RCommands::freezeScreen() { window_.freezeScreen(); }
+
+void RCommands::goToBlack() { window_.goToBlack(); }
+
+void RCommands::intersectTest() {
+    const auto next = [] {
+        return dynamic_cast<OMTrinket*>(OMScriptableObject::named(arguments().next()));
+    };
+    const OMTrinket* a = next();
+    const OMTrinket* b = next();
+    OMScriptableObject::setResult(a && b && a->intersects(*b) ? 1 : 0);
+}
+
+void RCommands::logMessage() { OMLog::write(OMLog::Kind::Message, arguments().next()); }
+
+void RCommands::messageBox() { OMApp::getApp()->alert(arguments().next()); }
+
+void RCommands::openFile() {
+    output_.reset();
+    output_ = OMPlatform().files().open(arguments().next(), platform::OpenMode::Write);
+}
 
 /// RESULT gets a number from `low` to `high`; with a third argument never that one.
-void randomNumber() {
+void RCommands::randomNumber() {
     std::int64_t low = arguments().nextInteger();
     std::int64_t high = arguments().nextInteger();
     const std::string exclude = arguments().next();
@@ -34,59 +97,27 @@ void randomNumber() {
     OMScriptableObject::setResult(static_cast<int>(low + drawn));
 }
 
-void intersectTest() {
-    const auto next = [] {
-        return dynamic_cast<OMTrinket*>(OMScriptableObject::named(arguments().next()));
-    };
-    const OMTrinket* a = next();
-    const OMTrinket* b = next();
-    OMScriptableObject::setResult(a && b && a->intersects(*b) ? 1 : 0);
-}
-
-void logMessage() { OMLog::write(OMLog::Kind::Message, arguments().next()); }
-void setDebugLevel() { OMLog::setLevel(arguments().nextInteger()); }
-
-} // namespace
-
-RCommands::RCommands(EffectsWindow& window) : window_(window) {
-    YCommands::add("CloseFile", [this] { output_.reset(); });
-    YCommands::add("DisplayScreen", [this] { window_.displayScreen(); });
-    YCommands::add("EndTransition", [this] { endTransition(); });
-    YCommands::add("FreezeScreen", [this] { window_.freezeScreen(); });
-    YCommands::add("GoToBlack", [this] { window_.goToBlack(); });
-    YCommands::add("IntersectTest", intersectTest);
-    YCommands::add("MessageBox", messageBox);
-    YCommands::add("OpenFile", [this] { openFile(); });
-    YCommands::add("RandomNumber", randomNumber);
-    YCommands::add("Scene", [this] { scene(); });
-    YCommands::add("SetCorralTrinketNormalization",
-                   [] { OMTrinket::setCorralNormalization(arguments().nextInteger() != 0); });
-    YCommands::add("SetDoubleClicksEnabled",
-                   [this] { window_.setDoubleClicksEnabled(arguments().nextInteger() != 0); });
-    YCommands::add("SetUseEmbeddedAnimationCoordinates", [] {
-        OMAnimation::setUseEmbeddedAnimationCoordinates(arguments().nextInteger() != 0);
-    });
-    YCommands::add("StartTransition", [this] { window_.startTransition(); });
-    YCommands::add("WriteToFile", [this] { writeToFile(); });
-
-    YCommands::add("LogMessage", logMessage);
-    YCommands::add("SetDebugLevel", setDebugLevel);
-}
-
-RCommands::~RCommands() { YCommands::clear(); }
-
 void RCommands::scene() {
     const int image = arguments().nextInteger();
     const int palette = arguments().hasNext() ? arguments().nextInteger() : image;
     window_.restorePalette(image, palette);
 }
 
-void RCommands::endTransition() { window_.endTransition(arguments().nextInteger() != 0); }
-
-void RCommands::openFile() {
-    output_.reset();
-    output_ = OMPlatform().files().open(arguments().next(), platform::OpenMode::Write);
+void RCommands::setCorralTrinketNormalization() {
+    OMTrinket::setCorralNormalization(arguments().nextInteger() != 0);
 }
+
+void RCommands::setDebugLevel() { OMLog::setLevel(arguments().nextInteger()); }
+
+void RCommands::setDoubleClicksEnabled() {
+    window_.setDoubleClicksEnabled(arguments().nextInteger() != 0);
+}
+
+void RCommands::setUseEmbeddedAnimationCoordinates() {
+    OMAnimation::setUseEmbeddedAnimationCoordinates(arguments().nextInteger() != 0);
+}
+
+void RCommands::startTransition() { window_.startTransition(); }
 
 void RCommands::writeToFile() {
     if (!output_) return;

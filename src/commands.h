@@ -5,7 +5,6 @@
 #include "platform/files.h"
 
 #include <memory>
-#include <string>
 
 class EffectsWindow;
 
@@ -18,10 +17,31 @@ class RCommands {
     RCommands(const RCommands&) = delete;
     RCommands& operator=(const RCommands&) = delete;
 
+    /// Registers the names alone, with functions that do nothing, for whoever compiles scripts
+    /// without running them.
+    static void registerNames();
+
   private:
-    void scene();
+    struct Row;
+    static const Row kRows[];
+
+    // One function a command, in the order of their names.
+    void closeFile();
+    void displayScreen();
     void endTransition();
+    void freezeScreen();
+    void goToBlack();
+    void intersectTest();
+    void logMessage();
+    void messageBox();
     void openFile();
+    void randomNumber();
+    void scene();
+    void setCorralTrinketNormalization();
+    void setDebugLevel();
+    void setDoubleClicksEnabled();
+    void setUseEmbeddedAnimationCoordinates();
+    void startTransition();
     void writeToFile();
 
     EffectsWindow& window_;

@@ -6,7 +6,6 @@
 namespace {
 
 constexpr double kFullComponent = 65535;
-constexpr double kLift = 0.13;
 constexpr std::uint16_t kNearlyWhite = 65280;
 constexpr std::uint16_t kWhiteReplacement = 65024;
 constexpr std::uint16_t kNearlyBlack = 257;
@@ -28,9 +27,12 @@ Hsv toHsv(const OMColor& color) {
     hsv.value = largest / kFullComponent;
     if (spread == 0) return hsv;
     hsv.saturation = spread / largest;
-    if (red == largest) hsv.hue = 60 * ((green - blue) / spread);
-    else if (green == largest) hsv.hue = 60 * (2 + (blue - red) / spread);
-    else hsv.hue = 60 * (4 + (red - green) / spread);
+    if (red == largest)
+        hsv.hue = 60 * ((green - blue) / spread);
+    else if (green == largest)
+        hsv.hue = 60 * (2 + (blue - red) / spread);
+    else
+        hsv.hue = 60 * (4 + (red - green) / spread);
     if (hsv.hue < 0) hsv.hue += 360;
     return hsv;
 }
@@ -55,9 +57,11 @@ OMColor toColor(const Hsv& hsv) {
     }
 }
 
-OMColor lifted(const OMColor& color) {
-    Hsv hsv = toHsv(color);
-    hsv.value = std::min(hsv.value + kLift, 1.0);
+} // namespace
+
+OMColor RLiftColor(const OMColor& stored) {
+    Hsv hsv = toHsv(stored);
+    hsv.value = std::min(hsv.value + kRPaletteLift, 1.0);
     const OMColor result = toColor(hsv);
     const auto smallest = std::min({result.red(), result.green(), result.blue()});
     const auto largest = std::max({result.red(), result.green(), result.blue()});
@@ -66,10 +70,8 @@ OMColor lifted(const OMColor& color) {
     return result;
 }
 
-} // namespace
-
 void RLiftPalette(OMPalette& colors) {
     std::transform(colors.begin() + platform::kFirstFreeColour,
                    colors.begin() + platform::kFirstHighStaticColour,
-                   colors.begin() + platform::kFirstFreeColour, lifted);
+                   colors.begin() + platform::kFirstFreeColour, RLiftColor);
 }

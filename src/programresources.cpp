@@ -19,8 +19,9 @@ struct Text {
     std::string_view text;
 };
 constexpr Text kTexts[] = {
-    {warningtext::kCannotReadCd, "O Zorbet n\xE3o consegue ler o seu CD. Veja se o disco est\xE1 na "
-                                 "unidade e se est\xE1 limpo, e comece de novo."sv},
+    {warningtext::kCannotReadCd,
+     "O Zorbet n\xE3o consegue ler o seu CD. Veja se o disco est\xE1 na "
+     "unidade e se est\xE1 limpo, e comece de novo."sv},
 };
 
 constexpr platform::VersionString kVersion[] = {

@@ -1,5 +1,5 @@
-// What the program carries itself: its texts and its version strings. All texts that a translator has
-// to know are in the table of programresources.cpp.
+// What the program carries itself: its texts and its version strings. All texts that a translator
+// has to know are in the table of programresources.cpp.
 #pragma once
 
 #include "platform/host/hostmodules.h"

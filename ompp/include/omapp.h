@@ -1,5 +1,5 @@
-// The application object: one per process. It owns the list of periodic tasks, takes the messages of
-// the platform, hands mouse and keys to its windows and runs the main loop.
+// The application object: one per process. It owns the list of periodic tasks, takes the messages
+// of the platform, hands mouse and keys to its windows and runs the main loop.
 //
 // One pass of the loop handles at most one message, then gives the windows their idle time and runs
 // every task once. Nothing waits inside a pass, so a host that has a loop of its own can call it.
@@ -23,11 +23,11 @@ class OMApp {
   public:
     /// How the main window stands on the screen.
     enum class DisplayMode : std::uint8_t {
-        Overlapped = 0,   ///< an overlapped window with sizing frame at the rectangle
-        Captioned = 1,    ///< caption, system menu and minimise box, covering the desktop
-        PopUp = 2,        ///< pop-up with system menu: covering the desktop, or at the upper left
-        PopUpMinimise = 3,///< as PopUp with a minimise box, covering the desktop
-        FullScreen = 4,   ///< exclusive full screen
+        Overlapped = 0,    ///< an overlapped window with sizing frame at the rectangle
+        Captioned = 1,     ///< caption, system menu and minimise box, covering the desktop
+        PopUp = 2,         ///< pop-up with system menu: covering the desktop, or at the upper left
+        PopUpMinimise = 3, ///< as PopUp with a minimise box, covering the desktop
+        FullScreen = 4,    ///< exclusive full screen
     };
     static constexpr std::uint32_t kAlertStyle = 0x3000; ///< OK, task-modal and system-modal
 
@@ -40,6 +40,8 @@ class OMApp {
     [[nodiscard]] static OMApp* getApp() { return instance_; }
 
     [[nodiscard]] DisplayMode displayMode() const { return displayMode_; }
+    [[nodiscard]] const platform::Rect& rectangle() const { return rectangle_; }
+    [[nodiscard]] int depth() const { return depth_; }
     [[nodiscard]] const std::string& productName() const { return productName_; }
     [[nodiscard]] bool isRunning() const { return running_; }
     [[nodiscard]] OMTaskList& tasks() { return tasks_; }
@@ -56,6 +58,9 @@ class OMApp {
     /// A message box owned by the main window.
     void alert(std::string_view text, std::uint32_t style = kAlertStyle,
                std::string_view caption = "Alert");
+
+    /// Drops all input that waits; no window has the mouse afterwards.
+    void discardInput();
 
     /// While set, a pass waits for a message and does no idle work and no tasks.
     void setWaitForMessages(bool wait) { waitForMessages_ = wait; }

@@ -43,7 +43,8 @@ struct Failure {
 /// A fatal check. `condition` is the text of the condition that must not hold, or of the rule.
 inline void require(bool holds, std::string_view condition, std::string_view message,
                     Place place = Place::here()) {
-    if (!holds) [[unlikely]] fatal(condition, message, place);
+    if (!holds) [[unlikely]]
+        fatal(condition, message, place);
 }
 
 /// A non-fatal check: returns `holds`.
@@ -55,7 +56,6 @@ void setCheckListener(OMLinkTo<void(const Failure&)> listener);
 
 /// The two rules of every framework object's constructor: no global instances, and no instance
 /// before the application object. Fatal.
-void requireApp(std::string_view className,
-                Place place = Place::here());
+void requireApp(std::string_view className, Place place = Place::here());
 
 } // namespace OMDebug

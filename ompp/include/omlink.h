@@ -3,19 +3,23 @@
 // calls nobody.
 #pragma once
 
+#include <cstddef>
 #include <functional>
+#include <type_traits>
 #include <utility>
 
-template <class Signature> class OMLinkTo;
+template <class Signature>
+class OMLinkTo;
 
-template <class Result, class... Arguments> class OMLinkTo<Result(Arguments...)> {
+template <class Result, class... Arguments>
+class OMLinkTo<Result(Arguments...)> {
   public:
     OMLinkTo() = default;
     OMLinkTo(std::nullptr_t) {}
     /// Any function or function object of the signature; see OMLinkToObj for member functions.
     template <class Function>
-        requires(!std::is_same_v<std::decay_t<Function>, OMLinkTo>)
-    OMLinkTo(Function function) : function_(std::move(function)) {}
+    requires(!std::is_same_v<std::decay_t<Function>, OMLinkTo>) OMLinkTo(Function function)
+        : function_(std::move(function)) {}
 
     [[nodiscard]] explicit operator bool() const { return static_cast<bool>(function_); }
 
@@ -38,4 +42,10 @@ OMLinkTo<Result(Arguments...)> OMLinkToObj(Object* object, Result (Object::*memb
     return [object, member](Arguments... arguments) {
         return (object->*member)(std::forward<Arguments>(arguments)...);
     };
+}
+
+/// A link that calls a plain function.
+template <class Result, class... Arguments>
+OMLinkTo<Result(Arguments...)> OMLinkToFct(Result (*function)(Arguments...)) {
+    return function;
 }

@@ -1,5 +1,6 @@
-// The framework's doubly linked list of pointers. What sets it apart from a standard container: while
-// `apply` visits the items, the visited item may remove itself or any others, or add new ones.
+// The framework's doubly linked list of pointers. What sets it apart from a standard container:
+// while `apply` visits the items, the visited item may remove itself or any others, or add new
+// ones.
 //
 // The list does not own its items. Main thread only.
 #pragma once
@@ -12,9 +13,11 @@
 #include <memory>
 #include <utility>
 
-template <class T> class OMListLocator;
+template <class T>
+class OMListLocator;
 
-template <class T> class OMList {
+template <class T>
+class OMList {
   public:
     /// Applies may be nested this deep on one list; one more is a fatal error.
     static constexpr int kApplyDepth = 3;
@@ -34,7 +37,8 @@ template <class T> class OMList {
 
     /// Inserts `item` before the first listed item for which `isBehind(listed)` holds, else at the
     /// end.
-    template <class Predicate> void insertWhere(T* item, Predicate isBehind) {
+    template <class Predicate>
+    void insertWhere(T* item, Predicate isBehind) {
         OMListElement* element = head_;
         while (element && !isBehind(*element->item)) element = element->next;
         insertBefore(element, item);
@@ -54,21 +58,24 @@ template <class T> class OMList {
         while (head_) unlink(head_);
     }
 
-    template <class Predicate> [[nodiscard]] T* find(Predicate predicate) const {
+    template <class Predicate>
+    [[nodiscard]] T* find(Predicate predicate) const {
         for (const OMListElement* element = head_; element; element = element->next)
             if (predicate(*element->item)) return element->item;
         return nullptr;
     }
 
     /// As find, from the end to the start.
-    template <class Predicate> [[nodiscard]] T* findLast(Predicate predicate) const {
+    template <class Predicate>
+    [[nodiscard]] T* findLast(Predicate predicate) const {
         for (const OMListElement* element = tail_; element; element = element->previous)
             if (predicate(*element->item)) return element->item;
         return nullptr;
     }
 
     /// Calls `function` with every item from head to tail. The function may change the list.
-    template <class Function> void apply(Function function) {
+    template <class Function>
+    void apply(Function function) {
         OMDebug::require(tos_ < kApplyDepth, "tos > 1", "too many nested calls to apply");
         const int slot = tos_++;
         OMListElement* element = head_;
@@ -113,7 +120,8 @@ template <class T> class OMList {
 };
 
 /// A read cursor over a list that does not change meanwhile.
-template <class T> class OMListLocator {
+template <class T>
+class OMListLocator {
   public:
     explicit OMListLocator(const OMList<T>& list) : list_(&list), element_(list.head_) {}
 

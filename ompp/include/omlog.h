@@ -1,6 +1,6 @@
-// The log file "zorbelog.txt": a plain text file that every part of the program adds lines to. It is
-// opened and closed for every write, in the current directory or, where that cannot be written, in
-// the home directory. A line that can be written in neither place is lost.
+// The log file "zorbelog.txt": a plain text file that every part of the program adds lines to. It
+// is opened and closed for every write, in the current directory or, where that cannot be written,
+// in the home directory. A line that can be written in neither place is lost.
 #pragma once
 
 #include "omformat.h"
@@ -18,7 +18,8 @@ enum Level : int { kNone = 0, kErrors = 1, kWarnings = 2, kAll = 3 };
 void write(Kind kind, std::string_view text);
 
 /// As write, with the text formatted as printf does.
-template <class... Arguments> void writef(Kind kind, const char* format, Arguments... arguments) {
+template <class... Arguments>
+void writef(Kind kind, const char* format, Arguments... arguments) {
     write(kind, OMFormat(format, arguments...));
 }
 

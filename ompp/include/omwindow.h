@@ -1,5 +1,5 @@
-// The framework's window: a rectangle of the screen that receives the input and the idle time of the
-// application. What it shows is its heir's business.
+// The framework's window: a rectangle of the screen that receives the input and the idle time of
+// the application. What it shows is its heir's business.
 #pragma once
 
 #include "platform/events.h"

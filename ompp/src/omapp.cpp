@@ -3,8 +3,7 @@
 #include "omdebug.h"
 #include "omplatform.h"
 #include "omwindow.h"
-
-#include <cstring>
+#include "omwndcanvas.h"
 
 using platform::Message;
 using platform::Point;
@@ -14,11 +13,12 @@ OMApp* OMApp::instance_ = nullptr;
 
 namespace {
 
-void clearScreen(const Rect& area) {
-    platform::Display& display = OMPlatform().display();
-    platform::Surface& screen = display.screen();
-    for (int y = 0; y < screen.height(); ++y) std::memset(screen.row(y), 0, screen.stride());
-    display.present(area);
+/// The main window covers the whole desktop.
+void fillScreen(const OMColor& color) {
+    const Rect screen = OMPlatform().display().screen().bounds();
+    OMWndCanvas canvas(screen);
+    canvas.setColor(color);
+    canvas.fillRect(screen);
 }
 
 bool contains(const Rect& rectangle, Point point) {
@@ -40,7 +40,7 @@ OMApp::OMApp(DisplayMode mode, const OMColor& background, const Rect& rectangle,
     productName_ = OMPlatform().modules().versionString("ProductName");
     platform::Display& display = OMPlatform().display();
     display.setTitle(productName_);
-    clearScreen(display.screen().bounds());
+    fillScreen(background_);
 }
 
 OMApp::~OMApp() { instance_ = nullptr; }
@@ -78,6 +78,11 @@ void OMApp::alert(std::string_view text, std::uint32_t style, std::string_view c
     OMPlatform().dialogs().messageBox(text, caption, style);
 }
 
+void OMApp::discardInput() {
+    OMPlatform().events().discardInput();
+    capture_ = nullptr;
+}
+
 void OMApp::dispatch(const Message& message) {
     switch (message.kind) {
     case Message::Kind::Null: return;
@@ -100,9 +105,7 @@ void OMApp::dispatch(const Message& message) {
     case Message::Kind::Command: commandHandler_(message.command); return;
     case Message::Kind::Background: backgroundLink_(); return;
     case Message::Kind::Foreground: foregroundLink_(); return;
-    case Message::Kind::Expose:
-        windows_.apply([](OMWindow& window) { window.expose(); });
-        return;
+    case Message::Kind::Expose: windows_.apply([](OMWindow& window) { window.expose(); }); return;
     case Message::Kind::Quit: stop(); return;
     }
 }

@@ -25,9 +25,9 @@ OMLinkTo<void(const Failure&)>& checkListener() {
 std::string fatalText(const Failure& failure) {
     const std::string line = "Line # " + std::to_string(failure.line) + "\n";
     std::string text = std::string(kFatalCaption) + "\n";
-    for (std::string_view piece : {failure.condition, std::string_view("\n\n"), failure.file,
-                                   std::string_view("\n"), std::string_view(line),
-                                   failure.message}) {
+    for (std::string_view piece :
+         {failure.condition, std::string_view("\n\n"), failure.file, std::string_view("\n"),
+          std::string_view(line), failure.message}) {
         if (text.size() + piece.size() >= kFatalTextSize) break;
         text += piece;
     }
@@ -41,8 +41,7 @@ void fatal(std::string_view condition, std::string_view message, Place place) {
     std::abort(); // terminate is virtual: compilers do not trust it not to return
 }
 
-bool check(bool holds, std::string_view condition, std::string_view message,
-           Place place) {
+bool check(bool holds, std::string_view condition, std::string_view message, Place place) {
     if (!holds) checkListener()({condition, message, place.file, place.line});
     return holds;
 }
@@ -52,14 +51,15 @@ void setCheckListener(OMLinkTo<void(const Failure&)> listener) {
 }
 
 void requireApp(std::string_view className, Place place) {
-    if (OMApp::getApp()) [[likely]] return;
+    if (OMApp::getApp()) [[likely]]
+        return;
     const std::string name(className);
     // Before the platform is installed only static initialisers run.
     if (!OMHasPlatform()) {
-        const std::string text = name + "::" + name + " - global instances of " + name +
-                                 " are not allowed!";
-        std::fprintf(stderr, "%s\n", fatalText({"!OMApp::isInitialized()", text, place.file,
-                                                place.line}).c_str());
+        const std::string text =
+            name + "::" + name + " - global instances of " + name + " are not allowed!";
+        std::fprintf(stderr, "%s\n",
+                     fatalText({"!OMApp::isInitialized()", text, place.file, place.line}).c_str());
         std::exit(kFatalExitCode);
     }
     fatal("OMApp::getApp() == NULL",

@@ -74,9 +74,8 @@ void setLevel(int level) {
 int level() { return state().level; }
 
 bool handleCommand(int command) {
-    const int level = command - kFirstLevelCommand;
-    if (!isLevel(level)) return false;
-    setLevel(level);
+    if (command < kFirstLevelCommand || command > kFirstLevelCommand + kAll) return false;
+    setLevel(command - kFirstLevelCommand);
     return true;
 }
 

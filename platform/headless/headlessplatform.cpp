@@ -1,5 +1,7 @@
 #include "platform/headless/headlessplatform.h"
 
+#include "platform/headless/headlesstextwindow.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -16,12 +18,17 @@ std::ostream& orElse(std::ostream* chosen, std::ostream& usual) { return chosen 
 
 HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
     : stepMs_(std::max(options.stepMs, 1u)), report_(orElse(options.report, std::cout), clock_),
-      files_(options.host), modules_(options.resources, options.versionStrings),
+      files_(options.host), modules_(files_, options.resources, options.versionStrings),
       display_(options.screen, report_), events_(options.timeline, options.untilMs, clock_,
                                                  display_, orElse(options.notes, std::cerr)),
       dialogs_(options.timeline, clock_, files_, report_, orElse(options.notes, std::cerr)),
       recorder_(options.recordSound, orElse(options.notes, std::cerr)),
       waveOut_(clock_, recorder_) {}
+
+std::unique_ptr<TextWindow> HeadlessPlatform::openTextWindow(const TextWindowRequest& request,
+                                                             TextWindowOwner&) {
+    return std::make_unique<HeadlessTextWindow>(request, report_);
+}
 
 void HeadlessPlatform::programEnds(int exitCode) {
     if (endReported_) return;

@@ -49,6 +49,10 @@ class HeadlessPlatform final : public Platform {
     [[nodiscard]] Modules& modules() override { return modules_; }
     [[nodiscard]] HeadlessWaveOut& waveOut() override { return waveOut_; }
 
+    /// Its lines go into the report.
+    [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
+                                                             TextWindowOwner& owner) override;
+
     void mainLoopBegins() override { clock_.beginLoop(); }
     void passEnded() override { clock_.sleep(stepMs_); }
     void programEnds(int exitCode) override;

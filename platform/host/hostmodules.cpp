@@ -1,12 +1,36 @@
 #include "platform/host/hostmodules.h"
 
 #include <algorithm>
+#include <bit>
+#include <dlfcn.h>
+#include <utility>
 
 namespace platform {
 
-HostModules::HostModules(std::span<const ProgramResource> resources,
+namespace {
+
+struct LibraryCloser {
+    void operator()(void* library) const { ::dlclose(library); }
+};
+using LibraryHandle = std::unique_ptr<void, LibraryCloser>;
+
+class HostLibrary final : public Library {
+  public:
+    explicit HostLibrary(LibraryHandle handle) : handle_(std::move(handle)) {}
+
+    [[nodiscard]] void (*entry(const char* name))() override {
+        return std::bit_cast<void (*)()>(::dlsym(handle_.get(), name));
+    }
+
+  private:
+    LibraryHandle handle_;
+};
+
+} // namespace
+
+HostModules::HostModules(const HostFiles& files, std::span<const ProgramResource> resources,
                          std::span<const VersionString> versionStrings)
-    : resources_(resources.begin(), resources.end()),
+    : files_(files), resources_(resources.begin(), resources.end()),
       versionStrings_(versionStrings.begin(), versionStrings.end()) {}
 
 std::optional<std::span<const std::byte>> HostModules::resource(std::string_view type,
@@ -16,6 +40,19 @@ std::optional<std::span<const std::byte>> HostModules::resource(std::string_view
     });
     if (found == resources_.end()) return std::nullopt;
     return found->bytes;
+}
+
+std::unique_ptr<Library> HostModules::load(std::string_view path) {
+    loadError_.clear();
+    const auto hostPath = files_.hostPath(path);
+    if (!hostPath || !files_.exists(path)) return nullptr;
+    LibraryHandle handle(::dlopen(hostPath->c_str(), RTLD_NOW | RTLD_LOCAL));
+    if (!handle) {
+        const char* error = ::dlerror();
+        loadError_ = error ? error : *hostPath;
+        return nullptr;
+    }
+    return std::make_unique<HostLibrary>(std::move(handle));
 }
 
 std::string HostModules::versionString(std::string_view key) const {

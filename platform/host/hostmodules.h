@@ -1,6 +1,8 @@
-// The program's own resources and version strings, from tables built into it.
+// The program's own resources and version strings, from tables built into it, and libraries of the
+// host.
 #pragma once
 
+#include "platform/host/hostfiles.h"
 #include "platform/modules.h"
 
 #include <vector>
@@ -21,14 +23,20 @@ struct VersionString {
 
 class HostModules final : public Modules {
   public:
-    HostModules(std::span<const ProgramResource> resources,
+    /// `files` must outlive the modules.
+    HostModules(const HostFiles& files, std::span<const ProgramResource> resources,
                 std::span<const VersionString> versionStrings);
 
     [[nodiscard]] std::optional<std::span<const std::byte>> resource(std::string_view type,
                                                                      int id) const override;
+    /// What the library leaves open is filled in from the program.
+    [[nodiscard]] std::unique_ptr<Library> load(std::string_view path) override;
+    [[nodiscard]] std::string loadError() const override { return loadError_; }
     [[nodiscard]] std::string versionString(std::string_view key) const override;
 
   private:
+    const HostFiles& files_;
+    std::string loadError_;
     std::vector<ProgramResource> resources_;
     std::vector<VersionString> versionStrings_;
 };

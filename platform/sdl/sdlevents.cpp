@@ -19,6 +19,20 @@ bool isInput(const Message& message) {
     }
 }
 
+/// The window that an event belongs to; 0 for none.
+std::uint32_t windowOf(const SDL_Event& event) {
+    switch (event.type) {
+    case SDL_WINDOWEVENT: return event.window.windowID;
+    case SDL_KEYDOWN:
+    case SDL_KEYUP: return event.key.windowID;
+    case SDL_TEXTINPUT: return event.text.windowID;
+    case SDL_MOUSEMOTION: return event.motion.windowID;
+    case SDL_MOUSEBUTTONDOWN:
+    case SDL_MOUSEBUTTONUP: return event.button.windowID;
+    default: return 0;
+    }
+}
+
 } // namespace
 
 bool SdlEvents::take(Message& message) {
@@ -60,6 +74,11 @@ bool SdlEvents::messageWasTaken() { return std::exchange(messageWasTaken_, false
 
 void SdlEvents::translate(const SDL_Event& event) {
     const std::uint32_t timeMs = event.common.timestamp;
+    const std::uint32_t window = windowOf(event);
+    if (window != 0 && window != SDL_GetWindowID(display_.window())) {
+        translateOther(event);
+        return;
+    }
     switch (event.type) {
     case SDL_QUIT: push({.kind = Message::Kind::Quit, .timeMs = timeMs}); break;
     case SDL_WINDOWEVENT: translateWindow(event.window); break;
@@ -78,6 +97,17 @@ void SdlEvents::translate(const SDL_Event& event) {
     }
 }
 
+/// The window may be gone by now.
+void SdlEvents::translateOther(const SDL_Event& event) {
+    if (event.type != SDL_WINDOWEVENT) return;
+    const std::uint8_t what = event.window.event;
+    if (what == SDL_WINDOWEVENT_FOCUS_LOST || what == SDL_WINDOWEVENT_FOCUS_GAINED) {
+        focusChanged(event.common.timestamp);
+        return;
+    }
+    textWindows_.handle(event.window);
+}
+
 void SdlEvents::translateWindow(const SDL_WindowEvent& event) {
     switch (event.event) {
     case SDL_WINDOWEVENT_EXPOSED:
@@ -87,6 +117,10 @@ void SdlEvents::translateWindow(const SDL_WindowEvent& event) {
     case SDL_WINDOWEVENT_SIZE_CHANGED: display_.windowDamaged(); break;
     case SDL_WINDOWEVENT_FOCUS_LOST:
     case SDL_WINDOWEVENT_FOCUS_GAINED: focusChanged(event.timestamp); break;
+    case SDL_WINDOWEVENT_CLOSE:
+        SDL_FlushEvent(SDL_QUIT); // comes as well, but only when there is no other window
+        push({.kind = Message::Kind::Quit, .timeMs = event.timestamp});
+        break;
     default: break;
     }
 }
@@ -95,7 +129,7 @@ void SdlEvents::translateWindow(const SDL_WindowEvent& event) {
 /// news for the program.
 void SdlEvents::focusChanged(std::uint32_t timeMs) {
     SDL_PumpEvents();
-    const bool focused = (SDL_GetWindowFlags(display_.window()) & SDL_WINDOW_INPUT_FOCUS) != 0;
+    const bool focused = SDL_GetKeyboardFocus() != nullptr;
     if (focused == inForeground_) return;
     inForeground_ = focused;
     push({.kind = focused ? Message::Kind::Foreground : Message::Kind::Background,

@@ -1,9 +1,11 @@
 // A person's mouse, keyboard and window as the program's messages. Times are those of SDL's clock,
-// which is the program's clock too.
+// which is the program's clock too. What happens to text windows goes to them and is no message;
+// but the program is in the foreground while any of its windows is.
 #pragma once
 
 #include "platform/events.h"
 #include "platform/sdl/sdldisplay.h"
+#include "platform/sdl/sdltextwindow.h"
 
 #include <deque>
 
@@ -11,8 +13,9 @@ namespace platform {
 
 class SdlEvents final : public Events {
   public:
-    /// The display must outlive the queue.
-    explicit SdlEvents(SdlDisplay& display) : display_(display) {}
+    /// Both must outlive the queue.
+    SdlEvents(SdlDisplay& display, SdlTextWindows& textWindows)
+        : display_(display), textWindows_(textWindows) {}
 
     bool take(Message& message) override;
     bool wait(Message& message) override;
@@ -27,6 +30,7 @@ class SdlEvents final : public Events {
 
   private:
     void translate(const SDL_Event& event);
+    void translateOther(const SDL_Event& event);
     void translateWindow(const SDL_WindowEvent& event);
     void translateButton(const SDL_MouseButtonEvent& event);
     void translateMotion(const SDL_MouseMotionEvent& event);
@@ -36,6 +40,7 @@ class SdlEvents final : public Events {
     void pushMouse(Message::Kind kind, Point position, std::uint32_t timeMs);
 
     SdlDisplay& display_;
+    SdlTextWindows& textWindows_;
     std::deque<Message> pending_; ///< translated, not yet taken
     bool captured_ = false;
     bool inForeground_ = true;

@@ -4,6 +4,7 @@
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
+#include "platform/sdl/sdltextwindow.h"
 #include "platform/sdl/sdlwaveout.h"
 #include "platform/sdl/sdlwindow.h"
 
@@ -39,9 +40,9 @@ class SdlPlatform final : public Platform {
   public:
     SdlPlatform(std::unique_ptr<SdlSession> session, SdlWindow window, const SdlOptions& options)
         : session_(std::move(session)), display_(std::move(window), options.screen),
-          clock_(display_), events_(display_), files_(options.host),
-          modules_(options.resources, options.versionStrings), dialogs_(display_, events_, files_) {
-    }
+          clock_(display_), events_(display_, textWindows_), files_(options.host),
+          modules_(files_, options.resources, options.versionStrings),
+          dialogs_(display_, events_, files_) {}
 
     [[nodiscard]] Clock& clock() override { return clock_; }
     [[nodiscard]] Display& display() override { return display_; }
@@ -50,6 +51,11 @@ class SdlPlatform final : public Platform {
     [[nodiscard]] Files& files() override { return files_; }
     [[nodiscard]] Modules& modules() override { return modules_; }
     [[nodiscard]] WaveOut& waveOut() override { return waveOut_; }
+
+    [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
+                                                             TextWindowOwner& owner) override {
+        return textWindows_.open(request, owner);
+    }
 
     void mainLoopBegins() override { display_.showWindow(); }
     void passEnded() override {
@@ -67,6 +73,7 @@ class SdlPlatform final : public Platform {
     std::unique_ptr<SdlSession> session_; ///< ends last
     SdlDisplay display_;
     SdlClock clock_;
+    SdlTextWindows textWindows_;
     SdlEvents events_;
     HostFiles files_;
     HostModules modules_;

@@ -54,7 +54,6 @@ procedure leap
 suspend
 set fish visible 1
 set fish sequence 1
-play fish
 resume
 ]
 
@@ -69,13 +68,11 @@ schedule 4 leap
 procedure greet
 [
 set tilli sequence 2
-play tilli
 ]
 
 procedure calmDown
 [
 set tilli sequence 1
-play tilli
 ]
 
 ; ---- the signpost
@@ -117,6 +114,15 @@ set boat frameNotify moveBoat
 set gull frameNotification 1
 set gull frameNotify moveGull
 set fish paused diveAway
+
+; The boat may be dragged about; what only moves for itself lets clicks through.
+set smallcloud touchy 0
+set bigcloud touchy 0
+set glitter touchy 0
+set smoke touchy 0
+set flag touchy 0
+set fish touchy 0
+set gull touchy 0
 
 set tilli mouseDown greet
 set tilli paused calmDown

@@ -22,6 +22,7 @@ fire=RAnimation 2102 1
 cat=RAnimation 2101 2
 back=RAnimation 2103 20
 
+set fire touchy 0
 set cat movable 0
 set back movable 0
 set back mouseDown goOutside

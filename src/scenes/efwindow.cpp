@@ -3,6 +3,7 @@
 #include "omdebug.h"
 #include "omistream.h"
 #include "omlog.h"
+#include "omapp.h"
 #include "omplatform.h"
 
 using platform::Point;
@@ -43,13 +44,13 @@ void EffectsWindow::displayScreen() {
         idle();
         updating_ = false;
     }
-    OMPlatform().events().discardInput();
+    OMApp::getApp()->discardInput();
 }
 
 void EffectsWindow::endTransitionQuickly() {
     setPresenting(true);
     setBackgroundDeaf(false);
-    OMPlatform().events().discardInput();
+    OMApp::getApp()->discardInput();
 }
 
 void EffectsWindow::setBackgroundDeaf(bool deaf) {

@@ -244,6 +244,9 @@ struct MemoryModules final : platform::Modules {
     std::vector<std::string> loaded; ///< paths handed to `load`, in order, failed ones too
     int unloaded = 0;
 
+    std::string error; ///< of every load
+
+    std::string loadError() const override { return error; }
     std::unique_ptr<platform::Library> load(std::string_view path) override {
         loaded.emplace_back(path);
         const auto found = libraries.find(path);
@@ -371,6 +374,65 @@ class MemoryWaveOut final : public platform::WaveOut {
     int rate_ = 0;
 };
 
+/// At most one text window at a time; the test does to it what a person would do.
+struct MemoryTextWindows {
+    class Window;
+
+    bool refused = false; ///< no window can be opened
+    int opened = 0;
+    platform::TextWindowRequest request; ///< of the last one
+    Window* window = nullptr;            ///< the one that is open
+
+    std::unique_ptr<platform::TextWindow> open(const platform::TextWindowRequest& wanted,
+                                               platform::TextWindowOwner& owner);
+};
+
+class MemoryTextWindows::Window final : public platform::TextWindow {
+  public:
+    Window(MemoryTextWindows& all, platform::TextWindowOwner& itsOwner)
+        : owner(itsOwner), place(all.request.rectangle), all_(all) {
+        all_.window = this;
+    }
+    ~Window() override { all_.window = nullptr; }
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    platform::TextWindowOwner& owner;
+    platform::Rect place;
+    bool minimised = false;
+    std::vector<std::string> shown; ///< the lines that can be seen
+    std::size_t fresh = 0;          ///< as told with them
+    int paints = 0;
+
+    int lineHeight() const override { return 20; }
+    platform::Rect rectangle() const override { return place; }
+    bool isMinimised() const override { return minimised; }
+    void move(platform::Point corner) override {
+        place = {corner.x, corner.y, corner.x + place.width(), corner.y + place.height()};
+    }
+    void show(std::span<const std::string> lines, std::size_t freshLines) override {
+        shown.assign(lines.begin(), lines.end());
+        fresh = freshLines;
+        ++paints;
+    }
+    void resize(int height) {
+        place.bottom = place.top + height;
+        owner.resized();
+    }
+
+  private:
+    MemoryTextWindows& all_;
+};
+
+inline std::unique_ptr<platform::TextWindow>
+MemoryTextWindows::open(const platform::TextWindowRequest& wanted,
+                        platform::TextWindowOwner& owner) {
+    if (refused) return nullptr;
+    ++opened;
+    request = wanted;
+    return std::make_unique<Window>(*this, owner);
+}
+
 class MemoryPlatform final : public platform::Platform {
   public:
     MemoryFiles& files() override { return files_; }
@@ -380,6 +442,13 @@ class MemoryPlatform final : public platform::Platform {
     MemoryDialogs& dialogs() override { return dialogs_; }
     MemoryModules& modules() override { return modules_; }
     MemoryWaveOut& waveOut() override { return waveOut_; }
+
+    std::unique_ptr<platform::TextWindow>
+    openTextWindow(const platform::TextWindowRequest& request,
+                   platform::TextWindowOwner& owner) override {
+        return textWindows.open(request, owner);
+    }
+    MemoryTextWindows textWindows;
 
     void mainLoopBegins() override {}
     void passEnded() override {}

@@ -49,6 +49,8 @@ class NoModules : public platform::Modules {
                                                                      int) const override {
         return std::nullopt;
     }
+    [[nodiscard]] std::unique_ptr<platform::Library> load(std::string_view) override { return {}; }
+    [[nodiscard]] std::string loadError() const override { return {}; }
     [[nodiscard]] std::string versionString(std::string_view) const override { return {}; }
 };
 
@@ -64,6 +66,10 @@ class TestPlatform : public platform::Platform {
     platform::Files& files() override { std::abort(); }
     platform::Modules& modules() override { return modules_; }
     platform::WaveOut& waveOut() override { std::abort(); }
+    std::unique_ptr<platform::TextWindow> openTextWindow(const platform::TextWindowRequest&,
+                                                         platform::TextWindowOwner&) override {
+        std::abort();
+    }
     void mainLoopBegins() override {}
     void passEnded() override {}
     void programEnds(int) override {}

@@ -237,9 +237,9 @@ TEST_F(RVar, IntegersOfValues) {
         const char* word;
         std::int32_t integer;
     } rows[] = {
-        {"2.5", 2},   {"r", -3},       {"2.6", 3},    {"\"7\"", 0},    {"t", 0},
-        {"a+b", 3},   {"7/2", 3},      {"t|2", 12},   {"item.one", 9}, {"\"1\"+\"2\"", 3},
-        {"2^40", 2147483647},
+        {"2.5", 2},      {"r", -3},          {"2.6", 3},           {"\"7\"", 0},
+        {"t", 0},        {"a+b", 3},         {"7/2", 3},           {"t|2", 12},
+        {"item.one", 9}, {"\"1\"+\"2\"", 3}, {"2^40", 2147483647},
     };
     set("r", "-2.5");
     set("t", "x12y");
@@ -247,8 +247,7 @@ TEST_F(RVar, IntegersOfValues) {
     set("b", "2");
     set("one", "1");
     set("item.1", "9.75");
-    for (const auto& row : rows)
-        EXPECT_EQ(operand(row.word).integer(), row.integer) << row.word;
+    for (const auto& row : rows) EXPECT_EQ(operand(row.word).integer(), row.integer) << row.word;
     EXPECT_EQ(operand("7/2").number(), 3.5);
     EXPECT_EQ(operand("item.one").number(), 9.75);
     EXPECT_EQ(operand("t|2|1").number(), 1);
@@ -259,12 +258,29 @@ TEST_F(RVar, SelectsPartsOfTexts) {
         const char* word;
         const char* value;
     } rows[] = {
-        {"s|2", "bcdef"},    {"s|6", "f"},        {"s|7", ""},          {"s|0", "abcdef"},
-        {"s|neg", "abcdef"},  {"s|", "abcdef"},    {"s|2|3", "bcd"},     {"s|5|9", "ef"},
-        {"s|7|1", ""},       {"s|2|0", ""},       {"s|2|neg", ""},       {"s|0|2", "ab"},
-        {"s||2", "ef"},      {"s||0", ""},        {"s||99", "abcdef"},  {"s||", ""},
-        {"s|two", "bcdef"},  {"s|(two+1)", "cdef"}, {"s|two|(two*2)", "bcde"},
-        {"list.two|2", "econd"}, {"1234|2", "234"}, {"|2", ""},         {"s|half|1", "b"},
+        {"s|2", "bcdef"},
+        {"s|6", "f"},
+        {"s|7", ""},
+        {"s|0", "abcdef"},
+        {"s|neg", "abcdef"},
+        {"s|", "abcdef"},
+        {"s|2|3", "bcd"},
+        {"s|5|9", "ef"},
+        {"s|7|1", ""},
+        {"s|2|0", ""},
+        {"s|2|neg", ""},
+        {"s|0|2", "ab"},
+        {"s||2", "ef"},
+        {"s||0", ""},
+        {"s||99", "abcdef"},
+        {"s||", ""},
+        {"s|two", "bcdef"},
+        {"s|(two+1)", "cdef"},
+        {"s|two|(two*2)", "bcde"},
+        {"list.two|2", "econd"},
+        {"1234|2", "234"},
+        {"|2", ""},
+        {"s|half|1", "b"},
         {"unset|3", "set"},
     };
     set("s", "abcdef");
@@ -388,18 +404,19 @@ TEST_F(RVar, CopiesBetweenOwnersAreDuplicates) {
     EXPECT_NE(x.object(), y.object());
     EXPECT_EQ(OMScriptableObject::lastBorn, y.object());
 
-    y.markReference();
-    y.copyFrom(x);
-    EXPECT_EQ(x.object(), y.object()) << "one of them does not own";
-    EXPECT_EQ(y.ownership(), Ownership::Reference);
-
-    YVariable& z = var("z");
-    z.copyFrom(y);
-    EXPECT_EQ(z.object(), x.object()) << "a copy of a reference is one";
+    YVariable& marked = var("marked");
+    marked.markReference();
+    marked.copyFrom(x);
+    EXPECT_EQ(marked.object(), x.object()) << "one of them does not own";
+    EXPECT_EQ(marked.ownership(), Ownership::Reference);
+    var("z").copyFrom(marked);
+    EXPECT_EQ(var("z").object(), x.object()) << "a copy of a reference is one";
+    EXPECT_EQ(Thing::alive, 2);
     x.copyFrom(x);
     EXPECT_NE(x.object(), nullptr);
     heap.emptyOwners();
     EXPECT_FALSE(x.isDefined());
+    EXPECT_EQ(Thing::alive, 0);
 }
 
 TEST_F(RVar, ForgettingEmptiesEveryHolder) {
@@ -429,10 +446,9 @@ TEST_F(RVar, ASecondOwnerIsReported) {
     for (const char* name : {"first", "second", "third"})
         var(name).setObject(std::unique_ptr<OMScriptableObject>(&thing));
     EXPECT_EQ(heap.holderOf(&thing), &var("first"));
-    EXPECT_EQ(reports,
-              (std::vector<std::string>{
-                  "warning: Variables first and second hold the same trinket pointer",
-                  "warning: Variables first and third hold the same trinket pointer"}));
+    EXPECT_EQ(reports, (std::vector<std::string>{
+                           "warning: Variables first and second hold the same trinket pointer",
+                           "warning: Variables first and third hold the same trinket pointer"}));
     for (const char* name : {"first", "second", "third"}) var(name).makeEmptyKeepingObject();
     OMSobException::setNotification(nullptr);
     OMSobException::clearCurrent();

@@ -1,5 +1,5 @@
-// Runs scripts on a machine in memory: an application, the engine, one thread, and as many passes of
-// the main loop as a test wants. Scripts are written with "\n" as line end.
+// Runs scripts on a machine in memory: an application, the engine, one thread, and as many passes
+// of the main loop as a test wants. Scripts are written with "\n" as line end.
 #pragma once
 
 #include "../ompp/memoryfiles.h"
@@ -85,7 +85,12 @@ class ScriptTest : public testing::Test {
     }
     /// As start, at the pace of threads that run until they are blocked.
     void run(const std::string& text, int passes = 3) { start("yield off\n" + text, passes); }
+    /// What an earlier script left is gone then.
     void load(const char* name, YScriptLocator locator = nullptr) {
+        if (thread) thread->unload();
+        thread.reset();
+        YHeap::recreate();
+        engine->emptyThreadStack();
         thread = std::make_unique<YThread>(*engine, name, std::move(locator));
         thread->run();
     }

@@ -71,11 +71,24 @@ TEST_F(YExpressions, CompileToShapesAndLeaves) {
         {"2^3^2", "s^ts^tt 2 3 2"},
         {"a\\b%c@d!e", "s!ts@ts%ts\\tt a b c d e"},
         // Refused.
-        {"a)", "error 1"},      {"(a", "error 1"},     {"(a)b", "error 1"}, {"(a)(b)", "error 1"},
-        {"\"a", "error 1"},     {"a+'b", "error 1"},   {"(a+\")\")", "s+tt a \")\""},
-        {"3--2", "error 3"},    {"a+", "error 3"},     {"a+-b", "error 3"}, {"a*", "error 3"},
-        {"~", "error 3"},       {"~~a", "error 3"},    {"a~b", "error 3"},  {"a*~b", "error 3"},
-        {"()", "error 3"},      {"a+()", "error 3"},   {"-", "error 3"},
+        {"a)", "error 1"},
+        {"(a", "error 1"},
+        {"(a)b", "error 1"},
+        {"(a)(b)", "error 1"},
+        {"\"a", "error 1"},
+        {"a+'b", "error 1"},
+        {"(a+\")\")", "s+tt a \")\""},
+        {"3--2", "error 3"},
+        {"a+", "error 3"},
+        {"a+-b", "error 3"},
+        {"a*", "error 3"},
+        {"~", "error 3"},
+        {"~~a", "error 3"},
+        {"a~b", "error 3"},
+        {"a*~b", "error 3"},
+        {"()", "error 3"},
+        {"a+()", "error 3"},
+        {"--", "error 3"},
     };
     for (const auto& row : rows) EXPECT_EQ(compiled(row.word), row.form) << row.word;
 }
@@ -85,9 +98,14 @@ TEST_F(YExpressions, WordsOfOneLeafAreOrdinaryOperands) {
         const char* word;
         YVariable::Kind kind;
     } rows[] = {
-        {"a", YVariable::Kind::Name},           {"a.i", YVariable::Kind::Compound},
-        {"s|(i+1)", YVariable::Kind::Substring}, {"\"a+b\"", YVariable::Kind::Constant},
-        {"(a.i)", YVariable::Kind::Compound},    {"a+b", YVariable::Kind::Expression},
+        {"a", YVariable::Kind::Name},
+        {"a.i", YVariable::Kind::Compound},
+        {"s|(i+1)", YVariable::Kind::Substring},
+        {"\"a+b\"", YVariable::Kind::Constant},
+        {"(a.i)", YVariable::Kind::Compound},
+        {"a+b", YVariable::Kind::Expression},
+        {"=", YVariable::Kind::Name},
+        {"-", YVariable::Kind::Constant},
     };
     for (const auto& row : rows) {
         int error = yerror::kNone;
@@ -111,37 +129,90 @@ TEST_F(YExpressions, Evaluate) {
         const char* value;
     } rows[] = {
         // Order.
-        {"2+3*4", "14"},      {"10-4-3", "3"},     {"2^3^2", "64"},       {"2*3+4", "10"},
-        {"(2+3)*4", "20"},    {"1+2=3", "1"},      {"1=2+3", "3"},        {"3<2+5", "5"},
-        {"100/10/2", "5"},    {"7-2<4+1", "1"},
+        {"2+3*4", "14"},
+        {"10-4-3", "3"},
+        {"2^3^2", "64"},
+        {"2*3+4", "10"},
+        {"(2+3)*4", "20"},
+        {"1+2=3", "1"},
+        {"1=2+3", "3"},
+        {"3<2+5", "5"},
+        {"100/10/2", "5"},
+        {"7-2<4+1", "1"},
         // Numbers.
-        {"-5", "-5"},         {"0-5", "-5"},       {"7\\2", "3"},         {"-7\\2", "-3"},
-        {"-7%2", "-1"},       {"7%-2", "error 3"}, {"7/2", "3.5"},        {"6/2", "3"},
-        {"1/3", "0.333333333333333"},              {"2/3*3", "2"},        {"0.1+0.2", "0.3"},
-        {"big+1", "2000000001"},                   {"big*10", "20000000000"},
-        {"big*big*big", "8e+27"},                  {"7.9\\2.9", "3"},     {"7.9%4", "3"},
-        {"2^10", "1024"},     {"2^0.5", "1.4142135623731"},
-        {"(0-2)^3", "-8"},    {"4^half", "2"},     {"0^0", "1"},          {"2^2000", "inf"},
-        {"(0-3)\\2", "-1"},   {"(0-3)%2", "-1"},   {"9!3", "0"},          {"zero+0", "7"},
+        {"-5", "-5"},
+        {"0-5", "-5"},
+        {"7\\2", "3"},
+        {"-7\\2", "-3"},
+        {"-7%2", "-1"},
+        {"7%-2", "error 3"},
+        {"7/2", "3.5"},
+        {"6/2", "3"},
+        {"1/3", "0.333333333333333"},
+        {"2/3*3", "2"},
+        {"0.1+0.2", "0.3"},
+        {"big+1", "2000000001"},
+        {"big*10", "20000000000"},
+        {"big*big*big", "8e+27"},
+        {"7.9\\2.9", "3"},
+        {"7.9%4", "3"},
+        {"2^10", "1024"},
+        {"2^0.5", "1.4142135623731"},
+        {"(0-2)^3", "-8"},
+        {"4^half", "2"},
+        {"0^0", "1"},
+        {"2^2000", "inf"},
+        {"(0-3)\\2", "-1"},
+        {"(0-3)%2", "-1"},
+        {"9!3", "0"},
+        {"zero+0", "7"},
         // Comparisons.
-        {"1=1.0", "1"},       {"1#2", "1"},        {"2<10", "1"},         {"2>10", "0"},
-        {"\"10\"<\"9\"", "0"},                     {"\"abc\"<\"abd\"", "1"},
-        {"\"ab\"<\"abc\"", "1"},                   {"\"b\">\"abc\"", "1"},
-        {"\"A\"=\"a\"", "0"}, {"\"A\"#\"a\"", "1"},                       {"\"\"=\"\"", "1"},
-        {"\"1\"=\"1.0\"", "1"},                    {"\"1x\"=\"1.0\"", "1"},
-        {"name=\"anna\"", "1"},                    {"unset=\"unset\"", "1"},
-        {"\"a\"=1", "0"},     {"\"\xE9\">\"z\"", "1"},
+        {"1=1.0", "1"},
+        {"1#2", "1"},
+        {"2<10", "1"},
+        {"2>10", "0"},
+        {"\"10\"<\"9\"", "0"},
+        {"\"abc\"<\"abd\"", "1"},
+        {"\"ab\"<\"abc\"", "1"},
+        {"\"b\">\"abc\"", "1"},
+        {"\"A\"=\"a\"", "0"},
+        {"\"A\"#\"a\"", "1"},
+        {"\"\"=\"\"", "1"},
+        {"\"1\"=\"1.0\"", "1"},
+        {"\"1x\"=\"1.0\"", "1"},
+        {"name=\"anna\"", "1"},
+        {"unset=\"unset\"", "1"},
+        {"\"a\"=1", "0"},
+        {"\"\xE9\">\"z\"", "1"},
         // Texts.
-        {"\"ab\"+\"cd\"", "abcd"},                 {"name+1", "anna1"},   {"1+name", "1anna"},
-        {"\"1\"+\"2\"", "3"}, {"\"b\"@\"abc\"", "2"},
-        {"\"x\"@\"abc\"", "0"},                    {"\"\"@\"abc\"", "1"}, {"23@12345", "2"},
-        {"~12345", "5"},      {"~name", "4"},      {"~other", "5"},       {"~zero", "4"},
-        {"~1/3", "17"},       {"~(1/3)", "17"},      {"~12+1", "3"},    {"~\"\"", "0"},        {"\"a\"!\"b\"", "0"},
-        {"item.i+\"!\"", "second!"},               {"item.(i)+\"!\"", "second!"},
-        {"s|2|2+\"x\"", "bcx"},                    {"~s|3", "4"},
+        {"\"ab\"+\"cd\"", "abcd"},
+        {"name+1", "anna1"},
+        {"1+name", "1anna"},
+        {"\"1\"+\"2\"", "3"},
+        {"\"b\"@\"abc\"", "2"},
+        {"\"x\"@\"abc\"", "0"},
+        {"\"\"@\"abc\"", "1"},
+        {"23@12345", "2"},
+        {"~12345", "5"},
+        {"~name", "4"},
+        {"~other", "5"},
+        {"~zero", "4"},
+        {"~1/3", "17"},
+        {"~(1/3)", "17"},
+        {"~12+1", "3"},
+        {"~\"\"", "0"},
+        {"\"a\"!\"b\"", "0"},
+        {"item.i+\"!\"", "second!"},
+        {"item.(i)+\"!\"", "second!"},
+        {"s|2|2+\"x\"", "bcx"},
+        {"~s|3", "4"},
         // Texts that are no numbers.
-        {"\"a\"*2", "\"a\"*2"},                    {"name-1", "name-1"},  {"2/name", "2/name"},
-        {"name\\2", "name\\2"},                    {"name%2", "name%2"},  {"name^2", "name^2"},
+        {"\"a\"*2", "\"a\"*2"},
+        {"name-1", "name-1"},
+        {"2/name", "2/name"},
+        {"name\\2", "name\\2"},
+        {"name%2", "name%2"},
+        {"name^2", "name^2"},
         {"5/0", "5/0"},
     };
     for (const auto& row : rows) EXPECT_EQ(read(row.word), row.value) << row.word;
@@ -164,10 +235,21 @@ TEST_F(YExpressions, DollarReadsWhatATextNames) {
         const char* word;
         const char* value;
     } rows[] = {
-        {"$v", "12"},        {"$w", "13"},          {"$v+1", "13"},      {"$e", "two"},
-        {"$sel", "2"},       {"$lit", "quoted text"}, {"$indirect", "12"}, {"$bad", "5/0"},
-        {"$broken", "$broken"}, {"$none", ""},      {"$(v)", "12"},      {"$\"score\"", "12"},
-        {"$(\"sc\"+\"ore\")", "12"}, {"$unknown", "unknown"}, {"$7", "7"},
+        {"$v", "12"},
+        {"$w", "13"},
+        {"$v+1", "13"},
+        {"$e", "two"},
+        {"$sel", "2"},
+        {"$lit", "quoted text"},
+        {"$indirect", "12"},
+        {"$bad", "5/0"},
+        {"$broken", "$broken"},
+        {"$none", ""},
+        {"$(v)", "12"},
+        {"$\"score\"", "12"},
+        {"$(\"sc\"+\"ore\")", "12"},
+        {"$unknown", "unknown"},
+        {"$7", "7"},
     };
     for (const auto& row : rows) EXPECT_EQ(read(row.word), row.value) << row.word;
 }
@@ -181,14 +263,14 @@ TEST_F(YExpressions, RunTimeErrorsHaveCodes) {
         const char* word;
         int error;
     } rows[] = {
-        {"long+long", yerror::kTooLong},       {"long+less", yerror::kNone},
-        {"1\\0", yerror::kIntegerDivision},    {"1%0", yerror::kIntegerDivision},
-        {"1\\0.9", yerror::kIntegerDivision},  {"1/0", yerror::kRealDomain},
-        {"1/0.00009", yerror::kRealDomain},    {"1/0.0002", yerror::kNone},
-        {"(0-2)^0.5", yerror::kRealDomain},    {"(0-2)^3", yerror::kNone},
-        {"text*1", yerror::kNotANumber},       {"1-text", yerror::kNotANumber},
-        {"text/0", yerror::kNotANumber},       {"1+(text*1)", yerror::kNotANumber},
-        {"~(text*1)", yerror::kNotANumber},    {"text+1", yerror::kNone},
+        {"long+long", yerror::kTooLong},      {"long+less", yerror::kNone},
+        {"1\\0", yerror::kIntegerDivision},   {"1%0", yerror::kIntegerDivision},
+        {"1\\0.9", yerror::kIntegerDivision}, {"1/0", yerror::kRealDomain},
+        {"1/0.00009", yerror::kRealDomain},   {"1/0.0002", yerror::kNone},
+        {"(0-2)^0.5", yerror::kRealDomain},   {"(0-2)^3", yerror::kNone},
+        {"text*1", yerror::kNotANumber},      {"1-text", yerror::kNotANumber},
+        {"text/0", yerror::kNotANumber},      {"1+(text*1)", yerror::kNotANumber},
+        {"~(text*1)", yerror::kNotANumber},   {"text+1", yerror::kNone},
     };
     for (const auto& row : rows) EXPECT_EQ(errorOf(row.word), row.error) << row.word;
     EXPECT_EQ(read("long+long"), "long+long");
@@ -202,7 +284,8 @@ TEST_F(YExpressions, ObjectsCompareAsNothing) {
     heap.get(heap.intern("b")).setReference(&b);
     for (const char* word : {"a=a", "a=b", "a#b", "a+b", "a-b", "a@b", "a!b", "a<b"})
         EXPECT_EQ(read(word), "0") << word;
-    EXPECT_EQ(read("a+1"), "\xA5" "1");
+    EXPECT_EQ(read("a+1"), "\xA5"
+                           "1");
     EXPECT_EQ(read("a=\"x\""), "0");
     EXPECT_EQ(errorOf("a*2"), yerror::kNotANumber);
     EXPECT_EQ(read("~a"), "1");
@@ -214,8 +297,9 @@ TEST_F(YExpressions, ObjectsCompareAsNothing) {
 // to the last digit of what a script would see.
 TEST_F(YExpressions, TheShortCutOfNumbersAgreesWithTheRules) {
     std::mt19937 random(99);
-    const char* const values[] = {"0", "1", "-1", "7", "-12", "2000000000", "-2000000000",
-                                  "1999999999", "0.5", "-2.25", "1e10", "0.00001", "123456789.125"};
+    const char* const values[] = {"0",          "1",           "-1",           "7",   "-12",
+                                  "2000000000", "-2000000000", "1999999999",   "0.5", "-2.25",
+                                  "1e10",       "0.00001",     "123456789.125"};
     const char* const names[] = {"a", "b", "c", "item.k", "3", "0.25", "2147483647"};
     set("k", "4");
     const auto word = [&](auto&& self, int depth) -> std::string {

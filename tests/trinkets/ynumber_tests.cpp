@@ -54,7 +54,8 @@ class Doubles {
     }
     /// Halfway between two numbers of fifteen digits, exactly where a double can be.
     double tie() {
-        const auto digits = static_cast<double>(100'000'000'000'000 + random_() % 800'000'000'000'000);
+        const auto digits =
+            static_cast<double>(100'000'000'000'000 + random_() % 800'000'000'000'000);
         return (digits + 0.5) / std::pow(2.0, static_cast<double>(random_() % 3));
     }
 
@@ -85,10 +86,21 @@ TEST(YNumber, ThroughTextIsWritingAndReading) {
         ASSERT_EQ(ynumber::throughText(value), std::strtod(printed(value).c_str(), nullptr))
             << std::hexfloat << value;
     }
-    const double edges[] = {0.0, 1e-4, std::nextafter(1e-4, 0), std::nextafter(1e-4, 1), 1e15,
-                            std::nextafter(1e15, 0), std::nextafter(1e15, 1e16), 999999999999999.5,
-                            99999999999999.95, 9.999999999999995, 0.9999999999999995, 1.0 / 3,
-                            std::numeric_limits<double>::min(), 5e-324, 1e308};
+    const double edges[] = {0.0,
+                            1e-4,
+                            std::nextafter(1e-4, 0),
+                            std::nextafter(1e-4, 1),
+                            1e15,
+                            std::nextafter(1e15, 0),
+                            std::nextafter(1e15, 1e16),
+                            999999999999999.5,
+                            99999999999999.95,
+                            9.999999999999995,
+                            0.9999999999999995,
+                            1.0 / 3,
+                            std::numeric_limits<double>::min(),
+                            5e-324,
+                            1e308};
     for (const double value : edges)
         EXPECT_EQ(ynumber::throughText(value), std::strtod(printed(value).c_str(), nullptr))
             << std::hexfloat << value;
@@ -105,12 +117,33 @@ TEST(YNumber, ScansDecimalTexts) {
         const char* text;
         double value;
     } rows[] = {
-        {"", 0},          {"abc", 0},       {"5", 5},          {"-5", -5},      {"+5", 5},
-        {"007", 7},       {" \t12", 12},    {"12 13", 12},     {"3.25x", 3.25}, {".5", 0.5},
-        {"5.", 5},        {"-.5", -0.5},    {"1e3", 1000},     {"1E-2", 0.01},  {"1e", 1},
-        {"1e+", 1},       {".", 0},         {"-", 0},          {"+-5", 0},      {"--5", 0},
-        {"inf", 0},       {"nan", 0},       {"-inf", 0},       {"0x10", 0},     {"1,5", 1},
-        {"123456789", 123456789},           {"1234567890", 1234567890},
+        {"", 0},
+        {"abc", 0},
+        {"5", 5},
+        {"-5", -5},
+        {"+5", 5},
+        {"007", 7},
+        {" \t12", 12},
+        {"12 13", 12},
+        {"3.25x", 3.25},
+        {".5", 0.5},
+        {"5.", 5},
+        {"-.5", -0.5},
+        {"1e3", 1000},
+        {"1E-2", 0.01},
+        {"1e", 1},
+        {"1e+", 1},
+        {".", 0},
+        {"-", 0},
+        {"+-5", 0},
+        {"--5", 0},
+        {"inf", 0},
+        {"nan", 0},
+        {"-inf", 0},
+        {"0x10", 0},
+        {"1,5", 1},
+        {"123456789", 123456789},
+        {"1234567890", 1234567890},
         {"1e400", std::numeric_limits<double>::infinity()},
         {"-1e400", -std::numeric_limits<double>::infinity()},
         {"1e-400", 0},
@@ -143,10 +176,20 @@ TEST(YNumber, ScansIntegersByTheirLeadingDigits) {
         const char* text;
         std::int32_t value;
     } rows[] = {
-        {"", 0},      {"x", 0},   {"12", 12},  {"-12", -12},     {"+12", 12},
-        {" 12", 12},  {"12x", 12}, {"1.9", 1}, {"1e3", 1},       {"- 5", 0},
-        {"2147483647", 2147483647},            {"2147483648", 2147483647},
-        {"-2147483648", -2147483647 - 1},      {"-99999999999999999999", -2147483647 - 1},
+        {"", 0},
+        {"x", 0},
+        {"12", 12},
+        {"-12", -12},
+        {"+12", 12},
+        {" 12", 12},
+        {"12x", 12},
+        {"1.9", 1},
+        {"1e3", 1},
+        {"- 5", 0},
+        {"2147483647", 2147483647},
+        {"2147483648", 2147483647},
+        {"-2147483648", -2147483647 - 1},
+        {"-99999999999999999999", -2147483647 - 1},
         {"99999999999999999999", 2147483647},
     };
     for (const auto& row : rows) EXPECT_EQ(ynumber::scanInteger(row.text), row.value) << row.text;
@@ -158,9 +201,16 @@ TEST(YNumber, RoundsAndTruncates) {
         std::int32_t truncated;
         std::int32_t rounded; ///< ties go down
     } rows[] = {
-        {2.4, 2, 2},    {2.5, 2, 2},    {2.6, 2, 3},   {-2.4, -2, -2},
-        {-2.5, -2, -3}, {-2.6, -2, -3}, {0.5, 0, 0},   {-0.5, 0, -1},
-        {3e9, 2147483647, 2147483647},  {-3e9, -2147483647 - 1, -2147483647 - 1},
+        {2.4, 2, 2},
+        {2.5, 2, 2},
+        {2.6, 2, 3},
+        {-2.4, -2, -2},
+        {-2.5, -2, -3},
+        {-2.6, -2, -3},
+        {0.5, 0, 0},
+        {-0.5, 0, -1},
+        {3e9, 2147483647, 2147483647},
+        {-3e9, -2147483647 - 1, -2147483647 - 1},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(ynumber::truncate(row.value), row.truncated) << row.value;

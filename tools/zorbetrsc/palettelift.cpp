@@ -1,5 +1,7 @@
 #include "palettelift.h"
 
+#include "palettehook.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -12,59 +14,8 @@ namespace {
 
 using platform::Rgb;
 
-constexpr double kLift = 0.13;
 constexpr double kFull = 65535.0; ///< largest 16-bit component
 constexpr int kStep = 256;        ///< 16-bit value of an 8-bit step
-constexpr int kNearlyWhite = 65280;
-constexpr int kWhiteReplacement = 65024;
-constexpr int kAboveBlack = 257;
-constexpr int kBlackReplacement = 256;
-constexpr double kSector = 60.0; ///< degrees
-
-struct Hsv {
-    double hue = 0; ///< degrees
-    double saturation = 0;
-    double value = 0;
-};
-
-Hsv toHsv(Rgb colour) {
-    const double red = colour.red * kStep;
-    const double green = colour.green * kStep;
-    const double blue = colour.blue * kStep;
-    const double largest = std::max({red, green, blue});
-    const double range = largest - std::min({red, green, blue});
-    if (range == 0) return {0, 0, largest / kFull};
-    Hsv hsv{0, range / largest, largest / kFull};
-    if (red == largest)
-        hsv.hue = kSector * (green - blue) / range;
-    else if (green == largest)
-        hsv.hue = kSector * (2 + (blue - red) / range);
-    else
-        hsv.hue = kSector * (4 + (red - green) / range);
-    if (hsv.hue < 0) hsv.hue += 6 * kSector;
-    return hsv;
-}
-
-/// 16-bit red, green and blue.
-std::array<int, 3> fromHsv(const Hsv& hsv) {
-    const int sector = static_cast<int>(hsv.hue / kSector) % 6;
-    const double part = hsv.hue / kSector - std::floor(hsv.hue / kSector);
-    const auto component = [&](double share) {
-        return static_cast<int>(kFull * hsv.value * (1 - hsv.saturation * share));
-    };
-    const int v = component(0);
-    const int p = component(1);
-    const int q = component(part);
-    const int t = component(1 - part);
-    switch (sector) {
-    case 0: return {v, t, p};
-    case 1: return {q, v, p};
-    case 2: return {p, v, t};
-    case 3: return {p, q, v};
-    case 4: return {t, p, v};
-    default: return {v, p, q};
-    }
-}
 
 std::array<int, 3> components(Rgb colour) { return {colour.red, colour.green, colour.blue}; }
 
@@ -93,7 +44,8 @@ class InverseSearch {
 
     Rgb best() {
         for (int largest = 0; largest <= 255; ++largest) {
-            const double lifted = std::min(largest * kStep / kFull + kLift, 1.0) * kFull / kStep;
+            const double lifted =
+                std::min(largest * kStep / kFull + kRPaletteLift, 1.0) * kFull / kStep;
             const int miss = static_cast<int>(lifted) - target_[top_];
             // a lifted white is one step below white
             if ((std::abs(miss) - 1) * std::abs(miss) <= bestDistance_)
@@ -134,15 +86,7 @@ class InverseSearch {
 
 } // namespace
 
-Rgb liftColour(Rgb stored) {
-    Hsv hsv = toHsv(stored);
-    hsv.value = std::min(hsv.value + kLift, 1.0);
-    std::array<int, 3> lifted = fromHsv(hsv);
-    if (std::ranges::min(lifted) >= kNearlyWhite) lifted.fill(kWhiteReplacement);
-    if (std::ranges::max(lifted) < kAboveBlack) lifted.fill(kBlackReplacement);
-    for (int& component : lifted) component /= kStep;
-    return fromComponents(lifted);
-}
+Rgb liftColour(Rgb stored) { return RLiftColor(OMColor::fromRgb8(stored)).rgb8(); }
 
 Rgb colourToStore(Rgb wanted) { return InverseSearch(raiseDark(wanted)).best(); }
 

@@ -4,7 +4,8 @@
 //     constexpr OMSEntry kVocabulary[] = {
 //         oms::data<&Lamp::level, &Lamp::setLevel>("level", "brightness, 0 to 100"),
 //         oms::readOnly<&Lamp::hours>("hours", "hours burnt"),
-//         oms::method<&Lamp::blink>("blink", "[times] [ms]"),   // void blink(std::optional<int>, ...)
+//         oms::method<&Lamp::blink>("blink", "[times]"), // void blink(std::optional<int> times)
+//         oms::lasting<&Lamp::fade>("fade", "ms"),       // calls fireCompletion when it is done
 //         oms::event("lit"),
 //     };
 //     void Lamp::declareProperties() { OMTrinket::declareProperties(); declare(kVocabulary); }
@@ -33,6 +34,7 @@ struct OMSEntry {
     void (*set)(OMScriptableObject&, std::string_view) = nullptr; ///< null: writes are ignored
     std::string (*get)(OMScriptableObject&) = nullptr;
     void (*run)(OMScriptableObject&) = nullptr;
+    bool lasting = false; ///< the method reports itself when its work is finished
 };
 
 namespace oms {
@@ -46,19 +48,29 @@ namespace oms {
 
 [[nodiscard]] double realFromText(std::string_view text);
 
-template <class T> [[nodiscard]] T fromText(std::string_view text) {
-    if constexpr (std::is_same_v<T, bool>) return OMSToInteger(text) != 0;
-    else if constexpr (std::is_integral_v<T>) return static_cast<T>(OMSToInteger(text));
-    else if constexpr (std::is_floating_point_v<T>) return static_cast<T>(realFromText(text));
-    else return T(text);
+template <class T>
+[[nodiscard]] T fromText(std::string_view text) {
+    if constexpr (std::is_same_v<T, bool>)
+        return OMSToInteger(text) != 0;
+    else if constexpr (std::is_integral_v<T>)
+        return static_cast<T>(OMSToInteger(text));
+    else if constexpr (std::is_floating_point_v<T>)
+        return static_cast<T>(realFromText(text));
+    else
+        return T(text);
 }
 
 namespace detail {
 
-template <class T> struct OptionalValue;
-template <class T> struct OptionalValue<std::optional<T>> { using type = T; };
+template <class T>
+struct OptionalValue;
+template <class T>
+struct OptionalValue<std::optional<T>> {
+    using type = T;
+};
 
-template <class T> std::decay_t<T> nextArgument() {
+template <class T>
+std::decay_t<T> nextArgument() {
     using Value = std::decay_t<T>;
     std::string text = OMSArguments::global().next();
     if constexpr (requires { typename OptionalValue<Value>::type; }) {
@@ -69,7 +81,8 @@ template <class T> std::decay_t<T> nextArgument() {
     }
 }
 
-template <auto Member> struct Call;
+template <auto Member>
+struct Call;
 template <class Object, class... Arguments, void (Object::*Member)(Arguments...)>
 struct Call<Member> {
     static void run(OMScriptableObject& object) {
@@ -80,20 +93,25 @@ struct Call<Member> {
     }
 };
 
-template <auto Member> struct Set;
-template <class Object, class Value, void (Object::*Member)(Value)> struct Set<Member> {
+template <auto Member>
+struct Set;
+template <class Object, class Value, void (Object::*Member)(Value)>
+struct Set<Member> {
     static void run(OMScriptableObject& object, std::string_view text) {
         (static_cast<Object&>(object).*Member)(fromText<std::decay_t<Value>>(text));
     }
 };
 
-template <auto Member> struct Get;
-template <class Object, class Value, Value (Object::*Member)() const> struct Get<Member> {
+template <auto Member>
+struct Get;
+template <class Object, class Value, Value (Object::*Member)() const>
+struct Get<Member> {
     static std::string run(OMScriptableObject& object) {
         return toText((static_cast<const Object&>(object).*Member)());
     }
 };
-template <class Object, class Value, Value (Object::*Member)()> struct Get<Member> {
+template <class Object, class Value, Value (Object::*Member)()>
+struct Get<Member> {
     static std::string run(OMScriptableObject& object) {
         return toText((static_cast<Object&>(object).*Member)());
     }
@@ -103,20 +121,40 @@ template <class Object, class Value, Value (Object::*Member)()> struct Get<Membe
 
 template <auto Getter, auto Setter>
 constexpr OMSEntry data(std::string_view name, std::string_view help = {}) {
-    return {OMScriptableObjectProperty::Kind::Data, name, help, &detail::Set<Setter>::run,
-            &detail::Get<Getter>::run, nullptr};
+    return {OMScriptableObjectProperty::Kind::Data,
+            name,
+            help,
+            &detail::Set<Setter>::run,
+            &detail::Get<Getter>::run,
+            nullptr};
 }
 
 template <auto Getter>
 constexpr OMSEntry readOnly(std::string_view name, std::string_view help = {}) {
-    return {OMScriptableObjectProperty::Kind::Data, name, help, nullptr,
-            &detail::Get<Getter>::run, nullptr};
+    return {OMScriptableObjectProperty::Kind::Data,
+            name,
+            help,
+            nullptr,
+            &detail::Get<Getter>::run,
+            nullptr};
 }
 
 template <auto Method>
 constexpr OMSEntry method(std::string_view name, std::string_view help = {}) {
-    return {OMScriptableObjectProperty::Kind::Method, name, help, nullptr, nullptr,
+    return {OMScriptableObjectProperty::Kind::Method,
+            name,
+            help,
+            nullptr,
+            nullptr,
             &detail::Call<Method>::run};
+}
+
+/// A method whose work goes on after the call: the object calls fireCompletion at its end.
+template <auto Method>
+constexpr OMSEntry lasting(std::string_view name, std::string_view help = {}) {
+    OMSEntry entry = method<Method>(name, help);
+    entry.lasting = true;
+    return entry;
 }
 
 constexpr OMSEntry event(std::string_view name, std::string_view help = {}) {

@@ -1,8 +1,9 @@
-// Scriptable objects: the base of everything that a script can create, configure, start or listen to.
+// Scriptable objects: the base of everything that a script can create, configure, start or listen
+// to.
 //
 // An object carries named properties of three kinds (omsproperty.h), declared once from its class's
-// tables (omsclass.h). Events are fired synchronously from inside the object's code, so a handler may
-// destroy the object that fires; whoever goes on working after `fireEvent` holds an OMSWatch.
+// tables (omsclass.h). Events are fired synchronously from inside the object's code, so a handler
+// may destroy the object that fires; whoever goes on working after `fireEvent` holds an OMSWatch.
 #pragma once
 
 #include "omlink.h"
@@ -61,8 +62,8 @@ class OMScriptableObject {
     /// when the object is created by its class or announced as born.
     virtual void declareProperties() {}
 
-    // Declaring. Names must outlive the object; a name that is present is replaced. Without a setter,
-    // writes are accepted and ignored.
+    // Declaring. Names must outlive the object; a name that is present is replaced. Without a
+    // setter, writes are accepted and ignored.
     void addDataProperty(std::string_view name, OMSSetter setter, OMSGetter getter);
     void addMethod(std::string_view name, OMSMethod method);
     void addDefaultMethod(OMSMethod method) { addMethod(kDefaultMethod, std::move(method)); }
@@ -115,7 +116,8 @@ class OMScriptableObject {
     /// object; handlers and watchers stay with the original.
     OMScriptableObject(const OMScriptableObject& other);
     /// Adds the rows of a class's table.
-    template <std::size_t Count> void declare(const OMSEntry (&table)[Count]) {
+    template <std::size_t Count>
+    void declare(const OMSEntry (&table)[Count]) {
         declareRows(table, Count);
     }
 
@@ -124,6 +126,7 @@ class OMScriptableObject {
     friend class OMSRegistry;
 
     void declareRows(const OMSEntry* rows, std::size_t count);
+    void runMethod(const OMSEntry& row);
     void add(std::unique_ptr<OMScriptableObjectProperty> property);
     void born();
 

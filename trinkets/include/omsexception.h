@@ -1,5 +1,5 @@
-// Reports of script-level mistakes: values that carry a text and a kind. The newest one is kept, and
-// whoever installed the notification link (the log) is told of each.
+// Reports of script-level mistakes: values that carry a text and a kind. The newest one is kept,
+// and whoever installed the notification link (the log) is told of each.
 #pragma once
 
 #include "omlink.h"

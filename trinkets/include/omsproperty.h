@@ -1,5 +1,5 @@
-// Named properties of scriptable objects: data (read and written with `get` and `set`), methods (run
-// with `play`) and events (to which `set` attaches a handler).
+// Named properties of scriptable objects: data (read and written with `get` and `set`), methods
+// (run with `play`) and events (to which `set` attaches a handler).
 #pragma once
 
 #include "omlink.h"
@@ -64,8 +64,8 @@ class OMSEventProperty : public OMScriptableObjectProperty {
         : OMScriptableObjectProperty(Kind::Event, name) {}
     /// Replaces both handlers; empty links remove them.
     void attach(OMLink handler, OMLink second);
-    /// Calls the handlers, or, inside a call that a script made into an object, shows that the event
-    /// was ignored. False without a handler.
+    /// Calls the handlers, or, inside a call that a script made into an object, shows that the
+    /// event was ignored. False without a handler.
     bool run() override;
 
   private:

@@ -1,5 +1,5 @@
-// The registry of script classes, from which `x=ClassName args...` creates objects, and the component
-// libraries that can add classes to it at run time.
+// The registry of script classes, from which `x=ClassName args...` creates objects, and the
+// component libraries that can add classes to it at run time.
 #pragma once
 
 #include "omlink.h"

@@ -1,9 +1,9 @@
-// A script thread: steps through one compiled script, with a return stack for procedures, a stack of
-// counted loops and two timers, and receives the events of objects as interrupts.
+// A script thread: steps through one compiled script, with a return stack for procedures, a stack
+// of counted loops and two timers, and receives the events of objects as interrupts.
 //
 // A thread gives way to the main loop after each statement (its pace at first), or only when it is
-// blocked: waiting, pausing, playing synchronously, at the end of the script, or when another script
-// was asked for.
+// blocked: waiting, pausing, playing synchronously, at the end of the script, or when another
+// script was asked for.
 #pragma once
 
 #include "omlink.h"
@@ -28,8 +28,8 @@ using YScriptLocator = OMLinkTo<std::unique_ptr<OMIStream>(std::string_view name
 
 class YThread {
   public:
-    static constexpr int YTSTACK = 2048;     ///< return stack; one entry fewer is usable
-    static constexpr int kLoopStack = 128;   ///< counted loops
+    static constexpr int YTSTACK = 2048;   ///< return stack; one entry fewer is usable
+    static constexpr int kLoopStack = 128; ///< counted loops
     static constexpr int kStatusBlocked = 333;
     static constexpr int kStatusInterruptEnded = 777; ///< or the event was refused
 
@@ -47,8 +47,8 @@ class YThread {
     [[nodiscard]] const std::string& scriptName() const { return scriptName_; }
 
     /// Unloads the current script and compiles the named one. Null lets a person choose a file; an
-    /// empty name leaves the thread without a script. A script that cannot be read ends the program;
-    /// one that does not compile is shown and leaves the thread without a script.
+    /// empty name leaves the thread without a script. A script that cannot be read ends the
+    /// program; one that does not compile is shown and leaves the thread without a script.
     void loadScript(const char* name);
     /// Stops the thread and discards every handler and every variable of the script.
     void unload();
@@ -60,7 +60,8 @@ class YThread {
     /// As switchToScript; the current one is returned to by `exit`.
     void callScript(const std::string& name);
 
-    /// Runs a handler at once, until it is done or blocked. Does nothing while a switch is requested.
+    /// Runs a handler at once, until it is done or blocked. Does nothing while a switch is
+    /// requested.
     void deliverEvent(const eventRecord& event);
 
     void setUnloadedLink(OMLink link) { unloadedLink_ = std::move(link); }
@@ -77,7 +78,7 @@ class YThread {
     /// where its operands allow a shorter one.
     enum class Way : std::uint8_t {
         Plain,
-        CountedRound,     ///< ForNext of a counted loop, with the jump that follows
+        CountedRound, ///< ForNext of a counted loop, with the jump that follows
         Jump,
         AssignExpression, ///< an expression
         AssignValue,      ///< a variable, constant or selector
@@ -109,6 +110,7 @@ class YThread {
         int callDepth = 0;
         bool condition = true;
         bool pausing = false; ///< waiting for the pause deadline
+        int loopDepth = -1;
     };
     struct Timer {
         int procedure = 0; ///< instruction to run, 0 for none
@@ -145,7 +147,7 @@ class YThread {
     void updateCare();
     void setStatus(int status);
     [[nodiscard]] Context context() const {
-        return {pc_, waiting_, callDepth_, condition_, pausing_};
+        return {pc_, waiting_, callDepth_, condition_, pausing_, loopDepth_};
     }
     void restore(const Context& context);
     void endPause();
@@ -192,7 +194,8 @@ class YThread {
 
     // The trace (ytrace.cpp). `detail` texts are made only while tracing.
     void trace(const Code& code);
-    template <class... Arguments> void detail(const char* format, Arguments... arguments);
+    template <class... Arguments>
+    void detail(const char* format, Arguments... arguments);
 
     YEngine& engine_;
     YScriptLocator locator_;
@@ -228,8 +231,8 @@ class YThread {
     std::shared_ptr<bool> playing_; ///< a synchronous play is in progress
     Timer schedule_;
     Timer idle_;
-    YVariable* switchTo_ = nullptr;   ///< script to load at the end of the tick, by variable
-    std::string switchName_;          ///< the same, by name
+    YVariable* switchTo_ = nullptr; ///< script to load at the end of the tick, by variable
+    std::string switchName_;        ///< the same, by name
 
     int callDepth_ = 0;
     int loopDepth_ = -1;

@@ -1,9 +1,10 @@
 // Script variables. A YVariable is a symbol and a value cell in one: every name, literal and
-// expression that a script mentions is one, and statements refer to it by its index in the YHeap. All
-// script data is global.
+// expression that a script mentions is one, and statements refer to it by its index in the YHeap.
+// All script data is global.
 //
-// A value that was computed as a number gets a text only when somebody asks for one; a value that was
-// stored as a text keeps exactly that text beside its numeric reading ("007" is 7 and stays "007").
+// A value that was computed as a number gets a text only when somebody asks for one; a value that
+// was stored as a text keeps exactly that text beside its numeric reading ("007" is 7 and stays
+// "007").
 #pragma once
 
 #include "ynumber.h"
@@ -30,10 +31,10 @@ class YVariable {
     enum class Kind : std::uint8_t {
         Name = 0,
         Constant = 1,
-        Compound = 2,   ///< dotted name
-        Substring = 3,  ///< selector with "|"
+        Compound = 2,  ///< dotted name
+        Substring = 3, ///< selector with "|"
         Expression = 4,
-        Untyped = 5,    ///< not yet classified
+        Untyped = 5, ///< not yet classified
     };
     enum class Type : std::uint8_t { Empty = 0, Object = 1, String = 2, Integer = 3, Real = 4 };
     enum class Ownership : std::int8_t {
@@ -129,7 +130,8 @@ class YVariable {
     }
     void putNumberAsText(std::int32_t value) {
         putInteger(value);
-        if (!ynumber::hasShortText(value)) [[unlikely]] putReal(value);
+        if (!ynumber::hasShortText(value)) [[unlikely]]
+            putReal(value);
     }
     void putReal(double value) {
         type_ = Type::Real;

@@ -17,24 +17,24 @@
 
 struct YCompileError {
     enum class Kind {
-        Expression,         ///< `code` is one of yerror
-        MissingOperand,     ///< a statement without a word that it needs
-        OpenBlock,          ///< "[" without "]" at the end, or a statement without its body
-        StrayBracket,       ///< "]" without "["
-        StrayElse,          ///< "else" that follows no "if" body
-        OutsideLoop,        ///< "break" or "continue"
+        Expression,     ///< `code` is one of yerror
+        MissingOperand, ///< a statement without a word that it needs
+        OpenBlock,      ///< "[" without "]" at the end, or a statement without its body
+        StrayBracket,   ///< "]" without "["
+        StrayElse,      ///< "else" that follows no "if" body
+        OutsideLoop,    ///< "break" or "continue"
         TooManyInstructions,
         TooManyOperands,
         TooManyNames,
-        NestedTooDeep,      ///< blocks, or includes
-        UndefinedCommand,   ///< a warning: the statement is compiled all the same
-        IncludeUnreadable,  ///< ends the program; `text` is the whole message
+        NestedTooDeep,     ///< blocks, or includes
+        UndefinedCommand,  ///< a warning: the statement is compiled all the same
+        IncludeUnreadable, ///< ends the program; `text` is the whole message
     };
     Kind kind = Kind::Expression;
     int code = 0;
     std::string file;
-    int line = 0;     ///< from 1
-    std::string text; ///< the script at the place of the error, or the word or message
+    int line = 0;          ///< from 1
+    std::string text;      ///< the script at the place of the error, or the word or message
     std::string statement; ///< how the statement with an unclosed quote begins
 
     [[nodiscard]] bool isWarning() const { return kind == Kind::UndefinedCommand; }
@@ -58,7 +58,7 @@ class YCompiler {
 
     /// Null when there were errors. Names that the text mentions are interned in any case.
     [[nodiscard]] std::unique_ptr<YScript> compile(const std::string& name, std::string text);
-    /// In the order of their places, warnings included.
+    /// In the order in which they were found, warnings included.
     [[nodiscard]] const std::vector<YCompileError>& errors() const { return errors_; }
     /// "LINE: " and the script from the place of the error on, as the program shows it.
     [[nodiscard]] static std::string message(const YCompileError& error);
@@ -135,7 +135,7 @@ class YCompiler {
     std::vector<Loop> loops_;
     std::vector<YCompileError> errors_;
     std::size_t statementAt_ = 0;
-    int depth_ = 0;        ///< statements inside statements
-    bool failed_ = false;  ///< there was an error
-    bool gaveUp_ = false;  ///< and nothing more is compiled
+    int depth_ = 0;       ///< statements inside statements
+    bool failed_ = false; ///< there was an error
+    bool gaveUp_ = false; ///< and nothing more is compiled
 };

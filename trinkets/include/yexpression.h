@@ -1,9 +1,9 @@
 // Expressions: operand words with operators. A word is compiled once into a prefix form (a shape
 // string and the list of its leaves) and evaluated each time its value is read.
 //
-// Shape: "t" a leaf, the last one not yet used; "z" a left operand that was left out (0); "s" and an
-// operator character, followed by the shape of the right operand and, for a binary operator, that of
-// the left one. `a-b-c` is "s-ts-tt" with the leaves a, b, c.
+// Shape: "t" a leaf, the last one not yet used; "z" a left operand that was left out (0); "s" and
+// an operator character, followed by the shape of the right operand and, for a binary operator,
+// that of the left one. `a-b-c` is "s-ts-tt" with the leaves a, b, c.
 //
 //     level   operators           (lowest first; all left-associative)
 //     1       + - < > = #         binary
@@ -23,14 +23,14 @@
 /// Error codes of compiling and evaluating; a script's compile message and traces show them.
 namespace yerror {
 inline constexpr int kNone = 0;
-inline constexpr int kUnbalanced = 1;     ///< parentheses or quotes
-inline constexpr int kTooLong = 2;        ///< concatenation of 128 bytes or more
+inline constexpr int kUnbalanced = 1; ///< parentheses or quotes
+inline constexpr int kTooLong = 2;    ///< concatenation of 128 bytes or more
 inline constexpr int kMissingOperand = 3;
 inline constexpr int kIntegerDivision = 4; ///< by zero
-inline constexpr int kRealDomain = 5;     ///< division by nearly zero, fractional power of a negative
-inline constexpr int kUnclosedQuote = 6;  ///< in a statement word
+inline constexpr int kRealDomain = 5; ///< division by nearly zero, fractional power of a negative
+inline constexpr int kUnclosedQuote = 6; ///< in a statement word
 inline constexpr int kNotANumber = 7;
-inline constexpr int kTooDeep = 8;        ///< more parentheses or operands than can be handled
+inline constexpr int kTooDeep = 8; ///< more parentheses or operands than can be handled
 } // namespace yerror
 
 /// A temporary value: a number, a text or an object reference. Texts lie in the variables that they

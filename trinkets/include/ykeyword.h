@@ -1,5 +1,5 @@
-// The global commands of the script language: one process-wide table of names and functions that the
-// modules fill at start-up. A command reads its arguments from OMSArguments::global().
+// The global commands of the script language: one process-wide table of names and functions that
+// the modules fill at start-up. A command reads its arguments from OMSArguments::global().
 #pragma once
 
 #include "omlink.h"

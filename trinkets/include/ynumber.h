@@ -23,8 +23,8 @@ inline constexpr std::size_t kBufferSize = 32;
     return !text.empty() && looksNumeric(text.front());
 }
 
-/// The decimal number that `text` starts with, after blanks: sign, digits, fraction, exponent. 0 when
-/// there is none.
+/// The decimal number that `text` starts with, after blanks: sign, digits, fraction, exponent. 0
+/// when there is none.
 [[nodiscard]] double scan(std::string_view text);
 
 /// Sign and leading decimal digits after blanks; 0 without digits. Stops at the ends of int32.

@@ -67,9 +67,9 @@ struct YScript {
     static constexpr int kMaxOperandWords = 20000;
     static constexpr std::int16_t kEndOfList = -1;
 
-    std::string name;                        ///< of the file that was read
-    std::vector<YInstruction> instructions;  ///< an End follows the last one
-    std::vector<std::int16_t> operands;      ///< heap indices; the first three are 0, 1, 2
-    std::vector<YSourceLine> lines;          ///< one an instruction; empty for precompiled scripts
-    std::vector<std::string> files;          ///< the script and what it includes
+    std::string name;                       ///< of the file that was read
+    std::vector<YInstruction> instructions; ///< an End follows the last one
+    std::vector<std::int16_t> operands;     ///< heap indices; the first three are 0, 1, 2
+    std::vector<YSourceLine> lines;         ///< one an instruction; empty for precompiled scripts
+    std::vector<std::string> files;         ///< the script and what it includes
 };

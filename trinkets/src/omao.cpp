@@ -28,7 +28,7 @@ constexpr OMSEntry kVocabulary[] = {
     oms::data<&OMAnimation::param, &OMAnimation::setParam>(
         "param", "[index] field of the current entry: 0 or 1 code, 2 dx, 3 dy, 4 argument"),
     oms::data<&OMAnimation::isSoundOn, &OMAnimation::setSoundOn>("soundOn", "sound entries play"),
-    oms::method<&OMAnimation::forever>("forever"),
+    oms::lasting<&OMAnimation::forever>("forever"),
     oms::event("paused", "finished or held, after the sounds it waits for"),
     oms::event("special", "a notification marker was reached"),
 };

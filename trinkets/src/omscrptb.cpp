@@ -100,8 +100,10 @@ void OMScriptableObject::add(std::unique_ptr<OMScriptableObjectProperty> propert
     const auto twin = std::find_if(properties_.begin(), properties_.end(), [&](const auto& listed) {
         return listed->name() == property->name();
     });
-    if (twin != properties_.end()) *twin = std::move(property);
-    else properties_.push_back(std::move(property));
+    if (twin != properties_.end())
+        *twin = std::move(property);
+    else
+        properties_.push_back(std::move(property));
 }
 
 void OMScriptableObject::addDataProperty(std::string_view name, OMSSetter setter,
@@ -123,19 +125,26 @@ void OMScriptableObject::declareRows(const OMSEntry* rows, std::size_t count) {
         switch (row->kind) {
         case OMScriptableObjectProperty::Kind::Event: addEvent(row->name); break;
         case OMScriptableObjectProperty::Kind::Method:
-            addMethod(row->name, [this, run = row->run] { run(*this); });
+            addMethod(row->name, [this, row] { runMethod(*row); });
             break;
         case OMScriptableObjectProperty::Kind::Data:
-            addDataProperty(
-                row->name,
-                row->set ? OMSSetter([this, set = row->set](std::string_view value) {
-                    set(*this, value);
-                })
-                         : OMSSetter(),
-                row->get ? OMSGetter([this, get = row->get] { return get(*this); }) : OMSGetter());
+            addDataProperty(row->name,
+                            row->set ? OMSSetter([this, set = row->set](std::string_view value) {
+                                set(*this, value);
+                            })
+                                     : OMSSetter(),
+                            row->get ? OMSGetter([this, get = row->get] { return get(*this); })
+                                     : OMSGetter());
             break;
         }
     }
+}
+
+/// What is done when the call returns is finished then, for those who wait for it.
+void OMScriptableObject::runMethod(const OMSEntry& row) {
+    const OMSWatch self(this);
+    row.run(*this);
+    if (self && !row.lasting) fireCompletion();
 }
 
 // ---------------------------------------------------------------------------- use
@@ -186,8 +195,7 @@ bool OMScriptableObject::invoke(std::string_view method) {
         return false;
     }
     // An event is fired by its own rules, not called.
-    const bool done =
-        found->kind() == OMScriptableObjectProperty::Kind::Method && found->run();
+    const bool done = found->kind() == OMScriptableObjectProperty::Kind::Method && found->run();
     status_ = done ? Status::Ok : Status::Refused;
     return done;
 }

@@ -30,8 +30,8 @@ constexpr OMSEntry kVocabulary[] = {
     oms::method<&RAnimation::show>("show"),
     oms::method<&RAnimation::paintIntoBackground>("paint", "[x y]"),
     oms::method<&RAnimation::pause>("pause"),
-    oms::method<&RAnimation::play>("play"),
-    oms::method<&RAnimation::resume>("resume"),
+    oms::lasting<&RAnimation::play>("play"),
+    oms::lasting<&RAnimation::resume>("resume"),
     oms::method<&RAnimation::suspend>("suspend"),
     oms::event("frameNotify", "a frame was shown, while frameNotification is 1"),
 };

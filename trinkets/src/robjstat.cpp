@@ -26,10 +26,11 @@ void YThread::set(const Code& code) {
     YVariable& word = *code.operands[0];
     OMScriptableObject* object = word.object();
     if (!object && !OMSRegistry::global().isClass(word.text())) {
-        if (tracing_) detail("%s is not a trinket", word.text().c_str());
+        if (tracing_)
+            detail("%s is not a trinket", word.text().c_str());
         else
-            engine_.warn(OMFormat("%s is not a trinket,\nso \"set\" won't work here",
-                                  word.text().c_str()));
+            engine_.warn(
+                OMFormat("%s is not a trinket,\nso \"set\" won't work here", word.text().c_str()));
         return;
     }
     const std::string name = textOf(*code.operands[1]);
@@ -39,15 +40,20 @@ void YThread::set(const Code& code) {
     }
     pushArguments(code, 2, code.count - 1);
     const std::string value = textOf(*code.operands[code.count - 1]);
-    if (value.starts_with('+')) attachHandler(word, object, name, value);
-    else if (object) setProperty(code, *object, name, value);
-    else engine_.warn(OMFormat("Property %s not found", name.c_str()));
+    if (value.starts_with('+'))
+        attachHandler(word, object, name, value);
+    else if (object)
+        setProperty(code, *object, name, value);
+    else
+        engine_.warn(OMFormat("Property %s not found", name.c_str()));
 }
 
 void YThread::removeHandler(YVariable& word, OMScriptableObject* object, std::string_view event) {
     engine_.removeRecords(object, word.text(), event);
-    if (object) object->attachHandler(event, nullptr, nullptr);
-    else OMSRegistry::global().attachClassHandler(word.text(), nullptr);
+    if (object)
+        object->attachHandler(event, nullptr, nullptr);
+    else
+        OMSRegistry::global().attachClassHandler(word.text(), nullptr);
     detail("remove the \"%s\" handler for %s", std::string(event).c_str(), word.text().c_str());
 }
 
@@ -72,7 +78,8 @@ void YThread::attachHandler(YVariable& word, OMScriptableObject* object, std::st
     if (attached)
         detail("\"%s\" for %s will trigger procedure [%s]", name.c_str(), word.text().c_str(),
                std::string(procedure).c_str());
-    else if (tracing_) detail("\"%s\" for %s not found", name.c_str(), word.text().c_str());
+    else if (tracing_)
+        detail("\"%s\" for %s not found", name.c_str(), word.text().c_str());
     if (!attached) engine_.warn(OMFormat("Event %s not found", name.c_str()));
 }
 
@@ -117,15 +124,18 @@ void YThread::get(const Code& code) {
     // Any variable but RECEIVER knows its own name.
     const bool ownName = name == kNameProperty && word.index() != YHeap::kReceiver;
     if (!object && !ownName) {
-        engine_.warn(OMFormat("%s is not a trinket,\nso \"get\" won't work here",
-                              word.text().c_str()));
+        engine_.warn(
+            OMFormat("%s is not a trinket,\nso \"get\" won't work here", word.text().c_str()));
         return;
     }
     pushArguments(code, 2, code.count - 1);
     std::optional<std::string> value;
-    if (ownName) value = word.resolve().text();
-    else if (name == kNameProperty) value = nameOfReceiver(*object);
-    else value = object->getProperty(name);
+    if (ownName)
+        value = word.resolve().text();
+    else if (name == kNameProperty)
+        value = nameOfReceiver(*object);
+    else
+        value = object->getProperty(name);
     const char* property = name.c_str();
     if (!value) {
         engine_.warn(OMFormat("Property %s not found", property));
@@ -151,9 +161,9 @@ std::string YThread::nameOfReceiver(OMScriptableObject& object) {
             first = record.get();
             mismatch = first->variable != ownName;
             if (mismatch)
-                engine_.warn(OMFormat(
-                    "RECEIVER event name %s\ndoes not match\ntrinket real name %s",
-                    first->variable.c_str(), ownName.c_str()));
+                engine_.warn(
+                    OMFormat("RECEIVER event name %s\ndoes not match\ntrinket real name %s",
+                             first->variable.c_str(), ownName.c_str()));
         } else if (mismatch) {
             engine_.warn(OMFormat("Found eventRec holding the same trinket under the name %s",
                                   record->variable.c_str()));
@@ -168,8 +178,10 @@ void YThread::play(const Code& code) {
     YVariable& word = *code.operands[0];
     OMScriptableObject* object = word.object();
     if (!object) {
-        if (tracing_) detail("%s is not a trinket", word.text().c_str());
-        else engine_.warn(OMFormat("%s is not a trinket", word.text().c_str()));
+        if (tracing_)
+            detail("%s is not a trinket", word.text().c_str());
+        else
+            engine_.warn(OMFormat("%s is not a trinket", word.text().c_str()));
         return;
     }
     int end = 1;
@@ -179,8 +191,10 @@ void YThread::play(const Code& code) {
     const std::string method =
         named ? textOf(*code.operands[1]) : std::string(OMScriptableObject::kDefaultMethod);
     pushArguments(code, 2, end);
-    if (named) detail("method \"%s\" for [%s]", method.c_str(), word.text().c_str());
-    else detail("default method for [%s]", word.text().c_str());
+    if (named)
+        detail("method \"%s\" for [%s]", method.c_str(), word.text().c_str());
+    else
+        detail("default method for [%s]", word.text().c_str());
 
     if (synchronous) {
         *playing_ = true;

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr double kTicksPerSecond = 9;      ///< of schedule and idle
+constexpr double kTicksPerSecond = 9; ///< of schedule and idle
 constexpr double kPauseMsPerSecond = 900;
 constexpr std::size_t kMaxSayLength = 255;
 constexpr std::size_t kPaceWordLength = 2; ///< "on", against "off"
@@ -69,8 +69,8 @@ void YThread::assign(const Code& code) {
     const std::string before = tracing_ ? textOf(target) : std::string();
     if (OMScriptableObject* object = target.object()) engine_.removeRecords(object);
     if (code.count < 2) {
-        engine_.warn(OMFormat("%s=\nis equivalent to\ndrop %s", name.text().c_str(),
-                              name.text().c_str()));
+        engine_.warn(
+            OMFormat("%s=\nis equivalent to\ndrop %s", name.text().c_str(), name.text().c_str()));
         target.makeEmpty();
     } else {
         YVariable& value = *code.operands[1];
@@ -78,7 +78,8 @@ void YThread::assign(const Code& code) {
         if (unsetName && OMSRegistry::global().isClass(value.text())) {
             construct(target, code);
         } else if (value.object()) {
-            target.copyFrom(value);
+            // An alias is pointed at the object's holder instead of being written through.
+            (name.ownership() == YVariable::Ownership::Alias ? name : target).copyFrom(value);
         } else if (&value.resolve() != &target) {
             if (unsetName) engine_.warn(OMFormat("Variable %s is empty", value.text().c_str()));
             YScratch scratch;
@@ -102,13 +103,14 @@ void YThread::construct(YVariable& target, const Code& code) {
         engine_.warn(OMFormat("Constructor %s has no parameters", className.c_str()));
     pushArguments(code, 2, code.count);
     std::unique_ptr<OMScriptableObject> object = OMSRegistry::global().create(className);
-    if (object) target.setObject(std::move(object));
-    else target.setInteger(0);
+    if (object)
+        target.setObject(std::move(object));
+    else
+        target.setInteger(0);
 }
 
 /// Fills the argument list with the string forms of the operands `from` to `to` - 1.
 void YThread::pushArguments(const Code& code, int from, int to) {
-    // Reading an operand may fill the list itself only through events; gather first.
     OMSArguments& arguments = OMSArguments::global();
     arguments.clear();
     for (int i = from; i < to; ++i) {

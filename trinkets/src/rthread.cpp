@@ -106,9 +106,12 @@ bool YThread::enterInterrupt(const eventRecord& event) {
         return false;
     }
     YVariable& receiver = YHeap::current().get(YHeap::kReceiver);
-    if (event.receiver) receiver.setReference(event.receiver);
-    else if (event.variable.empty()) receiver.setString(event.event);
-    else receiver.setReference(OMScriptableObject::lastBorn);
+    if (event.receiver)
+        receiver.setReference(event.receiver);
+    else if (event.variable.empty())
+        receiver.setString(event.event);
+    else
+        receiver.setReference(OMScriptableObject::lastBorn);
     OMDebug::check(!event.receiver || event.receiver == OMScriptableObject::lastPass,
                    "eventRec->receiver && (eventRec->receiver != OMScriptableObject::lastPass)",
                    "RECEIVER Mismatch");
@@ -132,6 +135,7 @@ void YThread::restore(const Context& context) {
     callDepth_ = context.callDepth;
     condition_ = context.condition;
     pausing_ = context.pausing;
+    loopDepth_ = context.loopDepth;
     endPause();
 }
 
@@ -443,8 +447,10 @@ void YThread::nextRound(const Code& code) {
 /// Moves a loop on by its step. Whether there is a round to do.
 inline bool YThread::countRound(CountedLoop& loop, YVariable& counter) {
     loop.value = narrow(loop.value + loop.step);
-    if (counter.takesNumber()) [[likely]] counter.putInteger(loop.value);
-    else counter.resolve().setInteger(loop.value);
+    if (counter.takesNumber()) [[likely]]
+        counter.putInteger(loop.value);
+    else
+        counter.resolve().setInteger(loop.value);
     if (loop.direction == 0) return false;
     if (loop.value == loop.target) {
         loop.direction = 0;

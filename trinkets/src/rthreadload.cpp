@@ -35,8 +35,8 @@ std::string readStream(OMIStream& stream, std::size_t limit) {
 
 } // namespace
 
-/// A file of the current directory, else what the locator finds. Texts may have the size of a script,
-/// precompiled ones are larger.
+/// A file of the current directory, else what the locator finds. Texts may have the size of a
+/// script, precompiled ones are larger.
 YCompiler::Source YThread::readSource(const std::string& name) {
     YCompiler::Source source;
     if (const auto file = OMPlatform().files().open(name, platform::OpenMode::Read)) {
@@ -105,12 +105,15 @@ void YThread::loadScript(const char* name) {
     YCompiler::Source source = readSource(wanted);
     if (!source.text) engine_.endProgram(source.message);
     scriptName_ = wanted;
-    if (YIsPrecompiled(*source.text)) loadPrecompiled(wanted, *source.text);
-    else compile(wanted, std::move(*source.text));
+    if (YIsPrecompiled(*source.text))
+        loadPrecompiled(wanted, *source.text);
+    else
+        compile(wanted, std::move(*source.text));
 }
 
 void YThread::compile(const std::string& name, std::string text) {
-    YCompiler compiler(YHeap::current(), [this](const std::string& file) { return readText(file); });
+    YCompiler compiler(YHeap::current(),
+                       [this](const std::string& file) { return readText(file); });
     compiler.setWarningLink([this](const YCompileError& e) { engine_.warn(e.description()); });
     std::unique_ptr<YScript> script = compiler.compile(name, std::move(text));
     if (script) {
@@ -162,8 +165,8 @@ void YThread::link(std::unique_ptr<YScript> script) {
     ++loads_;
 }
 
-/// The jump after a test is there: the compiler writes it and the reader of precompiled scripts asks
-/// for it.
+/// The jump after a test is there: the compiler writes it and the reader of precompiled scripts
+/// asks for it.
 YThread::Way YThread::wayOf(const Code& code) {
     const auto isExpression = [&](int operand) {
         return code.count > operand &&

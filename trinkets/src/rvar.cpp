@@ -41,7 +41,8 @@ YVariable::YVariable(YHeap& heap, int index, std::string_view text)
 YVariable::~YVariable() = default;
 
 YVariable& YVariable::target() {
-    if (ownership_ != Ownership::Alias || alias_ == 0) [[likely]] return *this;
+    if (ownership_ != Ownership::Alias || alias_ == 0) [[likely]]
+        return *this;
     // A chain of aliases cannot be longer than the table; a ring ends here.
     YVariable* variable = this;
     for (int steps = heap_->count(); steps > 0; --steps) {
@@ -116,8 +117,10 @@ int YVariable::internPart(std::string_view text) {
 
 void YVariable::classifyConstant() {
     kind_ = Kind::Constant;
-    if (ynumber::looksNumeric(text_)) storeText(text_);
-    else type_ = Type::String;
+    if (ynumber::looksNumeric(text_))
+        storeText(text_);
+    else
+        type_ = Type::String;
 }
 
 // ---------------------------------------------------------------------------- reading
@@ -125,9 +128,12 @@ void YVariable::classifyConstant() {
 std::string_view YVariable::heldString() const {
     if (length_ == kUnknownLength) {
         char buffer[ynumber::kBufferSize];
-        if (type_ == Type::Integer) valueString_ = ynumber::format(value_.integer, buffer);
-        else if (type_ == Type::Real) valueString_ = ynumber::format(value_.real, buffer);
-        else valueString_.clear();
+        if (type_ == Type::Integer)
+            valueString_ = ynumber::format(value_.integer, buffer);
+        else if (type_ == Type::Real)
+            valueString_ = ynumber::format(value_.real, buffer);
+        else
+            valueString_.clear();
         length_ = static_cast<std::int32_t>(valueString_.size());
     }
     return valueString_;
@@ -173,8 +179,9 @@ std::string_view YVariable::substring(YScratch& scratch) const {
     const std::string_view s = source ? source->string(scratch) : std::string_view();
     const auto length = static_cast<std::int32_t>(s.size());
     const bool counted = length_ == 3;
-    const std::int32_t count =
-        counted && part(2) ? std::clamp(part(2)->integer(), 0, length) : counted ? 0 : length;
+    const std::int32_t count = counted && part(2) ? std::clamp(part(2)->integer(), 0, length)
+                               : counted          ? 0
+                                                  : length;
     if (counted && !part(1)) return s.substr(static_cast<std::size_t>(length - count));
     const std::int32_t from = part(1) ? std::max(part(1)->integer(), 1) : 1;
     if (from > length) return {};
@@ -222,7 +229,8 @@ YVariable& YVariable::namedVariable() {
 
 YVariable& YVariable::element(std::int32_t number) {
     const auto slot = static_cast<std::size_t>(number);
-    if (slot < elements_.size() && elements_[slot]) [[likely]] return *elements_[slot];
+    if (slot < elements_.size() && elements_[slot]) [[likely]]
+        return *elements_[slot];
     YScratch scratch;
     YVariable& variable = heap_->get(heap_->intern(compoundName(scratch)));
     if (slot >= elements_.size()) elements_.resize(slot + 1);
@@ -305,8 +313,10 @@ void YVariable::setReal(double value) {
     if (self.kind_ != Kind::Name) return;
     self.release();
     const double kept = ynumber::throughText(value);
-    if (ynumber::isIntegral(kept, 0)) self.putInteger(static_cast<std::int32_t>(kept));
-    else self.putReal(kept);
+    if (ynumber::isIntegral(kept, 0))
+        self.putInteger(static_cast<std::int32_t>(kept));
+    else
+        self.putReal(kept);
 }
 
 void YVariable::setNumberAsText(std::int32_t value) {
@@ -377,7 +387,8 @@ void YVariable::copyFrom(YVariable& source) {
     if (this == &from) return;
     if (ownership_ == Ownership::Owner && from.ownership_ == Ownership::Owner)
         setObject(object->makeDuplicate());
-    else setReference(object);
+    else
+        setReference(object);
 }
 
 // ---------------------------------------------------------------------------- the table
@@ -391,7 +402,8 @@ std::unique_ptr<YHeap>& currentHeap() {
 
 YHeap& YHeap::current() {
     auto& heap = currentHeap();
-    if (!heap) [[unlikely]] heap = std::make_unique<YHeap>();
+    if (!heap) [[unlikely]]
+        heap = std::make_unique<YHeap>();
     return *heap;
 }
 
@@ -530,7 +542,8 @@ const YVariable* YHeap::holderOf(const OMScriptableObject* object) const {
             OMSobExceptionWarning("Variables " + holder->text_ + " and " + variable->text_ +
                                   " hold the same trinket pointer")
                 .report();
-        else holder = variable.get();
+        else
+            holder = variable.get();
     }
     return holder;
 }

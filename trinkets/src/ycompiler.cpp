@@ -69,16 +69,25 @@ const KeywordRow* findKeyword(std::string_view word) {
 /// The next place that is no blank, line end or comment; the size at the end of the text.
 std::size_t statementFrom(std::string_view script, std::size_t at) {
     while (at < script.size()) {
-        if (script[at] == ';') at = std::min(script.find(kLineEnd, at), script.size());
-        else if (endsWord(script[at])) ++at;
-        else break;
+        if (script[at] == ';')
+            at = std::min(script.find(kLineEnd, at), script.size());
+        else if (endsWord(script[at]))
+            ++at;
+        else
+            break;
     }
     return std::min(at, script.size());
 }
 
-/// At most `limit` bytes of the script from `at` on, without blanks at the end.
+std::string_view withoutQuotes(std::string_view word) {
+    const bool quoted = word.size() >= 2 && isQuote(word.front()) && word.back() == word.front();
+    return quoted ? word.substr(1, word.size() - 2) : word;
+}
+
+/// At most `limit` bytes of the script's line from `at` on, without blanks at the end.
 std::string shownText(std::string_view script, std::size_t at, std::size_t limit) {
     std::string_view shown = script.substr(std::min(at, script.size()), limit);
+    shown = shown.substr(0, shown.find(kLineEnd));
     while (!shown.empty() && endsWord(shown.back())) shown.remove_suffix(1);
     return std::string(shown);
 }
@@ -192,8 +201,8 @@ void YCompiler::openText(const std::string& name, std::string source) {
         std::replace(source.begin(), source.end(), '\n', kLineEnd);
     source.push_back(kLineEnd);
     script_->files.push_back(name);
-    texts_.push_back({.text = std::move(source),
-                      .file = static_cast<std::uint16_t>(script_->files.size() - 1)});
+    texts_.push_back(
+        {.text = std::move(source), .file = static_cast<std::uint16_t>(script_->files.size() - 1)});
 }
 
 bool YCompiler::leaveInclude() {
@@ -209,7 +218,7 @@ YCompiler::Outcome YCompiler::include() {
     if (!word) return fail(YCompileError::Kind::MissingOperand, start);
     if (texts_.size() > kMaxIncludeDepth || script_->files.size() > kMaxIncludes)
         return fail(YCompileError::Kind::NestedTooDeep, word->at);
-    const std::string name(word->text);
+    const std::string name(withoutQuotes(word->text));
     skipLine();
     Source source = reader_(name);
     if (!source.text) {
@@ -248,7 +257,8 @@ bool YCompiler::skipToStatement() {
     return false;
 }
 
-/// The next word of the line, or none at its end. An unclosed quote is found by who interns the word.
+/// The next word of the line, or none at its end. An unclosed quote is found by who interns the
+/// word.
 std::optional<YCompiler::Word> YCompiler::nextWord(bool stopAtEquals) {
     skipBlanks();
     if (atLineEnd()) return std::nullopt;
@@ -322,7 +332,8 @@ std::optional<int> YCompiler::emitList(const std::vector<int>& indices, std::siz
 int YCompiler::emit(YOpcode opcode, int operand, YSourceLine place) {
     if (here() == YScript::kMaxInstructions && opcode != YOpcode::End)
         fail(YCompileError::Kind::TooManyInstructions, text().at);
-    // The compilation ends at this statement's end; until then there is room for what belongs to it.
+    // The compilation ends at this statement's end; until then there is room for what belongs to
+    // it.
     script_->instructions.push_back({opcode, static_cast<std::int16_t>(operand)});
     script_->lines.push_back(place);
     return here() - 1;
@@ -418,7 +429,8 @@ YCompiler::Outcome YCompiler::compileCommand(const Word& word) {
     if (!command) return Outcome::Statement;
     indices.push_back(*command);
     if (!readOperands(indices)) return Outcome::Statement;
-    if (const auto list = emitList(indices, word.at)) emit(YOpcode::Command, *list, placeOf(word.at));
+    if (const auto list = emitList(indices, word.at))
+        emit(YOpcode::Command, *list, placeOf(word.at));
     return Outcome::Statement;
 }
 
@@ -441,7 +453,8 @@ YCompiler::Outcome YCompiler::compileAssignment(const Word& name) {
     std::vector<int> indices{*target};
     if (!readOperands(indices)) return Outcome::Statement;
     OMDebug::check(indices.size() > 1, "operands", "Assignment to nothing");
-    if (const auto list = emitList(indices, name.at)) emit(YOpcode::Assign, *list, placeOf(name.at));
+    if (const auto list = emitList(indices, name.at))
+        emit(YOpcode::Assign, *list, placeOf(name.at));
     return Outcome::Statement;
 }
 
@@ -477,8 +490,8 @@ YCompiler::Outcome YCompiler::compileIf(const Word& keyword) {
     return Outcome::Statement;
 }
 
-/// Whether the next statement is an "else", which may stand behind the end of an included file; it is
-/// consumed then.
+/// Whether the next statement is an "else", which may stand behind the end of an included file; it
+/// is consumed then.
 bool YCompiler::nextIsElse() {
     std::size_t depth = texts_.size();
     std::size_t at = 0;

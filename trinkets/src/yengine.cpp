@@ -137,8 +137,10 @@ std::shared_ptr<eventRecord> YEngine::addRecord(eventRecord record) {
     });
     auto added = std::make_shared<eventRecord>(std::move(record));
     // A handler attached anew takes the place of the old one, whose link has just been replaced.
-    if (twin != records_.end()) *twin = added;
-    else records_.push_back(added);
+    if (twin != records_.end())
+        *twin = added;
+    else
+        records_.push_back(added);
     return added;
 }
 

@@ -1,6 +1,5 @@
 #include "yexpression.h"
 
-
 #include <cmath>
 
 namespace {
@@ -119,6 +118,9 @@ std::string Compiler::compilePrimary(std::string_view segment) {
 // ---------------------------------------------------------------------------- compiling
 
 bool YExpression::mayContainOperator(std::string_view text) {
+    // An operator alone is a word like any other: `x = 5` calls a command x with two words.
+    if (text.size() == 1 && kAllOperators.find(text.front()) != std::string_view::npos)
+        return false;
     char quote = 0;
     for (const char c : text) {
         if (quote) {
@@ -138,8 +140,8 @@ YExpression::Compiled YExpression::compile(YHeap& heap, std::string_view text) {
     return compiled;
 }
 
-/// Turns a shape into nodes. Nodes are kept in one array that never grows, so that they can point at
-/// each other.
+/// Turns a shape into nodes. Nodes are kept in one array that never grows, so that they can point
+/// at each other.
 class YExpression::Builder {
   public:
     Builder(YHeap& heap, std::string_view shape, const std::vector<int>& leaves,
@@ -290,10 +292,11 @@ bool YExpression::addSteps(const Node& node, int depth) {
     }
     const auto which = kNumeric.find(node.operation);
     if (which == std::string_view::npos) return false;
-    const auto operation =
-        static_cast<Operation>(static_cast<std::size_t>(Operation::Add) + which);
-    if (node.left->operation == 'z') steps_.push_back({Operation::Load, nullptr});
-    else if (!addSteps(*node.left, depth)) return false;
+    const auto operation = static_cast<Operation>(static_cast<std::size_t>(Operation::Add) + which);
+    if (node.left->operation == 'z')
+        steps_.push_back({Operation::Load, nullptr});
+    else if (!addSteps(*node.left, depth))
+        return false;
     if (node.right->operation == 't') {
         steps_.push_back({operation, node.right->leaf});
         return true;
@@ -305,7 +308,8 @@ bool YExpression::addSteps(const Node& node, int depth) {
 }
 
 YExpression::Number YExpression::evaluateNumber() const {
-    if (std::int64_t whole = 0; runOnIntegers(whole)) [[likely]] return Number::of(whole);
+    if (std::int64_t whole = 0; runOnIntegers(whole)) [[likely]]
+        return Number::of(whole);
     if (double real = 0; runOnReals(real)) return Number::of(real);
     return {};
 }
@@ -324,9 +328,12 @@ inline bool loadInteger(YVariable* leaf, std::int64_t& value) {
 
 inline bool loadReal(YVariable* leaf, double& value) {
     if (!leaf->holdsInteger() && !leaf->holdsReal()) leaf = &leaf->resolve();
-    if (leaf->holdsInteger()) value = leaf->heldInteger();
-    else if (leaf->holdsReal()) value = leaf->heldReal();
-    else return false;
+    if (leaf->holdsInteger())
+        value = leaf->heldInteger();
+    else if (leaf->holdsReal())
+        value = leaf->heldReal();
+    else
+        return false;
     return true;
 }
 
@@ -355,8 +362,10 @@ bool YExpression::runOnIntegers(std::int64_t& result) const {
         }
         switch (step.operation) {
         case Operation::Load:
-            if (!step.leaf) value = 0;
-            else if (!loadInteger(step.leaf, value)) return false;
+            if (!step.leaf)
+                value = 0;
+            else if (!loadInteger(step.leaf, value))
+                return false;
             continue;
         case Operation::Length:
             value = heldLength(step.leaf);
@@ -385,7 +394,8 @@ bool YExpression::runOnIntegers(std::int64_t& result) const {
         case Operation::Less: value = value < right; continue;
         case Operation::Greater: value = value > right; continue;
         }
-        if (value < -kLimit || value > kLimit) [[unlikely]] return false;
+        if (value < -kLimit || value > kLimit) [[unlikely]]
+            return false;
     }
     result = value;
     return true;
@@ -430,7 +440,8 @@ int applyReals(char operation, double left, double right, double& result) {
 
 bool YExpression::runOnReals(double& result) const {
     using Operation = Step::Operation;
-    constexpr char kCharacters[] = {0, 0, 0, '+', '-', '*', '/', '\\', '%', '^', '=', '#', '<', '>'};
+    constexpr char kCharacters[] = {0,    0,   0,   '+', '-', '*', '/',
+                                    '\\', '%', '^', '=', '#', '<', '>'};
     if (steps_.empty()) return false;
     double aside[kStepStack];
     int count = 0;
@@ -447,8 +458,10 @@ bool YExpression::runOnReals(double& result) const {
         }
         switch (step.operation) {
         case Operation::Load:
-            if (!step.leaf) value = 0;
-            else if (!loadReal(step.leaf, value)) return false;
+            if (!step.leaf)
+                value = 0;
+            else if (!loadReal(step.leaf, value))
+                return false;
             break;
         case Operation::Length:
             value = static_cast<double>(heldLength(step.leaf));
@@ -526,8 +539,10 @@ int YExpression::evaluateNamed(YHeap& heap, std::string_view text, YValue& resul
         YValue value;
         if (variable.expression()->evaluate(heap, value) == yerror::kNone) {
             const std::string_view computed = value.text();
-            if (computed.size() < YScratch::kSize) result.copyText(computed);
-            else result.setText(computed);
+            if (computed.size() < YScratch::kSize)
+                result.copyText(computed);
+            else
+                result.setText(computed);
         } else {
             result.setText(variable.text());
         }
@@ -550,7 +565,8 @@ int YExpression::apply(char operation, YValue& left, YValue& right, YValue& resu
 int YExpression::applyNumbers(char operation, const YValue& left, const YValue& right,
                               YValue& result) {
     double number = 0;
-    if (const int error = applyReals(operation, left.number(), right.number(), number)) return error;
+    if (const int error = applyReals(operation, left.number(), right.number(), number))
+        return error;
     result.setReal(number);
     return yerror::kNone;
 }
@@ -573,8 +589,7 @@ int YExpression::applyTexts(char operation, YValue& left, YValue& right, YValue&
     case '!': result.setInteger(0); return yerror::kNone;
     case '@': {
         const auto position = r.find(l);
-        result.setInteger(position == std::string_view::npos ? 0
-                                                             : static_cast<int>(position) + 1);
+        result.setInteger(position == std::string_view::npos ? 0 : static_cast<int>(position) + 1);
         return yerror::kNone;
     }
     default: return yerror::kNotANumber;

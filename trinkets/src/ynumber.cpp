@@ -110,12 +110,14 @@ double throughText(double value) {
     constexpr double kLargest = 1e15; // whole numbers below have at most fifteen digits
     constexpr double kSmallest = 1e-4;
     const double size = std::fabs(value);
-    if (!(size >= kSmallest && size < kLargest)) return value == 0 ? value : throughPrintedText(value);
+    if (!(size >= kSmallest && size < kLargest))
+        return value == 0 ? value : throughPrintedText(value);
     if (value == static_cast<double>(static_cast<std::int64_t>(value))) return value;
 
     const auto bits = std::bit_cast<std::uint64_t>(size);
     const int exponent = static_cast<int>(bits >> 52) - 1075; // size = mantissa * 2^exponent
-    const std::uint64_t mantissa = (bits & ((std::uint64_t{1} << 52) - 1)) | (std::uint64_t{1} << 52);
+    const std::uint64_t mantissa =
+        (bits & ((std::uint64_t{1} << 52) - 1)) | (std::uint64_t{1} << 52);
     const int shift = -exponent; // 3 to 66 here
 
     // An estimate of the decimal exponent that is never too large and at most one too small.

@@ -24,8 +24,8 @@ class Input {
     std::uint8_t u8() { return reader_.u8(); }
     std::int16_t i16() {
         const std::uint16_t value = reader_.u16();
-        return static_cast<std::int16_t>(
-            swap_ ? static_cast<std::uint16_t>(value << 8 | value >> 8) : value);
+        return static_cast<std::int16_t>(swap_ ? static_cast<std::uint16_t>(value << 8 | value >> 8)
+                                               : value);
     }
     std::int32_t i32() {
         const std::uint32_t v = reader_.u32();
@@ -205,9 +205,8 @@ class YVariableReader {
                                    ? kSubstringParts
                                    : kSubstringParts - 1;
             return variable.parts_.size() == kSubstringParts &&
-                   std::all_of(variable.parts_.begin(), variable.parts_.end(), [&](int part) {
-                       return part == YVariable::kNoPart || known(part);
-                   });
+                   std::all_of(variable.parts_.begin(), variable.parts_.end(),
+                               [&](int part) { return part == YVariable::kNoPart || known(part); });
         case Kind::Expression:
             variable.type_ = Type::Empty;
             return std::all_of(variable.parts_.begin(), variable.parts_.end(), known);

@@ -41,7 +41,8 @@ class Dialogs {
   public:
     virtual ~Dialogs() = default;
 
-    /// Shows a box with the buttons that `style` names (boxstyle::k...) and returns the one pressed.
+    /// Shows a box with the buttons that `style` names (boxstyle::k...) and returns the one
+    /// pressed.
     virtual Button messageBox(std::string_view text, std::string_view caption,
                               std::uint32_t style) = 0;
 

@@ -1,4 +1,5 @@
-// Resources and version strings that the program itself carries.
+// What the program itself carries, resources and version strings, and libraries of native code that
+// it loads.
 #pragma once
 
 #include <cstddef>
@@ -25,14 +26,16 @@ class Modules {
 
     /// Bytes of the program's own resource; they live as long as the program. None when there is no
     /// such resource. `type` is compared with case.
-    [[nodiscard]] virtual std::optional<std::span<const std::byte>>
-    resource(std::string_view type, int id) const = 0;
+    [[nodiscard]] virtual std::optional<std::span<const std::byte>> resource(std::string_view type,
+                                                                             int id) const = 0;
 
     /// Loads a library by a path in the form of `Files`; null when there is none or it cannot be
     /// loaded.
-    [[nodiscard]] virtual std::unique_ptr<Library> load(std::string_view /*path*/) {
-        return nullptr;
-    }
+    [[nodiscard]] virtual std::unique_ptr<Library> load(std::string_view path) = 0;
+
+    /// Why the last `load` of a file that is there gave nothing; empty when it gave a library or
+    /// there was no such file.
+    [[nodiscard]] virtual std::string loadError() const = 0;
 
     /// A string of the program's version resource ("ProductName", "ProductVersion"), empty when
     /// missing.

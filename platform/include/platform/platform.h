@@ -9,9 +9,11 @@
 #include "platform/events.h"
 #include "platform/files.h"
 #include "platform/modules.h"
+#include "platform/textwindow.h"
 #include "platform/waveout.h"
 
 #include <cstdint>
+#include <memory>
 
 namespace platform {
 
@@ -26,6 +28,12 @@ class Platform {
     [[nodiscard]] virtual Files& files() = 0;
     [[nodiscard]] virtual Modules& modules() = 0;
     [[nodiscard]] virtual WaveOut& waveOut() = 0;
+
+    /// Opens a text window above all others, without taking the focus from where it is. Null when
+    /// there can be none. The owner must outlive the window, and the window must be gone before the
+    /// platform is.
+    [[nodiscard]] virtual std::unique_ptr<TextWindow>
+    openTextWindow(const TextWindowRequest& request, TextWindowOwner& owner) = 0;
 
     /// Called once, right before the first pass of the main loop: input that is known beforehand
     /// counts its time from here.

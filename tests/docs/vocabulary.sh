@@ -1,0 +1,72 @@
+#!/usr/bin/env bash
+# Compares the words that a page describes with those that the program has, both ways.
+#
+#     vocabulary.sh class PAGE SOURCE...     tables of a class page, with the class tables
+#     vocabulary.sh commands PAGE SOURCE...  headings of the commands, with the tables of commands
+#     vocabulary.sh keywords PAGE SOURCE     headings of the guide, with the compiler's keywords
+#     vocabulary.sh options PAGE PROGRAM     the table of options, with what --help shows
+set -euo pipefail
+kind=$1 page=$2
+shift 2
+
+# Rows of class tables as "property NAME read/write", "property NAME read", "method NAME", "event NAME".
+classRows() {
+  awk '
+    /OMSEntry kVocabulary\[\]/ { inside = 1 }
+    inside { text = text " " $0 }
+    inside && /^};/ { inside = 0 }
+    END {
+      while (match(text, /oms::(data|readOnly|method|lasting|event)[<(]/)) {
+        row = substr(text, RSTART + 5, RLENGTH - 6)
+        text = substr(text, RSTART + RLENGTH)
+        match(text, /"[^"]*"/)
+        name = substr(text, RSTART + 1, RLENGTH - 2)
+        if (row == "data") print "property " name " read/write"
+        else if (row == "readOnly") print "property " name " read"
+        else if (row == "event") print "event " name
+        else print "method " name
+      }
+    }' "$@"
+}
+
+# The same from the tables below the headings "Properties", "Methods" and "Events".
+pageRows() {
+  awk -F ' *[|] *' '
+    /^#+ / {
+      kind = /^#+ Properties$/ ? "property" : /^#+ Methods$/ ? "method" : /^#+ Events$/ ? "event" : ""
+    }
+    kind != "" && $2 ~ /^`[A-Za-z]+`$/ {
+      name = substr($2, 2, length($2) - 2)
+      print kind " " name (kind == "property" ? " " $4 : "")
+    }' "$page"
+}
+
+# First words of headings in backticks.
+headings() { sed -n 's/^### `\([A-Za-z]*\).*/\1/p' "$page"; }
+
+case $kind in
+  class)
+    have=$(classRows "$@")
+    told=$(pageRows)
+    ;;
+  commands)
+    have=$(sed -n -e 's/^ *{"\([A-Z][A-Za-z]*\)", &R[A-Za-z]*::.*/\1/p' \
+      -e 's/.*YCommands::add("\([A-Za-z]*\)".*/\1/p' "$@")
+    told=$(headings)
+    ;;
+  keywords)
+    have=$(sed -n 's/^ *{"\([a-z]*\)", Form::.*/\1/p' "$1"; echo include)
+    told=$(sed -n '/^###* .*`/p' "$page" | grep -o '`[a-z]*`' | tr -d '`')
+    ;;
+  options)
+    have=$("$1" --help | sed -n 's/^ *\(-h,\)\{0,1\}\(--[a-z-]*\).*/\2/p')
+    told=$(sed -n 's/^| `\(--[a-z-]*\).*/\1/p' "$page")
+    ;;
+esac
+
+[ -n "$have" ] || { echo "nothing found in $*" >&2; exit 1; }
+if ! diff -u --label "the page" --label "the program" \
+  <(sort -u <<<"$told") <(sort -u <<<"$have"); then
+  echo "$page does not tell what the program has"
+  exit 1
+fi

@@ -1,0 +1,67 @@
+// Loading of libraries by the program's names for files.
+#include "temporaryfolder.h"
+
+#include "platform/host/hostmodules.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace platform {
+namespace {
+
+using testing::HasSubstr;
+
+class HostModulesTest : public testing::Test {
+  protected:
+    HostModulesTest() { folder_.makeFolder("Parts"); }
+
+    void copy(const char* library, const std::string& name) {
+        std::filesystem::copy_file(library, folder_.path(name));
+    }
+
+    TemporaryFolder folder_;
+    HostFiles files_{HostOptions{.content = folder_.path(), .cd = "", .home = folder_.path()}};
+    HostModules modules_{files_, {}, {}};
+};
+
+TEST_F(HostModulesTest, LoadsByTheNamingRulesOfFiles) {
+    copy(ZORBET_PLAIN_LIBRARY, "Parts/Plain.LRN");
+    const auto library = modules_.load("parts\\plain.lrn");
+    ASSERT_TRUE(library) << modules_.loadError();
+    EXPECT_EQ(modules_.loadError(), "");
+    EXPECT_EQ(library->entry("noSuchFunction"), nullptr);
+
+    ::unsetenv("ZORBET_PLAIN_LIBRARY");
+    const auto called = library->entry("plainLibraryCalled");
+    ASSERT_NE(called, nullptr);
+    called();
+    EXPECT_STREQ(std::getenv("ZORBET_PLAIN_LIBRARY"), "called");
+}
+
+TEST_F(HostModulesTest, TellsWhyAFileIsNoLibrary) {
+    EXPECT_FALSE(modules_.load("missing.lrn"));
+    EXPECT_FALSE(modules_.load("Parts"));
+    EXPECT_FALSE(modules_.load(""));
+    EXPECT_FALSE(modules_.load("libc.so.6")) << "the host's own search is not asked";
+    EXPECT_EQ(modules_.loadError(), "") << "there is nothing to tell of files that are not there";
+
+    folder_.make("broken.lrn", "no library at all");
+    EXPECT_FALSE(modules_.load("broken.lrn"));
+    EXPECT_THAT(modules_.loadError(), HasSubstr("broken.lrn"));
+    folder_.make("cut.lrn", "\x7F"
+                            "ELF");
+    EXPECT_FALSE(modules_.load("cut.lrn"));
+    EXPECT_THAT(modules_.loadError(), HasSubstr("cut.lrn"));
+
+    // A component needs what the program exports; this test exports nothing.
+    copy(ZORBET_TEST_COMPONENT, "component.lrn");
+    EXPECT_FALSE(modules_.load("component.lrn"));
+    EXPECT_THAT(modules_.loadError(), HasSubstr("undefined symbol"));
+    EXPECT_FALSE(modules_.load("missing.lrn"));
+    EXPECT_EQ(modules_.loadError(), "");
+}
+
+} // namespace
+} // namespace platform

@@ -1,0 +1,68 @@
+// The font of text windows.
+#include "platform/host/textfont.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace platform {
+namespace {
+
+/// A line of text as rows of "#" and ".".
+std::vector<std::string> picture(const Surface& surface) {
+    std::vector<std::string> rows;
+    for (int y = 0; y < surface.height(); ++y) {
+        std::string row;
+        for (int x = 0; x < surface.width(); ++x) row += surface.row(y)[x] ? '#' : '.';
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+TEST(TextFont, EveryCharacterHasItsOwnShape) {
+    std::map<textfont::Glyph, int> seen;
+    for (int code = 0x20; code <= 0xFF; ++code) {
+        if (code >= 0x7F && code <= 0xA0) continue;
+        const textfont::Glyph glyph = textfont::glyph(static_cast<unsigned char>(code));
+        for (const std::uint8_t row : glyph) EXPECT_LT(row, 1 << textfont::kGlyphWidth) << code;
+        const auto [twin, isNew] = seen.emplace(glyph, code);
+        // The soft hyphen is one, when it is seen.
+        EXPECT_TRUE(isNew || code == 0xAD) << std::hex << code << " looks as " << twin->second;
+    }
+    const textfont::Glyph box = textfont::glyph(0x07);
+    EXPECT_EQ(textfont::glyph(0x80), box);
+    EXPECT_FALSE(seen.contains(box));
+    EXPECT_EQ(textfont::glyph(0xA0), textfont::Glyph{}) << "a blank";
+}
+
+TEST(TextFont, DrawsLettersWithAccentsAndLowerLengths) {
+    Surface surface(17, textfont::kLineHeight, 8);
+    textfont::draw(surface, 0, "\xC9g\xED", 1);
+    const std::vector<std::string> expected{
+        "...#.............", //
+        "..#............#.", //
+        "..............#..", //
+        "#####............", //
+        "#......##.#..##..", //
+        "####..#..##...#..", //
+        "#.....#...#...#..", //
+        "#.....#...#...#..", //
+        "#####..####..###.", //
+        "..........#......", //
+        ".......###.......", //
+        ".................",
+    };
+    EXPECT_EQ(picture(surface), expected);
+}
+
+TEST(TextFont, LeavesOutWhatLiesBeyondTheSurface) {
+    Surface surface(8, 4, 8);
+    for (const int top : {-100, -5, 0, 3, 4, 100}) textfont::draw(surface, top, "HHHHHHHHHH", 1);
+    // Rows 5 to 8 of the first drawing, over the upper rows of the others.
+    EXPECT_EQ(picture(surface)[0], "#####.##");
+    EXPECT_EQ(picture(surface)[1], "#...#.#.");
+    textfont::draw(surface, 0, std::string(100000, 'x'), 1);
+}
+
+} // namespace
+} // namespace platform

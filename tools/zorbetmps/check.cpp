@@ -1,0 +1,123 @@
+#include "zorbetmps/check.h"
+
+#include "platform/host/latin1.h"
+#include "zorbetmps/includes.h"
+
+#include "rvar.h"
+#include "ycompiler.h"
+#include "ykeyword.h"
+#include "yprecompiled.h"
+
+#include <algorithm>
+#include <map>
+#include <ostream>
+
+namespace mps {
+
+namespace {
+
+constexpr std::size_t kMaxPrecompiledSize = std::size_t{16} << 20;
+constexpr std::string_view kTooLong = "Script too long";
+
+/// The script's own name while it is compiled; no include can be called so.
+constexpr const char* kOwnName = "";
+
+/// One line of a text of the script, as it can be shown anywhere.
+std::string shown(std::string_view text) {
+    std::string line(text.substr(0, text.find_first_of("\r\n")));
+    const auto isControl = [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 0x20 || (byte >= 0x7F && byte < 0xA0);
+    };
+    std::ranges::replace_if(line, isControl, ' ');
+    line.erase(line.find_last_not_of(' ') + 1);
+    return platform::utf8FromLatin1(line);
+}
+
+class Check {
+  public:
+    Check(const std::string& file, std::ostream& out) : file_(file), out_(out), includes_(file) {}
+
+    bool run() {
+        auto bytes = readHostFile(file_, kMaxPrecompiledSize);
+        if (!bytes) {
+            tell("cannot be read");
+        } else if (YIsPrecompiled(*bytes)) {
+            checkPrecompiled(*bytes);
+        } else if (bytes->size() > YCompiler::kMaxTextSize) {
+            tell(kTooLong);
+        } else {
+            checkText(*std::move(bytes));
+        }
+        return sound_;
+    }
+
+  private:
+    void checkText(std::string text) {
+        const auto reader = [this](const std::string& name) { return readInclude(name); };
+        YCompiler compiler(YHeap::current(), reader, YCompiler::OnError::Collect);
+        static_cast<void>(compiler.compile(kOwnName, std::move(text)));
+        for (const YCompileError& error : compiler.errors()) {
+            sound_ = false;
+            out_ << pathOf(error.file) << ':' << error.line << ": " << shown(error.description())
+                 << '\n';
+        }
+    }
+
+    YCompiler::Source readInclude(const std::string& name) {
+        const auto path = includes_.find(name);
+        if (!path) return {std::nullopt, "can't find " + name};
+        includedFrom_[name] = *path;
+        auto text = readHostFile(*path, YCompiler::kMaxTextSize);
+        if (!text) return {std::nullopt, name + ": cannot be read"};
+        if (text->size() > YCompiler::kMaxTextSize)
+            return {std::nullopt, name + ": " + std::string(kTooLong)};
+        return {std::move(text), {}};
+    }
+
+    [[nodiscard]] const std::string& pathOf(const std::string& name) const {
+        const auto included = includedFrom_.find(name);
+        return included == includedFrom_.end() ? file_ : included->second;
+    }
+
+    void checkPrecompiled(std::string_view bytes) {
+        if (bytes.size() > kMaxPrecompiledSize) {
+            tell(kTooLong);
+            return;
+        }
+        YHeap& heap = YHeap::current();
+        const auto script = YReadPrecompiled(heap, bytes);
+        if (!script) {
+            tell("damaged precompiled script");
+            return;
+        }
+        for (const YInstruction& instruction : script->instructions) {
+            if (instruction.opcode != YOpcode::Command) continue;
+            const auto word = static_cast<std::size_t>(instruction.operand);
+            const std::string& command = heap.get(script->operands[word]).text();
+            if (!YCommands::find(command)) tell(command + " is undefined");
+        }
+    }
+
+    void tell(std::string_view text) {
+        sound_ = false;
+        out_ << file_ << ": " << shown(text) << '\n';
+    }
+
+    const std::string& file_;
+    std::ostream& out_;
+    Includes includes_;
+    std::map<std::string, std::string, std::less<>> includedFrom_; ///< paths by include names
+    bool sound_ = true;
+};
+
+} // namespace
+
+bool checkScript(const std::string& file, std::ostream& out) {
+    YHeap::recreate();
+    const bool sound = Check(file, out).run();
+    YHeap::recreate();
+    return sound;
+}
+
+} // namespace mps

@@ -1,0 +1,62 @@
+#include "zorbetmps/includes.h"
+
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+namespace mps {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kScriptFolders[] = {"", "scripts\\"};
+
+fs::path folderOf(const std::string& script) {
+    const fs::path folder = fs::path(script).parent_path();
+    return folder.empty() ? "." : folder;
+}
+
+} // namespace
+
+Includes::Includes(const std::string& script) {
+    const fs::path own = folderOf(script);
+    folders_.push_back(folder(own.string()));
+    folders_.push_back(folder((own / "..").lexically_normal().string()));
+}
+
+Includes::Folder Includes::folder(const std::string& given) {
+    std::error_code error;
+    const fs::path real = fs::weakly_canonical(given, error);
+    return {given, real.string(), platform::HostFiles({.content = given})};
+}
+
+std::optional<std::string> Includes::find(std::string_view name) const {
+    for (const Folder& folder : folders_) {
+        for (const std::string_view subfolder : kScriptFolders) {
+            const std::string path = std::string(subfolder) + std::string(name);
+            if (folder.files.exists(path)) return shownPath(folder, *folder.files.hostPath(path));
+        }
+    }
+    return std::nullopt;
+}
+
+std::string Includes::shownPath(const Folder& folder, const std::string& hostPath) {
+    const fs::path inside = fs::path(hostPath).lexically_relative(folder.real);
+    if (inside.empty() || *inside.begin() == "..") return hostPath;
+    return (fs::path(folder.given) / inside).lexically_normal().string();
+}
+
+std::optional<std::string> readHostFile(const std::string& path, std::size_t limit) {
+    std::error_code error;
+    if (fs::is_directory(path, error)) return std::nullopt;
+    std::ifstream file(path, std::ios::binary);
+    if (!file) return std::nullopt;
+    std::string bytes(limit + 1, '\0');
+    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (file.bad()) return std::nullopt;
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    return bytes;
+}
+
+} // namespace mps
