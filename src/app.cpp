@@ -1,7 +1,9 @@
 #include "app.h"
 
+#include "animationsounds.h"
 #include "commands.h"
 #include "configuration.h"
+#include "gamesounds.h"
 #include "omapp.h"
 #include "omdebugwindow.h"
 #include "omistreamfile.h"
@@ -11,6 +13,7 @@
 #include "omrandom.h"
 #include "omsexception.h"
 #include "omsregistry.h"
+#include "omwaveengine.h"
 #include "palettehook.h"
 #include "programresources.h"
 #include "ranimation.h"
@@ -18,6 +21,7 @@
 #include "rthread.h"
 #include "scenes/efwindow.h"
 #include "scriptclasses.h"
+#include "soundcommands.h"
 #include "yengine.h"
 
 namespace {
@@ -78,15 +82,20 @@ void removeLocators() {
 
 /// Application, window and scripts, from their making to their end. What is declared later goes
 /// first.
-void runApplication(RResources& resources) {
+void runApplication(RResources& resources, OMWaveEngine& soundEngine) {
     OMApp app(OMApp::DisplayMode::PopUp, OMColor(),
               {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth);
     resources.setAlertLink([&app](std::string_view text) { app.alert(text); });
     EffectsWindow window(centredCorner(OMPlatform().display().mode()), app.productName());
     app.setCommandHandler([](int command) { return OMLog::handleCommand(command); });
+    app.setBackgroundLink([&soundEngine] { soundEngine.suspend(); });
+    app.setForegroundLink([&soundEngine] { soundEngine.resume(); });
 
     const RScriptClasses classes; // also those of components, whose commands go before their code
+    RGameSounds sounds(resources);
+    const RAnimationSounds animationSounds(resources);
     const RCommands commands(window);
+    RRegisterSoundCommands(sounds);
     OMDebugWindow debugWindow;
     YEngine engine;
     engine.setTraceWindow([&debugWindow](std::string_view text) { debugWindow.showText(text); });
@@ -118,7 +127,8 @@ int RGameMain(std::optional<std::uint32_t> seed) {
         return kExitOk;
     }
     installLocators(resources);
-    runApplication(resources);
+    OMWaveEngine soundEngine;
+    runApplication(resources, soundEngine);
     removeLocators();
     resources.shutDown();
     OMLog::close();

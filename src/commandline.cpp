@@ -74,6 +74,8 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
         ->check(CLI::Range(1u, 60000u));
     app.add_option("--screen", screen, "Screen that the program sees (default 640x480x8)")
         ->needs(headless);
+    app.add_option("--record-sound", line.recordSound, "Folder for what would have been heard")
+        ->needs(headless);
     app.set_version_flag("--version", versionText());
     try {
         app.parse(argc, argv);

@@ -19,6 +19,7 @@ struct CommandLine {
     std::optional<std::uint32_t> untilMs;
     std::uint32_t stepMs = 1;
     platform::ScreenMode screen;
+    std::string recordSound; ///< host folder; empty: nothing is recorded
 };
 
 /// The options, or the exit code after --help, --version, or a mistake, which is told on standard

@@ -36,6 +36,7 @@ std::unique_ptr<platform::Platform> makeHeadless(const CommandLine& line) {
     options.untilMs = line.untilMs;
     options.stepMs = line.stepMs;
     options.screen = line.screen;
+    options.recordSound = line.recordSound;
     options.resources = RProgramResources();
     options.versionStrings = RVersionStrings();
     return std::make_unique<platform::HeadlessPlatform>(options);

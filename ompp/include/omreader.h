@@ -3,19 +3,21 @@
 // so that broken data cannot stall a parser.
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string_view>
 
-/// Little-endian numbers out of a block of bytes. A read that goes past the end gives 0 (or
+/// Numbers out of a block of bytes, little-endian unless told otherwise. A read that goes past the end gives 0 (or
 /// nothing), and from then on `ok` is false and every further read fails too: a parser may read a
 /// whole record and ask once.
 class OMReader {
   public:
     /// The bytes must outlive the reader.
-    explicit OMReader(std::span<const std::byte> bytes) : bytes_(bytes) {}
+    explicit OMReader(std::span<const std::byte> bytes, std::endian order = std::endian::little)
+        : bytes_(bytes), order_(order) {}
 
     [[nodiscard]] bool ok() const { return ok_; }
     [[nodiscard]] std::size_t size() const { return bytes_.size(); }
@@ -41,6 +43,7 @@ class OMReader {
     std::uint32_t number(std::size_t count);
 
     std::span<const std::byte> bytes_;
+    std::endian order_;
     std::size_t position_ = 0;
     bool ok_ = true;
 };

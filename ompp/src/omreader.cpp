@@ -35,11 +35,11 @@ std::string_view OMReader::text(std::size_t count) {
 }
 
 std::uint32_t OMReader::number(std::size_t count) {
+    const auto source = bytes(count);
     std::uint32_t value = 0;
-    int shift = 0;
-    for (std::byte byte : bytes(count)) {
-        value |= std::to_integer<std::uint32_t>(byte) << shift;
-        shift += 8;
+    for (std::size_t i = 0; i < source.size(); ++i) {
+        const std::size_t place = order_ == std::endian::little ? i : source.size() - 1 - i;
+        value |= std::to_integer<std::uint32_t>(source[i]) << (8 * place);
     }
     return value;
 }

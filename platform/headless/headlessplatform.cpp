@@ -21,7 +21,9 @@ HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
       files_(options.host), modules_(files_, options.resources, options.versionStrings),
       display_(options.screen, report_), events_(options.timeline, options.untilMs, clock_,
                                                  display_, orElse(options.notes, std::cerr)),
-      dialogs_(options.timeline, clock_, files_, report_, orElse(options.notes, std::cerr)) {}
+      dialogs_(options.timeline, clock_, files_, report_, orElse(options.notes, std::cerr)),
+      recorder_(options.recordSound, orElse(options.notes, std::cerr)),
+      waveOut_(clock_, recorder_) {}
 
 std::unique_ptr<TextWindow> HeadlessPlatform::openTextWindow(const TextWindowRequest& request,
                                                              TextWindowOwner&) {
@@ -31,6 +33,7 @@ std::unique_ptr<TextWindow> HeadlessPlatform::openTextWindow(const TextWindowReq
 void HeadlessPlatform::programEnds(int exitCode) {
     if (endReported_) return;
     endReported_ = true;
+    waveOut_.close(); // completes what was recorded
     const std::string_view cause = events_.quitCause();
     if (exitCode != 0 || cause.empty()) {
         report_.line("end", {std::to_string(exitCode)});

@@ -4,10 +4,12 @@
 
 #include "platform/headless/headlessdialogs.h"
 #include "platform/headless/headlessdisplay.h"
+#include "platform/headless/headlesswaveout.h"
 #include "platform/headless/report.h"
 #include "platform/headless/timeline.h"
 #include "platform/headless/timelineevents.h"
 #include "platform/headless/virtualclock.h"
+#include "platform/headless/waverecorder.h"
 #include "platform/host/hostfiles.h"
 #include "platform/host/hostmodules.h"
 #include "platform/host/hostoptions.h"
@@ -17,6 +19,7 @@
 #include <iosfwd>
 #include <optional>
 #include <span>
+#include <string>
 
 namespace platform {
 
@@ -27,6 +30,7 @@ struct HeadlessOptions {
         untilMs{};            ///< when a quit comes by itself, in the main loop's time
     std::uint32_t stepMs = 1; ///< time of one pass of the main loop; 0 counts as 1
     ScreenMode screen{};
+    std::string recordSound{}; ///< folder for what is played; empty: nothing is recorded
     std::span<const ProgramResource> resources{};
     std::span<const VersionString> versionStrings{};
     std::ostream* report = nullptr; ///< standard output when null
@@ -43,6 +47,7 @@ class HeadlessPlatform final : public Platform {
     [[nodiscard]] Dialogs& dialogs() override { return dialogs_; }
     [[nodiscard]] Files& files() override { return files_; }
     [[nodiscard]] Modules& modules() override { return modules_; }
+    [[nodiscard]] HeadlessWaveOut& waveOut() override { return waveOut_; }
 
     /// Its lines go into the report.
     [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
@@ -62,6 +67,8 @@ class HeadlessPlatform final : public Platform {
     HeadlessDisplay display_;
     TimelineEvents events_;
     HeadlessDialogs dialogs_;
+    WaveRecorder recorder_;
+    HeadlessWaveOut waveOut_;
     bool endReported_ = false;
 };
 

@@ -20,6 +20,9 @@ class VirtualClock final : public Clock {
     }
     void sleep(std::uint32_t ms) override { nowMs_ += ms; }
 
+    /// Milliseconds since the clock was made. Never wraps.
+    [[nodiscard]] std::uint64_t totalMs() const { return nowMs_; }
+
     /// From here the main loop's time counts.
     void beginLoop() { loopBeginMs_ = nowMs_; }
     [[nodiscard]] bool loopHasBegun() const { return loopBeginMs_.has_value(); }

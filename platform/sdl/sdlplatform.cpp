@@ -5,6 +5,7 @@
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
 #include "platform/sdl/sdltextwindow.h"
+#include "platform/sdl/sdlwaveout.h"
 #include "platform/sdl/sdlwindow.h"
 
 #include <cstdio>
@@ -49,6 +50,7 @@ class SdlPlatform final : public Platform {
     [[nodiscard]] Dialogs& dialogs() override { return dialogs_; }
     [[nodiscard]] Files& files() override { return files_; }
     [[nodiscard]] Modules& modules() override { return modules_; }
+    [[nodiscard]] WaveOut& waveOut() override { return waveOut_; }
 
     [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
                                                              TextWindowOwner& owner) override {
@@ -76,6 +78,7 @@ class SdlPlatform final : public Platform {
     HostFiles files_;
     HostModules modules_;
     SdlDialogs dialogs_;
+    SdlWaveOut waveOut_;
 };
 
 } // namespace

@@ -1,6 +1,6 @@
 // A machine that lives in memory: files with the naming rules of the platform, a clock that the
-// test sets, a plain screen, a queue of messages, boxes that are recorded. Nothing outside the test
-// process is touched.
+// test sets, a plain screen, a queue of messages, boxes that are recorded, a wave-out device that
+// keeps what it played. Nothing outside the test process is touched.
 #pragma once
 
 #include "platform/platform.h"
@@ -281,6 +281,99 @@ struct MemoryModules final : platform::Modules {
     };
 };
 
+/// A wave-out device that plays when the test says so, or by the clock when it has a rate.
+class MemoryWaveOut final : public platform::WaveOut {
+  public:
+    explicit MemoryWaveOut(const MemoryClock& clock) : clock_(clock) {}
+
+    bool available = true;
+    std::vector<int> opened;         ///< rates of all successful openings
+    std::vector<std::uint8_t> heard; ///< every byte that was played
+    std::uint32_t bytesPerMs = 0;    ///< 0: only `play` moves the queue
+    bool paused = false;
+    int pauses = 0;
+    int resets = 0;
+
+    /// Plays up to `bytes` bytes of the queue; the done flags wait for the next poll.
+    void play(std::size_t bytes) {
+        if (paused) return;
+        for (Queued& queued : queue_) {
+            const auto part = queued.buffer->data.subspan(queued.played);
+            const std::size_t count = std::min(bytes, part.size());
+            heard.insert(heard.end(), part.begin(),
+                         part.begin() + static_cast<std::ptrdiff_t>(count));
+            queued.played += count;
+            bytes -= count;
+        }
+    }
+    [[nodiscard]] std::size_t queuedBytes() const {
+        std::size_t bytes = 0;
+        for (const Queued& queued : queue_) bytes += queued.buffer->data.size() - queued.played;
+        return bytes;
+    }
+
+    bool open(int rate) override {
+        close();
+        if (!available || rate < 1) return false;
+        rate_ = rate;
+        opened.push_back(rate);
+        paused = false;
+        polledMs_ = clock_.now;
+        return true;
+    }
+    void close() override {
+        if (isOpen()) drop();
+        rate_ = 0;
+    }
+    bool isOpen() const override { return rate_ != 0; }
+    int rate() const override { return rate_; }
+    void write(platform::WaveBuffer& buffer) override {
+        if (!isOpen()) return;
+        buffer.prepared = true;
+        buffer.done = false;
+        queue_.push_back({&buffer, 0});
+    }
+    void poll() override {
+        play(std::size_t{clock_.now - polledMs_} * bytesPerMs);
+        polledMs_ = clock_.now;
+        while (!queue_.empty() && queue_.front().played == queue_.front().buffer->data.size()) {
+            queue_.front().buffer->done = true;
+            queue_.pop_front();
+        }
+    }
+    void pause() override {
+        ++pauses;
+        paused = isOpen();
+    }
+    void restart() override { paused = false; }
+    void reset() override {
+        if (!isOpen()) return;
+        ++resets;
+        drop();
+    }
+
+  protected:
+    void beginChange() override { poll(); }
+    void endChange() override {}
+
+  private:
+    struct Queued {
+        platform::WaveBuffer* buffer;
+        std::size_t played;
+    };
+
+    void drop() {
+        for (const Queued& queued : queue_) queued.buffer->done = true;
+        queue_.clear();
+        paused = false;
+    }
+
+    const MemoryClock& clock_;
+    std::deque<Queued> queue_;
+    std::uint32_t polledMs_ = 0;
+    int rate_ = 0;
+};
+
 /// At most one text window at a time; the test does to it what a person would do.
 struct MemoryTextWindows {
     class Window;
@@ -348,6 +441,7 @@ class MemoryPlatform final : public platform::Platform {
     MemoryEvents& events() override { return events_; }
     MemoryDialogs& dialogs() override { return dialogs_; }
     MemoryModules& modules() override { return modules_; }
+    MemoryWaveOut& waveOut() override { return waveOut_; }
 
     std::unique_ptr<platform::TextWindow>
     openTextWindow(const platform::TextWindowRequest& request,
@@ -373,6 +467,7 @@ class MemoryPlatform final : public platform::Platform {
     MemoryEvents events_;
     MemoryDialogs dialogs_;
     MemoryModules modules_;
+    MemoryWaveOut waveOut_{clock_};
 };
 
 } // namespace testing_support

@@ -65,6 +65,7 @@ class TestPlatform : public platform::Platform {
     platform::Dialogs& dialogs() override { std::abort(); }
     platform::Files& files() override { std::abort(); }
     platform::Modules& modules() override { return modules_; }
+    platform::WaveOut& waveOut() override { std::abort(); }
     std::unique_ptr<platform::TextWindow> openTextWindow(const platform::TextWindowRequest&,
                                                          platform::TextWindowOwner&) override {
         std::abort();

@@ -1,0 +1,28 @@
+// What the beginning of a sound resource says about its samples. Two families are read: RIFF WAVE
+// files and the classic Macintosh sound resource.
+//
+//     RIFF WAVE (little-endian)         "RIFF", size, "WAVE", then chunks of tag, size and data:
+//                                       "fmt " within the first 1,024 bytes, "data" after it
+//     Macintosh (big-endian), format 1  1, synthesizers, synthesizer, its options (32 bits),
+//                                       commands, command, param1, param2 (32 bits), sound header
+//     Macintosh, format 2               2, reference count, commands, command, param1, param2,
+//                                       sound header
+//     sound header                      pointer (32), length (32), rate (16.16), loop start (32),
+//                                       loop end (32), encoding (8), base frequency (8); then the
+//                                       samples, or in an extended header the frame count (32) and
+//                                       the samples at offset 64
+#pragma once
+
+#include <cstddef>
+
+class OMIStream;
+
+struct OMWaveHeader {
+    std::size_t dataOffset = 0; ///< of the first sample in the stream
+    std::size_t dataLength = 0; ///< bytes; never more than the stream holds
+    int sampleRate = 0;         ///< samples a second, as written: may be one that nothing plays
+};
+
+/// Reads the header wherever the stream stands. An unknown header gives a length of 0. Unusual
+/// values fail checks and are taken as they are; a RIFF WAVE file without format is a fatal error.
+[[nodiscard]] OMWaveHeader OMReadWaveHeader(OMIStream& stream);

@@ -1,0 +1,95 @@
+#include "platform/headless/waverecorder.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <limits>
+#include <ostream>
+#include <string_view>
+
+namespace platform {
+
+namespace {
+
+constexpr std::size_t kHeaderSize = 44;
+constexpr std::uint32_t kFormatSize = 16;
+constexpr std::uint16_t kPcm = 1;
+
+/// The header of a file with `dataSize` bytes of samples.
+class Header {
+  public:
+    Header(int rate, std::uint32_t dataSize) {
+        const auto samples = static_cast<std::uint32_t>(rate);
+        const std::uint32_t pad = dataSize % 2;
+        text("RIFF").number(static_cast<std::uint32_t>(kHeaderSize - 8) + dataSize + pad, 4);
+        text("WAVE").text("fmt ").number(kFormatSize, 4);
+        number(kPcm, 2).number(1, 2).number(samples, 4).number(samples, 4).number(1, 2);
+        number(8, 2).text("data").number(dataSize, 4);
+    }
+    void write(std::ostream& output) const { output.write(bytes_.data(), kHeaderSize); }
+
+  private:
+    Header& text(std::string_view tag) {
+        at_ = std::ranges::copy(tag, at_).out;
+        return *this;
+    }
+    Header& number(std::uint32_t value, int bytes) {
+        for (; bytes > 0; --bytes, value >>= 8) *at_++ = static_cast<char>(value & 0xFF);
+        return *this;
+    }
+
+    std::array<char, kHeaderSize> bytes_{};
+    std::array<char, kHeaderSize>::iterator at_ = bytes_.begin();
+};
+
+std::uint32_t limitedSize(std::uint64_t bytes) {
+    constexpr std::uint64_t most = std::numeric_limits<std::uint32_t>::max() - kHeaderSize;
+    return static_cast<std::uint32_t>(std::min(bytes, most));
+}
+
+} // namespace
+
+WaveRecorder::WaveRecorder(std::string folder, std::ostream& notes)
+    : folder_(std::move(folder)), notes_(notes) {}
+
+void WaveRecorder::play(std::span<const std::uint8_t> samples, int rate) {
+    if (folder_.empty() || samples.empty()) return;
+    if (!file_.is_open()) begin(rate);
+    file_.write(reinterpret_cast<const char*>(samples.data()),
+                static_cast<std::streamsize>(samples.size()));
+    bytes_ += samples.size();
+    if (!file_) complain();
+}
+
+void WaveRecorder::begin(int rate) {
+    std::array<char, 32> name{};
+    std::snprintf(name.data(), name.size(), "%03d-%d.wav", ++files_, rate);
+    std::error_code ignored; // a folder that cannot be made shows when the file is opened
+    std::filesystem::create_directories(folder_, ignored);
+    name_ = (std::filesystem::path(folder_) / name.data()).string();
+    bytes_ = 0;
+    file_.open(name_, std::ios::binary | std::ios::trunc);
+    Header(rate, 0).write(file_);
+    rate_ = rate;
+}
+
+void WaveRecorder::finish() {
+    if (!file_.is_open()) return;
+    if (bytes_ % 2 == 1) file_.put('\0');
+    file_.seekp(0);
+    Header(rate_, limitedSize(bytes_)).write(file_);
+    file_.close();
+    if (!file_) complain();
+    file_.clear();
+}
+
+/// Nothing more is kept: a recording with holes would be worse than none.
+void WaveRecorder::complain() {
+    notes_ << "recording " << name_ << " cannot be written" << std::endl;
+    folder_.clear();
+    file_.close();
+    file_.clear();
+}
+
+} // namespace platform

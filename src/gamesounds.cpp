@@ -1,0 +1,77 @@
+#include "gamesounds.h"
+
+#include "omwavesound.h"
+#include "resources.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr int kIdMask = 0xFFFF; ///< ids have 16 bits: -1 stands for "none" too
+
+} // namespace
+
+/// Members in the order of their making: the sound goes first, then its stream, then the link.
+struct RGameSounds::Record {
+    int handle;
+    OMLink done;
+    std::unique_ptr<OMIStream> stream;
+    OMWaveSound sound;
+
+    Record(int number, OMLink link, std::unique_ptr<OMIStream> source)
+        : handle(number), done(std::move(link)), stream(std::move(source)), sound(*stream, true) {}
+};
+
+RGameSounds::RGameSounds(RResources& resources) : resources_(resources) {}
+
+RGameSounds::~RGameSounds() = default;
+
+RGameSounds::Record* RGameSounds::find(int handle) const {
+    const auto found = std::ranges::find_if(
+        records_, [&](const auto& record) { return record->handle == handle; });
+    return found == records_.end() ? nullptr : found->get();
+}
+
+int RGameSounds::play(int id, OMLink done, bool loop) {
+    if ((id & kIdMask) == kNoSoundId) return kNoSound;
+    std::unique_ptr<OMIStream> stream = resources_.load(id, "WAVE", kOMIStreamCache);
+    if (!stream) return kNoSound;
+    const int handle = nextHandle_++;
+    records_.push_back(std::make_unique<Record>(handle, std::move(done), std::move(stream)));
+    OMWaveSound& sound = records_.back()->sound;
+    sound.setPlayCount(loop ? kOMSoundPlayForever : 1);
+    if (!loop) sound.setFinishedLink([this, handle] { finished(handle); });
+    if (sound.play(true)) return handle;
+    remove(handle);
+    return kNoSound;
+}
+
+void RGameSounds::finished(int handle) {
+    if (const Record* record = find(handle)) {
+        const OMLink done = record->done; // the sound may be killed in it
+        done();
+    }
+    remove(handle);
+}
+
+void RGameSounds::remove(int handle) {
+    const auto found = std::ranges::find_if(
+        records_, [&](const auto& record) { return record->handle == handle; });
+    if (found == records_.end()) return;
+    const std::unique_ptr<Record> record = std::move(*found); // goes when the table is in order
+    records_.erase(found);
+}
+
+void RGameSounds::kill(int handle) {
+    if (Record* record = find(handle)) record->sound.stop();
+    remove(handle);
+}
+
+void RGameSounds::pause(int handle) {
+    if (Record* record = find(handle)) record->sound.pause();
+}
+
+void RGameSounds::resume(int handle) {
+    if (Record* record = find(handle)) record->sound.resume();
+}

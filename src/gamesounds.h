@@ -1,0 +1,45 @@
+// The sounds that the game has started, addressed by handle numbers. This is what scripts, answers,
+// buttons and activities play their sounds through.
+#pragma once
+
+#include "omlink.h"
+
+#include <memory>
+#include <vector>
+
+class RResources;
+
+class RGameSounds {
+  public:
+    static constexpr int kNoSound = -1;      ///< instead of a handle
+    static constexpr int kNoSoundId = 65535; ///< an id that stands for "none"
+
+    /// The resources must outlive the sounds.
+    explicit RGameSounds(RResources& resources);
+    ~RGameSounds();
+    RGameSounds(const RGameSounds&) = delete;
+    RGameSounds& operator=(const RGameSounds&) = delete;
+
+    /// Plays the `WAVE` resource `id` once, or for ever with `loop`. `done` is called when a sound
+    /// that plays once has ended or was killed, before its handle becomes invalid; never for a
+    /// loop. kNoSound, and `done` never called, when there is no such sound or it cannot start.
+    int play(int id, OMLink done, bool loop);
+
+    // Handles that are not known do nothing.
+    void kill(int handle);
+    void pause(int handle);
+    void resume(int handle);
+
+    [[nodiscard]] std::size_t count() const { return records_.size(); }
+
+  private:
+    struct Record;
+
+    [[nodiscard]] Record* find(int handle) const;
+    void remove(int handle);
+    void finished(int handle);
+
+    RResources& resources_;
+    std::vector<std::unique_ptr<Record>> records_;
+    int nextHandle_ = 0;
+};

@@ -1,0 +1,532 @@
+// The life of sounds: their links, their play window, the device, the engine's settings.
+#include "soundfixture.h"
+
+#include <algorithm>
+#include <functional>
+
+using testing_support::Samples;
+using testing_support::SoundTest;
+using testing_support::TestSound;
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+class OMWaveSoundTest : public SoundTest {
+  protected:
+    /// Writes down what the links are called for.
+    void listen(const TestSound& made, const std::string& name) {
+        const auto note = [this, name](const char* what) {
+            return [this, name, what] { events.push_back(name + what); };
+        };
+        made->setStartedLink(note(" started"));
+        made->setFinishedLink(note(" finished"));
+        made->setPausedLink(note(" paused"));
+        made->setResumedLink(note(" resumed"));
+    }
+    TestSound listened(std::size_t length, const std::string& name = "a") {
+        TestSound made = make(Samples(length, 200));
+        listen(made, name);
+        return made;
+    }
+    Strings takeEvents() { return std::exchange(events, {}); }
+
+    Strings events;
+};
+
+TEST_F(OMWaveSoundTest, AShortSoundIsPaddedWithSilenceToAFullBuffer) {
+    const TestSound a = make({1, 2, 3});
+    EXPECT_TRUE(a->play(true));
+    run(100);
+    EXPECT_EQ(heard(), (Samples{1, 2, 3, 128, 128, 128, 128, 128}));
+    EXPECT_FALSE(device.isOpen());
+}
+
+TEST_F(OMWaveSoundTest, VolumesScaleTowardSilence) {
+    for (const auto& [volume, expected] :
+         {std::pair{100, Samples{0, 1, 127, 128, 129, 130, 254, 255}},
+          {50, {64, 65, 128, 128, 128, 129, 191, 191}},
+          {0, {128, 128, 128, 128, 128, 128, 128, 128}},
+          {-5, {128, 128, 128, 128, 128, 128, 128, 128}},
+          {1000, {0, 1, 127, 128, 129, 130, 254, 255}}}) {
+        const TestSound a = make({0, 1, 127, 128, 129, 130, 254, 255});
+        a->setVolume(volume);
+        EXPECT_EQ(a->volume(), std::clamp(volume, 0, 100));
+        a->play(true);
+        run(40);
+        EXPECT_EQ(heard(), expected) << volume;
+    }
+}
+
+TEST_F(OMWaveSoundTest, LinksAreCalledInTheirOrder) {
+    const TestSound a = listened(20);
+    a->setPlayCount(2);
+    a->play(true);
+    EXPECT_EQ(takeEvents(), Strings{}) << "a start is told by the service";
+    run(8);
+    EXPECT_EQ(takeEvents(), Strings{"a started"});
+    EXPECT_EQ(a->bytesPlayed(), 8);
+    run(16);
+    EXPECT_EQ(a->bytesPlayed(), 20);
+    a->pause();
+    EXPECT_EQ(takeEvents(), Strings{"a paused"});
+    EXPECT_TRUE(a->isPaused());
+    EXPECT_EQ(device.queuedBytes(), 0u);
+    run(100);
+    a->pause();
+    a->resume();
+    EXPECT_EQ(takeEvents(), Strings{"a resumed"});
+    a->resume();
+    run(16);
+    EXPECT_EQ(takeEvents(), Strings{}) << "it was told that it started";
+    run(8);
+    EXPECT_EQ(takeEvents(), Strings{"a finished"});
+    run(100);
+    EXPECT_EQ(takeEvents(), Strings{});
+}
+
+TEST_F(OMWaveSoundTest, AResumeAmongOthersIsToldWhenItIsHeard) {
+    const TestSound a = listened(400, "a");
+    const TestSound b = listened(400, "b");
+    a->play(true);
+    b->play(true);
+    run(40);
+    takeEvents();
+    b->pause();
+    run(16);
+    b->resume();
+    EXPECT_EQ(takeEvents(), Strings{"b paused"});
+    run(8);
+    EXPECT_EQ(takeEvents(), Strings{});
+    run(8);
+    EXPECT_EQ(takeEvents(), Strings{"b resumed"}) << "two buffers after the one that played";
+    EXPECT_EQ(std::ranges::count(heard(), 128), 0) << "the other one had no gap";
+}
+
+TEST_F(OMWaveSoundTest, StopFinishesWhatHadStarted) {
+    const TestSound a = listened(400);
+    a->play(true);
+    a->stop();
+    EXPECT_EQ(takeEvents(), Strings{}) << "nobody heard it";
+    a->play(true);
+    run(8);
+    a->pause();
+    a->stop();
+    EXPECT_EQ(takeEvents(), (Strings{"a started", "a paused", "a finished"}));
+    a->resume();
+    a->play(true);
+    run(8);
+    a->play(true);
+    EXPECT_EQ(takeEvents(), (Strings{"a started", "a finished"})) << "a new play stops the old one";
+    run(16);
+    a->unload();
+    EXPECT_EQ(takeEvents(), (Strings{"a started", "a finished"}));
+    EXPECT_FALSE(a->isLoaded());
+    engine.service();
+    EXPECT_FALSE(device.isOpen());
+}
+
+TEST_F(OMWaveSoundTest, ASoundLoopsWithoutEverFinishing) {
+    const TestSound a = listened(11);
+    a->setPlayCount(kOMSoundPlayForever);
+    a->play(true);
+    run(8 * 500);
+    EXPECT_EQ(takeEvents(), Strings{"a started"});
+    EXPECT_EQ(engine.soundingCount(), 1u);
+    EXPECT_EQ(a->bytesPlayed(), 11);
+    EXPECT_EQ(heard().size(), 8u * 500);
+}
+
+TEST_F(OMWaveSoundTest, PlayCountsAreForeverOrPositive) {
+    const TestSound a = make({1});
+    a->setPlayCount(3);
+    for (const int count : {0, -2, -100}) {
+        a->setPlayCount(count);
+        EXPECT_EQ(a->playCount(), 3);
+        EXPECT_EQ(takeFailures(), Strings{"OMSound::setPlayCount - count must be "
+                                          "kOMSoundPlayForever or greater than 0!"});
+    }
+}
+
+TEST_F(OMWaveSoundTest, PlaysTheWindowThatWasSet) {
+    const std::string text = "OMWaveSound::setPlayPosition - ";
+    const Strings negative{text + "start position must be greater than or equal to 0!"};
+    const Strings past{text + "start position is past the end of data!"};
+    const Strings length{text + "length to play must be greater than or equal to 0!"};
+    struct Row {
+        std::int64_t start, length;
+        std::int64_t expectedStart, expectedEnd;
+        Strings complaints;
+    };
+    const std::int64_t most = std::numeric_limits<std::int64_t>::max();
+    const Row rows[] = {
+        {0, -1, 0, 9, {}},       {3, 4, 3, 6, {}},    {3, -1, 3, 9, {}},     {3, 100, 3, 9, {}},
+        {-1, 4, 0, 3, negative}, {10, 4, 9, 9, past}, {3, -2, 3, 9, length}, {9, most, 9, 9, {}},
+        {most, 1, 9, 9, past},   {0, 10, 0, 9, {}},   {2, 0, 2, 1, {}},
+    };
+    for (const Row& row : rows)
+        for (const int mode : {kOMIStreamCache, kOMIStreamBuffered}) {
+            SCOPED_TRACE(std::to_string(row.start) + " " + std::to_string(row.length));
+            const TestSound a = make({0, 1, 2, 3, 4, 5, 6, 7, 8, 9}, mode);
+            a->load();
+            a->setPlayPosition(row.start, row.length);
+            EXPECT_EQ(a->playStart(), row.expectedStart);
+            EXPECT_EQ(a->playEnd(), row.expectedEnd);
+            EXPECT_EQ(takeFailures(), row.complaints);
+            Samples expected;
+            for (auto i = row.expectedStart; i <= row.expectedEnd; ++i)
+                expected.push_back(static_cast<std::uint8_t>(i));
+            EXPECT_EQ(a->play(true), !expected.empty());
+            run(32);
+            Samples got = heard();
+            std::erase(got, 128);
+            EXPECT_EQ(got, expected);
+        }
+}
+
+TEST_F(OMWaveSoundTest, WithoutSamplesOrDeviceNothingStarts) {
+    const TestSound empty = make({});
+    EXPECT_FALSE(empty->load());
+    EXPECT_FALSE(empty->play(true));
+    empty->setPlayPosition(0, 5);
+    takeFailures();
+    EXPECT_FALSE(empty->play(true));
+    const TestSound unknown = open(testing_support::toBytes("no sound at all"));
+    EXPECT_FALSE(unknown->play(true));
+    const TestSound noRate = make({1, 2}, kOMIStreamCache, 0);
+    EXPECT_FALSE(noRate->play(true));
+
+    device.available = false;
+    const TestSound a = listened(10);
+    EXPECT_FALSE(a->play(true));
+    a->pause();
+    a->resume();
+    run(100);
+    EXPECT_EQ(takeEvents(), Strings{});
+    EXPECT_FALSE(engine.testDevice(true));
+}
+
+TEST_F(OMWaveSoundTest, ASoundMayDieInEachOfItsLinks) {
+    using Act = std::function<void(TestSound&)>;
+    const Act acts[] = {[](TestSound& a) { a.sound.reset(); }, [](TestSound& a) { a->stop(); },
+                        [](TestSound& a) { a->unload(); }, [](TestSound& a) { a->pause(); },
+                        [](TestSound& a) { a->play(true); }};
+    const auto links = {&OMSound::setStartedLink, &OMSound::setFinishedLink,
+                        &OMSound::setPausedLink, &OMSound::setResumedLink};
+    for (const bool alone : {true, false})
+        for (const Act& act : acts)
+            for (const auto link : links) {
+                TestSound other = listened(100, "b");
+                if (!alone) other->play(true);
+                TestSound a = make(Samples(30, 7));
+                int calls = 0;
+                ((*a.sound).*link)([&] {
+                    if (++calls == 1) act(a);
+                });
+                EXPECT_TRUE(a->play(true));
+                run(16);
+                if (a.sound) a->pause();
+                run(16);
+                if (a.sound) a->resume();
+                run(80);
+                if (a.sound) a->play(true);
+                if (a.sound) a->stop();
+                EXPECT_GE(calls, 1);
+                a.sound.reset();
+                run(200);
+                EXPECT_EQ(engine.soundingCount(), 0u);
+            }
+}
+
+TEST_F(OMWaveSoundTest, ALinkMayDestroyEverySound) {
+    for (const bool replace : {false, true}) {
+        std::vector<TestSound> sounds;
+        for (int i = 0; i < 5; ++i) {
+            sounds.push_back(make(Samples(10, 9)));
+            sounds.back()->setFinishedLink([&] {
+                sounds.clear();
+                if (!replace) return;
+                sounds.push_back(make(Samples(16, 50)));
+                sounds.back()->play(true);
+            });
+            sounds.back()->play(true);
+        }
+        run(16);
+        EXPECT_EQ(sounds.size(), replace ? 1u : 0u);
+        heard();
+        run(24);
+        EXPECT_EQ(heard(), replace ? Samples(16, 50) : Samples());
+        EXPECT_FALSE(device.isOpen());
+    }
+}
+
+TEST_F(OMWaveSoundTest, ASynchronousPlayReturnsInSilence) {
+    device.bytesPerMs = 2;
+    const TestSound a = listened(100);
+    EXPECT_TRUE(a->play(false));
+    EXPECT_EQ(takeEvents(), (Strings{"a started", "a finished"}));
+    EXPECT_GE(machine.clock().now, 52u);
+
+    const TestSound b = listened(100, "b");
+    a->play(true);
+    EXPECT_TRUE(b->play(false));
+    EXPECT_EQ(engine.soundingCount(), 2u);
+    EXPECT_EQ(takeFailures(),
+              Strings{"OMWaveSound::play - only one sound can be played synchronously!"});
+    a->stop();
+    b->stop();
+    b->setPlayCount(kOMSoundPlayForever);
+    EXPECT_TRUE(b->play(false)) << "never waited for";
+    b->stop();
+    engine.suspend();
+    EXPECT_TRUE(a->play(false)) << "nor is one in the background";
+}
+
+TEST_F(OMWaveSoundTest, StreamedSoundsReadAheadWhenThereIsTime) {
+    Samples data(500);
+    for (std::size_t i = 0; i < data.size(); ++i) data[i] = static_cast<std::uint8_t>(i);
+    const TestSound a = make(data, 16);
+    const auto reads = [&] { return std::exchange(files.opened, {}).size(); };
+    a->load();
+    EXPECT_EQ(a.stream->position(), 44u + 6 * kSize) << "as many blocks as buffers";
+    a->play(true);
+    EXPECT_EQ(device.queuedBytes(), 6u * kSize);
+    for (std::size_t block = 7; block <= 12; ++block) {
+        engine.service(); // mixes nothing: enough is queued
+        EXPECT_EQ(a.stream->position(), 44u + block * kSize);
+    }
+    engine.service();
+    EXPECT_EQ(a.stream->position(), 44u + 12 * kSize) << "the blocks are full";
+    run(600);
+    Samples got = heard();
+    got.resize(data.size());
+    EXPECT_EQ(got, data);
+    EXPECT_LE(reads(), 2u);
+}
+
+TEST_F(OMWaveSoundTest, AShortStreamIsSilentWhereItCannotBeRead) {
+    files.put("s.bin", testing_support::RiffSound{.data = Samples(40, 7)}.build());
+    OMIStreamFile stream("s.bin", 16);
+    OMWaveSound a(stream, false);
+    testing_support::Bytes cut = testing_support::RiffSound{.data = Samples(40, 7)}.build();
+    cut.resize(44 + 12);
+    files.put("s.bin", cut);
+    EXPECT_TRUE(a.play(true));
+    run(80);
+    Samples expected(12, 7);
+    expected.resize(40, 128);
+    EXPECT_EQ(heard(), expected);
+}
+
+// The device
+
+TEST_F(OMWaveSoundTest, TheDeviceIsOpenAtTheFirstSoundsRate) {
+    const TestSound a = make(Samples(16, 7), kOMIStreamCache, 11025);
+    const TestSound b = make(Samples(80, 9));
+    using Rates = std::vector<int>;
+    a->play(true);
+    EXPECT_EQ(std::exchange(device.opened, {}), (Rates{11025, 22050, 11025})) << "tested first";
+    b->play(true);
+    run(48);
+    EXPECT_EQ(device.rate(), 11025);
+    b->pause();
+    run(8);
+    EXPECT_EQ(device.rate(), 11025) << "open while a sound is paused";
+    b->stop();
+    run(8);
+    EXPECT_FALSE(device.isOpen());
+    EXPECT_EQ(device.opened, Rates{});
+
+    EXPECT_TRUE(engine.testDevice(true));
+    EXPECT_EQ(device.rate(), 22050);
+    a->play(true);
+    EXPECT_EQ(device.rate(), 11025);
+    run(80);
+    EXPECT_EQ(device.rate(), 11025) << "kept open";
+    a->play(true);
+    EXPECT_EQ(std::exchange(device.opened, {}), (Rates{11025, 22050, 11025})) << "and not reopened";
+    run(80);
+    EXPECT_TRUE(engine.testDevice(false));
+    EXPECT_FALSE(device.isOpen());
+    b->resume();
+    b->play(true);
+    run(200);
+    EXPECT_FALSE(device.isOpen());
+}
+
+TEST_F(OMWaveSoundTest, ANewSoundAloneIsFilledWhileTheDevicePauses) {
+    const TestSound a = make(Samples(100, 7));
+    a->play(true);
+    EXPECT_EQ(device.pauses, 1);
+    EXPECT_FALSE(device.paused);
+    EXPECT_EQ(device.queuedBytes(), 6u * kSize);
+    const TestSound b = make(Samples(100, 7));
+    b->play(true);
+    EXPECT_EQ(device.pauses, 1) << "no pause while the other one is heard";
+}
+
+TEST_F(OMWaveSoundTest, TheBackgroundPausesTheDevice) {
+    std::vector<int> late;
+    const int number = engine.addLatencyListener([&](int ms) { late.push_back(ms); });
+    const TestSound a = make(Samples(100, 7));
+    a->play(true);
+    machine.clock().now = 0xFFFFFF00;
+    engine.suspend();
+    machine.clock().now = 0x100;
+    engine.suspend();
+    EXPECT_TRUE(device.paused);
+    run(80);
+    EXPECT_EQ(heard(), Samples());
+    const TestSound b = make(Samples(100, 7));
+    a->stop();
+    b->play(true);
+    EXPECT_TRUE(device.paused) << "what begins in the background waits as well";
+    engine.resume();
+    engine.resume();
+    EXPECT_FALSE(device.paused);
+    EXPECT_EQ(late, std::vector<int>{0x200});
+    engine.removeLatencyListener(number);
+    engine.suspend();
+    engine.resume();
+    EXPECT_EQ(late.size(), 1u);
+}
+
+TEST_F(OMWaveSoundTest, ListenersHearThatTheQueueRanDry) {
+    std::vector<int> late;
+    engine.addLatencyListener([&](int ms) { late.push_back(ms); });
+    engine.setMinNumBuffersInQueue(3);
+    const TestSound a = make(Samples(1000, 7), kOMIStreamCache, 8); // a buffer a second
+    takeFailures();
+    a->play(true);
+    machine.clock().now = 7500;
+    run(48, 48);
+    EXPECT_EQ(late, std::vector<int>{6500}) << "7.5 s after the last buffer was sent";
+    machine.clock().now = 20000;
+    run(48, 48);
+    EXPECT_EQ(late, (std::vector<int>{6500, 11500}));
+    machine.clock().now = 21000;
+    a->stop();
+    engine.service();
+    a->play(true);
+    engine.service();
+    EXPECT_EQ(late.size(), 2u) << "a new beginning is not late";
+}
+
+TEST_F(OMWaveSoundTest, TheDeviceIsGivenAwayAndTakenBack) {
+    const TestSound a = listened(100, "a");
+    const TestSound b = listened(100, "b");
+    const TestSound c = listened(100, "c");
+    a->play(true);
+    b->play(true);
+    c->play(true);
+    c->pause();
+    run(16);
+    takeEvents();
+    engine.yieldDevice();
+    engine.yieldDevice();
+    EXPECT_FALSE(device.isOpen());
+    EXPECT_EQ(takeEvents(), (Strings{"a paused", "b paused"}));
+    const TestSound d = listened(10, "d");
+    EXPECT_FALSE(d->play(true));
+    b->resume();
+    run(16);
+    engine.reclaimDevice();
+    EXPECT_FALSE(device.isOpen());
+    engine.reclaimDevice();
+    EXPECT_TRUE(device.isOpen());
+    run(200);
+    EXPECT_EQ(takeEvents(), (Strings{"a resumed", "b resumed", "a finished", "b finished"}));
+    EXPECT_TRUE(c->isPaused());
+    EXPECT_TRUE(device.isOpen()) << "kept open from now on";
+}
+
+// Settings
+
+TEST_F(OMWaveSoundTest, SettingsAreCheckedAndChangeOnlyInTime) {
+    const std::string text = "OMWaveSound::";
+    const auto expect = [&](std::string_view complaint) {
+        EXPECT_EQ(takeFailures(),
+                  complaint.empty() ? Strings{} : Strings{text + std::string(complaint)});
+    };
+    engine.setBufferSize(0), expect("setBufferSize - invalid parameter!");
+    engine.setBufferSize(-8), expect("setBufferSize - invalid parameter!");
+    engine.setBufferSize(0x7FFFFFFF), expect("setBufferSize - invalid parameter!");
+    engine.setNumBuffers(1), expect("setNumBuffers - invalid parameter!");
+    engine.setNumBuffers(0x7FFFFFFF), expect("setNumBuffers - invalid parameter!");
+    engine.setLatencyDelta(0), expect("setLatencyDelta - invalid parameter!");
+    engine.setLatencyDelta(6), expect("setLatencyDelta - invalid parameter!");
+    engine.setMinNumBuffersInQueue(1), expect("setMinNumBuffersInQueue - invalid parameter!");
+    engine.setMinNumBuffersInQueue(7), expect("setMinNumBuffersInQueue - invalid parameter!");
+    engine.setLatencyDelta(5), expect("");
+    engine.setMinNumBuffersInQueue(6), expect("");
+    engine.setNumBuffers(3), expect("");
+    EXPECT_EQ(engine.latencyDelta(), 2);
+    EXPECT_EQ(engine.minNumBuffersInQueue(), 3);
+    {
+        const TestSound a = make(Samples(100, 7));
+        engine.setBufferSize(16);
+        expect("setBufferSize - cannot change buffer size if there are instances of OMWaveSound!");
+        engine.setNumBuffers(4), expect("setNumBuffers - invalid parameter!");
+        engine.setLatencyDelta(1), expect("");
+        a->play(true);
+        engine.setLatencyDelta(2);
+        expect("setLatencyDelta - cannot change the latency delta if there are sounds playing!");
+        engine.setMinNumBuffersInQueue(2), expect("");
+    }
+    engine.setBufferSize(16), expect("");
+    EXPECT_EQ(engine.bufferSize(), 16);
+}
+
+TEST_F(OMWaveSoundTest, TheEngineWorksByATaskWhileThereAreSounds) {
+    EXPECT_EQ(app.tasks().count(), 0u);
+    {
+        const TestSound a = listened(20);
+        EXPECT_EQ(app.tasks().count(), 1u);
+        a->play(true);
+        app.begin();
+        for (int i = 0; i < 5; ++i) {
+            device.play(8);
+            app.pass();
+        }
+        EXPECT_EQ(takeEvents(), (Strings{"a started", "a finished"}));
+        a->play(true);
+    }
+    EXPECT_EQ(app.tasks().count(), 0u);
+    EXPECT_FALSE(device.isOpen());
+    TestSound b = make(Samples(8, 7));
+    b->setFinishedLink([&] { b.sound.reset(); });
+    b->play(true);
+    device.play(8);
+    app.pass(); // the task goes in its own run
+    EXPECT_EQ(app.tasks().count(), 0u);
+}
+
+using OMWaveSoundDeathTest = testing_support::FrameworkTest;
+
+TEST_F(OMWaveSoundDeathTest, NeedsAnApplicationAndAnEngine) {
+    const auto makeSound = [this] {
+        files.put("s.bin", testing_support::RiffSound{.data = Samples(10)}.build());
+        OMIStreamFile stream("s.bin", kOMIStreamCache);
+        const OMWaveSound sound(stream, true);
+    };
+    EXPECT_EXIT(
+        {
+            const OMApp app(OMApp::DisplayMode::PopUp, OMColor(), {0, 0, 640, 480}, 8);
+            makeSound();
+        },
+        testing::ExitedWithCode(255), "must have an OMWaveEngine instance");
+    EXPECT_EXIT(
+        {
+            const OMWaveEngine engine;
+            std::optional<OMApp> app(std::in_place, OMApp::DisplayMode::PopUp, OMColor(),
+                                     platform::Rect{0, 0, 640, 480}, 8);
+            files.put("s.bin", testing_support::RiffSound{.data = Samples(10)}.build());
+            OMIStreamFile stream("s.bin", kOMIStreamCache);
+            app.reset();
+            const OMWaveSound sound(stream, true);
+        },
+        testing::ExitedWithCode(255),
+        "OMSound::OMSound - must have an OMApp instance before creating an OMSound!");
+}
+
+} // namespace

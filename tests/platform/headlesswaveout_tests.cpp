@@ -1,0 +1,240 @@
+// The device that nobody hears: when buffers are done, and what the recordings hold.
+#include "temporaryfolder.h"
+
+#include "platform/headless/headlesswaveout.h"
+
+#include <deque>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace platform {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+class HeadlessWaveOutTest : public testing::Test {
+  protected:
+    /// Queues a buffer of `size` bytes that count up through all buffers.
+    WaveBuffer& write(std::size_t size) {
+        Bytes& data = data_.emplace_back(size);
+        for (std::uint8_t& byte : data) byte = next_++;
+        WaveBuffer& buffer = buffers_.emplace_back();
+        buffer.data = data;
+        device_.write(buffer);
+        return buffer;
+    }
+    void pass(std::uint32_t ms) {
+        clock_.sleep(ms);
+        device_.poll();
+    }
+    static Bytes counted(std::size_t size) {
+        Bytes bytes(size);
+        for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<std::uint8_t>(i);
+        return bytes;
+    }
+
+    /// The samples of a recording, after a check of its header.
+    Bytes recorded(const std::string& name, std::uint32_t rate) {
+        const std::string all = folder_.contents("sound/" + name);
+        if (all.size() < 44) return {};
+        const auto number = [&](std::size_t at, int size) {
+            std::uint32_t value = 0;
+            while (size-- > 0)
+                value = value << 8 |
+                        static_cast<std::uint8_t>(all[at + static_cast<std::size_t>(size)]);
+            return value;
+        };
+        const std::uint32_t size = number(40, 4);
+        EXPECT_EQ(all.substr(0, 4) + all.substr(8, 8) + all.substr(36, 4), "RIFFWAVEfmt data");
+        EXPECT_EQ(number(4, 4), all.size() - 8);
+        EXPECT_EQ(all.size(), 44 + size + size % 2);
+        EXPECT_EQ(number(16, 4), 16u);
+        EXPECT_EQ(number(20, 2), 1u);
+        EXPECT_EQ(number(22, 2), 1u);
+        EXPECT_EQ(number(24, 4), rate);
+        EXPECT_EQ(number(28, 4), rate);
+        EXPECT_EQ(number(32, 2), 1u);
+        EXPECT_EQ(number(34, 2), 8u);
+        return {all.begin() + 44, all.begin() + 44 + size};
+    }
+    [[nodiscard]] std::size_t recordings() const {
+        std::error_code none;
+        std::size_t count = 0;
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.path("sound"), none)) {
+            static_cast<void>(entry);
+            ++count;
+        }
+        return count;
+    }
+
+    TemporaryFolder folder_;
+    std::ostringstream notes_;
+    VirtualClock clock_;
+    WaveRecorder recorder_{folder_.path("sound"), notes_};
+    HeadlessWaveOut device_{clock_, recorder_};
+    std::deque<Bytes> data_;
+    std::deque<WaveBuffer> buffers_;
+    std::uint8_t next_ = 0;
+};
+
+TEST_F(HeadlessWaveOutTest, ABufferIsDoneWhenItsTimeHasPassed) {
+    ASSERT_TRUE(device_.open(11025));
+    const WaveBuffer& a = write(1024);
+    const WaveBuffer& b = write(1024);
+    EXPECT_TRUE(a.prepared);
+    pass(92);
+    EXPECT_FALSE(a.done); // 1,014.3 bytes
+    pass(1);
+    EXPECT_TRUE(a.done);
+    pass(92); // 185 ms: 2,039.6
+    EXPECT_FALSE(b.done);
+    pass(1);
+    EXPECT_TRUE(b.done);
+}
+
+TEST_F(HeadlessWaveOutTest, NothingIsLostOverHours) {
+    WaveRecorder none("", notes_);
+    HeadlessWaveOut device(clock_, none);
+    ASSERT_TRUE(device.open(11127));
+    constexpr std::size_t size = 1000;
+    const Bytes data(size);
+    std::vector<WaveBuffer> ring(8);
+    std::uint64_t written = 0;
+    std::uint64_t played = 0;
+    std::uint64_t ms = 0;
+    for (std::uint32_t step = 1; ms < 5ULL * 3600 * 1000; step = step % 499 + 1) {
+        for (; written < played + ring.size(); ++written) {
+            ring[written % ring.size()].data = data;
+            device.write(ring[written % ring.size()]);
+        }
+        clock_.sleep(step);
+        device.poll();
+        ms += step;
+        while (played < written && ring[played % ring.size()].done) ++played;
+        ASSERT_EQ(played, ms * 11127 / 1000 / size) << ms;
+    }
+}
+
+TEST_F(HeadlessWaveOutTest, ARecordingHasEveryByteWhateverThePasses) {
+    ASSERT_TRUE(device_.open(22050));
+    write(20000);
+    std::uint32_t ms = 0;
+    for (std::uint32_t step = 1; ms < 700; ms += step, step = step % 37 + 1) pass(step);
+    device_.close();
+    EXPECT_EQ(recorded("001-22050.wav", 22050), counted(std::size_t{ms} * 22050 / 1000));
+}
+
+TEST_F(HeadlessWaveOutTest, PauseStopsTheQueueAndTimeWithoutDataIsLost) {
+    ASSERT_TRUE(device_.open(1000));
+    pass(500);
+    const WaveBuffer& a = write(10);
+    pass(4);
+    device_.pause();
+    pass(1000);
+    EXPECT_FALSE(a.done);
+    device_.restart();
+    pass(5);
+    EXPECT_FALSE(a.done);
+    pass(1);
+    EXPECT_TRUE(a.done);
+    pass(100);
+    const WaveBuffer& b = write(10);
+    clock_.sleep(9);
+    const WaveBuffer& c = write(1); // in time
+    pass(1);
+    EXPECT_TRUE(b.done);
+    EXPECT_FALSE(c.done);
+    pass(1);
+    EXPECT_TRUE(c.done);
+}
+
+TEST_F(HeadlessWaveOutTest, AFractionOfAByteSurvivesAPause) {
+    ASSERT_TRUE(device_.open(300));
+    const WaveBuffer& a = write(3);
+    for (int i = 0; i < 9; ++i) {
+        pass(1);
+        device_.pause();
+        pass(7);
+        device_.restart();
+    }
+    EXPECT_FALSE(a.done);
+    pass(1);
+    EXPECT_TRUE(a.done);
+}
+
+TEST_F(HeadlessWaveOutTest, QueuedBytesMayBeChangedUntilTheyArePlayed) {
+    ASSERT_TRUE(device_.open(1000));
+    write(10);
+    clock_.sleep(4);
+    {
+        const WaveOutHold hold(device_);
+        data_.front().assign(10, 99);
+    }
+    pass(100);
+    device_.close();
+    EXPECT_EQ(recorded("001-1000.wav", 1000), (Bytes{0, 1, 2, 3, 99, 99, 99, 99, 99, 99}));
+}
+
+TEST_F(HeadlessWaveOutTest, EveryOpeningThatPlayedHasItsRecording) {
+    EXPECT_TRUE(device_.open(11025));
+    write(5);
+    EXPECT_TRUE(device_.open(22050)); // closes the other one
+    device_.close();
+    EXPECT_EQ(recordings(), 0u) << "nothing was played";
+
+    next_ = 0;
+    EXPECT_TRUE(device_.open(1000));
+    write(6);
+    write(6);
+    pass(5);
+    device_.pause();
+    device_.reset(); // drops the rest
+    EXPECT_TRUE(buffers_.back().done);
+    write(4);
+    pass(2);
+    clock_.sleep(1);
+    device_.close();
+    EXPECT_EQ(recorded("001-1000.wav", 1000), (Bytes{0, 1, 2, 3, 4, 12, 13, 14}));
+
+    next_ = 0;
+    EXPECT_TRUE(device_.open(2000));
+    write(7);
+    pass(100);
+    device_.close();
+    EXPECT_EQ(recorded("002-2000.wav", 2000), counted(7)) << "with a pad byte";
+    EXPECT_EQ(recordings(), 2u);
+    EXPECT_EQ(notes_.str(), "");
+}
+
+TEST_F(HeadlessWaveOutTest, RefusesImpossibleRatesAndIgnoresCallsWhenClosed) {
+    for (const int rate : {0, -1, HeadlessWaveOut::kMaxRate + 1, 0x7FFFFFFF}) {
+        EXPECT_FALSE(device_.open(rate));
+        EXPECT_FALSE(device_.isOpen());
+    }
+    const WaveBuffer& a = write(5);
+    EXPECT_FALSE(a.prepared);
+    pass(1000);
+    device_.reset();
+    device_.pause();
+    device_.restart();
+    device_.close();
+    EXPECT_FALSE(a.done);
+    EXPECT_EQ(recordings(), 0u);
+}
+
+TEST_F(HeadlessWaveOutTest, ARecordingThatCannotBeWrittenIsToldOnce) {
+    folder_.make("sound", "a file where the folder should be");
+    ASSERT_TRUE(device_.open(1000));
+    write(50);
+    pass(10);
+    pass(10);
+    device_.close();
+    EXPECT_EQ(notes_.str(),
+              "recording " + folder_.path("sound") + "/001-1000.wav cannot be written\n");
+}
+
+} // namespace
+} // namespace platform

@@ -1,0 +1,240 @@
+// Sounds by script: handles, the four commands, what they leave behind; sounds of animations; and
+// the whole program with its recording.
+#include "../ompp/nebuilder.h"
+#include "../ompp/soundbuilder.h"
+#include "../platform/temporaryfolder.h"
+#include "../trinkets/scriptfixture.h"
+#include "../trinkets/windowfixture.h"
+
+#include "animationsounds.h"
+#include "app.h"
+#include "gamesounds.h"
+#include "omao.h"
+#include "omwaveengine.h"
+#include "programresources.h"
+#include "resources.h"
+#include "soundcommands.h"
+
+#include "platform/headless/headlessplatform.h"
+
+#include <sstream>
+
+using testing_support::AseqBuilder;
+using testing_support::Bytes;
+using testing_support::NEBuilder;
+using testing_support::RiffSound;
+using testing_support::ScriptTest;
+
+namespace {
+
+using Samples = std::vector<std::uint8_t>;
+using Strings = std::vector<std::string>;
+
+Bytes sound(std::size_t length, std::uint8_t sample) {
+    return RiffSound{.data = Samples(length, sample)}.build();
+}
+
+Bytes library() {
+    return NEBuilder()
+        .add("WAVE", 101, sound(3000, 50))
+        .add("WAVE", 102, sound(40, 60))
+        .add("WAVE", 103, testing_support::toBytes("damaged"))
+        .build();
+}
+
+class SoundCommandsTest : public ScriptTest {
+  protected:
+    SoundCommandsTest() {
+        machine.files().put("RSC\\sounds.rsc", library());
+        resources.start("", [](const SequenceSoundRecord&) {});
+        resources.setAlertLink([this](std::string_view text) { app->alert(text); });
+        RRegisterSoundCommands(*sounds);
+    }
+    ~SoundCommandsTest() override {
+        sounds.reset();
+        resources.shutDown();
+    }
+    /// Plays some bytes of what is queued, with a pass of the main loop.
+    void hear(std::size_t bytes) {
+        device.play(bytes);
+        pass(1);
+    }
+
+    OMWaveEngine soundEngine;
+    RResources resources;
+    std::unique_ptr<RGameSounds> sounds = std::make_unique<RGameSounds>(resources);
+    testing_support::MemoryWaveOut& device = machine.waveOut();
+};
+
+TEST_F(SoundCommandsTest, HandlesCountUpAndFailuresGiveNone) {
+    run(R"(PlaySound 102
+say RESULT
+PlaySound 101 1
+say RESULT
+PlaySound 101 0
+say RESULT
+PlaySound 65535
+say RESULT
+PlaySound -1
+say RESULT
+)");
+    EXPECT_EQ(said(), "0\n1\n2\n-1\n-1\n");
+    EXPECT_EQ(boxes(), Strings{});
+    EXPECT_EQ(sounds->count(), 3u);
+    for (int i = 0; i < 20; ++i) hear(1024);
+    EXPECT_EQ(sounds->count(), 1u) << "only the loop is left";
+}
+
+TEST_F(SoundCommandsTest, AMissingOrDamagedSoundStartsNothing) {
+    run("PlaySound 99\nsay RESULT\nPlaySound 103\nsay RESULT\n");
+    EXPECT_EQ(said(), "-1\n-1\n");
+    EXPECT_EQ(boxes(), Strings{"WAVE resource 99 not found."});
+    device.available = false;
+    run("PlaySound 101\nsay RESULT\n");
+    EXPECT_EQ(said(), "-1\n");
+    EXPECT_EQ(sounds->count(), 0u);
+}
+
+TEST_F(SoundCommandsTest, ScriptsKillPauseAndResume) {
+    run("PlaySound 101 1\nPlaySound 101\nKillSound 1\nKillSound 1\nKillSound 77\nPauseSound 77\n");
+    EXPECT_EQ(sounds->count(), 1u);
+    run("PauseSound 0\n");
+    device.heard.clear();
+    hear(4096);
+    EXPECT_EQ(device.heard, Samples{});
+    run("ResumeSound 0\nResumeSound 0\n");
+    hear(1024);
+    EXPECT_EQ(device.heard, Samples(1024, 50));
+    run("KillSound 0\n");
+    EXPECT_EQ(sounds->count(), 0u);
+    EXPECT_FALSE(device.isOpen());
+    hear(4096);
+    EXPECT_EQ(device.heard, Samples(1024, 50));
+}
+
+TEST_F(SoundCommandsTest, CompletionComesOnceAndMayUseTheHandle) {
+    int handle = RGameSounds::kNoSound;
+    int done = 0;
+    const auto finish = [&] {
+        ++done;
+        sounds->pause(handle);
+        sounds->kill(handle);
+    };
+    handle = sounds->play(102, finish, false);
+    hear(1024);
+    EXPECT_EQ(done, 1);
+    EXPECT_EQ(sounds->count(), 0u);
+
+    handle = sounds->play(101, finish, false);
+    hear(0);
+    sounds->kill(handle);
+    EXPECT_EQ(done, 2) << "a killed sound has ended";
+    handle = sounds->play(101, finish, true);
+    hear(0);
+    sounds->kill(handle);
+    EXPECT_EQ(done, 2) << "a loop has no completion";
+    sounds->play(
+        101, [&] { sounds->play(102, finish, false); }, false);
+    for (int i = 0; i < 12; ++i) hear(1024);
+    EXPECT_EQ(done, 3);
+}
+
+TEST_F(SoundCommandsTest, TearDownEndsAllSoundsSilently) {
+    int done = 0;
+    sounds->play(
+        101, [&] { ++done; }, false);
+    sounds->play(101, nullptr, true);
+    hear(100);
+    sounds.reset();
+    EXPECT_EQ(done, 0);
+    EXPECT_FALSE(device.isOpen());
+}
+
+TEST_F(SoundCommandsTest, AnimationsPlayTheirSounds) {
+    OMTrinketWindow window({0, 0, 100, 80}, nullptr, "");
+    RAnimationSounds animationSounds(resources);
+    const auto image = AseqBuilder()
+                           .block(4, 4, 'a')
+                           .sequence({{0, 0, -101, 102}, {0, 0, 0, 10}, {0, 0, -4, 0}})
+                           .image();
+    OMAnimation a(window, image, 1, 0, 0);
+    auto b = std::make_unique<OMAnimation>(window, image, 1, 0, 0);
+    b->setSoundSync(false);
+    int silent = 0;
+    for (OMAnimation* each : {&a, b.get()}) {
+        each->playLinks().allSoundsDone = [&] { ++silent; };
+        each->step(1);
+    }
+    EXPECT_EQ(a.state(), OMAnimation::State::Held) << "until its sound has ended";
+    EXPECT_EQ(b->state(), OMAnimation::State::Playing);
+    hear(1024);
+    EXPECT_NE(a.state(), OMAnimation::State::Held);
+    EXPECT_EQ(silent, 1) << "the other one was mixed in behind";
+    hear(8 * 1024);
+    EXPECT_EQ(silent, 2);
+
+    b->setSequence(0, true);
+    b->step(100);
+    b.reset(); // its sound goes with it
+    hear(8 * 1024);
+    EXPECT_EQ(silent, 2);
+    EXPECT_EQ(soundEngine.soundingCount(), 0u);
+    EXPECT_EQ(boxes(), Strings{});
+}
+
+TEST_F(SoundCommandsTest, AnAnimationPlaysASoundOnceAtATime) {
+    OMTrinketWindow window({0, 0, 100, 80}, nullptr, "");
+    RAnimationSounds animationSounds(resources);
+    const auto image = AseqBuilder().block(4, 4, 'a').sequence({{0, 0, -4, 0}}).image();
+    OMAnimation a(window, image, 1, 0, 0);
+    OMAnimation b(window, image, 1, 0, 0);
+    Strings ended;
+    const auto note = [&](const char* name) { return [&ended, name] { ended.push_back(name); }; };
+    EXPECT_TRUE(animationSounds.play(a, 101, note("a")));
+    EXPECT_TRUE(animationSounds.play(b, 101, note("b")));
+    EXPECT_FALSE(animationSounds.play(b, 99, note("missing")));
+    EXPECT_FALSE(animationSounds.play(b, 103, note("damaged")));
+    EXPECT_TRUE(animationSounds.play(b, 101, note("b again")));
+    EXPECT_EQ(ended, Strings{"b"}) << "the new one takes its place";
+    EXPECT_TRUE(animationSounds.play(b, 102, note("b too")));
+    animationSounds.stop(b);
+    for (int i = 0; i < 20; ++i) hear(1024);
+    EXPECT_EQ(ended, (Strings{"b", "a"}));
+    EXPECT_EQ(boxes(), Strings{"WAVE resource 99 not found."});
+}
+
+// The whole program
+
+TEST(SoundProgramTest, RecordsWhatAScriptPlays) {
+    TemporaryFolder folder;
+    Samples wave(300);
+    for (std::size_t i = 0; i < wave.size(); ++i) wave[i] = static_cast<std::uint8_t>(i * 3);
+    const Bytes built =
+        NEBuilder().add("WAVE", 7, RiffSound{.rate = 11025, .data = wave}.build()).build();
+    folder.make("game/RSC/s.rsc", testing_support::toText(built));
+    folder.make("game/Startup.mps", testing_support::withLineEnds("PlaySound 7\n"));
+    folder.makeFolder("home");
+
+    std::ostringstream output;
+    platform::HeadlessOptions options;
+    options.host = {folder.path("game"), "", folder.path("home")};
+    options.untilMs = 200;
+    options.resources = RProgramResources();
+    options.versionStrings = RVersionStrings();
+    options.report = options.notes = &output;
+    options.recordSound = folder.path("sound");
+    platform::HeadlessPlatform machine(options);
+    OMSetPlatform(&machine);
+    const int exitCode = RGameMain(1);
+    machine.programEnds(exitCode);
+    OMSetPlatform(nullptr);
+    EXPECT_EQ(exitCode, 0) << output.str();
+
+    const std::string all = folder.contents("sound/001-11025.wav");
+    ASSERT_GE(all.size(), 44u + 1024);
+    const Samples data(all.begin() + 44, all.end());
+    wave.resize(1024, 128);
+    EXPECT_EQ(data, wave);
+}
+
+} // namespace
