@@ -61,8 +61,9 @@ void useFile(std::string_view name, bool activate, AddResources addResources) {
     if (activate) OMResMgrActivate(name);
 }
 
-std::string remainingText(OMIStream& stream) {
+std::string wholeText(OMIStream& stream) {
     std::string text;
+    stream.seek(0);
     while (stream.fill() > 0)
         text.append(reinterpret_cast<const char*>(stream.current().data()),
                     stream.current().size());
@@ -178,7 +179,7 @@ void OMResMgrUseDLL16(std::string_view name, OMIStream& table, bool activate) {
                         "OMResMgrUseDLL16 - resource table cannot be larger than 64K!"))
         return;
     useFile<OMResMgrFileDLL16>(name, activate, [&](OMResMgrFile& file) {
-        const std::string text = remainingText(table);
+        const std::string text = wholeText(table);
         file.addToResTypeList(parseTable(text));
     });
 }
