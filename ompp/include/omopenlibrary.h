@@ -29,7 +29,8 @@ class OMOpenLibrary {
     /// Not set at the beginning.
     static void setKeepOpen(bool keepOpen);
 
-    /// The open file of the library of that name; null when another is open or none.
+    /// The open file of the library of that name, or the one that its information keeps; null when
+    /// there is neither.
     [[nodiscard]] static platform::File* handle(std::string_view name);
     /// As handle, but the file is the caller's from now on; null also when it cannot be given away.
     /// The parsed table stays.

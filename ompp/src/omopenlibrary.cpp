@@ -91,9 +91,10 @@ void OMOpenLibrary::setKeepOpen(bool keepOpen) {
 }
 
 platform::File* OMOpenLibrary::handle(std::string_view name) {
-    State& open = state();
-    if (!open.holds(name)) return nullptr;
-    return open.info ? open.info->file() : open.file.get();
+    const State& open = state();
+    if (open.holds(name) && !open.info) return open.file.get();
+    OMLibraryInfo* info = OMLibraryInfo::find(name);
+    return info ? info->file() : nullptr;
 }
 
 std::unique_ptr<platform::File> OMOpenLibrary::takeHandle(std::string_view name) {

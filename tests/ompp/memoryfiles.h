@@ -103,7 +103,9 @@ class MemoryFiles final : public platform::Files {
     std::string fullPath(std::string_view path) const override {
         std::string drive = current.substr(0, 2);
         std::vector<std::string> parts;
-        if (path.size() >= 2 && path[1] == ':') {
+        if (path.starts_with("\\\\")) {
+            drive = "\\"; // a network name
+        } else if (path.size() >= 2 && path[1] == ':') {
             drive = std::string(path.substr(0, 2));
             path.remove_prefix(2);
         } else if (path.empty() || (path[0] != '\\' && path[0] != '/')) {
