@@ -26,6 +26,7 @@ class HostModules final : public Modules {
 
     [[nodiscard]] std::optional<std::span<const std::byte>> resource(std::string_view type,
                                                                      int id) const override;
+    [[nodiscard]] std::vector<ResourceName> resourceNames() const override;
     [[nodiscard]] std::string versionString(std::string_view key) const override;
 
   private:

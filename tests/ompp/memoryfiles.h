@@ -299,6 +299,12 @@ struct MemoryModules final : platform::Modules {
         if (found == resources.end()) return std::nullopt;
         return std::span<const std::byte>(found->second);
     }
+    std::vector<platform::ResourceName> resourceNames() const override {
+        std::vector<platform::ResourceName> names;
+        names.reserve(resources.size());
+        for (const auto& [name, bytes] : resources) names.push_back({name.first, name.second});
+        return names;
+    }
     std::string versionString(std::string_view key) const override {
         const auto found = strings.find(key);
         return found == strings.end() ? std::string() : found->second;

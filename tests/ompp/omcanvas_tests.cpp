@@ -49,6 +49,7 @@ class NoModules : public platform::Modules {
                                                                      int) const override {
         return std::nullopt;
     }
+    [[nodiscard]] std::vector<platform::ResourceName> resourceNames() const override { return {}; }
     [[nodiscard]] std::string versionString(std::string_view) const override { return {}; }
 };
 
