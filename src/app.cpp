@@ -13,6 +13,7 @@
 #include "palettehook.h"
 #include "programresources.h"
 #include "ranimation.h"
+#include "resourcecommands.h"
 #include "resources.h"
 #include "rthread.h"
 #include "scenes/efwindow.h"
@@ -85,6 +86,7 @@ void runApplication(RResources& resources) {
     app.setCommandHandler([](int command) { return OMLog::handleCommand(command); });
 
     const RCommands commands(window);
+    const RResourceCommands resourceCommands(resources);
     const RScriptClasses classes;
     YEngine engine;
     YThread thread(engine, kStartScript, locateScript);
@@ -108,6 +110,7 @@ int RGameMain(std::optional<std::uint32_t> seed) {
     OMSeedRandom(seed.value_or(static_cast<std::uint32_t>(OMPlatform().clock().calendarSeconds())));
 
     RResources resources;
+    resources.setHomeDirectory(configuration.homeDirectory);
     const auto ignoreSequenceSound = [](const SequenceSoundRecord&) {};
     if (resources.start(configuration.cdDrive, ignoreSequenceSound) ==
         RResources::StartUp::NoResourceFile) {
