@@ -17,6 +17,7 @@
 #include "palettehook.h"
 #include "programresources.h"
 #include "ranimation.h"
+#include "resourcecommands.h"
 #include "resources.h"
 #include "rthread.h"
 #include "scenes/efwindow.h"
@@ -94,8 +95,9 @@ void runApplication(RResources& resources, OMWaveEngine& soundEngine) {
     const RScriptClasses classes; // also those of components, whose commands go before their code
     RGameSounds sounds(resources);
     const RAnimationSounds animationSounds(resources);
-    const RCommands commands(window);
-    RRegisterSoundCommands(sounds);
+    RCommands commands(window);
+    RResourceCommands resourceCommands(resources);
+    RSoundCommands soundCommands(sounds);
     OMDebugWindow debugWindow;
     YEngine engine;
     engine.setTraceWindow([&debugWindow](std::string_view text) { debugWindow.showText(text); });
@@ -120,6 +122,7 @@ int RGameMain(std::optional<std::uint32_t> seed) {
     OMSeedRandom(seed.value_or(static_cast<std::uint32_t>(OMPlatform().clock().calendarSeconds())));
 
     RResources resources;
+    resources.setHomeDirectory(configuration.homeDirectory);
     const auto ignoreSequenceSound = [](const SequenceSoundRecord&) {};
     if (resources.start(configuration.cdDrive, ignoreSequenceSound) ==
         RResources::StartUp::NoResourceFile) {

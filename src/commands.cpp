@@ -19,12 +19,7 @@ OMSArguments& arguments() { return OMSArguments::global(); }
 
 } // namespace
 
-struct RCommands::Row {
-    std::string_view name;
-    void (RCommands::*run)();
-};
-
-constexpr RCommands::Row RCommands::kRows[] = {
+constexpr RCommandRow<RCommands> RCommands::kRows[] = {
     {"CloseFile", &RCommands::closeFile},
     {"DisplayScreen", &RCommands::displayScreen},
     {"EndTransition", &RCommands::endTransition},
@@ -45,14 +40,12 @@ constexpr RCommands::Row RCommands::kRows[] = {
 };
 
 RCommands::RCommands(EffectsWindow& window) : window_(window) {
-    for (const Row& row : kRows) YCommands::add(row.name, OMLinkToObj(this, row.run));
+    RRegisterCommands(*this, kRows);
 }
 
 RCommands::~RCommands() { YCommands::clear(); }
 
-void RCommands::registerNames() {
-    for (const Row& row : kRows) YCommands::add(row.name, nullptr);
-}
+void RCommands::registerNames() { RRegisterCommandNames(kRows); }
 
 void RCommands::closeFile() { output_.reset(); }
 

@@ -2,6 +2,8 @@
 // random numbers, the output file, the log.
 #pragma once
 
+#include "commandtable.h"
+
 #include "platform/files.h"
 
 #include <memory>
@@ -22,8 +24,7 @@ class RCommands {
     static void registerNames();
 
   private:
-    struct Row;
-    static const Row kRows[];
+    static const RCommandRow<RCommands> kRows[];
 
     // One function a command, in the order of their names.
     void closeFile();

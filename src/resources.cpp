@@ -1,5 +1,6 @@
 #include "resources.h"
 
+#include "omcachedfile.h"
 #include "omformat.h"
 #include "omistreamdll16.h"
 #include "omlog.h"
@@ -9,6 +10,7 @@
 #include "omresmgr.h"
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -30,6 +32,14 @@ std::optional<std::string> readText(const std::string& path) {
     if (!text && files.exists(path))
         OMLog::writef(OMLog::Kind::Error, "%s cannot be read", path.c_str());
     return text;
+}
+
+/// Whether a copy may take the place of what lies at `path`: nothing, or an earlier copy. A map can
+/// name a file as it likes, even as the player's saved games are named.
+bool isFreeForCopy(const std::string& path) {
+    const auto file = OMPlatform().files().open(path, platform::OpenMode::Read);
+    std::array<std::byte, 2> start{};
+    return !file || file->read(start) == 0 || start == std::array{std::byte{'M'}, std::byte{'Z'}};
 }
 
 } // namespace
@@ -110,10 +120,13 @@ void RResources::readSequenceSounds(
 
 void RResources::shutDown() {
     for (const FileRecord& record : files_) {
+        if (OMCachedFile::isCached(record.name)) OMCachedFile::uncache(record.name);
         if (record.active) OMResMgrDeactivate(record.name);
         OMResMgrStopUsing(record.name, true);
     }
     files_.clear();
+    streamedSounds_.clear();
+    OMCachedFile::clear();
     OMResMgrClear();
     OMPathClear();
     OMOpenLibrary::setKeepOpen(false);
@@ -145,6 +158,58 @@ void RResources::deactivate(FileRecord& record) {
     OMLog::writef(OMLog::Kind::Message, "Deactivating DLL %s", record.name.c_str());
 }
 
+void RResources::cacheDLL(std::string_view name, const CacheOptions& options) {
+    FileRecord* record = find(name);
+    if (!record || OMCachedFile::isCached(record->name)) return;
+    makeCopy(*record, options);
+    record->cachedPermanently = options.permanently;
+    OMLog::writef(OMLog::Kind::Message, "Caching DLL %s%s%s%s", record->name.c_str(),
+                  options.inBackground ? " in the background" : " immediately",
+                  options.permanently ? " permanently" : " temporarily",
+                  options.toHardDrive ? " to the Hard Drive" : " to memory");
+}
+
+void RResources::makeCopy(const FileRecord& record, const CacheOptions& options) const {
+    const std::string& name = record.name;
+    const std::string copy = homeDirectory_ + name;
+    if (options.toHardDrive &&
+        (name.find_first_of("\\/:") != std::string::npos || !isFreeForCopy(copy))) {
+        OMLog::writef(OMLog::Kind::Error, "%s is not copied to %s, where another file may lie",
+                      name.c_str(), copy.c_str());
+        return;
+    }
+    if (options.inBackground && options.toHardDrive)
+        OMCachedFile::cacheInBkgd(name, copy, nullptr, 0, false);
+    else if (options.inBackground)
+        OMCachedFile::cacheInBkgd(name, nullptr, 0, false);
+    else if (options.toHardDrive)
+        OMCachedFile::cache(name, copy);
+    else
+        OMCachedFile::cache(name);
+}
+
+void RResources::uncacheDLL(std::string_view name) {
+    const FileRecord* record = find(name);
+    if (record && OMCachedFile::isCached(record->name) && !record->cachedPermanently)
+        uncache(*record);
+}
+
+void RResources::uncacheAllDLLs(bool force) {
+    for (const FileRecord& record : files_)
+        if (OMCachedFile::isCached(record.name) && (force || !record.cachedPermanently))
+            uncache(record);
+}
+
+void RResources::uncache(const FileRecord& record) {
+    OMCachedFile::uncache(record.name);
+    OMLog::writef(OMLog::Kind::Message, "Uncaching DLL %s", record.name.c_str());
+}
+
+std::unique_ptr<OMIStream> RResources::loadSound(int id) {
+    const bool streamed = streamedSounds_.contains(id);
+    return load(id, "WAVE", streamed ? kOMIStreamBuffered : kOMIStreamCache);
+}
+
 std::unique_ptr<OMIStream> RResources::load(int id, std::string_view type, int bufferMode) {
     const std::string typeText(type);
     if (id <= 0) {
@@ -159,8 +224,9 @@ std::unique_ptr<OMIStream> RResources::load(int id, std::string_view type, int b
     const int now = static_cast<int>(OMMilliseconds());
     if (const auto* library = dynamic_cast<const OMIStreamDLL16*>(stream.get()))
         OMLog::writef(OMLog::Kind::Message,
-                      "Loading %s resource %d from file %s(CD), current ms: %d", typeText.c_str(),
-                      id, library->fileName().c_str(), now);
+                      "Loading %s resource %d from file %s(%s), current ms: %d", typeText.c_str(),
+                      id, library->fileName().c_str(),
+                      OMCachedFile::isCached(library->fileName()) ? "Cached" : "CD", now);
     else
         OMLog::writef(OMLog::Kind::Message, "Loading %s resource %d, current ms: %d",
                       typeText.c_str(), id, now);

@@ -1,5 +1,5 @@
 // The game's resource layer: finds the resource files at start-up, keeps a record of each,
-// activates and deactivates them for scripts, and loads resources for everybody.
+// activates, deactivates, caches and uncaches them for scripts, and loads resources for everybody.
 //
 // Resource files lie in "RSC\" beside the game, one directory up and on the CD. A directory with a
 // "resource.map" is believed to hold what the map says; in any other one every ".rsc" file is
@@ -12,6 +12,7 @@
 #include "resourcemap.h"
 
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,6 +35,8 @@ class RResources {
     /// Called after the application is gone; forgets all files.
     void shutDown();
 
+    /// Where copies of resource files are put on the hard disk; ends in a backslash.
+    void setHomeDirectory(std::string directory) { homeDirectory_ = std::move(directory); }
     /// Shows a text to the person at the machine; until it is set texts are only logged.
     void setAlertLink(OMLinkTo<void(std::string_view)> alert) { alert_ = std::move(alert); }
 
@@ -43,14 +46,33 @@ class RResources {
     /// Files that were activated permanently stay active unless `force` is set.
     void deactivateAllDLLs(bool force);
 
+    struct CacheOptions {
+        bool inBackground = false;
+        bool permanently = false;
+        bool toHardDrive = false;
+    };
+    /// Copies a file that is not cached yet to where it is read faster.
+    void cacheDLL(std::string_view name, const CacheOptions& options);
+    /// Files that were cached permanently stay cached.
+    void uncacheDLL(std::string_view name);
+    /// As above unless `force` is set.
+    void uncacheAllDLLs(bool force);
+
     /// What all locators call: a stream over the resource, or null after a message to the person.
     [[nodiscard]] std::unique_ptr<OMIStream> load(int id, std::string_view type, int bufferMode);
+
+    // Sounds that are read piece by piece while they play, by their ids. All others are read as a
+    // whole.
+    void addStreamedSound(int id) { streamedSounds_.insert(id); }
+    void removeStreamedSound(int id) { streamedSounds_.erase(id); }
+    [[nodiscard]] std::unique_ptr<OMIStream> loadSound(int id);
 
   private:
     struct FileRecord {
         std::string name; ///< lower case, at most ResourceMap::kMaxFileName characters
         bool active = false;
         bool activatedPermanently = false;
+        bool cachedPermanently = false;
     };
 
     void addDirectories(const std::string& root);
@@ -61,9 +83,13 @@ class RResources {
     void readSequenceSounds(const OMLinkTo<void(const SequenceSoundRecord&)>& addSequenceSound);
     FileRecord* find(std::string_view name);
     void deactivate(FileRecord& record);
+    void makeCopy(const FileRecord& record, const CacheOptions& options) const;
+    void uncache(const FileRecord& record);
     void report(const std::string& text);
 
     std::vector<FileRecord> files_;
     std::vector<std::string> mapIdentifiers_; ///< of the maps read; start-up only
+    std::set<int> streamedSounds_;
+    std::string homeDirectory_;
     OMLinkTo<void(std::string_view)> alert_;
 };

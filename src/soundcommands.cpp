@@ -3,24 +3,35 @@
 #include "gamesounds.h"
 #include "omsarguments.h"
 #include "omscrptb.h"
-#include "ykeyword.h"
 
 namespace {
 
-int nextHandle() { return OMSArguments::global().nextInteger(); }
-
-/// RESULT gets the handle.
-void playSound(RGameSounds& sounds) {
-    const int id = OMSArguments::global().nextInteger();
-    const bool loop = OMSArguments::global().nextInteger() != 0; // a missing one is 0
-    OMScriptableObject::setResult(sounds.play(id, nullptr, loop));
-}
+int nextNumber() { return OMSArguments::global().nextInteger(); }
 
 } // namespace
 
-void RRegisterSoundCommands(RGameSounds& sounds) {
-    YCommands::add("KillSound", [&sounds] { sounds.kill(nextHandle()); });
-    YCommands::add("PauseSound", [&sounds] { sounds.pause(nextHandle()); });
-    YCommands::add("PlaySound", [&sounds] { playSound(sounds); });
-    YCommands::add("ResumeSound", [&sounds] { sounds.resume(nextHandle()); });
+constexpr RCommandRow<RSoundCommands> RSoundCommands::kRows[] = {
+    {"KillSound", &RSoundCommands::killSound},
+    {"PauseSound", &RSoundCommands::pauseSound},
+    {"PlaySound", &RSoundCommands::playSound},
+    {"ResumeSound", &RSoundCommands::resumeSound},
+};
+
+RSoundCommands::RSoundCommands(RGameSounds& sounds) : sounds_(sounds) {
+    RRegisterCommands(*this, kRows);
 }
+
+void RSoundCommands::registerNames() { RRegisterCommandNames(kRows); }
+
+void RSoundCommands::killSound() { sounds_.kill(nextNumber()); }
+
+void RSoundCommands::pauseSound() { sounds_.pause(nextNumber()); }
+
+/// RESULT gets the handle.
+void RSoundCommands::playSound() {
+    const int id = nextNumber();
+    const bool loop = nextNumber() != 0; // a missing one is 0
+    OMScriptableObject::setResult(sounds_.play(id, nullptr, loop));
+}
+
+void RSoundCommands::resumeSound() { sounds_.resume(nextNumber()); }

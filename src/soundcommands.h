@@ -1,8 +1,27 @@
-// The commands of the script language that play sounds.
+// The global commands of the script language that play sounds.
 #pragma once
+
+#include "commandtable.h"
 
 class RGameSounds;
 
-/// Registers `PlaySound`, `KillSound`, `PauseSound` and `ResumeSound`. The sounds must outlive the
-/// registration, which ends with that of all commands.
-void RRegisterSoundCommands(RGameSounds& sounds);
+/// Registers the commands. They go when RCommands clears the registry, so this object must not go
+/// before scripts have stopped.
+class RSoundCommands {
+  public:
+    explicit RSoundCommands(RGameSounds& sounds);
+    RSoundCommands(const RSoundCommands&) = delete;
+    RSoundCommands& operator=(const RSoundCommands&) = delete;
+
+    static void registerNames();
+
+  private:
+    static const RCommandRow<RSoundCommands> kRows[];
+
+    void killSound();
+    void pauseSound();
+    void playSound();
+    void resumeSound();
+
+    RGameSounds& sounds_;
+};

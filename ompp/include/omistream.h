@@ -52,7 +52,8 @@ class OMIStream {
     /// has been filled.
     void setDstBuffer(int bufferMode, std::span<std::byte> buffer = {});
 
-    /// Closes the source, frees the buffer and rewinds; a later fill starts anew.
+    /// Closes the source, frees the buffer and rewinds; a later fill starts anew. A stream over
+    /// cached memory stays committed.
     void close();
 
   protected:
@@ -61,6 +62,12 @@ class OMIStream {
     OMIStream(const OMIStream& other);
 
     void setLength(std::size_t length) { length_ = length; }
+    [[nodiscard]] bool hasUserBuffer() const { return !userBuffer_.empty(); }
+
+    /// Makes this a whole stream over bytes that are in memory already and outlive it: they are not
+    /// copied, a buffer of the caller is dropped, and the first fill happens here. The source is
+    /// never opened.
+    void setMemory(std::span<const std::byte> bytes);
 
     /// Makes the source readable; false when that is impossible. Called before the first read and
     /// again after closeSource.
@@ -83,10 +90,12 @@ class OMIStream {
     int bufferSize_;                      ///< as asked for: a buffer mode
     std::span<std::byte> userBuffer_;     ///< empty: the stream's own buffer is used
     std::unique_ptr<std::byte[]> buffer_; ///< the own one, made by the first fill
+    std::span<const std::byte> memory_;   ///< what setMemory was told
     std::span<const std::byte> current_;
     std::size_t length_ = 0;
     std::size_t position_ = 0;
     std::size_t chunkStart_ = 0;
     std::size_t loaded_ = 0; ///< whole streams: bytes in the buffer
+    bool inMemory_ = false;  ///< setMemory was called
     bool committed_ = false;
 };

@@ -22,6 +22,11 @@ class OMIStreamDLL16 final : public OMIStreamOnFile {
     [[nodiscard]] static std::vector<int> getResIDs(std::string_view fileName,
                                                     std::string_view type);
 
+    /// Keeps headers, resource table and an open file of a library until as many uncacheInfo; not
+    /// for a library that is cached in memory.
+    static void cacheInfo(std::string_view fileName);
+    static void uncacheInfo(std::string_view fileName);
+
   private:
     int id_;
     std::string type_;

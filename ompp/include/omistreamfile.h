@@ -12,4 +12,7 @@ class OMIStreamFile final : public OMIStreamOnFile {
     OMIStreamFile(const OMIStreamFile& other);
 
     [[nodiscard]] std::string_view className() const override { return "OMIStreamFile"; }
+
+    /// Bytes of a file, of its copy when it is cached; none when it cannot be opened.
+    [[nodiscard]] static std::optional<std::uint64_t> getInfo(std::string_view fileName);
 };

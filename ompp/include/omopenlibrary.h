@@ -1,7 +1,8 @@
 // The 16-bit library that was used last: open, with its resource table parsed, so that loading many
 // resources of one library opens and parses it once. There is one for the process.
 //
-// It is released after every operation unless it is to be kept open.
+// It is released after every operation unless it is to be kept open. A library that is cached is
+// read from its copy; one whose information is kept (OMLibraryInfo) is neither opened nor parsed.
 #pragma once
 
 #include "omnelibrary.h"
@@ -28,10 +29,17 @@ class OMOpenLibrary {
     /// Not set at the beginning.
     static void setKeepOpen(bool keepOpen);
 
-    /// The open file of the library of that name; null when another is open or none.
+    /// The open file of the library of that name, or the one that its information keeps; null when
+    /// there is neither.
     [[nodiscard]] static platform::File* handle(std::string_view name);
-    /// As handle, but the file is the caller's from now on. The parsed table stays.
+    /// As handle, but the file is the caller's from now on; null also when it cannot be given away.
+    /// The parsed table stays.
     [[nodiscard]] static std::unique_ptr<platform::File> takeHandle(std::string_view name);
+
+    /// The bytes of a file come from another place from now on: nobody uses its open file again.
+    static void forget(std::string_view name);
+    /// Releases the library of that name when it is the one that is open.
+    static void release(std::string_view name);
 
   private:
     const OMNELibrary* library_ = nullptr;

@@ -2,7 +2,8 @@
 // looked for. Directories may keep their listing, so that a slow drive is asked once and not at
 // every look-up; a file that is added to such a directory later is not seen.
 //
-// Process-wide, main thread only.
+// Process-wide. Only the main thread changes it, and holds the I/O section meanwhile; another
+// thread resolves names under the same section.
 #pragma once
 
 #include "platform/files.h"
@@ -44,8 +45,8 @@ void OMPathClear();
 /// not found, and for an empty name (after a failed check).
 [[nodiscard]] std::optional<std::string> OMPathResolveFilename(std::string_view name);
 
-/// Opens for reading what a name stands for; null when that is nothing. The one place that decides
-/// where the bytes of a stream or a library come from.
+/// Opens for reading what a name stands for; null when that is nothing. For files that may be
+/// cached see OMCachedFile::open.
 [[nodiscard]] std::unique_ptr<platform::File> OMPathOpen(std::string_view name);
 
 /// File names are Latin-1 and are the same whatever the case of their letters.

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "omistream.h"
+#include "omres.h"
 
 #include <cstdint>
 #include <memory>
@@ -72,6 +73,19 @@ class OMResMgrFileDLL16 final : public OMResMgrFile {
     [[nodiscard]] std::vector<int> getResIDs(std::string_view type) const override;
 };
 
+/// A module. Its name is that of the file; an empty one is the program itself.
+class OMResMgrFileRes final : public OMResMgrFile {
+  public:
+    explicit OMResMgrFileRes(std::string_view name);
+    [[nodiscard]] std::unique_ptr<OMIStream> getIStream(int id, std::string_view type,
+                                                        int bufferMode) const override;
+    [[nodiscard]] std::vector<std::string> getResTypes() const override;
+    [[nodiscard]] std::vector<int> getResIDs(std::string_view type) const override;
+
+  private:
+    std::unique_ptr<OMResFile> module_;
+};
+
 /// The table of one type. Sorted by id when it is searched first after a change.
 class OMResMgrResType {
   public:
@@ -106,6 +120,12 @@ void OMResMgrUseDLL16(std::string_view name, bool activate);
 void OMResMgrUseDLL16(std::string_view name, OMIStream& table, bool activate);
 void OMResMgrUseDLL16(std::string_view name, OMResMgrTerminated table, bool activate);
 void OMResMgrUseDLL16(std::string_view name, std::span<const OMResMgrEntry> table, bool activate);
+
+// The same for modules.
+void OMResMgrUseRes(std::string_view name, bool activate);
+void OMResMgrUseRes(std::string_view name, OMIStream& table, bool activate);
+void OMResMgrUseRes(std::string_view name, OMResMgrTerminated table, bool activate);
+void OMResMgrUseRes(std::string_view name, std::span<const OMResMgrEntry> table, bool activate);
 
 /// Activations count: a file is active until it was deactivated as often.
 void OMResMgrActivate(std::string_view name);

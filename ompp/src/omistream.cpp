@@ -14,6 +14,20 @@ OMIStream::OMIStream(const OMIStream& other)
       position_(other.current_.empty() ? other.position_ : other.chunkStart_),
       chunkStart_(other.chunkStart_) {
     OMDebug::requireApp("OMIStream");
+    if (!other.inMemory_) return;
+    memory_ = other.memory_;
+    loaded_ = memory_.size();
+    inMemory_ = committed_ = true;
+    if (!other.current_.empty()) fill();
+}
+
+void OMIStream::setMemory(std::span<const std::byte> bytes) {
+    memory_ = bytes.first(std::min(bytes.size(), length_));
+    loaded_ = memory_.size();
+    bufferSize_ = kOMIStreamCache;
+    userBuffer_ = {};
+    inMemory_ = committed_ = true;
+    fill();
 }
 
 std::size_t OMIStream::fill() {
@@ -35,7 +49,8 @@ void OMIStream::loadWhole() {
 
 std::size_t OMIStream::deliverWhole() {
     if (position_ >= loaded_) return 0;
-    current_ = destination().subspan(position_, loaded_ - position_);
+    const std::span<const std::byte> whole = inMemory_ ? memory_ : destination();
+    current_ = whole.subspan(position_, loaded_ - position_);
     chunkStart_ = position_;
     position_ = length_;
     return current_.size();
@@ -98,11 +113,11 @@ void OMIStream::close() {
     closeSource();
     dropBuffer();
     position_ = chunkStart_ = 0;
-    committed_ = false;
+    committed_ = inMemory_;
 }
 
 void OMIStream::dropBuffer() {
     buffer_.reset();
     current_ = {};
-    loaded_ = 0;
+    loaded_ = memory_.size();
 }

@@ -2,6 +2,7 @@
 
 #include "omdebug.h"
 #include "omformat.h"
+#include "omlibraryinfo.h"
 #include "omopenlibrary.h"
 
 namespace {
@@ -21,8 +22,13 @@ OMIStreamDLL16::OMIStreamDLL16(int id, std::string_view type, std::string_view f
         id > 0 && !type.empty() && !fileName.empty() && bufferMode >= kOMIStreamCache;
     if (!OMDebug::check(valid, "!ok", "OMIStreamDLL16::OMIStreamDLL16 - invalid parameter!"))
         return;
+    const OMCachedFile* cached = OMCachedFile::prepare(fileName);
     if (const auto place = findResource(id, type, fileName)) {
         setExtent(place->offset, place->length);
+        useCopy(cached, {"OMIStreamDLL16::OMIStreamDLL16 - instances of memory cached DLL's must "
+                         "use kOMIStreamCache!",
+                         "OMIStreamDLL16::OMIStreamDLL16 - instances of cached DLL's cannot use a "
+                         "user defined buffer!"});
         return;
     }
     OMDebug::check(false, "streamInfo.status == 0",
@@ -39,4 +45,23 @@ std::vector<std::string> OMIStreamDLL16::getResTypes(std::string_view fileName) 
 std::vector<int> OMIStreamDLL16::getResIDs(std::string_view fileName, std::string_view type) {
     const OMOpenLibrary open(fileName);
     return open.library() ? open.library()->ids(type) : std::vector<int>();
+}
+
+void OMIStreamDLL16::cacheInfo(std::string_view fileName) {
+    const std::string name(fileName);
+    const OMCachedFile* cached = OMCachedFile::find(fileName);
+    if (!OMDebug::check(!cached || cached->isOnDisk(), "cachedFile->isMemoryCached()",
+                        OMFormat("OMIStreamDLL16::cacheInfo - memory cached file %s is not "
+                                 "allowed!",
+                                 name.c_str())))
+        return;
+    OMDebug::check(OMLibraryInfo::keep(fileName), "!opened",
+                   OMFormat("OMIStreamDLL16::cacheInfo - error opening %s!", name.c_str()));
+}
+
+void OMIStreamDLL16::uncacheInfo(std::string_view fileName) {
+    OMOpenLibrary::release(fileName);
+    OMDebug::check(OMLibraryInfo::drop(fileName), "info == NULL",
+                   OMFormat("OMIStreamDLL16::uncacheInfo - info is not being cached for file %s!",
+                            std::string(fileName).c_str()));
 }

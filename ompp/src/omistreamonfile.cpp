@@ -1,18 +1,31 @@
 #include "omistreamonfile.h"
 
+#include "omdebug.h"
 #include "omopenlibrary.h"
-#include "ompath.h"
+
+#include <algorithm>
 
 OMIStreamOnFile::OMIStreamOnFile(std::string_view fileName, int bufferMode,
                                  std::span<std::byte> buffer)
     : OMIStream(bufferMode, buffer), fileName_(fileName) {}
 
 OMIStreamOnFile::OMIStreamOnFile(const OMIStreamOnFile& other)
-    : OMIStream(other), fileName_(other.fileName_), offset_(other.offset_) {}
+    : OMIStream(other), fileName_(other.fileName_), offset_(other.offset_), copy_(other.copy_) {}
 
 void OMIStreamOnFile::setExtent(std::uint64_t offset, std::size_t length) {
     offset_ = offset;
     setLength(length);
+}
+
+void OMIStreamOnFile::useCopy(const OMCachedFile* cached, const CopyTexts& texts) {
+    if (!cached) return;
+    copy_ = cached->copy();
+    if (!isMemoryCached()) return;
+    OMDebug::check(isWhole(), "bufferSize != kOMIStreamCache", texts.mustBeWhole);
+    OMDebug::check(!hasUserBuffer(), "buffer != NULL", texts.noUserBuffer);
+    const std::span<const std::byte> bytes = copy_->bytes();
+    setMemory(
+        bytes.subspan(static_cast<std::size_t>(std::min<std::uint64_t>(offset_, bytes.size()))));
 }
 
 // A chunked stream takes the open library's file over, for it may need it long after another
@@ -25,7 +38,7 @@ bool OMIStreamOnFile::openSource() {
         file_ = owned_.get();
     }
     if (file_) return true;
-    owned_ = OMPathOpen(fileName_);
+    owned_ = OMCachedFile::open(fileName_);
     file_ = owned_.get();
     return file_ != nullptr;
 }

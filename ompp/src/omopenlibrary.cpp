@@ -1,6 +1,9 @@
 #include "omopenlibrary.h"
 
+#include "omcachedfile.h"
 #include "omdebug.h"
+#include "omformat.h"
+#include "omlibraryinfo.h"
 #include "omlog.h"
 #include "ompath.h"
 
@@ -11,15 +14,21 @@ namespace {
 
 struct State {
     std::string name;
-    std::unique_ptr<platform::File> file; ///< null when a stream took it over
-    std::optional<OMNELibrary> library;   ///< none while no library is open
+    std::unique_ptr<platform::File> file; ///< null when a stream took it over, and with `info`
+    OMLibraryInfo* info = nullptr;        ///< has file and table instead of this, when there is one
+    std::optional<OMNELibrary> ownLibrary;
     bool keepOpen = false;
 
+    [[nodiscard]] const OMNELibrary* library() const {
+        if (info) return &info->library();
+        return ownLibrary ? &*ownLibrary : nullptr;
+    }
     [[nodiscard]] bool holds(std::string_view other) const {
-        return library && OMPathSameName(name, other);
+        return library() && OMPathSameName(name, other);
     }
     void release() {
-        library.reset();
+        info = nullptr;
+        ownLibrary.reset();
         file.reset();
     }
 };
@@ -41,15 +50,24 @@ void logOddities(const std::string& name, const OMNELibrary& library) {
 void openState(std::string_view name) {
     State& open = state();
     open.release();
-    std::unique_ptr<platform::File> file = OMPathOpen(name);
+    const OMCachedFile* cached = OMCachedFile::find(name);
+    if (cached)
+        OMDebug::check(cached->instanceCount() > 0, "cachedFile->getInstanceCount() == 0",
+                       OMFormat("OMIStreamDLL16::openDLL - instance count for cached file %s is "
+                                "zero!",
+                                std::string(name).c_str()));
+    const bool inMemory = cached && cached->isComplete() && !cached->isOnDisk();
+    open.name = name;
+    if (!inMemory) open.info = OMLibraryInfo::find(name);
+    if (open.info) return;
+    std::unique_ptr<platform::File> file = OMCachedFile::open(name);
     if (!file) return;
     std::optional<OMNELibrary> library = OMNELibrary::read(*file);
     if (!OMDebug::check(library.has_value(), "!valid", "OMIStreamDLL16IsValidDLL - invalid file!"))
         return;
-    open.name = name;
     logOddities(open.name, *library);
     open.file = std::move(file);
-    open.library = std::move(library);
+    open.ownLibrary = std::move(library);
 }
 
 } // namespace
@@ -58,9 +76,9 @@ OMOpenLibrary::OMOpenLibrary(std::string_view name) {
     State& open = state();
     if (!open.holds(name))
         openState(name);
-    else if (!open.file)
-        open.file = OMPathOpen(name);
-    if (open.library) library_ = &*open.library;
+    else if (!open.file && !open.info)
+        open.file = OMCachedFile::open(name);
+    library_ = open.library();
 }
 
 OMOpenLibrary::~OMOpenLibrary() {
@@ -73,9 +91,21 @@ void OMOpenLibrary::setKeepOpen(bool keepOpen) {
 }
 
 platform::File* OMOpenLibrary::handle(std::string_view name) {
-    return state().holds(name) ? state().file.get() : nullptr;
+    const State& open = state();
+    if (open.holds(name) && !open.info) return open.file.get();
+    OMLibraryInfo* info = OMLibraryInfo::find(name);
+    return info ? info->file() : nullptr;
 }
 
 std::unique_ptr<platform::File> OMOpenLibrary::takeHandle(std::string_view name) {
     return state().holds(name) ? std::move(state().file) : nullptr;
+}
+
+void OMOpenLibrary::forget(std::string_view name) {
+    release(name);
+    if (OMLibraryInfo* info = OMLibraryInfo::find(name)) info->closeFile();
+}
+
+void OMOpenLibrary::release(std::string_view name) {
+    if (state().holds(name)) state().release();
 }

@@ -1,6 +1,7 @@
 #include "ompath.h"
 
 #include "omdebug.h"
+#include "omiosection.h"
 #include "omplatform.h"
 
 #include <algorithm>
@@ -47,12 +48,20 @@ bool OMPathDirectory::holds(std::string_view name) const {
 }
 
 void OMPathAddDirectory(std::string_view path, bool cacheListing) {
-    searchPath().directories.emplace_back(path, cacheListing);
+    OMPathDirectory directory(path, cacheListing); // listing it may take long
+    const std::lock_guard section(OMIOSection());
+    searchPath().directories.push_back(std::move(directory));
 }
 
-void OMPathSetStrict(bool strict) { searchPath().strict = strict; }
+void OMPathSetStrict(bool strict) {
+    const std::lock_guard section(OMIOSection());
+    searchPath().strict = strict;
+}
 
-void OMPathClear() { searchPath() = SearchPath(); }
+void OMPathClear() {
+    const std::lock_guard section(OMIOSection());
+    searchPath() = SearchPath();
+}
 
 std::optional<std::string> OMPathResolveFilename(std::string_view name) {
     if (!OMDebug::check(!name.empty(), "filename == NULL",

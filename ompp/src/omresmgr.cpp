@@ -4,6 +4,7 @@
 #include "omexchangeorder.h"
 #include "omformat.h"
 #include "omistreamdll16.h"
+#include "omistreamres.h"
 #include "ompath.h"
 #include "omreader.h"
 
@@ -61,8 +62,9 @@ void useFile(std::string_view name, bool activate, AddResources addResources) {
     if (activate) OMResMgrActivate(name);
 }
 
-std::string remainingText(OMIStream& stream) {
+std::string wholeText(OMIStream& stream) {
     std::string text;
+    stream.seek(0);
     while (stream.fill() > 0)
         text.append(reinterpret_cast<const char*>(stream.current().data()),
                     stream.current().size());
@@ -86,6 +88,30 @@ std::vector<OMResMgrEntry> parseTable(std::string_view text) {
             entries.push_back({static_cast<std::int16_t>(*id), type});
     }
     return entries;
+}
+
+template <class File>
+void useWithOwnTable(std::string_view name, bool activate) {
+    useFile<File>(name, activate, [](OMResMgrFile& file) { file.addOwnResources(); });
+}
+
+template <class File>
+void useWithTable(std::string_view name, std::span<const OMResMgrEntry> table, bool activate) {
+    useFile<File>(name, activate, [&](OMResMgrFile& file) { file.addToResTypeList(table); });
+}
+
+template <class File>
+void useWithText(std::string_view name, OMIStream& table, bool activate) {
+    useFile<File>(name, activate, [&](OMResMgrFile& file) {
+        const std::string text = wholeText(table);
+        file.addToResTypeList(parseTable(text));
+    });
+}
+
+std::span<const OMResMgrEntry> countedTable(OMResMgrTerminated table) {
+    const OMResMgrEntry* end = table.entries;
+    while (end->id != 0 || !end->type.empty()) ++end;
+    return {table.entries, end};
 }
 
 } // namespace
@@ -126,6 +152,21 @@ std::vector<std::string> OMResMgrFileDLL16::getResTypes() const {
 
 std::vector<int> OMResMgrFileDLL16::getResIDs(std::string_view type) const {
     return OMIStreamDLL16::getResIDs(name(), type);
+}
+
+OMResMgrFileRes::OMResMgrFileRes(std::string_view name)
+    : OMResMgrFile(name),
+      module_(name.empty() ? std::make_unique<OMResFile>() : std::make_unique<OMResFile>(name)) {}
+
+std::unique_ptr<OMIStream> OMResMgrFileRes::getIStream(int id, std::string_view type,
+                                                       int bufferMode) const {
+    return std::make_unique<OMIStreamRes>(id, type, module_.get(), bufferMode);
+}
+
+std::vector<std::string> OMResMgrFileRes::getResTypes() const { return module_->getResTypes(); }
+
+std::vector<int> OMResMgrFileRes::getResIDs(std::string_view type) const {
+    return module_->getResIDs(type);
 }
 
 bool OMResMgrResType::addInFront(std::span<const std::int16_t> ids, OMResMgrFile& file) {
@@ -170,28 +211,39 @@ void OMResMgrResType::sort() {
 }
 
 void OMResMgrUseDLL16(std::string_view name, bool activate) {
-    useFile<OMResMgrFileDLL16>(name, activate, [](OMResMgrFile& file) { file.addOwnResources(); });
+    useWithOwnTable<OMResMgrFileDLL16>(name, activate);
 }
 
 void OMResMgrUseDLL16(std::string_view name, OMIStream& table, bool activate) {
-    if (!OMDebug::check(table.length() < kTableTextLimit, "length >= 65536",
-                        "OMResMgrUseDLL16 - resource table cannot be larger than 64K!"))
-        return;
-    useFile<OMResMgrFileDLL16>(name, activate, [&](OMResMgrFile& file) {
-        const std::string text = remainingText(table);
-        file.addToResTypeList(parseTable(text));
-    });
+    if (OMDebug::check(table.length() < kTableTextLimit, "length >= 65536",
+                       "OMResMgrUseDLL16 - resource table cannot be larger than 64K!"))
+        useWithText<OMResMgrFileDLL16>(name, table, activate);
 }
 
 void OMResMgrUseDLL16(std::string_view name, OMResMgrTerminated table, bool activate) {
-    const OMResMgrEntry* end = table.entries;
-    while (end->id != 0 || !end->type.empty()) ++end;
-    OMResMgrUseDLL16(name, std::span(table.entries, end), activate);
+    OMResMgrUseDLL16(name, countedTable(table), activate);
 }
 
 void OMResMgrUseDLL16(std::string_view name, std::span<const OMResMgrEntry> table, bool activate) {
-    useFile<OMResMgrFileDLL16>(name, activate,
-                               [&](OMResMgrFile& file) { file.addToResTypeList(table); });
+    useWithTable<OMResMgrFileDLL16>(name, table, activate);
+}
+
+void OMResMgrUseRes(std::string_view name, bool activate) {
+    useWithOwnTable<OMResMgrFileRes>(name, activate);
+}
+
+void OMResMgrUseRes(std::string_view name, OMIStream& table, bool activate) {
+    if (OMDebug::check(table.length() < kTableTextLimit, "length >= 65536",
+                       "OMResMgrUseRes - resource table cannot be larger than 64K!"))
+        useWithText<OMResMgrFileRes>(name, table, activate);
+}
+
+void OMResMgrUseRes(std::string_view name, OMResMgrTerminated table, bool activate) {
+    OMResMgrUseRes(name, countedTable(table), activate);
+}
+
+void OMResMgrUseRes(std::string_view name, std::span<const OMResMgrEntry> table, bool activate) {
+    useWithTable<OMResMgrFileRes>(name, table, activate);
 }
 
 void OMResMgrActivate(std::string_view name) {
@@ -205,7 +257,7 @@ void OMResMgrDeactivate(std::string_view name) {
         file->changeActivationCount(-1);
     else
         OMDebug::check(false, "file->getActivationCount() < 0",
-                       OMFormat("OMResMgrDeactivate - too many deactivations for file %s!",
+                       OMFormat("OMResMgrDeactivate - too many deactivates for file %s!",
                                 file->name().c_str()));
 }
 

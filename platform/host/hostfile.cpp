@@ -3,9 +3,11 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <limits>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
+#include <utility>
 
 namespace platform {
 
@@ -13,15 +15,48 @@ namespace {
 
 constexpr mode_t kNewFileMode = 0666;
 
+/// An open file of the host, closed by destruction.
+class Descriptor {
+  public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0) ::close(number_);
+    }
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor& operator=(Descriptor&&) = delete;
+
+    [[nodiscard]] bool isOpen() const { return number_ >= 0; }
+    [[nodiscard]] int number() const { return number_; }
+
+    /// Bypasses the host's cache, or no longer; false when the file system cannot do it.
+    [[nodiscard]] bool setDirect(bool direct) const {
+#ifdef O_DIRECT
+        const int flags = ::fcntl(number_, F_GETFL);
+        if (flags < 0) return false;
+        return ::fcntl(number_, F_SETFL, direct ? flags | O_DIRECT : flags & ~O_DIRECT) == 0;
+#else
+        return !direct;
+#endif
+    }
+    /// A lock of all who share this file (LOCK_SH) or of one alone (LOCK_EX); false when somebody
+    /// else's lock is in the way. Ends when the file is closed. Where the file system has no
+    /// locks, everybody gets one.
+    [[nodiscard]] bool lock(int kind) const {
+        return ::flock(number_, kind | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    }
+
+  private:
+    int number_;
+};
+
 class HostFile final : public File {
   public:
-    HostFile(int descriptor, OpenMode mode)
-        : descriptor_(descriptor), sequential_(mode == OpenMode::ReadSequential) {
-        if (sequential_) ::posix_fadvise(descriptor_, 0, 0, POSIX_FADV_SEQUENTIAL);
+    HostFile(Descriptor descriptor, OpenMode mode)
+        : descriptor_(std::move(descriptor)), sequential_(mode == OpenMode::ReadSequential) {
+        if (!sequential_) return;
+        ::posix_fadvise(descriptor_.number(), 0, 0, POSIX_FADV_SEQUENTIAL);
+        direct_ = descriptor_.setDirect(true);
     }
-    ~HostFile() override { ::close(descriptor_); }
-    HostFile(const HostFile&) = delete;
-    HostFile& operator=(const HostFile&) = delete;
 
     std::size_t read(std::span<std::byte> buffer) override;
     bool write(std::span<const std::byte> bytes) override;
@@ -29,32 +64,45 @@ class HostFile final : public File {
     [[nodiscard]] std::uint64_t size() const override;
 
   private:
-    int descriptor_;
+    [[nodiscard]] ssize_t readSome(std::span<std::byte> buffer);
+
+    Descriptor descriptor_;
     bool sequential_;
-    off_t position_ = 0; ///< of the next read
+    bool direct_ = false; ///< the host's cache is bypassed
+    off_t position_ = 0;  ///< of the next read
 };
 
 std::size_t HostFile::read(std::span<std::byte> buffer) {
     const off_t start = position_;
     std::size_t done = 0;
     while (done < buffer.size()) {
-        const ssize_t count =
-            ::pread(descriptor_, buffer.data() + done, buffer.size() - done, position_);
-        if (count < 0 && errno == EINTR) continue;
+        const ssize_t count = readSome(buffer.subspan(done));
         if (count <= 0) break;
         done += static_cast<std::size_t>(count);
         position_ += count;
     }
     // The host need not keep what is read once only.
-    if (sequential_ && done > 0) {
-        ::posix_fadvise(descriptor_, start, position_ - start, POSIX_FADV_DONTNEED);
+    if (sequential_ && !direct_ && done > 0) {
+        ::posix_fadvise(descriptor_.number(), start, position_ - start, POSIX_FADV_DONTNEED);
     }
     return done;
 }
 
+ssize_t HostFile::readSome(std::span<std::byte> buffer) {
+    for (;;) {
+        const ssize_t count =
+            ::pread(descriptor_.number(), buffer.data(), buffer.size(), position_);
+        if (count >= 0) return count;
+        if (errno == EINTR) continue;
+        // What does not fit the file system's sectors is read through the cache.
+        if (errno != EINVAL || !direct_ || !descriptor_.setDirect(false)) return count;
+        direct_ = false;
+    }
+}
+
 bool HostFile::write(std::span<const std::byte> bytes) {
     while (!bytes.empty()) {
-        const ssize_t count = ::write(descriptor_, bytes.data(), bytes.size());
+        const ssize_t count = ::write(descriptor_.number(), bytes.data(), bytes.size());
         if (count < 0 && errno == EINTR) continue;
         if (count <= 0) return false;
         bytes = bytes.subspan(static_cast<std::size_t>(count));
@@ -70,7 +118,7 @@ bool HostFile::seek(std::uint64_t position) {
 
 std::uint64_t HostFile::size() const {
     struct stat status {};
-    if (::fstat(descriptor_, &status) != 0) return 0;
+    if (::fstat(descriptor_.number(), &status) != 0) return 0;
     return static_cast<std::uint64_t>(status.st_size);
 }
 
@@ -80,8 +128,25 @@ int flagsOf(OpenMode mode) {
     case OpenMode::ReadSequential: return O_RDONLY;
     case OpenMode::Write: return O_WRONLY | O_CREAT | O_TRUNC;
     case OpenMode::Append: return O_WRONLY | O_CREAT | O_APPEND;
+    case OpenMode::WriteThrough: return O_WRONLY | O_CREAT | O_EXCL | O_DSYNC;
     }
     return O_RDONLY;
+}
+
+Descriptor openDescriptor(const std::string& hostPath, int flags) {
+    int number = -1;
+    do {
+        number = ::open(hostPath.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, kNewFileMode);
+    } while (number < 0 && errno == EINTR);
+    return Descriptor(number);
+}
+
+/// Makes way for a new file. Whoever has the old one open keeps its bytes; one that is being
+/// written or copied stays and stops the newcomer.
+bool removeUnlessInUse(const std::string& hostPath) {
+    const Descriptor old = openDescriptor(hostPath, O_WRONLY);
+    if (!old.isOpen()) return errno == ENOENT;
+    return old.lock(LOCK_EX) && ::unlink(hostPath.c_str()) == 0;
 }
 
 } // namespace
@@ -90,13 +155,12 @@ std::unique_ptr<File> openHostFile(const std::string& hostPath, OpenMode mode) {
     // Devices and pipes could stop the program for ever, so only plain files are opened at all.
     struct stat status {};
     if (::stat(hostPath.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) return nullptr;
-    int descriptor = -1;
-    do {
-        descriptor = ::open(hostPath.c_str(), flagsOf(mode) | O_CLOEXEC | O_NONBLOCK | O_NOCTTY,
-                            kNewFileMode);
-    } while (descriptor < 0 && errno == EINTR);
-    if (descriptor < 0) return nullptr;
-    return std::make_unique<HostFile>(descriptor, mode);
+    if (mode == OpenMode::WriteThrough && !removeUnlessInUse(hostPath)) return nullptr;
+    Descriptor descriptor = openDescriptor(hostPath, flagsOf(mode));
+    if (!descriptor.isOpen()) return nullptr;
+    if (mode == OpenMode::WriteThrough && !descriptor.lock(LOCK_EX)) return nullptr;
+    if (mode == OpenMode::ReadSequential && !descriptor.lock(LOCK_SH)) return nullptr;
+    return std::make_unique<HostFile>(std::move(descriptor), mode);
 }
 
 } // namespace platform

@@ -188,7 +188,7 @@ std::optional<std::string> HostFiles::locate(const Place& place, bool create) co
 }
 
 std::unique_ptr<File> HostFiles::open(std::string_view path, OpenMode mode) {
-    const bool writes = mode == OpenMode::Write || mode == OpenMode::Append;
+    const bool writes = mode != OpenMode::Read && mode != OpenMode::ReadSequential;
     const Place place = placeOf(path);
     if (writes && isBelowHome(place)) {
         std::error_code error; // a folder that cannot be made shows when the file cannot be
@@ -196,6 +196,11 @@ std::unique_ptr<File> HostFiles::open(std::string_view path, OpenMode mode) {
     }
     const auto hostPath = locate(place, writes);
     return hostPath ? openHostFile(*hostPath, mode) : nullptr;
+}
+
+bool HostFiles::remove(std::string_view path) {
+    const auto found = hostPath(path);
+    return isFile(found) && ::unlink(found->c_str()) == 0;
 }
 
 bool HostFiles::exists(std::string_view path) const { return isFile(hostPath(path)); }

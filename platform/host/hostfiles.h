@@ -19,6 +19,7 @@ class HostFiles final : public Files {
     explicit HostFiles(const HostOptions& options);
 
     std::unique_ptr<File> open(std::string_view path, OpenMode mode) override;
+    bool remove(std::string_view path) override;
 
     [[nodiscard]] bool exists(std::string_view path) const override;
     [[nodiscard]] bool isWritable(std::string_view path) const override;

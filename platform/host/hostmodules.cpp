@@ -55,6 +55,13 @@ std::unique_ptr<Library> HostModules::load(std::string_view path) {
     return std::make_unique<HostLibrary>(std::move(handle));
 }
 
+std::vector<ResourceName> HostModules::resourceNames() const {
+    std::vector<ResourceName> names;
+    for (const ProgramResource& resource : resources_)
+        names.push_back({std::string(resource.type), resource.id});
+    return names;
+}
+
 std::string HostModules::versionString(std::string_view key) const {
     const auto found = std::ranges::find(versionStrings_, key, &VersionString::key);
     return found == versionStrings_.end() ? std::string() : std::string(found->value);

@@ -32,6 +32,7 @@ class HostModules final : public Modules {
     /// What the library leaves open is filled in from the program.
     [[nodiscard]] std::unique_ptr<Library> load(std::string_view path) override;
     [[nodiscard]] std::string loadError() const override { return loadError_; }
+    [[nodiscard]] std::vector<ResourceName> resourceNames() const override;
     [[nodiscard]] std::string versionString(std::string_view key) const override;
 
   private:

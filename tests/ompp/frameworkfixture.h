@@ -4,7 +4,9 @@
 
 #include "memoryfiles.h"
 
+#include "omcachedfile.h"
 #include "omdebug.h"
+#include "omlibraryinfo.h"
 #include "omopenlibrary.h"
 #include "ompath.h"
 #include "omplatform.h"
@@ -22,6 +24,8 @@ class FrameworkTest : public testing::Test {
             [this](const OMDebug::Failure& failure) { failures.emplace_back(failure.message); });
     }
     ~FrameworkTest() override {
+        OMCachedFile::clear();
+        OMLibraryInfo::clear();
         OMResMgrClear();
         OMPathClear();
         OMOpenLibrary::setKeepOpen(false);

@@ -11,6 +11,8 @@
 #include <cstring>
 #include <deque>
 #include <map>
+#include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -27,7 +29,8 @@ inline std::string toText(std::span<const std::byte> bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-/// Files in memory. Folders exist where files lie. The current directory is C:\GAME.
+/// Files in memory, for several threads. Folders exist where files lie. The current directory is
+/// C:\GAME.
 class MemoryFiles final : public platform::Files {
   public:
     std::string current = "C:\\GAME";
@@ -37,20 +40,37 @@ class MemoryFiles final : public platform::Files {
     std::vector<std::string> opened;
     /// Number of listings and existence questions.
     mutable int questions = 0;
+    std::size_t sector = 2048;
+    std::size_t readsUntilError = kNever; ///< by ReadSequential, in all files together
+    std::size_t bytesUntilFull = kNever;  ///< by WriteThrough
+    std::vector<std::size_t> readSizes;   ///< wanted by each read by ReadSequential
+    static constexpr std::size_t kNever = ~std::size_t{0};
 
     void put(std::string_view path, Bytes content) {
+        const std::lock_guard lock(mutex_);
         const std::string full = fullPath(path);
-        entries_[key(full)] = {full, std::move(content), false};
+        entries_[key(full)] = {full, std::make_shared<Bytes>(std::move(content)), false};
     }
     void put(std::string_view path, std::string_view text) { put(path, toBytes(text)); }
-    void putFolder(std::string_view path) { entries_[key(path)] = {fullPath(path), {}, true}; }
-    void erase(std::string_view path) { entries_.erase(key(path)); }
+    /// Makes a file shorter under the hands of whoever has it open.
+    void truncate(std::string_view path, std::size_t size) {
+        const std::lock_guard lock(mutex_);
+        entries_.at(key(path)).content->resize(size);
+    }
+    void putFolder(std::string_view path) { entries_[key(path)] = {fullPath(path), nullptr, true}; }
+    void erase(std::string_view path) { remove(path); }
+    bool remove(std::string_view path) override {
+        const std::lock_guard lock(mutex_);
+        return entries_.erase(key(path)) > 0;
+    }
     [[nodiscard]] std::string text(std::string_view path) const {
+        const std::lock_guard lock(mutex_);
         const Entry* entry = find(path);
-        return entry ? toText(entry->content) : std::string();
+        return entry ? toText(*entry->content) : std::string();
     }
 
     std::unique_ptr<platform::File> open(std::string_view path, platform::OpenMode mode) override {
+        const std::lock_guard lock(mutex_);
         opened.emplace_back(path);
         const Entry* entry = find(path);
         const bool reads =
@@ -58,18 +78,21 @@ class MemoryFiles final : public platform::Files {
         if (reads && !entry) return nullptr;
         if (!reads && !writeProtected.empty() && key(path).starts_with(key(writeProtected) + "\\"))
             return nullptr;
-        if (!entry || mode == platform::OpenMode::Write) put(path, Bytes());
-        Bytes& content = entries_[key(path)].content;
-        const std::size_t start = mode == platform::OpenMode::Append ? content.size() : 0;
-        return std::make_unique<OpenFile>(content, start);
+        if (!entry || mode == platform::OpenMode::Write || mode == platform::OpenMode::WriteThrough)
+            put(path, Bytes());
+        const std::shared_ptr<Bytes> content = entries_[key(path)].content;
+        const std::size_t start = mode == platform::OpenMode::Append ? content->size() : 0;
+        return std::make_unique<OpenFile>(*this, content, start, mode);
     }
     bool exists(std::string_view path) const override {
+        const std::lock_guard lock(mutex_);
         ++questions;
         return find(path) != nullptr;
     }
     bool isWritable(std::string_view path) const override { return exists(path); }
 
     std::vector<platform::DirectoryEntry> list(std::string_view directory) const override {
+        const std::lock_guard lock(mutex_);
         ++questions;
         std::vector<platform::DirectoryEntry> result;
         const std::string prefix = key(directory) + "\\";
@@ -85,7 +108,9 @@ class MemoryFiles final : public platform::Files {
     std::string fullPath(std::string_view path) const override {
         std::string drive = current.substr(0, 2);
         std::vector<std::string> parts;
-        if (path.size() >= 2 && path[1] == ':') {
+        if (path.starts_with("\\\\")) {
+            drive = "\\"; // a network name
+        } else if (path.size() >= 2 && path[1] == ':') {
             drive = std::string(path.substr(0, 2));
             path.remove_prefix(2);
         } else if (path.empty() || (path[0] != '\\' && path[0] != '/')) {
@@ -99,29 +124,40 @@ class MemoryFiles final : public platform::Files {
     std::string currentDirectory() const override { return current; }
     std::string homeDirectory() const override { return home; }
     std::optional<std::uint64_t> freeSpace(char) const override { return std::uint64_t{1} << 30; }
-    std::size_t sectorSize(char) const override { return 2048; }
+    std::size_t sectorSize(char) const override { return sector; }
 
   private:
     struct Entry {
         std::string path;
-        Bytes content;
+        std::shared_ptr<Bytes> content; // open files keep it
         bool isFolder = false;
     };
 
     class OpenFile final : public platform::File {
       public:
-        OpenFile(Bytes& content, std::size_t position) : content_(content), position_(position) {}
+        OpenFile(MemoryFiles& files, std::shared_ptr<Bytes> content, std::size_t position,
+                 platform::OpenMode mode)
+            : files_(files), content_(std::move(content)), position_(position), mode_(mode) {}
 
         std::size_t read(std::span<std::byte> buffer) override {
-            if (position_ >= content_.size()) return 0;
-            const std::size_t count = std::min(buffer.size(), content_.size() - position_);
-            std::copy_n(content_.begin() + offset(position_), count, buffer.begin());
+            const std::lock_guard lock(files_.mutex_);
+            if (mode_ == platform::OpenMode::ReadSequential) {
+                files_.readSizes.push_back(buffer.size());
+                if (!take(files_.readsUntilError, 1)) return 0;
+            }
+            if (position_ >= content_->size()) return 0;
+            const std::size_t count = std::min(buffer.size(), content_->size() - position_);
+            std::copy_n(content_->begin() + offset(position_), count, buffer.begin());
             position_ += count;
             return count;
         }
         bool write(std::span<const std::byte> bytes) override {
-            content_.resize(std::max(content_.size(), position_ + bytes.size()));
-            std::copy(bytes.begin(), bytes.end(), content_.begin() + offset(position_));
+            const std::lock_guard lock(files_.mutex_);
+            if (mode_ == platform::OpenMode::WriteThrough &&
+                !take(files_.bytesUntilFull, bytes.size()))
+                return false;
+            content_->resize(std::max(content_->size(), position_ + bytes.size()));
+            std::copy(bytes.begin(), bytes.end(), content_->begin() + offset(position_));
             position_ += bytes.size();
             return true;
         }
@@ -129,15 +165,26 @@ class MemoryFiles final : public platform::Files {
             position_ = static_cast<std::size_t>(position);
             return true;
         }
-        std::uint64_t size() const override { return content_.size(); }
+        std::uint64_t size() const override {
+            const std::lock_guard lock(files_.mutex_);
+            return content_->size();
+        }
 
       private:
+        static bool take(std::size_t& left, std::size_t count) {
+            if (left == kNever) return true;
+            if (left < count) return false;
+            left -= count;
+            return true;
+        }
         static std::ptrdiff_t offset(std::size_t position) {
             return static_cast<std::ptrdiff_t>(position);
         }
 
-        Bytes& content_; // entries of a map stay where they are
+        MemoryFiles& files_;
+        std::shared_ptr<Bytes> content_;
         std::size_t position_;
+        platform::OpenMode mode_;
     };
 
     static void addParts(std::vector<std::string>& parts, std::string_view path) {
@@ -161,6 +208,7 @@ class MemoryFiles final : public platform::Files {
         return found == entries_.end() || found->second.isFolder ? nullptr : &found->second;
     }
 
+    mutable std::recursive_mutex mutex_;
     std::map<std::string, Entry> entries_; // by lower-case full path
 };
 
@@ -258,6 +306,12 @@ struct MemoryModules final : platform::Modules {
         const auto found = resources.find({std::string(type), id});
         if (found == resources.end()) return std::nullopt;
         return std::span<const std::byte>(found->second);
+    }
+    std::vector<platform::ResourceName> resourceNames() const override {
+        std::vector<platform::ResourceName> names;
+        names.reserve(resources.size());
+        for (const auto& [name, bytes] : resources) names.push_back({name.first, name.second});
+        return names;
     }
     std::string versionString(std::string_view key) const override {
         const auto found = strings.find(key);

@@ -51,6 +51,7 @@ class NoModules : public platform::Modules {
     }
     [[nodiscard]] std::unique_ptr<platform::Library> load(std::string_view) override { return {}; }
     [[nodiscard]] std::string loadError() const override { return {}; }
+    [[nodiscard]] std::vector<platform::ResourceName> resourceNames() const override { return {}; }
     [[nodiscard]] std::string versionString(std::string_view) const override { return {}; }
 };
 

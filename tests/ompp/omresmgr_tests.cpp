@@ -101,7 +101,7 @@ TEST_F(OMResMgrTest, FindsResourcesWhileTheirFileIsActive) {
 
     OMResMgrDeactivate("a.rsc");
     EXPECT_EQ(takeFailures(),
-              Strings{"OMResMgrDeactivate - too many deactivations for file a.rsc!"});
+              Strings{"OMResMgrDeactivate - too many deactivates for file a.rsc!"});
     OMResMgrActivate("a.rsc");
     EXPECT_EQ(fileOf(1), "a.rsc") << "the refused one left no debt";
 

@@ -117,7 +117,7 @@ TEST_F(OMWaveHeaderTest, ReadsMacintoshSounds) {
         Strings complaints;
     };
     const Samples data(10, 200);
-    const Row rows[] = {
+    const std::vector<Row> rows = {
         {"format 1", {.data = data}, 42, 22050, {}},
         {"format 1, options A0", {.options = 0xA0, .data = data}, 42, 22050, {}},
         {"format 1, extended", {.encoding = 0xFF, .data = data}, 84, 22050, {}},

@@ -186,10 +186,69 @@ TEST_F(HostFilesTest, ReadsInPieces) {
     EXPECT_EQ(readFile(*files_, "data", 9), std::nullopt);
 }
 
+TEST_F(HostFilesTest, ReadsSequentiallyIntoAnyMemory) {
+    std::string content(20'000, ' ');
+    for (std::size_t i = 0; i < content.size(); ++i)
+        content[i] = static_cast<char>(i * 7 + i / 256);
+    folder_.make("game/data", content);
+    struct Row {
+        std::size_t offset; ///< of the buffer from the start of a page
+        std::size_t size;   ///< of each read
+    };
+    std::vector<std::byte> memory(4 * kPageSize);
+    void* start = memory.data();
+    std::size_t space = memory.size();
+    auto* page = static_cast<std::byte*>(std::align(kPageSize, kPageSize, start, space));
+    ASSERT_TRUE(page);
+    for (const Row& row : {Row{0, 8192}, Row{0, 4096}, Row{1, 4096}, Row{0, 1000}, Row{512, 512}}) {
+        const auto file = files_->open("data", OpenMode::ReadSequential);
+        ASSERT_TRUE(file);
+        const std::span<std::byte> buffer(page + row.offset, row.size);
+        std::string text;
+        while (const std::size_t count = file->read(buffer))
+            text.append(reinterpret_cast<const char*>(buffer.data()), count);
+        EXPECT_TRUE(text == content) << row.offset << " " << row.size;
+        EXPECT_TRUE(file->seek(0));
+        EXPECT_EQ(file->read(buffer), row.size);
+        EXPECT_EQ(std::to_integer<char>(buffer[3]), content[3]);
+    }
+}
+
+TEST_F(HostFilesTest, WritesThroughWhatNobodyShares) {
+    EXPECT_TRUE(write("d", OpenMode::Write, "old and longer"));
+    const auto reader = files_->open("d", OpenMode::Read);
+    {
+        const auto writer = files_->open("D", OpenMode::WriteThrough);
+        ASSERT_TRUE(writer);
+        EXPECT_TRUE(writer->write(std::as_bytes(std::span("new", 3))));
+        EXPECT_EQ(read("d"), "new") << "with the host at once";
+        EXPECT_FALSE(files_->open("d", OpenMode::WriteThrough));
+        EXPECT_FALSE(files_->open("d", OpenMode::ReadSequential));
+    }
+    EXPECT_EQ(reader->size(), 14u) << "who has the old file keeps it";
+    {
+        const auto first = files_->open("d", OpenMode::ReadSequential);
+        const auto second = files_->open("d", OpenMode::ReadSequential);
+        EXPECT_TRUE(first && second) << "readers share";
+        EXPECT_FALSE(files_->open("d", OpenMode::WriteThrough));
+    }
+    EXPECT_EQ(read("d"), "new") << "a refusal leaves the file as it is";
+    EXPECT_TRUE(write("d", OpenMode::WriteThrough, "again"));
+    EXPECT_FALSE(files_->open("missing\\d", OpenMode::WriteThrough));
+
+    EXPECT_TRUE(files_->remove("D"));
+    EXPECT_FALSE(files_->exists("d"));
+    EXPECT_FALSE(files_->remove("d"));
+    folder_.makeFolder("game/folder");
+    EXPECT_FALSE(files_->remove("folder"));
+    EXPECT_FALSE(files_->remove("Z:\\d"));
+}
+
 TEST_F(HostFilesTest, OpensPlainFilesOnly) {
     folder_.makeFolder("game/folder");
     ASSERT_EQ(::mkfifo(folder_.path("game/pipe").c_str(), 0600), 0);
-    for (const OpenMode mode : {OpenMode::Read, OpenMode::Write, OpenMode::Append}) {
+    for (const OpenMode mode :
+         {OpenMode::Read, OpenMode::Write, OpenMode::Append, OpenMode::WriteThrough}) {
         EXPECT_FALSE(files_->open("folder", mode));
         EXPECT_FALSE(files_->open("", mode));
         EXPECT_FALSE(files_->open("pipe", mode)) << "would wait for ever";

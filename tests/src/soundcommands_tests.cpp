@@ -48,7 +48,6 @@ class SoundCommandsTest : public ScriptTest {
         machine.files().put("RSC\\sounds.rsc", library());
         resources.start("", [](const SequenceSoundRecord&) {});
         resources.setAlertLink([this](std::string_view text) { app->alert(text); });
-        RRegisterSoundCommands(*sounds);
     }
     ~SoundCommandsTest() override {
         sounds.reset();
@@ -63,6 +62,7 @@ class SoundCommandsTest : public ScriptTest {
     OMWaveEngine soundEngine;
     RResources resources;
     std::unique_ptr<RGameSounds> sounds = std::make_unique<RGameSounds>(resources);
+    RSoundCommands commands{*sounds};
     testing_support::MemoryWaveOut& device = machine.waveOut();
 };
 

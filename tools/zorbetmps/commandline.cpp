@@ -3,6 +3,8 @@
 #include "zorbetmps/check.h"
 
 #include "commands.h"
+#include "resourcecommands.h"
+#include "soundcommands.h"
 #include "ykeyword.h"
 
 #include <CLI/CLI.hpp>
@@ -21,6 +23,8 @@ constexpr int kWrongCommandLine = 2;
 
 int checkAll(const std::vector<std::string>& files, std::ostream& out) {
     RCommands::registerNames();
+    RResourceCommands::registerNames();
+    RSoundCommands::registerNames();
     bool sound = true;
     for (const std::string& file : files) sound &= checkScript(file, out);
     YCommands::clear();

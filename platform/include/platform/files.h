@@ -1,6 +1,8 @@
 // Files by the names that the program uses: drive letters, "\" between folders (a "/" counts as
 // one), letter case ignored. "C:" is the root of the host's files, "D:" the folder given for the
 // CD. A name without a drive starts from the current directory.
+//
+// All of it may be used by several threads at once, an open file by one thread at a time.
 #pragma once
 
 #include <cstddef>
@@ -16,10 +18,17 @@ namespace platform {
 
 enum class OpenMode : std::uint8_t {
     Read,           ///< the file must exist
-    ReadSequential, ///< as Read, without caching by the host where it can be asked for
+    ReadSequential, ///< as Read, without caching by the host where it can be asked for; see below
     Write,          ///< made anew or emptied
     Append,         ///< made if missing, written at its end
+    WriteThrough,   ///< made anew, on the disk when a write returns, shared with nobody
 };
+
+/// Files read by ReadSequential are shared with others that read so, but not with WriteThrough:
+/// whichever comes second is refused. The host caches nothing where it can read straight into the
+/// caller's memory, for which the buffer begins at a multiple of kPageSize and the reads begin and
+/// end at sectors; other reads work all the same.
+inline constexpr std::size_t kPageSize = 4096;
 
 /// An open file; closed by destruction.
 class File {
@@ -46,6 +55,9 @@ class Files {
 
     /// Null when the file cannot be opened (missing, a folder, no permission).
     virtual std::unique_ptr<File> open(std::string_view path, OpenMode mode) = 0;
+
+    /// Deletes a file; false when it is not there or cannot be deleted.
+    virtual bool remove(std::string_view path) = 0;
 
     [[nodiscard]] virtual bool exists(std::string_view path) const = 0; ///< a file, not a folder
     [[nodiscard]] virtual bool isWritable(std::string_view path) const = 0;

@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
@@ -20,6 +21,12 @@ class Library {
     [[nodiscard]] virtual void (*entry(const char* name))() = 0;
 };
 
+/// What a resource is found by.
+struct ResourceName {
+    std::string type;
+    int id = 0;
+};
+
 class Modules {
   public:
     virtual ~Modules() = default;
@@ -28,6 +35,9 @@ class Modules {
     /// such resource. `type` is compared with case.
     [[nodiscard]] virtual std::optional<std::span<const std::byte>> resource(std::string_view type,
                                                                              int id) const = 0;
+
+    /// The names of all of them, each once.
+    [[nodiscard]] virtual std::vector<ResourceName> resourceNames() const = 0;
 
     /// Loads a library by a path in the form of `Files`; null when there is none or it cannot be
     /// loaded.

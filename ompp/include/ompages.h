@@ -1,0 +1,36 @@
+// Memory in whole pages, aligned to a page: what unbuffered reading wants to read into.
+#pragma once
+
+#include "platform/files.h"
+
+#include <cstddef>
+#include <memory>
+#include <new>
+#include <span>
+
+class OMPages {
+  public:
+    /// No memory yet.
+    OMPages() = default;
+    /// At least `size` bytes, of undefined content; none when the machine has not that much left.
+    explicit OMPages(std::size_t size) : OMPages(size, platform::kPageSize) {}
+    /// A multiple of `unit` besides, which is a power of two.
+    OMPages(std::size_t size, std::size_t unit) {
+        const std::size_t granule = unit > platform::kPageSize ? unit : platform::kPageSize;
+        size = (size + granule - 1) / granule * granule;
+        bytes_.reset(static_cast<std::byte*>(::operator new(size, kAlignment, std::nothrow)));
+        if (bytes_) size_ = size;
+    }
+
+    [[nodiscard]] bool isThere() const { return bytes_ != nullptr; }
+    [[nodiscard]] std::span<std::byte> bytes() const { return {bytes_.get(), size_}; }
+
+  private:
+    static constexpr auto kAlignment = std::align_val_t(platform::kPageSize);
+    struct Free {
+        void operator()(std::byte* bytes) const { ::operator delete(bytes, kAlignment); }
+    };
+
+    std::unique_ptr<std::byte, Free> bytes_;
+    std::size_t size_ = 0;
+};
