@@ -31,7 +31,7 @@ bool RAnimationSounds::play(OMAnimation& animation, int id, OMLink done) {
     });
     if (same != records_.end()) finished(same->get());
 
-    std::unique_ptr<OMIStream> stream = resources_.load(id, "WAVE", kOMIStreamCache);
+    std::unique_ptr<OMIStream> stream = resources_.loadSound(id);
     if (!stream) return false;
     records_.push_back(std::make_unique<Record>(animation, id, std::move(done), std::move(stream)));
     Record* record = records_.back().get();

@@ -60,6 +60,14 @@ std::unique_ptr<OMIStream> locateScript(std::string_view name) {
     return nullptr;
 }
 
+/// The device stays open: opening it takes longer than a child waits for a sound.
+void testSoundDevice(OMWaveEngine& soundEngine) {
+    if (soundEngine.testDevice(true))
+        OMLog::write(OMLog::Kind::Message, "WAVE driver is available");
+    else
+        OMLog::write(OMLog::Kind::Error, "WAVE driver is not available");
+}
+
 platform::Point centredCorner(const platform::ScreenMode& screen) {
     return {(screen.width - EffectsWindow::kWidth) / 2,
             (screen.height - EffectsWindow::kHeight) / 2};
@@ -131,6 +139,7 @@ int RGameMain(std::optional<std::uint32_t> seed) {
     }
     installLocators(resources);
     OMWaveEngine soundEngine;
+    testSoundDevice(soundEngine);
     runApplication(resources, soundEngine);
     removeLocators();
     resources.shutDown();

@@ -161,7 +161,7 @@ void RResources::deactivate(FileRecord& record) {
 void RResources::cacheDLL(std::string_view name, const CacheOptions& options) {
     FileRecord* record = find(name);
     if (!record || OMCachedFile::isCached(record->name)) return;
-    makeCopy(*record, options);
+    if (!makeCopy(*record, options)) return;
     record->cachedPermanently = options.permanently;
     OMLog::writef(OMLog::Kind::Message, "Caching DLL %s%s%s%s", record->name.c_str(),
                   options.inBackground ? " in the background" : " immediately",
@@ -169,14 +169,14 @@ void RResources::cacheDLL(std::string_view name, const CacheOptions& options) {
                   options.toHardDrive ? " to the Hard Drive" : " to memory");
 }
 
-void RResources::makeCopy(const FileRecord& record, const CacheOptions& options) const {
+bool RResources::makeCopy(const FileRecord& record, const CacheOptions& options) const {
     const std::string& name = record.name;
     const std::string copy = homeDirectory_ + name;
     if (options.toHardDrive &&
         (name.find_first_of("\\/:") != std::string::npos || !isFreeForCopy(copy))) {
         OMLog::writef(OMLog::Kind::Error, "%s is not copied to %s, where another file may lie",
                       name.c_str(), copy.c_str());
-        return;
+        return false;
     }
     if (options.inBackground && options.toHardDrive)
         OMCachedFile::cacheInBkgd(name, copy, nullptr, 0, false);
@@ -186,6 +186,7 @@ void RResources::makeCopy(const FileRecord& record, const CacheOptions& options)
         OMCachedFile::cache(name, copy);
     else
         OMCachedFile::cache(name);
+    return true;
 }
 
 void RResources::uncacheDLL(std::string_view name) {

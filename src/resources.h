@@ -83,7 +83,8 @@ class RResources {
     void readSequenceSounds(const OMLinkTo<void(const SequenceSoundRecord&)>& addSequenceSound);
     FileRecord* find(std::string_view name);
     void deactivate(FileRecord& record);
-    void makeCopy(const FileRecord& record, const CacheOptions& options) const;
+    /// False when the copy would take the place of another file.
+    bool makeCopy(const FileRecord& record, const CacheOptions& options) const;
     void uncache(const FileRecord& record);
     void report(const std::string& text);
 

@@ -146,8 +146,7 @@ TEST_F(ResourceCommandsTest, TheGameGoesOnWhenACopyFails) {
 TEST_F(ResourceCommandsTest, ACopyNeverTakesThePlaceOfAnotherFile) {
     files.put("C:\\HOME\\a.rsc", "the player's own");
     EXPECT_EQ(run("CacheDLL", {"a.rsc", "0", "0", "1"}),
-              "ERROR: a.rsc is not copied to C:\\HOME\\a.rsc, where another file may lie\n"
-              "Caching DLL a.rsc immediately temporarily to the Hard Drive\n");
+              "ERROR: a.rsc is not copied to C:\\HOME\\a.rsc, where another file may lie\n");
     EXPECT_EQ(files.text("C:\\HOME\\a.rsc"), "the player's own");
     EXPECT_EQ(load('a'), "wave a.rsc CD");
     files.put("C:\\HOME\\a.rsc", "MZ left by a crash");
