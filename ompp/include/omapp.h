@@ -31,8 +31,18 @@ class OMApp {
     };
     static constexpr std::uint32_t kAlertStyle = 0x3000; ///< OK, task-modal and system-modal
 
-    /// `rectangle` in screen pixels.
-    OMApp(DisplayMode mode, const OMColor& background, const platform::Rect& rectangle, int depth);
+    // What canvases are made of, chosen before there is an application (a failed check later):
+    // bitmaps of any depth in memory, or surfaces of the screen's own depth.
+    static void useGDI();
+    static void useDirectDraw();
+    /// Fatal without an application.
+    [[nodiscard]] static bool usingDirectDraw();
+
+    /// `rectangle` in screen pixels. In mode FullScreen the screen gets the rectangle's size and
+    /// that depth for this program alone; when it cannot, and without surfaces, the mode becomes
+    /// PopUp. Monitors count from 1.
+    OMApp(DisplayMode mode, const OMColor& background, const platform::Rect& rectangle, int depth,
+          int monitor = 1);
     virtual ~OMApp();
     OMApp(const OMApp&) = delete;
     OMApp& operator=(const OMApp&) = delete;
@@ -42,6 +52,7 @@ class OMApp {
     [[nodiscard]] DisplayMode displayMode() const { return displayMode_; }
     [[nodiscard]] const platform::Rect& rectangle() const { return rectangle_; }
     [[nodiscard]] int depth() const { return depth_; }
+    [[nodiscard]] int monitor() const { return monitor_; }
     [[nodiscard]] const std::string& productName() const { return productName_; }
     [[nodiscard]] bool isRunning() const { return running_; }
     [[nodiscard]] OMTaskList& tasks() { return tasks_; }
@@ -81,12 +92,17 @@ class OMApp {
     /// The window under a mouse message; the one that got the button down keeps the mouse.
     OMWindow* mouseWindow(const platform::Message& message);
 
+    void startDisplay();
+
     static OMApp* instance_;
+    static inline bool wantsDirectDraw_ = false;
 
     DisplayMode displayMode_;
     OMColor background_;
     platform::Rect rectangle_;
     int depth_;
+    int monitor_;
+    bool directDraw_;
     std::string productName_;
     bool running_ = false;
     bool waitForMessages_ = false;

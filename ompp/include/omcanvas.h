@@ -15,11 +15,15 @@
 #include <optional>
 #include <utility>
 
+class OMBitmap;
+
 /// How source pixels meet those of the destination in a `blt`. The values are the platform's codes.
 enum class OMRasterOp : std::uint32_t {
     SrcCopy = 0x00CC0020,   ///< source
     SrcInvert = 0x00660046, ///< source xor destination
     SrcAnd = 0x008800C6,    ///< source and destination
+    /// As SrcCopy, but pixels of the source's key colour are left out.
+    SrcCopyKeyed = 0x80CC0020,
 };
 
 /// A writable view of a canvas's pixels in canvas coordinates, without clip region. Valid as long
@@ -65,6 +69,9 @@ class OMCanvas {
     /// components or those of its palette entry packed as the depth wants it.
     [[nodiscard]] std::uint32_t pixelValue(const OMColor& color) const;
 
+    /// Which pixels a keyed copy from this canvas leaves out; none at first.
+    void setKeyColor(const std::optional<OMColor>& color) { keyColor_ = color; }
+
     // Clipping. No clip region means no clipping; an empty one hides everything.
 
     [[nodiscard]] const OMRegion* clipRegion() const { return clip_ ? &*clip_ : nullptr; }
@@ -96,6 +103,12 @@ class OMCanvas {
     void blt(OMCanvas& source, int sourceX, int sourceY, int width, int height, int x, int y,
              OMRasterOp operation = OMRasterOp::SrcCopy, const OMRegion* extraClip = nullptr);
 
+    /// Draws a picture; with transparent drawing on, without its invisible pixels. Refused with a
+    /// failed check: deeper pictures on 8 bits.
+    void draw(int x, int y, OMBitmap& bitmap);
+    void setTransparentDrawing(bool on) { transparentDrawing_ = on; }
+    [[nodiscard]] bool isTransparentDrawing() const { return transparentDrawing_; }
+
     void fillRect(const platform::Rect& area);
     void fillRegion(const OMRegion& region);
     /// The outermost pixels of the area, one pixel wide, in the frame colour.
@@ -124,8 +137,6 @@ class OMCanvas {
     virtual void show(const OMRegion&) {}
 
   private:
-    /// Fills `region` with the pixels of `source` dx, dy away, without further clipping.
-    void copyPixels(OMCanvas& source, const OMRegion& region, int dx, int dy, OMRasterOp operation);
     void fill(const OMRegion& region, const OMColor& color);
 
     std::optional<OMRegion> clip_;
@@ -135,6 +146,8 @@ class OMCanvas {
     OMColor backgroundColor_{0xFF00, 0xFF00, 0xFF00};
     OMColor textColor_;
     OMColor frameColor_;
+    std::optional<OMColor> keyColor_;
+    bool transparentDrawing_ = false;
     OMDevicePalette palette_;
     std::uint64_t changedPixels_ = 0;
 };

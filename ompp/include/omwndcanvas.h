@@ -4,6 +4,8 @@
 
 #include "omcanvas.h"
 
+class OMMemCanvas;
+
 class OMWndCanvas : public OMCanvas {
   public:
     static constexpr int kArrowCursor = -1;
@@ -14,6 +16,20 @@ class OMWndCanvas : public OMCanvas {
     [[nodiscard]] int width() const override { return rectangle_.width(); }
     [[nodiscard]] int height() const override { return rectangle_.height(); }
     [[nodiscard]] OMPixels pixels() override;
+
+    // Page flipping, in exclusive mode; outside of it a failed check and no effect.
+
+    /// Puts a flippable canvas behind the screen: what is drawn on it is shown by `flip`, which
+    /// then gives it the pixels of the screen before. False when it cannot be put there.
+    bool attachToFlipChain(OMMemCanvas& back);
+    /// The canvas keeps its picture in its own memory again.
+    void detachFromFlipChain(OMMemCanvas& back);
+    bool flip();
+    [[nodiscard]] int backBuffers() const { return backBuffers_; }
+
+    /// Takes a screen back that another program had. True when it had been lost: all that was drawn
+    /// there and behind it is gone.
+    static bool restore();
 
     /// Installs entries 10 to 245 on the display.
     void applyPalette() override;
@@ -31,4 +47,5 @@ class OMWndCanvas : public OMCanvas {
     platform::Rect rectangle_;
     platform::Rect visible_; ///< in canvas coordinates
     int cursor_ = kArrowCursor;
+    int backBuffers_ = 0; ///< surfaces behind the screen
 };

@@ -13,12 +13,10 @@ OMApp* OMApp::instance_ = nullptr;
 
 namespace {
 
-/// The main window covers the whole desktop.
-void fillScreen(const OMColor& color) {
-    const Rect screen = OMPlatform().display().screen().bounds();
-    OMWndCanvas canvas(screen);
+void fillScreen(const Rect& area, const OMColor& color) {
+    OMWndCanvas canvas(area);
     canvas.setColor(color);
-    canvas.fillRect(screen);
+    canvas.fillRect(canvas.bounds());
 }
 
 bool contains(const Rect& rectangle, Point point) {
@@ -32,18 +30,56 @@ Point relativeTo(const OMWindow& window, Point point) {
 
 } // namespace
 
-OMApp::OMApp(DisplayMode mode, const OMColor& background, const Rect& rectangle, int depth)
-    : displayMode_(mode), background_(background), rectangle_(rectangle), depth_(depth) {
+void OMApp::useGDI() {
+    if (OMDebug::check(instance_ == nullptr, "theApp != NULL",
+                       "OMApp::useGDI - cannot useGDI after an OMApp has been instantiated!"))
+        wantsDirectDraw_ = false;
+}
+
+void OMApp::useDirectDraw() {
+    if (OMDebug::check(instance_ == nullptr, "theApp != NULL",
+                       "OMApp::useDirectDraw - cannot useDirectDraw after an OMApp has been "
+                       "instantiated!"))
+        wantsDirectDraw_ = true;
+}
+
+bool OMApp::usingDirectDraw() {
+    OMDebug::require(instance_ != nullptr, "theApp == NULL",
+                     "OMApp::usingDirectDraw - must have an OMApp instance first!");
+    return instance_->directDraw_;
+}
+
+OMApp::OMApp(DisplayMode mode, const OMColor& background, const Rect& rectangle, int depth,
+             int monitor)
+    : displayMode_(mode), background_(background), rectangle_(rectangle), depth_(depth),
+      monitor_(monitor), directDraw_(wantsDirectDraw_) {
     OMDebug::require(instance_ == nullptr, "instance == NULL",
                      "OMApp::OMApp - only one instance of OMApp is allowed!");
     instance_ = this;
     productName_ = OMPlatform().modules().versionString("ProductName");
-    platform::Display& display = OMPlatform().display();
-    display.setTitle(productName_);
-    fillScreen(background_);
+    OMPlatform().display().setTitle(productName_);
+    startDisplay();
 }
 
-OMApp::~OMApp() { instance_ = nullptr; }
+void OMApp::startDisplay() {
+    platform::Display& display = OMPlatform().display();
+    if (displayMode_ == DisplayMode::FullScreen && !directDraw_) displayMode_ = DisplayMode::PopUp;
+    if (displayMode_ == DisplayMode::FullScreen &&
+        !OMDebug::check(display.enterExclusive({rectangle_.width(), rectangle_.height(), depth_}),
+                        "result != DD_OK", "OMApp::OMApp - DirectDraw failed to initialize!")) {
+        directDraw_ = false;
+        displayMode_ = DisplayMode::PopUp;
+    }
+    // The main window covers the desktop; one of surfaces stands at its upper left.
+    const bool small = directDraw_ && displayMode_ == DisplayMode::PopUp;
+    const Rect own{0, 0, rectangle_.width(), rectangle_.height()};
+    fillScreen(small ? own : display.screen().bounds(), background_);
+}
+
+OMApp::~OMApp() {
+    OMPlatform().display().leaveExclusive();
+    instance_ = nullptr;
+}
 
 void OMApp::begin() {
     windows_.apply([](OMWindow& window) { window.expose(); });

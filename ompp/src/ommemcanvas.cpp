@@ -1,6 +1,7 @@
 #include "ommemcanvas.h"
 
 #include "omdebug.h"
+#include "omplatform.h"
 
 namespace {
 
@@ -19,9 +20,20 @@ platform::Surface newSurface(int width, int height, int depth) {
 
 } // namespace
 
-OMMemCanvas::OMMemCanvas(int width, int height, int depth)
-    : OMCanvas(depth), surface_(newSurface(width, height, this->depth())) {}
+OMMemCanvas::OMMemCanvas(int width, int height, int depth, Kind kind)
+    : OMCanvas(depth), surface_(newSurface(width, height, this->depth())), kind_(kind) {}
+
+platform::Surface* OMMemCanvas::behindScreen() const {
+    return attached_ ? OMPlatform().display().back() : nullptr;
+}
+
+platform::Rect OMMemCanvas::visibleArea() const {
+    const platform::Surface* back = behindScreen();
+    return back ? OMIntersection(bounds(), back->bounds()) : bounds();
+}
 
 OMPixels OMMemCanvas::pixels() {
-    return {surface_.row(0), surface_.stride(), surface_.bounds(), surface_.bytesPerPixel()};
+    platform::Surface* back = behindScreen();
+    platform::Surface& surface = back ? *back : surface_;
+    return {surface.row(0), surface.stride(), visibleArea(), surface.bytesPerPixel()};
 }

@@ -4,12 +4,6 @@
 
 namespace platform {
 
-void HeadlessDisplay::setPalette(int first, std::span<const Rgb> colours) {
-    screen_.setPalette(first, colours);
-}
-
-const std::array<Rgb, kPaletteSize>& HeadlessDisplay::palette() const { return screen_.palette(); }
-
 void HeadlessDisplay::setTitle(std::string_view title) {
     if (title_ == title) return;
     title_ = title;
@@ -23,7 +17,7 @@ void HeadlessDisplay::setCursor(int id) {
 }
 
 bool HeadlessDisplay::saveScreenshot(const std::string& hostPath) const {
-    return writePng(hostPath, screen_.shown(), screen_.palette());
+    return writePng(hostPath, shown(), palette());
 }
 
 } // namespace platform

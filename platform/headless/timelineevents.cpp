@@ -18,8 +18,7 @@ Rect boundsOf(const ScreenMode& mode) { return {0, 0, mode.width, mode.height}; 
 } // namespace
 
 TimelineEvents::TimelineEvents(const Timeline& timeline, std::optional<std::uint32_t> untilMs,
-                               VirtualClock& clock, const HeadlessDisplay& display,
-                               std::ostream& notes)
+                               VirtualClock& clock, HeadlessDisplay& display, std::ostream& notes)
     : waiting_(entriesOf(timeline, untilMs)), clock_(clock), display_(display), notes_(notes) {}
 
 std::deque<TimelineEvents::Entry> TimelineEvents::entriesOf(const Timeline& timeline,
@@ -75,6 +74,8 @@ bool TimelineEvents::deliver(const Entry& entry, Message& message) {
     if (isMouse(message.kind) && !captured_) {
         message.position = nearestInside(message.position, boundsOf(display_.mode()));
     }
+    if (message.kind == Message::Kind::Background) display_.setInForeground(false);
+    if (message.kind == Message::Kind::Foreground) display_.setInForeground(true);
     if (message.kind == Message::Kind::Quit) {
         deliverQuit(std::holds_alternative<Until>(entry.what) ? "until" : "quit");
     }

@@ -19,7 +19,7 @@ class TimelineEvents final : public Events {
   public:
     /// `untilMs` is the time of an additional quit. What is referred to must outlive the queue.
     TimelineEvents(const Timeline& timeline, std::optional<std::uint32_t> untilMs,
-                   VirtualClock& clock, const HeadlessDisplay& display, std::ostream& notes);
+                   VirtualClock& clock, HeadlessDisplay& display, std::ostream& notes);
 
     bool take(Message& message) override;
     bool wait(Message& message) override;
@@ -45,7 +45,7 @@ class TimelineEvents final : public Events {
 
     std::deque<Entry> waiting_;
     VirtualClock& clock_;
-    const HeadlessDisplay& display_;
+    HeadlessDisplay& display_;
     std::ostream& notes_;
     bool captured_ = false;
     std::string_view quitCause_;

@@ -31,18 +31,25 @@ Rect hull(const Rect& a, const Rect& b) {
 } // namespace
 
 SdlDisplay::SdlDisplay(SdlWindow window, const ScreenMode& mode)
-    : window_(std::move(window)), screen_(mode), stale_(screen_.shown().bounds()) {}
+    : HostDisplay(mode), window_(std::move(window)), stale_(shown().bounds()) {}
 
 void SdlDisplay::present(const Rect& area) {
-    markStale(screen_.present(area));
+    HostDisplay::present(area);
     showWindow();
 }
 
-void SdlDisplay::setPalette(int first, std::span<const Rgb> colours) {
-    if (screen_.setPalette(first, colours)) markStale(screen_.shown().bounds());
-}
+void SdlDisplay::shownChanged(const Rect& part) { markStale(part); }
 
-const std::array<Rgb, kPaletteSize>& SdlDisplay::palette() const { return screen_.palette(); }
+/// A new screen needs a texture of its size. Without one the window stays as it is.
+void SdlDisplay::modeChanged() {
+    SDL_Renderer* renderer = window_.renderer.get();
+    SDL_RenderSetLogicalSize(renderer, shown().width(), shown().height());
+    if (auto texture = makeSdlTexture(renderer, shown().width(), shown().height()))
+        window_.texture = std::move(texture);
+    SDL_SetWindowFullscreen(window(), isExclusive() ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
+    stale_ = {};
+    windowIsCurrent_ = false;
+}
 
 void SdlDisplay::setTitle(std::string_view title) {
     SDL_SetWindowTitle(window(), utf8FromLatin1(title).c_str());
@@ -75,10 +82,9 @@ void SdlDisplay::showWindow() {
 
 void SdlDisplay::textureLost(bool deviceLost) {
     if (deviceLost) {
-        const Surface& shown = screen_.shown();
-        window_.texture = makeSdlTexture(window_.renderer.get(), shown.width(), shown.height());
+        window_.texture = makeSdlTexture(window_.renderer.get(), shown().width(), shown().height());
     }
-    markStale(screen_.shown().bounds());
+    markStale(shown().bounds());
 }
 
 void SdlDisplay::markStale(const Rect& part) { stale_ = hull(stale_, part); }
@@ -92,7 +98,7 @@ void SdlDisplay::updateTexture() {
     for (int y = stale_.top; y < stale_.bottom; ++y, row += pitch) {
         const std::span colours(static_cast<std::uint32_t*>(static_cast<void*>(row)),
                                 static_cast<std::size_t>(part.w));
-        readColours(screen_.shown(), y, stale_.left, screen_.palette(), colours);
+        readColours(shown(), y, stale_.left, palette(), colours);
     }
     SDL_UnlockTexture(window_.texture.get());
     stale_ = {};
@@ -105,9 +111,9 @@ void SdlDisplay::chooseScaling() {
     int width = 0;
     int height = 0;
     SDL_GetRendererOutputSize(window_.renderer.get(), &width, &height);
-    const Surface& shown = screen_.shown();
-    const bool byWidth = width * shown.height() <= height * shown.width();
-    const bool whole = byWidth ? width % shown.width() == 0 : height % shown.height() == 0;
+    const Surface& seen = shown();
+    const bool byWidth = width * seen.height() <= height * seen.width();
+    const bool whole = byWidth ? width % seen.width() == 0 : height % seen.height() == 0;
     SDL_SetTextureScaleMode(window_.texture.get(),
                             whole ? SDL_ScaleModeNearest : SDL_ScaleModeLinear);
 }

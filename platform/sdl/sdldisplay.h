@@ -1,23 +1,19 @@
 // The screen in a real window. What is presented is gathered and drawn by `flush`, once a pass.
 #pragma once
 
-#include "platform/host/shownscreen.h"
+#include "platform/host/hostdisplay.h"
 #include "platform/sdl/sdlwindow.h"
 
 #include <map>
 
 namespace platform {
 
-class SdlDisplay final : public Display {
+class SdlDisplay final : public HostDisplay {
   public:
     /// The window is complete.
     SdlDisplay(SdlWindow window, const ScreenMode& mode);
 
-    [[nodiscard]] ScreenMode mode() const override { return screen_.mode(); }
-    [[nodiscard]] Surface& screen() override { return screen_.drawn(); }
     void present(const Rect& area) override;
-    void setPalette(int first, std::span<const Rgb> colours) override;
-    [[nodiscard]] const std::array<Rgb, kPaletteSize>& palette() const override;
     void setTitle(std::string_view title) override;
     void setCursor(int id) override;
 
@@ -33,13 +29,16 @@ class SdlDisplay final : public Display {
     [[nodiscard]] SDL_Window* window() const { return window_.window.get(); }
     [[nodiscard]] bool windowIsShown() const { return windowIsShown_; }
 
+  protected:
+    void shownChanged(const Rect& part) override;
+    void modeChanged() override;
+
   private:
     void markStale(const Rect& part);
     void updateTexture();
     void chooseScaling();
 
     SdlWindow window_;
-    ShownScreen screen_;
     Rect stale_{};                 ///< part of the texture that is older than the screen
     bool windowIsCurrent_ = false; ///< the window shows the texture
     bool windowIsShown_ = false;

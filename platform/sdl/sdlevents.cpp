@@ -132,6 +132,7 @@ void SdlEvents::focusChanged(std::uint32_t timeMs) {
     const bool focused = SDL_GetKeyboardFocus() != nullptr;
     if (focused == inForeground_) return;
     inForeground_ = focused;
+    display_.setInForeground(focused);
     push({.kind = focused ? Message::Kind::Foreground : Message::Kind::Background,
           .timeMs = timeMs});
 }

@@ -3,6 +3,9 @@
 // keeps what it played. Nothing outside the test process is touched.
 #pragma once
 
+#include "omregion.h"
+
+#include "platform/host/hostdisplay.h"
 #include "platform/platform.h"
 
 #include <algorithm>
@@ -220,25 +223,28 @@ struct MemoryClock final : platform::Clock {
     void sleep(std::uint32_t ms) override { now += ms; }
 };
 
-struct MemoryDisplay final : platform::Display {
-    platform::Surface pixels{640, 480, 8};
-    std::array<platform::Rgb, platform::kPaletteSize> colours = platform::staticPalette();
+/// A screen that remembers what it was asked to show.
+struct MemoryDisplay final : platform::HostDisplay {
     std::string title;
     int cursor = -1;
+    std::vector<int> cursors; ///< all that were set
+    OMRegion presented;
+    int busyFlips = 0; ///< as many flips find the device drawing
+    bool refusesExclusive = false;
 
-    platform::ScreenMode mode() const override {
-        return {pixels.width(), pixels.height(), pixels.depth()};
-    }
-    platform::Surface& screen() override { return pixels; }
-    void present(const platform::Rect&) override {}
-    void setPalette(int first, std::span<const platform::Rgb> set) override {
-        std::copy(set.begin(), set.end(), colours.begin() + first);
-    }
-    const std::array<platform::Rgb, platform::kPaletteSize>& palette() const override {
-        return colours;
-    }
+    explicit MemoryDisplay(const platform::ScreenMode& mode = {}) : HostDisplay(mode) {}
     void setTitle(std::string_view text) override { title = text; }
-    void setCursor(int id) override { cursor = id; }
+    void setCursor(int id) override { cursors.push_back(cursor = id); }
+    void present(const platform::Rect& area) override {
+        presented.unite(area);
+        HostDisplay::present(area);
+    }
+    platform::FlipResult flip() override {
+        return busyFlips-- > 0 ? platform::FlipResult::Busy : HostDisplay::flip();
+    }
+    bool canBeExclusive(const platform::ScreenMode& mode) const override {
+        return !refusesExclusive && HostDisplay::canBeExclusive(mode);
+    }
 };
 
 struct MemoryEvents final : platform::Events {
@@ -489,6 +495,8 @@ MemoryTextWindows::open(const platform::TextWindowRequest& wanted,
 
 class MemoryPlatform final : public platform::Platform {
   public:
+    explicit MemoryPlatform(const platform::ScreenMode& mode = {}) : display_(mode) {}
+
     MemoryFiles& files() override { return files_; }
     MemoryClock& clock() override { return clock_; }
     MemoryDisplay& display() override { return display_; }

@@ -1,8 +1,6 @@
 // Canvases and palettes: what is drawn where, with which pixels, and how much of it is shown.
-#include "omapp.h"
-#include "omdebug.h"
-#include "ommemcanvas.h"
-#include "omplatform.h"
+#include "canvasfixture.h"
+
 #include "omwndcanvas.h"
 
 #include <gtest/gtest.h>
@@ -15,101 +13,11 @@
 
 using platform::Rect;
 using platform::Rgb;
+using testing_support::pixelAt;
+using testing_support::Process;
+using testing_support::setPixel;
 
 namespace {
-
-/// A screen that remembers what it was asked to show.
-class TestDisplay : public platform::Display {
-  public:
-    TestDisplay(int width, int height, int depth) : screen_(width, height, depth) {}
-
-    [[nodiscard]] platform::ScreenMode mode() const override {
-        return {screen_.width(), screen_.height(), screen_.depth()};
-    }
-    platform::Surface& screen() override { return screen_; }
-    void present(const Rect& area) override { shown.unite(area); }
-    void setPalette(int first, std::span<const Rgb> colours) override {
-        std::copy(colours.begin(), colours.end(), palette_.begin() + first);
-    }
-    [[nodiscard]] const OMDevicePalette& palette() const override { return palette_; }
-    void setTitle(std::string_view) override {}
-    void setCursor(int id) override { cursors.push_back(id); }
-
-    OMRegion shown;
-    std::vector<int> cursors;
-
-  private:
-    platform::Surface screen_;
-    OMDevicePalette palette_ = platform::staticPalette();
-};
-
-class NoModules : public platform::Modules {
-  public:
-    [[nodiscard]] std::optional<std::span<const std::byte>> resource(std::string_view,
-                                                                     int) const override {
-        return std::nullopt;
-    }
-    [[nodiscard]] std::unique_ptr<platform::Library> load(std::string_view) override { return {}; }
-    [[nodiscard]] std::string loadError() const override { return {}; }
-    [[nodiscard]] std::vector<platform::ResourceName> resourceNames() const override { return {}; }
-    [[nodiscard]] std::string versionString(std::string_view) const override { return {}; }
-};
-
-/// A machine that has nothing but a screen.
-class TestPlatform : public platform::Platform {
-  public:
-    explicit TestPlatform(int depth) : display_(64, 48, depth) {}
-
-    platform::Clock& clock() override { std::abort(); }
-    TestDisplay& display() override { return display_; }
-    platform::Events& events() override { std::abort(); }
-    platform::Dialogs& dialogs() override { std::abort(); }
-    platform::Files& files() override { std::abort(); }
-    platform::Modules& modules() override { return modules_; }
-    platform::WaveOut& waveOut() override { std::abort(); }
-    std::unique_ptr<platform::TextWindow> openTextWindow(const platform::TextWindowRequest&,
-                                                         platform::TextWindowOwner&) override {
-        std::abort();
-    }
-    void mainLoopBegins() override {}
-    void passEnded() override {}
-    void programEnds(int) override {}
-    [[noreturn]] void terminate(int) override { std::abort(); }
-
-  private:
-    TestDisplay display_;
-    NoModules modules_;
-};
-
-/// A process with a screen of `depth` bits and an application.
-class Process {
-  public:
-    explicit Process(int depth) : platform_(depth) {
-        OMSetPlatform(&platform_);
-        app_.emplace(OMApp::DisplayMode::PopUp, OMColor(), Rect{0, 0, 64, 48}, depth);
-        OMDebug::setCheckListener(
-            [this](const OMDebug::Failure& failure) { messages.emplace_back(failure.message); });
-        display().shown.clear();
-    }
-    ~Process() {
-        OMDebug::setCheckListener(nullptr);
-        app_.reset();
-        OMSetPlatform(nullptr);
-    }
-    Process(const Process&) = delete;
-    Process& operator=(const Process&) = delete;
-
-    TestDisplay& display() { return platform_.display(); }
-
-    /// The failed checks since the last call.
-    std::vector<std::string> takeMessages() { return std::exchange(messages, {}); }
-
-    std::vector<std::string> messages;
-
-  private:
-    TestPlatform platform_;
-    std::optional<OMApp> app_;
-};
 
 using Messages = std::vector<std::string>;
 
@@ -117,20 +25,6 @@ std::mt19937 engine{4711};
 
 int randomBetween(int least, int most) {
     return std::uniform_int_distribution(least, most)(engine);
-}
-
-std::uint32_t pixelAt(OMCanvas& canvas, int x, int y) {
-    const OMPixels pixels = canvas.pixels();
-    const std::uint8_t* bytes = pixels.at(x, y);
-    std::uint32_t value = 0;
-    for (int i = 0; i < pixels.bytesPerPixel; ++i) value |= std::uint32_t{bytes[i]} << (8 * i);
-    return value;
-}
-
-void setPixel(OMCanvas& canvas, int x, int y, std::uint32_t value) {
-    const OMPixels pixels = canvas.pixels();
-    for (int i = 0; i < pixels.bytesPerPixel; ++i)
-        pixels.at(x, y)[i] = static_cast<std::uint8_t>(value >> (8 * i));
 }
 
 using Picture = std::vector<std::vector<std::uint32_t>>; // rows of pixels
@@ -493,16 +387,16 @@ TEST(OMWndCanvas, showsWhatChangedAndNothingElse) {
     window.fillRegion(spots);
     OMRegion expected = spots;
     expected.offset(10, 20);
-    EXPECT_EQ(process.display().shown, expected);
+    EXPECT_EQ(process.display().presented, expected);
     EXPECT_EQ(window.changedPixels(), 15u);
     EXPECT_EQ(process.display().screen().row(20)[10], 5);
     EXPECT_EQ(process.display().screen().row(31)[42], 5);
     EXPECT_EQ(process.display().screen().row(31)[43], 0);
 
-    process.display().shown.clear();
+    process.display().presented.clear();
     OMMemCanvas buffer(40, 20, 8);
     window.blt(buffer, 5, 5, 10, 10, 100, 100);
-    EXPECT_TRUE(process.display().shown.isEmpty());
+    EXPECT_TRUE(process.display().presented.isEmpty());
     EXPECT_EQ(window.changedPixels(), 15u);
 }
 
@@ -512,7 +406,7 @@ TEST(OMWndCanvas, partsBeyondTheScreenHaveNoPixels) {
     EXPECT_EQ(corner.bounds(), (Rect{0, 0, 30, 20}));
     corner.setColor(OMColor(3));
     corner.fillRect(corner.bounds());
-    EXPECT_EQ(process.display().shown, OMRegion(Rect{0, 0, 20, 15}));
+    EXPECT_EQ(process.display().presented, OMRegion(Rect{0, 0, 20, 15}));
     EXPECT_EQ(process.display().screen().row(14)[19], 3);
 
     OMMemCanvas memory(30, 20, 8);
@@ -553,7 +447,7 @@ TEST(OMCanvas, directWritersGetTheAreaTheyMayTouch) {
     window.changed(region);
     EXPECT_EQ(window.changedPixels(), expected.pixelCount());
     expected.offset(-4, 0);
-    EXPECT_EQ(process.display().shown, expected);
+    EXPECT_EQ(process.display().presented, expected);
 }
 
 } // namespace

@@ -154,7 +154,7 @@ TEST_F(EffectsWindowTest, APictureLiesUnderTheTrinketsAtItsEmbeddedPlace) {
     EXPECT_EQ(pixel(0, 0), 'p');
     EXPECT_EQ(pixel(639, 479), 'p');
     EXPECT_EQ(pixel(15, 15), 't');
-    EXPECT_EQ(machine.display().colours[50], (platform::Rgb{0x40, 0, 0}));
+    EXPECT_EQ(machine.display().palette()[50], (platform::Rgb{0x40, 0, 0}));
     const OMTBackground* first = window.background();
 
     EXPECT_TRUE(window.restorePalette(2, 99)); // has no palette of its own
@@ -165,14 +165,14 @@ TEST_F(EffectsWindowTest, APictureLiesUnderTheTrinketsAtItsEmbeddedPlace) {
     EXPECT_EQ(pixel(114, 16), 's');
     EXPECT_EQ(pixel(115, 17), 0);
     EXPECT_EQ(pixel(15, 15), 't');
-    EXPECT_EQ(machine.display().colours[50], (platform::Rgb{0x40, 0, 0}));
+    EXPECT_EQ(machine.display().palette()[50], (platform::Rgb{0x40, 0, 0}));
 }
 
 TEST_F(EffectsWindowTest, TheFilterMayChangeThePalette) {
     EffectsWindow::setPaletteFilter([](OMPalette& colors) { colors[60] = {0, 0x7700, 0}; });
     window.restorePalette(1, 1);
-    EXPECT_EQ(machine.display().colours[60], (platform::Rgb{0, 0x77, 0}));
-    EXPECT_EQ(machine.display().colours[61], (platform::Rgb{0x40, 0, 0}));
+    EXPECT_EQ(machine.display().palette()[60], (platform::Rgb{0, 0x77, 0}));
+    EXPECT_EQ(machine.display().palette()[61], (platform::Rgb{0x40, 0, 0}));
 }
 
 TEST_F(EffectsWindowTest, WhatIsMissingOrDamagedLeavesTheRestAsItWas) {
@@ -188,7 +188,7 @@ TEST_F(EffectsWindowTest, WhatIsMissingOrDamagedLeavesTheRestAsItWas) {
     EXPECT_TRUE(takeFailures().empty());
     EXPECT_TRUE(window.restorePalette(1, 3));
     EXPECT_EQ(takeFailures().size(), 1u); // "no palette"
-    EXPECT_EQ(machine.display().colours[50], (platform::Rgb{0x40, 0, 0}));
+    EXPECT_EQ(machine.display().palette()[50], (platform::Rgb{0x40, 0, 0}));
 
     EffectsWindow::setPaletteLocator(nullptr);
     EXPECT_FALSE(window.restorePalette(1, 1));

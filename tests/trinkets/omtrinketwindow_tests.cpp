@@ -249,9 +249,9 @@ TEST_F(TrinketWindowTest, ANewPaletteBlackensTheWindowOnlyWhenColoursChange) {
     colors[245] = {0x0100, 0x0200, 0};
     window.setPalette(colors, true);
     EXPECT_EQ(screenPixel(5, 5), 0);
-    EXPECT_EQ(machine.display().colours[100], (platform::Rgb{0x12, 0x34, 0x56}));
+    EXPECT_EQ(machine.display().palette()[100], (platform::Rgb{0x12, 0x34, 0x56}));
     EXPECT_EQ(window.backBuffer().getPaletteEntry(245).green(), 0x0200);
-    EXPECT_EQ(machine.display().colours[3], platform::staticPalette()[3]);
+    EXPECT_EQ(machine.display().palette()[3], platform::staticPalette()[3]);
 }
 
 TEST_F(TrinketWindowTest, TheClockStandsStillForPauses) {

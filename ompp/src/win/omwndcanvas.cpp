@@ -1,5 +1,7 @@
 #include "omwndcanvas.h"
 
+#include "omdebug.h"
+#include "ommemcanvas.h"
 #include "omplatform.h"
 
 using platform::Rect;
@@ -11,6 +13,10 @@ Rect visibleOnScreen(const Rect& rectangle) {
     if (part.empty()) return {};
     return {part.left - rectangle.left, part.top - rectangle.top, part.right - rectangle.left,
             part.bottom - rectangle.top};
+}
+
+bool checkExclusive(const char* message) {
+    return OMDebug::check(OMPlatform().display().isExclusive(), "!exclusive", message);
 }
 
 } // namespace
@@ -26,6 +32,48 @@ OMPixels OMWndCanvas::pixels() {
         visible_.empty() ? nullptr
                          : all.at(rectangle_.left + visible_.left, rectangle_.top + visible_.top);
     return {first, all.stride, visible_, all.bytesPerPixel};
+}
+
+// Flipping
+
+bool OMWndCanvas::attachToFlipChain(OMMemCanvas& back) {
+    if (!checkExclusive("OMWndCanvas::attachToFlipChain - must be in exclusive mode to use "
+                        "flipping!"))
+        return false;
+    if (back.attached_) return true;
+    restore();
+    if (!back.isFlippable() || !OMPlatform().display().makeFlipChain(backBuffers_ + 1))
+        return false;
+    ++backBuffers_;
+    back.attached_ = true;
+    return true;
+}
+
+void OMWndCanvas::detachFromFlipChain(OMMemCanvas& back) {
+    if (!checkExclusive("OMWndCanvas::detachFromFlipChain - must be in exclusive mode to use "
+                        "flipping!") ||
+        !back.attached_)
+        return;
+    if (const platform::Surface* picture = back.behindScreen();
+        picture && picture->width() == back.width() && picture->height() == back.height())
+        back.surface_ = *picture;
+    back.attached_ = false;
+    OMPlatform().display().makeFlipChain(--backBuffers_);
+}
+
+bool OMWndCanvas::flip() {
+    if (!checkExclusive("OMWndCanvas::flip - must be in exclusive mode to use flipping!"))
+        return false;
+    restore();
+    platform::FlipResult result = OMPlatform().display().flip();
+    while (result == platform::FlipResult::Busy) result = OMPlatform().display().flip();
+    return OMDebug::check(result == platform::FlipResult::Shown, "result != DD_OK",
+                          "OMWndCanvas::flip - flip failed!");
+}
+
+bool OMWndCanvas::restore() {
+    platform::Display& display = OMPlatform().display();
+    return display.isLost() && display.restore();
 }
 
 void OMWndCanvas::applyPalette() {

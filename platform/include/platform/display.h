@@ -1,5 +1,9 @@
 // The screen as the program sees it: one rectangle of pixels of a fixed size and depth, with a
 // palette when it has 8 bits, whatever the real monitor is.
+//
+// In exclusive mode the program has the screen for itself, in a size and depth of its own choice,
+// and may put surfaces behind it that are shown by flipping. Such a screen can be lost to another
+// program: its pixels are gone then, and nothing is shown until it is restored.
 #pragma once
 
 #include "platform/geometry.h"
@@ -65,6 +69,13 @@ class Surface {
     std::vector<std::uint8_t> pixels_;
 };
 
+enum class FlipResult : std::uint8_t {
+    Shown,
+    Busy,   ///< the device still draws; try again
+    Lost,   ///< restore the screen first
+    NoChain ///< there is nothing behind the screen
+};
+
 class Display {
   public:
     virtual ~Display() = default;
@@ -82,6 +93,28 @@ class Display {
     /// once on what is shown; without effect on screens deeper than 8 bits.
     virtual void setPalette(int first, std::span<const Rgb> colours) = 0;
     [[nodiscard]] virtual const std::array<Rgb, kPaletteSize>& palette() const = 0;
+
+    // Exclusive mode. Entering and leaving it make a new, black screen with the fixed colours.
+
+    /// Whether the screen can have that size and depth in exclusive mode.
+    [[nodiscard]] virtual bool canBeExclusive(const ScreenMode& mode) const = 0;
+    /// False, and nothing changes, when it cannot.
+    virtual bool enterExclusive(const ScreenMode& mode) = 0;
+    /// Back to the screen that was there before; without effect outside of exclusive mode.
+    virtual void leaveExclusive() = 0;
+    [[nodiscard]] virtual bool isExclusive() const = 0;
+
+    /// Puts `backs` black surfaces behind the screen, in place of earlier ones. False outside of
+    /// exclusive mode.
+    virtual bool makeFlipChain(int backs) = 0;
+    /// The surface that the next flip shows; null when there is none behind the screen.
+    [[nodiscard]] virtual Surface* back() = 0;
+    /// The screen goes behind all others, the next surface becomes the screen and is shown whole.
+    virtual FlipResult flip() = 0;
+    [[nodiscard]] virtual bool isLost() const = 0;
+    /// Takes a lost screen and what is behind it back, all black; false while another program still
+    /// has it.
+    virtual bool restore() = 0;
 
     /// Title of the main window, Latin-1.
     virtual void setTitle(std::string_view title) = 0;

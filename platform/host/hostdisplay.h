@@ -1,0 +1,66 @@
+// The screen in two copies, for every back end: the one that the program draws on, and the one that
+// a person sees, which follows only where it was told to. The palette belongs to what is seen. A
+// back end adds where it is really shown.
+#pragma once
+
+#include "platform/display.h"
+
+#include <array>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace platform {
+
+class HostDisplay : public Display {
+  public:
+    static constexpr int kMaxBacks = 8;     ///< surfaces behind the screen
+    static constexpr int kMaxSide = 0x4000; ///< pixels of an exclusive screen
+
+    /// Starts black, with the fixed colours in its palette. Sizes below 1 count as 1, depths
+    /// between those that surfaces have are rounded up.
+    explicit HostDisplay(const ScreenMode& mode);
+
+    [[nodiscard]] ScreenMode mode() const override { return mode_; }
+    [[nodiscard]] Surface& screen() override { return drawn_; }
+    void present(const Rect& area) override;
+    void setPalette(int first, std::span<const Rgb> colours) override;
+    [[nodiscard]] const std::array<Rgb, kPaletteSize>& palette() const override { return palette_; }
+
+    [[nodiscard]] bool canBeExclusive(const ScreenMode& mode) const override;
+    bool enterExclusive(const ScreenMode& mode) override;
+    void leaveExclusive() override;
+    [[nodiscard]] bool isExclusive() const override { return desktop_.has_value(); }
+    bool makeFlipChain(int backs) override;
+    [[nodiscard]] Surface* back() override { return backs_.empty() ? nullptr : &backs_.front(); }
+    FlipResult flip() override;
+    [[nodiscard]] bool isLost() const override { return lost_; }
+    bool restore() override;
+
+    /// What a person sees.
+    [[nodiscard]] const Surface& shown() const { return shown_; }
+
+    /// Another program got the foreground, or it came back: an exclusive screen is lost then.
+    void setInForeground(bool inForeground);
+
+  protected:
+    /// Part of what is seen has changed; it is not empty.
+    virtual void shownChanged(const Rect&) {}
+    /// What is seen has another size, or exclusive mode began or ended.
+    virtual void modeChanged() {}
+
+  private:
+    void change(const ScreenMode& mode);
+    void blacken();
+
+    ScreenMode mode_;
+    std::optional<ScreenMode> desktop_; ///< in exclusive mode: what comes back
+    Surface drawn_;
+    std::vector<Surface> backs_; ///< the next to be shown first
+    Surface shown_;
+    std::array<Rgb, kPaletteSize> palette_;
+    bool inForeground_ = true;
+    bool lost_ = false;
+};
+
+} // namespace platform

@@ -1,0 +1,223 @@
+// Pictures from BMP data: what is read, what is refused, and how they are drawn.
+#include "canvasfixture.h"
+
+#include "ombitmap.h"
+#include "omistreamfile.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using testing_support::Bytes;
+using testing_support::pixelAt;
+using testing_support::Process;
+
+namespace {
+
+using Messages = std::vector<std::string>;
+using Pixels = std::vector<std::uint32_t>;
+
+/// The fields of a BMP file, with what most of the tests want.
+struct Bmp {
+    bool isFile = true;
+    std::uint32_t headerSize = 40;
+    std::int32_t width = 2;
+    std::int32_t height = 2; ///< negative: the first row is the highest
+    std::uint16_t depth = 8;
+    std::uint32_t compression = 0;
+    std::uint32_t colours = 0;
+    bool hasTable = true;
+    Pixels pixels{1, 2, 3, 4}; ///< rows in the order of the file
+
+    [[nodiscard]] Bytes build() const {
+        Bytes out;
+        const auto put = [&out](std::uint32_t value, int bytes) {
+            for (int i = 0; i < bytes; ++i) out.push_back(static_cast<std::byte>(value >> 8 * i));
+        };
+        if (isFile) {
+            put('B' | 'M' << 8, 2);
+            put(0, 12);
+        }
+        put(headerSize, 4);
+        put(static_cast<std::uint32_t>(width), 4);
+        put(static_cast<std::uint32_t>(height), 4);
+        put(1, 2);
+        put(depth, 2);
+        put(compression, 4);
+        put(0, 12);
+        put(colours, 4);
+        put(0, 4);
+        if (depth == 8 && hasTable)
+            for (std::uint32_t i = 0; i < 256; ++i) put(i << 16 | 0x2211, 4); // red i, rest fixed
+        const auto start = out.size();
+        for (std::size_t i = 0; i < pixels.size(); ++i) {
+            put(pixels[i], depth / 8);
+            if (width > 0 && (i + 1) % static_cast<std::size_t>(width) == 0)
+                while ((out.size() - start) % 4 != 0) out.push_back(std::byte{0xEE});
+        }
+        return out;
+    }
+};
+
+class OMBitmapTest : public ::testing::Test {
+  protected:
+    std::unique_ptr<OMBitmap> read(const Bytes& data, int mode = kOMIStreamCache) {
+        process.files().put("a.bmp", data);
+        OMIStreamFile stream("a.bmp", mode);
+        return OMBitmap::createInstance(stream);
+    }
+    std::unique_ptr<OMBitmap> read(const Bmp& bmp) { return read(bmp.build()); }
+    /// The pixels of a canvas of 2 x 2.
+    static Pixels pixelsOf(OMCanvas& canvas) {
+        return {pixelAt(canvas, 0, 0), pixelAt(canvas, 1, 0), pixelAt(canvas, 0, 1),
+                pixelAt(canvas, 1, 1)};
+    }
+
+    Process process{8};
+};
+
+TEST_F(OMBitmapTest, ReadsFilesAndResourcesOfEveryDepth) {
+    struct Row {
+        Bmp bmp;
+        Pixels drawn; ///< on a canvas of the picture's depth
+    };
+    const std::vector<Row> rows = {
+        {{}, {3, 4, 1, 2}},
+        {{.isFile = false}, {3, 4, 1, 2}},
+        {{.height = -2}, {1, 2, 3, 4}},
+        {{.colours = 256}, {3, 4, 1, 2}},
+        {{.depth = 16, .pixels = {0x7FFF, 0x1F, 0x8001, 0}}, {0x8001, 0, 0x7FFF, 0x1F}},
+        {{.depth = 24, .pixels = {0xFF0000, 0xFF00, 0xFF, 7}}, {0xFF, 7, 0xFF0000, 0xFF00}},
+        {{.depth = 32, .pixels = {0xFF0000, 0xFF00, 0xFF, 7}}, {0xFF, 7, 0xFF0000, 0xFF00}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.bmp.depth);
+        const auto bitmap = read(row.bmp);
+        ASSERT_TRUE(bitmap);
+        OMMemCanvas canvas(2, 2, row.bmp.depth);
+        canvas.draw(0, 0, *bitmap);
+        EXPECT_EQ(pixelsOf(canvas), row.drawn);
+    }
+}
+
+TEST_F(OMBitmapTest, KeepsTheFixedColours) {
+    const auto bitmap = read(Bmp{});
+    OMPalette palette;
+    ASSERT_TRUE(bitmap->getPalette(palette));
+    EXPECT_EQ(palette[100], (OMColor{100 * 256, 0x22 * 256, 0x11 * 256}));
+    EXPECT_EQ(palette[9], OMColor::fromRgb8(platform::staticPalette()[9]));
+    EXPECT_EQ(palette[246], OMColor::fromRgb8(platform::staticPalette()[246]));
+    EXPECT_FALSE(read(Bmp{.depth = 24})->getPalette(palette));
+}
+
+TEST_F(OMBitmapTest, RefusesWhatItCannotRead) {
+    constexpr const char* kUnknown = "OMBitmap::createInstance - unknown bitmap type!";
+    const Bmp refused[] = {
+        {.headerSize = 12}, {.headerSize = 108}, {.width = 0},       {.width = -2},
+        {.height = 0},      {.height = 1 << 30}, {.width = 1 << 20}, {.height = -0x7FFFFFFF - 1},
+        {.depth = 4},       {.depth = 1},        {.depth = 0},       {.compression = 1},
+        {.hasTable = false}};
+    for (const Bmp& bmp : refused) {
+        EXPECT_EQ(read(bmp), nullptr);
+        EXPECT_EQ(process.takeMessages(), Messages{kUnknown});
+    }
+    EXPECT_EQ(read(Bmp{.colours = 16}), nullptr);
+    EXPECT_EQ(read(Bmp{.depth = 16, .colours = 1}), nullptr);
+    EXPECT_EQ(read(Bmp{.depth = 32, .colours = 256}), nullptr);
+    EXPECT_EQ(process.takeMessages(),
+              (Messages{"OMBitmap::createInstance - 8 bit BMP's must have an OM palette!",
+                        "OMBitmap::createInstance - 16/32 bit BMP's cannot have a palette!",
+                        "OMBitmap::createInstance - 16/32 bit BMP's cannot have a palette!"}));
+    EXPECT_EQ(read(Bmp{}.build(), kOMIStreamBuffered), nullptr);
+    EXPECT_EQ(process.takeMessages(),
+              Messages{"OMBitmap::OMBitmap - OMIStream source must be cached!"});
+    for (const Bmp& whole : {Bmp{}, Bmp{.isFile = false, .depth = 24}}) {
+        Bytes data = whole.build();
+        while (!data.empty()) {
+            data.pop_back();
+            ASSERT_EQ(read(data), nullptr) << data.size();
+        }
+    }
+}
+
+TEST_F(OMBitmapTest, TransparentDrawingLeavesTheInvisibleColourOut) {
+    struct Row {
+        Bmp bmp;
+        std::optional<OMColor> invisible;
+        Pixels drawn; ///< over 5
+    };
+    const std::vector<Row> rows = {
+        {{.pixels = {252, 1, 2, 252}}, {}, {2, 5, 5, 1}},
+        {{.pixels = {252, 1, 2, 252}}, OMColor(1), {2, 252, 252, 5}},
+        {{.depth = 16, .pixels = {0x801F, 0x1F, 7, 0x3F}}, {}, {7, 0x3F, 5, 5}},
+        {{.depth = 24, .pixels = {0xFF, 0xFE, 1, 2}}, {}, {1, 2, 5, 0xFE}},
+        {{.depth = 32, .pixels = {0xAA102030, 3, 1, 2}},
+         OMColor(0x10FF, 0x20FF, 0x3000),
+         {1, 2, 5, 3}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.bmp.depth);
+        const auto bitmap = read(row.bmp);
+        ASSERT_TRUE(bitmap);
+        OMMemCanvas canvas(2, 2, row.bmp.depth);
+        for (int i = 0; i < 4; ++i) testing_support::setPixel(canvas, i % 2, i / 2, 5);
+        canvas.setTransparentDrawing(true);
+        EXPECT_NE(bitmap->maskRow(0), nullptr); // built for the first invisible colour
+        if (row.invisible) bitmap->setInvisibleColor(*row.invisible);
+        canvas.draw(0, 0, *bitmap);
+        EXPECT_EQ(pixelsOf(canvas), row.drawn);
+    }
+}
+
+TEST_F(OMBitmapTest, InvisibleColoursAreOfThePicturesKind) {
+    const auto indexed = read(Bmp{});
+    indexed->setInvisibleColor(OMColor(1, 2, 3));
+    EXPECT_EQ(indexed->invisibleColor(), OMColor(252));
+    const auto deep = read(Bmp{.depth = 24});
+    deep->setInvisibleColor(OMColor(7));
+    EXPECT_EQ(deep->invisibleColor(), (OMColor{0, 0, 0xFF00}));
+    EXPECT_EQ(
+        process.takeMessages(),
+        (Messages{
+            "OMBitmap::setInvisibleColor - invisible color must be an index for 8-bit bitmaps!",
+            "OMBitmap::setInvisibleColor - invisible color must be an RGB for 16/24-bit "
+            "bitmaps!"}));
+}
+
+TEST_F(OMBitmapTest, IsClippedAndConverted) {
+    const auto bitmap = read(Bmp{});
+    OMMemCanvas canvas(2, 2, 32);
+    canvas.draw(-1, -1, *bitmap); // pixel 2 of the lower row
+    EXPECT_EQ(pixelsOf(canvas), (Pixels{0x00008000, 0, 0, 0})) << "in its own fixed colour 2";
+    canvas.draw(std::numeric_limits<int>::max(), 0, *bitmap);
+    canvas.setClipRegion(OMRegion(platform::Rect{1, 0, 2, 1}));
+    canvas.draw(0, 0, *bitmap);
+    EXPECT_EQ(pixelAt(canvas, 1, 0), 0x000080u);
+    EXPECT_EQ(canvas.changedPixels(), 2u);
+    const auto deep = read(Bmp{.depth = 24});
+    OMMemCanvas shallow(2, 2, 8);
+    shallow.draw(0, 0, *deep);
+    EXPECT_EQ(process.takeMessages(),
+              Messages{"OMCanvas::draw - 16/24/32 bit bitmaps cannot be drawn on 8 bit canvases!"});
+    EXPECT_EQ(shallow.changedPixels(), 0u);
+}
+
+TEST_F(OMBitmapTest, KeyedCopiesLeaveTheKeyColourOut) {
+    OMMemCanvas source(2, 1, 8);
+    testing_support::setPixel(source, 0, 0, 200);
+    testing_support::setPixel(source, 1, 0, 3);
+    for (const int depth : {8, 32}) {
+        OMMemCanvas target(2, 1, depth);
+        target.setClipRegion(OMRegion(target.bounds()));
+        testing_support::setPixel(target, 0, 0, 9);
+        source.setKeyColor(OMColor(200));
+        target.blt(source, 0, 0, 2, 1, 0, 0, OMRasterOp::SrcCopyKeyed);
+        EXPECT_EQ(pixelAt(target, 0, 0), 9u);
+        EXPECT_EQ(pixelAt(target, 1, 0), depth == 8 ? 3u : 0x808000u);
+        source.setKeyColor(std::nullopt);
+        target.blt(source, 0, 0, 2, 1, 0, 0, OMRasterOp::SrcCopyKeyed);
+        EXPECT_NE(pixelAt(target, 0, 0), 9u);
+    }
+}
+
+} // namespace
