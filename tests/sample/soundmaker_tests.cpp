@@ -12,6 +12,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -211,4 +214,33 @@ TEST(Synth, GivesTheSameBytesEverywhere) {
     EXPECT_EQ(hash, 3024839934U);
     EXPECT_EQ(file.substr(0, 4), "RIFF");
     EXPECT_EQ(file.size(), 44 + 53248U);
+}
+
+// The sounds of the sample game together. Waves, music and one effect never clip; what is above has
+// the loudest moments coincide.
+TEST(SampleSounds, FitTogether) {
+    int music = 0;
+    int effect = 0;
+    int loops = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(ZORBET_SAMPLE_SOUNDS)) {
+        if (entry.path().extension() != ".tune") continue;
+        std::ifstream file(entry.path(), std::ios::binary);
+        const Score score = readScore(std::string(std::istreambuf_iterator<char>(file), {}));
+        const Samples samples = finishSamples(score, playScore(score));
+        const double seconds = static_cast<double>(samples.size()) / kSampleRate;
+        int& loudest = score.loop > 0 ? music : effect;
+        loudest = std::max(loudest, peak(samples, 0, samples.size()));
+        SCOPED_TRACE(entry.path().filename());
+        if (score.loop > 0) {
+            ++loops;
+            EXPECT_EQ(samples.size() % 1024, 0U) << "there is a gap in the loop";
+            EXPECT_LE(std::abs(samples.front() - samples.back()), largestStep(samples));
+        } else {
+            EXPECT_LT(seconds, 3);
+            EXPECT_GT(seconds, 0.15);
+        }
+    }
+    EXPECT_EQ(loops, 2) << "each scene has its music";
+    EXPECT_GT(effect, music);
+    EXPECT_LE(music + effect + 16, 127);
 }
