@@ -38,7 +38,8 @@ Tone::Tone(const Instrument& instrument, Waves& waves, const Note& note, std::in
       strike_(waves.strike.tableFor(highestStep(note))), length_(length),
       release_(samples(std::max(instrument.releaseMs, kMinReleaseMs))),
       attack_(samples(std::max(instrument.attackMs, kMinAttackMs))), pitch_(note.pitch),
-      step_(phaseStep(note.pitch)), random_(seed * 2654435761U + 1) {}
+      step_(phaseStep(note.pitch)),
+      random_((seed + static_cast<std::uint32_t>(length)) * 2654435761U | 1U) {}
 
 std::int64_t Tone::movedPitch() const {
     std::int64_t pitch = note_.pitch;
