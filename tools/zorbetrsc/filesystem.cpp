@@ -9,7 +9,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uintmax_t kLargestFile = std::uintmax_t{1} << 30;
 constexpr std::string_view kBeside = ".new";
 
 char* asChars(std::uint8_t* bytes) { return reinterpret_cast<char*>(bytes); }

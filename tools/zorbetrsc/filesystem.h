@@ -9,6 +9,9 @@
 
 namespace rsc {
 
+/// Bytes of the largest file that the tool reads or writes: 1 GiB.
+inline constexpr std::size_t kLargestFile = std::size_t{1} << 30;
+
 /// Refuses what cannot be read or is larger than the tool takes; the text does not name the file.
 [[nodiscard]] Bytes readWholeFile(const std::filesystem::path& path);
 

@@ -15,43 +15,11 @@ namespace rsc {
 
 namespace {
 
-constexpr std::string_view kExtension = ".rsc";
-constexpr std::string_view kUnmappedLibrary = "cursors.rsc";
 constexpr int kLargestByte = 255;
 constexpr std::size_t kColourDigits = 6;
 
 std::string numbered(std::string_view type, int id) {
     return std::string(type) + " " + std::to_string(id);
-}
-
-bool isPlainText(std::string_view text) {
-    return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
-}
-
-std::string lowerCase(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return text;
-}
-
-std::string checkedLibraryName(std::string name) {
-    name = lowerCase(std::move(name));
-    if (!name.ends_with(kExtension) || name.size() == kExtension.size())
-        throw Refusal("a library's name ends in \".rsc\"");
-    if (name.size() > kLongestLibraryName)
-        throw Refusal("a library's name has at most " + std::to_string(kLongestLibraryName) +
-                      " characters");
-    if (!isPlainText(name) || name.find_first_of(" /\\:*?\"<>|") != std::string::npos)
-        throw Refusal("a library's name is a file's name without a folder and without blanks");
-    return name;
-}
-
-std::string checkedIdentifier(const std::string& text) {
-    const bool fits = !text.empty() && text.size() <= kLongestMapIdentifier;
-    if (!fits || !isPlainText(text) || text.front() == ' ' || text.back() == ' ')
-        throw Refusal("a map's identifier is a text of 1 to " +
-                      std::to_string(kLongestMapIdentifier) + " characters");
-    return text;
 }
 
 platform::Rgb parseColour(std::string_view text) {
@@ -116,10 +84,11 @@ class ManifestParser {
         if (manifest_.mapLine != 0)
             throw Refusal("the map stands already in line " + std::to_string(manifest_.mapLine));
         manifest_.mapLine = line_;
-        if (words.skip("none"))
-            manifest_.mapIdentifier.reset();
-        else
-            manifest_.mapIdentifier = checkedIdentifier(words.text("the map's identifier"));
+        manifest_.mapIdentifier.reset();
+        if (!words.skip("none")) {
+            manifest_.mapIdentifier = words.text("the map's identifier");
+            checkMapIdentifier(*manifest_.mapIdentifier);
+        }
         leaveBlocks();
     }
 
@@ -320,23 +289,11 @@ void checkAnimation(const AnimationPlan& animation) {
         atLine(sequence.line, [&] { checkSequence(animation, sequence); });
 }
 
-/// A map's lines have no room for types such as CURSOR: the program looks for those in one library
-/// of its own accord, and reads that one's own table only when no map names it.
-void checkMappable(const LibraryPlan& library, const ResourcePlan& resource) {
-    const bool unmapped = library.name == kUnmappedLibrary;
-    if (fitsMap(resource.type) != unmapped) return;
-    if (unmapped)
-        throw Refusal(resource.type + " cannot be found in \"cursors.rsc\", which is not in the "
-                                      "map: put it into another library");
-    throw Refusal(resource.type + " cannot stand in a map: put it into \"cursors.rsc\", or write "
-                                  "\"map none\"");
-}
-
 void checkLibrary(const LibraryPlan& library, bool mapped) {
     if (library.resources.empty()) throw Refusal("the library holds nothing");
     for (const ResourcePlan& resource : library.resources) {
         atLine(resource.line, [&] {
-            if (mapped) checkMappable(library, resource);
+            if (mapped) checkMappable(library.name, resource.type);
             if (const auto* animation = std::get_if<AnimationPlan>(&resource.content))
                 checkAnimation(*animation);
         });
@@ -350,7 +307,8 @@ void checkManifest(const Manifest& manifest) {
     if (manifest.libraries.empty()) throw Refusal("the manifest names no library");
     for (const LibraryPlan& library : manifest.libraries)
         atLine(library.line, [&] { checkLibrary(library, manifest.mapIdentifier.has_value()); });
-    if (manifest.mapIdentifier && manifest.mapLine == 0) checkedIdentifier(*manifest.mapIdentifier);
+    if (manifest.mapIdentifier && manifest.mapLine == 0)
+        checkMapIdentifier(*manifest.mapIdentifier);
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 #include "picture.h"
 #include "resourcemap.h"
 
-#include <cctype>
 #include <optional>
 #include <ostream>
 
@@ -15,8 +14,6 @@ namespace rsc {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view kMapName = "resource.map";
 
 /// Runs `work` on a file that the manifest names; a refusal names the file and its line.
 template <class Work>
@@ -89,13 +86,7 @@ class Packer {
             });
             resources.push_back({plan.type, plan.id, std::move(data)});
         }
-        return {library.name, buildNeLibrary(moduleName(library.name), resources)};
-    }
-
-    static std::string moduleName(std::string_view fileName) {
-        std::string name(fileName.substr(0, fileName.rfind('.')));
-        for (char& c : name) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-        return name;
+        return {library.name, buildNeLibrary(moduleNameOf(library.name), resources)};
     }
 
     /// Libraries whose types do not fit into a map are left out of it.
@@ -110,7 +101,7 @@ class Packer {
         const std::string text = atLine(manifest_.mapLine, [&] {
             return buildResourceMap(*manifest_.mapIdentifier, libraries);
         });
-        return {std::string(kMapName), Bytes(text.begin(), text.end())};
+        return {std::string(kResourceMapName), Bytes(text.begin(), text.end())};
     }
 
     Manifest manifest_;

@@ -1,6 +1,7 @@
 #include "resourcemap.h"
 
 #include "refusal.h"
+#include "text.h"
 
 #include <algorithm>
 #include <map>
@@ -10,6 +11,12 @@ namespace rsc {
 namespace {
 
 constexpr std::size_t kMapTypeLength = 4;
+constexpr std::string_view kExtension = ".rsc";
+constexpr std::string_view kUnmappedLibrary = "cursors.rsc";
+
+bool isPlainText(std::string_view text) {
+    return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
+}
 
 void checkTypeCounts(std::span<const MapLibrary> libraries) {
     std::map<std::string_view, std::size_t> counts;
@@ -25,7 +32,37 @@ void checkTypeCounts(std::span<const MapLibrary> libraries) {
 
 } // namespace
 
+std::string checkedLibraryName(std::string_view text) {
+    const std::string name = lowerCase(text);
+    if (!name.ends_with(kExtension) || name.size() == kExtension.size())
+        throw Refusal("a library's name ends in \".rsc\"");
+    if (name.size() > kLongestLibraryName)
+        throw Refusal("a library's name has at most " + std::to_string(kLongestLibraryName) +
+                      " characters");
+    if (!isPlainText(name) || name.find_first_of(" /\\:*?\"<>|") != std::string::npos)
+        throw Refusal("a library's name is a file's name without a folder and without blanks");
+    return name;
+}
+
+void checkMapIdentifier(std::string_view text) {
+    const bool fits = !text.empty() && text.size() <= kLongestMapIdentifier;
+    if (!fits || !isPlainText(text) || text.front() == ' ' || text.back() == ' ')
+        throw Refusal("a map's identifier is a text of 1 to " +
+                      std::to_string(kLongestMapIdentifier) + " characters");
+}
+
 bool fitsMap(std::string_view type) { return type.size() == kMapTypeLength && type[0] != '#'; }
+
+bool isMapped(std::string_view library) { return library != kUnmappedLibrary; }
+
+void checkMappable(std::string_view library, const std::string& type) {
+    if (fitsMap(type) == isMapped(library)) return;
+    if (!isMapped(library))
+        throw Refusal(type + " cannot be found in \"cursors.rsc\", which is not in the map: put it "
+                             "into another library");
+    throw Refusal(type + " cannot stand in a map: put it into \"cursors.rsc\", or write \"map "
+                         "none\"");
+}
 
 std::string buildResourceMap(std::string_view identifier, std::span<const MapLibrary> libraries) {
     checkTypeCounts(libraries);
