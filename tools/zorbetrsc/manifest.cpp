@@ -92,6 +92,11 @@ class ManifestParser {
         leaveBlocks();
     }
 
+    void readAudioMap(WordReader&) {
+        manifest_.audioMapLine = line_;
+        leaveBlocks();
+    }
+
     void readPalette(WordReader& words) {
         const std::string name = words.text("the palette's name");
         for (const PalettePlan& other : manifest_.palettes)
@@ -119,8 +124,15 @@ class ManifestParser {
         const std::string name = checkedLibraryName(words.text("the library's name"));
         for (const LibraryPlan& other : manifest_.libraries)
             if (other.name == name) throw Refusal(alreadyThere("library " + name, other.line));
-        manifest_.libraries.push_back({name, line_, {}});
+        manifest_.libraries.push_back({name, line_, {}, {}});
         resourceLines_.clear();
+        leaveBlocks();
+    }
+
+    void readLayout(WordReader& words) {
+        auto& layout = manifest_.libraries.back().layout;
+        if (layout) throw Refusal(alreadyThere("the layout", layout->line));
+        layout = FileName{words.text("the file's name"), line_};
         leaveBlocks();
     }
 
@@ -154,6 +166,13 @@ class ManifestParser {
                                          "type such as CURSOR");
         const int id = readId(words);
         addResource(type, id, PlainFilePlan{{words.text("the file's name"), line_}});
+    }
+
+    void readPart(WordReader& words) {
+        const int number = words.number("the number", 1, kLargestInt16);
+        PartPlan part{number, {words.text("the file's name"), line_}};
+        manifest_.libraries.back().resources.push_back({{}, 0, line_, std::move(part)});
+        leaveBlocks();
     }
 
     void readRate(WordReader& words) {
@@ -247,15 +266,18 @@ class ManifestParser {
 std::span<const ManifestParser::Keyword> ManifestParser::keywords() {
     static constexpr Keyword kKeywords[] = {
         {"map", Block::Any, &ManifestParser::readMap},
+        {"audiomap", Block::Any, &ManifestParser::readAudioMap},
         {"palette", Block::Any, &ManifestParser::readPalette},
         {"library", Block::Any, &ManifestParser::readLibrary},
         {"use", Block::Any, &ManifestParser::readUse},
         {"from", Block::Palette, &ManifestParser::readFrom},
         {"indexed", Block::Palette, &ManifestParser::readIndexed},
+        {"layout", Block::Library, &ManifestParser::readLayout},
         {"colours", Block::Library, &ManifestParser::readColours},
         {"picture", Block::Library, &ManifestParser::readPicture},
         {"animation", Block::Library, &ManifestParser::readAnimation},
         {"file", Block::Library, &ManifestParser::readFile},
+        {"part", Block::Library, &ManifestParser::readPart},
         {"rate", Block::Animation, &ManifestParser::readRate},
         {"place", Block::Animation, &ManifestParser::readPlace},
         {"crop", Block::Animation, &ManifestParser::readCrop},
@@ -290,10 +312,13 @@ void checkAnimation(const AnimationPlan& animation) {
 }
 
 void checkLibrary(const LibraryPlan& library, bool mapped) {
-    if (library.resources.empty()) throw Refusal("the library holds nothing");
+    if (library.resources.empty() && !library.layout) throw Refusal("the library holds nothing");
     for (const ResourcePlan& resource : library.resources) {
         atLine(resource.line, [&] {
-            if (mapped) checkMappable(library.name, resource.type);
+            const bool isPart = std::holds_alternative<PartPlan>(resource.content);
+            if (isPart && !library.layout)
+                throw Refusal("\"part\" belongs into a library with a \"layout\" line");
+            if (mapped && !isPart) checkMappable(library.name, resource.type);
             if (const auto* animation = std::get_if<AnimationPlan>(&resource.content))
                 checkAnimation(*animation);
         });

@@ -1,7 +1,8 @@
 #include "pack.h"
 
 #include "animationbuilder.h"
-#include "nelibrary.h"
+#include "audiomap.h"
+#include "nelayout.h"
 #include "palette.h"
 #include "picture.h"
 #include "resourcemap.h"
@@ -38,7 +39,9 @@ class Packer {
         std::vector<OutputFile> files;
         for (const LibraryPlan& library : manifest_.libraries)
             files.push_back(atLine(library.line, [&] { return makeLibrary(library); }));
-        if (manifest_.mapIdentifier) files.push_back(makeMap());
+        if (manifest_.mapIdentifier)
+            files.push_back(textFile(kResourceMapName, buildMap(manifest_)));
+        if (manifest_.audioMapLine != 0) files.push_back(textFile(kAudioMapName, audioMap_.text()));
         return files;
     }
 
@@ -78,38 +81,63 @@ class Packer {
                               [&](const FileName& file) { return readPicture(file); });
     }
 
-    [[nodiscard]] OutputFile makeLibrary(const LibraryPlan& library) const {
+    [[nodiscard]] Bytes content(const PartPlan& part) const { return read(part.file); }
+
+    OutputFile makeLibrary(const LibraryPlan& library) {
+        if (library.layout) return {library.name, fillLayout(library)};
         std::vector<Resource> resources;
-        for (const ResourcePlan& plan : library.resources) {
-            Bytes data = atLine(plan.line, [&] {
-                return std::visit([&](const auto& what) { return content(what); }, plan.content);
-            });
-            resources.push_back({plan.type, plan.id, std::move(data)});
-        }
+        for (const ResourcePlan& plan : library.resources)
+            resources.push_back({plan.type, plan.id, makeContent(plan)});
         return {library.name, buildNeLibrary(moduleNameOf(library.name), resources)};
     }
 
-    /// Libraries whose types do not fit into a map are left out of it.
-    [[nodiscard]] OutputFile makeMap() const {
-        std::vector<MapLibrary> libraries;
-        for (const LibraryPlan& library : manifest_.libraries) {
-            MapLibrary entry{library.name, {}};
-            for (const ResourcePlan& resource : library.resources)
-                if (fitsMap(resource.type)) entry.resources.push_back({resource.type, resource.id});
-            if (!entry.resources.empty()) libraries.push_back(std::move(entry));
+    [[nodiscard]] Bytes fillLayout(const LibraryPlan& library) {
+        const Bytes layout = read(*library.layout);
+        LayoutFiller filler = onFile(*library.layout, [&] { return LayoutFiller(layout); });
+        for (const ResourcePlan& plan : library.resources) {
+            Bytes data = makeContent(plan);
+            atLine(plan.line, [&] {
+                if (const auto* part = std::get_if<PartPlan>(&plan.content))
+                    filler.addNumber(part->number, std::move(data));
+                else
+                    filler.add(plan.type, plan.id, std::move(data));
+            });
         }
-        const std::string text = atLine(manifest_.mapLine, [&] {
-            return buildResourceMap(*manifest_.mapIdentifier, libraries);
+        return atLine(library.layout->line, [&] { return filler.build(); });
+    }
+
+    Bytes makeContent(const ResourcePlan& plan) {
+        return atLine(plan.line, [&] {
+            Bytes data = std::visit([&](const auto& what) { return content(what); }, plan.content);
+            if (manifest_.audioMapLine != 0 && plan.type == "ASEQ") audioMap_.add(plan.id, data);
+            return data;
         });
-        return {std::string(kResourceMapName), Bytes(text.begin(), text.end())};
+    }
+
+    static OutputFile textFile(std::string_view name, const std::string& text) {
+        return {std::string(name), Bytes(text.begin(), text.end())};
     }
 
     Manifest manifest_;
     fs::path base_; ///< paths of the manifest start here
     std::vector<Palette> palettes_;
+    AudioMap audioMap_;
 };
 
 } // namespace
+
+std::string buildMap(const Manifest& manifest) {
+    std::vector<MapLibrary> libraries;
+    for (const LibraryPlan& library : manifest.libraries) {
+        MapLibrary entry{library.name, {}};
+        for (const ResourcePlan& resource : library.resources)
+            if (fitsMap(resource.type)) entry.resources.push_back({resource.type, resource.id});
+        if (!entry.resources.empty() && isMapped(library.name))
+            libraries.push_back(std::move(entry));
+    }
+    return atLine(manifest.mapLine,
+                  [&] { return buildResourceMap(*manifest.mapIdentifier, libraries); });
+}
 
 std::vector<OutputFile> buildOutputs(const fs::path& manifest) {
     const Bytes bytes = readWholeFile(manifest);

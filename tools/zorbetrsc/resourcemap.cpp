@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <map>
+#include <sstream>
 
 namespace rsc {
 
@@ -14,8 +15,21 @@ constexpr std::size_t kMapTypeLength = 4;
 constexpr std::string_view kExtension = ".rsc";
 constexpr std::string_view kUnmappedLibrary = "cursors.rsc";
 
+constexpr std::string_view kEnd = "ENDFILE";
+
 bool isPlainText(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
+}
+
+/// The next line that is not empty, without the blanks around it.
+bool nextLine(std::istream& in, std::string& line) {
+    constexpr std::string_view kBlanks = " \t\r";
+    while (std::getline(in, line)) {
+        line.erase(line.find_last_not_of(kBlanks) + 1);
+        line.erase(0, line.find_first_not_of(kBlanks));
+        if (!line.empty()) return true;
+    }
+    return false;
 }
 
 void checkTypeCounts(std::span<const MapLibrary> libraries) {
@@ -64,6 +78,28 @@ void checkMappable(std::string_view library, const std::string& type) {
                          "none\"");
 }
 
+ResourceMapText readResourceMap(std::string_view text) {
+    ResourceMapText map;
+    std::istringstream lines{std::string(text)};
+    std::string line;
+    bool inLibrary = false;
+    for (int number = 0; nextLine(lines, line); ++number) {
+        std::istringstream words(line);
+        MapResource resource;
+        if (number == 0) {
+            map.identifier = line;
+        } else if (number > 1 && line == kEnd) {
+            inLibrary = false;
+        } else if (number > 1 && !inLibrary) {
+            map.libraries.push_back({lowerCase(line), {}});
+            inLibrary = true;
+        } else if (number > 1 && words >> resource.type >> resource.id) {
+            map.libraries.back().resources.push_back(std::move(resource));
+        }
+    }
+    return map;
+}
+
 std::string buildResourceMap(std::string_view identifier, std::span<const MapLibrary> libraries) {
     checkTypeCounts(libraries);
     std::size_t most = 0;
@@ -73,7 +109,7 @@ std::string buildResourceMap(std::string_view identifier, std::span<const MapLib
         map += library.name + "\n";
         for (const MapResource& resource : library.resources)
             map += resource.type + " " + std::to_string(resource.id) + "\n";
-        map += "ENDFILE\n";
+        map.append(kEnd).append("\n");
     }
     return map;
 }

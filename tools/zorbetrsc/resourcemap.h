@@ -45,6 +45,14 @@ void checkMapIdentifier(std::string_view text);
 /// Refuses a resource of this type in a library of this name, which its map could not lead to.
 void checkMappable(std::string_view library, const std::string& type);
 
+struct ResourceMapText {
+    std::string identifier;
+    std::vector<MapLibrary> libraries;
+};
+
+/// What a map says; lines that make no sense are left out.
+[[nodiscard]] ResourceMapText readResourceMap(std::string_view text);
+
 /// The text of a map. All types must fit; refused when there are too many resources of one type.
 [[nodiscard]] std::string buildResourceMap(std::string_view identifier,
                                            std::span<const MapLibrary> libraries);
