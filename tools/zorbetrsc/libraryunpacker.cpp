@@ -83,7 +83,7 @@ bool LibraryUnpacker::isExpressible(const ResourceEntry& entry) {
     const bool named = isResourceType(entry.type) && entry.name.empty() && entry.id != 0;
     if (!named || !keys_.insert({entry.type, entry.id}).second) return false;
     const bool fits = !mapped_ || fitsMap(entry.type) == isMapped(given_.name);
-    return fits && entry.length > 0;
+    return fits && entry.length > 0 && asName(entry.type).has_value();
 }
 
 bool LibraryUnpacker::unpackColours(const ResourceEntry& entry) {
@@ -129,8 +129,9 @@ void LibraryUnpacker::usePalette(const GivenPalette& palette) {
 void LibraryUnpacker::keepFile(std::size_t index, bool isPart) {
     const ResourceEntry& entry = library_.entries()[index];
     const std::string file = fileOf(entry);
-    const std::string what = isPart ? "part " + std::to_string(index + 1)
-                                    : "file " + entry.type + " " + std::to_string(entry.id);
+    const std::string what =
+        isPart ? "part " + std::to_string(index + 1)
+               : "file " + asName(entry.type).value() + " " + std::to_string(entry.id);
     result_.lines += "    " + what + " " + file + "\n";
     packed_.push_back({index, isPart, copyOf(library_.data(entry))});
 }

@@ -63,8 +63,9 @@ void writeMaps(const MapOptions& options) {
     const std::string name =
         options.name.empty() ? first.substr(0, first.rfind('.')) : options.name;
     checkMapIdentifier(name);
+    std::error_code ignored;
     const bool isFile =
-        options.output.extension() == kMapExtension && !fs::is_directory(options.output);
+        options.output.extension() == kMapExtension && !fs::is_directory(options.output, ignored);
     const fs::path folder = isFile ? options.output.parent_path() : options.output;
     const std::string mapName =
         isFile ? options.output.filename().string() : std::string(kResourceMapName);

@@ -100,7 +100,9 @@ Layout layOut(std::span<const TypeGroup> groups, std::string_view moduleName) {
     layout.entryTable = layout.importedNames + 1;
     layout.nonResidentNames = kNeOffset + layout.entryTable + 2;
     layout.headEnd = layout.nonResidentNames + nameTable;
-    if (layout.entryTable > kLargestWord)
+    // a larger offset of a name would read as a number
+    const bool namesInReach = names == 0 || layout.typeNames + names < kIntegerMark;
+    if (!namesInReach || layout.entryTable > kLargestWord)
         throw Refusal("too many resources for one library: split it");
     return layout;
 }

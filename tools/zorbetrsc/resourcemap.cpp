@@ -69,13 +69,13 @@ bool fitsMap(std::string_view type) { return type.size() == kMapTypeLength && ty
 
 bool isMapped(std::string_view library) { return library != kUnmappedLibrary; }
 
-void checkMappable(std::string_view library, const std::string& type) {
+void checkMappable(std::string_view library, std::string_view type) {
     if (fitsMap(type) == isMapped(library)) return;
     if (!isMapped(library))
-        throw Refusal(type + " cannot be found in \"cursors.rsc\", which is not in the map: put it "
-                             "into another library");
-    throw Refusal(type + " cannot stand in a map: put it into \"cursors.rsc\", or write \"map "
-                         "none\"");
+        throw Refusal(printable(type) + " cannot be found in \"cursors.rsc\", which is not in the "
+                                        "map: put it into another library");
+    throw Refusal(printable(type) +
+                  " cannot stand in a map: put it into \"cursors.rsc\", or do without a map");
 }
 
 ResourceMapText readResourceMap(std::string_view text) {

@@ -43,7 +43,7 @@ void checkMapIdentifier(std::string_view text);
 [[nodiscard]] bool isMapped(std::string_view library);
 
 /// Refuses a resource of this type in a library of this name, which its map could not lead to.
-void checkMappable(std::string_view library, const std::string& type);
+void checkMappable(std::string_view library, std::string_view type);
 
 struct ResourceMapText {
     std::string identifier;
