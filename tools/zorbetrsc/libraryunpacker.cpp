@@ -95,7 +95,7 @@ bool LibraryUnpacker::unpackColours(const ResourceEntry& entry) {
         return false;
     }
     result_.lines += "    colours " + std::to_string(entry.id) + " " + palette->name() + "\n";
-    packed_.push_back({0, false, std::move(packed)});
+    addMade(std::move(packed));
     return true;
 }
 
@@ -111,7 +111,7 @@ bool LibraryUnpacker::unpackAsPictures(const ResourceEntry& entry) {
         usePalette(palette);
         result_.lines += unpacked->lines;
         std::ranges::move(unpacked->pictures, std::back_inserter(result_.files));
-        packed_.push_back({0, false, std::move(unpacked->packed)});
+        addMade(std::move(unpacked->packed));
         return true;
     } catch (const Refusal& refusal) {
         result_.faults.push_back(entry.title() + ": " + refusal.what());
@@ -126,6 +126,12 @@ void LibraryUnpacker::usePalette(const GivenPalette& palette) {
     result_.lines += "    use " + used_ + "\n";
 }
 
+/// Its entry is filled in by the caller.
+void LibraryUnpacker::addMade(Bytes packed) {
+    packed_.push_back({0, false, std::move(packed), {}});
+    packed_.back().data = packed_.back().made; // stays where it is when `packed_` grows
+}
+
 void LibraryUnpacker::keepFile(std::size_t index, bool isPart) {
     const ResourceEntry& entry = library_.entries()[index];
     const std::string file = fileOf(entry);
@@ -133,7 +139,7 @@ void LibraryUnpacker::keepFile(std::size_t index, bool isPart) {
         isPart ? "part " + std::to_string(index + 1)
                : "file " + asName(entry.type).value() + " " + std::to_string(entry.id);
     result_.lines += "    " + what + " " + file + "\n";
-    packed_.push_back({index, isPart, copyOf(library_.data(entry))});
+    packed_.push_back({index, isPart, {}, library_.data(entry)});
 }
 
 /// Resources that are the same bytes of the library share a file.
@@ -182,10 +188,13 @@ void LibraryUnpacker::finish() {
 
 bool LibraryUnpacker::comesBackWithoutLayout() const {
     if (packed_.empty() || std::ranges::any_of(packed_, &Packed::isPart)) return false;
+    std::size_t size = 0;
+    for (const Packed& packed : packed_) size += packed.data.size();
+    if (size > library_.file().size()) return false; // bytes are shared
     std::vector<Resource> resources;
     for (const Packed& packed : packed_) {
         const ResourceEntry& entry = library_.entries()[packed.index];
-        resources.push_back({entry.type, entry.id, packed.data});
+        resources.push_back({entry.type, entry.id, copyOf(packed.data)});
     }
     try {
         const Bytes built = buildNeLibrary(moduleNameOf(given_.name), resources);

@@ -40,6 +40,7 @@ class LibraryUnpacker {
     /// These two give false when the resource stays as it is.
     bool unpackColours(const ResourceEntry& entry);
     bool unpackAsPictures(const ResourceEntry& entry);
+    void addMade(Bytes packed);
     void keepFile(std::size_t index, bool isPart);
     std::string fileOf(const ResourceEntry& entry);
     std::string newFile(const ResourceEntry& entry);
@@ -56,7 +57,8 @@ class LibraryUnpacker {
     struct Packed {
         std::size_t index = 0;
         bool isPart = false;
-        Bytes data;
+        Bytes made;    ///< of pictures
+        ByteSpan data; ///< `made`, or bytes of the library
     };
     using Range = std::pair<std::size_t, std::size_t>; ///< offset and length
 

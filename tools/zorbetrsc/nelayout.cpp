@@ -51,7 +51,7 @@ LayoutFiller::LayoutFiller(ByteSpan layout)
         throw Refusal("damaged layout: its resources are too large");
 }
 
-void LayoutFiller::add(std::string_view type, std::uint16_t id, Bytes data) {
+void LayoutFiller::add(std::string_view type, std::uint16_t id, ByteSpan data) {
     const auto entry = std::ranges::find_if(table_.entries, [&](const ResourceEntry& other) {
         return other.type == type && other.name.empty() && other.id == id;
     });
@@ -59,19 +59,19 @@ void LayoutFiller::add(std::string_view type, std::uint16_t id, Bytes data) {
         throw Refusal("the layout has no " + std::string(type) + " " + std::to_string(id) +
                       std::string(kAnew));
     }
-    put(static_cast<std::size_t>(entry - table_.entries.begin()), std::move(data));
+    put(static_cast<std::size_t>(entry - table_.entries.begin()), data);
 }
 
-void LayoutFiller::addNumber(int number, Bytes data) {
+void LayoutFiller::addNumber(int number, ByteSpan data) {
     const auto index = static_cast<std::size_t>(number - 1);
     if (index >= table_.entries.size()) {
         throw Refusal("the layout has only " + std::to_string(table_.entries.size()) +
                       " resources");
     }
-    put(index, std::move(data));
+    put(index, data);
 }
 
-void LayoutFiller::put(std::size_t index, Bytes data) {
+void LayoutFiller::put(std::size_t index, ByteSpan data) {
     const ResourceEntry& entry = table_.entries[index];
     if (contents_[index]) throw Refusal(entry.title() + " stands twice in the library");
     if (data.size() > entry.length) {
@@ -79,7 +79,7 @@ void LayoutFiller::put(std::size_t index, Bytes data) {
                       " bytes, its place in the layout " + std::to_string(entry.length) +
                       std::string(kAnew));
     }
-    contents_[index] = std::move(data);
+    contents_[index] = data;
 }
 
 Bytes LayoutFiller::build() const {
@@ -100,7 +100,7 @@ Bytes LayoutFiller::build() const {
 void LayoutFiller::checkPlaces(std::span<std::uint8_t> file) const {
     for (std::size_t i = 0; i < contents_.size(); ++i) {
         const ResourceEntry& entry = table_.entries[i];
-        const Bytes& data = *contents_[i];
+        const ByteSpan data = *contents_[i];
         const auto place = placeOf(entry, file);
         const auto isZero = [](std::uint8_t byte) { return byte == 0; };
         if (!std::ranges::equal(place.first(data.size()), data) ||

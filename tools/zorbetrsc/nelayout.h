@@ -12,22 +12,22 @@ namespace rsc {
 
 [[nodiscard]] Bytes layoutOf(const NeLibrary& library);
 
-/// Puts resources into the places of a layout.
+/// Puts resources into the places of a layout. Their bytes must outlive it, as must the layout.
 class LayoutFiller {
   public:
-    /// `layout` must outlive the filler. Refuses what is no layout.
+    /// Refuses what is no layout.
     explicit LayoutFiller(ByteSpan layout);
 
     /// Adds the first resource of the table that has this type and id, or the one of this number,
     /// counted from 1. Refused when there is none, when it was added before or is too large.
-    void add(std::string_view type, std::uint16_t id, Bytes data);
-    void addNumber(int number, Bytes data);
+    void add(std::string_view type, std::uint16_t id, ByteSpan data);
+    void addNumber(int number, ByteSpan data);
 
     /// The library. Refused when a resource is missing, or when two that share bytes differ there.
     [[nodiscard]] Bytes build() const;
 
   private:
-    void put(std::size_t index, Bytes data);
+    void put(std::size_t index, ByteSpan data);
     void checkPlaces(std::span<std::uint8_t> file) const;
     static std::span<std::uint8_t> placeOf(const ResourceEntry& entry,
                                            std::span<std::uint8_t> file);
@@ -35,7 +35,7 @@ class LayoutFiller {
 
     ByteSpan layout_;
     NeTable table_;
-    std::vector<std::optional<Bytes>> contents_; ///< of each entry, zeros behind it left out
+    std::vector<std::optional<ByteSpan>> contents_; ///< of each entry, zeros behind it left out
 };
 
 } // namespace rsc

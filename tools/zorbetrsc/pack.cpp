@@ -7,6 +7,8 @@
 #include "picture.h"
 #include "resourcemap.h"
 
+#include <deque>
+#include <map>
 #include <optional>
 #include <ostream>
 
@@ -86,32 +88,51 @@ class Packer {
     OutputFile makeLibrary(const LibraryPlan& library) {
         if (library.layout) return {library.name, fillLayout(library)};
         std::vector<Resource> resources;
-        for (const ResourcePlan& plan : library.resources)
+        for (const ResourcePlan& plan : library.resources) {
             resources.push_back({plan.type, plan.id, makeContent(plan)});
+            addSounds(plan, resources.back().data);
+        }
         return {library.name, buildNeLibrary(moduleNameOf(library.name), resources)};
     }
 
     [[nodiscard]] Bytes fillLayout(const LibraryPlan& library) {
         const Bytes layout = read(*library.layout);
         LayoutFiller filler = onFile(*library.layout, [&] { return LayoutFiller(layout); });
+        std::deque<Bytes> contents;
+        std::map<std::string, ByteSpan> files; // the contents of those that many lines may name
         for (const ResourcePlan& plan : library.resources) {
-            Bytes data = makeContent(plan);
+            const FileName* file = plainFile(plan);
+            const auto known = file ? files.find(file->path) : files.end();
+            const ByteSpan data =
+                known != files.end() ? known->second : contents.emplace_back(makeContent(plan));
+            if (file) files[file->path] = data;
+            addSounds(plan, data);
             atLine(plan.line, [&] {
                 if (const auto* part = std::get_if<PartPlan>(&plan.content))
-                    filler.addNumber(part->number, std::move(data));
+                    filler.addNumber(part->number, data);
                 else
-                    filler.add(plan.type, plan.id, std::move(data));
+                    filler.add(plan.type, plan.id, data);
             });
         }
         return atLine(library.layout->line, [&] { return filler.build(); });
     }
 
-    Bytes makeContent(const ResourcePlan& plan) {
+    /// The file that a resource is, if it is one.
+    static const FileName* plainFile(const ResourcePlan& plan) {
+        if (const auto* part = std::get_if<PartPlan>(&plan.content)) return &part->file;
+        const auto* plain = std::get_if<PlainFilePlan>(&plan.content);
+        return plain ? &plain->file : nullptr;
+    }
+
+    [[nodiscard]] Bytes makeContent(const ResourcePlan& plan) const {
         return atLine(plan.line, [&] {
-            Bytes data = std::visit([&](const auto& what) { return content(what); }, plan.content);
-            if (manifest_.audioMapLine != 0 && plan.type == "ASEQ") audioMap_.add(plan.id, data);
-            return data;
+            return std::visit([&](const auto& what) { return content(what); }, plan.content);
         });
+    }
+
+    void addSounds(const ResourcePlan& plan, ByteSpan data) {
+        if (manifest_.audioMapLine == 0 || plan.type != "ASEQ") return;
+        atLine(plan.line, [&] { audioMap_.add(plan.id, data); });
     }
 
     static OutputFile textFile(std::string_view name, const std::string& text) {
