@@ -7,6 +7,7 @@
 #include "words.h"
 
 #include <algorithm>
+#include <map>
 #include <ostream>
 
 namespace rsc {
@@ -94,9 +95,10 @@ class Extractor {
 
     void addManifest(const std::string& lines) {
         std::string text = "# Unpacked by zorbet-rsc.\nmap " + mapName_.value_or("none") + "\n";
-        if (wantsAudioMap()) text += "audiomap\n";
+        const Manifest manifest = parseManifest(text + lines, {});
+        checkMap(manifest);
+        if (wantsAudioMap(manifest)) text += "audiomap\n";
         text += "\n" + lines;
-        checkMap(parseManifest(text, {}));
         add({kExtractedManifest, Bytes(text.begin(), text.end())});
     }
 
@@ -106,19 +108,30 @@ class Extractor {
             note(std::string(kResourceMapName), "would be packed to other bytes");
     }
 
-    bool wantsAudioMap() {
+    /// Whether there is an audio map and packing would give the same one.
+    bool wantsAudioMap(const Manifest& manifest) {
         const auto text = readBeside(files_, kAudioMapName);
         if (!text) return false;
         AudioMap map;
         try {
-            for (const GivenLibrary& given : libraries_)
-                for (const ResourceEntry& entry : given.library.entries())
-                    if (entry.type == "ASEQ" && entry.name.empty())
-                        map.add(entry.id, given.library.data(entry));
-        } catch (const Refusal&) { // told before
+            for (std::size_t i = 0; i < libraries_.size(); ++i)
+                addSounds(manifest.libraries[i], libraries_[i].library, map);
+        } catch (const Refusal&) { // damage, which was told before
+            map = {};
         }
-        if (map.text() != *text) note(std::string(kAudioMapName), "would be packed to other bytes");
-        return map.text() == *text;
+        const bool isSame = map.text() == *text;
+        if (!isSame) note(std::string(kAudioMapName), "would be packed to other bytes");
+        return isSame;
+    }
+
+    /// The animations in the order of the manifest, as packing meets them.
+    static void addSounds(const LibraryPlan& plan, const NeLibrary& library, AudioMap& map) {
+        std::map<int, ByteSpan> animations;
+        for (const ResourceEntry& entry : library.entries())
+            if (entry.type == "ASEQ" && entry.name.empty())
+                animations.try_emplace(entry.id, library.data(entry));
+        for (const ResourcePlan& resource : plan.resources)
+            if (resource.type == "ASEQ") map.add(resource.id, animations.at(resource.id));
     }
 
     void note(const std::string& file, const std::string& text) {
