@@ -465,11 +465,11 @@ TEST_F(Extract, DoesNotGrowSmallFilesWithoutEnd) {
     std::vector<ForeignResource> overlapping;
     for (std::uint16_t i = 0; i < 1200; ++i) {
         const auto id = static_cast<std::uint16_t>(kNumber | (i + 1));
-        same.push_back({"ASEQ", id, {}, 0, 60000});
-        overlapping.push_back({"ASEQ", id, {}, i, 50000});
+        same.push_back({"ASEQ", id, {}, 0, 6000});
+        overlapping.push_back({"ASEQ", id, {}, i, 5000});
     }
     Bytes data = rsc::writeAseq(smallAnimation());
-    data.resize(60000 * 16);
+    data.resize(7000 * 16);
     expectRoundTrip("a.rsc", testfiles::foreignLibrary(4, same, data), "the same bytes");
     EXPECT_EQ(testfiles::namesIn(folder_.at("out/a")).size(), 2U) << "one resource and the layout";
     folder_.write("b.rsc", testfiles::foreignLibrary(4, overlapping, data));
