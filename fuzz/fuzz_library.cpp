@@ -45,7 +45,7 @@ Names listAll() {
 }
 
 Bytes readInPieces(OMIStream& stream) {
-    Bytes all;
+    Bytes all(stream.current().begin(), stream.current().end()); // of a copy in memory: everything
     for (std::size_t pieces = 0; stream.fill() > 0; ++pieces) {
         expect(pieces <= kMostPieces, "a stream ends");
         all.insert(all.end(), stream.current().begin(), stream.current().end());

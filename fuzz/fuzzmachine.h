@@ -63,20 +63,21 @@ class Choices {
     std::span<const std::uint8_t> rest_;
 };
 
-/// The machine in memory, but for the way it ends.
+/// A machine in memory. What inputs leave no trace in is made once, for a screen takes longer to
+/// make than most inputs take to run.
 class Machine final : public platform::Platform {
   public:
-    platform::Clock& clock() override { return memory_.clock(); }
-    platform::Display& display() override { return memory_.display(); }
-    platform::Events& events() override { return memory_.events(); }
-    platform::Dialogs& dialogs() override { return memory_.dialogs(); }
-    MemoryFiles& files() override { return memory_.files(); }
-    platform::Modules& modules() override { return memory_.modules(); }
-    testing_support::MemoryWaveOut& waveOut() override { return memory_.waveOut(); }
+    testing_support::MemoryClock& clock() override { return clock_; }
+    platform::Display& display() override { return lasting().display(); }
+    platform::Events& events() override { return lasting().events(); }
+    platform::Dialogs& dialogs() override { return dialogs_; }
+    MemoryFiles& files() override { return files_; }
+    platform::Modules& modules() override { return lasting().modules(); }
+    testing_support::MemoryWaveOut& waveOut() override { return waveOut_; }
     std::unique_ptr<platform::TextWindow>
     openTextWindow(const platform::TextWindowRequest& request,
                    platform::TextWindowOwner& owner) override {
-        return memory_.openTextWindow(request, owner);
+        return lasting().openTextWindow(request, owner);
     }
     void mainLoopBegins() override {}
     void passEnded() override {}
@@ -84,7 +85,15 @@ class Machine final : public platform::Platform {
     [[noreturn]] void terminate(int) override { throw ProgramEnd(); }
 
   private:
-    MemoryPlatform memory_;
+    static MemoryPlatform& lasting() {
+        static MemoryPlatform machine;
+        return machine;
+    }
+
+    MemoryFiles files_;
+    testing_support::MemoryClock clock_;
+    testing_support::MemoryDialogs dialogs_;
+    testing_support::MemoryWaveOut waveOut_{clock_};
 };
 
 /// Everything one input needs.
