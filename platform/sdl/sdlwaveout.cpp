@@ -14,7 +14,7 @@ constexpr int kSilence = 128;
 
 bool SdlWaveOut::open(int rate) {
     close();
-    if (rate < 1) return false;
+    if (rate < 1 || rate > kMaxRate) return false;
     // The subsystem may fail where there is no sound at all; the program goes on without.
     if (SDL_WasInit(SDL_INIT_AUDIO) == 0 && SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) return false;
     SDL_AudioSpec wanted{};
