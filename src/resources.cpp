@@ -79,9 +79,15 @@ bool RResources::readMap(const std::string& path) {
     return true;
 }
 
+/// `name` is in lower case and not known yet.
+void RResources::addFile(const std::string& name) {
+    places_.emplace(name, files_.size());
+    files_.push_back({name});
+}
+
 void RResources::registerBlock(const MapFileBlock& block) {
     if (find(block.name)) return;
-    files_.push_back({block.name});
+    addFile(block.name);
     std::vector<OMResMgrEntry> entries;
     entries.reserve(block.resources.size());
     for (const MapResource& resource : block.resources)
@@ -103,7 +109,7 @@ void RResources::scanFile(const std::string& name) {
         return;
     }
     if (!find(name)) {
-        files_.push_back({name});
+        addFile(name);
         OMResMgrUseDLL16(name, false);
     }
     activateDLL(name, false);
@@ -125,6 +131,7 @@ void RResources::shutDown() {
         OMResMgrStopUsing(record.name, true);
     }
     files_.clear();
+    places_.clear();
     streamedSounds_.clear();
     OMCachedFile::clear();
     OMResMgrClear();
@@ -240,8 +247,6 @@ void RResources::report(const std::string& text) {
 }
 
 RResources::FileRecord* RResources::find(std::string_view name) {
-    const auto found = std::find_if(files_.begin(), files_.end(), [&](const FileRecord& record) {
-        return OMPathSameName(record.name, name);
-    });
-    return found == files_.end() ? nullptr : &*found;
+    const auto place = places_.find(OMPathLowerCase(name));
+    return place == places_.end() ? nullptr : &files_[place->second];
 }
