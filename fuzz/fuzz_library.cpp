@@ -1,10 +1,11 @@
 // A damaged resource library: parsed, listed and read in every buffer mode, from the file, through
-// kept headers, and from a copy in memory. Whatever the bytes are, a resource lies within the file,
-// all ways of reading it give the same bytes, and the resource manager knows what the library
-// lists.
+// kept headers, from a copy in memory, and as a module. Whatever the bytes are, a resource lies
+// within the file, all ways of reading it give the same bytes, and the resource manager knows what
+// the library lists.
 #include "fuzzmachine.h"
 
 #include "omistreamdll16.h"
+#include "omistreamres.h"
 #include "omnelibrary.h"
 
 #include <algorithm>
@@ -78,6 +79,21 @@ void readEverywhere(const OMNELibrary& library, const Names& names, const Bytes&
     }
 }
 
+/// As the resources of a module.
+void readModule(const OMNELibrary& library, const Names& names, const Bytes& file) {
+    OMResFile module(kName);
+    std::size_t streams = 0;
+    for (const auto& [type, id] : names) {
+        if (id == 0 || ++streams > kMostStreams) continue;
+        const Bytes wanted = expected(file, *library.find(id, type));
+        const int piece = static_cast<int>(wanted.size() / 100 + 1);
+        for (const int mode : {kOMIStreamCache, piece}) {
+            OMIStreamRes stream(id, type, &module, mode);
+            expect(readInPieces(stream) == wanted, "a module gives the bytes of the resource");
+        }
+    }
+}
+
 void useManager(const Names& names) {
     OMResMgrUseDLL16(kName, true);
     for (const auto& [type, id] : names)
@@ -107,6 +123,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     readEverywhere(*library, names, bytes);
     OMIStreamDLL16::cacheInfo(kName);
     readEverywhere(*library, names, bytes);
+    readModule(*library, names, bytes);
     useManager(names);
     OMIStreamDLL16::uncacheInfo(kName);
     OMCachedFile::cache(kName);
