@@ -20,7 +20,8 @@ constexpr std::string_view kScripts = "scripts\\";
 constexpr std::string_view kResourceFolder = "RSC\\";
 constexpr std::string_view kParent = "..\\";
 constexpr std::string_view kResourceFileMark = ".rsc";
-constexpr std::size_t kMaxMapSize = std::size_t{16} << 20; ///< bytes; 200,000 lines of full length
+constexpr std::size_t kMaxMapSize = std::size_t{4}
+                                    << 20; ///< bytes; 400,000 resources, 50 full types
 
 std::string withBackslash(std::string_view root) {
     return std::string(root) + (root.ends_with('\\') ? "" : "\\");

@@ -1,7 +1,9 @@
 #include "frameworkfixture.h"
+#include "growth.h"
 #include "nebuilder.h"
 
 #include "omapp.h"
+#include "omformat.h"
 #include "resources.h"
 
 #include <algorithm>
@@ -370,15 +372,34 @@ TEST_F(ResourcesTest, LogsOnlyTheFirstProblemsOfAMap) {
     EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), MapProblems::kMaxLogged + 1);
 }
 
-TEST_F(ResourcesTest, AMapOfManyFilesTakesTimeInProportion) {
-    std::string blocks;
-    for (int i = 0; i < 50000; ++i) blocks += std::to_string(i) + "\nWAVE 1\nENDFILE\n";
-    files.put("RSC\\resource.map", mapText("M", "1", blocks));
+TEST_F(ResourcesTest, AFolderWithAMapBeyond4MBIsScanned) {
+    std::string text = mapText("M", "1", "a.rsc\nWAVE 1\nENDFILE\n");
+    text.resize(std::size_t{4} << 20, ' ');
+    files.put("RSC\\a.rsc", NEBuilder().add("WAVE", 2, "x").build());
+    files.put("RSC\\resource.map", text);
     start();
-    EXPECT_EQ(std::exchange(failures, {}).size(), 50000U - OMResMgrResType::kMaxEntries);
-    resources.deactivateDLL("49999");
+    EXPECT_TRUE(has(1) && !has(2));
+    EXPECT_EQ(takeLog(), "");
     resources.shutDown();
-    EXPECT_TRUE(failures.empty());
+
+    files.put("RSC\\resource.map", text + " ");
+    start();
+    EXPECT_TRUE(!has(1) && has(2));
+    EXPECT_EQ(takeLog(), "ERROR: RSC\\resource.map cannot be read\n"
+                         "Activating DLL a.rsc temporarily\n");
+}
+
+TEST_F(ResourcesTest, AMapOfManyFilesTakesTimeInProportion) {
+    const auto work = [this](int count) {
+        std::string blocks;
+        for (int i = 0; i < count; ++i) blocks += OMFormat("%d\n%04d 1\nENDFILE\n", i, i / 20);
+        files.put("RSC\\resource.map", mapText("M", "1", blocks));
+        start();
+        EXPECT_TRUE(has(1, "0000"));
+        resources.shutDown();
+        EXPECT_FALSE(has(1, "0000"));
+    };
+    EXPECT_LT(testing_support::growthOfFour(4000, work), testing_support::kInProportion);
 }
 
 TEST_F(ResourcesTest, LivesWithMapsCutAtEveryByte) {
