@@ -32,7 +32,7 @@ void checkPlaces(const OMNELibrary& library, const Names& names, std::size_t fil
     for (const auto& [type, id] : names) {
         const auto place = library.find(id, type);
         expect(place.has_value(), "what is listed is found");
-        expect(place->offset < fileSize, "a resource begins within the file");
+        expect(place->offset <= fileSize, "a resource begins within the file");
         expect(place->length < fileSize - place->offset + kMostUnit,
                "a resource passes the end by less than one unit");
     }

@@ -29,6 +29,7 @@ namespace {
 
 constexpr const char* kStartScript = "Startup.mps";
 constexpr std::string_view kErrorCaption = "Error";
+constexpr std::uint64_t kLargestScript = 1U << 24; ///< bytes; texts are much shorter
 constexpr int kScreenDepth = 8;
 constexpr int kMinimumDepth = 8;
 constexpr int kExitOk = 0;
@@ -54,7 +55,8 @@ void startLogging() {
 /// Scripts that are no file of the current directory are looked for in the "scripts\" directories.
 std::unique_ptr<OMIStream> locateScript(std::string_view name) {
     const auto path = OMPathResolveFilename(name);
-    if (path && OMPlatform().files().exists(*path))
+    const auto file = path ? OMPlatform().files().open(*path, platform::OpenMode::Read) : nullptr;
+    if (file && file->size() <= kLargestScript)
         return std::make_unique<OMIStreamFile>(*path, kOMIStreamCache);
     OMLog::writef(OMLog::Kind::Error, "Script %s not found!", std::string(name).c_str());
     return nullptr;

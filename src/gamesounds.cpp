@@ -42,9 +42,8 @@ int RGameSounds::play(int id, OMLink done, bool loop) {
     OMWaveSound& sound = records_.back()->sound;
     sound.setPlayCount(loop ? kOMSoundPlayForever : 1);
     if (!loop) sound.setFinishedLink([this, handle] { finished(handle); });
-    if (sound.play(true)) return handle;
-    remove(handle);
-    return kNoSound;
+    if (!sound.play(true)) remove(handle);
+    return handle;
 }
 
 void RGameSounds::finished(int handle) {

@@ -22,7 +22,8 @@ class RGameSounds {
 
     /// Plays the `WAVE` resource `id` once, or for ever with `loop`. `done` is called when a sound
     /// that plays once has ended or was killed, before its handle becomes invalid; never for a
-    /// loop. kNoSound, and `done` never called, when there is no such sound or it cannot start.
+    /// loop, nor for a sound that cannot start, whose handle means nothing. kNoSound when there is
+    /// no such resource.
     int play(int id, OMLink done, bool loop);
 
     // Handles that are not known do nothing.

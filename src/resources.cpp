@@ -10,7 +10,7 @@
 #include "omresmgr.h"
 
 #include <algorithm>
-#include <array>
+#include <span>
 
 namespace {
 
@@ -35,12 +35,24 @@ std::optional<std::string> readText(const std::string& path) {
     return text;
 }
 
-/// Whether a copy may take the place of what lies at `path`: nothing, or an earlier copy. A map can
-/// name a file as it likes, even as the player's saved games are named.
-bool isFreeForCopy(const std::string& path) {
-    const auto file = OMPlatform().files().open(path, platform::OpenMode::Read);
-    std::array<std::byte, 2> start{};
-    return !file || file->read(start) == 0 || start == std::array{std::byte{'M'}, std::byte{'Z'}};
+constexpr std::size_t kComparedAtOnce = 65536; ///< bytes
+
+/// Whether a copy of `source` may be made at `path`: where nothing lies, or what a copy left behind
+/// when the program ended in its midst, the beginning of that same file. A map can name a file as it
+/// likes, even as the player's saved games are named.
+bool isFreeForCopy(const std::string& path, const std::string& source) {
+    const auto old = OMPlatform().files().open(path, platform::OpenMode::Read);
+    if (!old) return true;
+    const auto file = OMPathOpen(source);
+    if (!file || old->size() > file->size()) return false;
+    std::vector<std::byte> left(kComparedAtOnce);
+    std::vector<std::byte> right(kComparedAtOnce);
+    while (const std::size_t count = old->read(left)) {
+        const auto part = std::span(right).first(count);
+        if (file->read(part) != count || !std::equal(part.begin(), part.end(), left.begin()))
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -181,7 +193,7 @@ bool RResources::makeCopy(const FileRecord& record, const CacheOptions& options)
     const std::string& name = record.name;
     const std::string copy = homeDirectory_ + name;
     if (options.toHardDrive &&
-        (name.find_first_of("\\/:") != std::string::npos || !isFreeForCopy(copy))) {
+        (name.find_first_of("\\/:") != std::string::npos || !isFreeForCopy(copy, name))) {
         OMLog::writef(OMLog::Kind::Error, "%s is not copied to %s, where another file may lie",
                       name.c_str(), copy.c_str());
         return false;

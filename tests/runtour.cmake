@@ -1,13 +1,18 @@
-# The recorded visit to the sample game: what a person would have noticed, and a picture for every
-# place. A click must be seen: the pictures before and after it differ.
+# The recorded visit to the sample game: what a person would have noticed, a picture for every place,
+# and what was heard. A click must be seen: the pictures before and after it differ.
 cmake_minimum_required(VERSION 3.24)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK}/home)
-execute_process(COMMAND ${PROGRAM} --headless --input ${INPUT} --seed 1 --home ${WORK}/home
-  WORKING_DIRECTORY ${WORK} OUTPUT_FILE ${WORK}/report.txt RESULT_VARIABLE code)
-if(NOT code EQUAL 0)
-  message(FATAL_ERROR "the program ended with ${code}")
-endif()
+
+function(visit sound report)
+  execute_process(COMMAND ${PROGRAM} --headless --input ${INPUT} --seed 1 --home ${WORK}/home
+    --record-sound ${WORK}/${sound}
+    WORKING_DIRECTORY ${WORK} OUTPUT_FILE ${WORK}/${report} RESULT_VARIABLE code)
+  if(NOT code EQUAL 0)
+    message(FATAL_ERROR "the program ended with ${code}")
+  endif()
+endfunction()
+visit(sound report.txt)
 
 file(READ ${WORK}/report.txt report)
 string(REGEX REPLACE "[0-9]+\ttitle\t[0-9]+\n" "" report "${report}") # frames per second
@@ -25,4 +30,20 @@ foreach(event IN LISTS events)
     message(SEND_ERROR "${picture} shows nothing new")
   endif()
   list(APPEND seen ${hash})
+endforeach()
+
+execute_process(COMMAND ${LISTEN} ${WORK}/sound ${SOUNDS} ${HEARD} RESULT_VARIABLE code)
+if(NOT code EQUAL 0)
+  message(SEND_ERROR "what was heard differs from ${HEARD}")
+endif()
+
+# Another visit sounds the same, to the byte.
+visit(again again.txt)
+file(GLOB recordings RELATIVE ${WORK}/sound ${WORK}/sound/*)
+foreach(recording IN LISTS recordings)
+  file(SHA256 ${WORK}/sound/${recording} first)
+  file(SHA256 ${WORK}/again/${recording} second)
+  if(NOT first STREQUAL second)
+    message(SEND_ERROR "${recording} is another one in the second visit")
+  endif()
 endforeach()

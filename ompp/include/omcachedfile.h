@@ -23,6 +23,7 @@
 
 #include "platform/files.h"
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -72,8 +73,8 @@ class OMCachedFile {
     static void clear();
 
     // Bytes of one step of a background copy; 0 for a file without a record. A running copy rounds
-    // a new size up to a power-of-two multiple of the sector size. Both wait for the end of the
-    // step that is under way.
+    // a new size up to a power-of-two multiple of the sector size, at most 16 MB. Both wait for the
+    // end of the step that is under way.
     [[nodiscard]] static std::size_t getBufferSize(std::string_view name);
     static void setBufferSize(std::string_view name, std::size_t size);
 
@@ -127,6 +128,7 @@ class OMCachedFile {
     static void beginInBkgd(std::string_view name, std::optional<std::string> destination,
                             OMLink completion, int priority, bool startNow);
     static void destroy(OMCachedFile& file);
+    static void removeCopies();
     /// After steps: destroys a record that failed, calls the link of one that is complete; false
     /// when it failed.
     static bool conclude(OMCachedFile& file);
@@ -186,7 +188,7 @@ class OMCachedFile {
     std::size_t cursor_ = 0;                 ///< place in a memory copy of the next read
     std::optional<std::string> destination_; ///< disk copies only
     std::unique_ptr<platform::File> destinationFile_;
-    bool destinationMade_ = false; ///< the file there is this record's, and goes with it
+    std::atomic<bool> destinationMade_ = false; ///< the file there is this record's, and goes with it
     OMPages transfer_;
     State state_ = State::NotStarted;
     std::size_t chunkSize_;

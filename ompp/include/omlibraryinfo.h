@@ -23,6 +23,10 @@ class OMLibraryInfo {
 
     OMLibraryInfo(std::string_view name, OMNELibrary library, std::unique_ptr<platform::File> file)
         : name_(name), library_(std::move(library)), file_(std::move(file)) {}
+    /// Nobody holds on to the library open now.
+    ~OMLibraryInfo();
+    OMLibraryInfo(const OMLibraryInfo&) = delete;
+    OMLibraryInfo& operator=(const OMLibraryInfo&) = delete;
 
     [[nodiscard]] const OMNELibrary& library() const { return library_; }
     /// The open file, opened again when it was closed; null when that is impossible.

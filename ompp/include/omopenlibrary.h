@@ -29,6 +29,11 @@ class OMOpenLibrary {
     /// Not set at the beginning.
     static void setKeepOpen(bool keepOpen);
 
+    /// Reads the table of a library; none after a failed check when the file is none. What cannot be
+    /// read of it is logged.
+    [[nodiscard]] static std::optional<OMNELibrary> parse(std::string_view name,
+                                                          platform::File& file);
+
     /// The open file of the library of that name, or the one that its information keeps; null when
     /// there is neither.
     [[nodiscard]] static platform::File* handle(std::string_view name);

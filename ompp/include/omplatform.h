@@ -14,3 +14,10 @@ void OMSetPlatform(platform::Platform* platform);
 
 /// The millisecond clock of the whole program; wraps.
 [[nodiscard]] inline std::uint32_t OMMilliseconds() { return OMPlatform().clock().milliseconds(); }
+
+/// Ends the process at once, wherever it is. What was handed to OMAtSuddenEnd is done before.
+[[noreturn]] void OMEndProcess(int exitCode);
+
+/// For what must not be left behind on the machine when the program ends in the middle: a function
+/// that waits for nothing and trusts nothing. May be given several times, is called once.
+void OMAtSuddenEnd(void (*clean)());

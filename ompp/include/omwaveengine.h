@@ -90,6 +90,11 @@ class OMWaveEngine {
     friend class OMWaveSound;
 
     // For sounds.
+    /// Whether the sound plays, finishes or is held.
+    [[nodiscard]] bool uses(const OMWaveSound& sound) const {
+        return OMWaveContains(playing_, sound) || OMWaveContains(finishing_, sound) ||
+               OMWaveContains(paused_, sound);
+    }
     void attach();
     void detach();
     /// Takes a sound out of everything, its samples out of the queue. Whether it was anywhere.

@@ -28,11 +28,12 @@ class OMWaveSound final : public OMSound {
 
     [[nodiscard]] std::string_view className() const override { return "OMWaveSound"; }
 
-    /// False when the device is not available, when there is nothing to play, and when a link of an
-    /// earlier play destroyed the sound.
+    /// False when the device is not available, when there is nothing to play, and when the link of
+    /// an earlier play destroyed the sound. One that its link has playing again goes on so.
     bool play(bool asynchronous) override;
+    /// False when its link destroyed it or had it play again.
     bool stop() override;
-    /// Stops the sound; false when there is nothing to play.
+    /// Stops the sound; false when that failed or there is nothing to play.
     bool load() override;
     void unload() override;
     void setVolume(int volume) override;

@@ -80,6 +80,13 @@ OMCachedFile::OMCachedFile(std::string_view name, std::optional<std::string> des
     : completion_(std::move(completion)), priority_(priority), sourceName_(name),
       destination_(std::move(destination)), chunkSize_(kFirstChunkSize) {
     OMDebug::requireApp("OMCachedFile");
+    OMAtSuddenEnd(&OMCachedFile::removeCopies);
+}
+
+/// A worker may still write into a file that is gone.
+void OMCachedFile::removeCopies() {
+    for (const auto& file : OMCachedFileLists::get().records)
+        if (file->destinationMade_) files().remove(*file->destination_);
 }
 
 OMCachedFile::~OMCachedFile() {

@@ -37,8 +37,7 @@ std::string fatalText(const Failure& failure) {
 void fatal(std::string_view condition, std::string_view message, Place place) {
     const std::string text = fatalText({condition, message, place.file, place.line});
     OMPlatform().dialogs().messageBox(text, kFatalCaption, platform::boxstyle::kOk);
-    OMPlatform().terminate(kFatalExitCode);
-    std::abort(); // terminate is virtual: compilers do not trust it not to return
+    OMEndProcess(kFatalExitCode);
 }
 
 bool check(bool holds, std::string_view condition, std::string_view message, Place place) {

@@ -61,8 +61,8 @@ std::size_t OMIStream::deliverChunk() {
     const std::span<std::byte> buffer = destination();
     const std::size_t wanted = std::min(buffer.size(), length_ - position_);
     const std::size_t got = readSource(position_, buffer.first(wanted));
+    current_ = buffer.first(got); // also after a failed read, which may have left anything
     if (got == 0) return 0;
-    current_ = buffer.first(got);
     chunkStart_ = position_;
     position_ += got;
     return got;

@@ -60,7 +60,6 @@ void OMIStreamDLL16::cacheInfo(std::string_view fileName) {
 }
 
 void OMIStreamDLL16::uncacheInfo(std::string_view fileName) {
-    OMOpenLibrary::release(fileName);
     OMDebug::check(OMLibraryInfo::drop(fileName), "info == NULL",
                    OMFormat("OMIStreamDLL16::uncacheInfo - info is not being cached for file %s!",
                             std::string(fileName).c_str()));

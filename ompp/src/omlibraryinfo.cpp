@@ -1,6 +1,7 @@
 #include "omlibraryinfo.h"
 
 #include "omcachedfile.h"
+#include "omopenlibrary.h"
 #include "ompath.h"
 
 #include <algorithm>
@@ -22,7 +23,7 @@ bool OMLibraryInfo::keep(std::string_view name) {
     }
     std::unique_ptr<platform::File> file = OMCachedFile::open(name);
     if (!file) return false;
-    std::optional<OMNELibrary> library = OMNELibrary::read(*file);
+    std::optional<OMNELibrary> library = OMOpenLibrary::parse(name, *file);
     if (!library) return false;
     infos().push_back(std::make_unique<OMLibraryInfo>(name, *std::move(library), std::move(file)));
     return true;
@@ -41,6 +42,8 @@ OMLibraryInfo* OMLibraryInfo::find(std::string_view name) {
         if (OMPathSameName(info->name_, name)) return info.get();
     return nullptr;
 }
+
+OMLibraryInfo::~OMLibraryInfo() { OMOpenLibrary::release(name_); }
 
 void OMLibraryInfo::clear() { infos().clear(); }
 

@@ -121,7 +121,7 @@ std::string OMNELibrary::typeName(std::uint16_t typeId, std::span<const std::byt
 
 void OMNELibrary::add(const std::string& type, std::uint16_t id, const Place& place,
                       std::uint64_t fileSize, std::uint64_t unit) {
-    if (place.offset >= fileSize) {
+    if (place.offset > fileSize || (place.offset == fileSize && place.length > 0)) {
         damaged_ = true;
         return;
     }

@@ -8,6 +8,7 @@
 #include "ompath.h"
 
 #include <optional>
+#include <set>
 #include <string>
 
 namespace {
@@ -38,7 +39,11 @@ State& state() {
     return theState;
 }
 
-void logOddities(const std::string& name, const OMNELibrary& library) {
+/// Once for each library, however often it is opened.
+void logOddities(std::string name, const OMNELibrary& library) {
+    static std::set<std::string, std::less<>> told;
+    const bool isOdd = library.hasNameTable() || library.isDamaged();
+    if (!isOdd || !told.insert(OMPathLowerCase(name)).second) return;
     if (library.hasNameTable())
         OMLog::writef(OMLog::Kind::Error, "Resource library %s has a name table and cannot be read",
                       name.c_str());
@@ -62,15 +67,20 @@ void openState(std::string_view name) {
     if (open.info) return;
     std::unique_ptr<platform::File> file = OMCachedFile::open(name);
     if (!file) return;
-    std::optional<OMNELibrary> library = OMNELibrary::read(*file);
-    if (!OMDebug::check(library.has_value(), "!valid", "OMIStreamDLL16IsValidDLL - invalid file!"))
-        return;
-    logOddities(open.name, *library);
+    std::optional<OMNELibrary> library = OMOpenLibrary::parse(name, *file);
+    if (!library) return;
     open.file = std::move(file);
     open.ownLibrary = std::move(library);
 }
 
 } // namespace
+
+std::optional<OMNELibrary> OMOpenLibrary::parse(std::string_view name, platform::File& file) {
+    std::optional<OMNELibrary> library = OMNELibrary::read(file);
+    OMDebug::check(library.has_value(), "!valid", "OMIStreamDLL16IsValidDLL - invalid file!");
+    if (library) logOddities(std::string(name), *library);
+    return library;
+}
 
 OMOpenLibrary::OMOpenLibrary(std::string_view name) {
     State& open = state();

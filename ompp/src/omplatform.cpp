@@ -2,10 +2,19 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <set>
+#include <utility>
 
 namespace {
+
 platform::Platform* installed = nullptr;
+
+std::set<void (*)()>& cleaners() {
+    static std::set<void (*)()> theCleaners;
+    return theCleaners;
 }
+
+} // namespace
 
 void OMSetPlatform(platform::Platform* platform) { installed = platform; }
 
@@ -18,3 +27,11 @@ platform::Platform& OMPlatform() {
     }
     return *installed;
 }
+
+void OMEndProcess(int exitCode) {
+    for (void (*clean)() : std::exchange(cleaners(), {})) clean();
+    OMPlatform().terminate(exitCode);
+    std::abort(); // terminate is virtual: compilers do not trust it not to return
+}
+
+void OMAtSuddenEnd(void (*clean)()) { cleaners().insert(clean); }

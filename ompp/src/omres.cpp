@@ -6,12 +6,9 @@
 
 #include <algorithm>
 
-OMResFile::OMResFile() : isProgram_(true) { OMDebug::requireApp("OMResFile"); }
+OMResFile::OMResFile() : isProgram_(true) {}
 
-OMResFile::OMResFile(std::string_view name) : isProgram_(false) {
-    OMDebug::requireApp("OMResFile");
-    load(name);
-}
+OMResFile::OMResFile(std::string_view name) : isProgram_(false) { load(name); }
 
 void OMResFile::load(std::string_view name) {
     error_ = Error::NotFound;

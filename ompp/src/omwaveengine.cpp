@@ -206,7 +206,7 @@ void OMWaveEngine::allocate() {
 void OMWaveEngine::release() {
     settle();
     ring_.release();
-    sums_ = {};
+    sums_ = std::vector<std::int16_t>();
     task_.reset();
 }
 
@@ -236,7 +236,8 @@ bool OMWaveEngine::suspendSound(OMWaveSound& sound) {
 
 void OMWaveEngine::resumeSound(OMWaveSound& sound) {
     if (!OMWaveRemove(paused_, sound)) return;
-    if (soundingCount() == 0 && !openDeviceFor(sound)) {
+    // An open device keeps its rate: the other sounds were mixed for it, and so was this one.
+    if (!device_.isOpen() && !openDeviceFor(sound)) {
         sound.notifyFinishedIfStarted(); // the device is gone: nobody shall wait for this sound
         return;
     }

@@ -87,20 +87,25 @@ struct Chunk {
     std::size_t size;  ///< of its data, as written
 
     /// Chunks of odd size are followed by a pad byte.
-    [[nodiscard]] std::size_t end() const { return begin + kChunkHeader + size + size % 2; }
+    [[nodiscard]] std::uint64_t end() const {
+        return std::uint64_t{begin} + kChunkHeader + size + size % 2;
+    }
 };
 
 /// The first chunk of that tag from `offset` on whose header lies within `limit` bytes.
-std::optional<Chunk> findChunk(Window& window, std::string_view tag, std::size_t offset,
+std::optional<Chunk> findChunk(Window& window, std::string_view tag, std::uint64_t from,
                                std::size_t limit) {
-    while (offset + kChunkHeader <= limit) {
+    if (from > limit) return std::nullopt;
+    auto offset = static_cast<std::size_t>(from);
+    while (limit - offset >= kChunkHeader) {
         const auto bytes = window.read(offset, kChunkHeader);
         OMReader reader(bytes);
         const bool found = reader.text(tag.size()) == tag;
         const Chunk chunk{offset, reader.u32()};
         if (!reader.ok()) break;
         if (found) return chunk;
-        offset = chunk.end();
+        if (chunk.end() > limit) break;
+        offset = static_cast<std::size_t>(chunk.end());
     }
     return std::nullopt;
 }

@@ -30,7 +30,7 @@ void OMWaveRing::allocate(int buffers, int bufferSize) {
 
 void OMWaveRing::release() {
     buffers_.clear();
-    data_ = {};
+    data_ = std::vector<std::uint8_t>(); // frees, which an empty list would not
     head_ = tail_ = kNone;
 }
 

@@ -28,7 +28,7 @@ void OMWaveSamples::unload() {
     // The stream must not write into blocks that are gone.
     if (!storage_.empty()) stream_.setDstBuffer(kOMIStreamBuffered);
     whole_ = {};
-    storage_ = {};
+    storage_ = std::vector<std::uint8_t>();
     blocks_.clear();
     oldest_ = 0;
 }

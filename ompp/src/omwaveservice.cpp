@@ -201,6 +201,7 @@ void OMWaveEngine::settle() {
     if (soundingCount() > 0 || !device_.isOpen()) return;
     if (!ring_.isEmpty()) resetRing();
     sent_ = false;
+    quietBuffers_ = 0;
     if (paused_.empty() && !keepOpen_) device_.close();
 }
 

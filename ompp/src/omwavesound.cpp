@@ -47,7 +47,7 @@ void OMWaveSound::setPlayPosition(std::int64_t start, std::int64_t length) {
     const auto life = watch();
     const bool reload = loaded_;
     if (reload) unload();
-    if (life.expired()) return;
+    if (life.expired() || (reload && loaded_)) return; // a link destroyed it or had it play again
     start_ = newStart;
     end_ = newEnd;
     if (reload) load();
@@ -63,8 +63,7 @@ void OMWaveSound::setVolume(int volume) {
 // Loading
 
 bool OMWaveSound::load() {
-    const auto life = watch();
-    if (!stop() || life.expired() || isEmptyWindow()) return false;
+    if (!stop() || isEmptyWindow()) return false;
     samples_.load(start_, end_, engine_.blockSize(),
                   static_cast<std::size_t>(engine_.numBuffers()));
     loaded_ = true;
@@ -72,9 +71,7 @@ bool OMWaveSound::load() {
 }
 
 void OMWaveSound::unload() {
-    const auto life = watch();
-    stop();
-    if (life.expired()) return;
+    if (!stop()) return;
     samples_.unload();
     loaded_ = false;
 }
@@ -84,7 +81,8 @@ void OMWaveSound::unload() {
 bool OMWaveSound::play(bool asynchronous) {
     const auto life = watch();
     if (!engine_.testDevice(engine_.keepsDeviceOpen())) return false;
-    if (!load() || !engine_.openDeviceFor(*this)) return false;
+    if (!load()) return !life.expired() && engine_.uses(*this);
+    if (!engine_.openDeviceFor(*this)) return false;
     completedPlays_ = 0;
     bytesPlayed_ = 0;
     startedNotified_ = false;
@@ -99,8 +97,10 @@ bool OMWaveSound::play(bool asynchronous) {
 }
 
 bool OMWaveSound::stop() {
-    if (engine_.withdraw(*this)) notifyFinishedIfStarted();
-    return true;
+    if (!engine_.withdraw(*this)) return true;
+    const auto life = watch();
+    notifyFinishedIfStarted();
+    return !life.expired() && !engine_.uses(*this);
 }
 
 void OMWaveSound::pause() {

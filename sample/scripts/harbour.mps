@@ -1,5 +1,8 @@
-; The harbour in the morning. Everything moves by itself; Tilli the crab answers clicks, and the
-; signpost leads into the lighthouse.
+; The harbour in the morning. Everything moves by itself; Tilli the crab, the boat, the gull and the
+; glitter on the water answer clicks, and the signpost leads into the lighthouse.
+;
+; Sounds: those of the waves, the fish and Tilli are steps of their animations. The others are played
+; from here; one that still plays is ended before it is played anew.
 yield off
 StartTransition
 Scene 100
@@ -24,6 +27,9 @@ if gullx>640
 RandomNumber 60 130
 play gull place -84 RESULT
 ]
+RandomNumber 1 130
+if RESULT=1
+call cry
 ]
 
 procedure moveBigCloud
@@ -46,14 +52,30 @@ set smallcloud x -84
 ]
 ]
 
-; ---- the fish leaps every now and then. A handler of `schedule` is spread over several passes of
+; ---- the gull cries now and then, and when it is clicked; the boat has a horn
+
+procedure cry
+[
+KillSound gullsound
+PlaySound 202
+gullsound=RESULT
+]
+
+procedure blowHorn
+[
+KillSound hornsound
+PlaySound 204
+hornsound=RESULT
+]
+
+; ---- the fish leaps every now and then, and when the glitter is clicked. A handler of `schedule` is spread over several passes of
 ; the program, so it keeps other events out until it is done.
 
 procedure leap
 [
 suspend
 set fish visible 1
-set fish sequence 1
+set fish sequence 2
 resume
 ]
 
@@ -67,7 +89,8 @@ schedule 4 leap
 
 procedure greet
 [
-set tilli sequence 2
+RandomNumber 2 3
+set tilli sequence RESULT
 ]
 
 procedure calmDown
@@ -80,6 +103,7 @@ set tilli sequence 1
 procedure lightUp
 [
 set sign sequence 2
+PlaySound 207
 ]
 
 procedure dimSign
@@ -89,6 +113,10 @@ set sign sequence 1
 
 procedure goInside
 [
+KillSound hornsound
+KillSound gullsound
+PlaySound 208
+KillSound music
 relay lighthouse.mps
 ]
 
@@ -114,16 +142,26 @@ set boat frameNotify moveBoat
 set gull frameNotification 1
 set gull frameNotify moveGull
 set fish paused diveAway
+set fish sequence 2
+
+; Sounds go with the pictures of an animation, the pictures do not wait for them.
+set fish soundSync 0
+set glitter soundSync 0
+set tilli soundSync 0
+set glitter sequence 2
 
 ; The boat may be dragged about; what only moves for itself lets clicks through.
 set smallcloud touchy 0
 set bigcloud touchy 0
-set glitter touchy 0
 set smoke touchy 0
 set flag touchy 0
 set fish touchy 0
-set gull touchy 0
 
+set gull mouseDown cry
+set gull movable 0
+set boat mouseDown blowHorn
+set glitter mouseDown leap
+set glitter movable 0
 set tilli mouseDown greet
 set tilli paused calmDown
 set tilli movable 0
@@ -132,4 +170,8 @@ set sign flyOn lightUp
 set sign flyOff dimSign
 set sign movable 0
 
+gullsound=-1
+hornsound=-1
+PlaySound 100 1
+music=RESULT
 EndTransition 0

@@ -243,6 +243,42 @@ TEST_F(OMWaveSoundTest, ASoundMayDieInEachOfItsLinks) {
             }
 }
 
+TEST_F(OMWaveSoundTest, ALinkMayPlayItsSoundAgainWhereverItIsCalled) {
+    using Act = std::function<void(OMWaveSound&)>;
+    const Act acts[] = {[](OMWaveSound& a) { EXPECT_TRUE(a.play(true)); },
+                        [](OMWaveSound& a) { EXPECT_FALSE(a.stop()); },
+                        [](OMWaveSound& a) { EXPECT_FALSE(a.load()); },
+                        [](OMWaveSound& a) { a.unload(); },
+                        [](OMWaveSound& a) { a.setPlayPosition(3, 20); }};
+    for (const int mode : {kOMIStreamCache, 16})
+        for (const Act& act : acts) {
+            const TestSound a = make(Samples(48, 7), mode);
+            a->setPlayCount(kOMSoundPlayForever);
+            a->play(true);
+            run(16);
+            heard();
+            a->setFinishedLink([&, once = true]() mutable {
+                if (std::exchange(once, false)) a->play(true);
+            });
+            act(*a);
+            EXPECT_EQ(engine.soundingCount(), 1u);
+            EXPECT_EQ(a->playEnd(), 47);
+            run(80);
+            EXPECT_EQ(heard(), Samples(80, 7)) << "at its own pace";
+        }
+}
+
+TEST_F(OMWaveSoundTest, AResumedSoundDoesNotChangeTheDevice) {
+    const TestSound low = make(Samples(16, 7), kOMIStreamCache, 11025);
+    const TestSound high = make(Samples(80, 9));
+    low->play(true);
+    high->play(true);
+    run(32);
+    high->pause();
+    high->resume();
+    EXPECT_EQ(device.rate(), 11025);
+}
+
 TEST_F(OMWaveSoundTest, ALinkMayDestroyEverySound) {
     for (const bool replace : {false, true}) {
         std::vector<TestSound> sounds;

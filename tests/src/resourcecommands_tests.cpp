@@ -144,12 +144,14 @@ TEST_F(ResourceCommandsTest, TheGameGoesOnWhenACopyFails) {
 }
 
 TEST_F(ResourceCommandsTest, ACopyNeverTakesThePlaceOfAnotherFile) {
-    files.put("C:\\HOME\\a.rsc", "the player's own");
+    files.put("C:\\HOME\\a.rsc", "MZ the player's own");
     EXPECT_EQ(run("CacheDLL", {"a.rsc", "0", "0", "1"}),
               "ERROR: a.rsc is not copied to C:\\HOME\\a.rsc, where another file may lie\n");
-    EXPECT_EQ(files.text("C:\\HOME\\a.rsc"), "the player's own");
+    EXPECT_EQ(files.text("C:\\HOME\\a.rsc"), "MZ the player's own");
     EXPECT_EQ(load('a'), "wave a.rsc CD");
-    files.put("C:\\HOME\\a.rsc", "MZ left by a crash");
+    testing_support::Bytes left = testing_support::toBytes(files.text("D:\\RSC\\a.rsc"));
+    left.resize(left.size() / 2); // by a program that ended in the midst of a copy
+    files.put("C:\\HOME\\a.rsc", left);
     run("CacheDLL", {"a.rsc", "0", "0", "1"});
     EXPECT_EQ(load('a'), "wave a.rsc Cached");
 }

@@ -1,6 +1,7 @@
 #include "manifest.h"
 
 #include "refusal.h"
+#include "sequencetext.h"
 
 #include <gtest/gtest.h>
 
@@ -117,7 +118,17 @@ TEST(Manifest, ReadsSequences) {
         {"1 loop 2 hold",
          {{0, 0, 0, 0}, {0, 0, -2, 0}, {0, 0, 1, 0}, {0, 0, -4, 0}, {0, 0, -1, 0}}},
     };
-    for (const SequenceCase& row : cases) EXPECT_EQ(sequenceOf(row.text), row.entries) << row.text;
+    for (const SequenceCase& row : cases) {
+        EXPECT_EQ(sequenceOf(row.text), row.entries) << row.text;
+        EXPECT_EQ(sequenceOf(rsc::formatSequence(row.entries)), row.entries) << "written again";
+    }
+}
+
+TEST(Manifest, WritesSequencesAsAuthorsDo) {
+    for (const std::string text :
+         {"1", "1-3:90 2 1 loop", "hold 3-1 end@4,5", "1 2 sound 101@1,2 marker 500:7 code -7:3",
+          "1 code -101 code -4:1 code -2:1 code -1:9", "1-3 4:9 5"})
+        EXPECT_EQ(rsc::formatSequence(sequenceOf(text)), text);
 }
 
 struct RefusalCase {
@@ -163,6 +174,10 @@ TEST(Manifest, RefusesFaultsWithTheirLine) {
         {kLibrary + "file WAVE 1 a\nfile TEXT 1 a\nfile WAVE 1 b", 4,
          "WAVE 1 stands already in line 2"},
         {kLibrary + "file WAVE 1 \"a", 2, "quotation mark"},
+        {kLibrary + "part 1 a", 2, "with a \"layout\" line"},
+        {kLibrary + "layout a\nlayout b", 3, "the layout stands already in line 2"},
+        {kLibrary + "layout a\npart 0 b", 3, "the number is 0"},
+        {"audiomap yes", 1, "\"yes\" is more than belongs"},
         {kLibrary + "file CURSOR 1 a", 2, "cannot stand in a map"},
         {"library cursors.rsc\nfile CURSOR 1 a\nfile WAVE 1 a", 3,
          "cannot be found in \"cursors.rsc\""},

@@ -108,11 +108,16 @@ TEST(NeLibrary, TakesTheSmallestShiftThatReachesEverything) {
 }
 
 TEST(NeLibrary, RefusesMoreResourcesThanItsTableHolds) {
-    std::vector<Resource> resources(6000, Resource{"WAVE", 1, {1}});
-    EXPECT_THROW((void)rsc::buildNeLibrary("MANY", resources), Refusal);
-    resources.resize(5000);
-    const Bytes file = rsc::buildNeLibrary("MANY", resources);
-    EXPECT_EQ(NeLibrary(file).entries().size(), 5000U);
+    // Offsets of 32768 and more of a type's name were read as integer types.
+    for (const auto& [type, most] : {std::pair("WAVE", 2728), std::pair("CURSOR", 5440)}) {
+        std::vector<Resource> resources(static_cast<std::size_t>(most), Resource{type, 1, {1}});
+        const Bytes file = rsc::buildNeLibrary("MANY", resources);
+        const NeLibrary library(file);
+        EXPECT_EQ(library.entries().size(), resources.size());
+        EXPECT_EQ(library.entries().back().type, type);
+        resources.insert(resources.end(), 20, resources[0]);
+        EXPECT_THROW((void)rsc::buildNeLibrary("MANY", resources), Refusal) << type;
+    }
 }
 
 TEST(NeLibrary, RefusesAFileCutOffAnywhere) {

@@ -138,14 +138,14 @@ TEST_F(Pack, LeavesNothingBehindWhenItCannotWrite) {
 
 TEST_F(Pack, RefusesMoreOfOneTypeThanTheProgramTakes) {
     std::string manifest;
-    for (int library = 0; library < 3; ++library) {
+    for (int library = 0; library < 4; ++library) {
         manifest += "library " + std::to_string(library) + ".rsc\n";
-        for (int id = 1; id <= 3000; ++id)
+        for (int id = 1; id <= 2500; ++id)
             manifest += "file WAVE " + std::to_string(id) + " buzz.wav\n";
     }
     folder_.write("game.txt", manifest);
     EXPECT_EQ(pack(), 1);
-    EXPECT_NE(errors_.find("9000 resources of type WAVE"), std::string::npos) << errors_;
+    EXPECT_NE(errors_.find("10000 resources of type WAVE"), std::string::npos) << errors_;
     folder_.write("game.txt", "map none\n" + manifest);
     EXPECT_EQ(pack(), 0) << errors_;
     EXPECT_FALSE(std::filesystem::exists(folder_.at("out/resource.map")));

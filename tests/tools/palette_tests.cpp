@@ -74,6 +74,14 @@ TEST(PaletteLift, FindsAStoredColourThatShowsExactlyWhatAnotherOneShows) {
     }
 }
 
+TEST(PaletteLift, StoresTheSameAgainForWhatItShows) {
+    std::mt19937 random(5);
+    for (int i = 0; i < 3000; ++i) {
+        const Rgb stored = rsc::colourToStore(randomColour(random));
+        EXPECT_EQ(rsc::colourToStore(rsc::liftColour(stored)), stored);
+    }
+}
+
 /// Against every colour there is near the dark end, where the choice is small.
 TEST(PaletteLift, FindsTheNearestOfAll) {
     for (const Rgb wanted : {Rgb{40, 30, 20}, Rgb{35, 35, 12}, Rgb{33, 20, 10}, Rgb{50, 7, 44}}) {

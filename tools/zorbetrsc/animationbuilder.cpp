@@ -151,7 +151,7 @@ class AnimationBuilder {
             placed_.push_back(atLine(frame.file.line, [&] { return place(frame); }));
         for (const SequencePlan& sequence : plan_.sequences)
             atLine(sequence.line, [&] { addSequence(sequence.entries); });
-        if (plan_.sequences.empty()) addStillSequence();
+        if (plan_.sequences.empty()) addSequence(stillSequence());
         return writeAseq(aseq_);
     }
 
@@ -187,14 +187,6 @@ class AnimationBuilder {
         return sum;
     }
 
-    /// Stands still on the first frame until it is played.
-    void addStillSequence() {
-        addSequence({{0, 0, entrycode::kHold, 0},
-                     {0, 0, 0, 0},
-                     {0, 0, entrycode::kLoop, 0},
-                     {0, 0, entrycode::kEnd, 0}});
-    }
-
     const AnimationPlan& plan_;
     PixelMapper mapper_;
     const PictureLoader& load_;
@@ -205,6 +197,13 @@ class AnimationBuilder {
 };
 
 } // namespace
+
+AseqSequence stillSequence() {
+    return {{0, 0, entrycode::kHold, 0},
+            {0, 0, 0, 0},
+            {0, 0, entrycode::kLoop, 0},
+            {0, 0, entrycode::kEnd, 0}};
+}
 
 Bytes buildAnimation(const AnimationPlan& plan, const Palette* palette, const PictureLoader& load) {
     return AnimationBuilder(plan, palette, load).build();

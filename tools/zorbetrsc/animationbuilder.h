@@ -12,8 +12,10 @@ namespace rsc {
 class Palette;
 class Picture;
 
-/// Rate of a still picture, which has no sequence of its own.
+/// Rate of a still picture, in whose manifest there is no sequence.
 inline constexpr int kStillRate = 8;
+/// That sequence: it stands still on the first frame until it is played.
+[[nodiscard]] AseqSequence stillSequence();
 
 /// Loads the picture that a manifest names.
 using PictureLoader = std::function<Picture(const FileName&)>;

@@ -10,6 +10,8 @@ namespace rsc {
 
 /// `exitCode` must outlive `app`.
 void addPackCommand(CLI::App& app, int& exitCode);
+void addExtractCommand(CLI::App& app, int& exitCode);
 void addListCommand(CLI::App& app, int& exitCode);
+void addMapCommand(CLI::App& app, int& exitCode);
 
 } // namespace rsc

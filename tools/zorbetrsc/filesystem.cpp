@@ -9,7 +9,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uintmax_t kLargestFile = std::uintmax_t{1} << 30;
 constexpr std::string_view kBeside = ".new";
 
 char* asChars(std::uint8_t* bytes) { return reinterpret_cast<char*>(bytes); }
@@ -27,6 +26,9 @@ class BesideFiles {
     }
 
     void write(const OutputFile& file) {
+        std::error_code error;
+        fs::create_directories(beside(file.name).parent_path(), error);
+        if (error) throw Refusal(file.name + ": its folder cannot be made: " + error.message());
         names_.push_back(file.name);
         std::ofstream out(beside(file.name), std::ios::binary | std::ios::trunc);
         out.write(asChars(file.data.data()), std::ssize(file.data));

@@ -3,6 +3,7 @@
 #include "aseq.h"
 #include "filesystem.h"
 #include "nelibrary.h"
+#include "text.h"
 
 #include <algorithm>
 #include <iomanip>
@@ -52,8 +53,9 @@ class Lister {
 
   private:
     void listEntry(const NeLibrary& library, const ResourceEntry& entry) {
-        const std::string id = entry.name.empty() ? std::to_string(entry.id) : entry.name;
-        out_ << std::left << std::setw(kTypeWidth) << entry.type << std::right << " "
+        const std::string id =
+            entry.name.empty() ? std::to_string(entry.id) : printable(entry.name);
+        out_ << std::left << std::setw(kTypeWidth) << printable(entry.type) << std::right << " "
              << std::setw(kIdWidth) << id << " " << std::setw(kSizeWidth) << entry.length << " "
              << std::setw(kSizeWidth) << entry.offset;
         if (entry.type == "ASEQ") {
@@ -61,7 +63,7 @@ class Lister {
                 out_ << "  " << describeAnimation(library.data(entry));
             } catch (const Refusal& refusal) {
                 out_ << "  damaged";
-                tell(entry.type + " " + id + ": " + refusal.what());
+                tell(entry.title() + ": " + refusal.what());
             }
         }
         out_ << "\n";

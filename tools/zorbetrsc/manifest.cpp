@@ -15,43 +15,11 @@ namespace rsc {
 
 namespace {
 
-constexpr std::string_view kExtension = ".rsc";
-constexpr std::string_view kUnmappedLibrary = "cursors.rsc";
 constexpr int kLargestByte = 255;
 constexpr std::size_t kColourDigits = 6;
 
 std::string numbered(std::string_view type, int id) {
     return std::string(type) + " " + std::to_string(id);
-}
-
-bool isPlainText(std::string_view text) {
-    return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
-}
-
-std::string lowerCase(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return text;
-}
-
-std::string checkedLibraryName(std::string name) {
-    name = lowerCase(std::move(name));
-    if (!name.ends_with(kExtension) || name.size() == kExtension.size())
-        throw Refusal("a library's name ends in \".rsc\"");
-    if (name.size() > kLongestLibraryName)
-        throw Refusal("a library's name has at most " + std::to_string(kLongestLibraryName) +
-                      " characters");
-    if (!isPlainText(name) || name.find_first_of(" /\\:*?\"<>|") != std::string::npos)
-        throw Refusal("a library's name is a file's name without a folder and without blanks");
-    return name;
-}
-
-std::string checkedIdentifier(const std::string& text) {
-    const bool fits = !text.empty() && text.size() <= kLongestMapIdentifier;
-    if (!fits || !isPlainText(text) || text.front() == ' ' || text.back() == ' ')
-        throw Refusal("a map's identifier is a text of 1 to " +
-                      std::to_string(kLongestMapIdentifier) + " characters");
-    return text;
 }
 
 platform::Rgb parseColour(std::string_view text) {
@@ -116,10 +84,16 @@ class ManifestParser {
         if (manifest_.mapLine != 0)
             throw Refusal("the map stands already in line " + std::to_string(manifest_.mapLine));
         manifest_.mapLine = line_;
-        if (words.skip("none"))
-            manifest_.mapIdentifier.reset();
-        else
-            manifest_.mapIdentifier = checkedIdentifier(words.text("the map's identifier"));
+        manifest_.mapIdentifier.reset();
+        if (!words.skip("none")) {
+            manifest_.mapIdentifier = words.text("the map's identifier");
+            checkMapIdentifier(*manifest_.mapIdentifier);
+        }
+        leaveBlocks();
+    }
+
+    void readAudioMap(WordReader&) {
+        manifest_.audioMapLine = line_;
         leaveBlocks();
     }
 
@@ -150,8 +124,15 @@ class ManifestParser {
         const std::string name = checkedLibraryName(words.text("the library's name"));
         for (const LibraryPlan& other : manifest_.libraries)
             if (other.name == name) throw Refusal(alreadyThere("library " + name, other.line));
-        manifest_.libraries.push_back({name, line_, {}});
+        manifest_.libraries.push_back({name, line_, {}, {}});
         resourceLines_.clear();
+        leaveBlocks();
+    }
+
+    void readLayout(WordReader& words) {
+        auto& layout = manifest_.libraries.back().layout;
+        if (layout) throw Refusal(alreadyThere("the layout", layout->line));
+        layout = FileName{words.text("the file's name"), line_};
         leaveBlocks();
     }
 
@@ -185,6 +166,13 @@ class ManifestParser {
                                          "type such as CURSOR");
         const int id = readId(words);
         addResource(type, id, PlainFilePlan{{words.text("the file's name"), line_}});
+    }
+
+    void readPart(WordReader& words) {
+        const int number = words.number("the number", 1, kLargestInt16);
+        PartPlan part{number, {words.text("the file's name"), line_}};
+        manifest_.libraries.back().resources.push_back({{}, 0, line_, std::move(part)});
+        leaveBlocks();
     }
 
     void readRate(WordReader& words) {
@@ -278,15 +266,18 @@ class ManifestParser {
 std::span<const ManifestParser::Keyword> ManifestParser::keywords() {
     static constexpr Keyword kKeywords[] = {
         {"map", Block::Any, &ManifestParser::readMap},
+        {"audiomap", Block::Any, &ManifestParser::readAudioMap},
         {"palette", Block::Any, &ManifestParser::readPalette},
         {"library", Block::Any, &ManifestParser::readLibrary},
         {"use", Block::Any, &ManifestParser::readUse},
         {"from", Block::Palette, &ManifestParser::readFrom},
         {"indexed", Block::Palette, &ManifestParser::readIndexed},
+        {"layout", Block::Library, &ManifestParser::readLayout},
         {"colours", Block::Library, &ManifestParser::readColours},
         {"picture", Block::Library, &ManifestParser::readPicture},
         {"animation", Block::Library, &ManifestParser::readAnimation},
         {"file", Block::Library, &ManifestParser::readFile},
+        {"part", Block::Library, &ManifestParser::readPart},
         {"rate", Block::Animation, &ManifestParser::readRate},
         {"place", Block::Animation, &ManifestParser::readPlace},
         {"crop", Block::Animation, &ManifestParser::readCrop},
@@ -320,23 +311,14 @@ void checkAnimation(const AnimationPlan& animation) {
         atLine(sequence.line, [&] { checkSequence(animation, sequence); });
 }
 
-/// A map's lines have no room for types such as CURSOR: the program looks for those in one library
-/// of its own accord, and reads that one's own table only when no map names it.
-void checkMappable(const LibraryPlan& library, const ResourcePlan& resource) {
-    const bool unmapped = library.name == kUnmappedLibrary;
-    if (fitsMap(resource.type) != unmapped) return;
-    if (unmapped)
-        throw Refusal(resource.type + " cannot be found in \"cursors.rsc\", which is not in the "
-                                      "map: put it into another library");
-    throw Refusal(resource.type + " cannot stand in a map: put it into \"cursors.rsc\", or write "
-                                  "\"map none\"");
-}
-
 void checkLibrary(const LibraryPlan& library, bool mapped) {
-    if (library.resources.empty()) throw Refusal("the library holds nothing");
+    if (library.resources.empty() && !library.layout) throw Refusal("the library holds nothing");
     for (const ResourcePlan& resource : library.resources) {
         atLine(resource.line, [&] {
-            if (mapped) checkMappable(library, resource);
+            const bool isPart = std::holds_alternative<PartPlan>(resource.content);
+            if (isPart && !library.layout)
+                throw Refusal("\"part\" belongs into a library with a \"layout\" line");
+            if (mapped && !isPart) checkMappable(library.name, resource.type);
             if (const auto* animation = std::get_if<AnimationPlan>(&resource.content))
                 checkAnimation(*animation);
         });
@@ -350,7 +332,8 @@ void checkManifest(const Manifest& manifest) {
     if (manifest.libraries.empty()) throw Refusal("the manifest names no library");
     for (const LibraryPlan& library : manifest.libraries)
         atLine(library.line, [&] { checkLibrary(library, manifest.mapIdentifier.has_value()); });
-    if (manifest.mapIdentifier && manifest.mapLine == 0) checkedIdentifier(*manifest.mapIdentifier);
+    if (manifest.mapIdentifier && manifest.mapLine == 0)
+        checkMapIdentifier(*manifest.mapIdentifier);
 }
 
 } // namespace

@@ -69,22 +69,30 @@ struct PlainFilePlan {
     FileName file;
 };
 
+/// The resource of this number, counted from 1, in the table of the library's layout.
+struct PartPlan {
+    int number = 0;
+    FileName file;
+};
+
 struct ResourcePlan {
-    std::string type;
-    std::uint16_t id = 0;
+    std::string type;     ///< a part has neither type
+    std::uint16_t id = 0; ///< nor id
     int line = 0;
-    std::variant<PlainFilePlan, ColoursPlan, AnimationPlan> content;
+    std::variant<PlainFilePlan, ColoursPlan, AnimationPlan, PartPlan> content;
 };
 
 struct LibraryPlan {
     std::string name; ///< of the file, lower case
     int line = 0;
+    std::optional<FileName> layout; ///< of a library made elsewhere
     std::vector<ResourcePlan> resources;
 };
 
 struct Manifest {
     std::optional<std::string> mapIdentifier; ///< none: no map is written
     int mapLine = 0;
+    int audioMapLine = 0; ///< 0: no audio map is written
     std::vector<PalettePlan> palettes;
     std::vector<LibraryPlan> libraries;
 };

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 
 namespace rsc {
 
@@ -99,7 +100,9 @@ Layout layOut(std::span<const TypeGroup> groups, std::string_view moduleName) {
     layout.entryTable = layout.importedNames + 1;
     layout.nonResidentNames = kNeOffset + layout.entryTable + 2;
     layout.headEnd = layout.nonResidentNames + nameTable;
-    if (layout.entryTable > kLargestWord)
+    // a larger offset of a name would read as a number
+    const bool namesInReach = names == 0 || layout.typeNames + names < kIntegerMark;
+    if (!namesInReach || layout.entryTable > kLargestWord)
         throw Refusal("too many resources for one library: split it");
     return layout;
 }
@@ -210,8 +213,8 @@ std::string typeName(const ByteReader& table, std::uint16_t type) {
     return std::string(1, '#').append(std::to_string(number));
 }
 
-/// The resource table's bytes, after the headers have been checked.
-ByteSpan findResourceTable(ByteSpan bytes) {
+/// The headers and the resource table, after the headers have been checked.
+std::vector<ByteRange> findHeaders(ByteSpan bytes) {
     const ByteReader file(bytes, "no resource library: it ends within its headers");
     if (file.u16(0) != kMzMark || file.u16(kRelocationsAt) < kMzHeaderSize)
         throw Refusal("no resource library: it has no MZ header");
@@ -221,7 +224,28 @@ ByteSpan findResourceTable(ByteSpan bytes) {
     const std::size_t start = file.u16(ne + kResourceTableAt);
     const std::size_t end = file.u16(ne + kResidentNamesAt);
     if (end < start) throw Refusal("damaged library: its resource table has no end");
-    return file.slice(ne + start, end - start);
+    static_cast<void>(file.slice(ne + start, end - start));
+    return {{0, kMzHeaderSize}, {ne, kNeHeaderSize}, {ne + start, end - start}};
+}
+
+/// Appends the entries of the type whose record stands at `at`.
+void readType(const ByteReader& table, std::size_t at, NeTable& out) {
+    const std::string type = typeName(table, table.u16(at));
+    const std::size_t count = table.u16(at + 2);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t record = at + kTypeRecordSize + i * kResourceRecordSize;
+        static_cast<void>(table.slice(record, kResourceRecordSize));
+        ResourceEntry entry;
+        entry.type = type;
+        entry.offset = std::size_t{table.u16(record)} << out.shift;
+        entry.length = std::size_t{table.u16(record + 2)} << out.shift;
+        const std::uint16_t id = table.u16(record + 6);
+        if ((id & kIntegerMark) != 0)
+            entry.id = id & ~kIntegerMark & 0xFFFF;
+        else
+            entry.name = storedName(table, id);
+        out.entries.push_back(std::move(entry));
+    }
 }
 
 } // namespace
@@ -239,6 +263,12 @@ bool isResourceType(std::string_view type) {
     if (integerType(type)) return true;
     const auto visible = [](char c) { return c > ' ' && c <= '~'; };
     return type.size() == kNamedTypeLength && type[0] != '#' && std::ranges::all_of(type, visible);
+}
+
+std::string moduleNameOf(std::string_view fileName) {
+    std::string name(fileName.substr(0, fileName.rfind('.')));
+    for (char& c : name) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return name;
 }
 
 Bytes buildNeLibrary(std::string_view moduleName, std::span<const Resource> resources) {
@@ -263,40 +293,32 @@ Bytes buildNeLibrary(std::string_view moduleName, std::span<const Resource> reso
     return out;
 }
 
-NeLibrary::NeLibrary(ByteSpan file) : file_(file) {
-    const ByteReader table(findResourceTable(file),
+std::string ResourceEntry::title() const {
+    return printable(type + " " + (name.empty() ? std::to_string(id) : name));
+}
+
+NeTable readNeTable(ByteSpan file) {
+    NeTable result;
+    result.headers = findHeaders(file);
+    const auto [start, size] = result.headers.back();
+    const ByteReader table(file.subspan(start, size),
                            "damaged library: its resource table is cut off");
-    shift_ = table.u16(0);
-    if (shift_ > kLargestShift) throw Refusal("damaged library: its alignment is out of range");
+    result.shift = table.u16(0);
+    if (result.shift > kLargestShift)
+        throw Refusal("damaged library: its alignment is out of range");
     for (std::size_t at = 2; table.u16(at) != 0;) {
         if (table.u16(at) == kNameTableType)
             throw Refusal("libraries with a name table are not supported");
-        const std::size_t count = table.u16(at + 2);
-        readType(table, at, count);
-        at += kTypeRecordSize + count * kResourceRecordSize;
+        readType(table, at, result);
+        at += kTypeRecordSize + table.u16(at + 2) * kResourceRecordSize;
     }
+    return result;
 }
 
-void NeLibrary::readType(const ByteReader& table, std::size_t at, std::size_t count) {
-    const std::string type = typeName(table, table.u16(at));
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t record = at + kTypeRecordSize + i * kResourceRecordSize;
-        static_cast<void>(table.slice(record, kResourceRecordSize));
-        ResourceEntry entry;
-        entry.type = type;
-        entry.offset = std::size_t{table.u16(record)} << shift_;
-        entry.length = std::size_t{table.u16(record + 2)} << shift_;
-        const std::uint16_t id = table.u16(record + 6);
-        if ((id & kIntegerMark) != 0)
-            entry.id = id & ~kIntegerMark & 0xFFFF;
-        else
-            entry.name = storedName(table, id);
-        if (entry.offset > file_.size() || entry.length > file_.size() - entry.offset) {
-            throw Refusal("damaged library: " + entry.type + " " +
-                          (entry.name.empty() ? std::to_string(entry.id) : entry.name) +
-                          " lies past the end of the file");
-        }
-        entries_.push_back(std::move(entry));
+NeLibrary::NeLibrary(ByteSpan file) : file_(file), table_(readNeTable(file)) {
+    for (const ResourceEntry& entry : table_.entries) {
+        if (entry.offset > file_.size() || entry.length > file_.size() - entry.offset)
+            throw Refusal("damaged library: " + entry.title() + " lies past the end of the file");
     }
 }
 

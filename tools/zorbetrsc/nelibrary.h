@@ -16,6 +16,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace rsc {
 
@@ -36,6 +37,9 @@ struct Resource {
     Bytes data;
 };
 
+/// What the name of a library's file says as the name of its module.
+[[nodiscard]] std::string moduleNameOf(std::string_view fileName);
+
 /// The bytes of a library with these resources, grouped by type in the order in which the types
 /// first appear. The shift is the smallest, from kSmallestShift on, that reaches all of them.
 /// Refused when there are more or larger ones than the format can point to.
@@ -49,26 +53,44 @@ struct ResourceEntry {
     std::string name; ///< instead of an id, in files made elsewhere
     std::size_t offset = 0;
     std::size_t length = 0; ///< bytes, rounded up to the unit
+
+    /// Type and id for messages.
+    [[nodiscard]] std::string title() const;
+};
+
+struct ByteRange {
+    std::size_t offset = 0;
+    std::size_t length = 0;
+    [[nodiscard]] std::size_t end() const { return offset + length; }
 };
 
 /// The table of contents of a library.
+struct NeTable {
+    int shift = 0;
+    std::vector<ResourceEntry> entries;
+    std::vector<ByteRange> headers; ///< both headers and the resource table, which is the last
+};
+
+/// Reads the table alone: the resources may lie past the end of `file`. Refuses what is no library.
+[[nodiscard]] NeTable readNeTable(ByteSpan file);
+
+/// A library that was read.
 class NeLibrary {
   public:
     /// `file` must outlive the library. Refuses what is no library or points outside of the file.
     explicit NeLibrary(ByteSpan file);
 
-    [[nodiscard]] int alignmentShift() const { return shift_; }
-    [[nodiscard]] const std::vector<ResourceEntry>& entries() const { return entries_; }
+    [[nodiscard]] ByteSpan file() const { return file_; }
+    [[nodiscard]] const NeTable& table() const { return table_; }
+    [[nodiscard]] int alignmentShift() const { return table_.shift; }
+    [[nodiscard]] const std::vector<ResourceEntry>& entries() const { return table_.entries; }
     [[nodiscard]] ByteSpan data(const ResourceEntry& entry) const {
         return file_.subspan(entry.offset, entry.length);
     }
 
   private:
-    void readType(const ByteReader& table, std::size_t at, std::size_t count);
-
     ByteSpan file_;
-    int shift_ = 0;
-    std::vector<ResourceEntry> entries_;
+    NeTable table_;
 };
 
 } // namespace rsc

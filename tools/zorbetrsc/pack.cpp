@@ -1,12 +1,14 @@
 #include "pack.h"
 
 #include "animationbuilder.h"
-#include "nelibrary.h"
+#include "audiomap.h"
+#include "nelayout.h"
 #include "palette.h"
 #include "picture.h"
 #include "resourcemap.h"
 
-#include <cctype>
+#include <deque>
+#include <map>
 #include <optional>
 #include <ostream>
 
@@ -15,8 +17,6 @@ namespace rsc {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view kMapName = "resource.map";
 
 /// Runs `work` on a file that the manifest names; a refusal names the file and its line.
 template <class Work>
@@ -41,7 +41,9 @@ class Packer {
         std::vector<OutputFile> files;
         for (const LibraryPlan& library : manifest_.libraries)
             files.push_back(atLine(library.line, [&] { return makeLibrary(library); }));
-        if (manifest_.mapIdentifier) files.push_back(makeMap());
+        if (manifest_.mapIdentifier)
+            files.push_back(textFile(kResourceMapName, buildMap(manifest_)));
+        if (manifest_.audioMapLine != 0) files.push_back(textFile(kAudioMapName, audioMap_.text()));
         return files;
     }
 
@@ -81,44 +83,82 @@ class Packer {
                               [&](const FileName& file) { return readPicture(file); });
     }
 
-    [[nodiscard]] OutputFile makeLibrary(const LibraryPlan& library) const {
+    [[nodiscard]] Bytes content(const PartPlan& part) const { return read(part.file); }
+
+    OutputFile makeLibrary(const LibraryPlan& library) {
+        if (library.layout) return {library.name, fillLayout(library)};
         std::vector<Resource> resources;
         for (const ResourcePlan& plan : library.resources) {
-            Bytes data = atLine(plan.line, [&] {
-                return std::visit([&](const auto& what) { return content(what); }, plan.content);
+            resources.push_back({plan.type, plan.id, makeContent(plan)});
+            addSounds(plan, resources.back().data);
+        }
+        return {library.name, buildNeLibrary(moduleNameOf(library.name), resources)};
+    }
+
+    [[nodiscard]] Bytes fillLayout(const LibraryPlan& library) {
+        const Bytes layout = read(*library.layout);
+        LayoutFiller filler = onFile(*library.layout, [&] { return LayoutFiller(layout); });
+        std::deque<Bytes> contents;
+        std::map<std::string, ByteSpan> files; // the contents of those that many lines may name
+        for (const ResourcePlan& plan : library.resources) {
+            const FileName* file = plainFile(plan);
+            const auto known = file ? files.find(file->path) : files.end();
+            const ByteSpan data =
+                known != files.end() ? known->second : contents.emplace_back(makeContent(plan));
+            if (file) files[file->path] = data;
+            addSounds(plan, data);
+            atLine(plan.line, [&] {
+                if (const auto* part = std::get_if<PartPlan>(&plan.content))
+                    filler.addNumber(part->number, data);
+                else
+                    filler.add(plan.type, plan.id, data);
             });
-            resources.push_back({plan.type, plan.id, std::move(data)});
         }
-        return {library.name, buildNeLibrary(moduleName(library.name), resources)};
+        return atLine(library.layout->line, [&] { return filler.build(); });
     }
 
-    static std::string moduleName(std::string_view fileName) {
-        std::string name(fileName.substr(0, fileName.rfind('.')));
-        for (char& c : name) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-        return name;
+    /// The file that a resource is, if it is one.
+    static const FileName* plainFile(const ResourcePlan& plan) {
+        if (const auto* part = std::get_if<PartPlan>(&plan.content)) return &part->file;
+        const auto* plain = std::get_if<PlainFilePlan>(&plan.content);
+        return plain ? &plain->file : nullptr;
     }
 
-    /// Libraries whose types do not fit into a map are left out of it.
-    [[nodiscard]] OutputFile makeMap() const {
-        std::vector<MapLibrary> libraries;
-        for (const LibraryPlan& library : manifest_.libraries) {
-            MapLibrary entry{library.name, {}};
-            for (const ResourcePlan& resource : library.resources)
-                if (fitsMap(resource.type)) entry.resources.push_back({resource.type, resource.id});
-            if (!entry.resources.empty()) libraries.push_back(std::move(entry));
-        }
-        const std::string text = atLine(manifest_.mapLine, [&] {
-            return buildResourceMap(*manifest_.mapIdentifier, libraries);
+    [[nodiscard]] Bytes makeContent(const ResourcePlan& plan) const {
+        return atLine(plan.line, [&] {
+            return std::visit([&](const auto& what) { return content(what); }, plan.content);
         });
-        return {std::string(kMapName), Bytes(text.begin(), text.end())};
+    }
+
+    void addSounds(const ResourcePlan& plan, ByteSpan data) {
+        if (manifest_.audioMapLine == 0 || plan.type != "ASEQ") return;
+        atLine(plan.line, [&] { audioMap_.add(plan.id, data); });
+    }
+
+    static OutputFile textFile(std::string_view name, const std::string& text) {
+        return {std::string(name), Bytes(text.begin(), text.end())};
     }
 
     Manifest manifest_;
     fs::path base_; ///< paths of the manifest start here
     std::vector<Palette> palettes_;
+    AudioMap audioMap_;
 };
 
 } // namespace
+
+std::string buildMap(const Manifest& manifest) {
+    std::vector<MapLibrary> libraries;
+    for (const LibraryPlan& library : manifest.libraries) {
+        MapLibrary entry{library.name, {}};
+        for (const ResourcePlan& resource : library.resources)
+            if (fitsMap(resource.type)) entry.resources.push_back({resource.type, resource.id});
+        if (!entry.resources.empty() && isMapped(library.name))
+            libraries.push_back(std::move(entry));
+    }
+    return atLine(manifest.mapLine,
+                  [&] { return buildResourceMap(*manifest.mapIdentifier, libraries); });
+}
 
 std::vector<OutputFile> buildOutputs(const fs::path& manifest) {
     const Bytes bytes = readWholeFile(manifest);

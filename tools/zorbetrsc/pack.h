@@ -2,6 +2,7 @@
 #pragma once
 
 #include "filesystem.h"
+#include "manifest.h"
 
 #include <iosfwd>
 
@@ -12,7 +13,11 @@ struct PackOptions {
     std::filesystem::path folder; ///< the libraries and the map go there
 };
 
-/// Everything that the manifest asks for, in its order, the map last.
+/// The text of the resource map that the manifest asks for. Libraries whose types do not fit into a
+/// map are left out of it.
+[[nodiscard]] std::string buildMap(const Manifest& manifest);
+
+/// Everything that the manifest asks for, in its order, the maps last.
 [[nodiscard]] std::vector<OutputFile> buildOutputs(const std::filesystem::path& manifest);
 
 /// Returns the exit code; faults are told as "MANIFEST:LINE: text" and leave all files as they

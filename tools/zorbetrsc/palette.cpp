@@ -16,6 +16,7 @@ using platform::kFirstHighStaticColour;
 using platform::kPaletteSize;
 using platform::Rgb;
 
+constexpr std::size_t kEntrySize = 6; ///< bytes, in a resource
 constexpr Rgb kPureBlack{0, 0, 0};
 constexpr Rgb kPureWhite{255, 255, 255};
 
@@ -48,6 +49,18 @@ Palette Palette::fromIndexed(const Picture& picture) {
     const std::size_t count = std::min<std::size_t>(picture.palette().size(), kPaletteSize);
     for (std::size_t i = 0; i < count; ++i) wanted[i] = picture.palette()[i].colour;
     return fromColours(wanted);
+}
+
+std::optional<Palette> Palette::fromResource(ByteSpan resource) {
+    if (resource.size() < kPaletteSize * kEntrySize) return std::nullopt;
+    Palette palette;
+    palette.stored_ = palette.shown_ = platform::staticPalette();
+    for (std::size_t i = kFirstFreeColour; i < kFirstHighStaticColour; ++i) {
+        const ByteSpan entry = resource.subspan(i * kEntrySize, kEntrySize);
+        palette.stored_[i] = {entry[0], entry[2], entry[4]};
+        palette.shown_[i] = liftColour(palette.stored_[i]);
+    }
+    return palette;
 }
 
 std::uint8_t Palette::nearest(Rgb colour) const {

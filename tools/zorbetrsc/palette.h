@@ -8,6 +8,7 @@
 
 #include <array>
 #include <map>
+#include <optional>
 #include <vector>
 
 namespace rsc {
@@ -27,6 +28,9 @@ class Palette {
     static Palette fromColours(const Colours& wanted);
     /// The palette of an indexed picture, entry by entry; refuses any other.
     static Palette fromIndexed(const Picture& picture);
+
+    /// The palette that a resource stores; none when it is too short.
+    static std::optional<Palette> fromResource(ByteSpan resource);
 
     [[nodiscard]] const Colours& shown() const { return shown_; }
 

@@ -88,7 +88,11 @@ class InverseSearch {
 
 Rgb liftColour(Rgb stored) { return RLiftColor(OMColor::fromRgb8(stored)).rgb8(); }
 
-Rgb colourToStore(Rgb wanted) { return InverseSearch(raiseDark(wanted)).best(); }
+Rgb colourToStore(Rgb wanted) {
+    // several stored colours may look alike: what is stored depends on the look alone
+    const Rgb shown = liftColour(InverseSearch(raiseDark(wanted)).best());
+    return InverseSearch(shown).best();
+}
 
 int colourDistance(Rgb a, Rgb b) {
     const int red = a.red - b.red;

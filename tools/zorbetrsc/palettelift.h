@@ -15,7 +15,8 @@ inline constexpr int kDarkestValue = 33;
 
 /// The colour to store so that the screen shows `wanted`, or the nearest colour that it can show. A
 /// colour below kDarkestValue is brought up to it in its own hue and saturation (black to a dark
-/// grey), since the nearest by distance alone would have a tint.
+/// grey), since the nearest by distance alone would have a tint. Given the colour that a result
+/// shows, it gives that result again.
 [[nodiscard]] platform::Rgb colourToStore(platform::Rgb wanted);
 
 /// Squared distance in RGB, the measure of "nearest" throughout the tool.

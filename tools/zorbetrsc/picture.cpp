@@ -11,7 +11,6 @@ namespace rsc {
 namespace {
 
 constexpr png_uint_32 kLargestSide = 32767; ///< what a frame can hold
-constexpr std::size_t kMostPixels = std::size_t{64} << 20;
 constexpr std::size_t kSignatureSize = 8;
 constexpr std::size_t kRgbaSize = 4;
 

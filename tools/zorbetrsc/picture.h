@@ -9,6 +9,9 @@
 
 namespace rsc {
 
+/// Pixels of the largest picture that is read.
+inline constexpr std::size_t kMostPixels = std::size_t{64} << 20;
+
 struct Pixel {
     platform::Rgb colour;
     std::uint8_t alpha = 255;

@@ -26,8 +26,32 @@ struct MapLibrary {
     std::vector<MapResource> resources;
 };
 
+inline constexpr std::string_view kResourceMapName = "resource.map";
+
+/// A library's file name in lower case, as maps and manifests take it; refused when it is none.
+[[nodiscard]] std::string checkedLibraryName(std::string_view text);
+
+/// Refuses a text that cannot identify a map.
+void checkMapIdentifier(std::string_view text);
+
 /// A map's lines hold types of exactly four characters.
 [[nodiscard]] bool fitsMap(std::string_view type);
+
+/// All libraries but one stand in the map: "cursors.rsc" is for types that do not fit. The program
+/// looks for those there of its own accord, and reads that one's own table only when no map names
+/// it.
+[[nodiscard]] bool isMapped(std::string_view library);
+
+/// Refuses a resource of this type in a library of this name, which its map could not lead to.
+void checkMappable(std::string_view library, std::string_view type);
+
+struct ResourceMapText {
+    std::string identifier;
+    std::vector<MapLibrary> libraries;
+};
+
+/// What a map says; lines that make no sense are left out.
+[[nodiscard]] ResourceMapText readResourceMap(std::string_view text);
 
 /// The text of a map. All types must fit; refused when there are too many resources of one type.
 [[nodiscard]] std::string buildResourceMap(std::string_view identifier,

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace rsc {
 
@@ -133,8 +134,62 @@ class SequenceParser {
     bool showsFrame_ = false;
 };
 
+/// Frames that follow each other and are shown alike are worth a range from this number on.
+constexpr std::size_t kShortestRange = 3;
+
+/// The steps from `at` on that a range stands for, 1 when there is none.
+std::size_t rangeLength(const AseqSequence& sequence, std::size_t at) {
+    const AseqEntry& first = sequence[at];
+    if (first.code < 0 || at + 1 >= sequence.size()) return 1;
+    const int direction = sequence[at + 1].code < first.code ? -1 : 1;
+    std::size_t length = 1;
+    AseqEntry next = first;
+    while (at + length < sequence.size()) {
+        next.code += direction;
+        if (next.code < 0 || sequence[at + length] != next) break;
+        ++length;
+    }
+    return length < kShortestRange ? 1 : length;
+}
+
+/// What stands in front of a step's offset. `argument` becomes what stands behind it.
+std::string formatHead(const AseqEntry& entry, int& argument) {
+    if (entry.code >= 0) return std::to_string(entry.code + 1);
+    const auto* plain = std::ranges::find(kPlainSteps, entry.code, &PlainStep::code);
+    if (plain != std::end(kPlainSteps) && argument == 0) return std::string(plain->word);
+    if (entry.code == entrycode::kSound && argument > 0)
+        return "sound " + std::to_string(std::exchange(argument, 0));
+    if (entry.code <= entrycode::kLastMarker) return "marker " + std::to_string(-entry.code);
+    return "code " + std::to_string(entry.code);
+}
+
+std::string formatStep(const AseqEntry& entry, int lastFrame) {
+    int argument = entry.argument;
+    std::string text = formatHead(entry, argument);
+    if (lastFrame != entry.code) text += "-" + std::to_string(lastFrame + 1);
+    if (entry.dx != 0 || entry.dy != 0)
+        text += "@" + std::to_string(entry.dx) + "," + std::to_string(entry.dy);
+    if (argument != 0) text += ":" + std::to_string(argument);
+    return text;
+}
+
 } // namespace
 
 AseqSequence parseSequence(WordReader& words) { return SequenceParser(words).parse(); }
+
+std::string formatSequence(const AseqSequence& sequence) {
+    constexpr AseqEntry kPlainEnd{0, 0, entrycode::kEnd, 0};
+    std::string text;
+    for (std::size_t at = 0; at < sequence.size();) {
+        const std::size_t next = at + rangeLength(sequence, at);
+        const bool isImplied = next == sequence.size() && at > 0 && sequence[at] == kPlainEnd;
+        if (!isImplied) {
+            if (!text.empty()) text += " ";
+            text += formatStep(sequence[at], sequence[next - 1].code);
+        }
+        at = next;
+    }
+    return text;
+}
 
 } // namespace rsc

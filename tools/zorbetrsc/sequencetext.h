@@ -19,4 +19,8 @@ namespace rsc {
 /// one that shows no frame, loops before the first frame or goes on behind its end.
 [[nodiscard]] AseqSequence parseSequence(WordReader& words);
 
+/// A sequence in this notation. Reading it gives the same entries, unless it is one of those that
+/// are refused.
+[[nodiscard]] std::string formatSequence(const AseqSequence& sequence);
+
 } // namespace rsc

@@ -1,4 +1,4 @@
-// Numbers out of words that people wrote.
+// Words: numbers out of those that people wrote, and how they are shown.
 #pragma once
 
 #include <charconv>
@@ -16,6 +16,21 @@ namespace rsc {
     const auto [last, error] = std::from_chars(word.data(), end, value);
     if (error != std::errc() || last != end) return std::nullopt;
     return value;
+}
+
+[[nodiscard]] inline std::string lowerCase(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return lower;
+}
+
+/// With "?" for every character that a message should not hold: names in libraries may be anything.
+[[nodiscard]] inline std::string printable(std::string_view text) {
+    std::string shown(text);
+    for (char& c : shown)
+        if (c < ' ' || c > '~') c = '?';
+    return shown;
 }
 
 /// In double quotes, for messages.

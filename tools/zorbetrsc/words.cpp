@@ -35,6 +35,14 @@ std::vector<Word> splitWords(std::string_view line) {
     }
 }
 
+std::optional<std::string> asName(std::string_view text) {
+    if (text.find('"') != std::string_view::npos || text.find('\n') != std::string_view::npos)
+        return std::nullopt;
+    const bool plain = !text.empty() && text.front() != '#' && text != "none" &&
+                       text.find_first_of(kBlanks) == std::string_view::npos;
+    return plain ? std::string(text) : quoted(text);
+}
+
 const Word& WordReader::next(const char* what) {
     if (atEnd()) throw Refusal(std::string(what) + " is missing");
     return words_[at_++];

@@ -1,6 +1,7 @@
 // The words of a manifest's line: separated by blanks, "quoted" when they hold blanks, up to a "#".
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,6 +18,9 @@ struct Word {
 
 /// Refuses a quotation mark without its partner.
 [[nodiscard]] std::vector<Word> splitWords(std::string_view line);
+
+/// A text as a word that is read as a name; none when it cannot be one.
+[[nodiscard]] std::optional<std::string> asName(std::string_view text);
 
 /// The words of a line, taken one after the other. Each getter refuses a missing word, or one that
 /// is not what it asks for, with a text that names `what`.

@@ -26,6 +26,7 @@ std::string readFile(platform::File& file, std::size_t limit) {
 /// The whole of a stream in any buffer mode, at least one byte more than `limit` if it is longer.
 std::string readStream(OMIStream& stream, std::size_t limit) {
     std::string text;
+    stream.seek(0); // some deliver their first chunk as they are made
     while (text.size() <= limit && stream.fill() > 0) {
         const auto bytes = stream.current();
         text.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());

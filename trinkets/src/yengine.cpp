@@ -106,8 +106,7 @@ void YEngine::quit() {
 
 void YEngine::endProgram(std::string_view message) {
     warn(message);
-    OMPlatform().terminate(kProgramEnd);
-    std::abort(); // terminate is virtual: compilers do not trust it not to return
+    OMEndProcess(kProgramEnd);
 }
 
 void YEngine::writeDebugLine(std::string_view text) {

@@ -112,7 +112,10 @@ void OMCachedFile::finishNow() {
 }
 
 void OMCachedFile::changeChunkSize(std::size_t size) {
-    if (isRunning() && !started_) step();
+    if (isRunning() && !started_) {
+        if (size == chunkSize_) return; // nobody else uses it before the first step
+        step();
+    }
     settle();
     if (size == chunkSize_) return;
     if (!isRunning() || state_ == State::Failed) {

@@ -1,0 +1,15 @@
+// Writing indexed pictures as PNG files, the other half of Picture.
+#pragma once
+
+#include "picture.h"
+
+#include <span>
+
+namespace rsc {
+
+/// The file of a picture with these palette indices, row by row from the top left, and a palette of
+/// 1 to 256 entries. Reading it gives the same indices and entries.
+[[nodiscard]] Bytes writeIndexedPng(int width, int height, ByteSpan indices,
+                                    std::span<const Pixel> palette);
+
+} // namespace rsc
