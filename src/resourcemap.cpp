@@ -63,6 +63,7 @@ void ResourceMap::readHeader() {
 void ResourceMap::reject(const char* problem) {
     logLine(problem);
     scanner_ = OMScanner("");
+    usable_ = false;
 }
 
 bool ResourceMap::nextBlock(MapFileBlock& block) {

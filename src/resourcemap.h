@@ -50,8 +50,7 @@ class MapProblems {
 
 /// Reads a resource map block by block. A block with a file name that is too long or with more
 /// resources than the map's second line announces is left out; a map with an identifier that is too
-/// long, which could not be told from another, or without a number in its second line has no
-/// blocks.
+/// long, which could not be told from another, or without a number in its second line is not usable.
 class ResourceMap {
   public:
     static constexpr std::size_t kMaxIdentifier = 39; ///< characters
@@ -62,6 +61,9 @@ class ResourceMap {
 
     /// Empty when it was too long.
     [[nodiscard]] const std::string& identifier() const { return identifier_; }
+
+    /// Whether its first two lines make sense; if not, it has no blocks and is as good as none.
+    [[nodiscard]] bool isUsable() const { return usable_; }
 
     /// The next block that can be used; false at the end of the map.
     bool nextBlock(MapFileBlock& block);
@@ -82,6 +84,7 @@ class ResourceMap {
     OMScanner scanner_;
     std::string identifier_;
     std::size_t maxResources_ = 0;
+    bool usable_ = true;
 };
 
 /// What an animation object says in one of its sequences.

@@ -82,11 +82,12 @@ bool RResources::readMap(const std::string& path) {
     const std::optional<std::string> text = readText(path);
     if (!text) return false;
     ResourceMap map(path, *text);
+    if (!map.isUsable()) return false; // the directory is scanned instead
     const std::string& identifier = map.identifier();
     if (std::find(mapIdentifiers_.begin(), mapIdentifiers_.end(), identifier) !=
         mapIdentifiers_.end())
         return true;
-    if (!identifier.empty()) mapIdentifiers_.push_back(identifier);
+    mapIdentifiers_.push_back(identifier);
     MapFileBlock block;
     while (map.nextBlock(block)) registerBlock(block);
     return true;

@@ -266,7 +266,7 @@ void OMResMgrDeactivate(std::string_view name) {
 void OMResMgrStopUsing(std::string_view name, bool deactivate) {
     OMResMgrFile* file = requireUsed(name, "OMResMgrStopUsing");
     if (!file) return;
-    if (deactivate) file->changeActivationCount(-1);
+    if (deactivate && file->isActive()) file->changeActivationCount(-1);
     if (file->useCount() > 0) file->changeUseCount(-1);
     if (file->useCount() > 0) return;
     if (!file->isActive())

@@ -310,6 +310,18 @@ TEST_F(ResourcesTest, GoesOnWithoutWhatItLeavesOutOfAMap) {
     EXPECT_TRUE(failures.empty());
 }
 
+TEST_F(ResourcesTest, AMapThatCannotBeUsedIsAsGoodAsNone) {
+    for (const char* text : {"", "CD\n", "CD\nmany\n"}) {
+        files.put("RSC\\resource.map", text);
+        files.put("RSC\\b.rsc", NEBuilder().add("WAVE", 2, "two").build());
+        files.put("D:\\RSC\\resource.map", mapText("CD", "1", "a.rsc\nWAVE 1\nENDFILE\n"));
+        EXPECT_EQ(start("D:\\"), RResources::StartUp::Ready);
+        EXPECT_TRUE(OMResMgrGetIStreamInfo(1, "WAVE")) << "the map of that name on the CD is read";
+        EXPECT_TRUE(OMResMgrGetIStreamInfo(2, "WAVE")) << "the folder was scanned";
+        resources.shutDown();
+    }
+}
+
 TEST_F(ResourcesTest, TellsOfEqualIdsAndUsesTheFirst) {
     const std::string duplicate = "OMResMgrFindFile - active, duplicate id ";
     files.put("RSC\\resource.map", mapText("M", "2",
