@@ -78,7 +78,8 @@ Samples heard(fuzzing::World& world, const Manner& manner, int mode) {
     const bool empty = sound.playEnd() < sound.playStart();
     const bool playing = sound.play(true);
     const int rate = sound.sampleRate();
-    const bool playable = !empty && rate > 0 && rate <= platform::WaveOut::kMaxRate;
+    const bool playable =
+        !empty && rate >= platform::WaveOut::kMinRate && rate <= platform::WaveOut::kMaxRate;
     expect(playing == playable, "a sound plays when it can");
     const std::int64_t window = sound.playEnd() + 1 - sound.playStart();
     if (!playing || window * manner.plays > kMostHeard) return {};

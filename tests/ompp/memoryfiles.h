@@ -368,7 +368,7 @@ class MemoryWaveOut final : public platform::WaveOut {
 
     bool open(int rate) override {
         close();
-        if (!available || rate < 1 || rate > kMaxRate) return false;
+        if (!available || rate < kMinRate || rate > kMaxRate) return false;
         rate_ = rate;
         opened.push_back(rate);
         paused = false;
