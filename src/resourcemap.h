@@ -50,7 +50,8 @@ class MapProblems {
 
 /// Reads a resource map block by block. A block with a file name that is too long or with more
 /// resources than the map's second line announces is left out; a map with an identifier that is too
-/// long, which could not be told from another, or without a number in its second line is not usable.
+/// long, which could not be told from another, or without a number in its second line is not
+/// usable.
 class ResourceMap {
   public:
     static constexpr std::size_t kMaxIdentifier = 39; ///< characters

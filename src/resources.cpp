@@ -38,8 +38,8 @@ std::optional<std::string> readText(const std::string& path) {
 constexpr std::size_t kComparedAtOnce = 65536; ///< bytes
 
 /// Whether a copy of `source` may be made at `path`: where nothing lies, or what a copy left behind
-/// when the program ended in its midst, the beginning of that same file. A map can name a file as it
-/// likes, even as the player's saved games are named.
+/// when the program ended in its midst, the beginning of that same file. A map can name a file as
+/// it likes, even as the player's saved games are named.
 bool isFreeForCopy(const std::string& path, const std::string& source) {
     const auto old = OMPlatform().files().open(path, platform::OpenMode::Read);
     if (!old) return true;
