@@ -39,9 +39,7 @@ constexpr RCommandRow<RCommands> RCommands::kRows[] = {
     {"WriteToFile", &RCommands::writeToFile},
 };
 
-RCommands::RCommands(EffectsWindow& window) : window_(window) {
-    RRegisterCommands(*this, kRows);
-}
+RCommands::RCommands(EffectsWindow& window) : window_(window) { RRegisterCommands(*this, kRows); }
 
 RCommands::~RCommands() { YCommands::clear(); }
 

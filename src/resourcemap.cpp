@@ -14,10 +14,6 @@ constexpr std::size_t kTypeLength = 4;
 constexpr std::string_view kEndFile = "ENDFILE";
 constexpr int kMaxInt16 = std::numeric_limits<std::int16_t>::max();
 
-void logProblem(const std::string& path, int line, const char* problem) {
-    OMLog::writef(OMLog::Kind::Error, "%s line %d: %s", path.c_str(), line, problem);
-}
-
 bool endsBlock(std::string_view line) { return line.find(kEndFile) != std::string_view::npos; }
 
 bool fitsInt16(int value) {
@@ -39,32 +35,43 @@ std::optional<SequenceSoundRecord> parseSequenceSound(OMScanner line) {
 
 } // namespace
 
+void MapProblems::log(int line, const char* problem) {
+    if (count_ > kMaxLogged) return;
+    if (++count_ > kMaxLogged) problem = "further problems of this map are not logged";
+    OMLog::writef(OMLog::Kind::Error, "%s line %d: %s", path_.c_str(), line, problem);
+}
+
 ResourceMap::ResourceMap(std::string_view path, std::string_view text)
-    : path_(path), scanner_(text) {
+    : problems_(path), scanner_(text) {
     readHeader();
 }
 
 void ResourceMap::readHeader() {
     identifier_ = line();
     if (identifier_.size() > kMaxIdentifier) {
-        logLine("the identifier has more than 39 characters and is not used");
         identifier_.clear();
-    }
-    const std::optional<int> count = OMScanner(line()).number();
-    if (count && *count >= 0) {
-        maxResources_ = static_cast<std::size_t>(*count);
+        reject("the identifier has more than 39 characters, the map is not used");
         return;
     }
-    logLine("the largest number of resources of one file is missing, the map is not used");
+    const std::optional<int> count = OMScanner(line()).number();
+    if (count && *count >= 0)
+        maxResources_ = static_cast<std::size_t>(*count);
+    else
+        reject("the largest number of resources of one file is missing, the map is not used");
+}
+
+void ResourceMap::reject(const char* problem) {
+    logLine(problem);
     scanner_ = OMScanner("");
+    usable_ = false;
 }
 
 bool ResourceMap::nextBlock(MapFileBlock& block) {
     for (std::string_view first = line(); !first.empty(); first = line()) {
         block = {fileName(first), {}};
         if (endsBlock(first)) continue;
-        readResources(block.resources);
-        if (!block.name.empty()) return true;
+        const bool fits = readResources(block.resources);
+        if (fits && !block.name.empty()) return true;
     }
     return false;
 }
@@ -82,19 +89,18 @@ std::string ResourceMap::fileName(std::string_view line) {
     return {};
 }
 
-void ResourceMap::readResources(std::vector<MapResource>& resources) {
+bool ResourceMap::readResources(std::vector<MapResource>& resources) {
     bool surplus = false;
     std::string_view next = line();
     for (; !next.empty() && !endsBlock(next); next = line()) {
         MapResource resource;
-        if (!parseResource(next, resource)) continue;
-        if (resources.size() < maxResources_)
-            resources.push_back(std::move(resource));
-        else
-            surplus = true;
+        if (surplus || !parseResource(next, resource)) continue;
+        surplus = resources.size() == maxResources_;
+        if (!surplus) resources.push_back(std::move(resource));
     }
-    if (surplus) logLine("more resources than line 2 of the map says, the last ones are left out");
+    if (surplus) logLine("more resources than line 2 of the map says, the file is left out");
     if (next.empty()) logLine("the map ends without ENDFILE");
+    return !surplus;
 }
 
 bool ResourceMap::parseResource(std::string_view line, MapResource& resource) {
@@ -115,19 +121,18 @@ bool ResourceMap::parseResource(std::string_view line, MapResource& resource) {
 
 std::string_view ResourceMap::line() { return scanner_.line(kLineLength); }
 
-void ResourceMap::logLine(const char* problem) const {
-    logProblem(path_, scanner_.lineNumber(), problem);
-}
+void ResourceMap::logLine(const char* problem) { problems_.log(scanner_.lineNumber(), problem); }
 
 std::vector<SequenceSoundRecord> readAudioMap(const std::string& path, std::string_view text) {
     std::vector<SequenceSoundRecord> records;
+    MapProblems problems(path);
     OMScanner scanner(text);
     for (std::string_view line = scanner.line(kLineLength); !line.empty();
          line = scanner.line(kLineLength)) {
         if (const auto record = parseSequenceSound(OMScanner(line)))
             records.push_back(*record);
         else
-            logProblem(path, scanner.lineNumber(), "not of the form AO: n  Sequence: n  Sound: n");
+            problems.log(scanner.lineNumber(), "not of the form AO: n  Sequence: n  Sound: n");
     }
     return records;
 }

@@ -20,7 +20,8 @@ constexpr std::string_view kScripts = "scripts\\";
 constexpr std::string_view kResourceFolder = "RSC\\";
 constexpr std::string_view kParent = "..\\";
 constexpr std::string_view kResourceFileMark = ".rsc";
-constexpr std::size_t kMaxMapSize = std::size_t{16} << 20; ///< bytes; 200,000 lines of full length
+constexpr std::size_t kMaxMapSize = std::size_t{4}
+                                    << 20; ///< bytes; 400,000 resources, 50 full types
 
 std::string withBackslash(std::string_view root) {
     return std::string(root) + (root.ends_with('\\') ? "" : "\\");
@@ -37,8 +38,8 @@ std::optional<std::string> readText(const std::string& path) {
 constexpr std::size_t kComparedAtOnce = 65536; ///< bytes
 
 /// Whether a copy of `source` may be made at `path`: where nothing lies, or what a copy left behind
-/// when the program ended in its midst, the beginning of that same file. A map can name a file as it
-/// likes, even as the player's saved games are named.
+/// when the program ended in its midst, the beginning of that same file. A map can name a file as
+/// it likes, even as the player's saved games are named.
 bool isFreeForCopy(const std::string& path, const std::string& source) {
     const auto old = OMPlatform().files().open(path, platform::OpenMode::Read);
     if (!old) return true;
@@ -81,19 +82,26 @@ bool RResources::readMap(const std::string& path) {
     const std::optional<std::string> text = readText(path);
     if (!text) return false;
     ResourceMap map(path, *text);
+    if (!map.isUsable()) return false; // the directory is scanned instead
     const std::string& identifier = map.identifier();
     if (std::find(mapIdentifiers_.begin(), mapIdentifiers_.end(), identifier) !=
         mapIdentifiers_.end())
         return true;
-    if (!identifier.empty()) mapIdentifiers_.push_back(identifier);
+    mapIdentifiers_.push_back(identifier);
     MapFileBlock block;
     while (map.nextBlock(block)) registerBlock(block);
     return true;
 }
 
+/// `name` is in lower case and not known yet.
+void RResources::addFile(const std::string& name) {
+    places_.emplace(name, files_.size());
+    files_.push_back({name});
+}
+
 void RResources::registerBlock(const MapFileBlock& block) {
     if (find(block.name)) return;
-    files_.push_back({block.name});
+    addFile(block.name);
     std::vector<OMResMgrEntry> entries;
     entries.reserve(block.resources.size());
     for (const MapResource& resource : block.resources)
@@ -115,7 +123,7 @@ void RResources::scanFile(const std::string& name) {
         return;
     }
     if (!find(name)) {
-        files_.push_back({name});
+        addFile(name);
         OMResMgrUseDLL16(name, false);
     }
     activateDLL(name, false);
@@ -137,6 +145,7 @@ void RResources::shutDown() {
         OMResMgrStopUsing(record.name, true);
     }
     files_.clear();
+    places_.clear();
     streamedSounds_.clear();
     OMCachedFile::clear();
     OMResMgrClear();
@@ -252,8 +261,6 @@ void RResources::report(const std::string& text) {
 }
 
 RResources::FileRecord* RResources::find(std::string_view name) {
-    const auto found = std::find_if(files_.begin(), files_.end(), [&](const FileRecord& record) {
-        return OMPathSameName(record.name, name);
-    });
-    return found == files_.end() ? nullptr : &*found;
+    const auto place = places_.find(OMPathLowerCase(name));
+    return place == places_.end() ? nullptr : &files_[place->second];
 }

@@ -11,6 +11,8 @@
 #include "omlink.h"
 #include "resourcemap.h"
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -76,6 +78,7 @@ class RResources {
     };
 
     void addDirectories(const std::string& root);
+    void addFile(const std::string& name);
     bool readMap(const std::string& path);
     void registerBlock(const MapFileBlock& block);
     void scanDirectory(const std::string& directory);
@@ -89,7 +92,8 @@ class RResources {
     void report(const std::string& text);
 
     std::vector<FileRecord> files_;
-    std::vector<std::string> mapIdentifiers_; ///< of the maps read; start-up only
+    std::map<std::string, std::size_t, std::less<>> places_; ///< of the names in `files_`
+    std::vector<std::string> mapIdentifiers_;                ///< of the maps read; start-up only
     std::set<int> streamedSounds_;
     std::string homeDirectory_;
     OMLinkTo<void(std::string_view)> alert_;

@@ -8,7 +8,7 @@ if(count LESS 2)
 endif()
 foreach(command "extract;${files};-o;${WORK}/unpacked"
                 "pack;${WORK}/unpacked/resources.manifest;-o;${WORK}/RSC"
-                "map;${WORK}/RSC/harbour.rsc;${WORK}/RSC/light.rsc;--name;ZORBET-SAMPLE;-o;${WORK}")
+                "map;${WORK}/RSC/harbour.rsc;${WORK}/RSC/light.rsc;${WORK}/RSC/sounds.rsc;--name;ZORBET-SAMPLE;-o;${WORK}")
   execute_process(COMMAND ${PROGRAM} ${command} RESULT_VARIABLE code OUTPUT_VARIABLE said)
   if(NOT code EQUAL 0 OR said)
     message(FATAL_ERROR "${command}: ended with ${code}\n${said}")

@@ -188,7 +188,8 @@ class OMCachedFile {
     std::size_t cursor_ = 0;                 ///< place in a memory copy of the next read
     std::optional<std::string> destination_; ///< disk copies only
     std::unique_ptr<platform::File> destinationFile_;
-    std::atomic<bool> destinationMade_ = false; ///< the file there is this record's, and goes with it
+    std::atomic<bool> destinationMade_ =
+        false; ///< the file there is this record's, and goes with it
     OMPages transfer_;
     State state_ = State::NotStarted;
     std::size_t chunkSize_;

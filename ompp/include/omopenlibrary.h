@@ -29,8 +29,8 @@ class OMOpenLibrary {
     /// Not set at the beginning.
     static void setKeepOpen(bool keepOpen);
 
-    /// Reads the table of a library; none after a failed check when the file is none. What cannot be
-    /// read of it is logged.
+    /// Reads the table of a library; none after a failed check when the file is none. What cannot
+    /// be read of it is logged.
     [[nodiscard]] static std::optional<OMNELibrary> parse(std::string_view name,
                                                           platform::File& file);
 

@@ -10,9 +10,9 @@
 #include <span>
 #include <string_view>
 
-/// Numbers out of a block of bytes, little-endian unless told otherwise. A read that goes past the end gives 0 (or
-/// nothing), and from then on `ok` is false and every further read fails too: a parser may read a
-/// whole record and ask once.
+/// Numbers out of a block of bytes, little-endian unless told otherwise. A read that goes past the
+/// end gives 0 (or nothing), and from then on `ok` is false and every further read fails too: a
+/// parser may read a whole record and ask once.
 class OMReader {
   public:
     /// The bytes must outlive the reader.

@@ -12,7 +12,9 @@
 #include "omres.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -59,6 +61,7 @@ class OMResMgrFile {
 
   private:
     std::string name_;
+    std::set<std::string, std::less<>> types_; ///< in whose tables it has resources
     int useCount_ = 0;
     int activationCount_ = 0;
 };

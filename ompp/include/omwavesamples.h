@@ -27,9 +27,9 @@ class OMWaveSamples {
 
     [[nodiscard]] bool isStreamed() const;
 
-    /// Gets ready for playing the window `start` to `end` (inclusive) from its start: a whole stream
-    /// is read, a chunked one as far as its first blocks are not in memory. `blocks` is the number
-    /// of output buffers, `blockSize` their size. Another window needs `unload` first.
+    /// Gets ready for playing the window `start` to `end` (inclusive) from its start: a whole
+    /// stream is read, a chunked one as far as its first blocks are not in memory. `blocks` is the
+    /// number of output buffers, `blockSize` their size. Another window needs `unload` first.
     void load(std::int64_t start, std::int64_t end, std::size_t blockSize, std::size_t blocks);
     void unload();
 
@@ -46,7 +46,7 @@ class OMWaveSamples {
     };
 
     Chunk read(std::int64_t position, std::size_t count);
-    [[nodiscard]] Chunk wholeChunk(std::int64_t position, std::size_t count) const;
+    Chunk wholeChunk(std::int64_t position, std::size_t count);
     std::span<std::uint8_t> storage(std::size_t block) {
         return std::span(storage_).subspan(block * blockSize_, blockSize_);
     }
@@ -58,6 +58,7 @@ class OMWaveSamples {
     std::span<const std::byte> whole_; ///< whole streams: everything
     std::vector<std::uint8_t> storage_;
     std::vector<Block> blocks_;
-    std::size_t oldest_ = 0; ///< the block to be replaced next when all are used
+    std::size_t oldest_ = 0;        ///< the block to be replaced next when all are used
+    std::vector<std::uint8_t> cut_; ///< whole streams: the chunk in which the data end early
     std::vector<std::uint8_t> silence_;
 };

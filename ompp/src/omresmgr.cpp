@@ -19,7 +19,8 @@ constexpr std::size_t kTableLineLength = 81;
 
 struct Lists {
     std::map<std::string, OMResMgrResType, std::less<>> types;
-    std::vector<std::unique_ptr<OMResMgrFile>> files; // below the types: files clean up in them
+    /// By lower-case names. Below the types: files clean up in them.
+    std::map<std::string, std::unique_ptr<OMResMgrFile>, std::less<>> files;
 };
 
 Lists& lists() {
@@ -27,15 +28,9 @@ Lists& lists() {
     return theLists;
 }
 
-auto findPlace(std::string_view name) {
-    auto& files = lists().files;
-    return std::find_if(files.begin(), files.end(),
-                        [&](const auto& file) { return OMPathSameName(file->name(), name); });
-}
-
 OMResMgrFile* findByName(std::string_view name) {
-    const auto place = findPlace(name);
-    return place == lists().files.end() ? nullptr : place->get();
+    const auto place = lists().files.find(OMPathLowerCase(name));
+    return place == lists().files.end() ? nullptr : place->second.get();
 }
 
 /// Null, after a failed check of `operation`, when the file is not in use.
@@ -55,7 +50,9 @@ template <class File, class AddResources>
 void useFile(std::string_view name, bool activate, AddResources addResources) {
     OMResMgrFile* file = findByName(name);
     if (!file) {
-        file = lists().files.emplace_back(std::make_unique<File>(name)).get();
+        auto made = std::make_unique<File>(name);
+        file = made.get();
+        lists().files.emplace(OMPathLowerCase(name), std::move(made));
         addResources(*file);
     }
     file->changeUseCount(1);
@@ -118,8 +115,11 @@ std::span<const OMResMgrEntry> countedTable(OMResMgrTerminated table) {
 
 OMResMgrFile::~OMResMgrFile() {
     auto& types = lists().types;
-    for (auto& [name, type] : types) type.remove(*this);
-    std::erase_if(types, [](const auto& type) { return type.second.empty(); });
+    for (const std::string& name : types_) {
+        const auto type = types.find(name);
+        type->second.remove(*this);
+        if (type->second.empty()) types.erase(type);
+    }
 }
 
 void OMResMgrFile::addToResTypeList(std::span<const OMResMgrEntry> entries) {
@@ -127,9 +127,11 @@ void OMResMgrFile::addToResTypeList(std::span<const OMResMgrEntry> entries) {
     for (const OMResMgrEntry& entry : entries) groups[entry.type].push_back(entry.id);
     for (const auto& [type, ids] : groups) {
         const auto [place, isNew] = lists().types.try_emplace(std::string(type));
-        const bool added = place->second.addInFront(ids, *this);
-        OMDebug::check(added, "tooMany", "OMResMgrFile::addToResTypeList - too many resources!");
-        if (!added && isNew) lists().types.erase(place);
+        if (OMDebug::check(place->second.addInFront(ids, *this), "tooMany",
+                           "OMResMgrFile::addToResTypeList - too many resources!"))
+            types_.insert(place->first);
+        else if (isNew)
+            lists().types.erase(place);
     }
 }
 
@@ -264,11 +266,11 @@ void OMResMgrDeactivate(std::string_view name) {
 void OMResMgrStopUsing(std::string_view name, bool deactivate) {
     OMResMgrFile* file = requireUsed(name, "OMResMgrStopUsing");
     if (!file) return;
-    if (deactivate) file->changeActivationCount(-1);
+    if (deactivate && file->isActive()) file->changeActivationCount(-1);
     if (file->useCount() > 0) file->changeUseCount(-1);
     if (file->useCount() > 0) return;
     if (!file->isActive())
-        lists().files.erase(findPlace(name));
+        lists().files.erase(OMPathLowerCase(name));
     else
         OMDebug::check(
             false, "file->getActivationCount() > 0",

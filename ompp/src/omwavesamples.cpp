@@ -38,21 +38,22 @@ bool OMWaveSamples::has(std::int64_t position) const {
 }
 
 OMWaveSamples::Chunk OMWaveSamples::chunk(std::int64_t position, std::size_t count) {
-    if (!isStreamed()) {
-        const Chunk found = wholeChunk(position, count);
-        if (!found.empty()) return found;
-        silence_.assign(blockSize_, OMWaveMix::kSilence);
-        return Chunk(silence_).first(count);
-    }
+    if (!isStreamed()) return wholeChunk(position, count);
     const auto found = std::ranges::find(blocks_, position, &Block::position);
     if (found == blocks_.end()) return read(position, count);
     return storage(static_cast<std::size_t>(found - blocks_.begin())).first(found->count);
 }
 
-OMWaveSamples::Chunk OMWaveSamples::wholeChunk(std::int64_t position, std::size_t count) const {
+OMWaveSamples::Chunk OMWaveSamples::wholeChunk(std::int64_t position, std::size_t count) {
     const std::size_t offset = dataOffset_ + static_cast<std::size_t>(position);
-    if (offset > whole_.size() || count > whole_.size() - offset) return {};
-    return {reinterpret_cast<const std::uint8_t*>(whole_.data()) + offset, count};
+    const Chunk all(reinterpret_cast<const std::uint8_t*>(whole_.data()), whole_.size());
+    const Chunk there = all.subspan(std::min(offset, all.size()));
+    if (there.size() >= count) return there.first(count);
+    // The data end early. Only one chunk of a play window has both samples and silence.
+    std::vector<std::uint8_t>& padded = there.empty() ? silence_ : cut_;
+    padded.assign(blockSize_, OMWaveMix::kSilence);
+    std::ranges::copy(there, padded.begin());
+    return Chunk(padded).first(count);
 }
 
 /// Replaces the oldest block: those still in use are always among the newest.

@@ -17,8 +17,6 @@ namespace platform {
 
 class HeadlessWaveOut final : public WaveOut {
   public:
-    static constexpr int kMaxRate = 192000; ///< samples a second
-
     /// Both must outlive the device.
     HeadlessWaveOut(const VirtualClock& clock, WaveRecorder& recorder)
         : clock_(clock), recorder_(recorder) {}

@@ -7,21 +7,31 @@ namespace platform {
 
 namespace {
 
-constexpr Uint16 kSamplesAtOnce = 512; // about 23 ms at 22,050 Hz
+constexpr Uint16 kMostAtOnce = 512; // about 23 ms at 22,050 Hz
+constexpr Uint16 kFewestAtOnce = 32;
+constexpr int kShortestMs = 20;
+
+/// A power of two. Closing the device waits for as many to be played, so slow rates take fewer.
+Uint16 samplesAtOnce(int rate) {
+    Uint16 samples = kMostAtOnce;
+    while (samples > kFewestAtOnce && samples * 1000 / rate > 2 * kShortestMs) samples /= 2;
+    return samples;
+}
+
 constexpr int kSilence = 128;
 
 } // namespace
 
 bool SdlWaveOut::open(int rate) {
     close();
-    if (rate < 1) return false;
+    if (rate < kMinRate || rate > kMaxRate) return false;
     // The subsystem may fail where there is no sound at all; the program goes on without.
     if (SDL_WasInit(SDL_INIT_AUDIO) == 0 && SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) return false;
     SDL_AudioSpec wanted{};
     wanted.freq = rate;
     wanted.format = AUDIO_U8;
     wanted.channels = 1;
-    wanted.samples = kSamplesAtOnce;
+    wanted.samples = samplesAtOnce(rate);
     wanted.callback = deliver;
     wanted.userdata = this;
     device_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);

@@ -374,7 +374,7 @@ class MemoryWaveOut final : public platform::WaveOut {
 
     bool open(int rate) override {
         close();
-        if (!available || rate < 1) return false;
+        if (!available || rate < kMinRate || rate > kMaxRate) return false;
         rate_ = rate;
         opened.push_back(rate);
         paused = false;

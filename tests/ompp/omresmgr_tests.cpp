@@ -1,4 +1,5 @@
 #include "frameworkfixture.h"
+#include "growth.h"
 #include "nebuilder.h"
 
 #include "omapp.h"
@@ -100,8 +101,7 @@ TEST_F(OMResMgrTest, FindsResourcesWhileTheirFileIsActive) {
     EXPECT_TRUE(takeFailures().empty());
 
     OMResMgrDeactivate("a.rsc");
-    EXPECT_EQ(takeFailures(),
-              Strings{"OMResMgrDeactivate - too many deactivates for file a.rsc!"});
+    EXPECT_EQ(takeFailures(), Strings{"OMResMgrDeactivate - too many deactivates for file a.rsc!"});
     OMResMgrActivate("a.rsc");
     EXPECT_EQ(fileOf(1), "a.rsc") << "the refused one left no debt";
 
@@ -184,6 +184,117 @@ TEST_F(OMResMgrTest, RefusesATypeWithTooManyResources) {
     OMResMgrStopUsing("full.rsc", true);
     OMResMgrUseDLL16("later.rsc", more, true);
     EXPECT_EQ(fileOf(9000), "later.rsc") << "there is room again";
+}
+
+TEST_F(OMResMgrTest, ATableEndsAtExactlyItsLimit) {
+    const auto ids = [](int first, int count, std::string_view type = "WAVE") {
+        Entries entries;
+        for (int i = 0; i < count; ++i)
+            entries.push_back({static_cast<std::int16_t>(first + i), type});
+        return entries;
+    };
+    struct Row {
+        const char* name;
+        std::vector<int> counts; ///< of one file after the other; ids go on
+        std::vector<bool> added;
+    };
+    const Row rows[] = {
+        {"one file below", {8191}, {true}},
+        {"one file full", {8192}, {true}},
+        {"one file above", {8193}, {false}},
+        {"up to the limit", {8191, 1}, {true, true}},
+        {"past the limit", {8191, 2}, {true, false}},
+        {"a smaller one after a refused one", {8191, 2, 1, 1}, {true, false, true, false}},
+        {"grown by several", {4096, 2048, 2048, 1}, {true, true, true, false}},
+        {"a large one after small ones", {1, 1, 8191, 8190}, {true, true, false, true}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        int next = 1;
+        std::size_t refused = 0;
+        for (std::size_t i = 0; i < row.counts.size(); ++i) {
+            Entries entries = ids(next, row.counts[i]);
+            entries.push_back({static_cast<std::int16_t>(i + 1), "ASEQ"});
+            const std::string name = std::to_string(i);
+            OMResMgrUseDLL16(name, entries, true);
+            const std::string expected = row.added[i] ? name : "none";
+            EXPECT_EQ(fileOf(next), expected) << i;
+            EXPECT_EQ(fileOf(next + row.counts[i] - 1), expected) << i;
+            EXPECT_EQ(fileOf(static_cast<int>(i + 1), "ASEQ"), name) << "other types are added";
+            next += row.counts[i];
+            if (!row.added[i]) ++refused;
+        }
+        EXPECT_EQ(takeFailures(),
+                  Strings(refused, "OMResMgrFile::addToResTypeList - too many resources!"));
+        OMResMgrClear();
+    }
+}
+
+TEST_F(OMResMgrTest, EqualIdsOfOneFileAreDuplicates) {
+    const Entries table = {{7, "WAVE"}, {7, "WAVE"}, {7, "ASEQ"}};
+    OMResMgrUseDLL16("a.rsc", table, true);
+    EXPECT_EQ(fileOf(7), "a.rsc");
+    EXPECT_EQ(takeFailures(), Strings{"OMResMgrFindFile - active, duplicate id 7 found!"});
+    EXPECT_EQ(fileOf(7, "ASEQ"), "a.rsc");
+    EXPECT_TRUE(takeFailures().empty()) << "types are told apart";
+    files.put("b.rsc", NEBuilder().add("RRGB", 5, "first").add("RRGB", 5, "second").build());
+    OMResMgrUseDLL16("b.rsc", true);
+    const auto stream = OMResMgrGetIStream(5, "RRGB", kOMIStreamCache);
+    EXPECT_EQ(takeFailures(), Strings{"OMResMgrFindFile - active, duplicate id 5 found!"});
+    EXPECT_EQ(testing_support::toText(stream->readAll()).substr(0, 5), "first");
+}
+
+TEST_F(OMResMgrTest, ADamagedLibraryIsUsedWithoutWhatItLost) {
+    const std::string invalid = "OMIStreamDLL16IsValidDLL - invalid file!";
+    const Bytes good = NEBuilder().add("WAVE", 1, "one").add("ASEQ", 2, "two").build();
+    struct Row {
+        const char* name;
+        Bytes bytes;
+        std::string wave;
+        std::string aseq;
+        Strings failures;
+    };
+    const auto cut = [&](std::size_t size) {
+        return Bytes(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size));
+    };
+    const Row rows[] = {
+        {"whole", good, "a.rsc", "a.rsc", {}},
+        {"without the second resource", cut(good.size() - 16), "a.rsc", "none", {}},
+        {"without resources", cut(good.size() - 32), "none", "none", {}},
+        {"without headers", cut(127), "none", "none", {invalid}},
+        {"empty", {}, "none", "none", {invalid}},
+        {"zeros", Bytes(good.size()), "none", "none", {invalid}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        files.put("a.rsc", row.bytes);
+        OMResMgrUseDLL16("a.rsc", true);
+        EXPECT_EQ(takeFailures(), row.failures);
+        EXPECT_EQ(fileOf(1), row.wave);
+        EXPECT_EQ(fileOf(2, "ASEQ"), row.aseq);
+        EXPECT_TRUE(isUsed("a.rsc")) << "it is a file in use all the same";
+        OMDebug::setCheckListener(
+            [this](const OMDebug::Failure& failure) { failures.emplace_back(failure.message); });
+        OMResMgrStopUsing("a.rsc", true);
+        EXPECT_TRUE(takeFailures().empty());
+    }
+}
+
+// A text of another kind may be taken for a map, and then every few bytes of it are a file.
+TEST_F(OMResMgrTest, ManyFilesAndTypesTakeTimeInProportion) {
+    const auto work = [](int count) {
+        std::vector<std::string> names;
+        for (int i = 0; i < count; ++i) names.push_back(std::to_string(i));
+        for (const std::string& name : names) {
+            const Entries own = {{1, name}, {2, name}};
+            OMResMgrUseDLL16(name, own, true);
+        }
+        EXPECT_EQ(fileOf(2, names.back()), names.back());
+        for (const std::string& name : names) OMResMgrStopUsing(name, true);
+        EXPECT_EQ(fileOf(2, names.back()), "none");
+    };
+    EXPECT_LT(testing_support::growthOfFour(4000, work), testing_support::kInProportion);
+    EXPECT_TRUE(takeFailures().empty());
 }
 
 TEST_F(OMResMgrTest, GivesStreams) {

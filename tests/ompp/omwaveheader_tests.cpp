@@ -5,6 +5,7 @@
 #include "omistreamfile.h"
 #include "omwaveheader.h"
 
+#include <algorithm>
 #include <random>
 
 using testing_support::Bytes;
@@ -108,6 +109,72 @@ TEST_F(OMWaveHeaderTest, TrustsNoSizeOfAWaveFile) {
     expect(endless, 0, 0, 22050, {});
 }
 
+TEST_F(OMWaveHeaderTest, FindsItsChunksAmongAnyOthers) {
+    using Writer = testing_support::ByteWriter;
+    const auto file = [](auto... parts) {
+        Writer out(false);
+        out.text("RIFF").u32(0xFFFFFFFF).text("WAVE");
+        (parts(out), ...);
+        return out.bytes();
+    };
+    const auto chunk = [](std::string_view tag, std::uint32_t size, std::size_t bytes) {
+        return [=](Writer& out) { out.text(tag).u32(size).samples(Samples(bytes, 200)); };
+    };
+    const auto format = [](std::uint32_t rate) {
+        return [=](Writer& out) {
+            out.text("fmt ").u32(16).u16(1).u16(1).u32(rate).u32(rate).u16(1).u16(8);
+        };
+    };
+    const auto empty = [](int count) {
+        return [=](Writer& out) {
+            for (int i = 0; i < count; ++i) out.text("JUNK").u32(0);
+        };
+    };
+    const auto plain = format(22050);
+    const auto data = chunk("data", 10, 10);
+    struct Row {
+        const char* name;
+        Bytes bytes;
+        std::size_t offset;
+        std::size_t length;
+        int rate = 22050;
+        Strings complaints = {};
+    };
+    const Row rows[] = {
+        {"data before the format", file(data, plain), 0, 0},
+        {"data on both sides", file(data, plain, chunk("data", 4, 4)), 62, 4},
+        {"two data", file(plain, chunk("data", 4, 4), data), 44, 4},
+        {"two formats", file(plain, format(11025), data), 68, 10},
+        {"a thousand empty chunks", file(plain, empty(1000), data), 8044, 10},
+        {"as many as fit before the format", file(empty(125), plain, data), 1044, 10},
+        {"empty data", file(plain, chunk("data", 0, 0)), 44, 0},
+        {"empty data before bytes", file(plain, chunk("data", 0, 9)), 44, 0},
+        {"data of 2 GB", file(plain, chunk("data", 0x7FFFFFFF, 10)), 44, 10},
+        {"a chunk of 2 GB", file(plain, chunk("LIST", 0x7FFFFFFF, 4), data), 0, 0},
+        {"a chunk of 4 GB", file(plain, chunk("LIST", 0xFFFFFFFF, 4), data), 0, 0},
+        {"odd without its pad byte", file(plain, chunk("LIST", 3, 3), data), 0, 0},
+        {"data without its size", file(plain, [](Writer& out) { out.text("data").u16(0); }), 0, 0},
+        {"format without its last byte",
+         file(chunk("fmt ", 16, 15)),
+         0,
+         0,
+         static_cast<int>(0x7FFFFFFF),
+         {invalid("sample rate"), invalid("number of channels"),
+          invalid("number of bits per sample")}},
+        {"format of no size",
+         file(chunk("fmt ", 0, 0), data),
+         28,
+         10,
+         10,
+         {invalid("sample rate"), invalid("number of channels"),
+          invalid("number of bits per sample")}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        expect(row.bytes, row.offset, row.length, row.rate, row.complaints);
+    }
+}
+
 TEST_F(OMWaveHeaderTest, ReadsMacintoshSounds) {
     struct Row {
         const char* name;
@@ -171,6 +238,10 @@ TEST_F(OMWaveHeaderDeathTest, AWaveFileWithoutFormatStopsTheProgram) {
     const Bytes whole = RiffSound{.data = Samples(10)}.build();
     const Bytes late = RiffSound{.before = 998, .data = Samples(10)}.build();
     EXPECT_EXIT(read(late), testing::ExitedWithCode(255), text);
+    // Neither is one of 4 GB before it passed over.
+    Bytes hidden = RiffSound{.before = 6, .data = Samples(10)}.build();
+    std::fill_n(hidden.begin() + 16, 4, std::byte{0xFF});
+    EXPECT_EXIT(read(hidden), testing::ExitedWithCode(255), text);
     for (const std::ptrdiff_t length : {12, 19})
         EXPECT_EXIT(read(Bytes(whole.begin(), whole.begin() + length)),
                     testing::ExitedWithCode(255), text);

@@ -1,9 +1,14 @@
 // The life of sounds: their links, their play window, the device, the engine's settings.
+#include "nebuilder.h"
 #include "soundfixture.h"
+
+#include "omistreamdll16.h"
 
 #include <algorithm>
 #include <functional>
 
+using testing_support::Bytes;
+using testing_support::RiffSound;
 using testing_support::Samples;
 using testing_support::SoundTest;
 using testing_support::TestSound;
@@ -352,7 +357,42 @@ TEST_F(OMWaveSoundTest, AShortStreamIsSilentWhereItCannotBeRead) {
     EXPECT_EQ(heard(), expected);
 }
 
+TEST_F(OMWaveSoundTest, ALibraryThatEndsEarlyIsHeardAsFarAsItGoes) {
+    // Its last resource is 56 bytes in units of 32, and the padding is missing.
+    Bytes library = testing_support::NEBuilder(5)
+                        .add("WAVE", 1, RiffSound{.claimed = 1000, .data = Samples(12, 7)}.build())
+                        .build();
+    library.resize(library.size() - 8);
+    files.put("a.rsc", library);
+    Samples expected(24, 128);
+    std::fill_n(expected.begin(), 12, 7);
+    for (const int mode : {kOMIStreamCache, kOMIStreamBuffered}) {
+        OMIStreamDLL16 stream(1, "WAVE", "a.rsc", mode);
+        OMWaveSound a(stream, false);
+        EXPECT_EQ(a.dataLength(), 20);
+        EXPECT_TRUE(a.play(true));
+        run(80);
+        EXPECT_EQ(heard(), expected) << mode;
+    }
+}
+
 // The device
+
+TEST_F(OMWaveSoundTest, ARateThatNoDevicePlaysIsRefused) {
+    const TestSound good = make(Samples(8, 7));
+    for (const bool keepOpen : {false, true})
+        for (const std::uint32_t rate : {0u, 192001u, 0x7FFFFFFFu, 0xFFFFFFFFu}) {
+            engine.testDevice(keepOpen);
+            const TestSound bad = make(Samples(8, 9), kOMIStreamBuffered, rate);
+            EXPECT_FALSE(bad->play(true)) << rate;
+            EXPECT_EQ(engine.soundingCount(), 0U);
+            EXPECT_TRUE(good->play(true)) << "the device is opened anew";
+            // Among others every sound is played at their rate.
+            EXPECT_TRUE(bad->play(true)) << rate;
+            run(16);
+            EXPECT_EQ(heard().size(), 16U);
+        }
+}
 
 TEST_F(OMWaveSoundTest, TheDeviceIsOpenAtTheFirstSoundsRate) {
     const TestSound a = make(Samples(16, 7), kOMIStreamCache, 11025);

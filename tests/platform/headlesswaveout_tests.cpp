@@ -210,7 +210,8 @@ TEST_F(HeadlessWaveOutTest, EveryOpeningThatPlayedHasItsRecording) {
 }
 
 TEST_F(HeadlessWaveOutTest, RefusesImpossibleRatesAndIgnoresCallsWhenClosed) {
-    for (const int rate : {0, -1, HeadlessWaveOut::kMaxRate + 1, 0x7FFFFFFF}) {
+    for (const int rate :
+         {0, -1, HeadlessWaveOut::kMinRate - 1, HeadlessWaveOut::kMaxRate + 1, 0x7FFFFFFF}) {
         EXPECT_FALSE(device_.open(rate));
         EXPECT_FALSE(device_.isOpen());
     }

@@ -1,9 +1,12 @@
 #include "frameworkfixture.h"
+#include "growth.h"
 #include "nebuilder.h"
 
 #include "omapp.h"
+#include "omformat.h"
 #include "resources.h"
 
+#include <algorithm>
 #include <optional>
 
 using testing_support::FrameworkTest;
@@ -11,6 +14,8 @@ using testing_support::NEBuilder;
 using testing_support::toText;
 
 namespace {
+
+using namespace std::string_literals;
 
 using Strings = std::vector<std::string>;
 
@@ -225,11 +230,13 @@ std::string readBlocks(const std::string& text) {
 TEST_F(ResourcesTest, LeavesOutWhatMakesNoSenseInAMap) {
     const std::string type = "the type of a resource must have four characters";
     const std::string id = "the id of a resource must be a number from 1 to 32767";
-    const std::string surplus =
-        "more resources than line 2 of the map says, the last ones are left out";
+    const std::string surplus = "more resources than line 2 of the map says, the file is left out";
     const std::string noEnd = "the map ends without ENDFILE";
     const std::string noCount =
         "the largest number of resources of one file is missing, the map is not used";
+    const std::string longIdentifier =
+        "the identifier has more than 39 characters, the map is not used\n";
+    const std::string megabyte(std::size_t{1} << 20, 'x');
     const MapRow rows[] = {
         {"line ends", "M\r2\r\n\n \t\na.RSC junk\rWAVE 1\n\n  RRGB\t 2 junk\r\nx ENDFILE y\n",
          "a.rsc:WAVE 1,RRGB 2,;", ""},
@@ -237,12 +244,29 @@ TEST_F(ResourcesTest, LeavesOutWhatMakesNoSenseInAMap) {
          "4: " + type + "\n5: " + type + "\n6: " + type + "\n"},
         {"id", "M\n9\na\nWAVE\nWAVE 0\nWAVE -1\nWAVE 32768\nWAVE 32767\nENDFILE", "a:WAVE 32767,;",
          "4: " + id + "\n5: " + id + "\n6: " + id + "\n7: " + id + "\n"},
-        {"surplus", "M\n1\na\nWAVE 1\nWAVE 2\nWAVE 3\nENDFILE\nb\nWAVE 4\nENDFILE",
-         "a:WAVE 1,;b:WAVE 4,;", "7: " + surplus + "\n"},
+        {"surplus", "M\n1\na\nWAVE 1\nWAVE 2\nWAVE 3\nENDFILE\nb\nWAVE 4\nENDFILE", "b:WAVE 4,;",
+         "7: " + surplus + "\n"},
+        {"surplus of lines that do not count", "M\n1\na\nWAVE 1\nWAV 2\nENDFILE", "a:WAVE 1,;",
+         "5: " + type + "\n"},
         {"absurd count", "M\n2147483647\na\nWAVE 1\nENDFILE", "a:WAVE 1,;", ""},
         {"no count", "M\na.rsc\nWAVE 1\nENDFILE", "", "2: " + noCount + "\n"},
         {"negative count", "M\n-5\na\nWAVE 1\nENDFILE", "", "2: " + noCount + "\n"},
-        {"count 0", "M\n0 files\na\nWAVE 1\nENDFILE", "a:;", "5: " + surplus + "\n"},
+        {"more than a number holds", "M\n2147483648\na\nWAVE 1\nENDFILE", "",
+         "2: " + noCount + "\n"},
+        {"less than a number holds", "M\n-2147483649\na\nENDFILE", "", "2: " + noCount + "\n"},
+        {"count 0", "M\n0 files\na\nWAVE 1\nENDFILE\nb\nENDFILE", "b:;", "5: " + surplus + "\n"},
+        {"no ENDFILE between", "M\n9\na\nWAVE 1\nb.rsc\nWAVE 2\nENDFILE", "a:WAVE 1,WAVE 2,;",
+         "5: " + type + "\n"},
+        {"NUL bytes", "M\0x\n1\0\na\0b\nWAVE\0 1\nWAVE 2\0\nENDFILE"s, "a:WAVE 2,;",
+         "4: " + id + "\n"},
+        {"a megabyte behind a resource", "M\n9\na\nWAVE 1 " + megabyte + "\nENDFILE", "a:WAVE 1,;",
+         ""},
+        {"a megabyte of a type", "M\n9\na\n" + megabyte + " 1\nENDFILE", "a:;",
+         "4: " + type + "\n"},
+        {"a megabyte of a name", "M\n9\n" + megabyte + "\nWAVE 1\nENDFILE\nb\nENDFILE", "b:;",
+         "3: the file name has more than 15 characters, its resources are left out\n"},
+        {"a megabyte of an identifier", megabyte + "\n9\na\nENDFILE", "", "1: " + longIdentifier},
+        {"nothing but zeros", std::string(100000, '\0'), "", "1: " + longIdentifier},
         {"long name", "M\n9\nabcdefghijkl.rsc\nWAVE 1\nENDFILE\nabcdefghijk.rsc\nWAVE 2\nENDFILE",
          "abcdefghijk.rsc:WAVE 2,;",
          "3: the file name has more than 15 characters, its resources are left out\n"},
@@ -254,8 +278,7 @@ TEST_F(ResourcesTest, LeavesOutWhatMakesNoSenseInAMap) {
         {"long line",
          "M\n9\na" + std::string(100, ' ') + "b\nWAVE 1" + std::string(90, '0') + "\nENDFILE",
          "a:;", "4: " + id + "\n"},
-        {"identifier", std::string(40, 'M') + "\n9\na\nENDFILE", "a:;",
-         "1: the identifier has more than 39 characters and is not used\n"},
+        {"identifier", std::string(40, 'M') + "\n9\na\nENDFILE", "", "1: " + longIdentifier},
         {"empty", "", "", "0: " + noCount + "\n"},
     };
     for (const MapRow& row : rows) {
@@ -269,6 +292,126 @@ TEST_F(ResourcesTest, LeavesOutWhatMakesNoSenseInAMap) {
         EXPECT_EQ(takeLog(), expected) << row.name;
     }
     EXPECT_EQ(ResourceMap("m", std::string(39, 'M') + "\n9\n").identifier(), std::string(39, 'M'));
+}
+
+TEST_F(ResourcesTest, GoesOnWithoutWhatItLeavesOutOfAMap) {
+    const std::string tooLong(ResourceMap::kMaxIdentifier + 1, 'M');
+    files.put("RSC\\resource.map", mapText(tooLong, "9", "a.rsc\nWAVE 1\nENDFILE\n"));
+    files.put("..\\RSC\\resource.map",
+              mapText("M", "1",
+                      "b.rsc\nWAVE 2\nWAVE 3\nENDFILE\nsixteen-char.rsc\nWAVE 4\nENDFILE\n"
+                      "fifteen-chr.rsc\nWAVE 5\nENDFILE\n"));
+    files.put("D:\\RSC\\resource.map",
+              mapText("N", "2", "b.rsc\nWAVE 2\nENDFILE\na.rsc\nWAVE 6\nENDFILE\n"));
+    EXPECT_EQ(start(), RResources::StartUp::Ready);
+    const std::vector<bool> expected = {false, true, false, false, true, true};
+    for (int id = 1; id <= 6; ++id) EXPECT_EQ(has(id), expected[std::size_t(id - 1)]) << id;
+    resources.shutDown();
+    EXPECT_TRUE(failures.empty());
+}
+
+TEST_F(ResourcesTest, AMapThatCannotBeUsedIsAsGoodAsNone) {
+    for (const char* text : {"", "CD\n", "CD\nmany\n"}) {
+        files.put("RSC\\resource.map", text);
+        files.put("RSC\\b.rsc", NEBuilder().add("WAVE", 2, "two").build());
+        files.put("D:\\RSC\\resource.map", mapText("CD", "1", "a.rsc\nWAVE 1\nENDFILE\n"));
+        EXPECT_EQ(start("D:\\"), RResources::StartUp::Ready);
+        EXPECT_TRUE(OMResMgrGetIStreamInfo(1, "WAVE")) << "the map of that name on the CD is read";
+        EXPECT_TRUE(OMResMgrGetIStreamInfo(2, "WAVE")) << "the folder was scanned";
+        resources.shutDown();
+    }
+}
+
+TEST_F(ResourcesTest, TellsOfEqualIdsAndUsesTheFirst) {
+    const std::string duplicate = "OMResMgrFindFile - active, duplicate id ";
+    files.put("RSC\\resource.map", mapText("M", "2",
+                                           "a.rsc\nWAVE 1\nWAVE 1\nENDFILE\n"
+                                           "b.rsc\nWAVE 2\nENDFILE\nc.rsc\nWAVE 2\nENDFILE\n"
+                                           "d.rsc\nWAVE 3\nASEQ 4\nENDFILE\n"
+                                           "D.RSC\nWAVE 9\nENDFILE\n"));
+    files.put("D:\\RSC\\resource.map", mapText("N", "2", "e.rsc\nWAVE 3\nWAVE 4\nENDFILE\n"));
+    start();
+    struct Row {
+        int id;
+        const char* file;
+        bool told;
+    };
+    // New files stand in front, and the sort by id moves equal ones about.
+    for (const Row& row : {Row{1, "a.rsc", true}, Row{2, "c.rsc", true}, Row{3, "e.rsc", true},
+                           Row{4, "e.rsc", false}}) {
+        const OMResMgrFile* file = OMResMgrFindFile(row.id, "WAVE");
+        EXPECT_EQ(file ? file->name() : "none", row.file) << row.id;
+        EXPECT_EQ(takeFailures(),
+                  row.told ? Strings{duplicate + std::to_string(row.id) + " found!"} : Strings{})
+            << row.id;
+    }
+    EXPECT_FALSE(has(9)) << "a file of that name was named before";
+}
+
+TEST_F(ResourcesTest, LivesWithEveryBitOfAMapTurned) {
+    const std::string good = mapText("M", "2",
+                                     "a.rsc\nWAVE 1\nWAVE 2\nENDFILE\nb.rsc\nASEQ 3\n"
+                                     "ENDFILE\n");
+    files.put("D:\\RSC\\b.rsc", NEBuilder().add("ASEQ", 3, "x").build());
+    const OMApp app(OMApp::DisplayMode::PopUp, OMColor(), {0, 0, 640, 480}, 8);
+    std::size_t whole = 0;
+    for (std::size_t bit = 0; bit < 8 * good.size(); ++bit) {
+        std::string text = good;
+        text[bit / 8] = static_cast<char>(text[bit / 8] ^ 1 << bit % 8);
+        files.put("RSC\\resource.map", text);
+        start();
+        if (has(1) && has(2) && has(3, "ASEQ")) ++whole;
+        if (const auto stream = resources.load(3, "ASEQ", kOMIStreamCache)) stream->fill();
+        resources.shutDown();
+        EXPECT_FALSE(has(1) || has(2) || has(3, "ASEQ")) << bit;
+    }
+    EXPECT_GT(whole, 0U) << "names may change";
+    EXPECT_LT(whole, 8 * good.size() / 2);
+}
+
+TEST_F(ResourcesTest, LogsOnlyTheFirstProblemsOfAMap) {
+    std::string text;
+    for (int i = 0; i < 5000; ++i) text += "nonsense\n";
+    const auto lines = [this] {
+        const std::string log = takeLog();
+        return std::count(log.begin(), log.end(), '\n');
+    };
+    readBlocks("M\n9\na.rsc\n" + text + "ENDFILE\nb.rsc\n" + text);
+    EXPECT_EQ(lines(), MapProblems::kMaxLogged + 1);
+    EXPECT_TRUE(readAudioMap("audio.map", text).empty());
+    const std::string log = takeLog();
+    EXPECT_TRUE(log.ends_with("line 51: further problems of this map are not logged\n")) << log;
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), MapProblems::kMaxLogged + 1);
+}
+
+TEST_F(ResourcesTest, AFolderWithAMapBeyond4MBIsScanned) {
+    std::string text = mapText("M", "1", "a.rsc\nWAVE 1\nENDFILE\n");
+    text.resize(std::size_t{4} << 20, ' ');
+    files.put("RSC\\a.rsc", NEBuilder().add("WAVE", 2, "x").build());
+    files.put("RSC\\resource.map", text);
+    start();
+    EXPECT_TRUE(has(1) && !has(2));
+    EXPECT_EQ(takeLog(), "");
+    resources.shutDown();
+
+    files.put("RSC\\resource.map", text + " ");
+    start();
+    EXPECT_TRUE(!has(1) && has(2));
+    EXPECT_EQ(takeLog(), "ERROR: RSC\\resource.map cannot be read\n"
+                         "Activating DLL a.rsc temporarily\n");
+}
+
+TEST_F(ResourcesTest, AMapOfManyFilesTakesTimeInProportion) {
+    const auto work = [this](int count) {
+        std::string blocks;
+        for (int i = 0; i < count; ++i) blocks += OMFormat("%d\n%04d 1\nENDFILE\n", i, i / 20);
+        files.put("RSC\\resource.map", mapText("M", "1", blocks));
+        start();
+        EXPECT_TRUE(has(1, "0000"));
+        resources.shutDown();
+        EXPECT_FALSE(has(1, "0000"));
+    };
+    EXPECT_LT(testing_support::growthOfFour(4000, work), testing_support::kInProportion);
 }
 
 TEST_F(ResourcesTest, LivesWithMapsCutAtEveryByte) {

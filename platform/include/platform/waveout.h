@@ -20,10 +20,15 @@ struct WaveBuffer {
 
 class WaveOut {
   public:
+    // Samples a second. No device plays slower or faster, and a sound file may claim anything.
+    static constexpr int kMinRate = 1000;
+    static constexpr int kMaxRate = 192000;
+
     virtual ~WaveOut() = default;
 
     /// Opens the default device for 8-bit mono PCM, in the state of playing. False when there is no
-    /// device or it cannot play `rate` samples a second; an open device is closed first.
+    /// device or it cannot play `rate` samples a second, which are kMinRate to kMaxRate; an open
+    /// device is closed first.
     virtual bool open(int rate) = 0;
     /// Drops what is queued. Without effect on a closed device, as all that follows.
     virtual void close() = 0;

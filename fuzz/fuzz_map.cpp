@@ -1,0 +1,112 @@
+// Damaged map files: "resource.map" in up to three places and "audio.map", separated in the input
+// by bytes 0xFF, each alone and then as the resource layer registers them. Whatever they say, names
+// and ids keep their limits, no block has more resources than announced, the log stays in
+// proportion, and the resource layer can be used and shut down.
+#include "fuzzmachine.h"
+
+#include "nebuilder.h"
+#include "resources.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using fuzzing::expect;
+using Blocks = std::vector<MapFileBlock>;
+
+constexpr const char* kLog = "zorbelog.txt";
+constexpr std::array kPaths = {"RSC\\resource.map", "..\\RSC\\resource.map",
+                               "D:\\RSC\\resource.map", "RSC\\audio.map"};
+constexpr char kSeparator = '\xFF';
+constexpr std::size_t kMostLoads = 8;
+constexpr std::size_t kMostLogByte = 200; ///< for each byte of a map
+constexpr std::size_t kMostLogRest = 20000;
+
+std::vector<std::string> split(std::string_view text) {
+    std::vector<std::string> parts;
+    while (parts.size() < kPaths.size()) {
+        const auto end = std::min(text.find(kSeparator), text.size());
+        parts.emplace_back(text.substr(0, end));
+        if (end == text.size()) break;
+        text.remove_prefix(end + 1);
+    }
+    return parts;
+}
+
+void addLibraries(fuzzing::MemoryFiles& files) {
+    const auto library = [](std::string_view text) {
+        return testing_support::NEBuilder().add("WAVE", 1, text).add("ASEQ", 2, text).build();
+    };
+    files.put("RSC\\a.rsc", library("one"));
+    files.put("D:\\RSC\\b.rsc", library("two"));
+}
+
+Blocks readAlone(const std::string& text) {
+    ResourceMap map("m", text);
+    expect(map.identifier().size() <= ResourceMap::kMaxIdentifier, "identifiers are short");
+    Blocks blocks;
+    for (MapFileBlock block; map.nextBlock(block);) blocks.push_back(block);
+    for (const MapFileBlock& block : blocks) {
+        expect(!block.name.empty() && block.name.size() <= ResourceMap::kMaxFileName,
+               "file names are short");
+        for (const MapResource& resource : block.resources)
+            expect(resource.type.size() == 4 && resource.id > 0, "resources can be named");
+    }
+    return blocks;
+}
+
+/// As a script would go about it.
+void use(RResources& resources, const Blocks& blocks) {
+    std::size_t loads = 0;
+    for (const MapFileBlock& block : blocks) {
+        if (loads > kMostLoads) break;
+        resources.activateDLL(block.name, loads % 2 == 0);
+        resources.cacheDLL(block.name, {.toHardDrive = loads % 3 == 0});
+        for (const MapResource& resource : block.resources) {
+            if (++loads > kMostLoads) break;
+            const auto stream = resources.load(resource.id, resource.type, kOMIStreamCache);
+            if (stream) stream->fill();
+        }
+        resources.deactivateDLL(block.name);
+        resources.uncacheDLL(block.name);
+    }
+    for (const auto& [id, type] : {std::pair(1, "WAVE"), std::pair(2, "ASEQ")})
+        if (const auto stream = resources.load(id, type, kOMIStreamBuffered)) stream->fill();
+    resources.deactivateAllDLLs(true);
+    resources.uncacheAllDLLs(true);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzzing::World world;
+    const auto parts = split({reinterpret_cast<const char*>(data), size});
+    Blocks blocks;
+    std::size_t sounds = 0;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        world.files.put(kPaths[i], parts[i]);
+        for (MapFileBlock& block : readAlone(parts[i])) blocks.push_back(std::move(block));
+        sounds += readAudioMap("m", parts[i]).size();
+    }
+    expect(sounds <= size, "sounds come from lines");
+    addLibraries(world.files);
+
+    RResources resources;
+    resources.setHomeDirectory("C:\\HOME\\");
+    resources.start("D:", [](const SequenceSoundRecord&) {});
+    expect(world.files.text(kLog).size() <= kMostLogByte * size + kMostLogRest,
+           "the log stays in proportion");
+    world.makeApp();
+    use(resources, blocks);
+    resources.shutDown();
+    for (const MapFileBlock& block : blocks)
+        for (const MapResource& resource : block.resources)
+            expect(OMResMgrFindFile(resource.id, resource.type) == nullptr,
+                   "nothing is left after the end");
+    return 0;
+}
