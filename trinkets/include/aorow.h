@@ -127,6 +127,9 @@ RowEnd drawRow(std::span<const std::uint8_t> data, int width, int skip, PixelLin
 RowEnd drawRow(std::span<const std::uint8_t> data, int width, int skip,
                std::span<std::uint8_t> destination);
 
+/// As drawRow, faster: for rows that skipRow found whole, and parts that do not pass the width.
+void drawWholeRow(const std::uint8_t* data, int skip, PixelLine line);
+
 /// Walks over a row without drawing it.
 RowEnd skipRow(std::span<const std::uint8_t> data, int width);
 

@@ -70,6 +70,90 @@ void drawRun(const RowRun& run, int from, int count, std::uint8_t* at, std::ptrd
     for (int i = 0; i < count; ++i) at[i * step] = source[i];
 }
 
+/// The same without a call for the short runs that noisy pictures are full of: long ones are
+/// written in whole words, the last of which overlaps the one before.
+template <class Word>
+void setWords(std::uint8_t* at, std::uint64_t pattern, int count) {
+    constexpr int kSize = sizeof(Word);
+    const auto word = static_cast<Word>(pattern);
+    for (int i = 0; i + kSize < count; i += kSize) std::memcpy(at + i, &word, kSize);
+    std::memcpy(at + count - kSize, &word, kSize);
+}
+
+template <class Word>
+void copyWords(std::uint8_t* at, const std::uint8_t* from, int count) {
+    constexpr int kSize = sizeof(Word);
+    for (int i = 0; i + kSize < count; i += kSize) std::memcpy(at + i, from + i, kSize);
+    std::memcpy(at + count - kSize, from + count - kSize, kSize);
+}
+
+constexpr int kFewPixels = 32;
+constexpr std::uint64_t kEveryByte = 0x0101010101010101u;
+
+struct ForwardWriter {
+    std::uint8_t* line;
+
+    void fill(int x, std::uint8_t colour, int count) const {
+        std::uint8_t* at = line + x;
+        const std::uint64_t pattern = colour * kEveryByte;
+        if (count >= kFewPixels)
+            std::memset(at, colour, static_cast<std::size_t>(count));
+        else if (count >= 8)
+            setWords<std::uint64_t>(at, pattern, count);
+        else if (count >= 4)
+            setWords<std::uint32_t>(at, pattern, count);
+        else
+            setWords<std::uint8_t>(at, pattern, count);
+    }
+    void copy(int x, const std::uint8_t* from, int count) const {
+        std::uint8_t* at = line + x;
+        if (count >= kFewPixels)
+            std::memcpy(at, from, static_cast<std::size_t>(count));
+        else if (count >= 8)
+            copyWords<std::uint64_t>(at, from, count);
+        else if (count >= 4)
+            copyWords<std::uint32_t>(at, from, count);
+        else
+            copyWords<std::uint8_t>(at, from, count);
+    }
+};
+
+struct SteppingWriter {
+    std::uint8_t* line;
+    std::ptrdiff_t step;
+
+    void fill(int x, std::uint8_t colour, int count) const {
+        for (std::uint8_t* at = line + x * step; count > 0; --count, at += step) *at = colour;
+    }
+    void copy(int x, const std::uint8_t* from, int count) const {
+        for (std::uint8_t* at = line + x * step; count > 0; --count, at += step) *at = *from++;
+    }
+};
+
+template <class Writer>
+void drawWhole(const std::uint8_t* data, int skip, int count, Writer writer) {
+    int x = -skip; // place of the run in the line
+    while (x < count) {
+        const int token = *data++;
+        if (token == kClearToken) {
+            x += *data++;
+            continue;
+        }
+        const bool fill = token == kFillToken;
+        const int length = fill ? data[1] : token;
+        const int from = std::max(x, 0);
+        const int shown = std::min(x + length, count) - from;
+        if (shown > 0) {
+            if (fill)
+                writer.fill(from, data[0], shown);
+            else
+                writer.copy(from, data + (from - x), shown);
+        }
+        data += fill ? 2 : token;
+        x += length;
+    }
+}
+
 } // namespace
 
 void encodeRow(std::span<const std::uint8_t> pixels, std::optional<std::uint8_t> transparent,
@@ -116,6 +200,13 @@ RowEnd drawRow(std::span<const std::uint8_t> data, int width, int skip,
                std::span<std::uint8_t> destination) {
     return drawRow(data, width, skip,
                    PixelLine{destination.data(), 1, static_cast<int>(destination.size())});
+}
+
+void drawWholeRow(const std::uint8_t* data, int skip, PixelLine line) {
+    if (line.step == 1)
+        drawWhole(data, skip, line.count, ForwardWriter{line.at});
+    else
+        drawWhole(data, skip, line.count, SteppingWriter{line.at, line.step});
 }
 
 RowEnd skipRow(std::span<const std::uint8_t> data, int width) {
