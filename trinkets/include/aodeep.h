@@ -48,7 +48,7 @@ class AODeepFrame {
     void addRow(std::span<const std::uint8_t> row, const AOPixelTable& pixels);
     void addPixel(std::uint32_t pixel);
     template <int kBytes>
-    void drawLines(struct AOLines lines) const;
+    void drawLines(AOLines lines) const;
 
     int width_ = 0;
     int height_ = 0;

@@ -15,6 +15,7 @@
 #include <span>
 
 class OMMemCanvas;
+struct AOLines;
 
 /// One of the eight draw directions.
 struct AOTurn {
@@ -74,6 +75,7 @@ class AOFrame {
     [[nodiscard]] bool hit(platform::Point point, platform::Point at, int direction) const;
 
   private:
+    void drawDamaged(std::span<const std::uint32_t> starts, const AOLines& lines) const;
     [[nodiscard]] bool isOpaque(int column, int row) const;
 
     int width_ = 0;

@@ -22,17 +22,28 @@ void AOFrame::draw(OMMemCanvas& canvas, const OMRegion& clip, Point at, int dire
     if (region.isEmpty()) return;
     const OMPixels pixels = canvas.pixels();
     for (const Rect area : region.rectangles()) {
-        AOLines lines = AOLinesOf(pixels, area, at, *turn, width_, height_);
-        const int end = std::min(lines.end, packedRows());
-        for (int row = lines.first; row < end; ++row, lines.at += lines.nextRow) {
-            const aorow::PixelLine line{lines.at, lines.step, lines.count};
-            if (whole_)
-                aorow::drawWholeRow(packedRow(row).data(), lines.skip, line);
-            else
-                aorow::drawRow(packedRow(row), width_, lines.skip, line);
-        }
+        const AOLines lines = AOLinesOf(pixels, area, at, *turn, width_, height_);
+        const int count = std::min(lines.end, packedRows()) - lines.first;
+        if (count <= 0) continue;
+        const auto starts =
+            starts_.subspan(static_cast<std::size_t>(lines.first), static_cast<std::size_t>(count));
+        if (whole_)
+            aorow::drawWholeRows(rows_.data(), starts,
+                                 {width_, lines.skip, lines.count, lines.step, lines.nextRow},
+                                 lines.at);
+        else
+            drawDamaged(starts, lines);
     }
     canvas.changed(region);
+}
+
+void AOFrame::drawDamaged(std::span<const std::uint32_t> starts, const AOLines& lines) const {
+    std::uint8_t* at = lines.at;
+    for (const std::uint32_t start : starts) {
+        aorow::drawRow(rows_.subspan(start), width_, lines.skip,
+                       aorow::PixelLine{at, lines.step, lines.count});
+        at += lines.nextRow;
+    }
 }
 
 bool AOFrame::hit(Point point, Point at, int direction) const {
