@@ -1,30 +1,60 @@
 #include "aobackground.h"
 
+#include "aodeep.h"
+#include "omapp.h"
+#include "omplatform.h"
+
 #include <algorithm>
+#include <utility>
 
 namespace {
 
-constexpr int kDepth = 8;
+constexpr int kIndexedDepth = 8;
 constexpr int kBlack = 0; ///< palette index
+
+int depthOfBackBuffers() {
+    return OMApp::usingDirectDraw() ? OMPlatform().display().screen().depth() : kIndexedDepth;
+}
 
 } // namespace
 
 AOBackground::AOBackground(int width, int height, std::shared_ptr<const AOImage> image)
-    : canvas_(width, height, kDepth) {
+    : canvas_(width, height, depthOfBackBuffers()) {
+    if (AOPaletteRecord::current())
+        canvas_.setPalette(OMPaletteFromDevice(AOPaletteRecord::current()->colors()));
     setImage(std::move(image));
 }
 
 void AOBackground::setImage(std::shared_ptr<const AOImage> image) {
     image_ = std::move(image);
+    awaitsPalette_ = canvas_.depth() > kIndexedDepth;
+    drawImage();
+}
+
+void AOBackground::setPalette(const OMPalette& colors) {
+    canvas_.setPalette(colors);
+    if (std::exchange(awaitsPalette_, false)) drawImage();
+}
+
+OMMemCanvas* AOBackground::picture() {
+    awaitsPalette_ = false; // what is painted there now must stay
+    return &canvas_;
+}
+
+void AOBackground::drawImage() {
+    const OMRegion all(canvas_.bounds());
     canvas_.setColor(OMColor(kBlack));
-    canvas_.fillRect(canvas_.bounds());
+    canvas_.fillRegion(all);
     const AOSequence& sequence = image_->sequence(0);
     const auto entry = std::find_if(sequence.begin(), sequence.end(),
                                     [](const AOEntry& e) { return e.isFrame(); });
     if (entry == sequence.end()) return;
     const AOImage::Placement& place = image_->embedded();
-    image_->frame(entry->code)
-        .draw(canvas_, OMRegion(canvas_.bounds()), {place.x + entry->dx, place.y + entry->dy}, 0);
+    const platform::Point at{place.x + entry->dx, place.y + entry->dy};
+    const AOFrame frame = image_->frame(entry->code);
+    if (canvas_.depth() == kIndexedDepth) return frame.draw(canvas_, all, at, 0);
+    const AOPixelTable pixels = AOPixelsOf(canvas_.devicePalette(), canvas_);
+    AODeepFrame(frame, pixels, canvas_.pixels().bytesPerPixel).draw(canvas_, all, at, 0);
 }
 
 OMRegion AOBackground::paint(OMMemCanvas& backBuffer, const OMRegion& dirty) {

@@ -1,5 +1,6 @@
 #include "efwindow.h"
 
+#include "aodeep.h"
 #include "omapp.h"
 #include "omdebug.h"
 #include "omistream.h"
@@ -16,6 +17,7 @@ EffectsWindow::PaletteFilter EffectsWindow::paletteFilter_;
 namespace {
 
 constexpr int kBlack = 0; ///< palette index
+constexpr int kIndexedDepth = 8;
 
 int nowMs() { return static_cast<int>(OMMilliseconds()); }
 
@@ -147,7 +149,11 @@ void EffectsWindow::installPalette(int id) {
     std::optional<OMPalette> colors = OMReadPalette(stream->readAll());
     if (!colors) return;
     paletteFilter_(*colors);
+    const bool deep = backBuffer().depth() > kIndexedDepth;
+    if (deep)
+        AOPaletteRecord::setCurrent(std::make_shared<AOPaletteRecord>(OMGamePalette(*colors)));
     setPalette(*colors, false);
+    if (deep) invalidateAll(); // the picture may have been drawn in other colours before
 }
 
 // Input

@@ -134,7 +134,7 @@ struct AseqBuilder {
         }
         return out;
     }
-    [[nodiscard]] std::shared_ptr<const AOImage> image() const {
+    [[nodiscard]] std::shared_ptr<AOImage> image() const {
         std::string problem;
         auto made = AOImage::read(build(), problem);
         EXPECT_TRUE(made) << problem;

@@ -15,6 +15,7 @@
 #include <span>
 
 class OMMemCanvas;
+struct AOLines;
 
 /// One of the eight draw directions.
 struct AOTurn {
@@ -45,18 +46,28 @@ class AOFrame {
   public:
     /// A frame without pixels.
     AOFrame() = default;
-    /// Width and height not below 0. Rows that are missing in `rows` are transparent.
-    AOFrame(int width, int height, std::span<const std::uint8_t> rows)
-        : width_(width), height_(height), rows_(rows) {}
+    /// Width and height not below 0; `rows` holds the packed rows, each at its place in `starts`.
+    /// Rows that are missing there are transparent. `whole`: none of the others is damaged.
+    AOFrame(int width, int height, std::span<const std::uint8_t> rows,
+            std::span<const std::uint32_t> starts, bool whole)
+        : width_(width), height_(height), rows_(rows), starts_(starts), whole_(whole) {}
 
     [[nodiscard]] int width() const { return width_; }
     [[nodiscard]] int height() const { return height_; }
+
+    /// Rows that have data, at most the height.
+    [[nodiscard]] int packedRows() const { return static_cast<int>(starts_.size()); }
+    /// A packed row and what follows it; 0 <= index < packedRows().
+    [[nodiscard]] std::span<const std::uint8_t> packedRow(int index) const {
+        return rows_.subspan(starts_[static_cast<std::size_t>(index)]);
+    }
 
     /// The rectangle that the frame covers when it is drawn at `at` (window pixels).
     [[nodiscard]] platform::Rect bounds(platform::Point at, int direction) const;
 
     /// Draws the opaque pixels that lie in `clip` on an 8-bit canvas, with the upper left corner of
-    /// the bounds at `at`. An unknown direction draws nothing, nor does a deeper canvas show it.
+    /// the bounds at `at`. An unknown direction draws nothing, nor does a deeper canvas show it;
+    /// see AODeepFrame for those.
     void draw(OMMemCanvas& canvas, const OMRegion& clip, platform::Point at, int direction) const;
 
     /// Whether the frame drawn at `at` is opaque at `point`. An unknown direction asks for the
@@ -64,9 +75,12 @@ class AOFrame {
     [[nodiscard]] bool hit(platform::Point point, platform::Point at, int direction) const;
 
   private:
+    void drawDamaged(std::span<const std::uint32_t> starts, const AOLines& lines) const;
     [[nodiscard]] bool isOpaque(int column, int row) const;
 
     int width_ = 0;
     int height_ = 0;
     std::span<const std::uint8_t> rows_;
+    std::span<const std::uint32_t> starts_;
+    bool whole_ = true;
 };

@@ -1,5 +1,7 @@
 // An animation resource (`ASEQ`), parsed and checked once: frames, and sequences that say how they
-// are shown. Read-only afterwards and shared by all animations that play it.
+// are shown. Shared by all animations that play it. What changes afterwards is seen by all of them:
+// only single entries do (replaceEntry). Main thread only, reading too: what is looked up often is
+// found out at its first use.
 //
 //     offset      size
 //      0          int16        number of sequences
@@ -20,6 +22,7 @@
 
 #include "aoframe.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -46,6 +49,9 @@ struct AOEntry {
     friend bool operator==(const AOEntry&, const AOEntry&) = default;
 };
 
+/// The new colour index of each.
+using AOColorMap = std::array<std::uint8_t, 256>;
+
 /// Always ends with an entry of code kEnd.
 using AOSequence = std::vector<AOEntry>;
 
@@ -58,16 +64,21 @@ class AOImage {
     };
 
     /// Copies what it needs. Null when the resource cannot be used; `problem` then says why.
-    [[nodiscard]] static std::shared_ptr<const AOImage> read(std::span<const std::byte> data,
-                                                             std::string& problem);
+    [[nodiscard]] static std::shared_ptr<AOImage> read(std::span<const std::byte> data,
+                                                       std::string& problem);
 
     [[nodiscard]] int framesPerSecond() const { return framesPerSecond_; }
     [[nodiscard]] const Placement& embedded() const { return embedded_; }
     /// At least one.
-    [[nodiscard]] int sequenceCount() const { return static_cast<int>(sequences_.size()); }
+    [[nodiscard]] int sequenceCount() const { return static_cast<int>(sequences_->size()); }
     /// 0 <= index < sequenceCount().
     [[nodiscard]] const AOSequence& sequence(int index) const {
-        return sequences_[static_cast<std::size_t>(index)];
+        return (*sequences_)[static_cast<std::size_t>(index)];
+    }
+    /// Sequence and position must exist; the last entry of a sequence stays its end.
+    void replaceEntry(int sequence, int position, const AOEntry& entry);
+    [[nodiscard]] bool sharesSequences(const AOImage& other) const {
+        return sequences_ == other.sequences_;
     }
     [[nodiscard]] int frameCount() const { return static_cast<int>(frames_.size()); }
     /// An empty frame for a number that has none.
@@ -75,28 +86,37 @@ class AOImage {
     /// How many frames could not be read.
     [[nodiscard]] int brokenFrames() const { return brokenFrames_; }
 
+    /// A copy whose frames have the colour map[c] where this one has c. Both share the sequences.
+    [[nodiscard]] std::shared_ptr<AOImage> recoloured(const AOColorMap& map) const;
+
   private:
     class Reader;
     struct FrameRecord {
         std::uint16_t width = 0;
         std::uint16_t height = 0;
         std::size_t rows = 0; ///< offset in `data_`
+
+        bool indexed = false;
+        bool whole = true;                 ///< no row is damaged
+        std::vector<std::uint32_t> starts; ///< of each row, from `rows` on
     };
+
+    void index(FrameRecord& frame) const;
 
     int framesPerSecond_ = 0;
     Placement embedded_;
-    std::vector<AOSequence> sequences_;
-    std::vector<FrameRecord> frames_;
-    std::vector<std::uint8_t> data_; ///< the frame data
+    std::shared_ptr<std::vector<AOSequence>> sequences_;
+    mutable std::vector<FrameRecord> frames_; ///< their rows are found at their first use
+    std::vector<std::uint8_t> data_;          ///< the frame data
     int brokenFrames_ = 0;
 };
 
 /// The images in use, by resource id: whoever asks while another still has the image gets the same.
 class AOImageStore {
   public:
-    [[nodiscard]] std::shared_ptr<const AOImage> find(int id) const;
-    void keep(int id, const std::shared_ptr<const AOImage>& image);
+    [[nodiscard]] std::shared_ptr<AOImage> find(int id) const;
+    void keep(int id, const std::shared_ptr<AOImage>& image);
 
   private:
-    std::unordered_map<int, std::weak_ptr<const AOImage>> images_;
+    std::unordered_map<int, std::weak_ptr<AOImage>> images_;
 };

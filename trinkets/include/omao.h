@@ -9,17 +9,25 @@
 // each entry's dx and dy place its frame: moving the trinket moves the origin along.
 #pragma once
 
+#include "aodeep.h"
 #include "aoimage.h"
 #include "omtrinket.h"
 
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 class AOSounds;
 class OMIStream;
+
+/// How often an animation plays a sound at the moment.
+struct AOSoundRecord {
+    int id = 0; ///< of the sound resource
+    int plays = 0;
+};
 
 class OMAnimation : public OMTrinket {
   public:
@@ -27,6 +35,7 @@ class OMAnimation : public OMTrinket {
     static constexpr int kEmbedded = 11111;
     static constexpr int kLoopForever = -1; ///< repeat count
     static constexpr int kNoStop = -1;      ///< stop position
+    static constexpr int kCurrent = -1;     ///< the current sequence or entry, where edited
 
     enum class State : std::uint8_t {
         Stopped = 0,
@@ -53,16 +62,20 @@ class OMAnimation : public OMTrinket {
         OMLink stopAt;
     };
 
-    /// Plays at once, unless the first entry of sequence 0 is a hold. `id` is the resource's.
-    OMAnimation(OMTrinketWindow& window, std::shared_ptr<const AOImage> image, int id, int x,
-                int y);
+    /// Plays at once, unless the first entry of sequence 0 is a hold. `id` is the resource's. In a
+    /// window whose back buffer is deeper than 8 bits, fatal without current palette record.
+    OMAnimation(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
     ~OMAnimation() override;
 
     /// Null when there is no such resource, or a damaged one.
     [[nodiscard]] static std::unique_ptr<OMAnimation> create(int id, int x, int y,
                                                              OMTrinketWindow& window);
+    /// From the bytes of an `ASEQ` resource, such as AOPack makes, with the id 0; null when they
+    /// are damaged.
+    [[nodiscard]] static std::unique_ptr<OMAnimation>
+    createFromImage(std::span<const std::byte> resource, int x, int y, OMTrinketWindow& window);
     /// The image of a resource, shared by all who have it; null when there is none.
-    [[nodiscard]] static std::shared_ptr<const AOImage> locate(int id);
+    [[nodiscard]] static std::shared_ptr<AOImage> locate(int id);
     /// How the `ASEQ` resource of an id is found.
     static void setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> locator);
     /// Not owned; null removes it.
@@ -71,6 +84,9 @@ class OMAnimation : public OMTrinket {
     static void setUseEmbeddedAnimationCoordinates(bool on) { embeddedOnly_ = on; }
     [[nodiscard]] static bool usesEmbeddedAnimationCoordinates() { return embeddedOnly_; }
 
+    /// All animations there are, in the order of their making.
+    [[nodiscard]] static OMList<OMAnimation>& all() { return all_; }
+
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
     void declareProperties() override;
 
@@ -78,7 +94,7 @@ class OMAnimation : public OMTrinket {
 
     [[nodiscard]] State state() const { return state_; }
     [[nodiscard]] int resourceId() const { return id_; }
-    [[nodiscard]] int sequenceCount() const { return image_->sequenceCount(); }
+    [[nodiscard]] int sequenceCount() const { return static_cast<int>(sequences_.size()); }
     [[nodiscard]] int sequenceIndex() const { return sequence_; } ///< from 0
     [[nodiscard]] int position() const { return position_; }      ///< the entry that comes next
     [[nodiscard]] int shownPosition() const { return shown_; }
@@ -119,6 +135,41 @@ class OMAnimation : public OMTrinket {
     /// The stopAt link is called once, when playback has come to that position.
     void setStopPosition(int position) { stopPosition_ = position; }
 
+    // Editing. Wrong indices and positions fail a check, and nothing changes. The first edit of a
+    // sequence makes the animation's own copy of it, which others do not see. An entry that is
+    // replaced in a sequence without such a copy changes in the image: every animation that shares
+    // it sees the new one. Playback goes on with the entry that was next before; when the entry of
+    // the frame shown is deleted, the next frame behind it is shown.
+
+    /// Without entries: the end only; a missing end is added. Returns the index.
+    int addSequence(AOSequence entries = {});
+    /// Instead of the current sequence the one that takes its place is shown, or the last one.
+    void deleteSequence(int index = kCurrent);
+    void replaceEntry(const AOEntry& entry, int position = kCurrent);
+    void deletePosition(int position = kCurrent);
+    /// Before the entry at `position`, which may be the end.
+    void insertEntry(const AOEntry& entry, int position);
+    [[nodiscard]] std::optional<AOEntry> entryAt(int position) const;
+
+    struct NextSound {
+        AOSoundRecord* record; ///< lives as long as the animation
+        int id;
+        int frame; ///< number of the frame it follows, from 1; 0 before the first one
+        int position;
+    };
+    /// The first sound entry of the sequence behind `position` (-1: from its start on).
+    [[nodiscard]] std::optional<NextSound> nextSound(int position);
+
+    // Colours.
+
+    /// For canvases deeper than 8 bits. Null fails a check and changes nothing.
+    void setPalette(std::shared_ptr<AOPaletteRecord> palette);
+    [[nodiscard]] const std::shared_ptr<AOPaletteRecord>& palette() const { return palette_; }
+    // These change this animation's picture and that of its later copies. A box says so when the
+    // back buffer has not 8 bits.
+    void replaceColorIndex(std::uint8_t from, std::uint8_t to);
+    void swapColorIndices(std::uint8_t first, std::uint8_t second);
+
     // For scripts; all numbers from 1.
 
     [[nodiscard]] int frameNumber() const;
@@ -133,7 +184,7 @@ class OMAnimation : public OMTrinket {
     void step(std::uint32_t clock) override;
     void paint(OMMemCanvas& canvas, const OMRegion& clip) override;
     /// Paints the current frame on any canvas, `at` its left upper corner.
-    void paintAt(OMMemCanvas& canvas, platform::Point at) const;
+    void paintAt(OMMemCanvas& canvas, platform::Point at);
     /// Whether the frame has an opaque pixel there.
     [[nodiscard]] bool containsPoint(platform::Point point) const override;
 
@@ -144,10 +195,28 @@ class OMAnimation : public OMTrinket {
     virtual void frameShown() {}
 
   private:
+    struct Sequence {
+        int inImage = 0;
+        std::unique_ptr<AOSequence> own; ///< null: the image's is used
+    };
+
+    [[nodiscard]] const AOSequence& entriesOf(const Sequence& sequence) const;
     [[nodiscard]] const AOSequence& entries() const;
     /// The own copy of the current sequence, made by its first edit.
     AOSequence& editableEntries();
-    [[nodiscard]] AOEntry entryAt(int position) const;
+    /// The end for a position that does not exist.
+    [[nodiscard]] AOEntry at(int position) const;
+    [[nodiscard]] bool isPosition(int position, int end) const;
+    void entryReplaced(int position);
+    void replaceInImage(int sequence, int position, const AOEntry& entry);
+    [[nodiscard]] AOSoundRecord& soundRecord(int id);
+
+    void draw(OMMemCanvas& canvas, const OMRegion& clip, platform::Point at);
+    void fetchPalette();
+    /// For canvases as deep as this one, deeper than 8 bits; null after a failed check.
+    [[nodiscard]] AODeepFrames* deepFrames(const OMCanvas& canvas);
+    [[nodiscard]] int windowDepth() const;
+    void recolour(const AOColorMap& map);
     [[nodiscard]] AOFrame frame() const { return image_->frame(shownFrame_); }
     [[nodiscard]] std::uint32_t durationMs(const AOEntry& entry) const;
 
@@ -169,7 +238,7 @@ class OMAnimation : public OMTrinket {
     void holdOnLastFrame();
 
     void startSound(int id);
-    void soundEnded(unsigned sound);
+    void soundEnded(unsigned sound, AOSoundRecord& record);
     void soundsSilent();
     void finish();
 
@@ -178,9 +247,11 @@ class OMAnimation : public OMTrinket {
     static inline AOSounds* sounds_ = nullptr;
     static inline bool embeddedOnly_ = false;
 
-    std::shared_ptr<const AOImage> image_;
+    static inline OMList<OMAnimation> all_;
+
+    std::shared_ptr<AOImage> image_;
     int id_;
-    std::vector<std::unique_ptr<AOSequence>> edited_; ///< by sequence; null: the image's is used
+    std::vector<Sequence> sequences_;
     int framesPerSecond_;
 
     int sequence_ = 0;
@@ -207,4 +278,8 @@ class OMAnimation : public OMTrinket {
     bool pendingFinish_ = false;
     int stopPosition_ = kNoStop;
     PlayLinks playLinks_;
+    std::vector<std::unique_ptr<AOSoundRecord>> soundRecords_; ///< one for each sound id
+
+    std::shared_ptr<AOPaletteRecord> palette_;
+    std::shared_ptr<AODeepFrames> deepFrames_; ///< null until they are needed
 };

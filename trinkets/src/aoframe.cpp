@@ -1,5 +1,6 @@
 #include "aoframe.h"
 
+#include "aoplacement.h"
 #include "aorow.h"
 #include "ommemcanvas.h"
 
@@ -7,63 +8,6 @@
 
 using platform::Point;
 using platform::Rect;
-
-namespace {
-
-/// From a frame's rows to the pixels of a canvas. "Along" is the way that the columns of a row lie
-/// on the canvas, "across" the way from row to row; both are counted from the corner of the bounds.
-class Placement {
-  public:
-    Placement(const OMPixels& pixels, Point at, const AOTurn& turn, int width, int height)
-        : pixels_(pixels), at_(at), turn_(turn), width_(width), height_(height) {}
-
-    /// The rows of the frame that `area` (canvas pixels) shows, half-open.
-    struct Rows {
-        int first;
-        int end;
-    };
-    [[nodiscard]] Rows rowsOf(const Rect& area) const {
-        const Rows across = acrossOf(area);
-        if (!turn_.mirrorRows) return across;
-        return {height_ - across.end, height_ - across.first};
-    }
-
-    /// Draws the part of a row that lies in `area`; false when there is none.
-    bool drawRow(std::span<const std::uint8_t> data, int row, const Rect& area,
-                 aorow::RowEnd& end) const {
-        const Rows rows = rowsOf(area);
-        if (row < rows.first || row >= rows.end) return false;
-        const int from = turn_.swapAxes ? area.top - at_.y : area.left - at_.x;
-        const int to = turn_.swapAxes ? area.bottom - at_.y : area.right - at_.x;
-        const int across = turn_.mirrorRows ? height_ - 1 - row : row;
-        const int skip = turn_.mirrorColumns ? width_ - to : from;
-        const std::ptrdiff_t step =
-            turn_.swapAxes ? static_cast<std::ptrdiff_t>(pixels_.stride) : 1;
-        const bool back = turn_.mirrorColumns;
-        end = aorow::drawRow(data, width_, skip,
-                             aorow::PixelLine{pixelAt(back ? to - 1 : from, across),
-                                              back ? -step : step, to - from});
-        return true;
-    }
-
-  private:
-    [[nodiscard]] Rows acrossOf(const Rect& area) const {
-        if (turn_.swapAxes) return {area.left - at_.x, area.right - at_.x};
-        return {area.top - at_.y, area.bottom - at_.y};
-    }
-    [[nodiscard]] std::uint8_t* pixelAt(int along, int across) const {
-        return turn_.swapAxes ? pixels_.at(at_.x + across, at_.y + along)
-                              : pixels_.at(at_.x + along, at_.y + across);
-    }
-
-    const OMPixels& pixels_;
-    Point at_;
-    AOTurn turn_;
-    int width_;
-    int height_;
-};
-
-} // namespace
 
 Rect AOFrame::bounds(Point at, int direction) const {
     const AOTurn* turn = AOTurnOf(direction);
@@ -77,19 +21,29 @@ void AOFrame::draw(OMMemCanvas& canvas, const OMRegion& clip, Point at, int dire
     const OMRegion region = canvas.clipped(bounds(at, direction), &clip);
     if (region.isEmpty()) return;
     const OMPixels pixels = canvas.pixels();
-    const Placement placement(pixels, at, *turn, width_, height_);
-    const Placement::Rows shown = placement.rowsOf(region.boundingBox());
-    std::span<const std::uint8_t> data = rows_;
-    for (int row = 0; row < shown.end && !data.empty(); ++row) {
-        aorow::RowEnd end;
-        bool walked = false;
-        if (row >= shown.first)
-            for (const Rect area : region.rectangles())
-                walked |= placement.drawRow(data, row, area, end);
-        if (!walked) end = aorow::skipRow(data, width_);
-        data = data.subspan(end.bytes);
+    for (const Rect area : region.rectangles()) {
+        const AOLines lines = AOLinesOf(pixels, area, at, *turn, width_, height_);
+        const int count = std::min(lines.end, packedRows()) - lines.first;
+        if (count <= 0) continue;
+        const auto starts =
+            starts_.subspan(static_cast<std::size_t>(lines.first), static_cast<std::size_t>(count));
+        if (whole_)
+            aorow::drawWholeRows(rows_.data(), starts,
+                                 {width_, lines.skip, lines.count, lines.step, lines.nextRow},
+                                 lines.at);
+        else
+            drawDamaged(starts, lines);
     }
     canvas.changed(region);
+}
+
+void AOFrame::drawDamaged(std::span<const std::uint32_t> starts, const AOLines& lines) const {
+    std::uint8_t* at = lines.at;
+    for (const std::uint32_t start : starts) {
+        aorow::drawRow(rows_.subspan(start), width_, lines.skip,
+                       aorow::PixelLine{at, lines.step, lines.count});
+        at += lines.nextRow;
+    }
 }
 
 bool AOFrame::hit(Point point, Point at, int direction) const {
@@ -103,8 +57,6 @@ bool AOFrame::hit(Point point, Point at, int direction) const {
 }
 
 bool AOFrame::isOpaque(int column, int row) const {
-    if (column < 0 || column >= width_ || row < 0 || row >= height_) return false;
-    std::span<const std::uint8_t> data = rows_;
-    for (; row > 0 && !data.empty(); --row) data = data.subspan(aorow::skipRow(data, width_).bytes);
-    return aorow::hitRow(data, width_, column);
+    if (row < 0 || row >= packedRows()) return false;
+    return aorow::hitRow(packedRow(row), width_, column);
 }

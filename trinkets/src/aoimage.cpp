@@ -1,5 +1,6 @@
 #include "aoimage.h"
 
+#include "aorow.h"
 #include "omreader.h"
 
 #include <algorithm>
@@ -26,6 +27,7 @@ class AOImage::Reader {
 
     /// The empty text, or what is wrong.
     std::string read(AOImage& image) {
+        image.sequences_ = std::make_shared<std::vector<AOSequence>>();
         const int sequences = i16();
         const int frames = i16();
         image.framesPerSecond_ = in_.u8();
@@ -84,7 +86,7 @@ class AOImage::Reader {
         }
         if (sequence.empty() || sequence.back().code != AOEntry::kEnd)
             sequence.push_back({0, 0, AOEntry::kEnd, 0});
-        image.sequences_.push_back(std::move(sequence));
+        image.sequences_->push_back(std::move(sequence));
         return true;
     }
 
@@ -99,16 +101,16 @@ class AOImage::Reader {
             ++image.brokenFrames_;
             return;
         }
-        frame = {static_cast<std::uint16_t>(width), static_cast<std::uint16_t>(height),
-                 in.position()};
+        frame.width = static_cast<std::uint16_t>(width);
+        frame.height = static_cast<std::uint16_t>(height);
+        frame.rows = in.position();
     }
 
     OMReader in_;
     bool swapped_;
 };
 
-std::shared_ptr<const AOImage> AOImage::read(std::span<const std::byte> data,
-                                             std::string& problem) {
+std::shared_ptr<AOImage> AOImage::read(std::span<const std::byte> data, std::string& problem) {
     auto image = std::make_shared<AOImage>();
     problem = Reader(data).read(*image);
     return problem.empty() ? image : nullptr;
@@ -116,16 +118,52 @@ std::shared_ptr<const AOImage> AOImage::read(std::span<const std::byte> data,
 
 AOFrame AOImage::frame(int index) const {
     if (index < 0 || index >= frameCount()) return {};
-    const FrameRecord& record = frames_[static_cast<std::size_t>(index)];
-    return {record.width, record.height, std::span(data_).subspan(record.rows)};
+    FrameRecord& record = frames_[static_cast<std::size_t>(index)];
+    if (!record.indexed) this->index(record);
+    return {record.width, record.height, std::span(data_).subspan(record.rows), record.starts,
+            record.whole};
 }
 
-std::shared_ptr<const AOImage> AOImageStore::find(int id) const {
+/// Finds where each row begins, so that none has to be walked for the sake of the next.
+void AOImage::index(FrameRecord& frame) const {
+    frame.indexed = true;
+    std::span<const std::uint8_t> data = std::span(data_).subspan(frame.rows);
+    std::size_t at = 0;
+    for (int row = 0; row < frame.height && at < data.size() && frame.width > 0; ++row) {
+        frame.starts.push_back(static_cast<std::uint32_t>(at));
+        const aorow::RowEnd end = aorow::skipRow(data.subspan(at), frame.width);
+        frame.whole &= end.whole;
+        at += end.bytes;
+    }
+}
+
+void AOImage::replaceEntry(int sequence, int position, const AOEntry& entry) {
+    sequences_->at(static_cast<std::size_t>(sequence)).at(static_cast<std::size_t>(position)) =
+        entry;
+}
+
+std::shared_ptr<AOImage> AOImage::recoloured(const AOColorMap& map) const {
+    auto copy = std::make_shared<AOImage>(*this);
+    // Frames may share their data, so each colour is looked up in what was there before.
+    for (int i = 0; i < frameCount(); ++i) {
+        const AOFrame old = frame(i);
+        for (int row = 0; row < old.packedRows(); ++row) {
+            aorow::RowReader reader(old.packedRow(row), old.width());
+            aorow::RowRun run;
+            while (reader.next(run))
+                for (const std::uint8_t& colour : run.colours)
+                    copy->data_[static_cast<std::size_t>(&colour - data_.data())] = map[colour];
+        }
+    }
+    return copy;
+}
+
+std::shared_ptr<AOImage> AOImageStore::find(int id) const {
     const auto found = images_.find(id);
     return found == images_.end() ? nullptr : found->second.lock();
 }
 
-void AOImageStore::keep(int id, const std::shared_ptr<const AOImage>& image) {
+void AOImageStore::keep(int id, const std::shared_ptr<AOImage>& image) {
     std::erase_if(images_, [](const auto& entry) { return entry.second.expired(); });
     images_[id] = image;
 }

@@ -1,5 +1,6 @@
 #include "aorow.h"
 
+#include <array>
 #include <cstring>
 
 namespace aorow {
@@ -70,6 +71,129 @@ void drawRun(const RowRun& run, int from, int count, std::uint8_t* at, std::ptrd
     for (int i = 0; i < count; ++i) at[i * step] = source[i];
 }
 
+// Rows that are whole. Noisy pictures have runs of a few pixels, so that neither calls nor loops
+// pay: short runs are written in two pieces that may overlap, the shortest ones even without a
+// branch that depends on the length.
+
+struct Wide {
+    std::uint64_t low;
+    std::uint64_t high;
+};
+
+template <class Piece>
+void copyTwice(std::uint8_t* at, const std::uint8_t* from, int count) {
+    constexpr int kSize = sizeof(Piece);
+    Piece first;
+    Piece last;
+    std::memcpy(&first, from, kSize);
+    std::memcpy(&last, from + count - kSize, kSize);
+    std::memcpy(at, &first, kSize);
+    std::memcpy(at + count - kSize, &last, kSize);
+}
+
+constexpr std::uint64_t kEveryByte = 0x0101010101010101u;
+
+/// Writes the pixels of a surface's row.
+struct RowWriter {
+    std::uint8_t* line;
+
+    void copy(int x, const std::uint8_t* from, int count) const {
+        std::uint8_t* at = line + x;
+        if (count <= 4) {
+            const int last = count - 1;
+            at[0] = from[0];
+            at[last / 2] = from[last / 2];
+            at[count / 2] = from[count / 2];
+            at[last] = from[last];
+        } else if (count <= 8) {
+            copyTwice<std::uint32_t>(at, from, count);
+        } else if (count <= 16) {
+            copyTwice<std::uint64_t>(at, from, count);
+        } else if (count <= 32) {
+            copyTwice<Wide>(at, from, count);
+        } else {
+            std::memcpy(at, from, static_cast<std::size_t>(count));
+        }
+    }
+    void fill(int x, std::uint8_t colour, int count) const {
+        std::uint8_t* at = line + x;
+        const Wide wide{colour * kEveryByte, colour * kEveryByte};
+        constexpr int kSize = sizeof wide;
+        if (count < kSize) {
+            std::array<std::uint8_t, kSize> pixels;
+            std::memcpy(pixels.data(), &wide, kSize);
+            return copy(x, pixels.data(), count);
+        }
+        for (int i = 0; i + kSize < count; i += kSize) std::memcpy(at + i, &wide, kSize);
+        std::memcpy(at + count - kSize, &wide, kSize);
+    }
+};
+
+/// Writes pixels that lie in any other way.
+struct SteppingWriter {
+    std::uint8_t* line;
+    std::ptrdiff_t step;
+
+    void fill(int x, std::uint8_t colour, int count) const {
+        for (std::uint8_t* at = line + x * step; count > 0; --count, at += step) *at = colour;
+    }
+    void copy(int x, const std::uint8_t* from, int count) const {
+        for (std::uint8_t* at = line + x * step; count > 0; --count, at += step) *at = *from++;
+    }
+};
+
+/// Draws all of a row of `width` pixels.
+template <class Writer>
+void drawAll(const std::uint8_t* data, int width, Writer writer) {
+    for (int x = 0; x < width;) {
+        const int token = *data++;
+        if (token == kClearToken) {
+            x += *data++;
+        } else if (token == kFillToken) {
+            writer.fill(x, data[0], data[1]);
+            x += data[1];
+            data += 2;
+        } else {
+            writer.copy(x, data, token);
+            x += token;
+            data += token;
+        }
+    }
+}
+
+/// Draws `count` pixels of a row from pixel `skip` on.
+template <class Writer>
+void drawPart(const std::uint8_t* data, int skip, int count, Writer writer) {
+    int x = -skip; // place of the run in the line
+    while (x < count) {
+        const int token = *data++;
+        if (token == kClearToken) {
+            x += *data++;
+            continue;
+        }
+        const bool fill = token == kFillToken;
+        const int length = fill ? data[1] : token;
+        const int from = std::max(x, 0);
+        const int shown = std::min(x + length, count) - from;
+        if (shown > 0) {
+            if (fill)
+                writer.fill(from, data[0], shown);
+            else
+                writer.copy(from, data + (from - x), shown);
+        }
+        data += fill ? 2 : token;
+        x += length;
+    }
+}
+
+template <class Writer>
+void drawRow(const std::uint8_t* data, const PartOfRows& part, Writer writer) {
+    if (part.count == part.width)
+        drawAll(data, part.width, writer);
+    else
+        drawPart(data, part.skip, part.count, writer);
+}
+
 } // namespace
 
 void encodeRow(std::span<const std::uint8_t> pixels, std::optional<std::uint8_t> transparent,
@@ -116,6 +240,17 @@ RowEnd drawRow(std::span<const std::uint8_t> data, int width, int skip,
                std::span<std::uint8_t> destination) {
     return drawRow(data, width, skip,
                    PixelLine{destination.data(), 1, static_cast<int>(destination.size())});
+}
+
+void drawWholeRows(const std::uint8_t* data, std::span<const std::uint32_t> starts,
+                   const PartOfRows& part, std::uint8_t* at) {
+    for (const std::uint32_t start : starts) {
+        if (part.step == 1)
+            drawRow(data + start, part, RowWriter{at});
+        else
+            drawRow(data + start, part, SteppingWriter{at, part.step});
+        at += part.nextRow;
+    }
 }
 
 RowEnd skipRow(std::span<const std::uint8_t> data, int width) {

@@ -50,6 +50,8 @@ int chosen(int coordinate, int embedded, bool useEmbedded) {
     return useEmbedded ? embedded : 0;
 }
 
+constexpr int kNoResource = 0; ///< id
+
 Rect originOf(const AOImage& image, int x, int y) {
     const bool embedded = OMAnimation::defaults.useEmbeddedCoordinates;
     const int left = std::clamp(chosen(x, image.embedded().x, embedded), -OMTrinket::kFarthest,
@@ -61,12 +63,18 @@ Rect originOf(const AOImage& image, int x, int y) {
 
 } // namespace
 
-OMAnimation::OMAnimation(OMTrinketWindow& window, std::shared_ptr<const AOImage> image, int id,
-                         int x, int y)
+OMAnimation::OMAnimation(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
+                         int y)
     : OMTrinket(window, UpdateStyle::Regions, originOf(*image, x, y)), image_(std::move(image)),
-      id_(id), edited_(static_cast<std::size_t>(image_->sequenceCount())),
+      id_(id), sequences_(static_cast<std::size_t>(image_->sequenceCount())),
       framesPerSecond_(image_->framesPerSecond()) {
+    all_.append(this);
+    for (int i = 0; Sequence & sequence : sequences_) sequence.inImage = i++;
     restart();
+    if (window.backBuffer().depth() > 8) {
+        fetchPalette();
+        (void)deepFrames(window.backBuffer())->frame(shownFrame_);
+    }
     if (defaults.useEmbeddedCoordinates)
         OMTrinket::setAttribute(Attribute::Z, image_->embedded().depth);
 }
@@ -79,13 +87,17 @@ OMAnimation::OMAnimation(const OMAnimation& other)
       state_(other.awaitedSound_ != kNoSound ? State::Resumed : other.state_), dueMs_(other.dueMs_),
       repeatCount_(other.repeatCount_), soundOn_(other.soundOn_), soundSync_(other.soundSync_),
       catchUp_(other.catchUp_), direction_(other.direction_), stopPosition_(other.stopPosition_),
-      playLinks_(other.playLinks_) {
-    for (const auto& sequence : other.edited_)
-        edited_.push_back(sequence ? std::make_unique<AOSequence>(*sequence) : nullptr);
+      playLinks_(other.playLinks_), palette_(other.palette_), deepFrames_(other.deepFrames_) {
+    all_.append(this);
+    for (const Sequence& sequence : other.sequences_)
+        sequences_.push_back({sequence.inImage, sequence.own
+                                                    ? std::make_unique<AOSequence>(*sequence.own)
+                                                    : nullptr});
 }
 
 OMAnimation::~OMAnimation() {
     if (playingSounds_ > 0 && sounds_) sounds_->stop(*this);
+    all_.remove(this);
 }
 
 std::unique_ptr<OMScriptableObject> OMAnimation::duplicate() {
@@ -104,12 +116,23 @@ void OMAnimation::setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> 
 }
 
 std::unique_ptr<OMAnimation> OMAnimation::create(int id, int x, int y, OMTrinketWindow& window) {
-    std::shared_ptr<const AOImage> image = locate(id);
+    std::shared_ptr<AOImage> image = locate(id);
     if (!image) return nullptr;
     return std::make_unique<OMAnimation>(window, std::move(image), id, x, y);
 }
 
-std::shared_ptr<const AOImage> OMAnimation::locate(int id) {
+std::unique_ptr<OMAnimation> OMAnimation::createFromImage(std::span<const std::byte> resource,
+                                                          int x, int y, OMTrinketWindow& window) {
+    std::string problem;
+    std::shared_ptr<AOImage> image = AOImage::read(resource, problem);
+    if (!image) {
+        OMLog::writef(OMLog::Kind::Error, "An image cannot be used: %s", problem.c_str());
+        return nullptr;
+    }
+    return std::make_unique<OMAnimation>(window, std::move(image), kNoResource, x, y);
+}
+
+std::shared_ptr<AOImage> OMAnimation::locate(int id) {
     if (!OMDebug::check(static_cast<bool>(locator_), "url == NULL",
                         "Source URL not installed in OMAnimation"))
         return nullptr;
@@ -117,7 +140,7 @@ std::shared_ptr<const AOImage> OMAnimation::locate(int id) {
     const std::unique_ptr<OMIStream> stream = locator_(id);
     if (!stream) return nullptr;
     std::string problem;
-    std::shared_ptr<const AOImage> image = AOImage::read(stream->readAll(), problem);
+    std::shared_ptr<AOImage> image = AOImage::read(stream->readAll(), problem);
     if (!image) {
         OMLog::writef(OMLog::Kind::Error, "Animation %d cannot be used: %s", id, problem.c_str());
         return nullptr;
@@ -131,18 +154,16 @@ std::shared_ptr<const AOImage> OMAnimation::locate(int id) {
 
 // Sequences
 
+const AOSequence& OMAnimation::entriesOf(const Sequence& sequence) const {
+    return sequence.own ? *sequence.own : image_->sequence(sequence.inImage);
+}
+
 const AOSequence& OMAnimation::entries() const {
-    const auto& own = edited_[static_cast<std::size_t>(sequence_)];
-    return own ? *own : image_->sequence(sequence_);
+    static const AOSequence kNone{{0, 0, AOEntry::kEnd, 0}};
+    return sequences_.empty() ? kNone : entriesOf(sequences_[static_cast<std::size_t>(sequence_)]);
 }
 
-AOSequence& OMAnimation::editableEntries() {
-    auto& own = edited_[static_cast<std::size_t>(sequence_)];
-    if (!own) own = std::make_unique<AOSequence>(image_->sequence(sequence_));
-    return *own;
-}
-
-AOEntry OMAnimation::entryAt(int position) const {
+AOEntry OMAnimation::at(int position) const {
     if (position < 0 || position > sequenceLength()) return {0, 0, AOEntry::kEnd, 0};
     return entries()[static_cast<std::size_t>(position)];
 }
@@ -170,26 +191,26 @@ void OMAnimation::setPosition(int position) { goTo(std::clamp(position, 0, seque
 void OMAnimation::restart() {
     rewind();
     awaitedSound_ = kNoSound;
-    state_ = entryAt(0).code == AOEntry::kHold ? State::Held : State::Playing;
+    state_ = at(0).code == AOEntry::kHold ? State::Held : State::Playing;
 }
 
 /// To the start, behind a hold there: it was obeyed by not playing yet.
 void OMAnimation::rewind() {
     goTo(0);
-    if (entryAt(0).code == AOEntry::kHold) position_ = 1;
+    if (at(0).code == AOEntry::kHold) position_ = 1;
 }
 
 void OMAnimation::goTo(int position) {
     ++jumps_;
     position_ = position;
     dueMs_.reset();
-    for (int at = position; at < sequenceLength(); ++at)
-        if (entryAt(at).isFrame()) return show(at);
+    for (int entry = position; entry < sequenceLength(); ++entry)
+        if (this->at(entry).isFrame()) return show(entry);
     current_ = shown_ = position;
 }
 
 void OMAnimation::show(int position) {
-    const AOEntry entry = entryAt(position);
+    const AOEntry entry = at(position);
     const Rect before = boundingRectangle();
     const Point origin{before.left - shownOffset_.x, before.top - shownOffset_.y};
     const AOFrame frame = image_->frame(entry.code);
@@ -203,21 +224,21 @@ void OMAnimation::show(int position) {
 
 int OMAnimation::frameNumber() const {
     int number = 0;
-    for (int at = 0; at <= shown_; ++at) number += entryAt(at).isFrame() ? 1 : 0;
+    for (int i = 0; i <= shown_; ++i) number += at(i).isFrame() ? 1 : 0;
     return number;
 }
 
 void OMAnimation::setFrameNumber(int number) {
     if (number < 1) return;
-    for (int at = 0; at < sequenceLength(); ++at)
-        if (entryAt(at).isFrame() && --number == 0) return goTo(at);
+    for (int i = 0; i < sequenceLength(); ++i)
+        if (at(i).isFrame() && --number == 0) return goTo(i);
 }
 
 void OMAnimation::setSequenceNumber(int number) { setSequence(std::max(number, 0) - 1, true); }
 
 std::string OMAnimation::param() const {
     const auto field = fieldOf(OMSArguments::global().nextInteger());
-    return field ? oms::toText(int{entryAt(current_).*field}) : std::string();
+    return field ? oms::toText(int{at(current_).*field}) : std::string();
 }
 
 void OMAnimation::setParam(int value) {
@@ -238,11 +259,18 @@ void OMAnimation::setDrawDirection(int direction) {
 
 void OMAnimation::paint(OMMemCanvas& canvas, const OMRegion& clip) {
     const Rect r = boundingRectangle();
-    frame().draw(canvas, clip, {r.left, r.top}, direction_);
+    draw(canvas, clip, {r.left, r.top});
 }
 
-void OMAnimation::paintAt(OMMemCanvas& canvas, Point at) const {
-    frame().draw(canvas, OMRegion(canvas.bounds()), at, direction_);
+void OMAnimation::paintAt(OMMemCanvas& canvas, Point at) {
+    draw(canvas, OMRegion(canvas.bounds()), at);
+}
+
+void OMAnimation::draw(OMMemCanvas& canvas, const OMRegion& clip, Point at) {
+    if (canvas.depth() == 8)
+        frame().draw(canvas, clip, at, direction_);
+    else if (AODeepFrames* frames = deepFrames(canvas))
+        frames->frame(shownFrame_).draw(canvas, clip, at, direction_);
 }
 
 bool OMAnimation::containsPoint(Point point) const {

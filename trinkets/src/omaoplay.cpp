@@ -64,7 +64,7 @@ void OMAnimation::step(std::uint32_t clock) {
 }
 
 bool OMAnimation::runEntry(std::uint32_t clock, const OMSWatch& self) {
-    const AOEntry entry = entryAt(position_);
+    const AOEntry entry = at(position_);
     current_ = position_;
     if (entry.isFrame()) return runFrame(entry, clock, self);
     if (entry.code <= AOEntry::kFirstMarker) return runMarker(entry, self);
@@ -134,9 +134,9 @@ bool OMAnimation::runLoop(const OMSWatch& self) {
 
 void OMAnimation::holdOnLastFrame() {
     state_ = State::Held;
-    int at = position_ - 1;
-    while (at > 0 && !entryAt(at).isFrame()) --at;
-    position_ = std::max(at, 0);
+    int last = position_ - 1;
+    while (last > 0 && !at(last).isFrame()) --last;
+    position_ = std::max(last, 0);
 }
 
 bool OMAnimation::runMarker(const AOEntry& entry, const OMSWatch& self) {
@@ -183,6 +183,7 @@ void OMAnimation::setSoundOn(bool on) {
     if (on || playingSounds_ == 0) return;
     if (sounds_) sounds_->stop(*this);
     playingSounds_ = 0;
+    for (const auto& record : soundRecords_) record->plays = 0;
     if (awaitedSound_ != kNoSound) resume();
     soundsSilent();
 }
@@ -196,16 +197,27 @@ void OMAnimation::startSound(int id) {
         state_ = State::Held;
         awaitedSound_ = sound;
     }
+    AOSoundRecord& record = soundRecord(id);
+    ++record.plays;
     const auto watch = std::make_shared<OMSWatch>(this);
-    const bool plays = sounds_->play(*this, id, [watch, sound] {
-        if (*watch) static_cast<OMAnimation*>(watch->object())->soundEnded(sound);
+    const bool plays = sounds_->play(*this, id, [watch, sound, &record] {
+        if (*watch) static_cast<OMAnimation*>(watch->object())->soundEnded(sound, record);
     });
     if (plays) return;
+    --record.plays;
     --playingSounds_;
     if (awaitedSound_ == sound) play();
 }
 
-void OMAnimation::soundEnded(unsigned sound) {
+AOSoundRecord& OMAnimation::soundRecord(int id) {
+    for (const auto& record : soundRecords_)
+        if (record->id == id) return *record;
+    soundRecords_.push_back(std::make_unique<AOSoundRecord>(AOSoundRecord{id, 0}));
+    return *soundRecords_.back();
+}
+
+void OMAnimation::soundEnded(unsigned sound, AOSoundRecord& record) {
+    if (record.plays > 0) --record.plays;
     if (awaitedSound_ == sound) resume();
     if (playingSounds_ > 0 && --playingSounds_ == 0) soundsSilent();
 }

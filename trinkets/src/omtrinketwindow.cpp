@@ -13,7 +13,6 @@ OMTrinketWindow* OMTrinketWindow::main_ = nullptr;
 
 namespace {
 
-constexpr int kBackBufferDepth = 8;
 constexpr int kNothing = 0; ///< palette index of the fill where there is no background
 /// Palette indices of the bright and the dark marker colour, one for each page.
 constexpr std::array<int, kOMPages> kMarkers{249, 1};
@@ -40,7 +39,8 @@ void run(OMLink hook) { hook(); }
 OMTrinketWindow::OMTrinketWindow(const Rect& rectangle, std::unique_ptr<OMTBackground> background,
                                  std::string_view title)
     : OMWindow(checkedForApp(rectangle)), canvas_(rectangle),
-      backBuffer_(rectangle.width(), rectangle.height(), kBackBufferDepth),
+      backBuffer_(rectangle.width(), rectangle.height(),
+                  OMApp::usingDirectDraw() ? OMPlatform().display().screen().depth() : 8),
       background_(std::move(background)), lastReportMs_(OMMilliseconds()),
       timeBase_(OMMilliseconds()) {
     if (!main_) main_ = this;

@@ -51,7 +51,7 @@ std::unique_ptr<RAnimation> RAnimation::createFromScript() {
         y = arguments.nextInteger();
     }
     if (usesEmbeddedAnimationCoordinates()) x = y = kEmbedded;
-    std::shared_ptr<const AOImage> image = window ? locate(id) : nullptr;
+    std::shared_ptr<AOImage> image = window ? locate(id) : nullptr;
     if (!image) return nullptr;
     auto animation = std::make_unique<RAnimation>(*window, std::move(image), id, x, y);
     if (arguments.hasNext()) animation->setZ(arguments.nextInteger());

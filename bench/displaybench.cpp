@@ -1,0 +1,91 @@
+// zorbet-bench-display: how fast animations are drawn, beside SDL2 on the same pictures, and how
+// little the window's idle cycles take.
+//
+// Exit code 1 when something cannot be measured, 2 for a wrong command line.
+#include "mediamachine.h"
+#include "spritetimes.h"
+#include "windowtimes.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <exception>
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kWrongCommandLine = 2;
+constexpr double kMicro = 1e3; ///< nanoseconds
+constexpr double kMilli = 1e6; ///< nanoseconds
+constexpr double kQuarter = 4; ///< as fast as this many times the plain blit
+constexpr double kIdleAimUs = 20;
+constexpr double kMovingAimMs = 3;
+
+const char* missed(bool reached) { return reached ? "" : "  aim missed"; }
+
+void printSprites(int repetitions) {
+    std::printf("Sprites of %d x %d, 8 bits, microseconds each: least (median)\n"
+                "%-34s %14s %14s %14s %14s %10s %10s\n",
+                kSpriteSide, kSpriteSide, "", "zorbet", "SDL2 RLE", "SDL2 key", "memcpy", "of RLE",
+                "of key");
+    for (const SpriteCase& what : spriteCases()) {
+        const SpriteTimes times = measureSprites(what, repetitions);
+        std::printf("%-34s", what.name.c_str());
+        for (const Samples* samples : {&times.ours, &times.rle, &times.plain, &times.copy})
+            std::printf(" %6.2f (%5.2f)", samples->least() / kMicro, samples->median() / kMicro);
+        const double ofRle = times.ours.least() / times.rle.least();
+        const double ofPlain = times.ours.least() / times.plain.least();
+        std::printf(" %10.2f %10.2f%s\n", ofRle, ofPlain,
+                    missed(ofRle <= 1 && ofPlain * kQuarter <= 1));
+    }
+}
+
+void printExpansion(int repetitions) {
+    const ExpansionTimes times = measureExpansion(repetitions);
+    std::printf("\n640 x 480 pixels from 8 to 32 bits: %.0f us (%.0f), SDL2 %.0f us (%.0f)%s\n",
+                times.ours.least() / kMicro, times.ours.median() / kMicro,
+                times.sdl.least() / kMicro, times.sdl.median() / kMicro,
+                missed(times.ours.least() <= times.sdl.least()));
+}
+
+void printWindow(int repetitions) {
+    const WindowTimes times = measureWindow(repetitions);
+    const double idle = times.idleNanoseconds.least() / kMicro;
+    const double moving = times.movingNanoseconds.least() / kMilli;
+    std::printf("An idle cycle with nothing to do, %zu trinkets: %.2f us (%.2f)%s\n", kIdleTrinkets,
+                idle, times.idleNanoseconds.median() / kMicro, missed(idle < kIdleAimUs));
+    std::printf("A frame of %zu moving animations, %.1f over each pixel: %.2f ms (%.2f)%s\n",
+                kMovingAnimations, times.coverage, moving,
+                times.movingNanoseconds.median() / kMilli, missed(moving < kMovingAimMs));
+    std::printf("Hit tests: %.1f million a second of one animation, %.2f million of a window with "
+                "%zu\n",
+                kMicro / times.pixelNanoseconds.least(), kMicro / times.windowNanoseconds.least(),
+                kMovingAnimations);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    int repetitions = 9;
+    CLI::App app("Measures the drawing of zorbet", "zorbet-bench-display");
+    app.add_option("--repetitions", repetitions, "Measurements of each thing")
+        ->check(CLI::Range(1, 1000));
+    try {
+        app.parse(argc, argv);
+        {
+            const MediaMachine machine; // canvases need an application
+            printSprites(repetitions);
+            printExpansion(repetitions);
+        }
+        printWindow(repetitions);
+    } catch (const CLI::Success& wish) { // help
+        return app.exit(wish);
+    } catch (const CLI::ParseError& error) {
+        std::fprintf(stderr, "%s\n\n%s", error.what(), app.help().c_str());
+        return kWrongCommandLine;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return kFailed;
+    }
+    return 0;
+}
