@@ -97,6 +97,7 @@ AOBackground* EffectsWindow::picture() { return dynamic_cast<AOBackground*>(back
 void EffectsWindow::freezeScreen() {
     OMMemCanvas* canvas = background() ? background()->picture() : nullptr;
     if (!canvas) return;
+    dropStamps();
     const Rect all = backBuffer().bounds();
     canvas->blt(backBuffer(), 0, 0, all.width(), all.height(), 0, 0);
 }
@@ -131,6 +132,7 @@ bool EffectsWindow::restorePalette(int imageId, int paletteId, OMScriptableObjec
 void EffectsWindow::installPicture(std::shared_ptr<const AOImage> image) {
     if (AOBackground* old = picture()) {
         old->setImage(std::move(image));
+        dropStamps();
         invalidateAll();
         compose();
         return;
