@@ -212,6 +212,27 @@ TEST_F(EffectsWindowTest, AFrozenScreenOutlivesItsTrinkets) {
     EXPECT_EQ(pixel(5, 5), 'p');
 }
 
+TEST_F(EffectsWindowTest, StampsBecomePartOfAFrozenScreenAndGoWithTheirPicture) {
+    window.restorePalette(1, 1);
+    Tile tile(window, {10, 10, 30, 30}, 't');
+    const auto stamp = [&] {
+        return window.stamp(tile, {50, 50, 60, 60}, [](OMMemCanvas& canvas, Point at) {
+            canvas.setColor(OMColor('x'));
+            canvas.fillRect({at.x, at.y, at.x + 10, at.y + 10});
+        });
+    };
+    ASSERT_TRUE(stamp());
+    window.idle();
+    EXPECT_EQ(pixel(55, 55), 'x');
+    window.freezeScreen();
+    EXPECT_FALSE(window.unstamp(tile));
+    ASSERT_TRUE(stamp());
+    window.restorePalette(1, 1);
+    EXPECT_FALSE(window.unstamp(tile));
+    window.idle();
+    EXPECT_EQ(pixel(55, 55), 'p');
+}
+
 TEST_F(EffectsWindowTest, ACopyOfAnObjectIsAttachedWithThePicture) {
     struct Exit : OMScriptableObject {
         explicit Exit(int& count) : alive(count) { ++alive; }

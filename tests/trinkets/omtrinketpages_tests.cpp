@@ -88,6 +88,8 @@ TEST_F(FlippingWindowTest, ABackgroundThatPaintsMoreThanItMustComesToRest) {
     far.setX(51);
     EXPECT_EQ(composedInCycle(), 2200u); // what this page missed, and its own
     far.setX(52);
+    EXPECT_EQ(composedInCycle(), 2100u); // and what was painted on the other beyond that
+    far.setX(53);
     EXPECT_EQ(composedInCycle(), 1000u) << "the rows above are not painted again and again";
     EXPECT_EQ(seenPixel(95, 5), 11);
 }
@@ -107,6 +109,21 @@ TEST_F(FlippingWindowTest, TheFlashLeavesNoTraceOnTheNextPage) {
         EXPECT_EQ(seenPixel(8, 5), 10) << i;
         EXPECT_EQ(seenPixel(50, 5), 0) << i;
         EXPECT_EQ(seenPixel(2, 5), 0) << i;
+    }
+}
+
+TEST_F(FlippingWindowTest, BlackeningForNewColoursLeavesNoHoleInAPage) {
+    Tile still(*window, {50, 50, 60, 60}, 11);
+    Tile tile(*window, {0, 0, 10, 10}, 10);
+    cycle();
+    cycle();
+    OMPalette colors{};
+    colors[100] = {0xFF00, 0, 0};
+    window->setPalette(colors, true);
+    for (int i = 0; i < 3; ++i) {
+        tile.offset(5, 0);
+        cycle();
+        EXPECT_EQ(seenPixel(55, 55), 11) << i;
     }
 }
 

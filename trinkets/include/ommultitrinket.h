@@ -1,7 +1,7 @@
 // A trinket that groups others and moves them as one. It has no picture and no place of its own:
 // it is where its members are, and what a member hears of the mouse becomes an event of the group.
 //
-//     g=OMMultiTrinket [z]
+//     g=OMMultiTrinket z
 //
 // A group does not own its members. Whichever goes first, the other stays as it is. A trinket is in
 // one group at most; a group may be the member of another one, but not of itself.

@@ -215,6 +215,7 @@ class OMTrinketWindow : public OMWindow {
     void copyToScreen(const OMRegion& region);
     void flipPages();
     [[nodiscard]] std::size_t nextPage() const { return (page_ + 1) % kOMPages; }
+    void drawOnScreen(const OMRegion& region, int index);
     void flash(const OMRegion& region);
 
     bool acceptsInput(Input kind);

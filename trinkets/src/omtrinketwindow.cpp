@@ -154,7 +154,7 @@ void OMTrinketWindow::setBackground(std::unique_ptr<OMTBackground> background) {
 void OMTrinketWindow::setPalette(const OMPalette& colors, bool reset) {
     const bool indexed = canvas_.depth() == kIndexedDepth;
     if (reset && indexed && canvas_.devicePalette() != OMGamePalette(colors))
-        fill(canvas_, OMRegion(canvas_.bounds()), kNothing);
+        drawOnScreen(OMRegion(canvas_.bounds()), kNothing);
     backBuffer_.setPalette(colors);
     if (background_) background_->setPalette(colors);
     canvas_.setPalette(colors);
@@ -270,10 +270,14 @@ void OMTrinketWindow::countFrame() {
 }
 
 void OMTrinketWindow::flash(const OMRegion& region) {
-    fill(canvas_, region, kMarkers[page_]);
-    // When pages flip, that was drawn on the one that comes next.
-    if (isFlipping()) pages_[nextPage()].compose.unite(region);
+    drawOnScreen(region, kMarkers[page_]);
     OMPlatform().clock().sleep(static_cast<std::uint32_t>(flashDelayMs_));
+}
+
+/// When pages flip, the screen is the page that comes next.
+void OMTrinketWindow::drawOnScreen(const OMRegion& region, int index) {
+    fill(canvas_, region, index);
+    if (isFlipping()) pages_[nextPage()].compose.unite(region);
 }
 
 void OMTrinketWindow::expose() { OMPlatform().display().present(rectangle()); }
