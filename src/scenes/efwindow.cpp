@@ -154,7 +154,12 @@ void EffectsWindow::installPalette(int id) {
 
 // Input
 
+void EffectsWindow::mouseDown(Point point) {
+    if (isPresenting()) OMTrinketWindow::mouseDown(point);
+}
+
 void EffectsWindow::doubleClick(Point point) {
+    if (!isPresenting()) return;
     if (doubleClicksDisabled_)
         mouseDown(point);
     else

@@ -298,7 +298,7 @@ bool OMTrinketWindow::stamp(const OMTrinket& trinket, const Rect& rectangle,
 }
 
 bool OMTrinketWindow::unstamp(const OMTrinket& trinket) {
-    OMMemCanvas* picture = backgroundPicture();
+    OMMemCanvas* picture = stamps_.count() > 0 ? backgroundPicture() : nullptr;
     if (!picture) return false;
     const std::optional<Rect> changed = stamps_.unstamp(*picture, &trinket);
     if (changed) invalidate(*changed);
