@@ -70,7 +70,35 @@ void testSoundDevice(OMWaveEngine& soundEngine) {
         OMLog::write(OMLog::Kind::Error, "WAVE driver is not available");
 }
 
-platform::Point centredCorner(const platform::ScreenMode& screen) {
+/// Surfaces when the configuration asks for them and the machine can switch its screen for them,
+/// else bitmaps. To be called before there is an application.
+OMApp::DisplayMode chooseBackEnd(const RConfiguration& configuration) {
+    constexpr platform::ScreenMode kMode{EffectsWindow::kWidth, EffectsWindow::kHeight,
+                                         kScreenDepth};
+    const bool possible = OMPlatform().display().canBeExclusive(kMode);
+    if (!configuration.useDirectDraw || !possible) {
+        OMApp::useGDI();
+        if (configuration.useDirectDraw)
+            OMLog::write(OMLog::Kind::Warning,
+                         "Trying to use DirectDraw, but unable to switch to requested resolution "
+                         "and color depth, using GDI");
+        else
+            OMLog::write(OMLog::Kind::Message, "Using GDI");
+        return OMApp::DisplayMode::PopUp;
+    }
+    OMApp::useDirectDraw();
+    if (configuration.displayFullScreen) {
+        OMLog::write(OMLog::Kind::Message, "Displaying Full Screen using DirectDraw");
+        return OMApp::DisplayMode::FullScreen;
+    }
+    OMLog::write(OMLog::Kind::Message, "Displaying in upper left corner using DirectDraw");
+    return OMApp::DisplayMode::PopUp;
+}
+
+/// Windows of surfaces stand at the upper left of the screen, others in its middle.
+platform::Point windowCorner() {
+    if (OMApp::usingDirectDraw()) return {0, 0};
+    const platform::ScreenMode screen = OMPlatform().display().mode();
     return {(screen.width - EffectsWindow::kWidth) / 2,
             (screen.height - EffectsWindow::kHeight) / 2};
 }
@@ -93,14 +121,16 @@ void removeLocators() {
 
 /// Application, window and scripts, from their making to their end. What is declared later goes
 /// first.
-void runApplication(RResources& resources, OMWaveEngine& soundEngine) {
-    OMApp app(OMApp::DisplayMode::PopUp, OMColor(),
-              {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth);
+void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine) {
+    OMApp app(mode, OMColor(), {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth);
     resources.setAlertLink([&app](std::string_view text) { app.alert(text); });
-    EffectsWindow window(centredCorner(OMPlatform().display().mode()), app.productName());
+    EffectsWindow window(windowCorner(), app.productName());
     app.setCommandHandler([](int command) { return OMLog::handleCommand(command); });
     app.setBackgroundLink([&soundEngine] { soundEngine.suspend(); });
-    app.setForegroundLink([&soundEngine] { soundEngine.resume(); });
+    app.setForegroundLink([&soundEngine, &window] {
+        soundEngine.resume();
+        window.restoreScreen();
+    });
 
     const RScriptClasses classes; // also those of components, whose commands go before their code
     RGameSounds sounds(resources);
@@ -142,7 +172,7 @@ int RGameMain(std::optional<std::uint32_t> seed) {
     installLocators(resources);
     OMWaveEngine soundEngine;
     testSoundDevice(soundEngine);
-    runApplication(resources, soundEngine);
+    runApplication(chooseBackEnd(configuration), resources, soundEngine);
     removeLocators();
     resources.shutDown();
     OMLog::close();

@@ -99,6 +99,7 @@ AOBackground* EffectsWindow::picture() { return dynamic_cast<AOBackground*>(back
 void EffectsWindow::freezeScreen() {
     OMMemCanvas* canvas = background() ? background()->picture() : nullptr;
     if (!canvas) return;
+    dropStamps();
     const Rect all = backBuffer().bounds();
     canvas->blt(backBuffer(), 0, 0, all.width(), all.height(), 0, 0);
 }
@@ -133,6 +134,7 @@ bool EffectsWindow::restorePalette(int imageId, int paletteId, OMScriptableObjec
 void EffectsWindow::installPicture(std::shared_ptr<const AOImage> image) {
     if (AOBackground* old = picture()) {
         old->setImage(std::move(image));
+        dropStamps();
         invalidateAll();
         compose();
         return;
@@ -158,7 +160,12 @@ void EffectsWindow::installPalette(int id) {
 
 // Input
 
+void EffectsWindow::mouseDown(Point point) {
+    if (isPresenting()) OMTrinketWindow::mouseDown(point);
+}
+
 void EffectsWindow::doubleClick(Point point) {
+    if (!isPresenting()) return;
     if (doubleClicksDisabled_)
         mouseDown(point);
     else

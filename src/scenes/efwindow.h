@@ -28,8 +28,8 @@ class EffectsWindow : public OMTrinketWindow {
     static void setPaletteLocator(Locator locator) { paletteLocator_ = std::move(locator); }
     static void setPaletteFilter(PaletteFilter filter) { paletteFilter_ = std::move(filter); }
 
-    /// Blackens the window and stops showing; the background hears no clicks until the display or
-    /// the end of the transition.
+    /// Blackens the window and stops showing; nobody hears clicks until the display or the end of
+    /// the transition.
     void goToBlack();
     /// Shows everything; input that waits is dropped.
     void displayScreen();
@@ -55,6 +55,8 @@ class EffectsWindow : public OMTrinketWindow {
     /// While disabled, a double click counts as a press.
     void setDoubleClicksEnabled(bool enabled) { doubleClicksDisabled_ = !enabled; }
 
+    /// Clicks are not heard while the window is black.
+    void mouseDown(platform::Point point) override;
     void doubleClick(platform::Point point) override;
     /// Without effect while the wait cursor of a transition is shown.
     void showCursor(int id) override;

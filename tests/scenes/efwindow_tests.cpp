@@ -96,6 +96,37 @@ TEST_F(EffectsWindowTest, TheBackgroundIsDeafWhileTheScreenIsBlack) {
     }
 }
 
+TEST_F(EffectsWindowTest, ClicksOnABlackScreenReachNobodyEvenWhenTheLoopGoesOn) {
+    window.restorePalette(1, 1);
+    Tile held(window, {10, 10, 30, 30}, 't');
+    int clicks = 0;
+    int releases = 0;
+    held.attachHandler("mouseDown", [&] { ++clicks; });
+    held.attachHandler("dblClick", [&] { ++clicks; });
+    held.attachHandler("mouseUp", [&] { ++releases; });
+    window.defaults().mouseDown = [&](Point) { ++clicks; };
+    const auto message = [&](platform::Message::Kind kind, Point at) {
+        machine.events().queue.push_back({kind, 0, at, {}, 0});
+        app.pass();
+    };
+    using Kind = platform::Message::Kind;
+    message(Kind::MouseDown, {15, 15});
+    EXPECT_EQ(std::exchange(clicks, 0), 1);
+    window.goToBlack();
+    message(Kind::MouseUp, {15, 15}); // what is held is let go
+    EXPECT_EQ(releases, 1);
+    for (const Point at : {Point{15, 15}, Point{200, 200}}) {
+        message(Kind::MouseDown, at);
+        message(Kind::MouseUp, at);
+        message(Kind::DoubleClick, at);
+        message(Kind::MouseUp, at);
+    }
+    EXPECT_EQ(clicks, 0);
+    window.displayScreen();
+    message(Kind::MouseDown, {15, 15});
+    EXPECT_EQ(clicks, 1);
+}
+
 TEST_F(EffectsWindowTest, TransitionsShowOneWaitCursorAndPutTheOldOneBack) {
     Tile tile(window, {10, 10, 30, 30}, 't');
     tile.setCursors(-3, -4);
@@ -210,6 +241,27 @@ TEST_F(EffectsWindowTest, AFrozenScreenOutlivesItsTrinkets) {
     window.idle();
     EXPECT_EQ(pixel(15, 15), 't');
     EXPECT_EQ(pixel(5, 5), 'p');
+}
+
+TEST_F(EffectsWindowTest, StampsBecomePartOfAFrozenScreenAndGoWithTheirPicture) {
+    window.restorePalette(1, 1);
+    Tile tile(window, {10, 10, 30, 30}, 't');
+    const auto stamp = [&] {
+        return window.stamp(tile, {50, 50, 60, 60}, [](OMMemCanvas& canvas, Point at) {
+            canvas.setColor(OMColor('x'));
+            canvas.fillRect({at.x, at.y, at.x + 10, at.y + 10});
+        });
+    };
+    ASSERT_TRUE(stamp());
+    window.idle();
+    EXPECT_EQ(pixel(55, 55), 'x');
+    window.freezeScreen();
+    EXPECT_FALSE(window.unstamp(tile));
+    ASSERT_TRUE(stamp());
+    window.restorePalette(1, 1);
+    EXPECT_FALSE(window.unstamp(tile));
+    window.idle();
+    EXPECT_EQ(pixel(55, 55), 'p');
 }
 
 TEST_F(EffectsWindowTest, ACopyOfAnObjectIsAttachedWithThePicture) {

@@ -527,6 +527,82 @@ TEST_F(MouseTest, HandlersMayDestroyTheirTrinketAnywhere) {
     }
 }
 
+TEST_F(MouseTest, HandlersMayDestroyAllThatIsAroundThem) {
+    struct Plain : OMTBackground {
+        OMRegion paint(OMMemCanvas&, const OMRegion& dirty) override { return dirty; }
+    };
+    std::unique_ptr<Tile> below; // hit when the tile is gone
+    std::unique_ptr<Tile> beside;
+    std::unique_ptr<Tile> late;
+    const std::pair<const char*, std::function<void()>> deeds[] = {
+        {"the one under the pointer", [&] { below.reset(); }},
+        {"its neighbour", [&] { beside.reset(); }},
+        {"all", [&] { below.reset(), beside.reset(), tile.reset(), late.reset(); }},
+        {"the scene",
+         [&] {
+             below.reset(), beside.reset(), tile.reset(), late.reset();
+             window.setBackground(std::make_unique<Plain>());
+             late = std::make_unique<Tile>(window, Rect{5, 5, 60, 60}, 14);
+         }},
+        {"nothing, but hides all",
+         [&] {
+             for (const auto& one : {&below, &beside, &tile})
+                 if (*one) (*one)->setVisible(false);
+         }},
+        {"nothing, but takes the mouse",
+         [&] {
+             if (beside) beside->setMouseCapture(true);
+         }},
+    };
+    for (const char* event : {"mouseDown", "mouseUp", "dblClick", "flyOn", "flyOff"}) {
+        for (const auto& [what, deed] : deeds) {
+            late.reset();
+            window.setBackground(std::make_unique<Plain>());
+            window.background()->mouseUp = [&](Point) { beside.reset(); };
+            below = std::make_unique<Tile>(window, Rect{10, 10, 20, 20}, 11);
+            beside = std::make_unique<Tile>(window, Rect{20, 10, 30, 20}, 12);
+            tile = std::make_unique<Tile>(window, Rect{10, 10, 20, 20}, 10);
+            int calls = 0;
+            tile->attachHandler(event, [&calls, &act = deed] { ++calls, act(); });
+            window.mouseMove({15, 15});
+            window.doubleClick({15, 15});
+            window.mouseUp({15, 15});
+            window.mouseDown({15, 15});
+            window.mouseMove({16, 16});
+            window.mouseUp({16, 16});
+            window.mouseMove({25, 15});
+            window.mouseMove({70, 70});
+            cycle();
+            EXPECT_GE(calls, 1) << event << ": " << what;
+            if (OMTrinket* target = window.mouseTarget())
+                EXPECT_TRUE(target == beside.get()) << event << ": " << what;
+            if (beside) beside->setMouseCapture(false);
+        }
+    }
+    for (auto* one : {&below, &beside, &tile, &late}) one->reset();
+    EXPECT_EQ(window.trinketCount(), 0u);
+    EXPECT_EQ(window.mouseTarget(), nullptr);
+    EXPECT_EQ(window.flyOverTrinket(), nullptr);
+}
+
+TEST_F(MouseTest, ACaptureTakesTheMouseFromWhoeverHasItAndGivesItBackOnce) {
+    Tile other(window, {50, 50, 60, 60}, 11);
+    window.mouseDown({15, 15});
+    other.setMouseCapture(true);
+    window.mouseMove({18, 15});
+    EXPECT_EQ(tile->x(), 10);
+    EXPECT_EQ(other.x(), 53) << "a captured one that is movable follows";
+    tile->setMouseCapture(false); // is not the target
+    EXPECT_EQ(window.mouseTarget(), &other);
+    other.setMouseCapture(false);
+    window.mouseUp({18, 15});
+    EXPECT_EQ(window.mouseTarget(), nullptr);
+    EXPECT_EQ(take(), (Texts{"mouseDown", "default up", "flyOn"}));
+    window.mouseDown({15, 15}); // and the next press is a new one
+    window.mouseMove({16, 15});
+    EXPECT_EQ(tile->x(), 11);
+}
+
 TEST_F(MouseTest, LeavingOneTrinketMayDestroyTheNext) {
     auto next = std::make_unique<Tile>(window, Rect{50, 50, 60, 60}, 11);
     window.mouseMove({15, 15});
@@ -597,6 +673,15 @@ TEST_F(DragTest, BeyondTheCorralATrinketWaitsForThePointerToComeBack) {
     window.mouseDown({25, 15});
     window.mouseMove({25, 16});
     EXPECT_EQ(tile.y(), 11);
+}
+
+TEST_F(DragTest, InACorralThatIsTooSmallATrinketStandsAtItsStart) {
+    tile.setCorral({10, 10, 15, 60});
+    window.mouseDown({25, 25});
+    for (const int x : {26, 90, 12, -40, 25}) {
+        window.mouseMove({x, 30});
+        EXPECT_EQ((Point{tile.x(), tile.y()}), (Point{10, 25})) << x;
+    }
 }
 
 TEST_F(DragTest, WithoutCorralTrinketsGoAnywhere) {

@@ -37,6 +37,8 @@ class Tile : public OMTrinket {
         if (onStep) onStep(clock);
     }
 
+    [[nodiscard]] int color() const { return color_; }
+
     std::size_t painted = 0; ///< pixels
     std::function<void(std::uint32_t)> onStep;
 

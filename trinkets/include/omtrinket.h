@@ -21,6 +21,7 @@
 #include <string>
 
 class OMMemCanvas;
+class OMMultiTrinket;
 class OMTrinketWindow;
 
 /// How many pages a window can flip between; dirty areas are kept for each.
@@ -34,6 +35,7 @@ class OMTrinket : public OMScriptableObject {
     enum class UpdateStyle : std::uint8_t {
         Regions,   ///< exactly what it covered before and what it covers now
         Rectangle, ///< the bounding box of both
+        Nothing,   ///< it has no picture of its own
     };
     enum class MouseState : std::uint8_t {
         Held = 0, ///< by a pressed button
@@ -111,6 +113,8 @@ class OMTrinket : public OMScriptableObject {
     [[nodiscard]] int indexInWindow() const;
     /// The hit test proper; positions in window pixels.
     [[nodiscard]] virtual bool containsPoint(platform::Point point) const;
+    /// The group that it moves with, or null.
+    [[nodiscard]] OMMultiTrinket* group() const { return group_; }
     /// Whether the bounding rectangles overlap.
     [[nodiscard]] bool intersects(const OMTrinket& other) const;
 
@@ -131,7 +135,7 @@ class OMTrinket : public OMScriptableObject {
     void setEventMask(std::uint32_t mask) { eventMask_ = mask; }
     /// Cursors by number (see platform::Display), shown while the pointer is over it and while it
     /// is held.
-    void setCursors(int normal, int grab);
+    virtual void setCursors(int normal, int grab);
     [[nodiscard]] Links& links() { return links_; }
 
     // Repainting.
@@ -149,8 +153,8 @@ class OMTrinket : public OMScriptableObject {
     /// Called in every idle cycle of the window with its clock in milliseconds.
     virtual void step(std::uint32_t /*clock*/) {}
 
-    // What the window tells; an heir that overrides one calls its base, which calls the link. A
-    // trinket may be destroyed in any of them.
+    // What the window tells; an heir that overrides one calls its base, which calls the link, or
+    // hands on to the group that it belongs to. A trinket may be destroyed in any of them.
 
     virtual void onMouseDown(platform::Point point);
     virtual void onMouseUp(platform::Point point);
@@ -182,7 +186,7 @@ class OMTrinket : public OMScriptableObject {
     /// is empty they snap everywhere.
     void setDragBounds(const platform::Rect& bounds) { dragBounds_ = bounds; }
     [[nodiscard]] const platform::Rect& dragBounds() const { return dragBounds_; }
-    void clearOvershoot() { overshootX_ = overshootY_ = std::nullopt; }
+    void clearOvershoot();
 
     /// The switch for all corrals at once; on at first.
     static void setCorralNormalization(bool on) { corralNormalization_ = on; }
@@ -200,6 +204,7 @@ class OMTrinket : public OMScriptableObject {
     void setBounds(const platform::Rect& bounds) { bounds_ = bounds; }
 
   private:
+    friend class OMMultiTrinket; // takes trinkets in
     friend class OMTrinketWindow;
 
     enum class Change : std::uint8_t { None, Changed, Whole };
@@ -214,6 +219,8 @@ class OMTrinket : public OMScriptableObject {
     void moveTo(std::int64_t x, std::int64_t y);
     void changeDepth(int z);
     void changeVisibility(bool visible);
+    /// Above all others of its depth.
+    void comeForward();
     /// Has the pages composed anew where they show it.
     void erase();
     /// Adds what must be painted again to `dirty`; from then on the page is up to date.
@@ -223,6 +230,7 @@ class OMTrinket : public OMScriptableObject {
     static inline bool corralNormalization_ = true;
 
     OMTrinketWindow* window_;
+    OMMultiTrinket* group_ = nullptr;
     UpdateStyle updateStyle_;
     std::array<PageState, kOMPages> pages_;
     MouseState mouseState_ = MouseState::Idle;

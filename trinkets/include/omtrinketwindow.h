@@ -3,7 +3,9 @@
 // and keys to the trinkets.
 //
 // Redrawing is one cycle in the idle time of the main loop: trinkets step, the areas that changed
-// are painted from the bottom up into the back buffer, and only those are copied to the screen.
+// are painted from the bottom up into the back buffer, and only those are copied to the screen. A
+// window that flips pages has its back buffer behind the screen instead: the two change places, so
+// there are two pages, each with its own record of what it has not caught up with.
 //
 // Script handlers run inside input and stepping and may destroy any trinket, so whatever goes on
 // after a call into one watches it.
@@ -14,6 +16,7 @@
 #include "omtrinket.h"
 #include "omwindow.h"
 #include "omwndcanvas.h"
+#include "stampcanvas.h"
 
 #include <array>
 #include <cstdint>
@@ -25,6 +28,12 @@ class OMTrinketWindow : public OMWindow {
     using MouseLink = OMTrinket::MouseLink;
 
     static constexpr int kLowestDepth = -32767; ///< what is below is neither drawn nor hit at first
+
+    /// How what was composed gets on the screen.
+    enum class Showing : std::uint8_t {
+        Copying,
+        Flipping, ///< by flipping two pages where the screen can, else as Copying
+    };
 
     /// What the input hook is told.
     enum class Input : std::uint8_t {
@@ -57,9 +66,10 @@ class OMTrinketWindow : public OMWindow {
     };
 
     /// `rectangle` in screen pixels; the background may be null. The first window that is made
-    /// becomes the main window. Fatal without an application.
+    /// becomes the main window. Only one window flips, in exclusive mode and from the screen's
+    /// corner on. Fatal without an application.
     OMTrinketWindow(const platform::Rect& rectangle, std::unique_ptr<OMTBackground> background,
-                    std::string_view title);
+                    std::string_view title, Showing showing = Showing::Copying);
     ~OMTrinketWindow() override;
 
     /// Null when there is none.
@@ -102,8 +112,13 @@ class OMTrinketWindow : public OMWindow {
     [[nodiscard]] const OMRegion& unshownRegion() const { return pages_[page_].present; }
     /// Paints what is dirty into the back buffer.
     void compose();
-    /// Shows what was composed since the last time.
+    /// Shows what was composed since the last time. A screen that was lost is taken back first;
+    /// while another program has it, nothing is shown.
     void present();
+    /// Takes a lost screen back, to be composed and shown anew in the next cycle. True when it had
+    /// been lost and is there again.
+    bool restoreScreen();
+    [[nodiscard]] bool isFlipping() const { return pagesInUse_ > 1; }
 
     [[nodiscard]] bool isPresenting() const { return presenting_; }
     /// While off, what is composed is not shown; the next cycle after switching on shows it.
@@ -117,6 +132,19 @@ class OMTrinketWindow : public OMWindow {
     /// Diagnosis: areas about to be shown are coloured for that many milliseconds; 0 is off.
     [[nodiscard]] int flashDelay() const { return flashDelayMs_; }
     void setFlashDelay(int ms) { flashDelayMs_ = ms; }
+
+    // Stamps, in the background picture.
+
+    /// Paints a trinket's picture into the background, under all trinkets. `rectangle` is what the
+    /// painter covers. It stays when the trinket is gone. False without a background picture there.
+    bool stamp(const OMTrinket& trinket, const platform::Rect& rectangle,
+               const OMStampPainter& painter);
+    /// Takes the trinket's latest stamp out again; false when it has none.
+    bool unstamp(const OMTrinket& trinket);
+    /// They become part of the picture, or went with it. A new background does it itself; who gives
+    /// the background another picture calls this.
+    void dropStamps() { stamps_.clear(); }
+    [[nodiscard]] std::size_t stampCount() const { return stamps_.count(); }
 
     // Input.
 
@@ -163,6 +191,8 @@ class OMTrinketWindow : public OMWindow {
     struct Page {
         OMRegion compose; ///< must be composed anew in the back buffer
         OMRegion present; ///< was composed but not yet shown
+        /// What the background painted on the other page beyond that page's dirty region.
+        OMRegion overpainted;
     };
 
     // For the trinkets.
@@ -180,7 +210,12 @@ class OMTrinketWindow : public OMWindow {
     void collectChanges();
     void paintBackground();
     void paintTrinkets();
+    [[nodiscard]] OMMemCanvas* backgroundPicture();
     void countFrame();
+    void copyToScreen(const OMRegion& region);
+    void flipPages();
+    [[nodiscard]] std::size_t nextPage() const { return (page_ + 1) % kOMPages; }
+    void drawOnScreen(const OMRegion& region, int index);
     void flash(const OMRegion& region);
 
     bool acceptsInput(Input kind);
@@ -197,6 +232,7 @@ class OMTrinketWindow : public OMWindow {
     OMWndCanvas canvas_;
     OMMemCanvas backBuffer_;
     std::unique_ptr<OMTBackground> background_;
+    StampList stamps_;
     OMList<OMTrinket> trinkets_; ///< ascending z
     Hooks hooks_;
     Defaults defaults_;

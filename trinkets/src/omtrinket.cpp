@@ -1,5 +1,6 @@
 #include "omtrinket.h"
 
+#include "ommultitrinket.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 
@@ -61,6 +62,7 @@ OMTrinket::OMTrinket(const OMTrinket& other)
 }
 
 OMTrinket::~OMTrinket() {
+    if (group_) group_->remove(*this);
     if (!window_) return;
     if (window_->isFocus(*this)) window_->clearFocus();
     erase();
@@ -123,13 +125,18 @@ void OMTrinket::changeDepth(int z) {
     markWhole();
 }
 
+void OMTrinket::comeForward() {
+    if (window_) window_->resort(*this);
+    markWhole();
+}
+
 void OMTrinket::changeVisibility(bool visible) {
     if (visible == visible_) return;
     erase();
     visible_ = visible;
     if (!isShown()) return;
     markWhole();
-    window_->addUnshown(boundingRectangle());
+    if (updateStyle_ != UpdateStyle::Nothing) window_->addUnshown(boundingRectangle());
 }
 
 void OMTrinket::setCursors(int normal, int grab) {
@@ -171,7 +178,7 @@ void OMTrinket::erase() {
 
 void OMTrinket::takeChanges(std::size_t page, OMRegion& dirty) {
     PageState& state = pages_[page];
-    if (!isShown()) {
+    if (!isShown() || updateStyle_ == UpdateStyle::Nothing) {
         state = {};
         return;
     }
@@ -189,13 +196,26 @@ void OMTrinket::takeChanges(std::size_t page, OMRegion& dirty) {
 
 // Input
 
-void OMTrinket::onMouseDown(Point point) { call(links_.mouseDown, point); }
-void OMTrinket::onMouseUp(Point point) { call(links_.mouseUp, point); }
+void OMTrinket::onMouseDown(Point point) {
+    group_ ? group_->memberMouseDown(point) : call(links_.mouseDown, point);
+}
+
+void OMTrinket::onMouseUp(Point point) {
+    group_ ? group_->memberMouseUp(point) : call(links_.mouseUp, point);
+}
+
 void OMTrinket::onMouseMove(Point point) { call(links_.mouseMove, point); }
-void OMTrinket::onDoubleClick(Point point) { call(links_.doubleClick, point); }
-void OMTrinket::onBeginDrag(Point point) { call(links_.beginDrag, point); }
-void OMTrinket::onFlyOn() { call(links_.flyOn); }
-void OMTrinket::onFlyOff() { call(links_.flyOff); }
+
+void OMTrinket::onDoubleClick(Point point) {
+    group_ ? group_->memberDoubleClick(point) : call(links_.doubleClick, point);
+}
+
+void OMTrinket::onBeginDrag(Point point) {
+    group_ ? group_->onBeginDrag(point) : call(links_.beginDrag, point);
+}
+
+void OMTrinket::onFlyOn() { group_ ? group_->memberFlyOn() : call(links_.flyOn); }
+void OMTrinket::onFlyOff() { group_ ? group_->memberFlyOff() : call(links_.flyOff); }
 void OMTrinket::onKey(const platform::KeyPress& press) { call(links_.key, press); }
 void OMTrinket::onFocusLost() { call(links_.focusLost); }
 

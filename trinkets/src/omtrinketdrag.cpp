@@ -1,6 +1,6 @@
 // How a held trinket follows the mouse inside its corral, and where it comes to rest.
 
-#include "omtrinket.h"
+#include "ommultitrinket.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -56,7 +56,18 @@ int wayToGrid(int position, int origin, int step) {
 
 } // namespace
 
+// A trinket of a group neither moves nor comes to rest on its own: the group does as a whole.
+
+void OMTrinket::clearOvershoot() {
+    if (group_) group_->clearOvershoot();
+    overshootX_ = overshootY_ = std::nullopt;
+}
+
 void OMTrinket::dragBy(int& dx, int& dy) {
+    if (group_) {
+        group_->dragBy(dx, dy);
+        return;
+    }
     if (corralNormalization_ && corralled_) {
         const Rect r = boundingRectangle();
         dx = follow({r.left, r.width(), corral_.left, corral_.right}, dx, overshootX_) - r.left;
@@ -68,6 +79,10 @@ void OMTrinket::dragBy(int& dx, int& dy) {
 }
 
 void OMTrinket::onDrop(Point point) {
+    if (group_) {
+        group_->onDrop(point);
+        return;
+    }
     if (movable_) snap();
     const auto link = links_.drop;
     link(point);

@@ -13,8 +13,10 @@ OMTrinketWindow* OMTrinketWindow::main_ = nullptr;
 
 namespace {
 
+constexpr int kIndexedDepth = 8;
 constexpr int kNothing = 0; ///< palette index of the fill where there is no background
-/// Palette indices of the bright and the dark marker colour, one for each page.
+/// Palette indices of the marker colour of each page: full red, and half as bright. They are fixed
+/// entries, which canvases of all depths have.
 constexpr std::array<int, kOMPages> kMarkers{249, 1};
 constexpr std::uint32_t kReportMs = 1000;
 
@@ -22,6 +24,18 @@ const Rect& checkedForApp(const Rect& rectangle) {
     OMDebug::require(OMApp::getApp() != nullptr, "theApp == NULL",
                      "OMApp::usingDirectDraw - must have an OMApp instance first!");
     return rectangle;
+}
+
+/// Surfaces have the depth of the screen.
+int backBufferDepth() {
+    return OMApp::usingDirectDraw() ? OMPlatform().display().screen().depth() : kIndexedDepth;
+}
+
+/// There is one chain of pages behind the screen, and its pages lie where the screen does.
+bool canFlip(const Rect& rectangle) {
+    platform::Display& display = OMPlatform().display();
+    return OMApp::usingDirectDraw() && display.isExclusive() && display.back() == nullptr &&
+           rectangle.left == 0 && rectangle.top == 0;
 }
 
 void fill(OMCanvas& canvas, const OMRegion& region, int index) {
@@ -37,12 +51,16 @@ void run(OMLink hook) { hook(); }
 } // namespace
 
 OMTrinketWindow::OMTrinketWindow(const Rect& rectangle, std::unique_ptr<OMTBackground> background,
-                                 std::string_view title)
+                                 std::string_view title, Showing showing)
     : OMWindow(checkedForApp(rectangle)), canvas_(rectangle),
-      backBuffer_(rectangle.width(), rectangle.height(),
-                  OMApp::usingDirectDraw() ? OMPlatform().display().screen().depth() : 8),
+      backBuffer_(rectangle.width(), rectangle.height(), backBufferDepth(),
+                  showing == Showing::Flipping ? OMMemCanvas::Kind::Flippable
+                                               : OMMemCanvas::Kind::Fixed),
       background_(std::move(background)), lastReportMs_(OMMilliseconds()),
       timeBase_(OMMilliseconds()) {
+    if (showing == Showing::Flipping && canFlip(rectangle) &&
+        canvas_.attachToFlipChain(backBuffer_))
+        pagesInUse_ = kOMPages;
     if (!main_) main_ = this;
     if (!title.empty()) OMPlatform().display().setTitle(title);
     invalidateAll();
@@ -52,6 +70,8 @@ OMTrinketWindow::~OMTrinketWindow() {
     hooks_ = {};
     canvas_.setPalette(OMPaletteFromDevice(OMDefaultPalette()));
     trinkets_.apply([](OMTrinket& trinket) { trinket.window_ = nullptr; });
+    if (isFlipping() && OMPlatform().display().isExclusive())
+        canvas_.detachFromFlipChain(backBuffer_);
     if (main_ == this) main_ = nullptr;
 }
 
@@ -64,6 +84,7 @@ void OMTrinketWindow::add(OMTrinket& trinket) {
 
 void OMTrinketWindow::remove(OMTrinket& trinket) {
     trinkets_.remove(&trinket);
+    stamps_.forget(&trinket);
     releaseTarget(trinket);
     if (flyOver_ != &trinket) return;
     flyOver_ = nullptr;
@@ -125,19 +146,23 @@ void OMTrinketWindow::invalidateAll() {
 // Redrawing
 
 void OMTrinketWindow::setBackground(std::unique_ptr<OMTBackground> background) {
+    stamps_.clear();
     background_ = std::move(background);
     invalidateAll();
 }
 
 void OMTrinketWindow::setPalette(const OMPalette& colors, bool reset) {
-    const bool indexed = canvas_.depth() == 8;
+    const bool indexed = canvas_.depth() == kIndexedDepth;
     if (reset && indexed && canvas_.devicePalette() != OMGamePalette(colors))
-        fill(canvas_, OMRegion(canvas_.bounds()), kNothing);
+        drawOnScreen(OMRegion(canvas_.bounds()), kNothing);
     backBuffer_.setPalette(colors);
     if (background_) background_->setPalette(colors);
     canvas_.setPalette(colors);
-    // A deeper screen keeps the old colours until the picture is copied again.
-    if (!indexed) addUnshown(backBuffer_.bounds());
+    // Deeper pixels keep the old colours until they are made again.
+    if (backBuffer_.depth() > kIndexedDepth)
+        invalidateAll();
+    else if (!indexed)
+        addUnshown(backBuffer_.bounds());
 }
 
 void OMTrinketWindow::idle() {
@@ -174,15 +199,22 @@ void OMTrinketWindow::collectChanges() {
 }
 
 void OMTrinketWindow::paintBackground() {
-    OMRegion& dirty = pages_[page_].compose;
-    if (dirty.isEmpty()) return;
-    if (flashDelayMs_ > 0) fill(backBuffer_, dirty, kMarkers[page_]);
+    Page& page = pages_[page_];
+    if (page.compose.isEmpty() && page.overpainted.isEmpty()) return;
+    if (flashDelayMs_ > 0) fill(backBuffer_, page.compose, kMarkers[page_]);
     if (!background_) {
-        fill(backBuffer_, dirty, kNothing);
+        fill(backBuffer_, page.compose, kNothing);
         return;
     }
-    const OMRegion painted = background_->paint(backBuffer_, dirty);
-    for (std::size_t page = 0; page < pagesInUse_; ++page) pages_[page].compose.unite(painted);
+    OMRegion more = background_->paint(backBuffer_, page.compose);
+    more.subtract(page.compose);
+    page.compose.unite(more);
+    OMRegion missed = std::exchange(page.overpainted, {});
+    if (isFlipping()) pages_[nextPage()].overpainted.unite(more);
+    missed.subtract(page.compose);
+    if (missed.isEmpty()) return;
+    page.compose.unite(missed);
+    page.compose.unite(background_->paint(backBuffer_, missed));
 }
 
 void OMTrinketWindow::paintTrinkets() {
@@ -195,15 +227,35 @@ void OMTrinketWindow::paintTrinkets() {
             trinket->paint(backBuffer_, dirty);
 }
 
+bool OMTrinketWindow::restoreScreen() {
+    if (!OMWndCanvas::restore()) return false;
+    invalidateAll();
+    return true;
+}
+
 void OMTrinketWindow::present() {
+    if (restoreScreen()) compose();
+    if (OMPlatform().display().isLost()) return;
     const OMRegion region = std::exchange(pages_[page_].present, {});
     if (region.isEmpty()) return;
     countFrame();
     if (flashDelayMs_ > 0) flash(region);
+    if (isFlipping())
+        flipPages();
+    else
+        copyToScreen(region);
+    run(hooks_.afterPresent);
+}
+
+void OMTrinketWindow::copyToScreen(const OMRegion& region) {
     const Rect box = region.boundingBox();
     canvas_.blt(backBuffer_, box.left, box.top, box.width(), box.height(), box.left, box.top,
                 OMRasterOp::SrcCopy, &region);
-    run(hooks_.afterPresent);
+}
+
+void OMTrinketWindow::flipPages() {
+    page_ = nextPage();
+    canvas_.flip();
 }
 
 void OMTrinketWindow::countFrame() {
@@ -218,11 +270,40 @@ void OMTrinketWindow::countFrame() {
 }
 
 void OMTrinketWindow::flash(const OMRegion& region) {
-    fill(canvas_, region, kMarkers[page_]);
+    drawOnScreen(region, kMarkers[page_]);
     OMPlatform().clock().sleep(static_cast<std::uint32_t>(flashDelayMs_));
 }
 
+/// When pages flip, the screen is the page that comes next.
+void OMTrinketWindow::drawOnScreen(const OMRegion& region, int index) {
+    fill(canvas_, region, index);
+    if (isFlipping()) pages_[nextPage()].compose.unite(region);
+}
+
 void OMTrinketWindow::expose() { OMPlatform().display().present(rectangle()); }
+
+// Stamps
+
+OMMemCanvas* OMTrinketWindow::backgroundPicture() {
+    return background_ ? background_->picture() : nullptr;
+}
+
+bool OMTrinketWindow::stamp(const OMTrinket& trinket, const Rect& rectangle,
+                            const OMStampPainter& painter) {
+    OMMemCanvas* picture = backgroundPicture();
+    if (!picture) return false;
+    const std::optional<Rect> changed = stamps_.stamp(*picture, &trinket, rectangle, painter);
+    if (changed) invalidate(*changed);
+    return changed.has_value();
+}
+
+bool OMTrinketWindow::unstamp(const OMTrinket& trinket) {
+    OMMemCanvas* picture = stamps_.count() > 0 ? backgroundPicture() : nullptr;
+    if (!picture) return false;
+    const std::optional<Rect> changed = stamps_.unstamp(*picture, &trinket);
+    if (changed) invalidate(*changed);
+    return changed.has_value();
+}
 
 // Time
 

@@ -1,0 +1,306 @@
+// Windows on surfaces: two pages that are flipped, deep back buffers, and screens that are lost.
+#include "trinkets/flippingfixture.h"
+
+#include <algorithm>
+#include <random>
+
+using namespace testing_support;
+using platform::Rect;
+using Showing = OMTrinketWindow::Showing;
+
+namespace {
+
+class FlippingWindowTest : public SurfaceTest {
+  protected:
+    FlippingWindowTest() { open(Showing::Flipping); }
+
+    /// Pixels that a cycle composes.
+    std::size_t composedInCycle() {
+        OMRegion composed;
+        window->hooks().beforeTrinkets = [&] { composed = window->dirtyRegion(); };
+        cycle();
+        window->hooks().beforeTrinkets = nullptr;
+        return composed.pixelCount();
+    }
+    int flipsOf(int cycles) {
+        int flips = 0;
+        window->hooks().afterPresent = [&] { ++flips; };
+        for (int i = 0; i < cycles; ++i) cycle();
+        window->hooks().afterPresent = nullptr;
+        return flips;
+    }
+};
+
+TEST_F(FlippingWindowTest, EachPageCatchesUpWithTheChangesThatItMissedAndNoMore) {
+    ASSERT_TRUE(window->isFlipping());
+    Tile tile(*window, {0, 0, 10, 10}, 10);
+    EXPECT_EQ(composedInCycle(), 8000u); // both pages are new
+    EXPECT_EQ(seenPixel(5, 5), 10);
+    tile.place(20, 0);
+    EXPECT_EQ(composedInCycle(), 8000u);
+    EXPECT_EQ(seenPixel(25, 5), 10);
+    EXPECT_EQ(seenPixel(5, 5), 0);
+    tile.place(40, 0); // the other page still shows it in its first place
+    EXPECT_EQ(composedInCycle(), 200u);
+    EXPECT_EQ(seenPixel(5, 5), 0);
+    EXPECT_EQ(seenPixel(45, 5), 10);
+    tile.place(42, 0); // and this one in its second
+    EXPECT_EQ(composedInCycle(), 200u);
+    EXPECT_EQ(seenPixel(25, 5), 0);
+    EXPECT_EQ(composedInCycle(), 0u);
+    EXPECT_EQ(flipsOf(3), 0) << "a page that is up to date stays";
+}
+
+TEST_F(FlippingWindowTest, WhatGoesIsTakenFromBothPages) {
+    auto tile = std::make_unique<Tile>(*window, Rect{0, 0, 10, 10}, 10);
+    Tile other(*window, {50, 50, 60, 60}, 11);
+    cycle();
+    other.offset(1, 0);
+    cycle();
+    tile.reset();
+    cycle();
+    EXPECT_EQ(seenPixel(5, 5), 0);
+    other.offset(1, 0);
+    cycle();
+    EXPECT_EQ(seenPixel(5, 5), 0);
+}
+
+TEST_F(FlippingWindowTest, ABackgroundThatPaintsMoreThanItMustComesToRest) {
+    struct Striped : OMTBackground {
+        OMRegion paint(OMMemCanvas& canvas, const OMRegion& dirty) override {
+            OMRegion rows;
+            for (const Rect& part : dirty.rectangles())
+                rows.unite(Rect{0, part.top, kFlippingWidth, part.bottom});
+            canvas.setColor(OMColor(20));
+            canvas.fillRegion(rows);
+            return rows;
+        }
+    };
+    window->setBackground(std::make_unique<Striped>());
+    Tile left(*window, {0, 0, 10, 10}, 10);
+    Tile right(*window, {90, 0, 100, 10}, 11);
+    Tile far(*window, {50, 60, 60, 70}, 12);
+    cycle();
+    left.setY(1);
+    cycle();
+    left.setY(2);
+    EXPECT_EQ(composedInCycle(), 1200u); // rows 0 to 12
+    far.setX(51);
+    EXPECT_EQ(composedInCycle(), 2200u); // what this page missed, and its own
+    far.setX(52);
+    EXPECT_EQ(composedInCycle(), 2100u); // and what was painted on the other beyond that
+    far.setX(53);
+    EXPECT_EQ(composedInCycle(), 1000u) << "the rows above are not painted again and again";
+    EXPECT_EQ(seenPixel(95, 5), 11);
+}
+
+TEST_F(FlippingWindowTest, TheFlashLeavesNoTraceOnTheNextPage) {
+    Tile tile(*window, {0, 0, 10, 10}, 10);
+    for (int i = 0; i < 4; ++i) {
+        tile.offset(1, 0);
+        cycle();
+    }
+    window->setFlashDelay(10);
+    for (int i = 0; i < 6; ++i) {
+        tile.offset(0, i % 2 == 0 ? 1 : -1);
+        const std::uint32_t before = machine.clock().now;
+        cycle();
+        EXPECT_EQ(machine.clock().now, before + 11);
+        EXPECT_EQ(seenPixel(8, 5), 10) << i;
+        EXPECT_EQ(seenPixel(50, 5), 0) << i;
+        EXPECT_EQ(seenPixel(2, 5), 0) << i;
+    }
+}
+
+TEST_F(FlippingWindowTest, BlackeningForNewColoursLeavesNoHoleInAPage) {
+    Tile still(*window, {50, 50, 60, 60}, 11);
+    Tile tile(*window, {0, 0, 10, 10}, 10);
+    cycle();
+    cycle();
+    OMPalette colors{};
+    colors[100] = {0xFF00, 0, 0};
+    window->setPalette(colors, true);
+    for (int i = 0; i < 3; ++i) {
+        tile.offset(5, 0);
+        cycle();
+        EXPECT_EQ(seenPixel(55, 55), 11) << i;
+    }
+}
+
+TEST_F(FlippingWindowTest, ALostScreenIsComposedAndShownAnewOnBothPages) {
+    Tile tile(*window, {0, 0, 10, 10}, 10);
+    cycle();
+    tile.offset(5, 0);
+    cycle();
+    machine.display().setInForeground(false);
+    tile.offset(5, 0);
+    EXPECT_EQ(flipsOf(3), 0) << "another program has the screen";
+    EXPECT_TRUE(takeFailures().empty());
+    EXPECT_FALSE(window->restoreScreen());
+    machine.display().setInForeground(true);
+    EXPECT_TRUE(window->restoreScreen());
+    cycle();
+    EXPECT_EQ(seenPixel(15, 5), 10);
+    tile.offset(20, 0);
+    cycle();
+    EXPECT_EQ(seenPixel(35, 5), 10);
+    EXPECT_EQ(seenPixel(15, 5), 0);
+}
+
+TEST_F(FlippingWindowTest, ScreensLostUnnoticedAreTakenBackBeforePresenting) {
+    Tile still(*window, {50, 50, 60, 60}, 11);
+    Tile tile(*window, {0, 0, 10, 10}, 10);
+    cycle();
+    cycle();
+    machine.display().setInForeground(false);
+    machine.display().setInForeground(true);
+    tile.offset(5, 0);
+    for (int i = 0; i < 2; ++i) {
+        cycle();
+        EXPECT_EQ(seenPixel(55, 55), 11) << i;
+        EXPECT_EQ(seenPixel(12, 5), 10) << i;
+    }
+}
+
+TEST_F(FlippingWindowTest, TheEndTakesTheBackBufferFromBehindTheScreen) {
+    ASSERT_NE(machine.display().back(), nullptr);
+    OMTrinketWindow second({0, 0, 100, 80}, nullptr, "", Showing::Flipping);
+    EXPECT_FALSE(second.isFlipping()) << "there is one chain";
+    window.reset();
+    EXPECT_EQ(machine.display().back(), nullptr);
+    open(Showing::Flipping);
+    EXPECT_TRUE(window->isFlipping());
+    window.emplace(Rect{10, 0, 100, 80}, nullptr, "", Showing::Flipping);
+    EXPECT_FALSE(window->isFlipping()) << "pages lie at the corner of the screen";
+    EXPECT_TRUE(takeFailures().empty());
+}
+
+class CopyingWindowTest : public SurfaceTest {};
+
+TEST_F(CopyingWindowTest, ALostScreenIsShownAnew) {
+    open(Showing::Copying);
+    EXPECT_FALSE(window->isFlipping());
+    Tile tile(*window, {0, 0, 10, 10}, 10);
+    cycle();
+    machine.display().setInForeground(false);
+    tile.offset(30, 0);
+    cycle();
+    machine.display().setInForeground(true);
+    window->restoreScreen();
+    cycle();
+    EXPECT_EQ(seenPixel(35, 5), 10);
+    EXPECT_EQ(seenPixel(5, 5), 0);
+}
+
+// Deep canvases
+
+class DeepWindowTest : public SurfaceTest {
+  protected:
+    DeepWindowTest() : SurfaceTest(OMApp::DisplayMode::FullScreen, 16) { open(Showing::Flipping); }
+    std::uint32_t deepPixel(OMCanvas& canvas, int x, int y) {
+        std::uint16_t value = 0;
+        std::memcpy(&value, canvas.pixels().at(x, y), sizeof value);
+        return value;
+    }
+};
+
+TEST_F(DeepWindowTest, SurfacesHaveTheDepthOfTheScreenAndTakeNewColoursAtOnce) {
+    EXPECT_EQ(window->backBuffer().depth(), 16);
+    Tile tile(*window, {0, 0, 10, 10}, 100);
+    OMPalette colors{};
+    for (const std::uint16_t red : {0xFF00, 0x8000}) {
+        colors[100] = {red, 0, 0};
+        window->setPalette(colors, true);
+        cycle();
+        EXPECT_EQ(deepPixel(window->canvas(), 5, 5), red == 0xFF00 ? 31u << 10 : 16u << 10);
+    }
+}
+
+TEST_F(DeepWindowTest, MarkersAreBrightOnOnePageAndDarkOnTheOther) {
+    /// Notes what it finds in the back buffer.
+    struct Witness : OMTBackground {
+        explicit Witness(std::vector<std::uint32_t>& list) : found(list) {}
+        OMRegion paint(OMMemCanvas& canvas, const OMRegion&) override {
+            std::uint16_t value = 0;
+            std::memcpy(&value, canvas.pixels().at(5, 5), sizeof value);
+            found.push_back(value);
+            return {};
+        }
+        std::vector<std::uint32_t>& found;
+    };
+    Tile tile(*window, {0, 0, 10, 10}, 10);
+    window->setFlashDelay(1);
+    std::vector<std::uint32_t> seen;
+    window->setBackground(std::make_unique<Witness>(seen));
+    cycle();
+    tile.offset(1, 0);
+    cycle();
+    EXPECT_EQ(seen, (std::vector<std::uint32_t>{31u << 10, 16u << 10}));
+}
+
+// A model: whatever happens, what is seen is what all trinkets painted afresh would look like.
+
+class ModelTest : public SurfaceTest, public testing::WithParamInterface<Showing> {
+  protected:
+    using Tiles = std::vector<std::unique_ptr<Tile>>;
+
+    int below(int limit) { return static_cast<int>(random() % static_cast<std::uint32_t>(limit)); }
+    void change(Tiles& tiles) {
+        const auto which = static_cast<std::size_t>(below(static_cast<int>(tiles.size())));
+        std::unique_ptr<Tile>& tile = tiles[which];
+        switch (below(9)) {
+        case 0: tile->setVisible(!tile->isVisible()); return;
+        case 1: tile->setZ(below(4)); return;
+        case 2:
+            tile.reset();
+            tile = make();
+            return;
+        case 3: window->setMinimumDepth(below(3)); return;
+        case 4: window->setPresenting(below(3) != 0); return;
+        case 5: tile->markWhole(); return;
+        case 6: window->invalidate({below(90), below(70), below(120), below(100)}); return;
+        default: tile->place(below(120) - 20, below(100) - 20); return;
+        }
+    }
+    std::unique_ptr<Tile> make() {
+        const int x = below(100) - 10;
+        const int y = below(80) - 10;
+        const auto style =
+            below(2) == 0 ? OMTrinket::UpdateStyle::Regions : OMTrinket::UpdateStyle::Rectangle;
+        return std::make_unique<Tile>(*window, Rect{x, y, x + 1 + below(40), y + 1 + below(40)},
+                                      10 + below(200), style);
+    }
+    /// The colour that the model has at a point.
+    int expectedPixel(int x, int y) {
+        OMTrinket* top = window->findTrinket([&](const OMTrinket& trinket) {
+            return trinket.isShown() && trinket.containsPoint({x, y});
+        });
+        return top ? static_cast<Tile*>(top)->color() : 0;
+    }
+    int differences() {
+        int count = 0;
+        for (int y = 0; y < kFlippingHeight; ++y)
+            for (int x = 0; x < kFlippingWidth; ++x)
+                count += seenPixel(x, y) != expectedPixel(x, y);
+        return count;
+    }
+
+    std::minstd_rand random{20};
+};
+
+TEST_P(ModelTest, WhatIsSeenIsWhatAllTrinketsTogetherLookLike) {
+    open(GetParam());
+    Tiles tiles;
+    for (int i = 0; i < 8; ++i) tiles.push_back(make());
+    for (int round = 0; round < 600; ++round) {
+        for (int i = below(4); i >= 0; --i) change(tiles);
+        cycle();
+        if (!window->isPresenting()) continue;
+        ASSERT_EQ(differences(), 0) << "round " << round;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(OneAndTwoPages, ModelTest,
+                         testing::Values(Showing::Copying, Showing::Flipping));
+
+} // namespace

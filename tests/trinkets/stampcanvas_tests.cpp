@@ -1,0 +1,149 @@
+// Stamps in a background picture.
+#include "trinkets/windowfixture.h"
+
+#include <algorithm>
+#include <array>
+
+using namespace testing_support;
+using platform::Point;
+using platform::Rect;
+
+namespace {
+
+/// A background with a picture that is striped, so that every row can be told from the others.
+class Striped : public OMTBackground {
+  public:
+    explicit Striped(const Rect& bounds) : canvas_(bounds.width(), bounds.height(), 8) {
+        for (int y = 0; y < canvas_.height(); ++y) {
+            canvas_.setColor(OMColor(100 + y));
+            canvas_.fillRect({0, y, canvas_.width(), y + 1});
+        }
+    }
+    OMRegion paint(OMMemCanvas& backBuffer, const OMRegion& dirty) override {
+        const Rect all = canvas_.bounds();
+        backBuffer.blt(canvas_, 0, 0, all.width(), all.height(), 0, 0, OMRasterOp::SrcCopy, &dirty);
+        return dirty;
+    }
+    OMMemCanvas* picture() override { return &canvas_; }
+
+  private:
+    OMMemCanvas canvas_;
+};
+
+/// A block of `size` pixels with a hole in its middle column.
+OMStampPainter ring(int color, int size) {
+    return [color, size](OMMemCanvas& canvas, Point at) {
+        OMRegion shape(Rect{at.x, at.y, at.x + size, at.y + size});
+        shape.subtract(Rect{at.x + size / 2, at.y, at.x + size / 2 + 1, at.y + size});
+        canvas.setColor(OMColor(color));
+        canvas.fillRegion(shape);
+    };
+}
+
+struct StampTest : WindowTest {
+    StampTest() { window.setBackground(std::make_unique<Striped>(window.backBuffer().bounds())); }
+    bool stamp(const Tile& tile, int color, Point at, int size = 11) {
+        return window.stamp(tile, {at.x, at.y, at.x + size, at.y + size}, ring(color, size));
+    }
+    std::string picture() { return pixelsOf(*window.background()->picture(), {0, 0, 100, 80}); }
+
+    Tile a{window, {70, 0, 80, 10}, 10};
+    Tile b{window, {70, 10, 80, 20}, 11};
+    Tile c{window, {70, 20, 80, 30}, 12};
+};
+
+TEST_F(StampTest, LieUnderAllTrinketsAndAreShown) {
+    cycle();
+    ASSERT_TRUE(stamp(a, 40, {65, 0}));
+    EXPECT_EQ(workOfCycle(), (Work{121, 121}));
+    EXPECT_EQ(screenPixel(66, 5), 40);
+    EXPECT_EQ(screenPixel(72, 5), 10);
+    a.place(0, 60);
+    cycle();
+    EXPECT_EQ(screenPixel(72, 5), 40);
+    EXPECT_EQ(screenPixel(70, 5), 105) << "through the hole";
+    ASSERT_TRUE(window.unstamp(a));
+    EXPECT_EQ(workOfCycle(), (Work{121, 121}));
+    EXPECT_EQ(screenPixel(72, 5), 105);
+    EXPECT_FALSE(window.unstamp(a));
+}
+
+TEST_F(StampTest, OverlappingOnesAreTakenAwayInAnyOrder) {
+    const std::string empty = picture();
+    const Tile* tiles[] = {&a, &b, &c};
+    const Point places[] = {{10, 10}, {14, 12}, {8, 15}};
+    std::array<int, 3> order{0, 1, 2};
+    do {
+        for (int i = 0; i < 3; ++i) stamp(*tiles[i], 40 + i, places[i]);
+        std::array<bool, 3> there{true, true, true};
+        for (const int gone : order) {
+            EXPECT_TRUE(window.unstamp(*tiles[gone]));
+            there[static_cast<std::size_t>(gone)] = false;
+            Striped fresh({0, 0, 100, 80});
+            for (int i = 0; i < 3; ++i)
+                if (there[static_cast<std::size_t>(i)])
+                    ring(40 + i, 11)(*fresh.picture(), places[i]);
+            EXPECT_EQ(picture(), pixelsOf(*fresh.picture(), {0, 0, 100, 80})) << gone;
+        }
+        EXPECT_EQ(picture(), empty);
+    } while (std::next_permutation(order.begin(), order.end()));
+}
+
+TEST_F(StampTest, AnObjectsStampsAreTakenOutLastFirst) {
+    const std::string empty = picture();
+    stamp(a, 40, {10, 10});
+    const std::string one = picture();
+    stamp(a, 41, {12, 10});
+    window.unstamp(a);
+    EXPECT_EQ(picture(), one);
+    window.unstamp(a);
+    EXPECT_EQ(picture(), empty);
+}
+
+TEST_F(StampTest, StayWhenTheirObjectIsGone) {
+    auto dying = std::make_unique<Tile>(window, Rect{0, 0, 1, 1}, 1);
+    stamp(a, 40, {10, 10});
+    stamp(*dying, 41, {14, 12});
+    dying.reset();
+    EXPECT_EQ(window.stampCount(), 2u) << "one lies below that can be taken out";
+    window.unstamp(a);
+    Striped fresh({0, 0, 100, 80});
+    ring(41, 11)(*fresh.picture(), {14, 12});
+    EXPECT_EQ(picture(), pixelsOf(*fresh.picture(), {0, 0, 100, 80}));
+    Tile other(window, {0, 0, 1, 1}, 1);
+    EXPECT_FALSE(window.unstamp(other));
+}
+
+TEST_F(StampTest, AreCutAtTheEdgesOfThePicture) {
+    const std::string empty = picture();
+    EXPECT_TRUE(stamp(a, 40, {-5, 75}));
+    EXPECT_EQ(pixelsOf(*window.background()->picture(), {1, 79, 4, 80}), "(((/");
+    EXPECT_FALSE(stamp(b, 41, {100, 0}));
+    EXPECT_FALSE(stamp(b, 41, {-11, 0}));
+    EXPECT_TRUE(window.unstamp(a));
+    EXPECT_EQ(picture(), empty);
+}
+
+TEST_F(StampTest, GoWithTheBackgroundAndNeedOne) {
+    stamp(a, 40, {10, 10});
+    window.setBackground(std::make_unique<Striped>(window.backBuffer().bounds()));
+    EXPECT_FALSE(window.unstamp(a));
+    window.setBackground(nullptr);
+    EXPECT_FALSE(stamp(a, 40, {10, 10}));
+}
+
+TEST_F(StampTest, TooManyBecomePartOfThePicture) {
+    const auto large = [&] {
+        return window.stamp(a, {0, 0, 100, 80}, [](OMMemCanvas& canvas, Point) {
+            canvas.setColor(OMColor(50));
+            canvas.fillRect(canvas.bounds());
+        });
+    };
+    const std::size_t fitting = StampList::kMaxBytes / (2 * 8000);
+    for (std::size_t i = 0; i < fitting + 5; ++i) ASSERT_TRUE(large());
+    EXPECT_EQ(window.stampCount(), fitting);
+    while (window.unstamp(a)) continue;
+    EXPECT_EQ(pixelsOf(*window.background()->picture(), {0, 79, 3, 80}), "222/");
+}
+
+} // namespace

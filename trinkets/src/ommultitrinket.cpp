@@ -1,0 +1,219 @@
+#include "ommultitrinket.h"
+
+#include "omlog.h"
+#include "omsclass.h"
+#include "omsregistry.h"
+#include "omtrinketwindow.h"
+
+#include <algorithm>
+#include <limits>
+
+using platform::Point;
+using platform::Rect;
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::readOnly<&OMMultiTrinket::height>("height", "of the bounding rectangle"),
+    oms::readOnly<&OMMultiTrinket::width>("width", "of the bounding rectangle"),
+    oms::data<&OMMultiTrinket::isCorralled, &OMMultiTrinket::setCorralled>(
+        "isCorralled", "dragging keeps the group in its corral"),
+    oms::data<&OMMultiTrinket::userData, &OMMultiTrinket::setUserData>("userData",
+                                                                       "free text for scripts"),
+    oms::method<&OMMultiTrinket::addTrinket>("addTrinket", "name [depth]"),
+    oms::method<&OMMultiTrinket::removeAll>("removeTrinkets"),
+};
+
+Rect unionOf(const Rect& a, const Rect& b) {
+    return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+            std::max(a.bottom, b.bottom)};
+}
+
+int sumOf(int a, int b) {
+    return static_cast<int>(std::clamp<std::int64_t>(
+        std::int64_t{a} + b, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+}
+
+} // namespace
+
+OMMultiTrinket::OMMultiTrinket(OMTrinketWindow& window)
+    : OMTrinket(window, UpdateStyle::Nothing, {}) {}
+
+OMMultiTrinket::OMMultiTrinket(const OMMultiTrinket& other)
+    : OMTrinket(other), userData_(other.userData_) {
+    const Rect place = other.boundingRectangle();
+    setBounds({place.left, place.top, place.left, place.top});
+}
+
+OMMultiTrinket::~OMMultiTrinket() {
+    for (const Member& member : members_) member.trinket->group_ = nullptr;
+}
+
+std::unique_ptr<OMMultiTrinket> OMMultiTrinket::createFromScript() {
+    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
+    if (!window) return nullptr;
+    auto group = std::make_unique<OMMultiTrinket>(*window);
+    if (OMSArguments::global().hasNext()) group->setZ(OMSArguments::global().nextInteger());
+    return group;
+}
+
+std::unique_ptr<OMScriptableObject> OMMultiTrinket::duplicate() {
+    return std::unique_ptr<OMScriptableObject>(new OMMultiTrinket(*this));
+}
+
+void OMMultiTrinket::declareProperties() {
+    OMTrinket::declareProperties();
+    declare(kVocabulary);
+}
+
+// Members
+
+bool OMMultiTrinket::accepts(const OMTrinket& trinket) const {
+    if (trinket.window() != window()) return false;
+    for (const OMTrinket* outer = this; outer; outer = outer->group())
+        if (outer == &trinket) return false;
+    return true;
+}
+
+bool OMMultiTrinket::add(OMTrinket& trinket, int slot, int depth) {
+    if (!accepts(trinket)) return false;
+    if (trinket.group_) trinket.group_->remove(trinket);
+    trinket.clearOvershoot();
+    members_.push_back({&trinket, slot, depth});
+    trinket.group_ = this;
+    adopt(members_.back());
+    return true;
+}
+
+void OMMultiTrinket::adopt(const Member& member) const {
+    OMTrinket& trinket = *member.trinket;
+    trinket.setZ(sumOf(z(), member.depth));
+    trinket.comeForward(); // a member of the group's own depth is hit before the group
+    trinket.setVisible(isVisible());
+    trinket.setTouchy(isTouchy());
+    trinket.setMovable(isMovable());
+    trinket.setCorral(corral());
+    trinket.setCorralled(isCorralled());
+    trinket.setSnapGrid(snapGrid());
+    trinket.setCursors(cursor(), grabCursor());
+}
+
+void OMMultiTrinket::remove(const OMTrinket& trinket) {
+    const auto found = std::find_if(members_.begin(), members_.end(), [&](const Member& member) {
+        return member.trinket == &trinket;
+    });
+    if (found == members_.end()) return;
+    setBounds(boundingRectangle()); // the place that stays when it was the last
+    found->trinket->group_ = nullptr;
+    members_.erase(found);
+}
+
+void OMMultiTrinket::removeAll() {
+    while (!members_.empty()) remove(*members_.back().trinket);
+}
+
+OMTrinket* OMMultiTrinket::member(int slot) const {
+    const auto found = std::find_if(members_.begin(), members_.end(),
+                                    [&](const Member& member) { return member.slot == slot; });
+    return found == members_.end() ? nullptr : found->trinket;
+}
+
+int OMMultiTrinket::freeSlot() const {
+    int slot = 0;
+    while (member(slot)) ++slot;
+    return slot;
+}
+
+void OMMultiTrinket::addTrinket(const std::string& variable, std::optional<int> depth) {
+    auto* trinket = dynamic_cast<OMTrinket*>(named(variable));
+    if (!trinket || !add(*trinket, freeSlot(), depth.value_or(0)))
+        OMLog::writef(OMLog::Kind::Warning, "addTrinket: %s cannot be in this group",
+                      variable.c_str());
+}
+
+// Place and attributes
+
+Rect OMMultiTrinket::boundingRectangle() const {
+    const auto around = [this](bool hiddenToo) {
+        std::optional<Rect> all;
+        for (const Member& member : members_) {
+            if (!member.trinket->isVisible() && !hiddenToo) continue;
+            const Rect own = member.trinket->boundingRectangle();
+            all = all ? unionOf(*all, own) : own;
+        }
+        return all;
+    };
+    std::optional<Rect> place = around(false);
+    if (!place) place = around(true);
+    if (place) return *place;
+    const Rect last = OMTrinket::boundingRectangle();
+    return {last.left, last.top, last.left, last.top};
+}
+
+bool OMMultiTrinket::containsPoint(Point point) const {
+    return std::any_of(members_.begin(), members_.end(), [&](const Member& member) {
+        return member.trinket->isVisible() && member.trinket->containsPoint(point);
+    });
+}
+
+void OMMultiTrinket::setAttribute(Attribute which, int value, int second) {
+    setBounds(boundingRectangle());
+    const Rect before = OMTrinket::boundingRectangle();
+    OMTrinket::setAttribute(which, value, second);
+    const Rect after = OMTrinket::boundingRectangle();
+    moveMembers(after.left - before.left, after.top - before.top);
+    for (const Member& member : members_) {
+        switch (which) {
+        case Attribute::X:
+        case Attribute::Y:
+        case Attribute::XY: break;
+        case Attribute::Z: member.trinket->setZ(sumOf(value, member.depth)); break;
+        case Attribute::Visible:
+        case Attribute::Movable:
+        case Attribute::Touchy: member.trinket->setAttribute(which, value); break;
+        }
+    }
+}
+
+void OMMultiTrinket::moveMembers(int dx, int dy) {
+    if (dx == 0 && dy == 0) return;
+    for (const Member& member : members_) member.trinket->offset(dx, dy);
+}
+
+void OMMultiTrinket::setCursors(int normal, int grab) {
+    OMTrinket::setCursors(normal, grab);
+    for (const Member& member : members_) member.trinket->setCursors(normal, grab);
+}
+
+// Events
+
+bool OMMultiTrinket::raise(std::string_view event, std::uint32_t ignoring) {
+    const OMSWatch self(this);
+    if ((eventMask() & ignoring) == 0) fireEvent(event);
+    return static_cast<bool>(self);
+}
+
+void OMMultiTrinket::memberMouseDown(Point point) {
+    if (raise("mouseDown", kIgnoreMouseDown)) onMouseDown(point);
+}
+
+void OMMultiTrinket::memberMouseUp(Point point) {
+    if (raise("mouseUp", kIgnoreMouseUp)) onMouseUp(point);
+}
+
+void OMMultiTrinket::memberDoubleClick(Point point) {
+    if (raise("dblClick", kIgnoreDoubleClick)) onDoubleClick(point);
+}
+
+void OMMultiTrinket::memberFlyOn() {
+    if (raise("flyOn", kNoFlyOn)) onFlyOn();
+}
+
+void OMMultiTrinket::memberFlyOff() {
+    if (raise("flyOff", kNoFlyOff)) onFlyOff();
+}
+
+void registerOMMultiTrinket(OMSRegistry& registry) {
+    registry.registerClass(OMMultiTrinket::kClassName,
+                           [] { return OMMultiTrinket::createFromScript(); });
+}
