@@ -238,6 +238,26 @@ TEST_F(DeepWindowTest, MarkersAreBrightOnOnePageAndDarkOnTheOther) {
     EXPECT_EQ(seen, (std::vector<std::uint32_t>{31u << 10, 16u << 10}));
 }
 
+TEST_F(DeepWindowTest, StampsAreAsDeepAsTheirPicture) {
+    OMMemCanvas picture(20, 10, 16);
+    OMPalette colors{};
+    colors[100] = {0xFF00, 0, 0};
+    picture.setPalette(colors);
+    picture.setColor(OMColor(0, 0xFF00, 0));
+    picture.fillRect(picture.bounds());
+    StampList stamps;
+    const auto painter = [](OMMemCanvas& canvas, platform::Point at) {
+        canvas.setColor(OMColor(100));
+        canvas.fillRect({at.x + 1, at.y, at.x + 5, at.y + 5});
+    };
+    const int key = 0;
+    EXPECT_EQ(stamps.stamp(picture, &key, {15, 5, 21, 10}, painter), (Rect{15, 5, 20, 10}));
+    EXPECT_EQ(deepPixel(picture, 15, 5), 31u << 5);
+    EXPECT_EQ(deepPixel(picture, 16, 5), 31u << 10);
+    EXPECT_TRUE(stamps.unstamp(picture, &key));
+    EXPECT_EQ(deepPixel(picture, 16, 5), 31u << 5);
+}
+
 // A model: whatever happens, what is seen is what all trinkets painted afresh would look like.
 
 class ModelTest : public SurfaceTest, public testing::WithParamInterface<Showing> {
