@@ -31,12 +31,13 @@ struct Bmp {
 
     [[nodiscard]] Bytes build() const {
         Bytes out;
-        const auto put = [&out](std::uint32_t value, int bytes) {
+        const auto put = [&out](std::uint64_t value, int bytes) {
             for (int i = 0; i < bytes; ++i) out.push_back(static_cast<std::byte>(value >> 8 * i));
         };
         if (isFile) {
             put('B' | 'M' << 8, 2);
-            put(0, 12);
+            put(0, 6);
+            put(0, 6);
         }
         put(headerSize, 4);
         put(static_cast<std::uint32_t>(width), 4);
@@ -44,7 +45,8 @@ struct Bmp {
         put(1, 2);
         put(depth, 2);
         put(compression, 4);
-        put(0, 12);
+        put(0, 6);
+        put(0, 6);
         put(colours, 4);
         put(0, 4);
         if (depth == 8 && hasTable)

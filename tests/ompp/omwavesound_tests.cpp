@@ -469,15 +469,15 @@ TEST_F(OMWaveSoundTest, ListenersHearThatTheQueueRanDry) {
     std::vector<int> late;
     engine.addLatencyListener([&](int ms) { late.push_back(ms); });
     engine.setMinNumBuffersInQueue(3);
-    const TestSound a = make(Samples(1000, 7), kOMIStreamCache, 8); // a buffer a second
+    const TestSound a = make(Samples(1000, 7), kOMIStreamCache, 1000); // a buffer in 8 ms
     takeFailures();
     a->play(true);
     machine.clock().now = 7500;
     run(48, 48);
-    EXPECT_EQ(late, std::vector<int>{6500}) << "7.5 s after the last buffer was sent";
+    EXPECT_EQ(late, std::vector<int>{7492}) << "7.5 s after the last buffer was sent";
     machine.clock().now = 20000;
     run(48, 48);
-    EXPECT_EQ(late, (std::vector<int>{6500, 11500}));
+    EXPECT_EQ(late, (std::vector<int>{7492, 12492}));
     machine.clock().now = 21000;
     a->stop();
     engine.service();

@@ -152,8 +152,8 @@ TEST_F(HeadlessWaveOutTest, PauseStopsTheQueueAndTimeWithoutDataIsLost) {
 }
 
 TEST_F(HeadlessWaveOutTest, AFractionOfAByteSurvivesAPause) {
-    ASSERT_TRUE(device_.open(300));
-    const WaveBuffer& a = write(3);
+    ASSERT_TRUE(device_.open(1300)); // 1.3 bytes a millisecond
+    const WaveBuffer& a = write(13);
     for (int i = 0; i < 9; ++i) {
         pass(1);
         device_.pause();
