@@ -2,19 +2,15 @@
 // little the window's idle cycles take.
 //
 // Exit code 1 when something cannot be measured, 2 for a wrong command line.
+#include "benchprogram.h"
 #include "mediamachine.h"
 #include "spritetimes.h"
 #include "windowtimes.h"
 
-#include <CLI/CLI.hpp>
-
 #include <cstdio>
-#include <exception>
 
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kWrongCommandLine = 2;
 constexpr double kMicro = 1e3; ///< nanoseconds
 constexpr double kMilli = 1e6; ///< nanoseconds
 constexpr double kQuarter = 4; ///< as fast as this many times the plain blit
@@ -66,26 +62,13 @@ void printWindow(int repetitions) {
 } // namespace
 
 int main(int argc, char** argv) {
-    int repetitions = 9;
-    CLI::App app("Measures the drawing of zorbet", "zorbet-bench-display");
-    app.add_option("--repetitions", repetitions, "Measurements of each thing")
-        ->check(CLI::Range(1, 1000));
-    try {
-        app.parse(argc, argv);
+    BenchProgram program("Measures the drawing of zorbet", "zorbet-bench-display");
+    return program.run(argc, argv, [](int repetitions) {
         {
             const MediaMachine machine; // canvases need an application
             printSprites(repetitions);
             printExpansion(repetitions);
         }
         printWindow(repetitions);
-    } catch (const CLI::Success& wish) { // help
-        return app.exit(wish);
-    } catch (const CLI::ParseError& error) {
-        std::fprintf(stderr, "%s\n\n%s", error.what(), app.help().c_str());
-        return kWrongCommandLine;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return kFailed;
-    }
-    return 0;
+    });
 }

@@ -3,23 +3,19 @@
 //
 // Exit code 1 when the languages do not agree on a result or one of them fails, 2 for a wrong
 // command line.
+#include "benchprogram.h"
 #include "cputime.h"
 #include "enginetimes.h"
 #include "scriptlanguage.h"
 #include "scriptloops.h"
 
-#include <CLI/CLI.hpp>
-
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <exception>
 #include <stdexcept>
 
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kWrongCommandLine = 2;
 constexpr double kRounds = double{kLoopRounds} * kLoopRounds;
 constexpr double kTolerance = 1e-12; ///< of reals, relative: our scripts keep fifteen digits
 constexpr double kCompileAimMs = 5;
@@ -120,22 +116,10 @@ void printEngineTimes(int repetitions) {
 } // namespace
 
 int main(int argc, char** argv) {
-    int repetitions = 9;
-    CLI::App app("Measures the script engine of zorbet beside Tcl and Lua", "zorbet-bench-scripts");
-    app.add_option("--repetitions", repetitions, "Measurements of each thing")
-        ->check(CLI::Range(1, 1000));
-    try {
-        app.parse(argc, argv);
+    BenchProgram program("Measures the script engine of zorbet beside Tcl and Lua",
+                         "zorbet-bench-scripts");
+    return program.run(argc, argv, [](int repetitions) {
         printLoops(repetitions);
         printEngineTimes(repetitions);
-    } catch (const CLI::Success& wish) { // help
-        return app.exit(wish);
-    } catch (const CLI::ParseError& error) {
-        std::fprintf(stderr, "%s\n\n%s", error.what(), app.help().c_str());
-        return kWrongCommandLine;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return kFailed;
-    }
-    return 0;
+    });
 }

@@ -2,19 +2,15 @@
 // copy in the background disturbs the main loop. SDL2_mixer mixes the same sounds in the same run.
 //
 // Exit code 1 when something cannot be measured, 2 for a wrong command line.
+#include "benchprogram.h"
 #include "copytimes.h"
 #include "resourcetimes.h"
 #include "soundtimes.h"
 
-#include <CLI/CLI.hpp>
-
 #include <cstdio>
-#include <exception>
 
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kWrongCommandLine = 2;
 constexpr double kMicro = 1e3;  ///< nanoseconds
 constexpr double kSecond = 1e9; ///< nanoseconds
 constexpr double kPassAimMs = 5;
@@ -70,29 +66,15 @@ void printCopy(const char* name, CopyTarget target) {
 } // namespace
 
 int main(int argc, char** argv) {
-    int repetitions = 9;
+    BenchProgram program("Measures the resources and sounds of zorbet", "zorbet-bench-media");
     bool copies = true;
-    CLI::App app("Measures the resources and sounds of zorbet", "zorbet-bench-media");
-    app.add_option("--repetitions", repetitions, "Measurements of each thing")
-        ->check(CLI::Range(1, 1000));
-    app.add_flag("!--no-copies", copies, "Leave the copies of 100 MB out");
-    try {
-        app.parse(argc, argv);
+    program.options().add_flag("!--no-copies", copies, "Leave the copies of 100 MB out");
+    return program.run(argc, argv, [&copies](int repetitions) {
         printResources(repetitions);
         printSounds(repetitions);
-        if (copies) {
-            std::printf("\nThe main loop during a copy of 100 MB in the background:\n");
-            printCopy("to memory", CopyTarget::Memory);
-            printCopy("to disk", CopyTarget::Disk);
-        }
-    } catch (const CLI::Success& wish) { // help
-        return app.exit(wish);
-    } catch (const CLI::ParseError& error) {
-        std::fprintf(stderr, "%s\n\n%s", error.what(), app.help().c_str());
-        return kWrongCommandLine;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return kFailed;
-    }
-    return 0;
+        if (!copies) return;
+        std::printf("\nThe main loop during a copy of 100 MB in the background:\n");
+        printCopy("to memory", CopyTarget::Memory);
+        printCopy("to disk", CopyTarget::Disk);
+    });
 }
