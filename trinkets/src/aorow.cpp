@@ -72,8 +72,8 @@ void drawRun(const RowRun& run, int from, int count, std::uint8_t* at, std::ptrd
 }
 
 // Rows that are whole. Noisy pictures have runs of a few pixels, so that neither calls nor loops
-// pay: short runs are written in two pieces that may overlap, the shortest ones even without a
-// branch that depends on the length.
+// pay: runs are written in pieces that may overlap, with few branches that depend on the length.
+// What stands behind a run is never touched, since it may lie under clear pixels.
 
 struct Wide {
     std::uint64_t low;
@@ -91,6 +91,8 @@ void copyTwice(std::uint8_t* at, const std::uint8_t* from, int count) {
     std::memcpy(at + count - kSize, &last, kSize);
 }
 
+constexpr int kWide = sizeof(Wide);
+constexpr int kBlock = 4 * kWide; ///< longer runs are written in blocks of this size first
 constexpr std::uint64_t kEveryByte = 0x0101010101010101u;
 
 /// Writes the pixels of a surface's row.
@@ -107,25 +109,29 @@ struct RowWriter {
             at[last] = from[last];
         } else if (count <= 8) {
             copyTwice<std::uint32_t>(at, from, count);
-        } else if (count <= 16) {
+        } else if (count < kWide) {
             copyTwice<std::uint64_t>(at, from, count);
-        } else if (count <= 32) {
-            copyTwice<Wide>(at, from, count);
         } else {
-            std::memcpy(at, from, static_cast<std::size_t>(count));
+            for (; count > kBlock; count -= kBlock, at += kBlock, from += kBlock)
+                std::memcpy(at, from, kBlock);
+            const int last = count - kWide;
+            for (const int place : {0, std::min(kWide, last), std::min(2 * kWide, last), last})
+                std::memcpy(at + place, from + place, kWide);
         }
     }
     void fill(int x, std::uint8_t colour, int count) const {
         std::uint8_t* at = line + x;
         const Wide wide{colour * kEveryByte, colour * kEveryByte};
-        constexpr int kSize = sizeof wide;
-        if (count < kSize) {
-            std::array<std::uint8_t, kSize> pixels;
-            std::memcpy(pixels.data(), &wide, kSize);
+        if (count < kWide) {
+            std::array<std::uint8_t, kWide> pixels;
+            std::memcpy(pixels.data(), &wide, kWide);
             return copy(x, pixels.data(), count);
         }
-        for (int i = 0; i + kSize < count; i += kSize) std::memcpy(at + i, &wide, kSize);
-        std::memcpy(at + count - kSize, &wide, kSize);
+        for (; count > kBlock; count -= kBlock, at += kBlock)
+            for (int i = 0; i < kBlock; i += kWide) std::memcpy(at + i, &wide, kWide);
+        const int last = count - kWide;
+        for (const int place : {0, std::min(kWide, last), std::min(2 * kWide, last), last})
+            std::memcpy(at + place, &wide, kWide);
     }
 };
 
