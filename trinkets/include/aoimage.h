@@ -81,7 +81,8 @@ class AOImage {
         return sequences_ == other.sequences_;
     }
     [[nodiscard]] int frameCount() const { return static_cast<int>(frames_.size()); }
-    /// An empty frame for a number that has none.
+    /// An empty frame for a number that has none. Look at one frame at a time: many others with
+    /// very many rows take its rows' places away.
     [[nodiscard]] AOFrame frame(int index) const;
     /// How many frames could not be read.
     [[nodiscard]] int brokenFrames() const { return brokenFrames_; }
@@ -107,7 +108,8 @@ class AOImage {
     Placement embedded_;
     std::shared_ptr<std::vector<AOSequence>> sequences_;
     mutable std::vector<FrameRecord> frames_; ///< their rows are found at their first use
-    std::vector<std::uint8_t> data_;          ///< the frame data
+    mutable std::size_t indexedRows_ = 0;
+    std::vector<std::uint8_t> data_; ///< the frame data
     int brokenFrames_ = 0;
 };
 

@@ -10,6 +10,8 @@ namespace {
 constexpr std::size_t kSwapFlagAt = 5;
 constexpr std::size_t kHeaderSize = 10;
 constexpr std::size_t kEntrySize = 8;
+/// Frames may claim many more rows than a file has bytes, each of them the same ones.
+constexpr std::size_t kMostIndexedRows = 1 << 22;
 constexpr int kNegativeFrom = 2048; ///< embedded places above this one are negative
 
 int embeddedPlace(int low, int high) {
@@ -126,6 +128,12 @@ AOFrame AOImage::frame(int index) const {
 
 /// Finds where each row begins, so that none has to be walked for the sake of the next.
 void AOImage::index(FrameRecord& frame) const {
+    if (indexedRows_ > kMostIndexedRows)
+        for (FrameRecord& other : frames_) {
+            indexedRows_ -= other.starts.size();
+            other.starts = {};
+            other.indexed = false;
+        }
     frame.indexed = true;
     std::span<const std::uint8_t> data = std::span(data_).subspan(frame.rows);
     std::size_t at = 0;
@@ -135,6 +143,7 @@ void AOImage::index(FrameRecord& frame) const {
         frame.whole &= end.whole;
         at += end.bytes;
     }
+    indexedRows_ += frame.starts.size();
 }
 
 void AOImage::replaceEntry(int sequence, int position, const AOEntry& entry) {
