@@ -180,6 +180,11 @@ class OMAnimation : public OMTrinket {
     /// 4 the argument. Empty for any other number.
     [[nodiscard]] std::string param() const;
     void setParam(int value);
+    /// Leaves a picture of the frame shown in the background, under all trinkets; see
+    /// OMTrinketWindow::stamp.
+    void stamp();
+    /// Takes its latest stamp out of the background again.
+    void unstamp();
 
     void step(std::uint32_t clock) override;
     void paint(OMMemCanvas& canvas, const OMRegion& clip) override;

@@ -29,6 +29,8 @@ constexpr OMSEntry kVocabulary[] = {
         "param", "[index] field of the current entry: 0 or 1 code, 2 dx, 3 dy, 4 argument"),
     oms::data<&OMAnimation::isSoundOn, &OMAnimation::setSoundOn>("soundOn", "sound entries play"),
     oms::lasting<&OMAnimation::forever>("forever"),
+    oms::method<&OMAnimation::stamp>("stamp"),
+    oms::method<&OMAnimation::unstamp>("unstamp"),
     oms::event("paused", "finished or held, after the sounds it waits for"),
     oms::event("special", "a notification marker was reached"),
 };
@@ -271,6 +273,16 @@ void OMAnimation::draw(OMMemCanvas& canvas, const OMRegion& clip, Point at) {
         frame().draw(canvas, clip, at, direction_);
     else if (AODeepFrames* frames = deepFrames(canvas))
         frames->frame(shownFrame_).draw(canvas, clip, at, direction_);
+}
+
+void OMAnimation::stamp() {
+    if (!window()) return;
+    window()->stamp(*this, boundingRectangle(),
+                    [this](OMMemCanvas& canvas, Point at) { paintAt(canvas, at); });
+}
+
+void OMAnimation::unstamp() {
+    if (window()) window()->unstamp(*this);
 }
 
 bool OMAnimation::containsPoint(Point point) const {
