@@ -191,12 +191,13 @@ ExpansionTimes measureExpansion(int repetitions) {
     for (int i = 0; i < repetitions; ++i) {
         times.ours.add(
             cpuNanoseconds([&] {
-                for (int screen = 0; screen < kScreens; ++screen)
+                for (int screen = 0; screen < kScreens; ++screen) {
+                    const platform::ColourReader reader(indices, palette);
                     for (int y = 0; y < kCanvasHeight; ++y)
-                        platform::readColours(
-                            indices, y, 0, palette,
-                            std::span(colours).subspan(static_cast<std::size_t>(y) * kCanvasWidth,
-                                                       kCanvasWidth));
+                        reader.read(y, 0,
+                                    std::span(colours).subspan(
+                                        static_cast<std::size_t>(y) * kCanvasWidth, kCanvasWidth));
+                }
             }) /
             kScreens);
         times.sdl.add(cpuNanoseconds([&] {

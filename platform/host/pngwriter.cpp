@@ -42,8 +42,9 @@ std::vector<std::uint8_t> rgbBytes(const Surface& surface,
     std::vector<std::uint8_t> bytes;
     bytes.reserve(kRgbBytes * width * static_cast<std::size_t>(surface.height()));
     std::vector<std::uint32_t> colours(width);
+    const ColourReader reader(surface, palette);
     for (int y = 0; y < surface.height(); ++y) {
-        readColours(surface, y, 0, palette, colours);
+        reader.read(y, 0, colours);
         for (const std::uint32_t colour : colours) {
             bytes.push_back(static_cast<std::uint8_t>(colour >> 16));
             bytes.push_back(static_cast<std::uint8_t>(colour >> 8));

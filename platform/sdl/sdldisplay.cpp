@@ -95,10 +95,11 @@ void SdlDisplay::updateTexture() {
     int pitch = 0;
     if (SDL_LockTexture(window_.texture.get(), &part, &pixels, &pitch) != 0) return;
     auto* row = static_cast<std::byte*>(pixels);
+    const ColourReader reader(shown(), palette());
     for (int y = stale_.top; y < stale_.bottom; ++y, row += pitch) {
         const std::span colours(static_cast<std::uint32_t*>(static_cast<void*>(row)),
                                 static_cast<std::size_t>(part.w));
-        readColours(shown(), y, stale_.left, palette(), colours);
+        reader.read(y, stale_.left, colours);
     }
     SDL_UnlockTexture(window_.texture.get());
     stale_ = {};
