@@ -151,11 +151,9 @@ void EffectsWindow::installPalette(int id) {
     std::optional<OMPalette> colors = OMReadPalette(stream->readAll());
     if (!colors) return;
     paletteFilter_(*colors);
-    const bool deep = backBuffer().depth() > kIndexedDepth;
-    if (deep)
+    if (backBuffer().depth() > kIndexedDepth)
         AOPaletteRecord::setCurrent(std::make_shared<AOPaletteRecord>(OMGamePalette(*colors)));
     setPalette(*colors, false);
-    if (deep) invalidateAll(); // the picture may have been drawn in other colours before
 }
 
 // Input

@@ -102,7 +102,7 @@ class OMAnimation : public OMTrinket {
     [[nodiscard]] int sequenceLength() const;
     /// Frame entries of the current sequence.
     [[nodiscard]] int frameCount() const;
-    [[nodiscard]] int frameHeight(int frame) const { return image_->frame(frame).height(); }
+    [[nodiscard]] int frameHeight(int frame) const { return image_->frameSize(frame).height; }
     [[nodiscard]] int width() const { return boundingRectangle().width(); }
     [[nodiscard]] int height() const { return boundingRectangle().height(); }
     [[nodiscard]] int repeatCount() const { return repeatCount_; }
@@ -222,7 +222,7 @@ class OMAnimation : public OMTrinket {
     [[nodiscard]] AODeepFrames* deepFrames(const OMCanvas& canvas);
     [[nodiscard]] int windowDepth() const;
     void recolour(const AOColorMap& map);
-    [[nodiscard]] AOFrame frame() const { return image_->frame(shownFrame_); }
+    [[nodiscard]] const AOFrame& frame() const { return image_->frame(shownFrame_); }
     [[nodiscard]] std::uint32_t durationMs(const AOEntry& entry) const;
 
     void restart();
