@@ -158,12 +158,7 @@ void EffectsWindow::installPalette(int id) {
 
 // Input
 
-void EffectsWindow::mouseDown(Point point) {
-    if (isPresenting()) OMTrinketWindow::mouseDown(point);
-}
-
 void EffectsWindow::doubleClick(Point point) {
-    if (!isPresenting()) return;
     if (doubleClicksDisabled_)
         mouseDown(point);
     else

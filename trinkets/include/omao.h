@@ -266,6 +266,7 @@ class OMAnimation : public OMTrinket {
     int shownFrame_ = -1;
     platform::Point shownOffset_{}; ///< dx and dy of the entry shown
     unsigned jumps_ = 0;            ///< counts changes of position from outside of a step
+    bool stepping_ = false;         ///< a handler may run another idle cycle of the window
     bool lapped_ = false;           ///< went back to the start in this step, without a frame since
 
     State state_ = State::Playing;
