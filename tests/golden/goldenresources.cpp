@@ -1,0 +1,185 @@
+#include "goldenresources.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace golden {
+
+namespace {
+
+constexpr int kLongestRun = 250;
+constexpr int kClear = 0;
+constexpr int kFill = 255;
+
+struct Letter {
+    char letter;
+    std::uint8_t index;
+};
+constexpr Letter kLetters[] = {
+    {'k', 10}, {'n', 11},  {'s', 12}, {'t', 13},  {'p', 14},  {'r', 20},
+    {'g', 21}, {'b', 22},  {'y', 23}, {'c', 24},  {'m', 25},  {'o', 26},
+    {'v', 27}, {'w', 100}, {'K', 0},  {'W', 255}, {'R', 249}, {'I', 252},
+};
+
+[[noreturn]] void mistake(const char* what) {
+    std::fprintf(stderr, "the art is wrong: %s\n", what);
+    std::exit(1);
+}
+
+/// The stretch of equal letters, or of letters other than ".", at the start of a text.
+std::string_view stretch(std::string_view text, Packing packing) {
+    const bool equal = text.front() == '.' || packing == Packing::Fills;
+    const std::size_t end = equal ? text.find_first_not_of(text.front()) : text.find_first_of('.');
+    return text.substr(0, end);
+}
+
+Row packed(std::string_view letters, Packing packing) {
+    Row row;
+    while (!letters.empty()) {
+        const std::string_view run = stretch(letters, packing);
+        const int length = static_cast<int>(run.size());
+        if (run.front() == '.')
+            row.clear(length);
+        else if (packing == Packing::Fills)
+            row.fill(run.front(), length);
+        else
+            row.single(run);
+        letters.remove_prefix(run.size());
+    }
+    return row;
+}
+
+class Writer {
+  public:
+    explicit Writer(bool bigEndian) : bigEndian_(bigEndian) {}
+
+    void byte(int value) { bytes.push_back(static_cast<std::byte>(value)); }
+    void word(int value) { number(value, 2); }
+    void number(int value, int count) {
+        for (int i = 0; i < count; ++i) byte(value >> 8 * (bigEndian_ ? count - 1 - i : i));
+    }
+
+    Bytes bytes;
+
+  private:
+    bool bigEndian_;
+};
+
+/// A coordinate in 12 bits: 2049 to 4095 are -1 to -2047.
+int twelveBits(int coordinate) { return coordinate < 0 ? 2048 - coordinate : coordinate; }
+
+int sizeOf(const Frame& frame) {
+    int size = 6;
+    for (const Row& row : frame) size += static_cast<int>(row.bytes().size());
+    return size;
+}
+
+void writeHeader(Writer& out, const Animation& animation) {
+    out.word(static_cast<int>(animation.sequences.size()));
+    out.word(static_cast<int>(animation.frames.size()));
+    out.byte(animation.rate);
+    out.byte(animation.bigEndian ? 1 : 0);
+    out.number(0, 4);
+    int offset = 0;
+    for (const Frame& frame : animation.frames) {
+        out.number(offset, 4);
+        offset += sizeOf(frame);
+    }
+    const int x = twelveBits(animation.x);
+    const int y = twelveBits(animation.y);
+    out.byte(x & 255);
+    out.byte(y & 255);
+    out.byte(x >> 8 | y >> 8 << 4);
+    out.byte(animation.depth);
+}
+
+void writeFrame(Writer& out, const Frame& frame) {
+    const int width = frame.front().width();
+    out.number(0, 2);
+    out.word(width);
+    out.word(static_cast<int>(frame.size()));
+    for (const Row& row : frame) {
+        if (row.width() != width) mistake("rows of different widths");
+        for (const std::uint8_t byte : row.bytes()) out.byte(byte);
+    }
+}
+
+} // namespace
+
+std::uint8_t indexOf(char letter) {
+    for (const Letter& known : kLetters)
+        if (known.letter == letter) return known.index;
+    mistake("an unknown letter");
+}
+
+// Rows and frames
+
+int Row::counted(int pixels) {
+    if (pixels < 1 || pixels > kLongestRun) mistake("a run of no pixels, or of more than 250");
+    width_ += pixels;
+    return pixels;
+}
+
+Row& Row::clear(int pixels) {
+    add(kClear);
+    add(counted(pixels));
+    return *this;
+}
+
+Row& Row::fillIndex(int index, int pixels) {
+    add(kFill);
+    add(index);
+    add(counted(pixels));
+    return *this;
+}
+
+Row& Row::single(std::string_view letters) {
+    add(counted(static_cast<int>(letters.size())));
+    for (const char letter : letters) add(indexOf(letter));
+    return *this;
+}
+
+Row& Row::same(char letter, int pixels) {
+    return single(std::string(static_cast<std::size_t>(pixels), letter));
+}
+
+Frame drawn(const std::vector<std::string_view>& art, int scale, Packing packing) {
+    Frame frame;
+    for (const std::string_view line : art) {
+        std::string wide;
+        for (const char letter : line) wide.append(static_cast<std::size_t>(scale), letter);
+        frame += repeated(packed(wide, packing), scale);
+    }
+    return frame;
+}
+
+Frame repeated(const Row& row, int rows) { return Frame(static_cast<std::size_t>(rows), row); }
+
+Frame& operator+=(Frame& frame, const Frame& more) {
+    frame.insert(frame.end(), more.begin(), more.end());
+    return frame;
+}
+
+// Resources
+
+Bytes Animation::resource() const {
+    Writer out(bigEndian);
+    writeHeader(out, *this);
+    for (const std::vector<Step>& steps : sequences) {
+        out.word(static_cast<int>(steps.size()));
+        for (const Step& step : steps)
+            for (const int field : {step.dx, step.dy, step.code, step.argument}) out.word(field);
+    }
+    for (const Frame& frame : frames) writeFrame(out, frame);
+    return out.bytes;
+}
+
+Bytes resource(const Palette& palette) {
+    Writer out(false);
+    for (const Color& color : palette)
+        for (const int part : {color.red, color.green, color.blue}) out.word(part);
+    return out.bytes;
+}
+
+} // namespace golden

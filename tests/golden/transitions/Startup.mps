@@ -1,0 +1,23 @@
+; Black while the next scene is made, whatever happens meanwhile; then the scene in one step.
+yield off
+ActivateDLL golden.rsc
+Scene 100
+a=RAnimation 230 100 100 5
+DisplayScreen
+pause 0.2
+GoToBlack
+play a offset 50 50
+pause 0.2
+DisplayScreen
+pause 0.2
+StartTransition
+Scene 101 100
+b=RAnimation 231 130 120 6
+pause 0.2
+EndTransition 1
+pause 0.2
+StartTransition
+Scene 110 102
+drop a
+pause 0.2
+EndTransition 0
