@@ -84,7 +84,7 @@ class Sprite {
 
     void drawOurs() {
         const OMRegion all(canvas_.bounds());
-        const AOFrame frame = image_->frame(0);
+        const AOFrame& frame = image_->frame(0);
         for (int i = 0; i < kDraws; ++i) frame.draw(canvas_, all, at_, 0);
     }
     void drawPlain() { blit(*plain_, *screen_); }

@@ -15,6 +15,8 @@
 
 namespace {
 
+constexpr int kIndexedDepth = 8;
+
 OMSArguments& arguments() { return OMSArguments::global(); }
 
 } // namespace
@@ -30,6 +32,7 @@ constexpr RCommandRow<RCommands> RCommands::kRows[] = {
     {"MessageBox", &RCommands::messageBox},
     {"OpenFile", &RCommands::openFile},
     {"RandomNumber", &RCommands::randomNumber},
+    {"RestorePalette", &RCommands::restorePalette},
     {"Scene", &RCommands::scene},
     {"SetCorralTrinketNormalization", &RCommands::setCorralTrinketNormalization},
     {"SetDebugLevel", &RCommands::setDebugLevel},
@@ -88,10 +91,15 @@ void RCommands::randomNumber() {
     OMScriptableObject::setResult(static_cast<int>(low + drawn));
 }
 
+void RCommands::restorePalette() {
+    const OMLink restore = paletteRestorer_;
+    if (window_.canvas().depth() == kIndexedDepth) restore();
+}
+
 void RCommands::scene() {
     const int image = arguments().nextInteger();
-    const int palette = arguments().hasNext() ? arguments().nextInteger() : image;
-    window_.restorePalette(image, palette);
+    const std::string palette = arguments().next();
+    window_.restorePalette(image, palette.empty() ? image : OMSToInteger(palette));
 }
 
 void RCommands::setCorralTrinketNormalization() {

@@ -3,10 +3,12 @@
 #pragma once
 
 #include "commandtable.h"
+#include "omlink.h"
 
 #include "platform/files.h"
 
 #include <memory>
+#include <utility>
 
 class EffectsWindow;
 
@@ -23,6 +25,9 @@ class RCommands {
     /// without running them.
     static void registerNames();
 
+    /// Sets the palette again that a movie took the place of; called on screens of 8 bits only.
+    void setPaletteRestorer(OMLink restorer) { paletteRestorer_ = std::move(restorer); }
+
   private:
     static const RCommandRow<RCommands> kRows[];
 
@@ -37,6 +42,7 @@ class RCommands {
     void messageBox();
     void openFile();
     void randomNumber();
+    void restorePalette();
     void scene();
     void setCorralTrinketNormalization();
     void setDebugLevel();
@@ -46,5 +52,6 @@ class RCommands {
     void writeToFile();
 
     EffectsWindow& window_;
+    OMLink paletteRestorer_;
     std::unique_ptr<platform::File> output_; ///< at most one output file
 };

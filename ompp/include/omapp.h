@@ -93,6 +93,7 @@ class OMApp {
     OMWindow* mouseWindow(const platform::Message& message);
 
     void startDisplay();
+    void tellDroppedRelease();
 
     static OMApp* instance_;
     static inline bool wantsDirectDraw_ = false;

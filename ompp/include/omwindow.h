@@ -20,6 +20,8 @@ class OMWindow {
     // Called by the application. Positions are relative to the window's top left corner.
     virtual void mouseDown(platform::Point) {}
     virtual void mouseUp(platform::Point) {}
+    /// The button is up again, but the message that said where and when was dropped.
+    virtual void mouseReleaseLost() {}
     virtual void mouseMove(platform::Point) {}
     virtual void doubleClick(platform::Point) {}
     virtual void key(const platform::KeyPress&) {}

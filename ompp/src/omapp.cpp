@@ -112,11 +112,18 @@ bool OMApp::pass() {
 
 void OMApp::alert(std::string_view text, std::uint32_t style, std::string_view caption) {
     OMPlatform().dialogs().messageBox(text, caption, style);
+    tellDroppedRelease();
 }
 
 void OMApp::discardInput() {
     OMPlatform().events().discardInput();
     capture_ = nullptr;
+    tellDroppedRelease();
+}
+
+void OMApp::tellDroppedRelease() {
+    if (!OMPlatform().events().releaseWasDropped()) return;
+    windows_.apply([](OMWindow& window) { window.mouseReleaseLost(); });
 }
 
 void OMApp::dispatch(const Message& message) {

@@ -74,6 +74,7 @@ bool TimelineEvents::deliver(const Entry& entry, Message& message) {
     if (isMouse(message.kind) && !captured_) {
         message.position = nearestInside(message.position, boundsOf(display_.mode()));
     }
+    buttonDown_ = message.isPress() || (buttonDown_ && message.kind != Message::Kind::MouseUp);
     if (message.kind == Message::Kind::Background) display_.setInForeground(false);
     if (message.kind == Message::Kind::Foreground) display_.setInForeground(true);
     if (message.kind == Message::Kind::Quit) {
@@ -89,8 +90,13 @@ void TimelineEvents::deliverQuit(std::string_view cause) {
 void TimelineEvents::discardInput() {
     const auto isDroppedInput = [this](const Entry& entry) {
         const auto* message = std::get_if<Message>(&entry.what);
-        return message && entry.timeMs <= clock_.loopMs() &&
-               (isMouse(message->kind) || message->kind == Message::Kind::Key);
+        const bool dropped = message && entry.timeMs <= clock_.loopMs() &&
+                             (isMouse(message->kind) || message->kind == Message::Kind::Key);
+        if (dropped && message->kind == Message::Kind::MouseUp && buttonDown_) {
+            buttonDown_ = false;
+            releaseDropped_ = true;
+        }
+        return dropped;
     };
     if (clock_.loopHasBegun()) std::erase_if(waiting_, isDroppedInput);
     captured_ = false;

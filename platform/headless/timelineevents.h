@@ -12,6 +12,7 @@
 #include <iosfwd>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace platform {
 
@@ -24,6 +25,7 @@ class TimelineEvents final : public Events {
     bool take(Message& message) override;
     bool wait(Message& message) override;
     void discardInput() override;
+    bool releaseWasDropped() override { return std::exchange(releaseDropped_, false); }
     void captureMouse(bool captured) override { captured_ = captured; }
 
     /// What the first quit message that was taken came from: "until" or "quit"; empty before.
@@ -48,6 +50,8 @@ class TimelineEvents final : public Events {
     HeadlessDisplay& display_;
     std::ostream& notes_;
     bool captured_ = false;
+    bool buttonDown_ = false; ///< as far as the program knows
+    bool releaseDropped_ = false;
     std::string_view quitCause_;
 };
 

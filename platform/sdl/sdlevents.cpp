@@ -42,6 +42,7 @@ bool SdlEvents::take(Message& message) {
     message = pending_.front();
     pending_.pop_front();
     messageWasTaken_ = true;
+    buttonDown_ = message.isPress() || (buttonDown_ && message.kind != Message::Kind::MouseUp);
     return true;
 }
 
@@ -63,6 +64,10 @@ void SdlEvents::dropInput() {
     SDL_FlushEvents(SDL_KEYDOWN, SDL_TEXTINPUT);
     SDL_FlushEvents(SDL_MOUSEMOTION, SDL_MOUSEWHEEL);
     std::erase_if(pending_, isInput);
+    if (buttonDown_ && (SDL_GetMouseState(nullptr, nullptr) & SDL_BUTTON_LMASK) == 0) {
+        buttonDown_ = false;
+        releaseDropped_ = true;
+    }
 }
 
 void SdlEvents::captureMouse(bool captured) {

@@ -8,6 +8,7 @@
 #include "platform/sdl/sdltextwindow.h"
 
 #include <deque>
+#include <utility>
 
 namespace platform {
 
@@ -20,6 +21,7 @@ class SdlEvents final : public Events {
     bool take(Message& message) override;
     bool wait(Message& message) override;
     void discardInput() override;
+    bool releaseWasDropped() override { return std::exchange(releaseDropped_, false); }
     void captureMouse(bool captured) override;
 
     /// Was a message taken since the last call?
@@ -43,6 +45,8 @@ class SdlEvents final : public Events {
     SdlTextWindows& textWindows_;
     std::deque<Message> pending_; ///< translated, not yet taken
     bool captured_ = false;
+    bool buttonDown_ = false; ///< as far as the program knows
+    bool releaseDropped_ = false;
     bool inForeground_ = true;
     bool messageWasTaken_ = false;
 };

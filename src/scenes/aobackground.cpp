@@ -51,10 +51,12 @@ void AOBackground::drawImage() {
     if (entry == sequence.end()) return;
     const AOImage::Placement& place = image_->embedded();
     const platform::Point at{place.x + entry->dx, place.y + entry->dy};
-    const AOFrame frame = image_->frame(entry->code);
-    if (canvas_.depth() == kIndexedDepth) return frame.draw(canvas_, all, at, 0);
-    const AOPixelTable pixels = AOPixelsOf(canvas_.devicePalette(), canvas_);
-    AODeepFrame(frame, pixels, canvas_.pixels().bytesPerPixel).draw(canvas_, all, at, 0);
+    const bool deep = canvas_.depth() > kIndexedDepth;
+    image_
+        ->unpackedFrame(entry->code,
+                        deep ? AOPixelsOf(canvas_.devicePalette(), canvas_) : kAOIndexPixels,
+                        canvas_.pixels().bytesPerPixel)
+        .draw(canvas_, all, at, 0);
 }
 
 OMRegion AOBackground::paint(OMMemCanvas& backBuffer, const OMRegion& dirty) {

@@ -151,21 +151,14 @@ void EffectsWindow::installPalette(int id) {
     std::optional<OMPalette> colors = OMReadPalette(stream->readAll());
     if (!colors) return;
     paletteFilter_(*colors);
-    const bool deep = backBuffer().depth() > kIndexedDepth;
-    if (deep)
+    if (backBuffer().depth() > kIndexedDepth)
         AOPaletteRecord::setCurrent(std::make_shared<AOPaletteRecord>(OMGamePalette(*colors)));
     setPalette(*colors, false);
-    if (deep) invalidateAll(); // the picture may have been drawn in other colours before
 }
 
 // Input
 
-void EffectsWindow::mouseDown(Point point) {
-    if (isPresenting()) OMTrinketWindow::mouseDown(point);
-}
-
 void EffectsWindow::doubleClick(Point point) {
-    if (!isPresenting()) return;
     if (doubleClicksDisabled_)
         mouseDown(point);
     else

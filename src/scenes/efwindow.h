@@ -55,11 +55,13 @@ class EffectsWindow : public OMTrinketWindow {
     /// While disabled, a double click counts as a press.
     void setDoubleClicksEnabled(bool enabled) { doubleClicksDisabled_ = !enabled; }
 
-    /// Clicks are not heard while the window is black.
-    void mouseDown(platform::Point point) override;
     void doubleClick(platform::Point point) override;
     /// Without effect while the wait cursor of a transition is shown.
     void showCursor(int id) override;
+
+  protected:
+    /// Not while the window is black.
+    [[nodiscard]] bool hearsPresses() const override { return isPresenting(); }
 
   private:
     [[nodiscard]] AOBackground* picture();

@@ -250,6 +250,7 @@ struct MemoryDisplay final : platform::HostDisplay {
 struct MemoryEvents final : platform::Events {
     std::deque<platform::Message> queue;
     bool captured = false;
+    bool releaseDropped = false;
 
     bool take(platform::Message& message) override {
         if (queue.empty()) return false;
@@ -259,6 +260,7 @@ struct MemoryEvents final : platform::Events {
     }
     bool wait(platform::Message& message) override { return take(message); }
     void discardInput() override { queue.clear(); }
+    bool releaseWasDropped() override { return std::exchange(releaseDropped, false); }
     void captureMouse(bool capture) override { captured = capture; }
 };
 

@@ -2,6 +2,8 @@
 
 #include "trinkets/windowfixture.h"
 
+#include "omao.h"
+
 #include <map>
 
 using namespace testing_support;
@@ -125,6 +127,52 @@ TEST_F(EffectsWindowTest, ClicksOnABlackScreenReachNobodyEvenWhenTheLoopGoesOn) 
     window.displayScreen();
     message(Kind::MouseDown, {15, 15});
     EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(EffectsWindowTest, AReleaseThatATransitionDropsLetsGoOfWhatIsHeld) {
+    Tile tile(window, {10, 10, 30, 30}, 't');
+    const auto loseRelease = [&] {
+        machine.events().releaseDropped = true;
+        window.displayScreen();
+    };
+    const auto expectFree = [&] {
+        EXPECT_EQ(window.mouseTarget(), nullptr);
+        EXPECT_EQ(tile.mouseState(), OMTrinket::MouseState::Idle);
+        window.mouseMove({60, 60});
+        EXPECT_EQ(tile.x(), 10);
+    };
+    window.mouseDown({20, 20}); // between press and release
+    loseRelease();
+    expectFree();
+    tile.links().mouseDown = [&](Point) { loseRelease(); }; // in the handler of the press
+    window.mouseDown({20, 20});
+    expectFree();
+    tile.links().mouseDown = nullptr;
+    tile.links().beginDrag = [&](Point) { OMApp::getApp()->alert("a box"); };
+    machine.events().releaseDropped = true;
+    window.mouseDown({20, 20});
+    expectFree();
+    tile.links().beginDrag = nullptr;
+    window.mouseDown({20, 20}); // the next press holds it again
+    EXPECT_EQ(window.mouseTarget(), &tile);
+}
+
+TEST_F(EffectsWindowTest, ATransitionInTheMiddleOfAStepDoesNotStepAgain) {
+    AseqBuilder builder;
+    builder.block(4, 4, 'a').block(4, 4, 'b');
+    builder.sequence({{0, 0, 0, 100}, {0, 0, -600, 0}, {0, 0, 1, 100}, {0, 0, -2, 0}});
+    OMAnimation animation(window, builder.image(), 1, 0, 0);
+    int markers = 0;
+    animation.playLinks().marker = [&](int) {
+        ++markers;
+        window.startTransition();
+        window.endTransition(false);
+    };
+    window.idle();
+    machine.clock().now += 1000; // late, so that frames follow each other at once
+    window.idle();
+    EXPECT_EQ(markers, 1);
+    EXPECT_EQ(animation.frameNumber(), 2);
 }
 
 TEST_F(EffectsWindowTest, TransitionsShowOneWaitCursorAndPutTheOldOneBack) {

@@ -107,7 +107,7 @@ class DeepFrameTest : public ApplicationTest {
     }
 
     /// Draws by the frame and compares with the picture, pixel for pixel.
-    void check(const Picture& picture, const AOFrame& frame, int depth, const OMRegion& clip,
+    void check(const Picture& picture, const AOImage& image, int depth, const OMRegion& clip,
                Point at, int direction) {
         OMMemCanvas canvas(kSide, kSide, depth);
         const std::uint32_t behind = depth == 8 ? 250 : 0x3F3F3F & ((1u << (depth - 1)) - 1);
@@ -115,16 +115,14 @@ class DeepFrameTest : public ApplicationTest {
             for (int x = 0; x < kSide; ++x)
                 for (int byte = 0; byte < depth / 8; ++byte)
                     canvas.pixels().at(x, y)[byte] = static_cast<std::uint8_t>(behind >> 8 * byte);
-        if (depth == 8)
-            frame.draw(canvas, clip, at, direction);
-        else
-            AODeepFrame(frame, AOPixelsOf(palette(), canvas), depth / 8)
-                .draw(canvas, clip, at, direction);
+        const AOFrame frame = image.unpackedFrame(
+            0, depth == 8 ? kAOIndexPixels : AOPixelsOf(palette(), canvas), depth / 8);
+        frame.draw(canvas, clip, at, direction);
         for (int y = 0; y < kSide; ++y)
             for (int x = 0; x < kSide; ++x) {
-                const int index = clip.contains(Point{x, y})
-                                      ? picture.turned(x - at.x, y - at.y, direction)
-                                      : kClear;
+                const int there = picture.turned(x - at.x, y - at.y, direction);
+                ASSERT_EQ(frame.hit({x, y}, at, direction), there != kClear) << x << " " << y;
+                const int index = clip.contains(Point{x, y}) ? there : kClear;
                 std::uint32_t expected = behind;
                 if (index != kClear)
                     expected = depth == 8
@@ -147,8 +145,7 @@ TEST_F(DeepFrameTest, EveryDepthDirectionAndClipShowsThePicture) {
         const Point at{static_cast<int>(random() % 80) - 40, static_cast<int>(random() % 80) - 40};
         for (const int depth : {8, 16, 24, 32})
             for (int direction = 0; direction < 8; ++direction)
-                ASSERT_NO_FATAL_FAILURE(
-                    check(picture, image->frame(0), depth, clip, at, direction));
+                ASSERT_NO_FATAL_FAILURE(check(picture, *image, depth, clip, at, direction));
     }
 }
 
@@ -165,7 +162,7 @@ TEST_F(DeepFrameTest, RunsAtTheirLimitAreDrawnWhole) {
             for (const int depth : {8, 16, 24, 32})
                 for (const int left : {0, 20 - width, -249, -250, -251, -100})
                     for (const int direction : {0, 1, 3})
-                        ASSERT_NO_FATAL_FAILURE(check(picture, image->frame(0), depth,
+                        ASSERT_NO_FATAL_FAILURE(check(picture, *image, depth,
                                                       OMRegion(Rect{3, 0, kSide, kSide}), {left, 5},
                                                       direction))
                             << width << " " << kind << " " << left;
@@ -179,8 +176,8 @@ TEST_F(DeepFrameTest, DamagedRowsShowWhatIsLeftOfThem) {
     const Picture left{4, 3, {10, 11, -1, -1, 12, 12, 12, 12, -1, 13, -1, -1}};
     for (const int depth : {8, 16, 24, 32})
         for (int direction = 0; direction < 8; ++direction)
-            ASSERT_NO_FATAL_FAILURE(check(left, image->frame(0), depth,
-                                          OMRegion(Rect{0, 0, kSide, kSide}), {5, 5}, direction));
+            ASSERT_NO_FATAL_FAILURE(
+                check(left, *image, depth, OMRegion(Rect{0, 0, kSide, kSide}), {5, 5}, direction));
 }
 
 TEST_F(DeepFrameTest, OtherDepthsAreRefused) {
@@ -189,16 +186,33 @@ TEST_F(DeepFrameTest, OtherDepthsAreRefused) {
     OMMemCanvas deep(4, 4, 32);
     const AOPixelTable pixels = AOPixelsOf(palette(), deep);
     const OMRegion all(Rect{0, 0, 4, 4});
-    AODeepFrame(image->frame(0), pixels, 4).draw(shallow, all, {0, 0}, 0);
+    AODeepFrames(image, pixels, 1).frame(0).draw(shallow, all, {0, 0}, 0);
     EXPECT_EQ(takeFailures(), Failures{"Use GDI to do 8-bit graphics."});
-    (void)AODeepFrame(image->frame(0), pixels, 1);
-    EXPECT_EQ(takeFailures(), Failures{"Use GDI to do 8-bit graphics."});
-    (void)AODeepFrame(image->frame(0), pixels, 5);
+    AODeepFrames(image, pixels, 5).frame(0).draw(deep, all, {0, 0}, 0);
     EXPECT_EQ(takeFailures(), Failures{"This is one deep canvas."});
-    AODeepFrame(image->frame(0), pixels, 3).draw(deep, all, {0, 0}, 0);
-    AODeepFrame(image->frame(0), pixels, 4).draw(deep, all, {0, 0}, 8);
+    image->frame(0).draw(deep, all, {0, 0}, 0);
+    AODeepFrames(image, pixels, 4).frame(0).draw(shallow, all, {0, 0}, 0);
+    AODeepFrames(image, pixels, 3).frame(0).draw(deep, all, {0, 0}, 0);
+    AODeepFrames(image, pixels, 4).frame(0).draw(deep, all, {0, 0}, 8);
     EXPECT_EQ(shallow.changedPixels() + deep.changedPixels(), 0u);
     EXPECT_EQ(takeFailures(), Failures{});
+}
+
+TEST(FrameCacheTest, ManyLargeFramesOfFewBytesDoNotFillTheMemory) {
+    // Thousands of frames share rows that unpack to a hundred times their size.
+    AseqBuilder builder;
+    AseqBuilder::Frame& frame = builder.frames.emplace_back();
+    frame.width = 30000;
+    frame.height = 500;
+    for (int i = 0; i < 500 * 480; ++i) frame.rows.insert(frame.rows.end(), {255, 9, 63});
+    AOFrameCache cache;
+    const auto image = builder.sequence({{0, 0, 0, 0}}).image();
+    const std::size_t size = image->frame(0).memory();
+    const int fitting = static_cast<int>(AOFrameCache::kMostBytes / size);
+    ASSERT_GT(fitting, 1);
+    for (int i = 0; i <= fitting; ++i) cache.keep(i, AOFrame(image->frame(0)));
+    EXPECT_EQ(cache.find(0), nullptr);
+    EXPECT_NE(cache.find(fitting), nullptr);
 }
 
 // Animations in a deep window

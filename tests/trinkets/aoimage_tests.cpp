@@ -42,10 +42,10 @@ TEST(AOImageTest, ReadsHeaderPlacementAndSequences) {
     EXPECT_EQ(image->sequence(1)[0], (AOEntry{0, 0, -500, 7}));
     EXPECT_EQ(image->frameCount(), 2);
     EXPECT_EQ(image->brokenFrames(), 0);
-    EXPECT_EQ(image->frame(0).width(), 6);
-    EXPECT_EQ(image->frame(0).height(), 3);
-    EXPECT_EQ(image->frame(2).width(), 0);
-    EXPECT_EQ(image->frame(-1).height(), 0);
+    EXPECT_EQ(image->frameSize(0).width, 6);
+    EXPECT_EQ(image->frameSize(0).height, 3);
+    EXPECT_EQ(image->frameSize(2).width, 0);
+    EXPECT_EQ(image->frameSize(-1).height, 0);
 }
 
 TEST(AOImageTest, EmbeddedPlacesHaveTwelveBits) {
@@ -190,8 +190,8 @@ TEST_F(AOFrameTest, FramesOutsideOfTheDataAreEmptyAndCounted) {
         const auto image = read(data);
         ASSERT_TRUE(image) << offset;
         EXPECT_EQ(image->brokenFrames(), 1) << offset;
-        EXPECT_EQ(image->frame(0).width(), 0) << offset;
-        EXPECT_EQ(image->frame(1).width(), 3) << offset;
+        EXPECT_EQ(image->frameSize(0).width, 0) << offset;
+        EXPECT_EQ(image->frameSize(1).width, 3) << offset;
     }
     builder.frames[0].height = -1;
     EXPECT_EQ(builder.image()->brokenFrames(), 1);

@@ -113,10 +113,6 @@ TEST(AoRow, EndsDamagedRowsWhereTheDamageIs) {
             << row.name;
         EXPECT_EQ(pixels, row.pixels) << row.name;
         EXPECT_EQ(aorow::skipRow(row.data, 4), (RowEnd{row.bytes, false})) << row.name;
-        for (int x = 0; x < 4; ++x)
-            EXPECT_EQ(aorow::hitRow(row.data, 4, x),
-                      row.pixels[static_cast<std::size_t>(x)] != kClear)
-                << row.name << " at " << x;
     }
     EXPECT_EQ(aorow::skipRow(Bytes{1, 2}, 0), (RowEnd{0, true})) << "a row without pixels";
 }
@@ -133,51 +129,10 @@ TEST(AoRow, StaysWithinAnyDataAndAnyWidth) {
         const RowEnd end = aorow::decodeRow(data, pixels, kClear);
         ASSERT_LE(end.bytes, data.size());
         ASSERT_EQ(aorow::skipRow(data, width), end);
-        Bytes part(random() % 4);
-        ASSERT_EQ(aorow::drawRow(data, width, static_cast<int>(random() % 8), part), end);
         if (width > 0 && !data.empty()) {
             ASSERT_GT(end.bytes, 0U) << "a row that takes nothing would not end";
         }
     }
-}
-
-class AoRowDrawing : public testing::Test {
-  protected:
-    const Bytes row_ = {1, 1, kClear, 2, 2, 2, 2, 3, 4, kClear, kClear, 5};
-    const Bytes data_ = encoded(row_);
-    const int width_ = static_cast<int>(row_.size());
-};
-
-TEST_F(AoRowDrawing, DrawsEveryPartOverWhatLiesThere) {
-    for (int skip = 0; skip <= width_ + 1; ++skip) {
-        for (std::size_t count = 0; count <= row_.size() + 1; ++count) {
-            Bytes line(count, 50);
-            EXPECT_EQ(aorow::drawRow(data_, width_, skip, line), (RowEnd{data_.size(), true}));
-            for (std::size_t i = 0; i < count; ++i) {
-                const std::size_t x = static_cast<std::size_t>(skip) + i;
-                const bool opaque = x < row_.size() && row_[x] != kClear;
-                ASSERT_EQ(line[i], opaque ? row_[x] : 50) << skip << " " << count << " " << i;
-            }
-        }
-    }
-}
-
-TEST_F(AoRowDrawing, DrawsMirroredAndDownAColumn) {
-    Bytes mirrored(row_.size(), kClear);
-    aorow::drawRow(data_, width_, 0, aorow::PixelLine{&mirrored.back(), -1, width_});
-    EXPECT_EQ(mirrored, Bytes(row_.rbegin(), row_.rend()));
-
-    Bytes surface(3 * 4, 50); // 3 wide; pixels 4 to 7 of the row go down its middle
-    aorow::drawRow(data_, width_, 4, aorow::PixelLine{&surface[1], 3, 4});
-    EXPECT_EQ(surface, (Bytes{50, 2, 50, 50, 2, 50, 50, 2, 50, 50, 3, 50}));
-}
-
-TEST_F(AoRowDrawing, HitsOpaquePixelsOnly) {
-    for (int x = 0; x < width_; ++x)
-        EXPECT_EQ(aorow::hitRow(data_, width_, x), row_[static_cast<std::size_t>(x)] != kClear)
-            << x;
-    EXPECT_FALSE(aorow::hitRow(data_, width_, -1));
-    EXPECT_FALSE(aorow::hitRow(data_, width_, width_));
 }
 
 } // namespace

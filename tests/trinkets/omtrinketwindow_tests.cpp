@@ -293,6 +293,22 @@ TEST_F(TrinketWindowTest, StepsMayDestroyAddAndSortTrinkets) {
     EXPECT_EQ(screenPixel(65, 5), 13);
 }
 
+TEST_F(TrinketWindowTest, TrinketsThatOvertakeEachOtherStepOnceACycle) {
+    Tile first(window, {0, 0, 10, 10}, 10);
+    Tile second(window, {20, 0, 30, 10}, 11);
+    int top = 0;
+    int steps = 0;
+    for (Tile* tile : {&first, &second})
+        tile->onStep = [&, tile](std::uint32_t) {
+            if (++steps > 100) return; // or it would never end
+            tile->setZ(++top);
+        };
+    cycle();
+    EXPECT_EQ(steps, 2);
+    cycle();
+    EXPECT_EQ(steps, 4);
+}
+
 TEST(TrinketWindowLife, TrinketsMayOutliveTheirWindow) {
     struct Machine : ApplicationTest {
         void TestBody() override {}

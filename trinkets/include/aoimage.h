@@ -1,7 +1,7 @@
 // An animation resource (`ASEQ`), parsed and checked once: frames, and sequences that say how they
 // are shown. Shared by all animations that play it. What changes afterwards is seen by all of them:
-// only single entries do (replaceEntry). Main thread only, reading too: what is looked up often is
-// found out at its first use.
+// only single entries do (replaceEntry). The frames stay packed; those that are shown are kept
+// beside in the form that they are drawn from. Main thread only, reading too.
 //
 //     offset      size
 //      0          int16        number of sequences
@@ -81,9 +81,14 @@ class AOImage {
         return sequences_ == other.sequences_;
     }
     [[nodiscard]] int frameCount() const { return static_cast<int>(frames_.size()); }
-    /// An empty frame for a number that has none. Look at one frame at a time: many others with
-    /// very many rows take its rows' places away.
-    [[nodiscard]] AOFrame frame(int index) const;
+    /// 0 x 0 for a number that has no frame.
+    [[nodiscard]] AOSize frameSize(int index) const;
+    /// For canvases of 8 bits, kept; an empty frame for a number that has none. Lives until another
+    /// frame is asked for.
+    [[nodiscard]] const AOFrame& frame(int index) const;
+    /// A frame for canvases of another depth, or to be used once; see AOFrame's constructor.
+    [[nodiscard]] AOFrame unpackedFrame(int index, const AOPixelTable& pixels,
+                                        int bytesPerPixel) const;
     /// How many frames could not be read.
     [[nodiscard]] int brokenFrames() const { return brokenFrames_; }
 
@@ -92,25 +97,20 @@ class AOImage {
 
   private:
     class Reader;
+    std::size_t recolourRow(std::span<const std::uint8_t> row, int width, const AOColorMap& map,
+                            AOImage& copy) const;
     struct FrameRecord {
-        std::uint16_t width = 0;
-        std::uint16_t height = 0;
+        AOSize size;
         std::size_t rows = 0; ///< offset in `data_`
-
-        bool indexed = false;
-        bool whole = true;                 ///< no row is damaged
-        std::vector<std::uint32_t> starts; ///< of each row, from `rows` on
     };
-
-    void index(FrameRecord& frame) const;
 
     int framesPerSecond_ = 0;
     Placement embedded_;
     std::shared_ptr<std::vector<AOSequence>> sequences_;
-    mutable std::vector<FrameRecord> frames_; ///< their rows are found at their first use
-    mutable std::size_t indexedRows_ = 0;
+    std::vector<FrameRecord> frames_;
     std::vector<std::uint8_t> data_; ///< the frame data
     int brokenFrames_ = 0;
+    mutable AOFrameCache unpacked_;
 };
 
 /// The images in use, by resource id: whoever asks while another still has the image gets the same.

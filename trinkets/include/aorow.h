@@ -104,14 +104,6 @@ class RowReader {
     bool damaged_ = false;
 };
 
-/// Destination of a drawn row: pixel i of the part that is drawn goes to at[i * step]. A step of 1
-/// is a row of a surface, -1 a mirrored one, its stride a column.
-struct PixelLine {
-    std::uint8_t* at = nullptr; ///< never owns; every place of the line must exist
-    std::ptrdiff_t step = 1;
-    int count = 0; ///< pixels, at most
-};
-
 /// Appends the packed form of a row to `out`, at most twice as many bytes as pixels. Pixels of
 /// colour `transparent` become clear runs; without it every pixel is opaque.
 void encodeRow(std::span<const std::uint8_t> pixels, std::optional<std::uint8_t> transparent,
@@ -121,30 +113,7 @@ void encodeRow(std::span<const std::uint8_t> pixels, std::optional<std::uint8_t>
 RowEnd decodeRow(std::span<const std::uint8_t> data, std::span<std::uint8_t> pixels,
                  std::uint8_t transparent);
 
-/// Draws the opaque pixels of a row from its pixel `skip` (0 or more) on; what lies under clear
-/// pixels stays. The row is walked to its end whatever part of it is drawn.
-RowEnd drawRow(std::span<const std::uint8_t> data, int width, int skip, PixelLine line);
-RowEnd drawRow(std::span<const std::uint8_t> data, int width, int skip,
-               std::span<std::uint8_t> destination);
-
-/// The same columns of several rows of a frame.
-struct PartOfRows {
-    int width = 0;           ///< of the rows
-    int skip = 0;            ///< columns left out at the start; skip + count is at most the width
-    int count = 0;           ///< columns drawn, at least one
-    std::ptrdiff_t step = 1; ///< from column to column of the destination
-    std::ptrdiff_t nextRow = 0; ///< from row to row
-};
-
-/// As drawRow for the rows at `starts` in the data, faster: skipRow has found each of them whole.
-/// The first column drawn of the first row goes to `at`.
-void drawWholeRows(const std::uint8_t* data, std::span<const std::uint32_t> starts,
-                   const PartOfRows& part, std::uint8_t* at);
-
 /// Walks over a row without drawing it.
 RowEnd skipRow(std::span<const std::uint8_t> data, int width);
-
-/// Whether pixel x of the row is opaque; false outside of it.
-[[nodiscard]] bool hitRow(std::span<const std::uint8_t> data, int width, int x);
 
 } // namespace aorow

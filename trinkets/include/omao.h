@@ -102,7 +102,7 @@ class OMAnimation : public OMTrinket {
     [[nodiscard]] int sequenceLength() const;
     /// Frame entries of the current sequence.
     [[nodiscard]] int frameCount() const;
-    [[nodiscard]] int frameHeight(int frame) const { return image_->frame(frame).height(); }
+    [[nodiscard]] int frameHeight(int frame) const { return image_->frameSize(frame).height; }
     [[nodiscard]] int width() const { return boundingRectangle().width(); }
     [[nodiscard]] int height() const { return boundingRectangle().height(); }
     [[nodiscard]] int repeatCount() const { return repeatCount_; }
@@ -222,7 +222,7 @@ class OMAnimation : public OMTrinket {
     [[nodiscard]] AODeepFrames* deepFrames(const OMCanvas& canvas);
     [[nodiscard]] int windowDepth() const;
     void recolour(const AOColorMap& map);
-    [[nodiscard]] AOFrame frame() const { return image_->frame(shownFrame_); }
+    [[nodiscard]] const AOFrame& frame() const { return image_->frame(shownFrame_); }
     [[nodiscard]] std::uint32_t durationMs(const AOEntry& entry) const;
 
     void restart();
@@ -266,6 +266,7 @@ class OMAnimation : public OMTrinket {
     int shownFrame_ = -1;
     platform::Point shownOffset_{}; ///< dx and dy of the entry shown
     unsigned jumps_ = 0;            ///< counts changes of position from outside of a step
+    bool stepping_ = false;         ///< a handler may run another idle cycle of the window
     bool lapped_ = false;           ///< went back to the start in this step, without a frame since
 
     State state_ = State::Playing;

@@ -77,7 +77,8 @@ class OMTrinket : public OMScriptableObject {
         OMLinkTo<void(const platform::KeyPress&)> key;
     };
 
-    /// Lines at which a dropped trinket comes to rest. A step of 0 leaves its axis alone.
+    /// Lines at which a dropped trinket comes to rest, if it is movable. A step of 0 leaves its
+    /// axis alone.
     struct SnapGrid {
         int stepX = 0;
         int stepY = 0;
@@ -232,6 +233,7 @@ class OMTrinket : public OMScriptableObject {
     OMTrinketWindow* window_;
     OMMultiTrinket* group_ = nullptr;
     UpdateStyle updateStyle_;
+    std::uint32_t steppedIn_ = 0; ///< the window's cycle
     std::array<PageState, kOMPages> pages_;
     MouseState mouseState_ = MouseState::Idle;
     std::uint32_t eventMask_;

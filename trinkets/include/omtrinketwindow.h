@@ -179,11 +179,17 @@ class OMTrinketWindow : public OMWindow {
 
     void mouseDown(platform::Point point) override;
     void mouseUp(platform::Point point) override;
+    /// Lets go of what is held, which hears nothing of it.
+    void mouseReleaseLost() override;
     void mouseMove(platform::Point point) override;
     void doubleClick(platform::Point point) override;
     void key(const platform::KeyPress& press) override;
     void expose() override;
     void idle() override;
+
+  protected:
+    /// Whether presses and double clicks go to trinkets, background and default links.
+    [[nodiscard]] virtual bool hearsPresses() const { return true; }
 
   private:
     friend class OMTrinket;
@@ -203,7 +209,7 @@ class OMTrinketWindow : public OMWindow {
     void needRedraw() { needsRedraw_ = true; }
     void addDirty(std::size_t page, const OMRegion& region);
     void addUnshown(const platform::Rect& rectangle);
-    void setTarget(OMTrinket& trinket) { target_ = &trinket; }
+    void setTarget(OMTrinket& trinket);
     void releaseTarget(const OMTrinket& trinket);
 
     void stepTrinkets();
@@ -240,6 +246,7 @@ class OMTrinketWindow : public OMWindow {
     std::array<Page, kOMPages> pages_;
     std::size_t pagesInUse_ = 1; ///< each catches up with every change
     std::size_t page_ = 0;       ///< the one that is composed now
+    std::uint32_t cycles_ = 0;   ///< in which trinkets stepped
     bool needsRedraw_ = true;
     bool backgroundPainting_ = true;
     bool presenting_ = true;
@@ -253,6 +260,7 @@ class OMTrinketWindow : public OMWindow {
     bool inputDisabled_ = false;
     bool cursorManagement_ = true;
     OMTrinket* target_ = nullptr;
+    bool releaseLost_ = false; ///< since the last press
     OMTrinket* flyOver_ = nullptr;
     OMTrinket* focus_ = nullptr;
     platform::Point lastMouse_{};

@@ -1,50 +1,211 @@
 #include "aoframe.h"
 
 #include "aoplacement.h"
-#include "aorow.h"
 #include "ommemcanvas.h"
 
 #include <algorithm>
+#include <cstring>
+#include <utility>
 
 using platform::Point;
 using platform::Rect;
 
-Rect AOFrame::bounds(Point at, int direction) const {
-    const AOTurn* turn = AOTurnOf(direction);
-    const bool swap = turn && turn->swapAxes;
-    return {at.x, at.y, at.x + (swap ? height_ : width_), at.y + (swap ? width_ : height_)};
+namespace {
+
+// Most segments are short, so that neither calls nor loops over their pixels pay: bytes are written
+// in pieces that may overlap, with few branches that depend on the length.
+
+struct Wide {
+    std::uint64_t low;
+    std::uint64_t high;
+};
+
+constexpr std::size_t kWide = sizeof(Wide);
+constexpr std::size_t kWorthACall = 2 * kWide; ///< from here on the library copies faster
+
+template <class Piece>
+void copyTwice(std::uint8_t* to, const std::uint8_t* from, std::size_t count) {
+    constexpr std::size_t kSize = sizeof(Piece);
+    Piece first;
+    Piece last;
+    std::memcpy(&first, from, kSize);
+    std::memcpy(&last, from + count - kSize, kSize);
+    std::memcpy(to, &first, kSize);
+    std::memcpy(to + count - kSize, &last, kSize);
 }
+
+void copyBytes(std::uint8_t* to, const std::uint8_t* from, std::size_t count) {
+    if (count >= kWorthACall) {
+        std::memcpy(to, from, count);
+    } else if (count >= kWide) {
+        const std::size_t last = count - kWide;
+        for (std::size_t at = 0; at < last; at += kWide) std::memcpy(to + at, from + at, kWide);
+        std::memcpy(to + last, from + last, kWide);
+    } else if (count >= sizeof(std::uint64_t)) {
+        copyTwice<std::uint64_t>(to, from, count);
+    } else if (count >= sizeof(std::uint32_t)) {
+        copyTwice<std::uint32_t>(to, from, count);
+    } else {
+        for (std::size_t i = 0; i < count; ++i) to[i] = from[i];
+    }
+}
+
+template <class Piece>
+void blendPiece(std::uint8_t* to, const std::uint8_t* pixels, const std::uint8_t* keep) {
+    Piece below;
+    Piece above;
+    Piece mask;
+    std::memcpy(&below, to, sizeof(Piece));
+    std::memcpy(&above, pixels, sizeof(Piece));
+    std::memcpy(&mask, keep, sizeof(Piece));
+    if constexpr (std::is_same_v<Piece, Wide>)
+        below = {(below.low & mask.low) | above.low, (below.high & mask.high) | above.high};
+    else
+        below = static_cast<Piece>((below & mask) | above);
+    std::memcpy(to, &below, sizeof(Piece));
+}
+
+/// Blending the same bytes twice changes nothing, so the last piece may overlap the one before.
+template <class Piece>
+void blendPieces(std::uint8_t* to, const std::uint8_t* pixels, const std::uint8_t* keep,
+                 std::size_t count) {
+    constexpr std::size_t kTwo = 2 * sizeof(Piece);
+    std::size_t at = 0;
+    for (; at + kTwo <= count; at += kTwo) {
+        blendPiece<Piece>(to + at, pixels + at, keep + at);
+        blendPiece<Piece>(to + at + sizeof(Piece), pixels + at + sizeof(Piece),
+                          keep + at + sizeof(Piece));
+    }
+    if (at == count) return;
+    const std::size_t last = count - sizeof(Piece);
+    if (at < last) blendPiece<Piece>(to + at, pixels + at, keep + at);
+    blendPiece<Piece>(to + last, pixels + last, keep + last);
+}
+
+void blendBytes(std::uint8_t* to, const std::uint8_t* pixels, const std::uint8_t* keep,
+                std::size_t count) {
+    if (count >= kWide)
+        blendPieces<Wide>(to, pixels, keep, count);
+    else if (count >= sizeof(std::uint32_t))
+        blendPieces<std::uint32_t>(to, pixels, keep, count);
+    else
+        blendPieces<std::uint8_t>(to, pixels, keep, count);
+}
+
+/// Writes pixels side by side, as a surface's row has them.
+template <int kBytes>
+struct StraightWriter {
+    explicit StraightWriter(std::ptrdiff_t) {}
+    [[nodiscard]] static std::ptrdiff_t step() { return kBytes; }
+
+    static void fill(std::uint8_t* to, const std::uint8_t* pixel, int count) {
+        if constexpr (kBytes == 1)
+            std::memset(to, *pixel, static_cast<std::size_t>(count));
+        else
+            for (int i = 0; i < count; ++i) std::memcpy(to + i * kBytes, pixel, kBytes);
+    }
+    static void copy(std::uint8_t* to, const std::uint8_t* from, int count) {
+        copyBytes(to, from, static_cast<std::size_t>(count) * kBytes);
+    }
+    static void blend(std::uint8_t* to, const std::uint8_t* from, const std::uint8_t* keep,
+                      int count) {
+        blendBytes(to, from, keep, static_cast<std::size_t>(count) * kBytes);
+    }
+};
+
+/// Writes pixels that lie in any other way.
+template <int kBytes>
+class SteppingWriter {
+  public:
+    explicit SteppingWriter(std::ptrdiff_t step) : step_(step) {}
+    [[nodiscard]] std::ptrdiff_t step() const { return step_; }
+
+    void fill(std::uint8_t* to, const std::uint8_t* pixel, int count) const {
+        for (; count > 0; --count, to += step_) std::memcpy(to, pixel, kBytes);
+    }
+    void copy(std::uint8_t* to, const std::uint8_t* from, int count) const {
+        for (; count > 0; --count, to += step_, from += kBytes) std::memcpy(to, from, kBytes);
+    }
+    void blend(std::uint8_t* to, const std::uint8_t* from, const std::uint8_t* keep,
+               int count) const {
+        for (; count > 0; --count, to += step_, from += kBytes, keep += kBytes)
+            if (*keep == 0) std::memcpy(to, from, kBytes);
+    }
+
+  private:
+    std::ptrdiff_t step_;
+};
+
+} // namespace
+
+Rect AOBounds(AOSize size, Point at, int direction) {
+    const AOTurn* turn = AOTurnOf(direction);
+    if (turn && turn->swapAxes) std::swap(size.width, size.height);
+    return {at.x, at.y, at.x + size.width, at.y + size.height};
+}
+
+// Drawing
 
 void AOFrame::draw(OMMemCanvas& canvas, const OMRegion& clip, Point at, int direction) const {
     const AOTurn* turn = AOTurnOf(direction);
-    if (!turn || canvas.depth() != 8) return;
+    const OMPixels pixels = canvas.pixels();
+    if (!turn || pixels.bytesPerPixel != bytesPerPixel_) return;
     const OMRegion region = canvas.clipped(bounds(at, direction), &clip);
     if (region.isEmpty()) return;
-    const OMPixels pixels = canvas.pixels();
     for (const Rect area : region.rectangles()) {
-        const AOLines lines = AOLinesOf(pixels, area, at, *turn, width_, height_);
-        const int count = std::min(lines.end, packedRows()) - lines.first;
-        if (count <= 0) continue;
-        const auto starts =
-            starts_.subspan(static_cast<std::size_t>(lines.first), static_cast<std::size_t>(count));
-        if (whole_)
-            aorow::drawWholeRows(rows_.data(), starts,
-                                 {width_, lines.skip, lines.count, lines.step, lines.nextRow},
-                                 lines.at);
-        else
-            drawDamaged(starts, lines);
+        const AOLines lines = AOLinesOf(pixels, area, at, *turn, size_.width, size_.height);
+        switch (bytesPerPixel_) {
+        case 1: drawLines<1>(lines); break;
+        case 2: drawLines<2>(lines); break;
+        case 3: drawLines<3>(lines); break;
+        default: drawLines<4>(lines); break;
+        }
     }
     canvas.changed(region);
 }
 
-void AOFrame::drawDamaged(std::span<const std::uint32_t> starts, const AOLines& lines) const {
-    std::uint8_t* at = lines.at;
-    for (const std::uint32_t start : starts) {
-        aorow::drawRow(rows_.subspan(start), width_, lines.skip,
-                       aorow::PixelLine{at, lines.step, lines.count});
-        at += lines.nextRow;
+template <int kBytes>
+void AOFrame::drawLines(const AOLines& lines) const {
+    if (lines.step == kBytes)
+        drawSegments<kBytes>(lines, StraightWriter<kBytes>(lines.step));
+    else
+        drawSegments<kBytes>(lines, SteppingWriter<kBytes>(lines.step));
+}
+
+template <int kBytes, class Writer>
+void AOFrame::drawSegments(AOLines lines, Writer writer) const {
+    const std::uint8_t* const bytes = bytes_.data();
+    for (const Segment& segment : segments(lines.first, lines.end)) {
+        // Where the segment begins in the part of its row that is drawn.
+        const int place = segment.column - lines.skip;
+        int left = 0; // pixels of the segment that are left out at its start
+        int count = segment.length;
+        if (place < 0 || place + count > lines.count) {
+            left = std::max(-place, 0);
+            count = std::min(count, lines.count - place) - left;
+            if (count <= 0) continue;
+        }
+        std::uint8_t* to =
+            lines.at + (segment.row - lines.first) * lines.nextRow + (place + left) * writer.step();
+        const std::uint8_t* pixels = bytes + segment.pixels + left * kBytes;
+        if (segment.kind == Kind::Copy)
+            writer.copy(to, pixels, count);
+        else if (segment.kind == Kind::Masked)
+            writer.blend(to, pixels, pixels + segment.length * kBytes, count);
+        else
+            writer.fill(to, bytes + segment.pixels, count);
     }
 }
+
+std::span<const AOFrame::Segment> AOFrame::segments(int firstRow, int endRow) const {
+    const int rows = std::max(static_cast<int>(rowStarts_.size()) - 1, 0);
+    if (firstRow >= std::min(endRow, rows)) return {};
+    const std::size_t first = rowStarts_[static_cast<std::size_t>(firstRow)];
+    const std::size_t end = rowStarts_[static_cast<std::size_t>(std::min(endRow, rows))];
+    return std::span(segments_).subspan(first, end - first);
+}
+
+// Hit test
 
 bool AOFrame::hit(Point point, Point at, int direction) const {
     const AOTurn* turn = AOTurnOf(direction);
@@ -52,11 +213,39 @@ bool AOFrame::hit(Point point, Point at, int direction) const {
     int along = point.x - at.x;
     int across = point.y - at.y;
     if (turn->swapAxes) std::swap(along, across);
-    return isOpaque(turn->mirrorColumns ? width_ - 1 - along : along,
-                    turn->mirrorRows ? height_ - 1 - across : across);
+    return isOpaque(turn->mirrorColumns ? size_.width - 1 - along : along,
+                    turn->mirrorRows ? size_.height - 1 - across : across);
 }
 
 bool AOFrame::isOpaque(int column, int row) const {
-    if (row < 0 || row >= packedRows()) return false;
-    return aorow::hitRow(packedRow(row), width_, column);
+    if (row < 0 || column < 0 || row >= size_.height) return false;
+    for (const Segment& segment : segments(row, row + 1)) {
+        const int place = column - segment.column;
+        if (place < 0) return false;
+        if (place >= segment.length) continue;
+        if (segment.kind != Kind::Masked) return true;
+        const std::size_t mask =
+            segment.pixels + static_cast<std::size_t>((segment.length + place) * bytesPerPixel_);
+        return bytes_[mask] == 0;
+    }
+    return false;
+}
+
+// Frames that are kept
+
+const AOFrame* AOFrameCache::find(int number) const {
+    const auto at = static_cast<std::size_t>(number);
+    return at < frames_.size() ? frames_[at].get() : nullptr;
+}
+
+const AOFrame& AOFrameCache::keep(int number, AOFrame frame) {
+    const auto at = static_cast<std::size_t>(number);
+    if (frames_.size() <= at) frames_.resize(at + 1);
+    if (bytes_ + frame.memory() > kMostBytes) {
+        for (std::unique_ptr<AOFrame>& kept : frames_) kept.reset();
+        bytes_ = 0;
+    }
+    bytes_ += frame.memory();
+    frames_[at] = std::make_unique<AOFrame>(std::move(frame));
+    return *frames_[at];
 }

@@ -10,8 +10,6 @@ namespace {
 constexpr std::size_t kSwapFlagAt = 5;
 constexpr std::size_t kHeaderSize = 10;
 constexpr std::size_t kEntrySize = 8;
-/// Frames may claim many more rows than a file has bytes, each of them the same ones.
-constexpr std::size_t kMostIndexedRows = 1 << 22;
 constexpr int kNegativeFrom = 2048; ///< embedded places above this one are negative
 
 int embeddedPlace(int low, int high) {
@@ -103,8 +101,7 @@ class AOImage::Reader {
             ++image.brokenFrames_;
             return;
         }
-        frame.width = static_cast<std::uint16_t>(width);
-        frame.height = static_cast<std::uint16_t>(height);
+        frame.size = {width, height};
         frame.rows = in.position();
     }
 
@@ -118,32 +115,22 @@ std::shared_ptr<AOImage> AOImage::read(std::span<const std::byte> data, std::str
     return problem.empty() ? image : nullptr;
 }
 
-AOFrame AOImage::frame(int index) const {
+AOSize AOImage::frameSize(int index) const {
     if (index < 0 || index >= frameCount()) return {};
-    FrameRecord& record = frames_[static_cast<std::size_t>(index)];
-    if (!record.indexed) this->index(record);
-    return {record.width, record.height, std::span(data_).subspan(record.rows), record.starts,
-            record.whole};
+    return frames_[static_cast<std::size_t>(index)].size;
 }
 
-/// Finds where each row begins, so that none has to be walked for the sake of the next.
-void AOImage::index(FrameRecord& frame) const {
-    if (indexedRows_ > kMostIndexedRows)
-        for (FrameRecord& other : frames_) {
-            indexedRows_ -= other.starts.size();
-            other.starts = {};
-            other.indexed = false;
-        }
-    frame.indexed = true;
-    std::span<const std::uint8_t> data = std::span(data_).subspan(frame.rows);
-    std::size_t at = 0;
-    for (int row = 0; row < frame.height && at < data.size() && frame.width > 0; ++row) {
-        frame.starts.push_back(static_cast<std::uint32_t>(at));
-        const aorow::RowEnd end = aorow::skipRow(data.subspan(at), frame.width);
-        frame.whole &= end.whole;
-        at += end.bytes;
-    }
-    indexedRows_ += frame.starts.size();
+const AOFrame& AOImage::frame(int index) const {
+    static const AOFrame kNone;
+    if (index < 0 || index >= frameCount()) return kNone;
+    if (const AOFrame* known = unpacked_.find(index)) return *known;
+    return unpacked_.keep(index, unpackedFrame(index, kAOIndexPixels, 1));
+}
+
+AOFrame AOImage::unpackedFrame(int index, const AOPixelTable& pixels, int bytesPerPixel) const {
+    if (index < 0 || index >= frameCount()) return {};
+    const FrameRecord& record = frames_[static_cast<std::size_t>(index)];
+    return {record.size, std::span(data_).subspan(record.rows), pixels, bytesPerPixel};
 }
 
 void AOImage::replaceEntry(int sequence, int position, const AOEntry& entry) {
@@ -152,19 +139,31 @@ void AOImage::replaceEntry(int sequence, int position, const AOEntry& entry) {
 }
 
 std::shared_ptr<AOImage> AOImage::recoloured(const AOColorMap& map) const {
-    auto copy = std::make_shared<AOImage>(*this);
-    // Frames may share their data, so each colour is looked up in what was there before.
-    for (int i = 0; i < frameCount(); ++i) {
-        const AOFrame old = frame(i);
-        for (int row = 0; row < old.packedRows(); ++row) {
-            aorow::RowReader reader(old.packedRow(row), old.width());
-            aorow::RowRun run;
-            while (reader.next(run))
-                for (const std::uint8_t& colour : run.colours)
-                    copy->data_[static_cast<std::size_t>(&colour - data_.data())] = map[colour];
-        }
+    auto copy = std::make_shared<AOImage>();
+    copy->framesPerSecond_ = framesPerSecond_;
+    copy->embedded_ = embedded_;
+    copy->sequences_ = sequences_;
+    copy->frames_ = frames_;
+    copy->data_ = data_;
+    copy->brokenFrames_ = brokenFrames_;
+    for (const FrameRecord& frame : frames_) {
+        std::span<const std::uint8_t> rows = std::span(data_).subspan(frame.rows);
+        for (int row = 0; row < frame.size.height && frame.size.width > 0 && !rows.empty(); ++row)
+            rows = rows.subspan(recolourRow(rows, frame.size.width, map, *copy));
     }
     return copy;
+}
+
+/// Frames may share their data, so each colour is looked up in what was there before. Returns the
+/// bytes that the row takes.
+std::size_t AOImage::recolourRow(std::span<const std::uint8_t> row, int width,
+                                 const AOColorMap& map, AOImage& copy) const {
+    aorow::RowReader reader(row, width);
+    aorow::RowRun run;
+    while (reader.next(run))
+        for (const std::uint8_t& colour : run.colours)
+            copy.data_[static_cast<std::size_t>(&colour - data_.data())] = map[colour];
+    return reader.end().bytes;
 }
 
 std::shared_ptr<AOImage> AOImageStore::find(int id) const {

@@ -215,8 +215,8 @@ void OMAnimation::show(int position) {
     const AOEntry entry = at(position);
     const Rect before = boundingRectangle();
     const Point origin{before.left - shownOffset_.x, before.top - shownOffset_.y};
-    const AOFrame frame = image_->frame(entry.code);
-    const Rect after = frame.bounds({origin.x + entry.dx, origin.y + entry.dy}, direction_);
+    const Rect after = AOBounds(image_->frameSize(entry.code),
+                                {origin.x + entry.dx, origin.y + entry.dy}, direction_);
     if (entry.code != shownFrame_ || after != before) markChanged();
     setBounds(after);
     shownFrame_ = entry.code;
@@ -256,7 +256,7 @@ void OMAnimation::setDrawDirection(int direction) {
     markChanged();
     direction_ = direction;
     const Rect r = boundingRectangle();
-    setBounds(frame().bounds({r.left, r.top}, direction_));
+    setBounds(AOBounds(image_->frameSize(shownFrame_), {r.left, r.top}, direction_));
 }
 
 void OMAnimation::paint(OMMemCanvas& canvas, const OMRegion& clip) {

@@ -51,16 +51,20 @@ void OMAnimation::setFramesPerSecond(int rate) { framesPerSecond_ = std::max(rat
 // Stepping
 
 void OMAnimation::step(std::uint32_t clock) {
+    if (stepping_) return;
     if (state_ == State::Resumed) {
         state_ = State::Playing;
         dueMs_ = clock;
     }
     if (state_ != State::Playing || (dueMs_ && isBefore(clock, *dueMs_))) return;
     const OMSWatch self(this);
+    stepping_ = true;
     lapped_ = false;
     while (self && state_ == State::Playing && runEntry(clock, self)) {
     }
-    if (self) current_ = shown_;
+    if (!self) return;
+    stepping_ = false;
+    current_ = shown_;
 }
 
 bool OMAnimation::runEntry(std::uint32_t clock, const OMSWatch& self) {

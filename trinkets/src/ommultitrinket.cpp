@@ -167,7 +167,10 @@ void OMMultiTrinket::setAttribute(Attribute which, int value, int second) {
         case Attribute::X:
         case Attribute::Y:
         case Attribute::XY: break;
-        case Attribute::Z: member.trinket->setZ(sumOf(value, member.depth)); break;
+        case Attribute::Z:
+            member.trinket->setZ(sumOf(value, member.depth));
+            member.trinket->comeForward(); // it is hit before the group
+            break;
         case Attribute::Visible:
         case Attribute::Movable:
         case Attribute::Touchy: member.trinket->setAttribute(which, value); break;

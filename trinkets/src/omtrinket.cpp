@@ -72,6 +72,7 @@ OMTrinket::~OMTrinket() {
 void OMTrinket::enterWindow() {
     if (!window_) return;
     window_->add(*this);
+    steppedIn_ = window_->cycles_; // one that is made in a step has its first in the next cycle
     markWhole();
 }
 
@@ -225,8 +226,8 @@ void OMTrinket::setCursor() {
 
 void OMTrinket::setMouseCapture(bool on, bool withFlyOver) {
     if (on) {
-        mouseState_ = withFlyOver ? MouseState::CapturedFlying : MouseState::Captured;
         if (window_) window_->setTarget(*this);
+        mouseState_ = withFlyOver ? MouseState::CapturedFlying : MouseState::Captured;
         return;
     }
     if (window_) window_->releaseTarget(*this);

@@ -47,6 +47,7 @@ OMTrinket* OMTrinketWindow::hitTest(Point point) const {
 void OMTrinketWindow::mouseDown(Point point) {
     if (!acceptsInput(Input::MouseDown)) return;
     lastMouse_ = point;
+    if (!hearsPresses()) return;
     if (pressTarget(point)) return;
     const bool inside = OMContains(canvas_.bounds(), point);
     route(inside ? background_.get() : nullptr, &OMTBackground::mouseDown,
@@ -58,12 +59,13 @@ bool OMTrinketWindow::pressTarget(Point point) {
     if (!target_) target_ = hitTest(point);
     if (!target_) return false;
     OMTrinket& trinket = *target_;
+    releaseLost_ = false;
     if (!hears(trinket, OMTrinket::kIgnoreMouseDown)) return true;
     const OMSWatch watch(&trinket);
     trinket.onMouseDown(point);
     if (watch) trinket.fireEvent("mouseDown");
     if (!watch || target_ != &trinket) return true;
-    if (trinket.isMovable())
+    if (trinket.isMovable() && !releaseLost_)
         beginHolding(trinket, point);
     else if (trinket.mouseState_ == MouseState::Idle)
         target_ = nullptr;
@@ -75,7 +77,10 @@ void OMTrinketWindow::beginHolding(OMTrinket& trinket, Point point) {
     trinket.onBeginDrag(point);
     if (!watch || target_ != &trinket) return;
     if (cursorManagement_) showCursor(trinket.grabCursor());
-    if (trinket.mouseState_ == MouseState::Idle) trinket.mouseState_ = MouseState::Held;
+    if (releaseLost_)
+        releaseTarget(trinket);
+    else if (trinket.mouseState_ == MouseState::Idle)
+        trinket.mouseState_ = MouseState::Held;
 }
 
 // Mouse up
@@ -95,6 +100,15 @@ void OMTrinketWindow::mouseUp(Point point) {
               defaults_.mouseUp, point);
     }
     updateFlyOver(point);
+}
+
+void OMTrinketWindow::mouseReleaseLost() {
+    releaseLost_ = true;
+    if (!target_ || target_->mouseState_ != MouseState::Held) return;
+    target_->clearOvershoot();
+    target_->mouseState_ = MouseState::Idle;
+    if (cursorManagement_) target_->setCursor();
+    target_ = nullptr;
 }
 
 void OMTrinketWindow::dropTarget(OMTrinket& trinket, Point point) {
@@ -137,6 +151,7 @@ void OMTrinketWindow::moveTarget(OMTrinket& trinket, Point point, int dx, int dy
 void OMTrinketWindow::doubleClick(Point point) {
     if (!acceptsInput(Input::DoubleClick)) return;
     lastMouse_ = point;
+    if (!hearsPresses()) return;
     if (!target_) target_ = hitTest(point);
     OMTrinket* trinket = target_;
     const OMSWatch watch(trinket);

@@ -88,7 +88,7 @@ void OMTrinketWindow::remove(OMTrinket& trinket) {
     releaseTarget(trinket);
     if (flyOver_ != &trinket) return;
     flyOver_ = nullptr;
-    showCursor(OMTrinket::defaultCursor);
+    if (!target_) showCursor(OMTrinket::defaultCursor);
 }
 
 void OMTrinketWindow::resort(OMTrinket& trinket) {
@@ -103,6 +103,13 @@ int OMTrinketWindow::indexOf(const OMTrinket& trinket) const {
         ++index;
     }
     return -1;
+}
+
+/// A trinket that was held until now is so no longer.
+void OMTrinketWindow::setTarget(OMTrinket& trinket) {
+    if (target_ && target_->mouseState_ == OMTrinket::MouseState::Held)
+        target_->mouseState_ = OMTrinket::MouseState::Idle;
+    target_ = &trinket;
 }
 
 void OMTrinketWindow::releaseTarget(const OMTrinket& trinket) {
@@ -180,7 +187,11 @@ void OMTrinketWindow::idle() {
 
 void OMTrinketWindow::stepTrinkets() {
     const std::uint32_t now = clock();
-    trinkets_.apply([now](OMTrinket& trinket) { trinket.step(now); });
+    // A trinket that a handler lists anew further back has had its step.
+    const std::uint32_t cycle = ++cycles_;
+    trinkets_.apply([now, cycle](OMTrinket& trinket) {
+        if (std::exchange(trinket.steppedIn_, cycle) != cycle) trinket.step(now);
+    });
 }
 
 void OMTrinketWindow::compose() {

@@ -63,6 +63,10 @@ struct Message {
     Point position{};         ///< mouse messages: screen pixels
     KeyPress key{};           ///< Key
     int command = 0;          ///< Command
+
+    [[nodiscard]] bool isPress() const {
+        return kind == Kind::MouseDown || kind == Kind::DoubleClick;
+    }
 };
 
 class Events {
@@ -78,6 +82,10 @@ class Events {
 
     /// Drops every mouse and key message that is waiting and releases the mouse capture.
     virtual void discardInput() = 0;
+
+    /// Whether the release of a button, whose press the program has taken, was among the input that
+    /// was dropped since the last call: nothing else will tell of it. Boxes drop input too.
+    virtual bool releaseWasDropped() = 0;
 
     /// While captured, mouse messages arrive even when the pointer leaves the window.
     virtual void captureMouse(bool captured) = 0;
