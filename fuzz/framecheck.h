@@ -13,7 +13,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <map>
+#include <optional>
 #include <span>
 #include <utility>
 #include <vector>
@@ -47,37 +47,22 @@ struct PlainRow {
     }
 };
 
-/// How the rows of a frame are unpacked, each by all functions that do.
-inline void checkRows(const AOFrame& frame, int skip, int count) {
+/// How the rows of a frame are unpacked, by all functions that do.
+inline void checkRows(std::span<const std::uint8_t> rows, AOSize size) {
     constexpr int kMostRows = 48;
     constexpr std::uint8_t kKeys[] = {5, 250};
-    std::size_t start = 0;
-    for (int row = 0; row < std::min(frame.packedRows(), kMostRows); ++row) {
-        const auto data = frame.packedRow(row);
-        expect(data.data() == frame.packedRow(0).data() + start, "a row follows the one before it");
-        const PlainRow plain(data, frame.width());
-        start += plain.bytes;
-        const auto width = static_cast<std::size_t>(frame.width());
-        expect(aorow::skipRow(data, frame.width()).bytes == plain.bytes, "rows are walked alike");
+    for (int row = 0; row < std::min(size.height, kMostRows); ++row) {
+        const PlainRow plain(rows, size.width);
+        expect(aorow::skipRow(rows, size.width).bytes == plain.bytes, "rows are walked alike");
         for (const std::uint8_t key : kKeys) {
-            std::vector<std::uint8_t> pixels(width);
-            expect(aorow::decodeRow(data, pixels, key).bytes == plain.bytes,
+            std::vector<std::uint8_t> pixels(plain.pixels.size());
+            expect(aorow::decodeRow(rows, pixels, key).bytes == plain.bytes,
                    "rows are decoded alike");
-            std::vector<std::uint8_t> part(static_cast<std::size_t>(count), key);
-            aorow::drawRow(data, frame.width(), skip, part);
-            for (std::size_t x = 0; x < width; ++x) {
-                const int wanted = plain.pixels[x] == kClear ? key : plain.pixels[x];
-                expect(pixels[x] == wanted, "a row has the pixels of its runs");
-                const std::size_t at = x - static_cast<std::size_t>(skip);
-                if (at < part.size()) expect(part[at] == wanted, "a part has those of the row");
-            }
+            for (std::size_t x = 0; x < pixels.size(); ++x)
+                expect(pixels[x] == (plain.pixels[x] == kClear ? key : plain.pixels[x]),
+                       "a row has the pixels of its runs");
         }
-        const int last = frame.width() - 1;
-        for (const int x : {0, 1, skip, last / 2, last})
-            if (x >= 0 && x <= last)
-                expect(aorow::hitRow(data, frame.width(), x) ==
-                           (plain.pixels[static_cast<std::size_t>(x)] != kClear),
-                       "opaque pixels are hit");
+        rows = rows.subspan(plain.bytes);
     }
 }
 
@@ -115,7 +100,9 @@ class FrameCheck {
     static constexpr int kWidth = 24;
     static constexpr int kHeight = 16;
 
-    FrameCheck(const AOFrame& frame, const FramePlace& place) : frame_(frame), place_(place) {
+    FrameCheck(const AOImage& image, int number, const FramePlace& place)
+        : image_(image), number_(number), frame_(image.frame(number)), place_(place),
+          unread_(image.packedRows(number)) {
         for (std::size_t i = 0; i < colors_.size(); ++i)
             colors_[i] = {static_cast<std::uint8_t>(i * 5), static_cast<std::uint8_t>(255 - i),
                           static_cast<std::uint8_t>(i * 3)};
@@ -124,8 +111,8 @@ class FrameCheck {
     void run() {
         const OMMemCanvas sample(1, 1, place_.depth);
         const AOPixelTable table = AOPixelsOf(colors_, sample);
-        std::optional<AODeepFrame> deep;
-        if (place_.depth > 8) deep.emplace(frame_, table, place_.depth / 8);
+        std::optional<AOFrame> deep;
+        if (place_.depth > 8) deep = image_.unpackedFrame(number_, table, place_.depth / 8);
         for (int direction = 0; direction < kDirections; ++direction) {
             const platform::Point at = corner(direction);
             const auto drawn = drawnPixels(kWidth, kHeight, 8, [&](OMMemCanvas& canvas) {
@@ -161,7 +148,7 @@ class FrameCheck {
                 const bool shown = place_.clip.contains(platform::Point{x, y});
                 expect((pixel != kClear) == (shown && frame_.hit({x, y}, at, direction)),
                        "what is drawn is what is hit");
-                if (frame_.width() <= kWidestPlain)
+                if (frame_.size().width <= kWidestPlain)
                     expect(pixel == (shown ? source(x - at.x, y - at.y, direction) : kClear),
                            "a turned frame shows its pixels");
             }
@@ -169,8 +156,8 @@ class FrameCheck {
 
     /// The frame's pixel that is seen at x, y from its corner.
     int source(int x, int y, int direction) {
-        const int right = frame_.width() - 1;
-        const int bottom = frame_.height() - 1;
+        const int right = frame_.size().width - 1;
+        const int bottom = frame_.size().height - 1;
         switch (direction) {
         case 0: return pixel(x, y);
         case 1: return pixel(right - x, y);
@@ -184,17 +171,22 @@ class FrameCheck {
     }
 
     int pixel(int x, int y) {
-        if (x < 0 || x >= frame_.width() || y < 0 || y >= frame_.packedRows()) return kClear;
-        auto found = rows_.find(y);
-        if (found == rows_.end())
-            found = rows_.emplace(y, PlainRow(frame_.packedRow(y), frame_.width())).first;
-        return found->second.pixels[static_cast<std::size_t>(x)];
+        if (x < 0 || x >= frame_.size().width || y < 0 || y >= frame_.size().height) return kClear;
+        while (static_cast<int>(rows_.size()) <= y && !unread_.empty()) {
+            rows_.emplace_back(unread_, frame_.size().width);
+            unread_ = unread_.subspan(rows_.back().bytes);
+        }
+        if (y >= static_cast<int>(rows_.size())) return kClear;
+        return rows_[static_cast<std::size_t>(y)].pixels[static_cast<std::size_t>(x)];
     }
 
+    const AOImage& image_;
+    int number_;
     AOFrame frame_;
     const FramePlace& place_;
     OMDevicePalette colors_{};
-    std::map<int, PlainRow> rows_;
+    std::vector<PlainRow> rows_; ///< from the first one on, as far as they were looked at
+    std::span<const std::uint8_t> unread_;
 };
 
 } // namespace fuzzing

@@ -85,11 +85,10 @@ void checkFrames(const AOImage& image, const Manner& manner) {
     }
     place.depth = manner.depth;
     for (int i = 0; i < std::min(kFrameChecks, image.frameCount() + 1); ++i) {
-        const AOFrame frame = image.frame(i);
-        expect(frame.width() >= 0 && frame.height() >= 0, "sizes are not negative");
-        expect(frame.packedRows() <= frame.height(), "there are no more rows than the height");
-        fuzzing::checkRows(frame, manner.at.x & 0x1F, manner.at.y & 0x1F);
-        fuzzing::FrameCheck(frame, place).run();
+        const AOSize size = image.frameSize(i);
+        expect(size.width >= 0 && size.height >= 0, "sizes are not negative");
+        fuzzing::checkRows(image.packedRows(i), size);
+        fuzzing::FrameCheck(image, i, place).run();
     }
 }
 
@@ -276,9 +275,10 @@ class Stage final : private AOSounds {
     /// What it paints is where it is hit.
     void checkPicture(OMAnimation& a) {
         if (++pictures_ > kPictureChecks || !AOTurnOf(a.drawDirection())) return;
-        const auto drawn = fuzzing::drawnPixels(kWidth, kHeight, 8, [&](OMMemCanvas& canvas) {
-            a.paint(canvas, OMRegion(canvas.bounds()));
-        });
+        const auto drawn =
+            fuzzing::drawnPixels(kWidth, kHeight, manner_.depth, [&](OMMemCanvas& canvas) {
+                a.paint(canvas, OMRegion(canvas.bounds()));
+            });
         for (int y = 0, i = 0; y < kHeight; ++y)
             for (int x = 0; x < kWidth; ++x, ++i)
                 expect(a.containsPoint({x, y}) ==
@@ -290,7 +290,9 @@ class Stage final : private AOSounds {
     void checkPacking(OMAnimation& a, int value) {
         if (++pictures_ > kPictureChecks) return;
         const auto key = static_cast<std::uint8_t>(value);
-        OMMemCanvas canvas(kWidth, kHeight, 8);
+        OMMemCanvas canvas(kWidth, kHeight, manner_.depth);
+        if (manner_.depth > 8)
+            return expect(AOPack(canvas, {}, key).empty(), "deep canvases are not packed");
         canvas.setColor(OMColor(key));
         canvas.fillRect(canvas.bounds());
         a.paint(canvas, OMRegion(canvas.bounds()));
@@ -334,6 +336,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::string problem;
     const auto image = AOImage::read(manner.file, problem);
     expect((image == nullptr) != problem.empty(), "what cannot be read has a problem");
+    world.makeApp(); // of bitmaps, which have any depth
+    if (image) checkFrames(*image, manner);
     world.makeApp(manner.depth, kWidth, kHeight);
     OMAnimation::setSourceLocator(
         [&](int) { return std::make_unique<testing_support::MemoryStream>(manner.file); });
@@ -342,7 +346,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     expect((located == nullptr) == (image == nullptr), "a resource is read alike");
     if (!image) return 0;
     checkImage(*image, manner.file.size());
-    checkFrames(*image, manner);
     AOPaletteRecord::setCurrent(record(0));
     Stage(world, manner, located).run();
     AOPaletteRecord::setCurrent(nullptr);

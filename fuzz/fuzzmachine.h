@@ -122,6 +122,7 @@ class World {
     }
     /// The same on a screen of another depth, of surfaces.
     void makeApp(int depth, int width, int height) {
+        app_.reset();
         if (depth == 8) return makeApp();
         OMApp::useDirectDraw();
         app_.emplace(OMApp::DisplayMode::FullScreen, OMColor(), platform::Rect{0, 0, width, height},

@@ -37,7 +37,8 @@ struct Bmp {
         put(planes, 2);
         put(depth, 2);
         put(compression, 4);
-        put(0, 12);
+        put(0, 8);
+        put(0, 4);
         put(colours, 4);
         put(0, 4);
         if (depth == 8)
