@@ -1,16 +1,21 @@
-// Writes what the fuzz targets start from: fuzz_seeds FOLDER makes FOLDER/library, FOLDER/map and
-// FOLDER/sound, made by the builders of the tests.
+// Writes what the fuzz targets start from: fuzz_seeds FOLDER makes a folder in it for each target,
+// FOLDER/animation and so on, made by the builders of the tests.
+#include "bmpbuilder.h"
 #include "nebuilder.h"
 #include "soundbuilder.h"
+#include "trinkets/aseqbuilder.h"
 
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
 
+using testing_support::AseqBuilder;
 using testing_support::Bytes;
 using testing_support::MacSound;
 using testing_support::NEBuilder;
@@ -70,6 +75,99 @@ std::vector<Bytes> sounds() {
     return seeds;
 }
 
+/// Behind the bytes that say what is done with it; see fuzz_animation.cpp.
+Bytes acted(const Bytes& animation, std::uint32_t depth, std::uint32_t how,
+            std::initializer_list<std::pair<int, int>> acts) {
+    testing_support::ByteWriter out(false);
+    out.u8(depth / 8 - 1).u16(5).u16(3).u8(how).u8(static_cast<std::uint32_t>(acts.size()));
+    for (const auto& [what, value] : acts)
+        out.u8(static_cast<std::uint32_t>(what)).u16(static_cast<std::uint32_t>(value));
+    Bytes seed = out.bytes();
+    seed.insert(seed.end(), animation.begin(), animation.end());
+    return seed;
+}
+
+AseqBuilder smallAnimation() {
+    AseqBuilder builder;
+    builder.rate = 12;
+    builder.x = 3;
+    builder.y = 0x804;
+    builder.depth = 7;
+    builder.frame({"abbbbb", "..c...", "......"}).frame({"zz", "z.", "yx"});
+    builder.sequence({{1, -2, 0, 30}, {0, 0, -500, 0}, {3, 3, 1, 40}, {0, 0, -2, 0}});
+    builder.sequence({{0, 0, -4, 0}, {0, 0, -101, 6}, {0, 0, 1, 0}, {0, 0, -101, 1}, {0, 0, 0, 9}});
+    builder.sequence({{0, 0, -101, 8}, {0, 0, -700, 0}, {0, 0, -2, 0}});
+    return builder;
+}
+
+std::vector<Bytes> animations() {
+    AseqBuilder wide;
+    std::string row;
+    for (int i = 0; i < 300; ++i) row += i < 260 ? static_cast<char>('a' + i % 26) : 'q';
+    wide.frame({row, std::string(300, '.'), std::string(300, 'p')});
+    wide.sequence({{-200, 0, 0, 1}, {0, 0, -2, 0}});
+    AseqBuilder damaged = smallAnimation();
+    damaged.rate = 0;
+    damaged.frames.push_back({4, 3, {2, 10, 11, 251, 255, 12, 9, 0, 1, 1, 13}});
+    damaged.frames.push_back({32767, 32767, {0, 250, 255, 3, 250}});
+    damaged.sequence({{0, 0, 2, 5}, {0, 0, 3, 5}, {0, 0, 9, 5}});
+    Bytes overlapping = smallAnimation().build();
+    overlapping[14] = std::byte{8}; // the second frame lies in the rows of the first
+    const Bytes files[] = {smallAnimation().build(), smallAnimation().build(true), wide.build(),
+                           damaged.build(), overlapping};
+    std::vector<Bytes> seeds;
+    for (const Bytes& file : files) {
+        seeds.push_back(acted(file, 8, 0, {{37, 100}, {37, 60}, {29, 0}, {30, 0x0503}, {26, 0}}));
+        seeds.push_back(
+            acted(file, 8, 0x3C, {{24, 2}, {0, 0}, {38, 9}, {35, 0}, {10, 7}, {34, 0}}));
+        seeds.push_back(acted(file, 16, 0x13, {{38, 20}, {31, 9}, {10, 5}, {29, 0}, {32, 0}}));
+        seeds.push_back(acted(file, 32, 0x27, {{5, 3}, {18, 0x0104}, {38, 50}, {38, 50}, {17, 0}}));
+        seeds.push_back(
+            acted(file, 8, 0x24, {{22, 0x6162}, {21, 0x7A61}, {29, 0}, {14, 3}, {15, 1}}));
+    }
+    return seeds;
+}
+
+/// See fuzz_palette.cpp.
+std::vector<Bytes> palettes() {
+    Bytes palette(256 * 6);
+    for (std::size_t i = 0; i < palette.size(); ++i) palette[i] = static_cast<std::byte>(i * 5);
+    std::vector<Bytes> seeds;
+    for (std::uint32_t depth = 0; depth < 4; ++depth)
+        for (const std::uint32_t length : {0u, 1535u, 1536u, 1540u}) {
+            testing_support::ByteWriter out(false);
+            out.u8(depth).u8(depth * 2 + length % 2).u16(length);
+            Bytes seed = out.bytes();
+            seed.insert(seed.end(), palette.begin(), palette.end());
+            seed.insert(seed.end(), palette.rbegin(), palette.rend());
+            seeds.push_back(std::move(seed));
+        }
+    return seeds;
+}
+
+/// Behind the places where it is drawn and an invisible colour; see fuzz_bitmap.cpp.
+std::vector<Bytes> bitmaps() {
+    const std::vector<std::uint32_t> pixels{0xFF, 252, 0x7FFF, 0x801F, 0xAA0000FF, 0x1F, 7, 252, 9};
+    std::vector<Bytes> seeds;
+    for (const std::uint16_t depth : {8, 16, 24, 32})
+        for (const int height : {3, -3})
+            for (const bool isFile : {true, false}) {
+                testing_support::ByteWriter out(false);
+                out.u16(2).u16(1).u8(isFile ? 1 : 0).u16(0xFFFF).u16(14).u8(0);
+                out.u8(depth == 8 ? 0 : 1).u8(7).zeros(6);
+                const Bytes file = testing_support::Bmp{.isFile = isFile,
+                                                        .width = 3,
+                                                        .height = height,
+                                                        .depth = depth,
+                                                        .pixels = pixels}
+                                       .build();
+                Bytes seed = out.bytes();
+                seed.insert(seed.end(), file.begin(), file.end());
+                seeds.push_back(std::move(seed));
+            }
+    return seeds;
+}
+
 bool write(const std::filesystem::path& folder, const std::vector<Bytes>& seeds) {
     std::filesystem::create_directories(folder);
     int number = 0;
@@ -90,8 +188,10 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::filesystem::path folder = argv[1];
-    const bool written = write(folder / "library", libraries()) && write(folder / "map", maps()) &&
-                         write(folder / "sound", sounds());
+    const bool written = write(folder / "animation", animations()) &&
+                         write(folder / "bitmap", bitmaps()) &&
+                         write(folder / "library", libraries()) && write(folder / "map", maps()) &&
+                         write(folder / "palette", palettes()) && write(folder / "sound", sounds());
     if (!written) std::fprintf(stderr, "%s cannot be written\n", argv[1]);
     return written ? 0 : 1;
 }

@@ -49,6 +49,9 @@ class Choices {
         rest_ = rest_.subspan(1);
         return value;
     }
+    /// One of 8, 16, 24 and 32 bits a pixel.
+    int depth() { return 8 * (1 + byte() % 4); }
+    [[nodiscard]] bool empty() const { return rest_.empty(); }
     /// Signed, 16 bits.
     int word() {
         const int low = byte();
@@ -107,6 +110,7 @@ class World {
         OMPathClear();
         OMOpenLibrary::setKeepOpen(false);
         app_.reset();
+        OMApp::useGDI();
         OMSetPlatform(nullptr);
     }
     World(const World&) = delete;
@@ -115,6 +119,14 @@ class World {
     /// Most objects need it.
     void makeApp() {
         app_.emplace(OMApp::DisplayMode::PopUp, OMColor(), platform::Rect{0, 0, 640, 480}, 8);
+    }
+    /// The same on a screen of another depth, of surfaces.
+    void makeApp(int depth, int width, int height) {
+        app_.reset();
+        if (depth == 8) return makeApp();
+        OMApp::useDirectDraw();
+        app_.emplace(OMApp::DisplayMode::FullScreen, OMColor(), platform::Rect{0, 0, width, height},
+                     depth);
     }
 
     Machine machine;

@@ -1,4 +1,5 @@
 // Pictures from BMP data: what is read, what is refused, and how they are drawn.
+#include "bmpbuilder.h"
 #include "canvasfixture.h"
 
 #include "ombitmap.h"
@@ -8,6 +9,7 @@
 
 #include <functional>
 
+using testing_support::Bmp;
 using testing_support::Bytes;
 using testing_support::pixelAt;
 using testing_support::Process;
@@ -16,50 +18,6 @@ namespace {
 
 using Messages = std::vector<std::string>;
 using Pixels = std::vector<std::uint32_t>;
-
-/// The fields of a BMP file, with what most of the tests want.
-struct Bmp {
-    bool isFile = true;
-    std::uint32_t headerSize = 40;
-    std::int32_t width = 2;
-    std::int32_t height = 2; ///< negative: the first row is the highest
-    std::uint16_t depth = 8;
-    std::uint32_t compression = 0;
-    std::uint32_t colours = 0;
-    bool hasTable = true;
-    Pixels pixels{1, 2, 3, 4}; ///< rows in the order of the file
-
-    [[nodiscard]] Bytes build() const {
-        Bytes out;
-        const auto put = [&out](std::uint64_t value, int bytes) {
-            for (int i = 0; i < bytes; ++i) out.push_back(static_cast<std::byte>(value >> 8 * i));
-        };
-        if (isFile) {
-            put('B' | 'M' << 8, 2);
-            put(0, 6);
-            put(0, 6);
-        }
-        put(headerSize, 4);
-        put(static_cast<std::uint32_t>(width), 4);
-        put(static_cast<std::uint32_t>(height), 4);
-        put(1, 2);
-        put(depth, 2);
-        put(compression, 4);
-        put(0, 6);
-        put(0, 6);
-        put(colours, 4);
-        put(0, 4);
-        if (depth == 8 && hasTable)
-            for (std::uint32_t i = 0; i < 256; ++i) put(i << 16 | 0x2211, 4); // red i, rest fixed
-        const auto start = out.size();
-        for (std::size_t i = 0; i < pixels.size(); ++i) {
-            put(pixels[i], depth / 8);
-            if (width > 0 && (i + 1) % static_cast<std::size_t>(width) == 0)
-                while ((out.size() - start) % 4 != 0) out.push_back(std::byte{0xEE});
-        }
-        return out;
-    }
-};
 
 class OMBitmapTest : public ::testing::Test {
   protected:
@@ -118,7 +76,7 @@ TEST_F(OMBitmapTest, RefusesWhatItCannotRead) {
         {.headerSize = 12}, {.headerSize = 108}, {.width = 0},       {.width = -2},
         {.height = 0},      {.height = 1 << 30}, {.width = 1 << 20}, {.height = -0x7FFFFFFF - 1},
         {.depth = 4},       {.depth = 1},        {.depth = 0},       {.compression = 1},
-        {.hasTable = false}};
+        {.table = 0}};
     for (const Bmp& bmp : refused) {
         EXPECT_EQ(read(bmp), nullptr);
         EXPECT_EQ(process.takeMessages(), Messages{kUnknown});

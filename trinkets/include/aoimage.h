@@ -83,6 +83,9 @@ class AOImage {
     [[nodiscard]] int frameCount() const { return static_cast<int>(frames_.size()); }
     /// 0 x 0 for a number that has no frame.
     [[nodiscard]] AOSize frameSize(int index) const;
+    /// Its rows as the resource has them (aorow.h), and what follows them; empty for a number that
+    /// has no frame.
+    [[nodiscard]] std::span<const std::uint8_t> packedRows(int index) const;
     /// For canvases of 8 bits, kept; an empty frame for a number that has none. Lives until another
     /// frame is asked for.
     [[nodiscard]] const AOFrame& frame(int index) const;

@@ -120,6 +120,11 @@ AOSize AOImage::frameSize(int index) const {
     return frames_[static_cast<std::size_t>(index)].size;
 }
 
+std::span<const std::uint8_t> AOImage::packedRows(int index) const {
+    if (index < 0 || index >= frameCount()) return {};
+    return std::span(data_).subspan(frames_[static_cast<std::size_t>(index)].rows);
+}
+
 const AOFrame& AOImage::frame(int index) const {
     static const AOFrame kNone;
     if (index < 0 || index >= frameCount()) return kNone;
@@ -128,9 +133,7 @@ const AOFrame& AOImage::frame(int index) const {
 }
 
 AOFrame AOImage::unpackedFrame(int index, const AOPixelTable& pixels, int bytesPerPixel) const {
-    if (index < 0 || index >= frameCount()) return {};
-    const FrameRecord& record = frames_[static_cast<std::size_t>(index)];
-    return {record.size, std::span(data_).subspan(record.rows), pixels, bytesPerPixel};
+    return {frameSize(index), packedRows(index), pixels, bytesPerPixel};
 }
 
 void AOImage::replaceEntry(int sequence, int position, const AOEntry& entry) {
@@ -146,10 +149,11 @@ std::shared_ptr<AOImage> AOImage::recoloured(const AOColorMap& map) const {
     copy->frames_ = frames_;
     copy->data_ = data_;
     copy->brokenFrames_ = brokenFrames_;
-    for (const FrameRecord& frame : frames_) {
-        std::span<const std::uint8_t> rows = std::span(data_).subspan(frame.rows);
-        for (int row = 0; row < frame.size.height && frame.size.width > 0 && !rows.empty(); ++row)
-            rows = rows.subspan(recolourRow(rows, frame.size.width, map, *copy));
+    for (int i = 0; i < frameCount(); ++i) {
+        const AOSize size = frameSize(i);
+        std::span<const std::uint8_t> rows = packedRows(i);
+        for (int row = 0; row < size.height && size.width > 0 && !rows.empty(); ++row)
+            rows = rows.subspan(recolourRow(rows, size.width, map, *copy));
     }
     return copy;
 }
