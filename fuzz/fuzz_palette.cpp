@@ -90,6 +90,12 @@ Loading readLoading(fuzzing::Choices choices) {
 class Loader {
   public:
     explicit Loader(Loading loading) : loading_(std::move(loading)) {
+        // The screen outlives the inputs, and its palette with it.
+        OMPlatform().display().setPalette(
+            platform::kFirstFreeColour,
+            std::span(expected_).subspan(platform::kFirstFreeColour,
+                                         platform::kFirstHighStaticColour -
+                                             platform::kFirstFreeColour));
         EffectsWindow::setBackgroundLocator([](int id) {
             return std::make_unique<testing_support::MemoryStream>(
                 picture(id == kPictureId ? 0 : 1));
