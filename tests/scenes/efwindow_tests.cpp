@@ -117,6 +117,8 @@ TEST_F(EffectsWindowTest, ClicksOnABlackScreenReachNobodyEvenWhenTheLoopGoesOn) 
     window.goToBlack();
     message(Kind::MouseUp, {15, 15}); // what is held is let go
     EXPECT_EQ(releases, 1);
+    int told = 0;
+    window.hooks().input = [&](OMTrinketWindow::Input) { ++told; };
     for (const Point at : {Point{15, 15}, Point{200, 200}}) {
         message(Kind::MouseDown, at);
         message(Kind::MouseUp, at);
@@ -124,6 +126,8 @@ TEST_F(EffectsWindowTest, ClicksOnABlackScreenReachNobodyEvenWhenTheLoopGoesOn) 
         message(Kind::MouseUp, at);
     }
     EXPECT_EQ(clicks, 0);
+    EXPECT_EQ(told, 8) << "the hook hears of all input";
+    EXPECT_EQ(window.lastMousePosition(), (Point{200, 200}));
     window.displayScreen();
     message(Kind::MouseDown, {15, 15});
     EXPECT_EQ(clicks, 1);

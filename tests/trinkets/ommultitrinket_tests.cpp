@@ -73,6 +73,13 @@ TEST_F(GroupTest, MembersFollowInAllAttributes) {
     EXPECT_EQ(late.z(), 2147483646);
 }
 
+TEST_F(GroupTest, MembersAreHitBeforeTheGroupWhateverItsDepthWas) {
+    a->setZ(60);
+    group->setZ(60);
+    EXPECT_EQ(window.hitTest({12, 12}), a.get());
+    EXPECT_EQ(window.hitTest({32, 32}), b.get());
+}
+
 TEST_F(GroupTest, OwnersFindMembersByTheirSlots) {
     EXPECT_EQ(group->member(7), a.get());
     EXPECT_EQ(group->member(8), b.get());

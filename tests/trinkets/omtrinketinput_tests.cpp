@@ -260,6 +260,7 @@ TEST_F(MouseTest, ACaptureTakesTheMouseFromWhoeverHasItAndGivesItBackOnce) {
     Tile other(window, {50, 50, 60, 60}, 11);
     window.mouseDown({15, 15});
     other.setMouseCapture(true);
+    EXPECT_EQ(tile->mouseState(), MouseState::Idle) << "it is held no longer";
     window.mouseMove({18, 15});
     EXPECT_EQ(tile->x(), 10);
     EXPECT_EQ(other.x(), 53) << "a captured one that is movable follows";
