@@ -499,6 +499,16 @@ TEST_F(AnimationTest, ASynchronousPlayEndsWhenTheAnimationFinishes) {
     EXPECT_EQ(take(), "");
     play(25);
     EXPECT_EQ(take(), "finished paused completed ");
+
+    // A handler that has it played again waits for the new end.
+    a.setCompletionLink([&] { heard += "first "; });
+    a.playLinks().finished = [&] { a.setCompletionLink([&] { heard += "second "; }); };
+    a.setSequence(0, true);
+    play(50);
+    EXPECT_EQ(take(), "paused first ");
+    a.setSequence(0, true);
+    play(75);
+    EXPECT_EQ(take(), "paused second ");
 }
 
 TEST_F(AnimationTest, PaintGoesIntoTheBackgroundPicture) {
@@ -541,11 +551,15 @@ class SoundTest : public AnimationTest, private AOSounds {
 
     std::map<int, OMLink> playing;
     bool enabled = true;
+    int missed = 0;
 
   private:
     bool isEnabled() const override { return enabled; }
     bool play(OMAnimation&, int id, OMLink done) override {
-        if (id == kMissing) return false;
+        if (id == kMissing) {
+            ++missed;
+            return false;
+        }
         if (id == kEmpty) {
             done();
             return true;
@@ -564,6 +578,13 @@ TEST_F(SoundTest, InSyncTheAnimationHoldsUntilItsSoundHasEnded) {
     EXPECT_EQ(AnimationTest::play(540), "b10 c30"); // the missing sound is passed
     EXPECT_EQ(a.state(), State::Held);
     EXPECT_EQ(take(), "finished paused ");
+}
+
+TEST_F(SoundTest, AMissingSoundIsAskedForOnceAndLosesNoTime) {
+    make({entry(0, 10), entry(-101, kMissing), entry(1, 10), entry(-2), entry(-1)});
+    AnimationTest::play(140, 7);
+    EXPECT_EQ(missed, 1);
+    EXPECT_EQ(take(), "looped looped looped looped looped looped ") << "late frames are caught up";
 }
 
 TEST_F(SoundTest, OutOfSyncItPlaysOnAndFinishesAtOnce) {

@@ -144,8 +144,13 @@ TEST_F(EditTest, SequencesComeAndGo) {
     animation->deleteSequence(0);
     EXPECT_EQ(animation->sequenceIndex(), 2) << "the same as before";
     EXPECT_EQ(play(*animation, 1), "d");
-    animation->deleteSequence();
+    const int next = animation->position();
+    animation->deleteSequence(1); // its neighbour
     EXPECT_EQ(animation->sequenceIndex(), 1);
+    EXPECT_EQ(animation->position(), next);
+    (void)animation->addSequence();
+    animation->deleteSequence();
+    EXPECT_EQ(animation->sequenceIndex(), 1) << "what takes its place";
     animation->deleteSequence(0);
     animation->deleteSequence(0);
     EXPECT_EQ(animation->sequenceCount(), 0);

@@ -28,6 +28,7 @@ class OMIStream;
 struct AOSoundRecord {
     int id = 0; ///< of the sound resource
     int plays = 0;
+    bool cannotPlay = false; ///< it could not be played once; a loop would complain in every round
 };
 
 class OMAnimation : public OMTrinket {

@@ -86,6 +86,8 @@ class OMScriptableObject {
     void setCompletionLink(OMLink link) { completion_ = std::move(link); }
     /// Called by the object when the work of a method is finished. Fires the link once.
     void fireCompletion();
+    /// The link, which is called no more: for those who tell others before they call it.
+    [[nodiscard]] OMLink takeCompletion() { return std::exchange(completion_, nullptr); }
 
     [[nodiscard]] const OMSR* classEntry() const { return class_; }
     /// The object becomes the last-born one, takes the class of that name if it has none yet

@@ -36,8 +36,11 @@ void OMAnimation::deleteSequence(int index) {
     if (index == kCurrent) index = sequence_;
     if (!isSequence(index, sequenceCount())) return;
     sequences_.erase(sequences_.begin() + index);
-    if (index < sequence_) --sequence_;
-    if (index != sequence_) return;
+    if (index > sequence_) return;
+    if (index < sequence_) {
+        --sequence_;
+        return;
+    }
     sequence_ = std::clamp(sequence_, 0, std::max(sequenceCount() - 1, 0));
     goTo(0);
 }

@@ -174,10 +174,12 @@ void OMAnimation::finish() {
     }
     pendingFinish_ = false;
     const OMSWatch self(this);
+    // A handler may have it played again and wait for that.
+    const OMLink completion = takeCompletion();
     const OMLink finished = playLinks_.finished;
     finished();
     if (self) fireEvent("paused");
-    if (self) fireCompletion();
+    completion();
 }
 
 // Sounds
@@ -195,13 +197,14 @@ void OMAnimation::setSoundOn(bool on) {
 /// With sound synchronisation the animation holds until this very sound has ended.
 void OMAnimation::startSound(int id) {
     if (!soundOn_ || !sounds_ || !sounds_->isEnabled()) return;
+    AOSoundRecord& record = soundRecord(id);
+    if (record.cannotPlay) return;
     const unsigned sound = ++lastSound_;
     ++playingSounds_;
     if (soundSync_) {
         state_ = State::Held;
         awaitedSound_ = sound;
     }
-    AOSoundRecord& record = soundRecord(id);
     ++record.plays;
     const auto watch = std::make_shared<OMSWatch>(this);
     const bool plays = sounds_->play(*this, id, [watch, sound, &record] {
@@ -210,7 +213,10 @@ void OMAnimation::startSound(int id) {
     if (plays) return;
     --record.plays;
     --playingSounds_;
-    if (awaitedSound_ == sound) play();
+    record.cannotPlay = true;
+    if (awaitedSound_ != sound) return;
+    awaitedSound_ = kNoSound;
+    state_ = State::Playing;
 }
 
 AOSoundRecord& OMAnimation::soundRecord(int id) {

@@ -76,7 +76,7 @@ std::unique_ptr<OMScriptableObject> OMScriptableObject::makeDuplicate() {
 }
 
 void OMScriptableObject::fireCompletion() {
-    const OMLink link = std::exchange(completion_, nullptr);
+    const OMLink link = takeCompletion();
     link();
 }
 
