@@ -187,7 +187,8 @@ class Stage final : private AOSounds {
     }
 
     void idle(int ms) {
-        if (idling_) return; // the main loop does not nest
+        // Handlers may run a cycle inside of the main loop's.
+        if (idling_ && (manner_.how & 64) == 0) return;
         idling_ = true;
         world_.machine.clock().now += static_cast<std::uint32_t>(ms);
         window_.idle();

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 
 using testing_support::Bmp;
 using testing_support::Bytes;
@@ -98,6 +99,76 @@ TEST_F(OMBitmapTest, RefusesWhatItCannotRead) {
             ASSERT_EQ(read(data), nullptr) << data.size();
         }
     }
+}
+
+TEST_F(OMBitmapTest, DamagedHeadersAreRefusedOrMakeNoDifference) {
+    constexpr const char* kUnknown = "OMBitmap::createInstance - unknown bitmap type!";
+    constexpr const char* kNoPalette =
+        "OMBitmap::createInstance - 8 bit BMP's must have an OM palette!";
+    constexpr const char* kPalette =
+        "OMBitmap::createInstance - 16/32 bit BMP's cannot have a palette!";
+    constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
+    struct Row {
+        const char* name;
+        Bmp bmp;
+        const char* message = nullptr; ///< null: read as any other
+    };
+    const Row rows[] = {
+        {"no plane", {.planes = 0}},
+        {"many planes", {.planes = 0xFFFF}},
+        {"pixels said to lie beyond the end", {.pixelOffset = 0xFFFFFFFF}},
+        {"pixels said to lie in the header", {.pixelOffset = 1}},
+        {"run-length coded", {.compression = 1}, kUnknown},
+        {"run-length coded in 4 bits", {.compression = 2}, kUnknown},
+        {"bit fields", {.depth = 16, .compression = 3}, kUnknown},
+        {"a compression that does not exist", {.compression = 0xFFFFFFFF}, kUnknown},
+        {"one colour", {.colours = 1}, kNoPalette},
+        {"255 colours", {.colours = 255}, kNoPalette},
+        {"257 colours", {.colours = 257}, kNoPalette},
+        {"the most colours", {.colours = 0xFFFFFFFF}, kNoPalette},
+        {"16 bits with the most colours", {.depth = 16, .colours = 0xFFFFFFFF}, kPalette},
+        {"32 bits with a colour", {.depth = 32, .colours = 1}, kPalette},
+        {"24 bits, more colours than bytes", {.depth = 24, .colours = 1000}, kUnknown},
+        {"24 bits with the most colours", {.depth = 24, .colours = 0xFFFFFFFF}, kUnknown},
+        {"a table cut off", {.table = 255}, kUnknown},
+        {"one row too many", {.height = 3}, kUnknown},
+        {"one row too many, the highest first", {.height = -3}, kUnknown},
+        {"the lowest height", {.height = kLowest}, kUnknown},
+        {"the highest height", {.height = kHighest}, kUnknown},
+        {"width and height of the most pixels", {.width = 32767, .height = 32767}, kUnknown},
+        {"the most bytes", {.width = 32767, .height = -32767, .depth = 32}, kUnknown},
+        {"the highest width", {.width = kHighest}, kUnknown},
+        {"the lowest width", {.width = kLowest}, kUnknown},
+        {"a depth between", {.depth = 15}, kUnknown},
+        {"the highest depth", {.depth = 0xFFF8, .pixels = {}}, kUnknown},
+        {"a header of no size", {.headerSize = 0}, kUnknown},
+        {"a header of any size", {.headerSize = 0xFFFFFFFF}, kUnknown},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto bitmap = read(row.bmp);
+        EXPECT_EQ(process.takeMessages(), row.message ? Messages{row.message} : Messages{});
+        ASSERT_EQ(bitmap == nullptr, row.message != nullptr);
+        if (!bitmap) continue;
+        OMMemCanvas canvas(2, 2, 8);
+        canvas.draw(0, 0, *bitmap);
+        EXPECT_EQ(pixelsOf(canvas), (Pixels{3, 4, 1, 2}));
+    }
+}
+
+TEST_F(OMBitmapTest, SidesHaveALimitEvenWhenAllPixelsAreThere) {
+    Bmp wide{.width = OMBitmap::kMaxSide, .height = 1, .pixels = Pixels(OMBitmap::kMaxSide, 7)};
+    ASSERT_TRUE(read(wide));
+    wide.width += 1;
+    wide.pixels.push_back(7);
+    EXPECT_FALSE(read(wide));
+    Bmp high{.width = 1, .height = -OMBitmap::kMaxSide, .pixels = Pixels(OMBitmap::kMaxSide, 7)};
+    ASSERT_TRUE(read(high));
+    high.height -= 1;
+    high.pixels.push_back(7);
+    EXPECT_FALSE(read(high));
+    EXPECT_EQ(process.takeMessages().size(), 2u);
 }
 
 TEST_F(OMBitmapTest, TransparentDrawingLeavesTheInvisibleColourOut) {

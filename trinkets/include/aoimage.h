@@ -96,16 +96,20 @@ class AOImage {
     [[nodiscard]] int brokenFrames() const { return brokenFrames_; }
 
     /// A copy whose frames have the colour map[c] where this one has c. Both share the sequences.
+    /// Of frames that lie across each other, the last ones may keep their colours.
     [[nodiscard]] std::shared_ptr<AOImage> recoloured(const AOColorMap& map) const;
 
   private:
     class Reader;
-    std::size_t recolourRow(std::span<const std::uint8_t> row, int width, const AOColorMap& map,
-                            AOImage& copy) const;
     struct FrameRecord {
         AOSize size;
         std::size_t rows = 0; ///< offset in `data_`
     };
+
+    std::size_t recolourFrame(const FrameRecord& frame, const AOColorMap& map, std::size_t most,
+                              AOImage& copy) const;
+    std::size_t recolourRow(std::span<const std::uint8_t> row, int width, const AOColorMap& map,
+                            AOImage& copy) const;
 
     int framesPerSecond_ = 0;
     Placement embedded_;

@@ -18,6 +18,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 class AOSounds;
@@ -285,7 +286,7 @@ class OMAnimation : public OMTrinket {
     bool pendingFinish_ = false;
     int stopPosition_ = kNoStop;
     PlayLinks playLinks_;
-    std::vector<std::unique_ptr<AOSoundRecord>> soundRecords_; ///< one for each sound id
+    std::unordered_map<int, AOSoundRecord> soundRecords_; ///< by sound id
 
     std::shared_ptr<AOPaletteRecord> palette_;
     std::shared_ptr<AODeepFrames> deepFrames_; ///< null until they are needed

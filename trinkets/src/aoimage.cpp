@@ -4,6 +4,8 @@
 #include "omreader.h"
 
 #include <algorithm>
+#include <set>
+#include <tuple>
 
 namespace {
 
@@ -11,6 +13,9 @@ constexpr std::size_t kSwapFlagAt = 5;
 constexpr std::size_t kHeaderSize = 10;
 constexpr std::size_t kEntrySize = 8;
 constexpr int kNegativeFrom = 2048; ///< embedded places above this one are negative
+/// How often all bytes together are walked over to change colours. Once is enough unless frames lie
+/// across each other, as those of a damaged resource may: thousands of them, each to the end.
+constexpr std::size_t kMostWalks = 16;
 
 int embeddedPlace(int low, int high) {
     const int value = low + high * 256;
@@ -149,13 +154,23 @@ std::shared_ptr<AOImage> AOImage::recoloured(const AOColorMap& map) const {
     copy->frames_ = frames_;
     copy->data_ = data_;
     copy->brokenFrames_ = brokenFrames_;
-    for (int i = 0; i < frameCount(); ++i) {
-        const AOSize size = frameSize(i);
-        std::span<const std::uint8_t> rows = packedRows(i);
-        for (int row = 0; row < size.height && size.width > 0 && !rows.empty(); ++row)
-            rows = rows.subspan(recolourRow(rows, size.width, map, *copy));
-    }
+    std::set<std::tuple<std::size_t, int, int>> done; // several frames may be the same one
+    std::size_t left = data_.size() * kMostWalks;
+    for (const FrameRecord& frame : frames_)
+        if (done.emplace(frame.rows, frame.size.width, frame.size.height).second)
+            left -= recolourFrame(frame, map, left, *copy);
     return copy;
+}
+
+/// Stops behind the row that reaches `most` bytes, and returns no more than that.
+std::size_t AOImage::recolourFrame(const FrameRecord& frame, const AOColorMap& map,
+                                   std::size_t most, AOImage& copy) const {
+    if (frame.size.width == 0) return 0;
+    const auto all = std::span(data_).subspan(frame.rows);
+    std::size_t taken = 0;
+    for (int row = 0; row < frame.size.height && taken < std::min(all.size(), most); ++row)
+        taken += recolourRow(all.subspan(taken), frame.size.width, map, copy);
+    return std::min(taken, most);
 }
 
 /// Frames may share their data, so each colour is looked up in what was there before. Returns the

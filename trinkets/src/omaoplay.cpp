@@ -189,7 +189,7 @@ void OMAnimation::setSoundOn(bool on) {
     if (on || playingSounds_ == 0) return;
     if (sounds_) sounds_->stop(*this);
     playingSounds_ = 0;
-    for (const auto& record : soundRecords_) record->plays = 0;
+    for (auto& [id, record] : soundRecords_) record.plays = 0;
     if (awaitedSound_ != kNoSound) resume();
     soundsSilent();
 }
@@ -220,10 +220,7 @@ void OMAnimation::startSound(int id) {
 }
 
 AOSoundRecord& OMAnimation::soundRecord(int id) {
-    for (const auto& record : soundRecords_)
-        if (record->id == id) return *record;
-    soundRecords_.push_back(std::make_unique<AOSoundRecord>(AOSoundRecord{id, 0}));
-    return *soundRecords_.back();
+    return soundRecords_.try_emplace(id, AOSoundRecord{.id = id}).first->second;
 }
 
 void OMAnimation::soundEnded(unsigned sound, AOSoundRecord& record) {
