@@ -111,15 +111,20 @@ Row crumbs(int pixels) {
     return row;
 }
 
-/// Three lines of each kind of row, with a line of dots between them.
+/// Five pixels of white, five clear ones, and so on.
+Row dots(int pixels) {
+    Row row;
+    for (int i = 0; i < pixels / 10; ++i) row.fill('W', 5).clear(5);
+    if (pixels % 10 > 0) row.fill('W', pixels % 10);
+    return row;
+}
+
+/// Three lines of each kind of row, with a line of dots below them.
 Frame stacked(const std::vector<Row>& rows) {
     Frame frame;
     for (const Row& row : rows) {
         frame += repeated(row, 3);
-        Row dots;
-        for (int left = row.width(); left > 0; left -= 10)
-            left > 5 ? dots.fill('W', 5).clear(left < 10 ? left - 5 : 5) : dots.fill('W', left);
-        if (dots.width() == row.width()) frame += {dots};
+        frame += {dots(row.width())};
     }
     return frame;
 }
@@ -200,13 +205,6 @@ Animation dancer() {
                           {{0, 0, 1, kMs}, {30, 0, 0, kMs}, {0, 0, kLoop, 0}, {0, 0, kEnd, 0}}}};
 }
 
-/// A pixel that does nothing but count: a frame every 10 ms.
-Animation metronome() {
-    return {.rate = 100,
-            .frames = {drawn({"W"})},
-            .sequences = {{{0, 0, 0, 0}, {0, 0, kLoop, 0}, {0, 0, kEnd, 0}}}};
-}
-
 // Palettes
 
 constexpr Color kShades[] = {{30, 30, 60}, {40, 60, 40}, {70, 50, 30}, {60, 60, 60}, {20, 70, 80}};
@@ -275,7 +273,6 @@ std::vector<Picture> pictures() {
         {236, ring('o', 'R', 5, 11)},
         {237, ring('v', 'y', 14, 4)},
         {240, dancer()},
-        {250, metronome()},
     };
 }
 

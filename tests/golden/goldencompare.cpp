@@ -1,128 +1,157 @@
-// goldencompare PICTURE EXPECTED
+// goldencompare PICTURE EXPECTED DIFFERENCE [--depth N] [--at X,Y]
 //
-// Compares two PNG files as they are stored: size, kind, palette, every pixel. Exit code 0 when
-// they are the same, 1 when they differ and it was told where, 2 when one cannot be read.
-#include <cstddef>
-#include <cstdint>
+// Compares two PNG files: size, kind (indexed or RGB), every entry of the palettes, every pixel.
+// When they differ it tells the first place, row by row, both values and how many places differ,
+// and writes the picture DIFFERENCE: what is the same in dark grey, what is not in red.
+//
+//     --depth N   PICTURE is from a screen of 16, 24 or 32 bits: it is RGB, with the colours of
+//                 EXPECTED, at 16 bits as five bits a component show them
+//     --at X,Y    EXPECTED is what a larger PICTURE shows there; all around it is black
+//
+// Exit code 0 when they are the same, 1 when they differ, 2 when one cannot be read.
+#include "goldenpicture.h"
+
+#include <algorithm>
 #include <cstdio>
-#include <memory>
-#include <png.h>
+#include <cstdlib>
+#include <optional>
 #include <string>
-#include <vector>
+#include <string_view>
 
 namespace {
 
+using golden::Picture;
+
+constexpr int kSame = 0;
 constexpr int kDifferent = 1;
 constexpr int kUnreadable = 2;
 
-struct Picture {
-    int width = 0;
-    int height = 0;
-    int kind = 0; ///< PNG colour type
-    int bits = 0; ///< of a component
-    std::vector<std::uint8_t> palette;
-    std::vector<std::uint8_t> pixels; ///< one byte an index or component
-    std::size_t bytesPerPixel = 1;
+struct Task {
+    std::string picture;
+    std::string expected;
+    std::string difference;
+    int depth = 0; ///< 0: the pictures are of one kind
+    int x = 0;
+    int y = 0;
+    bool isPart = false;
 };
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-void copyRows(png_structp png, png_infop info, Picture& picture) {
-    png_bytepp rows = png_get_rows(png, info);
-    const auto stride = png_get_rowbytes(png, info);
-    picture.bytesPerPixel = png_get_channels(png, info);
-    for (int y = 0; y < picture.height; ++y)
-        picture.pixels.insert(picture.pixels.end(), rows[y], rows[y] + stride);
-    png_colorp colors = nullptr;
-    int count = 0;
-    if (png_get_PLTE(png, info, &colors, &count) == 0) return;
-    for (int i = 0; i < count; ++i)
-        picture.palette.insert(picture.palette.end(),
-                               {colors[i].red, colors[i].green, colors[i].blue});
-}
-
-/// False when the file is no PNG that can be read.
-bool read(const char* path, Picture& picture) {
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path, "rb"));
-    if (!file) return false;
-    png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-    png_infop info = png ? png_create_info_struct(png) : nullptr;
-    bool whole = false;
-    if (info && setjmp(png_jmpbuf(png)) == 0) {
-        png_init_io(png, file.get());
-        png_read_png(png, info, PNG_TRANSFORM_PACKING | PNG_TRANSFORM_STRIP_16, nullptr);
-        picture.width = static_cast<int>(png_get_image_width(png, info));
-        picture.height = static_cast<int>(png_get_image_height(png, info));
-        picture.kind = png_get_color_type(png, info);
-        picture.bits = png_get_bit_depth(png, info);
-        copyRows(png, info, picture);
-        whole = true;
+bool readOption(std::string_view name, const char* value, Task& task) {
+    if (name == "--depth") {
+        task.depth = std::atoi(value);
+        return task.depth == 16 || task.depth == 24 || task.depth == 32;
     }
-    png_destroy_read_struct(&png, &info, nullptr);
-    return whole;
+    task.isPart = name == "--at" && std::sscanf(value, "%d,%d", &task.x, &task.y) == 2;
+    return task.isPart && task.x >= 0 && task.y >= 0;
 }
 
-/// How many units of `size` bytes differ; tells the first one.
-std::size_t differences(const std::vector<std::uint8_t>& a, const std::vector<std::uint8_t>& b,
-                        std::size_t size, std::size_t& first) {
-    std::size_t count = 0;
-    for (std::size_t at = 0; at + size <= a.size(); at += size) {
-        bool same = true;
-        for (std::size_t i = 0; i < size; ++i) same &= a[at + i] == b[at + i];
-        if (!same && count++ == 0) first = at / size;
+std::optional<Task> readTask(int argc, char** argv) {
+    constexpr int kFirstOption = 4;
+    if (argc < kFirstOption || argc % 2 != 0) return std::nullopt;
+    Task task{argv[1], argv[2], argv[3]};
+    for (int i = kFirstOption; i < argc; i += 2)
+        if (!readOption(argv[i], argv[i + 1], task)) return std::nullopt;
+    return task;
+}
+
+// What is expected on another screen
+
+/// 31 of five bits is as bright as 255 of eight.
+int throughFiveBits(int part) { return part / 8 * 8 + part / 32; }
+
+Picture onDeepScreen(const Picture& picture, int depth) {
+    Picture made{picture.width, picture.height, false, {}, picture.pixels};
+    for (std::uint32_t& value : made.pixels) {
+        if (picture.indexed) value = picture.palette[value];
+        if (depth > 16) continue;
+        value =
+            golden::rgb(throughFiveBits(golden::red(value)), throughFiveBits(golden::green(value)),
+                        throughFiveBits(golden::blue(value)));
     }
-    return count;
+    return made;
 }
 
-std::string valueAt(const std::vector<std::uint8_t>& bytes, std::size_t unit, std::size_t size) {
-    std::string text;
-    for (std::size_t i = 0; i < size; ++i)
-        text += (i > 0 ? "," : "") + std::to_string(bytes[unit * size + i]);
+/// Both the colour 0 and the entry 0 are black.
+Picture onLargeScreen(const Picture& picture, const Task& task, const Picture& screen) {
+    Picture made{screen.width, screen.height, picture.indexed, picture.palette,
+                 std::vector<std::uint32_t>(screen.pixels.size(), 0)};
+    for (int y = 0; y < std::min(picture.height, screen.height - task.y); ++y)
+        for (int x = 0; x < std::min(picture.width, screen.width - task.x); ++x)
+            made.at(x + task.x, y + task.y) = picture.at(x, y);
+    return made;
+}
+
+// Comparing
+
+const char* kindOf(const Picture& picture) { return picture.indexed ? "indexed" : "RGB"; }
+
+std::string valueOf(const Picture& picture, std::uint32_t value) {
+    char text[32];
+    if (picture.indexed)
+        std::snprintf(text, sizeof text, "entry %u (%06x)", value, picture.palette.at(value));
+    else
+        std::snprintf(text, sizeof text, "%06x", value);
     return text;
 }
 
-int compare(const Picture& got, const Picture& wanted) {
-    if (got.width != wanted.width || got.height != wanted.height || got.kind != wanted.kind ||
-        got.bits != wanted.bits || got.palette.size() != wanted.palette.size() ||
-        got.pixels.size() != wanted.pixels.size()) {
-        std::printf("%d x %d of kind %d, expected %d x %d of kind %d\n", got.width, got.height,
-                    got.kind, wanted.width, wanted.height, wanted.kind);
-        return kDifferent;
+bool sameShape(const Picture& got, const Picture& wanted) {
+    if (got.width == wanted.width && got.height == wanted.height && got.indexed == wanted.indexed)
+        return true;
+    std::printf("%d x %d %s, expected %d x %d %s\n", got.width, got.height, kindOf(got),
+                wanted.width, wanted.height, kindOf(wanted));
+    return false;
+}
+
+bool samePalette(const Picture& got, const Picture& wanted) {
+    int count = 0;
+    for (std::size_t i = 0; i < got.palette.size(); ++i) {
+        if (got.palette[i] == wanted.palette[i]) continue;
+        if (count++ == 0)
+            std::printf("palette entry %zu: %06x, expected %06x\n", i, got.palette[i],
+                        wanted.palette[i]);
     }
-    int result = 0;
-    std::size_t first = 0;
-    constexpr std::size_t kColor = 3;
-    if (const auto count = differences(got.palette, wanted.palette, kColor, first)) {
-        std::printf("%zu palette entries differ, the first is %zu: %s, expected %s\n", count, first,
-                    valueAt(got.palette, first, kColor).c_str(),
-                    valueAt(wanted.palette, first, kColor).c_str());
-        result = kDifferent;
-    }
-    const std::size_t size = got.bytesPerPixel;
-    if (const auto count = differences(got.pixels, wanted.pixels, size, first)) {
-        const auto width = static_cast<std::size_t>(got.width);
-        std::printf("%zu pixels differ, the first at %zu %zu: %s, expected %s\n", count,
-                    first % width, first / width, valueAt(got.pixels, first, size).c_str(),
-                    valueAt(wanted.pixels, first, size).c_str());
-        result = kDifferent;
-    }
-    return result;
+    if (count > 0) std::printf("%d palette entries differ\n", count);
+    return count == 0;
+}
+
+bool samePixels(const Picture& got, const Picture& wanted, Picture& difference) {
+    constexpr std::uint32_t kRed = 0xFF0000;
+    constexpr std::uint32_t kGrey = 0x303030;
+    int count = 0;
+    for (int y = 0; y < got.height; ++y)
+        for (int x = 0; x < got.width; ++x) {
+            const bool same = got.at(x, y) == wanted.at(x, y);
+            difference.at(x, y) = same ? kGrey : kRed;
+            if (same || count++ > 0) continue;
+            std::printf("pixel %d,%d: %s, expected %s\n", x, y, valueOf(got, got.at(x, y)).c_str(),
+                        valueOf(wanted, wanted.at(x, y)).c_str());
+        }
+    if (count > 0) std::printf("%d pixels differ\n", count);
+    return count == 0;
+}
+
+int compare(const Task& task, const Picture& got, Picture wanted) {
+    if (task.depth > 0) wanted = onDeepScreen(wanted, task.depth);
+    if (task.isPart) wanted = onLargeScreen(wanted, task, got);
+    if (!sameShape(got, wanted)) return kDifferent;
+    const bool palettes = samePalette(got, wanted);
+    Picture difference{got.width, got.height, false, {}, got.pixels};
+    const bool pixels = samePixels(got, wanted, difference);
+    if (!pixels && !golden::writePicture(task.difference, difference))
+        std::printf("%s cannot be written\n", task.difference.c_str());
+    return palettes && pixels ? kSame : kDifferent;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::fputs("goldencompare PICTURE EXPECTED\n", stderr);
+    const std::optional<Task> task = readTask(argc, argv);
+    if (!task) {
+        std::fputs("goldencompare PICTURE EXPECTED DIFFERENCE [--depth 16|24|32] [--at X,Y]\n",
+                   stderr);
         return kUnreadable;
     }
-    Picture got;
-    Picture wanted;
-    if (!read(argv[1], got) || !read(argv[2], wanted)) {
-        std::fprintf(stderr, "%s or %s cannot be read\n", argv[1], argv[2]);
-        return kUnreadable;
-    }
-    return compare(got, wanted);
+    const std::optional<Picture> got = golden::readPicture(task->picture);
+    const std::optional<Picture> wanted = golden::readPicture(task->expected);
+    return got && wanted ? compare(*task, *got, *wanted) : kUnreadable;
 }

@@ -1,10 +1,30 @@
-# Plays a scene and compares what was on the screen with its golden pictures, pixel by pixel.
+# Plays a scene and compares what was on the screen with its golden pictures, pixel by pixel. What was
+# shown, and pictures of the differences, stay in WORK for a look.
 #
-# SCENE holds Startup.mps and `input`, or `as` with the name of the scene that has them; `runs`, with
-# the options of one run a line, a word "ini:KEY=VALUE" being a setting of ZORBET.INI; and the
-# pictures, or `same` with the name of the scene that has them. Every run must show the same
-# pictures. With ZORBET_RENEW in the environment the pictures of the first run are stored instead.
+# SCENE holds
+#   Startup.mps, input   what is played, until the input's last line; or `as` with the name of the scene
+#                        that has them
+#   PICTURE.png          what the screenshots must show; or `same` with the name of the scene that has
+#                        them. Of a screenshot PICTURE.LATER.png only the part before the dot counts.
+#   boxes                the boxes that the report tells, without the times; none are shown otherwise
+#   runs                 the options of one run a line, instead of the usual runs below. Three words
+#                        are no options of the program: "ini:KEY=VALUE" is a setting of ZORBET.INI,
+#                        "depth:N" and "at:X,Y" tell the comparison about the screen
+#                        (goldencompare.cpp).
+# All runs must show the same. With ZORBET_RENEW=1 in the environment the pictures of the first run
+# are stored instead.
 cmake_minimum_required(VERSION 3.24)
+
+set(runs
+  " "
+  "ini:UseDirectDraw=1"
+  "ini:UseDirectDraw=1 ini:DisplayFullScreen=1"
+  "ini:UseDirectDraw=1 --screen 640x480x16 depth:16"
+  "ini:UseDirectDraw=1 --screen 640x480x24 depth:24"
+  "ini:UseDirectDraw=1 --screen 640x480x32 depth:32")
+if(EXISTS ${SCENE}/runs)
+  file(STRINGS ${SCENE}/runs runs)
+endif()
 
 function(named_scene result mark)
   set(${result} ${SCENE} PARENT_SCOPE)
@@ -16,52 +36,82 @@ endfunction()
 named_scene(played as)
 named_scene(golden same)
 
-set(runs " ")
-if(EXISTS ${SCENE}/runs)
-  file(STRINGS ${SCENE}/runs runs)
-endif()
 file(STRINGS ${played}/input events REGEX " screenshot ")
-string(REGEX REPLACE "[0-9]+ screenshot " "" pictures "${events}")
+string(REGEX REPLACE "[0-9]+ screenshot " "" screenshots "${events}")
+file(STRINGS ${played}/input times REGEX "^[0-9]")
+list(TRANSFORM times REPLACE " .*" "")
+list(POP_BACK times end)
+math(EXPR end "${end} + 1")
+set(boxes)
+if(EXISTS ${played}/boxes)
+  file(STRINGS ${played}/boxes boxes)
+endif()
 
-function(play work run)
-  file(REMOVE_RECURSE ${work})
-  file(MAKE_DIRECTORY ${work}/content/RSC ${work}/home)
-  execute_process(COMMAND ${LIBRARY} ${work}/content/RSC RESULT_VARIABLE code)
-  if(NOT code EQUAL 0)
-    message(FATAL_ERROR "the library cannot be written")
-  endif()
+# Takes the words PREFIX:VALUE out of `words` and puts the values into `result`.
+macro(take_words prefix result)
+  set(${result} ${words})
+  list(FILTER ${result} INCLUDE REGEX "^${prefix}:")
+  list(FILTER words EXCLUDE REGEX "^${prefix}:")
+  list(TRANSFORM ${result} REPLACE "^${prefix}:" "")
+endmacro()
+
+function(play work settings)
+  file(MAKE_DIRECTORY ${work}/content ${work}/home)
+  file(CREATE_LINK ${WORK}/RSC ${work}/content/RSC SYMBOLIC)
   file(COPY ${played}/Startup.mps DESTINATION ${work}/content)
-  separate_arguments(words UNIX_COMMAND "${run}")
-  set(settings ${words})
-  list(FILTER settings INCLUDE REGEX "^ini:")
-  list(FILTER words EXCLUDE REGEX "^ini:")
   if(settings)
-    list(TRANSFORM settings REPLACE "^ini:" "")
     list(JOIN settings "\n" lines)
     file(WRITE ${work}/content/ZORBET.INI "[Zorbet Voyages - CD]\n${lines}\n")
   endif()
   execute_process(
     COMMAND ${PROGRAM} --headless --content ${work}/content --home ${work}/home --seed 1
-            --input ${played}/input --until 5000 ${words}
-    WORKING_DIRECTORY ${work} OUTPUT_VARIABLE report RESULT_VARIABLE code)
-  if(NOT code EQUAL 0 OR report MATCHES "\tbox\t")
-    message(SEND_ERROR "the program ended with ${code} and told\n${report}")
+            --input ${played}/input --until ${end} ${ARGN}
+    WORKING_DIRECTORY ${work} OUTPUT_FILE ${work}/report.txt RESULT_VARIABLE code)
+  if(NOT code EQUAL 0)
+    message(SEND_ERROR "${work}: the program ended with ${code}")
+  endif()
+  file(STRINGS ${work}/report.txt shown REGEX "\t(box|dialog)\t")
+  list(TRANSFORM shown REPLACE "^[0-9]+\t" "")
+  if(NOT "${shown}" STREQUAL "${boxes}")
+    message(SEND_ERROR "${work}: it showed the boxes\n${shown}\nand not\n${boxes}")
   endif()
 endfunction()
 
+file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK}/RSC)
+execute_process(COMMAND ${LIBRARY} ${WORK}/RSC RESULT_VARIABLE code)
+if(NOT code EQUAL 0)
+  message(FATAL_ERROR "the library cannot be written")
+endif()
+file(GLOB stored RELATIVE ${golden} ${golden}/*.png)
 set(number 0)
 foreach(run IN LISTS runs)
   math(EXPR number "${number} + 1")
   set(work ${WORK}/${number})
-  play(${work} "${run}")
-  foreach(picture IN LISTS pictures)
-    if(number EQUAL 1 AND golden STREQUAL SCENE AND DEFINED ENV{ZORBET_RENEW})
+  separate_arguments(words UNIX_COMMAND "${run}")
+  take_words(ini settings)
+  take_words(depth depth)
+  take_words(at at)
+  list(TRANSFORM depth PREPEND "--depth;")
+  list(TRANSFORM at PREPEND "--at;")
+  play(${work} "${settings}" ${words})
+  foreach(screenshot IN LISTS screenshots)
+    string(REGEX REPLACE "\\..*" ".png" picture ${screenshot})
+    list(REMOVE_ITEM stored ${picture})
+    if("$ENV{ZORBET_RENEW}" STREQUAL "1" AND number EQUAL 1 AND golden STREQUAL SCENE
+       AND screenshot STREQUAL picture)
       file(COPY ${work}/${picture} DESTINATION ${SCENE})
     endif()
-    execute_process(COMMAND ${COMPARE} ${work}/${picture} ${golden}/${picture}
-      RESULT_VARIABLE code)
+    execute_process(
+      COMMAND ${COMPARE} ${work}/${screenshot} ${golden}/${picture}
+              ${work}/difference-${screenshot} ${depth} ${at}
+      OUTPUT_VARIABLE told ERROR_VARIABLE told RESULT_VARIABLE code)
     if(NOT code EQUAL 0)
-      message(SEND_ERROR "${work}/${picture} differs from ${golden}/${picture} (run \"${run}\")")
+      message(SEND_ERROR
+        "${work}/${screenshot} differs from ${golden}/${picture} (run \"${run}\")\n${told}")
     endif()
   endforeach()
 endforeach()
+if(stored)
+  message(SEND_ERROR "nothing is compared with ${stored}")
+endif()

@@ -17,7 +17,15 @@ pause 0.2
 EndTransition 1
 pause 0.2
 StartTransition
-Scene 110 102
+Scene 110 100
 drop a
 pause 0.2
 EndTransition 0
+pause 0.2
+; only what has changed since it went black
+GoToBlack
+play b offset 10 20
+pause 0.2
+EndTransition 1
+pause 0.2
+DisplayScreen
