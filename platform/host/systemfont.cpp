@@ -265,8 +265,7 @@ constexpr Canvas withMark(char letter, char mark, bool small) {
     std::fill_n(canvas.begin(), kAscent - height, 0U);
     Canvas accent = accentOver(mark, height);
     const int space = widthOf(canvas) - widthOf(accent);
-    // Where there is no exact middle, the acute accent leans to the right and the grave to the
-    // left.
+    // Where there is no exact middle, the acute accent leans to the right, the grave to the left.
     if (space >= 0)
         accent = shifted(accent, (space + (mark == '\'' ? 1 : 0)) / 2);
     else
