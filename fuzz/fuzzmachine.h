@@ -77,6 +77,7 @@ class Machine final : public platform::Platform {
     MemoryFiles& files() override { return files_; }
     platform::Modules& modules() override { return lasting().modules(); }
     testing_support::MemoryWaveOut& waveOut() override { return waveOut_; }
+    platform::Typefaces& typefaces() override { return lasting().typefaces(); }
     std::unique_ptr<platform::TextWindow>
     openTextWindow(const platform::TextWindowRequest& request,
                    platform::TextWindowOwner& owner) override {

@@ -2,6 +2,8 @@
 
 #include "omreader.h"
 
+#include "platform/host/outlinefaces.h"
+
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
@@ -32,7 +34,10 @@ std::optional<platform::ScreenMode> parseScreen(const std::string& text) {
 
 std::string versionText() {
     std::string text = "zorbet " ZORBET_VERSION "\n";
-    text += ZORBET_HAVE_SDL ? "window: SDL2" : "window: none (built without SDL2)";
+    text += ZORBET_HAVE_SDL ? "window: SDL2\n" : "window: none (built without SDL2)\n";
+    text += platform::OutlineFaces::kAvailable
+                ? "TrueType faces: FreeType"
+                : "TrueType faces: none (built without FreeType and fontconfig)";
     return text;
 }
 

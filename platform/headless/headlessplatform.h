@@ -13,6 +13,7 @@
 #include "platform/host/hostfiles.h"
 #include "platform/host/hostmodules.h"
 #include "platform/host/hostoptions.h"
+#include "platform/host/hosttypefaces.h"
 #include "platform/platform.h"
 
 #include <cstdint>
@@ -48,6 +49,7 @@ class HeadlessPlatform final : public Platform {
     [[nodiscard]] Files& files() override { return files_; }
     [[nodiscard]] Modules& modules() override { return modules_; }
     [[nodiscard]] HeadlessWaveOut& waveOut() override { return waveOut_; }
+    [[nodiscard]] Typefaces& typefaces() override { return typefaces_; }
 
     /// Its lines go into the report.
     [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
@@ -64,6 +66,7 @@ class HeadlessPlatform final : public Platform {
     Report report_;
     HostFiles files_;
     HostModules modules_;
+    HostTypefaces typefaces_{files_};
     HeadlessDisplay display_;
     TimelineEvents events_;
     HeadlessDialogs dialogs_;

@@ -3,7 +3,6 @@
 #include "platform/host/latin1.h"
 #include "platform/host/pixels.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -19,13 +18,6 @@ SDL_SystemCursor systemCursor(int id) {
     case -4: return SDL_SYSTEM_CURSOR_CROSSHAIR;
     default: return SDL_SYSTEM_CURSOR_ARROW;
     }
-}
-
-Rect hull(const Rect& a, const Rect& b) {
-    if (a.empty()) return b;
-    if (b.empty()) return a;
-    return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
-            std::max(a.bottom, b.bottom)};
 }
 
 } // namespace

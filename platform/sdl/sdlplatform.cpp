@@ -1,6 +1,7 @@
 #include "platform/sdl/sdlplatform.h"
 
 #include "platform/host/hostfiles.h"
+#include "platform/host/hosttypefaces.h"
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
@@ -51,6 +52,7 @@ class SdlPlatform final : public Platform {
     [[nodiscard]] Files& files() override { return files_; }
     [[nodiscard]] Modules& modules() override { return modules_; }
     [[nodiscard]] WaveOut& waveOut() override { return waveOut_; }
+    [[nodiscard]] Typefaces& typefaces() override { return typefaces_; }
 
     [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
                                                              TextWindowOwner& owner) override {
@@ -77,6 +79,7 @@ class SdlPlatform final : public Platform {
     SdlEvents events_;
     HostFiles files_;
     HostModules modules_;
+    HostTypefaces typefaces_{files_};
     SdlDialogs dialogs_;
     SdlWaveOut waveOut_;
 };

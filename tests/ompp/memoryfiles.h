@@ -437,6 +437,59 @@ class MemoryWaveOut final : public platform::WaveOut {
     int rate_ = 0;
 };
 
+/// Faces whose characters are filled boxes: every one as wide as half of the size, the system font
+/// has the size 8.
+class MemoryTypefaces final : public platform::Typefaces {
+  public:
+    explicit MemoryTypefaces(MemoryFiles& files) : files_(files) {}
+
+    std::vector<std::string> families;              ///< that are installed
+    std::vector<std::string> resources;             ///< font resource files that were added
+    std::string newFamily;                          ///< what the next added file brings
+    std::optional<platform::TypefaceRequest> asked; ///< the last one; its family has no text
+
+    std::unique_ptr<platform::Typeface> systemFont() override { return std::make_unique<Box>(8); }
+    bool hasFamily(std::string_view family) override {
+        return std::ranges::find(families, family) != families.end();
+    }
+    std::unique_ptr<platform::Typeface> open(const platform::TypefaceRequest& request) override {
+        if (!hasFamily(request.family)) return nullptr;
+        asked = request;
+        asked->family = {};
+        return std::make_unique<Box>(request.size);
+    }
+    bool createFontResource(std::string_view resource, std::string_view font) override {
+        if (!files_.exists(font) || files_.exists(resource)) return false;
+        files_.put(resource, font);
+        return true;
+    }
+    bool addFontResource(std::string_view resource) override {
+        if (!files_.exists(resource)) return false;
+        resources.emplace_back(resource);
+        if (!newFamily.empty()) families.push_back(std::exchange(newFamily, {}));
+        return true;
+    }
+    void removeFontResource(std::string_view resource) override { std::erase(resources, resource); }
+
+  private:
+    class Box final : public platform::Typeface {
+      public:
+        explicit Box(int size) : size_(size) {
+            const int width = size / 2;
+            const auto bytes = static_cast<std::size_t>((width + 7) / 8 * size);
+            picture_ = {0, size, width, size, width + 1, std::vector<std::uint8_t>(bytes, 0xFF)};
+        }
+        platform::FaceMetrics metrics() const override { return {size_, size_ / 4, 1}; }
+        const platform::GlyphPicture& glyph(unsigned char) override { return picture_; }
+
+      private:
+        int size_;
+        platform::GlyphPicture picture_;
+    };
+
+    MemoryFiles& files_;
+};
+
 /// At most one text window at a time; the test does to it what a person would do.
 struct MemoryTextWindows {
     class Window;
@@ -507,6 +560,7 @@ class MemoryPlatform final : public platform::Platform {
     MemoryDialogs& dialogs() override { return dialogs_; }
     MemoryModules& modules() override { return modules_; }
     MemoryWaveOut& waveOut() override { return waveOut_; }
+    MemoryTypefaces& typefaces() override { return typefaces_; }
 
     std::unique_ptr<platform::TextWindow>
     openTextWindow(const platform::TextWindowRequest& request,
@@ -533,6 +587,7 @@ class MemoryPlatform final : public platform::Platform {
     MemoryDialogs dialogs_;
     MemoryModules modules_;
     MemoryWaveOut waveOut_{clock_};
+    MemoryTypefaces typefaces_{files_};
 };
 
 } // namespace testing_support

@@ -19,7 +19,7 @@ struct Rect {
     int bottom = 0;
     [[nodiscard]] int width() const { return right - left; }
     [[nodiscard]] int height() const { return bottom - top; }
-    [[nodiscard]] bool empty() const { return right <= left || bottom <= top; }
+    [[nodiscard]] constexpr bool empty() const { return right <= left || bottom <= top; }
     friend bool operator==(const Rect&, const Rect&) = default;
 };
 
@@ -27,6 +27,14 @@ struct Rect {
 [[nodiscard]] constexpr Rect intersection(const Rect& a, const Rect& b) {
     return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
             std::min(a.bottom, b.bottom)};
+}
+
+/// The smallest rectangle around both; an empty one does not count.
+[[nodiscard]] constexpr Rect hull(const Rect& a, const Rect& b) {
+    if (a.empty()) return b;
+    if (b.empty()) return a;
+    return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+            std::max(a.bottom, b.bottom)};
 }
 
 /// The point of `area`, which is not empty, that lies nearest to `point`.

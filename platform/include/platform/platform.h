@@ -10,6 +10,7 @@
 #include "platform/files.h"
 #include "platform/modules.h"
 #include "platform/textwindow.h"
+#include "platform/typefaces.h"
 #include "platform/waveout.h"
 
 #include <cstdint>
@@ -28,6 +29,7 @@ class Platform {
     [[nodiscard]] virtual Files& files() = 0;
     [[nodiscard]] virtual Modules& modules() = 0;
     [[nodiscard]] virtual WaveOut& waveOut() = 0;
+    [[nodiscard]] virtual Typefaces& typefaces() = 0;
 
     /// Opens a text window above all others, without taking the focus from where it is. Null when
     /// there can be none. The owner must outlive the window, and the window must be gone before the
