@@ -12,10 +12,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 class OMBitmap;
+class OMFont;
 
 /// How source pixels meet those of the destination in a `blt`. The values are the platform's codes.
 enum class OMRasterOp : std::uint32_t {
@@ -43,7 +46,7 @@ struct OMPixels {
 
 class OMCanvas {
   public:
-    virtual ~OMCanvas() = default;
+    virtual ~OMCanvas();
     OMCanvas(const OMCanvas&) = delete;
     OMCanvas& operator=(const OMCanvas&) = delete;
 
@@ -115,6 +118,16 @@ class OMCanvas {
     void frameRect(const platform::Rect& area);
     void frameRegion(const OMRegion& region);
 
+    // Text
+
+    /// The system font unless another one is set.
+    [[nodiscard]] OMFont& font();
+    /// Not owned: it must live as long as it is set (see OMTextScope). Null: the system font.
+    void setFont(OMFont* font) { font_ = font; }
+    /// Draws a line of Latin-1 text in the text colour, its pen at x on the baseline, and leaves
+    /// every pixel that is not ink as it was.
+    void drawText(int x, int baseline, std::string_view text);
+
     // Direct access, for those who bring their own pixels.
 
     [[nodiscard]] virtual OMPixels pixels() = 0;
@@ -149,5 +162,26 @@ class OMCanvas {
     std::optional<OMColor> keyColor_;
     bool transparentDrawing_ = false;
     OMDevicePalette palette_;
+    OMFont* font_ = nullptr;
+    std::unique_ptr<OMFont> systemFont_; ///< made when it is needed
     std::uint64_t changedPixels_ = 0;
+};
+
+/// How a canvas draws text for the length of a scope: in a font, null for the system font, and only
+/// in a region.
+class OMTextScope {
+  public:
+    OMTextScope(OMCanvas& canvas, OMFont* font, OMRegion clip) : canvas_(canvas) {
+        canvas.setFont(font);
+        canvas.setClipRegion(std::move(clip));
+    }
+    ~OMTextScope() {
+        canvas_.setFont(nullptr);
+        canvas_.removeClipRegion();
+    }
+    OMTextScope(const OMTextScope&) = delete;
+    OMTextScope& operator=(const OMTextScope&) = delete;
+
+  private:
+    OMCanvas& canvas_;
 };

@@ -3,6 +3,7 @@
 #include "omapp.h"
 #include "ombitmap.h"
 #include "omdebug.h"
+#include "omfont.h"
 #include "ompixelrows.h"
 #include "omplatform.h"
 
@@ -44,6 +45,8 @@ OMCanvas::OMCanvas(int depth) : depth_(depth), palette_(OMDefaultPalette()) {
                         "the display!"))
         depth_ = screen;
 }
+
+OMCanvas::~OMCanvas() = default;
 
 std::uint32_t OMCanvas::pixelValue(const OMColor& color) const {
     if (depth_ == 8)

@@ -1,0 +1,7 @@
+#include "omsysfont.h"
+
+#include "omplatform.h"
+
+OMSysFont::OMSysFont() : OMTypefaceFont("System font") {
+    setFace(OMPlatform().typefaces().systemFont());
+}
