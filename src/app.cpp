@@ -3,6 +3,7 @@
 #include "animationsounds.h"
 #include "commands.h"
 #include "configuration.h"
+#include "fontfact.h"
 #include "gamesounds.h"
 #include "omapp.h"
 #include "omdebugwindow.h"
@@ -134,6 +135,10 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
 
     const RScriptClasses classes; // also those of components, whose commands go before their code
     RGameSounds sounds(resources);
+    FontFactory fonts;
+    fonts.setNFNTLocator(
+        [&resources](int id) { return resources.load(id, "NFNT", kOMIStreamCache); });
+    fonts.addGameSubstitutions();
     const RAnimationSounds animationSounds(resources);
     RCommands commands(window);
     RResourceCommands resourceCommands(resources);
