@@ -23,9 +23,9 @@ struct RGameSounds::Record {
         : handle(number), done(std::move(link)), stream(std::move(source)), sound(*stream, true) {}
 };
 
-RGameSounds::RGameSounds(RResources& resources) : resources_(resources) {}
+RGameSounds::RGameSounds(RResources& resources) : resources_(resources) { setCurrent(this); }
 
-RGameSounds::~RGameSounds() = default;
+RGameSounds::~RGameSounds() { setCurrent(nullptr); }
 
 RGameSounds::Record* RGameSounds::find(int handle) const {
     const auto found = std::ranges::find_if(
@@ -44,6 +44,11 @@ int RGameSounds::play(int id, OMLink done, bool loop) {
     if (!loop) sound.setFinishedLink([this, handle] { finished(handle); });
     if (!sound.play(true)) remove(handle);
     return handle;
+}
+
+int RGameSounds::playEffect(int id, OMLink done) {
+    const int handle = play(id, std::move(done), false);
+    return find(handle) ? handle : kNotPlaying;
 }
 
 void RGameSounds::finished(int handle) {

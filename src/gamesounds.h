@@ -2,6 +2,7 @@
 // buttons and activities play their sounds through.
 #pragma once
 
+#include "omeffectsounds.h"
 #include "omlink.h"
 
 #include <memory>
@@ -9,22 +10,24 @@
 
 class RResources;
 
-class RGameSounds {
+class RGameSounds final : public OMEffectSounds {
   public:
     static constexpr int kNoSound = -1;      ///< instead of a handle
     static constexpr int kNoSoundId = 65535; ///< an id that stands for "none"
 
-    /// The resources must outlive the sounds.
+    /// What plays the sounds of objects on the screen, while it lives. The resources must outlive
+    /// it.
     explicit RGameSounds(RResources& resources);
-    ~RGameSounds();
-    RGameSounds(const RGameSounds&) = delete;
-    RGameSounds& operator=(const RGameSounds&) = delete;
+    ~RGameSounds() override;
 
     /// Plays the `WAVE` resource `id` once, or for ever with `loop`. `done` is called when a sound
     /// that plays once has ended or was killed, before its handle becomes invalid; never for a
     /// loop, nor for a sound that cannot start, whose handle means nothing. kNoSound when there is
     /// no such resource.
     int play(int id, OMLink done, bool loop);
+
+    int playEffect(int id, OMLink done) override;
+    void endEffect(int handle) override { kill(handle); }
 
     // Handles that are not known do nothing.
     void kill(int handle);

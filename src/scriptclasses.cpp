@@ -3,11 +3,25 @@
 #include "ommultitrinket.h"
 #include "omsregistry.h"
 #include "ranimation.h"
+#include "ranimationtrigger.h"
+#include "rhotspot.h"
+#include "rkbdinp.h"
+#include "rpbutton.h"
+#include "rsellist.h"
+#include "rtext.h"
+#include "rtrigger.h"
 
 RScriptClasses::RScriptClasses() {
     OMSRegistry& registry = OMSRegistry::global();
     registerOMMultiTrinket(registry);
     registerRAnimation(registry);
+    registerRAnimationTrigger(registry);
+    registerRHotSpot(registry);
+    registerRKbdInp(registry);
+    registerRPButton(registry);
+    registerRSelList(registry);
+    registerRText(registry);
+    registerRTrigger(registry);
     // A class that is not built in may come from a library in the current directory.
     registry.setComponentLoading(true);
 }

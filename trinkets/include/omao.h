@@ -197,11 +197,36 @@ class OMAnimation : public OMTrinket {
 
   protected:
     OMAnimation(const OMAnimation& other);
+
+    /// An object of a class, in the main window, with the arguments of a script: "id [z]" or
+    /// "id x y z", where kEmbedded is a coordinate too. Null without such a resource.
+    template <class Class>
+    [[nodiscard]] static std::unique_ptr<Class> createFromArguments() {
+        const ScriptArguments arguments = readArguments();
+        std::shared_ptr<AOImage> image = arguments.window ? locate(arguments.id) : nullptr;
+        if (!image) return nullptr;
+        auto object = std::make_unique<Class>(*arguments.window, std::move(image), arguments.id,
+                                              arguments.x, arguments.y);
+        if (arguments.z) object->setZ(*arguments.z);
+        return object;
+    }
+    [[nodiscard]] static bool hasSourceLocator() { return static_cast<bool>(locator_); }
+    [[nodiscard]] static AOSounds* sounds() { return sounds_; }
+
     /// Called in a step after each frame entry that was shown. The animation may be destroyed in
     /// it.
     virtual void frameShown() {}
 
   private:
+    struct ScriptArguments {
+        OMTrinketWindow* window;
+        int id;
+        int x = kEmbedded;
+        int y = kEmbedded;
+        std::optional<int> z;
+    };
+    [[nodiscard]] static ScriptArguments readArguments();
+
     struct Sequence {
         int inImage = 0;
         std::unique_ptr<AOSequence> own; ///< null: the image's is used

@@ -139,6 +139,12 @@ constexpr OMSEntry readOnly(std::string_view name, std::string_view help = {}) {
             nullptr};
 }
 
+/// Reading it gives nothing.
+template <auto Setter>
+constexpr OMSEntry writeOnly(std::string_view name, std::string_view help = {}) {
+    return {OMScriptableObjectProperty::Kind::Data, name, help, &detail::Set<Setter>::run};
+}
+
 template <auto Method>
 constexpr OMSEntry method(std::string_view name, std::string_view help = {}) {
     return {OMScriptableObjectProperty::Kind::Method,

@@ -160,6 +160,8 @@ class OMTrinket : public OMScriptableObject {
     virtual void onMouseDown(platform::Point point);
     virtual void onMouseUp(platform::Point point);
     virtual void onMouseMove(platform::Point point);
+    /// The release of the button never came; who has captured the mouse gives it back.
+    virtual void onReleaseLost() {}
     virtual void onDoubleClick(platform::Point point);
     virtual void onBeginDrag(platform::Point point);
     /// Moves it with the mouse, inside its corral. `dx` and `dy` become what it really moved.

@@ -39,6 +39,9 @@ class RAnimation : public OMAnimation {
     void paintIntoBackground(std::optional<int> x, std::optional<int> y);
     /// As pause.
     void suspend() { pause(); }
+    /// In every frame, pixels of one colour index become another. Indices that do not exist change
+    /// nothing.
+    void replacePaletteEntry(int old, int replacement);
 
   protected:
     RAnimation(const RAnimation& other) = default;

@@ -154,6 +154,19 @@ std::shared_ptr<AOImage> OMAnimation::locate(int id) {
     return image;
 }
 
+OMAnimation::ScriptArguments OMAnimation::readArguments() {
+    constexpr std::size_t kLongForm = 4; // arguments with a position
+    OMSArguments& list = OMSArguments::global();
+    ScriptArguments arguments{OMTrinketWindow::mainWindow(), list.nextInteger()};
+    if (list.count() >= kLongForm) {
+        arguments.x = list.nextInteger();
+        arguments.y = list.nextInteger();
+    }
+    if (usesEmbeddedAnimationCoordinates()) arguments.x = arguments.y = kEmbedded;
+    if (list.hasNext()) arguments.z = list.nextInteger();
+    return arguments;
+}
+
 // Sequences
 
 const AOSequence& OMAnimation::entriesOf(const Sequence& sequence) const {

@@ -104,7 +104,8 @@ void OMTrinketWindow::mouseUp(Point point) {
 
 void OMTrinketWindow::mouseReleaseLost() {
     releaseLost_ = true;
-    if (!target_ || target_->mouseState_ != MouseState::Held) return;
+    if (!target_) return;
+    if (target_->mouseState_ != MouseState::Held) return target_->onReleaseLost();
     target_->clearOvershoot();
     target_->mouseState_ = MouseState::Idle;
     if (cursorManagement_) target_->setCursor();

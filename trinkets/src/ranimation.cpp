@@ -33,29 +33,14 @@ constexpr OMSEntry kVocabulary[] = {
     oms::lasting<&RAnimation::play>("play"),
     oms::lasting<&RAnimation::resume>("resume"),
     oms::method<&RAnimation::suspend>("suspend"),
+    oms::method<&RAnimation::replacePaletteEntry>("replacePaletteEntry", "old new"),
     oms::event("frameNotify", "a frame was shown, while frameNotification is 1"),
 };
-
-constexpr std::size_t kLongForm = 4; ///< arguments with a position
 
 } // namespace
 
 std::unique_ptr<RAnimation> RAnimation::createFromScript() {
-    OMSArguments& arguments = OMSArguments::global();
-    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
-    const int id = arguments.nextInteger();
-    int x = kEmbedded;
-    int y = kEmbedded;
-    if (arguments.count() >= kLongForm) {
-        x = arguments.nextInteger();
-        y = arguments.nextInteger();
-    }
-    if (usesEmbeddedAnimationCoordinates()) x = y = kEmbedded;
-    std::shared_ptr<AOImage> image = window ? locate(id) : nullptr;
-    if (!image) return nullptr;
-    auto animation = std::make_unique<RAnimation>(*window, std::move(image), id, x, y);
-    if (arguments.hasNext()) animation->setZ(arguments.nextInteger());
-    return animation;
+    return createFromArguments<RAnimation>();
 }
 
 std::unique_ptr<OMScriptableObject> RAnimation::duplicate() {
@@ -90,6 +75,12 @@ void RAnimation::paintIntoBackground(std::optional<int> x, std::optional<int> y)
                    std::clamp(y.value_or(own.top), -kFarthest, kFarthest)};
     paintAt(*picture, at);
     window()->invalidate({at.x, at.y, at.x + own.width(), at.y + own.height()});
+}
+
+void RAnimation::replacePaletteEntry(int old, int replacement) {
+    constexpr auto isIndex = [](int index) { return index >= 0 && index < platform::kPaletteSize; };
+    if (!isIndex(old) || !isIndex(replacement)) return;
+    replaceColorIndex(static_cast<std::uint8_t>(old), static_cast<std::uint8_t>(replacement));
 }
 
 void registerRAnimation(OMSRegistry& registry) {

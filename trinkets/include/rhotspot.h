@@ -1,0 +1,37 @@
+// An area of the window that can be clicked and is not seen.
+//
+//     h=RHotSpot x y width height [z]
+#pragma once
+
+#include "omtrinket.h"
+
+class OMSRegistry;
+
+class RHotSpot final : public OMTrinket {
+  public:
+    static constexpr std::string_view kClassName = "RHotSpot";
+
+    RHotSpot(OMTrinketWindow& window, const platform::Rect& area);
+
+    /// With the arguments of the script; null without a main window.
+    [[nodiscard]] static std::unique_ptr<RHotSpot> createFromScript();
+
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    void declareProperties() override;
+
+    /// While on, its outline is drawn in black and white, for authors.
+    [[nodiscard]] int outlined() const { return outlined_ ? 1 : 0; }
+    void setOutlined(int on);
+    [[nodiscard]] int userData() const { return userData_; }
+    void setUserData(int value) { userData_ = value; }
+
+    void paint(OMMemCanvas& canvas, const OMRegion& clip) override;
+
+  private:
+    RHotSpot(const RHotSpot& other) = default;
+
+    bool outlined_ = false;
+    int userData_ = 0;
+};
+
+void registerRHotSpot(OMSRegistry& registry);

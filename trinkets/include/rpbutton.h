@@ -1,0 +1,73 @@
+// A push button: an animation whose first frame shows it up and whose second one shows it pressed.
+//
+//     b=RPButton id z
+//     b=RPButton id x y z
+#pragma once
+
+#include "omao.h"
+
+#include <optional>
+
+class OMSRegistry;
+
+class RPButton final : public OMAnimation {
+  public:
+    static constexpr std::string_view kClassName = "RPButton";
+    static constexpr int kNoSound = -1;
+    static constexpr int kDefaultPlayDelay = 250; ///< ms
+
+    /// Is not movable.
+    RPButton(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
+    ~RPButton() override;
+
+    /// With the arguments of the script; null without a main window or such a resource.
+    [[nodiscard]] static std::unique_ptr<RPButton> createFromScript();
+
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    void declareProperties() override;
+
+    /// A disabled button is not pressed by the mouse.
+    [[nodiscard]] bool isEnabled() const { return enabled_; }
+    void setEnabled(bool enabled) { enabled_ = enabled; }
+    /// Played while it is pressed; the hit waits for its end.
+    [[nodiscard]] int clickSoundID() const { return clickSoundId_; }
+    void setClickSoundID(int id) { clickSoundId_ = id; }
+    /// How long it looks pressed when a script presses it, in ms.
+    [[nodiscard]] int playDelay() const { return playDelayMs_; }
+    void setPlayDelay(int ms) { playDelayMs_ = ms; }
+    /// Called instead of the event "hit". An owner that goes before the button takes it back.
+    void setHitLink(OMLink link) { hitLink_ = std::move(link); }
+
+    /// Looks pressed for a while and clicks; nothing is hit.
+    void press();
+
+    void step(std::uint32_t clock) override;
+    void onMouseDown(platform::Point point) override;
+    void onMouseMove(platform::Point point) override;
+    void onMouseUp(platform::Point point) override;
+    void onReleaseLost() override;
+
+  private:
+    RPButton(const RPButton& other);
+
+    void track(platform::Point point);
+    void letGo();
+    void showFrame(int number);
+    void playClick();
+    void endClick();
+    void clickEnded(unsigned click);
+    void hit();
+
+    bool enabled_ = true;
+    int clickSoundId_ = kNoSound;
+    int playDelayMs_ = kDefaultPlayDelay;
+    OMLink hitLink_;
+
+    bool tracking_ = false;
+    std::optional<std::uint32_t> pressedMs_; ///< by a script; window clock
+    unsigned click_ = 0;                     ///< number of the last click sound
+    int clickHandle_;
+    bool hitPending_ = false; ///< until the click sound ends
+};
+
+void registerRPButton(OMSRegistry& registry);

@@ -1,0 +1,55 @@
+// An animation that is turned by hand: dragging it sideways shows one frame after the other.
+//
+//     t=RTrigger id z
+//     t=RTrigger id x y z
+#pragma once
+
+#include "omao.h"
+
+class OMSRegistry;
+
+class RTrigger final : public OMAnimation {
+  public:
+    static constexpr std::string_view kClassName = "RTrigger";
+    static constexpr int kNoSound = -1;
+    static constexpr int kDefaultDelta = 10;
+
+    /// Is not movable, and stays on its first frame.
+    RTrigger(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
+
+    /// With the arguments of the script; null without a main window or such a resource.
+    [[nodiscard]] static std::unique_ptr<RTrigger> createFromScript();
+
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    void declareProperties() override;
+
+    /// Pixels of the pointer for each frame, to the left when negative; 0 shows always the same.
+    [[nodiscard]] int framePixelDelta() const { return framePixelDelta_; }
+    void setFramePixelDelta(int pixels) { framePixelDelta_ = pixels; }
+    [[nodiscard]] int sfxID() const { return sfxId_; }
+    void setSfxID(int id) { sfxId_ = id; }
+    [[nodiscard]] int userData() const { return userData_; }
+    void setUserData(int value) { userData_ = value; }
+
+    void onMouseDown(platform::Point point) override;
+    void onMouseMove(platform::Point point) override;
+    void onMouseUp(platform::Point point) override;
+    void onReleaseLost() override;
+
+  private:
+    RTrigger(const RTrigger& other);
+
+    void playSound();
+    void letGo();
+
+    int framePixelDelta_ = kDefaultDelta;
+    int sfxId_ = kNoSound;
+    int userData_ = 0;
+
+    bool turning_ = false;
+    bool soundPlayed_ = false; ///< in this drag
+    int startFrame_ = 0;
+    int startX_ = 0;
+};
+
+void registerRTrigger(OMSRegistry& registry);

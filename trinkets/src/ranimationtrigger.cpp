@@ -1,0 +1,50 @@
+#include "ranimationtrigger.h"
+
+#include "omplatform.h"
+#include "omsclass.h"
+#include "omsregistry.h"
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::data<&RAnimationTrigger::framesPerSecond, &RAnimationTrigger::setFramesPerSecond>(
+        "framesPerSecond", "events a second"),
+    oms::method<&RAnimationTrigger::start>("start"),
+    oms::method<&RAnimationTrigger::stop>("stop"),
+    oms::event("newFrame", "its time has come"),
+};
+
+constexpr int kMsPerSecond = 1000;
+constexpr std::uint32_t kPriority = 1; ///< before the scripts, which the event may belong to
+
+} // namespace
+
+std::unique_ptr<RAnimationTrigger> RAnimationTrigger::createFromScript() {
+    auto trigger = std::make_unique<RAnimationTrigger>();
+    OMSArguments& arguments = OMSArguments::global();
+    if (arguments.hasNext()) trigger->setFramesPerSecond(arguments.nextInteger());
+    return trigger;
+}
+
+void RAnimationTrigger::declareProperties() { declare(kVocabulary); }
+
+std::uint32_t RAnimationTrigger::periodMs() const {
+    return static_cast<std::uint32_t>(kMsPerSecond / framesPerSecond_);
+}
+
+void RAnimationTrigger::start() {
+    if (framesPerSecond_ > 0) dueMs_ = OMMilliseconds() + periodMs();
+    if (!task_) task_ = std::make_unique<OMTask>([this] { tick(); }, kPriority);
+}
+
+void RAnimationTrigger::tick() {
+    // On a clock that wraps.
+    if (framesPerSecond_ < 1 || static_cast<std::int32_t>(OMMilliseconds() - dueMs_) < 0) return;
+    dueMs_ += periodMs();
+    fireEvent("newFrame"); // it may be gone then
+}
+
+void registerRAnimationTrigger(OMSRegistry& registry) {
+    registry.registerClass(RAnimationTrigger::kClassName,
+                           [] { return RAnimationTrigger::createFromScript(); });
+}

@@ -1,0 +1,67 @@
+#include "rhotspot.h"
+
+#include "ommemcanvas.h"
+#include "omsarea.h"
+#include "omsclass.h"
+#include "omsregistry.h"
+#include "omtrinketwindow.h"
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::data<&RHotSpot::outlined, &RHotSpot::setOutlined>("outlined", "its outline is drawn"),
+    oms::data<&RHotSpot::userData, &RHotSpot::setUserData>("userData", "free value for scripts"),
+};
+
+// Fixed colours, so that one of them can be told from any picture below.
+constexpr int kBlack = 0;
+constexpr int kWhite = 255;
+
+void frame(OMCanvas& canvas, const platform::Rect& area, int color) {
+    if (area.empty()) return;
+    canvas.setFrameColor(OMColor(color));
+    canvas.frameRect(area);
+}
+
+} // namespace
+
+RHotSpot::RHotSpot(OMTrinketWindow& window, const platform::Rect& area)
+    : OMTrinket(window, UpdateStyle::Regions, area) {}
+
+std::unique_ptr<RHotSpot> RHotSpot::createFromScript() {
+    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
+    if (!window) return nullptr;
+    const OMSArea area = OMSArea::read();
+    auto spot = std::make_unique<RHotSpot>(*window, area.rectangle());
+    if (area.z) spot->setZ(*area.z);
+    return spot;
+}
+
+std::unique_ptr<OMScriptableObject> RHotSpot::duplicate() {
+    return std::unique_ptr<OMScriptableObject>(new RHotSpot(*this));
+}
+
+void RHotSpot::declareProperties() {
+    OMTrinket::declareProperties();
+    declare(kVocabulary);
+}
+
+void RHotSpot::setOutlined(int on) {
+    if (outlined_ == (on != 0)) return;
+    outlined_ = on != 0;
+    markWhole();
+}
+
+void RHotSpot::paint(OMMemCanvas& canvas, const OMRegion& clip) {
+    if (!outlined_) return;
+    platform::Rect area = boundingRectangle();
+    canvas.setClipRegion(clip);
+    frame(canvas, area, kWhite);
+    area = {area.left + 1, area.top + 1, area.right - 1, area.bottom - 1};
+    frame(canvas, area, kBlack);
+    canvas.removeClipRegion();
+}
+
+void registerRHotSpot(OMSRegistry& registry) {
+    registry.registerClass(RHotSpot::kClassName, [] { return RHotSpot::createFromScript(); });
+}

@@ -1,0 +1,179 @@
+#include "rpbutton.h"
+
+#include "omdebug.h"
+#include "omeffectsounds.h"
+#include "omsclass.h"
+#include "omsregistry.h"
+#include "omtrinketwindow.h"
+
+#include <algorithm>
+
+using platform::Point;
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::data<&RPButton::isEnabled, &RPButton::setEnabled>("enabled", "can be pressed"),
+    oms::data<&RPButton::clickSoundID, &RPButton::setClickSoundID>("clickSoundID",
+                                                                   "sound of a press; -1: none"),
+    oms::data<&RPButton::playDelay, &RPButton::setPlayDelay>(
+        "playDelay", "ms that it looks pressed when a script presses it"),
+    oms::method<&RPButton::press>("press"),
+    oms::method<&RPButton::press>(OMScriptableObject::kDefaultMethod),
+    oms::event("hit", "it was clicked, and its click sound has ended"),
+};
+
+constexpr int kUp = 1; ///< frames
+constexpr int kPressed = 2;
+
+} // namespace
+
+RPButton::RPButton(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
+    : OMAnimation(window, std::move(image), id, x, y), clickHandle_(OMEffectSounds::kNotPlaying) {
+    setMovable(false);
+    pause();
+    setFrameNumber(kUp);
+}
+
+RPButton::RPButton(const RPButton& other)
+    : OMAnimation(other), enabled_(other.enabled_), clickSoundId_(other.clickSoundId_),
+      playDelayMs_(other.playDelayMs_), hitLink_(other.hitLink_),
+      clickHandle_(OMEffectSounds::kNotPlaying) {
+    setFrameNumber(kUp);
+}
+
+RPButton::~RPButton() { endClick(); }
+
+std::unique_ptr<RPButton> RPButton::createFromScript() {
+    if (!OMDebug::check(hasSourceLocator(), "!url",
+                        "Source URL has to be installed in OMAnimation"))
+        return nullptr;
+    std::unique_ptr<RPButton> button = createFromArguments<RPButton>();
+    if (button) button->window()->updateFlyOver();
+    return button;
+}
+
+std::unique_ptr<OMScriptableObject> RPButton::duplicate() {
+    return std::unique_ptr<OMScriptableObject>(new RPButton(*this));
+}
+
+void RPButton::declareProperties() {
+    OMAnimation::declareProperties();
+    declare(kVocabulary);
+}
+
+void RPButton::showFrame(int number) {
+    if (frameNumber() != number) setFrameNumber(number);
+}
+
+// By the mouse
+
+void RPButton::onMouseDown(Point point) {
+    const OMSWatch self(this);
+    OMAnimation::onMouseDown(point);
+    if (!self || !enabled_ || !window()) return;
+    tracking_ = true;
+    pressedMs_.reset();
+    setMouseCapture(true);
+    track(point);
+}
+
+void RPButton::onMouseMove(Point point) {
+    const OMSWatch self(this);
+    OMAnimation::onMouseMove(point);
+    if (self && tracking_) track(point);
+}
+
+void RPButton::track(Point point) {
+    if (!containsPoint(point)) {
+        setCursor();
+        showFrame(kUp);
+        return;
+    }
+    window()->showCursor(grabCursor());
+    if (frameNumber() == kUp) playClick();
+    showFrame(kPressed);
+}
+
+void RPButton::onMouseUp(Point point) {
+    const OMSWatch self(this);
+    OMAnimation::onMouseUp(point);
+    if (!self || !tracking_) return;
+    const bool inside = containsPoint(point);
+    letGo();
+    if (!inside) return;
+    if (clickHandle_ != OMEffectSounds::kNotPlaying)
+        hitPending_ = true;
+    else
+        hit();
+}
+
+void RPButton::onReleaseLost() {
+    if (tracking_) letGo();
+}
+
+void RPButton::letGo() {
+    tracking_ = false;
+    showFrame(kUp);
+    setMouseCapture(false);
+    setCursor();
+}
+
+/// It may be gone afterwards.
+void RPButton::hit() {
+    const OMLink link = hitLink_;
+    if (link)
+        link();
+    else
+        fireEvent("hit");
+}
+
+// By a script
+
+void RPButton::press() {
+    if (!window()) return;
+    pressedMs_ = window()->clock();
+    showFrame(kPressed);
+    playClick();
+}
+
+void RPButton::step(std::uint32_t clock) {
+    const OMSWatch self(this);
+    OMAnimation::step(clock);
+    if (!self || !pressedMs_) return;
+    if (clock - *pressedMs_ <= static_cast<std::uint32_t>(std::max(playDelayMs_, 0))) return;
+    pressedMs_.reset();
+    showFrame(kUp);
+}
+
+// Click sound
+
+void RPButton::playClick() {
+    endClick();
+    if (clickSoundId_ == kNoSound) return;
+    OMEffectSounds* sounds = OMEffectSounds::current();
+    if (!OMDebug::check(sounds != nullptr, "!url", "Sound URL has to be installed in OMAnimation"))
+        return;
+    const auto watch = std::make_shared<OMSWatch>(this);
+    clickHandle_ = sounds->playEffect(clickSoundId_, [watch, this, click = click_] {
+        if (*watch) clickEnded(click);
+    });
+}
+
+/// The end of a sound that is ended is not heard of.
+void RPButton::endClick() {
+    ++click_;
+    const int handle = std::exchange(clickHandle_, OMEffectSounds::kNotPlaying);
+    if (handle != OMEffectSounds::kNotPlaying && OMEffectSounds::current())
+        OMEffectSounds::current()->endEffect(handle);
+}
+
+void RPButton::clickEnded(unsigned click) {
+    if (click != click_) return;
+    clickHandle_ = OMEffectSounds::kNotPlaying;
+    if (std::exchange(hitPending_, false)) hit();
+}
+
+void registerRPButton(OMSRegistry& registry) {
+    registry.registerClass(RPButton::kClassName, [] { return RPButton::createFromScript(); });
+}

@@ -1,0 +1,264 @@
+#include "rsellist.h"
+
+#include "omdebug.h"
+#include "ommemcanvas.h"
+#include "omsarea.h"
+#include "omsclass.h"
+#include "omsregistry.h"
+#include "omsysfont.h"
+#include "omtrinketwindow.h"
+#include "omttfont.h"
+
+#include <algorithm>
+
+using platform::Point;
+using platform::Rect;
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::readOnly<&RSelList::canAddChar>("canAddChar", "a character can be typed"),
+    oms::readOnly<&RSelList::canDeleteChar>("canDeleteChar", "there is a typed character"),
+    oms::readOnly<&RSelList::canMoveHighlightDown>("canMoveHighlightDown"),
+    oms::readOnly<&RSelList::canMoveHighlightUp>("canMoveHighlightUp"),
+    oms::readOnly<&RSelList::canScrollListDown>("canScrollListDown"),
+    oms::readOnly<&RSelList::canScrollListUp>("canScrollListUp"),
+    oms::data<&RSelList::currentEntry, &RSelList::setCurrentEntry>(
+        "currentEntry", "the highlighted name; writing highlights the first that begins so"),
+    oms::readOnly<&RSelList::deletedEntry>("deletedEntry", "what deleteEntry took out last"),
+    oms::readOnly<&RSelList::entryIsNew>("entryIsNew", "a new name is being typed"),
+    oms::readOnly<&RSelList::entryIsValid>("entryIsValid", "the current name may be used"),
+    oms::data<&RSelList::highlightedBackgroundColor, &RSelList::setHighlightedBackgroundColor>(
+        "highlightedBackgroundColor", "palette index"),
+    oms::data<&RSelList::listBackgroundColor, &RSelList::setListBackgroundColor>(
+        "listBackgroundColor", "palette index"),
+    oms::readOnly<&RSelList::listIsFull>("listIsFull", "there are 99 names"),
+    oms::data<&RSelList::matchedTextColor, &RSelList::setMatchedTextColor>("matchedTextColor",
+                                                                           "palette index"),
+    oms::data<&RSelList::normalTextColor, &RSelList::setNormalTextColor>("normalTextColor",
+                                                                         "palette index"),
+    oms::readOnly<&RSelList::notifyDeleted>("notifyDeleted", "deleteEntry took out an old name"),
+    oms::data<&RSelList::selectedTextColor, &RSelList::setSelectedTextColor>("selectedTextColor",
+                                                                             "palette index"),
+    oms::data<&RSelList::textFont, &RSelList::setTextFont>("textFont", "TrueType face"),
+    oms::writeOnly<&RSelList::setTextFontID>("textFontID", "id of a bitmap font"),
+    oms::data<&RSelList::textSize, &RSelList::setTextSize>("textSize", "pixels"),
+    oms::data<&RSelList::textStyle, &RSelList::setTextStyle>(
+        "textStyle", "1 bold, 2 italic, 4 underlined, or their sum"),
+    oms::data<&RSelList::visibleLines, &RSelList::setVisibleLines>("visibleLines"),
+    oms::method<&RSelList::addChar>("addChar", "character"),
+    oms::method<&RSelList::addListEntry>("addListEntry", "name"),
+    oms::method<&RSelList::deleteChar>("deleteChar"),
+    oms::method<&RSelList::deleteEntry>("deleteEntry"),
+    oms::method<&RSelList::moveHighlightDown>("moveHighlightDown"),
+    oms::method<&RSelList::moveHighlightUp>("moveHighlightUp"),
+    oms::method<&RSelList::scrollListLineDown>("scrollListLineDown"),
+    oms::method<&RSelList::scrollListLineUp>("scrollListLineUp"),
+    oms::method<&RSelList::scrollListPageDown>("scrollListPageDown"),
+    oms::method<&RSelList::scrollListPageUp>("scrollListPageUp"),
+    oms::method<&RSelList::startNewEntry>("startNewEntry"),
+    oms::event("entrySelected", "a visible name was double-clicked"),
+    oms::event("listFull", "there is no room for another name"),
+};
+
+constexpr int kTextLeft = 10; ///< pixels from the box's left edge
+constexpr char kFirstCharacter = ' ';
+
+} // namespace
+
+RSelList::RSelList(OMTrinketWindow& window, const Rect& box)
+    : OMTrinket(window, UpdateStyle::Regions, box), systemFont_(std::make_unique<OMSysFont>()),
+      size_(OMTTFont::kDefaultSize) {
+    setMovable(false);
+}
+
+RSelList::~RSelList() = default;
+
+std::unique_ptr<RSelList> RSelList::createFromScript() {
+    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
+    if (!window) return nullptr;
+    const OMSArea area = OMSArea::read();
+    auto list = std::make_unique<RSelList>(*window, area.rectangle());
+    if (area.z) list->setZ(*area.z);
+    return list;
+}
+
+void RSelList::declareProperties() {
+    OMTrinket::declareProperties();
+    declare(kVocabulary);
+}
+
+// Font and colours
+
+OMFont& RSelList::font() const { return font_.font() ? *font_.font() : *systemFont_; }
+
+int RSelList::lineHeight() const { return std::max(font().lineHeight(), 1); }
+
+OMFontSource* RSelList::fontSource() {
+    OMFontSource* source = OMFontSource::current();
+    OMDebug::check(source != nullptr, "fontURL == NULL", "URL has to be installed in RSelList");
+    return source;
+}
+
+void RSelList::setFont(OMFontUse font) {
+    font_ = std::move(font);
+    refresh();
+}
+
+void RSelList::chooseFace() {
+    if (face_.empty()) return;
+    if (OMFontSource* source = fontSource())
+        setFont(OMFontUse(source->useTrueType(face_, style_, size_)));
+}
+
+void RSelList::setTextFont(const std::string& face) {
+    face_ = face;
+    if (face_.empty())
+        setFont({});
+    else
+        chooseFace();
+}
+
+void RSelList::setTextFontID(int id) {
+    OMFontSource* source = fontSource();
+    if (!source) return;
+    face_.clear();
+    setFont(OMFontUse(source->useNFNT(id)));
+}
+
+void RSelList::setTextSize(int pixels) {
+    size_ = pixels;
+    chooseFace();
+}
+
+void RSelList::setTextStyle(int bits) {
+    style_ = bits;
+    chooseFace();
+}
+
+void RSelList::setColor(OMColor& color, int index) {
+    color.set(index);
+    refresh();
+}
+
+// Names
+
+void RSelList::setCurrentEntry(const std::string& beginning) {
+    list_.highlight(beginning);
+    refresh();
+}
+
+void RSelList::setVisibleLines(int lines) {
+    list_.setVisibleLines(lines);
+    refresh();
+}
+
+void RSelList::addChar(const std::string& character) {
+    const bool isCharacter =
+        character.size() == 1 && static_cast<unsigned char>(character.front()) >= kFirstCharacter;
+    const auto code =
+        isCharacter ? list_.type(character.front()) : SelectionList::Typed::NoCharacter;
+    setResult(static_cast<int>(code));
+    if (code == SelectionList::Typed::Taken) refresh();
+}
+
+void RSelList::addListEntry(const std::string& name) {
+    if (list_.isFull()) {
+        fireEvent("listFull");
+        return;
+    }
+    list_.insert(name);
+    refresh();
+}
+
+void RSelList::deleteChar() {
+    list_.takeBack();
+    refresh();
+}
+
+void RSelList::deleteEntry() {
+    list_.remove();
+    refresh();
+}
+
+void RSelList::move(int lines) {
+    list_.move(lines);
+    refresh();
+}
+
+void RSelList::scroll(int lines) {
+    list_.scroll(lines);
+    refresh();
+}
+
+void RSelList::startNewEntry() {
+    if (list_.startNew())
+        refresh();
+    else
+        fireEvent("listFull");
+}
+
+// Mouse
+
+std::optional<int> RSelList::entryAt(Point point) const {
+    const int line = (point.y - boundingRectangle().top - font().descent()) / lineHeight();
+    const int entry = list_.firstVisible() + line;
+    const bool there = line >= 0 && line < list_.visibleLines() && entry < list_.count();
+    return there ? std::optional(entry) : std::nullopt;
+}
+
+bool RSelList::pick(Point point) {
+    const std::optional<int> entry = list_.isNew() ? std::nullopt : entryAt(point);
+    if (!entry) return false;
+    list_.highlight(*entry);
+    refresh();
+    return true;
+}
+
+void RSelList::onMouseDown(Point point) {
+    pick(point);
+    OMTrinket::onMouseDown(point);
+}
+
+void RSelList::onDoubleClick(Point point) {
+    const OMSWatch self(this);
+    OMTrinket::onDoubleClick(point);
+    if (self && pick(point)) fireEvent("entrySelected");
+}
+
+// Drawing
+
+void RSelList::paint(OMMemCanvas& canvas, const OMRegion& clip) {
+    OMRegion part = clip;
+    part.intersect(boundingRectangle());
+    if (part.isEmpty()) return;
+    canvas.setColor(listBackground_);
+    canvas.fillRegion(part);
+    const OMTextScope scope(canvas, &font(), part);
+    const int lines = std::min(list_.visibleLines(), list_.count() - list_.firstVisible());
+    for (int line = 0; line < lines; ++line) paintLine(canvas, part, line);
+}
+
+void RSelList::paintLine(OMMemCanvas& canvas, const OMRegion& clip, int line) {
+    const Rect box = boundingRectangle();
+    const int entry = list_.firstVisible() + line;
+    const int baseline = box.top + (line + 1) * lineHeight();
+    const std::string& name = list_.entry(entry);
+    const bool highlighted = entry == list_.highlighted();
+    if (highlighted) {
+        const int bottom = baseline + font().descent();
+        OMRegion bar = clip;
+        bar.intersect({box.left, bottom - lineHeight(), box.right, bottom});
+        canvas.setColor(highlightedBackground_);
+        canvas.fillRegion(bar);
+    }
+    canvas.setTextColor(!highlighted ? normalText_ : list_.isNew() ? matchedText_ : selectedText_);
+    canvas.drawText(box.left + kTextLeft, baseline, name);
+    if (!highlighted || list_.mode() != SelectionList::Mode::Matching) return;
+    canvas.setTextColor(matchedText_);
+    canvas.drawText(box.left + kTextLeft, baseline, list_.typed());
+}
+
+void registerRSelList(OMSRegistry& registry) {
+    registry.registerClass(RSelList::kClassName, [] { return RSelList::createFromScript(); });
+}

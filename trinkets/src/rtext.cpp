@@ -1,0 +1,165 @@
+#include "rtext.h"
+
+#include "omdebug.h"
+#include "ommemcanvas.h"
+#include "omsarea.h"
+#include "omsclass.h"
+#include "omsregistry.h"
+#include "omsysfont.h"
+#include "omtrinketwindow.h"
+#include "omttfont.h"
+#include "textlayout.h"
+
+#include <algorithm>
+
+using platform::Point;
+using platform::Rect;
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::data<&RText::colorIndex, &RText::setColorIndex>("colorIndex", "palette index, 0 to 255"),
+    oms::readOnly<&RText::fontAscent>("fontAscent", "rows above the baseline"),
+    oms::readOnly<&RText::fontDescent>("fontDescent", "rows below the baseline"),
+    oms::readOnly<&RText::fontLeading>("fontLeading", "rows between two lines"),
+    oms::data<&RText::text, &RText::setText>("text", "what is shown"),
+    oms::data<&RText::textHeight, &RText::setTextHeight>("textHeight",
+                                                         "of the box; -1 fits it to the text"),
+    oms::data<&RText::textWidth, &RText::setTextWidth>("textWidth",
+                                                       "of the box; -1 fits it to the text"),
+    oms::data<&RText::userData, &RText::setUserData>("userData", "free value for scripts"),
+    oms::data<&RText::wrap, &RText::setWrap>("wrap", "lines are broken at the width of the box"),
+    oms::method<&RText::chooseFont>("setFont", "id | face size [style]"),
+};
+
+int length(int value) { return value < 0 ? RText::kFitting : std::min(value, RText::kFarthest); }
+
+bool isNumber(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+} // namespace
+
+RText::RText(OMTrinketWindow& window, Point corner, int width, int height)
+    : OMTrinket(window, UpdateStyle::Regions, {corner.x, corner.y, corner.x, corner.y}),
+      width_(length(width)), height_(length(height)) {
+    layOut();
+}
+
+RText::RText(const RText& other)
+    : OMTrinket(other), text_(other.text_), font_(other.font_), color_(other.color_),
+      width_(other.width_), height_(other.height_), wrap_(other.wrap_), userData_(other.userData_) {
+    layOut();
+}
+
+RText::~RText() = default;
+
+std::unique_ptr<RText> RText::createFromScript() {
+    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
+    if (!window) return nullptr;
+    const OMSArea area = OMSArea::read(true);
+    auto text = std::make_unique<RText>(*window, area.corner, area.width, area.height);
+    if (area.z) text->setZ(*area.z);
+    return text;
+}
+
+std::unique_ptr<OMScriptableObject> RText::duplicate() {
+    return std::unique_ptr<OMScriptableObject>(new RText(*this));
+}
+
+void RText::declareProperties() {
+    OMTrinket::declareProperties();
+    declare(kVocabulary);
+}
+
+// Properties
+
+void RText::changeColor(int index) {
+    const int before = color_.index();
+    color_.set(index);
+    if (color_.index() != before) markWhole();
+}
+
+int RText::fontAscent() const { return font().ascent(); }
+int RText::fontDescent() const { return font().descent(); }
+int RText::fontLeading() const { return font().leading(); }
+
+void RText::setText(const std::string& text) {
+    if (text == text_) return;
+    text_ = text;
+    layOut();
+}
+
+void RText::setTextHeight(int height) {
+    height_ = length(height);
+    layOut();
+}
+
+void RText::setTextWidth(int width) {
+    width_ = length(width);
+    layOut();
+}
+
+void RText::setWrap(bool wrap) {
+    wrap_ = wrap;
+    layOut();
+}
+
+// Font
+
+OMFont& RText::font() const { return font_.font() ? *font_.font() : *systemFont_; }
+
+void RText::chooseFont(const std::string& font, std::optional<int> size, std::optional<int> style) {
+    OMFontSource* source = OMFontSource::current();
+    if (!OMDebug::check(source != nullptr, "fontURL == NULL", "URL has to be installed in RText"))
+        return;
+    if (isNumber(font) && !size)
+        setFont(OMFontUse(source->useNFNT(OMSToInteger(font))));
+    else
+        setFont(OMFontUse(
+            source->useTrueType(font, style.value_or(0), size.value_or(OMTTFont::kDefaultSize))));
+}
+
+void RText::setFont(OMFontUse font) {
+    font_ = std::move(font);
+    layOut();
+}
+
+// Layout and drawing
+
+void RText::layOut() {
+    markChanged();
+    if (!font_.font() && !systemFont_) systemFont_ = std::make_unique<OMSysFont>();
+    const OMFont& drawn = font();
+    lines_ =
+        OMLinesOf(text_, drawn, wrap_ && width_ != kFitting ? std::optional(width_) : std::nullopt);
+    int widest = 0;
+    for (const std::string_view line : lines_) widest = std::max(widest, drawn.textWidth(line));
+    const auto rows =
+        static_cast<std::int64_t>(lines_.size()) * drawn.lineHeight() - drawn.leading();
+    const int needed = static_cast<int>(std::clamp<std::int64_t>(rows, 0, kFarthest));
+    const Rect r = boundingRectangle();
+    setBounds({r.left, r.top, r.left + (width_ == kFitting ? widest : width_),
+               r.top + (height_ == kFitting ? needed : height_)});
+    markWhole();
+}
+
+void RText::paint(OMMemCanvas& canvas, const OMRegion& clip) {
+    const Rect box = boundingRectangle();
+    OMRegion part = clip;
+    part.intersect(box);
+    if (part.isEmpty()) return;
+    OMFont& drawn = font();
+    const OMTextScope scope(canvas, &drawn, std::move(part));
+    canvas.setTextColor(color_);
+    int baseline = box.top + drawn.ascent();
+    for (const std::string_view line : lines_) {
+        if (baseline - drawn.ascent() >= box.bottom) break;
+        canvas.drawText(box.left, baseline, line);
+        baseline += drawn.lineHeight();
+    }
+}
+
+void registerRText(OMSRegistry& registry) {
+    registry.registerClass(RText::kClassName, [] { return RText::createFromScript(); });
+}

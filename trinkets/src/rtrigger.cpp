@@ -1,0 +1,109 @@
+#include "rtrigger.h"
+
+#include "omdebug.h"
+#include "omeffectsounds.h"
+#include "omsclass.h"
+#include "omsregistry.h"
+#include "omtrinketwindow.h"
+
+#include <algorithm>
+
+using platform::Point;
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::data<&RTrigger::framePixelDelta, &RTrigger::setFramePixelDelta>(
+        "framePixelDelta", "pixels of the pointer for each frame"),
+    oms::data<&RTrigger::sfxID, &RTrigger::setSfxID>("sfxID",
+                                                     "sound of a drag, played once; -1: none"),
+    oms::data<&RTrigger::userData, &RTrigger::setUserData>("userData", "free value for scripts"),
+    oms::event("clicked", "released on the frame that it was pressed on"),
+    oms::event("fired", "released on another frame"),
+};
+
+} // namespace
+
+RTrigger::RTrigger(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
+    : OMAnimation(window, std::move(image), id, x, y) {
+    setMovable(false);
+    pause();
+}
+
+RTrigger::RTrigger(const RTrigger& other)
+    : OMAnimation(other), framePixelDelta_(other.framePixelDelta_), sfxId_(other.sfxId_),
+      userData_(other.userData_) {}
+
+std::unique_ptr<RTrigger> RTrigger::createFromScript() {
+    if (!OMDebug::check(hasSourceLocator(), "url == NULL",
+                        "SourceURL is not installed in OMAnimation"))
+        return nullptr;
+    return createFromArguments<RTrigger>();
+}
+
+std::unique_ptr<OMScriptableObject> RTrigger::duplicate() {
+    return std::unique_ptr<OMScriptableObject>(new RTrigger(*this));
+}
+
+void RTrigger::declareProperties() {
+    OMAnimation::declareProperties();
+    declare(kVocabulary);
+}
+
+// Dragging
+
+void RTrigger::onMouseDown(Point point) {
+    const OMSWatch self(this);
+    OMAnimation::onMouseDown(point);
+    if (!self || !window()) return;
+    startFrame_ = frameNumber();
+    startX_ = point.x;
+    soundPlayed_ = false;
+    turning_ = true;
+    setMouseCapture(true);
+    window()->showCursor(grabCursor());
+}
+
+/// The ends of the sequence stop it, however fast the pointer passes them.
+void RTrigger::onMouseMove(Point point) {
+    const OMSWatch self(this);
+    OMAnimation::onMouseMove(point);
+    if (!self || !turning_) return;
+    const int frames = framePixelDelta_ == 0 ? 0 : (point.x - startX_) / framePixelDelta_;
+    const int wanted = std::clamp(startFrame_ + frames, 1, std::max(frameCount(), 1));
+    if (wanted != frameNumber()) setFrameNumber(wanted);
+    playSound();
+}
+
+void RTrigger::playSound() {
+    if (soundPlayed_ || sfxId_ == kNoSound) return;
+    soundPlayed_ = true;
+    OMEffectSounds* sounds = OMEffectSounds::current();
+    if (OMDebug::check(sounds != nullptr, "soundURLEx == NULL",
+                       "Extended Sound URL is not installed in RTrigger"))
+        sounds->playEffect(sfxId_, nullptr);
+}
+
+void RTrigger::onMouseUp(Point point) {
+    const OMSWatch self(this);
+    OMAnimation::onMouseUp(point);
+    if (!self || !turning_) return;
+    turning_ = false;
+    fireEvent(frameNumber() == startFrame_ ? "clicked" : "fired");
+    if (self) letGo();
+}
+
+void RTrigger::onReleaseLost() {
+    if (!turning_) return;
+    turning_ = false;
+    letGo();
+}
+
+void RTrigger::letGo() {
+    setMouseCapture(false);
+    setCursor();
+}
+
+void registerRTrigger(OMSRegistry& registry) {
+    registry.registerClass(RTrigger::kClassName, [] { return RTrigger::createFromScript(); });
+}
