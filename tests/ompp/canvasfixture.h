@@ -42,6 +42,7 @@ class Process {
 
     MemoryDisplay& display() { return platform_.display(); }
     MemoryFiles& files() { return platform_.files(); }
+    MemoryTypefaces& typefaces() { return platform_.typefaces(); }
 
     /// The failed checks since the last call.
     std::vector<std::string> takeMessages() { return std::exchange(messages, {}); }
