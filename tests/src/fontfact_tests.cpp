@@ -1,0 +1,191 @@
+// The font factory: fonts shared by use counts, substitutions, and every line of its log.
+#include "../ompp/nfntbuilder.h"
+#include "../trinkets/windowfixture.h"
+
+#include "fontfact.h"
+#include "omformat.h"
+#include "omnfntfont.h"
+#include "omsysfont.h"
+#include "omttfont.h"
+
+#include <optional>
+
+using testing_support::ApplicationTest;
+using testing_support::MemoryStream;
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+class FontFactoryTest : public ApplicationTest {
+  protected:
+    FontFactoryTest() {
+        fonts->setNFNTLocator([this](int id) -> std::unique_ptr<OMIStream> {
+            asked.push_back(id);
+            if (id > 90) return nullptr;
+            if (id == 90) return std::make_unique<MemoryStream>(testing_support::toBytes("bad"));
+            return std::make_unique<MemoryStream>(testing_support::smallFont().bytes());
+        });
+        machine.typefaces().families = {"Lumo", "Arial"};
+    }
+    std::string takeLog() {
+        const std::string text = files.text("zorbelog.txt");
+        files.erase("zorbelog.txt");
+        return text;
+    }
+    static std::string pointer(const OMFont& font) {
+        return OMFormat("%p", static_cast<const void*>(&font));
+    }
+
+    std::optional<FontFactory> fonts{std::in_place};
+    std::vector<int> asked;
+};
+
+TEST_F(FontFactoryTest, FontsAreMadeOnceAndGoWithTheirLastUse) {
+    OMFont& font = fonts->useNFNT(12);
+    EXPECT_EQ(&fonts->useNFNT(12), &font);
+    EXPECT_EQ(asked, std::vector<int>{12});
+    EXPECT_EQ(takeLog(), "Starting to use NFNT font 12\nStarting to use NFNT font 12\n");
+    fonts->doneUsing(font);
+    EXPECT_EQ(takeLog(), "Done using NFNT font 12\n");
+    EXPECT_EQ(fonts->fontCount(), 1U);
+    fonts->doneUsing(font);
+    EXPECT_EQ(takeLog(), "Done using NFNT font 12, dumping\n");
+    EXPECT_EQ(fonts->fontCount(), 0U);
+    fonts->doneUsing(font); // no longer known; never looked at
+    EXPECT_EQ(takeLog(), "");
+
+    OMFont& face = fonts->useTrueType("Lumo", 3, 18);
+    EXPECT_EQ(face.name(), "Lumo");
+    EXPECT_TRUE(machine.typefaces().asked->bold && machine.typefaces().asked->italic);
+    EXPECT_EQ(machine.typefaces().asked->size, 18);
+    EXPECT_NE(&fonts->useTrueType("Lumo", 0, 18), &face) << "style and size are part of the key";
+    fonts->useFont(face);
+    fonts->doneUsing(face);
+    fonts->doneUsing(face);
+    EXPECT_EQ(takeLog(), "Starting to use TT font Lumo 3 18\nStarting to use TT font Lumo 0 18\n"
+                         "Starting to use font " +
+                             pointer(face) +
+                             "\nDone using TT font Lumo 3 18\n"
+                             "Done using TT font Lumo 3 18, dumping\n");
+}
+
+TEST_F(FontFactoryTest, FontsOfTheCallersMakingAreKnownByThemselves) {
+    auto made = std::make_unique<OMSysFont>();
+    const std::string name = pointer(*made);
+    OMFont& font = fonts->useFont(std::move(made));
+    EXPECT_EQ(&fonts->useFont(font), &font);
+    fonts->doneUsing(font);
+    fonts->doneUsing(font);
+    EXPECT_EQ(takeLog(), "Starting to use font " + name + "\nStarting to use font " + name +
+                             "\nDone using font " + name + "\nDone using font " + name +
+                             ", dumping\n");
+}
+
+TEST_F(FontFactoryTest, TheGamesTableNamesBitmapFonts) {
+    fonts->addGameSubstitutions();
+    struct Row {
+        const char* face;
+        int style;
+        int size;
+        int id;
+    };
+    const Row rows[] = {{"Geneva", 1, 10, 10},  {"Geneva", 0, 12, 11},  {"Geneva", 0, 14, 12},
+                        {"Chicago", 0, 12, 20}, {"Chicago", 0, 14, 21}, {"Chicago", 0, 10, 22},
+                        {"Chicago", 0, 11, 23}, {"Arial", 0, 12, 30},   {"Arial", 1, 12, 31},
+                        {"Arial", 0, 10, 32},   {"Arial", 0, 11, 33},   {"Lumo", 0, 14, 40},
+                        {"Fenwyx", 0, 16, 50}};
+    for (const Row& row : rows) {
+        asked.clear();
+        OMFont& font = fonts->useTrueType(row.face, row.style, row.size);
+        EXPECT_EQ(asked, std::vector<int>{row.id});
+        const std::string face = OMFormat("TT font %s %d %d", row.face, row.style, row.size);
+        EXPECT_EQ(takeLog(), "Starting to use " + face + "\n" +
+                                 OMFormat("\tSubstituting NFNT font %d for font ", row.id) + face +
+                                 "\n" + OMFormat("Starting to use NFNT font %d\n", row.id));
+        fonts->doneUsing(font);
+        EXPECT_EQ(takeLog(), OMFormat("Done using NFNT font %d, dumping\n", row.id));
+    }
+    // Another size of the same face is another font.
+    EXPECT_EQ(fonts->useTrueType("Arial", 1, 13).kind(), OMFont::Kind::Typeface);
+}
+
+TEST_F(FontFactoryTest, EveryKindMayStandForEveryOther) {
+    OMFont& own = fonts->useFont(std::make_unique<OMSysFont>());
+    OMFont& other = fonts->useFont(std::make_unique<OMSysFont>());
+    const RFontKey kinds[] = {&own, std::int16_t{7}, RTrueTypeKey{"Lumo", 1, 20}};
+    const RFontKey substitutes[] = {&other, std::int16_t{8}, RTrueTypeKey{"Arial", 0, 9}};
+    const std::string names[] = {"font " + pointer(own), "NFNT font 7", "TT font Lumo 1 20"};
+    const std::string newNames[] = {"font " + pointer(other), "NFNT font 8", "TT font Arial 0 9"};
+    for (std::size_t from = 0; from < std::size(kinds); ++from) {
+        for (std::size_t to = 0; to < std::size(substitutes); ++to) {
+            fonts->addSubstitution(kinds[from], substitutes[to]); // replaces the one before
+            takeLog();
+            OMFont& used = from == 0   ? fonts->useFont(own)
+                           : from == 1 ? fonts->useNFNT(7)
+                                       : fonts->useTrueType("Lumo", 1, 20);
+            EXPECT_EQ(takeLog(), "Starting to use " + names[from] + "\n\tSubstituting " +
+                                     newNames[to] + " for font " + names[from] +
+                                     "\nStarting to use " + newNames[to] + "\n");
+            EXPECT_EQ(&used == &other, to == 0);
+            EXPECT_EQ(used.kind() == OMFont::Kind::NFNT, to == 1);
+        }
+    }
+    // One after the other, and in a circle.
+    fonts->addSubstitution(std::int16_t{1}, std::int16_t{2});
+    fonts->addSubstitution(std::int16_t{2}, std::int16_t{3});
+    asked.clear();
+    (void)fonts->useNFNT(1);
+    EXPECT_EQ(asked, std::vector<int>{3});
+    fonts->addSubstitution(std::int16_t{3}, std::int16_t{1});
+    EXPECT_EQ(fonts->useNFNT(1).kind(), OMFont::Kind::NFNT);
+}
+
+TEST_F(FontFactoryTest, ASubstitutionGoesWithItsFont) {
+    OMFont& own = fonts->useFont(std::make_unique<OMSysFont>());
+    fonts->addSubstitution(std::int16_t{7}, &own);
+    fonts->doneUsing(own);
+    EXPECT_EQ(fonts->useNFNT(7).kind(), OMFont::Kind::NFNT);
+}
+
+TEST_F(FontFactoryTest, WhatCannotBeHadIsTheSystemFont) {
+    OMFont& missing = fonts->useNFNT(91);
+    EXPECT_EQ(missing.name(), "System font");
+    EXPECT_EQ(takeLog(), "Starting to use NFNT font 91\n"
+                         "Warning: FontFactory: Cannot load NFNT font with id 91\n"
+                         "Starting to use font " +
+                             pointer(missing) + "\n");
+    EXPECT_EQ(fonts->useNFNT(90).name(), "System font") << "a damaged one";
+    OMFont& face = fonts->useTrueType("Nowhere", 0, 12);
+    EXPECT_EQ(face.name(), "System font");
+    EXPECT_NE(takeLog().find("Warning: FontFactory: Cannot load TT font Nowhere\n"),
+              std::string::npos);
+    fonts->doneUsing(face);
+    fonts->setNFNTLocator(nullptr);
+    EXPECT_EQ(fonts->useNFNT(12).name(), "System font");
+    EXPECT_NE(takeLog().find("Warning: NFNT URL is not installed in FontFactory\n"),
+              std::string::npos);
+    EXPECT_EQ(takeFailures(), Strings{"NFNT URL is not installed in FontFactory"});
+}
+
+TEST_F(FontFactoryTest, ToldWhatIsUsedAtTheEnd) {
+    (void)fonts->useNFNT(12);
+    (void)fonts->useTrueType("Lumo", 1, 20);
+    fonts->useFont(std::make_unique<OMSysFont>());
+    {
+        const OMFontUse use(fonts->useNFNT(13));
+        const OMFontUse copy = use;
+        EXPECT_EQ(copy.font(), use.font());
+    }
+    takeLog();
+    OMFontUse left(fonts->useNFNT(14));
+    takeLog();
+    fonts.reset();
+    EXPECT_EQ(takeLog(), "Warning: FontFactory: NFNT font with ID 12 not released.\n"
+                         "Warning: FontFactory: TrueType font Lumo 1 20 not released.\n"
+                         "Warning: FontFactory: Unknown font not released.\n"
+                         "Warning: FontFactory: NFNT font with ID 14 not released.\n");
+    EXPECT_EQ(left.font(), nullptr) << "its source is gone";
+}
+
+} // namespace
