@@ -28,6 +28,8 @@ int digitValue(char c) {
     return -1;
 }
 
+bool isHexDigit(char c) { return digitValue(c) >= 0; }
+
 class BdfReader {
   public:
     explicit BdfReader(ByteSpan file)
@@ -162,12 +164,12 @@ class BdfReader {
 
     /// The line's digits; those behind the width are padding.
     void addRow(Glyph& glyph) const {
+        const auto width = static_cast<std::size_t>(glyph.width);
+        if (keyword_.size() * kBitsOfADigit < width || !std::ranges::all_of(keyword_, isHexDigit))
+            throw Refusal(quoted(printable(keyword_)) + " is no row of " +
+                          std::to_string(glyph.width) + " pixels");
         for (int x = 0; x < glyph.width; ++x) {
-            const auto at = static_cast<std::size_t>(x / kBitsOfADigit);
-            const int digit = at < keyword_.size() ? digitValue(keyword_[at]) : -1;
-            if (digit < 0)
-                throw Refusal(quoted(printable(keyword_)) + " is no row of " +
-                              std::to_string(glyph.width) + " pixels");
+            const int digit = digitValue(keyword_[static_cast<std::size_t>(x / kBitsOfADigit)]);
             glyph.ink.push_back((digit >> (kBitsOfADigit - 1 - x % kBitsOfADigit) & 1) != 0);
         }
     }

@@ -145,6 +145,7 @@ class ImageReader {
         if (colourCount_ > kMostColours) return std::nullopt;
         pixels_ = kBitmapHeader + colourCount_ * kColourSize;
         mask_ = pixels_ + rowBytes(width_, bits_) * height_;
+        (void)reader_.slice(mask_, rowBytes(width_, 1) * height_);
         std::vector<Pixel> pixels;
         for (std::size_t y = height_; y-- > 0;)
             for (std::size_t x = 0; x < width_; ++x) pixels.push_back(pixel(x, y));
