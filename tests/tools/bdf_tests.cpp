@@ -78,7 +78,7 @@ TEST(Bdf, RefusesDamageWithItsLine) {
         {"CHARS 2", "", "line 27: the file ends without CHARS"},
         {"ENDPROPERTIES", "", "line 27: the file ends without ENDPROPERTIES"},
         {"STARTPROPERTIES 2", "STARTPROPERTIES -1", "line 5: STARTPROPERTIES is -1"},
-        {"FONT_ASCENT 2", "FONT_ASCENT 99999", "line 6: FONT_ASCENT is 99999"},
+        {"FONT_ASCENT 2", "FONT_ASCENT 999999", "line 6: FONT_ASCENT is 999999"},
         {"ENDFONT\n", "", "line 26: the file ends without ENDFONT"},
         {"STARTCHAR dash", "ENDCHAR", "line 20: \"ENDCHAR\" where STARTCHAR is expected"},
         {"BBX 3 3 -1 -1", "BBX 99999999 3 -1 -1", "line 14: BBX is 99999999, allowed is 0 to 1024"},

@@ -117,8 +117,8 @@ class BdfReader {
     void readProperties() {
         constexpr const char* kEnd = "ENDPROPERTIES";
         for (needLine(kEnd); keyword_ != kEnd; needLine(kEnd)) {
-            if (keyword_ == "FONT_ASCENT") ascent_ = takeNumber(-kLargestGlyph, kLargestGlyph);
-            if (keyword_ == "FONT_DESCENT") descent_ = takeNumber(-kLargestGlyph, kLargestGlyph);
+            if (keyword_ == "FONT_ASCENT") ascent_ = takeNumber(-kFarthest, kFarthest);
+            if (keyword_ == "FONT_DESCENT") descent_ = takeNumber(-kFarthest, kFarthest);
             if (keyword_ == "DEFAULT_CHAR") font_.defaultCode = takeNumber(-1, kLargestCode);
         }
     }

@@ -17,6 +17,9 @@ constexpr int kBitsOfAByte = 8;
 constexpr FT_Pos kPixel = 64; ///< the library's unit is 1/64 of a pixel
 constexpr FT_Fixed kOne = 0x10000;
 constexpr FT_Fixed kSlant = 0x3333; ///< a pixel to the right every five rows
+/// Pixels of a side of an outline: emboldened and with whole pixels at its edges, it is still
+/// within kLargestGlyph.
+constexpr FT_Pos kLargestOutline = kLargestGlyph - 4;
 /// The one that hints as designers of screen fonts expect.
 constexpr FT_UInt kHinting = 35;
 
@@ -101,9 +104,9 @@ class Renderer {
         FT_Outline_Get_CBox(&outline, &box);
         const FT_Pos width = (box.xMax - box.xMin) / kPixel;
         const FT_Pos height = (box.yMax - box.yMin) / kPixel;
-        if (width >= kLargestGlyph || height >= kLargestGlyph)
+        if (width > kLargestOutline || height > kLargestOutline)
             throw Refusal(name + " has " + std::to_string(width) + "x" + std::to_string(height) +
-                          " pixels, allowed are " + std::to_string(kLargestGlyph - 1));
+                          " pixels, allowed are " + std::to_string(kLargestOutline));
     }
 
     static Glyph copied(const FT_GlyphSlotRec& slot) {

@@ -15,6 +15,8 @@ constexpr int kHighestCode = kLatin1Codes - 1;
 /// Code of the stand-in of fonts that reach so far that it finds no room behind the others.
 constexpr int kHighestStandIn = kHighestCode - 1;
 
+constexpr int kHighestBox = 255; ///< so that its width fits into a byte
+
 /// Whether texts have characters of this code.
 bool isPrintable(int code) {
     return (code >= 0x20 && code <= 0x7E) || (code >= 0xA0 && code <= kHighestCode);
@@ -35,12 +37,13 @@ Glyph drawnStandIn(const BitmapFont& font) {
     for (const char model : kModels) {
         const auto found = font.glyphs.find(model);
         const auto ink = found == font.glyphs.end() ? std::nullopt : inkBox(found->second);
-        if (!ink || found->second.top - ink->top <= 0) continue;
+        if (!ink) continue;
         const Glyph& glyph = found->second;
-        return boxGlyph(glyph.left + ink->left, ink->right - ink->left, glyph.top - ink->top,
-                        glyph.advance);
+        const int height = glyph.top - ink->top;
+        if (height > 0 && height <= kLargestGlyph)
+            return boxGlyph(glyph.left + ink->left, ink->right - ink->left, height, glyph.advance);
     }
-    const int height = std::clamp(font.ascent, 1, kLargestGlyph);
+    const int height = std::clamp(font.ascent, 1, kHighestBox);
     const int width = height * 2 / 3 + 1;
     return boxGlyph(1, width, height, width + 2);
 }
