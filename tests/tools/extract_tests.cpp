@@ -160,6 +160,7 @@ library night.rsc
         bytes big
         leading 2
     font 7 latin.bdf
+    font 8 thorn.bdf
     file wave 7 words.txt
 library cursors.rsc
     file CURSOR 1 words.txt
@@ -193,6 +194,8 @@ class ExtractEverything : public Extract {
         std::string latin = testfonts::kSmallBdf;
         latin.replace(latin.find("ENCODING 3"), 10, "ENCODING 255");
         folder_.write("latin.bdf", latin);
+        latin.replace(latin.find("ENCODING 255"), 12, "ENCODING 254");
+        folder_.write("thorn.bdf", latin);
         folder_.write("game.txt", kEverything);
     }
 };
@@ -215,8 +218,9 @@ TEST_F(ExtractEverything, IsPackedAgainToTheSameBytes) {
           "        place 2048 -2047", "        place -5 300 7", "        crop no",
           "    use night-101", "    file TEXT 1 scene_1/TEXT-1.bin", "    font 5 night/NFNT-5.bdf",
           "        bytes big", "        leading 2", "    font 7 night/NFNT-7.bdf",
-          "    file CURSOR 1 cursors/CURSOR-1.bin", "    cursor 2 cursors/CURSOR-2.png 3 2",
-          "    file wave 7 night/wave-7.bin", "    file \"#16\" 1 cursors/_16-1.bin"})
+          "    font 8 night/NFNT-8.bdf", "    file CURSOR 1 cursors/CURSOR-1.bin",
+          "    cursor 2 cursors/CURSOR-2.png 3 2", "    file wave 7 night/wave-7.bin",
+          "    file \"#16\" 1 cursors/_16-1.bin"})
         EXPECT_TRUE(manifestSays(line)) << line << " in\n" << manifest();
     EXPECT_EQ(folder_.read("out/scene_1/WAVE-7.wav"), folder_.read("buzz.wav"));
 }

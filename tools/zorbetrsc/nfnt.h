@@ -37,9 +37,9 @@ struct Nfnt {
     std::map<int, Glyph> glyphs; ///< at most lastChar; rows outside of ascent and descent are blank
 
     [[nodiscard]] int standInCode() const { return lastChar - 1; }
-    /// Whether that character is only there for others: no other has a higher code.
+    /// Whether that character is only there for others: it comes right behind all of them.
     [[nodiscard]] bool hasPureStandIn() const {
-        return !glyphs.empty() && glyphs.rbegin()->first == standInCode();
+        return glyphs.contains(standInCode() - 1) && glyphs.rbegin()->first == standInCode();
     }
 };
 
