@@ -6,7 +6,7 @@
 #include FT_OUTLINE_H
 
 #include <algorithm>
-#include <cstdlib>
+#include <cstddef>
 #include <memory>
 
 namespace rsc {

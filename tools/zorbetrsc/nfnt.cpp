@@ -3,7 +3,6 @@
 #include "aseq.h"
 
 #include <algorithm>
-#include <array>
 
 namespace rsc {
 
