@@ -1,12 +1,14 @@
 #include "extract.h"
 
 #include "aseq.h"
+#include "cursor.h"
 #include "foreignlibrary.h"
 #include "nelibrary.h"
 #include "pack.h"
 #include "palette.h"
 #include "picture.h"
 #include "testfiles.h"
+#include "testfonts.h"
 
 #include <gtest/gtest.h>
 
@@ -153,10 +155,16 @@ library night.rsc
     animation 101
         frame night.png
         sequence 1:40 sound 7 1:40
-    file NFNT 5 words.txt
+    font 5 small.bdf
+    font 6 small.bdf
+        bytes big
+        leading 2
+    font 7 latin.bdf
+    font 8 thorn.bdf
     file wave 7 words.txt
 library cursors.rsc
     file CURSOR 1 words.txt
+    cursor 2 hole.png 3 2
     file "#16" 1 words.txt
 )";
 
@@ -182,6 +190,12 @@ class ExtractEverything : public Extract {
         folder_.write("buzz.wav", riffSound(33));
         folder_.write("mac.snd", macSound({1, 2, 3}, 3));
         folder_.write("words.txt", std::string_view("some words"));
+        folder_.write("small.bdf", testfonts::kSmallBdf);
+        std::string latin = testfonts::kSmallBdf;
+        latin.replace(latin.find("ENCODING 3"), 10, "ENCODING 255");
+        folder_.write("latin.bdf", latin);
+        latin.replace(latin.find("ENCODING 255"), 12, "ENCODING 254");
+        folder_.write("thorn.bdf", latin);
         folder_.write("game.txt", kEverything);
     }
 };
@@ -202,8 +216,11 @@ TEST_F(ExtractEverything, IsPackedAgainToTheSameBytes) {
     for (const std::string line :
          {"map \"MY GAME\"", "audiomap", "    picture 100 scene_1/ASEQ-100.png",
           "        place 2048 -2047", "        place -5 300 7", "        crop no",
-          "    use night-101", "    file TEXT 1 scene_1/TEXT-1.bin",
-          "    file wave 7 night/wave-7.bin", "    file \"#16\" 1 cursors/_16-1.bin"})
+          "    use night-101", "    file TEXT 1 scene_1/TEXT-1.bin", "    font 5 night/NFNT-5.bdf",
+          "        bytes big", "        leading 2", "    font 7 night/NFNT-7.bdf",
+          "    font 8 night/NFNT-8.bdf", "    file CURSOR 1 cursors/CURSOR-1.bin",
+          "    cursor 2 cursors/CURSOR-2.png 3 2", "    file wave 7 night/wave-7.bin",
+          "    file \"#16\" 1 cursors/_16-1.bin"})
         EXPECT_TRUE(manifestSays(line)) << line << " in\n" << manifest();
     EXPECT_EQ(folder_.read("out/scene_1/WAVE-7.wav"), folder_.read("buzz.wav"));
 }
@@ -271,6 +288,13 @@ TEST_F(Extract, LeavesAsItIsWhatPicturesCannotTell) {
         {"bytes behind it", "ASEQ", join({small, {0, 0, 1}}), "    file ASEQ 1 a/ASEQ-1.bin"},
         {"much behind it", "ASEQ", join({small, Bytes(40)}), "    file ASEQ 1 a/ASEQ-1.bin"},
         {"reserved bytes", "ASEQ", changed(small, 7, 1), "    file ASEQ 1 a/ASEQ-1.bin"},
+        {"a font of ours", "NFNT", testfonts::kSmallNfnt, "    font 1 a/NFNT-1.bdf"},
+        {"another type of font", "NFNT", changed(testfonts::kSmallNfnt, 1, 0xB0),
+         "    file NFNT 1 a/NFNT-1.bin"},
+        {"another first character", "NFNT", changed(testfonts::kSmallNfnt, 2, 1),
+         "    file NFNT 1 a/NFNT-1.bin"},
+        {"no stand-in", "NFNT", changed(testfonts::kSmallNfnt, 56, 0xFF),
+         "    file NFNT 1 a/NFNT-1.bin"},
         {"a palette of ours", "RRGB", palette, "    colours 1 a-1"},
         {"high bytes", "RRGB", changed(palette, 601, 7), "    file RRGB 1 a/RRGB-1.bin"},
         {"other fixed colours", "RRGB", changed(palette, 0, 7), "    file RRGB 1 a/RRGB-1.bin"},
@@ -284,6 +308,30 @@ TEST_F(Extract, LeavesAsItIsWhatPicturesCannotTell) {
         expectRoundTrip("a.rsc", rsc::buildNeLibrary("A", resources), row.what);
         EXPECT_TRUE(manifestSays(row.line)) << row.what << ":\n" << manifest();
         EXPECT_FALSE(manifestSays("    layout a/library.layout")) << row.what;
+    }
+}
+
+TEST_F(Extract, KeepsCursorsThatPicturesCannotTell) {
+    const auto picture = rsc::Picture::fromPng(testfiles::truecolourPng(1, {Rgba{9, 8, 7, 255}}));
+    const Bytes ours = rsc::buildCursor(picture, {0, 0});
+    Bytes entry(ours.begin() + 6, ours.begin() + 22);
+    entry[12] += 16;
+    const Bytes two =
+        join({{0, 0, 2, 0, 2, 0}, entry, entry, Bytes(ours.begin() + 22, ours.end())});
+    const RawCase cases[] = {
+        {"one of ours", "CURSOR", ours, "    cursor 1 cursors/CURSOR-1.png 0 0"},
+        {"two pictures", "CURSOR", two, "    file CURSOR 1 cursors/CURSOR-1.cur"},
+        {"another depth", "CURSOR", changed(ours, 36, 1), "    file CURSOR 1 cursors/CURSOR-1.cur"},
+        {"an inverting pixel", "CURSOR", changed(ours, ours.size() - 4, 0x80),
+         "    file CURSOR 1 cursors/CURSOR-1.cur"},
+        {"bytes behind it", "CURSOR", join({ours, {0, 1}}),
+         "    file CURSOR 1 cursors/CURSOR-1.cur"},
+        {"something else", "CURSOR", {1, 2, 3}, "    file CURSOR 1 cursors/CURSOR-1.bin"},
+    };
+    for (const RawCase& row : cases) {
+        const std::vector<Resource> resources = {{row.type, 1, row.bytes}};
+        expectRoundTrip("cursors.rsc", rsc::buildNeLibrary("CURSORS", resources), row.what);
+        EXPECT_TRUE(manifestSays(row.line)) << row.what << ":\n" << manifest();
     }
 }
 
@@ -450,12 +498,14 @@ TEST_F(Extract, RefusesWithoutWritingAnything) {
 }
 
 TEST_F(Extract, TellsDamagedAnimationsAndUnpacksAllTheSame) {
-    const std::vector<Resource> resources = {{"ASEQ", 5, {1, 0, 1, 0, 8}}, {"TEXT", 6, {1}}};
+    const std::vector<Resource> resources = {
+        {"ASEQ", 5, {1, 0, 1, 0, 8}}, {"NFNT", 5, {1, 0x90}}, {"TEXT", 6, {1}}};
     folder_.write("bad.rsc", rsc::buildNeLibrary("BAD", resources));
     EXPECT_EQ(extract({"bad.rsc"}), 1);
     EXPECT_NE(errors_.find("bad.rsc: ASEQ 5: the animation"), std::string::npos) << errors_;
     EXPECT_EQ(testfiles::namesIn(folder_.at("out/bad")),
-              (std::vector<std::string>{"ASEQ-5.bin", "TEXT-6.bin"}));
+              (std::vector<std::string>{"ASEQ-5.bin", "NFNT-5.bin", "TEXT-6.bin"}));
+    EXPECT_NE(errors_.find("bad.rsc: NFNT 5: the font is cut off"), std::string::npos) << errors_;
     ASSERT_EQ(pack("out/resources.manifest", "again"), 0) << errors_;
     EXPECT_EQ(folder_.read("again/bad.rsc"), folder_.read("bad.rsc"));
 }
@@ -481,6 +531,7 @@ TEST_F(Extract, DoesNotGrowSmallFilesWithoutEnd) {
 /// Whatever is taken comes back; all else is refused with a text.
 TEST_F(Extract, SurvivesAnyByteBeingWrong) {
     const std::vector<Resource> resources = {{"ASEQ", 5, rsc::writeAseq(smallAnimation())},
+                                             {"NFNT", 5, testfonts::kSmallNfnt},
                                              {"WAVE", 6, macSound({1, 2, 3}, 3)}};
     const Bytes library = rsc::buildNeLibrary("A", resources);
     const auto examine = [&](const Bytes& damaged, std::size_t at) {

@@ -51,8 +51,15 @@ TEST(Manifest, ReadsEverything) {
                                             "    sequence 1-3 loop\n"
                                             "    sequence hold 1\n"
                                             "  file WAVE 7 sub/noise.wav\n"
+                                            "  font 10 small.BDF\n"
+                                            "    chars 32-0x7e 0xA0\n"
+                                            "    chars 255\n"
+                                            "    leading 3\n"
+                                            "  font 11 big.ttf 14 italic\n"
+                                            "    bytes big\n"
                                             "library cursors.rsc\n"
-                                            "  file CURSOR 1 hand.cur",
+                                            "  file CURSOR 1 hand.cur\n"
+                                            "  cursor 2 fist.png 4 63",
                                             "DEFAULT");
     EXPECT_EQ(manifest.mapIdentifier, "MY GAME");
     ASSERT_EQ(manifest.palettes.size(), 2U);
@@ -63,7 +70,7 @@ TEST(Manifest, ReadsEverything) {
     ASSERT_EQ(manifest.libraries.size(), 2U);
     const auto& scene = manifest.libraries[0];
     EXPECT_EQ(scene.name, "scene1.rsc");
-    ASSERT_EQ(scene.resources.size(), 5U);
+    ASSERT_EQ(scene.resources.size(), 7U);
     EXPECT_EQ(animationOf(scene.resources[0]).palette, std::nullopt);
     EXPECT_EQ(scene.resources[1].type, "RRGB");
     EXPECT_EQ(std::get<rsc::ColoursPlan>(scene.resources[1].content).palette, 0U);
@@ -87,6 +94,21 @@ TEST(Manifest, ReadsEverything) {
     EXPECT_EQ(animation.sequences.size(), 2U);
     EXPECT_EQ(scene.resources[4].id, 7);
     EXPECT_EQ(std::get<rsc::PlainFilePlan>(scene.resources[4].content).file.path, "sub/noise.wav");
+    const auto& small = std::get<rsc::FontPlan>(scene.resources[5].content);
+    EXPECT_EQ(scene.resources[5].type, "NFNT");
+    EXPECT_EQ(small.face.has_value(), false);
+    EXPECT_EQ(small.chars->count(), 0x7FU - 32 + 2);
+    EXPECT_TRUE(small.keeps(0x7E) && small.keeps(0xA0) && small.keeps(255) && !small.keeps(300));
+    EXPECT_EQ(small.leading, 3);
+    const auto& big = std::get<rsc::FontPlan>(scene.resources[6].content);
+    EXPECT_EQ(big.face.value().size, 14);
+    EXPECT_FALSE(big.face.value().bold);
+    EXPECT_TRUE(big.face.value().italic);
+    EXPECT_TRUE(big.bigEndian);
+    EXPECT_TRUE(big.keeps(300));
+    const rsc::ResourcePlan& fist = manifest.libraries[1].resources.at(1);
+    EXPECT_EQ(fist.type, "CURSOR");
+    EXPECT_EQ(std::get<rsc::CursorPlan>(fist.content).hotSpot.y, 63);
 
     const std::string rest = "library a.rsc\nfile WAVE 1 a";
     EXPECT_EQ(parseManifest(rest, "DEFAULT").mapIdentifier, "DEFAULT");
@@ -139,6 +161,7 @@ struct RefusalCase {
 
 const std::string kLibrary = "library a.rsc\n";
 const std::string kAnimation = kLibrary + "animation 1\nrate 5\n";
+const std::string kFont = kLibrary + "font 1 a.bdf\n";
 const std::string kFrames = kAnimation + "frame a b\n";
 
 TEST(Manifest, RefusesFaultsWithTheirLine) {
@@ -215,6 +238,26 @@ TEST(Manifest, RefusesFaultsWithTheirLine) {
         {kFrames + "sequence 1 marker 499", 5, "allowed is 500 to 32768"},
         {kFrames + "sequence 1 code 3", 5, "the code is 3"},
         {kFrames + "sequence 1-32767", 5, "too long"},
+        {kLibrary + "font 1", 2, "the file's name is missing"},
+        {kLibrary + "font 1 a.bdf 14", 2, "\"14\" is more than belongs"},
+        {kLibrary + "font 1 a.ttf", 2, "the size in pixels is missing"},
+        {kLibrary + "font 1 a.ttf 256", 2, "the size in pixels is 256"},
+        {kLibrary + "font 1 a.ttf 14 thin", 2, "\"thin\" is more than belongs"},
+        {kLibrary + "chars 1", 2, "\"chars\" belongs below a \"font\" line"},
+        {kFont + "file WAVE 1 a\nbytes big", 4, "belongs below a \"font\" line"},
+        {kFont + "file NFNT 1 a", 3, "NFNT 1 stands already in line 2"},
+        {kFont + "chars", 3, "a range of codes is missing"},
+        {kFont + "chars 256", 3, "the code is 256, allowed is 0 to 255"},
+        {kFont + "chars 0x100", 3, "the code is 0x100"},
+        {kFont + "chars 0xfffffffff", 3, "\"0xfffffffff\" is no number"},
+        {kFont + "chars 0x", 3, "\"0x\" is no number"},
+        {kFont + "chars 9-8", 3, "\"9-8\" is no range"},
+        {kFont + "chars 8-", 3, "\"\" is no number"},
+        {kFont + "leading -1", 3, "the leading is -1"},
+        {kFont + "bytes", 3, "followed by \"big\" or \"little\""},
+        {kLibrary + "cursor 1 a.png 0 0", 2, "cannot stand in a map"},
+        {"library cursors.rsc\ncursor 1 a.png 64 0", 2, "x of the hot spot is 64"},
+        {"library cursors.rsc\ncursor 1 a.png 0", 2, "y of the hot spot is missing"},
         {kLibrary + "animation 1\nframe a\nsequence 1:50 1", 4, "frame 1 has no duration"},
     };
     for (const RefusalCase& row : cases) {

@@ -2,6 +2,7 @@
 #include "nelibrary.h"
 #include "pack.h"
 #include "testfiles.h"
+#include "testfonts.h"
 
 #include <gtest/gtest.h>
 
@@ -30,8 +31,11 @@ library meadow.rsc
 library sounds.rsc
     file WAVE 101 buzz.wav
     file WAVE 102 buzz.wav
+library fonts.rsc
+    font 10 small.bdf
 library cursors.rsc
     file CURSOR 1 hand.cur
+    cursor 2 bee1.png 1 0
 )";
 
 class Pack : public testing::Test {
@@ -44,6 +48,7 @@ class Pack : public testing::Test {
         folder_.write("bee1.png", testfiles::truecolourPng(2, {kYellow, kNone, kYellow, kYellow}));
         folder_.write("bee2.png", testfiles::truecolourPng(2, {kYellow, kYellow, kNone, kYellow}));
         folder_.write("buzz.wav", std::string_view("RIFF and so on"));
+        folder_.write("small.bdf", testfonts::kSmallBdf);
         folder_.write("hand.cur", std::string_view("a hand"));
         folder_.write("game.txt", kManifest);
     }
@@ -73,25 +78,32 @@ class Pack : public testing::Test {
 
 TEST_F(Pack, BuildsLibrariesAndTheirMap) {
     ASSERT_EQ(pack(), 0) << errors_;
-    EXPECT_EQ(
-        testfiles::namesIn(folder_.at("out")),
-        (std::vector<std::string>{"cursors.rsc", "meadow.rsc", "resource.map", "sounds.rsc"}));
+    EXPECT_EQ(testfiles::namesIn(folder_.at("out")),
+              (std::vector<std::string>{"cursors.rsc", "fonts.rsc", "meadow.rsc", "resource.map",
+                                        "sounds.rsc"}));
     EXPECT_EQ(folder_.read("out/resource.map"),
               "game\n3\n"
               "meadow.rsc\nRRGB 100\nASEQ 100\nASEQ 2001\nENDFILE\n"
-              "sounds.rsc\nWAVE 101\nWAVE 102\nENDFILE\n");
+              "sounds.rsc\nWAVE 101\nWAVE 102\nENDFILE\n"
+              "fonts.rsc\nNFNT 10\nENDFILE\n");
     EXPECT_EQ(list({folder_.at("out/meadow.rsc")}), 0) << errors_;
     EXPECT_EQ(out_, "RRGB     100      1536       240\n"
                     "ASEQ     100        96      1776  1 frame, 1 sequence, 8x8\n"
                     "ASEQ    2001       128      1872  2 frames, 2 sequences, 2x2\n");
     EXPECT_EQ(list({folder_.at("out/cursors.rsc"), folder_.at("out/sounds.rsc")}), 0) << errors_;
-    EXPECT_NE(out_.find("cursors.rsc:\nCURSOR     1        16 "), std::string::npos) << out_;
+    EXPECT_NE(out_.find("cursors.rsc:\nCURSOR     1        16       208\n"
+                        "CURSOR     2        96       224  2x2, hot spot 1 0\n"),
+              std::string::npos)
+        << out_;
+    EXPECT_EQ(list({folder_.at("out/fonts.rsc")}), 0) << errors_;
+    EXPECT_EQ(out_, "NFNT      10        64       208  2 characters, 2+1 rows\n");
 }
 
 TEST_F(Pack, MakesTheSameBytesAgain) {
     ASSERT_EQ(pack("first"), 0) << errors_;
     ASSERT_EQ(pack("second"), 0) << errors_;
-    for (const std::string name : {"meadow.rsc", "sounds.rsc", "cursors.rsc", "resource.map"})
+    for (const std::string name :
+         {"meadow.rsc", "sounds.rsc", "fonts.rsc", "cursors.rsc", "resource.map"})
         EXPECT_EQ(folder_.read("first/" + name), folder_.read("second/" + name)) << name;
 }
 
@@ -110,6 +122,10 @@ TEST_F(Pack, TellsFaultsWithTheirLineAndLeavesOldFiles) {
          ":2: none.wav: cannot be read: No such file or directory\n"},
         {"game.txt", "library a.rsc\nanimation 1\nrate 1\nframe buzz.wav\nsequence 1",
          ":4: buzz.wav: no PNG picture\n"},
+        {"small.bdf", "STARTFONT 2.1\nCHARS -1\n",
+         ":19: small.bdf: line 2: CHARS is -1, allowed is 0 to 2147483647\n"},
+        {"game.txt", "map none\nlibrary a.rsc\ncursor 1 bee1.png 2 0",
+         ":3: bee1.png: the hot spot 2 0 lies outside of the picture, which has 2x2 pixels\n"},
         {"game.txt", "map A\nmop", ":2: unknown keyword \"mop\"\n"},
         {"game.txt", "", ": the manifest names no library\n"},
     };
@@ -119,7 +135,7 @@ TEST_F(Pack, TellsFaultsWithTheirLineAndLeavesOldFiles) {
         EXPECT_EQ(pack(), 1) << row.errors;
         EXPECT_EQ(errors_, manifestName() + row.errors);
         EXPECT_EQ(folder_.read("out/sounds.rsc"), old);
-        EXPECT_EQ(testfiles::namesIn(folder_.at("out")).size(), 4U)
+        EXPECT_EQ(testfiles::namesIn(folder_.at("out")).size(), 5U)
             << "nothing is left beside them";
         folder_.write(row.file, before);
     }
@@ -153,12 +169,17 @@ TEST_F(Pack, RefusesMoreOfOneTypeThanTheProgramTakes) {
 
 TEST_F(Pack, ListsDamagedLibrariesAndGoesOn) {
     folder_.write("no.rsc", std::string_view("MZ but nothing else"));
-    const std::vector<rsc::Resource> resources = {{"ASEQ", 5, {1, 0, 1, 0, 8}}, {"WAVE", 6, {1}}};
+    const std::vector<rsc::Resource> resources = {{"ASEQ", 5, {1, 0, 1, 0, 8}},
+                                                  {"NFNT", 7, {1}},
+                                                  {"CURSOR", 8, {0, 0, 2, 0, 1, 0}},
+                                                  {"WAVE", 6, {1}}};
     folder_.write("bad.rsc", rsc::buildNeLibrary("BAD", resources));
     EXPECT_EQ(list({folder_.at("no.rsc"), folder_.at("gone.rsc"), folder_.at("bad.rsc")}), 1);
     EXPECT_NE(errors_.find("no.rsc: no resource library"), std::string::npos) << errors_;
     EXPECT_NE(errors_.find("gone.rsc: cannot be read: No such file"), std::string::npos) << errors_;
     EXPECT_NE(errors_.find("bad.rsc: ASEQ 5: "), std::string::npos) << errors_;
+    EXPECT_NE(errors_.find("bad.rsc: NFNT 7: the font is cut off"), std::string::npos) << errors_;
+    EXPECT_NE(errors_.find("bad.rsc: CURSOR 8: "), std::string::npos) << errors_;
     EXPECT_NE(out_.find("WAVE       6 "), std::string::npos) << out_;
 }
 

@@ -2,10 +2,10 @@
 
 #include "animationbuilder.h"
 #include "aorow.h"
-#include "indexedpng.h"
 #include "manifest.h"
 #include "picture.h"
 #include "sequencetext.h"
+#include "writepng.h"
 
 #include <algorithm>
 #include <bitset>
@@ -86,7 +86,7 @@ class Unpacker {
     }
 
     /// None when a frame cannot be a picture.
-    std::optional<UnpackedAnimation> unpack() {
+    std::optional<UnpackedResource> unpack() {
         for (const AseqFrame& frame : aseq_.frames) {
             if (pixelCount(frame) > kMostPixels) return std::nullopt;
             const bool isNew = rows_.insert(frame.rows.data()).second;
@@ -110,9 +110,9 @@ class Unpacker {
             cropped_ = cropped_ && isCropped(frame, pixels, *clear);
             if (std::ranges::find(pixels, *clear) != pixels.end()) palette[*clear].alpha = 0;
         }
-        const auto number = result_.pictures.size() + 1;
-        result_.pictures.push_back({name_ + pictureSuffix(number, aseq_.frames.size()),
-                                    writeIndexedPng(frame.width, frame.height, pixels, palette)});
+        const auto number = result_.files.size() + 1;
+        result_.files.push_back({name_ + pictureSuffix(number, aseq_.frames.size()),
+                                 writeIndexedPng(frame.width, frame.height, pixels, palette)});
         return true;
     }
 
@@ -125,7 +125,7 @@ class Unpacker {
                              aseq_.sequences.size() == 1 && aseq_.sequences[0] == stillSequence();
         const std::string id = std::to_string(id_);
         if (isStill)
-            addLine("    picture " + id + " " + result_.pictures[0].name);
+            addLine("    picture " + id + " " + result_.files[0].name);
         else
             addLine("    animation " + id);
         if (!isStill && aseq_.framesPerSecond != 0)
@@ -142,10 +142,10 @@ class Unpacker {
     }
 
     void addFrameLines() {
-        for (std::size_t i = 0; i < result_.pictures.size(); ++i) {
+        for (std::size_t i = 0; i < result_.files.size(); ++i) {
             if (i % kPicturesOfALine == 0)
                 result_.lines += (i == 0 ? "        frame" : "\n        frame");
-            result_.lines += " " + result_.pictures[i].name;
+            result_.lines += " " + result_.files[i].name;
         }
         result_.lines += "\n";
     }
@@ -159,16 +159,16 @@ class Unpacker {
     std::set<const std::uint8_t*> rows_; ///< where the frames' rows begin
     IndexSet used_;                      ///< by any frame
     bool cropped_ = true;                ///< no frame has a transparent margin
-    UnpackedAnimation result_;
+    UnpackedResource result_;
 };
 
 /// What packing the lines and pictures gives.
-Bytes repack(const UnpackedAnimation& unpacked) {
+Bytes repack(const UnpackedResource& unpacked) {
     const Manifest manifest =
         parseManifest("map none\nlibrary a.rsc\n" + unpacked.lines, std::string_view());
     const auto& content = manifest.libraries.at(0).resources.at(0).content;
     std::map<std::string_view, ByteSpan> files;
-    for (const OutputFile& picture : unpacked.pictures) files[picture.name] = picture.data;
+    for (const OutputFile& picture : unpacked.files) files[picture.name] = picture.data;
     return buildAnimation(std::get<AnimationPlan>(content), nullptr, [&](const FileName& file) {
         return Picture::fromPng(files.at(file.path));
     });
@@ -176,8 +176,8 @@ Bytes repack(const UnpackedAnimation& unpacked) {
 
 } // namespace
 
-std::optional<UnpackedAnimation> unpackAnimation(ByteSpan resource, int id, const Colours& shown,
-                                                 const std::string& name) {
+std::optional<UnpackedResource> unpackAnimation(ByteSpan resource, int id, const Colours& shown,
+                                                const std::string& name) {
     const Aseq aseq = readAseq(resource);
     try {
         auto unpacked = Unpacker(aseq, id, shown, name).unpack();

@@ -3,25 +3,18 @@
 // lines would give other bytes is not unpacked.
 #pragma once
 
-#include "filesystem.h"
 #include "palette.h"
+#include "unpacked.h"
 
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace rsc {
-
-struct UnpackedAnimation {
-    std::string lines; ///< of the manifest, below a library
-    std::vector<OutputFile> pictures;
-    Bytes packed; ///< what packing them gives
-};
 
 /// `shown` are the colours of the pictures; `name` begins their names, and the lines name them so.
 /// `resource` may end in zeros that do not belong to it; none when packing would give anything
 /// else. Refuses a damaged animation.
-[[nodiscard]] std::optional<UnpackedAnimation>
+[[nodiscard]] std::optional<UnpackedResource>
 unpackAnimation(ByteSpan resource, int id, const Colours& shown, const std::string& name);
 
 } // namespace rsc

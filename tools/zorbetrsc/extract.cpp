@@ -38,7 +38,7 @@ class Extractor {
         checkFolder(options_.folder, options_.force);
         read();
         const PaletteStock palettes(libraries_, options_.palette);
-        if (palettes.palettes().empty())
+        if (palettes.palettes().empty() && hasAnimations())
             out_ << "no palette in these libraries: pictures are shown in greys\n";
         for (OutputFile& picture : palettes.pictures()) add(std::move(picture));
         std::string lines;
@@ -61,6 +61,13 @@ class Extractor {
                 libraries_.push_back({file.path, file.name, folder, NeLibrary(file.bytes)});
             });
         }
+    }
+
+    [[nodiscard]] bool hasAnimations() const {
+        return std::ranges::any_of(libraries_, [](const GivenLibrary& library) {
+            return std::ranges::find(library.library.entries(), "ASEQ", &ResourceEntry::type) !=
+                   library.library.entries().end();
+        });
     }
 
     void readMap(const std::string& text) {

@@ -1,6 +1,9 @@
 #include "libraryunpacker.h"
 
 #include "animationunpacker.h"
+#include "cursor.h"
+#include "cursorunpacker.h"
+#include "fontunpacker.h"
 #include "macsound.h"
 #include "nelayout.h"
 #include "text.h"
@@ -14,6 +17,8 @@ namespace rsc {
 namespace {
 
 constexpr std::string_view kLayoutName = "library.layout";
+/// What becomes more than a file of its bytes.
+constexpr std::string_view kMadeTypes[] = {"RRGB", "ASEQ", "NFNT", "CURSOR"};
 
 /// Resources may share bytes, but not so many that a small file unpacks to a huge one.
 constexpr std::size_t kMostSharing = 4;
@@ -24,6 +29,16 @@ bool fillsUpTo(ByteSpan data, ByteSpan stored, std::size_t unit) {
     return data.size() <= stored.size() && stored.size() - data.size() < unit &&
            std::ranges::equal(data, stored.first(data.size())) &&
            std::ranges::all_of(stored.subspan(data.size()), [](int byte) { return byte == 0; });
+}
+
+/// The bytes of a cursor's file; none when it is no such file.
+std::optional<std::size_t> cursorLength(const ResourceEntry& entry, ByteSpan stored) {
+    if (entry.type != "CURSOR" || !isCursorFile(stored)) return std::nullopt;
+    try {
+        return readCursorFile(stored).length;
+    } catch (const Refusal&) { // damage, which was told before
+        return std::nullopt;
+    }
 }
 
 Bytes copyOf(ByteSpan bytes) { return {bytes.begin(), bytes.end()}; }
@@ -65,11 +80,9 @@ UnpackedLibrary LibraryUnpacker::unpack() {
 void LibraryUnpacker::unpackEntry(std::size_t index) {
     const ResourceEntry& entry = library_.entries()[index];
     const bool isPart = !isExpressible(entry);
-    if (!isPart && (entry.type == "RRGB" || entry.type == "ASEQ")) {
-        const bool isNew = pictured_.insert({entry.offset, entry.length}).second;
-        const bool done =
-            isNew && (entry.type == "RRGB" ? unpackColours(entry) : unpackAsPictures(entry));
-        if (done) {
+    if (!isPart && std::ranges::find(kMadeTypes, entry.type) != std::end(kMadeTypes)) {
+        const bool isNew = made_.insert({entry.offset, entry.length}).second;
+        if (isNew && unpackMade(entry)) {
             packed_.back().index = index;
             return;
         }
@@ -99,24 +112,43 @@ bool LibraryUnpacker::unpackColours(const ResourceEntry& entry) {
     return true;
 }
 
-bool LibraryUnpacker::unpackAsPictures(const ResourceEntry& entry) {
-    const ByteSpan stored = library_.data(entry);
-    const GivenPalette& palette = palettes_.fitting(given_, entry.id);
+bool LibraryUnpacker::unpackMade(const ResourceEntry& entry) {
+    if (entry.type == "RRGB") return unpackColours(entry);
     try {
-        auto unpacked = unpackAnimation(stored, entry.id, palette.shown, nameOf(entry));
-        if (!unpacked || !fillsUpTo(unpacked->packed, stored, unit())) {
-            note(entry, "stays as it is: its pictures would be packed to other bytes");
-            return false;
-        }
-        usePalette(palette);
-        result_.lines += unpacked->lines;
-        std::ranges::move(unpacked->pictures, std::back_inserter(result_.files));
-        addMade(std::move(unpacked->packed));
+        if (entry.type == "ASEQ") return unpackAnimated(entry);
+        const ByteSpan stored = library_.data(entry);
+        if (entry.type == "CURSOR" && !isCursorFile(stored)) return false;
+        auto unpacked = entry.type == "NFNT" ? unpackFont(stored, entry.id, nameOf(entry))
+                                             : unpackCursor(stored, entry.id, nameOf(entry));
+        if (!comesBack(entry, unpacked)) return false;
+        addUnpacked(std::move(*unpacked));
         return true;
     } catch (const Refusal& refusal) {
         result_.faults.push_back(entry.title() + ": " + refusal.what());
         return false;
     }
+}
+
+bool LibraryUnpacker::unpackAnimated(const ResourceEntry& entry) {
+    const GivenPalette& palette = palettes_.fitting(given_, entry.id);
+    auto unpacked = unpackAnimation(library_.data(entry), entry.id, palette.shown, nameOf(entry));
+    if (!comesBack(entry, unpacked)) return false;
+    usePalette(palette);
+    addUnpacked(std::move(*unpacked));
+    return true;
+}
+
+bool LibraryUnpacker::comesBack(const ResourceEntry& entry,
+                                const std::optional<UnpackedResource>& unpacked) {
+    const bool isSame = unpacked && fillsUpTo(unpacked->packed, library_.data(entry), unit());
+    if (!isSame) note(entry, "stays as it is: unpacked, it would be packed to other bytes");
+    return isSame;
+}
+
+void LibraryUnpacker::addUnpacked(UnpackedResource unpacked) {
+    result_.lines += unpacked.lines;
+    std::ranges::move(unpacked.files, std::back_inserter(result_.files));
+    addMade(std::move(unpacked.packed));
 }
 
 /// New truecolour pictures of the author are to find the palette in which the others are.
@@ -152,11 +184,14 @@ std::string LibraryUnpacker::fileOf(const ResourceEntry& entry) {
 std::string LibraryUnpacker::newFile(const ResourceEntry& entry) {
     const ByteSpan stored = library_.data(entry);
     const std::string& name = nameOf(entry);
-    if (const auto length = riffLength(stored)) {
-        const ByteSpan riff = stored.first(*length);
-        const bool whole = fillsUpTo(riff, stored, unit());
-        result_.files.push_back({name + ".wav", copyOf(whole ? riff : stored)});
-        return name + ".wav";
+    const auto riff = riffLength(stored);
+    const auto length = riff ? riff : cursorLength(entry, stored);
+    if (length) {
+        const ByteSpan file = stored.first(*length);
+        const bool whole = fillsUpTo(file, stored, unit());
+        const std::string fileName = name + (riff ? ".wav" : ".cur");
+        result_.files.push_back({fileName, copyOf(whole ? file : stored)});
+        return fileName;
     }
     const auto sound = entry.type == "WAVE" ? macSoundToWav(stored) : std::nullopt;
     const std::string file = name + (sound ? ".snd" : ".bin");

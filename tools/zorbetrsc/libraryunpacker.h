@@ -7,6 +7,7 @@
 #include "palettestock.h"
 #include "resourcemap.h"
 #include "safenames.h"
+#include "unpacked.h"
 
 #include <map>
 #include <set>
@@ -37,9 +38,13 @@ class LibraryUnpacker {
     void checkSharing() const;
 
     void unpackEntry(std::size_t index);
-    /// These two give false when the resource stays as it is.
+    /// Whether it became something that authors can change; otherwise it stays as it is.
+    bool unpackMade(const ResourceEntry& entry);
     bool unpackColours(const ResourceEntry& entry);
-    bool unpackAsPictures(const ResourceEntry& entry);
+    bool unpackAnimated(const ResourceEntry& entry);
+    [[nodiscard]] bool comesBack(const ResourceEntry& entry,
+                                 const std::optional<UnpackedResource>& unpacked);
+    void addUnpacked(UnpackedResource unpacked);
     void addMade(Bytes packed);
     void keepFile(std::size_t index, bool isPart);
     std::string fileOf(const ResourceEntry& entry);
@@ -57,7 +62,7 @@ class LibraryUnpacker {
     struct Packed {
         std::size_t index = 0;
         bool isPart = false;
-        Bytes made;    ///< of pictures
+        Bytes made;    ///< of what it was unpacked to
         ByteSpan data; ///< `made`, or bytes of the library
     };
     using Range = std::pair<std::size_t, std::size_t>; ///< offset and length
@@ -73,7 +78,7 @@ class LibraryUnpacker {
     std::string used_;                                  ///< palette of the last "use" line
     std::vector<Packed> packed_;
     std::set<std::pair<std::string, int>> keys_; ///< types and ids of the lines so far
-    std::set<Range> pictured_;                   ///< what was unpacked to pictures
+    std::set<Range> made_;                       ///< what did not stay as it was
     std::map<Range, std::string> files_;         ///< what stayed as it is
 };
 

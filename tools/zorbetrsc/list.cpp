@@ -1,8 +1,10 @@
 #include "list.h"
 
 #include "aseq.h"
+#include "cursor.h"
 #include "filesystem.h"
 #include "nelibrary.h"
+#include "nfnt.h"
 #include "text.h"
 
 #include <algorithm>
@@ -35,6 +37,32 @@ std::string describeAnimation(ByteSpan data) {
            std::to_string(height);
 }
 
+std::string describeFont(ByteSpan data) {
+    const Nfnt font = readNfnt(data);
+    const std::size_t count = font.glyphs.size() - (font.hasPureStandIn() ? 1 : 0);
+    return counted(count, "character") + ", " + std::to_string(font.ascent) + "+" +
+           std::to_string(font.descent) + " rows";
+}
+
+/// The size and hot spot of every picture.
+std::string describeCursor(ByteSpan data) {
+    std::string text;
+    for (const auto& [width, height, hotSpot, image] : readCursorFile(data).entries) {
+        if (!text.empty()) text += "; ";
+        text += std::to_string(width) + "x" + std::to_string(height) + ", hot spot " +
+                std::to_string(hotSpot.x) + " " + std::to_string(hotSpot.y);
+    }
+    return text;
+}
+
+/// Empty when there is nothing to say.
+std::string describe(const std::string& type, ByteSpan data) {
+    if (type == "ASEQ") return describeAnimation(data);
+    if (type == "NFNT") return describeFont(data);
+    if (type == "CURSOR" && isCursorFile(data)) return describeCursor(data);
+    return {};
+}
+
 class Lister {
   public:
     Lister(const std::filesystem::path& file, std::ostream& out, std::ostream& errors)
@@ -58,13 +86,12 @@ class Lister {
         out_ << std::left << std::setw(kTypeWidth) << printable(entry.type) << std::right << " "
              << std::setw(kIdWidth) << id << " " << std::setw(kSizeWidth) << entry.length << " "
              << std::setw(kSizeWidth) << entry.offset;
-        if (entry.type == "ASEQ") {
-            try {
-                out_ << "  " << describeAnimation(library.data(entry));
-            } catch (const Refusal& refusal) {
-                out_ << "  damaged";
-                tell(entry.title() + ": " + refusal.what());
-            }
+        try {
+            const std::string text = describe(entry.type, library.data(entry));
+            if (!text.empty()) out_ << "  " << text;
+        } catch (const Refusal& refusal) {
+            out_ << "  damaged";
+            tell(entry.title() + ": " + refusal.what());
         }
         out_ << "\n";
     }

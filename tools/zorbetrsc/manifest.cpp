@@ -1,5 +1,7 @@
 #include "manifest.h"
 
+#include "fontlines.h"
+#include "manifestcheck.h"
 #include "nelibrary.h"
 #include "resourcemap.h"
 #include "sequencetext.h"
@@ -50,7 +52,7 @@ class ManifestParser {
 
   private:
     /// The block that a line belongs to.
-    enum class Block : std::uint8_t { Any, Palette, Library, Animation };
+    enum class Block : std::uint8_t { Any, Palette, Library, Animation, Font };
 
     struct Keyword {
         std::string_view word;
@@ -78,6 +80,7 @@ class ManifestParser {
             throw Refusal(start + "a \"library\" line");
         if (keyword.block == Block::Animation && !animation_)
             throw Refusal(start + "an \"animation\" or \"picture\" line");
+        if (keyword.block == Block::Font && !font_) throw Refusal(start + "a \"font\" line");
     }
 
     void readMap(WordReader& words) {
@@ -154,9 +157,20 @@ class ManifestParser {
     void readAnimation(WordReader& words) {
         AnimationPlan animation;
         animation.palette = usedPalette_;
-        addResource("ASEQ", readId(words), std::move(animation));
-        auto& content = manifest_.libraries.back().resources.back().content;
-        animation_ = std::get_if<AnimationPlan>(&content);
+        animation_ = &addResource("ASEQ", readId(words), std::move(animation));
+    }
+
+    void readFont(WordReader& words) {
+        const int id = readId(words);
+        font_ = &addResource("NFNT", id, parseFont(words, line_));
+    }
+
+    void readCursor(WordReader& words) {
+        const int id = readId(words);
+        CursorPlan cursor{{words.text("the picture's name"), line_}, {}};
+        cursor.hotSpot.x = words.number("x of the hot spot", 0, kLargestCursor - 1);
+        cursor.hotSpot.y = words.number("y of the hot spot", 0, kLargestCursor - 1);
+        addResource("CURSOR", id, std::move(cursor));
     }
 
     void readFile(WordReader& words) {
@@ -227,6 +241,10 @@ class ManifestParser {
         animation_->sequences.push_back({line_, parseSequence(words)});
     }
 
+    void readChars(WordReader& words) { parseChars(words, *font_); }
+    void readLeading(WordReader& words) { parseLeading(words, *font_); }
+    void readBytes(WordReader& words) { parseByteOrder(words, *font_); }
+
     int readId(WordReader& words) { return words.number("the id", 1, kLargestId); }
 
     PaletteIndex paletteNamed(WordReader& words) {
@@ -237,13 +255,15 @@ class ManifestParser {
         return static_cast<PaletteIndex>(palette - manifest_.palettes.begin());
     }
 
+    /// Leaves the blocks; the content stays in its place until the next one is added.
     template <class Content>
-    void addResource(const std::string& type, int id, Content content) {
+    Content& addResource(const std::string& type, int id, Content content) {
         const auto [other, isNew] = resourceLines_.try_emplace({type, id}, line_);
         if (!isNew) throw Refusal(alreadyThere(numbered(type, id), other->second));
         auto& resources = manifest_.libraries.back().resources;
         resources.push_back({type, static_cast<std::uint16_t>(id), line_, std::move(content)});
         leaveBlocks();
+        return std::get<Content>(resources.back().content);
     }
 
     static std::string alreadyThere(const std::string& what, int line) {
@@ -252,6 +272,7 @@ class ManifestParser {
 
     void leaveBlocks() {
         animation_ = nullptr;
+        font_ = nullptr;
         inPalette_ = false;
     }
 
@@ -261,6 +282,7 @@ class ManifestParser {
     std::optional<PaletteIndex> usedPalette_;
     std::map<std::pair<std::string, int>, int> resourceLines_; ///< of the last library
     AnimationPlan* animation_ = nullptr; ///< the last resource of the last library, or none
+    FontPlan* font_ = nullptr;           ///< the same
 };
 
 std::span<const ManifestParser::Keyword> ManifestParser::keywords() {
@@ -276,6 +298,8 @@ std::span<const ManifestParser::Keyword> ManifestParser::keywords() {
         {"colours", Block::Library, &ManifestParser::readColours},
         {"picture", Block::Library, &ManifestParser::readPicture},
         {"animation", Block::Library, &ManifestParser::readAnimation},
+        {"font", Block::Library, &ManifestParser::readFont},
+        {"cursor", Block::Library, &ManifestParser::readCursor},
         {"file", Block::Library, &ManifestParser::readFile},
         {"part", Block::Library, &ManifestParser::readPart},
         {"rate", Block::Animation, &ManifestParser::readRate},
@@ -285,55 +309,11 @@ std::span<const ManifestParser::Keyword> ManifestParser::keywords() {
         {"transparent", Block::Animation, &ManifestParser::readTransparent},
         {"frame", Block::Animation, &ManifestParser::readFrame},
         {"sequence", Block::Animation, &ManifestParser::readSequence},
+        {"chars", Block::Font, &ManifestParser::readChars},
+        {"leading", Block::Font, &ManifestParser::readLeading},
+        {"bytes", Block::Font, &ManifestParser::readBytes},
     };
     return kKeywords;
-}
-
-/// Rules that need the whole manifest: a block must have what it is for.
-void checkSequence(const AnimationPlan& animation, const SequencePlan& sequence) {
-    for (const AseqEntry& entry : sequence.entries) {
-        if (entry.code >= std::ssize(animation.frames)) {
-            throw Refusal("the sequence shows frame " + std::to_string(entry.code + 1) +
-                          ", but there are only " + std::to_string(animation.frames.size()));
-        }
-        if (entry.code >= 0 && entry.argument == 0 && !animation.rate)
-            throw Refusal("frame " + std::to_string(entry.code + 1) +
-                          " has no duration: give the animation a \"rate\", or write " +
-                          std::to_string(entry.code + 1) + ":MS");
-    }
-}
-
-void checkAnimation(const AnimationPlan& animation) {
-    if (animation.frames.empty()) throw Refusal("the animation has no frames");
-    if (animation.frames.size() > 1 && animation.sequences.empty())
-        throw Refusal("the animation has several frames and no sequence");
-    for (const SequencePlan& sequence : animation.sequences)
-        atLine(sequence.line, [&] { checkSequence(animation, sequence); });
-}
-
-void checkLibrary(const LibraryPlan& library, bool mapped) {
-    if (library.resources.empty() && !library.layout) throw Refusal("the library holds nothing");
-    for (const ResourcePlan& resource : library.resources) {
-        atLine(resource.line, [&] {
-            const bool isPart = std::holds_alternative<PartPlan>(resource.content);
-            if (isPart && !library.layout)
-                throw Refusal("\"part\" belongs into a library with a \"layout\" line");
-            if (mapped && !isPart) checkMappable(library.name, resource.type);
-            if (const auto* animation = std::get_if<AnimationPlan>(&resource.content))
-                checkAnimation(*animation);
-        });
-    }
-}
-
-void checkManifest(const Manifest& manifest) {
-    for (const PalettePlan& palette : manifest.palettes)
-        if (palette.pictures.empty() && !palette.indexed)
-            throw Refusal("the palette has no pictures", palette.line);
-    if (manifest.libraries.empty()) throw Refusal("the manifest names no library");
-    for (const LibraryPlan& library : manifest.libraries)
-        atLine(library.line, [&] { checkLibrary(library, manifest.mapIdentifier.has_value()); });
-    if (manifest.mapIdentifier && manifest.mapLine == 0)
-        checkMapIdentifier(*manifest.mapIdentifier);
 }
 
 } // namespace

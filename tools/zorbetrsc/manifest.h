@@ -3,8 +3,11 @@
 #pragma once
 
 #include "aseq.h"
+#include "bitmapfont.h"
+#include "cursor.h"
 #include "platform/display.h"
 
+#include <bitset>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -65,6 +68,30 @@ struct ColoursPlan {
     PaletteIndex palette = 0;
 };
 
+/// How a face is drawn.
+struct FaceStyle {
+    int size = 0; ///< pixels of the em square
+    bool bold = false;
+    bool italic = false;
+};
+
+struct FontPlan {
+    FileName file;
+    std::optional<FaceStyle> face; ///< none: a BDF file
+    bool bigEndian = false;
+    std::optional<std::bitset<kLatin1Codes>> chars; ///< none: all
+    std::optional<int> leading;                     ///< none: the font's own
+
+    [[nodiscard]] bool keeps(int code) const {
+        return !chars || (code < kLatin1Codes && chars->test(static_cast<std::size_t>(code)));
+    }
+};
+
+struct CursorPlan {
+    FileName file;
+    HotSpot hotSpot;
+};
+
 struct PlainFilePlan {
     FileName file;
 };
@@ -79,7 +106,7 @@ struct ResourcePlan {
     std::string type;     ///< a part has neither type
     std::uint16_t id = 0; ///< nor id
     int line = 0;
-    std::variant<PlainFilePlan, ColoursPlan, AnimationPlan, PartPlan> content;
+    std::variant<PlainFilePlan, ColoursPlan, AnimationPlan, FontPlan, CursorPlan, PartPlan> content;
 };
 
 struct LibraryPlan {

@@ -2,6 +2,7 @@
 
 #include "animationbuilder.h"
 #include "audiomap.h"
+#include "fontbuilder.h"
 #include "nelayout.h"
 #include "palette.h"
 #include "picture.h"
@@ -81,6 +82,16 @@ class Packer {
         const Palette* palette = animation.palette ? &palettes_[*animation.palette] : nullptr;
         return buildAnimation(animation, palette,
                               [&](const FileName& file) { return readPicture(file); });
+    }
+
+    [[nodiscard]] Bytes content(const FontPlan& font) const {
+        const Bytes file = read(font.file);
+        return onFile(font.file, [&] { return buildFont(font, file); });
+    }
+
+    [[nodiscard]] Bytes content(const CursorPlan& cursor) const {
+        const Picture picture = readPicture(cursor.file);
+        return onFile(cursor.file, [&] { return buildCursor(picture, cursor.hotSpot); });
     }
 
     [[nodiscard]] Bytes content(const PartPlan& part) const { return read(part.file); }

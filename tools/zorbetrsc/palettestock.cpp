@@ -1,6 +1,6 @@
 #include "palettestock.h"
 
-#include "indexedpng.h"
+#include "writepng.h"
 
 #include <algorithm>
 #include <numeric>

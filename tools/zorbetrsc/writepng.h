@@ -1,4 +1,4 @@
-// Writing indexed pictures as PNG files, the other half of Picture.
+// Writing pictures as PNG files, the other half of Picture.
 #pragma once
 
 #include "picture.h"
@@ -11,5 +11,8 @@ namespace rsc {
 /// 1 to 256 entries. Reading it gives the same indices and entries.
 [[nodiscard]] Bytes writeIndexedPng(int width, int height, ByteSpan indices,
                                     std::span<const Pixel> palette);
+
+/// The truecolour file of a picture with these pixels.
+[[nodiscard]] Bytes writeTruecolourPng(int width, int height, std::span<const Pixel> pixels);
 
 } // namespace rsc

@@ -1,0 +1,198 @@
+#include "nfnt.h"
+
+#include "fontbuilder.h"
+#include "testfonts.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using rsc::Bytes;
+using rsc::FontPlan;
+using rsc::Glyph;
+using rsc::Nfnt;
+using rsc::Refusal;
+
+Bytes asBytes(const std::string& text) { return {text.begin(), text.end()}; }
+
+/// A BDF font whose characters of these codes are dots.
+std::string dots(const std::vector<int>& codes, const std::string& properties = {}) {
+    std::string text = "STARTFONT 2.1\nSTARTPROPERTIES 2\nFONT_ASCENT 5\nFONT_DESCENT 1\n" +
+                       properties + "ENDPROPERTIES\nCHARS " + std::to_string(codes.size()) + "\n";
+    for (const int code : codes)
+        text += "STARTCHAR x\nENCODING " + std::to_string(code) +
+                "\nDWIDTH 2 0\nBBX 1 1 0 0\nBITMAP\n80\nENDCHAR\n";
+    return text + "ENDFONT\n";
+}
+
+Nfnt built(const std::string& bdf, const FontPlan& plan = {}) {
+    return rsc::readNfnt(rsc::buildFont(plan, asBytes(bdf)));
+}
+
+/// Ink as "#", the rest as ".", a line a row.
+std::string drawn(const Glyph& glyph) {
+    std::string rows;
+    for (int y = 0; y < glyph.height; ++y) {
+        for (int x = 0; x < glyph.width; ++x) rows += glyph.ink[glyph.at(x, y)] ? '#' : '.';
+        rows += '\n';
+    }
+    return rows;
+}
+
+TEST(Nfnt, PacksASmallFontInBothByteOrders) {
+    EXPECT_EQ(rsc::buildFont({}, asBytes(testfonts::kSmallBdf)), testfonts::kSmallNfnt);
+    Bytes big = testfonts::kSmallNfnt;
+    const auto swapWords = [&](std::size_t first, std::size_t end) {
+        for (std::size_t at = first; at < end; at += 2) std::swap(big[at], big[at + 1]);
+    };
+    swapWords(0, 26);
+    swapWords(32, 48);
+    FontPlan plan;
+    plan.bigEndian = true;
+    EXPECT_EQ(rsc::buildFont(plan, asBytes(testfonts::kSmallBdf)), big);
+    EXPECT_EQ(rsc::readNfnt(big).glyphs, rsc::readNfnt(testfonts::kSmallNfnt).glyphs);
+}
+
+TEST(Nfnt, ReadsWhatItHolds) {
+    Bytes padded = testfonts::kSmallNfnt;
+    padded.resize(80);
+    const Nfnt font = rsc::readNfnt(padded);
+    EXPECT_EQ(font.lastChar, 5);
+    EXPECT_EQ(font.ascent, 2);
+    EXPECT_EQ(font.descent, 1);
+    ASSERT_EQ(font.glyphs.size(), 3U);
+    EXPECT_TRUE(font.hasPureStandIn());
+    EXPECT_EQ(font.glyphs.at(1).left, -1);
+    EXPECT_EQ(font.glyphs.at(1).advance, 4);
+    EXPECT_EQ(drawn(font.glyphs.at(1)), "###\n#.#\n..#\n");
+    EXPECT_EQ(font.glyphs.at(3).left, 1);
+    EXPECT_EQ(drawn(font.glyphs.at(3)), "..\n##\n..\n");
+}
+
+TEST(Nfnt, ChoosesWhatStandsInForMissingCharacters) {
+    const std::string dot = ".\n.\n.\n.\n#\n.\n";
+    const std::string box = "####\n#..#\n#..#\n#..#\n####\n....\n"; // as high as all characters
+    const std::string flat = "#\n"; // a box as high as an "H" that is a dot
+    FontPlan letters;
+    letters.chars.emplace();
+    for (std::size_t code = 'A'; code <= 'Z'; ++code) letters.chars->set(code);
+    struct Case {
+        std::string what;
+        std::string bdf;
+        FontPlan plan;
+        int lastChar;
+        std::string standIn;
+    };
+    const Case cases[] = {
+        {"a few letters", dots({'a', 'b'}), {}, 'b' + 2, box},
+        {"capitals", dots({'H', 'a'}), {}, 'a' + 2, dot},
+        {"an own one beyond Latin-1", dots({'a', 300}, "DEFAULT_CHAR 300\n"), {}, 'a' + 2, dot},
+        {"a control code", dots({0, 'a'}, "DEFAULT_CHAR 0\n"), {}, 'a' + 2, dot},
+        {"one that texts have", dots({'?', 'a'}, "DEFAULT_CHAR 63\n"), {}, 'a' + 2, box},
+        {"one left out", dots({'?', 'B'}, "DEFAULT_CHAR 63\n"), letters, 'B' + 2, dot},
+        {"one that is not there", dots({'a'}, "DEFAULT_CHAR 63\n"), {}, 'a' + 2, box},
+        {"the last with room", dots({253}), {}, 255, box},
+        {"its own place", dots({254}), {}, 255, dot},
+        {"the last code", dots({255}), {}, 255, box},
+        {"the last two", dots({254, 255}), {}, 255, dot},
+    };
+    for (const Case& row : cases) {
+        const Nfnt font = built(row.bdf, row.plan);
+        EXPECT_EQ(font.lastChar, row.lastChar) << row.what;
+        ASSERT_TRUE(font.glyphs.contains(font.standInCode())) << row.what;
+        EXPECT_EQ(drawn(font.glyphs.at(font.standInCode())), row.standIn) << row.what;
+    }
+}
+
+TEST(Nfnt, KeepsTheCharactersAndRowsThatAreAskedFor) {
+    FontPlan plan;
+    plan.chars.emplace();
+    plan.chars->set('b').set('z');
+    plan.leading = 4;
+    const Nfnt font = built(dots({'a', 'b', 'c'}), plan);
+    EXPECT_EQ(font.glyphs.size(), 2U) << "and the one that stands in";
+    EXPECT_TRUE(font.glyphs.contains('b'));
+    EXPECT_EQ(font.leading, 4);
+    std::string tall = testfonts::kSmallBdf;
+    tall.replace(tall.find("BBX 2 1 1 0"), 11, "BBX 2 1 1 5");
+    EXPECT_EQ(built(tall).ascent, 6) << "no ink is cut off";
+    tall.replace(tall.find("BBX 2 1 1 5"), 11, "BBX 2 1 1 -5");
+    EXPECT_EQ(built(tall).descent, 5);
+}
+
+TEST(Nfnt, RefusesWhatItsFieldsCannotHold) {
+    struct Case {
+        std::string old;
+        std::string now;
+        std::string text;
+    };
+    const std::string wide = "DWIDTH 255 0\nBBX 2 1 254 0";
+    const Case cases[] = {
+        {"DWIDTH 4 0", "DWIDTH 256 0", "the width of character 1 is 256, allowed is 0 to 255"},
+        {"DWIDTH 4 0", "DWIDTH -1 0", "the width of character 1 is -1"},
+        {"BBX 2 1 1 0", "BBX 2 1 255 0", "the distance of character 3 from the leftmost edge"},
+        {"DWIDTH 3 0\nBBX 2 1 1 0", wide, "the character 3 would count as missing"},
+        {"BBX 2 1 1 0", "BBX 2 1 -40000 0", "the left edge of the pictures is -40000"},
+        {"BBX 2 1 1 0", "BBX 2 1 1 40000", "the number of rows is 40002"},
+        {"BBX 2 1 1 0", "BBX 2 1 1 32760", "the font is too large"},
+        {"ENCODING 1", "ENCODING 1000", ""},
+        {"ENCODING 3", "ENCODING 256", ""},
+    };
+    for (const Case& row : cases) {
+        std::string bdf = testfonts::kSmallBdf;
+        bdf.replace(bdf.find(row.old), row.old.size(), row.now);
+        try {
+            (void)rsc::buildFont({}, asBytes(bdf));
+            EXPECT_EQ(row.text, "") << row.now;
+        } catch (const Refusal& refusal) {
+            ASSERT_FALSE(row.text.empty()) << refusal.what();
+            EXPECT_NE(std::string(refusal.what()).find(row.text), std::string::npos)
+                << refusal.what();
+        }
+    }
+    Nfnt wideFont;
+    wideFont.lastChar = 255;
+    for (int code = 0; code < 40; ++code) wideFont.glyphs[code] = {1, 0, 0, 1000, 0, {}};
+    EXPECT_THROW((void)rsc::writeNfnt(wideFont), Refusal) << "40,000 columns";
+    FontPlan none;
+    none.chars.emplace();
+    EXPECT_THROW((void)rsc::buildFont(none, asBytes(testfonts::kSmallBdf)), Refusal);
+}
+
+TEST(Nfnt, RefusesDamage) {
+    struct Case {
+        std::size_t at;
+        std::uint8_t value;
+        std::string text;
+    };
+    const Case cases[] = {
+        {3, 0x80, "its characters are -32768 to 5"},
+        {2, 6, "its characters are 6 to 5"},
+        {5, 1, "its characters are 0 to 261"},
+        {4, 200, "its tables lie in its head"},
+        {15, 0x80, "more rows than its pictures"},
+        {14, 2, "more rows than its pictures"},
+        {14, 200, "cut off"},
+        {16, 0, "its tables lie in its head"},
+        {17, 0x90, "cut off"},
+        {25, 0xFF, "cut off"},
+        {34, 4, "the picture of character 1"},
+        {41, 0x7F, "the picture of character 3"},
+    };
+    for (const Case& row : cases) {
+        Bytes font = testfonts::kSmallNfnt;
+        font[row.at] = row.value;
+        try {
+            (void)rsc::readNfnt(font);
+            ADD_FAILURE() << row.at << " was taken";
+        } catch (const Refusal& refusal) {
+            EXPECT_NE(std::string(refusal.what()).find(row.text), std::string::npos)
+                << row.at << ": " << refusal.what();
+        }
+    }
+    for (std::size_t size = 0; size < testfonts::kSmallNfnt.size(); ++size)
+        EXPECT_THROW((void)rsc::readNfnt(rsc::ByteSpan(testfonts::kSmallNfnt).first(size)),
+                     Refusal);
+}
+
+} // namespace
