@@ -34,7 +34,7 @@ class OMNFNTFont final : public OMFont {
     /// application.
     explicit OMNFNTFont(OMIStream& source);
 
-    [[nodiscard]] bool isEmpty() const { return strike_.empty(); }
+    [[nodiscard]] bool isEmpty() const { return empty_; }
 
     [[nodiscard]] int ascent() const override { return ascent_; }
     [[nodiscard]] int descent() const override { return descent_; }
@@ -47,6 +47,7 @@ class OMNFNTFont final : public OMFont {
 
     void read(std::span<const std::byte> record);
 
+    bool empty_ = true;
     int ascent_ = 0;
     int descent_ = 0;
     int leading_ = 0;

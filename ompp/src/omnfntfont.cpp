@@ -60,7 +60,7 @@ std::optional<Header> readHeader(std::span<const std::byte> record) {
     const bool fits = header.offsets >= kHeaderSize + table &&
                       header.offsets + table <= record.size() &&
                       kHeaderSize + header.rows * header.rowBytes <= record.size();
-    return fits && header.rows > 0 && header.rowBytes > 0 ? std::optional(header) : std::nullopt;
+    return fits ? std::optional(header) : std::nullopt;
 }
 
 /// The characters of a record by their codes; none where one is missing.
@@ -112,6 +112,7 @@ OMNFNTFont::OMNFNTFont(OMIStream& source) : OMFont("NFNT") {
 void OMNFNTFont::read(std::span<const std::byte> record) {
     const std::optional<Header> header = readHeader(record);
     if (!header) return;
+    empty_ = false;
     ascent_ = header->ascent;
     descent_ = header->descent;
     leading_ = header->leading;
@@ -119,7 +120,7 @@ void OMNFNTFont::read(std::span<const std::byte> record) {
 
     const std::size_t stride = (header->rowBytes + 3) / 4 * 4;
     strike_.resize(stride * header->rows);
-    for (std::size_t row = 0; row < header->rows; ++row)
+    for (std::size_t row = 0; row < header->rows && stride > 0; ++row)
         std::memcpy(&strike_[row * stride], &record[kHeaderSize + row * header->rowBytes],
                     header->rowBytes);
 
