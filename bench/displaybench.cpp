@@ -1,13 +1,16 @@
-// zorbet-bench-display: how fast animations are drawn, beside SDL2 on the same pictures, how
-// little the window's idle cycles take, and how soon the program shows its first picture.
+// zorbet-bench-display: how fast animations and texts are drawn, beside SDL2 on the same
+// pictures, how little the window's idle cycles take, and how soon the program shows its first
+// picture.
 //
 // Exit code 1 when something cannot be measured, 2 for a wrong command line.
 #include "benchprogram.h"
 #include "mediamachine.h"
 #include "spritetimes.h"
 #include "starttimes.h"
+#include "texttimes.h"
 #include "windowtimes.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -46,6 +49,21 @@ void printExpansion(int repetitions) {
                 missed(times.ours.least() <= times.sdl.least()));
 }
 
+void printText(int repetitions) {
+    const TextTimes text = measureText(ZORBET_BENCH_FONT, repetitions);
+    const double fastest = std::min(text.plain.least(), text.rle.least());
+    std::printf("Characters of a bitmap font: %.1f million a second (%.1f), SDL2 RLE %.1f (%.1f), "
+                "SDL2 key %.1f (%.1f)%s\n",
+                kMicro / text.ours.least(), kMicro / text.ours.median(), kMicro / text.rle.least(),
+                kMicro / text.rle.median(), kMicro / text.plain.least(),
+                kMicro / text.plain.median(), missed(text.ours.least() <= fastest));
+    const FontTimes fonts = measureFonts(ZORBET_BENCH_FONT, repetitions);
+    std::printf("A font read %zu times: %.1f ms (%.1f); used as often while it is shared: %.1f ms "
+                "(%.1f)\n",
+                kFontOpenings, fonts.reading.least() / kMilli, fonts.reading.median() / kMilli,
+                fonts.sharing.least() / kMilli, fonts.sharing.median() / kMilli);
+}
+
 void printWindow(int repetitions) {
     const WindowTimes times = measureWindow(repetitions);
     const double idle = times.idleNanoseconds.least() / kMicro;
@@ -79,6 +97,7 @@ int main(int argc, char** argv) {
             const MediaMachine machine; // canvases need an application
             printSprites(repetitions);
             printExpansion(repetitions);
+            printText(repetitions);
         }
         printWindow(repetitions);
         printStart(repetitions);

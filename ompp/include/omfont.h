@@ -7,9 +7,11 @@
 
 #include "platform/geometry.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,7 +22,9 @@ class Typeface;
 /// The picture of a character, in pixels. The bits belong to the font and live until it changes its
 /// size or style.
 struct OMGlyph {
-    const std::uint8_t* bits = nullptr; ///< of the first row; the leftmost pixel is the highest bit
+    /// Of the first row; the leftmost pixel is the highest bit. One byte more than those of all rows
+    /// may be read.
+    const std::uint8_t* bits = nullptr;
     std::size_t stride = 0;             ///< bytes from row to row
     int firstBit = 0;                   ///< of each row; the picture begins there
     int left = 0;                       ///< from the pen to the first column
@@ -33,6 +37,8 @@ struct OMGlyph {
 class OMFont {
   public:
     enum class Kind : std::uint8_t { Typeface, NFNT };
+
+    static constexpr std::size_t kCodes = 256;
 
     /// Bits of a style.
     static constexpr int kBold = 1;
@@ -62,7 +68,7 @@ class OMFont {
     virtual void setSize(int /*pixels*/) {}
     virtual void setStyle(int /*bits*/) {}
 
-    [[nodiscard]] virtual OMGlyph glyph(unsigned char code) const = 0;
+    [[nodiscard]] virtual const OMGlyph& glyph(unsigned char code) const = 0;
 
   protected:
     /// To be called when ascent, descent and leading are known, or others than before.
@@ -81,7 +87,7 @@ class OMTypefaceFont : public OMFont {
     [[nodiscard]] int ascent() const override;
     [[nodiscard]] int descent() const override;
     [[nodiscard]] int leading() const override;
-    [[nodiscard]] OMGlyph glyph(unsigned char code) const override;
+    [[nodiscard]] const OMGlyph& glyph(unsigned char code) const override;
 
   protected:
     using OMFont::OMFont;
@@ -89,4 +95,5 @@ class OMTypefaceFont : public OMFont {
 
   private:
     std::unique_ptr<platform::Typeface> face_;
+    mutable std::array<std::optional<OMGlyph>, kCodes> glyphs_; ///< made when they are needed
 };

@@ -40,17 +40,17 @@ class OMNFNTFont final : public OMFont {
     [[nodiscard]] int descent() const override { return descent_; }
     [[nodiscard]] int leading() const override { return leading_; }
     [[nodiscard]] Kind kind() const override { return Kind::NFNT; }
-    [[nodiscard]] OMGlyph glyph(unsigned char code) const override { return glyphs_[code]; }
+    [[nodiscard]] const OMGlyph& glyph(unsigned char code) const override {
+        return glyphs_[code];
+    }
 
   private:
-    static constexpr std::size_t kCodes = 256;
-
     void read(std::span<const std::byte> record);
 
     bool empty_ = true;
     int ascent_ = 0;
     int descent_ = 0;
     int leading_ = 0;
-    std::vector<std::uint8_t> strike_; ///< rows padded to 4 bytes
+    std::vector<std::uint8_t> strike_; ///< rows padded to 4 bytes, and a byte more
     std::array<OMGlyph, kCodes> glyphs_;
 };

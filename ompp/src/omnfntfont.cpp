@@ -99,6 +99,30 @@ class Characters {
     std::endian order_;
 };
 
+/// Whether a row of a picture has ink.
+bool hasInk(const OMGlyph& glyph, const std::uint8_t* row) {
+    for (int bit = glyph.firstBit; bit < glyph.firstBit + glyph.width;) {
+        if (bit % 8 == 0 && row[bit / 8] == 0)
+            bit += 8;
+        else if (row[bit / 8] & 0x80 >> bit % 8)
+            return true;
+        else
+            ++bit;
+    }
+    return false;
+}
+
+/// Takes the rows without ink off the top and the bottom: most characters are lower than a line.
+void trim(OMGlyph& glyph) {
+    const auto row = [&](int y) { return glyph.bits + glyph.stride * static_cast<std::size_t>(y); };
+    while (glyph.height > 0 && !hasInk(glyph, row(glyph.height - 1))) --glyph.height;
+    while (glyph.height > 0 && !hasInk(glyph, row(0))) {
+        glyph.bits += glyph.stride;
+        --glyph.top;
+        --glyph.height;
+    }
+}
+
 } // namespace
 
 OMNFNTFont::OMNFNTFont(OMIStream& source) : OMFont("NFNT") {
@@ -119,7 +143,7 @@ void OMNFNTFont::read(std::span<const std::byte> record) {
     measureLine();
 
     const std::size_t stride = (header->rowBytes + 3) / 4 * 4;
-    strike_.resize(stride * header->rows);
+    strike_.resize(stride * header->rows + 1);
     for (std::size_t row = 0; row < header->rows && stride > 0; ++row)
         std::memcpy(&strike_[row * stride], &record[kHeaderSize + row * header->rowBytes],
                     header->rowBytes);
@@ -137,6 +161,7 @@ void OMNFNTFont::read(std::span<const std::byte> record) {
         glyph->stride = stride;
         glyph->top = ascent_;
         glyph->height = height;
+        trim(*glyph);
         glyphs_[code] = *glyph;
     }
 }

@@ -24,44 +24,46 @@ constexpr std::array<std::uint64_t, 256> kSpread = [] {
     return table;
 }();
 
-/// The next `count` bits, at most eight, from a bit on: in the upper part of a byte. Looks at no
-/// byte that has none of them.
-unsigned bitsAt(const std::uint8_t* row, int bit, int count) {
-    const std::uint8_t* byte = row + bit / kByte;
-    const int shift = bit % kByte;
-    unsigned bits = static_cast<unsigned>(*byte) << shift;
-    if (shift + count > kByte) bits |= static_cast<unsigned>(byte[1]) >> (kByte - shift);
-    return bits & (0xFF00u >> count) & 0xFFu;
-}
+/// Up to eight columns of a mask, row by row.
+struct Column {
+    std::uint8_t* to; ///< the leftmost pixel of the first row
+    std::size_t toStride;
+    const std::uint8_t* bits;
+    std::size_t bitsStride;
+    int shift; ///< of the first bit in its byte
+    int width;
+    int rows;
 
-/// Pixels of one byte, eight at a time where there are so many up to `end`, the end of the surface.
-void inkBytes(std::uint8_t* to, const std::uint8_t* end, const std::uint8_t* row, int bit,
-              int width, std::uint8_t value) {
-    const std::uint64_t values = value * kEveryByte;
-    for (; width > 0; width -= kByte, bit += kByte, to += kByte) {
-        unsigned bits = bitsAt(row, bit, std::min(width, kByte));
-        if (bits == 0) continue;
-        if (end - to >= kByte) {
-            std::uint64_t pixels = 0;
-            std::memcpy(&pixels, to, sizeof pixels);
-            const std::uint64_t mask = kSpread[bits];
-            pixels = (pixels & ~mask) | (values & mask);
-            std::memcpy(to, &pixels, sizeof pixels);
-            continue;
+    /// Calls `put` with the first pixel of each row and its bits, from the highest of a byte on.
+    template <class Put>
+    void each(Put put) const {
+        const unsigned columns = 0xFF00u >> width & 0xFFu;
+        std::uint8_t* pixels = to;
+        const std::uint8_t* row = bits;
+        for (int y = 0; y < rows; ++y, pixels += toStride, row += bitsStride) {
+            const unsigned two = static_cast<unsigned>(row[0]) << kByte | row[1];
+            put(pixels, two >> (kByte - shift) & columns);
         }
-        for (std::uint8_t* pixel = to; bits != 0; ++pixel, bits = (bits << 1) & 0xFF)
-            if (bits & 0x80) *pixel = value;
     }
+};
+
+/// Rows of one byte a pixel that all go on for eight pixels.
+void inkBytes(const Column& column, std::uint8_t value) {
+    const std::uint64_t values = value * kEveryByte;
+    column.each([values](std::uint8_t* to, unsigned bits) {
+        std::uint64_t pixels = 0;
+        std::memcpy(&pixels, to, sizeof pixels);
+        pixels ^= (pixels ^ values) & kSpread[bits];
+        std::memcpy(to, &pixels, sizeof pixels);
+    });
 }
 
-template <int kBytes>
-void inkPixels(std::uint8_t* to, const std::uint8_t* row, int bit, int width,
-               const std::array<std::uint8_t, 4>& value) {
-    for (; width > 0; width -= kByte, bit += kByte, to += kByte * kBytes) {
-        unsigned bits = bitsAt(row, bit, std::min(width, kByte));
-        for (std::uint8_t* pixel = to; bits != 0; pixel += kBytes, bits = (bits << 1) & 0xFF)
-            if (bits & 0x80) std::memcpy(pixel, value.data(), kBytes);
-    }
+template <std::size_t kBytes>
+void inkPixels(const Column& column, const std::array<std::uint8_t, 4>& value) {
+    column.each([&value](std::uint8_t* to, unsigned bits) {
+        for (; bits != 0; to += kBytes, bits = bits << 1 & 0xFFu)
+            if (bits & 0x80u) std::memcpy(to, value.data(), kBytes);
+    });
 }
 
 } // namespace
@@ -71,18 +73,27 @@ void ink(const OMPixels& pixels, const platform::Rect& area, const Mask& mask,
     const std::array<std::uint8_t, 4> bytes{
         static_cast<std::uint8_t>(value), static_cast<std::uint8_t>(value >> 8),
         static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 24)};
-    const int width = area.width();
-    const std::uint8_t* row = mask.bits;
-    for (int y = area.top; y < area.bottom; ++y, row += mask.stride) {
-        std::uint8_t* to = pixels.at(area.left, y);
+    Column column{pixels.at(area.left, area.top),
+                  pixels.stride,
+                  mask.bits + mask.firstBit / kByte,
+                  mask.stride,
+                  mask.firstBit % kByte,
+                  0,
+                  area.height()};
+    for (int x = area.left; x < area.right; x += kByte, ++column.bits) {
+        column.width = std::min(area.right - x, kByte);
         switch (pixels.bytesPerPixel) {
         case 1:
-            inkBytes(to, to + (pixels.area.right - area.left), row, mask.firstBit, width, bytes[0]);
+            if (pixels.area.right - x >= kByte)
+                inkBytes(column, bytes[0]);
+            else
+                inkPixels<1>(column, bytes);
             break;
-        case 2: inkPixels<2>(to, row, mask.firstBit, width, bytes); break;
-        case 3: inkPixels<3>(to, row, mask.firstBit, width, bytes); break;
-        default: inkPixels<4>(to, row, mask.firstBit, width, bytes); break;
+        case 2: inkPixels<2>(column, bytes); break;
+        case 3: inkPixels<3>(column, bytes); break;
+        default: inkPixels<4>(column, bytes); break;
         }
+        column.to += kByte * pixels.bytesPerPixel;
     }
 }
 

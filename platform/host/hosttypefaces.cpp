@@ -38,6 +38,7 @@ class SystemFont final : public Typeface {
             picture.bits.push_back(static_cast<std::uint8_t>(row >> 8));
             if (glyph.width > 8) picture.bits.push_back(static_cast<std::uint8_t>(row));
         }
+        picture.bits.push_back(0);
         return picture;
     }
 

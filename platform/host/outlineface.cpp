@@ -48,7 +48,8 @@ GlyphPicture underlined(const GlyphPicture& glyph, const Underline& line) {
     result.height = std::max(line.top + line.height, glyph.height - glyph.top) + result.top;
     result.advance = glyph.advance;
     const int stride = (result.width + 7) / 8;
-    result.bits.resize(static_cast<std::size_t>(stride) * static_cast<std::size_t>(result.height));
+    result.bits.resize(static_cast<std::size_t>(stride) * static_cast<std::size_t>(result.height) +
+                       1);
     for (int y = 0; y < glyph.height; ++y)
         for (int x = 0; x < glyph.width; ++x)
             if (bit(glyph, x, y))
@@ -146,11 +147,13 @@ class OutlineFace final : public Typeface {
         picture.width = width;
         picture.height = height;
         const int stride = (width + 7) / 8;
-        picture.bits.reserve(static_cast<std::size_t>(stride) * static_cast<std::size_t>(height));
+        picture.bits.reserve(static_cast<std::size_t>(stride) * static_cast<std::size_t>(height) +
+                             1);
         for (int y = 0; y < height; ++y) {
             const unsigned char* row = bitmap.buffer + std::ptrdiff_t{y} * bitmap.pitch;
             picture.bits.insert(picture.bits.end(), row, row + stride);
         }
+        picture.bits.push_back(0);
     }
 
     FontLibrary library_; ///< outlives the face

@@ -476,7 +476,7 @@ class MemoryTypefaces final : public platform::Typefaces {
       public:
         explicit Box(int size) : size_(size) {
             const int width = size / 2;
-            const auto bytes = static_cast<std::size_t>((width + 7) / 8 * size);
+            const auto bytes = static_cast<std::size_t>((width + 7) / 8 * size + 1);
             picture_ = {0, size, width, size, width + 1, std::vector<std::uint8_t>(bytes, 0xFF)};
         }
         platform::FaceMetrics metrics() const override { return {size_, size_ / 4, 1}; }

@@ -306,6 +306,11 @@ TEST_F(DisplayObjectTest, AClockMakesUpForLatePasses) {
     app.pass();
     app.pass();
     EXPECT_EQ(frames, 6) << "one a pass";
+    clock.setFramesPerSecond(-1);
+    machine.clock().now += 1000;
+    clock.setFramesPerSecond(10);
+    app.pass();
+    EXPECT_EQ(frames, 6) << "a pause is not made up for";
 }
 
 // Keyboard

@@ -52,7 +52,7 @@ class RPButton final : public OMAnimation {
 
     void track(platform::Point point);
     void letGo();
-    void showFrame(int number);
+    void look(bool pressed);
     void playClick();
     void endClick();
     void clickEnded(unsigned click);
@@ -64,6 +64,7 @@ class RPButton final : public OMAnimation {
     OMLink hitLink_;
 
     bool tracking_ = false;
+    bool looksPressed_ = false;
     std::optional<std::uint32_t> pressedMs_; ///< by a script; window clock
     unsigned click_ = 0;                     ///< number of the last click sound
     int clickHandle_;

@@ -62,7 +62,9 @@ void RPButton::declareProperties() {
     declare(kVocabulary);
 }
 
-void RPButton::showFrame(int number) {
+void RPButton::look(bool pressed) {
+    looksPressed_ = pressed;
+    const int number = pressed ? kPressed : kUp;
     if (frameNumber() != number) setFrameNumber(number);
 }
 
@@ -87,12 +89,12 @@ void RPButton::onMouseMove(Point point) {
 void RPButton::track(Point point) {
     if (!containsPoint(point)) {
         setCursor();
-        showFrame(kUp);
+        look(false);
         return;
     }
     window()->showCursor(grabCursor());
-    if (frameNumber() == kUp) playClick();
-    showFrame(kPressed);
+    if (!looksPressed_) playClick();
+    look(true);
 }
 
 void RPButton::onMouseUp(Point point) {
@@ -114,7 +116,7 @@ void RPButton::onReleaseLost() {
 
 void RPButton::letGo() {
     tracking_ = false;
-    showFrame(kUp);
+    look(false);
     setMouseCapture(false);
     setCursor();
 }
@@ -133,7 +135,7 @@ void RPButton::hit() {
 void RPButton::press() {
     if (!window()) return;
     pressedMs_ = window()->clock();
-    showFrame(kPressed);
+    look(true);
     playClick();
 }
 
@@ -143,7 +145,7 @@ void RPButton::step(std::uint32_t clock) {
     if (!self || !pressedMs_) return;
     if (clock - *pressedMs_ <= static_cast<std::uint32_t>(std::max(playDelayMs_, 0))) return;
     pressedMs_.reset();
-    showFrame(kUp);
+    look(false);
 }
 
 // Click sound

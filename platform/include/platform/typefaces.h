@@ -27,7 +27,8 @@ struct GlyphPicture {
     int width = 0;   ///< columns
     int height = 0;  ///< rows
     int advance = 0; ///< of the pen
-    /// Rows from the top down, (width + 7) / 8 bytes each, the leftmost pixel in the highest bit.
+    /// Rows from the top down, (width + 7) / 8 bytes each, the leftmost pixel in the highest bit;
+    /// then one byte more.
     std::vector<std::uint8_t> bits;
 };
 
