@@ -39,6 +39,8 @@ class RAnimation : public OMAnimation {
     void paintIntoBackground(std::optional<int> x, std::optional<int> y);
     /// As pause.
     void suspend() { pause(); }
+    /// See OMSetCursors.
+    void setAOCursor(std::optional<int> normal, std::optional<int> grab);
 
   protected:
     RAnimation(const RAnimation& other) = default;

@@ -33,6 +33,7 @@ constexpr OMSEntry kVocabulary[] = {
     oms::lasting<&RAnimation::play>("play"),
     oms::lasting<&RAnimation::resume>("resume"),
     oms::method<&RAnimation::suspend>("suspend"),
+    oms::method<&RAnimation::setAOCursor>("setAOCursor", "normal [grab]"),
     oms::event("frameNotify", "a frame was shown, while frameNotification is 1"),
 };
 
@@ -90,6 +91,10 @@ void RAnimation::paintIntoBackground(std::optional<int> x, std::optional<int> y)
                    std::clamp(y.value_or(own.top), -kFarthest, kFarthest)};
     paintAt(*picture, at);
     window()->invalidate({at.x, at.y, at.x + own.width(), at.y + own.height()});
+}
+
+void RAnimation::setAOCursor(std::optional<int> normal, std::optional<int> grab) {
+    OMSetCursors(*this, normal, grab, "Cursor URL is not installed in RAnimation");
 }
 
 void registerRAnimation(OMSRegistry& registry) {
