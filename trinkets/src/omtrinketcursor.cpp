@@ -31,10 +31,11 @@ int OMTrinketWindow::wantedCursor() const {
 }
 
 void OMTrinketWindow::updateCursor() {
-    if (!isHolding())
+    const bool isPressed = target_ && target_->mouseState() == OMTrinket::MouseState::Idle;
+    if (!isHolding() && !isPressed)
         updateFlyOver();
     else if (cursorManagement_)
-        showCursor(target_->grabCursor());
+        showCursor(wantedCursor());
 }
 
 void OMSetCursors(OMTrinket& trinket, std::optional<int> normal, std::optional<int> grab,
