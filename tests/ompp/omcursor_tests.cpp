@@ -67,10 +67,6 @@ TEST_F(CursorTest, ReadsThePixelsOfAllDepths) {
     shortTable.table = {0x0000FF, 0xFF0000};
     shortTable.pixels = {1, 9};
     EXPECT_EQ(pixelsOf(shortTable), (Pixels{kRed, kBlack})) << "what a table leaves out is black";
-    CurPicture needlessTable{.width = 1, .height = 1, .depth = 24, .colours = 3};
-    needlessTable.table = {1, 2, 3};
-    needlessTable.pixels = {0xFF0000};
-    EXPECT_EQ(pixelsOf(needlessTable), (Pixels{kRed}));
 }
 
 TEST_F(CursorTest, MasksAndAlphaSayWhatIsTransparent) {

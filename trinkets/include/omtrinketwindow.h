@@ -73,7 +73,6 @@ class OMTrinketWindow : public OMWindow {
     struct CursorMove {
         MouseLink link;
         const OMTCursor* instance = nullptr;
-        [[nodiscard]] const OMTCursor* getInstance() const { return instance; }
     };
 
     /// `rectangle` in screen pixels; the background may be null. The first window that is made

@@ -47,7 +47,7 @@ void OMTCursor::set(int id) {
 
 /// Whoever replaces the link of the current cursor leaves it without a pointer to follow.
 bool OMTCursor::hearsMoves() const {
-    return OMDebug::check(window_->cursorMove().getInstance() == this,
+    return OMDebug::check(window_->cursorMove().instance == this,
                           "!l || (this != l->getInstance())",
                           "CursorMove link not set for current OMTCursor");
 }
