@@ -1,6 +1,7 @@
 // Writes what the fuzz targets start from: fuzz_seeds FOLDER makes a folder in it for each target,
 // FOLDER/animation and so on, made by the builders of the tests.
 #include "bmpbuilder.h"
+#include "curbuilder.h"
 #include "nebuilder.h"
 #include "soundbuilder.h"
 #include "trinkets/aseqbuilder.h"
@@ -168,6 +169,26 @@ std::vector<Bytes> bitmaps() {
     return seeds;
 }
 
+/// See fuzz_cursor.cpp.
+std::vector<Bytes> cursors() {
+    using testing_support::CurPicture;
+    std::vector<CurPicture> pictures;
+    for (const int depth : {1, 4, 8, 24, 32}) {
+        CurPicture picture{.width = 5, .height = 3, .depth = depth, .hotSpot = {4, 1}};
+        if (depth <= 8) picture.table.assign(std::size_t{1} << depth, 0x804020);
+        picture.pixels = {1, 0, 1, 1, 0, 0, 1};
+        picture.mask = {0, 1, 1, 0, 0, 1, 1};
+        if (depth == 32) picture.pixels.push_back(0xFF00FF00);
+        pictures.push_back(picture);
+    }
+    std::vector<Bytes> seeds;
+    for (const CurPicture& picture : pictures)
+        seeds.push_back(testing_support::buildCursor({picture}));
+    pictures.push_back({.width = 32, .height = 32, .depth = 1, .table = {0, 0xFFFFFF}});
+    seeds.push_back(testing_support::buildCursor(pictures));
+    return seeds;
+}
+
 bool write(const std::filesystem::path& folder, const std::vector<Bytes>& seeds) {
     std::filesystem::create_directories(folder);
     int number = 0;
@@ -190,6 +211,7 @@ int main(int argc, char** argv) {
     const std::filesystem::path folder = argv[1];
     const bool written = write(folder / "animation", animations()) &&
                          write(folder / "bitmap", bitmaps()) &&
+                         write(folder / "cursor", cursors()) &&
                          write(folder / "library", libraries()) && write(folder / "map", maps()) &&
                          write(folder / "palette", palettes()) && write(folder / "sound", sounds());
     if (!written) std::fprintf(stderr, "%s cannot be written\n", argv[1]);

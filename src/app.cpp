@@ -3,6 +3,7 @@
 #include "animationsounds.h"
 #include "commands.h"
 #include "configuration.h"
+#include "cursors.h"
 #include "fontfact.h"
 #include "gamesounds.h"
 #include "omapp.h"
@@ -125,6 +126,7 @@ void removeLocators() {
 void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine) {
     OMApp app(mode, OMColor(), {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth);
     resources.setAlertLink([&app](std::string_view text) { app.alert(text); });
+    const RCursors cursors; // asked for as long as there is the window
     EffectsWindow window(windowCorner(), app.productName());
     app.setCommandHandler([](int command) { return OMLog::handleCommand(command); });
     app.setBackgroundLink([&soundEngine] { soundEngine.suspend(); });

@@ -4,12 +4,13 @@
 
 #include "omcanvas.h"
 
+#include <memory>
+
+class OMCursor;
 class OMMemCanvas;
 
 class OMWndCanvas : public OMCanvas {
   public:
-    static constexpr int kArrowCursor = -1;
-
     /// `rectangle` in screen pixels.
     explicit OMWndCanvas(const platform::Rect& rectangle);
 
@@ -34,9 +35,10 @@ class OMWndCanvas : public OMCanvas {
     /// Installs entries 10 to 245 on the display.
     void applyPalette() override;
 
-    /// By number, see platform::Display. The arrow at first.
-    [[nodiscard]] int cursor() const { return cursor_; }
-    void setCursor(int id);
+    /// The arrow at first; never null.
+    [[nodiscard]] const std::shared_ptr<const OMCursor>& cursor() const { return cursor_; }
+    /// Shows a cursor and keeps it as long as it is shown.
+    void setCursor(std::shared_ptr<const OMCursor> cursor);
 
   protected:
     [[nodiscard]] platform::Rect visibleArea() const override { return visible_; }
@@ -46,6 +48,6 @@ class OMWndCanvas : public OMCanvas {
   private:
     platform::Rect rectangle_;
     platform::Rect visible_; ///< in canvas coordinates
-    int cursor_ = kArrowCursor;
+    std::shared_ptr<const OMCursor> cursor_;
     int backBuffers_ = 0; ///< surfaces behind the screen
 };

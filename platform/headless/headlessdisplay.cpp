@@ -10,10 +10,10 @@ void HeadlessDisplay::setTitle(std::string_view title) {
     report_.line("title", {title});
 }
 
-void HeadlessDisplay::setCursor(int id) {
-    if (cursor_ == id) return;
-    cursor_ = id;
-    report_.line("cursor", {std::to_string(id)});
+void HeadlessDisplay::setCursor(const Cursor& cursor) {
+    if (cursor_ == cursor.id()) return;
+    cursor_ = cursor.id();
+    report_.line("cursor", {std::to_string(cursor.id())});
 }
 
 bool HeadlessDisplay::saveScreenshot(const std::string& hostPath) const {

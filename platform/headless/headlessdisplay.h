@@ -14,7 +14,7 @@ class HeadlessDisplay final : public HostDisplay {
     HeadlessDisplay(const ScreenMode& mode, Report& report) : HostDisplay(mode), report_(report) {}
 
     void setTitle(std::string_view title) override;
-    void setCursor(int id) override;
+    void setCursor(const Cursor& cursor) override;
 
     /// Writes what a person would see now as a PNG file; false when that fails.
     [[nodiscard]] bool saveScreenshot(const std::string& hostPath) const;

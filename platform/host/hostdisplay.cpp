@@ -109,6 +109,12 @@ bool HostDisplay::restore() {
     return true;
 }
 
+std::unique_ptr<Cursor> HostDisplay::makeCursor(int id) { return std::make_unique<Cursor>(id); }
+
+std::unique_ptr<Cursor> HostDisplay::makeCursor(int id, const CursorImage& image) {
+    return image.isWhole() ? std::make_unique<Cursor>(id) : nullptr;
+}
+
 void HostDisplay::blacken() {
     drawn_ = surfaceOf(mode_);
     for (Surface& surface : backs_) surface = drawn_;

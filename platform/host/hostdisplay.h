@@ -3,9 +3,11 @@
 // back end adds where it is really shown.
 #pragma once
 
+#include "platform/cursor.h"
 #include "platform/display.h"
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -36,6 +38,10 @@ class HostDisplay : public Display {
     FlipResult flip() override;
     [[nodiscard]] bool isLost() const override { return lost_; }
     bool restore() override;
+
+    // Cursors that have nothing but their number, for back ends that show none.
+    [[nodiscard]] std::unique_ptr<Cursor> makeCursor(int id) override;
+    [[nodiscard]] std::unique_ptr<Cursor> makeCursor(int id, const CursorImage& image) override;
 
     /// What a person sees.
     [[nodiscard]] const Surface& shown() const { return shown_; }

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <utility>
+#include <vector>
 
 namespace platform {
 
@@ -19,6 +20,18 @@ SDL_SystemCursor systemCursor(int id) {
     default: return SDL_SYSTEM_CURSOR_ARROW;
     }
 }
+
+/// The window system goes over to its default cursor by itself when the shown one is destroyed.
+class SdlCursor final : public Cursor {
+  public:
+    /// Without a handle it is the default cursor.
+    SdlCursor(int id, SdlHandle<SDL_Cursor> handle) : Cursor(id), handle_(std::move(handle)) {}
+
+    void show() const { SDL_SetCursor(handle_ ? handle_.get() : SDL_GetDefaultCursor()); }
+
+  private:
+    SdlHandle<SDL_Cursor> handle_;
+};
 
 } // namespace
 
@@ -47,12 +60,27 @@ void SdlDisplay::setTitle(std::string_view title) {
     SDL_SetWindowTitle(window(), utf8FromLatin1(title).c_str());
 }
 
-void SdlDisplay::setCursor(int id) {
-    const SDL_SystemCursor shape = systemCursor(id);
-    SdlHandle<SDL_Cursor>& cursor = cursors_[shape];
-    if (!cursor) cursor.reset(SDL_CreateSystemCursor(shape));
-    if (cursor) SDL_SetCursor(cursor.get());
+std::unique_ptr<Cursor> SdlDisplay::makeCursor(int id) {
+    SdlHandle<SDL_Cursor> handle(SDL_CreateSystemCursor(systemCursor(id)));
+    return std::make_unique<SdlCursor>(id, std::move(handle));
 }
+
+std::unique_ptr<Cursor> SdlDisplay::makeCursor(int id, const CursorImage& image) {
+    constexpr int kBits = 32;
+    constexpr int kBytes = 4;
+    if (!image.isWhole()) return nullptr;
+    std::vector<std::uint32_t> pixels = image.pixels; // a surface wants to be able to write
+    const SdlHandle<SDL_Surface> surface(
+        SDL_CreateRGBSurfaceWithFormatFrom(pixels.data(), image.width, image.height, kBits,
+                                           image.width * kBytes, SDL_PIXELFORMAT_ARGB8888));
+    if (!surface) return nullptr;
+    SdlHandle<SDL_Cursor> handle(
+        SDL_CreateColorCursor(surface.get(), image.hotSpot.x, image.hotSpot.y));
+    if (!handle) return nullptr;
+    return std::make_unique<SdlCursor>(id, std::move(handle));
+}
+
+void SdlDisplay::setCursor(const Cursor& cursor) { static_cast<const SdlCursor&>(cursor).show(); }
 
 void SdlDisplay::flush() {
     if (!stale_.empty()) updateTexture();

@@ -4,7 +4,7 @@
 #include "platform/host/hostdisplay.h"
 #include "platform/sdl/sdlwindow.h"
 
-#include <map>
+#include <memory>
 
 namespace platform {
 
@@ -15,7 +15,9 @@ class SdlDisplay final : public HostDisplay {
 
     void present(const Rect& area) override;
     void setTitle(std::string_view title) override;
-    void setCursor(int id) override;
+    [[nodiscard]] std::unique_ptr<Cursor> makeCursor(int id) override;
+    [[nodiscard]] std::unique_ptr<Cursor> makeCursor(int id, const CursorImage& image) override;
+    void setCursor(const Cursor& cursor) override;
 
     /// Brings the window up to date, if anything changed since the last time.
     void flush();
@@ -42,7 +44,6 @@ class SdlDisplay final : public HostDisplay {
     Rect stale_{};                 ///< part of the texture that is older than the screen
     bool windowIsCurrent_ = false; ///< the window shows the texture
     bool windowIsShown_ = false;
-    std::map<SDL_SystemCursor, SdlHandle<SDL_Cursor>> cursors_; ///< those used so far
 };
 
 } // namespace platform

@@ -14,6 +14,7 @@ struct SdlDeleter {
     void operator()(SDL_Renderer* renderer) const { SDL_DestroyRenderer(renderer); }
     void operator()(SDL_Texture* texture) const { SDL_DestroyTexture(texture); }
     void operator()(SDL_Cursor* cursor) const { SDL_FreeCursor(cursor); }
+    void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
 };
 template <class Handle>
 using SdlHandle = std::unique_ptr<Handle, SdlDeleter>;

@@ -2,6 +2,7 @@
 
 #include "aodeep.h"
 #include "omapp.h"
+#include "omcursor.h"
 #include "omdebug.h"
 #include "omistream.h"
 #include "omlog.h"
@@ -83,13 +84,12 @@ void EffectsWindow::endTransition(bool quickly) {
 
 void EffectsWindow::showWaitCursor() {
     if (savedCursor_) return;
-    const int before = canvas().cursor();
-    showCursor(kWaitCursor);
-    savedCursor_ = before;
+    savedCursor_ = canvas().cursor();
+    canvas().setCursor(OMCursor::load(kOMCursorWait));
 }
 
 void EffectsWindow::restoreCursor() {
-    if (const auto cursor = std::exchange(savedCursor_, std::nullopt)) showCursor(*cursor);
+    if (savedCursor_) canvas().setCursor(std::exchange(savedCursor_, nullptr));
 }
 
 // Background and palette
@@ -167,4 +167,11 @@ void EffectsWindow::doubleClick(Point point) {
 
 void EffectsWindow::showCursor(int id) {
     if (!savedCursor_) OMTrinketWindow::showCursor(id);
+}
+
+void EffectsWindow::putCursor(std::shared_ptr<const OMCursor> cursor) {
+    if (savedCursor_)
+        savedCursor_ = std::move(cursor);
+    else
+        OMTrinketWindow::putCursor(std::move(cursor));
 }

@@ -17,7 +17,6 @@ class EffectsWindow : public OMTrinketWindow {
 
     static constexpr int kWidth = 640;
     static constexpr int kHeight = 480;
-    static constexpr int kWaitCursor = -2;
 
     /// The window's upper left corner in screen pixels.
     EffectsWindow(platform::Point corner, std::string_view title);
@@ -60,6 +59,8 @@ class EffectsWindow : public OMTrinketWindow {
     void showCursor(int id) override;
 
   protected:
+    /// What comes during a transition is shown when it ends.
+    void putCursor(std::shared_ptr<const OMCursor> cursor) override;
     /// Not while the window is black.
     [[nodiscard]] bool hearsPresses() const override { return isPresenting(); }
 
@@ -78,5 +79,5 @@ class EffectsWindow : public OMTrinketWindow {
     bool doubleClicksDisabled_ = false;
     bool updating_ = false; ///< in the idle cycle of displayScreen
     OMLink transitionEnd_;
-    std::optional<int> savedCursor_; ///< while the wait cursor is shown
+    std::shared_ptr<const OMCursor> savedCursor_; ///< while the wait cursor is shown
 };

@@ -228,14 +228,23 @@ struct MemoryClock final : platform::Clock {
 struct MemoryDisplay final : platform::HostDisplay {
     std::string title;
     int cursor = -1;
-    std::vector<int> cursors; ///< all that were set
+    std::vector<int> cursors;                          ///< all that were set
+    std::map<int, platform::CursorImage> cursorImages; ///< those made of pictures, by number
     OMRegion presented;
     int busyFlips = 0; ///< as many flips find the device drawing
     bool refusesExclusive = false;
 
     explicit MemoryDisplay(const platform::ScreenMode& mode = {}) : HostDisplay(mode) {}
     void setTitle(std::string_view text) override { title = text; }
-    void setCursor(int id) override { cursors.push_back(cursor = id); }
+    using HostDisplay::makeCursor;
+    std::unique_ptr<platform::Cursor> makeCursor(int id,
+                                                 const platform::CursorImage& image) override {
+        cursorImages[id] = image;
+        return HostDisplay::makeCursor(id, image);
+    }
+    void setCursor(const platform::Cursor& shown) override {
+        cursors.push_back(cursor = shown.id());
+    }
     void present(const platform::Rect& area) override {
         presented.unite(area);
         HostDisplay::present(area);

@@ -1,6 +1,7 @@
 // Canvases and palettes: what is drawn where, with which pixels, and how much of it is shown.
 #include "canvasfixture.h"
 
+#include "omcursor.h"
 #include "omwndcanvas.h"
 
 #include <gtest/gtest.h>
@@ -424,9 +425,17 @@ TEST(OMWndCanvas, partsBeyondTheScreenHaveNoPixels) {
 TEST(OMWndCanvas, tellsTheDisplayEachNewCursorOnce) {
     Process process(8);
     OMWndCanvas window({0, 0, 64, 48});
-    for (const int id : {-1, -2, -2, 10, -1}) window.setCursor(id);
-    EXPECT_EQ(process.display().cursors, (std::vector<int>{-2, 10, -1}));
-    EXPECT_EQ(window.cursor(), -1);
+    EXPECT_EQ(window.cursor()->id(), kOMCursorArrow);
+    std::weak_ptr<const OMCursor> shown;
+    for (const int id : {kOMCursorWait, kOMCursorCross}) {
+        auto cursor = std::make_shared<const OMCursor>(id);
+        window.setCursor(cursor);
+        window.setCursor(cursor);
+        EXPECT_TRUE(shown.expired()) << "kept only while it is shown";
+        shown = cursor;
+    }
+    EXPECT_EQ(window.cursor(), shown.lock());
+    EXPECT_EQ(process.display().cursors, (std::vector<int>{-2, -4}));
 }
 
 // Direct access

@@ -213,16 +213,18 @@ TEST_F(HeadlessTest, ReportsOneLineForEachThingThatIsNews) {
     machine.display().setTitle("T\xEDtulo");
     machine.mainLoopBegins();
     pass(12);
-    machine.display().setCursor(-1);
-    machine.display().setCursor(-1);
-    machine.display().setCursor(-2);
-    machine.display().setCursor(-1);
+    for (const int id : {-1, -1, -2, -1})
+        machine.display().setCursor(*machine.display().makeCursor(id));
+    const CursorImage picture{2, 1, {}, {0xFF000000, 0}};
+    machine.display().setCursor(*machine.display().makeCursor(7, picture));
+    EXPECT_FALSE(machine.display().makeCursor(8, {2, 2, {}, {1, 2, 3}}));
     box(boxstyle::kOk | boxstyle::kSystemModal | boxstyle::kTaskModal, "a\nb\tc\\n\r\n");
     EXPECT_EQ(report_.str(), "0\ttitle\t\n"
                              "0\ttitle\tT\xC3\xADtulo\n"
                              "12\tcursor\t-1\n"
                              "12\tcursor\t-2\n"
                              "12\tcursor\t-1\n"
+                             "12\tcursor\t7\n"
                              "12\tbox\tCaption\t0x3000\ta\\nb\\tc\\\\n\\r\\n\tOK\n");
 }
 

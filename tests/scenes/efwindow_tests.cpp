@@ -3,6 +3,8 @@
 #include "trinkets/windowfixture.h"
 
 #include "omao.h"
+#include "omcursor.h"
+#include "omtcrsr.h"
 
 #include <map>
 
@@ -199,6 +201,21 @@ TEST_F(EffectsWindowTest, TransitionsShowOneWaitCursorAndPutTheOldOneBack) {
     EXPECT_NE(log.find("Ending Transition, current ms: 1234\n\n"), std::string::npos);
     window.mouseMove({15, 15});
     window.mouseMove({50, 50});
+    EXPECT_EQ(machine.display().cursor, OMTrinket::defaultCursor);
+}
+
+TEST_F(EffectsWindowTest, CursorsThatAnObjectManagesComeAndGoBehindTheWaitCursor) {
+    OMTCursor cursor(kOMCursorText);
+    window.startTransition();
+    cursor.install(window);
+    cursor.set(kOMCursorCross);
+    EXPECT_EQ(machine.display().cursor, kOMCursorWait);
+    window.endTransition(false);
+    EXPECT_EQ(machine.display().cursor, kOMCursorCross);
+    window.startTransition();
+    cursor.uninstall();
+    EXPECT_EQ(machine.display().cursor, kOMCursorWait);
+    window.endTransition(true);
     EXPECT_EQ(machine.display().cursor, OMTrinket::defaultCursor);
 }
 

@@ -134,8 +134,8 @@ class OMTrinket : public OMScriptableObject {
     /// Layer 0, 1 or 2 of the reserved ones.
     void setTopLayer(std::size_t layer) { setZ(kTopLayers.at(layer)); }
     void setEventMask(std::uint32_t mask) { eventMask_ = mask; }
-    /// Cursors by number (see platform::Display), shown while the pointer is over it and while it
-    /// is held.
+    /// Cursors by number (see OMTrinketWindow::setCursorLocator), shown while the pointer is over
+    /// it and while it is held.
     virtual void setCursors(int normal, int grab);
     [[nodiscard]] Links& links() { return links_; }
 

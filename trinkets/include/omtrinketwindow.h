@@ -21,11 +21,15 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string_view>
+
+class OMTCursor;
 
 class OMTrinketWindow : public OMWindow {
   public:
     using MouseLink = OMTrinket::MouseLink;
+    using CursorLocator = OMLinkTo<std::shared_ptr<const OMCursor>(int id)>;
 
     static constexpr int kLowestDepth = -32767; ///< what is below is neither drawn nor hit at first
 
@@ -63,6 +67,12 @@ class OMTrinketWindow : public OMWindow {
         MouseLink mouseMove;
         MouseLink doubleClick;
         OMLinkTo<void(const platform::KeyPress&)> key;
+    };
+
+    /// Told of every move of the pointer, with the cursor that hears it.
+    struct CursorMove {
+        MouseLink link;
+        const OMTCursor* instance = nullptr;
     };
 
     /// `rectangle` in screen pixels; the background may be null. The first window that is made
@@ -150,16 +160,30 @@ class OMTrinketWindow : public OMWindow {
 
     [[nodiscard]] bool isInputDisabled() const { return inputDisabled_; }
     void setInputDisabled(bool disabled) { inputDisabled_ = disabled; }
-    /// While on, the window shows the cursors of the trinkets; on at first.
-    void setCursorManagement(bool on) { cursorManagement_ = on; }
-    /// Shows a cursor by number.
-    virtual void showCursor(int id) { canvas_.setCursor(id); }
     /// The trinket that has the mouse, held or captured, or null.
     [[nodiscard]] OMTrinket* mouseTarget() const { return target_; }
     [[nodiscard]] OMTrinket* flyOverTrinket() const { return flyOver_; }
     [[nodiscard]] platform::Point lastMousePosition() const { return lastMouse_; }
     /// Finds out what the pointer is over now.
     void updateFlyOver() { updateFlyOver(lastMouse_); }
+
+    // Cursors, by number.
+
+    /// Where they come from, installed by the game at start-up. Without it there are only the
+    /// platform's own.
+    static void setCursorLocator(CursorLocator locator) { cursorLocator_ = std::move(locator); }
+    [[nodiscard]] static bool hasCursorLocator() { return static_cast<bool>(cursorLocator_); }
+    /// The arrow when there is no such cursor; never null.
+    [[nodiscard]] static std::shared_ptr<const OMCursor> findCursor(int id);
+    /// While on, the window shows the cursors of the trinkets; on at first.
+    void setCursorManagement(bool on) { cursorManagement_ = on; }
+    /// Shows the cursor of a trinket or of the game; without effect while an OMTCursor is current.
+    virtual void showCursor(int id);
+    /// Finds out what the pointer is over now, and shows the cursor that belongs there.
+    void updateCursor();
+    /// The OMTCursor that is current, or null, and the link that tells it of moves.
+    [[nodiscard]] OMTCursor* managedCursor() const { return managedCursor_; }
+    [[nodiscard]] CursorMove& cursorMove() { return cursorMove_; }
 
     [[nodiscard]] OMTrinket* focus() const { return focus_; }
     [[nodiscard]] bool isFocus(const OMTrinket& trinket) const { return focus_ == &trinket; }
@@ -188,10 +212,13 @@ class OMTrinketWindow : public OMWindow {
     void idle() override;
 
   protected:
+    /// What every cursor goes through on its way to the screen.
+    virtual void putCursor(std::shared_ptr<const OMCursor> cursor);
     /// Whether presses and double clicks go to trinkets, background and default links.
     [[nodiscard]] virtual bool hearsPresses() const { return true; }
 
   private:
+    friend class OMTCursor;
     friend class OMTrinket;
 
     struct Page {
@@ -232,8 +259,12 @@ class OMTrinketWindow : public OMWindow {
     void updateFlyOver(platform::Point point);
     void leave(OMTrinket& trinket);
     void enter(OMTrinket& trinket);
+    [[nodiscard]] bool isHolding() const;
+    /// That of what the pointer holds or is over.
+    [[nodiscard]] int wantedCursor() const;
 
     static OMTrinketWindow* main_;
+    static CursorLocator cursorLocator_;
 
     OMWndCanvas canvas_;
     OMMemCanvas backBuffer_;
@@ -259,6 +290,8 @@ class OMTrinketWindow : public OMWindow {
 
     bool inputDisabled_ = false;
     bool cursorManagement_ = true;
+    OMTCursor* managedCursor_ = nullptr;
+    CursorMove cursorMove_;
     OMTrinket* target_ = nullptr;
     bool releaseLost_ = false; ///< since the last press
     OMTrinket* flyOver_ = nullptr;
@@ -269,3 +302,10 @@ class OMTrinketWindow : public OMWindow {
     std::uint32_t pauseMs_ = 0;
     bool pausing_ = false;
 };
+
+/// What `setAOCursor` of scripts does: sets a trinket's cursors to those that the locator has for
+/// the numbers, the arrow where it has none, and shows the one that belongs under the pointer.
+/// Without `grab` both are the same, without `normal` they are the game's defaults. A failed check
+/// with `message`, and no effect, without a locator.
+void OMSetCursors(OMTrinket& trinket, std::optional<int> normal, std::optional<int> grab,
+                  const char* message);

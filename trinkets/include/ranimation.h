@@ -42,6 +42,8 @@ class RAnimation : public OMAnimation {
     /// In every frame, pixels of one colour index become another. Indices that do not exist change
     /// nothing.
     void replacePaletteEntry(int old, int replacement);
+    /// See OMSetCursors.
+    void setAOCursor(std::optional<int> normal, std::optional<int> grab);
 
   protected:
     RAnimation(const RAnimation& other) = default;

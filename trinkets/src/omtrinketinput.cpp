@@ -131,6 +131,8 @@ void OMTrinketWindow::mouseMove(Point point) {
     const int dx = point.x - lastMouse_.x;
     const int dy = point.y - lastMouse_.y;
     lastMouse_ = point;
+    const MouseLink cursorMoved = cursorMove_.link;
+    cursorMoved(point);
     if (target_ && hears(*target_, OMTrinket::kIgnoreMouseMove)) {
         moveTarget(*target_, point, dx, dy);
         return;
@@ -178,6 +180,8 @@ void OMTrinketWindow::updateFlyOver(Point point) {
         if (left) leave(*left);
         if (under && (!watch || flyOver_ != under)) return;
         if (under) enter(*under);
+    } else if (under && cursorManagement_ && !target_) {
+        under->setCursor(); // it may have got another one since the pointer came
     }
     if (!flyOver_) showCursor(OMTrinket::defaultCursor);
 }

@@ -3,6 +3,7 @@
 #include "omapp.h"
 #include "omdebug.h"
 #include "omplatform.h"
+#include "omtcrsr.h"
 
 #include <cstdio>
 
@@ -68,6 +69,7 @@ OMTrinketWindow::OMTrinketWindow(const Rect& rectangle, std::unique_ptr<OMTBackg
 
 OMTrinketWindow::~OMTrinketWindow() {
     hooks_ = {};
+    if (managedCursor_) managedCursor_->windowGone();
     canvas_.setPalette(OMPaletteFromDevice(OMDefaultPalette()));
     trinkets_.apply([](OMTrinket& trinket) { trinket.window_ = nullptr; });
     if (isFlipping() && OMPlatform().display().isExclusive())

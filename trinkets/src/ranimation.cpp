@@ -34,6 +34,7 @@ constexpr OMSEntry kVocabulary[] = {
     oms::lasting<&RAnimation::resume>("resume"),
     oms::method<&RAnimation::suspend>("suspend"),
     oms::method<&RAnimation::replacePaletteEntry>("replacePaletteEntry", "old new"),
+    oms::method<&RAnimation::setAOCursor>("setAOCursor", "normal [grab]"),
     oms::event("frameNotify", "a frame was shown, while frameNotification is 1"),
 };
 
@@ -81,6 +82,10 @@ void RAnimation::replacePaletteEntry(int old, int replacement) {
     constexpr auto isIndex = [](int index) { return index >= 0 && index < platform::kPaletteSize; };
     if (!isIndex(old) || !isIndex(replacement)) return;
     replaceColorIndex(static_cast<std::uint8_t>(old), static_cast<std::uint8_t>(replacement));
+}
+
+void RAnimation::setAOCursor(std::optional<int> normal, std::optional<int> grab) {
+    OMSetCursors(*this, normal, grab, "Cursor URL is not installed in RAnimation");
 }
 
 void registerRAnimation(OMSRegistry& registry) {

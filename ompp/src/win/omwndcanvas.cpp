@@ -1,8 +1,11 @@
 #include "omwndcanvas.h"
 
+#include "omcursor.h"
 #include "omdebug.h"
 #include "ommemcanvas.h"
 #include "omplatform.h"
+
+#include <utility>
 
 using platform::Rect;
 
@@ -23,7 +26,7 @@ bool checkExclusive(const char* message) {
 
 OMWndCanvas::OMWndCanvas(const Rect& rectangle)
     : OMCanvas(OMPlatform().display().screen().depth()), rectangle_(rectangle),
-      visible_(visibleOnScreen(rectangle)) {}
+      visible_(visibleOnScreen(rectangle)), cursor_(OMCursor::load(kOMCursorArrow)) {}
 
 OMPixels OMWndCanvas::pixels() {
     platform::Surface& screen = OMPlatform().display().screen();
@@ -83,10 +86,10 @@ void OMWndCanvas::applyPalette() {
                                       std::span(devicePalette()).subspan(kFirst, kCount));
 }
 
-void OMWndCanvas::setCursor(int id) {
-    if (cursor_ == id) return;
-    cursor_ = id;
-    OMPlatform().display().setCursor(id);
+void OMWndCanvas::setCursor(std::shared_ptr<const OMCursor> cursor) {
+    if (cursor_ == cursor) return;
+    OMPlatform().display().setCursor(cursor->handle());
+    cursor_ = std::move(cursor);
 }
 
 void OMWndCanvas::show(const OMRegion& region) {

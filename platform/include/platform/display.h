@@ -11,11 +11,15 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string_view>
 #include <vector>
 
 namespace platform {
+
+class Cursor;
+struct CursorImage;
 
 struct Rgb {
     std::uint8_t red = 0;
@@ -119,8 +123,15 @@ class Display {
     /// Title of the main window, Latin-1.
     virtual void setTitle(std::string_view title) = 0;
 
-    /// Cursor by number: -1 arrow, -2 wait, -3 text beam, -4 cross.
-    virtual void setCursor(int id) = 0;
+    // Cursors, see cursor.h.
+
+    /// One of the platform's own: -1 arrow, -2 wait, -3 text beam, -4 cross; others are arrows, and
+    /// so is one that the machine does not have. Never null.
+    [[nodiscard]] virtual std::unique_ptr<Cursor> makeCursor(int id) = 0;
+    /// A picture, known as `id`. Null when no cursor can be made of it.
+    [[nodiscard]] virtual std::unique_ptr<Cursor> makeCursor(int id, const CursorImage& image) = 0;
+    /// Shows one that this display made.
+    virtual void setCursor(const Cursor& cursor) = 0;
 };
 
 } // namespace platform
