@@ -9,20 +9,23 @@ set -euo pipefail
 kind=$1 page=$2
 shift 2
 
-# Rows of class tables as "property NAME read/write", "property NAME read", "method NAME", "event NAME".
+# Rows of class tables as "property NAME read/write", "property NAME read", "property NAME write",
+# "method NAME", "event NAME".
 classRows() {
   awk '
     /OMSEntry kVocabulary\[\]/ { inside = 1 }
     inside { text = text " " $0 }
     inside && /^};/ { inside = 0 }
     END {
-      while (match(text, /oms::(data|readOnly|method|lasting|event)[<(]/)) {
+      while (match(text, /oms::(data|readOnly|writeOnly|method|lasting|event)[<(]/)) {
         row = substr(text, RSTART + 5, RLENGTH - 6)
         text = substr(text, RSTART + RLENGTH)
-        match(text, /"[^"]*"/)
+        match(text, /"[^"]*"|::kDefaultMethod/)
         name = substr(text, RSTART + 1, RLENGTH - 2)
+        if (name !~ /^[A-Za-z]+$/) name = "default"
         if (row == "data") print "property " name " read/write"
         else if (row == "readOnly") print "property " name " read"
+        else if (row == "writeOnly") print "property " name " write"
         else if (row == "event") print "event " name
         else print "method " name
       }
