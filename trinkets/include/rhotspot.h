@@ -5,6 +5,8 @@
 
 #include "omtrinket.h"
 
+#include <optional>
+
 class OMSRegistry;
 
 class RHotSpot final : public OMTrinket {
@@ -24,6 +26,9 @@ class RHotSpot final : public OMTrinket {
     void setOutlined(int on);
     [[nodiscard]] int userData() const { return userData_; }
     void setUserData(int value) { userData_ = value; }
+
+    /// See OMSetCursors.
+    void setAOCursor(std::optional<int> normal, std::optional<int> grab);
 
     void paint(OMMemCanvas& canvas, const OMRegion& clip) override;
 

@@ -11,6 +11,7 @@ namespace {
 constexpr OMSEntry kVocabulary[] = {
     oms::data<&RHotSpot::outlined, &RHotSpot::setOutlined>("outlined", "its outline is drawn"),
     oms::data<&RHotSpot::userData, &RHotSpot::setUserData>("userData", "free value for scripts"),
+    oms::method<&RHotSpot::setAOCursor>("setAOCursor", "[normal [grab]]"),
 };
 
 // Fixed colours, so that one of them can be told from any picture below.
@@ -50,6 +51,10 @@ void RHotSpot::setOutlined(int on) {
     if (outlined_ == (on != 0)) return;
     outlined_ = on != 0;
     markWhole();
+}
+
+void RHotSpot::setAOCursor(std::optional<int> normal, std::optional<int> grab) {
+    OMSetCursors(*this, normal, grab, "Cursor URL is not installed in RHotSpot");
 }
 
 void RHotSpot::paint(OMMemCanvas& canvas, const OMRegion& clip) {
