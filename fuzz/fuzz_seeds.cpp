@@ -3,6 +3,7 @@
 #include "bmpbuilder.h"
 #include "curbuilder.h"
 #include "nebuilder.h"
+#include "nfntbuilder.h"
 #include "soundbuilder.h"
 #include "trinkets/aseqbuilder.h"
 
@@ -189,6 +190,23 @@ std::vector<Bytes> cursors() {
     return seeds;
 }
 
+/// Behind the text and its place; see fuzz_font.cpp.
+std::vector<Bytes> fonts() {
+    std::vector<Bytes> seeds;
+    for (const int lastChar : {66, 90, 127, 255}) {
+        for (const bool bigEndian : {false, true}) {
+            testing_support::NFNTFont font = testing_support::smallFont();
+            font.lastChar = lastChar;
+            font.bigEndian = bigEndian;
+            Bytes seed = toBytes("BADC?B\x78");
+            const Bytes record = font.bytes();
+            seed.insert(seed.end(), record.begin(), record.end());
+            seeds.push_back(std::move(seed));
+        }
+    }
+    return seeds;
+}
+
 bool write(const std::filesystem::path& folder, const std::vector<Bytes>& seeds) {
     std::filesystem::create_directories(folder);
     int number = 0;
@@ -211,7 +229,7 @@ int main(int argc, char** argv) {
     const std::filesystem::path folder = argv[1];
     const bool written = write(folder / "animation", animations()) &&
                          write(folder / "bitmap", bitmaps()) &&
-                         write(folder / "cursor", cursors()) &&
+                         write(folder / "cursor", cursors()) && write(folder / "font", fonts()) &&
                          write(folder / "library", libraries()) && write(folder / "map", maps()) &&
                          write(folder / "palette", palettes()) && write(folder / "sound", sounds());
     if (!written) std::fprintf(stderr, "%s cannot be written\n", argv[1]);

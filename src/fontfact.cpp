@@ -32,6 +32,8 @@ template <class... Cases>
 struct Overloaded : Cases... {
     using Cases::operator()...;
 };
+template <class... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
 
 /// "font %p", "NFNT font %d" or "TT font %s %d %d".
 std::string described(const RFontKey& key) {

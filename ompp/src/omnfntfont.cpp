@@ -69,9 +69,10 @@ class Characters {
     Characters(std::span<const std::byte> record, const Header& header)
         : record_(record), header_(header), order_(orderOf(record)) {}
 
-    [[nodiscard]] std::optional<OMGlyph> find(std::size_t code) const {
+    [[nodiscard]] std::optional<OMGlyph> find(int number) const {
         // The picture ends at the location behind its own.
-        if (code + 1 >= header_.entries) return std::nullopt;
+        const auto code = static_cast<std::size_t>(number);
+        if (number < 0 || code + 1 >= header_.entries) return std::nullopt;
         OMReader table(record_);
         table.seek(header_.offsets + code * kWord);
         const int offset = table.u8();
@@ -149,12 +150,11 @@ void OMNFNTFont::read(std::span<const std::byte> record) {
                     header->rowBytes);
 
     const Characters characters(record, *header);
-    const std::optional<OMGlyph> standIn =
-        characters.find(static_cast<std::size_t>(header->lastChar & 0xFF) - 1);
+    const std::optional<OMGlyph> standIn = characters.find((header->lastChar & 0xFF) - 1);
     const int height =
         std::clamp(ascent_ + descent_, 0, static_cast<int>(header->rows)); // all that is drawn
     for (std::size_t code = 0; code < kCodes; ++code) {
-        std::optional<OMGlyph> glyph = characters.find(code);
+        std::optional<OMGlyph> glyph = characters.find(static_cast<int>(code));
         if (!glyph) glyph = standIn;
         if (!glyph) continue;
         glyph->bits = strike_.data();
