@@ -1,7 +1,7 @@
 // goldenface FILE
 //
 // Writes the letters of the scenes as a TrueType face, "Golden Letters". Its pixels are squares of
-// a tenth of the em square, so that at a size of 10 it looks like the bitmap fonts. They are two
+// a tenth of the em square, so that at a size of 10 it looks like the bitmap fonts. They are five
 // units right of where whole pixels begin: no edge, not even a slanted one, passes through the
 // middle of a pixel at the sizes that are shown.
 #include "goldenletters.h"
@@ -27,9 +27,9 @@ constexpr int kFailed = 1;
 
 constexpr std::string_view kFamily = "Golden Letters";
 constexpr std::string_view kStyle = "Regular";
-constexpr int kPixel = 24; ///< units
+constexpr int kPixel = 48; ///< units
 constexpr int kEm = 10 * kPixel;
-constexpr int kShift = 2;
+constexpr int kShift = 5;
 
 struct Square {
     int left;
@@ -290,10 +290,11 @@ class Face {
     }
 
     [[nodiscard]] static Bytes post() {
+        constexpr int kLineBelow = 40; // to its upper edge
         Writer out(true);
         out.number(0x00030000, 4);
         out.number(0, 4);
-        for (const int field : {-kPixel, kPixel}) out.word(field); // the line below
+        for (const int field : {-kLineBelow, kPixel}) out.word(field);
         for (int i = 0; i < 5; ++i) out.number(0, 4);
         return out.bytes;
     }

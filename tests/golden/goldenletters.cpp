@@ -65,18 +65,15 @@ constexpr Sheet kSheets[] = {
      }},
 };
 
-/// Others begin at the pen, and the next one begins after a column.
+/// Others begin at the pen, and the next one begins after a column. The accent stands on the letter
+/// before; lines follow each other without a gap.
 struct Place {
     char code;
     int left;
     int advance;
 };
 constexpr int kKern = -5;
-constexpr Place kPlaces[] = {
-    {'^', -5, 0},                            // an accent on the letter before
-    {'f', -2, 5}, {'j', -3, 2}, {'_', 0, 5}, // one follows the other without a gap
-    {'i', 1, 3},
-};
+constexpr Place kPlaces[] = {{'^', -5, 0}, {'f', -2, 5}, {'j', -3, 2}, {'_', 0, 5}, {'i', 1, 3}};
 
 constexpr int kBlankAdvance = 4;
 
