@@ -54,6 +54,7 @@ class RPButton final : public OMAnimation {
     void letGo();
     void showFrame(int number);
     void playClick();
+    void startClick();
     void endClick();
     void clickEnded(unsigned click);
     void hit();
