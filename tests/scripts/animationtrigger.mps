@@ -1,0 +1,22 @@
+; A clock of four events a second while passes of the program come every 90 ms, never when an event is
+; due: the boxes tell when each event came. Stopped for a while, it begins anew.
+yield off
+procedure beat
+[
+n=n+1
+MessageBox "event "+n
+if n=20
+play clock stop
+if n=22
+set clock framesPerSecond 10
+if n=26
+drop clock
+]
+n=0
+clock=RAnimationTrigger 4
+set clock newFrame beat
+play clock start
+pause 8
+play clock start
+pause 3
+quit
