@@ -10,6 +10,8 @@ play clock stop
 if n=22
 set clock framesPerSecond 10
 if n=26
+set clock framesPerSecond 0
+if n=28
 drop clock
 ]
 n=0
@@ -18,5 +20,8 @@ set clock newFrame beat
 play clock start
 pause 8
 play clock start
+pause 3
+; nothing is made up for while it stood still
+set clock framesPerSecond 4
 pause 3
 quit

@@ -24,7 +24,7 @@ class RAnimationTrigger final : public OMScriptableObject {
 
     /// A rate below 1 raises no events; one above 1000 raises one in every pass.
     [[nodiscard]] int framesPerSecond() const { return framesPerSecond_; }
-    void setFramesPerSecond(int rate) { framesPerSecond_ = rate; }
+    void setFramesPerSecond(int rate);
 
     /// The first event comes after one period, counted from now, also when it runs already.
     void start();
@@ -32,6 +32,7 @@ class RAnimationTrigger final : public OMScriptableObject {
 
   private:
     [[nodiscard]] std::uint32_t periodMs() const;
+    void beginPeriod();
     void tick();
 
     int framesPerSecond_ = kDefaultRate;

@@ -32,8 +32,19 @@ std::uint32_t RAnimationTrigger::periodMs() const {
     return static_cast<std::uint32_t>(kMsPerSecond / framesPerSecond_);
 }
 
-void RAnimationTrigger::start() {
+/// What was missed while it stood still is not made up for.
+void RAnimationTrigger::setFramesPerSecond(int rate) {
+    const bool stood = framesPerSecond_ < 1;
+    framesPerSecond_ = rate;
+    if (stood) beginPeriod();
+}
+
+void RAnimationTrigger::beginPeriod() {
     if (framesPerSecond_ > 0) dueMs_ = OMMilliseconds() + periodMs();
+}
+
+void RAnimationTrigger::start() {
+    beginPeriod();
     if (!task_) task_ = std::make_unique<OMTask>([this] { tick(); }, kPriority);
 }
 
