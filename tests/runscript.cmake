@@ -16,9 +16,14 @@ set(input)
 if(EXISTS ${SCRIPTS}/${NAME}.input)
   set(input --input ${SCRIPTS}/${NAME}.input)
 endif()
+set(options)
+if(EXISTS ${SCRIPTS}/${NAME}.options)
+  file(STRINGS ${SCRIPTS}/${NAME}.options options)
+  separate_arguments(options UNIX_COMMAND "${options}")
+endif()
 execute_process(
   COMMAND ${PROGRAM} --headless --content ${WORK}/content --home ${WORK}/home --seed 1
-          --until 20000 ${input}
+          --until 20000 ${input} ${options}
   WORKING_DIRECTORY ${WORK} OUTPUT_FILE ${WORK}/report.txt RESULT_VARIABLE code)
 
 function(compare actual expected)

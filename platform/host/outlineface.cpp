@@ -106,9 +106,10 @@ class OutlineFace final : public Typeface {
     }
 
     [[nodiscard]] Underline underlineOfFace() const {
-        const int height = std::max(1, scaled(face_->underline_thickness, false));
-        const int middle = scaled(-face_->underline_position, false);
-        return {std::max(1, middle - height / 2), height};
+        // The position is that of the line's middle.
+        const FT_Pos top = -face_->underline_position - face_->underline_thickness / 2;
+        return {std::max(1, scaled(top, false)),
+                std::max(1, scaled(face_->underline_thickness, false))};
     }
 
     [[nodiscard]] FT_UInt indexOf(unsigned char code) const {

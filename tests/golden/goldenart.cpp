@@ -205,6 +205,28 @@ Animation dancer() {
                           {{0, 0, 1, kMs}, {30, 0, 0, kMs}, {0, 0, kLoop, 0}, {0, 0, kEnd, 0}}}};
 }
 
+// Buttons
+
+/// Round corners and a hole, up and pressed.
+Animation button() {
+    return {.frames = {drawn({".gggggg.", "gggggggg", "ggg..ggg", "gggggggg", ".gggggg."}, 8),
+                       drawn({".rrrrrr.", "rWWWWWWr", "rWW..WWr", "rWWWWWWr", ".rrrrrr."}, 8)},
+            .sequences = {{{0, 0, 0, 100}, {0, 0, 1, 100}, {0, 0, kEnd, 0}}}};
+}
+
+/// Six frames, each with one cell more.
+Animation gauge() {
+    return {.frames = {drawn({"ckkkkk"}, 12), drawn({"cckkkk"}, 12), drawn({"ccckkk"}, 12),
+                       drawn({"cccckk"}, 12), drawn({"ccccck"}, 12), drawn({"cccccc"}, 12)},
+            .sequences = {{{0, 0, 0, 100},
+                           {0, 0, 1, 100},
+                           {0, 0, 2, 100},
+                           {0, 0, 3, 100},
+                           {0, 0, 4, 100},
+                           {0, 0, 5, 100},
+                           {0, 0, kEnd, 0}}}};
+}
+
 // Palettes
 
 constexpr Color kShades[] = {{30, 30, 60}, {40, 60, 40}, {70, 50, 30}, {60, 60, 60}, {20, 70, 80}};
@@ -273,6 +295,8 @@ std::vector<Picture> pictures() {
         {236, ring('o', 'R', 5, 11)},
         {237, ring('v', 'y', 14, 4)},
         {240, dancer()},
+        {250, button()},
+        {251, gauge()},
     };
 }
 

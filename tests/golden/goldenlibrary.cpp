@@ -2,6 +2,7 @@
 //
 // Writes FOLDER/golden.rsc and FOLDER/resource.map, the content of the golden pictures.
 #include "goldenart.h"
+#include "goldenletters.h"
 
 #include "nebuilder.h"
 
@@ -42,6 +43,7 @@ int main(int argc, char** argv) {
         add("RRGB", colors.id, golden::resource(colors.palette));
     for (const golden::Picture& picture : golden::pictures())
         add("ASEQ", picture.id, picture.animation.resource());
+    for (const golden::Font& font : golden::fonts()) add("NFNT", font.id, font.resource);
 
     const golden::Bytes bytes = library.build();
     const std::string map =

@@ -1,5 +1,7 @@
 #include "goldenresources.h"
 
+#include "goldenwriter.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -49,22 +51,6 @@ Row packed(std::string_view letters, Packing packing) {
     }
     return row;
 }
-
-class Writer {
-  public:
-    explicit Writer(bool bigEndian) : bigEndian_(bigEndian) {}
-
-    void byte(int value) { bytes.push_back(static_cast<std::byte>(value)); }
-    void word(int value) { number(value, 2); }
-    void number(int value, int count) {
-        for (int i = 0; i < count; ++i) byte(value >> 8 * (bigEndian_ ? count - 1 - i : i));
-    }
-
-    Bytes bytes;
-
-  private:
-    bool bigEndian_;
-};
 
 /// A coordinate in 12 bits: 2049 to 4095 are -1 to -2047.
 int twelveBits(int coordinate) { return coordinate < 0 ? 2048 - coordinate : coordinate; }

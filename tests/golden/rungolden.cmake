@@ -7,6 +7,7 @@
 #   PICTURE.png          what the screenshots must show; or `same` with the name of the scene that has
 #                        them. Of a screenshot PICTURE.LATER.png only the part before the dot counts.
 #   boxes                the boxes that the report tells, without the times; none are shown otherwise
+#   face                 the type face of the scenes (goldenface.cpp) is the only one of the machine
 #   runs                 the options of one run a line, instead of the usual runs below. Three words
 #                        are no options of the program: "ini:KEY=VALUE" is a setting of ZORBET.INI,
 #                        "depth:N" and "at:X,Y" tell the comparison about the screen
@@ -82,6 +83,16 @@ file(MAKE_DIRECTORY ${WORK}/RSC)
 execute_process(COMMAND ${LIBRARY} ${WORK}/RSC RESULT_VARIABLE code)
 if(NOT code EQUAL 0)
   message(FATAL_ERROR "the library cannot be written")
+endif()
+if(EXISTS ${played}/face)
+  file(MAKE_DIRECTORY ${WORK}/fonts)
+  execute_process(COMMAND ${FACE} ${WORK}/fonts/golden.ttf RESULT_VARIABLE code)
+  if(NOT code EQUAL 0)
+    message(FATAL_ERROR "the type face cannot be written")
+  endif()
+  file(WRITE ${WORK}/fonts.conf
+    "<fontconfig><dir>${WORK}/fonts</dir><cachedir>${WORK}/cache</cachedir></fontconfig>\n")
+  set(ENV{FONTCONFIG_FILE} ${WORK}/fonts.conf)
 endif()
 file(GLOB stored RELATIVE ${golden} ${golden}/*.png)
 set(number 0)

@@ -32,6 +32,7 @@ class RAnimationTrigger final : public OMScriptableObject {
 
   private:
     [[nodiscard]] std::uint32_t periodMs() const;
+    void beginPeriod();
     void tick();
 
     int framesPerSecond_ = kDefaultRate;

@@ -1,7 +1,7 @@
 // The keyboard of scripts: every key becomes a name and an event. Of several objects the one that
 // was made last hears the keys; a trinket that has the focus hears them before it.
 //
-//     k=RKbdInp
+//     k=RKbdInp 0         (the language wants a word; any will do)
 #pragma once
 
 #include "omscrptb.h"

@@ -54,6 +54,7 @@ class RPButton final : public OMAnimation {
     void letGo();
     void look(bool pressed);
     void playClick();
+    void startClick();
     void endClick();
     void clickEnded(unsigned click);
     void hit();

@@ -2,7 +2,8 @@
 //
 //     t=RText x y width height [z]      a length of -1: as much as the text needs
 //
-// Lines begin at the left edge of the box, the first at its top. What lies outside of the box is
+// Lines begin at the left edge of the box, the first at its top. A fitting box is as wide as the ink
+// of its lines, where that hangs over. What lies outside of the box is
 // not drawn.
 #pragma once
 
@@ -72,6 +73,7 @@ class RText final : public OMTrinket {
     OMColor color_{0};
     int width_; ///< as asked for, or kFitting
     int height_;
+    int inset_ = 0; ///< of the pen, so that a fitting box has all ink of its first characters
     bool wrap_ = false;
     int userData_ = 0;
     std::vector<std::string_view> lines_; ///< parts of text_

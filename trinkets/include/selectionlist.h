@@ -80,8 +80,8 @@ class SelectionList {
     void move(int lines);
     /// By one line or one page.
     void scroll(int lines);
-    /// The first name that begins with a text, or the first of all.
-    void highlight(std::string_view beginning);
+    /// The first name that begins with a text; false, and the first of all, when there is none.
+    bool highlight(std::string_view beginning);
     void highlight(int index);
 
     void setVisibleLines(int lines);

@@ -32,15 +32,19 @@ std::uint32_t RAnimationTrigger::periodMs() const {
     return static_cast<std::uint32_t>(kMsPerSecond / framesPerSecond_);
 }
 
-/// A pause is not made up for.
+/// What was missed while it stood still is not made up for.
 void RAnimationTrigger::setFramesPerSecond(int rate) {
-    const bool paused = framesPerSecond_ < 1;
+    const bool stood = framesPerSecond_ < 1;
     framesPerSecond_ = rate;
-    if (paused && task_) start();
+    if (stood) beginPeriod();
+}
+
+void RAnimationTrigger::beginPeriod() {
+    if (framesPerSecond_ > 0) dueMs_ = OMMilliseconds() + periodMs();
 }
 
 void RAnimationTrigger::start() {
-    if (framesPerSecond_ > 0) dueMs_ = OMMilliseconds() + periodMs();
+    beginPeriod();
     if (!task_) task_ = std::make_unique<OMTask>([this] { tick(); }, kPriority);
 }
 

@@ -101,9 +101,8 @@ void RPButton::onMouseUp(Point point) {
     const OMSWatch self(this);
     OMAnimation::onMouseUp(point);
     if (!self || !tracking_) return;
-    const bool inside = containsPoint(point);
     letGo();
-    if (!inside) return;
+    if (!containsPoint(point)) return;
     if (clickHandle_ != OMEffectSounds::kNotPlaying)
         hitPending_ = true;
     else
@@ -152,6 +151,12 @@ void RPButton::step(std::uint32_t clock) {
 
 void RPButton::playClick() {
     endClick();
+    startClick();
+    // A hit that waited for the sound before must not come with a later one.
+    if (clickHandle_ == OMEffectSounds::kNotPlaying) hitPending_ = false;
+}
+
+void RPButton::startClick() {
     if (clickSoundId_ == kNoSound) return;
     OMEffectSounds* sounds = OMEffectSounds::current();
     if (!OMDebug::check(sounds != nullptr, "!url", "Sound URL has to be installed in OMAnimation"))

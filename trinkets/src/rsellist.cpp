@@ -143,9 +143,9 @@ void RSelList::setColor(OMColor& color, int index) {
 
 // Names
 
+/// A beginning that no name has is not drawn yet: the script is about to try another.
 void RSelList::setCurrentEntry(const std::string& beginning) {
-    list_.highlight(beginning);
-    refresh();
+    if (list_.highlight(std::string_view(beginning))) refresh();
 }
 
 void RSelList::setVisibleLines(int lines) {

@@ -134,12 +134,17 @@ void RText::layOut() {
     lines_ =
         OMLinesOf(text_, drawn, wrap_ && width_ != kFitting ? std::optional(width_) : std::nullopt);
     int widest = 0;
-    for (const std::string_view line : lines_) widest = std::max(widest, drawn.textWidth(line));
+    inset_ = 0;
+    for (const std::string_view line : lines_) {
+        const Rect ink = drawn.textExtent(line);
+        if (width_ == kFitting) inset_ = std::max(inset_, -ink.left);
+        widest = std::max({widest, drawn.textWidth(line), ink.right});
+    }
     const auto rows =
         static_cast<std::int64_t>(lines_.size()) * drawn.lineHeight() - drawn.leading();
     const int needed = static_cast<int>(std::clamp<std::int64_t>(rows, 0, kFarthest));
     const Rect r = boundingRectangle();
-    setBounds({r.left, r.top, r.left + (width_ == kFitting ? widest : width_),
+    setBounds({r.left, r.top, r.left + (width_ == kFitting ? inset_ + widest : width_),
                r.top + (height_ == kFitting ? needed : height_)});
     markWhole();
 }
@@ -155,7 +160,7 @@ void RText::paint(OMMemCanvas& canvas, const OMRegion& clip) {
     int baseline = box.top + drawn.ascent();
     for (const std::string_view line : lines_) {
         if (baseline - drawn.ascent() >= box.bottom) break;
-        canvas.drawText(box.left, baseline, line);
+        canvas.drawText(box.left + inset_, baseline, line);
         baseline += drawn.lineHeight();
     }
 }

@@ -188,9 +188,10 @@ void SelectionList::scroll(int lines) {
     browse();
 }
 
-void SelectionList::highlight(std::string_view beginning) {
-    if (!isBrowsable()) return;
-    highlight(std::max(find(beginning), 0));
+bool SelectionList::highlight(std::string_view beginning) {
+    const int match = find(beginning);
+    highlight(std::max(match, 0));
+    return match >= 0;
 }
 
 void SelectionList::highlight(int index) {

@@ -1,0 +1,27 @@
+; A clock of four events a second while passes of the program come every 90 ms, never when an event is
+; due: the boxes tell when each event came. Stopped for a while, it begins anew.
+yield off
+procedure beat
+[
+n=n+1
+MessageBox "event "+n
+if n=20
+play clock stop
+if n=22
+set clock framesPerSecond 10
+if n=26
+set clock framesPerSecond 0
+if n=28
+drop clock
+]
+n=0
+clock=RAnimationTrigger 4
+set clock newFrame beat
+play clock start
+pause 8
+play clock start
+pause 3
+; nothing is made up for while it stood still
+set clock framesPerSecond 4
+pause 3
+quit
