@@ -16,7 +16,7 @@ struct GameSubstitution {
     const char* face;
     int style;
     int size;
-    std::int16_t nfnt;
+    int nfnt;
 };
 constexpr GameSubstitution kGameSubstitutions[] = {
     {"Geneva", 1, 10, 10},  {"Geneva", 0, 12, 11},  {"Geneva", 0, 14, 12},  {"Chicago", 0, 12, 20},
@@ -40,7 +40,7 @@ std::string described(const RFontKey& key) {
     return std::visit(
         Overloaded{
             [](OMFont* font) { return OMFormat("font %p", static_cast<void*>(font)); },
-            [](std::int16_t id) { return OMFormat("NFNT font %d", id); },
+            [](int id) { return OMFormat("NFNT font %d", id); },
             [](const RTrueTypeKey& face) {
                 return OMFormat("TT font %s %d %d", face.face.c_str(), face.style, face.size);
             },
@@ -52,9 +52,7 @@ std::string notReleased(const RFontKey& key) {
     return std::visit(
         Overloaded{
             [](OMFont*) { return std::string("FontFactory: Unknown font not released."); },
-            [](std::int16_t id) {
-                return OMFormat("FontFactory: NFNT font with ID %d not released.", id);
-            },
+            [](int id) { return OMFormat("FontFactory: NFNT font with ID %d not released.", id); },
             [](const RTrueTypeKey& face) {
                 return OMFormat("FontFactory: TrueType font %s %d %d not released.",
                                 face.face.c_str(), face.style, face.size);
@@ -102,7 +100,7 @@ OMFont& FontFactory::useFont(std::unique_ptr<OMFont> font) {
 
 OMFont& FontFactory::useFont(OMFont& font) { return use(&font, 0); }
 
-OMFont& FontFactory::useNFNT(int id) { return use(static_cast<std::int16_t>(id), 0); }
+OMFont& FontFactory::useNFNT(int id) { return use(id, 0); }
 
 OMFont& FontFactory::useTrueType(std::string_view face, int style, int size) {
     return use(RTrueTypeKey{std::string(face), style, size}, 0);
@@ -134,7 +132,7 @@ FontFactory::Record* FontFactory::find(const RFontKey& key) {
 }
 
 std::unique_ptr<OMFont> FontFactory::make(const RFontKey& key) const {
-    if (const auto* id = std::get_if<std::int16_t>(&key)) return makeNFNT(*id);
+    if (const auto* id = std::get_if<int>(&key)) return makeNFNT(*id);
     if (const auto* face = std::get_if<RTrueTypeKey>(&key)) return makeTrueType(*face);
     return nullptr; // a font that is not the factory's
 }

@@ -5,7 +5,6 @@
 #include "omfontsource.h"
 #include "omlink.h"
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <variant>
@@ -21,7 +20,7 @@ struct RTrueTypeKey {
     int size = 0;  ///< pixels of the em square
     friend bool operator==(const RTrueTypeKey&, const RTrueTypeKey&) = default;
 };
-using RFontKey = std::variant<OMFont*, std::int16_t, RTrueTypeKey>;
+using RFontKey = std::variant<OMFont*, int, RTrueTypeKey>;
 
 class FontFactory final : public OMFontSource {
   public:

@@ -50,8 +50,11 @@ class SystemFont final : public Typeface {
 std::unique_ptr<Typeface> HostTypefaces::systemFont() { return std::make_unique<SystemFont>(); }
 
 bool HostTypefaces::createFontResource(std::string_view resourcePath, std::string_view fontPath) {
-    if (!files_.exists(fontPath) || files_.exists(resourcePath)) return false;
+    if (!files_.exists(fontPath)) return false;
     const std::string text = std::string(kMark) + files_.fullPath(fontPath) + "\n";
+    // What a program that ended in its midst has left is as good as new.
+    if (readFile(files_, resourcePath, kMaxResource) == text) return true;
+    if (files_.exists(resourcePath)) return false;
     const std::unique_ptr<File> file = files_.open(resourcePath, OpenMode::Write);
     return file && file->write(std::as_bytes(std::span(text)));
 }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <optional>
 #include <utility>
 
@@ -17,7 +18,7 @@ namespace {
 constexpr int kBoldParts = 24;        ///< a bold stroke is wider by this part of the size
 constexpr FT_Fixed kSlant = 0x3333;   ///< 0.2, an angle of 11 degrees
 constexpr FT_ULong kSymbols = 0xF000; ///< where fonts of symbols have their characters
-constexpr int kMaxSide = 4096;        ///< pixels of a picture that is believed
+constexpr int kMostEms = 4;           ///< of a length that is believed, in sizes of the face
 
 int rounded(FT_Pos length) { return static_cast<int>((length + 32) >> 6); } // 26.6
 
@@ -100,16 +101,17 @@ class OutlineFace final : public Typeface {
             ascent = heights->usWinAscent;
             descent = heights->usWinDescent;
         }
-        metrics_.ascent = scaled(ascent, true);
-        metrics_.descent = scaled(descent, true);
-        metrics_.leading = std::max(0, scaled(face_->height - ascent - descent, false));
+        const int most = kMostEms * size_;
+        metrics_.ascent = std::clamp(scaled(ascent, true), -most, most);
+        metrics_.descent = std::clamp(scaled(descent, true), -most, most);
+        metrics_.leading = std::clamp(scaled(face_->height - ascent - descent, false), 0, most);
     }
 
     [[nodiscard]] Underline underlineOfFace() const {
         // The position is that of the line's middle.
         const FT_Pos top = -face_->underline_position - face_->underline_thickness / 2;
-        return {std::max(1, scaled(top, false)),
-                std::max(1, scaled(face_->underline_thickness, false))};
+        return {std::clamp(scaled(top, false), 1, size_),
+                std::clamp(scaled(face_->underline_thickness, false), 1, size_)};
     }
 
     [[nodiscard]] FT_UInt indexOf(unsigned char code) const {
@@ -122,7 +124,7 @@ class OutlineFace final : public Typeface {
         GlyphPicture picture;
         if (FT_Load_Glyph(face_.get(), indexOf(code), kLoad) != 0) return picture;
         FT_GlyphSlot slot = face_->glyph;
-        picture.advance = std::max(0, rounded(slot->advance.x));
+        picture.advance = std::clamp(rounded(slot->advance.x), 0, kMostEms * size_);
         if (slot->format != FT_GLYPH_FORMAT_OUTLINE) return picture;
         const FT_Pos wider = std::max(64, size_ * 64 / kBoldParts);
         if (makeItalic_) {
@@ -137,11 +139,13 @@ class OutlineFace final : public Typeface {
         return picture;
     }
 
-    static void copy(const FT_GlyphSlotRec& slot, GlyphPicture& picture) {
+    void copy(const FT_GlyphSlotRec& slot, GlyphPicture& picture) const {
         const FT_Bitmap& bitmap = slot.bitmap;
         const auto width = static_cast<int>(bitmap.width);
         const auto height = static_cast<int>(bitmap.rows);
-        if (bitmap.pixel_mode != FT_PIXEL_MODE_MONO || width > kMaxSide || height > kMaxSide)
+        const int most = kMostEms * size_;
+        if (bitmap.pixel_mode != FT_PIXEL_MODE_MONO || width > most || height > most ||
+            std::abs(slot.bitmap_left) > most || std::abs(slot.bitmap_top) > most)
             return;
         picture.left = slot.bitmap_left;
         picture.top = slot.bitmap_top;

@@ -113,8 +113,8 @@ TEST_F(FontFactoryTest, TheGamesTableNamesBitmapFonts) {
 TEST_F(FontFactoryTest, EveryKindMayStandForEveryOther) {
     OMFont& own = fonts->useFont(std::make_unique<OMSysFont>());
     OMFont& other = fonts->useFont(std::make_unique<OMSysFont>());
-    const RFontKey kinds[] = {&own, std::int16_t{7}, RTrueTypeKey{"Lumo", 1, 20}};
-    const RFontKey substitutes[] = {&other, std::int16_t{8}, RTrueTypeKey{"Arial", 0, 9}};
+    const RFontKey kinds[] = {&own, 7, RTrueTypeKey{"Lumo", 1, 20}};
+    const RFontKey substitutes[] = {&other, 8, RTrueTypeKey{"Arial", 0, 9}};
     const std::string names[] = {"font " + pointer(own), "NFNT font 7", "TT font Lumo 1 20"};
     const std::string newNames[] = {"font " + pointer(other), "NFNT font 8", "TT font Arial 0 9"};
     for (std::size_t from = 0; from < std::size(kinds); ++from) {
@@ -132,18 +132,18 @@ TEST_F(FontFactoryTest, EveryKindMayStandForEveryOther) {
         }
     }
     // One after the other, and in a circle.
-    fonts->addSubstitution(std::int16_t{1}, std::int16_t{2});
-    fonts->addSubstitution(std::int16_t{2}, std::int16_t{3});
+    fonts->addSubstitution(1, 2);
+    fonts->addSubstitution(2, 3);
     asked.clear();
     (void)fonts->useNFNT(1);
     EXPECT_EQ(asked, std::vector<int>{3});
-    fonts->addSubstitution(std::int16_t{3}, std::int16_t{1});
+    fonts->addSubstitution(3, 1);
     EXPECT_EQ(fonts->useNFNT(1).kind(), OMFont::Kind::NFNT);
 }
 
 TEST_F(FontFactoryTest, ASubstitutionGoesWithItsFont) {
     OMFont& own = fonts->useFont(std::make_unique<OMSysFont>());
-    fonts->addSubstitution(std::int16_t{7}, &own);
+    fonts->addSubstitution(7, &own);
     fonts->doneUsing(own);
     EXPECT_EQ(fonts->useNFNT(7).kind(), OMFont::Kind::NFNT);
 }

@@ -258,6 +258,34 @@ TEST_F(DisplayObjectTest, AButtonIsHitWhenItsClickHasEnded) {
     EXPECT_EQ(sounds.ended.back(), 4) << "its click goes with it";
 }
 
+TEST_F(DisplayObjectTest, AHitIsOwedUntilItIsRaised) {
+    auto button = make<RPButton>({"hit"});
+    button->setClickSoundID(5);
+    window.mouseDown({15, 15});
+    window.mouseUp({15, 15});
+    button->setClickSoundID(RPButton::kNoSound);
+    button->press(); // ends the sound that the hit waits for
+    EXPECT_EQ(take(), Strings{});
+    cycle();
+    EXPECT_EQ(take(), Strings{"hit"});
+    cycle();
+    EXPECT_EQ(take(), Strings{});
+
+    const auto released = [&](const std::function<void()>& meanwhile) {
+        window.mouseDown({15, 15});
+        meanwhile();
+        window.mouseUp({15, 15});
+        button->setEnabled(true);
+        button->setVisible(true);
+        window.setPresenting(true);
+        return take();
+    };
+    EXPECT_EQ(released([&] { button->press(); }), Strings{"hit"});
+    EXPECT_EQ(released([&] { button->setEnabled(false); }), Strings{});
+    EXPECT_EQ(released([&] { button->setVisible(false); }), Strings{});
+    EXPECT_EQ(released([&] { window.setPresenting(false); }), Strings{}) << "the screen is black";
+}
+
 TEST_F(DisplayObjectTest, AButtonLooksPressedForAWhileWhenAScriptPressesIt) {
     auto button = make<RPButton>({"hit"});
     button->setPlayDelay(5);

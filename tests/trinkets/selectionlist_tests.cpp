@@ -226,6 +226,21 @@ TEST(SelectionList, ANewNameMayBeginAnotherOne) {
     EXPECT_EQ(list.count(), 3);
 }
 
+TEST(SelectionList, NamesMayComeWhileOneIsTyped) {
+    SelectionList list = listOf({"Ana"});
+    type(list, "z");
+    for (const char* name : {"Zoe", "Zu", "Zob", "Abel", "Bia", "Caio"}) list.insert(name);
+    EXPECT_EQ(list.current(), "Z");
+    EXPECT_LT(list.highlighted() - list.firstVisible(), list.visibleLines()) << "stays in view";
+    type(list, "x");
+    EXPECT_EQ(list.current(), "Zx");
+    EXPECT_EQ(list.highlighted(), list.count() - 1) << "in its place behind Zu";
+    list.insert("Zx");
+    EXPECT_FALSE(list.isValid()) << "there are two now";
+    type(list, "y");
+    EXPECT_TRUE(list.isValid());
+}
+
 TEST(SelectionList, StaysInOrderWhateverIsDone) {
     std::mt19937 engine{2026};
     const auto random = [&](int most) { return std::uniform_int_distribution(0, most)(engine); };

@@ -38,7 +38,7 @@ class OMFontUse {
     explicit OMFontUse(OMFont& font) : source_(OMFontSource::current()), font_(&font) {}
     ~OMFontUse() { end(); }
     OMFontUse(const OMFontUse& other) : source_(other.source_), font_(other.font()) {
-        if (font_) source_->useFont(*font_);
+        if (font_) font_ = &source_->useFont(*font_);
     }
     OMFontUse(OMFontUse&& other) noexcept
         : source_(other.source_), font_(std::exchange(other.font_, nullptr)) {}

@@ -26,7 +26,7 @@ class RPButton final : public OMAnimation {
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
     void declareProperties() override;
 
-    /// A disabled button is not pressed by the mouse.
+    /// A disabled button is not pressed by the mouse, and not hit when it is disabled while held.
     [[nodiscard]] bool isEnabled() const { return enabled_; }
     void setEnabled(bool enabled) { enabled_ = enabled; }
     /// Played while it is pressed; the hit waits for its end.
@@ -38,7 +38,7 @@ class RPButton final : public OMAnimation {
     /// Called instead of the event "hit". An owner that goes before the button takes it back.
     void setHitLink(OMLink link) { hitLink_ = std::move(link); }
 
-    /// Looks pressed for a while and clicks; nothing is hit.
+    /// Looks pressed for a while and clicks; nothing is hit. Without effect while the mouse has it.
     void press();
 
     void step(std::uint32_t clock) override;
@@ -54,7 +54,6 @@ class RPButton final : public OMAnimation {
     void letGo();
     void look(bool pressed);
     void playClick();
-    void startClick();
     void endClick();
     void clickEnded(unsigned click);
     void hit();

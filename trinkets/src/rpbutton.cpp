@@ -102,7 +102,8 @@ void RPButton::onMouseUp(Point point) {
     OMAnimation::onMouseUp(point);
     if (!self || !tracking_) return;
     letGo();
-    if (!containsPoint(point)) return;
+    // Meanwhile it may have been disabled or hidden, or the next scene may be on its way.
+    if (!enabled_ || !isShown() || !window()->isPresenting() || !containsPoint(point)) return;
     if (clickHandle_ != OMEffectSounds::kNotPlaying)
         hitPending_ = true;
     else
@@ -132,7 +133,7 @@ void RPButton::hit() {
 // By a script
 
 void RPButton::press() {
-    if (!window()) return;
+    if (!window() || tracking_) return;
     pressedMs_ = window()->clock();
     look(true);
     playClick();
@@ -141,6 +142,11 @@ void RPButton::press() {
 void RPButton::step(std::uint32_t clock) {
     const OMSWatch self(this);
     OMAnimation::step(clock);
+    // The sound that a hit waited for was ended, and there is no other.
+    if (self && hitPending_ && clickHandle_ == OMEffectSounds::kNotPlaying) {
+        hitPending_ = false;
+        hit();
+    }
     if (!self || !pressedMs_) return;
     if (clock - *pressedMs_ <= static_cast<std::uint32_t>(std::max(playDelayMs_, 0))) return;
     pressedMs_.reset();
@@ -151,12 +157,6 @@ void RPButton::step(std::uint32_t clock) {
 
 void RPButton::playClick() {
     endClick();
-    startClick();
-    // A hit that waited for the sound before must not come with a later one.
-    if (clickHandle_ == OMEffectSounds::kNotPlaying) hitPending_ = false;
-}
-
-void RPButton::startClick() {
     if (clickSoundId_ == kNoSound) return;
     OMEffectSounds* sounds = OMEffectSounds::current();
     if (!OMDebug::check(sounds != nullptr, "!url", "Sound URL has to be installed in OMAnimation"))

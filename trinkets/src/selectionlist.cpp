@@ -39,10 +39,13 @@ bool SelectionList::insert(std::string_view name) {
     if (isFull() || name.empty()) return false;
     const int place = placeOf(name);
     insertAt(place, name);
-    if (mode_ == Mode::Browsing)
+    if (mode_ == Mode::Browsing) {
         valid_ = true;
-    else if (place <= highlighted_)
-        ++highlighted_; // what is being typed stays the current one
+        return true;
+    }
+    if (place <= highlighted_) ++highlighted_; // what is being typed stays the current one
+    if (isNew()) setEntry(typed_);
+    centre();
     return true;
 }
 
@@ -88,18 +91,13 @@ SelectionList::Typed SelectionList::matchOrInsert() {
     return Typed::Taken;
 }
 
-/// Gives the name that is typed another text. Only one that others may begin with can lose its
-/// place by that.
+/// Gives the name that is typed its text, and the place that it has with that.
 void SelectionList::setEntry(const std::string& name) {
-    if (mode_ != Mode::Editing) {
-        entries_[static_cast<std::size_t>(highlighted_)] = name;
-        return;
-    }
     removeAt(highlighted_);
     highlighted_ = placeOf(name);
     const bool twin = highlighted_ < count() && entry(highlighted_) == name;
     insertAt(highlighted_, name);
-    valid_ = !twin;
+    valid_ = !twin && !name.empty();
     centre();
 }
 
@@ -130,7 +128,6 @@ void SelectionList::takeBackNew() {
     const int other = mode_ == Mode::New ? find(typed_, highlighted_) : -1;
     if (other < 0) {
         setEntry(typed_);
-        if (mode_ == Mode::New) valid_ = true;
         return;
     }
     removeAt(highlighted_);
@@ -147,7 +144,6 @@ bool SelectionList::startNew() {
     insertAt(0, typed_);
     highlighted_ = 0;
     setEntry(typed_);
-    if (typed_.empty()) valid_ = false;
     return true;
 }
 

@@ -68,7 +68,7 @@ class Typefaces {
     // `Files`.
 
     /// Makes a font resource file at `resourcePath` for the font file. False when there is no such
-    /// font file, or a file at `resourcePath` already.
+    /// font file, or another file at `resourcePath`.
     virtual bool createFontResource(std::string_view resourcePath, std::string_view fontPath) = 0;
     /// Installs the faces of a font resource file for this program, until they are removed as often
     /// as they were added. False when it is none.
