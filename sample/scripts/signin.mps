@@ -206,9 +206,10 @@ call look
 if valid
 [
 call remember who "Bom dia"
+; From here on every click of a hasty player counts.
 SetDoubleClicksEnabled 0
-KillSound music
 PlaySound 214
+KillSound music
 relay "harbour.mps"
 ]
 else
@@ -324,8 +325,8 @@ set label.labels x middle-wide\2
 ]
 
 labels=0
-call label 20 "Quem és tu?" 222 168
-call label 20 "Visitantes" 460 150
+call label 20 "Quem és tu?" 222 154
+call label 20 "Visitantes" 444 151
 call label 14 "Dois cliques num nome" 222 348
 call label 14 "também assinam o livro." 222 366
 call label 14 "Novo" 389 359
