@@ -218,12 +218,13 @@ call describe
 
 ; ---- the keyboard
 
-; Only what a name is made of is written: the name becomes part of a script, where a quote would end it.
-letters="abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZàáâãäåæçèéêëìíîïğñòóôõöøùúûüışÿÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏĞÑÒÓÔÕÖØÙÚÛÜİŞß-' "
+; Only what a name is made of is written: it becomes part of a script, where a quote would end it.
+letters="abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ-' "
+accents="àáâãäåæçèéêëìíîïğñòóôõöøùúûüışÿÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏĞÑÒÓÔÕÖØÙÚÛÜİŞß"
 
 procedure write
 [
-if what@letters
+if (what@letters)+(what@accents)
 [
 play players addChar what
 code=RESULT
@@ -325,8 +326,8 @@ set label.labels x middle-wide\2
 ]
 
 labels=0
-call label 20 "Quem és tu?" 222 154
-call label 20 "Visitantes" 444 151
+call label 20 "Quem és tu?" 222 152
+call label 20 "Visitantes" 444 152
 call label 14 "Dois cliques num nome" 222 348
 call label 14 "também assinam o livro." 222 366
 call label 14 "Novo" 389 359
