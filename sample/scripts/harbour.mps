@@ -1,9 +1,11 @@
-; The harbour in the morning. Everything moves by itself; Tilli the crab, the boat, the gull and the
-; glitter on the water answer clicks, and the signpost leads into the lighthouse.
+; The harbour in the morning. A scroll greets who has signed the guest book. Everything moves by itself;
+; Tilli the crab, the boat, the gull and the glitter on the water answer clicks, and the signpost leads
+; into the lighthouse.
 ;
 ; Sounds: those of the waves, the fish and Tilli are steps of their animations. The others are played
 ; from here; one that still plays is ended before it is played anew.
 yield off
+include "player.mps"
 StartTransition
 Scene 100
 
@@ -120,6 +122,20 @@ KillSound music
 relay lighthouse.mps
 ]
 
+; ---- the greeting: it is on the scroll while that is unrolled
+
+procedure turnScroll
+[
+get welcome visible shown
+set welcome visible shown=0
+]
+
+procedure rollUp
+[
+drop welcome
+set scroll visible 0
+]
+
 ; ---- the scene, from back to front
 
 smallcloud=RAnimation 2008 1
@@ -169,6 +185,25 @@ set sign mouseDown goInside
 set sign flyOn lightUp
 set sign flyOff dimSign
 set sign movable 0
+
+play gull setAOCursor 1
+play boat setAOCursor 1
+play glitter setAOCursor 1
+play tilli setAOCursor 1
+play sign setAOCursor 1
+
+scroll=RAnimation 2011 40
+set scroll touchy 0
+set scroll special turnScroll
+set scroll paused rollUp
+welcome=RText 0 31 -1 -1 41
+set welcome touchy 0
+set welcome visible 0
+set welcome colorIndex 4
+play welcome setFont 20
+set welcome text greeting+", "+visitor+"!"
+get welcome textWidth wide
+set welcome x 320-wide\2
 
 gullsound=-1
 hornsound=-1

@@ -1,6 +1,8 @@
 ; Inside the lighthouse: the fire burns, the cat sleeps and answers clicks, the signpost leads back to
 ; the harbour. The sounds of the cat and the fire are steps of their animations.
 yield off
+include "player.mps"
+include "remember.mps"
 StartTransition
 Scene 101
 
@@ -44,6 +46,7 @@ procedure goOutside
 KillSound firesound
 PlaySound 208
 KillSound music
+call remember visitor "Olá"
 relay harbour.mps
 ]
 
@@ -62,6 +65,10 @@ set back movable 0
 set back mouseDown goOutside
 set back flyOn lightUp
 set back flyOff dimSign
+
+play fire setAOCursor 1
+play cat setAOCursor 1
+play back setAOCursor 1
 
 firesound=-1
 PlaySound 101 1

@@ -1,0 +1,359 @@
+; The guest book on the harbour master's desk: who is playing? A name is picked in the list, or typed;
+; with Enter, the green button or a double click it is signed, and the harbour greets by it.
+;
+; The parrot says how things stand, and what cannot be done.
+yield off
+StartTransition
+Scene 102
+include "remember.mps"
+
+; ---- the parrot's bubble
+
+procedure tell words
+[
+set bubble text words
+get bubble textHeight tall
+set bubble y 69-tall\2
+]
+
+procedure talk
+[
+set parrot sequence 2
+call tell "Escreve o teu nome, ou escolhe-o no livro!"
+]
+
+procedure fallSilent
+[
+set parrot sequence 1
+]
+
+; What addChar answers when it does not take a character, by its codes.
+refusal.1="Não cabe nem mais uma letra!"
+refusal.2="Um nome começa por uma letra."
+refusal.3="Só um espaço de cada vez!"
+refusal.4="O livro está cheio. Apaga primeiro um nome."
+
+; ---- the buttons: 1 up, 2 down, 3 new name, 4 take out, 5 sign
+
+procedure dress which can
+[
+set button.which enabled can
+if can#lit.which
+[
+lit.which=can
+set button.which sequence 2-can
+]
+]
+
+; Looks at the list again: who is highlighted, and what can be done.
+procedure look
+[
+get players currentEntry who
+get players entryIsNew fresh
+get players entryIsValid valid
+get players listIsFull full
+get players canMoveHighlightUp can
+call dress 1 can
+get players canMoveHighlightDown can
+call dress 2 can
+call dress 3 (full+fresh)=0
+call dress 4 (~who>0)+fresh>0
+call dress 5 valid
+]
+
+; After every change of the list.
+procedure describe
+[
+asked=""
+call look
+if fresh
+[
+if valid
+call tell "Um nome novo: "+who
+else if ~who=0
+call tell "Escreve o teu nome!"
+else
+call tell who+" já está no livro."
+]
+else if ~who=0
+call tell "O livro está vazio. Escreve o teu nome!"
+else
+call tell "És tu, "+who+"?"
+]
+
+; A dimmed button was clicked.
+procedure whyNot
+[
+get RECEIVER enabled can
+if can=0
+[
+get RECEIVER tag which
+if which<3
+call stay
+else if (which=3)*full*(fresh=0)
+call tell refusal.4
+else
+call describe
+]
+]
+
+procedure stay
+[
+if fresh
+call tell "Primeiro acaba o nome novo, ou apaga-o."
+else
+call describe
+]
+
+procedure goUp
+[
+get players canMoveHighlightUp can
+if can
+[
+play players moveHighlightUp
+call describe
+]
+else
+call stay
+]
+
+procedure goDown
+[
+get players canMoveHighlightDown can
+if can
+[
+play players moveHighlightDown
+call describe
+]
+else
+call stay
+]
+
+; The second click of a double click presses no button, but a hasty finger means two steps.
+procedure upAgain
+[
+PlaySound 212
+call goUp
+]
+
+procedure downAgain
+[
+PlaySound 212
+call goDown
+]
+
+procedure turnBack
+[
+if fresh
+call stay
+else
+[
+play players scrollListPageUp
+call describe
+]
+]
+
+procedure turnOn
+[
+if fresh
+call stay
+else
+[
+play players scrollListPageDown
+call describe
+]
+]
+
+procedure beginNew
+[
+if full
+call tell refusal.4
+else
+[
+play players startNewEntry
+call describe
+]
+]
+
+; Names of the list are taken out at the second request only.
+procedure takeOut
+[
+call look
+if fresh
+[
+play players deleteEntry
+call describe
+]
+else if ~who=0
+call describe
+else if asked=who
+[
+play players deleteEntry
+get players deletedEntry gone
+call describe
+call tell "Apaguei o nome "+gone+"."
+]
+else
+[
+asked=who
+call tell "Apagar "+who+"? Então carrega outra vez!"
+]
+]
+
+procedure sign
+[
+call look
+if valid
+[
+call remember who "Bom dia"
+; From here on every click of a hasty player counts.
+SetDoubleClicksEnabled 0
+PlaySound 214
+KillSound music
+relay "harbour.mps"
+]
+else
+call describe
+]
+
+; ---- the keyboard
+
+; Only what a name is made of is written: it becomes part of a script, where a quote would end it.
+letters="abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ-' "
+accents="àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþÿÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞß"
+
+procedure write
+[
+if (what@letters)+(what@accents)
+[
+play players addChar what
+code=RESULT
+if code=0
+call describe
+else
+call tell refusal.code
+]
+else
+call tell "Só letras, por favor!"
+]
+
+procedure takeBack
+[
+get players canDeleteChar can
+if can
+[
+play players deleteChar
+call describe
+]
+else
+call tell "Não há letras para tirar."
+]
+
+procedure typed
+[
+get RECEIVER key what
+if what="Backspace"
+call takeBack
+else if what="Up"
+call goUp
+else if what="Down"
+call goDown
+else if what="PageUp"
+call turnBack
+else if what="PageDown"
+call turnOn
+else if what="Delete"
+call takeOut
+else if what="Enter"
+call sign
+else if ~what=1
+call write
+]
+
+; ---- the book
+
+players=RSelList 354 178 180 115 20
+set players textFontID 20
+set players visibleLines 5
+set players listBackgroundColor 246
+set players highlightedBackgroundColor 9
+set players normalTextColor 0
+set players selectedTextColor 4
+set players matchedTextColor 1
+set players mouseDown describe
+set players entrySelected sign
+play players addListEntry "Ana"
+play players addListEntry "Beatriz"
+play players addListEntry "Duarte"
+play players addListEntry "Francisca"
+play players addListEntry "Inês"
+play players addListEntry "João"
+play players addListEntry "Leonor"
+play players addListEntry "Mariana"
+play players addListEntry "Rafael"
+play players addListEntry "Tomás"
+
+; The numbers tell whyNot which of them it is.
+for i 1 5
+[
+button.i=RPButton 2200+i 20
+lit.i=1
+set button.i tag i
+set button.i clickSoundID 212
+set button.i mouseDown whyNot
+]
+set button.1 hit goUp
+set button.1 dblClick upAgain
+set button.2 hit goDown
+set button.2 dblClick downAgain
+set button.3 hit beginNew
+set button.4 hit takeOut
+set button.5 hit sign
+
+; ---- what is written around it: font, place of the middle, height
+
+procedure label font words middle top
+[
+labels=labels+1
+label.labels=RText 0 top -1 -1 20
+set label.labels movable 0
+set label.labels touchy 0
+set label.labels colorIndex 4
+play label.labels setFont font
+set label.labels text words
+get label.labels textWidth wide
+set label.labels x middle-wide\2
+]
+
+labels=0
+call label 20 "Quem és tu?" 222 152
+call label 20 "Visitantes" 444 152
+call label 14 "Dois cliques num nome" 222 348
+call label 14 "também assinam o livro." 222 366
+call label 14 "Novo" 389 359
+call label 14 "Apagar" 460 359
+call label 14 "Assinar" 537 359
+
+bubble=RText 42 40 300 -1 20
+set bubble movable 0
+set bubble touchy 0
+set bubble wrap 1
+set bubble colorIndex 4
+play bubble setFont 20
+
+parrot=RAnimation 2206 10
+set parrot movable 0
+set parrot soundSync 0
+set parrot mouseDown talk
+set parrot paused fallSilent
+play parrot setAOCursor 1
+
+keys=RKbdInp 0
+set keys keyPressed typed
+
+asked=""
+call look
+call tell "Olá! Escreve o teu nome, ou escolhe-o no livro."
+PlaySound 102 1
+music=RESULT
+EndTransition 0
