@@ -240,7 +240,7 @@ TEST(SampleSounds, FitTogether) {
             EXPECT_GT(seconds, 0.15);
         }
     }
-    EXPECT_EQ(loops, 2) << "each scene has its music";
+    EXPECT_EQ(loops, 3) << "each scene has its music";
     EXPECT_GT(effect, music);
     EXPECT_LE(music + effect + 16, 127);
 }
