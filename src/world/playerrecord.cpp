@@ -1,0 +1,51 @@
+#include "playerrecord.h"
+
+namespace world {
+
+namespace {
+
+constexpr Numbers<kDoors> kPatternItemCounts{4, 4, 4, 3, 4};
+
+} // namespace
+
+std::span<std::int32_t> PlayerRecord::numbers() {
+    return {reinterpret_cast<std::int32_t*>(this), kRecordNumbers};
+}
+
+std::span<const std::int32_t> PlayerRecord::numbers() const {
+    return {reinterpret_cast<const std::int32_t*>(this), kRecordNumbers};
+}
+
+LevelRecord* PlayerRecord::level(int location) {
+    switch (location) {
+    case location::kCBA1: return &boards[0];
+    case location::kCBA2: return &boards[1];
+    case location::kCMA: return &maps[0];
+    case location::kOMA: return &maps[1];
+    default: return nullptr;
+    }
+}
+
+HubRecord* PlayerRecord::hub(int location) {
+    if (location == location::kCHUB) return &hubs[0];
+    return location == location::kOHUB ? &hubs[1] : nullptr;
+}
+
+ActivityRecord* PlayerRecord::activity(int location) {
+    return isActivity(location) ? &activities[static_cast<std::size_t>(location - 1)] : nullptr;
+}
+
+std::span<std::int32_t> PlayerRecord::items(int location) {
+    if (HubRecord* record = hub(location)) return record->items;
+    if (ActivityRecord* record = activity(location)) return record->items;
+    return {};
+}
+
+int PlayerRecord::currentDoor() const {
+    const std::int32_t door = hubs[1].rounds;
+    return door >= 0 && door < kDoors ? door : -1;
+}
+
+int patternItemCount(int door) { return kPatternItemCounts.at(static_cast<std::size_t>(door)); }
+
+} // namespace world
