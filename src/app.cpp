@@ -25,20 +25,22 @@
 #include "scenes/efwindow.h"
 #include "scriptclasses.h"
 #include "soundcommands.h"
+#include "startup/machinechecks.h"
+#include "startup/memoryexhaustion.h"
+#include "startup/warnings.h"
 #include "yengine.h"
+
+#include <algorithm>
 
 namespace {
 
 constexpr const char* kStartScript = "Startup.mps";
-constexpr std::string_view kErrorCaption = "Error";
 constexpr std::uint64_t kLargestScript = 1U << 24; ///< bytes; texts are much shorter
 constexpr int kScreenDepth = 8;
+constexpr int kFlashCommand = 59411;
+constexpr int kMostFlashMs = 100;
 constexpr int kMinimumDepth = 8;
 constexpr int kExitOk = 0;
-
-void showErrorBox(const std::string& text) {
-    OMPlatform().dialogs().messageBox(text, kErrorCaption, platform::boxstyle::kIconStop);
-}
 
 /// The reports of script objects go to the log.
 void logReport(const OMSobException& report) {
@@ -62,39 +64,6 @@ std::unique_ptr<OMIStream> locateScript(std::string_view name) {
         return std::make_unique<OMIStreamFile>(*path, kOMIStreamCache);
     OMLog::writef(OMLog::Kind::Error, "Script %s not found!", std::string(name).c_str());
     return nullptr;
-}
-
-/// The device stays open: opening it takes longer than a child waits for a sound.
-void testSoundDevice(OMWaveEngine& soundEngine) {
-    if (soundEngine.testDevice(true))
-        OMLog::write(OMLog::Kind::Message, "WAVE driver is available");
-    else
-        OMLog::write(OMLog::Kind::Error, "WAVE driver is not available");
-}
-
-/// Surfaces when the configuration asks for them and the machine can switch its screen for them,
-/// else bitmaps. To be called before there is an application.
-OMApp::DisplayMode chooseBackEnd(const RConfiguration& configuration) {
-    constexpr platform::ScreenMode kMode{EffectsWindow::kWidth, EffectsWindow::kHeight,
-                                         kScreenDepth};
-    const bool possible = OMPlatform().display().canBeExclusive(kMode);
-    if (!configuration.useDirectDraw || !possible) {
-        OMApp::useGDI();
-        if (configuration.useDirectDraw)
-            OMLog::write(OMLog::Kind::Warning,
-                         "Trying to use DirectDraw, but unable to switch to requested resolution "
-                         "and color depth, using GDI");
-        else
-            OMLog::write(OMLog::Kind::Message, "Using GDI");
-        return OMApp::DisplayMode::PopUp;
-    }
-    OMApp::useDirectDraw();
-    if (configuration.displayFullScreen) {
-        OMLog::write(OMLog::Kind::Message, "Displaying Full Screen using DirectDraw");
-        return OMApp::DisplayMode::FullScreen;
-    }
-    OMLog::write(OMLog::Kind::Message, "Displaying in upper left corner using DirectDraw");
-    return OMApp::DisplayMode::PopUp;
 }
 
 /// Windows of surfaces stand at the upper left of the screen, others in its middle.
@@ -121,6 +90,13 @@ void removeLocators() {
     OMAnimation::setSourceLocator(nullptr);
 }
 
+bool handleCommand(EffectsWindow& window, int command) {
+    if (OMLog::handleCommand(command)) return true;
+    if (command != kFlashCommand) return false;
+    window.setFlashDelay(std::clamp(10 - window.flashDelay(), 0, kMostFlashMs));
+    return true;
+}
+
 /// Application, window and scripts, from their making to their end. What is declared later goes
 /// first.
 void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine) {
@@ -128,7 +104,7 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
     resources.setAlertLink([&app](std::string_view text) { app.alert(text); });
     const RCursors cursors; // asked for as long as there is the window
     EffectsWindow window(windowCorner(), app.productName());
-    app.setCommandHandler([](int command) { return OMLog::handleCommand(command); });
+    app.setCommandHandler([&window](int command) { return handleCommand(window, command); });
     app.setBackgroundLink([&soundEngine] { soundEngine.suspend(); });
     app.setForegroundLink([&soundEngine, &window] {
         soundEngine.resume();
@@ -158,31 +134,42 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
     resources.setAlertLink(nullptr);
 }
 
-} // namespace
-
-int RGameMain(std::optional<std::uint32_t> seed) {
-    OMDebug::require(OMPlatform().display().mode().depth >= kMinimumDepth, "OMSysNumColors() < 8",
-                     "Video must be 256 colors or more!");
-    EffectsWindow::setPaletteFilter(RLiftPalette);
-    startLogging();
-    const RConfiguration configuration = RConfiguration::read();
-    OMSeedRandom(seed.value_or(static_cast<std::uint32_t>(OMPlatform().clock().calendarSeconds())));
-
+/// The resource layer, and all that needs it.
+void runGame(const RConfiguration& configuration, OMApp::DisplayMode mode,
+             OMWaveEngine& soundEngine) {
     RResources resources;
     resources.setHomeDirectory(configuration.homeDirectory);
     const auto ignoreSequenceSound = [](const SequenceSoundRecord&) {};
     if (resources.start(configuration.cdDrive, ignoreSequenceSound) ==
         RResources::StartUp::NoResourceFile) {
-        showErrorBox(RWarningText(warningtext::kCannotReadCd));
-        return kExitOk;
+        RShowErrorBox(RWarningText(warningtext::kCannotReadCd));
+        return;
     }
     installLocators(resources);
-    OMWaveEngine soundEngine;
-    testSoundDevice(soundEngine);
-    runApplication(chooseBackEnd(configuration), resources, soundEngine);
+    runApplication(mode, resources, soundEngine);
     removeLocators();
     resources.shutDown();
+}
+
+} // namespace
+
+int RGameMain(std::optional<std::uint32_t> seed) {
+    OMDebug::require(OMPlatform().display().mode().depth >= kMinimumDepth, "OMSysNumColors() < 8",
+                     "Video must be 256 colors or more!");
+    RInstallMemoryHandler();
+    EffectsWindow::setPaletteFilter(RLiftPalette);
+    startLogging();
+    const RConfiguration configuration = RConfiguration::read();
+    {
+        OMWaveEngine soundEngine;
+        if (const auto mode = RCheckMachine(configuration, soundEngine, warningSwitches())) {
+            OMSeedRandom(
+                seed.value_or(static_cast<std::uint32_t>(OMPlatform().clock().calendarSeconds())));
+            runGame(configuration, *mode, soundEngine);
+        }
+    }
     OMLog::close();
     OMSobException::setNotification(nullptr);
+    RRemoveMemoryHandler();
     return kExitOk;
 }

@@ -6,9 +6,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -30,6 +34,32 @@ std::optional<platform::ScreenMode> parseScreen(const std::string& text) {
     if (!depth || !scanner.atEnd() || !isSide(*width) || !isSide(*height) || !isDepth(*depth))
         return std::nullopt;
     return platform::ScreenMode{*width, *height, *depth};
+}
+
+/// "disk=N", "memory=N", "processor=386", "sound=none", "driver=fixed" or "driver=none".
+bool readClaim(std::string_view claim, platform::MachineClaims& machine) {
+    using Driver = platform::HostDisplay::Driver;
+    const std::size_t end = std::min(claim.find('='), claim.size());
+    const std::string_view key = claim.substr(0, end);
+    const std::string_view value = claim.substr(std::min(end + 1, claim.size()));
+    std::uint64_t bytes = 0;
+    const auto [rest, error] = std::from_chars(value.data(), value.data() + value.size(), bytes);
+    const bool isNumber = error == std::errc() && rest == value.data() + value.size();
+    if (key == "disk" && isNumber)
+        machine.freeSpace = bytes;
+    else if (key == "memory" && isNumber)
+        machine.availableMemory = bytes;
+    else if (claim == "processor=386")
+        machine.intel386 = true;
+    else if (claim == "sound=none")
+        machine.sound = false;
+    else if (claim == "driver=fixed")
+        machine.driver = Driver::FixedMode;
+    else if (claim == "driver=none")
+        machine.driver = Driver::None;
+    else
+        return false;
+    return true;
 }
 
 std::string versionText() {
@@ -62,6 +92,7 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
     CommandLine line;
     std::string input;
     std::string screen;
+    std::vector<std::string> claims;
 
     CLI::App app("Plays a game of scripts and resource libraries.", "zorbet");
     app.add_option("--content", line.content, "Folder of the game (default: the sample game)")
@@ -79,6 +110,11 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
         ->check(CLI::Range(1u, 60000u));
     app.add_option("--screen", screen, "Screen that the program sees (default 640x480x8)")
         ->needs(headless);
+    app.add_option("--machine", claims,
+                   "What the machine lacks: disk=BYTES, memory=BYTES, processor=386, sound=none, "
+                   "driver=fixed or none")
+        ->needs(headless)
+        ->delimiter(',');
     app.add_option("--record-sound", line.recordSound, "Folder for what would have been heard")
         ->needs(headless);
     app.set_version_flag("--version", versionText());
@@ -89,6 +125,9 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
             if (!mode) throw CLI::ValidationError("--screen", "expected WIDTHxHEIGHTxDEPTH");
             line.screen = *mode;
         }
+        for (const std::string& claim : claims)
+            if (!readClaim(claim, line.machine))
+                throw CLI::ValidationError("--machine", "does not know " + claim);
     } catch (const CLI::Success& success) {
         return app.exit(success);
     } catch (const CLI::ParseError& error) {

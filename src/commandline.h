@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/display.h"
+#include "platform/headless/claimedmachine.h"
 #include "platform/headless/timeline.h"
 
 #include <cstdint>
@@ -19,6 +20,7 @@ struct CommandLine {
     std::optional<std::uint32_t> untilMs;
     std::uint32_t stepMs = 1;
     platform::ScreenMode screen;
+    platform::MachineClaims machine;
     std::string recordSound; ///< host folder; empty: nothing is recorded
 };
 

@@ -5,6 +5,7 @@
 #include "programresources.h"
 
 #include "platform/headless/headlessplatform.h"
+#include "platform/host/termination.h"
 #if ZORBET_HAVE_SDL
 #include "platform/sdl/sdlplatform.h"
 #endif
@@ -32,6 +33,8 @@ platform::HostOptions hostOptions(const CommandLine& line) {
 std::unique_ptr<platform::Platform> makeHeadless(const CommandLine& line) {
     platform::HeadlessOptions options;
     options.host = hostOptions(line);
+    options.host.freeSpace = line.machine.freeSpace;
+    options.machine = line.machine;
     options.timeline = line.timeline;
     options.untilMs = line.untilMs;
     options.stepMs = line.stepMs;
@@ -63,6 +66,7 @@ int main(int argc, char** argv) {
     if (const int* exitCode = std::get_if<int>(&parsed)) return *exitCode;
     const auto& line = std::get<CommandLine>(parsed);
 
+    platform::catchTermination();
     const auto machine = line.headless ? makeHeadless(line) : makeWindow(line);
     if (!machine) return kNoWindow;
     OMSetPlatform(machine.get());

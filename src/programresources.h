@@ -16,5 +16,20 @@
 [[nodiscard]] std::string RWarningText(int id);
 
 namespace warningtext {
+inline constexpr int kCannotSwitch = 1001;
+inline constexpr int kNoDriver = 1002;
+inline constexpr int kOldProcessor = 1010;
+inline constexpr int kLargeScreen = 1015;
+inline constexpr int kSmallScreen = 1016;
+inline constexpr int kManyColors = 1017;
+inline constexpr int kFewColors = 1018;
+inline constexpr int kNoSound = 1019;
+inline constexpr int kLittleMemory = 1020;
+inline constexpr int kNoMoreMemory = 1021;
+inline constexpr int kLittleSpace1 = 1022; ///< in front of the drive
+inline constexpr int kLittleSpace2 = 1023; ///< in front of the megabytes
+inline constexpr int kLittleSpace3 = 1024; ///< in front of the drive again
+inline constexpr int kLittleSpace4 = 1025;
 inline constexpr int kCannotReadCd = 1026;
-}
+inline constexpr int kDoNotShowAgain = 1027;
+} // namespace warningtext

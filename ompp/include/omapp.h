@@ -54,6 +54,7 @@ class OMApp {
     [[nodiscard]] int depth() const { return depth_; }
     [[nodiscard]] int monitor() const { return monitor_; }
     [[nodiscard]] const std::string& productName() const { return productName_; }
+    [[nodiscard]] const std::string& productVersion() const { return productVersion_; }
     [[nodiscard]] bool isRunning() const { return running_; }
     [[nodiscard]] OMTaskList& tasks() { return tasks_; }
 
@@ -66,6 +67,8 @@ class OMApp {
     /// Ends the loop after the current pass.
     void stop() { running_ = false; }
 
+    /// The product's name and version, in a box; the main window's menu has an entry for it.
+    void about();
     /// A message box owned by the main window.
     void alert(std::string_view text, std::uint32_t style = kAlertStyle,
                std::string_view caption = "Alert");
@@ -92,6 +95,7 @@ class OMApp {
     /// The window under a mouse message; the one that got the button down keeps the mouse.
     OMWindow* mouseWindow(const platform::Message& message);
 
+    void readVersion();
     void startDisplay();
     void tellDroppedRelease();
 
@@ -105,6 +109,7 @@ class OMApp {
     int monitor_;
     bool directDraw_;
     std::string productName_;
+    std::string productVersion_;
     bool running_ = false;
     bool waitForMessages_ = false;
     OMTaskList tasks_;

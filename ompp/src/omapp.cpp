@@ -56,9 +56,18 @@ OMApp::OMApp(DisplayMode mode, const OMColor& background, const Rect& rectangle,
     OMDebug::require(instance_ == nullptr, "instance == NULL",
                      "OMApp::OMApp - only one instance of OMApp is allowed!");
     instance_ = this;
-    productName_ = OMPlatform().modules().versionString("ProductName");
+    readVersion();
     OMPlatform().display().setTitle(productName_);
     startDisplay();
+}
+
+void OMApp::readVersion() {
+    const platform::Modules& modules = OMPlatform().modules();
+    productName_ = modules.versionString("ProductName");
+    productVersion_ = modules.versionString("ProductVersion");
+    OMDebug::check(!productName_.empty(), "*productName == NULL",
+                   "OMAppGetNameVersion - bad or missing VERSIONINFO resource.\nAll KVO Windows "
+                   "Apps are required to have this resource.");
 }
 
 void OMApp::startDisplay() {
@@ -115,6 +124,8 @@ void OMApp::alert(std::string_view text, std::uint32_t style, std::string_view c
     tellDroppedRelease();
 }
 
+void OMApp::about() { alert("KVO:" + productName_ + " " + productVersion_, kAlertStyle, "About"); }
+
 void OMApp::discardInput() {
     OMPlatform().events().discardInput();
     capture_ = nullptr;
@@ -145,7 +156,12 @@ void OMApp::dispatch(const Message& message) {
     case Message::Kind::Key:
         if (OMWindow* window = windows_.last()) window->key(message.key);
         return;
-    case Message::Kind::Command: commandHandler_(message.command); return;
+    case Message::Kind::Command:
+        if (message.command == platform::kAboutCommand)
+            about();
+        else
+            commandHandler_(message.command);
+        return;
     case Message::Kind::Background: backgroundLink_(); return;
     case Message::Kind::Foreground: foregroundLink_(); return;
     case Message::Kind::Expose: windows_.apply([](OMWindow& window) { window.expose(); }); return;

@@ -17,13 +17,16 @@ std::ostream& orElse(std::ostream* chosen, std::ostream& usual) { return chosen 
 } // namespace
 
 HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
-    : stepMs_(std::max(options.stepMs, 1u)), report_(orElse(options.report, std::cout), clock_),
+    : stepMs_(std::max(options.stepMs, 1u)), machine_(options.machine), report_(orElse(options.report, std::cout), clock_),
       files_(options.host), modules_(files_, options.resources, options.versionStrings),
       display_(options.screen, report_), events_(options.timeline, options.untilMs, clock_,
                                                  display_, orElse(options.notes, std::cerr)),
       dialogs_(options.timeline, clock_, files_, report_, orElse(options.notes, std::cerr)),
       recorder_(options.recordSound, orElse(options.notes, std::cerr)),
-      waveOut_(clock_, recorder_) {}
+      waveOut_(clock_, recorder_) {
+    display_.setDriver(options.machine.driver);
+    waveOut_.setAvailable(options.machine.sound);
+}
 
 std::unique_ptr<TextWindow> HeadlessPlatform::openTextWindow(const TextWindowRequest& request,
                                                              TextWindowOwner&) {

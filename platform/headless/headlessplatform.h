@@ -2,6 +2,7 @@
 // that would have been noticed. A full back end: the program runs on it as it does in its window.
 #pragma once
 
+#include "platform/headless/claimedmachine.h"
 #include "platform/headless/headlessdialogs.h"
 #include "platform/headless/headlessdisplay.h"
 #include "platform/headless/headlesswaveout.h"
@@ -26,6 +27,7 @@ namespace platform {
 
 struct HeadlessOptions {
     HostOptions host{};
+    MachineClaims machine{};
     Timeline timeline{};
     std::optional<std::uint32_t>
         untilMs{};            ///< when a quit comes by itself, in the main loop's time
@@ -50,6 +52,7 @@ class HeadlessPlatform final : public Platform {
     [[nodiscard]] Modules& modules() override { return modules_; }
     [[nodiscard]] HeadlessWaveOut& waveOut() override { return waveOut_; }
     [[nodiscard]] Typefaces& typefaces() override { return typefaces_; }
+    [[nodiscard]] Machine& machine() override { return machine_; }
 
     /// Its lines go into the report.
     [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
@@ -62,6 +65,7 @@ class HeadlessPlatform final : public Platform {
 
   private:
     std::uint32_t stepMs_;
+    ClaimedMachine machine_;
     VirtualClock clock_;
     Report report_;
     HostFiles files_;

@@ -12,7 +12,7 @@ constexpr std::uint64_t kByte = 1000; // a millisecond is worth `rate` thousandt
 
 bool HeadlessWaveOut::open(int rate) {
     close();
-    if (rate < kMinRate || rate > kMaxRate) return false;
+    if (!available_ || rate < kMinRate || rate > kMaxRate) return false;
     rate_ = rate;
     paused_ = false;
     due_ = 0;

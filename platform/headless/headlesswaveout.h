@@ -31,6 +31,9 @@ class HeadlessWaveOut final : public WaveOut {
     void restart() override;
     void reset() override;
 
+    /// Without one no opening succeeds; there is one at first.
+    void setAvailable(bool available) { available_ = available; }
+
   protected:
     void beginChange() override { poll(); }
     void endChange() override {}
@@ -45,6 +48,7 @@ class HeadlessWaveOut final : public WaveOut {
 
     const VirtualClock& clock_;
     WaveRecorder& recorder_;
+    bool available_ = true;
     int rate_ = 0; ///< 0: closed
     bool paused_ = false;
     std::uint64_t polledMs_ = 0;

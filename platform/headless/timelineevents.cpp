@@ -1,5 +1,7 @@
 #include "platform/headless/timelineevents.h"
 
+#include "platform/host/termination.h"
+
 #include <algorithm>
 #include <ostream>
 #include <utility>
@@ -39,6 +41,11 @@ std::deque<TimelineEvents::Entry> TimelineEvents::entriesOf(const Timeline& time
 }
 
 bool TimelineEvents::take(Message& message) {
+    if (terminationRequested() && !std::exchange(terminated_, true)) {
+        message = {.kind = Message::Kind::Quit, .timeMs = clock_.milliseconds()};
+        deliverQuit("quit");
+        return true;
+    }
     while (clock_.loopHasBegun() && !waiting_.empty() &&
            waiting_.front().timeMs <= clock_.loopMs()) {
         const Entry entry = std::move(waiting_.front());

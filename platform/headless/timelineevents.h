@@ -46,6 +46,7 @@ class TimelineEvents final : public Events {
     void deliverQuit(std::string_view cause);
 
     std::deque<Entry> waiting_;
+    bool terminated_ = false; ///< the host asked for the end, and the program was told
     VirtualClock& clock_;
     HeadlessDisplay& display_;
     std::ostream& notes_;

@@ -53,8 +53,8 @@ void HostDisplay::setPalette(int first, std::span<const Rgb> colours) {
 bool HostDisplay::canBeExclusive(const ScreenMode& mode) const {
     const bool depthExists =
         mode.depth == 8 || mode.depth == 16 || mode.depth == 24 || mode.depth == 32;
-    return depthExists && mode.width >= 1 && mode.width <= kMaxSide && mode.height >= 1 &&
-           mode.height <= kMaxSide;
+    return driver_ == Driver::Whole && depthExists && mode.width >= 1 && mode.width <= kMaxSide &&
+           mode.height >= 1 && mode.height <= kMaxSide;
 }
 
 bool HostDisplay::enterExclusive(const ScreenMode& mode) {

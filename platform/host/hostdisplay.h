@@ -19,6 +19,13 @@ class HostDisplay : public Display {
     static constexpr int kMaxBacks = 8;     ///< surfaces behind the screen
     static constexpr int kMaxSide = 0x4000; ///< pixels of an exclusive screen
 
+    /// What can be done for exclusive screens.
+    enum class Driver : std::uint8_t {
+        Whole,
+        FixedMode, ///< no screen of another size or depth
+        None,
+    };
+
     /// Starts black, with the fixed colours in its palette. Sizes below 1 count as 1, depths
     /// between those that surfaces have are rounded up.
     explicit HostDisplay(const ScreenMode& mode);
@@ -29,6 +36,9 @@ class HostDisplay : public Display {
     void setPalette(int first, std::span<const Rgb> colours) override;
     [[nodiscard]] const std::array<Rgb, kPaletteSize>& palette() const override { return palette_; }
 
+    /// Whole at first.
+    void setDriver(Driver driver) { driver_ = driver; }
+    [[nodiscard]] bool hasDriver() const override { return driver_ != Driver::None; }
     [[nodiscard]] bool canBeExclusive(const ScreenMode& mode) const override;
     bool enterExclusive(const ScreenMode& mode) override;
     void leaveExclusive() override;
@@ -59,6 +69,7 @@ class HostDisplay : public Display {
     void change(const ScreenMode& mode);
     void blacken();
 
+    Driver driver_ = Driver::Whole;
     ScreenMode mode_;
     std::optional<ScreenMode> desktop_; ///< in exclusive mode: what comes back
     Surface drawn_;

@@ -115,7 +115,7 @@ HostFiles::HostFiles(const HostOptions& options)
     : drives_{{kHostDrive, ""}},
       hostHome_(absoluteHostPath(options.home.empty() ? defaultHome() : options.home)),
       current_(anchor(absoluteHostPath(options.content), kContentDrive)),
-      home_(anchor(hostHome_, kHomeDrive)) {
+      home_(anchor(hostHome_, kHomeDrive)), claimedSpace_(options.freeSpace) {
     if (!options.cd.empty()) drives_.push_back({kCdDrive, absoluteHostPath(options.cd)});
 }
 
@@ -241,6 +241,7 @@ std::string HostFiles::measuredFolder(const Drive& drive) const {
 
 std::optional<std::uint64_t> HostFiles::freeSpace(char drive) const {
     const Drive* found = driveOf(drive);
+    if (found && claimedSpace_) return claimedSpace_;
     struct statvfs status {};
     if (!found || ::statvfs(measuredFolder(*found).c_str(), &status) != 0) return std::nullopt;
     return std::uint64_t{status.f_bavail} * status.f_frsize;

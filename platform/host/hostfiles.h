@@ -64,6 +64,7 @@ class HostFiles final : public Files {
     std::string hostHome_;
     Place current_;
     Place home_;
+    std::optional<std::uint64_t> claimedSpace_; ///< of every drive
 };
 
 } // namespace platform

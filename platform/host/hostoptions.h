@@ -2,6 +2,8 @@
 // folder of the process.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 namespace platform {
@@ -10,6 +12,7 @@ struct HostOptions {
     std::string content; ///< current directory of the program; the working folder when empty
     std::string cd;      ///< drive D:; no such drive when empty
     std::string home;    ///< home directory; a folder of the user's data folder when empty
+    std::optional<std::uint64_t> freeSpace{}; ///< bytes that every drive claims; else the host's
 };
 
 } // namespace platform

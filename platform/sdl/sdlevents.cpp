@@ -1,5 +1,6 @@
 #include "platform/sdl/sdlevents.h"
 
+#include "platform/host/termination.h"
 #include "platform/sdl/sdlkeys.h"
 
 #include <utility>
@@ -7,6 +8,8 @@
 namespace platform {
 
 namespace {
+
+constexpr int kPatienceMs = 200; ///< of a wait for events
 
 bool isInput(const Message& message) {
     switch (message.kind) {
@@ -38,6 +41,8 @@ std::uint32_t windowOf(const SDL_Event& event) {
 bool SdlEvents::take(Message& message) {
     SDL_Event event;
     while (pending_.empty() && SDL_PollEvent(&event) != 0) translate(event);
+    if (terminationRequested() && !std::exchange(terminated_, true))
+        pending_.push_back({.kind = Message::Kind::Quit, .timeMs = SDL_GetTicks()});
     if (pending_.empty()) return false;
     message = pending_.front();
     pending_.pop_front();
@@ -49,7 +54,8 @@ bool SdlEvents::take(Message& message) {
 bool SdlEvents::wait(Message& message) {
     while (!take(message)) {
         display_.flush();
-        if (SDL_WaitEvent(nullptr) == 0) return false;
+        // A signal from the host wakes nobody.
+        SDL_WaitEventTimeout(nullptr, kPatienceMs);
     }
     return true;
 }
@@ -92,7 +98,10 @@ void SdlEvents::translate(const SDL_Event& event) {
     case SDL_MOUSEMOTION: translateMotion(event.motion); break;
     case SDL_TEXTINPUT: translateText(event.text); break;
     case SDL_KEYDOWN:
-        if (const auto press = keyPressOf(event.key.keysym)) {
+        if (event.key.keysym.sym == SDLK_F1 && (event.key.keysym.mod & KMOD_SHIFT) != 0) {
+            // Windows here have no menu of their own.
+            push({.kind = Message::Kind::Command, .timeMs = timeMs, .command = kAboutCommand});
+        } else if (const auto press = keyPressOf(event.key.keysym)) {
             push({.kind = Message::Kind::Key, .timeMs = timeMs, .key = *press});
         }
         break;

@@ -1,6 +1,7 @@
 #include "platform/sdl/sdlplatform.h"
 
 #include "platform/host/hostfiles.h"
+#include "platform/host/hostmachine.h"
 #include "platform/host/hosttypefaces.h"
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
@@ -53,6 +54,7 @@ class SdlPlatform final : public Platform {
     [[nodiscard]] Modules& modules() override { return modules_; }
     [[nodiscard]] WaveOut& waveOut() override { return waveOut_; }
     [[nodiscard]] Typefaces& typefaces() override { return typefaces_; }
+    [[nodiscard]] Machine& machine() override { return machine_; }
 
     [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
                                                              TextWindowOwner& owner) override {
@@ -80,6 +82,7 @@ class SdlPlatform final : public Platform {
     HostFiles files_;
     HostModules modules_;
     HostTypefaces typefaces_{files_};
+    HostMachine machine_;
     SdlDialogs dialogs_;
     SdlWaveOut waveOut_;
 };

@@ -45,9 +45,10 @@ class MemoryFiles final : public platform::Files {
     /// Number of listings and existence questions.
     mutable int questions = 0;
     std::size_t sector = 2048;
-    std::size_t readsUntilError = kNever; ///< by ReadSequential, in all files together
-    std::size_t bytesUntilFull = kNever;  ///< by WriteThrough
-    std::vector<std::size_t> readSizes;   ///< wanted by each read by ReadSequential
+    std::uint64_t space = std::uint64_t{1} << 30; ///< free bytes of every drive
+    std::size_t readsUntilError = kNever;         ///< by ReadSequential, in all files together
+    std::size_t bytesUntilFull = kNever;          ///< by WriteThrough
+    std::vector<std::size_t> readSizes;           ///< wanted by each read by ReadSequential
     static constexpr std::size_t kNever = ~std::size_t{0};
 
     void put(std::string_view path, Bytes content) {
@@ -127,7 +128,7 @@ class MemoryFiles final : public platform::Files {
     }
     std::string currentDirectory() const override { return current; }
     std::string homeDirectory() const override { return home; }
-    std::optional<std::uint64_t> freeSpace(char) const override { return std::uint64_t{1} << 30; }
+    std::optional<std::uint64_t> freeSpace(char) const override { return space; }
     std::size_t sectorSize(char) const override { return sector; }
 
   private:
@@ -304,7 +305,8 @@ struct MemoryDialogs final : platform::Dialogs {
 
 struct MemoryModules final : platform::Modules {
     std::map<std::pair<std::string, int>, Bytes> resources;
-    std::map<std::string, std::string, std::less<>> strings;
+    std::map<std::string, std::string, std::less<>> strings{{"ProductName", "Zorbet"},
+                                                            {"ProductVersion", "9.9"}};
     /// The functions that each library exports.
     std::map<std::string, std::map<std::string, void (*)()>, std::less<>> libraries;
     std::vector<std::string> loaded; ///< paths handed to `load`, in order, failed ones too
@@ -558,6 +560,13 @@ MemoryTextWindows::open(const platform::TextWindowRequest& wanted,
     return std::make_unique<Window>(*this, owner);
 }
 
+struct MemoryMachine final : platform::Machine {
+    bool intel386 = false;
+    std::uint64_t memory = std::uint64_t{64} << 20;
+    bool hasIntel386() const override { return intel386; }
+    std::uint64_t availableMemory() const override { return memory; }
+};
+
 class MemoryPlatform final : public platform::Platform {
   public:
     explicit MemoryPlatform(const platform::ScreenMode& mode = {}) : display_(mode) {}
@@ -570,6 +579,7 @@ class MemoryPlatform final : public platform::Platform {
     MemoryModules& modules() override { return modules_; }
     MemoryWaveOut& waveOut() override { return waveOut_; }
     MemoryTypefaces& typefaces() override { return typefaces_; }
+    MemoryMachine& machine() override { return machine_; }
 
     std::unique_ptr<platform::TextWindow>
     openTextWindow(const platform::TextWindowRequest& request,
@@ -597,6 +607,7 @@ class MemoryPlatform final : public platform::Platform {
     MemoryModules modules_;
     MemoryWaveOut waveOut_{clock_};
     MemoryTypefaces typefaces_{files_};
+    MemoryMachine machine_;
 };
 
 } // namespace testing_support

@@ -100,6 +100,8 @@ class Display {
 
     // Exclusive mode. Entering and leaving it make a new, black screen with the fixed colours.
 
+    /// Whether there is a driver for exclusive screens at all.
+    [[nodiscard]] virtual bool hasDriver() const = 0;
     /// Whether the screen can have that size and depth in exclusive mode.
     [[nodiscard]] virtual bool canBeExclusive(const ScreenMode& mode) const = 0;
     /// False, and nothing changes, when it cannot.

@@ -44,6 +44,9 @@ struct KeyPress {
     bool control = false;   ///< the Control key was held
 };
 
+/// The entry of the window's menu that tells the program's name and version.
+inline constexpr int kAboutCommand = 59393;
+
 struct Message {
     enum class Kind : std::uint8_t {
         Null, ///< nothing for the program; counts as a message all the same

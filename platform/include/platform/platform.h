@@ -8,6 +8,7 @@
 #include "platform/display.h"
 #include "platform/events.h"
 #include "platform/files.h"
+#include "platform/machine.h"
 #include "platform/modules.h"
 #include "platform/textwindow.h"
 #include "platform/typefaces.h"
@@ -30,6 +31,7 @@ class Platform {
     [[nodiscard]] virtual Modules& modules() = 0;
     [[nodiscard]] virtual WaveOut& waveOut() = 0;
     [[nodiscard]] virtual Typefaces& typefaces() = 0;
+    [[nodiscard]] virtual Machine& machine() = 0;
 
     /// Opens a text window above all others, without taking the focus from where it is. Null when
     /// there can be none. The owner must outlive the window, and the window must be gone before the

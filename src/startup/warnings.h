@@ -1,0 +1,20 @@
+// The boxes of the start: errors, after which the program ends, and warnings, which a person may
+// answer by going on, and switch off for good.
+#pragma once
+
+#include "omlink.h"
+
+#include <string>
+#include <string_view>
+
+/// Where the switches are kept: named values as texts, "0" for a warning that is not wanted.
+struct RWarningSwitches {
+    OMLinkTo<std::string(std::string_view name)> read;
+    OMLinkTo<void(std::string_view name, std::string_view value)> write;
+};
+
+/// A box with the stop icon, of no window.
+void RShowErrorBox(const std::string& text);
+
+/// Shows the warning `textId` unless its switch is off. False when the person wants to stop.
+[[nodiscard]] bool RWarn(int textId, std::string_view switchName, const RWarningSwitches& switches);
