@@ -74,10 +74,14 @@ double successRatio(const ActivityRecord& record) {
     return static_cast<double>(record.correctSinceDistribution) / record.guessesSinceDistribution;
 }
 
-/// The numbers of a changed file can be far from each other.
-int percent(double ratio) {
+/// In whole numbers, so that 29 of 100 are not 28.9999 percent. Those of a changed file can be far
+/// from each other.
+int successPercent(const ActivityRecord& record) {
+    if (record.guessesSinceDistribution == 0) return 100;
     using Limits = std::numeric_limits<int>;
-    return static_cast<int>(std::clamp<double>(ratio * 100, Limits::min(), Limits::max()));
+    const std::int64_t percent =
+        std::int64_t{100} * record.correctSinceDistribution / record.guessesSinceDistribution;
+    return static_cast<int>(std::clamp<std::int64_t>(percent, Limits::min(), Limits::max()));
 }
 
 Contenders contenders(PlayerRecord& record, int firstLocation, const Report& report) {
@@ -89,19 +93,26 @@ Contenders contenders(PlayerRecord& record, int firstLocation, const Report& rep
         contender.ratio = successRatio(*contender.record);
         report(OMFormat("\t%s: Total guesses: %d Correct guesses: %d (%d%%)",
                         contender.name.c_str(), contender.record->guessesSinceDistribution,
-                        contender.record->correctSinceDistribution, percent(contender.ratio)));
+                        contender.record->correctSinceDistribution,
+                        successPercent(*contender.record)));
         ++location;
     }
     std::ranges::stable_sort(all, {}, &Contender::ratio);
     return all;
 }
 
+/// 6 of 10 are a tenth better than 5 of 10, though not quite so in binary.
+bool isBetterBy(double limit, const Contender& better, const Contender& worse) {
+    constexpr double kRounding = 1e-12;
+    return better.ratio - worse.ratio >= limit - kRounding;
+}
+
 const Distribution& chooseDistribution(const Contenders& sorted) {
-    const double spread = sorted[3].ratio - sorted[0].ratio;
-    if (spread < 0.251) return kDistributionA;
-    if (spread < 0.5)
-        return sorted[2].ratio - sorted[1].ratio >= 0.1 ? kDistributionC : kDistributionB;
-    return sorted[1].ratio - sorted[0].ratio >= 0.5 ? kDistributionE : kDistributionD;
+    const auto& [worst, second, third, best] = sorted;
+    if (!isBetterBy(0.251, best, worst)) return kDistributionA;
+    if (!isBetterBy(0.5, best, worst))
+        return isBetterBy(0.1, third, second) ? kDistributionC : kDistributionB;
+    return isBetterBy(0.5, second, worst) ? kDistributionE : kDistributionD;
 }
 
 /// Begins a new count of guesses with the given items, at most kQueueItems.
