@@ -22,16 +22,16 @@ class Typeface;
 /// The picture of a character, in pixels. The bits belong to the font and live until it changes its
 /// size or style.
 struct OMGlyph {
-    /// Of the first row; the leftmost pixel is the highest bit. One byte more than those of all rows
-    /// may be read.
+    /// Of the first row; the leftmost pixel is the highest bit. One byte more than those of all
+    /// rows may be read.
     const std::uint8_t* bits = nullptr;
-    std::size_t stride = 0;             ///< bytes from row to row
-    int firstBit = 0;                   ///< of each row; the picture begins there
-    int left = 0;                       ///< from the pen to the first column
-    int top = 0;                        ///< of the first row above the baseline
-    int width = 0;                      ///< columns
-    int height = 0;                     ///< rows
-    int advance = 0;                    ///< of the pen
+    std::size_t stride = 0; ///< bytes from row to row
+    int firstBit = 0;       ///< of each row; the picture begins there
+    int left = 0;           ///< from the pen to the first column
+    int top = 0;            ///< of the first row above the baseline
+    int width = 0;          ///< columns
+    int height = 0;         ///< rows
+    int advance = 0;        ///< of the pen
 };
 
 class OMFont {

@@ -40,9 +40,7 @@ class OMNFNTFont final : public OMFont {
     [[nodiscard]] int descent() const override { return descent_; }
     [[nodiscard]] int leading() const override { return leading_; }
     [[nodiscard]] Kind kind() const override { return Kind::NFNT; }
-    [[nodiscard]] const OMGlyph& glyph(unsigned char code) const override {
-        return glyphs_[code];
-    }
+    [[nodiscard]] const OMGlyph& glyph(unsigned char code) const override { return glyphs_[code]; }
 
   private:
     void read(std::span<const std::byte> record);

@@ -8,7 +8,8 @@
 
 namespace ompixels {
 
-/// The leftmost pixel of a row is its highest bit. One byte more than those of all rows may be read.
+/// The leftmost pixel of a row is its highest bit. One byte more than those of all rows may be
+/// read.
 struct Mask {
     const std::uint8_t* bits; ///< of the first row
     std::size_t stride;       ///< bytes from row to row

@@ -1,5 +1,6 @@
 #include "platform/host/outlinefaces.h"
 
+#include "platform/host/handle.h"
 #include "platform/host/latin1.h"
 #include "platform/host/outlineface.h"
 
@@ -14,17 +15,10 @@ namespace platform {
 
 namespace {
 
-template <auto Free>
-struct Deleter {
-    template <class Object>
-    void operator()(Object* object) const {
-        Free(object);
-    }
-};
-using Config = std::unique_ptr<FcConfig, Deleter<FcConfigDestroy>>;
-using Pattern = std::unique_ptr<FcPattern, Deleter<FcPatternDestroy>>;
-using Properties = std::unique_ptr<FcObjectSet, Deleter<FcObjectSetDestroy>>;
-using Fonts = std::unique_ptr<FcFontSet, Deleter<FcFontSetDestroy>>;
+using Config = Handle<FcConfig, FcConfigDestroy>;
+using Pattern = Handle<FcPattern, FcPatternDestroy>;
+using Properties = Handle<FcObjectSet, FcObjectSetDestroy>;
+using Fonts = Handle<FcFontSet, FcFontSetDestroy>;
 
 const FcChar8* text(const std::string& utf8) {
     return reinterpret_cast<const FcChar8*>(utf8.c_str());

@@ -1,5 +1,7 @@
 #include "platform/host/systemfont.h"
 
+#include "platform/host/latin1letters.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstddef>
@@ -9,6 +11,9 @@
 namespace platform::systemfont {
 
 namespace {
+
+using latin1letters::kCedilla;
+using latin1letters::Parts;
 
 // A drawing has three hexadecimal digits and a space for each of its rows: twelve pixels, the
 // leftmost one counts 800. It begins at the top of the letters with an upper length, ten rows above
@@ -181,7 +186,6 @@ constexpr Accent kAccents[] = {
     {':', 2, {0b110011, 0b110011}},           {'o', 3, {0b011000, 0b100100, 0b011000}},
     {',', 3, {0b011000, 0b001100, 0b111000}},
 };
-constexpr char kCedilla = ',';
 
 /// Accents that are characters by themselves; they stand where they stand on small letters.
 struct LoneAccent {
@@ -189,15 +193,6 @@ struct LoneAccent {
     char name;
 };
 constexpr LoneAccent kLoneAccents[] = {{kGrave, '`'}, {0xA8, ':'}, {0xB4, '\''}, {0xB8, kCedilla}};
-
-// The letters from 0xC0 to 0xDF and what stands on or below them; "." for those that have a drawing
-// of their own. From 0xE0 on the small letters follow in the same order.
-constexpr unsigned char kFirstLetter = 0xC0;
-constexpr unsigned char kFirstSmallLetter = 0xE0;
-constexpr unsigned char kSmallYDiaeresis = 0xFF; ///< has no capital
-constexpr std::string_view kLetters = "AAAAAA.CEEEEIIII.NOOOOO..UUUUY..";
-constexpr std::string_view kMarks = "`'^~:o.,`'^:`'^:.~`'^~:..`'^:'..";
-constexpr int kToSmall = 0x20;
 
 constexpr int kBlankAdvance = 5;
 struct Bearings {
@@ -258,27 +253,20 @@ constexpr Canvas accentOver(char name, int letterHeight) {
     return canvas;
 }
 
-constexpr Canvas withMark(char letter, char mark, bool small) {
-    Canvas canvas = fromAscii(small ? letter + kToSmall : letter);
-    const int height = small ? kSmallHeight : kCapitalHeight;
+constexpr Canvas accentedLetter(const Parts& parts) {
+    Canvas canvas = fromAscii(parts.letter);
+    const int height = parts.small ? kSmallHeight : kCapitalHeight;
     // The dot of the "i" gives way.
     std::fill_n(canvas.begin(), kAscent - height, 0U);
-    Canvas accent = accentOver(mark, height);
+    Canvas accent = accentOver(parts.mark, height);
     const int space = widthOf(canvas) - widthOf(accent);
     // Where there is no exact middle, the acute accent leans to the right, the grave to the left.
     if (space >= 0)
-        accent = shifted(accent, (space + (mark == '\'' ? 1 : 0)) / 2);
+        accent = shifted(accent, (space + (parts.mark == '\'' ? 1 : 0)) / 2);
     else
-        canvas = shifted(canvas, (-space + (mark == '`' ? 1 : 0)) / 2);
+        canvas = shifted(canvas, (-space + (parts.mark == '`' ? 1 : 0)) / 2);
     for (std::size_t y = 0; y < canvas.size(); ++y) canvas[y] |= accent[y];
     return canvas;
-}
-
-constexpr Canvas accentedLetter(unsigned char code) {
-    if (code == kSmallYDiaeresis) return withMark('Y', ':', true);
-    const bool small = code >= kFirstSmallLetter;
-    const auto at = static_cast<std::size_t>(code - (small ? kFirstSmallLetter : kFirstLetter));
-    return withMark(kLetters[at], kMarks[at], small);
 }
 
 constexpr Canvas canvasOf(unsigned char code) {
@@ -287,7 +275,8 @@ constexpr Canvas canvasOf(unsigned char code) {
     if (code >= kFirstAscii && code < kFirstAscii + std::ssize(kAscii)) return fromAscii(code);
     const auto* own = std::ranges::find(kOthers, code, &Drawing::code);
     if (own != std::end(kOthers)) return fromDrawing(own->rows);
-    return code < kFirstLetter ? fromDrawing(kBox) : accentedLetter(code);
+    const std::optional<Parts> parts = latin1letters::partsOf(code);
+    return parts ? accentedLetter(*parts) : fromDrawing(kBox);
 }
 
 constexpr Glyph makeGlyph(unsigned char code) {

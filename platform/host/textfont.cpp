@@ -1,5 +1,7 @@
 #include "platform/host/textfont.h"
 
+#include "platform/host/latin1letters.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
@@ -7,6 +9,9 @@
 namespace platform::textfont {
 
 namespace {
+
+using latin1letters::kCedilla;
+using latin1letters::Parts;
 
 // A drawing is a digit to the base 32 for each of its rows, 0 to 9 and A to V: five pixels, the
 // leftmost one counts 16. Capitals have the first seven of its nine rows and small letters without
@@ -63,17 +68,7 @@ constexpr Accent kAccents[] = {
     {'`', {8, 4, 0}},   {'\'', {2, 4, 0}}, {'^', {4, 10, 0}},
     {'~', {13, 22, 0}}, {':', {0, 10, 0}}, {'o', {4, 10, 4}},
 };
-constexpr char kCedilla = ',';
 constexpr std::array<std::uint8_t, 2> kCedillaRows{4, 12};
-
-// The letters from 0xC0 to 0xDF and what stands on or below them; "." for those that have a drawing
-// of their own. From 0xE0 on the small letters follow in the same order.
-constexpr unsigned char kFirstLetter = 0xC0;
-constexpr unsigned char kFirstSmallLetter = 0xE0;
-constexpr unsigned char kSmallYDiaeresis = 0xFF; ///< has no capital
-constexpr std::string_view kLetters = "AAAAAA.CEEEEIIII.NOOOOO..UUUUY..";
-constexpr std::string_view kMarks = "`'^~:o.,`'^:`'^:.~`'^~:..`'^:'..";
-constexpr int kToSmall = 0x20;
 
 std::uint8_t rowOf(char digit) {
     return static_cast<std::uint8_t>(digit <= '9' ? digit - '0' : digit - 'A' + 10);
@@ -101,15 +96,15 @@ void putAccent(Glyph& letter, const Accent& accent, std::size_t top) {
     std::ranges::copy(accent.rows, letter.begin() + static_cast<std::ptrdiff_t>(top));
 }
 
-Glyph withMark(char letter, char mark, bool small) {
-    Glyph glyph = ascii(small ? letter + kToSmall : letter);
-    if (mark == kCedilla) {
+Glyph accentedLetter(const Parts& parts) {
+    Glyph glyph = ascii(parts.letter);
+    if (parts.mark == kCedilla) {
         std::ranges::copy(kCedillaRows, glyph.begin() + kDrawingTop + kCapitalHeight);
         return glyph;
     }
-    const auto* accent = std::ranges::find(kAccents, mark, &Accent::name);
-    if (!small) makeRoomAbove(glyph);
-    const std::size_t letterTop = kDrawingTop + (small ? kSmallTop : 1);
+    const auto* accent = std::ranges::find(kAccents, parts.mark, &Accent::name);
+    if (!parts.small) makeRoomAbove(glyph);
+    const std::size_t letterTop = kDrawingTop + (parts.small ? kSmallTop : 1);
     putAccent(glyph, *accent, letterTop - accent->rows.size());
     return glyph;
 }
@@ -120,11 +115,8 @@ Glyph glyph(unsigned char code) {
     if (code >= kFirstAscii && code < kFirstAscii + std::ssize(kAscii)) return ascii(code);
     const auto* own = std::ranges::find(kOthers, code, &Drawing::code);
     if (own != std::end(kOthers)) return fromDrawing(own->rows);
-    if (code == kSmallYDiaeresis) return withMark('Y', ':', true);
-    if (code < kFirstLetter) return fromDrawing(kBox);
-    const bool small = code >= kFirstSmallLetter;
-    const auto at = static_cast<std::size_t>(code - (small ? kFirstSmallLetter : kFirstLetter));
-    return withMark(kLetters[at], kMarks[at], small);
+    const std::optional<Parts> parts = latin1letters::partsOf(code);
+    return parts ? accentedLetter(*parts) : fromDrawing(kBox);
 }
 
 void draw(Surface& surface, int top, std::string_view text, std::uint8_t colour) {

@@ -38,14 +38,14 @@ inline const std::string kSmallBdf = "STARTFONT 2.1\n"
 
 /// What it is packed to; the example of docs/formats.md.
 inline const rsc::Bytes kSmallNfnt = {
-    0x00, 0x90, 0,    0,    5,    0,    4,    0, // type, first and last character, widest advance
-    0xFF, 0xFF, 0xFF, 0xFF, 4,    0,    3,    0, // kernMax, -descent, columns and rows
-    16,   0,    2,    0,    1,    0,    0,    0,   1, 0, // owTLoc, ascent, descent, leading, words
-                                                         // a row
-    0xE6, 0x00, 0xBE, 0x00, 0x20, 0x00,                  // the strike: hook, dash and box
-    0,    0,    0,    0,    3,    0,    3,    0,   5, 0, 7, 0, 7, 0, 7, 0, // columns
-    0xFF, 0xFF, 0,    4,    0xFF, 0xFF, 2,    3,   // offsets and widths of 0 to 3,
-    2,    4,    0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF // of the box and what lies behind it
+    0x00, 0x90, 0, 0, 5, 0, 4, 0,       // type, first and last character, widest advance
+    0xFF, 0xFF, 0xFF, 0xFF, 4, 0, 3, 0, // kernMax, -descent, columns and rows
+    16, 0, 2, 0, 1, 0, 0, 0, 1, 0,      // owTLoc, ascent, descent, leading, words
+                                        // a row
+    0xE6, 0x00, 0xBE, 0x00, 0x20, 0x00, // the strike: hook, dash and box
+    0, 0, 0, 0, 3, 0, 3, 0, 5, 0, 7, 0, 7, 0, 7, 0, // columns
+    0xFF, 0xFF, 0, 4, 0xFF, 0xFF, 2, 3,             // offsets and widths of 0 to 3,
+    2, 4, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF        // of the box and what lies behind it
 };
 
 /// A face of 64 units an em with rectangles as characters: "A" from (0, 0) to (16, 32), advance 24,

@@ -1,5 +1,7 @@
 #include "facefont.h"
 
+#include "platform/host/handle.h"
+
 #include <ft2build.h>
 #include FT_FREETYPE_H
 #include FT_MODULE_H
@@ -23,15 +25,8 @@ constexpr FT_Pos kLargestOutline = kLargestGlyph - 4;
 /// The one that hints as designers of screen fonts expect.
 constexpr FT_UInt kHinting = 35;
 
-template <auto destroy>
-struct Destroy {
-    template <class T>
-    void operator()(T* object) const {
-        destroy(object);
-    }
-};
-using Library = std::unique_ptr<FT_LibraryRec_, Destroy<FT_Done_FreeType>>;
-using Face = std::unique_ptr<FT_FaceRec_, Destroy<FT_Done_Face>>;
+using Library = platform::Handle<FT_LibraryRec_, FT_Done_FreeType>;
+using Face = platform::Handle<FT_FaceRec_, FT_Done_Face>;
 
 void check(FT_Error error, const std::string& what) {
     if (error != FT_Err_Ok) throw Refusal(what + " (FreeType error " + std::to_string(error) + ")");

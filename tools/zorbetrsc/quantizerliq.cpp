@@ -2,6 +2,8 @@
 
 #include "refusal.h"
 
+#include "platform/host/handle.h"
+
 #include <dlfcn.h>
 #include <libimagequant.h>
 
@@ -15,16 +17,9 @@ constexpr unsigned char kOpaque = 255;
 constexpr double kStandardGamma = 0;
 constexpr int kBestSpeed = 1; ///< the library's slowest and most careful way
 
-template <auto destroy>
-struct Destroy {
-    template <class T>
-    void operator()(T* object) const {
-        destroy(object);
-    }
-};
-using Attributes = std::unique_ptr<liq_attr, Destroy<liq_attr_destroy>>;
-using Histogram = std::unique_ptr<liq_histogram, Destroy<liq_histogram_destroy>>;
-using Result = std::unique_ptr<liq_result, Destroy<liq_result_destroy>>;
+using Attributes = platform::Handle<liq_attr, liq_attr_destroy>;
+using Histogram = platform::Handle<liq_histogram, liq_histogram_destroy>;
+using Result = platform::Handle<liq_result, liq_result_destroy>;
 
 void check(liq_error error) {
     if (error != LIQ_OK)

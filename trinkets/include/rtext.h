@@ -2,8 +2,8 @@
 //
 //     t=RText x y width height [z]      a length of -1: as much as the text needs
 //
-// Lines begin at the left edge of the box, the first at its top. A fitting box is as wide as the ink
-// of its lines, where that hangs over. What lies outside of the box is not drawn.
+// Lines begin at the left edge of the box, the first at its top. A fitting box is as wide as the
+// ink of its lines, where that hangs over. What lies outside of the box is not drawn.
 #pragma once
 
 #include "omcolor.h"
