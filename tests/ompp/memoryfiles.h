@@ -283,6 +283,7 @@ struct MemoryDialogs final : platform::Dialogs {
     };
     std::vector<Box> boxes;
     platform::Button answer = platform::Button::Ok; ///< to every box
+    platform::WarningAnswer warningAnswer;          ///< to every warning
 
     platform::Button messageBox(std::string_view text, std::string_view caption,
                                 std::uint32_t style) override {
@@ -291,7 +292,7 @@ struct MemoryDialogs final : platform::Dialogs {
     }
     platform::WarningAnswer warning(const platform::WarningRequest& request) override {
         boxes.push_back({request.text, request.caption, 0});
-        return {};
+        return warningAnswer;
     }
     std::string openFile(std::string_view title, std::string_view pattern,
                          std::size_t limit) override {
