@@ -23,7 +23,14 @@ HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
                                                  display_, orElse(options.notes, std::cerr)),
       dialogs_(options.timeline, clock_, files_, report_, orElse(options.notes, std::cerr)),
       recorder_(options.recordSound, orElse(options.notes, std::cerr)),
-      waveOut_(clock_, recorder_) {}
+      waveOut_(clock_, recorder_) {
+    if (options.breakPoint) breakingFiles_.emplace(files_, *options.breakPoint);
+}
+
+Files& HeadlessPlatform::files() {
+    if (breakingFiles_) return *breakingFiles_;
+    return files_;
+}
 
 std::unique_ptr<TextWindow> HeadlessPlatform::openTextWindow(const TextWindowRequest& request,
                                                              TextWindowOwner&) {
