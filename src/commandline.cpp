@@ -1,14 +1,18 @@
 #include "commandline.h"
 
+#include "omlog.h"
 #include "omreader.h"
 
 #include "platform/host/outlinefaces.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
+#include <iterator>
+#include <utility>
 
 namespace {
 
@@ -30,6 +34,23 @@ std::optional<platform::ScreenMode> parseScreen(const std::string& text) {
     if (!depth || !scanner.atEnd() || !isSide(*width) || !isSide(*height) || !isDepth(*depth))
         return std::nullopt;
     return platform::ScreenMode{*width, *height, *depth};
+}
+
+/// "17:kill".
+std::optional<platform::BreakPoint> parseBreakPoint(const std::string& text) {
+    using platform::BreakHow;
+    constexpr std::pair<std::string_view, BreakHow> kHows[] = {{"error", BreakHow::Error},
+                                                               {"full", BreakHow::Full},
+                                                               {"short", BreakHow::Short},
+                                                               {"kill", BreakHow::Kill}};
+    OMScanner scanner(text);
+    const auto operation = scanner.number();
+    if (!operation || *operation < 1 || !scanner.literal(":")) return std::nullopt;
+    const std::string_view word = scanner.word();
+    const auto* how = std::ranges::find(kHows, word, &std::pair<std::string_view, BreakHow>::first);
+    if (how == std::end(kHows) || !scanner.atEnd()) return std::nullopt;
+    return platform::BreakPoint{static_cast<std::uint32_t>(*operation), how->second,
+                                std::string(OMLog::kFileName)};
 }
 
 std::string versionText() {
@@ -62,6 +83,7 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
     CommandLine line;
     std::string input;
     std::string screen;
+    std::string breakPoint;
 
     CLI::App app("Plays a game of scripts and resource libraries.", "zorbet");
     app.add_option("--content", line.content, "Folder of the game (default: the sample game)")
@@ -81,6 +103,9 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
         ->needs(headless);
     app.add_option("--record-sound", line.recordSound, "Folder for what would have been heard")
         ->needs(headless);
+    app.add_option("--break-file", breakPoint, "File operation that fails, for tests: N:HOW")
+        ->needs(headless)
+        ->group(""); // left out of the help
     app.set_version_flag("--version", versionText());
     try {
         app.parse(argc, argv);
@@ -88,6 +113,11 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
             const auto mode = parseScreen(screen);
             if (!mode) throw CLI::ValidationError("--screen", "expected WIDTHxHEIGHTxDEPTH");
             line.screen = *mode;
+        }
+        if (!breakPoint.empty()) {
+            line.breakPoint = parseBreakPoint(breakPoint);
+            if (!line.breakPoint)
+                throw CLI::ValidationError("--break-file", "expected N:error, full, short or kill");
         }
     } catch (const CLI::Success& success) {
         return app.exit(success);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/display.h"
+#include "platform/headless/breakingfiles.h"
 #include "platform/headless/timeline.h"
 
 #include <cstdint>
@@ -20,6 +21,7 @@ struct CommandLine {
     std::uint32_t stepMs = 1;
     platform::ScreenMode screen;
     std::string recordSound; ///< host folder; empty: nothing is recorded
+    std::optional<platform::BreakPoint> breakPoint;
 };
 
 /// The options, or the exit code after --help, --version, or a mistake, which is told on standard
