@@ -1,5 +1,6 @@
 #include "commandline.h"
 
+#include "omlog.h"
 #include "omreader.h"
 
 #include "platform/host/outlinefaces.h"
@@ -11,7 +12,9 @@
 #include <cstdio>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -62,6 +65,23 @@ bool readClaim(std::string_view claim, platform::MachineClaims& machine) {
     return true;
 }
 
+/// "17:kill".
+std::optional<platform::BreakPoint> parseBreakPoint(const std::string& text) {
+    using platform::BreakHow;
+    constexpr std::pair<std::string_view, BreakHow> kHows[] = {{"error", BreakHow::Error},
+                                                               {"full", BreakHow::Full},
+                                                               {"short", BreakHow::Short},
+                                                               {"kill", BreakHow::Kill}};
+    OMScanner scanner(text);
+    const auto operation = scanner.number();
+    if (!operation || *operation < 1 || !scanner.literal(":")) return std::nullopt;
+    const std::string_view word = scanner.word();
+    const auto* how = std::ranges::find(kHows, word, &std::pair<std::string_view, BreakHow>::first);
+    if (how == std::end(kHows) || !scanner.atEnd()) return std::nullopt;
+    return platform::BreakPoint{static_cast<std::uint32_t>(*operation), how->second,
+                                std::string(OMLog::kFileName)};
+}
+
 std::string versionText() {
     std::string text = "zorbet " ZORBET_VERSION "\n";
     text += ZORBET_HAVE_SDL ? "window: SDL2\n" : "window: none (built without SDL2)\n";
@@ -93,6 +113,7 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
     std::string input;
     std::string screen;
     std::vector<std::string> claims;
+    std::string breakPoint;
 
     CLI::App app("Plays a game of scripts and resource libraries.", "zorbet");
     app.add_option("--content", line.content, "Folder of the game (default: the sample game)")
@@ -117,6 +138,9 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
         ->delimiter(',');
     app.add_option("--record-sound", line.recordSound, "Folder for what would have been heard")
         ->needs(headless);
+    app.add_option("--break-file", breakPoint, "File operation that fails, for tests: N:HOW")
+        ->needs(headless)
+        ->group(""); // left out of the help
     app.set_version_flag("--version", versionText());
     try {
         app.parse(argc, argv);
@@ -128,6 +152,11 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
         for (const std::string& claim : claims)
             if (!readClaim(claim, line.machine))
                 throw CLI::ValidationError("--machine", "does not know " + claim);
+        if (!breakPoint.empty()) {
+            line.breakPoint = parseBreakPoint(breakPoint);
+            if (!line.breakPoint)
+                throw CLI::ValidationError("--break-file", "expected N:error, full, short or kill");
+        }
     } catch (const CLI::Success& success) {
         return app.exit(success);
     } catch (const CLI::ParseError& error) {

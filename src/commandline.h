@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/display.h"
+#include "platform/headless/breakingfiles.h"
 #include "platform/headless/claimedmachine.h"
 #include "platform/headless/timeline.h"
 
@@ -22,6 +23,7 @@ struct CommandLine {
     platform::ScreenMode screen;
     platform::MachineClaims machine;
     std::string recordSound; ///< host folder; empty: nothing is recorded
+    std::optional<platform::BreakPoint> breakPoint;
 };
 
 /// The options, or the exit code after --help, --version, or a mistake, which is told on standard

@@ -40,6 +40,7 @@ std::unique_ptr<platform::Platform> makeHeadless(const CommandLine& line) {
     options.stepMs = line.stepMs;
     options.screen = line.screen;
     options.recordSound = line.recordSound;
+    options.breakPoint = line.breakPoint;
     options.resources = RProgramResources();
     options.versionStrings = RVersionStrings();
     return std::make_unique<platform::HeadlessPlatform>(options);

@@ -9,6 +9,8 @@
 
 namespace OMLog {
 
+inline constexpr std::string_view kFileName = "zorbelog.txt";
+
 enum class Kind { Error = 0, Warning = 1, Message = 2 };
 
 /// What is written in front of errors and warnings; the level never suppresses a line.

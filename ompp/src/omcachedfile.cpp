@@ -55,6 +55,7 @@ class MemoryFile final : public platform::File {
         return count;
     }
     bool write(std::span<const std::byte>) override { return false; }
+    bool flush() override { return true; }
     bool seek(std::uint64_t position) override {
         position_ = static_cast<std::size_t>(std::min<std::uint64_t>(position, bytes_.size()));
         return true;

@@ -9,7 +9,6 @@ namespace OMLog {
 
 namespace {
 
-constexpr std::string_view kFileName = "zorbelog.txt";
 constexpr int kFirstLevelCommand = 59407;
 constexpr std::string_view kLevelNames[] = {"NONE\n\n", "ERRORS\n\n", "WARNINGS\n\n", "ALL\n\n"};
 

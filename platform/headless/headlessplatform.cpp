@@ -17,8 +17,9 @@ std::ostream& orElse(std::ostream* chosen, std::ostream& usual) { return chosen 
 } // namespace
 
 HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
-    : stepMs_(std::max(options.stepMs, 1u)), machine_(options.machine), report_(orElse(options.report, std::cout), clock_),
-      files_(options.host), modules_(files_, options.resources, options.versionStrings),
+    : stepMs_(std::max(options.stepMs, 1u)), machine_(options.machine),
+      report_(orElse(options.report, std::cout), clock_), files_(options.host),
+      modules_(files_, options.resources, options.versionStrings),
       display_(options.screen, report_), events_(options.timeline, options.untilMs, clock_,
                                                  display_, orElse(options.notes, std::cerr)),
       dialogs_(options.timeline, clock_, files_, report_, orElse(options.notes, std::cerr)),
@@ -26,6 +27,12 @@ HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
       waveOut_(clock_, recorder_) {
     display_.setDriver(options.machine.driver);
     waveOut_.setAvailable(options.machine.sound);
+    if (options.breakPoint) breakingFiles_.emplace(files_, *options.breakPoint);
+}
+
+Files& HeadlessPlatform::files() {
+    if (breakingFiles_) return *breakingFiles_;
+    return files_;
 }
 
 std::unique_ptr<TextWindow> HeadlessPlatform::openTextWindow(const TextWindowRequest& request,

@@ -2,6 +2,7 @@
 // that would have been noticed. A full back end: the program runs on it as it does in its window.
 #pragma once
 
+#include "platform/headless/breakingfiles.h"
 #include "platform/headless/claimedmachine.h"
 #include "platform/headless/headlessdialogs.h"
 #include "platform/headless/headlessdisplay.h"
@@ -34,6 +35,7 @@ struct HeadlessOptions {
     std::uint32_t stepMs = 1; ///< time of one pass of the main loop; 0 counts as 1
     ScreenMode screen{};
     std::string recordSound{}; ///< folder for what is played; empty: nothing is recorded
+    std::optional<BreakPoint> breakPoint{}; ///< where the files are to fail
     std::span<const ProgramResource> resources{};
     std::span<const VersionString> versionStrings{};
     std::ostream* report = nullptr; ///< standard output when null
@@ -48,7 +50,7 @@ class HeadlessPlatform final : public Platform {
     [[nodiscard]] Display& display() override { return display_; }
     [[nodiscard]] Events& events() override { return events_; }
     [[nodiscard]] Dialogs& dialogs() override { return dialogs_; }
-    [[nodiscard]] Files& files() override { return files_; }
+    [[nodiscard]] Files& files() override;
     [[nodiscard]] Modules& modules() override { return modules_; }
     [[nodiscard]] HeadlessWaveOut& waveOut() override { return waveOut_; }
     [[nodiscard]] Typefaces& typefaces() override { return typefaces_; }
@@ -69,6 +71,7 @@ class HeadlessPlatform final : public Platform {
     VirtualClock clock_;
     Report report_;
     HostFiles files_;
+    std::optional<BreakingFiles> breakingFiles_;
     HostModules modules_;
     HostTypefaces typefaces_{files_};
     HeadlessDisplay display_;

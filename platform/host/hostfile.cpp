@@ -44,6 +44,19 @@ class Descriptor {
     [[nodiscard]] bool lock(int kind) const {
         return ::flock(number_, kind | LOCK_NB) == 0 || errno != EWOULDBLOCK;
     }
+    /// False when its last name was removed.
+    [[nodiscard]] bool hasName() const {
+        struct stat status {};
+        return ::fstat(number_, &status) == 0 && status.st_nlink > 0;
+    }
+    /// Brings everything to the disk; `errno` tells why not.
+    [[nodiscard]] bool flush() const {
+        int result = -1;
+        do {
+            result = ::fsync(number_);
+        } while (result != 0 && errno == EINTR);
+        return result == 0;
+    }
 
   private:
     int number_;
@@ -60,6 +73,7 @@ class HostFile final : public File {
 
     std::size_t read(std::span<std::byte> buffer) override;
     bool write(std::span<const std::byte> bytes) override;
+    bool flush() override { return descriptor_.flush(); }
     bool seek(std::uint64_t position) override;
     [[nodiscard]] std::uint64_t size() const override;
 
@@ -158,9 +172,17 @@ std::unique_ptr<File> openHostFile(const std::string& hostPath, OpenMode mode) {
     if (mode == OpenMode::WriteThrough && !removeUnlessInUse(hostPath)) return nullptr;
     Descriptor descriptor = openDescriptor(hostPath, flagsOf(mode));
     if (!descriptor.isOpen()) return nullptr;
-    if (mode == OpenMode::WriteThrough && !descriptor.lock(LOCK_EX)) return nullptr;
+    // Somebody else may have made way for a file of theirs before this one was locked.
+    if (mode == OpenMode::WriteThrough && (!descriptor.lock(LOCK_EX) || !descriptor.hasName()))
+        return nullptr;
     if (mode == OpenMode::ReadSequential && !descriptor.lock(LOCK_SH)) return nullptr;
     return std::make_unique<HostFile>(std::move(descriptor), mode);
+}
+
+bool flushHostFolder(const std::string& hostPath) {
+    const Descriptor folder = openDescriptor(hostPath, O_RDONLY | O_DIRECTORY);
+    // A file system that cannot be asked for it (EINVAL) keeps names in its own way.
+    return folder.isOpen() && (folder.flush() || errno == EINVAL);
 }
 
 } // namespace platform

@@ -11,4 +11,7 @@ namespace platform {
 /// Opens by the host's path name; null when that is no regular file or cannot be opened.
 [[nodiscard]] std::unique_ptr<File> openHostFile(const std::string& hostPath, OpenMode mode);
 
+/// Brings the names in a folder to the disk; see Files::flushFolder.
+[[nodiscard]] bool flushHostFolder(const std::string& hostPath);
+
 } // namespace platform

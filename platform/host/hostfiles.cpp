@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <sys/statvfs.h>
@@ -109,6 +110,13 @@ bool isFile(const std::optional<std::string>& hostPath) {
     return hostPath && fs::is_regular_file(*hostPath, error);
 }
 
+/// Whether a file may get this name: nobody has it, or a file that it replaces.
+bool isNameForFile(const std::string& hostPath) {
+    std::error_code error;
+    const fs::file_type type = fs::status(hostPath, error).type();
+    return type == fs::file_type::not_found || type == fs::file_type::regular;
+}
+
 } // namespace
 
 HostFiles::HostFiles(const HostOptions& options)
@@ -201,6 +209,31 @@ std::unique_ptr<File> HostFiles::open(std::string_view path, OpenMode mode) {
 bool HostFiles::remove(std::string_view path) {
     const auto found = hostPath(path);
     return isFile(found) && ::unlink(found->c_str()) == 0;
+}
+
+bool HostFiles::inSameFolder(const Place& one, const Place& other) {
+    return one.drive == other.drive && one.parts.size() == other.parts.size() &&
+           !one.parts.empty() &&
+           std::equal(one.parts.begin(), one.parts.end() - 1, other.parts.begin(),
+                      equalIgnoringCase);
+}
+
+bool HostFiles::rename(std::string_view from, std::string_view to) {
+    const Place oldPlace = placeOf(from);
+    const Place newPlace = placeOf(to);
+    if (!inSameFolder(oldPlace, newPlace)) return false;
+    const auto source = locate(oldPlace, false);
+    auto target = locate(newPlace, true);
+    if (!isFile(source) || !target || !isNameForFile(*target)) return false;
+    if (*target == *source) {
+        target = source->substr(0, source->rfind('/') + 1) + utf8FromLatin1(newPlace.parts.back());
+    }
+    return ::rename(source->c_str(), target->c_str()) == 0;
+}
+
+bool HostFiles::flushFolder(std::string_view path) {
+    const auto found = hostPath(path);
+    return found && flushHostFolder(*found);
 }
 
 bool HostFiles::exists(std::string_view path) const { return isFile(hostPath(path)); }

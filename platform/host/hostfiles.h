@@ -20,6 +20,9 @@ class HostFiles final : public Files {
 
     std::unique_ptr<File> open(std::string_view path, OpenMode mode) override;
     bool remove(std::string_view path) override;
+    /// Within one folder a name that differs from the old one in case only changes its spelling.
+    bool rename(std::string_view from, std::string_view to) override;
+    bool flushFolder(std::string_view path) override;
 
     [[nodiscard]] bool exists(std::string_view path) const override;
     [[nodiscard]] bool isWritable(std::string_view path) const override;
@@ -49,6 +52,7 @@ class HostFiles final : public Files {
     };
 
     static std::string textOf(const Place& place);
+    static bool inSameFolder(const Place& one, const Place& other);
     /// The place of a host path that starts at the drive's root; none beyond Latin-1.
     static std::optional<Place> placeBelow(char drive, const std::string& hostPath);
 

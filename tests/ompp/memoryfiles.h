@@ -40,6 +40,10 @@ class MemoryFiles final : public platform::Files {
     std::string current = "C:\\GAME";
     std::string home = "C:\\HOME";
     std::string writeProtected; ///< folder in which nothing can be written
+    std::string unreadable;     ///< a file that is there and cannot be opened for reading
+    /// What was done to the disk, in order: "make", "write", "flush", "rename", "remove", "names"
+    /// (flushFolder), each with the path or paths.
+    std::vector<std::string> changes;
     /// Paths handed to `open`, in order, failed ones too.
     std::vector<std::string> opened;
     /// Number of listings and existence questions.
@@ -66,7 +70,27 @@ class MemoryFiles final : public platform::Files {
     void erase(std::string_view path) { remove(path); }
     bool remove(std::string_view path) override {
         const std::lock_guard lock(mutex_);
+        changes.push_back("remove " + fullPath(path));
         return entries_.erase(key(path)) > 0;
+    }
+    bool rename(std::string_view from, std::string_view to) override {
+        const std::lock_guard lock(mutex_);
+        changes.push_back("rename " + fullPath(from) + " " + fullPath(to));
+        const Entry* source = find(from);
+        const auto target = entries_.find(key(to));
+        const bool replaces = target != entries_.end() && key(from) != key(to);
+        if (!source || folderOf(from) != folderOf(to) || isProtected(to)) return false;
+        if (replaces && target->second.isFolder) return false;
+        const Entry renamed{replaces ? target->second.path : fullPath(to), source->content, false};
+        entries_.erase(key(from));
+        entries_[key(to)] = renamed;
+        return true;
+    }
+    bool flushFolder(std::string_view path) override {
+        const std::lock_guard lock(mutex_);
+        changes.push_back("names " + fullPath(path));
+        const auto first = entries_.lower_bound(key(path) + "\\");
+        return first != entries_.end() && first->first.starts_with(key(path) + "\\");
     }
     [[nodiscard]] std::string text(std::string_view path) const {
         const std::lock_guard lock(mutex_);
@@ -80,14 +104,14 @@ class MemoryFiles final : public platform::Files {
         const Entry* entry = find(path);
         const bool reads =
             mode == platform::OpenMode::Read || mode == platform::OpenMode::ReadSequential;
-        if (reads && !entry) return nullptr;
-        if (!reads && !writeProtected.empty() && key(path).starts_with(key(writeProtected) + "\\"))
-            return nullptr;
+        if (reads && (!entry || key(path) == key(unreadable))) return nullptr;
+        if (!reads && isProtected(path)) return nullptr;
+        if (!reads) changes.push_back("make " + fullPath(path));
         if (!entry || mode == platform::OpenMode::Write || mode == platform::OpenMode::WriteThrough)
             put(path, Bytes());
         const std::shared_ptr<Bytes> content = entries_[key(path)].content;
         const std::size_t start = mode == platform::OpenMode::Append ? content->size() : 0;
-        return std::make_unique<OpenFile>(*this, content, start, mode);
+        return std::make_unique<OpenFile>(*this, fullPath(path), content, start, mode);
     }
     bool exists(std::string_view path) const override {
         const std::lock_guard lock(mutex_);
@@ -140,9 +164,10 @@ class MemoryFiles final : public platform::Files {
 
     class OpenFile final : public platform::File {
       public:
-        OpenFile(MemoryFiles& files, std::shared_ptr<Bytes> content, std::size_t position,
-                 platform::OpenMode mode)
-            : files_(files), content_(std::move(content)), position_(position), mode_(mode) {}
+        OpenFile(MemoryFiles& files, std::string path, std::shared_ptr<Bytes> content,
+                 std::size_t position, platform::OpenMode mode)
+            : files_(files), path_(std::move(path)), content_(std::move(content)),
+              position_(position), mode_(mode) {}
 
         std::size_t read(std::span<std::byte> buffer) override {
             const std::lock_guard lock(files_.mutex_);
@@ -158,12 +183,18 @@ class MemoryFiles final : public platform::Files {
         }
         bool write(std::span<const std::byte> bytes) override {
             const std::lock_guard lock(files_.mutex_);
+            files_.changes.push_back("write " + path_);
             if (mode_ == platform::OpenMode::WriteThrough &&
                 !take(files_.bytesUntilFull, bytes.size()))
                 return false;
             content_->resize(std::max(content_->size(), position_ + bytes.size()));
             std::copy(bytes.begin(), bytes.end(), content_->begin() + offset(position_));
             position_ += bytes.size();
+            return true;
+        }
+        bool flush() override {
+            const std::lock_guard lock(files_.mutex_);
+            files_.changes.push_back("flush " + path_);
             return true;
         }
         bool seek(std::uint64_t position) override {
@@ -187,6 +218,7 @@ class MemoryFiles final : public platform::Files {
         }
 
         MemoryFiles& files_;
+        std::string path_;
         std::shared_ptr<Bytes> content_;
         std::size_t position_;
         platform::OpenMode mode_;
@@ -207,6 +239,13 @@ class MemoryFiles final : public platform::Files {
         for (char& c : result)
             if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
         return result;
+    }
+    [[nodiscard]] std::string folderOf(std::string_view path) const {
+        const std::string full = key(path);
+        return full.substr(0, full.rfind('\\'));
+    }
+    [[nodiscard]] bool isProtected(std::string_view path) const {
+        return !writeProtected.empty() && key(path).starts_with(key(writeProtected) + "\\");
     }
     [[nodiscard]] const Entry* find(std::string_view path) const {
         const auto found = entries_.find(key(path));

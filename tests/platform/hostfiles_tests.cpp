@@ -244,6 +244,45 @@ TEST_F(HostFilesTest, WritesThroughWhatNobodyShares) {
     EXPECT_FALSE(files_->remove("Z:\\d"));
 }
 
+TEST_F(HostFilesTest, RenamesWithinAFolderAndReplaces) {
+    folder_.make("game/Old.dat", "old");
+    folder_.make("game/new", "new");
+    folder_.make("game/Sub/x", "x");
+    const auto reader = files_->open("old.dat", OpenMode::Read);
+    EXPECT_TRUE(files_->rename("NEW", "OLD.DAT"));
+    EXPECT_EQ(folder_.contents("game/Old.dat"), "new") << "the spelling stays";
+    EXPECT_FALSE(files_->exists("new"));
+    EXPECT_EQ(files_->list("").size(), 2u);
+    EXPECT_EQ(reader->size(), 3u) << "who has the old file keeps it";
+
+    EXPECT_TRUE(files_->rename("old.dat", "Fresh \xE3.txt"));
+    EXPECT_EQ(folder_.contents("game/Fresh \xC3\xA3.txt"), "new");
+    EXPECT_TRUE(files_->rename("fresh \xE3.TXT", "FRESH \xE3.txt"));
+    EXPECT_EQ(folder_.contents("game/FRESH \xC3\xA3.txt"), "new") << "only the spelling changes";
+    EXPECT_TRUE(files_->rename("SUB\\x", full("game") + "\\sub\\y"));
+
+    EXPECT_FALSE(files_->rename("missing", "y"));
+    EXPECT_FALSE(files_->rename("fresh \xE3.txt", "sub\\fresh.txt")) << "another folder";
+    EXPECT_FALSE(files_->rename("fresh \xE3.txt", "sub")) << "no file may replace a folder";
+    EXPECT_FALSE(files_->rename("sub", "other"));
+    EXPECT_FALSE(files_->rename("fresh \xE3.txt", std::string(100'000, 'x')));
+    EXPECT_FALSE(files_->rename("", ""));
+    EXPECT_FALSE(files_->rename("C:\\", "C:\\"));
+    EXPECT_EQ(read("fresh \xE3.txt"), "new");
+}
+
+TEST_F(HostFilesTest, FlushesFilesAndFolders) {
+    for (const OpenMode mode : {OpenMode::Write, OpenMode::Append, OpenMode::WriteThrough}) {
+        const auto file = files_->open("f", mode);
+        ASSERT_TRUE(file);
+        EXPECT_TRUE(file->write(std::as_bytes(std::span("x", 1))) && file->flush());
+    }
+    EXPECT_TRUE(files_->flushFolder(full("GAME") + "\\"));
+    EXPECT_TRUE(files_->flushFolder("C:"));
+    EXPECT_FALSE(files_->flushFolder("f")) << "no folder";
+    EXPECT_FALSE(files_->flushFolder("missing"));
+}
+
 TEST_F(HostFilesTest, OpensPlainFilesOnly) {
     folder_.makeFolder("game/folder");
     ASSERT_EQ(::mkfifo(folder_.path("game/pipe").c_str(), 0600), 0);

@@ -39,6 +39,9 @@ class File {
     virtual std::size_t read(std::span<std::byte> buffer) = 0;
     /// False when not all bytes could be written.
     virtual bool write(std::span<const std::byte> bytes) = 0;
+    /// True when all that was written is on the disk, and would be there after a power cut. The
+    /// file's name is only after Files::flushFolder.
+    virtual bool flush() = 0;
     /// Sets the place of the next read, counted from the start of the file.
     virtual bool seek(std::uint64_t position) = 0;
     [[nodiscard]] virtual std::uint64_t size() const = 0;
@@ -58,6 +61,15 @@ class Files {
 
     /// Deletes a file; false when it is not there or cannot be deleted.
     virtual bool remove(std::string_view path) = 0;
+
+    /// Gives a file another name in the same folder, in one step: whoever opens `to` meanwhile has
+    /// the one file or the other whole. A file that has the name `to` is replaced, and keeps its
+    /// spelling if that differs in case; a link there is replaced and not followed. False, and
+    /// nothing changed, when there is no such file, the folders differ or the host refuses.
+    virtual bool rename(std::string_view from, std::string_view to) = 0;
+    /// True when the names of the files in a folder are on the disk: what was made, renamed and
+    /// removed there stays so after a power cut.
+    virtual bool flushFolder(std::string_view path) = 0;
 
     [[nodiscard]] virtual bool exists(std::string_view path) const = 0; ///< a file, not a folder
     [[nodiscard]] virtual bool isWritable(std::string_view path) const = 0;

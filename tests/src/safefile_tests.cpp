@@ -1,0 +1,300 @@
+// A file that is stored whole, on files in memory and on real ones that fail at every step.
+#include "world/safefile.h"
+
+#include "frameworkfixture.h"
+#include "platform/temporaryfolder.h"
+
+#include "platform/headless/breakingfiles.h"
+#include "platform/host/hostfiles.h"
+
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+namespace {
+
+using platform::BreakHow;
+using platform::BreakingFiles;
+using platform::Files;
+using platform::HostFiles;
+using State = RSafeFile::State;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Pair;
+using testing::UnorderedElementsAre;
+
+constexpr std::uint32_t kSteps = 9; ///< of a store that keeps the file before
+
+class SafeFileTest : public testing_support::FrameworkTest {
+  protected:
+    /// The same on files in memory and on real ones.
+    template <class Try>
+    void onBoth(Try attempt) {
+        for (Files* each : std::initializer_list<Files*>{&files, &host}) {
+            SCOPED_TRACE(each == &host ? "real files" : "files in memory");
+            used = each;
+            attempt();
+        }
+    }
+    std::string path(const std::string& name) const { return used->homeDirectory() + "\\" + name; }
+    std::string text(const std::string& name) const {
+        return platform::readFile(*used, path(name), 1000).value_or("(none)");
+    }
+    void put(const std::string& name, std::string_view bytes) const {
+        const auto file = used->open(path(name), platform::OpenMode::Write);
+        ASSERT_TRUE(file && file->write(std::as_bytes(std::span(bytes))));
+    }
+    /// Names and contents of everything in the folder.
+    std::map<std::string, std::string> all() const {
+        std::map<std::string, std::string> result;
+        for (const auto& entry : used->list(used->homeDirectory()))
+            result[entry.name] = text(entry.name);
+        return result;
+    }
+    void empty() const {
+        for (const auto& [name, bytes] : all()) used->remove(path(name));
+    }
+    /// The lines that the log got since the last call.
+    std::string takeLog() {
+        const std::string log = machine.files().text("zorbelog.txt");
+        machine.files().erase("zorbelog.txt");
+        return log;
+    }
+    RSafeFile safe(Files& through) const { return {through, path("ZORBET.DAT")}; }
+    RSafeFile safe() const { return safe(*used); }
+
+    /// A store of "second" over "first" fails at the operation; whether it came that far.
+    bool breakStore(std::uint32_t operation, BreakHow how, const std::string& next);
+
+    TemporaryFolder folder;
+    HostFiles host{{folder.path("game"), "", folder.path("data/home")}};
+    Files* used = &files;
+};
+
+bool SafeFileTest::breakStore(std::uint32_t operation, BreakHow how, const std::string& next) {
+    SCOPED_TRACE("operation " + std::to_string(operation) + ", then " + next);
+    empty();
+    EXPECT_TRUE(safe().store("before") && safe().store("first"));
+    takeLog();
+    BreakingFiles breaking(*used, {operation, how});
+    RSafeFile file = safe(breaking);
+    if (file.store("second")) return false;
+    const std::string log = takeLog();
+    EXPECT_THAT(log, HasSubstr("ERROR: " + path("ZORBET.DAT") + " is not stored: "));
+    EXPECT_EQ(std::ranges::count(log, '\n'), 1) << log;
+    const auto left = all();
+    EXPECT_EQ(left.size(), 2u) << "nothing else is left";
+    const std::string now = text("ZORBET.DAT");
+    EXPECT_TRUE(now == "first" || now == "second") << now;
+
+    EXPECT_TRUE(file.store(next));
+    EXPECT_EQ(all(), (std::map<std::string, std::string>{
+                         {"ZORBET.BAK", now == next ? "first" : now}, {"ZORBET.DAT", next}}));
+    EXPECT_EQ(takeLog(), "");
+    return true;
+}
+
+TEST_F(SafeFileTest, FailsAtEveryStepAndKeepsTheOldOrTheNew) {
+    onBoth([&] {
+        for (const BreakHow how : {BreakHow::Error, BreakHow::Full, BreakHow::Short}) {
+            for (const char* next : {"second", "third"}) {
+                std::uint32_t operation = 1;
+                while (breakStore(operation, how, next)) ++operation;
+                EXPECT_EQ(operation, kSteps + 1);
+            }
+        }
+    });
+}
+
+TEST_F(SafeFileTest, IsKilledAtEveryStep) {
+    used = &host;
+    for (const bool bad : {false, true}) {
+        for (std::uint32_t operation = 1; operation <= kSteps + bad; ++operation) {
+            SCOPED_TRACE((bad ? "bad, " : "") + std::to_string(operation));
+            empty();
+            EXPECT_TRUE(safe().store("first"));
+            const auto store = [&](Files& through) {
+                RSafeFile file = safe(through);
+                if (bad && file.read().bytes == "first") file.keepBeside();
+                return file.store("second");
+            };
+            const auto killed = [&] {
+                BreakingFiles breaking(*used, {operation, BreakHow::Kill});
+                store(breaking);
+                std::_Exit(0);
+            };
+            EXPECT_EXIT(killed(), testing::ExitedWithCode(platform::kKilledExit), "");
+            const std::string now = text("ZORBET.DAT");
+            EXPECT_TRUE(now == "first" || now == "second") << now;
+            EXPECT_TRUE(store(host));
+            EXPECT_EQ(text("ZORBET.DAT"), "second");
+            EXPECT_EQ(text(bad ? "ZORBET.BAD" : "ZORBET.BAK"), "first");
+            EXPECT_FALSE(used->exists(path("ZORBET.NEW")));
+            EXPECT_FALSE(used->exists(path("ZORBET.BAD.1"))) << "kept once";
+        }
+    }
+}
+
+TEST_F(SafeFileTest, FlushesBytesBeforeTheyGetTheirName) {
+    put("ZORBET.DAT", "first");
+    files.changes.clear();
+    RSafeFile file = safe();
+    EXPECT_EQ(file.read().bytes, "first");
+    EXPECT_TRUE(file.store("second"));
+    EXPECT_THAT(files.changes,
+                ElementsAre("make C:\\HOME\\ZORBET.NEW", "write C:\\HOME\\ZORBET.NEW",
+                            "flush C:\\HOME\\ZORBET.NEW", "make C:\\HOME\\ZORBET.TMP",
+                            "write C:\\HOME\\ZORBET.TMP", "flush C:\\HOME\\ZORBET.TMP",
+                            "rename C:\\HOME\\ZORBET.TMP C:\\HOME\\ZORBET.BAK",
+                            "rename C:\\HOME\\ZORBET.NEW C:\\HOME\\ZORBET.DAT", "names C:\\HOME"));
+
+    files.changes.clear();
+    EXPECT_TRUE(file.store("second"));
+    EXPECT_THAT(files.changes, IsEmpty()) << "is stored already";
+    files.erase(path("ZORBET.DAT"));
+    EXPECT_TRUE(file.store("second"));
+    EXPECT_EQ(text("ZORBET.DAT"), "second") << "somebody took it away";
+    EXPECT_EQ(text("ZORBET.BAK"), "first");
+}
+
+TEST_F(SafeFileTest, MakesTheFileAndReadsItBack) {
+    onBoth([&] {
+        RSafeFile file = safe();
+        EXPECT_EQ(file.read().state, State::Missing);
+        const std::string bytes("\0\n\r\xFF", 4);
+        for (const std::string& each : {bytes, std::string(), std::string(3'000'000, 'x')}) {
+            EXPECT_TRUE(file.store(each));
+            const RSafeFile::Contents contents = safe().read();
+            EXPECT_EQ(contents.state, State::Whole);
+            EXPECT_TRUE(contents.bytes == each) << each.size();
+        }
+        EXPECT_TRUE(file.store("last"));
+        EXPECT_EQ(RSafeFile(*used, path("ZORBET.BAK")).read().bytes.size(), 3'000'000u);
+        EXPECT_EQ(all().size(), 2u);
+    });
+}
+
+TEST_F(SafeFileTest, KeepsAFileThatWasNotUnderstood) {
+    onBoth([&] {
+        put("ZORBET.DAT", "bad");
+        put("ZORBET.BAK", "last good");
+        put("zorbet.bad", "another");
+        RSafeFile file = safe();
+        EXPECT_EQ(file.read().state, State::Whole);
+        file.keepBeside();
+        EXPECT_TRUE(file.store("one"));
+        EXPECT_THAT(all(), UnorderedElementsAre(
+                               Pair("ZORBET.DAT", "one"), Pair("ZORBET.BAK", "last good"),
+                               Pair("zorbet.bad", "another"), Pair("ZORBET.BAD.1", "bad")));
+        EXPECT_TRUE(file.store("two"));
+        EXPECT_EQ(text("ZORBET.BAK"), "one") << "what was stored is good";
+        EXPECT_EQ(all().size(), 4u);
+
+        put("ZORBET.DAT", "bad");
+        file.keepBeside();
+        EXPECT_TRUE(file.store("three"));
+        EXPECT_EQ(all().size(), 4u) << "the same is kept already";
+
+        for (int i = 2; i <= 9; ++i) put("ZORBET.BAD." + std::to_string(i), "taken");
+        put("ZORBET.DAT", "worse");
+        file.keepBeside();
+        takeLog();
+        EXPECT_FALSE(file.store("four"));
+        EXPECT_THAT(takeLog(), HasSubstr("all names for it are taken"));
+        EXPECT_EQ(text("ZORBET.DAT"), "worse");
+        used->remove(path("ZORBET.BAD.5"));
+        EXPECT_TRUE(file.store("four"));
+        EXPECT_EQ(text("ZORBET.BAD.5"), "worse");
+        EXPECT_EQ(all().size(), 12u);
+    });
+}
+
+TEST_F(SafeFileTest, ReplacesNoFileThatItCannotRead) {
+    onBoth([&] {
+        put("ZORBET.DAT", "larger");
+        RSafeFile file(*used, path("ZORBET.DAT"), 5);
+        EXPECT_EQ(file.read().state, State::Unreadable);
+        EXPECT_TRUE(file.store("new"));
+        EXPECT_EQ(text("ZORBET.BAD"), "larger");
+        EXPECT_EQ(all().size(), 2u);
+    });
+    used = &files;
+    files.unreadable = path("ZORBET.DAT");
+    RSafeFile file = safe();
+    for (const char* each : {"a", "b"}) {
+        EXPECT_FALSE(file.store(each)) << "also when nobody has asked to read it";
+        EXPECT_THAT(takeLog(), HasSubstr("ZORBET.DAT cannot be read\n"));
+    }
+    EXPECT_EQ(file.read().state, State::Unreadable);
+    files.unreadable.clear();
+    EXPECT_EQ(text("ZORBET.DAT"), "new");
+    EXPECT_EQ(all().size(), 2u);
+    EXPECT_TRUE(file.store("c"));
+    EXPECT_EQ(text("ZORBET.BAD.1"), "new") << "there was a reason once";
+}
+
+TEST_F(SafeFileTest, LeavesWhatIsProtectedOrNoFile) {
+    put("ZORBET.DAT", "old");
+    files.writeProtected = files.home;
+    EXPECT_FALSE(safe().store("new"));
+    EXPECT_THAT(takeLog(), HasSubstr("ZORBET.NEW cannot be made\n"));
+    EXPECT_THAT(all(), ElementsAre(Pair("ZORBET.DAT", "old")));
+
+    used = &host;
+    EXPECT_FALSE(RSafeFile(host, "C:\\nowhere\\at all\\ZORBET.DAT").store("new"));
+    put("other", "");
+    folder.makeFolder("data/home/ZORBET.DAT");
+    EXPECT_EQ(safe().read().state, State::Missing);
+    EXPECT_FALSE(safe().store("new")) << "a folder";
+    std::filesystem::remove(folder.path("data/home/ZORBET.DAT"));
+    folder.makeFolder("data/home/ZORBET.BAD");
+    put("ZORBET.DAT", "old");
+    RSafeFile file = safe();
+    file.keepBeside();
+    EXPECT_TRUE(file.store("new"));
+    EXPECT_EQ(text("ZORBET.BAD.1"), "old") << "the first name is a folder's";
+}
+
+TEST_F(SafeFileTest, HeedsThePermissionsOfTheHost) {
+    if (::geteuid() == 0) GTEST_SKIP() << "this user may write to everything";
+    namespace fs = std::filesystem;
+    used = &host;
+    put("ZORBET.DAT", "new");
+    fs::permissions(folder.path("data/home/ZORBET.DAT"), fs::perms::owner_read);
+    EXPECT_FALSE(safe().store("newer"));
+    EXPECT_EQ(text("ZORBET.DAT"), "new");
+    fs::permissions(folder.path("data/home"), fs::perms::owner_read | fs::perms::owner_exec);
+    fs::permissions(folder.path("data/home/ZORBET.DAT"), fs::perms::owner_all);
+    EXPECT_FALSE(safe().store("newer"));
+    fs::permissions(folder.path("data/home"), fs::perms::owner_all);
+    EXPECT_EQ(text("ZORBET.DAT"), "new");
+    EXPECT_FALSE(used->exists(path("ZORBET.NEW")));
+}
+
+TEST_F(SafeFileTest, FindsItsFilesByNamesInAnyCase) {
+    onBoth([&] {
+        put("zorbet.dat", "first");
+        put("Zorbet.Bak", "before");
+        put("zorbet.new", "left by a process that was killed");
+        EXPECT_EQ(safe().read().bytes, "first");
+        EXPECT_TRUE(safe().store("second"));
+        EXPECT_THAT(
+            all(), UnorderedElementsAre(Pair("zorbet.dat", "second"), Pair("Zorbet.Bak", "first")));
+    });
+}
+
+TEST_F(SafeFileTest, RefusesASecondProgramMeanwhile) {
+    used = &host;
+    EXPECT_TRUE(safe().store("first"));
+    {
+        const auto held = host.open(path("ZORBET.NEW"), platform::OpenMode::WriteThrough);
+        ASSERT_TRUE(held);
+        EXPECT_FALSE(safe().store("second"));
+        EXPECT_TRUE(host.exists(path("ZORBET.NEW"))) << "is not ours";
+    }
+    EXPECT_TRUE(safe().store("second"));
+    EXPECT_FALSE(host.exists(path("ZORBET.NEW")));
+}
+
+} // namespace
