@@ -8,6 +8,7 @@
 #include "omsarguments.h"
 #include "omtrinket.h"
 #include "scenes/efwindow.h"
+#include "world/rworldport.h"
 #include "ykeyword.h"
 
 #include <span>
@@ -18,6 +19,19 @@ namespace {
 constexpr int kIndexedDepth = 8;
 
 OMSArguments& arguments() { return OMSArguments::global(); }
+
+/// The value is lost when a script forgets to set it; its authors want to hear of it.
+void checkStatueDataset(world::WorldMemory& memory) {
+    RWorldPort port(memory);
+    port.declareProperties();
+    const std::optional<std::string> value = port.getProperty(world::kWatchedName);
+    if (!value) {
+        OMLog::write(OMLog::Kind::Message, "*** CStatueDataset is not defined ***");
+    } else if (OMSToInteger(*value) == 0) {
+        OMApp::getApp()->alert("CStatueDataset is now 0, please inform Ilse or Bram");
+        OMLog::write(OMLog::Kind::Message, "\n**** CStatueDataset is now 0 ****\n");
+    }
+}
 
 } // namespace
 
@@ -116,7 +130,13 @@ void RCommands::setUseEmbeddedAnimationCoordinates() {
     OMAnimation::setUseEmbeddedAnimationCoordinates(arguments().nextInteger() != 0);
 }
 
-void RCommands::startTransition() { window_.startTransition(); }
+void RCommands::startTransition() {
+    window_.startTransition();
+    world::WorldMemory* memory = world::WorldMemory::current();
+    if (!memory) return;
+    checkStatueDataset(*memory);
+    memory->writeDataFile();
+}
 
 void RCommands::writeToFile() {
     if (!output_) return;

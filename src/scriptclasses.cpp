@@ -10,6 +10,7 @@
 #include "rsellist.h"
 #include "rtext.h"
 #include "rtrigger.h"
+#include "world/rworldport.h"
 
 RScriptClasses::RScriptClasses() {
     OMSRegistry& registry = OMSRegistry::global();
@@ -22,6 +23,7 @@ RScriptClasses::RScriptClasses() {
     registerRSelList(registry);
     registerRText(registry);
     registerRTrigger(registry);
+    registerRWorldPort(registry);
     // A class that is not built in may come from a library in the current directory.
     registry.setComponentLoading(true);
 }

@@ -1,10 +1,20 @@
 #include "playerrecord.h"
 
+#include <algorithm>
+
 namespace world {
 
 namespace {
 
 constexpr Numbers<kDoors> kPatternItemCounts{4, 4, 4, 3, 4};
+
+/// Of the first slot that holds `from`.
+bool replaceFirst(std::span<std::int32_t> slots, int from, int to) {
+    const auto slot = std::ranges::find(slots, from);
+    if (slot == slots.end()) return false;
+    *slot = to;
+    return true;
+}
 
 } // namespace
 
@@ -44,6 +54,14 @@ std::span<std::int32_t> PlayerRecord::items(int location) {
 int PlayerRecord::currentDoor() const {
     const std::int32_t door = hubs[1].rounds;
     return door >= 0 && door < kDoors ? door : -1;
+}
+
+bool addItem(std::span<std::int32_t> slots, int item) {
+    return isItem(item) && replaceFirst(slots, kNoItem, item);
+}
+
+bool removeItem(std::span<std::int32_t> slots, int item) {
+    return isItem(item) && replaceFirst(slots, item, kNoItem);
 }
 
 int patternItemCount(int door) { return kPatternItemCounts.at(static_cast<std::size_t>(door)); }

@@ -1,4 +1,5 @@
 // Where the lines of the world's reports go.
+// A line may be empty, and may hold line feeds of its own.
 #pragma once
 
 #include "omlink.h"

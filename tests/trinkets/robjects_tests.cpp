@@ -423,6 +423,37 @@ TEST_F(RObjects, TheTextOfIgnoredEventsHasALimit) {
     EXPECT_EQ(shown[0].size(), 980U);
 }
 
+TEST_F(RObjects, PropertiesMayGoWhileTheyAreUsed) {
+    struct Shy : OMScriptableObject {
+        void declareProperties() override {
+            // Texts of their own, so that a use after the end shows.
+            const std::string text(100, 'x');
+            addDataProperty(
+                "level",
+                [this, text](std::string_view value) {
+                    removeProperty("level");
+                    OMScriptableObject::setResult(std::string(value) + text.substr(99));
+                },
+                nullptr);
+            addDataProperty("note", nullptr, [this, text] {
+                removeProperty("note");
+                return text.substr(98);
+            });
+            addMethod("leave", [this, text] {
+                removeProperty("leave");
+                removeProperty("nothing");
+                OMScriptableObject::setResult(text.substr(97));
+            });
+        }
+    };
+    OMSRegistry::global().registerClass("Shy", [] { return std::make_unique<Shy>(); });
+    run("a=Shy 1\nset a level 5\nsay RESULT\nget a note r\nsay r\nplay a leave\nsay RESULT\n"
+        "set a level 5\nget a note r\nplay a leave\n");
+    EXPECT_EQ(said(), "5x\nxx\nxxx\n");
+    EXPECT_THAT(boxes(), ElementsAre("Property level not found", "Property note not found",
+                                     "Method leave not found"));
+}
+
 TEST_F(RObjects, OnlyEventsCanBeFired) {
     run("a=Lamp 1\n");
     EXPECT_FALSE(lamp("a")->fireEvent("default"));

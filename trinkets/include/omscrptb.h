@@ -68,6 +68,9 @@ class OMScriptableObject {
     void addMethod(std::string_view name, OMSMethod method);
     void addDefaultMethod(OMSMethod method) { addMethod(kDefaultMethod, std::move(method)); }
     void addEvent(std::string_view name);
+    /// Takes a property, method or event away, which may be running. A name that is none changes
+    /// nothing.
+    void removeProperty(std::string_view name);
 
     // Use. Each leaves its outcome in `status`.
     bool fireEvent(std::string_view name);

@@ -120,6 +120,10 @@ void OMScriptableObject::addEvent(std::string_view name) {
     add(std::make_unique<OMSEventProperty>(name));
 }
 
+void OMScriptableObject::removeProperty(std::string_view name) {
+    std::erase_if(properties_, [&](const auto& listed) { return listed->name() == name; });
+}
+
 void OMScriptableObject::declareRows(const OMSEntry* rows, std::size_t count) {
     for (const OMSEntry* row = rows; row != rows + count; ++row) {
         switch (row->kind) {

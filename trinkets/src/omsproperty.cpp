@@ -4,14 +4,15 @@
 
 bool OMSDataProperty::set(std::string_view value) {
     if (!setter_) return false;
-    const OMSSetter setter = setter_; // the object may go while its setter runs
+    const OMSSetter setter = setter_; // the property may go while its setter runs
     setter(value);
     return true;
 }
 
 std::optional<std::string> OMSDataProperty::get() {
     if (!getter_) return std::nullopt;
-    return getter_();
+    const OMSGetter getter = getter_;
+    return getter();
 }
 
 bool OMSMethodProperty::run() {

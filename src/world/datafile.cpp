@@ -1,0 +1,148 @@
+#include "datafile.h"
+
+#include "omreader.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+namespace world::datafile {
+
+namespace {
+
+constexpr std::string_view kGlobalEnd = "GLOBAL_END";
+constexpr std::string_view kPlayerEnd = "PLAYER_END";
+constexpr std::size_t kMostBytes = 1023; ///< of a line, with its line feed
+constexpr char kLineEnd = '\n';
+constexpr std::size_t kUsualProperties = 400; ///< bytes that those of a player take
+
+// ---------------------------------------------------------------------------- composing
+
+bool isName(std::string_view name) {
+    return name.size() < kMostBytes && name.find(kLineEnd) == std::string_view::npos &&
+           name != kGlobalEnd && name != kPlayerEnd;
+}
+
+void addLine(std::string& file, std::string_view text) {
+    const std::size_t start = file.size();
+    file += text.substr(0, kMostBytes - 1);
+    std::replace(file.begin() + static_cast<std::ptrdiff_t>(start), file.end(), kLineEnd, ' ');
+    file += kLineEnd;
+}
+
+/// `mark` ends the section.
+void addProperties(std::string& file, const Properties& properties, std::string_view mark) {
+    for (const auto& property : properties) {
+        if (!property->isPersistent() || !isName(property->name())) continue;
+        const std::string value = property->text();
+        // Whoever looks for the players looks for this line alone.
+        if (mark == kGlobalEnd && value == mark) continue;
+        addLine(file, property->name());
+        addLine(file, value);
+    }
+    addLine(file, mark);
+}
+
+constexpr std::uint32_t inFileOrder(std::uint32_t number) {
+    if constexpr (std::endian::native == std::endian::little) return number;
+    return number << 24 | (number & 0xFF00) << 8 | (number >> 8 & 0xFF00) | number >> 24;
+}
+
+void addNumbers(std::string& file, const PlayerRecord& record) {
+    std::array<std::uint32_t, kRecordNumbers> numbers;
+    std::ranges::transform(record.numbers(), numbers.begin(), [](std::int32_t number) {
+        return inFileOrder(static_cast<std::uint32_t>(number));
+    });
+    file.append(reinterpret_cast<const char*>(numbers.data()), kRecordSize);
+}
+
+// ---------------------------------------------------------------------------- reading
+
+class DataReader {
+  public:
+    explicit DataReader(std::string_view bytes)
+        : reader_(std::as_bytes(std::span(bytes.data(), bytes.size()))) {}
+
+    /// True as soon as the last byte was read.
+    [[nodiscard]] bool atEnd() const { return reader_.remaining() == 0; }
+
+    /// What is longer than a line goes on in the next one.
+    std::string_view line() {
+        const std::size_t start = reader_.position();
+        std::string_view text = reader_.text(std::min(kMostBytes, reader_.remaining()));
+        const std::size_t end = text.find(kLineEnd);
+        if (end == std::string_view::npos) return text;
+        reader_.seek(start + end + 1);
+        return text.substr(0, end);
+    }
+
+    /// As many as are there whole; the others stay as they are. False when some are missing.
+    bool numbers(std::span<std::int32_t> numbers) {
+        for (std::int32_t& number : numbers) {
+            if (reader_.remaining() < sizeof number) {
+                reader_.skip(reader_.remaining());
+                return false;
+            }
+            number = reader_.i32();
+        }
+        return true;
+    }
+
+  private:
+    OMReader reader_;
+};
+
+/// Calls `set` with each name and its value; true when the section ends with its mark. The mark is
+/// also one when it is the last of the file.
+template <class Set>
+bool readSection(DataReader& reader, std::string_view mark, Set set) {
+    std::string_view name = reader.line();
+    while (!reader.atEnd() && name != mark) {
+        set(name, reader.line());
+        name = reader.line();
+    }
+    return name == mark;
+}
+
+} // namespace
+
+std::string compose(const Properties& globals, const Players& players) {
+    std::string file;
+    file.reserve(kUsualProperties + players.size() * (kRecordSize + kUsualProperties));
+    addProperties(file, globals, kGlobalEnd);
+    for (const auto& player : players) {
+        addNumbers(file, player->record());
+        addProperties(file, player->stored(), kPlayerEnd);
+    }
+    return file;
+}
+
+bool readGlobals(std::string_view bytes, const Properties& globals) {
+    DataReader reader(bytes);
+    const bool whole = readSection(reader, kGlobalEnd, [&](auto name, auto value) {
+        if (Property* property = lastNamed(globals, name)) property->setText(value);
+    });
+    return whole || bytes.empty();
+}
+
+bool readPlayers(std::string_view bytes, const Properties& templates, Players& players,
+                 const OMLinkTo<void(std::string_view)>& unknown) {
+    DataReader reader(bytes);
+    bool whole = bytes.empty();
+    // Whatever stands before the mark: a line too many does not lose the players.
+    while (!whole && !reader.atEnd()) whole = reader.line() == kGlobalEnd;
+    while (!reader.atEnd()) {
+        Player& player = *players.emplace_back(std::make_unique<Player>(templates));
+        const bool numbers = reader.numbers(player.record().numbers());
+        const bool properties = readSection(reader, kPlayerEnd, [&](auto name, auto value) {
+            if (Property* property = player.property(name))
+                property->setText(value);
+            else
+                unknown(name);
+        });
+        whole = numbers && properties;
+    }
+    return whole;
+}
+
+} // namespace world::datafile

@@ -1,0 +1,109 @@
+// The memory of the world: global properties, the players, who of them is playing, and the data
+// file that keeps all of it between runs.
+//
+// There is one, which the main procedure owns. It reads and writes the bytes of the data file
+// through links. Scripts see it through RWorldPort objects, each of which is a view.
+#pragma once
+
+#include "datafile.h"
+#include "leveling.h"
+#include "omlink.h"
+#include "omlist.h"
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace world {
+
+class WorldMemory {
+  public:
+    /// The bytes of the data file; none when it cannot be opened.
+    using Read = OMLinkTo<std::optional<std::string>()>;
+    using Write = OMLinkTo<void(const std::string&)>;
+
+    /// Whoever shows properties of the memory: told while these are still there.
+    class View {
+      public:
+        virtual void playerGoes(const Player& player) = 0;
+        virtual void memoryGoes() = 0;
+
+      protected:
+        ~View() = default;
+    };
+
+    /// Null when there is none.
+    [[nodiscard]] static WorldMemory* current() { return current_; }
+
+    /// Starts up: the built-in globals, with the values that the data file has for them. Becomes
+    /// the current one.
+    WorldMemory(Read read, Write write);
+    /// Forgets everything that was not saved.
+    ~WorldMemory();
+    WorldMemory(const WorldMemory&) = delete;
+    WorldMemory& operator=(const WorldMemory&) = delete;
+
+    /// Writes the data file and forgets everything; nothing works afterwards, and nothing happens
+    /// when it is called again.
+    void shutDown();
+
+    void addView(View& view) { views_.append(&view); }
+    void removeView(View& view) { views_.remove(&view); }
+
+    [[nodiscard]] const Properties& globals() const { return globals_; }
+    /// The last one of the name, or null.
+    [[nodiscard]] Property* global(std::string_view name) const;
+    Property& addGlobal(std::unique_ptr<Property> property);
+    /// What every player who comes later has.
+    void addTemplate(std::unique_ptr<Property> property);
+
+    /// The first call reads the players of the data file.
+    void activateDataFile();
+    /// Reads the players before, unless they have been read.
+    void writeDataFile();
+    /// Whether the data file was whole when it was last read, or there was none: whether nothing is
+    /// lost when it is replaced by what is known.
+    [[nodiscard]] bool wasReadWhole() const { return readWhole_; }
+
+    [[nodiscard]] std::size_t playersCount() const { return players_.size(); }
+    /// Null when nobody plays.
+    [[nodiscard]] Player* currentPlayer() const { return currentPlayer_; }
+    /// "#" and a number name the player at that place, from 0; if there is none, and for all other
+    /// names, the player who has that name, who is made when there is none.
+    Player& activatePlayer(std::string_view name);
+    /// The player who has the name; if there is none, a name that begins with a digit is a place.
+    void removePlayer(std::string_view name);
+
+    /// Null for a location that is no activity.
+    [[nodiscard]] Thresholds* thresholds(int location);
+
+  private:
+    [[nodiscard]] Player* playerNamed(std::string_view name) const;
+    /// Null when there are not so many; `digits` may be followed by others.
+    [[nodiscard]] Player* playerAt(std::string_view digits) const;
+    void readGlobals();
+    void readPlayers();
+    void forget();
+
+    static WorldMemory* current_;
+
+    Read read_;
+    Write write_;
+    bool up_ = true;
+    bool dataFileActive_ = false; ///< its players have been read
+    bool readWhole_ = true;
+    Properties globals_;
+    Properties templates_;
+    Players players_;
+    Player* currentPlayer_ = nullptr;
+    std::array<Thresholds, kActivities> thresholds_{};
+    OMList<View> views_;
+};
+
+/// Reports of the world become messages of the script objects.
+void reportMessage(std::string_view line);
+
+} // namespace world
