@@ -28,13 +28,17 @@
 #include "startup/machinechecks.h"
 #include "startup/memoryexhaustion.h"
 #include "startup/warnings.h"
+#include "world/safefile.h"
+#include "world/worldmemory.h"
 #include "yengine.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 constexpr const char* kStartScript = "Startup.mps";
+constexpr const char* kDataFile = "ZORBET.DAT";
 constexpr std::uint64_t kLargestScript = 1U << 24; ///< bytes; texts are much shorter
 constexpr int kScreenDepth = 8;
 constexpr int kFlashCommand = 59411;
@@ -86,7 +90,6 @@ void installLocators(RResources& resources) {
 void removeLocators() {
     EffectsWindow::setBackgroundLocator(nullptr);
     EffectsWindow::setPaletteLocator(nullptr);
-    EffectsWindow::setPaletteFilter(nullptr);
     OMAnimation::setSourceLocator(nullptr);
 }
 
@@ -134,9 +137,46 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
     resources.setAlertLink(nullptr);
 }
 
-/// The resource layer, and all that needs it.
+/// The memory of the world, and the file that keeps it.
+class SavedWorld {
+  public:
+    explicit SavedWorld(std::string path)
+        : file_(OMPlatform().files(), std::move(path)),
+          memory_([this] { return read(); }, [this](const std::string& bytes) { write(bytes); }) {}
+
+    [[nodiscard]] RWarningSwitches switches() {
+        return {.read =
+                    [this](std::string_view name) {
+                        const world::Property* property = memory_.global(name);
+                        return property ? property->text() : std::string();
+                    },
+                .write =
+                    [this](std::string_view name, std::string_view value) {
+                        if (world::Property* property = memory_.global(name))
+                            property->setText(value);
+                    }};
+    }
+    void shutDown() { memory_.shutDown(); }
+
+  private:
+    std::optional<std::string> read() {
+        RSafeFile::Contents contents = file_.read();
+        if (contents.state != RSafeFile::State::Whole) return std::nullopt;
+        return std::move(contents.bytes);
+    }
+    void write(const std::string& bytes) {
+        if (!memory_.wasReadWhole() && !std::exchange(keptBeside_, true)) file_.keepBeside();
+        (void)file_.store(bytes); // what fails is in the log
+    }
+
+    RSafeFile file_;
+    bool keptBeside_ = false; ///< a file that was read in part will not get lost
+    world::WorldMemory memory_;
+};
+
+/// The resource layer, and all that needs it. The world is saved before the resources go.
 void runGame(const RConfiguration& configuration, OMApp::DisplayMode mode,
-             OMWaveEngine& soundEngine) {
+             OMWaveEngine& soundEngine, SavedWorld& savedWorld) {
     RResources resources;
     resources.setHomeDirectory(configuration.homeDirectory);
     const auto ignoreSequenceSound = [](const SequenceSoundRecord&) {};
@@ -147,6 +187,7 @@ void runGame(const RConfiguration& configuration, OMApp::DisplayMode mode,
     }
     installLocators(resources);
     runApplication(mode, resources, soundEngine);
+    savedWorld.shutDown();
     removeLocators();
     resources.shutDown();
 }
@@ -159,15 +200,20 @@ int RGameMain(std::optional<std::uint32_t> seed) {
     RInstallMemoryHandler();
     EffectsWindow::setPaletteFilter(RLiftPalette);
     startLogging();
-    const RConfiguration configuration = RConfiguration::read();
     {
+        const std::string dataFile = RConfiguration::findHomeDirectory() + kDataFile;
+        OMLog::writef(OMLog::Kind::Message, "Data file is: %s", dataFile.c_str());
+        SavedWorld savedWorld(dataFile);
+        const RConfiguration configuration = RConfiguration::read();
         OMWaveEngine soundEngine;
-        if (const auto mode = RCheckMachine(configuration, soundEngine, warningSwitches())) {
+        if (const auto mode = RCheckMachine(configuration, soundEngine, savedWorld.switches())) {
             OMSeedRandom(
                 seed.value_or(static_cast<std::uint32_t>(OMPlatform().clock().calendarSeconds())));
-            runGame(configuration, *mode, soundEngine);
+            runGame(configuration, *mode, soundEngine, savedWorld);
         }
+        savedWorld.shutDown();
     }
+    EffectsWindow::setPaletteFilter(nullptr);
     OMLog::close();
     OMSobException::setNotification(nullptr);
     RRemoveMemoryHandler();

@@ -22,6 +22,8 @@ constexpr std::string_view kBuiltInGlobals[] = {
     "informDirectDrawNotFoundWarning",
 };
 
+constexpr std::string_view kWanted = "1"; ///< of a warning: until it is switched off
+
 constexpr char kPlaceMark = '#';
 constexpr int kMostUnknownNames = 10'000; ///< reported in one reading
 
@@ -54,7 +56,7 @@ WorldMemory::WorldMemory(Read read, Write write)
     : read_(std::move(read)), write_(std::move(write)) {
     log("World Memory - starting up!");
     for (const std::string_view name : kBuiltInGlobals)
-        addGlobal(std::make_unique<IntProperty>(name));
+        addGlobal(std::make_unique<IntProperty>(name)).setText(kWanted);
     readGlobals();
     current_ = this;
 }
