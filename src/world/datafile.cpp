@@ -3,8 +3,9 @@
 #include "omreader.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
-#include <cstring>
+#include <span>
 
 namespace world::datafile {
 

@@ -21,7 +21,7 @@ class RWorldPort final : public OMScriptableObject, private world::WorldMemory::
   public:
     static constexpr std::string_view kClassName = "RWorldPort";
 
-    /// The memory must be told of its end before the port's.
+    /// The memory may end before the port, which has nothing to show then.
     explicit RWorldPort(world::WorldMemory& memory);
     ~RWorldPort() override;
 

@@ -64,8 +64,8 @@ class WorldMemory {
     void activateDataFile();
     /// Reads the players before, unless they have been read.
     void writeDataFile();
-    /// Whether the data file was whole when it was last read, or there was none: whether nothing is
-    /// lost when it is replaced by what is known.
+    /// Whether what was last read of the data file ended as it should, or there was no file. If
+    /// not, writing it loses what could not be read. At start-up only the globals are read.
     [[nodiscard]] bool wasReadWhole() const { return readWhole_; }
 
     [[nodiscard]] std::size_t playersCount() const { return players_.size(); }

@@ -2,6 +2,7 @@
 # Compares the words that a page describes with those that the program has, both ways.
 #
 #     vocabulary.sh class PAGE SOURCE...     tables of a class page, with the class tables
+#     vocabulary.sh player PAGE SOURCE...    tables of a player's properties, with the rows of theirs
 #     vocabulary.sh commands PAGE SOURCE...  headings of the commands, with the tables of commands
 #     vocabulary.sh keywords PAGE SOURCE     headings of the guide, with the compiler's keywords
 #     vocabulary.sh options PAGE PROGRAM     the table of options, with what --help shows
@@ -13,7 +14,7 @@ shift 2
 # "method NAME", "event NAME".
 classRows() {
   awk '
-    /OMSEntry kVocabulary\[\]/ { inside = 1 }
+    /OMSEntry k[A-Za-z]*Vocabulary\[\]/ { inside = 1 }
     inside { text = text " " $0 }
     inside && /^};/ { inside = 0 }
     END {
@@ -44,6 +45,21 @@ pageRows() {
     }' "$page"
 }
 
+# The same of the properties that are no class's.
+playerRows() {
+  sed -n -e 's/^ *{"\([A-Za-z0-9]*\)".*nullptr},$/property \1 read/p;t' \
+    -e 's/^ *{"\([A-Za-z0-9]*\)".*},.*/property \1 read\/write/p' \
+    -e 's/.* kPlayerName = "\([A-Za-z]*\)";/property \1 read\/write/p' "$@"
+}
+
+playerPageRows() {
+  awk -F ' *[|] *' '
+    /^#+ / { inside = /^#+ (Stored|Computed) properties$/ }
+    inside && $2 ~ /^`[A-Za-z0-9]+`$/ {
+      print "property " substr($2, 2, length($2) - 2) " " $4
+    }' "$page"
+}
+
 # First words of headings in backticks.
 headings() { sed -n 's/^### `\([A-Za-z]*\).*/\1/p' "$page"; }
 
@@ -51,6 +67,10 @@ case $kind in
   class)
     have=$(classRows "$@")
     told=$(pageRows)
+    ;;
+  player)
+    have=$(playerRows "$@")
+    told=$(playerPageRows)
     ;;
   commands)
     have=$(sed -n -e 's/^ *{"\([A-Z][A-Za-z]*\)", &R[A-Za-z]*::.*/\1/p' \

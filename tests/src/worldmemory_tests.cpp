@@ -46,17 +46,17 @@ TEST_F(WorldMemories, WhatIsToldBeforeTheDataFileIsReadComesBack) {
                                "play world activatePlayer \"Ana Lua\"\n"
                                "set world shoes \"red ones\"\nset world hats 3\nset world coats 4\n"
                                "set world inGame 1\nset world playerScore 12\n"
-                               "set world informColorsWarning 1\nset world volume 5\n"
+                               "set world informColorsWarning 0\nset world volume 5\n"
                                "get world currentLocation r\nsay r\n"),
               "0\nCBA1\n");
     logged();
     memory->writeDataFile();
     EXPECT_EQ(logged(), "World Memory - writing data file, sDataFileActive: 1\n");
     const std::optional<std::string> first = file;
-    EXPECT_TRUE(first->starts_with("informResolutionWarning\n0\ninformColorsWarning\n1\n"
-                                   "informWinGWarning\n0\ninformDirectDrawSwitchFailedWarning\n0\n"
-                                   "informDirectDrawVersionWarning\n0\n"
-                                   "informDirectDrawNotFoundWarning\n0\nvolume\n5\nGLOBAL_END\n"));
+    EXPECT_TRUE(first->starts_with("informResolutionWarning\n1\ninformColorsWarning\n0\n"
+                                   "informWinGWarning\n1\ninformDirectDrawSwitchFailedWarning\n1\n"
+                                   "informDirectDrawVersionWarning\n1\n"
+                                   "informDirectDrawNotFoundWarning\n1\nvolume\n5\nGLOBAL_END\n"));
     memory->writeDataFile();
     EXPECT_EQ(file, first);
 
