@@ -75,7 +75,7 @@ get world volume r
 get world informColorsWarning s
 say r s
 )"),
-              "Ana Lua\nred ones\n0 4\n0 12\n0 1\n");
+              "Ana Lua\nred ones\n0 4\n0 12\n0 0\n");
     EXPECT_THAT(logged(), Not(HasSubstr("unknown")));
 
     EXPECT_EQ(runAnew("play world activateDataFile\nget world playersCount r\nsay r\n"), "1\n");
