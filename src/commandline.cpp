@@ -139,8 +139,7 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
     app.add_option("--record-sound", line.recordSound, "Folder for what would have been heard")
         ->needs(headless);
     app.add_option("--break-file", breakPoint, "File operation that fails, for tests: N:HOW")
-        ->needs(headless)
-        ->group(""); // left out of the help
+        ->needs(headless);
     app.set_version_flag("--version", versionText());
     try {
         app.parse(argc, argv);
