@@ -64,6 +64,11 @@ function(play work settings)
     list(JOIN settings "\n" lines)
     file(WRITE ${work}/content/ZORBET.INI "[Zorbet Voyages - CD]\n${lines}\n")
   endif()
+  # Nobody is there to be warned of large and deep screens.
+  foreach(home content home)
+    file(WRITE ${work}/${home}/ZORBET.DAT
+      "informResolutionWarning\n0\ninformColorsWarning\n0\nGLOBAL_END\n")
+  endforeach()
   execute_process(
     COMMAND ${PROGRAM} --headless --content ${work}/content --home ${work}/home --seed 1
             --input ${played}/input --until ${end} ${ARGN}
