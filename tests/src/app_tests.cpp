@@ -4,7 +4,7 @@
 #include "frameworkfixture.h"
 
 #include "omapp.h"
-
+#include "programresources.h"
 using testing_support::FrameworkTest;
 using testing_support::MemoryPlatform;
 
@@ -16,6 +16,9 @@ class AppTest : public FrameworkTest {
         OMSetPlatform(&large);
         large.files().put("RSC\\resource.map", std::string("MAINMAP\n1\na.rsc\nRRGB 5\nENDFILE\n"));
         large.files().put("Startup.mps", std::string("quit\n"));
+        for (const platform::ProgramResource& resource : RProgramResources())
+            large.modules().resources[{std::string(resource.type), resource.id}] = {
+                resource.bytes.begin(), resource.bytes.end()};
     }
     ~AppTest() override {
         OMApp::useGDI();
@@ -60,6 +63,78 @@ TEST_F(AppTest, TheConfigurationChoosesTheBackEnd) {
         EXPECT_EQ(large.display().mode(), (platform::ScreenMode{800, 600, 8})) << "as it was";
         EXPECT_TRUE(takeFailures().empty()) << row.settings;
     }
+}
+
+TEST_F(AppTest, AStartIsToldInTheLog) {
+    EXPECT_EQ(run(""), "Starting Logging, Debug Level set to ALL\n\n"
+                       "Data file is: C:\\GAME\\ZORBET.DAT\n"
+                       "World Memory - starting up!\n"
+                       "Using for .INI file: C:\\GAME\\ZORBET.INI\n"
+                       "CD Drive not found\n"
+                       "Using CD Drive: D:\\\n"
+                       "Free memory: 67108864\n"
+                       "WAVE driver is available\n"
+                       "Current screen size is 800 X 600\n"
+                       "Current screen bit depth: 8\n"
+                       "DirectDraw is available\n"
+                       "Using GDI\n"
+                       "HD Free Space on Drive C: 1073741824\n"
+                       "World Memory shutting down\n"
+                       "World Memory - writing data file, sDataFileActive: 0\n"
+                       "World Memory - reading data file, sDataFileActive: 1\n"
+                       "\nClosing Log\n\n");
+    EXPECT_EQ(run("CDDrive=E:\\\r\n").find("CD Drive not found"), std::string::npos);
+}
+
+TEST_F(AppTest, AMachineThatIsRefusedLosesNothing) {
+    const std::string saved = "informColorsWarning\n5\nGLOBAL_END\n";
+    large.files().put("ZORBET.DAT", saved);
+    large.waveOut().available = false;
+    const std::string log = run("");
+    EXPECT_NE(log.find("ERROR: WAVE driver is not available\nWorld Memory shutting down\n"),
+              std::string::npos)
+        << log;
+    EXPECT_EQ(large.files().text("ZORBET.BAK"), saved);
+    EXPECT_NE(large.files().text("ZORBET.DAT").find("informColorsWarning\n5\n"), std::string::npos);
+}
+
+TEST_F(AppTest, AWarningIsSwitchedOffForGood) {
+    large.dialogs().warningAnswer = {.goOn = true, .checked = true};
+    run("");
+    EXPECT_EQ(large.dialogs().boxes.size(), 1U);
+    run("");
+    EXPECT_EQ(large.dialogs().boxes.size(), 1U) << "in no later start";
+    EXPECT_NE(large.files().text("ZORBET.DAT").find("informResolutionWarning\n0\n"),
+              std::string::npos);
+}
+
+TEST_F(AppTest, ADamagedWorldIsKeptBesideBeforeItIsReplaced) {
+    const std::string damaged = "GLOBAL_END\n" + std::string(100, '\1');
+    large.files().put("ZORBET.DAT", damaged);
+    run("");
+    EXPECT_EQ(large.files().text("ZORBET.BAD"), damaged);
+    const std::string saved = large.files().text("ZORBET.DAT");
+    run("");
+    EXPECT_EQ(large.files().text("ZORBET.DAT"), saved) << "two saves are the same";
+}
+
+TEST_F(AppTest, TheMenuTellsTheNameAndVersion) {
+    large.files().put("Startup.mps", std::string("yield off\n"));
+    large.events().queue.push_back(
+        {.kind = platform::Message::Kind::Command, .command = platform::kAboutCommand});
+    large.events().queue.push_back({.kind = platform::Message::Kind::Quit});
+    run("UseDirectDraw=1\r\n");
+    ASSERT_EQ(large.dialogs().boxes.size(), 1U);
+    EXPECT_EQ(large.dialogs().boxes.front().text, "KVO:Zorbet 9.9");
+}
+
+TEST_F(AppTest, AShallowScreenIsRefusedAtTheDoor) {
+    OMSetPlatform(nullptr);
+    MemoryPlatform shallow({640, 480, 4});
+    OMSetPlatform(&shallow);
+    EXPECT_EXIT((void)RGameMain(1), testing::ExitedWithCode(255),
+                "Video must be 256 colors or more!");
+    OMSetPlatform(&large);
 }
 
 } // namespace
