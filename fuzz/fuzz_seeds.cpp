@@ -207,6 +207,19 @@ std::vector<Bytes> fonts() {
     return seeds;
 }
 
+/// Behind what is done with them; see fuzz_datafile.cpp.
+std::vector<Bytes> dataFiles() {
+    const std::string moves(32, '\x07');
+    const std::string globals = "informColorsWarning\n0\nGLOBAL_END\n";
+    const std::string player = std::string(2980, '\0') + "playerName\nAna\nplayerScore\n12\n"
+                                                         "currentLocation\nOHUB\nPLAYER_END\n";
+    std::vector<Bytes> seeds;
+    for (const std::string& file :
+         {globals, globals + player, globals + player + player, globals + player.substr(0, 1000)})
+        seeds.push_back(toBytes(moves + file));
+    return seeds;
+}
+
 bool write(const std::filesystem::path& folder, const std::vector<Bytes>& seeds) {
     std::filesystem::create_directories(folder);
     int number = 0;
@@ -227,11 +240,12 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::filesystem::path folder = argv[1];
-    const bool written = write(folder / "animation", animations()) &&
-                         write(folder / "bitmap", bitmaps()) &&
-                         write(folder / "cursor", cursors()) && write(folder / "font", fonts()) &&
-                         write(folder / "library", libraries()) && write(folder / "map", maps()) &&
-                         write(folder / "palette", palettes()) && write(folder / "sound", sounds());
+    const bool written =
+        write(folder / "animation", animations()) && write(folder / "bitmap", bitmaps()) &&
+        write(folder / "cursor", cursors()) && write(folder / "datafile", dataFiles()) &&
+        write(folder / "font", fonts()) && write(folder / "library", libraries()) &&
+        write(folder / "map", maps()) && write(folder / "palette", palettes()) &&
+        write(folder / "sound", sounds());
     if (!written) std::fprintf(stderr, "%s cannot be written\n", argv[1]);
     return written ? 0 : 1;
 }
