@@ -1,5 +1,6 @@
 ; Inside the lighthouse: the fire burns, the cat sleeps and answers clicks, the signpost leads back to
-; the harbour. The map on the wall has the player's name on it. The sounds of the cat and the fire are steps of their animations.
+; the harbour. The player's name stands over the map on the wall. The sounds of the cat and the fire are
+; steps of their animations.
 yield off
 StartTransition
 Scene 101
