@@ -1,7 +1,6 @@
-; The harbour in the morning. A scroll greets who has signed the guest book, and the second time in a run
-; of the game in another way. Everything moves by itself;
-; Tilli the crab, the boat, the gull and the glitter on the water answer clicks, and the signpost leads
-; into the lighthouse.
+; The harbour in the morning. A scroll greets who has signed the guest book, in another way when they
+; come back in the same run of the game. Everything moves by itself; Tilli the crab, the boat, the gull
+; and the glitter on the water answer clicks, and the signpost leads into the lighthouse.
 ;
 ; Sounds: those of the waves, the fish and Tilli are steps of their animations. The others are played
 ; from here; one that still plays is ended before it is played anew.
