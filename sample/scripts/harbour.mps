@@ -1,11 +1,10 @@
-; The harbour in the morning. A scroll greets who has signed the guest book. Everything moves by itself;
-; Tilli the crab, the boat, the gull and the glitter on the water answer clicks, and the signpost leads
-; into the lighthouse.
+; The harbour in the morning. A scroll greets who has signed the guest book, in another way when they
+; come back in the same run of the game. Everything moves by itself; Tilli the crab, the boat, the gull
+; and the glitter on the water answer clicks, and the signpost leads into the lighthouse.
 ;
 ; Sounds: those of the waves, the fish and Tilli are steps of their animations. The others are played
 ; from here; one that still plays is ended before it is played anew.
 yield off
-include "player.mps"
 StartTransition
 Scene 100
 
@@ -196,6 +195,13 @@ scroll=RAnimation 2011 40
 set scroll touchy 0
 set scroll special turnScroll
 set scroll paused rollUp
+world=RWorldPort 0
+get world playerName visitor
+get world greeted again
+greeting="Bom dia"
+if again
+greeting="Olá"
+set world greeted 1
 welcome=RText 0 31 -1 -1 41
 set welcome touchy 0
 set welcome visible 0

@@ -1,8 +1,7 @@
 ; Inside the lighthouse: the fire burns, the cat sleeps and answers clicks, the signpost leads back to
-; the harbour. The sounds of the cat and the fire are steps of their animations.
+; the harbour. The player's name stands over the map on the wall. The sounds of the cat and the fire are
+; steps of their animations.
 yield off
-include "player.mps"
-include "remember.mps"
 StartTransition
 Scene 101
 
@@ -46,7 +45,6 @@ procedure goOutside
 KillSound firesound
 PlaySound 208
 KillSound music
-call remember visitor "Olá"
 relay harbour.mps
 ]
 
@@ -69,6 +67,17 @@ set back flyOff dimSign
 play fire setAOCursor 1
 play cat setAOCursor 1
 play back setAOCursor 1
+
+world=RWorldPort 0
+get world playerName visitor
+owner=RText 0 90 -1 -1 1
+set owner touchy 0
+set owner movable 0
+set owner colorIndex 4
+play owner setFont 14
+set owner text visitor
+get owner textWidth wide
+set owner x 403-wide\2
 
 firesound=-1
 PlaySound 101 1

@@ -1,11 +1,21 @@
 ; The guest book on the harbour master's desk: who is playing? A name is picked in the list, or typed;
 ; with Enter, the green button or a double click it is signed, and the harbour greets by it.
 ;
+; Who has signed is a player, kept in the world's memory from one run of the game to the next.
+;
 ; The parrot says how things stand, and what cannot be done.
 yield off
+
+; The memory is set up before the first transition, which writes the data file. Transitions warn while
+; CStatueDataset is 0. Whether a player was greeted is about one run, so it is not stored.
+world=RWorldPort 0
+play world addGlobalIntProperty CStatueDataset
+set world CStatueDataset 1
+play world addIntProperty greeted 0
+play world activateDataFile
+
 StartTransition
 Scene 102
-include "remember.mps"
 
 ; ---- the parrot's bubble
 
@@ -175,7 +185,7 @@ call describe
 ]
 ]
 
-; Names of the list are taken out at the second request only.
+; Names of the list are taken out at the second request only, and their players with them.
 procedure takeOut
 [
 call look
@@ -190,6 +200,7 @@ else if asked=who
 [
 play players deleteEntry
 get players deletedEntry gone
+play world removePlayer gone
 call describe
 call tell "Apaguei o nome "+gone+"."
 ]
@@ -205,7 +216,7 @@ procedure sign
 call look
 if valid
 [
-call remember who "Bom dia"
+play world activatePlayer who
 ; From here on every click of a hasty player counts.
 SetDoubleClicksEnabled 0
 PlaySound 214
@@ -218,7 +229,7 @@ call describe
 
 ; ---- the keyboard
 
-; Only what a name is made of is written: it becomes part of a script, where a quote would end it.
+; Only what a name is made of is written. The memory takes #1 and 1 for places among the players.
 letters="abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ-' "
 accents="àáâãäåæçèéêëìíîïğñòóôõöøùúûüışÿÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏĞÑÒÓÔÕÖØÙÚÛÜİŞß"
 
@@ -282,16 +293,38 @@ set players selectedTextColor 4
 set players matchedTextColor 1
 set players mouseDown describe
 set players entrySelected sign
-play players addListEntry "Ana"
-play players addListEntry "Beatriz"
-play players addListEntry "Duarte"
-play players addListEntry "Francisca"
-play players addListEntry "Inês"
-play players addListEntry "João"
-play players addListEntry "Leonor"
-play players addListEntry "Mariana"
-play players addListEntry "Rafael"
-play players addListEntry "Tomás"
+
+; Who has played before, and some names for a start, which become players when they are signed. The
+; letter in front has names compared as texts: a hyphen begins a number.
+procedure enter newcomer
+[
+set players currentEntry newcomer
+get players currentEntry who
+get players listIsFull full
+if ("n"+who#("n"+newcomer))*(full=0)
+play players addListEntry newcomer
+]
+
+get world playersCount count
+n=0
+for n<count
+[
+play world activatePlayer "#"+n
+get world playerName who
+call enter who
+n=n+1
+]
+call enter "Ana"
+call enter "Beatriz"
+call enter "Duarte"
+call enter "Francisca"
+call enter "Inês"
+call enter "João"
+call enter "Leonor"
+call enter "Mariana"
+call enter "Rafael"
+call enter "Tomás"
+set players currentEntry ""
 
 ; The numbers tell whyNot which of them it is.
 for i 1 5
