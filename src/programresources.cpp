@@ -3,6 +3,7 @@
 #include "omformat.h"
 #include "omlog.h"
 #include "omplatform.h"
+#include "programicon.h"
 
 #include <array>
 #include <string_view>
@@ -53,8 +54,9 @@ constexpr platform::VersionString kVersion[] = {
 
 std::span<const platform::ProgramResource> RProgramResources() {
     static const auto resources = [] {
-        std::array<platform::ProgramResource, std::size(kTexts)> table{};
-        for (std::size_t i = 0; i < table.size(); ++i)
+        std::array<platform::ProgramResource, std::size(kTexts) + 1> table{};
+        table.back() = {platform::kIconType, platform::kAppIcon, RProgramIcon()};
+        for (std::size_t i = 0; i < std::size(kTexts); ++i)
             table[i] = {kTextType, kTexts[i].id, std::as_bytes(std::span(kTexts[i].text))};
         return table;
     }();

@@ -9,6 +9,10 @@
 
 namespace platform {
 
+/// The icon of the program's window: a BMP file of 8 bits a pixel, whose colour 0 is transparent.
+inline constexpr std::string_view kIconType = "ICON";
+inline constexpr int kAppIcon = 1;
+
 /// Views of data that lives as long as the program.
 struct ProgramResource {
     std::string_view type;

@@ -44,7 +44,10 @@ class SdlPlatform final : public Platform {
         : session_(std::move(session)), display_(std::move(window), options.screen),
           clock_(display_), events_(display_, textWindows_), files_(options.host),
           modules_(files_, options.resources, options.versionStrings),
-          dialogs_(display_, events_, files_) {}
+          dialogs_(display_, events_, files_) {
+        if (const auto icon = modules_.resource(kIconType, kAppIcon))
+            setSdlIcon(display_.window(), *icon);
+    }
 
     [[nodiscard]] Clock& clock() override { return clock_; }
     [[nodiscard]] Display& display() override { return display_; }

@@ -46,6 +46,14 @@ std::optional<SdlWindow> openSdlWindow(const ScreenMode& mode) {
     return made;
 }
 
+void setSdlIcon(SDL_Window* window, std::span<const std::byte> icon) {
+    SDL_RWops* source = SDL_RWFromConstMem(icon.data(), static_cast<int>(icon.size()));
+    const SdlHandle<SDL_Surface> picture(source ? SDL_LoadBMP_RW(source, 1) : nullptr);
+    if (!picture) return;
+    SDL_SetColorKey(picture.get(), SDL_TRUE, 0);
+    SDL_SetWindowIcon(window, picture.get());
+}
+
 SdlHandle<SDL_Texture> makeSdlTexture(SDL_Renderer* renderer, int width, int height) {
     return SdlHandle<SDL_Texture>(SDL_CreateTexture(renderer, SDL_PIXELFORMAT_ARGB8888,
                                                     SDL_TEXTUREACCESS_STREAMING, width, height));

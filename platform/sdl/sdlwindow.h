@@ -4,8 +4,10 @@
 #include "platform/display.h"
 
 #include <SDL.h>
+#include <cstddef>
 #include <memory>
 #include <optional>
+#include <span>
 
 namespace platform {
 
@@ -43,6 +45,9 @@ struct SdlWindow {
 /// A hidden, resizable window, as large as an integer multiple of the screen can be on the desktop.
 /// None on failure; SDL_GetError() tells why.
 [[nodiscard]] std::optional<SdlWindow> openSdlWindow(const ScreenMode& mode);
+
+/// Gives the window an icon (see HostModules); without effect when the bytes are none.
+void setSdlIcon(SDL_Window* window, std::span<const std::byte> icon);
 
 /// A texture of `width` by `height` pixels 0xFFRRGGBB, made to be written often. Null on failure.
 [[nodiscard]] SdlHandle<SDL_Texture> makeSdlTexture(SDL_Renderer* renderer, int width, int height);
