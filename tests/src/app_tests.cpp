@@ -5,6 +5,10 @@
 
 #include "omapp.h"
 #include "programresources.h"
+#include "startup/memoryexhaustion.h"
+
+#include <new>
+
 using testing_support::FrameworkTest;
 using testing_support::MemoryPlatform;
 
@@ -30,6 +34,10 @@ class AppTest : public FrameworkTest {
         large.display().presented.clear();
         EXPECT_EQ(RGameMain(1), 0);
         return large.files().text("zorbelog.txt");
+    }
+    /// A text of the program.
+    std::string text(int id) {
+        return testing_support::toText(large.modules().resources.at({"TEXT", id}));
     }
     platform::Rect shown() { return large.display().presented.boundingBox(); }
 
@@ -135,6 +143,28 @@ TEST_F(AppTest, AShallowScreenIsRefusedAtTheDoor) {
     EXPECT_EXIT((void)RGameMain(1), testing::ExitedWithCode(255),
                 "Video must be 256 colors or more!");
     OMSetPlatform(&large);
+}
+
+TEST_F(AppTest, WithoutResourcesThePersonIsToldOfTheDisc) {
+    large.files().erase("RSC\\resource.map");
+    const std::string log = run("UseDirectDraw=1\r\n");
+    ASSERT_EQ(large.dialogs().boxes.size(), 1U);
+    EXPECT_EQ(large.dialogs().boxes.front().text, text(1026));
+    EXPECT_NE(log.find("World Memory shutting down\n"), std::string::npos);
+}
+
+TEST_F(AppTest, ScriptsAreAlsoFoundInTheirFolders) {
+    large.files().erase("Startup.mps");
+    large.files().put("scripts\\Startup.mps", std::string("LogMessage \"found\"\nquit\n"));
+    EXPECT_NE(run("UseDirectDraw=1\r\n").find("found\n"), std::string::npos);
+}
+
+TEST_F(AppTest, WithoutMemoryThePersonIsToldAndTheProcessEnds) {
+    const auto exhaust = [] {
+        RInstallMemoryHandler();
+        std::get_new_handler()();
+    };
+    EXPECT_EXIT(exhaust(), testing::ExitedWithCode(1), text(1021));
 }
 
 } // namespace
