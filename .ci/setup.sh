@@ -6,7 +6,7 @@ packages=(
   libfreetype-dev libfontconfig-dev
   libimagequant-dev librsvg2-bin
   libgtest-dev libgmock-dev
-  icoutils xvfb xauth
+  icoutils procps xvfb xauth
 )
 
 install_missing() {
