@@ -7,6 +7,7 @@
 #include "fontfact.h"
 #include "gamesounds.h"
 #include "omapp.h"
+#include "omappinitterm.h"
 #include "omdebugwindow.h"
 #include "omistreamfile.h"
 #include "omlog.h"
@@ -197,6 +198,7 @@ void runGame(const RConfiguration& configuration, OMApp::DisplayMode mode,
 int RGameMain(std::optional<std::uint32_t> seed) {
     OMDebug::require(OMPlatform().display().mode().depth >= kMinimumDepth, "OMSysNumColors() < 8",
                      "Video must be 256 colors or more!");
+    OMAppInitTerm::initializeAll();
     RInstallMemoryHandler();
     EffectsWindow::setPaletteFilter(RLiftPalette);
     startLogging();
@@ -217,5 +219,6 @@ int RGameMain(std::optional<std::uint32_t> seed) {
     OMLog::close();
     OMSobException::setNotification(nullptr);
     RRemoveMemoryHandler();
+    OMAppInitTerm::terminateAll();
     return kExitOk;
 }

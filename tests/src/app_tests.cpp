@@ -4,6 +4,7 @@
 #include "frameworkfixture.h"
 
 #include "omapp.h"
+#include "omappinitterm.h"
 #include "programresources.h"
 #include "startup/memoryexhaustion.h"
 
@@ -165,6 +166,19 @@ TEST_F(AppTest, WithoutMemoryThePersonIsToldAndTheProcessEnds) {
         std::get_new_handler()();
     };
     EXPECT_EXIT(exhaust(), testing::ExitedWithCode(1), text(1021));
+}
+
+TEST_F(AppTest, PartsOfTheProgramMayBeginBeforeItAndEndAfterIt) {
+    static std::string done;
+    static MemoryPlatform* computer = nullptr;
+    computer = &large;
+    large.files().erase("zorbelog.txt");
+    const OMAppInitTerm first([] { done += computer->files().exists("zorbelog.txt") ? "?" : "a"; },
+                              [] { done += "A"; });
+    const OMAppInitTerm second([] { done += "b"; }, nullptr);
+    const OMAppInitTerm third(nullptr, [] { done += "C"; });
+    run("UseDirectDraw=1\r\n");
+    EXPECT_EQ(done, "abCA");
 }
 
 } // namespace
