@@ -101,9 +101,52 @@ bool handleCommand(EffectsWindow& window, int command) {
     return true;
 }
 
+/// The memory of the world, and the file that keeps it.
+class SavedWorld {
+  public:
+    explicit SavedWorld(std::string path)
+        : file_(OMPlatform().files(), std::move(path)),
+          memory_([this] { return read(); }, [this](const std::string& bytes) { write(bytes); }) {}
+
+    [[nodiscard]] RWarningSwitches switches() {
+        return {.read =
+                    [this](std::string_view name) {
+                        const world::Property* property = memory_.global(name);
+                        return property ? property->text() : std::string();
+                    },
+                .write =
+                    [this](std::string_view name, std::string_view value) {
+                        if (world::Property* property = memory_.global(name))
+                            property->setText(value);
+                    }};
+    }
+    void shutDown() { memory_.shutDown(); }
+    /// What the program does when it must end in the middle.
+    void saveAtOnce() {
+        if (world::WorldMemory::current() == &memory_) memory_.writeDataFile();
+        OMLog::close();
+    }
+
+  private:
+    std::optional<std::string> read() {
+        RSafeFile::Contents contents = file_.read();
+        if (contents.state != RSafeFile::State::Whole) return std::nullopt;
+        return std::move(contents.bytes);
+    }
+    void write(const std::string& bytes) {
+        if (!memory_.wasReadWhole() && !std::exchange(keptBeside_, true)) file_.keepBeside();
+        (void)file_.store(bytes); // what fails is in the log
+    }
+
+    RSafeFile file_;
+    bool keptBeside_ = false; ///< a file that was read in part will not get lost
+    world::WorldMemory memory_;
+};
+
 /// Application, window and scripts, from their making to their end. What is declared later goes
 /// first.
-void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine) {
+void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine,
+                    SavedWorld& savedWorld) {
     OMApp app(mode, OMColor(), {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth);
     resources.setAlertLink([&app](std::string_view text) { app.alert(text); });
     const RCursors cursors; // asked for as long as there is the window
@@ -128,6 +171,7 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
     OMDebugWindow debugWindow;
     YEngine engine;
     engine.setTraceWindow([&debugWindow](std::string_view text) { debugWindow.showText(text); });
+    engine.setLastLink([&savedWorld] { savedWorld.saveAtOnce(); });
     YThread thread(engine, kStartScript, locateScript);
     if (thread.isLoaded()) {
         thread.run();
@@ -137,43 +181,6 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
     thread.unload();
     resources.setAlertLink(nullptr);
 }
-
-/// The memory of the world, and the file that keeps it.
-class SavedWorld {
-  public:
-    explicit SavedWorld(std::string path)
-        : file_(OMPlatform().files(), std::move(path)),
-          memory_([this] { return read(); }, [this](const std::string& bytes) { write(bytes); }) {}
-
-    [[nodiscard]] RWarningSwitches switches() {
-        return {.read =
-                    [this](std::string_view name) {
-                        const world::Property* property = memory_.global(name);
-                        return property ? property->text() : std::string();
-                    },
-                .write =
-                    [this](std::string_view name, std::string_view value) {
-                        if (world::Property* property = memory_.global(name))
-                            property->setText(value);
-                    }};
-    }
-    void shutDown() { memory_.shutDown(); }
-
-  private:
-    std::optional<std::string> read() {
-        RSafeFile::Contents contents = file_.read();
-        if (contents.state != RSafeFile::State::Whole) return std::nullopt;
-        return std::move(contents.bytes);
-    }
-    void write(const std::string& bytes) {
-        if (!memory_.wasReadWhole() && !std::exchange(keptBeside_, true)) file_.keepBeside();
-        (void)file_.store(bytes); // what fails is in the log
-    }
-
-    RSafeFile file_;
-    bool keptBeside_ = false; ///< a file that was read in part will not get lost
-    world::WorldMemory memory_;
-};
 
 /// The resource layer, and all that needs it. The world is saved before the resources go.
 void runGame(const RConfiguration& configuration, OMApp::DisplayMode mode,
@@ -187,7 +194,7 @@ void runGame(const RConfiguration& configuration, OMApp::DisplayMode mode,
         return;
     }
     installLocators(resources);
-    runApplication(mode, resources, soundEngine);
+    runApplication(mode, resources, soundEngine, savedWorld);
     savedWorld.shutDown();
     removeLocators();
     resources.shutDown();

@@ -54,7 +54,7 @@ OMApp::OMApp(DisplayMode mode, const OMColor& background, const Rect& rectangle,
     : displayMode_(mode), background_(background), rectangle_(rectangle), depth_(depth),
       monitor_(monitor), directDraw_(wantsDirectDraw_) {
     OMDebug::require(instance_ == nullptr, "instance == NULL",
-                     "OMApp::OMApp - only one instance of OMApp is allowed!");
+                     "OMApp::OMApp - global instances of OMApp are not allowed!");
     instance_ = this;
     readVersion();
     OMPlatform().display().setTitle(productName_);

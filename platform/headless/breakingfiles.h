@@ -59,8 +59,8 @@ class BreakingFiles final : public Files {
         return files_.currentDirectory();
     }
     [[nodiscard]] std::string homeDirectory() const override { return files_.homeDirectory(); }
-    [[nodiscard]] std::optional<std::uint64_t> freeSpace(char drive) const override {
-        return files_.freeSpace(drive);
+    [[nodiscard]] std::optional<std::uint64_t> freeSpace(std::string_view folder) const override {
+        return files_.freeSpace(folder);
     }
     [[nodiscard]] std::size_t sectorSize(char drive) const override {
         return files_.sectorSize(drive);

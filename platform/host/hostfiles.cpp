@@ -261,22 +261,32 @@ std::string HostFiles::currentDirectory() const { return textOf(current_); }
 
 std::string HostFiles::homeDirectory() const { return textOf(home_); }
 
-/// The nearest folder that is there: the home directory may be made later.
-std::string HostFiles::measuredFolder(const Drive& drive) const {
+/// The nearest one that is there: the home directory may be made later.
+std::string HostFiles::measuredFolder(fs::path folder) {
     std::error_code error;
-    fs::path folder =
-        drive.letter == kHostDrive || drive.letter == kHomeDrive ? hostHome_ : drive.root;
-    while (folder.has_relative_path() && !fs::is_directory(folder, error)) {
+    while (folder.has_relative_path() && !fs::is_directory(folder, error))
         folder = folder.parent_path();
-    }
     return folder.empty() ? "/" : folder.string();
 }
 
-std::optional<std::uint64_t> HostFiles::freeSpace(char drive) const {
-    const Drive* found = driveOf(drive);
-    if (found && claimedSpace_) return claimedSpace_;
+std::string HostFiles::measuredFolder(const Drive& drive) const {
+    const bool holdsHome = drive.letter == kHostDrive || drive.letter == kHomeDrive;
+    return measuredFolder(fs::path(holdsHome ? hostHome_ : drive.root));
+}
+
+std::optional<std::uint64_t> HostFiles::freeSpace(std::string_view folder) const {
+    const Place place = placeOf(folder);
+    const Drive* drive = driveOf(place.drive);
+    if (!drive) return std::nullopt;
+    if (claimedSpace_) return claimedSpace_;
+    fs::path measured = drive->root.empty() ? "/" : drive->root;
+    if (const auto found = locate(place, false)) {
+        measured = *found;
+    } else {
+        for (const std::string& part : place.parts) measured /= part;
+    }
     struct statvfs status {};
-    if (!found || ::statvfs(measuredFolder(*found).c_str(), &status) != 0) return std::nullopt;
+    if (::statvfs(measuredFolder(measured).c_str(), &status) != 0) return std::nullopt;
     return std::uint64_t{status.f_bavail} * status.f_frsize;
 }
 

@@ -12,6 +12,8 @@
 #include "platform/files.h"
 #include "platform/host/hostoptions.h"
 
+#include <filesystem>
+
 namespace platform {
 
 class HostFiles final : public Files {
@@ -32,7 +34,7 @@ class HostFiles final : public Files {
     [[nodiscard]] std::string currentDirectory() const override;
     [[nodiscard]] std::string homeDirectory() const override;
     /// Drive C: is measured where the home directory lies, as the program writes nowhere else.
-    [[nodiscard]] std::optional<std::uint64_t> freeSpace(char drive) const override;
+    [[nodiscard]] std::optional<std::uint64_t> freeSpace(std::string_view folder) const override;
     [[nodiscard]] std::size_t sectorSize(char drive) const override;
 
     /// The host's name of a file or folder that is there.
@@ -61,6 +63,8 @@ class HostFiles final : public Files {
     [[nodiscard]] bool isBelowHome(const Place& place) const;
     /// The host's path of a place; with `create` its last part need not be there.
     [[nodiscard]] std::optional<std::string> locate(const Place& place, bool create) const;
+    /// A folder of the host that tells of the disk that a place is or will be on.
+    static std::string measuredFolder(std::filesystem::path folder);
     [[nodiscard]] std::string measuredFolder(const Drive& drive) const;
     Place anchor(const std::string& hostPath, char ownDrive);
 

@@ -122,7 +122,8 @@ class MachineChecks {
         const char drive =
             configuration_.homeDirectory.empty() ? 'C' : configuration_.homeDirectory.front();
         const std::string name(1, drive);
-        const auto free = static_cast<double>(OMPlatform().files().freeSpace(drive).value_or(0));
+        const auto free = static_cast<double>(
+            OMPlatform().files().freeSpace(configuration_.homeDirectory).value_or(0));
         OMLog::writef(Kind::Message, "HD Free Space on Drive %s: %.0f", name.c_str(), free);
         if (free >= kLeastSpace) return true;
         RShowErrorBox(RWarningText(warningtext::kLittleSpace1) + name +

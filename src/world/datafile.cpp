@@ -25,13 +25,11 @@ bool isName(std::string_view name) {
 }
 
 void addLine(std::string& file, std::string_view text) {
-    const std::size_t start = file.size();
-    file += text.substr(0, kMostBytes - 1);
-    std::replace(file.begin() + static_cast<std::ptrdiff_t>(start), file.end(), kLineEnd, ' ');
+    file += asStored(text);
     file += kLineEnd;
 }
 
-/// `mark` ends the section.
+/// `mark` will end the section.
 void addProperties(std::string& file, const Properties& properties, std::string_view mark) {
     for (const auto& property : properties) {
         if (!property->isPersistent() || !isName(property->name())) continue;
@@ -41,7 +39,6 @@ void addProperties(std::string& file, const Properties& properties, std::string_
         addLine(file, property->name());
         addLine(file, value);
     }
-    addLine(file, mark);
 }
 
 constexpr std::uint32_t inFileOrder(std::uint32_t number) {
@@ -107,13 +104,26 @@ bool readSection(DataReader& reader, std::string_view mark, Set set) {
 
 } // namespace
 
+std::string asStored(std::string_view value) {
+    std::string text(value.substr(0, kMostBytes - 1));
+    std::ranges::replace(text, kLineEnd, ' ');
+    return text;
+}
+
 std::string compose(const Properties& globals, const Players& players) {
     std::string file;
     file.reserve(kUsualProperties + players.size() * (kRecordSize + kUsualProperties));
     addProperties(file, globals, kGlobalEnd);
+    addLine(file, kGlobalEnd);
     for (const auto& player : players) {
         addNumbers(file, player->record());
         addProperties(file, player->stored(), kPlayerEnd);
+        for (const auto& [name, value] : player->strangers()) {
+            if (!isName(name)) continue;
+            addLine(file, name);
+            addLine(file, value);
+        }
+        addLine(file, kPlayerEnd);
     }
     return file;
 }
@@ -135,13 +145,17 @@ bool readPlayers(std::string_view bytes, const Properties& templates, Players& p
     while (!reader.atEnd()) {
         Player& player = *players.emplace_back(std::make_unique<Player>(templates));
         const bool numbers = reader.numbers(player.record().numbers());
+        bool isNamed = false; // as every player that was written
         const bool properties = readSection(reader, kPlayerEnd, [&](auto name, auto value) {
-            if (Property* property = player.property(name))
+            isNamed = isNamed || name == kPlayerName;
+            if (Property* property = player.property(name)) {
                 property->setText(value);
-            else
-                unknown(name);
+                return;
+            }
+            unknown(name);
+            player.addStranger(name, value);
         });
-        whole = numbers && properties;
+        whole = whole && numbers && properties && isNamed;
     }
     return whole;
 }

@@ -28,6 +28,9 @@ using Players = std::vector<std::unique_ptr<Player>>;
 
 namespace datafile {
 
+/// A value as it comes back from the file.
+[[nodiscard]] std::string asStored(std::string_view value);
+
 [[nodiscard]] std::string compose(const Properties& globals, const Players& players);
 
 // Both tell whether the file is whole: whether what was read ends as it should. An empty file is.

@@ -13,7 +13,6 @@ struct StoredNumber {
     bool persistent = true;
 };
 
-constexpr std::string_view kPlayerName = "playerName";
 constexpr StoredNumber kStoredNumbers[] = {
     {"playerLevel"},
     {"playerScore"},
@@ -57,6 +56,10 @@ Player::Player(const Properties& templates) {
     for (const ComputedProperty& row : computedProperties())
         computed_.push_back(std::make_unique<LinkedProperty>(
             row.name, false, [&row, this] { return row.read(record_); }, setterOf(row, record_)));
+}
+
+void Player::addStranger(std::string_view name, std::string_view value) {
+    if (!name.empty() && strangers_.size() < kMostStrangers) strangers_.emplace_back(name, value);
 }
 
 Property* Player::property(std::string_view name) const {

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace world {
@@ -18,8 +19,13 @@ using Properties = std::vector<std::unique_ptr<Property>>;
 /// The last one of the name, which is the one that scripts see; null when there is none.
 [[nodiscard]] Property* lastNamed(const Properties& properties, std::string_view name);
 
+/// The property that holds the name.
+inline constexpr std::string_view kPlayerName = "playerName";
+
 class Player {
   public:
+    static constexpr std::size_t kMostStrangers = 1000;
+
     /// A player with all numbers 0 and the properties that everybody has, and with copies of
     /// `templates`.
     explicit Player(const Properties& templates = {});
@@ -35,6 +41,13 @@ class Player {
 
     [[nodiscard]] const Properties& stored() const { return stored_; }
     [[nodiscard]] const Properties& computed() const { return computed_; }
+    /// Named values that the data file had and nobody asks for in this run. They go back into the
+    /// file: another script, or the same one later, may have them declared.
+    using Strangers = std::vector<std::pair<std::string, std::string>>;
+    [[nodiscard]] const Strangers& strangers() const { return strangers_; }
+    /// Beyond kMostStrangers, and without a name, they are given up.
+    void addStranger(std::string_view name, std::string_view value);
+
     /// A stored one before a computed one; null when there is neither.
     [[nodiscard]] Property* property(std::string_view name) const;
 
@@ -42,6 +55,7 @@ class Player {
     PlayerRecord record_;
     Properties stored_;
     Properties computed_;
+    Strangers strangers_;
     StringProperty* name_; ///< the first of the stored ones
 };
 

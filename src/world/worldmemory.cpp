@@ -92,6 +92,11 @@ Property& WorldMemory::addGlobal(std::unique_ptr<Property> property) {
 }
 
 void WorldMemory::addTemplate(std::unique_ptr<Property> property) {
+    if (Player().property(property->name())) {
+        OMLog::writef(OMLog::Kind::Warning, "World Memory - every player has a property %s",
+                      property->name().c_str());
+        return;
+    }
     templates_.push_back(std::move(property));
 }
 
@@ -139,9 +144,12 @@ Player* WorldMemory::playerAt(std::string_view digits) const {
                : nullptr;
 }
 
-Player& WorldMemory::activatePlayer(std::string_view name) {
+Player& WorldMemory::activatePlayer(std::string_view wanted) {
+    // Else a player would not be found again under the name that the file keeps.
+    const std::string name = datafile::asStored(wanted);
     log("World Memory - activating player ", name);
-    Player* player = name.starts_with(kPlaceMark) ? playerAt(name.substr(1)) : nullptr;
+    Player* player =
+        name.starts_with(kPlaceMark) ? playerAt(std::string_view(name).substr(1)) : nullptr;
     if (!player) player = playerNamed(name);
     if (!player) {
         log("World Memory - creating new player ", name);

@@ -57,7 +57,8 @@ class WorldMemory {
     /// The last one of the name, or null.
     [[nodiscard]] Property* global(std::string_view name) const;
     Property& addGlobal(std::unique_ptr<Property> property);
-    /// What every player who comes later has.
+    /// What every player who comes later has. One that is named like a built-in property is refused
+    /// with a line in the log: it would take that one's place in the data file.
     void addTemplate(std::unique_ptr<Property> property);
 
     /// The first call reads the players of the data file.
@@ -73,7 +74,7 @@ class WorldMemory {
     [[nodiscard]] Player* currentPlayer() const { return currentPlayer_; }
     /// "#" and a number name the player at that place, from 0; if there is none, and for all other
     /// names, the player who has that name, who is made when there is none.
-    Player& activatePlayer(std::string_view name);
+    Player& activatePlayer(std::string_view wanted);
     /// The player who has the name; if there is none, a name that begins with a digit is a place.
     void removePlayer(std::string_view name);
 

@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -152,7 +153,7 @@ class MemoryFiles final : public platform::Files {
     }
     std::string currentDirectory() const override { return current; }
     std::string homeDirectory() const override { return home; }
-    std::optional<std::uint64_t> freeSpace(char) const override { return space; }
+    std::optional<std::uint64_t> freeSpace(std::string_view) const override { return space; }
     std::size_t sectorSize(char) const override { return sector; }
 
   private:
@@ -627,12 +628,14 @@ class MemoryPlatform final : public platform::Platform {
         return textWindows.open(request, owner);
     }
     MemoryTextWindows textWindows;
+    std::function<void()> atEnd; ///< called before the process ends at once
 
     void mainLoopBegins() override {}
     void passEnded() override {}
     void programEnds(int) override {}
     /// The boxes shown so far go to standard error, for tests of fatal errors.
     [[noreturn]] void terminate(int exitCode) override {
+        if (atEnd) atEnd();
         for (const MemoryDialogs::Box& box : dialogs_.boxes)
             std::fprintf(stderr, "%s\n", box.text.c_str());
         std::_Exit(exitCode);

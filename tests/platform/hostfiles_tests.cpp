@@ -97,11 +97,11 @@ TEST_F(HostFilesTest, KeepsDrivesApart) {
     EXPECT_EQ(read("D:\\..\\rsc\\resource.map"), "map") << "nothing lies above a drive's root";
     EXPECT_EQ(read("E:\\rsc\\resource.map"), "(none)");
     EXPECT_EQ(read("\\\\cd\\rsc\\resource.map"), "(none)");
-    EXPECT_TRUE(files_->freeSpace('d').has_value());
-    EXPECT_FALSE(files_->freeSpace('E').has_value());
+    EXPECT_TRUE(files_->freeSpace("d:\\").has_value());
+    EXPECT_FALSE(files_->freeSpace("E:\\").has_value());
     const HostFiles withoutCd({folder_.path("game"), "", folder_.path("home")});
     EXPECT_FALSE(withoutCd.exists("D:\\rsc\\resource.map"));
-    EXPECT_FALSE(withoutCd.freeSpace('D').has_value());
+    EXPECT_FALSE(withoutCd.freeSpace("D:\\").has_value());
     EXPECT_TRUE(withoutCd.list("D:\\").empty());
 }
 
@@ -142,7 +142,7 @@ TEST_F(HostFilesTest, WritesEmptiesAndAppends) {
 
 TEST_F(HostFilesTest, MakesTheHomeFolderWhenItIsWrittenTo) {
     const std::string log = files_->homeDirectory() + "\\LOG.TXT";
-    EXPECT_TRUE(files_->freeSpace('C').has_value());
+    EXPECT_TRUE(files_->freeSpace(files_->homeDirectory()).has_value());
     EXPECT_FALSE(files_->isWritable(log));
     EXPECT_FALSE(std::filesystem::exists(folder_.path("data")));
     EXPECT_TRUE(write(log, OpenMode::Append, "x"));

@@ -160,6 +160,24 @@ TEST_F(AppTest, ScriptsAreAlsoFoundInTheirFolders) {
     EXPECT_NE(run("UseDirectDraw=1\r\n").find("found\n"), std::string::npos);
 }
 
+TEST_F(AppTest, AScriptThatIsMissingEndsTheProgramButNotTheWorld) {
+    large.files().put("Startup.mps",
+                      std::string("yield off\nworld=RWorldPort 0\nplay world activateDataFile\n"
+                                  "play world activatePlayer \"Ana\"\nrelay \"nosuch.mps\"\n"));
+    const auto saved = [&] {
+        large.files().put("ZORBET.INI", "[Zorbet Voyages - CD]\r\nUseDirectDraw=1\r\n");
+        large.atEnd = [&] {
+            std::fputs(large.files().text("ZORBET.DAT").find("playerName\nAna\n") !=
+                               std::string::npos
+                           ? "Ana is saved"
+                           : "Ana is lost",
+                       stderr);
+        };
+        (void)RGameMain(1);
+    };
+    EXPECT_EXIT(saved(), testing::ExitedWithCode(1), "Ana is saved");
+}
+
 TEST_F(AppTest, WithoutMemoryThePersonIsToldAndTheProcessEnds) {
     const auto exhaust = [] {
         RInstallMemoryHandler();

@@ -163,6 +163,27 @@ TEST_F(DataFile, WhatIsNotKnownIsPassedOver) {
     EXPECT_THAT(unknown, ElementsAre("hat", std::string(1023, 'b')));
 }
 
+TEST_F(DataFile, WhatNobodyDeclaredGoesBackIntoTheFile) {
+    const std::string numbers(2980, '\1');
+    const std::string file =
+        "GLOBAL_END\n" + numbers + "playerName\nAna\nhat\nblue\nscarf\n\nPLAYER_END\n";
+    EXPECT_TRUE(read(file));
+    EXPECT_THAT(unknown, ElementsAre("hat", "scarf"));
+    const std::string kept = compose();
+    EXPECT_NE(kept.find("hat\nblue\nscarf\n\nPLAYER_END\n"), std::string::npos);
+    templates.push_back(std::make_unique<StringProperty>("hat"));
+    EXPECT_TRUE(read(kept));
+    EXPECT_EQ(players[0]->property("hat")->text(), "blue");
+    EXPECT_THAT(unknown, ElementsAre("scarf"));
+}
+
+TEST_F(DataFile, PlayersOfAnotherFormAreNotUnderstood) {
+    const std::string player = std::string(2980, '\1') + "playerName\nAna\nPLAYER_END\n";
+    EXPECT_TRUE(read("GLOBAL_END\n" + player + player));
+    EXPECT_FALSE(read("GLOBAL_END\n" + player.substr(240) + player)) << "a shorter record";
+    EXPECT_FALSE(read("GLOBAL_END\n" + std::string(2980, '\1') + "PLAYER_END\n" + player));
+}
+
 TEST_F(DataFile, OfTwoNamesTheLastIsTheOneThatIsKept) {
     templates.push_back(std::make_unique<IntProperty>("shoes"));
     addPlayer();

@@ -47,8 +47,10 @@ class YEngine {
     void warn(std::string_view text);
     /// Asks the application to end.
     void quit();
-    /// Shows a message and ends the program with exit code 1.
+    /// Shows a message, calls the last link, and ends the program with exit code 1.
     [[noreturn]] void endProgram(std::string_view message);
+    /// What must be done before the program ends so, in the middle of everything.
+    void setLastLink(OMLink link) { lastLink_ = std::move(link); }
     /// Adds a line to "debug.txt".
     void writeDebugLine(std::string_view text);
 
@@ -98,6 +100,7 @@ class YEngine {
     bool countsForTimers();
     void switchScripts();
 
+    OMLink lastLink_;
     static YEngine* current_;
 
     OMList<YThread> threads_;

@@ -106,6 +106,7 @@ void YEngine::quit() {
 
 void YEngine::endProgram(std::string_view message) {
     warn(message);
+    lastLink_();
     OMEndProcess(kProgramEnd);
 }
 

@@ -86,7 +86,7 @@ class Files {
     [[nodiscard]] virtual std::string homeDirectory() const = 0; ///< the "Windows directory"
 
     /// Bytes that can still be written on a drive ('C'); none when there is no such drive.
-    [[nodiscard]] virtual std::optional<std::uint64_t> freeSpace(char drive) const = 0;
+    [[nodiscard]] virtual std::optional<std::uint64_t> freeSpace(std::string_view folder) const = 0;
     /// Unit in which ReadSequential files are read best, in bytes.
     [[nodiscard]] virtual std::size_t sectorSize(char drive) const = 0;
 };
