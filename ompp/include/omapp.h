@@ -97,6 +97,7 @@ class OMApp {
 
     void readVersion();
     void startDisplay();
+    [[nodiscard]] platform::Rect mainWindow() const;
     void tellDroppedRelease();
 
     static OMApp* instance_;

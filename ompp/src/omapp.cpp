@@ -79,10 +79,16 @@ void OMApp::startDisplay() {
         directDraw_ = false;
         displayMode_ = DisplayMode::PopUp;
     }
-    // The main window covers the desktop; one of surfaces stands at its upper left.
-    const bool small = directDraw_ && displayMode_ == DisplayMode::PopUp;
-    const Rect own{0, 0, rectangle_.width(), rectangle_.height()};
-    fillScreen(small ? own : display.screen().bounds(), background_);
+    fillScreen(mainWindow(), background_);
+}
+
+/// It covers the desktop, but for an overlapped one, and for one of surfaces, which stands at the
+/// upper left.
+Rect OMApp::mainWindow() const {
+    if (displayMode_ == DisplayMode::Overlapped) return rectangle_;
+    if (directDraw_ && displayMode_ == DisplayMode::PopUp)
+        return {0, 0, rectangle_.width(), rectangle_.height()};
+    return OMPlatform().display().screen().bounds();
 }
 
 OMApp::~OMApp() {

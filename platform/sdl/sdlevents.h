@@ -44,7 +44,7 @@ class SdlEvents final : public Events {
     SdlDisplay& display_;
     SdlTextWindows& textWindows_;
     std::deque<Message> pending_; ///< translated, not yet taken
-    bool terminated_ = false; ///< the host asked for the end, and the program was told
+    bool terminated_ = false;     ///< the host asked for the end, and the program was told
     bool captured_ = false;
     bool buttonDown_ = false; ///< as far as the program knows
     bool releaseDropped_ = false;
