@@ -12,18 +12,19 @@
 #include "rtrigger.h"
 #include "world/rworldport.h"
 
+namespace {
+
+constexpr const OMSClass* kClasses[] = {
+    &OMMultiTrinket::kClass, &RAnimation::kClass, &RAnimationTrigger::kClass, &RHotSpot::kClass,
+    &RKbdInp::kClass,        &RPButton::kClass,   &RSelList::kClass,          &RText::kClass,
+    &RTrigger::kClass,       &RWorldPort::kClass,
+};
+
+} // namespace
+
 RScriptClasses::RScriptClasses() {
     OMSRegistry& registry = OMSRegistry::global();
-    registerOMMultiTrinket(registry);
-    registerRAnimation(registry);
-    registerRAnimationTrigger(registry);
-    registerRHotSpot(registry);
-    registerRKbdInp(registry);
-    registerRPButton(registry);
-    registerRSelList(registry);
-    registerRText(registry);
-    registerRTrigger(registry);
-    registerRWorldPort(registry);
+    for (const OMSClass* scriptClass : kClasses) registry.registerClass(*scriptClass);
     // A class that is not built in may come from a library in the current directory.
     registry.setComponentLoading(true);
 }

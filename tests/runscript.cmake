@@ -8,7 +8,8 @@ file(RENAME ${WORK}/content/${NAME}.mps ${WORK}/content/Startup.mps)
 file(COPY ${SAMPLE}/RSC DESTINATION ${WORK}/content)
 foreach(folder ${SCRIPTS}/${NAME} ${BUILT}/${NAME})
   if(IS_DIRECTORY ${folder})
-    file(COPY ${folder}/ DESTINATION ${WORK}/content)
+    # Over files of the sample with the same name, which file(COPY) keeps when they are as old.
+    execute_process(COMMAND ${CMAKE_COMMAND} -E copy_directory ${folder} ${WORK}/content)
   endif()
 endforeach()
 

@@ -4,7 +4,6 @@
 #include "distribution.h"
 #include "newgame.h"
 #include "omsclass.h"
-#include "omsregistry.h"
 
 using world::IntProperty;
 using world::PlayerRecord;
@@ -52,6 +51,9 @@ constexpr OMSEntry kPlayerVocabulary[] = {
 
 } // namespace
 
+const OMSClass RWorldPort::kClass{"RWorldPort", &OMScriptableObject::kClass, kVocabulary,
+                                  &RWorldPort::createFromScript};
+
 // ---------------------------------------------------------------------------- life
 
 RWorldPort::RWorldPort(WorldMemory& memory) : memory_(&memory) { memory.addView(*this); }
@@ -60,7 +62,7 @@ RWorldPort::~RWorldPort() {
     if (memory_) memory_->removeView(*this);
 }
 
-std::unique_ptr<RWorldPort> RWorldPort::createFromScript() {
+std::unique_ptr<OMScriptableObject> RWorldPort::createFromScript() {
     WorldMemory* memory = WorldMemory::current();
     return memory ? std::make_unique<RWorldPort>(*memory) : nullptr;
 }
@@ -70,7 +72,6 @@ std::unique_ptr<OMScriptableObject> RWorldPort::duplicate() {
 }
 
 void RWorldPort::declareProperties() {
-    declare(kVocabulary);
     for (const auto& property : memory_->globals()) show(*property);
     showCurrentPlayer();
 }
@@ -93,7 +94,7 @@ void RWorldPort::showCurrentPlayer() {
     if (!player_) return;
     for (const auto& property : player_->stored()) show(*property);
     for (const auto& property : player_->computed()) show(*property);
-    declare(kPlayerVocabulary);
+    for (const OMSEntry& row : kPlayerVocabulary) addEntry(row);
 }
 
 void RWorldPort::withdrawPlayer() {
@@ -211,8 +212,4 @@ void RWorldPort::removeNextObjectFromQueue(const std::string& location) {
 void RWorldPort::removeObjectFromLocation(int item, const std::string& location) {
     PlayerRecord& record = player_->record();
     world::removeItem(record.items(world::locationOf(record, location)), item);
-}
-
-void registerRWorldPort(OMSRegistry& registry) {
-    registry.registerClass(RWorldPort::kClassName, [] { return RWorldPort::createFromScript(); });
 }

@@ -15,18 +15,16 @@
 #include <optional>
 #include <string>
 
-class OMSRegistry;
-
 class RWorldPort final : public OMScriptableObject, private world::WorldMemory::View {
   public:
-    static constexpr std::string_view kClassName = "RWorldPort";
+    static const OMSClass kClass;
 
     /// The memory may end before the port, which has nothing to show then.
     explicit RWorldPort(world::WorldMemory& memory);
     ~RWorldPort() override;
 
     /// Null without a memory.
-    [[nodiscard]] static std::unique_ptr<RWorldPort> createFromScript();
+    [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
 
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
     /// Also shows the globals and the player.
@@ -75,5 +73,3 @@ class RWorldPort final : public OMScriptableObject, private world::WorldMemory::
     world::WorldMemory* memory_;      ///< null when it is gone
     world::Player* player_ = nullptr; ///< who is shown
 };
-
-void registerRWorldPort(OMSRegistry& registry);

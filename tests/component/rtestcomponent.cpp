@@ -6,12 +6,17 @@ namespace {
 
 class RTestComponent : public OMScriptableObject {
   public:
+    static const OMSClass kClass;
+
     explicit RTestComponent(int level) : level_(level) {}
     [[nodiscard]] int level() const { return level_; }
     void setLevel(int level) { level_ = level; }
-    void declareProperties() override;
 
   private:
+    static std::unique_ptr<OMScriptableObject> createFromScript() {
+        return std::make_unique<RTestComponent>(OMSArguments::global().nextInteger());
+    }
+
     int level_;
 };
 
@@ -19,12 +24,11 @@ constexpr OMSEntry kVocabulary[] = {
     oms::data<&RTestComponent::level, &RTestComponent::setLevel>("level", "any number"),
 };
 
-void RTestComponent::declareProperties() { declare(kVocabulary); }
+const OMSClass RTestComponent::kClass{"RTestComponent", &OMScriptableObject::kClass, kVocabulary,
+                                      &RTestComponent::createFromScript};
 
 } // namespace
 
 extern "C" void OMRegisterComponent() {
-    OMSRegistry::global().registerClass("RTestComponent", [] {
-        return std::make_unique<RTestComponent>(OMSArguments::global().nextInteger());
-    });
+    OMSRegistry::global().registerClass(RTestComponent::kClass);
 }

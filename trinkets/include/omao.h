@@ -33,6 +33,8 @@ struct AOSoundRecord {
 
 class OMAnimation : public OMTrinket {
   public:
+    static const OMSClass kClass;
+
     /// As a coordinate: the one embedded in the resource.
     static constexpr int kEmbedded = 11111;
     static constexpr int kLoopForever = -1; ///< repeat count
@@ -90,7 +92,6 @@ class OMAnimation : public OMTrinket {
     [[nodiscard]] static OMList<OMAnimation>& all() { return all_; }
 
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
-    void declareProperties() override;
 
     // Queries.
 

@@ -2,27 +2,18 @@
 // number.
 #pragma once
 
+#include "ominstalled.h"
 #include "omlink.h"
 
-class OMEffectSounds {
+class OMEffectSounds : public OMInstalled<OMEffectSounds> {
   public:
     static constexpr int kNotPlaying = -1; ///< instead of a handle
 
-    OMEffectSounds() = default;
     virtual ~OMEffectSounds() = default;
-    OMEffectSounds(const OMEffectSounds&) = delete;
-    OMEffectSounds& operator=(const OMEffectSounds&) = delete;
 
     /// Plays the sound resource `id` once. `done` is called when it has ended or was ended; never
     /// for a sound that cannot be played, which gives kNotPlaying.
     virtual int playEffect(int id, OMLink done) = 0;
     /// Ends a sound; one that has ended does nothing.
     virtual void endEffect(int handle) = 0;
-
-    /// Null while there are none. Not owned.
-    [[nodiscard]] static OMEffectSounds* current() { return current_; }
-    static void setCurrent(OMEffectSounds* sounds) { current_ = sounds; }
-
-  private:
-    static inline OMEffectSounds* current_ = nullptr;
 };

@@ -2,17 +2,16 @@
 // font factory is it.
 #pragma once
 
+#include "ominstalled.h"
+
 #include <string_view>
 #include <utility>
 
 class OMFont;
 
-class OMFontSource {
+class OMFontSource : public OMInstalled<OMFontSource> {
   public:
-    OMFontSource() = default;
     virtual ~OMFontSource() = default;
-    OMFontSource(const OMFontSource&) = delete;
-    OMFontSource& operator=(const OMFontSource&) = delete;
 
     // Each begins a use, to be ended with doneUsing, after which the font may be gone. A font that
     // cannot be had is replaced by the system font.
@@ -21,13 +20,6 @@ class OMFontSource {
     /// One more use of a font that is used already.
     virtual OMFont& useFont(OMFont& font) = 0;
     virtual void doneUsing(OMFont& font) = 0;
-
-    /// Null while there is none. Not owned.
-    [[nodiscard]] static OMFontSource* current() { return current_; }
-    static void setCurrent(OMFontSource* source) { current_ = source; }
-
-  private:
-    static inline OMFontSource* current_ = nullptr;
 };
 
 /// One use of a font, ended by destruction. A copy is another use.

@@ -14,21 +14,18 @@
 #include <string_view>
 #include <vector>
 
-class OMSRegistry;
-
 class OMMultiTrinket : public OMTrinket {
   public:
-    static constexpr std::string_view kClassName = "OMMultiTrinket";
+    static const OMSClass kClass;
 
     explicit OMMultiTrinket(OMTrinketWindow& window);
     ~OMMultiTrinket() override;
 
     /// With the arguments of the script; null without a main window.
-    [[nodiscard]] static std::unique_ptr<OMMultiTrinket> createFromScript();
+    [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
 
     /// A group of the same kind without members, at the place of this one.
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
-    void declareProperties() override;
 
     // Members.
 
@@ -90,5 +87,3 @@ class OMMultiTrinket : public OMTrinket {
     std::vector<Member> members_;
     std::string userData_;
 };
-
-void registerOMMultiTrinket(OMSRegistry& registry);

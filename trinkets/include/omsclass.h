@@ -1,5 +1,5 @@
-// Class tables: the whole vocabulary that scripts see of a class as rows of one constexpr array, in
-// the order of the class's reference page.
+// What scripts see of a class: its name, and its whole vocabulary as rows of one constexpr array,
+// in the order of the class's reference page.
 //
 //     constexpr OMSEntry kVocabulary[] = {
 //         oms::data<&Lamp::level, &Lamp::setLevel>("level", "brightness, 0 to 100"),
@@ -8,7 +8,8 @@
 //         oms::lasting<&Lamp::fade>("fade", "ms"),       // calls fireCompletion when it is done
 //         oms::event("lit"),
 //     };
-//     void Lamp::declareProperties() { OMTrinket::declareProperties(); declare(kVocabulary); }
+//     const OMSClass Lamp::kClass{"Lamp", &OMTrinket::kClass, kVocabulary,
+//     &Lamp::createFromScript};
 //
 // Getters return int, bool, double, std::string or a rectangle; setters and methods take int, bool,
 // double, std::string, or std::optional of these for arguments that may be missing. A property with
@@ -20,7 +21,9 @@
 
 #include "platform/geometry.h"
 
+#include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -35,6 +38,19 @@ struct OMSEntry {
     std::string (*get)(OMScriptableObject&) = nullptr;
     void (*run)(OMScriptableObject&) = nullptr;
     bool lasting = false; ///< the method reports itself when its work is finished
+};
+
+/// A class as scripts know it. It outlives all objects of the class.
+struct OMSClass {
+    std::string_view name;
+    const OMSClass* base;                 ///< whose vocabulary the objects have too
+    std::span<const OMSEntry> vocabulary; ///< hides the same names of the base
+    /// With the arguments in OMSArguments::global(); null when it refuses. No function for classes
+    /// that only have heirs.
+    std::unique_ptr<OMScriptableObject> (*create)() = nullptr;
+
+    /// The row of that name here or in a base; null without.
+    [[nodiscard]] const OMSEntry* find(std::string_view entry) const;
 };
 
 namespace oms {
@@ -165,6 +181,12 @@ constexpr OMSEntry lasting(std::string_view name, std::string_view help = {}) {
 
 constexpr OMSEntry event(std::string_view name, std::string_view help = {}) {
     return {OMScriptableObjectProperty::Kind::Event, name, help};
+}
+
+/// How classes without arguments are created.
+template <class Class>
+std::unique_ptr<OMScriptableObject> create() {
+    return std::make_unique<Class>();
 }
 
 } // namespace oms

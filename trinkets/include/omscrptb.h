@@ -1,9 +1,10 @@
 // Scriptable objects: the base of everything that a script can create, configure, start or listen
 // to.
 //
-// An object carries named properties of three kinds (omsproperty.h), declared once from its class's
-// tables (omsclass.h). Events are fired synchronously from inside the object's code, so a handler
-// may destroy the object that fires; whoever goes on working after `fireEvent` holds an OMSWatch.
+// An object carries named properties of three kinds (omsproperty.h): those of its class, told once
+// in the class's table (omsclass.h), and those that were added to this object alone. Events are
+// fired synchronously from inside the object's code, so a handler may destroy the object that
+// fires; whoever goes on working after `fireEvent` holds an OMSWatch.
 #pragma once
 
 #include "omlink.h"
@@ -19,6 +20,7 @@
 
 class OMScriptableObject;
 class OMSR;
+struct OMSClass;
 struct OMSEntry;
 
 /// Watches one object and knows when it is gone. Not copyable; belongs on the stack or in a member.
@@ -46,8 +48,10 @@ class OMScriptableObject {
     /// Why the last get, set, invoke or attach failed.
     enum class Status { Ok = 0, Absent = 1, Refused = 2 };
 
-    /// Every object has the event "born".
-    OMScriptableObject();
+    /// What every object has: the event "born".
+    static const OMSClass kClass;
+
+    OMScriptableObject() = default;
     /// Empties every script variable that still refers to the object, and discards its handlers.
     virtual ~OMScriptableObject();
     OMScriptableObject& operator=(const OMScriptableObject&) = delete;
@@ -58,18 +62,19 @@ class OMScriptableObject {
     /// A duplicate with this object's class and that class's properties, announced as born. Null
     /// also when a handler of its birth destroyed it.
     [[nodiscard]] std::unique_ptr<OMScriptableObject> makeDuplicate();
-    /// Adds the class's properties, methods and events; an heir calls its base's first. Run once,
-    /// when the object is created by its class or announced as born.
+    /// Adds what not every object of the class has. Run once, when the object is created by its
+    /// class or announced as born.
     virtual void declareProperties() {}
 
-    // Declaring. Names must outlive the object; a name that is present is replaced. Without a
-    // setter, writes are accepted and ignored.
+    // Properties of this object alone, which come before those of its class. Names must outlive the
+    // object; a name that was added before is replaced. Without a setter, writes are accepted and
+    // ignored.
     void addDataProperty(std::string_view name, OMSSetter setter, OMSGetter getter);
     void addMethod(std::string_view name, OMSMethod method);
     void addDefaultMethod(OMSMethod method) { addMethod(kDefaultMethod, std::move(method)); }
     void addEvent(std::string_view name);
-    /// Takes a property, method or event away, which may be running. A name that is none changes
-    /// nothing.
+    void addEntry(const OMSEntry& row);
+    /// Takes an added property away, which may be running. A name that is none changes nothing.
     void removeProperty(std::string_view name);
 
     // Use. Each leaves its outcome in `status`.
@@ -83,7 +88,7 @@ class OMScriptableObject {
     /// Fills the argument list first.
     bool invoke(std::string_view method, std::initializer_list<std::string_view> arguments);
     bool attachHandler(std::string_view event, OMLink handler, OMLink second = nullptr);
-    [[nodiscard]] OMScriptableObjectProperty* property(std::string_view name) const;
+    [[nodiscard]] bool hasProperty(std::string_view name) const;
 
     /// The link that a synchronous `play` waits for; replaces an earlier one.
     void setCompletionLink(OMLink link) { completion_ = std::move(link); }
@@ -92,10 +97,11 @@ class OMScriptableObject {
     /// The link, which is called no more: for those who tell others before they call it.
     [[nodiscard]] OMLink takeCompletion() { return std::exchange(completion_, nullptr); }
 
-    [[nodiscard]] const OMSR* classEntry() const { return class_; }
-    /// The object becomes the last-born one, takes the class of that name if it has none yet
-    /// (declaring its properties), and the class's handler is called. For objects that the program
-    /// makes itself; creation through the registry does it.
+    /// Of the object's class in the registry; null while it has none.
+    [[nodiscard]] const OMSR* classEntry() const;
+    /// The object becomes the last-born one, takes the registered class of that name if it has none
+    /// yet, and the class's handler is called. For objects that the program makes itself; creation
+    /// through the registry does it.
     void announceBorn(std::string_view className);
 
     static constexpr std::string_view kDefaultMethod = "default";
@@ -117,29 +123,28 @@ class OMScriptableObject {
     static void setResult(std::string_view value);
 
   protected:
-    /// For duplicates: properties are declared anew (makeDuplicate), so that they belong to the new
-    /// object; handlers and watchers stay with the original.
-    OMScriptableObject(const OMScriptableObject& other);
-    /// Adds the rows of a class's table.
-    template <std::size_t Count>
-    void declare(const OMSEntry (&table)[Count]) {
-        declareRows(table, Count);
-    }
+    /// For duplicates: class and properties come anew (makeDuplicate), so that they belong to the
+    /// new object; handlers and watchers stay with the original.
+    OMScriptableObject(const OMScriptableObject&) : OMScriptableObject() {}
 
   private:
     friend class OMSWatch;
     friend class OMSRegistry;
 
-    void declareRows(const OMSEntry* rows, std::size_t count);
-    void runMethod(const OMSEntry& row);
+    [[nodiscard]] OMScriptableObjectProperty* added(std::string_view name) const;
+    [[nodiscard]] const OMSEntry* classRow(std::string_view name) const;
+    template <class Use>
+    auto with(std::string_view name, Use use);
     void add(std::unique_ptr<OMScriptableObjectProperty> property);
+    void takeClass(const OMSClass& scriptClass);
     void born();
 
     static Status status_;
 
+    /// What was added, and the events of the class that have had handlers.
     std::vector<std::unique_ptr<OMScriptableObjectProperty>> properties_;
     OMLink completion_;
-    const OMSR* class_ = nullptr;
+    const OMSClass* class_ = nullptr;
     OMSWatch* watches_ = nullptr;
 };
 

@@ -12,6 +12,9 @@ using OMSSetter = OMLinkTo<void(std::string_view)>;
 using OMSGetter = OMLinkTo<std::string()>;
 using OMSMethod = OMLinkTo<void()>;
 
+class OMScriptableObject;
+struct OMSEntry;
+
 class OMScriptableObjectProperty {
   public:
     enum class Kind { Data = 0, Event = 1, Method = 2 };
@@ -71,4 +74,18 @@ class OMSEventProperty : public OMScriptableObjectProperty {
   private:
     OMLink handler_;
     OMLink second_;
+};
+
+/// A row of a class's table, for one object. An event of it has no handlers.
+class OMSEntryProperty : public OMScriptableObjectProperty {
+  public:
+    /// Both must outlive the property.
+    OMSEntryProperty(OMScriptableObject& object, const OMSEntry& row);
+    bool set(std::string_view value) override;
+    std::optional<std::string> get() override;
+    bool run() override;
+
+  private:
+    OMScriptableObject& object_;
+    const OMSEntry& row_;
 };

@@ -11,26 +11,24 @@
 #include <vector>
 
 class OMScriptableObject;
+struct OMSClass;
 
 namespace platform {
 class Library;
 }
 
-/// Reads its arguments from OMSArguments::global(); null when it refuses.
-using OMSCreate = OMLinkTo<std::unique_ptr<OMScriptableObject>()>;
-
 /// One registered class.
 class OMSR {
   public:
-    OMSR(std::string_view name, OMSCreate create);
+    explicit OMSR(const OMSClass& scriptClass);
     ~OMSR();
 
-    [[nodiscard]] const std::string& name() const { return name_; }
+    [[nodiscard]] const OMSClass& scriptClass() const { return class_; }
+    [[nodiscard]] std::string_view name() const;
 
   private:
     friend class OMSRegistry;
-    std::string name_;
-    OMSCreate create_;
+    const OMSClass& class_;
     OMLink bornHandler_;                         ///< called for every object of the class
     std::unique_ptr<platform::Library> library_; ///< the component that registered it, or none
 };
@@ -44,8 +42,9 @@ class OMSRegistry {
     OMSRegistry();
     ~OMSRegistry();
 
-    /// A class of a name that is already registered changes nothing.
-    void registerClass(std::string_view name, OMSCreate create);
+    /// A class that objects can be made of, which must outlive its registration. One of a name that
+    /// is already registered changes nothing.
+    void registerClass(const OMSClass& scriptClass);
     /// Removing the last class frees the argument list, the hooks and the current error object.
     void unregisterClass(std::string_view name);
     void unregisterAll();
@@ -74,6 +73,7 @@ class OMSRegistry {
     OMSR* findEntry(std::string_view name) const;
     OMSR* loadComponent(std::string_view name);
     void callBornHandler(const OMSR& entry);
+    void lastUnregistered();
 
     std::vector<std::unique_ptr<OMSR>> classes_;
     OMLinkTo<void(OMScriptableObject&)> hook_;

@@ -29,6 +29,8 @@ inline constexpr std::size_t kOMPages = 2;
 
 class OMTrinket : public OMScriptableObject {
   public:
+    static const OMSClass kClass;
+
     using MouseLink = OMLinkTo<void(platform::Point)>; ///< window pixels
 
     /// What a changed trinket repaints.
@@ -88,8 +90,6 @@ class OMTrinket : public OMScriptableObject {
     /// Enters the window's list at depth 0, above all others there.
     OMTrinket(OMTrinketWindow& window, UpdateStyle style, const platform::Rect& bounds);
     ~OMTrinket() override;
-
-    void declareProperties() override;
 
     // Queries.
 

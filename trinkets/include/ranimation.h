@@ -10,19 +10,13 @@
 #include <optional>
 #include <string>
 
-class OMSRegistry;
-
 class RAnimation : public OMAnimation {
   public:
-    static constexpr std::string_view kClassName = "RAnimation";
+    static const OMSClass kClass;
 
     using OMAnimation::OMAnimation;
 
-    /// With the arguments of the script; null without a main window or such a resource.
-    [[nodiscard]] static std::unique_ptr<RAnimation> createFromScript();
-
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
-    void declareProperties() override;
 
     /// 1 while "frameNotify" is raised for every frame that is shown.
     [[nodiscard]] int frameNotification() const { return notifies_ ? 1 : 0; }
@@ -54,5 +48,3 @@ class RAnimation : public OMAnimation {
     OMLink frameCallback_;
     std::string userData_;
 };
-
-void registerRAnimation(OMSRegistry& registry);

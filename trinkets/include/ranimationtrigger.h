@@ -11,16 +11,12 @@
 #include <memory>
 #include <optional>
 
-class OMSRegistry;
-
 class RAnimationTrigger final : public OMScriptableObject {
   public:
-    static constexpr std::string_view kClassName = "RAnimationTrigger";
+    static const OMSClass kClass;
     static constexpr int kDefaultRate = 10;
 
-    [[nodiscard]] static std::unique_ptr<RAnimationTrigger> createFromScript();
-
-    void declareProperties() override;
+    [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
 
     /// A rate below 1 raises no events; one above 1000 raises one in every pass.
     [[nodiscard]] int framesPerSecond() const { return framesPerSecond_; }
@@ -39,5 +35,3 @@ class RAnimationTrigger final : public OMScriptableObject {
     std::uint32_t dueMs_ = 0;
     std::unique_ptr<OMTask> task_; ///< while it runs
 };
-
-void registerRAnimationTrigger(OMSRegistry& registry);

@@ -7,19 +7,13 @@
 
 #include <optional>
 
-class OMSRegistry;
-
 class RHotSpot final : public OMTrinket {
   public:
-    static constexpr std::string_view kClassName = "RHotSpot";
+    static const OMSClass kClass;
 
     RHotSpot(OMTrinketWindow& window, const platform::Rect& area);
 
-    /// With the arguments of the script; null without a main window.
-    [[nodiscard]] static std::unique_ptr<RHotSpot> createFromScript();
-
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
-    void declareProperties() override;
 
     /// While on, its outline is drawn in black and white, for authors.
     [[nodiscard]] int outlined() const { return outlined_ ? 1 : 0; }
@@ -38,5 +32,3 @@ class RHotSpot final : public OMTrinket {
     bool outlined_ = false;
     int userData_ = 0;
 };
-
-void registerRHotSpot(OMSRegistry& registry);

@@ -10,16 +10,12 @@
 
 #include <string>
 
-class OMSRegistry;
-
 class RKbdInp final : public OMScriptableObject {
   public:
-    static constexpr std::string_view kClassName = "RKbdInp";
+    static const OMSClass kClass;
 
     RKbdInp();
     ~RKbdInp() override;
-
-    void declareProperties() override;
 
     /// The name of the last key: a character, or "Enter", "F1" and the like; with the Control key
     /// held "Ctrl-" and the letter or name. Empty before the first.
@@ -34,5 +30,3 @@ class RKbdInp final : public OMScriptableObject {
 
     std::string key_;
 };
-
-void registerRKbdInp(OMSRegistry& registry);

@@ -8,11 +8,9 @@
 
 #include <optional>
 
-class OMSRegistry;
-
 class RPButton final : public OMAnimation {
   public:
-    static constexpr std::string_view kClassName = "RPButton";
+    static const OMSClass kClass;
     static constexpr int kNoSound = -1;
     static constexpr int kDefaultPlayDelay = 250; ///< ms
 
@@ -21,10 +19,9 @@ class RPButton final : public OMAnimation {
     ~RPButton() override;
 
     /// With the arguments of the script; null without a main window or such a resource.
-    [[nodiscard]] static std::unique_ptr<RPButton> createFromScript();
+    [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
 
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
-    void declareProperties() override;
 
     /// A disabled button is not pressed by the mouse, and not hit when it is disabled while held.
     [[nodiscard]] bool isEnabled() const { return enabled_; }
@@ -70,5 +67,3 @@ class RPButton final : public OMAnimation {
     int clickHandle_;
     bool hitPending_ = false; ///< until the click sound ends
 };
-
-void registerRPButton(OMSRegistry& registry);

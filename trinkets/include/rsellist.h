@@ -12,20 +12,13 @@
 #include <optional>
 #include <string>
 
-class OMSRegistry;
-
 class RSelList final : public OMTrinket {
   public:
-    static constexpr std::string_view kClassName = "RSelList";
+    static const OMSClass kClass;
 
     /// Is not movable.
     RSelList(OMTrinketWindow& window, const platform::Rect& box);
     ~RSelList() override;
-
-    /// With the arguments of the script; null without a main window.
-    [[nodiscard]] static std::unique_ptr<RSelList> createFromScript();
-
-    void declareProperties() override;
 
     /// The names. What is changed here is not drawn before `refresh`.
     [[nodiscard]] SelectionList& list() { return list_; }
@@ -117,5 +110,3 @@ class RSelList final : public OMTrinket {
     int style_ = 0;
     SelectionList list_;
 };
-
-void registerRSelList(OMSRegistry& registry);

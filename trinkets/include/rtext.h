@@ -15,22 +15,16 @@
 #include <string_view>
 #include <vector>
 
-class OMSRegistry;
-
 class RText final : public OMTrinket {
   public:
-    static constexpr std::string_view kClassName = "RText";
+    static const OMSClass kClass;
     static constexpr int kFitting = -1; ///< as a length: as much as the text needs
 
-    /// Lengths below 0 are kFitting.
-    RText(OMTrinketWindow& window, platform::Point corner, int width, int height);
+    /// Lengths of the box below 0 are kFitting.
+    RText(OMTrinketWindow& window, const platform::Rect& box);
     ~RText() override;
 
-    /// With the arguments of the script; null without a main window.
-    [[nodiscard]] static std::unique_ptr<RText> createFromScript();
-
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
-    void declareProperties() override;
 
     /// Palette index; one that does not exist fails a check and changes nothing.
     [[nodiscard]] int colorIndex() const { return color_.index(); }
@@ -77,5 +71,3 @@ class RText final : public OMTrinket {
     int userData_ = 0;
     std::vector<std::string_view> lines_; ///< parts of text_
 };
-
-void registerRText(OMSRegistry& registry);

@@ -6,11 +6,9 @@
 
 #include "omao.h"
 
-class OMSRegistry;
-
 class RTrigger final : public OMAnimation {
   public:
-    static constexpr std::string_view kClassName = "RTrigger";
+    static const OMSClass kClass;
     static constexpr int kNoSound = -1;
     static constexpr int kDefaultDelta = 10;
 
@@ -18,10 +16,9 @@ class RTrigger final : public OMAnimation {
     RTrigger(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
 
     /// With the arguments of the script; null without a main window or such a resource.
-    [[nodiscard]] static std::unique_ptr<RTrigger> createFromScript();
+    [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
 
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
-    void declareProperties() override;
 
     /// Pixels of the pointer for each frame, to the left when negative; 0 shows always the same.
     [[nodiscard]] int framePixelDelta() const { return framePixelDelta_; }
@@ -51,5 +48,3 @@ class RTrigger final : public OMAnimation {
     int startFrame_ = 0;
     int startX_ = 0;
 };
-
-void registerRTrigger(OMSRegistry& registry);

@@ -65,6 +65,8 @@ Rect originOf(const AOImage& image, int x, int y) {
 
 } // namespace
 
+const OMSClass OMAnimation::kClass{"OMAnimation", &OMTrinket::kClass, kVocabulary};
+
 OMAnimation::OMAnimation(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
                          int y)
     : OMTrinket(window, UpdateStyle::Regions, originOf(*image, x, y)), image_(std::move(image)),
@@ -104,11 +106,6 @@ OMAnimation::~OMAnimation() {
 
 std::unique_ptr<OMScriptableObject> OMAnimation::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new OMAnimation(*this));
-}
-
-void OMAnimation::declareProperties() {
-    OMTrinket::declareProperties();
-    declare(kVocabulary);
 }
 
 // Loading

@@ -2,7 +2,6 @@
 
 #include "omlog.h"
 #include "omsclass.h"
-#include "omsregistry.h"
 #include "omtrinketwindow.h"
 
 #include <algorithm>
@@ -36,6 +35,9 @@ int sumOf(int a, int b) {
 
 } // namespace
 
+const OMSClass OMMultiTrinket::kClass{"OMMultiTrinket", &OMTrinket::kClass, kVocabulary,
+                                      &OMMultiTrinket::createFromScript};
+
 OMMultiTrinket::OMMultiTrinket(OMTrinketWindow& window)
     : OMTrinket(window, UpdateStyle::Nothing, {}) {}
 
@@ -49,7 +51,7 @@ OMMultiTrinket::~OMMultiTrinket() {
     for (const Member& member : members_) member.trinket->group_ = nullptr;
 }
 
-std::unique_ptr<OMMultiTrinket> OMMultiTrinket::createFromScript() {
+std::unique_ptr<OMScriptableObject> OMMultiTrinket::createFromScript() {
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
     if (!window) return nullptr;
     auto group = std::make_unique<OMMultiTrinket>(*window);
@@ -59,11 +61,6 @@ std::unique_ptr<OMMultiTrinket> OMMultiTrinket::createFromScript() {
 
 std::unique_ptr<OMScriptableObject> OMMultiTrinket::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new OMMultiTrinket(*this));
-}
-
-void OMMultiTrinket::declareProperties() {
-    OMTrinket::declareProperties();
-    declare(kVocabulary);
 }
 
 // Members
@@ -214,9 +211,4 @@ void OMMultiTrinket::memberFlyOn() {
 
 void OMMultiTrinket::memberFlyOff() {
     if (raise("flyOff", kNoFlyOff)) onFlyOff();
-}
-
-void registerOMMultiTrinket(OMSRegistry& registry) {
-    registry.registerClass(OMMultiTrinket::kClassName,
-                           [] { return OMMultiTrinket::createFromScript(); });
 }

@@ -3,6 +3,13 @@
 #include "omformat.h"
 #include "ynumber.h"
 
+const OMSEntry* OMSClass::find(std::string_view entry) const {
+    for (const OMSClass* from = this; from; from = from->base)
+        for (const OMSEntry& row : from->vocabulary)
+            if (row.name == entry) return &row;
+    return nullptr;
+}
+
 namespace oms {
 
 std::string toText(int value) { return std::to_string(value); }

@@ -13,7 +13,10 @@
 
 namespace {
 
-constexpr std::string_view kBorn = "born";
+constexpr OMSEntry kVocabulary[] = {
+    oms::event("born"),
+};
+
 constexpr std::size_t kMaxCallContext = 980;
 
 struct CallState {
@@ -27,6 +30,8 @@ CallState& callState() {
 }
 
 } // namespace
+
+const OMSClass OMScriptableObject::kClass{"", nullptr, kVocabulary};
 
 OMScriptableObject* OMScriptableObject::lastPass = nullptr;
 OMScriptableObject* OMScriptableObject::lastBorn = nullptr;
@@ -48,10 +53,6 @@ void OMSWatch::watch(OMScriptableObject* object) {
 
 // ---------------------------------------------------------------------------- life
 
-OMScriptableObject::OMScriptableObject() { addEvent(kBorn); }
-
-OMScriptableObject::OMScriptableObject(const OMScriptableObject&) : OMScriptableObject() {}
-
 OMScriptableObject::~OMScriptableObject() {
     for (OMSWatch* watch = watches_; watch; watch = watch->next_) watch->object_ = nullptr;
     if (lastPass == this) lastPass = nullptr;
@@ -69,8 +70,7 @@ std::unique_ptr<OMScriptableObject> OMScriptableObject::makeDuplicate() {
     std::unique_ptr<OMScriptableObject> copy = duplicate();
     if (!copy) return nullptr;
     OMSWatch watch(copy.release()); // its birth may be its end
-    watch.object()->class_ = class_;
-    if (class_) watch.object()->declareProperties();
+    if (class_) watch.object()->takeClass(*class_);
     watch.object()->born();
     return std::unique_ptr<OMScriptableObject>(watch.object());
 }
@@ -80,21 +80,42 @@ void OMScriptableObject::fireCompletion() {
     link();
 }
 
+const OMSR* OMScriptableObject::classEntry() const {
+    return class_ ? OMSRegistry::global().find(class_->name) : nullptr;
+}
+
+void OMScriptableObject::takeClass(const OMSClass& scriptClass) {
+    class_ = &scriptClass;
+    declareProperties();
+}
+
 void OMScriptableObject::announceBorn(std::string_view className) {
-    if (!class_) {
-        class_ = OMSRegistry::global().find(className);
-        if (class_) declareProperties();
-    }
+    const OMSR* entry = class_ ? nullptr : OMSRegistry::global().find(className);
+    if (entry) takeClass(entry->scriptClass());
     born();
 }
 
 /// The class's handler may destroy the object.
 void OMScriptableObject::born() {
     lastBorn = this;
-    if (class_) OMSRegistry::global().callBornHandler(*class_);
+    if (const OMSR* entry = classEntry()) OMSRegistry::global().callBornHandler(*entry);
 }
 
-// ---------------------------------------------------------------------------- declaring
+// ---------------------------------------------------------------------------- properties
+
+OMScriptableObjectProperty* OMScriptableObject::added(std::string_view name) const {
+    const auto found = std::find_if(properties_.begin(), properties_.end(),
+                                    [&](const auto& listed) { return listed->name() == name; });
+    return found == properties_.end() ? nullptr : found->get();
+}
+
+const OMSEntry* OMScriptableObject::classRow(std::string_view name) const {
+    return (class_ ? *class_ : kClass).find(name);
+}
+
+bool OMScriptableObject::hasProperty(std::string_view name) const {
+    return added(name) || classRow(name);
+}
 
 void OMScriptableObject::add(std::unique_ptr<OMScriptableObjectProperty> property) {
     const auto twin = std::find_if(properties_.begin(), properties_.end(), [&](const auto& listed) {
@@ -120,88 +141,73 @@ void OMScriptableObject::addEvent(std::string_view name) {
     add(std::make_unique<OMSEventProperty>(name));
 }
 
+void OMScriptableObject::addEntry(const OMSEntry& row) {
+    if (row.kind == OMScriptableObjectProperty::Kind::Event)
+        addEvent(row.name);
+    else
+        add(std::make_unique<OMSEntryProperty>(*this, row));
+}
+
 void OMScriptableObject::removeProperty(std::string_view name) {
     std::erase_if(properties_, [&](const auto& listed) { return listed->name() == name; });
 }
 
-void OMScriptableObject::declareRows(const OMSEntry* rows, std::size_t count) {
-    for (const OMSEntry* row = rows; row != rows + count; ++row) {
-        switch (row->kind) {
-        case OMScriptableObjectProperty::Kind::Event: addEvent(row->name); break;
-        case OMScriptableObjectProperty::Kind::Method:
-            addMethod(row->name, [this, row] { runMethod(*row); });
-            break;
-        case OMScriptableObjectProperty::Kind::Data:
-            addDataProperty(row->name,
-                            row->set ? OMSSetter([this, set = row->set](std::string_view value) {
-                                set(*this, value);
-                            })
-                                     : OMSSetter(),
-                            row->get ? OMSGetter([this, get = row->get] { return get(*this); })
-                                     : OMSGetter());
-            break;
-        }
-    }
-}
-
-/// What is done when the call returns is finished then, for those who wait for it.
-void OMScriptableObject::runMethod(const OMSEntry& row) {
-    const OMSWatch self(this);
-    row.run(*this);
-    if (self && !row.lasting) fireCompletion();
-}
-
 // ---------------------------------------------------------------------------- use
 
-OMScriptableObjectProperty* OMScriptableObject::property(std::string_view name) const {
-    const auto found = std::find_if(properties_.begin(), properties_.end(),
-                                    [&](const auto& listed) { return listed->name() == name; });
-    return found == properties_.end() ? nullptr : found->get();
+/// What `use` makes of the property of that name; nothing (false, null), with the status Absent,
+/// when there is none.
+template <class Use>
+auto OMScriptableObject::with(std::string_view name, Use use) {
+    status_ = Status::Ok;
+    if (OMScriptableObjectProperty* own = added(name)) return use(*own);
+    if (const OMSEntry* row = classRow(name)) {
+        OMSEntryProperty property(*this, *row);
+        return use(property);
+    }
+    status_ = Status::Absent;
+    return decltype(use(std::declval<OMScriptableObjectProperty&>())){};
 }
 
 bool OMScriptableObject::fireEvent(std::string_view name) {
-    OMScriptableObjectProperty* event = property(name);
-    if (!event || event->kind() != OMScriptableObjectProperty::Kind::Event) {
-        status_ = Status::Absent;
-        return false;
-    }
-    status_ = Status::Ok;
-    lastPass = this;
-    if (OMSCall::isRunning()) OMSCall::noteIgnored(name);
-    return event->run();
+    return with(name, [&](OMScriptableObjectProperty& event) {
+        if (event.kind() != OMScriptableObjectProperty::Kind::Event) {
+            status_ = Status::Absent;
+            return false;
+        }
+        lastPass = this;
+        if (OMSCall::isRunning()) OMSCall::noteIgnored(name);
+        return event.run();
+    });
 }
+
+// What runs inside may use other objects; the status is that of this use.
 
 bool OMScriptableObject::setProperty(std::string_view name, std::string_view value) {
     OMSArguments::global().rewind();
-    OMScriptableObjectProperty* data = property(name);
-    const bool done = data && data->set(value);
-    status_ = done ? Status::Ok : data ? Status::Refused : Status::Absent;
-    return done;
+    return with(name, [&](OMScriptableObjectProperty& data) {
+        const bool done = data.set(value);
+        status_ = done ? Status::Ok : Status::Refused;
+        return done;
+    });
 }
 
 std::optional<std::string> OMScriptableObject::getProperty(std::string_view name) {
     OMSArguments::global().rewind();
-    OMScriptableObjectProperty* data = property(name);
-    if (!data) {
-        status_ = Status::Absent;
-        return std::nullopt;
-    }
-    std::optional<std::string> value = data->get();
-    status_ = !value || *value == kUndefined ? Status::Refused : Status::Ok;
-    return value;
+    return with(name, [&](OMScriptableObjectProperty& data) {
+        std::optional<std::string> value = data.get();
+        status_ = !value || *value == kUndefined ? Status::Refused : Status::Ok;
+        return value;
+    });
 }
 
 bool OMScriptableObject::invoke(std::string_view method) {
     OMSArguments::global().rewind();
-    OMScriptableObjectProperty* found = property(method);
-    if (!found) {
-        status_ = Status::Absent;
-        return false;
-    }
-    // An event is fired by its own rules, not called.
-    const bool done = found->kind() == OMScriptableObjectProperty::Kind::Method && found->run();
-    status_ = done ? Status::Ok : Status::Refused;
-    return done;
+    return with(method, [&](OMScriptableObjectProperty& found) {
+        // An event is fired by its own rules, not called.
+        const bool done = found.kind() == OMScriptableObjectProperty::Kind::Method && found.run();
+        status_ = done ? Status::Ok : Status::Refused;
+        return done;
+    });
 }
 
 bool OMScriptableObject::invoke(std::string_view method,
@@ -213,8 +219,14 @@ bool OMScriptableObject::invoke(std::string_view method,
 }
 
 bool OMScriptableObject::attachHandler(std::string_view event, OMLink handler, OMLink second) {
-    OMScriptableObjectProperty* found = property(event);
-    if (!found || found->kind() != OMScriptableObjectProperty::Kind::Event) {
+    constexpr auto kEvent = OMScriptableObjectProperty::Kind::Event;
+    OMScriptableObjectProperty* found = added(event);
+    if (!found) {
+        const OMSEntry* row = classRow(event);
+        if (row && row->kind == kEvent) addEvent(row->name);
+        found = added(event);
+    }
+    if (!found || found->kind() != kEvent) {
         status_ = Status::Absent;
         return false;
     }

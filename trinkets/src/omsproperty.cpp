@@ -1,5 +1,6 @@
 #include "omsproperty.h"
 
+#include "omsclass.h"
 #include "omscrptb.h"
 
 bool OMSDataProperty::set(std::string_view value) {
@@ -37,5 +38,28 @@ bool OMSEventProperty::run() {
     const OMLink second = second_;
     handler();
     second();
+    return true;
+}
+
+OMSEntryProperty::OMSEntryProperty(OMScriptableObject& object, const OMSEntry& row)
+    : OMScriptableObjectProperty(row.kind, row.name), object_(object), row_(row) {}
+
+/// Writes to what is only read are accepted and ignored.
+bool OMSEntryProperty::set(std::string_view value) {
+    if (row_.set) row_.set(object_, value);
+    return row_.kind == Kind::Data;
+}
+
+std::optional<std::string> OMSEntryProperty::get() {
+    return row_.get ? std::optional(row_.get(object_)) : std::nullopt;
+}
+
+/// What is done when the call returns is finished then, for those who wait for it.
+bool OMSEntryProperty::run() {
+    if (!row_.run) return false;
+    const OMSEntry& row = row_;
+    const OMSWatch object(&object_);
+    row.run(object_);
+    if (object && !row.lasting) object.object()->fireCompletion();
     return true;
 }

@@ -3,7 +3,7 @@
 #include "omdebug.h"
 #include "omplatform.h"
 #include "omsarguments.h"
-#include "omscrptb.h"
+#include "omsclass.h"
 #include "omsexception.h"
 
 #include <algorithm>
@@ -31,13 +31,12 @@ bool hasComponentExtension(std::string_view name) {
 
 } // namespace
 
-OMSR::OMSR(std::string_view name, OMSCreate create) : name_(name), create_(std::move(create)) {}
+OMSR::OMSR(const OMSClass& scriptClass) : class_(scriptClass) {}
 
-// The links may lie in the library, which is unloaded last.
-OMSR::~OMSR() {
-    create_ = nullptr;
-    bornHandler_ = nullptr;
-}
+// The handler may lie in the library, which is unloaded last.
+OMSR::~OMSR() { bornHandler_ = nullptr; }
+
+std::string_view OMSR::name() const { return class_.name; }
 
 OMSRegistry& OMSRegistry::global() {
     static OMSRegistry registry;
@@ -49,22 +48,26 @@ OMSRegistry::~OMSRegistry() = default;
 
 // ---------------------------------------------------------------------------- classes
 
-void OMSRegistry::registerClass(std::string_view name, OMSCreate create) {
-    if (find(name)) return;
-    classes_.push_back(std::make_unique<OMSR>(name, std::move(create)));
+void OMSRegistry::registerClass(const OMSClass& scriptClass) {
+    if (!find(scriptClass.name)) classes_.push_back(std::make_unique<OMSR>(scriptClass));
 }
 
 void OMSRegistry::unregisterClass(std::string_view name) {
     std::erase_if(classes_, [&](const auto& entry) { return entry->name() == name; });
-    if (!classes_.empty()) return;
+    if (classes_.empty()) lastUnregistered();
+}
+
+void OMSRegistry::unregisterAll() {
+    if (classes_.empty()) return;
+    while (!classes_.empty()) classes_.pop_back();
+    lastUnregistered();
+}
+
+void OMSRegistry::lastUnregistered() {
     OMSArguments::global().clear();
     hook_ = nullptr;
     OMSobException::clearCurrent();
     OMSobException::setNotification(nullptr);
-}
-
-void OMSRegistry::unregisterAll() {
-    while (!classes_.empty()) unregisterClass(std::string(classes_.back()->name()));
 }
 
 OMSR* OMSRegistry::findEntry(std::string_view name) const {
@@ -87,18 +90,15 @@ bool OMSRegistry::attachClassHandler(std::string_view name, OMLink handler) {
 }
 
 std::unique_ptr<OMScriptableObject> OMSRegistry::create(std::string_view name) {
-    OMSR* entry = isClass(name) ? findEntry(name) : nullptr;
+    const OMSR* entry = isClass(name) ? findEntry(name) : nullptr;
     if (!entry) return nullptr;
+    const OMSClass& scriptClass = entry->scriptClass();
     OMSArguments::global().rewind();
-    const OMSCreate make = entry->create_;
-    std::unique_ptr<OMScriptableObject> object = make();
+    std::unique_ptr<OMScriptableObject> object = scriptClass.create();
     if (!object) return nullptr;
     // From here on handlers may destroy the object behind the owner's back.
     OMSWatch watch(object.release());
-    if (!watch.object()->classEntry()) {
-        watch.object()->class_ = entry;
-        watch.object()->declareProperties();
-    }
+    if (!watch.object()->class_) watch.object()->takeClass(scriptClass);
     watch.object()->born();
     if (watch) hook_(*watch.object());
     return std::unique_ptr<OMScriptableObject>(watch.object());

@@ -46,6 +46,8 @@ void call(Link link, Arguments... arguments) {
 
 } // namespace
 
+const OMSClass OMTrinket::kClass{"OMTrinket", &OMScriptableObject::kClass, kVocabulary};
+
 OMTrinket::OMTrinket(OMTrinketWindow& window, UpdateStyle style, const Rect& bounds)
     : window_(&window), updateStyle_(style), eventMask_(window.defaultEventMask()), bounds_(bounds),
       corral_(window.backBuffer().bounds()) {
@@ -75,8 +77,6 @@ void OMTrinket::enterWindow() {
     steppedIn_ = window_->cycles_; // one that is made in a step has its first in the next cycle
     markWhole();
 }
-
-void OMTrinket::declareProperties() { declare(kVocabulary); }
 
 // Queries
 

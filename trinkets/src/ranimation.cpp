@@ -2,7 +2,6 @@
 
 #include "ommemcanvas.h"
 #include "omsclass.h"
-#include "omsregistry.h"
 #include "omtrinketwindow.h"
 
 #include <algorithm>
@@ -40,17 +39,12 @@ constexpr OMSEntry kVocabulary[] = {
 
 } // namespace
 
-std::unique_ptr<RAnimation> RAnimation::createFromScript() {
-    return createFromArguments<RAnimation>();
-}
+const OMSClass RAnimation::kClass{
+    "RAnimation", &OMAnimation::kClass, kVocabulary,
+    []() -> std::unique_ptr<OMScriptableObject> { return createFromArguments<RAnimation>(); }};
 
 std::unique_ptr<OMScriptableObject> RAnimation::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new RAnimation(*this));
-}
-
-void RAnimation::declareProperties() {
-    OMAnimation::declareProperties();
-    declare(kVocabulary);
 }
 
 void RAnimation::setFrameNotification(bool on, OMLink callback) {
@@ -86,8 +80,4 @@ void RAnimation::replacePaletteEntry(int old, int replacement) {
 
 void RAnimation::setAOCursor(std::optional<int> normal, std::optional<int> grab) {
     OMSetCursors(*this, normal, grab, "Cursor URL is not installed in RAnimation");
-}
-
-void registerRAnimation(OMSRegistry& registry) {
-    registry.registerClass(RAnimation::kClassName, [] { return RAnimation::createFromScript(); });
 }

@@ -2,7 +2,6 @@
 
 #include "omplatform.h"
 #include "omsclass.h"
-#include "omsregistry.h"
 
 namespace {
 
@@ -19,14 +18,15 @@ constexpr std::uint32_t kPriority = 1; ///< before the scripts, which the event 
 
 } // namespace
 
-std::unique_ptr<RAnimationTrigger> RAnimationTrigger::createFromScript() {
+const OMSClass RAnimationTrigger::kClass{"RAnimationTrigger", &OMScriptableObject::kClass,
+                                         kVocabulary, &RAnimationTrigger::createFromScript};
+
+std::unique_ptr<OMScriptableObject> RAnimationTrigger::createFromScript() {
     auto trigger = std::make_unique<RAnimationTrigger>();
     OMSArguments& arguments = OMSArguments::global();
     if (arguments.hasNext()) trigger->setFramesPerSecond(arguments.nextInteger());
     return trigger;
 }
-
-void RAnimationTrigger::declareProperties() { declare(kVocabulary); }
 
 std::uint32_t RAnimationTrigger::periodMs() const {
     return static_cast<std::uint32_t>(kMsPerSecond / framesPerSecond_);
@@ -53,9 +53,4 @@ void RAnimationTrigger::tick() {
     if (framesPerSecond_ < 1 || static_cast<std::int32_t>(OMMilliseconds() - dueMs_) < 0) return;
     dueMs_ += periodMs();
     fireEvent("newFrame"); // it may be gone then
-}
-
-void registerRAnimationTrigger(OMSRegistry& registry) {
-    registry.registerClass(RAnimationTrigger::kClassName,
-                           [] { return RAnimationTrigger::createFromScript(); });
 }

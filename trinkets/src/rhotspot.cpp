@@ -3,7 +3,6 @@
 #include "ommemcanvas.h"
 #include "omsarea.h"
 #include "omsclass.h"
-#include "omsregistry.h"
 #include "omtrinketwindow.h"
 
 namespace {
@@ -26,25 +25,14 @@ void frame(OMCanvas& canvas, const platform::Rect& area, int color) {
 
 } // namespace
 
+const OMSClass RHotSpot::kClass{"RHotSpot", &OMTrinket::kClass, kVocabulary,
+                                &OMSArea::create<RHotSpot>};
+
 RHotSpot::RHotSpot(OMTrinketWindow& window, const platform::Rect& area)
     : OMTrinket(window, UpdateStyle::Regions, area) {}
 
-std::unique_ptr<RHotSpot> RHotSpot::createFromScript() {
-    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
-    if (!window) return nullptr;
-    const OMSArea area = OMSArea::read();
-    auto spot = std::make_unique<RHotSpot>(*window, area.rectangle());
-    if (area.z) spot->setZ(*area.z);
-    return spot;
-}
-
 std::unique_ptr<OMScriptableObject> RHotSpot::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new RHotSpot(*this));
-}
-
-void RHotSpot::declareProperties() {
-    OMTrinket::declareProperties();
-    declare(kVocabulary);
 }
 
 void RHotSpot::setOutlined(int on) {
@@ -65,8 +53,4 @@ void RHotSpot::paint(OMMemCanvas& canvas, const OMRegion& clip) {
     area = {area.left + 1, area.top + 1, area.right - 1, area.bottom - 1};
     frame(canvas, area, kBlack);
     canvas.removeClipRegion();
-}
-
-void registerRHotSpot(OMSRegistry& registry) {
-    registry.registerClass(RHotSpot::kClassName, [] { return RHotSpot::createFromScript(); });
 }

@@ -1,7 +1,6 @@
 #include "rkbdinp.h"
 
 #include "omsclass.h"
-#include "omsregistry.h"
 #include "omtrinketwindow.h"
 
 #include <array>
@@ -25,6 +24,9 @@ constexpr int kToLetter = 0x40; ///< from a control character
 
 } // namespace
 
+const OMSClass RKbdInp::kClass{"RKbdInp", &OMScriptableObject::kClass, kVocabulary,
+                               &oms::create<RKbdInp>};
+
 RKbdInp::RKbdInp() {
     all_.append(this);
     if (OMTrinketWindow* window = OMTrinketWindow::mainWindow()) window->defaults().key = &hear;
@@ -35,8 +37,6 @@ RKbdInp::~RKbdInp() {
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
     if (window && all_.empty()) window->defaults().key = nullptr;
 }
-
-void RKbdInp::declareProperties() { declare(kVocabulary); }
 
 std::string RKbdInp::nameOf(const platform::KeyPress& press) {
     std::string name(press.control ? kControl : std::string_view());
@@ -53,8 +53,4 @@ void RKbdInp::hear(const platform::KeyPress& press) {
     if (!last) return;
     last->key_ = nameOf(press);
     last->fireEvent("keyPressed");
-}
-
-void registerRKbdInp(OMSRegistry& registry) {
-    registry.registerClass(RKbdInp::kClassName, [] { return std::make_unique<RKbdInp>(); });
 }

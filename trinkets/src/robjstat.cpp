@@ -63,7 +63,7 @@ void YThread::attachHandler(YVariable& word, OMScriptableObject* object, std::st
     const int header = ynumber::scanInteger(procedure);
     bool attached = false;
     if (header >= 0 && header < static_cast<int>(code_.size()) - 1 &&
-        (!object || object->property(event))) {
+        (!object || object->hasProperty(event))) {
         const std::string& variable = word.resolve().text();
         const std::weak_ptr<eventRecord> record =
             engine_.addRecord({this, header + 1, object, variable, name});

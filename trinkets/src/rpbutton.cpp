@@ -3,7 +3,6 @@
 #include "omdebug.h"
 #include "omeffectsounds.h"
 #include "omsclass.h"
-#include "omsregistry.h"
 #include "omtrinketwindow.h"
 
 #include <algorithm>
@@ -28,6 +27,9 @@ constexpr int kPressed = 2;
 
 } // namespace
 
+const OMSClass RPButton::kClass{"RPButton", &OMAnimation::kClass, kVocabulary,
+                                &RPButton::createFromScript};
+
 RPButton::RPButton(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
     : OMAnimation(window, std::move(image), id, x, y), clickHandle_(OMEffectSounds::kNotPlaying) {
     setMovable(false);
@@ -44,7 +46,7 @@ RPButton::RPButton(const RPButton& other)
 
 RPButton::~RPButton() { endClick(); }
 
-std::unique_ptr<RPButton> RPButton::createFromScript() {
+std::unique_ptr<OMScriptableObject> RPButton::createFromScript() {
     if (!OMDebug::check(hasSourceLocator(), "!url",
                         "Source URL has to be installed in OMAnimation"))
         return nullptr;
@@ -55,11 +57,6 @@ std::unique_ptr<RPButton> RPButton::createFromScript() {
 
 std::unique_ptr<OMScriptableObject> RPButton::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new RPButton(*this));
-}
-
-void RPButton::declareProperties() {
-    OMAnimation::declareProperties();
-    declare(kVocabulary);
 }
 
 void RPButton::look(bool pressed) {
@@ -158,9 +155,9 @@ void RPButton::step(std::uint32_t clock) {
 void RPButton::playClick() {
     endClick();
     if (clickSoundId_ == kNoSound) return;
-    OMEffectSounds* sounds = OMEffectSounds::current();
-    if (!OMDebug::check(sounds != nullptr, "!url", "Sound URL has to be installed in OMAnimation"))
-        return;
+    OMEffectSounds* sounds =
+        OMEffectSounds::require("!url", "Sound URL has to be installed in OMAnimation");
+    if (!sounds) return;
     const auto watch = std::make_shared<OMSWatch>(this);
     clickHandle_ = sounds->playEffect(clickSoundId_, [watch, this, click = click_] {
         if (*watch) clickEnded(click);
@@ -179,8 +176,4 @@ void RPButton::clickEnded(unsigned click) {
     if (click != click_) return;
     clickHandle_ = OMEffectSounds::kNotPlaying;
     if (std::exchange(hitPending_, false)) hit();
-}
-
-void registerRPButton(OMSRegistry& registry) {
-    registry.registerClass(RPButton::kClassName, [] { return RPButton::createFromScript(); });
 }

@@ -4,7 +4,6 @@
 #include "ommemcanvas.h"
 #include "omsarea.h"
 #include "omsclass.h"
-#include "omsregistry.h"
 #include "omsysfont.h"
 #include "omtrinketwindow.h"
 #include "omttfont.h"
@@ -66,6 +65,9 @@ constexpr char kFirstCharacter = ' ';
 
 } // namespace
 
+const OMSClass RSelList::kClass{"RSelList", &OMTrinket::kClass, kVocabulary,
+                                &OMSArea::create<RSelList>};
+
 RSelList::RSelList(OMTrinketWindow& window, const Rect& box)
     : OMTrinket(window, UpdateStyle::Regions, box), systemFont_(std::make_unique<OMSysFont>()),
       size_(OMTTFont::kDefaultSize) {
@@ -74,20 +76,6 @@ RSelList::RSelList(OMTrinketWindow& window, const Rect& box)
 
 RSelList::~RSelList() = default;
 
-std::unique_ptr<RSelList> RSelList::createFromScript() {
-    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
-    if (!window) return nullptr;
-    const OMSArea area = OMSArea::read();
-    auto list = std::make_unique<RSelList>(*window, area.rectangle());
-    if (area.z) list->setZ(*area.z);
-    return list;
-}
-
-void RSelList::declareProperties() {
-    OMTrinket::declareProperties();
-    declare(kVocabulary);
-}
-
 // Font and colours
 
 OMFont& RSelList::font() const { return font_.font() ? *font_.font() : *systemFont_; }
@@ -95,9 +83,7 @@ OMFont& RSelList::font() const { return font_.font() ? *font_.font() : *systemFo
 int RSelList::lineHeight() const { return std::max(font().lineHeight(), 1); }
 
 OMFontSource* RSelList::fontSource() {
-    OMFontSource* source = OMFontSource::current();
-    OMDebug::check(source != nullptr, "fontURL == NULL", "URL has to be installed in RSelList");
-    return source;
+    return OMFontSource::require("fontURL == NULL", "URL has to be installed in RSelList");
 }
 
 void RSelList::setFont(OMFontUse font) {
@@ -257,8 +243,4 @@ void RSelList::paintLine(OMMemCanvas& canvas, const OMRegion& clip, int line) {
     if (!highlighted || list_.mode() != SelectionList::Mode::Matching) return;
     canvas.setTextColor(matchedText_);
     canvas.drawText(box.left + kTextLeft, baseline, list_.typed());
-}
-
-void registerRSelList(OMSRegistry& registry) {
-    registry.registerClass(RSelList::kClassName, [] { return RSelList::createFromScript(); });
 }

@@ -4,7 +4,6 @@
 #include "ommemcanvas.h"
 #include "omsarea.h"
 #include "omsclass.h"
-#include "omsregistry.h"
 #include "omsysfont.h"
 #include "omtrinketwindow.h"
 #include "omttfont.h"
@@ -12,7 +11,6 @@
 
 #include <algorithm>
 
-using platform::Point;
 using platform::Rect;
 
 namespace {
@@ -40,9 +38,12 @@ bool isNumber(std::string_view text) {
 
 } // namespace
 
-RText::RText(OMTrinketWindow& window, Point corner, int width, int height)
-    : OMTrinket(window, UpdateStyle::Regions, {corner.x, corner.y, corner.x, corner.y}),
-      width_(length(width)), height_(length(height)) {
+const OMSClass RText::kClass{"RText", &OMTrinket::kClass, kVocabulary,
+                             &OMSArea::create<RText, OMSArea::Lengths::Any>};
+
+RText::RText(OMTrinketWindow& window, const Rect& box)
+    : OMTrinket(window, UpdateStyle::Regions, {box.left, box.top, box.left, box.top}),
+      width_(length(box.width())), height_(length(box.height())) {
     layOut();
 }
 
@@ -54,22 +55,8 @@ RText::RText(const RText& other)
 
 RText::~RText() = default;
 
-std::unique_ptr<RText> RText::createFromScript() {
-    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
-    if (!window) return nullptr;
-    const OMSArea area = OMSArea::read(true);
-    auto text = std::make_unique<RText>(*window, area.corner, area.width, area.height);
-    if (area.z) text->setZ(*area.z);
-    return text;
-}
-
 std::unique_ptr<OMScriptableObject> RText::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new RText(*this));
-}
-
-void RText::declareProperties() {
-    OMTrinket::declareProperties();
-    declare(kVocabulary);
 }
 
 // Properties
@@ -110,9 +97,9 @@ void RText::setWrap(bool wrap) {
 OMFont& RText::font() const { return font_.font() ? *font_.font() : *systemFont_; }
 
 void RText::chooseFont(const std::string& font, std::optional<int> size, std::optional<int> style) {
-    OMFontSource* source = OMFontSource::current();
-    if (!OMDebug::check(source != nullptr, "fontURL == NULL", "URL has to be installed in RText"))
-        return;
+    OMFontSource* source =
+        OMFontSource::require("fontURL == NULL", "URL has to be installed in RText");
+    if (!source) return;
     if (isNumber(font) && !size)
         setFont(OMFontUse(source->useNFNT(OMSToInteger(font))));
     else
@@ -163,8 +150,4 @@ void RText::paint(OMMemCanvas& canvas, const OMRegion& clip) {
         canvas.drawText(box.left + inset_, baseline, line);
         baseline += drawn.lineHeight();
     }
-}
-
-void registerRText(OMSRegistry& registry) {
-    registry.registerClass(RText::kClassName, [] { return RText::createFromScript(); });
 }

@@ -3,7 +3,6 @@
 #include "omdebug.h"
 #include "omeffectsounds.h"
 #include "omsclass.h"
-#include "omsregistry.h"
 #include "omtrinketwindow.h"
 
 #include <algorithm>
@@ -24,6 +23,9 @@ constexpr OMSEntry kVocabulary[] = {
 
 } // namespace
 
+const OMSClass RTrigger::kClass{"RTrigger", &OMAnimation::kClass, kVocabulary,
+                                &RTrigger::createFromScript};
+
 RTrigger::RTrigger(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
     : OMAnimation(window, std::move(image), id, x, y) {
     setMovable(false);
@@ -34,7 +36,7 @@ RTrigger::RTrigger(const RTrigger& other)
     : OMAnimation(other), framePixelDelta_(other.framePixelDelta_), sfxId_(other.sfxId_),
       userData_(other.userData_) {}
 
-std::unique_ptr<RTrigger> RTrigger::createFromScript() {
+std::unique_ptr<OMScriptableObject> RTrigger::createFromScript() {
     if (!OMDebug::check(hasSourceLocator(), "url == NULL",
                         "SourceURL is not installed in OMAnimation"))
         return nullptr;
@@ -43,11 +45,6 @@ std::unique_ptr<RTrigger> RTrigger::createFromScript() {
 
 std::unique_ptr<OMScriptableObject> RTrigger::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new RTrigger(*this));
-}
-
-void RTrigger::declareProperties() {
-    OMAnimation::declareProperties();
-    declare(kVocabulary);
 }
 
 // Dragging
@@ -78,9 +75,8 @@ void RTrigger::onMouseMove(Point point) {
 void RTrigger::playSound() {
     if (soundPlayed_ || sfxId_ == kNoSound) return;
     soundPlayed_ = true;
-    OMEffectSounds* sounds = OMEffectSounds::current();
-    if (OMDebug::check(sounds != nullptr, "soundURLEx == NULL",
-                       "Extended Sound URL is not installed in RTrigger"))
+    if (OMEffectSounds* sounds = OMEffectSounds::require(
+            "soundURLEx == NULL", "Extended Sound URL is not installed in RTrigger"))
         sounds->playEffect(sfxId_, nullptr);
 }
 
@@ -102,8 +98,4 @@ void RTrigger::onReleaseLost() {
 void RTrigger::letGo() {
     setMouseCapture(false);
     setCursor();
-}
-
-void registerRTrigger(OMSRegistry& registry) {
-    registry.registerClass(RTrigger::kClassName, [] { return RTrigger::createFromScript(); });
 }

@@ -1,0 +1,27 @@
+// A service of an upper floor that the floors below find here while it is installed.
+//
+//     class OMFontSource : public OMInstalled<OMFontSource> { ... };
+#pragma once
+
+#include "omdebug.h"
+
+template <class Service>
+class OMInstalled {
+  public:
+    OMInstalled() = default;
+    OMInstalled(const OMInstalled&) = delete;
+    OMInstalled& operator=(const OMInstalled&) = delete;
+
+    /// Null while there is none. Not owned.
+    [[nodiscard]] static Service* current() { return current_; }
+    static void setCurrent(Service* service) { current_ = service; }
+    /// For those who cannot do without it: null is a failed check too.
+    [[nodiscard]] static Service* require(std::string_view condition, std::string_view message,
+                                          OMDebug::Place place = OMDebug::Place::here()) {
+        OMDebug::check(current_ != nullptr, condition, message, place);
+        return current_;
+    }
+
+  private:
+    static inline Service* current_ = nullptr;
+};
