@@ -11,14 +11,12 @@
 #include "world/rworldport.h"
 #include "ykeyword.h"
 
+#include <algorithm>
 #include <span>
-#include <utility>
 
 namespace {
 
 constexpr int kIndexedDepth = 8;
-
-OMSArguments& arguments() { return OMSArguments::global(); }
 
 /// The value is lost when a script forgets to set it; its authors want to hear of it.
 void checkStatueDataset(world::WorldMemory& memory) {
@@ -36,24 +34,25 @@ void checkStatueDataset(world::WorldMemory& memory) {
 } // namespace
 
 constexpr RCommandRow<RCommands> RCommands::kRows[] = {
-    {"CloseFile", &RCommands::closeFile},
-    {"DisplayScreen", &RCommands::displayScreen},
-    {"EndTransition", &RCommands::endTransition},
-    {"FreezeScreen", &RCommands::freezeScreen},
-    {"GoToBlack", &RCommands::goToBlack},
-    {"IntersectTest", &RCommands::intersectTest},
-    {"LogMessage", &RCommands::logMessage},
-    {"MessageBox", &RCommands::messageBox},
-    {"OpenFile", &RCommands::openFile},
-    {"RandomNumber", &RCommands::randomNumber},
-    {"RestorePalette", &RCommands::restorePalette},
-    {"Scene", &RCommands::scene},
-    {"SetCorralTrinketNormalization", &RCommands::setCorralTrinketNormalization},
-    {"SetDebugLevel", &RCommands::setDebugLevel},
-    {"SetDoubleClicksEnabled", &RCommands::setDoubleClicksEnabled},
-    {"SetUseEmbeddedAnimationCoordinates", &RCommands::setUseEmbeddedAnimationCoordinates},
-    {"StartTransition", &RCommands::startTransition},
-    {"WriteToFile", &RCommands::writeToFile},
+    RCommand<&RCommands::closeFile>("CloseFile"),
+    RCommand<&RCommands::displayScreen>("DisplayScreen"),
+    RCommand<&RCommands::endTransition>("EndTransition", "quick"),
+    RCommand<&RCommands::freezeScreen>("FreezeScreen"),
+    RCommand<&RCommands::goToBlack>("GoToBlack"),
+    RCommand<&RCommands::intersectTest>("IntersectTest", "a b"),
+    RCommand<&RCommands::logMessage>("LogMessage", "text"),
+    RCommand<&RCommands::messageBox>("MessageBox", "text"),
+    RCommand<&RCommands::openFile>("OpenFile", "file"),
+    RCommand<&RCommands::randomNumber>("RandomNumber", "low high [except]"),
+    RCommand<&RCommands::restorePalette>("RestorePalette"),
+    RCommand<&RCommands::scene>("Scene", "picture [palette]"),
+    RCommand<&RCommands::setCorralTrinketNormalization>("SetCorralTrinketNormalization", "yes"),
+    RCommand<&RCommands::setDebugLevel>("SetDebugLevel", "level"),
+    RCommand<&RCommands::setDoubleClicksEnabled>("SetDoubleClicksEnabled", "yes"),
+    RCommand<&RCommands::setUseEmbeddedAnimationCoordinates>("SetUseEmbeddedAnimationCoordinates",
+                                                             "yes"),
+    RCommand<&RCommands::startTransition>("StartTransition"),
+    RCommand<&RCommands::writeToFile>("WriteToFile", "text [newline]"),
 };
 
 RCommands::RCommands(EffectsWindow& window) : window_(window) { RRegisterCommands(*this, kRows); }
@@ -66,41 +65,38 @@ void RCommands::closeFile() { output_.reset(); }
 
 void RCommands::displayScreen() { window_.displayScreen(); }
 
-void RCommands::endTransition() { window_.endTransition(arguments().nextInteger() != 0); }
+void RCommands::endTransition(bool quickly) { window_.endTransition(quickly); }
 
 void RCommands::freezeScreen() { window_.freezeScreen(); }
 
 void RCommands::goToBlack() { window_.goToBlack(); }
 
-void RCommands::intersectTest() {
-    const auto next = [] {
-        return dynamic_cast<OMTrinket*>(OMScriptableObject::named(arguments().next()));
+void RCommands::intersectTest(const std::string& first, const std::string& second) {
+    const auto named = [](const std::string& name) {
+        return dynamic_cast<OMTrinket*>(OMScriptableObject::named(name));
     };
-    const OMTrinket* a = next();
-    const OMTrinket* b = next();
+    const OMTrinket* a = named(first);
+    const OMTrinket* b = named(second);
     OMScriptableObject::setResult(a && b && a->intersects(*b) ? 1 : 0);
 }
 
-void RCommands::logMessage() { OMLog::write(OMLog::Kind::Message, arguments().next()); }
+void RCommands::logMessage(const std::string& text) { OMLog::write(OMLog::Kind::Message, text); }
 
-void RCommands::messageBox() { OMApp::getApp()->alert(arguments().next()); }
+void RCommands::messageBox(const std::string& text) { OMApp::getApp()->alert(text); }
 
-void RCommands::openFile() {
+void RCommands::openFile(const std::string& path) {
     output_.reset();
-    output_ = OMPlatform().files().open(arguments().next(), platform::OpenMode::Write);
+    output_ = OMPlatform().files().open(path, platform::OpenMode::Write);
 }
 
-/// RESULT gets a number from `low` to `high`; with a third argument never that one.
-void RCommands::randomNumber() {
-    std::int64_t low = arguments().nextInteger();
-    std::int64_t high = arguments().nextInteger();
-    const std::string exclude = arguments().next();
-    if (low > high) std::swap(low, high);
+/// RESULT gets a number from the lower to the higher one, but for the excluded one.
+void RCommands::randomNumber(int from, int to, std::optional<int> exclude) {
+    const std::int64_t low = std::min(from, to);
+    const std::int64_t count = std::int64_t{std::max(from, to)} - low + 1;
     std::int64_t drawn = 0;
-    if (low != high) {
-        const std::int64_t count = high - low + 1;
+    if (count > 1) {
         drawn = count > 0xFFFFFFFF ? OMRandom() : OMRandomBelow(static_cast<std::uint32_t>(count));
-        if (!exclude.empty() && drawn == OMSToInteger(exclude) - low) drawn = (drawn + 1) % count;
+        if (exclude && drawn == *exclude - low) drawn = (drawn + 1) % count;
     }
     OMScriptableObject::setResult(static_cast<int>(low + drawn));
 }
@@ -110,24 +106,18 @@ void RCommands::restorePalette() {
     if (window_.canvas().depth() == kIndexedDepth) restore();
 }
 
-void RCommands::scene() {
-    const int image = arguments().nextInteger();
-    const std::string palette = arguments().next();
-    window_.restorePalette(image, palette.empty() ? image : OMSToInteger(palette));
+void RCommands::scene(int image, std::optional<int> palette) {
+    window_.restorePalette(image, palette.value_or(image));
 }
 
-void RCommands::setCorralTrinketNormalization() {
-    OMTrinket::setCorralNormalization(arguments().nextInteger() != 0);
-}
+void RCommands::setCorralTrinketNormalization(bool on) { OMTrinket::setCorralNormalization(on); }
 
-void RCommands::setDebugLevel() { OMLog::setLevel(arguments().nextInteger()); }
+void RCommands::setDebugLevel(int level) { OMLog::setLevel(level); }
 
-void RCommands::setDoubleClicksEnabled() {
-    window_.setDoubleClicksEnabled(arguments().nextInteger() != 0);
-}
+void RCommands::setDoubleClicksEnabled(bool on) { window_.setDoubleClicksEnabled(on); }
 
-void RCommands::setUseEmbeddedAnimationCoordinates() {
-    OMAnimation::setUseEmbeddedAnimationCoordinates(arguments().nextInteger() != 0);
+void RCommands::setUseEmbeddedAnimationCoordinates(bool on) {
+    OMAnimation::setUseEmbeddedAnimationCoordinates(on);
 }
 
 void RCommands::startTransition() {
@@ -138,9 +128,8 @@ void RCommands::startTransition() {
     memory->writeDataFile();
 }
 
-void RCommands::writeToFile() {
+void RCommands::writeToFile(std::string text, const std::string& newLine) {
     if (!output_) return;
-    std::string text = arguments().next();
-    if (!arguments().next().empty()) text += '\n';
+    if (!newLine.empty()) text += '\n';
     output_->write(std::as_bytes(std::span(text)));
 }

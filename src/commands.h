@@ -8,6 +8,8 @@
 #include "platform/files.h"
 
 #include <memory>
+#include <optional>
+#include <string>
 #include <utility>
 
 class EffectsWindow;
@@ -34,22 +36,22 @@ class RCommands {
     // One function a command, in the order of their names.
     void closeFile();
     void displayScreen();
-    void endTransition();
+    void endTransition(bool quickly);
     void freezeScreen();
     void goToBlack();
-    void intersectTest();
-    void logMessage();
-    void messageBox();
-    void openFile();
-    void randomNumber();
+    void intersectTest(const std::string& first, const std::string& second);
+    void logMessage(const std::string& text);
+    void messageBox(const std::string& text);
+    void openFile(const std::string& path);
+    void randomNumber(int from, int to, std::optional<int> exclude);
     void restorePalette();
-    void scene();
-    void setCorralTrinketNormalization();
-    void setDebugLevel();
-    void setDoubleClicksEnabled();
-    void setUseEmbeddedAnimationCoordinates();
+    void scene(int image, std::optional<int> palette);
+    void setCorralTrinketNormalization(bool on);
+    void setDebugLevel(int level);
+    void setDoubleClicksEnabled(bool on);
+    void setUseEmbeddedAnimationCoordinates(bool on);
     void startTransition();
-    void writeToFile();
+    void writeToFile(std::string text, const std::string& newLine);
 
     EffectsWindow& window_;
     OMLink paletteRestorer_;

@@ -1,24 +1,14 @@
 #include "resourcecommands.h"
 
-#include "omsarguments.h"
 #include "resources.h"
 
-namespace {
-
-OMSArguments& arguments() { return OMSArguments::global(); }
-
-/// An argument that is left out counts as 0.
-bool nextFlag() { return arguments().nextInteger() != 0; }
-
-} // namespace
-
 constexpr RCommandRow<RResourceCommands> RResourceCommands::kRows[] = {
-    {"ActivateDLL", &RResourceCommands::activateDLL},
-    {"CacheDLL", &RResourceCommands::cacheDLL},
-    {"DeactivateAllDLLs", &RResourceCommands::deactivateAllDLLs},
-    {"DeactivateDLL", &RResourceCommands::deactivateDLL},
-    {"UncacheAllDLLs", &RResourceCommands::uncacheAllDLLs},
-    {"UncacheDLL", &RResourceCommands::uncacheDLL},
+    RCommand<&RResourceCommands::activateDLL>("ActivateDLL", "file [permanent]"),
+    RCommand<&RResourceCommands::cacheDLL>("CacheDLL", "file [background] [permanent] [harddrive]"),
+    RCommand<&RResourceCommands::deactivateAllDLLs>("DeactivateAllDLLs", "[force]"),
+    RCommand<&RResourceCommands::deactivateDLL>("DeactivateDLL", "file"),
+    RCommand<&RResourceCommands::uncacheAllDLLs>("UncacheAllDLLs", "[force]"),
+    RCommand<&RResourceCommands::uncacheDLL>("UncacheDLL", "file"),
 };
 
 RResourceCommands::RResourceCommands(RResources& resources) : resources_(resources) {
@@ -27,24 +17,19 @@ RResourceCommands::RResourceCommands(RResources& resources) : resources_(resourc
 
 void RResourceCommands::registerNames() { RRegisterCommandNames(kRows); }
 
-void RResourceCommands::activateDLL() {
-    const std::string name = arguments().next();
-    resources_.activateDLL(name, nextFlag());
+void RResourceCommands::activateDLL(const std::string& name, bool permanently) {
+    resources_.activateDLL(name, permanently);
 }
 
-void RResourceCommands::cacheDLL() {
-    const std::string name = arguments().next();
-    RResources::CacheOptions options;
-    options.inBackground = nextFlag();
-    options.permanently = nextFlag();
-    options.toHardDrive = nextFlag();
-    resources_.cacheDLL(name, options);
+void RResourceCommands::cacheDLL(const std::string& name, bool inBackground, bool permanently,
+                                 bool toHardDrive) {
+    resources_.cacheDLL(name, {inBackground, permanently, toHardDrive});
 }
 
-void RResourceCommands::deactivateAllDLLs() { resources_.deactivateAllDLLs(nextFlag()); }
+void RResourceCommands::deactivateAllDLLs(bool force) { resources_.deactivateAllDLLs(force); }
 
-void RResourceCommands::deactivateDLL() { resources_.deactivateDLL(arguments().next()); }
+void RResourceCommands::deactivateDLL(const std::string& name) { resources_.deactivateDLL(name); }
 
-void RResourceCommands::uncacheAllDLLs() { resources_.uncacheAllDLLs(nextFlag()); }
+void RResourceCommands::uncacheAllDLLs(bool force) { resources_.uncacheAllDLLs(force); }
 
-void RResourceCommands::uncacheDLL() { resources_.uncacheDLL(arguments().next()); }
+void RResourceCommands::uncacheDLL(const std::string& name) { resources_.uncacheDLL(name); }

@@ -20,12 +20,13 @@ class RResourceCommands {
   private:
     static const RCommandRow<RResourceCommands> kRows[];
 
-    void activateDLL();
-    void cacheDLL();
-    void deactivateAllDLLs();
-    void deactivateDLL();
-    void uncacheAllDLLs();
-    void uncacheDLL();
+    // A flag that is left out is off.
+    void activateDLL(const std::string& name, bool permanently);
+    void cacheDLL(const std::string& name, bool inBackground, bool permanently, bool toHardDrive);
+    void deactivateAllDLLs(bool force);
+    void deactivateDLL(const std::string& name);
+    void uncacheAllDLLs(bool force);
+    void uncacheDLL(const std::string& name);
 
     RResources& resources_;
 };

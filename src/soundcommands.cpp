@@ -1,20 +1,13 @@
 #include "soundcommands.h"
 
 #include "gamesounds.h"
-#include "omsarguments.h"
 #include "omscrptb.h"
 
-namespace {
-
-int nextNumber() { return OMSArguments::global().nextInteger(); }
-
-} // namespace
-
 constexpr RCommandRow<RSoundCommands> RSoundCommands::kRows[] = {
-    {"KillSound", &RSoundCommands::killSound},
-    {"PauseSound", &RSoundCommands::pauseSound},
-    {"PlaySound", &RSoundCommands::playSound},
-    {"ResumeSound", &RSoundCommands::resumeSound},
+    RCommand<&RSoundCommands::killSound>("KillSound", "handle"),
+    RCommand<&RSoundCommands::pauseSound>("PauseSound", "handle"),
+    RCommand<&RSoundCommands::playSound>("PlaySound", "id [loop]"),
+    RCommand<&RSoundCommands::resumeSound>("ResumeSound", "handle"),
 };
 
 RSoundCommands::RSoundCommands(RGameSounds& sounds) : sounds_(sounds) {
@@ -23,15 +16,13 @@ RSoundCommands::RSoundCommands(RGameSounds& sounds) : sounds_(sounds) {
 
 void RSoundCommands::registerNames() { RRegisterCommandNames(kRows); }
 
-void RSoundCommands::killSound() { sounds_.kill(nextNumber()); }
+void RSoundCommands::killSound(int handle) { sounds_.kill(handle); }
 
-void RSoundCommands::pauseSound() { sounds_.pause(nextNumber()); }
+void RSoundCommands::pauseSound(int handle) { sounds_.pause(handle); }
 
 /// RESULT gets the handle.
-void RSoundCommands::playSound() {
-    const int id = nextNumber();
-    const bool loop = nextNumber() != 0; // a missing one is 0
+void RSoundCommands::playSound(int id, bool loop) {
     OMScriptableObject::setResult(sounds_.play(id, nullptr, loop));
 }
 
-void RSoundCommands::resumeSound() { sounds_.resume(nextNumber()); }
+void RSoundCommands::resumeSound(int handle) { sounds_.resume(handle); }

@@ -18,10 +18,10 @@ class RSoundCommands {
   private:
     static const RCommandRow<RSoundCommands> kRows[];
 
-    void killSound();
-    void pauseSound();
-    void playSound();
-    void resumeSound();
+    void killSound(int handle);
+    void pauseSound(int handle);
+    void playSound(int id, bool loop);
+    void resumeSound(int handle);
 
     RGameSounds& sounds_;
 };

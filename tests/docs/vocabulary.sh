@@ -3,7 +3,7 @@
 #
 #     vocabulary.sh class PAGE SOURCE...     tables of a class page, with the class tables
 #     vocabulary.sh player PAGE SOURCE...    tables of a player's properties, with the rows of theirs
-#     vocabulary.sh commands PAGE SOURCE...  headings of the commands, with the tables of commands
+#     vocabulary.sh commands PAGE SOURCE...  commands and their arguments in headings, with the tables
 #     vocabulary.sh keywords PAGE SOURCE     headings of the guide, with the compiler's keywords
 #     vocabulary.sh options PAGE PROGRAM     the table of options, with what --help shows
 set -euo pipefail
@@ -60,9 +60,6 @@ playerPageRows() {
     }' "$page"
 }
 
-# First words of headings in backticks.
-headings() { sed -n 's/^### `\([A-Za-z]*\).*/\1/p' "$page"; }
-
 case $kind in
   class)
     have=$(classRows "$@")
@@ -73,9 +70,10 @@ case $kind in
     told=$(playerPageRows)
     ;;
   commands)
-    have=$(sed -n -e 's/^ *{"\([A-Z][A-Za-z]*\)", &R[A-Za-z]*::.*/\1/p' \
-      -e 's/.*YCommands::add("\([A-Za-z]*\)".*/\1/p' "$@")
-    told=$(headings)
+    # With their arguments, which the page writes in capitals.
+    have=$(cat "$@" | tr '\n' ' ' | grep -oE 'RCommand<[^>]*>\( *"[^)]*"\)' |
+      sed -E -e 's/^[^"]*"([^"]*)", *"([^"]*)"\)$/\1 \U\2/' -e 's/^[^"]*"([^"]*)"\)$/\1/')
+    told=$(sed -n 's/^### `\([A-Za-z]*[^`]*\)`.*/\1/p' "$page")
     ;;
   keywords)
     have=$(sed -n 's/^ *{"\([a-z]*\)", Form::.*/\1/p' "$1"; echo include)

@@ -11,22 +11,17 @@
 //     const OMSClass Lamp::kClass{"Lamp", &OMTrinket::kClass, kVocabulary,
 //     &Lamp::createFromScript};
 //
-// Getters return int, bool, double, std::string or a rectangle; setters and methods take int, bool,
-// double, std::string, or std::optional of these for arguments that may be missing. A property with
-// index arguments reads them from the argument list itself.
+// Getters return int, bool, double, std::string or a rectangle; setters and methods take what
+// omscall.h converts. A property with index arguments reads them from the argument list itself.
 #pragma once
 
-#include "omsarguments.h"
+#include "omscall.h"
 #include "omscrptb.h"
 
-#include "platform/geometry.h"
-
 #include <memory>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <type_traits>
 
 /// One row of a class table.
@@ -55,57 +50,14 @@ struct OMSClass {
 
 namespace oms {
 
-// Numbers and texts at the script boundary.
-[[nodiscard]] std::string toText(int value);                   // "%d"
-[[nodiscard]] std::string toText(double value);                // "%.15g"
-[[nodiscard]] std::string toText(const platform::Rect& value); // "%d %d %d %d"
-[[nodiscard]] inline std::string toText(bool value) { return value ? "1" : "0"; }
-[[nodiscard]] inline std::string toText(std::string value) { return value; }
-
-[[nodiscard]] double realFromText(std::string_view text);
-
-template <class T>
-[[nodiscard]] T fromText(std::string_view text) {
-    if constexpr (std::is_same_v<T, bool>)
-        return OMSToInteger(text) != 0;
-    else if constexpr (std::is_integral_v<T>)
-        return static_cast<T>(OMSToInteger(text));
-    else if constexpr (std::is_floating_point_v<T>)
-        return static_cast<T>(realFromText(text));
-    else
-        return T(text);
-}
-
 namespace detail {
-
-template <class T>
-struct OptionalValue;
-template <class T>
-struct OptionalValue<std::optional<T>> {
-    using type = T;
-};
-
-template <class T>
-std::decay_t<T> nextArgument() {
-    using Value = std::decay_t<T>;
-    std::string text = OMSArguments::global().next();
-    if constexpr (requires { typename OptionalValue<Value>::type; }) {
-        if (text.empty()) return std::nullopt;
-        return fromText<typename OptionalValue<Value>::type>(text);
-    } else {
-        return fromText<Value>(text);
-    }
-}
 
 template <auto Member>
 struct Call;
 template <class Object, class... Arguments, void (Object::*Member)(Arguments...)>
 struct Call<Member> {
     static void run(OMScriptableObject& object) {
-        // Braces fix the order in which the arguments are read.
-        std::tuple<std::decay_t<Arguments>...> arguments{nextArgument<Arguments>()...};
-        std::apply([&](auto&... values) { (static_cast<Object&>(object).*Member)(values...); },
-                   arguments);
+        callWithArguments(static_cast<Object&>(object), Member);
     }
 };
 

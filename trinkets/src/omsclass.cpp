@@ -1,28 +1,8 @@
 #include "omsclass.h"
 
-#include "omformat.h"
-#include "ynumber.h"
-
 const OMSEntry* OMSClass::find(std::string_view entry) const {
     for (const OMSClass* from = this; from; from = from->base)
         for (const OMSEntry& row : from->vocabulary)
             if (row.name == entry) return &row;
     return nullptr;
 }
-
-namespace oms {
-
-std::string toText(int value) { return std::to_string(value); }
-
-std::string toText(double value) {
-    char buffer[ynumber::kBufferSize];
-    return std::string(ynumber::format(value, buffer));
-}
-
-std::string toText(const platform::Rect& value) {
-    return OMFormat("%d %d %d %d", value.left, value.top, value.right, value.bottom);
-}
-
-double realFromText(std::string_view text) { return ynumber::scan(text); }
-
-} // namespace oms

@@ -1,0 +1,70 @@
+// Calls from scripts into C++: texts become numbers and numbers texts, and a member function gets
+// its arguments from the argument list.
+//
+// Functions take int, bool, double, std::string, or std::optional of these for arguments that may
+// be missing or empty; without the optional, a missing number is 0.
+#pragma once
+
+#include "omsarguments.h"
+
+#include "platform/geometry.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+
+namespace oms {
+
+[[nodiscard]] std::string toText(int value);                   // "%d"
+[[nodiscard]] std::string toText(double value);                // "%.15g"
+[[nodiscard]] std::string toText(const platform::Rect& value); // "%d %d %d %d"
+[[nodiscard]] inline std::string toText(bool value) { return value ? "1" : "0"; }
+[[nodiscard]] inline std::string toText(std::string value) { return value; }
+
+[[nodiscard]] double realFromText(std::string_view text);
+
+template <class T>
+[[nodiscard]] T fromText(std::string_view text) {
+    if constexpr (std::is_same_v<T, bool>)
+        return OMSToInteger(text) != 0;
+    else if constexpr (std::is_integral_v<T>)
+        return static_cast<T>(OMSToInteger(text));
+    else if constexpr (std::is_floating_point_v<T>)
+        return static_cast<T>(realFromText(text));
+    else
+        return T(text);
+}
+
+namespace detail {
+
+template <class T>
+struct OptionalValue;
+template <class T>
+struct OptionalValue<std::optional<T>> {
+    using type = T;
+};
+
+} // namespace detail
+
+template <class T>
+std::decay_t<T> nextArgument() {
+    using Value = std::decay_t<T>;
+    std::string text = OMSArguments::global().next();
+    if constexpr (requires { typename detail::OptionalValue<Value>::type; }) {
+        if (text.empty()) return std::nullopt;
+        return fromText<typename detail::OptionalValue<Value>::type>(text);
+    } else {
+        return fromText<Value>(text);
+    }
+}
+
+template <class Object, class... Arguments>
+void callWithArguments(Object& object, void (Object::*member)(Arguments...)) {
+    // Braces fix the order in which the arguments are read.
+    std::tuple<std::decay_t<Arguments>...> arguments{nextArgument<Arguments>()...};
+    std::apply([&](auto&... values) { (object.*member)(values...); }, arguments);
+}
+
+} // namespace oms
