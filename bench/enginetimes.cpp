@@ -2,7 +2,7 @@
 
 #include "scriptmachine.h"
 
-#include "omscrptb.h"
+#include "omsclass.h"
 #include "omsregistry.h"
 #include "rvar.h"
 #include "ycompiler.h"
@@ -16,8 +16,14 @@ constexpr std::string_view kEvent = "lit";
 
 class Lamp final : public OMScriptableObject {
   public:
-    void declareProperties() override { addEvent(kEvent); }
+    static const OMSClass kClass;
 };
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::event(kEvent),
+};
+
+const OMSClass Lamp::kClass{"Lamp", &OMScriptableObject::kClass, kVocabulary, &oms::create<Lamp>};
 
 } // namespace
 
@@ -42,7 +48,7 @@ CompileTimes measureCompiling(int repetitions) {
 Samples measureEvents(int repetitions) {
     Samples samples;
     ScriptMachine machine;
-    OMSRegistry::global().registerClass("Lamp", [] { return std::make_unique<Lamp>(); });
+    OMSRegistry::global().registerClass(Lamp::kClass);
     machine.load("yield off\nn=0\nlamp=Lamp 1\nset lamp lit onLit\nwait\n"
                  "procedure onLit\n[\nn=(n+1)%1000\nlast=n\n]\n");
     machine.runUntilBlocked();

@@ -77,27 +77,25 @@ void levelActivity(ActivityRecord& record, const std::string& name, const Thresh
                    const Report& report) {
     const auto [a, b, x, y] = thresholds;
     const Performance seen = recentPerformance(record, thresholds);
-    if (seen.correct == b && seen.points >= a) {
-        changeLevel(record, LevelColor::Advanced);
-        forgetResults(record);
-        report("");
+    const bool advances = seen.correct == b && seen.points >= a;
+    if (!advances && (seen.tries != y || seen.correct >= x)) return;
+    changeLevel(record, advances ? LevelColor::Advanced : LevelColor::WentBack);
+    forgetResults(record);
+    report("");
+    if (advances) {
         report(OMFormat("Auto-leveling has determined player can advance a level in %s.  "
                         "New level: %d",
                         name.c_str(), record.currentLevel));
         report(OMFormat("\tpoint count: %d, A: %d\tcorrect count: %d, B: %d", seen.points, a,
                         seen.correct, b));
-        report("");
-    } else if (seen.tries == y && seen.correct < x) {
-        changeLevel(record, LevelColor::WentBack);
-        forgetResults(record);
-        report("");
+    } else {
         report(OMFormat("Auto-leveling has determined player needs to go back a level in %s.  "
                         "New level is %d.",
                         name.c_str(), record.currentLevel));
         report(OMFormat("\tcorrect count: %d, X: %d\ttry count: %d, Y: %d", seen.correct, x,
                         seen.tries, y));
-        report("");
     }
+    report("");
 }
 
 } // namespace

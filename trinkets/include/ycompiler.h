@@ -115,6 +115,8 @@ class YCompiler {
     // Instructions.
     bool readOperands(std::vector<int>& indices);
     std::optional<int> emitList(const std::vector<int>& indices, std::size_t at);
+    /// Both, for statements with a body. None after an error.
+    std::optional<int> emitOperands(std::size_t at);
     int emit(YOpcode opcode, int operand, YSourceLine place);
     [[nodiscard]] YSourceLine placeOf(std::size_t at);
     void patch(int instruction, int target);

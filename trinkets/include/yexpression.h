@@ -78,6 +78,32 @@ class YValue {
     YScratch scratch_;
 };
 
+/// One step of an expression on numbers alone, for a machine with one accumulator and a small
+/// stack.
+struct YStep {
+    static constexpr int kStack = 16;
+
+    enum class Operation : std::uint8_t {
+        Load,   ///< the leaf
+        Length, ///< of the leaf's text
+        Push,   ///< put the accumulator aside
+        Add,    ///< and the other operators: the right operand is the leaf, or without one the
+                ///< accumulator, the left one then what was put aside
+        Subtract,
+        Multiply,
+        Divide,
+        Quotient,
+        Remainder,
+        Power,
+        Equal,
+        Unequal,
+        Less,
+        Greater,
+    };
+    Operation operation;
+    YVariable* leaf;
+};
+
 class YExpression {
   public:
     /// What compiling a word gives.
@@ -128,33 +154,7 @@ class YExpression {
     };
     class Builder;
 
-    /// The same for numbers alone: steps of a machine with one accumulator and a small stack.
-    struct Step {
-        enum class Operation : std::uint8_t {
-            Load,   ///< the leaf
-            Length, ///< of the leaf's text
-            Push,   ///< put the accumulator aside
-            Add,    ///< and the other operators: the right operand is the leaf, or without one the
-                    ///< accumulator, the left one then what was put aside
-            Subtract,
-            Multiply,
-            Divide,
-            Quotient,
-            Remainder,
-            Power,
-            Equal,
-            Unequal,
-            Less,
-            Greater,
-        };
-        Operation operation;
-        YVariable* leaf;
-    };
-    static constexpr int kStepStack = 16;
-
     bool addSteps(const Node& node, int depth);
-    [[nodiscard]] bool runOnIntegers(std::int64_t& result) const;
-    [[nodiscard]] bool runOnReals(double& result) const;
 
     static int evaluate(YHeap& heap, const Node& node, YValue& result);
     static int applyUnary(YHeap& heap, char operation, YValue& operand, YValue& result);
@@ -164,7 +164,7 @@ class YExpression {
     static int applyTexts(char operation, YValue& left, YValue& right, YValue& result);
     static int evaluateNamed(YHeap& heap, std::string_view text, YValue& result);
 
-    std::vector<Node> nodes_; ///< the root first
-    std::vector<Step> steps_; ///< empty when some operator needs texts
+    std::vector<Node> nodes_;  ///< the root first
+    std::vector<YStep> steps_; ///< empty when some operator needs texts
     std::string shape_;
 };

@@ -329,6 +329,11 @@ std::optional<int> YCompiler::emitList(const std::vector<int>& indices, std::siz
     return start;
 }
 
+std::optional<int> YCompiler::emitOperands(std::size_t at) {
+    std::vector<int> indices;
+    return readOperands(indices) ? emitList(indices, at) : std::nullopt;
+}
+
 int YCompiler::emit(YOpcode opcode, int operand, YSourceLine place) {
     if (here() == YScript::kMaxInstructions && opcode != YOpcode::End)
         fail(YCompileError::Kind::TooManyInstructions, text().at);
@@ -470,9 +475,7 @@ void YCompiler::compileList(YVariable& name) {
 YCompiler::Outcome YCompiler::compileIf(const Word& keyword) {
     const std::size_t at = keyword.at;
     const YSourceLine place = placeOf(at);
-    std::vector<int> indices;
-    if (!readOperands(indices)) return Outcome::Statement;
-    const auto list = emitList(indices, at);
+    const auto list = emitOperands(at);
     if (!list) return Outcome::Statement;
     emit(YOpcode::Test, *list, place);
     const int skip = emit(YOpcode::JumpIfFalse, 0, place);
@@ -510,9 +513,7 @@ bool YCompiler::nextIsElse() {
 YCompiler::Outcome YCompiler::compileFor(const Word& keyword) {
     const std::size_t at = keyword.at;
     const YSourceLine place = placeOf(at);
-    std::vector<int> indices;
-    if (!readOperands(indices)) return Outcome::Statement;
-    const auto list = emitList(indices, at);
+    const auto list = emitOperands(at);
     if (!list) return Outcome::Statement;
     emit(YOpcode::ForSetUp, *list, place);
     const int next = emit(YOpcode::ForNext, *list, place);

@@ -1,6 +1,7 @@
 #include "yexpression.h"
 
 #include <cmath>
+#include <span>
 
 namespace {
 
@@ -278,9 +279,9 @@ YExpression::Number YExpression::Number::of(double value) {
 
 /// False when the tree needs more than numbers.
 bool YExpression::addSteps(const Node& node, int depth) {
-    using Operation = Step::Operation;
+    using Operation = YStep::Operation;
     constexpr std::string_view kNumeric = "+-*/\\%^=#<>"; // in the order of Operation from Add on
-    if (depth >= kStepStack) return false;
+    if (depth >= YStep::kStack) return false;
     switch (node.operation) {
     case 't': steps_.push_back({Operation::Load, node.leaf}); return true;
     case 'z': return false; // see below: only as a left operand
@@ -307,101 +308,68 @@ bool YExpression::addSteps(const Node& node, int depth) {
     return true;
 }
 
-YExpression::Number YExpression::evaluateNumber() const {
-    if (std::int64_t whole = 0; runOnIntegers(whole)) [[likely]]
-        return Number::of(whole);
-    if (double real = 0; runOnReals(real)) return Number::of(real);
-    return {};
-}
-
 namespace {
 
-/// The integer that a leaf holds; false for any other value.
-inline bool loadInteger(YVariable* leaf, std::int64_t& value) {
-    if (!leaf->holdsInteger()) [[unlikely]] {
-        leaf = &leaf->resolve();
-        if (!leaf->holdsInteger()) return false;
-    }
-    value = leaf->heldInteger();
-    return true;
-}
+/// Numbers that the steps work on: what a leaf must hold, and what the operators make of two of
+/// them. False gives up.
+struct Integers {
+    using Number = std::int64_t;
 
-inline bool loadReal(YVariable* leaf, double& value) {
-    if (!leaf->holdsInteger() && !leaf->holdsReal()) leaf = &leaf->resolve();
-    if (leaf->holdsInteger())
+    static bool load(YVariable* leaf, Number& value) {
+        if (!leaf->holdsInteger()) [[unlikely]] {
+            leaf = &leaf->resolve();
+            if (!leaf->holdsInteger()) return false;
+        }
         value = leaf->heldInteger();
-    else if (leaf->holdsReal())
-        value = leaf->heldReal();
-    else
-        return false;
-    return true;
-}
-
-/// The length of a text that is there already.
-inline std::int64_t heldLength(YVariable* leaf) { return leaf->resolve().heldLength(); }
-
-} // namespace
-
-/// All operands and results are integers; false as soon as one is not.
-bool YExpression::runOnIntegers(std::int64_t& result) const {
-    using Operation = Step::Operation;
-    constexpr auto kLimit = static_cast<std::int64_t>(ynumber::kIntegerLimit);
-    if (steps_.empty()) return false;
-    std::int64_t aside[kStepStack];
-    int count = 0;
-    std::int64_t value = 0;
-    for (const Step& step : steps_) {
-        std::int64_t right = 0;
-        if (step.operation >= Operation::Add) {
-            if (step.leaf) {
-                if (!loadInteger(step.leaf, right)) return false;
-            } else {
-                right = value;
-                value = aside[--count];
-            }
-        }
-        switch (step.operation) {
-        case Operation::Load:
-            if (!step.leaf)
-                value = 0;
-            else if (!loadInteger(step.leaf, value))
-                return false;
-            continue;
-        case Operation::Length:
-            value = heldLength(step.leaf);
-            if (value == YVariable::kUnknownLength) return false;
-            continue;
-        case Operation::Push: aside[count++] = value; continue;
-        case Operation::Add: value += right; break;
-        case Operation::Subtract: value -= right; break;
-        case Operation::Multiply: value *= right; break;
-        case Operation::Divide:
-            if (right == 0 || right == -1) return false;
-            if (static_cast<std::int32_t>(value) % static_cast<std::int32_t>(right)) return false;
-            value = static_cast<std::int32_t>(value) / static_cast<std::int32_t>(right);
-            continue;
-        case Operation::Quotient:
-            if (right == 0 || right == -1) return false;
-            value = static_cast<std::int32_t>(value) / static_cast<std::int32_t>(right);
-            continue;
-        case Operation::Remainder:
-            if (right == 0 || right == -1) return false;
-            value = static_cast<std::int32_t>(value) % static_cast<std::int32_t>(right);
-            continue;
-        case Operation::Power: return false;
-        case Operation::Equal: value = value == right; continue;
-        case Operation::Unequal: value = value != right; continue;
-        case Operation::Less: value = value < right; continue;
-        case Operation::Greater: value = value > right; continue;
-        }
-        if (value < -kLimit || value > kLimit) [[unlikely]]
-            return false;
+        return true;
     }
-    result = value;
-    return true;
-}
 
-namespace {
+    static bool apply(YStep::Operation operation, Number& value, Number right);
+};
+
+struct Reals {
+    using Number = double;
+
+    static bool load(YVariable* leaf, Number& value) {
+        if (!leaf->holdsInteger() && !leaf->holdsReal()) leaf = &leaf->resolve();
+        if (leaf->holdsInteger())
+            value = leaf->heldInteger();
+        else if (leaf->holdsReal())
+            value = leaf->heldReal();
+        else
+            return false;
+        return true;
+    }
+
+    static bool apply(YStep::Operation operation, Number& value, Number right);
+};
+
+/// All operands and results are integers.
+inline bool Integers::apply(YStep::Operation operation, Number& value, Number right) {
+    using Operation = YStep::Operation;
+    constexpr auto kLimit = static_cast<Number>(ynumber::kIntegerLimit);
+    switch (operation) {
+    case Operation::Add: value += right; break;
+    case Operation::Subtract: value -= right; break;
+    case Operation::Multiply: value *= right; break;
+    case Operation::Divide:
+    case Operation::Quotient:
+    case Operation::Remainder: {
+        if (right == 0 || right == -1) return false;
+        const auto left = static_cast<std::int32_t>(value);
+        const auto divisor = static_cast<std::int32_t>(right);
+        if (operation == Operation::Divide && left % divisor != 0) return false;
+        value = operation == Operation::Remainder ? left % divisor : left / divisor;
+        return true;
+    }
+    case Operation::Equal: value = value == right; return true;
+    case Operation::Unequal: value = value != right; return true;
+    case Operation::Less: value = value < right; return true;
+    case Operation::Greater: value = value > right; return true;
+    default: return false;
+    }
+    return value >= -kLimit && value <= kLimit;
+}
 
 /// The operators on two numbers, where an integer is a real without a fraction: sums, differences
 /// and products are exact as far as reals are. An error code.
@@ -436,53 +404,66 @@ int applyReals(char operation, double left, double right, double& result) {
     }
 }
 
-} // namespace
-
-bool YExpression::runOnReals(double& result) const {
-    using Operation = Step::Operation;
+inline bool Reals::apply(YStep::Operation operation, Number& value, Number right) {
+    using Operation = YStep::Operation;
     constexpr char kCharacters[] = {0,    0,   0,   '+', '-', '*', '/',
                                     '\\', '%', '^', '=', '#', '<', '>'};
-    if (steps_.empty()) return false;
-    double aside[kStepStack];
+    switch (operation) {
+    case Operation::Add: value += right; return true;
+    case Operation::Subtract: value -= right; return true;
+    case Operation::Multiply: value *= right; return true;
+    default:
+        return applyReals(kCharacters[static_cast<std::size_t>(operation)], value, right, value) ==
+               yerror::kNone;
+    }
+}
+
+/// The accumulator machine; false when it gave up.
+template <class Numbers>
+bool run(std::span<const YStep> steps, typename Numbers::Number& result) {
+    using Operation = YStep::Operation;
+    using Number = typename Numbers::Number;
+    if (steps.empty()) return false;
+    Number aside[YStep::kStack];
     int count = 0;
-    double value = 0;
-    for (const Step& step : steps_) {
-        double right = 0;
-        if (step.operation >= Operation::Add) {
-            if (step.leaf) {
-                if (!loadReal(step.leaf, right)) return false;
-            } else {
-                right = value;
-                value = aside[--count];
-            }
-        }
+    Number value = 0;
+    for (const YStep& step : steps) {
         switch (step.operation) {
         case Operation::Load:
             if (!step.leaf)
                 value = 0;
-            else if (!loadReal(step.leaf, value))
+            else if (!Numbers::load(step.leaf, value))
                 return false;
             break;
-        case Operation::Length:
-            value = static_cast<double>(heldLength(step.leaf));
-            if (value == YVariable::kUnknownLength) return false;
+        case Operation::Length: {
+            // Of a text that is there already.
+            const std::int64_t length = step.leaf->resolve().heldLength();
+            if (length == YVariable::kUnknownLength) return false;
+            value = static_cast<Number>(length);
             break;
+        }
         case Operation::Push: aside[count++] = value; break;
-        case Operation::Add: value += right; break;
-        case Operation::Subtract: value -= right; break;
-        case Operation::Multiply: value *= right; break;
-        case Operation::Divide:
-            if (right * right < kSmallestDivisorSquared) return false;
-            value /= right;
-            break;
-        default:
-            if (applyReals(kCharacters[static_cast<std::size_t>(step.operation)], value, right,
-                           value))
+        default: {
+            Number right = value;
+            if (!step.leaf)
+                value = aside[--count];
+            else if (!Numbers::load(step.leaf, right))
                 return false;
+            if (!Numbers::apply(step.operation, value, right)) return false;
+        }
         }
     }
     result = value;
     return true;
+}
+
+} // namespace
+
+YExpression::Number YExpression::evaluateNumber() const {
+    if (std::int64_t whole = 0; run<Integers>(steps_, whole)) [[likely]]
+        return Number::of(whole);
+    if (double real = 0; run<Reals>(steps_, real)) return Number::of(real);
+    return {};
 }
 
 // ---------------------------------------------------------------------------- any values
