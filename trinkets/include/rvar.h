@@ -28,6 +28,8 @@ struct YScratch {
 
 class YVariable {
   public:
+    static constexpr char kSeparator = '.'; ///< between the parts of compound names
+
     enum class Kind : std::uint8_t {
         Name = 0,
         Constant = 1,

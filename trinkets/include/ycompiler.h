@@ -110,7 +110,7 @@ class YCompiler {
     [[nodiscard]] bool atLineEnd() const;
     std::optional<Word> nextWord(bool stopAtEquals);
     std::optional<int> internWord(const Word& word);
-    bool nextIsElse();
+    std::optional<std::size_t> takeElse();
 
     // Instructions.
     bool readOperands(std::vector<int>& indices);

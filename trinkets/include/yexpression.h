@@ -149,7 +149,7 @@ class YExpression {
     struct Node {
         char operation = 't';
         YVariable* leaf = nullptr;
-        const Node* left = nullptr;
+        const Node* left = nullptr; ///< null for the operators of one operand
         const Node* right = nullptr;
     };
     class Builder;
