@@ -299,7 +299,8 @@ class Stage final : private AOSounds {
         a.paint(canvas, OMRegion(canvas.bounds()));
         const int left = (value >> 8) % kWidth;
         const Rect area{left, value % 7, left + 1 + value % 40, kHeight - value % 3};
-        const Rect there = OMIntersection(area.empty() ? canvas.bounds() : area, canvas.bounds());
+        const Rect there =
+            platform::intersection(area.empty() ? canvas.bounds() : area, canvas.bounds());
         const auto packed = AOPack(canvas, area, key);
         expect(packed.empty() == there.empty(), "what is on the canvas is packed");
         if (packed.empty()) return;

@@ -16,8 +16,6 @@
 
 namespace {
 
-constexpr int kIndexedDepth = 8;
-
 /// The value is lost when a script forgets to set it; its authors want to hear of it.
 void checkStatueDataset(world::WorldMemory& memory) {
     RWorldPort port(memory);
@@ -103,7 +101,7 @@ void RCommands::randomNumber(int from, int to, std::optional<int> exclude) {
 
 void RCommands::restorePalette() {
     const OMLink restore = paletteRestorer_;
-    if (window_.canvas().depth() == kIndexedDepth) restore();
+    if (window_.canvas().depth() == OMCanvas::kIndexedDepth) restore();
 }
 
 void RCommands::scene(int image, std::optional<int> palette) {

@@ -37,6 +37,8 @@ class OMApp {
     static void useDirectDraw();
     /// Fatal without an application.
     [[nodiscard]] static bool usingDirectDraw();
+    /// Of canvases that go to the screen: that of the surfaces, else 8 bits. Fatal as above.
+    [[nodiscard]] static int bufferDepth();
 
     /// `rectangle` in screen pixels. In mode FullScreen the screen gets the rectangle's size and
     /// that depth for this program alone; when it cannot, and without surfaces, the mode becomes

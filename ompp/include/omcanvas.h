@@ -46,6 +46,8 @@ struct OMPixels {
 
 class OMCanvas {
   public:
+    static constexpr int kIndexedDepth = 8; ///< bits; pixels are palette indices
+
     virtual ~OMCanvas();
     OMCanvas(const OMCanvas&) = delete;
     OMCanvas& operator=(const OMCanvas&) = delete;

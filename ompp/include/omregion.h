@@ -19,18 +19,12 @@
 // Rectangles are half-open. An empty rectangle has no pixels: it overlaps nothing, contains nothing
 // and is contained by nothing.
 
-[[nodiscard]] constexpr platform::Rect OMIntersection(const platform::Rect& a,
-                                                      const platform::Rect& b) {
-    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
-            std::min(a.bottom, b.bottom)};
-}
-
 [[nodiscard]] inline bool OMOverlap(const platform::Rect& a, const platform::Rect& b) {
-    return !OMIntersection(a, b).empty();
+    return !platform::intersection(a, b).empty();
 }
 
 [[nodiscard]] inline bool OMContains(const platform::Rect& outer, const platform::Rect& inner) {
-    return !inner.empty() && OMIntersection(outer, inner) == inner;
+    return !inner.empty() && platform::intersection(outer, inner) == inner;
 }
 
 [[nodiscard]] constexpr bool OMContains(const platform::Rect& rectangle, platform::Point point) {

@@ -19,11 +19,6 @@ void fillScreen(const Rect& area, const OMColor& color) {
     canvas.fillRect(canvas.bounds());
 }
 
-bool contains(const Rect& rectangle, Point point) {
-    return point.x >= rectangle.left && point.x < rectangle.right && point.y >= rectangle.top &&
-           point.y < rectangle.bottom;
-}
-
 Point relativeTo(const OMWindow& window, Point point) {
     return {point.x - window.rectangle().left, point.y - window.rectangle().top};
 }
@@ -47,6 +42,10 @@ bool OMApp::usingDirectDraw() {
     OMDebug::require(instance_ != nullptr, "theApp == NULL",
                      "OMApp::usingDirectDraw - must have an OMApp instance first!");
     return instance_->directDraw_;
+}
+
+int OMApp::bufferDepth() {
+    return usingDirectDraw() ? OMPlatform().display().screen().depth() : OMCanvas::kIndexedDepth;
 }
 
 OMApp::OMApp(DisplayMode mode, const OMColor& background, const Rect& rectangle, int depth,
@@ -179,7 +178,7 @@ OMWindow* OMApp::mouseWindow(const Message& message) {
     OMWindow* window = capture_;
     if (!window)
         window = windows_.findLast(
-            [&](const OMWindow& w) { return contains(w.rectangle(), message.position); });
+            [&](const OMWindow& w) { return OMContains(w.rectangle(), message.position); });
     if (message.kind == Message::Kind::MouseDown || message.kind == Message::Kind::DoubleClick) {
         capture_ = window;
         OMPlatform().events().captureMouse(window != nullptr);

@@ -57,7 +57,7 @@ std::uint32_t OMCanvas::pixelValue(const OMColor& color) const {
 }
 
 OMRegion OMCanvas::clipped(const Rect& area, const OMRegion* extraClip) const {
-    OMRegion region(OMIntersection(area, visibleArea()));
+    OMRegion region(platform::intersection(area, visibleArea()));
     if (clip_) region.intersect(*clip_);
     if (extraClip) region.intersect(*extraClip);
     return region;

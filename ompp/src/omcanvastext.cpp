@@ -46,7 +46,7 @@ void OMCanvas::drawText(int x, int baseline, std::string_view text) {
                        baseline - glyph.top + glyph.height};
         pen += glyph.advance;
         for (const Rect& rectangle : rectangles) {
-            const Rect part = OMIntersection(box, rectangle);
+            const Rect part = platform::intersection(box, rectangle);
             if (part.empty()) continue;
             inkGlyph(to, glyph, box, part, value);
             touched = platform::hull(touched, part);

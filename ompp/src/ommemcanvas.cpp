@@ -29,7 +29,7 @@ platform::Surface* OMMemCanvas::behindScreen() const {
 
 platform::Rect OMMemCanvas::visibleArea() const {
     const platform::Surface* back = behindScreen();
-    return back ? OMIntersection(bounds(), back->bounds()) : bounds();
+    return back ? platform::intersection(bounds(), back->bounds()) : bounds();
 }
 
 OMPixels OMMemCanvas::pixels() {

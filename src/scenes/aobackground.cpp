@@ -2,24 +2,18 @@
 
 #include "aodeep.h"
 #include "omapp.h"
-#include "omplatform.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace {
 
-constexpr int kIndexedDepth = 8;
 constexpr int kBlack = 0; ///< palette index
-
-int depthOfBackBuffers() {
-    return OMApp::usingDirectDraw() ? OMPlatform().display().screen().depth() : kIndexedDepth;
-}
 
 } // namespace
 
 AOBackground::AOBackground(int width, int height, std::shared_ptr<const AOImage> image)
-    : canvas_(width, height, depthOfBackBuffers()) {
+    : canvas_(width, height, OMApp::bufferDepth()) {
     if (AOPaletteRecord::current())
         canvas_.setPalette(OMPaletteFromDevice(AOPaletteRecord::current()->colors()));
     setImage(std::move(image));
@@ -27,7 +21,7 @@ AOBackground::AOBackground(int width, int height, std::shared_ptr<const AOImage>
 
 void AOBackground::setImage(std::shared_ptr<const AOImage> image) {
     image_ = std::move(image);
-    awaitsPalette_ = canvas_.depth() > kIndexedDepth;
+    awaitsPalette_ = canvas_.depth() > OMCanvas::kIndexedDepth;
     drawImage();
 }
 
@@ -51,7 +45,7 @@ void AOBackground::drawImage() {
     if (entry == sequence.end()) return;
     const AOImage::Placement& place = image_->embedded();
     const platform::Point at{place.x + entry->dx, place.y + entry->dy};
-    const bool deep = canvas_.depth() > kIndexedDepth;
+    const bool deep = canvas_.depth() > OMCanvas::kIndexedDepth;
     image_
         ->unpackedFrame(entry->code,
                         deep ? AOPixelsOf(canvas_.devicePalette(), canvas_) : kAOIndexPixels,

@@ -18,7 +18,6 @@ EffectsWindow::PaletteFilter EffectsWindow::paletteFilter_;
 namespace {
 
 constexpr int kBlack = 0; ///< palette index
-constexpr int kIndexedDepth = 8;
 
 int nowMs() { return static_cast<int>(OMMilliseconds()); }
 
@@ -34,6 +33,7 @@ void EffectsWindow::goToBlack() {
     canvas().removeClipRegion();
     canvas().setColor(OMColor(kBlack));
     canvas().fillRect(canvas().bounds());
+    OMPlatform().clock().sleep(0); // it is seen, however long the script goes on
     setPresenting(false);
     setBackgroundDeaf(true);
 }
@@ -151,7 +151,7 @@ void EffectsWindow::installPalette(int id) {
     std::optional<OMPalette> colors = OMReadPalette(stream->readAll());
     if (!colors) return;
     paletteFilter_(*colors);
-    if (backBuffer().depth() > kIndexedDepth)
+    if (backBuffer().depth() > OMCanvas::kIndexedDepth)
         AOPaletteRecord::setCurrent(std::make_shared<AOPaletteRecord>(OMGamePalette(*colors)));
     setPalette(*colors, false);
 }

@@ -54,7 +54,7 @@ class HostileAnimationTest : public WindowTest {
         OMMemCanvas canvas(8, 4, 8);
         image.frame(number).draw(canvas, OMRegion(canvas.bounds()), {0, 0}, 0);
         const Rect shown =
-            OMIntersection(canvas.bounds(), AOBounds(image.frameSize(number), {}, 0));
+            platform::intersection(canvas.bounds(), AOBounds(image.frameSize(number), {}, 0));
         return shown.empty() ? "-" : pixelsOf(canvas, shown);
     }
     /// What is seen of each frame, or why there is none.

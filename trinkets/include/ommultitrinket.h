@@ -81,6 +81,7 @@ class OMMultiTrinket : public OMTrinket {
     [[nodiscard]] int freeSlot() const;
     void moveMembers(int dx, int dy);
     void adopt(const Member& member) const;
+    void raiseMember(const Member& member) const;
     /// False when a handler destroyed the group.
     bool raise(std::string_view event, std::uint32_t ignoring);
 

@@ -56,7 +56,8 @@ std::vector<std::byte> AOPack(OMCanvas& canvas, const platform::Rect& area,
         return {};
     }
     const OMPixels pixels = canvas.pixels();
-    const platform::Rect shown = OMIntersection(area.empty() ? canvas.bounds() : area, pixels.area);
+    const platform::Rect shown =
+        platform::intersection(area.empty() ? canvas.bounds() : area, pixels.area);
     if (shown.empty()) return {};
     const auto width = static_cast<std::size_t>(shown.width());
     std::vector<std::uint8_t> rows;

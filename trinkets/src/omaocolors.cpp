@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr int kIndexedDepth = 8;
-
 AOColorMap sameColors() {
     AOColorMap map{};
     std::iota(map.begin(), map.end(), std::uint8_t{0});
@@ -47,11 +45,11 @@ AODeepFrames* OMAnimation::deepFrames(const OMCanvas& canvas) {
 // Indices
 
 int OMAnimation::windowDepth() const {
-    return window() ? window()->backBuffer().depth() : kIndexedDepth;
+    return window() ? window()->backBuffer().depth() : OMCanvas::kIndexedDepth;
 }
 
 void OMAnimation::replaceColorIndex(std::uint8_t from, std::uint8_t to) {
-    if (const int depth = windowDepth(); depth != kIndexedDepth)
+    if (const int depth = windowDepth(); depth != OMCanvas::kIndexedDepth)
         return OMApp::getApp()->alert(
             OMFormat("Can't replace color indices in a %d-bit canvas.", depth));
     AOColorMap map = sameColors();
@@ -60,7 +58,7 @@ void OMAnimation::replaceColorIndex(std::uint8_t from, std::uint8_t to) {
 }
 
 void OMAnimation::swapColorIndices(std::uint8_t first, std::uint8_t second) {
-    if (const int depth = windowDepth(); depth != kIndexedDepth)
+    if (const int depth = windowDepth(); depth != OMCanvas::kIndexedDepth)
         return OMApp::getApp()->alert(
             OMFormat("Can't swap color indices in a %d-bit canvas.", depth));
     AOColorMap map = sameColors();

@@ -23,11 +23,6 @@ constexpr OMSEntry kVocabulary[] = {
     oms::method<&OMMultiTrinket::removeAll>("removeTrinkets"),
 };
 
-Rect unionOf(const Rect& a, const Rect& b) {
-    return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
-            std::max(a.bottom, b.bottom)};
-}
-
 int sumOf(int a, int b) {
     return static_cast<int>(std::clamp<std::int64_t>(
         std::int64_t{a} + b, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
@@ -48,6 +43,7 @@ OMMultiTrinket::OMMultiTrinket(const OMMultiTrinket& other)
 }
 
 OMMultiTrinket::~OMMultiTrinket() {
+    if (group()) group()->remove(*this); // while it knows its place
     for (const Member& member : members_) member.trinket->group_ = nullptr;
 }
 
@@ -84,8 +80,7 @@ bool OMMultiTrinket::add(OMTrinket& trinket, int slot, int depth) {
 
 void OMMultiTrinket::adopt(const Member& member) const {
     OMTrinket& trinket = *member.trinket;
-    trinket.setZ(sumOf(z(), member.depth));
-    trinket.comeForward(); // a member of the group's own depth is hit before the group
+    raiseMember(member);
     trinket.setVisible(isVisible());
     trinket.setTouchy(isTouchy());
     trinket.setMovable(isMovable());
@@ -93,6 +88,13 @@ void OMMultiTrinket::adopt(const Member& member) const {
     trinket.setCorralled(isCorralled());
     trinket.setSnapGrid(snapGrid());
     trinket.setCursors(cursor(), grabCursor());
+}
+
+/// A member of the group's own depth is hit before the group. A member that is a group brings its
+/// own members forward last.
+void OMMultiTrinket::raiseMember(const Member& member) const {
+    member.trinket->comeForward();
+    member.trinket->setZ(sumOf(z(), member.depth));
 }
 
 void OMMultiTrinket::remove(const OMTrinket& trinket) {
@@ -132,18 +134,17 @@ void OMMultiTrinket::addTrinket(const std::string& variable, std::optional<int> 
 
 Rect OMMultiTrinket::boundingRectangle() const {
     const auto around = [this](bool hiddenToo) {
-        std::optional<Rect> all;
-        for (const Member& member : members_) {
-            if (!member.trinket->isVisible() && !hiddenToo) continue;
-            const Rect own = member.trinket->boundingRectangle();
-            all = all ? unionOf(*all, own) : own;
-        }
+        Rect all;
+        for (const Member& member : members_)
+            if (member.trinket->isVisible() || hiddenToo)
+                all = platform::hull(all, member.trinket->boundingRectangle());
         return all;
     };
-    std::optional<Rect> place = around(false);
-    if (!place) place = around(true);
-    if (place) return *place;
-    const Rect last = OMTrinket::boundingRectangle();
+    Rect place = around(false);
+    if (place.empty()) place = around(true);
+    if (!place.empty()) return place;
+    const Rect last = members_.empty() ? OMTrinket::boundingRectangle()
+                                       : members_.front().trinket->boundingRectangle();
     return {last.left, last.top, last.left, last.top};
 }
 
@@ -164,10 +165,7 @@ void OMMultiTrinket::setAttribute(Attribute which, int value, int second) {
         case Attribute::X:
         case Attribute::Y:
         case Attribute::XY: break;
-        case Attribute::Z:
-            member.trinket->setZ(sumOf(value, member.depth));
-            member.trinket->comeForward(); // it is hit before the group
-            break;
+        case Attribute::Z: raiseMember(member); break;
         case Attribute::Visible:
         case Attribute::Movable:
         case Attribute::Touchy: member.trinket->setAttribute(which, value); break;

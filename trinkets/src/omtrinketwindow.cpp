@@ -14,7 +14,6 @@ OMTrinketWindow* OMTrinketWindow::main_ = nullptr;
 
 namespace {
 
-constexpr int kIndexedDepth = 8;
 constexpr int kNothing = 0; ///< palette index of the fill where there is no background
 /// Palette indices of the marker colour of each page: full red, and half as bright. They are fixed
 /// entries, which canvases of all depths have.
@@ -22,14 +21,8 @@ constexpr std::array<int, kOMPages> kMarkers{249, 1};
 constexpr std::uint32_t kReportMs = 1000;
 
 const Rect& checkedForApp(const Rect& rectangle) {
-    OMDebug::require(OMApp::getApp() != nullptr, "theApp == NULL",
-                     "OMApp::usingDirectDraw - must have an OMApp instance first!");
+    (void)OMApp::usingDirectDraw();
     return rectangle;
-}
-
-/// Surfaces have the depth of the screen.
-int backBufferDepth() {
-    return OMApp::usingDirectDraw() ? OMPlatform().display().screen().depth() : kIndexedDepth;
 }
 
 /// There is one chain of pages behind the screen, and its pages lie where the screen does.
@@ -54,7 +47,7 @@ void run(OMLink hook) { hook(); }
 OMTrinketWindow::OMTrinketWindow(const Rect& rectangle, std::unique_ptr<OMTBackground> background,
                                  std::string_view title, Showing showing)
     : OMWindow(checkedForApp(rectangle)), canvas_(rectangle),
-      backBuffer_(rectangle.width(), rectangle.height(), backBufferDepth(),
+      backBuffer_(rectangle.width(), rectangle.height(), OMApp::bufferDepth(),
                   showing == Showing::Flipping ? OMMemCanvas::Kind::Flippable
                                                : OMMemCanvas::Kind::Fixed),
       background_(std::move(background)), lastReportMs_(OMMilliseconds()),
@@ -87,10 +80,10 @@ void OMTrinketWindow::add(OMTrinket& trinket) {
 void OMTrinketWindow::remove(OMTrinket& trinket) {
     trinkets_.remove(&trinket);
     stamps_.forget(&trinket);
+    const bool ownsCursor = flyOver_ == &trinket || target_ == &trinket;
     releaseTarget(trinket);
-    if (flyOver_ != &trinket) return;
-    flyOver_ = nullptr;
-    if (!target_) showCursor(OMTrinket::defaultCursor);
+    if (flyOver_ == &trinket) flyOver_ = nullptr;
+    if (ownsCursor && !target_) showCursor(OMTrinket::defaultCursor);
 }
 
 void OMTrinketWindow::resort(OMTrinket& trinket) {
@@ -134,7 +127,7 @@ void OMTrinketWindow::addDirty(std::size_t page, const OMRegion& region) {
 }
 
 void OMTrinketWindow::addUnshown(const Rect& rectangle) {
-    const Rect inside = OMIntersection(rectangle, backBuffer_.bounds());
+    const Rect inside = platform::intersection(rectangle, backBuffer_.bounds());
     for (std::size_t page = 0; page < pagesInUse_; ++page) pages_[page].present.unite(inside);
     needsRedraw_ = true;
 }
@@ -161,16 +154,16 @@ void OMTrinketWindow::setBackground(std::unique_ptr<OMTBackground> background) {
 }
 
 void OMTrinketWindow::setPalette(const OMPalette& colors, bool reset) {
-    const bool indexed = canvas_.depth() == kIndexedDepth;
-    if (reset && indexed && canvas_.devicePalette() != OMGamePalette(colors))
-        drawOnScreen(OMRegion(canvas_.bounds()), kNothing);
+    const bool indexed = canvas_.depth() == OMCanvas::kIndexedDepth;
+    const bool blackens = reset && indexed && canvas_.devicePalette() != OMGamePalette(colors);
+    if (blackens) drawOnScreen(OMRegion(canvas_.bounds()), kNothing);
     backBuffer_.setPalette(colors);
     if (background_) background_->setPalette(colors);
     canvas_.setPalette(colors);
     // Deeper pixels keep the old colours until they are made again.
-    if (backBuffer_.depth() > kIndexedDepth)
+    if (backBuffer_.depth() > OMCanvas::kIndexedDepth)
         invalidateAll();
-    else if (!indexed)
+    else if (!indexed || blackens)
         addUnshown(backBuffer_.bounds());
 }
 

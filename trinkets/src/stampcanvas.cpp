@@ -72,7 +72,7 @@ void StampCanvas::paint(OMMemCanvas& picture, const OMStampPainter& painter, Poi
 
 std::optional<Rect> StampList::stamp(OMMemCanvas& picture, const void* key, const Rect& rectangle,
                                      const OMStampPainter& painter) {
-    const Rect area = OMIntersection(rectangle, picture.bounds());
+    const Rect area = platform::intersection(rectangle, picture.bounds());
     if (area.empty()) return std::nullopt;
     StampCanvas& made = stamps_.emplace_back(key, area, picture.depth() / 8);
     made.paint(picture, painter, {rectangle.left, rectangle.top});

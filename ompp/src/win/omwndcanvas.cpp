@@ -12,7 +12,7 @@ using platform::Rect;
 namespace {
 
 Rect visibleOnScreen(const Rect& rectangle) {
-    const Rect part = OMIntersection(rectangle, OMPlatform().display().screen().bounds());
+    const Rect part = platform::intersection(rectangle, OMPlatform().display().screen().bounds());
     if (part.empty()) return {};
     return {part.left - rectangle.left, part.top - rectangle.top, part.right - rectangle.left,
             part.bottom - rectangle.top};

@@ -16,7 +16,7 @@ class Clock {
     /// Seconds since 1970; what the random generator is seeded with.
     [[nodiscard]] virtual std::int64_t calendarSeconds() const = 0;
 
-    /// Lets `ms` milliseconds pass.
+    /// Lets `ms` milliseconds pass, 0 too. What was presented before is seen meanwhile.
     virtual void sleep(std::uint32_t ms) = 0;
 };
 
