@@ -16,9 +16,6 @@ class RAnimationSounds final : public AOSounds {
     RAnimationSounds(const RAnimationSounds&) = delete;
     RAnimationSounds& operator=(const RAnimationSounds&) = delete;
 
-    [[nodiscard]] bool isEnabled() const override { return enabled_; }
-    void setEnabled(bool enabled) { enabled_ = enabled; }
-
     /// A sound of the same animation and id that still plays ends, and the new one starts.
     bool play(OMAnimation& animation, int id, OMLink done) override;
     void stop(OMAnimation& animation) override;
@@ -32,5 +29,4 @@ class RAnimationSounds final : public AOSounds {
 
     RResources& resources_;
     std::vector<std::unique_ptr<Record>> records_; ///< one for every sound that plays
-    bool enabled_ = true;
 };

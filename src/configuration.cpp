@@ -2,6 +2,7 @@
 
 #include "inifile.h"
 #include "omlog.h"
+#include "ompath.h"
 #include "omplatform.h"
 #include "omsarguments.h"
 
@@ -12,25 +13,20 @@ constexpr std::string_view kSection = "Zorbet Voyages - CD";
 constexpr std::string_view kDefaultCdDrive = "D:\\";
 constexpr std::size_t kMaxValue = 100;
 
-std::string withBackslash(std::string path) {
-    if (path.empty() || path.back() != '\\') path += '\\';
-    return path;
-}
-
 } // namespace
 
 std::string RConfiguration::findHomeDirectory() {
     platform::Files& files = OMPlatform().files();
-    const std::string current = withBackslash(files.currentDirectory());
+    const std::string current = OMPathWithBackslash(files.currentDirectory());
     const std::string ini = current + std::string(kIniFile);
     if (files.exists(ini) && files.isWritable(ini)) return current;
-    return withBackslash(files.homeDirectory());
+    return OMPathWithBackslash(files.homeDirectory());
 }
 
 RConfiguration RConfiguration::read() {
     RConfiguration configuration;
     configuration.iniFile =
-        withBackslash(OMPlatform().files().currentDirectory()) + std::string(kIniFile);
+        OMPathWithBackslash(OMPlatform().files().currentDirectory()) + std::string(kIniFile);
     configuration.homeDirectory = findHomeDirectory();
     OMLog::writef(OMLog::Kind::Message, "Using for .INI file: %s", configuration.iniFile.c_str());
     const auto value = [&](std::string_view key) {

@@ -48,6 +48,12 @@ std::string described(const RFontKey& key) {
         key);
 }
 
+/// As what stands for another font is named.
+std::string substituteName(const RFontKey& key) {
+    OMFont* const* font = std::get_if<OMFont*>(&key);
+    return font ? OMFormat("%p", static_cast<void*>(*font)) : described(key);
+}
+
 std::string notReleased(const RFontKey& key) {
     return std::visit(
         Overloaded{
@@ -91,7 +97,7 @@ OMFont& FontFactory::useFont(std::unique_ptr<OMFont> font) {
     note("Starting to use " + described(key));
     if (const RFontKey* substitute = substituteFor(key)) {
         const RFontKey other = *substitute;
-        note("\tSubstituting " + described(other) + " for font " + described(key));
+        note("\tSubstituting " + substituteName(other) + " for font " + described(key));
         forgetSubstitutions(*font);
         return use(other, 1);
     }
@@ -111,7 +117,7 @@ OMFont& FontFactory::use(const RFontKey& key, int replaced) {
     note("Starting to use " + described(key));
     const RFontKey* substitute = substituteFor(key);
     if (substitute && replaced < std::ssize(substitutions_)) {
-        note("\tSubstituting " + described(*substitute) + " for font " + described(key));
+        note("\tSubstituting " + substituteName(*substitute) + " for font " + described(key));
         return use(RFontKey(*substitute), replaced + 1);
     }
     if (Record* record = find(key)) {

@@ -105,7 +105,8 @@ bool ResourceMap::readResources(std::vector<MapResource>& resources) {
 
 bool ResourceMap::parseResource(std::string_view line, MapResource& resource) {
     OMScanner fields(line);
-    const std::string_view type = fields.word();
+    fields.skipBlanks();
+    const std::string_view type = fields.take(kTypeLength);
     const std::optional<int> id = fields.number();
     if (type.size() != kTypeLength) {
         logLine("the type of a resource must have four characters");

@@ -3,6 +3,7 @@
 #include "omcachedfile.h"
 #include "omformat.h"
 #include "omistreamdll16.h"
+#include "omlibraryinfo.h"
 #include "omlog.h"
 #include "omopenlibrary.h"
 #include "ompath.h"
@@ -22,10 +23,6 @@ constexpr std::string_view kParent = "..\\";
 constexpr std::string_view kResourceFileMark = ".rsc";
 constexpr std::size_t kMaxMapSize = std::size_t{4}
                                     << 20; ///< bytes; 400,000 resources, 50 full types
-
-std::string withBackslash(std::string_view root) {
-    return std::string(root) + (root.ends_with('\\') ? "" : "\\");
-}
 
 std::optional<std::string> readText(const std::string& path) {
     platform::Files& files = OMPlatform().files();
@@ -64,7 +61,7 @@ RResources::start(std::string_view cdDrive,
     OMPathSetStrict(true);
     addDirectories("");
     addDirectories(std::string(kParent));
-    if (!cdDrive.empty()) addDirectories(withBackslash(cdDrive));
+    if (!cdDrive.empty()) addDirectories(OMPathWithBackslash(cdDrive));
     mapIdentifiers_.clear();
     if (files_.empty()) return StartUp::NoResourceFile;
     readSequenceSounds(addSequenceSound);
@@ -150,6 +147,7 @@ void RResources::shutDown() {
     OMCachedFile::clear();
     OMResMgrClear();
     OMPathClear();
+    OMLibraryInfo::clear();
     OMOpenLibrary::setKeepOpen(false);
 }
 
@@ -252,6 +250,9 @@ std::unique_ptr<OMIStream> RResources::load(int id, std::string_view type, int b
     else
         OMLog::writef(OMLog::Kind::Message, "Loading %s resource %d, current ms: %d",
                       typeText.c_str(), id, now);
+    if (stream && stream->length() == 0)
+        OMLog::writef(OMLog::Kind::Error, "%s resource %d is empty or not there, see the map",
+                      typeText.c_str(), id);
     return stream;
 }
 

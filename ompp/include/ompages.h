@@ -4,8 +4,8 @@
 #include "platform/files.h"
 
 #include <cstddef>
+#include <cstdlib>
 #include <memory>
-#include <new>
 #include <span>
 
 class OMPages {
@@ -13,12 +13,13 @@ class OMPages {
     /// No memory yet.
     OMPages() = default;
     /// At least `size` bytes, of undefined content; none when the machine has not that much left.
+    /// The program's handler for that case has no part in it: who asks goes on without.
     explicit OMPages(std::size_t size) : OMPages(size, platform::kPageSize) {}
     /// A multiple of `unit` besides, which is a power of two.
     OMPages(std::size_t size, std::size_t unit) {
         const std::size_t granule = unit > platform::kPageSize ? unit : platform::kPageSize;
         size = (size + granule - 1) / granule * granule;
-        bytes_.reset(static_cast<std::byte*>(::operator new(size, kAlignment, std::nothrow)));
+        bytes_.reset(static_cast<std::byte*>(std::aligned_alloc(platform::kPageSize, size)));
         if (bytes_) size_ = size;
     }
 
@@ -26,9 +27,8 @@ class OMPages {
     [[nodiscard]] std::span<std::byte> bytes() const { return {bytes_.get(), size_}; }
 
   private:
-    static constexpr auto kAlignment = std::align_val_t(platform::kPageSize);
     struct Free {
-        void operator()(std::byte* bytes) const { ::operator delete(bytes, kAlignment); }
+        void operator()(std::byte* bytes) const { std::free(bytes); }
     };
 
     std::unique_ptr<std::byte, Free> bytes_;

@@ -14,6 +14,9 @@
 #include <string_view>
 #include <vector>
 
+/// A directory's path as names are appended to it: it ends in a separator.
+[[nodiscard]] std::string OMPathWithBackslash(std::string_view path);
+
 class OMPathDirectory {
   public:
     /// A "\" is added to a path that does not end with one. With `cacheListing` the directory is

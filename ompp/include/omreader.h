@@ -75,6 +75,8 @@ class OMScanner {
     /// The characters up to the next blank or control character after leading blanks; empty at the
     /// end.
     std::string_view word();
+    /// The next `count` characters, whatever they are; fewer at the end.
+    std::string_view take(std::size_t count);
 
   private:
     /// Everything up to the line end, which is passed over as well.

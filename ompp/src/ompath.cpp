@@ -26,16 +26,16 @@ char lower(char c) {
     return isCapital ? static_cast<char>(code + 0x20) : c;
 }
 
-std::string withBackslash(std::string_view path) {
+} // namespace
+
+std::string OMPathWithBackslash(std::string_view path) {
     std::string result(path);
     if (!result.ends_with('\\') && !result.ends_with('/')) result += '\\';
     return result;
 }
 
-} // namespace
-
 OMPathDirectory::OMPathDirectory(std::string_view path, bool cacheListing)
-    : path_(withBackslash(path)), listingCached_(cacheListing) {
+    : path_(OMPathWithBackslash(path)), listingCached_(cacheListing) {
     if (!cacheListing) return;
     for (const platform::DirectoryEntry& entry : OMPlatform().files().list(path_))
         if (!entry.isDirectory) names_.push_back(OMPathLowerCase(entry.name));

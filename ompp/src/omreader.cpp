@@ -91,6 +91,12 @@ std::optional<int> OMScanner::number() {
     return value;
 }
 
+std::string_view OMScanner::take(std::size_t count) {
+    const std::string_view result = rest_.substr(0, count);
+    rest_.remove_prefix(result.size());
+    return result;
+}
+
 std::string_view OMScanner::word() {
     skipBlanks();
     const auto stop =

@@ -6,9 +6,12 @@
 
 #include <algorithm>
 
-OMResFile::OMResFile() : isProgram_(true) {}
+OMResFile::OMResFile() : isProgram_(true) { OMDebug::requireApp("OMResFile"); }
 
-OMResFile::OMResFile(std::string_view name) : isProgram_(false) { load(name); }
+OMResFile::OMResFile(std::string_view name) : isProgram_(false) {
+    OMDebug::requireApp("OMResFile");
+    load(name);
+}
 
 void OMResFile::load(std::string_view name) {
     error_ = Error::NotFound;

@@ -13,10 +13,11 @@ OMTask::~OMTask() {
 }
 
 void OMTask::setPriority(std::uint32_t priority) {
-    OMTaskList& tasks = OMApp::getApp()->tasks();
     priority_ = priority;
-    tasks.remove(*this);
-    tasks.insert(*this);
+    OMApp* app = OMApp::getApp();
+    if (!app) return;
+    app->tasks().remove(*this);
+    app->tasks().insert(*this);
 }
 
 void OMTaskList::insert(OMTask& task) {

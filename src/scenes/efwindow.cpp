@@ -25,7 +25,11 @@ int nowMs() { return static_cast<int>(OMMilliseconds()); }
 
 EffectsWindow::EffectsWindow(Point corner, std::string_view title)
     : OMTrinketWindow(Rect{corner.x, corner.y, corner.x + kWidth, corner.y + kHeight}, nullptr,
-                      title) {}
+                      title) {
+    // Animations that are made before the first scene have colours too.
+    if (backBuffer().depth() > OMCanvas::kIndexedDepth && !AOPaletteRecord::current())
+        AOPaletteRecord::setCurrent(std::make_shared<AOPaletteRecord>(canvas().devicePalette()));
+}
 
 // Display
 

@@ -88,10 +88,12 @@ ResourceMapText readResourceMap(std::string_view text) {
         MapResource resource;
         if (number == 0) {
             map.identifier = line;
-        } else if (number > 1 && line == kEnd) {
+        } else if (number > 1 && line.find(kEnd) != std::string::npos) {
             inLibrary = false;
         } else if (number > 1 && !inLibrary) {
-            map.libraries.push_back({lowerCase(line), {}});
+            std::string name;
+            words >> name;
+            map.libraries.push_back({lowerCase(name), {}});
             inLibrary = true;
         } else if (number > 1 && words >> resource.type >> resource.id) {
             map.libraries.back().resources.push_back(std::move(resource));

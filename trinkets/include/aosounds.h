@@ -10,8 +10,6 @@ class AOSounds {
   public:
     virtual ~AOSounds() = default;
 
-    /// Whether the application plays sounds at all.
-    [[nodiscard]] virtual bool isEnabled() const = 0;
     /// Plays the sound resource `id` for an animation and calls `done` once, when it has ended.
     /// False, and `done` never called, when it cannot be played.
     virtual bool play(OMAnimation& animation, int id, OMLink done) = 0;

@@ -239,8 +239,8 @@ class OMAnimation : public OMTrinket {
     AOSequence& editableEntries();
     /// The end for a position that does not exist.
     [[nodiscard]] AOEntry at(int position) const;
-    [[nodiscard]] bool isPosition(int position, int end) const;
     void entryReplaced(int position);
+    [[nodiscard]] int nextPosition() const;
     void replaceInImage(int sequence, int position, const AOEntry& entry);
     [[nodiscard]] AOSoundRecord& soundRecord(int id);
 

@@ -257,6 +257,7 @@ void OMAnimation::setParam(int value) {
     const auto field = fieldOf(OMSArguments::global().nextInteger());
     if (!field || current_ >= sequenceLength()) return;
     editableEntries()[static_cast<std::size_t>(current_)].*field = static_cast<std::int16_t>(value);
+    entryReplaced(current_);
 }
 
 // Drawing
@@ -297,5 +298,6 @@ void OMAnimation::unstamp() {
 
 bool OMAnimation::containsPoint(Point point) const {
     const Rect r = boundingRectangle();
-    return frame().hit(point, {r.left, r.top}, direction_);
+    const AOFrame& shown = deepFrames_ ? deepFrames_->frame(shownFrame_) : frame();
+    return shown.hit(point, {r.left, r.top}, direction_);
 }

@@ -83,6 +83,11 @@ void OMAnimation::entryReplaced(int position) {
     current_ = current;
 }
 
+/// The entry that playback goes on with: in a step the one behind the entry that runs.
+int OMAnimation::nextPosition() const {
+    return stepping_ && position_ == current_ ? position_ + 1 : position_;
+}
+
 void OMAnimation::insertEntry(const AOEntry& entry, int position) {
     if (!isSequence(sequence_, sequenceCount()) ||
         !OMDebug::check(position >= 0 && position <= sequenceLength(),
@@ -90,8 +95,8 @@ void OMAnimation::insertEntry(const AOEntry& entry, int position) {
         return;
     AOSequence& own = editableEntries();
     own.insert(own.begin() + position, entry);
-    // An entry in front of all others is played; the frame shown stays.
-    if (position < position_) ++position_;
+    // An entry in front of the next one is played; the frame shown stays.
+    if (position < nextPosition()) ++position_;
     if (position <= shown_) ++shown_;
     if (position <= current_) ++current_;
 }
@@ -103,7 +108,12 @@ void OMAnimation::deletePosition(int position) {
         return;
     AOSequence& own = editableEntries();
     own.erase(own.begin() + position);
-    if (position == shown_) return goTo(position);
+    if (position == shown_) {
+        const int next = nextPosition() - (position < nextPosition() ? 1 : 0);
+        goTo(position);
+        position_ = std::max(position_, next);
+        return;
+    }
     // In a step, what comes next must not be taken for the entry that is gone.
     if (position == position_) ++jumps_;
     if (position < position_) --position_;

@@ -196,7 +196,7 @@ void OMAnimation::setSoundOn(bool on) {
 
 /// With sound synchronisation the animation holds until this very sound has ended.
 void OMAnimation::startSound(int id) {
-    if (!soundOn_ || !sounds_ || !sounds_->isEnabled()) return;
+    if (!soundOn_ || !sounds_) return;
     AOSoundRecord& record = soundRecord(id);
     if (record.cannotPlay) return;
     const unsigned sound = ++lastSound_;

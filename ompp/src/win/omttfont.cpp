@@ -1,14 +1,14 @@
 #include "omttfont.h"
 
 #include "omdebug.h"
+#include "ompath.h"
 #include "omplatform.h"
 
 namespace {
 
 std::string pathIn(std::string_view folder, std::string_view file) {
-    std::string path = folder.empty() ? OMPlatform().files().homeDirectory() : std::string(folder);
-    if (!path.ends_with('\\')) path += '\\';
-    return path.append(file);
+    const std::string home = folder.empty() ? OMPlatform().files().homeDirectory() : std::string();
+    return OMPathWithBackslash(folder.empty() ? home : folder).append(file);
 }
 
 } // namespace
