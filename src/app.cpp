@@ -43,6 +43,7 @@ constexpr const char* kDataFile = "ZORBET.DAT";
 constexpr std::uint64_t kLargestScript = 1U << 24; ///< bytes; texts are much shorter
 constexpr int kScreenDepth = 8;
 constexpr int kFlashCommand = 59411;
+constexpr int kFlashMs = 10; ///< the command turns a delay d into this less d
 constexpr int kMostFlashMs = 100;
 constexpr int kMinimumDepth = 8;
 constexpr int kExitOk = 0;
@@ -97,7 +98,7 @@ void removeLocators() {
 bool handleCommand(EffectsWindow& window, int command) {
     if (OMLog::handleCommand(command)) return true;
     if (command != kFlashCommand) return false;
-    window.setFlashDelay(std::clamp(10 - window.flashDelay(), 0, kMostFlashMs));
+    window.setFlashDelay(std::clamp(kFlashMs - window.flashDelay(), 0, kMostFlashMs));
     return true;
 }
 
