@@ -1,11 +1,14 @@
-; A class that comes from a component library, "rtestcomponent.lrn".
+; The class of the guide for components, which comes from the library "RLamp.lrn".
 yield off
-first=RTestComponent 5
-second=RTestComponent -3
+first=RLamp 5
+second=RLamp 3
+play second turnUp
+play second turnUp 200
+get second level full
 set second level 12
 get first level a
 get second level b
-say a b
+say a b full
 set first colour red
 drop first
 ; Neither a file that is no library nor a missing one is a class.
