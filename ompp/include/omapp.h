@@ -74,6 +74,8 @@ class OMApp {
     /// A message box owned by the main window.
     void alert(std::string_view text, std::uint32_t style = kAlertStyle,
                std::string_view caption = "Alert");
+    /// Called after every alert.
+    void setAlertedLink(OMLink link) { alertedLink_ = std::move(link); }
 
     /// Drops all input that waits; no window has the mouse afterwards.
     void discardInput();
@@ -121,4 +123,5 @@ class OMApp {
     OMLinkTo<bool(int)> commandHandler_;
     OMLink backgroundLink_;
     OMLink foregroundLink_;
+    OMLink alertedLink_;
 };

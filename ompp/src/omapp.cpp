@@ -127,6 +127,7 @@ bool OMApp::pass() {
 void OMApp::alert(std::string_view text, std::uint32_t style, std::string_view caption) {
     OMPlatform().dialogs().messageBox(text, caption, style);
     tellDroppedRelease();
+    alertedLink_();
 }
 
 void OMApp::about() { alert("KVO:" + productName_ + " " + productVersion_, kAlertStyle, "About"); }

@@ -54,6 +54,8 @@ class YThread {
     void unload();
     void run();
     void stop();
+    /// Ends the turn after the statement that it is in.
+    void giveWay() { halt(); }
 
     /// Asks for another script at the end of the tick, unless it is the current one.
     void switchToScript(const std::string& name);

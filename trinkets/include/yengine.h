@@ -31,6 +31,24 @@ class YEngine {
     enum TraceOutput : int { kTraceBox = 1, kTraceFile = 2, kTraceWindow = 4 };
     /// Events fired by handlers of events may be nested this deep; deeper ones are refused.
     static constexpr int kMaxDeliveries = 64;
+    /// What a thread may spend in one turn on what lies outside of scripts, so that a loop without
+    /// end leaves time to everybody else: a line of "debug.txt" and a command cost 1.
+    static constexpr int kTurnAllowance = 10'000;
+    static constexpr int kBoxCost = 100;
+
+    /// While one lives a thread has its turn; one inside another belongs to the same turn.
+    class Turn {
+      public:
+        explicit Turn(YEngine& engine) : engine_(engine) {
+            if (engine_.turns_++ == 0) engine_.spent_ = 0;
+        }
+        ~Turn() { --engine_.turns_; }
+        Turn(const Turn&) = delete;
+        Turn& operator=(const Turn&) = delete;
+
+      private:
+        YEngine& engine_;
+    };
 
     YEngine();
     ~YEngine();
@@ -42,6 +60,9 @@ class YEngine {
 
     /// The function that the main loop calls in every pass.
     void tick();
+
+    /// Beyond the allowance the threads give way after the statement that they are in.
+    void spend(int cost);
 
     /// A warning to the script's author in the application's alert box.
     void warn(std::string_view text);
@@ -109,6 +130,8 @@ class YEngine {
     std::vector<std::string> threadStack_;
     std::optional<std::uint32_t> pauseDeadline_;
     std::optional<std::uint32_t> lastCountedTick_;
+    int turns_ = 0; ///< inside each other
+    int spent_ = 0;
     YThread* switching_ = nullptr;
     int traceOutputs_ = kTraceBox;
     OMLinkTo<void(std::string_view)> window_;

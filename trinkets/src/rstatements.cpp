@@ -127,6 +127,7 @@ void YThread::runCommand(const Code& code) {
         return;
     }
     pushArguments(code, 1, code.count);
+    engine_.spend(1);
     command->invoke();
 }
 

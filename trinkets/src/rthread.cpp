@@ -82,6 +82,7 @@ void YThread::reportAndStop(std::string_view what) {
 
 /// One turn in the tick: until the thread has to give way.
 void YThread::turn() {
+    const YEngine::Turn scope(engine_);
     status_ = pace_;
     step(nullptr);
 }
@@ -152,6 +153,7 @@ void YThread::deliverEvent(const eventRecord& event) {
         reportAndStop("events are nested too deep");
         return;
     }
+    const YEngine::Turn scope(engine_);
     ++engine_.deliveries;
     const int savedStatus = status_;
     const int savedPace = pace_;

@@ -20,9 +20,15 @@ constexpr std::string_view kDebugFile = "debug.txt";
 
 YEngine* YEngine::current_ = nullptr;
 
-YEngine::YEngine() { current_ = this; }
+YEngine::YEngine() {
+    current_ = this;
+    if (OMApp* app = OMApp::getApp()) app->setAlertedLink([this] { spend(kBoxCost); });
+}
 
-YEngine::~YEngine() { current_ = nullptr; }
+YEngine::~YEngine() {
+    if (OMApp* app = OMApp::getApp()) app->setAlertedLink(nullptr);
+    current_ = nullptr;
+}
 
 void YEngine::add(YThread& thread) {
     if (!task_) task_ = std::make_unique<OMTask>([this] { tick(); }, kScriptPriority);
@@ -56,6 +62,14 @@ void YEngine::tick() {
         if (!isSwitching()) thread.turn();
     });
     if (isSwitching()) switchScripts();
+}
+
+void YEngine::spend(int cost) {
+    if (turns_ == 0) return;
+    spent_ = std::min(spent_ + cost, kTurnAllowance);
+    if (spent_ < kTurnAllowance) return;
+    OMListLocator<YThread> locator(threads_);
+    while (YThread* thread = locator.next()) thread->giveWay();
 }
 
 void YEngine::switchScripts() {
@@ -111,6 +125,7 @@ void YEngine::endProgram(std::string_view message) {
 }
 
 void YEngine::writeDebugLine(std::string_view text) {
+    spend(1);
     const auto file = OMPlatform().files().open(kDebugFile, platform::OpenMode::Append);
     if (!file) return;
     std::string line(text);

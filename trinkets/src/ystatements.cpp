@@ -186,6 +186,8 @@ YCompiler::Outcome YCompiler::compileIf(const Word& keyword) {
     script_->instructions[static_cast<std::size_t>(end)].opcode = YOpcode::Jump;
     emit(YOpcode::Nothing, 0, placeOf(*elseAt));
     if (const Outcome outcome = compileBody(*elseAt); outcome != Outcome::Statement) return outcome;
+    // No jump but a loop's own may land where the loop is left.
+    if (script_->instructions.back().opcode == YOpcode::Jump) emit(YOpcode::Nothing, 0, place);
     patch(end, here());
     return Outcome::Statement;
 }
