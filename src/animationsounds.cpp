@@ -10,50 +10,58 @@
 struct RAnimationSounds::Record {
     const OMAnimation* animation; ///< only compared
     int id;
-    OMLink done;
+    OMLink done; ///< while it plays
     std::unique_ptr<OMIStream> stream;
     OMWaveSound sound;
 
-    Record(const OMAnimation& owner, int soundId, OMLink link, std::unique_ptr<OMIStream> source)
-        : animation(&owner), id(soundId), done(std::move(link)), stream(std::move(source)),
-          sound(*stream, true) {}
+    Record(const OMAnimation& owner, int soundId, std::unique_ptr<OMIStream> source)
+        : animation(&owner), id(soundId), stream(std::move(source)), sound(*stream, true) {
+        sound.setFinishedLink([this] { end(); });
+    }
+
+    void end() {
+        const OMLink ended = std::exchange(done, nullptr);
+        ended(); // the record may go
+    }
 };
 
 RAnimationSounds::RAnimationSounds(RResources& resources) : resources_(resources) {
-    OMAnimation::setSounds(this);
+    setCurrent(this);
 }
 
-RAnimationSounds::~RAnimationSounds() { OMAnimation::setSounds(nullptr); }
+RAnimationSounds::~RAnimationSounds() { setCurrent(nullptr); }
 
-bool RAnimationSounds::play(OMAnimation& animation, int id, OMLink done) {
-    const auto same = std::ranges::find_if(records_, [&](const auto& record) {
+RAnimationSounds::Record* RAnimationSounds::find(const OMAnimation& animation, int id) const {
+    const auto found = std::ranges::find_if(records_, [&](const auto& record) {
         return record->animation == &animation && record->id == id;
     });
-    if (same != records_.end()) finished(same->get());
+    return found == records_.end() ? nullptr : found->get();
+}
 
-    std::unique_ptr<OMIStream> stream = resources_.loadSound(id);
-    if (!stream) return false;
-    records_.push_back(std::make_unique<Record>(animation, id, std::move(done), std::move(stream)));
-    Record* record = records_.back().get();
-    record->sound.setFinishedLink([this, record] { finished(record); });
-    if (record->sound.play(true)) return true;
-    take(record);
-    return false;
+RAnimationSounds::Start RAnimationSounds::play(OMAnimation& animation, int id, OMLink done) {
+    Record* record = find(animation, id);
+    if (!record) {
+        std::unique_ptr<OMIStream> stream = resources_.loadSound(id);
+        if (!stream) return Start::Never;
+        records_.push_back(std::make_unique<Record>(animation, id, std::move(stream)));
+        record = records_.back().get();
+    }
+    record->end();
+    record->sound.stop();
+    record->done = std::move(done);
+    if (record->sound.play(true)) return Start::Plays;
+    record->done = nullptr;
+    return Start::NotNow;
 }
 
 void RAnimationSounds::stop(OMAnimation& animation) {
+    for (const auto& record : records_) {
+        if (record->animation != &animation) continue;
+        record->done = nullptr;
+        record->sound.stop();
+    }
+}
+
+void RAnimationSounds::forget(OMAnimation& animation) {
     std::erase_if(records_, [&](const auto& record) { return record->animation == &animation; });
-}
-
-void RAnimationSounds::finished(const Record* record) {
-    if (const std::unique_ptr<Record> ended = take(record)) ended->done();
-}
-
-std::unique_ptr<RAnimationSounds::Record> RAnimationSounds::take(const Record* record) {
-    const auto found =
-        std::ranges::find(records_, record, [](const auto& listed) { return listed.get(); });
-    if (found == records_.end()) return nullptr;
-    std::unique_ptr<Record> taken = std::move(*found);
-    records_.erase(found);
-    return taken;
 }

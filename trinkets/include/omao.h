@@ -21,14 +21,13 @@
 #include <unordered_map>
 #include <vector>
 
-class AOSounds;
 class OMIStream;
 
 /// How often an animation plays a sound at the moment.
 struct AOSoundRecord {
     int id = 0; ///< of the sound resource
     int plays = 0;
-    bool cannotPlay = false; ///< it could not be played once; a loop would complain in every round
+    bool isMissing = false; ///< there is no such sound; a loop would complain in every round
 };
 
 class OMAnimation : public OMTrinket {
@@ -82,8 +81,6 @@ class OMAnimation : public OMTrinket {
     [[nodiscard]] static std::shared_ptr<AOImage> locate(int id);
     /// How the `ASEQ` resource of an id is found.
     static void setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> locator);
-    /// Not owned; null removes it.
-    static void setSounds(AOSounds* sounds) { sounds_ = sounds; }
     /// While on, the coordinates that scripts give count for nothing; off at first.
     static void setUseEmbeddedAnimationCoordinates(bool on) { embeddedOnly_ = on; }
     [[nodiscard]] static bool usesEmbeddedAnimationCoordinates() { return embeddedOnly_; }
@@ -212,7 +209,6 @@ class OMAnimation : public OMTrinket {
         return object;
     }
     [[nodiscard]] static bool hasSourceLocator() { return static_cast<bool>(locator_); }
-    [[nodiscard]] static AOSounds* sounds() { return sounds_; }
 
     /// Called in a step after each frame entry that was shown. The animation may be destroyed in
     /// it.
@@ -277,7 +273,6 @@ class OMAnimation : public OMTrinket {
 
     static OMLinkTo<std::unique_ptr<OMIStream>(int id)> locator_;
     static AOImageStore store_;
-    static inline AOSounds* sounds_ = nullptr;
     static inline bool embeddedOnly_ = false;
 
     static inline OMList<OMAnimation> all_;

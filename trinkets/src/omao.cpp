@@ -100,7 +100,10 @@ OMAnimation::OMAnimation(const OMAnimation& other)
 }
 
 OMAnimation::~OMAnimation() {
-    if (playingSounds_ > 0 && sounds_) sounds_->stop(*this);
+    if (AOSounds* sounds = AOSounds::current(); sounds && !soundRecords_.empty()) {
+        sounds->stop(*this);
+        sounds->forget(*this);
+    }
     all_.remove(this);
 }
 

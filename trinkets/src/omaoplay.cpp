@@ -187,7 +187,7 @@ void OMAnimation::finish() {
 void OMAnimation::setSoundOn(bool on) {
     soundOn_ = on;
     if (on || playingSounds_ == 0) return;
-    if (sounds_) sounds_->stop(*this);
+    if (AOSounds* sounds = AOSounds::current()) sounds->stop(*this);
     playingSounds_ = 0;
     for (auto& [id, record] : soundRecords_) record.plays = 0;
     if (awaitedSound_ != kNoSound) resume();
@@ -196,9 +196,10 @@ void OMAnimation::setSoundOn(bool on) {
 
 /// With sound synchronisation the animation holds until this very sound has ended.
 void OMAnimation::startSound(int id) {
-    if (!soundOn_ || !sounds_) return;
+    AOSounds* sounds = AOSounds::current();
+    if (!soundOn_ || !sounds) return;
     AOSoundRecord& record = soundRecord(id);
-    if (record.cannotPlay) return;
+    if (record.isMissing) return;
     const unsigned sound = ++lastSound_;
     ++playingSounds_;
     if (soundSync_) {
@@ -207,13 +208,13 @@ void OMAnimation::startSound(int id) {
     }
     ++record.plays;
     const auto watch = std::make_shared<OMSWatch>(this);
-    const bool plays = sounds_->play(*this, id, [watch, sound, &record] {
+    const AOSounds::Start start = sounds->play(*this, id, [watch, sound, &record] {
         if (*watch) static_cast<OMAnimation*>(watch->object())->soundEnded(sound, record);
     });
-    if (plays) return;
+    if (start == AOSounds::Start::Plays) return;
     --record.plays;
     --playingSounds_;
-    record.cannotPlay = true;
+    record.isMissing = start == AOSounds::Start::Never;
     if (awaitedSound_ != sound) return;
     awaitedSound_ = kNoSound;
     state_ = State::Playing;
