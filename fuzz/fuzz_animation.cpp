@@ -110,14 +110,14 @@ class Stage final : private AOSounds {
   public:
     Stage(fuzzing::World& world, const Manner& manner, const std::shared_ptr<AOImage>& image)
         : world_(world), manner_(manner), image_(image) {
-        OMAnimation::setSounds(this);
+        if ((manner.how & 8) == 0) setCurrent(this);
         if ((manner.how & 4) != 0)
             window_.setBackground(std::make_unique<AOBackground>(kWidth, kHeight, image));
         animations_[0] = make();
     }
     ~Stage() override {
         for (auto& animation : animations_) animation.reset();
-        OMAnimation::setSounds(nullptr);
+        setCurrent(nullptr);
     }
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
@@ -136,18 +136,20 @@ class Stage final : private AOSounds {
   private:
     // Sounds: some cannot be played, some end while they start, the others go on.
 
-    [[nodiscard]] bool isEnabled() const override { return (manner_.how & 8) == 0; }
-    bool play(OMAnimation& animation, int id, OMLink done) override {
-        if (id % 3 == 1) return false;
+    Start play(OMAnimation& animation, int id, OMLink done) override {
+        if (id % 3 == 1) return id % 2 == 0 ? Start::Never : Start::NotNow;
         if (id % 3 == 2) {
             done();
-            return true;
+            return Start::Plays;
         }
         sounds_.emplace_back(&animation, std::move(done));
-        return true;
+        return Start::Plays;
     }
     void stop(OMAnimation& animation) override {
         std::erase_if(sounds_, [&](const auto& sound) { return sound.first == &animation; });
+    }
+    void forget(OMAnimation& animation) override {
+        for (const auto& sound : sounds_) expect(sound.first != &animation, "a sound plays on");
     }
     void endSound() {
         if (sounds_.empty()) return;
