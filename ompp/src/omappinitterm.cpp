@@ -1,6 +1,5 @@
 #include "omappinitterm.h"
 
-#include <ranges>
 #include <vector>
 
 namespace {
@@ -26,6 +25,6 @@ void OMAppInitTerm::initializeAll() {
 }
 
 void OMAppInitTerm::terminateAll() {
-    for (const OMAppInitTerm* entry : registered() | std::views::reverse)
-        if (entry->terminate_) entry->terminate_();
+    for (auto entry = registered().rbegin(); entry != registered().rend(); ++entry)
+        if ((*entry)->terminate_) (*entry)->terminate_();
 }
