@@ -107,6 +107,8 @@ class AOFrame {
     };
     class Unpacker;
 
+    [[nodiscard]] bool hasWholeRows() const;
+    void drawWholeRows(const AOLines& lines) const;
     template <int kBytes>
     void drawLines(const AOLines& lines) const;
     template <int kBytes, class Writer>
@@ -116,6 +118,7 @@ class AOFrame {
 
     AOSize size_;
     int bytesPerPixel_ = 1;
+    bool isWhole_ = false; ///< without a transparent pixel or a fill: `bytes_` is row by row
     std::vector<std::uint32_t> rowStarts_; ///< in `segments_`, of the rows that have data; the end
     std::vector<Segment> segments_;
     std::vector<std::uint8_t> bytes_;

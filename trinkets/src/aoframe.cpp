@@ -164,9 +164,22 @@ void AOFrame::draw(OMMemCanvas& canvas, const OMRegion& clip, Point at, int dire
     canvas.changed(region);
 }
 
+void AOFrame::drawWholeRows(const AOLines& lines) const {
+    const auto pixel = static_cast<std::size_t>(bytesPerPixel_);
+    const std::size_t width = static_cast<std::size_t>(size_.width) * pixel;
+    const std::size_t count = static_cast<std::size_t>(lines.count) * pixel;
+    const std::uint8_t* from = bytes_.data() + static_cast<std::size_t>(lines.first) * width +
+                               static_cast<std::size_t>(lines.skip) * pixel;
+    std::uint8_t* to = lines.at;
+    for (int row = lines.first; row < lines.end; ++row, from += width, to += lines.nextRow)
+        std::memcpy(to, from, count);
+}
+
 template <int kBytes>
 void AOFrame::drawLines(const AOLines& lines) const {
-    if (lines.step == kBytes)
+    if (isWhole_ && lines.step == kBytes)
+        drawWholeRows(lines);
+    else if (lines.step == kBytes)
         drawSegments<kBytes>(lines, StraightWriter<kBytes>(lines.step));
     else
         drawSegments<kBytes>(lines, SteppingWriter<kBytes>(lines.step));

@@ -3,10 +3,12 @@
 #include "aoframe.h"
 #include "aorow.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kLongestGap = 64; ///< bytes of transparent pixels inside of a segment
-constexpr int kLongFill = 64;   ///< pixels from which on a fill stays one
+constexpr int kLongFill = 256;  ///< bytes from which on a fill stays one
 constexpr int kBitsPerByte = 8;
 constexpr std::uint8_t kKept = 0xFF; ///< in a mask: what is below stays
 
@@ -31,7 +33,7 @@ class AOFrame::Unpacker {
         RowRun run;
         int column = 0;
         while (reader.next(run)) {
-            if (run.kind == RowRun::Kind::Fill && run.length >= kLongFill)
+            if (run.kind == RowRun::Kind::Fill && run.length * frame_.bytesPerPixel_ >= kLongFill)
                 addLongFill(column, run);
             else if (run.kind != RowRun::Kind::Clear)
                 addOpaque(column, run);
@@ -110,6 +112,14 @@ AOFrame::AOFrame(AOSize size, std::span<const std::uint8_t> rows, const AOPixelT
     rowStarts_.shrink_to_fit();
     segments_.shrink_to_fit();
     bytes_.shrink_to_fit();
+    isWhole_ = hasWholeRows();
+}
+
+bool AOFrame::hasWholeRows() const {
+    return std::ssize(segments_) == size_.height &&
+           std::ranges::all_of(segments_, [this](const Segment& segment) {
+               return segment.kind == Kind::Copy && segment.length == size_.width;
+           });
 }
 
 std::size_t AOFrame::memory() const {
