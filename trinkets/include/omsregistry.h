@@ -29,8 +29,9 @@ class OMSR {
   private:
     friend class OMSRegistry;
     const OMSClass& class_;
-    OMLink bornHandler_;                         ///< called for every object of the class
-    std::unique_ptr<platform::Library> library_; ///< the component that registered it, or none
+    OMLink bornHandler_; ///< called for every object of the class
+    /// The component that registered it and perhaps others, or none.
+    std::shared_ptr<platform::Library> library_;
 };
 
 class OMSRegistry {

@@ -33,6 +33,8 @@ class RAnimation : public OMAnimation {
     void paintIntoBackground(std::optional<int> x, std::optional<int> y);
     /// As pause.
     void suspend() { pause(); }
+    /// As resume. Nobody waits for an animation that has ended and plays no more.
+    void resumeForScript();
     /// In every frame, pixels of one colour index become another. Indices that do not exist change
     /// nothing.
     void replacePaletteEntry(int old, int replacement);

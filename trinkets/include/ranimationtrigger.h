@@ -18,6 +18,9 @@ class RAnimationTrigger final : public OMScriptableObject {
 
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
 
+    /// With the same rate; it stands until it is started.
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+
     /// A rate below 1 raises no events; one above 1000 raises one in every pass.
     [[nodiscard]] int framesPerSecond() const { return framesPerSecond_; }
     void setFramesPerSecond(int rate);

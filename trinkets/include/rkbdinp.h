@@ -17,6 +17,8 @@ class RKbdInp final : public OMScriptableObject {
     RKbdInp();
     ~RKbdInp() override;
 
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+
     /// The name of the last key: a character, or "Enter", "F1" and the like; with the Control key
     /// held "Ctrl-" and the letter or name. Empty before the first.
     [[nodiscard]] std::string key() const { return key_; }

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "omcolor.h"
-#include "omfontsource.h"
+#include "omtextfont.h"
 #include "omtrinket.h"
 #include "selectionlist.h"
 
@@ -19,6 +19,9 @@ class RSelList final : public OMTrinket {
     /// Is not movable.
     RSelList(OMTrinketWindow& window, const platform::Rect& box);
     ~RSelList() override;
+
+    /// With the same names, font and colours.
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     /// The names. What is changed here is not drawn before `refresh`.
     [[nodiscard]] SelectionList& list() { return list_; }
@@ -83,11 +86,10 @@ class RSelList final : public OMTrinket {
     void onDoubleClick(platform::Point point) override;
 
   private:
-    [[nodiscard]] OMFont& font() const;
+    RSelList(const RSelList& other);
+
     /// At least 1, whatever the font says.
     [[nodiscard]] int lineHeight() const;
-    /// Null after a failed check.
-    [[nodiscard]] static OMFontSource* fontSource();
     void chooseFace();
     void setColor(OMColor& color, int index);
     void move(int lines);
@@ -103,8 +105,7 @@ class RSelList final : public OMTrinket {
     OMColor matchedText_{1};
     OMColor normalText_{3};
     OMColor selectedText_{4};
-    OMFontUse font_;
-    std::unique_ptr<OMFont> systemFont_;
+    OMTextFont font_{"URL has to be installed in RSelList"};
     std::string face_;
     int size_;
     int style_ = 0;

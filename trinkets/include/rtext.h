@@ -7,7 +7,7 @@
 #pragma once
 
 #include "omcolor.h"
-#include "omfontsource.h"
+#include "omtextfont.h"
 #include "omtrinket.h"
 
 #include <optional>
@@ -55,14 +55,12 @@ class RText final : public OMTrinket {
   private:
     RText(const RText& other);
 
-    [[nodiscard]] OMFont& font() const;
     void changeColor(int index);
     /// Makes the lines anew and fits the box to them.
     void layOut();
 
     std::string text_;
-    OMFontUse font_;
-    std::unique_ptr<OMFont> systemFont_; ///< while there is no other
+    OMTextFont font_{"URL has to be installed in RText"};
     OMColor color_{0};
     int width_; ///< as asked for, or kFitting
     int height_;

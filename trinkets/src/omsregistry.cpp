@@ -122,15 +122,17 @@ OMSR* OMSRegistry::loadComponent(std::string_view name) {
     const std::string className(name.substr(0, extension));
     std::string file(name);
     if (extension == std::string_view::npos) file += kComponentExtension;
-    std::unique_ptr<platform::Library> library = OMPlatform().modules().load(file);
+    const std::shared_ptr<platform::Library> library = OMPlatform().modules().load(file);
     if (!library) {
         missingComponents_.emplace(name);
         return nullptr;
     }
+    const std::size_t before = classes_.size();
     if (const auto entryPoint = library->entry(kComponentEntry)) entryPoint();
+    for (std::size_t added = before; added < classes_.size(); ++added)
+        classes_[added]->library_ = library;
     OMSR* registered = findEntry(className);
     OMDebug::require(registered != nullptr, "!registryEntry", "Component registration failure");
-    if (!registered->library_) registered->library_ = std::move(library);
     return registered;
 }
 

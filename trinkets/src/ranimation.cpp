@@ -30,7 +30,7 @@ constexpr OMSEntry kVocabulary[] = {
     oms::method<&RAnimation::paintIntoBackground>("paint", "[x y]"),
     oms::method<&RAnimation::pause>("pause"),
     oms::lasting<&RAnimation::play>("play"),
-    oms::lasting<&RAnimation::resume>("resume"),
+    oms::lasting<&RAnimation::resumeForScript>("resume"),
     oms::method<&RAnimation::suspend>("suspend"),
     oms::method<&RAnimation::replacePaletteEntry>("replacePaletteEntry", "old new"),
     oms::method<&RAnimation::setAOCursor>("setAOCursor", "normal [grab]"),
@@ -59,6 +59,11 @@ void RAnimation::frameShown() {
     if (!self) return;
     const OMLink callback = frameCallback_;
     callback();
+}
+
+void RAnimation::resumeForScript() {
+    resume();
+    if (state() == State::Stopped) fireCompletion();
 }
 
 void RAnimation::paintIntoBackground(std::optional<int> x, std::optional<int> y) {

@@ -90,8 +90,9 @@ void RPButton::track(Point point) {
         return;
     }
     window()->showCursor(grabCursor());
-    if (!looksPressed_) playClick();
+    const bool goesDown = !looksPressed_;
     look(true);
+    if (goesDown) playClick();
 }
 
 void RPButton::onMouseUp(Point point) {

@@ -1,10 +1,8 @@
 #include "rsellist.h"
 
-#include "omdebug.h"
 #include "ommemcanvas.h"
 #include "omsarea.h"
 #include "omsclass.h"
-#include "omsysfont.h"
 #include "omtrinketwindow.h"
 #include "omttfont.h"
 
@@ -69,32 +67,29 @@ const OMSClass RSelList::kClass{"RSelList", &OMTrinket::kClass, kVocabulary,
                                 &OMSArea::create<RSelList>};
 
 RSelList::RSelList(OMTrinketWindow& window, const Rect& box)
-    : OMTrinket(window, UpdateStyle::Regions, box), systemFont_(std::make_unique<OMSysFont>()),
-      size_(OMTTFont::kDefaultSize) {
+    : OMTrinket(window, UpdateStyle::Regions, box), size_(OMTTFont::kDefaultSize) {
     setMovable(false);
 }
 
+RSelList::RSelList(const RSelList& other) = default;
+
 RSelList::~RSelList() = default;
+
+std::unique_ptr<OMScriptableObject> RSelList::duplicate() {
+    return std::unique_ptr<OMScriptableObject>(new RSelList(*this));
+}
 
 // Font and colours
 
-OMFont& RSelList::font() const { return font_.font() ? *font_.font() : *systemFont_; }
-
-int RSelList::lineHeight() const { return std::max(font().lineHeight(), 1); }
-
-OMFontSource* RSelList::fontSource() {
-    return OMFontSource::require("fontURL == NULL", "URL has to be installed in RSelList");
-}
+int RSelList::lineHeight() const { return std::max(font_.font().lineHeight(), 1); }
 
 void RSelList::setFont(OMFontUse font) {
-    font_ = std::move(font);
+    font_.use(std::move(font));
     refresh();
 }
 
 void RSelList::chooseFace() {
-    if (face_.empty()) return;
-    if (OMFontSource* source = fontSource())
-        setFont(OMFontUse(source->useTrueType(face_, style_, size_)));
+    if (!face_.empty() && font_.useTrueType(face_, style_, size_)) refresh();
 }
 
 void RSelList::setTextFont(const std::string& face) {
@@ -106,10 +101,9 @@ void RSelList::setTextFont(const std::string& face) {
 }
 
 void RSelList::setTextFontID(int id) {
-    OMFontSource* source = fontSource();
-    if (!source) return;
+    if (!font_.useNFNT(id)) return;
     face_.clear();
-    setFont(OMFontUse(source->useNFNT(id)));
+    refresh();
 }
 
 void RSelList::setTextSize(int pixels) {
@@ -187,7 +181,7 @@ void RSelList::startNewEntry() {
 // Mouse
 
 std::optional<int> RSelList::entryAt(Point point) const {
-    const int line = (point.y - boundingRectangle().top - font().descent()) / lineHeight();
+    const int line = (point.y - boundingRectangle().top - font_.font().descent()) / lineHeight();
     const int entry = list_.firstVisible() + line;
     const bool there = line >= 0 && line < list_.visibleLines() && entry < list_.count();
     return there ? std::optional(entry) : std::nullopt;
@@ -220,7 +214,7 @@ void RSelList::paint(OMMemCanvas& canvas, const OMRegion& clip) {
     if (part.isEmpty()) return;
     canvas.setColor(listBackground_);
     canvas.fillRegion(part);
-    const OMTextScope scope(canvas, &font(), part);
+    const OMTextScope scope(canvas, &font_.font(), part);
     const int lines = std::min(list_.visibleLines(), list_.count() - list_.firstVisible());
     for (int line = 0; line < lines; ++line) paintLine(canvas, part, line);
 }
@@ -232,7 +226,7 @@ void RSelList::paintLine(OMMemCanvas& canvas, const OMRegion& clip, int line) {
     const std::string& name = list_.entry(entry);
     const bool highlighted = entry == list_.highlighted();
     if (highlighted) {
-        const int bottom = baseline + font().descent();
+        const int bottom = baseline + font_.font().descent();
         OMRegion bar = clip;
         bar.intersect({box.left, bottom - lineHeight(), box.right, bottom});
         canvas.setColor(highlightedBackground_);

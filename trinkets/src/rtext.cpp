@@ -1,10 +1,8 @@
 #include "rtext.h"
 
-#include "omdebug.h"
 #include "ommemcanvas.h"
 #include "omsarea.h"
 #include "omsclass.h"
-#include "omsysfont.h"
 #include "omtrinketwindow.h"
 #include "omttfont.h"
 #include "textlayout.h"
@@ -67,9 +65,9 @@ void RText::changeColor(int index) {
     if (color_.index() != before) markWhole();
 }
 
-int RText::fontAscent() const { return font().ascent(); }
-int RText::fontDescent() const { return font().descent(); }
-int RText::fontLeading() const { return font().leading(); }
+int RText::fontAscent() const { return font_.font().ascent(); }
+int RText::fontDescent() const { return font_.font().descent(); }
+int RText::fontLeading() const { return font_.font().leading(); }
 
 void RText::setText(const std::string& text) {
     if (text == text_) return;
@@ -94,21 +92,16 @@ void RText::setWrap(bool wrap) {
 
 // Font
 
-OMFont& RText::font() const { return font_.font() ? *font_.font() : *systemFont_; }
-
 void RText::chooseFont(const std::string& font, std::optional<int> size, std::optional<int> style) {
-    OMFontSource* source =
-        OMFontSource::require("fontURL == NULL", "URL has to be installed in RText");
-    if (!source) return;
-    if (isNumber(font) && !size)
-        setFont(OMFontUse(source->useNFNT(OMSToInteger(font))));
-    else
-        setFont(OMFontUse(
-            source->useTrueType(font, style.value_or(0), size.value_or(OMTTFont::kDefaultSize))));
+    const bool chosen =
+        isNumber(font) && !size
+            ? font_.useNFNT(OMSToInteger(font))
+            : font_.useTrueType(font, style.value_or(0), size.value_or(OMTTFont::kDefaultSize));
+    if (chosen) layOut();
 }
 
 void RText::setFont(OMFontUse font) {
-    font_ = std::move(font);
+    font_.use(std::move(font));
     layOut();
 }
 
@@ -116,8 +109,7 @@ void RText::setFont(OMFontUse font) {
 
 void RText::layOut() {
     markChanged();
-    if (!font_.font() && !systemFont_) systemFont_ = std::make_unique<OMSysFont>();
-    const OMFont& drawn = font();
+    const OMFont& drawn = font_.font();
     lines_ =
         OMLinesOf(text_, drawn, wrap_ && width_ != kFitting ? std::optional(width_) : std::nullopt);
     int widest = 0;
@@ -141,7 +133,7 @@ void RText::paint(OMMemCanvas& canvas, const OMRegion& clip) {
     OMRegion part = clip;
     part.intersect(box);
     if (part.isEmpty()) return;
-    OMFont& drawn = font();
+    OMFont& drawn = font_.font();
     const OMTextScope scope(canvas, &drawn, std::move(part));
     canvas.setTextColor(color_);
     int baseline = box.top + drawn.ascent();

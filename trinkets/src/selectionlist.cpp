@@ -57,6 +57,7 @@ void SelectionList::remove() {
     mode_ = Mode::Browsing;
     if (highlighted_ >= count()) highlighted_ = std::max(highlighted_ - 1, 0);
     centre();
+    firstVisible_ = std::min(firstVisible_, lastFirstLine()); // no lines stay blank
     typed_.clear();
     valid_ = !entries_.empty();
 }
