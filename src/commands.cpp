@@ -57,7 +57,7 @@ RCommands::RCommands(EffectsWindow& window) : window_(window) { RRegisterCommand
 
 RCommands::~RCommands() { YCommands::clear(); }
 
-void RCommands::registerNames() { RRegisterCommandNames(kRows); }
+std::vector<RCommandWords> RCommands::words() { return RCommandWordsOf(kRows); }
 
 void RCommands::closeFile() { output_.reset(); }
 

@@ -23,9 +23,7 @@ class RCommands {
     RCommands(const RCommands&) = delete;
     RCommands& operator=(const RCommands&) = delete;
 
-    /// Registers the names alone, with functions that do nothing, for whoever compiles scripts
-    /// without running them.
-    static void registerNames();
+    [[nodiscard]] static std::vector<RCommandWords> words();
 
     /// Sets the palette again that a movie took the place of; called on screens of 8 bits only.
     void setPaletteRestorer(OMLink restorer) { paletteRestorer_ = std::move(restorer); }

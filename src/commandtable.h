@@ -11,6 +11,13 @@
 #include "ykeyword.h"
 
 #include <string_view>
+#include <vector>
+
+/// What authors are told of a command.
+struct RCommandWords {
+    std::string_view name;
+    std::string_view arguments;
+};
 
 template <class Family>
 struct RCommandRow {
@@ -43,9 +50,9 @@ void RRegisterCommands(Family& family, const Rows& rows) {
         YCommands::add(row.name, [&family, run = row.run] { run(family); });
 }
 
-/// Registers the names alone, with functions that do nothing, for whoever compiles scripts without
-/// running them.
 template <class Rows>
-void RRegisterCommandNames(const Rows& rows) {
-    for (const auto& row : rows) YCommands::add(row.name, nullptr);
+std::vector<RCommandWords> RCommandWordsOf(const Rows& rows) {
+    std::vector<RCommandWords> words;
+    for (const auto& row : rows) words.push_back({row.name, row.arguments});
+    return words;
 }

@@ -15,7 +15,7 @@ RResourceCommands::RResourceCommands(RResources& resources) : resources_(resourc
     RRegisterCommands(*this, kRows);
 }
 
-void RResourceCommands::registerNames() { RRegisterCommandNames(kRows); }
+std::vector<RCommandWords> RResourceCommands::words() { return RCommandWordsOf(kRows); }
 
 void RResourceCommands::activateDLL(const std::string& name, bool permanently) {
     resources_.activateDLL(name, permanently);

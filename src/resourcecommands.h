@@ -14,8 +14,7 @@ class RResourceCommands {
     RResourceCommands(const RResourceCommands&) = delete;
     RResourceCommands& operator=(const RResourceCommands&) = delete;
 
-    /// Registers the names alone, for tools that compile scripts and run none.
-    static void registerNames();
+    [[nodiscard]] static std::vector<RCommandWords> words();
 
   private:
     static const RCommandRow<RResourceCommands> kRows[];

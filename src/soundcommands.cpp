@@ -14,7 +14,7 @@ RSoundCommands::RSoundCommands(RGameSounds& sounds) : sounds_(sounds) {
     RRegisterCommands(*this, kRows);
 }
 
-void RSoundCommands::registerNames() { RRegisterCommandNames(kRows); }
+std::vector<RCommandWords> RSoundCommands::words() { return RCommandWordsOf(kRows); }
 
 void RSoundCommands::killSound(int handle) { sounds_.kill(handle); }
 

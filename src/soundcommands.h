@@ -13,7 +13,7 @@ class RSoundCommands {
     RSoundCommands(const RSoundCommands&) = delete;
     RSoundCommands& operator=(const RSoundCommands&) = delete;
 
-    static void registerNames();
+    [[nodiscard]] static std::vector<RCommandWords> words();
 
   private:
     static const RCommandRow<RSoundCommands> kRows[];

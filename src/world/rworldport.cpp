@@ -52,7 +52,7 @@ constexpr OMSEntry kPlayerVocabulary[] = {
 } // namespace
 
 const OMSClass RWorldPort::kClass{"RWorldPort", &OMScriptableObject::kClass, kVocabulary,
-                                  &RWorldPort::createFromScript};
+                                  &RWorldPort::createFromScript, kPlayerVocabulary};
 
 // ---------------------------------------------------------------------------- life
 
@@ -94,14 +94,14 @@ void RWorldPort::showCurrentPlayer() {
     if (!player_) return;
     for (const auto& property : player_->stored()) show(*property);
     for (const auto& property : player_->computed()) show(*property);
-    for (const OMSEntry& row : kPlayerVocabulary) addEntry(row);
+    for (const OMSEntry& row : kClass.passing) addEntry(row);
 }
 
 void RWorldPort::withdrawPlayer() {
     if (!player_) return;
     for (const auto& property : player_->stored()) removeProperty(property->name());
     for (const auto& property : player_->computed()) removeProperty(property->name());
-    for (const OMSEntry& row : kPlayerVocabulary) removeProperty(row.name);
+    for (const OMSEntry& row : kClass.passing) removeProperty(row.name);
     player_ = nullptr;
 }
 

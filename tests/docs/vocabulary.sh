@@ -1,37 +1,20 @@
 #!/usr/bin/env bash
 # Compares the words that a page describes with those that the program has, both ways.
 #
-#     vocabulary.sh class PAGE SOURCE...     tables of a class page, with the class tables
-#     vocabulary.sh player PAGE SOURCE...    tables of a player's properties, with the rows of theirs
-#     vocabulary.sh commands PAGE SOURCE...  commands and their arguments in headings, with the tables
-#     vocabulary.sh keywords PAGE SOURCE     headings of the guide, with the compiler's keywords
-#     vocabulary.sh options PAGE PROGRAM     the table of options, with what --help shows
+#     vocabulary.sh class PAGE MPS words CLASS...  tables of a page, with the words of its classes
+#     vocabulary.sh pages FOLDER MPS words         pages of classes, with the classes
+#     vocabulary.sh commands PAGE MPS words        headings with arguments, with the commands
+#     vocabulary.sh player PAGE SOURCE...          tables of a player's properties, with their rows
+#     vocabulary.sh keywords PAGE SOURCE           headings of the guide, with the keywords
+#     vocabulary.sh options PAGE PROGRAM           the table of options, with what --help shows
+#
+# MPS is zorbet-mps.
 set -euo pipefail
 kind=$1 page=$2
 shift 2
 
-# Rows of class tables as "property NAME read/write", "property NAME read", "property NAME write",
-# "method NAME", "event NAME".
-classRows() {
-  awk '
-    /OMSEntry k[A-Za-z]*Vocabulary\[\]/ { inside = 1 }
-    inside { text = text " " $0 }
-    inside && /^};/ { inside = 0 }
-    END {
-      while (match(text, /oms::(data|readOnly|writeOnly|method|lasting|event)[<(]/)) {
-        row = substr(text, RSTART + 5, RLENGTH - 6)
-        text = substr(text, RSTART + RLENGTH)
-        match(text, /"[^"]*"|::kDefaultMethod/)
-        name = substr(text, RSTART + 1, RLENGTH - 2)
-        if (name !~ /^[A-Za-z]+$/) name = "default"
-        if (row == "data") print "property " name " read/write"
-        else if (row == "readOnly") print "property " name " read"
-        else if (row == "writeOnly") print "property " name " write"
-        else if (row == "event") print "event " name
-        else print "method " name
-      }
-    }' "$@"
-}
+# Words of classes as "property NAME ACCESS", "method NAME", "event NAME".
+classRows() { "$@" | sed -n -e 's/  .*//' -e '/^\(property\|method\|event\) /p'; }
 
 # The same from the tables below the headings "Properties", "Methods" and "Events".
 pageRows() {
@@ -65,14 +48,19 @@ case $kind in
     have=$(classRows "$@")
     told=$(pageRows)
     ;;
+  pages)
+    # What all have in common stands on one page.
+    have=$("$@" | sed -n -e '/^class object/d' -e '/^class OMTrinket /d' -e '/^class OMAnimation /d' \
+      -e 's/^class \([^ ]*\).*/\1/p')
+    told=$(cd "$page" && ls | sed -n -e '/^trinkets.md$/d' -e 's/\.md$//p')
+    ;;
   player)
     have=$(playerRows "$@")
     told=$(playerPageRows)
     ;;
   commands)
     # With their arguments, which the page writes in capitals.
-    have=$(cat "$@" | tr '\n' ' ' | grep -oE 'RCommand<[^>]*>\( *"[^)]*"\)' |
-      sed -E -e 's/^[^"]*"([^"]*)", *"([^"]*)"\)$/\1 \U\2/' -e 's/^[^"]*"([^"]*)"\)$/\1/')
+    have=$("$@" | sed -n -E -e 's/^command ([A-Za-z]*)  (.*)$/\1 \U\2/p' -e 's/^command ([A-Za-z]*)$/\1/p')
     told=$(sed -n 's/^### `\([A-Za-z]*[^`]*\)`.*/\1/p' "$page")
     ;;
   keywords)

@@ -43,6 +43,8 @@ struct OMSClass {
     /// With the arguments in OMSArguments::global(); null when it refuses. No function for classes
     /// that only have heirs.
     std::unique_ptr<OMScriptableObject> (*create)() = nullptr;
+    /// What objects have at times, and add and remove themselves.
+    std::span<const OMSEntry> passing = {};
 
     /// The row of that name here or in a base; null without.
     [[nodiscard]] const OMSEntry* find(std::string_view entry) const;

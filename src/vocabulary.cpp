@@ -1,0 +1,35 @@
+#include "vocabulary.h"
+
+#include "commands.h"
+#include "ommultitrinket.h"
+#include "ranimation.h"
+#include "ranimationtrigger.h"
+#include "resourcecommands.h"
+#include "rhotspot.h"
+#include "rkbdinp.h"
+#include "rpbutton.h"
+#include "rsellist.h"
+#include "rtext.h"
+#include "rtrigger.h"
+#include "soundcommands.h"
+#include "world/rworldport.h"
+
+namespace {
+
+constexpr const OMSClass* kClasses[] = {
+    &OMMultiTrinket::kClass, &RAnimation::kClass, &RAnimationTrigger::kClass, &RHotSpot::kClass,
+    &RKbdInp::kClass,        &RPButton::kClass,   &RSelList::kClass,          &RText::kClass,
+    &RTrigger::kClass,       &RWorldPort::kClass,
+};
+
+} // namespace
+
+std::span<const OMSClass* const> RGameClasses() { return kClasses; }
+
+std::vector<RCommandWords> RGameCommands() {
+    std::vector<RCommandWords> all;
+    for (const auto& words :
+         {RCommands::words(), RResourceCommands::words(), RSoundCommands::words()})
+        all.insert(all.end(), words.begin(), words.end());
+    return all;
+}

@@ -1,0 +1,77 @@
+#include "zorbetmps/words.h"
+
+#include "omsclass.h"
+#include "vocabulary.h"
+
+#include <algorithm>
+#include <ostream>
+#include <string_view>
+
+namespace mps {
+
+namespace {
+
+using Kind = OMScriptableObjectProperty::Kind;
+
+/// The game's classes and those before them, each once, the bases first.
+std::vector<const OMSClass*> allClasses() {
+    std::vector<const OMSClass*> all;
+    for (const OMSClass* known : RGameClasses()) {
+        std::vector<const OMSClass*> line;
+        for (const OMSClass* from = known; from; from = from->base)
+            if (std::ranges::find(all, from) == all.end()) line.push_back(from);
+        all.insert(all.end(), line.rbegin(), line.rend());
+    }
+    return all;
+}
+
+std::string_view kindOf(const OMSEntry& row) {
+    switch (row.kind) {
+    case Kind::Method: return "method ";
+    case Kind::Event: return "event ";
+    case Kind::Data: break;
+    }
+    return "property ";
+}
+
+std::string_view accessOf(const OMSEntry& row) {
+    if (row.kind != Kind::Data) return "";
+    return !row.set ? " read" : !row.get ? " write" : " read/write";
+}
+
+void tell(std::ostream& out, const OMSClass& known) {
+    out << "class " << (known.name.empty() ? "object" : known.name);
+    if (known.base) out << ' ' << (known.base->name.empty() ? "object" : known.base->name);
+    out << '\n';
+    for (const auto& rows : {known.vocabulary, known.passing})
+        for (const OMSEntry& row : rows) {
+            out << kindOf(row) << row.name << accessOf(row);
+            if (!row.help.empty()) out << "  " << row.help;
+            out << '\n';
+        }
+}
+
+} // namespace
+
+bool tellWords(const std::vector<std::string>& classes, std::ostream& out, std::ostream& errors) {
+    const std::vector<const OMSClass*> all = allClasses();
+    bool known = true;
+    for (const std::string& name : classes) {
+        const auto found = std::ranges::find(all, name, &OMSClass::name);
+        if (found != all.end())
+            tell(out, **found);
+        else
+            errors << "there is no class " << name << '\n';
+        known &= found != all.end();
+    }
+    if (!classes.empty()) return known;
+    for (const OMSClass* one : all) tell(out, *one);
+    for (const RCommandWords& command : RGameCommands()) {
+        out << "command " << command.name;
+        if (!command.arguments.empty()) out << "  " << command.arguments;
+        out << '\n';
+    }
+    return true;
+}
+
+} // namespace mps

@@ -1,0 +1,17 @@
+// Tells the words that scripts can use: classes with their properties, methods and events, and
+// commands.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace mps {
+
+/// A class begins with "class NAME BASE"; its words follow, a line each: "property NAME ACCESS",
+/// "method NAME", "event NAME", then two blanks and what its table says of it. Commands are
+/// "command NAME  ARGUMENTS". Without names all classes and the commands are told. False, after a
+/// line on `errors`, for a name that is no class.
+bool tellWords(const std::vector<std::string>& classes, std::ostream& out, std::ostream& errors);
+
+} // namespace mps
