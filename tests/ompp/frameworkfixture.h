@@ -4,6 +4,7 @@
 
 #include "memoryfiles.h"
 
+#include "omapp.h"
 #include "omcachedfile.h"
 #include "omdebug.h"
 #include "omlibraryinfo.h"
@@ -13,6 +14,8 @@
 #include "omresmgr.h"
 
 #include <gtest/gtest.h>
+
+#include <optional>
 
 namespace testing_support {
 
@@ -39,6 +42,15 @@ class FrameworkTest : public testing::Test {
     MemoryPlatform machine;
     MemoryFiles& files = machine.files();
     std::vector<std::string> failures;
+};
+
+/// With an application, which a test may end.
+class ApplicationTest : public FrameworkTest {
+  protected:
+    using Strings = std::vector<std::string>;
+
+    std::optional<OMApp> app{std::in_place, OMApp::DisplayMode::PopUp, OMColor(),
+                             platform::Rect{0, 0, 640, 480}, 8};
 };
 
 } // namespace testing_support

@@ -407,7 +407,6 @@ class MemoryWaveOut final : public platform::WaveOut {
     std::uint32_t bytesPerMs = 0;    ///< 0: only `play` moves the queue
     bool paused = false;
     int pauses = 0;
-    int resets = 0;
 
     /// Plays up to `bytes` bytes of the queue; the done flags wait for the next poll.
     void play(std::size_t bytes) {
@@ -463,7 +462,6 @@ class MemoryWaveOut final : public platform::WaveOut {
     void restart() override { paused = false; }
     void reset() override {
         if (!isOpen()) return;
-        ++resets;
         drop();
     }
 

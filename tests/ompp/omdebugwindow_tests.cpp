@@ -1,89 +1,75 @@
 // The debug window: its lines, its size, its coming and going.
 #include "frameworkfixture.h"
 
-#include "omapp.h"
 #include "omdebugwindow.h"
 
 #include <gmock/gmock.h>
-#include <optional>
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing_support::MemoryTextWindows;
 
 constexpr int kLine = 20;        // height of a line in memory
 constexpr int kFullHeight = 400; // of the window when it is opened
-constexpr int kFullLines = kFullHeight / kLine;
 
-class OMDebugWindowTest : public testing_support::FrameworkTest {
+class OMDebugWindowTest : public testing_support::ApplicationTest {
   protected:
-    OMDebugWindowTest() {
-        app.emplace(OMApp::DisplayMode::PopUp, OMColor(), platform::Rect{0, 0, 640, 480}, 8);
-    }
-
-    MemoryTextWindows::Window& native() { return *machine.textWindows.window; }
+    testing_support::MemoryTextWindows::Window& native() { return *machine.textWindows.window; }
     void showNumbered(int count) {
         for (int i = 0; i < count; ++i) window.show(std::to_string(i));
     }
-
-    std::optional<OMApp> app;
     OMDebugWindow window;
 };
 
-TEST_F(OMDebugWindowTest, OpensWithTheFirstLine) {
-    EXPECT_EQ(window.position(), platform::Rect{});
+TEST_F(OMDebugWindowTest, OpensWithTheFirstLineAndAnewWhenItWasClosed) {
     window.move(7, 8);
-    EXPECT_EQ(machine.textWindows.opened, 0) << "a question or a move opens nothing";
+    machine.textWindows.refused = true;
+    window.show("lost");
+    machine.textWindows.refused = false;
+    EXPECT_EQ(window.position(), platform::Rect{}) << "not open yet";
 
-    window.show("one");
-    window.show("");
-    EXPECT_EQ(machine.textWindows.opened, 1);
-    EXPECT_EQ(machine.textWindows.request.className, "OMDebugWindow");
-    EXPECT_EQ(machine.textWindows.request.title, "OMDebug");
-    EXPECT_EQ(window.position(), (platform::Rect{50, 50, 350, 450}));
-    EXPECT_THAT(native().shown, ElementsAre("one", ""));
-    EXPECT_EQ(native().fresh, 1u);
-    EXPECT_EQ(native().paints, 2) << "each line is seen at once";
-}
-
-TEST_F(OMDebugWindowTest, TextsAreCutAtLineBreaks) {
     window.showText("if\nx>5 is true\n\n[interrupt]");
     window.showText("jumping\n");
     window.showText("");
-    EXPECT_THAT(window.lines(), ElementsAre("if", "x>5 is true", "", "[interrupt]", "jumping"));
+    EXPECT_EQ(machine.textWindows.request.className, "OMDebugWindow");
+    EXPECT_EQ(machine.textWindows.request.title, "OMDebug");
+    EXPECT_THAT(native().shown, ElementsAre("if", "x>5 is true", "", "[interrupt]", "jumping"));
+    EXPECT_EQ(native().fresh, 1u);
+    EXPECT_EQ(native().paints, 5) << "each line is seen at once";
+    EXPECT_EQ(window.position(), (platform::Rect{50, 50, 350, 450}));
+    window.move(-10, 20);
+    EXPECT_EQ(window.position(), (platform::Rect{-10, 20, 290, 420}));
+
+    window.destroy();
+    window.destroy();
+    window.show("new");
+    EXPECT_THAT(native().shown, ElementsAre("new"));
+    native().owner.closed();
+    EXPECT_EQ(machine.textWindows.window, nullptr);
+    window.show("newest");
+    EXPECT_THAT(native().shown, ElementsAre("newest"));
 }
 
-TEST_F(OMDebugWindowTest, AFullWindowDropsItsOldestLine) {
-    showNumbered(kFullLines);
+TEST_F(OMDebugWindowTest, KeepsTheNewestLinesThatItHasRoomFor) {
+    showNumbered(kFullHeight / kLine);
     EXPECT_EQ(native().shown.front(), "0");
     window.show("next");
-    EXPECT_EQ(native().shown.size(), std::size_t{kFullLines});
     EXPECT_EQ(native().shown.front(), "1");
     EXPECT_EQ(native().shown.back(), "next");
-}
 
-TEST_F(OMDebugWindowTest, ASmallerWindowKeepsTheNewestLines) {
-    showNumbered(5);
     native().resize(3 * kLine + kLine - 1);
-    EXPECT_THAT(native().shown, ElementsAre("2", "3", "4"));
+    EXPECT_THAT(native().shown, ElementsAre("18", "19", "next"));
     EXPECT_EQ(native().fresh, 0u) << "lines that stayed are not new";
-
     native().resize(kFullHeight);
-    EXPECT_THAT(native().shown, ElementsAre("2", "3", "4")) << "what was dropped is gone";
     window.show("5");
-    EXPECT_THAT(native().shown, ElementsAre("2", "3", "4", "5"));
-
+    EXPECT_THAT(native().shown, ElementsAre("18", "19", "next", "5")) << "what was dropped is gone";
     native().resize(kLine - 1);
-    EXPECT_THAT(native().shown, IsEmpty());
     window.show("no room");
     EXPECT_THAT(native().shown, IsEmpty());
-    EXPECT_EQ(native().fresh, 0u);
     native().resize(kLine);
-    window.show("room for one");
-    window.show("and another");
-    EXPECT_THAT(native().shown, ElementsAre("and another"));
+    showNumbered(2);
+    EXPECT_THAT(native().shown, ElementsAre("1"));
 }
 
 TEST_F(OMDebugWindowTest, AMinimisedWindowDrawsNothing) {
@@ -95,37 +81,6 @@ TEST_F(OMDebugWindowTest, AMinimisedWindowDrawsNothing) {
     native().minimised = false;
     native().owner.damaged();
     EXPECT_THAT(native().shown, ElementsAre("before", "meanwhile"));
-}
-
-TEST_F(OMDebugWindowTest, MovesWithItsSize) {
-    window.show("line");
-    window.move(-10, 20);
-    EXPECT_EQ(window.position(), (platform::Rect{-10, 20, 290, 420}));
-}
-
-TEST_F(OMDebugWindowTest, DestroyedOrClosedItIsOpenedAnewAndEmpty) {
-    window.show("old");
-    window.destroy();
-    EXPECT_EQ(machine.textWindows.window, nullptr);
-    EXPECT_EQ(window.position(), platform::Rect{});
-    window.destroy();
-
-    window.show("new");
-    EXPECT_THAT(native().shown, ElementsAre("new"));
-    native().owner.closed();
-    EXPECT_EQ(machine.textWindows.window, nullptr);
-    window.show("newest");
-    EXPECT_THAT(native().shown, ElementsAre("newest"));
-    EXPECT_EQ(machine.textWindows.opened, 3);
-}
-
-TEST_F(OMDebugWindowTest, LinesAreLostWhereThereCanBeNoWindow) {
-    machine.textWindows.refused = true;
-    window.show("lost");
-    EXPECT_THAT(window.lines(), IsEmpty());
-    machine.textWindows.refused = false;
-    window.show("seen");
-    EXPECT_THAT(native().shown, ElementsAre("seen"));
 }
 
 TEST_F(OMDebugWindowTest, NeedsAnApplicationToOpen) {

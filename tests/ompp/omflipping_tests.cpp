@@ -1,4 +1,5 @@
-// Canvases made of surfaces: the screen in exclusive mode, what is behind it, and its loss.
+// The application's window on the screen, and canvases made of surfaces: the screen in exclusive
+// mode, what is behind it, and its loss.
 #include "canvasfixture.h"
 
 #include "omwndcanvas.h"
@@ -12,52 +13,63 @@ using testing_support::Process;
 namespace {
 
 using Messages = std::vector<std::string>;
+using Mode = OMApp::DisplayMode;
 
 constexpr Rect kAll{0, 0, 64, 48};
 
 void fill(OMCanvas& canvas, int index) {
     canvas.setColor(OMColor(index));
-    canvas.fillRect(kAll);
+    canvas.fillRect(canvas.bounds());
 }
 
 int shownPixel(Process& process) { return process.display().shown().row(5)[7]; }
 
-TEST(OMApp, SurfacesAreChosenBeforeItExists) {
+TEST(OMApp, CoversTheDesktopUnlessItIsOverlappedOrOfSurfaces) {
+    Process process(8);
+    const auto covered = [&process](Mode mode) {
+        process.display().presented.clear();
+        const OMApp app(mode, OMColor(), {10, 20, 30, 40}, 8);
+        return process.display().presented.boundingBox();
+    };
+    process.end();
+    EXPECT_EQ(covered(Mode::Overlapped), (Rect{10, 20, 30, 40}));
+    for (const Mode mode : {Mode::Captioned, Mode::PopUp, Mode::PopUpMinimise})
+        EXPECT_EQ(covered(mode), kAll);
+    OMApp::useDirectDraw();
+    EXPECT_EQ(covered(Mode::PopUp), (Rect{0, 0, 20, 20})) << "at the upper left";
+    EXPECT_EQ(covered(Mode::Captioned), kAll);
+    EXPECT_EQ(covered(Mode::FullScreen), (Rect{0, 0, 20, 20})) << "which is the screen then";
+    EXPECT_EQ(process.messages, Messages{});
+}
+
+TEST(OMApp, ExclusiveModeHasItsOwnScreenAndGivesTheOldOneBack) {
     Process process(16);
-    EXPECT_FALSE(OMApp::usingDirectDraw());
     OMApp::useDirectDraw();
     OMApp::useGDI();
     EXPECT_EQ(process.takeMessages(),
               (Messages{"OMApp::useDirectDraw - cannot useDirectDraw after an OMApp has been "
                         "instantiated!",
                         "OMApp::useGDI - cannot useGDI after an OMApp has been instantiated!"}));
+    EXPECT_FALSE(OMApp::usingDirectDraw());
     process.end();
     OMApp::useDirectDraw();
-    process.restart(OMApp::DisplayMode::PopUp, 8);
-    EXPECT_TRUE(OMApp::usingDirectDraw());
-    const OMMemCanvas canvas(4, 4, 8);
-    EXPECT_EQ(canvas.depth(), 16);
-    EXPECT_EQ(process.takeMessages(),
-              (Messages{"OMCanvas::OMCanvas - DirectDraw canvases must be the same bit depth as "
-                        "the display!"}));
-}
-
-TEST(OMApp, ExclusiveModeHasItsOwnScreenAndGivesTheOldOneBack) {
-    Process process(16);
-    process.end();
-    OMApp::useDirectDraw();
-    process.restart(OMApp::DisplayMode::FullScreen, 8);
-    EXPECT_TRUE(process.display().isExclusive());
+    process.restart(Mode::FullScreen, 8);
     EXPECT_EQ(process.display().mode(), (platform::ScreenMode{64, 48, 8}));
     process.end();
     EXPECT_EQ(process.display().mode(), (platform::ScreenMode{64, 48, 16}));
 
+    process.restart(Mode::PopUp, 8);
+    EXPECT_TRUE(OMApp::usingDirectDraw());
+    EXPECT_EQ(OMMemCanvas(4, 4, 8).depth(), 16);
+    process.end();
     process.display().refusesExclusive = true;
-    process.restart(OMApp::DisplayMode::FullScreen, 8);
+    process.restart(Mode::FullScreen, 8);
     EXPECT_FALSE(OMApp::usingDirectDraw());
-    EXPECT_EQ(OMApp::getApp()->displayMode(), OMApp::DisplayMode::PopUp);
+    EXPECT_EQ(OMApp::getApp()->displayMode(), Mode::PopUp);
     EXPECT_EQ(process.takeMessages(),
-              (Messages{"OMApp::OMApp - DirectDraw failed to initialize!"}));
+              (Messages{"OMCanvas::OMCanvas - DirectDraw canvases must be the same bit depth as "
+                        "the display!",
+                        "OMApp::OMApp - DirectDraw failed to initialize!"}));
 }
 
 TEST(OMWndCanvas, FlipsOnlyInExclusiveMode) {
@@ -74,74 +86,43 @@ TEST(OMWndCanvas, FlipsOnlyInExclusiveMode) {
                   "OMWndCanvas::flip - must be in exclusive mode to use flipping!"}));
 }
 
-class FlippingTest : public ::testing::Test {
-  protected:
-    FlippingTest() {
-        process.end();
-        OMApp::useDirectDraw();
-        process.restart(OMApp::DisplayMode::FullScreen, 8);
-        window.emplace(kAll);
-        back.emplace(64, 48, 8, OMMemCanvas::Kind::Flippable);
-    }
-    Process process{8};
-    std::optional<OMWndCanvas> window;
-    std::optional<OMMemCanvas> back;
-};
-
-TEST_F(FlippingTest, WhatWasShownComesBackBehindTheScreen) {
-    fill(*window, 11);
-    ASSERT_TRUE(window->attachToFlipChain(*back));
-    EXPECT_EQ(window->backBuffers(), 1);
-    fill(*back, 12);
+TEST(OMWndCanvas, WhatWasShownComesBackBehindTheScreen) {
+    Process process(8);
+    process.end();
+    OMApp::useDirectDraw();
+    process.restart(Mode::FullScreen, 8);
+    OMWndCanvas window(kAll);
+    OMMemCanvas fixed(64, 48, 8);
+    EXPECT_FALSE(window.attachToFlipChain(fixed));
+    OMMemCanvas back(64, 48, 8, OMMemCanvas::Kind::Flippable);
+    fill(window, 11);
+    ASSERT_TRUE(window.attachToFlipChain(back));
+    fill(back, 12);
     EXPECT_EQ(shownPixel(process), 11);
     process.display().busyFlips = 3;
-    EXPECT_TRUE(window->flip());
+    EXPECT_TRUE(window.flip());
     EXPECT_EQ(shownPixel(process), 12);
-    EXPECT_EQ(pixelAt(*window, 7, 5), 12u);
-    EXPECT_EQ(pixelAt(*back, 7, 5), 11u);
-    window->flip();
-    EXPECT_EQ(shownPixel(process), 11);
-
-    window->detachFromFlipChain(*back);
-    EXPECT_EQ(window->backBuffers(), 0);
-    EXPECT_EQ(pixelAt(*back, 7, 5), 12u) << "keeps its picture";
-    EXPECT_FALSE(window->flip());
-    EXPECT_EQ(process.takeMessages(), (Messages{"OMWndCanvas::flip - flip failed!"}));
-}
-
-TEST_F(FlippingTest, FixedCanvasesAreNotAttached) {
-    OMMemCanvas fixed(64, 48, 8);
-    EXPECT_FALSE(window->attachToFlipChain(fixed));
-    EXPECT_EQ(process.display().back(), nullptr);
-}
-
-TEST_F(FlippingTest, AnAttachedCanvasDrawsOnlyWhereTheScreenIs) {
-    OMMemCanvas large(100, 100, 8, OMMemCanvas::Kind::Flippable);
-    ASSERT_TRUE(window->attachToFlipChain(large));
-    large.setColor(OMColor(9));
-    large.fillRect(large.bounds());
-    window->flip();
-    EXPECT_EQ(process.display().shown().row(47)[63], 9);
-    window->detachFromFlipChain(large);
-    EXPECT_EQ(pixelAt(large, 99, 99), 0u);
-}
-
-TEST_F(FlippingTest, ALostScreenShowsNothingUntilItIsRestored) {
-    ASSERT_TRUE(window->attachToFlipChain(*back));
-    fill(*back, 12);
-    window->flip();
+    EXPECT_EQ(pixelAt(window, 7, 5), 12u);
+    EXPECT_EQ(pixelAt(back, 7, 5), 11u);
     process.display().setInForeground(false);
-    EXPECT_FALSE(OMWndCanvas::restore());
-    fill(*window, 13);
+    EXPECT_FALSE(window.flip());
+    fill(window, 13);
     EXPECT_EQ(shownPixel(process), 12) << "nothing is presented";
-    EXPECT_FALSE(window->flip());
     process.display().setInForeground(true);
     EXPECT_TRUE(OMWndCanvas::restore());
     EXPECT_FALSE(OMWndCanvas::restore()) << "only once";
-    EXPECT_EQ(pixelAt(*back, 7, 5), 0u);
-    fill(*back, 14);
-    EXPECT_TRUE(window->flip());
-    EXPECT_EQ(shownPixel(process), 14);
+    fill(back, 14);
+
+    window.detachFromFlipChain(back);
+    EXPECT_EQ(pixelAt(back, 7, 5), 14u) << "keeps its picture";
+    EXPECT_FALSE(window.flip());
+    EXPECT_EQ(process.takeMessages(), Messages(2, "OMWndCanvas::flip - flip failed!"));
+    OMMemCanvas large(100, 100, 8, OMMemCanvas::Kind::Flippable);
+    ASSERT_TRUE(window.attachToFlipChain(large));
+    fill(large, 9); // only where the screen is
+    EXPECT_TRUE(window.flip());
+    EXPECT_EQ(shownPixel(process), 9);
+    window.detachFromFlipChain(large);
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 #include <random>
 
 using platform::Rect;
+using testing_support::Bytes;
 using testing_support::MemoryStream;
 using testing_support::NFNTFont;
 using testing_support::pixelAt;
@@ -24,55 +25,13 @@ namespace {
 
 using Messages = std::vector<std::string>;
 
-std::unique_ptr<OMNFNTFont> loadFont(testing_support::Bytes bytes) {
+std::unique_ptr<OMNFNTFont> loadFont(Bytes bytes) {
     MemoryStream stream(std::move(bytes));
     return std::make_unique<OMNFNTFont>(stream);
 }
 
-/// What a text looks like, one "#" a pixel, in a canvas of this size.
-std::string drawn(const OMFont& font, std::string_view text, int x, int baseline, int width,
-                  int height) {
-    OMMemCanvas canvas(width, height, 8);
-    canvas.setFont(const_cast<OMFont*>(&font));
-    canvas.setTextColor(OMColor(1));
-    canvas.drawText(x, baseline, text);
-    std::string picture;
-    for (int y = 0; y < height; ++y) {
-        for (int column = 0; column < width; ++column)
-            picture += pixelAt(canvas, column, y) == 1 ? '#' : '.';
-        picture += '\n';
-    }
-    return picture;
-}
-
-TEST(OMNFNTFont, bothByteOrdersLookAlike) {
-    Process process(8);
-    NFNTFont description = smallFont();
-    const auto little = loadFont(description.bytes());
-    description.bigEndian = true;
-    const auto big = loadFont(description.bytes());
-    for (const OMNFNTFont* font : {little.get(), big.get()}) {
-        EXPECT_EQ(font->ascent(), 3);
-        EXPECT_EQ(font->descent(), 1);
-        EXPECT_EQ(font->leading(), 2);
-        EXPECT_EQ(font->lineHeight(), 6);
-        EXPECT_EQ(font->kind(), OMFont::Kind::NFNT);
-        // A; C moves the pen only; D begins a pixel left of it, in the gap behind C.
-        EXPECT_EQ(drawn(*font, "ACDA", 0, 3, 18, 5), ".#......#...#.....\n"
-                                                     "#.#.....#..#.#....\n"
-                                                     "###.....#..###....\n"
-                                                     "#.#.....#..#.#....\n"
-                                                     "..................\n");
-        EXPECT_EQ(drawn(*font, "B", 0, 3, 14, 4), "..##########..\n"
-                                                  "..#........#..\n"
-                                                  "..#.######.#..\n"
-                                                  "..##########..\n");
-    }
-}
-
 TEST(OMNFNTFont, textsAreMeasuredFromTheFirstPictureToTheLast) {
     Process process(8);
-    const auto font = loadFont(smallFont().bytes());
     struct Row {
         std::string_view text;
         int width;
@@ -83,6 +42,10 @@ TEST(OMNFNTFont, textsAreMeasuredFromTheFirstPictureToTheLast) {
         {"B", 13, {2, -3, 12, 1}}, {"AB", 17, {0, -3, 16, 1}}, {"DAD", 8, {-1, -3, 6, 1}},
         {"AC", 9, {0, -3, 4, 1}},  {"?", 3, {0, -3, 2, 1}}, // stands in
     };
+    const auto font = loadFont(smallFont().bytes());
+    EXPECT_EQ(font->ascent(), 3);
+    EXPECT_EQ(font->descent(), 1);
+    EXPECT_EQ(font->lineHeight(), 6);
     for (const Row& row : rows) {
         EXPECT_EQ(font->textWidth(row.text), row.width) << row.text;
         EXPECT_EQ(font->textExtent(row.text), row.extent) << row.text;
@@ -92,59 +55,44 @@ TEST(OMNFNTFont, textsAreMeasuredFromTheFirstPictureToTheLast) {
 TEST(OMNFNTFont, whatIsMissingLooksLikeTheCharacterBeforeTheLast) {
     Process process(8);
     NFNTFont description = smallFont();
-    const auto font = loadFont(description.bytes());
-    const std::string standIn = drawn(*font, "\x7E", 0, 3, 8, 4);
-    EXPECT_EQ(drawn(*font, "?", 0, 3, 8, 4), standIn);
-    EXPECT_EQ(drawn(*font, "\xE9", 0, 3, 8, 4), standIn) << "a code without entries";
-    // The low byte of the last character counts.
-    description.lastChar = 0x100 + 'B';
-    const auto large = loadFont(description.bytes());
-    EXPECT_EQ(drawn(*large, "?", 0, 3, 8, 4), drawn(*large, "A", 0, 3, 8, 4));
-    for (const int lastChar : {100, 0x100}) { // 99 is missing too; there is no -1
+    for (const auto& [lastChar, width] : {std::pair{127, 3}, // the dot
+                                          {0x100 + 'B', 4},  // A: the low byte counts
+                                          {100, 0},          // 99 is missing too
+                                          {0x100, 0}}) {     // there is no -1
         description.lastChar = lastChar;
-        const auto none = loadFont(description.bytes());
-        EXPECT_EQ(none->textWidth("?"), 0);
-        EXPECT_EQ(drawn(*none, "?A", 0, 3, 8, 4), drawn(*none, "A", 0, 3, 8, 4));
+        EXPECT_EQ(loadFont(description.bytes())->textWidth("?"), width) << lastChar;
     }
 }
 
 TEST(OMNFNTFont, damagedRecordsAreEmptyOrLackWhatIsDamaged) {
     Process process(8);
-    const testing_support::Bytes whole = smallFont().bytes();
+    const Bytes whole = smallFont().bytes();
     OMMemCanvas canvas(40, 8, 8);
     for (std::size_t size = 0; size < whole.size(); ++size) {
         const auto font = loadFont({whole.begin(), whole.begin() + static_cast<long>(size)});
         EXPECT_TRUE(font->isEmpty()) << size;
-        EXPECT_EQ(font->lineHeight(), 0);
-        EXPECT_EQ(font->textWidth("AB"), 0);
+        EXPECT_EQ(font->textWidth("AB") + font->lineHeight(), 0);
     }
     // Every byte replaced by what numbers overflow with.
-    for (std::size_t at = 0; at < whole.size(); ++at) {
+    for (std::size_t at = 0; at < whole.size(); ++at)
         for (const int value : {0x00, 0x7F, 0x80, 0xFF}) {
-            testing_support::Bytes damaged = whole;
+            Bytes damaged = whole;
             damaged[at] = static_cast<std::byte>(value);
             const auto font = loadFont(damaged);
             canvas.setFont(font.get());
             canvas.drawText(3, 4, "ABCD?\xFF");
             (void)font->textExtent("BD");
+            canvas.setFont(nullptr);
         }
-    }
-    canvas.setFont(nullptr);
 }
 
-TEST(OMNFNTFont, needsAWholeStream) {
+TEST(OMNFNTFont, needsAWholeStreamAndAnApplication) {
     Process process(8);
     MemoryStream stream(smallFont().bytes());
     stream.setDstBuffer(16);
-    const OMNFNTFont font(stream);
-    EXPECT_TRUE(font.isEmpty());
+    EXPECT_TRUE(OMNFNTFont(stream).isEmpty());
     EXPECT_EQ(process.takeMessages(),
               Messages{"OMNFNTFont::OMNFNTFont - OMIStream source must be cached!"});
-}
-
-TEST(OMNFNTFontDeath, isRefusedBeforeTheApplication) {
-    Process process(8);
-    MemoryStream stream(smallFont().bytes());
     process.end();
     EXPECT_EXIT(OMNFNTFont{stream}, testing::ExitedWithCode(255),
                 "must have an OMApp instance before creating an OMNFNTFont!");
@@ -153,7 +101,7 @@ TEST(OMNFNTFontDeath, isRefusedBeforeTheApplication) {
 /// Where the ink of a text lies, from the description of its font.
 bool isInk(const NFNTFont& font, std::string_view text, int x, int y) {
     for (const char c : text) {
-        const auto& character = font.characters.at(c);
+        const auto& character = font.characters.at(c == '?' ? 126 : c);
         const int column = x - character.offset - font.kern;
         x -= character.advance;
         if (character.rows.empty() || y < 0 || y >= font.ascent + font.descent) continue;
@@ -170,9 +118,10 @@ TEST(OMCanvas, textInksItsPixelsAndNoOthers) {
     const auto random = [&](int least, int most) {
         return std::uniform_int_distribution(least, most)(engine);
     };
-    const NFNTFont description = smallFont();
+    NFNTFont description = smallFont();
     for (const int depth : {8, 16, 24, 32}) {
         Process process(depth);
+        description.bigEndian = depth > 16;
         const auto font = loadFont(description.bytes());
         for (int round = 0; round < 200; ++round) {
             OMMemCanvas canvas(random(1, 40), random(1, 10), depth);
@@ -189,21 +138,20 @@ TEST(OMCanvas, textInksItsPixelsAndNoOthers) {
                 canvas.setClipRegion(clip);
             }
             std::string text;
-            for (int i = random(0, 5); i > 0; --i) text += static_cast<char>(random('A', 'D'));
+            for (int i = random(0, 5); i > 0; --i) text += "ABCD?"[random(0, 4)];
             const int x = random(-15, canvas.width());
             const int baseline = random(-3, canvas.height() + 4);
             canvas.setFont(font.get());
             canvas.setTextColor(OMColor(9));
             canvas.drawText(x, baseline, text);
             const std::uint32_t ink = canvas.pixelValue(OMColor(9));
-            for (int py = 0; py < canvas.height(); ++py) {
+            for (int py = 0; py < canvas.height(); ++py)
                 for (int px = 0; px < canvas.width(); ++px) {
                     const bool inked = clip.contains(platform::Point{px, py}) &&
                                        isInk(description, text, px - x, py - baseline + 3);
                     ASSERT_EQ(pixelAt(canvas, px, py), inked ? ink : pixelAt(before, px, py))
                         << depth << " " << text << " at " << px << ", " << py;
                 }
-            }
         }
     }
 }
@@ -213,7 +161,6 @@ TEST(OMCanvas, textOnTheScreenIsShownWhereItsInkMayBe) {
     OMWndCanvas canvas({0, 0, 64, 48});
     const auto font = loadFont(smallFont().bytes());
     canvas.setFont(font.get());
-    process.display().presented.clear();
     canvas.drawText(10, 20, "BA");
     EXPECT_EQ(canvas.changedPixels(), 56U) << "from the first column of B to the last one of A";
     canvas.drawText(10, 20, "C");
@@ -228,45 +175,34 @@ TEST(OMTTFont, asksForItsStyleAndRegistersFiles) {
     Process process(8);
     auto& faces = process.typefaces();
     faces.families = {"Lumo"};
-    {
-        OMTTFont font("Lumo");
-        EXPECT_EQ(faces.asked->size, 16);
-        EXPECT_EQ(font.lineHeight(), 16 + 4 + 1);
-        font.setSize(20);
-        font.setStyle(OMFont::kBold | OMFont::kUnderline);
-        EXPECT_TRUE(faces.asked->bold && faces.asked->underline && !faces.asked->italic);
-        EXPECT_EQ(font.ascent(), 20);
-        EXPECT_EQ(font.lineHeight(), 20 + 5 + 1);
-    }
-    EXPECT_EQ(process.messages, Messages{});
+    OMTTFont font("Lumo");
+    EXPECT_EQ(faces.asked->size, 16);
+    font.setSize(20);
+    font.setStyle(OMFont::kBold | OMFont::kUnderline);
+    EXPECT_TRUE(faces.asked->bold && faces.asked->underline && !faces.asked->italic);
+    EXPECT_EQ(font.lineHeight(), 20 + 5 + 1);
 
+    const char* const resource = "C:\\TMP\\fen.fot";
     process.files().put("C:\\FONTS\\FEN.TTF", "outlines");
     faces.newFamily = "Fenwyx";
-    {
-        const OMTTFont font("Fenwyx",
-                            {.name = "fen", .folder = "C:\\FONTS", .resourceFolder = "C:\\TMP\\"});
-        EXPECT_TRUE(process.files().exists("C:\\TMP\\fen.fot"));
-        EXPECT_EQ(faces.resources, std::vector<std::string>{"C:\\TMP\\fen.fot"});
+    for (const bool wasThere : {false, true}) {
+        if (wasThere) process.files().put(resource, "somebody's");
+        {
+            const OMTTFont registered(
+                "Fenwyx", {.name = "fen", .folder = "C:\\FONTS", .resourceFolder = "C:\\TMP\\"});
+            EXPECT_TRUE(process.files().exists(resource));
+            EXPECT_EQ(faces.resources, std::vector<std::string>{resource});
+        }
+        EXPECT_EQ(process.files().exists(resource), wasThere) << "one that was there stays";
+        EXPECT_TRUE(faces.resources.empty());
     }
-    EXPECT_FALSE(process.files().exists("C:\\TMP\\fen.fot"));
-    EXPECT_EQ(faces.resources, std::vector<std::string>{});
-
-    // One that was there stays there.
-    process.files().put("C:\\TMP\\fen.fot", "somebody's");
-    {
-        const OMTTFont font("Fenwyx",
-                            {.name = "fen", .folder = "C:\\FONTS", .resourceFolder = "C:\\TMP"});
-        EXPECT_EQ(faces.resources.size(), 1U);
-    }
-    EXPECT_TRUE(process.files().exists("C:\\TMP\\fen.fot"));
     EXPECT_EQ(process.takeMessages(), Messages{});
 
     const OMTTFont nameless("");
-    const OMTTFont missing("Nowhere");
+    EXPECT_EQ(OMTTFont("Nowhere").ascent(), OMSysFont().ascent());
     EXPECT_EQ(process.takeMessages(),
               (Messages{"OMTTFont::OMTTFont - facename cannot be NULL or empty!",
                         "OMTTFont::OMTTFont - missing TrueType Font!"}));
-    EXPECT_EQ(missing.ascent(), OMSysFont().ascent());
 }
 
 } // namespace

@@ -5,7 +5,6 @@
 #include "frameworkfixture.h"
 #include "soundbuilder.h"
 
-#include "omapp.h"
 #include "omistreamfile.h"
 #include "omwaveengine.h"
 #include "omwavesound.h"
@@ -26,7 +25,7 @@ struct TestSound {
     OMWaveSound& operator*() const { return *sound; }
 };
 
-class SoundTest : public FrameworkTest {
+class SoundTest : public ApplicationTest {
   protected:
     static constexpr int kSize = 8; ///< bytes of an output buffer, unless a test says otherwise
 
@@ -58,7 +57,6 @@ class SoundTest : public FrameworkTest {
     }
     Samples heard() { return std::exchange(device.heard, {}); }
 
-    OMApp app{OMApp::DisplayMode::PopUp, OMColor(), {0, 0, 640, 480}, 8};
     OMWaveEngine engine;
     MemoryWaveOut& device = machine.waveOut();
 
