@@ -22,71 +22,45 @@ Timeline parsed(const std::string& text) {
     return std::get<Timeline>(result);
 }
 
-TEST(Timeline, ReadsMessages) {
-    struct Row {
-        std::string line;
-        std::uint32_t timeMs;
-        Message message;
-    };
-    const Row rows[] = {
-        {"500 move 320 240", 500, {.kind = Kind::MouseMove, .position = {320, 240}}},
-        {"520 down 0 479", 520, {.kind = Kind::MouseDown, .position = {0, 479}}},
-        {"600 up -5 2000", 600, {.kind = Kind::MouseUp, .position = {-5, 2000}}},
-        {"700 double 1 2", 700, {.kind = Kind::DoubleClick, .position = {1, 2}}},
-        {" \t700\tdouble  1\t2 \r", 700, {.kind = Kind::DoubleClick, .position = {1, 2}}},
-        {"900 command 59396", 900, {.kind = Kind::Command, .command = 59396}},
-        {"1000 background", 1000, {.kind = Kind::Background}},
-        {"1100 foreground", 1100, {.kind = Kind::Foreground}},
-        {"4294967295 quit", 4294967295u, {.kind = Kind::Quit}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.line);
-        const Timeline timeline = parsed(row.line);
-        ASSERT_EQ(timeline.size(), 1u);
-        EXPECT_EQ(timeline[0].timeMs, row.timeMs);
-        const auto* message = std::get_if<Message>(&timeline[0].what);
-        ASSERT_NE(message, nullptr);
-        EXPECT_EQ(message->kind, row.message.kind);
-        EXPECT_EQ(message->position, row.message.position);
-        EXPECT_EQ(message->command, row.message.command);
-    }
+Message key(std::uint16_t code, bool control = false) {
+    return {.kind = Kind::Key, .key = {.code = code, .control = control}};
 }
 
-TEST(Timeline, ReadsKeys) {
-    struct Row {
-        std::string key;
-        int code;
-        bool control;
+TEST(Timeline, ReadsMessages) {
+    const std::pair<std::string, Message> rows[] = {
+        {"move 320 240", {.kind = Kind::MouseMove, .position = {320, 240}}},
+        {"down 0 479", {.kind = Kind::MouseDown, .position = {0, 479}}},
+        {"up -5 2000", {.kind = Kind::MouseUp, .position = {-5, 2000}}},
+        {"\tdouble  1\t2 \r", {.kind = Kind::DoubleClick, .position = {1, 2}}},
+        {"command 59396", {.kind = Kind::Command, .command = 59396}},
+        {"background", {.kind = Kind::Background}},
+        {"foreground", {.kind = Kind::Foreground}},
+        {"quit", {.kind = Kind::Quit}},
+        {"key A ", key('A')},
+        {"key #", key('#')},
+        {"key  ", key(' ')},         // a blank after the blank that ends the word
+        {"key \xC3\xA3", key(0xE3)}, // UTF-8
+        {"key \xE3", key(0xE3)},     // the same as Latin-1
+        {"key \xC3", key(0xC3)},
+        {"key Ctrl-c", key(3, true)},
+        {"key Ctrl-Z", key(26, true)},
+        {"key Ctrl-5", key('5', true)},
+        {"key Ctrl--", key('-', true)},
+        {"key   Enter", key(0xE802)},
+        {"key Ctrl-Enter", key(0xE802, true)},
+        {"key F12", key(static_cast<std::uint16_t>(Key::F12))},
     };
-    const Row rows[] = {
-        {"a", 'a', false},
-        {"A ", 'A', false},
-        {"#", '#', false},
-        {" ", ' ', false},         // a blank after the blank that ends the word
-        {"\xC3\xA3", 0xE3, false}, // UTF-8
-        {"\xE3", 0xE3, false},     // the same as Latin-1
-        {"\xC3", 0xC3, false},
-        {"Ctrl-c", 3, true},
-        {"Ctrl-Z", 26, true},
-        {"Ctrl-5", '5', true},
-        {"Ctrl--", '-', true},
-        {"Backspace", 0xE800, false},
-        {"  Enter", 0xE802, false},
-        {"Ctrl-Enter", 0xE802, true},
-        {"Delete", static_cast<int>(Key::Delete), false},
-        {"F1", static_cast<int>(Key::F1), false},
-        {"F12", static_cast<int>(Key::F12), false},
-        {"f", 'f', false},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.key);
-        const Timeline timeline = parsed("1 key " + row.key);
+    for (const auto& [line, expected] : rows) {
+        SCOPED_TRACE(line);
+        const Timeline timeline = parsed(" 4294967295 " + line);
         ASSERT_EQ(timeline.size(), 1u);
-        const auto* message = std::get_if<Message>(&timeline[0].what);
-        ASSERT_NE(message, nullptr);
-        EXPECT_EQ(message->kind, Kind::Key);
-        EXPECT_EQ(message->key.code, row.code);
-        EXPECT_EQ(message->key.control, row.control);
+        EXPECT_EQ(timeline[0].timeMs, 4294967295u);
+        const auto& message = std::get<Message>(timeline[0].what);
+        EXPECT_EQ(message.kind, expected.kind);
+        EXPECT_EQ(message.position, expected.position);
+        EXPECT_EQ(message.command, expected.command);
+        EXPECT_EQ(message.key.code, expected.key.code);
+        EXPECT_EQ(message.key.control, expected.key.control);
     }
 }
 
@@ -114,54 +88,39 @@ TEST(Timeline, SkipsCommentsAndOrdersByTime) {
                                      "  # 5 command 9\n"
                                      "10 command 2");
     std::vector<int> commands;
-    for (const TimelineEvent& event : timeline) {
+    for (const TimelineEvent& event : timeline)
         commands.push_back(std::get<Message>(event.what).command);
-    }
     EXPECT_THAT(commands, ElementsAre(1, 2, 3));
     EXPECT_TRUE(parsed("").empty());
 }
 
 TEST(Timeline, RefusesBadLinesByNumber) {
-    struct Row {
-        std::string line;
-        std::string complaint;
-    };
-    const Row rows[] = {
+    const std::pair<std::string, std::string> rows[] = {
         {"quit", "time"},
-        {"-1 quit", "time"},
         {"4294967296 quit", "time"},
-        {"5x quit", "time"},
-        {"5", "unknown event \"\""},
         {"5 Quit", "unknown event \"Quit\""},
         {"5 quit now", "\"quit\" wants nothing"},
         {"5 move 1", "two numbers"},
         {"5 move 1 2 3", "two numbers"},
-        {"5 move 1.5 2", "two numbers"},
         {"5 move 99999999999 2", "two numbers"},
-        {"5 key", "one Latin-1 character"},
         {"5 key ", "one Latin-1 character"},
-        {"5 key ab", "one Latin-1 character"},
         {"5 key Ctrl-", "one Latin-1 character"},
-        {"5 key Return", "one Latin-1 character"},
         {"5 key F13", "one Latin-1 character"},
         {"5 key \xE2\x82\xAC", "one Latin-1 character"}, // the euro sign lies beyond Latin-1
         {"5 key \x01", "one Latin-1 character"},
-        {"5 command", "0 to 65535"},
         {"5 command 65536", "0 to 65535"},
         {"5 command -1", "0 to 65535"},
-        {"5 answer", "text of a button"},
-        {"5 answer checked", "text of a button"},
         {"5 answer \xE2\x82\xAC", "text of a button"},
         {"5 screenshot", "file name"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.line);
-        std::istringstream input("# first\n1 quit\n\n" + row.line + "\n7 nonsense\n");
+    for (const auto& [line, complaint] : rows) {
+        SCOPED_TRACE(line);
+        std::istringstream input("# first\n1 quit\n\n" + line + "\n7 nonsense\n");
         const auto result = parseTimeline(input);
         const auto* error = std::get_if<TimelineError>(&result);
         ASSERT_NE(error, nullptr);
         EXPECT_EQ(error->line, 4);
-        EXPECT_THAT(error->text, HasSubstr(row.complaint));
+        EXPECT_THAT(error->text, HasSubstr(complaint));
     }
 }
 
