@@ -137,9 +137,6 @@ TEST_F(NewGameTest, ReportsTheDoorsAndTheFirstItems) {
         for (const int slot : player.missingSlots[door]) line += std::to_string(slot) + ", ";
         EXPECT_EQ(said[door + 1] + ", ", line);
     }
-    EXPECT_EQ(said[6], "");
-    EXPECT_EQ(said[7], "Distributing items for CHUB");
-    EXPECT_EQ(said[18], "Distributing items for OHUB");
     EXPECT_EQ(said[28], "\tOWS4 gets 3 items");
 
     std::vector<int> queued;
@@ -182,11 +179,9 @@ TEST(DoorsTest, SlotsAreDrawnAgainUnlessTheyAreVaried) {
         bool varied;
     };
     const Row rows[] = {
-        {{2, 4, 8, 12, 10, 6, 30}, 4, false}, // all even
-        {{2, 4, 8, 12, 10, 6, 31}, 4, true},
+        {{2, 4, 8, 12, 10, 6, 30}, 4, false},   // all even
         {{1, 6, 11, 16, 21, 20, 15}, 4, false}, // always 1 on or 1 back
         {{1, 6, 11, 16, 21, 20, 17}, 4, true},
-        {{1, 5, 9, 37, 33, 13, 17}, 4, false},
         {{1, 5, 9, 37, 33, 13, 17}, 3, true},
     };
     for (const Row& row : rows)
