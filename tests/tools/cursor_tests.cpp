@@ -58,10 +58,10 @@ TEST(Cursor, HasATableUpTo256Colours) {
 
 TEST(Cursor, RefusesPicturesThatDoNotFit) {
     const std::vector<Rgba> row(65, kRed);
-    EXPECT_THROW((void)rsc::buildCursor(picture(65, row), {0, 0}), Refusal);
-    EXPECT_THROW((void)rsc::buildCursor(picture(1, row), {0, 0}), Refusal);
-    EXPECT_THROW((void)rsc::buildCursor(kSmall, {3, 0}), Refusal);
-    EXPECT_THROW((void)rsc::buildCursor(kSmall, {0, 2}), Refusal);
+    for (const int width : {65, 1})
+        EXPECT_THROW((void)rsc::buildCursor(picture(width, row), {0, 0}), Refusal);
+    for (const rsc::HotSpot hotSpot : {rsc::HotSpot{3, 0}, rsc::HotSpot{0, 2}})
+        EXPECT_THROW((void)rsc::buildCursor(kSmall, hotSpot), Refusal);
 }
 
 TEST(Cursor, ReadsAnyDirectory) {

@@ -12,6 +12,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <span>
 #include <sstream>
 
 namespace {
@@ -35,20 +37,14 @@ Bytes join(std::initializer_list<Bytes> parts) {
 }
 
 Bytes riffSound(std::size_t samples) {
-    Bytes wav = asBytes("RIFF");
-    rsc::put32(wav, 4 + 24 + 8 + samples);
-    const Bytes format = asBytes("WAVEfmt ");
-    wav.insert(wav.end(), format.begin(), format.end());
-    rsc::put32(wav, 16);
-    rsc::put32(wav, 0x00010001);
-    rsc::put32(wav, 22050);
-    rsc::put32(wav, 22050);
-    rsc::put32(wav, 0x00080001);
-    const Bytes data = asBytes("data");
-    wav.insert(wav.end(), data.begin(), data.end());
-    rsc::put32(wav, samples);
-    wav.resize(wav.size() + samples, 0x80);
-    return wav;
+    const auto numbers = [](std::initializer_list<std::size_t> values) {
+        Bytes bytes;
+        for (const std::size_t value : values) rsc::put32(bytes, value);
+        return bytes;
+    };
+    return join({asBytes("RIFF"), numbers({36 + samples}), asBytes("WAVEfmt "),
+                 numbers({16, 0x00010001, 22050, 22050, 0x00080001}), asBytes("data"),
+                 numbers({samples}), Bytes(samples, 0x80)});
 }
 
 /// A sound of format 1 that says it has `length` samples and has these.
@@ -69,6 +65,14 @@ rsc::Aseq smallAnimation() {
     return aseq;
 }
 
+/// What stands in a library made elsewhere and how its manifest names it.
+struct RawCase {
+    std::string what;
+    std::string type;
+    Bytes bytes;
+    std::string line;
+};
+
 class Extract : public testing::Test {
   protected:
     int extract(const std::vector<std::string>& files, rsc::ExtractOptions options = {}) {
@@ -84,17 +88,27 @@ class Extract : public testing::Test {
     }
 
     /// Unpacks a library "in/NAME" and packs it again; whether the bytes are the same.
-    void expectRoundTrip(const std::string& name, const Bytes& library, const std::string& what) {
-        fs::remove_all(folder_.at("in"));
-        fs::remove_all(folder_.at("out"));
-        fs::remove_all(folder_.at("again"));
-        fs::create_directories(folder_.at("in"));
+    void expectRoundTrip(const std::string& name, const Bytes& library) {
+        for (const char* each : {"in", "out", "again"}) fs::remove_all(folder_.at(each));
         folder_.write("in/" + name, library);
-        ASSERT_EQ(extract({"in/" + name}), 0) << what << ": " << errors_;
+        ASSERT_EQ(extract({"in/" + name}), 0) << errors_;
         const std::string notes = out_;
-        ASSERT_EQ(pack("out/resources.manifest", "again"), 0) << what << ": " << errors_;
-        EXPECT_TRUE(folder_.read("again/" + name) == folder_.read("in/" + name)) << what;
+        ASSERT_EQ(pack("out/resources.manifest", "again"), 0) << errors_;
+        EXPECT_TRUE(folder_.read("again/" + name) == folder_.read("in/" + name));
         out_ = notes;
+    }
+
+    /// Libraries of ours that hold just one resource, of the id 1.
+    void expectLines(const std::string& name, std::span<const RawCase> cases) {
+        for (const RawCase& row : cases) {
+            SCOPED_TRACE(row.what);
+            const std::vector<Resource> resources = {{row.type, 1, row.bytes}};
+            std::string module = name;
+            for (char& c : module) c = static_cast<char>(std::toupper(c));
+            expectRoundTrip(name + ".rsc", rsc::buildNeLibrary(module, resources));
+            EXPECT_TRUE(manifestSays(row.line)) << manifest();
+            EXPECT_FALSE(manifestSays("    layout " + name + "/library.layout"));
+        }
     }
 
     [[nodiscard]] std::string manifest() const { return folder_.read("out/resources.manifest"); }
@@ -240,14 +254,6 @@ TEST_F(ExtractEverything, KeepsASoundBesideWhatPlayersPlay) {
     EXPECT_EQ(wav.substr(36), std::string("data\3\0\0\0\1\2\3\0", 12));
 }
 
-/// What stands in a library made elsewhere and how its manifest names it.
-struct RawCase {
-    std::string what;
-    std::string type;
-    Bytes bytes;
-    std::string line;
-};
-
 rsc::Aseq withRows(const Bytes& rows) {
     rsc::Aseq aseq = smallAnimation();
     aseq.frames[0].rows = rows;
@@ -262,31 +268,19 @@ Bytes changed(Bytes bytes, std::size_t at, std::uint8_t value) {
 TEST_F(Extract, LeavesAsItIsWhatPicturesCannotTell) {
     const Bytes small = rsc::writeAseq(smallAnimation());
     static const Bytes otherRuns = {1, 5, 0, 1, 255, 7, 1};
-    rsc::Aseq twice = smallAnimation();
-    static const Bytes copy = {1, 5, 0, 1, 1, 7};
-    twice.frames.push_back({3, 1, copy});
     rsc::Aseq unused = smallAnimation();
     unused.sequences[0][2] = {0, 0, -1, 0};
     rsc::Aseq noFrames = smallAnimation();
     noFrames.sequences.push_back({{0, 0, -1, 0}});
-    rsc::Aseq noTime = smallAnimation();
-    noTime.framesPerSecond = 0;
-    noTime.sequences[0][0].argument = 0;
-    Bytes swapped = {0, 1, 0, 1, 8, 1, 0, 0, 0, 0, 0,    0,    0, 0, 0, 0, 0, 0, 0, 2, 0, 0,
-                     0, 0, 0, 0, 0, 9, 0, 0, 0, 0, 0xFF, 0xFF, 0, 0, 0, 0, 0, 1, 0, 1, 1, 5};
     Bytes cutSound = riffSound(0);
     cutSound.resize(32);
     Bytes palette = rsc::Palette::fromColours({}).resource();
     const RawCase cases[] = {
         {"an animation of ours", "ASEQ", small, "        frame a/ASEQ-1.png"},
         {"other runs", "ASEQ", rsc::writeAseq(withRows(otherRuns)), "    file ASEQ 1 a/ASEQ-1.bin"},
-        {"equal frames", "ASEQ", rsc::writeAseq(twice), "    file ASEQ 1 a/ASEQ-1.bin"},
         {"an end in between", "ASEQ", rsc::writeAseq(unused), "    file ASEQ 1 a/ASEQ-1.bin"},
         {"no frames", "ASEQ", rsc::writeAseq(noFrames), "    file ASEQ 1 a/ASEQ-1.bin"},
-        {"no durations", "ASEQ", rsc::writeAseq(noTime), "    file ASEQ 1 a/ASEQ-1.bin"},
-        {"big-endian", "ASEQ", swapped, "    file ASEQ 1 a/ASEQ-1.bin"},
         {"bytes behind it", "ASEQ", join({small, {0, 0, 1}}), "    file ASEQ 1 a/ASEQ-1.bin"},
-        {"much behind it", "ASEQ", join({small, Bytes(40)}), "    file ASEQ 1 a/ASEQ-1.bin"},
         {"reserved bytes", "ASEQ", changed(small, 7, 1), "    file ASEQ 1 a/ASEQ-1.bin"},
         {"a font of ours", "NFNT", testfonts::kSmallNfnt, "    font 1 a/NFNT-1.bdf"},
         {"another type of font", "NFNT", changed(testfonts::kSmallNfnt, 1, 0xB0),
@@ -298,17 +292,11 @@ TEST_F(Extract, LeavesAsItIsWhatPicturesCannotTell) {
         {"a palette of ours", "RRGB", palette, "    colours 1 a-1"},
         {"high bytes", "RRGB", changed(palette, 601, 7), "    file RRGB 1 a/RRGB-1.bin"},
         {"other fixed colours", "RRGB", changed(palette, 0, 7), "    file RRGB 1 a/RRGB-1.bin"},
-        {"half a palette", "RRGB", Bytes(700), "    file RRGB 1 a/RRGB-1.bin"},
         {"a sound cut off", "WAVE", cutSound, "    file WAVE 1 a/WAVE-1.wav"},
         {"nothing of a sound", "WAVE", Bytes(21, 0), "    file WAVE 1 a/WAVE-1.bin"},
         {"the head of a sound", "WAVE", macSound({}, 200), "    file WAVE 1 a/WAVE-1.snd"},
     };
-    for (const RawCase& row : cases) {
-        const std::vector<Resource> resources = {{row.type, 1, row.bytes}};
-        expectRoundTrip("a.rsc", rsc::buildNeLibrary("A", resources), row.what);
-        EXPECT_TRUE(manifestSays(row.line)) << row.what << ":\n" << manifest();
-        EXPECT_FALSE(manifestSays("    layout a/library.layout")) << row.what;
-    }
+    expectLines("a", cases);
 }
 
 TEST_F(Extract, KeepsCursorsThatPicturesCannotTell) {
@@ -328,11 +316,7 @@ TEST_F(Extract, KeepsCursorsThatPicturesCannotTell) {
          "    file CURSOR 1 cursors/CURSOR-1.cur"},
         {"something else", "CURSOR", {1, 2, 3}, "    file CURSOR 1 cursors/CURSOR-1.bin"},
     };
-    for (const RawCase& row : cases) {
-        const std::vector<Resource> resources = {{row.type, 1, row.bytes}};
-        expectRoundTrip("cursors.rsc", rsc::buildNeLibrary("CURSORS", resources), row.what);
-        EXPECT_TRUE(manifestSays(row.line)) << row.what << ":\n" << manifest();
-    }
+    expectLines("cursors", cases);
 }
 
 std::vector<ForeignResource> strangeResources() {
@@ -359,17 +343,16 @@ TEST_F(Extract, KeepsTheLayoutOfLibrariesMadeElsewhere) {
     const Case cases[] = {
         {"another module name", rsc::buildNeLibrary("B", two)},
         {"bytes at the end", join({ours, {1, 2, 3}})},
-        {"zeros at the end", join({ours, Bytes(100, 0)})},
         {"other flags", changed(ours, 0x90 + 2 + 8 + 4, 0)},
-        {"no resources", testfiles::foreignLibrary(4, {}, {})},
         {"units of a byte", testfiles::foreignLibrary(0, strangeResources(), Bytes(8, 9))},
         {"strange types", testfiles::foreignLibrary(4, strangeResources(), Bytes(80, 'x'))},
         {"large units", testfiles::foreignLibrary(9, strangeResources(), Bytes(512 * 5, 'x'))},
     };
     for (const Case& row : cases) {
-        expectRoundTrip("a.rsc", row.library, row.what);
-        EXPECT_TRUE(manifestSays("    layout a/library.layout")) << row.what;
-        EXPECT_NE(out_.find("its layout is kept"), std::string::npos) << row.what;
+        SCOPED_TRACE(row.what);
+        expectRoundTrip("a.rsc", row.library);
+        EXPECT_TRUE(manifestSays("    layout a/library.layout"));
+        EXPECT_NE(out_.find("its layout is kept"), std::string::npos);
     }
     EXPECT_EQ(testfiles::namesIn(folder_.at("out")),
               (std::vector<std::string>{"a", "resources.manifest"}))
@@ -382,7 +365,7 @@ TEST_F(Extract, KeepsTheLayoutOfLibrariesMadeElsewhere) {
 TEST_F(Extract, FillsALayoutOnlyWithWhatFits) {
     const std::vector<ForeignResource> resources = {{"TEXT", kNumber | 1, {}, 0, 2},
                                                     {"WAVE", kNumber | 5, {}, 1, 2}};
-    expectRoundTrip("a.rsc", testfiles::foreignLibrary(4, resources, Bytes(48, 'x')), "as it was");
+    expectRoundTrip("a.rsc", testfiles::foreignLibrary(4, resources, Bytes(48, 'x')));
     const std::string head = "library a.rsc\nlayout a/library.layout\n";
     const std::string text = "file TEXT 1 a/TEXT-1.bin\n";
     const std::string wave = "file WAVE 5 a/WAVE-5.bin\n";
@@ -394,12 +377,10 @@ TEST_F(Extract, FillsALayoutOnlyWithWhatFits) {
     const Bytes old(32, 'x');
     const Case cases[] = {
         {head + text + wave, old, ""},
-        {head + "part 2 a/WAVE-5.bin\n" + text, old, ""},
         {"library a.rsc\n" + text + wave, Bytes(99, 'y'), ""}, // laid out anew
         {head + text + wave, Bytes(33, 'x'), ":3: TEXT 1 has 33 bytes, its place in the layout 32"},
         {head + text + wave, Bytes(32, 'y'), ":2: TEXT 1 shares bytes with another resource"},
         {head + text, old, ":2: WAVE 5 of the layout is missing"},
-        {head + text + "part 1 a/TEXT-1.bin", old, ":4: TEXT 1 stands twice"},
         {head + text + wave + "part 3 a/TEXT-1.bin", old, ":5: the layout has only 2 resources"},
         {head + text + wave + "file TEXT 2 a/TEXT-1.bin", old, ":5: the layout has no TEXT 2"},
         {"library a.rsc\nlayout a/TEXT-1.bin\n", old, ":2: a/TEXT-1.bin: no resource library"},
@@ -464,8 +445,7 @@ TEST_F(Extract, ShowsPicturesInThePaletteThatFits) {
 TEST_F(Extract, RefusesWithoutWritingAnything) {
     const std::vector<Resource> resources = {{"TEXT", 1, Bytes(5, 2)}};
     const Bytes library = rsc::buildNeLibrary("A", resources);
-    fs::create_directories(folder_.at("b"));
-    fs::create_directories(folder_.at("full/sub"));
+    folder_.makeFolder("full/sub");
     for (const std::string name : {"a.rsc", "b/A.RSC", "a.dll", "a long name.rsc", "...rsc"})
         folder_.write(name, library);
     folder_.write("bad.rsc", std::string_view("MZ"));
@@ -520,7 +500,7 @@ TEST_F(Extract, DoesNotGrowSmallFilesWithoutEnd) {
     }
     Bytes data = rsc::writeAseq(smallAnimation());
     data.resize(7000 * 16);
-    expectRoundTrip("a.rsc", testfiles::foreignLibrary(4, same, data), "the same bytes");
+    expectRoundTrip("a.rsc", testfiles::foreignLibrary(4, same, data));
     EXPECT_EQ(testfiles::namesIn(folder_.at("out/a")).size(), 2U) << "one resource and the layout";
     folder_.write("b.rsc", testfiles::foreignLibrary(4, overlapping, data));
     fs::remove_all(folder_.at("out"));

@@ -3,7 +3,6 @@
 #include "aseq.h"
 #include "foreignlibrary.h"
 #include "nelibrary.h"
-#include "pack.h"
 #include "testfiles.h"
 
 #include <gtest/gtest.h>
@@ -74,20 +73,6 @@ TEST_F(Map, DescribesLibrariesInTheirOrder) {
     EXPECT_EQ(folder_.read("maps/other.map"), expected);
     ASSERT_EQ(map({"more.rsc"}, "maps", false, ""), 0) << errors_;
     EXPECT_EQ(folder_.read("maps/resource.map").substr(0, 5), "more\n");
-}
-
-TEST_F(Map, IsTheOneThatPackWrites) {
-    folder_.write("a.aseq", soundAnimation());
-    folder_.write("game.txt", std::string_view("map MINE\naudiomap\nlibrary scene.rsc\n"
-                                               "file WAVE 7 a.aseq\nfile ASEQ 2001 a.aseq\n"
-                                               "library more.rsc\nfile ASEQ 3 a.aseq\n"));
-    std::ostringstream errors;
-    ASSERT_EQ(rsc::runPack({folder_.at("game.txt"), folder_.at("RSC")}, errors), 0) << errors.str();
-    EXPECT_EQ(folder_.read("RSC/audio.map"), kSounds);
-    ASSERT_EQ(map({"RSC/scene.rsc", "RSC/more.rsc", "RSC/resource.map"}, "again", true), 0)
-        << errors_;
-    EXPECT_EQ(folder_.read("again/resource.map"), folder_.read("RSC/resource.map"));
-    EXPECT_EQ(folder_.read("again/audio.map"), kSounds);
 }
 
 TEST_F(Map, RefusesWhatTheGameWouldNotFind) {

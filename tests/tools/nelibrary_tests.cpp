@@ -4,9 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <memory>
-
 namespace {
 
 using rsc::ByteReader;
@@ -15,24 +12,10 @@ using rsc::NeLibrary;
 using rsc::Refusal;
 using rsc::Resource;
 
-Bytes filled(std::size_t size, std::uint8_t value) { return Bytes(size, value); }
-
 std::vector<Resource> someResources() {
-    return {{"WAVE", 101, filled(33, 1)}, {"ASEQ", 2001, filled(16, 2)},
-            {"WAVE", 7, filled(1, 3)},    {"CURSOR", 32767, filled(40, 4)},
-            {"#1", 1, filled(5, 5)},      {"ASEQ", 1, filled(17, 6)}};
-}
-
-/// Reads it as the program does: whether that is refused, and nothing else, is what is asked.
-bool isRefused(const Bytes& file) {
-    try {
-        const NeLibrary library(file);
-        for (const auto& entry : library.entries())
-            EXPECT_EQ(library.data(entry).size(), entry.length);
-        return false;
-    } catch (const Refusal&) {
-        return true;
-    }
+    return {{"WAVE", 101, Bytes(33, 1)}, {"ASEQ", 2001, Bytes(16, 2)},
+            {"WAVE", 7, Bytes(1, 3)},    {"CURSOR", 32767, Bytes(40, 4)},
+            {"#1", 1, Bytes(5, 5)},      {"ASEQ", 1, Bytes(17, 6)}};
 }
 
 TEST(NeLibrary, ReadsBackWhatItWrote) {
@@ -95,7 +78,7 @@ TEST(NeLibrary, TakesTheSmallestShiftThatReachesEverything) {
         std::vector<Resource> resources;
         for (int i = 1; i <= row.count; ++i)
             resources.push_back({"WAVE", static_cast<std::uint16_t>(i),
-                                 filled(row.size, static_cast<std::uint8_t>(i))});
+                                 Bytes(row.size, static_cast<std::uint8_t>(i))});
         const Bytes file = rsc::buildNeLibrary("BIG", resources);
         const NeLibrary library(file);
         EXPECT_EQ(library.alignmentShift(), row.shift) << row.size << " x " << row.count;
@@ -124,19 +107,7 @@ TEST(NeLibrary, RefusesAFileCutOffAnywhere) {
     const Bytes file = rsc::buildNeLibrary("SCENE", someResources());
     for (std::size_t size = 0; size < file.size(); ++size) {
         const Bytes part(file.begin(), file.begin() + static_cast<long>(size));
-        EXPECT_TRUE(isRefused(part)) << size;
-    }
-    EXPECT_FALSE(isRefused(file));
-}
-
-TEST(NeLibrary, SurvivesAnyByteBeingWrong) {
-    const Bytes file = rsc::buildNeLibrary("SCENE", someResources());
-    for (std::size_t at = 0; at < 0x200 && at < file.size(); ++at) {
-        for (const int value : {0x00, 0x01, 0x7F, 0x80, 0xFF}) {
-            Bytes damaged = file;
-            damaged[at] = static_cast<std::uint8_t>(value);
-            (void)isRefused(damaged);
-        }
+        EXPECT_THROW((void)NeLibrary(part), Refusal) << size;
     }
 }
 
@@ -148,27 +119,6 @@ TEST(NeLibrary, KnowsItsTypes) {
         EXPECT_TRUE(rsc::isResourceType(good)) << good;
     for (const char* bad : {"", "WAV", "WAVES", "WA E", "#", "#0", "#32768", "#-12", "Cursor"})
         EXPECT_FALSE(rsc::isResourceType(bad)) << bad;
-}
-
-std::string outputOf(const std::string& command) {
-    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-    std::string text;
-    for (int c = 0; (c = std::fgetc(pipe.get())) != EOF;) text += static_cast<char>(c);
-    return text;
-}
-
-/// A second opinion on the format: a tool that reads such files, where it is installed.
-TEST(NeLibrary, IsUnderstoodByWrestool) {
-    if (std::system("command -v wrestool >/dev/null 2>&1") != 0) GTEST_SKIP() << "no wrestool";
-    const testfiles::TestFolder folder;
-    folder.write("scene.rsc", rsc::buildNeLibrary("SCENE", someResources()));
-    const std::string file = folder.at("scene.rsc").string();
-    const std::string list = outputOf("wrestool -l " + file + " 2>&1");
-    EXPECT_NE(list.find("--type='WAVE' --name=101 "), std::string::npos) << list;
-    EXPECT_NE(list.find("--type='ASEQ' --name=2001 "), std::string::npos) << list;
-    EXPECT_NE(list.find("--type=12 --name=32767 "), std::string::npos) << list;
-    const std::string sound = outputOf("wrestool -x --raw -t WAVE -n 101 " + file);
-    EXPECT_EQ(sound, std::string(33, '\1') + std::string(15, '\0'));
 }
 
 } // namespace

@@ -1,9 +1,10 @@
 #include "nfnt.h"
 
 #include "fontbuilder.h"
+#include "testfiles.h"
 #include "testfonts.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace {
 
@@ -12,6 +13,7 @@ using rsc::FontPlan;
 using rsc::Glyph;
 using rsc::Nfnt;
 using rsc::Refusal;
+using testing::HasSubstr;
 
 Bytes asBytes(const std::string& text) { return {text.begin(), text.end()}; }
 
@@ -91,10 +93,8 @@ TEST(Nfnt, ChoosesWhatStandsInForMissingCharacters) {
         {"one that texts have", dots({'?', 'a'}, "DEFAULT_CHAR 63\n"), {}, 'a' + 2, box},
         {"one left out", dots({'?', 'B'}, "DEFAULT_CHAR 63\n"), letters, 'B' + 2, dot},
         {"one that is not there", dots({'a'}, "DEFAULT_CHAR 63\n"), {}, 'a' + 2, box},
-        {"the last with room", dots({253}), {}, 255, box},
         {"its own place", dots({254}), {}, 255, dot},
         {"the last code", dots({255}), {}, 255, box},
-        {"the last two", dots({254, 255}), {}, 255, dot},
     };
     for (const Case& row : cases) {
         const Nfnt font = built(row.bdf, row.plan);
@@ -129,26 +129,20 @@ TEST(Nfnt, RefusesWhatItsFieldsCannotHold) {
     const std::string wide = "DWIDTH 255 0\nBBX 2 1 254 0";
     const Case cases[] = {
         {"DWIDTH 4 0", "DWIDTH 256 0", "the width of character 1 is 256, allowed is 0 to 255"},
-        {"DWIDTH 4 0", "DWIDTH -1 0", "the width of character 1 is -1"},
         {"BBX 2 1 1 0", "BBX 2 1 255 0", "the distance of character 3 from the leftmost edge"},
         {"DWIDTH 3 0\nBBX 2 1 1 0", wide, "the character 3 would count as missing"},
         {"BBX 2 1 1 0", "BBX 2 1 -40000 0", "the left edge of the pictures is -40000"},
         {"BBX 2 1 1 0", "BBX 2 1 1 40000", "the number of rows is 40002"},
         {"BBX 2 1 1 0", "BBX 2 1 1 32760", "the font is too large"},
         {"ENCODING 1", "ENCODING 1000", ""},
-        {"ENCODING 3", "ENCODING 256", ""},
     };
     for (const Case& row : cases) {
         std::string bdf = testfonts::kSmallBdf;
         bdf.replace(bdf.find(row.old), row.old.size(), row.now);
-        try {
-            (void)rsc::buildFont({}, asBytes(bdf));
-            EXPECT_EQ(row.text, "") << row.now;
-        } catch (const Refusal& refusal) {
-            ASSERT_FALSE(row.text.empty()) << refusal.what();
-            EXPECT_NE(std::string(refusal.what()).find(row.text), std::string::npos)
-                << refusal.what();
-        }
+        const std::string refusal =
+            testfiles::refusalOf([&] { (void)rsc::buildFont({}, asBytes(bdf)); });
+        EXPECT_EQ(refusal.empty(), row.text.empty()) << row.now;
+        EXPECT_THAT(refusal, HasSubstr(row.text));
     }
     Nfnt wideFont;
     wideFont.lastChar = 255;
@@ -182,13 +176,8 @@ TEST(Nfnt, RefusesDamage) {
     for (const Case& row : cases) {
         Bytes font = testfonts::kSmallNfnt;
         font[row.at] = row.value;
-        try {
-            (void)rsc::readNfnt(font);
-            ADD_FAILURE() << row.at << " was taken";
-        } catch (const Refusal& refusal) {
-            EXPECT_NE(std::string(refusal.what()).find(row.text), std::string::npos)
-                << row.at << ": " << refusal.what();
-        }
+        EXPECT_THAT(testfiles::refusalOf([&] { (void)rsc::readNfnt(font); }), HasSubstr(row.text))
+            << row.at;
     }
     for (std::size_t size = 0; size < testfonts::kSmallNfnt.size(); ++size)
         EXPECT_THROW((void)rsc::readNfnt(rsc::ByteSpan(testfonts::kSmallNfnt).first(size)),

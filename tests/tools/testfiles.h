@@ -2,15 +2,15 @@
 #pragma once
 
 #include "bytes.h"
-#include "platform/display.h"
+#include "platform/temporaryfolder.h"
+#include "refusal.h"
 
 #include <gtest/gtest.h>
 #include <png.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -54,37 +54,26 @@ inline rsc::Bytes indexedPng(int width, const rsc::Bytes& pixels,
 }
 
 /// A folder of its own that is removed at the end.
-class TestFolder {
-  public:
-    TestFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "zorbet-test-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        path_ = name;
-    }
-    ~TestFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    TestFolder(const TestFolder&) = delete;
-    TestFolder& operator=(const TestFolder&) = delete;
-
-    [[nodiscard]] std::filesystem::path at(const std::string& name) const { return path_ / name; }
-
+struct TestFolder : TemporaryFolder {
+    [[nodiscard]] std::filesystem::path at(const std::string& name) const { return path(name); }
     void write(const std::string& name, const rsc::Bytes& data) const {
-        std::ofstream(at(name), std::ios::binary)
-            .write(reinterpret_cast<const char*>(data.data()), std::ssize(data));
+        make(name, {data.begin(), data.end()});
     }
     void write(const std::string& name, std::string_view text) const {
-        write(name, rsc::Bytes(text.begin(), text.end()));
+        make(name, std::string(text));
     }
-    [[nodiscard]] std::string read(const std::string& name) const {
-        std::ifstream in(at(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-
-  private:
-    std::filesystem::path path_;
+    [[nodiscard]] std::string read(const std::string& name) const { return contents(name); }
 };
+
+/// "LINE: TEXT" of the refusal that a call ends with; empty when it does not.
+inline std::string refusalOf(const std::function<void()>& call) {
+    try {
+        call();
+        return {};
+    } catch (const rsc::Refusal& refusal) {
+        return std::to_string(refusal.line()) + ": " + refusal.what();
+    }
+}
 
 /// The names of all files in a folder, sorted.
 inline std::vector<std::string> namesIn(const std::filesystem::path& folder) {
