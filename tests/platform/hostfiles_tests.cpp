@@ -23,11 +23,8 @@ class HostFilesTest : public testing::Test {
     HostFilesTest() {
         folder_.makeFolder("game");
         folder_.makeFolder("cd");
-        files_ = std::make_unique<HostFiles>(options());
-    }
-
-    [[nodiscard]] HostOptions options() const {
-        return {folder_.path("game"), folder_.path("cd"), folder_.path("data/home")};
+        files_ = std::make_unique<HostFiles>(
+            HostOptions{folder_.path("game"), folder_.path("cd"), folder_.path("data/home")});
     }
 
     /// "C:\..." for a name in the temporary folder.
@@ -143,15 +140,14 @@ TEST_F(HostFilesTest, MakesTheHomeFolderWhenItIsWrittenTo) {
 }
 
 TEST_F(HostFilesTest, HasItsHomeInTheUsersDataFolder) {
-    const auto homeFor = [&](const std::string& data, const std::string& user) {
+    ::setenv("HOME", folder_.path("user").c_str(), 1);
+    const auto homeFor = [&](const std::string& data) {
         ::setenv("XDG_DATA_HOME", data.c_str(), 1);
-        ::setenv("HOME", user.c_str(), 1);
         return HostFiles({folder_.path("game"), "", ""}).homeDirectory();
     };
-    EXPECT_EQ(homeFor(folder_.path("xdg"), folder_.path()), full("xdg") + "\\zorbet");
-    const std::string usual = full("user") + "\\.local\\share\\zorbet";
-    EXPECT_EQ(homeFor("", folder_.path("user")), usual);
-    EXPECT_EQ(homeFor("relative", folder_.path("user")), usual);
+    EXPECT_EQ(homeFor(folder_.path("xdg")), full("xdg") + "\\zorbet");
+    for (const char* none : {"", "relative"})
+        EXPECT_EQ(homeFor(none), full("user") + "\\.local\\share\\zorbet");
 }
 
 TEST_F(HostFilesTest, ReadsInPieces) {
