@@ -76,7 +76,6 @@ using Driver = platform::HostDisplay::Driver;
 
 TEST_F(MachineChecksTest, EveryMachineIsRunOnOrRefusedAsItShould) {
     const Case cases[] = {
-        {.name = "all well", .mode = Mode::PopUp, .logged = "Using GDI\n"},
         {.name = "386",
          .lack = [](MemoryPlatform& c) { c.machine().intel386 = true; },
          .texts = {1010},
@@ -99,10 +98,6 @@ TEST_F(MachineChecksTest, EveryMachineIsRunOnOrRefusedAsItShould) {
          .mode = Mode::PopUp,
          .logged = "Current screen size is 800 X 600\nCurrent screen bit depth: 8\n"
                    "DirectDraw is available\nUsing GDI\n"},
-        {.name = "large and deep",
-         .screen = {800, 600, 16},
-         .texts = {1015, 1017},
-         .mode = Mode::PopUp},
         {.name = "deep", .screen = {640, 480, 32}, .texts = {1017}, .mode = Mode::PopUp},
         {.name = "shallow", .screen = {640, 480, 4}, .texts = {1018}},
         {.name = "narrow", .screen = {639, 600, 16}, .texts = {1016}},
@@ -112,12 +107,6 @@ TEST_F(MachineChecksTest, EveryMachineIsRunOnOrRefusedAsItShould) {
          .surfaces = true,
          .mode = Mode::PopUp,
          .logged = "Displaying in upper left corner using DirectDraw\n"},
-        {.name = "full screen",
-         .screen = {320, 200, 16},
-         .surfaces = true,
-         .fullScreen = true,
-         .mode = Mode::FullScreen,
-         .logged = "Displaying Full Screen using DirectDraw\n"},
         {.name = "no driver",
          .surfaces = true,
          .lack = [](MemoryPlatform& c) { c.display().setDriver(Driver::None); },

@@ -2,7 +2,6 @@
 
 #include "reportlines.h"
 #include "world/doors.h"
-#include "world/shuffle.h"
 
 #include <gmock/gmock.h>
 
@@ -15,7 +14,6 @@
 #include <string>
 #include <vector>
 
-using testing::ElementsAre;
 using testing::SizeIs;
 using world::Numbers;
 using world::PlayerRecord;
@@ -187,23 +185,6 @@ TEST(DoorsTest, SlotsAreDrawnAgainUnlessTheyAreVaried) {
     for (const Row& row : rows)
         EXPECT_EQ(world::isVaried(row.slots, row.patternCount), row.varied)
             << testing::PrintToString(row.slots);
-}
-
-// What the two different entries of each of the 2n exchanges lead to: half of all orders.
-TEST(ShuffleTest, LeadsToAllOrdersOfAnEvenNumberOfExchanges) {
-    std::set<std::vector<int>> orders;
-    std::vector<int> entries{1, 2, 3, 4};
-    for (int i = 0; i < 2000; ++i) {
-        world::shuffle(entries);
-        orders.insert(entries);
-    }
-    EXPECT_THAT(orders, SizeIs(12));
-    for (const auto& order : orders) EXPECT_TRUE(std::ranges::is_permutation(order, entries));
-
-    std::vector<int> one{5};
-    world::shuffle(one);
-    EXPECT_THAT(one, ElementsAre(5));
-    world::shuffle(std::span<int>());
 }
 
 } // namespace
