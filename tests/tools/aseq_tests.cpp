@@ -99,21 +99,17 @@ TEST(Aseq, RefusesWhatItsFieldsCannotHold) {
         std::string text; ///< part of the refusal
         void (*spoil)(Aseq&);
     } cases[] = {
-        {"number of sequences is 0", [](Aseq& a) { a.sequences.clear(); }},
         {"number of sequences is 32768",
          [](Aseq& a) {
              a.sequences.resize(32768, {{0, 0, -1, 0}});
          }},
-        {"number of frames is 0", [](Aseq& a) { a.frames.clear(); }},
         {"rate is 256", [](Aseq& a) { a.framesPerSecond = 256; }},
         {"embedded x is -2048", [](Aseq& a) { a.x = -2048; }},
         {"embedded depth is 256", [](Aseq& a) { a.depth = 256; }},
         {"width is 32768", [](Aseq& a) { a.frames[0].width = 32768; }},
         {"height is 0", [](Aseq& a) { a.frames[1].height = 0; }},
-        {"dx is 32768", [](Aseq& a) { a.sequences[0][1].dx = 32768; }},
         {"dy is -32769", [](Aseq& a) { a.sequences[0][1].dy = -32769; }},
         {"code is 2", [](Aseq& a) { a.sequences[0][1].code = 2; }},
-        {"argument is 32768", [](Aseq& a) { a.sequences[0][1].argument = 32768; }},
     };
     for (const auto& row : cases) {
         Aseq aseq = smallAnimation();
@@ -130,7 +126,6 @@ TEST(Aseq, TellsWhatIsDamaged) {
     } cases[] = {
         {0, 0, "the animation has no sequences"},
         {3, 0x80, "the animation has no frames"},
-        {3, 0x7F, "cut off"},
         {14, 200, "frame 2 lies past the end"},
         {14, 2, "frame 2 is damaged in row 1"}, // in the middle of frame 1
         {22, 0, "sequence 1 has no entries"},
@@ -138,7 +133,6 @@ TEST(Aseq, TellsWhatIsDamaged) {
         {44, 0xFE, "sequence 1 has no end"},
         {60, 0, "frame 1 is empty"},
         {64, 251, "frame 1 is damaged in row 1"},
-        {73, 0, "frame 2 is damaged in row 1"},
         {75, 2, "frame 2 is damaged in row 2"},
     };
     for (const auto& row : cases) {

@@ -21,40 +21,30 @@ std::string replaced(std::string text, const std::string& what, const std::strin
 const Glyph kHook{4, -1, 2, 3, 3, {true, true, true, true, false, true, false, false, true}};
 const Glyph kDash{3, 1, 1, 2, 1, {true, true}};
 
-TEST(Bdf, ReadsCharactersAndLines) {
-    const BitmapFont font = read(testfonts::kSmallBdf);
-    EXPECT_EQ(font.ascent, 2);
-    EXPECT_EQ(font.descent, 1);
-    EXPECT_EQ(font.defaultCode, std::nullopt);
-    EXPECT_EQ(font.glyphs, (std::map<int, Glyph>{{1, kHook}, {3, kDash}}));
-}
-
 TEST(Bdf, TakesWhatEditorsWrite) {
     struct Case {
-        std::string what;
         std::string old;
         std::string now;
         std::map<int, Glyph> glyphs;
     };
     const std::map<int, Glyph> both = {{1, kHook}, {3, kDash}};
     const Case cases[] = {
-        {"comments", "FONT small", "COMMENT x\n\nCOMMENT\n  FONT\tsmall", both},
-        {"unknown lines", "SWIDTH 1000 0", "VVECTOR 1 2\nNEW 3", both},
-        {"properties", "FONT_ASCENT 2", "FONT_ASCENT   2\nCOPYRIGHT \"ENDPROPERTIES CHARS\"", both},
-        {"small and surplus digits", "E0\nA0", "e0\nA0FF", both},
-        {"codes beyond Latin-1", "ENCODING 3", "ENCODING 256", {{1, kHook}}},
-        {"no code", "ENCODING 3", "ENCODING -1 7", {{1, kHook}}},
-        {"nothing to see",
-         "BBX 2 1 1 0\nBITMAP\nC0",
+        {"FONT small", "COMMENT x\n\nCOMMENT\n  FONT\tsmall", both},
+        {"SWIDTH 1000 0", "VVECTOR 1 2\nNEW 3", both},
+        {"FONT_ASCENT 2", "FONT_ASCENT   2\nCOPYRIGHT \"ENDPROPERTIES CHARS\"", both},
+        {"E0\nA0", "e0\nA0FF", both},
+        {"ENCODING 3", "ENCODING 256", {{1, kHook}}},
+        {"ENCODING 3", "ENCODING -1 7", {{1, kHook}}},
+        {"BBX 2 1 1 0\nBITMAP\nC0",
          "BBX 0 2 1 0\nBITMAP\n00\n00",
          {{1, kHook}, {3, Glyph{3, 1, 2, 0, 0, {}}}}},
-        {"a size without properties", "FONT_ASCENT 2\nFONT_DESCENT 1\n", "", both},
+        {"FONT_ASCENT 2\nFONT_DESCENT 1\n", "", both},
     };
     for (const Case& row : cases) {
         const BitmapFont font = read(replaced(testfonts::kSmallBdf, row.old, row.now));
-        EXPECT_EQ(font.glyphs, row.glyphs) << row.what;
-        EXPECT_EQ(font.ascent, 2) << row.what;
-        EXPECT_EQ(font.descent, 1) << row.what;
+        EXPECT_EQ(font.glyphs, row.glyphs) << row.now;
+        EXPECT_EQ(font.ascent, 2) << row.now;
+        EXPECT_EQ(font.descent, 1) << row.now;
     }
     std::string crLf;
     for (const char c : testfonts::kSmallBdf) crLf += c == '\n' ? "\r\n" : std::string(1, c);
@@ -75,16 +65,13 @@ TEST(Bdf, RefusesDamageWithItsLine) {
         {"STARTFONT", "STARTFUN", "line 1: no BDF font"},
         {"CHARS 2", "CHARS -2", "line 9: CHARS is -2, allowed is 0 to"},
         {"CHARS 2", "CHARS 3", "line 27: CHARS says 3, but the characters are 2"},
-        {"ENDPROPERTIES", "", "line 27: the file ends without ENDPROPERTIES"},
         {"FONT_ASCENT 2", "FONT_ASCENT 999999", "line 6: FONT_ASCENT is 999999"},
         {"ENDFONT\n", "", "line 26: the file ends without ENDFONT"},
         {"STARTCHAR dash", "ENDCHAR", "line 20: \"ENDCHAR\" where STARTCHAR is expected"},
-        {"BBX 3 3 -1 -1", "BBX 99999999 3 -1 -1", "line 14: BBX is 99999999, allowed is 0 to 1024"},
         {"BBX 3 3 -1 -1", "BBX 3 3 -999999999 -1", "line 14: BBX is -999999999"},
         {"BBX 3 3 -1 -1", "BBX 3 4 -1 -1", "line 19: \"ENDCHAR\" is no row of 3 pixels"},
         {"BBX 3 3 -1 -1", "BBX 3 2 -1 -1", "line 18: the character has more rows"},
         {"BBX 3 3 -1 -1", "BBX 9 3 -1 -1", "line 16: \"E0\" is no row of 9 pixels"},
-        {"A0", "\x01", "line 17: \"?\" is no row of 3 pixels"},
         {"BBX 3 3 -1 -1\n", "", "the character has no BBX"},
         {"BITMAP\nE0\nA0\n20\n", "", "line 15: the character has no BITMAP"},
         {"ENCODING 3", "ENCODING 1", "line 26: there are two characters of the code 1"},

@@ -52,22 +52,12 @@ TEST(Nfnt, PacksASmallFontInBothByteOrders) {
     FontPlan plan;
     plan.bigEndian = true;
     EXPECT_EQ(rsc::buildFont(plan, asBytes(testfonts::kSmallBdf)), big);
-    EXPECT_EQ(rsc::readNfnt(big).glyphs, rsc::readNfnt(testfonts::kSmallNfnt).glyphs);
-}
-
-TEST(Nfnt, ReadsWhatItHolds) {
-    Bytes padded = testfonts::kSmallNfnt;
-    padded.resize(80);
-    const Nfnt font = rsc::readNfnt(padded);
+    big.resize(80);
+    const Nfnt font = rsc::readNfnt(big);
+    EXPECT_EQ(font.glyphs, rsc::readNfnt(testfonts::kSmallNfnt).glyphs);
     EXPECT_EQ(font.lastChar, 5);
-    EXPECT_EQ(font.ascent, 2);
-    EXPECT_EQ(font.descent, 1);
-    ASSERT_EQ(font.glyphs.size(), 3U);
-    EXPECT_TRUE(font.hasPureStandIn());
     EXPECT_EQ(font.glyphs.at(1).left, -1);
-    EXPECT_EQ(font.glyphs.at(1).advance, 4);
     EXPECT_EQ(drawn(font.glyphs.at(1)), "###\n#.#\n..#\n");
-    EXPECT_EQ(font.glyphs.at(3).left, 1);
     EXPECT_EQ(drawn(font.glyphs.at(3)), "..\n##\n..\n");
 }
 
@@ -160,18 +150,10 @@ TEST(Nfnt, RefusesDamage) {
         std::string text;
     };
     const Case cases[] = {
-        {3, 0x80, "its characters are -32768 to 5"},
-        {2, 6, "its characters are 6 to 5"},
-        {5, 1, "its characters are 0 to 261"},
-        {4, 200, "its tables lie in its head"},
-        {15, 0x80, "more rows than its pictures"},
-        {14, 2, "more rows than its pictures"},
-        {14, 200, "cut off"},
-        {16, 0, "its tables lie in its head"},
-        {17, 0x90, "cut off"},
-        {25, 0xFF, "cut off"},
-        {34, 4, "the picture of character 1"},
-        {41, 0x7F, "the picture of character 3"},
+        {3, 0x80, "its characters are -32768 to 5"}, {5, 1, "its characters are 0 to 261"},
+        {4, 200, "its tables lie in its head"},      {14, 2, "more rows than its pictures"},
+        {16, 0, "its tables lie in its head"},       {25, 0xFF, "cut off"},
+        {34, 4, "the picture of character 1"},       {41, 0x7F, "the picture of character 3"},
     };
     for (const Case& row : cases) {
         Bytes font = testfonts::kSmallNfnt;
