@@ -12,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <span>
 #include <sstream>
 
@@ -22,19 +21,14 @@ namespace fs = std::filesystem;
 
 using rsc::Bytes;
 using rsc::Resource;
+using testfiles::asBytes;
+using testfiles::changed;
 using testfiles::ForeignResource;
+using testfiles::join;
 using testfiles::Rgba;
 using testfiles::TestFolder;
 
 constexpr std::uint16_t kNumber = 0x8000; ///< mark of an id
-
-Bytes asBytes(std::string_view text) { return {text.begin(), text.end()}; }
-
-Bytes join(std::initializer_list<Bytes> parts) {
-    Bytes all;
-    for (const Bytes& part : parts) all.insert(all.end(), part.begin(), part.end());
-    return all;
-}
 
 Bytes riffSound(std::size_t samples) {
     const auto numbers = [](std::initializer_list<std::size_t> values) {
@@ -65,12 +59,12 @@ rsc::Aseq smallAnimation() {
     return aseq;
 }
 
-/// What stands in a library made elsewhere and how its manifest names it.
+/// What stands in a library and how its manifest names it.
 struct RawCase {
     std::string what;
     std::string type;
     Bytes bytes;
-    std::string line;
+    std::string line; ///< ".EXTENSION": it is a file as it is
 };
 
 class Extract : public testing::Test {
@@ -99,14 +93,16 @@ class Extract : public testing::Test {
     }
 
     /// Libraries of ours that hold just one resource, of the id 1.
-    void expectLines(const std::string& name, std::span<const RawCase> cases) {
+    void expectLines(const std::string& name, const std::string& moduleName,
+                     std::span<const RawCase> cases) {
         for (const RawCase& row : cases) {
             SCOPED_TRACE(row.what);
             const std::vector<Resource> resources = {{row.type, 1, row.bytes}};
-            std::string module = name;
-            for (char& c : module) c = static_cast<char>(std::toupper(c));
-            expectRoundTrip(name + ".rsc", rsc::buildNeLibrary(module, resources));
-            EXPECT_TRUE(manifestSays(row.line)) << manifest();
+            expectRoundTrip(name + ".rsc", rsc::buildNeLibrary(moduleName, resources));
+            EXPECT_TRUE(manifestSays(row.line[0] == '.' ? "    file " + row.type + " 1 " + name +
+                                                              "/" + row.type + "-1" + row.line
+                                                        : row.line))
+                << manifest();
             EXPECT_FALSE(manifestSays("    layout " + name + "/library.layout"));
         }
     }
@@ -232,9 +228,8 @@ TEST_F(ExtractEverything, IsPackedAgainToTheSameBytes) {
           "        place 2048 -2047", "        place -5 300 7", "        crop no",
           "    use night-101", "    file TEXT 1 scene_1/TEXT-1.bin", "    font 5 night/NFNT-5.bdf",
           "        bytes big", "        leading 2", "    font 7 night/NFNT-7.bdf",
-          "    font 8 night/NFNT-8.bdf", "    file CURSOR 1 cursors/CURSOR-1.bin",
-          "    cursor 2 cursors/CURSOR-2.png 3 2", "    file wave 7 night/wave-7.bin",
-          "    file \"#16\" 1 cursors/_16-1.bin"})
+          "    font 8 night/NFNT-8.bdf", ".bin", "    cursor 2 cursors/CURSOR-2.png 3 2",
+          "    file wave 7 night/wave-7.bin", "    file \"#16\" 1 cursors/_16-1.bin"})
         EXPECT_TRUE(manifestSays(line)) << line << " in\n" << manifest();
     EXPECT_EQ(folder_.read("out/scene_1/WAVE-7.wav"), folder_.read("buzz.wav"));
 }
@@ -260,11 +255,6 @@ rsc::Aseq withRows(const Bytes& rows) {
     return aseq;
 }
 
-Bytes changed(Bytes bytes, std::size_t at, std::uint8_t value) {
-    bytes.at(at) = value;
-    return bytes;
-}
-
 TEST_F(Extract, LeavesAsItIsWhatPicturesCannotTell) {
     const Bytes small = rsc::writeAseq(smallAnimation());
     static const Bytes otherRuns = {1, 5, 0, 1, 255, 7, 1};
@@ -272,31 +262,31 @@ TEST_F(Extract, LeavesAsItIsWhatPicturesCannotTell) {
     unused.sequences[0][2] = {0, 0, -1, 0};
     rsc::Aseq noFrames = smallAnimation();
     noFrames.sequences.push_back({{0, 0, -1, 0}});
+    const Bytes swapped = {0, 1, 0, 1, 8, 1, 0, 0, 0, 0, 0,    0,    0, 0, 0, 0, 0, 0, 0, 2, 0, 0,
+                           0, 0, 0, 0, 0, 9, 0, 0, 0, 0, 0xFF, 0xFF, 0, 0, 0, 0, 0, 1, 0, 1, 1, 5};
     Bytes cutSound = riffSound(0);
     cutSound.resize(32);
     Bytes palette = rsc::Palette::fromColours({}).resource();
     const RawCase cases[] = {
         {"an animation of ours", "ASEQ", small, "        frame a/ASEQ-1.png"},
-        {"other runs", "ASEQ", rsc::writeAseq(withRows(otherRuns)), "    file ASEQ 1 a/ASEQ-1.bin"},
-        {"an end in between", "ASEQ", rsc::writeAseq(unused), "    file ASEQ 1 a/ASEQ-1.bin"},
-        {"no frames", "ASEQ", rsc::writeAseq(noFrames), "    file ASEQ 1 a/ASEQ-1.bin"},
-        {"bytes behind it", "ASEQ", join({small, {0, 0, 1}}), "    file ASEQ 1 a/ASEQ-1.bin"},
-        {"reserved bytes", "ASEQ", changed(small, 7, 1), "    file ASEQ 1 a/ASEQ-1.bin"},
+        {"other runs", "ASEQ", rsc::writeAseq(withRows(otherRuns)), ".bin"},
+        {"an end in between", "ASEQ", rsc::writeAseq(unused), ".bin"},
+        {"no frames", "ASEQ", rsc::writeAseq(noFrames), ".bin"},
+        {"big-endian", "ASEQ", swapped, ".bin"},
+        {"bytes behind it", "ASEQ", join({small, {0, 0, 1}}), ".bin"},
+        {"reserved bytes", "ASEQ", changed(small, 7, 1), ".bin"},
         {"a font of ours", "NFNT", testfonts::kSmallNfnt, "    font 1 a/NFNT-1.bdf"},
-        {"another type of font", "NFNT", changed(testfonts::kSmallNfnt, 1, 0xB0),
-         "    file NFNT 1 a/NFNT-1.bin"},
-        {"another first character", "NFNT", changed(testfonts::kSmallNfnt, 2, 1),
-         "    file NFNT 1 a/NFNT-1.bin"},
-        {"no stand-in", "NFNT", changed(testfonts::kSmallNfnt, 56, 0xFF),
-         "    file NFNT 1 a/NFNT-1.bin"},
+        {"another type of font", "NFNT", changed(testfonts::kSmallNfnt, 1, 0xB0), ".bin"},
+        {"another first character", "NFNT", changed(testfonts::kSmallNfnt, 2, 1), ".bin"},
+        {"no stand-in", "NFNT", changed(testfonts::kSmallNfnt, 56, 0xFF), ".bin"},
         {"a palette of ours", "RRGB", palette, "    colours 1 a-1"},
-        {"high bytes", "RRGB", changed(palette, 601, 7), "    file RRGB 1 a/RRGB-1.bin"},
-        {"other fixed colours", "RRGB", changed(palette, 0, 7), "    file RRGB 1 a/RRGB-1.bin"},
-        {"a sound cut off", "WAVE", cutSound, "    file WAVE 1 a/WAVE-1.wav"},
-        {"nothing of a sound", "WAVE", Bytes(21, 0), "    file WAVE 1 a/WAVE-1.bin"},
-        {"the head of a sound", "WAVE", macSound({}, 200), "    file WAVE 1 a/WAVE-1.snd"},
+        {"high bytes", "RRGB", changed(palette, 601, 7), ".bin"},
+        {"other fixed colours", "RRGB", changed(palette, 0, 7), ".bin"},
+        {"a sound cut off", "WAVE", cutSound, ".wav"},
+        {"nothing of a sound", "WAVE", Bytes(21, 0), ".bin"},
+        {"the head of a sound", "WAVE", macSound({}, 200), ".snd"},
     };
-    expectLines("a", cases);
+    expectLines("a", "A", cases);
 }
 
 TEST_F(Extract, KeepsCursorsThatPicturesCannotTell) {
@@ -308,15 +298,13 @@ TEST_F(Extract, KeepsCursorsThatPicturesCannotTell) {
         join({{0, 0, 2, 0, 2, 0}, entry, entry, Bytes(ours.begin() + 22, ours.end())});
     const RawCase cases[] = {
         {"one of ours", "CURSOR", ours, "    cursor 1 cursors/CURSOR-1.png 0 0"},
-        {"two pictures", "CURSOR", two, "    file CURSOR 1 cursors/CURSOR-1.cur"},
-        {"another depth", "CURSOR", changed(ours, 36, 1), "    file CURSOR 1 cursors/CURSOR-1.cur"},
-        {"an inverting pixel", "CURSOR", changed(ours, ours.size() - 4, 0x80),
-         "    file CURSOR 1 cursors/CURSOR-1.cur"},
-        {"bytes behind it", "CURSOR", join({ours, {0, 1}}),
-         "    file CURSOR 1 cursors/CURSOR-1.cur"},
-        {"something else", "CURSOR", {1, 2, 3}, "    file CURSOR 1 cursors/CURSOR-1.bin"},
+        {"two pictures", "CURSOR", two, ".cur"},
+        {"another depth", "CURSOR", changed(ours, 36, 1), ".cur"},
+        {"an inverting pixel", "CURSOR", changed(ours, ours.size() - 4, 0x80), ".cur"},
+        {"bytes behind it", "CURSOR", join({ours, {0, 1}}), ".cur"},
+        {"something else", "CURSOR", {1, 2, 3}, ".bin"},
     };
-    expectLines("cursors", cases);
+    expectLines("cursors", "CURSORS", cases);
 }
 
 std::vector<ForeignResource> strangeResources() {

@@ -52,12 +52,6 @@ class MpsCheckTest : public testing::Test {
     testfiles::TestFolder folder_;
 };
 
-TEST_F(MpsCheckTest, SoundScriptsAreSilent) {
-    EXPECT_EQ(checkText("; a comment\nx=1\nif x>0\n[\nScene 100\n]\nelse\nLogMessage no\n", 0), "");
-    put("b.mps", "x=RAnyClass 1 2\r\nset x anything y\r\n");
-    EXPECT_EQ(check({"a.mps", "b.mps"}, 0), "");
-}
-
 TEST_F(MpsCheckTest, EveryErrorIsToldInItsPlace) {
     EXPECT_EQ(checkText("dance\n"
                         "say \"open\n"
@@ -80,6 +74,7 @@ TEST_F(MpsCheckTest, EveryErrorIsToldInItsPlace) {
               "@/a.mps:2: a quote is not closed: \"\xC3\xA9 [2J end\n"
               "@/a.mps:3: last is undefined\n");
     EXPECT_EQ(checkText("x=1\rfirst\r"), "@/a.mps:2: first is undefined\n");
+    EXPECT_EQ(checkText("; a comment\nx=1\nif x>0\n[\nScene 100\n]\nelse\nLogMessage no\n", 0), "");
 }
 
 TEST_F(MpsCheckTest, EachScriptHasVariablesOfItsOwn) {

@@ -13,9 +13,8 @@ using rsc::FontPlan;
 using rsc::Glyph;
 using rsc::Nfnt;
 using rsc::Refusal;
+using testfiles::asBytes;
 using testing::HasSubstr;
-
-Bytes asBytes(const std::string& text) { return {text.begin(), text.end()}; }
 
 /// A BDF font whose characters of these codes are dots.
 std::string dots(const std::vector<int>& codes, const std::string& properties = {}) {
@@ -69,28 +68,27 @@ TEST(Nfnt, ChoosesWhatStandsInForMissingCharacters) {
     letters.chars.emplace();
     for (std::size_t code = 'A'; code <= 'Z'; ++code) letters.chars->set(code);
     struct Case {
-        std::string what;
         std::string bdf;
         FontPlan plan;
         int lastChar;
         std::string standIn;
     };
     const Case cases[] = {
-        {"a few letters", dots({'a', 'b'}), {}, 'b' + 2, box},
-        {"capitals", dots({'H', 'a'}), {}, 'a' + 2, dot},
-        {"an own one beyond Latin-1", dots({'a', 300}, "DEFAULT_CHAR 300\n"), {}, 'a' + 2, dot},
-        {"a control code", dots({0, 'a'}, "DEFAULT_CHAR 0\n"), {}, 'a' + 2, dot},
-        {"one that texts have", dots({'?', 'a'}, "DEFAULT_CHAR 63\n"), {}, 'a' + 2, box},
-        {"one left out", dots({'?', 'B'}, "DEFAULT_CHAR 63\n"), letters, 'B' + 2, dot},
-        {"one that is not there", dots({'a'}, "DEFAULT_CHAR 63\n"), {}, 'a' + 2, box},
-        {"its own place", dots({254}), {}, 255, dot},
-        {"the last code", dots({255}), {}, 255, box},
+        {dots({'a', 'b'}), {}, 'b' + 2, box},
+        {dots({'H', 'a'}), {}, 'a' + 2, dot},
+        {dots({'a', 300}, "DEFAULT_CHAR 300\n"), {}, 'a' + 2, dot},
+        {dots({0, 'a'}, "DEFAULT_CHAR 0\n"), {}, 'a' + 2, dot},
+        {dots({'?', 'a'}, "DEFAULT_CHAR 63\n"), {}, 'a' + 2, box},
+        {dots({'?', 'B'}, "DEFAULT_CHAR 63\n"), letters, 'B' + 2, dot},
+        {dots({'a'}, "DEFAULT_CHAR 63\n"), {}, 'a' + 2, box},
+        {dots({254}), {}, 255, dot},
+        {dots({255}), {}, 255, box},
     };
     for (const Case& row : cases) {
         const Nfnt font = built(row.bdf, row.plan);
-        EXPECT_EQ(font.lastChar, row.lastChar) << row.what;
-        ASSERT_TRUE(font.glyphs.contains(font.standInCode())) << row.what;
-        EXPECT_EQ(drawn(font.glyphs.at(font.standInCode())), row.standIn) << row.what;
+        EXPECT_EQ(font.lastChar, row.lastChar) << row.bdf;
+        ASSERT_TRUE(font.glyphs.contains(font.standInCode())) << row.bdf;
+        EXPECT_EQ(drawn(font.glyphs.at(font.standInCode())), row.standIn) << row.bdf;
     }
 }
 
@@ -156,8 +154,7 @@ TEST(Nfnt, RefusesDamage) {
         {34, 4, "the picture of character 1"},       {41, 0x7F, "the picture of character 3"},
     };
     for (const Case& row : cases) {
-        Bytes font = testfonts::kSmallNfnt;
-        font[row.at] = row.value;
+        const Bytes font = testfiles::changed(testfonts::kSmallNfnt, row.at, row.value);
         EXPECT_THAT(testfiles::refusalOf([&] { (void)rsc::readNfnt(font); }), HasSubstr(row.text))
             << row.at;
     }

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -51,6 +52,19 @@ inline rsc::Bytes indexedPng(int width, const rsc::Bytes& pixels,
     png_image image = pngImage(width, pixels.size(), PNG_FORMAT_RGBA_COLORMAP);
     image.colormap_entries = static_cast<png_uint_32>(palette.size());
     return writePng(image, pixels.data(), palette.data());
+}
+
+inline rsc::Bytes asBytes(std::string_view text) { return {text.begin(), text.end()}; }
+
+inline rsc::Bytes join(std::initializer_list<rsc::Bytes> parts) {
+    rsc::Bytes all;
+    for (const rsc::Bytes& part : parts) all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
+
+inline rsc::Bytes changed(rsc::Bytes bytes, std::size_t at, std::uint8_t value) {
+    bytes.at(at) = value;
+    return bytes;
 }
 
 /// A folder of its own that is removed at the end.
