@@ -11,7 +11,6 @@ namespace {
 using rsc::Aseq;
 using rsc::AseqEntry;
 using rsc::Bytes;
-using rsc::Refusal;
 using testfiles::join;
 using testfiles::refusalOf;
 using testing::HasSubstr;
@@ -106,11 +105,7 @@ TEST(Aseq, RefusesWhatItsFieldsCannotHold) {
 }
 
 TEST(Aseq, TellsWhatIsDamaged) {
-    const struct {
-        std::size_t at;
-        std::uint8_t value;
-        std::string text;
-    } cases[] = {
+    const std::vector<testfiles::Damage> damages = {
         {0, 0, "the animation has no sequences"},
         {3, 0x80, "the animation has no frames"},
         {14, 200, "frame 2 lies past the end"},
@@ -122,14 +117,8 @@ TEST(Aseq, TellsWhatIsDamaged) {
         {64, 251, "frame 1 is damaged in row 1"},
         {75, 2, "frame 2 is damaged in row 2"},
     };
-    for (const auto& row : cases) {
-        const Bytes damaged = testfiles::changed(kSmallBytes, row.at, row.value);
-        EXPECT_THAT(refusalOf([&] { (void)rsc::readAseq(damaged); }), HasSubstr(row.text));
-    }
-    for (std::size_t size = 0; size < kSmallBytes.size(); ++size) {
-        const Bytes part(kSmallBytes.begin(), kSmallBytes.begin() + static_cast<long>(size));
-        EXPECT_THROW((void)rsc::readAseq(part), Refusal) << size;
-    }
+    testfiles::expectRefused(kSmallBytes, damages,
+                             [](const Bytes& data) { (void)rsc::readAseq(data); });
 }
 
 /// A hundred frames, `step` bytes apart, in data that reads as a frame of 257 rows at every sixth

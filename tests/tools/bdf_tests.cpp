@@ -11,12 +11,9 @@ using rsc::BitmapFont;
 using rsc::Bytes;
 using rsc::Glyph;
 using rsc::Refusal;
+using testfiles::replaced;
 
 BitmapFont read(const std::string& text) { return rsc::readBdf(Bytes(text.begin(), text.end())); }
-
-std::string replaced(std::string text, const std::string& what, const std::string& by) {
-    return text.replace(text.find(what), what.size(), by);
-}
 
 const Glyph kHook{4, -1, 2, 3, 3, {true, true, true, true, false, true, false, false, true}};
 const Glyph kDash{3, 1, 1, 2, 1, {true, true}};
@@ -56,12 +53,7 @@ TEST(Bdf, TakesWhatEditorsWrite) {
 }
 
 TEST(Bdf, RefusesDamageWithItsLine) {
-    struct Case {
-        std::string old;
-        std::string now;
-        std::string text;
-    };
-    const Case cases[] = {
+    const std::vector<testfiles::Change> cases = {
         {"STARTFONT", "STARTFUN", "line 1: no BDF font"},
         {"CHARS 2", "CHARS -2", "line 9: CHARS is -2, allowed is 0 to"},
         {"CHARS 2", "CHARS 3", "line 27: CHARS says 3, but the characters are 2"},
@@ -77,12 +69,7 @@ TEST(Bdf, RefusesDamageWithItsLine) {
         {"ENCODING 3", "ENCODING 1", "line 26: there are two characters of the code 1"},
         {"DWIDTH 4 0", "DWIDTH four 0", "line 13: DWIDTH: \"four\" is no number"},
     };
-    for (const Case& row : cases) {
-        EXPECT_THAT(testfiles::refusalOf(
-                        [&] { (void)read(replaced(testfonts::kSmallBdf, row.old, row.now)); }),
-                    testing::HasSubstr(row.text))
-            << row.now;
-    }
+    testfiles::expectRefused(testfonts::kSmallBdf, cases, read);
     for (std::size_t size = 0; size + 1 < testfonts::kSmallBdf.size(); ++size)
         EXPECT_THROW((void)read(testfonts::kSmallBdf.substr(0, size)), Refusal)
             << "cut off at " << size;

@@ -4,16 +4,12 @@
 #include "cursor.h"
 #include "foreignlibrary.h"
 #include "nelibrary.h"
-#include "pack.h"
 #include "palette.h"
 #include "picture.h"
-#include "testfiles.h"
 #include "testfonts.h"
-
-#include <gtest/gtest.h>
+#include "tooltest.h"
 
 #include <span>
-#include <sstream>
 
 namespace {
 
@@ -26,7 +22,6 @@ using testfiles::changed;
 using testfiles::ForeignResource;
 using testfiles::join;
 using testfiles::Rgba;
-using testfiles::TestFolder;
 
 constexpr std::uint16_t kNumber = 0x8000; ///< mark of an id
 
@@ -67,18 +62,12 @@ struct RawCase {
     std::string line; ///< ".EXTENSION": it is a file as it is
 };
 
-class Extract : public testing::Test {
+class Extract : public testfiles::ToolTest {
   protected:
     int extract(const std::vector<std::string>& files, rsc::ExtractOptions options = {}) {
-        for (const std::string& file : files) options.files.push_back(folder_.at(file));
+        options.files = paths(files);
         if (options.folder.empty()) options.folder = folder_.at("out");
         return run([&](auto& out, auto& errors) { return rsc::runExtract(options, out, errors); });
-    }
-
-    int pack(const std::string& manifest, const std::string& to) {
-        return run([&](auto&, auto& errors) {
-            return rsc::runPack({folder_.at(manifest), folder_.at(to)}, errors);
-        });
     }
 
     /// Unpacks a library "in/NAME" and packs it again; whether the bytes are the same.
@@ -110,21 +99,6 @@ class Extract : public testing::Test {
     [[nodiscard]] std::string manifest() const { return folder_.read("out/resources.manifest"); }
     [[nodiscard]] bool manifestSays(const std::string& line) const {
         return manifest().find(line + "\n") != std::string::npos;
-    }
-
-    TestFolder folder_;
-    std::string out_;
-    std::string errors_;
-
-  private:
-    template <class Command>
-    int run(Command command) {
-        std::ostringstream out;
-        std::ostringstream errors;
-        const int code = command(out, errors);
-        out_ = out.str();
-        errors_ = errors.str();
-        return code;
     }
 };
 

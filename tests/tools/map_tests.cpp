@@ -3,11 +3,7 @@
 #include "aseq.h"
 #include "foreignlibrary.h"
 #include "nelibrary.h"
-#include "testfiles.h"
-
-#include <gmock/gmock.h>
-
-#include <sstream>
+#include "tooltest.h"
 
 namespace {
 
@@ -32,15 +28,12 @@ constexpr std::string_view kSounds = "AO: 2001\tSequence: 1\tSound: 7\n"
                                      "AO: 3\tSequence: 3\tSound: 9\n"
                                      "AO: 3\tSequence: 3\tSound: 7\n";
 
-class Map : public testing::Test {
+class Map : public testfiles::ToolTest {
   protected:
     Map() {
-        const std::vector<Resource> scene = {{"WAVE", 7, {1}}, {"ASEQ", 2001, soundAnimation()}};
-        const std::vector<Resource> more = {{"ASEQ", 3, soundAnimation()}, {"WAVE", 9, {1}}};
-        const std::vector<Resource> cursors = {{"CURSOR", 1, {1}}};
-        write("SCENE.RSC", scene);
-        write("more.rsc", more);
-        write("cursors.rsc", cursors);
+        write("SCENE.RSC", {{"WAVE", 7, {1}}, {"ASEQ", 2001, soundAnimation()}});
+        write("more.rsc", {{"ASEQ", 3, soundAnimation()}, {"WAVE", 9, {1}}});
+        write("cursors.rsc", {{"CURSOR", 1, {1}}});
     }
 
     void write(const std::string& name, const std::vector<Resource>& resources) {
@@ -49,16 +42,9 @@ class Map : public testing::Test {
 
     int map(const std::vector<std::string>& files, const std::string& to, bool audio = false,
             const std::string& name = "MINE") {
-        rsc::MapOptions options{{}, folder_.at(to), name, audio};
-        for (const std::string& file : files) options.files.push_back(folder_.at(file));
-        std::ostringstream errors;
-        const int code = rsc::runMap(options, errors);
-        errors_ = errors.str();
-        return code;
+        const rsc::MapOptions options{paths(files), folder_.at(to), name, audio};
+        return run([&](auto&, auto& errors) { return rsc::runMap(options, errors); });
     }
-
-    testfiles::TestFolder folder_;
-    std::string errors_;
 };
 
 TEST_F(Map, DescribesLibrariesInTheirOrder) {
@@ -88,28 +74,24 @@ TEST_F(Map, RefusesWhatTheGameWouldNotFind) {
         "twice.rsc",
         testfiles::foreignLibrary(
             4, {{"WAVE", kNumber | 1, "", 0, 1}, {"WAVE", kNumber | 1, "", 0, 1}}, Bytes(16)));
-    write("hand.rsc", {{"CURSOR", 1, {1}}});
     write("bad.rsc", {{"ASEQ", 1, {1}}});
-    struct Case {
-        std::vector<std::string> files;
-        std::string name;
-        std::string text;
+    write("hand.rsc", {{"CURSOR", 1, {1}}});
+    const std::pair<std::string, std::string> cases[] = {
+        {"type.rsc", ": WAVES cannot stand in a map"},
+        {"control.rsc", ": A?BC 1 cannot stand in a map"},
+        {"zero.rsc", ": WAVE 0 cannot stand in a map"},
+        {"name.rsc", ": WAVE NAME cannot stand in a map"},
+        {"twice.rsc", ": WAVE 1 is there twice"},
+        {"hand.rsc", ": CURSOR cannot stand in a map"},
+        {"bad.rsc", ": ASEQ 1: the animation has no frames"},
     };
-    const Case cases[] = {
-        {{"type.rsc"}, "MINE", "type.rsc: WAVES cannot stand in a map"},
-        {{"control.rsc"}, "MINE", "control.rsc: A?BC 1 cannot stand in a map"},
-        {{"zero.rsc"}, "MINE", "zero.rsc: WAVE 0 cannot stand in a map"},
-        {{"name.rsc"}, "MINE", "name.rsc: WAVE NAME cannot stand in a map"},
-        {{"twice.rsc"}, "MINE", "twice.rsc: WAVE 1 is there twice"},
-        {{"hand.rsc"}, "MINE", "hand.rsc: CURSOR cannot stand in a map"},
-        {{"bad.rsc"}, "MINE", "bad.rsc: ASEQ 1: the animation has no frames"},
-        {{"more.rsc"}, std::string(40, 'x'), "1 to 39 characters"},
-    };
-    for (const Case& row : cases) {
-        EXPECT_EQ(map(row.files, "maps", true, row.name), 1) << row.text;
-        EXPECT_NE(errors_.find(row.text), std::string::npos) << errors_;
-        EXPECT_FALSE(std::filesystem::exists(folder_.at("maps")));
+    for (const auto& [file, text] : cases) {
+        EXPECT_EQ(map({file}, "maps", true), 1);
+        EXPECT_THAT(errors_, testing::HasSubstr(file + text));
     }
+    EXPECT_EQ(map({"more.rsc"}, "maps", true, std::string(40, 'x')), 1);
+    EXPECT_THAT(errors_, testing::HasSubstr("1 to 39 characters"));
+    EXPECT_FALSE(std::filesystem::exists(folder_.at("maps")));
 }
 
 } // namespace

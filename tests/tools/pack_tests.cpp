@@ -1,18 +1,12 @@
 #include "list.h"
 #include "nelibrary.h"
-#include "pack.h"
-#include "testfiles.h"
 #include "testfonts.h"
-
-#include <gmock/gmock.h>
-
-#include <sstream>
+#include "tooltest.h"
 
 namespace {
 
 using rsc::Bytes;
 using testfiles::Rgba;
-using testfiles::TestFolder;
 
 constexpr std::string_view kManifest = R"(
 palette meadow
@@ -38,7 +32,7 @@ library cursors.rsc
     cursor 2 bee1.png 1 0
 )";
 
-class Pack : public testing::Test {
+class Pack : public testfiles::ToolTest {
   protected:
     Pack() {
         constexpr Rgba kGrass{40, 160, 60, 255};
@@ -53,27 +47,13 @@ class Pack : public testing::Test {
         folder_.write("game.txt", kManifest);
     }
 
-    int pack(const std::string& to = "out") {
-        std::ostringstream errors;
-        const int code = rsc::runPack({folder_.at("game.txt"), folder_.at(to)}, errors);
-        errors_ = errors.str();
-        return code;
-    }
-
-    int list(const std::vector<std::filesystem::path>& files) {
-        std::ostringstream out;
-        std::ostringstream errors;
-        const int code = rsc::runList(files, out, errors);
-        out_ = out.str();
-        errors_ = errors.str();
-        return code;
+    int pack(const std::string& to = "out") { return ToolTest::pack("game.txt", to); }
+    int list(const std::vector<std::string>& files) {
+        return run(
+            [&](auto& out, auto& errors) { return rsc::runList(paths(files), out, errors); });
     }
 
     [[nodiscard]] std::string manifestName() const { return folder_.at("game.txt").string(); }
-
-    TestFolder folder_;
-    std::string out_;
-    std::string errors_;
 };
 
 TEST_F(Pack, BuildsLibrariesAndTheirMap) {
@@ -83,16 +63,16 @@ TEST_F(Pack, BuildsLibrariesAndTheirMap) {
               "meadow.rsc\nRRGB 100\nASEQ 100\nASEQ 2001\nENDFILE\n"
               "sounds.rsc\nWAVE 101\nWAVE 102\nENDFILE\n"
               "fonts.rsc\nNFNT 10\nENDFILE\n");
-    EXPECT_EQ(list({folder_.at("out/meadow.rsc")}), 0) << errors_;
+    EXPECT_EQ(list({"out/meadow.rsc"}), 0) << errors_;
     EXPECT_EQ(out_, "RRGB     100      1536       240\n"
                     "ASEQ     100        96      1776  1 frame, 1 sequence, 8x8\n"
                     "ASEQ    2001       128      1872  2 frames, 2 sequences, 2x2\n");
-    EXPECT_EQ(list({folder_.at("out/cursors.rsc"), folder_.at("out/sounds.rsc")}), 0) << errors_;
+    EXPECT_EQ(list({"out/cursors.rsc", "out/sounds.rsc"}), 0) << errors_;
     EXPECT_NE(out_.find("cursors.rsc:\nCURSOR     1        16       208\n"
                         "CURSOR     2        96       224  2x2, hot spot 1 0\n"),
               std::string::npos)
         << out_;
-    EXPECT_EQ(list({folder_.at("out/fonts.rsc")}), 0) << errors_;
+    EXPECT_EQ(list({"out/fonts.rsc"}), 0) << errors_;
     EXPECT_EQ(out_, "NFNT      10        64       208  2 characters, 2+1 rows\n");
 }
 
@@ -160,7 +140,7 @@ TEST_F(Pack, ListsDamagedLibrariesAndGoesOn) {
                                                   {"CURSOR", 8, {0, 0, 2, 0, 1, 0}},
                                                   {"WAVE", 6, {1}}};
     folder_.write("bad.rsc", rsc::buildNeLibrary("BAD", resources));
-    EXPECT_EQ(list({folder_.at("no.rsc"), folder_.at("gone.rsc"), folder_.at("bad.rsc")}), 1);
+    EXPECT_EQ(list({"no.rsc", "gone.rsc", "bad.rsc"}), 1);
     for (const char* told :
          {"no.rsc: no resource library", "gone.rsc: cannot be read: No such file",
           "bad.rsc: ASEQ 5: ", "bad.rsc: NFNT 7: the font is cut off", "bad.rsc: CURSOR 8: "})

@@ -5,7 +5,7 @@
 #include "platform/temporaryfolder.h"
 #include "refusal.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <png.h>
 
 #include <algorithm>
@@ -86,6 +86,44 @@ inline std::string refusalOf(const std::function<void()>& call) {
         return {};
     } catch (const rsc::Refusal& refusal) {
         return std::to_string(refusal.line()) + ": " + refusal.what();
+    }
+}
+
+struct Damage {
+    std::size_t at;
+    std::uint8_t value;
+    std::string text; ///< part of the refusal
+};
+struct Change {
+    std::string old;
+    std::string now;
+    std::string text; ///< part of the refusal; empty: it is taken
+};
+
+inline std::string replaced(std::string text, const std::string& old, const std::string& now) {
+    return text.replace(text.find(old), old.size(), now);
+}
+
+/// Data are refused with any one of these bytes, and when they are cut off anywhere.
+inline void expectRefused(const rsc::Bytes& data, const std::vector<Damage>& damages,
+                          const std::function<void(const rsc::Bytes&)>& read) {
+    for (const Damage& row : damages)
+        EXPECT_THAT(refusalOf([&] { read(changed(data, row.at, row.value)); }),
+                    testing::HasSubstr(row.text))
+            << row.at;
+    for (std::size_t size = 0; size < data.size(); ++size)
+        EXPECT_THROW(read(rsc::Bytes(data.begin(), data.begin() + static_cast<long>(size))),
+                     rsc::Refusal)
+            << size;
+}
+
+/// A text is refused with any one of these changes.
+inline void expectRefused(const std::string& text, const std::vector<Change>& changes,
+                          const std::function<void(const std::string&)>& read) {
+    for (const Change& row : changes) {
+        const std::string refusal = refusalOf([&] { read(replaced(text, row.old, row.now)); });
+        EXPECT_EQ(refusal.empty(), row.text.empty()) << row.now;
+        EXPECT_THAT(refusal, testing::HasSubstr(row.text)) << row.now;
     }
 }
 
