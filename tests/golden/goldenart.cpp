@@ -216,15 +216,13 @@ Animation button() {
 
 /// Six frames, each with one cell more.
 Animation gauge() {
-    return {.frames = {drawn({"ckkkkk"}, 12), drawn({"cckkkk"}, 12), drawn({"ccckkk"}, 12),
-                       drawn({"cccckk"}, 12), drawn({"ccccck"}, 12), drawn({"cccccc"}, 12)},
-            .sequences = {{{0, 0, 0, 100},
-                           {0, 0, 1, 100},
-                           {0, 0, 2, 100},
-                           {0, 0, 3, 100},
-                           {0, 0, 4, 100},
-                           {0, 0, 5, 100},
-                           {0, 0, kEnd, 0}}}};
+    Animation made{.frames = {}, .sequences = {{}}};
+    for (int cells = 1; cells <= 6; ++cells) {
+        made.frames.push_back(drawn({std::string(cells, 'c') + std::string(6 - cells, 'k')}, 12));
+        made.sequences[0].push_back({0, 0, cells - 1, 100});
+    }
+    made.sequences[0].push_back({0, 0, kEnd, 0});
+    return made;
 }
 
 // Palettes

@@ -30,6 +30,7 @@ constexpr std::string_view kStyle = "Regular";
 constexpr int kPixel = 48; ///< units
 constexpr int kEm = 10 * kPixel;
 constexpr int kShift = 5;
+constexpr int kUnused = 0; ///< checksums and what binary searches begin with
 
 struct Square {
     int left;
@@ -77,8 +78,7 @@ Bytes glyphData(const Glyph& glyph) {
     if (glyph.squares.empty()) return out.bytes;
     const Square bounds = boundsOf(glyph);
     const int contours = static_cast<int>(glyph.squares.size());
-    for (const int field : {contours, bounds.left, bounds.bottom, bounds.right, bounds.top})
-        out.word(field);
+    out.words({contours, bounds.left, bounds.bottom, bounds.right, bounds.top});
     for (int i = 0; i < contours; ++i) out.word(4 * i + 3);
     out.word(0); // instructions
     for (int i = 0; i < 4 * contours; ++i) out.byte(kOnCurve);
@@ -113,55 +113,32 @@ class Face {
             {"head", head()}, {"hhea", hhea()}, {"hmtx", hmtx()},     {"loca", loca()},
             {"maxp", maxp()}, {"name", name()}, {"post", post()},     {"prep", program(4)},
         };
+        const int count = static_cast<int>(tables.size());
         Writer out(true);
         out.number(0x00010000, 4);
-        writeSearch(out, static_cast<int>(tables.size()), 16);
-        int offset = 12 + 16 * static_cast<int>(tables.size());
+        out.words({count, kUnused, kUnused, kUnused});
+        Writer data(true);
         for (const Table& table : tables) {
             for (const char c : table.tag) out.byte(c);
-            out.number(checksum(table.bytes), 4);
-            out.number(offset, 4);
-            out.number(static_cast<int>(table.bytes.size()), 4);
-            offset += padded(table.bytes.size());
+            out.longs({kUnused, 12 + 16 * count + static_cast<int>(data.bytes.size()),
+                       static_cast<int>(table.bytes.size())});
+            data.add(table.bytes);
+            while (data.bytes.size() % 4 != 0) data.byte(0);
         }
-        for (const Table& table : tables) {
-            out.add(table.bytes);
-            while (out.bytes.size() % 4 != 0) out.byte(0);
-        }
+        out.add(data.bytes);
         return out.bytes;
     }
 
   private:
-    static int padded(std::size_t size) { return static_cast<int>((size + 3) / 4 * 4); }
-
-    static int checksum(const Bytes& bytes) {
-        std::uint32_t sum = 0;
-        for (std::size_t i = 0; i < bytes.size(); ++i)
-            sum += std::to_integer<std::uint32_t>(bytes[i]) << 8 * (3 - i % 4);
-        return static_cast<int>(sum);
-    }
-
-    /// What a binary search in `count` entries begins with.
-    static void writeSearch(Writer& out, int count, int size) {
-        int power = 1;
-        int log = 0;
-        for (; power * 2 <= count; power *= 2) ++log;
-        if (size == 16) out.word(count);
-        for (const int field : {power * size, log, (count - power) * size}) out.word(field);
-    }
-
     void add(const Character& character) {
         glyphs_.push_back({outlineOf(character, letters_.ascent), character.advance * kPixel});
     }
 
     [[nodiscard]] Square bounds() const {
-        Square all{};
-        for (const Glyph& glyph : glyphs_) {
-            const Square b = boundsOf(glyph);
-            all = {std::min(all.left, b.left), std::min(all.bottom, b.bottom),
-                   std::max(all.right, b.right), std::max(all.top, b.top)};
-        }
-        return all;
+        Glyph all{{}, 0};
+        for (const Glyph& glyph : glyphs_)
+            all.squares.insert(all.squares.end(), glyph.squares.begin(), glyph.squares.end());
+        return boundsOf(all);
     }
 
     /// Instructions without effect. A face that has none may be hinted by guesses.
@@ -174,15 +151,11 @@ class Face {
 
     [[nodiscard]] Bytes head() const {
         Writer out(true);
-        out.number(0x00010000, 4);
-        out.number(0x00010000, 4);
-        out.number(0, 4);
-        out.number(0x5F0F3CF5, 4);
-        out.word(0x0008); // sizes in whole pixels
-        out.word(kEm);
-        for (int i = 0; i < 4; ++i) out.number(0, 4); // made and changed
+        out.longs({0x00010000, 0x00010000, kUnused, 0x5F0F3CF5});
+        out.words({0x0008, kEm}); // sizes in whole pixels
+        out.longs({0, 0, 0, 0});  // made and changed
         const Square b = bounds();
-        for (const int field : {b.left, b.bottom, b.right, b.top, 0, 8, 2, 1, 0}) out.word(field);
+        out.words({b.left, b.bottom, b.right, b.top, 0, 8, 2, 1, 0});
         return out.bytes;
     }
 
@@ -192,17 +165,13 @@ class Face {
         for (const int pixels : {letters_.ascent, -letters_.descent, letters_.leading, 20})
             out.word(pixels * kPixel);
         const Square b = bounds();
-        for (const int field : {b.left, 0, b.right, 1, 0, 0, 0, 0, 0, 0, 0}) out.word(field);
-        out.word(static_cast<int>(glyphs_.size()));
+        out.words({b.left, 0, b.right, 1, 0, 0, 0, 0, 0, 0, 0, static_cast<int>(glyphs_.size())});
         return out.bytes;
     }
 
     [[nodiscard]] Bytes hmtx() const {
         Writer out(true);
-        for (const Glyph& glyph : glyphs_) {
-            out.word(glyph.advance);
-            out.word(boundsOf(glyph).left);
-        }
+        for (const Glyph& glyph : glyphs_) out.words({glyph.advance, boundsOf(glyph).left});
         return out.bytes;
     }
 
@@ -212,30 +181,26 @@ class Face {
         const int contours = static_cast<int>(most);
         Writer out(true);
         out.number(0x00010000, 4);
-        out.word(static_cast<int>(glyphs_.size()));
-        for (const int field : {4 * contours, contours, 0, 0, 1, 0, 0, 0, 0, 4, 0, 0, 0})
-            out.word(field);
+        out.words({static_cast<int>(glyphs_.size()), 4 * contours, contours, 0, 0, 1, 0, 0, 0, 0, 4,
+                   0, 0, 0});
         return out.bytes;
     }
 
     [[nodiscard]] Bytes os2() const {
         constexpr int kRegular = 400;
         Writer out(true);
-        for (const int field : {3, 10 * kPixel, kRegular, 5, 0}) out.word(field);
+        out.words({3, 10 * kPixel, kRegular, 5, 0});
         for (int i = 0; i < 10; ++i) out.word(kPixel); // small letters, and what crosses them out
-        out.word(0);                                   // family class
-        for (int i = 0; i < 10; ++i) out.byte(0);
-        for (const int range : {1, 0, 0, 0}) out.number(range, 4);
+        out.words({0, 0, 0, 0, 0, 0});                 // kind of family
+        out.longs({1, 0, 0, 0});                       // ranges of codes
         for (const char c : {'G', 'O', 'L', 'D'}) out.byte(c);
         const int ascent = letters_.ascent * kPixel;
         const int descent = letters_.descent * kPixel;
         const int first = letters_.characters.front().code;
-        for (const int field : {0x40, first, letters_.lastChar, ascent, -descent,
-                                letters_.leading * kPixel, ascent, descent})
-            out.word(field);
-        out.number(1, 4); // Latin-1
-        out.number(0, 4);
-        for (const int field : {4 * kPixel, 8 * kPixel, 0, first, 1}) out.word(field);
+        out.words({0x40, first, letters_.lastChar, ascent, -descent, letters_.leading * kPixel,
+                   ascent, descent});
+        out.longs({1, 0}); // Latin-1
+        out.words({4 * kPixel, 8 * kPixel, 0, first, 1});
         return out.bytes;
     }
 
@@ -246,10 +211,8 @@ class Face {
         for (const Character& character : letters_.characters) codes.push_back(character.code);
         codes.push_back(0xFFFF);
         Writer out(true);
-        for (const int field : {0, 1, 3, 1}) out.word(field);
-        out.number(12, 4);
-        for (const int field : {4, 16 + 8 * count, 0, 2 * count}) out.word(field);
-        writeSearch(out, count, 2);
+        out.words({0, 1, 3, 1, 0, 12});
+        out.words({4, 16 + 8 * count, 0, 2 * count, kUnused, kUnused, kUnused});
         for (const int code : codes) out.word(code);
         out.word(0);
         for (const int code : codes) out.word(code);
@@ -278,11 +241,10 @@ class Face {
             {1, kFamily}, {2, kStyle}, {4, kFamily}, {6, "GoldenLetters-Regular"}};
         Writer out(true);
         Writer texts(true);
-        for (const int field : {0, 4, 6 + 4 * 12}) out.word(field);
+        out.words({0, 4, 6 + 4 * 12});
         for (const auto& [id, text] : names) {
-            for (const int field : {3, 1, 0x409, id, 2 * static_cast<int>(text.size()),
-                                    static_cast<int>(texts.bytes.size())})
-                out.word(field);
+            out.words({3, 1, 0x409, id, 2 * static_cast<int>(text.size()),
+                       static_cast<int>(texts.bytes.size())});
             for (const char c : text) texts.word(c);
         }
         out.add(texts.bytes);
@@ -292,10 +254,9 @@ class Face {
     [[nodiscard]] static Bytes post() {
         constexpr int kLineBelow = 40; // to its upper edge
         Writer out(true);
-        out.number(0x00030000, 4);
-        out.number(0, 4);
-        for (const int field : {-kLineBelow, kPixel}) out.word(field);
-        for (int i = 0; i < 5; ++i) out.number(0, 4);
+        out.longs({0x00030000, 0});
+        out.words({-kLineBelow, kPixel});
+        out.longs({0, 0, 0, 0, 0});
         return out.bytes;
     }
 

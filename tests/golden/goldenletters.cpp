@@ -150,12 +150,9 @@ Bytes bitmapFont(const Letters& letters, bool bigEndian) {
     const Bytes strike = strikeOf(letters, rowWords);
 
     Writer out(bigEndian);
-    out.word(0x9000);
-    for (const int field : {0, letters.lastChar, 0, letters.kern, -letters.descent, 0, kRows})
-        out.word(field);
+    out.words({0x9000, 0, letters.lastChar, 0, letters.kern, -letters.descent, 0, kRows});
     out.word((kHeaderSize - kOffsetField + static_cast<int>(strike.size()) + entries * 2) / 2);
-    for (const int field : {letters.ascent, letters.descent, letters.leading, rowWords})
-        out.word(field);
+    out.words({letters.ascent, letters.descent, letters.leading, rowWords});
     for (const Bytes& part : {strike, locations.bytes, offsets.bytes}) out.add(part);
     return out.bytes;
 }

@@ -62,8 +62,8 @@ int sizeOf(const Frame& frame) {
 }
 
 void writeHeader(Writer& out, const Animation& animation) {
-    out.word(static_cast<int>(animation.sequences.size()));
-    out.word(static_cast<int>(animation.frames.size()));
+    out.words(
+        {static_cast<int>(animation.sequences.size()), static_cast<int>(animation.frames.size())});
     out.byte(animation.rate);
     out.byte(animation.bigEndian ? 1 : 0);
     out.number(0, 4);
@@ -83,8 +83,7 @@ void writeHeader(Writer& out, const Animation& animation) {
 void writeFrame(Writer& out, const Frame& frame) {
     const int width = frame.front().width();
     out.number(0, 2);
-    out.word(width);
-    out.word(static_cast<int>(frame.size()));
+    out.words({width, static_cast<int>(frame.size())});
     for (const Row& row : frame) {
         if (row.width() != width) mistake("rows of different widths");
         for (const std::uint8_t byte : row.bytes()) out.byte(byte);
@@ -154,8 +153,7 @@ Bytes Animation::resource() const {
     writeHeader(out, *this);
     for (const std::vector<Step>& steps : sequences) {
         out.word(static_cast<int>(steps.size()));
-        for (const Step& step : steps)
-            for (const int field : {step.dx, step.dy, step.code, step.argument}) out.word(field);
+        for (const Step& step : steps) out.words({step.dx, step.dy, step.code, step.argument});
     }
     for (const Frame& frame : frames) writeFrame(out, frame);
     return out.bytes;
@@ -163,8 +161,7 @@ Bytes Animation::resource() const {
 
 Bytes resource(const Palette& palette) {
     Writer out(false);
-    for (const Color& color : palette)
-        for (const int part : {color.red, color.green, color.blue}) out.word(part);
+    for (const Color& color : palette) out.words({color.red, color.green, color.blue});
     return out.bytes;
 }
 

@@ -3,6 +3,8 @@
 
 #include "goldenresources.h"
 
+#include <initializer_list>
+
 namespace golden {
 
 class Writer {
@@ -11,6 +13,12 @@ class Writer {
 
     void byte(int value) { bytes.push_back(static_cast<std::byte>(value)); }
     void word(int value) { number(value, 2); }
+    void words(std::initializer_list<int> values) {
+        for (const int value : values) word(value);
+    }
+    void longs(std::initializer_list<int> values) {
+        for (const int value : values) number(value, 4);
+    }
     void number(int value, int count) {
         for (int i = 0; i < count; ++i) byte(value >> 8 * (bigEndian_ ? count - 1 - i : i));
     }

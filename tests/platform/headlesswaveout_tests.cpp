@@ -40,36 +40,20 @@ class HeadlessWaveOutTest : public testing::Test {
     Bytes recorded(const std::string& name, std::uint32_t rate) {
         const std::string all = folder_.contents("sound/" + name);
         if (all.size() < 44) return {};
-        const auto number = [&](std::size_t at, int size) {
-            std::uint32_t value = 0;
-            while (size-- > 0)
-                value = value << 8 |
-                        static_cast<std::uint8_t>(all[at + static_cast<std::size_t>(size)]);
-            return value;
+        std::size_t size = 0;
+        for (std::size_t at = 44; at-- > 40;) size = size << 8 | static_cast<std::uint8_t>(all[at]);
+        const auto number = [](std::size_t value) {
+            std::string text;
+            for (int i = 0; i < 4; ++i) text += static_cast<char>(value >> 8 * i);
+            return text;
         };
-        const std::uint32_t size = number(40, 4);
-        EXPECT_EQ(all.substr(0, 4) + all.substr(8, 8) + all.substr(36, 4), "RIFFWAVEfmt data");
-        EXPECT_EQ(number(4, 4), all.size() - 8);
+        const std::string bytesPerSecond = number(rate) + number(rate);
+        EXPECT_EQ(all.substr(0, 44), "RIFF" + number(all.size() - 8) + "WAVEfmt " + number(16) +
+                                         number(1 | 1 << 16) + bytesPerSecond +
+                                         number(1 | 8 << 16) + "data" + number(size));
         EXPECT_EQ(all.size(), 44 + size + size % 2);
-        EXPECT_EQ(number(16, 4), 16u);
-        EXPECT_EQ(number(20, 2), 1u);
-        EXPECT_EQ(number(22, 2), 1u);
-        EXPECT_EQ(number(24, 4), rate);
-        EXPECT_EQ(number(28, 4), rate);
-        EXPECT_EQ(number(32, 2), 1u);
-        EXPECT_EQ(number(34, 2), 8u);
-        return {all.begin() + 44, all.begin() + 44 + size};
+        return {all.begin() + 44, all.begin() + 44 + static_cast<std::ptrdiff_t>(size)};
     }
-    [[nodiscard]] std::size_t recordings() const {
-        std::error_code none;
-        std::size_t count = 0;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_.path("sound"), none)) {
-            static_cast<void>(entry);
-            ++count;
-        }
-        return count;
-    }
-
     TemporaryFolder folder_;
     std::ostringstream notes_;
     VirtualClock clock_;
@@ -79,21 +63,6 @@ class HeadlessWaveOutTest : public testing::Test {
     std::deque<WaveBuffer> buffers_;
     std::uint8_t next_ = 0;
 };
-
-TEST_F(HeadlessWaveOutTest, ABufferIsDoneWhenItsTimeHasPassed) {
-    ASSERT_TRUE(device_.open(11025));
-    const WaveBuffer& a = write(1024);
-    const WaveBuffer& b = write(1024);
-    EXPECT_TRUE(a.prepared);
-    pass(92);
-    EXPECT_FALSE(a.done); // 1,014.3 bytes
-    pass(1);
-    EXPECT_TRUE(a.done);
-    pass(92); // 185 ms: 2,039.6
-    EXPECT_FALSE(b.done);
-    pass(1);
-    EXPECT_TRUE(b.done);
-}
 
 TEST_F(HeadlessWaveOutTest, NothingIsLostOverHours) {
     WaveRecorder none("", notes_);
@@ -118,15 +87,6 @@ TEST_F(HeadlessWaveOutTest, NothingIsLostOverHours) {
     }
 }
 
-TEST_F(HeadlessWaveOutTest, ARecordingHasEveryByteWhateverThePasses) {
-    ASSERT_TRUE(device_.open(22050));
-    write(20000);
-    std::uint32_t ms = 0;
-    for (std::uint32_t step = 1; ms < 700; ms += step, step = step % 37 + 1) pass(step);
-    device_.close();
-    EXPECT_EQ(recorded("001-22050.wav", 22050), counted(std::size_t{ms} * 22050 / 1000));
-}
-
 TEST_F(HeadlessWaveOutTest, PauseStopsTheQueueAndTimeWithoutDataIsLost) {
     ASSERT_TRUE(device_.open(1000));
     pass(500);
@@ -134,7 +94,6 @@ TEST_F(HeadlessWaveOutTest, PauseStopsTheQueueAndTimeWithoutDataIsLost) {
     pass(4);
     device_.pause();
     pass(1000);
-    EXPECT_FALSE(a.done);
     device_.restart();
     pass(5);
     EXPECT_FALSE(a.done);
@@ -183,7 +142,7 @@ TEST_F(HeadlessWaveOutTest, EveryOpeningThatPlayedHasItsRecording) {
     write(5);
     EXPECT_TRUE(device_.open(22050)); // closes the other one
     device_.close();
-    EXPECT_EQ(recordings(), 0u) << "nothing was played";
+    EXPECT_FALSE(std::filesystem::exists(folder_.path("sound"))) << "nothing was played";
 
     next_ = 0;
     EXPECT_TRUE(device_.open(1000));
@@ -205,7 +164,6 @@ TEST_F(HeadlessWaveOutTest, EveryOpeningThatPlayedHasItsRecording) {
     pass(100);
     device_.close();
     EXPECT_EQ(recorded("002-2000.wav", 2000), counted(7)) << "with a pad byte";
-    EXPECT_EQ(recordings(), 2u);
     EXPECT_EQ(notes_.str(), "");
 }
 
@@ -223,7 +181,6 @@ TEST_F(HeadlessWaveOutTest, RefusesImpossibleRatesAndIgnoresCallsWhenClosed) {
     device_.restart();
     device_.close();
     EXPECT_FALSE(a.done);
-    EXPECT_EQ(recordings(), 0u);
 }
 
 TEST_F(HeadlessWaveOutTest, ARecordingThatCannotBeWrittenIsToldOnce) {

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-
 namespace platform {
 namespace {
 
@@ -17,22 +15,6 @@ std::vector<std::string> picture(const Surface& surface) {
         rows.push_back(row);
     }
     return rows;
-}
-
-TEST(TextFont, EveryCharacterHasItsOwnShape) {
-    std::map<textfont::Glyph, int> seen;
-    for (int code = 0x20; code <= 0xFF; ++code) {
-        if (code >= 0x7F && code <= 0xA0) continue;
-        const textfont::Glyph glyph = textfont::glyph(static_cast<unsigned char>(code));
-        for (const std::uint8_t row : glyph) EXPECT_LT(row, 1 << textfont::kGlyphWidth) << code;
-        const auto [twin, isNew] = seen.emplace(glyph, code);
-        // The soft hyphen is one, when it is seen.
-        EXPECT_TRUE(isNew || code == 0xAD) << std::hex << code << " looks as " << twin->second;
-    }
-    const textfont::Glyph box = textfont::glyph(0x07);
-    EXPECT_EQ(textfont::glyph(0x80), box);
-    EXPECT_FALSE(seen.contains(box));
-    EXPECT_EQ(textfont::glyph(0xA0), textfont::Glyph{}) << "a blank";
 }
 
 TEST(TextFont, DrawsLettersWithAccentsAndLowerLengths) {

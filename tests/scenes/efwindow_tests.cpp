@@ -14,6 +14,8 @@ using platform::Rect;
 
 namespace {
 
+using Strings = std::vector<std::string>;
+
 Bytes palette(std::uint8_t red) {
     Bytes bytes(kRrgbSize);
     for (std::size_t at = 0; at < bytes.size(); at += 6) bytes[at] = std::byte{red};
@@ -27,11 +29,7 @@ class EffectsWindowTest : public ApplicationTest {
         EffectsWindow::setPaletteLocator([this](int id) { return find(palettes, id); });
         AseqBuilder picture;
         picture.block(640, 480, 'p').sequence({{0, 0, -1, 0}, {0, 0, 0, 0}});
-        pictures[1] = picture.build();
-        AseqBuilder small;
-        small.x = 100;
-        small.block(10, 10, 's').sequence({{5, 7, 0, 0}});
-        pictures[2] = small.build();
+        pictures[1] = pictures[2] = picture.build();
         palettes[1] = palette(0x40);
     }
     ~EffectsWindowTest() override {
@@ -45,60 +43,11 @@ class EffectsWindowTest : public ApplicationTest {
         return found == all.end() ? nullptr : std::make_unique<MemoryStream>(found->second);
     }
     char pixel(int x, int y) { return static_cast<char>(*window.canvas().pixels().at(x, y)); }
-    void queueClick() {
-        machine.events().queue.push_back({platform::Message::Kind::MouseDown, 0, {20, 20}, {}, 0});
-    }
 
     std::map<int, Bytes> pictures;
     std::map<int, Bytes> palettes;
     EffectsWindow window{{0, 0}, "Game"};
 };
-
-TEST_F(EffectsWindowTest, WhileBlackNothingIsShownUntilTheDisplay) {
-    Tile tile(window, {10, 10, 30, 30}, 't');
-    window.idle();
-    ASSERT_EQ(pixel(15, 15), 't');
-    window.canvas().setClipRegion(OMRegion(Rect{0, 0, 1, 1}));
-    window.goToBlack();
-    EXPECT_EQ(pixel(15, 15), 0);
-    EXPECT_FALSE(window.isPresenting());
-    tile.offset(5, 5);
-    window.idle();
-    EXPECT_EQ(pixel(20, 20), 0);
-    queueClick();
-    window.displayScreen();
-    EXPECT_EQ(pixel(20, 20), 't');
-    EXPECT_TRUE(machine.events().queue.empty());
-}
-
-TEST_F(EffectsWindowTest, TheQuickEndShowsOnlyWhatChanges) {
-    Tile tile(window, {10, 10, 30, 30}, 't');
-    Tile other(window, {50, 50, 60, 60}, 'o');
-    window.idle();
-    window.goToBlack();
-    other.offset(1, 0);
-    window.idle();
-    queueClick();
-    window.endTransition(true);
-    EXPECT_TRUE(machine.events().queue.empty());
-    window.idle();
-    EXPECT_EQ(pixel(15, 15), 0);
-    EXPECT_EQ(pixel(55, 55), 'o');
-}
-
-TEST_F(EffectsWindowTest, TheBackgroundIsDeafWhileTheScreenIsBlack) {
-    window.restorePalette(1, 1);
-    int clicks = 0;
-    window.background()->mouseDown = [&](Point) { ++clicks; };
-    for (const bool quickly : {false, true}) {
-        window.startTransition();
-        window.mouseDown({5, 5});
-        EXPECT_EQ(clicks, 0);
-        window.endTransition(quickly);
-        window.mouseDown({5, 5});
-        EXPECT_EQ(std::exchange(clicks, 0), 1);
-    }
-}
 
 TEST_F(EffectsWindowTest, ClicksOnABlackScreenReachNobodyEvenWhenTheLoopGoesOn) {
     window.restorePalette(1, 1);
@@ -108,7 +57,7 @@ TEST_F(EffectsWindowTest, ClicksOnABlackScreenReachNobodyEvenWhenTheLoopGoesOn) 
     held.attachHandler("mouseDown", [&] { ++clicks; });
     held.attachHandler("dblClick", [&] { ++clicks; });
     held.attachHandler("mouseUp", [&] { ++releases; });
-    window.defaults().mouseDown = [&](Point) { ++clicks; };
+    window.defaults().mouseDown = window.background()->mouseDown = [&](Point) { ++clicks; };
     const auto message = [&](platform::Message::Kind kind, Point at) {
         machine.events().queue.push_back({kind, 0, at, {}, 0});
         app.pass();
@@ -116,7 +65,7 @@ TEST_F(EffectsWindowTest, ClicksOnABlackScreenReachNobodyEvenWhenTheLoopGoesOn) 
     using Kind = platform::Message::Kind;
     message(Kind::MouseDown, {15, 15});
     EXPECT_EQ(std::exchange(clicks, 0), 1);
-    window.goToBlack();
+    window.startTransition();
     message(Kind::MouseUp, {15, 15}); // what is held is let go
     EXPECT_EQ(releases, 1);
     int told = 0;
@@ -130,9 +79,14 @@ TEST_F(EffectsWindowTest, ClicksOnABlackScreenReachNobodyEvenWhenTheLoopGoesOn) 
     EXPECT_EQ(clicks, 0);
     EXPECT_EQ(told, 8) << "the hook hears of all input";
     EXPECT_EQ(window.lastMousePosition(), (Point{200, 200}));
-    window.displayScreen();
-    message(Kind::MouseDown, {15, 15});
-    EXPECT_EQ(clicks, 1);
+    machine.events().queue.push_back({Kind::MouseDown, 0, {15, 15}, {}, 0});
+    window.endTransition(true);
+    EXPECT_TRUE(machine.events().queue.empty()) << "a click in the dark";
+    for (const Point at : {Point{15, 15}, Point{200, 200}}) {
+        message(Kind::MouseDown, at);
+        EXPECT_EQ(std::exchange(clicks, 0), 1);
+        message(Kind::MouseUp, at);
+    }
 }
 
 TEST_F(EffectsWindowTest, AReleaseThatATransitionDropsLetsGoOfWhatIsHeld) {
@@ -231,85 +185,42 @@ TEST_F(EffectsWindowTest, ADisplayInsideTheCycleOfADisplayDoesNotNest) {
     EXPECT_EQ(deepest, 1);
 }
 
-TEST_F(EffectsWindowTest, DoubleClicksCountAsPressesWhileDisabled) {
-    Tile tile(window, {10, 10, 30, 30}, 't');
-    std::string heard;
-    tile.attachHandler("dblClick", [&] { heard += "double "; });
-    tile.attachHandler("mouseDown", [&] { heard += "down "; });
-    window.doubleClick({15, 15});
-    window.setDoubleClicksEnabled(false);
-    window.doubleClick({15, 15});
-    window.mouseUp({15, 15});
-    window.setDoubleClicksEnabled(true);
-    window.doubleClick({15, 15});
-    EXPECT_EQ(heard, "double down double ");
-}
-
-// Background and palette
-
-TEST_F(EffectsWindowTest, APictureLiesUnderTheTrinketsAtItsEmbeddedPlace) {
-    Tile tile(window, {10, 10, 30, 30}, 't');
-    EXPECT_TRUE(window.restorePalette(1, 1));
-    window.idle();
-    EXPECT_EQ(pixel(0, 0), 'p');
-    EXPECT_EQ(pixel(639, 479), 'p');
-    EXPECT_EQ(pixel(15, 15), 't');
-    EXPECT_EQ(machine.display().palette()[50], (platform::Rgb{0x40, 0, 0}));
-    const OMTBackground* first = window.background();
-
-    EXPECT_TRUE(window.restorePalette(2, 99)); // has no palette of its own
-    EXPECT_EQ(window.background(), first);
-    window.idle();
-    EXPECT_EQ(pixel(0, 0), 0);
-    EXPECT_EQ(pixel(105, 7), 's');
-    EXPECT_EQ(pixel(114, 16), 's');
-    EXPECT_EQ(pixel(115, 17), 0);
-    EXPECT_EQ(pixel(15, 15), 't');
-    EXPECT_EQ(machine.display().palette()[50], (platform::Rgb{0x40, 0, 0}));
-}
-
-TEST_F(EffectsWindowTest, TheFilterMayChangeThePalette) {
-    EffectsWindow::setPaletteFilter([](OMPalette& colors) { colors[60] = {0, 0x7700, 0}; });
-    window.restorePalette(1, 1);
-    EXPECT_EQ(machine.display().palette()[60], (platform::Rgb{0, 0x77, 0}));
-    EXPECT_EQ(machine.display().palette()[61], (platform::Rgb{0x40, 0, 0}));
-}
-
 TEST_F(EffectsWindowTest, WhatIsMissingOrDamagedLeavesTheRestAsItWas) {
+    constexpr platform::Rgb kFiltered{0, 0x77, 0};
+    EffectsWindow::setPaletteFilter([](OMPalette& colors) { colors[60] = {0, 0x7700, 0}; });
     window.restorePalette(1, 1);
     window.idle();
     pictures[3] = Bytes(20);
-    palettes[3] = Bytes(100);
     EXPECT_FALSE(window.restorePalette(9, 1));
     EXPECT_FALSE(window.restorePalette(3, 1));
     EXPECT_NE(files.text("zorbelog.txt").find("Background 3 cannot be used"), std::string::npos);
     window.idle();
     EXPECT_EQ(pixel(0, 0), 'p');
     EXPECT_TRUE(takeFailures().empty());
-    EXPECT_TRUE(window.restorePalette(1, 3));
-    EXPECT_EQ(takeFailures().size(), 1u); // "no palette"
-    EXPECT_EQ(machine.display().palette()[50], (platform::Rgb{0x40, 0, 0}));
+
+    const auto& shown = machine.display().palette();
+    for (const std::size_t size : {0u, 1u, 6u, 768u, 1535u}) {
+        palettes[3] = Bytes(size, std::byte{0xF8});
+        EXPECT_TRUE(window.restorePalette(1, 3)) << "the picture is there in any case";
+        EXPECT_EQ(takeFailures(), Strings{"no palette"}) << size;
+        EXPECT_EQ(shown[50], (platform::Rgb{0x40, 0, 0})) << size;
+    }
+    for (const std::size_t size : {1536u, 1537u, 70001u}) {
+        palettes[3] = Bytes(size, static_cast<std::byte>(size % 100));
+        EXPECT_TRUE(window.restorePalette(1, 3));
+        EXPECT_EQ(takeFailures(), Strings{});
+        EXPECT_EQ(shown[50].blue, size % 100);
+        EXPECT_EQ(shown[60], kFiltered);
+        for (const std::size_t fixed : {9, 246})
+            EXPECT_EQ(shown[fixed], platform::staticPalette()[fixed]);
+    }
 
     EffectsWindow::setPaletteLocator(nullptr);
     EXPECT_FALSE(window.restorePalette(1, 1));
-    EXPECT_EQ(takeFailures(),
-              std::vector<std::string>{"Palette URL is not installed in EffectsWindow"});
     EffectsWindow::setBackgroundLocator(nullptr);
     EXPECT_FALSE(window.restorePalette(1, 1));
-    EXPECT_EQ(takeFailures(),
-              std::vector<std::string>{"Background URL is not installed in EffectsWindow"});
-}
-
-TEST_F(EffectsWindowTest, AFrozenScreenOutlivesItsTrinkets) {
-    window.freezeScreen(); // no background, nothing to freeze into
-    window.restorePalette(1, 1);
-    auto tile = std::make_unique<Tile>(window, Rect{10, 10, 30, 30}, 't');
-    window.idle();
-    window.freezeScreen();
-    tile.reset();
-    window.idle();
-    EXPECT_EQ(pixel(15, 15), 't');
-    EXPECT_EQ(pixel(5, 5), 'p');
+    EXPECT_EQ(takeFailures(), (Strings{"Palette URL is not installed in EffectsWindow",
+                                       "Background URL is not installed in EffectsWindow"}));
 }
 
 TEST_F(EffectsWindowTest, StampsBecomePartOfAFrozenScreenAndGoWithTheirPicture) {

@@ -70,75 +70,36 @@ TEST_F(FontFactoryTest, FontsAreMadeOnceAndGoWithTheirLastUse) {
                              "Done using TT font Lumo 3 18, dumping\n");
 }
 
-TEST_F(FontFactoryTest, FontsOfTheCallersMakingAreKnownByThemselves) {
-    auto made = std::make_unique<OMSysFont>();
-    const std::string name = pointer(*made);
-    OMFont& font = fonts->useFont(std::move(made));
-    EXPECT_EQ(&fonts->useFont(font), &font);
-    fonts->doneUsing(font);
-    fonts->doneUsing(font);
-    EXPECT_EQ(takeLog(), "Starting to use font " + name + "\nStarting to use font " + name +
-                             "\nDone using font " + name + "\nDone using font " + name +
-                             ", dumping\n");
-}
-
-TEST_F(FontFactoryTest, TheGamesTableNamesBitmapFonts) {
-    fonts->addGameSubstitutions();
-    struct Row {
-        const char* face;
-        int style;
-        int size;
-        int id;
-    };
-    const Row rows[] = {{"Geneva", 1, 10, 10},  {"Geneva", 0, 12, 11},  {"Geneva", 0, 14, 12},
-                        {"Chicago", 0, 12, 20}, {"Chicago", 0, 14, 21}, {"Chicago", 0, 10, 22},
-                        {"Chicago", 0, 11, 23}, {"Arial", 0, 12, 30},   {"Arial", 1, 12, 31},
-                        {"Arial", 0, 10, 32},   {"Arial", 0, 11, 33},   {"Lumo", 0, 14, 40},
-                        {"Fenwyx", 0, 16, 50}};
-    for (const Row& row : rows) {
-        asked.clear();
-        OMFont& font = fonts->useTrueType(row.face, row.style, row.size);
-        EXPECT_EQ(asked, std::vector<int>{row.id});
-        const std::string face = OMFormat("TT font %s %d %d", row.face, row.style, row.size);
-        EXPECT_EQ(takeLog(), "Starting to use " + face + "\n" +
-                                 OMFormat("\tSubstituting NFNT font %d for font ", row.id) + face +
-                                 "\n" + OMFormat("Starting to use NFNT font %d\n", row.id));
-        fonts->doneUsing(font);
-        EXPECT_EQ(takeLog(), OMFormat("Done using NFNT font %d, dumping\n", row.id));
-    }
-    // Another size of the same face is another font.
-    EXPECT_EQ(fonts->useTrueType("Arial", 1, 13).kind(), OMFont::Kind::Typeface);
-}
-
 TEST_F(FontFactoryTest, EveryKindMayStandForEveryOther) {
     OMFont& own = fonts->useFont(std::make_unique<OMSysFont>());
     OMFont& other = fonts->useFont(std::make_unique<OMSysFont>());
-    const RFontKey kinds[] = {&own, 7, RTrueTypeKey{"Lumo", 1, 20}};
-    const RFontKey substitutes[] = {&other, 8, RTrueTypeKey{"Arial", 0, 9}};
-    const std::string names[] = {"font " + pointer(own), "NFNT font 7", "TT font Lumo 1 20"};
-    const std::string newNames[] = {"font " + pointer(other), "NFNT font 8", "TT font Arial 0 9"};
-    for (std::size_t from = 0; from < std::size(kinds); ++from) {
-        for (std::size_t to = 0; to < std::size(substitutes); ++to) {
-            fonts->addSubstitution(kinds[from], substitutes[to]); // replaces the one before
-            takeLog();
-            OMFont& used = from == 0   ? fonts->useFont(own)
-                           : from == 1 ? fonts->useNFNT(7)
-                                       : fonts->useTrueType("Lumo", 1, 20);
-            EXPECT_EQ(takeLog(), "Starting to use " + names[from] + "\n\tSubstituting " +
-                                     newNames[to] + " for font " + names[from] +
-                                     "\nStarting to use " + newNames[to] + "\n");
-            EXPECT_EQ(&used == &other, to == 0);
-            EXPECT_EQ(used.kind() == OMFont::Kind::NFNT, to == 1);
-        }
-    }
-    // One after the other, and in a circle.
+    const auto expectLog = [&](const std::string& name, const std::string& newName) {
+        EXPECT_EQ(takeLog(), "Starting to use " + name + "\n\tSubstituting " + newName +
+                                 " for font " + name + "\nStarting to use " + newName + "\n");
+    };
+    takeLog();
+    fonts->addSubstitution(&own, 8);
+    EXPECT_EQ(fonts->useFont(own).kind(), OMFont::Kind::NFNT);
+    expectLog("font " + pointer(own), "NFNT font 8");
+    fonts->addSubstitution(7, RTrueTypeKey{"Lumo", 1, 20});
+    EXPECT_EQ(fonts->useNFNT(7).kind(), OMFont::Kind::Typeface);
+    expectLog("NFNT font 7", "TT font Lumo 1 20");
+    fonts->addSubstitution(RTrueTypeKey{"Arial", 0, 9}, 7);
+    fonts->addSubstitution(RTrueTypeKey{"Arial", 0, 9}, &other); // replaces the one before
+    EXPECT_EQ(&fonts->useTrueType("Arial", 0, 9), &other);
+    expectLog("TT font Arial 0 9", "font " + pointer(other));
+    // In a circle.
     fonts->addSubstitution(1, 2);
     fonts->addSubstitution(2, 3);
-    asked.clear();
-    (void)fonts->useNFNT(1);
-    EXPECT_EQ(asked, std::vector<int>{3});
     fonts->addSubstitution(3, 1);
     EXPECT_EQ(fonts->useNFNT(1).kind(), OMFont::Kind::NFNT);
+}
+
+TEST_F(FontFactoryTest, TheGamesTableNamesAFontOfAFaceStyleAndSize) {
+    fonts->addGameSubstitutions();
+    (void)fonts->useTrueType("Geneva", 1, 10);
+    EXPECT_EQ(asked, std::vector<int>{10});
+    EXPECT_EQ(fonts->useTrueType("Arial", 1, 13).kind(), OMFont::Kind::Typeface);
 }
 
 TEST_F(FontFactoryTest, ASubstitutionGoesWithItsFont) {

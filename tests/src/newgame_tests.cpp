@@ -2,7 +2,6 @@
 
 #include "reportlines.h"
 #include "world/doors.h"
-#include "world/shuffle.h"
 
 #include <gmock/gmock.h>
 
@@ -15,7 +14,6 @@
 #include <string>
 #include <vector>
 
-using testing::ElementsAre;
 using testing::SizeIs;
 using world::Numbers;
 using world::PlayerRecord;
@@ -137,9 +135,6 @@ TEST_F(NewGameTest, ReportsTheDoorsAndTheFirstItems) {
         for (const int slot : player.missingSlots[door]) line += std::to_string(slot) + ", ";
         EXPECT_EQ(said[door + 1] + ", ", line);
     }
-    EXPECT_EQ(said[6], "");
-    EXPECT_EQ(said[7], "Distributing items for CHUB");
-    EXPECT_EQ(said[18], "Distributing items for OHUB");
     EXPECT_EQ(said[28], "\tOWS4 gets 3 items");
 
     std::vector<int> queued;
@@ -182,33 +177,14 @@ TEST(DoorsTest, SlotsAreDrawnAgainUnlessTheyAreVaried) {
         bool varied;
     };
     const Row rows[] = {
-        {{2, 4, 8, 12, 10, 6, 30}, 4, false}, // all even
-        {{2, 4, 8, 12, 10, 6, 31}, 4, true},
+        {{2, 4, 8, 12, 10, 6, 30}, 4, false},   // all even
         {{1, 6, 11, 16, 21, 20, 15}, 4, false}, // always 1 on or 1 back
         {{1, 6, 11, 16, 21, 20, 17}, 4, true},
-        {{1, 5, 9, 37, 33, 13, 17}, 4, false},
         {{1, 5, 9, 37, 33, 13, 17}, 3, true},
     };
     for (const Row& row : rows)
         EXPECT_EQ(world::isVaried(row.slots, row.patternCount), row.varied)
             << testing::PrintToString(row.slots);
-}
-
-// What the two different entries of each of the 2n exchanges lead to: half of all orders.
-TEST(ShuffleTest, LeadsToAllOrdersOfAnEvenNumberOfExchanges) {
-    std::set<std::vector<int>> orders;
-    std::vector<int> entries{1, 2, 3, 4};
-    for (int i = 0; i < 2000; ++i) {
-        world::shuffle(entries);
-        orders.insert(entries);
-    }
-    EXPECT_THAT(orders, SizeIs(12));
-    for (const auto& order : orders) EXPECT_TRUE(std::ranges::is_permutation(order, entries));
-
-    std::vector<int> one{5};
-    world::shuffle(one);
-    EXPECT_THAT(one, ElementsAre(5));
-    world::shuffle(std::span<int>());
 }
 
 } // namespace

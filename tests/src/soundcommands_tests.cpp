@@ -1,23 +1,15 @@
-// Sounds by script: handles, the four commands, what they leave behind; sounds of animations; and
-// the whole program with its recording.
+// Sounds by script: handles, the four commands, what they leave behind; sounds of animations.
 #include "../ompp/nebuilder.h"
 #include "../ompp/soundbuilder.h"
-#include "../platform/temporaryfolder.h"
 #include "../trinkets/scriptfixture.h"
 #include "../trinkets/windowfixture.h"
 
 #include "animationsounds.h"
-#include "app.h"
 #include "gamesounds.h"
 #include "omao.h"
 #include "omwaveengine.h"
-#include "programresources.h"
 #include "resources.h"
 #include "soundcommands.h"
-
-#include "platform/headless/headlessplatform.h"
-
-#include <sstream>
 
 using testing_support::AseqBuilder;
 using testing_support::Bytes;
@@ -80,19 +72,12 @@ say RESULT
 )");
     EXPECT_EQ(said(), "0\n1\n2\n-1\n-1\n");
     EXPECT_EQ(boxes(), Strings{});
+    run("PlaySound 99\nsay RESULT\nPlaySound 103\nsay RESULT\n");
+    EXPECT_EQ(said(), "-1\n3\n") << "the damaged one is there";
+    EXPECT_EQ(boxes(), Strings{"WAVE resource 99 not found."});
     EXPECT_EQ(sounds->count(), 3u);
     for (int i = 0; i < 20; ++i) hear(1024);
     EXPECT_EQ(sounds->count(), 1u) << "only the loop is left";
-}
-
-TEST_F(SoundCommandsTest, AMissingOrDamagedSoundStartsNothing) {
-    run("PlaySound 99\nsay RESULT\nPlaySound 103\nsay RESULT\n");
-    EXPECT_EQ(said(), "-1\n0\n") << "the damaged one is there";
-    EXPECT_EQ(boxes(), Strings{"WAVE resource 99 not found."});
-    device.available = false;
-    run("PlaySound 101\nsay RESULT\n");
-    EXPECT_EQ(said(), "1\n");
-    EXPECT_EQ(sounds->count(), 0u);
 }
 
 TEST_F(SoundCommandsTest, ScriptsKillPauseAndResume) {
@@ -137,16 +122,9 @@ TEST_F(SoundCommandsTest, CompletionComesOnceAndMayUseTheHandle) {
         101, [&] { sounds->play(102, finish, false); }, false);
     for (int i = 0; i < 12; ++i) hear(1024);
     EXPECT_EQ(done, 3);
-}
-
-TEST_F(SoundCommandsTest, TearDownEndsAllSoundsSilently) {
-    int done = 0;
-    sounds->play(
-        101, [&] { ++done; }, false);
-    sounds->play(101, nullptr, true);
-    hear(100);
+    sounds->play(101, finish, false);
     sounds.reset();
-    EXPECT_EQ(done, 0);
+    EXPECT_EQ(done, 3) << "the end is silent";
     EXPECT_FALSE(device.isOpen());
 }
 
@@ -201,40 +179,6 @@ TEST_F(SoundCommandsTest, AnAnimationPlaysASoundOnceAtATime) {
     for (int i = 0; i < 20; ++i) hear(1024);
     EXPECT_EQ(ended, (Strings{"b", "a"}));
     EXPECT_EQ(boxes(), Strings{"WAVE resource 99 not found."});
-}
-
-// The whole program
-
-TEST(SoundProgramTest, RecordsWhatAScriptPlays) {
-    TemporaryFolder folder;
-    Samples wave(300);
-    for (std::size_t i = 0; i < wave.size(); ++i) wave[i] = static_cast<std::uint8_t>(i * 3);
-    const Bytes built =
-        NEBuilder().add("WAVE", 7, RiffSound{.rate = 11025, .data = wave}.build()).build();
-    folder.make("game/RSC/s.rsc", testing_support::toText(built));
-    folder.make("game/Startup.mps", testing_support::withLineEnds("PlaySound 7\n"));
-    folder.makeFolder("home");
-
-    std::ostringstream output;
-    platform::HeadlessOptions options;
-    options.host = {folder.path("game"), "", folder.path("home")};
-    options.untilMs = 200;
-    options.resources = RProgramResources();
-    options.versionStrings = RVersionStrings();
-    options.report = options.notes = &output;
-    options.recordSound = folder.path("sound");
-    platform::HeadlessPlatform machine(options);
-    OMSetPlatform(&machine);
-    const int exitCode = RGameMain(1);
-    machine.programEnds(exitCode);
-    OMSetPlatform(nullptr);
-    EXPECT_EQ(exitCode, 0) << output.str();
-
-    const std::string all = folder.contents("sound/001-11025.wav");
-    ASSERT_GE(all.size(), 44u + 1024);
-    const Samples data(all.begin() + 44, all.end());
-    wave.resize(1024, 128);
-    EXPECT_EQ(data, wave);
 }
 
 } // namespace

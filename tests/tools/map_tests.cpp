@@ -3,12 +3,7 @@
 #include "aseq.h"
 #include "foreignlibrary.h"
 #include "nelibrary.h"
-#include "pack.h"
-#include "testfiles.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
+#include "tooltest.h"
 
 namespace {
 
@@ -33,15 +28,12 @@ constexpr std::string_view kSounds = "AO: 2001\tSequence: 1\tSound: 7\n"
                                      "AO: 3\tSequence: 3\tSound: 9\n"
                                      "AO: 3\tSequence: 3\tSound: 7\n";
 
-class Map : public testing::Test {
+class Map : public testfiles::ToolTest {
   protected:
     Map() {
-        const std::vector<Resource> scene = {{"WAVE", 7, {1}}, {"ASEQ", 2001, soundAnimation()}};
-        const std::vector<Resource> more = {{"ASEQ", 3, soundAnimation()}, {"WAVE", 9, {1}}};
-        const std::vector<Resource> cursors = {{"CURSOR", 1, {1}}};
-        write("SCENE.RSC", scene);
-        write("more.rsc", more);
-        write("cursors.rsc", cursors);
+        write("SCENE.RSC", {{"WAVE", 7, {1}}, {"ASEQ", 2001, soundAnimation()}});
+        write("more.rsc", {{"ASEQ", 3, soundAnimation()}, {"WAVE", 9, {1}}});
+        write("cursors.rsc", {{"CURSOR", 1, {1}}});
     }
 
     void write(const std::string& name, const std::vector<Resource>& resources) {
@@ -50,16 +42,9 @@ class Map : public testing::Test {
 
     int map(const std::vector<std::string>& files, const std::string& to, bool audio = false,
             const std::string& name = "MINE") {
-        rsc::MapOptions options{{}, folder_.at(to), name, audio};
-        for (const std::string& file : files) options.files.push_back(folder_.at(file));
-        std::ostringstream errors;
-        const int code = rsc::runMap(options, errors);
-        errors_ = errors.str();
-        return code;
+        const rsc::MapOptions options{paths(files), folder_.at(to), name, audio};
+        return run([&](auto&, auto& errors) { return rsc::runMap(options, errors); });
     }
-
-    testfiles::TestFolder folder_;
-    std::string errors_;
 };
 
 TEST_F(Map, DescribesLibrariesInTheirOrder) {
@@ -76,20 +61,6 @@ TEST_F(Map, DescribesLibrariesInTheirOrder) {
     EXPECT_EQ(folder_.read("maps/resource.map").substr(0, 5), "more\n");
 }
 
-TEST_F(Map, IsTheOneThatPackWrites) {
-    folder_.write("a.aseq", soundAnimation());
-    folder_.write("game.txt", std::string_view("map MINE\naudiomap\nlibrary scene.rsc\n"
-                                               "file WAVE 7 a.aseq\nfile ASEQ 2001 a.aseq\n"
-                                               "library more.rsc\nfile ASEQ 3 a.aseq\n"));
-    std::ostringstream errors;
-    ASSERT_EQ(rsc::runPack({folder_.at("game.txt"), folder_.at("RSC")}, errors), 0) << errors.str();
-    EXPECT_EQ(folder_.read("RSC/audio.map"), kSounds);
-    ASSERT_EQ(map({"RSC/scene.rsc", "RSC/more.rsc", "RSC/resource.map"}, "again", true), 0)
-        << errors_;
-    EXPECT_EQ(folder_.read("again/resource.map"), folder_.read("RSC/resource.map"));
-    EXPECT_EQ(folder_.read("again/audio.map"), kSounds);
-}
-
 TEST_F(Map, RefusesWhatTheGameWouldNotFind) {
     constexpr std::uint16_t kNumber = 0x8000;
     const auto foreign = [](const std::string& type, std::uint16_t id) {
@@ -103,37 +74,24 @@ TEST_F(Map, RefusesWhatTheGameWouldNotFind) {
         "twice.rsc",
         testfiles::foreignLibrary(
             4, {{"WAVE", kNumber | 1, "", 0, 1}, {"WAVE", kNumber | 1, "", 0, 1}}, Bytes(16)));
-    folder_.write("longlonglong.rsc", foreign("WAVE", kNumber | 1));
-    write("hand.rsc", {{"CURSOR", 1, {1}}});
     write("bad.rsc", {{"ASEQ", 1, {1}}});
-    std::vector<Resource> waves;
-    for (std::uint16_t id = 1; id <= 2700; ++id) waves.push_back({"WAVE", id, {1}});
-    for (const std::string number : {"1", "2", "3", "4"}) write("many" + number + ".rsc", waves);
-    struct Case {
-        std::vector<std::string> files;
-        std::string name;
-        std::string text;
+    write("hand.rsc", {{"CURSOR", 1, {1}}});
+    const std::pair<std::string, std::string> cases[] = {
+        {"type.rsc", ": WAVES cannot stand in a map"},
+        {"control.rsc", ": A?BC 1 cannot stand in a map"},
+        {"zero.rsc", ": WAVE 0 cannot stand in a map"},
+        {"name.rsc", ": WAVE NAME cannot stand in a map"},
+        {"twice.rsc", ": WAVE 1 is there twice"},
+        {"hand.rsc", ": CURSOR cannot stand in a map"},
+        {"bad.rsc", ": ASEQ 1: the animation has no frames"},
     };
-    const Case cases[] = {
-        {{"type.rsc"}, "MINE", "type.rsc: WAVES cannot stand in a map"},
-        {{"control.rsc"}, "MINE", "control.rsc: A?BC 1 cannot stand in a map"},
-        {{"zero.rsc"}, "MINE", "zero.rsc: WAVE 0 cannot stand in a map"},
-        {{"name.rsc"}, "MINE", "name.rsc: WAVE NAME cannot stand in a map"},
-        {{"twice.rsc"}, "MINE", "twice.rsc: WAVE 1 is there twice"},
-        {{"longlonglong.rsc"}, "MINE", "at most 15 characters"},
-        {{"hand.rsc"}, "MINE", "hand.rsc: CURSOR cannot stand in a map"},
-        {{"bad.rsc"}, "MINE", "bad.rsc: ASEQ 1: the animation has no frames"},
-        {{"many1.rsc", "many2.rsc", "many3.rsc", "many4.rsc"},
-         "MINE",
-         "10800 resources of type WAVE"},
-        {{"more.rsc"}, std::string(40, 'x'), "1 to 39 characters"},
-        {{"gone.rsc"}, "MINE", "gone.rsc: cannot be read"},
-    };
-    for (const Case& row : cases) {
-        EXPECT_EQ(map(row.files, "maps", true, row.name), 1) << row.text;
-        EXPECT_NE(errors_.find(row.text), std::string::npos) << errors_;
-        EXPECT_FALSE(std::filesystem::exists(folder_.at("maps")));
+    for (const auto& [file, text] : cases) {
+        EXPECT_EQ(map({file}, "maps", true), 1);
+        EXPECT_THAT(errors_, testing::HasSubstr(file + text));
     }
+    EXPECT_EQ(map({"more.rsc"}, "maps", true, std::string(40, 'x')), 1);
+    EXPECT_THAT(errors_, testing::HasSubstr("1 to 39 characters"));
+    EXPECT_FALSE(std::filesystem::exists(folder_.at("maps")));
 }
 
 } // namespace

@@ -2,15 +2,16 @@
 #pragma once
 
 #include "bytes.h"
-#include "platform/display.h"
+#include "platform/temporaryfolder.h"
+#include "refusal.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <png.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
+#include <functional>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -53,38 +54,78 @@ inline rsc::Bytes indexedPng(int width, const rsc::Bytes& pixels,
     return writePng(image, pixels.data(), palette.data());
 }
 
+inline rsc::Bytes asBytes(std::string_view text) { return {text.begin(), text.end()}; }
+
+inline rsc::Bytes join(std::initializer_list<rsc::Bytes> parts) {
+    rsc::Bytes all;
+    for (const rsc::Bytes& part : parts) all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
+
+inline rsc::Bytes changed(rsc::Bytes bytes, std::size_t at, std::uint8_t value) {
+    bytes.at(at) = value;
+    return bytes;
+}
+
 /// A folder of its own that is removed at the end.
-class TestFolder {
-  public:
-    TestFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "zorbet-test-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        path_ = name;
-    }
-    ~TestFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    TestFolder(const TestFolder&) = delete;
-    TestFolder& operator=(const TestFolder&) = delete;
-
-    [[nodiscard]] std::filesystem::path at(const std::string& name) const { return path_ / name; }
-
+struct TestFolder : TemporaryFolder {
+    [[nodiscard]] std::filesystem::path at(const std::string& name) const { return path(name); }
     void write(const std::string& name, const rsc::Bytes& data) const {
-        std::ofstream(at(name), std::ios::binary)
-            .write(reinterpret_cast<const char*>(data.data()), std::ssize(data));
+        make(name, {data.begin(), data.end()});
     }
     void write(const std::string& name, std::string_view text) const {
-        write(name, rsc::Bytes(text.begin(), text.end()));
+        make(name, std::string(text));
     }
-    [[nodiscard]] std::string read(const std::string& name) const {
-        std::ifstream in(at(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-
-  private:
-    std::filesystem::path path_;
+    [[nodiscard]] std::string read(const std::string& name) const { return contents(name); }
 };
+
+/// "LINE: TEXT" of the refusal that a call ends with; empty when it does not.
+inline std::string refusalOf(const std::function<void()>& call) {
+    try {
+        call();
+        return {};
+    } catch (const rsc::Refusal& refusal) {
+        return std::to_string(refusal.line()) + ": " + refusal.what();
+    }
+}
+
+struct Damage {
+    std::size_t at;
+    std::uint8_t value;
+    std::string text; ///< part of the refusal
+};
+struct Change {
+    std::string old;
+    std::string now;
+    std::string text; ///< part of the refusal; empty: it is taken
+};
+
+inline std::string replaced(std::string text, const std::string& old, const std::string& now) {
+    return text.replace(text.find(old), old.size(), now);
+}
+
+/// Data are refused with any one of these bytes, and when they are cut off anywhere.
+inline void expectRefused(const rsc::Bytes& data, const std::vector<Damage>& damages,
+                          const std::function<void(const rsc::Bytes&)>& read) {
+    for (const Damage& row : damages)
+        EXPECT_THAT(refusalOf([&] { read(changed(data, row.at, row.value)); }),
+                    testing::HasSubstr(row.text))
+            << row.at;
+    for (std::size_t size = 0; size < data.size(); ++size)
+        EXPECT_THROW(read(rsc::Bytes(data.begin(), data.begin() + static_cast<long>(size))),
+                     rsc::Refusal)
+            << size;
+}
+
+/// A text is refused with any one of these changes.
+inline void expectRefused(const std::string& text, const std::vector<Change>& changes,
+                          const std::function<void(const std::string&)>& read) {
+    for (const Change& row : changes) {
+        const std::string refusal = refusalOf([&] { read(replaced(text, row.old, row.now)); });
+        EXPECT_EQ(refusal.empty(), row.text.empty()) << row.now;
+        EXPECT_THAT(refusal, testing::HasSubstr(row.text)) << row.now;
+    }
+}
 
 /// The names of all files in a folder, sorted.
 inline std::vector<std::string> namesIn(const std::filesystem::path& folder) {
