@@ -56,8 +56,8 @@ void logReport(const OMSobException& report) {
     OMLog::write(kind, report.text());
 }
 
-void startLogging() {
-    OMLog::setFallbackDirectory(RConfiguration::findHomeDirectory());
+void startLogging(const std::string& homeDirectory) {
+    OMLog::setFallbackDirectory(homeDirectory);
     OMLog::start();
     OMSobException::setNotification(logReport);
 }
@@ -209,12 +209,13 @@ int RGameMain(std::optional<std::uint32_t> seed) {
     OMAppInitTerm::initializeAll();
     RInstallMemoryHandler();
     EffectsWindow::setPaletteFilter(RLiftPalette);
-    startLogging();
+    const std::string homeDirectory = RConfiguration::findHomeDirectory();
+    startLogging(homeDirectory);
     {
-        const std::string dataFile = RConfiguration::findHomeDirectory() + kDataFile;
+        const std::string dataFile = homeDirectory + kDataFile;
         OMLog::writef(OMLog::Kind::Message, "Data file is: %s", dataFile.c_str());
         SavedWorld savedWorld(dataFile);
-        const RConfiguration configuration = RConfiguration::read();
+        const RConfiguration configuration = RConfiguration::read(homeDirectory);
         OMWaveEngine soundEngine;
         if (const auto mode = RCheckMachine(configuration, soundEngine, savedWorld.switches())) {
             OMSeedRandom(

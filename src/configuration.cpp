@@ -23,11 +23,11 @@ std::string RConfiguration::findHomeDirectory() {
     return OMPathWithBackslash(files.homeDirectory());
 }
 
-RConfiguration RConfiguration::read() {
+RConfiguration RConfiguration::read(std::string homeDirectory) {
     RConfiguration configuration;
     configuration.iniFile =
         OMPathWithBackslash(OMPlatform().files().currentDirectory()) + std::string(kIniFile);
-    configuration.homeDirectory = findHomeDirectory();
+    configuration.homeDirectory = std::move(homeDirectory);
     OMLog::writef(OMLog::Kind::Message, "Using for .INI file: %s", configuration.iniFile.c_str());
     const auto value = [&](std::string_view key) {
         return RReadIni(configuration.iniFile, kSection, key, kMaxValue);

@@ -69,7 +69,7 @@ void RGameSounds::remove(int handle) {
 
 void RGameSounds::kill(int handle) {
     if (Record* record = find(handle)) record->sound.stop();
-    remove(handle);
+    finished(handle); // also one that nobody has heard yet
 }
 
 void RGameSounds::pause(int handle) {

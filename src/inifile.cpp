@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::size_t kMaxFileSize = 65536;
 constexpr std::string_view kBlanks = " \t\r";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF"; ///< editors write it unasked
 
 std::string_view trimmed(std::string_view text) {
     const auto first = text.find_first_not_of(kBlanks);
@@ -35,6 +36,7 @@ std::string RReadIni(std::string_view path, std::string_view section, std::strin
     const auto text = platform::readFile(OMPlatform().files(), path, kMaxFileSize);
     if (!text) return {};
     std::string_view rest = *text;
+    if (rest.starts_with(kByteOrderMark)) rest.remove_prefix(kByteOrderMark.size());
     bool inSection = false;
     while (!rest.empty()) {
         const auto end = std::min(rest.find('\n'), rest.size());

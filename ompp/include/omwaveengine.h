@@ -134,6 +134,7 @@ class OMWaveEngine {
     void notifyLatency();
 
     void resetRing();
+    void forgetQueue();
     void restartDevice();
     void allocate();
     void release();

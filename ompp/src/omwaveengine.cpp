@@ -105,6 +105,7 @@ bool OMWaveEngine::testDevice(bool keepOpen) {
 bool OMWaveEngine::openDeviceFor(const OMWaveSound& sound) {
     if (yields_ > 0) return false;
     const bool inUse = soundingCount() > 0 || !paused_.empty();
+    if (!inUse) forgetQueue(); // a new beginning is not late
     if (device_.isOpen() && (inUse || device_.rate() == sound.sampleRate())) return true;
     resetRing();
     if (!device_.open(sound.sampleRate())) return false;
@@ -119,6 +120,10 @@ void OMWaveEngine::restartDevice() {
 void OMWaveEngine::resetRing() {
     ring_.reset(device_);
     if (suspended_) device_.pause();
+    forgetQueue();
+}
+
+void OMWaveEngine::forgetQueue() {
     sent_ = false;
     quietBuffers_ = 0;
 }

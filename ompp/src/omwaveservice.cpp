@@ -200,8 +200,7 @@ void OMWaveEngine::notifyFinished() {
 void OMWaveEngine::settle() {
     if (soundingCount() > 0 || !device_.isOpen()) return;
     if (!ring_.isEmpty()) resetRing();
-    sent_ = false;
-    quietBuffers_ = 0;
+    forgetQueue();
     if (paused_.empty() && !keepOpen_) device_.close();
 }
 
@@ -209,9 +208,9 @@ void OMWaveEngine::settle() {
 bool OMWaveEngine::fill() {
     bool mixed = false;
     for (int i = 0; i < numBuffers_ && !playing_.empty() && !ring_.isFull(); ++i) {
-        if (ring_.queuedNotDone() >= minInQueue_) break;
         mixNewBuffer();
         mixed = true;
+        if (ring_.queuedNotDone() >= minInQueue_) break;
     }
     return mixed;
 }

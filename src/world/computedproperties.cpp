@@ -171,10 +171,7 @@ void writeCurrentLevel(PlayerRecord& record, std::string_view text) {
     if (!found) return;
     const std::int32_t level = static_cast<std::uint8_t>(OMSToInteger(text));
     ActivityRecord* activity = record.activity(location);
-    if (activity && level != activity->currentLevel) {
-        activity->results.fill(0);
-        activity->resultCount = 0;
-    }
+    if (activity && level != activity->currentLevel) forgetResults(*activity);
     found->currentLevel = level;
 }
 

@@ -68,11 +68,6 @@ void changeLevel(Record& record, LevelColor color) {
     if (color == LevelColor::WentBack && record.currentLevel > 1) --record.currentLevel;
 }
 
-void forgetResults(ActivityRecord& record) {
-    record.results.fill(0);
-    record.resultCount = 0;
-}
-
 void levelActivity(ActivityRecord& record, const std::string& name, const Thresholds& thresholds,
                    const Report& report) {
     const auto [a, b, x, y] = thresholds;

@@ -11,8 +11,7 @@ void clearGame(HubRecord& hub) { hub = HubRecord(); }
 
 void clearGame(ActivityRecord& activity) {
     activity.visited = 0;
-    activity.results.fill(0);
-    activity.resultCount = 0;
+    forgetResults(activity);
     activity.entryCount.fill(0);
     activity.queue.fill(kNoItem);
     activity.items.fill(kNoItem);

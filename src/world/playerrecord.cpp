@@ -9,11 +9,9 @@ namespace {
 constexpr Numbers<kDoors> kPatternItemCounts{4, 4, 4, 3, 4};
 
 /// Of the first slot that holds `from`.
-bool replaceFirst(std::span<std::int32_t> slots, int from, int to) {
+void replaceFirst(std::span<std::int32_t> slots, int from, int to) {
     const auto slot = std::ranges::find(slots, from);
-    if (slot == slots.end()) return false;
-    *slot = to;
-    return true;
+    if (slot != slots.end()) *slot = to;
 }
 
 } // namespace
@@ -56,12 +54,12 @@ int PlayerRecord::currentDoor() const {
     return door >= 0 && door < kDoors ? door : -1;
 }
 
-bool addItem(std::span<std::int32_t> slots, int item) {
-    return isItem(item) && replaceFirst(slots, kNoItem, item);
+void addItem(std::span<std::int32_t> slots, int item) {
+    if (isItem(item)) replaceFirst(slots, kNoItem, item);
 }
 
-bool removeItem(std::span<std::int32_t> slots, int item) {
-    return isItem(item) && replaceFirst(slots, item, kNoItem);
+void removeItem(std::span<std::int32_t> slots, int item) {
+    if (isItem(item)) replaceFirst(slots, item, kNoItem);
 }
 
 int patternItemCount(int door) { return kPatternItemCounts.at(static_cast<std::size_t>(door)); }

@@ -95,10 +95,18 @@ static_assert(sizeof(PlayerRecord) == kRecordSize && std::is_trivially_copyable_
 /// Whether a number is a level.
 [[nodiscard]] constexpr bool isLevel(int level) { return level >= 1 && level <= kLevels; }
 
-/// Puts an item into the first empty slot; false when there is none, or the number is no item.
-bool addItem(std::span<std::int32_t> slots, int item);
-/// Empties the first slot that holds the item; false when none does, or the number is no item.
-bool removeItem(std::span<std::int32_t> slots, int item);
+/// The results that count for leveling.
+inline void forgetResults(ActivityRecord& activity) {
+    activity.results.fill(0);
+    activity.resultCount = 0;
+}
+
+/// Puts an item into the first empty slot. Nothing happens when there is none, or the number is no
+/// item.
+void addItem(std::span<std::int32_t> slots, int item);
+/// Empties the first slot that holds the item. Nothing happens when none does, or the number is no
+/// item.
+void removeItem(std::span<std::int32_t> slots, int item);
 
 /// How many gems the pattern of a door repeats.
 [[nodiscard]] int patternItemCount(int door);

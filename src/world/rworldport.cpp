@@ -103,6 +103,10 @@ void RWorldPort::withdrawPlayer() {
     for (const auto& property : player_->computed()) removeProperty(property->name());
     for (const OMSEntry& row : kClass.passing) removeProperty(row.name);
     player_ = nullptr;
+    if (!memory_) return;
+    // A global that stood behind a property of the player is seen again.
+    for (const auto& property : memory_->globals())
+        if (!hasProperty(property->name())) show(*property);
 }
 
 void RWorldPort::playerGoes(const world::Player& player) {

@@ -88,6 +88,13 @@ void WorldMemory::forget() {
 Property* WorldMemory::global(std::string_view name) const { return lastNamed(globals_, name); }
 
 Property& WorldMemory::addGlobal(std::unique_ptr<Property> property) {
+    const bool isBuiltIn =
+        std::ranges::find(kBuiltInGlobals, property->name()) != std::end(kBuiltInGlobals);
+    if (Property* own = isBuiltIn ? global(property->name()) : nullptr) {
+        OMLog::writef(OMLog::Kind::Warning, "World Memory - there is a global %s already",
+                      property->name().c_str());
+        return *own;
+    }
     return *globals_.emplace_back(std::move(property));
 }
 
@@ -162,7 +169,7 @@ Player& WorldMemory::activatePlayer(std::string_view wanted) {
 }
 
 void WorldMemory::removePlayer(std::string_view name) {
-    Player* player = playerNamed(name);
+    Player* player = playerNamed(datafile::asStored(name));
     if (!player && !name.empty() && isDigit(name.front())) player = playerAt(name);
     if (!player) return;
     views_.apply([player](View& view) { view.playerGoes(*player); });

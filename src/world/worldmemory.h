@@ -56,6 +56,8 @@ class WorldMemory {
     [[nodiscard]] const Properties& globals() const { return globals_; }
     /// The last one of the name, or null.
     [[nodiscard]] Property* global(std::string_view name) const;
+    /// One that is named like a built-in global is refused with a line in the log, and that one is
+    /// returned.
     Property& addGlobal(std::unique_ptr<Property> property);
     /// What every player who comes later has. One that is named like a built-in property is refused
     /// with a line in the log: it would take that one's place in the data file.
