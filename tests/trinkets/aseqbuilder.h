@@ -14,6 +14,11 @@
 
 namespace testing_support {
 
+inline AOEntry entry(int code, int argument = 0, int dx = 0, int dy = 0) {
+    return {static_cast<std::int16_t>(dx), static_cast<std::int16_t>(dy),
+            static_cast<std::int16_t>(code), static_cast<std::int16_t>(argument)};
+}
+
 struct AseqBuilder {
     struct Frame {
         int width;

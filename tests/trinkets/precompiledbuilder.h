@@ -24,7 +24,7 @@ struct PrecompiledBuilder {
         std::string text{};
         std::string value{};
         std::vector<int> parts{};
-        bool hasParts = false;
+        bool hasParts = false; ///< although they are none
     };
     struct Instruction {
         int opcode;
@@ -99,7 +99,8 @@ struct PrecompiledBuilder {
                 number(field, 4);
             text(v.text);
             text(v.value);
-            number(v.hasParts ? static_cast<std::int64_t>(v.parts.size()) : -1, 4);
+            const bool none = v.parts.empty() && !v.hasParts;
+            number(none ? -1 : static_cast<std::int64_t>(v.parts.size()), 4);
             for (const int part : v.parts) number(part, 2);
         }
         return out;
@@ -112,8 +113,7 @@ struct PrecompiledBuilder {
                         .ownership = static_cast<int>(variable.ownership()),
                         .elements = variable.elementCount(),
                         .text = variable.text(),
-                        .parts = variable.parts(),
-                        .hasParts = !variable.parts().empty()};
+                        .parts = variable.parts()};
         char buffer[ynumber::kBufferSize];
         if (variable.holdsInteger()) record.integer = variable.heldInteger();
         if (variable.holdsReal()) record.real = ynumber::format(variable.heldReal(), buffer);
@@ -122,7 +122,7 @@ struct PrecompiledBuilder {
             record.value = variable.string(scratch);
             record.length = static_cast<std::int32_t>(record.value.size());
         }
-        if (record.hasParts) record.length = static_cast<std::int32_t>(record.parts.size());
+        if (!record.parts.empty()) record.length = static_cast<std::int32_t>(record.parts.size());
         if (variable.expression()) record.value = variable.expression()->shape();
         return record;
     }

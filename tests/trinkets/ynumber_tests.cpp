@@ -1,5 +1,7 @@
 #include "ynumber.h"
 
+#include "wordtable.h"
+
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -22,14 +24,12 @@ std::string printed(double value) {
 class Doubles {
   public:
     double next() {
-        switch (count_++ % 8) {
+        switch (count_++ % 6) {
         case 0: return any();
-        case 1: return std::uniform_real_distribution<>(-1e6, 1e6)(random_);
-        case 2: return std::exp(std::uniform_real_distribution<>(-12, 36)(random_));
-        case 3: return decimal();
-        case 4: return -decimal();
-        case 5: return nearPowerOfTen();
-        case 6: return tie();
+        case 1: return std::exp(std::uniform_real_distribution<>(-12, 36)(random_));
+        case 2: return decimal();
+        case 3: return nearPowerOfTen();
+        case 4: return -tie();
         default: return std::floor(std::uniform_real_distribution<>(-3e9, 3e9)(random_)) / 3;
         }
     }
@@ -41,8 +41,7 @@ class Doubles {
             if (std::isfinite(value)) return value;
         }
     }
-    /// A decimal fraction: what texts hold.
-    double decimal() {
+    double decimal() { // what texts hold
         const auto digits = static_cast<double>(random_() % 1'000'000'000'000'000);
         return digits / std::pow(10.0, static_cast<double>(random_() % 20));
     }
@@ -71,11 +70,6 @@ TEST(YNumber, FormatsAsPrintf) {
         ASSERT_EQ(ynumber::format(value, buffer), printed(value));
     }
     EXPECT_EQ(ynumber::format(std::int32_t{-2147483647 - 1}, buffer), "-2147483648");
-    EXPECT_EQ(ynumber::format(0.1 + 0.2, buffer), "0.3");
-    EXPECT_EQ(ynumber::format(1e15, buffer), "1e+15");
-    EXPECT_EQ(ynumber::format(123456789012345.0, buffer), "123456789012345");
-    EXPECT_EQ(ynumber::format(0.0001, buffer), "0.0001");
-    EXPECT_EQ(ynumber::format(0.00001, buffer), "1e-05");
 }
 
 // The arithmetic short cut must lose exactly what writing and reading a number loses.
@@ -86,19 +80,18 @@ TEST(YNumber, ThroughTextIsWritingAndReading) {
         ASSERT_EQ(ynumber::throughText(value), std::strtod(printed(value).c_str(), nullptr))
             << std::hexfloat << value;
     }
+    constexpr double kLeast = 1e-4; // without an exponent
+    constexpr double kMost = 1e15;
     const double edges[] = {0.0,
-                            1e-4,
-                            std::nextafter(1e-4, 0),
-                            std::nextafter(1e-4, 1),
-                            1e15,
-                            std::nextafter(1e15, 0),
-                            std::nextafter(1e15, 1e16),
+                            kLeast,
+                            std::nextafter(kLeast, 0),
+                            kMost,
+                            std::nextafter(kMost, 0),
+                            std::nextafter(kMost, 2 * kMost),
                             999999999999999.5,
                             99999999999999.95,
                             9.999999999999995,
                             0.9999999999999995,
-                            1.0 / 3,
-                            std::numeric_limits<double>::min(),
                             5e-324,
                             1e308};
     for (const double value : edges)
@@ -113,45 +106,17 @@ TEST(YNumber, ThroughTextIsWritingAndReading) {
 }
 
 TEST(YNumber, ScansDecimalTexts) {
-    const struct {
-        const char* text;
-        double value;
-    } rows[] = {
-        {"", 0},
-        {"abc", 0},
-        {"5", 5},
-        {"-5", -5},
-        {"+5", 5},
-        {"007", 7},
-        {" \t12", 12},
-        {"12 13", 12},
-        {"3.25x", 3.25},
-        {".5", 0.5},
-        {"5.", 5},
-        {"-.5", -0.5},
-        {"1e3", 1000},
-        {"1E-2", 0.01},
-        {"1e", 1},
-        {"1e+", 1},
-        {".", 0},
-        {"-", 0},
-        {"+-5", 0},
-        {"--5", 0},
-        {"inf", 0},
-        {"nan", 0},
-        {"-inf", 0},
-        {"0x10", 0},
-        {"1,5", 1},
-        {"123456789", 123456789},
-        {"1234567890", 1234567890},
-        {"1e400", std::numeric_limits<double>::infinity()},
-        {"-1e400", -std::numeric_limits<double>::infinity()},
-        {"1e-400", 0},
+    const std::pair<const char*, double> rows[] = {
+        {"", 0},         {"abc", 0},  {"+5", 5},   {"007", 7},    {" \t12", 12},  {"12 13", 12},
+        {"3.25x", 3.25}, {".5", 0.5}, {"5.", 5},   {"-.5", -0.5}, {"1E-2", 0.01}, {"1e", 1},
+        {"1e+", 1},      {".", 0},    {"-", 0},    {"+-5", 0},    {"--5", 0},     {"inf", 0},
+        {"nan", 0},      {"-inf", 0}, {"0x10", 0}, {"1,5", 1},    {"1e-400", 0},
     };
-    for (const auto& row : rows) EXPECT_EQ(ynumber::scan(row.text), row.value) << row.text;
+    for (const auto& [text, value] : rows) EXPECT_EQ(ynumber::scan(text), value) << text;
     const std::string zeros(400, '0');
     EXPECT_EQ(ynumber::scan("00." + zeros + "1"), 0);
-    EXPECT_EQ(ynumber::scan("1" + zeros), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(ynumber::scan("-1" + zeros), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(ynumber::scan("1e400"), std::numeric_limits<double>::infinity());
 }
 
 TEST(YNumber, ScansWhatStrtodScans) {
@@ -172,62 +137,31 @@ TEST(YNumber, ScansWhatStrtodScans) {
 }
 
 TEST(YNumber, ScansIntegersByTheirLeadingDigits) {
-    const struct {
-        const char* text;
-        std::int32_t value;
-    } rows[] = {
-        {"", 0},
-        {"x", 0},
-        {"12", 12},
-        {"-12", -12},
-        {"+12", 12},
-        {" 12", 12},
-        {"12x", 12},
-        {"1.9", 1},
-        {"1e3", 1},
-        {"- 5", 0},
-        {"2147483647", 2147483647},
-        {"2147483648", 2147483647},
-        {"-2147483648", -2147483647 - 1},
-        {"-99999999999999999999", -2147483647 - 1},
-        {"99999999999999999999", 2147483647},
-    };
-    for (const auto& row : rows) EXPECT_EQ(ynumber::scanInteger(row.text), row.value) << row.text;
+    const auto rows = testing_support::wordTable(R"(
+        EMPTY : 0     -12 : -12     +12 : 12     12x : 12     1.9 : 1     1e3 : 1     - : 0
+        2147483647 : 2147483647                  2147483648 : 2147483647
+        -2147483648 : -2147483648                -99999999999999999999 : -2147483648)");
+    for (const auto& [text, value] : rows)
+        EXPECT_EQ(std::to_string(ynumber::scanInteger(text)), value) << text;
+    EXPECT_EQ(ynumber::scanInteger(" 12"), 12);
 }
 
 TEST(YNumber, RoundsAndTruncates) {
+    constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+    constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
     const struct {
         double value;
         std::int32_t truncated;
         std::int32_t rounded; ///< ties go down
     } rows[] = {
-        {2.4, 2, 2},
-        {2.5, 2, 2},
-        {2.6, 2, 3},
-        {-2.4, -2, -2},
-        {-2.5, -2, -3},
-        {-2.6, -2, -3},
-        {0.5, 0, 0},
-        {-0.5, 0, -1},
-        {3e9, 2147483647, 2147483647},
-        {-3e9, -2147483647 - 1, -2147483647 - 1},
+        {2.4, 2, 2},          {2.5, 2, 2},    {2.6, 2, 3},         {-2.4, -2, -2},
+        {-2.5, -2, -3},       {-2.6, -2, -3}, {3e9, kMost, kMost}, {-3e9, kLeast, kLeast},
+        {std::nan(""), 0, 0},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(ynumber::truncate(row.value), row.truncated) << row.value;
         EXPECT_EQ(ynumber::roundTieDown(row.value), row.rounded) << row.value;
     }
-    EXPECT_EQ(ynumber::truncate(std::nan("")), 0);
-    EXPECT_EQ(ynumber::roundTieDown(std::nan("")), 0);
-}
-
-TEST(YNumber, WholeNumbersOfShortTextsAreIntegers) {
-    EXPECT_TRUE(ynumber::isIntegral(2e9, 10));
-    EXPECT_TRUE(ynumber::isIntegral(-2e9, 0));
-    EXPECT_FALSE(ynumber::isIntegral(2000000001, 0));
-    EXPECT_FALSE(ynumber::isIntegral(5, ynumber::kRealTextLength));
-    EXPECT_FALSE(ynumber::isIntegral(5.5, 3));
-    EXPECT_FALSE(ynumber::isIntegral(std::nan(""), 0));
-    EXPECT_FALSE(ynumber::isIntegral(std::numeric_limits<double>::infinity(), 0));
 }
 
 } // namespace
