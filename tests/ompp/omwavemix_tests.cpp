@@ -83,10 +83,10 @@ class Model {
             if (each.state == State::Finishing && !isQueued(each)) each.state = State::Idle;
         if (std::ranges::none_of(voices_, sounds)) queue_.clear();
         for (int i = 0; i < count_ && playing() > 0 && hasRoom(); ++i) {
+            mixNew();
             const auto waiting = std::ranges::count_if(
                 queue_, [this](const Buffer& buffer) { return buffer.heard < size_; });
             if (waiting >= minimum_) break;
-            mixNew();
         }
     }
 

@@ -60,7 +60,7 @@ TEST_F(EffectsWindowTest, ClicksOnABlackScreenReachNobodyEvenWhenTheLoopGoesOn) 
     window.defaults().mouseDown = window.background()->mouseDown = [&](Point) { ++clicks; };
     const auto message = [&](platform::Message::Kind kind, Point at) {
         machine.events().queue.push_back({kind, 0, at, {}, 0});
-        app.pass();
+        app->pass();
     };
     using Kind = platform::Message::Kind;
     message(Kind::MouseDown, {15, 15});

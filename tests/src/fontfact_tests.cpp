@@ -73,21 +73,23 @@ TEST_F(FontFactoryTest, FontsAreMadeOnceAndGoWithTheirLastUse) {
 TEST_F(FontFactoryTest, EveryKindMayStandForEveryOther) {
     OMFont& own = fonts->useFont(std::make_unique<OMSysFont>());
     OMFont& other = fonts->useFont(std::make_unique<OMSysFont>());
-    const auto expectLog = [&](const std::string& name, const std::string& newName) {
-        EXPECT_EQ(takeLog(), "Starting to use " + name + "\n\tSubstituting " + newName +
-                                 " for font " + name + "\nStarting to use " + newName + "\n");
+    const auto expectLog = [&](const std::string& name, const std::string& kind,
+                               const std::string& substitute) {
+        EXPECT_EQ(takeLog(), "Starting to use " + name + "\n\tSubstituting " + substitute +
+                                 " for font " + name + "\nStarting to use " + kind + substitute +
+                                 "\n");
     };
     takeLog();
     fonts->addSubstitution(&own, 8);
     EXPECT_EQ(fonts->useFont(own).kind(), OMFont::Kind::NFNT);
-    expectLog("font " + pointer(own), "NFNT font 8");
+    expectLog("font " + pointer(own), "", "NFNT font 8");
     fonts->addSubstitution(7, RTrueTypeKey{"Lumo", 1, 20});
     EXPECT_EQ(fonts->useNFNT(7).kind(), OMFont::Kind::Typeface);
-    expectLog("NFNT font 7", "TT font Lumo 1 20");
+    expectLog("NFNT font 7", "", "TT font Lumo 1 20");
     fonts->addSubstitution(RTrueTypeKey{"Arial", 0, 9}, 7);
     fonts->addSubstitution(RTrueTypeKey{"Arial", 0, 9}, &other); // replaces the one before
     EXPECT_EQ(&fonts->useTrueType("Arial", 0, 9), &other);
-    expectLog("TT font Arial 0 9", "font " + pointer(other));
+    expectLog("TT font Arial 0 9", "font ", pointer(other));
     // In a circle.
     fonts->addSubstitution(1, 2);
     fonts->addSubstitution(2, 3);

@@ -20,7 +20,7 @@ class WorldMemories : public WorldTest {
   protected:
     WorldMemories() {
         startWorld();
-        registerRWorldPort(OMSRegistry::global());
+        OMSRegistry::global().registerClass(RWorldPort::kClass);
     }
     /// Runs a script on a port `world` in a new run of the program.
     std::string runAnew(const std::string& script) {
@@ -174,8 +174,8 @@ TEST_F(WorldMemories, NothingIsLeftOfThoseWhoGo) {
 
     memory->shutDown();
     for (OMScriptableObject* port : {world, other}) {
-        EXPECT_EQ(port->property("playerName"), nullptr);
-        EXPECT_EQ(port->property("informColorsWarning"), nullptr);
+        EXPECT_FALSE(port->hasProperty("playerName"));
+        EXPECT_FALSE(port->hasProperty("informColorsWarning"));
         EXPECT_EQ(port->getProperty("playersCount"), "0");
         pushWords("CWS1");
         EXPECT_EQ(port->getProperty("wsAutoLevelingA"), "");

@@ -221,8 +221,8 @@ TEST_F(HostileAnimationTest, ColoursOfFramesThatOverlapChangeInProportion) {
 /// An animation, and sounds of which none can be played.
 class HostileSequenceTest : public HostileAnimationTest, private AOSounds {
   protected:
-    HostileSequenceTest() { OMAnimation::setSounds(this); }
-    ~HostileSequenceTest() override { OMAnimation::setSounds(nullptr); }
+    HostileSequenceTest() { setCurrent(this); }
+    ~HostileSequenceTest() override { setCurrent(nullptr); }
 
     std::unique_ptr<OMAnimation> make(AOSequence sequence) {
         AseqBuilder builder;
@@ -249,12 +249,12 @@ class HostileSequenceTest : public HostileAnimationTest, private AOSounds {
     int ends = 0;
 
   private:
-    bool isEnabled() const override { return true; }
-    bool play(OMAnimation&, int, OMLink) override {
+    Start play(OMAnimation&, int, OMLink) override {
         ++asked;
-        return false;
+        return Start::Never;
     }
     void stop(OMAnimation&) override {}
+    void forget(OMAnimation&) override {}
 };
 
 AOSequence storm(const AOEntry& of, int count, const AOEntry& last) {

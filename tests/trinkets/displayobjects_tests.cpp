@@ -102,7 +102,7 @@ class DisplayObjectTest : public WindowTest {
     template <class Class>
     std::unique_ptr<Class> make(std::initializer_list<const char*> events) {
         auto object = std::make_unique<Class>(window, image, 1, 10, 10);
-        object->declareProperties();
+        object->takeClass(Class::kClass);
         for (const char* event : events)
             object->attachHandler(event, [this, event] { heard.emplace_back(event); });
         return object;
@@ -173,13 +173,13 @@ TEST_F(DisplayObjectTest, AHitNeedsAButtonThatIsThere) {
 
 TEST_F(DisplayObjectTest, AClockMakesUpForLatePasses) {
     RAnimationTrigger clock;
-    clock.declareProperties();
+    clock.takeClass(RAnimationTrigger::kClass);
     int frames = 0;
     clock.attachHandler("newFrame", [&] { ++frames; });
     const auto framesOf = [&](int passes, int ms) {
         frames = 0;
         machine.clock().now += static_cast<std::uint32_t>(ms);
-        for (int i = 0; i < passes; ++i) app.pass();
+        for (int i = 0; i < passes; ++i) app->pass();
         return frames;
     };
     machine.clock().now = 0xFFFFFF00; // wraps soon
@@ -201,7 +201,7 @@ TEST_F(DisplayObjectTest, AClockMakesUpForLatePasses) {
 
 TEST_F(DisplayObjectTest, TheListIsPickedFromByTheMouse) {
     RSelList list(window, {0, 0, 80, 60});
-    list.declareProperties();
+    list.takeClass(RSelList::kClass);
     list.attachHandler("entrySelected", [&] { heard.push_back(list.currentEntry()); });
     for (const char* name : {"Ana", "Bia", "Caio", "Davi"}) list.addListEntry(name);
     const int height = 8 + 2 + 1; // of a line of the system font here
@@ -221,7 +221,7 @@ TEST_F(DisplayObjectTest, TheListIsPickedFromByTheMouse) {
 }
 
 TEST_F(DisplayObjectTest, WithoutSourcesNothingChanges) {
-    RText text(window, {0, 0}, RText::kFitting, RText::kFitting);
+    RText text(window, {0, 0, RText::kFitting, RText::kFitting});
     text.chooseFont("12", std::nullopt, std::nullopt);
     RSelList list(window, {0, 0, 80, 60});
     list.setTextFontID(12);

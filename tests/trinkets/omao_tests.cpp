@@ -30,12 +30,12 @@ class AnimationTest : public WindowTest {
             if (found == resources.end()) return nullptr;
             return std::make_unique<MemoryStream>(found->second);
         });
-        registerRAnimation(OMSRegistry::global());
+        OMSRegistry::global().registerClass(RAnimation::kClass);
     }
     ~AnimationTest() override {
         OMSRegistry::global().unregisterAll();
         OMAnimation::setSourceLocator(nullptr);
-        OMAnimation::setSounds(nullptr);
+        AOSounds::setCurrent(nullptr);
         OMAnimation::setUseEmbeddedAnimationCoordinates(false);
     }
 
@@ -405,9 +405,10 @@ TEST_F(AnimationTest, PaintGoesIntoTheBackgroundPicture) {
 class SoundTest : public AnimationTest, private AOSounds {
   protected:
     static constexpr int kMissing = 404;
-    static constexpr int kEmpty = 1; ///< ends while it is being started
+    static constexpr int kBusy = 405; ///< the first time
+    static constexpr int kEmpty = 1;  ///< ends while it is being started
 
-    SoundTest() { OMAnimation::setSounds(this); }
+    SoundTest() { setCurrent(this); }
 
     void end(int id) {
         const OMLink done = playing.at(id);
@@ -416,24 +417,22 @@ class SoundTest : public AnimationTest, private AOSounds {
     }
 
     std::map<int, OMLink> playing;
-    bool enabled = true;
     int missed = 0;
 
   private:
-    bool isEnabled() const override { return enabled; }
-    bool play(OMAnimation&, int id, OMLink done) override {
-        if (id == kMissing) {
+    Start play(OMAnimation&, int id, OMLink done) override {
+        if (id == kMissing || (id == kBusy && missed == 0)) {
             ++missed;
-            return false;
+            return id == kMissing ? Start::Never : Start::NotNow;
         }
-        if (id == kEmpty) {
+        if (id == kEmpty)
             done();
-            return true;
-        }
-        playing[id] = std::move(done);
-        return true;
+        else
+            playing[id] = std::move(done);
+        return Start::Plays;
     }
     void stop(OMAnimation&) override { playing.clear(); }
+    void forget(OMAnimation&) override { EXPECT_TRUE(playing.empty()); }
 };
 
 TEST_F(SoundTest, InSyncTheAnimationHoldsUntilItsSoundHasEnded) {
@@ -474,13 +473,21 @@ TEST_F(SoundTest, AFinishWaitsForTheSoundsUnlessItIsPlayedAgain) {
     }
 }
 
+TEST_F(SoundTest, ASoundThatCannotBePlayedNowIsTriedInTheNextRound) {
+    make({entry(-101, kBusy), entry(0, 10), entry(AOEntry::kLoop)});
+    EXPECT_EQ(AnimationTest::play(10), "a10");
+    EXPECT_EQ(missed, 1);
+    AnimationTest::play(30);
+    EXPECT_EQ(playing.count(kBusy), 1u);
+}
+
 TEST_F(SoundTest, SwitchedOffSoundsStopAndHoldNothing) {
     OMAnimation& a = make({entry(0, 10), entry(-101, 7), entry(1, 10), entry(-101, 8), entry(-4)});
     AnimationTest::play(20);
     a.setProperty("soundOn", "0");
     EXPECT_TRUE(playing.empty());
     EXPECT_EQ(AnimationTest::play(50), "b30");
-    enabled = false;
+    ::AOSounds::setCurrent(nullptr);
     a.setSoundOn(true);
     a.setSequence(0, true);
     EXPECT_EQ(AnimationTest::play(80), "a10 b20");

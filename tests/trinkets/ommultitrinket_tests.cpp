@@ -14,7 +14,7 @@ namespace {
 
 /// A group that declares what scripts see.
 struct Group : OMMultiTrinket {
-    explicit Group(OMTrinketWindow& window) : OMMultiTrinket(window) { declareProperties(); }
+    explicit Group(OMTrinketWindow& window) : OMMultiTrinket(window) { takeClass(kClass); }
 };
 
 struct GroupTest : WindowTest {

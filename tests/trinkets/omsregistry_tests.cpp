@@ -25,6 +25,13 @@ struct Plain : OMScriptableObject {
 };
 std::vector<std::string> Plain::done;
 
+constexpr OMSClass plain(std::string_view name) {
+    return {name, &OMScriptableObject::kClass, {}, &Plain::create};
+}
+constexpr OMSClass kPlain = plain("Plain");
+constexpr OMSClass kOne = plain("One");
+constexpr OMSClass kTwo = plain("Two");
+
 class OMSRegistries : public ScriptTest {
   protected:
     OMSRegistries() { Plain::done.clear(); }
@@ -41,7 +48,7 @@ class OMSRegistries : public ScriptTest {
 };
 
 TEST_F(OMSRegistries, CreatesDeclaresAndAnnounces) {
-    registry.registerClass("Plain", Plain::create);
+    registry.registerClass(kPlain);
     registry.attachClassHandler("Plain", [] { Plain::log("born"); });
     registry.setCreationHook([](OMScriptableObject&) { Plain::log("hook"); });
     const auto object = create("Plain", {"red"});
@@ -51,7 +58,9 @@ TEST_F(OMSRegistries, CreatesDeclaresAndAnnounces) {
     EXPECT_FALSE(create("plain", {})) << "case counts";
     EXPECT_FALSE(registry.attachClassHandler("None", nullptr));
     registry.attachClassHandler("Plain", nullptr);
-    registry.registerClass("Plain", [] { return std::unique_ptr<OMScriptableObject>(); });
+    static constexpr OMSClass kRefusing{
+        "Plain", nullptr, {}, [] { return std::unique_ptr<OMScriptableObject>(); }};
+    registry.registerClass(kRefusing);
     Plain::done.clear();
     create("Plain", {"blue"});
     EXPECT_THAT(Plain::done, ElementsAre("made blue", "declared", "hook", "gone"))
@@ -63,8 +72,8 @@ TEST_F(OMSRegistries, TheLastClassTakesTheGlobalsWithIt) {
     OMSobException::setNotification([&](const OMSobException& report) {
         told += std::string(report.kind()) + " " + report.text() + "/";
     });
-    registry.registerClass("One", Plain::create);
-    registry.registerClass("Two", Plain::create);
+    registry.registerClass(kOne);
+    registry.registerClass(kTwo);
     OMSArguments::global().push("left");
     OMSobExceptionWarning("kept").report();
     registry.unregisterClass("One");
@@ -83,10 +92,10 @@ TEST_F(OMSRegistries, ComponentsAreLoadedOnce) {
         machine.files().put(file, "");
     machine.files().putFolder("folder.lrn");
     modules.libraries["One.lrn"][OMSRegistry::kComponentEntry] = [] {
-        OMSRegistry::global().registerClass("One", Plain::create);
+        OMSRegistry::global().registerClass(kOne);
     };
     modules.libraries["Two.LRN"][OMSRegistry::kComponentEntry] = [] {
-        OMSRegistry::global().registerClass("Two", Plain::create);
+        OMSRegistry::global().registerClass(kTwo);
     };
     EXPECT_FALSE(registry.isClass("One")) << "not enabled";
     registry.setComponentLoading(true);
@@ -106,7 +115,7 @@ using OMSRegistryDeath = OMSRegistries;
 TEST_F(OMSRegistryDeath, AComponentThatRegistersNothingIsFatal) {
     machine.modules().libraries["Empty.lrn"] = {};
     machine.modules().libraries["Wrong.lrn"][OMSRegistry::kComponentEntry] = [] {
-        OMSRegistry::global().registerClass("Other", Plain::create);
+        OMSRegistry::global().registerClass(kPlain);
     };
     registry.setComponentLoading(true);
     for (const char* name : {"Empty", "Wrong"})
@@ -117,8 +126,9 @@ TEST_F(OMSRegistryDeath, AComponentThatRegistersNothingIsFatal) {
 /// One property of every type that a table can convert.
 class Typed : public OMScriptableObject {
   public:
-    Typed() { declareProperties(); }
-    void declareProperties() override;
+    static const OMSClass kClass;
+
+    Typed() { takeClass(kClass); }
 
     int whole() const { return whole_; }
     void setWhole(int value) { whole_ = value; }
@@ -148,7 +158,7 @@ constexpr OMSEntry kTyped[] = {
     oms::event("done"),
 };
 
-void Typed::declareProperties() { declare(kTyped); }
+const OMSClass Typed::kClass{"Typed", &OMScriptableObject::kClass, kTyped};
 
 TEST_F(OMSRegistries, TablesConvertAtTheScriptBoundary) {
     const struct {

@@ -29,7 +29,7 @@ class WindowCursorTest : public WindowTest {
     int shown() { return machine.display().cursor; }
     void pass(std::uint32_t ms) {
         machine.clock().now += ms;
-        app.tasks().runAll();
+        app->tasks().runAll();
     }
     std::pair<int, int> cursorsOfTile() { return {tile.cursor(), tile.grabCursor()}; }
 
@@ -138,7 +138,7 @@ TEST_F(WindowCursorTest, CursorAndWindowMayEndInAnyOrder) {
         row.install(other);
     }
     EXPECT_FALSE(row.imCurrent());
-    EXPECT_EQ(app.tasks().count(), 0u);
+    EXPECT_EQ(app->tasks().count(), 0u);
     pass(100);
     EXPECT_TRUE(failures.empty());
 }

@@ -137,9 +137,7 @@ class ModelTest : public SurfaceTest,
         std::unique_ptr<Tile>& tile = tiles[which];
         switch (below(11)) {
         case 0: tile->setVisible(!tile->isVisible()); return;
-        case 1:
-            if (tile->isShown()) tile->setZ(below(4));
-            return;
+        case 1: tile->setZ(below(4)); return;
         case 2:
             tile.reset();
             tile = make();

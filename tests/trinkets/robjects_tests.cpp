@@ -30,7 +30,7 @@ class Lamp : public OMScriptableObject {
     std::unique_ptr<OMScriptableObject> duplicate() override {
         return std::make_unique<Lamp>(*this);
     }
-    void declareProperties() override;
+    static const OMSClass kClass;
 
     // Script hooks.
     int level() const { return level_; }
@@ -81,13 +81,13 @@ constexpr OMSEntry kVocabulary[] = {
     oms::event("hit"),
 };
 
-void Lamp::declareProperties() { declare(kVocabulary); }
+const OMSClass Lamp::kClass{"Lamp", &OMScriptableObject::kClass, kVocabulary, &Lamp::create};
 
 class RObjects : public ScriptTest {
   protected:
     RObjects() {
         Lamp::alive = 0;
-        OMSRegistry::global().registerClass("Lamp", Lamp::create);
+        OMSRegistry::global().registerClass(Lamp::kClass);
         YCommands::add("Hit", [] {
             if (auto* hit = OMScriptableObject::named(OMSArguments::global().next()))
                 hit->fireEvent("hit");
@@ -321,7 +321,8 @@ TEST_F(RObjects, TheTextOfIgnoredEventsHasALimit) {
             });
         }
     };
-    OMSRegistry::global().registerClass("Noisy", [] { return std::make_unique<Noisy>(); });
+    static constexpr OMSClass kNoisy{"Noisy", &OMScriptableObject::kClass, {}, &oms::create<Noisy>};
+    OMSRegistry::global().registerClass(kNoisy);
     run("a=Noisy 1\nset a loud p\nplay a\nprocedure p\n[\n]\n");
     const auto shown = boxes();
     ASSERT_EQ(shown.size(), 1U);
@@ -350,7 +351,8 @@ TEST_F(RObjects, PropertiesMayGoWhileTheyAreUsed) {
             });
         }
     };
-    OMSRegistry::global().registerClass("Shy", [] { return std::make_unique<Shy>(); });
+    static constexpr OMSClass kShy{"Shy", &OMScriptableObject::kClass, {}, &oms::create<Shy>};
+    OMSRegistry::global().registerClass(kShy);
     run("a=Shy 1\nset a level 5\nsay RESULT\nget a note r\nsay r\nplay a leave\nsay RESULT\n"
         "set a level 5\nget a note r\nplay a leave\n");
     EXPECT_EQ(said(), "5x\nxx\nxxx\n");

@@ -1,3 +1,4 @@
+#include "omsclass.h"
 #include "omscrptb.h"
 #include "scriptfixture.h"
 
@@ -24,7 +25,9 @@ struct Lamp : OMScriptableObject {
 class RTrace : public ScriptTest {
   protected:
     RTrace() {
-        OMSRegistry::global().registerClass("Lamp", [] { return std::make_unique<Lamp>(); });
+        static constexpr OMSClass kLamp{
+            "Lamp", &OMScriptableObject::kClass, {}, &oms::create<Lamp>};
+        OMSRegistry::global().registerClass(kLamp);
         YCommands::add("Hit", [] { OMScriptableObject::named("a")->fireEvent("hit"); });
     }
     /// The trace of the statement that follows the set-up: each message of one instruction, "/"

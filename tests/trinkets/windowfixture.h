@@ -22,7 +22,7 @@ class Tile : public OMTrinket {
     Tile(OMTrinketWindow& window, const platform::Rect& bounds, int color,
          UpdateStyle style = UpdateStyle::Regions)
         : OMTrinket(window, style, bounds), color_(color) {
-        OMTrinket::declareProperties();
+        takeClass(kClass);
     }
     void paint(OMMemCanvas& canvas, const OMRegion& clip) override {
         OMRegion shown = clip;
@@ -57,11 +57,6 @@ inline std::string pixelsOf(OMCanvas& canvas, const platform::Rect& area) {
     }
     return text;
 }
-
-class ApplicationTest : public FrameworkTest {
-  protected:
-    OMApp app{OMApp::DisplayMode::PopUp, OMColor(), {0, 0, 640, 480}, 8};
-};
 
 class WindowTest : public ApplicationTest {
   protected:

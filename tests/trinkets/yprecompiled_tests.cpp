@@ -1,3 +1,4 @@
+#include "omsclass.h"
 #include "yprecompiled.h"
 
 #include "omscrptb.h"
@@ -141,8 +142,9 @@ TEST_F(YPrecompiled, AliasesStandForOtherVariables) {
 }
 
 TEST_F(YPrecompiled, AnAliasFollowsTheObjectThatIsAssigned) {
-    OMSRegistry::global().registerClass("Thing",
-                                        [] { return std::make_unique<OMScriptableObject>(); });
+    static constexpr OMSClass kThing{
+        "Thing", &OMScriptableObject::kClass, {}, &oms::create<OMScriptableObject>};
+    OMSRegistry::global().registerClass(kThing);
     PrecompiledBuilder file;
     const int a = file.name("a");
     const int b = file.name("b");

@@ -99,9 +99,11 @@ class OMScriptableObject {
 
     /// Of the object's class in the registry; null while it has none.
     [[nodiscard]] const OMSR* classEntry() const;
-    /// The object becomes the last-born one, takes the registered class of that name if it has none
-    /// yet, and the class's handler is called. For objects that the program makes itself; creation
+    /// The object is of that class from now on. For objects that the program makes itself; creation
     /// through the registry does it.
+    void takeClass(const OMSClass& scriptClass);
+    /// The object becomes the last-born one, takes the registered class of that name if it has none
+    /// yet, and the class's handler is called. For such objects too.
     void announceBorn(std::string_view className);
 
     static constexpr std::string_view kDefaultMethod = "default";
@@ -136,7 +138,6 @@ class OMScriptableObject {
     template <class Use>
     auto with(std::string_view name, Use use);
     void add(std::unique_ptr<OMScriptableObjectProperty> property);
-    void takeClass(const OMSClass& scriptClass);
     void born();
 
     static Status status_;

@@ -222,6 +222,7 @@ class OMTrinket : public OMScriptableObject {
     void moveTo(std::int64_t x, std::int64_t y);
     void changeDepth(int z);
     void changeVisibility(bool visible);
+    void reappear();
     /// Above all others of its depth.
     void comeForward();
     /// Has the pages composed anew where they show it.

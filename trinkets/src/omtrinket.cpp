@@ -120,10 +120,21 @@ void OMTrinket::moveTo(std::int64_t newX, std::int64_t newY) {
 
 void OMTrinket::changeDepth(int z) {
     if (z == z_) return;
+    const bool wasShown = isShown();
     erase();
     z_ = z;
     if (window_) window_->resort(*this);
+    if (wasShown)
+        markWhole();
+    else
+        reappear();
+}
+
+/// Where it was not shown before: on every page, however soon it goes again.
+void OMTrinket::reappear() {
+    if (!isShown()) return;
     markWhole();
+    if (updateStyle_ != UpdateStyle::Nothing) window_->addUnshown(boundingRectangle());
 }
 
 void OMTrinket::comeForward() {
@@ -135,9 +146,7 @@ void OMTrinket::changeVisibility(bool visible) {
     if (visible == visible_) return;
     erase();
     visible_ = visible;
-    if (!isShown()) return;
-    markWhole();
-    if (updateStyle_ != UpdateStyle::Nothing) window_->addUnshown(boundingRectangle());
+    reappear();
 }
 
 void OMTrinket::setCursors(int normal, int grab) {
