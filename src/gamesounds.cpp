@@ -38,7 +38,8 @@ int RGameSounds::play(int id, OMLink done, bool loop) {
     std::unique_ptr<OMIStream> stream = resources_.load(id, "WAVE", kOMIStreamCache);
     if (!stream) return kNoSound;
     const int handle = nextHandle_++;
-    records_.push_back(std::make_unique<Record>(handle, std::move(done), std::move(stream)));
+    records_.push_back(
+        std::make_unique<Record>(handle, loop ? nullptr : std::move(done), std::move(stream)));
     OMWaveSound& sound = records_.back()->sound;
     sound.setPlayCount(loop ? kOMSoundPlayForever : 1);
     if (!loop) sound.setFinishedLink([this, handle] { finished(handle); });
@@ -52,8 +53,8 @@ int RGameSounds::playEffect(int id, OMLink done) {
 }
 
 void RGameSounds::finished(int handle) {
-    if (const Record* record = find(handle)) {
-        const OMLink done = record->done; // the sound may be killed in it
+    if (Record* record = find(handle)) {
+        const OMLink done = std::exchange(record->done, nullptr); // the sound may be killed in it
         done();
     }
     remove(handle);

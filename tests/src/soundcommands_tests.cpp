@@ -114,6 +114,10 @@ TEST_F(SoundCommandsTest, CompletionComesOnceAndMayUseTheHandle) {
     hear(0);
     sounds->kill(handle);
     EXPECT_EQ(done, 2) << "a killed sound has ended";
+    sounds->kill(sounds->play(
+        101, [&] { ++done; }, false));
+    EXPECT_EQ(done, 3) << "also one that nobody has heard";
+    done = 2;
     handle = sounds->play(101, finish, true);
     hear(0);
     sounds->kill(handle);
