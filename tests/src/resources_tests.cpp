@@ -218,6 +218,8 @@ TEST_F(ResourcesTest, LeavesOutWhatMakesNoSenseInAMap) {
          "4: " + id + "\n5: " + id + "\n6: " + id + "\n7: " + id + "\n"},
         {"surplus", "M\n1\na\nWAVE 1\nWAVE 2\nWAVE 3\nENDFILE\nb\nWAVE 4\nENDFILE", "b:WAVE 4,;",
          "7: " + surplus + "\n"},
+        {"surplus of lines that do not count", "M\n1\na\nWAVE 1\nWAV 2\nENDFILE", "a:WAVE 1,;",
+         "5: " + type + "\n"},
         {"absurd count", "M\n2147483647\na\nWAVE 1\nENDFILE", "a:WAVE 1,;", ""},
         {"no count", "M\na.rsc\nWAVE 1\nENDFILE", "", "2: " + noCount + "\n"},
         {"more than a number holds", "M\n2147483648\na\nWAVE 1\nENDFILE", "",
