@@ -170,9 +170,11 @@ TEST(DoorsTest, SlotsAreDrawnAgainUnlessTheyAreVaried) {
         bool varied;
     };
     const Row rows[] = {
-        {{2, 4, 8, 12, 10, 6, 30}, 4, false},   // all even
+        {{2, 4, 8, 12, 10, 6, 30}, 4, false}, // all even
+        {{2, 4, 8, 12, 10, 6, 31}, 4, true},
         {{1, 6, 11, 16, 21, 20, 15}, 4, false}, // always 1 on or 1 back
         {{1, 6, 11, 16, 21, 20, 17}, 4, true},
+        {{1, 5, 9, 37, 33, 13, 17}, 4, false},
         {{1, 5, 9, 37, 33, 13, 17}, 3, true},
     };
     for (const Row& row : rows)

@@ -236,6 +236,8 @@ TEST_F(ResourcesTest, LeavesOutWhatMakesNoSenseInAMap) {
         {"stray ENDFILE", "M\n9\nENDFILE\na\nWAVE 1\nENDFILE", "a:WAVE 1,;",
          "3: ENDFILE without a file\n"},
         {"no ENDFILE", "M\n9\na\nWAVE 1\nWAVE 2", "a:WAVE 1,WAVE 2,;", "5: " + noEnd + "\n"},
+        {"control character", "M\n9\na\nENDFILE\n\x1A", "a:;",
+         "5: no file name, its resources are left out\n5: " + noEnd + "\n"},
         {"long line",
          "M\n9\na" + std::string(100, ' ') + "b\nWAVE 1" + std::string(90, '0') + "\nENDFILE",
          "a:;", "4: " + id + "\n"},
