@@ -3,10 +3,12 @@
 
 #include "platform/headless/headlessplatform.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iostream>
 #include <memory>
+#include <png.h>
 #include <sstream>
 #include <utility>
 #include <vector>
@@ -196,6 +198,37 @@ TEST_F(HeadlessTest, TerminatesAfterItsReport) {
     };
     EXPECT_EXIT(terminate(false), testing::ExitedWithCode(3), "^0\tend\t3\n$");
     EXPECT_EXIT(terminate(true), testing::ExitedWithCode(3), "^0\tend\t0\n$");
+}
+
+// What golden pictures rest on: that nothing is seen which was not presented.
+TEST_F(HeadlessTest, ScreenshotsShowWhatWasPresented) {
+    const std::string file = folder_.path("shot.png");
+    HeadlessPlatform& machine =
+        start("2 background\n2 screenshot " + file, {.screen = {.width = 21, .height = 10}});
+    Display& display = machine.display();
+    for (int y = 0; y < 10; ++y) std::fill_n(display.screen().row(y), 21, std::uint8_t{100});
+    display.present({-3, 8, 2, 99});
+    display.present({50, 50, 40, 40});
+    std::fill_n(display.screen().row(9), 21, std::uint8_t{255});
+    machine.mainLoopBegins();
+    pass(2);
+    Message message;
+    ASSERT_TRUE(machine.events().take(message));
+    EXPECT_EQ(folder_.contents("shot.png"), "") << "the message before it goes first";
+    const Rgb colour{10, 20, 30};
+    display.setPalette(100, {&colour, 1}); // after it was presented
+    EXPECT_TRUE(takeAll().empty());
+
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    ASSERT_NE(png_image_begin_read_from_file(&image, file.c_str()), 0) << image.message;
+    image.format = PNG_FORMAT_RGB;
+    std::vector<Rgb> shown(21 * 10);
+    ASSERT_EQ(PNG_IMAGE_SIZE(image), shown.size() * sizeof(Rgb));
+    png_image_finish_read(&image, nullptr, shown.data(), 0, nullptr);
+    std::vector<Rgb> expected(21 * 10);
+    for (const std::size_t x : {0, 1}) expected[8 * 21 + x] = expected[9 * 21 + x] = colour;
+    EXPECT_TRUE(shown == expected);
 }
 
 } // namespace

@@ -93,7 +93,7 @@ TEST_F(HeadlessWaveOutTest, PauseStopsTheQueueAndTimeWithoutDataIsLost) {
     const WaveBuffer& a = write(10);
     pass(4);
     device_.pause();
-    pass(1000);
+    clock_.sleep(1000);
     device_.restart();
     pass(5);
     EXPECT_FALSE(a.done);

@@ -35,6 +35,7 @@ TEST(TextFont, DrawsLettersWithAccentsAndLowerLengths) {
         ".................",
     };
     EXPECT_EQ(picture(surface), expected);
+    EXPECT_NE(textfont::glyph(0xC7), textfont::glyph('C')) << "a cedilla";
 }
 
 TEST(TextFont, LeavesOutWhatLiesBeyondTheSurface) {

@@ -96,6 +96,7 @@ TEST(ScoreReader, TellsWhatIsWrongAndWhere) {
         {"tempo 60\n\nmelody x\n", 3, "\"melody\" is no keyword, and there is no voice yet"},
         {"tempo 99999999999", 1, "\"99999999999\": a number from 20 to 400 stands here"},
         {"instrument a\nwave 0 0", 2, "one harmonic must not be 0"},
+        {"voice a 50", 1, "there is no instrument \"a\""},
         {"instrument a\ninstrument a", 2, "there is an instrument \"a\" already"},
         {"instrument a\nvoice a 50\nc5 h5", 3, "\"h5\" is no note"},
         {"instrument a\nvoice a 50\nc5:1/0", 3, "\"c5:1/0\": the length is no number of beats"},

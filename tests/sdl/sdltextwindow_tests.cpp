@@ -117,6 +117,7 @@ class SdlTextWindowTest : public testing::Test {
 TEST_F(SdlTextWindowTest, StandsWhereItWasAskedForAndTellsWhatAPersonDoesToIt) {
     EXPECT_EQ(owner_.window->rectangle(), (Rect{20, 30, 140, 90}));
     EXPECT_NE(SDL_GetWindowFlags(text_) & SDL_WINDOW_ALWAYS_ON_TOP, 0u);
+    EXPECT_FALSE(owner_.window->isMinimised());
     owner_.window->move({5, 6});
     EXPECT_EQ(owner_.window->rectangle(), (Rect{5, 6, 125, 66}));
     SDL_SetWindowSize(text_, 200, 100);

@@ -91,6 +91,14 @@ TEST_F(AppTest, AMachineThatIsRefusedLosesNothing) {
     EXPECT_NE(large.files().text("ZORBET.DAT").find("informColorsWarning\n5\n"), std::string::npos);
 }
 
+TEST_F(AppTest, AWarningIsSwitchedOffForGood) {
+    large.dialogs().warningAnswer = {.goOn = true, .checked = true};
+    run("");
+    EXPECT_EQ(large.dialogs().boxes.size(), 1U);
+    run("");
+    EXPECT_EQ(large.dialogs().boxes.size(), 1U) << "in no later start";
+}
+
 TEST_F(AppTest, ADamagedWorldIsKeptBesideBeforeItIsReplaced) {
     const std::string damaged = "GLOBAL_END\n" + std::string(100, '\1');
     large.files().put("ZORBET.DAT", damaged);

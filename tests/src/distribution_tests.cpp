@@ -1,7 +1,5 @@
 #include "world/distribution.h"
 
-#include "reportlines.h"
-
 #include "omrandom.h"
 
 #include <gmock/gmock.h>
@@ -11,6 +9,7 @@
 #include <limits>
 #include <numeric>
 #include <set>
+#include <utility>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -35,8 +34,8 @@ class DistributionTest : public testing::Test {
     }
     std::vector<std::string> distribute(int hub) {
         player.currentLocation = hub;
-        world::distributeItems(player, lines.report);
-        return lines.take();
+        world::distributeItems(player, report);
+        return std::exchange(lines, {});
     }
     int queued(std::size_t activity) const {
         const auto& queue = player.activities[activity].queue;
@@ -44,7 +43,8 @@ class DistributionTest : public testing::Test {
     }
 
     PlayerRecord player;
-    testing_support::ReportLines lines;
+    std::vector<std::string> lines;
+    world::Report report = [this](std::string_view line) { lines.emplace_back(line); };
 };
 
 // The counts of each row are at an edge of the table of shares.
@@ -59,7 +59,10 @@ TEST_F(DistributionTest, SharesFollowTheRatios) {
         {{{{251, 1000}, {0, 1}, {0, 1}, {0, 1}}}, "2B", {2, 4, 3, 3}},
         {{{{0, 1}, {99, 1000}, {0, 1}, {251, 1000}}}, "2B", {4, 3, 3, 2}},
         {{{{251, 1000}, {1, 10}, {0, 1}, {0, 1}}}, "2C", {2, 2, 4, 4}},
+        {{{{9, 10}, {6, 10}, {5, 10}, {5, 10}}}, "2C", {2, 2, 4, 4}}, // 0.6 - 0.5 is below 0.1
+        {{{{499, 1000}, {0, 1}, {499, 1000}, {499, 1000}}}, "2B", {3, 4, 3, 2}},
         {{{{499, 1000}, {0, 1}, {0, 1}, {499, 1000}}}, "2C", {2, 4, 4, 2}},
+        {{{{1, 2}, {499, 1000}, {0, 1}, {1, 2}}}, "3D", {2, 3, 5, 2}},
         {{{{1, 2}, {1, 2}, {0, 1}, {1, 2}}}, "3E", {2, 2, 6, 2}},
         {{{{}, {}, {2, 4}, {}}}, "3E", {2, 2, 6, 2}},
         {{{{12, 22}, {12, 22}, {1, 22}, {}}}, "3E", {2, 2, 6, 2}},

@@ -1,7 +1,5 @@
 #include "world/leveling.h"
 
-#include "reportlines.h"
-
 #include "omrandom.h"
 
 #include <gmock/gmock.h>
@@ -9,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <utility>
 
 using testing::Each;
 using testing::ElementsAre;
@@ -32,13 +31,14 @@ class LevelingTest : public testing::Test {
         for (const char one : guesses) world::recordGuess(activity, one == '+');
     }
     std::vector<std::string> level(const Thresholds& thresholds = {}, int location = kActivity) {
-        world::autoLevel(player, location, thresholds, lines.report);
-        return lines.take();
+        world::autoLevel(player, location, thresholds, report);
+        return std::exchange(lines, {});
     }
 
     PlayerRecord player;
     ActivityRecord& activity = player.activities[kActivity - 1];
-    testing_support::ReportLines lines;
+    std::vector<std::string> lines;
+    world::Report report = [this](std::string_view line) { lines.emplace_back(line); };
 };
 
 TEST_F(LevelingTest, AdvancesAndGoesBackWithAReport) {

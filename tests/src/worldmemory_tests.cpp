@@ -185,14 +185,17 @@ TEST_F(WorldMemories, NothingIsLeftOfThoseWhoGo) {
     EXPECT_EQ(OMSRegistry::global().create("RWorldPort"), nullptr);
 }
 
-// The guide's examples show what the methods do; here is what they leave alone.
-TEST_F(WorldMemories, MethodsDoNothingOutOfRange) {
+// The guide's examples show more of what they do; here is also what they leave alone.
+TEST_F(WorldMemories, MethodsChangeTheRecord) {
     EXPECT_EQ(runOn(R"(play world activatePlayer Ana
 set world currentLocation CWS1
 play world backpackAddObject 29
 play world backpackAddObject 0
 play world backpackRemoveObject 12
-get world backpackItemPresent 0 r
+play world backpackAddObject 28
+play world backpackAddObject 3
+play world backpackRemoveObject 0
+get world backpackItemPresent 1 r
 for i 1 7
 play world addObject 12+i ""
 play world addObject 0 CHUB
@@ -214,9 +217,20 @@ get world wsTotalGuessCount CWS2 s
 say r s
 play world autoLevel CMA
 get world currentLevel CMA r
-say r
+set world currentLocation CHUB
+play world distributeItems
+get world wsNextItemInQueue CWS1 s
+if s>0
+say r "queued"
+for i 1 3
+play world removeNextObjectFromQueue CWS1
+get world wsNextItemInQueue CWS1 r
+play world newGame
+get world itemsPresentCount CWS1 s
+get world currentLocation t
+say r s t
 )"),
-              "0 6 0\n0 15\n1 1\n2\n");
+              "3 6 0\n0 15\n1 1\n2 queued\n0 0 CBA1\n");
     EXPECT_THAT(boxes(), IsEmpty());
 }
 
