@@ -42,7 +42,7 @@ TEST_F(OMTasks, RunInDescendingOrderOfPriority) {
 }
 
 TEST_F(OMTasks, TasksMayEndThemselvesAndOthers) {
-    auto a = task('a', 1);
+    const auto a = task('a', 1);
     auto b = task('b', 2);
     auto c = task('c', 3);
     std::unique_ptr<OMTask> late;
