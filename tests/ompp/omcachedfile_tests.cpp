@@ -31,7 +31,7 @@ std::string pattern(std::size_t size) {
 enum class Kind { Memory, Disk };
 constexpr Kind kKinds[] = {Kind::Memory, Kind::Disk};
 
-class OMCachedFileTest : public testing_support::ApplicationTest {
+class OMCachedFileTest : public testing_support::OMAppTest {
   protected:
     OMCachedFileTest() {
         OMPathAddDirectory("D:\\RSC", false);

@@ -7,7 +7,7 @@ namespace {
 
 using testing::ExitedWithCode;
 
-class OMTasks : public testing_support::ApplicationTest {
+class OMTasks : public testing_support::OMAppTest {
   protected:
     std::unique_ptr<OMTask> task(char name, std::uint32_t priority) {
         return std::make_unique<OMTask>([this, name] { ran += name; }, priority);

@@ -19,7 +19,7 @@ using Complaints = std::vector<std::string>; ///< after "invalid"
 
 const Samples kData(10, 200);
 
-class OMWaveHeaderTest : public testing_support::ApplicationTest {
+class OMWaveHeaderTest : public testing_support::OMAppTest {
   protected:
     struct Row {
         const char* name;

@@ -450,7 +450,7 @@ TEST_F(OMWaveSoundTest, TheEngineWorksByATaskWhileThereAreSounds) {
     EXPECT_FALSE(device.isOpen());
 }
 
-using OMWaveSoundDeathTest = testing_support::ApplicationTest;
+using OMWaveSoundDeathTest = testing_support::OMAppTest;
 
 TEST_F(OMWaveSoundDeathTest, NeedsAnApplicationAndAnEngine) {
     files.put("s.bin", RiffSound{.data = Samples(10)}.build());
