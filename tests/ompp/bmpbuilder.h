@@ -1,9 +1,7 @@
 // Builds BMP files and `BITMAP` resources for tests, of any values.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <vector>
+#include "bytewriter.h"
 
 namespace testing_support {
 
@@ -22,34 +20,20 @@ struct Bmp {
     std::vector<std::uint32_t> pixels{1, 2, 3, 4}; ///< rows in the order of the file
 
     [[nodiscard]] std::vector<std::byte> build() const {
-        std::vector<std::byte> out;
-        const auto put = [&out](std::uint64_t value, int bytes) {
-            for (int i = 0; i < bytes; ++i) out.push_back(static_cast<std::byte>(value >> 8 * i));
-        };
-        if (isFile) {
-            put('B' | 'M' << 8, 2);
-            put(0, 8);
-            put(pixelOffset, 4);
-        }
-        put(headerSize, 4);
-        put(static_cast<std::uint32_t>(width), 4);
-        put(static_cast<std::uint32_t>(height), 4);
-        put(planes, 2);
-        put(depth, 2);
-        put(compression, 4);
-        put(0, 8);
-        put(0, 4);
-        put(colours, 4);
-        put(0, 4);
+        ByteWriter out;
+        if (isFile) out.text("BM").zeros(8).u32(pixelOffset);
+        out.u32(headerSize).u32(width).u32(height).u16(planes).u16(depth).u32(compression);
+        out.zeros(12).u32(colours).zeros(4);
         if (depth == 8)
-            for (std::size_t i = 0; i < table; ++i) put(i << 16 | 0x2211, 4); // red i, rest fixed
+            for (std::size_t i = 0; i < table; ++i) // red i, rest fixed
+                out.u8(0x11).u8(0x22).u16(static_cast<std::uint8_t>(i));
         const auto start = out.size();
         for (std::size_t i = 0; i < pixels.size(); ++i) {
-            put(pixels[i], depth / 8);
+            out.number(pixels[i], depth / 8);
             if (width > 0 && (i + 1) % static_cast<std::size_t>(width) == 0)
-                while ((out.size() - start) % 4 != 0) out.push_back(std::byte{0xEE});
+                while ((out.size() - start) % 4 != 0) out.u8(0xEE);
         }
-        return out;
+        return out.bytes();
     }
 };
 

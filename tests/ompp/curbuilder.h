@@ -1,12 +1,10 @@
 // Builds the content of .cur files and `CURSOR` resources for tests, of any values.
 #pragma once
 
+#include "bytewriter.h"
 #include "memoryfiles.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <optional>
-#include <vector>
 
 namespace testing_support {
 
@@ -26,67 +24,50 @@ struct CurPicture {
     std::optional<std::uint32_t> claimed = {}; ///< bytes, as the directory says
 
     [[nodiscard]] Bytes build() const {
-        Bytes out;
-        for (const std::int64_t field : {std::int64_t{headerSize}, std::int64_t{width},
-                                         std::int64_t{2 * height + extraHeight}})
-            put(out, field, 4);
-        put(out, 1, 2);
-        put(out, depth, 2);
-        put(out, compression, 4);
-        for (int i = 0; i < 3; ++i) put(out, 0, 4);
-        put(out, colours, 4);
-        put(out, 0, 4);
-        for (const std::uint32_t colour : table) put(out, colour, 4);
+        ByteWriter out;
+        out.u32(headerSize).u32(width).u32(2 * height + extraHeight).u16(1).u16(depth);
+        out.u32(compression).zeros(12).u32(colours).zeros(4);
+        for (const std::uint32_t colour : table) out.u32(colour);
         putRows(out, pixels, depth);
         putRows(out, mask, 1);
-        return out;
-    }
-
-    static void put(Bytes& out, std::int64_t value, int bytes) {
-        for (int i = 0; i < bytes; ++i) out.push_back(static_cast<std::byte>(value >> 8 * i));
+        return out.bytes();
     }
 
   private:
-    void putRows(Bytes& out, const std::vector<std::uint32_t>& values, int bits) const {
+    void putRows(ByteWriter& out, const std::vector<std::uint32_t>& values, int bits) const {
         for (int y = height - 1; y >= 0; --y) {
-            const std::size_t start = out.size();
-            out.resize(start + static_cast<std::size_t>((width * bits + 31) / 32 * 4));
+            Bytes row(static_cast<std::size_t>((width * bits + 31) / 32 * 4));
             for (int x = 0; x < width; ++x) {
                 const auto place = static_cast<std::size_t>(y * width + x);
                 const std::uint32_t value = place < values.size() ? values[place] : 0;
                 const int bit = x * bits;
-                std::byte* at = &out[start + static_cast<std::size_t>(bit / 8)];
+                std::byte* at = &row[static_cast<std::size_t>(bit / 8)];
                 if (bits < 8)
                     *at |= static_cast<std::byte>(value << (8 - bits - bit % 8));
                 else
                     for (int i = 0; i < bits / 8; ++i)
                         at[i] = static_cast<std::byte>(value >> 8 * i);
             }
+            out.all(row);
         }
     }
 };
 
 inline Bytes buildCursor(const std::vector<CurPicture>& pictures, int kind = 2) {
     constexpr std::size_t kEntry = 16;
-    Bytes out;
+    ByteWriter out;
     Bytes data;
-    CurPicture::put(out, 0, 2);
-    CurPicture::put(out, kind, 2);
-    CurPicture::put(out, static_cast<std::int64_t>(pictures.size()), 2);
+    out.u16(0).u16(kind).u16(static_cast<int>(pictures.size()));
     const std::size_t start = out.size() + kEntry * pictures.size();
     for (const CurPicture& picture : pictures) {
         const Bytes bytes = picture.build();
-        CurPicture::put(out, picture.width, 1);
-        CurPicture::put(out, picture.height, 1);
-        CurPicture::put(out, 0, 2);
-        CurPicture::put(out, picture.hotSpot.x, 2);
-        CurPicture::put(out, picture.hotSpot.y, 2);
-        CurPicture::put(out, picture.claimed.value_or(static_cast<std::uint32_t>(bytes.size())), 4);
-        CurPicture::put(out, static_cast<std::int64_t>(start + data.size()), 4);
+        out.u8(picture.width).u8(picture.height).u16(0);
+        out.u16(picture.hotSpot.x).u16(picture.hotSpot.y);
+        out.u32(picture.claimed.value_or(static_cast<std::uint32_t>(bytes.size())));
+        out.u32(static_cast<std::int64_t>(start + data.size()));
         data.insert(data.end(), bytes.begin(), bytes.end());
     }
-    out.insert(out.end(), data.begin(), data.end());
-    return out;
+    return out.all(data).bytes();
 }
 
 } // namespace testing_support

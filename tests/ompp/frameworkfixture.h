@@ -45,7 +45,7 @@ class FrameworkTest : public testing::Test {
 };
 
 /// With an application, which a test may end.
-class ApplicationTest : public FrameworkTest {
+class OMAppTest : public FrameworkTest {
   protected:
     using Strings = std::vector<std::string>;
 

@@ -1,12 +1,10 @@
 // Builds 16-bit resource libraries for tests: MZ and NE header, resource table, type names, data.
 #pragma once
 
+#include "bytewriter.h"
 #include "memoryfiles.h"
 
-#include <cstdint>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace testing_support {
 
@@ -35,57 +33,18 @@ class NEBuilder {
         return *this;
     }
 
-    /// The resource table alone, for data that begins at `dataStart` in the file.
-    [[nodiscard]] Bytes table(std::size_t dataStart) const {
-        Bytes out;
-        std::size_t nameAt = namesStart();
-        std::size_t dataAt = dataStart;
-        u16(out, shift_);
-        for (const Type& type : types_) {
-            u16(out, type.name.empty() ? 0x8000 | type.number : static_cast<int>(nameAt));
-            if (!type.name.empty()) nameAt += 1 + type.name.size();
-            u16(out, static_cast<int>(type.resources.size()));
-            zeros(out, 4);
-            for (const Resource& resource : type.resources) {
-                u16(out, static_cast<int>(dataAt >> shift_));
-                u16(out, static_cast<int>(padded(resource.data.size()) >> shift_));
-                u16(out, 0);
-                u16(out, resource.rawId);
-                zeros(out, 4);
-                dataAt += padded(resource.data.size());
-            }
-        }
-        u16(out, 0);
-        for (const Type& type : types_)
-            if (!type.name.empty()) {
-                out.push_back(static_cast<std::byte>(type.name.size()));
-                append(out, toBytes(type.name));
-            }
-        return out;
-    }
-
     [[nodiscard]] Bytes build() const {
-        const std::size_t tableSize = table(0).size();
-        Bytes out;
-        append(out, toBytes("MZ"));
-        zeros(out, 0x18 - out.size());
-        u16(out, 0x40);
-        zeros(out, 0x3C - out.size());
-        u16(out, kNeHeader);
-        u16(out, 0);
-        append(out, toBytes("NE"));
-        zeros(out, kNeHeader + 0x24 - out.size());
-        u16(out, kTable - kNeHeader);
-        u16(out, static_cast<int>(kTable - kNeHeader + tableSize));
-        zeros(out, kTable - out.size());
-        append(out, table(padded(kTable + tableSize)));
-        zeros(out, padded(out.size()) - out.size());
+        const std::size_t dataStart = padded(kTable + table(0).size());
+        const Bytes resources = table(dataStart);
+        ByteWriter out;
+        out.text("MZ").zerosTo(0x18).u16(0x40).zerosTo(0x3C).u32(kNeHeader).text("NE");
+        out.zerosTo(kNeHeader + 0x24).u16(kTable - kNeHeader);
+        out.u16(static_cast<std::int64_t>(kTable - kNeHeader + resources.size()));
+        out.zerosTo(kTable).all(resources).zerosTo(dataStart);
         for (const Type& type : types_)
-            for (const Resource& resource : type.resources) {
-                append(out, resource.data);
-                zeros(out, padded(out.size()) - out.size());
-            }
-        return out;
+            for (const Resource& resource : type.resources)
+                out.all(resource.data).zerosTo(padded(out.size()));
+        return out.bytes();
     }
 
   private:
@@ -104,23 +63,32 @@ class NEBuilder {
             if (type.name == wanted.name && type.number == wanted.number) return type;
         return types_.emplace_back(wanted);
     }
-    [[nodiscard]] std::size_t namesStart() const {
-        std::size_t size = 4;
-        for (const Type& type : types_) size += 8 + 12 * type.resources.size();
-        return size;
+    /// The resource table, for data that begins at `dataStart` in the file.
+    [[nodiscard]] Bytes table(std::size_t dataStart) const {
+        std::size_t nameAt = 4; // behind the records
+        for (const Type& type : types_) nameAt += 8 + 12 * type.resources.size();
+        const auto units = [this](std::size_t size) {
+            return static_cast<std::int64_t>(padded(size) >> shift_);
+        };
+        ByteWriter out;
+        ByteWriter names;
+        out.u16(shift_);
+        for (const Type& type : types_) {
+            const auto name = static_cast<std::int64_t>(nameAt + names.size());
+            out.u16(type.name.empty() ? 0x8000 | type.number : name);
+            out.u16(static_cast<std::int64_t>(type.resources.size())).zeros(4);
+            if (!type.name.empty()) names.u8(static_cast<int>(type.name.size())).text(type.name);
+            for (const Resource& resource : type.resources) {
+                out.u16(units(dataStart)).u16(units(resource.data.size()));
+                out.u16(0).u16(resource.rawId).zeros(4);
+                dataStart += padded(resource.data.size());
+            }
+        }
+        return out.u16(0).all(names.bytes()).bytes();
     }
     [[nodiscard]] std::size_t padded(std::size_t size) const {
         const std::size_t unit = std::size_t{1} << shift_;
         return (size + unit - 1) / unit * unit;
-    }
-    static void u16(Bytes& out, int value) {
-        out.push_back(static_cast<std::byte>(value & 0xFF));
-        out.push_back(static_cast<std::byte>(value >> 8 & 0xFF));
-    }
-    static void u16(Bytes& out, std::size_t value) { u16(out, static_cast<int>(value)); }
-    static void zeros(Bytes& out, std::size_t count) { out.resize(out.size() + count); }
-    static void append(Bytes& out, const Bytes& more) {
-        out.insert(out.end(), more.begin(), more.end());
     }
 
     int shift_;

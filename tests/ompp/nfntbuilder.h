@@ -1,6 +1,7 @@
 // Bitmap font resources for tests, put together word by word.
 #pragma once
 
+#include "bytewriter.h"
 #include "memoryfiles.h"
 
 #include <map>
@@ -38,36 +39,27 @@ struct NFNTFont {
             for (std::size_t y = 0; y < strike.size(); ++y) strike[y] += found->second.rows[y];
         }
         const int words = (static_cast<int>(strike.front().size()) + 15) / 16;
-        Bytes result;
-        const auto byte = [&](int value) { result.push_back(static_cast<std::byte>(value)); };
-        const auto word = [&](int value) {
-            byte(bigEndian ? value >> 8 : value);
-            byte(bigEndian ? value : value >> 8);
-        };
-        byte(bigEndian ? 0x90 : 0x00);
-        byte(bigEndian ? 0x00 : 0x90);
+        ByteWriter out(bigEndian);
+        out.u16(0x9000);
         const int offsets = 26 + height * words * 2 + entries * 2;
         for (const int value : {firstChar, lastChar, 0, kern, -descent, 0, height,
                                 (offsets - 16) / 2, ascent, descent, leading, words})
-            word(value);
-        for (const std::string& row : strike) {
-            for (int at = 0; at < words * 16; at += 8) {
+            out.u16(value);
+        for (std::string& row : strike) {
+            row.resize(static_cast<std::size_t>(words * 16), '.');
+            for (std::size_t at = 0; at < row.size(); at += 8) {
                 int bits = 0;
-                for (int bit = at; bit < at + 8; ++bit)
-                    bits = bits * 2 + (bit < static_cast<int>(row.size()) &&
-                                               row[static_cast<std::size_t>(bit)] == '#'
-                                           ? 1
-                                           : 0);
-                byte(bits);
+                for (std::size_t bit = at; bit < at + 8; ++bit) bits = bits * 2 + (row[bit] == '#');
+                out.u8(bits);
             }
         }
-        for (const int location : locations) word(location);
+        for (const int location : locations) out.u16(location);
         for (int code = 0; code < entries; ++code) {
             const auto found = characters.find(code);
-            byte(found == characters.end() ? 0xFF : found->second.offset);
-            byte(found == characters.end() ? 0xFF : found->second.advance);
+            out.u8(found == characters.end() ? 0xFF : found->second.offset);
+            out.u8(found == characters.end() ? 0xFF : found->second.advance);
         }
-        return result;
+        return out.bytes();
     }
 };
 

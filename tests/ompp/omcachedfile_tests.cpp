@@ -31,7 +31,7 @@ std::string pattern(std::size_t size) {
 enum class Kind { Memory, Disk };
 constexpr Kind kKinds[] = {Kind::Memory, Kind::Disk};
 
-class OMCachedFileTest : public testing_support::ApplicationTest {
+class OMCachedFileTest : public testing_support::OMAppTest {
   protected:
     OMCachedFileTest() {
         OMPathAddDirectory("D:\\RSC", false);
@@ -39,8 +39,9 @@ class OMCachedFileTest : public testing_support::ApplicationTest {
         files.put(kSource, data);
     }
 
-    OMCachedFile* cacheNow(Kind kind, std::string_view name = kName) {
-        return kind == Kind::Memory ? OMCachedFile::cache(name) : OMCachedFile::cache(name, kCopy);
+    static OMCachedFile* cacheNow(Kind kind) {
+        return kind == Kind::Memory ? OMCachedFile::cache(kName)
+                                    : OMCachedFile::cache(kName, kCopy);
     }
     void cacheLater(Kind kind, std::string_view name = kName, bool startNow = false,
                     int priority = 0) {

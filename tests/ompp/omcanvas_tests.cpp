@@ -1,6 +1,7 @@
 // Canvases and palettes: what is drawn where, with which pixels, and how much of it is shown.
 #include "canvasfixture.h"
 
+#include "omcursor.h"
 #include "omwndcanvas.h"
 
 #include <gtest/gtest.h>
@@ -159,6 +160,8 @@ TEST(OMCanvas, resolvesColorsForItsDepth) {
     OMMemCanvas canvas(1, 1, 8);
     EXPECT_EQ(canvas.pixelValue(OMColor()), 0u) << "of several blacks the lowest entry";
     EXPECT_EQ(canvas.pixelValue(canvas.backgroundColor()), 255u);
+    canvas.setPalette(palette);
+    EXPECT_EQ(canvas.pixelValue(OMColor(0x5000, 0x5000, 0x5000)), 10u) << "of equally near ones";
 }
 
 // Copies
@@ -331,6 +334,17 @@ TEST(OMWndCanvas, showsWhatChangedAndNothingElse) {
     away.fillRect(away.bounds());
     memory.blt(away, 0, 0, 16, 10, 0, 0);
     EXPECT_EQ(away.changedPixels(), 0u);
+}
+
+TEST(OMWndCanvas, tellsTheDisplayEachNewCursorOnce) {
+    Process process(8);
+    OMWndCanvas window({0, 0, 64, 48});
+    const auto wait = OMCursor::load(kOMCursorWait);
+    window.setCursor(wait);
+    window.setCursor(wait);
+    window.setCursor(OMCursor::load(kOMCursorCross));
+    EXPECT_EQ(wait.use_count(), 1) << "kept only while it is shown";
+    EXPECT_EQ(process.display().cursors, (std::vector<int>{-2, -4}));
 }
 
 } // namespace

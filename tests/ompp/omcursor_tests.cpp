@@ -17,7 +17,7 @@ constexpr std::uint32_t kWhite = 0xFFFFFFFF;
 constexpr std::uint32_t kBlack = 0xFF000000;
 constexpr int kId = 7;
 
-class CursorTest : public ApplicationTest {
+class CursorTest : public OMAppTest {
   protected:
     /// None when the bytes gave the arrow.
     std::optional<CursorImage> read(const Bytes& resource) {

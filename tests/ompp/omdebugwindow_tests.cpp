@@ -13,7 +13,7 @@ using testing::IsEmpty;
 constexpr int kLine = 20;        // height of a line in memory
 constexpr int kFullHeight = 400; // of the window when it is opened
 
-class OMDebugWindowTest : public testing_support::ApplicationTest {
+class OMDebugWindowTest : public testing_support::OMAppTest {
   protected:
     testing_support::MemoryTextWindows::Window& native() { return *machine.textWindows.window; }
     void showNumbered(int count) {

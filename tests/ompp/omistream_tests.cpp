@@ -20,7 +20,7 @@ Bytes pattern(std::size_t count) {
 
 Bytes copyOf(std::span<const std::byte> bytes) { return {bytes.begin(), bytes.end()}; }
 
-class OMIStreamTest : public testing_support::ApplicationTest {
+class OMIStreamTest : public testing_support::OMAppTest {
   protected:
     OMIStreamTest() {
         files.put("big.rsc", NEBuilder().add("WAVE", 1, "first").add("WAVE", 9, data).build());

@@ -79,6 +79,7 @@ TEST(OMNELibrary, LeavesOutWhatPointsOutside) {
     constexpr std::size_t kTableEnd = kTablePlace + 2;
     constexpr unsigned kTableStart = NEBuilder::kTable - NEBuilder::kNeHeader;
     constexpr unsigned kTableSize = 41;
+    const Bytes good = NEBuilder().add("WAVE", 1, "one").add("WAVE", 2, "two").build();
     enum Verdict { Whole, Damaged, Refused };
     struct Row {
         const char* name;
@@ -106,6 +107,7 @@ TEST(OMNELibrary, LeavesOutWhatPointsOutside) {
         {"no resources", kCount, 0, Damaged},
         {"more resources than the table has", kCount, 0xFFFF, Damaged, {1, 2}, 16},
         {"offset past the file", kOffset, 0xFFFF, Damaged, {2}, 16},
+        {"offset at its end", kOffset, static_cast<unsigned>(good.size() / 16), Damaged, {2}, 16},
         {"the table as a resource", kOffset, NEBuilder::kTable / 16, Whole, {1, 2}, 16},
         {"length past the file", kLength, 0xFFFF, Damaged, {1, 2}, 32},
         {"no length", kLength, 0, Whole, {1, 2}, 0},
@@ -117,7 +119,6 @@ TEST(OMNELibrary, LeavesOutWhatPointsOutside) {
         {"table longer than the file", kTableEnd, 0xFFFF, Damaged, {1, 2}, 16},
         {"table outside the file", kTablePlace, 0x7000, Whole},
     };
-    const Bytes good = NEBuilder().add("WAVE", 1, "one").add("WAVE", 2, "two").build();
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         Bytes bytes = good;

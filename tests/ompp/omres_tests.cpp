@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kStillAttached = "OMResFile::~OMResFile - cannot delete an OMResFile with "
                                        "OMRes instances still attached to it!";
 
-class OMResTest : public testing_support::ApplicationTest {
+class OMResTest : public testing_support::OMAppTest {
   protected:
     OMResTest() {
         machine.modules().resources = {{{"TEXT", 1}, toBytes("of the program")},

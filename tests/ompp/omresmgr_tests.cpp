@@ -18,7 +18,7 @@ namespace {
 
 using Entries = std::vector<OMResMgrEntry>;
 
-class OMResMgrTest : public testing_support::ApplicationTest {
+class OMResMgrTest : public testing_support::OMAppTest {
   protected:
     static std::string fileOf(int id, std::string_view type = "WAVE") {
         const OMResMgrFile* file = OMResMgrFindFile(id, type);

@@ -7,7 +7,7 @@ namespace {
 
 using testing::ExitedWithCode;
 
-class OMTasks : public testing_support::ApplicationTest {
+class OMTasks : public testing_support::OMAppTest {
   protected:
     std::unique_ptr<OMTask> task(char name, std::uint32_t priority) {
         return std::make_unique<OMTask>([this, name] { ran += name; }, priority);
@@ -42,7 +42,7 @@ TEST_F(OMTasks, RunInDescendingOrderOfPriority) {
 }
 
 TEST_F(OMTasks, TasksMayEndThemselvesAndOthers) {
-    auto a = task('a', 1);
+    const auto a = task('a', 1);
     auto b = task('b', 2);
     auto c = task('c', 3);
     std::unique_ptr<OMTask> late;

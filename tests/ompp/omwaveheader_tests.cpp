@@ -19,7 +19,7 @@ using Complaints = std::vector<std::string>; ///< after "invalid"
 
 const Samples kData(10, 200);
 
-class OMWaveHeaderTest : public testing_support::ApplicationTest {
+class OMWaveHeaderTest : public testing_support::OMAppTest {
   protected:
     struct Row {
         const char* name;
@@ -92,13 +92,13 @@ TEST_F(OMWaveHeaderTest, ReadsWaveFiles) {
 TEST_F(OMWaveHeaderTest, FindsItsChunksAmongAnyOthers) {
     using Writer = testing_support::ByteWriter;
     const auto file = [](auto... parts) {
-        Writer out(false);
+        Writer out;
         out.text("RIFF").u32(0xFFFFFFFF).text("WAVE");
         (parts(out), ...);
         return out.bytes();
     };
     const auto chunk = [](std::string_view tag, std::uint32_t size, std::size_t bytes) {
-        return [=](Writer& out) { out.text(tag).u32(size).samples(Samples(bytes, 200)); };
+        return [=](Writer& out) { out.text(tag).u32(size).all(Samples(bytes, 200)); };
     };
     const auto format = [](std::uint32_t rate) {
         return [=](Writer& out) {

@@ -247,13 +247,20 @@ TEST_F(OMWaveSoundTest, StreamedSoundsReadAheadWhenThereIsTime) {
     EXPECT_EQ(a.stream->position(), 44u + 6 * kSize) << "as many blocks as buffers";
     a->play(true);
     EXPECT_EQ(device.queuedBytes(), 6u * kSize);
-    for (const std::size_t block : {7, 8, 9, 10, 11, 12, 12}) { // the blocks are full then
-        engine.service();                                       // mixes nothing: enough is queued
+    // With enough queued the service mixes nothing and reads until the blocks are full.
+    for (const std::size_t block : {7, 8, 9, 10, 11, 12, 12}) {
+        engine.service();
         EXPECT_EQ(a.stream->position(), 44u + block * kSize);
     }
-    run(600);
-    data.resize(504, 128);
+    run(304);
+    a->setVolume(0); // what is queued was mixed out of blocks that are still there
+    run(200);
+    data.resize(504);
+    std::fill(data.begin() + 304, data.end(), 128);
     EXPECT_EQ(heard(), data);
+    a->unload();
+    a.stream->seek(0);
+    EXPECT_EQ(a.stream->fill(), 544u) << "no more into the sound's blocks";
 }
 
 TEST_F(OMWaveSoundTest, AShortStreamIsSilentWhereItCannotBeRead) {
@@ -443,7 +450,7 @@ TEST_F(OMWaveSoundTest, TheEngineWorksByATaskWhileThereAreSounds) {
     EXPECT_FALSE(device.isOpen());
 }
 
-using OMWaveSoundDeathTest = testing_support::ApplicationTest;
+using OMWaveSoundDeathTest = testing_support::OMAppTest;
 
 TEST_F(OMWaveSoundDeathTest, NeedsAnApplicationAndAnEngine) {
     files.put("s.bin", RiffSound{.data = Samples(10)}.build());

@@ -25,7 +25,7 @@ struct TestSound {
     OMWaveSound& operator*() const { return *sound; }
 };
 
-class SoundTest : public ApplicationTest {
+class SoundTest : public OMAppTest {
   protected:
     static constexpr int kSize = 8; ///< bytes of an output buffer, unless a test says otherwise
 
