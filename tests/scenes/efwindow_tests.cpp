@@ -22,7 +22,7 @@ Bytes palette(std::uint8_t red) {
     return bytes;
 }
 
-class EffectsWindowTest : public ApplicationTest {
+class EffectsWindowTest : public OMAppTest {
   protected:
     EffectsWindowTest() {
         EffectsWindow::setBackgroundLocator([this](int id) { return find(pictures, id); });

@@ -10,14 +10,14 @@
 
 #include <optional>
 
-using testing_support::ApplicationTest;
 using testing_support::MemoryStream;
+using testing_support::OMAppTest;
 
 namespace {
 
 using Strings = std::vector<std::string>;
 
-class FontFactoryTest : public ApplicationTest {
+class FontFactoryTest : public OMAppTest {
   protected:
     FontFactoryTest() {
         fonts->setNFNTLocator([this](int id) -> std::unique_ptr<OMIStream> {

@@ -51,7 +51,7 @@ std::shared_ptr<AOImage> imageOf(int width, const std::vector<std::uint8_t>& pix
     return builder.sequence({{0, 0, 0, 0}}).image();
 }
 
-class DeepFrameTest : public ApplicationTest {
+class DeepFrameTest : public OMAppTest {
   protected:
     int below(int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); }
     std::shared_ptr<AOImage> randomImage() {

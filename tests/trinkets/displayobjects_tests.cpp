@@ -23,7 +23,7 @@ using Strings = std::vector<std::string>;
 // Lines
 
 /// Every character is three pixels wide, the blank two, and W five.
-class LinesTest : public ApplicationTest {
+class LinesTest : public OMAppTest {
   protected:
     LinesTest() {
         NFNTFont description;

@@ -213,7 +213,7 @@ TEST_F(TrinketWindowTest, StepsMayDestroyAddAndSortTrinkets) {
 }
 
 TEST(TrinketWindowLife, TrinketsMayOutliveTheirWindow) {
-    struct Machine : ApplicationTest {
+    struct Machine : OMAppTest {
         void TestBody() override {}
     };
     Machine machine;

@@ -58,7 +58,7 @@ inline std::string pixelsOf(OMCanvas& canvas, const platform::Rect& area) {
     return text;
 }
 
-class WindowTest : public ApplicationTest {
+class WindowTest : public OMAppTest {
   protected:
     /// One idle cycle, a millisecond later.
     void cycle() {
