@@ -5,8 +5,10 @@
 
 #include "omistreamdll16.h"
 #include "omistreamfile.h"
+#include "ompages.h"
 
 #include <chrono>
+#include <new>
 #include <thread>
 
 using testing_support::Bytes;
@@ -268,6 +270,17 @@ TEST_F(OMCachedFileTest, ReadsTheSourceAfterAnyFailure) {
         EXPECT_EQ(app->tasks().count(), 0U);
     }
     EXPECT_TRUE(completed.empty());
+}
+
+TEST_F(OMCachedFileTest, MemoryThatIsNotThereIsNobodyElsesConcern) {
+    static int asked = 0;
+    const auto before = std::set_new_handler([] {
+        ++asked;
+        throw std::bad_alloc();
+    });
+    EXPECT_FALSE(OMPages(std::size_t{1} << 46).isThere());
+    std::set_new_handler(before);
+    EXPECT_EQ(asked, 0) << "the program's own handler would end the game";
 }
 
 TEST_F(OMCachedFileTest, RefusesWhatCannotBeOpened) {

@@ -375,6 +375,22 @@ TEST_F(OMWaveSoundTest, ListenersHearThatTheQueueRanDry) {
     EXPECT_EQ(late.size(), 2u) << "a new beginning is not late";
 }
 
+TEST_F(OMWaveSoundTest, ASoundBegunByTheEndOfAnotherIsNotLate) {
+    std::vector<int> late;
+    engine.addLatencyListener([&](int ms) { late.push_back(ms); });
+    const TestSound a = make(Samples(60, 7), kOMIStreamCache, 1000);
+    const TestSound b = make(Samples(60, 7), kOMIStreamCache, 1000);
+    int begun = 0;
+    a->setFinishedLink([&] { begun += b->play(true) ? 1 : 0; });
+    a->play(true);
+    for (int pass = 0; pass < 40; ++pass) {
+        machine.clock().now += 8;
+        run(8, 8);
+    }
+    EXPECT_EQ(begun, 1);
+    EXPECT_EQ(late, std::vector<int>{});
+}
+
 TEST_F(OMWaveSoundTest, TheDeviceIsGivenAwayAndTakenBack) {
     const TestSound a = listened(100, "a");
     const TestSound b = listened(100, "b");

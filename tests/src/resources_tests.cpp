@@ -160,6 +160,7 @@ TEST_F(ResourcesTest, LoadsResourcesAndReportsTheMissing) {
     ASSERT_TRUE(gone) << "a map is believed";
     EXPECT_EQ(gone->fill(), 0U);
     EXPECT_EQ(alerts, texts);
+    EXPECT_TRUE(takeLog().ends_with("ERROR: WAVE resource 9 is empty or not there, see the map\n"));
 }
 
 TEST_F(ResourcesTest, OpensALibraryOnceForLoadsInARow) {

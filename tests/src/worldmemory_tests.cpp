@@ -186,6 +186,24 @@ TEST_F(WorldMemories, NothingIsLeftOfThoseWhoGo) {
 }
 
 // The guide's examples show more of what they do; here is also what they leave alone.
+TEST_F(WorldMemories, NamesThatAreThereAlready) {
+    const std::string wide(1100, 'A');
+    EXPECT_EQ(runOn("play world addGlobalIntProperty informColorsWarning\n"
+                    "play world addGlobalIntProperty hats\nset world hats 2\n"
+                    "play world addIntProperty hats\nplay world addIntProperty activatePlayer\n"
+                    "play world activatePlayer \"Ana\"\nget world hats hers\n"
+                    "play world removePlayer \"Ana\"\nget world hats again\nsay hers again\n"
+                    "play world activatePlayer \"Rui\"\n"),
+              "0 2\n")
+        << "a player's property stands before the global only while the player is shown";
+    EXPECT_THAT(boxes(), IsEmpty());
+    memory->activatePlayer(wide);
+    memory->removePlayer(wide);
+    EXPECT_EQ(memory->playersCount(), 1U) << "names are as they are stored";
+    runAnew("");
+    EXPECT_EQ(memory->global("informColorsWarning")->text(), "1") << "no other takes its place";
+}
+
 TEST_F(WorldMemories, MethodsChangeTheRecord) {
     EXPECT_EQ(runOn(R"(play world activatePlayer Ana
 set world currentLocation CWS1

@@ -11,6 +11,8 @@
 #include "rtrigger.h"
 #include "textlayout.h"
 
+#include <functional>
+
 using namespace testing_support;
 using platform::Point;
 using platform::Rect;
@@ -69,7 +71,10 @@ struct EffectSounds final : OMEffectSounds {
     EffectSounds() { setCurrent(this); }
     ~EffectSounds() override { setCurrent(nullptr); }
     int playEffect(int id, OMLink done) override {
-        if (id == missing) return kNotPlaying;
+        if (id == missing) {
+            if (onMissing) onMissing();
+            return kNotPlaying;
+        }
         played.push_back(id);
         links.push_back(std::move(done));
         return static_cast<int>(links.size()) - 1;
@@ -83,6 +88,7 @@ struct EffectSounds final : OMEffectSounds {
         link();
     }
     int missing = 99;
+    std::function<void()> onMissing; ///< such as a box
     std::vector<int> played;
     std::vector<int> ended;
     std::vector<OMLink> links;
@@ -152,6 +158,29 @@ TEST_F(DisplayObjectTest, AButtonIsHitAtOnceWhereItsSoundIsMissing) {
     button->press();
     button.reset();
     EXPECT_EQ(sounds.ended, std::vector<int>{0}) << "its click goes with it";
+}
+
+TEST_F(DisplayObjectTest, AButtonComesUpWhenABoxTakesTheRelease) {
+    auto button = make<RPButton>({});
+    button->setClickSoundID(sounds.missing);
+    sounds.onMissing = [&] { window.mouseReleaseLost(); };
+    window.mouseDown({15, 15});
+    EXPECT_EQ(button->frameNumber(), 1);
+}
+
+TEST_F(DisplayObjectTest, CopiesOfClassesThatAreNotPictures) {
+    RAnimationTrigger clock;
+    clock.setFramesPerSecond(7);
+    const auto twin = clock.duplicate();
+    EXPECT_EQ(static_cast<RAnimationTrigger&>(*twin).framesPerSecond(), 7);
+    RSelList list(window, {0, 0, 80, 60});
+    for (const char* name : {"Ana", "Bia"}) list.addListEntry(name);
+    list.setNormalTextColor(9);
+    const auto other = list.duplicate();
+    auto& copy = static_cast<RSelList&>(*other);
+    copy.deleteEntry();
+    EXPECT_EQ(copy.currentEntry() + list.currentEntry(), "BiaAna");
+    EXPECT_EQ(copy.normalTextColor(), 9);
 }
 
 TEST_F(DisplayObjectTest, AHitNeedsAButtonThatIsThere) {

@@ -1,6 +1,7 @@
 #include "trinkets/windowfixture.h"
 
 #include "omao.h"
+#include "omsarguments.h"
 
 using namespace testing_support;
 using Failures = std::vector<std::string>;
@@ -126,6 +127,45 @@ TEST_F(EditTest, HandlersMayDeleteTheEntryThatCalledThem) {
     animation->step(++now);
     EXPECT_EQ(codesOf(*animation), "0 1 2 -2 ");
     EXPECT_EQ(shown(*animation), 'b');
+}
+
+TEST_F(EditTest, AnEntryThatIsInsertedWhereOneRunsIsNotRunForIt) {
+    animation->insertEntry(entry(-500), 1);
+    int told = 0;
+    animation->playLinks().marker = [&](int) {
+        if (++told < 5) animation->insertEntry(entry(-501), animation->position());
+    };
+    EXPECT_EQ(play(*animation, 2), "ab");
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(EditTest, DeletingTheFrameShownKeepsTheHoldBehindIt) {
+    animation->insertEntry(entry(-4), 1);
+    int holds = 0;
+    animation->playLinks().finished = [&] { ++holds; };
+    play(*animation, 1);
+    animation->step(now += 10);
+    EXPECT_EQ(holds, 1);
+    animation->deletePosition(0);
+    EXPECT_EQ(shown(*animation), 'b');
+    animation->play();
+    animation->step(now += 10);
+    EXPECT_EQ(holds, 1) << "it was passed already";
+}
+
+TEST_F(EditTest, ScriptsWriteFieldsOfTheEntryShown) {
+    animation->takeClass(OMAnimation::kClass);
+    play(*animation, 1);
+    const auto write = [&](std::string_view field, std::string_view value) {
+        OMSArguments::global().clear();
+        OMSArguments::global().push(field);
+        animation->setProperty("param", value);
+    };
+    write("1", "3");
+    write("2", "40");
+    EXPECT_EQ(shown(*animation), 'd');
+    EXPECT_EQ(animation->x(), 40);
+    EXPECT_EQ(shown(*other), 'a') << "another's sequence";
 }
 
 TEST_F(EditTest, SequencesComeAndGo) {

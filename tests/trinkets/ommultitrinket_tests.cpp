@@ -50,6 +50,21 @@ TEST_F(GroupTest, ItIsWhereItsVisibleMembersAre) {
     EXPECT_EQ(group->boundingRectangle(), (Rect{53, 9, 53, 9}));
 }
 
+TEST_F(GroupTest, AGroupInAGroup) {
+    Group outer(window);
+    auto empty = std::make_unique<Group>(window);
+    outer.add(*group, 0);
+    outer.add(*empty, 1);
+    EXPECT_EQ(outer.boundingRectangle(), (Rect{10, 10, 45, 40})) << "an empty member has no place";
+    EXPECT_EQ(window.hitTest({12, 12}), a.get()) << "not the group that it is in";
+    outer.setZ(70);
+    EXPECT_EQ(window.hitTest({12, 12}), a.get());
+    empty.reset();
+    outer.offset(5, 5);
+    group.reset();
+    EXPECT_EQ(outer.boundingRectangle(), (Rect{15, 15, 15, 15})) << "where the last member was";
+}
+
 TEST_F(GroupTest, MembersFollowInAllAttributes) {
     group->place(20, 15);
     EXPECT_EQ(a->boundingRectangle(), (Rect{20, 15, 30, 25}));

@@ -110,6 +110,21 @@ TEST_F(OMSRegistries, ComponentsAreLoadedOnce) {
     EXPECT_EQ(modules.unloaded, 1);
 }
 
+TEST_F(OMSRegistries, ALibraryStaysForAllItsClasses) {
+    auto& modules = machine.modules();
+    machine.files().put("Two.lrn", "");
+    modules.libraries["Two.lrn"][OMSRegistry::kComponentEntry] = [] {
+        OMSRegistry::global().registerClass(kOne);
+        OMSRegistry::global().registerClass(kTwo);
+    };
+    registry.setComponentLoading(true);
+    EXPECT_TRUE(registry.isClass("Two"));
+    registry.unregisterClass("Two");
+    EXPECT_EQ(modules.unloaded, 0);
+    registry.unregisterClass("One");
+    EXPECT_EQ(modules.unloaded, 1);
+}
+
 using OMSRegistryDeath = OMSRegistries;
 
 TEST_F(OMSRegistryDeath, AComponentThatRegistersNothingIsFatal) {
