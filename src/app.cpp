@@ -32,6 +32,7 @@
 #include "world/safefile.h"
 #include "world/worldmemory.h"
 #include "yengine.h"
+#include "yprecompiled.h"
 
 #include <algorithm>
 #include <utility>
@@ -40,7 +41,6 @@ namespace {
 
 constexpr const char* kStartScript = "Startup.mps";
 constexpr const char* kDataFile = "ZORBET.DAT";
-constexpr std::uint64_t kLargestScript = 1U << 24; ///< bytes; texts are much shorter
 constexpr int kScreenDepth = 8;
 constexpr int kFlashCommand = 59411;
 constexpr int kFlashMs = 10; ///< the command turns a delay d into this less d
@@ -66,8 +66,10 @@ void startLogging(const std::string& homeDirectory) {
 std::unique_ptr<OMIStream> locateScript(std::string_view name) {
     const auto path = OMPathResolveFilename(name);
     const auto file = path ? OMPlatform().files().open(*path, platform::OpenMode::Read) : nullptr;
-    if (file && file->size() <= kLargestScript)
-        return std::make_unique<OMIStreamFile>(*path, kOMIStreamCache);
+    // Nobody reads a larger one to its end.
+    const bool whole = file && file->size() <= kYMaxPrecompiledSize;
+    if (file)
+        return std::make_unique<OMIStreamFile>(*path, whole ? kOMIStreamCache : kOMIStreamBuffered);
     OMLog::writef(OMLog::Kind::Error, "Script %s not found!", std::string(name).c_str());
     return nullptr;
 }

@@ -205,6 +205,15 @@ TEST_F(RThread, YieldChoosesThePace) {
     EXPECT_EQ(yields, 3);
 }
 
+TEST_F(RThread, ALoopWithoutEndLeavesTimeToOthers) {
+    run("for\nx=\n", 2); // the first pass has the yield
+    EXPECT_EQ(boxes().size(), 100u);
+    pass(2);
+    EXPECT_EQ(boxes().size(), 200u);
+    run("for\nsay x\n", 2);
+    EXPECT_EQ(said().size(), 20'000u) << "lines of a letter";
+}
+
 TEST_F(RThread, TheEndIsToldOnceUntilSomethingElseRuns) {
     int ends = 0;
     put("test.mps", "yield off\nschedule 0.1 p\nwait\nwait\nsay on\nwait\n"

@@ -203,6 +203,8 @@ TEST_F(YCompilers, ErrorsTellKindAndPlace) {
         {"say 1\n]\nsay 2", ErrorKind::StrayBracket, 0, "2: ]"},
         {"if a\nsay 1\nelse\nsay 2\nelse\nsay 3", ErrorKind::StrayElse, 0, "5: else"},
         {"for\n[\nprocedure p\ncontinue\n]", ErrorKind::OutsideLoop, 0, "4: continue"},
+        {"procedure go.now\n[\n]", ErrorKind::ProcedureName, 0, "1: procedure go.now"},
+        {"procedure \"x\"\n[\n]", ErrorKind::ProcedureName, 0, "1: procedure \"x\""},
     };
     std::set<std::string> descriptions;
     for (const auto& row : rows) {
@@ -214,7 +216,7 @@ TEST_F(YCompilers, ErrorsTellKindAndPlace) {
         EXPECT_EQ(YCompiler::message(*error), row.message) << row.text;
         descriptions.insert(error->description().substr(0, error->description().find(':')));
     }
-    EXPECT_EQ(descriptions.size(), 9U) << "each kind, and code, has its own";
+    EXPECT_EQ(descriptions.size(), 10U) << "each kind, and code, has its own";
 }
 
 TEST_F(YCompilers, CollectsAllErrorsWhenAsked) {

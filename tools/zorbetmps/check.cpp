@@ -16,7 +16,6 @@ namespace mps {
 
 namespace {
 
-constexpr std::size_t kMaxPrecompiledSize = std::size_t{16} << 20;
 constexpr std::string_view kTooLong = "Script too long";
 
 /// The script's own name while it is compiled; no include can be called so.
@@ -39,7 +38,7 @@ class Check {
     Check(const std::string& file, std::ostream& out) : file_(file), out_(out), includes_(file) {}
 
     bool run() {
-        auto bytes = readHostFile(file_, kMaxPrecompiledSize);
+        auto bytes = readHostFile(file_, kYMaxPrecompiledSize);
         if (!bytes) {
             tell("cannot be read");
         } else if (YIsPrecompiled(*bytes)) {
@@ -81,7 +80,7 @@ class Check {
     }
 
     void checkPrecompiled(std::string_view bytes) {
-        if (bytes.size() > kMaxPrecompiledSize) {
+        if (bytes.size() > kYMaxPrecompiledSize) {
             tell(kTooLong);
             return;
         }

@@ -74,7 +74,6 @@ class YThread {
 
   private:
     friend class YEngine;
-    friend class YTrace;
 
     /// How an instruction is carried out when nobody traces: by its opcode, or in a way of its own
     /// where its operands allow a shorter one.

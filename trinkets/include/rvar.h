@@ -29,6 +29,7 @@ struct YScratch {
 class YVariable {
   public:
     static constexpr char kSeparator = '.'; ///< between the parts of compound names
+    [[nodiscard]] static constexpr bool isQuote(char c) { return c == '"' || c == '\''; }
 
     enum class Kind : std::uint8_t {
         Name = 0,

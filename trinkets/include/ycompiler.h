@@ -23,6 +23,7 @@ struct YCompileError {
         StrayBracket,   ///< "]" without "["
         StrayElse,      ///< "else" that follows no "if" body
         OutsideLoop,    ///< "break" or "continue"
+        ProcedureName,  ///< of a procedure, which is no plain name
         TooManyInstructions,
         TooManyOperands,
         TooManyNames,

@@ -105,7 +105,6 @@ class YEngine {
     void requestSwitch(YThread& thread) { switching_ = &thread; }
     [[nodiscard]] bool isSwitching() const { return switching_ != nullptr; }
 
-    [[nodiscard]] int traceOutputs() const { return traceOutputs_; }
     void setTraceOutputs(int outputs) { traceOutputs_ = outputs; }
     void setTraceWindow(OMLinkTo<void(std::string_view)> window) { window_ = std::move(window); }
     /// Shows one trace message; false when the person asked for no more.

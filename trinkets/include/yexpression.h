@@ -46,7 +46,6 @@ class YValue {
     [[nodiscard]] bool isNumber() const { return isInteger() || type_ == YVariable::Type::Real; }
     [[nodiscard]] bool isObject() const { return type_ == YVariable::Type::Object; }
     /// The value has a text of its own, not just a computed number.
-    [[nodiscard]] bool hasText() const { return hasText_; }
     [[nodiscard]] double number() const { return isInteger() ? integer_ : real_; }
     [[nodiscard]] std::int32_t integer() const {
         return isInteger() ? integer_ : ynumber::truncate(real_);

@@ -16,8 +16,11 @@
 #include "rvar.h"
 #include "yscript.h"
 
+#include <cstddef>
 #include <memory>
 #include <string_view>
+
+inline constexpr std::size_t kYMaxPrecompiledSize = std::size_t{16} << 20; ///< bytes
 
 [[nodiscard]] inline bool YIsPrecompiled(std::string_view bytes) {
     return !bytes.empty() && (bytes[0] == 1 || bytes[0] == 2);

@@ -3,6 +3,7 @@
 #include "omlog.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
+#include "rvar.h"
 
 #include <algorithm>
 #include <limits>
@@ -124,6 +125,10 @@ int OMMultiTrinket::freeSlot() const {
 }
 
 void OMMultiTrinket::addTrinket(const std::string& variable, std::optional<int> depth) {
+    if (variable == YVariable::kObjectText) {
+        OMLog::write(OMLog::Kind::Warning, "addTrinket: the name must stand in quotes");
+        return;
+    }
     auto* trinket = dynamic_cast<OMTrinket*>(named(variable));
     if (!trinket || !add(*trinket, freeSlot(), depth.value_or(0)))
         OMLog::writef(OMLog::Kind::Warning, "addTrinket: %s cannot be in this group",

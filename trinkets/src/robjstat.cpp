@@ -13,11 +13,6 @@ namespace {
 constexpr std::string_view kNameProperty = "name";
 constexpr std::string_view kSynchronously = "}";
 
-std::string textOf(YVariable& variable) {
-    YScratch scratch;
-    return std::string(variable.string(scratch));
-}
-
 } // namespace
 
 // ---------------------------------------------------------------------------- set

@@ -17,11 +17,6 @@ constexpr double kPauseMsPerSecond = 900;
 constexpr std::size_t kMaxSayLength = 255;
 constexpr std::size_t kPaceWordLength = 2; ///< "on", against "off"
 
-std::string textOf(YVariable& variable) {
-    YScratch scratch;
-    return std::string(variable.string(scratch));
-}
-
 } // namespace
 
 // ---------------------------------------------------------------------------- assignment
@@ -67,23 +62,31 @@ void YThread::assign(const Code& code) {
     YVariable& name = *code.operands[0];
     YVariable& target = name.resolve();
     const std::string before = tracing_ ? textOf(target) : std::string();
-    if (OMScriptableObject* object = target.object()) engine_.removeRecords(object);
-    if (code.count < 2) {
+    YVariable* const value = code.count < 2 ? nullptr : code.operands[1];
+    OMScriptableObject* const taken = value ? value->object() : nullptr;
+    // An alias is pointed at the object's holder instead of being written through.
+    YVariable& written = taken && name.ownership() == YVariable::Ownership::Alias ? name : target;
+    OMScriptableObject* const lost = written.object();
+    if (lost && lost != taken && written.ownership() == YVariable::Ownership::Owner)
+        engine_.removeRecords(lost);
+    if (!value) {
         engine_.warn(
             OMFormat("%s=\nis equivalent to\ndrop %s", name.text().c_str(), name.text().c_str()));
         target.makeEmpty();
     } else {
-        YVariable& value = *code.operands[1];
-        const bool unsetName = value.kind() == YVariable::Kind::Name && !value.isDefined();
-        if (unsetName && OMSRegistry::global().isClass(value.text())) {
+        const bool unsetName = value->kind() == YVariable::Kind::Name && !value->isDefined();
+        const bool marked = name.kind() == YVariable::Kind::Compound &&
+                            name.ownership() == YVariable::Ownership::Reference;
+        if (unsetName && OMSRegistry::global().isClass(value->text())) {
             construct(target, code);
-        } else if (value.object()) {
-            // An alias is pointed at the object's holder instead of being written through.
-            (name.ownership() == YVariable::Ownership::Alias ? name : target).copyFrom(value);
-        } else if (&value.resolve() != &target) {
-            if (unsetName) engine_.warn(OMFormat("Variable %s is empty", value.text().c_str()));
+        } else if (taken && marked) {
+            target.setReference(taken);
+        } else if (taken) {
+            written.copyFrom(*value);
+        } else if (&value->resolve() != &target) {
+            if (unsetName) engine_.warn(OMFormat("Variable %s is empty", value->text().c_str()));
             YScratch scratch;
-            target.setString(value.string(scratch));
+            target.setString(value->string(scratch));
         }
     }
     if (!tracing_) return;

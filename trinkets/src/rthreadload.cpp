@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr std::size_t kMaxPrecompiledSize = std::size_t{16} << 20;
 constexpr std::size_t kChosenFileLimit = 128;
 constexpr std::string_view kTooLong = "Script too long";
 constexpr std::string_view kUnknown = "unknown script";
@@ -41,18 +40,18 @@ std::string readStream(OMIStream& stream, std::size_t limit) {
 YCompiler::Source YThread::readSource(const std::string& name) {
     YCompiler::Source source;
     if (const auto file = OMPlatform().files().open(name, platform::OpenMode::Read)) {
-        source.text = readFile(*file, kMaxPrecompiledSize);
+        source.text = readFile(*file, kYMaxPrecompiledSize);
     } else if (!locator_) {
         source.message = "can't find " + name;
         return source;
     } else if (const auto stream = locator_(name)) {
-        source.text = readStream(*stream, kMaxPrecompiledSize);
+        source.text = readStream(*stream, kYMaxPrecompiledSize);
     } else {
         source.message = kUnknown;
         return source;
     }
     const std::size_t limit =
-        YIsPrecompiled(*source.text) ? kMaxPrecompiledSize : YCompiler::kMaxTextSize;
+        YIsPrecompiled(*source.text) ? kYMaxPrecompiledSize : YCompiler::kMaxTextSize;
     if (source.text->size() > limit) source = {std::nullopt, std::string(kTooLong)};
     return source;
 }

@@ -14,8 +14,6 @@ constexpr char kSelector = '|';
 constexpr std::int32_t kMaxCachedElement = 4096;
 constexpr std::size_t kMaxName = YScratch::kSize - 1;
 
-bool isQuote(char c) { return c == '"' || c == '\''; }
-
 /// "123" but not "0123" or "-5": the text that the number itself would have.
 bool isPlainNumber(std::string_view text) {
     if (text.empty() || text.size() > 9 || (text.size() > 1 && text.front() == '0')) return false;
@@ -58,7 +56,7 @@ void YVariable::classify() {
     }
     if (classifySubstring()) return;
     const char first = text_.empty() ? '\0' : text_.front();
-    if (ynumber::looksNumeric(first) || isQuote(first) || first == '?') {
+    if (ynumber::looksNumeric(first) || YVariable::isQuote(first) || first == '?') {
         classifyConstant();
         return;
     }
@@ -146,7 +144,7 @@ std::string_view YVariable::string(YScratch& scratch) const {
         if (self.type_ == Type::Object) return kObjectText;
         return self.heldString();
     case Kind::Constant:
-        if (isQuote(self.text_.front())) return quotedContent(self.text_);
+        if (YVariable::isQuote(self.text_.front())) return quotedContent(self.text_);
         if (self.text_.front() != '?') return self.text_;
         scratch.data[0] = static_cast<char>('0' + OMRandomBelow(10));
         return {scratch.data, 1};
@@ -351,6 +349,7 @@ void YVariable::setObject(std::unique_ptr<OMScriptableObject> object) {
 void YVariable::setReference(OMScriptableObject* object) {
     YVariable& self = target();
     if (self.kind_ != Kind::Name) return;
+    if (object && self.object() == object) return; // an owner stays it
     self.release();
     if (!object) return;
     self.type_ = Type::Object;

@@ -18,7 +18,6 @@ bool isBlank(char c) {
     return (byte < 0x21 || byte >= 0x7F) && c != kLineEnd;
 }
 bool endsWord(char c) { return isBlank(c) || c == kLineEnd; }
-bool isQuote(char c) { return c == '"' || c == '\''; }
 
 constexpr std::string_view kElse = "else";
 
@@ -36,7 +35,8 @@ std::size_t statementFrom(std::string_view script, std::size_t at) {
 }
 
 std::string_view withoutQuotes(std::string_view word) {
-    const bool quoted = word.size() >= 2 && isQuote(word.front()) && word.back() == word.front();
+    const bool quoted =
+        word.size() >= 2 && YVariable::isQuote(word.front()) && word.back() == word.front();
     return quoted ? word.substr(1, word.size() - 2) : word;
 }
 
@@ -71,6 +71,7 @@ std::string YCompileError::description() const {
     case Kind::StrayBracket: return at("\"]\" without \"[\"");
     case Kind::StrayElse: return at("\"else\" without \"if\"");
     case Kind::OutsideLoop: return at("outside a loop");
+    case Kind::ProcedureName: return at("a procedure needs a plain name");
     case Kind::TooManyInstructions: return at("more than 8000 instructions");
     case Kind::TooManyOperands: return at("more than 20000 operand words");
     case Kind::TooManyNames: return at("too many names");
@@ -226,7 +227,7 @@ std::optional<YCompiler::Word> YCompiler::nextWord(bool stopAtEquals) {
         if (c == kLineEnd) break;
         if (quote) {
             if (c == quote) quote = 0;
-        } else if (isQuote(c)) {
+        } else if (YVariable::isQuote(c)) {
             quote = c;
         } else if (endsWord(c) || (stopAtEquals && c == '=')) {
             break;
@@ -240,7 +241,7 @@ std::optional<int> YCompiler::internWord(const Word& word) {
     for (const char c : word.text) {
         if (quote) {
             if (c == quote) quote = 0;
-        } else if (isQuote(c)) {
+        } else if (YVariable::isQuote(c)) {
             quote = c;
         }
     }

@@ -215,9 +215,11 @@ YCompiler::Outcome YCompiler::compileProcedure(const Word& keyword) {
     std::vector<int> indices;
     if (!readOperands(indices)) return Outcome::Statement;
     if (indices.empty()) return fail(YCompileError::Kind::MissingOperand, at);
+    YVariable& name = heap_.get(indices.front());
+    if (name.kind() != YVariable::Kind::Name) return fail(YCompileError::Kind::ProcedureName, at);
     const auto list = emitList(indices, at);
     if (!list) return Outcome::Statement;
-    heap_.get(indices.front()).setString("+" + std::to_string(here()));
+    name.setString("+" + std::to_string(here()));
     emit(YOpcode::Procedure, *list, place);
     std::vector<Loop> outer; // a procedure's body is in no loop
     outer.swap(loops_);

@@ -1,8 +1,14 @@
-// The trace's detail text, shared by the files that implement YThread.
+// What the files that implement YThread share.
 #pragma once
 
 #include "omformat.h"
 #include "rthread.h"
+
+/// The string form.
+inline std::string textOf(YVariable& variable) {
+    YScratch scratch;
+    return std::string(variable.string(scratch));
+}
 
 /// Adds to what the trace shows of the instruction being executed; costs nothing without a trace.
 template <class... Arguments>
