@@ -176,6 +176,9 @@ class YThread {
     void drop(const Code& code);
     void dropVariable(YVariable& word);
     void runCommand(const Code& code);
+    /// Where an event or a timer begins the procedure that a text ("+" and its header) stands for;
+    /// none for any other text.
+    [[nodiscard]] std::optional<int> handlerOf(std::string_view procedure) const;
     void setTimer(Timer& timer, const Code& code, const char* format);
     void pause(const Code& code);
     void setDebug(const Code& code);

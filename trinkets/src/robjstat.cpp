@@ -5,7 +5,6 @@
 #include "omsregistry.h"
 #include "rthread.h"
 #include "yengine.h"
-#include "ynumber.h"
 #include "ythreaddetail.h"
 
 namespace {
@@ -55,13 +54,12 @@ void YThread::removeHandler(YVariable& word, OMScriptableObject* object, std::st
 void YThread::attachHandler(YVariable& word, OMScriptableObject* object, std::string_view event,
                             std::string_view procedure) {
     const std::string name(event);
-    const int header = ynumber::scanInteger(procedure);
+    const std::optional<int> handler = handlerOf(procedure);
     bool attached = false;
-    if (header >= 0 && header < static_cast<int>(code_.size()) - 1 &&
-        (!object || object->hasProperty(event))) {
+    if (handler && (!object || object->hasProperty(event))) {
         const std::string& variable = word.resolve().text();
         const std::weak_ptr<eventRecord> record =
-            engine_.addRecord({this, header + 1, object, variable, name});
+            engine_.addRecord({this, *handler, object, variable, name});
         const OMLink deliver = [record] {
             // The record is kept for the delivery: the handler may discard it.
             if (const auto kept = record.lock()) kept->thread->deliverEvent(*kept);

@@ -196,17 +196,23 @@ void YThread::dropVariable(YVariable& word) {
 
 // ---------------------------------------------------------------------------- timers and modes
 
+std::optional<int> YThread::handlerOf(std::string_view procedure) const {
+    if (!procedure.starts_with('+')) return std::nullopt;
+    const int header = ynumber::scanInteger(procedure);
+    if (header < 0 || header >= static_cast<int>(code_.size()) - 1) return std::nullopt;
+    return header + 1;
+}
+
 void YThread::setTimer(Timer& timer, const Code& code, const char* format) {
     const double seconds = code.operands[0]->number();
     if (seconds == 0) return;
     YScratch scratch;
-    const std::string procedure(code.operands[1]->string(scratch));
-    const int header = procedure.starts_with('+') ? ynumber::scanInteger(procedure) : -1;
-    if (header < 0 || header >= static_cast<int>(code_.size()) - 1) {
+    const std::optional<int> handler = handlerOf(code.operands[1]->string(scratch));
+    if (!handler) {
         engine_.warn(OMFormat("Procedure %s not found", code.operands[1]->text().c_str()));
         return;
     }
-    timer.procedure = header + 1;
+    timer.procedure = *handler;
     timer.interval = ynumber::truncate(seconds * kTicksPerSecond);
     timer.elapsed = 0;
     if (tracing_)
