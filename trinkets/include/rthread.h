@@ -14,6 +14,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -158,6 +159,10 @@ class YThread {
     // Control flow.
     void call(const Code& code);
     void callProcedure(const Code& code, std::int32_t header);
+    /// Whether a procedure can be there: its header, and an instruction behind it.
+    [[nodiscard]] bool isHeader(std::int32_t instruction) const {
+        return instruction >= 0 && instruction < static_cast<std::int32_t>(code_.size()) - 1;
+    }
     void enterProcedure(const Code& code);
     void returnFromProcedure();
     void setUpLoop(const Code& code);

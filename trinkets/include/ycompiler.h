@@ -79,6 +79,7 @@ class YCompiler {
     struct Word {
         std::string_view text;
         std::size_t at;
+        bool closed; ///< its last quote
     };
     struct Loop {
         int next;                ///< the instruction to continue with

@@ -45,7 +45,6 @@ class YValue {
     [[nodiscard]] bool isInteger() const { return type_ == YVariable::Type::Integer; }
     [[nodiscard]] bool isNumber() const { return isInteger() || type_ == YVariable::Type::Real; }
     [[nodiscard]] bool isObject() const { return type_ == YVariable::Type::Object; }
-    /// The value has a text of its own, not just a computed number.
     [[nodiscard]] double number() const { return isInteger() ? integer_ : real_; }
     [[nodiscard]] std::int32_t integer() const {
         return isInteger() ? integer_ : ynumber::truncate(real_);
@@ -67,7 +66,7 @@ class YValue {
 
   private:
     YVariable::Type type_ = YVariable::Type::Empty;
-    bool hasText_ = false;
+    bool hasText_ = false; ///< of its own, not just a computed number
     union {
         std::int32_t integer_;
         double real_;

@@ -199,8 +199,7 @@ void YThread::dropVariable(YVariable& word) {
 std::optional<int> YThread::handlerOf(std::string_view procedure) const {
     if (!procedure.starts_with('+')) return std::nullopt;
     const int header = ynumber::scanInteger(procedure);
-    if (header < 0 || header >= static_cast<int>(code_.size()) - 1) return std::nullopt;
-    return header + 1;
+    return isHeader(header) ? std::optional(header + 1) : std::nullopt;
 }
 
 void YThread::setTimer(Timer& timer, const Code& code, const char* format) {

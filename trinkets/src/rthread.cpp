@@ -355,7 +355,7 @@ void YThread::call(const Code& code) {
 
 void YThread::callProcedure(const Code& code, std::int32_t header) {
     detail("procedure %s=%d", code.operands[0]->text().c_str(), header);
-    if (header < 0 || header >= static_cast<std::int32_t>(code_.size())) {
+    if (!isHeader(header)) {
         reportAndStop("call of a procedure that does not exist");
         return;
     }

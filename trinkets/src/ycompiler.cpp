@@ -214,7 +214,7 @@ bool YCompiler::skipToStatement() {
     return false;
 }
 
-/// The next word of the line, or none at its end. An unclosed quote is found by who interns the
+/// The next word of the line, or none at its end. An unclosed quote is told by who interns the
 /// word.
 std::optional<YCompiler::Word> YCompiler::nextWord(bool stopAtEquals) {
     skipBlanks();
@@ -233,19 +233,11 @@ std::optional<YCompiler::Word> YCompiler::nextWord(bool stopAtEquals) {
             break;
         }
     }
-    return Word{std::string_view(t.text).substr(start, t.at - start), start};
+    return Word{std::string_view(t.text).substr(start, t.at - start), start, quote == 0};
 }
 
 std::optional<int> YCompiler::internWord(const Word& word) {
-    char quote = 0;
-    for (const char c : word.text) {
-        if (quote) {
-            if (c == quote) quote = 0;
-        } else if (YVariable::isQuote(c)) {
-            quote = c;
-        }
-    }
-    if (quote) {
+    if (!word.closed) {
         fail(YCompileError::Kind::Expression, word.at, yerror::kUnclosedQuote);
         return std::nullopt;
     }

@@ -46,7 +46,7 @@ std::vector<Compiler::Piece> Compiler::split(std::string_view text, int level) {
         const char c = text[i];
         if (quote) {
             if (c == quote) quote = 0;
-        } else if (c == '"' || c == '\'') {
+        } else if (YVariable::isQuote(c)) {
             quote = c;
         } else if (c == '(') {
             ++depth;
@@ -120,7 +120,7 @@ bool YExpression::mayContainOperator(std::string_view text) {
     for (const char c : text) {
         if (quote) {
             if (c == quote) quote = 0;
-        } else if (c == '"' || c == '\'') {
+        } else if (YVariable::isQuote(c)) {
             quote = c;
         } else if (c == '(' || c == ')' || kAllOperators.find(c) != std::string_view::npos) {
             return true;

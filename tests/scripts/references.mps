@@ -1,0 +1,41 @@
+; Second names in families: who owns an object, and what goes when such a name is stored to.
+yield off
+procedure born
+count=count+1
+count=0
+set RAnimation born born
+boat=RAnimation 2001 7
+fish=RAnimation 2003 6
+; An object of its own gives way, under all its names; no copy is made.
+crew.3=RAnimation 2002 8
+other=&crew.3
+i=3
+crew.i=&fish
+set crew.3 x 50
+get fish x left
+say left "objects" count
+get other x left
+; A second name goes on to another object; the first one lives on.
+i=1
+crew.i=&boat
+crew.i=&fish
+get boat x left
+; An owner stays the owner of what is stored in it under a second name.
+crew.2=boat
+i=2
+alias=&crew.2
+crew.i=alias
+set crew.2 x 70
+get alias x left
+say left "objects" count
+; Names that lead nowhere take nothing.
+crew.nobody=&boat
+say crew.nobody
+; With its owner an object goes under all names, and under any of them.
+drop crew.i
+drop crew.1
+get alias x left
+get fish x left
+get crew.3 x left
+get boat x left
+quit
