@@ -1,9 +1,8 @@
 // A family of global script commands is a class with a member function for each of them and a table
 // of their names.
 //
-//     constexpr RCommandRow<RSoundCommands> RSoundCommands::kRows[] = {
-//         RCommand<&RSoundCommands::playSound>("PlaySound", "id [loop]"), // void playSound(int,
-//         bool)
+//     constexpr RCommandRow<Bells> Bells::kRows[] = {
+//         RCommand<&Bells::ring>("RingBell", "bell [times]"), // void ring(int, std::optional<int>)
 //     };
 #pragma once
 

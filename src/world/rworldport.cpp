@@ -106,7 +106,7 @@ void RWorldPort::withdrawPlayer() {
     if (!memory_) return;
     // A global that stood behind a property of the player is seen again.
     for (const auto& property : memory_->globals())
-        if (!hasProperty(property->name())) show(*property);
+        if (!hasProperty(property->name())) show(*memory_->global(property->name()));
 }
 
 void RWorldPort::playerGoes(const world::Player& player) {

@@ -189,6 +189,7 @@ TEST_F(WorldMemories, NothingIsLeftOfThoseWhoGo) {
 TEST_F(WorldMemories, NamesThatAreThereAlready) {
     const std::string wide(1100, 'A');
     EXPECT_EQ(runOn("play world addGlobalIntProperty informColorsWarning\n"
+                    "play world addGlobalIntProperty hats\nset world hats 1\n"
                     "play world addGlobalIntProperty hats\nset world hats 2\n"
                     "play world addIntProperty hats\nplay world addIntProperty activatePlayer\n"
                     "play world activatePlayer \"Ana\"\nget world hats hers\n"

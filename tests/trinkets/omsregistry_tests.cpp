@@ -125,6 +125,30 @@ TEST_F(OMSRegistries, ALibraryStaysForAllItsClasses) {
     EXPECT_EQ(modules.unloaded, 1);
 }
 
+TEST_F(OMSRegistries, AComponentMayNeedAnother) {
+    auto& modules = machine.modules();
+    for (const char* file : {"One.lrn", "Two.lrn"}) machine.files().put(file, "");
+    modules.libraries["One.lrn"][OMSRegistry::kComponentEntry] = [] {
+        OMSRegistry::global().registerClass(kOne);
+    };
+    modules.libraries["Two.lrn"][OMSRegistry::kComponentEntry] = [] {
+        EXPECT_TRUE(OMSRegistry::global().isClass("One"));
+        OMSRegistry::global().registerClass(kTwo);
+    };
+    registry.setComponentLoading(true);
+    EXPECT_TRUE(registry.isClass("Two"));
+    EXPECT_EQ(modules.unloaded, 0);
+    registry.unregisterClass("Two");
+    EXPECT_EQ(modules.unloaded, 1);
+    EXPECT_TRUE(create("One", {}));
+}
+
+TEST_F(OMSRegistries, AClassThatOnlyHasHeirsIsNotCreated) {
+    static constexpr OMSClass kBase{"Base", &OMScriptableObject::kClass, {}};
+    registry.registerClass(kBase);
+    EXPECT_FALSE(create("Base", {}));
+}
+
 using OMSRegistryDeath = OMSRegistries;
 
 TEST_F(OMSRegistryDeath, AComponentThatRegistersNothingIsFatal) {
@@ -201,6 +225,18 @@ TEST_F(OMSRegistries, TablesConvertAtTheScriptBoundary) {
     EXPECT_EQ(OMScriptableObject::status(), OMScriptableObject::Status::Refused);
     EXPECT_FALSE(object.getProperty("none"));
     EXPECT_EQ(OMScriptableObject::status(), OMScriptableObject::Status::Absent);
+}
+
+TEST_F(OMSRegistries, ARowMayGoWhileItIsWritten) {
+    struct Leaving : OMScriptableObject {
+        void leave(int) { removeProperty("late"); }
+        int late() const { return 1; }
+    } object;
+    static constexpr OMSEntry kLate = oms::data<&Leaving::late, &Leaving::leave>("late");
+    object.addEntry(kLate);
+    EXPECT_EQ(object.getProperty("late"), "1");
+    EXPECT_TRUE(object.setProperty("late", "2"));
+    EXPECT_FALSE(object.hasProperty("late"));
 }
 
 TEST_F(OMSRegistries, PropertiesAreReplacedByName) {

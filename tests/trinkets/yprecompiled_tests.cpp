@@ -84,6 +84,7 @@ TEST_F(YPrecompiled, TakesTheTableOfVariablesForItself) {
     EXPECT_EQ(runBeside(), kSaid);
     EXPECT_FALSE(thread->isLoaded());
     EXPECT_EQ(unloaded, 1);
+    thread->setUnloadedLink(nullptr);
 }
 
 TEST_F(YPrecompiled, DamagedFilesAreRefused) {

@@ -95,8 +95,10 @@ ResourceMapText readResourceMap(std::string_view text) {
             words >> name;
             map.libraries.push_back({lowerCase(name), {}});
             inLibrary = true;
-        } else if (number > 1 && words >> resource.type >> resource.id) {
-            map.libraries.back().resources.push_back(std::move(resource));
+        } else if (number > 1 && line.size() > kMapTypeLength) {
+            resource.type = line.substr(0, kMapTypeLength);
+            if (words.ignore(kMapTypeLength) >> resource.id)
+                map.libraries.back().resources.push_back(std::move(resource));
         }
     }
     return map;

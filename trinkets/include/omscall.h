@@ -1,8 +1,8 @@
 // Calls from scripts into C++: texts become numbers and numbers texts, and a member function gets
 // its arguments from the argument list.
 //
-// Functions take int, bool, double, std::string, or std::optional of these for arguments that may
-// be missing or empty; without the optional, a missing number is 0.
+// Methods and commands take int, bool, double, std::string, or std::optional of these for
+// arguments that may be missing or empty; without the optional, a missing number is 0.
 #pragma once
 
 #include "omsarguments.h"

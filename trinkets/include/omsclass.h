@@ -8,11 +8,11 @@
 //         oms::lasting<&Lamp::fade>("fade", "ms"),       // calls fireCompletion when it is done
 //         oms::event("lit"),
 //     };
-//     const OMSClass Lamp::kClass{"Lamp", &OMTrinket::kClass, kVocabulary,
-//     &Lamp::createFromScript};
+//     const OMSClass Lamp::kClass{"Lamp", &OMTrinket::kClass, kVocabulary, &Lamp::create};
 //
-// Getters return int, bool, double, std::string or a rectangle; setters and methods take what
-// omscall.h converts. A property with index arguments reads them from the argument list itself.
+// Getters return int, bool, double, std::string or a rectangle, setters take one of the first four,
+// methods what omscall.h converts. A property with index arguments reads them from the argument
+// list itself.
 #pragma once
 
 #include "omscall.h"

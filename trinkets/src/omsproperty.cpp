@@ -46,8 +46,9 @@ OMSEntryProperty::OMSEntryProperty(OMScriptableObject& object, const OMSEntry& r
 
 /// Writes to what is only read are accepted and ignored.
 bool OMSEntryProperty::set(std::string_view value) {
-    if (row_.set) row_.set(object_, value);
-    return row_.kind == Kind::Data;
+    const OMSEntry& row = row_; // the property may go while its setter runs
+    if (row.set) row.set(object_, value);
+    return row.kind == Kind::Data;
 }
 
 std::optional<std::string> OMSEntryProperty::get() {

@@ -53,7 +53,9 @@ void OMSRegistry::registerClass(const OMSClass& scriptClass) {
 }
 
 void OMSRegistry::unregisterClass(std::string_view name) {
-    std::erase_if(classes_, [&](const auto& entry) { return entry->name() == name; });
+    const auto found = std::ranges::find(classes_, name, &OMSR::name);
+    if (found == classes_.end()) return;
+    classes_.erase(found); // the name may go with it
     if (classes_.empty()) lastUnregistered();
 }
 
@@ -94,7 +96,8 @@ std::unique_ptr<OMScriptableObject> OMSRegistry::create(std::string_view name) {
     if (!entry) return nullptr;
     const OMSClass& scriptClass = entry->scriptClass();
     OMSArguments::global().rewind();
-    std::unique_ptr<OMScriptableObject> object = scriptClass.create();
+    std::unique_ptr<OMScriptableObject> object =
+        scriptClass.create ? scriptClass.create() : nullptr;
     if (!object) return nullptr;
     // From here on handlers may destroy the object behind the owner's back.
     OMSWatch watch(object.release());
@@ -129,8 +132,9 @@ OMSR* OMSRegistry::loadComponent(std::string_view name) {
     }
     const std::size_t before = classes_.size();
     if (const auto entryPoint = library->entry(kComponentEntry)) entryPoint();
+    // It may have had other components loaded.
     for (std::size_t added = before; added < classes_.size(); ++added)
-        classes_[added]->library_ = library;
+        if (!classes_[added]->library_) classes_[added]->library_ = library;
     OMSR* registered = findEntry(className);
     OMDebug::require(registered != nullptr, "!registryEntry", "Component registration failure");
     return registered;

@@ -6,7 +6,6 @@
 #include "yexpression.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace {
 
