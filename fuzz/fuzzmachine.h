@@ -78,6 +78,7 @@ class Machine final : public platform::Platform {
     platform::Modules& modules() override { return lasting().modules(); }
     testing_support::MemoryWaveOut& waveOut() override { return waveOut_; }
     platform::Typefaces& typefaces() override { return lasting().typefaces(); }
+    platform::Movies& movies() override { return lasting().movies(); }
     platform::Machine& machine() override { return lasting().machine(); }
     std::unique_ptr<platform::TextWindow>
     openTextWindow(const platform::TextWindowRequest& request,

@@ -1,8 +1,8 @@
 #include "animationsounds.h"
 
 #include "omao.h"
-#include "omwavesound.h"
 #include "resources.h"
+#include "streamsound.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,11 +11,11 @@ struct RAnimationSounds::Record {
     const OMAnimation* animation; ///< only compared
     int id;
     OMLink done; ///< while it plays
-    std::unique_ptr<OMIStream> stream;
-    OMWaveSound sound;
+    RStreamSound source;
+    OMWaveSound& sound = source.sound;
 
-    Record(const OMAnimation& owner, int soundId, std::unique_ptr<OMIStream> source)
-        : animation(&owner), id(soundId), stream(std::move(source)), sound(*stream, true) {
+    Record(const OMAnimation& owner, int soundId, std::unique_ptr<OMIStream> stream)
+        : animation(&owner), id(soundId), source(std::move(stream)) {
         sound.setFinishedLink([this] { end(); });
     }
 

@@ -1,7 +1,7 @@
 #include "gamesounds.h"
 
-#include "omwavesound.h"
 #include "resources.h"
+#include "streamsound.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,15 +12,15 @@ constexpr int kIdMask = 0xFFFF; ///< ids have 16 bits: -1 stands for "none" too
 
 } // namespace
 
-/// Members in the order of their making: the sound goes first, then its stream, then the link.
+/// Members in the order of their making: the sound goes before its link.
 struct RGameSounds::Record {
     int handle;
     OMLink done;
-    std::unique_ptr<OMIStream> stream;
-    OMWaveSound sound;
+    RStreamSound source;
+    OMWaveSound& sound = source.sound;
 
-    Record(int number, OMLink link, std::unique_ptr<OMIStream> source)
-        : handle(number), done(std::move(link)), stream(std::move(source)), sound(*stream, true) {}
+    Record(int number, OMLink link, std::unique_ptr<OMIStream> stream)
+        : handle(number), done(std::move(link)), source(std::move(stream)) {}
 };
 
 RGameSounds::RGameSounds(RResources& resources) : resources_(resources) { setCurrent(this); }

@@ -16,6 +16,7 @@
 #include "platform/host/hostmodules.h"
 #include "platform/host/hostoptions.h"
 #include "platform/host/hosttypefaces.h"
+#include "platform/host/nomovies.h"
 #include "platform/platform.h"
 
 #include <cstdint>
@@ -54,6 +55,7 @@ class HeadlessPlatform final : public Platform {
     [[nodiscard]] Modules& modules() override { return modules_; }
     [[nodiscard]] HeadlessWaveOut& waveOut() override { return waveOut_; }
     [[nodiscard]] Typefaces& typefaces() override { return typefaces_; }
+    [[nodiscard]] Movies& movies() override { return movies_; }
     [[nodiscard]] Machine& machine() override { return machine_; }
 
     /// Its lines go into the report.
@@ -74,6 +76,7 @@ class HeadlessPlatform final : public Platform {
     std::optional<BreakingFiles> breakingFiles_;
     HostModules modules_;
     HostTypefaces typefaces_{files_};
+    NoMovies movies_;
     HeadlessDisplay display_;
     TimelineEvents events_;
     HeadlessDialogs dialogs_;

@@ -3,6 +3,7 @@
 #include "platform/host/hostfiles.h"
 #include "platform/host/hostmachine.h"
 #include "platform/host/hosttypefaces.h"
+#include "platform/host/nomovies.h"
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
@@ -57,6 +58,7 @@ class SdlPlatform final : public Platform {
     [[nodiscard]] Modules& modules() override { return modules_; }
     [[nodiscard]] WaveOut& waveOut() override { return waveOut_; }
     [[nodiscard]] Typefaces& typefaces() override { return typefaces_; }
+    [[nodiscard]] Movies& movies() override { return movies_; }
     [[nodiscard]] Machine& machine() override { return machine_; }
 
     [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
@@ -85,6 +87,7 @@ class SdlPlatform final : public Platform {
     HostFiles files_;
     HostModules modules_;
     HostTypefaces typefaces_{files_};
+    NoMovies movies_;
     HostMachine machine_;
     SdlDialogs dialogs_;
     SdlWaveOut waveOut_;

@@ -6,6 +6,7 @@
 #include "omregion.h"
 
 #include "platform/host/hostdisplay.h"
+#include "platform/host/nomovies.h"
 #include "platform/platform.h"
 
 #include <algorithm>
@@ -618,6 +619,8 @@ class MemoryPlatform final : public platform::Platform {
     MemoryModules& modules() override { return modules_; }
     MemoryWaveOut& waveOut() override { return waveOut_; }
     MemoryTypefaces& typefaces() override { return typefaces_; }
+    platform::Movies& movies() override { return installedMovies ? *installedMovies : noMovies_; }
+    platform::Movies* installedMovies = nullptr; ///< a test's own
     MemoryMachine& machine() override { return machine_; }
 
     std::unique_ptr<platform::TextWindow>
@@ -648,6 +651,7 @@ class MemoryPlatform final : public platform::Platform {
     MemoryModules modules_;
     MemoryWaveOut waveOut_{clock_};
     MemoryTypefaces typefaces_{files_};
+    platform::NoMovies noMovies_;
     MemoryMachine machine_;
 };
 

@@ -10,6 +10,7 @@
 #include "platform/files.h"
 #include "platform/machine.h"
 #include "platform/modules.h"
+#include "platform/movies.h"
 #include "platform/textwindow.h"
 #include "platform/typefaces.h"
 #include "platform/waveout.h"
@@ -31,6 +32,7 @@ class Platform {
     [[nodiscard]] virtual Modules& modules() = 0;
     [[nodiscard]] virtual WaveOut& waveOut() = 0;
     [[nodiscard]] virtual Typefaces& typefaces() = 0;
+    [[nodiscard]] virtual Movies& movies() = 0;
     [[nodiscard]] virtual Machine& machine() = 0;
 
     /// Opens a text window above all others, without taking the focus from where it is. Null when
