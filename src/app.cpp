@@ -1,5 +1,7 @@
 #include "app.h"
 
+#include "actions/actiontypes.h"
+#include "actions/sndact.h"
 #include "animationsounds.h"
 #include "commands.h"
 #include "configuration.h"
@@ -89,12 +91,15 @@ void installLocators(RResources& resources) {
     EffectsWindow::setBackgroundLocator(locator("ASEQ"));
     EffectsWindow::setPaletteLocator(locator("RRGB"));
     OMAnimation::setSourceLocator(locator("ASEQ"));
+    SoundAction::setStreamLocator(
+        [&resources](int id, int bufferMode) { return resources.load(id, "WAVE", bufferMode); });
 }
 
 void removeLocators() {
     EffectsWindow::setBackgroundLocator(nullptr);
     EffectsWindow::setPaletteLocator(nullptr);
     OMAnimation::setSourceLocator(nullptr);
+    SoundAction::setStreamLocator(nullptr);
 }
 
 bool handleCommand(EffectsWindow& window, int command) {
@@ -168,6 +173,7 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
         [&resources](int id) { return resources.load(id, "NFNT", kOMIStreamCache); });
     fonts.addGameSubstitutions();
     const RAnimationSounds animationSounds(resources);
+    const RActionTypes actionTypes;
     RCommands commands(window);
     RResourceCommands resourceCommands(resources);
     RSoundCommands soundCommands(sounds);

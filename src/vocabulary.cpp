@@ -1,5 +1,8 @@
 #include "vocabulary.h"
 
+#include "actions/rcompositeaction.h"
+#include "actions/rqueue.h"
+#include "actions/rrandomaction.h"
 #include "commands.h"
 #include "ommultitrinket.h"
 #include "ranimation.h"
@@ -17,9 +20,11 @@
 namespace {
 
 constexpr const OMSClass* kClasses[] = {
-    &OMMultiTrinket::kClass, &RAnimation::kClass, &RAnimationTrigger::kClass, &RHotSpot::kClass,
-    &RKbdInp::kClass,        &RPButton::kClass,   &RSelList::kClass,          &RText::kClass,
-    &RTrigger::kClass,       &RWorldPort::kClass,
+    &OMMultiTrinket::kClass,   &RAnimation::kClass, &RAnimationTrigger::kClass,
+    &RCompositeAction::kClass, &RHotSpot::kClass,   &RKbdInp::kClass,
+    &RPButton::kClass,         &RQueue::kClass,     &RRandomAction::kClass,
+    &RSelList::kClass,         &RText::kClass,      &RTrigger::kClass,
+    &RWorldPort::kClass,
 };
 
 } // namespace

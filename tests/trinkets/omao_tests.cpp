@@ -231,7 +231,7 @@ TEST_F(AnimationTest, HandlersMayDestroyTheAnimation) {
         [&](RAnimation& a) { a.playLinks().marker = [kill](int) { kill(); }; },
         [&](RAnimation& a) { a.attachHandler("paused", kill); },
         [&](RAnimation& a) { a.attachHandler("special", kill); },
-        [&](RAnimation& a) { a.setFrameNotification(true, kill); },
+        [&](RAnimation& a) { a.addFrameListener([kill](RAnimation::FrameNews) { kill(); }); },
         [&](RAnimation& a) { a.playLinks().stopAt = kill; },
     };
     for (const auto& arm : arms)
@@ -347,10 +347,12 @@ TEST_F(AnimationTest, FramesAreNotifiedWhileAskedFor) {
     a.attachHandler("frameNotify", [&] { heard += property("frame") + " "; });
     play(15);
     EXPECT_EQ(take(), "");
-    animation->setFrameNotification(true, [&] { heard += "callback "; });
+    animation->setFrameNotification(1);
+    const int listener =
+        animation->addFrameListener([&](RAnimation::FrameNews) { heard += "callback "; });
     play(25);
     EXPECT_EQ(take(), "looped 1 callback ");
-    a.setProperty("frameNotification", "1"); // takes the callback away
+    animation->removeFrameListener(listener);
     play(35);
     EXPECT_EQ(take(), "2 ");
     a.setProperty("frameNotification", "2");

@@ -81,6 +81,7 @@ class OMAnimation : public OMTrinket {
     [[nodiscard]] static std::shared_ptr<AOImage> locate(int id);
     /// How the `ASEQ` resource of an id is found.
     static void setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> locator);
+    [[nodiscard]] static bool hasSourceLocator() { return static_cast<bool>(locator_); }
     /// While on, the coordinates that scripts give count for nothing; off at first.
     static void setUseEmbeddedAnimationCoordinates(bool on) { embeddedOnly_ = on; }
     [[nodiscard]] static bool usesEmbeddedAnimationCoordinates() { return embeddedOnly_; }
@@ -208,7 +209,6 @@ class OMAnimation : public OMTrinket {
         if (arguments.z) object->setZ(*arguments.z);
         return object;
     }
-    [[nodiscard]] static bool hasSourceLocator() { return static_cast<bool>(locator_); }
 
     /// Called in a step after each frame entry that was shown. The animation may be destroyed in
     /// it.

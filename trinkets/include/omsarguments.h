@@ -17,6 +17,7 @@ class OMSArguments {
 
     [[nodiscard]] std::size_t count() const { return texts_.size(); }
     [[nodiscard]] bool hasNext() const { return next_ < texts_.size(); }
+    [[nodiscard]] std::size_t remaining() const { return texts_.size() - next_; }
     /// The next text, or an empty one when none is left.
     std::string next();
     /// The next text's leading digits as a number, 0 without any.

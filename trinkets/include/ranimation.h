@@ -9,6 +9,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 class RAnimation : public OMAnimation {
   public:
@@ -18,12 +19,21 @@ class RAnimation : public OMAnimation {
 
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
+    /// What listeners to frames are told.
+    enum class FrameNews : std::uint8_t { Shown, AnimationGoes };
+
+    ~RAnimation() override;
+
     /// 1 while "frameNotify" is raised for every frame that is shown.
     [[nodiscard]] int frameNotification() const { return notifies_ ? 1 : 0; }
-    /// On with 1. Clears the callback.
-    void setFrameNotification(int value) { setFrameNotification(value == 1, nullptr); }
-    /// `callback` is called after each event.
-    void setFrameNotification(bool on, OMLink callback);
+    /// On with 1.
+    void setFrameNotification(int value) { notifies_ = value == 1; }
+    /// Told of every frame that is shown, after the event, and that the animation goes. The number
+    /// returned is for removeFrameListener.
+    int addFrameListener(OMLinkTo<void(FrameNews)> listener);
+    void removeFrameListener(int number);
+    [[nodiscard]] bool hasFrameListeners() const { return !listeners_.empty(); }
+
     [[nodiscard]] const std::string& userData() const { return userData_; }
     void setUserData(const std::string& text) { userData_ = text; }
 
@@ -42,11 +52,20 @@ class RAnimation : public OMAnimation {
     void setAOCursor(std::optional<int> normal, std::optional<int> grab);
 
   protected:
-    RAnimation(const RAnimation& other) = default;
+    /// A copy has no listeners.
+    RAnimation(const RAnimation& other);
     void frameShown() override;
 
   private:
+    struct Listener {
+        int number;
+        OMLinkTo<void(FrameNews)> link;
+    };
+
+    bool tellListeners(FrameNews news);
+
     bool notifies_ = false;
-    OMLink frameCallback_;
+    int lastListener_ = 0;
+    std::vector<Listener> listeners_; ///< in the order of their numbers
     std::string userData_;
 };

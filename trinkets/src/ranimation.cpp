@@ -5,6 +5,7 @@
 #include "omtrinketwindow.h"
 
 #include <algorithm>
+#include <utility>
 
 using platform::Point;
 using platform::Rect;
@@ -13,8 +14,7 @@ namespace {
 
 constexpr OMSEntry kVocabulary[] = {
     oms::readOnly<&RAnimation::frameCount>("frameCount", "frames of the current sequence"),
-    oms::data<&RAnimation::frameNotification,
-              static_cast<void (RAnimation::*)(int)>(&RAnimation::setFrameNotification)>(
+    oms::data<&RAnimation::frameNotification, &RAnimation::setFrameNotification>(
         "frameNotification", "1: frameNotify is raised for every frame shown"),
     oms::data<&RAnimation::framesPerSecond, &RAnimation::setFramesPerSecond>(
         "framerate", "frames a second; 0: by the durations of the sequence"),
@@ -47,18 +47,38 @@ std::unique_ptr<OMScriptableObject> RAnimation::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new RAnimation(*this));
 }
 
-void RAnimation::setFrameNotification(bool on, OMLink callback) {
-    notifies_ = on;
-    frameCallback_ = std::move(callback);
+RAnimation::RAnimation(const RAnimation& other)
+    : OMAnimation(other), notifies_(other.notifies_), userData_(other.userData_) {}
+
+RAnimation::~RAnimation() { tellListeners(FrameNews::AnimationGoes); }
+
+int RAnimation::addFrameListener(OMLinkTo<void(FrameNews)> listener) {
+    listeners_.push_back({++lastListener_, std::move(listener)});
+    return lastListener_;
+}
+
+void RAnimation::removeFrameListener(int number) {
+    std::erase_if(listeners_, [number](const Listener& each) { return each.number == number; });
+}
+
+/// Those that are there now; each may remove any. False when one destroyed the animation.
+bool RAnimation::tellListeners(FrameNews news) {
+    const OMSWatch self(this);
+    const int last = lastListener_;
+    for (int told = 0; self;) {
+        const auto next = std::ranges::upper_bound(listeners_, told, {}, &Listener::number);
+        if (next == listeners_.end() || next->number > last) return true;
+        told = next->number;
+        const auto link = next->link;
+        link(news);
+    }
+    return false;
 }
 
 void RAnimation::frameShown() {
-    if (!notifies_) return;
     const OMSWatch self(this);
-    fireEvent("frameNotify");
-    if (!self) return;
-    const OMLink callback = frameCallback_;
-    callback();
+    if (notifies_) fireEvent("frameNotify");
+    if (self) tellListeners(FrameNews::Shown);
 }
 
 void RAnimation::resumeForScript() {

@@ -1,0 +1,78 @@
+#include "action.h"
+
+#include "actioncontainer.h"
+#include "omsclass.h"
+
+#include <memory>
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::readOnly<&Action::isInterruptible>("isInterruptible", "1: may be halted with others"),
+    oms::method<&Action::halt>("halt"),
+    oms::method<&Action::pause>("pause"),
+    oms::method<&Action::resume>("resume"),
+    oms::lasting<&Action::start>("start"),
+    oms::event("finished", "it has come to its end"),
+};
+
+} // namespace
+
+const OMSClass Action::kClass{"", &OMScriptableObject::kClass, kVocabulary};
+
+Action::~Action() {
+    if (container_) container_->forget(*this);
+}
+
+void Action::start() {
+    const OMSWatch self(this);
+    if (active_) {
+        active_ = false;
+        end(End::Halted);
+        if (!self) return;
+    }
+    active_ = true;
+    paused_ = false;
+    ++run_;
+    begin();
+}
+
+void Action::halt() {
+    if (!active_) return;
+    const OMSWatch self(this);
+    active_ = false;
+    end(End::Halted);
+    if (self) fireCompletion();
+}
+
+void Action::pause() {
+    if (!active_ || paused_) return;
+    paused_ = true;
+    hold();
+}
+
+void Action::resume() {
+    if (!active_ || !paused_) return;
+    paused_ = false;
+    goOn();
+}
+
+void Action::finish() {
+    if (!active_) return;
+    const OMSWatch self(this);
+    active_ = false;
+    end(End::Finished);
+    if (!self) return;
+    ++finishingDepth_;
+    if (container_) container_->memberFinished(*this);
+    if (self) fireCompletion();
+    if (self) fireEvent("finished");
+    --finishingDepth_;
+}
+
+OMLink Action::doneLink() {
+    return [watch = std::make_shared<OMSWatch>(this), run = run_] {
+        auto* action = static_cast<Action*>(watch->object());
+        if (action && action->run_ == run) action->finish();
+    };
+}

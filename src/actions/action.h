@@ -1,0 +1,65 @@
+// Actions: things that take their time and tell when they are done. Scripts put them into
+// containers, which start, pause, resume and halt them together.
+//
+// An action is idle, active, and idle again when it has finished or was halted; it may be started
+// again at any time. What it does is in the hooks `begin`, `end`, `hold` and `goOn` of its class.
+#pragma once
+
+#include "omscrptb.h"
+
+class ActionContainer;
+
+class Action : public OMScriptableObject {
+  public:
+    static const OMSClass kClass;
+
+    explicit Action(bool interruptible) : interruptible_(interruptible) {}
+    /// Leaves its container. Active ones were halted by the destructors of their classes.
+    ~Action() override;
+
+    /// Begins, from the start if it is active already.
+    virtual void start();
+    /// Ends without "finished"; nobody waits for it any longer.
+    virtual void halt();
+    virtual void pause();
+    virtual void resume();
+    [[nodiscard]] virtual bool isActive() const { return active_; }
+    /// Whether it may be halted together with others.
+    [[nodiscard]] virtual bool isInterruptible() const { return interruptible_; }
+
+    /// Who is told when it has finished: the one it is a member of, or null.
+    [[nodiscard]] ActionContainer* container() const { return container_; }
+
+    /// How many actions are finishing now, one inside the other.
+    [[nodiscard]] static int finishingDepth() { return finishingDepth_; }
+
+  protected:
+    enum class End : std::uint8_t { Finished, Halted };
+
+    /// Begins the work. May finish at once, and be destroyed then.
+    virtual void begin() = 0;
+    /// Lets go of what it worked with.
+    virtual void end(End) {}
+    virtual void hold() {}
+    virtual void goOn() {}
+
+    /// The work is done: tells the container, whoever waits, and the scripts. The action may be
+    /// destroyed in it. Without effect on an idle one.
+    void finish();
+    /// A link to `finish` for others to call. It does nothing when the action was halted, finished
+    /// or started anew meanwhile, or is gone.
+    [[nodiscard]] OMLink doneLink();
+    /// What `add` gives to members when their arguments do not tell.
+    [[nodiscard]] bool interruptibleByDefault() const { return interruptible_; }
+
+  private:
+    friend class ActionContainer;
+
+    static inline int finishingDepth_ = 0;
+
+    ActionContainer* container_ = nullptr;
+    unsigned run_ = 0; ///< counts the starts
+    bool interruptible_;
+    bool active_ = false;
+    bool paused_ = false;
+};

@@ -1,0 +1,57 @@
+// Actions that play animations: one of their own, or one of the script.
+#pragma once
+
+#include "action.h"
+
+#include <memory>
+#include <optional>
+
+class OMAnimation;
+class RAnimation;
+
+/// Shows an animation resource while it plays; the picture goes with the end of the action.
+class AnimAction final : public Action {
+  public:
+    static constexpr int kNoAnimation = -1; ///< a resource id
+
+    struct Settings {
+        int id;
+        int x; ///< pixels, or OMAnimation::kEmbedded
+        int y;
+        int z;
+        int repeatCount;
+    };
+
+    AnimAction(const Settings& settings, bool interruptible);
+    ~AnimAction() override;
+    [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
+
+  protected:
+    void begin() override;
+    void end(End) override;
+    void hold() override;
+    void goOn() override;
+
+  private:
+    Settings settings_;
+    std::unique_ptr<OMAnimation> animation_; ///< while active
+};
+
+/// Plays an animation of the script, which stays as it ends. Halting stops it.
+class PlayAnimAction final : public Action {
+  public:
+    PlayAnimAction(RAnimation& animation, bool interruptible);
+    ~PlayAnimAction() override { halt(); }
+    [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
+
+  protected:
+    void begin() override;
+    void end(End how) override;
+    void hold() override;
+    void goOn() override;
+
+  private:
+    [[nodiscard]] RAnimation* animation() const;
+
+    OMSWatch animation_;
+};

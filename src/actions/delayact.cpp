@@ -1,0 +1,67 @@
+#include "delayact.h"
+
+#include "actionparameters.h"
+#include "omplatform.h"
+#include "omrandom.h"
+
+namespace {
+
+constexpr std::uint32_t kTaskPriority = 0;
+
+} // namespace
+
+TimedAction::~TimedAction() = default;
+
+void TimedAction::begin() {
+    remainingMs_ = nextDelay();
+    startMs_ = OMMilliseconds();
+    task_ = std::make_unique<OMTask>(
+        [this] {
+            if (sinceStart() >= remainingMs_) finish();
+        },
+        kTaskPriority);
+}
+
+std::int64_t TimedAction::sinceStart() const { return OMMilliseconds() - startMs_; }
+
+void TimedAction::hold() {
+    task_->suspend();
+    remainingMs_ -= sinceStart();
+}
+
+void TimedAction::goOn() {
+    task_->resume();
+    startMs_ = OMMilliseconds();
+}
+
+std::unique_ptr<Action> DelayAction::create(bool byDefault) {
+    ActionParameters parameters("DelayAction", byDefault);
+    if (!parameters.areAtLeast(1)) return nullptr;
+    const int ms = parameters.integer("delayTime (in ms)");
+    const bool interruptible = parameters.interruptible();
+    parameters.report();
+    return std::make_unique<DelayAction>(ms, interruptible);
+}
+
+std::int64_t RandomDelayAction::nextDelay() {
+    const std::int64_t range = std::int64_t{longestMs_} - shortestMs_;
+    if (range <= 0) return shortestMs_;
+    return shortestMs_ + std::int64_t{OMRandom()} % range;
+}
+
+std::unique_ptr<Action> RandomDelayAction::create(bool byDefault) {
+    ActionParameters parameters("RandomDelayAction", byDefault);
+    if (!parameters.areAtLeast(2)) return nullptr;
+    const int shortest = parameters.integer("min delay time (ms)");
+    const int longest = parameters.integer("max delay time (ms)");
+    const bool interruptible = parameters.interruptible();
+    parameters.report();
+    return std::make_unique<RandomDelayAction>(shortest, longest, interruptible);
+}
+
+std::unique_ptr<Action> EmptyAction::create(bool byDefault) {
+    ActionParameters parameters("EmptyAction", byDefault, " - ");
+    const bool interruptible = parameters.interruptible("interruptible", " (container specified)");
+    parameters.report();
+    return std::make_unique<EmptyAction>(interruptible);
+}

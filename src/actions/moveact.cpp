@@ -1,0 +1,121 @@
+#include "moveact.h"
+
+#include "actionparameters.h"
+
+#include <algorithm>
+#include <utility>
+
+MoveAction::MoveAction(RAnimation& animation, OMTrinket& trinket, std::vector<Axis> axes,
+                       bool interruptible)
+    : Action(interruptible), animation_(&animation), trinket_(&trinket), axes_(std::move(axes)) {}
+
+// ---------------------------------------------------------------------------- creation
+
+std::unique_ptr<Action> MoveAction::createX(bool interruptible) {
+    ActionParameters parameters("MoveXAction", interruptible, " - ");
+    return create(parameters, {Direction::X});
+}
+
+std::unique_ptr<Action> MoveAction::createY(bool interruptible) {
+    ActionParameters parameters("MoveYAction", interruptible, " - ");
+    return create(parameters, {Direction::Y});
+}
+
+std::unique_ptr<Action> MoveAction::createXY(bool interruptible) {
+    ActionParameters parameters("MoveXYAction", interruptible, " - ");
+    return create(parameters, {Direction::X, Direction::Y});
+}
+
+std::unique_ptr<Action> MoveAction::create(ActionParameters& parameters,
+                                           std::initializer_list<Direction> directions) {
+    constexpr std::size_t kObjects = 2;
+    constexpr std::size_t kNumbersOfAxis = 4;
+    if (!parameters.areAtLeast(kObjects + kNumbersOfAxis * directions.size())) return nullptr;
+    const std::string animationName = parameters.text("RAnimation variable name");
+    const std::string trinketName = parameters.text("OMTrinket variable name");
+    std::vector<Axis> axes;
+    for (const Direction direction : directions) {
+        const std::string name = direction == Direction::X ? "X" : "Y";
+        axes.push_back({.direction = direction,
+                        .initial = parameters.integer("initial " + name),
+                        .velocity = parameters.integer(name + " velocity"),
+                        .acceleration = parameters.integer(name + " acceleration"),
+                        .final = parameters.integer("final " + name)});
+    }
+    const bool interruptible = parameters.interruptible();
+    auto* animation = parameters.object<RAnimation>(animationName, "animation");
+    if (!animation) return nullptr;
+    auto* trinket = parameters.object<OMTrinket>(trinketName, "trinket");
+    if (!trinket) return nullptr;
+    parameters.report();
+    return std::make_unique<MoveAction>(*animation, *trinket, std::move(axes), interruptible);
+}
+
+// ---------------------------------------------------------------------------- motion
+
+RAnimation* MoveAction::animation() const { return static_cast<RAnimation*>(animation_.object()); }
+OMTrinket* MoveAction::trinket() const { return static_cast<OMTrinket*>(trinket_.object()); }
+
+/// Coming to the final coordinate exactly is not passing it.
+void MoveAction::Motion::advance() {
+    if (arrived) return;
+    constexpr std::int64_t kFar = std::int64_t{1} << 32; // farther than any coordinate
+    current = std::clamp(current + velocity, -kFar, kFar);
+    velocity = std::clamp(velocity + axis.acceleration, -kFar, kFar);
+    arrived = axis.initial < axis.final ? current > axis.final : current < axis.final;
+    if (arrived) current = axis.final;
+}
+
+void MoveAction::placeTrinket() {
+    for (const Motion& motion : motions_) {
+        const int coordinate = static_cast<int>(
+            std::clamp<std::int64_t>(motion.current, -OMTrinket::kFarthest, OMTrinket::kFarthest));
+        if (motion.axis.direction == Direction::X)
+            trinket()->setX(coordinate);
+        else
+            trinket()->setY(coordinate);
+    }
+}
+
+void MoveAction::begin() {
+    if (!animation_ || !trinket_) {
+        finish();
+        return;
+    }
+    listener_ = animation()->addFrameListener(OMLinkToObj(this, &MoveAction::frame));
+    motions_.clear();
+    for (const Axis& axis : axes_) motions_.emplace_back(axis);
+    animation()->play();
+    placeTrinket();
+}
+
+void MoveAction::frame(RAnimation::FrameNews news) {
+    if (news == RAnimation::FrameNews::AnimationGoes) {
+        animation_.watch(nullptr);
+        finish();
+        return;
+    }
+    for (Motion& motion : motions_) motion.advance();
+    if (!trinket_ || std::ranges::all_of(motions_, &Motion::arrived))
+        finish();
+    else
+        placeTrinket();
+}
+
+void MoveAction::end(End) {
+    if (RAnimation* frames = animation()) {
+        frames->removeFrameListener(std::exchange(listener_, 0));
+        if (!frames->hasFrameListeners()) frames->stop();
+    }
+    if (!trinket_) return;
+    for (Motion& motion : motions_) motion.current = motion.axis.final;
+    placeTrinket();
+}
+
+void MoveAction::hold() {
+    if (animation_) animation()->pause();
+}
+
+void MoveAction::goOn() {
+    if (animation_) animation()->resume();
+}

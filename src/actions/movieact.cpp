@@ -1,0 +1,51 @@
+#include "movieact.h"
+
+#include "actionparameters.h"
+#include "omtrinketwindow.h"
+#include "scenes/rsmackermovie.h"
+
+#include <utility>
+
+MovieAction::MovieAction(Settings settings, bool interruptible)
+    : Action(interruptible), settings_(std::move(settings)) {}
+
+MovieAction::~MovieAction() = default;
+
+std::unique_ptr<Action> MovieAction::create(bool byDefault) {
+    ActionParameters parameters("MovieAction", byDefault);
+    if (!parameters.areAtLeast(1)) return nullptr;
+    Settings settings{.file = parameters.text("filename"),
+                      .extraBuffer = parameters.integer("extraBufferMemory",
+                                                        platform::MovieRequest::kAutomaticExtra,
+                                                        "SMACKAUTOEXTRA"),
+                      .useMoviePalette = parameters.flag("useMoviePalette", true),
+                      .cache = parameters.flag("cache", false)};
+    const bool interruptible = parameters.interruptible("canInterrupt", ": (containerSpecified)");
+    parameters.report();
+    return std::make_unique<MovieAction>(std::move(settings), interruptible);
+}
+
+/// A movie that cannot be opened tells that it has finished before it is there.
+void MovieAction::begin() {
+    if (OMTrinketWindow* window = OMTrinketWindow::mainWindow()) {
+        const auto isThere = std::make_shared<bool>(false);
+        movie_ = std::make_unique<RSmackerMovie>(
+            *window, settings_.file,
+            RSmackerMovie::Options{.extraBuffer = settings_.extraBuffer,
+                                   .useMoviePalette = settings_.useMoviePalette,
+                                   .preload = settings_.cache,
+                                   .finished = [isThere, done = doneLink()] {
+                                       if (*isThere) done();
+                                   }});
+        *isThere = true;
+    }
+    if (movie_ && movie_->isOpen())
+        movie_->start();
+    else
+        finish();
+}
+
+void MovieAction::end(End) { movie_.reset(); }
+
+void MovieAction::hold() { movie_->setPlaying(false); }
+void MovieAction::goOn() { movie_->setPlaying(true); }

@@ -1,0 +1,78 @@
+#include "objectact.h"
+
+#include "actionparameters.h"
+#include "omsarguments.h"
+
+#include <utility>
+
+// ---------------------------------------------------------------------------- VerbAction
+
+VerbAction::VerbAction(OMScriptableObject& object, std::string verb,
+                       std::vector<std::string> arguments, bool interruptible)
+    : Action(interruptible), object_(&object), verb_(std::move(verb)),
+      arguments_(std::move(arguments)) {}
+
+std::unique_ptr<Action> VerbAction::create(bool byDefault) {
+    ActionParameters parameters("VerbAction", byDefault);
+    if (!parameters.areAtLeast(3)) return nullptr;
+    const std::string name = parameters.text("object variable name");
+    const bool interruptible = parameters.interruptible();
+    std::string verb = parameters.text("verb");
+    std::vector<std::string> arguments;
+    while (parameters.count() > 0) arguments.push_back(OMSArguments::global().next());
+    auto* object = parameters.object<OMScriptableObject>(name);
+    if (!object) return nullptr;
+    if (!arguments.empty()) parameters.mention(", parameters: ");
+    for (const std::string& argument : arguments) parameters.mention(argument + " ");
+    parameters.report();
+    return std::make_unique<VerbAction>(*object, std::move(verb), std::move(arguments),
+                                        interruptible);
+}
+
+/// The method may destroy the action.
+void VerbAction::begin() {
+    const OMSWatch self(this);
+    if (OMScriptableObject* object = object_.object()) {
+        OMSArguments& list = OMSArguments::global();
+        list.clear();
+        for (const std::string& argument : arguments_) list.push(argument);
+        const std::string verb = verb_;
+        if (!object->invoke(verb))
+            RWarn(OMFormat("VerbAction, verb not supported: %s", verb.c_str()));
+    }
+    if (self) finish();
+}
+
+// ---------------------------------------------------------------------------- PropertyAction
+
+PropertyAction::PropertyAction(OMScriptableObject& object, std::string property, std::string value,
+                               bool interruptible)
+    : Action(interruptible), object_(&object), property_(std::move(property)),
+      value_(std::move(value)) {}
+
+std::unique_ptr<Action> PropertyAction::create(bool byDefault) {
+    ActionParameters parameters("PropertyAction", byDefault);
+    if (!parameters.areAtLeast(3)) return nullptr;
+    const std::string name = parameters.text("object variable name");
+    std::string property = parameters.text("property");
+    std::string value = parameters.text("value");
+    const bool interruptible = parameters.interruptible();
+    auto* object = parameters.object<OMScriptableObject>(name);
+    if (!object) return nullptr;
+    parameters.report();
+    return std::make_unique<PropertyAction>(*object, std::move(property), std::move(value),
+                                            interruptible);
+}
+
+/// What the property does may destroy the action.
+void PropertyAction::begin() {
+    const OMSWatch self(this);
+    if (OMScriptableObject* object = object_.object()) {
+        OMSArguments::global().clear();
+        const std::string property = property_;
+        const std::string value = value_;
+        if (!object->setProperty(property, value))
+            RWarn(OMFormat("PropertyAction, property not found: %s", property.c_str()));
+    }
+    if (self) finish();
+}

@@ -1,0 +1,58 @@
+#include "rcompositeaction.h"
+
+#include "omsclass.h"
+
+#include <algorithm>
+
+namespace {
+
+std::unique_ptr<OMScriptableObject> createFromScript() {
+    const bool interruptible = oms::nextArgument<std::optional<bool>>().value_or(true);
+    return std::make_unique<RCompositeAction>(interruptible);
+}
+
+} // namespace
+
+const OMSClass RCompositeAction::kClass{
+    "RCompositeAction", &ActionContainer::kClass, {}, &createFromScript};
+
+/// All are marked before the first one starts, which may be done at once.
+void RCompositeAction::startMembers() {
+    forEach([](Member& member) { member.running = true; });
+    forEach([this](Member& member) {
+        if (isActive() && member.running) startMember(member);
+    });
+}
+
+bool RCompositeAction::isDone() const { return std::ranges::none_of(members(), &Member::running); }
+
+void RCompositeAction::childFinished(const Member&) {
+    if (isDone()) finish();
+}
+
+void RCompositeAction::actionRemoved(Number, bool running) {
+    if (running && isActive() && isDone()) later();
+}
+
+void RCompositeAction::goOnLater() {
+    if (isDone()) finish();
+}
+
+void RCompositeAction::halt() {
+    if (!isActive()) return;
+    const OMSWatch self(this);
+    forEach([this](Member& member) {
+        if (member.running && member.action->isInterruptible()) haltMember(member);
+    });
+    if (self && isActive() && isDone()) becomeInactive();
+}
+
+void RCompositeAction::hold() {
+    ActionContainer::hold();
+    forEach([](Member& member) { member.action->pause(); });
+}
+
+void RCompositeAction::goOn() {
+    ActionContainer::goOn();
+    forEach([](Member& member) { member.action->resume(); });
+}

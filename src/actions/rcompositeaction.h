@@ -1,0 +1,29 @@
+// All members at once: it has finished when all of them have.
+//
+//     c=RCompositeAction [interruptible]
+#pragma once
+
+#include "actioncontainer.h"
+
+class RCompositeAction final : public ActionContainer {
+  public:
+    static const OMSClass kClass;
+
+    explicit RCompositeAction(bool interruptible) : ActionContainer(kClass, interruptible) {}
+    ~RCompositeAction() override { dissolve(); }
+
+    /// Those that may not be interrupted run on, and it is active until they are done.
+    void halt() override;
+
+  protected:
+    void startMembers() override;
+    void childFinished(const Member& member) override;
+    void actionRemoved(Number number, bool running) override;
+    void goOnLater() override;
+    void hold() override;
+    void goOn() override;
+    [[nodiscard]] bool mayRepeatMembers() const override { return false; }
+
+  private:
+    [[nodiscard]] bool isDone() const;
+};

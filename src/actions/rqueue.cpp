@@ -1,0 +1,104 @@
+#include "rqueue.h"
+
+#include "omsclass.h"
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::data<&RQueue::repeatCount, &RQueue::setRepeatCount>("repeatCount",
+                                                             "rounds; -1: without end"),
+    oms::method<&RQueue::clearForScript>("clear"),
+};
+
+std::unique_ptr<OMScriptableObject> createFromScript() {
+    const int repeatCount = oms::nextArgument<std::optional<int>>().value_or(1);
+    const bool interruptible = oms::nextArgument<std::optional<bool>>().value_or(true);
+    return std::make_unique<RQueue>(repeatCount, interruptible);
+}
+
+} // namespace
+
+const OMSClass RQueue::kClass{"RQueue", &ActionContainer::kClass, kVocabulary, &createFromScript};
+
+void RQueue::startMembers() {
+    roundsDone_ = 0;
+    cursor_ = members().front().number;
+    startAtCursor();
+}
+
+void RQueue::startAtCursor() {
+    if (finishingDepth() >= kMaxFinishingDepth)
+        later();
+    else if (Member* member = find(cursor_))
+        startMember(*member);
+}
+
+void RQueue::childFinished(const Member& member) {
+    if (member.number == cursor_) advance();
+}
+
+void RQueue::advance() {
+    if (const Member* next = nextTo(cursor_))
+        cursor_ = next->number;
+    else if (beginsAnotherRound())
+        cursor_ = members().front().number;
+    else
+        cursor_ = kNone;
+    if (cursor_ == kNone)
+        finish();
+    else
+        startAtCursor();
+}
+
+bool RQueue::beginsAnotherRound() {
+    return repeatCount_ == kForever || ++roundsDone_ < repeatCount_;
+}
+
+/// It was the one at the cursor: begins again at the first one, but not inside of whatever made the
+/// member go.
+void RQueue::actionRemoved(Number number, bool) {
+    if (number != cursor_) return;
+    cursor_ = members().empty() ? kNone : members().front().number;
+    if (isActive()) later();
+}
+
+void RQueue::goOnLater() {
+    if (cursor_ == kNone)
+        finish();
+    else
+        startAtCursor();
+}
+
+void RQueue::halt() {
+    if (!isActive()) return;
+    const OMSWatch self(this);
+    bool halted = false;
+    for (Member* member = find(cursor_); member && member->action->isInterruptible();
+         member = find(cursor_)) {
+        const Member* next = nextTo(cursor_);
+        cursor_ = next ? next->number : kNone;
+        halted = true;
+        haltMember(*member);
+        if (!self || !isActive()) return;
+    }
+    if (cursor_ == kNone)
+        becomeInactive();
+    else if (halted)
+        startAtCursor();
+}
+
+void RQueue::clearForScript() {
+    const OMSWatch self(this);
+    halt();
+    if (self && !isActive()) clear();
+}
+
+void RQueue::hold() {
+    ActionContainer::hold();
+    if (const Member* member = find(cursor_)) member->action->pause();
+}
+
+void RQueue::goOn() {
+    ActionContainer::goOn();
+    if (const Member* member = find(cursor_)) member->action->resume();
+}

@@ -1,0 +1,87 @@
+#include "rrandomaction.h"
+
+#include "omrandom.h"
+#include "omsclass.h"
+
+#include <utility>
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::data<&RRandomAction::usesAllBeforeRepeat, &RRandomAction::setUseAllBeforeRepeat>(
+        "useAllBeforeRepeat", "1: none comes again before all others"),
+};
+
+std::unique_ptr<OMScriptableObject> createFromScript() {
+    const bool useAll = oms::nextArgument<std::optional<bool>>().value_or(false);
+    const bool interruptible = oms::nextArgument<std::optional<bool>>().value_or(true);
+    return std::make_unique<RRandomAction>(useAll, interruptible);
+}
+
+} // namespace
+
+const OMSClass RRandomAction::kClass{"RRandomAction", &ActionContainer::kClass, kVocabulary,
+                                     &createFromScript};
+
+void RRandomAction::setUseAllBeforeRepeat(bool on) {
+    useAllBeforeRepeat_ = on;
+    if (!on) refill();
+}
+
+void RRandomAction::refill() {
+    pool_.clear();
+    for (const Member& member : members()) pool_.push_back(member.number);
+}
+
+ActionContainer::Number RRandomAction::draw() {
+    if (pool_.empty()) refill(); // the last ones that were left are gone
+    const auto place = pool_.begin() + OMRandomBelow(static_cast<std::uint32_t>(pool_.size()));
+    const Number drawn = *place;
+    if (useAllBeforeRepeat_) {
+        pool_.erase(place);
+        if (pool_.empty()) refill();
+    }
+    return drawn;
+}
+
+void RRandomAction::startMembers() {
+    current_ = draw();
+    startMember(*find(current_));
+}
+
+void RRandomAction::childFinished(const Member& member) {
+    if (member.number != current_) return;
+    current_ = kNone;
+    finish();
+}
+
+void RRandomAction::actionRemoved(Number number, bool) {
+    std::erase(pool_, number);
+    if (number != current_) return;
+    current_ = kNone;
+    if (isActive()) later();
+}
+
+void RRandomAction::goOnLater() {
+    if (current_ == kNone) finish();
+}
+
+void RRandomAction::halt() {
+    if (!isActive()) return;
+    Member* member = find(current_);
+    if (!member || !member->action->isInterruptible()) return;
+    const OMSWatch self(this);
+    current_ = kNone;
+    haltMember(*member);
+    if (self) becomeInactive();
+}
+
+void RRandomAction::hold() {
+    ActionContainer::hold();
+    if (const Member* member = find(current_)) member->action->pause();
+}
+
+void RRandomAction::goOn() {
+    ActionContainer::goOn();
+    if (const Member* member = find(current_)) member->action->resume();
+}

@@ -1,0 +1,44 @@
+#include "sndact.h"
+
+#include "actionparameters.h"
+#include "omdebug.h"
+#include "streamsound.h"
+
+SoundAction::SoundAction(int id, bool streamed, bool interruptible)
+    : Action(interruptible), id_(id), streamed_(streamed) {}
+
+SoundAction::~SoundAction() = default;
+
+std::unique_ptr<Action> SoundAction::create(bool byDefault) {
+    ActionParameters parameters("SoundAction", byDefault);
+    if (!parameters.areAtLeast(1)) return nullptr;
+    const int id = parameters.integer("sound ID");
+    const bool streamed = parameters.flag("streamed", false);
+    const bool interruptible = parameters.interruptible();
+    parameters.report();
+    return std::make_unique<SoundAction>(id, streamed, interruptible);
+}
+
+std::unique_ptr<RStreamSound> SoundAction::load() const {
+    if (id_ == kNoSound) return nullptr;
+    if (!OMDebug::check(static_cast<bool>(locator_), "streamURL == NULL",
+                        "Stream URL is not installed in SoundAction"))
+        return nullptr;
+    const StreamLocator locate = locator_;
+    auto stream = locate(id_, streamed_ ? kOMIStreamBuffered : kOMIStreamCache);
+    return stream ? std::make_unique<RStreamSound>(std::move(stream)) : nullptr;
+}
+
+void SoundAction::begin() {
+    sound_ = load();
+    if (!sound_) {
+        finish();
+        return;
+    }
+    sound_->sound.setFinishedLink(doneLink());
+    if (!sound_->sound.play(true)) finish();
+}
+
+void SoundAction::end(End) { sound_.reset(); }
+void SoundAction::hold() { sound_->sound.pause(); }
+void SoundAction::goOn() { sound_->sound.resume(); }
