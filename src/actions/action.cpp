@@ -42,6 +42,7 @@ void Action::halt() {
     const OMSWatch self(this);
     active_ = false;
     end(End::Halted);
+    if (self && container_) container_->memberEnded(*this);
     if (self) fireCompletion();
 }
 
@@ -64,7 +65,7 @@ void Action::finish() {
     end(End::Finished);
     if (!self) return;
     ++finishingDepth_;
-    if (container_) container_->memberFinished(*this);
+    if (container_) container_->memberEnded(*this);
     if (self) fireCompletion();
     if (self) fireEvent("finished");
     --finishingDepth_;

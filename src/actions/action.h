@@ -19,7 +19,7 @@ class Action : public OMScriptableObject {
 
     /// Begins, from the start if it is active already.
     virtual void start();
-    /// Ends without "finished"; nobody waits for it any longer.
+    /// Ends without "finished". Who waits for it waits no longer; a container goes on.
     virtual void halt();
     virtual void pause();
     virtual void resume();

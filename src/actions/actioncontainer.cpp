@@ -197,10 +197,10 @@ void ActionContainer::haltMember(Member& member) {
     member.action->halt();
 }
 
-void ActionContainer::memberFinished(Action& member) {
+void ActionContainer::memberEnded(Action& member) {
     const auto found = std::ranges::find_if(
         members_, [&](const Member& each) { return each.action == &member && each.running; });
-    if (found == members_.end()) return; // somebody else has started it
+    if (found == members_.end()) return; // not started here, or halted here
     found->running = false;
     if (isActive()) childFinished(*found);
 }

@@ -47,7 +47,8 @@ class ActionContainer : public Action {
     [[nodiscard]] bool isInterruptible() const override { return stubborn_ == 0; }
 
     // For actions only.
-    void memberFinished(Action& member);
+    /// It has finished, or somebody else has halted it.
+    void memberEnded(Action& member);
     /// The member is being destroyed.
     void forget(Action& member);
 
