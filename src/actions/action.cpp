@@ -18,7 +18,7 @@ constexpr OMSEntry kVocabulary[] = {
 
 } // namespace
 
-const OMSClass Action::kClass{"", &OMScriptableObject::kClass, kVocabulary};
+const OMSClass Action::kClass{"Action", &OMScriptableObject::kClass, kVocabulary};
 
 Action::~Action() {
     if (container_) container_->forget(*this);

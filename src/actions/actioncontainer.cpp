@@ -21,7 +21,7 @@ constexpr OMSEntry kVocabulary[] = {
 
 } // namespace
 
-const OMSClass ActionContainer::kClass{"", &Action::kClass, kVocabulary};
+const OMSClass ActionContainer::kClass{"ActionContainer", &Action::kClass, kVocabulary};
 
 ActionContainer::ActionContainer(const OMSClass& scriptClass, bool interruptible)
     : Action(interruptible), scriptClass_(scriptClass) {}
