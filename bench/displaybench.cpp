@@ -3,6 +3,7 @@
 // picture.
 //
 // Exit code 1 when something cannot be measured, 2 for a wrong command line.
+#include "actiontimes.h"
 #include "benchprogram.h"
 #include "mediamachine.h"
 #include "spritetimes.h"
@@ -20,6 +21,7 @@ constexpr double kMilli = 1e6; ///< nanoseconds
 constexpr double kQuarter = 4; ///< as fast as this many times the plain blit
 constexpr double kIdleAimUs = 20;
 constexpr double kMovingAimMs = 3;
+constexpr double kActionsAimMs = 1;
 constexpr double kStartAimMs = 100;
 
 const char* missed(bool reached) { return reached ? "" : "  aim missed"; }
@@ -79,6 +81,16 @@ void printWindow(int repetitions) {
                 kMovingAnimations);
 }
 
+void printActions(int repetitions) {
+    const ActionTimes times = measureActions(repetitions);
+    const double delays = times.delayNanoseconds.least() / kMilli;
+    const double moves = times.moveNanoseconds.least() / kMilli;
+    std::printf("A pass with %zu delays: %.3f ms (%.3f)%s; with %zu moves: %.3f ms (%.3f)%s\n",
+                kActions, delays, times.delayNanoseconds.median() / kMilli,
+                missed(delays < kActionsAimMs), kActions, moves,
+                times.moveNanoseconds.median() / kMilli, missed(moves < kActionsAimMs));
+}
+
 void printStart(int repetitions) {
     const StartTimes times = measureStart(repetitions);
     const double taken = times.clock.least() / kMilli;
@@ -100,6 +112,7 @@ int main(int argc, char** argv) {
             printText(repetitions);
         }
         printWindow(repetitions);
+        printActions(repetitions);
         printStart(repetitions);
     });
 }
