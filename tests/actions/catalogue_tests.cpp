@@ -251,9 +251,8 @@ TEST_F(CatalogueTest, MovesShareAnAnimationAndOutliveTheirObjects) {
     run("anim=RAnimation 1 0\nsign=RHotSpot 0 0 10 10\n");
     queueOf({"MoveXAction", "anim", "sign", "0", "10", "0", "95"}).start();
     pass(15);
-    named<RAnimation>("anim").attachHandler("frameNotify", nullptr);
-    YHeap::current().forget(OMScriptableObject::named("anim"), false);
-    queue->halt();
+    delete OMScriptableObject::named("anim"); // as `drop` does
+    EXPECT_FALSE(queue->isActive());
     EXPECT_EQ(named<OMTrinket>("sign").x(), 95);
 }
 
