@@ -1,5 +1,6 @@
 #include "vocabulary.h"
 
+#include "activities/rmap.h"
 #include "commands.h"
 #include "ommultitrinket.h"
 #include "ranimation.h"
@@ -18,8 +19,8 @@ namespace {
 
 constexpr const OMSClass* kClasses[] = {
     &OMMultiTrinket::kClass, &RAnimation::kClass, &RAnimationTrigger::kClass, &RHotSpot::kClass,
-    &RKbdInp::kClass,        &RPButton::kClass,   &RSelList::kClass,          &RText::kClass,
-    &RTrigger::kClass,       &RWorldPort::kClass,
+    &RKbdInp::kClass,        &RMap::kClass,       &RPButton::kClass,          &RSelList::kClass,
+    &RText::kClass,          &RTrigger::kClass,   &RWorldPort::kClass,
 };
 
 } // namespace
