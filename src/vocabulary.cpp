@@ -3,6 +3,7 @@
 #include "actions/rcompositeaction.h"
 #include "actions/rqueue.h"
 #include "actions/rrandomaction.h"
+#include "activities/rmap.h"
 #include "commands.h"
 #include "ommultitrinket.h"
 #include "ranimation.h"
@@ -20,10 +21,19 @@
 namespace {
 
 constexpr const OMSClass* kClasses[] = {
-    &OMMultiTrinket::kClass,   &RAnimation::kClass, &RAnimationTrigger::kClass,
-    &RCompositeAction::kClass, &RHotSpot::kClass,   &RKbdInp::kClass,
-    &RPButton::kClass,         &RQueue::kClass,     &RRandomAction::kClass,
-    &RSelList::kClass,         &RText::kClass,      &RTrigger::kClass,
+    &OMMultiTrinket::kClass,
+    &RAnimation::kClass,
+    &RAnimationTrigger::kClass,
+    &RCompositeAction::kClass,
+    &RHotSpot::kClass,
+    &RKbdInp::kClass,
+    &RMap::kClass,
+    &RPButton::kClass,
+    &RQueue::kClass,
+    &RRandomAction::kClass,
+    &RSelList::kClass,
+    &RText::kClass,
+    &RTrigger::kClass,
     &RWorldPort::kClass,
 };
 
