@@ -11,6 +11,7 @@
 #include "rsellist.h"
 #include "rtext.h"
 #include "rtrigger.h"
+#include "scenes/rscenprt.h"
 #include "soundcommands.h"
 #include "world/rworldport.h"
 
@@ -18,8 +19,8 @@ namespace {
 
 constexpr const OMSClass* kClasses[] = {
     &OMMultiTrinket::kClass, &RAnimation::kClass, &RAnimationTrigger::kClass, &RHotSpot::kClass,
-    &RKbdInp::kClass,        &RPButton::kClass,   &RSelList::kClass,          &RText::kClass,
-    &RTrigger::kClass,       &RWorldPort::kClass,
+    &RKbdInp::kClass,        &RPButton::kClass,   &RScenePort::kClass,        &RSelList::kClass,
+    &RText::kClass,          &RTrigger::kClass,   &RWorldPort::kClass,
 };
 
 } // namespace
