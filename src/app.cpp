@@ -96,8 +96,9 @@ void removeLocators() {
     OMAnimation::setSourceLocator(nullptr);
 }
 
-/// What is done when another program comes to the foreground, and when this one is back there.
-void installPauses(OMApp& app, OMWaveEngine& soundEngine, EffectsWindow& window) {
+/// What is done when another program comes to the foreground, when this one is back there, and when
+/// it is about to end.
+void installLinks(OMApp& app, OMWaveEngine& soundEngine, EffectsWindow& window) {
     app.setBackgroundLink([&soundEngine] {
         RScenePort::tellPaused();
         soundEngine.suspend();
@@ -107,6 +108,7 @@ void installPauses(OMApp& app, OMWaveEngine& soundEngine, EffectsWindow& window)
         window.restoreScreen();
         RScenePort::tellResumed();
     });
+    app.setStopLink(&RScenePort::tellExitting);
 }
 
 /// The memory of the world, and the file that keeps it.
@@ -163,7 +165,7 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
     window.setTransitionStart([&scenePause] { scenePause.raise(RScenePort::exists()); });
     window.setTransitionEnd([&scenePause] { scenePause.lower(); });
     RMenuCommands menu(app, window);
-    installPauses(app, soundEngine, window);
+    installLinks(app, soundEngine, window);
     BackgroundMusic music(scenePause);
     music.setStreamSource(
         [&resources](int id, int bufferMode) { return resources.load(id, "WAVE", bufferMode); });
@@ -188,7 +190,6 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
         thread.fireStarted();
     }
     app.run();
-    RScenePort::tellExitting();
     thread.unload();
     resources.setAlertLink(nullptr);
 }

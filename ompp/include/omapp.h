@@ -76,7 +76,9 @@ class OMApp {
     /// One pass; false when the loop has ended.
     bool pass();
     /// Ends the loop after the current pass.
-    void stop() { running_ = false; }
+    void stop();
+    /// Called once when the loop is asked to end, by whomever: all is still there.
+    void setStopLink(OMLink link) { stopLink_ = std::move(link); }
 
     /// The product's name and version, in a box; the main window's menu has an entry for it.
     void about();
@@ -140,6 +142,7 @@ class OMApp {
     OMLinkTo<bool(int)> commandHandler_;
     std::vector<OMAccelerator> accelerators_;
     OMLinkTo<bool()> isTyping_;
+    OMLink stopLink_;
     OMLink backgroundLink_;
     OMLink foregroundLink_;
     OMLink alertedLink_;

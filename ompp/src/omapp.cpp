@@ -6,6 +6,7 @@
 #include "omwndcanvas.h"
 
 #include <algorithm>
+#include <utility>
 
 using platform::Message;
 using platform::Point;
@@ -107,6 +108,10 @@ void OMApp::run() {
     begin();
     while (pass()) {
     }
+}
+
+void OMApp::stop() {
+    if (std::exchange(running_, false)) stopLink_();
 }
 
 bool OMApp::pass() {
