@@ -8,6 +8,7 @@
 #include "cursors.h"
 #include "fontfact.h"
 #include "gamesounds.h"
+#include "menucommands.h"
 #include "omapp.h"
 #include "omappinitterm.h"
 #include "omdebugwindow.h"
@@ -25,7 +26,9 @@
 #include "resourcecommands.h"
 #include "resources.h"
 #include "rthread.h"
+#include "scenes/backgroundmusic.h"
 #include "scenes/efwindow.h"
+#include "scenes/rscenprt.h"
 #include "scriptclasses.h"
 #include "soundcommands.h"
 #include "startup/machinechecks.h"
@@ -36,7 +39,6 @@
 #include "yengine.h"
 #include "yprecompiled.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -44,9 +46,6 @@ namespace {
 constexpr const char* kStartScript = "Startup.mps";
 constexpr const char* kDataFile = "ZORBET.DAT";
 constexpr int kScreenDepth = 8;
-constexpr int kFlashCommand = 59411;
-constexpr int kFlashMs = 10; ///< the command turns a delay d into this less d
-constexpr int kMostFlashMs = 100;
 constexpr int kMinimumDepth = 8;
 constexpr int kExitOk = 0;
 
@@ -102,11 +101,19 @@ void removeLocators() {
     SoundAction::setStreamLocator(nullptr);
 }
 
-bool handleCommand(EffectsWindow& window, int command) {
-    if (OMLog::handleCommand(command)) return true;
-    if (command != kFlashCommand) return false;
-    window.setFlashDelay(std::clamp(kFlashMs - window.flashDelay(), 0, kMostFlashMs));
-    return true;
+/// What is done when another program comes to the foreground, when this one is back there, and when
+/// it is about to end.
+void installLinks(OMApp& app, OMWaveEngine& soundEngine, EffectsWindow& window) {
+    app.setBackgroundLink([&soundEngine] {
+        RScenePort::tellPaused();
+        soundEngine.suspend();
+    });
+    app.setForegroundLink([&soundEngine, &window] {
+        soundEngine.resume();
+        window.restoreScreen();
+        RScenePort::tellResumed();
+    });
+    app.setStopLink(&RScenePort::tellExitting);
 }
 
 /// The memory of the world, and the file that keeps it.
@@ -158,13 +165,15 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
     OMApp app(mode, OMColor(), {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth);
     resources.setAlertLink([&app](std::string_view text) { app.alert(text); });
     const RCursors cursors; // asked for as long as there is the window
+    ScenePause scenePause;
     EffectsWindow window(windowCorner(), app.productName());
-    app.setCommandHandler([&window](int command) { return handleCommand(window, command); });
-    app.setBackgroundLink([&soundEngine] { soundEngine.suspend(); });
-    app.setForegroundLink([&soundEngine, &window] {
-        soundEngine.resume();
-        window.restoreScreen();
-    });
+    window.setTransitionStart([&scenePause] { scenePause.raise(RScenePort::exists()); });
+    window.setTransitionEnd([&scenePause] { scenePause.lower(); });
+    RMenuCommands menu(app, window);
+    installLinks(app, soundEngine, window);
+    BackgroundMusic music(scenePause);
+    music.setStreamSource(
+        [&resources](int id, int bufferMode) { return resources.load(id, "WAVE", bufferMode); });
 
     const RScriptClasses classes; // also those of components, whose commands go before their code
     RGameSounds sounds(resources);

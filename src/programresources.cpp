@@ -43,6 +43,7 @@ constexpr Text kTexts[] = {
     {warningtext::kCannotReadCd,
      "O Zorbet n\xE3o consegue ler o seu CD. Veja se o disco est\xE1 na unidade e se est\xE1 limpo, e comece de novo."sv},
     {warningtext::kDoNotShowAgain, "N\xE3o mostrar este aviso outra vez"sv},
+    {warningtext::kReallyLeave, "Quer mesmo sair do jogo?"sv},
 };
 
 constexpr platform::VersionString kVersion[] = {

@@ -32,4 +32,5 @@ inline constexpr int kLittleSpace3 = 1024; ///< in front of the drive again
 inline constexpr int kLittleSpace4 = 1025;
 inline constexpr int kCannotReadCd = 1026;
 inline constexpr int kDoNotShowAgain = 1027;
+inline constexpr int kReallyLeave = 1100; ///< of the exit screen, which is no warning
 } // namespace warningtext

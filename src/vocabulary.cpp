@@ -15,6 +15,7 @@
 #include "rsellist.h"
 #include "rtext.h"
 #include "rtrigger.h"
+#include "scenes/rscenprt.h"
 #include "soundcommands.h"
 #include "world/rworldport.h"
 
@@ -31,6 +32,7 @@ constexpr const OMSClass* kClasses[] = {
     &RPButton::kClass,
     &RQueue::kClass,
     &RRandomAction::kClass,
+    &RScenePort::kClass,
     &RSelList::kClass,
     &RText::kClass,
     &RTrigger::kClass,

@@ -10,14 +10,22 @@
 #include "omlist.h"
 #include "omtask.h"
 
+#include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/geometry.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class OMWindow;
+
+/// A key that is a command too.
+struct OMAccelerator {
+    platform::KeyPress key;
+    int command;
+};
 
 class OMApp {
   public:
@@ -30,6 +38,7 @@ class OMApp {
         FullScreen = 4,    ///< exclusive full screen
     };
     static constexpr std::uint32_t kAlertStyle = 0x3000; ///< OK, task-modal and system-modal
+    static constexpr std::uint32_t kAskStyle = 0x24;     ///< Yes and No, with a question mark
 
     // What canvases are made of, chosen before there is an application (a failed check later):
     // bitmaps of any depth in memory, or surfaces of the screen's own depth.
@@ -67,14 +76,18 @@ class OMApp {
     /// One pass; false when the loop has ended.
     bool pass();
     /// Ends the loop after the current pass.
-    void stop() { running_ = false; }
+    void stop();
+    /// Called once when the loop is asked to end, by whomever: all is still there.
+    void setStopLink(OMLink link) { stopLink_ = std::move(link); }
 
     /// The product's name and version, in a box; the main window's menu has an entry for it.
     void about();
     /// A message box owned by the main window.
     void alert(std::string_view text, std::uint32_t style = kAlertStyle,
                std::string_view caption = "Alert");
-    /// Called after every alert.
+    /// As an alert, a question; whether the answer is Yes.
+    [[nodiscard]] bool ask(std::string_view text, std::string_view caption);
+    /// Called after every alert and question.
     void setAlertedLink(OMLink link) { alertedLink_ = std::move(link); }
 
     /// Drops all input that waits; no window has the mouse afterwards.
@@ -84,6 +97,9 @@ class OMApp {
     void setWaitForMessages(bool wait) { waitForMessages_ = wait; }
     /// Is offered every menu command; true when it was handled.
     void setCommandHandler(OMLinkTo<bool(int)> handler) { commandHandler_ = std::move(handler); }
+    /// Keys whose commands the handler gets, unless `isTyping` says that somebody wants them as
+    /// text. The windows hear them afterwards, as all keys.
+    void setAccelerators(std::vector<OMAccelerator> table, OMLinkTo<bool()> isTyping);
     void setBackgroundLink(OMLink link) { backgroundLink_ = std::move(link); }
     void setForegroundLink(OMLink link) { foregroundLink_ = std::move(link); }
 
@@ -96,8 +112,11 @@ class OMApp {
     friend class OMWindow;
 
     void dispatch(const platform::Message& message);
+    void tryAccelerators(const platform::KeyPress& key);
     /// The window under a mouse message; the one that got the button down keeps the mouse.
     OMWindow* mouseWindow(const platform::Message& message);
+
+    platform::Button box(std::string_view text, std::uint32_t style, std::string_view caption);
 
     void readVersion();
     void startDisplay();
@@ -121,6 +140,9 @@ class OMApp {
     OMList<OMWindow> windows_;
     OMWindow* capture_ = nullptr;
     OMLinkTo<bool(int)> commandHandler_;
+    std::vector<OMAccelerator> accelerators_;
+    OMLinkTo<bool()> isTyping_;
+    OMLink stopLink_;
     OMLink backgroundLink_;
     OMLink foregroundLink_;
     OMLink alertedLink_;

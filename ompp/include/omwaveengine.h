@@ -109,6 +109,8 @@ class OMWaveEngine {
     void resumeSound(OMWaveSound& sound);
     /// While the device is yielded: puts the resume of a paused sound off until it is reclaimed.
     bool resumesLater(OMWaveSound& sound);
+    /// Its resume is put off no more: it stays paused.
+    void staysPaused(const OMWaveSound& sound) { OMWaveRemove(resumedLater_, sound); }
     /// Replaces the sound's volume in what is queued.
     void changeVolume(const OMWaveSound& sound, const OMWaveMix::VolumeTable& before);
     void serviceUntilSilent();

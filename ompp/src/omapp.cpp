@@ -5,6 +5,9 @@
 #include "omwindow.h"
 #include "omwndcanvas.h"
 
+#include <algorithm>
+#include <utility>
+
 using platform::Message;
 using platform::Point;
 using platform::Rect;
@@ -107,6 +110,10 @@ void OMApp::run() {
     }
 }
 
+void OMApp::stop() {
+    if (std::exchange(running_, false)) stopLink_();
+}
+
 bool OMApp::pass() {
     platform::Events& events = OMPlatform().events();
     Message message;
@@ -125,9 +132,18 @@ bool OMApp::pass() {
 }
 
 void OMApp::alert(std::string_view text, std::uint32_t style, std::string_view caption) {
-    OMPlatform().dialogs().messageBox(text, caption, style);
+    box(text, style, caption);
+}
+
+bool OMApp::ask(std::string_view text, std::string_view caption) {
+    return box(text, kAskStyle, caption) == platform::Button::Yes;
+}
+
+platform::Button OMApp::box(std::string_view text, std::uint32_t style, std::string_view caption) {
+    const platform::Button answer = OMPlatform().dialogs().messageBox(text, caption, style);
     tellDroppedRelease();
     alertedLink_();
+    return answer;
 }
 
 void OMApp::about() { alert("KVO:" + productName_ + " " + productVersion_, kAlertStyle, "About"); }
@@ -160,6 +176,7 @@ void OMApp::dispatch(const Message& message) {
         return;
     }
     case Message::Kind::Key:
+        tryAccelerators(message.key);
         if (OMWindow* window = windows_.last()) window->key(message.key);
         return;
     case Message::Kind::Command:
@@ -173,6 +190,18 @@ void OMApp::dispatch(const Message& message) {
     case Message::Kind::Expose: windows_.apply([](OMWindow& window) { window.expose(); }); return;
     case Message::Kind::Quit: stop(); return;
     }
+}
+
+void OMApp::setAccelerators(std::vector<OMAccelerator> table, OMLinkTo<bool()> isTyping) {
+    accelerators_ = std::move(table);
+    isTyping_ = std::move(isTyping);
+}
+
+void OMApp::tryAccelerators(const platform::KeyPress& key) {
+    const auto found = std::ranges::find_if(accelerators_, [&](const OMAccelerator& each) {
+        return each.key.code == key.code && each.key.control == key.control;
+    });
+    if (found != accelerators_.end() && !isTyping_()) commandHandler_(found->command);
 }
 
 OMWindow* OMApp::mouseWindow(const Message& message) {

@@ -104,7 +104,7 @@ bool OMWaveSound::stop() {
 }
 
 void OMWaveSound::pause() {
-    if (paused_) return;
+    if (paused_) return engine_.staysPaused(*this);
     paused_ = true;
     if (engine_.suspendSound(*this)) notifyPaused();
 }

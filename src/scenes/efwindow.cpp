@@ -73,6 +73,8 @@ void EffectsWindow::startTransition() {
     OMLog::writef(OMLog::Kind::Message, "\nStarting Transition, current ms: %d", nowMs());
     showWaitCursor();
     goToBlack();
+    const OMLink step = transitionStart_;
+    step();
 }
 
 void EffectsWindow::endTransition(bool quickly) {

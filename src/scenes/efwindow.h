@@ -35,11 +35,12 @@ class EffectsWindow : public OMTrinketWindow {
     /// As displayScreen, but only what changes from now on is shown.
     void endTransitionQuickly();
 
-    /// The wait cursor, then goToBlack.
+    /// The wait cursor, goToBlack, then the game's own step.
     void startTransition();
     /// Ends with displayScreen or quickly, then takes the game's own step and puts the cursor back.
     void endTransition(bool quickly);
-    /// What the game does when a transition ends.
+    /// What the game does when a transition has begun, and when it ends.
+    void setTransitionStart(OMLink link) { transitionStart_ = std::move(link); }
     void setTransitionEnd(OMLink link) { transitionEnd_ = std::move(link); }
 
     /// Makes everything composed so far part of the background picture.
@@ -78,6 +79,7 @@ class EffectsWindow : public OMTrinketWindow {
 
     bool doubleClicksDisabled_ = false;
     bool updating_ = false; ///< in the idle cycle of displayScreen
+    OMLink transitionStart_;
     OMLink transitionEnd_;
     std::shared_ptr<const OMCursor> savedCursor_; ///< while the wait cursor is shown
 };

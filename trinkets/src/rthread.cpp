@@ -288,6 +288,7 @@ void YThread::execute(const Code& code) {
     case YOpcode::Play: play(code); return;
     case YOpcode::Relay: requestSwitch(code.operands[0]); return;
     case YOpcode::Quit:
+        inInterrupt_ = false; // a handler that quits ends here, and is in nobody's way
         engine_.quit();
         requestSwitch(code.count > 0 ? code.operands[0] : nullptr);
         return;

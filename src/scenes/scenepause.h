@@ -1,0 +1,39 @@
+// The pause of a scene while it is changed, and the time of scenes, which stands still meanwhile:
+// what fades by it goes on where it was when the next scene is shown.
+#pragma once
+
+#include "omlink.h"
+
+#include <cstdint>
+#include <optional>
+#include <utility>
+
+class ScenePause {
+  public:
+    static constexpr int kTicksPerSecond = 60;
+
+    /// Whether a movie has the screen.
+    void setMovieIsCurrent(OMLinkTo<bool()> link) { movieIsCurrent_ = std::move(link); }
+    [[nodiscard]] bool movieIsCurrent() const { return movieIsCurrent_(); }
+
+    /// A transition begins; they may be nested. Pauses the scene if there is one to be paused.
+    void raise(bool thereIsAScene);
+    /// A transition ends. The last one ends the pause, unless a movie is current: then the next
+    /// call does.
+    void lower();
+    [[nodiscard]] bool isPaused() const { return pausedSince_.has_value(); }
+
+    /// The time of scenes in whole ticks; never wraps while somebody asks now and then.
+    [[nodiscard]] std::int64_t ticks();
+
+  private:
+    /// Milliseconds of the program's clock.
+    std::int64_t clock();
+
+    OMLinkTo<bool()> movieIsCurrent_;
+    int level_ = 0;
+    std::int64_t clock_ = 0;
+    std::uint32_t readMs_ = 0;                ///< of the platform's clock when it was last read
+    std::optional<std::int64_t> pausedSince_; ///< milliseconds of clock()
+    std::int64_t pausedMs_ = 0;               ///< in all pauses that are over
+};
