@@ -24,6 +24,7 @@
 #include "resources.h"
 #include "rthread.h"
 #include "scenes/efwindow.h"
+#include "scenes/rsmackermovie.h"
 #include "scriptclasses.h"
 #include "soundcommands.h"
 #include "startup/machinechecks.h"
@@ -169,6 +170,7 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
     fonts.addGameSubstitutions();
     const RAnimationSounds animationSounds(resources);
     RCommands commands(window);
+    commands.setPaletteRestorer(RSmackerMovie::restoreWindowPalette);
     RResourceCommands resourceCommands(resources);
     RSoundCommands soundCommands(sounds);
     OMDebugWindow debugWindow;

@@ -11,14 +11,16 @@
 #include "rsellist.h"
 #include "rtext.h"
 #include "rtrigger.h"
+#include "scenes/rsmackermovie.h"
 #include "soundcommands.h"
 #include "world/rworldport.h"
 
 namespace {
 
 constexpr const OMSClass* kClasses[] = {
-    &OMMultiTrinket::kClass, &RAnimation::kClass, &RAnimationTrigger::kClass, &RHotSpot::kClass,
-    &RKbdInp::kClass,        &RPButton::kClass,   &RSelList::kClass,          &RText::kClass,
+    &OMMultiTrinket::kClass, &RAnimation::kClass,    &RAnimationTrigger::kClass,
+    &RHotSpot::kClass,       &RKbdInp::kClass,       &RPButton::kClass,
+    &RSelList::kClass,       &RSmackerMovie::kClass, &RText::kClass,
     &RTrigger::kClass,       &RWorldPort::kClass,
 };
 
