@@ -29,6 +29,7 @@
 #include "scenes/backgroundmusic.h"
 #include "scenes/efwindow.h"
 #include "scenes/rscenprt.h"
+#include "scenes/rsmackermovie.h"
 #include "scriptclasses.h"
 #include "soundcommands.h"
 #include "startup/machinechecks.h"
@@ -184,6 +185,7 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
     const RAnimationSounds animationSounds(resources);
     const RActionTypes actionTypes;
     RCommands commands(window);
+    commands.setPaletteRestorer(RSmackerMovie::restoreWindowPalette);
     RResourceCommands resourceCommands(resources);
     RSoundCommands soundCommands(sounds);
     OMDebugWindow debugWindow;

@@ -16,6 +16,7 @@
 #include "rtext.h"
 #include "rtrigger.h"
 #include "scenes/rscenprt.h"
+#include "scenes/rsmackermovie.h"
 #include "soundcommands.h"
 #include "world/rworldport.h"
 
@@ -34,6 +35,7 @@ constexpr const OMSClass* kClasses[] = {
     &RRandomAction::kClass,
     &RScenePort::kClass,
     &RSelList::kClass,
+    &RSmackerMovie::kClass,
     &RText::kClass,
     &RTrigger::kClass,
     &RWorldPort::kClass,

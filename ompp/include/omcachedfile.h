@@ -85,6 +85,11 @@ class OMCachedFile {
     /// The record with a complete copy, or null when the source is to be read.
     static OMCachedFile* prepare(std::string_view name);
 
+    // While background copies are suspended, the task passes all of them over, so that the drive
+    // serves only what somebody waits for. Suspensions count.
+    static void suspendBkgd() { ++suspensions_; }
+    static void resumeBkgd() { --suspensions_; }
+
     ~OMCachedFile();
     OMCachedFile(const OMCachedFile&) = delete;
     OMCachedFile& operator=(const OMCachedFile&) = delete;
@@ -174,6 +179,8 @@ class OMCachedFile {
     void ioWrite();
     void ioFinish();
     void ioFail(std::string_view condition, std::string_view problem);
+
+    static inline int suspensions_ = 0;
 
     int holdCount_ = 0;
     OMLink completion_;

@@ -4,6 +4,12 @@
 
 namespace platform {
 
+namespace {
+
+constexpr int kArrow = -1; ///< the cursor before any was set
+
+} // namespace
+
 void HeadlessDisplay::setTitle(std::string_view title) {
     if (title_ == title) return;
     title_ = title;
@@ -13,7 +19,13 @@ void HeadlessDisplay::setTitle(std::string_view title) {
 void HeadlessDisplay::setCursor(const Cursor& cursor) {
     if (cursor_ == cursor.id()) return;
     cursor_ = cursor.id();
-    report_.line("cursor", {std::to_string(cursor.id())});
+    if (cursorIsShown_) report_.line("cursor", {std::to_string(cursor.id())});
+}
+
+void HeadlessDisplay::showCursor(bool on) {
+    if (on == cursorIsShown_) return;
+    cursorIsShown_ = on;
+    report_.line("cursor", {on ? std::to_string(cursor_.value_or(kArrow)) : "none"});
 }
 
 bool HeadlessDisplay::saveScreenshot(const std::string& hostPath) const {

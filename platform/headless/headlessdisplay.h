@@ -15,6 +15,7 @@ class HeadlessDisplay final : public HostDisplay {
 
     void setTitle(std::string_view title) override;
     void setCursor(const Cursor& cursor) override;
+    void showCursor(bool on) override;
 
     /// Writes what a person would see now as a PNG file; false when that fails.
     [[nodiscard]] bool saveScreenshot(const std::string& hostPath) const;
@@ -23,6 +24,7 @@ class HeadlessDisplay final : public HostDisplay {
     Report& report_;
     std::optional<std::string> title_; ///< the one reported last, as is the cursor
     std::optional<int> cursor_;
+    bool cursorIsShown_ = true;
 };
 
 } // namespace platform

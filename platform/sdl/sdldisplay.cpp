@@ -82,6 +82,8 @@ std::unique_ptr<Cursor> SdlDisplay::makeCursor(int id, const CursorImage& image)
 
 void SdlDisplay::setCursor(const Cursor& cursor) { static_cast<const SdlCursor&>(cursor).show(); }
 
+void SdlDisplay::showCursor(bool on) { SDL_ShowCursor(on ? SDL_ENABLE : SDL_DISABLE); }
+
 void SdlDisplay::flush() {
     if (!stale_.empty()) updateTexture();
     if (windowIsCurrent_ || !windowIsShown_) return;

@@ -18,6 +18,7 @@ class SdlDisplay final : public HostDisplay {
     [[nodiscard]] std::unique_ptr<Cursor> makeCursor(int id) override;
     [[nodiscard]] std::unique_ptr<Cursor> makeCursor(int id, const CursorImage& image) override;
     void setCursor(const Cursor& cursor) override;
+    void showCursor(bool on) override;
 
     /// Brings the window up to date, if anything changed since the last time.
     void flush();

@@ -2,7 +2,9 @@
 
 #include "animact.h"
 #include "delayact.h"
+#include "mapact.h"
 #include "moveact.h"
+#include "movieact.h"
 #include "objectact.h"
 #include "sndact.h"
 
@@ -19,8 +21,10 @@ struct Type {
 constexpr Type kGameTypes[] = {
     {"AnimAction", &AnimAction::create},         {"PlayAnimAction", &PlayAnimAction::create},
     {"DelayAction", &DelayAction::create},       {"RandomDelayAction", &RandomDelayAction::create},
-    {"EmptyAction", &EmptyAction::create},       {"MoveXAction", &MoveAction::createX},
+    {"EmptyAction", &EmptyAction::create},       {"MapAction", &MapAction::create},
+    {"MoveXAction", &MoveAction::createX},
     {"MoveYAction", &MoveAction::createY},       {"MoveXYAction", &MoveAction::createXY},
+    {"MovieAction", &MovieAction::create},
     {"SoundAction", &SoundAction::create},       {"VerbAction", &VerbAction::create},
     {"PropertyAction", &PropertyAction::create},
 };

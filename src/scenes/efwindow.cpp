@@ -156,7 +156,7 @@ void EffectsWindow::installPalette(int id) {
     if (!stream) return;
     std::optional<OMPalette> colors = OMReadPalette(stream->readAll());
     if (!colors) return;
-    paletteFilter_(*colors);
+    filterPalette(*colors);
     if (backBuffer().depth() > OMCanvas::kIndexedDepth)
         AOPaletteRecord::setCurrent(std::make_shared<AOPaletteRecord>(OMGamePalette(*colors)));
     setPalette(*colors, false);

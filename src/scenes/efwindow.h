@@ -26,6 +26,8 @@ class EffectsWindow : public OMTrinketWindow {
     static void setBackgroundLocator(Locator locator) { backgroundLocator_ = std::move(locator); }
     static void setPaletteLocator(Locator locator) { paletteLocator_ = std::move(locator); }
     static void setPaletteFilter(PaletteFilter filter) { paletteFilter_ = std::move(filter); }
+    /// What the filter makes of colours; all palettes of the game go through it.
+    static void filterPalette(OMPalette& colors) { paletteFilter_(colors); }
 
     /// Blackens the window and stops showing; nobody hears clicks until the display or the end of
     /// the transition.

@@ -270,6 +270,7 @@ struct MemoryClock final : platform::Clock {
 struct MemoryDisplay final : platform::HostDisplay {
     std::string title;
     int cursor = -1;
+    bool cursorIsShown = true;
     std::vector<int> cursors;                          ///< all that were set
     std::map<int, platform::CursorImage> cursorImages; ///< those made of pictures, by number
     OMRegion presented;
@@ -287,6 +288,7 @@ struct MemoryDisplay final : platform::HostDisplay {
     void setCursor(const platform::Cursor& shown) override {
         cursors.push_back(cursor = shown.id());
     }
+    void showCursor(bool on) override { cursorIsShown = on; }
     void present(const platform::Rect& area) override {
         presented.unite(area);
         HostDisplay::present(area);

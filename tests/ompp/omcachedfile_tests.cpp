@@ -142,6 +142,15 @@ TEST_F(OMCachedFileTest, CopiesInTheOrderOfPriorities) {
     app->tasks().runAll();
     EXPECT_FALSE(OMCachedFile::find("e")->isComplete());
     OMCachedFile::find("e")->release();
+    OMCachedFile::suspendBkgd();
+    OMCachedFile::suspendBkgd();
+    OMCachedFile::resumeBkgd();
+    for (int pass = 0; pass < 20; ++pass) {
+        (void)OMCachedFile::getBufferSize("e"); // waits for the worker
+        app->tasks().runAll();
+    }
+    EXPECT_FALSE(OMCachedFile::find("e")->isComplete());
+    OMCachedFile::resumeBkgd();
     EXPECT_TRUE(runTasks("e"));
     EXPECT_EQ(completed.back(), "e");
 }

@@ -154,12 +154,18 @@ TEST_F(HeadlessTest, ReportsOneLineForEachThingThatIsNews) {
     pass(12);
     for (const int id : {-1, -1, -2})
         machine.display().setCursor(*machine.display().makeCursor(id));
+    machine.display().showCursor(true);
+    machine.display().showCursor(false);
+    machine.display().setCursor(*machine.display().makeCursor(-3));
+    machine.display().showCursor(true);
     EXPECT_FALSE(machine.display().makeCursor(8, {2, 2, {}, {1, 2, 3}}));
     box(boxstyle::kOk | boxstyle::kSystemModal | boxstyle::kTaskModal, "a\nb\tc\\n\r\n");
     EXPECT_EQ(report_.str(), "0\ttitle\t\n"
                              "0\ttitle\tT\xC3\xADtulo\n"
                              "12\tcursor\t-1\n"
                              "12\tcursor\t-2\n"
+                             "12\tcursor\tnone\n"
+                             "12\tcursor\t-3\n"
                              "12\tbox\tCaption\t0x3000\ta\\nb\\tc\\\\n\\r\\n\tOK\n");
 }
 

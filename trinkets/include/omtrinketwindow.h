@@ -75,6 +75,20 @@ class OMTrinketWindow : public OMWindow {
         const OMTCursor* instance = nullptr;
     };
 
+    /// While there is any, somebody else draws straight onto the window's canvas: the window has no
+    /// idle cycles and the mouse cursor is hidden. May outlive the window.
+    class Rest {
+      public:
+        explicit Rest(OMTrinketWindow& window);
+        ~Rest();
+        Rest(const Rest&) = delete;
+        Rest& operator=(const Rest&) = delete;
+
+      private:
+        OMTrinketWindow& window_;
+        std::weak_ptr<int> count_; ///< goes with the window
+    };
+
     /// `rectangle` in screen pixels; the background may be null. The first window that is made
     /// becomes the main window. Only one window flips, in exclusive mode and from the screen's
     /// corner on. Fatal without an application.
@@ -129,6 +143,8 @@ class OMTrinketWindow : public OMWindow {
     /// been lost and is there again.
     bool restoreScreen();
     [[nodiscard]] bool isFlipping() const { return pagesInUse_ > 1; }
+    /// Whether somebody else draws on its canvas; see Rest.
+    [[nodiscard]] bool isResting() const { return *rests_ > 0; }
 
     [[nodiscard]] bool isPresenting() const { return presenting_; }
     /// While off, what is composed is not shown; the next cycle after switching on shows it.
@@ -239,6 +255,7 @@ class OMTrinketWindow : public OMWindow {
     void setTarget(OMTrinket& trinket);
     void releaseTarget(const OMTrinket& trinket);
 
+    void wake();
     void stepTrinkets();
     void collectChanges();
     void paintBackground();
@@ -282,6 +299,7 @@ class OMTrinketWindow : public OMWindow {
     bool backgroundPainting_ = true;
     bool presenting_ = true;
     bool presentAlways_ = false;
+    std::shared_ptr<int> rests_ = std::make_shared<int>(0); ///< how many there are
     int flashDelayMs_ = 0;
     int minimumDepth_ = kLowestDepth;
     std::uint32_t defaultEventMask_ = 0;

@@ -62,6 +62,7 @@ OMTrinketWindow::OMTrinketWindow(const Rect& rectangle, std::unique_ptr<OMTBackg
 
 OMTrinketWindow::~OMTrinketWindow() {
     hooks_ = {};
+    if (isResting()) OMPlatform().display().showCursor(true);
     if (managedCursor_) managedCursor_->windowGone();
     canvas_.setPalette(OMPaletteFromDevice(OMDefaultPalette()));
     trinkets_.apply([](OMTrinket& trinket) { trinket.window_ = nullptr; });
@@ -167,7 +168,22 @@ void OMTrinketWindow::setPalette(const OMPalette& colors, bool reset) {
         addUnshown(backBuffer_.bounds());
 }
 
+OMTrinketWindow::Rest::Rest(OMTrinketWindow& window) : window_(window), count_(window.rests_) {
+    if (++*window.rests_ == 1) OMPlatform().display().showCursor(false);
+}
+
+OMTrinketWindow::Rest::~Rest() {
+    const std::shared_ptr<int> count = count_.lock();
+    if (count && --*count == 0) window_.wake();
+}
+
+void OMTrinketWindow::wake() {
+    OMPlatform().display().showCursor(true);
+    needRedraw();
+}
+
 void OMTrinketWindow::idle() {
+    if (isResting()) return;
     run(hooks_.first);
     run(hooks_.beforeAnimation);
     stepTrinkets();

@@ -30,6 +30,7 @@ bool OMCachedFile::startWorker() {
 }
 
 void OMCachedFile::runTask() {
+    if (suspensions_ > 0) return;
     const auto& background = OMCachedFileLists::get().background;
     const auto found = std::ranges::find_if(
         background, [](const OMCachedFile* file) { return file->holdCount_ <= 0; });

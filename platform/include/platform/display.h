@@ -134,6 +134,9 @@ class Display {
     [[nodiscard]] virtual std::unique_ptr<Cursor> makeCursor(int id, const CursorImage& image) = 0;
     /// Shows one that this display made.
     virtual void setCursor(const Cursor& cursor) = 0;
+    /// Whether the cursor is seen at all; it is at first. One that is set while it is hidden is
+    /// seen when it comes back.
+    virtual void showCursor(bool on) = 0;
 };
 
 } // namespace platform

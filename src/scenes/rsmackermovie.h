@@ -1,0 +1,156 @@
+// A movie. Frame by frame it goes straight onto the window's canvas, or, collecting, into a canvas
+// of its own that the window composes like the picture of any trinket.
+//
+//     m=RSmackerMovie file x y [extraBuffer] [useMoviePalette] [collect]
+//
+// Straight playback has the screen for itself: the window rests, the mouse cursor is hidden, and
+// each frame copies just what it changed. The window's back buffer knows nothing of it, so at the
+// end the window composes anew all that was covered.
+//
+// Movies bring their own sound. As long as there is one, be it open or not, the sound engine leaves
+// the device to them.
+//
+// Handlers and links may do anything to the movie that calls them: release it, play it again,
+// destroy it.
+#pragma once
+
+#include "ommemcanvas.h"
+#include "ompalette.h"
+#include "omtask.h"
+#include "omtrinketwindow.h"
+
+#include "platform/movies.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+class RSmackerMovie final : public OMTrinket {
+  public:
+    static const OMSClass kClass;
+
+    struct Options {
+        int x = 0; ///< upper left corner in window pixels
+        int y = 0;
+        int extraBuffer = platform::MovieRequest::kAutomaticExtra; ///< bytes for reading ahead
+        bool useMoviePalette = true;
+        bool preload = false; ///< reads the whole file first; copies in the background go on
+        OMLink finished;      ///< called in place of the event
+        OMLink signal;        ///< the same
+    };
+
+    /// Looks for the file in the search path. One that cannot be played calls `finished` from here,
+    /// and the object stays without a movie: all numbers are 0, all methods do nothing.
+    RSmackerMovie(OMTrinketWindow& window, const std::string& file, Options options);
+    /// Ends playback, but tells neither links nor handlers.
+    ~RSmackerMovie() override;
+
+    /// With the arguments of the script; null without a main window.
+    [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
+
+    /// The movie that plays straight onto the window, or else was opened last and has not collected
+    /// since; null without one.
+    [[nodiscard]] static RSmackerMovie* current() { return current_; }
+    /// If the current movie has its own colours: sets those again that were there before.
+    static void restoreWindowPalette();
+
+    [[nodiscard]] bool isOpen() const { return movie_ != nullptr; }
+    /// Between `start` and `stop`, but for halts.
+    [[nodiscard]] bool isPlaying() const { return playing_ && !halted_; }
+    [[nodiscard]] bool isCollecting() const { return collected_ != nullptr; }
+
+    // Playback. What is not going to be played reports its completion at once.
+
+    void start();
+    /// Ends a playback, with `finished`.
+    void stop();
+    /// Stops and closes the file.
+    void release();
+    /// Halts a playback and has it go on from where it was, both without `finished`.
+    void setPlaying(bool on);
+    /// Not on without a movie; not off while another movie is the current one.
+    void setCollecting(bool on);
+
+    // The movie, all 0 without one.
+
+    /// From 0 on; what is written is kept inside the movie.
+    [[nodiscard]] int frame() const { return movie_ ? movie_->frame() : 0; }
+    void setFrame(int frame);
+    [[nodiscard]] int frames() const { return movie_ ? movie_->frameCount() : 0; }
+    [[nodiscard]] int rate() const; ///< frames per second
+    [[nodiscard]] int height() const { return movie_ ? movie_->height() : 0; }
+    [[nodiscard]] int width() const { return movie_ ? movie_->width() : 0; }
+
+    /// Whether reaching the frame, which counts from 0, is told by `signal`. Not that of the last
+    /// frame, where playback ends.
+    void setSignal(int frame, bool on);
+
+    // For scripts; they read further arguments themselves.
+
+    [[nodiscard]] std::string summary();
+    [[nodiscard]] std::string summaryText();
+    void addSignals() { setSignals(true); }
+    void removeSignals() { setSignals(false); }
+
+    void paint(OMMemCanvas& canvas, const OMRegion& clip) override;
+    /// What is not seen is not hit: not unless it plays or collects.
+    [[nodiscard]] bool containsPoint(platform::Point point) const override;
+    /// Only while it collects.
+    void dragBy(int& dx, int& dy) override;
+
+  private:
+    [[nodiscard]] bool open(const std::string& file);
+    void setSignals(bool on);
+    [[nodiscard]] bool usesOwnPalette() const { return movie_ && options_.useMoviePalette; }
+    void savePalette();
+    void forgetPalette();
+
+    // Playing.
+    void play();
+    void showFrame();
+    bool canShow();
+    [[nodiscard]] OMRegion takeChanged();
+    void copyTo(OMCanvas& canvas, const OMRegion& region, platform::Point corner);
+    void goOn();
+    void sendSignal();
+    void endPlayback();
+    void takeScreen();
+    void leaveScreen();
+    void startCollecting();
+    void stopCollecting();
+
+    // Colours.
+    void usePalette();
+    void installPalette();
+    void givePaletteBack();
+    [[nodiscard]] const OMDevicePalette& colors();
+
+    static RSmackerMovie* current_;
+    static std::vector<RSmackerMovie*> all_;
+    /// The window's colours before movies set theirs, while there is a movie with its own; and what
+    /// the window has of movies now.
+    static std::optional<OMPalette> savedPalette_;
+    static std::optional<OMDevicePalette> moviePalette_;
+
+    Options options_;
+    std::unique_ptr<platform::Movie> movie_; ///< null: not open
+    std::vector<bool> signals_;              ///< of each frame
+    int summaryIndex_ = 0;                   ///< of the next read
+    int summaryTextIndex_ = 0;
+
+    bool playing_ = false;
+    bool halted_ = false;
+    bool jumped_ = false; ///< somebody wrote the frame
+    std::unique_ptr<OMTask> task_;
+    std::optional<OMTrinketWindow::Rest> rest_; ///< while it plays straight onto the window
+    OMRegion covered_;                          ///< what it has shown there since
+    std::unique_ptr<OMMemCanvas> collected_;    ///< while it collects
+
+    bool decoded_ = false;    ///< the movie's picture has frames in it
+    bool wholeDue_ = false;   ///< the next frame shows all of the picture
+    bool paletteDue_ = false; ///< the next frame sets the movie's colours
+    platform::Point shownAt_{};
+    OMDevicePalette ownColors_{};                 ///< the movie's, as the device has them
+    std::optional<OMDevicePalette> copiedColors_; ///< those of the pixels that were copied last
+};
