@@ -8,7 +8,6 @@
 #include <array>
 #include <map>
 #include <tuple>
-#include <unordered_map>
 
 namespace rsc {
 
@@ -50,15 +49,15 @@ Box opaqueBox(const IndexedFrame& frame) {
     return box.right == 0 ? Box{0, 0, 1, 1} : box;
 }
 
-/// Maps a picture's pixels, remembering colours that were looked up before.
 class PixelMapper {
   public:
-    PixelMapper(const AnimationPlan& plan, const Palette* palette)
-        : plan_(plan), palette_(palette) {}
+    PixelMapper(const AnimationPlan& plan, const Palette* palette) : plan_(plan) {
+        if (palette) lookup_.emplace(*palette);
+    }
 
     IndexedFrame map(const Picture& picture) {
         const bool keepIndices = picture.isIndexed() && !plan_.remap;
-        if (!keepIndices && !palette_)
+        if (!keepIndices && !lookup_)
             throw Refusal("the picture needs a palette: write \"use PALETTE\" above the animation");
         if (!keepIndices && plan_.transparency.kind == Transparency::Kind::Index)
             throw Refusal("\"transparent index\" needs an indexed picture");
@@ -68,7 +67,8 @@ class PixelMapper {
         for (std::size_t i = 0; i < picture.size(); ++i) {
             frame.opaque[i] = isOpaque(picture, i);
             if (frame.opaque[i])
-                frame.indices[i] = keepIndices ? picture.index(i) : lookUp(picture.pixel(i).colour);
+                frame.indices[i] =
+                    keepIndices ? picture.index(i) : lookup_->nearest(picture.pixel(i).colour);
         }
         return frame;
     }
@@ -86,17 +86,8 @@ class PixelMapper {
         return pixel.opaque();
     }
 
-    std::uint8_t lookUp(platform::Rgb colour) {
-        const std::uint32_t key =
-            std::uint32_t{colour.red} << 16 | std::uint32_t{colour.green} << 8 | colour.blue;
-        const auto [entry, isNew] = known_.try_emplace(key);
-        if (isNew) entry->second = palette_->nearest(colour);
-        return entry->second;
-    }
-
     const AnimationPlan& plan_;
-    const Palette* palette_;
-    std::unordered_map<std::uint32_t, std::uint8_t> known_;
+    std::optional<ColourLookup> lookup_;
 };
 
 /// An index that no opaque pixel of the frame uses; none when all pixels are opaque.

@@ -13,5 +13,6 @@ void addPackCommand(CLI::App& app, int& exitCode);
 void addExtractCommand(CLI::App& app, int& exitCode);
 void addListCommand(CLI::App& app, int& exitCode);
 void addMapCommand(CLI::App& app, int& exitCode);
+void addMovieCommand(CLI::App& app, int& exitCode);
 
 } // namespace rsc

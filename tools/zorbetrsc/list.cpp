@@ -3,6 +3,7 @@
 #include "aseq.h"
 #include "cursor.h"
 #include "filesystem.h"
+#include "movie/movieinfo.h"
 #include "nelibrary.h"
 #include "nfnt.h"
 #include "text.h"
@@ -18,10 +19,6 @@ namespace {
 constexpr int kTypeWidth = 6;
 constexpr int kIdWidth = 5;
 constexpr int kSizeWidth = 9;
-
-std::string counted(std::size_t count, const std::string& noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
 
 /// Frames, sequences and the size of the largest frame.
 std::string describeAnimation(ByteSpan data) {
@@ -71,6 +68,10 @@ class Lister {
     bool list() {
         try {
             const Bytes bytes = readWholeFile(file_);
+            if (isMovieFile(bytes)) {
+                out_ << describeMovie(bytes) << "\n";
+                return whole_;
+            }
             const NeLibrary library(bytes);
             for (const ResourceEntry& entry : library.entries()) listEntry(library, entry);
         } catch (const Refusal& refusal) {

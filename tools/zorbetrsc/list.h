@@ -1,4 +1,5 @@
-// The command "list": shows what lies in resource libraries, one line a resource.
+// The command "list": shows what lies in resource libraries, one line a resource, and what movies
+// are.
 #pragma once
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-// zorbet-rsc: builds, unpacks and shows resource libraries.
+// zorbet-rsc: builds, unpacks and shows resource libraries, and makes movies.
 #include "commands.h"
 
 #include <CLI/CLI.hpp>
@@ -13,12 +13,14 @@ constexpr int kWrongCommandLine = 2;
 
 int run(int argc, char** argv) {
     int exitCode = 0;
-    CLI::App app("Builds, unpacks and shows the resource libraries of zorbet", "zorbet-rsc");
+    CLI::App app("Builds, unpacks and shows the resource libraries of zorbet, and makes its movies",
+                 "zorbet-rsc");
     app.require_subcommand(1);
     rsc::addPackCommand(app, exitCode);
     rsc::addExtractCommand(app, exitCode);
     rsc::addListCommand(app, exitCode);
     rsc::addMapCommand(app, exitCode);
+    rsc::addMovieCommand(app, exitCode);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& wish) { // help

@@ -1,5 +1,6 @@
 #include "palette.h"
 
+#include "movie/moviecolours.h"
 #include "palettelift.h"
 #include "picture.h"
 #include "quantizer.h"
@@ -31,24 +32,29 @@ Rgb unpacked(std::uint32_t colour) {
             static_cast<std::uint8_t>(colour)};
 }
 
+Rgb toStore(Rgb wanted, ColourStorage storage) {
+    return storage == ColourStorage::Movie ? movieColourToStore(wanted) : colourToStore(wanted);
+}
+
 } // namespace
 
-Palette Palette::fromColours(const Colours& wanted) {
+Palette Palette::fromColours(const Colours& wanted, ColourStorage storage) {
     Palette palette;
     palette.stored_ = palette.shown_ = platform::staticPalette();
     for (std::size_t i = kFirstFreeColour; i < kFirstHighStaticColour; ++i) {
-        palette.stored_[i] = colourToStore(wanted[i]);
+        const bool isAsBefore = i > kFirstFreeColour && wanted[i] == wanted[i - 1];
+        palette.stored_[i] = isAsBefore ? palette.stored_[i - 1] : toStore(wanted[i], storage);
         palette.shown_[i] = liftColour(palette.stored_[i]);
     }
     return palette;
 }
 
-Palette Palette::fromIndexed(const Picture& picture) {
+Palette Palette::fromIndexed(const Picture& picture, ColourStorage storage) {
     if (!picture.isIndexed()) throw Refusal("the picture is not indexed");
     Colours wanted{};
     const std::size_t count = std::min<std::size_t>(picture.palette().size(), kPaletteSize);
     for (std::size_t i = 0; i < count; ++i) wanted[i] = picture.palette()[i].colour;
-    return fromColours(wanted);
+    return fromColours(wanted, storage);
 }
 
 std::optional<Palette> Palette::fromResource(ByteSpan resource) {
@@ -108,10 +114,16 @@ void PaletteMaker::add(const Picture& picture) {
     histogram_.erase(kPureWhite);
 }
 
-Palette PaletteMaker::make() const {
+std::uint8_t ColourLookup::nearest(Rgb colour) {
+    const auto [entry, isNew] = known_.try_emplace(packed(colour));
+    if (isNew) entry->second = palette_.nearest(colour);
+    return entry->second;
+}
+
+Palette PaletteMaker::make(ColourStorage storage) const {
     Colours wanted{};
     std::ranges::copy(choose(gathered()), wanted.begin() + kFirstFreeColour);
-    return Palette::fromColours(wanted);
+    return Palette::fromColours(wanted, storage);
 }
 
 /// Brings colours that are darker than any game colour to what the screen can show, so that they do

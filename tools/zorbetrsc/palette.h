@@ -9,6 +9,7 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace rsc {
@@ -16,6 +17,9 @@ namespace rsc {
 class Picture;
 
 using Colours = std::array<platform::Rgb, platform::kPaletteSize>;
+
+/// What colours are stored in: a palette resource has 8 bits a component, a movie 6.
+enum class ColourStorage : std::uint8_t { Resource, Movie };
 
 class Palette {
   public:
@@ -25,13 +29,16 @@ class Palette {
         platform::kFirstHighStaticColour - platform::kFirstFreeColour;
 
     /// Entries 10 to 245 become what comes nearest to these colours on the screen.
-    static Palette fromColours(const Colours& wanted);
+    static Palette fromColours(const Colours& wanted,
+                               ColourStorage storage = ColourStorage::Resource);
     /// The palette of an indexed picture, entry by entry; refuses any other.
-    static Palette fromIndexed(const Picture& picture);
+    static Palette fromIndexed(const Picture& picture,
+                               ColourStorage storage = ColourStorage::Resource);
 
     /// The palette that a resource stores; none when it is too short.
     static std::optional<Palette> fromResource(ByteSpan resource);
 
+    [[nodiscard]] const Colours& stored() const { return stored_; }
     [[nodiscard]] const Colours& shown() const { return shown_; }
 
     /// The entry that looks most like `colour`, out of black, white and the game colours.
@@ -46,13 +53,25 @@ class Palette {
     Colours shown_{};
 };
 
+/// Palette::nearest, remembering colours that were looked up before.
+class ColourLookup {
+  public:
+    explicit ColourLookup(const Palette& palette) : palette_(palette) {}
+
+    [[nodiscard]] std::uint8_t nearest(platform::Rgb colour);
+
+  private:
+    Palette palette_;
+    std::unordered_map<std::uint32_t, std::uint8_t> known_;
+};
+
 /// Makes the palette that serves the opaque pixels of some pictures best. Their black and white are
 /// fixed colours and take no entry.
 class PaletteMaker {
   public:
     void add(const Picture& picture);
     /// Refused when there are too many colours and no quantizer.
-    [[nodiscard]] Palette make() const;
+    [[nodiscard]] Palette make(ColourStorage storage = ColourStorage::Resource) const;
 
   private:
     struct ByComponents {

@@ -33,6 +33,11 @@ namespace rsc {
     return shown;
 }
 
+/// "1 frame", "2 frames".
+[[nodiscard]] inline std::string counted(std::size_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
 /// In double quotes, for messages.
 [[nodiscard]] inline std::string quoted(std::string_view text) {
     return std::string(1, '"').append(text).append(1, '"');
