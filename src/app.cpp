@@ -170,7 +170,11 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
     EffectsWindow window(windowCorner(), app.productName());
     window.setTransitionStart([&scenePause] { scenePause.raise(RScenePort::exists()); });
     window.setTransitionEnd([&scenePause] { scenePause.lower(); });
+    scenePause.setMovieIsCurrent([] { return RSmackerMovie::current() != nullptr; });
     RMenuCommands menu(app, window);
+    menu.setMovieCollector([] {
+        if (RSmackerMovie* movie = RSmackerMovie::current()) movie->setCollecting(true);
+    });
     installLinks(app, soundEngine, window);
     BackgroundMusic music(scenePause);
     music.setStreamSource(
