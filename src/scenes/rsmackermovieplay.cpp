@@ -34,13 +34,30 @@ OMPalette gamePalette(const std::array<platform::Rgb, platform::kPaletteSize>& c
     return palette;
 }
 
-/// A row of 8-bit pixels in those of a deeper canvas, whose bytes lie lowest first.
-void putRow(std::uint8_t* to, const std::uint8_t* from, int width, const AOPixelTable& pixels,
-            int bytes) {
-    for (const std::uint8_t* const end = from + width; from != end; ++from) {
-        std::uint32_t pixel = pixels[*from];
-        for (int i = 0; i < bytes; ++i, pixel >>= kBitsPerByte)
-            *to++ = static_cast<std::uint8_t>(pixel);
+using RowWriter = void (*)(std::uint8_t* to, const std::uint8_t* from, int width,
+                           const AOPixelTable& pixels);
+
+/// Bytes of a pixel lie lowest first.
+template <int kBytes>
+void putRow(std::uint8_t* to, const std::uint8_t* from, int width, const AOPixelTable& pixels) {
+    for (int x = 0; x < width; ++x, to += kBytes) {
+        const std::uint32_t pixel = pixels[from[x]];
+        for (int i = 0; i < kBytes; ++i)
+            to[i] = static_cast<std::uint8_t>(pixel >> (kBitsPerByte * i));
+    }
+}
+
+void copyRow(std::uint8_t* to, const std::uint8_t* from, int width, const AOPixelTable&) {
+    std::memcpy(to, from, static_cast<std::size_t>(width));
+}
+
+/// Writes a row of 8-bit pixels in those of a canvas.
+RowWriter rowWriter(int bytesPerPixel) {
+    switch (bytesPerPixel) {
+    case 1: return copyRow;
+    case 2: return putRow<2>;
+    case 3: return putRow<3>;
+    default: return putRow<4>;
     }
 }
 
@@ -174,17 +191,13 @@ void RSmackerMovie::copyTo(OMCanvas& canvas, const OMRegion& part, Point corner)
     if (region.isEmpty()) return;
     const platform::Surface& picture = movie_->picture();
     const OMPixels to = canvas.pixels();
-    const bool deep = canvas.depth() > OMCanvas::kIndexedDepth;
-    const AOPixelTable pixels = deep ? AOPixelsOf(colors(), canvas) : kAOIndexPixels;
-    for (const Rect& area : region.rectangles()) {
-        for (int y = area.top; y < area.bottom; ++y) {
-            const std::uint8_t* from = picture.row(y - corner.y) + (area.left - corner.x);
-            if (deep)
-                putRow(to.at(area.left, y), from, area.width(), pixels, to.bytesPerPixel);
-            else
-                std::memcpy(to.at(area.left, y), from, static_cast<std::size_t>(area.width()));
-        }
-    }
+    const RowWriter write = rowWriter(to.bytesPerPixel);
+    const AOPixelTable pixels =
+        to.bytesPerPixel > 1 ? AOPixelsOf(colors(), canvas) : kAOIndexPixels;
+    for (const Rect& area : region.rectangles())
+        for (int y = area.top; y < area.bottom; ++y)
+            write(to.at(area.left, y), picture.row(y - corner.y) + (area.left - corner.x),
+                  area.width(), pixels);
     copiedColors_ = colors();
     canvas.changed(region);
     if (!collected_) return covered_.unite(region);
