@@ -17,7 +17,8 @@ using platform::kFirstHighStaticColour;
 using platform::kPaletteSize;
 using platform::Rgb;
 
-constexpr std::size_t kEntrySize = 6; ///< bytes, in a resource
+constexpr std::size_t kEntrySize = 6;                      ///< bytes, in a resource
+constexpr std::size_t kMostColours = std::size_t{1} << 20; ///< that are counted or remembered
 constexpr Rgb kPureBlack{0, 0, 0};
 constexpr Rgb kPureWhite{255, 255, 255};
 
@@ -30,6 +31,10 @@ std::uint32_t packed(Rgb colour) {
 Rgb unpacked(std::uint32_t colour) {
     return {static_cast<std::uint8_t>(colour >> 16), static_cast<std::uint8_t>(colour >> 8),
             static_cast<std::uint8_t>(colour)};
+}
+
+Rgb dropBits(Rgb colour, int bits) {
+    return unpacked(packed(colour) & ((0xFFU << bits & 0xFFU) * 0x010101U));
 }
 
 Rgb toStore(Rgb wanted, ColourStorage storage) {
@@ -107,14 +112,24 @@ void PaletteMaker::add(const Picture& picture) {
     std::ranges::sort(pixels);
     for (auto at = pixels.begin(); at != pixels.end();) {
         const auto next = std::upper_bound(at, pixels.end(), *at);
-        histogram_[unpacked(*at)] += static_cast<unsigned>(next - at);
+        const Rgb colour = unpacked(*at);
+        if (colour != kPureBlack && colour != kPureWhite)
+            histogram_[dropBits(colour, droppedBits_)] += static_cast<unsigned>(next - at);
         at = next;
     }
-    histogram_.erase(kPureBlack);
-    histogram_.erase(kPureWhite);
+    while (histogram_.size() > kMostColours) coarsen();
+}
+
+/// Keeps the colours of a long film from filling the memory.
+void PaletteMaker::coarsen() {
+    ++droppedBits_;
+    Histogram coarser;
+    for (const auto& [colour, count] : histogram_) coarser[dropBits(colour, droppedBits_)] += count;
+    histogram_ = std::move(coarser);
 }
 
 std::uint8_t ColourLookup::nearest(Rgb colour) {
+    if (known_.size() > kMostColours) known_.clear();
     const auto [entry, isNew] = known_.try_emplace(packed(colour));
     if (isNew) entry->second = palette_.nearest(colour);
     return entry->second;

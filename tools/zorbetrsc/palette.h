@@ -79,10 +79,12 @@ class PaletteMaker {
     };
     using Histogram = std::map<platform::Rgb, unsigned, ByComponents>;
 
+    void coarsen();
     [[nodiscard]] Histogram gathered() const;
     static std::vector<platform::Rgb> choose(const Histogram& histogram);
 
     Histogram histogram_;
+    int droppedBits_ = 0; ///< lowest bits of each component that no longer count
 };
 
 } // namespace rsc

@@ -94,11 +94,4 @@ Rgb colourToStore(Rgb wanted) {
     return InverseSearch(shown).best();
 }
 
-int colourDistance(Rgb a, Rgb b) {
-    const int red = a.red - b.red;
-    const int green = a.green - b.green;
-    const int blue = a.blue - b.blue;
-    return red * red + green * green + blue * blue;
-}
-
 } // namespace rsc

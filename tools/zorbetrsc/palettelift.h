@@ -20,6 +20,11 @@ inline constexpr int kDarkestValue = 33;
 [[nodiscard]] platform::Rgb colourToStore(platform::Rgb wanted);
 
 /// Squared distance in RGB, the measure of "nearest" throughout the tool.
-[[nodiscard]] int colourDistance(platform::Rgb a, platform::Rgb b);
+[[nodiscard]] inline int colourDistance(platform::Rgb a, platform::Rgb b) {
+    const int red = a.red - b.red;
+    const int green = a.green - b.green;
+    const int blue = a.blue - b.blue;
+    return red * red + green * green + blue * blue;
+}
 
 } // namespace rsc

@@ -26,9 +26,9 @@ class WavReader {
             throw Refusal("no WAVE file");
         const auto format = findChunk("fmt ");
         if (!format) throw Refusal("the WAVE file has no format");
+        WavSound sound = readFormat(*format);
         const auto data = findChunk("data");
         if (!data || data->empty()) throw Refusal("the sound has no samples");
-        WavSound sound = readFormat(*format);
         if (data->size() % sound.bytesOfPoint() != 0)
             throw Refusal("the sound ends within a sample");
         sound.samples.assign(data->begin(), data->end());

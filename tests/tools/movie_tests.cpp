@@ -1,0 +1,299 @@
+#include "list.h"
+#include "movie/makemovie.h"
+#include "movie/moviecolours.h"
+#include "movie/soundcoder.h"
+
+#include "moviedecoder.h"
+#include "palettelift.h"
+#include "tooltest.h"
+
+#include <random>
+
+namespace {
+
+using moviedecoder::Movie;
+using rsc::Bytes;
+using testfiles::asBytes;
+using testfiles::Rgba;
+using testing::HasSubstr;
+
+const std::vector<Rgba> kColours(256, {200, 100, 40, 255});
+
+Bytes words(std::initializer_list<std::size_t> values) {
+    Bytes out;
+    for (const std::size_t value : values) rsc::put16(out, value);
+    return out;
+}
+
+Bytes chunk(std::string_view tag, const Bytes& data) {
+    Bytes size;
+    rsc::put32(size, data.size());
+    return testfiles::join({asBytes(tag), size, data, Bytes(data.size() % 2)});
+}
+
+Bytes wavFile(std::size_t rate, std::size_t channels, std::size_t bits, const Bytes& samples) {
+    const Bytes format = words({1, channels, rate, 0, 0, 0, 0, bits});
+    return chunk("RIFF", testfiles::join({asBytes("WAVE"), chunk("fmt ", format),
+                                          chunk("LIST", Bytes(3)), chunk("data", samples)}));
+}
+
+Bytes noise(std::size_t size) {
+    std::mt19937 random(static_cast<unsigned>(size));
+    Bytes samples(size);
+    for (std::uint8_t& sample : samples) sample = static_cast<std::uint8_t>(random() % 99 * 2);
+    return samples;
+}
+
+class MakeMovie : public testfiles::ToolTest {
+  protected:
+    MakeMovie() { options_.output = folder_.at("out/a.smk"); }
+
+    void writeIndexed(const std::string& name, std::uint8_t colour,
+                      const std::vector<Rgba>& palette = kColours) {
+        folder_.write(name, testfiles::indexedPng(8, Bytes(32, colour), palette));
+    }
+
+    int make(const std::vector<std::string>& frames) {
+        options_.frames = paths(frames);
+        return run([&](auto&, auto& errors) { return rsc::runMovie(options_, errors); });
+    }
+    Movie made(const std::vector<std::string>& frames) {
+        EXPECT_EQ(make(frames), 0) << errors_;
+        return moviedecoder::decode(asBytes(folder_.read("out/a.smk")));
+    }
+
+    /// The colour on the screen of a frame's pixel.
+    static platform::Rgb shown(const moviedecoder::Frame& frame, std::size_t pixel) {
+        const std::size_t index = frame.pixels.at(pixel);
+        if (index < 10 || index >= 246) return platform::staticPalette()[index];
+        const auto component = [&](std::size_t i) {
+            return rsc::fromMovieComponent(frame.palette[index * 3 + i]);
+        };
+        return rsc::liftColour({component(0), component(1), component(2)});
+    }
+
+    rsc::MovieOptions options_;
+};
+
+void expectNear(platform::Rgb colour, platform::Rgb wanted) {
+    EXPECT_LE(rsc::colourDistance(colour, wanted), 3 * 4)
+        << int{colour.red} << " " << int{colour.green} << " " << int{colour.blue};
+}
+
+TEST_F(MakeMovie, TakesFoldersInTheOrderOfTheirNames) {
+    for (const auto& [name, colour] : {std::pair("f/b10.PNG", 13),
+                                       {"f/b2.png", 12},
+                                       {"f/a.png", 11},
+                                       {"f/b02x.png", 14},
+                                       {"last.png", 20}})
+        writeIndexed(name, static_cast<std::uint8_t>(colour));
+    folder_.write("f/notes.txt", std::string_view("no frame"));
+    const Movie movie = made({"f", "last.png"});
+    ASSERT_EQ(movie.frames.size(), 5U);
+    for (const auto& [frame, colour] : {std::pair(0U, 11), {1U, 12}, {2U, 14}, {3U, 13}, {4U, 20}})
+        EXPECT_EQ(movie.frames[frame].pixels[0], colour);
+    expectNear(shown(movie.frames[0], 0), {200, 100, 40});
+}
+
+TEST_F(MakeMovie, MapsTruecolourFramesToOnePalette) {
+    std::vector<Rgba> pixels(32, {200, 100, 40, 255});
+    pixels[1] = {0, 0, 0, 255};
+    pixels[2] = {255, 255, 255, 255};
+    pixels[3] = {90, 80, 170, 0};
+    folder_.write("1.png", testfiles::truecolourPng(8, pixels));
+    folder_.write("2.png", testfiles::truecolourPng(8, std::vector<Rgba>(32, {90, 80, 170, 255})));
+    Movie movie = made({"1.png", "2.png"});
+    expectNear(shown(movie.frames[0], 0), {200, 100, 40});
+    expectNear(shown(movie.frames[1], 0), {90, 80, 170});
+    EXPECT_EQ(movie.frames[0].pixels[1], 0);
+    EXPECT_EQ(movie.frames[0].pixels[2], 255);
+    EXPECT_EQ(movie.frames[0].pixels[3], 0) << "transparent";
+    EXPECT_FALSE(movie.frames[1].hasPalette);
+
+    writeIndexed("palette.png", 0,
+                 {{1, 1, 1},
+                  {2, 2, 2},
+                  {3, 3, 3},
+                  {4, 4, 4},
+                  {5, 5, 5},
+                  {6, 6, 6},
+                  {7, 7, 7},
+                  {8, 8, 8},
+                  {9, 9, 9},
+                  {9, 9, 9},
+                  {50, 60, 70},
+                  {210, 110, 50}});
+    options_.colours.palette = folder_.at("palette.png");
+    movie = made({"1.png"});
+    EXPECT_EQ(movie.frames[0].pixels[0], 11);
+    expectNear(shown(movie.frames[0], 0), {210, 110, 50});
+}
+
+TEST_F(MakeMovie, KeepsIndicesOnlyWithOnePalette) {
+    std::vector<Rgba> few(20, {200, 100, 40, 255});
+    std::vector<Rgba> other = few;
+    other[19] = {60, 160, 60, 255};
+    writeIndexed("1.png", 9, few);
+    writeIndexed("2.png", 18);
+    writeIndexed("3.png", 19, other);
+    Movie movie = made({"1.png", "2.png"});
+    EXPECT_EQ(movie.frames[0].pixels[0], 9) << "entries left out at the end do not matter";
+    EXPECT_EQ(movie.frames[1].pixels[0], 18);
+    movie = made({"1.png", "2.png", "3.png"});
+    expectNear(shown(movie.frames[0], 0), {200, 100, 40});
+    expectNear(shown(movie.frames[2], 0), {60, 160, 60});
+    options_.colours.remap = true;
+    expectNear(shown(made({"1.png"}).frames[0], 0), {200, 100, 40});
+}
+
+TEST_F(MakeMovie, BeginsScenesWithTheirOwnPalette) {
+    for (const auto& [name, red] : {std::pair("1.png", 100), {"2.png", 100}, {"3.png", 180}})
+        writeIndexed(name, 50, std::vector<Rgba>(256, {static_cast<std::uint8_t>(red), 50, 50}));
+    options_.colours.paletteAt = {3, 3};
+    options_.ring = true;
+    const Movie movie = made({"1.png", "2.png", "3.png", "3.png"});
+    ASSERT_EQ(movie.frames.size(), 5U);
+    EXPECT_EQ(movie.kinds, (std::set<unsigned>{2, 3})) << "skipped and solid";
+    const int reds[] = {100, 100, 180, 180, 100};
+    for (std::size_t i = 0; i < 5; ++i) {
+        expectNear(shown(movie.frames[i], 0), {static_cast<std::uint8_t>(reds[i]), 50, 50});
+        EXPECT_EQ(movie.frames[i].isKey, i == 0 || i == 2);
+        EXPECT_EQ(movie.frames[i].hasPalette, i % 2 == 0);
+    }
+}
+
+TEST_F(MakeMovie, CarriesTheSoundOneSecondAhead) {
+    writeIndexed("1.png", 20);
+    options_.frameTime = 10000;
+    options_.sound = folder_.at("a.wav");
+    for (const std::size_t channels : {1U, 2U}) {
+        for (const std::size_t bits : {8U, 16U}) {
+            const std::size_t point = channels * bits / 8;
+            const Bytes samples = noise(11025 * 12 / 10 * point);
+            folder_.write("a.wav", wavFile(11025, channels, bits, samples));
+            for (const bool packed : {true, false}) {
+                options_.packSound = packed;
+                options_.ring = packed;
+                const Movie movie = made(std::vector<std::string>(13, "1.png"));
+                Bytes heard;
+                for (std::size_t i = 0; i < 13; ++i)
+                    heard = testfiles::join({heard, movie.frames[i].sound});
+                EXPECT_EQ(heard, samples) << channels << " " << bits << " " << packed;
+                EXPECT_EQ(movie.frames[0].sound.size(), 11025 * 11 / 10 * point);
+                EXPECT_EQ(movie.frames[1].sound.size(), samples.size() - 11025 * 11 / 10 * point);
+                EXPECT_EQ(movie.frames.back().sound, packed ? movie.frames[0].sound : Bytes());
+            }
+        }
+    }
+    EXPECT_EQ(errors_, "");
+    folder_.write("a.wav", wavFile(11025, 1, 8, noise(11025)));
+    EXPECT_EQ(made(std::vector<std::string>(8, "1.png")).frames[0].sound.size(), 8820U);
+    EXPECT_THAT(errors_, HasSubstr("a.wav: is longer than the pictures, its last 0.20 seconds"));
+    folder_.write("a.wav", wavFile(11025, 1, 8, {9}));
+    EXPECT_EQ(made({"1.png"}).frames[0].sound, (Bytes{9, 128, 128, 128})) << "readers want four";
+}
+
+/// Differences as frequent as the Fibonacci numbers make the deepest trees.
+TEST(SoundCoder, BoundsTheLengthOfCodes) {
+    rsc::WavSound sound{22050, 1, 8, {0}};
+    std::array<std::size_t, 2> counts{1, 1};
+    for (unsigned step = 1; step <= 28; ++step) {
+        for (std::size_t i = 0; i < counts[0]; ++i)
+            rsc::put8(sound.samples, sound.samples.back() + step);
+        counts = {counts[1], counts[0] + counts[1]};
+    }
+    const Bytes coded = rsc::codeSound(sound, 1, 6'000'000, true).chunks.at(0);
+    EXPECT_TRUE(moviedecoder::unpackSound({rsc::ByteSpan(coded).subspan(4), ""}, 1U << 31) ==
+                sound.samples);
+}
+
+TEST_F(MakeMovie, RefusesWhatItCannotMake) {
+    writeIndexed("good.png", 20);
+    folder_.write("wide.png", testfiles::indexedPng(12, Bytes(48), kColours));
+    folder_.write("odd.png", testfiles::indexedPng(6, Bytes(24), kColours));
+    folder_.write("long.png", testfiles::indexedPng(4100, Bytes(4100 * 4), kColours));
+    folder_.write("true.png", testfiles::truecolourPng(4, std::vector<Rgba>(16)));
+    folder_.write("bad.png", std::string_view("no picture"));
+    folder_.write("empty/notes.txt", std::string_view("no frame"));
+    ASSERT_EQ(make({"good.png"}), 0);
+    const std::string old = folder_.read("out/a.smk");
+    const std::pair<std::vector<std::string>, std::string> cases[] = {
+        {{"good.png", "wide.png"},
+         "wide.png: the picture has 12x4 pixels, the first frame has 8x4"},
+        {{"odd.png"},
+         "odd.png: the picture has 6x4 pixels; both must be multiples of 4 in a movie"},
+        {{"long.png"}, "long.png: the picture has 4100x4 pixels, allowed is at most 4096x4096"},
+        {{"good.png", "bad.png"}, "bad.png: no PNG picture"},
+        {{"none.png"}, "none.png: cannot be read: No such file or directory"},
+        {{"empty"}, "empty: holds no PNG files"},
+    };
+    for (const auto& [frames, text] : cases) {
+        EXPECT_EQ(make(frames), 1) << text;
+        EXPECT_THAT(errors_, HasSubstr(text));
+    }
+    for (const int frame : {1, 3}) {
+        options_.colours.paletteAt = {frame};
+        EXPECT_EQ(make({"good.png", "good.png"}), 1);
+        EXPECT_THAT(errors_, HasSubstr("--palette-at " + std::to_string(frame)));
+    }
+    options_.colours.paletteAt.clear();
+    options_.colours.palette = folder_.at("true.png");
+    EXPECT_EQ(make({"good.png"}), 1);
+    EXPECT_THAT(errors_, HasSubstr("true.png: the picture is not indexed"));
+    EXPECT_EQ(folder_.read("out/a.smk"), old);
+    EXPECT_EQ(testfiles::namesIn(folder_.at("out")).size(), 1U);
+}
+
+TEST(WavSound, RefusesWhatIsNoSound) {
+    const Bytes good = wavFile(11025, 2, 16, noise(8));
+    EXPECT_EQ(rsc::readWav(good).samples, noise(8));
+    constexpr std::size_t kFormat = 20;
+    constexpr std::size_t kData = 36 + 12;
+    testfiles::expectRefused(good,
+                             {{0, 'X', "no WAVE file"},
+                              {12, 'X', "the WAVE file has no format"},
+                              {kData, 'X', "the sound has no samples"},
+                              {kFormat, 2, "plain samples (PCM) of 8 or 16 bits"},
+                              {kFormat + 14, 24, "plain samples (PCM) of 8 or 16 bits"},
+                              {kFormat + 2, 3, "the sound has 3 channels"},
+                              {kFormat + 5, 0, "the sound has 17 samples a second"},
+                              {kFormat + 7, 1, "samples a second, allowed is 1000 to 192000"},
+                              {16, 14, "the format of the WAVE file is cut off"},
+                              {kData + 4, 6, "the sound ends within a sample"},
+                              {kData + 7, 0xFF, "the sound is cut off"}},
+                             [](const Bytes& file) { (void)rsc::readWav(file); });
+    EXPECT_THROW((void)rsc::readWav(wavFile(11025, 1, 8, {})), rsc::Refusal);
+    Bytes extensible = wavFile(8000, 1, 8, noise(3));
+    const Bytes rest = words({22, 8, 4, 0, 1, 0, 0, 0, 0, 0, 0, 0});
+    extensible[16] = 40;
+    extensible[kFormat] = 0xFE;
+    extensible[kFormat + 1] = 0xFF;
+    extensible.insert(extensible.begin() + 36, rest.begin(), rest.end());
+    EXPECT_EQ(rsc::readWav(extensible).samples, noise(3));
+}
+
+TEST_F(MakeMovie, IsListed) {
+    writeIndexed("1.png", 20);
+    folder_.write("a.wav", wavFile(22050, 2, 16, noise(8)));
+    options_.sound = folder_.at("a.wav");
+    options_.ring = true;
+    ASSERT_EQ(make({"1.png"}), 0);
+    const auto list = [&](const std::string& name) {
+        return run(
+            [&](auto& out, auto& errors) { return rsc::runList(paths({name}), out, errors); });
+    };
+    EXPECT_EQ(list("out/a.smk"), 0) << errors_;
+    EXPECT_EQ(out_, "8x4, 1 frame of 66.66 ms, a ring frame, sound of 22050 Hz, 16 bits, stereo, "
+                    "packed\n");
+    Bytes movie = asBytes(folder_.read("out/a.smk"));
+    movie.pop_back();
+    folder_.write("cut.smk", movie);
+    movie.resize(50);
+    folder_.write("short.smk", movie);
+    for (const char* name : {"cut.smk", "short.smk"}) {
+        EXPECT_EQ(list(name), 1);
+        EXPECT_THAT(errors_, HasSubstr(": the movie is cut off\n"));
+    }
+}
+
+} // namespace

@@ -1,0 +1,180 @@
+#include "movie/moviecolours.h"
+#include "movie/moviefile.h"
+
+#include "moviedecoder.h"
+#include "palettelift.h"
+#include "testfiles.h"
+
+#include <random>
+
+namespace {
+
+using moviedecoder::decode;
+using moviedecoder::Movie;
+using rsc::Bytes;
+using Pictures = std::vector<Bytes>;
+
+const rsc::Palette kPalette = rsc::Palette::fromColours({}, rsc::ColourStorage::Movie);
+
+/// The first frame is told whole, the others as changes.
+Bytes movieOf(int width, const Pictures& pictures) {
+    const int height = static_cast<int>(pictures.front().size()) / width;
+    rsc::VideoCoder video(width, height);
+    rsc::MovieParts parts{width, height, 6666, false, {}, {}, {}};
+    for (const Bytes& picture : pictures) {
+        video.add(picture, parts.frames.empty());
+        parts.frames.push_back({parts.frames.empty() ? &kPalette : nullptr, false, {}});
+    }
+    parts.frames.front().key = true;
+    parts.video = video.finish();
+    return rsc::buildMovieFile(parts);
+}
+
+/// Throws when a picture does not come back as it was.
+Movie roundTrip(int width, const Pictures& pictures) {
+    Movie movie = decode(movieOf(width, pictures));
+    moviedecoder::demand(movie.frames.size() == pictures.size(), "frames are missing");
+    for (std::size_t i = 0; i < pictures.size(); ++i)
+        moviedecoder::demand(movie.frames[i].pixels == pictures[i], "a picture differs");
+    return movie;
+}
+
+TEST(MovieFile, IsTheSmallestOfAll) {
+    const Bytes file = movieOf(8, {Bytes(32, 5)});
+    const rsc::ByteReader in(file, "cut off");
+    const Bytes head(file.begin(), file.begin() + 24);
+    EXPECT_EQ(head, (Bytes{'S', 'M', 'K', '2', 8,    0,    0,    0,    4, 0, 0, 0,
+                           1,   0,   0,   0,   0xF6, 0xE5, 0xFF, 0xFF, 0, 0, 0, 0}));
+    for (const std::size_t size : {56, 60, 64, 68}) EXPECT_EQ(in.u32(size), 16U);
+    EXPECT_EQ(in.u32(52) % 4, 0U);
+    EXPECT_EQ(in.u32(104), 0x309U);
+    EXPECT_EQ(in.u8(108), 1);
+    const Bytes trees(file.begin() + 109, file.begin() + 118);
+    EXPECT_EQ(trees, (Bytes{0x03, 0x10, 0x80, 0xFF, 0x7F, 0xFF, 0xFF, 0xFE, 0x7F}));
+    EXPECT_EQ(in.u8(118) & 0xF, 6);
+    const std::size_t frame = 109 + in.u32(52);
+    EXPECT_EQ(file.size(), frame + 776);
+    EXPECT_EQ(in.u8(frame), 0xC1);
+    EXPECT_EQ(in.u32(frame + 772), 0U);
+    EXPECT_EQ(decode(file).frames.at(0).pixels, Bytes(32, 5));
+}
+
+/// A row of blocks, drawn run by run over the one before.
+class BlockRow {
+  public:
+    explicit BlockRow(const Bytes& before) : before_(before) {}
+
+    void addRun(unsigned kind, std::size_t length) {
+        for (std::size_t i = 0; i < length; ++i) blocks_.push_back(block(kind, i));
+    }
+    [[nodiscard]] std::size_t size() const { return blocks_.size(); }
+    /// The row and what is as before behind it.
+    [[nodiscard]] Bytes picture(std::size_t blocks) const {
+        Bytes picture = before_;
+        picture.resize(blocks * 16, 7);
+        for (std::size_t i = 0; i < blocks_.size() * 16; ++i)
+            if (blocks_[i / 16][0] >= 0)
+                picture[i % 16 / 4 * blocks * 4 + i / 16 * 4 + i % 4] =
+                    static_cast<std::uint8_t>(blocks_[i / 16][i % 16]);
+        return picture;
+    }
+
+  private:
+    using Block = std::array<int, 16>;
+
+    static Block block(unsigned kind, std::size_t i) {
+        const int colour = static_cast<int>(10 + i % 90);
+        Block pixels;
+        pixels.fill(kind == 2 ? -1 : kind == 3 ? 200 : colour);
+        if (kind < 2) pixels[1 + i % 15] = 101;
+        if (kind == 1) pixels[1 + (i + 3) % 15] = 102;
+        return pixels;
+    }
+
+    Bytes before_;
+    std::vector<Block> blocks_;
+};
+
+TEST(MovieFile, TellsEveryKindOfBlockInEveryRun) {
+    for (const unsigned kind : {0U, 1U, 2U, 3U}) {
+        BlockRow row({});
+        for (std::size_t length = 1; length <= 60; ++length) {
+            row.addRun(kind, length);
+            row.addRun(kind == 3 ? 1 : 3, 1);
+        }
+        for (const std::size_t length : {127U, 128U, 256U, 512U, 1024U, 2048U, 4096U + 60U}) {
+            row.addRun(kind, length);
+            row.addRun(kind == 1 ? 2 : 1, 1);
+        }
+        const std::size_t blocks = row.size();
+        const Bytes before(blocks * 16, 7);
+        const Movie movie =
+            roundTrip(static_cast<int>(blocks * 4), {before, row.picture(blocks), before, before});
+        EXPECT_TRUE(movie.kinds.contains(kind));
+        EXPECT_EQ(movie.runs.size(), 64U);
+    }
+}
+
+TEST(MovieFile, GivesPicturesBack) {
+    std::mt19937 random(1);
+    struct Case {
+        int width;
+        int height;
+        unsigned colours;
+        unsigned changed; ///< pixels in a frame; 0: all
+    };
+    for (const Case& row : {Case{4, 4, 2, 0}, Case{36, 20, 3, 0}, Case{64, 64, 256, 0},
+                            Case{200, 100, 256, 20}, Case{128, 128, 2, 9}, Case{4, 400, 200, 1}}) {
+        Bytes picture(static_cast<std::size_t>(row.width * row.height));
+        Pictures pictures;
+        for (int frame = 0; frame < 6; ++frame) {
+            for (std::uint8_t& pixel : picture)
+                if (row.changed == 0) pixel = static_cast<std::uint8_t>(random() % row.colours);
+            for (unsigned i = 0; i < row.changed; ++i)
+                picture[random() % picture.size()] =
+                    static_cast<std::uint8_t>(random() % row.colours);
+            pictures.push_back(picture);
+        }
+        EXPECT_NO_THROW((void)roundTrip(row.width, pictures)) << row.width << " " << row.colours;
+    }
+    // the same few blocks again and again: readers' memory of the last values pays
+    Pictures stripes(3, Bytes(64 * 64));
+    for (std::size_t frame = 0; frame < stripes.size(); ++frame)
+        for (std::size_t i = 0; i < stripes[frame].size(); ++i)
+            stripes[frame][i] = static_cast<std::uint8_t>((i / 512 * 31 + frame * 7) % 251 + i % 4);
+    EXPECT_TRUE(roundTrip(64, stripes).usesCache);
+}
+
+TEST(MovieFile, NeedsValuesForTheMarkers) {
+    // each pair of neighbouring colours once: blocks of 8 pairs in a row
+    const auto pictureWith = [](std::size_t pairs) {
+        constexpr std::size_t kBlocks = 65536 / 8;
+        Bytes picture(kBlocks * 16);
+        for (std::size_t i = 0; i < 65536; ++i) {
+            const std::size_t pair = std::min(i, pairs - 1);
+            const std::size_t at = i % 8 / 2 * kBlocks * 4 + i / 8 * 4 + i % 2 * 2;
+            picture[at] = static_cast<std::uint8_t>(pair);
+            picture[at + 1] = static_cast<std::uint8_t>(pair >> 8);
+        }
+        return picture;
+    };
+    EXPECT_FALSE(roundTrip(65536 / 2, {pictureWith(65533)}).usesCache);
+    EXPECT_TRUE(roundTrip(65536 / 2, {pictureWith(65534)}).usesCache)
+        << "0 is there from the start";
+    EXPECT_THROW((void)movieOf(65536 / 2, {pictureWith(65535)}), rsc::Refusal);
+}
+
+TEST(MovieFile, StoresTheColourThatIsShown) {
+    std::mt19937 random(2);
+    for (int i = 0; i < 100; ++i) {
+        const auto component = [&] {
+            return rsc::fromMovieComponent(static_cast<std::uint8_t>(random() % 64));
+        };
+        const platform::Rgb shown = rsc::liftColour({component(), component(), component()});
+        const platform::Rgb stored = rsc::movieColourToStore(shown);
+        EXPECT_TRUE(rsc::liftColour(stored) == shown);
+        EXPECT_EQ(rsc::fromMovieComponent(rsc::toMovieComponent(stored.green)), stored.green);
+    }
+}
+
+} // namespace
