@@ -222,9 +222,9 @@ void RMap::finish(std::string_view report) {
 }
 
 void RMap::raiseFinished(const OMLink& done) {
-    const OMSWatch self(this);
-    fireEvent("finished");
-    if (self) done();
+    const OMLink waiting = done;
+    fireEvent("finished"); // which may be the end of the map, but not of those who wait
+    waiting();
 }
 
 void RMap::playSound(int id, std::string_view condition, std::string_view message) {

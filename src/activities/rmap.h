@@ -50,8 +50,8 @@ class RMap final : public OMMultiTrinket {
     // Running the moves.
 
     /// Walks through the queued moves from the start cell on. `done` is called once: after the
-    /// event "finished", or without it when the run is stopped or the map destroyed in the middle
-    /// of it; not when a handler of the event has destroyed the map. A run in progress is stopped.
+    /// event "finished", also when a handler of it has destroyed the map, or without it when the
+    /// run is stopped or the map destroyed in the middle of it. A run in progress is stopped.
     /// With no moves queued the event is raised at once, and a run in progress goes on.
     void move(OMLink done);
     /// Stops the run, if there is one.
