@@ -1,6 +1,6 @@
 ; Inside the lighthouse: the fire burns, the cat sleeps and answers clicks, the signpost leads back to
-; the harbour. The player's name stands over the map on the wall. The sounds of the cat and the fire are
-; steps of their animations.
+; the harbour, and the map on the wall to the chart table. The player's name stands over the map. The
+; sounds of the cat and the fire are steps of their animations.
 yield off
 StartTransition
 Scene 101
@@ -40,13 +40,34 @@ procedure dimSign
 set back sequence 1
 ]
 
-procedure goOutside
+procedure leave where
 [
 KillSound firesound
 PlaySound 208
-KillSound music
-relay harbour.mps
+play port stopBackgroundMusic 1
+relay where
 ]
+
+procedure goOutside
+call leave "harbour.mps"
+
+; ---- the map on the wall; what it is stands below it
+
+procedure showMap
+[
+set wallmap sequence 2
+set caption visible 1
+PlaySound 207
+]
+
+procedure dimMap
+[
+set wallmap sequence 1
+set caption visible 0
+]
+
+procedure takeMap
+call leave "map.mps"
 
 fire=RAnimation 2102 1
 cat=RAnimation 2101 2
@@ -64,22 +85,45 @@ set back mouseDown goOutside
 set back flyOn lightUp
 set back flyOff dimSign
 
+wallmap=RAnimation 2104 1
+set wallmap movable 0
+set wallmap mouseDown takeMap
+set wallmap flyOn showMap
+set wallmap flyOff dimMap
+
 play fire setAOCursor 1
 play cat setAOCursor 1
 play back setAOCursor 1
+play wallmap setAOCursor 1
 
+; What is written on the wall: the middle is that of the map.
+procedure write words top
+[
+lines=lines+1
+line.lines=RText 0 top -1 -1 2
+set line.lines touchy 0
+set line.lines movable 0
+set line.lines colorIndex 4
+play line.lines setFont 14
+set line.lines text words
+get line.lines textWidth wide
+set line.lines x 403-wide\2
+]
+
+lines=0
 world=RWorldPort 0
 get world playerName visitor
-owner=RText 0 90 -1 -1 1
-set owner touchy 0
-set owner movable 0
-set owner colorIndex 4
-play owner setFont 14
-set owner text visitor
-get owner textWidth wide
-set owner x 403-wide\2
+call write visitor 90
+call write "O mapa do tesouro" 190
+caption=&line.2
+set caption visible 0
 
 firesound=-1
-PlaySound 101 1
-music=RESULT
+
+; The music of the last scene still fades out.
+port=RScenePort 0
+music=RQueue 1
+play music add DelayAction 1000
+play music add VerbAction "port" 1 "startBackgroundMusic" 101 100 2
+play music start
 EndTransition 0

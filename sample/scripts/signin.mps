@@ -8,10 +8,12 @@ yield off
 
 ; The memory is set up before the first transition, which writes the data file. Transitions warn while
 ; CStatueDataset is 0. Whether a player was greeted is about one run, so it is not stored.
+; chartLevel is the chart that a player has come to at the chart table.
 world=RWorldPort 0
 play world addGlobalIntProperty CStatueDataset
 set world CStatueDataset 1
 play world addIntProperty greeted 0
+play world addIntProperty chartLevel
 play world activateDataFile
 
 StartTransition
@@ -220,7 +222,7 @@ play world activatePlayer who
 ; From here on every click of a hasty player counts.
 SetDoubleClicksEnabled 0
 PlaySound 214
-KillSound music
+play port stopBackgroundMusic 1
 relay "harbour.mps"
 ]
 else
@@ -387,6 +389,6 @@ set keys keyPressed typed
 asked=""
 call look
 call tell "Olá! Escreve o teu nome, ou escolhe-o no livro."
-PlaySound 102 1
-music=RESULT
+port=RScenePort 0
+play port startBackgroundMusic 102 100 2
 EndTransition 0
