@@ -24,6 +24,7 @@
 #include "resources.h"
 #include "rthread.h"
 #include "scenes/efwindow.h"
+#include "scenes/speechrecords.h"
 #include "scriptclasses.h"
 #include "soundcommands.h"
 #include "startup/machinechecks.h"
@@ -89,12 +90,16 @@ void installLocators(RResources& resources) {
     EffectsWindow::setBackgroundLocator(locator("ASEQ"));
     EffectsWindow::setPaletteLocator(locator("RRGB"));
     OMAnimation::setSourceLocator(locator("ASEQ"));
+    RSpeechRecords::setStreamLinks(
+        [&resources](int sound) { resources.addStreamedSound(sound); },
+        [&resources](int sound) { resources.removeStreamedSound(sound); });
 }
 
 void removeLocators() {
     EffectsWindow::setBackgroundLocator(nullptr);
     EffectsWindow::setPaletteLocator(nullptr);
     OMAnimation::setSourceLocator(nullptr);
+    RSpeechRecords::clear();
 }
 
 bool handleCommand(EffectsWindow& window, int command) {
@@ -190,8 +195,7 @@ void runGame(const RConfiguration& configuration, OMApp::DisplayMode mode,
              OMWaveEngine& soundEngine, SavedWorld& savedWorld) {
     RResources resources;
     resources.setHomeDirectory(configuration.homeDirectory);
-    const auto ignoreSequenceSound = [](const SequenceSoundRecord&) {};
-    if (resources.start(configuration.cdDrive, ignoreSequenceSound) ==
+    if (resources.start(configuration.cdDrive, RSpeechRecords::addSequenceSound) ==
         RResources::StartUp::NoResourceFile) {
         RShowErrorBox(RWarningText(warningtext::kCannotReadCd));
         return;

@@ -11,15 +11,16 @@
 #include "rsellist.h"
 #include "rtext.h"
 #include "rtrigger.h"
+#include "scenes/rcharctr.h"
 #include "soundcommands.h"
 #include "world/rworldport.h"
 
 namespace {
 
 constexpr const OMSClass* kClasses[] = {
-    &OMMultiTrinket::kClass, &RAnimation::kClass, &RAnimationTrigger::kClass, &RHotSpot::kClass,
-    &RKbdInp::kClass,        &RPButton::kClass,   &RSelList::kClass,          &RText::kClass,
-    &RTrigger::kClass,       &RWorldPort::kClass,
+    &OMMultiTrinket::kClass, &RAnimation::kClass, &RAnimationTrigger::kClass, &RCharacter::kClass,
+    &RHotSpot::kClass,       &RKbdInp::kClass,    &RPButton::kClass,          &RSelList::kClass,
+    &RText::kClass,          &RTrigger::kClass,   &RWorldPort::kClass,
 };
 
 } // namespace
