@@ -107,11 +107,10 @@ std::unique_ptr<OMAnimation> RCharacter::load(int id) const {
 }
 
 /// Replaces the one that was there.
-RCharacterLayer& RCharacter::addLayer(int index, std::unique_ptr<OMAnimation> animation) {
+void RCharacter::addLayer(int index, std::unique_ptr<OMAnimation> animation) {
     auto& layer = layers_[index];
     layer = std::make_unique<RCharacterLayer>(std::move(animation));
     add(layer->animation(), index, 0, shown_.contains(index));
-    return *layer;
 }
 
 RCharacterLayer* RCharacter::layer(int index) const {
@@ -187,10 +186,8 @@ void RCharacter::playAnim(int id, std::optional<int> repeat, bool stayVisible, O
     addLayer(kPlayedLayer, std::move(animation));
     animationLayer_ = kPlayedLayer;
     begin(kPlayedLayer, kFirstSequence,
-          times < 0    ? OMAnimation::kLoopForever
-          : times == 0 ? kOnce
-                       : times,
-          stayVisible, std::move(done));
+          times == 0 ? kOnce : std::max(times, OMAnimation::kLoopForever), stayVisible,
+          std::move(done));
 }
 
 void RCharacter::playSpeech(int speech, std::optional<bool> stayVisible,

@@ -106,7 +106,7 @@ class RCharacter final : public OMMultiTrinket {
 
     // Layers.
     [[nodiscard]] std::unique_ptr<OMAnimation> load(int id) const;
-    RCharacterLayer& addLayer(int index, std::unique_ptr<OMAnimation> animation);
+    void addLayer(int index, std::unique_ptr<OMAnimation> animation);
     [[nodiscard]] RCharacterLayer* layer(int index) const;
     [[nodiscard]] int freeLayer(int from) const;
     void show(int index, bool shown);
