@@ -14,6 +14,9 @@
 #include <string>
 #include <vector>
 
+/// libavcodec loses tables of a damaged piece of sound, which the leak sanitizer need not tell.
+extern "C" const char* __lsan_default_suppressions() { return "leak:av_realloc_f"; }
+
 namespace platform {
 namespace {
 
@@ -79,9 +82,12 @@ class HostMoviesTest : public testing::Test {
   protected:
     void SetUp() override {
         if (!HostMovies::kAvailable) GTEST_SKIP() << "built without the libraries";
+        start("");
+    }
+    void start(const std::string& recordings) {
         HeadlessOptions options;
         options.host = {folder_.path(), "", folder_.path("home")};
-        options.recordSound = folder_.path("sound");
+        options.recordSound = recordings;
         options.report = &report_;
         options.notes = &report_;
         machine_ = std::make_unique<HeadlessPlatform>(options);
@@ -317,6 +323,7 @@ TEST_F(HostMoviesTest, GoesToFramesBothWays) {
 }
 
 TEST_F(HostMoviesTest, EveryKindOfSoundIsHeardAsItWas) {
+    start(folder_.path("sound"));
     int files = 0;
     for (const int bits : {8, 16})
         for (const int channels : {1, 2})
@@ -335,6 +342,7 @@ TEST_F(HostMoviesTest, EveryKindOfSoundIsHeardAsItWas) {
 }
 
 TEST_F(HostMoviesTest, SoundWaitsWithTheMovieAndGoesWithIt) {
+    start(folder_.path("sound"));
     Samples all;
     MovieBuilder builder = withSound(colourful(20), {1000, 8, 1}, all);
     auto movie = open(builder);
@@ -361,6 +369,7 @@ TEST_F(HostMoviesTest, SoundWaitsWithTheMovieAndGoesWithIt) {
 }
 
 TEST_F(HostMoviesTest, SoundThatComesTooLateIsLeftOut) {
+    start(folder_.path("sound"));
     Samples all;
     MovieBuilder builder = withSound(colourful(40), {1000, 8, 1}, all);
     builder.frames[0].sounds[0] = Samples(all.begin(), all.begin() + 266); // ahead of the pictures
@@ -420,16 +429,13 @@ TEST_F(HostMoviesTest, AFileThatEndsEarlyPlaysAsFarAsItGoes) {
     MovieBuilder builder = withSound(colourful(3), {1000, 8, 1, true}, all);
     builder.frames[1].palette = paletteOf(3);
     const Bytes file = builder.build();
-    const std::size_t tables = builder.ends[0] - 4; // at least the last word of the first frame
-    std::size_t opened = 0;
-    for (std::size_t size = 0; size < file.size(); ++size) {
-        const auto movie = open(Bytes(file.begin(), file.begin() + static_cast<long>(size)));
-        if (!movie) {
-            ASSERT_EQ(opened, 0u) << size;
-            ASSERT_LT(size, tables);
-            continue;
-        }
-        ++opened;
+    const std::size_t tables = builder.start;
+    ASSERT_TRUE(open(file));
+    for (std::size_t size = file.size(); size-- > 0;) {
+        std::filesystem::resize_file(folder_.path("a.smk"), size);
+        const auto movie = machine_->movies().open({"a.smk"});
+        ASSERT_EQ(movie != nullptr, size >= tables) << size;
+        if (!movie) continue;
         ASSERT_EQ(movie->frameCount(), 3);
         play(*movie);
         const auto missing = std::ranges::upper_bound(builder.ends, size) - builder.ends.begin();
@@ -438,7 +444,6 @@ TEST_F(HostMoviesTest, AFileThatEndsEarlyPlaysAsFarAsItGoes) {
                                      : builder.frames[static_cast<std::size_t>(missing - 1)].pixels)
             << size;
     }
-    EXPECT_GT(opened, file.size() - builder.ends[0]);
 }
 
 TEST_F(HostMoviesTest, DamagedFramesLeaveThePictureAndTheNextOnesGoOn) {

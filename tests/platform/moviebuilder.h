@@ -127,8 +127,9 @@ struct MovieBuilder {
     std::vector<Frame> frames{};
     std::optional<Frame> ring{};
 
-    /// Where the frames begin and the bytes of each are known after `build`.
-    std::vector<std::size_t> ends{};
+    // Places in the file, known after `build`.
+    std::size_t start = 0;           ///< of the first frame
+    std::vector<std::size_t> ends{}; ///< of the frames
 
     [[nodiscard]] std::vector<std::byte> build();
 
@@ -311,6 +312,7 @@ inline std::vector<std::byte> MovieBuilder::build() {
     out.u32(0);
     for (const auto& content : contents) out.u32(static_cast<std::int64_t>(content.size()) | 1);
     out.all(parts).all(treeBytes);
+    start = out.size();
     ends.clear();
     for (const auto& content : contents) {
         out.all(content);
