@@ -4,6 +4,7 @@ packages=(
   build-essential cmake ninja-build pkg-config
   libsdl2-dev libpixman-1-dev libpng-dev libcli11-dev
   libfreetype-dev libfontconfig-dev
+  libavformat-dev libavcodec-dev libavutil-dev
   libimagequant-dev librsvg2-bin
   libgtest-dev libgmock-dev
   icoutils procps xvfb xauth

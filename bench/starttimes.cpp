@@ -7,21 +7,10 @@
 #include "aopack.h"
 #include "ommemcanvas.h"
 
-#include <array>
-#include <ctime>
-#include <fcntl.h>
-#include <fstream>
-#include <iterator>
 #include <random>
-#include <spawn.h>
-#include <stdexcept>
 #include <string>
 #include <string_view>
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <vector>
-
-extern char** environ;
 
 namespace {
 
@@ -31,8 +20,6 @@ constexpr std::size_t kPaletteBytes = 1536;
 constexpr std::size_t kSoundBytes = 64;
 constexpr int kWidth = 640;
 constexpr int kHeight = 480;
-constexpr double kNano = 1e9;
-constexpr double kNanoPerMicro = 1e3;
 constexpr std::string_view kScript = "StartTransition\nScene 100\nEndTransition 0\nquit\n";
 
 std::span<const std::byte> bytesOf(std::string_view text) { return std::as_bytes(std::span(text)); }
@@ -84,62 +71,10 @@ void makeGame(const MediaMachine& machine) {
     machine.put("Startup.mps", bytesOf("ActivateDLL lib0.rsc\n" + std::string(kScript)));
 }
 
-double nanoseconds(const std::timespec& time) {
-    return static_cast<double>(time.tv_sec) * kNano + static_cast<double>(time.tv_nsec);
-}
-
-double now() {
-    std::timespec time{};
-    clock_gettime(CLOCK_MONOTONIC, &time);
-    return nanoseconds(time);
-}
-
-double nanoseconds(const timeval& time) {
-    return static_cast<double>(time.tv_sec) * kNano +
-           static_cast<double>(time.tv_usec) * kNanoPerMicro;
-}
-
-std::string textOf(const std::string& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-/// Plays the game once.
-void play(const std::string& program, const std::string& game, StartTimes& times) {
-    std::array<std::string, 6> words{program, "--headless", "--content", game, "--home", game};
-    std::vector<char*> arguments;
-    for (std::string& word : words) arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    const std::string report = game + "/report.txt";
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, report.c_str(),
-                                     O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    const double start = now();
-    pid_t child = 0;
-    const int failed =
-        posix_spawn(&child, program.c_str(), &actions, nullptr, arguments.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (failed != 0) throw std::runtime_error(program + " cannot be started");
-    int status = 0;
-    rusage usage{};
-    if (wait4(child, &status, 0, &usage) != child || !WIFEXITED(status) || WEXITSTATUS(status) != 0)
-        throw std::runtime_error(program + " did not end well");
-    const double end = now();
-    if (textOf(report).find("\tbox\t") != std::string::npos)
-        throw std::runtime_error(program + " showed a box instead of the scene");
-    times.clock.add(end - start);
-    times.processor.add(nanoseconds(usage.ru_utime) + nanoseconds(usage.ru_stime));
-}
-
 } // namespace
 
-StartTimes measureStart(int repetitions) {
+ProcessTimes measureStart(int repetitions) {
     const MediaMachine machine;
     makeGame(machine);
-    const std::filesystem::path here = std::filesystem::read_symlink("/proc/self/exe");
-    StartTimes times;
-    for (int i = 0; i < repetitions; ++i)
-        play((here.parent_path() / "zorbet").string(), machine.hostPath("").string(), times);
-    return times;
+    return playGame(machine.hostPath("").string(), repetitions);
 }

@@ -2,17 +2,11 @@
 // resources.
 #pragma once
 
-#include "cputime.h"
+#include "gameprocess.h"
 
 #include <cstddef>
 
 inline constexpr std::size_t kStartResources = 8000;
 
-/// Nanoseconds of the whole process, which ends when it has shown the picture.
-struct StartTimes {
-    Samples processor;
-    Samples clock;
-};
-
-/// Runs `zorbet`, which must lie beside this program, without a window.
-[[nodiscard]] StartTimes measureStart(int repetitions);
+/// Each process ends when it has shown the picture.
+[[nodiscard]] ProcessTimes measureStart(int repetitions);

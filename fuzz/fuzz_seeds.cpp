@@ -4,6 +4,7 @@
 #include "curbuilder.h"
 #include "nebuilder.h"
 #include "nfntbuilder.h"
+#include "platform/moviebuilder.h"
 #include "soundbuilder.h"
 #include "trinkets/aseqbuilder.h"
 
@@ -220,6 +221,34 @@ std::vector<Bytes> dataFiles() {
     return seeds;
 }
 
+/// Behind what is done with them; see fuzz_movie.cpp.
+std::vector<Bytes> movies() {
+    using testing_support::MovieBuilder;
+    std::vector<Bytes> seeds;
+    for (const bool packed : {false, true})
+        for (const int bits : {8, 16})
+            for (const int channels : {1, 2}) {
+                MovieBuilder movie{.flags = packed ? 2u : 0u};
+                movie.tracks[0] = {8000, bits, channels, packed};
+                for (std::size_t frame = 0; frame < 4; ++frame) {
+                    MovieBuilder::Frame& added = movie.frames.emplace_back();
+                    for (std::size_t i = 0; i < std::size_t{movie.width} * movie.height; ++i)
+                        added.pixels.push_back(
+                            static_cast<std::uint8_t>(frame == 1 ? 7 : i / 32 * i % (3 + frame)));
+                    if (frame % 2 == 0) added.palette = MovieBuilder::Palette{{{1, 2, 3}}};
+                    for (std::uint8_t i = 0; i < 80; ++i)
+                        added.sounds[0].push_back(static_cast<std::uint8_t>(i * i));
+                }
+                if (packed) movie.ring = movie.frames.front();
+                testing_support::ByteWriter out;
+                out.u8(channels).u16(bits == 8 ? 100 : 0xFFFF).u8(12).u8(0).u16(1);
+                for (int i = 0; i < 5; ++i) out.u8(13).u16(0).u8(1).u16(70);
+                out.u8(2).u16(1);
+                seeds.push_back(out.all(movie.build()).bytes());
+            }
+    return seeds;
+}
+
 bool write(const std::filesystem::path& folder, const std::vector<Bytes>& seeds) {
     std::filesystem::create_directories(folder);
     int number = 0;
@@ -244,8 +273,8 @@ int main(int argc, char** argv) {
         write(folder / "animation", animations()) && write(folder / "bitmap", bitmaps()) &&
         write(folder / "cursor", cursors()) && write(folder / "datafile", dataFiles()) &&
         write(folder / "font", fonts()) && write(folder / "library", libraries()) &&
-        write(folder / "map", maps()) && write(folder / "palette", palettes()) &&
-        write(folder / "sound", sounds());
+        write(folder / "map", maps()) && write(folder / "movie", movies()) &&
+        write(folder / "palette", palettes()) && write(folder / "sound", sounds());
     if (!written) std::fprintf(stderr, "%s cannot be written\n", argv[1]);
     return written ? 0 : 1;
 }

@@ -30,6 +30,7 @@
 #include "scenes/efwindow.h"
 #include "scenes/rscenprt.h"
 #include "scenes/rsmackermovie.h"
+#include "scenes/speechrecords.h"
 #include "scriptclasses.h"
 #include "soundcommands.h"
 #include "startup/machinechecks.h"
@@ -93,6 +94,9 @@ void installLocators(RResources& resources) {
     OMAnimation::setSourceLocator(locator("ASEQ"));
     SoundAction::setStreamLocator(
         [&resources](int id, int bufferMode) { return resources.load(id, "WAVE", bufferMode); });
+    RSpeechRecords::setStreamLinks(
+        [&resources](int sound) { resources.addStreamedSound(sound); },
+        [&resources](int sound) { resources.removeStreamedSound(sound); });
 }
 
 void removeLocators() {
@@ -100,6 +104,7 @@ void removeLocators() {
     EffectsWindow::setPaletteLocator(nullptr);
     OMAnimation::setSourceLocator(nullptr);
     SoundAction::setStreamLocator(nullptr);
+    RSpeechRecords::clear();
 }
 
 /// What is done when another program comes to the foreground, when this one is back there, and when
@@ -211,8 +216,7 @@ void runGame(const RConfiguration& configuration, OMApp::DisplayMode mode,
              OMWaveEngine& soundEngine, SavedWorld& savedWorld) {
     RResources resources;
     resources.setHomeDirectory(configuration.homeDirectory);
-    const auto ignoreSequenceSound = [](const SequenceSoundRecord&) {};
-    if (resources.start(configuration.cdDrive, ignoreSequenceSound) ==
+    if (resources.start(configuration.cdDrive, RSpeechRecords::addSequenceSound) ==
         RResources::StartUp::NoResourceFile) {
         RShowErrorBox(RWarningText(warningtext::kCannotReadCd));
         return;

@@ -3,6 +3,7 @@
 #include "omlog.h"
 #include "omreader.h"
 
+#include "platform/host/hostmovies.h"
 #include "platform/host/outlinefaces.h"
 
 #include <CLI/CLI.hpp>
@@ -86,8 +87,11 @@ std::string versionText() {
     std::string text = "zorbet " ZORBET_VERSION "\n";
     text += ZORBET_HAVE_SDL ? "window: SDL2\n" : "window: none (built without SDL2)\n";
     text += platform::OutlineFaces::kAvailable
-                ? "TrueType faces: FreeType"
-                : "TrueType faces: none (built without FreeType and fontconfig)";
+                ? "TrueType faces: FreeType\n"
+                : "TrueType faces: none (built without FreeType and fontconfig)\n";
+    text += platform::HostMovies::kAvailable
+                ? "movies: libavcodec"
+                : "movies: none (built without libavformat and libavcodec)";
     return text;
 }
 

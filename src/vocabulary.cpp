@@ -15,6 +15,7 @@
 #include "rsellist.h"
 #include "rtext.h"
 #include "rtrigger.h"
+#include "scenes/rcharctr.h"
 #include "scenes/rscenprt.h"
 #include "scenes/rsmackermovie.h"
 #include "soundcommands.h"
@@ -26,6 +27,7 @@ constexpr const OMSClass* kClasses[] = {
     &OMMultiTrinket::kClass,
     &RAnimation::kClass,
     &RAnimationTrigger::kClass,
+    &RCharacter::kClass,
     &RCompositeAction::kClass,
     &RHotSpot::kClass,
     &RKbdInp::kClass,

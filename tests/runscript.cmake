@@ -22,6 +22,9 @@ if(EXISTS ${SCRIPTS}/${NAME}.options)
   file(STRINGS ${SCRIPTS}/${NAME}.options options)
   separate_arguments(options UNIX_COMMAND "${options}")
 endif()
+if(EXISTS ${SCRIPTS}/${NAME}.sounds)
+  list(APPEND options --record-sound ${WORK}/sound)
+endif()
 execute_process(
   COMMAND ${PROGRAM} --headless --content ${WORK}/content --home ${WORK}/home --seed 1
           --until 20000 ${input} ${options}
@@ -43,6 +46,13 @@ endfunction()
 
 compare(${WORK}/content/debug.txt ${SCRIPTS}/${NAME}.out)
 compare(${WORK}/report.txt ${SCRIPTS}/${NAME}.report)
+if(EXISTS ${SCRIPTS}/${NAME}.sounds)
+  execute_process(COMMAND ${LISTEN} ${WORK}/sound ${SOUNDS} ${SCRIPTS}/${NAME}.sounds
+    RESULT_VARIABLE heard)
+  if(NOT heard EQUAL 0)
+    message(SEND_ERROR "what was heard differs from ${SCRIPTS}/${NAME}.sounds")
+  endif()
+endif()
 if(NOT EXISTS ${SCRIPTS}/${NAME}.report AND NOT code EQUAL 0)
   message(SEND_ERROR "the program ended with ${code}")
 endif()

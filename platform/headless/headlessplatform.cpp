@@ -23,10 +23,12 @@ HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
       display_(options.screen, report_), events_(options.timeline, options.untilMs, clock_,
                                                  display_, orElse(options.notes, std::cerr)),
       dialogs_(options.timeline, clock_, files_, report_, orElse(options.notes, std::cerr)),
-      recorder_(options.recordSound, orElse(options.notes, std::cerr)),
-      waveOut_(clock_, recorder_) {
+      recordings_(options.recordSound, orElse(options.notes, std::cerr)),
+      waveOut_(clock_, recordings_), movieSpeakers_(clock_, recordings_),
+      movies_(files_, clock_, movieSpeakers_) {
     display_.setDriver(options.machine.driver);
     waveOut_.setAvailable(options.machine.sound);
+    movieSpeakers_.setAvailable(options.machine.sound);
     if (options.breakPoint) breakingFiles_.emplace(files_, *options.breakPoint);
 }
 
@@ -44,6 +46,7 @@ void HeadlessPlatform::programEnds(int exitCode) {
     if (endReported_) return;
     endReported_ = true;
     waveOut_.close(); // completes what was recorded
+    movieSpeakers_.closeAll();
     const std::string_view cause = events_.quitCause();
     if (exitCode != 0 || cause.empty()) {
         report_.line("end", {std::to_string(exitCode)});

@@ -6,6 +6,7 @@
 #include "platform/headless/claimedmachine.h"
 #include "platform/headless/headlessdialogs.h"
 #include "platform/headless/headlessdisplay.h"
+#include "platform/headless/headlessmoviespeaker.h"
 #include "platform/headless/headlesswaveout.h"
 #include "platform/headless/report.h"
 #include "platform/headless/timeline.h"
@@ -14,9 +15,9 @@
 #include "platform/headless/waverecorder.h"
 #include "platform/host/hostfiles.h"
 #include "platform/host/hostmodules.h"
+#include "platform/host/hostmovies.h"
 #include "platform/host/hostoptions.h"
 #include "platform/host/hosttypefaces.h"
-#include "platform/host/nomovies.h"
 #include "platform/platform.h"
 
 #include <cstdint>
@@ -76,12 +77,13 @@ class HeadlessPlatform final : public Platform {
     std::optional<BreakingFiles> breakingFiles_;
     HostModules modules_;
     HostTypefaces typefaces_{files_};
-    NoMovies movies_;
     HeadlessDisplay display_;
     TimelineEvents events_;
     HeadlessDialogs dialogs_;
-    WaveRecorder recorder_;
+    WaveFolder recordings_;
     HeadlessWaveOut waveOut_;
+    HeadlessMovieSpeakers movieSpeakers_;
+    HostMovies movies_;
     bool endReported_ = false;
 };
 

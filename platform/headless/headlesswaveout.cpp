@@ -49,7 +49,7 @@ void HeadlessWaveOut::poll() {
 
 void HeadlessWaveOut::playFront(std::size_t bytes) {
     Queued& front = queue_.front();
-    recorder_.play(front.buffer->data.subspan(front.played, bytes), rate_);
+    recorder_.play(front.buffer->data.subspan(front.played, bytes), {rate_});
     front.played += bytes;
     due_ -= bytes * kByte;
     if (front.played < front.buffer->data.size()) return;

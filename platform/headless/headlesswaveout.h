@@ -18,8 +18,8 @@ namespace platform {
 class HeadlessWaveOut final : public WaveOut {
   public:
     /// Both must outlive the device.
-    HeadlessWaveOut(const VirtualClock& clock, WaveRecorder& recorder)
-        : clock_(clock), recorder_(recorder) {}
+    HeadlessWaveOut(const VirtualClock& clock, WaveFolder& recordings)
+        : clock_(clock), recorder_(recordings) {}
 
     bool open(int rate) override;
     void close() override;
@@ -47,7 +47,7 @@ class HeadlessWaveOut final : public WaveOut {
     void playFront(std::size_t bytes);
 
     const VirtualClock& clock_;
-    WaveRecorder& recorder_;
+    WaveRecorder recorder_;
     bool available_ = true;
     int rate_ = 0; ///< 0: closed
     bool paused_ = false;

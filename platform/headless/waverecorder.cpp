@@ -19,13 +19,14 @@ constexpr std::uint16_t kPcm = 1;
 /// The header of a file with `dataSize` bytes of samples.
 class Header {
   public:
-    Header(int rate, std::uint32_t dataSize) {
-        const auto samples = static_cast<std::uint32_t>(rate);
+    Header(const SoundFormat& format, std::uint32_t dataSize) {
+        const auto field = [](int value) { return static_cast<std::uint32_t>(value); };
         const std::uint32_t pad = dataSize % 2;
         text("RIFF").number(static_cast<std::uint32_t>(kHeaderSize - 8) + dataSize + pad, 4);
         text("WAVE").text("fmt ").number(kFormatSize, 4);
-        number(kPcm, 2).number(1, 2).number(samples, 4).number(samples, 4).number(1, 2);
-        number(8, 2).text("data").number(dataSize, 4);
+        number(kPcm, 2).number(field(format.channels), 2).number(field(format.rate), 4);
+        number(field(format.bytesPerSecond()), 4).number(field(format.blockSize()), 2);
+        number(field(format.bits), 2).text("data").number(dataSize, 4);
     }
     void write(std::ostream& output) const { output.write(bytes_.data(), kHeaderSize); }
 
@@ -50,44 +51,51 @@ std::uint32_t limitedSize(std::uint64_t bytes) {
 
 } // namespace
 
-WaveRecorder::WaveRecorder(std::string folder, std::ostream& notes)
+WaveFolder::WaveFolder(std::string folder, std::ostream& notes)
     : folder_(std::move(folder)), notes_(notes) {}
 
-void WaveRecorder::play(std::span<const std::uint8_t> samples, int rate) {
-    if (folder_.empty() || samples.empty()) return;
-    if (!file_.is_open()) begin(rate);
+std::string WaveFolder::nextFile(int rate) {
+    std::array<char, 32> name{};
+    std::snprintf(name.data(), name.size(), "%03d-%d.wav", ++files_, rate);
+    std::error_code ignored; // a folder that cannot be made shows when the file is opened
+    std::filesystem::create_directories(folder_, ignored);
+    return (std::filesystem::path(folder_) / name.data()).string();
+}
+
+void WaveFolder::complain(const std::string& file) {
+    notes_ << "recording " << file << " cannot be written" << std::endl;
+    folder_.clear();
+}
+
+void WaveRecorder::play(std::span<const std::uint8_t> samples, const SoundFormat& format) {
+    if (!folder_.isUsed() || samples.empty()) return;
+    if (!file_.is_open()) begin(format);
     file_.write(reinterpret_cast<const char*>(samples.data()),
                 static_cast<std::streamsize>(samples.size()));
     bytes_ += samples.size();
     if (!file_) complain();
 }
 
-void WaveRecorder::begin(int rate) {
-    std::array<char, 32> name{};
-    std::snprintf(name.data(), name.size(), "%03d-%d.wav", ++files_, rate);
-    std::error_code ignored; // a folder that cannot be made shows when the file is opened
-    std::filesystem::create_directories(folder_, ignored);
-    name_ = (std::filesystem::path(folder_) / name.data()).string();
+void WaveRecorder::begin(const SoundFormat& format) {
+    name_ = folder_.nextFile(format.rate);
+    format_ = format;
     bytes_ = 0;
     file_.open(name_, std::ios::binary | std::ios::trunc);
-    Header(rate, 0).write(file_);
-    rate_ = rate;
+    Header(format_, 0).write(file_);
 }
 
 void WaveRecorder::finish() {
     if (!file_.is_open()) return;
     if (bytes_ % 2 == 1) file_.put('\0');
     file_.seekp(0);
-    Header(rate_, limitedSize(bytes_)).write(file_);
+    Header(format_, limitedSize(bytes_)).write(file_);
     file_.close();
     if (!file_) complain();
     file_.clear();
 }
 
-/// Nothing more is kept: a recording with holes would be worse than none.
 void WaveRecorder::complain() {
-    notes_ << "recording " << name_ << " cannot be written" << std::endl;
-    folder_.clear();
+    folder_.complain(name_);
     file_.close();
     file_.clear();
 }

@@ -1,9 +1,11 @@
-// Keeps what a wave-out device played: one RIFF WAVE file, 8-bit mono, for every opening of the
-// device in which data was played.
+// Keeps what a device played: one RIFF WAVE file for every opening of the device in which data was
+// played.
 //
-// The files are named NNN-RATE.wav, counted from 001. They grow on the disk while they are played
-// and get their lengths when they are finished.
+// The files of a run lie in one folder and are named NNN-RATE.wav, counted from 001. They grow on
+// the disk while they are played and get their lengths when they are finished.
 #pragma once
+
+#include "platform/host/moviespeaker.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -14,31 +16,48 @@
 
 namespace platform {
 
-class WaveRecorder {
+/// Where the recordings of all devices go.
+class WaveFolder {
   public:
     /// `folder` is a host name and is made when it is missing; with an empty one nothing is kept.
     /// A file that cannot be written is told once on `notes`.
-    WaveRecorder(std::string folder, std::ostream& notes);
+    WaveFolder(std::string folder, std::ostream& notes);
+
+    [[nodiscard]] bool isUsed() const { return !folder_.empty(); }
+    /// The path of the next file; makes the folder.
+    [[nodiscard]] std::string nextFile(int rate);
+    /// Tells it, and nothing more is kept: recordings with holes would be worse than none.
+    void complain(const std::string& file);
+
+  private:
+    std::string folder_;
+    std::ostream& notes_;
+    int files_ = 0;
+};
+
+/// The recordings of one device.
+class WaveRecorder {
+  public:
+    /// The folder must outlive it.
+    explicit WaveRecorder(WaveFolder& folder) : folder_(folder) {}
     ~WaveRecorder() { finish(); }
     WaveRecorder(const WaveRecorder&) = delete;
     WaveRecorder& operator=(const WaveRecorder&) = delete;
 
-    /// Adds played samples; the first ones after `finish` begin a new file.
-    void play(std::span<const std::uint8_t> samples, int rate);
+    /// Adds played samples; the first ones after `finish` begin a new file of that format.
+    void play(std::span<const std::uint8_t> samples, const SoundFormat& format);
     /// Completes the current file, if any.
     void finish();
 
   private:
-    void begin(int rate);
+    void begin(const SoundFormat& format);
     void complain();
 
-    std::string folder_;
-    std::ostream& notes_;
+    WaveFolder& folder_;
     std::string name_;   ///< of the current file
     std::ofstream file_; ///< open while something is being recorded
+    SoundFormat format_;
     std::uint64_t bytes_ = 0;
-    int rate_ = 0;
-    int files_ = 0;
 };
 
 } // namespace platform

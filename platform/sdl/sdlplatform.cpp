@@ -2,11 +2,12 @@
 
 #include "platform/host/hostfiles.h"
 #include "platform/host/hostmachine.h"
+#include "platform/host/hostmovies.h"
 #include "platform/host/hosttypefaces.h"
-#include "platform/host/nomovies.h"
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
+#include "platform/sdl/sdlmoviespeaker.h"
 #include "platform/sdl/sdltextwindow.h"
 #include "platform/sdl/sdlwaveout.h"
 #include "platform/sdl/sdlwindow.h"
@@ -87,7 +88,8 @@ class SdlPlatform final : public Platform {
     HostFiles files_;
     HostModules modules_;
     HostTypefaces typefaces_{files_};
-    NoMovies movies_;
+    SdlMovieSpeakers movieSpeakers_;
+    HostMovies movies_{files_, clock_, movieSpeakers_};
     HostMachine machine_;
     SdlDialogs dialogs_;
     SdlWaveOut waveOut_;

@@ -1,6 +1,7 @@
 #include "actiontypes.h"
 
 #include "animact.h"
+#include "charact.h"
 #include "delayact.h"
 #include "mapact.h"
 #include "moveact.h"
@@ -19,13 +20,20 @@ struct Type {
 };
 
 constexpr Type kGameTypes[] = {
-    {"AnimAction", &AnimAction::create},         {"PlayAnimAction", &PlayAnimAction::create},
-    {"DelayAction", &DelayAction::create},       {"RandomDelayAction", &RandomDelayAction::create},
-    {"EmptyAction", &EmptyAction::create},       {"MapAction", &MapAction::create},
+    {"AnimAction", &AnimAction::create},
+    {"PlayAnimAction", &PlayAnimAction::create},
+    {"CharacterAnimAction", &CharacterAnimAction::create},
+    {"CharacterSpeechAction", &CharacterSpeechAction::create},
+    {"DelayAction", &DelayAction::create},
+    {"RandomDelayAction", &RandomDelayAction::create},
+    {"EmptyAction", &EmptyAction::create},
+    {"MapAction", &MapAction::create},
     {"MoveXAction", &MoveAction::createX},
-    {"MoveYAction", &MoveAction::createY},       {"MoveXYAction", &MoveAction::createXY},
+    {"MoveYAction", &MoveAction::createY},
+    {"MoveXYAction", &MoveAction::createXY},
     {"MovieAction", &MovieAction::create},
-    {"SoundAction", &SoundAction::create},       {"VerbAction", &VerbAction::create},
+    {"SoundAction", &SoundAction::create},
+    {"VerbAction", &VerbAction::create},
     {"PropertyAction", &PropertyAction::create},
 };
 

@@ -252,10 +252,9 @@ void RSmackerMovie::stopCollecting() {
     if (current_ && current_ != this) return;
     const std::unique_ptr<OMMemCanvas> picture = std::exchange(collected_, nullptr);
     if (movie_) current_ = this;
-    invalidate();
+    invalidate(); // also for when the window wakes again
     if (!playing_) return;
     takeScreen();
-    covered_ = boundingRectangle();
     wholeDue_ = !canShow();
     if (wholeDue_) return;
     shownAt_ = {x(), y()};

@@ -57,15 +57,15 @@ class HeadlessWaveOutTest : public testing::Test {
     TemporaryFolder folder_;
     std::ostringstream notes_;
     VirtualClock clock_;
-    WaveRecorder recorder_{folder_.path("sound"), notes_};
-    HeadlessWaveOut device_{clock_, recorder_};
+    WaveFolder recordings_{folder_.path("sound"), notes_};
+    HeadlessWaveOut device_{clock_, recordings_};
     std::deque<Bytes> data_;
     std::deque<WaveBuffer> buffers_;
     std::uint8_t next_ = 0;
 };
 
 TEST_F(HeadlessWaveOutTest, NothingIsLostOverHours) {
-    WaveRecorder none("", notes_);
+    WaveFolder none("", notes_);
     HeadlessWaveOut device(clock_, none);
     ASSERT_TRUE(device.open(11127));
     constexpr std::size_t size = 1000;

@@ -4,9 +4,6 @@
 #include "ompp/soundfixture.h"
 #include "trinkets/windowfixture.h"
 
-#include "menucommands.h"
-#include "programresources.h"
-#include "rkbdinp.h"
 #include "scenes/backgroundmusic.h"
 #include "scenes/efwindow.h"
 
@@ -15,8 +12,6 @@
 #include <limits>
 
 using namespace testing_support;
-using platform::KeyPress;
-using platform::Message;
 using platform::Point;
 
 namespace {
@@ -421,92 +416,6 @@ TEST_F(ScenePortTest, ClicksArriveInWhateverOrderPortsGo) {
     } while (std::ranges::next_permutation(order).found);
     EffectsWindow::setBackgroundLocator(nullptr);
     EffectsWindow::setPaletteLocator(nullptr);
-}
-
-// Commands
-
-class MenuCommandsTest : public ScenePortTest {
-  protected:
-    MenuCommandsTest() {
-        for (const platform::ProgramResource& resource : RProgramResources())
-            machine.modules().resources[{std::string(resource.type), resource.id}] = {
-                resource.bytes.begin(), resource.bytes.end()};
-        port->attachHandler("spacebarPressed", [this] { told += "space "; });
-        port->attachHandler("returnPressed", [this] { told += "return "; });
-        port->attachHandler("paused", [this] { told += "paused "; });
-        port->attachHandler("resumed", [this] { told += "resumed "; });
-        keys.takeClass(RKbdInp::kClass);
-        keys.attachHandler("keyPressed", [this] { told += "key<" + keys.key() + "> "; });
-        menu.setMovieCollector([this] { told += "collect "; });
-    }
-    std::string send(const Message& message) {
-        machine.events().queue.push_back(message);
-        app->pass();
-        return std::exchange(told, {});
-    }
-    std::string press(std::uint16_t code, bool control = false) {
-        return send({.kind = Message::Kind::Key, .key = {code, control}});
-    }
-    std::string command(int number) {
-        return send({.kind = Message::Kind::Command, .command = number});
-    }
-
-    std::string told;
-    RKbdInp keys;
-    RMenuCommands menu{*app, window};
-};
-
-constexpr auto kEnter = static_cast<std::uint16_t>(platform::Key::Enter);
-constexpr std::uint16_t kControlQ = 17;
-
-TEST_F(MenuCommandsTest, KeysAreCommandsAsLongAsNobodyTypes) {
-    EXPECT_EQ(press(' '), "space key< > ");
-    EXPECT_EQ(press(kEnter), "return key<Enter> ");
-    EXPECT_EQ(press(' ', true) + press(kEnter, true), "key<Ctrl- > key<Ctrl-Enter> ");
-    EXPECT_EQ(press('q') + press(kControlQ), "key<q> key<\x11> ");
-    EXPECT_EQ(command(32) + command(59394), "space return ");
-
-    Tile name(window, {0, 0, 20, 20}, 't');
-    name.links().key = [this](const KeyPress& key) {
-        told += "typed<" + RKbdInp::nameOf(key) + "> ";
-    };
-    window.setFocus(name);
-    EXPECT_EQ(press(' ') + press(kEnter) + press(kControlQ, true),
-              "typed< > typed<Enter> typed<Ctrl-Q> ");
-    EXPECT_EQ(command(32), "space ") << "the menu is always there";
-    window.clearFocus();
-    EXPECT_EQ(press(' '), "space key< > ");
-}
-
-TEST_F(MenuCommandsTest, TheExitScreenAsksBeforeTheGameEnds) {
-    int ends = 0;
-    app->setStopLink([&] { ++ends; });
-    machine.dialogs().answer = platform::Button::No;
-    EXPECT_EQ(press(kControlQ, true), "collect paused resumed key<Ctrl-Q> ");
-    EXPECT_TRUE(app->isRunning());
-    machine.dialogs().answer = platform::Button::Yes;
-    EXPECT_EQ(command(59396), "collect paused ");
-    EXPECT_FALSE(app->isRunning());
-    app->stop();
-    EXPECT_EQ(ends, 1);
-    ASSERT_EQ(machine.dialogs().boxes.size(), 2u);
-    for (const auto& box : machine.dialogs().boxes)
-        EXPECT_EQ(box.text + '/' + box.caption + '/' + std::to_string(box.style),
-                  "Quer mesmo sair do jogo?/Zorbet/36");
-}
-
-TEST_F(MenuCommandsTest, TheOtherCommandsGoToTheLogAndToTheWindow) {
-    std::string delays;
-    for (const int ms : {0, 10, 3, 150, -500}) {
-        window.setFlashDelay(ms);
-        command(59411);
-        delays += std::to_string(window.flashDelay()) + ' ';
-    }
-    EXPECT_EQ(delays, "10 0 7 0 100 ");
-    command(59408);
-    EXPECT_NE(files.text("zorbelog.txt").find("Debug Level changed to ERROR"), std::string::npos);
-    command(59410);
-    EXPECT_EQ(command(59412), "");
 }
 
 } // namespace

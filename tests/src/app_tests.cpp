@@ -154,6 +154,41 @@ TEST_F(AppTest, AScriptThatIsMissingEndsTheProgramButNotTheWorld) {
     EXPECT_EXIT(saved(), testing::ExitedWithCode(1), "Ana is saved");
 }
 
+TEST_F(AppTest, EveryEndIsToldWhileScriptsCanHearIt) {
+    const std::string script = "yield off\n"
+                               "procedure bye\n[\nget port backgroundMusicID id\n"
+                               "say \"bye\" id\nquit\n]\n"
+                               "procedure leave\n[\nquit\nsay \"never\"\n]\n"
+                               "port=RScenePort 0\nset port exittingGame bye\n"
+                               "set port spacebarPressed leave\n";
+    const auto send = [&](platform::Message::Kind kind, int command = 0) {
+        large.events().queue.resize(2); // while the script begins
+        large.events().queue.push_back({.kind = kind, .command = command});
+    };
+    using Kind = platform::Message::Kind;
+    const struct {
+        const char* what;
+        OMLink happens;
+        const char* more; ///< in the script
+    } rows[] = {
+        {"the window is closed", [&] { send(Kind::Quit); }, ""},
+        {"the exit screen", [&] { send(Kind::Command, 59396); }, ""},
+        {"the script quits", nullptr, "quit\n"},
+        {"it has another one read", nullptr, "quit \"other.mps\"\n"},
+        {"a handler quits", [&] { send(Kind::Command, 32); }, ""},
+    };
+    large.dialogs().answer = platform::Button::Yes;
+    large.files().put("other.mps", std::string("say \"never\"\n"));
+    for (const auto& row : rows) {
+        large.files().put("Startup.mps", script + row.more);
+        large.files().erase("debug.txt");
+        row.happens();
+        run("UseDirectDraw=1\r\n");
+        EXPECT_EQ(large.files().text("debug.txt"), "bye -1\n") << row.what;
+    }
+    EXPECT_EQ(large.dialogs().boxes.size(), 1u) << "the exit screen only";
+}
+
 TEST_F(AppTest, WithoutMemoryThePersonIsToldAndTheProcessEnds) {
     const auto exhaust = [] {
         RInstallMemoryHandler();

@@ -1,8 +1,6 @@
-#include "movie/moviecolours.h"
 #include "movie/moviefile.h"
 
 #include "moviedecoder.h"
-#include "palettelift.h"
 #include "testfiles.h"
 
 #include <random>
@@ -14,6 +12,7 @@ using moviedecoder::Movie;
 using rsc::Bytes;
 using Pictures = std::vector<Bytes>;
 
+constexpr std::uint8_t kBefore = 7; ///< colour
 const rsc::Palette kPalette = rsc::Palette::fromColours({}, rsc::ColourStorage::Movie);
 
 /// The first frame is told whole, the others as changes.
@@ -59,57 +58,32 @@ TEST(MovieFile, IsTheSmallestOfAll) {
     EXPECT_EQ(decode(file).frames.at(0).pixels, Bytes(32, 5));
 }
 
-/// A row of blocks, drawn run by run over the one before.
-class BlockRow {
-  public:
-    explicit BlockRow(const Bytes& before) : before_(before) {}
+using Block = std::array<std::uint8_t, 16>;
 
-    void addRun(unsigned kind, std::size_t length) {
-        for (std::size_t i = 0; i < length; ++i) blocks_.push_back(block(kind, i));
-    }
-    [[nodiscard]] std::size_t size() const { return blocks_.size(); }
-    /// The row and what is as before behind it.
-    [[nodiscard]] Bytes picture(std::size_t blocks) const {
-        Bytes picture = before_;
-        picture.resize(blocks * 16, 7);
-        for (std::size_t i = 0; i < blocks_.size() * 16; ++i)
-            if (blocks_[i / 16][0] >= 0)
-                picture[i % 16 / 4 * blocks * 4 + i / 16 * 4 + i % 4] =
-                    static_cast<std::uint8_t>(blocks_[i / 16][i % 16]);
-        return picture;
-    }
-
-  private:
-    using Block = std::array<int, 16>;
-
-    static Block block(unsigned kind, std::size_t i) {
-        const int colour = static_cast<int>(10 + i % 90);
-        Block pixels;
-        pixels.fill(kind == 2 ? -1 : kind == 3 ? 200 : colour);
-        if (kind < 2) pixels[1 + i % 15] = 101;
-        if (kind == 1) pixels[1 + (i + 3) % 15] = 102;
-        return pixels;
-    }
-
-    Bytes before_;
-    std::vector<Block> blocks_;
-};
+/// Of one kind; number `i` differs from its neighbours, but for solid and skipped ones.
+Block blockOf(unsigned kind, std::size_t i) {
+    Block pixels;
+    pixels.fill(kind == 2 ? kBefore : kind == 3 ? 200 : static_cast<std::uint8_t>(10 + i % 90));
+    if (kind < 2) pixels[1 + i % 15] = 101;
+    if (kind == 1) pixels[1 + (i + 3) % 15] = 102;
+    return pixels;
+}
 
 TEST(MovieFile, TellsEveryKindOfBlockInEveryRun) {
+    std::vector<std::size_t> lengths = {127, 128, 256, 512, 1024, 2048, 4096 + 60};
+    for (std::size_t length = 1; length <= 60; ++length) lengths.push_back(length);
     for (const unsigned kind : {0U, 1U, 2U, 3U}) {
-        BlockRow row({});
-        for (std::size_t length = 1; length <= 60; ++length) {
-            row.addRun(kind, length);
-            row.addRun(kind == 3 ? 1 : 3, 1);
+        std::vector<Block> row;
+        for (const std::size_t length : lengths) {
+            for (std::size_t i = 0; i < length; ++i) row.push_back(blockOf(kind, i));
+            row.push_back(blockOf((kind + 1) % 4, 0));
         }
-        for (const std::size_t length : {127U, 128U, 256U, 512U, 1024U, 2048U, 4096U + 60U}) {
-            row.addRun(kind, length);
-            row.addRun(kind == 1 ? 2 : 1, 1);
-        }
-        const std::size_t blocks = row.size();
-        const Bytes before(blocks * 16, 7);
-        const Movie movie =
-            roundTrip(static_cast<int>(blocks * 4), {before, row.picture(blocks), before, before});
+        const std::size_t width = row.size() * 4;
+        Bytes picture(width * 4);
+        for (std::size_t i = 0; i < picture.size(); ++i)
+            picture[i] = row[i % width / 4][i / width * 4 + i % 4];
+        const Bytes before(picture.size(), kBefore);
+        const Movie movie = roundTrip(static_cast<int>(width), {before, picture, before, before});
         EXPECT_TRUE(movie.kinds.contains(kind));
         EXPECT_EQ(movie.runs.size(), 64U);
     }
@@ -121,21 +95,18 @@ TEST(MovieFile, GivesPicturesBack) {
         int width;
         int height;
         unsigned colours;
-        unsigned changed; ///< pixels in a frame; 0: all
+        unsigned changes; ///< pixels in a frame
     };
-    for (const Case& row : {Case{4, 4, 2, 0}, Case{36, 20, 3, 0}, Case{64, 64, 256, 0},
-                            Case{200, 100, 256, 20}, Case{128, 128, 2, 9}, Case{4, 400, 200, 1}}) {
-        Bytes picture(static_cast<std::size_t>(row.width * row.height));
-        Pictures pictures;
+    for (const auto& [width, height, colours, changes] :
+         {Case{4, 4, 2, 99}, Case{36, 20, 3, 9999}, Case{64, 64, 256, 20000},
+          Case{200, 100, 256, 20}, Case{128, 128, 2, 9}, Case{4, 400, 200, 1}}) {
+        Pictures pictures(1, Bytes(static_cast<std::size_t>(width * height)));
         for (int frame = 0; frame < 6; ++frame) {
-            for (std::uint8_t& pixel : picture)
-                if (row.changed == 0) pixel = static_cast<std::uint8_t>(random() % row.colours);
-            for (unsigned i = 0; i < row.changed; ++i)
-                picture[random() % picture.size()] =
-                    static_cast<std::uint8_t>(random() % row.colours);
-            pictures.push_back(picture);
+            Bytes& picture = pictures.emplace_back(pictures.back());
+            for (unsigned i = 0; i < changes; ++i)
+                picture[random() % picture.size()] = static_cast<std::uint8_t>(random() % colours);
         }
-        EXPECT_NO_THROW((void)roundTrip(row.width, pictures)) << row.width << " " << row.colours;
+        EXPECT_NO_THROW((void)roundTrip(width, pictures)) << width << " " << colours;
     }
     // the same few blocks again and again: readers' memory of the last values pays
     Pictures stripes(3, Bytes(64 * 64));
@@ -162,19 +133,6 @@ TEST(MovieFile, NeedsValuesForTheMarkers) {
     EXPECT_TRUE(roundTrip(65536 / 2, {pictureWith(65534)}).usesCache)
         << "0 is there from the start";
     EXPECT_THROW((void)movieOf(65536 / 2, {pictureWith(65535)}), rsc::Refusal);
-}
-
-TEST(MovieFile, StoresTheColourThatIsShown) {
-    std::mt19937 random(2);
-    for (int i = 0; i < 100; ++i) {
-        const auto component = [&] {
-            return rsc::fromMovieComponent(static_cast<std::uint8_t>(random() % 64));
-        };
-        const platform::Rgb shown = rsc::liftColour({component(), component(), component()});
-        const platform::Rgb stored = rsc::movieColourToStore(shown);
-        EXPECT_TRUE(rsc::liftColour(stored) == shown);
-        EXPECT_EQ(rsc::fromMovieComponent(rsc::toMovieComponent(stored.green)), stored.green);
-    }
 }
 
 } // namespace

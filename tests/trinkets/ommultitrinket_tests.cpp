@@ -88,6 +88,12 @@ TEST_F(GroupTest, MembersFollowInAllAttributes) {
     group->add(late, 9, -1);
     EXPECT_FALSE(late.isMovable() || late.isTouchy() || late.isVisible());
     EXPECT_EQ(late.z(), 2147483646);
+    group->showMember(late, false);
+    EXPECT_EQ(group->boundingRectangle(), (Rect{20, 15, 55, 45})) << "without it";
+    group->setVisible(true);
+    EXPECT_TRUE(a->isVisible() && !late.isVisible());
+    group->showMember(late, true);
+    EXPECT_TRUE(late.isVisible());
 }
 
 TEST_F(GroupTest, ATrinketIsInOneGroupAndNoGroupIsInItself) {

@@ -12,6 +12,8 @@ namespace rsc {
 namespace {
 
 constexpr double kTicksOfSecond = 100000; ///< hundredths of a millisecond
+constexpr double kSlowestRate = 0.02;     ///< frames a second
+constexpr double kFastestRate = 1000;
 
 void addTimeOptions(CLI::App& command, const std::shared_ptr<MovieOptions>& options) {
     const auto setRate = [options](double rate) {
@@ -19,8 +21,7 @@ void addTimeOptions(CLI::App& command, const std::shared_ptr<MovieOptions>& opti
     };
     CLI::Option* rate =
         command.add_option_function<double>("--fps", setRate, "Frames a second, 15 without it")
-            ->check(CLI::Range(kTicksOfSecond / MovieOptions::kLongestFrameTime,
-                               kTicksOfSecond / MovieOptions::kShortestFrameTime));
+            ->check(CLI::Range(kSlowestRate, kFastestRate));
     command
         .add_option("--frame-time", options->frameTime,
                     "Hundredths of a millisecond from frame to frame, instead of --fps")
@@ -33,7 +34,7 @@ void addColourOptions(CLI::App& command, MovieColourOptions& colours) {
                           .add_option("--palette-at", colours.paletteAt,
                                       "Number of a frame, counted from 1, from which on there is "
                                       "another palette; may be given many times")
-                          ->expected(1);
+                          ->allow_extra_args(false);
     command
         .add_option("--palette", colours.palette,
                     "Indexed PNG whose palette is used instead of one made from the frames")
@@ -53,7 +54,8 @@ void addMovieCommand(CLI::App& app, int& exitCode) {
     command->add_option("-o,--output", options->output, "Movie file, FILE.smk")->required();
     addTimeOptions(*command, options);
     command->add_option("--sound", options->sound, "WAVE file to be heard with it");
-    command->add_flag("!--unpacked", options->packSound, "Store the sound as it is");
+    command->add_flag_callback(
+        "--unpacked", [options] { options->packSound = false; }, "Store the sound as it is");
     command->add_flag(
         "--ring", options->ring,
         "Add a frame that leads from the last one to the second, for playing in rounds");

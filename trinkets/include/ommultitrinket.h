@@ -31,12 +31,15 @@ class OMMultiTrinket : public OMTrinket {
 
     /// Takes a trinket in, out of the group that it was in. It lies `depth` above the group, and
     /// gets what the group has: visibility, touchiness, movability, corral, snap grid, cursors.
-    /// Owners find it again by its slot. False, and nothing changes, for a trinket that is the
-    /// group or contains it, and for one of another window.
-    bool add(OMTrinket& trinket, int slot, int depth = 0);
+    /// One that is not `shown` is invisible until showMember. Owners find it again by its slot.
+    /// False, and nothing changes, for a trinket that is the group or contains it, and for one of
+    /// another window.
+    bool add(OMTrinket& trinket, int slot, int depth = 0, bool shown = true);
+    /// Whether the member is seen while the group is. For others than members nothing happens.
+    void showMember(const OMTrinket& trinket, bool shown);
     /// Lets a trinket go as it is.
     void remove(const OMTrinket& trinket);
-    void removeAll();
+    virtual void removeAll();
     [[nodiscard]] std::size_t memberCount() const { return members_.size(); }
     /// The first member with that slot, or null.
     [[nodiscard]] OMTrinket* member(int slot) const;
@@ -50,8 +53,8 @@ class OMMultiTrinket : public OMTrinket {
     /// By the name of its variable. The slot is the next free number from 0 on.
     void addTrinket(const std::string& variable, std::optional<int> depth);
 
-    /// The union of the visible members; of all members while none is visible, so that a hidden
-    /// group keeps its place; nothing, where it last was, without members.
+    /// The union of the visible members; while none is visible, of all that are shown with the
+    /// group, so that a hidden group keeps its place; nothing, where it last was, without members.
     [[nodiscard]] platform::Rect boundingRectangle() const override;
     /// Whether a visible member does.
     [[nodiscard]] bool containsPoint(platform::Point point) const override;
@@ -70,16 +73,19 @@ class OMMultiTrinket : public OMTrinket {
   protected:
     OMMultiTrinket(const OMMultiTrinket& other);
 
+    /// The group has moved by so many pixels.
+    virtual void moveMembers(int dx, int dy);
+
   private:
     struct Member {
         OMTrinket* trinket;
         int slot;
-        int depth; ///< relative to the group's
+        int depth;  ///< relative to the group's
+        bool shown; ///< while the group is
     };
 
     [[nodiscard]] bool accepts(const OMTrinket& trinket) const;
     [[nodiscard]] int freeSlot() const;
-    void moveMembers(int dx, int dy);
     void adopt(const Member& member) const;
     void raiseMember(const Member& member) const;
     /// False when a handler destroyed the group.

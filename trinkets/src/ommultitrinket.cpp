@@ -69,11 +69,11 @@ bool OMMultiTrinket::accepts(const OMTrinket& trinket) const {
     return true;
 }
 
-bool OMMultiTrinket::add(OMTrinket& trinket, int slot, int depth) {
+bool OMMultiTrinket::add(OMTrinket& trinket, int slot, int depth, bool shown) {
     if (!accepts(trinket)) return false;
     if (trinket.group_) trinket.group_->remove(trinket);
     trinket.clearOvershoot();
-    members_.push_back({&trinket, slot, depth});
+    members_.push_back({&trinket, slot, depth, shown});
     trinket.group_ = this;
     adopt(members_.back());
     return true;
@@ -82,7 +82,7 @@ bool OMMultiTrinket::add(OMTrinket& trinket, int slot, int depth) {
 void OMMultiTrinket::adopt(const Member& member) const {
     OMTrinket& trinket = *member.trinket;
     raiseMember(member);
-    trinket.setVisible(isVisible());
+    trinket.setVisible(isVisible() && member.shown);
     trinket.setTouchy(isTouchy());
     trinket.setMovable(isMovable());
     trinket.setCorral(corral());
@@ -98,10 +98,15 @@ void OMMultiTrinket::raiseMember(const Member& member) const {
     member.trinket->setZ(sumOf(z(), member.depth));
 }
 
+void OMMultiTrinket::showMember(const OMTrinket& trinket, bool shown) {
+    const auto found = std::ranges::find(members_, &trinket, &Member::trinket);
+    if (found == members_.end()) return;
+    found->shown = shown;
+    found->trinket->setVisible(isVisible() && shown);
+}
+
 void OMMultiTrinket::remove(const OMTrinket& trinket) {
-    const auto found = std::find_if(members_.begin(), members_.end(), [&](const Member& member) {
-        return member.trinket == &trinket;
-    });
+    const auto found = std::ranges::find(members_, &trinket, &Member::trinket);
     if (found == members_.end()) return;
     setBounds(boundingRectangle()); // the place that stays when it was the last
     found->trinket->group_ = nullptr;
@@ -141,7 +146,7 @@ Rect OMMultiTrinket::boundingRectangle() const {
     const auto around = [this](bool hiddenToo) {
         Rect all;
         for (const Member& member : members_)
-            if (member.trinket->isVisible() || hiddenToo)
+            if (member.trinket->isVisible() || (hiddenToo && member.shown))
                 all = platform::hull(all, member.trinket->boundingRectangle());
         return all;
     };
@@ -171,7 +176,7 @@ void OMMultiTrinket::setAttribute(Attribute which, int value, int second) {
         case Attribute::Y:
         case Attribute::XY: break;
         case Attribute::Z: raiseMember(member); break;
-        case Attribute::Visible:
+        case Attribute::Visible: member.trinket->setVisible(value != 0 && member.shown); break;
         case Attribute::Movable:
         case Attribute::Touchy: member.trinket->setAttribute(which, value); break;
         }

@@ -33,8 +33,6 @@ struct BlockRun {
 
 /// What is told of a frame: the values of each tree, in the order in which readers take them.
 struct FrameBlocks {
-    static constexpr std::size_t kColoursOfBlock = 1;
-    static constexpr std::size_t kMasksOfBlock = 1;
     static constexpr std::size_t kPairsOfBlock = 8;
 
     Values masks; ///< of mono blocks: bit 0 is the top left pixel

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 class MovieMaker {
   public:
     MovieMaker(const MovieOptions& options, std::ostream& notes)
-        : options_(options), notes_(notes),
+        : options_(options), notes_(notes), sound_(readSound(options)),
           frames_(listFrameFiles(options.frames), options.colours) {}
 
     Bytes make() {
@@ -25,11 +25,16 @@ class MovieMaker {
         movie_.frameTime = options_.frameTime;
         movie_.ring = options_.ring;
         addPictures();
-        if (options_.sound) addSound(*options_.sound);
+        if (sound_) addSound(*sound_);
         return buildMovieFile(movie_);
     }
 
   private:
+    static std::optional<WavSound> readSound(const MovieOptions& options) {
+        if (!options.sound) return std::nullopt;
+        return onPath(*options.sound, [&] { return readWav(readWholeFile(*options.sound)); });
+    }
+
     void addPictures() {
         VideoCoder video(frames_.width(), frames_.height());
         for (std::size_t i = 0; i < frames_.count(); ++i) {
@@ -45,8 +50,7 @@ class MovieMaker {
         movie_.video = video.finish();
     }
 
-    void addSound(const fs::path& file) {
-        const WavSound sound = onPath(file, [&] { return readWav(readWholeFile(file)); });
+    void addSound(const WavSound& sound) {
         const CodedSound coded =
             codeSound(sound, frames_.count(), options_.frameTime, options_.packSound);
         movie_.track = {sound.rate, sound.channels, sound.bits, options_.packSound,
@@ -55,15 +59,20 @@ class MovieMaker {
             movie_.frames[i].sound = coded.chunks[i];
         // who plays in rounds shows the ring frame in place of the first one
         if (options_.ring) movie_.frames.back().sound = coded.chunks.front();
-        const auto leftOut = std::uint64_t{100} * coded.leftOut / static_cast<unsigned>(sound.rate);
-        if (leftOut > 0)
-            notes_ << file.string() << ": is longer than the pictures, its last " << leftOut / 100
-                   << (leftOut % 100 < 10 ? ".0" : ".") << leftOut % 100
-                   << " seconds are left out\n";
+        noteWhatIsLeftOut(coded.leftOut, sound.rate);
+    }
+
+    void noteWhatIsLeftOut(std::size_t samples, int rate) {
+        const std::uint64_t hundredths = std::uint64_t{100} * samples / static_cast<unsigned>(rate);
+        if (hundredths == 0) return;
+        const std::string digits = std::to_string(hundredths % 100 + 100).substr(1);
+        notes_ << options_.sound->string() << ": is longer than the pictures, its last "
+               << hundredths / 100 << "." << digits << " seconds are left out\n";
     }
 
     const MovieOptions& options_;
     std::ostream& notes_;
+    std::optional<WavSound> sound_; ///< read first: a fault is told before the long work
     MovieFrames frames_;
     MovieParts movie_;
 };

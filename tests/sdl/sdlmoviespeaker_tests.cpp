@@ -1,0 +1,47 @@
+// The speaker of movies on SDL's driver without a loudspeaker, which plays in real time.
+#include "platform/sdl/sdlmoviespeaker.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace platform {
+namespace {
+
+/// Whether it plays all that is queued within a second.
+bool runsDry(SdlMovieSpeaker& speaker) {
+    for (int i = 0; i < 100 && speaker.bytesQueued() > 0; ++i) SDL_Delay(10);
+    return speaker.bytesQueued() == 0;
+}
+
+TEST(SdlMovieSpeaker, PlaysItsQueueUnlessItIsPaused) {
+    SDL_setenv("SDL_AUDIODRIVER", "dummy", 1);
+    SdlMovieSpeaker speaker;
+    const SoundFormat format{22050, 16, 2};
+    if (!speaker.open(format)) GTEST_SKIP() << "SDL has no driver without a loudspeaker here";
+    const std::vector<std::uint8_t> samples(static_cast<std::size_t>(format.bytesPerSecond()) / 10);
+    speaker.pause();
+    speaker.write(samples);
+    const std::size_t queued = speaker.bytesQueued();
+    EXPECT_GT(queued, samples.size() / 2) << "SDL may have taken some before it paused";
+    SDL_Delay(60);
+    EXPECT_EQ(speaker.bytesQueued(), queued);
+    speaker.restart();
+    EXPECT_TRUE(runsDry(speaker));
+    speaker.pause();
+    speaker.write(samples);
+    speaker.drop();
+    EXPECT_EQ(speaker.bytesQueued(), 0u);
+
+    speaker.close();
+    speaker.write(samples);
+    EXPECT_EQ(speaker.bytesQueued(), 0u);
+    EXPECT_TRUE(speaker.open({8000, 8, 1}));
+    speaker.write(samples);
+    EXPECT_GT(speaker.bytesQueued(), 0u) << "it plays at once, and not all at once";
+    speaker.close();
+    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+}
+
+} // namespace
+} // namespace platform
