@@ -1,6 +1,9 @@
 ; The harbour in the morning. A scroll greets who has signed the guest book, in another way when they
-; come back in the same run of the game. Everything moves by itself; Tilli the crab, the boat, the gull
-; and the glitter on the water answer clicks, and the signpost leads into the lighthouse.
+; come back in the same run of the game. Everything moves by itself; the boat, the gull and the glitter on
+; the water answer clicks, and the signpost leads into the lighthouse.
+;
+; Tilli the crab is the guide: it welcomes whoever comes for the first time, says something when it is
+; clicked, and otherwise blinks, looks about, waves, or has its lantern flicker.
 ;
 ; Sounds: those of the waves, the fish and Tilli are steps of their animations. The others are played
 ; from here; one that still plays is ended before it is played anew.
@@ -88,15 +91,28 @@ schedule 4 leap
 
 ; ---- Tilli
 
-procedure greet
+; Adds a sentence to the queue talk.N: the words are in the balloon while it is heard, and a little longer.
+procedure addSentence n speech words
 [
-RandomNumber 2 3
-set tilli sequence RESULT
+set saying text words
+get saying textHeight tall
+play talk.n add PropertyAction "saying" "text" words
+play talk.n add PropertyAction "saying" "y" 389-tall\2
+play talk.n add PropertyAction "balloon" "visible" 1
+play talk.n add PropertyAction "saying" "visible" 1
+play talk.n add CharacterSpeechAction "tilli" speech
+play talk.n add DelayAction 400
+play talk.n add PropertyAction "balloon" "visible" 0
+play talk.n add PropertyAction "saying" "visible" 0
 ]
 
-procedure calmDown
+; While it speaks it is not to be interrupted.
+procedure chat
 [
-set tilli sequence 1
+get welcoming isActive busy
+get chatting isActive too
+if busy+too=0
+play chatting start
 ]
 
 ; ---- the signpost
@@ -117,7 +133,7 @@ procedure goInside
 KillSound hornsound
 KillSound gullsound
 PlaySound 208
-KillSound music
+play port stopBackgroundMusic 1
 relay lighthouse.mps
 ]
 
@@ -146,7 +162,8 @@ fish=RAnimation 2003 6
 boat=RAnimation 2001 7
 gull=RAnimation 2002 8
 sign=RAnimation 2009 20
-tilli=RAnimation 2010 30
+balloon=RAnimation 2017 4 346 25
+tilli=RCharacter 2010 236 300 30
 
 set smallcloud frameNotification 1
 set smallcloud frameNotify moveSmallCloud
@@ -162,7 +179,6 @@ set fish sequence 2
 ; Sounds go with the pictures of an animation, the pictures do not wait for them.
 set fish soundSync 0
 set glitter soundSync 0
-set tilli soundSync 0
 set glitter sequence 2
 
 ; The boat may be dragged about; what only moves for itself lets clicks through.
@@ -177,8 +193,10 @@ set gull movable 0
 set boat mouseDown blowHorn
 set glitter mouseDown leap
 set glitter movable 0
-set tilli mouseDown greet
-set tilli paused calmDown
+set balloon visible 0
+set balloon touchy 0
+set tilli animateSettled 1
+set tilli mouseDown chat
 set tilli movable 0
 set sign mouseDown goInside
 set sign flyOn lightUp
@@ -211,8 +229,48 @@ set welcome text greeting+", "+visitor+"!"
 get welcome textWidth wide
 set welcome x 320-wide\2
 
+; ---- what Tilli does by itself, and what it says
+
+play tilli addFidgetGroup 1 3 7
+play tilli addFidget 1 2012
+play tilli addFidgetGroup 2 7 13
+play tilli addFidget 2 2013
+play tilli addFidget 2 2014
+play tilli addFidget 2 2015
+play tilli addSpeechAnim 2016
+
+saying=RText 20 389 226 -1 26
+set saying touchy 0
+set saying movable 0
+set saying visible 0
+set saying wrap 1
+set saying colorIndex 4
+play saying setFont 20
+
+for i 1 4
+talk.i=RQueue 1
+welcoming=&talk.1
+play welcoming add DelayAction 800
+call addSentence 1 221 "Olá! Eu sou a Tilli. Que bom ver-te!"
+play welcoming add DelayAction 600
+call addSentence 1 222 "A tabuleta leva ao farol. Lá dentro há um mapa!"
+call addSentence 2 222 "A tabuleta leva ao farol. Lá dentro há um mapa!"
+call addSentence 3 223 "A minha concha tem um farol. Brilha para os amigos!"
+call addSentence 4 224 "Cuidado com as pinças: elas fazem cócegas!"
+
+chatting=RRandomAction 1
+for i 2 4
+play chatting add "talk."+i
+
+; The music of the last scene still fades out.
+port=RScenePort 0
+music=RQueue 1
+play music add DelayAction 1000
+play music add VerbAction "port" 1 "startBackgroundMusic" 100 100 2
+play music start
+
 gullsound=-1
 hornsound=-1
-PlaySound 100 1
-music=RESULT
+if again=0
+play welcoming start
 EndTransition 0
