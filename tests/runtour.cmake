@@ -1,6 +1,6 @@
 # The recorded visit to the sample game: what a person would have noticed, a picture for every place,
 # and what was heard. A click must be seen: the pictures before and after it differ. Who signed in must
-# be remembered from visit to visit.
+# be remembered from visit to visit, and to which chart they have come.
 cmake_minimum_required(VERSION 3.24)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK}/home ${WORK}/elsewhere)
@@ -40,6 +40,23 @@ function(expect_players home expected)
   endif()
 endfunction()
 
+# The numbers of this property, one of each player, in the order of the players.
+function(expect_numbers home property expected)
+  set(file ${WORK}/${home}/ZORBET.DAT)
+  file(STRINGS ${file} lines)
+  set(numbers)
+  set(next FALSE)
+  foreach(line IN LISTS lines)
+    if(next)
+      list(APPEND numbers ${line})
+    endif()
+    string(COMPARE EQUAL "${line}" ${property} next)
+  endforeach()
+  if(NOT numbers STREQUAL expected)
+    message(SEND_ERROR "${property} in ${file} is not ${expected} but ${numbers}")
+  endif()
+endfunction()
+
 function(tour home sound)
   visit(${INPUT} ${home} ${sound})
   file(READ ${EXPECTED} expected)
@@ -50,6 +67,7 @@ function(tour home sound)
 endfunction()
 
 tour(home sound)
+expect_numbers(home chartLevel 2)
 file(STRINGS ${INPUT} events REGEX " screenshot ")
 set(seen)
 foreach(event IN LISTS events)
@@ -82,5 +100,6 @@ endforeach()
 tour(home back)
 visit(${CMAKE_CURRENT_LIST_DIR}/tour.newcomer home newcomer)
 expect_players(home "Inês;Zita")
+expect_numbers(home chartLevel "2;0")
 visit(${CMAKE_CURRENT_LIST_DIR}/tour.farewell home farewell)
 expect_players(home "Inês")

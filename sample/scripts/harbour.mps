@@ -250,7 +250,7 @@ play saying setFont 20
 for i 1 4
 talk.i=RQueue 1
 welcoming=&talk.1
-play welcoming add DelayAction 800
+play welcoming add DelayAction 2200
 call addSentence 1 221 "Olá! Eu sou a Tilli. Que bom ver-te!"
 play welcoming add DelayAction 600
 call addSentence 1 222 "A tabuleta leva ao farol. Lá dentro há um mapa!"
@@ -262,10 +262,10 @@ chatting=RRandomAction 1
 for i 2 4
 play chatting add "talk."+i
 
-; The music of the last scene still fades out.
+; The music of the last scene still fades out; this one begins when hardly anything of it is left.
 port=RScenePort 0
 music=RQueue 1
-play music add DelayAction 1000
+play music add DelayAction 950
 play music add VerbAction "port" 1 "startBackgroundMusic" 100 100 2
 play music start
 

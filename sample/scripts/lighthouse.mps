@@ -114,16 +114,16 @@ lines=0
 world=RWorldPort 0
 get world playerName visitor
 call write visitor 90
-call write "O mapa do tesouro" 190
+call write "O mapa da baía" 192
 caption=&line.2
 set caption visible 0
 
 firesound=-1
 
-; The music of the last scene still fades out.
+; The music of the last scene still fades out; this one begins when hardly anything of it is left.
 port=RScenePort 0
 music=RQueue 1
-play music add DelayAction 1000
+play music add DelayAction 950
 play music add VerbAction "port" 1 "startBackgroundMusic" 101 100 2
 play music start
 EndTransition 0

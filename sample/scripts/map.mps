@@ -343,7 +343,7 @@ get world chartLevel level
 if level=0
 set world chartLevel 1
 call layChart
-call tell "Leva o barco ao tesouro! Faz a rota com as setas."
+call tell "Faz com as setas a rota do barco até ao tesouro!"
 
 ; ---- after the fanfare a new chart is laid
 
@@ -355,7 +355,7 @@ set celebration finished nextChart
 
 port=RScenePort 0
 music=RQueue 1
-play music add DelayAction 1000
+play music add DelayAction 950
 play music add VerbAction "port" 1 "startBackgroundMusic" 103 100 2
 play music start
 EndTransition 0

@@ -168,7 +168,7 @@ function title(    i, x, drop, day) {
         show("scroll-" (frame < 60 ? 1 : frame < 62 ? 2 : 3), "all")
         end()
         if (frame > 62) {
-            at(232, 153.5, 0.385)
+            at(249, 152, 0.29)
             show("title", "word")
             end()
         }
