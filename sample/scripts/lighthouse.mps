@@ -114,7 +114,7 @@ lines=0
 world=RWorldPort 0
 get world playerName visitor
 call write visitor 90
-call write "O mapa da baía" 192
+call write "Mapa da baía" 192
 caption=&line.2
 set caption visible 0
 

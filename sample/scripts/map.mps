@@ -37,9 +37,9 @@ short=0
 lost=4
 found=5
 news.0="Ainda não chegámos ao tesouro. A rota tem de ser mais comprida."
-news.1="Batemos numa rocha! Vamos tentar outro caminho."
-news.2="Encalhámos na areia! Vamos tentar outro caminho."
-news.3="Um remoinho apanhou-nos! Vamos tentar outro caminho."
+news.1="Batemos numa rocha! Tenta outro caminho."
+news.2="Encalhámos na areia! Tenta outro caminho."
+news.3="Um remoinho apanhou-nos! Tenta outro caminho."
 news.4="Saímos do mapa! Temos de ficar dentro da baía."
 news.5="Viva! Encontrámos o tesouro!"
 
