@@ -219,7 +219,7 @@ function picture() {
 
 END {
     LEVELS = 12
-    LAST = 89
+    LAST = 89 # CMakeLists.txt counts on 90 frames
     rings = split("#1d2656 #242d64 #2c3373 #373b82 #46428f #574a98 #6a539e #7d5ea4 #906aa9 #a179ae " \
                   "#b089b4 #b79cc0 #b3adcf #a6bbdd #90c0e6 #7fc1ea #87c5eb #90c9ec #98ceed #a2d1ee #afd5ed " \
                   "#bdd7eb #cdd7e7 #ddd4e0 #ecd0d6 #f5cdcb #fccbbf #ffccb3 #ffd1aa #ffd7a5 #ffdfa4 #ffe7ad", ring, " ")
