@@ -48,6 +48,7 @@ RAnimationSounds::Start RAnimationSounds::play(OMAnimation& animation, int id, O
     }
     record->end();
     record->sound.stop();
+    record->sound.resume(); // it may have been paused
     record->done = std::move(done);
     if (record->sound.play(true)) return Start::Plays;
     record->done = nullptr;
@@ -60,6 +61,16 @@ void RAnimationSounds::stop(OMAnimation& animation) {
         record->done = nullptr;
         record->sound.stop();
     }
+}
+
+void RAnimationSounds::pause(OMAnimation& animation) {
+    for (const auto& record : records_)
+        if (record->animation == &animation) record->sound.pause();
+}
+
+void RAnimationSounds::resume(OMAnimation& animation) {
+    for (const auto& record : records_)
+        if (record->animation == &animation) record->sound.resume();
 }
 
 void RAnimationSounds::forget(OMAnimation& animation) {

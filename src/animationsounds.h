@@ -19,6 +19,8 @@ class RAnimationSounds final : public AOSounds {
     /// A sound of the same animation and id that still plays ends, and the new one starts.
     Start play(OMAnimation& animation, int id, OMLink done) override;
     void stop(OMAnimation& animation) override;
+    void pause(OMAnimation& animation) override;
+    void resume(OMAnimation& animation) override;
     void forget(OMAnimation& animation) override;
 
   private:

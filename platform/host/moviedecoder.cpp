@@ -244,7 +244,6 @@ bool MovieDecoder::State::isPicture() const {
 
 void MovieDecoder::State::decodePicture() {
     const std::uint32_t start = clock.milliseconds();
-    // Not kept beyond this: whoever holds the picture makes the library copy it.
     if (avcodec_send_packet(pictureCodec.get(), packet.get()) >= 0) {
         while (avcodec_receive_frame(pictureCodec.get(), frame.get()) >= 0) {
             if (!isPicture()) continue;

@@ -45,7 +45,7 @@ class MovieDecoder {
     /// Of the header's width and height. None before the first good frame and after `letGo`; a
     /// frame that brings none leaves the one before.
     [[nodiscard]] MoviePixels picture() const;
-    /// To be called when the picture was copied: it need not be kept then.
+    /// To be called when the picture was copied. The library would copy one that is kept.
     void letGo();
     /// Whether a good frame came since the start; until then the picture is all zeros.
     [[nodiscard]] bool hadPicture() const;

@@ -3,9 +3,11 @@
 #include "actioncontainer.h"
 #include "omsclass.h"
 
-#include <memory>
+#include <utility>
 
 namespace {
+
+constexpr std::uint32_t kTaskPriority = 0;
 
 constexpr OMSEntry kVocabulary[] = {
     oms::readOnly<&Action::isInterruptible>("isInterruptible", "1: may be halted with others"),
@@ -31,6 +33,7 @@ void Action::start() {
         end(End::Halted);
         if (!self) return;
     }
+    finishing_.reset();
     active_ = true;
     paused_ = false;
     ++run_;
@@ -64,16 +67,28 @@ void Action::finish() {
     active_ = false;
     end(End::Finished);
     if (!self) return;
-    ++finishingDepth_;
     if (container_) container_->memberEnded(*this);
     if (self) fireCompletion();
     if (self) fireEvent("finished");
-    --finishingDepth_;
+}
+
+void Action::finishLater() {
+    if (!active_) return;
+    finishing_ = std::make_unique<OMTask>(
+        [this] {
+            const std::unique_ptr<OMTask> done = std::move(finishing_);
+            finish();
+        },
+        kTaskPriority);
 }
 
 OMLink Action::doneLink() {
     return [watch = std::make_shared<OMSWatch>(this), run = run_] {
         auto* action = static_cast<Action*>(watch->object());
-        if (action && action->run_ == run) action->finish();
+        if (!action || action->run_ != run) return;
+        if (action->hasLostObject())
+            action->finishLater();
+        else
+            action->finish();
     };
 }

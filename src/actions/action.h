@@ -6,6 +6,9 @@
 #pragma once
 
 #include "omscrptb.h"
+#include "omtask.h"
+
+#include <memory>
 
 class ActionContainer;
 
@@ -14,7 +17,7 @@ class Action : public OMScriptableObject {
     static const OMSClass kClass;
 
     explicit Action(bool interruptible) : interruptible_(interruptible) {}
-    /// Leaves its container. Active ones were halted by the destructors of their classes.
+    /// Leaves its container. The destructor of its class has halted it.
     ~Action() override;
 
     /// Begins, from the start if it is active already.
@@ -30,9 +33,6 @@ class Action : public OMScriptableObject {
     /// Who is told when it has finished: the one it is a member of, or null.
     [[nodiscard]] ActionContainer* container() const { return container_; }
 
-    /// How many actions are finishing now, one inside the other.
-    [[nodiscard]] static int finishingDepth() { return finishingDepth_; }
-
   protected:
     enum class End : std::uint8_t { Finished, Halted };
 
@@ -46,20 +46,28 @@ class Action : public OMScriptableObject {
     /// The work is done: tells the container, whoever waits, and the scripts. The action may be
     /// destroyed in it. Without effect on an idle one.
     void finish();
-    /// A link to `finish` for others to call. It does nothing when the action was halted, finished
-    /// or started anew meanwhile, or is gone.
+    /// The same in the next pass of the main loop: for when an object goes that it worked with, in
+    /// whose end nobody wants to be told of anything else.
+    void finishLater();
+    /// A link to `finish` for others to call, or to `finishLater` when they go. It does nothing
+    /// when the action was halted, finished or started anew meanwhile, or is gone.
     [[nodiscard]] OMLink doneLink();
+    /// Whether the object that it works with is gone.
+    [[nodiscard]] virtual bool hasLostObject() const { return false; }
+    [[nodiscard]] bool isPaused() const { return paused_; }
+    void setPaused(bool paused) { paused_ = paused; }
+    /// The number of its latest start.
+    [[nodiscard]] unsigned run() const { return run_; }
     /// What `add` gives to members when their arguments do not tell.
     [[nodiscard]] bool interruptibleByDefault() const { return interruptible_; }
 
   private:
     friend class ActionContainer;
 
-    static inline int finishingDepth_ = 0;
-
     ActionContainer* container_ = nullptr;
     unsigned run_ = 0; ///< counts the starts
     bool interruptible_;
     bool active_ = false;
     bool paused_ = false;
+    std::unique_ptr<OMTask> finishing_; ///< what finishLater has put off
 };

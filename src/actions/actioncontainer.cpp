@@ -88,8 +88,9 @@ void ActionContainer::insert(Action& action, std::unique_ptr<Action> owned) {
     action.container_ = this;
     const Number number = ++lastNumber_;
     const bool stubborn = !action.isInterruptible();
-    members_.push_back({&action, std::move(owned), number, stubborn});
-    noteHeight();
+    members_.push_back(
+        {&action, std::move(owned), number, stubborn, dynamic_cast<ActionContainer*>(&action)});
+    noteHeight(members_.back());
     countStubborn(stubborn ? 1 : 0);
     actionAdded(number);
 }
@@ -109,6 +110,7 @@ void ActionContainer::erase(Action& action) {
         if (isThis(each)) gone.push_back(std::move(each));
     std::erase_if(members_, isThis);
     for (const Member& each : gone) {
+        noteHeight(each);
         countStubborn(each.stubborn ? -1 : 0);
         if (!dissolving_) actionRemoved(each.number, each.running);
     }
@@ -118,17 +120,20 @@ void ActionContainer::clear() {
     std::vector<Member> gone = std::exchange(members_, {});
     for (const Member& each : gone) each.action->container_ = nullptr;
     countStubborn(-stubborn_);
+    for (const Member& each : gone) noteHeight(each);
     for (const Member& each : gone)
         if (!dissolving_) actionRemoved(each.number, each.running);
 }
 
-void ActionContainer::noteHeight() {
-    int height = height_;
-    for (const Member& each : members_)
-        if (const auto* inner = dynamic_cast<const ActionContainer*>(each.action))
-            height = std::max(height, inner->height_ + 1);
-    for (ActionContainer* each = this; each && each->height_ < height; each = each->container())
-        each->height_ = height++;
+/// After a member came or went. Only containers count.
+void ActionContainer::noteHeight(const Member& changed) {
+    if (!changed.inner) return;
+    for (ActionContainer* each = this; each; each = each->container()) {
+        int height = 1;
+        for (const Member& member : each->members_)
+            if (member.inner) height = std::max(height, member.inner->height_ + 1);
+        if (std::exchange(each->height_, height) == height) return;
+    }
 }
 
 void ActionContainer::countStubborn(int change) {
@@ -178,8 +183,18 @@ void ActionContainer::start() {
         Action::start();
 }
 
+void ActionContainer::pause() {
+    setPaused(isActive());
+    hold();
+}
+
+void ActionContainer::resume() {
+    setPaused(false);
+    goOn();
+}
+
 void ActionContainer::begin() {
-    for (Member& each : members_) each.running = false;
+    for (Member& each : members_) each.running = each.due = false;
     if (members_.empty())
         finish();
     else
@@ -187,14 +202,18 @@ void ActionContainer::begin() {
 }
 
 void ActionContainer::startMember(Member& member) {
-    later_.reset();
     member.running = true;
+    member.due = startDepth_ >= kMaxStartDepth;
+    if (member.due) return later();
+    setPaused(false);
+    ++startDepth_;
     member.action->start();
+    --startDepth_;
 }
 
 void ActionContainer::haltMember(Member& member) {
     member.running = false;
-    member.action->halt();
+    if (!std::exchange(member.due, false)) member.action->halt();
 }
 
 void ActionContainer::memberEnded(Action& member) {
@@ -209,9 +228,19 @@ void ActionContainer::later() {
     later_ = std::make_unique<OMTask>(
         [this] {
             const std::unique_ptr<OMTask> done = std::move(later_);
-            if (isActive()) goOnLater();
+            runLater();
         },
         kTaskPriority);
+    if (isPaused()) later_->suspend();
+}
+
+/// The starts that were put off, or else what the class wants to go on with.
+void ActionContainer::runLater() {
+    if (!isActive()) return;
+    if (std::ranges::none_of(members_, &Member::due)) return goOnLater();
+    forEach([this](Member& member) {
+        if (isActive() && member.due) startMember(member);
+    });
 }
 
 void ActionContainer::becomeInactive() { Action::halt(); }

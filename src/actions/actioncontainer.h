@@ -22,9 +22,9 @@ class ActionContainer : public Action {
     static const OMSClass kClass;
     /// Containers in containers: deeper ones are refused.
     static constexpr int kMaxNesting = 32;
-    /// Members that finish as soon as they are started, one started by the other: beyond that depth
-    /// the next one starts in the next pass of the main loop.
-    static constexpr int kMaxFinishingDepth = 100;
+    /// Members that are started inside the starts of others: deeper ones start in the next pass of
+    /// the main loop.
+    static constexpr int kMaxStartDepth = 100;
 
     ~ActionContainer() override;
 
@@ -43,6 +43,9 @@ class ActionContainer : public Action {
 
     /// With a warning, and no effect, while it is active.
     void start() override;
+    // Both reach the members whatever was done before, which may have been paused by themselves.
+    void pause() override;
+    void resume() override;
     /// Whether all members are.
     [[nodiscard]] bool isInterruptible() const override { return stubborn_ == 0; }
 
@@ -60,8 +63,10 @@ class ActionContainer : public Action {
         Action* action;
         std::unique_ptr<Action> owned; ///< null when somebody else owns it
         Number number;
-        bool stubborn;        ///< it may not be interrupted
-        bool running = false; ///< started here, and not finished since
+        bool stubborn;          ///< it may not be interrupted
+        ActionContainer* inner; ///< the action if it is a container, else null
+        bool running = false;   ///< started here, and not finished since
+        bool due = false;       ///< it is to start in the next pass
     };
 
     ActionContainer(const OMSClass& scriptClass, bool interruptible);
@@ -85,7 +90,8 @@ class ActionContainer : public Action {
     [[nodiscard]] Member* nextTo(Number number);
     /// Those that are there now, in order, unless they go meanwhile.
     void forEach(const OMLinkTo<void(Member&)>& visit);
-    /// The member, or the container itself, may be gone afterwards.
+    /// At once, or in the next pass where starts are nested too deep. The member, or the container
+    /// itself, may be gone afterwards.
     void startMember(Member& member);
     void haltMember(Member& member);
     /// In the next pass of the main loop, if the container is still active then.
@@ -103,15 +109,18 @@ class ActionContainer : public Action {
     [[nodiscard]] bool fits(const Action& action) const;
     void insert(Action& action, std::unique_ptr<Action> owned);
     void erase(Action& action);
-    void noteHeight();
+    void noteHeight(const Member& changed);
+    void runLater();
     void countStubborn(int change);
     void memberChanged(const Action& member, bool stubborn);
 
     const OMSClass& scriptClass_;
+    static inline int startDepth_ = 0; ///< of starts of members, one inside the other
+
     std::vector<Member> members_; ///< ascending numbers
     Number lastNumber_ = kNone;
     int stubborn_ = 0; ///< members that may not be interrupted
-    int height_ = 1;   ///< levels of containers from here down, at most
+    int height_ = 1;   ///< levels of containers from here down
     bool dissolving_ = false;
     std::unique_ptr<OMTask> later_;
 };

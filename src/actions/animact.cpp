@@ -9,7 +9,7 @@
 AnimAction::AnimAction(const Settings& settings, bool interruptible)
     : Action(interruptible), settings_(settings) {}
 
-AnimAction::~AnimAction() = default;
+AnimAction::~AnimAction() { halt(); }
 
 std::unique_ptr<Action> AnimAction::create(bool byDefault) {
     constexpr std::size_t kShortForm = 3; // and the flag
@@ -72,12 +72,12 @@ void PlayAnimAction::begin() {
         finish();
         return;
     }
-    animation()->setCompletionLink(doneLink());
+    animation()->addCompletionLink(doneLink());
     animation()->play();
 }
 
 void PlayAnimAction::end(End how) {
-    if (how == End::Halted && animation_) animation()->stop();
+    if (how == End::Halted && animation_) animation()->endPlayback();
 }
 
 void PlayAnimAction::hold() {

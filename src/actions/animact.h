@@ -49,6 +49,7 @@ class PlayAnimAction final : public Action {
     void end(End how) override;
     void hold() override;
     void goOn() override;
+    [[nodiscard]] bool hasLostObject() const override { return !animation_; }
 
   private:
     [[nodiscard]] RAnimation* animation() const;

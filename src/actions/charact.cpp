@@ -17,8 +17,11 @@ void CharacterAction::begin() {
         finish();
 }
 
+/// A character that was paused here is not left so.
 void CharacterAction::end(End how) {
+    const bool wasPaused = isPaused();
     if (how == End::Halted && character_) character()->stop();
+    if (wasPaused && character_) character()->resume();
 }
 
 void CharacterAction::hold() {

@@ -18,6 +18,7 @@ class CharacterAction : public Action {
     void end(End how) override;
     void hold() override;
     void goOn() override;
+    [[nodiscard]] bool hasLostObject() const override { return !character_; }
 
   private:
     [[nodiscard]] RCharacter* character() const;

@@ -10,7 +10,7 @@ constexpr std::uint32_t kTaskPriority = 0;
 
 } // namespace
 
-TimedAction::~TimedAction() = default;
+TimedAction::~TimedAction() { halt(); }
 
 void TimedAction::begin() {
     remainingMs_ = nextDelay();

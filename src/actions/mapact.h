@@ -18,6 +18,7 @@ class MapAction final : public Action {
     void end(End how) override;
     void hold() override;
     void goOn() override;
+    [[nodiscard]] bool hasLostObject() const override { return !map_; }
 
   private:
     [[nodiscard]] RMap* map() const;

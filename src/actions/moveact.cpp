@@ -92,7 +92,7 @@ void MoveAction::begin() {
 void MoveAction::frame(RAnimation::FrameNews news) {
     if (news == RAnimation::FrameNews::AnimationGoes) {
         animation_.watch(nullptr);
-        finish();
+        finishLater();
         return;
     }
     for (Motion& motion : motions_) motion.advance();
@@ -103,13 +103,14 @@ void MoveAction::frame(RAnimation::FrameNews news) {
 }
 
 void MoveAction::end(End) {
-    if (RAnimation* frames = animation()) {
-        frames->removeFrameListener(std::exchange(listener_, 0));
-        if (!frames->hasFrameListeners()) frames->stop();
+    if (trinket_) {
+        for (Motion& motion : motions_) motion.current = motion.axis.final;
+        placeTrinket();
     }
-    if (!trinket_) return;
-    for (Motion& motion : motions_) motion.current = motion.axis.final;
-    placeTrinket();
+    RAnimation* frames = animation();
+    if (!frames) return;
+    frames->removeFrameListener(std::exchange(listener_, 0));
+    if (!frames->hasFrameListeners()) frames->endPlayback(); // whose end others may wait for
 }
 
 void MoveAction::hold() {

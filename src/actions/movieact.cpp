@@ -9,7 +9,7 @@
 MovieAction::MovieAction(Settings settings, bool interruptible)
     : Action(interruptible), settings_(std::move(settings)) {}
 
-MovieAction::~MovieAction() = default;
+MovieAction::~MovieAction() { halt(); }
 
 std::unique_ptr<Action> MovieAction::create(bool byDefault) {
     ActionParameters parameters("MovieAction", byDefault);

@@ -19,8 +19,8 @@ const OMSClass RCompositeAction::kClass{
 /// All are marked before the first one starts, which may be done at once.
 void RCompositeAction::startMembers() {
     forEach([](Member& member) { member.running = true; });
-    forEach([this](Member& member) {
-        if (isActive() && member.running) startMember(member);
+    forEach([this, starting = run()](Member& member) {
+        if (isActive() && run() == starting && member.running) startMember(member);
     });
 }
 
@@ -41,10 +41,12 @@ void RCompositeAction::goOnLater() {
 void RCompositeAction::halt() {
     if (!isActive()) return;
     const OMSWatch self(this);
-    forEach([this](Member& member) {
-        if (member.running && member.action->isInterruptible()) haltMember(member);
+    const unsigned halting = run();
+    forEach([this, halting](Member& member) {
+        if (run() == halting && member.running && member.action->isInterruptible())
+            haltMember(member);
     });
-    if (self && isActive() && isDone()) becomeInactive();
+    if (self && isActive() && run() == halting && isDone()) becomeInactive();
 }
 
 void RCompositeAction::hold() {

@@ -27,10 +27,7 @@ void RQueue::startMembers() {
 }
 
 void RQueue::startAtCursor() {
-    if (finishingDepth() >= kMaxFinishingDepth)
-        later();
-    else if (Member* member = find(cursor_))
-        startMember(*member);
+    if (Member* member = find(cursor_)) startMember(*member);
 }
 
 void RQueue::childFinished(const Member& member) {
@@ -72,6 +69,7 @@ void RQueue::goOnLater() {
 void RQueue::halt() {
     if (!isActive()) return;
     const OMSWatch self(this);
+    const unsigned halting = run();
     bool halted = false;
     for (Member* member = find(cursor_); member && member->action->isInterruptible();
          member = find(cursor_)) {
@@ -79,7 +77,7 @@ void RQueue::halt() {
         cursor_ = next ? next->number : kNone;
         halted = true;
         haltMember(*member);
-        if (!self || !isActive()) return;
+        if (!self || !isActive() || run() != halting) return;
     }
     if (cursor_ == kNone)
         becomeInactive();

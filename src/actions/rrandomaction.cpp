@@ -71,9 +71,10 @@ void RRandomAction::halt() {
     Member* member = find(current_);
     if (!member || !member->action->isInterruptible()) return;
     const OMSWatch self(this);
+    const unsigned halting = run();
     current_ = kNone;
     haltMember(*member);
-    if (self) becomeInactive();
+    if (self && run() == halting) becomeInactive();
 }
 
 void RRandomAction::hold() {

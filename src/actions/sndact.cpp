@@ -7,7 +7,7 @@
 SoundAction::SoundAction(int id, bool streamed, bool interruptible)
     : Action(interruptible), id_(id), streamed_(streamed) {}
 
-SoundAction::~SoundAction() = default;
+SoundAction::~SoundAction() { halt(); }
 
 std::unique_ptr<Action> SoundAction::create(bool byDefault) {
     ActionParameters parameters("SoundAction", byDefault);

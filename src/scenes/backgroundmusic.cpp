@@ -61,6 +61,10 @@ void BackgroundMusic::start(int id, int volume, int fadeSeconds) {
         setVolume(volume_);
     }
     if (pauses_ > 0) hold();
+    play();
+}
+
+void BackgroundMusic::play() {
     if (!playing_) playing_ = music_->sound.play(true);
 }
 
@@ -111,6 +115,7 @@ void BackgroundMusic::resume() {
     if (fade_ && fade_->heldSince) fade_->start += scene_.ticks() - *fade_->heldSince;
     if (fade_) fade_->heldSince.reset();
     music_->sound.resume();
+    play(); // one that found no device when it was started
 }
 
 // Fades

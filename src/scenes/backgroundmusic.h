@@ -69,6 +69,8 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
 
     void createSound();
     void deleteSound();
+    /// Unless it plays already, or waits in a pause for it.
+    void play();
     void hold();
     void beginFade(int from, int to, int seconds, bool thenStop);
     /// What the fade's task does in every pass.

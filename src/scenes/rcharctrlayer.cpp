@@ -1,5 +1,6 @@
 #include "rcharctrlayer.h"
 
+#include "aosounds.h"
 #include "omao.h"
 #include "ommultitrinket.h"
 
@@ -36,14 +37,16 @@ void RCharacterLayer::rest() {
 }
 
 void RCharacterLayer::pause() {
-    if (!plays_) return;
-    animation_->pause();
+    if (!plays_ && !ended_) return;
     paused_ = true;
+    if (plays_) animation_->pause();
+    if (AOSounds* sounds = AOSounds::current()) sounds->pause(*animation_);
 }
 
 void RCharacterLayer::resume() {
     if (!std::exchange(paused_, false)) return;
-    animation_->resume();
+    if (plays_) animation_->resume();
+    if (AOSounds* sounds = AOSounds::current()) sounds->resume(*animation_);
 }
 
 bool RCharacterLayer::isHeard() {

@@ -25,7 +25,7 @@ class RCharacterLayer {
     void play(int sequence, int repeat, OMLink ended);
     /// Falls silent and goes back to the first frame. The link is not called any more.
     void rest();
-    /// Without effect unless it plays, or did when it was paused.
+    /// With its sounds. Without effect unless it plays, or did when it was paused.
     void pause();
     void resume();
 

@@ -252,6 +252,8 @@ TEST_F(CatalogueTest, MovesShareAnAnimationAndOutliveTheirObjects) {
     queueOf({"MoveXAction", "anim", "sign", "0", "10", "0", "95"}).start();
     pass(15);
     delete OMScriptableObject::named("anim"); // as `drop` does
+    EXPECT_TRUE(queue->isActive()) << "nothing happens in the end of another object";
+    pass(1);
     EXPECT_FALSE(queue->isActive());
     EXPECT_EQ(named<OMTrinket>("sign").x(), 95);
 }
@@ -282,6 +284,28 @@ TEST_F(CatalogueTest, AnimationsPlayOnceOrAsOftenAsAsked) {
         queueOf({"AnimAction", none, "0", "1"}).start();
         EXPECT_EQ(after(0), "0 done; ");
     }
+
+    endless.start();
+    queue.reset(); // with what it shows
+    EXPECT_EQ(window.trinketCount(), before);
+
+    // Several may wait for one animation, also for one that a move stops.
+    run("anim=RAnimation 1 0\n");
+    RCompositeAction both(true);
+    add(both, {"PlayAnimAction", "anim"});
+    add(both, {"PlayAnimAction", "anim"});
+    add(both, {"MoveXAction", "anim", "anim", "0", "9", "0", "9"});
+    both.start();
+    pass(100);
+    EXPECT_FALSE(both.isActive());
+    RQueue last(1, true);
+    add(last, {"PlayAnimAction", "anim"});
+    last.start();
+    delete OMScriptableObject::named("anim");
+    EXPECT_TRUE(last.isActive());
+    pass(1);
+    EXPECT_FALSE(last.isActive());
+    run("anim=RAnimation 2 0\n");
 
     named<RAnimation>("anim").stop();
     Action& played = queueOf({"PlayAnimAction", "anim"});

@@ -80,6 +80,24 @@ TEST_F(ContainerTest, WhatTakesNoTimeTakesNone) {
     EXPECT_FALSE(endless.isActive() || outer.isActive());
 }
 
+TEST_F(ContainerTest, MembersMayHaltAndStartEachOtherWithoutEnd) {
+    run("outer=RQueue -1\n"
+        "inner=RQueue 1\n"
+        "play inner add VerbAction \"inner\" 1 halt\n"
+        "play outer add \"inner\"\n"
+        "play outer start\n"
+        "one=RCompositeAction 1\n"
+        "two=RCompositeAction 1\n"
+        "play one add VerbAction \"two\" 1 halt\n"
+        "play one add VerbAction \"two\" 1 start\n"
+        "play two add VerbAction \"one\" 1 halt\n"
+        "play two add VerbAction \"one\" 1 start\n"
+        "play one start\n"
+        "say \"still here\"\n",
+        20);
+    EXPECT_EQ(said(), "still here\n");
+}
+
 TEST_F(ContainerTest, HaltingAQueueGoesOnWithWhatMayNotBeInterrupted) {
     RQueue queue(1, true);
     watch(queue, "queue");
@@ -188,6 +206,20 @@ TEST_F(ContainerTest, PauseHoldsWhatRunsNow) {
     outer.resume();
     outer.resume();
     EXPECT_EQ(after(100), "120 inner; 125 outer; ");
+
+    // Whatever was paused or resumed by itself in between.
+    outer.start();
+    outer.pause();
+    inner.resume();
+    outer.pause();
+    EXPECT_EQ(after(100), "");
+    outer.resume();
+    pass(5);
+    outer.pause();
+    outer.remove(middle); // the one that was paused
+    EXPECT_EQ(after(100), "");
+    outer.resume();
+    EXPECT_EQ(after(100), "418 outer; ");
 }
 
 TEST_F(ContainerTest, MembersComeAndGoWhileItRuns) {
@@ -266,6 +298,10 @@ TEST_F(ContainerTest, AMemberHasOneContainerAndNoneContainsItself) {
     }
     RQueue tooMuch(1, true);
     EXPECT_FALSE(tooMuch.add(*chain.back()));
+    chain[5]->remove(*chain[4]);
+    EXPECT_TRUE(tooMuch.add(*chain.back()));
+    tooMuch.clear();
+    EXPECT_TRUE(chain[5]->add(*chain[4]));
     EXPECT_FALSE(chain.front()->add(tooMuch));
 }
 
@@ -291,6 +327,12 @@ TEST_F(ContainerTest, ScriptsAddByTypeAndByVariable) {
     // A synchronous play waits for the end, and for a halt.
     run("q=RQueue 1\n"
         "play q add DelayAction 20\n"
+        "play q add DelayAction 1\n"
+        "other=RQueue 1\n"
+        "play other add VerbAction \"q\" 1 add EmptyAction\n"
+        "play other add DelayAction 5\n"
+        "play other add VerbAction \"q\" 1 resume\n"
+        "play other start\n"
         "play q start }\n"
         "say \"over\"\n",
         15);

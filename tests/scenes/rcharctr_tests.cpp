@@ -106,6 +106,7 @@ class CharacterTest : public WindowTest, private AOSounds {
     int loads = 0;
     std::set<int> streamed;
     std::map<int, OMLink> sounds; ///< that are heard
+    bool areSoundsHeld = false;
     std::string heard;
     std::unique_ptr<RCharacter> character;
 
@@ -115,6 +116,8 @@ class CharacterTest : public WindowTest, private AOSounds {
         return Start::Plays;
     }
     void stop(OMAnimation&) override { sounds.clear(); }
+    void pause(OMAnimation&) override { areSoundsHeld = true; }
+    void resume(OMAnimation&) override { areSoundsHeld = false; }
     void forget(OMAnimation&) override {}
 };
 
@@ -266,6 +269,13 @@ TEST_F(CharacterTest, OnlyWhatPlaysIsPaused) {
     EXPECT_EQ(watch(300).size(), 1u);
     character->resume();
     EXPECT_GT(watch(300).size(), 1u);
+    character->addSpeechAnim(kSpeech);
+    speak(501);
+    run(400); // the pictures are over, the sound is not
+    character->pause();
+    EXPECT_TRUE(areSoundsHeld);
+    character->resume();
+    EXPECT_FALSE(areSoundsHeld);
 }
 
 // Speeches

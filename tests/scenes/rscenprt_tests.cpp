@@ -243,11 +243,13 @@ TEST_F(ScenePortTest, AMovieKeepsWhatIsPausedUntilTheNextTime) {
 
 TEST_F(ScenePortTest, PausesAndMoviesThatTakeTheDeviceMayCross) {
     const struct {
-        const char* steps; ///< p(ause), r(esume), y(ield the device), b(ack), s(tart again)
+        /// p(ause), r(esume), y(ield the device), b(ack), s(tart again), n(ext music)
+        const char* steps;
         bool plays;
     } rows[] = {
-        {"yb", true},   {"ypb", false}, {"ypbr", true},   {"pyb", false}, {"pybr", true},
-        {"pyrb", true}, {"yprb", true}, {"yprpb", false}, {"ysb", true},  {"yppbr", false},
+        {"yb", true},   {"ypb", false},   {"ypbr", true}, {"pyb", false},
+        {"pybr", true}, {"pyrb", true},   {"yprb", true}, {"yprpb", false},
+        {"ysb", true},  {"yppbr", false}, {"ynb", false}, {"pynbr", true},
     };
     for (const auto& row : rows) {
         music.start(kLouder, 40, 0);
@@ -258,6 +260,7 @@ TEST_F(ScenePortTest, PausesAndMoviesThatTakeTheDeviceMayCross) {
             if (step == 'y') engine.yieldDevice();
             if (step == 'b') engine.reclaimDevice();
             if (step == 's') music.start(kLouder, 40, 0);
+            if (step == 'n') music.start(kSofter, 80, 0);
             hear();
         }
         EXPECT_EQ(hear(), row.plays ? 40 : kNothing) << row.steps;

@@ -254,6 +254,8 @@ class HostileSequenceTest : public HostileAnimationTest, private AOSounds {
         return Start::Never;
     }
     void stop(OMAnimation&) override {}
+    void pause(OMAnimation&) override {}
+    void resume(OMAnimation&) override {}
     void forget(OMAnimation&) override {}
 };
 

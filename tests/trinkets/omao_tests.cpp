@@ -434,6 +434,8 @@ class SoundTest : public AnimationTest, private AOSounds {
         return Start::Plays;
     }
     void stop(OMAnimation&) override { playing.clear(); }
+    void pause(OMAnimation&) override {}
+    void resume(OMAnimation&) override {}
     void forget(OMAnimation&) override { EXPECT_TRUE(playing.empty()); }
 };
 

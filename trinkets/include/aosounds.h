@@ -21,6 +21,9 @@ class AOSounds : public OMInstalled<AOSounds> {
     virtual Start play(OMAnimation& animation, int id, OMLink done) = 0;
     /// Ends all sounds of an animation; their `done` links are not called any more.
     virtual void stop(OMAnimation& animation) = 0;
+    /// Holds what is heard of an animation where it is, and lets it go on.
+    virtual void pause(OMAnimation& animation) = 0;
+    virtual void resume(OMAnimation& animation) = 0;
     /// The animation goes, which must not play any sound then.
     virtual void forget(OMAnimation& animation) = 0;
 };

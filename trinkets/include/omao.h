@@ -119,6 +119,8 @@ class OMAnimation : public OMTrinket {
     void pause();
     void resume();
     void stop();
+    /// Stops; who waits for its end waits no longer.
+    void endPlayback();
     void forever();
     /// n > 0: n times in all, then hold on the last frame; 0: until the sequence ends itself.
     void setRepeatCount(int count) { repeatCount_ = count; }

@@ -90,8 +90,13 @@ class OMScriptableObject {
     bool attachHandler(std::string_view event, OMLink handler, OMLink second = nullptr);
     [[nodiscard]] bool hasProperty(std::string_view name) const;
 
-    /// The link that a synchronous `play` waits for; replaces an earlier one.
+    /// Whether the method may go on with its work after the call, and tells its end by
+    /// fireCompletion. False also when there is no such method.
+    [[nodiscard]] bool methodLasts(std::string_view method);
+    /// The link that those wait for who started a lasting method; replaces what was there.
     void setCompletionLink(OMLink link) { completion_ = std::move(link); }
+    /// As above, beside what was there: who waited already goes on waiting.
+    void addCompletionLink(OMLink link);
     /// Called by the object when the work of a method is finished. Fires the link once.
     void fireCompletion();
     /// The link, which is called no more: for those who tell others before they call it.

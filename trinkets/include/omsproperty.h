@@ -31,6 +31,8 @@ class OMScriptableObjectProperty {
     virtual std::optional<std::string> get() { return std::nullopt; }
     /// Invokes a method or fires an event. The property may be gone when this returns.
     virtual bool run() { return false; }
+    /// Whether it is a method whose work may go on after the call.
+    [[nodiscard]] virtual bool lasts() const { return kind_ == Kind::Method; }
 
   private:
     Kind kind_;
@@ -84,6 +86,7 @@ class OMSEntryProperty : public OMScriptableObjectProperty {
     bool set(std::string_view value) override;
     std::optional<std::string> get() override;
     bool run() override;
+    [[nodiscard]] bool lasts() const override;
 
   private:
     OMScriptableObject& object_;

@@ -41,6 +41,11 @@ void OMAnimation::stop() {
     awaitedSound_ = kNoSound;
 }
 
+void OMAnimation::endPlayback() {
+    stop();
+    fireCompletion();
+}
+
 void OMAnimation::forever() {
     setRepeatCount(kLoopForever);
     play();

@@ -75,6 +75,14 @@ std::unique_ptr<OMScriptableObject> OMScriptableObject::makeDuplicate() {
     return std::unique_ptr<OMScriptableObject>(watch.object());
 }
 
+void OMScriptableObject::addCompletionLink(OMLink link) {
+    if (!completion_) return setCompletionLink(std::move(link));
+    completion_ = [first = std::move(completion_), second = std::move(link)] {
+        first();
+        second();
+    };
+}
+
 void OMScriptableObject::fireCompletion() {
     const OMLink link = takeCompletion();
     link();
@@ -216,6 +224,10 @@ bool OMScriptableObject::invoke(std::string_view method,
     list.clear();
     for (const std::string_view argument : arguments) list.push(argument);
     return invoke(method);
+}
+
+bool OMScriptableObject::methodLasts(std::string_view method) {
+    return with(method, [](OMScriptableObjectProperty& found) { return found.lasts(); });
 }
 
 bool OMScriptableObject::attachHandler(std::string_view event, OMLink handler, OMLink second) {

@@ -55,12 +55,10 @@ std::optional<std::string> OMSEntryProperty::get() {
     return row_.get ? std::optional(row_.get(object_)) : std::nullopt;
 }
 
-/// What is done when the call returns is finished then, for those who wait for it.
 bool OMSEntryProperty::run() {
     if (!row_.run) return false;
-    const OMSEntry& row = row_;
-    const OMSWatch object(&object_);
-    row.run(object_);
-    if (object && !row.lasting) object.object()->fireCompletion();
+    row_.run(object_);
     return true;
 }
+
+bool OMSEntryProperty::lasts() const { return row_.lasting; }

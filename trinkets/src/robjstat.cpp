@@ -189,10 +189,11 @@ void YThread::play(const Code& code) {
     else
         detail("default method for [%s]", word.text().c_str());
 
-    if (synchronous) {
+    // What is done when the call returns is finished then.
+    if (synchronous && object->methodLasts(method)) {
         *playing_ = true;
         const std::weak_ptr<bool> playing = playing_;
-        object->setCompletionLink([playing] {
+        object->addCompletionLink([playing] {
             if (const auto flag = playing.lock()) *flag = false;
         });
     }
@@ -203,15 +204,11 @@ void YThread::play(const Code& code) {
         done = object->invoke(method);
     }
     if (!done) {
-        if (synchronous) {
-            *playing_ = false;
-            if (watch) object->setCompletionLink(nullptr);
-        }
         detail(" not found");
         if (named) engine_.warn(OMFormat("Method %s not found", method.c_str()));
     }
     // An object that is gone will not tell that it is finished.
-    if (synchronous && !watch) *playing_ = false;
+    if (synchronous && (!watch || !done)) *playing_ = false;
     if (synchronous) detail("\nsynchronously");
     if (*playing_) setStatus(kStatusBlocked);
 }
