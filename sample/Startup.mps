@@ -32,8 +32,3 @@ play opening add DelayAction 100
 play opening add MovieAction "movies\opening.smk" -1 1
 set opening finished begin
 play opening start
-
-; The movie is clicked in front of the background, and this in front of the movie.
-screen=RHotSpot 0 0 640 480 32768
-set screen movable 0
-set screen mouseDown skip

@@ -39,10 +39,12 @@ void MovieAction::begin() {
                                    }});
         *isThere = true;
     }
-    if (movie_ && movie_->isOpen())
-        movie_->start();
-    else
+    if (!movie_ || !movie_->isOpen()) {
         finish();
+        return;
+    }
+    movie_->setTouchy(false); // scripts do not know it: clicks go through
+    movie_->start();
 }
 
 void MovieAction::end(End) { movie_.reset(); }
