@@ -60,9 +60,10 @@ void RQueue::actionRemoved(Number number, bool) {
 }
 
 void RQueue::goOnLater() {
-    if (cursor_ == kNone)
+    const Member* member = find(cursor_);
+    if (!member)
         finish();
-    else
+    else if (!member->running) // which a halt may have started already
         startAtCursor();
 }
 
