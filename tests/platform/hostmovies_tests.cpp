@@ -341,6 +341,25 @@ TEST_F(HostMoviesTest, EveryKindOfSoundIsHeardAsItWas) {
             }
 }
 
+TEST_F(HostMoviesTest, TheFirstTrackThatCanBePlayedIsHeard) {
+    start(folder_.path("sound"));
+    Samples all;
+    MovieBuilder builder = withSound(colourful(8), {11127, 16, 1, true}, all);
+    for (auto& frame : builder.frames) {
+        frame.sounds[3] = std::exchange(frame.sounds[0], noise(100, 1));
+        frame.sounds[1] = frame.sounds[4] = frame.sounds[0];
+    }
+    builder.tracks[3] = std::exchange(builder.tracks[0], {.unknown = true});
+    builder.tracks[1] = {.rate = 900'000};
+    builder.tracks[4] = {};
+    auto movie = open(builder);
+    ASSERT_TRUE(movie);
+    play(*movie);
+    movie.reset();
+    EXPECT_EQ(recorded("001-11127.wav", {11127, 16, 1}), all);
+    EXPECT_FALSE(std::filesystem::exists(folder_.path("sound/002-22050.wav")));
+}
+
 TEST_F(HostMoviesTest, SoundWaitsWithTheMovieAndGoesWithIt) {
     start(folder_.path("sound"));
     Samples all;
