@@ -108,7 +108,8 @@ class RSmackerMovie final : public OMTrinket {
 
     // Playing.
     void play();
-    void showFrame();
+    [[nodiscard]] bool isCovered() const;
+    void show(const OMRegion& changed);
     bool canShow();
     [[nodiscard]] OMRegion takeChanged();
     void copyTo(OMCanvas& canvas, const OMRegion& region, platform::Point corner);
@@ -147,9 +148,10 @@ class RSmackerMovie final : public OMTrinket {
     OMRegion covered_;                          ///< what it has shown there since
     std::unique_ptr<OMMemCanvas> collected_;    ///< while it collects
 
-    bool decoded_ = false;    ///< the movie's picture has frames in it
-    bool wholeDue_ = false;   ///< the next frame shows all of the picture
-    bool paletteDue_ = false; ///< the next frame sets the movie's colours
+    bool decoded_ = false;            ///< the movie's picture has frames in it
+    bool wholeDue_ = false;           ///< what is shown next is all of the picture
+    std::uint32_t presentations_ = 0; ///< of the window, when it was shown last
+    bool paletteDue_ = false;         ///< the next frame sets the movie's colours
     platform::Point shownAt_{};
     OMDevicePalette ownColors_{};                 ///< the movie's, as the device has them
     std::optional<OMDevicePalette> copiedColors_; ///< those of the pixels that were copied last

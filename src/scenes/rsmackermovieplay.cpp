@@ -109,6 +109,7 @@ void RSmackerMovie::endPlayback() {
 
 void RSmackerMovie::takeScreen() {
     rest_.emplace(*window());
+    presentations_ = window()->presentations();
     current_ = this;
     OMApp::getApp()->setWaitForMessages(false);
 }
@@ -123,11 +124,12 @@ void RSmackerMovie::leaveScreen() {
 /// In every pass of the main loop, while it plays.
 void RSmackerMovie::play() {
     if (!window()) return stop();
+    if (isCovered()) show({});
     if (halted_ || movie_->wait()) return;
     usePalette();
     movie_->doFrame();
     decoded_ = true;
-    showFrame();
+    show(takeChanged());
     if (movie_->frame() >= movie_->frameCount() - 1)
         stop();
     else
@@ -152,8 +154,16 @@ void RSmackerMovie::sendSignal() {
 
 // Frames
 
-void RSmackerMovie::showFrame() {
-    const OMRegion changed = takeChanged();
+/// Whether the window, though it rests, has presented something over what was shown. Then the
+/// picture is shown anew in the same pass.
+bool RSmackerMovie::isCovered() const {
+    return rest_ && decoded_ && !wholeDue_ && presentations_ != window()->presentations();
+}
+
+/// Shows what of the picture changed, or all of it where that is due.
+void RSmackerMovie::show(const OMRegion& changed) {
+    if (isCovered()) wholeDue_ = true;
+    presentations_ = window()->presentations();
     if (!canShow()) {
         wholeDue_ = true;
         return;

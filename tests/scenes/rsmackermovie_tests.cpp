@@ -134,6 +134,38 @@ TEST_F(MovieTest, StraightOntoTheWindowShowsJustWhatChangedWhenItIsTime) {
     EXPECT_EQ(finished, 2);
 }
 
+TEST_F(MovieTest, TheSceneIsShownAroundItWhenAScriptWantsItShown) {
+    begin();
+    window.reset();
+    EffectsWindow scene({0, 0}, "Test");
+    scene.startTransition();
+    Tile below(scene, {90, 50, 110, 60}, 'u');
+    RSmackerMovie movie(scene, "plain", at(100, 50));
+    movie.start();
+    pass();
+    EXPECT_EQ(seen(95, 55), 0U);
+    EXPECT_EQ(seen(105, 55), 'a');
+    scene.endTransition(false);
+    EXPECT_EQ(seen(95, 55), 'u');
+    pass();
+    EXPECT_EQ(seen(105, 55), 'a') << "at once, all of it";
+    EXPECT_EQ(shown, OMRegion({100, 50, 140, 70}));
+    pass();
+    EXPECT_TRUE(shown.isEmpty());
+    scene.startTransition();
+    Tile more(scene, {200, 50, 220, 60}, 'm');
+    scene.endTransition(true);
+    EXPECT_EQ(seen(205, 55), 'm');
+    EXPECT_EQ(seen(95, 55), 0U) << "just what is new";
+    pass();
+    EXPECT_EQ(seen(105, 55), 'a');
+    EXPECT_TRUE(scene.isResting());
+    movie.setVisible(false);
+    scene.displayScreen();
+    nextFrame();
+    EXPECT_EQ(seen(105, 55), 'u');
+}
+
 TEST_F(MovieTest, CollectsFramesForTheWindowToComposeAmongOthers) {
     begin();
     movies.files["m"] = {{{{{0, 0, 20, 20}, 'a'}}, {}}, {{{{5, 5, 10, 10}, 'b'}}, {}}, {}};
