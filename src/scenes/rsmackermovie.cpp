@@ -89,6 +89,7 @@ const OMSClass RSmackerMovie::kClass{"RSmackerMovie", &OMTrinket::kClass, kVocab
 
 RSmackerMovie* RSmackerMovie::current_ = nullptr;
 std::vector<RSmackerMovie*> RSmackerMovie::all_;
+int RSmackerMovie::holds_ = 0;
 
 // From the file to the object
 

@@ -54,6 +54,9 @@ class RSmackerMovie final : public OMTrinket {
     [[nodiscard]] static RSmackerMovie* current() { return current_; }
     /// If the current movie has its own colours: sets those again that were there before.
     static void restoreWindowPalette();
+    /// While held, all movies stand still, also those that are started then: time and sound wait.
+    /// Holds count; what is not held stays so. Scripts do not see it.
+    static void holdAll(bool hold);
 
     [[nodiscard]] bool isOpen() const { return movie_ != nullptr; }
     /// Between `start` and `stop`, but for halts.
@@ -108,6 +111,7 @@ class RSmackerMovie final : public OMTrinket {
 
     // Playing.
     void play();
+    void runUnlessHeld();
     [[nodiscard]] bool isCovered() const;
     void show(const OMRegion& changed);
     bool canShow();
@@ -129,6 +133,7 @@ class RSmackerMovie final : public OMTrinket {
 
     static RSmackerMovie* current_;
     static std::vector<RSmackerMovie*> all_;
+    static int holds_;
     /// The window's colours before movies set theirs, while there is a movie with its own; and what
     /// the window has of movies now.
     static std::optional<OMPalette> savedPalette_;

@@ -75,14 +75,22 @@ void RSmackerMovie::start() {
     if (!collected_) takeScreen();
     if (!options_.preload) OMCachedFile::suspendBkgd();
     task_ = std::make_unique<OMTask>(OMLinkToObj(this, &RSmackerMovie::play), kTaskPriority);
-    movie_->run(true);
+    runUnlessHeld();
 }
 
 void RSmackerMovie::setPlaying(bool on) {
     if (!playing_ || on == !halted_) return;
     halted_ = !on;
-    movie_->run(on);
+    runUnlessHeld();
 }
+
+void RSmackerMovie::holdAll(bool hold) {
+    holds_ = std::max(holds_ + (hold ? 1 : -1), 0);
+    for (RSmackerMovie* movie : all_)
+        if (movie->playing_) movie->runUnlessHeld();
+}
+
+void RSmackerMovie::runUnlessHeld() { movie_->run(!halted_ && holds_ == 0); }
 
 void RSmackerMovie::stop() {
     if (!playing_) return;

@@ -233,6 +233,37 @@ TEST_F(MovieTest, GoesOverFromTheOneToTheOtherInTheMiddle) {
     EXPECT_FALSE(isResting()) << "it says where frames go, not whether there are any";
 }
 
+TEST_F(MovieTest, AllStandStillBehindBoxesAndAsLongAsAnybodyHoldsThem) {
+    begin();
+    std::vector<int> running;
+    app->setBoxLink([&](bool open) {
+        RSmackerMovie::holdAll(open);
+        running.push_back(movies.running);
+    });
+    auto movie = make("plain", at(0, 0));
+    auto paused = make("plain", at(100, 0));
+    auto later = make("plain", at(200, 0));
+    movie->start();
+    paused->start();
+    paused->setPlaying(false);
+    pass();
+    app->alert("A box");
+    RSmackerMovie::holdAll(true);
+    app->about();
+    EXPECT_THAT(running, ElementsAre(0, 1, 0, 0));
+    later->start();
+    paused->setPlaying(true);
+    const int frame = movie->frame();
+    pass(1000);
+    EXPECT_EQ(movies.running, 0);
+    EXPECT_EQ(movie->frame(), frame);
+    RSmackerMovie::holdAll(false);
+    EXPECT_EQ(movies.running, 3);
+    RSmackerMovie::holdAll(false);
+    EXPECT_FALSE(app->ask("", ""));
+    EXPECT_EQ(movies.running, 3) << "one that nobody held is not held less";
+}
+
 TEST_F(MovieTest, GivesTheColoursBackThatWereThereBeforeAllMovies) {
     begin();
     EffectsWindow::setPaletteFilter([](OMPalette& colors) { colors[20] = OMColor(0, 0, 0xFF00); });
