@@ -140,10 +140,10 @@ std::unique_ptr<OMScriptableObject> RSmackerMovie::createFromScript() {
 }
 
 RSmackerMovie::~RSmackerMovie() {
-    if (current_ == this) current_ = nullptr;
     if (playing_) endPlayback();
     movie_.reset();
     std::erase(all_, this);
+    handCurrentOn();
     forgetPalette();
     OMWaveEngine* engine = OMWaveEngine::current();
     if (all_.empty() && engine) engine->reclaimDevice();
@@ -155,6 +155,7 @@ void RSmackerMovie::release() {
     if (!self) return;
     if (playing_) endPlayback(); // a handler has started it again
     movie_.reset();
+    if (std::exchange(collected_, nullptr)) invalidate();
     forgetPalette();
     fireCompletion();
 }

@@ -49,8 +49,8 @@ class RSmackerMovie final : public OMTrinket {
     /// With the arguments of the script; null without a main window.
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
 
-    /// The movie that plays straight onto the window, or else was opened last and has not collected
-    /// since; null without one.
+    /// The movie that was opened, or began to go straight onto the window, last. When it goes or
+    /// collects, another one that goes straight takes its place. Null without one.
     [[nodiscard]] static RSmackerMovie* current() { return current_; }
     /// If the current movie has its own colours: sets those again that were there before.
     static void restoreWindowPalette();
@@ -59,8 +59,6 @@ class RSmackerMovie final : public OMTrinket {
     static void holdAll(bool hold);
 
     [[nodiscard]] bool isOpen() const { return movie_ != nullptr; }
-    /// Between `start` and `stop`, but for halts.
-    [[nodiscard]] bool isPlaying() const { return playing_ && !halted_; }
     [[nodiscard]] bool isCollecting() const { return collected_ != nullptr; }
 
     // Playback. What is not going to be played reports its completion at once.
@@ -122,6 +120,7 @@ class RSmackerMovie final : public OMTrinket {
     void endPlayback();
     void takeScreen();
     void leaveScreen();
+    void handCurrentOn();
     void startCollecting();
     void stopCollecting();
 
@@ -134,8 +133,8 @@ class RSmackerMovie final : public OMTrinket {
     static RSmackerMovie* current_;
     static std::vector<RSmackerMovie*> all_;
     static int holds_;
-    /// The window's colours before movies set theirs, while there is a movie with its own; and what
-    /// the window has of movies now.
+    /// The window's colours before movies set theirs, from the opening of a movie with its own on
+    /// until it got them back; and what the window has of movies now.
     static std::optional<OMPalette> savedPalette_;
     static std::optional<OMDevicePalette> moviePalette_;
 

@@ -122,6 +122,14 @@ void RSmackerMovie::takeScreen() {
     OMApp::getApp()->setWaitForMessages(false);
 }
 
+/// To one that still has the screen, if this is the current one.
+void RSmackerMovie::handCurrentOn() {
+    if (current_ != this) return;
+    const auto other = std::ranges::find_if(
+        all_, [](const RSmackerMovie* movie) { return movie->rest_.has_value(); });
+    current_ = other == all_.end() ? nullptr : *other;
+}
+
 void RSmackerMovie::leaveScreen() {
     rest_.reset();
     if (window())
@@ -261,8 +269,8 @@ void RSmackerMovie::startCollecting() {
     collected_ = std::move(canvas);
     if (&seen != &window()->canvas() && playing_ && decoded_)
         copyTo(*collected_, movie_->picture().bounds(), {});
-    if (current_ == this) current_ = nullptr;
     leaveScreen();
+    handCurrentOn();
     markWhole();
 }
 
@@ -292,6 +300,7 @@ void RSmackerMovie::usePalette() {
 /// replaced at once.
 void RSmackerMovie::installPalette() {
     paletteDue_ = false;
+    if (!savedPalette_) savePalette();
     OMPalette palette = gamePalette(movie_->palette());
     EffectsWindow::filterPalette(palette);
     ownColors_ = OMGamePalette(palette);
@@ -326,6 +335,7 @@ void RSmackerMovie::givePaletteBack() {
     });
     if (other != all_.end()) return (*other)->installPalette();
     window()->setPalette(*savedPalette_, false);
+    savedPalette_.reset();
     moviePalette_.reset();
 }
 

@@ -209,7 +209,12 @@ TEST_F(MovieTest, GoesOverFromTheOneToTheOtherInTheMiddle) {
     pass();
     EXPECT_EQ(seen(100, 50), 'o');
     {
-        const auto other = make("plain", at(0, 0));
+        auto straight = make("plain", at(0, 0));
+        straight->start();
+        auto other = make("plain", at(0, 0));
+        EXPECT_EQ(RSmackerMovie::current(), other.get()) << "opened last";
+        other.reset();
+        EXPECT_EQ(RSmackerMovie::current(), straight.get()) << "it still has the screen";
         movie->setCollecting(false);
         EXPECT_TRUE(movie->isCollecting()) << "while another one is current";
     }
@@ -220,7 +225,6 @@ TEST_F(MovieTest, GoesOverFromTheOneToTheOtherInTheMiddle) {
     movie->setPlaying(false);
     pass(100);
     EXPECT_EQ(seen(100, 50), 'b');
-    EXPECT_FALSE(movie->isPlaying());
     movie->setPlaying(true);
     pass();
     EXPECT_EQ(seen(100, 50), 'c');
@@ -231,6 +235,16 @@ TEST_F(MovieTest, GoesOverFromTheOneToTheOtherInTheMiddle) {
     movie->setCollecting(true);
     movie->setCollecting(false);
     EXPECT_FALSE(isResting()) << "it says where frames go, not whether there are any";
+    movie->setFrame(4);
+    movie->start();
+    movie->setCollecting(true);
+    pass();
+    pass();
+    EXPECT_EQ(seen(101, 51), 'e');
+    movie->release();
+    EXPECT_FALSE(movie->isCollecting());
+    pass();
+    EXPECT_EQ(seen(101, 51), 0U);
 }
 
 TEST_F(MovieTest, AllStandStillBehindBoxesAndAsLongAsAnybodyHoldsThem) {
@@ -295,11 +309,14 @@ TEST_F(MovieTest, GivesTheColoursBackThatWereThereBeforeAllMovies) {
     EXPECT_EQ(red(), 0x80) << "the other one still plays";
     collecting->stop();
     EXPECT_EQ(red(), 0x20);
+    setRed(0x28); // another scene, while there are movies that have ended
+    RSmackerMovie::restoreWindowPalette();
+    EXPECT_EQ(red(), 0x28);
     movie->start();
     pass();
     EXPECT_EQ(red(), 0x60) << "set again, though they are not new";
     movie.reset();
-    EXPECT_EQ(red(), 0x20);
+    EXPECT_EQ(red(), 0x28);
     setRed(0x30); // another scene
     movie = make("m", {});
     movie->start();
@@ -454,10 +471,10 @@ TEST_F(MovieTest, LeavesNoTraceOnEitherPageAndSurvivesTheWindow) {
     movie->start();
     window.reset();
     nextFrame();
-    EXPECT_FALSE(movie->isPlaying());
+    EXPECT_EQ(movies.running, 0);
     movie->start();
     movie->setCollecting(true);
-    EXPECT_FALSE(movie->isPlaying() || movie->isCollecting());
+    EXPECT_FALSE(movies.running > 0 || movie->isCollecting());
 }
 
 /// Depth, and whether windows have surfaces of that depth or bitmaps of 8 bits.
