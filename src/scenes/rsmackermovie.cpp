@@ -75,6 +75,12 @@ bool isSummaryIndex(std::size_t index) {
     return index < kSummaryTexts.size() && *kSummaryTexts[index] != '\0';
 }
 
+/// As with scripts: a file of the current directory, else one of the search path.
+std::optional<std::string> findFile(const std::string& name) {
+    if (name.empty()) return std::nullopt;
+    return OMPlatform().files().exists(name) ? name : OMPathResolveFilename(name);
+}
+
 /// Whether its picture can be collected.
 bool hasPossibleSize(const platform::Movie& movie) {
     const auto isSide = [](int length) { return length >= 1 && length <= OMMemCanvas::kMaxSide; };
@@ -106,7 +112,7 @@ RSmackerMovie::RSmackerMovie(OMTrinketWindow& window, const std::string& file, O
 }
 
 bool RSmackerMovie::open(const std::string& file) {
-    const auto path = file.empty() ? std::nullopt : OMPathResolveFilename(file);
+    const auto path = findFile(file);
     if (!path) return false;
     movie_ = OMPlatform().movies().open({*path, options_.preload, options_.extraBuffer});
     if (movie_ && !hasPossibleSize(*movie_)) movie_.reset();

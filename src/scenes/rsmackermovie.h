@@ -40,8 +40,9 @@ class RSmackerMovie final : public OMTrinket {
         OMLink signal;        ///< the same
     };
 
-    /// Looks for the file in the search path. One that cannot be played calls `finished` from here,
-    /// and the object stays without a movie: all numbers are 0, all methods do nothing.
+    /// Looks for the file in the current directory, then in the search path. One that cannot be
+    /// played calls `finished` from here, and the object stays without a movie: all numbers are 0,
+    /// all methods do nothing.
     RSmackerMovie(OMTrinketWindow& window, const std::string& file, Options options);
     /// Ends playback, but tells neither links nor handlers.
     ~RSmackerMovie() override;

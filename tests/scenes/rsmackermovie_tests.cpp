@@ -6,6 +6,7 @@
 #include "trinkets/windowfixture.h"
 
 #include "omistreamfile.h"
+#include "ompath.h"
 #include "omsclass.h"
 #include "omwaveengine.h"
 #include "omwavesound.h"
@@ -409,6 +410,19 @@ TEST_F(MovieTest, HandlersMayDoAnythingToTheMovieThatCallsThem) {
     for (const auto& deed : deeds)
         for (int kind = 0; kind < 8; ++kind) playOnce(deed, kind & 1, kind & 2, kind & 4);
     EXPECT_EQ(app->tasks().count(), 0U);
+}
+
+TEST_F(MovieTest, IsLookedForInTheCurrentDirectoryAndThenInTheSearchPath) {
+    begin();
+    OMPathAddDirectory("SCRIPTS\\", false);
+    OMPathAddDirectory("D:\\RSC\\", false);
+    OMPathSetStrict(true);
+    files.put("D:\\RSC\\m.smk", "");
+    files.put("D:\\RSC\\n.smk", "");
+    files.put("m.smk", "");
+    for (const char* name : {"m.smk", "n.smk", "D:\\RSC\\m.smk", "lost.smk", ""})
+        (void)make(name, at(0, 0));
+    EXPECT_THAT(movies.requests, ElementsAre("m.smk -1", "D:\\RSC\\n.smk -1", "D:\\RSC\\m.smk -1"));
 }
 
 TEST_F(MovieTest, SoundsAndCopiesWait) {
