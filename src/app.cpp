@@ -107,17 +107,24 @@ void removeLocators() {
     RSpeechRecords::clear();
 }
 
-/// What is done when another program comes to the foreground, when this one is back there, and when
-/// it is about to end.
+/// What is done when a box is opened and closed, when another program comes to the foreground, when
+/// this one is back there, and when it is about to end.
 void installLinks(OMApp& app, OMWaveEngine& soundEngine, EffectsWindow& window) {
-    app.setBackgroundLink([&soundEngine] {
+    app.setBoxLink(&RSmackerMovie::holdAll);
+    // Hosts may tell twice that one comes or goes.
+    const auto holdMovies = [held = std::make_shared<bool>(false)](bool hold) {
+        if (std::exchange(*held, hold) != hold) RSmackerMovie::holdAll(hold);
+    };
+    app.setBackgroundLink([&soundEngine, holdMovies] {
+        holdMovies(true);
         RScenePort::tellPaused();
         soundEngine.suspend();
     });
-    app.setForegroundLink([&soundEngine, &window] {
+    app.setForegroundLink([&soundEngine, &window, holdMovies] {
         soundEngine.resume();
         window.restoreScreen();
         RScenePort::tellResumed();
+        holdMovies(false);
     });
     app.setStopLink(&RScenePort::tellExitting);
 }

@@ -87,6 +87,8 @@ class OMApp {
                std::string_view caption = "Alert");
     /// As an alert, a question; whether the answer is Yes.
     [[nodiscard]] bool ask(std::string_view text, std::string_view caption);
+    /// Called with true before every box, and with false when it is closed.
+    void setBoxLink(OMLinkTo<void(bool)> link) { boxLink_ = std::move(link); }
     /// Called after every alert and question.
     void setAlertedLink(OMLink link) { alertedLink_ = std::move(link); }
 
@@ -145,5 +147,6 @@ class OMApp {
     OMLink stopLink_;
     OMLink backgroundLink_;
     OMLink foregroundLink_;
+    OMLinkTo<void(bool)> boxLink_;
     OMLink alertedLink_;
 };

@@ -140,7 +140,9 @@ bool OMApp::ask(std::string_view text, std::string_view caption) {
 }
 
 platform::Button OMApp::box(std::string_view text, std::uint32_t style, std::string_view caption) {
+    boxLink_(true);
     const platform::Button answer = OMPlatform().dialogs().messageBox(text, caption, style);
+    boxLink_(false);
     tellDroppedRelease();
     alertedLink_();
     return answer;

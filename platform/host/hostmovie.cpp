@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kBlock = 4; ///< pixels of the pictures in the file
 constexpr int kMostSkipped = 4;
+constexpr double kTicksPerSecond = 100'000; ///< of frame times
 
 std::uint32_t limited(std::uint64_t value) {
     return static_cast<std::uint32_t>(
@@ -48,7 +49,7 @@ bool HostMovie::wait() {
 void HostMovie::decode() {
     const std::uint32_t start = clock_.milliseconds();
     const MoviePalette before = decoder_->palette();
-    decoder_->next(MovieDecoder::Sound::Wanted);
+    decoder_->next();
     if (decoder_->palette() != before) newPalette_ = true;
     addSound();
     frameMs_ += clock_.milliseconds() - start;
@@ -56,9 +57,13 @@ void HostMovie::decode() {
 
 void HostMovie::addSound() {
     if (!sound_) return;
-    const auto due = static_cast<double>(time_.due(frame_, header_.frameTime));
-    const auto now = static_cast<double>(time_.sinceBase());
-    sound_->add(decoder_->sound(), frame_, due / 100000, now / 1000);
+    const double due = seconds(frame_);
+    const auto late = static_cast<double>(time_.late(frame_, header_.frameTime));
+    sound_->add(decoder_->sound(), frame_, due, due + late / kTicksPerSecond);
+}
+
+double HostMovie::seconds(int frame) const {
+    return static_cast<double>(std::int64_t{frame} * header_.frameTime) / kTicksPerSecond;
 }
 
 void HostMovie::doFrame() {
@@ -124,13 +129,27 @@ void HostMovie::goTo(int frame) {
     endFrame();
     frame_ = std::clamp(frame, 0, header_.frames - 1);
     if (sound_) sound_->drop();
-    if (decoder_->frame() >= frame_) decoder_->rewind();
-    while (decoder_->frame() + 1 < frame_) decoder_->next(MovieDecoder::Sound::Skipped);
+    decodeUntil(frame_);
+    if (sound_) sound_->goOn(seconds(frame_));
     time_.setBase(frame_);
     done_ = hidden_ = false;
     whole_ = newPalette_ = true;
     skippedInARow_ = 0;
     decode();
+}
+
+/// Has `frame` be the decoder's next one. Sound may come far ahead of its frame, so that of all
+/// frames on the way counts.
+void HostMovie::decodeUntil(int frame) {
+    if (decoder_->frame() >= frame) {
+        decoder_->rewind();
+        if (sound_) sound_->rewind();
+    }
+    while (decoder_->frame() + 1 < frame) {
+        decoder_->next();
+        const int passed = decoder_->frame();
+        if (sound_) sound_->pass(decoder_->sound(), passed, seconds(passed), seconds(frame));
+    }
 }
 
 void HostMovie::addBlitTime(std::uint32_t ms) {

@@ -67,6 +67,9 @@ class HostMovie final : public Movie {
 
     void decode();
     void addSound();
+    void decodeUntil(int frame);
+    /// Of the movie, from its start on, when a frame is due.
+    [[nodiscard]] double seconds(int frame) const;
     void takePicture();
     void compareRow(int y, const std::uint8_t* line);
     [[nodiscard]] bool mustSkip() const;

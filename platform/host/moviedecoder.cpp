@@ -143,7 +143,7 @@ struct MovieDecoder::State {
     bool start();
     bool findStreams();
     void stop();
-    void next(bool soundWanted);
+    void next();
     bool readPacket();
     [[nodiscard]] int packetFrame() const;
     void decodePicture();
@@ -196,13 +196,13 @@ bool MovieDecoder::State::findStreams() {
     return pictureCodec != nullptr;
 }
 
-void MovieDecoder::State::next(bool soundWanted) {
+void MovieDecoder::State::next() {
     sound.clear();
     if (number < header.frames) ++number;
     if (ended || number >= header.wholeFrames) return;
     while (ahead || readPacket()) {
         if (packet->stream_index == soundIndex) {
-            if (soundWanted && soundCodec) decodeSound();
+            if (soundCodec) decodeSound();
         } else if (packet->stream_index == pictureIndex) {
             const int which = ahead.value_or(packetFrame());
             ahead.reset();
@@ -291,7 +291,7 @@ std::unique_ptr<MovieDecoder> MovieDecoder::open(MovieFile& file, const MovieHea
 MovieDecoder::MovieDecoder(std::unique_ptr<State> state) : state_(std::move(state)) {}
 MovieDecoder::~MovieDecoder() = default;
 
-void MovieDecoder::next(Sound sound) { state_->next(sound == Sound::Wanted); }
+void MovieDecoder::next() { state_->next(); }
 
 void MovieDecoder::rewind() {
     state_->stop();

@@ -25,8 +25,6 @@ struct MoviePixels {
 
 class MovieDecoder {
   public:
-    enum class Sound : std::uint8_t { Wanted, Skipped };
-
     /// Null when the movie's trees are damaged. File and clock must outlive the decoder.
     [[nodiscard]] static std::unique_ptr<MovieDecoder>
     open(MovieFile& file, const MovieHeader& header, const Clock& clock);
@@ -36,7 +34,7 @@ class MovieDecoder {
 
     /// Decodes the next frame; the first call the first one. One that is damaged or missing, as are
     /// all behind the last, leaves picture and palette as they are.
-    void next(Sound sound);
+    void next();
     /// Starts over: all is as before the first frame.
     void rewind();
 

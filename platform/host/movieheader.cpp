@@ -52,20 +52,23 @@ int frameTime(std::uint32_t field) {
     return rate >= -kMost ? -rate : 0;
 }
 
-std::optional<MovieHeader::Sound> firstTrack(const HeaderBytes& header, int& typeBit) {
+/// None for a track that is not there or that cannot be played.
+std::optional<SoundFormat> playableFormat(std::uint32_t field) {
+    const int rate = static_cast<int>(field & kTrackRate);
+    if (!(field & kTrackPresent) || (field & kTrackOtherCodec)) return std::nullopt;
+    if (rate < WaveOut::kMinRate || rate > WaveOut::kMaxRate) return std::nullopt;
+    return SoundFormat{rate, field & kTrack16Bit ? 16 : 8, field & kTrackStereo ? 2 : 1};
+}
+
+std::optional<MovieHeader::Sound> firstPlayableTrack(const HeaderBytes& header, int& typeBit) {
     int stream = 0;
     for (int track = 0; track < kTracks; ++track) {
         const std::uint32_t field = number(header, 0x48 + 4 * static_cast<std::size_t>(track));
-        const int rate = static_cast<int>(field & kTrackRate);
-        if (rate == 0) continue;
-        if (field & kTrackPresent) {
-            if (field & kTrackOtherCodec) return std::nullopt;
-            if (rate < WaveOut::kMinRate || rate > WaveOut::kMaxRate) return std::nullopt;
+        if (const auto format = playableFormat(field)) {
             typeBit = 2 << track;
-            return MovieHeader::Sound{
-                {rate, field & kTrack16Bit ? 16 : 8, field & kTrackStereo ? 2 : 1}, stream};
+            return MovieHeader::Sound{*format, stream};
         }
-        ++stream;
+        if (field & kTrackRate) ++stream;
     }
     return std::nullopt;
 }
@@ -154,7 +157,7 @@ std::optional<MovieHeader> readMovieHeader(File& file) {
     const std::uint64_t firstFrame = types + stored + treesSize;
     if (firstFrame > file.size() || !readSizes(file, header, firstFrame)) return std::nullopt;
     int typeBit = 0;
-    header.sound = firstTrack(bytes, typeBit);
+    header.sound = firstPlayableTrack(bytes, typeBit);
     if (header.sound && !readTypes(file, header, types, typeBit)) return std::nullopt;
     return header;
 }

@@ -33,7 +33,7 @@ struct MovieHeader {
     int frames = 0;               ///< at least 1; a ring frame does not count
     int frameTime = 0;            ///< hundredths of a millisecond, at least 1
     std::size_t treesSize = 0;    ///< bytes
-    std::optional<Sound> sound;   ///< the first track, if it can be played
+    std::optional<Sound> sound;   ///< the first track that can be played
     int wholeFrames = 0;          ///< frames that the file has to their end, from the first on
     std::uint64_t framesSize = 0; ///< bytes of all frames
 

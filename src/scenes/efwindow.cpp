@@ -46,17 +46,22 @@ void EffectsWindow::displayScreen() {
     setPresenting(true);
     setBackgroundDeaf(false);
     invalidateAll();
-    if (!updating_) {
-        updating_ = true;
-        idle();
-        updating_ = false;
-    }
+    update();
     OMApp::getApp()->discardInput();
+}
+
+/// One cycle, not one inside the other.
+void EffectsWindow::update() {
+    if (updating_) return;
+    updating_ = true;
+    cycle();
+    updating_ = false;
 }
 
 void EffectsWindow::endTransitionQuickly() {
     setPresenting(true);
     setBackgroundDeaf(false);
+    if (isResting()) update(); // there is no next turn to do it
     OMApp::getApp()->discardInput();
 }
 

@@ -32,7 +32,7 @@ class EffectsWindow : public OMTrinketWindow {
     /// Blackens the window and stops showing; nobody hears clicks until the display or the end of
     /// the transition.
     void goToBlack();
-    /// Shows everything; input that waits is dropped.
+    /// Shows everything, also while the window rests; input that waits is dropped.
     void displayScreen();
     /// As displayScreen, but only what changes from now on is shown.
     void endTransitionQuickly();
@@ -69,6 +69,7 @@ class EffectsWindow : public OMTrinketWindow {
 
   private:
     [[nodiscard]] AOBackground* picture();
+    void update();
     void setBackgroundDeaf(bool deaf);
     void installPicture(std::shared_ptr<const AOImage> image);
     void installPalette(int id);
@@ -80,7 +81,7 @@ class EffectsWindow : public OMTrinketWindow {
     static PaletteFilter paletteFilter_;
 
     bool doubleClicksDisabled_ = false;
-    bool updating_ = false; ///< in the idle cycle of displayScreen
+    bool updating_ = false; ///< in a cycle of `update`
     OMLink transitionStart_;
     OMLink transitionEnd_;
     std::shared_ptr<const OMCursor> savedCursor_; ///< while the wait cursor is shown

@@ -75,6 +75,12 @@ bool isSummaryIndex(std::size_t index) {
     return index < kSummaryTexts.size() && *kSummaryTexts[index] != '\0';
 }
 
+/// As with scripts: a file of the current directory, else one of the search path.
+std::optional<std::string> findFile(const std::string& name) {
+    if (name.empty()) return std::nullopt;
+    return OMPlatform().files().exists(name) ? name : OMPathResolveFilename(name);
+}
+
 /// Whether its picture can be collected.
 bool hasPossibleSize(const platform::Movie& movie) {
     const auto isSide = [](int length) { return length >= 1 && length <= OMMemCanvas::kMaxSide; };
@@ -89,6 +95,7 @@ const OMSClass RSmackerMovie::kClass{"RSmackerMovie", &OMTrinket::kClass, kVocab
 
 RSmackerMovie* RSmackerMovie::current_ = nullptr;
 std::vector<RSmackerMovie*> RSmackerMovie::all_;
+int RSmackerMovie::holds_ = 0;
 
 // From the file to the object
 
@@ -105,7 +112,7 @@ RSmackerMovie::RSmackerMovie(OMTrinketWindow& window, const std::string& file, O
 }
 
 bool RSmackerMovie::open(const std::string& file) {
-    const auto path = file.empty() ? std::nullopt : OMPathResolveFilename(file);
+    const auto path = findFile(file);
     if (!path) return false;
     movie_ = OMPlatform().movies().open({*path, options_.preload, options_.extraBuffer});
     if (movie_ && !hasPossibleSize(*movie_)) movie_.reset();
@@ -139,10 +146,10 @@ std::unique_ptr<OMScriptableObject> RSmackerMovie::createFromScript() {
 }
 
 RSmackerMovie::~RSmackerMovie() {
-    if (current_ == this) current_ = nullptr;
     if (playing_) endPlayback();
     movie_.reset();
     std::erase(all_, this);
+    handCurrentOn();
     forgetPalette();
     OMWaveEngine* engine = OMWaveEngine::current();
     if (all_.empty() && engine) engine->reclaimDevice();
@@ -154,6 +161,7 @@ void RSmackerMovie::release() {
     if (!self) return;
     if (playing_) endPlayback(); // a handler has started it again
     movie_.reset();
+    if (std::exchange(collected_, nullptr)) invalidate();
     forgetPalette();
     fireCompletion();
 }

@@ -40,8 +40,9 @@ class RSmackerMovie final : public OMTrinket {
         OMLink signal;        ///< the same
     };
 
-    /// Looks for the file in the search path. One that cannot be played calls `finished` from here,
-    /// and the object stays without a movie: all numbers are 0, all methods do nothing.
+    /// Looks for the file in the current directory, then in the search path. One that cannot be
+    /// played calls `finished` from here, and the object stays without a movie: all numbers are 0,
+    /// all methods do nothing.
     RSmackerMovie(OMTrinketWindow& window, const std::string& file, Options options);
     /// Ends playback, but tells neither links nor handlers.
     ~RSmackerMovie() override;
@@ -49,15 +50,16 @@ class RSmackerMovie final : public OMTrinket {
     /// With the arguments of the script; null without a main window.
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
 
-    /// The movie that plays straight onto the window, or else was opened last and has not collected
-    /// since; null without one.
+    /// The movie that was opened, or began to go straight onto the window, last. When it goes or
+    /// collects, another one that goes straight takes its place. Null without one.
     [[nodiscard]] static RSmackerMovie* current() { return current_; }
     /// If the current movie has its own colours: sets those again that were there before.
     static void restoreWindowPalette();
+    /// While held, all movies stand still, also those that are started then: time and sound wait.
+    /// Holds count; what is not held stays so. Scripts do not see it.
+    static void holdAll(bool hold);
 
     [[nodiscard]] bool isOpen() const { return movie_ != nullptr; }
-    /// Between `start` and `stop`, but for halts.
-    [[nodiscard]] bool isPlaying() const { return playing_ && !halted_; }
     [[nodiscard]] bool isCollecting() const { return collected_ != nullptr; }
 
     // Playback. What is not going to be played reports its completion at once.
@@ -108,7 +110,9 @@ class RSmackerMovie final : public OMTrinket {
 
     // Playing.
     void play();
-    void showFrame();
+    void runUnlessHeld();
+    [[nodiscard]] bool isCovered() const;
+    void show(const OMRegion& changed);
     bool canShow();
     [[nodiscard]] OMRegion takeChanged();
     void copyTo(OMCanvas& canvas, const OMRegion& region, platform::Point corner);
@@ -117,6 +121,7 @@ class RSmackerMovie final : public OMTrinket {
     void endPlayback();
     void takeScreen();
     void leaveScreen();
+    void handCurrentOn();
     void startCollecting();
     void stopCollecting();
 
@@ -128,8 +133,9 @@ class RSmackerMovie final : public OMTrinket {
 
     static RSmackerMovie* current_;
     static std::vector<RSmackerMovie*> all_;
-    /// The window's colours before movies set theirs, while there is a movie with its own; and what
-    /// the window has of movies now.
+    static int holds_;
+    /// The window's colours before movies set theirs, from the opening of a movie with its own on
+    /// until it got them back; and what the window has of movies now.
     static std::optional<OMPalette> savedPalette_;
     static std::optional<OMDevicePalette> moviePalette_;
 
@@ -147,9 +153,10 @@ class RSmackerMovie final : public OMTrinket {
     OMRegion covered_;                          ///< what it has shown there since
     std::unique_ptr<OMMemCanvas> collected_;    ///< while it collects
 
-    bool decoded_ = false;    ///< the movie's picture has frames in it
-    bool wholeDue_ = false;   ///< the next frame shows all of the picture
-    bool paletteDue_ = false; ///< the next frame sets the movie's colours
+    bool decoded_ = false;            ///< the movie's picture has frames in it
+    bool wholeDue_ = false;           ///< what is shown next is all of the picture
+    std::uint32_t presentations_ = 0; ///< of the window, when it was shown last
+    bool paletteDue_ = false;         ///< the next frame sets the movie's colours
     platform::Point shownAt_{};
     OMDevicePalette ownColors_{};                 ///< the movie's, as the device has them
     std::optional<OMDevicePalette> copiedColors_; ///< those of the pixels that were copied last

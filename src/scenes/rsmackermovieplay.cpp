@@ -75,14 +75,22 @@ void RSmackerMovie::start() {
     if (!collected_) takeScreen();
     if (!options_.preload) OMCachedFile::suspendBkgd();
     task_ = std::make_unique<OMTask>(OMLinkToObj(this, &RSmackerMovie::play), kTaskPriority);
-    movie_->run(true);
+    runUnlessHeld();
 }
 
 void RSmackerMovie::setPlaying(bool on) {
     if (!playing_ || on == !halted_) return;
     halted_ = !on;
-    movie_->run(on);
+    runUnlessHeld();
 }
+
+void RSmackerMovie::holdAll(bool hold) {
+    holds_ = std::max(holds_ + (hold ? 1 : -1), 0);
+    for (RSmackerMovie* movie : all_)
+        if (movie->playing_) movie->runUnlessHeld();
+}
+
+void RSmackerMovie::runUnlessHeld() { movie_->run(!halted_ && holds_ == 0); }
 
 void RSmackerMovie::stop() {
     if (!playing_) return;
@@ -109,8 +117,17 @@ void RSmackerMovie::endPlayback() {
 
 void RSmackerMovie::takeScreen() {
     rest_.emplace(*window());
+    presentations_ = window()->presentations();
     current_ = this;
     OMApp::getApp()->setWaitForMessages(false);
+}
+
+/// To one that still has the screen, if this is the current one.
+void RSmackerMovie::handCurrentOn() {
+    if (current_ != this) return;
+    const auto other = std::ranges::find_if(
+        all_, [](const RSmackerMovie* movie) { return movie->rest_.has_value(); });
+    current_ = other == all_.end() ? nullptr : *other;
 }
 
 void RSmackerMovie::leaveScreen() {
@@ -123,11 +140,12 @@ void RSmackerMovie::leaveScreen() {
 /// In every pass of the main loop, while it plays.
 void RSmackerMovie::play() {
     if (!window()) return stop();
+    if (isCovered()) show({});
     if (halted_ || movie_->wait()) return;
     usePalette();
     movie_->doFrame();
     decoded_ = true;
-    showFrame();
+    show(takeChanged());
     if (movie_->frame() >= movie_->frameCount() - 1)
         stop();
     else
@@ -152,8 +170,16 @@ void RSmackerMovie::sendSignal() {
 
 // Frames
 
-void RSmackerMovie::showFrame() {
-    const OMRegion changed = takeChanged();
+/// Whether the window, though it rests, has presented something over what was shown. Then the
+/// picture is shown anew in the same pass.
+bool RSmackerMovie::isCovered() const {
+    return rest_ && decoded_ && !wholeDue_ && presentations_ != window()->presentations();
+}
+
+/// Shows what of the picture changed, or all of it where that is due.
+void RSmackerMovie::show(const OMRegion& changed) {
+    if (isCovered()) wholeDue_ = true;
+    presentations_ = window()->presentations();
     if (!canShow()) {
         wholeDue_ = true;
         return;
@@ -243,8 +269,8 @@ void RSmackerMovie::startCollecting() {
     collected_ = std::move(canvas);
     if (&seen != &window()->canvas() && playing_ && decoded_)
         copyTo(*collected_, movie_->picture().bounds(), {});
-    if (current_ == this) current_ = nullptr;
     leaveScreen();
+    handCurrentOn();
     markWhole();
 }
 
@@ -274,6 +300,7 @@ void RSmackerMovie::usePalette() {
 /// replaced at once.
 void RSmackerMovie::installPalette() {
     paletteDue_ = false;
+    if (!savedPalette_) savePalette();
     OMPalette palette = gamePalette(movie_->palette());
     EffectsWindow::filterPalette(palette);
     ownColors_ = OMGamePalette(palette);
@@ -308,6 +335,7 @@ void RSmackerMovie::givePaletteBack() {
     });
     if (other != all_.end()) return (*other)->installPalette();
     window()->setPalette(*savedPalette_, false);
+    savedPalette_.reset();
     moviePalette_.reset();
 }
 

@@ -341,6 +341,25 @@ TEST_F(HostMoviesTest, EveryKindOfSoundIsHeardAsItWas) {
             }
 }
 
+TEST_F(HostMoviesTest, TheFirstTrackThatCanBePlayedIsHeard) {
+    start(folder_.path("sound"));
+    Samples all;
+    MovieBuilder builder = withSound(colourful(8), {11127, 16, 1, true}, all);
+    for (auto& frame : builder.frames) {
+        frame.sounds[3] = std::exchange(frame.sounds[0], noise(100, 1));
+        frame.sounds[1] = frame.sounds[4] = frame.sounds[0];
+    }
+    builder.tracks[3] = std::exchange(builder.tracks[0], {.unknown = true});
+    builder.tracks[1] = {.rate = 900'000};
+    builder.tracks[4] = {};
+    auto movie = open(builder);
+    ASSERT_TRUE(movie);
+    play(*movie);
+    movie.reset();
+    EXPECT_EQ(recorded("001-11127.wav", {11127, 16, 1}), all);
+    EXPECT_FALSE(std::filesystem::exists(folder_.path("sound/002-22050.wav")));
+}
+
 TEST_F(HostMoviesTest, SoundWaitsWithTheMovieAndGoesWithIt) {
     start(folder_.path("sound"));
     Samples all;
@@ -366,6 +385,43 @@ TEST_F(HostMoviesTest, SoundWaitsWithTheMovieAndGoesWithIt) {
     expected.insert(expected.end(), all.begin() + 666, all.begin() + 706);
     EXPECT_EQ(recorded("001-1000.wav", {1000}), expected);
     EXPECT_EQ(recorded("002-1000.wav", {1000}), Samples(all.begin(), all.begin() + 66));
+}
+
+TEST_F(HostMoviesTest, AfterAJumpTheSoundIsThatOfThePicture) {
+    Samples all;
+    MovieBuilder even = withSound(colourful(30), {1000, 16, 2, true}, all);
+    even.rate = 60;
+    const auto at = [](int frame) { return static_cast<std::size_t>(frame) * 60; };
+    // How many frames the sound is ahead; 30: all of it comes with the first one.
+    for (const int ahead : {0, 1, 15, 30}) {
+        start(folder_.path("sound"));
+        MovieBuilder builder = even;
+        for (int i = 0; i < 30; ++i) {
+            auto& sounds = builder.frames.at(static_cast<std::size_t>(i)).sounds;
+            const std::size_t begin = at(i == 0 ? 0 : std::min(i + ahead, 30));
+            const std::size_t end = at(std::min(i + ahead + 1, 30));
+            const auto samples = all.begin();
+            sounds[0] = Samples(samples + static_cast<std::ptrdiff_t>(4 * begin),
+                                samples + static_cast<std::ptrdiff_t>(4 * end));
+            if (begin == end) sounds.clear();
+        }
+        auto movie = open(builder);
+        ASSERT_TRUE(movie);
+        Samples expected;
+        movie->goTo(9); // before it runs
+        movie->run(true);
+        for (const int frame : {9, 12, 20, 4, 29, 28, 0}) {
+            movie->goTo(frame);
+            movie->doFrame();
+            pass(50);
+            const auto from = all.begin() + static_cast<std::ptrdiff_t>(4 * at(frame));
+            expected.insert(expected.end(), from, from + 4 * 50);
+        }
+        EXPECT_EQ(fact(*movie, MovieFact::SoundSkips), 0u);
+        movie.reset();
+        const Samples heard = recorded("001-1000.wav", {1000, 16, 2});
+        EXPECT_EQ(heard, expected) << ahead;
+    }
 }
 
 TEST_F(HostMoviesTest, SoundThatComesTooLateIsLeftOut) {

@@ -117,6 +117,7 @@ struct MovieBuilder {
         int bits = 8;
         int channels = 1;
         bool packed = false;
+        bool unknown = false; ///< of a codec of its own
     };
 
     std::uint32_t width = 16; ///< multiples of 4
@@ -307,7 +308,8 @@ inline std::vector<std::byte> MovieBuilder::build() {
         }
         const Track& sound = found->second;
         out.u32(sound.rate | 1u << 30 | (sound.packed ? 1u << 31 : 0) |
-                (sound.bits == 16 ? 1u << 29 : 0) | (sound.channels == 2 ? 1u << 28 : 0));
+                (sound.bits == 16 ? 1u << 29 : 0) | (sound.channels == 2 ? 1u << 28 : 0) |
+                (sound.unknown ? 1u << 26 : 0));
     }
     out.u32(0);
     for (const auto& content : contents) out.u32(static_cast<std::int64_t>(content.size()) | 1);

@@ -6,6 +6,7 @@
 #include "trinkets/windowfixture.h"
 
 #include "omistreamfile.h"
+#include "ompath.h"
 #include "omsclass.h"
 #include "omwaveengine.h"
 #include "omwavesound.h"
@@ -134,6 +135,38 @@ TEST_F(MovieTest, StraightOntoTheWindowShowsJustWhatChangedWhenItIsTime) {
     EXPECT_EQ(finished, 2);
 }
 
+TEST_F(MovieTest, TheSceneIsShownAroundItWhenAScriptWantsItShown) {
+    begin();
+    window.reset();
+    EffectsWindow scene({0, 0}, "Test");
+    scene.startTransition();
+    Tile below(scene, {90, 50, 110, 60}, 'u');
+    RSmackerMovie movie(scene, "plain", at(100, 50));
+    movie.start();
+    pass();
+    EXPECT_EQ(seen(95, 55), 0U);
+    EXPECT_EQ(seen(105, 55), 'a');
+    scene.endTransition(false);
+    EXPECT_EQ(seen(95, 55), 'u');
+    pass();
+    EXPECT_EQ(seen(105, 55), 'a') << "at once, all of it";
+    EXPECT_EQ(shown, OMRegion({100, 50, 140, 70}));
+    pass();
+    EXPECT_TRUE(shown.isEmpty());
+    scene.startTransition();
+    Tile more(scene, {200, 50, 220, 60}, 'm');
+    scene.endTransition(true);
+    EXPECT_EQ(seen(205, 55), 'm');
+    EXPECT_EQ(seen(95, 55), 0U) << "just what is new";
+    pass();
+    EXPECT_EQ(seen(105, 55), 'a');
+    EXPECT_TRUE(scene.isResting());
+    movie.setVisible(false);
+    scene.displayScreen();
+    nextFrame();
+    EXPECT_EQ(seen(105, 55), 'u');
+}
+
 TEST_F(MovieTest, CollectsFramesForTheWindowToComposeAmongOthers) {
     begin();
     movies.files["m"] = {{{{{0, 0, 20, 20}, 'a'}}, {}}, {{{{5, 5, 10, 10}, 'b'}}, {}}, {}};
@@ -177,7 +210,12 @@ TEST_F(MovieTest, GoesOverFromTheOneToTheOtherInTheMiddle) {
     pass();
     EXPECT_EQ(seen(100, 50), 'o');
     {
-        const auto other = make("plain", at(0, 0));
+        auto straight = make("plain", at(0, 0));
+        straight->start();
+        auto other = make("plain", at(0, 0));
+        EXPECT_EQ(RSmackerMovie::current(), other.get()) << "opened last";
+        other.reset();
+        EXPECT_EQ(RSmackerMovie::current(), straight.get()) << "it still has the screen";
         movie->setCollecting(false);
         EXPECT_TRUE(movie->isCollecting()) << "while another one is current";
     }
@@ -188,7 +226,6 @@ TEST_F(MovieTest, GoesOverFromTheOneToTheOtherInTheMiddle) {
     movie->setPlaying(false);
     pass(100);
     EXPECT_EQ(seen(100, 50), 'b');
-    EXPECT_FALSE(movie->isPlaying());
     movie->setPlaying(true);
     pass();
     EXPECT_EQ(seen(100, 50), 'c');
@@ -199,6 +236,47 @@ TEST_F(MovieTest, GoesOverFromTheOneToTheOtherInTheMiddle) {
     movie->setCollecting(true);
     movie->setCollecting(false);
     EXPECT_FALSE(isResting()) << "it says where frames go, not whether there are any";
+    movie->setFrame(4);
+    movie->start();
+    movie->setCollecting(true);
+    pass();
+    pass();
+    EXPECT_EQ(seen(101, 51), 'e');
+    movie->release();
+    EXPECT_FALSE(movie->isCollecting());
+    pass();
+    EXPECT_EQ(seen(101, 51), 0U);
+}
+
+TEST_F(MovieTest, AllStandStillBehindBoxesAndAsLongAsAnybodyHoldsThem) {
+    begin();
+    std::vector<int> running;
+    app->setBoxLink([&](bool open) {
+        RSmackerMovie::holdAll(open);
+        running.push_back(movies.running);
+    });
+    auto movie = make("plain", at(0, 0));
+    auto paused = make("plain", at(100, 0));
+    auto later = make("plain", at(200, 0));
+    movie->start();
+    paused->start();
+    paused->setPlaying(false);
+    pass();
+    app->alert("A box");
+    RSmackerMovie::holdAll(true);
+    app->about();
+    EXPECT_THAT(running, ElementsAre(0, 1, 0, 0));
+    later->start();
+    paused->setPlaying(true);
+    const int frame = movie->frame();
+    pass(1000);
+    EXPECT_EQ(movies.running, 0);
+    EXPECT_EQ(movie->frame(), frame);
+    RSmackerMovie::holdAll(false);
+    EXPECT_EQ(movies.running, 3);
+    RSmackerMovie::holdAll(false);
+    EXPECT_FALSE(app->ask("", ""));
+    EXPECT_EQ(movies.running, 3) << "one that nobody held is not held less";
 }
 
 TEST_F(MovieTest, GivesTheColoursBackThatWereThereBeforeAllMovies) {
@@ -232,11 +310,14 @@ TEST_F(MovieTest, GivesTheColoursBackThatWereThereBeforeAllMovies) {
     EXPECT_EQ(red(), 0x80) << "the other one still plays";
     collecting->stop();
     EXPECT_EQ(red(), 0x20);
+    setRed(0x28); // another scene, while there are movies that have ended
+    RSmackerMovie::restoreWindowPalette();
+    EXPECT_EQ(red(), 0x28);
     movie->start();
     pass();
     EXPECT_EQ(red(), 0x60) << "set again, though they are not new";
     movie.reset();
-    EXPECT_EQ(red(), 0x20);
+    EXPECT_EQ(red(), 0x28);
     setRed(0x30); // another scene
     movie = make("m", {});
     movie->start();
@@ -331,6 +412,19 @@ TEST_F(MovieTest, HandlersMayDoAnythingToTheMovieThatCallsThem) {
     EXPECT_EQ(app->tasks().count(), 0U);
 }
 
+TEST_F(MovieTest, IsLookedForInTheCurrentDirectoryAndThenInTheSearchPath) {
+    begin();
+    OMPathAddDirectory("SCRIPTS\\", false);
+    OMPathAddDirectory("D:\\RSC\\", false);
+    OMPathSetStrict(true);
+    files.put("D:\\RSC\\m.smk", "");
+    files.put("D:\\RSC\\n.smk", "");
+    files.put("m.smk", "");
+    for (const char* name : {"m.smk", "n.smk", "D:\\RSC\\m.smk", "lost.smk", ""})
+        (void)make(name, at(0, 0));
+    EXPECT_THAT(movies.requests, ElementsAre("m.smk -1", "D:\\RSC\\n.smk -1", "D:\\RSC\\m.smk -1"));
+}
+
 TEST_F(MovieTest, SoundsAndCopiesWait) {
     OMWaveEngine engine;
     begin();
@@ -391,10 +485,10 @@ TEST_F(MovieTest, LeavesNoTraceOnEitherPageAndSurvivesTheWindow) {
     movie->start();
     window.reset();
     nextFrame();
-    EXPECT_FALSE(movie->isPlaying());
+    EXPECT_EQ(movies.running, 0);
     movie->start();
     movie->setCollecting(true);
-    EXPECT_FALSE(movie->isPlaying() || movie->isCollecting());
+    EXPECT_FALSE(movies.running > 0 || movie->isCollecting());
 }
 
 /// Depth, and whether windows have surfaces of that depth or bitmaps of 8 bits.

@@ -267,16 +267,20 @@ TEST_F(MakeMovie, IsListed) {
     options_.sound = folder_.at("a.wav");
     options_.ring = true;
     ASSERT_EQ(make({"1.png"}), 0);
-    const Bytes movie = asBytes(folder_.read("out/a.smk"));
+    Bytes movie = asBytes(folder_.read("out/a.smk"));
     folder_.write("cut.smk", Bytes(movie.begin(), movie.end() - 1));
     folder_.write("short.smk", Bytes(movie.begin(), movie.begin() + 50));
+    movie[20] |= 4;
+    folder_.write("doubled.smk", movie);
     EXPECT_EQ(run([&](auto& out, auto& errors) {
-                  return rsc::runList(paths({"cut.smk", "out/a.smk", "short.smk"}), out, errors);
+                  return rsc::runList(paths({"cut.smk", "out/a.smk", "doubled.smk", "short.smk"}),
+                                      out, errors);
               }),
               1);
     EXPECT_THAT(out_,
                 HasSubstr("a.smk:\n8x4, 1 frame of 66.66 ms, a ring frame, sound of 22050 Hz, "
                           "16 bits, stereo, packed\n"));
+    EXPECT_THAT(out_, HasSubstr("doubled.smk:\n8x8, 1 frame"));
     for (const char* name : {"cut.smk", "short.smk"})
         EXPECT_THAT(errors_, HasSubstr(name + std::string(": the movie is cut off\n")));
 }

@@ -76,7 +76,8 @@ class OMTrinketWindow : public OMWindow {
     };
 
     /// While there is any, somebody else draws straight onto the window's canvas: the window has no
-    /// idle cycles and the mouse cursor is hidden. May outlive the window.
+    /// idle cycles by itself and the mouse cursor is hidden. What it presents all the same is to be
+    /// drawn over again. May outlive the window.
     class Rest {
       public:
         explicit Rest(OMTrinketWindow& window);
@@ -145,6 +146,8 @@ class OMTrinketWindow : public OMWindow {
     [[nodiscard]] bool isFlipping() const { return pagesInUse_ > 1; }
     /// Whether somebody else draws on its canvas; see Rest.
     [[nodiscard]] bool isResting() const { return *rests_ > 0; }
+    /// How often the window has shown something; wraps.
+    [[nodiscard]] std::uint32_t presentations() const { return presentations_; }
 
     [[nodiscard]] bool isPresenting() const { return presenting_; }
     /// While off, what is composed is not shown; the next cycle after switching on shows it.
@@ -228,6 +231,8 @@ class OMTrinketWindow : public OMWindow {
     void idle() override;
 
   protected:
+    /// An idle cycle, also while the window rests.
+    void cycle();
     /// What every cursor goes through on its way to the screen.
     virtual void putCursor(std::shared_ptr<const OMCursor> cursor);
     /// Whether presses and double clicks go to trinkets, background and default links.
@@ -303,6 +308,7 @@ class OMTrinketWindow : public OMWindow {
     int flashDelayMs_ = 0;
     int minimumDepth_ = kLowestDepth;
     std::uint32_t defaultEventMask_ = 0;
+    std::uint32_t presentations_ = 0;
     long frames_ = 0; ///< shown since the last report
     std::uint32_t lastReportMs_;
 

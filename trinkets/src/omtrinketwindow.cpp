@@ -183,7 +183,10 @@ void OMTrinketWindow::wake() {
 }
 
 void OMTrinketWindow::idle() {
-    if (isResting()) return;
+    if (!isResting()) cycle();
+}
+
+void OMTrinketWindow::cycle() {
     run(hooks_.first);
     run(hooks_.beforeAnimation);
     stepTrinkets();
@@ -260,6 +263,7 @@ void OMTrinketWindow::present() {
     if (OMPlatform().display().isLost()) return;
     const OMRegion region = std::exchange(pages_[page_].present, {});
     if (region.isEmpty()) return;
+    ++presentations_;
     countFrame();
     if (flashDelayMs_ > 0) flash(region);
     if (isFlipping())

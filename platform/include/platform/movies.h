@@ -85,7 +85,7 @@ class Movie {
     /// Goes on to the next frame; the last one stays.
     virtual void nextFrame() = 0;
     /// Goes to a frame, kept between the first and the last: `doFrame` then gives its picture
-    /// whole. Sound that is still to be heard is dropped.
+    /// whole. The sound goes on with that of the frame's time.
     virtual void goTo(int frame) = 0;
 
     /// To be told how long it took to show what was decoded, for the summary.

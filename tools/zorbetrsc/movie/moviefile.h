@@ -28,6 +28,7 @@ struct MovieHeader {
     static constexpr std::size_t kTracks = 7;
 
     static constexpr std::uint32_t kRingFlag = 1;
+    static constexpr std::uint32_t kDoubledFlags = 2 | 4; ///< either: each line is shown twice
     static constexpr std::uint32_t kPacked = std::uint32_t{1} << 31; ///< of the sound format
     static constexpr std::uint32_t kPresent = std::uint32_t{1} << 30;
     static constexpr std::uint32_t k16Bits = std::uint32_t{1} << 29;

@@ -19,10 +19,9 @@ class MovieDescriber {
 
     std::string describe() const {
         checkSize();
-        std::string text = std::to_string(in_.u32(MovieHeader::kWidth)) + "x" +
-                           std::to_string(in_.u32(MovieHeader::kHeight)) + ", " +
-                           counted(in_.u32(MovieHeader::kFrames), "frame") + " of " + frameTime() +
-                           " ms";
+        std::string text =
+            std::to_string(in_.u32(MovieHeader::kWidth)) + "x" + std::to_string(shownHeight()) +
+            ", " + counted(in_.u32(MovieHeader::kFrames), "frame") + " of " + frameTime() + " ms";
         if (hasRing()) text += ", a ring frame";
         for (std::size_t track = 0; track < MovieHeader::kTracks; ++track)
             text += sound(in_.u32(MovieHeader::kSoundFormat + track * 4));
@@ -30,8 +29,14 @@ class MovieDescriber {
     }
 
   private:
-    [[nodiscard]] bool hasRing() const {
-        return (in_.u32(MovieHeader::kFlags) & MovieHeader::kRingFlag) != 0;
+    [[nodiscard]] bool hasFlag(std::uint32_t flags) const {
+        return (in_.u32(MovieHeader::kFlags) & flags) != 0;
+    }
+    [[nodiscard]] bool hasRing() const { return hasFlag(MovieHeader::kRingFlag); }
+
+    [[nodiscard]] std::uint64_t shownHeight() const {
+        const std::uint64_t height = in_.u32(MovieHeader::kHeight);
+        return hasFlag(MovieHeader::kDoubledFlags) ? 2 * height : height;
     }
 
     void checkSize() const {
