@@ -60,7 +60,10 @@ void BackgroundMusic::start(int id, int volume, int fadeSeconds) {
     } else {
         setVolume(volume_);
     }
-    if (pauses_ > 0) hold();
+    if (pauses_ > 0)
+        hold();
+    else if (held_ && !scene_.movieIsCurrent())
+        release();
     play();
 }
 
@@ -110,7 +113,10 @@ void BackgroundMusic::hold() {
 
 void BackgroundMusic::resume() {
     pauses_ = std::max(pauses_ - 1, 0);
-    if (pauses_ > 0 || !held_ || scene_.movieIsCurrent()) return;
+    if (pauses_ == 0 && held_ && !scene_.movieIsCurrent()) release();
+}
+
+void BackgroundMusic::release() {
     held_ = false;
     if (fade_ && fade_->heldSince) fade_->start += scene_.ticks() - *fade_->heldSince;
     if (fade_) fade_->heldSince.reset();

@@ -52,7 +52,7 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
     void stop(int fadeSeconds);
     /// Pauses are counted: as many resumes end them.
     void pause();
-    /// While a movie is current the music stays paused until the next resume.
+    /// While a movie is current the music stays paused until the next resume or start.
     void resume();
 
   private:
@@ -72,6 +72,7 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
     /// Unless it plays already, or waits in a pause for it.
     void play();
     void hold();
+    void release();
     void beginFade(int from, int to, int seconds, bool thenStop);
     /// What the fade's task does in every pass.
     void fade();

@@ -239,6 +239,15 @@ TEST_F(ScenePortTest, AMovieKeepsWhatIsPausedUntilTheNextTime) {
     EXPECT_EQ(hearAfter(1000), kNothing);
     music.resume();
     EXPECT_EQ(hearAfter(1000), 30);
+
+    movie = true;
+    music.pause();
+    music.resume();
+    music.start(kLouder, 60, 0);
+    EXPECT_EQ(hear(), kNothing);
+    movie = false;
+    music.start(kLouder, 80, 2); // the same sound
+    EXPECT_EQ(hearAfter(1000), 40);
 }
 
 TEST_F(ScenePortTest, PausesAndMoviesThatTakeTheDeviceMayCross) {
