@@ -35,7 +35,6 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
     [[nodiscard]] int id() const { return id_; }
     [[nodiscard]] int volume() const { return volume_; } ///< 0 to 100
     [[nodiscard]] bool isEnabled() const { return enabled_; }
-    [[nodiscard]] bool isFading() const { return fade_ != nullptr; }
 
     /// Another id starts at once, at the volume that there is.
     void setId(int id);

@@ -92,7 +92,6 @@ TEST_F(ScenePortTest, FadesHaveTheirVolumeInEveryPass) {
         port->invoke("startBackgroundMusic", {"1", "80", "2"});
         EXPECT_EQ(hear(), 0);
         expectFade(0, 80, 2, 2100);
-        EXPECT_FALSE(music.isFading());
         port->invoke("stopBackgroundMusic", {"3"});
         expectFade(80, 0, 3, 2900);
         EXPECT_EQ(hearAfter(100), kNothing);
@@ -137,7 +136,6 @@ TEST_F(ScenePortTest, WhatIsWrittenInTheMiddleOfAFadeEndsIt) {
 TEST_F(ScenePortTest, FadesThatGoNowhereEndAndLongOnesDoNotOverflow) {
     music.start(kLouder, 0, 1);
     EXPECT_EQ(hear(), 0);
-    EXPECT_FALSE(music.isFading());
     music.stop(1);
     hear();
     EXPECT_EQ(hear(), kNothing) << "it was silent already";
@@ -346,7 +344,6 @@ TEST_F(ScenePortTest, WhatCannotPlayIsRemembered) {
     EXPECT_EQ(hear(), kNothing);
     EXPECT_EQ(music.id(), 99);
     EXPECT_EQ(music.volume(), 50);
-    EXPECT_FALSE(music.isFading());
     EXPECT_EQ(takeFailures(), Strings{});
     music.setStreamSource(nullptr);
     music.setId(kSofter);
