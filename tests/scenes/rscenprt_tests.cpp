@@ -254,9 +254,9 @@ TEST_F(ScenePortTest, PausesAndMoviesThatTakeTheDeviceMayCross) {
         const char* steps;
         bool plays;
     } rows[] = {
-        {"yb", true},   {"ypb", false},   {"ypbr", true}, {"pyb", false},
-        {"pybr", true}, {"pyrb", true},   {"yprb", true}, {"yprpb", false},
-        {"ysb", true},  {"yppbr", false}, {"ynb", false}, {"pynbr", true},
+        {"yb", true},   {"ypb", false},  {"ypbr", true},   {"pyb", false},  {"pybr", true},
+        {"pyrb", true}, {"yprb", true},  {"yprpb", false}, {"ysb", true},   {"yppbr", false},
+        {"ynb", true},  {"pynbr", true}, {"ynpb", false},  {"ynpbr", true},
     };
     for (const auto& row : rows) {
         music.start(kLouder, 40, 0);
@@ -274,6 +274,34 @@ TEST_F(ScenePortTest, PausesAndMoviesThatTakeTheDeviceMayCross) {
         music.stop(0);
         for (int i = 0; i < 3; ++i) music.resume();
     }
+}
+
+TEST_F(ScenePortTest, MusicThatIsStartedDuringAMovieBeginsAfterIt) {
+    engine.yieldDevice();
+    music.start(kLouder, 100, 10);
+    EXPECT_EQ(hearAfter(3000), kNothing);
+    engine.reclaimDevice();
+    hear();
+    EXPECT_EQ(hearAfter(1000), 10) << "the fade began with it";
+    music.stop(0);
+
+    engine.yieldDevice();
+    music.start(kLouder, 100, 0);
+    music.stop(1);
+    hearAfter(1100);
+    engine.reclaimDevice();
+    EXPECT_EQ(hear(), kNothing) << "it was stopped meanwhile";
+
+    engine.yieldDevice();
+    music.start(kLouder, 100, 0);
+    music.setEnabled(false);
+    music.setEnabled(true);
+    device.available = false;
+    engine.reclaimDevice();
+    EXPECT_EQ(hear(), kNothing) << "the device is lost";
+    device.available = true;
+    music.start(kLouder, 100, 0);
+    EXPECT_EQ(hear(), 100);
 }
 
 // The sound
