@@ -229,6 +229,23 @@ TEST_F(CharacterTest, LayersFollowTheCharacter) {
     EXPECT_EQ(hat.x(), 37);
 }
 
+TEST_F(CharacterTest, WhatIsPlayedMayEndInTheMidstOfADrag) {
+    for (const char* event : {"mouseUp", "flyOn", "flyOff"})
+        character->attachHandler(event, [this, event] { heard += std::string(event) + " "; });
+    wave();
+    run(50);
+    window.mouseMove({25, 15});
+    window.mouseDown({25, 15});
+    run(300);
+    EXPECT_EQ(takeHeard(), "flyOn finished done ");
+    character->setSettlePoseId(kOther);
+    window.mouseMove({35, 15});
+    window.mouseUp({35, 15});
+    EXPECT_EQ(character->x(), 30);
+    window.mouseMove({90, 70});
+    EXPECT_EQ(takeHeard(), "mouseUp flyOff flyOn flyOff ") << "from what was played to the pose";
+}
+
 TEST_F(CharacterTest, TheSettlePoseInAllStates) {
     EXPECT_EQ(watch(500), "p");
     character->setAnimateSettled(true);
