@@ -8,6 +8,7 @@
 #include "omsarguments.h"
 #include "omtrinket.h"
 #include "scenes/efwindow.h"
+#include "scenes/rcharctr.h"
 #include "world/rworldport.h"
 #include "ykeyword.h"
 
@@ -47,6 +48,7 @@ constexpr RCommandRow<RCommands> RCommands::kRows[] = {
     RCommand<&RCommands::setCorralTrinketNormalization>("SetCorralTrinketNormalization", "yes"),
     RCommand<&RCommands::setDebugLevel>("SetDebugLevel", "level"),
     RCommand<&RCommands::setDoubleClicksEnabled>("SetDoubleClicksEnabled", "yes"),
+    RCommand<&RCommands::setSpeechCaching>("SetSpeechCaching", "yes"),
     RCommand<&RCommands::setUseEmbeddedAnimationCoordinates>("SetUseEmbeddedAnimationCoordinates",
                                                              "yes"),
     RCommand<&RCommands::startTransition>("StartTransition"),
@@ -55,7 +57,10 @@ constexpr RCommandRow<RCommands> RCommands::kRows[] = {
 
 RCommands::RCommands(EffectsWindow& window) : window_(window) { RRegisterCommands(*this, kRows); }
 
-RCommands::~RCommands() { YCommands::clear(); }
+RCommands::~RCommands() {
+    RCharacter::setSpeechCaching(false);
+    YCommands::clear();
+}
 
 std::vector<RCommandWords> RCommands::words() { return RCommandWordsOf(kRows); }
 
@@ -113,6 +118,8 @@ void RCommands::setCorralTrinketNormalization(bool on) { OMTrinket::setCorralNor
 void RCommands::setDebugLevel(int level) { OMLog::setLevel(level); }
 
 void RCommands::setDoubleClicksEnabled(bool on) { window_.setDoubleClicksEnabled(on); }
+
+void RCommands::setSpeechCaching(bool on) { RCharacter::setSpeechCaching(on); }
 
 void RCommands::setUseEmbeddedAnimationCoordinates(bool on) {
     OMAnimation::setUseEmbeddedAnimationCoordinates(on);

@@ -1,5 +1,5 @@
 // The global commands of the script language that the game offers: scenes and transitions, boxes,
-// random numbers, the output file, the log.
+// random numbers, the output file, the log, switches.
 #pragma once
 
 #include "commandtable.h"
@@ -47,6 +47,7 @@ class RCommands {
     void setCorralTrinketNormalization(bool on);
     void setDebugLevel(int level);
     void setDoubleClicksEnabled(bool on);
+    void setSpeechCaching(bool on);
     void setUseEmbeddedAnimationCoordinates(bool on);
     void startTransition();
     void writeToFile(std::string text, const std::string& newLine);

@@ -48,6 +48,7 @@ void RMenuCommands::openExitScreen() {
     const OMLink collect = movieCollector_;
     collect();
     RScenePort::tellPaused();
+    if (!app_.isRunning()) return; // a handler has ended the game
     if (app_.ask(RWarningText(warningtext::kReallyLeave), app_.productName()))
         app_.stop();
     else

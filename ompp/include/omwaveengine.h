@@ -77,6 +77,7 @@ class OMWaveEngine {
     void yieldDevice();
     /// Opens the device again and keeps it open; the sounds that were paused go on.
     void reclaimDevice();
+    [[nodiscard]] bool isYielded() const { return yields_ > 0; }
 
     /// Is told milliseconds by which the sounds have come late: the queue ran dry, or the engine
     /// was suspended. The number returned is for removeLatencyListener.

@@ -1,6 +1,7 @@
 #include "scenes/backgroundmusic.h"
 
 #include "omdebug.h"
+#include "omwaveengine.h"
 #include "streamsound.h"
 
 #include <algorithm>
@@ -9,7 +10,7 @@ namespace {
 
 constexpr int kNoMusicOf16Bits = 0xFFFF;
 constexpr int kSilent = 0;
-constexpr std::uint32_t kFadePriority = 110; ///< before the sound engine mixes
+constexpr std::uint32_t kTaskPriority = 110; ///< before the sound engine mixes
 constexpr int kReadInPieces = kOMIStreamBuffered;
 
 bool isMusic(int id) { return id != BackgroundMusic::kNoMusic && id != kNoMusicOf16Bits; }
@@ -60,12 +61,29 @@ void BackgroundMusic::start(int id, int volume, int fadeSeconds) {
     } else {
         setVolume(volume_);
     }
-    if (pauses_ > 0) hold();
+    if (pauses_ > 0)
+        hold();
+    else if (held_ && !scene_.movieIsCurrent())
+        release();
     play();
 }
 
 void BackgroundMusic::play() {
-    if (!playing_) playing_ = music_->sound.play(true);
+    if (playing_) return;
+    playing_ = music_->sound.play(true);
+    if (!playing_ && OMWaveEngine::require().isYielded()) awaitDevice();
+}
+
+void BackgroundMusic::awaitDevice() {
+    holdFade();
+    if (waiting_) return;
+    const auto look = [this] {
+        if (OMWaveEngine::require().isYielded()) return;
+        waiting_.reset();
+        if (!held_) releaseFade();
+        play();
+    };
+    waiting_ = std::make_unique<OMTask>(look, kTaskPriority);
 }
 
 void BackgroundMusic::createSound() {
@@ -82,6 +100,7 @@ void BackgroundMusic::createSound() {
 
 void BackgroundMusic::deleteSound() {
     fade_.reset();
+    waiting_.reset();
     music_.reset();
     playing_ = held_ = false;
 }
@@ -104,21 +123,33 @@ void BackgroundMusic::pause() {
 void BackgroundMusic::hold() {
     if (!music_) return;
     held_ = true;
-    if (fade_ && !fade_->heldSince) fade_->heldSince = scene_.ticks();
+    holdFade();
     music_->sound.pause();
 }
 
 void BackgroundMusic::resume() {
     pauses_ = std::max(pauses_ - 1, 0);
-    if (pauses_ > 0 || !held_ || scene_.movieIsCurrent()) return;
+    if (pauses_ == 0 && held_ && !scene_.movieIsCurrent()) release();
+}
+
+void BackgroundMusic::release() {
     held_ = false;
-    if (fade_ && fade_->heldSince) fade_->start += scene_.ticks() - *fade_->heldSince;
-    if (fade_) fade_->heldSince.reset();
+    releaseFade();
     music_->sound.resume();
     play(); // one that found no device when it was started
 }
 
 // Fades
+
+void BackgroundMusic::holdFade() {
+    if (fade_ && !fade_->heldSince) fade_->heldSince = scene_.ticks();
+}
+
+void BackgroundMusic::releaseFade() {
+    if (!fade_ || !fade_->heldSince) return;
+    fade_->start += scene_.ticks() - *fade_->heldSince;
+    fade_->heldSince.reset();
+}
 
 void BackgroundMusic::beginFade(int from, int to, int seconds, bool thenStop) {
     const std::int64_t now = scene_.ticks();
@@ -128,7 +159,7 @@ void BackgroundMusic::beginFade(int from, int to, int seconds, bool thenStop) {
                          .start = now,
                          .duration = std::int64_t{seconds} * ScenePause::kTicksPerSecond,
                          .heldSince = held_ ? std::optional(now) : std::nullopt,
-                         .task = {[this] { fade(); }, kFadePriority}});
+                         .task = {[this] { fade(); }, kTaskPriority}});
 }
 
 void BackgroundMusic::fade() {

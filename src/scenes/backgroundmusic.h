@@ -35,7 +35,6 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
     [[nodiscard]] int id() const { return id_; }
     [[nodiscard]] int volume() const { return volume_; } ///< 0 to 100
     [[nodiscard]] bool isEnabled() const { return enabled_; }
-    [[nodiscard]] bool isFading() const { return fade_ != nullptr; }
 
     /// Another id starts at once, at the volume that there is.
     void setId(int id);
@@ -46,13 +45,13 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
 
     /// Starts a sound, or goes on with the one that plays at another volume. With a fade of more
     /// than 0 seconds the volume comes up from 0. Without a source, or without a sound of that id,
-    /// nothing plays.
+    /// nothing plays. While the sound engine has yielded the device, it waits for that.
     void start(int id, int volume, int fadeSeconds);
     /// With a fade of more than 0 seconds when the volume has gone down to 0.
     void stop(int fadeSeconds);
     /// Pauses are counted: as many resumes end them.
     void pause();
-    /// While a movie is current the music stays paused until the next resume.
+    /// While a movie is current the music stays paused until the next resume or start.
     void resume();
 
   private:
@@ -63,7 +62,7 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
         bool thenStop;
         std::int64_t start;
         std::int64_t duration;
-        std::optional<std::int64_t> heldSince; ///< while the music is paused
+        std::optional<std::int64_t> heldSince; ///< while the music is paused or waits
         OMTask task;
     };
 
@@ -71,7 +70,12 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
     void deleteSound();
     /// Unless it plays already, or waits in a pause for it.
     void play();
+    /// Has the music and its fade begin when the sound engine has the device back.
+    void awaitDevice();
     void hold();
+    void release();
+    void holdFade();
+    void releaseFade();
     void beginFade(int from, int to, int seconds, bool thenStop);
     /// What the fade's task does in every pass.
     void fade();
@@ -84,6 +88,7 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
     int pauses_ = 0;
     bool held_ = false; ///< the sound is paused by us
     std::unique_ptr<RStreamSound> music_;
-    bool playing_ = false;       ///< the sound was started and has not ended for want of a device
-    std::unique_ptr<Fade> fade_; ///< only while there is a sound
+    bool playing_ = false; ///< the sound was started and has not ended for want of a device
+    std::unique_ptr<OMTask> waiting_; ///< only while the sound waits for the device
+    std::unique_ptr<Fade> fade_;      ///< only while there is a sound
 };

@@ -4,8 +4,12 @@
 #include "trinkets/windowfixture.h"
 
 #include "aosounds.h"
+#include "commands.h"
 #include "omao.h"
 #include "omrandom.h"
+#include "omsarguments.h"
+#include "scenes/efwindow.h"
+#include "ykeyword.h"
 
 #include <map>
 #include <set>
@@ -51,7 +55,6 @@ class CharacterTest : public WindowTest, private AOSounds {
         AOSounds::setCurrent(nullptr);
         RSpeechRecords::clear();
         RCharacter::setSpeechListeners(nullptr, nullptr);
-        RCharacter::setSpeechCaching(false);
         OMAnimation::setSourceLocator(nullptr);
     }
 
@@ -226,6 +229,23 @@ TEST_F(CharacterTest, LayersFollowTheCharacter) {
     EXPECT_EQ(hat.x(), 37);
 }
 
+TEST_F(CharacterTest, WhatIsPlayedMayEndInTheMidstOfADrag) {
+    for (const char* event : {"mouseUp", "flyOn", "flyOff"})
+        character->attachHandler(event, [this, event] { heard += std::string(event) + " "; });
+    wave();
+    run(50);
+    window.mouseMove({25, 15});
+    window.mouseDown({25, 15});
+    run(300);
+    EXPECT_EQ(takeHeard(), "flyOn finished done ");
+    character->setSettlePoseId(kOther);
+    window.mouseMove({35, 15});
+    window.mouseUp({35, 15});
+    EXPECT_EQ(character->x(), 30);
+    window.mouseMove({90, 70});
+    EXPECT_EQ(takeHeard(), "mouseUp flyOff flyOn flyOff ") << "from what was played to the pose";
+}
+
 TEST_F(CharacterTest, TheSettlePoseInAllStates) {
     EXPECT_EQ(watch(500), "p");
     character->setAnimateSettled(true);
@@ -329,7 +349,11 @@ TEST_F(CharacterTest, CachedSpeechesAreLoadedOnce) {
     RCharacter(window, kPose, {}).addSpeechAnim(kSpeech);
     character->addSpeechAnim(kSpeech);
     EXPECT_EQ(std::exchange(loads, 0), 2) << "the settle pose, and the speeches of both";
-    RCharacter::setSpeechCaching(true);
+    EffectsWindow game({0, 0}, "Game");
+    auto commands = std::make_unique<RCommands>(game);
+    OMSArguments::global().clear();
+    OMSArguments::global().push("1");
+    YCommands::find("SetSpeechCaching")->invoke();
     character->addSpeechAnim(kOther);
     loads = 0;
     const std::pair<int, const char*> rows[] = {{501, "sp"}, {502, "up"}, {503, "vp"}, {501, "sp"}};
@@ -342,6 +366,9 @@ TEST_F(CharacterTest, CachedSpeechesAreLoadedOnce) {
     }
     EXPECT_EQ(loads, 2);
     EXPECT_TRUE(character->member(1000) && character->member(1001) && !character->member(1002));
+    commands.reset(); // with which the switch is off again
+    speak(501);
+    EXPECT_TRUE(character->member(2)) << "on its own layer, which goes again";
 }
 
 // Refusals and destruction

@@ -92,7 +92,6 @@ TEST_F(ScenePortTest, FadesHaveTheirVolumeInEveryPass) {
         port->invoke("startBackgroundMusic", {"1", "80", "2"});
         EXPECT_EQ(hear(), 0);
         expectFade(0, 80, 2, 2100);
-        EXPECT_FALSE(music.isFading());
         port->invoke("stopBackgroundMusic", {"3"});
         expectFade(80, 0, 3, 2900);
         EXPECT_EQ(hearAfter(100), kNothing);
@@ -137,7 +136,6 @@ TEST_F(ScenePortTest, WhatIsWrittenInTheMiddleOfAFadeEndsIt) {
 TEST_F(ScenePortTest, FadesThatGoNowhereEndAndLongOnesDoNotOverflow) {
     music.start(kLouder, 0, 1);
     EXPECT_EQ(hear(), 0);
-    EXPECT_FALSE(music.isFading());
     music.stop(1);
     hear();
     EXPECT_EQ(hear(), kNothing) << "it was silent already";
@@ -239,6 +237,15 @@ TEST_F(ScenePortTest, AMovieKeepsWhatIsPausedUntilTheNextTime) {
     EXPECT_EQ(hearAfter(1000), kNothing);
     music.resume();
     EXPECT_EQ(hearAfter(1000), 30);
+
+    movie = true;
+    music.pause();
+    music.resume();
+    music.start(kLouder, 60, 0);
+    EXPECT_EQ(hear(), kNothing);
+    movie = false;
+    music.start(kLouder, 80, 2); // the same sound
+    EXPECT_EQ(hearAfter(1000), 40);
 }
 
 TEST_F(ScenePortTest, PausesAndMoviesThatTakeTheDeviceMayCross) {
@@ -247,9 +254,9 @@ TEST_F(ScenePortTest, PausesAndMoviesThatTakeTheDeviceMayCross) {
         const char* steps;
         bool plays;
     } rows[] = {
-        {"yb", true},   {"ypb", false},   {"ypbr", true}, {"pyb", false},
-        {"pybr", true}, {"pyrb", true},   {"yprb", true}, {"yprpb", false},
-        {"ysb", true},  {"yppbr", false}, {"ynb", false}, {"pynbr", true},
+        {"yb", true},   {"ypb", false},  {"ypbr", true},   {"pyb", false},  {"pybr", true},
+        {"pyrb", true}, {"yprb", true},  {"yprpb", false}, {"ysb", true},   {"yppbr", false},
+        {"ynb", true},  {"pynbr", true}, {"ynpb", false},  {"ynpbr", true},
     };
     for (const auto& row : rows) {
         music.start(kLouder, 40, 0);
@@ -267,6 +274,34 @@ TEST_F(ScenePortTest, PausesAndMoviesThatTakeTheDeviceMayCross) {
         music.stop(0);
         for (int i = 0; i < 3; ++i) music.resume();
     }
+}
+
+TEST_F(ScenePortTest, MusicThatIsStartedDuringAMovieBeginsAfterIt) {
+    engine.yieldDevice();
+    music.start(kLouder, 100, 10);
+    EXPECT_EQ(hearAfter(3000), kNothing);
+    engine.reclaimDevice();
+    hear();
+    EXPECT_EQ(hearAfter(1000), 10) << "the fade began with it";
+    music.stop(0);
+
+    engine.yieldDevice();
+    music.start(kLouder, 100, 0);
+    music.stop(1);
+    hearAfter(1100);
+    engine.reclaimDevice();
+    EXPECT_EQ(hear(), kNothing) << "it was stopped meanwhile";
+
+    engine.yieldDevice();
+    music.start(kLouder, 100, 0);
+    music.setEnabled(false);
+    music.setEnabled(true);
+    device.available = false;
+    engine.reclaimDevice();
+    EXPECT_EQ(hear(), kNothing) << "the device is lost";
+    device.available = true;
+    music.start(kLouder, 100, 0);
+    EXPECT_EQ(hear(), 100);
 }
 
 // The sound
@@ -337,7 +372,6 @@ TEST_F(ScenePortTest, WhatCannotPlayIsRemembered) {
     EXPECT_EQ(hear(), kNothing);
     EXPECT_EQ(music.id(), 99);
     EXPECT_EQ(music.volume(), 50);
-    EXPECT_FALSE(music.isFading());
     EXPECT_EQ(takeFailures(), Strings{});
     music.setStreamSource(nullptr);
     music.setId(kSofter);

@@ -88,6 +88,12 @@ TEST_F(MenuCommandsTest, TheExitScreenAsksBeforeTheGameEnds) {
                   "Quer mesmo sair do jogo?/Zorbet/36");
 }
 
+TEST_F(MenuCommandsTest, NothingIsAskedWhenAHandlerOfPausedHasEndedTheGame) {
+    port.attachHandler("paused", [this] { app->stop(); });
+    command(59396);
+    EXPECT_TRUE(machine.dialogs().boxes.empty());
+}
+
 TEST_F(MenuCommandsTest, TheOtherCommandsGoToTheLogAndToTheWindow) {
     std::string delays;
     for (const int ms : {0, 10, 3, 150, -500}) {

@@ -217,6 +217,69 @@ TEST_F(GroupEventTest, HandlersMayDestroyGroupAndMembers) {
     EXPECT_EQ(window.trinketCount(), 0u);
 }
 
+TEST_F(GroupEventTest, WhatAMemberThatGoesHasOfTheMouseItsGroupKeeps) {
+    group->setCursors(-3, -4);
+    window.mouseMove({15, 15});
+    a.reset();
+    EXPECT_EQ(machine.display().cursor, OMTrinket::defaultCursor) << "the other one is elsewhere";
+    window.mouseMove({60, 60});
+    EXPECT_EQ(std::exchange(heard, {}), (Texts{"flyOn", "flyOff"}));
+
+    a = std::make_unique<Tile>(window, Rect{10, 10, 20, 20}, 10);
+    group->add(*a, 0);
+    group->setSnapGrid({16, 0, {0, 0}});
+    drag({15, 15}, {16, 15});
+    a.reset();
+    window.mouseMove({26, 15});
+    EXPECT_EQ(b->x(), 41);
+    window.mouseUp({26, 15});
+    EXPECT_EQ(b->x(), 48) << "dropped";
+    EXPECT_EQ(window.mouseTarget(), nullptr);
+    EXPECT_EQ(std::exchange(heard, {}), (Texts{"mouseDown", "link down", "mouseUp"}));
+
+    b->setMouseCapture(true);
+    b.reset();
+    EXPECT_EQ(window.mouseTarget(), nullptr) << "nobody would give it back";
+}
+
+TEST_F(GroupEventTest, AMemberMayGoInItsOwnHandlers) {
+    const struct {
+        const char* event; ///< in whose handler it goes
+        bool movable;
+        int x; ///< of the other one at the end
+        Texts heard;
+    } rows[] = {
+        {"mouseDown", true, 35, {"flyOn", "mouseDown", "link down", "mouseUp", "flyOff"}},
+        {"mouseDown", false, 30, {"flyOn", "mouseDown", "link down", "flyOff"}},
+        {"mouseUp",
+         true,
+         35,
+         {"flyOn", "mouseDown", "link down", "own event", "mouseUp", "flyOff"}},
+        {"dblClick", true, 30, {"flyOn", "dblClick", "flyOff"}},
+        {"flyOff", true, 30, {"flyOn", "flyOff"}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.event);
+        a = std::make_unique<Tile>(window, Rect{10, 10, 20, 20}, 10);
+        b = std::make_unique<Tile>(window, Rect{30, 30, 45, 40}, 11);
+        group->add(*a, 0);
+        group->add(*b, 1);
+        group->setMovable(row.movable);
+        a->attachHandler("mouseDown", [this] { heard.emplace_back("own event"); });
+        a->attachHandler(row.event, [this] { a.reset(); });
+        window.mouseMove({15, 15});
+        if (row.event == std::string("dblClick")) window.doubleClick({15, 15});
+        if (row.event != std::string("dblClick") && row.event != std::string("flyOff"))
+            window.mouseDown({15, 15});
+        window.mouseMove({20, 15});
+        window.mouseUp({20, 15});
+        window.mouseMove({70, 70});
+        EXPECT_EQ(window.mouseTarget(), nullptr);
+        EXPECT_EQ(b->x(), row.x);
+        EXPECT_EQ(std::exchange(heard, {}), row.heard);
+    }
+}
+
 TEST_F(GroupTest, ACopyHasThePlaceButNotTheMembers) {
     const auto copy = group->duplicate();
     const auto& other = dynamic_cast<OMMultiTrinket&>(*copy);

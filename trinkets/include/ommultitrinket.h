@@ -3,7 +3,8 @@
 //
 //     g=OMMultiTrinket z
 //
-// A group does not own its members. Whichever goes first, the other stays as it is. A trinket is in
+// A group does not own its members. Whichever goes first, the other stays as it is; a member that
+// goes while it is held, or under the pointer, leaves that to its group. A trinket is in
 // one group at most; a group may be the member of another one, but not of itself.
 #pragma once
 

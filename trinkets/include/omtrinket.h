@@ -219,6 +219,8 @@ class OMTrinket : public OMScriptableObject {
     };
 
     void enterWindow();
+    /// For good: its group keeps what it has of the mouse.
+    void leaveGroup();
     void moveTo(std::int64_t x, std::int64_t y);
     void changeDepth(int z);
     void changeVisibility(bool visible);

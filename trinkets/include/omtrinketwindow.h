@@ -259,6 +259,8 @@ class OMTrinketWindow : public OMWindow {
     void addUnshown(const platform::Rect& rectangle);
     void setTarget(OMTrinket& trinket);
     void releaseTarget(const OMTrinket& trinket);
+    /// A trinket goes: what it holds, and that the pointer is over it, passes to its group.
+    void handOver(const OMTrinket& trinket, OMTrinket& group);
 
     void wake();
     void stepTrinkets();
@@ -282,6 +284,8 @@ class OMTrinketWindow : public OMWindow {
     void leave(OMTrinket& trinket);
     void enter(OMTrinket& trinket);
     [[nodiscard]] bool isHolding() const;
+    /// The handlers of a press or a double click are at work, and nobody has captured the mouse.
+    [[nodiscard]] bool isPressing() const;
     /// That of what the pointer holds or is over.
     [[nodiscard]] int wantedCursor() const;
 

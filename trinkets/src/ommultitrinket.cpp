@@ -44,7 +44,7 @@ OMMultiTrinket::OMMultiTrinket(const OMMultiTrinket& other)
 }
 
 OMMultiTrinket::~OMMultiTrinket() {
-    if (group()) group()->remove(*this); // while it knows its place
+    leaveGroup(); // while it knows its place
     for (const Member& member : members_) member.trinket->group_ = nullptr;
 }
 

@@ -64,7 +64,7 @@ OMTrinket::OMTrinket(const OMTrinket& other)
 }
 
 OMTrinket::~OMTrinket() {
-    if (group_) group_->remove(*this);
+    leaveGroup();
     if (!window_) return;
     if (window_->isFocus(*this)) window_->clearFocus();
     erase();
@@ -76,6 +76,13 @@ void OMTrinket::enterWindow() {
     window_->add(*this);
     steppedIn_ = window_->cycles_; // one that is made in a step has its first in the next cycle
     markWhole();
+}
+
+void OMTrinket::leaveGroup() {
+    if (!group_) return;
+    OMMultiTrinket& group = *group_;
+    group.remove(*this);
+    if (window_) window_->handOver(*this, group);
 }
 
 // Queries

@@ -24,6 +24,10 @@ bool OMTrinketWindow::isHolding() const {
     return target_ && target_->mouseState() == OMTrinket::MouseState::Held;
 }
 
+bool OMTrinketWindow::isPressing() const {
+    return target_ && target_->mouseState() == OMTrinket::MouseState::Idle;
+}
+
 int OMTrinketWindow::wantedCursor() const {
     if (!cursorManagement_) return OMTrinket::defaultCursor;
     if (isHolding()) return target_->grabCursor();
@@ -31,8 +35,7 @@ int OMTrinketWindow::wantedCursor() const {
 }
 
 void OMTrinketWindow::updateCursor() {
-    const bool isPressed = target_ && target_->mouseState() == OMTrinket::MouseState::Idle;
-    if (!isHolding() && !isPressed)
+    if (!isHolding() && !isPressing())
         updateFlyOver();
     else if (cursorManagement_)
         showCursor(wantedCursor());

@@ -1,7 +1,8 @@
 // The way of mouse and keys through the trinket window.
 //
 // A handler may destroy the trinket it belongs to, any other one, or take the mouse for another;
-// what comes after a call into a trinket therefore asks again.
+// what comes after a call into a trinket therefore asks again. What a trinket that goes has of the
+// mouse, its group has from then on.
 
 #include "omtrinketwindow.h"
 
@@ -64,10 +65,10 @@ bool OMTrinketWindow::pressTarget(Point point) {
     const OMSWatch watch(&trinket);
     trinket.onMouseDown(point);
     if (watch) trinket.fireEvent("mouseDown");
-    if (!watch || target_ != &trinket) return true;
-    if (trinket.isMovable() && !releaseLost_)
-        beginHolding(trinket, point);
-    else if (trinket.mouseState_ == MouseState::Idle)
+    if (!(watch && target_ == &trinket) && !isPressing()) return true;
+    if (target_->isMovable() && !releaseLost_)
+        beginHolding(*target_, point);
+    else if (isPressing())
         target_ = nullptr;
     return true;
 }
@@ -75,12 +76,12 @@ bool OMTrinketWindow::pressTarget(Point point) {
 void OMTrinketWindow::beginHolding(OMTrinket& trinket, Point point) {
     const OMSWatch watch(&trinket);
     trinket.onBeginDrag(point);
-    if (!watch || target_ != &trinket) return;
-    if (cursorManagement_) showCursor(trinket.grabCursor());
+    if (!(watch && target_ == &trinket) && !isPressing()) return;
+    if (cursorManagement_) showCursor(target_->grabCursor());
     if (releaseLost_)
-        releaseTarget(trinket);
-    else if (trinket.mouseState_ == MouseState::Idle)
-        trinket.mouseState_ = MouseState::Held;
+        target_ = nullptr;
+    else if (isPressing())
+        target_->mouseState_ = MouseState::Held;
 }
 
 // Mouse up
@@ -119,9 +120,10 @@ void OMTrinketWindow::dropTarget(OMTrinket& trinket, Point point) {
     trinket.onDrop(point);
     if (watch) trinket.onMouseUp(point);
     if (watch) trinket.fireEvent("mouseUp");
-    if (!watch || trinket.mouseState_ != MouseState::Held) return;
-    trinket.mouseState_ = MouseState::Idle;
-    releaseTarget(trinket);
+    OMTrinket* held = watch ? &trinket : target_;
+    if (!held || held->mouseState_ != MouseState::Held) return;
+    held->mouseState_ = MouseState::Idle;
+    releaseTarget(*held);
 }
 
 // Mouse move
@@ -163,7 +165,7 @@ void OMTrinketWindow::doubleClick(Point point) {
         trinket->onDoubleClick(point);
         if (watch) trinket->fireEvent("dblClick");
     }
-    if (watch && trinket->mouseState_ == MouseState::Idle) releaseTarget(*trinket);
+    if (isPressing()) target_ = nullptr;
     if (!heard)
         route(background_.get(), &OMTBackground::doubleClick, OMTBackground::kIgnoreDoubleClick,
               defaults_.doubleClick, point);
@@ -175,10 +177,10 @@ void OMTrinketWindow::updateFlyOver(Point point) {
     if (target_ && target_->mouseState_ != MouseState::CapturedFlying) return;
     OMTrinket* under = hitTest(point);
     if (under != flyOver_) {
-        OMTrinket* left = std::exchange(flyOver_, under);
         const OMSWatch watch(under);
-        if (left) leave(*left);
-        if (under && (!watch || flyOver_ != under)) return;
+        if (OMTrinket* left = std::exchange(flyOver_, nullptr)) leave(*left);
+        if (flyOver_ || (under && !watch)) return;
+        flyOver_ = under; // only now: its group is not told of leaving what it did not enter
         if (under) enter(*under);
     } else if (under && cursorManagement_ && !target_) {
         under->setCursor(); // it may have got another one since the pointer came

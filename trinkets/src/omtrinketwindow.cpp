@@ -112,6 +112,18 @@ void OMTrinketWindow::releaseTarget(const OMTrinket& trinket) {
     if (target_ == &trinket) target_ = nullptr;
 }
 
+/// A capture is not passed on: only who made it gives it back.
+void OMTrinketWindow::handOver(const OMTrinket& trinket, OMTrinket& group) {
+    if (target_ == &trinket && (isHolding() || isPressing())) {
+        target_ = &group;
+        group.mouseState_ = trinket.mouseState_;
+    }
+    if (flyOver_ != &trinket) return;
+    flyOver_ = &group;
+    if (!target_)
+        showCursor(group.containsPoint(lastMouse_) ? wantedCursor() : OMTrinket::defaultCursor);
+}
+
 void OMTrinketWindow::setMinimumDepth(int z) {
     if (z == minimumDepth_) return;
     minimumDepth_ = z;
