@@ -2,7 +2,8 @@
 
 #include "actionparameters.h"
 #include "omtrinketwindow.h"
-#include "ranimation.h"
+
+#include <utility>
 
 // ---------------------------------------------------------------------------- AnimAction
 
@@ -48,9 +49,6 @@ void AnimAction::goOn() { animation_->resume(); }
 
 // ---------------------------------------------------------------------------- PlayAnimAction
 
-PlayAnimAction::PlayAnimAction(RAnimation& animation, bool interruptible)
-    : Action(interruptible), animation_(&animation) {}
-
 std::unique_ptr<Action> PlayAnimAction::create(bool byDefault) {
     ActionParameters parameters("PlayAnimAction", byDefault);
     if (!parameters.areAtLeast(1)) return nullptr;
@@ -62,28 +60,10 @@ std::unique_ptr<Action> PlayAnimAction::create(bool byDefault) {
     return std::make_unique<PlayAnimAction>(*animation, interruptible);
 }
 
-RAnimation* PlayAnimAction::animation() const {
-    return static_cast<RAnimation*>(animation_.object());
+/// Others may wait for it too.
+void PlayAnimAction::perform(RAnimation& animation, OMLink done) {
+    animation.addCompletionLink(std::move(done));
+    animation.play();
 }
 
-/// An animation that goes tells that it is complete, too.
-void PlayAnimAction::begin() {
-    if (!animation_) {
-        finish();
-        return;
-    }
-    animation()->addCompletionLink(doneLink());
-    animation()->play();
-}
-
-void PlayAnimAction::end(End how) {
-    if (how == End::Halted && animation_) animation()->endPlayback();
-}
-
-void PlayAnimAction::hold() {
-    if (animation_) animation()->pause();
-}
-
-void PlayAnimAction::goOn() {
-    if (animation_) animation()->resume();
-}
+void PlayAnimAction::interrupt(RAnimation& animation) { animation.endPlayback(); }

@@ -1,13 +1,10 @@
 // Actions that play animations: one of their own, or one of the script.
 #pragma once
 
-#include "action.h"
+#include "actionof.h"
+#include "ranimation.h"
 
 #include <memory>
-#include <optional>
-
-class OMAnimation;
-class RAnimation;
 
 /// Shows an animation resource while it plays; the picture goes with the end of the action.
 class AnimAction final : public Action {
@@ -38,21 +35,13 @@ class AnimAction final : public Action {
 };
 
 /// Plays an animation of the script, which stays as it ends. Halting stops it.
-class PlayAnimAction final : public Action {
+class PlayAnimAction final : public ActionOf<RAnimation> {
   public:
-    PlayAnimAction(RAnimation& animation, bool interruptible);
+    using ActionOf::ActionOf;
     ~PlayAnimAction() override { halt(); }
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:
-    void begin() override;
-    void end(End how) override;
-    void hold() override;
-    void goOn() override;
-    [[nodiscard]] bool hasLostObject() const override { return !animation_; }
-
-  private:
-    [[nodiscard]] RAnimation* animation() const;
-
-    OMSWatch animation_;
+    void perform(RAnimation& animation, OMLink done) override;
+    void interrupt(RAnimation& animation) override;
 };

@@ -1,36 +1,6 @@
 #include "charact.h"
 
 #include "actionparameters.h"
-#include "scenes/rcharctr.h"
-
-CharacterAction::CharacterAction(RCharacter& character, bool interruptible)
-    : Action(interruptible), character_(&character) {}
-
-RCharacter* CharacterAction::character() const {
-    return static_cast<RCharacter*>(character_.object());
-}
-
-void CharacterAction::begin() {
-    if (character_)
-        perform(*character(), doneLink());
-    else
-        finish();
-}
-
-/// A character that was paused here is not left so.
-void CharacterAction::end(End how) {
-    const bool wasPaused = isPaused();
-    if (how == End::Halted && character_) character()->stop();
-    if (wasPaused && character_) character()->resume();
-}
-
-void CharacterAction::hold() {
-    if (character_) character()->pause();
-}
-
-void CharacterAction::goOn() {
-    if (character_) character()->resume();
-}
 
 // ---------------------------------------------------------------------------- animation
 

@@ -1,29 +1,15 @@
 // Actions of characters: an animation, a speech. Halting stops the character, pausing pauses it.
 #pragma once
 
-#include "action.h"
+#include "actionof.h"
+#include "scenes/rcharctr.h"
 
 #include <memory>
 
-class RCharacter;
-
-class CharacterAction : public Action {
+class CharacterAction : public ActionOf<RCharacter> {
   protected:
-    CharacterAction(RCharacter& character, bool interruptible);
-
-    /// Has the character do its part; `done` tells the end, also of one that is busy or goes.
-    virtual void perform(RCharacter& character, OMLink done) = 0;
-
-    void begin() override;
-    void end(End how) override;
-    void hold() override;
-    void goOn() override;
-    [[nodiscard]] bool hasLostObject() const override { return !character_; }
-
-  private:
-    [[nodiscard]] RCharacter* character() const;
-
-    OMSWatch character_;
+    using ActionOf::ActionOf;
+    void interrupt(RCharacter& character) override { character.stop(); }
 };
 
 class CharacterAnimAction final : public CharacterAction {

@@ -1,27 +1,18 @@
 // An action that runs the moves of a map game. Halting interrupts them.
 #pragma once
 
-#include "action.h"
+#include "actionof.h"
+#include "activities/rmap.h"
 
 #include <memory>
 
-class RMap;
-
-class MapAction final : public Action {
+class MapAction final : public ActionOf<RMap> {
   public:
-    MapAction(RMap& map, bool interruptible);
+    using ActionOf::ActionOf;
     ~MapAction() override { halt(); }
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:
-    void begin() override;
-    void end(End how) override;
-    void hold() override;
-    void goOn() override;
-    [[nodiscard]] bool hasLostObject() const override { return !map_; }
-
-  private:
-    [[nodiscard]] RMap* map() const;
-
-    OMSWatch map_;
+    void perform(RMap& map, OMLink done) override { map.move(std::move(done)); }
+    void interrupt(RMap& map) override { map.interruptMove(); }
 };
