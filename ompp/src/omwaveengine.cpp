@@ -243,7 +243,7 @@ void OMWaveEngine::resumeSound(OMWaveSound& sound) {
     if (!OMWaveRemove(paused_, sound)) return;
     // An open device keeps its rate: the other sounds were mixed for it, and so was this one.
     if (!device_.isOpen() && !openDeviceFor(sound)) {
-        sound.notifyFinishedIfStarted(); // the device is gone: nobody shall wait for this sound
+        finished_.push_back(&sound); // the device is gone: nobody shall wait for this sound
         return;
     }
     start(sound, true);

@@ -52,13 +52,19 @@ void Action::halt() {
 void Action::pause() {
     if (!active_ || paused_) return;
     paused_ = true;
-    hold();
+    if (finishing_)
+        finishing_->suspend();
+    else
+        hold();
 }
 
 void Action::resume() {
     if (!active_ || !paused_) return;
     paused_ = false;
-    goOn();
+    if (finishing_)
+        finishing_->resume();
+    else
+        goOn();
 }
 
 void Action::finish() {
@@ -80,6 +86,7 @@ void Action::finishLater() {
             finish();
         },
         kTaskPriority);
+    if (paused_) finishing_->suspend();
 }
 
 OMLink Action::doneLink() {

@@ -24,11 +24,12 @@ class ActionOf : public Action {
         else
             finish();
     }
-    /// What was paused here is not left so.
+    /// What was paused here is not left so. A handler of the object may destroy both.
     void end(End how) final {
+        const OMSWatch worker(object());
         const bool wasPaused = isPaused();
-        if (Object* worker = object(); worker && how == End::Halted) interrupt(*worker);
-        if (Object* worker = object(); worker && wasPaused) worker->resume();
+        if (worker && how == End::Halted) interrupt(static_cast<Object&>(*worker.object()));
+        if (worker && wasPaused) static_cast<Object&>(*worker.object()).resume();
     }
     void hold() final {
         if (Object* worker = object()) worker->pause();

@@ -302,6 +302,10 @@ TEST_F(CatalogueTest, AnimationsPlayOnceOrAsOftenAsAsked) {
     last.start();
     delete OMScriptableObject::named("anim");
     EXPECT_TRUE(last.isActive());
+    last.pause();
+    pass(5);
+    EXPECT_TRUE(last.isActive());
+    last.resume();
     pass(1);
     EXPECT_FALSE(last.isActive());
     run("anim=RAnimation 2 0\n");

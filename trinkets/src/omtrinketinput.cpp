@@ -179,9 +179,11 @@ void OMTrinketWindow::updateFlyOver(Point point) {
     if (under != flyOver_) {
         const OMSWatch watch(under);
         if (OMTrinket* left = std::exchange(flyOver_, nullptr)) leave(*left);
-        if (flyOver_ || (under && !watch)) return;
-        flyOver_ = under; // only now: its group is not told of leaving what it did not enter
-        if (under) enter(*under);
+        if (flyOver_) return;
+        if (under && watch) {
+            flyOver_ = under; // only now: its group is not told of leaving what it did not enter
+            enter(*under);
+        }
     } else if (under && cursorManagement_ && !target_) {
         under->setCursor(); // it may have got another one since the pointer came
     }
