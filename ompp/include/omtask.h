@@ -25,6 +25,10 @@ class OMTaskList {
 
 class OMTask {
   public:
+    /// The lowest priority, that of the scripts. A task that is made while they run has its turn
+    /// before theirs.
+    static constexpr std::uint32_t kWithScripts = 0;
+
     /// Enters the application's task list. Among equal priorities the task made last runs first.
     /// Fatal without an application object.
     OMTask(OMLink link, std::uint32_t priority);

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr std::uint32_t kTaskPriority = 0;
-
 constexpr OMSEntry kVocabulary[] = {
     oms::readOnly<&Action::isInterruptible>("isInterruptible", "1: may be halted with others"),
     oms::method<&Action::halt>("halt"),
@@ -85,7 +83,7 @@ void Action::finishLater() {
             const std::unique_ptr<OMTask> done = std::move(finishing_);
             finish();
         },
-        kTaskPriority);
+        OMTask::kWithScripts);
     if (paused_) finishing_->suspend();
 }
 

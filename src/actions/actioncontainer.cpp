@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr std::uint32_t kTaskPriority = 0;
-
 constexpr OMSEntry kVocabulary[] = {
     oms::readOnly<&ActionContainer::actionCount>("actionCount"),
     oms::readOnly<&ActionContainer::isActive>("isActive"),
@@ -230,7 +228,7 @@ void ActionContainer::later() {
             const std::unique_ptr<OMTask> done = std::move(later_);
             runLater();
         },
-        kTaskPriority);
+        OMTask::kWithScripts);
     if (isPaused()) later_->suspend();
 }
 

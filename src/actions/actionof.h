@@ -17,6 +17,8 @@ class ActionOf : public Action {
     virtual void perform(Object& object, OMLink done) = 0;
     /// Ends it before its time.
     virtual void interrupt(Object& object) = 0;
+    /// Called at the end if the object was paused then, and would stay so.
+    virtual void letGo(Object&) {}
 
     void begin() final {
         if (Object* worker = object())
@@ -24,12 +26,11 @@ class ActionOf : public Action {
         else
             finish();
     }
-    /// What was paused here is not left so. A handler of the object may destroy both.
+    /// Letting go comes first: a handler of the object may destroy both.
     void end(End how) final {
-        const OMSWatch worker(object());
-        const bool wasPaused = isPaused();
-        if (worker && how == End::Halted) interrupt(static_cast<Object&>(*worker.object()));
-        if (worker && wasPaused) static_cast<Object&>(*worker.object()).resume();
+        Object* worker = object();
+        if (worker && isPaused()) letGo(*worker);
+        if (worker && how == End::Halted) interrupt(*worker);
     }
     void hold() final {
         if (Object* worker = object()) worker->pause();

@@ -10,6 +10,7 @@ class CharacterAction : public ActionOf<RCharacter> {
   protected:
     using ActionOf::ActionOf;
     void interrupt(RCharacter& character) override { character.stop(); }
+    void letGo(RCharacter& character) override { character.resume(); }
 };
 
 class CharacterAnimAction final : public CharacterAction {

@@ -4,12 +4,6 @@
 #include "omplatform.h"
 #include "omrandom.h"
 
-namespace {
-
-constexpr std::uint32_t kTaskPriority = 0;
-
-} // namespace
-
 TimedAction::~TimedAction() { halt(); }
 
 void TimedAction::begin() {
@@ -19,7 +13,7 @@ void TimedAction::begin() {
         [this] {
             if (sinceStart() >= remainingMs_) finish();
         },
-        kTaskPriority);
+        OMTask::kWithScripts);
 }
 
 std::int64_t TimedAction::sinceStart() const { return OMMilliseconds() - startMs_; }

@@ -49,7 +49,6 @@ constexpr OMSEntry kVocabulary[] = {
     oms::event("finished", "a run has ended"),
 };
 
-constexpr std::uint32_t kPriority = 0;
 constexpr int kMapDepth = 0; ///< above the group's
 constexpr int kMarkerDepth = 1;
 constexpr int kFrameOfOldTrail = 2;
@@ -147,7 +146,8 @@ void RMap::move(OMLink done) {
         return;
     }
     const OMLink stopped = stop();
-    run_.reset(new Run{{[this] { tick(); }, kPriority}, std::move(done), OMMilliseconds(), {}});
+    run_.reset(
+        new Run{{[this] { tick(); }, OMTask::kWithScripts}, std::move(done), OMMilliseconds(), {}});
     walk_.begin(start_);
     beginTrail();
     OMLog::writef(OMLog::Kind::Message, "Map starting moves, moves in queue: %d",

@@ -20,7 +20,6 @@ constexpr int kPlayedLayer = 2; ///< an animation, or a speech that is not cache
 constexpr int kFirstFidgetLayer = 3;
 constexpr int kFirstCachedLayer = 1000;
 
-constexpr std::uint32_t kTimerPriority = 0;
 constexpr int kOnce = 1;              ///< repeat count
 constexpr int kAsTheSequenceSays = 0; ///< repeat count
 constexpr int kFirstSequence = 0;
@@ -312,7 +311,7 @@ void RCharacter::addFidgetGroup(int group, int minimumSeconds, int maximumSecond
     }
     made->schedule(clock_.now());
     if (!fidgetTimer_)
-        fidgetTimer_ = std::make_unique<OMTask>([this] { runFidgets(); }, kTimerPriority);
+        fidgetTimer_ = std::make_unique<OMTask>([this] { runFidgets(); }, OMTask::kWithScripts);
 }
 
 void RCharacter::addFidget(int group, int animation, std::optional<bool> hidesSettlePose) {

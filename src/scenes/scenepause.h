@@ -12,7 +12,7 @@ class ScenePause {
   public:
     static constexpr int kTicksPerSecond = 60;
 
-    /// Whether a movie has the screen.
+    /// Whether there is a current movie, playing or not.
     void setMovieIsCurrent(OMLinkTo<bool()> link) { movieIsCurrent_ = std::move(link); }
     [[nodiscard]] bool movieIsCurrent() const { return movieIsCurrent_(); }
 

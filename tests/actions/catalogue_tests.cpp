@@ -310,6 +310,16 @@ TEST_F(CatalogueTest, AnimationsPlayOnceOrAsOftenAsAsked) {
     EXPECT_FALSE(last.isActive());
     run("anim=RAnimation 2 0\n");
 
+    // One that has come to rest while it was paused stays so.
+    Action& rests = queueOf({"PlayAnimAction", "anim"});
+    rests.start();
+    rests.pause();
+    named<RAnimation>("anim").play();
+    pass(100);
+    EXPECT_FALSE(rests.isActive());
+    EXPECT_NE(named<RAnimation>("anim").state(), OMAnimation::State::Playing);
+    log.clear();
+
     named<RAnimation>("anim").stop();
     Action& played = queueOf({"PlayAnimAction", "anim"});
     played.start();

@@ -18,11 +18,15 @@ class Thing : public OMScriptableObject {
   public:
     Thing() { ++alive; }
     Thing(const Thing& other) : OMScriptableObject(other) { ++alive; }
-    ~Thing() override { --alive; }
+    ~Thing() override {
+        atEnd();
+        --alive;
+    }
     std::unique_ptr<OMScriptableObject> duplicate() override {
         return std::make_unique<Thing>(*this);
     }
     static int alive;
+    OMLink atEnd;
 };
 int Thing::alive = 0;
 
@@ -176,6 +180,14 @@ TEST_F(RVar, OwnersDestroyWhatTheyHeld) {
         overwrite(x);
         EXPECT_EQ(Thing::alive, 1);
         EXPECT_EQ(x.ownership(), YVariable::Ownership::Owner);
+        // What the end of the old one stores there is the latest, and is not lost.
+        auto last = std::make_unique<Thing>();
+        last->atEnd = [&x] { x.setObject(std::make_unique<Thing>()); };
+        x.setObject(std::move(last));
+        overwrite(x);
+        EXPECT_EQ(Thing::alive, 2);
+        EXPECT_NE(x.object(), nullptr);
+        x.makeEmpty();
     }
     // Copies: of an owner a duplicate, of a reference another one.
     x.setObject(std::make_unique<Thing>());

@@ -160,7 +160,9 @@ class YVariable {
     bool classifyCompound();
     [[nodiscard]] int internPart(std::string_view text);
     void classifyConstant();
-    void release();
+    /// Makes it empty. What is returned is to go last, when the variable has its new value: a
+    /// handler of its end may set the variable anew, and that counts then.
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> release();
     void storeText(std::string_view text);
     [[nodiscard]] YVariable& resolveSlowly();
     [[nodiscard]] YVariable& namedVariable();

@@ -258,14 +258,13 @@ OMScriptableObject* YVariable::object() const {
 
 // ---------------------------------------------------------------------------- writing
 
-void YVariable::release() {
+std::unique_ptr<OMScriptableObject> YVariable::release() {
     const bool owned = type_ == Type::Object && ownership_ == Ownership::Owner;
     OMScriptableObject* object = owned ? value_.object : nullptr;
     if (ownership_ == Ownership::Reference) ownership_ = Ownership::Owner;
-    // Empty before the object goes: what it does at its end may read this variable.
     type_ = Type::Empty;
     length_ = kUnknownLength;
-    delete object;
+    return std::unique_ptr<OMScriptableObject>(object);
 }
 
 void YVariable::storeText(std::string_view text) {
@@ -292,21 +291,21 @@ void YVariable::setString(std::string_view text) {
         return;
     }
     const std::string kept(text); // may lie in what is released
-    self.release();
+    const auto before = self.release();
     self.storeText(kept);
 }
 
 void YVariable::setInteger(std::int32_t value) {
     YVariable& self = target();
     if (self.kind_ != Kind::Name) return;
-    self.release();
+    const auto before = self.release();
     self.putInteger(value);
 }
 
 void YVariable::setReal(double value) {
     YVariable& self = target();
     if (self.kind_ != Kind::Name) return;
-    self.release();
+    const auto before = self.release();
     const double kept = ynumber::throughText(value);
     if (ynumber::isIntegral(kept, 0))
         self.putInteger(static_cast<std::int32_t>(kept));
@@ -317,14 +316,14 @@ void YVariable::setReal(double value) {
 void YVariable::setNumberAsText(std::int32_t value) {
     YVariable& self = target();
     if (self.kind_ != Kind::Name) return;
-    self.release();
+    const auto before = self.release();
     self.putNumberAsText(value);
 }
 
 void YVariable::setNumberAsText(double value) {
     YVariable& self = target();
     if (self.kind_ != Kind::Name) return;
-    self.release();
+    const auto before = self.release();
     const double kept = ynumber::throughText(value);
     if (ynumber::isIntegral(kept, 0)) {
         self.putNumberAsText(static_cast<std::int32_t>(kept));
@@ -339,7 +338,7 @@ void YVariable::setNumberAsText(double value) {
 void YVariable::setObject(std::unique_ptr<OMScriptableObject> object) {
     YVariable& self = target();
     if (self.kind_ != Kind::Name) return;
-    self.release();
+    const auto before = self.release();
     if (!object) return;
     self.type_ = Type::Object;
     self.value_.object = object.release();
@@ -349,7 +348,7 @@ void YVariable::setReference(OMScriptableObject* object) {
     YVariable& self = target();
     if (self.kind_ != Kind::Name) return;
     if (object && self.object() == object) return; // an owner stays it
-    self.release();
+    const auto before = self.release();
     if (!object) return;
     self.type_ = Type::Object;
     self.value_.object = object;
@@ -358,14 +357,14 @@ void YVariable::setReference(OMScriptableObject* object) {
 
 void YVariable::makeEmpty() {
     YVariable& self = target();
-    if (self.kind_ == Kind::Name) self.release();
+    if (self.kind_ == Kind::Name) (void)self.release();
 }
 
 void YVariable::makeEmptyKeepingObject() {
     YVariable& self = target();
     if (self.kind_ != Kind::Name) return;
     if (self.type_ == Type::Object) self.type_ = Type::Empty;
-    self.release();
+    (void)self.release();
 }
 
 void YVariable::copyFrom(YVariable& source) {

@@ -12,7 +12,6 @@
 namespace {
 
 constexpr std::uint32_t kTickInterval = 100; ///< ms; timers count ticks of more than that
-constexpr std::uint32_t kScriptPriority = 0;
 constexpr int kProgramEnd = 1;
 constexpr std::string_view kDebugFile = "debug.txt";
 
@@ -31,7 +30,7 @@ YEngine::~YEngine() {
 }
 
 void YEngine::add(YThread& thread) {
-    if (!task_) task_ = std::make_unique<OMTask>([this] { tick(); }, kScriptPriority);
+    if (!task_) task_ = std::make_unique<OMTask>([this] { tick(); }, OMTask::kWithScripts);
     threads_.append(&thread);
 }
 
