@@ -107,24 +107,38 @@ void removeLocators() {
     RSpeechRecords::clear();
 }
 
+/// Holds all movies while the game is in the background. Hosts may tell twice that one comes or
+/// goes.
+class BackgroundHold {
+  public:
+    BackgroundHold() = default;
+    ~BackgroundHold() { set(false); }
+    BackgroundHold(const BackgroundHold&) = delete;
+    BackgroundHold& operator=(const BackgroundHold&) = delete;
+
+    void set(bool on) {
+        if (std::exchange(on_, on) != on) RSmackerMovie::holdAll(on);
+    }
+
+  private:
+    bool on_ = false;
+};
+
 /// What is done when a box is opened and closed, when another program comes to the foreground, when
 /// this one is back there, and when it is about to end.
-void installLinks(OMApp& app, OMWaveEngine& soundEngine, EffectsWindow& window) {
+void installLinks(OMApp& app, OMWaveEngine& soundEngine, EffectsWindow& window,
+                  BackgroundHold& movies) {
     app.setBoxLink(&RSmackerMovie::holdAll);
-    // Hosts may tell twice that one comes or goes.
-    const auto holdMovies = [held = std::make_shared<bool>(false)](bool hold) {
-        if (std::exchange(*held, hold) != hold) RSmackerMovie::holdAll(hold);
-    };
-    app.setBackgroundLink([&soundEngine, holdMovies] {
-        holdMovies(true);
+    app.setBackgroundLink([&soundEngine, &movies] {
+        movies.set(true);
         RScenePort::tellPaused();
         soundEngine.suspend();
     });
-    app.setForegroundLink([&soundEngine, &window, holdMovies] {
+    app.setForegroundLink([&soundEngine, &window, &movies] {
         soundEngine.resume();
         window.restoreScreen();
         RScenePort::tellResumed();
-        holdMovies(false);
+        movies.set(false);
     });
     app.setStopLink(&RScenePort::tellExitting);
 }
@@ -175,6 +189,7 @@ class SavedWorld {
 /// first.
 void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine,
                     SavedWorld& savedWorld) {
+    BackgroundHold backgroundHold;
     OMApp app(mode, OMColor(), {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth);
     resources.setAlertLink([&app](std::string_view text) { app.alert(text); });
     const RCursors cursors; // asked for as long as there is the window
@@ -187,7 +202,7 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
     menu.setMovieCollector([] {
         if (RSmackerMovie* movie = RSmackerMovie::current()) movie->setCollecting(true);
     });
-    installLinks(app, soundEngine, window);
+    installLinks(app, soundEngine, window, backgroundHold);
     BackgroundMusic music(scenePause);
     music.setStreamSource(
         [&resources](int id, int bufferMode) { return resources.load(id, "WAVE", bufferMode); });
