@@ -38,7 +38,7 @@ TEST_F(CatalogueTest, EachTypeTellsWhatItWasCreatedFrom) {
         std::initializer_list<const char*> arguments;
         const char* report; ///< behind "Creating "
     };
-    run("anim=RAnimation 1 0\n");
+    run("anim=RAnimation 1 0\nguide=RCharacter 1 0 0 0\nbay=RMap 0 0\n");
     const Row rows[] = {
         {{"AnimAction", "5", "1", "2", "3", "4", "1"},
          "AnimAction, resID: 5, x: 1, y: 2, z: 3, repeatCount: 4, interruptible: 1"},
@@ -51,6 +51,16 @@ TEST_F(CatalogueTest, EachTypeTellsWhatItWasCreatedFrom) {
          "AnimAction, resID: 5, z: 3, repeatCount: 4, interruptible: (container specified)"},
         {{"PlayAnimAction", "anim", "1"},
          "PlayAnimAction, RAnimation variable name: anim, interruptible: 1"},
+        {{"CharacterAnimAction", "guide", "7", "2", "0", "1"},
+         "CharacterAnimAction, RCharacter variable name: guide, animID: 7, repeatCount: 2, "
+         "showSettleWhenDone: 0, interruptible: 1"},
+        {{"CharacterAnimAction", "guide", "7"},
+         "CharacterAnimAction, RCharacter variable name: guide, animID: 7, repeatCount: (1), "
+         "showSettleWhenDone: (TRUE), interruptible: (container specified)"},
+        {{"CharacterSpeechAction", "guide", "9", "0"},
+         "CharacterSpeechAction, RCharacter variable name: guide, speechSoundID: 9, interruptible: "
+         "0"},
+        {{"MapAction", "bay", "1"}, "MapAction - RMap variable name: bay, interruptible: 1"},
         {{"DelayAction", "500", "0"}, "DelayAction, delayTime (in ms): 500, interruptible: 0"},
         {{"DelayAction", "500"},
          "DelayAction, delayTime (in ms): 500, interruptible: (container specified)"},
