@@ -38,14 +38,12 @@ const OMSClass RScenePort::kClass{"RScenePort", &OMScriptableObject::kClass, kVo
 // Life
 
 RScenePort::RScenePort() {
-    hearClicks();
+    if (OMTrinketWindow* window = OMTrinketWindow::mainWindow())
+        clicks_.emplace(*window, [](platform::Point) { tell("backgroundClicked"); });
     all_.append(this);
 }
 
-RScenePort::~RScenePort() {
-    leaveClicks();
-    all_.remove(this);
-}
+RScenePort::~RScenePort() { all_.remove(this); }
 
 std::unique_ptr<OMScriptableObject> RScenePort::createFromScript() {
     return BackgroundMusic::current() ? std::make_unique<RScenePort>() : nullptr;
@@ -53,25 +51,6 @@ std::unique_ptr<OMScriptableObject> RScenePort::createFromScript() {
 
 std::unique_ptr<OMScriptableObject> RScenePort::duplicate() {
     return std::make_unique<RScenePort>();
-}
-
-void RScenePort::hearClicks() {
-    window_ = OMTrinketWindow::mainWindow();
-    if (!window_) return;
-    // The window's own link, not the background's: every scene brings another background.
-    clickBefore_ = std::exchange(window_->defaults().mouseDown,
-                                 [](platform::Point) { tell("backgroundClicked"); });
-}
-
-/// The ports of a window are a chain. One that leaves its middle hands what it kept to the next.
-void RScenePort::leaveClicks() {
-    if (!window_ || window_ != OMTrinketWindow::mainWindow()) return;
-    OMListLocator<RScenePort> ports(all_);
-    while (ports.next() != this) {
-    }
-    RScenePort* next = ports.next();
-    while (next && next->window_ != window_) next = ports.next();
-    (next ? next->clickBefore_ : window_->defaults().mouseDown) = std::move(clickBefore_);
 }
 
 // What is told

@@ -56,11 +56,8 @@ class RScenePort final : public OMScriptableObject {
   private:
     static void tell(std::string_view event);
 
-    void hearClicks();
-    void leaveClicks();
-
     static inline OMList<RScenePort> all_; ///< in the order of their making
 
-    OMTrinketWindow* window_ = nullptr;      ///< whose clicks it hears; the main window or none
-    OMTrinketWindow::MouseLink clickBefore_; ///< what heard them before it
+    /// Of the main window, if there is one. Not of its background: every scene brings another.
+    std::optional<OMTrinketWindow::ClickTaker> clicks_;
 };

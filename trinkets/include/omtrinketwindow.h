@@ -23,6 +23,7 @@
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 class OMTCursor;
 
@@ -88,6 +89,23 @@ class OMTrinketWindow : public OMWindow {
       private:
         OMTrinketWindow& window_;
         std::weak_ptr<int> count_; ///< goes with the window
+    };
+
+    /// Takes the clicks that go to `Defaults::mouseDown` from whoever has them, and leaves them to
+    /// who had them before, or has taken over from that one. May outlive the window.
+    class ClickTaker {
+      public:
+        /// A link to nobody swallows them.
+        ClickTaker(OMTrinketWindow& window, MouseLink link);
+        ~ClickTaker();
+        ClickTaker(const ClickTaker&) = delete;
+        ClickTaker& operator=(const ClickTaker&) = delete;
+
+      private:
+        friend class OMTrinketWindow;
+
+        OMTrinketWindow* window_; ///< null once it is gone
+        MouseLink before_;        ///< who had them
     };
 
     /// `rectangle` in screen pixels; the background may be null. The first window that is made
@@ -299,6 +317,7 @@ class OMTrinketWindow : public OMWindow {
     OMList<OMTrinket> trinkets_; ///< ascending z
     Hooks hooks_;
     Defaults defaults_;
+    std::vector<ClickTaker*> clickTakers_; ///< the last one has the clicks
 
     std::array<Page, kOMPages> pages_;
     std::size_t pagesInUse_ = 1; ///< each catches up with every change

@@ -6,6 +6,9 @@
 
 #include "omtrinketwindow.h"
 
+#include <algorithm>
+#include <utility>
+
 using platform::Point;
 
 namespace {
@@ -82,6 +85,19 @@ void OMTrinketWindow::beginHolding(OMTrinket& trinket, Point point) {
         target_ = nullptr;
     else if (isPressing())
         target_->mouseState_ = MouseState::Held;
+}
+
+OMTrinketWindow::ClickTaker::ClickTaker(OMTrinketWindow& window, MouseLink link)
+    : window_(&window), before_(std::exchange(window.defaults_.mouseDown, std::move(link))) {
+    window.clickTakers_.push_back(this);
+}
+
+/// One that leaves the middle of the chain hands what it kept to the next.
+OMTrinketWindow::ClickTaker::~ClickTaker() {
+    if (!window_) return;
+    std::vector<ClickTaker*>& takers = window_->clickTakers_;
+    const auto next = takers.erase(std::ranges::find(takers, this));
+    (next == takers.end() ? window_->defaults_.mouseDown : (*next)->before_) = std::move(before_);
 }
 
 // Mouse up

@@ -66,6 +66,7 @@ OMTrinketWindow::~OMTrinketWindow() {
     if (managedCursor_) managedCursor_->windowGone();
     canvas_.setPalette(OMPaletteFromDevice(OMDefaultPalette()));
     trinkets_.apply([](OMTrinket& trinket) { trinket.window_ = nullptr; });
+    for (ClickTaker* taker : clickTakers_) taker->window_ = nullptr;
     if (isFlipping() && OMPlatform().display().isExclusive())
         canvas_.detachFromFlipChain(backBuffer_);
     if (main_ == this) main_ = nullptr;

@@ -1,0 +1,32 @@
+#include "pressarea.h"
+
+#include <utility>
+
+using platform::Point;
+
+PressArea::PressArea(OMTrinketWindow& window, const platform::Rect& area, OMLink pressed)
+    : OMTrinket(window, UpdateStyle::Nothing, area), pressed_(std::move(pressed)) {
+    setMovable(false);
+}
+
+void PressArea::onMouseDown(Point point) {
+    const OMSWatch self(this);
+    OMTrinket::onMouseDown(point);
+    if (!self) return;
+    held_ = true;
+    setMouseCapture(true);
+}
+
+void PressArea::onMouseUp(Point point) {
+    const OMSWatch self(this);
+    OMTrinket::onMouseUp(point);
+    if (!self || !std::exchange(held_, false)) return;
+    setMouseCapture(false);
+    const OMLink pressed = pressed_;
+    if (containsPoint(point)) pressed();
+}
+
+void PressArea::onReleaseLost() {
+    held_ = false;
+    setMouseCapture(false);
+}

@@ -1,0 +1,245 @@
+#include "rbackpck.h"
+
+#include "omdebug.h"
+#include "omformat.h"
+#include "omsclass.h"
+#include "omtrinketwindow.h"
+#include "pressarea.h"
+#include "reports.h"
+#include "world/rworldport.h"
+#include "world/worldmemory.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+using platform::Point;
+using platform::Rect;
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::readOnly<&RBackPack::droppedObjectIndex>(
+        "droppedObjectIndex", "slot of what was dropped outside last; -1: none"),
+    oms::readOnly<&RBackPack::droppedObjectX>("droppedObjectX", "where that was"),
+    oms::readOnly<&RBackPack::droppedObjectY>("droppedObjectY"),
+    oms::readOnly<&RBackPack::droppedObjectW>("droppedObjectW"),
+    oms::readOnly<&RBackPack::droppedObjectH>("droppedObjectH"),
+    oms::method<&RBackPack::addObject>("addObject", "item"),
+    oms::method<&RBackPack::removeObject>("removeObject", "slot"),
+    oms::event("objectDropped", "a thing was dropped outside of the panel"),
+    oms::event("closed", "the close button was used"),
+};
+
+// The panel, in pixels from its left upper corner.
+constexpr int kColumns = 4;
+constexpr Point kCellSize{36, 28};
+constexpr Point kFirstCell{16, 74};
+constexpr Rect kCloseButton{80, 18, 100, 48};
+
+constexpr int kDepthOfThings = 1; ///< above the panel
+constexpr int kCursor = 29;
+constexpr int kGrabCursor = 28;
+
+// Items, and the resources of their animations.
+constexpr int kNoItem = 0;
+constexpr int kFirstGem = 13;
+constexpr int kLastItem = 28;
+constexpr int kFirstGlyphAnimation = 1013; ///< of item 1, out of the row
+constexpr int kGlyphAnimations = 1000;
+constexpr int kGemAnimations = 11000;
+constexpr int kNumbersOfColour = 4;
+
+constexpr int animationOf(int item) {
+    if (item == 1) return kFirstGlyphAnimation;
+    if (item < kFirstGem) return kGlyphAnimations + item;
+    const int gem = item - kFirstGem;
+    return kGemAnimations + kNumbersOfColour * (gem % kNumbersOfColour) + gem / kNumbersOfColour;
+}
+
+Point cellOf(int slot) {
+    return {kFirstCell.x + kCellSize.x * (slot % kColumns),
+            kFirstCell.y + kCellSize.y * (slot / kColumns)};
+}
+
+/// What cannot be done. False.
+bool refuse(const std::string& message) {
+    RTell(message);
+    return false;
+}
+
+} // namespace
+
+/// Tells the panel when it is let go.
+class RBackPack::Thing final : public OMAnimation {
+  public:
+    Thing(RBackPack& panel, OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id,
+          int slot)
+        : OMAnimation(window, std::move(image), id, 0, 0), panel_(panel), slot_(slot) {}
+
+    void onDrop(Point point) override {
+        const OMSWatch self(this);
+        OMAnimation::onDrop(point);
+        if (self) panel_.thingDropped(slot_);
+    }
+    void onReleaseLost() override { panel_.thingDropped(slot_); }
+
+  private:
+    RBackPack& panel_;
+    int slot_;
+};
+
+const OMSClass RBackPack::kClass{"RBackPack", &RAnimation::kClass, kVocabulary,
+                                 &RBackPack::createFromScript};
+
+RBackPack::RBackPack(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
+    : RAnimation(window, std::move(image), id, x, y) {
+    fill();
+    makeCloseButton();
+}
+
+RBackPack::~RBackPack() = default;
+
+std::unique_ptr<OMScriptableObject> RBackPack::createFromScript() {
+    if (!OMDebug::check(hasSourceLocator(), "url == NULL",
+                        "SourceURL is not installed in OMAnimation"))
+        return nullptr;
+    OMSArguments& list = OMSArguments::global();
+    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
+    const int id = list.nextInteger();
+    const int x = list.nextInteger();
+    const int y = list.nextInteger();
+    if (!window) return nullptr;
+    auto panel = std::make_unique<RBackPack>(*window, locateOrBlank(id), id, x, y);
+    if (list.hasNext()) panel->setZ(list.nextInteger());
+    return panel;
+}
+
+// ---------------------------------------------------------------------------- what is in it
+
+void RBackPack::fill() {
+    world::WorldMemory* memory = world::WorldMemory::current();
+    if (!memory) return;
+    RWorldPort port(*memory);
+    port.declareProperties();
+    for (int slot = 0; slot < kSlots; ++slot) {
+        OMSArguments& arguments = OMSArguments::global();
+        arguments.clear();
+        arguments.push(oms::toText(slot));
+        const int item = OMSToInteger(port.getProperty("backpackItemPresent").value_or(""));
+        if (item != kNoItem) showItem(item, slot);
+    }
+}
+
+/// The slot that is asked for, if it is free.
+std::optional<int> RBackPack::slotFor(int slot) const {
+    if (slot == kFirstFree) {
+        const auto free = std::ranges::find(things_, nullptr);
+        if (free != things_.end()) return static_cast<int>(free - things_.begin());
+        RTell("RBackPack: Backpack is full.");
+        return std::nullopt;
+    }
+    if (slot < 0 || slot >= kSlots) {
+        RTell(OMFormat("RBackPack: Invalid slot index: %d", slot));
+        return std::nullopt;
+    }
+    if (things_[static_cast<std::size_t>(slot)]) {
+        RTell(OMFormat("RBackPack: Slot %d is taken.", slot));
+        return std::nullopt;
+    }
+    return slot;
+}
+
+bool RBackPack::showItem(int item, int wanted) {
+    if (item < kNoItem || item > kLastItem)
+        return refuse(OMFormat("RBackPack: invalid object: %d", item));
+    if (item == kNoItem) return refuse(OMFormat("RBackPack: object %d animation not found.", item));
+    const std::optional<int> slot = slotFor(wanted);
+    if (!slot || !window()) return false;
+    const int id = animationOf(item);
+    std::shared_ptr<AOImage> image = locate(id);
+    if (!image) return refuse(OMFormat("RBackPack: object %d animation not found.", item));
+    auto thing = std::make_unique<Thing>(*this, *window(), std::move(image), id, *slot);
+    putInCell(*thing, *slot);
+    thing->setZ(z() + kDepthOfThings);
+    thing->setVisible(isVisible());
+    things_[static_cast<std::size_t>(*slot)] = std::move(thing);
+    OMSetCursors(*things_[static_cast<std::size_t>(*slot)], kCursor, kGrabCursor,
+                 "Cursor URL is not installed in RBackPack");
+    return true;
+}
+
+void RBackPack::putInCell(Thing& thing, int slot) {
+    const Rect panel = boundingRectangle();
+    const Point cell = cellOf(slot);
+    thing.place(panel.left + cell.x + (kCellSize.x - thing.width()) / 2,
+                panel.top + cell.y + (kCellSize.y - thing.height()) / 2);
+}
+
+void RBackPack::addObject(int item) {
+    world::WorldMemory* memory = world::WorldMemory::current();
+    if (!showItem(item, kFirstFree) || !memory) return;
+    RWorldPort port(*memory);
+    port.declareProperties();
+    port.invoke("backpackAddObject", {oms::toText(item)});
+}
+
+void RBackPack::removeObject(int slot) {
+    if (slot < 0 || slot >= kSlots)
+        return RTell(OMFormat("RBackPack: Invalid slot index: %d", slot));
+    std::unique_ptr<Thing>& thing = things_[static_cast<std::size_t>(slot)];
+    if (!thing) return RTell(OMFormat("RBackPack: No object in slot %d", slot));
+    thing.reset();
+    world::WorldMemory* memory = world::WorldMemory::current();
+    if (!memory) return;
+    RWorldPort port(*memory);
+    port.declareProperties();
+    port.invoke("backpackRemoveObject", {oms::toText(slot)});
+}
+
+// ---------------------------------------------------------------------------- the player
+
+void RBackPack::thingDropped(int slot) {
+    Thing* thing = things_[static_cast<std::size_t>(slot)].get();
+    const OMSWatch self(this);
+    const OMSWatch still(thing);
+    if (const Rect place = thing->boundingRectangle(); !OMOverlap(place, boundingRectangle())) {
+        droppedSlot_ = slot;
+        dropped_ = place;
+        fireEvent("objectDropped");
+    }
+    if (self && still) putInCell(*thing, slot);
+}
+
+void RBackPack::makeCloseButton() {
+    if (!window()) return;
+    const Rect panel = boundingRectangle();
+    closeButton_ = std::make_unique<PressArea>(
+        *window(),
+        Rect{panel.left + kCloseButton.left, panel.top + kCloseButton.top,
+             panel.left + kCloseButton.right, panel.top + kCloseButton.bottom},
+        [this] { close(); });
+    closeButton_->setZ(z() + kDepthOfThings);
+}
+
+void RBackPack::close() {
+    setVisible(false);
+    closeButton_.reset();
+    fireEvent("closed");
+}
+
+void RBackPack::setAttribute(Attribute which, int value, int second) {
+    const Rect before = boundingRectangle();
+    RAnimation::setAttribute(which, value, second);
+    const Rect after = boundingRectangle();
+    const auto follow = [&](OMTrinket& part) {
+        part.offset(after.left - before.left, after.top - before.top);
+        if (which == Attribute::Z) part.setZ(z() + kDepthOfThings);
+        if (which == Attribute::Visible) part.setVisible(isVisible());
+    };
+    for (const std::unique_ptr<Thing>& thing : things_)
+        if (thing) follow(*thing);
+    // One that was closed can be opened again.
+    if (which == Attribute::Visible && isVisible() && !closeButton_) makeCloseButton();
+    if (closeButton_) follow(*closeButton_);
+}

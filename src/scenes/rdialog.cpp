@@ -1,0 +1,93 @@
+#include "rdialog.h"
+
+#include "omao.h"
+#include "omdebug.h"
+#include "omsclass.h"
+#include "rhotspot.h"
+#include "rpbutton.h"
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::readOnly<&RDialog::selectedButton>("selectedButton",
+                                            "value of the button pressed last; empty before"),
+    oms::method<&RDialog::addButton>("addButton", "id value"),
+    oms::method<&RDialog::addGraphic>("addGraphic", "id"),
+    oms::event("buttonPressed", "a button was clicked"),
+};
+
+constexpr int kDepthOfMembers = 1; ///< above the dialog's
+
+/// At its embedded place; null, after a failed check where nothing can be located, without.
+template <class Class>
+std::unique_ptr<Class> createEmbedded(int id, OMTrinketWindow& window) {
+    if (!OMDebug::check(OMAnimation::hasSourceLocator(), "url == NULL",
+                        "SourceURL is not installed in OMAnimation"))
+        return nullptr;
+    std::shared_ptr<AOImage> image = OMAnimation::locate(id);
+    if (!image) return nullptr;
+    return std::make_unique<Class>(window, std::move(image), id, OMAnimation::kEmbedded,
+                                   OMAnimation::kEmbedded);
+}
+
+} // namespace
+
+const OMSClass RDialog::kClass{"RDialog", &OMMultiTrinket::kClass, kVocabulary,
+                               &RDialog::createFromScript};
+
+RDialog::RDialog(OMTrinketWindow& window, int backgroundId, int z)
+    : OMMultiTrinket(window), clicks_(window, nullptr) {
+    setMovable(false); // or its buttons would take it along
+    setZ(z);
+    addPicture(backgroundId, kBackgroundSlot);
+    hotSpot_ = std::make_unique<RHotSpot>(window, window.backBuffer().bounds());
+    add(*hotSpot_, kHotSpotSlot, kDepthOfMembers);
+}
+
+RDialog::~RDialog() = default;
+
+std::unique_ptr<OMScriptableObject> RDialog::createFromScript() {
+    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
+    if (!window) return nullptr;
+    const auto background = static_cast<std::uint16_t>(OMSArguments::global().nextInteger());
+    const int z = OMSArguments::global().nextInteger();
+    return std::make_unique<RDialog>(*window, background, z);
+}
+
+std::string RDialog::selectedButton() const {
+    return selected_ ? oms::toText(*selected_) : std::string();
+}
+
+void RDialog::addPicture(int id, int slot) {
+    if (!window()) return;
+    std::unique_ptr<OMAnimation> picture = createEmbedded<OMAnimation>(id, *window());
+    if (!picture) return;
+    add(*picture, slot, kDepthOfMembers);
+    pictures_.push_back(std::move(picture));
+}
+
+void RDialog::addGraphic(int id) {
+    const std::size_t before = pictures_.size();
+    addPicture(id, kGraphicSlot);
+    // Not by its touchiness, which follows that of the dialog.
+    if (pictures_.size() > before)
+        pictures_.back()->setEventMask(pictures_.back()->eventMask() | kIgnoreMouseDown);
+}
+
+void RDialog::addButton(int id, int value) {
+    if (!window()) return;
+    std::unique_ptr<RPButton> button = createEmbedded<RPButton>(id, *window());
+    if (!button) return;
+    button->setHitLink([this, value] { buttonPressed(value); });
+    add(*button, kButtonSlot, kDepthOfMembers);
+    buttons_.push_back(std::move(button));
+}
+
+void RDialog::buttonPressed(int value) {
+    selected_ = value;
+    const OMSWatch self(this);
+    fireEvent("buttonPressed");
+    if (!self) return;
+    const auto link = buttonLink_;
+    link(value);
+}
