@@ -121,7 +121,7 @@ void OMAnimation::prepareDeepFrames() {
 void OMAnimation::changeImage(std::shared_ptr<AOImage> image, int id) {
     silence();
     pendingFinish_ = false;
-    markChanged();
+    pictureChanges();
     const Rect r = frameRectangle();
     const Point origin{r.left - shownOffset_.x, r.top - shownOffset_.y};
     setBounds({origin.x, origin.y, origin.x, origin.y});
@@ -267,7 +267,7 @@ void OMAnimation::show(int position) {
     const Point origin{before.left - shownOffset_.x, before.top - shownOffset_.y};
     const Rect after = AOBounds(image_->frameSize(entry.code),
                                 {origin.x + entry.dx, origin.y + entry.dy}, direction_);
-    if (entry.code != shownFrame_ || after != before) markChanged();
+    if (entry.code != shownFrame_ || after != before) pictureChanges();
     setBounds(after);
     shownFrame_ = entry.code;
     shownOffset_ = {entry.dx, entry.dy};
@@ -304,7 +304,7 @@ void OMAnimation::setParam(int value) {
 
 void OMAnimation::setDrawDirection(int direction) {
     if (direction == direction_) return;
-    markChanged();
+    pictureChanges();
     direction_ = direction;
     const Rect r = frameRectangle();
     setBounds(AOBounds(image_->frameSize(shownFrame_), {r.left, r.top}, direction_));
@@ -328,7 +328,7 @@ void OMAnimation::draw(OMMemCanvas& canvas, const OMRegion& clip, Point at) {
 
 void OMAnimation::stamp() {
     if (!window()) return;
-    window()->stamp(*this, frameRectangle(),
+    window()->stamp(*this, boundingRectangle(),
                     [this](OMMemCanvas& canvas, Point at) { paintAt(canvas, at); });
 }
 
