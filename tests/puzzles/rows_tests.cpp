@@ -187,10 +187,12 @@ TEST_F(RowTest, WhoMovesARowInItsEvent) {
     const Answer first = answer(20, 10, 0, 0);
     const Answer second = answer(20, 10, 0, 0);
     putAt(*first, *row, 100);
+    row->setSlideSound(8);
     row->attachHandler("answerPlaced", [&] { row->offset(7, 9); });
     putAt(*second, *row, 180);
     EXPECT_EQ(placeOf(*first), "107,74");
     EXPECT_EQ(placeOf(*second), "127,74");
+    EXPECT_TRUE(takePlayed().empty()) << "nothing slid in it";
     row->attachHandler("answerPlaced", [&] { take(*second); });
     take(*second);
     second->place(190, 60);
@@ -432,7 +434,7 @@ class RandomRow : public RandomPlay<Container> {
         std::vector<int>& row = this->inside;
         const Rect& frame = this->area;
         const auto before = std::ranges::find_if(
-            inside, [&](int id) { return this->pieces[id].doubleMiddle() > piece.doubleMiddle(); });
+            row, [&](int id) { return this->pieces[id].doubleMiddle() > piece.doubleMiddle(); });
         row.insert(before, piece.id);
         piece.y = frame.top + (frame.height() - piece.effectiveHeight()) / 2 - piece.top;
         // From the left edge on; a row that is too long sticks out on the left.
