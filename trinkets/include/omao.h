@@ -108,6 +108,8 @@ class OMAnimation : public OMTrinket {
     [[nodiscard]] int frameCount() const;
     /// Of the frame shown, which an heir may draw other things around.
     [[nodiscard]] platform::Rect frameRectangle() const { return OMTrinket::boundingRectangle(); }
+    /// From where the frames are placed by their dx and dy.
+    [[nodiscard]] platform::Point origin() const;
     [[nodiscard]] int frameHeight(int frame) const { return image_->frameSize(frame).height; }
     [[nodiscard]] int width() const { return boundingRectangle().width(); }
     [[nodiscard]] int height() const { return boundingRectangle().height(); }

@@ -122,9 +122,8 @@ void OMAnimation::changeImage(std::shared_ptr<AOImage> image, int id) {
     silence();
     pendingFinish_ = false;
     markChanged();
-    const Rect r = frameRectangle();
-    const Point origin{r.left - shownOffset_.x, r.top - shownOffset_.y};
-    setBounds({origin.x, origin.y, origin.x, origin.y});
+    const Point from = origin();
+    setBounds({from.x, from.y, from.x, from.y});
     shownFrame_ = -1;
     shownOffset_ = {};
     deepFrames_.reset();
@@ -222,6 +221,11 @@ AOEntry OMAnimation::at(int position) const {
 
 int OMAnimation::sequenceLength() const { return static_cast<int>(entries().size()) - 1; }
 
+Point OMAnimation::origin() const {
+    const Rect r = frameRectangle();
+    return {r.left - shownOffset_.x, r.top - shownOffset_.y};
+}
+
 int OMAnimation::frameCount() const {
     return static_cast<int>(std::count_if(entries().begin(), entries().end(),
                                           [](const AOEntry& entry) { return entry.isFrame(); }));
@@ -264,9 +268,9 @@ void OMAnimation::goTo(int position) {
 void OMAnimation::show(int position) {
     const AOEntry entry = at(position);
     const Rect before = frameRectangle();
-    const Point origin{before.left - shownOffset_.x, before.top - shownOffset_.y};
-    const Rect after = AOBounds(image_->frameSize(entry.code),
-                                {origin.x + entry.dx, origin.y + entry.dy}, direction_);
+    const Point from = origin();
+    const Rect after =
+        AOBounds(image_->frameSize(entry.code), {from.x + entry.dx, from.y + entry.dy}, direction_);
     if (entry.code != shownFrame_ || after != before) markChanged();
     setBounds(after);
     shownFrame_ = entry.code;
