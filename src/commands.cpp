@@ -7,6 +7,7 @@
 #include "omrandom.h"
 #include "omsarguments.h"
 #include "omtrinket.h"
+#include "puzzles/ranswer.h"
 #include "scenes/efwindow.h"
 #include "scenes/rcharctr.h"
 #include "world/rworldport.h"
@@ -45,6 +46,9 @@ constexpr RCommandRow<RCommands> RCommands::kRows[] = {
     RCommand<&RCommands::randomNumber>("RandomNumber", "low high [except]"),
     RCommand<&RCommands::restorePalette>("RestorePalette"),
     RCommand<&RCommands::scene>("Scene", "picture [palette]"),
+    RCommand<&RCommands::setAnswerGoHomeSound>("SetAnswerGoHomeSound", "id"),
+    RCommand<&RCommands::setAnswerPickUpSound>("SetAnswerPickUpSound", "id"),
+    RCommand<&RCommands::setAnswerSnapSound>("SetAnswerSnapSound", "id"),
     RCommand<&RCommands::setCorralTrinketNormalization>("SetCorralTrinketNormalization", "yes"),
     RCommand<&RCommands::setDebugLevel>("SetDebugLevel", "level"),
     RCommand<&RCommands::setDoubleClicksEnabled>("SetDoubleClicksEnabled", "yes"),
@@ -59,6 +63,7 @@ RCommands::RCommands(EffectsWindow& window) : window_(window) { RRegisterCommand
 
 RCommands::~RCommands() {
     RCharacter::setSpeechCaching(false);
+    RAnswer::defaultSounds = {};
     YCommands::clear();
 }
 
@@ -111,6 +116,19 @@ void RCommands::restorePalette() {
 
 void RCommands::scene(int image, std::optional<int> palette) {
     window_.restorePalette(image, palette.value_or(image));
+}
+
+// Only the low 16 bits count.
+void RCommands::setAnswerGoHomeSound(int id) {
+    RAnswer::defaultSounds.goHome = static_cast<std::int16_t>(id);
+}
+
+void RCommands::setAnswerPickUpSound(int id) {
+    RAnswer::defaultSounds.pickUp = static_cast<std::int16_t>(id);
+}
+
+void RCommands::setAnswerSnapSound(int id) {
+    RAnswer::defaultSounds.snap = static_cast<std::int16_t>(id);
 }
 
 void RCommands::setCorralTrinketNormalization(bool on) { OMTrinket::setCorralNormalization(on); }

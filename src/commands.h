@@ -44,6 +44,9 @@ class RCommands {
     void randomNumber(int from, int to, std::optional<int> exclude);
     void restorePalette();
     void scene(int image, std::optional<int> palette);
+    void setAnswerGoHomeSound(int id);
+    void setAnswerPickUpSound(int id);
+    void setAnswerSnapSound(int id);
     void setCorralTrinketNormalization(bool on);
     void setDebugLevel(int level);
     void setDoubleClicksEnabled(bool on);

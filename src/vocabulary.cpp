@@ -6,6 +6,14 @@
 #include "activities/rmap.h"
 #include "commands.h"
 #include "ommultitrinket.h"
+#include "puzzles/rattributecontainer.h"
+#include "puzzles/rfabriccontainer.h"
+#include "puzzles/rgraphicanswer.h"
+#include "puzzles/rhorizontalcontainer.h"
+#include "puzzles/rhorizontalvaluecontainer.h"
+#include "puzzles/rpuzzle.h"
+#include "puzzles/rstackingcontainer.h"
+#include "puzzles/rvaluecontainer.h"
 #include "ranimation.h"
 #include "ranimationtrigger.h"
 #include "resourcecommands.h"
@@ -27,19 +35,27 @@ constexpr const OMSClass* kClasses[] = {
     &OMMultiTrinket::kClass,
     &RAnimation::kClass,
     &RAnimationTrigger::kClass,
+    &RAttributeContainer::kClass,
     &RCharacter::kClass,
     &RCompositeAction::kClass,
+    &RFabricContainer::kClass,
+    &RGraphicAnswer::kClass,
+    &RHorizontalContainer::kClass,
+    &RHorizontalValueContainer::kClass,
     &RHotSpot::kClass,
     &RKbdInp::kClass,
     &RMap::kClass,
     &RPButton::kClass,
+    &RPuzzle::kClass,
     &RQueue::kClass,
     &RRandomAction::kClass,
     &RScenePort::kClass,
     &RSelList::kClass,
     &RSmackerMovie::kClass,
+    &RStackingContainer::kClass,
     &RText::kClass,
     &RTrigger::kClass,
+    &RValueContainer::kClass,
     &RWorldPort::kClass,
 };
 

@@ -186,12 +186,14 @@ void RMap::makeStep() {
     if (walk_.isMoving()) {
         walk_.step();
         if (!board_.contains(walk_.cell())) {
-            playSound(offMapSoundId_, "soundURL == NULL", "Sound URL is not installed in RMap");
+            OMEffectSounds::playIfAny(offMapSoundId_, "soundURL == NULL",
+                                      "Sound URL is not installed in RMap");
             return finish("Ran off the board!");
         }
         if (const int trap = board_.trapAt(walk_.cell()); trap > 0) {
-            playSound(trapSoundIds_[static_cast<std::size_t>(trap)], "soundURLEx == NULL",
-                      "Extended Sound URL is not installed in RMap");
+            OMEffectSounds::playIfAny(trapSoundIds_[static_cast<std::size_t>(trap)],
+                                      "soundURLEx == NULL",
+                                      "Extended Sound URL is not installed in RMap");
             return finish(OMFormat("Hit trap %d", trap));
         }
         leaveMark();
@@ -225,12 +227,6 @@ void RMap::raiseFinished(const OMLink& done) {
     const OMLink waiting = done;
     fireEvent("finished"); // which may be the end of the map, but not of those who wait
     waiting();
-}
-
-void RMap::playSound(int id, std::string_view condition, std::string_view message) {
-    if (id == kNone) return;
-    if (OMEffectSounds* sounds = OMEffectSounds::require(condition, message))
-        sounds->playEffect(id, nullptr);
 }
 
 // ---------------------------------------------------------------------------- the pictures

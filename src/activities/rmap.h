@@ -120,7 +120,6 @@ class RMap final : public OMMultiTrinket {
     [[nodiscard]] OMLink stop();
     void finish(std::string_view report);
     void raiseFinished(const OMLink& done);
-    void playSound(int id, std::string_view condition, std::string_view message);
 
     // The pictures.
     void beginTrail();

@@ -66,6 +66,9 @@ class AOImage {
     /// Copies what it needs. Null when the resource cannot be used; `problem` then says why.
     [[nodiscard]] static std::shared_ptr<AOImage> read(std::span<const std::byte> data,
                                                        std::string& problem);
+    /// One without frames, for what may go without a picture; always the same. Playing it ends at
+    /// once.
+    [[nodiscard]] static const std::shared_ptr<AOImage>& blank();
 
     [[nodiscard]] int framesPerSecond() const { return framesPerSecond_; }
     [[nodiscard]] const Placement& embedded() const { return embedded_; }

@@ -79,6 +79,9 @@ class OMAnimation : public OMTrinket {
     createFromImage(std::span<const std::byte> resource, int x, int y, OMTrinketWindow& window);
     /// The image of a resource, shared by all who have it; null when there is none.
     [[nodiscard]] static std::shared_ptr<AOImage> locate(int id);
+    /// For those who can go without: a blank image where there is no such resource, which numbers
+    /// below 0 ask for.
+    [[nodiscard]] static std::shared_ptr<AOImage> locateOrBlank(int id);
     /// How the `ASEQ` resource of an id is found.
     static void setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> locator);
     [[nodiscard]] static bool hasSourceLocator() { return static_cast<bool>(locator_); }
@@ -103,6 +106,8 @@ class OMAnimation : public OMTrinket {
     [[nodiscard]] int sequenceLength() const;
     /// Frame entries of the current sequence.
     [[nodiscard]] int frameCount() const;
+    /// Of the frame shown, which an heir may draw other things around.
+    [[nodiscard]] platform::Rect frameRectangle() const { return OMTrinket::boundingRectangle(); }
     [[nodiscard]] int frameHeight(int frame) const { return image_->frameSize(frame).height; }
     [[nodiscard]] int width() const { return boundingRectangle().width(); }
     [[nodiscard]] int height() const { return boundingRectangle().height(); }
@@ -199,33 +204,45 @@ class OMAnimation : public OMTrinket {
   protected:
     OMAnimation(const OMAnimation& other);
 
-    /// An object of a class, in the main window, with the arguments of a script: "id [z]" or
-    /// "id x y z", where kEmbedded is a coordinate too. Null without such a resource.
+    struct ScriptArguments {
+        OMTrinketWindow* window;
+        int id;
+        int x = kEmbedded;
+        int y = kEmbedded;
+        std::optional<platform::Point> size{}; ///< width and height
+        std::optional<int> z{};
+    };
+    /// Of a script: "id [z]" or "id x y z", where kEmbedded is a coordinate too; for those who can
+    /// do `withSize` also "id x y width height [z]".
+    [[nodiscard]] static ScriptArguments readArguments(bool withSize = false);
+    /// An object of a class, in the main window. Null without the window or the image.
     template <class Class>
-    [[nodiscard]] static std::unique_ptr<Class> createFromArguments() {
-        const ScriptArguments arguments = readArguments();
-        std::shared_ptr<AOImage> image = arguments.window ? locate(arguments.id) : nullptr;
-        if (!image) return nullptr;
+    [[nodiscard]] static std::unique_ptr<Class> createFrom(const ScriptArguments& arguments,
+                                                           std::shared_ptr<AOImage> image) {
+        if (!arguments.window || !image) return nullptr;
+        const bool embedded = usesEmbeddedAnimationCoordinates() && image->frameCount() > 0;
         auto object = std::make_unique<Class>(*arguments.window, std::move(image), arguments.id,
-                                              arguments.x, arguments.y);
+                                              embedded ? kEmbedded : arguments.x,
+                                              embedded ? kEmbedded : arguments.y);
         if (arguments.z) object->setZ(*arguments.z);
         return object;
     }
+    template <class Class>
+    [[nodiscard]] static std::unique_ptr<Class> createFromArguments() {
+        const ScriptArguments arguments = readArguments();
+        return createFrom<Class>(arguments, arguments.window ? locate(arguments.id) : nullptr);
+    }
+
+    /// Plays another image from its start on, at the same origin. Sounds of the old one end, and
+    /// who waits for it is told.
+    void changeImage(std::shared_ptr<AOImage> image, int id);
+    [[nodiscard]] bool hasFrames() const { return image_->frameCount() > 0; }
 
     /// Called in a step after each frame entry that was shown. The animation may be destroyed in
     /// it.
     virtual void frameShown() {}
 
   private:
-    struct ScriptArguments {
-        OMTrinketWindow* window;
-        int id;
-        int x = kEmbedded;
-        int y = kEmbedded;
-        std::optional<int> z;
-    };
-    [[nodiscard]] static ScriptArguments readArguments();
-
     struct Sequence {
         int inImage = 0;
         std::unique_ptr<AOSequence> own; ///< null: the image's is used
@@ -244,6 +261,9 @@ class OMAnimation : public OMTrinket {
 
     void draw(OMMemCanvas& canvas, const OMRegion& clip, platform::Point at);
     void fetchPalette();
+    void prepareDeepFrames();
+    void useImage(std::shared_ptr<AOImage> image, int id);
+    void silence();
     /// For canvases as deep as this one, deeper than 8 bits; null after a failed check.
     [[nodiscard]] AODeepFrames* deepFrames(const OMCanvas& canvas);
     [[nodiscard]] int windowDepth() const;

@@ -18,6 +18,8 @@ class OMTextFont {
 
     [[nodiscard]] OMFont& font() const;
 
+    /// For another object that shows text; empty for the system font.
+    [[nodiscard]] const OMFontUse& use() const { return use_; }
     void use(OMFontUse font) { use_ = std::move(font); }
     // Without a font source a failed check: false, and the font stays.
     bool useNFNT(int id);

@@ -160,7 +160,8 @@ class OMTrinket : public OMScriptableObject {
     virtual void onMouseDown(platform::Point point);
     virtual void onMouseUp(platform::Point point);
     virtual void onMouseMove(platform::Point point);
-    /// The release of the button never came; who has captured the mouse gives it back.
+    /// The release of the button never came; what was held is not any more, and who has captured
+    /// the mouse gives it back.
     virtual void onReleaseLost() {}
     virtual void onDoubleClick(platform::Point point);
     virtual void onBeginDrag(platform::Point point);

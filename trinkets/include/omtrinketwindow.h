@@ -222,7 +222,7 @@ class OMTrinketWindow : public OMWindow {
 
     void mouseDown(platform::Point point) override;
     void mouseUp(platform::Point point) override;
-    /// Lets go of what is held, which hears nothing of it.
+    /// Lets go of what is held.
     void mouseReleaseLost() override;
     void mouseMove(platform::Point point) override;
     void doubleClick(platform::Point point) override;

@@ -69,16 +69,12 @@ const OMSClass OMAnimation::kClass{"OMAnimation", &OMTrinket::kClass, kVocabular
 
 OMAnimation::OMAnimation(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
                          int y)
-    : OMTrinket(window, UpdateStyle::Regions, originOf(*image, x, y)), image_(std::move(image)),
-      id_(id), sequences_(static_cast<std::size_t>(image_->sequenceCount())),
-      framesPerSecond_(image_->framesPerSecond()) {
+    : OMTrinket(window, UpdateStyle::Regions, originOf(*image, x, y)) {
     all_.append(this);
-    for (int i = 0; Sequence & sequence : sequences_) sequence.inImage = i++;
+    useImage(std::move(image), id);
     restart();
-    if (window.backBuffer().depth() > 8) {
-        fetchPalette();
-        (void)deepFrames(window.backBuffer())->frame(shownFrame_);
-    }
+    if (windowDepth() != OMCanvas::kIndexedDepth) fetchPalette();
+    prepareDeepFrames();
     if (defaults.useEmbeddedCoordinates)
         OMTrinket::setAttribute(Attribute::Z, image_->embedded().depth);
 }
@@ -105,6 +101,37 @@ OMAnimation::~OMAnimation() {
         sounds->forget(*this);
     }
     all_.remove(this);
+}
+
+void OMAnimation::useImage(std::shared_ptr<AOImage> image, int id) {
+    image_ = std::move(image);
+    id_ = id;
+    framesPerSecond_ = image_->framesPerSecond();
+    sequence_ = 0;
+    sequences_.clear();
+    for (int i = 0; i < image_->sequenceCount(); ++i) sequences_.push_back({i, nullptr});
+}
+
+/// What is shown first is ready when it is painted.
+void OMAnimation::prepareDeepFrames() {
+    if (windowDepth() == OMCanvas::kIndexedDepth) return;
+    if (AODeepFrames* frames = deepFrames(window()->backBuffer())) (void)frames->frame(shownFrame_);
+}
+
+void OMAnimation::changeImage(std::shared_ptr<AOImage> image, int id) {
+    silence();
+    pendingFinish_ = false;
+    markChanged();
+    const Rect r = frameRectangle();
+    const Point origin{r.left - shownOffset_.x, r.top - shownOffset_.y};
+    setBounds({origin.x, origin.y, origin.x, origin.y});
+    shownFrame_ = -1;
+    shownOffset_ = {};
+    deepFrames_.reset();
+    useImage(std::move(image), id);
+    restart();
+    prepareDeepFrames();
+    fireCompletion();
 }
 
 std::unique_ptr<OMScriptableObject> OMAnimation::duplicate() {
@@ -154,15 +181,25 @@ std::shared_ptr<AOImage> OMAnimation::locate(int id) {
     return image;
 }
 
-OMAnimation::ScriptArguments OMAnimation::readArguments() {
-    constexpr std::size_t kLongForm = 4; // arguments with a position
+std::shared_ptr<AOImage> OMAnimation::locateOrBlank(int id) {
+    std::shared_ptr<AOImage> image = id < 0 ? nullptr : locate(id);
+    return image ? image : AOImage::blank();
+}
+
+OMAnimation::ScriptArguments OMAnimation::readArguments(bool withSize) {
+    // Numbers of arguments.
+    constexpr std::size_t kLongForm = 4;
+    constexpr std::size_t kFormWithSize = 5;
     OMSArguments& list = OMSArguments::global();
     ScriptArguments arguments{OMTrinketWindow::mainWindow(), list.nextInteger()};
     if (list.count() >= kLongForm) {
         arguments.x = list.nextInteger();
         arguments.y = list.nextInteger();
     }
-    if (usesEmbeddedAnimationCoordinates()) arguments.x = arguments.y = kEmbedded;
+    if (withSize && list.count() >= kFormWithSize) {
+        const int width = list.nextInteger();
+        arguments.size = {width, list.nextInteger()};
+    }
     if (list.hasNext()) arguments.z = list.nextInteger();
     return arguments;
 }
@@ -226,7 +263,7 @@ void OMAnimation::goTo(int position) {
 
 void OMAnimation::show(int position) {
     const AOEntry entry = at(position);
-    const Rect before = boundingRectangle();
+    const Rect before = frameRectangle();
     const Point origin{before.left - shownOffset_.x, before.top - shownOffset_.y};
     const Rect after = AOBounds(image_->frameSize(entry.code),
                                 {origin.x + entry.dx, origin.y + entry.dy}, direction_);
@@ -269,12 +306,12 @@ void OMAnimation::setDrawDirection(int direction) {
     if (direction == direction_) return;
     markChanged();
     direction_ = direction;
-    const Rect r = boundingRectangle();
+    const Rect r = frameRectangle();
     setBounds(AOBounds(image_->frameSize(shownFrame_), {r.left, r.top}, direction_));
 }
 
 void OMAnimation::paint(OMMemCanvas& canvas, const OMRegion& clip) {
-    const Rect r = boundingRectangle();
+    const Rect r = frameRectangle();
     draw(canvas, clip, {r.left, r.top});
 }
 
@@ -291,7 +328,7 @@ void OMAnimation::draw(OMMemCanvas& canvas, const OMRegion& clip, Point at) {
 
 void OMAnimation::stamp() {
     if (!window()) return;
-    window()->stamp(*this, boundingRectangle(),
+    window()->stamp(*this, frameRectangle(),
                     [this](OMMemCanvas& canvas, Point at) { paintAt(canvas, at); });
 }
 
@@ -300,7 +337,7 @@ void OMAnimation::unstamp() {
 }
 
 bool OMAnimation::containsPoint(Point point) const {
-    const Rect r = boundingRectangle();
+    const Rect r = frameRectangle();
     const AOFrame& shown = deepFrames_ ? deepFrames_->frame(shownFrame_) : frame();
     return shown.hit(point, {r.left, r.top}, direction_);
 }

@@ -189,12 +189,17 @@ void OMAnimation::finish() {
 
 // Sounds
 
-void OMAnimation::setSoundOn(bool on) {
-    soundOn_ = on;
-    if (on || playingSounds_ == 0) return;
+void OMAnimation::silence() {
+    if (playingSounds_ == 0) return;
     if (AOSounds* sounds = AOSounds::current()) sounds->stop(*this);
     playingSounds_ = 0;
     for (auto& [id, record] : soundRecords_) record.plays = 0;
+}
+
+void OMAnimation::setSoundOn(bool on) {
+    soundOn_ = on;
+    if (on || playingSounds_ == 0) return;
+    silence();
     if (awaitedSound_ != kNoSound) resume();
     soundsSilent();
 }

@@ -107,10 +107,12 @@ void OMTrinketWindow::mouseReleaseLost() {
     releaseLost_ = true;
     if (!target_) return;
     if (target_->mouseState_ != MouseState::Held) return target_->onReleaseLost();
-    target_->clearOvershoot();
-    target_->mouseState_ = MouseState::Idle;
-    if (cursorManagement_) target_->setCursor();
+    OMTrinket& held = *target_;
+    held.clearOvershoot();
+    held.mouseState_ = MouseState::Idle;
+    if (cursorManagement_) held.setCursor();
     target_ = nullptr;
+    held.onReleaseLost();
 }
 
 void OMTrinketWindow::dropTarget(OMTrinket& trinket, Point point) {

@@ -75,9 +75,8 @@ void RTrigger::onMouseMove(Point point) {
 void RTrigger::playSound() {
     if (soundPlayed_ || sfxId_ == kNoSound) return;
     soundPlayed_ = true;
-    if (OMEffectSounds* sounds = OMEffectSounds::require(
-            "soundURLEx == NULL", "Extended Sound URL is not installed in RTrigger"))
-        sounds->playEffect(sfxId_, nullptr);
+    OMEffectSounds::playIfAny(sfxId_, "soundURLEx == NULL",
+                              "Extended Sound URL is not installed in RTrigger");
 }
 
 void RTrigger::onMouseUp(Point point) {

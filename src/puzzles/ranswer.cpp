@@ -1,0 +1,179 @@
+#include "ranswer.h"
+
+#include "omeffectsounds.h"
+#include "omsclass.h"
+#include "omtrinketwindow.h"
+#include "rcontainer.h"
+
+#include <algorithm>
+#include <utility>
+
+using platform::Point;
+using platform::Rect;
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::data<&RAnswer::extraBottom, &RAnswer::setExtraBottom>(
+        "extraBottom", "pixels at its bottom that do not count for hits and fits"),
+    oms::data<&RAnswer::extraLeft, &RAnswer::setExtraLeft>("extraLeft", "as extraBottom"),
+    oms::data<&RAnswer::extraRight, &RAnswer::setExtraRight>("extraRight", "as extraBottom"),
+    oms::data<&RAnswer::extraTop, &RAnswer::setExtraTop>("extraTop", "as extraBottom"),
+    oms::data<&RAnswer::goHomeSound, &RAnswer::setGoHomeSound>("goHomeSound",
+                                                               "sound of going home; -1: none"),
+    oms::data<&RAnswer::homeX, &RAnswer::setHomeX>("homeX",
+                                                   "x of its home; writing moves it there"),
+    oms::data<&RAnswer::homeY, &RAnswer::setHomeY>("homeY",
+                                                   "y of its home; writing moves it there"),
+    oms::readOnly<&RAnswer::isUsed>("isUsed", "it is in a container"),
+    oms::data<&RAnswer::pickUpSound, &RAnswer::setPickUpSound>(
+        "pickUpSound", "sound of being picked up; -1: none"),
+    oms::data<&RAnswer::snapSound, &RAnswer::setSnapSound>(
+        "snapSound", "sound of snapping into a container; -1: none"),
+    oms::event("pickedUp", "the player has picked it up"),
+    oms::event("dropped", "the player has let go of it"),
+    oms::event("addedToContainer", "a container takes it"),
+    oms::event("removedFromContainer", "it has left a container"),
+};
+
+constexpr int kWidestInset = 10'000; ///< pixels
+
+} // namespace
+
+const OMSClass RAnswer::kClass{"RAnswer", &RAnimation::kClass, kVocabulary};
+
+RAnswer::RAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
+    : RAnimation(window, std::move(image), id, x, y), home_(corner()), homeZ_(z()) {}
+
+RAnswer::RAnswer(const RAnswer& other)
+    : RAnimation(other), extra_(other.extra_), home_(other.home_), homeZ_(other.homeZ_),
+      sounds_(other.sounds_), attribute_(other.attribute_), value_(other.value_) {}
+
+RAnswer::~RAnswer() {
+    setKeeper(nullptr);
+    if (holder_) holder_->removeAnswer(*this);
+}
+
+void RAnswer::setKeeper(AnswerKeeper* keeper) {
+    if (keeper == keeper_) return;
+    if (AnswerKeeper* before = std::exchange(keeper_, keeper)) before->answerGoes(*this);
+}
+
+RContainer* RAnswer::container() const { return static_cast<RContainer*>(container_.object()); }
+
+void RAnswer::correctContainer() { container_.watch(holder_); }
+
+void RAnswer::setContainer(RContainer* container) {
+    if (container == this->container()) return;
+    const OMSWatch self(this);
+    const OMSWatch target(container);
+    const unsigned change = ++containerChanges_;
+    if (container_) fireEvent("removedFromContainer");
+    if (self && target) fireEvent("addedToContainer");
+    if (self && containerChanges_ == change) container_.watch(target.object());
+}
+
+void RAnswer::leaveContainer() {
+    const OMSWatch self(this);
+    if (holder_) holder_->removeAnswer(*this);
+    if (self && !holder_) setContainer(nullptr);
+}
+
+// ---------------------------------------------------------------------------- places
+
+Point RAnswer::corner() const {
+    const Rect frame = frameRectangle();
+    return {frame.left, frame.top};
+}
+
+Rect RAnswer::effectiveRectangle() const {
+    const Rect drawn = boundingRectangle();
+    return {drawn.left + extra_.left, drawn.top + extra_.top, drawn.right - extra_.right,
+            drawn.bottom - extra_.bottom};
+}
+
+int RAnswer::inset(int pixels) { return std::clamp(pixels, -kWidestInset, kWidestInset); }
+
+void RAnswer::moveCorner(Point corner) {
+    const auto way = [](int to, int from) { return std::clamp(to, -kFarthest, kFarthest) - from; };
+    const Point before = this->corner();
+    offset(way(corner.x, before.x), way(corner.y, before.y));
+}
+
+void RAnswer::goHome() {
+    if (held_) return;
+    moveCorner(home_);
+    setZ(homeZ_);
+    playSound(sounds_.goHome);
+}
+
+void RAnswer::snapToRectangle(const Rect& target) {
+    const Rect drawn = boundingRectangle();
+    const Rect effective = effectiveRectangle();
+    const int x = target.left + (target.width() - effective.width()) / 2 - extra_.left;
+    const int y = target.top + (target.height() - effective.height()) / 2 - extra_.top;
+    offset(x - drawn.left, y - drawn.top);
+    playSound(sounds_.snap);
+}
+
+void RAnswer::setHome(Point home) {
+    home_ = home;
+    moveCorner(home);
+}
+
+void RAnswer::setHomeX(int x) {
+    home_.x = x;
+    moveCorner({x, corner().y});
+}
+
+void RAnswer::setHomeY(int y) {
+    home_.y = y;
+    moveCorner({corner().x, y});
+}
+
+void RAnswer::playSound(int id) {
+    OMEffectSounds::playIfAny(id, "soundURLEx == NULL",
+                              "Extended Sound URL is not installed in RAnswer");
+}
+
+void RAnswer::setGraphicID(int id) { changeImage(locateOrBlank(id), id); }
+
+// ---------------------------------------------------------------------------- the player
+
+// An answer that is a member of a group moves with it and is not picked up.
+
+void RAnswer::onBeginDrag(Point point) {
+    const OMSWatch self(this);
+    RAnimation::onBeginDrag(point);
+    if (!self || group()) return;
+    held_ = true;
+    playSound(sounds_.pickUp);
+    fireEvent("pickedUp");
+    if (self && keeper_) keeper_->answerPickedUp(*this);
+}
+
+void RAnswer::dragBy(int& dx, int& dy) {
+    const OMSWatch self(this);
+    RAnimation::dragBy(dx, dy);
+    if (self && held_ && keeper_ && window())
+        keeper_->answerDragged(*this, window()->lastMousePosition());
+}
+
+void RAnswer::onDrop(Point point) {
+    const OMSWatch self(this);
+    RAnimation::onDrop(point);
+    if (self && held_) drop(point);
+}
+
+void RAnswer::onReleaseLost() {
+    const OMSWatch self(this);
+    RAnimation::onReleaseLost();
+    if (self && held_ && window()) drop(window()->lastMousePosition());
+}
+
+void RAnswer::drop(Point point) {
+    held_ = false;
+    const OMSWatch self(this);
+    fireEvent("dropped");
+    if (self && keeper_) keeper_->answerDropped(*this, point);
+}

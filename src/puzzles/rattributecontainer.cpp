@@ -1,0 +1,106 @@
+#include "rattributecontainer.h"
+
+#include "omregion.h"
+#include "omsclass.h"
+#include "reports.h"
+
+#include <algorithm>
+#include <utility>
+
+using platform::Point;
+using platform::Rect;
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::data<&RAttributeContainer::anchorAnswerAtPoint,
+              &RAttributeContainer::setAnchorAnswerAtPoint>(
+        "anchorAnswerAtPoint", "answers rest at the anchor point, not in the middle"),
+    oms::data<&RAttributeContainer::answerAnchorPointX,
+              &RAttributeContainer::setAnswerAnchorPointX>("answerAnchorPointX",
+                                                           "from its left edge"),
+    oms::data<&RAttributeContainer::answerAnchorPointY,
+              &RAttributeContainer::setAnswerAnchorPointY>("answerAnchorPointY",
+                                                           "from its top edge"),
+    oms::data<&RAttributeContainer::answerProperty, &RAttributeContainer::setAnswerProperty>(
+        "answerProperty", "property of answers that is compared"),
+    oms::data<&RAttributeContainer::attribute, &RAttributeContainer::setAttributeText>(
+        "attribute", "of the answer that is right"),
+    oms::data<&RAttributeContainer::doPixelCompare, &RAttributeContainer::setDoPixelCompare>(
+        "doPixelCompare", "the answer's hot point must be on a pixel of its picture"),
+    oms::data<&RContainer::isHighlighted, &RContainer::setHighlighted>(
+        "highlighted", "its second sequence is shown"),
+    oms::lasting<&RContainer::playAnimation>("playAnimation"),
+    oms::method<&RContainer::replacePaletteEntry>("replacePaletteEntry", "old new"),
+    oms::method<&RContainer::stopAnimation>("stopAnimation"),
+};
+
+int coordinate(int value) { return std::clamp(value, -OMTrinket::kFarthest, OMTrinket::kFarthest); }
+
+/// A point of the answer in the window.
+Point inWindow(const RAnswer& answer, Point point) {
+    const Rect drawn = answer.boundingRectangle();
+    return {drawn.left + point.x, drawn.top + point.y};
+}
+
+Rect shifted(const Rect& r, int dx, int dy) {
+    return {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy};
+}
+
+} // namespace
+
+const OMSClass RAttributeContainer::kClass{"RAttributeContainer", &RContainer::kClass, kVocabulary,
+                                           &createContainer<RAttributeContainer>};
+
+std::unique_ptr<OMScriptableObject> RAttributeContainer::duplicate() {
+    return std::unique_ptr<OMScriptableObject>(new RAttributeContainer(*this));
+}
+
+void RAttributeContainer::setAnswerAnchorPointX(int x) { anchorPoint_.x = coordinate(x); }
+
+void RAttributeContainer::setAnswerAnchorPointY(int y) { anchorPoint_.y = coordinate(y); }
+
+void RAttributeContainer::setDoPixelCompare(bool compares) {
+    comparesPixels_ = compares;
+    complained_ = false;
+}
+
+std::optional<Point> RAttributeContainer::hotPointOf(RAnswer& answer) {
+    if (numberOf(answer, "isUsingHotPoint").value_or(0) == 0) return std::nullopt;
+    return Point{coordinate(numberOf(answer, "hotPointX").value_or(0)),
+                 coordinate(numberOf(answer, "hotPointY").value_or(0))};
+}
+
+RContainer::Hit RAttributeContainer::hitScore(RAnswer& answer, Point) {
+    const std::int64_t score = scoreOf(answer, hotPointOf(answer));
+    const bool free = isEnabled() && answers().empty();
+    return {free && score > 0 && (!rejectIncorrectAnswers() || isRight(answer)), score};
+}
+
+std::int64_t RAttributeContainer::scoreOf(const RAnswer& answer, std::optional<Point> hotPoint) {
+    if (comparesPixels_ && hasFrames()) return pixelScore(answer, hotPoint);
+    if (!hotPoint) return overlapScore(answer);
+    return OMContains(boundingRectangle(), inWindow(answer, *hotPoint)) ? 1 : 0;
+}
+
+/// The box comes once, not with every step of the drag.
+std::int64_t RAttributeContainer::pixelScore(const RAnswer& answer, std::optional<Point> hotPoint) {
+    if (hotPoint) return containsPoint(inWindow(answer, *hotPoint)) ? 1 : 0;
+    if (!std::exchange(complained_, true))
+        RTell("RAttributeContainer attempting pixel comparison: "
+              "RAnswer must have hot point enabled");
+    return 0;
+}
+
+void RAttributeContainer::placeAnswer(RAnswer& answer) {
+    Rect target = boundingRectangle();
+    if (anchorsAtPoint_) {
+        // Its insets count neither for the corner nor for the hot point.
+        const Rect drawn = answer.boundingRectangle();
+        target = shifted(answer.effectiveRectangle(), target.left + anchorPoint_.x - drawn.left,
+                         target.top + anchorPoint_.y - drawn.top);
+    }
+    if (const auto hotPoint = hotPointOf(answer))
+        target = shifted(target, -hotPoint->x, -hotPoint->y);
+    placeSingleAnswer(answer, target);
+}

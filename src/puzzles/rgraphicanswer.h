@@ -1,0 +1,30 @@
+// An answer that is a picture. See ranswer.h for what all answers have.
+#pragma once
+
+#include "ranswer.h"
+
+class RGraphicAnswer final : public RAnswer {
+  public:
+    static const OMSClass kClass;
+
+    using RAnswer::RAnswer;
+
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+
+    // For scripts.
+
+    /// The point that decides instead of the rectangle whether it is on a container, measured from
+    /// its left upper corner in pixels.
+    [[nodiscard]] int hotPointX() const { return hotPoint_.x; }
+    void setHotPointX(int x) { hotPoint_.x = x; }
+    [[nodiscard]] int hotPointY() const { return hotPoint_.y; }
+    void setHotPointY(int y) { hotPoint_.y = y; }
+    [[nodiscard]] bool isUsingHotPoint() const { return usesHotPoint_; }
+    void setUsingHotPoint(bool uses) { usesHotPoint_ = uses; }
+
+  private:
+    RGraphicAnswer(const RGraphicAnswer& other) = default;
+
+    bool usesHotPoint_ = false;
+    platform::Point hotPoint_{};
+};

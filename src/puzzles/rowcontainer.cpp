@@ -1,0 +1,111 @@
+#include "rowcontainer.h"
+
+#include <algorithm>
+
+using platform::Rect;
+
+namespace {
+
+constexpr int kFarthestDelta = 65'535;
+
+int widthOf(const RAnswer& answer) { return std::max(answer.effectiveRectangle().width(), 0); }
+
+int leftOf(const RAnswer& answer) { return answer.effectiveRectangle().left; }
+
+void moveLeftTo(RAnswer& answer, std::int64_t left) {
+    const auto wanted = std::clamp<std::int64_t>(left, -OMTrinket::kFarthest, OMTrinket::kFarthest);
+    answer.offset(static_cast<int>(wanted) - leftOf(answer), 0);
+}
+
+/// Twice the middle, so that no half is lost.
+int middleOf(const RAnswer& answer) {
+    const Rect r = answer.effectiveRectangle();
+    return r.left + r.right;
+}
+
+} // namespace
+
+void RowContainer::setDeltaZ(int depth) {
+    deltaZ_ = std::clamp(depth, -kFarthestDelta, kFarthestDelta);
+}
+
+std::int64_t RowContainer::rowWidth() const {
+    std::int64_t width = 0;
+    for (const RAnswer* answer : answers()) width += widthOf(*answer);
+    return width;
+}
+
+RContainer::Hit RowContainer::hitScore(RAnswer& answer, platform::Point) {
+    const std::int64_t score = overlapScore(answer);
+    const bool fits = rowWidth() + widthOf(answer) <= boundingRectangle().width();
+    return {isEnabled() && fits && score > 0, score};
+}
+
+bool RowContainer::isFull() const { return rowWidth() >= boundingRectangle().width(); }
+
+std::size_t RowContainer::indexFor(const RAnswer& answer) const {
+    const auto behind = std::ranges::find_if(
+        answers(), [&](const RAnswer* each) { return middleOf(*each) > middleOf(answer); });
+    return static_cast<std::size_t>(behind - answers().begin());
+}
+
+std::vector<RowContainer::Place> RowContainer::places() const {
+    std::vector<Place> all;
+    for (const RAnswer* answer : answers()) all.push_back({answer, leftOf(*answer)});
+    return all;
+}
+
+void RowContainer::placeAnswer(RAnswer& answer) {
+    const OMSWatch self(this);
+    const OMSWatch placed(&answer);
+    const std::vector<Place> before = places();
+    const std::size_t index = indexFor(answer);
+    const Rect slot = makeRoom(index, widthOf(answer));
+    insertAnswer(answer, index);
+    if (!self) return;
+    if (placed && contains(answer)) {
+        answer.snapToRectangle(slot);
+        answer.setZ(z() + deltaZ_);
+    }
+    pack();
+    if (hasMoved(before)) playSound(slideSound_);
+}
+
+/// The answers from `index` on give way to one before them. Returns its place.
+Rect RowContainer::makeRoom(std::size_t index, int width) {
+    const Rect area = boundingRectangle();
+    const int left = index == 0
+                         ? area.left
+                         : std::max(area.left, answers()[index - 1]->effectiveRectangle().right);
+    std::int64_t free = std::int64_t{left} + width;
+    for (std::size_t i = index; i < answers().size(); ++i) {
+        RAnswer& behind = *answers()[i];
+        free = std::max<std::int64_t>(free, leftOf(behind));
+        moveLeftTo(behind, free);
+        free += widthOf(behind);
+    }
+    return {left, area.top, left + width, area.bottom};
+}
+
+/// Without gaps from the left edge on; what then reaches over the right edge goes back inside, for
+/// which there is room unless a script has put too many in.
+void RowContainer::pack() {
+    const Rect area = boundingRectangle();
+    std::int64_t next = area.left;
+    for (RAnswer* answer : answers()) {
+        moveLeftTo(*answer, next);
+        next += widthOf(*answer);
+    }
+    std::int64_t end = area.right;
+    for (auto answer = answers().rbegin(); answer != answers().rend(); ++answer) {
+        end -= widthOf(**answer);
+        if (leftOf(**answer) > end) moveLeftTo(**answer, end);
+    }
+}
+
+bool RowContainer::hasMoved(const std::vector<Place>& before) const {
+    return std::ranges::any_of(before, [&](const Place& place) {
+        const auto still = std::ranges::find(answers(), place.answer);
+        return still != answers().end() && leftOf(**still) != place.left;
+    });
+}

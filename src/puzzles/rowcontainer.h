@@ -1,0 +1,42 @@
+// Containers that have their answers in a row, in the order of their places from left to right.
+//
+// An answer that is placed comes before the first one whose middle lies right of its own middle.
+// Then the row is packed from the left edge on. One that is taken out leaves its gap, into which
+// the next may be dropped.
+#pragma once
+
+#include "rcontainer.h"
+
+class RowContainer : public RContainer {
+  public:
+    /// Above the depth of the container.
+    [[nodiscard]] int deltaZ() const { return deltaZ_; }
+    void setDeltaZ(int depth);
+    /// Sound of answers that make room or close a gap.
+    [[nodiscard]] int slideSound() const { return slideSound_; }
+    void setSlideSound(int id) { slideSound_ = static_cast<std::int16_t>(id); }
+
+    [[nodiscard]] Hit hitScore(RAnswer& answer, platform::Point position) override;
+    [[nodiscard]] bool isFull() const override;
+    void placeAnswer(RAnswer& answer) override;
+
+  protected:
+    using RContainer::RContainer;
+    RowContainer(const RowContainer& other) = default;
+
+  private:
+    struct Place {
+        const RAnswer* answer;
+        int left;
+    };
+
+    [[nodiscard]] std::int64_t rowWidth() const;
+    [[nodiscard]] std::size_t indexFor(const RAnswer& answer) const;
+    [[nodiscard]] std::vector<Place> places() const;
+    [[nodiscard]] platform::Rect makeRoom(std::size_t index, int width);
+    void pack();
+    [[nodiscard]] bool hasMoved(const std::vector<Place>& before) const;
+
+    int deltaZ_ = kDepthOfAnswers;
+    std::int16_t slideSound_ = AnswerSounds::kNone;
+};

@@ -1,0 +1,254 @@
+#include "rpuzzle.h"
+
+#include "omsclass.h"
+#include "rtext.h"
+
+#include <algorithm>
+
+using platform::Point;
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::readOnly<&RPuzzle::areAnswersUsed>("areAnswersUsed", "every answer is in a container"),
+    oms::readOnly<&RPuzzle::areContainersFull>("areContainersFull", "every container is full"),
+    oms::data<&RPuzzle::puzzleTextColorIndex, &RPuzzle::setPuzzleTextColorIndex>(
+        "puzzleTextColorIndex", "palette index of its texts"),
+    oms::data<&RPuzzle::scrambleAnswers, &RPuzzle::setScrambleAnswers>(
+        "scrambleAnswers", "starting deals the answers of an entry out by chance"),
+    oms::readOnly<&RPuzzle::isSolved>("isSolved", "every container is solved"),
+    oms::data<&RPuzzle::lockCorrectAnswers, &RPuzzle::setLockCorrectAnswers>(
+        "lockCorrectAnswers", "for containers that are added from now on"),
+    oms::data<&RPuzzle::rejectIncorrectAnswers, &RPuzzle::setRejectIncorrectAnswers>(
+        "rejectIncorrectAnswers", "for containers that are added from now on"),
+    oms::method<&RPuzzle::addAnswer>("addAnswer", "answer"),
+    oms::method<&RPuzzle::addAnswerToContainer>("addAnswerToContainer", "answer container"),
+    oms::method<&RPuzzle::addContainer>("addContainer", "container"),
+    oms::method<&RPuzzle::anchorAnswers>("anchorAnswers"),
+    oms::method<&RPuzzle::removeAnswer>("removeAnswer", "answer"),
+    oms::method<&RPuzzle::removeAnswerFromContainer>("removeAnswerFromContainer",
+                                                     "answer container"),
+    oms::method<&RPuzzle::removeContainer>("removeContainer", "container"),
+    oms::method<&RPuzzle::reset>("reset"),
+    oms::method<&RPuzzle::start>("play"),
+    oms::method<&RPuzzle::setAnswer>("setAnswer", "entry attribute text [attribute text]..."),
+    oms::method<&RPuzzle::setContainer>("setContainer", "entry attribute [attribute]..."),
+    oms::method<&RPuzzle::setPuzzleText>("setPuzzleText",
+                                         "entry number x y (width height z text | z text [flag])"),
+    oms::method<&RPuzzle::setPuzzleTextFont>("setPuzzleTextFont",
+                                             "id \"\" \"\" color | face size style color"),
+    oms::method<&RPuzzle::setPuzzleGraphic>("setPuzzleGraphic", "entry (z id | x y z id)"),
+    oms::method<&RPuzzle::shiftAnswers>("shiftAnswers", "dx dy"),
+    oms::method<&RPuzzle::shiftContainers>("shiftContainers", "dx dy"),
+    oms::method<&RPuzzle::start>("start"),
+    oms::method<&RPuzzle::unanchorAnswers>("unanchorAnswers"),
+    oms::event("answersUsed", "the last answer was put into a container"),
+    oms::event("containersFull", "the last container has become full"),
+    oms::event("puzzleSolved", "every container is solved"),
+    oms::event("puzzleWrong", "all is full or used, but not solved"),
+};
+
+template <class Class>
+Class* find(const std::string& variable) {
+    return dynamic_cast<Class*>(OMScriptableObject::named(variable));
+}
+
+} // namespace
+
+const OMSClass RPuzzle::kClass{"RPuzzle", &OMScriptableObject::kClass, kVocabulary,
+                               &oms::create<RPuzzle>};
+
+// ---------------------------------------------------------------------------- what it consists of
+
+RPuzzle::RPuzzle() = default;
+
+RPuzzle::~RPuzzle() {
+    while (!answers_.empty()) answers_.back()->setKeeper(nullptr);
+    for (RContainer* container : containers_) container->removeKeeper(*this);
+}
+
+bool RPuzzle::holds(const RAnswer& answer) const {
+    return std::ranges::find(answers_, &answer) != answers_.end();
+}
+
+bool RPuzzle::holds(const RContainer& container) const {
+    return std::ranges::find(containers_, &container) != containers_.end();
+}
+
+void RPuzzle::answerGoes(RAnswer& answer) {
+    if (answer.isHeld())
+        if (RContainer* container = hover()) container->setHighlighted(false);
+    std::erase(answers_, &answer);
+}
+
+void RPuzzle::containerGoes(RContainer& container) {
+    std::erase(containers_, &container);
+    if (hover_.object() == &container) hover_.watch(nullptr);
+}
+
+void RPuzzle::addAnswer(const std::string& name) {
+    auto* answer = find<RAnswer>(name);
+    if (!answer || holds(*answer)) return;
+    answer->setKeeper(this);
+    answers_.push_back(answer);
+}
+
+void RPuzzle::removeAnswer(const std::string& name) {
+    auto* answer = find<RAnswer>(name);
+    if (!answer || !holds(*answer)) return;
+    answer->setKeeper(nullptr);
+    answer->leaveContainer();
+}
+
+void RPuzzle::addContainer(const std::string& name) {
+    auto* container = find<RContainer>(name);
+    if (!container) return;
+    container->setLockCorrectAnswers(locksCorrect_);
+    container->setRejectIncorrectAnswers(rejectsIncorrect_);
+    if (holds(*container)) return;
+    container->addKeeper(*this);
+    containers_.push_back(container);
+}
+
+void RPuzzle::removeContainer(const std::string& name) {
+    auto* container = find<RContainer>(name);
+    if (!container || !holds(*container)) return;
+    container->removeKeeper(*this);
+    containerGoes(*container);
+}
+
+bool RPuzzle::areAnswersUsed() const { return std::ranges::all_of(answers_, &RAnswer::isUsed); }
+
+bool RPuzzle::areContainersFull() const {
+    return std::ranges::all_of(containers_, &RContainer::isFull);
+}
+
+bool RPuzzle::isSolved() const { return std::ranges::all_of(containers_, &RContainer::isSolved); }
+
+// ---------------------------------------------------------------------------- dragging and
+// dropping
+
+// Every event may be the end of the puzzle, of the answer, and of any container.
+
+RContainer* RPuzzle::hover() const { return static_cast<RContainer*>(hover_.object()); }
+
+/// The first of those with the highest score; null when none accepts the answer.
+RContainer* RPuzzle::bestContainer(RAnswer& answer, Point position) const {
+    RContainer* best = nullptr;
+    std::int64_t bestScore = 0;
+    for (RContainer* container : containers_) {
+        const RContainer::Hit hit = container->hitScore(answer, position);
+        if (!hit.accepted || hit.score <= bestScore) continue;
+        best = container;
+        bestScore = hit.score;
+    }
+    return best;
+}
+
+void RPuzzle::answerPickedUp(RAnswer& answer) {
+    hover_.watch(answer.container());
+    if (RContainer* container = hover()) container->setHighlighted(true);
+    answer.leaveContainer();
+}
+
+void RPuzzle::answerDragged(RAnswer& answer, Point position) {
+    RContainer* before = hover();
+    RContainer* best = bestContainer(answer, position);
+    if (best == before) return;
+    const OMSWatch self(this);
+    const OMSWatch dragged(&answer);
+    const OMSWatch next(best);
+    if (before) before->answerFliesOff(answer);
+    if (self && dragged && next) best->answerFliesOn(answer);
+    if (self) hover_.watch(next.object());
+}
+
+void RPuzzle::answerDropped(RAnswer& answer, Point position) {
+    if (RContainer* container = hover()) container->setHighlighted(false);
+    RContainer* container = bestContainer(answer, position);
+    if (!container) {
+        answer.goHome();
+        if (isSolved()) fireEvent("puzzleSolved");
+        return;
+    }
+    const OMSWatch self(this);
+    put(answer, *container);
+    if (self) tellEnd();
+}
+
+void RPuzzle::tellEnd() {
+    const OMSWatch self(this);
+    bool ended = false;
+    if (areContainersFull()) {
+        ended = true;
+        fireEvent("containersFull");
+    }
+    if (self && areAnswersUsed()) {
+        ended = true;
+        fireEvent("answersUsed");
+    }
+    if (!self) return;
+    if (isSolved())
+        fireEvent("puzzleSolved");
+    else if (ended)
+        fireEvent("puzzleWrong");
+}
+
+/// Unless a handler decides otherwise meanwhile.
+void RPuzzle::put(RAnswer& answer, RContainer& container) {
+    const OMSWatch self(this);
+    const OMSWatch given(&answer);
+    const OMSWatch taker(&container);
+    const bool own = holds(answer) && holds(container);
+    answer.setContainer(&container);
+    if (!given || !taker || answer.container() != &container) return;
+    if (self && (!own || (holds(answer) && holds(container))))
+        container.placeAnswer(answer);
+    else
+        answer.correctContainer();
+}
+
+void RPuzzle::addAnswerToContainer(const std::string& answerName,
+                                   const std::string& containerName) {
+    auto* answer = find<RAnswer>(answerName);
+    auto* container = find<RContainer>(containerName);
+    if (!answer || !container || container->contains(*answer)) return;
+    answer->leaveContainer();
+    put(*answer, *container);
+}
+
+void RPuzzle::removeAnswerFromContainer(const std::string& answerName,
+                                        const std::string& containerName) {
+    auto* answer = find<RAnswer>(answerName);
+    auto* container = find<RContainer>(containerName);
+    if (!answer || !container || !container->contains(*answer)) return;
+    answer->leaveContainer();
+    answer->goHome();
+}
+
+// ---------------------------------------------------------------------------- all at once
+
+void RPuzzle::anchorAnswers() {
+    for (RAnswer* answer : answers_) answer->anchor();
+}
+
+void RPuzzle::unanchorAnswers() {
+    for (RAnswer* answer : answers_) answer->unanchor();
+}
+
+void RPuzzle::shiftAnswers(int dx, int dy) {
+    for (RAnswer* answer : answers_)
+        if (!answer->isUsed()) answer->offset(dx, dy);
+}
+
+void RPuzzle::shiftContainers(int dx, int dy) {
+    for (RContainer* container : containers_) container->offset(dx, dy);
+}
+
+void RPuzzle::reset() {
+    for (RAnswer* answer : answers_) {
+        if (!answer->isUsed()) continue;
+        answer->leaveContainer();
+        answer->goHome();
+    }
+}

@@ -1,0 +1,199 @@
+// How the entries of a puzzle come into being, and how a puzzle is filled from one of them.
+
+#include "omformat.h"
+#include "omlog.h"
+#include "omrandom.h"
+#include "omsclass.h"
+#include "omtrinketwindow.h"
+#include "reports.h"
+#include "rpuzzle.h"
+#include "rtext.h"
+#include "world/shuffle.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <numeric>
+#include <string_view>
+
+using platform::Rect;
+
+namespace {
+
+/// An object's first property of these that it has.
+void setFirst(OMScriptableObject& object, std::initializer_list<std::string_view> properties,
+              const std::string& value) {
+    const auto first = std::ranges::find_if(
+        properties, [&](std::string_view name) { return object.hasProperty(name); });
+    if (first != properties.end()) object.setProperty(*first, value);
+}
+
+/// The others keep what they have.
+void noteMissing(const char* kind, std::size_t records, std::size_t objects) {
+    if (records < objects)
+        OMLog::writef(OMLog::Kind::Warning, "RPuzzle: the entry has %d %s records for %d objects",
+                      static_cast<int>(records), kind, static_cast<int>(objects));
+}
+
+int place(std::int64_t coordinate) {
+    return static_cast<int>(
+        std::clamp<std::int64_t>(coordinate, -OMTrinket::kFarthest, OMTrinket::kFarthest));
+}
+
+/// Where the text stands that fits its box.
+void align(RText& text, int flag) {
+    switch (static_cast<RPuzzle::Alignment>(flag)) {
+    case RPuzzle::Alignment::Centred: text.offset(-text.textWidth() / 2, 0); return;
+    case RPuzzle::Alignment::ToRight: text.offset(-text.textWidth(), 0); return;
+    default: return;
+    }
+}
+
+/// What a puzzle shows besides its answers must not catch the mouse in their place.
+template <class Trinket>
+void makeScenery(Trinket& trinket, int z) {
+    trinket.setZ(z);
+    trinket.setMovable(false);
+    trinket.setTouchy(false);
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------- entries
+
+DSEntry* RPuzzle::entryToFill(int number) {
+    if (number >= 1 && number <= DataSet::kMaxEntries) return &dataSet_.entry(number);
+    RWarn(
+        OMFormat("RPuzzle: entry number %d is not between 1 and %d", number, DataSet::kMaxEntries));
+    return nullptr;
+}
+
+void RPuzzle::setAnswer(int number) {
+    DSEntry* entry = entryToFill(number);
+    if (!entry) return;
+    OMSArguments& arguments = OMSArguments::global();
+    while (true) {
+        std::string attribute = arguments.next();
+        if (attribute.empty()) return;
+        entry->answers.push_back({std::move(attribute), arguments.next()});
+    }
+}
+
+void RPuzzle::setContainer(int number) {
+    DSEntry* entry = entryToFill(number);
+    if (!entry) return;
+    OMSArguments& arguments = OMSArguments::global();
+    while (true) {
+        std::string attribute = arguments.next();
+        if (attribute.empty()) return;
+        entry->containers.push_back({std::move(attribute)});
+    }
+}
+
+void RPuzzle::setPuzzleText(int number, int textNumber, int x, int y) {
+    DSEntry* entry = entryToFill(number);
+    if (!entry) return;
+    OMSArguments& arguments = OMSArguments::global();
+    const std::string fifth = arguments.next();
+    const std::string sixth = arguments.next();
+    const std::string seventh = arguments.next();
+    const std::string eighth = arguments.next();
+    DSText text{.number = static_cast<std::uint16_t>(textNumber), .x = x, .y = y};
+    if (!seventh.empty() && !eighth.empty()) {
+        text.width = OMSToInteger(fifth);
+        text.height = OMSToInteger(sixth);
+        text.z = OMSToInteger(seventh);
+        text.text = eighth;
+    } else {
+        text.z = OMSToInteger(fifth);
+        text.text = sixth;
+        if (!seventh.empty()) text.flag = OMSToInteger(seventh);
+    }
+    entry->texts.push_back(std::move(text));
+}
+
+void RPuzzle::setPuzzleGraphic(int number) {
+    DSEntry* entry = entryToFill(number);
+    if (!entry) return;
+    OMSArguments& arguments = OMSArguments::global();
+    const int second = arguments.nextInteger();
+    const int third = arguments.nextInteger();
+    const std::string fourth = arguments.next();
+    DSGraphic graphic;
+    if (fourth.empty())
+        graphic = {.z = second, .resourceId = static_cast<std::uint16_t>(third)};
+    else
+        graphic = {second, third, OMSToInteger(fourth),
+                   static_cast<std::uint16_t>(arguments.nextInteger())};
+    entry->graphics.push_back(graphic);
+}
+
+void RPuzzle::setPuzzleTextFont(const std::string& font, int size, const std::string& style,
+                                int colorIndex) {
+    if (style.empty())
+        font_.useNFNT(OMSToInteger(font));
+    else
+        font_.useTrueType(font, OMSToInteger(style), size);
+    setPuzzleTextColorIndex(colorIndex);
+}
+
+// ---------------------------------------------------------------------------- filling
+
+void RPuzzle::start() {
+    graphics_.clear();
+    texts_.clear();
+    if (dataSet_.isEmpty()) return;
+    const DSEntry& entry = dataSet_.randomEntry();
+    fillAnswers(entry);
+    fillContainers(entry);
+    for (const DSGraphic& graphic : entry.graphics) addGraphic(graphic);
+    for (const DSText& text : entry.texts) addText(text);
+}
+
+void RPuzzle::fillAnswers(const DSEntry& entry) {
+    noteMissing("answer", entry.answers.size(), answers_.size());
+    std::vector<std::size_t> order(answers_.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    if (scrambles_) world::shuffle(order);
+    for (std::size_t i = 0; i < answers_.size(); ++i) {
+        if (order[i] >= entry.answers.size()) continue;
+        const DSAnswer& record = entry.answers[order[i]];
+        answers_[i]->setProperty("attribute", record.attribute);
+        setFirst(*answers_[i], {"text", "graphicID", "text1"}, record.text);
+    }
+}
+
+void RPuzzle::fillContainers(const DSEntry& entry) {
+    noteMissing("container", entry.containers.size(), containers_.size());
+    for (std::size_t i = 0; i < std::min(containers_.size(), entry.containers.size()); ++i)
+        setFirst(*containers_[i], {"attribute", "value", "answerMatchString", "correctSegments"},
+                 entry.containers[i].attribute);
+}
+
+void RPuzzle::addGraphic(const DSGraphic& record) {
+    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
+    if (!window) return;
+    std::unique_ptr<OMAnimation> graphic =
+        OMAnimation::create(record.resourceId, record.x, record.y, *window);
+    if (!graphic) return;
+    makeScenery(*graphic, record.z);
+    graphics_.push_back(std::move(graphic));
+}
+
+void RPuzzle::addText(const DSText& record) {
+    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
+    if (!window) return;
+    const bool bounded = record.width != DSText::kUnbounded;
+    const int left = place(record.x);
+    const int top = place(record.y);
+    const Rect box = bounded ? Rect{left, top, place(std::int64_t{left} + record.width),
+                                    place(std::int64_t{top} + record.height)}
+                             : Rect{left, top, left + RText::kFitting, top + RText::kFitting};
+    auto text = std::make_unique<RText>(*window, box);
+    text->setFont(font_.use());
+    text->setColorIndex(textColorIndex_);
+    text->setWrap(bounded);
+    text->setText(record.text);
+    if (!bounded) align(*text, record.flag);
+    makeScenery(*text, record.z);
+    texts_.push_back(std::move(text));
+}

@@ -1,0 +1,79 @@
+#include "rstackingcontainer.h"
+
+#include "omsclass.h"
+
+#include <algorithm>
+#include <numeric>
+
+using platform::Rect;
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::readOnly<&RStackingContainer::answerValue>("answerValue",
+                                                    "sum of the values of its answers"),
+    oms::data<&RStackingContainer::droppedSound, &RStackingContainer::setDroppedSound>(
+        "droppedSound", "sound of answers that fall; -1: none"),
+    oms::data<&RContainer::isHighlighted, &RContainer::setHighlighted>(
+        "highlighted", "its second sequence is shown"),
+    oms::data<&RStackingContainer::solvedAnswerCount, &RStackingContainer::setSolvedAnswerCount>(
+        "solvedAnswerCount", "answers that it takes to be solved; -1: any number"),
+    oms::data<&RStackingContainer::value, &RStackingContainer::setValue>("value",
+                                                                         "sum that is right"),
+    oms::lasting<&RContainer::playAnimation>("playAnimation"),
+    oms::method<&RContainer::stopAnimation>("stopAnimation"),
+};
+
+int heightOf(const RAnswer& answer) { return std::max(answer.effectiveRectangle().height(), 0); }
+
+} // namespace
+
+const OMSClass RStackingContainer::kClass{"RStackingContainer", &RContainer::kClass, kVocabulary,
+                                          &createContainer<RStackingContainer>};
+
+RStackingContainer::RStackingContainer(const RStackingContainer& other)
+    : RContainer(other), value_(other.value_), solvedCount_(other.solvedCount_),
+      droppedSound_(other.droppedSound_) {}
+
+std::unique_ptr<OMScriptableObject> RStackingContainer::duplicate() {
+    return std::unique_ptr<OMScriptableObject>(new RStackingContainer(*this));
+}
+
+std::int64_t RStackingContainer::stackHeight() const {
+    return std::accumulate(heights_.begin(), heights_.end(), std::int64_t{0});
+}
+
+RContainer::Hit RStackingContainer::hitScore(RAnswer& answer, platform::Point) {
+    const std::int64_t score = overlapScore(answer);
+    const bool fits = stackHeight() + heightOf(answer) <= boundingRectangle().height();
+    return {isEnabled() && fits && score > 0, score};
+}
+
+bool RStackingContainer::isFull() const { return stackHeight() >= boundingRectangle().height(); }
+
+bool RStackingContainer::isSolved() const {
+    return answerValue() == value_ && (solvedCount_ == kAnyCount || solvedCount_ == answerCount());
+}
+
+void RStackingContainer::placeAnswer(RAnswer& answer) {
+    const Rect area = boundingRectangle();
+    const auto bottom =
+        static_cast<int>(std::max<std::int64_t>(area.bottom - stackHeight(), -kFarthest));
+    answer.snapToRectangle({area.left, bottom - heightOf(answer), area.right, bottom});
+    RContainer::placeAnswer(answer);
+}
+
+void RStackingContainer::answerEnters(const RAnswer& answer, std::size_t index) {
+    heights_.insert(heights_.begin() + static_cast<std::ptrdiff_t>(index), heightOf(answer));
+}
+
+/// Those above it fall.
+void RStackingContainer::answerLeaves(std::size_t index) {
+    const auto at = static_cast<std::ptrdiff_t>(index);
+    const int height = heights_[index];
+    heights_.erase(heights_.begin() + at);
+    if (index + 1 == answers().size() || height == 0) return;
+    for (auto above = answers().begin() + at + 1; above != answers().end(); ++above)
+        (*above)->offset(0, height);
+    playSound(droppedSound_);
+}

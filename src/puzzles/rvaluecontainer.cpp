@@ -1,0 +1,33 @@
+#include "rvaluecontainer.h"
+
+#include "omsclass.h"
+
+namespace {
+
+constexpr OMSEntry kVocabulary[] = {
+    oms::data<&RValueContainer::value, &RValueContainer::setValue>("value",
+                                                                   "of the answer that is right"),
+    oms::data<&RContainer::isHighlighted, &RContainer::setHighlighted>(
+        "highlighted", "its second sequence is shown"),
+    oms::lasting<&RContainer::playAnimation>("playAnimation"),
+    oms::method<&RContainer::stopAnimation>("stopAnimation"),
+};
+
+} // namespace
+
+const OMSClass RValueContainer::kClass{"RValueContainer", &RContainer::kClass, kVocabulary,
+                                       &createContainer<RValueContainer>};
+
+std::unique_ptr<OMScriptableObject> RValueContainer::duplicate() {
+    return std::unique_ptr<OMScriptableObject>(new RValueContainer(*this));
+}
+
+RContainer::Hit RValueContainer::hitScore(RAnswer& answer, platform::Point) {
+    const std::int64_t score = overlapScore(answer);
+    const bool free = isEnabled() && answers().empty();
+    return {free && score > 0 && (!rejectIncorrectAnswers() || isRight(answer)), score};
+}
+
+void RValueContainer::placeAnswer(RAnswer& answer) {
+    placeSingleAnswer(answer, boundingRectangle());
+}
