@@ -1,4 +1,4 @@
-; What all four puzzles have in common, included by their scripts. The script of a puzzle has
+; What all puzzles have in common, included by their scripts. The script of a puzzle has
 ;
 ;   activity         its location in the world's memory, which counts answers and knows the level
 ;   build            makes answer.1 to answer.answers, holder.1 to holder.holders and puzzle, and fills

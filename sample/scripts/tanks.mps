@@ -20,7 +20,7 @@ procedure shoal entry tank many
 for k 1 many
 [
 cell=order.k-1
-swimX=150*tank-113+38*(cell%3)+(k*5)%7
+swimX=150*tank-121+38*(cell%3)+(k*5)%7
 swimY=112+36*(cell\3)+(k*3)%8
 play puzzle setPuzzleGraphic entry swimX swimY 6 2471+(tank+entry)%3
 ]
@@ -95,7 +95,7 @@ play answer.i setFont 30
 ]
 else
 [
-call spread i answers 112
+call spread i answers 96
 answer.i=RDoubleGraphicTextAnswer 2446 RESULT 404 10
 set answer.i graphic1ID 2447
 set answer.i graphic2ID 2448
@@ -173,10 +173,10 @@ for i 1 answers
 [
 get answer.i "text1" what
 get answer.i "attribute" total
-call centreLabel "text1OffsetX" 26
+call centreLabel "text1OffsetX" 22
 what=total-what
 set answer.i "text2" what
-call centreLabel "text2OffsetX" 86
+call centreLabel "text2OffsetX" 74
 ]
 ]
 ]

@@ -1,6 +1,6 @@
-; The workshop up the stairs of the lighthouse. Four things lead to puzzles: the board with shadows, the
-; tank with fish, the toy boat with its cargo, and the signal flags. What each of them is stands on the
-; plaque while the pointer is over it. The signpost leads back down.
+; The workshop up the stairs of the lighthouse. Five things lead to puzzles: the board with shadows, the
+; tank with fish, the toy boat with its cargo, the signal flags, and the torn sail. What each of them is
+; stands on the plaque while the pointer is over it. The signpost leads back down.
 ;
 ; The music is that of the puzzles too: it goes on when one of them is entered or left.
 yield off
@@ -16,17 +16,19 @@ get plaque textWidth wide
 set plaque x 320-wide\2
 ]
 
-; ---- the four things
+; ---- the five things
 
-things=4
+things=5
 name.1="Onde fica cada coisa?"
 name.2="Quantos peixes são?"
 name.3="A carga do barco"
 name.4="As bandeiras de sinais"
+name.5="A vela rasgada"
 scene.1="board.mps"
 scene.2="tanks.mps"
 scene.3="cargo.mps"
 scene.4="signals.mps"
+scene.5="sail.mps"
 
 procedure lightUp
 [
@@ -88,7 +90,7 @@ set thing.i flyOff dim
 play thing.i setAOCursor 1
 ]
 
-sign=RAnimation 2405 20
+sign=RAnimation 2409 20
 set sign movable 0
 set sign mouseDown goDown
 set sign flyOn lightSign
