@@ -8,22 +8,21 @@ namespace {
 constexpr int kSide = PentominoShape::kSide;
 constexpr int kQuarters = 4;
 
-using Rows = std::array<std::string_view, kSide>;
-
-constexpr std::array<Rows, kPentominoes> kPieces{{
-    {"XX", " X", "XX"},
-    {" X", "XXX", " X"},
-    {"XX", " XX", "  X"},
-    {"XX", "XXX"},
-    {" X", "XXX", "X"},
-    {"X", "XXX", "X"},
-    {"  X", "  X", "XXX"},
-    {"XX", " X", " XX"},
-    {"XXXX", "   X"},
-    {"  XX", "XXX"},
-    {"X", "XX", "X", "X"},
-    {"XXXXX"},
-}};
+/// View 0 of each; a stroke ends a row.
+constexpr std::string_view kPieces[kPentominoes] = {
+    "XX/ X/XX",   //
+    " X/XXX/ X",  //
+    "XX/ XX/  X", //
+    "XX/XXX",     //
+    " X/XXX/X",   //
+    "X/XXX/X",    //
+    "  X/  X/XXX",
+    "XX/ X/ XX", //
+    "XXXX/   X", //
+    "  XX/XXX",  //
+    "X/XX/X/X",  //
+    "XXXXX",
+};
 
 constexpr void set(PentominoShape& shape, int row, int column) {
     shape.cells[static_cast<std::size_t>(row * kSide + column)] = true;
@@ -31,12 +30,16 @@ constexpr void set(PentominoShape& shape, int row, int column) {
     shape.width = std::max(shape.width, column + 1);
 }
 
-constexpr PentominoShape read(const Rows& rows) {
+constexpr PentominoShape read(std::string_view rows) {
     PentominoShape shape;
-    for (int row = 0; row < kSide; ++row) {
-        const std::string_view text = rows[static_cast<std::size_t>(row)];
-        for (int column = 0; column < static_cast<int>(text.size()); ++column)
-            if (text[static_cast<std::size_t>(column)] == 'X') set(shape, row, column);
+    int row = 0;
+    int column = 0;
+    for (const char cell : rows) {
+        if (cell == 'X') set(shape, row, column);
+        ++column;
+        if (cell != '/') continue;
+        ++row;
+        column = 0;
     }
     return shape;
 }

@@ -43,9 +43,8 @@ std::optional<int> holeArgument() {
 /// Tells the game what the player does with it.
 class RPegGame::Peg final : public OMAnimation {
   public:
-    Peg(RPegGame& game, OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int hole)
-        : OMAnimation(window, std::move(image), id, kEmbedded, kEmbedded), hole(hole), game_(game) {
-    }
+    Peg(RPegGame& game, OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int in)
+        : OMAnimation(window, std::move(image), id, kEmbedded, kEmbedded), hole(in), game_(game) {}
 
     int hole;
 

@@ -236,7 +236,9 @@ void RPentominoGame::setPieceGraphicID(int id) {
     if (!image) return;
     if (found->piece) lift(*found->piece);
     found->piece.reset();
-    found->piece = std::make_unique<PentominoPiece>(*this, number, *window(), std::move(image), id);
+    PentominoPlayer& player = *this;
+    found->piece =
+        std::make_unique<PentominoPiece>(player, number, *window(), std::move(image), id);
     found->piece->setZ(z() + kDepthOfPieces);
     found->piece->setVisible(piecesVisible_);
     giveCursors(*found->piece);
@@ -379,6 +381,8 @@ void RPentominoGame::replaceTool(std::unique_ptr<OMAnimation>& tool, int id) {
     tool->setMovable(false);
     tool->setTouchy(false);
 }
+
+int RPentominoGame::solutionBoxGraphicID() const { return idOf(solutionBox_.get()); }
 
 void RPentominoGame::setSolutionBoxGraphicID(int id) {
     std::shared_ptr<AOImage> image = window() ? imageOf(id) : nullptr;

@@ -43,7 +43,7 @@ class RPentominoGame final : public OMTrinket, private PentominoPlayer {
     void setFlipperGraphicID(int id) { replaceTool(flipper_, id); }
     [[nodiscard]] int rotaterGraphicID() const { return idOf(rotater_.get()); }
     void setRotaterGraphicID(int id) { replaceTool(rotater_, id); }
-    [[nodiscard]] int solutionBoxGraphicID() const { return idOf(solutionBox_.get()); }
+    [[nodiscard]] int solutionBoxGraphicID() const;
     void setSolutionBoxGraphicID(int id);
 
     // Of the piece whose number is the next argument. Read with a number that is none, they are

@@ -134,7 +134,7 @@ void RBackPack::fill() {
 /// The slot that is asked for, if it is free.
 std::optional<int> RBackPack::slotFor(int slot) const {
     if (slot == kFirstFree) {
-        const auto free = std::ranges::find(things_, nullptr);
+        const auto free = std::ranges::find_if(things_, [](const auto& thing) { return !thing; });
         if (free != things_.end()) return static_cast<int>(free - things_.begin());
         RTell("RBackPack: Backpack is full.");
         return std::nullopt;
