@@ -2,6 +2,7 @@
 // these come to rest, and what happens when anybody goes.
 #include "puzzles/containerfixture.h"
 
+#include "ommultitrinket.h"
 #include "puzzles/rattributecontainer.h"
 #include "puzzles/rfabriccontainer.h"
 #include "puzzles/rhorizontalcontainer.h"
@@ -611,8 +612,11 @@ TEST_F(PlayedContainerTest, EventsInTheirOrder) {
         begin(kind);
         drag(kHome, kMiddle);
         EXPECT_EQ(std::exchange(heard, {}), "pickedUp answerFlyOn ");
+        const std::string on = kind == 5 ? "" : "1"; // cloth looks as it is covered
+        EXPECT_EQ(told("container", "highlighted"), on);
         window.mouseUp(kMiddle);
         EXPECT_EQ(std::exchange(heard, {}), "dropped addedToContainer answerPlaced ");
+        EXPECT_NE(told("container", "highlighted"), "1");
         drag(inside(), {400, 400});
         EXPECT_EQ(std::exchange(heard, {}),
                   "pickedUp answerRemoved removedFromContainer answerFlyOff ");
@@ -627,6 +631,17 @@ TEST_F(PlayedContainerTest, EventsInTheirOrder) {
         EXPECT_EQ(std::exchange(heard, {}), "pickedUp answerRemoved removedFromContainer dropped "
                                             "addedToContainer answerPlaced ");
     }
+}
+
+TEST_F(PlayedContainerTest, ItMovesWithAGroup) {
+    begin(0);
+    drag(kHome, kMiddle);
+    window.mouseUp(kMiddle);
+    OMMultiTrinket panel(window);
+    panel.addTrinket("container", 0);
+    panel.offset(11, 7);
+    EXPECT_EQ(told("container", "x") + "," + told("container", "y"), "111,57");
+    EXPECT_EQ(told("answer", "x") + "," + told("answer", "y"), "131,72");
 }
 
 TEST_F(PlayedContainerTest, HandlersDestroyWhatThePuzzleHas) {
