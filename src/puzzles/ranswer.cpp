@@ -43,11 +43,13 @@ constexpr int kWidestInset = 10'000; ///< pixels
 const OMSClass RAnswer::kClass{"RAnswer", &RAnimation::kClass, kVocabulary};
 
 RAnswer::RAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
-    : RAnimation(window, std::move(image), id, x, y), home_(corner()), homeZ_(z()) {}
+    : RAnimation(window, std::move(image), id, x, y), home_(corner()), homeOrigin_(origin()),
+      homeZ_(z()) {}
 
 RAnswer::RAnswer(const RAnswer& other)
-    : RAnimation(other), extra_(other.extra_), home_(other.home_), homeZ_(other.homeZ_),
-      sounds_(other.sounds_), attribute_(other.attribute_), value_(other.value_) {}
+    : RAnimation(other), extra_(other.extra_), home_(other.home_), homeOrigin_(other.homeOrigin_),
+      homeZ_(other.homeZ_), sounds_(other.sounds_), attribute_(other.attribute_),
+      value_(other.value_) {}
 
 RAnswer::~RAnswer() {
     setKeeper(nullptr);
@@ -102,7 +104,8 @@ void RAnswer::moveCorner(Point corner) {
 
 void RAnswer::goHome() {
     if (held_) return;
-    moveCorner(home_);
+    const Point from = origin();
+    offset(homeOrigin_.x - from.x, homeOrigin_.y - from.y);
     setZ(homeZ_);
     playSound(sounds_.goHome);
 }
@@ -119,16 +122,19 @@ void RAnswer::snapToRectangle(const Rect& target) {
 void RAnswer::setHome(Point home) {
     home_ = home;
     moveCorner(home);
+    homeOrigin_ = origin();
 }
 
 void RAnswer::setHomeX(int x) {
     home_.x = x;
     moveCorner({x, corner().y});
+    homeOrigin_.x = origin().x;
 }
 
 void RAnswer::setHomeY(int y) {
     home_.y = y;
     moveCorner({corner().x, y});
+    homeOrigin_.y = origin().y;
 }
 
 void RAnswer::playSound(int id) {

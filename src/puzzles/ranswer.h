@@ -65,7 +65,7 @@ class RAnswer : public RAnimation {
     /// Out of its container, if it is in one, which is told as well as the answer.
     void leaveContainer();
 
-    /// Left upper corner of its base picture: what home and all offsets count for.
+    /// Left upper corner of the frame that its base picture shows: what all offsets count from.
     [[nodiscard]] platform::Point corner() const;
     /// What of the drawn rectangle counts for hits and fits, by its insets.
     [[nodiscard]] platform::Rect effectiveRectangle() const;
@@ -143,7 +143,8 @@ class RAnswer : public RAnimation {
 
     /// Widths of the margins, not a rectangle in the window.
     platform::Rect extra_{};
-    platform::Point home_;
+    platform::Point home_;       ///< of its corner, when it was set
+    platform::Point homeOrigin_; ///< the same place for every frame
     int homeZ_;
     bool held_ = false;
     AnswerKeeper* keeper_ = nullptr;

@@ -1,7 +1,9 @@
 #include "rpuzzle.h"
 
+#include "omlog.h"
 #include "omsclass.h"
 #include "rtext.h"
+#include "rvar.h"
 
 #include <algorithm>
 
@@ -48,9 +50,17 @@ constexpr OMSEntry kVocabulary[] = {
     oms::event("puzzleWrong", "all is full or used, but not solved"),
 };
 
+/// The answer or container in the variable of that name; null, told to the log, without.
 template <class Class>
 Class* find(const std::string& variable) {
-    return dynamic_cast<Class*>(OMScriptableObject::named(variable));
+    auto* object = dynamic_cast<Class*>(OMScriptableObject::named(variable));
+    if (!object)
+        OMLog::writef(OMLog::Kind::Warning,
+                      variable == YVariable::kObjectText
+                          ? "RPuzzle: the name of the object must stand in quotes"
+                          : "RPuzzle: \"%s\" is not the name of such an object",
+                      variable.c_str());
+    return object;
 }
 
 } // namespace

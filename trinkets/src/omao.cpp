@@ -121,10 +121,9 @@ void OMAnimation::prepareDeepFrames() {
 void OMAnimation::changeImage(std::shared_ptr<AOImage> image, int id) {
     silence();
     pendingFinish_ = false;
-    markChanged();
-    const Rect r = frameRectangle();
-    const Point origin{r.left - shownOffset_.x, r.top - shownOffset_.y};
-    setBounds({origin.x, origin.y, origin.x, origin.y});
+    pictureChanges();
+    const Point from = origin();
+    setBounds({from.x, from.y, from.x, from.y});
     shownFrame_ = -1;
     shownOffset_ = {};
     deepFrames_.reset();
@@ -222,6 +221,11 @@ AOEntry OMAnimation::at(int position) const {
 
 int OMAnimation::sequenceLength() const { return static_cast<int>(entries().size()) - 1; }
 
+Point OMAnimation::origin() const {
+    const Rect r = frameRectangle();
+    return {r.left - shownOffset_.x, r.top - shownOffset_.y};
+}
+
 int OMAnimation::frameCount() const {
     return static_cast<int>(std::count_if(entries().begin(), entries().end(),
                                           [](const AOEntry& entry) { return entry.isFrame(); }));
@@ -264,10 +268,10 @@ void OMAnimation::goTo(int position) {
 void OMAnimation::show(int position) {
     const AOEntry entry = at(position);
     const Rect before = frameRectangle();
-    const Point origin{before.left - shownOffset_.x, before.top - shownOffset_.y};
-    const Rect after = AOBounds(image_->frameSize(entry.code),
-                                {origin.x + entry.dx, origin.y + entry.dy}, direction_);
-    if (entry.code != shownFrame_ || after != before) markChanged();
+    const Point from = origin();
+    const Rect after =
+        AOBounds(image_->frameSize(entry.code), {from.x + entry.dx, from.y + entry.dy}, direction_);
+    if (entry.code != shownFrame_ || after != before) pictureChanges();
     setBounds(after);
     shownFrame_ = entry.code;
     shownOffset_ = {entry.dx, entry.dy};
@@ -304,7 +308,7 @@ void OMAnimation::setParam(int value) {
 
 void OMAnimation::setDrawDirection(int direction) {
     if (direction == direction_) return;
-    markChanged();
+    pictureChanges();
     direction_ = direction;
     const Rect r = frameRectangle();
     setBounds(AOBounds(image_->frameSize(shownFrame_), {r.left, r.top}, direction_));
@@ -328,7 +332,7 @@ void OMAnimation::draw(OMMemCanvas& canvas, const OMRegion& clip, Point at) {
 
 void OMAnimation::stamp() {
     if (!window()) return;
-    window()->stamp(*this, frameRectangle(),
+    window()->stamp(*this, boundingRectangle(),
                     [this](OMMemCanvas& canvas, Point at) { paintAt(canvas, at); });
 }
 
