@@ -119,6 +119,9 @@ heavy=(aboard.2>goal)+heavy
 call showBurden
 if heavy
 call tell "Upa, é peso a mais! Tira uma caixa."
+else if tooHeavy
+call tell task.level
+tooHeavy=heavy
 ]
 
 procedure showBurden
@@ -134,6 +137,7 @@ call centre 38
 for i 1 holders
 set holder.i answerRemoved weigh
 burden=0
+tooHeavy=0
 call showBurden
 ]
 
