@@ -8,7 +8,10 @@ if(count LESS 2)
 endif()
 file(STRINGS ${RSC}/resource.map names REGEX "\\.rsc$") # in the order of the map
 list(TRANSFORM names PREPEND ${WORK}/RSC/ OUTPUT_VARIABLE packed)
-foreach(command "extract;${files};-o;${WORK}/unpacked"
+list(TRANSFORM names PREPEND ${RSC}/ OUTPUT_VARIABLE ordered)
+list(APPEND ordered ${files})
+list(REMOVE_DUPLICATES ordered)
+foreach(command "extract;${ordered};-o;${WORK}/unpacked"
                 "pack;${WORK}/unpacked/resources.manifest;-o;${WORK}/RSC"
                 "map;${packed};--name;ZORBET-SAMPLE;-o;${WORK}")
   execute_process(COMMAND ${PROGRAM} ${command} RESULT_VARIABLE code OUTPUT_VARIABLE said)
