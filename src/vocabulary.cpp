@@ -7,8 +7,10 @@
 #include "commands.h"
 #include "ommultitrinket.h"
 #include "puzzles/rattributecontainer.h"
+#include "puzzles/rdoublegraphictextanswer.h"
 #include "puzzles/rfabriccontainer.h"
 #include "puzzles/rgraphicanswer.h"
+#include "puzzles/rgraphictextanswer.h"
 #include "puzzles/rhorizontalcontainer.h"
 #include "puzzles/rhorizontalvaluecontainer.h"
 #include "puzzles/rpuzzle.h"
@@ -38,8 +40,10 @@ constexpr const OMSClass* kClasses[] = {
     &RAttributeContainer::kClass,
     &RCharacter::kClass,
     &RCompositeAction::kClass,
+    &RDoubleGraphicTextAnswer::kClass,
     &RFabricContainer::kClass,
     &RGraphicAnswer::kClass,
+    &RGraphicTextAnswer::kClass,
     &RHorizontalContainer::kClass,
     &RHorizontalValueContainer::kClass,
     &RHotSpot::kClass,

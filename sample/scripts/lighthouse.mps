@@ -1,6 +1,6 @@
 ; Inside the lighthouse: the fire burns, the cat sleeps and answers clicks, the signpost leads back to
-; the harbour, and the map on the wall to the chart table. The player's name stands over the map. The
-; sounds of the cat and the fire are steps of their animations.
+; the harbour, the map on the wall to the chart table, and the stairs to the workshop. The player's name
+; stands over the map. The sounds of the cat and the fire are steps of their animations.
 yield off
 StartTransition
 Scene 101
@@ -91,13 +91,41 @@ set wallmap mouseDown takeMap
 set wallmap flyOn showMap
 set wallmap flyOff dimMap
 
+; ---- the stairs, which the sign belongs to
+
+procedure showStairs
+[
+set shopsign sequence 2
+set upstairs visible 1
+PlaySound 207
+]
+
+procedure dimStairs
+[
+set shopsign sequence 1
+set upstairs visible 0
+]
+
+procedure climb
+call leave "workshop.mps"
+
+shopsign=RAnimation 2105 3
+set shopsign movable 0
+set shopsign touchy 0
+stairs=RHotSpot 470 42 164 324 2
+set stairs movable 0
+set stairs mouseDown climb
+set stairs flyOn showStairs
+set stairs flyOff dimStairs
+
+play stairs setAOCursor 1
 play fire setAOCursor 1
 play cat setAOCursor 1
 play back setAOCursor 1
 play wallmap setAOCursor 1
 
-; What is written on the wall: the middle is that of the map.
-procedure write words top
+; What is written on the wall, by its middle: at the map, and at the sign.
+procedure write words middle top
 [
 lines=lines+1
 line.lines=RText 0 top -1 -1 2
@@ -107,16 +135,19 @@ set line.lines colorIndex 4
 play line.lines setFont 14
 set line.lines text words
 get line.lines textWidth wide
-set line.lines x 403-wide\2
+set line.lines x middle-wide\2
 ]
 
 lines=0
 world=RWorldPort 0
 get world playerName visitor
-call write visitor 90
-call write "Mapa da baía" 192
+call write visitor 403 90
+call write "Mapa da baía" 403 192
 caption=&line.2
 set caption visible 0
+call write "A oficina" 432 222
+upstairs=&line.3
+set upstairs visible 0
 
 firesound=-1
 

@@ -51,7 +51,7 @@ std::size_t RowContainer::indexFor(const RAnswer& answer) const {
 
 std::vector<RowContainer::Place> RowContainer::places() const {
     std::vector<Place> all;
-    for (const RAnswer* answer : answers()) all.push_back({answer, leftOf(*answer)});
+    for (const RAnswer* answer : answers()) all.push_back({answer, leftOf(*answer) - x()});
     return all;
 }
 
@@ -60,23 +60,23 @@ void RowContainer::placeAnswer(RAnswer& answer) {
     const OMSWatch placed(&answer);
     const std::vector<Place> before = places();
     const std::size_t index = indexFor(answer);
-    const Rect slot = makeRoom(index, widthOf(answer));
+    const int left = makeRoom(index, widthOf(answer));
     insertAnswer(answer, index);
     if (!self) return;
     if (placed && contains(answer)) {
-        answer.snapToRectangle(slot);
+        const Rect area = boundingRectangle(); // which a handler may have moved
+        answer.snapToRectangle({left, area.top, left + widthOf(answer), area.bottom});
         answer.setZ(z() + deltaZ_);
     }
     pack();
     if (hasMoved(before)) playSound(slideSound_);
 }
 
-/// The answers from `index` on give way to one before them. Returns its place.
-Rect RowContainer::makeRoom(std::size_t index, int width) {
-    const Rect area = boundingRectangle();
-    const int left = index == 0
-                         ? area.left
-                         : std::max(area.left, answers()[index - 1]->effectiveRectangle().right);
+/// The answers from `index` on give way to one before them. Returns its left edge.
+int RowContainer::makeRoom(std::size_t index, int width) {
+    const int edge = boundingRectangle().left;
+    const int left =
+        index == 0 ? edge : std::max(edge, answers()[index - 1]->effectiveRectangle().right);
     std::int64_t free = std::int64_t{left} + width;
     for (std::size_t i = index; i < answers().size(); ++i) {
         RAnswer& behind = *answers()[i];
@@ -84,7 +84,7 @@ Rect RowContainer::makeRoom(std::size_t index, int width) {
         moveLeftTo(behind, free);
         free += widthOf(behind);
     }
-    return {left, area.top, left + width, area.bottom};
+    return left;
 }
 
 /// Without gaps from the left edge on; what then reaches over the right edge goes back inside, for
@@ -106,6 +106,6 @@ void RowContainer::pack() {
 bool RowContainer::hasMoved(const std::vector<Place>& before) const {
     return std::ranges::any_of(before, [&](const Place& place) {
         const auto still = std::ranges::find(answers(), place.answer);
-        return still != answers().end() && leftOf(**still) != place.left;
+        return still != answers().end() && leftOf(**still) - x() != place.left;
     });
 }

@@ -27,13 +27,13 @@ class RowContainer : public RContainer {
   private:
     struct Place {
         const RAnswer* answer;
-        int left;
+        int left; ///< from the container's left edge
     };
 
     [[nodiscard]] std::int64_t rowWidth() const;
     [[nodiscard]] std::size_t indexFor(const RAnswer& answer) const;
     [[nodiscard]] std::vector<Place> places() const;
-    [[nodiscard]] platform::Rect makeRoom(std::size_t index, int width);
+    [[nodiscard]] int makeRoom(std::size_t index, int width);
     void pack();
     [[nodiscard]] bool hasMoved(const std::vector<Place>& before) const;
 

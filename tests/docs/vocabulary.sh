@@ -51,9 +51,10 @@ case $kind in
   pages)
     # What all have in common stands on one page.
     have=$("$@" | sed -n -e '/^class object/d' -e '/^class OMTrinket /d' -e '/^class OMAnimation /d' \
-      -e '/^class Action /d' -e '/^class ActionContainer /d' \
+      -e '/^class Action /d' -e '/^class ActionContainer /d' -e '/^class RContainer /d' \
       -e 's/^class \([^ ]*\).*/\1/p')
-    told=$(cd "$page" && ls | sed -n -e '/^trinkets.md$/d' -e '/^actions.md$/d' -e 's/\.md$//p')
+    told=$(cd "$page" && ls | sed -n -e '/^trinkets.md$/d' -e '/^actions.md$/d' \
+      -e '/^containers.md$/d' -e 's/\.md$//p')
     ;;
   player)
     have=$(playerRows "$@")

@@ -13,6 +13,7 @@ struct Picture {
 };
 /// The `ASEQ` resources.
 [[nodiscard]] std::vector<Picture> pictures();
+[[nodiscard]] std::vector<Picture> puzzlePictures();
 
 struct Colors {
     int id;

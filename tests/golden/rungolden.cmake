@@ -6,14 +6,16 @@
 #                        that has them
 #   PICTURE.png          what the screenshots must show; or `same` with the name of the scene that has
 #                        them. Of a screenshot PICTURE.LATER.png only the part before the dot counts.
+#   said                 what the scripts say
 #   boxes                the boxes that the report tells, without the times; none are shown otherwise
 #   face                 the type face of the scenes (goldenface.cpp) is the only one of the machine
 #   runs                 the options of one run a line, instead of the usual runs below. Three words
 #                        are no options of the program: "ini:KEY=VALUE" is a setting of ZORBET.INI,
 #                        "depth:N" and "at:X,Y" tell the comparison about the screen
 #                        (goldencompare.cpp).
-# All runs must show the same. With ZORBET_RENEW=1 in the environment the pictures of the first run
-# are stored instead.
+# Scripts beside the scenes' folders are for all scenes to include.
+# All runs must show the same. With ZORBET_RENEW=1 in the environment the pictures of the first run, and
+# what was said in it, are stored instead.
 cmake_minimum_required(VERSION 3.24)
 
 set(runs
@@ -59,7 +61,8 @@ endmacro()
 function(play work settings)
   file(MAKE_DIRECTORY ${work}/content ${work}/home)
   file(CREATE_LINK ${WORK}/RSC ${work}/content/RSC SYMBOLIC)
-  file(COPY ${played}/Startup.mps DESTINATION ${work}/content)
+  file(GLOB scripts ${played}/Startup.mps ${played}/../*.mps)
+  file(COPY ${scripts} DESTINATION ${work}/content)
   if(settings)
     list(JOIN settings "\n" lines)
     file(WRITE ${work}/content/ZORBET.INI "[Zorbet Voyages - CD]\n${lines}\n")
@@ -80,6 +83,20 @@ function(play work settings)
   list(TRANSFORM shown REPLACE "^[0-9]+\t" "")
   if(NOT "${shown}" STREQUAL "${boxes}")
     message(SEND_ERROR "${work}: it showed the boxes\n${shown}\nand not\n${boxes}")
+  endif()
+endfunction()
+
+function(compare_said actual)
+  if(NOT EXISTS ${played}/said)
+    return()
+  endif()
+  set(got "")
+  if(EXISTS ${actual})
+    file(READ ${actual} got)
+  endif()
+  file(READ ${played}/said wanted)
+  if(NOT got STREQUAL wanted)
+    message(SEND_ERROR "${actual} differs from ${played}/said:\n${got}")
   endif()
 endfunction()
 
@@ -111,6 +128,10 @@ foreach(run IN LISTS runs)
   list(TRANSFORM depth PREPEND "--depth;")
   list(TRANSFORM at PREPEND "--at;")
   play(${work} "${settings}" ${words})
+  if("$ENV{ZORBET_RENEW}" STREQUAL "1" AND number EQUAL 1 AND EXISTS ${played}/said)
+    file(COPY_FILE ${work}/content/debug.txt ${played}/said)
+  endif()
+  compare_said(${work}/content/debug.txt)
   foreach(screenshot IN LISTS screenshots)
     string(REGEX REPLACE "\\..*" ".png" picture ${screenshot})
     list(REMOVE_ITEM stored ${picture})

@@ -198,8 +198,8 @@ class OMAnimation : public OMTrinket {
 
     void step(std::uint32_t clock) override;
     void paint(OMMemCanvas& canvas, const OMRegion& clip) override;
-    /// Paints the current frame on any canvas, `at` its left upper corner.
-    void paintAt(OMMemCanvas& canvas, platform::Point at);
+    /// Paints what is shown on any canvas, the left upper corner of its bounding rectangle at `at`.
+    virtual void paintAt(OMMemCanvas& canvas, platform::Point at);
     /// Whether the frame has an opaque pixel there.
     [[nodiscard]] bool containsPoint(platform::Point point) const override;
 
@@ -243,6 +243,10 @@ class OMAnimation : public OMTrinket {
     /// Called in a step after each frame entry that was shown. The animation may be destroyed in
     /// it.
     virtual void frameShown() {}
+    /// Called before another picture is shown, or the same one elsewhere in its place.
+    virtual void pictureChanges() { markChanged(); }
+    /// The frame shown, its left upper corner at `at`.
+    void draw(OMMemCanvas& canvas, const OMRegion& clip, platform::Point at);
 
   private:
     struct Sequence {
@@ -261,7 +265,6 @@ class OMAnimation : public OMTrinket {
     void replaceInImage(int sequence, int position, const AOEntry& entry);
     [[nodiscard]] AOSoundRecord& soundRecord(int id);
 
-    void draw(OMMemCanvas& canvas, const OMRegion& clip, platform::Point at);
     void fetchPalette();
     void prepareDeepFrames();
     void useImage(std::shared_ptr<AOImage> image, int id);

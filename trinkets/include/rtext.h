@@ -6,14 +6,11 @@
 // ink of its lines, where that hangs over. What lies outside of the box is not drawn.
 #pragma once
 
-#include "omcolor.h"
-#include "omtextfont.h"
 #include "omtrinket.h"
+#include "textblock.h"
 
 #include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 class RText final : public OMTrinket {
   public:
@@ -27,12 +24,12 @@ class RText final : public OMTrinket {
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     /// Palette index; one that does not exist fails a check and changes nothing.
-    [[nodiscard]] int colorIndex() const { return color_.index(); }
-    void setColorIndex(int index) { changeColor(index); }
+    [[nodiscard]] int colorIndex() const { return block_.colorIndex(); }
+    void setColorIndex(int index);
     [[nodiscard]] int fontAscent() const;
     [[nodiscard]] int fontDescent() const;
     [[nodiscard]] int fontLeading() const;
-    [[nodiscard]] const std::string& text() const { return text_; }
+    [[nodiscard]] const std::string& text() const { return block_.text(); }
     void setText(const std::string& text);
     /// Of the box, in pixels.
     [[nodiscard]] int textHeight() const { return boundingRectangle().height(); }
@@ -45,8 +42,7 @@ class RText final : public OMTrinket {
     [[nodiscard]] bool wrap() const { return wrap_; }
     void setWrap(bool wrap);
 
-    /// A number alone is the id of an `NFNT` resource; else a TrueType face with its size and style
-    /// bits. Without a font source a failed check, and nothing changes.
+    /// See TextBlock.
     void chooseFont(const std::string& font, std::optional<int> size, std::optional<int> style);
     void setFont(OMFontUse font);
 
@@ -55,17 +51,12 @@ class RText final : public OMTrinket {
   private:
     RText(const RText& other);
 
-    void changeColor(int index);
-    /// Makes the lines anew and fits the box to them.
+    /// Has the text laid out anew for its box, and fits that to it.
     void layOut();
 
-    std::string text_;
-    OMTextFont font_{"URL has to be installed in RText"};
-    OMColor color_{0};
+    TextBlock block_{"URL has to be installed in RText"};
     int width_; ///< as asked for, or kFitting
     int height_;
-    int inset_ = 0; ///< of the pen, so that a fitting box has all ink of its first characters
     bool wrap_ = false;
     int userData_ = 0;
-    std::vector<std::string_view> lines_; ///< parts of text_
 };

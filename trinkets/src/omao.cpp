@@ -121,7 +121,7 @@ void OMAnimation::prepareDeepFrames() {
 void OMAnimation::changeImage(std::shared_ptr<AOImage> image, int id) {
     silence();
     pendingFinish_ = false;
-    markChanged();
+    pictureChanges();
     const Point from = origin();
     setBounds({from.x, from.y, from.x, from.y});
     shownFrame_ = -1;
@@ -271,7 +271,7 @@ void OMAnimation::show(int position) {
     const Point from = origin();
     const Rect after =
         AOBounds(image_->frameSize(entry.code), {from.x + entry.dx, from.y + entry.dy}, direction_);
-    if (entry.code != shownFrame_ || after != before) markChanged();
+    if (entry.code != shownFrame_ || after != before) pictureChanges();
     setBounds(after);
     shownFrame_ = entry.code;
     shownOffset_ = {entry.dx, entry.dy};
@@ -308,7 +308,7 @@ void OMAnimation::setParam(int value) {
 
 void OMAnimation::setDrawDirection(int direction) {
     if (direction == direction_) return;
-    markChanged();
+    pictureChanges();
     direction_ = direction;
     const Rect r = frameRectangle();
     setBounds(AOBounds(image_->frameSize(shownFrame_), {r.left, r.top}, direction_));
@@ -332,7 +332,7 @@ void OMAnimation::draw(OMMemCanvas& canvas, const OMRegion& clip, Point at) {
 
 void OMAnimation::stamp() {
     if (!window()) return;
-    window()->stamp(*this, frameRectangle(),
+    window()->stamp(*this, boundingRectangle(),
                     [this](OMMemCanvas& canvas, Point at) { paintAt(canvas, at); });
 }
 

@@ -30,7 +30,7 @@ void OMAnimation::setPalette(std::shared_ptr<AOPaletteRecord> palette) {
     if (palette == palette_) return;
     palette_ = std::move(palette);
     deepFrames_.reset();
-    markChanged();
+    pictureChanges();
 }
 
 AODeepFrames* OMAnimation::deepFrames(const OMCanvas& canvas) {
@@ -70,5 +70,5 @@ void OMAnimation::swapColorIndices(std::uint8_t first, std::uint8_t second) {
 void OMAnimation::recolour(const AOColorMap& map) {
     image_ = image_->recoloured(map);
     deepFrames_.reset();
-    markChanged();
+    pictureChanges();
 }

@@ -1,11 +1,9 @@
 #include "rtext.h"
 
-#include "ommemcanvas.h"
+#include "omfont.h"
 #include "omsarea.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
-#include "omttfont.h"
-#include "textlayout.h"
 
 #include <algorithm>
 
@@ -30,10 +28,6 @@ constexpr OMSEntry kVocabulary[] = {
 
 int length(int value) { return value < 0 ? RText::kFitting : std::min(value, RText::kFarthest); }
 
-bool isNumber(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
 } // namespace
 
 const OMSClass RText::kClass{"RText", &OMTrinket::kClass, kVocabulary,
@@ -46,8 +40,8 @@ RText::RText(OMTrinketWindow& window, const Rect& box)
 }
 
 RText::RText(const RText& other)
-    : OMTrinket(other), text_(other.text_), font_(other.font_), color_(other.color_),
-      width_(other.width_), height_(other.height_), wrap_(other.wrap_), userData_(other.userData_) {
+    : OMTrinket(other), block_(other.block_), width_(other.width_), height_(other.height_),
+      wrap_(other.wrap_), userData_(other.userData_) {
     layOut();
 }
 
@@ -59,20 +53,16 @@ std::unique_ptr<OMScriptableObject> RText::duplicate() {
 
 // Properties
 
-void RText::changeColor(int index) {
-    const int before = color_.index();
-    color_.set(index);
-    if (color_.index() != before) markWhole();
+void RText::setColorIndex(int index) {
+    if (block_.setColorIndex(index)) markWhole();
 }
 
-int RText::fontAscent() const { return font_.font().ascent(); }
-int RText::fontDescent() const { return font_.font().descent(); }
-int RText::fontLeading() const { return font_.font().leading(); }
+int RText::fontAscent() const { return block_.font().ascent(); }
+int RText::fontDescent() const { return block_.font().descent(); }
+int RText::fontLeading() const { return block_.font().leading(); }
 
 void RText::setText(const std::string& text) {
-    if (text == text_) return;
-    text_ = text;
-    layOut();
+    if (block_.setText(text)) layOut();
 }
 
 void RText::setTextHeight(int height) {
@@ -93,15 +83,11 @@ void RText::setWrap(bool wrap) {
 // Font
 
 void RText::chooseFont(const std::string& font, std::optional<int> size, std::optional<int> style) {
-    const bool chosen =
-        isNumber(font) && !size
-            ? font_.useNFNT(OMSToInteger(font))
-            : font_.useTrueType(font, style.value_or(0), size.value_or(OMTTFont::kDefaultSize));
-    if (chosen) layOut();
+    if (block_.chooseFont(font, size, style)) layOut();
 }
 
 void RText::setFont(OMFontUse font) {
-    font_.use(std::move(font));
+    block_.setFont(std::move(font));
     layOut();
 }
 
@@ -109,37 +95,16 @@ void RText::setFont(OMFontUse font) {
 
 void RText::layOut() {
     markChanged();
-    const OMFont& drawn = font_.font();
-    lines_ =
-        OMLinesOf(text_, drawn, wrap_ && width_ != kFitting ? std::optional(width_) : std::nullopt);
-    int widest = 0;
-    inset_ = 0;
-    for (const std::string_view line : lines_) {
-        const Rect ink = drawn.textExtent(line);
-        if (width_ == kFitting) inset_ = std::max(inset_, -ink.left);
-        widest = std::max({widest, drawn.textWidth(line), ink.right});
-    }
-    const auto rows =
-        static_cast<std::int64_t>(lines_.size()) * drawn.lineHeight() - drawn.leading();
-    const int needed = static_cast<int>(std::clamp<std::int64_t>(rows, 0, kFarthest));
+    block_.setWidth(wrap_ && width_ != kFitting ? std::optional(width_) : std::nullopt);
+    const Rect& needed = block_.extent();
     const Rect r = boundingRectangle();
-    setBounds({r.left, r.top, r.left + (width_ == kFitting ? inset_ + widest : width_),
-               r.top + (height_ == kFitting ? needed : height_)});
+    setBounds({r.left, r.top, r.left + (width_ == kFitting ? needed.width() : width_),
+               r.top + (height_ == kFitting ? needed.height() : height_)});
     markWhole();
 }
 
+/// A fitting box has all ink of its first characters.
 void RText::paint(OMMemCanvas& canvas, const OMRegion& clip) {
     const Rect box = boundingRectangle();
-    OMRegion part = clip;
-    part.intersect(box);
-    if (part.isEmpty()) return;
-    OMFont& drawn = font_.font();
-    const OMTextScope scope(canvas, &drawn, std::move(part));
-    canvas.setTextColor(color_);
-    int baseline = box.top + drawn.ascent();
-    for (const std::string_view line : lines_) {
-        if (baseline - drawn.ascent() >= box.bottom) break;
-        canvas.drawText(box.left + inset_, baseline, line);
-        baseline += drawn.lineHeight();
-    }
+    block_.paint(canvas, clip, box, box.left - (width_ == kFitting ? block_.extent().left : 0));
 }

@@ -1,0 +1,111 @@
+; The workshop up the stairs of the lighthouse. Five things lead to puzzles: the board with shadows, the
+; tank with fish, the toy boat with its cargo, the signal flags, and the torn sail. What each of them is
+; stands on the plaque while the pointer is over it. The signpost leads back down.
+;
+; The music is that of the puzzles too: it goes on when one of them is entered or left.
+yield off
+StartTransition
+Scene 104
+
+; ---- the plaque; what is on it is in the middle
+
+procedure engrave words
+[
+set plaque text words
+get plaque textWidth wide
+set plaque x 320-wide\2
+]
+
+; ---- the five things
+
+things=5
+name.1="Onde fica cada coisa?"
+name.2="Quantos peixes são?"
+name.3="A carga do barco"
+name.4="As bandeiras de sinais"
+name.5="A vela rasgada"
+scene.1="board.mps"
+scene.2="tanks.mps"
+scene.3="cargo.mps"
+scene.4="signals.mps"
+scene.5="sail.mps"
+
+procedure lightUp
+[
+get RECEIVER tag which
+set RECEIVER sequence 2
+PlaySound 207
+call engrave name.which
+]
+
+procedure dim
+[
+set RECEIVER sequence 1
+call engrave "A oficina"
+]
+
+procedure enter
+[
+get RECEIVER tag which
+PlaySound 212
+relay scene.which
+]
+
+; ---- the signpost
+
+procedure lightSign
+[
+set sign sequence 2
+PlaySound 207
+]
+
+procedure dimSign
+[
+set sign sequence 1
+]
+
+procedure goDown
+[
+PlaySound 208
+play port stopBackgroundMusic 1
+relay "lighthouse.mps"
+]
+
+plaque=RText 0 58 -1 -1 5
+set plaque movable 0
+set plaque touchy 0
+set plaque colorIndex 4
+play plaque setFont 20
+call engrave "A oficina"
+
+; The tank stands before the board.
+for i 1 things
+[
+thing.i=RAnimation 2400+i 10+i
+set thing.i tag i
+set thing.i movable 0
+set thing.i mouseDown enter
+set thing.i flyOn lightUp
+set thing.i flyOff dim
+play thing.i setAOCursor 1
+]
+
+sign=RAnimation 2409 20
+set sign movable 0
+set sign mouseDown goDown
+set sign flyOn lightSign
+set sign flyOff dimSign
+play sign setAOCursor 1
+
+; The music of the lighthouse still fades out; this one begins when hardly anything of it is left. Who
+; comes back from a puzzle hears it already.
+port=RScenePort 0
+get port backgroundMusicID heard
+if heard#104
+[
+music=RQueue 1
+play music add DelayAction 950
+play music add VerbAction "port" 1 "startBackgroundMusic" 104 100 2
+play music start
+]
+EndTransition 0

@@ -1,0 +1,34 @@
+// An answer of a base picture with two further pictures and two texts, such as a fraction or a pair
+// of things. See ranswer.h for what all answers have.
+//
+//     a=RDoubleGraphicTextAnswer id z
+//     a=RDoubleGraphicTextAnswer id x y z      id -1: no base picture
+#pragma once
+
+#include "labelledanswer.h"
+
+class RDoubleGraphicTextAnswer final : public LabelledAnswer {
+  public:
+    static const OMSClass kClass;
+
+    RDoubleGraphicTextAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
+                             int y);
+
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+
+    // For scripts.
+
+    /// Of the further pictures, numbered from 0.
+    template <std::size_t kNumber>
+    void setPictureID(int id) {
+        setPicture(kNumber, pictureOf(id), id);
+    }
+
+  private:
+    RDoubleGraphicTextAnswer(const RDoubleGraphicTextAnswer& other) = default;
+
+    [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
+    [[nodiscard]] static bool canLocate();
+    /// Null: none.
+    [[nodiscard]] static std::shared_ptr<AOImage> pictureOf(int id);
+};

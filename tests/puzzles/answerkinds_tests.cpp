@@ -1,0 +1,394 @@
+// Answers with texts and several pictures: what they cover, how they are painted, and that what is
+// seen of them is never old.
+#include "puzzles/rdoublegraphictextanswer.h"
+#include "puzzles/rgraphictextanswer.h"
+
+#include "ompp/nfntbuilder.h"
+#include "trinkets/flippingfixture.h"
+
+#include "aodeep.h"
+#include "aosounds.h"
+#include "omfontsource.h"
+#include "omnfntfont.h"
+#include "omsarguments.h"
+#include "omsclass.h"
+
+#include <functional>
+#include <random>
+
+using namespace testing_support;
+using platform::Point;
+using platform::Rect;
+using Showing = OMTrinketWindow::Showing;
+
+namespace {
+
+using Double = RDoubleGraphicTextAnswer;
+using Strings = std::vector<std::string>;
+
+// Pictures, by their ids. All hold on their frame but the last three.
+constexpr int kBase = 1;  ///< 6 x 4
+constexpr int kTall = 2;  ///< 3 x 5, one pixel to the left and above
+constexpr int kSmall = 3; ///< 2 x 2, one pixel to the right
+constexpr int kPlaying = 4;
+constexpr int kOnce = 5;     ///< one frame, then the end
+constexpr int kSounding = 6; ///< makes a sound behind its frame
+
+std::unique_ptr<OMIStream> picture(int id) {
+    AseqBuilder builder;
+    const AOEntry hold = entry(AOEntry::kHold);
+    switch (id) {
+    case kBase: builder.block(6, 4, 'b').sequence({hold, entry(0), entry(-1)}); break;
+    case kTall: builder.block(3, 5, 'p').sequence({hold, entry(0, 0, -1, -1), entry(-1)}); break;
+    case kSmall: builder.block(2, 2, 'q').sequence({hold, entry(0, 0, 1, 0), entry(-1)}); break;
+    case kPlaying:
+        builder.block(9, 3, 'r').block(4, 8, 's');
+        builder.sequence({entry(0, 7), entry(1, 5, 3, -6), entry(0, 9, -8, 2), entry(-2)});
+        break;
+    case kOnce: builder.block(20, 20, 'o').sequence({entry(0, 10), entry(-1)}); break;
+    case kSounding:
+        builder.block(4, 4, 'x').sequence({entry(0, 10), entry(AOEntry::kSound, 7), entry(-2)});
+        break;
+    default: return nullptr;
+    }
+    return std::make_unique<MemoryStream>(builder.build());
+}
+
+/// One bitmap font, under every name.
+struct Fonts final : OMFontSource {
+    Fonts() { setCurrent(this); }
+    ~Fonts() override { setCurrent(nullptr); }
+    OMFont& useNFNT(int) override { return useFont(font); }
+    OMFont& useTrueType(std::string_view, int, int) override { return useFont(font); }
+    OMFont& useFont(OMFont&) override {
+        ++uses;
+        return font;
+    }
+    void doneUsing(OMFont&) override { --uses; }
+
+    int uses = 0;
+    MemoryStream stream{smallFont().bytes()};
+    OMNFNTFont font{stream};
+};
+
+class Pictures {
+  public:
+    Pictures() { OMAnimation::setSourceLocator(&picture); }
+    ~Pictures() { OMAnimation::setSourceLocator(nullptr); }
+};
+
+class AnswerKindsTest : public WindowTest {
+  protected:
+    /// What a script creates with these words.
+    template <class Answer>
+    static std::unique_ptr<Answer> make(std::initializer_list<const char*> arguments) {
+        OMSArguments& list = OMSArguments::global();
+        list.clear();
+        for (const char* argument : arguments) list.push(argument);
+        return std::unique_ptr<Answer>(static_cast<Answer*>(Answer::kClass.create().release()));
+    }
+    void pass(int ms) {
+        machine.clock().now += static_cast<std::uint32_t>(ms);
+        window.idle();
+    }
+    /// What the window shows of the area.
+    std::string seen(const Rect& area) {
+        cycle();
+        return pixelsOf(window.canvas(), area);
+    }
+
+    Pictures pictures;
+    Fonts fonts;
+};
+
+TEST_F(AnswerKindsTest, TextsWidenAnAnswerAndLeaveItsHome) {
+    auto answer = make<RGraphicTextAnswer>({"1", "20", "30", "5"});
+    const Rect base{20, 30, 26, 34};
+    answer->setTextOffsetX<0>(-6);
+    answer->setTextOffsetY<0>(-3);
+    EXPECT_EQ(answer->boundingRectangle(), base) << "no text takes no room";
+    answer->chooseFont("30", std::nullopt, std::nullopt);
+    answer->setText<0>("A");
+    EXPECT_EQ(answer->boundingRectangle(), (Rect{14, 27, 26, 34}));
+    EXPECT_TRUE(answer->containsPoint({14, 27})) << "a corner of the box without ink";
+    EXPECT_TRUE(answer->containsPoint({25, 33}));
+    EXPECT_FALSE(answer->containsPoint({14, 33})) << "between text and picture";
+    EXPECT_FALSE(answer->containsPoint({18, 27}));
+    answer->setText<0>("D"); // its ink begins left of the pen
+    EXPECT_EQ(answer->boundingRectangle(), (Rect{14, 27, 26, 34}));
+    answer->setText<0>("BB\nA");
+    EXPECT_EQ(answer->boundingRectangle(), (Rect{14, 27, 40, 37}));
+    EXPECT_EQ(answer->corner(), (Point{20, 30}));
+    answer->setX(0);
+    EXPECT_EQ(answer->corner(), (Point{6, 30})) << "x is that of the drawn rectangle";
+    answer->goHome();
+    EXPECT_EQ(answer->corner(), (Point{20, 30}));
+    answer->setGraphicID(RGraphicTextAnswer::kNoPicture);
+    EXPECT_EQ(answer->boundingRectangle(), (Rect{14, 27, 40, 37}));
+    answer->setText<0>("");
+    EXPECT_EQ(answer->boundingRectangle(), (Rect{20, 30, 20, 30})) << "its place stays";
+    EXPECT_FALSE(answer->containsPoint({20, 30}));
+    answer->setTextOffsetX<0>(2'000'000'000);
+    answer->setText<0>("A");
+    EXPECT_EQ(answer->width(), 4) << "far away, and no overflow";
+}
+
+TEST_F(AnswerKindsTest, OffsetsSayWhatLiesOverWhat) {
+    auto answer = make<Double>({"1", "20", "30", "5"});
+    answer->chooseFont("30", std::nullopt, std::nullopt);
+    answer->setTextColorIndex('T');
+    answer->setText<0>("A");
+    answer->setText<1>("D");
+    answer->setTextOffsetX<1>(4);
+    answer->setPictureID<0>(kTall);
+    answer->setPictureID<1>(kSmall);
+    const struct {
+        int first;
+        int second;
+        const char* picture;
+    } rows[] = {
+        {0, 0, "ppp..../ppTqbTb/pTqTbTb/pTTTbTb/pTpTbTb/"},
+        {1, 0, "ppp..../pppqbTb/pppTbTb/pppTbTb/pppTbTb/"},
+        {2, 1, "ppp..../pppqbTb/pppqbTb/pppTbTb/pppTbTb/"},
+        {1, 2, "ppp..../ppqqbTb/ppqqbTb/pppTbTb/pppTbTb/"},
+        {-1, 0, "ppp..../pbTqbTb/pTqTbTb/pTTTbTb/pTbTbTb/"},
+        {-1, -2, "ppp..../pbTbbTb/pTbTbTb/pTTTbTb/pTbTbTb/"},
+    };
+    for (const auto& row : rows) {
+        answer->setPictureOffsetZ<0>(row.first);
+        answer->setPictureOffsetZ<1>(row.second);
+        EXPECT_EQ(seen({19, 29, 26, 34}), row.picture) << row.first << " " << row.second;
+        OMMemCanvas elsewhere(7, 5, 8, OMMemCanvas::Kind::Fixed);
+        elsewhere.setColor(OMColor(0));
+        elsewhere.fillRect(elsewhere.bounds());
+        answer->paintAt(elsewhere, {0, 0});
+        EXPECT_EQ(pixelsOf(elsewhere, elsewhere.bounds()), row.picture) << "stamped";
+    }
+}
+
+TEST_F(AnswerKindsTest, OnlyWhatChangesIsPaintedAgain) {
+    auto answer = make<Double>({"1", "20", "30", "5"});
+    answer->chooseFont("30", std::nullopt, std::nullopt);
+    answer->setText<0>("A");
+    answer->setTextOffsetX<0>(10); // the whole is 14 by 4
+    answer->setPictureID<1>(kSounding);
+    cycle();
+    EXPECT_EQ(workOfCycle(), (Work{0, 0})) << "a frame that stays";
+    answer->offset(3, 0);
+    EXPECT_EQ(workOfCycle(), (Work{17 * 4, 17 * 4}));
+    answer->setTextOffsetY<0>(-4);
+    EXPECT_EQ(workOfCycle(), (Work{14 * 8, 14 * 8}));
+    answer->setText<0>("");
+    EXPECT_EQ(workOfCycle(), (Work{14 * 8, 14 * 8}));
+    answer->setVisible(false);
+    EXPECT_EQ(workOfCycle(), (Work{6 * 4, 6 * 4}));
+    answer->setText<0>("A");
+    answer->setPictureID<0>(kTall);
+    EXPECT_EQ(workOfCycle(), (Work{0, 0})) << "nobody sees it";
+}
+
+TEST_F(AnswerKindsTest, APictureThatHasEndedIsGoneUntilItPlaysAgain) {
+    auto answer = make<Double>({"1", "20", "30", "5"});
+    answer->setPictureID<0>(kOnce);
+    const Rect base = answer->frameRectangle();
+    pass(1);
+    EXPECT_EQ(answer->width(), 20);
+    EXPECT_TRUE(answer->containsPoint({39, 49}));
+    EXPECT_EQ(backPixel(39, 49), 'o');
+    const auto copy = answer->duplicate();
+    auto& twin = static_cast<Double&>(*copy);
+    twin.setX(60);
+    twin.stopAnimations();
+    pass(20);
+    EXPECT_EQ(answer->boundingRectangle(), base);
+    EXPECT_FALSE(answer->containsPoint({39, 49}));
+    EXPECT_EQ(backPixel(39, 49), 0);
+    EXPECT_TRUE(answer->isVisible());
+    EXPECT_EQ(backPixel(79, 49), 'o') << "a copy plays its own pictures";
+    answer->playAnimations();
+    pass(1);
+    EXPECT_EQ(backPixel(39, 49), 'o');
+}
+
+TEST_F(AnswerKindsTest, CopiesHaveAllThatIsSeen) {
+    auto answer = make<Double>({"1", "20", "30", "5"});
+    answer->chooseFont("30", std::nullopt, std::nullopt);
+    answer->setTextColorIndex('T');
+    answer->setText<0>("AA");
+    answer->setTextOffsetX<1>(-9);
+    answer->setText<1>("B");
+    answer->setTextOffsetY<1>(4);
+    answer->setPictureID<0>(kTall);
+    answer->setPictureOffsetZ<0>(-1);
+    answer->setPictureID<1>(kSmall);
+    answer->setAttributeText("seven");
+    const Rect rectangle = answer->boundingRectangle();
+    const std::string shown = seen(rectangle);
+    const std::size_t trinkets = static_cast<std::size_t>(OMAnimation::all().count());
+    const auto copy = answer->duplicate();
+    auto& twin = static_cast<Double&>(*copy);
+    answer.reset();
+    EXPECT_EQ(seen(rectangle), shown);
+    EXPECT_EQ(twin.boundingRectangle(), rectangle);
+    EXPECT_EQ(twin.pictureID<0>() * 10 + twin.pictureID<1>(), kTall * 10 + kSmall);
+    EXPECT_EQ(twin.value(), "seven");
+    EXPECT_EQ(static_cast<std::size_t>(OMAnimation::all().count()), trinkets)
+        << "with their answer";
+    EXPECT_EQ(fonts.uses, 2) << "one for each text";
+    twin.setVisible(false);
+    EXPECT_EQ(seen(rectangle).find_first_not_of("./"), std::string::npos);
+}
+
+TEST_F(AnswerKindsTest, NothingStaysOfADestroyedAnswer) {
+    struct Sounds final : AOSounds {
+        Sounds() { setCurrent(this); }
+        ~Sounds() override { setCurrent(nullptr); }
+        Start play(OMAnimation&, int, OMLink) override {
+            onPlay(); // a box, behind which scripts go on
+            return Start::Never;
+        }
+        void stop(OMAnimation&) override {}
+        void pause(OMAnimation&) override {}
+        void resume(OMAnimation&) override {}
+        void forget(OMAnimation&) override {}
+        std::function<void()> onPlay;
+    } sounds;
+    auto answer = make<Double>({"-1", "20", "30", "5"});
+    answer->chooseFont("30", std::nullopt, std::nullopt);
+    answer->setTextColorIndex('T');
+    answer->setText<0>("B");
+    answer->setTextOffsetX<0>(30);
+    answer->setPictureID<0>(kSounding);
+    int played = 0;
+    sounds.onPlay = [&] {
+        ++played;
+        answer.reset();
+    };
+    pass(1);
+    EXPECT_EQ(backPixel(22, 32), 'x');
+    EXPECT_NE(seen({50, 30, 60, 34}).find('T'), std::string::npos);
+    pass(20);
+    EXPECT_EQ(played, 1);
+    EXPECT_EQ(seen(window.canvas().bounds()).find_first_not_of("./"), std::string::npos);
+}
+
+TEST_F(AnswerKindsTest, WhatIsMissingIsLeftOut) {
+    auto answer = make<Double>({"99", "20", "30", "5"});
+    ASSERT_NE(answer, nullptr) << "no such picture";
+    answer->setPictureID<0>(98);
+    answer->setTextColorIndex(256);
+    EXPECT_EQ(answer->boundingRectangle(), (Rect{20, 30, 20, 30}));
+    EXPECT_EQ(takeFailures(), Strings{"OMColor::set - invalid index!"});
+    OMFontSource::setCurrent(nullptr);
+    answer->chooseFont("30", std::nullopt, std::nullopt);
+    make<RGraphicTextAnswer>({"-1", "0", "0", "0"})->chooseFont("Lumo", 12, std::nullopt);
+    EXPECT_EQ(takeFailures(), (Strings{"URL has to be installed in RDoubleGraphicTextAnswer",
+                                       "URL has to be installed in RGraphicTextAnswer"}));
+    OMAnimation::setSourceLocator(nullptr);
+    const auto blank = make<Double>({"-1", "1", "2", "3"});
+    blank->setPictureID<1>(Double::kNoPicture);
+    EXPECT_EQ(takeFailures(), Strings{}) << "nothing is looked for";
+    const auto twin = make<Double>({"1", "4", "5", "6"});
+    ASSERT_NE(twin, nullptr);
+    EXPECT_EQ(twin->x() * 100 + twin->y() * 10 + twin->z(), 456);
+    twin->setPictureID<1>(kSmall);
+    (void)make<RGraphicTextAnswer>({"1", "0", "0", "0"});
+    EXPECT_EQ(takeFailures(), (Strings{"SourceURL is not installed in OMAnimation",
+                                       "SourceURL is not installed in OMAnimation",
+                                       "Source URL not installed in OMAnimation"}));
+}
+
+// A model: whatever happens, what is seen is what all answers painted afresh look like.
+
+class AnswerModelTest : public SurfaceTest,
+                        public testing::WithParamInterface<std::tuple<Showing, int>> {
+  protected:
+    AnswerModelTest() : SurfaceTest(OMApp::DisplayMode::FullScreen, std::get<int>(GetParam())) {
+        OMDevicePalette colors;
+        for (std::size_t i = 0; i < colors.size(); ++i) {
+            const auto shade = static_cast<std::uint8_t>(i);
+            colors[i] = {shade, static_cast<std::uint8_t>(255 - shade), 128};
+        }
+        palette = OMPaletteFromDevice(colors);
+        AOPaletteRecord::setCurrent(std::make_shared<AOPaletteRecord>(colors));
+        open(std::get<Showing>(GetParam()));
+        window->setPalette(palette, false);
+    }
+    ~AnswerModelTest() override {
+        answers.clear();
+        AOPaletteRecord::setCurrent(nullptr);
+    }
+
+    int below(int limit) { return static_cast<int>(random() % static_cast<std::uint32_t>(limit)); }
+    std::unique_ptr<Double> make() {
+        const int id = below(6);
+        return std::make_unique<Double>(*window, OMAnimation::locateOrBlank(id), id, below(90),
+                                        below(70));
+    }
+    void change(std::unique_ptr<Double>& answer) {
+        static constexpr const char* kTexts[] = {"", "A", "BD", "D\nCBA"};
+        switch (below(20)) {
+        case 0: answer->setText<0>(kTexts[below(4)]); return;
+        case 1: answer->setText<1>(kTexts[below(4)]); return;
+        case 2: answer->setTextOffsetX<0>(below(40) - 20); return;
+        case 3: answer->setTextOffsetY<1>(below(40) - 20); return;
+        case 4: answer->setPictureID<0>(below(6)); return;
+        case 5: answer->setPictureID<1>(below(6)); return;
+        case 6: answer->setPictureOffsetZ<0>(below(5) - 2); return;
+        case 7: answer->setPictureOffsetZ<1>(below(5) - 2); return;
+        case 8: answer->chooseFont("30", std::nullopt, std::nullopt); return;
+        case 9: answer->setTextColorIndex(below(256)); return;
+        case 10: answer->playAnimations(); return;
+        case 11: answer->stopAnimations(); return;
+        case 12: answer->setVisible(!answer->isVisible()); return;
+        case 13: answer->setZ(below(3)); return;
+        case 14: answer->setDrawDirection(below(8)); return;
+        case 15: answer->setGraphicID(below(6)); return;
+        case 16: answer.reset(static_cast<Double*>(answer->duplicate().release())); return;
+        case 17: answer = make(); return;
+        default: answer->offset(below(30) - 15, below(30) - 15); return;
+        }
+    }
+    /// Of the pixels that are seen and those that a canvas painted afresh has.
+    int differences() {
+        OMMemCanvas& back = window->backBuffer();
+        OMMemCanvas fresh(kFlippingWidth, kFlippingHeight, back.depth(), OMMemCanvas::Kind::Fixed);
+        fresh.setPalette(palette);
+        fresh.setColor(OMColor(0));
+        fresh.fillRect(fresh.bounds());
+        std::vector<OMTrinket*> shown;
+        for (const auto& answer : answers)
+            if (answer->isShown()) shown.push_back(answer.get());
+        std::ranges::sort(shown, {}, &OMTrinket::indexInWindow);
+        for (OMTrinket* trinket : shown) trinket->paint(fresh, OMRegion(fresh.bounds()));
+        int count = 0;
+        const int bytes = kFlippingWidth * fresh.pixels().bytesPerPixel;
+        for (int y = 0; y < kFlippingHeight; ++y)
+            count += !std::equal(fresh.pixels().at(0, y), fresh.pixels().at(0, y) + bytes,
+                                 machine.display().shown().row(y));
+        return count;
+    }
+
+    OMPalette palette;
+    Pictures pictures;
+    Fonts fonts;
+    std::vector<std::unique_ptr<Double>> answers;
+    std::minstd_rand random{10};
+};
+
+TEST_P(AnswerModelTest, WhatIsSeenIsNeverOld) {
+    for (int i = 0; i < 4; ++i) answers.push_back(make());
+    for (int round = 0; round < 500; ++round) {
+        for (int i = below(4); i > 0; --i)
+            change(answers[static_cast<std::size_t>(below(static_cast<int>(answers.size())))]);
+        cycle();
+        ASSERT_EQ(differences(), 0) << "rows, round " << round;
+    }
+    EXPECT_EQ(takeFailures(), Strings{});
+}
+
+INSTANTIATE_TEST_SUITE_P(PagesAndDepths, AnswerModelTest,
+                         testing::Combine(testing::Values(Showing::Copying, Showing::Flipping),
+                                          testing::Values(8, 16, 32)));
+
+} // namespace
