@@ -162,7 +162,11 @@ void RAnswer::onBeginDrag(Point point) {
     held_ = true;
     playSound(sounds_.pickUp);
     fireEvent("pickedUp");
-    if (self && held_ && keeper_) keeper_->answerPickedUp(*this);
+    if (!self || !held_) return;
+    if (keeper_)
+        keeper_->answerPickedUp(*this);
+    else
+        leaveContainer(); // its puzzle has gone
 }
 
 void RAnswer::dragBy(int& dx, int& dy) {
