@@ -21,7 +21,6 @@ holder.holders=RStackingContainer 2423 left 138 5
 set holder.holders movable 0
 set holder.holders droppedSound 245
 set holder.holders answerPlaced weigh
-set holder.holders answerRemoved weigh
 holdX.holders=left
 ]
 
@@ -120,6 +119,9 @@ heavy=(aboard.2>goal)+heavy
 call showBurden
 if heavy
 call tell "Upa, é peso a mais! Tira uma caixa."
+else if tooHeavy
+call tell task.level
+tooHeavy=heavy
 ]
 
 procedure showBurden
@@ -132,7 +134,10 @@ set dial x 62-wide\2
 procedure dress
 [
 call centre 38
+for i 1 holders
+set holder.i answerRemoved weigh
 burden=0
+tooHeavy=0
 call showBurden
 ]
 

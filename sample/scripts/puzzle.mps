@@ -81,9 +81,20 @@ set answer.i textOffsetX middle-wide\2
 
 ; ---- the course of things
 
+; Containers that tell what is taken out of them are deaf while all of it is taken out at once.
+procedure settle
+[
+if holders
+[
+for i 1 holders
+set holder.i answerRemoved
+]
+]
+
 ; A level is laid out anew. What was there goes: the puzzle first, since it listens to the rest.
 procedure layOut
 [
+call settle
 drop puzzle
 drop [ answer
 drop [ holder
@@ -112,6 +123,7 @@ set answer.i goHomeSound how
 
 procedure begin
 [
+call settle
 call hush -1
 play puzzle reset
 play puzzle unanchorAnswers
@@ -245,11 +257,12 @@ celebration=RQueue 1
 play celebration add DelayAction 3400
 set celebration finished goOn
 
-; Two right answers of the last six lead on to the next level; five wrong ones back.
+; Two right answers of the last six lead on to the next level, six wrong ones back.
 world=RWorldPort 0
 set world wsAutoLevelingA activity 1
 set world wsAutoLevelingB activity 2
 set world wsAutoLevelingX activity 1
 set world wsAutoLevelingY activity 6
+holders=0
 call layOut
 ]
