@@ -10,14 +10,6 @@
 using platform::Point;
 using platform::Rect;
 
-namespace {
-
-Rect shifted(const Rect& r, Point by) {
-    return {r.left + by.x, r.top + by.y, r.right + by.x, r.bottom + by.y};
-}
-
-} // namespace
-
 /// Steps in the window as all animations do, but is never shown there: its answer paints it. Its
 /// place counts from the answer's corner.
 class LabelledAnswer::Picture final : public OMAnimation {
@@ -35,7 +27,7 @@ class LabelledAnswer::Picture final : public OMAnimation {
         play();
     }
     void paintFrom(OMMemCanvas& canvas, const OMRegion& clip, Point corner) {
-        const Rect place = shifted(frameRectangle(), corner);
+        const Rect place = platform::shifted(frameRectangle(), corner.x, corner.y);
         if (seen_) draw(canvas, clip, {place.left, place.top});
     }
 
@@ -139,8 +131,8 @@ void LabelledAnswer::stopAnimations() {
 Rect LabelledAnswer::boxOf(const Label& label, Point corner) {
     if (label.block.text().empty()) return {};
     const Rect& extent = label.block.extent();
-    return shifted({0, 0, extent.width(), extent.height()},
-                   {corner.x + label.offset.x, corner.y + label.offset.y});
+    return platform::shifted({0, 0, extent.width(), extent.height()}, corner.x + label.offset.x,
+                             corner.y + label.offset.y);
 }
 
 Rect LabelledAnswer::boundingRectangle() const {
@@ -150,7 +142,7 @@ Rect LabelledAnswer::boundingRectangle() const {
     add(frameRectangle());
     for (const Further& further : pictures_)
         if (further.picture && further.picture->isSeen())
-            add(shifted(further.picture->frameRectangle(), corner));
+            add(platform::shifted(further.picture->frameRectangle(), corner.x, corner.y));
     for (const Label& label : labels_) add(boxOf(label, corner));
     return all.empty() ? frameRectangle() : all;
 }

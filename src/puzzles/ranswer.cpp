@@ -64,7 +64,7 @@ void RAnswer::setKeeper(AnswerKeeper* keeper) {
 
 RContainer* RAnswer::container() const { return static_cast<RContainer*>(container_.object()); }
 
-void RAnswer::correctContainer() { container_.watch(holder_); }
+void RAnswer::syncContainer() { container_.watch(holder_); }
 
 void RAnswer::setContainer(RContainer* container) {
     const OMScriptableObject* before = (changesContainer_ ? next_ : container_).object();
@@ -126,12 +126,6 @@ void RAnswer::snapToRectangle(const Rect& target) {
     playSound(sounds_.snap);
 }
 
-void RAnswer::setHome(Point home) {
-    home_ = home;
-    moveCorner(home);
-    homeOrigin_ = origin();
-}
-
 void RAnswer::setHomeX(int x) {
     home_.x = x;
     moveCorner({x, corner().y});
@@ -160,7 +154,8 @@ void RAnswer::onBeginDrag(Point point) {
     RAnimation::onBeginDrag(point);
     if (!self || group()) return;
     held_ = true;
-    playSound(sounds_.pickUp);
+    playSound(sounds_.pickUp); // or a box, which may end the drag
+    if (!self || !held_) return;
     fireEvent("pickedUp");
     if (!self || !held_) return;
     if (keeper_)

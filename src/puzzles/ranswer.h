@@ -61,7 +61,7 @@ class RAnswer : public RAnimation {
     /// there. What a handler sets meanwhile counts.
     void setContainer(RContainer* container);
     /// Takes back without events what `setContainer` said of one that has not got the answer.
-    void correctContainer();
+    void syncContainer();
     /// Out of its container, if it is in one, which is told as well as the answer. True when it is
     /// still there then, and in none.
     bool leaveContainer();
@@ -81,8 +81,6 @@ class RAnswer : public RAnimation {
     virtual void goHome();
     /// Has its effective rectangle in the middle of `target`, by way of the left upper corner.
     virtual void snapToRectangle(const platform::Rect& target);
-    /// And goes there.
-    void setHome(platform::Point home);
 
     // For scripts.
 

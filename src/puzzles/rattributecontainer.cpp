@@ -43,17 +43,13 @@ Point inWindow(const RAnswer& answer, Point point) {
     return {drawn.left + point.x, drawn.top + point.y};
 }
 
-Rect shifted(const Rect& r, int dx, int dy) {
-    return {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy};
-}
-
 } // namespace
 
 const OMSClass RAttributeContainer::kClass{"RAttributeContainer", &RContainer::kClass, kVocabulary,
                                            &createContainer<RAttributeContainer>};
 
 RAttributeContainer::RAttributeContainer(const RAttributeContainer& other)
-    : RContainer(other), attribute_(other.attribute_), answerProperty_(other.answerProperty_),
+    : SingleContainer(other), attribute_(other.attribute_), answerProperty_(other.answerProperty_),
       comparesPixels_(other.comparesPixels_), anchorsAtPoint_(other.anchorsAtPoint_),
       anchorPoint_(other.anchorPoint_) {}
 
@@ -76,13 +72,8 @@ std::optional<Point> RAttributeContainer::hotPointOf(RAnswer& answer) {
                  coordinate(numberOf(answer, "hotPointY").value_or(0))};
 }
 
-RContainer::Hit RAttributeContainer::hitScore(RAnswer& answer, Point) {
-    const std::int64_t score = scoreOf(answer, hotPointOf(answer));
-    const bool free = isEnabled() && answers().empty();
-    return {free && score > 0 && (!rejectIncorrectAnswers() || isRight(answer)), score};
-}
-
-std::int64_t RAttributeContainer::scoreOf(const RAnswer& answer, std::optional<Point> hotPoint) {
+std::int64_t RAttributeContainer::scoreOf(RAnswer& answer) {
+    const std::optional<Point> hotPoint = hotPointOf(answer);
     if (comparesPixels_ && hasFrames()) return pixelScore(answer, hotPoint);
     if (!hotPoint) return overlapScore(answer);
     return OMContains(boundingRectangle(), inWindow(answer, *hotPoint)) ? 1 : 0;
@@ -106,15 +97,15 @@ void RAttributeContainer::complain() {
         OMTask::kWithScripts);
 }
 
-void RAttributeContainer::placeAnswer(RAnswer& answer) {
+Rect RAttributeContainer::targetFor(RAnswer& answer) const {
     Rect target = boundingRectangle();
     if (anchorsAtPoint_) {
         // Its insets count neither for the corner nor for the hot point.
         const Rect drawn = answer.boundingRectangle();
-        target = shifted(answer.effectiveRectangle(), target.left + anchorPoint_.x - drawn.left,
-                         target.top + anchorPoint_.y - drawn.top);
+        target = platform::shifted(answer.effectiveRectangle(),
+                                   target.left + anchorPoint_.x - drawn.left,
+                                   target.top + anchorPoint_.y - drawn.top);
     }
-    if (const auto hotPoint = hotPointOf(answer))
-        target = shifted(target, -hotPoint->x, -hotPoint->y);
-    placeSingleAnswer(answer, target);
+    const Point hotPoint = hotPointOf(answer).value_or(Point{});
+    return platform::shifted(target, -hotPoint.x, -hotPoint.y);
 }

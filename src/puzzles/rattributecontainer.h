@@ -3,15 +3,17 @@
 #pragma once
 
 #include "omtask.h"
-#include "rcontainer.h"
+#include "singlecontainer.h"
 
 #include <memory>
 
-class RAttributeContainer final : public RContainer {
+class RAttributeContainer final : public SingleContainer {
   public:
     static const OMSClass kClass;
 
-    using RContainer::RContainer;
+    RAttributeContainer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
+                        int y)
+        : SingleContainer(window, std::move(image), id, x, y) {}
 
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
@@ -34,22 +36,17 @@ class RAttributeContainer final : public RContainer {
     [[nodiscard]] bool doPixelCompare() const { return comparesPixels_; }
     void setDoPixelCompare(bool compares);
 
-    [[nodiscard]] Hit hitScore(RAnswer& answer, platform::Point position) override;
-    [[nodiscard]] bool isFull() const override { return answers().size() == 1; }
-    [[nodiscard]] bool isSolved() const override { return isFull() && isRight(*answers().front()); }
-    void placeAnswer(RAnswer& answer) override;
-
   private:
     RAttributeContainer(const RAttributeContainer& other);
 
     /// From the answer's left upper corner; none while it does not use one.
     [[nodiscard]] static std::optional<platform::Point> hotPointOf(RAnswer& answer);
-    [[nodiscard]] std::int64_t scoreOf(const RAnswer& answer,
-                                       std::optional<platform::Point> hotPoint);
+    [[nodiscard]] std::int64_t scoreOf(RAnswer& answer) override;
+    [[nodiscard]] platform::Rect targetFor(RAnswer& answer) const override;
     [[nodiscard]] std::int64_t pixelScore(const RAnswer& answer,
                                           std::optional<platform::Point> hotPoint);
     void complain();
-    [[nodiscard]] bool isRight(RAnswer& answer) const {
+    [[nodiscard]] bool isRight(RAnswer& answer) const override {
         return textOf(answer, answerProperty_) == attribute_;
     }
 

@@ -237,7 +237,7 @@ void RPuzzle::put(RAnswer& answer, RContainer& container) {
     if (self && (!own || (holds(answer) && holds(container))))
         container.placeAnswer(answer);
     else
-        answer.correctContainer();
+        answer.syncContainer();
 }
 
 void RPuzzle::addAnswerToContainer(const std::string& answerName,
