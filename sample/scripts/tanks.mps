@@ -91,7 +91,7 @@ call spread i answers 72
 answer.i=RGraphicTextAnswer 2440+i RESULT 398 10
 set answer.i textColorIndex 4
 set answer.i textOffsetY 19
-play answer.i setFont 30
+play answer.i setFont 28
 ]
 else
 [
@@ -104,7 +104,7 @@ set answer.i graphic2OffsetZ -1
 set answer.i textColorIndex 4
 set answer.i text1OffsetY 15
 set answer.i text2OffsetY 15
-play answer.i setFont 30
+play answer.i setFont 28
 ]
 ]
 set puzzle lockCorrectAnswers 1
