@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <span>
 #include <utility>
 
 using platform::Point;
@@ -93,9 +94,10 @@ void LabelledAnswer::setTextColorIndex(int index) {
 
 void LabelledAnswer::chooseFont(const std::string& font, std::optional<int> size,
                                 std::optional<int> style) {
+    TextBlock& first = labels_.front().block;
     markChanged();
-    for (Label& label : labels_)
-        if (!label.block.chooseFont(font, size, style)) return;
+    if (!first.chooseFont(font, size, style)) return;
+    for (Label& label : std::span(labels_).subspan(1)) label.block.setFont(first.fontUse());
 }
 
 // ---------------------------------------------------------------------------- pictures

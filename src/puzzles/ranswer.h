@@ -62,14 +62,17 @@ class RAnswer : public RAnimation {
     void setContainer(RContainer* container);
     /// Takes back without events what `setContainer` said of one that has not got the answer.
     void correctContainer();
-    /// Out of its container, if it is in one, which is told as well as the answer.
-    void leaveContainer();
+    /// Out of its container, if it is in one, which is told as well as the answer. True when it is
+    /// still there then, and in none.
+    bool leaveContainer();
 
     /// Left upper corner of the frame that its base picture shows: what all offsets count from.
     [[nodiscard]] platform::Point corner() const;
     /// What of the drawn rectangle counts for hits and fits, by its insets.
     [[nodiscard]] platform::Rect effectiveRectangle() const;
     [[nodiscard]] bool isHeld() const { return held_; }
+    /// It is being destroyed: handlers that still find it by a name can put it nowhere any more.
+    [[nodiscard]] bool isGoing() const { return goes_; }
 
     /// It cannot be picked up until `unanchor`.
     virtual void anchor() { setMovable(false); }
@@ -147,8 +150,11 @@ class RAnswer : public RAnimation {
     platform::Point homeOrigin_; ///< the same place for every frame
     int homeZ_;
     bool held_ = false;
+    bool goes_ = false;
     AnswerKeeper* keeper_ = nullptr;
     OMSWatch container_;            ///< as scripts know it
+    OMSWatch next_;                 ///< while it changes: where to
+    bool changesContainer_ = false; ///< its events are being raised
     RContainer* holder_ = nullptr;  ///< in whose list it is
     unsigned containerChanges_ = 0; ///< a handler of one may make another
     AnswerSounds sounds_ = defaultSounds;

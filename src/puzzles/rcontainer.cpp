@@ -64,7 +64,7 @@ RContainer::~RContainer() {
 void RContainer::placeAnswer(RAnswer& answer) { insertAnswer(answer, answers_.size()); }
 
 void RContainer::insertAnswer(RAnswer& answer, std::size_t index) {
-    if (answer.holder_) return;
+    if (answer.holder_ || answer.isGoing()) return;
     answers_.insert(answers_.begin() + static_cast<std::ptrdiff_t>(index), &answer);
     answer.holder_ = this;
     answerEnters(answer, index);

@@ -1,7 +1,11 @@
 #include "rdoublegraphictextanswer.h"
 
 #include "omdebug.h"
+#include "omsarguments.h"
 #include "omsclass.h"
+
+#include <string>
+#include <vector>
 
 namespace {
 

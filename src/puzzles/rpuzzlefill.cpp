@@ -142,9 +142,12 @@ void RPuzzle::start() {
     graphics_.clear();
     texts_.clear();
     if (dataSet_.isEmpty()) return;
-    const DSEntry& entry = dataSet_.randomEntry();
+    const OMSWatch self(this);
+    const unsigned start = ++starts_;
+    const DSEntry entry = dataSet_.randomEntry(); // which a handler may add to
     fillAnswers(entry);
-    fillContainers(entry);
+    if (self) fillContainers(entry);
+    if (!self || starts_ != start) return;
     for (const DSGraphic& graphic : entry.graphics) addGraphic(graphic);
     for (const DSText& text : entry.texts) addText(text);
 }
@@ -154,19 +157,21 @@ void RPuzzle::fillAnswers(const DSEntry& entry) {
     std::vector<std::size_t> order(answers_.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     if (scrambles_) world::shuffle(order);
-    for (std::size_t i = 0; i < answers_.size(); ++i) {
-        if (order[i] >= entry.answers.size()) continue;
-        const DSAnswer& record = entry.answers[order[i]];
-        answers_[i]->setProperty("attribute", record.attribute);
-        setFirst(*answers_[i], {"text", "graphicID", "text1"}, record.text);
-    }
+    forEach(answers_, [&](RAnswer& answer, std::size_t index) {
+        if (order[index] >= entry.answers.size()) return;
+        const DSAnswer& record = entry.answers[order[index]];
+        answer.setProperty("attribute", record.attribute);
+        setFirst(answer, {"text", "graphicID", "text1"}, record.text);
+    });
 }
 
 void RPuzzle::fillContainers(const DSEntry& entry) {
     noteMissing("container", entry.containers.size(), containers_.size());
-    for (std::size_t i = 0; i < std::min(containers_.size(), entry.containers.size()); ++i)
-        setFirst(*containers_[i], {"attribute", "value", "answerMatchString", "correctSegments"},
-                 entry.containers[i].attribute);
+    forEach(containers_, [&](RContainer& container, std::size_t index) {
+        if (index < entry.containers.size())
+            setFirst(container, {"attribute", "value", "answerMatchString", "correctSegments"},
+                     entry.containers[index].attribute);
+    });
 }
 
 void RPuzzle::addGraphic(const DSGraphic& record) {
