@@ -127,11 +127,13 @@ class RAnswer : public RAnimation {
     /// A copy is in no container, and nobody's.
     RAnswer(const RAnswer& other);
 
+    /// For the base picture; kinds may get it in another way.
+    [[nodiscard]] static std::shared_ptr<AOImage> imageOf(int id) { return locateOrBlank(id); }
     /// How the kinds are created, with the arguments of a script.
     template <class Class>
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createAnswer() {
         const ScriptArguments arguments = readArguments();
-        auto answer = createFrom<Class>(arguments, locateOrBlank(arguments.id));
+        auto answer = createFrom<Class>(arguments, Class::imageOf(arguments.id));
         if (answer) answer->homeZ_ = answer->z();
         return answer;
     }

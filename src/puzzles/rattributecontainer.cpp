@@ -52,6 +52,11 @@ Rect shifted(const Rect& r, int dx, int dy) {
 const OMSClass RAttributeContainer::kClass{"RAttributeContainer", &RContainer::kClass, kVocabulary,
                                            &createContainer<RAttributeContainer>};
 
+RAttributeContainer::RAttributeContainer(const RAttributeContainer& other)
+    : RContainer(other), attribute_(other.attribute_), answerProperty_(other.answerProperty_),
+      comparesPixels_(other.comparesPixels_), anchorsAtPoint_(other.anchorsAtPoint_),
+      anchorPoint_(other.anchorPoint_) {}
+
 std::unique_ptr<OMScriptableObject> RAttributeContainer::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new RAttributeContainer(*this));
 }
@@ -83,13 +88,22 @@ std::int64_t RAttributeContainer::scoreOf(const RAnswer& answer, std::optional<P
     return OMContains(boundingRectangle(), inWindow(answer, *hotPoint)) ? 1 : 0;
 }
 
-/// The box comes once, not with every step of the drag.
 std::int64_t RAttributeContainer::pixelScore(const RAnswer& answer, std::optional<Point> hotPoint) {
     if (hotPoint) return containsPoint(inWindow(answer, *hotPoint)) ? 1 : 0;
-    if (!std::exchange(complained_, true))
-        RTell("RAttributeContainer attempting pixel comparison: "
-              "RAnswer must have hot point enabled");
+    complain();
     return 0;
+}
+
+/// Once, not with every step of the drag; and in the next pass, since a box ends the drag.
+void RAttributeContainer::complain() {
+    if (std::exchange(complained_, true)) return;
+    complaint_ = std::make_unique<OMTask>(
+        [this] {
+            const std::unique_ptr<OMTask> done = std::move(complaint_);
+            RTell("RAttributeContainer attempting pixel comparison: "
+                  "RAnswer must have hot point enabled");
+        },
+        OMTask::kWithScripts);
 }
 
 void RAttributeContainer::placeAnswer(RAnswer& answer) {

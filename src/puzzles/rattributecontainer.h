@@ -2,7 +2,10 @@
 // on it where that point is, on request only where its picture has a pixel. See rcontainer.h.
 #pragma once
 
+#include "omtask.h"
 #include "rcontainer.h"
+
+#include <memory>
 
 class RAttributeContainer final : public RContainer {
   public:
@@ -37,7 +40,7 @@ class RAttributeContainer final : public RContainer {
     void placeAnswer(RAnswer& answer) override;
 
   private:
-    RAttributeContainer(const RAttributeContainer& other) = default;
+    RAttributeContainer(const RAttributeContainer& other);
 
     /// From the answer's left upper corner; none while it does not use one.
     [[nodiscard]] static std::optional<platform::Point> hotPointOf(RAnswer& answer);
@@ -45,6 +48,7 @@ class RAttributeContainer final : public RContainer {
                                        std::optional<platform::Point> hotPoint);
     [[nodiscard]] std::int64_t pixelScore(const RAnswer& answer,
                                           std::optional<platform::Point> hotPoint);
+    void complain();
     [[nodiscard]] bool isRight(RAnswer& answer) const {
         return textOf(answer, answerProperty_) == attribute_;
     }
@@ -53,6 +57,7 @@ class RAttributeContainer final : public RContainer {
     std::string answerProperty_ = "attribute";
     bool comparesPixels_ = false;
     bool complained_ = false; ///< of an answer without hot point
+    std::unique_ptr<OMTask> complaint_;
     bool anchorsAtPoint_ = false;
     platform::Point anchorPoint_{};
 };

@@ -140,8 +140,7 @@ bool RPuzzle::areContainersFull() const {
 
 bool RPuzzle::isSolved() const { return std::ranges::all_of(containers_, &RContainer::isSolved); }
 
-// ---------------------------------------------------------------------------- dragging and
-// dropping
+// ---------------------------------------------------------------------------- drags and drops
 
 // Every event may be the end of the puzzle, of the answer, and of any container.
 

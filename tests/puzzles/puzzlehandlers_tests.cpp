@@ -267,6 +267,23 @@ TEST_F(PuzzleHandlerTest, WhateverIsGoneInAnEventThatAMethodRaises) {
     }
 }
 
+TEST_F(PuzzleHandlerTest, WhatAHandlerCausesIsToldOnce) {
+    makeAll("PlainContainer", true);
+    const std::string taken = "a.pickedUp x.answerRemoved a.removedFromContainer ";
+    move("a", "x");
+    takeHeard();
+    reactions["a.removedFromContainer"] = [this] { window.mouseReleaseLost(); };
+    pickUp("a");
+    EXPECT_EQ(takeHeard(), taken + "a.dropped a.addedToContainer x.answerPlaced p.puzzleSolved ");
+    reactions.clear();
+    reactions["x.answerFlyOff"] = doing("p", "removeContainer", {"y"});
+    pickUp("a");
+    dragTo(middle("y"));
+    EXPECT_EQ(takeHeard(), taken + "x.answerFlyOff ") << "y is no target any more";
+    release();
+    expectConsistent("");
+}
+
 TEST_F(PuzzleHandlerTest, WhatIsOnItsWayOutCannotBePutAnywhere) {
     makeAll("PlainContainer", true);
     play("p", "addAnswerToContainer", {"a", "x"});
