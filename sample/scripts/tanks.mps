@@ -28,7 +28,7 @@ play puzzle setPuzzleGraphic entry swimX swimY 6 2471+(tank+entry)%3
 procedure shell entry number
 play puzzle setAnswer entry number number
 
-; How many fish are in each tank; a number that is too many.
+; How many fish are in each tank; then with a number that no tank has.
 procedure count entry a b c
 [
 play puzzle setContainer entry a b c
