@@ -56,7 +56,7 @@ call spread i answers 76
 answer.i=RGraphicTextAnswer 2450+i RESULT 426 10
 set answer.i textColorIndex 4
 set answer.i textOffsetY 10
-play answer.i setFont 30
+play answer.i setFont 28
 ]
 if level=3
 set holder.1 solvedAnswerCount 3
@@ -145,7 +145,7 @@ dial=RText 0 136 -1 -1 20
 set dial movable 0
 set dial touchy 0
 set dial colorIndex 4
-play dial setFont 30
+play dial setFont 28
 
 include puzzle.mps
 call open

@@ -63,7 +63,7 @@ for i 1 answers
 answer.i=RGraphicTextAnswer -1 12 380 10
 set answer.i textColorIndex 4
 set answer.i textOffsetY 33
-play answer.i setFont 30
+play answer.i setFont 28
 ]
 if level=1
 [
