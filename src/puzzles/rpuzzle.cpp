@@ -44,8 +44,8 @@ constexpr OMSEntry kVocabulary[] = {
     oms::method<&RPuzzle::shiftContainers>("shiftContainers", "dx dy"),
     oms::method<&RPuzzle::start>("start"),
     oms::method<&RPuzzle::unanchorAnswers>("unanchorAnswers"),
-    oms::event("answersUsed", "the last answer was put into a container"),
-    oms::event("containersFull", "the last container has become full"),
+    oms::event("answersUsed", "an answer was placed, and all are in a container"),
+    oms::event("containersFull", "an answer was placed, and every container is full"),
     oms::event("puzzleSolved", "every container is solved"),
     oms::event("puzzleWrong", "all is full or used, but not solved"),
 };

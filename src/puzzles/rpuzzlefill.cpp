@@ -146,8 +146,8 @@ void RPuzzle::start() {
     const unsigned start = ++starts_;
     const DSEntry entry = dataSet_.randomEntry(); // which a handler may add to
     fillAnswers(entry);
-    if (self) fillContainers(entry);
-    if (!self || starts_ != start) return;
+    if (self && starts_ == start) fillContainers(entry);
+    if (!self || starts_ != start) return; // a handler has started it anew
     for (const DSGraphic& graphic : entry.graphics) addGraphic(graphic);
     for (const DSText& text : entry.texts) addText(text);
 }
@@ -157,8 +157,8 @@ void RPuzzle::fillAnswers(const DSEntry& entry) {
     std::vector<std::size_t> order(answers_.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     if (scrambles_) world::shuffle(order);
-    forEach(answers_, [&](RAnswer& answer, std::size_t index) {
-        if (order[index] >= entry.answers.size()) return;
+    forEach(answers_, [&, start = starts_](RAnswer& answer, std::size_t index) {
+        if (starts_ != start || order[index] >= entry.answers.size()) return;
         const DSAnswer& record = entry.answers[order[index]];
         answer.setProperty("attribute", record.attribute);
         setFirst(answer, {"text", "graphicID", "text1"}, record.text);

@@ -348,7 +348,7 @@ TEST_F(OneAnswerTest, AnswersGoWhereTheirContainerGoes) {
         container->setVisible(false);
         container->setVisible(true);
         expectAt(197, 108);
-        EXPECT_EQ(a->z(), z);
+        EXPECT_EQ(a->z(), z + 17);
 
         container->setMovable(true);
         window.mouseMove({198, 145});
@@ -360,6 +360,22 @@ TEST_F(OneAnswerTest, AnswersGoWhereTheirContainerGoes) {
         take(*a);
         container->place(0, 0);
         EXPECT_EQ(placeOf(*a), std::to_string(207 + dx) + "," + std::to_string(103 + dy));
+    }
+}
+
+TEST_F(OneAnswerTest, WhatLeavesADisabledContainerIsFree) {
+    for (auto& container : allKinds("-1 100 50 60 40 3")) {
+        const Answer a = answer(10, 10, 300, 300);
+        put(*a, *container);
+        container->setEnabled(false);
+        EXPECT_FALSE(a->isMovable());
+        take(*a);
+        EXPECT_TRUE(a->isMovable());
+        put(*a, *container);
+        EXPECT_FALSE(a->isMovable());
+        container.reset();
+        EXPECT_TRUE(a->isMovable());
+        EXPECT_FALSE(a->isUsed());
     }
 }
 

@@ -175,11 +175,13 @@ TEST_F(RPuzzleTest, WhoIsHeldWhenTheReleaseIsLostIsDropped) {
     pickUp("a");
     dragTo(middle("x"));
     window.mouseReleaseLost();
+    window.idle();
     EXPECT_EQ(get("a", "isUsed"), "1");
     takeHeard();
     pickUp("a");
     dragTo(kNowhere);
     window.mouseReleaseLost();
+    window.idle();
     EXPECT_EQ(corner("a"), (Point{20, 400}));
     window.mouseUp(kNowhere);
     EXPECT_EQ(takeHeard(),

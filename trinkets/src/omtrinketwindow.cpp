@@ -195,6 +195,7 @@ void OMTrinketWindow::wake() {
 }
 
 void OMTrinketWindow::idle() {
+    tellLostRelease();
     if (!isResting()) cycle();
 }
 
