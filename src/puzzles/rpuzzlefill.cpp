@@ -71,22 +71,16 @@ void RPuzzle::setAnswer(int number) {
     DSEntry* entry = entryToFill(number);
     if (!entry) return;
     OMSArguments& arguments = OMSArguments::global();
-    while (true) {
-        std::string attribute = arguments.next();
-        if (attribute.empty()) return;
-        entry->answers.push_back({std::move(attribute), arguments.next()});
-    }
+    for (std::string attribute; !(attribute = arguments.next()).empty();)
+        entry->answers.push_back({attribute, arguments.next()});
 }
 
 void RPuzzle::setContainer(int number) {
     DSEntry* entry = entryToFill(number);
     if (!entry) return;
     OMSArguments& arguments = OMSArguments::global();
-    while (true) {
-        std::string attribute = arguments.next();
-        if (attribute.empty()) return;
-        entry->containers.push_back({std::move(attribute)});
-    }
+    for (std::string attribute; !(attribute = arguments.next()).empty();)
+        entry->containers.push_back({attribute});
 }
 
 void RPuzzle::setPuzzleText(int number, int textNumber, int x, int y) {
