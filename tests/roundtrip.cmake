@@ -6,11 +6,9 @@ list(LENGTH files count)
 if(count LESS 2)
   message(FATAL_ERROR "there are no libraries in ${RSC}")
 endif()
-file(STRINGS ${RSC}/resource.map names REGEX "\\.rsc$") # in the order of the map
-list(TRANSFORM names PREPEND ${WORK}/RSC/ OUTPUT_VARIABLE packed)
 foreach(command "extract;${files};-o;${WORK}/unpacked"
                 "pack;${WORK}/unpacked/resources.manifest;-o;${WORK}/RSC"
-                "map;${packed};--name;ZORBET-SAMPLE;-o;${WORK}")
+                "map;${WORK}/RSC/harbour.rsc;${WORK}/RSC/light.rsc;${WORK}/RSC/sounds.rsc;--name;ZORBET-SAMPLE;-o;${WORK}")
   execute_process(COMMAND ${PROGRAM} ${command} RESULT_VARIABLE code OUTPUT_VARIABLE said)
   if(NOT code EQUAL 0 OR said)
     message(FATAL_ERROR "${command}: ended with ${code}\n${said}")

@@ -1,6 +1,6 @@
 # The recorded visit to the sample game: what a person would have noticed, a picture for every place,
 # and what was heard. A click must be seen: the pictures before and after it differ. Who signed in must
-# be remembered from visit to visit, and to which chart they have come.
+# be remembered from visit to visit, and to which chart and which levels they have come.
 cmake_minimum_required(VERSION 3.24)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK}/home ${WORK}/elsewhere)
@@ -57,6 +57,28 @@ function(expect_numbers home property expected)
   endif()
 endfunction()
 
+# The levels at which the first player is in the activities CWS1, CWS2 and so on.
+function(expect_levels home expected)
+  set(file ${WORK}/${home}/ZORBET.DAT)
+  file(READ ${file} bytes HEX)
+  string(HEX "GLOBAL_END\n" globals_end)
+  string(FIND "${bytes}" ${globals_end} player)
+  string(LENGTH ${globals_end} length)
+  set(of_the_first 1536)  # two digits a byte: 660 bytes before the activities, 108 before its level
+  set(of_an_activity 464) # 58 numbers
+  math(EXPR at "${player} + ${length} + ${of_the_first}")
+  set(levels)
+  foreach(level IN LISTS expected)
+    string(SUBSTRING "${bytes}" ${at} 2 digits)
+    math(EXPR number "0x${digits}")
+    list(APPEND levels ${number})
+    math(EXPR at "${at} + ${of_an_activity}")
+  endforeach()
+  if(NOT levels STREQUAL expected)
+    message(SEND_ERROR "the levels in ${file} are not ${expected} but ${levels}")
+  endif()
+endfunction()
+
 function(tour home sound)
   visit(${INPUT} ${home} ${sound})
   file(READ ${EXPECTED} expected)
@@ -68,6 +90,7 @@ endfunction()
 
 tour(home sound)
 expect_numbers(home chartLevel 2)
+expect_levels(home "2;1;1;1")
 file(STRINGS ${INPUT} events REGEX " screenshot ")
 set(seen)
 foreach(event IN LISTS events)
@@ -85,7 +108,7 @@ if(NOT code EQUAL 0)
 endif()
 
 # Another visit sounds the same, to the byte. (Not in the same home: no player is made there any more,
-# and so random numbers are others.)
+# and so random numbers are others, and puzzles too.)
 tour(elsewhere again)
 file(GLOB recordings RELATIVE ${WORK}/sound ${WORK}/sound/*)
 foreach(recording IN LISTS recordings)
@@ -96,8 +119,12 @@ foreach(recording IN LISTS recordings)
   endif()
 endforeach()
 
-# Who comes back is the same player. A new name is another one, and stands in the book at the next visit.
-tour(home back)
+# Who comes back is the same player, and goes on where they were. A new name is another one, and stands in
+# the book at the next visit.
+visit(${CMAKE_CURRENT_LIST_DIR}/tour.comeback home back)
+expect_players(home "Inês")
+expect_numbers(home chartLevel 2)
+expect_levels(home "2;1;1;1")
 visit(${CMAKE_CURRENT_LIST_DIR}/tour.newcomer home newcomer)
 expect_players(home "Inês;Zita")
 expect_numbers(home chartLevel "2;0")

@@ -116,10 +116,6 @@ OMPixels copyOf(const OMPixels& pixels, const Rect& area, std::vector<std::uint8
     return copy;
 }
 
-Rect movedBy(const Rect& area, int dx, int dy) {
-    return {area.left + dx, area.top + dy, area.right + dx, area.bottom + dy};
-}
-
 /// Copies the pixels for which `isWanted` holds, told their place in the row.
 template <class IsWanted>
 void copySome(const Row& row, IsWanted isWanted) {
@@ -179,7 +175,7 @@ void copyUnmasked(const Row& row, const std::uint8_t* mask) {
 void copy(const OMPixels& to, int depth, Source source, const OMRegion& region, int dx, int dy,
           const std::function<void(const Row&)>& write) {
     const Rect box = region.boundingBox();
-    const Rect sourceBox = movedBy(box, dx, dy);
+    const Rect sourceBox = platform::shifted(box, dx, dy);
     std::vector<std::uint8_t> memory;
     if (shareMemory(source.pixels, sourceBox, to, box))
         source.pixels = copyOf(source.pixels, sourceBox, memory);

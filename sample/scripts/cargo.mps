@@ -21,7 +21,6 @@ holder.holders=RStackingContainer 2423 left 138 5
 set holder.holders movable 0
 set holder.holders droppedSound 245
 set holder.holders answerPlaced weigh
-set holder.holders answerRemoved weigh
 holdX.holders=left
 ]
 
@@ -57,7 +56,7 @@ call spread i answers 76
 answer.i=RGraphicTextAnswer 2450+i RESULT 426 10
 set answer.i textColorIndex 4
 set answer.i textOffsetY 10
-play answer.i setFont 30
+play answer.i setFont 28
 ]
 if level=3
 set holder.1 solvedAnswerCount 3
@@ -120,6 +119,9 @@ heavy=(aboard.2>goal)+heavy
 call showBurden
 if heavy
 call tell "Upa, é peso a mais! Tira uma caixa."
+else if tooHeavy
+call tell task.level
+tooHeavy=heavy
 ]
 
 procedure showBurden
@@ -132,7 +134,10 @@ set dial x 62-wide\2
 procedure dress
 [
 call centre 38
+for i 1 holders
+set holder.i answerRemoved weigh
 burden=0
+tooHeavy=0
 call showBurden
 ]
 
@@ -140,7 +145,7 @@ dial=RText 0 136 -1 -1 20
 set dial movable 0
 set dial touchy 0
 set dial colorIndex 4
-play dial setFont 30
+play dial setFont 28
 
 include puzzle.mps
 call open

@@ -114,11 +114,11 @@ set shopsign movable 0
 set shopsign touchy 0
 stairs=RHotSpot 470 42 164 324 2
 set stairs movable 0
+play stairs setAOCursor 1
 set stairs mouseDown climb
 set stairs flyOn showStairs
 set stairs flyOff dimStairs
 
-play stairs setAOCursor 1
 play fire setAOCursor 1
 play cat setAOCursor 1
 play back setAOCursor 1
@@ -145,7 +145,7 @@ call write visitor 403 90
 call write "Mapa da baía" 403 192
 caption=&line.2
 set caption visible 0
-call write "A oficina" 432 222
+call write "A oficina" 452 224
 upstairs=&line.3
 set upstairs visible 0
 

@@ -1,8 +1,8 @@
 ; What all puzzles have in common, included by their scripts. The script of a puzzle has
 ;
 ;   activity         its location in the world's memory, which counts answers and knows the level
-;   build            makes answer.1 to answer.answers, holder.1 to holder.holders and puzzle, and fills
-;                    the data set for the level
+;   build            makes answer.1 to answer.answers and holder.1 to holder.holders, and fills the data
+;                    set of puzzle for the level
 ;   dress            what there is to do when the puzzle has been filled, as putting texts in the middle
 ;   task.1 to 4      what the parrot says when a puzzle of that level begins
 ;   hint             what it says when the answers are not right yet
@@ -30,7 +30,7 @@ PlaySound 213
 call tell task.level
 ]
 
-; ---- answers: each is made by the puzzle's script, and gets its sounds here by the commands below
+; ---- answers: they have the sounds that are set before they are made
 
 SetAnswerPickUpSound 241
 SetAnswerSnapSound 242
@@ -81,9 +81,20 @@ set answer.i textOffsetX middle-wide\2
 
 ; ---- the course of things
 
+; Containers that tell what is taken out of them are deaf while all of it is taken out at once.
+procedure settle
+[
+if holders
+[
+for i 1 holders
+set holder.i answerRemoved
+]
+]
+
 ; A level is laid out anew. What was there goes: the puzzle first, since it listens to the rest.
 procedure layOut
 [
+call settle
 drop puzzle
 drop [ answer
 drop [ holder
@@ -94,7 +105,7 @@ set plate text "Nível "+level
 get plate textWidth wide
 set plate x 562-wide\2
 puzzle=RPuzzle 0
-play puzzle setPuzzleTextFont 30 0 "" 4
+play puzzle setPuzzleTextFont 28 0 "" 4
 answers=0
 holders=0
 scrambles=1
@@ -112,6 +123,7 @@ set answer.i goHomeSound how
 
 procedure begin
 [
+call settle
 call hush -1
 play puzzle reset
 play puzzle unanchorAnswers
@@ -158,7 +170,7 @@ call tell praise.RESULT
 set parrot sequence 3
 set sparkles visible 1
 set sparkles sequence 1
-play celebration start
+play interval start
 ]
 ]
 
@@ -166,9 +178,18 @@ procedure consider
 [
 if busy=0
 [
+PlaySound 247
 play world incorrectGuess activity
 play world autoLevel activity
-PlaySound 247
+get world currentLevel activity reached
+if reached<level
+[
+busy=1
+play puzzle anchorAnswers
+call tell "Quase! Vamos tentar uma mais fácil."
+play interval start
+]
+else
 call tell "Quase! "+hint
 ]
 ]
@@ -188,6 +209,13 @@ procedure leave
 [
 PlaySound 208
 relay "workshop.mps"
+]
+
+procedure typed
+[
+get RECEIVER key what
+if what="Esc"
+call leave
 ]
 
 ; ---- what is on the screen at every puzzle
@@ -234,22 +262,25 @@ again=RPButton 2412 20
 set again hit once
 home=RPButton 2413 20
 set home hit leave
+keys=RKbdInp 0
+set keys keyPressed typed
 sparkles=RAnimation 2415 29 96 70
 set sparkles visible 0
 set sparkles touchy 0
 set sparkles movable 0
 ruler=RText 0 0 -1 -1 -1
 set ruler visible 0
-play ruler setFont 30
-celebration=RQueue 1
-play celebration add DelayAction 3400
-set celebration finished goOn
+play ruler setFont 28
+interval=RQueue 1
+play interval add DelayAction 3400
+set interval finished goOn
 
-; Two right answers of the last six lead on to the next level; five wrong ones back.
+; Two right answers of the last six lead on to the next level, six wrong ones back.
 world=RWorldPort 0
 set world wsAutoLevelingA activity 1
 set world wsAutoLevelingB activity 2
 set world wsAutoLevelingX activity 1
 set world wsAutoLevelingY activity 6
+holders=0
 call layOut
 ]

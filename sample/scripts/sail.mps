@@ -63,7 +63,7 @@ for i 1 answers
 answer.i=RGraphicTextAnswer -1 12 380 10
 set answer.i textColorIndex 4
 set answer.i textOffsetY 33
-play answer.i setFont 30
+play answer.i setFont 28
 ]
 if level=1
 [
@@ -95,6 +95,8 @@ call four 3 10 1 4 3 2
 
 procedure dress
 [
+set holder.1 answerRemoved measure
+tooMuch=0
 all=0
 for i 1 answers
 [
@@ -115,20 +117,22 @@ set answer.i textOffsetX (size*segment)\2-(wide\2)
 ]
 ]
 
-; ---- too much is told at once
+; ---- too much is told at once; the sail shows its first picture while it is bare
 
 procedure measure
 [
-covered=0
-for i 1 answers
-[
-get answer.i isUsed sewn
-get answer.i "value" size
-covered=covered+(size*sewn)
-]
+get holder.1 frame covered
 get holder.1 correctSegments wanted
-if covered>wanted
+if covered-1>wanted
+[
+tooMuch=1
 call tell "Assim tapas pano que está bom. Tira um remendo!"
+]
+else if tooMuch
+[
+tooMuch=0
+call tell task.level
+]
 ]
 
 include puzzle.mps

@@ -61,7 +61,7 @@ call spread i answers 52
 answer.i=RGraphicTextAnswer 2461+(i-1)%4 RESULT 374 10
 set answer.i textColorIndex 4
 set answer.i textOffsetY 23
-play answer.i setFont 30
+play answer.i setFont 28
 ]
 if level=1
 [

@@ -28,7 +28,7 @@ play puzzle setPuzzleGraphic entry swimX swimY 6 2471+(tank+entry)%3
 procedure shell entry number
 play puzzle setAnswer entry number number
 
-; How many fish are in each tank; a number that is too many.
+; How many fish are in each tank; then with a number that no tank has.
 procedure count entry a b c
 [
 play puzzle setContainer entry a b c
@@ -91,7 +91,7 @@ call spread i answers 72
 answer.i=RGraphicTextAnswer 2440+i RESULT 398 10
 set answer.i textColorIndex 4
 set answer.i textOffsetY 19
-play answer.i setFont 30
+play answer.i setFont 28
 ]
 else
 [
@@ -104,7 +104,7 @@ set answer.i graphic2OffsetZ -1
 set answer.i textColorIndex 4
 set answer.i text1OffsetY 15
 set answer.i text2OffsetY 15
-play answer.i setFont 30
+play answer.i setFont 28
 ]
 ]
 set puzzle lockCorrectAnswers 1

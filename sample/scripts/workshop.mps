@@ -78,24 +78,24 @@ set plaque colorIndex 4
 play plaque setFont 20
 call engrave "A oficina"
 
-; The tank stands before the board.
+; The pointer may rest on one of them, so cursors are set before handlers.
 for i 1 things
 [
 thing.i=RAnimation 2400+i 10+i
 set thing.i tag i
 set thing.i movable 0
+play thing.i setAOCursor 1
 set thing.i mouseDown enter
 set thing.i flyOn lightUp
 set thing.i flyOff dim
-play thing.i setAOCursor 1
 ]
 
 sign=RAnimation 2409 20
 set sign movable 0
+play sign setAOCursor 1
 set sign mouseDown goDown
 set sign flyOn lightSign
 set sign flyOff dimSign
-play sign setAOCursor 1
 
 ; The music of the lighthouse still fades out; this one begins when hardly anything of it is left. Who
 ; comes back from a puzzle hears it already.

@@ -52,7 +52,6 @@ class DataSet {
     /// Numbers count from 1 to kMaxEntries. Empty entries are added until there are so many.
     [[nodiscard]] DSEntry& entry(int number);
     [[nodiscard]] bool isEmpty() const { return entries_.empty(); }
-    [[nodiscard]] std::size_t count() const { return entries_.size(); }
     /// Each with the same probability. Not for an empty set.
     [[nodiscard]] const DSEntry& randomEntry() const;
 

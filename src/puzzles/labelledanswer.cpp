@@ -4,18 +4,11 @@
 
 #include <algorithm>
 #include <numeric>
+#include <span>
 #include <utility>
 
 using platform::Point;
 using platform::Rect;
-
-namespace {
-
-Rect shifted(const Rect& r, Point by) {
-    return {r.left + by.x, r.top + by.y, r.right + by.x, r.bottom + by.y};
-}
-
-} // namespace
 
 /// Steps in the window as all animations do, but is never shown there: its answer paints it. Its
 /// place counts from the answer's corner.
@@ -34,7 +27,7 @@ class LabelledAnswer::Picture final : public OMAnimation {
         play();
     }
     void paintFrom(OMMemCanvas& canvas, const OMRegion& clip, Point corner) {
-        const Rect place = shifted(frameRectangle(), corner);
+        const Rect place = platform::shifted(frameRectangle(), corner.x, corner.y);
         if (seen_) draw(canvas, clip, {place.left, place.top});
     }
 
@@ -93,9 +86,10 @@ void LabelledAnswer::setTextColorIndex(int index) {
 
 void LabelledAnswer::chooseFont(const std::string& font, std::optional<int> size,
                                 std::optional<int> style) {
+    TextBlock& first = labels_.front().block;
     markChanged();
-    for (Label& label : labels_)
-        if (!label.block.chooseFont(font, size, style)) return;
+    if (!first.chooseFont(font, size, style)) return;
+    for (Label& label : std::span(labels_).subspan(1)) label.block.setFont(first.fontUse());
 }
 
 // ---------------------------------------------------------------------------- pictures
@@ -137,8 +131,8 @@ void LabelledAnswer::stopAnimations() {
 Rect LabelledAnswer::boxOf(const Label& label, Point corner) {
     if (label.block.text().empty()) return {};
     const Rect& extent = label.block.extent();
-    return shifted({0, 0, extent.width(), extent.height()},
-                   {corner.x + label.offset.x, corner.y + label.offset.y});
+    return platform::shifted({0, 0, extent.width(), extent.height()}, corner.x + label.offset.x,
+                             corner.y + label.offset.y);
 }
 
 Rect LabelledAnswer::boundingRectangle() const {
@@ -148,7 +142,7 @@ Rect LabelledAnswer::boundingRectangle() const {
     add(frameRectangle());
     for (const Further& further : pictures_)
         if (further.picture && further.picture->isSeen())
-            add(shifted(further.picture->frameRectangle(), corner));
+            add(platform::shifted(further.picture->frameRectangle(), corner.x, corner.y));
     for (const Label& label : labels_) add(boxOf(label, corner));
     return all.empty() ? frameRectangle() : all;
 }

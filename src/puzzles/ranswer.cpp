@@ -52,6 +52,7 @@ RAnswer::RAnswer(const RAnswer& other)
       value_(other.value_) {}
 
 RAnswer::~RAnswer() {
+    goes_ = true;
     setKeeper(nullptr);
     if (holder_) holder_->removeAnswer(*this);
 }
@@ -63,22 +64,28 @@ void RAnswer::setKeeper(AnswerKeeper* keeper) {
 
 RContainer* RAnswer::container() const { return static_cast<RContainer*>(container_.object()); }
 
-void RAnswer::correctContainer() { container_.watch(holder_); }
+void RAnswer::syncContainer() { container_.watch(holder_); }
 
 void RAnswer::setContainer(RContainer* container) {
-    if (container == this->container()) return;
+    const OMScriptableObject* before = (changesContainer_ ? next_ : container_).object();
+    if (container == before) return;
     const OMSWatch self(this);
-    const OMSWatch target(container);
     const unsigned change = ++containerChanges_;
-    if (container_) fireEvent("removedFromContainer");
-    if (self && target) fireEvent("addedToContainer");
-    if (self && containerChanges_ == change) container_.watch(target.object());
+    const auto isCurrent = [&] { return self && containerChanges_ == change; };
+    changesContainer_ = true;
+    next_.watch(container);
+    if (before) fireEvent("removedFromContainer");
+    if (isCurrent() && next_) fireEvent("addedToContainer");
+    if (!isCurrent()) return;
+    changesContainer_ = false;
+    container_.watch(next_.object());
 }
 
-void RAnswer::leaveContainer() {
+bool RAnswer::leaveContainer() {
     const OMSWatch self(this);
     if (holder_) holder_->removeAnswer(*this);
     if (self && !holder_) setContainer(nullptr);
+    return self && !holder_;
 }
 
 // ---------------------------------------------------------------------------- places
@@ -119,12 +126,6 @@ void RAnswer::snapToRectangle(const Rect& target) {
     playSound(sounds_.snap);
 }
 
-void RAnswer::setHome(Point home) {
-    home_ = home;
-    moveCorner(home);
-    homeOrigin_ = origin();
-}
-
 void RAnswer::setHomeX(int x) {
     home_.x = x;
     moveCorner({x, corner().y});
@@ -153,9 +154,14 @@ void RAnswer::onBeginDrag(Point point) {
     RAnimation::onBeginDrag(point);
     if (!self || group()) return;
     held_ = true;
-    playSound(sounds_.pickUp);
+    playSound(sounds_.pickUp); // or a box, which may end the drag
+    if (!self || !held_) return;
     fireEvent("pickedUp");
-    if (self && keeper_) keeper_->answerPickedUp(*this);
+    if (!self || !held_) return;
+    if (keeper_)
+        keeper_->answerPickedUp(*this);
+    else
+        leaveContainer(); // its puzzle has gone
 }
 
 void RAnswer::dragBy(int& dx, int& dy) {

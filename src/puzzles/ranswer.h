@@ -61,15 +61,18 @@ class RAnswer : public RAnimation {
     /// there. What a handler sets meanwhile counts.
     void setContainer(RContainer* container);
     /// Takes back without events what `setContainer` said of one that has not got the answer.
-    void correctContainer();
-    /// Out of its container, if it is in one, which is told as well as the answer.
-    void leaveContainer();
+    void syncContainer();
+    /// Out of its container, if it is in one, which is told as well as the answer. True when it is
+    /// still there then, and in none.
+    bool leaveContainer();
 
     /// Left upper corner of the frame that its base picture shows: what all offsets count from.
     [[nodiscard]] platform::Point corner() const;
     /// What of the drawn rectangle counts for hits and fits, by its insets.
     [[nodiscard]] platform::Rect effectiveRectangle() const;
     [[nodiscard]] bool isHeld() const { return held_; }
+    /// It is being destroyed: handlers that still find it by a name can put it nowhere any more.
+    [[nodiscard]] bool isGoing() const { return goes_; }
 
     /// It cannot be picked up until `unanchor`.
     virtual void anchor() { setMovable(false); }
@@ -78,8 +81,6 @@ class RAnswer : public RAnimation {
     virtual void goHome();
     /// Has its effective rectangle in the middle of `target`, by way of the left upper corner.
     virtual void snapToRectangle(const platform::Rect& target);
-    /// And goes there.
-    void setHome(platform::Point home);
 
     // For scripts.
 
@@ -124,11 +125,13 @@ class RAnswer : public RAnimation {
     /// A copy is in no container, and nobody's.
     RAnswer(const RAnswer& other);
 
+    /// For the base picture; kinds may get it in another way.
+    [[nodiscard]] static std::shared_ptr<AOImage> imageOf(int id) { return locateOrBlank(id); }
     /// How the kinds are created, with the arguments of a script.
     template <class Class>
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createAnswer() {
         const ScriptArguments arguments = readArguments();
-        auto answer = createFrom<Class>(arguments, locateOrBlank(arguments.id));
+        auto answer = createFrom<Class>(arguments, Class::imageOf(arguments.id));
         if (answer) answer->homeZ_ = answer->z();
         return answer;
     }
@@ -147,8 +150,11 @@ class RAnswer : public RAnimation {
     platform::Point homeOrigin_; ///< the same place for every frame
     int homeZ_;
     bool held_ = false;
+    bool goes_ = false;
     AnswerKeeper* keeper_ = nullptr;
     OMSWatch container_;            ///< as scripts know it
+    OMSWatch next_;                 ///< while it changes: where to
+    bool changesContainer_ = false; ///< its events are being raised
     RContainer* holder_ = nullptr;  ///< in whose list it is
     unsigned containerChanges_ = 0; ///< a handler of one may make another
     AnswerSounds sounds_ = defaultSounds;

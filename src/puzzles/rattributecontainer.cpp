@@ -43,14 +43,15 @@ Point inWindow(const RAnswer& answer, Point point) {
     return {drawn.left + point.x, drawn.top + point.y};
 }
 
-Rect shifted(const Rect& r, int dx, int dy) {
-    return {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy};
-}
-
 } // namespace
 
 const OMSClass RAttributeContainer::kClass{"RAttributeContainer", &RContainer::kClass, kVocabulary,
                                            &createContainer<RAttributeContainer>};
+
+RAttributeContainer::RAttributeContainer(const RAttributeContainer& other)
+    : SingleContainer(other), attribute_(other.attribute_), answerProperty_(other.answerProperty_),
+      comparesPixels_(other.comparesPixels_), anchorsAtPoint_(other.anchorsAtPoint_),
+      anchorPoint_(other.anchorPoint_) {}
 
 std::unique_ptr<OMScriptableObject> RAttributeContainer::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new RAttributeContainer(*this));
@@ -71,36 +72,40 @@ std::optional<Point> RAttributeContainer::hotPointOf(RAnswer& answer) {
                  coordinate(numberOf(answer, "hotPointY").value_or(0))};
 }
 
-RContainer::Hit RAttributeContainer::hitScore(RAnswer& answer, Point) {
-    const std::int64_t score = scoreOf(answer, hotPointOf(answer));
-    const bool free = isEnabled() && answers().empty();
-    return {free && score > 0 && (!rejectIncorrectAnswers() || isRight(answer)), score};
-}
-
-std::int64_t RAttributeContainer::scoreOf(const RAnswer& answer, std::optional<Point> hotPoint) {
+std::int64_t RAttributeContainer::scoreOf(RAnswer& answer) {
+    const std::optional<Point> hotPoint = hotPointOf(answer);
     if (comparesPixels_ && hasFrames()) return pixelScore(answer, hotPoint);
     if (!hotPoint) return overlapScore(answer);
     return OMContains(boundingRectangle(), inWindow(answer, *hotPoint)) ? 1 : 0;
 }
 
-/// The box comes once, not with every step of the drag.
 std::int64_t RAttributeContainer::pixelScore(const RAnswer& answer, std::optional<Point> hotPoint) {
     if (hotPoint) return containsPoint(inWindow(answer, *hotPoint)) ? 1 : 0;
-    if (!std::exchange(complained_, true))
-        RTell("RAttributeContainer attempting pixel comparison: "
-              "RAnswer must have hot point enabled");
+    complain();
     return 0;
 }
 
-void RAttributeContainer::placeAnswer(RAnswer& answer) {
+/// Once, not with every step of the drag; and in the next pass, since a box ends the drag.
+void RAttributeContainer::complain() {
+    if (std::exchange(complained_, true)) return;
+    complaint_ = std::make_unique<OMTask>(
+        [this] {
+            const std::unique_ptr<OMTask> done = std::move(complaint_);
+            RTell("RAttributeContainer attempting pixel comparison: "
+                  "RAnswer must have hot point enabled");
+        },
+        OMTask::kWithScripts);
+}
+
+Rect RAttributeContainer::targetFor(RAnswer& answer) const {
     Rect target = boundingRectangle();
     if (anchorsAtPoint_) {
         // Its insets count neither for the corner nor for the hot point.
         const Rect drawn = answer.boundingRectangle();
-        target = shifted(answer.effectiveRectangle(), target.left + anchorPoint_.x - drawn.left,
-                         target.top + anchorPoint_.y - drawn.top);
+        target = platform::shifted(answer.effectiveRectangle(),
+                                   target.left + anchorPoint_.x - drawn.left,
+                                   target.top + anchorPoint_.y - drawn.top);
     }
-    if (const auto hotPoint = hotPointOf(answer))
-        target = shifted(target, -hotPoint->x, -hotPoint->y);
-    placeSingleAnswer(answer, target);
+    const Point hotPoint = hotPointOf(answer).value_or(Point{});
+    return platform::shifted(target, -hotPoint.x, -hotPoint.y);
 }

@@ -2,13 +2,18 @@
 // on it where that point is, on request only where its picture has a pixel. See rcontainer.h.
 #pragma once
 
-#include "rcontainer.h"
+#include "omtask.h"
+#include "singlecontainer.h"
 
-class RAttributeContainer final : public RContainer {
+#include <memory>
+
+class RAttributeContainer final : public SingleContainer {
   public:
     static const OMSClass kClass;
 
-    using RContainer::RContainer;
+    RAttributeContainer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
+                        int y)
+        : SingleContainer(window, std::move(image), id, x, y) {}
 
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
@@ -31,21 +36,17 @@ class RAttributeContainer final : public RContainer {
     [[nodiscard]] bool doPixelCompare() const { return comparesPixels_; }
     void setDoPixelCompare(bool compares);
 
-    [[nodiscard]] Hit hitScore(RAnswer& answer, platform::Point position) override;
-    [[nodiscard]] bool isFull() const override { return answers().size() == 1; }
-    [[nodiscard]] bool isSolved() const override { return isFull() && isRight(*answers().front()); }
-    void placeAnswer(RAnswer& answer) override;
-
   private:
-    RAttributeContainer(const RAttributeContainer& other) = default;
+    RAttributeContainer(const RAttributeContainer& other);
 
     /// From the answer's left upper corner; none while it does not use one.
     [[nodiscard]] static std::optional<platform::Point> hotPointOf(RAnswer& answer);
-    [[nodiscard]] std::int64_t scoreOf(const RAnswer& answer,
-                                       std::optional<platform::Point> hotPoint);
+    [[nodiscard]] std::int64_t scoreOf(RAnswer& answer) override;
+    [[nodiscard]] platform::Rect targetFor(RAnswer& answer) const override;
     [[nodiscard]] std::int64_t pixelScore(const RAnswer& answer,
                                           std::optional<platform::Point> hotPoint);
-    [[nodiscard]] bool isRight(RAnswer& answer) const {
+    void complain();
+    [[nodiscard]] bool isRight(RAnswer& answer) const override {
         return textOf(answer, answerProperty_) == attribute_;
     }
 
@@ -53,6 +54,7 @@ class RAttributeContainer final : public RContainer {
     std::string answerProperty_ = "attribute";
     bool comparesPixels_ = false;
     bool complained_ = false; ///< of an answer without hot point
+    std::unique_ptr<OMTask> complaint_;
     bool anchorsAtPoint_ = false;
     platform::Point anchorPoint_{};
 };

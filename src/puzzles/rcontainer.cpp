@@ -54,8 +54,8 @@ RContainer::~RContainer() {
         keeper->containerGoes(*this);
     }
     for (RAnswer* answer : answers_) {
-        answer->holder_ = nullptr;
-        if (answer->container() == this) answer->correctContainer();
+        release(*answer);
+        if (answer->container() == this) answer->syncContainer();
     }
 }
 
@@ -64,7 +64,7 @@ RContainer::~RContainer() {
 void RContainer::placeAnswer(RAnswer& answer) { insertAnswer(answer, answers_.size()); }
 
 void RContainer::insertAnswer(RAnswer& answer, std::size_t index) {
-    if (answer.holder_) return;
+    if (answer.holder_ || answer.isGoing()) return;
     answers_.insert(answers_.begin() + static_cast<std::ptrdiff_t>(index), &answer);
     answer.holder_ = this;
     answerEnters(answer, index);
@@ -72,11 +72,17 @@ void RContainer::insertAnswer(RAnswer& answer, std::size_t index) {
     fireEvent("answerPlaced");
 }
 
+/// What it was only because the container is disabled, it is no longer.
+void RContainer::release(RAnswer& answer) const {
+    answer.holder_ = nullptr;
+    if (!enabled_) answer.unanchor();
+}
+
 void RContainer::removeAnswer(const RAnswer& answer) {
     const auto found = std::ranges::find(answers_, &answer);
     if (found == answers_.end()) return;
     answerLeaves(static_cast<std::size_t>(found - answers_.begin()));
-    (*found)->holder_ = nullptr;
+    release(**found);
     answers_.erase(found);
     fireEvent("answerRemoved");
 }
@@ -104,14 +110,6 @@ void RContainer::disable() {
 void RContainer::lockIfSolved() {
     if (!locksCorrect_ || !isSolved()) return;
     for (RAnswer* answer : answers_) answer->anchor();
-}
-
-void RContainer::placeSingleAnswer(RAnswer& answer, const Rect& target) {
-    answer.snapToRectangle(target);
-    answer.setZ(z() + kDepthOfAnswers);
-    const OMSWatch self(this);
-    RContainer::placeAnswer(answer);
-    if (self) lockIfSolved();
 }
 
 std::int64_t RContainer::overlapScore(const RAnswer& answer) const {
@@ -166,10 +164,11 @@ bool RContainer::containsPoint(Point point) const {
 
 void RContainer::setAttribute(Attribute which, int value, int second) {
     const Rect before = boundingRectangle();
+    const int depth = z();
     RAnimation::setAttribute(which, value, second);
     const Rect after = boundingRectangle();
-    const int dx = after.left - before.left;
-    const int dy = after.top - before.top;
-    if (dx == 0 && dy == 0) return;
-    for (RAnswer* answer : answers_) answer->offset(dx, dy);
+    for (RAnswer* answer : answers_) {
+        answer->offset(after.left - before.left, after.top - before.top);
+        answer->setZ(answer->z() + z() - depth);
+    }
 }

@@ -54,8 +54,9 @@ class RContainer : public RAnimation {
     /// Takes an answer in that is in no container, whether it is accepted or not. Raises
     /// "answerPlaced".
     virtual void placeAnswer(RAnswer& answer);
-    /// Lets an answer go, which stays where it is and may be on its way out of the world. Raises
-    /// "answerRemoved". Nothing happens for one that is not here.
+    /// Lets an answer go, which stays where it is. It may be on its way out of the world, and is
+    /// told nothing but that no container has it. Raises "answerRemoved". Nothing happens for one
+    /// that is not here.
     void removeAnswer(const RAnswer& answer);
     virtual void answerFliesOn(RAnswer& answer);
     virtual void answerFliesOff(RAnswer& answer);
@@ -83,7 +84,7 @@ class RContainer : public RAnimation {
 
     [[nodiscard]] platform::Rect boundingRectangle() const override;
     [[nodiscard]] bool containsPoint(platform::Point point) const override;
-    /// Answers move along.
+    /// Answers move along, also in depth.
     void setAttribute(Attribute which, int value, int second = 0) override;
 
   protected:
@@ -116,8 +117,6 @@ class RContainer : public RAnimation {
     [[nodiscard]] std::int64_t overlapScore(const RAnswer& answer) const;
     /// Anchors all answers of a container that locks what is right.
     void lockIfSolved();
-    /// In the middle of `target`, above the container; for kinds that hold one.
-    void placeSingleAnswer(RAnswer& answer, const platform::Rect& target);
 
     /// A property of an answer as a text, or none without it.
     [[nodiscard]] static std::optional<std::string> textOf(RAnswer& answer,
@@ -129,6 +128,8 @@ class RContainer : public RAnimation {
     static void playSound(int id);
 
   private:
+    void release(RAnswer& answer) const;
+
     std::vector<ContainerKeeper*> keepers_;
     std::vector<RAnswer*> answers_;
     platform::Point area_{}; ///< width and height of one without a picture

@@ -38,21 +38,11 @@ constexpr OMSEntry kVocabulary[] = {
 constexpr std::size_t kTexts = 2;
 constexpr std::size_t kPictures = 2; ///< besides the base picture
 
-/// The picture that a script has asked for, as the first argument, becomes none.
-void dropPicture(OMSArguments& list) {
-    list.rewind();
-    (void)list.next();
-    std::vector<std::string> rest;
-    while (list.hasNext()) rest.push_back(list.next());
-    list.clear();
-    list.push(std::to_string(Answer::kNoPicture));
-    for (const std::string& text : rest) list.push(text);
-}
-
 } // namespace
 
 const OMSClass RDoubleGraphicTextAnswer::kClass{"RDoubleGraphicTextAnswer", &RAnswer::kClass,
-                                                kVocabulary, &createFromScript};
+                                                kVocabulary,
+                                                &createAnswer<RDoubleGraphicTextAnswer>};
 
 RDoubleGraphicTextAnswer::RDoubleGraphicTextAnswer(OMTrinketWindow& window,
                                                    std::shared_ptr<AOImage> image, int id, int x,
@@ -65,19 +55,13 @@ std::unique_ptr<OMScriptableObject> RDoubleGraphicTextAnswer::duplicate() {
 }
 
 /// Without a locator it goes without its pictures. The message is not that of other animations.
-bool RDoubleGraphicTextAnswer::canLocate() {
-    return OMDebug::check(hasSourceLocator(), "url == NULL",
-                          "SourceURL is not installed in OMAnimation");
-}
-
-std::unique_ptr<OMScriptableObject> RDoubleGraphicTextAnswer::createFromScript() {
-    OMSArguments& list = OMSArguments::global();
-    const int id = list.nextInteger();
-    list.rewind();
-    if (id >= 0 && !canLocate()) dropPicture(list);
-    return createAnswer<RDoubleGraphicTextAnswer>();
-}
-
 std::shared_ptr<AOImage> RDoubleGraphicTextAnswer::pictureOf(int id) {
-    return id >= 0 && canLocate() ? locate(id) : nullptr;
+    const bool located = id >= 0 && OMDebug::check(hasSourceLocator(), "url == NULL",
+                                                   "SourceURL is not installed in OMAnimation");
+    return located ? locate(id) : nullptr;
+}
+
+std::shared_ptr<AOImage> RDoubleGraphicTextAnswer::imageOf(int id) {
+    std::shared_ptr<AOImage> image = pictureOf(id);
+    return image ? image : AOImage::blank();
 }

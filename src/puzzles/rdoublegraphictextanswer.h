@@ -27,8 +27,9 @@ class RDoubleGraphicTextAnswer final : public LabelledAnswer {
   private:
     RDoubleGraphicTextAnswer(const RDoubleGraphicTextAnswer& other) = default;
 
-    [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
-    [[nodiscard]] static bool canLocate();
+    friend class RAnswer; // asks for the base picture
+
+    [[nodiscard]] static std::shared_ptr<AOImage> imageOf(int id);
     /// Null: none.
     [[nodiscard]] static std::shared_ptr<AOImage> pictureOf(int id);
 };

@@ -44,8 +44,8 @@ constexpr OMSEntry kVocabulary[] = {
     oms::method<&RPuzzle::shiftContainers>("shiftContainers", "dx dy"),
     oms::method<&RPuzzle::start>("start"),
     oms::method<&RPuzzle::unanchorAnswers>("unanchorAnswers"),
-    oms::event("answersUsed", "the last answer was put into a container"),
-    oms::event("containersFull", "the last container has become full"),
+    oms::event("answersUsed", "an answer was placed, and all are in a container"),
+    oms::event("containersFull", "an answer was placed, and every container is full"),
     oms::event("puzzleSolved", "every container is solved"),
     oms::event("puzzleWrong", "all is full or used, but not solved"),
 };
@@ -61,6 +61,11 @@ Class* find(const std::string& variable) {
                           : "RPuzzle: \"%s\" is not the name of such an object",
                       variable.c_str());
     return object;
+}
+
+/// Out of its container. One that a handler has put into another one meanwhile stays there.
+void sendHome(RAnswer& answer) {
+    if (answer.leaveContainer()) answer.goHome();
 }
 
 } // namespace
@@ -86,19 +91,18 @@ bool RPuzzle::holds(const RContainer& container) const {
 }
 
 void RPuzzle::answerGoes(RAnswer& answer) {
-    if (answer.isHeld())
-        if (RContainer* container = hover()) container->setHighlighted(false);
+    if (&answer == dragged_) endHover();
     std::erase(answers_, &answer);
 }
 
 void RPuzzle::containerGoes(RContainer& container) {
     std::erase(containers_, &container);
-    if (hover_.object() == &container) hover_.watch(nullptr);
+    if (hover() == &container) setHover(nullptr);
 }
 
 void RPuzzle::addAnswer(const std::string& name) {
     auto* answer = find<RAnswer>(name);
-    if (!answer || holds(*answer)) return;
+    if (!answer || answer->isGoing() || holds(*answer)) return;
     answer->setKeeper(this);
     answers_.push_back(answer);
 }
@@ -124,6 +128,7 @@ void RPuzzle::removeContainer(const std::string& name) {
     auto* container = find<RContainer>(name);
     if (!container || !holds(*container)) return;
     container->removeKeeper(*this);
+    if (hover() == container) container->setHighlighted(false);
     containerGoes(*container);
 }
 
@@ -135,12 +140,22 @@ bool RPuzzle::areContainersFull() const {
 
 bool RPuzzle::isSolved() const { return std::ranges::all_of(containers_, &RContainer::isSolved); }
 
-// ---------------------------------------------------------------------------- dragging and
-// dropping
+// ---------------------------------------------------------------------------- drags and drops
 
 // Every event may be the end of the puzzle, of the answer, and of any container.
 
 RContainer* RPuzzle::hover() const { return static_cast<RContainer*>(hover_.object()); }
+
+void RPuzzle::setHover(RContainer* container) {
+    ++hoverChanges_;
+    hover_.watch(container);
+}
+
+void RPuzzle::endHover() {
+    dragged_ = nullptr;
+    if (RContainer* container = hover()) container->setHighlighted(false);
+    setHover(nullptr);
+}
 
 /// The first of those with the highest score; null when none accepts the answer.
 RContainer* RPuzzle::bestContainer(RAnswer& answer, Point position) const {
@@ -156,32 +171,39 @@ RContainer* RPuzzle::bestContainer(RAnswer& answer, Point position) const {
 }
 
 void RPuzzle::answerPickedUp(RAnswer& answer) {
-    hover_.watch(answer.container());
+    endHover();
+    dragged_ = &answer;
+    setHover(answer.container());
     if (RContainer* container = hover()) container->setHighlighted(true);
     answer.leaveContainer();
 }
 
 void RPuzzle::answerDragged(RAnswer& answer, Point position) {
+    dragged_ = &answer;
     RContainer* before = hover();
     RContainer* best = bestContainer(answer, position);
     if (best == before) return;
     const OMSWatch self(this);
-    const OMSWatch dragged(&answer);
     const OMSWatch next(best);
+    setHover(nullptr);
+    const unsigned change = hoverChanges_;
     if (before) before->answerFliesOff(answer);
-    if (self && dragged && next) best->answerFliesOn(answer);
-    if (self) hover_.watch(next.object());
+    if (!self || hoverChanges_ != change || !next || !holds(*best)) return;
+    setHover(best);
+    best->answerFliesOn(answer);
 }
 
 void RPuzzle::answerDropped(RAnswer& answer, Point position) {
-    if (RContainer* container = hover()) container->setHighlighted(false);
+    const OMSWatch self(this);
+    endHover();
+    // A handler may have put it into one while it was held.
+    if (!answer.leaveContainer() || !self || !holds(answer) || answer.isHeld()) return;
     RContainer* container = bestContainer(answer, position);
     if (!container) {
         answer.goHome();
         if (isSolved()) fireEvent("puzzleSolved");
         return;
     }
-    const OMSWatch self(this);
     put(answer, *container);
     if (self) tellEnd();
 }
@@ -215,16 +237,17 @@ void RPuzzle::put(RAnswer& answer, RContainer& container) {
     if (self && (!own || (holds(answer) && holds(container))))
         container.placeAnswer(answer);
     else
-        answer.correctContainer();
+        answer.syncContainer();
 }
 
 void RPuzzle::addAnswerToContainer(const std::string& answerName,
                                    const std::string& containerName) {
     auto* answer = find<RAnswer>(answerName);
     auto* container = find<RContainer>(containerName);
-    if (!answer || !container || container->contains(*answer)) return;
-    answer->leaveContainer();
-    put(*answer, *container);
+    if (!answer || answer->isGoing() || !container || container->contains(*answer)) return;
+    const OMSWatch self(this);
+    const OMSWatch taker(container);
+    if (answer->leaveContainer() && self && taker) put(*answer, *container);
 }
 
 void RPuzzle::removeAnswerFromContainer(const std::string& answerName,
@@ -232,8 +255,7 @@ void RPuzzle::removeAnswerFromContainer(const std::string& answerName,
     auto* answer = find<RAnswer>(answerName);
     auto* container = find<RContainer>(containerName);
     if (!answer || !container || !container->contains(*answer)) return;
-    answer->leaveContainer();
-    answer->goHome();
+    sendHome(*answer);
 }
 
 // ---------------------------------------------------------------------------- all at once
@@ -256,9 +278,7 @@ void RPuzzle::shiftContainers(int dx, int dy) {
 }
 
 void RPuzzle::reset() {
-    for (RAnswer* answer : answers_) {
-        if (!answer->isUsed()) continue;
-        answer->leaveContainer();
-        answer->goHome();
-    }
+    forEach(answers_, [](RAnswer& answer, std::size_t) {
+        if (answer.isUsed()) sendHome(answer);
+    });
 }

@@ -13,6 +13,8 @@
 #include "ranswer.h"
 #include "rcontainer.h"
 
+#include <cstddef>
+#include <list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -80,6 +82,13 @@ class RPuzzle final : public OMScriptableObject, private AnswerKeeper, private C
     [[nodiscard]] bool holds(const RContainer& container) const;
     [[nodiscard]] RContainer* bestContainer(RAnswer& answer, platform::Point position) const;
     [[nodiscard]] RContainer* hover() const;
+    void setHover(RContainer* container);
+    /// The answer is not dragged over anything any more.
+    void endHover();
+    /// Calls `use` for those that are in the list now, with their places in it, while they and the
+    /// puzzle are still there: what is done to one may raise events.
+    template <class Object, class Use>
+    void forEach(const std::vector<Object*>& list, Use use);
     void put(RAnswer& answer, RContainer& container);
     void tellEnd();
 
@@ -96,8 +105,25 @@ class RPuzzle final : public OMScriptableObject, private AnswerKeeper, private C
     std::vector<std::unique_ptr<RText>> texts_;
     std::vector<RAnswer*> answers_;
     std::vector<RContainer*> containers_;
-    OMSWatch hover_; ///< the container that a dragged answer is over
+    const RAnswer* dragged_ = nullptr; ///< by the player
+    OMSWatch hover_;                   ///< the container that the dragged answer is over
+    unsigned hoverChanges_ = 0;        ///< a handler of one may make another
+    unsigned starts_ = 0;
     bool locksCorrect_ = false;
     bool rejectsIncorrect_ = false;
     bool scrambles_ = false;
 };
+
+template <class Object, class Use>
+void RPuzzle::forEach(const std::vector<Object*>& list, Use use) {
+    const OMSWatch self(this);
+    std::list<OMSWatch> all;
+    for (Object* object : list) all.emplace_back(object);
+    std::size_t place = 0;
+    for (const OMSWatch& each : all) {
+        if (!self) return;
+        auto* object = static_cast<Object*>(each.object());
+        if (object && holds(*object)) use(*object, place);
+        ++place;
+    }
+}

@@ -71,22 +71,16 @@ void RPuzzle::setAnswer(int number) {
     DSEntry* entry = entryToFill(number);
     if (!entry) return;
     OMSArguments& arguments = OMSArguments::global();
-    while (true) {
-        std::string attribute = arguments.next();
-        if (attribute.empty()) return;
-        entry->answers.push_back({std::move(attribute), arguments.next()});
-    }
+    for (std::string attribute; !(attribute = arguments.next()).empty();)
+        entry->answers.push_back({attribute, arguments.next()});
 }
 
 void RPuzzle::setContainer(int number) {
     DSEntry* entry = entryToFill(number);
     if (!entry) return;
     OMSArguments& arguments = OMSArguments::global();
-    while (true) {
-        std::string attribute = arguments.next();
-        if (attribute.empty()) return;
-        entry->containers.push_back({std::move(attribute)});
-    }
+    for (std::string attribute; !(attribute = arguments.next()).empty();)
+        entry->containers.push_back({attribute});
 }
 
 void RPuzzle::setPuzzleText(int number, int textNumber, int x, int y) {
@@ -142,9 +136,12 @@ void RPuzzle::start() {
     graphics_.clear();
     texts_.clear();
     if (dataSet_.isEmpty()) return;
-    const DSEntry& entry = dataSet_.randomEntry();
+    const OMSWatch self(this);
+    const unsigned start = ++starts_;
+    const DSEntry entry = dataSet_.randomEntry(); // which a handler may add to
     fillAnswers(entry);
-    fillContainers(entry);
+    if (self && starts_ == start) fillContainers(entry);
+    if (!self || starts_ != start) return; // a handler has started it anew
     for (const DSGraphic& graphic : entry.graphics) addGraphic(graphic);
     for (const DSText& text : entry.texts) addText(text);
 }
@@ -154,19 +151,21 @@ void RPuzzle::fillAnswers(const DSEntry& entry) {
     std::vector<std::size_t> order(answers_.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     if (scrambles_) world::shuffle(order);
-    for (std::size_t i = 0; i < answers_.size(); ++i) {
-        if (order[i] >= entry.answers.size()) continue;
-        const DSAnswer& record = entry.answers[order[i]];
-        answers_[i]->setProperty("attribute", record.attribute);
-        setFirst(*answers_[i], {"text", "graphicID", "text1"}, record.text);
-    }
+    forEach(answers_, [&, start = starts_](RAnswer& answer, std::size_t index) {
+        if (starts_ != start || order[index] >= entry.answers.size()) return;
+        const DSAnswer& record = entry.answers[order[index]];
+        answer.setProperty("attribute", record.attribute);
+        setFirst(answer, {"text", "graphicID", "text1"}, record.text);
+    });
 }
 
 void RPuzzle::fillContainers(const DSEntry& entry) {
     noteMissing("container", entry.containers.size(), containers_.size());
-    for (std::size_t i = 0; i < std::min(containers_.size(), entry.containers.size()); ++i)
-        setFirst(*containers_[i], {"attribute", "value", "answerMatchString", "correctSegments"},
-                 entry.containers[i].attribute);
+    forEach(containers_, [&](RContainer& container, std::size_t index) {
+        if (index < entry.containers.size())
+            setFirst(container, {"attribute", "value", "answerMatchString", "correctSegments"},
+                     entry.containers[index].attribute);
+    });
 }
 
 void RPuzzle::addGraphic(const DSGraphic& record) {

@@ -21,13 +21,3 @@ const OMSClass RValueContainer::kClass{"RValueContainer", &RContainer::kClass, k
 std::unique_ptr<OMScriptableObject> RValueContainer::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new RValueContainer(*this));
 }
-
-RContainer::Hit RValueContainer::hitScore(RAnswer& answer, platform::Point) {
-    const std::int64_t score = overlapScore(answer);
-    const bool free = isEnabled() && answers().empty();
-    return {free && score > 0 && (!rejectIncorrectAnswers() || isRight(answer)), score};
-}
-
-void RValueContainer::placeAnswer(RAnswer& answer) {
-    placeSingleAnswer(answer, boundingRectangle());
-}

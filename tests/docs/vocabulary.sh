@@ -22,7 +22,7 @@ pageRows() {
     /^#+ / {
       kind = /^#+ Properties$/ ? "property" : /^#+ Methods$/ ? "method" : /^#+ Events$/ ? "event" : ""
     }
-    kind != "" && $2 ~ /^`[A-Za-z]+`$/ {
+    kind != "" && $2 ~ /^`[A-Za-z0-9]+`$/ {
       name = substr($2, 2, length($2) - 2)
       print kind " " name (kind == "property" ? " " $4 : "")
     }' "$page"
@@ -51,10 +51,10 @@ case $kind in
   pages)
     # What all have in common stands on one page.
     have=$("$@" | sed -n -e '/^class object/d' -e '/^class OMTrinket /d' -e '/^class OMAnimation /d' \
-      -e '/^class Action /d' -e '/^class ActionContainer /d' -e '/^class RContainer /d' \
+      -e '/^class Action /d' -e '/^class ActionContainer /d' -e '/^class RContainer /d' -e '/^class RAnswer /d' \
       -e 's/^class \([^ ]*\).*/\1/p')
     told=$(cd "$page" && ls | sed -n -e '/^trinkets.md$/d' -e '/^actions.md$/d' \
-      -e '/^containers.md$/d' -e 's/\.md$//p')
+      -e '/^containers.md$/d' -e '/^answers.md$/d' -e 's/\.md$//p')
     ;;
   player)
     have=$(playerRows "$@")

@@ -123,7 +123,9 @@ TEST_F(AnswerKindsTest, TextsWidenAnAnswerAndLeaveItsHome) {
     EXPECT_EQ(answer->corner(), (Point{6, 30})) << "x is that of the drawn rectangle";
     answer->goHome();
     EXPECT_EQ(answer->corner(), (Point{20, 30}));
+    answer->setFramesPerSecond(12);
     answer->setGraphicID(RGraphicTextAnswer::kNoPicture);
+    EXPECT_EQ(answer->framesPerSecond(), 12);
     EXPECT_EQ(answer->boundingRectangle(), (Rect{14, 27, 40, 37}));
     answer->setText<0>("");
     EXPECT_EQ(answer->boundingRectangle(), (Rect{20, 30, 20, 30})) << "its place stays";

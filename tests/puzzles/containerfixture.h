@@ -10,8 +10,13 @@
 #include "omsarguments.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
-#include "puzzles/rcontainer.h"
+#include "puzzles/rattributecontainer.h"
+#include "puzzles/rfabriccontainer.h"
 #include "puzzles/rgraphicanswer.h"
+#include "puzzles/rhorizontalcontainer.h"
+#include "puzzles/rhorizontalvaluecontainer.h"
+#include "puzzles/rstackingcontainer.h"
+#include "puzzles/rvaluecontainer.h"
 
 #include <functional>
 #include <map>
@@ -52,6 +57,17 @@ class PuzzleContainerTest : public OMAppTest, private OMEffectSounds {
         if (!made) throw std::runtime_error("not made: " + words);
         made->takeClass(Class::kClass);
         return std::unique_ptr<Class>(dynamic_cast<Class*>(made.release()));
+    }
+    /// One of each kind.
+    std::vector<std::unique_ptr<RContainer>> allKinds(const std::string& words) {
+        std::vector<std::unique_ptr<RContainer>> all;
+        all.push_back(make<RValueContainer>(words));
+        all.push_back(make<RAttributeContainer>(words));
+        all.push_back(make<RStackingContainer>(words));
+        all.push_back(make<RHorizontalContainer>(words));
+        all.push_back(make<RHorizontalValueContainer>(words));
+        all.push_back(make<RFabricContainer>(words));
+        return all;
     }
     /// A picture of one colour.
     Answer answer(int width, int height, int x, int y, const std::string& value = {}) {

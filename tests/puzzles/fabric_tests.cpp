@@ -69,6 +69,18 @@ TEST_F(FabricTest, AnswersCoverTheFirstFreeSegments) {
     EXPECT_FALSE(hit(*c, *one).accepted);
 }
 
+TEST_F(FabricTest, SegmentsOfUnevenWidths) {
+    const auto c = cloth("-1 100 50 103 40");
+    std::vector<Answer> all;
+    std::string places;
+    for (int i = 0; i < 11; ++i) { // a script may put one in too many
+        all.push_back(answer(10, 10, 0, 0));
+        put(*all.back(), *c);
+        places += std::to_string(all.back()->x()) + " ";
+    }
+    EXPECT_EQ(places, "100 110 120 130 141 151 161 172 182 192 192 ");
+}
+
 TEST_F(FabricTest, TheRightNumberOfSegments) {
     const auto c = cloth();
     EXPECT_EQ(c->getProperty("correctSegments"), "0");

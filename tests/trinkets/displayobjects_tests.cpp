@@ -138,6 +138,7 @@ TEST_F(DisplayObjectTest, ATriggerFollowsThePointerUntilTheReleaseIsLost) {
     window.mouseMove({0, 15});
     EXPECT_EQ(trigger->frameNumber(), 2) << "back where it was";
     window.mouseReleaseLost();
+    window.idle();
     EXPECT_EQ(trigger->mouseState(), MouseState::Idle);
     EXPECT_EQ(take(), Strings{"mouseDown"});
 }
@@ -151,6 +152,7 @@ TEST_F(DisplayObjectTest, AButtonIsHitAtOnceWhereItsSoundIsMissing) {
     EXPECT_EQ(take(), Strings{"link"});
     window.mouseDown({15, 15});
     window.mouseReleaseLost();
+    window.idle();
     EXPECT_EQ(button->frameNumber(), 1);
     EXPECT_EQ(window.mouseTarget(), nullptr);
     EXPECT_EQ(take(), Strings{});
@@ -165,6 +167,7 @@ TEST_F(DisplayObjectTest, AButtonComesUpWhenABoxTakesTheRelease) {
     button->setClickSoundID(sounds.missing);
     sounds.onMissing = [&] { window.mouseReleaseLost(); };
     window.mouseDown({15, 15});
+    window.idle();
     EXPECT_EQ(button->frameNumber(), 1);
 }
 

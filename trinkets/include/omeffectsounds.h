@@ -7,7 +7,7 @@
 
 class OMEffectSounds : public OMInstalled<OMEffectSounds> {
   public:
-    static constexpr int kNoSound = -1; ///< instead of an id
+    static constexpr int kNoSound = -1;    ///< instead of an id
     static constexpr int kNotPlaying = -1; ///< instead of a handle
 
     virtual ~OMEffectSounds() = default;

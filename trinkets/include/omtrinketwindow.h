@@ -240,7 +240,7 @@ class OMTrinketWindow : public OMWindow {
 
     void mouseDown(platform::Point point) override;
     void mouseUp(platform::Point point) override;
-    /// Lets go of what is held.
+    /// Lets go of what is held. Who has the mouse hears of it in the next idle time.
     void mouseReleaseLost() override;
     void mouseMove(platform::Point point) override;
     void doubleClick(platform::Point point) override;
@@ -295,6 +295,7 @@ class OMTrinketWindow : public OMWindow {
 
     bool acceptsInput(Input kind);
     bool pressTarget(platform::Point point);
+    void tellLostRelease();
     void beginHolding(OMTrinket& trinket, platform::Point point);
     void dropTarget(OMTrinket& trinket, platform::Point point);
     void moveTarget(OMTrinket& trinket, platform::Point point, int dx, int dy);
@@ -341,6 +342,7 @@ class OMTrinketWindow : public OMWindow {
     CursorMove cursorMove_;
     OMTrinket* target_ = nullptr;
     bool releaseLost_ = false; ///< since the last press
+    OMSWatch letGo_;           ///< what had the mouse then, to be told
     OMTrinket* flyOver_ = nullptr;
     OMTrinket* focus_ = nullptr;
     platform::Point lastMouse_{};

@@ -27,6 +27,8 @@ class TextBlock {
 
     [[nodiscard]] const std::string& text() const { return text_; }
     [[nodiscard]] OMFont& font() const { return font_.font(); }
+    /// For another text; see OMTextFont.
+    [[nodiscard]] const OMFontUse& fontUse() const { return font_.use(); }
     /// Palette index.
     [[nodiscard]] int colorIndex() const { return color_.index(); }
     /// What its lines need, seen from where the pen of the first one starts, at its top: `left` is

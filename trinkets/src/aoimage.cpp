@@ -123,11 +123,11 @@ std::shared_ptr<AOImage> AOImage::read(std::span<const std::byte> data, std::str
 const std::shared_ptr<AOImage>& AOImage::blank() {
     static const std::shared_ptr<AOImage> kBlank = [] {
         auto image = std::make_shared<AOImage>();
-        image->sequences_ = std::make_shared<std::vector<AOSequence>>(
-            1, AOSequence{{0, 0, AOEntry::kHold, 0},
-                          {0, 0, AOEntry::kHold, 0},
-                          {0, 0, AOEntry::kLoop, 0},
-                          {0, 0, AOEntry::kEnd, 0}});
+        image->sequences_ =
+            std::make_shared<std::vector<AOSequence>>(1, AOSequence{{0, 0, AOEntry::kHold, 0},
+                                                                    {0, 0, AOEntry::kHold, 0},
+                                                                    {0, 0, AOEntry::kLoop, 0},
+                                                                    {0, 0, AOEntry::kEnd, 0}});
         return image;
     }();
     return kBlank;

@@ -127,7 +127,10 @@ void OMAnimation::changeImage(std::shared_ptr<AOImage> image, int id) {
     shownFrame_ = -1;
     shownOffset_ = {};
     deepFrames_.reset();
+    const int rate =
+        framesPerSecond_ == image_->framesPerSecond() ? image->framesPerSecond() : framesPerSecond_;
     useImage(std::move(image), id);
+    framesPerSecond_ = rate; // which somebody has set
     restart();
     prepareDeepFrames();
     fireCompletion();

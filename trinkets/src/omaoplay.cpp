@@ -221,7 +221,8 @@ void OMAnimation::startSound(int id) {
     const AOSounds::Start start = sounds->play(*this, id, [watch, sound, &record] {
         if (*watch) static_cast<OMAnimation*>(watch->object())->soundEnded(sound, record);
     });
-    if (start == AOSounds::Start::Plays) return;
+    // A box that tells of a missing sound may end a drag, whose handlers may do anything.
+    if (!*watch || start == AOSounds::Start::Plays) return;
     --record.plays;
     --playingSounds_;
     record.isMissing = start == AOSounds::Start::Never;

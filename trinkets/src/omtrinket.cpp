@@ -34,10 +34,6 @@ int place(std::int64_t value) {
         std::clamp<std::int64_t>(value, -OMTrinket::kFarthest, OMTrinket::kFarthest));
 }
 
-Rect shifted(const Rect& r, int dx, int dy) {
-    return {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy};
-}
-
 /// Calls a copy, which survives when the trinket and its links are destroyed meanwhile.
 template <class Link, class... Arguments>
 void call(Link link, Arguments... arguments) {
@@ -120,9 +116,9 @@ void OMTrinket::moveTo(std::int64_t newX, std::int64_t newY) {
     const int dy = ::place(newY) - y();
     if (dx == 0 && dy == 0) return;
     markChanged();
-    bounds_ = shifted(bounds_, dx, dy);
+    bounds_ = platform::shifted(bounds_, dx, dy);
     if (dragBounds_.empty()) return;
-    dragBounds_ = shifted(dragBounds_, dx, dy);
+    dragBounds_ = platform::shifted(dragBounds_, dx, dy);
 }
 
 void OMTrinket::changeDepth(int z) {

@@ -33,6 +33,7 @@ void route(const OMTBackground* background, OMTBackground::MouseLink OMTBackgrou
 } // namespace
 
 bool OMTrinketWindow::acceptsInput(Input kind) {
+    tellLostRelease();
     if (inputDisabled_) return false;
     const auto hook = hooks_.input;
     hook(kind);
@@ -121,14 +122,19 @@ void OMTrinketWindow::mouseUp(Point point) {
 
 void OMTrinketWindow::mouseReleaseLost() {
     releaseLost_ = true;
-    if (!target_) return;
-    if (target_->mouseState_ != MouseState::Held) return target_->onReleaseLost();
-    OMTrinket& held = *target_;
-    held.clearOvershoot();
-    held.mouseState_ = MouseState::Idle;
-    if (cursorManagement_) held.setCursor();
+    letGo_.watch(target_);
+    if (!target_ || target_->mouseState_ != MouseState::Held) return;
+    target_->clearOvershoot();
+    target_->mouseState_ = MouseState::Idle;
+    if (cursorManagement_) target_->setCursor();
     target_ = nullptr;
-    held.onReleaseLost();
+}
+
+/// Later, outside of whatever has shown the box that took the release.
+void OMTrinketWindow::tellLostRelease() {
+    auto* trinket = static_cast<OMTrinket*>(letGo_.object());
+    letGo_.watch(nullptr);
+    if (trinket) trinket->onReleaseLost();
 }
 
 void OMTrinketWindow::dropTarget(OMTrinket& trinket, Point point) {

@@ -196,6 +196,7 @@ void OMTrinketWindow::wake() {
 }
 
 void OMTrinketWindow::idle() {
+    tellLostRelease();
     if (!isResting()) cycle();
 }
 

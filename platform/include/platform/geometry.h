@@ -29,6 +29,10 @@ struct Rect {
             std::min(a.bottom, b.bottom)};
 }
 
+[[nodiscard]] constexpr Rect shifted(const Rect& r, int dx, int dy) {
+    return {r.left + dx, r.top + dy, r.right + dx, r.bottom + dy};
+}
+
 /// The smallest rectangle around both; an empty one does not count.
 [[nodiscard]] constexpr Rect hull(const Rect& a, const Rect& b) {
     if (a.empty()) return b;
