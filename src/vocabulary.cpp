@@ -4,6 +4,8 @@
 #include "actions/rqueue.h"
 #include "actions/rrandomaction.h"
 #include "activities/rmap.h"
+#include "activities/rpeggame.h"
+#include "activities/rpentominogame.h"
 #include "commands.h"
 #include "ommultitrinket.h"
 #include "puzzles/rattributecontainer.h"
@@ -25,7 +27,9 @@
 #include "rsellist.h"
 #include "rtext.h"
 #include "rtrigger.h"
+#include "scenes/rbackpck.h"
 #include "scenes/rcharctr.h"
+#include "scenes/rdialog.h"
 #include "scenes/rscenprt.h"
 #include "scenes/rsmackermovie.h"
 #include "soundcommands.h"
@@ -38,8 +42,10 @@ constexpr const OMSClass* kClasses[] = {
     &RAnimation::kClass,
     &RAnimationTrigger::kClass,
     &RAttributeContainer::kClass,
+    &RBackPack::kClass,
     &RCharacter::kClass,
     &RCompositeAction::kClass,
+    &RDialog::kClass,
     &RDoubleGraphicTextAnswer::kClass,
     &RFabricContainer::kClass,
     &RGraphicAnswer::kClass,
@@ -50,6 +56,8 @@ constexpr const OMSClass* kClasses[] = {
     &RKbdInp::kClass,
     &RMap::kClass,
     &RPButton::kClass,
+    &RPegGame::kClass,
+    &RPentominoGame::kClass,
     &RPuzzle::kClass,
     &RQueue::kClass,
     &RRandomAction::kClass,

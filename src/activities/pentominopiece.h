@@ -28,7 +28,6 @@ class PentominoPiece final : public OMAnimation {
     [[nodiscard]] int view() const { return view_; }
     /// One of the existing views.
     void setView(int view);
-    [[nodiscard]] bool isHeld() const { return held_; }
 
     /// Where it covers the board, if it does.
     std::optional<PentominoCell> covers;

@@ -106,7 +106,7 @@ void RPegGame::makePeg(int hole) {
     pegIn(hole) = std::make_unique<Peg>(*this, *window, std::move(image), pegId_, hole);
     board_.setPeg(hole, true);
     Peg& peg = *pegIn(hole);
-    pegSize_ = {peg.width(), peg.height()};
+    if (pegSize_.x == 0) pegSize_ = {peg.width(), peg.height()};
     putInPlace(peg);
 }
 

@@ -74,7 +74,7 @@ class RPegGame final : public OMScriptableObject {
     int leftForSolved_ = PegBoard::kHoles;
     int startHole_ = 1; ///< the one that `reset` empties
     PegBoard board_;
-    platform::Point pegSize_{}; ///< width and height, of the peg made last
+    platform::Point pegSize_{}; ///< width and height, of the first peg made
     std::array<platform::Point, PegBoard::kHoles> places_{};
     std::array<std::unique_ptr<Peg>, PegBoard::kHoles> pegs_; ///< by hole
 };

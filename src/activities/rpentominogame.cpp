@@ -180,6 +180,7 @@ void RPentominoGame::piecePickedUp(PentominoPiece& piece) {
 }
 
 void RPentominoGame::pieceDragged(PentominoPiece& piece) {
+    lift(piece); // a script may have put it there meanwhile
     const bool onFlipper = flipper_ && piece.intersects(*flipper_);
     const bool onRotater = rotater_ && piece.intersects(*rotater_);
     if (!onTool_ && onFlipper)
@@ -191,6 +192,7 @@ void RPentominoGame::pieceDragged(PentominoPiece& piece) {
 }
 
 void RPentominoGame::pieceDropped(PentominoPiece& piece) {
+    lift(piece);
     const std::optional<PentominoCell> cell = cellUnder(piece);
     if (!cell || !board_.isFree(piece.shape(), *cell)) {
         sendHome(piece);
@@ -294,7 +296,8 @@ void RPentominoGame::setPieceHomeBox(int number, int left, int top, int right, i
 
 void RPentominoGame::reset() {
     for (const Slot& each : slots_) {
-        if (!each.piece || !each.piece->isMovable() || !cellUnder(*each.piece)) continue;
+        if (!each.piece || !each.piece->isMovable()) continue;
+        if (!each.piece->covers && !cellUnder(*each.piece)) continue;
         lift(*each.piece);
         sendHome(*each.piece);
     }

@@ -23,7 +23,7 @@ void PressArea::onMouseUp(Point point) {
     if (!self || !std::exchange(held_, false)) return;
     setMouseCapture(false);
     const OMLink pressed = pressed_;
-    if (containsPoint(point)) pressed();
+    if (isShown() && containsPoint(point)) pressed(); // it may have been hidden meanwhile
 }
 
 void PressArea::onReleaseLost() {

@@ -6,8 +6,8 @@
 
 class PressArea final : public OMTrinket {
   public:
-    /// `pressed` is called when the mouse button goes up over the area on which it went down. The
-    /// area may be destroyed in it.
+    /// `pressed` is called when the mouse button goes up over the area on which it went down, while
+    /// that is shown. The area may be destroyed in it.
     PressArea(OMTrinketWindow& window, const platform::Rect& area, OMLink pressed);
 
     void onMouseDown(platform::Point point) override;

@@ -62,6 +62,12 @@ Point cellOf(int slot) {
             kFirstCell.y + kCellSize.y * (slot / kColumns)};
 }
 
+/// Whether animations can be looked up; a failed check if not.
+bool canLocate() {
+    return OMDebug::check(OMAnimation::hasSourceLocator(), "url == NULL",
+                          "SourceURL is not installed in OMAnimation");
+}
+
 /// What cannot be done. False.
 bool refuse(const std::string& message) {
     RTell(message);
@@ -101,17 +107,16 @@ RBackPack::RBackPack(OMTrinketWindow& window, std::shared_ptr<AOImage> image, in
 RBackPack::~RBackPack() = default;
 
 std::unique_ptr<OMScriptableObject> RBackPack::createFromScript() {
-    if (!OMDebug::check(hasSourceLocator(), "url == NULL",
-                        "SourceURL is not installed in OMAnimation"))
-        return nullptr;
     OMSArguments& list = OMSArguments::global();
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
     const int id = list.nextInteger();
     const int x = list.nextInteger();
     const int y = list.nextInteger();
+    const auto z = list.hasNext() ? std::optional(list.nextInteger()) : std::nullopt;
     if (!window) return nullptr;
-    auto panel = std::make_unique<RBackPack>(*window, locateOrBlank(id), id, x, y);
-    if (list.hasNext()) panel->setZ(list.nextInteger());
+    auto panel = std::make_unique<RBackPack>(
+        *window, canLocate() ? locateOrBlank(id) : AOImage::blank(), id, x, y);
+    if (z) panel->setZ(*z);
     return panel;
 }
 
@@ -155,7 +160,7 @@ bool RBackPack::showItem(int item, int wanted) {
         return refuse(OMFormat("RBackPack: invalid object: %d", item));
     if (item == kNoItem) return refuse(OMFormat("RBackPack: object %d animation not found.", item));
     const std::optional<int> slot = slotFor(wanted);
-    if (!slot || !window()) return false;
+    if (!slot || !window() || !canLocate()) return false;
     const int id = animationOf(item);
     std::shared_ptr<AOImage> image = locate(id);
     if (!image) return refuse(OMFormat("RBackPack: object %d animation not found.", item));

@@ -39,9 +39,9 @@ RDialog::RDialog(OMTrinketWindow& window, int backgroundId, int z)
     : OMMultiTrinket(window), clicks_(window, nullptr) {
     setMovable(false); // or its buttons would take it along
     setZ(z);
-    addPicture(backgroundId, kBackgroundSlot);
     hotSpot_ = std::make_unique<RHotSpot>(window, window.backBuffer().bounds());
-    add(*hotSpot_, kHotSpotSlot, kDepthOfMembers);
+    add(*hotSpot_, kHotSpotSlot, kDepthOfMembers); // first, so that it lies below the others
+    addPicture(backgroundId, kBackgroundSlot);
 }
 
 RDialog::~RDialog() = default;

@@ -14,6 +14,7 @@ struct Picture {
 /// The `ASEQ` resources.
 [[nodiscard]] std::vector<Picture> pictures();
 [[nodiscard]] std::vector<Picture> puzzlePictures();
+[[nodiscard]] std::vector<Picture> gamePictures();
 
 struct Colors {
     int id;
