@@ -26,6 +26,7 @@
 #include "rtext.h"
 #include "rtrigger.h"
 #include "scenes/rcharctr.h"
+#include "scenes/rlaptrap.h"
 #include "scenes/rscenprt.h"
 #include "scenes/rsmackermovie.h"
 #include "soundcommands.h"
@@ -48,6 +49,7 @@ constexpr const OMSClass* kClasses[] = {
     &RHorizontalValueContainer::kClass,
     &RHotSpot::kClass,
     &RKbdInp::kClass,
+    &RLapTrap::kClass,
     &RMap::kClass,
     &RPButton::kClass,
     &RPuzzle::kClass,
