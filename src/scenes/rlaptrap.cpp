@@ -198,7 +198,7 @@ void RLapTrap::startHint(int sound) {
     const auto look = [this, due, sound] {
         if (clock_.now() < due) return;
         hint_.reset();
-        speech_.say(sound);
+        if (isVisible()) speech_.say(sound);
     };
     hint_ = std::make_unique<OMTask>(look, OMTask::kWithScripts);
 }
