@@ -1,5 +1,6 @@
 #include "scenes/bigolebutton.h"
 
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -44,8 +45,6 @@ void BigOleButtonGroup::add(BigOleButton* button) {
 }
 
 void BigOleButtonGroup::select(int number) {
-    for (int each = 1; BigOleButton * button : buttons_) {
-        if (button) button->setSelected(each == number);
-        ++each;
-    }
+    for (int each = 1; each <= std::ssize(buttons_); ++each)
+        if (button(each)) button(each)->setSelected(each == number);
 }

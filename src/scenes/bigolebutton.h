@@ -46,8 +46,10 @@ class BigOleButtonGroup {
 
     /// Null for one that is missing.
     void add(BigOleButton* button);
-    /// In the order of their numbers; some may be null.
-    [[nodiscard]] const std::vector<BigOleButton*>& buttons() const { return buttons_; }
+    /// Null for one that is missing. The number must be one of the group's.
+    [[nodiscard]] BigOleButton* button(int number) const {
+        return buttons_.at(static_cast<std::size_t>(number - 1));
+    }
     /// Every button is selected exactly when it has this number.
     void select(int number);
 

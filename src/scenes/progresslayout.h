@@ -13,6 +13,7 @@
 
 #include "omao.h"
 #include "omeffectsounds.h"
+#include "world/playerrecord.h"
 
 #include <array>
 #include <optional>
@@ -37,7 +38,7 @@ struct ProgressMapButton {
 
 struct ProgressLevels {
     int location; ///< or kProgressHere
-    std::array<ProgressPicture, 4> buttons;
+    std::array<ProgressPicture, world::kLevels> buttons;
     std::optional<ProgressPicture> checkBox;
 };
 

@@ -39,6 +39,8 @@ ProgressLayouts& layouts() {
     return all;
 }
 
+const ProgressLayout& layoutOf(bool inGame) { return inGame ? layouts().game : layouts().practice; }
+
 /// Null where nothing can be located, after a failed check, and without such a resource.
 std::shared_ptr<AOImage> pictureOf(int id) {
     if (!OMDebug::check(OMAnimation::hasSourceLocator(), "url == NULL",
@@ -97,9 +99,8 @@ std::unique_ptr<OMScriptableObject> RLapTrap::createFromScript() {
 
     auto world = std::make_unique<LapTrapWorld>();
     if (location == world::kNowhere) location = world->currentLocation();
-    const ProgressLayout& layout = world->isInGame() ? layouts().game : layouts().practice;
     if (arguments.id < 0) {
-        const ProgressPicture& panel = layout.panel;
+        const ProgressPicture& panel = layoutOf(world->isInGame()).panel;
         arguments.id = panel.id;
         if (arguments.x == kEmbedded) arguments.x = panel.x;
         if (arguments.y == kEmbedded) arguments.y = panel.y;
@@ -107,19 +108,24 @@ std::unique_ptr<OMScriptableObject> RLapTrap::createFromScript() {
     std::shared_ptr<AOImage> image = arguments.id < 0 ? nullptr : pictureOf(arguments.id);
     if (!image) image = AOImage::blank();
     std::unique_ptr<RLapTrap> screen = createFrom<RLapTrap>(arguments, std::move(image));
-    screen->open(location, std::move(world), layout);
+    screen->open(location, std::move(world));
     return screen;
 }
 
-void RLapTrap::open(int location, std::unique_ptr<LapTrapWorld> world,
-                    const ProgressLayout& layout) {
+void RLapTrap::open(int location, std::unique_ptr<LapTrapWorld> world) {
     location_ = location;
     world_ = std::move(world);
+    inGame_ = world_->isInGame();
+    const ProgressLayout& layout = layoutOf(inGame_);
     if (layout.closeButton)
         if (auto* button = add<RPButton>(*layout.closeButton))
             button->setHitLink([this] { close(); });
-    if (!world_->hasPlayer()) return;
-    introduce(world_->isInGame() ? kSeenInGame : kSeenInPractice, layout.sound);
+    if (world_->hasPlayer()) build(layout);
+    window()->updateFlyOver();
+}
+
+void RLapTrap::build(const ProgressLayout& layout) {
+    introduce(inGame_ ? kSeenInGame : kSeenInPractice, layout.sound);
     for (const ProgressPart& part : layout.parts)
         if (part.isAt(location_)) buildPart(part);
     if (layout.music) {
@@ -130,7 +136,6 @@ void RLapTrap::open(int location, std::unique_ptr<LapTrapWorld> world,
     if (layout.refusal) buildRefusal(*layout.refusal);
     refresh();
     startHint(layout.hint);
-    window()->updateFlyOver();
 }
 
 void RLapTrap::buildPart(const ProgressPart& part) {
@@ -233,10 +238,9 @@ void RLapTrap::adopt(std::unique_ptr<OMTrinket> part, int depth) {
 
 void RLapTrap::refresh() {
     for (LevelGroup& group : levels_) {
-        for (int level = 1; BigOleButton * button : group.buttons.buttons()) {
-            if (button) button->setColor(colorFrom(world_->levelColor(group.location, level)));
-            ++level;
-        }
+        for (int level = 1; level <= world::kLevels; ++level)
+            if (BigOleButton* button = group.buttons.button(level))
+                button->setColor(colorFrom(world_->levelColor(group.location, level)));
         group.buttons.select(world_->currentLevel(group.location).value_or(0));
     }
     for (AutoLevelCheckBox* box : checkBoxes_)
@@ -272,7 +276,7 @@ std::string RLapTrap::selectedLocationName() const {
 // ---------------------------------------------------------------------------- what is pressed
 
 bool RLapTrap::isFixed(int location) {
-    return RIsLevelFixed({.inGame = world_->isInGame(),
+    return RIsLevelFixed({.inGame = inGame_,
                           .location = world::locationName(location),
                           .screenLocation = world::locationName(location_),
                           .visits = world_->visits(location),

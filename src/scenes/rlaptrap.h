@@ -66,7 +66,8 @@ class RLapTrap final : public RAnimation {
     };
 
     // Building.
-    void open(int location, std::unique_ptr<LapTrapWorld> world, const ProgressLayout& layout);
+    void open(int location, std::unique_ptr<LapTrapWorld> world);
+    void build(const ProgressLayout& layout);
     void buildPart(const ProgressPart& part);
     void buildLevels(const ProgressLevels& levels);
     void buildRefusal(const ProgressPicture& picture);
@@ -95,7 +96,8 @@ class RLapTrap final : public RAnimation {
 
     int location_ = world::kNowhere;
     int selected_ = world::kNowhere;
-    std::unique_ptr<LapTrapWorld> world_;
+    bool inGame_ = false;                 ///< else practice
+    std::unique_ptr<LapTrapWorld> world_; ///< null until it is opened
     LapTrapSpeech speech_;
 
     struct Part {
