@@ -8,9 +8,7 @@
 #include "omeffectsounds.h"
 #include "ompath.h"
 #include "omsclass.h"
-#include "scenes/autolevelcheckbox.h"
 #include "scenes/backgroundmusic.h"
-#include "scenes/mapbutton.h"
 #include "scenes/rlaptraprule.h"
 #include "scenes/scenepause.h"
 #include "world/rworldport.h"
@@ -46,31 +44,31 @@ TEST_F(ProgressLayoutTest, TheBuiltInOnesAreRight) {
 }
 
 TEST_F(ProgressLayoutTest, WhatMakesNoSenseIsLoggedAndLeftOut) {
-    files.put("RSC\\progress.map", std::string("MAP CMA 1 1 1\n"
-                                               "GAME ; the screen of the game\r\n"
-                                               "PANEL 9\n"
-                                               "PANEL 8 10001 0\n"
-                                               "NAME 1 2 -1 256\n"
-                                               "NAME 1 -2 -1 255\n"
-                                               "MUSIC 1 2 3 4 5\n"
-                                               "\n"
-                                               "CLOSE 32768 1 1\n"
-                                               "CLOSE 7 99999999999 1\n"
-                                               "MAP cma 1 1 1\n"
-                                               "MAP HERE 1 1 1 1\n"
-                                               "MAP HERE 1 -5 6\n"
-                                               "PART - 5 CWS* NEVERLAND\n"
-                                               "MAP CMA 1 1 1\n"
-                                               "PART seenIt -1 CWS* OMA\n"
-                                               "LEVELS OMA 1 1 1 2 2 2 3 3 3 4 4\n"
-                                               "LEVELS OMA 1 1 1 2 2 2 3 3 3 4 4 4\n"
-                                               "SOUND\n"
-                                               "HINT 3x\n"
-                                               "LEVEL 1\n"
-                                               "; nothing here\n"
-                                               "HINT 8 ;") +
-                                       std::string(300, '.') + "\nSOUND 7" + std::string(300, ' ') +
-                                       "\n");
+    const std::string text = R"(MAP CMA 1 1 1
+GAME ; the screen of the game
+PANEL 9
+PANEL 8 10001 0
+NAME 1 2 -1 256
+NAME 1 -2 -1 255
+MUSIC 1 2 3 4 5
+
+CLOSE 32768 1 1
+CLOSE 7 99999999999 1
+MAP cma 1 1 1
+MAP HERE 1 1 1 1
+MAP HERE 1 -5 6
+PART - 5 CWS* NEVERLAND
+MAP CMA 1 1 1
+PART seenIt -1 CWS* OMA
+LEVELS OMA 1 1 1 2 2 2 3 3 3 4 4
+LEVELS OMA 1 1 1 2 2 2 3 3 3 4 4 4
+SOUND
+HINT 3x
+LEVEL 1
+; nothing here
+HINT 8 ;)";
+    const std::string blanks(300, ' ');
+    files.put("RSC\\progress.map", text + blanks + "\nSOUND 7" + blanks + "\n");
     OMPathAddDirectory("RSC\\", false);
     const ProgressLayouts layouts = ProgressLayouts::find();
     std::string problems = files.text("zorbelog.txt");
@@ -127,29 +125,29 @@ PRACTICE
 PANEL 1 10 10
 SOUND 50
 HINT 51
-CLOSE 2 180 0
+CLOSE 8 180 0
 REFUSAL 3 100 50
 NAME 5 5 -1 7
-MUSIC 4 150 0 4 160 0
+MUSIC 2 150 0 2 160 0
 PART seenLapTrapInPractice 52
-MAP CMA 6 0 20
-MAP CWS1 6 10 20
-MAP CLOC01 6 20 20
+MAP CMA 4 0 20
+MAP CWS1 4 10 20
+MAP CLOC01 4 20 20
 PART seenProgressLevels 53
-LEVELS CMA 5 0 40 5 10 40 5 20 40 5 30 40 7 40 40
-LEVELS CWS1 5 0 50 5 10 50 5 20 50 5 30 50 7 40 50
-LEVELS CHUB 5 0 60 5 10 60 5 20 60 5 30 60
+LEVELS CMA 6 0 40 6 10 40 6 20 40 6 30 40 7 40 40
+LEVELS CWS1 6 0 50 6 10 50 6 20 50 6 30 50 7 40 50
+LEVELS CHUB 6 0 60 6 10 60 6 20 60 6 30 60
 GAME
 PANEL 1 10 10
 SOUND 60
-CLOSE 2 180 0
+CLOSE 8 180 0
 REFUSAL 3 100 50
 PART seenCairoMap 61 C*
-MAP HERE 6 0 20
-LEVELS HERE 5 0 40 5 10 40 5 20 40 5 30 40
+MAP HERE 4 0 20
+LEVELS HERE 6 0 40 6 10 40 6 20 40 6 30 40
 PART seenOasisMap 62 O*
-MAP OMA 6 10 20
-LEVELS OMA 5 0 50 5 10 50 5 20 50 5 30 50
+MAP OMA 4 10 20
+LEVELS OMA 6 0 50 6 10 50 6 20 50 6 30 50
 )";
 
 // Where they are in the window.
@@ -177,31 +175,19 @@ class LapTrapTest : public SoundTest, protected OMEffectSounds {
         OMEffectSounds::setCurrent(nullptr);
     }
 
+    /// 1 is the panel, 3 the refusal; 7 has two states in one sequence, the others as many
+    /// sequences as their number says.
     static std::unique_ptr<OMIStream> picture(int id) {
         AseqBuilder builder;
-        const auto states = [&builder](int count) {
-            for (int i = 0; i < count; ++i)
-                builder.block(8, 8, 'a').sequence({entry(AOEntry::kHold), entry(i, 100)});
-        };
-        switch (id) {
-        case 1:
-            builder.block(200, 100, 'p').sequence({entry(0, 100), entry(AOEntry::kHold)});
-            break;
-        case 3:
-            builder.block(9, 9, 'x').block(9, 9, 'y').sequence({entry(0, 100), entry(1, 100)});
-            break;
-        case 7: // both states in one sequence
+        if (id == 1) builder.block(200, 100, 'p').sequence({entry(0, 100), entry(AOEntry::kHold)});
+        if (id == 3) builder.block(9, 9, 'x').sequence({entry(0, 100), entry(0, 100)});
+        if (id == 7)
             builder.block(8, 8, 'c').block(8, 8, 'd').sequence(
                 {entry(AOEntry::kHold), entry(0, 100), entry(1, 100)});
-            break;
-        case 4: states(2); break;
-        case 5: states(6); break;
-        case 6: states(3); break;
-        default: builder.block(8, 8, 'b').block(8, 8, 'b').sequence({entry(0, 1), entry(1, 1)});
-        }
+        for (int i = 0; id != 1 && id != 3 && id != 7 && i < id; ++i)
+            builder.block(8, 8, 'a').sequence({entry(AOEntry::kHold), entry(i, 100)});
         return std::make_unique<MemoryStream>(builder.build());
     }
-
     int playEffect(int id, OMLink done) override {
         said.push_back(id);
         if (id == 53) return kNotPlaying;
@@ -223,28 +209,20 @@ class LapTrapTest : public SoundTest, protected OMEffectSounds {
         port->takeClass(RWorldPort::kClass);
         set("currentLocation", "CHUB");
     }
-    /// The words are the property's name and its arguments.
-    std::string_view use(std::string_view words) {
+    static void fillArguments(std::initializer_list<const char*> words) {
         OMSArguments::global().clear();
-        const std::string_view name = words.substr(0, words.find(' '));
-        for (std::string_view rest = words.substr(name.size()); !rest.empty();) {
-            rest.remove_prefix(1);
-            const std::string_view word = rest.substr(0, rest.find(' '));
-            OMSArguments::global().push(word);
-            rest.remove_prefix(word.size());
-        }
-        return name;
+        for (const char* word : words) OMSArguments::global().push(word);
     }
-    void set(std::string_view words, std::string_view value) {
-        port->setProperty(use(words), value);
+    void set(const char* property, const char* value, const char* location = "") {
+        fillArguments({location});
+        port->setProperty(property, value);
     }
-    std::string get(std::string_view words) {
-        return port->getProperty(use(words)).value_or("none");
+    std::string get(const char* property, const char* location = "") {
+        fillArguments({location});
+        return port->getProperty(property).value_or("none");
     }
-
     void open(std::initializer_list<const char*> arguments) {
-        OMSArguments::global().clear();
-        for (const char* argument : arguments) OMSArguments::global().push(argument);
+        fillArguments(arguments);
         std::unique_ptr<OMScriptableObject> made = RLapTrap::createFromScript();
         screen.reset(static_cast<RLapTrap*>(made.release()));
         screen->takeClass(RLapTrap::kClass);
@@ -305,9 +283,9 @@ class LapTrapTest : public SoundTest, protected OMEffectSounds {
 
 TEST_F(LapTrapTest, PracticeShowsAllThatThePlayerHasDone) {
     memory->currentPlayer()->record().activities[0].color = {1, 2, 0, 7};
-    set("currentLevel CWS1", "2");
-    set("isAutoLevelingEnabled CMA", "0");
-    set("visitedCount CWS1", "3");
+    set("currentLevel", "2", "CWS1");
+    set("isAutoLevelingEnabled", "0", "CMA");
+    set("visitedCount", "3", "CWS1");
     open({"CMA"});
     EXPECT_EQ(screen->boundingRectangle(), (Rect{10, 10, 210, 110}));
     EXPECT_EQ(mapButtons(), "213");
@@ -378,14 +356,14 @@ TEST_F(LapTrapTest, AnotherLevelForgetsTheResultsAndTheSameOneKeepsThem) {
     EXPECT_EQ(activity.resultCount, 1);
     window.mouseDown(levelButton(1, 3));
     window.mouseUp({19, 59}); // beside it
-    EXPECT_EQ(get("currentLevel CWS1"), "1");
-    set("currentLevel CWS1", "4");
+    EXPECT_EQ(get("currentLevel", "CWS1"), "1");
+    set("currentLevel", "4", "CWS1");
     port->invoke("correctGuess", {"CWS1"});
     click(levelButton(1, 4)); // which the screen does not know yet
     EXPECT_EQ(activity.resultCount, 1);
     EXPECT_EQ(levels(1), "1112") << "it has caught up";
     click(levelButton(1, 3));
-    EXPECT_EQ(get("currentLevel CWS1"), "3");
+    EXPECT_EQ(get("currentLevel", "CWS1"), "3");
     EXPECT_EQ(activity.resultCount, 0);
     EXPECT_EQ(levels(1), "1121");
 }
@@ -393,11 +371,11 @@ TEST_F(LapTrapTest, AnotherLevelForgetsTheResultsAndTheSameOneKeepsThem) {
 TEST_F(LapTrapTest, ARefusalIsShownOnceAndLevelsWaitForIt) {
     open({"CMA"});
     click(levelButton(0, 2));
-    EXPECT_EQ(get("currentLevel CMA"), "1");
+    EXPECT_EQ(get("currentLevel", "CMA"), "1");
     EXPECT_EQ(levels(0), "2111");
     EXPECT_TRUE(refusalIsSeen());
     click(levelButton(1, 2));
-    EXPECT_EQ(get("currentLevel CWS1"), "1") << "not now";
+    EXPECT_EQ(get("currentLevel", "CWS1"), "1") << "not now";
     screen->setVisible(false);
     EXPECT_FALSE(refusalIsSeen());
     screen->setVisible(true);
@@ -405,7 +383,7 @@ TEST_F(LapTrapTest, ARefusalIsShownOnceAndLevelsWaitForIt) {
     playRefusal();
     EXPECT_FALSE(refusalIsSeen());
     click(levelButton(1, 2));
-    EXPECT_EQ(get("currentLevel CWS1"), "2");
+    EXPECT_EQ(get("currentLevel", "CWS1"), "2");
     click(levelButton(0, 2));
     EXPECT_TRUE(refusalIsSeen()) << "a second time";
     playRefusal();
@@ -413,35 +391,35 @@ TEST_F(LapTrapTest, ARefusalIsShownOnceAndLevelsWaitForIt) {
     screen->setVisible(false);
     screen->setVisible(true);
     EXPECT_FALSE(refusalIsSeen());
-    set("visitedCount CMA", "1");
+    set("visitedCount", "1", "CMA");
     click(levelButton(0, 2));
-    EXPECT_EQ(get("currentLevel CMA"), "2");
+    EXPECT_EQ(get("currentLevel", "CMA"), "2");
 
     set("inGame", "1");
-    set("visitedCount OMA", "1");
+    set("visitedCount", "1", "OMA");
     open({"OHUB"});
     click(levelButton(1, 2));
-    EXPECT_EQ(get("currentLevel OMA"), "2");
+    EXPECT_EQ(get("currentLevel", "OMA"), "2");
     set("OMASolved", "1");
     click(levelButton(1, 3));
-    EXPECT_EQ(get("currentLevel OMA"), "2");
+    EXPECT_EQ(get("currentLevel", "OMA"), "2");
     EXPECT_TRUE(refusalIsSeen());
 }
 
 TEST_F(LapTrapTest, TheCheckBoxKeepsTheLevel) {
     open({"CWS1"});
     click(kLowerBox);
-    EXPECT_EQ(get("isAutoLevelingEnabled CWS1"), "0");
+    EXPECT_EQ(get("isAutoLevelingEnabled", "CWS1"), "0");
     EXPECT_EQ(stateAt(kLowerBox), 2);
     for (int i = 0; i < 6; ++i) port->invoke("correctGuess", {"CWS1"});
     port->invoke("autoLevel", {"CWS1"});
-    EXPECT_EQ(get("levelColor 1 CWS1") + get("currentLevel CWS1"), "11");
+    EXPECT_EQ(get("currentLevel", "CWS1"), "1");
     EXPECT_EQ(levels(1), "2111");
     click(kUpperBox);
     EXPECT_EQ(levels(1), "4111") << "read anew after each press";
-    EXPECT_EQ(get("isAutoLevelingEnabled CMA"), "0");
+    EXPECT_EQ(get("isAutoLevelingEnabled", "CMA"), "0");
     click(kUpperBox);
-    EXPECT_EQ(get("isAutoLevelingEnabled CMA"), "1");
+    EXPECT_EQ(get("isAutoLevelingEnabled", "CMA"), "1");
 }
 
 TEST_F(LapTrapTest, TheMusic) {
@@ -461,7 +439,7 @@ TEST_F(LapTrapTest, TheMusic) {
 TEST_F(LapTrapTest, ALocationIsSelected) {
     open({"CMA"});
     EXPECT_EQ(screen->getProperty("selectedLocation"), "0");
-    onEvent = [this] { set("visitedCount CWS1", "1"); };
+    onEvent = [this] { set("visitedCount", "1", "CWS1"); };
     click({kFirstMapButton.x + 10, kFirstMapButton.y});
     EXPECT_EQ(take(), Strings{"locationSelected"});
     EXPECT_EQ(screen->getProperty("selectedLocation"), "1");
@@ -485,8 +463,8 @@ TEST_F(LapTrapTest, PartsGoWithTheScreen) {
     EXPECT_EQ(take(), Strings{"closed"});
     EXPECT_FALSE(window.hitTest({61, 51}));
     click({61, 51});
-    set("visitedCount CLOC01", "1");
-    set("currentLevel CMA", "3");
+    set("visitedCount", "1", "CLOC01");
+    set("currentLevel", "3", "CMA");
     screen->setVisible(true);
     EXPECT_EQ(stateAt({61 + 20, 71}), 2) << "opened again, it shows what is now";
     screen.reset();
