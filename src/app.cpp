@@ -28,6 +28,7 @@
 #include "rthread.h"
 #include "scenes/backgroundmusic.h"
 #include "scenes/efwindow.h"
+#include "scenes/rlaptrap.h"
 #include "scenes/rscenprt.h"
 #include "scenes/rsmackermovie.h"
 #include "scenes/speechrecords.h"
@@ -244,6 +245,7 @@ void runGame(const RConfiguration& configuration, OMApp::DisplayMode mode,
         return;
     }
     installLocators(resources);
+    RLapTrap::setLayouts(ProgressLayouts::find());
     runApplication(mode, resources, soundEngine, savedWorld);
     savedWorld.shutDown();
     removeLocators();

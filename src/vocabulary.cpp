@@ -30,6 +30,7 @@
 #include "scenes/rbackpck.h"
 #include "scenes/rcharctr.h"
 #include "scenes/rdialog.h"
+#include "scenes/rlaptrap.h"
 #include "scenes/rscenprt.h"
 #include "scenes/rsmackermovie.h"
 #include "soundcommands.h"
@@ -54,6 +55,7 @@ constexpr const OMSClass* kClasses[] = {
     &RHorizontalValueContainer::kClass,
     &RHotSpot::kClass,
     &RKbdInp::kClass,
+    &RLapTrap::kClass,
     &RMap::kClass,
     &RPButton::kClass,
     &RPegGame::kClass,
