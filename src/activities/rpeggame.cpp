@@ -95,19 +95,20 @@ std::unique_ptr<RPegGame::Peg>& RPegGame::pegIn(int hole) {
 
 Point& RPegGame::placeOf(int hole) { return places_[static_cast<std::size_t>(hole - kFirstHole)]; }
 
-void RPegGame::makePeg(int hole) {
+bool RPegGame::makePeg(int hole) {
     if (!OMDebug::check(OMAnimation::hasSourceLocator(), "url == NULL",
                         "SourceURL is not installed in OMAnimation"))
-        return;
+        return false;
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
     std::shared_ptr<AOImage> image =
         window && pegId_ != kNoGraphic ? OMAnimation::locate(pegId_) : nullptr;
-    if (!image) return;
+    if (!image) return false;
     pegIn(hole) = std::make_unique<Peg>(*this, *window, std::move(image), pegId_, hole);
     board_.setPeg(hole, true);
     Peg& peg = *pegIn(hole);
     if (pegSize_.x == 0) pegSize_ = {peg.width(), peg.height()};
     putInPlace(peg);
+    return true;
 }
 
 void RPegGame::takePeg(int hole) {
@@ -121,9 +122,10 @@ void RPegGame::putInPlace(Peg& peg) {
     peg.setZ(restingZ_);
 }
 
+/// One complaint of a missing picture is enough.
 void RPegGame::fill() {
     for (int hole = kFirstHole; hole <= PegBoard::kHoles; ++hole)
-        if (!board_.hasPeg(hole)) makePeg(hole);
+        if (!board_.hasPeg(hole) && !makePeg(hole)) return;
 }
 
 void RPegGame::removePeg(std::optional<int> hole) {

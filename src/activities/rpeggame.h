@@ -57,7 +57,8 @@ class RPegGame final : public OMScriptableObject {
 
     [[nodiscard]] std::unique_ptr<Peg>& pegIn(int hole);
     [[nodiscard]] platform::Point& placeOf(int hole);
-    void makePeg(int hole);
+    /// False without its picture.
+    bool makePeg(int hole);
     void takePeg(int hole);
     void putInPlace(Peg& peg);
     void moveHole(int platform::Point::*axis, int value);

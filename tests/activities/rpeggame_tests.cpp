@@ -368,7 +368,7 @@ TEST_F(PegGameTest, PicturesAndPlaces) {
     set(*game, "pegID", kPeg);
     takeFailures();
     call("fill");
-    EXPECT_EQ(takeFailures(), Strings(15, "SourceURL is not installed in OMAnimation"));
+    EXPECT_EQ(takeFailures(), Strings{"SourceURL is not installed in OMAnimation"}) << "once";
     EXPECT_EQ(window.trinketCount(), 0u);
 
     installPictures();
