@@ -163,7 +163,7 @@ Animation closeButton() {
 /// Two frames of other sizes and places.
 Animation refusal() {
     constexpr int kMs = 300;
-    return {.frames = {drawn({"m.....m", ".m...m.", "..mmm..", ".m...m.", "m.....m"}, 20),
+    return {.frames = {drawn({"r.....r", ".r...r.", "..rrr..", ".r...r.", "r.....r"}, 20),
                        drawn({"yyyyy", "y...y", "y.R.y", "y...y", "yyyyy"}, 16)},
             .sequences = {{{0, 0, 0, kMs}, {-40, 30, 1, kMs}, {0, 0, kEnd, 0}}}};
 }
