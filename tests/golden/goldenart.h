@@ -15,6 +15,7 @@ struct Picture {
 [[nodiscard]] std::vector<Picture> pictures();
 [[nodiscard]] std::vector<Picture> puzzlePictures();
 [[nodiscard]] std::vector<Picture> gamePictures();
+[[nodiscard]] std::vector<Picture> progressPictures();
 
 struct Colors {
     int id;

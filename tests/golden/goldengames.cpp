@@ -1,4 +1,4 @@
-// What the scenes of the pentomino game and of the backpack show.
+// What the scenes of the pentomino game, of the backpack, of the dialog and of the peg game show.
 #include "goldenart.h"
 
 #include <algorithm>
@@ -114,6 +114,50 @@ Animation panel() {
 
 Animation item(const Grid& grid, int scale) { return still(drawn(grid, scale)); }
 
+// The dialog
+
+/// With a hole; its buttons lie over its lower half.
+Animation question() {
+    const std::string edge = std::string(15, 'p') + std::string(15, 't');
+    Grid grid(16, "p" + std::string(14, 'n') + std::string(14, 'k') + "t");
+    grid.front() = grid.back() = edge;
+    for (int row = 3; row < 6; ++row) grid[static_cast<std::size_t>(row)].replace(20, 7, 7, '.');
+    return still(drawn(grid, 10), 170, 120);
+}
+
+Animation choice(int x, int marks) {
+    std::vector<Frame> frames;
+    for (const char color : {'g', 'y'}) {
+        const std::string full(9, color);
+        std::string marked = full;
+        for (int mark = 0; mark < marks; ++mark)
+            marked[static_cast<std::size_t>(1 + 3 * mark)] = 'K';
+        frames.push_back(drawn(Grid{full, marked, full}, 8));
+    }
+    return {.x = x,
+            .y = 220,
+            .frames = std::move(frames),
+            .sequences = {{{0, 0, 0, 100}, {0, 0, 1, 100}, {0, 0, kEnd, 0}}}};
+}
+
+const Grid kFlower = {
+    ".mm.mm.", //
+    "mmm.mmm", //
+    "...W...", //
+    "mmm.mmm", //
+    ".mm.mm.", //
+};
+
+// The peg game
+
+const Grid kPeg = {
+    ".yyy.", //
+    "yyWyy", //
+    "yyyyy", //
+    ".ooo.", //
+    ".ooo.", //
+};
+
 } // namespace
 
 std::vector<Picture> gamePictures() {
@@ -127,6 +171,13 @@ std::vector<Picture> gamePictures() {
         {421, still(drawn(kMirrors, 6), 470, 80, 4)},
         {422, still(drawn(kBox, 4))},
         {430, panel()},
+        {440, question()},
+        {441, choice(180, 1)},
+        {442, choice(284, 2)},
+        {443, choice(388, 3)},
+        {444, still(drawn(kFlower, 8), 200, 140)},
+        {445, still(drawn(kFlower, 8), 300, 200)}, // over a button
+        {450, still(drawn(kPeg, 6))},
         {1013, item({"rrrr", "r..r", "rrWr", "r..r"}, 5)},           // item 1, 20 by 20
         {1005, item({"gggggggggg", "g..W...K.g", "gggggggggg"}, 4)}, // item 5, wider than a cell
         {11009, item({"..c..", ".ccc.", "ccWcc", ".ccc.", "..c.."}, 5)}, // item 19, 25 by 25

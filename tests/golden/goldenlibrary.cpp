@@ -41,8 +41,8 @@ int main(int argc, char** argv) {
     };
     for (const golden::Colors& colors : golden::palettes())
         add("RRGB", colors.id, golden::resource(colors.palette));
-    for (const auto& pictures :
-         {golden::pictures(), golden::puzzlePictures(), golden::gamePictures()})
+    for (const auto& pictures : {golden::pictures(), golden::puzzlePictures(),
+                                 golden::gamePictures(), golden::progressPictures()})
         for (const golden::Picture& picture : pictures)
             add("ASEQ", picture.id, picture.animation.resource());
     for (const golden::Font& font : golden::fonts()) add("NFNT", font.id, font.resource);

@@ -9,6 +9,7 @@
 #   said                 what the scripts say
 #   boxes                the boxes that the report tells, without the times; none are shown otherwise
 #   face                 the type face of the scenes (goldenface.cpp) is the only one of the machine
+#   progress.map         the layout of its progress screens, if not the built-in one
 #   runs                 the options of one run a line, instead of the usual runs below. Three words
 #                        are no options of the program: "ini:KEY=VALUE" is a setting of ZORBET.INI,
 #                        "depth:N" and "at:X,Y" tell the comparison about the screen
@@ -63,6 +64,9 @@ function(play work settings)
   file(CREATE_LINK ${WORK}/RSC ${work}/content/RSC SYMBOLIC)
   file(GLOB scripts ${played}/Startup.mps ${played}/../*.mps)
   file(COPY ${scripts} DESTINATION ${work}/content)
+  if(EXISTS ${played}/progress.map)
+    file(COPY ${played}/progress.map DESTINATION ${work}/content/scripts)
+  endif()
   if(settings)
     list(JOIN settings "\n" lines)
     file(WRITE ${work}/content/ZORBET.INI "[Zorbet Voyages - CD]\n${lines}\n")
