@@ -314,6 +314,7 @@ TEST_F(PegGameTest, HoldingAPeg) {
     window.mouseMove(middleOf(1));
     EXPECT_EQ(peg.z(), 90);
     window.mouseReleaseLost();
+    window.idle();
     set(*game, "pegX", placeIn(6).x, "6");
     set(*game, "pegX", placeIn(10).x, "10");
     EXPECT_EQ(empty(), (Holes{3, 6})) << "letting go elsewhere is a drop";

@@ -241,6 +241,7 @@ TEST_F(PentominoTest, APieceThatIsPutAwayWhileItIsHeld) {
     game->reset();
     carryToCell(2, 0, 0);
     window.mouseReleaseLost(); // a drop, too
+    window.idle();
     EXPECT_EQ(cellOf(2), "0,0");
     EXPECT_EQ(cellOf(12), ",") << "sent home by reset";
     window.mouseMove({400, 400});

@@ -223,6 +223,7 @@ TEST_F(BackPackTest, DraggingAThingOut) {
     window.mouseDown(middleOfCell(7));
     window.mouseMove({30, 300});
     window.mouseReleaseLost();
+    window.idle();
     EXPECT_EQ(takeHeard(), Strings{"objectDropped"});
     EXPECT_EQ(get(*pack, "droppedObjectIndex"), "7");
     EXPECT_EQ(thingIn(7)->boundingRectangle(), cellPlace(20, 7));
@@ -297,6 +298,7 @@ TEST_F(BackPackTest, ClosingAndOpeningAgain) {
     pack->setVisible(true);
     window.mouseDown(kOnClose);
     window.mouseReleaseLost();
+    window.idle();
     window.mouseUp(kOnClose);
     EXPECT_EQ(takeHeard(), Strings{}) << "let go beside it, hidden, and let go elsewhere";
     for (const Point& corner : {Point{280, 118}, {299, 147}}) {
