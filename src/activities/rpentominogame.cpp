@@ -241,7 +241,7 @@ void RPentominoGame::setPieceGraphicID(int id) {
     PentominoPlayer& player = *this;
     found->piece =
         std::make_unique<PentominoPiece>(player, number, *window(), std::move(image), id);
-    found->piece->setZ(z() + kDepthOfPieces);
+    found->piece->setZ(depthAbove(kDepthOfPieces));
     found->piece->setVisible(piecesVisible_);
     giveCursors(*found->piece);
 }
@@ -429,6 +429,6 @@ void RPentominoGame::setAttribute(Attribute which, int value, int second) {
         if (!each.piece) continue;
         if (each.piece->covers)
             each.piece->offset(after.left - before.left, after.top - before.top);
-        if (which == Attribute::Z) each.piece->setZ(z() + kDepthOfPieces);
+        if (which == Attribute::Z) each.piece->setZ(depthAbove(kDepthOfPieces));
     }
 }

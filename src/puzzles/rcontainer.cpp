@@ -169,6 +169,6 @@ void RContainer::setAttribute(Attribute which, int value, int second) {
     const Rect after = boundingRectangle();
     for (RAnswer* answer : answers_) {
         answer->offset(after.left - before.left, after.top - before.top);
-        answer->setZ(answer->z() + z() - depth);
+        answer->setZ(answer->depthAbove(std::int64_t{z()} - depth));
     }
 }

@@ -95,7 +95,7 @@ void RFabricContainer::placeAnswer(RAnswer& answer) {
     };
     answer.snapToRectangle(
         {edge(entering_.first), area.top, edge(entering_.first + entering_.count), area.bottom});
-    answer.setZ(z() + kDepthOfAnswers);
+    answer.setZ(depthAbove(kDepthOfAnswers));
     const OMSWatch self(this);
     RContainer::placeAnswer(answer);
     if (self) lockIfSolved();
@@ -134,7 +134,7 @@ void RFabricContainer::setInfoAOID(int id) {
     info_->setMovable(false);
     info_->setTouchy(false);
     info_->setVisible(isVisible());
-    info_->setZ(z() + kInfoDepth);
+    info_->setZ(depthAbove(kInfoDepth));
     showCovered();
 }
 
@@ -154,7 +154,7 @@ void RFabricContainer::placeInfo() {
 void RFabricContainer::setAttribute(Attribute which, int value, int second) {
     RContainer::setAttribute(which, value, second);
     if (!info_) return;
-    if (which == Attribute::Z) info_->setZ(z() + kInfoDepth);
+    if (which == Attribute::Z) info_->setZ(depthAbove(kInfoDepth));
     if (which == Attribute::Visible) info_->setVisible(isVisible());
     placeInfo();
 }

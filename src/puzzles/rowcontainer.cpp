@@ -66,7 +66,7 @@ void RowContainer::placeAnswer(RAnswer& answer) {
     if (placed && contains(answer)) {
         const Rect area = boundingRectangle(); // which a handler may have moved
         answer.snapToRectangle({left, area.top, left + widthOf(answer), area.bottom});
-        answer.setZ(z() + deltaZ_);
+        answer.setZ(depthAbove(deltaZ_));
     }
     pack();
     if (hasMoved(before)) playSound(slideSound_);

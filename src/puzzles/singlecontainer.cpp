@@ -8,7 +8,7 @@ RContainer::Hit SingleContainer::hitScore(RAnswer& answer, platform::Point) {
 
 void SingleContainer::placeAnswer(RAnswer& answer) {
     answer.snapToRectangle(targetFor(answer));
-    answer.setZ(z() + kDepthOfAnswers);
+    answer.setZ(depthAbove(kDepthOfAnswers));
     const OMSWatch self(this);
     RContainer::placeAnswer(answer);
     if (self) lockIfSolved();

@@ -166,7 +166,7 @@ bool RBackPack::showItem(int item, int wanted) {
     if (!image) return refuse(OMFormat("RBackPack: object %d animation not found.", item));
     auto thing = std::make_unique<Thing>(*this, *window(), std::move(image), id, *slot);
     putInCell(*thing, *slot);
-    thing->setZ(z() + kDepthOfThings);
+    thing->setZ(depthAbove(kDepthOfThings));
     thing->setVisible(isVisible());
     things_[static_cast<std::size_t>(*slot)] = std::move(thing);
     OMSetCursors(*things_[static_cast<std::size_t>(*slot)], kCursor, kGrabCursor,
@@ -224,7 +224,7 @@ void RBackPack::makeCloseButton() {
         Rect{panel.left + kCloseButton.left, panel.top + kCloseButton.top,
              panel.left + kCloseButton.right, panel.top + kCloseButton.bottom},
         [this] { close(); });
-    closeButton_->setZ(z() + kDepthOfThings);
+    closeButton_->setZ(depthAbove(kDepthOfThings));
 }
 
 void RBackPack::close() {
@@ -239,7 +239,7 @@ void RBackPack::setAttribute(Attribute which, int value, int second) {
     const Rect after = boundingRectangle();
     const auto follow = [&](OMTrinket& part) {
         part.offset(after.left - before.left, after.top - before.top);
-        if (which == Attribute::Z) part.setZ(z() + kDepthOfThings);
+        if (which == Attribute::Z) part.setZ(depthAbove(kDepthOfThings));
         if (which == Attribute::Visible) part.setVisible(isVisible());
     };
     for (const std::unique_ptr<Thing>& thing : things_)

@@ -171,7 +171,7 @@ void RLapTrap::buildRefusal(const ProgressPicture& picture) {
     refusal_ = add<OMAnimation>(picture);
     if (!refusal_) return;
     parts_.back().depth = kDepthOfRefusal;
-    refusal_->setZ(z() + kDepthOfRefusal);
+    refusal_->setZ(depthAbove(kDepthOfRefusal));
     refusal_->setEventMask(refusal_->eventMask() | kIgnoreMouseDown);
     refusal_->playLinks().finished = [this] { refusalEnded(); };
     refusalEnded();
@@ -229,7 +229,7 @@ Part* RLapTrap::add(const ProgressPicture& picture, Arguments... arguments) {
 }
 
 void RLapTrap::adopt(std::unique_ptr<OMTrinket> part, int depth) {
-    part->setZ(z() + depth);
+    part->setZ(depthAbove(depth));
     part->setVisible(isVisible());
     parts_.push_back({std::move(part), depth});
 }
@@ -262,7 +262,7 @@ void RLapTrap::setAttribute(Attribute which, int value, int second) {
     for (const Part& part : parts_) {
         OMTrinket& trinket = *part.trinket;
         trinket.offset(after.left - before.left, after.top - before.top);
-        if (which == Attribute::Z) trinket.setZ(z() + part.depth);
+        if (which == Attribute::Z) trinket.setZ(depthAbove(part.depth));
         if (which == Attribute::Touchy) trinket.setTouchy(isTouchy());
         if (which == Attribute::Visible)
             trinket.setVisible(isVisible() && (&trinket != refusal_ || refusing_));

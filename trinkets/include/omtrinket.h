@@ -100,6 +100,8 @@ class OMTrinket : public OMScriptableObject {
     [[nodiscard]] int x() const { return boundingRectangle().left; }
     [[nodiscard]] int y() const { return boundingRectangle().top; }
     [[nodiscard]] int z() const { return z_; }
+    /// The depth so many above its own, or the last one that there is.
+    [[nodiscard]] int depthAbove(std::int64_t depth) const;
     [[nodiscard]] bool isVisible() const { return visible_; }
     [[nodiscard]] bool isMovable() const { return movable_; }
     [[nodiscard]] bool isTouchy() const { return touchy_; }

@@ -6,7 +6,6 @@
 #include "rvar.h"
 
 #include <algorithm>
-#include <limits>
 
 using platform::Point;
 using platform::Rect;
@@ -23,11 +22,6 @@ constexpr OMSEntry kVocabulary[] = {
     oms::method<&OMMultiTrinket::addTrinket>("addTrinket", "name [depth]"),
     oms::method<&OMMultiTrinket::removeAll>("removeTrinkets"),
 };
-
-int sumOf(int a, int b) {
-    return static_cast<int>(std::clamp<std::int64_t>(
-        std::int64_t{a} + b, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
-}
 
 } // namespace
 
@@ -95,7 +89,7 @@ void OMMultiTrinket::adopt(const Member& member) const {
 /// own members forward last.
 void OMMultiTrinket::raiseMember(const Member& member) const {
     member.trinket->comeForward();
-    member.trinket->setZ(sumOf(z(), member.depth));
+    member.trinket->setZ(depthAbove(member.depth));
 }
 
 void OMMultiTrinket::showMember(const OMTrinket& trinket, bool shown) {

@@ -5,6 +5,7 @@
 #include "omtrinketwindow.h"
 
 #include <algorithm>
+#include <limits>
 
 using platform::Point;
 using platform::Rect;
@@ -82,6 +83,11 @@ void OMTrinket::leaveGroup() {
 }
 
 // Queries
+
+int OMTrinket::depthAbove(std::int64_t depth) const {
+    using Depths = std::numeric_limits<int>;
+    return static_cast<int>(std::clamp<std::int64_t>(z_ + depth, Depths::min(), Depths::max()));
+}
 
 bool OMTrinket::isShown() const { return window_ && visible_ && z_ >= window_->minimumDepth(); }
 
