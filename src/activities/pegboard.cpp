@@ -24,8 +24,6 @@ constexpr PegBoard::Jump kJumps[] = {
 
 } // namespace
 
-std::span<const PegBoard::Jump> PegBoard::jumps() { return kJumps; }
-
 int PegBoard::pegCount() const { return static_cast<int>(std::ranges::count(pegs_, true)); }
 
 std::optional<PegBoard::Jump> PegBoard::legalJump(int from, int to) const {

@@ -10,7 +10,6 @@
 
 #include <array>
 #include <optional>
-#include <span>
 
 class PegBoard {
   public:
@@ -26,8 +25,6 @@ class PegBoard {
     [[nodiscard]] static constexpr bool isHole(int number) {
         return number >= 1 && number <= kHoles;
     }
-    /// All there are, legal or not at the moment.
-    [[nodiscard]] static std::span<const Jump> jumps();
 
     // Of existing holes.
     [[nodiscard]] bool hasPeg(int hole) const { return pegs_[slot(hole)]; }

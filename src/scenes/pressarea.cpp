@@ -1,5 +1,7 @@
 #include "pressarea.h"
 
+#include "omtrinketwindow.h"
+
 #include <utility>
 
 using platform::Point;
@@ -22,8 +24,10 @@ void PressArea::onMouseUp(Point point) {
     OMTrinket::onMouseUp(point);
     if (!self || !std::exchange(held_, false)) return;
     setMouseCapture(false);
+    // It may have been hidden meanwhile, or the next scene be on its way.
+    const bool counts = isShown() && window()->isPresenting() && containsPoint(point);
     const OMLink pressed = pressed_;
-    if (isShown() && containsPoint(point)) pressed(); // it may have been hidden meanwhile
+    if (counts) pressed();
 }
 
 void PressArea::onReleaseLost() {

@@ -208,7 +208,8 @@ void RBackPack::thingDropped(int slot) {
     Thing* thing = things_[static_cast<std::size_t>(slot)].get();
     const OMSWatch self(this);
     const OMSWatch still(thing);
-    if (const Rect place = thing->boundingRectangle(); !OMOverlap(place, boundingRectangle())) {
+    const Rect place = thing->boundingRectangle();
+    if (thing->isShown() && !OMOverlap(place, boundingRectangle())) {
         droppedSlot_ = slot;
         dropped_ = place;
         fireEvent("objectDropped");

@@ -148,7 +148,9 @@ TEST_F(DialogTest, ThePortsHearOfTheBackgroundAgain) {
         std::array<std::unique_ptr<OMScriptableObject>, 4> objects;
         for (std::size_t i = 0; i < objects.size(); ++i) {
             if (i % 2 == 1) {
-                objects[i] = dialog();
+                auto hidden = dialog(); // or its hot spot would take the clicks
+                hidden->setVisible(false);
+                objects[i] = std::move(hidden);
                 continue;
             }
             objects[i] = std::make_unique<RScenePort>();

@@ -95,7 +95,7 @@ class OMTrinketWindow : public OMWindow {
     /// who had them before, or has taken over from that one. May outlive the window.
     class ClickTaker {
       public:
-        /// A link to nobody swallows them.
+        /// A link to nobody swallows them, also from those that take them later.
         ClickTaker(OMTrinketWindow& window, MouseLink link);
         ~ClickTaker();
         ClickTaker(const ClickTaker&) = delete;
@@ -105,7 +105,8 @@ class OMTrinketWindow : public OMWindow {
         friend class OMTrinketWindow;
 
         OMTrinketWindow* window_; ///< null once it is gone
-        MouseLink before_;        ///< who had them
+        bool swallows_;
+        MouseLink before_; ///< who had them
     };
 
     /// `rectangle` in screen pixels; the background may be null. The first window that is made

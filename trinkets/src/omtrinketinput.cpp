@@ -88,9 +88,16 @@ void OMTrinketWindow::beginHolding(OMTrinket& trinket, Point point) {
         target_->mouseState_ = MouseState::Held;
 }
 
+/// Into the chain below the first one that swallows the clicks, which keeps who had them.
 OMTrinketWindow::ClickTaker::ClickTaker(OMTrinketWindow& window, MouseLink link)
-    : window_(&window), before_(std::exchange(window.defaults_.mouseDown, std::move(link))) {
-    window.clickTakers_.push_back(this);
+    : window_(&window), swallows_(!link) {
+    std::vector<ClickTaker*>& takers = window.clickTakers_;
+    const auto above =
+        swallows_ ? takers.end()
+                  : std::ranges::find_if(takers, [](const auto* each) { return each->swallows_; });
+    MouseLink& place = above == takers.end() ? window.defaults_.mouseDown : (*above)->before_;
+    before_ = std::exchange(place, std::move(link));
+    takers.insert(above, this);
 }
 
 /// One that leaves the middle of the chain hands what it kept to the next.
