@@ -1,14 +1,17 @@
-// Damaged map files: "resource.map" in up to three places and "audio.map", separated in the input
-// by bytes 0xFF, each alone and then as the resource layer registers them. Whatever they say, names
-// and ids keep their limits, no block has more resources than announced, the log stays in
-// proportion, and the resource layer can be used and shut down.
+// Damaged map files: "resource.map" in up to three places, "audio.map" and "progress.map",
+// separated in the input by bytes 0xFF, each alone and then as the resource layer registers them.
+// Whatever they say, names, ids and places keep their limits, no block has more resources than
+// announced, the log stays in proportion, and the resource layer can be used and shut down.
 #include "fuzzmachine.h"
 
 #include "nebuilder.h"
 #include "resources.h"
+#include "scenes/progresslayout.h"
+#include "world/locations.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <set>
 #include <string>
 #include <string_view>
@@ -21,9 +24,10 @@ using Blocks = std::vector<MapFileBlock>;
 
 constexpr const char* kLog = "zorbelog.txt";
 constexpr std::array kPaths = {"RSC\\resource.map", "..\\RSC\\resource.map",
-                               "D:\\RSC\\resource.map", "RSC\\audio.map"};
+                               "D:\\RSC\\resource.map", "RSC\\audio.map", "RSC\\progress.map"};
 constexpr char kSeparator = '\xFF';
 constexpr std::size_t kMostLoads = 8;
+constexpr std::size_t kMostBuiltIn = 100; ///< parts and buttons of the layouts
 constexpr std::size_t kMostLogByte = 200; ///< for each byte of a map
 constexpr std::size_t kMostLogRest = 20000;
 
@@ -60,6 +64,41 @@ Blocks readAlone(const std::string& text) {
     return blocks;
 }
 
+void checkPicture(const ProgressPicture& picture) {
+    expect(picture.id > 0 && picture.id <= 32767, "pictures can be named");
+    expect(std::abs(picture.x) <= 10'000 && std::abs(picture.y) <= 10'000,
+           "pictures are near the panel");
+}
+
+void checkLocation(int location) {
+    expect(location == kProgressHere || !world::locationName(location).empty(),
+           "buttons have locations");
+}
+
+/// What lines of a layout have become.
+std::size_t checkLayout(const ProgressLayout& layout) {
+    std::size_t lines = layout.parts.size();
+    for (const ProgressPart& part : layout.parts) {
+        lines += part.mapButtons.size() + part.levels.size();
+        for (const ProgressMapButton& button : part.mapButtons) {
+            checkLocation(button.location);
+            checkPicture(button.picture);
+        }
+        for (const ProgressLevels& levels : part.levels) {
+            checkLocation(levels.location);
+            std::ranges::for_each(levels.buttons, checkPicture);
+            if (levels.checkBox) checkPicture(*levels.checkBox);
+        }
+    }
+    return lines;
+}
+
+void readLayouts(const std::string& text) {
+    const ProgressLayouts layouts = ProgressLayouts::read("m", text);
+    expect(checkLayout(layouts.practice) + checkLayout(layouts.game) <= text.size() + kMostBuiltIn,
+           "buttons come from lines");
+}
+
 /// As a script would go about it.
 void use(RResources& resources, const Blocks& blocks) {
     std::size_t loads = 0;
@@ -92,6 +131,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         world.files.put(kPaths[i], parts[i]);
         for (MapFileBlock& block : readAlone(parts[i])) blocks.push_back(std::move(block));
         sounds += readAudioMap("m", parts[i]).size();
+        readLayouts(parts[i]);
     }
     expect(sounds <= size, "sounds come from lines");
     addLibraries(world.files);

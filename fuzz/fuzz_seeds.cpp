@@ -42,9 +42,15 @@ std::vector<Bytes> maps() {
     const std::string main = "MAIN\n3\na.rsc\nWAVE 1\nASEQ 2\nENDFILE\nb.rsc\nRRGB 3\nENDFILE\n";
     const std::string audio = "AO: 2001  Sequence: 3  Sound: 101\nAO:-1\tSequence:0 Sound:7\r\n";
     const std::string other = "OTHER\r\n1\r\nb.rsc\r\nWAVE 1\r\nENDFILE\r\n";
+    const std::string progress =
+        "GAME ; of all places\nPANEL 12 0 5\nCLOSE 7 5 5\nNAME 1 2 -1 255\nMUSIC 3 0 0 4 9 0\n"
+        "MAP HERE 9 -5 6\nPART seenIt 5 CWS* OMA\nLEVELS OMA 1 1 1 2 2 2 3 3 3 4 4 4 5 5 5\n";
     const std::string separator = "\xFF";
-    return {toBytes(main), toBytes(audio), toBytes(main + separator + main + separator + other),
+    return {toBytes(main),
+            toBytes(audio),
+            toBytes(main + separator + main + separator + other),
             toBytes(separator + other + separator + separator + audio),
+            toBytes(separator + separator + separator + separator + progress),
             toBytes("LONG\n2147483647\nabcdefghijk.rsc\nWAVE 32767\nWAVE 1\nENDFILE")};
 }
 
