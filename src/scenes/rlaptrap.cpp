@@ -251,21 +251,28 @@ void RLapTrap::refresh() {
     const bool musicIsOff = music ? !music->isEnabled() : world_->isMusicOff();
     music_.select(musicIsOff ? kMusicOff : kMusicOn);
     if (name_) name_->setText(world_->playerName());
+    showParts();
+}
+
+void RLapTrap::showParts() {
+    for (const Part& part : parts_)
+        part.trinket->setVisible(isVisible() && (part.trinket.get() != refusal_ || refusing_));
 }
 
 void RLapTrap::setAttribute(Attribute which, int value, int second) {
     const Rect before = boundingRectangle();
     RAnimation::setAttribute(which, value, second);
     const Rect after = boundingRectangle();
-    // One that was closed can be opened again; meanwhile the world may have changed.
-    if (which == Attribute::Visible && isVisible() && world_) refresh();
+    if (which == Attribute::Visible) {
+        showParts();
+        // One that was closed can be opened again; meanwhile the world may have changed.
+        if (isVisible() && world_) refresh();
+    }
     for (const Part& part : parts_) {
         OMTrinket& trinket = *part.trinket;
         trinket.offset(after.left - before.left, after.top - before.top);
         if (which == Attribute::Z) trinket.setZ(depthAbove(part.depth));
         if (which == Attribute::Touchy) trinket.setTouchy(isTouchy());
-        if (which == Attribute::Visible)
-            trinket.setVisible(isVisible() && (&trinket != refusal_ || refusing_));
     }
 }
 

@@ -91,6 +91,8 @@ class RLapTrap final : public RAnimation {
     [[nodiscard]] bool isFixed(int location);
     void showRefusal();
     void refusalEnded();
+    /// While the panel is shown.
+    void showParts();
     /// Shows the values that the world has now.
     void refresh();
 

@@ -24,6 +24,11 @@ void LapTrapButton::showState(int state) {
     setFrameNumber(state);
 }
 
+void LapTrapButton::setAttribute(Attribute which, int value, int second) {
+    if (which == Attribute::Visible && state() == State::Stopped) value = 0;
+    OMAnimation::setAttribute(which, value, second);
+}
+
 void LapTrapButton::onMouseDown(Point point) {
     const OMSWatch self(this);
     OMAnimation::onMouseDown(point);

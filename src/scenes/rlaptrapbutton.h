@@ -20,6 +20,8 @@ class LapTrapButton : public OMAnimation {
     void onMouseMove(platform::Point point) override;
     void onMouseUp(platform::Point point) override;
     void onReleaseLost() override;
+    /// One whose state has ended is not shown before it has another.
+    void setAttribute(Attribute which, int value, int second = 0) override;
 
   protected:
     [[nodiscard]] bool hasState(int state) const;

@@ -176,7 +176,7 @@ class LapTrapTest : public SoundTest, protected OMEffectSounds {
     }
 
     /// 1 is the panel, 3 the refusal; 7 has two states in one sequence, the others as many
-    /// sequences as their number says.
+    /// sequences as their number says, of which the third one of 5 ends.
     static std::unique_ptr<OMIStream> picture(int id) {
         AseqBuilder builder;
         if (id == 1) builder.block(200, 100, 'p').sequence({entry(0, 100), entry(AOEntry::kHold)});
@@ -185,7 +185,8 @@ class LapTrapTest : public SoundTest, protected OMEffectSounds {
             builder.block(8, 8, 'c').block(8, 8, 'd').sequence(
                 {entry(AOEntry::kHold), entry(0, 100), entry(1, 100)});
         for (int i = 0; id != 1 && id != 3 && id != 7 && i < id; ++i)
-            builder.block(8, 8, 'a').sequence({entry(AOEntry::kHold), entry(i, 100)});
+            builder.block(8, 8, 'a').sequence(
+                {entry(id == 5 && i == 2 ? 0 : AOEntry::kHold), entry(i, 100)});
         return std::make_unique<MemoryStream>(builder.build());
     }
     int playEffect(int id, OMLink done) override {
@@ -470,6 +471,21 @@ TEST_F(LapTrapTest, PartsGoWithTheScreen) {
     screen.reset();
     EXPECT_EQ(window.trinketCount(), 0u);
     EXPECT_EQ(app->tasks().count(), 0u);
+}
+
+TEST_F(LapTrapTest, AStateThatEndsHidesItsButton) {
+    RLapTrap::setLayouts(ProgressLayouts::read(
+        "progress.map", "PRACTICE\nPANEL 1 10 10\nMAP CWS1 5 0 20\nMAP CMA 4 10 20\n"));
+    open({"CMA"});
+    EXPECT_EQ(stateAt(kFirstMapButton), 3);
+    for (int i = 0; i < 5; ++i) pass(100);
+    EXPECT_EQ(stateAt(kFirstMapButton), 0);
+    screen->setVisible(false);
+    screen->setVisible(true);
+    EXPECT_EQ(stateAt(kFirstMapButton), 0) << "as before it was hidden";
+    set("visitedCount", "1", "CWS1");
+    click({kFirstMapButton.x + 10, kFirstMapButton.y});
+    EXPECT_EQ(stateAt(kFirstMapButton), 1) << "another state";
 }
 
 TEST_F(LapTrapTest, AHintForThoseWhoDoNothing) {
