@@ -10,18 +10,18 @@ constexpr int kQuarters = 4;
 
 /// View 0 of each; a stroke ends a row.
 constexpr std::string_view kPieces[kPentominoes] = {
-    "XX/ X/XX",   //
-    " X/XXX/ X",  //
-    "XX/ XX/  X", //
-    "XX/XXX",     //
-    " X/XXX/X",   //
-    "X/XXX/X",    //
-    "  X/  X/XXX",
-    "XX/ X/ XX", //
-    "XXXX/   X", //
-    "  XX/XXX",  //
-    "X/XX/X/X",  //
-    "XXXXX",
+    "##/ #/##",   //
+    " #/###/ #",  //
+    "##/ ##/  #", //
+    "##/###",     //
+    " #/###/#",   //
+    "#/###/#",    //
+    "  #/  #/###",
+    "##/ #/ ##", //
+    "####/   #", //
+    "  ##/###",  //
+    "#/##/#/#",  //
+    "#####",
 };
 
 constexpr void set(PentominoShape& shape, int row, int column) {
@@ -35,7 +35,7 @@ constexpr PentominoShape read(std::string_view rows) {
     int row = 0;
     int column = 0;
     for (const char cell : rows) {
-        if (cell == 'X') set(shape, row, column);
+        if (cell == '#') set(shape, row, column);
         ++column;
         if (cell != '/') continue;
         ++row;
