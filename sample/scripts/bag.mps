@@ -38,8 +38,8 @@ PlaySound 212
 drop pack
 ]
 
-; Whether the middle of what was dropped lies over this one: RESULT.
-procedure reaches taker
+; Whether the middle of what was dropped lies over `taker`: RESULT.
+procedure reaches
 [
 get pack droppedObjectX middle
 get pack droppedObjectW wide
@@ -67,7 +67,8 @@ get pack droppedObjectIndex slot
 get world backpackItemPresent slot carried
 if carried=fishPrize
 [
-call reaches &gull
+taker=&gull
+call reaches
 if RESULT
 [
 call cry
@@ -76,13 +77,15 @@ call hand 5
 ]
 else if carried=shellPrize
 [
-call reaches &tilli
+taker=&tilli
+call reaches
 if RESULT
 call hand 6
 ]
 else if carried=coinPrize
 [
-call reaches &boat
+taker=&boat
+call reaches
 if RESULT
 [
 call blowHorn
