@@ -114,7 +114,7 @@ for k 1 many
 spot=(k-1)%across
 foot=420
 if many>6
-foot=356+(k>across)*120
+foot=350+(k>across)*126
 play board setPieceHomeBox brought.k 8+(spot*456\across) 244 8+((spot+1)*456\across) foot
 ]
 ]
@@ -136,8 +136,8 @@ play board setSolutionString k "XXXXXXXXXX"|1|columns.level
 set board piecePickedUpSoundID 241
 set board pieceSnappedSoundID 242
 set board pieceGoHomeSoundID 243
-set board pieceRotatedSoundID 244
-set board pieceFlippedSoundID 245
+set board pieceRotatedSoundID 251
+set board pieceFlippedSoundID 252
 set board pieceSpotAOCursorID 1
 set board pieceGrabAOCursorID 1
 many=0

@@ -29,11 +29,11 @@ set note.notes x middle-wide\2
 
 procedure openLog
 [
-PlaySound 212
+PlaySound 253
 drop pack
 log=RLapTrap CHUB -1 100
 set log locationSelected choose
-set log closed shutLog
+set log closed closeLog
 notes=0
 call note "Porto" 14 117 194
 call note "Farol" 14 237 194
@@ -56,14 +56,19 @@ drop log
 drop [ note
 ]
 
-; The number of a place is that of its location; the harbour is where the player is.
+procedure closeLog
+[
+PlaySound 253
+call shutLog
+]
+
+; A click on the harbour, where the player is, closes the book.
 procedure choose
 [
 get log selectedLocationName goal
 get world visitedCount goal visits
-PlaySound 212
 if goal="CHUB"
-call shutLog
+call closeLog
 else if visits
 [
 if goal="CBA1"
@@ -75,6 +80,7 @@ call leave "workshop.mps"
 ]
 else
 [
+PlaySound 212
 set hint text "Aí ainda não estiveste!"
 get hint textWidth wide
 set hint x 178-wide\2

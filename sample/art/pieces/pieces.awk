@@ -16,11 +16,11 @@ END {
     ink = "#46375f"
     split("XX/.X/XX .X./XXX/.X. XX./.XX/..X XX./XXX .X./XXX/X.. X../XXX/X.. ..X/..X/XXX XX./.X./.XX " \
           "XXXX/...X ..XX/XXX. X./XX/X./X. XXXXX", shapes, " ")
-    split("#ee6a55 #f2b548 #7db661 #469bb5 #8a78a4 #ee8d6c #c98a55 #5f8fb0 #f6b8a8 #ffd654 #c4e4da #fff4de",
+    split("#ee6a55 #f2b548 #7db661 #469bb5 #8a78a4 #b9a6c8 #c98a55 #5f8fb0 #f6b8a8 #ffd654 #c4e4da #fff4de",
           plain, " ")
-    split("#ff9a80 #ffd654 #a5cd6c #6fbbc5 #b9a6c8 #ffb090 #eab87c #8ebcd6 #ffd9d0 #fff0a0 #e6f7ee #fffdf0",
+    split("#ff9a80 #ffd654 #a5cd6c #6fbbc5 #b9a6c8 #e6dcee #eab87c #8ebcd6 #ffd9d0 #fff0a0 #e6f7ee #fffdf0",
           light, " ")
-    split("#c04a4c #c98a55 #6aa958 #3f7f9c #5d5078 #d0664f #9c6040 #46708f #d98a84 #f2b548 #61b0c1 #e2c594",
+    split("#c04a4c #c98a55 #6aa958 #3f7f9c #5d5078 #8a78a4 #9c6040 #46708f #d98a84 #f2b548 #61b0c1 #e2c594",
           dark, " ")
     split("0 4 6 2 1 5 7 3", views, " ")
     for (piece = 1; piece <= 12; piece++)
