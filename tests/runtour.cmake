@@ -1,6 +1,6 @@
 # The recorded visit to the sample game: what a person would have noticed, a picture for every place,
 # and what was heard. A click must be seen: the pictures before and after it differ. Who signed in must
-# be remembered from visit to visit, and to which chart and which levels they have come.
+# be remembered from visit to visit, to which chart and which levels they have come, and what is in the bag.
 cmake_minimum_required(VERSION 3.24)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK}/home ${WORK}/elsewhere)
@@ -57,25 +57,48 @@ function(expect_numbers home property expected)
   endif()
 endfunction()
 
-# The levels at which the first player is in the activities CWS1, CWS2 and so on.
-function(expect_levels home expected)
-  set(file ${WORK}/${home}/ZORBET.DAT)
-  file(READ ${file} bytes HEX)
+# The bytes of the first player's numbers, from there on, each so many bytes behind the one before.
+function(read_numbers home from step count)
+  file(READ ${WORK}/${home}/ZORBET.DAT bytes HEX)
   string(HEX "GLOBAL_END\n" globals_end)
   string(FIND "${bytes}" ${globals_end} player)
   string(LENGTH ${globals_end} length)
-  set(of_the_first 1536)  # two digits a byte: 660 bytes before the activities, 108 before its level
-  set(of_an_activity 464) # 58 numbers
-  math(EXPR at "${player} + ${length} + ${of_the_first}")
-  set(levels)
-  foreach(level IN LISTS expected)
+  math(EXPR at "${player} + ${length} + 2 * ${from}") # two digits a byte
+  set(numbers)
+  foreach(k RANGE 1 ${count})
     string(SUBSTRING "${bytes}" ${at} 2 digits)
     math(EXPR number "0x${digits}")
-    list(APPEND levels ${number})
-    math(EXPR at "${at} + ${of_an_activity}")
+    list(APPEND numbers ${number})
+    math(EXPR at "${at} + 2 * ${step}")
   endforeach()
-  if(NOT levels STREQUAL expected)
-    message(SEND_ERROR "the levels in ${file} are not ${expected} but ${levels}")
+  set(numbers "${numbers}" PARENT_SCOPE)
+endfunction()
+
+# The levels at which the first player is in the activities CWS1, CWS2 and so on: 660 bytes before the
+# activities, 108 before the level of one, of 232 bytes.
+function(expect_levels home expected)
+  list(LENGTH expected count)
+  read_numbers(${home} 768 232 ${count})
+  if(NOT numbers STREQUAL expected)
+    message(SEND_ERROR "the levels in ${home} are not ${expected} but ${numbers}")
+  endif()
+endfunction()
+
+# Whether levels change by themselves there.
+function(expect_auto home expected)
+  list(LENGTH expected count)
+  read_numbers(${home} 660 232 ${count})
+  if(NOT numbers STREQUAL expected)
+    message(SEND_ERROR "whether levels change in ${home} is not ${expected} but ${numbers}")
+  endif()
+endfunction()
+
+# The first slots of the first player's bag.
+function(expect_bag home expected)
+  list(LENGTH expected count)
+  read_numbers(${home} 240 4 ${count})
+  if(NOT numbers STREQUAL expected)
+    message(SEND_ERROR "in the bag in ${home} is not ${expected} but ${numbers}")
   endif()
 endfunction()
 
@@ -90,7 +113,9 @@ endfunction()
 
 tour(home sound)
 expect_numbers(home chartLevel 2)
-expect_levels(home "2;1;1;1")
+expect_levels(home "3;1;1;1") # the first one chosen in the logbook
+expect_auto(home "1;0;1;1")
+expect_bag(home "0;0;2;0")
 file(STRINGS ${INPUT} events REGEX " screenshot ")
 set(seen)
 foreach(event IN LISTS events)
@@ -124,7 +149,8 @@ endforeach()
 visit(${CMAKE_CURRENT_LIST_DIR}/tour.comeback home back)
 expect_players(home "Inês")
 expect_numbers(home chartLevel 2)
-expect_levels(home "2;1;1;1")
+expect_levels(home "3;1;1;1")
+expect_bag(home "0;0;2;0")
 visit(${CMAKE_CURRENT_LIST_DIR}/tour.newcomer home newcomer)
 expect_players(home "Inês;Zita")
 expect_numbers(home chartLevel "2;0")

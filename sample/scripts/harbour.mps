@@ -3,13 +3,16 @@
 ; the water answer clicks, and the signpost leads into the lighthouse.
 ;
 ; Tilli the crab is the guide: it welcomes whoever comes for the first time, says something when it is
-; clicked, and otherwise blinks, looks about, waves, or has its lantern flicker.
+; clicked, and otherwise blinks, looks about, waves, or has its lantern flicker. On the sand lie its logbook and
+; the player's bag.
 ;
 ; Sounds: those of the waves, the fish and Tilli are steps of their animations. The others are played
 ; from here; one that still plays is ended before it is played anew.
 yield off
 StartTransition
 Scene 100
+include memory.mps
+call arriveAt "CHUB"
 
 ; ---- what happens when a frame was shown
 
@@ -107,12 +110,28 @@ play talk.n add PropertyAction "saying" "visible" 0
 ]
 
 ; While it speaks it is not to be interrupted.
+procedure listen
+[
+get chatting isActive RESULT
+for i 1 8
+[
+get talk.i isActive busy
+RESULT=RESULT+busy
+]
+]
+
 procedure chat
 [
-get welcoming isActive busy
-get chatting isActive too
-if busy+too=0
+call listen
+if RESULT=0
 play chatting start
+]
+
+procedure remark n
+[
+call listen
+if RESULT=0
+play talk.n start
 ]
 
 ; ---- the signpost
@@ -128,14 +147,17 @@ procedure dimSign
 set sign sequence 1
 ]
 
-procedure goInside
+procedure leave where
 [
 KillSound hornsound
 KillSound gullsound
 PlaySound 208
 play port stopBackgroundMusic 1
-relay lighthouse.mps
+relay where
 ]
+
+procedure goInside
+call leave "lighthouse.mps"
 
 ; ---- the greeting: it is on the scroll while that is unrolled
 
@@ -213,7 +235,6 @@ scroll=RAnimation 2011 40
 set scroll touchy 0
 set scroll special turnScroll
 set scroll paused rollUp
-world=RWorldPort 0
 get world playerName visitor
 get world greeted again
 greeting="Bom dia"
@@ -247,7 +268,7 @@ set saying wrap 1
 set saying colorIndex 4
 play saying setFont 20
 
-for i 1 4
+for i 1 8
 talk.i=RQueue 1
 welcoming=&talk.1
 play welcoming add DelayAction 2200
@@ -257,10 +278,19 @@ call addSentence 1 222 "A tabuleta leva ao farol. Lá dentro há um mapa!"
 call addSentence 2 222 "A tabuleta leva ao farol. Lá dentro há um mapa!"
 call addSentence 3 223 "A minha concha tem um farol. Brilha para os amigos!"
 call addSentence 4 224 "Cuidado com as pinças: elas fazem cócegas!"
+call addSentence 5 221 "A gaivota adora peixe! Obrigada!"
+call addSentence 6 224 "Que linda concha! É para mim? Obrigada!"
+call addSentence 7 223 "O capitão do barco agradece a moeda!"
+call addSentence 8 222 "A mochila está vazia. Há prémios na oficina e no mapa!"
 
 chatting=RRandomAction 1
 for i 2 4
 play chatting add "talk."+i
+
+; ---- what lies on the sand
+
+include logbook.mps
+include bag.mps
 
 ; The music of the last scene still fades out; this one begins when hardly anything of it is left.
 port=RScenePort 0

@@ -4,6 +4,8 @@
 yield off
 StartTransition
 Scene 101
+include memory.mps
+call arriveAt "CBA1"
 
 ; ---- the cat purrs or miaows, whichever it likes
 
@@ -139,7 +141,6 @@ set line.lines x middle-wide\2
 ]
 
 lines=0
-world=RWorldPort 0
 get world playerName visitor
 call write visitor 403 90
 call write "Mapa da baía" 403 192

@@ -7,6 +7,8 @@
 yield off
 StartTransition
 Scene 103
+include memory.mps
+call arriveAt "CBA2"
 
 ; ---- the charts, row by row: 1 rocks, 2 sand, 3 whirlpools; and where boat and treasure are, in columns
 ; and rows counted from 0. The pictures show the same.
@@ -184,9 +186,13 @@ play sea move
 
 procedure arrive
 [
-call tell news.fate
 if fate=found
 [
+call award coinPrize
+if RESULT
+call tell news.fate+" E uma moeda, que está na mochila, no porto."
+else
+call tell news.fate
 PlaySound 235
 set gold sequence 2
 set gold visible 1
@@ -194,7 +200,10 @@ set world chartLevel level%charts+1
 play celebration start
 ]
 else
+[
+call tell news.fate
 sailing=0
+]
 ]
 
 ; ---- a chart is laid on the table. A map keeps its trails, so each chart is a new one.
@@ -338,7 +347,6 @@ play number setFont 14
 keys=RKbdInp 0
 set keys keyPressed typed
 
-world=RWorldPort 0
 get world chartLevel level
 if level=0
 set world chartLevel 1

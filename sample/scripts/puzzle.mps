@@ -8,27 +8,7 @@
 ;   hint             what it says when the answers are not right yet
 ;
 ; and calls `open` at its end. Depths: containers 5, answers 10, one that is dragged 60.
-
-; ---- the parrot's bubble
-
-procedure tell said
-[
-set bubble text said
-get bubble textHeight tall
-set bubble y 41-tall\2
-set parrot sequence 2
-]
-
-procedure fallSilent
-[
-set parrot sequence 1
-]
-
-procedure squawk
-[
-PlaySound 213
-call tell task.level
-]
+include desk.mps
 
 ; ---- answers: they have the sounds that are set before they are made
 
@@ -98,12 +78,7 @@ call settle
 drop puzzle
 drop [ answer
 drop [ holder
-get world currentLevel activity level
-for i 1 4
-set lamp.i sequence 2-(i>level)
-set plate text "Nível "+level
-get plate textWidth wide
-set plate x 562-wide\2
+call showLevel
 puzzle=RPuzzle 0
 play puzzle setPuzzleTextFont 28 0 "" 4
 answers=0
@@ -143,34 +118,13 @@ else
 call layOut
 ]
 
-praise.1="Muito bem!"
-praise.2="Boa! Está tudo certo!"
-praise.3="Que esperteza! Muito bem!"
-
 procedure cheer
 [
 if busy=0
 [
 busy=1
 play puzzle anchorAnswers
-play world correctGuess activity
-play world autoLevel activity
-get world currentLevel activity reached
-if reached>level
-[
-PlaySound 248
-call tell "Viva! Passas para o nível "+reached+"!"
-]
-else
-[
-PlaySound 246
-RandomNumber 1 3
-call tell praise.RESULT
-]
-set parrot sequence 3
-set sparkles visible 1
-set sparkles sequence 1
-play interval start
+call rejoice ""
 ]
 ]
 
@@ -178,19 +132,9 @@ procedure consider
 [
 if busy=0
 [
-PlaySound 247
-play world incorrectGuess activity
-play world autoLevel activity
-get world currentLevel activity reached
-if reached<level
-[
-busy=1
+call regret hint
+if easier
 play puzzle anchorAnswers
-call tell "Quase! Vamos tentar uma mais fácil."
-play interval start
-]
-else
-call tell "Quase! "+hint
 ]
 ]
 
@@ -207,8 +151,7 @@ call goOn
 
 procedure leave
 [
-PlaySound 208
-relay "workshop.mps"
+call goBack
 ]
 
 procedure typed
@@ -218,69 +161,12 @@ if what="Esc"
 call leave
 ]
 
-; ---- what is on the screen at every puzzle
-
-procedure label caption middle top
-[
-labels=labels+1
-label.labels=RText 0 top -1 -1 20
-set label.labels movable 0
-set label.labels touchy 0
-set label.labels colorIndex 4
-play label.labels setFont 14
-set label.labels text caption
-get label.labels textWidth wide
-set label.labels x middle-wide\2
-]
-
 procedure open
 [
-bubble=RText 34 18 424 -1 20
-set bubble movable 0
-set bubble touchy 0
-set bubble wrap 1
-set bubble colorIndex 4
-play bubble setFont 20
-parrot=RAnimation 2411 20
-set parrot drawDirection 1
-set parrot movable 0
-set parrot mouseDown squawk
-set parrot paused fallSilent
-play parrot setAOCursor 1
-labels=0
-call label "De novo" 519 451
-call label "Oficina" 596 451
-call label "" 562 253
-plate=&label.3
-for i 1 4
-[
-lamp.i=RAnimation 2414 471+30*i 274 20
-set lamp.i movable 0
-set lamp.i touchy 0
-]
-again=RPButton 2412 20
-set again hit once
-home=RPButton 2413 20
-set home hit leave
-keys=RKbdInp 0
-set keys keyPressed typed
-sparkles=RAnimation 2415 29 96 70
-set sparkles visible 0
-set sparkles touchy 0
-set sparkles movable 0
+call furnish
 ruler=RText 0 0 -1 -1 -1
 set ruler visible 0
 play ruler setFont 28
-interval=RQueue 1
-play interval add DelayAction 3400
-set interval finished goOn
-
-; Two right answers of the last six lead on to the next level, six wrong ones back.
-world=RWorldPort 0
-set world wsAutoLevelingA activity 1
-set world wsAutoLevelingB activity 2
-set world wsAutoLevelingX activity 1
-set world wsAutoLevelingY activity 6
 holders=0
 call layOut
 ]

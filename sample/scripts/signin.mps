@@ -222,6 +222,9 @@ play world activatePlayer who
 ; From here on every click of a hasty player counts.
 SetDoubleClicksEnabled 0
 PlaySound 214
+; Whether there is to be music is switched in the logbook.
+get world isBackgroundMusicOff silent
+set port isBackgroundMusicEnabled 1-silent
 play port stopBackgroundMusic 1
 relay "harbour.mps"
 ]

@@ -1,11 +1,13 @@
 ; The workshop up the stairs of the lighthouse. Five things lead to puzzles: the board with shadows, the
-; tank with fish, the toy boat with its cargo, the signal flags, and the torn sail. What each of them is
-; stands on the plaque while the pointer is over it. The signpost leads back down.
+; tank with fish, the toy boat with its cargo, the signal flags, and the torn sail. Two more on the floor lead to
+; games: the board with holes, and the box with crates. What each of them is stands on the plaque while the pointer is over it. The signpost leads back down.
 ;
 ; The music is that of the puzzles too: it goes on when one of them is entered or left.
 yield off
 StartTransition
 Scene 104
+include memory.mps
+call arriveAt "OHUB"
 
 ; ---- the plaque; what is on it is in the middle
 
@@ -16,19 +18,23 @@ get plaque textWidth wide
 set plaque x 320-wide\2
 ]
 
-; ---- the five things
+; ---- what leads to puzzles and games
 
-things=5
+things=7
 name.1="Onde fica cada coisa?"
 name.2="Quantos peixes são?"
 name.3="A carga do barco"
 name.4="As bandeiras de sinais"
 name.5="A vela rasgada"
+name.6="Saltar por cima"
+name.7="A jangada dos caixotes"
 scene.1="board.mps"
 scene.2="tanks.mps"
 scene.3="cargo.mps"
 scene.4="signals.mps"
 scene.5="sail.mps"
+scene.6="pegs.mps"
+scene.7="crates.mps"
 
 procedure lightUp
 [

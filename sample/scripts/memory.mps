@@ -1,0 +1,30 @@
+; What scenes tell the world's memory: where the player is, and what they have won. Prizes are items of the
+; backpack, which is the bag at the harbour.
+
+fishPrize=2
+shellPrize=3
+coinPrize=4
+
+world=RWorldPort 0
+
+procedure arriveAt here
+[
+set world currentLocation here
+get world visitedCount here visits
+set world visitedCount here visits+1
+]
+
+; One of each kind at a time. RESULT is 1 when there was none yet.
+procedure award prize
+[
+isNew=1
+for slot 0 11
+[
+get world backpackItemPresent slot carried
+if carried=prize
+isNew=0
+]
+if isNew
+play world backpackAddObject prize
+RESULT=isNew
+]
