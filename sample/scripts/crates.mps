@@ -168,7 +168,7 @@ for k 1 many
 set board pieceIsAnchored brought.k 1
 call award fishPrize
 if RESULT
-call rejoice " Ganhaste um peixe. Está na mochila, no porto."
+call rejoice " Ganhaste um peixe. Está na mala, no porto."
 else
 call rejoice ""
 ]

@@ -281,7 +281,7 @@ call addSentence 4 224 "Cuidado com as pinças: elas fazem cócegas!"
 call addSentence 5 221 "A gaivota adora peixe! Obrigada!"
 call addSentence 6 224 "Que linda concha! É para mim? Obrigada!"
 call addSentence 7 223 "O capitão do barco agradece a moeda!"
-call addSentence 8 222 "A mochila está vazia. Há prémios na oficina e no mapa!"
+call addSentence 8 222 "A mala está vazia. Há prémios na oficina e no mapa!"
 
 chatting=RRandomAction 1
 for i 2 4

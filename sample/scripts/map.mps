@@ -190,7 +190,7 @@ if fate=found
 [
 call award coinPrize
 if RESULT
-call tell news.fate+" E uma moeda, que está na mochila, no porto."
+call tell news.fate+" E uma moeda, que está na mala, no porto."
 else
 call tell news.fate
 PlaySound 235

@@ -45,7 +45,7 @@ procedure cheer
 begun=0
 call award shellPrize
 if RESULT
-call rejoice " Ganhaste uma concha. Está na mochila, no porto."
+call rejoice " Ganhaste uma concha. Está na mala, no porto."
 else
 call rejoice ""
 ]
