@@ -1,19 +1,24 @@
 # Sourced by play and check: what the build needs, and the build itself.
 
-packages=(
+# What the program, the tools and the sample game are built and run with.
+product_packages=(
   build-essential cmake ninja-build pkg-config
   libsdl2-dev libpixman-1-dev libpng-dev libcli11-dev
   libfreetype-dev libfontconfig-dev
   libavformat-dev libavcodec-dev libavutil-dev
-  libimagequant-dev librsvg2-bin
+  libimagequant-dev libsndfile1-dev libsamplerate0-dev
+  librsvg2-bin
+)
+test_packages=(
   libgtest-dev libgmock-dev
   icoutils procps xvfb xauth
 )
 
+# install_missing PACKAGE...: those that are missing.
 install_missing() {
   command -v apt-get >/dev/null || return 0
   local package missing=()
-  for package in "${packages[@]}"; do
+  for package in "$@"; do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
       missing+=("$package")
   done
@@ -26,10 +31,15 @@ install_missing() {
     --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# build PRESET
+# build PRESET [TARGET...]: without targets everything. Tests are configured when everything is wanted,
+# and stay configured, so that play and check share one build.
 build() {
-  cmake --preset "$1" >/dev/null
-  cmake --build --preset "$1"
+  local preset=$1
+  shift
+  if [ $# -eq 0 ]; then
+    cmake --preset "$preset" -DZORBET_TESTS=ON >/dev/null
+  elif [ ! -e "build/$preset/CMakeCache.txt" ]; then
+    cmake --preset "$preset" -DZORBET_TESTS=OFF >/dev/null
+  fi
+  cmake --build --preset "$preset" ${1:+--target "$@"}
 }
-
-install_missing

@@ -85,6 +85,8 @@ class Machine final : public platform::Platform {
                    platform::TextWindowOwner& owner) override {
         return lasting().openTextWindow(request, owner);
     }
+    void keepSettings(std::string_view) override {}
+    void complain(std::string_view) override {}
     void mainLoopBegins() override {}
     void passEnded() override {}
     void programEnds(int) override {}

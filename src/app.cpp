@@ -36,6 +36,7 @@
 #include "soundcommands.h"
 #include "startup/machinechecks.h"
 #include "startup/memoryexhaustion.h"
+#include "startup/missingparts.h"
 #include "startup/warnings.h"
 #include "world/safefile.h"
 #include "world/worldmemory.h"
@@ -48,6 +49,7 @@ namespace {
 
 constexpr const char* kStartScript = "Startup.mps";
 constexpr const char* kDataFile = "ZORBET.DAT";
+constexpr const char* kSettingsFile = "settings.ini";
 constexpr int kScreenDepth = 8;
 constexpr int kMinimumDepth = 8;
 constexpr int kExitOk = 0;
@@ -224,7 +226,11 @@ void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine
     YEngine engine;
     engine.setTraceWindow([&debugWindow](std::string_view text) { debugWindow.showText(text); });
     engine.setLastLink([&savedWorld] { savedWorld.saveAtOnce(); });
-    YThread thread(engine, kStartScript, locateScript);
+    YThread thread(engine, kStartScript, [&resources](std::string_view name) {
+        auto stream = locateScript(name);
+        if (!stream && name == kStartScript) RTellNoStartScript(resources.roots(), kStartScript);
+        return stream;
+    });
     if (thread.isLoaded()) {
         thread.run();
         thread.fireStarted();
@@ -241,6 +247,7 @@ void runGame(const RConfiguration& configuration, OMApp::DisplayMode mode,
     resources.setHomeDirectory(configuration.homeDirectory);
     if (resources.start(configuration.cdDrive, RSpeechRecords::addSequenceSound) ==
         RResources::StartUp::NoResourceFile) {
+        RTellNoLibrary(resources.roots());
         RShowErrorBox(RWarningText(warningtext::kCannotReadCd));
         return;
     }
@@ -262,6 +269,7 @@ int RGameMain(std::optional<std::uint32_t> seed) {
     EffectsWindow::setPaletteFilter(RLiftPalette);
     const std::string homeDirectory = RConfiguration::findHomeDirectory();
     startLogging(homeDirectory);
+    OMPlatform().keepSettings(homeDirectory + kSettingsFile);
     {
         const std::string dataFile = homeDirectory + kDataFile;
         OMLog::writef(OMLog::Kind::Message, "Data file is: %s", dataFile.c_str());

@@ -3,14 +3,18 @@
 #include "omlog.h"
 #include "omreader.h"
 
+#include "platform/host/gameinfo.h"
 #include "platform/host/hostmovies.h"
 #include "platform/host/outlinefaces.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <cstdio>
+#include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -83,22 +87,40 @@ std::optional<platform::BreakPoint> parseBreakPoint(const std::string& text) {
                                 std::string(OMLog::kFileName)};
 }
 
-std::string versionText() {
+/// `content` is the folder of a game, or empty.
+std::string versionText(const std::string& content) {
     std::string text = "zorbet " ZORBET_VERSION "\n";
-    text += ZORBET_HAVE_SDL ? "window: SDL2\n" : "window: none (built without SDL2)\n";
+    text +=
+        ZORBET_HAVE_SDL ? "window: SDL2\n" : "window: none, only --headless (built without SDL2)\n";
     text += platform::OutlineFaces::kAvailable
                 ? "TrueType faces: FreeType\n"
                 : "TrueType faces: none (built without FreeType and fontconfig)\n";
     text += platform::HostMovies::kAvailable
                 ? "movies: libavcodec"
                 : "movies: none (built without libavformat and libavcodec)";
-    return text;
+    if (content.empty()) return text;
+    const platform::GameInfo game = platform::readGameInfo(content);
+    return text + "\ngame: " + game.title + (game.version.empty() ? "" : " ") + game.version;
+}
+
+std::string inQuotes(const std::string& text) { return '"' + text + '"'; }
+
+/// What is wrong with a folder that must be there; empty when nothing is.
+std::string folderProblem(const std::string& folder) {
+    std::error_code error;
+    const auto status = std::filesystem::status(folder, error);
+    if (!std::filesystem::exists(status))
+        return "there is no folder " + inQuotes(folder) + "; give the name of one that is there";
+    if (!std::filesystem::is_directory(status))
+        return inQuotes(folder) + " is a file; give the name of the folder that it lies in";
+    return {};
 }
 
 bool readInput(const std::string& file, platform::Timeline& timeline) {
     std::ifstream input(file, std::ios::binary);
     if (!input) {
-        std::fprintf(stderr, "%s: cannot be read\n", file.c_str());
+        std::fprintf(stderr, "zorbet: the input file %s cannot be read: %s\n",
+                     inQuotes(file).c_str(), std::strerror(errno));
         return false;
     }
     auto parsed = platform::parseTimeline(input);
@@ -110,62 +132,113 @@ bool readInput(const std::string& file, platform::Timeline& timeline) {
     return true;
 }
 
-} // namespace
-
-std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
+/// The options as they are written, before those that need a closer look are read.
+struct Words {
     CommandLine line;
     std::string input;
     std::string screen;
     std::vector<std::string> claims;
     std::string breakPoint;
+    bool version = false;
+};
 
-    CLI::App app("Plays a game of scripts and resource libraries.", "zorbet");
-    app.add_option("--content", line.content, "Folder of the game (default: the sample game)")
-        ->check(CLI::ExistingDirectory);
-    app.add_option("--cd", line.cd, "Folder that drive D: stands for")
-        ->check(CLI::ExistingDirectory);
-    app.add_option("--home", line.home, "Folder for log and saved games");
-    app.add_option("--seed", line.seed, "Seed of the random generator instead of the time");
-    auto* headless = app.add_flag("--headless", line.headless, "No window and no sound device");
-    app.add_option("--input", input, "File of what happens from outside")->needs(headless);
-    app.add_option("--until", line.untilMs, "End the main loop at this virtual millisecond")
-        ->needs(headless);
-    app.add_option("--step", line.stepMs, "Virtual milliseconds of one pass (default 1)")
-        ->needs(headless)
-        ->check(CLI::Range(1u, 60000u));
-    app.add_option("--screen", screen, "Screen that the program sees (default 640x480x8)")
-        ->needs(headless);
-    app.add_option("--machine", claims,
-                   "What the machine lacks: disk=BYTES, memory=BYTES, processor=386, sound=none, "
-                   "driver=fixed or none")
-        ->needs(headless)
-        ->delimiter(',');
-    app.add_option("--record-sound", line.recordSound, "Folder for what would have been heard")
-        ->needs(headless);
-    app.add_option("--break-file", breakPoint, "File operation that fails, for tests: N:HOW")
-        ->needs(headless);
-    app.set_version_flag("--version", versionText());
+constexpr const char* kHeadlessOnly = "Only with --headless";
+
+void addOptions(CLI::App& app, Words& words) {
+    const auto option = [&app](const std::string& name, auto& value, const std::string& type,
+                               const std::string& description) {
+        return app.add_option(name, value, description)->type_name(type);
+    };
+    const CLI::Validator isFolder(folderProblem, "");
+    CommandLine& line = words.line;
+    option("--content", line.content, "DIR", "Folder of the game (default: the sample game)")
+        ->check(isFolder);
+    option("--cd", line.cd, "DIR", "Folder that is to be the CD in drive D:")->check(isFolder);
+    option("--home", line.home, "DIR",
+           "Folder for saved games and settings (default: the game's\n"
+           "own, in the user's data folder)");
+    option("--seed", line.seed, "N", "Seed of the random numbers instead of the time");
+    app.add_flag("--author", line.author,
+                 "For who makes the game: the window's title tells how many\n"
+                 "pictures a second are shown");
+    app.add_flag("--headless", line.headless,
+                 "No window and no sound to be heard, on a clock of its own");
+    for (CLI::Option* each :
+         {option("--input", words.input, "FILE", "File of what happens from outside"),
+          option("--until", line.untilMs, "MS", "End at this time, as if the window were closed"),
+          option("--step", line.stepMs, "MS", "Time of one turn of the program (default 1)")
+              ->check(CLI::Range(1u, 60000u).description("")),
+          option("--screen", words.screen, "WxHxD",
+                 "Screen that the program sees (default 640x480x8)"),
+          option("--machine", words.claims, "LIST",
+                 "What the machine lacks: disk=BYTES, memory=BYTES,\n"
+                 "processor=386, sound=none, driver=fixed, driver=none")
+              ->delimiter(','),
+          option("--record-sound", line.recordSound, "DIR", "Folder for what would be heard"),
+          option("--break-file", words.breakPoint, "N:HOW",
+                 "File operation that fails, for tests")})
+        each->group(kHeadlessOnly);
+    app.add_flag("--version", words.version,
+                 "Print the version, what the program was built with, and\n"
+                 "with --content the game's title and version");
+    app.set_help_flag("-h,--help", "Print this");
+    app.footer(
+        "Keys in the window: Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks\n"
+        "whether to leave the game, Shift+F1 tells the version.\n"
+        "Exit codes: 0 the game ended, 1 a script is missing, 2 the command line is wrong or\n"
+        "there is no window.");
+}
+
+/// Reads what stands in options of a form of their own. Throws CLI::ParseError.
+void readWords(const CLI::App& app, Words& words) {
+    const auto refuse = [](const char* option, const std::string& text, const char* remedy) {
+        throw CLI::ValidationError(option, inQuotes(text) + remedy);
+    };
+    CommandLine& line = words.line;
+    for (const CLI::Option* option : app.get_options())
+        if (option->get_group() == kHeadlessOnly && option->count() > 0 && !line.headless)
+            throw CLI::ValidationError(option->get_name(),
+                                       "is for runs without a window; add --headless");
+    if (!words.screen.empty()) {
+        const auto mode = parseScreen(words.screen);
+        if (!mode)
+            refuse("--screen", words.screen,
+                   " is no screen; one is 640x480x8: width, height, and 1, 4, 8, 16, 24 or 32 bits "
+                   "a pixel");
+        line.screen = *mode;
+    }
+    for (const std::string& claim : words.claims)
+        if (!readClaim(claim, line.machine))
+            refuse("--machine", claim, " is not known; the words are in the list below");
+    if (!words.breakPoint.empty()) {
+        line.breakPoint = parseBreakPoint(words.breakPoint);
+        if (!line.breakPoint)
+            refuse("--break-file", words.breakPoint,
+                   " is none; one is 3:kill: a number from 1, and error, full, short or kill");
+    }
+}
+
+} // namespace
+
+std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
+    Words words;
+    CLI::App app("Plays a game: a folder with the script Startup.mps and a folder RSC of resource "
+                 "libraries.\nWithout options it opens a window and plays the sample game.",
+                 "zorbet");
+    addOptions(app, words);
     try {
         app.parse(argc, argv);
-        if (!screen.empty()) {
-            const auto mode = parseScreen(screen);
-            if (!mode) throw CLI::ValidationError("--screen", "expected WIDTHxHEIGHTxDEPTH");
-            line.screen = *mode;
-        }
-        for (const std::string& claim : claims)
-            if (!readClaim(claim, line.machine))
-                throw CLI::ValidationError("--machine", "does not know " + claim);
-        if (!breakPoint.empty()) {
-            line.breakPoint = parseBreakPoint(breakPoint);
-            if (!line.breakPoint)
-                throw CLI::ValidationError("--break-file", "expected N:error, full, short or kill");
-        }
+        readWords(app, words);
     } catch (const CLI::Success& success) {
         return app.exit(success);
     } catch (const CLI::ParseError& error) {
-        std::cerr << error.what() << "\n\n" << app.help();
+        std::cerr << "zorbet: " << error.what() << "\n\n" << app.help();
         return kWrongUse;
     }
-    if (!input.empty() && !readInput(input, line.timeline)) return kWrongUse;
-    return line;
+    if (words.version) {
+        std::cout << versionText(words.line.content) << std::endl;
+        return 0;
+    }
+    if (!words.input.empty() && !readInput(words.input, words.line.timeline)) return kWrongUse;
+    return words.line;
 }

@@ -16,6 +16,7 @@ struct CommandLine {
     std::string cd;
     std::string home;
     std::optional<std::uint32_t> seed;
+    bool author = false; ///< shows what concerns the one who makes the game
     bool headless = false;
     platform::Timeline timeline;
     std::optional<std::uint32_t> untilMs;

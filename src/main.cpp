@@ -5,6 +5,8 @@
 #include "programresources.h"
 
 #include "platform/headless/headlessplatform.h"
+#include "platform/host/datafolder.h"
+#include "platform/host/gameinfo.h"
 #include "platform/host/termination.h"
 #if ZORBET_HAVE_SDL
 #include "platform/sdl/sdlplatform.h"
@@ -13,10 +15,13 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace {
 
 constexpr int kNoWindow = 2;
+constexpr const char* kSampleGame = "org.zorbet.Zorbet"; ///< the identifier of the sample
 
 /// The sample game lies beside the program's folder.
 std::string sampleFolder() {
@@ -26,13 +31,17 @@ std::string sampleFolder() {
     return (program.parent_path().parent_path() / "sample").string();
 }
 
-platform::HostOptions hostOptions(const CommandLine& line) {
-    return {line.content.empty() ? sampleFolder() : line.content, line.cd, line.home};
-}
+/// What is known before there is a machine.
+struct Start {
+    CommandLine line;
+    platform::HostOptions host;
+    platform::GameInfo game;
+};
 
-std::unique_ptr<platform::Platform> makeHeadless(const CommandLine& line) {
+std::unique_ptr<platform::Platform> makeHeadless(const Start& start, const RProgramTexts& texts) {
+    const CommandLine& line = start.line;
     platform::HeadlessOptions options;
-    options.host = hostOptions(line);
+    options.host = start.host;
     options.host.freeSpace = line.machine.freeSpace;
     options.machine = line.machine;
     options.timeline = line.timeline;
@@ -41,23 +50,50 @@ std::unique_ptr<platform::Platform> makeHeadless(const CommandLine& line) {
     options.screen = line.screen;
     options.recordSound = line.recordSound;
     options.breakPoint = line.breakPoint;
-    options.resources = RProgramResources();
+    options.resources = texts.resources();
     options.versionStrings = RVersionStrings();
     return std::make_unique<platform::HeadlessPlatform>(options);
 }
 
-std::unique_ptr<platform::Platform> makeWindow(const CommandLine& line) {
+std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgramTexts& texts) {
 #if ZORBET_HAVE_SDL
-    auto made = platform::makeSdlPlatform(
-        {hostOptions(line), line.screen, RProgramResources(), RVersionStrings()});
+    auto made = platform::makeSdlPlatform({.host = start.host,
+                                           .game = start.game,
+                                           .author = start.line.author,
+                                           .screen = start.line.screen,
+                                           .resources = texts.resources(),
+                                           .versionStrings = RVersionStrings(),
+                                           .buttons = texts.buttons()});
     if (auto* ready = std::get_if<std::unique_ptr<platform::Platform>>(&made))
         return std::move(*ready);
-    std::fprintf(stderr, "No window: %s\n", std::get<std::string>(made).c_str());
+    std::fprintf(stderr,
+                 "zorbet: no window can be opened (%s). Start it on a desktop, or without a window "
+                 "by --headless.\n",
+                 std::get<std::string>(made).c_str());
 #else
-    static_cast<void>(line);
-    std::fputs("No window: the program was built without SDL2; use --headless\n", stderr);
+    static_cast<void>(start);
+    static_cast<void>(texts);
+    std::fputs("zorbet: it was built without SDL2 and has no window. Use --headless, or install "
+               "libsdl2-dev and build it again.\n",
+               stderr);
 #endif
     return nullptr;
+}
+
+Start prepare(const CommandLine& line) {
+    Start start{
+        line, {line.content.empty() ? sampleFolder() : line.content, line.cd, line.home}, {}};
+    start.game = platform::readGameInfo(start.host.content);
+    if (line.home.empty()) {
+        if (start.game.identifier == kSampleGame) platform::moveOldSaves(kSampleGame);
+        start.host.home = platform::gameDataFolder(start.game.identifier);
+    }
+    return start;
+}
+
+void complain(const std::vector<std::string>& problems) {
+    for (const std::string& problem : problems)
+        std::fprintf(stderr, "zorbet: %s\n", problem.c_str());
 }
 
 } // namespace
@@ -65,13 +101,20 @@ std::unique_ptr<platform::Platform> makeWindow(const CommandLine& line) {
 int main(int argc, char** argv) {
     const auto parsed = parseCommandLine(argc, argv);
     if (const int* exitCode = std::get_if<int>(&parsed)) return *exitCode;
-    const auto& line = std::get<CommandLine>(parsed);
+    const Start start = prepare(std::get<CommandLine>(parsed));
+    const bool headless = start.line.headless;
+    complain(start.game.problems);
+    const RProgramTexts texts(
+        platform::chooseLanguage(start.game, headless ? std::vector<std::string>()
+                                                      : platform::systemLanguages()),
+        start.game.boxTexts);
+    complain(texts.problems());
 
     platform::catchTermination();
-    const auto machine = line.headless ? makeHeadless(line) : makeWindow(line);
+    const auto machine = headless ? makeHeadless(start, texts) : makeWindow(start, texts);
     if (!machine) return kNoWindow;
     OMSetPlatform(machine.get());
-    const int exitCode = RGameMain(line.seed);
+    const int exitCode = RGameMain(start.line.seed);
     machine->programEnds(exitCode);
     OMSetPlatform(nullptr);
     return exitCode;

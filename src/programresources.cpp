@@ -5,45 +5,84 @@
 #include "omplatform.h"
 #include "programicon.h"
 
-#include <array>
-#include <string_view>
+#include "platform/host/latin1.h"
+#include "platform/initext.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
 
 namespace {
 
-using namespace std::string_view_literals;
-
 constexpr std::string_view kTextType = "TEXT";
 
-/// Texts in Portuguese, Latin-1.
+/// A text of a box: its number in the program, its name in a game's own table, and what it says, in
+/// UTF-8. Texts that are pieces begin and end with their blanks.
 struct Text {
     int id;
-    std::string_view text;
+    std::string_view name;
+    std::string_view portuguese;
+    std::string_view english;
 };
 constexpr Text kTexts[] = {
-    {warningtext::kCannotSwitch,
-     "O DirectDraw n\xE3o conseguiu mudar o ecr\xE3 para o modo certo. Carregue em Continuar para jogar no modo atual, ou em Sair."sv},
-    {warningtext::kNoDriver,
-     "O DirectX n\xE3o funciona ou n\xE3o est\xE1 instalado. Carregue em Sair para voltar a instalar o Zorbet, ou em Continuar para jogar no modo atual."sv},
-    {warningtext::kOldProcessor, "O Zorbet precisa de um computador 486 ou melhor."sv},
-    {warningtext::kLargeScreen,
-     "As imagens do Zorbet veem-se melhor em tamanho maior: ponha o ecr\xE3 em 640 \xD7 480. Carregue em Sair para o mudar, ou em Continuar."sv},
-    {warningtext::kSmallScreen, "O Zorbet precisa de um ecr\xE3 de 640 \xD7 480 ou maior."sv},
-    {warningtext::kManyColors,
-     "O Zorbet funciona melhor com 256 cores. Carregue em Sair para mudar o ecr\xE3, ou em Continuar."sv},
-    {warningtext::kFewColors, "O Zorbet precisa de 256 cores ou mais."sv},
-    {warningtext::kNoSound,
-     "O Zorbet n\xE3o consegue usar o som: est\xE1 ocupado por outro programa ou n\xE3o est\xE1 instalado."sv},
-    {warningtext::kLittleMemory,
-     "N\xE3o h\xE1 mem\xF3ria suficiente para o Zorbet. Feche outros programas e comece de novo."sv},
-    {warningtext::kNoMoreMemory, "A mem\xF3ria acabou, e o Zorbet n\xE3o pode continuar."sv},
-    {warningtext::kLittleSpace1, "H\xE1 pouco espa\xE7o livre no disco "sv},
-    {warningtext::kLittleSpace2, ": o Zorbet precisa de "sv},
-    {warningtext::kLittleSpace3, " megabytes. Apague o que j\xE1 n\xE3o usa no disco "sv},
-    {warningtext::kLittleSpace4, ", e comece de novo."sv},
-    {warningtext::kCannotReadCd,
-     "O Zorbet n\xE3o consegue ler o seu CD. Veja se o disco est\xE1 na unidade e se est\xE1 limpo, e comece de novo."sv},
-    {warningtext::kDoNotShowAgain, "N\xE3o mostrar este aviso outra vez"sv},
-    {warningtext::kReallyLeave, "Quer mesmo sair do jogo?"sv},
+    {warningtext::kCannotSwitch, "cannotSwitch",
+     "O DirectDraw não conseguiu mudar o ecrã para o modo certo. Carregue em Continuar para jogar no modo atual, ou em Sair.",
+     "DirectDraw could not switch the screen to the right mode. Press Continue to play in the present mode, or Quit."},
+    {warningtext::kNoDriver, "noDriver",
+     "O DirectX não funciona ou não está instalado. Carregue em Sair para voltar a instalar o Zorbet, ou em Continuar para jogar no modo atual.",
+     "DirectX does not work or is not installed. Press Quit to install Zorbet again, or Continue to play in the present mode."},
+    {warningtext::kOldProcessor, "oldProcessor", "O Zorbet precisa de um computador 486 ou melhor.",
+     "Zorbet needs a 486 computer or a better one."},
+    {warningtext::kLargeScreen, "largeScreen",
+     "As imagens do Zorbet veem-se melhor em tamanho maior: ponha o ecrã em 640 × 480. Carregue em Sair para o mudar, ou em Continuar.",
+     "Zorbet's pictures are easier to see when they are larger: set the screen to 640 × 480. Press Quit to change it, or Continue."},
+    {warningtext::kSmallScreen, "smallScreen", "O Zorbet precisa de um ecrã de 640 × 480 ou maior.",
+     "Zorbet needs a screen of 640 × 480 or a larger one."},
+    {warningtext::kManyColors, "manyColors",
+     "O Zorbet funciona melhor com 256 cores. Carregue em Sair para mudar o ecrã, ou em Continuar.",
+     "Zorbet runs better with 256 colours. Press Quit to change the screen, or Continue."},
+    {warningtext::kFewColors, "fewColors", "O Zorbet precisa de 256 cores ou mais.",
+     "Zorbet needs 256 colours or more."},
+    {warningtext::kNoSound, "noSound",
+     "O Zorbet não consegue usar o som: está ocupado por outro programa ou não está instalado.",
+     "Zorbet cannot use the sound: another program has it, or it is not installed."},
+    {warningtext::kLittleMemory, "littleMemory",
+     "Não há memória suficiente para o Zorbet. Feche outros programas e comece de novo.",
+     "There is not enough memory for Zorbet. Close other programs and start again."},
+    {warningtext::kNoMoreMemory, "noMoreMemory", "A memória acabou, e o Zorbet não pode continuar.",
+     "There is no memory left, and Zorbet cannot go on."},
+    {warningtext::kLittleSpace1, "littleSpace1", "Há pouco espaço livre no disco ",
+     "There is little space left on disk "},
+    {warningtext::kLittleSpace2, "littleSpace2", ": o Zorbet precisa de ", ": Zorbet needs "},
+    {warningtext::kLittleSpace3, "littleSpace3",
+     " megabytes. Apague o que já não usa no disco ",
+     " megabytes. Remove what you do not need any more from disk "},
+    {warningtext::kLittleSpace4, "littleSpace4", ", e comece de novo.", ", and start again."},
+    {warningtext::kCannotReadCd, "cannotReadCd",
+     "O Zorbet não consegue ler o seu CD. Veja se o disco está na unidade e se está limpo, e comece de novo.",
+     "Zorbet cannot read its CD. See whether the disc is in the drive and clean, and start again."},
+    {warningtext::kDoNotShowAgain, "doNotShowAgain", "Não mostrar este aviso outra vez",
+     "Do not show this warning again"},
+    {warningtext::kReallyLeave, "reallyLeave", "Quer mesmo sair do jogo?",
+     "Do you really want to leave the game?"},
+};
+
+/// What stands on a button or above a box, by the word that is the same in every language.
+struct Label {
+    std::string_view word;
+    std::string_view name;
+    std::string_view portuguese;
+    std::string_view english;
+};
+constexpr Label kLabels[] = {
+    {"OK", "ok", "OK", "OK"},
+    {"Cancel", "cancel", "Cancelar", "Cancel"},
+    {"Retry", "retry", "Repetir", "Retry"},
+    {"Yes", "yes", "Sim", "Yes"},
+    {"No", "no", "Não", "No"},
+    {"Continuar", "goOn", "Continuar", "Continue"},
+    {"Sair", "quit", "Sair", "Quit"},
+    {"Error", "error", "Erro", "Error"},
 };
 
 constexpr platform::VersionString kVersion[] = {
@@ -51,17 +90,47 @@ constexpr platform::VersionString kVersion[] = {
     {"ProductVersion", ZORBET_VERSION},
 };
 
+bool isText(std::string_view name) {
+    const auto isMeant = [name](const auto& row) { return platform::sameIniName(row.name, name); };
+    return std::ranges::any_of(kTexts, isMeant) || std::ranges::any_of(kLabels, isMeant);
+}
+
 } // namespace
 
-std::span<const platform::ProgramResource> RProgramResources() {
-    static const auto resources = [] {
-        std::array<platform::ProgramResource, std::size(kTexts) + 1> table{};
-        table.back() = {platform::kIconType, platform::kAppIcon, RProgramIcon()};
-        for (std::size_t i = 0; i < std::size(kTexts); ++i)
-            table[i] = {kTextType, kTexts[i].id, std::as_bytes(std::span(kTexts[i].text))};
-        return table;
-    }();
-    return resources;
+RProgramTexts::RProgramTexts(std::string_view language, std::span<const platform::BoxText> own)
+    : isPortuguese_(language.empty() || platform::belongsToLanguage(language, "pt")) {
+    for (const platform::BoxText& each : own)
+        if (platform::sameIniName(each.language, language)) take(each);
+    for (const Text& row : kTexts) {
+        texts_.push_back(text(row.name, row.portuguese, row.english));
+        resources_.push_back({kTextType, row.id, std::as_bytes(std::span(texts_.back()))});
+    }
+    resources_.push_back({platform::kIconType, platform::kAppIcon, RProgramIcon()});
+    for (const Label& row : kLabels)
+        buttons_.emplace(row.word, text(row.name, row.portuguese, row.english));
+}
+
+void RProgramTexts::take(const platform::BoxText& own) {
+    std::string_view text = own.text;
+    if (text.size() >= 2 && text.front() == '"' && text.back() == '"') // keeps the blanks within
+        text = text.substr(1, text.size() - 2);
+    const std::optional<std::string> latin1 = platform::latin1FromUtf8(text);
+    const std::string place =
+        "game.ini:" + std::to_string(own.line) + ": the text \"" + own.name + "\" ";
+    if (!isText(own.name))
+        problems_.push_back(place + "is none of the program's; see docs/configuration.md for all");
+    else if (!latin1)
+        problems_.push_back(place + "has a letter that is not in Latin-1; write it without");
+    else
+        own_.emplace_back(own.name, *latin1);
+}
+
+std::string RProgramTexts::text(std::string_view name, std::string_view portuguese,
+                                std::string_view english) const {
+    const auto found = std::ranges::find_if(
+        own_, [name](const auto& each) { return platform::sameIniName(each.first, name); });
+    if (found != own_.end()) return found->second;
+    return platform::latin1FromUtf8(isPortuguese_ ? portuguese : english).value_or("");
 }
 
 std::span<const platform::VersionString> RVersionStrings() { return kVersion; }

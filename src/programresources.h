@@ -1,14 +1,52 @@
-// What the program carries itself: its texts and its version strings. All texts that a translator
-// has to know are in the table of programresources.cpp.
+// What the program carries itself: its texts in each language, its icon and its version strings.
+// All texts that a translator has to know are in the tables of programresources.cpp.
 #pragma once
 
+#include "platform/host/boxbuttons.h"
+#include "platform/host/gameinfo.h"
 #include "platform/host/hostmodules.h"
 
+#include <deque>
 #include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
-/// Tables for the platform's modules; they live as long as the program.
-[[nodiscard]] std::span<const platform::ProgramResource> RProgramResources();
+/// The program's texts in one language, those of its boxes and of their buttons.
+class RProgramTexts {
+  public:
+    /// The program has them in Portuguese ("pt"), also when `language` is empty, and in English,
+    /// which stands in for all other languages. Of `own`, the texts that a game brings, those of
+    /// the language take the place of the program's.
+    explicit RProgramTexts(std::string_view language = {},
+                           std::span<const platform::BoxText> own = {});
+    RProgramTexts(const RProgramTexts&) = delete;
+    RProgramTexts& operator=(const RProgramTexts&) = delete;
+
+    /// A table for the platform's modules, with the icon. It lives as long as this object.
+    [[nodiscard]] std::span<const platform::ProgramResource> resources() const {
+        return resources_;
+    }
+    /// What is to stand on buttons, by the words that input files and reports have for them.
+    [[nodiscard]] const platform::ButtonLabels& buttons() const { return buttons_; }
+    /// What of `own` cannot be used, in sentences for people.
+    [[nodiscard]] const std::vector<std::string>& problems() const { return problems_; }
+
+  private:
+    /// The text called `name`, Latin-1.
+    [[nodiscard]] std::string text(std::string_view name, std::string_view portuguese,
+                                   std::string_view english) const;
+    void take(const platform::BoxText& own);
+
+    bool isPortuguese_;
+    std::vector<std::pair<std::string, std::string>> own_; ///< by name, Latin-1
+    std::deque<std::string> texts_; ///< the bytes of the resources, which stay where they are
+    std::vector<platform::ProgramResource> resources_;
+    platform::ButtonLabels buttons_;
+    std::vector<std::string> problems_;
+};
+
+/// Lives as long as the program.
 [[nodiscard]] std::span<const platform::VersionString> RVersionStrings();
 
 /// A warning text by its number, Latin-1. One that is missing is replaced by a text that says so,

@@ -59,9 +59,9 @@ RResources::start(std::string_view cdDrive,
                   const OMLinkTo<void(const SequenceSoundRecord&)>& addSequenceSound) {
     OMOpenLibrary::setKeepOpen(true);
     OMPathSetStrict(true);
-    addDirectories("");
-    addDirectories(std::string(kParent));
-    if (!cdDrive.empty()) addDirectories(OMPathWithBackslash(cdDrive));
+    roots_ = {"", std::string(kParent)};
+    if (!cdDrive.empty()) roots_.push_back(OMPathWithBackslash(cdDrive));
+    for (const std::string& root : roots_) addDirectories(root);
     mapIdentifiers_.clear();
     if (files_.empty()) return StartUp::NoResourceFile;
     readSequenceSounds(addSequenceSound);

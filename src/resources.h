@@ -34,6 +34,8 @@ class RResources {
     /// empty. Every line of "audio.map" is told to `addSequenceSound`, in order.
     StartUp start(std::string_view cdDrive,
                   const OMLinkTo<void(const SequenceSoundRecord&)>& addSequenceSound);
+    /// The folders whose "scripts" and "RSC" were looked into, in that order: "" is the game's own.
+    [[nodiscard]] const std::vector<std::string>& roots() const { return roots_; }
     /// Called after the application is gone; forgets all files.
     void shutDown();
 
@@ -91,6 +93,7 @@ class RResources {
     void uncache(const FileRecord& record);
     void report(const std::string& text);
 
+    std::vector<std::string> roots_;
     std::vector<FileRecord> files_;
     std::map<std::string, std::size_t, std::less<>> places_; ///< of the names in `files_`
     std::vector<std::string> mapIdentifiers_;                ///< of the maps read; start-up only

@@ -55,6 +55,9 @@ class BreakingFiles final : public Files {
     [[nodiscard]] std::string fullPath(std::string_view path) const override {
         return files_.fullPath(path);
     }
+    [[nodiscard]] std::string hostName(std::string_view path) const override {
+        return files_.hostName(path);
+    }
     [[nodiscard]] std::string currentDirectory() const override {
         return files_.currentDirectory();
     }

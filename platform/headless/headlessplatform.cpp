@@ -1,6 +1,7 @@
 #include "platform/headless/headlessplatform.h"
 
 #include "platform/headless/headlesstextwindow.h"
+#include "platform/host/latin1.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -17,15 +18,14 @@ std::ostream& orElse(std::ostream* chosen, std::ostream& usual) { return chosen 
 } // namespace
 
 HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
-    : stepMs_(std::max(options.stepMs, 1u)), machine_(options.machine),
-      report_(orElse(options.report, std::cout), clock_), files_(options.host),
-      modules_(files_, options.resources, options.versionStrings),
-      display_(options.screen, report_), events_(options.timeline, options.untilMs, clock_,
-                                                 display_, orElse(options.notes, std::cerr)),
-      dialogs_(options.timeline, clock_, files_, report_, orElse(options.notes, std::cerr)),
-      recordings_(options.recordSound, orElse(options.notes, std::cerr)),
-      waveOut_(clock_, recordings_), movieSpeakers_(clock_, recordings_),
-      movies_(files_, clock_, movieSpeakers_) {
+    : stepMs_(std::max(options.stepMs, 1u)), notes_(orElse(options.notes, std::cerr)),
+      machine_(options.machine), report_(orElse(options.report, std::cout), clock_),
+      files_(options.host), modules_(files_, options.resources, options.versionStrings),
+      display_(options.screen, report_),
+      events_(options.timeline, options.untilMs, clock_, display_, notes_),
+      dialogs_(options.timeline, clock_, files_, report_, notes_),
+      recordings_(options.recordSound, notes_), waveOut_(clock_, recordings_),
+      movieSpeakers_(clock_, recordings_), movies_(files_, clock_, movieSpeakers_) {
     display_.setDriver(options.machine.driver);
     waveOut_.setAvailable(options.machine.sound);
     movieSpeakers_.setAvailable(options.machine.sound);
@@ -40,6 +40,10 @@ Files& HeadlessPlatform::files() {
 std::unique_ptr<TextWindow> HeadlessPlatform::openTextWindow(const TextWindowRequest& request,
                                                              TextWindowOwner&) {
     return std::make_unique<HeadlessTextWindow>(request, report_);
+}
+
+void HeadlessPlatform::complain(std::string_view text) {
+    notes_ << "zorbet: " << utf8FromLatin1(text) << std::endl;
 }
 
 void HeadlessPlatform::programEnds(int exitCode) {

@@ -63,6 +63,10 @@ class HeadlessPlatform final : public Platform {
     [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
                                                              TextWindowOwner& owner) override;
 
+    /// There is nothing to choose.
+    void keepSettings(std::string_view) override {}
+    void complain(std::string_view text) override;
+
     void mainLoopBegins() override { clock_.beginLoop(); }
     void passEnded() override { clock_.sleep(stepMs_); }
     void programEnds(int exitCode) override;
@@ -70,6 +74,7 @@ class HeadlessPlatform final : public Platform {
 
   private:
     std::uint32_t stepMs_;
+    std::ostream& notes_;
     ClaimedMachine machine_;
     VirtualClock clock_;
     Report report_;

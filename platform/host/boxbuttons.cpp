@@ -35,4 +35,9 @@ std::string_view buttonText(Button button) {
     return {};
 }
 
+std::string labelOf(const ButtonLabels& labels, std::string_view word) {
+    const auto found = labels.find(word);
+    return found == labels.end() ? std::string(word) : found->second;
+}
+
 } // namespace platform

@@ -4,7 +4,10 @@
 #include "platform/dialogs.h"
 
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace platform {
@@ -13,6 +16,12 @@ namespace platform {
 /// style whose buttons are not known has OK only.
 [[nodiscard]] std::span<const Button> boxButtons(std::uint32_t style);
 
+/// The word for a button in input files and reports, in every language.
 [[nodiscard]] std::string_view buttonText(Button button);
+
+/// What people see in place of such words, Latin-1.
+using ButtonLabels = std::map<std::string, std::string, std::less<>>;
+/// The word itself when there is no label for it.
+[[nodiscard]] std::string labelOf(const ButtonLabels& labels, std::string_view word);
 
 } // namespace platform

@@ -1,12 +1,12 @@
 #include "platform/host/hostfiles.h"
 
+#include "platform/host/datafolder.h"
 #include "platform/host/hostfile.h"
 #include "platform/host/latin1.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <sys/statvfs.h>
 #include <system_error>
@@ -69,18 +69,6 @@ std::string absoluteHostPath(const std::string& hostPath) {
     return text;
 }
 
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
-}
-
-std::string defaultHome() {
-    const std::string data = environment("XDG_DATA_HOME");
-    if (data.starts_with('/')) return data + "/zorbet"; // others are to be ignored by the XDG rules
-    const std::string user = environment("HOME");
-    return (user.empty() ? "." : user) + "/.local/share/zorbet";
-}
-
 /// Calls `visit` with the host's and the program's name of each entry that has both.
 template <class Visit>
 void eachEntry(const std::string& hostFolder, Visit visit) {
@@ -121,7 +109,7 @@ bool isNameForFile(const std::string& hostPath) {
 
 HostFiles::HostFiles(const HostOptions& options)
     : drives_{{kHostDrive, ""}},
-      hostHome_(absoluteHostPath(options.home.empty() ? defaultHome() : options.home)),
+      hostHome_(absoluteHostPath(options.home.empty() ? userDataFolder() : options.home)),
       current_(anchor(absoluteHostPath(options.content), kContentDrive)),
       home_(anchor(hostHome_, kHomeDrive)), claimedSpace_(options.freeSpace) {
     if (!options.cd.empty()) drives_.push_back({kCdDrive, absoluteHostPath(options.cd)});
@@ -256,6 +244,17 @@ std::vector<DirectoryEntry> HostFiles::list(std::string_view directory) const {
 }
 
 std::string HostFiles::fullPath(std::string_view path) const { return textOf(placeOf(path)); }
+
+std::string HostFiles::hostName(std::string_view path) const {
+    const Place place = placeOf(path);
+    if (const auto found = locate(place, false))
+        return latin1FromUtf8(*found).value_or(textOf(place));
+    const Drive* drive = driveOf(place.drive);
+    if (!drive) return textOf(place);
+    std::string name = latin1FromUtf8(drive->root).value_or(std::string(1, place.drive) + ':');
+    for (const std::string& part : place.parts) name += '/' + part;
+    return name;
+}
 
 std::string HostFiles::currentDirectory() const { return textOf(current_); }
 

@@ -31,6 +31,7 @@ class HostFiles final : public Files {
     /// Leaves out the names that the program could not write.
     [[nodiscard]] std::vector<DirectoryEntry> list(std::string_view directory) const override;
     [[nodiscard]] std::string fullPath(std::string_view path) const override;
+    [[nodiscard]] std::string hostName(std::string_view path) const override;
     [[nodiscard]] std::string currentDirectory() const override;
     [[nodiscard]] std::string homeDirectory() const override;
     /// Drive C: is measured where the home directory lies, as the program writes nowhere else.

@@ -1,6 +1,5 @@
 #include "platform/sdl/sdldialogs.h"
 
-#include "platform/host/boxbuttons.h"
 #include "platform/host/latin1.h"
 #include "platform/sdl/filechooser.h"
 
@@ -37,10 +36,13 @@ SDL_MessageBoxFlags flagsOf(std::uint32_t style) {
 
 int SdlDialogs::show(const Box& box) {
     display_.flush();
+    const auto label = [this](std::string_view word) {
+        return utf8FromLatin1(labelOf(labels_, word));
+    };
     std::vector<std::string> texts;
-    std::ranges::transform(box.buttons, std::back_inserter(texts), utf8FromLatin1);
+    std::ranges::transform(box.buttons, std::back_inserter(texts), label);
     const std::vector<SDL_MessageBoxButtonData> buttons = buttonData(texts, box.closing);
-    const std::string caption = utf8FromLatin1(box.caption);
+    const std::string caption = label(box.caption);
     const std::string text = utf8FromLatin1(box.text);
     SDL_MessageBoxData data{};
     data.flags = static_cast<Uint32>(box.flags) | SDL_MESSAGEBOX_BUTTONS_LEFT_TO_RIGHT;

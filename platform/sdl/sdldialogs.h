@@ -4,21 +4,24 @@
 #pragma once
 
 #include "platform/dialogs.h"
+#include "platform/host/boxbuttons.h"
 #include "platform/host/hostfiles.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
 
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace platform {
 
 class SdlDialogs final : public Dialogs {
   public:
-    /// All must outlive the dialogs.
-    SdlDialogs(SdlDisplay& display, SdlEvents& events, const HostFiles& files)
-        : display_(display), events_(events), files_(files) {}
+    /// All that is referred to must outlive the dialogs. `labels` stand on the buttons, and above
+    /// boxes whose caption is among the words.
+    SdlDialogs(SdlDisplay& display, SdlEvents& events, const HostFiles& files, ButtonLabels labels)
+        : display_(display), events_(events), files_(files), labels_(std::move(labels)) {}
 
     Button messageBox(std::string_view text, std::string_view caption,
                       std::uint32_t style) override;
@@ -31,7 +34,7 @@ class SdlDialogs final : public Dialogs {
         SDL_MessageBoxFlags flags;
         std::string_view caption;
         std::string_view text;
-        std::vector<std::string> buttons; ///< from left to right, the first is the default one
+        std::vector<std::string> buttons; ///< words from left to right, the first is the default
         int closing;                      ///< index of the button that closing the box means
     };
 
@@ -41,6 +44,7 @@ class SdlDialogs final : public Dialogs {
     SdlDisplay& display_;
     SdlEvents& events_;
     const HostFiles& files_;
+    ButtonLabels labels_;
 };
 
 } // namespace platform

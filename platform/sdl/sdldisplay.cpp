@@ -35,8 +35,11 @@ class SdlCursor final : public Cursor {
 
 } // namespace
 
-SdlDisplay::SdlDisplay(SdlWindow window, const ScreenMode& mode)
-    : HostDisplay(mode), window_(std::move(window)), stale_(shown().bounds()) {}
+SdlDisplay::SdlDisplay(SdlWindow window, const ScreenMode& mode, std::string gameTitle, bool author)
+    : HostDisplay(mode), window_(std::move(window)), gameTitle_(std::move(gameTitle)),
+      author_(author), stale_(shown().bounds()) {
+    SDL_SetWindowTitle(this->window(), gameTitle_.c_str());
+}
 
 void SdlDisplay::present(const Rect& area) {
     HostDisplay::present(area);
@@ -51,13 +54,31 @@ void SdlDisplay::modeChanged() {
     SDL_RenderSetLogicalSize(renderer, shown().width(), shown().height());
     if (auto texture = makeSdlTexture(renderer, shown().width(), shown().height()))
         window_.texture = std::move(texture);
-    SDL_SetWindowFullscreen(window(), isExclusive() ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
+    applyFullScreen();
     stale_ = {};
-    windowIsCurrent_ = false;
 }
 
 void SdlDisplay::setTitle(std::string_view title) {
-    SDL_SetWindowTitle(window(), utf8FromLatin1(title).c_str());
+    const std::string text = utf8FromLatin1(title);
+    if (gameTitle_.empty())
+        SDL_SetWindowTitle(window(), text.c_str());
+    else if (author_)
+        SDL_SetWindowTitle(window(), (gameTitle_ + " - " + text).c_str());
+}
+
+void SdlDisplay::setFullScreen(bool on) {
+    chosenFullScreen_ = on;
+    applyFullScreen();
+}
+
+void SdlDisplay::toggleFullScreen() {
+    setFullScreen(!wantsFullScreen());
+    if (fullScreenLink_) fullScreenLink_(wantsFullScreen());
+}
+
+void SdlDisplay::applyFullScreen() {
+    SDL_SetWindowFullscreen(window(), wantsFullScreen() ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
+    windowIsCurrent_ = false;
 }
 
 std::unique_ptr<Cursor> SdlDisplay::makeCursor(int id) {

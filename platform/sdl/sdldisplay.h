@@ -4,14 +4,19 @@
 #include "platform/host/hostdisplay.h"
 #include "platform/sdl/sdlwindow.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
+#include <string>
+#include <utility>
 
 namespace platform {
 
 class SdlDisplay final : public HostDisplay {
   public:
-    /// The window is complete.
-    SdlDisplay(SdlWindow window, const ScreenMode& mode);
+    /// The window is complete. Its title is the game's, UTF-8; with `author`, and without a title,
+    /// what the program sets as its title is seen too.
+    SdlDisplay(SdlWindow window, const ScreenMode& mode, std::string gameTitle, bool author);
 
     void present(const Rect& area) override;
     void setTitle(std::string_view title) override;
@@ -22,6 +27,13 @@ class SdlDisplay final : public HostDisplay {
 
     /// Brings the window up to date, if anything changed since the last time.
     void flush();
+    /// Whether the window takes the whole monitor. Until a person has chosen, it does in exclusive
+    /// mode.
+    void setFullScreen(bool on);
+    /// A person wants the other one; `setFullScreenLink` is told.
+    void toggleFullScreen();
+    void setFullScreenLink(std::function<void(bool)> link) { fullScreenLink_ = std::move(link); }
+
     /// Makes the window visible, if it is not yet.
     void showWindow();
     /// The window must be drawn again although nothing changed.
@@ -40,8 +52,14 @@ class SdlDisplay final : public HostDisplay {
     void markStale(const Rect& part);
     void updateTexture();
     void chooseScaling();
+    void applyFullScreen();
+    [[nodiscard]] bool wantsFullScreen() const { return chosenFullScreen_.value_or(isExclusive()); }
 
     SdlWindow window_;
+    std::string gameTitle_;
+    bool author_;
+    std::optional<bool> chosenFullScreen_;
+    std::function<void(bool)> fullScreenLink_;
     Rect stale_{};                 ///< part of the texture that is older than the screen
     bool windowIsCurrent_ = false; ///< the window shows the texture
     bool windowIsShown_ = false;

@@ -22,6 +22,12 @@ bool isInput(const Message& message) {
     }
 }
 
+/// F11 and Alt+Enter are the window's own.
+bool isFullScreenKey(const SDL_Keysym& key) {
+    const bool enter = key.sym == SDLK_RETURN || key.sym == SDLK_KP_ENTER;
+    return key.sym == SDLK_F11 || (enter && (key.mod & KMOD_ALT) != 0);
+}
+
 /// The window that an event belongs to; 0 for none.
 std::uint32_t windowOf(const SDL_Event& event) {
     switch (event.type) {
@@ -98,7 +104,9 @@ void SdlEvents::translate(const SDL_Event& event) {
     case SDL_MOUSEMOTION: translateMotion(event.motion); break;
     case SDL_TEXTINPUT: translateText(event.text); break;
     case SDL_KEYDOWN:
-        if (event.key.keysym.sym == SDLK_F1 && (event.key.keysym.mod & KMOD_SHIFT) != 0) {
+        if (isFullScreenKey(event.key.keysym)) {
+            if (event.key.repeat == 0) display_.toggleFullScreen();
+        } else if (event.key.keysym.sym == SDLK_F1 && (event.key.keysym.mod & KMOD_SHIFT) != 0) {
             // Windows here have no menu of their own.
             push({.kind = Message::Kind::Command, .timeMs = timeMs, .command = kAboutCommand});
         } else if (const auto press = keyPressOf(event.key.keysym)) {

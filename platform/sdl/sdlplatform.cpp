@@ -4,6 +4,9 @@
 #include "platform/host/hostmachine.h"
 #include "platform/host/hostmovies.h"
 #include "platform/host/hosttypefaces.h"
+#include "platform/host/latin1.h"
+#include "platform/host/playersettings.h"
+#include "platform/host/pngreader.h"
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
@@ -23,6 +26,12 @@ namespace platform {
 namespace {
 
 constexpr std::uint32_t kRestMs = 1;
+constexpr int kMostIconSide = 1024; // pixels
+
+// What is kept among the player's settings.
+constexpr std::string_view kFullScreen = "fullscreen";
+constexpr std::string_view kOn = "1";
+constexpr std::string_view kOff = "0";
 
 class SdlClock final : public Clock {
   public:
@@ -43,12 +52,12 @@ class SdlClock final : public Clock {
 class SdlPlatform final : public Platform {
   public:
     SdlPlatform(std::unique_ptr<SdlSession> session, SdlWindow window, const SdlOptions& options)
-        : session_(std::move(session)), display_(std::move(window), options.screen),
+        : session_(std::move(session)),
+          display_(std::move(window), options.screen, options.game.title, options.author),
           clock_(display_), events_(display_, textWindows_), files_(options.host),
           modules_(files_, options.resources, options.versionStrings),
-          dialogs_(display_, events_, files_) {
-        if (const auto icon = modules_.resource(kIconType, kAppIcon))
-            setSdlIcon(display_.window(), *icon);
+          dialogs_(display_, events_, files_, options.buttons) {
+        setIcon(options.game.icon);
     }
 
     [[nodiscard]] Clock& clock() override { return clock_; }
@@ -67,6 +76,18 @@ class SdlPlatform final : public Platform {
         return textWindows_.open(request, owner);
     }
 
+    void keepSettings(std::string_view path) override {
+        settings_.open(path);
+        const std::string kept = settings_.value(kFullScreen);
+        if (!kept.empty()) display_.setFullScreen(kept == kOn);
+        display_.setFullScreenLink([this](bool on) {
+            if (!settings_.set(kFullScreen, on ? kOn : kOff))
+                complain("The choice of a full screen could not be kept in the game's data folder; "
+                         "see whether it can be written to");
+        });
+    }
+    void complain(std::string_view text) override { say(utf8FromLatin1(text)); }
+
     void mainLoopBegins() override { display_.showWindow(); }
     void passEnded() override {
         display_.flush();
@@ -80,12 +101,26 @@ class SdlPlatform final : public Platform {
     }
 
   private:
+    static void say(const std::string& utf8) { std::fprintf(stderr, "zorbet: %s\n", utf8.c_str()); }
+
+    /// The game's own, else the program's.
+    void setIcon(const std::string& gameIcon) {
+        const auto picture = gameIcon.empty() ? std::nullopt : readPng(gameIcon, kMostIconSide);
+        if (picture) return setSdlIcon(display_.window(), *picture);
+        if (!gameIcon.empty())
+            say(gameIcon + ": not shown as the game's icon, as it is no PNG picture of at most "
+                           "1024 x 1024 pixels");
+        if (const auto icon = modules_.resource(kIconType, kAppIcon))
+            setSdlIcon(display_.window(), *icon);
+    }
+
     std::unique_ptr<SdlSession> session_; ///< ends last
     SdlDisplay display_;
     SdlClock clock_;
     SdlTextWindows textWindows_;
     SdlEvents events_;
     HostFiles files_;
+    PlayerSettings settings_{files_};
     HostModules modules_;
     HostTypefaces typefaces_{files_};
     SdlMovieSpeakers movieSpeakers_;
@@ -100,7 +135,7 @@ class SdlPlatform final : public Platform {
 std::variant<std::unique_ptr<Platform>, std::string> makeSdlPlatform(const SdlOptions& options) {
     if (options.screen.width < 1 || options.screen.height < 1) return "the screen has no size";
     // A close or end request and SIGINT and SIGTERM all arrive as SDL's quit event.
-    auto session = std::make_unique<SdlSession>();
+    auto session = std::make_unique<SdlSession>(options.game);
     if (!session->started()) return SDL_GetError();
     std::optional<SdlWindow> window = openSdlWindow(options.screen);
     if (!window) return SDL_GetError();

@@ -2,6 +2,8 @@
 // to be included.
 #pragma once
 
+#include "platform/host/boxbuttons.h"
+#include "platform/host/gameinfo.h"
 #include "platform/host/hostmodules.h"
 #include "platform/host/hostoptions.h"
 #include "platform/platform.h"
@@ -15,9 +17,12 @@ namespace platform {
 
 struct SdlOptions {
     HostOptions host{};
+    GameInfo game{}; ///< gives the window its title and icon, and the desktop the program's name
+    bool author = false; ///< the window's title tells what the program says too
     ScreenMode screen{};
     std::span<const ProgramResource> resources{};
     std::span<const VersionString> versionStrings{};
+    ButtonLabels buttons{};
 };
 
 /// Or why there is no window. At most one may exist at a time. The window appears with the first

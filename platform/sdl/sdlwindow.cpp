@@ -1,6 +1,8 @@
 #include "platform/sdl/sdlwindow.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <vector>
 
 namespace platform {
 
@@ -25,8 +27,18 @@ SdlHandle<SDL_Renderer> makeRenderer(SDL_Window* window, const ScreenMode& mode)
 
 } // namespace
 
-SdlSession::SdlSession() {
-    SDL_SetHint(SDL_HINT_APP_NAME, "zorbet");
+SdlSession::SdlSession(const GameInfo& game) {
+    constexpr int kUnlessGiven = 0;
+    if (!game.title.empty()) {
+        SDL_SetHint(SDL_HINT_APP_NAME, game.title.c_str());
+        SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, game.title.c_str());
+        SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_NAME, game.title.c_str());
+    }
+    SDL_SetHint(SDL_HINT_AUDIO_DEVICE_STREAM_ROLE, "game");
+    if (!game.identifier.empty()) { // what a desktop entry finds its windows by
+        SDL_setenv("SDL_VIDEO_X11_WMCLASS", game.identifier.c_str(), kUnlessGiven);
+        SDL_setenv("SDL_VIDEO_WAYLAND_WMCLASS", game.identifier.c_str(), kUnlessGiven);
+    }
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
     started_ = SDL_Init(SDL_INIT_VIDEO) == 0;
@@ -52,6 +64,16 @@ void setSdlIcon(SDL_Window* window, std::span<const std::byte> icon) {
     if (!picture) return;
     SDL_SetColorKey(picture.get(), SDL_TRUE, 0);
     SDL_SetWindowIcon(window, picture.get());
+}
+
+void setSdlIcon(SDL_Window* window, const Picture& icon) {
+    constexpr int kBits = 32;
+    constexpr int kBytes = 4;
+    std::vector<std::uint32_t> pixels = icon.pixels; // a surface wants to be able to write
+    const SdlHandle<SDL_Surface> surface(
+        SDL_CreateRGBSurfaceWithFormatFrom(pixels.data(), icon.width, icon.height, kBits,
+                                           icon.width * kBytes, SDL_PIXELFORMAT_ARGB8888));
+    if (surface) SDL_SetWindowIcon(window, surface.get());
 }
 
 SdlHandle<SDL_Texture> makeSdlTexture(SDL_Renderer* renderer, int width, int height) {

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "platform/display.h"
+#include "platform/host/gameinfo.h"
+#include "platform/host/pngreader.h"
 
 #include <SDL.h>
 #include <cstddef>
@@ -24,7 +26,8 @@ using SdlHandle = std::unique_ptr<Handle, SdlDeleter>;
 /// SDL itself, from before the window until after it.
 class SdlSession {
   public:
-    SdlSession();
+    /// The desktop and the sound server know the program by the game's title and identifier.
+    explicit SdlSession(const GameInfo& game);
     ~SdlSession() { SDL_Quit(); }
     SdlSession(const SdlSession&) = delete;
     SdlSession& operator=(const SdlSession&) = delete;
@@ -48,6 +51,7 @@ struct SdlWindow {
 
 /// Gives the window an icon (see HostModules); without effect when the bytes are none.
 void setSdlIcon(SDL_Window* window, std::span<const std::byte> icon);
+void setSdlIcon(SDL_Window* window, const Picture& icon);
 
 /// A texture of `width` by `height` pixels 0xFFRRGGBB, made to be written often. Null on failure.
 [[nodiscard]] SdlHandle<SDL_Texture> makeSdlTexture(SDL_Renderer* renderer, int width, int height);

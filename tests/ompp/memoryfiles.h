@@ -633,6 +633,8 @@ class MemoryPlatform final : public platform::Platform {
     MemoryTextWindows textWindows;
     std::function<void()> atEnd; ///< called before the process ends at once
 
+    void keepSettings(std::string_view) override {}
+    void complain(std::string_view) override {}
     void mainLoopBegins() override {}
     void passEnded() override {}
     void programEnds(int) override {}

@@ -1,11 +1,11 @@
 // The whole program from its start to its end, on a machine in memory.
 #include "app.h"
 
+#include "carriedtexts.h"
 #include "frameworkfixture.h"
 
 #include "omapp.h"
 #include "omappinitterm.h"
-#include "programresources.h"
 #include "startup/memoryexhaustion.h"
 
 #include <new>
@@ -21,9 +21,7 @@ class AppTest : public FrameworkTest {
         OMSetPlatform(&large);
         large.files().put("RSC\\resource.map", std::string("MAINMAP\n1\na.rsc\nRRGB 5\nENDFILE\n"));
         large.files().put("Startup.mps", std::string("quit\n"));
-        for (const platform::ProgramResource& resource : RProgramResources())
-            large.modules().resources[{std::string(resource.type), resource.id}] = {
-                resource.bytes.begin(), resource.bytes.end()};
+        carryTexts(large);
     }
     ~AppTest() override {
         OMApp::useGDI();

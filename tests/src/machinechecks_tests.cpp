@@ -1,10 +1,10 @@
 // What the start looks at: each check passed and failed, warnings answered and switched off.
 #include "startup/machinechecks.h"
 
+#include "carriedtexts.h"
 #include "frameworkfixture.h"
 
 #include "omwaveengine.h"
-#include "programresources.h"
 
 #include <functional>
 #include <map>
@@ -38,9 +38,7 @@ class MachineChecksTest : public FrameworkTest {
 
     std::optional<Mode> check(MemoryPlatform& computer, bool surfaces, bool fullScreen) {
         OMSetPlatform(&computer);
-        for (const platform::ProgramResource& resource : RProgramResources())
-            computer.modules().resources[{std::string(resource.type), resource.id}] = {
-                resource.bytes.begin(), resource.bytes.end()};
+        carryTexts(computer);
         RConfiguration configuration;
         configuration.homeDirectory = "C:\\GAME\\";
         configuration.useDirectDraw = surfaces;
@@ -60,7 +58,7 @@ class MachineChecksTest : public FrameworkTest {
         return texts;
     }
     static std::string text(int id) {
-        for (const platform::ProgramResource& resource : RProgramResources())
+        for (const platform::ProgramResource& resource : carriedTexts().resources())
             if (resource.id == id) return testing_support::toText(resource.bytes);
         ADD_FAILURE() << "no text " << id;
         return {};

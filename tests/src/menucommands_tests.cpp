@@ -3,7 +3,6 @@
 
 #include "trinkets/windowfixture.h"
 
-#include "programresources.h"
 #include "rkbdinp.h"
 #include "scenes/efwindow.h"
 #include "scenes/rscenprt.h"
@@ -18,9 +17,7 @@ class MenuCommandsTest : public OMAppTest {
   protected:
     MenuCommandsTest() {
         app->begin();
-        for (const platform::ProgramResource& resource : RProgramResources())
-            machine.modules().resources[{std::string(resource.type), resource.id}] = {
-                resource.bytes.begin(), resource.bytes.end()};
+        carryTexts(machine);
         port.takeClass(RScenePort::kClass);
         port.attachHandler("spacebarPressed", [this] { told += "space "; });
         port.attachHandler("returnPressed", [this] { told += "return "; });

@@ -81,6 +81,11 @@ class Files {
     /// `path` with its drive letter and every "." and ".." worked out.
     [[nodiscard]] virtual std::string fullPath(std::string_view path) const = 0;
 
+    /// What people call `path` outside of the program: the host's name of it, there or not. Latin-1.
+    [[nodiscard]] virtual std::string hostName(std::string_view path) const {
+        return fullPath(path);
+    }
+
     /// Full paths without a "\" at the end (except a drive's root, "D:\").
     [[nodiscard]] virtual std::string currentDirectory() const = 0;
     [[nodiscard]] virtual std::string homeDirectory() const = 0; ///< the "Windows directory"

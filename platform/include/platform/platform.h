@@ -17,6 +17,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
 namespace platform {
 
@@ -40,6 +41,13 @@ class Platform {
     /// platform is.
     [[nodiscard]] virtual std::unique_ptr<TextWindow>
     openTextWindow(const TextWindowRequest& request, TextWindowOwner& owner) = 0;
+
+    /// From now on what the player chooses of the machine for this game, such as a full screen, is
+    /// kept in the file `path` (in the form of `Files`); what was kept there is applied at once.
+    virtual void keepSettings(std::string_view path) = 0;
+
+    /// Tells whoever started the program what no box tells, in a line on standard error. Latin-1.
+    virtual void complain(std::string_view text) = 0;
 
     /// Called once, right before the first pass of the main loop: input that is known beforehand
     /// counts its time from here.

@@ -1,0 +1,52 @@
+#include "platform/host/datafolder.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+namespace platform {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kSave = "ZORBET.DAT";
+constexpr std::string_view kSaves = "ZORBET."; // the copies of the file too
+
+std::string environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+} // namespace
+
+std::string userDataFolder() {
+    const std::string data = environment("XDG_DATA_HOME");
+    if (data.starts_with('/')) return data + "/zorbet"; // others are to be ignored by the XDG rules
+    const std::string user = environment("HOME");
+    return (user.empty() ? "." : user) + "/.local/share/zorbet";
+}
+
+std::string gameDataFolder(const std::string& identifier) {
+    return userDataFolder() + '/' + identifier;
+}
+
+void moveOldSaves(const std::string& identifier) {
+    std::error_code error;
+    const fs::path from = userDataFolder();
+    const fs::path to = gameDataFolder(identifier);
+    if (!fs::is_regular_file(from / kSave, error) || fs::exists(to / kSave, error)) return;
+    fs::create_directories(to, error);
+    // The file itself goes last: until then a move that was interrupted begins again.
+    for (fs::directory_iterator entry(from, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        std::error_code failed;
+        if (name.starts_with(kSaves) && name != kSave && entry->is_regular_file(failed))
+            fs::rename(entry->path(), to / name, failed);
+    }
+    fs::rename(from / kSave, to / kSave, error);
+}
+
+} // namespace platform

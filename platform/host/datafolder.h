@@ -1,0 +1,17 @@
+// Where the saved games and settings of a user lie on the host: one folder for all games, and in it
+// one for each, named by the game's identifier. Host path names.
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+/// "zorbet" in the user's folder for data by the rules of XDG base directories. Need not be there.
+[[nodiscard]] std::string userDataFolder();
+[[nodiscard]] std::string gameDataFolder(const std::string& identifier);
+
+/// Moves saved games that lie in the folder of all games, where they were before each game had its
+/// own, to the folder of `identifier`, unless that has some. What cannot be moved stays.
+void moveOldSaves(const std::string& identifier);
+
+} // namespace platform
