@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <langinfo.h>
+#include <locale.h>
+#include <string_view>
 #include <vector>
 
 namespace platform {
@@ -25,10 +28,20 @@ SdlHandle<SDL_Renderer> makeRenderer(SDL_Window* window, const ScreenMode& mode)
     return renderer;
 }
 
+/// Whether the environment's locale is installed and knows all letters.
+bool localeHasUtf8() {
+    const locale_t locale = ::newlocale(LC_ALL_MASK, "", nullptr);
+    if (!locale) return false;
+    const bool has = std::string_view(::nl_langinfo_l(CODESET, locale)) == "UTF-8";
+    ::freelocale(locale);
+    return has;
+}
+
 } // namespace
 
 SdlSession::SdlSession(const GameInfo& game) {
     constexpr int kUnlessGiven = 0;
+    if (!localeHasUtf8()) SDL_setenv("LC_ALL", "C.UTF-8", 1); // boxes would lose their letters
     if (!game.title.empty()) {
         SDL_SetHint(SDL_HINT_APP_NAME, game.title.c_str());
         SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, game.title.c_str());
