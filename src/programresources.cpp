@@ -100,7 +100,7 @@ bool isText(std::string_view name) {
 RProgramTexts::RProgramTexts(std::string_view language, std::span<const platform::BoxText> own)
     : isPortuguese_(language.empty() || platform::belongsToLanguage(language, "pt")) {
     for (const platform::BoxText& each : own)
-        if (platform::sameIniName(each.language, language)) take(each);
+        take(each, platform::sameIniName(each.language, language));
     for (const Text& row : kTexts) {
         texts_.push_back(text(row.name, row.portuguese, row.english));
         resources_.push_back({kTextType, row.id, std::as_bytes(std::span(texts_.back()))});
@@ -110,18 +110,18 @@ RProgramTexts::RProgramTexts(std::string_view language, std::span<const platform
         buttons_.emplace(row.word, text(row.name, row.portuguese, row.english));
 }
 
-void RProgramTexts::take(const platform::BoxText& own) {
+/// Those of other languages are looked at as well, so that mistakes are told to whoever makes them.
+void RProgramTexts::take(const platform::BoxText& own, bool isOfLanguage) {
     std::string_view text = own.text;
     if (text.size() >= 2 && text.front() == '"' && text.back() == '"') // keeps the blanks within
         text = text.substr(1, text.size() - 2);
     const std::optional<std::string> latin1 = platform::latin1FromUtf8(text);
-    const std::string place =
-        "game.ini:" + std::to_string(own.line) + ": the text \"" + own.name + "\" ";
+    const std::string place = own.place + ": \"" + own.name + "\" ";
     if (!isText(own.name))
-        problems_.push_back(place + "is none of the program's; see docs/configuration.md for all");
+        problems_.push_back(place + "is no text of the program; docs/configuration.md has them all");
     else if (!latin1)
         problems_.push_back(place + "has a letter that is not in Latin-1; write it without");
-    else
+    else if (isOfLanguage)
         own_.emplace_back(own.name, *latin1);
 }
 

@@ -36,7 +36,7 @@ class RProgramTexts {
     /// The text called `name`, Latin-1.
     [[nodiscard]] std::string text(std::string_view name, std::string_view portuguese,
                                    std::string_view english) const;
-    void take(const platform::BoxText& own);
+    void take(const platform::BoxText& own, bool isOfLanguage);
 
     bool isPortuguese_;
     std::vector<std::pair<std::string, std::string>> own_; ///< by name, Latin-1

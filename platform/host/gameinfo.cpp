@@ -153,6 +153,7 @@ class Reader {
             if (!isLanguageTag(tag)) return complain(entry, "wants languages such as pt,en");
             languages.push_back(std::move(tag));
         }
+        if (languages.empty()) return complain(entry, "wants languages such as pt,en");
         info_.languages = std::move(languages);
     }
 
@@ -160,16 +161,20 @@ class Reader {
         const std::string_view language = entry.section.substr(kBoxes.size());
         const auto begin = std::min(language.find_first_not_of(' '), language.size());
         if (isLanguageTag(language.substr(begin)))
-            info_.boxTexts.push_back({entry.line, std::string(language.substr(begin)),
+            info_.boxTexts.push_back({placeOf(entry), std::string(language.substr(begin)),
                                       std::string(entry.key), std::string(entry.value)});
         else
             complain(entry, "stands in a section without a language; write [boxes en]");
     }
 
+    [[nodiscard]] std::string placeOf(const IniEntry& entry) const {
+        return (folder_ / kFile).string() + ':' + std::to_string(entry.line);
+    }
+
     void complain(const IniEntry& entry, std::string_view what) {
         const std::string_view name = entry.key.empty() ? entry.value : entry.key;
-        info_.problems.push_back((folder_ / kFile).string() + ':' + std::to_string(entry.line) +
-                                 ": \"" + std::string(name) + "\" " + std::string(what));
+        info_.problems.push_back(placeOf(entry) + ": \"" + std::string(name) + "\" " +
+                                 std::string(what));
     }
 
     fs::path folder_;

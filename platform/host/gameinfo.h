@@ -20,7 +20,7 @@ namespace platform {
 
 /// A text of the program that the game replaces.
 struct BoxText {
-    int line = 0; ///< of the file
+    std::string place; ///< file and line, for messages
     std::string language;
     std::string name;
     std::string text; ///< UTF-8
