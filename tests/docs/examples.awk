@@ -7,6 +7,7 @@
 #
 #     mps NAME     another script of the same game       -> FOLDER/NNN.game.NAME
 #     output       what it says                          -> FOLDER/NNN.output
+#     again        what it says in a second run          -> FOLDER/NNN.again
 #     boxes        the texts of the boxes it shows       -> FOLDER/NNN.boxes
 #     input        what happens from outside             -> FOLDER/NNN.input
 #     report       the whole report of the run           -> FOLDER/NNN.report
@@ -25,7 +26,7 @@ function fail(text) {
 
 function openBlock(kind, name, extra) {
     target = ""
-    if (kind !~ /^(mps|output|boxes|input|report|check|log|file)$/) return
+    if (kind !~ /^(mps|output|again|boxes|input|report|check|log|file)$/) return
     if (extra != "") fail("too many words behind the fence")
     if ((kind == "file" && name == "") || (name != "" && kind !~ /^(mps|file)$/))
         fail("\"" kind "\" with a name too few or too many")

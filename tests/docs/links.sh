@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# Checks that what the pages of a folder link to is there: files, and headings within pages.
+# Checks that what the pages of a folder link to is there: files, and headings within pages; and that
+# docs/README.md lists all the others of docs.
 #
 #     links.sh FOLDER
 set -euo pipefail
 cd "$1"
-mapfile -t pages < <(find . -name '*.md' | sort)
+mapfile -t pages < <(find . -name '*.md' -not -path './build/*' | sort)
 
 # "PAGE anchor NAME" for each heading, NAME as links call it, and "PAGE LINE TARGET" for each link to
 # something of ours.
@@ -39,7 +40,7 @@ normal() {
   page_there=$path
 }
 
-declare -A anchors=()
+declare -A anchors=() listed=([./docs/README.md]=1)
 links=()
 while read -r page kind value; do
   if [ "$kind" = anchor ]; then
@@ -56,11 +57,17 @@ for link in "${links[@]}"; do
   anchor=${target#"$file"}
   [ -n "$file" ] && file=${page%/*}/$file || file=$page
   normal "$file"
+  [ "$page" != ./docs/README.md ] || listed["$page_there"]=1
   if [ ! -e "$file" ] ||
     { [ -n "$anchor" ] && [ -z "${anchors["$page_there$anchor"]:-}" ]; }; then
     echo "$page:$line: nothing at $target"
     broken=$((broken + 1))
   fi
+done
+for page in "${pages[@]}"; do
+  [[ $page != ./docs/* || -n "${listed["$page"]:-}" ]] && continue
+  echo "docs/README.md does not list $page"
+  broken=$((broken + 1))
 done
 
 echo "${#pages[@]} pages, ${#links[@]} links, $broken broken"

@@ -36,6 +36,12 @@ complain() {
   failures=$((failures + 1))
 }
 
+# A run of the example, in the same home as those before.
+play() {
+  (cd "$example" && timeout 60 "$program" --headless --content content --home home --seed 1 \
+    --until 5000 "${input[@]}" >report.txt 2>notes.txt)
+}
+
 for script in blocks/[0-9][0-9][0-9].mps; do
   example=$(basename "$script" .mps)
   blocks=$work/blocks/$example
@@ -53,8 +59,7 @@ for script in blocks/[0-9][0-9][0-9].mps; do
   [ -e "$blocks.input" ] && input=(--input "$blocks.input")
 
   code=0
-  (cd "$example" && timeout 60 "$program" --headless --content content --home home --seed 1 \
-    --until 5000 "${input[@]}" >report.txt 2>notes.txt) || code=$?
+  play || code=$?
   awk -F '\t' '$2 == "box" { print $5 }' "$example/report.txt" >"$example/boxes.txt"
 
   compare "what is said" "$blocks.output" "$example/content/debug.txt"
@@ -83,6 +88,11 @@ for script in blocks/[0-9][0-9][0-9].mps; do
   if [ -e "$blocks.check" ] && [ -n "$checker" ]; then
     (cd "$example/content" && "$checker" check Startup.mps >../check.txt 2>&1) || true
     compare "what the checker prints" "$blocks.check" "$example/check.txt"
+  fi
+  if [ -e "$blocks.again" ]; then
+    rm -f "$example/content/debug.txt"
+    play || complain "the second run ended with $?"
+    compare "what is said again" "$blocks.again" "$example/content/debug.txt"
   fi
 done
 
