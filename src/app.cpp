@@ -17,6 +17,7 @@
 #include "ompath.h"
 #include "omplatform.h"
 #include "omrandom.h"
+#include "omresourcelog.h"
 #include "omsexception.h"
 #include "omsregistry.h"
 #include "omwaveengine.h"
@@ -76,6 +77,7 @@ std::unique_ptr<OMIStream> locateScript(std::string_view name) {
     const bool whole = file && file->size() <= kYMaxPrecompiledSize;
     if (file)
         return std::make_unique<OMIStreamFile>(*path, whole ? kOMIStreamCache : kOMIStreamBuffered);
+    if (path) OMLogUnreadable(*path, "See who may read it");
     OMLog::writef(OMLog::Kind::Error, "Script %s not found!", std::string(name).c_str());
     return nullptr;
 }

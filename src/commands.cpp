@@ -95,6 +95,11 @@ void RCommands::messageBox(const std::string& text) { OMApp::getApp()->alert(tex
 void RCommands::openFile(const std::string& path) {
     output_.reset();
     output_ = OMPlatform().files().open(path, platform::OpenMode::Write);
+    if (output_) return;
+    OMLog::writef(
+        OMLog::Kind::Error,
+        "OpenFile: %s cannot be written: %s. WriteToFile does nothing until a file is open",
+        path.c_str(), platform::Files::lastRefusal().message().c_str());
 }
 
 /// RESULT gets a number from the lower to the higher one, but for the excluded one.

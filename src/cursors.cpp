@@ -44,13 +44,13 @@ std::shared_ptr<const OMCursor> RCursors::load(int id) {
     if (id >= 0 && !isThere(id)) {
         openLibrary();
         if (!isThere(id)) {
-            reportOnce(id, "not found");
+            reportOnce(id, "is in no active library");
             return nullptr;
         }
     }
     std::shared_ptr<const OMCursor> cursor = OMCursor::load(id);
     if (cursor->id() == id) return cursor;
-    reportOnce(id, id < 0 ? "not known" : "damaged");
+    reportOnce(id, id < 0 ? "is not one of -1 to -4" : "is damaged, pack it anew");
     return nullptr;
 }
 
@@ -62,7 +62,7 @@ void RCursors::openLibrary() {
         OMResMgrUseDLL16(kLibrary, true);
     } else {
         library_ = Library::Missing;
-        OMLog::writef(OMLog::Kind::Warning, "%s not found, there are no cursors of the game's own",
+        OMLog::writef(OMLog::Kind::Warning, "%s is not there, arrows are shown: pack one",
                       std::string(kLibrary).c_str());
     }
 }
@@ -77,5 +77,5 @@ void RCursors::keep(const std::shared_ptr<const OMCursor>& cursor) {
 
 void RCursors::reportOnce(int id, const char* problem) {
     if (reported_.size() >= kMostReported || !reported_.insert(id).second) return;
-    OMLog::writef(OMLog::Kind::Error, "Cursor %d is %s, the arrow is shown", id, problem);
+    OMLog::writef(OMLog::Kind::Error, "Cursor %d %s: the arrow is shown", id, problem);
 }

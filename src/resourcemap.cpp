@@ -50,14 +50,15 @@ void ResourceMap::readHeader() {
     identifier_ = line();
     if (identifier_.size() > kMaxIdentifier) {
         identifier_.clear();
-        reject("the identifier has more than 39 characters, the map is not used");
+        reject("the identifier has more than 39 characters, the folder is scanned instead");
         return;
     }
     const std::optional<int> count = OMScanner(line()).number();
     if (count && *count >= 0)
         maxResources_ = static_cast<std::size_t>(*count);
     else
-        reject("the largest number of resources of one file is missing, the map is not used");
+        reject("line 2 is not the largest number of resources of a file, the folder is scanned "
+               "instead");
 }
 
 void ResourceMap::reject(const char* problem) {
@@ -79,11 +80,11 @@ bool ResourceMap::nextBlock(MapFileBlock& block) {
 std::string ResourceMap::fileName(std::string_view line) {
     const std::string_view name = OMScanner(line).word();
     if (endsBlock(line))
-        logLine("ENDFILE without a file");
+        logLine("ENDFILE without a file before it, passed over");
     else if (name.empty())
-        logLine("no file name, its resources are left out");
+        logLine("no file name, the resources below are left out");
     else if (name.size() > kMaxFileName)
-        logLine("the file name has more than 15 characters, its resources are left out");
+        logLine("the file name has more than 15 characters, the resources below are left out");
     else
         return OMPathLowerCase(name);
     return {};
@@ -98,8 +99,8 @@ bool ResourceMap::readResources(std::vector<MapResource>& resources) {
         surplus = resources.size() == maxResources_;
         if (!surplus) resources.push_back(std::move(resource));
     }
-    if (surplus) logLine("more resources than line 2 of the map says, the file is left out");
-    if (next.empty()) logLine("the map ends without ENDFILE");
+    if (surplus) logLine("more resources than line 2 says, the file is left out: correct it");
+    if (next.empty()) logLine("the map ends without ENDFILE: write one behind the last file");
     return !surplus;
 }
 
@@ -109,11 +110,11 @@ bool ResourceMap::parseResource(std::string_view line, MapResource& resource) {
     const std::string_view type = fields.take(kTypeLength);
     const std::optional<int> id = fields.number();
     if (type.size() != kTypeLength) {
-        logLine("the type of a resource must have four characters");
+        logLine("a type must have four characters, the line is left out");
         return false;
     }
     if (!id || *id < 1 || *id > kMaxInt16) {
-        logLine("the id of a resource must be a number from 1 to 32767");
+        logLine("an id must be a number from 1 to 32767, the line is left out");
         return false;
     }
     resource = {std::string(type), static_cast<std::int16_t>(*id)};

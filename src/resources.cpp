@@ -9,6 +9,7 @@
 #include "ompath.h"
 #include "omplatform.h"
 #include "omresmgr.h"
+#include "omresourcelog.h"
 
 #include <algorithm>
 #include <span>
@@ -24,11 +25,10 @@ constexpr std::string_view kResourceFileMark = ".rsc";
 constexpr std::size_t kMaxMapSize = std::size_t{4}
                                     << 20; ///< bytes; 400,000 resources, 50 full types
 
-std::optional<std::string> readText(const std::string& path) {
-    platform::Files& files = OMPlatform().files();
-    std::optional<std::string> text = platform::readFile(files, path, kMaxMapSize);
-    if (!text && files.exists(path))
-        OMLog::writef(OMLog::Kind::Error, "%s cannot be read", path.c_str());
+/// `otherwise` is what happens when it is there and cannot be read.
+std::optional<std::string> readText(const std::string& path, const char* otherwise) {
+    std::optional<std::string> text = platform::readFile(OMPlatform().files(), path, kMaxMapSize);
+    if (!text) OMLogUnreadable(path, otherwise);
     return text;
 }
 
@@ -76,7 +76,7 @@ void RResources::addDirectories(const std::string& root) {
 }
 
 bool RResources::readMap(const std::string& path) {
-    const std::optional<std::string> text = readText(path);
+    const std::optional<std::string> text = readText(path, "The folder is scanned instead");
     if (!text) return false;
     ResourceMap map(path, *text);
     if (!map.isUsable()) return false; // the directory is scanned instead
@@ -115,7 +115,8 @@ void RResources::scanDirectory(const std::string& directory) {
 
 void RResources::scanFile(const std::string& name) {
     if (name.size() > ResourceMap::kMaxFileName) {
-        OMLog::writef(OMLog::Kind::Error, "%s is left out, its name has more than 15 characters",
+        OMLog::writef(OMLog::Kind::Error,
+                      "%s is left out, as its name has more than 15 characters: rename it",
                       name.c_str());
         return;
     }
@@ -130,7 +131,7 @@ void RResources::readSequenceSounds(
     const OMLinkTo<void(const SequenceSoundRecord&)>& addSequenceSound) {
     const std::optional<std::string> path = OMPathResolveFilename(kAudioMapName);
     if (!path) return;
-    const std::optional<std::string> text = readText(*path);
+    const std::optional<std::string> text = readText(*path, "Speeches have no sounds");
     if (!text) return;
     for (const SequenceSoundRecord& record : readAudioMap(*path, *text)) addSequenceSound(record);
 }
@@ -193,7 +194,7 @@ bool RResources::makeCopy(const FileRecord& record, const CacheOptions& options)
     const std::string copy = homeDirectory_ + name;
     if (options.toHardDrive &&
         (name.find_first_of("\\/:") != std::string::npos || !isFreeForCopy(copy, name))) {
-        OMLog::writef(OMLog::Kind::Error, "%s is not copied to %s, where another file may lie",
+        OMLog::writef(OMLog::Kind::Error, "%s is not copied to %s: move the file that lies there",
                       name.c_str(), copy.c_str());
         return false;
     }
@@ -242,7 +243,8 @@ std::unique_ptr<OMIStream> RResources::load(int id, std::string_view type, int b
     }
     std::unique_ptr<OMIStream> stream = OMResMgrGetIStream(id, type, bufferMode);
     const int now = static_cast<int>(OMMilliseconds());
-    if (const auto* library = dynamic_cast<const OMIStreamDLL16*>(stream.get()))
+    const auto* library = dynamic_cast<const OMIStreamDLL16*>(stream.get());
+    if (library)
         OMLog::writef(OMLog::Kind::Message,
                       "Loading %s resource %d from file %s(%s), current ms: %d", typeText.c_str(),
                       id, library->fileName().c_str(),
@@ -251,8 +253,10 @@ std::unique_ptr<OMIStream> RResources::load(int id, std::string_view type, int b
         OMLog::writef(OMLog::Kind::Message, "Loading %s resource %d, current ms: %d",
                       typeText.c_str(), id, now);
     if (stream && stream->length() == 0)
-        OMLog::writef(OMLog::Kind::Error, "%s resource %d is empty or not there, see the map",
-                      typeText.c_str(), id);
+        OMLog::writef(OMLog::Kind::Error,
+                      "%s resource %d is empty, or not in %s, where its map has it. Make the map "
+                      "anew with zorbet-rsc",
+                      typeText.c_str(), id, library ? library->fileName().c_str() : "the program");
     return stream;
 }
 

@@ -177,10 +177,13 @@ void OMApp::dispatch(const Message& message) {
         if (message.kind == Message::Kind::DoubleClick) window->doubleClick(point);
         return;
     }
-    case Message::Kind::Key:
+    case Message::Kind::Key: {
+        const bool wasRunning = running_;
         tryAccelerators(message.key);
+        if (wasRunning && !running_) return; // the key has done its work
         if (OMWindow* window = windows_.last()) window->key(message.key);
         return;
+    }
     case Message::Kind::Command:
         if (message.command == platform::kAboutCommand)
             about();

@@ -40,16 +40,11 @@ State& state() {
 }
 
 /// Once for each library, however often it is opened.
-void logOddities(std::string name, const OMNELibrary& library) {
+void logOnce(std::string_view name, std::string_view problem) {
     static std::set<std::string, std::less<>> told;
-    const bool isOdd = library.hasNameTable() || library.isDamaged();
-    if (!isOdd || !told.insert(OMPathLowerCase(name)).second) return;
-    if (library.hasNameTable())
-        OMLog::writef(OMLog::Kind::Error, "Resource library %s has a name table and cannot be read",
-                      name.c_str());
-    if (library.isDamaged())
-        OMLog::writef(OMLog::Kind::Error, "Resource library %s is damaged, part of it is left out",
-                      name.c_str());
+    if (!told.insert(OMPathLowerCase(name).append(problem)).second) return;
+    OMLog::write(OMLog::Kind::Error,
+                 std::string("Resource library ").append(name).append(" ").append(problem));
 }
 
 void openState(std::string_view name) {
@@ -66,7 +61,10 @@ void openState(std::string_view name) {
     if (!inMemory) open.info = OMLibraryInfo::find(name);
     if (open.info) return;
     std::unique_ptr<platform::File> file = OMCachedFile::open(name);
-    if (!file) return;
+    if (!file) {
+        logOnce(name, "cannot be opened: " + platform::Files::lastRefusal().message());
+        return;
+    }
     std::optional<OMNELibrary> library = OMOpenLibrary::parse(name, *file);
     if (!library) return;
     open.file = std::move(file);
@@ -77,8 +75,12 @@ void openState(std::string_view name) {
 
 std::optional<OMNELibrary> OMOpenLibrary::parse(std::string_view name, platform::File& file) {
     std::optional<OMNELibrary> library = OMNELibrary::read(file);
-    OMDebug::check(library.has_value(), "!valid", "OMIStreamDLL16IsValidDLL - invalid file!");
-    if (library) logOddities(std::string(name), *library);
+    if (!OMDebug::check(library.has_value(), "!valid", "OMIStreamDLL16IsValidDLL - invalid file!"))
+        logOnce(name, "has no header of one, nothing in it is found: pack it anew");
+    else if (library->hasNameTable())
+        logOnce(name, "has a name table and cannot be read: pack it anew");
+    else if (library->isDamaged())
+        logOnce(name, "is damaged, part of it is left out: pack it anew");
     return library;
 }
 

@@ -82,7 +82,9 @@ std::optional<std::string> OMPathResolveFilename(std::string_view name) {
 
 std::unique_ptr<platform::File> OMPathOpen(std::string_view name) {
     const std::optional<std::string> path = OMPathResolveFilename(name);
-    return path ? OMPlatform().files().open(*path, platform::OpenMode::Read) : nullptr;
+    if (path) return OMPlatform().files().open(*path, platform::OpenMode::Read);
+    platform::Files::setLastRefusal(std::make_error_code(std::errc::no_such_file_or_directory));
+    return nullptr;
 }
 
 bool OMPathSameName(std::string_view one, std::string_view other) {

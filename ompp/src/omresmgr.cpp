@@ -5,6 +5,7 @@
 #include "omformat.h"
 #include "omistreamdll16.h"
 #include "omistreamres.h"
+#include "omlog.h"
 #include "ompath.h"
 #include "omreader.h"
 
@@ -73,17 +74,34 @@ bool fitsId(int id) {
            id <= std::numeric_limits<std::int16_t>::max();
 }
 
-/// The entries point into `text`.
-std::vector<OMResMgrEntry> parseTable(std::string_view text) {
+/// "%d" takes it, however large it is.
+bool beginsAsNumber(std::string_view word) {
+    const bool isSigned = word.starts_with('+') || word.starts_with('-');
+    return word.size() > isSigned && word[isSigned] >= '0' && word[isSigned] <= '9';
+}
+
+/// The entries point into `text`. One line of the log tells of all ids that fit no entry.
+std::vector<OMResMgrEntry> parseTable(std::string_view file, std::string_view text) {
     std::vector<OMResMgrEntry> entries;
+    std::string firstWrong;
+    int wrong = 0;
     OMScanner lines(text);
     for (lines.skipControls(); !lines.atEnd(); lines.skipControls()) {
         OMScanner line(lines.line(kTableLineLength));
+        const std::string_view idText = OMScanner(line).word();
         const std::optional<int> id = line.number();
         const std::string_view type = line.word();
-        if (id && fitsId(*id) && !type.empty())
+        if (type.empty() || !beginsAsNumber(idText)) continue;
+        if (id && fitsId(*id))
             entries.push_back({static_cast<std::int16_t>(*id), type});
+        else if (wrong++ == 0)
+            firstWrong = std::string(idText).append(" ").append(type);
     }
+    if (wrong > 0)
+        OMLog::writef(OMLog::Kind::Error,
+                      "Ids beyond 16 bits in the resource table of %s: %d, the first in \"%s\". "
+                      "These resources are left out; give them ids from 1 to 32767",
+                      std::string(file).c_str(), wrong, firstWrong.c_str());
     return entries;
 }
 
@@ -101,7 +119,7 @@ template <class File>
 void useWithText(std::string_view name, OMIStream& table, bool activate) {
     useFile<File>(name, activate, [&](OMResMgrFile& file) {
         const std::string text = wholeText(table);
-        file.addToResTypeList(parseTable(text));
+        file.addToResTypeList(parseTable(name, text));
     });
 }
 

@@ -26,8 +26,7 @@ class BreakingFiles::BreakingFile final : public File {
     bool write(std::span<const std::byte> bytes) override {
         if (!all_.isChosen()) return file_->write(bytes);
         file_->write(bytes.first(all_.storedBytes(bytes.size())));
-        all_.killIfAsked();
-        return false;
+        return !all_.breaks();
     }
     bool flush() override { return !all_.fails() && file_->flush(); }
     bool seek(std::uint64_t position) override { return file_->seek(position); }
@@ -72,9 +71,12 @@ bool BreakingFiles::counts(std::string_view path) const {
     return point_.spared.empty() || !equalIgnoringCase(name, point_.spared);
 }
 
-bool BreakingFiles::fails() {
-    if (!isChosen()) return false;
-    killIfAsked();
+bool BreakingFiles::fails() { return isChosen() && breaks(); }
+
+bool BreakingFiles::breaks() const {
+    if (point_.how == BreakHow::Kill) std::_Exit(kKilledExit);
+    setLastRefusal(std::make_error_code(point_.how == BreakHow::Full ? std::errc::no_space_on_device
+                                                                     : std::errc::io_error));
     return true;
 }
 
@@ -86,10 +88,6 @@ std::size_t BreakingFiles::storedBytes(std::size_t size) const {
     case BreakHow::Kill: return size / 2;
     }
     return 0;
-}
-
-void BreakingFiles::killIfAsked() const {
-    if (point_.how == BreakHow::Kill) std::_Exit(kKilledExit);
 }
 
 } // namespace platform

@@ -75,10 +75,12 @@ class BreakingFiles final : public Files {
     [[nodiscard]] bool counts(std::string_view path) const;
     /// Counts one operation; whether it is the chosen one.
     bool isChosen() { return ++count_ == point_.operation; }
-    /// As isChosen, for an operation that is no write: a kill ends the process here.
+    /// As isChosen, for an operation that is no write.
     bool fails();
+    /// What the chosen one does besides what it stores: it ends the process, or it is refused.
+    /// True.
+    bool breaks() const;
     [[nodiscard]] std::size_t storedBytes(std::size_t size) const;
-    void killIfAsked() const;
 
     Files& files_;
     BreakPoint point_;

@@ -38,16 +38,20 @@ class Descriptor {
         return !direct;
 #endif
     }
-    /// A lock of all who share this file (LOCK_SH) or of one alone (LOCK_EX); false when somebody
-    /// else's lock is in the way. Ends when the file is closed. Where the file system has no
-    /// locks, everybody gets one.
+    /// A lock of all who share this file (LOCK_SH) or of one alone (LOCK_EX); false, and `errno`
+    /// says EBUSY, when somebody else's lock is in the way. Ends when the file is closed. Where the
+    /// file system has no locks, everybody gets one.
     [[nodiscard]] bool lock(int kind) const {
-        return ::flock(number_, kind | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+        if (::flock(number_, kind | LOCK_NB) == 0 || errno != EWOULDBLOCK) return true;
+        errno = EBUSY;
+        return false;
     }
-    /// False when its last name was removed.
+    /// False, and `errno` says EBUSY, when its last name was removed.
     [[nodiscard]] bool hasName() const {
         struct stat status {};
-        return ::fstat(number_, &status) == 0 && status.st_nlink > 0;
+        if (::fstat(number_, &status) == 0 && status.st_nlink > 0) return true;
+        errno = EBUSY;
+        return false;
     }
     /// Brings everything to the disk; `errno` tells why not.
     [[nodiscard]] bool flush() const {
@@ -73,7 +77,7 @@ class HostFile final : public File {
 
     std::size_t read(std::span<std::byte> buffer) override;
     bool write(std::span<const std::byte> bytes) override;
-    bool flush() override { return descriptor_.flush(); }
+    bool flush() override { return tellDone(descriptor_.flush()); }
     bool seek(std::uint64_t position) override;
     [[nodiscard]] std::uint64_t size() const override;
 
@@ -89,12 +93,14 @@ class HostFile final : public File {
 std::size_t HostFile::read(std::span<std::byte> buffer) {
     const off_t start = position_;
     std::size_t done = 0;
+    ssize_t count = 0;
     while (done < buffer.size()) {
-        const ssize_t count = readSome(buffer.subspan(done));
+        count = readSome(buffer.subspan(done));
         if (count <= 0) break;
         done += static_cast<std::size_t>(count);
         position_ += count;
     }
+    tellDone(count >= 0);
     // The host need not keep what is read once only.
     if (sequential_ && !direct_ && done > 0) {
         ::posix_fadvise(descriptor_.number(), start, position_ - start, POSIX_FADV_DONTNEED);
@@ -118,10 +124,11 @@ bool HostFile::write(std::span<const std::byte> bytes) {
     while (!bytes.empty()) {
         const ssize_t count = ::write(descriptor_.number(), bytes.data(), bytes.size());
         if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return false;
+        if (count == 0) errno = ENOSPC;
+        if (count <= 0) return tellDone(false);
         bytes = bytes.subspan(static_cast<std::size_t>(count));
     }
-    return true;
+    return tellDone(true);
 }
 
 bool HostFile::seek(std::uint64_t position) {
@@ -165,24 +172,38 @@ bool removeUnlessInUse(const std::string& hostPath) {
 
 } // namespace
 
+bool tellDone(bool done) {
+    Files::setLastRefusal(done ? std::error_code()
+                               : std::error_code(errno, std::generic_category()));
+    return done;
+}
+
 std::unique_ptr<File> openHostFile(const std::string& hostPath, OpenMode mode) {
+    const auto refused = [] {
+        tellDone(false);
+        return nullptr;
+    };
     // Devices and pipes could stop the program for ever, so only plain files are opened at all.
     struct stat status {};
-    if (::stat(hostPath.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) return nullptr;
-    if (mode == OpenMode::WriteThrough && !removeUnlessInUse(hostPath)) return nullptr;
+    if (::stat(hostPath.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
+        errno = S_ISDIR(status.st_mode) ? EISDIR : EOPNOTSUPP;
+        return refused();
+    }
+    if (mode == OpenMode::WriteThrough && !removeUnlessInUse(hostPath)) return refused();
     Descriptor descriptor = openDescriptor(hostPath, flagsOf(mode));
-    if (!descriptor.isOpen()) return nullptr;
+    if (!descriptor.isOpen()) return refused();
     // Somebody else may have made way for a file of theirs before this one was locked.
     if (mode == OpenMode::WriteThrough && (!descriptor.lock(LOCK_EX) || !descriptor.hasName()))
-        return nullptr;
-    if (mode == OpenMode::ReadSequential && !descriptor.lock(LOCK_SH)) return nullptr;
+        return refused();
+    if (mode == OpenMode::ReadSequential && !descriptor.lock(LOCK_SH)) return refused();
+    tellDone(true);
     return std::make_unique<HostFile>(std::move(descriptor), mode);
 }
 
 bool flushHostFolder(const std::string& hostPath) {
     const Descriptor folder = openDescriptor(hostPath, O_RDONLY | O_DIRECTORY);
     // A file system that cannot be asked for it (EINVAL) keeps names in its own way.
-    return folder.isOpen() && (folder.flush() || errno == EINVAL);
+    return tellDone(folder.isOpen() && (folder.flush() || errno == EINVAL));
 }
 
 } // namespace platform

@@ -8,6 +8,10 @@
 
 namespace platform {
 
+/// What Files::lastRefusal tells: nothing when it is `done`, else what `errno` says. Returns
+/// `done`.
+bool tellDone(bool done);
+
 /// Opens by the host's path name; null when that is no regular file or cannot be opened.
 [[nodiscard]] std::unique_ptr<File> openHostFile(const std::string& hostPath, OpenMode mode);
 

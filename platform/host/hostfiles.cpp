@@ -80,17 +80,26 @@ void eachEntry(const std::string& hostFolder, Visit visit) {
     }
 }
 
-/// The host's name of the entry that `part` means; none when the folder has no such entry.
-std::optional<std::string> matchingName(const std::string& hostFolder, const std::string& part) {
-    std::error_code error;
+std::error_code missing() { return std::make_error_code(std::errc::no_such_file_or_directory); }
+
+/// The host's name of the entry that `part` means; none, and why, when it finds no such entry.
+std::optional<std::string> matchingName(const std::string& hostFolder, const std::string& part,
+                                        std::error_code& why) {
     const std::string exact = utf8FromLatin1(part);
-    if (fs::exists(fs::symlink_status(hostFolder + "/" + exact, error))) return exact;
+    if (fs::exists(fs::symlink_status(hostFolder + "/" + exact, why))) return exact;
+    if (!why) why = missing();
     std::optional<std::string> best;
     eachEntry(hostFolder, [&](const fs::directory_entry&, const std::string& hostName,
                               const std::string& name) {
         if (equalIgnoringCase(name, part) && (!best || hostName < *best)) best = hostName;
     });
     return best;
+}
+
+/// Tells the refusal. False.
+bool refuse(std::error_code why) {
+    Files::setLastRefusal(why);
+    return false;
 }
 
 bool isFile(const std::optional<std::string>& hostPath) {
@@ -168,19 +177,35 @@ bool HostFiles::isBelowHome(const Place& place) const {
                       equalIgnoringCase);
 }
 
-std::optional<std::string> HostFiles::locate(const Place& place, bool create) const {
+std::optional<std::string> HostFiles::locate(const Place& place, bool create,
+                                             std::error_code& why) const {
+    why = missing();
     const Drive* drive = driveOf(place.drive);
     if (!drive) return std::nullopt;
     std::string hostPath = drive->root;
     for (const std::string& part : place.parts) {
         if (part.find('\0') != std::string::npos) return std::nullopt;
-        std::optional<std::string> name = matchingName(hostPath, part);
+        std::optional<std::string> name = matchingName(hostPath, part, why);
         if (!name && create && &part == &place.parts.back()) name = utf8FromLatin1(part);
         if (!name) return std::nullopt;
         hostPath += '/';
         hostPath += *name;
     }
     return hostPath.empty() ? "/" : hostPath;
+}
+
+std::optional<std::string> HostFiles::locateFor(const Place& place, bool create) const {
+    std::error_code why;
+    auto found = locate(place, create, why);
+    if (!found) refuse(why);
+    return found;
+}
+
+std::optional<std::string> HostFiles::locateFile(const Place& place) const {
+    auto found = locateFor(place, false);
+    if (!found || isFile(found)) return found;
+    refuse(std::make_error_code(std::errc::is_a_directory));
+    return std::nullopt;
 }
 
 std::unique_ptr<File> HostFiles::open(std::string_view path, OpenMode mode) {
@@ -190,13 +215,13 @@ std::unique_ptr<File> HostFiles::open(std::string_view path, OpenMode mode) {
         std::error_code error; // a folder that cannot be made shows when the file cannot be
         fs::create_directories(hostHome_, error);
     }
-    const auto hostPath = locate(place, writes);
+    const auto hostPath = locateFor(place, writes);
     return hostPath ? openHostFile(*hostPath, mode) : nullptr;
 }
 
 bool HostFiles::remove(std::string_view path) {
-    const auto found = hostPath(path);
-    return isFile(found) && ::unlink(found->c_str()) == 0;
+    const auto found = locateFile(placeOf(path));
+    return found && tellDone(::unlink(found->c_str()) == 0);
 }
 
 bool HostFiles::inSameFolder(const Place& one, const Place& other) {
@@ -209,18 +234,20 @@ bool HostFiles::inSameFolder(const Place& one, const Place& other) {
 bool HostFiles::rename(std::string_view from, std::string_view to) {
     const Place oldPlace = placeOf(from);
     const Place newPlace = placeOf(to);
-    if (!inSameFolder(oldPlace, newPlace)) return false;
-    const auto source = locate(oldPlace, false);
-    auto target = locate(newPlace, true);
-    if (!isFile(source) || !target || !isNameForFile(*target)) return false;
+    if (!inSameFolder(oldPlace, newPlace))
+        return refuse(std::make_error_code(std::errc::cross_device_link));
+    const auto source = locateFile(oldPlace);
+    auto target = source ? locateFor(newPlace, true) : std::nullopt;
+    if (!target) return false;
+    if (!isNameForFile(*target)) return refuse(std::make_error_code(std::errc::is_a_directory));
     if (*target == *source) {
         target = source->substr(0, source->rfind('/') + 1) + utf8FromLatin1(newPlace.parts.back());
     }
-    return ::rename(source->c_str(), target->c_str()) == 0;
+    return tellDone(::rename(source->c_str(), target->c_str()) == 0);
 }
 
 bool HostFiles::flushFolder(std::string_view path) {
-    const auto found = hostPath(path);
+    const auto found = locateFor(placeOf(path), false);
     return found && flushHostFolder(*found);
 }
 
@@ -279,7 +306,8 @@ std::optional<std::uint64_t> HostFiles::freeSpace(std::string_view folder) const
     if (!drive) return std::nullopt;
     if (claimedSpace_) return claimedSpace_;
     fs::path measured = drive->root.empty() ? "/" : drive->root;
-    if (const auto found = locate(place, false)) {
+    std::error_code unknown;
+    if (const auto found = locate(place, false, unknown)) {
         measured = *found;
     } else {
         for (const std::string& part : place.parts) measured /= part;
@@ -300,7 +328,8 @@ std::size_t HostFiles::sectorSize(char drive) const {
 }
 
 std::optional<std::string> HostFiles::hostPath(std::string_view path) const {
-    return locate(placeOf(path), false);
+    std::error_code unknown;
+    return locate(placeOf(path), false, unknown);
 }
 
 std::optional<std::string> HostFiles::programPath(std::string_view hostPath) const {

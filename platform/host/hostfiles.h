@@ -62,8 +62,14 @@ class HostFiles final : public Files {
     [[nodiscard]] Place placeOf(std::string_view path) const;
     [[nodiscard]] const Drive* driveOf(char letter) const;
     [[nodiscard]] bool isBelowHome(const Place& place) const;
-    /// The host's path of a place; with `create` its last part need not be there.
-    [[nodiscard]] std::optional<std::string> locate(const Place& place, bool create) const;
+    /// The host's path of a place; with `create` its last part need not be there. None, and why,
+    /// when there is no such place.
+    [[nodiscard]] std::optional<std::string> locate(const Place& place, bool create,
+                                                    std::error_code& why) const;
+    /// The same for an operation, whose refusal it tells.
+    [[nodiscard]] std::optional<std::string> locateFor(const Place& place, bool create) const;
+    /// Of a file that is there.
+    [[nodiscard]] std::optional<std::string> locateFile(const Place& place) const;
     /// A folder of the host that tells of the disk that a place is or will be on.
     static std::string measuredFolder(std::filesystem::path folder);
     [[nodiscard]] std::string measuredFolder(const Drive& drive) const;

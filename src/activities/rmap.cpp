@@ -364,5 +364,5 @@ void RMap::addMove(int direction, int length) {
     if (MapWalk::isDirection(direction))
         walk_.add({direction, length});
     else
-        RWarn(OMFormat("RMap: unknown direction %d", direction));
+        RWarn(OMFormat("RMap: unknown direction %d, they go from 0 to 7", direction));
 }

@@ -49,7 +49,9 @@ RAnswer::RAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id
 RAnswer::RAnswer(const RAnswer& other)
     : RAnimation(other), extra_(other.extra_), home_(other.home_), homeOrigin_(other.homeOrigin_),
       homeZ_(other.homeZ_), sounds_(other.sounds_), attribute_(other.attribute_),
-      value_(other.value_) {}
+      value_(other.value_) {
+    if (other.anchoredByContainer_) unanchor();
+}
 
 RAnswer::~RAnswer() {
     goes_ = true;
@@ -86,6 +88,23 @@ bool RAnswer::leaveContainer() {
     if (holder_) holder_->removeAnswer(*this);
     if (self && !holder_) setContainer(nullptr);
     return self && !holder_;
+}
+
+// ---------------------------------------------------------------------------- anchors
+
+void RAnswer::anchorForContainer() {
+    if (!isMovable()) return;
+    anchor();
+    anchoredByContainer_ = true;
+}
+
+void RAnswer::endAnchorForContainer() {
+    if (anchoredByContainer_) unanchor();
+}
+
+void RAnswer::setAttribute(Attribute which, int value, int second) {
+    if (which == Attribute::Movable) anchoredByContainer_ = false;
+    RAnimation::setAttribute(which, value, second);
 }
 
 // ---------------------------------------------------------------------------- places

@@ -77,6 +77,10 @@ class RAnswer : public RAnimation {
     /// It cannot be picked up until `unanchor`.
     virtual void anchor() { setMovable(false); }
     virtual void unanchor() { setMovable(true); }
+    /// Anchored for as long as it is in a disabled container, unless it is anchored anyhow. Whoever
+    /// anchors or releases it meanwhile decides what it is afterwards.
+    void anchorForContainer();
+    void endAnchorForContainer();
     /// Unless it is held.
     virtual void goHome();
     /// Has its effective rectangle in the middle of `target`, by way of the left upper corner.
@@ -116,6 +120,7 @@ class RAnswer : public RAnimation {
     [[nodiscard]] int snapSound() const { return sounds_.snap; }
     void setSnapSound(int id) { sounds_.snap = static_cast<std::int16_t>(id); }
 
+    void setAttribute(Attribute which, int value, int second = 0) override;
     void onBeginDrag(platform::Point point) override;
     void dragBy(int& dx, int& dy) override;
     void onDrop(platform::Point point) override;
@@ -151,6 +156,7 @@ class RAnswer : public RAnimation {
     int homeZ_;
     bool held_ = false;
     bool goes_ = false;
+    bool anchoredByContainer_ = false; ///< and by nobody else
     AnswerKeeper* keeper_ = nullptr;
     OMSWatch container_;            ///< as scripts know it
     OMSWatch next_;                 ///< while it changes: where to

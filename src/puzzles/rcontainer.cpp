@@ -68,14 +68,13 @@ void RContainer::insertAnswer(RAnswer& answer, std::size_t index) {
     answers_.insert(answers_.begin() + static_cast<std::ptrdiff_t>(index), &answer);
     answer.holder_ = this;
     answerEnters(answer, index);
-    if (!enabled_) answer.anchor();
+    if (!enabled_) answer.anchorForContainer();
     fireEvent("answerPlaced");
 }
 
-/// What it was only because the container is disabled, it is no longer.
-void RContainer::release(RAnswer& answer) const {
+void RContainer::release(RAnswer& answer) {
     answer.holder_ = nullptr;
-    if (!enabled_) answer.unanchor();
+    answer.endAnchorForContainer();
 }
 
 void RContainer::removeAnswer(const RAnswer& answer) {
@@ -104,7 +103,7 @@ void RContainer::enable() {
 
 void RContainer::disable() {
     enabled_ = false;
-    for (RAnswer* answer : answers_) answer->anchor();
+    for (RAnswer* answer : answers_) answer->anchorForContainer();
 }
 
 void RContainer::lockIfSolved() {

@@ -128,7 +128,8 @@ class RContainer : public RAnimation {
     static void playSound(int id);
 
   private:
-    void release(RAnswer& answer) const;
+    /// What it was only because the container is disabled, it is no longer.
+    static void release(RAnswer& answer);
 
     std::vector<ContainerKeeper*> keepers_;
     std::vector<RAnswer*> answers_;

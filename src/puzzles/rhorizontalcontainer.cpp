@@ -40,7 +40,8 @@ std::string RHorizontalContainer::answerMatchString() const {
 
 void RHorizontalContainer::dumpAnswerMatches() {
     for (const std::string& match : matches_)
-        OMLog::writef(OMLog::Kind::Message, "Answer match \"%s\" is forgotten", match.c_str());
+        OMLog::writef(OMLog::Kind::Message,
+                      "RHorizontalContainer: dumpAnswerMatches forgets \"%s\"", match.c_str());
     matches_.clear();
 }
 

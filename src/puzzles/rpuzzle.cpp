@@ -6,6 +6,7 @@
 #include "rvar.h"
 
 #include <algorithm>
+#include <type_traits>
 
 using platform::Point;
 
@@ -54,13 +55,18 @@ constexpr OMSEntry kVocabulary[] = {
 template <class Class>
 Class* find(const std::string& variable) {
     auto* object = dynamic_cast<Class*>(OMScriptableObject::named(variable));
-    if (!object)
+    if (object) return object;
+    const char* kind = std::is_same_v<Class, RAnswer> ? "answer" : "container";
+    if (variable == YVariable::kObjectText)
         OMLog::writef(OMLog::Kind::Warning,
-                      variable == YVariable::kObjectText
-                          ? "RPuzzle: the name of the object must stand in quotes"
-                          : "RPuzzle: \"%s\" is not the name of such an object",
-                      variable.c_str());
-    return object;
+                      "RPuzzle: got an object and no name; write the %s's name in quotes, as in "
+                      "\"apple\"",
+                      kind);
+    else
+        OMLog::writef(OMLog::Kind::Warning,
+                      "RPuzzle: \"%s\" is the name of no %s, so nothing is done with it",
+                      variable.c_str(), kind);
+    return nullptr;
 }
 
 /// Out of its container. One that a handler has put into another one meanwhile stays there.

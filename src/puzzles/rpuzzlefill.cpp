@@ -27,11 +27,14 @@ void setFirst(OMScriptableObject& object, std::initializer_list<std::string_view
     if (first != properties.end()) object.setProperty(*first, value);
 }
 
-/// The others keep what they have.
-void noteMissing(const char* kind, std::size_t records, std::size_t objects) {
+/// The others keep what they have. `method` writes records.
+void noteMissing(const char* kind, std::size_t records, std::size_t objects, const char* method) {
     if (records < objects)
-        OMLog::writef(OMLog::Kind::Warning, "RPuzzle: the entry has %d %s records for %d objects",
-                      static_cast<int>(records), kind, static_cast<int>(objects));
+        OMLog::writef(
+            OMLog::Kind::Warning,
+            "RPuzzle: the entry has records for %d of %d %ss, the others stay as they are; "
+            "%s adds records",
+            static_cast<int>(records), static_cast<int>(objects), kind, method);
 }
 
 int place(std::int64_t coordinate) {
@@ -147,7 +150,7 @@ void RPuzzle::start() {
 }
 
 void RPuzzle::fillAnswers(const DSEntry& entry) {
-    noteMissing("answer", entry.answers.size(), answers_.size());
+    noteMissing("answer", entry.answers.size(), answers_.size(), "setAnswer");
     std::vector<std::size_t> order(answers_.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     if (scrambles_) world::shuffle(order);
@@ -160,7 +163,7 @@ void RPuzzle::fillAnswers(const DSEntry& entry) {
 }
 
 void RPuzzle::fillContainers(const DSEntry& entry) {
-    noteMissing("container", entry.containers.size(), containers_.size());
+    noteMissing("container", entry.containers.size(), containers_.size(), "setContainer");
     forEach(containers_, [&](RContainer& container, std::size_t index) {
         if (index < entry.containers.size())
             setFirst(container, {"attribute", "value", "answerMatchString", "correctSegments"},

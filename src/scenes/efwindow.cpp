@@ -7,6 +7,7 @@
 #include "omistream.h"
 #include "omlog.h"
 #include "omplatform.h"
+#include "omresourcelog.h"
 
 using platform::Point;
 using platform::Rect;
@@ -124,8 +125,8 @@ bool EffectsWindow::restorePalette(int imageId, int paletteId) {
     std::string problem;
     std::shared_ptr<const AOImage> image = AOImage::read(stream->readAll(), problem);
     if (!image) {
-        OMLog::writef(OMLog::Kind::Error, "Background %d cannot be used: %s", imageId,
-                      problem.c_str());
+        OMLogResource(OMLog::Kind::Error, "Background", imageId, *stream,
+                      "cannot be used: " + problem);
         return false;
     }
     installPicture(std::move(image));
@@ -160,7 +161,12 @@ void EffectsWindow::installPalette(int id) {
     const std::unique_ptr<OMIStream> stream = paletteLocator_(id);
     if (!stream) return;
     std::optional<OMPalette> colors = OMReadPalette(stream->readAll());
-    if (!colors) return;
+    if (!colors) {
+        OMLogResource(OMLog::Kind::Error, "Palette", id, *stream,
+                      OMFormat("cannot be used: it is cut short, to %d bytes of %d",
+                               static_cast<int>(stream->length()), static_cast<int>(kRrgbSize)));
+        return;
+    }
     filterPalette(*colors);
     if (backBuffer().depth() > OMCanvas::kIndexedDepth)
         AOPaletteRecord::setCurrent(std::make_shared<AOPaletteRecord>(OMGamePalette(*colors)));

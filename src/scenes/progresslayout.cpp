@@ -1,9 +1,9 @@
 #include "scenes/progresslayout.h"
 
-#include "omlog.h"
 #include "ompath.h"
 #include "omplatform.h"
 #include "omreader.h"
+#include "omresourcelog.h"
 #include "resourcemap.h"
 #include "world/locations.h"
 
@@ -248,9 +248,9 @@ void Reader::readInto(ProgressLayouts& layouts) {
 void Reader::readLine(std::string_view line) {
     Fields fields(line);
     const auto* word = std::ranges::find(kWords, fields.word(), &Word::name);
-    if (word == std::end(kWords)) return problem("begins with no word of a layout");
+    if (word == std::end(kWords)) return problem("begins with no word of a layout, left out");
     if (word->place != Place::Anywhere && !layout_)
-        return problem("PRACTICE or GAME must come before");
+        return problem("PRACTICE or GAME must come before it, left out");
     if (word->place == Place::InPart && !part_) return;
     if (!(this->*word->take)(fields)) problem(word->form);
 }
@@ -338,6 +338,6 @@ ProgressLayouts ProgressLayouts::find() {
     if (!path) return builtIn();
     platform::Files& files = OMPlatform().files();
     if (const auto text = platform::readFile(files, *path, kMaxFileSize)) return read(*path, *text);
-    if (files.exists(*path)) OMLog::writef(OMLog::Kind::Error, "%s cannot be read", path->c_str());
+    OMLogUnreadable(*path, "The built-in layout is used");
     return builtIn();
 }

@@ -105,18 +105,28 @@ RSmackerMovie::RSmackerMovie(OMTrinketWindow& window, const std::string& file, O
     all_.push_back(this);
     OMWaveEngine* engine = OMWaveEngine::current();
     if (all_.size() == 1 && engine) engine->yieldDevice();
-    if (open(file)) return;
-    OMLog::writef(OMLog::Kind::Error, "Movie %s cannot be played", file.c_str());
+    const std::string problem = open(file);
+    if (problem.empty()) return;
+    OMLog::writef(OMLog::Kind::Error, "Movie %s cannot be played: %s", file.c_str(),
+                  problem.c_str());
     const OMLink finished = options_.finished;
     finished();
 }
 
-bool RSmackerMovie::open(const std::string& file) {
+std::string RSmackerMovie::open(const std::string& file) {
     const auto path = findFile(file);
-    if (!path) return false;
+    if (!path)
+        return "it is neither in the game's folder nor in one of its scripts and RSC folders";
+    platform::Files::setLastRefusal({});
     movie_ = OMPlatform().movies().open({*path, options_.preload, options_.extraBuffer});
-    if (movie_ && !hasPossibleSize(*movie_)) movie_.reset();
-    if (!movie_) return false;
+    if (const std::error_code why = platform::Files::lastRefusal(); !movie_ && why)
+        return why.message();
+    if (!movie_)
+        return "it is no movie, or is damaged, or this program plays none (zorbet --version tells)";
+    if (!hasPossibleSize(*movie_)) {
+        movie_.reset();
+        return "its picture is too large";
+    }
     setBounds({0, 0, movie_->width(), movie_->height()});
     place(options_.x, options_.y);
     markWhole();
@@ -125,7 +135,7 @@ bool RSmackerMovie::open(const std::string& file) {
     current_ = this;
     OMLog::writef(OMLog::Kind::Message, "%s %d %d %ld %d %d", file.c_str(), x(), y(),
                   long{options_.extraBuffer}, int{options_.useMoviePalette}, int{options_.preload});
-    return true;
+    return {};
 }
 
 std::unique_ptr<OMScriptableObject> RSmackerMovie::createFromScript() {

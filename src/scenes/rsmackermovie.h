@@ -102,7 +102,8 @@ class RSmackerMovie final : public OMTrinket {
     void dragBy(int& dx, int& dy) override;
 
   private:
-    [[nodiscard]] bool open(const std::string& file);
+    /// The empty text, or why it cannot be played.
+    [[nodiscard]] std::string open(const std::string& file);
     void setSignals(bool on);
     [[nodiscard]] bool usesOwnPalette() const { return movie_ && options_.useMoviePalette; }
     void savePalette();

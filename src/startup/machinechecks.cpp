@@ -54,7 +54,7 @@ class MachineChecks {
             OMLog::write(Kind::Message, "WAVE driver is available");
             return true;
         }
-        OMLog::write(Kind::Error, "WAVE driver is not available");
+        OMLog::write(Kind::Message, "WAVE driver is not available");
         return fail(warningtext::kNoSound);
     }
 

@@ -2,6 +2,7 @@
 
 #include "omlog.h"
 #include "ompath.h"
+#include "omresourcelog.h"
 
 #include <algorithm>
 #include <memory>
@@ -22,7 +23,24 @@ constexpr const char* kNotFlushed = "cannot be brought to the disk";
 constexpr const char* kNotRenamed = "cannot get its name";
 constexpr const char* kNotRead = "cannot be read";
 constexpr const char* kProtected = "is protected";
-constexpr const char* kNoFreeName = "cannot be kept, as all names for it are taken";
+constexpr const char* kNoFreeName =
+    "cannot be kept, as all names for it are taken: take some of .BAD to .BAD.9 away";
+
+std::error_code lastRefusal() { return platform::Files::lastRefusal(); }
+
+/// What a person can do about it; nothing is known for all other reasons.
+const char* remedyFor(std::error_code why) {
+    if (why == std::errc::no_space_on_device) return " Make room on that disk.";
+    if (why == std::errc::permission_denied || why == std::errc::operation_not_permitted ||
+        why == std::errc::read_only_file_system)
+        return " Let this user read and write there.";
+    if (why == std::errc::device_or_resource_busy) return " Is the game running twice?";
+    if (why == std::errc::is_a_directory) return " Take the folder of that name away.";
+    return "";
+}
+
+/// ": Permission denied", or nothing.
+std::string reasonText(std::error_code why) { return why ? ": " + why.message() : std::string(); }
 
 std::size_t endOfFolder(const std::string& path) { return path.find_last_of("\\/:") + 1; }
 
@@ -66,7 +84,13 @@ RSafeFile::RSafeFile(platform::Files& files, std::string path, std::size_t limit
 
 RSafeFile::Contents RSafeFile::read() {
     Contents contents = readWhole(path_);
-    if (contents.state == State::Unreadable) keepBeside();
+    if (contents.state != State::Unreadable) return contents;
+    const std::error_code why = lastRefusal();
+    keepBeside();
+    if (std::exchange(told_, why) != why)
+        OMLogUnreadable(path_, std::string("What it holds is missing from this run, but not lost: "
+                                           "a save keeps it beside, or leaves it alone.")
+                                   .append(remedyFor(why)));
     return contents;
 }
 
@@ -79,7 +103,8 @@ bool RSafeFile::store(const std::string& bytes) {
     const bool isThere = files_.exists(path_);
     if (isThere && stored_ == bytes) return true;
     stored_.reset();
-    if (isThere && !files_.isWritable(path_)) return failed(kProtected, path_);
+    if (isThere && !files_.isWritable(path_))
+        return failed(kProtected, path_, std::make_error_code(std::errc::permission_denied));
     Draft draft(*this, beside(".NEW"));
     if (!draft.isOpen() || !draft.write(std::as_bytes(std::span(bytes))) || !draft.flush())
         return false;
@@ -98,13 +123,19 @@ std::string RSafeFile::beside(const std::string& extension) const {
 
 RSafeFile::Contents RSafeFile::readWhole(const std::string& path) const {
     const auto file = files_.open(path, OpenMode::Read);
-    if (!file) return {files_.exists(path) ? State::Unreadable : State::Missing};
+    if (!file) {
+        const bool isMissing = lastRefusal() == std::errc::no_such_file_or_directory;
+        return {isMissing ? State::Missing : State::Unreadable};
+    }
+    const auto refuse = [](std::errc why) {
+        platform::Files::setLastRefusal(std::make_error_code(why));
+        return Contents{State::Unreadable};
+    };
     const std::uint64_t size = file->size();
-    if (size > limit_) return {State::Unreadable};
+    if (size > limit_) return refuse(std::errc::file_too_large);
     Contents contents{State::Whole, std::string(static_cast<std::size_t>(size), '\0')};
-    if (file->read(std::as_writable_bytes(std::span(contents.bytes))) != size)
-        return {State::Unreadable};
-    return contents;
+    if (file->read(std::as_writable_bytes(std::span(contents.bytes))) == size) return contents;
+    return lastRefusal() ? Contents{State::Unreadable} : refuse(std::errc::io_error);
 }
 
 bool RSafeFile::keepOld(const std::string& bytes) {
@@ -135,7 +166,7 @@ bool RSafeFile::keepBad(const Contents& old) {
         old_ = Old::IsKept;
         return true;
     }
-    return failed(kNoFreeName, path_);
+    return failed(kNoFreeName, path_, {});
 }
 
 /// Copies the file, of any size; the target is there as a whole or not at all.
@@ -158,8 +189,8 @@ bool RSafeFile::copyTo(const std::string& target) {
 
 bool RSafeFile::flushNames() { return files_.flushFolder(folder_) || failed(kNotFlushed, folder_); }
 
-bool RSafeFile::failed(const char* problem, const std::string& path) const {
-    OMLog::writef(OMLog::Kind::Error, "%s is not stored: %s %s", path_.c_str(), path.c_str(),
-                  problem);
+bool RSafeFile::failed(const char* problem, const std::string& path, std::error_code why) const {
+    OMLog::writef(OMLog::Kind::Error, "%s is not stored: %s %s%s.%s The next save tries it again",
+                  path_.c_str(), path.c_str(), problem, reasonText(why).c_str(), remedyFor(why));
     return false;
 }

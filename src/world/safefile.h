@@ -16,6 +16,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <system_error>
 
 class RSafeFile {
   public:
@@ -36,7 +37,8 @@ class RSafeFile {
 
     [[nodiscard]] const std::string& path() const { return path_; }
 
-    /// What the file holds. One that is Unreadable is treated as after keepBeside.
+    /// What the file holds. One that is Unreadable is treated as after keepBeside, and a line in
+    /// the log tells why, once for each reason.
     [[nodiscard]] Contents read();
 
     /// The file was read, but its reader could not use all of it: no store replaces it before its
@@ -44,10 +46,10 @@ class RSafeFile {
     void keepBeside();
 
     /// Replaces the file. Does nothing when the last store of this object had the same bytes and
-    /// the file is still there. False after a line in the log when a step failed; then the file is
-    /// the old one (only if the last step failed, the new one, which a power cut may still undo),
-    /// and the next store tries everything again. A file that is protected against writing is not
-    /// replaced.
+    /// the file is still there. False when a step failed, of which a line in the log tells why;
+    /// then the file is the old one (only if the last step failed, the new one, which a power cut
+    /// may still undo), and the next store tries everything again. A file that is protected against
+    /// writing is not replaced.
     [[nodiscard]] bool store(const std::string& bytes);
 
   private:
@@ -57,12 +59,14 @@ class RSafeFile {
     enum class Old : std::uint8_t { Backup, KeepBeside, IsKept };
 
     [[nodiscard]] std::string beside(const std::string& extension) const;
+    /// Files::lastRefusal tells why it is Unreadable.
     [[nodiscard]] Contents readWhole(const std::string& path) const;
     [[nodiscard]] bool keepOld(const std::string& bytes);
     [[nodiscard]] bool keepBad(const Contents& old);
     [[nodiscard]] bool copyTo(const std::string& target);
     [[nodiscard]] bool flushNames();
-    bool failed(const char* problem, const std::string& path) const;
+    bool failed(const char* problem, const std::string& path,
+                std::error_code why = platform::Files::lastRefusal()) const;
 
     platform::Files& files_;
     std::string path_;
@@ -70,4 +74,5 @@ class RSafeFile {
     std::size_t limit_;
     Old old_ = Old::Backup;
     std::optional<std::string> stored_; ///< by this object, and on the disk
+    std::error_code told_;              ///< why it could not be read
 };

@@ -91,7 +91,9 @@ Property& WorldMemory::addGlobal(std::unique_ptr<Property> property) {
     const bool isBuiltIn =
         std::ranges::find(kBuiltInGlobals, property->name()) != std::end(kBuiltInGlobals);
     if (Property* own = isBuiltIn ? global(property->name()) : nullptr) {
-        OMLog::writef(OMLog::Kind::Warning, "World Memory - there is a global %s already",
+        OMLog::writef(OMLog::Kind::Warning,
+                      "World Memory - the global %s is the program's own and is not added again: "
+                      "use it as it is, or another name",
                       property->name().c_str());
         return *own;
     }
@@ -100,7 +102,9 @@ Property& WorldMemory::addGlobal(std::unique_ptr<Property> property) {
 
 void WorldMemory::addTemplate(std::unique_ptr<Property> property) {
     if (Player().property(property->name())) {
-        OMLog::writef(OMLog::Kind::Warning, "World Memory - every player has a property %s",
+        OMLog::writef(OMLog::Kind::Warning,
+                      "World Memory - every player has a property %s, and none is added: use it as "
+                      "it is, or another name",
                       property->name().c_str());
         return;
     }

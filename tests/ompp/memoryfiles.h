@@ -106,8 +106,11 @@ class MemoryFiles final : public platform::Files {
         const Entry* entry = find(path);
         const bool reads =
             mode == platform::OpenMode::Read || mode == platform::OpenMode::ReadSequential;
-        if (reads && (!entry || key(path) == key(unreadable))) return nullptr;
-        if (!reads && isProtected(path)) return nullptr;
+        const bool refuses = reads ? key(path) == key(unreadable) : isProtected(path);
+        setLastRefusal(std::make_error_code(refuses           ? std::errc::permission_denied
+                                            : reads && !entry ? std::errc::no_such_file_or_directory
+                                                              : std::errc()));
+        if (lastRefusal()) return nullptr;
         if (!reads) changes.push_back("make " + fullPath(path));
         if (!entry || mode == platform::OpenMode::Write || mode == platform::OpenMode::WriteThrough)
             put(path, Bytes());

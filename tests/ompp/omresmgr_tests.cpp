@@ -38,8 +38,9 @@ TEST_F(OMResMgrTest, TakesTheTableFromWhereverItIsGiven) {
     OMResMgrUseDLL16("terminated.rsc", OMResMgrTerminated{terminated.data()}, true);
 
     const std::string longType = "9 " + std::string(100, 'T');
-    files.put("table.txt", "7 WAVE\r\n\t\x01 8\tASEQ rest\rno number\n10\n\n99999 WAVE\n11NFNT\n" +
-                               longType + "\n12 WAVE");
+    files.put("table.txt",
+              "7 WAVE\r\n\t\x01 8\tASEQ rest\rno number\n10\n\n99999 WAVE\n4444444444 R\n11NFNT\n" +
+                  longType + "\n12 WAVE");
     for (const int mode : {kOMIStreamCache, 10}) {
         OMIStreamFile table("table.txt", mode);
         OMResMgrUseDLL16("stream" + std::to_string(mode), table, mode == 10);
@@ -60,6 +61,7 @@ TEST_F(OMResMgrTest, TakesTheTableFromWhereverItIsGiven) {
     };
     for (const Row& row : rows) EXPECT_EQ(fileOf(row.id, row.type), row.file) << row.id << row.type;
     EXPECT_EQ(takeFailures(), Strings{});
+    EXPECT_NE(files.text("zorbelog.txt").find("stream10: 2, the first"), std::string::npos);
 }
 
 TEST_F(OMResMgrTest, TableTextsAreSmallerThan64K) {

@@ -211,6 +211,7 @@ TEST_F(HostFilesTest, WritesThroughWhatNobodyShares) {
         EXPECT_EQ(read("d"), "new") << "with the host at once";
         EXPECT_FALSE(files_->open("d", OpenMode::WriteThrough));
         EXPECT_FALSE(files_->open("d", OpenMode::ReadSequential));
+        EXPECT_EQ(Files::lastRefusal(), std::errc::device_or_resource_busy);
     }
     EXPECT_EQ(reader->size(), 14u) << "who has the old file keeps it";
     {
@@ -261,14 +262,20 @@ TEST_F(HostFilesTest, RenamesWithinAFolderAndReplaces) {
 TEST_F(HostFilesTest, OpensPlainFilesOnly) {
     folder_.makeFolder("game/folder");
     ASSERT_EQ(::mkfifo(folder_.path("game/pipe").c_str(), 0600), 0);
+    const std::pair<std::string, std::errc> rows[] = {
+        {"folder", std::errc::is_a_directory},
+        {"", std::errc::is_a_directory},
+        {"pipe", std::errc::operation_not_supported}, // would wait for ever
+        {"C:\\dev\\null", std::errc::operation_not_supported},
+        {"Z:\\x", std::errc::no_such_file_or_directory},
+        {std::string(100'000, 'x'), std::errc::filename_too_long},
+    };
     for (const OpenMode mode :
          {OpenMode::Read, OpenMode::Write, OpenMode::Append, OpenMode::WriteThrough}) {
-        EXPECT_FALSE(files_->open("folder", mode));
-        EXPECT_FALSE(files_->open("", mode));
-        EXPECT_FALSE(files_->open("pipe", mode)) << "would wait for ever";
-        EXPECT_FALSE(files_->open("C:\\dev\\null", mode));
-        EXPECT_FALSE(files_->open("Z:\\x", mode));
-        EXPECT_FALSE(files_->open(std::string(100'000, 'x'), mode));
+        for (const auto& [path, refusal] : rows) {
+            EXPECT_FALSE(files_->open(path, mode));
+            EXPECT_EQ(Files::lastRefusal(), refusal) << path.substr(0, 20);
+        }
     }
 }
 

@@ -3,6 +3,8 @@
 #include "puzzles/containerfixture.h"
 
 #include <gmock/gmock.h>
+#include <iterator>
+#include <sstream>
 
 using namespace testing_support;
 using platform::Rect;
@@ -315,9 +317,14 @@ TEST_F(OneAnswerTest, RightAnswersAreLocked) {
         container->setProperty("enabled", "0");
         EXPECT_FALSE(right->isMovable());
         take(*right);
+        EXPECT_TRUE(right->isMovable());
         EXPECT_FALSE(accepts(*container, *right));
         put(*wrong, *container); // by a script
         EXPECT_FALSE(wrong->isMovable());
+        wrong->anchor();
+        take(*wrong);
+        EXPECT_FALSE(wrong->isMovable()) << "not only held by the container";
+        put(*wrong, *container);
         container->setEnabled(true);
         EXPECT_TRUE(wrong->isMovable());
     }
@@ -405,38 +412,21 @@ TEST_F(OneAnswerTest, ItIsHighlightedUnderADraggedAnswer) {
 }
 
 TEST_F(OneAnswerTest, CopiesAreEmptyAndHaveTheSettings) {
-    const char* const settings[] = {"value",
-                                    "attribute",
-                                    "answerMatchString",
-                                    "correctSegments",
-                                    "deltaZ",
-                                    "slideSound",
-                                    "droppedSound",
-                                    "solvedAnswerCount",
-                                    "answerProperty",
-                                    "anchorAnswerAtPoint",
-                                    "answerAnchorPointX",
-                                    "answerAnchorPointY",
-                                    "doPixelCompare",
-                                    "infoVerticalOffset",
-                                    "lockCorrectAnswers",
-                                    "rejectIncorrectAnswers",
-                                    "enabled",
-                                    "highlighted",
-                                    "x",
-                                    "y",
-                                    "z",
-                                    "width",
-                                    "height"};
+    std::istringstream words(
+        "value attribute answerMatchString correctSegments deltaZ slideSound droppedSound "
+        "solvedAnswerCount answerProperty anchorAnswerAtPoint answerAnchorPointX "
+        "answerAnchorPointY doPixelCompare infoVerticalOffset lockCorrectAnswers "
+        "rejectIncorrectAnswers enabled highlighted x y z width height");
+    const std::vector<std::string> settings(std::istream_iterator<std::string>(words), {});
     for (const auto& container : allKinds("-1 100 50 60 40 3")) {
-        for (const char* name : settings) {
+        for (const std::string& name : settings) {
             const std::string before = container->getProperty(name).value_or("");
             if (before == "0" || before == "1")
                 container->setProperty(name, before == "0" ? "1" : "0");
             if (before == "-1") container->setProperty(name, "9");
         }
         std::map<std::string, std::string> told;
-        for (const char* name : settings)
+        for (const std::string& name : settings)
             told[name] = container->getProperty(name).value_or("none");
         const Answer a = answer(10, 10, 110, 60, "1");
         put(*a, *container);
@@ -444,7 +434,7 @@ TEST_F(OneAnswerTest, CopiesAreEmptyAndHaveTheSettings) {
         auto* copy = dynamic_cast<RContainer*>(copied.get());
         ASSERT_TRUE(copy);
         EXPECT_EQ(copy->answerCount(), 0);
-        for (const char* name : settings)
+        for (const std::string& name : settings)
             EXPECT_EQ(copy->getProperty(name).value_or("none"), told[name]) << name;
         copy->place(0, 0);
         EXPECT_EQ(a->container(), container.get());

@@ -205,6 +205,7 @@ TEST_F(EffectsWindowTest, WhatIsMissingOrDamagedLeavesTheRestAsItWas) {
         EXPECT_EQ(takeFailures(), Strings{"no palette"}) << size;
         EXPECT_EQ(shown[50], (platform::Rgb{0x40, 0, 0})) << size;
     }
+    EXPECT_NE(files.text("zorbelog.txt").find("Palette 3 cannot be used"), std::string::npos);
     for (const std::size_t size : {1536u, 1537u, 70001u}) {
         palettes[3] = Bytes(size, static_cast<std::byte>(size % 100));
         EXPECT_TRUE(window.restorePalette(1, 3));

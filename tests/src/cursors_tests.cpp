@@ -46,10 +46,10 @@ TEST_F(CursorsTest, OpensItsLibraryWhenACursorIsWantedAndReportsWhatIsMissingOnc
             for (const int id : {3, 0, 30000, -7}) EXPECT_EQ(idOf(id), kOMCursorArrow);
         }
         EXPECT_EQ(OMTrinketWindow::findCursor(1), OMTrinketWindow::findCursor(1));
-        EXPECT_EQ(takeLog(), "ERROR: Cursor 3 is not found, the arrow is shown\n"
-                             "ERROR: Cursor 0 is not found, the arrow is shown\n"
-                             "ERROR: Cursor 30000 is damaged, the arrow is shown\n"
-                             "ERROR: Cursor -7 is not known, the arrow is shown\n");
+        EXPECT_EQ(takeLog(), "ERROR: Cursor 3 is in no active library: the arrow is shown\n"
+                             "ERROR: Cursor 0 is in no active library: the arrow is shown\n"
+                             "ERROR: Cursor 30000 is damaged, pack it anew: the arrow is shown\n"
+                             "ERROR: Cursor -7 is not one of -1 to -4: the arrow is shown\n");
     }
     EXPECT_FALSE(OMTrinketWindow::hasCursorLocator());
     EXPECT_EQ(OMResMgrFindFile(1, "CURSOR"), nullptr) << "the library is let go";
@@ -59,9 +59,9 @@ TEST_F(CursorsTest, WithoutALibraryThereAreTheCursorsOfOtherFilesAndThePlatforms
     const RCursors cursors;
     EXPECT_EQ(idOf(1), kOMCursorArrow);
     EXPECT_EQ(idOf(2), kOMCursorArrow);
-    EXPECT_EQ(takeLog(), "Warning: cursors.rsc not found, there are no cursors of the game's own\n"
-                         "ERROR: Cursor 1 is not found, the arrow is shown\n"
-                         "ERROR: Cursor 2 is not found, the arrow is shown\n");
+    EXPECT_EQ(takeLog(), "Warning: cursors.rsc is not there, arrows are shown: pack one\n"
+                         "ERROR: Cursor 1 is in no active library: the arrow is shown\n"
+                         "ERROR: Cursor 2 is in no active library: the arrow is shown\n");
     files.put("scene.rsc", library(1, 2));
     OMResMgrUseDLL16("scene.rsc", true);
     EXPECT_EQ(idOf(1), 1) << "it may come later";

@@ -89,7 +89,7 @@ TEST_F(MachineChecksTest, EveryMachineIsRunOnOrRefusedAsItShould) {
         {.name = "sound",
          .lack = [](MemoryPlatform& c) { c.waveOut().available = false; },
          .texts = {1019},
-         .logged = "ERROR: WAVE driver is not available\n"},
+         .logged = "WAVE driver is not available\n"},
         {.name = "large screen",
          .screen = {800, 600, 8},
          .texts = {1015},

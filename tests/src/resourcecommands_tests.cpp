@@ -146,7 +146,7 @@ TEST_F(ResourceCommandsTest, TheGameGoesOnWhenACopyFails) {
 TEST_F(ResourceCommandsTest, ACopyNeverTakesThePlaceOfAnotherFile) {
     files.put("C:\\HOME\\a.rsc", "MZ the player's own");
     EXPECT_EQ(run("CacheDLL", {"a.rsc", "0", "0", "1"}),
-              "ERROR: a.rsc is not copied to C:\\HOME\\a.rsc, where another file may lie\n");
+              "ERROR: a.rsc is not copied to C:\\HOME\\a.rsc: move the file that lies there\n");
     EXPECT_EQ(files.text("C:\\HOME\\a.rsc"), "MZ the player's own");
     EXPECT_EQ(load('a'), "wave a.rsc CD");
     testing_support::Bytes left = testing_support::toBytes(files.text("D:\\RSC\\a.rsc"));

@@ -91,8 +91,8 @@ TEST_F(ResourcesTest, ScansDirectoriesWithoutAMap) {
     files.put("..\\RSC\\second.rsc", library(6));
     files.put("E:\\RSC\\third.rsc", library(7));
     EXPECT_EQ(start("E:"), RResources::StartUp::Ready);
-    EXPECT_EQ(takeLog(), "ERROR: a-name-too-long.rsc is left out, its name has more than 15 "
-                         "characters\n"
+    EXPECT_EQ(takeLog(), "ERROR: a-name-too-long.rsc is left out, as its name has more than 15 "
+                         "characters: rename it\n"
                          "Activating DLL copy.rsc.bak temporarily\n"
                          "Activating DLL first.rsc temporarily\n"
                          "Activating DLL second.rsc temporarily\n"
@@ -160,7 +160,7 @@ TEST_F(ResourcesTest, LoadsResourcesAndReportsTheMissing) {
     ASSERT_TRUE(gone) << "a map is believed";
     EXPECT_EQ(gone->fill(), 0U);
     EXPECT_EQ(alerts, texts);
-    EXPECT_TRUE(takeLog().ends_with("ERROR: WAVE resource 9 is empty or not there, see the map\n"));
+    EXPECT_NE(takeLog().find("WAVE resource 9 is empty, or not in gone.rsc"), std::string::npos);
 }
 
 TEST_F(ResourcesTest, OpensALibraryOnceForLoadsInARow) {
@@ -202,14 +202,14 @@ std::string readBlocks(const std::string& text) {
 }
 
 TEST_F(ResourcesTest, LeavesOutWhatMakesNoSenseInAMap) {
-    const std::string type = "the type of a resource must have four characters";
-    const std::string id = "the id of a resource must be a number from 1 to 32767";
-    const std::string surplus = "more resources than line 2 of the map says, the file is left out";
-    const std::string noEnd = "the map ends without ENDFILE";
+    const std::string type = "a type must have four characters, the line is left out";
+    const std::string id = "an id must be a number from 1 to 32767, the line is left out";
+    const std::string surplus = "more resources than line 2 says, the file is left out: correct it";
+    const std::string noEnd = "the map ends without ENDFILE: write one behind the last file";
     const std::string noCount =
-        "the largest number of resources of one file is missing, the map is not used";
+        "line 2 is not the largest number of resources of a file, the folder is scanned instead";
     const std::string longIdentifier =
-        "the identifier has more than 39 characters, the map is not used\n";
+        "the identifier has more than 39 characters, the folder is scanned instead\n";
     const MapRow rows[] = {
         {"line ends", "M\r2\r\n\n \t\na.RSC junk\rWAVE 1\n\n  RRGB\t 2 junk\r\nx ENDFILE y\n",
          "a.rsc:WAVE 1,RRGB 2,;", ""},
@@ -233,12 +233,12 @@ TEST_F(ResourcesTest, LeavesOutWhatMakesNoSenseInAMap) {
         {"long identifier", std::string(40, 'M') + "\n9\na\nENDFILE", "", "1: " + longIdentifier},
         {"long name", "M\n9\nabcdefghijkl.rsc\nWAVE 1\nENDFILE\nabcdefghijk.rsc\nWAVE 2\nENDFILE",
          "abcdefghijk.rsc:WAVE 2,;",
-         "3: the file name has more than 15 characters, its resources are left out\n"},
+         "3: the file name has more than 15 characters, the resources below are left out\n"},
         {"stray ENDFILE", "M\n9\nENDFILE\na\nWAVE 1\nENDFILE", "a:WAVE 1,;",
-         "3: ENDFILE without a file\n"},
+         "3: ENDFILE without a file before it, passed over\n"},
         {"no ENDFILE", "M\n9\na\nWAVE 1\nWAVE 2", "a:WAVE 1,WAVE 2,;", "5: " + noEnd + "\n"},
         {"control character", "M\n9\na\nENDFILE\n\x1A", "a:;",
-         "5: no file name, its resources are left out\n5: " + noEnd + "\n"},
+         "5: no file name, the resources below are left out\n5: " + noEnd + "\n"},
         {"long line",
          "M\n9\na" + std::string(100, ' ') + "b\nWAVE 1" + std::string(90, '0') + "\nENDFILE",
          "a:;", "4: " + id + "\n"},
@@ -321,7 +321,8 @@ TEST_F(ResourcesTest, AFolderWithAMapBeyond4MBIsScanned) {
     files.put("RSC\\resource.map", text + " ");
     start();
     EXPECT_TRUE(!has(1) && has(2));
-    EXPECT_EQ(takeLog(), "ERROR: RSC\\resource.map cannot be read\n"
+    EXPECT_EQ(takeLog(), "ERROR: RSC\\resource.map is there and cannot be read: File too large. "
+                         "The folder is scanned instead\n"
                          "Activating DLL a.rsc temporarily\n");
 }
 

@@ -178,7 +178,7 @@ TEST_F(SafeFileTest, ReplacesNoFileThatItCannotRead) {
     RSafeFile file = safe();
     for (const char* each : {"a", "b"}) {
         EXPECT_FALSE(file.store(each)) << "also when nobody has asked to read it";
-        EXPECT_THAT(takeLog(), HasSubstr("ZORBET.DAT cannot be read\n"));
+        EXPECT_THAT(takeLog(), HasSubstr("ZORBET.DAT cannot be read: Permission denied."));
     }
     EXPECT_EQ(file.read().state, State::Unreadable);
     files.unreadable.clear();
@@ -192,15 +192,16 @@ TEST_F(SafeFileTest, LeavesWhatIsProtectedOrNoFile) {
     put("ZORBET.DAT", "old");
     files.writeProtected = files.home;
     EXPECT_FALSE(safe().store("new"));
-    EXPECT_THAT(takeLog(), HasSubstr("ZORBET.NEW cannot be made\n"));
+    EXPECT_THAT(takeLog(), HasSubstr("ZORBET.NEW cannot be made: Permission denied."));
     EXPECT_THAT(all(), ElementsAre(Pair("ZORBET.DAT", "old")));
 
     used = &host;
     EXPECT_FALSE(RSafeFile(host, "C:\\nowhere\\at all\\ZORBET.DAT").store("new"));
     put("other", "");
     folder.makeFolder("data/home/ZORBET.DAT");
-    EXPECT_EQ(safe().read().state, State::Missing);
-    EXPECT_FALSE(safe().store("new")) << "a folder";
+    EXPECT_EQ(safe().read().state, State::Unreadable);
+    EXPECT_THAT(takeLog(), HasSubstr("ZORBET.DAT is there and cannot be read: Is a directory."));
+    EXPECT_FALSE(safe().store("new"));
     std::filesystem::remove(folder.path("data/home/ZORBET.DAT"));
     folder.makeFolder("data/home/ZORBET.BAD");
     put("ZORBET.DAT", "old");

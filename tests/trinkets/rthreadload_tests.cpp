@@ -157,7 +157,7 @@ TEST_F(RThreadLoad, LocatorsFindWhatIsNoFile) {
 
 TEST_F(RThreadLoad, BrokenScriptsAreShownAndNotRun) {
     const std::pair<const char*, std::vector<std::string>> rows[] = {
-        {"say 1\nsay \"open\nsay 2\n", {"Unquote say \"open...", "2: \"open"}},
+        {"say 1\nsay \"open  \nsay 2\n", {"Unquote say \"open  ...", "2: \"open"}},
         {"Boop\npause\n", {"Boop is undefined", "2: pause"}},
         {"say 1\ninclude test.mps\n", {"2: test.mps"}}, // itself, on and on
     };

@@ -181,10 +181,13 @@ class OMTrinketWindow : public OMWindow {
     [[nodiscard]] int flashDelay() const { return flashDelayMs_; }
     void setFlashDelay(int ms) { flashDelayMs_ = ms; }
 
-    // Stamps, in the background picture.
+    // The background picture, and stamps in it.
 
-    /// Paints a trinket's picture into the background, under all trinkets. `rectangle` is what the
-    /// painter covers. It stays when the trinket is gone. False without a background picture there.
+    /// Paints into the background for good, also over stamps. `rectangle` is what the painter
+    /// covers. Nothing happens without a background picture.
+    void paintIntoBackground(const platform::Rect& rectangle, const OMStampPainter& painter);
+    /// Paints a trinket's picture into the background, under all trinkets, so that it can be taken
+    /// out again. It stays when the trinket is gone. False without a background picture there.
     bool stamp(const OMTrinket& trinket, const platform::Rect& rectangle,
                const OMStampPainter& painter);
     /// Takes the trinket's latest stamp out again; false when it has none.

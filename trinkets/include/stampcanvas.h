@@ -3,7 +3,7 @@
 //
 // A stamp keeps its own pixels and, of those that are opaque, what was below when it came. Where a
 // later stamp covers it, taking it out hands what was below on to that one; elsewhere the
-// background gets it back. What others paint over a stamp goes with it.
+// background gets it back. Where others have painted over it, it has no pixels any more.
 #pragma once
 
 #include "omlink.h"
@@ -39,6 +39,8 @@ class StampCanvas {
     /// Finds out which pixels the painter paints, puts them into the picture and keeps what was
     /// there. `corner` is the object's place in the picture.
     void paint(OMMemCanvas& picture, const OMStampPainter& painter, platform::Point corner);
+    /// `other` was painted over it for good: pixels that are opaque there are no longer its own.
+    void giveUpTo(const StampCanvas& other);
 
   private:
     [[nodiscard]] std::size_t index(platform::Point at) const;
@@ -62,6 +64,9 @@ class StampList {
                                         const platform::Rect& rectangle,
                                         const OMStampPainter& painter);
     std::optional<platform::Rect> unstamp(OMMemCanvas& picture, const void* key);
+    /// Paints over whatever stamps there are, to stay when they are taken out.
+    void paintOver(OMMemCanvas& picture, const platform::Rect& rectangle,
+                   const OMStampPainter& painter);
 
     /// The object is gone; its stamps stay.
     void forget(const void* key);

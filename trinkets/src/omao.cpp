@@ -4,6 +4,7 @@
 #include "omdebug.h"
 #include "omistream.h"
 #include "omlog.h"
+#include "omresourcelog.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 
@@ -157,7 +158,8 @@ std::unique_ptr<OMAnimation> OMAnimation::createFromImage(std::span<const std::b
     std::string problem;
     std::shared_ptr<AOImage> image = AOImage::read(resource, problem);
     if (!image) {
-        OMLog::writef(OMLog::Kind::Error, "An image cannot be used: %s", problem.c_str());
+        OMLog::writef(OMLog::Kind::Error, "A picture in memory cannot be an animation: %s",
+                      problem.c_str());
         return nullptr;
     }
     return std::make_unique<OMAnimation>(window, std::move(image), kNoResource, x, y);
@@ -173,12 +175,13 @@ std::shared_ptr<AOImage> OMAnimation::locate(int id) {
     std::string problem;
     std::shared_ptr<AOImage> image = AOImage::read(stream->readAll(), problem);
     if (!image) {
-        OMLog::writef(OMLog::Kind::Error, "Animation %d cannot be used: %s", id, problem.c_str());
+        OMLogResource(OMLog::Kind::Error, "Animation", id, *stream, "cannot be used: " + problem);
         return nullptr;
     }
     if (image->brokenFrames() > 0)
-        OMLog::writef(OMLog::Kind::Warning, "Animation %d: %d frames lie outside of the resource",
-                      id, image->brokenFrames());
+        OMLogResource(OMLog::Kind::Warning, "Animation", id, *stream,
+                      OMFormat("has %d frames that lie outside of it and show nothing",
+                               image->brokenFrames()));
     store_.keep(id, image);
     return image;
 }

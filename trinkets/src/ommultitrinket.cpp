@@ -125,13 +125,17 @@ int OMMultiTrinket::freeSlot() const {
 
 void OMMultiTrinket::addTrinket(const std::string& variable, std::optional<int> depth) {
     if (variable == YVariable::kObjectText) {
-        OMLog::write(OMLog::Kind::Warning, "addTrinket: the name must stand in quotes");
+        OMLog::write(OMLog::Kind::Warning,
+                     "OMMultiTrinket: addTrinket got an object and no name; write the name in "
+                     "quotes, as in \"boat\"");
         return;
     }
     auto* trinket = dynamic_cast<OMTrinket*>(named(variable));
     if (!trinket || !add(*trinket, freeSlot(), depth.value_or(0)))
-        OMLog::writef(OMLog::Kind::Warning, "addTrinket: %s cannot be in this group",
-                      variable.c_str());
+        OMLog::writef(OMLog::Kind::Warning,
+                      "OMMultiTrinket: addTrinket leaves \"%s\" out, which %s", variable.c_str(),
+                      trinket ? "is the group itself or contains it"
+                              : "is the name of no object on the screen");
 }
 
 // Place and attributes

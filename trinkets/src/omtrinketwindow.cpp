@@ -328,6 +328,13 @@ OMMemCanvas* OMTrinketWindow::backgroundPicture() {
     return background_ ? background_->picture() : nullptr;
 }
 
+void OMTrinketWindow::paintIntoBackground(const Rect& rectangle, const OMStampPainter& painter) {
+    OMMemCanvas* picture = backgroundPicture();
+    if (!picture) return;
+    stamps_.paintOver(*picture, rectangle, painter);
+    invalidate(rectangle);
+}
+
 bool OMTrinketWindow::stamp(const OMTrinket& trinket, const Rect& rectangle,
                             const OMStampPainter& painter) {
     OMMemCanvas* picture = backgroundPicture();

@@ -87,14 +87,12 @@ void RAnimation::resumeForScript() {
 }
 
 void RAnimation::paintIntoBackground(std::optional<int> x, std::optional<int> y) {
-    OMTBackground* background = window() ? window()->background() : nullptr;
-    OMMemCanvas* picture = background ? background->picture() : nullptr;
-    if (!picture) return;
+    if (!window()) return;
     const Rect own = boundingRectangle();
     const Point at{std::clamp(x.value_or(own.left), -kFarthest, kFarthest),
                    std::clamp(y.value_or(own.top), -kFarthest, kFarthest)};
-    paintAt(*picture, at);
-    window()->invalidate({at.x, at.y, at.x + own.width(), at.y + own.height()});
+    window()->paintIntoBackground({at.x, at.y, at.x + own.width(), at.y + own.height()},
+                                  [this](OMMemCanvas& canvas, Point to) { paintAt(canvas, to); });
 }
 
 void RAnimation::replacePaletteEntry(int old, int replacement) {

@@ -1,6 +1,7 @@
 // Loading of scripts: reading, compiling, precompiled files.
 #include "omistream.h"
 #include "omplatform.h"
+#include "omresourcelog.h"
 #include "rthread.h"
 #include "yengine.h"
 #include "yexpression.h"
@@ -39,7 +40,9 @@ std::string readStream(OMIStream& stream, std::size_t limit) {
 /// script, precompiled ones are larger.
 YCompiler::Source YThread::readSource(const std::string& name) {
     YCompiler::Source source;
-    if (const auto file = OMPlatform().files().open(name, platform::OpenMode::Read)) {
+    const auto file = OMPlatform().files().open(name, platform::OpenMode::Read);
+    if (!file) OMLogUnreadable(name, "It is looked for in the scripts folders");
+    if (file) {
         source.text = readFile(*file, kYMaxPrecompiledSize);
     } else if (!locator_) {
         source.message = "can't find " + name;

@@ -68,6 +68,12 @@ void StampCanvas::paint(OMMemCanvas& picture, const OMStampPainter& painter, Poi
     picture.changed(OMRegion(area_));
 }
 
+void StampCanvas::giveUpTo(const StampCanvas& other) {
+    forEachPixel(platform::intersection(area_, other.area_), [&](Point pixel) {
+        if (other.isOpaque(pixel)) opaque_[index(pixel)] = 0;
+    });
+}
+
 // The list
 
 std::optional<Rect> StampList::stamp(OMMemCanvas& picture, const void* key, const Rect& rectangle,
@@ -89,6 +95,17 @@ std::optional<Rect> StampList::unstamp(OMMemCanvas& picture, const void* key) {
         return area;
     }
     return std::nullopt;
+}
+
+void StampList::paintOver(OMMemCanvas& picture, const Rect& rectangle,
+                          const OMStampPainter& painter) {
+    const Point corner{rectangle.left, rectangle.top};
+    if (stamps_.empty()) return painter(picture, corner);
+    const Rect area = platform::intersection(rectangle, picture.bounds());
+    if (area.empty()) return;
+    StampCanvas painted(nullptr, area, picture.depth() / 8);
+    painted.paint(picture, painter, corner);
+    for (StampCanvas& stamp : stamps_) stamp.giveUpTo(painted);
 }
 
 void StampList::takeOut(OMMemCanvas& picture, std::size_t which) {

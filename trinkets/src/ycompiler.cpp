@@ -40,10 +40,15 @@ std::string_view withoutQuotes(std::string_view word) {
     return quoted ? word.substr(1, word.size() - 2) : word;
 }
 
-/// At most `limit` bytes of the script's line from `at` on, without blanks at the end.
-std::string shownText(std::string_view script, std::size_t at, std::size_t limit) {
-    std::string_view shown = script.substr(std::min(at, script.size()), limit);
-    shown = shown.substr(0, shown.find(kLineEnd));
+/// At most `limit` bytes of the script's line from `at` on.
+std::string_view lineFrom(std::string_view script, std::size_t at, std::size_t limit) {
+    const std::string_view line = script.substr(std::min(at, script.size()), limit);
+    return line.substr(0, line.find(kLineEnd));
+}
+
+/// The same without blanks at the end.
+std::string shownText(std::string_view script, std::size_t at) {
+    std::string_view shown = lineFrom(script, at, kShownText);
     while (!shown.empty() && endsWord(shown.back())) shown.remove_suffix(1);
     return std::string(shown);
 }
@@ -94,7 +99,7 @@ void YCompiler::record(YCompileError::Kind kind, std::size_t at, int code, std::
     error.file = script_->files[text().file];
     error.line = lineAt(at);
     if (code == yerror::kUnclosedQuote)
-        error.statement = shownText(text().text, statementAt_, kShownQuote);
+        error.statement = lineFrom(text().text, statementAt_, kShownQuote); // blanks too
     const bool warning = error.isWarning();
     failed_ |= !warning;
     errors_.push_back(std::move(error));
@@ -102,7 +107,7 @@ void YCompiler::record(YCompileError::Kind kind, std::size_t at, int code, std::
 }
 
 YCompiler::Outcome YCompiler::fail(YCompileError::Kind kind, std::size_t at, int code) {
-    record(kind, at, code, shownText(text().text, at, kShownText));
+    record(kind, at, code, shownText(text().text, at));
     using Kind = YCompileError::Kind;
     gaveUp_ |= onError_ == OnError::Stop || kind == Kind::TooManyInstructions ||
                kind == Kind::TooManyOperands || kind == Kind::TooManyNames ||

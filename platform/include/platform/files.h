@@ -12,6 +12,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace platform {
@@ -56,6 +57,14 @@ class Files {
   public:
     virtual ~Files() = default;
 
+    /// Why the calling thread's last opening, removing, renaming or flushing of a folder, or its
+    /// last reading, writing or flushing of an open file, was refused or came short: an errc, whose
+    /// message() is for people ("Permission denied"). No error when it was done. Of all files of
+    /// the process; questions do not count.
+    [[nodiscard]] static std::error_code lastRefusal();
+    /// For those who implement files, or stand before others and refuse by themselves.
+    static void setLastRefusal(std::error_code refusal);
+
     /// Null when the file cannot be opened (missing, a folder, no permission).
     virtual std::unique_ptr<File> open(std::string_view path, OpenMode mode) = 0;
 
@@ -96,7 +105,8 @@ class Files {
     [[nodiscard]] virtual std::size_t sectorSize(char drive) const = 0;
 };
 
-/// Reads a whole file of at most `limit` bytes; none when it cannot be opened or is larger.
+/// Reads a whole file of at most `limit` bytes; none when it cannot be opened or read, or is
+/// larger, which Files::lastRefusal tells (errc::file_too_large).
 [[nodiscard]] std::optional<std::string> readFile(Files& files, std::string_view path,
                                                   std::size_t limit);
 
