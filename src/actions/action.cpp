@@ -11,7 +11,7 @@ constexpr OMSEntry kVocabulary[] = {
     oms::readOnly<&Action::isInterruptible>("isInterruptible", "1: may be halted with others"),
     oms::method<&Action::halt>("halt"),
     oms::method<&Action::pause>("pause"),
-    oms::method<&Action::resume>("resume"),
+    oms::lasting<&Action::resumeForScript>("resume"),
     oms::lasting<&Action::start>("start"),
     oms::event("finished", "it has come to its end"),
 };
@@ -63,6 +63,12 @@ void Action::resume() {
         finishing_->resume();
     else
         goOn();
+}
+
+void Action::resumeForScript() {
+    const OMSWatch self(this);
+    resume();
+    if (self && !isActive()) fireCompletion();
 }
 
 void Action::finish() {

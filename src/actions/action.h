@@ -26,6 +26,8 @@ class Action : public OMScriptableObject {
     virtual void halt();
     virtual void pause();
     virtual void resume();
+    /// Lasts until the action is done. On an idle one there is nothing to wait for.
+    void resumeForScript();
     [[nodiscard]] virtual bool isActive() const { return active_; }
     /// Whether it may be halted together with others.
     [[nodiscard]] virtual bool isInterruptible() const { return interruptible_; }

@@ -44,7 +44,7 @@ constexpr OMSEntry kVocabulary[] = {
     oms::method<&RMap::interruptMove>("interruptMove"),
     oms::lasting<&RMap::moveForScript>("move"),
     oms::method<&RMap::pause>("pause"),
-    oms::method<&RMap::resume>("resume"),
+    oms::lasting<&RMap::resumeForScript>("resume"),
     oms::method<&RMap::setTerrain>("setTerrain", "text"),
     oms::event("finished", "a run has ended"),
 };
@@ -116,10 +116,7 @@ RMap::RMap(const RMap& other)
 RMap::~RMap() {
     if (!run_) return;
     // The completion is called when nobody finds the map any more.
-    setCompletionLink([waiting = takeCompletion(), done = stop()] {
-        waiting();
-        done();
-    });
+    addCompletionLink(stop());
 }
 
 std::unique_ptr<OMScriptableObject> RMap::createFromScript() {
@@ -172,6 +169,16 @@ void RMap::resume() {
     run_->lastMs += OMMilliseconds() - *run_->pausedMs;
     run_->pausedMs.reset();
     run_->task.resume();
+}
+
+/// Who waited for the run already goes on waiting.
+void RMap::resumeForScript() {
+    resume();
+    const OMLink waiting = takeCompletion();
+    if (run_)
+        run_->done = OMBothLinks(std::move(run_->done), waiting);
+    else
+        waiting();
 }
 
 void RMap::tick() {

@@ -38,7 +38,7 @@ constexpr OMSEntry kVocabulary[] = {
     oms::lasting<&RCharacter::playAnimForScript>("playAnim", "id [repeat [stayVisible]]"),
     oms::lasting<&RCharacter::playSpeechForScript>("playSpeech", "speech [stayVisible [listener]]"),
     oms::method<&RCharacter::pause>("pause"),
-    oms::method<&RCharacter::resume>("resume"),
+    oms::lasting<&RCharacter::resumeForScript>("resume"),
     oms::method<&RCharacter::stop>("stop"),
     oms::method<&RCharacter::setAOCursor>("setAOCursor", "[normal [grab]]"),
     oms::event("finished", "an animation or a speech has ended"),
@@ -66,13 +66,7 @@ RCharacter::RCharacter(OMTrinketWindow& window, int settlePose, Point at)
     setSettlePoseId(settlePose);
 }
 
-RCharacter::~RCharacter() {
-    if (!done_) return;
-    setCompletionLink([done = std::move(done_), other = takeCompletion()] {
-        done();
-        other();
-    });
-}
+RCharacter::~RCharacter() { setCompletionLink(OMBothLinks(std::move(done_), takeCompletion())); }
 
 std::unique_ptr<OMScriptableObject> RCharacter::createFromScript() {
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
@@ -373,6 +367,16 @@ void RCharacter::playAnimForScript(int id, std::optional<int> repeat,
 void RCharacter::playSpeechForScript(int speech, std::optional<bool> stayVisible,
                                      std::optional<int> listener) {
     playSpeech(speech, stayVisible, listener, takeCompletion());
+}
+
+/// Who waited for what plays goes on waiting.
+void RCharacter::resumeForScript() {
+    resume();
+    const OMLink waiting = takeCompletion();
+    if (isPlaying())
+        done_ = OMBothLinks(std::move(done_), waiting);
+    else
+        waiting();
 }
 
 void RCharacter::setAOCursor(std::optional<int> normal, std::optional<int> grab) {

@@ -76,11 +76,7 @@ std::unique_ptr<OMScriptableObject> OMScriptableObject::makeDuplicate() {
 }
 
 void OMScriptableObject::addCompletionLink(OMLink link) {
-    if (!completion_) return setCompletionLink(std::move(link));
-    completion_ = [first = std::move(completion_), second = std::move(link)] {
-        first();
-        second();
-    };
+    setCompletionLink(OMBothLinks(takeCompletion(), std::move(link)));
 }
 
 void OMScriptableObject::fireCompletion() {
