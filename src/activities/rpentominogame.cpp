@@ -310,13 +310,13 @@ void RPentominoGame::setPiecesVisible(bool visible) {
 }
 
 void RPentominoGame::setPieceGrabAOCursorID(int id) {
-    grabCursorId_ = static_cast<std::int16_t>(id);
+    grabCursorId_ = OMNarrowId(id);
     for (const Slot& each : slots_)
         if (each.piece) giveCursors(*each.piece);
 }
 
 void RPentominoGame::setPieceSpotAOCursorID(int id) {
-    spotCursorId_ = static_cast<std::int16_t>(id);
+    spotCursorId_ = OMNarrowId(id);
     for (const Slot& each : slots_)
         if (each.piece) giveCursors(*each.piece);
 }

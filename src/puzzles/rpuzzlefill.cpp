@@ -1,8 +1,10 @@
 // How the entries of a puzzle come into being, and how a puzzle is filled from one of them.
 
 #include "omformat.h"
+#include "omid.h"
 #include "omlog.h"
 #include "omrandom.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 #include "reports.h"
@@ -114,10 +116,10 @@ void RPuzzle::setPuzzleGraphic(int number) {
     const std::string fourth = arguments.next();
     DSGraphic graphic;
     if (fourth.empty())
-        graphic = {.z = second, .resourceId = static_cast<std::uint16_t>(third)};
+        graphic = {.z = second, .resourceId = OMNarrowId<std::uint16_t>(third)};
     else
         graphic = {second, third, OMSToInteger(fourth),
-                   static_cast<std::uint16_t>(arguments.nextInteger())};
+                   OMNarrowId<std::uint16_t>(arguments.nextInteger())};
     entry->graphics.push_back(graphic);
 }
 

@@ -2,6 +2,8 @@
 
 #include "omao.h"
 #include "omformat.h"
+#include "omid.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 #include "rcharctrlayer.h"
@@ -138,7 +140,8 @@ void RCharacter::removeAll() {
 // The settle pose
 
 void RCharacter::setSettlePoseId(int id) {
-    settlePoseId_ = id;
+    const OMSBirths births;
+    settlePoseId_ = id = OMNarrowId(id);
     std::unique_ptr<OMAnimation> animation = id == kNoSettlePose ? nullptr : load(id);
     if (!animation) {
         layers_.erase(kSettlePoseLayer);
@@ -185,6 +188,8 @@ void RCharacter::playAnim(int id, std::optional<int> repeat, bool stayVisible, O
 
 void RCharacter::playSpeech(int speech, std::optional<bool> stayVisible,
                             std::optional<int> listener, OMLink done) {
+    const OMSBirths births;
+    speech = OMNarrowId(speech);
     const auto busy = [speech] {
         return OMFormat("RCharacter: busy, cannot play speech %d", speech);
     };
@@ -267,6 +272,7 @@ const RSpeechRecord* RCharacter::findSpeech(int speech) const {
 }
 
 void RCharacter::addSpeechAnim(int animation) {
+    animation = OMNarrowId(animation);
     const std::vector<RSpeechRecord>* records = RSpeechRecords::of(animation);
     if (!records) return RTell(OMFormat("RCharacter: unable to load animation %d", animation));
     for (const RSpeechRecord& record : *records)

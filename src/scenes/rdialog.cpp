@@ -2,6 +2,8 @@
 
 #include "omao.h"
 #include "omdebug.h"
+#include "omid.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "rhotspot.h"
 #include "rpbutton.h"
@@ -49,7 +51,7 @@ RDialog::~RDialog() = default;
 std::unique_ptr<OMScriptableObject> RDialog::createFromScript() {
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
     if (!window) return nullptr;
-    const auto background = static_cast<std::uint16_t>(OMSArguments::global().nextInteger());
+    const int background = OMNarrowId(OMSArguments::global().nextInteger());
     const int z = OMSArguments::global().nextInteger();
     return std::make_unique<RDialog>(*window, background, z);
 }

@@ -2,8 +2,10 @@
 
 #include "aosounds.h"
 #include "omdebug.h"
+#include "omid.h"
 #include "omistream.h"
 #include "omlog.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 
@@ -105,7 +107,7 @@ OMAnimation::~OMAnimation() {
 
 void OMAnimation::useImage(std::shared_ptr<AOImage> image, int id) {
     image_ = std::move(image);
-    id_ = id;
+    id_ = OMNarrowId(id);
     framesPerSecond_ = image_->framesPerSecond();
     sequence_ = 0;
     sequences_.clear();
