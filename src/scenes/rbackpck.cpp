@@ -114,8 +114,8 @@ std::unique_ptr<OMScriptableObject> RBackPack::createFromScript() {
     const int y = list.nextInteger();
     const auto z = list.hasNext() ? std::optional(list.nextInteger()) : std::nullopt;
     if (!window) return nullptr;
-    auto panel = std::make_unique<RBackPack>(
-        *window, canLocate() ? locateOrBlank(id) : AOImage::blank(), id, x, y);
+    auto panel =
+        make<RBackPack>(*window, canLocate() ? locateOrBlank(id) : AOImage::blank(), id, {x, y});
     if (z) panel->setZ(*z);
     return panel;
 }

@@ -151,7 +151,7 @@ void OMAnimation::setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> 
 std::unique_ptr<OMAnimation> OMAnimation::create(int id, int x, int y, OMTrinketWindow& window) {
     std::shared_ptr<AOImage> image = locate(id);
     if (!image) return nullptr;
-    return std::make_unique<OMAnimation>(window, std::move(image), id, x, y);
+    return make<OMAnimation>(window, std::move(image), id, {x, y});
 }
 
 std::unique_ptr<OMAnimation> OMAnimation::createFromImage(std::span<const std::byte> resource,
