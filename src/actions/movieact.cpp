@@ -1,6 +1,7 @@
 #include "movieact.h"
 
 #include "actionparameters.h"
+#include "omsbirths.h"
 #include "omtrinketwindow.h"
 #include "scenes/rsmackermovie.h"
 
@@ -43,7 +44,9 @@ void MovieAction::begin() {
         finish();
         return;
     }
-    movie_->setTouchy(false); // scripts do not know it: clicks go through
+    OMSBirths births;
+    births.add(*movie_, RSmackerMovie::kClass);
+    movie_->setTouchy(false); // no script has a handler for its clicks: they go through
     movie_->start();
 }
 

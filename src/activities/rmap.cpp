@@ -5,6 +5,7 @@
 #include "omformat.h"
 #include "omlog.h"
 #include "omplatform.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 #include "reports.h"
@@ -190,6 +191,7 @@ void RMap::tick() {
 }
 
 void RMap::makeStep() {
+    const OMSBirths births; // of the mark that it leaves
     if (walk_.isMoving()) {
         walk_.step();
         if (!board_.contains(walk_.cell())) {
@@ -275,6 +277,7 @@ OMAnimation* RMap::makeGraphic(int slot, int id) {
 }
 
 void RMap::putMap() {
+    const OMSBirths births;
     OMAnimation* picture = makeGraphic(kMapSlot, mapId_);
     if (!picture) return;
     picture->place(origin_.x, origin_.y);
@@ -282,6 +285,7 @@ void RMap::putMap() {
 }
 
 void RMap::putMarker(int slot, int id, MapCell cell) {
+    const OMSBirths births;
     OMAnimation* marker = makeGraphic(slot, id);
     if (!marker) return;
     placeOn(*marker, cell);

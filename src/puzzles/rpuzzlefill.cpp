@@ -135,6 +135,7 @@ void RPuzzle::setPuzzleTextFont(const std::string& font, int size, const std::st
 // ---------------------------------------------------------------------------- filling
 
 void RPuzzle::start() {
+    const OMSBirths births; // of its texts and graphics
     graphics_.clear();
     texts_.clear();
     if (dataSet_.isEmpty()) return;
@@ -190,6 +191,8 @@ void RPuzzle::addText(const DSText& record) {
                                     place(std::int64_t{top} + record.height)}
                              : Rect{left, top, left + RText::kFitting, top + RText::kFitting};
     auto text = std::make_unique<RText>(*window, box);
+    OMSBirths births;
+    births.add(*text, RText::kClass);
     text->setFont(font_.use());
     text->setColorIndex(textColorIndex_);
     text->setWrap(bounded);

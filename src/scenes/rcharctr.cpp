@@ -173,6 +173,7 @@ int RCharacter::playedLayer() const {
 }
 
 void RCharacter::playAnim(int id, std::optional<int> repeat, bool stayVisible, OMLink done) {
+    const OMSBirths births;
     if (isPlaying())
         return refuse(OMFormat("RCharacter: busy, cannot play animation %d", id), done);
     endFidget();
@@ -315,6 +316,7 @@ void RCharacter::addFidgetGroup(int group, int minimumSeconds, int maximumSecond
 }
 
 void RCharacter::addFidget(int group, int animation, std::optional<bool> hidesSettlePose) {
+    const OMSBirths births;
     FidgetGroup* groupOfIt = findGroup(group);
     if (!groupOfIt) return RTell(OMFormat("RCharacter: Unknown fidget group %d", group));
     std::unique_ptr<OMAnimation> loaded = load(animation);

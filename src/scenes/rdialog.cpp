@@ -28,8 +28,11 @@ std::unique_ptr<Class> createEmbedded(int id, OMTrinketWindow& window) {
         return nullptr;
     std::shared_ptr<AOImage> image = OMAnimation::locate(id);
     if (!image) return nullptr;
-    return std::make_unique<Class>(window, std::move(image), id, OMAnimation::kEmbedded,
-                                   OMAnimation::kEmbedded);
+    auto made = std::make_unique<Class>(window, std::move(image), id, OMAnimation::kEmbedded,
+                                        OMAnimation::kEmbedded);
+    OMSBirths births;
+    births.add(*made, Class::kClass);
+    return made;
 }
 
 } // namespace
@@ -39,9 +42,11 @@ const OMSClass RDialog::kClass{"RDialog", &OMMultiTrinket::kClass, kVocabulary,
 
 RDialog::RDialog(OMTrinketWindow& window, int backgroundId, int z)
     : OMMultiTrinket(window), clicks_(window, nullptr) {
+    OMSBirths births;
     setMovable(false); // or its buttons would take it along
     setZ(z);
     hotSpot_ = std::make_unique<RHotSpot>(window, window.backBuffer().bounds());
+    births.add(*hotSpot_, RHotSpot::kClass);
     add(*hotSpot_, kHotSpotSlot, kDepthOfMembers); // first, so that it lies below the others
     addPicture(backgroundId, kBackgroundSlot);
 }
@@ -69,6 +74,7 @@ void RDialog::addPicture(int id, int slot) {
 }
 
 void RDialog::addGraphic(int id) {
+    const OMSBirths births;
     const std::size_t before = pictures_.size();
     addPicture(id, kGraphicSlot);
     // Not by its touchiness, which follows that of the dialog.
@@ -78,6 +84,7 @@ void RDialog::addGraphic(int id) {
 
 void RDialog::addButton(int id, int value) {
     if (!window()) return;
+    const OMSBirths births;
     std::unique_ptr<RPButton> button = createEmbedded<RPButton>(id, *window());
     if (!button) return;
     button->setHitLink([this, value] { buttonPressed(value); });

@@ -151,7 +151,10 @@ void OMAnimation::setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> 
 std::unique_ptr<OMAnimation> OMAnimation::create(int id, int x, int y, OMTrinketWindow& window) {
     std::shared_ptr<AOImage> image = locate(id);
     if (!image) return nullptr;
-    return make<OMAnimation>(window, std::move(image), id, {x, y});
+    auto animation = make<OMAnimation>(window, std::move(image), id, {x, y});
+    OMSBirths births;
+    births.add(*animation, kClass);
+    return animation;
 }
 
 std::unique_ptr<OMAnimation> OMAnimation::createFromImage(std::span<const std::byte> resource,
