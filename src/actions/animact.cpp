@@ -9,7 +9,7 @@
 // ---------------------------------------------------------------------------- AnimAction
 
 AnimAction::AnimAction(const Settings& settings, bool interruptible)
-    : Action(interruptible), settings_(settings) {}
+    : CopiedAction(interruptible), settings_(settings) {}
 
 AnimAction::~AnimAction() { halt(); }
 

@@ -8,7 +8,10 @@
 #include <utility>
 
 MovieAction::MovieAction(Settings settings, bool interruptible)
-    : Action(interruptible), settings_(std::move(settings)) {}
+    : CopiedAction(interruptible), settings_(std::move(settings)) {}
+
+MovieAction::MovieAction(const MovieAction& other)
+    : CopiedAction(other), settings_(other.settings_) {}
 
 MovieAction::~MovieAction() { halt(); }
 

@@ -83,7 +83,12 @@ void YThread::assign(const Code& code) {
         } else if (taken && marked) {
             target.setReference(taken);
         } else if (taken) {
-            written.copyFrom(*value);
+            const std::string copied(taken->classEntry() ? taken->classEntry()->name() : "It");
+            if (!written.copyFrom(*value))
+                report(OMFormat("%s cannot be copied, so %s is empty now.\n"
+                                "For a second name of it write %s=&%s",
+                                copied.c_str(), written.text().c_str(), name.text().c_str(),
+                                value->text().c_str()));
         } else if (&value->resolve() != &target) {
             if (unsetName) engine_.warn(OMFormat("Variable %s is empty", value->text().c_str()));
             YScratch scratch;
