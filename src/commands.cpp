@@ -2,6 +2,7 @@
 
 #include "omao.h"
 #include "omapp.h"
+#include "omid.h"
 #include "omlog.h"
 #include "omplatform.h"
 #include "omrandom.h"
@@ -123,18 +124,11 @@ void RCommands::scene(int image, std::optional<int> palette) {
     window_.restorePalette(image, palette.value_or(image));
 }
 
-// Only the low 16 bits count.
-void RCommands::setAnswerGoHomeSound(int id) {
-    RAnswer::defaultSounds.goHome = static_cast<std::int16_t>(id);
-}
+void RCommands::setAnswerGoHomeSound(int id) { RAnswer::defaultSounds.goHome = OMNarrowId(id); }
 
-void RCommands::setAnswerPickUpSound(int id) {
-    RAnswer::defaultSounds.pickUp = static_cast<std::int16_t>(id);
-}
+void RCommands::setAnswerPickUpSound(int id) { RAnswer::defaultSounds.pickUp = OMNarrowId(id); }
 
-void RCommands::setAnswerSnapSound(int id) {
-    RAnswer::defaultSounds.snap = static_cast<std::int16_t>(id);
-}
+void RCommands::setAnswerSnapSound(int id) { RAnswer::defaultSounds.snap = OMNarrowId(id); }
 
 void RCommands::setCorralTrinketNormalization(bool on) { OMTrinket::setCorralNormalization(on); }
 

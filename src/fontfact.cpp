@@ -2,6 +2,7 @@
 
 #include "omdebug.h"
 #include "omformat.h"
+#include "omid.h"
 #include "omistream.h"
 #include "omlog.h"
 #include "omnfntfont.h"
@@ -106,7 +107,7 @@ OMFont& FontFactory::useFont(std::unique_ptr<OMFont> font) {
 
 OMFont& FontFactory::useFont(OMFont& font) { return use(&font, 0); }
 
-OMFont& FontFactory::useNFNT(int id) { return use(id, 0); }
+OMFont& FontFactory::useNFNT(int id) { return use(int{OMNarrowId(id)}, 0); }
 
 OMFont& FontFactory::useTrueType(std::string_view face, int style, int size) {
     return use(RTrueTypeKey{std::string(face), style, size}, 0);

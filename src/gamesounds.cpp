@@ -1,16 +1,11 @@
 #include "gamesounds.h"
 
+#include "omid.h"
 #include "resources.h"
 #include "streamsound.h"
 
 #include <algorithm>
 #include <utility>
-
-namespace {
-
-constexpr int kIdMask = 0xFFFF; ///< ids have 16 bits: -1 stands for "none" too
-
-} // namespace
 
 /// Members in the order of their making: the sound goes before its link.
 struct RGameSounds::Record {
@@ -34,7 +29,7 @@ RGameSounds::Record* RGameSounds::find(int handle) const {
 }
 
 int RGameSounds::play(int id, OMLink done, bool loop) {
-    if ((id & kIdMask) == kNoSoundId) return kNoSound;
+    if (OMNarrowId(id) == OMNarrowId(kNoSoundId)) return kNoSound;
     std::unique_ptr<OMIStream> stream = resources_.load(id, "WAVE", kOMIStreamCache);
     if (!stream) return kNoSound;
     const int handle = nextHandle_++;

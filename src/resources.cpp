@@ -227,7 +227,7 @@ void RResources::uncache(const FileRecord& record) {
 }
 
 std::unique_ptr<OMIStream> RResources::loadSound(int id) {
-    const bool streamed = streamedSounds_.contains(id);
+    const bool streamed = streamedSounds_.contains(OMNarrowId(id));
     return load(id, "WAVE", streamed ? kOMIStreamBuffered : kOMIStreamCache);
 }
 

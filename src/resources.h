@@ -7,6 +7,7 @@
 // copy is used rather than the one on the CD.
 #pragma once
 
+#include "omid.h"
 #include "omistream.h"
 #include "omlink.h"
 #include "resourcemap.h"
@@ -67,8 +68,8 @@ class RResources {
 
     // Sounds that are read piece by piece while they play, by their ids. All others are read as a
     // whole.
-    void addStreamedSound(int id) { streamedSounds_.insert(id); }
-    void removeStreamedSound(int id) { streamedSounds_.erase(id); }
+    void addStreamedSound(int id) { streamedSounds_.insert(OMNarrowId(id)); }
+    void removeStreamedSound(int id) { streamedSounds_.erase(OMNarrowId(id)); }
     [[nodiscard]] std::unique_ptr<OMIStream> loadSound(int id);
 
   private:

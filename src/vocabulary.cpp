@@ -39,6 +39,7 @@
 namespace {
 
 constexpr const OMSClass* kClasses[] = {
+    &OMAnimation::kClass, // made by the program alone
     &OMMultiTrinket::kClass,
     &RAnimation::kClass,
     &RAnimationTrigger::kClass,

@@ -36,6 +36,15 @@ class OMLinkTo<Result(Arguments...)> {
 /// The link of events, tasks and completion notices.
 using OMLink = OMLinkTo<void()>;
 
+/// A link that calls one, then the other.
+inline OMLink OMBothLinks(OMLink first, OMLink second) {
+    if (!first) return second;
+    return [first = std::move(first), second = std::move(second)] {
+        first();
+        second();
+    };
+}
+
 /// A link that calls a member function of `object`, which must outlive the link.
 template <class Object, class Result, class... Arguments>
 OMLinkTo<Result(Arguments...)> OMLinkToObj(Object* object, Result (Object::*member)(Arguments...)) {

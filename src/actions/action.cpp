@@ -3,6 +3,7 @@
 #include "actioncontainer.h"
 #include "omsclass.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -11,7 +12,7 @@ constexpr OMSEntry kVocabulary[] = {
     oms::readOnly<&Action::isInterruptible>("isInterruptible", "1: may be halted with others"),
     oms::method<&Action::halt>("halt"),
     oms::method<&Action::pause>("pause"),
-    oms::method<&Action::resume>("resume"),
+    oms::lasting<&Action::resumeForScript>("resume"),
     oms::lasting<&Action::start>("start"),
     oms::event("finished", "it has come to its end"),
 };
@@ -20,8 +21,17 @@ constexpr OMSEntry kVocabulary[] = {
 
 const OMSClass Action::kClass{"Action", &OMScriptableObject::kClass, kVocabulary};
 
-Action::~Action() {
-    if (container_) container_->forget(*this);
+Action::~Action() { leaveContainers(); }
+
+void Action::leaveContainers() {
+    while (!memberships_.empty()) memberships_.back().container->forget(*this);
+}
+
+ActionContainer* Action::container() const {
+    const auto told = std::ranges::find_if(
+        memberships_.rbegin(), memberships_.rend(),
+        [this](const Membership& each) { return !each.byCopy || each.container->runs(*this); });
+    return told == memberships_.rend() ? nullptr : told->container;
 }
 
 void Action::start() {
@@ -43,7 +53,8 @@ void Action::halt() {
     const OMSWatch self(this);
     active_ = false;
     end(End::Halted);
-    if (self && container_) container_->memberEnded(*this);
+    ActionContainer* told = self ? container() : nullptr;
+    if (told) told->memberEnded(*this);
     if (self) fireCompletion();
 }
 
@@ -65,13 +76,19 @@ void Action::resume() {
         goOn();
 }
 
+void Action::resumeForScript() {
+    const OMSWatch self(this);
+    resume();
+    if (self && !isActive()) fireCompletion();
+}
+
 void Action::finish() {
     if (!active_) return;
     const OMSWatch self(this);
     active_ = false;
     end(End::Finished);
     if (!self) return;
-    if (container_) container_->memberEnded(*this);
+    if (ActionContainer* told = container()) told->memberEnded(*this);
     if (self) fireCompletion();
     if (self) fireEvent("finished");
 }

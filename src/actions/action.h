@@ -3,12 +3,16 @@
 //
 // An action is idle, active, and idle again when it has finished or was halted; it may be started
 // again at any time. What it does is in the hooks `begin`, `end`, `hold` and `goOn` of its class.
+//
+// It may be a member of several containers, and several times of one. Its end is told to one of
+// them (Action::container).
 #pragma once
 
 #include "omscrptb.h"
 #include "omtask.h"
 
 #include <memory>
+#include <vector>
 
 class ActionContainer;
 
@@ -17,8 +21,10 @@ class Action : public OMScriptableObject {
     static const OMSClass kClass;
 
     explicit Action(bool interruptible) : interruptible_(interruptible) {}
-    /// Leaves its container. The destructor of its class has halted it.
+    /// Leaves its containers. The destructor of its class has halted it.
     ~Action() override;
+    /// Every kind of action can be copied. The copy is idle, and in no container.
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override = 0;
 
     /// Begins, from the start if it is active already.
     virtual void start();
@@ -26,15 +32,21 @@ class Action : public OMScriptableObject {
     virtual void halt();
     virtual void pause();
     virtual void resume();
+    /// Lasts until the action is done. On an idle one there is nothing to wait for.
+    void resumeForScript();
     [[nodiscard]] virtual bool isActive() const { return active_; }
     /// Whether it may be halted together with others.
     [[nodiscard]] virtual bool isInterruptible() const { return interruptible_; }
 
-    /// Who is told when it has finished: the one it is a member of, or null.
-    [[nodiscard]] ActionContainer* container() const { return container_; }
+    /// Who is told of its end: of the containers that have it, the one that added it last. One that
+    /// has it as the copy of another container added nothing, and is told only while it has it
+    /// running. Null without any.
+    [[nodiscard]] ActionContainer* container() const;
 
   protected:
     enum class End : std::uint8_t { Finished, Halted };
+
+    Action(const Action& other) : OMScriptableObject(other), interruptible_(other.interruptible_) {}
 
     /// Begins the work. May finish at once, and be destroyed then.
     virtual void begin() = 0;
@@ -60,14 +72,32 @@ class Action : public OMScriptableObject {
     [[nodiscard]] unsigned run() const { return run_; }
     /// What `add` gives to members when their arguments do not tell.
     [[nodiscard]] bool interruptibleByDefault() const { return interruptible_; }
+    void leaveContainers();
 
   private:
     friend class ActionContainer;
 
-    ActionContainer* container_ = nullptr;
-    unsigned run_ = 0; ///< counts the starts
+    struct Membership {
+        ActionContainer* container;
+        bool byCopy; ///< of a container that has it
+    };
+
+    std::vector<Membership> memberships_; ///< in the order in which they came
+    unsigned run_ = 0;                    ///< counts the starts
     bool interruptible_;
     bool active_ = false;
     bool paused_ = false;
     std::unique_ptr<OMTask> finishing_; ///< what finishLater has put off
+};
+
+/// Base of a class whose copy constructor makes the duplicates.
+template <class Self, class Base = Action>
+class CopiedAction : public Base {
+  public:
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override {
+        return std::make_unique<Self>(static_cast<const Self&>(*this));
+    }
+
+  protected:
+    using Base::Base;
 };

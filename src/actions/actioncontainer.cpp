@@ -30,6 +30,7 @@ void ActionContainer::dissolve() {
     dissolving_ = true;
     later_.reset();
     clear();
+    leaveContainers(); // while it has a height
 }
 
 // ---------------------------------------------------------------------------- members
@@ -52,92 +53,102 @@ void ActionContainer::addFromScript() {
         RWarn(OMFormat("Unknown action or container: %s", name.c_str()));
 }
 
-bool ActionContainer::add(Action& action) {
-    if (!fits(action)) return false;
-    ActionContainer* before = action.container();
-    if (before && before != this) before->remove(action);
-    insert(action, nullptr);
+bool ActionContainer::add(Action& action) { return insert(action, nullptr); }
+
+bool ActionContainer::add(std::unique_ptr<Action> action) {
+    Action& member = *action;
+    return insert(member, std::move(action));
+}
+
+bool ActionContainer::insert(Action& action, std::unique_ptr<Action> owned, bool byCopy) {
+    if (dissolving_) return false;
+    auto* inner = dynamic_cast<ActionContainer*>(&action);
+    const bool stubborn = !action.isInterruptible();
+    action.memberships_.push_back({this, byCopy});
+    members_.push_back({&action, std::move(owned), ++lastNumber_, stubborn, inner});
+    if (inner && !rise(inner->height_ + 1)) {
+        action.memberships_.pop_back();
+        const Member refused = std::move(members_.back());
+        members_.pop_back();
+        sink();
+        return false;
+    }
+    countStubborn(stubborn ? 1 : 0);
+    actionAdded(lastNumber_);
     return true;
 }
 
-void ActionContainer::add(std::unique_ptr<Action> action) {
-    Action& member = *action;
-    insert(member, std::move(action));
+/// Whether it may be so high, with all containers that it is in. A ring would be higher without
+/// end.
+bool ActionContainer::rise(int height) {
+    if (height <= height_) return true;
+    height_ = height;
+    return height <= kMaxNesting &&
+           std::ranges::all_of(memberships_, [height](const Membership& outer) {
+               return outer.container->rise(height + 1);
+           });
 }
 
-bool ActionContainer::contains(const Action& action) const {
-    return std::ranges::any_of(members_,
-                               [&](const Member& each) { return each.action == &action; });
-}
-
-bool ActionContainer::fits(const Action& action) const {
-    if (!mayRepeatMembers() && contains(action)) return false;
-    int depth = 0;
-    for (const ActionContainer* each = this; each; each = each->container()) {
-        if (each == &action) return false;
-        ++depth;
-    }
-    const auto* inner = dynamic_cast<const ActionContainer*>(&action);
-    return !inner || depth + inner->height_ <= kMaxNesting;
-}
-
-void ActionContainer::insert(Action& action, std::unique_ptr<Action> owned) {
-    if (dissolving_) return;
-    action.container_ = this;
-    const Number number = ++lastNumber_;
-    const bool stubborn = !action.isInterruptible();
-    members_.push_back(
-        {&action, std::move(owned), number, stubborn, dynamic_cast<ActionContainer*>(&action)});
-    noteHeight(members_.back());
-    countStubborn(stubborn ? 1 : 0);
-    actionAdded(number);
+/// As high as its members are, after one of them went.
+void ActionContainer::sink() {
+    int height = 1;
+    for (const Member& member : members_)
+        if (member.inner) height = std::max(height, member.inner->height_ + 1);
+    if (std::exchange(height_, height) == height) return;
+    for (const Membership& outer : memberships_) outer.container->sink();
 }
 
 void ActionContainer::remove(Action& action) {
-    if (action.container() == this) erase(action);
+    const bool isHere = std::ranges::find(members_, &action, &Member::action) != members_.end();
+    if (isHere) erase(action);
 }
 
 void ActionContainer::forget(Action& member) { erase(member); }
 
+/// In the action's own list.
+void ActionContainer::leave(Action& action) {
+    std::erase_if(action.memberships_,
+                  [this](const Membership& each) { return each.container == this; });
+}
+
 /// Everywhere in the list.
 void ActionContainer::erase(Action& action) {
-    action.container_ = nullptr;
+    leave(action);
     std::vector<Member> gone;
     const auto isThis = [&](const Member& each) { return each.action == &action; };
     for (Member& each : members_)
         if (isThis(each)) gone.push_back(std::move(each));
     std::erase_if(members_, isThis);
+    if (gone.front().inner) sink();
     for (const Member& each : gone) {
-        noteHeight(each);
         countStubborn(each.stubborn ? -1 : 0);
-        if (!dissolving_) actionRemoved(each.number, each.running);
+        if (!dissolving_) actionRemoved(each.number, each.isUnderWay());
     }
 } // what was owned goes here
 
 void ActionContainer::clear() {
     std::vector<Member> gone = std::exchange(members_, {});
-    for (const Member& each : gone) each.action->container_ = nullptr;
+    for (const Member& each : gone) leave(*each.action);
     countStubborn(-stubborn_);
-    for (const Member& each : gone) noteHeight(each);
+    sink();
     for (const Member& each : gone)
-        if (!dissolving_) actionRemoved(each.number, each.running);
+        if (!dissolving_) actionRemoved(each.number, each.isUnderWay());
 }
 
-/// After a member came or went. Only containers count.
-void ActionContainer::noteHeight(const Member& changed) {
-    if (!changed.inner) return;
-    for (ActionContainer* each = this; each; each = each->container()) {
-        int height = 1;
-        for (const Member& member : each->members_)
-            if (member.inner) height = std::max(height, member.inner->height_ + 1);
-        if (std::exchange(each->height_, height) == height) return;
+void ActionContainer::takeMembersOf(const ActionContainer& original) {
+    for (const Member& each : original.members_) {
+        if (!each.owned)
+            insert(*each.action, nullptr, true);
+        else if (auto copy = each.action->duplicate())
+            add(std::unique_ptr<Action>(static_cast<Action*>(copy.release())));
     }
 }
 
 void ActionContainer::countStubborn(int change) {
     const bool before = stubborn_ != 0;
     stubborn_ += change;
-    if (before != (stubborn_ != 0) && container()) container()->memberChanged(*this, !before);
+    if (before == (stubborn_ != 0)) return;
+    for (const Membership& outer : memberships_) outer.container->memberChanged(*this, !before);
 }
 
 void ActionContainer::memberChanged(const Action& member, bool stubborn) {
@@ -182,17 +193,31 @@ void ActionContainer::start() {
 }
 
 void ActionContainer::pause() {
-    setPaused(isActive());
-    hold();
+    sweep([](ActionContainer& part) {
+        part.setPaused(part.isActive());
+        part.hold();
+    });
 }
 
 void ActionContainer::resume() {
-    setPaused(false);
-    goOn();
+    sweep([](ActionContainer& part) {
+        part.setPaused(false);
+        part.goOn();
+    });
+}
+
+/// From the container that is paused or resumed down through its members, once for each of them,
+/// however many ways lead there.
+void ActionContainer::sweep(void (*take)(ActionContainer& part)) {
+    if (sweepDepth_ == 0) ++lastSweep_;
+    if (std::exchange(sweep_, lastSweep_) == lastSweep_) return;
+    ++sweepDepth_;
+    take(*this);
+    --sweepDepth_;
 }
 
 void ActionContainer::begin() {
-    for (Member& each : members_) each.running = each.due = false;
+    for (Member& each : members_) each.state = State::Idle;
     if (members_.empty())
         finish();
     else
@@ -200,26 +225,43 @@ void ActionContainer::begin() {
 }
 
 void ActionContainer::startMember(Member& member) {
-    member.running = true;
-    member.due = startDepth_ >= kMaxStartDepth;
-    if (member.due) return later();
+    if (startDepth_ == 0) starts_ = 0;
+    if (startDepth_ >= kMaxStartDepth || starts_ >= kMaxStarts) {
+        member.state = State::Due;
+        return later();
+    }
+    member.state = State::Running;
     setPaused(false);
+    ++starts_;
     ++startDepth_;
     member.action->start();
     --startDepth_;
 }
 
+/// Wherever it runs here.
 void ActionContainer::haltMember(Member& member) {
-    member.running = false;
-    if (!std::exchange(member.due, false)) member.action->halt();
+    if (std::exchange(member.state, State::Idle) != State::Running) return;
+    Action& action = *member.action;
+    for (Member& each : members_)
+        if (each.action == &action && each.state == State::Running) each.state = State::Idle;
+    action.halt();
 }
 
+bool ActionContainer::runs(const Action& member) const {
+    return std::ranges::any_of(members_, [&](const Member& each) {
+        return each.action == &member && each.state == State::Running;
+    });
+}
+
+/// Its end counts wherever it runs here.
 void ActionContainer::memberEnded(Action& member) {
-    const auto found = std::ranges::find_if(
-        members_, [&](const Member& each) { return each.action == &member && each.running; });
-    if (found == members_.end()) return; // not started here, or halted here
-    found->running = false;
-    if (isActive()) childFinished(*found);
+    Member* ended = nullptr;
+    for (Member& each : members_) {
+        if (each.action != &member || each.state != State::Running) continue;
+        each.state = State::Idle;
+        if (!ended) ended = &each;
+    }
+    if (ended && isActive()) childFinished(*ended); // else not started here, or halted here
 }
 
 void ActionContainer::later() {
@@ -235,9 +277,10 @@ void ActionContainer::later() {
 /// The starts that were put off, or else what the class wants to go on with.
 void ActionContainer::runLater() {
     if (!isActive()) return;
-    if (std::ranges::none_of(members_, &Member::due)) return goOnLater();
-    forEach([this](Member& member) {
-        if (isActive() && member.due) startMember(member);
+    const auto isDue = [](const Member& member) { return member.state == State::Due; };
+    if (std::ranges::none_of(members_, isDue)) return goOnLater();
+    forEach([&](Member& member) {
+        if (isActive() && isDue(member)) startMember(member);
     });
 }
 

@@ -1,6 +1,7 @@
 #include "animact.h"
 
 #include "actionparameters.h"
+#include "omsbirths.h"
 #include "omtrinketwindow.h"
 
 #include <utility>
@@ -8,7 +9,7 @@
 // ---------------------------------------------------------------------------- AnimAction
 
 AnimAction::AnimAction(const Settings& settings, bool interruptible)
-    : Action(interruptible), settings_(settings) {}
+    : CopiedAction(interruptible), settings_(settings) {}
 
 AnimAction::~AnimAction() { halt(); }
 
@@ -28,6 +29,7 @@ std::unique_ptr<Action> AnimAction::create(bool byDefault) {
 }
 
 void AnimAction::begin() {
+    const OMSBirths births; // of the animation, which is set up then
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
     if (settings_.id != kNoAnimation && window &&
         OMDebug::check(OMAnimation::hasSourceLocator(), "url == NULL",

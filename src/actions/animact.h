@@ -7,7 +7,7 @@
 #include <memory>
 
 /// Shows an animation resource while it plays; the picture goes with the end of the action.
-class AnimAction final : public Action {
+class AnimAction final : public CopiedAction<AnimAction> {
   public:
     static constexpr int kNoAnimation = -1; ///< a resource id
 
@@ -20,6 +20,7 @@ class AnimAction final : public Action {
     };
 
     AnimAction(const Settings& settings, bool interruptible);
+    AnimAction(const AnimAction& other) : CopiedAction(other), settings_(other.settings_) {}
     ~AnimAction() override;
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
@@ -35,9 +36,9 @@ class AnimAction final : public Action {
 };
 
 /// Plays an animation of the script, which stays as it ends. Halting stops it.
-class PlayAnimAction final : public ActionOf<RAnimation> {
+class PlayAnimAction final : public CopiedAction<PlayAnimAction, ActionOf<RAnimation>> {
   public:
-    using ActionOf::ActionOf;
+    using CopiedAction::CopiedAction;
     ~PlayAnimAction() override { halt(); }
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 

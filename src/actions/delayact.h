@@ -13,6 +13,7 @@ class TimedAction : public Action {
 
   protected:
     using Action::Action;
+    TimedAction(const TimedAction& other) : Action(other) {}
 
     /// Milliseconds that the next run takes.
     [[nodiscard]] virtual std::int64_t nextDelay() = 0;
@@ -30,9 +31,9 @@ class TimedAction : public Action {
     std::uint32_t startMs_ = 0;    ///< of the run, or of its part since the last pause
 };
 
-class DelayAction final : public TimedAction {
+class DelayAction final : public CopiedAction<DelayAction, TimedAction> {
   public:
-    DelayAction(int ms, bool interruptible) : TimedAction(interruptible), ms_(ms) {}
+    DelayAction(int ms, bool interruptible) : CopiedAction(interruptible), ms_(ms) {}
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:
@@ -44,10 +45,10 @@ class DelayAction final : public TimedAction {
 
 /// Every run takes another time, at least the shortest and less than the longest. A longest one
 /// that is not longer counts as the shortest.
-class RandomDelayAction final : public TimedAction {
+class RandomDelayAction final : public CopiedAction<RandomDelayAction, TimedAction> {
   public:
     RandomDelayAction(int shortestMs, int longestMs, bool interruptible)
-        : TimedAction(interruptible), shortestMs_(shortestMs), longestMs_(longestMs) {}
+        : CopiedAction(interruptible), shortestMs_(shortestMs), longestMs_(longestMs) {}
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:
@@ -59,9 +60,9 @@ class RandomDelayAction final : public TimedAction {
 };
 
 /// Has finished as soon as it is started.
-class EmptyAction final : public Action {
+class EmptyAction final : public CopiedAction<EmptyAction> {
   public:
-    using Action::Action;
+    using CopiedAction::CopiedAction;
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:

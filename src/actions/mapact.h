@@ -6,9 +6,9 @@
 
 #include <memory>
 
-class MapAction final : public ActionOf<RMap> {
+class MapAction final : public CopiedAction<MapAction, ActionOf<RMap>> {
   public:
-    using ActionOf::ActionOf;
+    using CopiedAction::CopiedAction;
     ~MapAction() override { halt(); }
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 

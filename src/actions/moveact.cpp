@@ -7,7 +7,12 @@
 
 MoveAction::MoveAction(RAnimation& animation, OMTrinket& trinket, std::vector<Axis> axes,
                        bool interruptible)
-    : Action(interruptible), animation_(&animation), trinket_(&trinket), axes_(std::move(axes)) {}
+    : CopiedAction(interruptible), animation_(&animation), trinket_(&trinket),
+      axes_(std::move(axes)) {}
+
+MoveAction::MoveAction(const MoveAction& other)
+    : CopiedAction(other), animation_(other.animation_), trinket_(other.trinket_),
+      axes_(other.axes_) {}
 
 // ---------------------------------------------------------------------------- creation
 

@@ -16,7 +16,7 @@
 
 class ActionParameters;
 
-class MoveAction final : public Action {
+class MoveAction final : public CopiedAction<MoveAction> {
   public:
     enum class Direction : std::uint8_t { X, Y };
 
@@ -31,6 +31,7 @@ class MoveAction final : public Action {
 
     MoveAction(RAnimation& animation, OMTrinket& trinket, std::vector<Axis> axes,
                bool interruptible);
+    MoveAction(const MoveAction& other);
     ~MoveAction() override { halt(); }
 
     [[nodiscard]] static std::unique_ptr<Action> createX(bool interruptible);

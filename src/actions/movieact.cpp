@@ -1,13 +1,17 @@
 #include "movieact.h"
 
 #include "actionparameters.h"
+#include "omsbirths.h"
 #include "omtrinketwindow.h"
 #include "scenes/rsmackermovie.h"
 
 #include <utility>
 
 MovieAction::MovieAction(Settings settings, bool interruptible)
-    : Action(interruptible), settings_(std::move(settings)) {}
+    : CopiedAction(interruptible), settings_(std::move(settings)) {}
+
+MovieAction::MovieAction(const MovieAction& other)
+    : CopiedAction(other), settings_(other.settings_) {}
 
 MovieAction::~MovieAction() { halt(); }
 
@@ -43,7 +47,9 @@ void MovieAction::begin() {
         finish();
         return;
     }
-    movie_->setTouchy(false); // scripts do not know it: clicks go through
+    OMSBirths births;
+    births.add(*movie_, RSmackerMovie::kClass);
+    movie_->setTouchy(false); // no script has a handler for its clicks: they go through
     movie_->start();
 }
 

@@ -8,7 +8,7 @@
 
 class RSmackerMovie;
 
-class MovieAction final : public Action {
+class MovieAction final : public CopiedAction<MovieAction> {
   public:
     struct Settings {
         std::string file;
@@ -18,6 +18,7 @@ class MovieAction final : public Action {
     };
 
     MovieAction(Settings settings, bool interruptible);
+    MovieAction(const MovieAction& other);
     ~MovieAction() override;
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 

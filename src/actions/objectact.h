@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-class VerbAction final : public Action {
+class VerbAction final : public CopiedAction<VerbAction> {
   public:
     VerbAction(OMScriptableObject& object, std::string verb, std::vector<std::string> arguments,
                bool interruptible);
@@ -22,7 +22,7 @@ class VerbAction final : public Action {
     std::vector<std::string> arguments_;
 };
 
-class PropertyAction final : public Action {
+class PropertyAction final : public CopiedAction<PropertyAction> {
   public:
     PropertyAction(OMScriptableObject& object, std::string property, std::string value,
                    bool interruptible);

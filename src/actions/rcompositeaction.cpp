@@ -16,22 +16,30 @@ std::unique_ptr<OMScriptableObject> createFromScript() {
 const OMSClass RCompositeAction::kClass{
     "RCompositeAction", &ActionContainer::kClass, {}, &createFromScript};
 
+std::unique_ptr<OMScriptableObject> RCompositeAction::duplicate() {
+    auto copy = std::make_unique<RCompositeAction>(interruptibleByDefault());
+    copy->takeMembersOf(*this);
+    return copy;
+}
+
 /// All are marked before the first one starts, which may be done at once.
 void RCompositeAction::startMembers() {
-    forEach([](Member& member) { member.running = true; });
+    forEach([](Member& member) { member.state = State::Due; });
     forEach([this, starting = run()](Member& member) {
-        if (isActive() && run() == starting && member.running) startMember(member);
+        if (isActive() && run() == starting && member.state == State::Due) startMember(member);
     });
 }
 
-bool RCompositeAction::isDone() const { return std::ranges::none_of(members(), &Member::running); }
+bool RCompositeAction::isDone() const {
+    return std::ranges::none_of(members(), &Member::isUnderWay);
+}
 
 void RCompositeAction::childFinished(const Member&) {
     if (isDone()) finish();
 }
 
-void RCompositeAction::actionRemoved(Number, bool running) {
-    if (running && isActive() && isDone()) later();
+void RCompositeAction::actionRemoved(Number, bool underWay) {
+    if (underWay && isActive() && isDone()) later();
 }
 
 void RCompositeAction::goOnLater() {
@@ -43,8 +51,7 @@ void RCompositeAction::halt() {
     const OMSWatch self(this);
     const unsigned halting = run();
     forEach([this, halting](Member& member) {
-        if (run() == halting && member.running && member.action->isInterruptible())
-            haltMember(member);
+        if (run() == halting && member.isUnderWay() && member.mayBeHalted()) haltMember(member);
     });
     if (self && isActive() && run() == halting && isDone()) becomeInactive();
 }

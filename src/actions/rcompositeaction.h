@@ -12,17 +12,18 @@ class RCompositeAction final : public ActionContainer {
     explicit RCompositeAction(bool interruptible) : ActionContainer(kClass, interruptible) {}
     ~RCompositeAction() override { dissolve(); }
 
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+
     /// Those that may not be interrupted run on, and it is active until they are done.
     void halt() override;
 
   protected:
     void startMembers() override;
     void childFinished(const Member& member) override;
-    void actionRemoved(Number number, bool running) override;
+    void actionRemoved(Number number, bool underWay) override;
     void goOnLater() override;
     void hold() override;
     void goOn() override;
-    [[nodiscard]] bool mayRepeatMembers() const override { return false; }
 
   private:
     [[nodiscard]] bool isDone() const;

@@ -20,6 +20,12 @@ std::unique_ptr<OMScriptableObject> createFromScript() {
 
 const OMSClass RQueue::kClass{"RQueue", &ActionContainer::kClass, kVocabulary, &createFromScript};
 
+std::unique_ptr<OMScriptableObject> RQueue::duplicate() {
+    auto copy = std::make_unique<RQueue>(repeatCount_, interruptibleByDefault());
+    copy->takeMembersOf(*this);
+    return copy;
+}
+
 void RQueue::startMembers() {
     roundsDone_ = 0;
     cursor_ = members().front().number;
@@ -63,7 +69,7 @@ void RQueue::goOnLater() {
     const Member* member = find(cursor_);
     if (!member)
         finish();
-    else if (!member->running) // which a halt may have started already
+    else if (!member->isUnderWay()) // which a halt may have started already
         startAtCursor();
 }
 
@@ -72,8 +78,7 @@ void RQueue::halt() {
     const OMSWatch self(this);
     const unsigned halting = run();
     bool halted = false;
-    for (Member* member = find(cursor_); member && member->action->isInterruptible();
-         member = find(cursor_)) {
+    for (Member* member = find(cursor_); member && member->mayBeHalted(); member = find(cursor_)) {
         const Member* next = nextTo(cursor_);
         cursor_ = next ? next->number : kNone;
         halted = true;

@@ -15,6 +15,8 @@ class RQueue final : public ActionContainer {
     }
     ~RQueue() override { dissolve(); }
 
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+
     /// Passes over the members that may be interrupted; goes on with the first that may not.
     void halt() override;
 
@@ -26,7 +28,7 @@ class RQueue final : public ActionContainer {
   protected:
     void startMembers() override;
     void childFinished(const Member& member) override;
-    void actionRemoved(Number number, bool running) override;
+    void actionRemoved(Number number, bool underWay) override;
     void goOnLater() override;
     void hold() override;
     void goOn() override;

@@ -23,6 +23,15 @@ std::unique_ptr<OMScriptableObject> createFromScript() {
 const OMSClass RRandomAction::kClass{"RRandomAction", &ActionContainer::kClass, kVocabulary,
                                      &createFromScript};
 
+std::unique_ptr<OMScriptableObject> RRandomAction::duplicate() {
+    auto copy = std::make_unique<RRandomAction>(useAllBeforeRepeat_, interruptibleByDefault());
+    copy->takeMembersOf(*this);
+    for (std::size_t i = 0; i < copy->members().size(); ++i)
+        if (std::ranges::find(pool_, members()[i].number) == pool_.end())
+            std::erase(copy->pool_, copy->members()[i].number);
+    return copy;
+}
+
 void RRandomAction::setUseAllBeforeRepeat(bool on) {
     useAllBeforeRepeat_ = on;
     if (!on) refill();
@@ -69,7 +78,7 @@ void RRandomAction::goOnLater() {
 void RRandomAction::halt() {
     if (!isActive()) return;
     Member* member = find(current_);
-    if (!member || !member->action->isInterruptible()) return;
+    if (!member || !member->mayBeHalted()) return;
     const OMSWatch self(this);
     const unsigned halting = run();
     current_ = kNone;

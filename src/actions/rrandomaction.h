@@ -15,6 +15,9 @@ class RRandomAction final : public ActionContainer {
         : ActionContainer(kClass, interruptible), useAllBeforeRepeat_(useAllBeforeRepeat) {}
     ~RRandomAction() override { dissolve(); }
 
+    /// The same members are left to be drawn.
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+
     /// Without effect on a member that may not be interrupted.
     void halt() override;
 
@@ -26,7 +29,7 @@ class RRandomAction final : public ActionContainer {
     void startMembers() override;
     void childFinished(const Member& member) override;
     void actionAdded(Number number) override { pool_.push_back(number); }
-    void actionRemoved(Number number, bool running) override;
+    void actionRemoved(Number number, bool underWay) override;
     void goOnLater() override;
     void hold() override;
     void goOn() override;

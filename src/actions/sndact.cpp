@@ -5,7 +5,10 @@
 #include "streamsound.h"
 
 SoundAction::SoundAction(int id, bool streamed, bool interruptible)
-    : Action(interruptible), id_(id), streamed_(streamed) {}
+    : CopiedAction(interruptible), id_(id), streamed_(streamed) {}
+
+SoundAction::SoundAction(const SoundAction& other)
+    : CopiedAction(other), id_(other.id_), streamed_(other.streamed_) {}
 
 SoundAction::~SoundAction() { halt(); }
 

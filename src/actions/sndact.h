@@ -8,12 +8,13 @@
 class OMIStream;
 class RStreamSound;
 
-class SoundAction final : public Action {
+class SoundAction final : public CopiedAction<SoundAction> {
   public:
     using StreamLocator = OMLinkTo<std::unique_ptr<OMIStream>(int id, int bufferMode)>;
     static constexpr int kNoSound = -1; ///< an id
 
     SoundAction(int id, bool streamed, bool interruptible);
+    SoundAction(const SoundAction& other);
     ~SoundAction() override;
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 

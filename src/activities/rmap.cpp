@@ -5,6 +5,7 @@
 #include "omformat.h"
 #include "omlog.h"
 #include "omplatform.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 #include "reports.h"
@@ -44,7 +45,7 @@ constexpr OMSEntry kVocabulary[] = {
     oms::method<&RMap::interruptMove>("interruptMove"),
     oms::lasting<&RMap::moveForScript>("move"),
     oms::method<&RMap::pause>("pause"),
-    oms::method<&RMap::resume>("resume"),
+    oms::lasting<&RMap::resumeForScript>("resume"),
     oms::method<&RMap::setTerrain>("setTerrain", "text"),
     oms::event("finished", "a run has ended"),
 };
@@ -116,10 +117,7 @@ RMap::RMap(const RMap& other)
 RMap::~RMap() {
     if (!run_) return;
     // The completion is called when nobody finds the map any more.
-    setCompletionLink([waiting = takeCompletion(), done = stop()] {
-        waiting();
-        done();
-    });
+    addCompletionLink(stop());
 }
 
 std::unique_ptr<OMScriptableObject> RMap::createFromScript() {
@@ -174,6 +172,16 @@ void RMap::resume() {
     run_->task.resume();
 }
 
+/// Who waited for the run already goes on waiting.
+void RMap::resumeForScript() {
+    resume();
+    const OMLink waiting = takeCompletion();
+    if (run_)
+        run_->done = OMBothLinks(std::move(run_->done), waiting);
+    else
+        waiting();
+}
+
 void RMap::tick() {
     const std::uint32_t now = OMMilliseconds();
     const auto delay = static_cast<std::uint32_t>(std::max(moveDelay_, 0));
@@ -183,6 +191,7 @@ void RMap::tick() {
 }
 
 void RMap::makeStep() {
+    const OMSBirths births; // of the mark that it leaves
     if (walk_.isMoving()) {
         walk_.step();
         if (!board_.contains(walk_.cell())) {
@@ -268,6 +277,7 @@ OMAnimation* RMap::makeGraphic(int slot, int id) {
 }
 
 void RMap::putMap() {
+    const OMSBirths births;
     OMAnimation* picture = makeGraphic(kMapSlot, mapId_);
     if (!picture) return;
     picture->place(origin_.x, origin_.y);
@@ -275,6 +285,7 @@ void RMap::putMap() {
 }
 
 void RMap::putMarker(int slot, int id, MapCell cell) {
+    const OMSBirths births;
     OMAnimation* marker = makeGraphic(slot, id);
     if (!marker) return;
     placeOn(*marker, cell);

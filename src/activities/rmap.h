@@ -103,6 +103,7 @@ class RMap final : public OMMultiTrinket {
     void clearMoves() { walk_.clear(); }
     /// Lasts until the run is over.
     void moveForScript() { move(takeCompletion()); }
+    void resumeForScript();
 
     void setAttribute(Attribute which, int value, int second = 0) override;
 

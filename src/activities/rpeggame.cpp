@@ -4,6 +4,7 @@
 #include "omdebug.h"
 #include "omrandom.h"
 #include "omregion.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 
@@ -106,6 +107,8 @@ bool RPegGame::makePeg(int hole) {
     pegIn(hole) = std::make_unique<Peg>(*this, *window, std::move(image), pegId_, hole);
     board_.setPeg(hole, true);
     Peg& peg = *pegIn(hole);
+    OMSBirths births;
+    births.add(peg, Peg::kClass);
     if (pegSize_.x == 0) pegSize_ = {peg.width(), peg.height()};
     putInPlace(peg);
     return true;
@@ -124,6 +127,7 @@ void RPegGame::putInPlace(Peg& peg) {
 
 /// One complaint of a missing picture is enough.
 void RPegGame::fill() {
+    const OMSBirths births;
     for (int hole = kFirstHole; hole <= PegBoard::kHoles; ++hole)
         if (!board_.hasPeg(hole) && !makePeg(hole)) return;
 }
@@ -138,6 +142,7 @@ void RPegGame::removePeg(std::optional<int> hole) {
 }
 
 void RPegGame::reset() {
+    const OMSBirths births;
     fill();
     takePeg(startHole_);
 }

@@ -3,6 +3,7 @@
 #include "omeffectsounds.h"
 #include "omformat.h"
 #include "ommemcanvas.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 #include "reports.h"
@@ -241,6 +242,8 @@ void RPentominoGame::setPieceGraphicID(int id) {
     PentominoPlayer& player = *this;
     found->piece =
         std::make_unique<PentominoPiece>(player, number, *window(), std::move(image), id);
+    OMSBirths births;
+    births.add(*found->piece, PentominoPiece::kClass);
     found->piece->setZ(depthAbove(kDepthOfPieces));
     found->piece->setVisible(piecesVisible_);
     giveCursors(*found->piece);
@@ -310,13 +313,13 @@ void RPentominoGame::setPiecesVisible(bool visible) {
 }
 
 void RPentominoGame::setPieceGrabAOCursorID(int id) {
-    grabCursorId_ = static_cast<std::int16_t>(id);
+    grabCursorId_ = OMNarrowId(id);
     for (const Slot& each : slots_)
         if (each.piece) giveCursors(*each.piece);
 }
 
 void RPentominoGame::setPieceSpotAOCursorID(int id) {
-    spotCursorId_ = static_cast<std::int16_t>(id);
+    spotCursorId_ = OMNarrowId(id);
     for (const Slot& each : slots_)
         if (each.piece) giveCursors(*each.piece);
 }
@@ -381,6 +384,8 @@ void RPentominoGame::replaceTool(std::unique_ptr<OMAnimation>& tool, int id) {
     if (!image) return;
     tool = std::make_unique<OMAnimation>(*window(), std::move(image), id, OMAnimation::kEmbedded,
                                          OMAnimation::kEmbedded);
+    OMSBirths births;
+    births.add(*tool, OMAnimation::kClass);
     tool->setMovable(false);
     tool->setTouchy(false);
 }

@@ -6,6 +6,7 @@
 // The pieces lie one above the board's depth. Pieces count from 1 to 12, cells from 0.
 #pragma once
 
+#include "omid.h"
 #include "omtrinket.h"
 #include "pentominoboard.h"
 #include "pentominopiece.h"
@@ -60,15 +61,15 @@ class RPentominoGame final : public OMTrinket, private PentominoPlayer {
     void setPieceView(int view);
 
     [[nodiscard]] int pieceFlippedSoundID() const { return sounds_.flipped; }
-    void setPieceFlippedSoundID(int id) { sounds_.flipped = static_cast<std::int16_t>(id); }
+    void setPieceFlippedSoundID(int id) { sounds_.flipped = OMNarrowId(id); }
     [[nodiscard]] int pieceGoHomeSoundID() const { return sounds_.goHome; }
-    void setPieceGoHomeSoundID(int id) { sounds_.goHome = static_cast<std::int16_t>(id); }
+    void setPieceGoHomeSoundID(int id) { sounds_.goHome = OMNarrowId(id); }
     [[nodiscard]] int piecePickedUpSoundID() const { return sounds_.pickedUp; }
-    void setPiecePickedUpSoundID(int id) { sounds_.pickedUp = static_cast<std::int16_t>(id); }
+    void setPiecePickedUpSoundID(int id) { sounds_.pickedUp = OMNarrowId(id); }
     [[nodiscard]] int pieceRotatedSoundID() const { return sounds_.rotated; }
-    void setPieceRotatedSoundID(int id) { sounds_.rotated = static_cast<std::int16_t>(id); }
+    void setPieceRotatedSoundID(int id) { sounds_.rotated = OMNarrowId(id); }
     [[nodiscard]] int pieceSnappedSoundID() const { return sounds_.snapped; }
-    void setPieceSnappedSoundID(int id) { sounds_.snapped = static_cast<std::int16_t>(id); }
+    void setPieceSnappedSoundID(int id) { sounds_.snapped = OMNarrowId(id); }
 
     [[nodiscard]] int pieceGrabAOCursorID() const { return grabCursorId_; }
     void setPieceGrabAOCursorID(int id);

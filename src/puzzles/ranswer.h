@@ -7,6 +7,7 @@
 // it is in and the puzzle that it belongs to are told when it goes.
 #pragma once
 
+#include "omid.h"
 #include "ranimation.h"
 
 #include <cstdint>
@@ -112,13 +113,12 @@ class RAnswer : public RAnimation {
     [[nodiscard]] int homeY() const { return home_.y; }
     void setHomeY(int y);
     [[nodiscard]] bool isUsed() const { return static_cast<bool>(container_); }
-    // Only the low 16 bits of ids count.
     [[nodiscard]] int goHomeSound() const { return sounds_.goHome; }
-    void setGoHomeSound(int id) { sounds_.goHome = static_cast<std::int16_t>(id); }
+    void setGoHomeSound(int id) { sounds_.goHome = OMNarrowId(id); }
     [[nodiscard]] int pickUpSound() const { return sounds_.pickUp; }
-    void setPickUpSound(int id) { sounds_.pickUp = static_cast<std::int16_t>(id); }
+    void setPickUpSound(int id) { sounds_.pickUp = OMNarrowId(id); }
     [[nodiscard]] int snapSound() const { return sounds_.snap; }
-    void setSnapSound(int id) { sounds_.snap = static_cast<std::int16_t>(id); }
+    void setSnapSound(int id) { sounds_.snap = OMNarrowId(id); }
 
     void setAttribute(Attribute which, int value, int second = 0) override;
     void onBeginDrag(platform::Point point) override;

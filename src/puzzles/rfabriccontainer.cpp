@@ -1,5 +1,6 @@
 #include "rfabriccontainer.h"
 
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 #include "reports.h"
@@ -127,6 +128,7 @@ void RFabricContainer::showCovered() {
 }
 
 void RFabricContainer::setInfoAOID(int id) {
+    const OMSBirths births; // of the picture
     infoId_ = id;
     info_ = id < 0 || !window() ? nullptr : OMAnimation::create(id, 0, 0, *window());
     if (!info_) return;

@@ -14,7 +14,7 @@ class RowContainer : public RContainer {
     void setDeltaZ(int depth);
     /// Sound of answers that make room or close a gap.
     [[nodiscard]] int slideSound() const { return slideSound_; }
-    void setSlideSound(int id) { slideSound_ = static_cast<std::int16_t>(id); }
+    void setSlideSound(int id) { slideSound_ = OMNarrowId(id); }
 
     [[nodiscard]] Hit hitScore(RAnswer& answer, platform::Point position) override;
     [[nodiscard]] bool isFull() const override;

@@ -1,8 +1,10 @@
 // How the entries of a puzzle come into being, and how a puzzle is filled from one of them.
 
 #include "omformat.h"
+#include "omid.h"
 #include "omlog.h"
 #include "omrandom.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 #include "reports.h"
@@ -117,10 +119,10 @@ void RPuzzle::setPuzzleGraphic(int number) {
     const std::string fourth = arguments.next();
     DSGraphic graphic;
     if (fourth.empty())
-        graphic = {.z = second, .resourceId = static_cast<std::uint16_t>(third)};
+        graphic = {.z = second, .resourceId = OMNarrowId<std::uint16_t>(third)};
     else
         graphic = {second, third, OMSToInteger(fourth),
-                   static_cast<std::uint16_t>(arguments.nextInteger())};
+                   OMNarrowId<std::uint16_t>(arguments.nextInteger())};
     entry->graphics.push_back(graphic);
 }
 
@@ -136,6 +138,7 @@ void RPuzzle::setPuzzleTextFont(const std::string& font, int size, const std::st
 // ---------------------------------------------------------------------------- filling
 
 void RPuzzle::start() {
+    const OMSBirths births; // of its texts and graphics
     graphics_.clear();
     texts_.clear();
     if (dataSet_.isEmpty()) return;
@@ -191,6 +194,8 @@ void RPuzzle::addText(const DSText& record) {
                                     place(std::int64_t{top} + record.height)}
                              : Rect{left, top, left + RText::kFitting, top + RText::kFitting};
     auto text = std::make_unique<RText>(*window, box);
+    OMSBirths births;
+    births.add(*text, RText::kClass);
     text->setFont(font_.use());
     text->setColorIndex(textColorIndex_);
     text->setWrap(bounded);

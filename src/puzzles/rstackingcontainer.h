@@ -20,7 +20,7 @@ class RStackingContainer final : public RContainer {
     [[nodiscard]] int answerValue() const { return sumOfValues(); }
     /// Sound of answers that fall because one below was taken out.
     [[nodiscard]] int droppedSound() const { return droppedSound_; }
-    void setDroppedSound(int id) { droppedSound_ = static_cast<std::int16_t>(id); }
+    void setDroppedSound(int id) { droppedSound_ = OMNarrowId(id); }
     /// How many answers it must have to be solved, or kAnyCount.
     [[nodiscard]] int solvedAnswerCount() const { return solvedCount_; }
     void setSolvedAnswerCount(int count) { solvedCount_ = count; }

@@ -1,6 +1,7 @@
 #include "scenes/backgroundmusic.h"
 
 #include "omdebug.h"
+#include "omid.h"
 #include "omwaveengine.h"
 #include "streamsound.h"
 
@@ -8,12 +9,9 @@
 
 namespace {
 
-constexpr int kNoMusicOf16Bits = 0xFFFF;
 constexpr int kSilent = 0;
 constexpr std::uint32_t kTaskPriority = 110; ///< before the sound engine mixes
 constexpr int kReadInPieces = kOMIStreamBuffered;
-
-bool isMusic(int id) { return id != BackgroundMusic::kNoMusic && id != kNoMusicOf16Bits; }
 
 int clampedVolume(int volume) { return std::clamp(volume, kSilent, OMSound::kFullVolume); }
 
@@ -28,7 +26,7 @@ BackgroundMusic::~BackgroundMusic() { setCurrent(nullptr); }
 // Settings
 
 void BackgroundMusic::setId(int id) {
-    if (id != id_) start(id, volume_, 0);
+    if (OMNarrowId(id) != id_) start(id, volume_, 0);
 }
 
 void BackgroundMusic::setVolume(int volume) {
@@ -49,6 +47,7 @@ void BackgroundMusic::setEnabled(bool enabled) {
 // The sound
 
 void BackgroundMusic::start(int id, int volume, int fadeSeconds) {
+    id = OMNarrowId(id);
     if (id != id_) deleteSound();
     id_ = id;
     volume_ = clampedVolume(volume);
@@ -87,7 +86,7 @@ void BackgroundMusic::awaitDevice() {
 }
 
 void BackgroundMusic::createSound() {
-    if (!isMusic(id_)) return;
+    if (id_ == kNoMusic) return;
     if (!OMDebug::check(static_cast<bool>(source_), "streamURL == NULL",
                         "Stream URL is not installed in RScenePort"))
         return;

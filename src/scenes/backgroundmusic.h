@@ -24,7 +24,7 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
     /// A sound by its id, to be read in that buffer mode; null when there is none.
     using StreamSource = OMLinkTo<std::unique_ptr<OMIStream>(int id, int bufferMode)>;
 
-    static constexpr int kNoMusic = -1; ///< an id; as 16 bits it means the same
+    static constexpr int kNoMusic = -1; ///< an id
 
     /// The current music while it lives. `scene` must outlive it. Fatal without an application.
     explicit BackgroundMusic(ScenePause& scene);

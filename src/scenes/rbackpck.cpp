@@ -2,6 +2,7 @@
 
 #include "omdebug.h"
 #include "omformat.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 #include "pressarea.h"
@@ -114,8 +115,8 @@ std::unique_ptr<OMScriptableObject> RBackPack::createFromScript() {
     const int y = list.nextInteger();
     const auto z = list.hasNext() ? std::optional(list.nextInteger()) : std::nullopt;
     if (!window) return nullptr;
-    auto panel = std::make_unique<RBackPack>(
-        *window, canLocate() ? locateOrBlank(id) : AOImage::blank(), id, x, y);
+    auto panel =
+        make<RBackPack>(*window, canLocate() ? locateOrBlank(id) : AOImage::blank(), id, {x, y});
     if (z) panel->setZ(*z);
     return panel;
 }
@@ -165,6 +166,8 @@ bool RBackPack::showItem(int item, int wanted) {
     std::shared_ptr<AOImage> image = locate(id);
     if (!image) return refuse(OMFormat("RBackPack: object %d animation not found.", item));
     auto thing = std::make_unique<Thing>(*this, *window(), std::move(image), id, *slot);
+    OMSBirths births;
+    births.add(*thing, Thing::kClass);
     putInCell(*thing, *slot);
     thing->setZ(depthAbove(kDepthOfThings));
     thing->setVisible(isVisible());
@@ -182,6 +185,7 @@ void RBackPack::putInCell(Thing& thing, int slot) {
 }
 
 void RBackPack::addObject(int item) {
+    const OMSBirths births; // told when the world has the item, too
     world::WorldMemory* memory = world::WorldMemory::current();
     if (!showItem(item, kFirstFree) || !memory) return;
     RWorldPort port(*memory);

@@ -2,6 +2,8 @@
 
 #include "omao.h"
 #include "omformat.h"
+#include "omid.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 #include "rcharctrlayer.h"
@@ -38,7 +40,7 @@ constexpr OMSEntry kVocabulary[] = {
     oms::lasting<&RCharacter::playAnimForScript>("playAnim", "id [repeat [stayVisible]]"),
     oms::lasting<&RCharacter::playSpeechForScript>("playSpeech", "speech [stayVisible [listener]]"),
     oms::method<&RCharacter::pause>("pause"),
-    oms::method<&RCharacter::resume>("resume"),
+    oms::lasting<&RCharacter::resumeForScript>("resume"),
     oms::method<&RCharacter::stop>("stop"),
     oms::method<&RCharacter::setAOCursor>("setAOCursor", "[normal [grab]]"),
     oms::event("finished", "an animation or a speech has ended"),
@@ -66,13 +68,7 @@ RCharacter::RCharacter(OMTrinketWindow& window, int settlePose, Point at)
     setSettlePoseId(settlePose);
 }
 
-RCharacter::~RCharacter() {
-    if (!done_) return;
-    setCompletionLink([done = std::move(done_), other = takeCompletion()] {
-        done();
-        other();
-    });
-}
+RCharacter::~RCharacter() { setCompletionLink(OMBothLinks(std::move(done_), takeCompletion())); }
 
 std::unique_ptr<OMScriptableObject> RCharacter::createFromScript() {
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
@@ -144,7 +140,8 @@ void RCharacter::removeAll() {
 // The settle pose
 
 void RCharacter::setSettlePoseId(int id) {
-    settlePoseId_ = id;
+    const OMSBirths births;
+    settlePoseId_ = id = OMNarrowId(id);
     std::unique_ptr<OMAnimation> animation = id == kNoSettlePose ? nullptr : load(id);
     if (!animation) {
         layers_.erase(kSettlePoseLayer);
@@ -176,6 +173,7 @@ int RCharacter::playedLayer() const {
 }
 
 void RCharacter::playAnim(int id, std::optional<int> repeat, bool stayVisible, OMLink done) {
+    const OMSBirths births;
     if (isPlaying())
         return refuse(OMFormat("RCharacter: busy, cannot play animation %d", id), done);
     endFidget();
@@ -191,6 +189,8 @@ void RCharacter::playAnim(int id, std::optional<int> repeat, bool stayVisible, O
 
 void RCharacter::playSpeech(int speech, std::optional<bool> stayVisible,
                             std::optional<int> listener, OMLink done) {
+    const OMSBirths births;
+    speech = OMNarrowId(speech);
     const auto busy = [speech] {
         return OMFormat("RCharacter: busy, cannot play speech %d", speech);
     };
@@ -273,6 +273,7 @@ const RSpeechRecord* RCharacter::findSpeech(int speech) const {
 }
 
 void RCharacter::addSpeechAnim(int animation) {
+    animation = OMNarrowId(animation);
     const std::vector<RSpeechRecord>* records = RSpeechRecords::of(animation);
     if (!records) return RTell(OMFormat("RCharacter: unable to load animation %d", animation));
     for (const RSpeechRecord& record : *records)
@@ -315,6 +316,7 @@ void RCharacter::addFidgetGroup(int group, int minimumSeconds, int maximumSecond
 }
 
 void RCharacter::addFidget(int group, int animation, std::optional<bool> hidesSettlePose) {
+    const OMSBirths births;
     FidgetGroup* groupOfIt = findGroup(group);
     if (!groupOfIt) return RTell(OMFormat("RCharacter: Unknown fidget group %d", group));
     std::unique_ptr<OMAnimation> loaded = load(animation);
@@ -373,6 +375,16 @@ void RCharacter::playAnimForScript(int id, std::optional<int> repeat,
 void RCharacter::playSpeechForScript(int speech, std::optional<bool> stayVisible,
                                      std::optional<int> listener) {
     playSpeech(speech, stayVisible, listener, takeCompletion());
+}
+
+/// Who waited for what plays goes on waiting.
+void RCharacter::resumeForScript() {
+    resume();
+    const OMLink waiting = takeCompletion();
+    if (isPlaying())
+        done_ = OMBothLinks(std::move(done_), waiting);
+    else
+        waiting();
 }
 
 void RCharacter::setAOCursor(std::optional<int> normal, std::optional<int> grab) {

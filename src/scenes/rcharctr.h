@@ -89,6 +89,8 @@ class RCharacter final : public OMMultiTrinket {
     void playAnimForScript(int id, std::optional<int> repeat, std::optional<bool> stayVisible);
     void playSpeechForScript(int speech, std::optional<bool> stayVisible,
                              std::optional<int> listener);
+    /// Lasts until the animation or speech ends. Nobody waits for anything else that it does.
+    void resumeForScript();
     void setAOCursor(std::optional<int> normal, std::optional<int> grab);
 
     /// The layers stay.

@@ -2,6 +2,8 @@
 
 #include "omao.h"
 #include "omdebug.h"
+#include "omid.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "rhotspot.h"
 #include "rpbutton.h"
@@ -26,8 +28,11 @@ std::unique_ptr<Class> createEmbedded(int id, OMTrinketWindow& window) {
         return nullptr;
     std::shared_ptr<AOImage> image = OMAnimation::locate(id);
     if (!image) return nullptr;
-    return std::make_unique<Class>(window, std::move(image), id, OMAnimation::kEmbedded,
-                                   OMAnimation::kEmbedded);
+    auto made = std::make_unique<Class>(window, std::move(image), id, OMAnimation::kEmbedded,
+                                        OMAnimation::kEmbedded);
+    OMSBirths births;
+    births.add(*made, Class::kClass);
+    return made;
 }
 
 } // namespace
@@ -37,9 +42,11 @@ const OMSClass RDialog::kClass{"RDialog", &OMMultiTrinket::kClass, kVocabulary,
 
 RDialog::RDialog(OMTrinketWindow& window, int backgroundId, int z)
     : OMMultiTrinket(window), clicks_(window, nullptr) {
+    OMSBirths births;
     setMovable(false); // or its buttons would take it along
     setZ(z);
     hotSpot_ = std::make_unique<RHotSpot>(window, window.backBuffer().bounds());
+    births.add(*hotSpot_, RHotSpot::kClass);
     add(*hotSpot_, kHotSpotSlot, kDepthOfMembers); // first, so that it lies below the others
     addPicture(backgroundId, kBackgroundSlot);
 }
@@ -49,7 +56,7 @@ RDialog::~RDialog() = default;
 std::unique_ptr<OMScriptableObject> RDialog::createFromScript() {
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
     if (!window) return nullptr;
-    const auto background = static_cast<std::uint16_t>(OMSArguments::global().nextInteger());
+    const int background = OMNarrowId(OMSArguments::global().nextInteger());
     const int z = OMSArguments::global().nextInteger();
     return std::make_unique<RDialog>(*window, background, z);
 }
@@ -67,6 +74,7 @@ void RDialog::addPicture(int id, int slot) {
 }
 
 void RDialog::addGraphic(int id) {
+    const OMSBirths births;
     const std::size_t before = pictures_.size();
     addPicture(id, kGraphicSlot);
     // Not by its touchiness, which follows that of the dialog.
@@ -76,6 +84,7 @@ void RDialog::addGraphic(int id) {
 
 void RDialog::addButton(int id, int value) {
     if (!window()) return;
+    const OMSBirths births;
     std::unique_ptr<RPButton> button = createEmbedded<RPButton>(id, *window());
     if (!button) return;
     button->setHitLink([this, value] { buttonPressed(value); });

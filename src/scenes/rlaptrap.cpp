@@ -2,6 +2,7 @@
 
 #include "omdebug.h"
 #include "omformat.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 #include "reports.h"
@@ -184,6 +185,8 @@ void RLapTrap::buildName(const ProgressName& name) {
     auto text =
         std::make_unique<RText>(*window(), Rect{x, y, x + RText::kFitting, y + RText::kFitting});
     name_ = text.get();
+    OMSBirths births;
+    births.add(*name_, RText::kClass);
     if (name.font != ProgressName::kSystemFont)
         name_->chooseFont(oms::toText(name.font), std::nullopt, std::nullopt);
     name_->setColorIndex(name.color);
@@ -221,9 +224,11 @@ Part* RLapTrap::add(const ProgressPicture& picture, Arguments... arguments) {
         return nullptr;
     }
     const Rect panel = boundingRectangle();
-    auto part = std::make_unique<Part>(*window(), std::move(image), picture.id,
-                                       panel.left + picture.x, panel.top + picture.y, arguments...);
+    auto part = make<Part>(*window(), std::move(image), picture.id,
+                           {panel.left + picture.x, panel.top + picture.y}, arguments...);
     Part* added = part.get();
+    OMSBirths births;
+    births.add(*part, Part::kClass);
     adopt(std::move(part), kDepthOfParts);
     return added;
 }

@@ -212,7 +212,6 @@ TEST_F(RPuzzleTest, WithoutAnythingItIsUsedFullAndSolved) {
         set("p", property, "1");
         EXPECT_EQ(get("p", property), "1");
     }
-    EXPECT_EQ(the("p").makeDuplicate(), nullptr);
 }
 
 TEST_F(RPuzzleTest, NamesOfNothingChangeNothing) {

@@ -137,7 +137,6 @@ TEST_F(BackPackTest, WhatItIsMadeWith) {
     open("500 -3 9 40");
     EXPECT_EQ(placeOf(*pack) + " " + std::to_string(pack->z()), "-3,9 40");
     EXPECT_EQ(dropped(), "-1 0 0 0 0 ");
-    EXPECT_FALSE(pack->makeDuplicate());
     pack.reset();
     EXPECT_EQ(window.trinketCount(), 0u);
 }

@@ -446,7 +446,6 @@ TEST_F(LapTrapTest, ALocationIsSelected) {
     EXPECT_EQ(screen->getProperty("selectedLocation"), "1");
     EXPECT_EQ(screen->getProperty("selectedLocationName"), "CWS1");
     EXPECT_EQ(mapButtons(), "213");
-    EXPECT_FALSE(screen->makeDuplicate());
 }
 
 TEST_F(LapTrapTest, PartsGoWithTheScreen) {

@@ -252,10 +252,11 @@ TEST_F(MapTest, ARunThatIsStopped) {
     EXPECT_EQ(trails(), "200:33,12 ");
     pass(1);
     EXPECT_EQ(trails(), "100:33,12 200:33,12 ") << "from the start, in the other trail";
-    map->interruptMove();
+    map->setCompletionLink(tells("who resumed"));
+    map->resumeForScript();
     map->interruptMove();
     pass(100);
-    EXPECT_EQ(take(), Strings{"second"});
+    EXPECT_EQ(take(), (Strings{"second", "who resumed"}));
     map->move([this] { map->interruptMove(); });
     map->move(tells("third"));
     EXPECT_EQ(take(), Strings{"third"}) << "stopped by who waited for the one before";

@@ -70,7 +70,18 @@ class OMAnimation : public OMTrinket {
     OMAnimation(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
     ~OMAnimation() override;
 
-    /// Null when there is no such resource, or a damaged one.
+    /// How the game makes every animation of a resource that somebody gives a place: `at`, or the
+    /// embedded one while such places count for nothing. An image without frames has none embedded.
+    template <class Class, class... Further>
+    [[nodiscard]] static std::unique_ptr<Class> make(OMTrinketWindow& window,
+                                                     std::shared_ptr<AOImage> image, int id,
+                                                     platform::Point at, Further&&... further) {
+        if (embeddedOnly_ && image->frameCount() > 0) at = {kEmbedded, kEmbedded};
+        return std::make_unique<Class>(window, std::move(image), id, at.x, at.y,
+                                       std::forward<Further>(further)...);
+    }
+    /// For the program itself; its birth is announced (OMSBirths). Null when there is no such
+    /// resource, or a damaged one.
     [[nodiscard]] static std::unique_ptr<OMAnimation> create(int id, int x, int y,
                                                              OMTrinketWindow& window);
     /// From the bytes of an `ASEQ` resource, such as AOPack makes, with the id 0; null when they
@@ -85,7 +96,8 @@ class OMAnimation : public OMTrinket {
     /// How the `ASEQ` resource of an id is found.
     static void setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> locator);
     [[nodiscard]] static bool hasSourceLocator() { return static_cast<bool>(locator_); }
-    /// While on, the coordinates that scripts give count for nothing; off at first.
+    /// While on, the places that scripts and layouts give to animations count for nothing; off at
+    /// first.
     static void setUseEmbeddedAnimationCoordinates(bool on) { embeddedOnly_ = on; }
     [[nodiscard]] static bool usesEmbeddedAnimationCoordinates() { return embeddedOnly_; }
 
@@ -222,10 +234,8 @@ class OMAnimation : public OMTrinket {
     [[nodiscard]] static std::unique_ptr<Class> createFrom(const ScriptArguments& arguments,
                                                            std::shared_ptr<AOImage> image) {
         if (!arguments.window || !image) return nullptr;
-        const bool embedded = usesEmbeddedAnimationCoordinates() && image->frameCount() > 0;
-        auto object = std::make_unique<Class>(*arguments.window, std::move(image), arguments.id,
-                                              embedded ? kEmbedded : arguments.x,
-                                              embedded ? kEmbedded : arguments.y);
+        auto object = make<Class>(*arguments.window, std::move(image), arguments.id,
+                                  platform::Point{arguments.x, arguments.y});
         if (arguments.z) object->setZ(*arguments.z);
         return object;
     }

@@ -41,7 +41,7 @@ struct OMSClass {
     const OMSClass* base;                 ///< whose vocabulary the objects have too
     std::span<const OMSEntry> vocabulary; ///< hides the same names of the base
     /// With the arguments in OMSArguments::global(); null when it refuses. No function for classes
-    /// that only have heirs.
+    /// that only have heirs, or whose objects only the program makes.
     std::unique_ptr<OMScriptableObject> (*create)() = nullptr;
     /// What objects have at times, and add and remove themselves.
     std::span<const OMSEntry> passing = {};

@@ -23,13 +23,14 @@ class OMSR;
 struct OMSClass;
 struct OMSEntry;
 
-/// Watches one object and knows when it is gone. Not copyable; belongs on the stack or in a member.
+/// Watches one object and knows when it is gone. Belongs on the stack or in a member.
 class OMSWatch {
   public:
     OMSWatch() = default;
     explicit OMSWatch(OMScriptableObject* object) { watch(object); }
     ~OMSWatch() { watch(nullptr); }
-    OMSWatch(const OMSWatch&) = delete;
+    /// Watches the same object.
+    OMSWatch(const OMSWatch& other) : OMSWatch(other.object_) {}
     OMSWatch& operator=(const OMSWatch&) = delete;
 
     void watch(OMScriptableObject* object);
@@ -59,8 +60,9 @@ class OMScriptableObject {
     /// A new object equal to this one, owned by the caller; null where a class cannot be copied.
     /// What a class provides; callers use makeDuplicate.
     [[nodiscard]] virtual std::unique_ptr<OMScriptableObject> duplicate();
-    /// A duplicate with this object's class and that class's properties, announced as born. Null
-    /// also when a handler of its birth destroyed it.
+    /// A duplicate with this object's class and that class's properties, announced as born. Null,
+    /// with the status Refused, where the class cannot be copied; null, with the status Ok, when a
+    /// handler of its birth destroyed it.
     [[nodiscard]] std::unique_ptr<OMScriptableObject> makeDuplicate();
     /// Adds what not every object of the class has. Run once, when the object is created by its
     /// class or announced as born.
@@ -108,8 +110,11 @@ class OMScriptableObject {
     /// through the registry does it.
     void takeClass(const OMSClass& scriptClass);
     /// The object becomes the last-born one, takes the registered class of that name if it has none
-    /// yet, and the class's handler is called. For such objects too.
+    /// yet, and the class's handler is called. For such objects too; see OMSBirths.
     void announceBorn(std::string_view className);
+    /// Its owner is the program, not a variable: scripts refer to it, and cannot destroy it.
+    void leaveToProgram() { isOfProgram_ = true; }
+    [[nodiscard]] bool isOfProgram() const { return isOfProgram_; }
 
     static constexpr std::string_view kDefaultMethod = "default";
     static constexpr std::string_view kUndefined = "undefined";
@@ -151,6 +156,7 @@ class OMScriptableObject {
     std::vector<std::unique_ptr<OMScriptableObjectProperty>> properties_;
     OMLink completion_;
     const OMSClass* class_ = nullptr;
+    bool isOfProgram_ = false;
     OMSWatch* watches_ = nullptr;
 };
 

@@ -43,8 +43,8 @@ class OMSRegistry {
     OMSRegistry();
     ~OMSRegistry();
 
-    /// A class that objects can be made of, which must outlive its registration. One of a name that
-    /// is already registered changes nothing.
+    /// A class that scripts make objects of, or whose objects the program makes and announces. It
+    /// must outlive its registration. One of a name that is already registered changes nothing.
     void registerClass(const OMSClass& scriptClass);
     /// Removing the last class frees the argument list, the hooks and the current error object.
     void unregisterClass(std::string_view name);

@@ -154,6 +154,8 @@ class YThread {
     void restore(const Context& context);
     void endPause();
     void requestSwitch(YVariable* script);
+    /// A warning with the place of the statement that runs.
+    void report(std::string_view what);
     void reportAndStop(std::string_view what);
 
     // Control flow.

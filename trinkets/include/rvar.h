@@ -99,8 +99,9 @@ class YVariable {
     void makeEmpty();
     /// Makes it empty and leaves an owned object to the caller.
     void makeEmptyKeepingObject();
-    /// What an assignment of another variable does.
-    void copyFrom(YVariable& source);
+    /// What an assignment of another variable does. False when it would have to copy an object that
+    /// cannot be copied; the variable is empty then.
+    bool copyFrom(YVariable& source);
     void markReference() { ownership_ = Ownership::Reference; }
 
     // What the interpreter's loops ask. These look at this very variable: not through an alias, and

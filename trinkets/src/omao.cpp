@@ -2,9 +2,11 @@
 
 #include "aosounds.h"
 #include "omdebug.h"
+#include "omid.h"
 #include "omistream.h"
 #include "omlog.h"
 #include "omresourcelog.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 
@@ -106,7 +108,7 @@ OMAnimation::~OMAnimation() {
 
 void OMAnimation::useImage(std::shared_ptr<AOImage> image, int id) {
     image_ = std::move(image);
-    id_ = id;
+    id_ = OMNarrowId(id);
     framesPerSecond_ = image_->framesPerSecond();
     sequence_ = 0;
     sequences_.clear();
@@ -150,7 +152,10 @@ void OMAnimation::setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> 
 std::unique_ptr<OMAnimation> OMAnimation::create(int id, int x, int y, OMTrinketWindow& window) {
     std::shared_ptr<AOImage> image = locate(id);
     if (!image) return nullptr;
-    return std::make_unique<OMAnimation>(window, std::move(image), id, x, y);
+    auto animation = make<OMAnimation>(window, std::move(image), id, {x, y});
+    OMSBirths births;
+    births.add(*animation, kClass);
+    return animation;
 }
 
 std::unique_ptr<OMAnimation> OMAnimation::createFromImage(std::span<const std::byte> resource,

@@ -4,6 +4,7 @@
 #include "omdebug.h"
 #include "omformat.h"
 #include "omsarguments.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omsregistry.h"
 #include "rvar.h"
@@ -67,20 +68,22 @@ OMScriptableObject::~OMScriptableObject() {
 std::unique_ptr<OMScriptableObject> OMScriptableObject::duplicate() { return nullptr; }
 
 std::unique_ptr<OMScriptableObject> OMScriptableObject::makeDuplicate() {
-    std::unique_ptr<OMScriptableObject> copy = duplicate();
-    if (!copy) return nullptr;
-    OMSWatch watch(copy.release()); // its birth may be its end
-    if (class_) watch.object()->takeClass(*class_);
-    watch.object()->born();
+    OMSWatch watch; // its birth, and that of its parts, may be its end
+    {
+        const OMSBirths parts;
+        std::unique_ptr<OMScriptableObject> copy = duplicate();
+        status_ = copy ? Status::Ok : Status::Refused;
+        if (!copy) return nullptr;
+        watch.watch(copy.release());
+        if (class_) watch.object()->takeClass(*class_);
+        watch.object()->born();
+    }
+    status_ = Status::Ok;
     return std::unique_ptr<OMScriptableObject>(watch.object());
 }
 
 void OMScriptableObject::addCompletionLink(OMLink link) {
-    if (!completion_) return setCompletionLink(std::move(link));
-    completion_ = [first = std::move(completion_), second = std::move(link)] {
-        first();
-        second();
-    };
+    setCompletionLink(OMBothLinks(takeCompletion(), std::move(link)));
 }
 
 void OMScriptableObject::fireCompletion() {

@@ -3,6 +3,7 @@
 #include "omdebug.h"
 #include "omplatform.h"
 #include "omsarguments.h"
+#include "omsbirths.h"
 #include "omsclass.h"
 #include "omsexception.h"
 
@@ -96,14 +97,18 @@ std::unique_ptr<OMScriptableObject> OMSRegistry::create(std::string_view name) {
     if (!entry) return nullptr;
     const OMSClass& scriptClass = entry->scriptClass();
     OMSArguments::global().rewind();
-    std::unique_ptr<OMScriptableObject> object =
-        scriptClass.create ? scriptClass.create() : nullptr;
-    if (!object) return nullptr;
-    // From here on handlers may destroy the object behind the owner's back.
-    OMSWatch watch(object.release());
-    if (!watch.object()->class_) watch.object()->takeClass(scriptClass);
-    watch.object()->born();
-    if (watch) hook_(*watch.object());
+    OMSWatch watch;
+    {
+        const OMSBirths parts;
+        std::unique_ptr<OMScriptableObject> object =
+            scriptClass.create ? scriptClass.create() : nullptr;
+        if (!object) return nullptr;
+        // From here on handlers may destroy the object behind the owner's back.
+        watch.watch(object.release());
+        if (!watch.object()->class_) watch.object()->takeClass(scriptClass);
+        watch.object()->born();
+        if (watch) hook_(*watch.object());
+    }
     return std::unique_ptr<OMScriptableObject>(watch.object());
 }
 

@@ -3,6 +3,7 @@
 
 #include "omcursor.h"
 #include "omdebug.h"
+#include "omid.h"
 #include "omtrinketwindow.h"
 
 OMTrinketWindow::CursorLocator OMTrinketWindow::cursorLocator_;
@@ -44,7 +45,7 @@ void OMTrinketWindow::updateCursor() {
 void OMSetCursors(OMTrinket& trinket, std::optional<int> normal, std::optional<int> grab,
                   const char* message) {
     if (!OMDebug::check(OMTrinketWindow::hasCursorLocator(), "cursorURL == NULL", message)) return;
-    const auto numberOf = [](int id) { return OMTrinketWindow::findCursor(id)->id(); };
+    const auto numberOf = [](int id) { return OMTrinketWindow::findCursor(OMNarrowId(id))->id(); };
     const int normalId = normal.value_or(OMTrinket::defaultCursor);
     const int grabId = grab.value_or(normal.value_or(OMTrinket::defaultGrabCursor));
     trinket.setCursors(numberOf(normalId), numberOf(grabId));

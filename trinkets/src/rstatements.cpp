@@ -2,6 +2,7 @@
 #include "omformat.h"
 #include "omplatform.h"
 #include "omsarguments.h"
+#include "omsclass.h"
 #include "omscrptb.h"
 #include "omsregistry.h"
 #include "rthread.h"
@@ -82,7 +83,12 @@ void YThread::assign(const Code& code) {
         } else if (taken && marked) {
             target.setReference(taken);
         } else if (taken) {
-            written.copyFrom(*value);
+            const std::string copied(taken->classEntry() ? taken->classEntry()->name() : "It");
+            if (!written.copyFrom(*value))
+                report(OMFormat("%s cannot be copied, so %s is empty now.\n"
+                                "For a second name of it write %s=&%s",
+                                copied.c_str(), written.text().c_str(), name.text().c_str(),
+                                value->text().c_str()));
         } else if (&value->resolve() != &target) {
             if (unsetName) engine_.warn(OMFormat("Variable %s is empty", value->text().c_str()));
             YScratch scratch;
@@ -106,6 +112,9 @@ void YThread::construct(YVariable& target, const Code& code) {
         engine_.warn(OMFormat("Constructor %s has no parameters", className.c_str()));
     pushArguments(code, 2, code.count);
     std::unique_ptr<OMScriptableObject> object = OMSRegistry::global().create(className);
+    const OMSR* entry = OMSRegistry::global().find(className);
+    if (entry && !entry->scriptClass().create)
+        report(className + " objects are made by the program alone");
     if (object)
         target.setObject(std::move(object));
     else
@@ -185,11 +194,16 @@ void YThread::drop(const Code& code) {
 void YThread::dropVariable(YVariable& word) {
     YVariable& variable = word.resolve();
     const std::string before = tracing_ ? textOf(variable) : std::string();
-    if (OMScriptableObject* object = variable.object()) {
+    OMScriptableObject* object = variable.object();
+    if (object && !object->isOfProgram()) {
         engine_.removeRecords(object);
         YHeap::current().forget(object, true);
     } else {
         variable.makeEmpty();
+        if (object)
+            report(OMFormat("The object in %s is the program's own and stays.\n"
+                            "Only the name is dropped",
+                            word.text().c_str()));
     }
     detail("%s was [%s]  ", word.text().c_str(), before.c_str());
 }

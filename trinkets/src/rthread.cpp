@@ -68,14 +68,18 @@ void YThread::setStatus(int status) {
     halt();
 }
 
-void YThread::reportAndStop(std::string_view what) {
+void YThread::report(std::string_view what) {
     std::string place = scriptName_;
     if (script_ && !script_->lines.empty() && pc_ > 0) {
         const YSourceLine line = script_->lines[static_cast<std::size_t>(pc_ - 1)];
         place = OMFormat("%s:%d", script_->files[line.file].c_str(), line.line);
     }
-    stop();
     engine_.warn(OMFormat("%s: %.*s", place.c_str(), static_cast<int>(what.size()), what.data()));
+}
+
+void YThread::reportAndStop(std::string_view what) {
+    stop();
+    report(what);
 }
 
 // ---------------------------------------------------------------------------- stepping

@@ -367,21 +367,25 @@ void YVariable::makeEmptyKeepingObject() {
     (void)self.release();
 }
 
-void YVariable::copyFrom(YVariable& source) {
+bool YVariable::copyFrom(YVariable& source) {
     YVariable& from = source.resolve();
     OMScriptableObject* object = from.object();
     if (!object) {
         YScratch scratch;
         setString(from.string(scratch));
-        return;
+        return true;
     }
     if (ownership_ == Ownership::Alias) {
         alias_ = from.index_;
-        return;
+        return true;
     }
-    if (this == &from) return;
-    if (ownership_ == Ownership::Owner && from.ownership_ == Ownership::Owner)
-        setObject(object->makeDuplicate());
-    else
+    if (this == &from) return true;
+    if (ownership_ != Ownership::Owner || from.ownership_ != Ownership::Owner) {
         setReference(object);
+        return true;
+    }
+    std::unique_ptr<OMScriptableObject> copy = object->makeDuplicate();
+    const bool done = OMScriptableObject::status() == OMScriptableObject::Status::Ok;
+    setObject(std::move(copy));
+    return done;
 }
