@@ -274,7 +274,7 @@ std::string HostFiles::fullPath(std::string_view path) const { return textOf(pla
 
 std::string HostFiles::hostName(std::string_view path) const {
     const Place place = placeOf(path);
-    if (const auto found = locate(place, false))
+    if (const auto found = hostPath(path))
         return latin1FromUtf8(*found).value_or(textOf(place));
     const Drive* drive = driveOf(place.drive);
     if (!drive) return textOf(place);
