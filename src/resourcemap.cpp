@@ -57,7 +57,7 @@ void ResourceMap::readHeader() {
     if (count && *count >= 0)
         maxResources_ = static_cast<std::size_t>(*count);
     else
-        reject("line 2 is not the largest number of resources of a file, the folder is scanned "
+        reject("must be the largest number of resources of a file, the folder is scanned "
                "instead");
 }
 

@@ -207,7 +207,7 @@ TEST_F(ResourcesTest, LeavesOutWhatMakesNoSenseInAMap) {
     const std::string surplus = "more resources than line 2 says, the file is left out: correct it";
     const std::string noEnd = "the map ends without ENDFILE: write one behind the last file";
     const std::string noCount =
-        "line 2 is not the largest number of resources of a file, the folder is scanned instead";
+        "must be the largest number of resources of a file, the folder is scanned instead";
     const std::string longIdentifier =
         "the identifier has more than 39 characters, the folder is scanned instead\n";
     const MapRow rows[] = {
