@@ -84,7 +84,7 @@ TEST_F(AppTest, AMachineThatIsRefusedLosesNothing) {
     large.files().put("ZORBET.DAT", saved);
     large.waveOut().available = false;
     const std::string log = run("");
-    EXPECT_NE(log.find("ERROR: WAVE driver is not available\nWorld Memory shutting down\n"),
+    EXPECT_NE(log.find("WAVE driver is not available\nWorld Memory shutting down\n"),
               std::string::npos)
         << log;
     EXPECT_EQ(large.files().text("ZORBET.BAK"), saved);
