@@ -2,6 +2,7 @@
 
 #include "resources.h"
 #include "streamsound.h"
+#include "yengine.h"
 
 #include <algorithm>
 #include <utility>
@@ -37,6 +38,7 @@ int RGameSounds::play(int id, OMLink done, bool loop) {
     if ((id & kIdMask) == kNoSoundId) return kNoSound;
     std::unique_ptr<OMIStream> stream = resources_.load(id, "WAVE", kOMIStreamCache);
     if (!stream) return kNoSound;
+    YEngine::charge(YEngine::kLongCost);
     const int handle = nextHandle_++;
     records_.push_back(
         std::make_unique<Record>(handle, loop ? nullptr : std::move(done), std::move(stream)));

@@ -7,6 +7,7 @@
 #include "omistream.h"
 #include "omlog.h"
 #include "omplatform.h"
+#include "yengine.h"
 
 using platform::Point;
 using platform::Rect;
@@ -37,6 +38,7 @@ void EffectsWindow::goToBlack() {
     canvas().removeClipRegion();
     canvas().setColor(OMColor(kBlack));
     canvas().fillRect(canvas().bounds());
+    YEngine::charge(YEngine::kLongCost);
     OMPlatform().clock().sleep(0); // it is seen, however long the script goes on
     setPresenting(false);
     setBackgroundDeaf(true);
@@ -54,6 +56,7 @@ void EffectsWindow::displayScreen() {
 void EffectsWindow::update() {
     if (updating_) return;
     updating_ = true;
+    YEngine::charge(YEngine::kLongCost);
     cycle();
     updating_ = false;
 }
@@ -121,6 +124,7 @@ bool EffectsWindow::restorePalette(int imageId, int paletteId) {
         return false;
     const std::unique_ptr<OMIStream> stream = backgroundLocator_(imageId);
     if (!stream) return false;
+    YEngine::charge(YEngine::kLongCost);
     std::string problem;
     std::shared_ptr<const AOImage> image = AOImage::read(stream->readAll(), problem);
     if (!image) {

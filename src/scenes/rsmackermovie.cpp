@@ -7,6 +7,7 @@
 #include "omplatform.h"
 #include "omsclass.h"
 #include "omwaveengine.h"
+#include "yengine.h"
 
 #include <algorithm>
 #include <array>
@@ -114,6 +115,7 @@ RSmackerMovie::RSmackerMovie(OMTrinketWindow& window, const std::string& file, O
 bool RSmackerMovie::open(const std::string& file) {
     const auto path = findFile(file);
     if (!path) return false;
+    YEngine::charge(YEngine::kLongCost);
     movie_ = OMPlatform().movies().open({*path, options_.preload, options_.extraBuffer});
     if (movie_ && !hasPossibleSize(*movie_)) movie_.reset();
     if (!movie_) return false;
@@ -170,6 +172,7 @@ void RSmackerMovie::release() {
 
 void RSmackerMovie::setFrame(int frame) {
     if (!movie_) return;
+    YEngine::charge(YEngine::kLongCost);
     movie_->goTo(std::clamp(frame, 0, movie_->frameCount() - 1));
     jumped_ = true;
     paletteDue_ = true;
