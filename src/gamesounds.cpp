@@ -3,6 +3,7 @@
 #include "omid.h"
 #include "resources.h"
 #include "streamsound.h"
+#include "yengine.h"
 
 #include <algorithm>
 #include <utility>
@@ -32,6 +33,7 @@ int RGameSounds::play(int id, OMLink done, bool loop) {
     if (OMNarrowId(id) == OMNarrowId(kNoSoundId)) return kNoSound;
     std::unique_ptr<OMIStream> stream = resources_.load(id, "WAVE", kOMIStreamCache);
     if (!stream) return kNoSound;
+    YEngine::charge(YEngine::kSoundCost);
     const int handle = nextHandle_++;
     records_.push_back(
         std::make_unique<Record>(handle, loop ? nullptr : std::move(done), std::move(stream)));

@@ -10,6 +10,7 @@
 #include "omplatform.h"
 #include "omresmgr.h"
 #include "omresourcelog.h"
+#include "yengine.h"
 
 #include <algorithm>
 #include <span>
@@ -241,6 +242,7 @@ std::unique_ptr<OMIStream> RResources::load(int id, std::string_view type, int b
         report(OMFormat("%s resource %d not found.", typeText.c_str(), id));
         return nullptr;
     }
+    YEngine::charge(YEngine::kLoadCost);
     std::unique_ptr<OMIStream> stream = OMResMgrGetIStream(id, type, bufferMode);
     const int now = static_cast<int>(OMMilliseconds());
     const auto* library = dynamic_cast<const OMIStreamDLL16*>(stream.get());

@@ -63,6 +63,8 @@ class OMWaveEngine {
     /// from then on also when all sounds have ended. A device that is open already is available; it
     /// is not disturbed while sounds need it.
     bool testDevice(bool keepOpen);
+    /// Whether what is played is not heard, for want of a sound device. The log tells it once.
+    [[nodiscard]] bool isSilent() const { return !device_.whySilent().empty(); }
     [[nodiscard]] bool keepsDeviceOpen() const { return keepOpen_; }
 
     /// The periodic work; a task calls it in every pass of the main loop while there are sounds.
@@ -134,6 +136,7 @@ class OMWaveEngine {
     bool fill();
     void readAhead();
     void noteLatency();
+    void noteSilence();
     void notifyLatency();
 
     void resetRing();
@@ -159,6 +162,7 @@ class OMWaveEngine {
     bool keepOpen_ = false;
     bool suspended_ = false;
     std::uint32_t suspendedMs_ = 0; ///< since when
+    bool silenceNoted_ = false;
     int yields_ = 0;
     int yieldedRate_ = 0; ///< what the device was open at; 0: it was closed
 

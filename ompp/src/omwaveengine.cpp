@@ -3,6 +3,7 @@
 #include "omwaveengine.h"
 
 #include "omdebug.h"
+#include "omlog.h"
 #include "omplatform.h"
 #include "omwavesound.h"
 
@@ -98,8 +99,19 @@ bool OMWaveEngine::testDevice(bool keepOpen) {
     device_.close();
     const bool available = device_.open(kHighRate);
     if (available && suspended_) device_.pause();
+    if (available) noteSilence();
     if (!keepOpen) device_.close();
     return available;
+}
+
+/// Called again and again, since a device may go away at any time.
+void OMWaveEngine::noteSilence() {
+    if (silenceNoted_ || !isSilent()) return;
+    silenceNoted_ = true;
+    OMLog::writef(OMLog::Kind::Warning,
+                  "No sound is heard (%s). The game goes on silently; to hear it, connect a sound "
+                  "device or start the sound server, and start the game again",
+                  device_.whySilent().c_str());
 }
 
 bool OMWaveEngine::openDeviceFor(const OMWaveSound& sound) {
@@ -109,6 +121,7 @@ bool OMWaveEngine::openDeviceFor(const OMWaveSound& sound) {
     if (device_.isOpen() && (inUse || device_.rate() == sound.sampleRate())) return true;
     resetRing();
     if (!device_.open(sound.sampleRate())) return false;
+    noteSilence();
     if (suspended_) device_.pause();
     return true;
 }

@@ -143,6 +143,7 @@ void OMWaveEngine::subtractQueued(const OMWaveSound& sound) {
 
 void OMWaveEngine::service() {
     reap();
+    noteSilence();
     notifyFinished(); // also those that no buffer brings to their end
     settle();
     if (!fill() && !playing_.empty()) readAhead();

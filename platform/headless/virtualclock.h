@@ -19,6 +19,7 @@ class VirtualClock final : public Clock {
         return kStartSeconds + static_cast<std::int64_t>(nowMs_ / 1000);
     }
     void sleep(std::uint32_t ms) override { nowMs_ += ms; }
+    void wasBusy(std::uint32_t ms) override { nowMs_ += ms; }
 
     /// Milliseconds since the clock was made. Never wraps.
     [[nodiscard]] std::uint64_t totalMs() const { return nowMs_; }

@@ -5,7 +5,7 @@
 // the disk while they are played and get their lengths when they are finished.
 #pragma once
 
-#include "platform/host/moviespeaker.h"
+#include "platform/host/soundsink.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -36,18 +36,18 @@ class WaveFolder {
 };
 
 /// The recordings of one device.
-class WaveRecorder {
+class WaveRecorder final : public SoundSink {
   public:
     /// The folder must outlive it.
     explicit WaveRecorder(WaveFolder& folder) : folder_(folder) {}
-    ~WaveRecorder() { finish(); }
+    ~WaveRecorder() override { finish(); }
     WaveRecorder(const WaveRecorder&) = delete;
     WaveRecorder& operator=(const WaveRecorder&) = delete;
 
     /// Adds played samples; the first ones after `finish` begin a new file of that format.
-    void play(std::span<const std::uint8_t> samples, const SoundFormat& format);
+    void play(std::span<const std::uint8_t> samples, const SoundFormat& format) override;
     /// Completes the current file, if any.
-    void finish();
+    void finish() override;
 
   private:
     void begin(const SoundFormat& format);

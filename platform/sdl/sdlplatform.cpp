@@ -11,6 +11,7 @@
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
 #include "platform/sdl/sdlmoviespeaker.h"
+#include "platform/sdl/sdlsound.h"
 #include "platform/sdl/sdltextwindow.h"
 #include "platform/sdl/sdlwaveout.h"
 #include "platform/sdl/sdlwindow.h"
@@ -93,10 +94,13 @@ class SdlPlatform final : public Platform {
         display_.flush();
         if (!events_.messageWasTaken()) SDL_Delay(kRestMs);
     }
-    void programEnds(int) override {} // nothing is recorded here
+    /// Nothing is recorded here; but SDL would wait for a sound device that hangs.
+    void programEnds(int exitCode) override {
+        if (sound_.hangs()) terminate(exitCode);
+    }
     [[noreturn]] void terminate(int exitCode) override {
         std::cout.flush();
-        std::fflush(nullptr);
+        std::fflush(stdout); // not all: a device that hangs may hold a stream of its own
         std::_Exit(exitCode);
     }
 
@@ -123,11 +127,12 @@ class SdlPlatform final : public Platform {
     PlayerSettings settings_{files_};
     HostModules modules_;
     HostTypefaces typefaces_{files_};
-    SdlMovieSpeakers movieSpeakers_;
+    SdlSound sound_{clock_};
+    SdlMovieSpeakers movieSpeakers_{sound_};
     HostMovies movies_{files_, clock_, movieSpeakers_};
     HostMachine machine_;
     SdlDialogs dialogs_;
-    SdlWaveOut waveOut_;
+    SdlWaveOut waveOut_{sound_};
 };
 
 } // namespace

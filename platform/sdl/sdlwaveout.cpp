@@ -2,55 +2,46 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 namespace platform {
 
 namespace {
 
-constexpr Uint16 kMostAtOnce = 512; // about 23 ms at 22,050 Hz
-constexpr Uint16 kFewestAtOnce = 32;
-constexpr int kShortestMs = 20;
-
-/// A power of two. Closing the device waits for as many to be played, so slow rates take fewer.
-Uint16 samplesAtOnce(int rate) {
-    Uint16 samples = kMostAtOnce;
-    while (samples > kFewestAtOnce && samples * 1000 / rate > 2 * kShortestMs) samples /= 2;
-    return samples;
-}
-
 constexpr int kSilence = 128;
+constexpr std::uint32_t kMostUnaskedMs = 2000;
+/// What counts of the time between two looks: the program may have been stopped, and the device
+/// too.
+constexpr std::uint32_t kMostBetweenMs = 50;
 
 } // namespace
 
 bool SdlWaveOut::open(int rate) {
     close();
     if (rate < kMinRate || rate > kMaxRate) return false;
-    // The subsystem may fail where there is no sound at all; the program goes on without.
-    if (SDL_WasInit(SDL_INIT_AUDIO) == 0 && SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) return false;
-    SDL_AudioSpec wanted{};
-    wanted.freq = rate;
-    wanted.format = AUDIO_U8;
-    wanted.channels = 1;
-    wanted.samples = samplesAtOnce(rate);
-    wanted.callback = deliver;
-    wanted.userdata = this;
-    device_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
-    if (device_ == 0) return false;
     rate_ = rate;
-    SDL_PauseAudioDevice(device_, 0);
+    paused_ = asked_ = false;
+    unaskedMs_ = 0;
+    lookedMs_ = sound_.clock().milliseconds();
+    device_ = sound_.open({rate}, deliver, this);
+    if (device_ == 0) silent_.open(rate);
     return true;
 }
 
 void SdlWaveOut::close() {
     if (!isOpen()) return;
     reset();
-    SDL_CloseAudioDevice(device_);
-    device_ = 0;
+    if (device_ != 0) sound_.close(std::exchange(device_, 0));
+    silent_.close();
     rate_ = 0;
 }
 
+std::string SdlWaveOut::whySilent() const {
+    return silent_.isOpen() ? sound_.failure() : std::string();
+}
+
 void SdlWaveOut::write(WaveBuffer& buffer) {
-    if (!isOpen()) return;
+    if (device_ == 0) return silent_.write(buffer);
     buffer.prepared = true;
     buffer.done = false;
     SDL_LockAudioDevice(device_);
@@ -59,13 +50,52 @@ void SdlWaveOut::write(WaveBuffer& buffer) {
 }
 
 void SdlWaveOut::poll() {
+    if (device_ != 0) watchDevice();
     beginChange();
     endChange();
 }
 
-void SdlWaveOut::beginChange() {
-    if (!isOpen()) return;
+void SdlWaveOut::watchDevice() {
+    if (standsStill()) {
+        sound_.abandon(std::exchange(device_, 0));
+        replaceDevice();
+    } else if (SdlSound::isLost(device_)) {
+        sound_.closeLost(std::exchange(device_, 0));
+        replaceDevice();
+    }
+}
+
+/// Whether the device has long asked for nothing, which it does also when nothing is there.
+bool SdlWaveOut::standsStill() {
+    const std::uint32_t now = sound_.clock().milliseconds();
+    const std::uint32_t betweenMs = std::min(now - std::exchange(lookedMs_, now), kMostBetweenMs);
     SDL_LockAudioDevice(device_);
+    const bool fine = std::exchange(asked_, false) || paused_;
+    SDL_UnlockAudioDevice(device_);
+    unaskedMs_ = fine ? 0 : unaskedMs_ + betweenMs;
+    return unaskedMs_ > kMostUnaskedMs;
+}
+
+/// Another device, or the clock, goes on with the queue.
+void SdlWaveOut::replaceDevice() {
+    settle();
+    unaskedMs_ = 0;
+    device_ = sound_.open({rate_}, deliver, this);
+    if (device_ == 0) {
+        silent_.open(rate_);
+        for (const Queued& queued : std::exchange(queue_, {})) silent_.write(*queued.buffer);
+    }
+    if (paused_) pause();
+}
+
+void SdlWaveOut::beginChange() {
+    if (device_ == 0) return silent_.poll();
+    SDL_LockAudioDevice(device_);
+    settle();
+}
+
+/// Tells which buffers have been played.
+void SdlWaveOut::settle() {
     while (!queue_.empty() && queue_.front().played == queue_.front().buffer->data.size()) {
         queue_.front().buffer->done = true;
         queue_.pop_front();
@@ -73,30 +103,38 @@ void SdlWaveOut::beginChange() {
 }
 
 void SdlWaveOut::endChange() {
-    if (isOpen()) SDL_UnlockAudioDevice(device_);
+    if (device_ != 0) SDL_UnlockAudioDevice(device_);
 }
 
 void SdlWaveOut::pause() {
-    if (isOpen()) SDL_PauseAudioDevice(device_, 1);
+    paused_ = true;
+    if (device_ != 0) SDL_PauseAudioDevice(device_, 1);
+    silent_.pause();
 }
 
 void SdlWaveOut::restart() {
-    if (isOpen()) SDL_PauseAudioDevice(device_, 0);
+    paused_ = false;
+    if (device_ != 0) SDL_PauseAudioDevice(device_, 0);
+    silent_.restart();
 }
 
 void SdlWaveOut::reset() {
-    if (!isOpen()) return;
-    SDL_LockAudioDevice(device_);
-    for (const Queued& queued : queue_) queued.buffer->done = true;
-    queue_.clear();
-    SDL_UnlockAudioDevice(device_);
+    if (device_ != 0) {
+        SDL_LockAudioDevice(device_);
+        for (const Queued& queued : queue_) queued.buffer->done = true;
+        queue_.clear();
+        SDL_UnlockAudioDevice(device_);
+    }
+    silent_.reset();
     restart();
 }
 
 /// On SDL's thread, with the device lock held.
 void SDLCALL SdlWaveOut::deliver(void* device, Uint8* output, int bytes) {
+    auto* const self = static_cast<SdlWaveOut*>(device);
+    self->asked_ = true;
     std::span<Uint8> rest(output, static_cast<std::size_t>(bytes));
-    for (Queued& queued : static_cast<SdlWaveOut*>(device)->queue_) {
+    for (Queued& queued : self->queue_) {
         const auto waiting = queued.buffer->data.subspan(queued.played);
         const std::size_t count = std::min(waiting.size(), rest.size());
         std::copy_n(waiting.begin(), count, rest.begin());

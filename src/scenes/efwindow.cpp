@@ -8,6 +8,7 @@
 #include "omlog.h"
 #include "omplatform.h"
 #include "omresourcelog.h"
+#include "yengine.h"
 
 using platform::Point;
 using platform::Rect;
@@ -38,6 +39,7 @@ void EffectsWindow::goToBlack() {
     canvas().removeClipRegion();
     canvas().setColor(OMColor(kBlack));
     canvas().fillRect(canvas().bounds());
+    YEngine::charge(YEngine::kPictureCost);
     OMPlatform().clock().sleep(0); // it is seen, however long the script goes on
     setPresenting(false);
     setBackgroundDeaf(true);
@@ -55,6 +57,7 @@ void EffectsWindow::displayScreen() {
 void EffectsWindow::update() {
     if (updating_) return;
     updating_ = true;
+    YEngine::charge(YEngine::kPictureCost);
     cycle();
     updating_ = false;
 }
@@ -122,6 +125,7 @@ bool EffectsWindow::restorePalette(int imageId, int paletteId) {
         return false;
     const std::unique_ptr<OMIStream> stream = backgroundLocator_(imageId);
     if (!stream) return false;
+    YEngine::charge(YEngine::kPictureCost);
     std::string problem;
     std::shared_ptr<const AOImage> image = AOImage::read(stream->readAll(), problem);
     if (!image) {

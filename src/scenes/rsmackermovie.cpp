@@ -7,6 +7,7 @@
 #include "omplatform.h"
 #include "omsclass.h"
 #include "omwaveengine.h"
+#include "yengine.h"
 
 #include <algorithm>
 #include <array>
@@ -118,6 +119,7 @@ std::string RSmackerMovie::open(const std::string& file) {
     if (!path)
         return "it is neither in the game's folder nor in one of its scripts and RSC folders";
     platform::Files::setLastRefusal({});
+    YEngine::charge(YEngine::kLongCost);
     movie_ = OMPlatform().movies().open({*path, options_.preload, options_.extraBuffer});
     if (const std::error_code why = platform::Files::lastRefusal(); !movie_ && why)
         return why.message();
@@ -180,6 +182,7 @@ void RSmackerMovie::release() {
 
 void RSmackerMovie::setFrame(int frame) {
     if (!movie_) return;
+    YEngine::charge(YEngine::kLongCost);
     movie_->goTo(std::clamp(frame, 0, movie_->frameCount() - 1));
     jumped_ = true;
     paletteDue_ = true;

@@ -408,6 +408,7 @@ class MemoryWaveOut final : public platform::WaveOut {
     explicit MemoryWaveOut(const MemoryClock& clock) : clock_(clock) {}
 
     bool available = true;
+    std::string silence;             ///< why nothing is heard; empty when it is
     std::vector<int> opened;         ///< rates of all successful openings
     std::vector<std::uint8_t> heard; ///< every byte that was played
     std::uint32_t bytesPerMs = 0;    ///< 0: only `play` moves the queue
@@ -446,6 +447,7 @@ class MemoryWaveOut final : public platform::WaveOut {
         rate_ = 0;
     }
     bool isOpen() const override { return rate_ != 0; }
+    std::string whySilent() const override { return silence; }
     int rate() const override { return rate_; }
     void write(platform::WaveBuffer& buffer) override {
         if (!isOpen()) return;

@@ -57,22 +57,6 @@ class HeadlessTest : public testing::Test {
     std::unique_ptr<HeadlessPlatform> machine_;
 };
 
-TEST_F(HeadlessTest, TimePassesByPassesAndSleep) {
-    HeadlessPlatform& machine = start("", {.stepMs = 7});
-    const std::int64_t date = machine.clock().calendarSeconds();
-    EXPECT_EQ(machine.clock().milliseconds(), 0u);
-    machine.clock().sleep(100);
-    machine.mainLoopBegins();
-    pass(2);
-    EXPECT_EQ(machine.clock().milliseconds(), 114u);
-    EXPECT_EQ(machine.clock().loopMs(), 14u);
-    machine.clock().sleep(0xFFFFFFFF);
-    EXPECT_EQ(machine.clock().milliseconds(), 113u) << "wraps";
-    EXPECT_EQ(machine.clock().loopMs(), 14 + std::uint64_t{0xFFFFFFFF})
-        << "the loop's time does not";
-    EXPECT_EQ(machine.clock().calendarSeconds(), date + 4294967);
-}
-
 TEST_F(HeadlessTest, InputThatIsDueCanBeDiscarded) {
     HeadlessPlatform& machine =
         start("1 down 1 1\n2 key a\n2 background\n3 double 1 1\n3 command 1\n4 up 1 1\n90 quit");
@@ -167,31 +151,6 @@ TEST_F(HeadlessTest, ReportsOneLineForEachThingThatIsNews) {
                              "12\tcursor\tnone\n"
                              "12\tcursor\t-3\n"
                              "12\tbox\tCaption\t0x3000\ta\\nb\\tc\\\\n\\r\\n\tOK\n");
-}
-
-TEST_F(HeadlessTest, ReportsWhyTheProgramEnded) {
-    const struct {
-        std::string timeline;
-        std::optional<std::uint32_t> untilMs;
-        int exitCode;
-        std::string line;
-    } rows[] = {
-        {"", 5, 0, "8\tend\tuntil\n"},
-        {"5 quit", 5, 0, "8\tend\tquit\n"}, // the file's events go first
-        {"5 quit", {}, 0, "8\tend\tquit\n"},
-        {"5 quit", {}, 3, "8\tend\t3\n"},
-        {"9 quit", 9, 0, "8\tend\t0\n"}, // it ended by itself
-    };
-    for (const auto& row : rows) {
-        report_.str("");
-        HeadlessPlatform& machine = start(row.timeline, {.untilMs = row.untilMs});
-        machine.mainLoopBegins();
-        pass(8);
-        takeAll();
-        machine.programEnds(row.exitCode);
-        machine.programEnds(row.exitCode);
-        EXPECT_EQ(report_.str(), row.line) << row.timeline;
-    }
 }
 
 TEST_F(HeadlessTest, TerminatesAfterItsReport) {

@@ -2,6 +2,7 @@
 #include "temporaryfolder.h"
 
 #include "platform/headless/headlesswaveout.h"
+#include "platform/headless/virtualclock.h"
 
 #include <deque>
 #include <filesystem>
@@ -108,20 +109,6 @@ TEST_F(HeadlessWaveOutTest, PauseStopsTheQueueAndTimeWithoutDataIsLost) {
     EXPECT_FALSE(c.done);
     pass(1);
     EXPECT_TRUE(c.done);
-}
-
-TEST_F(HeadlessWaveOutTest, AFractionOfAByteSurvivesAPause) {
-    ASSERT_TRUE(device_.open(1300)); // 1.3 bytes a millisecond
-    const WaveBuffer& a = write(13);
-    for (int i = 0; i < 9; ++i) {
-        pass(1);
-        device_.pause();
-        pass(7);
-        device_.restart();
-    }
-    EXPECT_FALSE(a.done);
-    pass(1);
-    EXPECT_TRUE(a.done);
 }
 
 TEST_F(HeadlessWaveOutTest, QueuedBytesMayBeChangedUntilTheyArePlayed) {

@@ -25,4 +25,11 @@ say s|2|3 s||2 ~s
 v=count
 say $v
 mood
+procedure made
+for j 1 30000
+[
+]
+set RText born made
+for i 1 1000
+text=RText 0 0 9 9
 quit

@@ -1,4 +1,5 @@
 // The speaker of movies on SDL's driver without a loudspeaker, which plays in real time.
+#include "platform/headless/virtualclock.h"
 #include "platform/sdl/sdlmoviespeaker.h"
 
 #include <gtest/gtest.h>
@@ -16,9 +17,11 @@ bool runsDry(SdlMovieSpeaker& speaker) {
 
 TEST(SdlMovieSpeaker, PlaysItsQueueUnlessItIsPaused) {
     SDL_setenv("SDL_AUDIODRIVER", "dummy", 1);
-    SdlMovieSpeaker speaker;
+    const VirtualClock clock; // which stands still: the device plays
+    SdlSound sound(clock);
+    SdlMovieSpeaker speaker(sound);
     const SoundFormat format{22050, 16, 2};
-    if (!speaker.open(format)) GTEST_SKIP() << "SDL has no driver without a loudspeaker here";
+    ASSERT_TRUE(speaker.open(format));
     const std::vector<std::uint8_t> samples(static_cast<std::size_t>(format.bytesPerSecond()) / 10);
     speaker.pause();
     speaker.write(samples);
@@ -32,13 +35,6 @@ TEST(SdlMovieSpeaker, PlaysItsQueueUnlessItIsPaused) {
     speaker.write(samples);
     speaker.drop();
     EXPECT_EQ(speaker.bytesQueued(), 0u);
-
-    speaker.close();
-    speaker.write(samples);
-    EXPECT_EQ(speaker.bytesQueued(), 0u);
-    EXPECT_TRUE(speaker.open({8000, 8, 1}));
-    speaker.write(samples);
-    EXPECT_GT(speaker.bytesQueued(), 0u) << "it plays at once, and not all at once";
     speaker.close();
     SDL_QuitSubSystem(SDL_INIT_AUDIO);
 }

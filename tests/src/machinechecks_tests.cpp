@@ -89,7 +89,13 @@ TEST_F(MachineChecksTest, EveryMachineIsRunOnOrRefusedAsItShould) {
         {.name = "sound",
          .lack = [](MemoryPlatform& c) { c.waveOut().available = false; },
          .texts = {1019},
-         .logged = "WAVE driver is not available\n"},
+         .logged = "Free memory: 67108864\nWAVE driver is not available\n"},
+        {.name = "silence",
+         .lack = [](MemoryPlatform& c) { c.waveOut().silence = "unplugged"; },
+         .mode = Mode::PopUp,
+         .logged = "Warning: No sound is heard (unplugged). The game goes on silently; to hear it, "
+                   "connect a sound device or start the sound server, and start the game again\n"
+                   "WAVE driver is not available\nCurrent screen"},
         {.name = "large screen",
          .screen = {800, 600, 8},
          .texts = {1015},

@@ -55,8 +55,6 @@ class YThread {
     void unload();
     void run();
     void stop();
-    /// Ends the turn after the statement that it is in.
-    void giveWay() { halt(); }
 
     /// Asks for another script at the end of the tick, unless it is the current one.
     void switchToScript(const std::string& name);
@@ -137,8 +135,8 @@ class YThread {
     bool fireTimer(Timer& timer, const char* name, bool isSchedule);
     bool step(const eventRecord* event);
     bool enterInterrupt(const eventRecord& event);
-    void runInstructions(int budget);
-    void runCarefully(int budget);
+    void runInstructions();
+    void runCarefully();
     [[nodiscard]] static Way wayOf(const Code& code);
     void execute(const Code& code);
     void noteOpcode(YOpcode opcode);

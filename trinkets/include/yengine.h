@@ -6,6 +6,7 @@
 #include "omlist.h"
 #include "omtask.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -31,18 +32,28 @@ class YEngine {
     enum TraceOutput : int { kTraceBox = 1, kTraceFile = 2, kTraceWindow = 4 };
     /// Events fired by handlers of events may be nested this deep; deeper ones are refused.
     static constexpr int kMaxDeliveries = 64;
-    /// What a thread may spend in one turn on what lies outside of scripts, so that a loop without
-    /// end leaves time to everybody else: a line of "debug.txt" and a command cost 1.
-    static constexpr int kTurnAllowance = 10'000;
-    static constexpr int kBoxCost = 100;
+    // What a thread may do in one turn, so that a loop without end leaves time to everybody else.
+    // An instruction costs 1, what takes longer costs more.
+    static constexpr int kTurnBudget = 20'000'000;
+    static constexpr int kObjectCost = 20;       ///< `set`, `get` and `play`
+    static constexpr int kCreationCost = 100;    ///< of an object
+    static constexpr int kCommandCost = 2'000;   ///< and a line of "debug.txt" or the debug window
+    static constexpr int kLoadCost = 2'000;      ///< of a resource
+    static constexpr int kSoundCost = 20'000;    ///< of a sound that begins
+    static constexpr int kPictureCost = 100'000; ///< of the whole picture, shown or read
+    static constexpr int kLongCost = 200'000;    ///< of a box, or a frame of a movie
+    /// About what a turn that uses all of that takes on a slow machine, which a virtual clock
+    /// counts.
+    static constexpr std::uint32_t kFullTurnMs = 500;
 
-    /// While one lives a thread has its turn; one inside another belongs to the same turn.
+    /// While one lives a thread has its turn. One inside another, as of a handler that a statement
+    /// calls, belongs to the same turn and spends of the same budget.
     class Turn {
       public:
         explicit Turn(YEngine& engine) : engine_(engine) {
-            if (engine_.turns_++ == 0) engine_.spent_ = 0;
+            if (engine_.turns_++ == 0) engine_.budget_ = kTurnBudget;
         }
-        ~Turn() { --engine_.turns_; }
+        ~Turn();
         Turn(const Turn&) = delete;
         Turn& operator=(const Turn&) = delete;
 
@@ -61,8 +72,18 @@ class YEngine {
     /// The function that the main loop calls in every pass.
     void tick();
 
-    /// Beyond the allowance the threads give way after the statement that they are in.
-    void spend(int cost);
+    // The budget.
+
+    /// Takes the cost of something from the budget of the turn. With nothing left the threads give
+    /// way after the statement that they are in.
+    void spend(int cost) { budget_ = std::max(budget_ - cost, 0); }
+    /// The same for those who do not know whether a script asked for it.
+    static void charge(int cost) {
+        if (current_) current_->spend(cost);
+    }
+    /// The same for an instruction.
+    void spendOne() { --budget_; }
+    [[nodiscard]] bool hasBudget() const { return budget_ > 0; }
 
     /// A warning to the script's author in the application's alert box.
     void warn(std::string_view text);
@@ -130,7 +151,7 @@ class YEngine {
     std::optional<std::uint32_t> pauseDeadline_;
     std::optional<std::uint32_t> lastCountedTick_;
     int turns_ = 0; ///< inside each other
-    int spent_ = 0;
+    int budget_ = 0;
     YThread* switching_ = nullptr;
     int traceOutputs_ = kTraceBox;
     OMLinkTo<void(std::string_view)> window_;

@@ -17,6 +17,7 @@ constexpr std::string_view kSynchronously = "}";
 // ---------------------------------------------------------------------------- set
 
 void YThread::set(const Code& code) {
+    engine_.spend(YEngine::kObjectCost);
     YVariable& word = *code.operands[0];
     OMScriptableObject* object = word.object();
     if (!object && !OMSRegistry::global().isClass(word.text())) {
@@ -109,6 +110,7 @@ void YThread::setProperty(const Code& code, OMScriptableObject& object, std::str
 // ---------------------------------------------------------------------------- get
 
 void YThread::get(const Code& code) {
+    engine_.spend(YEngine::kObjectCost);
     YVariable& word = *code.operands[0];
     YVariable& result = code.operands[code.count - 1]->resolve();
     const std::string name = textOf(*code.operands[1]);
@@ -168,6 +170,7 @@ std::string YThread::nameOfReceiver(OMScriptableObject& object) {
 // ---------------------------------------------------------------------------- play
 
 void YThread::play(const Code& code) {
+    engine_.spend(YEngine::kObjectCost);
     YVariable& word = *code.operands[0];
     OMScriptableObject* object = word.object();
     if (!object) {

@@ -110,6 +110,7 @@ void YThread::construct(YVariable& target, const Code& code) {
     const std::string& className = code.operands[1]->text();
     if (code.count == 2)
         engine_.warn(OMFormat("Constructor %s has no parameters", className.c_str()));
+    engine_.spend(YEngine::kCreationCost);
     pushArguments(code, 2, code.count);
     std::unique_ptr<OMScriptableObject> object = OMSRegistry::global().create(className);
     const OMSR* entry = OMSRegistry::global().find(className);
@@ -139,7 +140,7 @@ void YThread::runCommand(const Code& code) {
         return;
     }
     pushArguments(code, 1, code.count);
-    engine_.spend(1);
+    engine_.spend(YEngine::kCommandCost);
     command->invoke();
 }
 

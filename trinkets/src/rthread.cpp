@@ -12,10 +12,6 @@
 
 namespace {
 
-/// A turn ends after this many instructions even when nothing blocks the thread, so that a script
-/// that loops for ever does not take the program with it.
-constexpr int kTurnBudget = 20'000'000;
-
 /// Whether the string form of a number begins with the character "0".
 bool beginsWithZero(const YExpression::Number& number) {
     if (number.tag == YExpression::Number::Tag::Integer) return number.integer == 0;
@@ -101,7 +97,11 @@ bool YThread::step(const eventRecord* event) {
     if (event && !enterInterrupt(*event)) return false;
     endPause();
     if (waiting_) return true;
-    runInstructions(status_ == 0 ? 1 : kTurnBudget);
+    setHalted(false);
+    if (status_ == 0)
+        runCarefully();
+    else
+        runInstructions();
     return true;
 }
 
@@ -171,13 +171,18 @@ void YThread::deliverEvent(const eventRecord& event) {
     --engine_.deliveries;
 }
 
-/// Runs until the thread is blocked, its status says to give way, or the budget is used up.
-void YThread::runInstructions(int budget) {
-    setHalted(false);
-    for (; attention_ == 0 && budget > 1; --budget) {
+/// Runs until the thread is blocked, its status says to give way, or the turn's budget is used up.
+void YThread::runInstructions() {
+    int budget = engine_.budget_; // in a register, unless others spend of it too
+    const auto share = [&](const auto& run) {
+        engine_.budget_ = budget;
+        run();
+        budget = engine_.budget_;
+    };
+    for (; attention_ == 0 && budget > 0; --budget) {
         const Code& code = code_[static_cast<std::size_t>(pc_++)];
         switch (code.way) {
-        case Way::Plain: execute(code); break;
+        case Way::Plain: share([&] { execute(code); }); break;
         case Way::CountedRound: {
             if (loopDepth_ < 0) [[unlikely]] {
                 execute(code);
@@ -189,8 +194,8 @@ void YThread::runInstructions(int budget) {
             break;
         }
         case Way::Jump: jump(code.target); break;
-        case Way::AssignExpression: assignExpression(code); break;
-        case Way::AssignValue: assignValue(code); break;
+        case Way::AssignExpression: share([&] { assignExpression(code); }); break;
+        case Way::AssignValue: share([&] { assignValue(code); }); break;
         case Way::TestExpression:
             condition_ = isTrue(code);
             decideJump();
@@ -200,11 +205,12 @@ void YThread::runInstructions(int budget) {
         case Way::Return: returnFromProcedure(); break;
         case Way::Debug:
             --pc_;
-            runCarefully(1);
+            share([&] { runCarefully(); });
             break;
         }
     }
-    if (!(attention_ & kHalted) && budget > 0) runCarefully(budget);
+    engine_.budget_ = budget;
+    for (; !(attention_ & kHalted) && engine_.hasBudget(); engine_.spendOne()) runCarefully();
 }
 
 /// Carries out the JumpIfFalse after a test.
@@ -213,16 +219,14 @@ inline void YThread::decideJump() {
     if (!condition_) jump(target);
 }
 
-/// One instruction after the other, with all that can be said of them.
-void YThread::runCarefully(int budget) {
-    do {
-        const Code& code = code_[static_cast<std::size_t>(pc_++)];
-        if (attention_ & kCareful) noteOpcode(code.opcode);
-        const int load = loads_;
-        execute(code);
-        // What the instruction called may have taken the script away.
-        if (tracing_ && loaded_ && load == loads_) trace(code);
-    } while (!(attention_ & kHalted) && --budget > 0);
+/// One instruction, with all that can be said of it.
+void YThread::runCarefully() {
+    const Code& code = code_[static_cast<std::size_t>(pc_++)];
+    if (attention_ & kCareful) noteOpcode(code.opcode);
+    const int load = loads_;
+    execute(code);
+    // What the instruction called may have taken the script away.
+    if (tracing_ && loaded_ && load == loads_) trace(code);
 }
 
 void YThread::setHalted(bool halted) {

@@ -21,7 +21,7 @@ YEngine* YEngine::current_ = nullptr;
 
 YEngine::YEngine() {
     current_ = this;
-    if (OMApp* app = OMApp::getApp()) app->setAlertedLink([this] { spend(kBoxCost); });
+    if (OMApp* app = OMApp::getApp()) app->setAlertedLink([this] { spend(kLongCost); });
 }
 
 YEngine::~YEngine() {
@@ -63,12 +63,8 @@ void YEngine::tick() {
     if (isSwitching()) switchScripts();
 }
 
-void YEngine::spend(int cost) {
-    if (turns_ == 0) return;
-    spent_ = std::min(spent_ + cost, kTurnAllowance);
-    if (spent_ < kTurnAllowance) return;
-    OMListLocator<YThread> locator(threads_);
-    while (YThread* thread = locator.next()) thread->giveWay();
+YEngine::Turn::~Turn() {
+    if (--engine_.turns_ == 0 && !engine_.hasBudget()) OMPlatform().clock().wasBusy(kFullTurnMs);
 }
 
 void YEngine::switchScripts() {
@@ -124,7 +120,7 @@ void YEngine::endProgram(std::string_view message) {
 }
 
 void YEngine::writeDebugLine(std::string_view text) {
-    spend(1);
+    spend(kCommandCost);
     const auto file = OMPlatform().files().open(kDebugFile, platform::OpenMode::Append);
     if (!file) return;
     std::string line(text);
@@ -135,8 +131,12 @@ void YEngine::writeDebugLine(std::string_view text) {
 bool YEngine::showTrace(const std::string& message) {
     const int outputs = traceOutputs_;
     if (outputs & kTraceFile) writeDebugLine(message);
-    if (outputs & kTraceWindow) window_(message);
+    if (outputs & kTraceWindow) {
+        spend(kCommandCost);
+        window_(message);
+    }
     if (!(outputs & kTraceBox)) return true;
+    spend(kLongCost);
     const platform::Button button = OMPlatform().dialogs().messageBox(
         message, "Trace", OMApp::kAlertStyle | platform::boxstyle::kOkCancel);
     return button != platform::Button::Cancel;

@@ -18,6 +18,10 @@ class Clock {
 
     /// Lets `ms` milliseconds pass, 0 too. What was presented before is seen meanwhile.
     virtual void sleep(std::uint32_t ms) = 0;
+
+    /// To be told that the program was busy for about `ms` milliseconds: a virtual clock moves on
+    /// by them, a real one did so by itself.
+    virtual void wasBusy(std::uint32_t ms) { static_cast<void>(ms); }
 };
 
 } // namespace platform

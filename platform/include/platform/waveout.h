@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 
 namespace platform {
 
@@ -28,8 +29,11 @@ class WaveOut {
 
     /// Opens the default device for 8-bit mono PCM, in the state of playing. False when there is no
     /// device or it cannot play `rate` samples a second, which are kMinRate to kMaxRate; an open
-    /// device is closed first.
+    /// device is closed first. A platform may give a silent device where there is no other.
     virtual bool open(int rate) = 0;
+    /// Why nothing is heard of an open device, which plays its queue all the same; empty when it is
+    /// heard. A device may fall silent at any time.
+    [[nodiscard]] virtual std::string whySilent() const { return {}; }
     /// Drops what is queued. Without effect on a closed device, as all that follows.
     virtual void close() = 0;
     [[nodiscard]] virtual bool isOpen() const = 0;
