@@ -6,6 +6,7 @@ packages=(
   libfreetype-dev libfontconfig-dev
   libavformat-dev libavcodec-dev libavutil-dev
   libimagequant-dev librsvg2-bin
+  libsndfile1-dev libsamplerate0-dev
   libgtest-dev libgmock-dev
   icoutils procps xvfb xauth
 )

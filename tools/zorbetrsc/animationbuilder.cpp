@@ -1,6 +1,7 @@
 #include "animationbuilder.h"
 
 #include "aorow.h"
+#include "palettelift.h"
 #include "picture.h"
 
 #include <algorithm>
@@ -48,6 +49,29 @@ Box opaqueBox(const IndexedFrame& frame) {
     return box.right == 0 ? Box{0, 0, 1, 1} : box;
 }
 
+/// What a picture that keeps its indices loses because the platform has colours of its own in some
+/// entries.
+ColourLoss fixedLossOf(const Picture& picture, const IndexedFrame& frame, int tolerance) {
+    std::array<std::size_t, platform::kPaletteSize> counts{};
+    for (std::size_t i = 0; i < frame.indices.size(); ++i)
+        if (frame.opaque[i]) ++counts[frame.indices[i]];
+    ColourLoss loss;
+    loss.isIndexed = true;
+    for (std::size_t index = 0; index < picture.palette().size(); ++index) {
+        if (counts[index] == 0) continue;
+        ++loss.colours;
+        loss.pixels += counts[index];
+        const bool isFree =
+            index >= platform::kFirstFreeColour && index < platform::kFirstHighStaticColour;
+        const platform::Rgb wanted = picture.palette()[index].colour;
+        if (isFree || componentDistance(wanted, platform::staticPalette()[index]) <= tolerance)
+            continue;
+        ++loss.lost;
+        loss.lostPixels += counts[index];
+    }
+    return loss;
+}
+
 class PixelMapper {
   public:
     PixelMapper(const AnimationPlan& plan, const Palette* palette) : plan_(plan) {
@@ -72,9 +96,9 @@ class PixelMapper {
         return frame;
     }
 
-    /// Of a picture that was mapped; nothing is lost where indices are kept.
+    /// Of a picture that was mapped.
     ColourLoss lossOf(const Picture& picture, const IndexedFrame& frame, int tolerance) {
-        if (keepsIndices(picture)) return {};
+        if (keepsIndices(picture)) return fixedLossOf(picture, frame, tolerance);
         std::vector<platform::Rgb> pixels;
         for (std::size_t i = 0; i < picture.size(); ++i)
             if (frame.opaque[i]) pixels.push_back(picture.pixel(i).colour);

@@ -38,32 +38,41 @@ bool ColourWarnings::sharesEntries(const PalettePlan& palette) const {
     return palette.isReduced || overfull_.contains(palette.line);
 }
 
-ColourWatch ColourWarnings::watch(PaletteIndex palette) {
-    const PalettePlan& plan = manifest_.palettes[palette];
-    return {sharesEntries(plan) ? kPlainly : kSlightly,
+ColourWatch ColourWarnings::watch(std::optional<PaletteIndex> palette) {
+    const bool shares = palette && sharesEntries(manifest_.palettes[*palette]);
+    return {shares ? kPlainly : kSlightly,
             [this, palette](const FileName& file, const ColourLoss& loss) {
                 warnOfLoss(palette, file, loss);
             }};
 }
 
-void ColourWarnings::warnOfLoss(PaletteIndex index, const FileName& file, const ColourLoss& loss) {
-    const PalettePlan& palette = manifest_.palettes[index];
-    if (sharesEntries(palette) && loss.lostPixels * kFewPixels <= loss.pixels) return;
+void ColourWarnings::warnOfLoss(std::optional<PaletteIndex> index, const FileName& file,
+                                const ColourLoss& loss) {
+    const PalettePlan* palette = index ? &manifest_.palettes[*index] : nullptr;
+    const bool shares = palette && sharesEntries(*palette);
+    if (shares && loss.lostPixels * kFewPixels <= loss.pixels) return;
     if (!told_.insert({index, file.path}).second) return;
+    const std::string why =
+        loss.isIndexed
+            ? "the entries 0 to 9 and 246 to 255 are fixed colours: draw with 10 to 245, or write "
+              "\"remap\" below the animation"
+            : "the palette " + rsc::quoted(palette->name) +
+                  " has nothing like them: " + remedyFor(*palette, file);
+    warnings_.push_back({file.path + ": " + std::to_string(loss.lost) + " of its " +
+                             counted(loss.colours, "colour") + " (" +
+                             std::to_string(loss.lostPixels) + " of " +
+                             counted(loss.pixels, "pixel") + ") become others, " + why,
+                         file.line});
+}
+
+std::string ColourWarnings::remedyFor(const PalettePlan& palette, const FileName& file) const {
     const bool isOneOfThem =
         std::ranges::find(palette.pictures, file.path, &FileName::path) != palette.pictures.end();
-    std::string text = file.path + ": " + std::to_string(loss.lost) + " of its " +
-                       counted(loss.colours, "colour") + " (" + std::to_string(loss.lostPixels) +
-                       " of " + counted(loss.pixels, "pixel") + ") become others, the palette " +
-                       rsc::quoted(palette.name) + " has nothing like them: ";
+    const std::string meant = sharesEntries(palette) ? std::string() : reducedLine(palette);
     if (isOneOfThem)
-        text += "its pictures have too many, divide them among several palettes";
-    else if (palette.indexed)
-        text += "draw it in the palette's colours";
-    else
-        text += "name it in a \"from\" line of the palette";
-    if (!sharesEntries(palette)) text += reducedLine(palette);
-    warnings_.push_back({std::move(text), file.line});
+        return "its pictures have too many, divide them among several palettes" + meant;
+    if (palette.indexed) return "draw it in the palette's colours" + meant;
+    return "name it in a \"from\" line of the palette" + meant;
 }
 
 } // namespace rsc

@@ -5,7 +5,9 @@
 #include "animationbuilder.h"
 #include "pack.h"
 
+#include <optional>
 #include <set>
+#include <string>
 #include <utility>
 
 namespace rsc {
@@ -25,17 +27,19 @@ class ColourWarnings {
     void warnOfPalette(const PalettePlan& palette, std::size_t colours,
                        const ColourfulPicture& most);
 
-    /// For the pictures that are mapped to this palette.
-    [[nodiscard]] ColourWatch watch(PaletteIndex palette);
+    /// For the pictures of an animation that has this palette, or none.
+    [[nodiscard]] ColourWatch watch(std::optional<PaletteIndex> palette);
 
   private:
     [[nodiscard]] bool sharesEntries(const PalettePlan& palette) const;
-    void warnOfLoss(PaletteIndex index, const FileName& file, const ColourLoss& loss);
+    void warnOfLoss(std::optional<PaletteIndex> index, const FileName& file,
+                    const ColourLoss& loss);
+    [[nodiscard]] std::string remedyFor(const PalettePlan& palette, const FileName& file) const;
 
     const Manifest& manifest_;
     std::vector<Warning>& warnings_;
-    std::set<int> overfull_;                              ///< lines of palettes that were told of
-    std::set<std::pair<PaletteIndex, std::string>> told_; ///< palettes and files
+    std::set<int> overfull_; ///< lines of palettes that were told of
+    std::set<std::pair<std::optional<PaletteIndex>, std::string>> told_; ///< palettes and files
 };
 
 } // namespace rsc

@@ -105,9 +105,8 @@ class Packer {
 
     [[nodiscard]] Bytes content(const AnimationPlan& animation) {
         const auto load = [&](const FileName& file) { return readPicture(file); };
-        if (!animation.palette) return buildAnimation(animation, nullptr, load);
-        return buildAnimation(animation, &palettes_[*animation.palette], load,
-                              colours_.watch(*animation.palette));
+        const Palette* palette = animation.palette ? &palettes_[*animation.palette] : nullptr;
+        return buildAnimation(animation, palette, load, colours_.watch(animation.palette));
     }
 
     [[nodiscard]] Bytes content(const FontPlan& font) const {

@@ -6,7 +6,6 @@
 #include "quantizer.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 
 namespace rsc {
@@ -36,11 +35,6 @@ Rgb unpacked(std::uint32_t colour) {
 
 Rgb dropBits(Rgb colour, int bits) {
     return unpacked(packed(colour) & ((0xFFU << bits & 0xFFU) * 0x010101U));
-}
-
-int farthestComponent(Rgb a, Rgb b) {
-    return std::max(
-        {std::abs(a.red - b.red), std::abs(a.green - b.green), std::abs(a.blue - b.blue)});
 }
 
 Rgb toStore(Rgb wanted, ColourStorage storage) {
@@ -149,7 +143,7 @@ ColourLoss ColourLookup::lossOf(std::vector<Rgb> pixels, int tolerance) {
     for (auto at = pixels.begin(); at != pixels.end(); ++loss.colours) {
         const auto next = std::ranges::upper_bound(at, pixels.end(), packed(*at), {}, packed);
         const bool isReachable = std::max({at->red, at->green, at->blue}) >= kDarkestValue;
-        if (isReachable && farthestComponent(*at, palette_.shown()[nearest(*at)]) > tolerance) {
+        if (isReachable && componentDistance(*at, palette_.shown()[nearest(*at)]) > tolerance) {
             ++loss.lost;
             loss.lostPixels += static_cast<std::size_t>(next - at);
         }

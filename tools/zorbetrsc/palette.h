@@ -59,6 +59,7 @@ struct ColourLoss {
     std::size_t lost = 0;       ///< of these
     std::size_t pixels = 0;     ///< of the picture
     std::size_t lostPixels = 0; ///< that have a lost colour
+    bool isIndexed = false;     ///< indices are kept, and lost are those of fixed colours
 };
 
 /// Palette::nearest, remembering colours that were looked up before.
