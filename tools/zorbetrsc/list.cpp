@@ -63,7 +63,7 @@ struct Description {
 Description describeCursor(ByteSpan data) {
     const std::string fault = whyArrow(data);
     if (fault.empty()) return {describePictures(data), {}};
-    return {"the game shows the arrow",
+    return {"the game shows the arrow: " + fault,
             "the game shows the arrow: " + fault +
                 "; make it with a line \"cursor\" out of a PNG picture"};
 }

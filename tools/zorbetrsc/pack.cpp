@@ -126,6 +126,7 @@ class Packer {
         std::vector<Resource> resources;
         for (const ResourcePlan& plan : library.resources) {
             resources.push_back({plan.type, plan.id, makeContent(plan)});
+            atLine(plan.line, [&] { check(plan, resources.back().data); });
             addSounds(plan, resources.back().data);
         }
         return {library.name, buildNeLibrary(moduleNameOf(library.name), resources)};
@@ -144,6 +145,7 @@ class Packer {
             if (file) files[file->path] = data;
             addSounds(plan, data);
             atLine(plan.line, [&] {
+                check(plan, data);
                 if (const auto* part = std::get_if<PartPlan>(&plan.content))
                     filler.addNumber(part->number, data);
                 else
@@ -162,13 +164,15 @@ class Packer {
 
     [[nodiscard]] Bytes makeContent(const ResourcePlan& plan) {
         return atLine(plan.line, [&] {
-            Bytes data = std::visit([&](const auto& what) { return content(what); }, plan.content);
-            if (const auto* plain = std::get_if<PlainFilePlan>(&plan.content)) {
-                if (plan.type == kSoundType) checkSound(plan.id, *plain, data);
-                if (plan.type == "CURSOR") checkCursor(plain->file, data);
-            }
-            return data;
+            return std::visit([&](const auto& what) { return content(what); }, plan.content);
         });
+    }
+
+    /// What the game will make of a file that is added as it is.
+    void check(const ResourcePlan& plan, ByteSpan data) {
+        const auto* plain = std::get_if<PlainFilePlan>(&plan.content);
+        if (plain && plan.type == kSoundType) checkSound(plan.id, *plain, data);
+        if (plain && plan.type == "CURSOR") checkCursor(plain->file, data);
     }
 
     /// Refuses a sound that would be noise, or nothing, or the end of the game.

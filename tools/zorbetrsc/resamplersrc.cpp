@@ -8,6 +8,12 @@
 
 namespace rsc {
 
+namespace {
+
+constexpr double kMostSamples = 1 << 27; ///< half a gigabyte
+
+} // namespace
+
 bool canResample() { return true; }
 
 std::vector<float> resample(const std::vector<float>& samples, int from, int to) {
@@ -16,8 +22,9 @@ std::vector<float> resample(const std::vector<float>& samples, int from, int to)
         throw Refusal("the sound has " + std::to_string(from) +
                       " samples a second, which cannot be brought to " + std::to_string(to) +
                       ": export it with a usual rate, such as 44100");
-    const auto length =
-        static_cast<std::size_t>(std::lround(static_cast<double>(samples.size()) * ratio));
+    const double exact = static_cast<double>(samples.size()) * ratio;
+    if (exact > kMostSamples) throw Refusal("the sound is too long: cut it into several");
+    const auto length = static_cast<std::size_t>(std::lround(exact));
     std::vector<float> result(length); // the filter may give a few less
     SRC_DATA work{};
     work.data_in = samples.data();

@@ -70,14 +70,15 @@ std::vector<float> readAll(SNDFILE* file, std::size_t channels) {
 bool canReadSounds() { return true; }
 
 SoundSamples readSoundFile(ByteSpan file) {
+    if (file.empty()) throw Refusal("the file is empty");
     SF_VIRTUAL_IO calls{MemoryFile::length, MemoryFile::seek, MemoryFile::read, MemoryFile::write,
                         MemoryFile::tell};
     MemoryFile memory{file};
     SF_INFO info{};
     const SoundHandle sound(sf_open_virtual(&calls, SFM_READ, &info, &memory));
     if (!sound)
-        throw Refusal(std::string("the sound cannot be read: ") + sf_strerror(nullptr) +
-                      " Export it as a WAVE file");
+        throw Refusal("no sound that can be read: export it as a WAVE file (libsndfile says: " +
+                      std::string(sf_strerror(nullptr)) + ")");
     SoundSamples samples{info.samplerate, info.channels, isDeep(info.format), {}};
     samples.values = readAll(sound.get(), static_cast<std::size_t>(info.channels));
     if (samples.values.empty()) throw Refusal("the sound has no samples");
