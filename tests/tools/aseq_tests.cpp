@@ -69,17 +69,6 @@ TEST(Aseq, IsWrittenInItsLayoutAndReadInBothByteOrdersWithPadding) {
     }
 }
 
-TEST(Aseq, KeepsEmbeddedPlacesAtTheirLimits) {
-    for (const int place : {0, 255, 256, 2047, 2048, -1, -255, -256, -2047}) {
-        Aseq aseq = smallAnimation();
-        aseq.x = place;
-        aseq.y = 1 - place;
-        const Bytes bytes = rsc::writeAseq(aseq);
-        const Aseq read = rsc::readAseq(bytes);
-        EXPECT_EQ(std::pair(read.x, read.y), std::pair(place, 1 - place));
-    }
-}
-
 TEST(Aseq, RefusesWhatItsFieldsCannotHold) {
     const struct {
         std::string text; ///< part of the refusal

@@ -3,6 +3,7 @@
 #include "aseq.h"
 #include "cursor.h"
 #include "foreignlibrary.h"
+#include "gamesound.h"
 #include "nelibrary.h"
 #include "palette.h"
 #include "picture.h"
@@ -25,16 +26,7 @@ using testfiles::Rgba;
 
 constexpr std::uint16_t kNumber = 0x8000; ///< mark of an id
 
-Bytes riffSound(std::size_t samples) {
-    const auto numbers = [](std::initializer_list<std::size_t> values) {
-        Bytes bytes;
-        for (const std::size_t value : values) rsc::put32(bytes, value);
-        return bytes;
-    };
-    return join({asBytes("RIFF"), numbers({36 + samples}), asBytes("WAVEfmt "),
-                 numbers({16, 0x00010001, 22050, 22050, 0x00080001}), asBytes("data"),
-                 numbers({samples}), Bytes(samples, 0x80)});
-}
+Bytes riffSound(std::size_t samples) { return rsc::wavFile(Bytes(samples, 0x80), 22050); }
 
 /// A sound of format 1 that says it has `length` samples and has these.
 Bytes macSound(const Bytes& samples, std::uint8_t length) {
@@ -214,13 +206,7 @@ TEST_F(ExtractEverything, KeepsASoundBesideWhatPlayersPlay) {
     EXPECT_NE(out_.find("resource.map: would be packed to other bytes"), std::string::npos)
         << "a library of it is not there: " << out_;
     EXPECT_TRUE(manifestSays("    file WAVE 8 scene_1/WAVE-8.snd"));
-    Bytes expected = riffSound(3);
-    const std::string wav = folder_.read("out/scene_1/WAVE-8.wav");
-    ASSERT_EQ(wav.size(), 44U + 4) << "padded to whole words";
-    EXPECT_EQ(wav[4], 36 + 4);
-    EXPECT_EQ(wav.substr(8, 12), std::string(expected.begin() + 8, expected.begin() + 20));
-    EXPECT_EQ(wav.substr(24, 2), "\xEE\x56") << "22,254 samples a second";
-    EXPECT_EQ(wav.substr(36), std::string("data\3\0\0\0\1\2\3\0", 12));
+    EXPECT_EQ(asBytes(folder_.read("out/scene_1/WAVE-8.wav")), rsc::wavFile(Bytes{1, 2, 3}, 22254));
 }
 
 rsc::Aseq withRows(const Bytes& rows) {
@@ -256,8 +242,9 @@ TEST_F(Extract, LeavesAsItIsWhatPicturesCannotTell) {
         {"a palette of ours", "RRGB", palette, "    colours 1 a-1"},
         {"high bytes", "RRGB", changed(palette, 601, 7), ".bin"},
         {"other fixed colours", "RRGB", changed(palette, 0, 7), ".bin"},
-        {"a sound cut off", "WAVE", cutSound, ".wav"},
-        {"nothing of a sound", "WAVE", Bytes(21, 0), ".bin"},
+        {"a sound cut off", "WAVE", cutSound, ".wav unchecked"},
+        {"nothing of a sound", "WAVE", Bytes(21, 0), ".bin unchecked"},
+        {"a sound of ours", "WAVE", riffSound(9), "    sound 1 a/WAVE-1.wav"},
         {"the head of a sound", "WAVE", macSound({}, 200), ".snd"},
     };
     expectLines("a", "A", cases);
@@ -319,7 +306,8 @@ TEST_F(Extract, KeepsTheLayoutOfLibrariesMadeElsewhere) {
     EXPECT_EQ(testfiles::namesIn(folder_.at("out")),
               (std::vector<std::string>{"a", "resources.manifest"}))
         << "nothing lies elsewhere";
-    EXPECT_TRUE(manifestSays("    file WAVE 6 a/WAVE-5.bin")) << "shared bytes are one file";
+    EXPECT_TRUE(manifestSays("    file WAVE 6 a/WAVE-5.bin unchecked"))
+        << "shared bytes are one file";
     EXPECT_TRUE(manifestSays("    file text 1 a/text-1_2.bin")) << "TEXT-1.bin is another one";
     EXPECT_TRUE(manifestSays("    part 13 a/TEXT-______NAME.bin")) << manifest();
 }
@@ -330,7 +318,7 @@ TEST_F(Extract, FillsALayoutOnlyWithWhatFits) {
     expectRoundTrip("a.rsc", testfiles::foreignLibrary(4, resources, Bytes(48, 'x')));
     const std::string head = "library a.rsc\nlayout a/library.layout\n";
     const std::string text = "file TEXT 1 a/TEXT-1.bin\n";
-    const std::string wave = "file WAVE 5 a/WAVE-5.bin\n";
+    const std::string wave = "file WAVE 5 a/WAVE-5.bin unchecked\n";
     struct Case {
         std::string manifest;
         Bytes text; ///< instead of the resource TEXT

@@ -38,26 +38,6 @@ Movie roundTrip(int width, const Pictures& pictures) {
     return movie;
 }
 
-TEST(MovieFile, IsTheSmallestOfAll) {
-    const Bytes file = movieOf(8, {Bytes(32, 5)});
-    const rsc::ByteReader in(file, "cut off");
-    const Bytes head(file.begin(), file.begin() + 24);
-    EXPECT_EQ(head, (Bytes{'S', 'M', 'K', '2', 8,    0,    0,    0,    4, 0, 0, 0,
-                           1,   0,   0,   0,   0xF6, 0xE5, 0xFF, 0xFF, 0, 0, 0, 0}));
-    for (const std::size_t size : {56, 60, 64, 68}) EXPECT_EQ(in.u32(size), 16U);
-    EXPECT_EQ(in.u32(52) % 4, 0U);
-    EXPECT_EQ(in.u32(104), 0x309U);
-    EXPECT_EQ(in.u8(108), 1);
-    const Bytes trees(file.begin() + 109, file.begin() + 118);
-    EXPECT_EQ(trees, (Bytes{0x03, 0x10, 0x80, 0xFF, 0x7F, 0xFF, 0xFF, 0xFE, 0x7F}));
-    EXPECT_EQ(in.u8(118) & 0xF, 6);
-    const std::size_t frame = 109 + in.u32(52);
-    EXPECT_EQ(file.size(), frame + 776);
-    EXPECT_EQ(in.u8(frame), 0xC1);
-    EXPECT_EQ(in.u32(frame + 772), 0U);
-    EXPECT_EQ(decode(file).frames.at(0).pixels, Bytes(32, 5));
-}
-
 using Block = std::array<std::uint8_t, 16>;
 
 /// Of one kind; number `i` differs from its neighbours, but for solid and skipped ones.

@@ -118,16 +118,19 @@ TEST_F(MpsCheckTest, FilesThatCannotBeRead) {
     put("self.mps", "include self.mps\n");
     EXPECT_EQ(checkText("include none.mps\ninclude large.mps\ncall\nlast\n"),
               "@/a.mps:1: can't find none.mps\n"
-              "@/a.mps:2: large.mps: Script too long\n"
+              "@/a.mps:2: large.mps: Script too long: at most 65535 bytes are allowed; move a part "
+              "of it into a script of its own\n"
               "@/a.mps:3: the statement lacks a word: call\n"
               "@/a.mps:4: last is undefined\n");
     EXPECT_THAT(check({"self.mps"}, 1), StartsWith("@/self.mps:1: nested too deep: self.mps\n"));
     put("largest.mps", std::string(65535, ' '));
     put("folder/x", "");
-    EXPECT_EQ(check({"none.mps", "largest.mps", "large.mps", "folder"}, 1),
-              "@/none.mps: cannot be read\n"
-              "@/large.mps: Script too long\n"
-              "@/folder: cannot be read\n");
+    EXPECT_EQ(
+        check({"none.mps", "largest.mps", "large.mps", "folder"}, 1),
+        "@/none.mps: cannot be read: No such file or directory\n"
+        "@/large.mps: Script too long: at most 65535 bytes are allowed; move a part of it into "
+        "a script of its own\n"
+        "@/folder: cannot be read: Is a directory\n");
 }
 
 /// Little-endian numbers of a precompiled file.
@@ -162,7 +165,8 @@ TEST_F(MpsCheckTest, PrecompiledScripts) {
         "@/version.mps: damaged precompiled script\n"
         "@/one.mps: damaged precompiled script\n");
     put("huge.mps", sound + std::string(std::size_t{16} << 20, '\0'));
-    EXPECT_EQ(check({"huge.mps"}, 1), "@/huge.mps: Script too long\n");
+    EXPECT_THAT(check({"huge.mps"}, 1),
+                StartsWith("@/huge.mps: Script too long: at most 16777216"));
 }
 
 TEST_F(MpsCheckTest, AWrongCommandLineGetsTheUsage) {

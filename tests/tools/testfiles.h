@@ -62,6 +62,26 @@ inline rsc::Bytes join(std::initializer_list<rsc::Bytes> parts) {
     return all;
 }
 
+inline rsc::Bytes words(std::initializer_list<std::size_t> values) {
+    rsc::Bytes out;
+    for (const std::size_t value : values) rsc::put16(out, value);
+    return out;
+}
+
+inline rsc::Bytes chunk(std::string_view tag, const rsc::Bytes& data) {
+    rsc::Bytes size;
+    rsc::put32(size, data.size());
+    return join({asBytes(tag), size, data, rsc::Bytes(data.size() % 2)});
+}
+
+inline rsc::Bytes wavFile(std::size_t rate, std::size_t channels, std::size_t bits,
+                          const rsc::Bytes& samples) {
+    const std::size_t point = channels * bits / 8;
+    const rsc::Bytes format = words({1, channels, rate, 0, 0, 0, point, bits});
+    return chunk("RIFF", join({asBytes("WAVE"), chunk("fmt ", format), chunk("LIST", rsc::Bytes(3)),
+                               chunk("data", samples)}));
+}
+
 inline rsc::Bytes changed(rsc::Bytes bytes, std::size_t at, std::uint8_t value) {
     bytes.at(at) = value;
     return bytes;

@@ -16,7 +16,10 @@ namespace mps {
 
 namespace {
 
-constexpr std::string_view kTooLong = "Script too long";
+std::string tooLong(std::size_t limit) {
+    return "Script too long: at most " + std::to_string(limit) +
+           " bytes are allowed; move a part of it into a script of its own";
+}
 
 /// The script's own name while it is compiled; no include can be called so.
 constexpr const char* kOwnName = "";
@@ -38,13 +41,14 @@ class Check {
     Check(const std::string& file, std::ostream& out) : file_(file), out_(out), includes_(file) {}
 
     bool run() {
-        auto bytes = readHostFile(file_, kYMaxPrecompiledSize);
+        std::string why;
+        auto bytes = readHostFile(file_, kYMaxPrecompiledSize, why);
         if (!bytes) {
-            tell("cannot be read");
+            tell(why);
         } else if (YIsPrecompiled(*bytes)) {
             checkPrecompiled(*bytes);
         } else if (bytes->size() > YCompiler::kMaxTextSize) {
-            tell(kTooLong);
+            tell(tooLong(YCompiler::kMaxTextSize));
         } else {
             checkText(*std::move(bytes));
         }
@@ -67,10 +71,11 @@ class Check {
         const auto path = includes_.find(name);
         if (!path) return {std::nullopt, "can't find " + name};
         includedFrom_[name] = *path;
-        auto text = readHostFile(*path, YCompiler::kMaxTextSize);
-        if (!text) return {std::nullopt, name + ": cannot be read"};
+        std::string why;
+        auto text = readHostFile(*path, YCompiler::kMaxTextSize, why);
+        if (!text) return {std::nullopt, name + ": " + why};
         if (text->size() > YCompiler::kMaxTextSize)
-            return {std::nullopt, name + ": " + std::string(kTooLong)};
+            return {std::nullopt, name + ": " + tooLong(YCompiler::kMaxTextSize)};
         return {std::move(text), {}};
     }
 
@@ -81,7 +86,7 @@ class Check {
 
     void checkPrecompiled(std::string_view bytes) {
         if (bytes.size() > kYMaxPrecompiledSize) {
-            tell(kTooLong);
+            tell(tooLong(kYMaxPrecompiledSize));
             return;
         }
         YHeap& heap = YHeap::current();

@@ -6,7 +6,7 @@
 #include "vocabulary.h"
 #include "ykeyword.h"
 
-#include <CLI/CLI.hpp>
+#include "commandline/commandline.h"
 
 #include <ostream>
 #include <string>
@@ -18,7 +18,18 @@ namespace {
 
 constexpr int kSound = 0;
 constexpr int kErrors = 1;
-constexpr int kWrongCommandLine = 2;
+
+constexpr const char* kAboutCheck =
+    R"(Nothing is run. Each mistake is a line FILE:LINE: TEXT; without any nothing is printed.
+Includes are looked for beside the script, in "scripts" there, and in the folder above.
+The exit code is 0 without mistakes, 1 with some, 2 when the command line is wrong.
+
+Example:
+  zorbet-mps check my-game/*.mps my-game/scripts/*.mps)";
+
+constexpr const char* kAboutWords =
+    R"(Example:
+  zorbet-mps words RAnimation)";
 
 int checkAll(const std::vector<std::string>& files, std::ostream& out) {
     for (const RCommandWords& command : RGameCommands()) YCommands::add(command.name, nullptr);
@@ -31,26 +42,20 @@ int checkAll(const std::vector<std::string>& files, std::ostream& out) {
 } // namespace
 
 int run(int argc, const char* const* argv, std::ostream& out, std::ostream& errors) {
-    int exitCode = kSound;
+    tools::CommandLine line("zorbet-mps",
+                            "For the authors of scripts of zorbet: finds mistakes, tells words.",
+                            "zorbet-mps " ZORBET_VERSION);
     std::vector<std::string> files;
-    CLI::App app("For the authors of scripts of zorbet", "zorbet-mps");
-    app.require_subcommand(1);
-    CLI::App* check = app.add_subcommand("check", "Compile scripts and tell every error");
-    check->add_option("FILE", files, "Scripts, as texts or precompiled")->required();
-    check->callback([&] { exitCode = checkAll(files, out); });
+    CLI::App& check =
+        line.add("check", "Compile scripts and tell every mistake", "FILE...", kAboutCheck);
+    check.add_option("FILE", files, "Scripts, as texts or precompiled")->required();
+    check.callback([&] { line.exitCode() = checkAll(files, out); });
     std::vector<std::string> classes;
-    CLI::App* words = app.add_subcommand("words", "Tell the words of classes, and the commands");
-    words->add_option("CLASS", classes, "Classes; without any, all of them and the commands");
-    words->callback([&] { exitCode = tellWords(classes, out, errors) ? kSound : kErrors; });
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success& wish) { // help
-        return app.exit(wish, out, errors);
-    } catch (const CLI::ParseError& error) {
-        errors << error.what() << "\n\n" << app.help();
-        return kWrongCommandLine;
-    }
-    return exitCode;
+    CLI::App& words =
+        line.add("words", "Tell the words of classes, and the commands", "[CLASS...]", kAboutWords);
+    words.add_option("CLASS", classes, "Classes; without any, all of them and the commands");
+    words.callback([&] { line.exitCode() = tellWords(classes, out, errors) ? kSound : kErrors; });
+    return line.run(argc, argv, out, errors);
 }
 
 } // namespace mps

@@ -1,5 +1,6 @@
 #include "zorbetmps/includes.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -47,14 +48,18 @@ std::string Includes::shownPath(const Folder& folder, const std::string& hostPat
     return (fs::path(folder.given) / inside).lexically_normal().string();
 }
 
-std::optional<std::string> readHostFile(const std::string& path, std::size_t limit) {
+std::optional<std::string> readHostFile(const std::string& path, std::size_t limit,
+                                        std::string& why) {
     std::error_code error;
-    if (fs::is_directory(path, error)) return std::nullopt;
+    const bool isFolder = fs::is_directory(path, error);
+    errno = 0;
     std::ifstream file(path, std::ios::binary);
-    if (!file) return std::nullopt;
     std::string bytes(limit + 1, '\0');
-    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (file.bad()) return std::nullopt;
+    if (!isFolder && file) file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (isFolder || file.bad() || !file.is_open()) {
+        why = "cannot be read: " + std::generic_category().message(isFolder ? EISDIR : errno);
+        return std::nullopt;
+    }
     bytes.resize(static_cast<std::size_t>(file.gcount()));
     return bytes;
 }

@@ -34,7 +34,9 @@ class Includes {
     std::vector<Folder> folders_; ///< in the order of the search
 };
 
-/// At most `limit` bytes and one more of a host file; none when it cannot be read.
-[[nodiscard]] std::optional<std::string> readHostFile(const std::string& path, std::size_t limit);
+/// At most `limit` bytes and one more of a host file; none, and the reason in `why`, when it cannot
+/// be read.
+[[nodiscard]] std::optional<std::string> readHostFile(const std::string& path, std::size_t limit,
+                                                      std::string& why);
 
 } // namespace mps

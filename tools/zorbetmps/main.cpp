@@ -1,14 +1,11 @@
 // zorbet-mps: checks scripts.
 #include "zorbetmps/commandline.h"
 
-#include <exception>
+#include "commandline/commandline.h"
+
 #include <iostream>
 
 int main(int argc, char** argv) {
-    try {
-        return mps::run(argc, argv, std::cout, std::cerr);
-    } catch (const std::exception& error) { // no memory, no terminal
-        std::cerr << "zorbet-mps: " << error.what() << "\n";
-        return 1;
-    }
+    return tools::runProgram("zorbet-mps",
+                             [&] { return mps::run(argc, argv, std::cout, std::cerr); });
 }

@@ -61,7 +61,8 @@ bool tellWords(const std::vector<std::string>& classes, std::ostream& out, std::
         if (found != all.end())
             tell(out, **found);
         else
-            errors << "there is no class " << name << '\n';
+            errors << "zorbet-mps words: there is no class " << name
+                   << "; without a class it tells all\n";
         known &= found != all.end();
     }
     if (!classes.empty()) return known;

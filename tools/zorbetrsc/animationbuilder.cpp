@@ -1,7 +1,7 @@
 #include "animationbuilder.h"
 
 #include "aorow.h"
-#include "palette.h"
+#include "palettelift.h"
 #include "picture.h"
 
 #include <algorithm>
@@ -49,6 +49,29 @@ Box opaqueBox(const IndexedFrame& frame) {
     return box.right == 0 ? Box{0, 0, 1, 1} : box;
 }
 
+/// What a picture that keeps its indices loses because the platform has colours of its own in some
+/// entries.
+ColourLoss fixedLossOf(const Picture& picture, const IndexedFrame& frame, int tolerance) {
+    std::array<std::size_t, platform::kPaletteSize> counts{};
+    for (std::size_t i = 0; i < frame.indices.size(); ++i)
+        if (frame.opaque[i]) ++counts[frame.indices[i]];
+    ColourLoss loss;
+    loss.isIndexed = true;
+    for (std::size_t index = 0; index < picture.palette().size(); ++index) {
+        if (counts[index] == 0) continue;
+        ++loss.colours;
+        loss.pixels += counts[index];
+        const bool isFree =
+            index >= platform::kFirstFreeColour && index < platform::kFirstHighStaticColour;
+        const platform::Rgb wanted = picture.palette()[index].colour;
+        if (isFree || componentDistance(wanted, platform::staticPalette()[index]) <= tolerance)
+            continue;
+        ++loss.lost;
+        loss.lostPixels += counts[index];
+    }
+    return loss;
+}
+
 class PixelMapper {
   public:
     PixelMapper(const AnimationPlan& plan, const Palette* palette) : plan_(plan) {
@@ -56,7 +79,7 @@ class PixelMapper {
     }
 
     IndexedFrame map(const Picture& picture) {
-        const bool keepIndices = picture.isIndexed() && !plan_.remap;
+        const bool keepIndices = keepsIndices(picture);
         if (!keepIndices && !lookup_)
             throw Refusal("the picture needs a palette: write \"use PALETTE\" above the animation");
         if (!keepIndices && plan_.transparency.kind == Transparency::Kind::Index)
@@ -73,7 +96,20 @@ class PixelMapper {
         return frame;
     }
 
+    /// Of a picture that was mapped.
+    ColourLoss lossOf(const Picture& picture, const IndexedFrame& frame, int tolerance) {
+        if (keepsIndices(picture)) return fixedLossOf(picture, frame, tolerance);
+        std::vector<platform::Rgb> pixels;
+        for (std::size_t i = 0; i < picture.size(); ++i)
+            if (frame.opaque[i]) pixels.push_back(picture.pixel(i).colour);
+        return lookup_->lossOf(std::move(pixels), tolerance);
+    }
+
   private:
+    [[nodiscard]] bool keepsIndices(const Picture& picture) const {
+        return picture.isIndexed() && !plan_.remap;
+    }
+
     [[nodiscard]] bool isOpaque(const Picture& picture, std::size_t i) const {
         const Pixel pixel = picture.pixel(i);
         switch (plan_.transparency.kind) {
@@ -130,8 +166,9 @@ struct PlacedFrame {
 
 class AnimationBuilder {
   public:
-    AnimationBuilder(const AnimationPlan& plan, const Palette* palette, const PictureLoader& load)
-        : plan_(plan), mapper_(plan, palette), load_(load) {}
+    AnimationBuilder(const AnimationPlan& plan, const Palette* palette, const PictureLoader& load,
+                     const ColourWatch& watch)
+        : plan_(plan), mapper_(plan, palette), load_(load), watch_(watch) {}
 
     Bytes build() {
         aseq_.framesPerSecond = plan_.rate.value_or(plan_.sequences.empty() ? kStillRate : 0);
@@ -148,7 +185,9 @@ class AnimationBuilder {
 
   private:
     PlacedFrame place(const FramePlan& plan) {
-        const IndexedFrame frame = mapper_.map(load_(plan.file));
+        const Picture picture = load_(plan.file);
+        const IndexedFrame frame = mapper_.map(picture);
+        watchColours(plan.file, picture, frame);
         const Box box = plan_.crop ? opaqueBox(frame) : Box{0, 0, frame.width, frame.height};
         const int width = box.right - box.left;
         const int height = box.bottom - box.top;
@@ -156,6 +195,12 @@ class AnimationBuilder {
             numbers_.try_emplace({width, height, packRows(frame, box)}, aseq_.frames.size());
         if (isNew) aseq_.frames.push_back({width, height, std::get<Bytes>(stored->first)});
         return {static_cast<int>(stored->second), plan.dx + box.left, plan.dy + box.top};
+    }
+
+    void watchColours(const FileName& file, const Picture& picture, const IndexedFrame& frame) {
+        if (!watch_.onLoss) return;
+        const ColourLoss loss = mapper_.lossOf(picture, frame, watch_.tolerance);
+        if (loss.lost > 0) watch_.onLoss(file, loss);
     }
 
     void addSequence(const AseqSequence& entries) {
@@ -181,6 +226,7 @@ class AnimationBuilder {
     const AnimationPlan& plan_;
     PixelMapper mapper_;
     const PictureLoader& load_;
+    const ColourWatch& watch_;
     /// Width, height and rows of every stored frame; keeps the rows.
     std::map<std::tuple<int, int, Bytes>, std::size_t> numbers_;
     std::vector<PlacedFrame> placed_;
@@ -196,8 +242,9 @@ AseqSequence stillSequence() {
             {0, 0, entrycode::kEnd, 0}};
 }
 
-Bytes buildAnimation(const AnimationPlan& plan, const Palette* palette, const PictureLoader& load) {
-    return AnimationBuilder(plan, palette, load).build();
+Bytes buildAnimation(const AnimationPlan& plan, const Palette* palette, const PictureLoader& load,
+                     const ColourWatch& watch) {
+    return AnimationBuilder(plan, palette, load, watch).build();
 }
 
 } // namespace rsc

@@ -4,12 +4,12 @@
 #pragma once
 
 #include "manifest.h"
+#include "palette.h"
 
 #include <functional>
 
 namespace rsc {
 
-class Palette;
 class Picture;
 
 /// Rate of a still picture, in whose manifest there is no sequence.
@@ -20,8 +20,14 @@ inline constexpr int kStillRate = 8;
 /// Loads the picture that a manifest names.
 using PictureLoader = std::function<Picture(const FileName&)>;
 
+/// Is told of every picture that loses colours; see ColourLookup::lossOf.
+struct ColourWatch {
+    int tolerance = 0;
+    std::function<void(const FileName&, const ColourLoss&)> onLoss; ///< empty: nobody watches
+};
+
 /// `palette` may be absent; truecolour pictures are refused then.
 [[nodiscard]] Bytes buildAnimation(const AnimationPlan& plan, const Palette* palette,
-                                   const PictureLoader& load);
+                                   const PictureLoader& load, const ColourWatch& watch = {});
 
 } // namespace rsc

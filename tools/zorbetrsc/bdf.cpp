@@ -37,7 +37,8 @@ class BdfReader {
 
     BitmapFont read() {
         try {
-            if (!nextLine() || keyword_ != "STARTFONT") throw Refusal("no BDF font");
+            if (!nextLine() || keyword_ != "STARTFONT")
+                throw Refusal("no BDF font: it does not begin with STARTFONT");
             readHead();
             readCharacters();
         } catch (const Refusal& refusal) {

@@ -3,27 +3,42 @@
 #include "extract.h"
 #include "nelibrary.h"
 
-#include <CLI/CLI.hpp>
+#include "commandline/commandline.h"
 
 #include <iostream>
 #include <memory>
 
 namespace rsc {
 
-void addExtractCommand(CLI::App& app, int& exitCode) {
+namespace {
+
+constexpr const char* kMore =
+    R"(Packing FOLDER/resources.manifest gives the same libraries again.
+
+Example:
+  zorbet-rsc extract my-game/RSC/* -o unpacked)";
+
+} // namespace
+
+void addExtractCommand(tools::CommandLine& line) {
     const auto options = std::make_shared<ExtractOptions>();
-    CLI::App* command =
-        app.add_subcommand("extract", "Unpack libraries into files and a manifest for \"pack\"");
-    command->add_option("files", options->files, "Resource libraries")->required();
-    command->add_option("-o,--output", options->folder, "Folder for the files and the manifest")
+    CLI::App& command =
+        line.add("extract", "Unpack libraries into files and a manifest for \"pack\"",
+                 "[OPTIONS] FILE... -o FOLDER", kMore);
+    command.add_option("FILE", options->files, "Resource libraries; maps beside them are read")
         ->required();
-    command
-        ->add_option("--palette", options->palette,
-                     "Id of the palette for all pictures, instead of the one that fits each")
-        ->check(CLI::Range(1, kLargestId));
-    command->add_flag("--force", options->force, "Write into a folder that is not empty");
-    command->callback(
-        [options, &exitCode] { exitCode = runExtract(*options, std::cout, std::cerr); });
+    tools::named(
+        command.add_option("-o,--output", options->folder, "Where the files and the manifest go"),
+        "FOLDER")
+        ->required();
+    tools::named(command.add_option("--palette", options->palette,
+                                    "Show all pictures in this palette (RRGB), instead of\n"
+                                    "each in the one that fits"),
+                 "ID")
+        ->check(tools::within(1, kLargestId));
+    command.add_flag("--force", options->force, "Write into a folder that is not empty");
+    command.callback(
+        [options, &line] { line.exitCode() = runExtract(*options, std::cout, std::cerr); });
 }
 
 } // namespace rsc

@@ -1,5 +1,6 @@
 #include "filesystem.h"
 
+#include <cerrno>
 #include <fstream>
 #include <system_error>
 
@@ -13,6 +14,9 @@ constexpr std::string_view kBeside = ".new";
 
 char* asChars(std::uint8_t* bytes) { return reinterpret_cast<char*>(bytes); }
 const char* asChars(const std::uint8_t* bytes) { return reinterpret_cast<const char*>(bytes); }
+
+/// Why the system could not do the last thing that it was asked for.
+std::string lastError() { return std::generic_category().message(errno); }
 
 /// Files that lie beside their names; those that are still there at the end are removed.
 class BesideFiles {
@@ -33,7 +37,7 @@ class BesideFiles {
         std::ofstream out(beside(file.name), std::ios::binary | std::ios::trunc);
         out.write(asChars(file.data.data()), std::ssize(file.data));
         out.close();
-        if (!out) throw Refusal(beside(file.name).string() + ": cannot be written");
+        if (!out) throw Refusal(beside(file.name).string() + ": cannot be written: " + lastError());
     }
 
     void renameAll() {
@@ -65,7 +69,7 @@ Bytes readWholeFile(const fs::path& path) {
     std::ifstream in(path, std::ios::binary);
     Bytes data(size);
     in.read(asChars(data.data()), std::ssize(data));
-    if (!in) throw Refusal("cannot be read");
+    if (!in) throw Refusal("cannot be read: " + lastError());
     return data;
 }
 

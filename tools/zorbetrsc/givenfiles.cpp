@@ -32,7 +32,7 @@ std::vector<LibraryFile> readLibraryFiles(const std::vector<fs::path>& paths) {
             files.push_back(std::move(file));
         });
     }
-    if (files.empty()) throw Refusal("no library is named");
+    if (files.empty()) throw Refusal("no library is named, only maps");
     return files;
 }
 

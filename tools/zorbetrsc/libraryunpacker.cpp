@@ -4,7 +4,7 @@
 #include "cursor.h"
 #include "cursorunpacker.h"
 #include "fontunpacker.h"
-#include "macsound.h"
+#include "gamesound.h"
 #include "nelayout.h"
 #include "text.h"
 #include "words.h"
@@ -167,11 +167,33 @@ void LibraryUnpacker::addMade(Bytes packed) {
 void LibraryUnpacker::keepFile(std::size_t index, bool isPart) {
     const ResourceEntry& entry = library_.entries()[index];
     const std::string file = fileOf(entry);
-    const std::string what =
-        isPart ? "part " + std::to_string(index + 1)
-               : "file " + asName(entry.type).value() + " " + std::to_string(entry.id);
-    result_.lines += "    " + what + " " + file + "\n";
+    result_.lines +=
+        "    " +
+        (isPart ? "part " + std::to_string(index + 1) + " " + file : fileLine(entry, file)) + "\n";
     packed_.push_back({index, isPart, {}, library_.data(entry)});
+}
+
+/// Packing leaves sounds as they are that the game plays; those that it does not must be let pass.
+std::string LibraryUnpacker::fileLine(const ResourceEntry& entry, const std::string& file) {
+    const std::string rest = std::to_string(entry.id) + " " + file;
+    const std::string line = "file " + asName(entry.type).value() + " " + rest;
+    if (entry.type != kSoundType) return line;
+    const SoundReport report = examineSound(contentOf(entry));
+    const bool isWhole = cutOffText(report.facts).empty();
+    if (report.isReady() && isWhole && report.facts.kind == OMWaveFacts::Kind::Riff)
+        return "sound " + rest;
+    if (report.isReady() || report.heard == Heard::WrongSpeed) return line;
+    note(entry, "stays as it is: " + report.fault);
+    return line + " unchecked";
+}
+
+/// What its file holds: the resource, without what fills it up to the unit where that is known.
+ByteSpan LibraryUnpacker::contentOf(const ResourceEntry& entry) const {
+    const ByteSpan stored = library_.data(entry);
+    const auto riff = riffLength(stored);
+    const ByteSpan file =
+        stored.first((riff ? riff : cursorLength(entry, stored)).value_or(stored.size()));
+    return fillsUpTo(file, stored, unit()) ? file : stored;
 }
 
 /// Resources that are the same bytes of the library share a file.
@@ -184,13 +206,10 @@ std::string LibraryUnpacker::fileOf(const ResourceEntry& entry) {
 std::string LibraryUnpacker::newFile(const ResourceEntry& entry) {
     const ByteSpan stored = library_.data(entry);
     const std::string& name = nameOf(entry);
-    const auto riff = riffLength(stored);
-    const auto length = riff ? riff : cursorLength(entry, stored);
-    if (length) {
-        const ByteSpan file = stored.first(*length);
-        const bool whole = fillsUpTo(file, stored, unit());
-        const std::string fileName = name + (riff ? ".wav" : ".cur");
-        result_.files.push_back({fileName, copyOf(whole ? file : stored)});
+    const bool isRiff = riffLength(stored).has_value();
+    if (isRiff || cursorLength(entry, stored)) {
+        const std::string fileName = name + (isRiff ? ".wav" : ".cur");
+        result_.files.push_back({fileName, copyOf(contentOf(entry))});
         return fileName;
     }
     const auto sound = entry.type == "WAVE" ? macSoundToWav(stored) : std::nullopt;
@@ -213,7 +232,8 @@ void LibraryUnpacker::finish() {
     std::string head = "library " + asName(given_.name).value() + "\n";
     if (!comesBackWithoutLayout()) {
         OutputFile layout{given_.folder + "/" + std::string(kLayoutName), layoutOf(library_)};
-        if (!comesBackWith(layout.data)) throw Refusal("its layout cannot be kept");
+        if (!comesBackWith(layout.data))
+            throw Refusal("damaged library: its layout cannot be kept");
         head += "    layout " + layout.name + "\n";
         result_.notes.push_back("was made elsewhere: its layout is kept in " + layout.name);
         result_.files.push_back(std::move(layout));

@@ -47,6 +47,8 @@ class LibraryUnpacker {
     void addUnpacked(UnpackedResource unpacked);
     void addMade(Bytes packed);
     void keepFile(std::size_t index, bool isPart);
+    [[nodiscard]] std::string fileLine(const ResourceEntry& entry, const std::string& file);
+    [[nodiscard]] ByteSpan contentOf(const ResourceEntry& entry) const;
     std::string fileOf(const ResourceEntry& entry);
     std::string newFile(const ResourceEntry& entry);
     const std::string& nameOf(const ResourceEntry& entry);

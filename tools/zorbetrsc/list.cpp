@@ -3,6 +3,8 @@
 #include "aseq.h"
 #include "cursor.h"
 #include "filesystem.h"
+#include "gamecursor.h"
+#include "gamesound.h"
 #include "movie/movieinfo.h"
 #include "nelibrary.h"
 #include "nfnt.h"
@@ -42,7 +44,7 @@ std::string describeFont(ByteSpan data) {
 }
 
 /// The size and hot spot of every picture.
-std::string describeCursor(ByteSpan data) {
+std::string describePictures(ByteSpan data) {
     std::string text;
     for (const auto& [width, height, hotSpot, image] : readCursorFile(data).entries) {
         if (!text.empty()) text += "; ";
@@ -52,11 +54,36 @@ std::string describeCursor(ByteSpan data) {
     return text;
 }
 
-/// Empty when there is nothing to say.
-std::string describe(const std::string& type, ByteSpan data) {
-    if (type == "ASEQ") return describeAnimation(data);
-    if (type == "NFNT") return describeFont(data);
-    if (type == "CURSOR" && isCursorFile(data)) return describeCursor(data);
+/// What a line says of a resource, and what an author must know besides.
+struct Description {
+    std::string text;
+    std::string fault; ///< why the game cannot use it; empty when it can
+};
+
+Description describeCursor(ByteSpan data) {
+    const std::string fault = whyArrow(data);
+    if (fault.empty()) return {describePictures(data), {}};
+    return {"the game shows the arrow: " + fault,
+            "the game shows the arrow: " + fault +
+                "; make it with a line \"cursor\" out of a PNG picture"};
+}
+
+Description describeSound(ByteSpan data) {
+    const SoundReport report = examineSound(data);
+    if (report.isReady()) return {report.text, {}};
+    const std::string text = report.text + ": " + consequenceOf(report.heard);
+    if (report.heard == Heard::WrongSpeed) return {text, {}};
+    return {text,
+            report.fault +
+                "; pack its file with a line \"sound\", which converts sound files of any kind"};
+}
+
+/// Nothing when there is nothing to say.
+Description describe(const std::string& type, ByteSpan data) {
+    if (type == "ASEQ") return {describeAnimation(data), {}};
+    if (type == "NFNT") return {describeFont(data), {}};
+    if (type == "CURSOR") return describeCursor(data);
+    if (type == kSoundType) return describeSound(data);
     return {};
 }
 
@@ -88,8 +115,9 @@ class Lister {
              << std::setw(kIdWidth) << id << " " << std::setw(kSizeWidth) << entry.length << " "
              << std::setw(kSizeWidth) << entry.offset;
         try {
-            const std::string text = describe(entry.type, library.data(entry));
+            const auto [text, fault] = describe(entry.type, library.data(entry));
             if (!text.empty()) out_ << "  " << text;
+            if (!fault.empty()) tell(entry.title() + ": " + fault);
         } catch (const Refusal& refusal) {
             out_ << "  damaged";
             tell(entry.title() + ": " + refusal.what());

@@ -2,19 +2,30 @@
 
 #include "list.h"
 
-#include <CLI/CLI.hpp>
+#include "commandline/commandline.h"
 
 #include <iostream>
 #include <memory>
 
 namespace rsc {
 
-void addListCommand(CLI::App& app, int& exitCode) {
+namespace {
+
+constexpr const char* kMore =
+    R"(A line has type, id, bytes and offset of a resource, and what it is. What the game cannot
+show or play is told besides, and the exit code is 1.
+
+Example:
+  zorbet-rsc list my-game/RSC/*.rsc)";
+
+} // namespace
+
+void addListCommand(tools::CommandLine& line) {
     const auto files = std::make_shared<std::vector<std::filesystem::path>>();
-    CLI::App* command =
-        app.add_subcommand("list", "Show what lies in resource libraries and movies");
-    command->add_option("files", *files, "Resource libraries and movies")->required();
-    command->callback([files, &exitCode] { exitCode = runList(*files, std::cout, std::cerr); });
+    CLI::App& command =
+        line.add("list", "Show what lies in resource libraries and movies", "FILE...", kMore);
+    command.add_option("FILE", *files, "Resource libraries and movies")->required();
+    command.callback([files, &line] { line.exitCode() = runList(*files, std::cout, std::cerr); });
 }
 
 } // namespace rsc

@@ -1,44 +1,46 @@
 // zorbet-rsc: builds, unpacks and shows resource libraries, and makes movies.
 #include "commands.h"
+#include "facefont.h"
+#include "quantizer.h"
+#include "resampler.h"
+#include "soundfile.h"
 
-#include <CLI/CLI.hpp>
+#include "commandline/commandline.h"
 
-#include <exception>
 #include <iostream>
 
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kWrongCommandLine = 2;
+std::string versionText() {
+    std::string text = "zorbet-rsc " ZORBET_VERSION "\n";
+    text += rsc::canReduceColours() ? "palettes out of many colours: libimagequant\n"
+                                    : "palettes out of many colours: none (built without "
+                                      "libimagequant)\n";
+    text += rsc::canRenderFaces() ? "fonts from TrueType faces: FreeType\n"
+                                  : "fonts from TrueType faces: none (built without FreeType)\n";
+    text += rsc::canReadSounds() ? "sounds of other kinds: libsndfile\n"
+                                 : "sounds of other kinds: none (built without libsndfile)\n";
+    text += rsc::canResample() ? "sounds of other rates: libsamplerate"
+                               : "sounds of other rates: none (built without libsamplerate)";
+    return text;
+}
 
 int run(int argc, char** argv) {
-    int exitCode = 0;
-    CLI::App app("Builds, unpacks and shows the resource libraries of zorbet, and makes its movies",
-                 "zorbet-rsc");
-    app.require_subcommand(1);
-    rsc::addPackCommand(app, exitCode);
-    rsc::addExtractCommand(app, exitCode);
-    rsc::addListCommand(app, exitCode);
-    rsc::addMapCommand(app, exitCode);
-    rsc::addMovieCommand(app, exitCode);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success& wish) { // help
-        return app.exit(wish);
-    } catch (const CLI::ParseError& error) {
-        std::cerr << error.what() << "\n\n" << app.help();
-        return kWrongCommandLine;
-    }
-    return exitCode;
+    tools::CommandLine line(
+        "zorbet-rsc",
+        "Packs pictures, sounds, fonts and cursors into the resource libraries of "
+        "a game,\nshows and unpacks them, and makes movies.",
+        versionText());
+    rsc::addPackCommand(line);
+    rsc::addExtractCommand(line);
+    rsc::addListCommand(line);
+    rsc::addMapCommand(line);
+    rsc::addMovieCommand(line);
+    return line.run(argc, argv, std::cout, std::cerr);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
-        return run(argc, argv);
-    } catch (const std::exception& error) { // no memory, no terminal
-        std::cerr << "zorbet-rsc: " << error.what() << "\n";
-        return kFailed;
-    }
+    return tools::runProgram("zorbet-rsc", [&] { return run(argc, argv); });
 }

@@ -1,6 +1,7 @@
 #include "manifest.h"
 
 #include "fontlines.h"
+#include "gamesound.h"
 #include "manifestcheck.h"
 #include "nelibrary.h"
 #include "resourcemap.h"
@@ -9,6 +10,7 @@
 #include "words.h"
 
 #include <algorithm>
+#include <climits>
 #include <map>
 #include <span>
 #include <utility>
@@ -66,10 +68,20 @@ class ManifestParser {
         if (words.atEnd()) return;
         const std::string word = words.text("a keyword");
         const auto keyword = std::ranges::find(keywords(), word, &Keyword::word);
-        if (keyword == keywords().end()) throw Refusal("unknown keyword " + quoted(word));
+        if (keyword == keywords().end()) refuseKeyword(word);
         checkBlock(*keyword);
         (this->*keyword->read)(words);
         words.finish();
+    }
+
+    [[noreturn]] static void refuseKeyword(const std::string& word) {
+        const auto meant = std::ranges::find(keywords(), lowerCase(word), &Keyword::word);
+        if (meant != keywords().end())
+            throw Refusal("unknown keyword " + quoted(word) + ": write " + quoted(meant->word));
+        std::string known;
+        for (const Keyword& keyword : keywords())
+            known += (known.empty() ? "" : ", ") + std::string(keyword.word);
+        throw Refusal("unknown keyword " + quoted(word) + ": a line begins with one of " + known);
     }
 
     void checkBlock(const Keyword& keyword) const {
@@ -104,7 +116,7 @@ class ManifestParser {
         const std::string name = words.text("the palette's name");
         for (const PalettePlan& other : manifest_.palettes)
             if (other.name == name) throw Refusal(alreadyThere("palette " + name, other.line));
-        manifest_.palettes.push_back({name, line_, {}, {}});
+        manifest_.palettes.push_back({name, line_, words.skip("reduced"), {}, {}});
         leaveBlocks();
         inPalette_ = true;
     }
@@ -179,7 +191,22 @@ class ManifestParser {
             throw Refusal(quoted(type) + " is no type: it has four characters, or is a standard "
                                          "type such as CURSOR");
         const int id = readId(words);
-        addResource(type, id, PlainFilePlan{{words.text("the file's name"), line_}});
+        PlainFilePlan plain{{words.text("the file's name"), line_}};
+        if (type == kSoundType) plain.isUnchecked = words.skip("unchecked");
+        addResource(type, id, std::move(plain));
+    }
+
+    void readSound(WordReader& words) {
+        const int id = readId(words);
+        SoundPlan sound{{words.text("the file's name"), line_}, {}};
+        if (words.skip("rate")) {
+            const int rate = words.number("the rate", 1, INT_MAX);
+            if (std::ranges::find(kOMWaveRates, rate) == kOMWaveRates.end())
+                throw Refusal("the rate is " + std::to_string(rate) + ", the game's sounds have " +
+                              gameRates());
+            sound.rate = rate;
+        }
+        addResource(std::string(kSoundType), id, std::move(sound));
     }
 
     void readPart(WordReader& words) {
@@ -300,6 +327,7 @@ std::span<const ManifestParser::Keyword> ManifestParser::keywords() {
         {"animation", Block::Library, &ManifestParser::readAnimation},
         {"font", Block::Library, &ManifestParser::readFont},
         {"cursor", Block::Library, &ManifestParser::readCursor},
+        {"sound", Block::Library, &ManifestParser::readSound},
         {"file", Block::Library, &ManifestParser::readFile},
         {"part", Block::Library, &ManifestParser::readPart},
         {"rate", Block::Animation, &ManifestParser::readRate},

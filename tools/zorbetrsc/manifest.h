@@ -26,6 +26,7 @@ struct FileName {
 struct PalettePlan {
     std::string name;
     int line = 0;
+    bool isReduced = false;          ///< it is known that its pictures have more colours than it
     std::vector<FileName> pictures;  ///< made from these,
     std::optional<FileName> indexed; ///< or taken from this one
 };
@@ -92,8 +93,14 @@ struct CursorPlan {
     HotSpot hotSpot;
 };
 
+struct SoundPlan {
+    FileName file;
+    std::optional<int> rate; ///< samples a second; none: the file's own, when the game has it
+};
+
 struct PlainFilePlan {
     FileName file;
+    bool isUnchecked = false; ///< a sound that is packed whatever the game makes of it
 };
 
 /// The resource of this number, counted from 1, in the table of the library's layout.
@@ -106,7 +113,9 @@ struct ResourcePlan {
     std::string type;     ///< a part has neither type
     std::uint16_t id = 0; ///< nor id
     int line = 0;
-    std::variant<PlainFilePlan, ColoursPlan, AnimationPlan, FontPlan, CursorPlan, PartPlan> content;
+    std::variant<PlainFilePlan, ColoursPlan, AnimationPlan, FontPlan, CursorPlan, SoundPlan,
+                 PartPlan>
+        content;
 };
 
 struct LibraryPlan {

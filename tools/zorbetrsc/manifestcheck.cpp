@@ -21,15 +21,22 @@ void checkSequence(const AnimationPlan& animation, const SequencePlan& sequence)
 }
 
 void checkAnimation(const AnimationPlan& animation) {
-    if (animation.frames.empty()) throw Refusal("the animation has no frames");
+    if (animation.frames.empty())
+        throw Refusal("the animation has no frames: write \"frame PICTURE...\" below it");
     if (animation.frames.size() > 1 && animation.sequences.empty())
-        throw Refusal("the animation has several frames and no sequence");
+        throw Refusal(
+            "the animation has several frames and no sequence: write one below it, such as "
+            "\"sequence 1-" +
+            std::to_string(animation.frames.size()) + " loop\"");
     for (const SequencePlan& sequence : animation.sequences)
         atLine(sequence.line, [&] { checkSequence(animation, sequence); });
 }
 
 void checkLibrary(const LibraryPlan& library, bool mapped) {
-    if (library.resources.empty() && !library.layout) throw Refusal("the library holds nothing");
+    if (library.resources.empty() && !library.layout)
+        throw Refusal(
+            "the library holds nothing: name below it what goes into it, or take the line "
+            "away");
     for (const ResourcePlan& resource : library.resources) {
         atLine(resource.line, [&] {
             const bool isPart = std::holds_alternative<PartPlan>(resource.content);
@@ -47,8 +54,13 @@ void checkLibrary(const LibraryPlan& library, bool mapped) {
 void checkManifest(const Manifest& manifest) {
     for (const PalettePlan& palette : manifest.palettes)
         if (palette.pictures.empty() && !palette.indexed)
-            throw Refusal("the palette has no pictures", palette.line);
-    if (manifest.libraries.empty()) throw Refusal("the manifest names no library");
+            throw Refusal("the palette has no pictures: write \"from PICTURE...\" or \"indexed "
+                          "PICTURE\" below it",
+                          palette.line);
+    if (manifest.libraries.empty())
+        throw Refusal(
+            "the manifest names no library: write \"library NAME.rsc\", and below it what "
+            "goes into it");
     for (const LibraryPlan& library : manifest.libraries)
         atLine(library.line, [&] { checkLibrary(library, manifest.mapIdentifier.has_value()); });
     if (manifest.mapIdentifier && manifest.mapLine == 0)

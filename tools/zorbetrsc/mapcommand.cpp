@@ -2,25 +2,38 @@
 
 #include "map.h"
 
-#include <CLI/CLI.hpp>
+#include "commandline/commandline.h"
 
 #include <iostream>
 #include <memory>
 
 namespace rsc {
 
-void addMapCommand(CLI::App& app, int& exitCode) {
+namespace {
+
+constexpr const char* kMore =
+    R"(The map tells the game which library holds what; "pack" writes one, too.
+
+Example:
+  zorbet-rsc map my-game/RSC/*.rsc -o my-game/RSC --name MEADOW)";
+
+} // namespace
+
+void addMapCommand(tools::CommandLine& line) {
     const auto options = std::make_shared<MapOptions>();
-    CLI::App* command = app.add_subcommand("map", "Write the map of libraries that are there");
-    command->add_option("files", options->files, "Resource libraries")->required();
-    command
-        ->add_option("-o,--output", options->output,
-                     "Folder for resource.map, or a file that ends in .map")
+    CLI::App& command = line.add("map", "Write the map of libraries that are there",
+                                 "[OPTIONS] FILE... -o FOLDER", kMore);
+    command.add_option("FILE", options->files, "Resource libraries")->required();
+    tools::named(command.add_option("-o,--output", options->output,
+                                    "Where resource.map goes; or a file, NAME.map"),
+                 "FOLDER")
         ->required();
-    command->add_option("--name", options->name,
-                        "The map's identifier; without it the name of the first library");
-    command->add_flag("--audio", options->audio, "Write audio.map too, beside it");
-    command->callback([options, &exitCode] { exitCode = runMap(*options, std::cerr); });
+    tools::named(command.add_option("--name", options->name,
+                                    "The map's identifier; without it the name of the first\n"
+                                    "library"),
+                 "NAME");
+    command.add_flag("--audio", options->audio, "Write audio.map too, beside it");
+    command.callback([options, &line] { line.exitCode() = runMap(*options, std::cerr); });
 }
 
 } // namespace rsc

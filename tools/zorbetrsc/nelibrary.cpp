@@ -217,10 +217,10 @@ std::string typeName(const ByteReader& table, std::uint16_t type) {
 std::vector<ByteRange> findHeaders(ByteSpan bytes) {
     const ByteReader file(bytes, "no resource library: it ends within its headers");
     if (file.u16(0) != kMzMark || file.u16(kRelocationsAt) < kMzHeaderSize)
-        throw Refusal("no resource library: it has no MZ header");
+        throw Refusal("no resource library (.rsc): it has no MZ header");
     const std::size_t ne = file.u32(kNeOffsetAt);
     static_cast<void>(file.slice(ne, kNeHeaderSize));
-    if (file.u16(ne) != kNeMark) throw Refusal("no resource library: it has no NE header");
+    if (file.u16(ne) != kNeMark) throw Refusal("no resource library (.rsc): it has no NE header");
     const std::size_t start = file.u16(ne + kResourceTableAt);
     const std::size_t end = file.u16(ne + kResidentNamesAt);
     if (end < start) throw Refusal("damaged library: its resource table has no end");
@@ -308,7 +308,8 @@ NeTable readNeTable(ByteSpan file) {
         throw Refusal("damaged library: its alignment is out of range");
     for (std::size_t at = 2; table.u16(at) != 0;) {
         if (table.u16(at) == kNameTableType)
-            throw Refusal("libraries with a name table are not supported");
+            throw Refusal(
+                "the library has a name table, which neither this program nor the game reads");
         readType(table, at, result);
         at += kTypeRecordSize + table.u16(at + 2) * kResourceRecordSize;
     }

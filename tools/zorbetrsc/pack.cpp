@@ -2,16 +2,22 @@
 
 #include "animationbuilder.h"
 #include "audiomap.h"
+#include "colourwarnings.h"
 #include "fontbuilder.h"
+#include "gamecursor.h"
+#include "gamesound.h"
 #include "nelayout.h"
 #include "palette.h"
 #include "picture.h"
 #include "resourcemap.h"
+#include "soundbuilder.h"
+#include "words.h"
 
 #include <deque>
 #include <map>
 #include <optional>
 #include <ostream>
+#include <utility>
 
 namespace rsc {
 
@@ -33,8 +39,9 @@ auto onFile(const FileName& file, Work&& work) {
 
 class Packer {
   public:
-    Packer(Manifest manifest, fs::path base)
-        : manifest_(std::move(manifest)), base_(std::move(base)) {}
+    Packer(Manifest manifest, fs::path base, std::vector<Warning>& warnings)
+        : manifest_(std::move(manifest)), base_(std::move(base)), warnings_(warnings),
+          colours_(manifest_, warnings) {}
 
     std::vector<OutputFile> build() {
         for (const PalettePlan& palette : manifest_.palettes)
@@ -58,14 +65,27 @@ class Packer {
         return onFile(file, [&] { return Picture::fromPng(png); });
     }
 
-    [[nodiscard]] Palette makePalette(const PalettePlan& plan) const {
+    [[nodiscard]] Palette makePalette(const PalettePlan& plan) {
         if (plan.indexed) {
             const Picture picture = readPicture(*plan.indexed);
             return onFile(*plan.indexed, [&] { return Palette::fromIndexed(picture); });
         }
-        PaletteMaker maker;
-        for (const FileName& file : plan.pictures) maker.add(readPicture(file));
-        return maker.make();
+        PaletteMaker all;
+        for (const FileName& file : plan.pictures) all.add(readPicture(file));
+        const std::size_t colours = all.count();
+        if (colours > Palette::kGameColours && !plan.isReduced)
+            colours_.warnOfPalette(plan, colours, mostColourful(plan));
+        return all.make();
+    }
+
+    [[nodiscard]] ColourfulPicture mostColourful(const PalettePlan& plan) const {
+        ColourfulPicture most;
+        for (const FileName& file : plan.pictures) {
+            PaletteMaker alone;
+            alone.add(readPicture(file));
+            if (alone.count() > most.colours) most = {file.path, alone.count()};
+        }
+        return most;
     }
 
     [[nodiscard]] Bytes content(const ColoursPlan& colours) const {
@@ -78,10 +98,15 @@ class Packer {
         return data;
     }
 
-    [[nodiscard]] Bytes content(const AnimationPlan& animation) const {
+    [[nodiscard]] Bytes content(const SoundPlan& sound) const {
+        const Bytes file = read(sound.file);
+        return onFile(sound.file, [&] { return buildSound(file, sound.rate); });
+    }
+
+    [[nodiscard]] Bytes content(const AnimationPlan& animation) {
+        const auto load = [&](const FileName& file) { return readPicture(file); };
         const Palette* palette = animation.palette ? &palettes_[*animation.palette] : nullptr;
-        return buildAnimation(animation, palette,
-                              [&](const FileName& file) { return readPicture(file); });
+        return buildAnimation(animation, palette, load, colours_.watch(animation.palette));
     }
 
     [[nodiscard]] Bytes content(const FontPlan& font) const {
@@ -101,6 +126,7 @@ class Packer {
         std::vector<Resource> resources;
         for (const ResourcePlan& plan : library.resources) {
             resources.push_back({plan.type, plan.id, makeContent(plan)});
+            atLine(plan.line, [&] { check(plan, resources.back().data); });
             addSounds(plan, resources.back().data);
         }
         return {library.name, buildNeLibrary(moduleNameOf(library.name), resources)};
@@ -119,6 +145,7 @@ class Packer {
             if (file) files[file->path] = data;
             addSounds(plan, data);
             atLine(plan.line, [&] {
+                check(plan, data);
                 if (const auto* part = std::get_if<PartPlan>(&plan.content))
                     filler.addNumber(part->number, data);
                 else
@@ -135,10 +162,42 @@ class Packer {
         return plain ? &plain->file : nullptr;
     }
 
-    [[nodiscard]] Bytes makeContent(const ResourcePlan& plan) const {
+    [[nodiscard]] Bytes makeContent(const ResourcePlan& plan) {
         return atLine(plan.line, [&] {
             return std::visit([&](const auto& what) { return content(what); }, plan.content);
         });
+    }
+
+    /// What the game will make of a file that is added as it is.
+    void check(const ResourcePlan& plan, ByteSpan data) {
+        const auto* plain = std::get_if<PlainFilePlan>(&plan.content);
+        if (plain && plan.type == kSoundType) checkSound(plan.id, *plain, data);
+        if (plain && plan.type == "CURSOR") checkCursor(plain->file, data);
+    }
+
+    /// Refuses a sound that would be noise, or nothing, or the end of the game.
+    void checkSound(int id, const PlainFilePlan& plain, ByteSpan data) {
+        const SoundReport report = examineSound(data);
+        if (const std::string cut = cutOffText(report.facts); !cut.empty()) warn(plain.file, cut);
+        if (report.isReady()) return;
+        const std::string line = "\"sound " + std::to_string(id) + " " +
+                                 asName(plain.file.path).value_or(plain.file.path) + "\"";
+        if (report.heard == Heard::WrongSpeed)
+            return warn(plain.file, report.fault + "; " + line + " converts it");
+        if (plain.isUnchecked) return warn(plain.file, report.fault);
+        throw Refusal(plain.file.path + ": " + report.fault + "; " + line +
+                      " converts what is a sound file of any kind");
+    }
+
+    void checkCursor(const FileName& file, ByteSpan data) {
+        const std::string fault = whyArrow(data);
+        if (!fault.empty())
+            warn(file, "the game will show the arrow: " + fault +
+                           "; make the cursor out of a PNG picture with a line \"cursor\"");
+    }
+
+    void warn(const FileName& file, const std::string& text) {
+        warnings_.push_back({file.path + ": " + text, file.line});
     }
 
     void addSounds(const ResourcePlan& plan, ByteSpan data) {
@@ -152,6 +211,8 @@ class Packer {
 
     Manifest manifest_;
     fs::path base_; ///< paths of the manifest start here
+    std::vector<Warning>& warnings_;
+    ColourWarnings colours_;
     std::vector<Palette> palettes_;
     AudioMap audioMap_;
 };
@@ -171,22 +232,26 @@ std::string buildMap(const Manifest& manifest) {
                   [&] { return buildResourceMap(*manifest.mapIdentifier, libraries); });
 }
 
-std::vector<OutputFile> buildOutputs(const fs::path& manifest) {
+std::vector<OutputFile> buildOutputs(const fs::path& manifest, std::vector<Warning>& warnings) {
     const Bytes bytes = readWholeFile(manifest);
     const std::string text(bytes.begin(), bytes.end());
-    return Packer(parseManifest(text, manifest.stem().string()), manifest.parent_path()).build();
+    return Packer(parseManifest(text, manifest.stem().string()), manifest.parent_path(), warnings)
+        .build();
 }
 
 int runPack(const PackOptions& options, std::ostream& errors) {
     std::optional<std::vector<OutputFile>> outputs;
+    std::vector<Warning> warnings;
     try {
-        outputs = buildOutputs(options.manifest);
+        outputs = buildOutputs(options.manifest, warnings);
     } catch (const Refusal& refusal) {
         errors << options.manifest.string() << ":";
         if (refusal.line() != Refusal::kNoLine) errors << refusal.line() << ":";
         errors << " " << refusal.what() << "\n";
         return 1;
     }
+    for (const auto& [text, line] : warnings)
+        errors << options.manifest.string() << ":" << line << ": warning: " << text << "\n";
     try {
         writeFiles(options.folder, *outputs);
     } catch (const Refusal& refusal) {

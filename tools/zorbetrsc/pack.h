@@ -17,11 +17,18 @@ struct PackOptions {
 /// map are left out of it.
 [[nodiscard]] std::string buildMap(const Manifest& manifest);
 
-/// Everything that the manifest asks for, in its order, the maps last.
-[[nodiscard]] std::vector<OutputFile> buildOutputs(const std::filesystem::path& manifest);
+/// What an author should know though all is packed.
+struct Warning {
+    std::string text;
+    int line = 0; ///< of the manifest
+};
+
+/// Everything that the manifest asks for, in its order, the maps last. `warnings` are added to.
+[[nodiscard]] std::vector<OutputFile> buildOutputs(const std::filesystem::path& manifest,
+                                                   std::vector<Warning>& warnings);
 
 /// Returns the exit code; faults are told as "MANIFEST:LINE: text" and leave all files as they
-/// were.
+/// were, warnings as "MANIFEST:LINE: warning: text".
 [[nodiscard]] int runPack(const PackOptions& options, std::ostream& errors);
 
 } // namespace rsc

@@ -55,7 +55,8 @@ Palette Palette::fromColours(const Colours& wanted, ColourStorage storage) {
 }
 
 Palette Palette::fromIndexed(const Picture& picture, ColourStorage storage) {
-    if (!picture.isIndexed()) throw Refusal("the picture is not indexed");
+    if (!picture.isIndexed())
+        throw Refusal("the picture is not indexed: save it as a PNG with a palette of its own");
     Colours wanted{};
     const std::size_t count = std::min<std::size_t>(picture.palette().size(), kPaletteSize);
     for (std::size_t i = 0; i < count; ++i) wanted[i] = picture.palette()[i].colour;
@@ -133,6 +134,22 @@ std::uint8_t ColourLookup::nearest(Rgb colour) {
     const auto [entry, isNew] = known_.try_emplace(packed(colour));
     if (isNew) entry->second = palette_.nearest(colour);
     return entry->second;
+}
+
+ColourLoss ColourLookup::lossOf(std::vector<Rgb> pixels, int tolerance) {
+    std::ranges::sort(pixels, {}, packed);
+    ColourLoss loss;
+    loss.pixels = pixels.size();
+    for (auto at = pixels.begin(); at != pixels.end(); ++loss.colours) {
+        const auto next = std::ranges::upper_bound(at, pixels.end(), packed(*at), {}, packed);
+        const bool isReachable = std::max({at->red, at->green, at->blue}) >= kDarkestValue;
+        if (isReachable && componentDistance(*at, palette_.shown()[nearest(*at)]) > tolerance) {
+            ++loss.lost;
+            loss.lostPixels += static_cast<std::size_t>(next - at);
+        }
+        at = next;
+    }
+    return loss;
 }
 
 Palette PaletteMaker::make(ColourStorage storage) const {

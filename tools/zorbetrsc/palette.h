@@ -53,12 +53,25 @@ class Palette {
     Colours shown_{};
 };
 
+/// What of a picture a palette cannot show.
+struct ColourLoss {
+    std::size_t colours = 0;    ///< of the picture
+    std::size_t lost = 0;       ///< of these
+    std::size_t pixels = 0;     ///< of the picture
+    std::size_t lostPixels = 0; ///< that have a lost colour
+    bool isIndexed = false;     ///< indices are kept, and lost are those of fixed colours
+};
+
 /// Palette::nearest, remembering colours that were looked up before.
 class ColourLookup {
   public:
     explicit ColourLookup(const Palette& palette) : palette_(palette) {}
 
     [[nodiscard]] std::uint8_t nearest(platform::Rgb colour);
+
+    /// Colours are lost when the screen shows one in their place that differs by more than
+    /// `tolerance` in a component; those that are too dark for any palette do not count.
+    [[nodiscard]] ColourLoss lossOf(std::vector<platform::Rgb> pixels, int tolerance);
 
   private:
     Palette palette_;
@@ -70,6 +83,8 @@ class ColourLookup {
 class PaletteMaker {
   public:
     void add(const Picture& picture);
+    /// Colours that want an entry of their own.
+    [[nodiscard]] std::size_t count() const { return gathered().size(); }
     /// Refused when there are too many colours and no quantizer.
     [[nodiscard]] Palette make(ColourStorage storage = ColourStorage::Resource) const;
 

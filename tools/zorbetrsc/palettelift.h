@@ -5,6 +5,9 @@
 
 #include "platform/display.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace rsc {
 
 /// The colour on the screen of a game colour that is stored as `stored`.
@@ -25,6 +28,12 @@ inline constexpr int kDarkestValue = 33;
     const int green = a.green - b.green;
     const int blue = a.blue - b.blue;
     return red * red + green * green + blue * blue;
+}
+
+/// By how much the component that differs most differs.
+[[nodiscard]] inline int componentDistance(platform::Rgb a, platform::Rgb b) {
+    return std::max(
+        {std::abs(a.red - b.red), std::abs(a.green - b.green), std::abs(a.blue - b.blue)});
 }
 
 } // namespace rsc

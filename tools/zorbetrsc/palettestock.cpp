@@ -43,7 +43,8 @@ PaletteStock::PaletteStock(const std::vector<GivenLibrary>& libraries, std::opti
     if (!wanted) return;
     const auto found = std::ranges::find(palettes_, *wanted, &GivenPalette::id);
     if (found == palettes_.end())
-        throw Refusal("there is no palette RRGB " + std::to_string(*wanted));
+        throw Refusal("there is no palette RRGB " + std::to_string(*wanted) +
+                      " in these libraries");
     wanted_ = &*found;
 }
 

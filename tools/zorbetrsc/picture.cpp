@@ -28,7 +28,10 @@ class PngDecoder {
     Picture decode() {
         start();
         if (!readHead()) fail();
-        if (height() * width() > kMostPixels) throw Refusal("the picture is too large");
+        if (height() * width() > kMostPixels)
+            throw Refusal("the picture is too large: it has " + std::to_string(width()) + "x" +
+                          std::to_string(height()) + " pixels, in all at most " +
+                          std::to_string(kMostPixels));
         if (!prepare()) fail();
         rowBytes_ = png_get_rowbytes(png_, info_);
         buffer_.resize(rowBytes_ * height());
@@ -127,7 +130,7 @@ class PngDecoder {
         picture.indices_ = std::move(buffer_);
         const auto beyond = [&](std::uint8_t index) { return index >= count; };
         if (count == 0 || std::ranges::any_of(picture.indices_, beyond))
-            throw Refusal("damaged PNG: a pixel lies outside of its palette");
+            throw Refusal("damaged PNG: a pixel lies outside of its palette; save it anew");
     }
 
     void fillTruecolour(Picture& picture) {
@@ -151,7 +154,7 @@ class PngDecoder {
 
 Picture Picture::fromPng(ByteSpan png) {
     if (png.size() < kSignatureSize || png_sig_cmp(png.data(), 0, kSignatureSize) != 0)
-        throw Refusal("no PNG picture");
+        throw Refusal("no PNG picture: save it as one");
     return PngDecoder(png).decode();
 }
 

@@ -14,6 +14,9 @@ struct ColourCount {
     unsigned count = 0; ///< pixels of this colour
 };
 
+/// Whether this build can do it at all.
+[[nodiscard]] bool canReduceColours();
+
 /// At most `limit` colours that serve these pixels best; the same input gives the same colours in
 /// the same order. Refused when the library is missing or fails.
 [[nodiscard]] std::vector<platform::Rgb> reduceColours(std::span<const ColourCount> colours,

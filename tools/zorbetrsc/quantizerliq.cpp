@@ -48,6 +48,8 @@ Histogram makeHistogram(const liq_attr& attributes, std::span<const ColourCount>
 
 } // namespace
 
+bool canReduceColours() { return true; }
+
 std::vector<platform::Rgb> reduceColours(std::span<const ColourCount> colours, int limit) {
     useOneThread();
     const Attributes attributes(liq_attr_create());

@@ -5,6 +5,8 @@
 
 namespace rsc {
 
+bool canReduceColours() { return false; }
+
 std::vector<platform::Rgb> reduceColours(std::span<const ColourCount>, int limit) {
     throw Refusal("the pictures have more than " + std::to_string(limit) +
                   " colours, and this program was built without libimagequant (package "

@@ -17,7 +17,7 @@ Word takeWord(std::string_view& rest) {
         return {std::string(text), false};
     }
     const std::size_t end = rest.find('"', 1);
-    if (end == std::string_view::npos) throw Refusal("a quotation mark has no partner");
+    if (end == std::string_view::npos) throw Refusal("a quotation mark (\") has no partner");
     const std::string_view text = rest.substr(1, end - 1);
     rest.remove_prefix(end + 1);
     return {std::string(text), true};

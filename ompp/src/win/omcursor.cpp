@@ -1,6 +1,6 @@
 #include "omcursor.h"
 
-#include "../omcursorimage.h"
+#include "omcursorimage.h"
 #include "omdebug.h"
 #include "omplatform.h"
 #include "omresmgr.h"

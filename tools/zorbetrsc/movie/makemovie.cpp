@@ -30,9 +30,10 @@ class MovieMaker {
     }
 
   private:
-    static std::optional<WavSound> readSound(const MovieOptions& options) {
+    static std::optional<MovieSound> readSound(const MovieOptions& options) {
         if (!options.sound) return std::nullopt;
-        return onPath(*options.sound, [&] { return readWav(readWholeFile(*options.sound)); });
+        return onPath(*options.sound,
+                      [&] { return readMovieSound(readWholeFile(*options.sound)); });
     }
 
     void addPictures() {
@@ -50,7 +51,7 @@ class MovieMaker {
         movie_.video = video.finish();
     }
 
-    void addSound(const WavSound& sound) {
+    void addSound(const MovieSound& sound) {
         const CodedSound coded =
             codeSound(sound, frames_.count(), options_.frameTime, options_.packSound);
         movie_.track = {sound.rate, sound.channels, sound.bits, options_.packSound,
@@ -72,7 +73,7 @@ class MovieMaker {
 
     const MovieOptions& options_;
     std::ostream& notes_;
-    std::optional<WavSound> sound_; ///< read first: a fault is told before the long work
+    std::optional<MovieSound> sound_; ///< read first: a fault is told before the long work
     MovieFrames frames_;
     MovieParts movie_;
 };

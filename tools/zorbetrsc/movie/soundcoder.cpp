@@ -16,7 +16,7 @@ constexpr std::uint8_t kSilence8 = 128;
 /// One chunk of packed samples.
 class SamplePacker {
   public:
-    SamplePacker(const WavSound& format, ByteSpan samples)
+    SamplePacker(const MovieSound& format, ByteSpan samples)
         : channels_(static_cast<std::size_t>(format.channels)), bytes_(format.bytesOfSample()),
           samples_(samples), count_(samples.size() / bytes_), counts_(channels_ * bytes_) {
         for (std::size_t i = channels_; i < count_; ++i)
@@ -62,7 +62,7 @@ class SamplePacker {
     std::vector<ByteCounts> counts_;
 };
 
-Bytes makeChunk(const WavSound& format, ByteSpan samples, bool packed) {
+Bytes makeChunk(const MovieSound& format, ByteSpan samples, bool packed) {
     Bytes data;
     if (packed) {
         put32(data, samples.size());
@@ -78,7 +78,7 @@ Bytes makeChunk(const WavSound& format, ByteSpan samples, bool packed) {
 }
 
 /// Bytes of the samples that are heard in this time, at most all of them.
-std::size_t bytesUntil(const WavSound& sound, std::uint64_t time) {
+std::size_t bytesUntil(const MovieSound& sound, std::uint64_t time) {
     const auto rate = static_cast<std::uint64_t>(sound.rate);
     const std::uint64_t points = time / kSecond * rate + time % kSecond * rate / kSecond;
     return std::min<std::size_t>(points * sound.bytesOfPoint(), sound.samples.size());
@@ -86,7 +86,7 @@ std::size_t bytesUntil(const WavSound& sound, std::uint64_t time) {
 
 /// The samples that are heard in this time, with silence behind them when they are too few for any
 /// chunk.
-Bytes samplesUntil(const WavSound& sound, std::uint64_t time) {
+Bytes samplesUntil(const MovieSound& sound, std::uint64_t time) {
     Bytes samples = sound.samples;
     samples.resize(bytesUntil(sound, time));
     if (samples.size() < kSmallestChunk)
@@ -96,7 +96,7 @@ Bytes samplesUntil(const WavSound& sound, std::uint64_t time) {
 
 } // namespace
 
-CodedSound codeSound(const WavSound& sound, std::size_t frames, int frameTime, bool packed) {
+CodedSound codeSound(const MovieSound& sound, std::size_t frames, int frameTime, bool packed) {
     const auto time = static_cast<std::uint64_t>(frameTime);
     const Bytes samples = samplesUntil(sound, frames * time);
     CodedSound coded;

@@ -1,7 +1,7 @@
 // The sound of a movie, cut into a chunk for each frame.
 #pragma once
 
-#include "movie/wavsound.h"
+#include "movie/moviesound.h"
 
 namespace rsc {
 
@@ -15,7 +15,7 @@ struct CodedSound {
 /// so that players always have sound in stock. What lies behind the last frame is left out.
 /// `frameTime` is in hundredths of a millisecond. `packed`: as differences with short codes, else
 /// as it is.
-[[nodiscard]] CodedSound codeSound(const WavSound& sound, std::size_t frames, int frameTime,
+[[nodiscard]] CodedSound codeSound(const MovieSound& sound, std::size_t frames, int frameTime,
                                    bool packed);
 
 } // namespace rsc

@@ -1,11 +1,11 @@
-// The sound of a WAVE file.
+// The sound of a movie, as its author gives it.
 #pragma once
 
 #include "bytes.h"
 
 namespace rsc {
 
-struct WavSound {
+struct MovieSound {
     int rate = 0;     ///< samples a second
     int channels = 1; ///< 1 or 2, left first
     int bits = 8;     ///< 8, unsigned, or 16, signed and little-endian
@@ -18,8 +18,9 @@ struct WavSound {
     }
 };
 
-/// Reads a RIFF WAVE file. Refuses what is damaged, has no samples or another format than plain
-/// samples of 8 or 16 bits, mono or stereo, 1,000 to 192,000 a second.
-[[nodiscard]] WavSound readWav(ByteSpan file);
+/// The samples of a WAVE file of 8 or 16 bits are kept as they are; sounds of more bits, and of all
+/// other kinds, become samples of 16 bits. Refuses what is damaged, has no samples, more than two
+/// channels, or less than 1,000 or more than 192,000 samples a second.
+[[nodiscard]] MovieSound readMovieSound(ByteSpan file);
 
 } // namespace rsc
