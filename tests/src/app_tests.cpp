@@ -89,14 +89,6 @@ TEST_F(AppTest, AMachineThatIsRefusedLosesNothing) {
     EXPECT_NE(large.files().text("ZORBET.DAT").find("informColorsWarning\n5\n"), std::string::npos);
 }
 
-TEST_F(AppTest, AWarningIsSwitchedOffForGood) {
-    large.dialogs().warningAnswer = {.goOn = true, .checked = true};
-    run("");
-    EXPECT_EQ(large.dialogs().boxes.size(), 1U);
-    run("");
-    EXPECT_EQ(large.dialogs().boxes.size(), 1U) << "in no later start";
-}
-
 TEST_F(AppTest, ADamagedWorldIsKeptBesideBeforeItIsReplaced) {
     const std::string damaged = "GLOBAL_END\n" + std::string(100, '\1');
     large.files().put("ZORBET.DAT", damaged);
@@ -105,33 +97,6 @@ TEST_F(AppTest, ADamagedWorldIsKeptBesideBeforeItIsReplaced) {
     const std::string saved = large.files().text("ZORBET.DAT");
     run("");
     EXPECT_EQ(large.files().text("ZORBET.DAT"), saved) << "two saves are the same";
-}
-
-TEST_F(AppTest, TheMenuTellsTheNameAndVersion) {
-    large.files().put("Startup.mps", std::string("yield off\n"));
-    large.events().queue.push_back(
-        {.kind = platform::Message::Kind::Command, .command = platform::kAboutCommand});
-    large.events().queue.push_back({.kind = platform::Message::Kind::Quit});
-    run("UseDirectDraw=1\r\n");
-    ASSERT_EQ(large.dialogs().boxes.size(), 1U);
-    EXPECT_EQ(large.dialogs().boxes.front().text, "KVO:Zorbet 9.9");
-}
-
-TEST_F(AppTest, AShallowScreenIsRefusedAtTheDoor) {
-    OMSetPlatform(nullptr);
-    MemoryPlatform shallow({640, 480, 4});
-    OMSetPlatform(&shallow);
-    EXPECT_EXIT((void)RGameMain(1), testing::ExitedWithCode(255),
-                "Video must be 256 colors or more!");
-    OMSetPlatform(&large);
-}
-
-TEST_F(AppTest, WithoutResourcesThePersonIsToldOfTheDisc) {
-    large.files().erase("RSC\\resource.map");
-    const std::string log = run("UseDirectDraw=1\r\n");
-    ASSERT_EQ(large.dialogs().boxes.size(), 1U);
-    EXPECT_EQ(large.dialogs().boxes.front().text, text(1026));
-    EXPECT_NE(log.find("World Memory shutting down\n"), std::string::npos);
 }
 
 TEST_F(AppTest, AScriptThatIsMissingEndsTheProgramButNotTheWorld) {

@@ -56,7 +56,18 @@ for row in ':Quer mesmo sair do jogo?' 'languages=en,pt:Do you really want to le
   grep -qF $'\tZorbet Voyages\t0x24\t'"${row##*:}"$'\tNo' report || fail "not said: ${row##*:}"
 done
 
+printf '1 command 59393\n' >about
+play --content two --input about
+grep -qF 'KVO:Zorbet Voyages' report || fail "no version"
+printf '0 answer checked Continuar\n' >tick
+for boxes in 1 0; do
+  play --content named --screen 800x600x8 --input tick
+  [ "$(grep -c $'\tdialog\t' report)" -eq $boxes ] || fail "a warning comes again, or never"
+done
+
 # What is missing.
+code=0 && play --content two --screen 640x480x4 || code=$?
+[ $code -eq 255 ] && grep -qF 'Video must be 256 colors or more!' report || fail "a shallow screen"
 code=0 && play --content nowhere || code=$?
 [ $code -eq 2 ] && says 'there is no folder "nowhere"'
 rm one/Startup.mps
@@ -64,6 +75,7 @@ code=0 && play --content one || code=$?
 [ $code -eq 1 ] && says "Startup.mps was not found in $work/one, $work/one/scripts"
 rm -r one/RSC
 play --content one && says "no resource library was found"
+grep -qF $'\tbox\tError\t0x10\tO Zorbet não consegue ler o seu CD.' report || fail "no box"
 says "$work/one/RSC"
 
 # A window, on a screen without a monitor: a script runs and ends it.
