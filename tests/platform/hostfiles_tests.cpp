@@ -4,7 +4,6 @@
 #include "platform/host/hostfiles.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -137,17 +136,6 @@ TEST_F(HostFilesTest, MakesTheHomeFolderWhenItIsWrittenTo) {
     EXPECT_EQ(folder_.contents("data/home/LOG.TXT"), "x");
     EXPECT_TRUE(files_->isWritable(log));
     EXPECT_FALSE(files_->isWritable(files_->homeDirectory()));
-}
-
-TEST_F(HostFilesTest, HasItsHomeInTheUsersDataFolder) {
-    ::setenv("HOME", folder_.path("user").c_str(), 1);
-    const auto homeFor = [&](const std::string& data) {
-        ::setenv("XDG_DATA_HOME", data.c_str(), 1);
-        return HostFiles({folder_.path("game"), "", ""}).homeDirectory();
-    };
-    EXPECT_EQ(homeFor(folder_.path("xdg")), full("xdg") + "\\zorbet");
-    for (const char* none : {"", "relative"})
-        EXPECT_EQ(homeFor(none), full("user") + "\\.local\\share\\zorbet");
 }
 
 TEST_F(HostFilesTest, ReadsInPieces) {

@@ -106,18 +106,6 @@ TEST_F(ResourcesTest, ScansDirectoriesWithoutAMap) {
     EXPECT_TRUE(failures.empty());
 }
 
-TEST_F(ResourcesTest, TellsWhenThereIsNoResourceFile) {
-    files.put("audio.map", "AO: 1 Sequence: 2 Sound: 3\n");
-    files.put("scripts\\audio.map", "AO: 1 Sequence: 2 Sound: 3\n");
-    EXPECT_EQ(start(), RResources::StartUp::NoResourceFile);
-    EXPECT_TRUE(sounds.empty());
-    resources.shutDown();
-    files.put("D:\\RSC\\a.rsc", "not even a library");
-    EXPECT_EQ(start(""), RResources::StartUp::NoResourceFile) << "no CD drive";
-    resources.shutDown();
-    EXPECT_EQ(start(), RResources::StartUp::Ready);
-}
-
 TEST_F(ResourcesTest, ReadsTheAudioMapThroughTheSearchPath) {
     files.put("RSC\\resource.map", "M\n0\na.rsc\nENDFILE");
     files.put("audio.map", "AO: 9\tSequence: 9\tSound: 9\n"); // in no directory of the path

@@ -40,6 +40,9 @@ for line in 1 2 3 4 5 7 9 10 11; do says "wild/game.ini:$line: \""; done
 play --content named --home elsewhere && saved named elsewhere
 touch one/ZORBET.INI && play --content one && saved one one
 
+XDG_DATA_HOME=relative HOME=$work/user play --content two
+saved two "$(echo user/.local/share/zorbet/two-*)"
+
 # The sample's saves of earlier days go along.
 mv one/ZORBET.DAT data/zorbet
 echo kept >data/zorbet/ZORBET.BAK
