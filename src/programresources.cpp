@@ -26,16 +26,22 @@ struct Text {
 };
 constexpr Text kTexts[] = {
     {warningtext::kCannotSwitch, "cannotSwitch",
-     "O DirectDraw não conseguiu mudar o ecrã para o modo certo. Carregue em Continuar para jogar no modo atual, ou em Sair.",
-     "DirectDraw could not switch the screen to the right mode. Press Continue to play in the present mode, or Quit."},
+     "O DirectDraw não conseguiu mudar o ecrã para o modo certo. Carregue em Continuar para jogar "
+     "no modo atual, ou em Sair.",
+     "DirectDraw could not switch the screen to the right mode. Press Continue to play in the "
+     "present mode, or Quit."},
     {warningtext::kNoDriver, "noDriver",
-     "O DirectX não funciona ou não está instalado. Carregue em Sair para voltar a instalar o Zorbet, ou em Continuar para jogar no modo atual.",
-     "DirectX does not work or is not installed. Press Quit to install Zorbet again, or Continue to play in the present mode."},
+     "O DirectX não funciona ou não está instalado. Carregue em Sair para voltar a instalar o "
+     "Zorbet, ou em Continuar para jogar no modo atual.",
+     "DirectX does not work or is not installed. Press Quit to install Zorbet again, or Continue "
+     "to play in the present mode."},
     {warningtext::kOldProcessor, "oldProcessor", "O Zorbet precisa de um computador 486 ou melhor.",
      "Zorbet needs a 486 computer or a better one."},
     {warningtext::kLargeScreen, "largeScreen",
-     "As imagens do Zorbet veem-se melhor em tamanho maior: ponha o ecrã em 640 × 480. Carregue em Sair para o mudar, ou em Continuar.",
-     "Zorbet's pictures are easier to see when they are larger: set the screen to 640 × 480. Press Quit to change it, or Continue."},
+     "As imagens do Zorbet veem-se melhor em tamanho maior: ponha o ecrã em 640 × 480. Carregue em "
+     "Sair para o mudar, ou em Continuar.",
+     "Zorbet's pictures are easier to see when they are larger: set the screen to 640 × 480. Press "
+     "Quit to change it, or Continue."},
     {warningtext::kSmallScreen, "smallScreen", "O Zorbet precisa de um ecrã de 640 × 480 ou maior.",
      "Zorbet needs a screen of 640 × 480 or a larger one."},
     {warningtext::kManyColors, "manyColors",
@@ -54,12 +60,12 @@ constexpr Text kTexts[] = {
     {warningtext::kLittleSpace1, "littleSpace1", "Há pouco espaço livre no disco ",
      "There is little space left on disk "},
     {warningtext::kLittleSpace2, "littleSpace2", ": o Zorbet precisa de ", ": Zorbet needs "},
-    {warningtext::kLittleSpace3, "littleSpace3",
-     " megabytes. Apague o que já não usa no disco ",
+    {warningtext::kLittleSpace3, "littleSpace3", " megabytes. Apague o que já não usa no disco ",
      " megabytes. Remove what you do not need any more from disk "},
     {warningtext::kLittleSpace4, "littleSpace4", ", e comece de novo.", ", and start again."},
     {warningtext::kCannotReadCd, "cannotReadCd",
-     "O Zorbet não consegue ler o seu CD. Veja se o disco está na unidade e se está limpo, e comece de novo.",
+     "O Zorbet não consegue ler o seu CD. Veja se o disco está na unidade e se está limpo, e "
+     "comece de novo.",
      "Zorbet cannot read its CD. See whether the disc is in the drive and clean, and start again."},
     {warningtext::kDoNotShowAgain, "doNotShowAgain", "Não mostrar este aviso outra vez",
      "Do not show this warning again"},
@@ -118,7 +124,8 @@ void RProgramTexts::take(const platform::BoxText& own, bool isOfLanguage) {
     const std::optional<std::string> latin1 = platform::latin1FromUtf8(text);
     const std::string place = own.place + ": \"" + own.name + "\" ";
     if (!isText(own.name))
-        problems_.push_back(place + "is no text of the program; docs/configuration.md has them all");
+        problems_.push_back(place +
+                            "is no text of the program; docs/configuration.md has them all");
     else if (!latin1)
         problems_.push_back(place + "has a letter that is not in Latin-1; write it without");
     else if (isOfLanguage)

@@ -274,8 +274,7 @@ std::string HostFiles::fullPath(std::string_view path) const { return textOf(pla
 
 std::string HostFiles::hostName(std::string_view path) const {
     const Place place = placeOf(path);
-    if (const auto found = hostPath(path))
-        return latin1FromUtf8(*found).value_or(textOf(place));
+    if (const auto found = hostPath(path)) return latin1FromUtf8(*found).value_or(textOf(place));
     const Drive* drive = driveOf(place.drive);
     if (!drive) return textOf(place);
     std::string name = latin1FromUtf8(drive->root).value_or(std::string(1, place.drive) + ':');

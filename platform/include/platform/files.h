@@ -90,7 +90,8 @@ class Files {
     /// `path` with its drive letter and every "." and ".." worked out.
     [[nodiscard]] virtual std::string fullPath(std::string_view path) const = 0;
 
-    /// What people call `path` outside of the program: the host's name of it, there or not. Latin-1.
+    /// What people call `path` outside of the program: the host's name of it, there or not.
+    /// Latin-1.
     [[nodiscard]] virtual std::string hostName(std::string_view path) const {
         return fullPath(path);
     }
