@@ -12,7 +12,7 @@ namespace rsc {
 
 namespace {
 
-constexpr const char* kMore =
+constexpr const char* kAboutExtract =
     R"(Packing FOLDER/resources.manifest gives the same libraries again.
 
 Example:
@@ -24,7 +24,7 @@ void addExtractCommand(tools::CommandLine& line) {
     const auto options = std::make_shared<ExtractOptions>();
     CLI::App& command =
         line.add("extract", "Unpack libraries into files and a manifest for \"pack\"",
-                 "[OPTIONS] FILE... -o FOLDER", kMore);
+                 "[OPTIONS] FILE... -o FOLDER", kAboutExtract);
     command.add_option("FILE", options->files, "Resource libraries; maps beside them are read")
         ->required();
     tools::named(

@@ -11,7 +11,7 @@ namespace rsc {
 
 namespace {
 
-constexpr const char* kMore =
+constexpr const char* kAboutMap =
     R"(The map tells the game which library holds what; "pack" writes one, too.
 
 Example:
@@ -22,7 +22,7 @@ Example:
 void addMapCommand(tools::CommandLine& line) {
     const auto options = std::make_shared<MapOptions>();
     CLI::App& command = line.add("map", "Write the map of libraries that are there",
-                                 "[OPTIONS] FILE... -o FOLDER", kMore);
+                                 "[OPTIONS] FILE... -o FOLDER", kAboutMap);
     command.add_option("FILE", options->files, "Resource libraries")->required();
     tools::named(command.add_option("-o,--output", options->output,
                                     "Where resource.map goes; or a file, NAME.map"),

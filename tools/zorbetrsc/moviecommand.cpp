@@ -15,7 +15,7 @@ constexpr double kTicksOfSecond = 100000; ///< hundredths of a millisecond
 constexpr double kSlowestRate = 0.02;     ///< frames a second
 constexpr double kFastestRate = 1000;
 
-constexpr const char* kMore =
+constexpr const char* kAboutMovie =
     R"(Frames have one size, whose sides are multiples of 4. They share 236 colours.
 
 Example:
@@ -64,7 +64,7 @@ void addColourOptions(CLI::App& command, MovieColourOptions& colours) {
 void addMovieCommand(tools::CommandLine& line) {
     const auto options = std::make_shared<MovieOptions>();
     CLI::App& command = line.add("movie", "Make a movie out of pictures and a sound",
-                                 "[OPTIONS] FRAME... -o FILE", kMore);
+                                 "[OPTIONS] FRAME... -o FILE", kAboutMovie);
     command
         .add_option("FRAME", options->frames,
                     "PNG files in their order, or a folder of them in the\n"

@@ -11,7 +11,7 @@ namespace rsc {
 
 namespace {
 
-constexpr const char* kMore =
+constexpr const char* kAboutPack =
     R"(A manifest is a text that names what goes into the libraries:
 
   palette meadow
@@ -34,8 +34,8 @@ Example:
 
 void addPackCommand(tools::CommandLine& line) {
     const auto options = std::make_shared<PackOptions>();
-    CLI::App& command =
-        line.add("pack", "Build resource libraries and their map", "MANIFEST -o FOLDER", kMore);
+    CLI::App& command = line.add("pack", "Build resource libraries and their map",
+                                 "MANIFEST -o FOLDER", kAboutPack);
     command.add_option("MANIFEST", options->manifest, "Text file that names what goes into them")
         ->required();
     tools::named(
