@@ -1,6 +1,7 @@
 // Menu commands, keys that are commands, the exit screen.
 #include "menucommands.h"
 
+#include "carriedtexts.h"
 #include "trinkets/windowfixture.h"
 
 #include "rkbdinp.h"
