@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::size_t kMaxFileSize = 65536;
+constexpr std::size_t kMaxIniSize = 65536;
 
 std::string_view withoutQuotes(std::string_view value) {
     const bool quoted = value.size() >= 2 && value.front() == value.back() &&
@@ -18,7 +18,7 @@ std::string_view withoutQuotes(std::string_view value) {
 
 std::string RReadIni(std::string_view path, std::string_view section, std::string_view key,
                      std::size_t limit) {
-    const auto text = platform::readFile(OMPlatform().files(), path, kMaxFileSize);
+    const auto text = platform::readFile(OMPlatform().files(), path, kMaxIniSize);
     if (!text) return {};
     for (const platform::IniEntry& entry : platform::readIniText(*text))
         if (platform::sameIniName(entry.section, section) && platform::sameIniName(entry.key, key))

@@ -36,11 +36,11 @@ constexpr Ink kInks[] = {{'.', 255, 0, 255},  {'k', 45, 42, 74},    {'s', 126, 2
                          {'w', 42, 130, 160}, {'y', 255, 240, 170}, {'Y', 255, 214, 70},
                          {'r', 226, 88, 72},  {'c', 255, 250, 238}, {'g', 104, 170, 84}};
 
-constexpr std::size_t kSide = kRows.size();
+constexpr std::size_t kIconSide = kRows.size();
 constexpr std::size_t kFileHeader = 14;
 constexpr std::size_t kInfoHeader = 40;
 constexpr std::size_t kPixels = kFileHeader + kInfoHeader + 4 * std::size(kInks);
-using File = std::array<std::uint8_t, kPixels + kSide * kSide>;
+using File = std::array<std::uint8_t, kPixels + kIconSide * kIconSide>;
 
 constexpr std::uint8_t inkOf(char letter) {
     for (std::size_t i = 0; i < std::size(kInks); ++i)
@@ -60,8 +60,8 @@ constexpr File makeFile() {
     put(file, 2, file.size());
     put(file, 10, kPixels);
     put(file, 14, kInfoHeader);
-    put(file, 18, kSide);
-    put(file, 22, kSide);
+    put(file, 18, kIconSide);
+    put(file, 22, kIconSide);
     file[26] = 1; // plane
     file[28] = 8; // bits a pixel
     put(file, 46, std::size(kInks));
@@ -71,9 +71,9 @@ constexpr File makeFile() {
         file[at + 1] = kInks[i].green;
         file[at + 2] = kInks[i].red;
     }
-    for (std::size_t y = 0; y < kSide; ++y)
-        for (std::size_t x = 0; x < kSide; ++x)
-            file[kPixels + (kSide - 1 - y) * kSide + x] = inkOf(kRows[y][x]);
+    for (std::size_t y = 0; y < kIconSide; ++y)
+        for (std::size_t x = 0; x < kIconSide; ++x)
+            file[kPixels + (kIconSide - 1 - y) * kIconSide + x] = inkOf(kRows[y][x]);
     return file;
 }
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::size_t kLineLength = 79;
+constexpr std::size_t kMapLineLength = 79;
 constexpr std::size_t kTypeLength = 4;
 constexpr std::string_view kEndFile = "ENDFILE";
 constexpr int kMaxInt16 = std::numeric_limits<std::int16_t>::max();
@@ -121,7 +121,7 @@ bool ResourceMap::parseResource(std::string_view line, MapResource& resource) {
     return true;
 }
 
-std::string_view ResourceMap::line() { return scanner_.line(kLineLength); }
+std::string_view ResourceMap::line() { return scanner_.line(kMapLineLength); }
 
 void ResourceMap::logLine(const char* problem) { problems_.log(scanner_.lineNumber(), problem); }
 
@@ -129,8 +129,8 @@ std::vector<SequenceSoundRecord> readAudioMap(const std::string& path, std::stri
     std::vector<SequenceSoundRecord> records;
     MapProblems problems(path);
     OMScanner scanner(text);
-    for (std::string_view line = scanner.line(kLineLength); !line.empty();
-         line = scanner.line(kLineLength)) {
+    for (std::string_view line = scanner.line(kMapLineLength); !line.empty();
+         line = scanner.line(kMapLineLength)) {
         if (const auto record = parseSequenceSound(OMScanner(line)))
             records.push_back(*record);
         else

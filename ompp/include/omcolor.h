@@ -8,7 +8,8 @@
 
 class OMColor {
   public:
-    static constexpr int kRgb = -1; ///< index of a colour that is given as RGB
+    static constexpr int kRgb = -1;  ///< index of a colour that is given as RGB
+    static constexpr int kBlack = 0; ///< index of black in every palette
 
     /// Black, as RGB.
     constexpr OMColor() = default;

@@ -1,5 +1,6 @@
 #include "ombitmap.h"
 
+#include "dib.h"
 #include "omdebug.h"
 #include "omistream.h"
 #include "omreader.h"
@@ -11,9 +12,6 @@
 namespace {
 
 constexpr std::size_t kFileHeader = 14;
-constexpr std::uint32_t kInfoHeader = 40;
-constexpr std::uint32_t kUncompressed = 0;
-constexpr std::size_t kTableEntry = 4; ///< blue, green, red, unused
 constexpr const char* kUnknown = "OMBitmap::createInstance - unknown bitmap type!";
 
 bool refuse(const char* condition, const char* message) {
@@ -33,7 +31,7 @@ struct Info {
             return side >= 1 && side <= OMBitmap::kMaxSide;
         };
         const bool depthExists = depth == 8 || depth == 16 || depth == 24 || depth == 32;
-        return depthExists && compression == kUncompressed && isSide(width) &&
+        return depthExists && compression == dib::kUncompressed && isSide(width) &&
                isSide(std::abs(std::int64_t{height}));
     }
     [[nodiscard]] int rows() const { return std::abs(height); }
@@ -45,7 +43,7 @@ bool readInfo(OMReader& reader, Info& info) {
         reader.seek(kFileHeader);
     else
         reader.seek(0);
-    if (reader.u32() != kInfoHeader) return false;
+    if (reader.u32() != dib::kInfoHeader) return false;
     info.width = reader.i32();
     info.height = reader.i32();
     reader.skip(2); // planes
@@ -80,7 +78,7 @@ bool readColours(OMReader& reader, const Info& info, std::optional<OMDevicePalet
                           "OMBitmap::createInstance - 8 bit BMP's must have an OM palette!");
         palette = readTable(reader);
     } else if (info.depth == 24) {
-        reader.skip(std::size_t{info.colours} * kTableEntry);
+        reader.skip(std::size_t{info.colours} * dib::kTableEntry);
     } else if (info.colours != 0) {
         return refuse("bmiHeader->biClrUsed != 0",
                       "OMBitmap::createInstance - 16/32 bit BMP's cannot have a palette!");

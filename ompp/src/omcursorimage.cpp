@@ -1,5 +1,6 @@
 #include "omcursorimage.h"
 
+#include "dib.h"
 #include "omreader.h"
 
 #include <algorithm>
@@ -12,10 +13,7 @@ namespace {
 using Bytes = std::span<const std::byte>;
 
 constexpr int kCursorFile = 2; ///< icons are 1
-constexpr std::uint32_t kInfoHeader = 40;
-constexpr std::uint32_t kUncompressed = 0;
-constexpr std::size_t kTableEntry = 4; ///< blue, green, red, unused
-constexpr int kUsualSide = 32;         ///< pixels
+constexpr int kUsualSide = 32; ///< pixels
 constexpr std::uint32_t kOpaque = 0xFF000000;
 constexpr std::uint32_t kColourBits = 0x00FFFFFF;
 constexpr int kMaskDepth = 1;
@@ -57,7 +55,7 @@ std::optional<std::size_t> tableEntries(int depth, std::uint32_t used) {
 
 std::optional<Picture> readPicture(Bytes bytes, platform::Point hotSpot) {
     OMReader reader(bytes);
-    if (reader.u32() != kInfoHeader) return std::nullopt;
+    if (reader.u32() != dib::kInfoHeader) return std::nullopt;
     Picture picture;
     picture.width = reader.i32();
     const int bothHeights = reader.i32();
@@ -68,11 +66,11 @@ std::optional<Picture> readPicture(Bytes bytes, platform::Point hotSpot) {
     reader.skip(12); // size of the pixels, pixels a metre
     const auto entries = tableEntries(picture.depth, reader.u32());
     reader.skip(4); // important colours
-    if (!reader.ok() || !entries || compression != kUncompressed || bothHeights % 2 != 0 ||
+    if (!reader.ok() || !entries || compression != dib::kUncompressed || bothHeights % 2 != 0 ||
         !isSide(picture.width) || !isSide(picture.height))
         return std::nullopt;
     const auto rows = static_cast<std::size_t>(picture.height);
-    picture.table = reader.bytes(*entries * kTableEntry);
+    picture.table = reader.bytes(*entries * dib::kTableEntry);
     picture.colours = reader.bytes(rows * strideOf(picture.width, picture.depth));
     picture.mask = reader.bytes(rows * strideOf(picture.width, kMaskDepth));
     if (!reader.ok()) return std::nullopt;
@@ -127,8 +125,8 @@ Bytes rowOf(Bytes rows, const Picture& picture, int depth, int y) {
 std::array<std::uint32_t, 256> tableOf(const Picture& picture) {
     std::array<std::uint32_t, 256> table{};
     if (picture.depth > 8) return table;
-    for (std::size_t i = 0; i < picture.table.size() / kTableEntry; ++i)
-        table[i] = numberAt(picture.table, i * kTableEntry, 3);
+    for (std::size_t i = 0; i < picture.table.size() / dib::kTableEntry; ++i)
+        table[i] = numberAt(picture.table, i * dib::kTableEntry, 3);
     return table;
 }
 

@@ -12,13 +12,13 @@ namespace {
 constexpr int kFirstLevelCommand = 59407;
 constexpr std::string_view kLevelNames[] = {"NONE\n\n", "ERRORS\n\n", "WARNINGS\n\n", "ALL\n\n"};
 
-struct State {
+struct LogState {
     int level = kAll;
     std::string fallbackDirectory;
 };
 
-State& state() {
-    static State theState;
+LogState& logState() {
+    static LogState theState;
     return theState;
 }
 
@@ -29,7 +29,7 @@ std::string_view levelName(int value) {
 }
 
 std::string_view prefix(Kind kind) {
-    const int level = state().level;
+    const int level = logState().level;
     if (!isLevel(level)) return {};
     if (kind == Kind::Error && level >= kErrors) return "ERROR: ";
     if (kind == Kind::Warning && level >= kWarnings) return "Warning: ";
@@ -39,8 +39,8 @@ std::string_view prefix(Kind kind) {
 void rawWrite(std::string_view text, platform::OpenMode mode) {
     platform::Files& files = OMPlatform().files();
     auto file = files.open(kFileName, mode);
-    if (!file && !state().fallbackDirectory.empty())
-        file = files.open(state().fallbackDirectory + std::string(kFileName), mode);
+    if (!file && !logState().fallbackDirectory.empty())
+        file = files.open(logState().fallbackDirectory + std::string(kFileName), mode);
     if (file) file->write(std::as_bytes(std::span(text)));
 }
 
@@ -55,22 +55,22 @@ void write(Kind kind, std::string_view text) {
 
 void start() {
     std::string text = "Starting Logging, Debug Level set to ";
-    text += levelName(state().level);
+    text += levelName(logState().level);
     rawWrite(text, platform::OpenMode::Write);
 }
 
 void close() { rawWrite("\nClosing Log\n\n", platform::OpenMode::Append); }
 
-void setFallbackDirectory(std::string_view directory) { state().fallbackDirectory = directory; }
+void setFallbackDirectory(std::string_view directory) { logState().fallbackDirectory = directory; }
 
 void setLevel(int level) {
-    state().level = level;
+    logState().level = level;
     std::string text = "Debug Level changed to ";
     text += levelName(level);
     rawWrite(text, platform::OpenMode::Append);
 }
 
-int level() { return state().level; }
+int level() { return logState().level; }
 
 bool handleCommand(int command) {
     if (command < kFirstLevelCommand || command > kFirstLevelCommand + kAll) return false;

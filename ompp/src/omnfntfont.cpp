@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::size_t kHeaderSize = 26;
+constexpr std::size_t kStrikeHeaderSize = 26;
 constexpr std::size_t kOffsetField = 16; ///< owTLoc counts from here
 constexpr std::size_t kWord = 2;
 constexpr std::size_t kOrderByte = 1; ///< part of the font type
@@ -19,7 +19,7 @@ constexpr std::byte kLittleEndian{0x80};
 constexpr int kMissing = 0xFF; ///< both bytes of the offset table
 
 /// The fields that count.
-struct Header {
+struct StrikeHeader {
     int lastChar = 0;
     std::size_t entries = 0; ///< of each table
     int kern = 0;
@@ -37,10 +37,10 @@ std::endian orderOf(std::span<const std::byte> record) {
 }
 
 /// None when the record does not hold what its header says.
-std::optional<Header> readHeader(std::span<const std::byte> record) {
-    if (record.size() < kHeaderSize) return std::nullopt;
+std::optional<StrikeHeader> readHeader(std::span<const std::byte> record) {
+    if (record.size() < kStrikeHeaderSize) return std::nullopt;
     OMReader reader(record, orderOf(record));
-    Header header;
+    StrikeHeader header;
     reader.skip(kWord);
     const int firstChar = reader.i16();
     header.lastChar = reader.i16();
@@ -57,16 +57,16 @@ std::optional<Header> readHeader(std::span<const std::byte> record) {
     if (entries <= 0) return std::nullopt;
     header.entries = static_cast<std::size_t>(entries);
     const std::size_t table = header.entries * kWord;
-    const bool fits = header.offsets >= kHeaderSize + table &&
+    const bool fits = header.offsets >= kStrikeHeaderSize + table &&
                       header.offsets + table <= record.size() &&
-                      kHeaderSize + header.rows * header.rowBytes <= record.size();
+                      kStrikeHeaderSize + header.rows * header.rowBytes <= record.size();
     return fits ? std::optional(header) : std::nullopt;
 }
 
 /// The characters of a record by their codes; none where one is missing.
 class Characters {
   public:
-    Characters(std::span<const std::byte> record, const Header& header)
+    Characters(std::span<const std::byte> record, const StrikeHeader& header)
         : record_(record), header_(header), order_(orderOf(record)) {}
 
     [[nodiscard]] std::optional<OMGlyph> find(int number) const {
@@ -96,7 +96,7 @@ class Characters {
     }
 
     std::span<const std::byte> record_;
-    const Header& header_;
+    const StrikeHeader& header_;
     std::endian order_;
 };
 
@@ -135,7 +135,7 @@ OMNFNTFont::OMNFNTFont(OMIStream& source) : OMFont("NFNT") {
 }
 
 void OMNFNTFont::read(std::span<const std::byte> record) {
-    const std::optional<Header> header = readHeader(record);
+    const std::optional<StrikeHeader> header = readHeader(record);
     if (!header) return;
     empty_ = false;
     ascent_ = header->ascent;
@@ -146,7 +146,7 @@ void OMNFNTFont::read(std::span<const std::byte> record) {
     const std::size_t stride = (header->rowBytes + 3) / 4 * 4;
     strike_.resize(stride * header->rows + 1);
     for (std::size_t row = 0; row < header->rows && stride > 0; ++row)
-        std::memcpy(&strike_[row * stride], &record[kHeaderSize + row * header->rowBytes],
+        std::memcpy(&strike_[row * stride], &record[kStrikeHeaderSize + row * header->rowBytes],
                     header->rowBytes);
 
     const Characters characters(record, *header);

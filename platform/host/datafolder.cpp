@@ -1,6 +1,7 @@
 #include "platform/host/datafolder.h"
 
-#include <cstdlib>
+#include "platform/host/environment.h"
+
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -13,11 +14,6 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kSave = "ZORBET.DAT";
 constexpr std::string_view kSaves = "ZORBET."; // the copies of the file too
-
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
-}
 
 } // namespace
 

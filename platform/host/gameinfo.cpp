@@ -1,5 +1,6 @@
 #include "platform/host/gameinfo.h"
 
+#include "platform/host/environment.h"
 #include "platform/host/hostfiles.h"
 #include "platform/host/latin1.h"
 #include "platform/initext.h"
@@ -8,7 +9,6 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <optional>
 
@@ -19,7 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kFile = "game.ini";
-constexpr std::size_t kMaxFileSize = 65536;
+constexpr std::size_t kMaxInfoSize = 65536;
 constexpr std::size_t kMaxIdentifier = 64;
 constexpr std::size_t kMaxText = 200; // bytes
 constexpr std::string_view kBoxes = "boxes";
@@ -78,7 +78,7 @@ class Reader {
           info_(info) {}
 
     void read() {
-        const std::optional<std::string> bytes = readFile(files_, kFile, kMaxFileSize);
+        const std::optional<std::string> bytes = readFile(files_, kFile, kMaxInfoSize);
         if (bytes) {
             const std::string text = decodeUtf8(*bytes) ? *bytes : utf8FromLatin1(*bytes);
             for (const IniEntry& entry : readIniText(text)) readEntry(entry);
@@ -181,11 +181,6 @@ class Reader {
     HostFiles files_;
     GameInfo& info_;
 };
-
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
-}
 
 /// "pt_PT.UTF-8@euro" → "pt-PT".
 std::string tagOfLocale(std::string_view locale) {

@@ -9,7 +9,7 @@ namespace platform {
 
 namespace {
 
-constexpr std::size_t kMaxFileSize = 65536;
+constexpr std::size_t kMaxSettingsSize = 65536;
 constexpr std::string_view kNewFile = ".new"; ///< behind the name while it is written
 
 } // namespace
@@ -17,7 +17,7 @@ constexpr std::string_view kNewFile = ".new"; ///< behind the name while it is w
 void PlayerSettings::open(std::string_view path) {
     path_ = path;
     entries_.clear();
-    const std::string text = readFile(files_, path, kMaxFileSize).value_or("");
+    const std::string text = readFile(files_, path, kMaxSettingsSize).value_or("");
     for (const IniEntry& entry : readIniText(text))
         entries_.push_back({std::string(entry.key), std::string(entry.value)});
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kActionVocabulary[] = {
     oms::readOnly<&Action::isInterruptible>("isInterruptible", "1: may be halted with others"),
     oms::method<&Action::halt>("halt"),
     oms::method<&Action::pause>("pause"),
@@ -19,7 +19,7 @@ constexpr OMSEntry kVocabulary[] = {
 
 } // namespace
 
-const OMSClass Action::kClass{"Action", &OMScriptableObject::kClass, kVocabulary};
+const OMSClass Action::kClass{"Action", &OMScriptableObject::kClass, kActionVocabulary};
 
 Action::~Action() { leaveContainers(); }
 

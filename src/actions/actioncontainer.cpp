@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kActionContainerVocabulary[] = {
     oms::readOnly<&ActionContainer::actionCount>("actionCount"),
     oms::readOnly<&ActionContainer::isActive>("isActive"),
     oms::method<&ActionContainer::addFromScript>("add", "variable or type [parameters]"),
@@ -19,7 +19,8 @@ constexpr OMSEntry kVocabulary[] = {
 
 } // namespace
 
-const OMSClass ActionContainer::kClass{"ActionContainer", &Action::kClass, kVocabulary};
+const OMSClass ActionContainer::kClass{"ActionContainer", &Action::kClass,
+                                       kActionContainerVocabulary};
 
 ActionContainer::ActionContainer(const OMSClass& scriptClass, bool interruptible)
     : Action(interruptible), scriptClass_(scriptClass) {}

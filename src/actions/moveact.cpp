@@ -73,8 +73,7 @@ void MoveAction::Motion::advance() {
 
 void MoveAction::placeTrinket() {
     for (const Motion& motion : motions_) {
-        const int coordinate = static_cast<int>(
-            std::clamp<std::int64_t>(motion.current, -OMTrinket::kFarthest, OMTrinket::kFarthest));
+        const int coordinate = OMTrinket::nearestPlace(motion.current);
         if (motion.axis.direction == Direction::X)
             trinket()->setX(coordinate);
         else

@@ -6,7 +6,7 @@
 
 namespace {
 
-std::unique_ptr<OMScriptableObject> createFromScript() {
+std::unique_ptr<OMScriptableObject> createCompositeAction() {
     const bool interruptible = oms::nextArgument<std::optional<bool>>().value_or(true);
     return std::make_unique<RCompositeAction>(interruptible);
 }
@@ -14,7 +14,7 @@ std::unique_ptr<OMScriptableObject> createFromScript() {
 } // namespace
 
 const OMSClass RCompositeAction::kClass{
-    "RCompositeAction", &ActionContainer::kClass, {}, &createFromScript};
+    "RCompositeAction", &ActionContainer::kClass, {}, &createCompositeAction};
 
 std::unique_ptr<OMScriptableObject> RCompositeAction::duplicate() {
     auto copy = std::make_unique<RCompositeAction>(interruptibleByDefault());

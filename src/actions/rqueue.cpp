@@ -4,13 +4,13 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRQueueVocabulary[] = {
     oms::data<&RQueue::repeatCount, &RQueue::setRepeatCount>("repeatCount",
                                                              "rounds; -1: without end"),
     oms::method<&RQueue::clearForScript>("clear"),
 };
 
-std::unique_ptr<OMScriptableObject> createFromScript() {
+std::unique_ptr<OMScriptableObject> createQueue() {
     const int repeatCount = oms::nextArgument<std::optional<int>>().value_or(1);
     const bool interruptible = oms::nextArgument<std::optional<bool>>().value_or(true);
     return std::make_unique<RQueue>(repeatCount, interruptible);
@@ -18,7 +18,7 @@ std::unique_ptr<OMScriptableObject> createFromScript() {
 
 } // namespace
 
-const OMSClass RQueue::kClass{"RQueue", &ActionContainer::kClass, kVocabulary, &createFromScript};
+const OMSClass RQueue::kClass{"RQueue", &ActionContainer::kClass, kRQueueVocabulary, &createQueue};
 
 std::unique_ptr<OMScriptableObject> RQueue::duplicate() {
     auto copy = std::make_unique<RQueue>(repeatCount_, interruptibleByDefault());

@@ -7,12 +7,12 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRRandomActionVocabulary[] = {
     oms::data<&RRandomAction::usesAllBeforeRepeat, &RRandomAction::setUseAllBeforeRepeat>(
         "useAllBeforeRepeat", "1: none comes again before all others"),
 };
 
-std::unique_ptr<OMScriptableObject> createFromScript() {
+std::unique_ptr<OMScriptableObject> createRandomAction() {
     const bool useAll = oms::nextArgument<std::optional<bool>>().value_or(false);
     const bool interruptible = oms::nextArgument<std::optional<bool>>().value_or(true);
     return std::make_unique<RRandomAction>(useAll, interruptible);
@@ -20,8 +20,8 @@ std::unique_ptr<OMScriptableObject> createFromScript() {
 
 } // namespace
 
-const OMSClass RRandomAction::kClass{"RRandomAction", &ActionContainer::kClass, kVocabulary,
-                                     &createFromScript};
+const OMSClass RRandomAction::kClass{"RRandomAction", &ActionContainer::kClass,
+                                     kRRandomActionVocabulary, &createRandomAction};
 
 std::unique_ptr<OMScriptableObject> RRandomAction::duplicate() {
     auto copy = std::make_unique<RRandomAction>(useAllBeforeRepeat_, interruptibleByDefault());

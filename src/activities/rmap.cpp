@@ -18,7 +18,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRMapVocabulary[] = {
     oms::data<&RMap::cellsH, &RMap::setCellsH>("cellsH", "columns"),
     oms::data<&RMap::cellSizeH, &RMap::setCellSizeH>("cellSizeH", "width of a cell in pixels"),
     oms::data<&RMap::cellSizeV, &RMap::setCellSizeV>("cellSizeV", "height of a cell in pixels"),
@@ -56,16 +56,12 @@ constexpr int kFrameOfOldTrail = 2;
 
 int lengthOf(int pixels) { return std::clamp(pixels, 0, RMap::kLargestCell); }
 
-int cellOf(int number) { return std::clamp(number, -RMap::kFarthestCell, RMap::kFarthestCell); }
-
-int place(std::int64_t value) {
-    return static_cast<int>(
-        std::clamp<std::int64_t>(value, -OMTrinket::kFarthest, OMTrinket::kFarthest));
-}
+int cellWithin(int number) { return std::clamp(number, -RMap::kFarthestCell, RMap::kFarthestCell); }
 
 /// Where a length lies in the middle of a cell.
 int centred(int origin, int cell, int cellSize, int length) {
-    return place(origin + std::int64_t{cell} * cellSize + (cellSize - length) / 2);
+    return OMTrinket::nearestPlace(origin + std::int64_t{cell} * cellSize +
+                                   (cellSize - length) / 2);
 }
 
 /// The entry that the next argument numbers; null without.
@@ -92,7 +88,8 @@ struct RMap::Run {
     std::optional<std::uint32_t> pausedMs;
 };
 
-const OMSClass RMap::kClass{"RMap", &OMMultiTrinket::kClass, kVocabulary, &RMap::createFromScript};
+const OMSClass RMap::kClass{"RMap", &OMMultiTrinket::kClass, kRMapVocabulary,
+                            &RMap::createFromScript};
 
 // ---------------------------------------------------------------------------- life
 
@@ -308,8 +305,8 @@ void RMap::setAttribute(Attribute which, int value, int second) {
     OMMultiTrinket::setAttribute(which, value, second);
     if (which != Attribute::X && which != Attribute::Y && which != Attribute::XY) return;
     const Rect after = OMTrinket::boundingRectangle(); // members may be kept from moving so far
-    origin_ = {::place(std::int64_t{origin_.x} + after.left - before.left),
-               ::place(std::int64_t{origin_.y} + after.top - before.top)};
+    origin_ = {OMTrinket::nearestPlace(std::int64_t{origin_.x} + after.left - before.left),
+               OMTrinket::nearestPlace(std::int64_t{origin_.y} + after.top - before.top)};
 }
 
 // ---------------------------------------------------------------------------- for scripts
@@ -325,22 +322,22 @@ void RMap::setCellSizeV(int pixels) {
 }
 
 void RMap::setStartX(int column) {
-    start_.x = cellOf(column);
+    start_.x = cellWithin(column);
     placeMarkers();
 }
 
 void RMap::setStartY(int row) {
-    start_.y = cellOf(row);
+    start_.y = cellWithin(row);
     placeMarkers();
 }
 
 void RMap::setFinishX(int column) {
-    finish_.x = cellOf(column);
+    finish_.x = cellWithin(column);
     placeMarkers();
 }
 
 void RMap::setFinishY(int row) {
-    finish_.y = cellOf(row);
+    finish_.y = cellWithin(row);
     placeMarkers();
 }
 

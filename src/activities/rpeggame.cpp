@@ -16,7 +16,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRPegGameVocabulary[] = {
     oms::data<&RPegGame::pegID, &RPegGame::setPegID>("pegID", "picture of the pegs; -1: none"),
     oms::data<&RPegGame::pegMovingZ, &RPegGame::setPegMovingZ>("pegMovingZ",
                                                                "depth of a peg while it is held"),
@@ -77,7 +77,7 @@ class RPegGame::Peg final : public OMAnimation {
     bool held_ = false;
 };
 
-const OMSClass RPegGame::kClass{"RPegGame", &OMScriptableObject::kClass, kVocabulary,
+const OMSClass RPegGame::kClass{"RPegGame", &OMScriptableObject::kClass, kRPegGameVocabulary,
                                 &RPegGame::createFromScript};
 
 RPegGame::RPegGame(int restingZ) : restingZ_(restingZ), movingZ_(restingZ) {}
@@ -167,7 +167,7 @@ void RPegGame::setPegY(int y) { moveHole(&Point::y, y); }
 void RPegGame::moveHole(int Point::*axis, int value) {
     const auto hole = holeArgument();
     if (!hole) return;
-    placeOf(*hole).*axis = std::clamp(value, -OMTrinket::kFarthest, OMTrinket::kFarthest);
+    placeOf(*hole).*axis = OMTrinket::nearestPlace(value);
     if (Peg* peg = pegIn(*hole).get(); peg && !peg->isHeld()) putInPlace(*peg);
 }
 

@@ -18,7 +18,7 @@ namespace {
 
 using Game = RPentominoGame;
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRPentominoGameVocabulary[] = {
     oms::data<&Game::cellsH, &Game::setCellsH>("cellsH", "columns; writing empties the board"),
     oms::data<&Game::cellsV, &Game::setCellsV>("cellsV", "rows; writing empties the board"),
     oms::data<&Game::cellHeight, &Game::setCellHeight>("cellHeight", "pixels"),
@@ -64,8 +64,6 @@ constexpr OMSEntry kVocabulary[] = {
 
 constexpr int kDepthOfPieces = 1; ///< above the board
 
-int coordinate(int value) { return std::clamp(value, -OMTrinket::kFarthest, OMTrinket::kFarthest); }
-
 /// The cell whose left edge is nearest, the one farther right of two that are equally near.
 int nearestCell(int offset, int size) {
     const int half = size / 2;
@@ -87,8 +85,8 @@ class RPentominoGame::SolutionBox final : public OMAnimation {
     void drawAt(OMMemCanvas& canvas, const OMRegion& clip, Point at) { draw(canvas, clip, at); }
 };
 
-const OMSClass RPentominoGame::kClass{"RPentominoGame", &OMTrinket::kClass, kVocabulary,
-                                      &RPentominoGame::createFromScript};
+const OMSClass RPentominoGame::kClass{"RPentominoGame", &OMTrinket::kClass,
+                                      kRPentominoGameVocabulary, &RPentominoGame::createFromScript};
 
 RPentominoGame::RPentominoGame(OMTrinketWindow& window, Point corner)
     : OMTrinket(window, UpdateStyle::Regions, {corner.x, corner.y, corner.x, corner.y}) {
@@ -101,8 +99,8 @@ std::unique_ptr<OMScriptableObject> RPentominoGame::createFromScript() {
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
     if (!window) return nullptr;
     OMSArguments& arguments = OMSArguments::global();
-    const int left = coordinate(arguments.nextInteger());
-    const int top = coordinate(arguments.nextInteger());
+    const int left = OMTrinket::nearestPlace(arguments.nextInteger());
+    const int top = OMTrinket::nearestPlace(arguments.nextInteger());
     auto game = std::make_unique<RPentominoGame>(*window, Point{left, top});
     game->setZ(arguments.nextInteger());
     return game;
@@ -291,7 +289,8 @@ void RPentominoGame::setPieceCellXY(int number, int column, int row) {
 void RPentominoGame::setPieceHomeBox(int number, int left, int top, int right, int bottom) {
     Slot* found = slotFor(number);
     if (!found) return;
-    found->home = {coordinate(left), coordinate(top), coordinate(right), coordinate(bottom)};
+    found->home = {OMTrinket::nearestPlace(left), OMTrinket::nearestPlace(top),
+                   OMTrinket::nearestPlace(right), OMTrinket::nearestPlace(bottom)};
     if (!found->piece) return;
     lift(*found->piece);
     sendHome(*found->piece);

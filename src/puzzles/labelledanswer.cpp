@@ -75,7 +75,7 @@ void LabelledAnswer::changeText(Label& label, const std::string& text) {
 
 void LabelledAnswer::changeOffset(int& offset, int pixels) {
     markChanged();
-    offset = std::clamp(pixels, -kFarthest, kFarthest);
+    offset = nearestPlace(pixels);
 }
 
 void LabelledAnswer::setTextColorIndex(int index) {

@@ -13,7 +13,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRAnswerVocabulary[] = {
     oms::data<&RAnswer::extraBottom, &RAnswer::setExtraBottom>(
         "extraBottom", "pixels at its bottom that do not count for hits and fits"),
     oms::data<&RAnswer::extraLeft, &RAnswer::setExtraLeft>("extraLeft", "as extraBottom"),
@@ -40,7 +40,7 @@ constexpr int kWidestInset = 10'000; ///< pixels
 
 } // namespace
 
-const OMSClass RAnswer::kClass{"RAnswer", &RAnimation::kClass, kVocabulary};
+const OMSClass RAnswer::kClass{"RAnswer", &RAnimation::kClass, kRAnswerVocabulary};
 
 RAnswer::RAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
     : RAnimation(window, std::move(image), id, x, y), home_(corner()), homeOrigin_(origin()),
@@ -123,7 +123,7 @@ Rect RAnswer::effectiveRectangle() const {
 int RAnswer::inset(int pixels) { return std::clamp(pixels, -kWidestInset, kWidestInset); }
 
 void RAnswer::moveCorner(Point corner) {
-    const auto way = [](int to, int from) { return std::clamp(to, -kFarthest, kFarthest) - from; };
+    const auto way = [](int to, int from) { return nearestPlace(to) - from; };
     const Point before = this->corner();
     offset(way(corner.x, before.x), way(corner.y, before.y));
 }

@@ -12,7 +12,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRAttributeContainerVocabulary[] = {
     oms::data<&RAttributeContainer::anchorAnswerAtPoint,
               &RAttributeContainer::setAnchorAnswerAtPoint>(
         "anchorAnswerAtPoint", "answers rest at the anchor point, not in the middle"),
@@ -35,8 +35,6 @@ constexpr OMSEntry kVocabulary[] = {
     oms::method<&RContainer::stopAnimation>("stopAnimation"),
 };
 
-int coordinate(int value) { return std::clamp(value, -OMTrinket::kFarthest, OMTrinket::kFarthest); }
-
 /// A point of the answer in the window.
 Point inWindow(const RAnswer& answer, Point point) {
     const Rect drawn = answer.boundingRectangle();
@@ -45,7 +43,8 @@ Point inWindow(const RAnswer& answer, Point point) {
 
 } // namespace
 
-const OMSClass RAttributeContainer::kClass{"RAttributeContainer", &RContainer::kClass, kVocabulary,
+const OMSClass RAttributeContainer::kClass{"RAttributeContainer", &RContainer::kClass,
+                                           kRAttributeContainerVocabulary,
                                            &createContainer<RAttributeContainer>};
 
 RAttributeContainer::RAttributeContainer(const RAttributeContainer& other)
@@ -57,9 +56,13 @@ std::unique_ptr<OMScriptableObject> RAttributeContainer::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new RAttributeContainer(*this));
 }
 
-void RAttributeContainer::setAnswerAnchorPointX(int x) { anchorPoint_.x = coordinate(x); }
+void RAttributeContainer::setAnswerAnchorPointX(int x) {
+    anchorPoint_.x = OMTrinket::nearestPlace(x);
+}
 
-void RAttributeContainer::setAnswerAnchorPointY(int y) { anchorPoint_.y = coordinate(y); }
+void RAttributeContainer::setAnswerAnchorPointY(int y) {
+    anchorPoint_.y = OMTrinket::nearestPlace(y);
+}
 
 void RAttributeContainer::setDoPixelCompare(bool compares) {
     comparesPixels_ = compares;
@@ -68,8 +71,8 @@ void RAttributeContainer::setDoPixelCompare(bool compares) {
 
 std::optional<Point> RAttributeContainer::hotPointOf(RAnswer& answer) {
     if (numberOf(answer, "isUsingHotPoint").value_or(0) == 0) return std::nullopt;
-    return Point{coordinate(numberOf(answer, "hotPointX").value_or(0)),
-                 coordinate(numberOf(answer, "hotPointY").value_or(0))};
+    return Point{OMTrinket::nearestPlace(numberOf(answer, "hotPointX").value_or(0)),
+                 OMTrinket::nearestPlace(numberOf(answer, "hotPointY").value_or(0))};
 }
 
 std::int64_t RAttributeContainer::scoreOf(RAnswer& answer) {

@@ -13,7 +13,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRContainerVocabulary[] = {
     oms::readOnly<&RContainer::answerCount>("answerCount", "answers in it"),
     oms::data<&RContainer::isEnabled, &RContainer::setEnabled>(
         "enabled", "0: it accepts nothing, and its answers cannot be picked up"),
@@ -34,7 +34,7 @@ constexpr int kHighlightedLook = 1;
 
 } // namespace
 
-const OMSClass RContainer::kClass{"RContainer", &RAnimation::kClass, kVocabulary};
+const OMSClass RContainer::kClass{"RContainer", &RAnimation::kClass, kRContainerVocabulary};
 
 RContainer::RContainer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
                        int y)

@@ -5,43 +5,46 @@
 
 namespace {
 
-using Answer = RDoubleGraphicTextAnswer;
-
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRDoubleGraphicTextAnswerVocabulary[] = {
     oms::data<&RAnswer::attribute, &RAnswer::setAttributeText>(
         "attribute", "text that attribute containers compare"),
-    oms::data<&Answer::pictureID<0>, &Answer::setPictureID<0>>("graphic1ID", "a picture; -1: none"),
-    oms::data<&Answer::pictureOffsetZ<0>, &Answer::setPictureOffsetZ<0>>(
+    oms::data<&RDoubleGraphicTextAnswer::pictureID<0>, &RDoubleGraphicTextAnswer::setPictureID<0>>(
+        "graphic1ID", "a picture; -1: none"),
+    oms::data<&RDoubleGraphicTextAnswer::pictureOffsetZ<0>,
+              &RDoubleGraphicTextAnswer::setPictureOffsetZ<0>>(
         "graphic1OffsetZ", "below 0: behind the base picture; above 0: before the texts"),
-    oms::data<&Answer::pictureID<1>, &Answer::setPictureID<1>>("graphic2ID", "a picture; -1: none"),
-    oms::data<&Answer::pictureOffsetZ<1>, &Answer::setPictureOffsetZ<1>>("graphic2OffsetZ",
-                                                                         "as graphic1OffsetZ"),
-    oms::data<&Answer::text<0>, &Answer::setText<0>>("text1", "what is written on it"),
-    oms::data<&Answer::text<1>, &Answer::setText<1>>("text2", "what is written on it too"),
-    oms::data<&Answer::textColorIndex, &Answer::setTextColorIndex>(
+    oms::data<&RDoubleGraphicTextAnswer::pictureID<1>, &RDoubleGraphicTextAnswer::setPictureID<1>>(
+        "graphic2ID", "a picture; -1: none"),
+    oms::data<&RDoubleGraphicTextAnswer::pictureOffsetZ<1>,
+              &RDoubleGraphicTextAnswer::setPictureOffsetZ<1>>("graphic2OffsetZ",
+                                                               "as graphic1OffsetZ"),
+    oms::data<&RDoubleGraphicTextAnswer::text<0>, &RDoubleGraphicTextAnswer::setText<0>>(
+        "text1", "what is written on it"),
+    oms::data<&RDoubleGraphicTextAnswer::text<1>, &RDoubleGraphicTextAnswer::setText<1>>(
+        "text2", "what is written on it too"),
+    oms::data<&RDoubleGraphicTextAnswer::textColorIndex,
+              &RDoubleGraphicTextAnswer::setTextColorIndex>(
         "textColorIndex", "palette index of both texts, 0 to 255"),
-    oms::data<&Answer::textOffsetX<0>, &Answer::setTextOffsetX<0>>(
+    oms::data<&RDoubleGraphicTextAnswer::textOffsetX<0>,
+              &RDoubleGraphicTextAnswer::setTextOffsetX<0>>(
         "text1OffsetX", "of the text's box from the base picture's corner"),
-    oms::data<&Answer::textOffsetY<0>, &Answer::setTextOffsetY<0>>("text1OffsetY",
-                                                                   "as text1OffsetX"),
-    oms::data<&Answer::textOffsetX<1>, &Answer::setTextOffsetX<1>>("text2OffsetX",
-                                                                   "as text1OffsetX"),
-    oms::data<&Answer::textOffsetY<1>, &Answer::setTextOffsetY<1>>("text2OffsetY",
-                                                                   "as text1OffsetX"),
+    oms::data<&RDoubleGraphicTextAnswer::textOffsetY<0>,
+              &RDoubleGraphicTextAnswer::setTextOffsetY<0>>("text1OffsetY", "as text1OffsetX"),
+    oms::data<&RDoubleGraphicTextAnswer::textOffsetX<1>,
+              &RDoubleGraphicTextAnswer::setTextOffsetX<1>>("text2OffsetX", "as text1OffsetX"),
+    oms::data<&RDoubleGraphicTextAnswer::textOffsetY<1>,
+              &RDoubleGraphicTextAnswer::setTextOffsetY<1>>("text2OffsetY", "as text1OffsetX"),
     oms::data<&RAnswer::value, &RAnswer::setValue>(
         "value", "number that containers count; the attribute, until it is written"),
-    oms::method<&Answer::playAnimations>("playAnimations"),
-    oms::method<&Answer::chooseFont>("setFont", "id | face size [style]"),
-    oms::method<&Answer::stopAnimations>("stopAnimations"),
+    oms::method<&RDoubleGraphicTextAnswer::playAnimations>("playAnimations"),
+    oms::method<&RDoubleGraphicTextAnswer::chooseFont>("setFont", "id | face size [style]"),
+    oms::method<&RDoubleGraphicTextAnswer::stopAnimations>("stopAnimations"),
 };
-
-constexpr std::size_t kTexts = 2;
-constexpr std::size_t kPictures = 2; ///< besides the base picture
 
 } // namespace
 
 const OMSClass RDoubleGraphicTextAnswer::kClass{"RDoubleGraphicTextAnswer", &RAnswer::kClass,
-                                                kVocabulary,
+                                                kRDoubleGraphicTextAnswerVocabulary,
                                                 &createAnswer<RDoubleGraphicTextAnswer>};
 
 RDoubleGraphicTextAnswer::RDoubleGraphicTextAnswer(OMTrinketWindow& window,

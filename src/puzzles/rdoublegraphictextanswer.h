@@ -25,6 +25,9 @@ class RDoubleGraphicTextAnswer final : public LabelledAnswer {
     }
 
   private:
+    static constexpr std::size_t kTexts = 2;
+    static constexpr std::size_t kPictures = 2; ///< besides the base picture
+
     RDoubleGraphicTextAnswer(const RDoubleGraphicTextAnswer& other) = default;
 
     friend class RAnswer; // asks for the base picture

@@ -12,7 +12,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRFabricContainerVocabulary[] = {
     oms::data<&RFabricContainer::correctSegments, &RFabricContainer::setCorrectSegments>(
         "correctSegments", "segments to be covered"),
     oms::data<&RFabricContainer::infoAOID, &RFabricContainer::setInfoAOID>(
@@ -28,7 +28,8 @@ constexpr int kFarthestInfo = 10'000;
 
 } // namespace
 
-const OMSClass RFabricContainer::kClass{"RFabricContainer", &RContainer::kClass, kVocabulary,
+const OMSClass RFabricContainer::kClass{"RFabricContainer", &RContainer::kClass,
+                                        kRFabricContainerVocabulary,
                                         &createContainer<RFabricContainer>};
 
 RFabricContainer::RFabricContainer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id,

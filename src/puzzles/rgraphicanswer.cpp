@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRGraphicAnswerVocabulary[] = {
     oms::data<&RAnswer::attribute, &RAnswer::setAttributeText>(
         "attribute", "text that attribute containers compare"),
     oms::data<&RAnswer::graphicID, &RAnswer::setGraphicID>("graphicID", "its picture; -1: none"),
@@ -23,7 +23,7 @@ constexpr OMSEntry kVocabulary[] = {
 
 } // namespace
 
-const OMSClass RGraphicAnswer::kClass{"RGraphicAnswer", &RAnswer::kClass, kVocabulary,
+const OMSClass RGraphicAnswer::kClass{"RGraphicAnswer", &RAnswer::kClass, kRGraphicAnswerVocabulary,
                                       &createAnswer<RGraphicAnswer>};
 
 std::unique_ptr<OMScriptableObject> RGraphicAnswer::duplicate() {

@@ -4,31 +4,29 @@
 
 namespace {
 
-using Answer = RGraphicTextAnswer;
-
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRGraphicTextAnswerVocabulary[] = {
     oms::data<&RAnswer::attribute, &RAnswer::setAttributeText>(
         "attribute", "text that attribute containers compare"),
     oms::data<&RAnswer::graphicID, &RAnswer::setGraphicID>("graphicID", "its picture; -1: none"),
-    oms::data<&Answer::text<0>, &Answer::setText<0>>("text", "what is written on it"),
-    oms::data<&Answer::textColorIndex, &Answer::setTextColorIndex>("textColorIndex",
-                                                                   "palette index, 0 to 255"),
-    oms::data<&Answer::textOffsetX<0>, &Answer::setTextOffsetX<0>>(
+    oms::data<&RGraphicTextAnswer::text<0>, &RGraphicTextAnswer::setText<0>>(
+        "text", "what is written on it"),
+    oms::data<&RGraphicTextAnswer::textColorIndex, &RGraphicTextAnswer::setTextColorIndex>(
+        "textColorIndex", "palette index, 0 to 255"),
+    oms::data<&RGraphicTextAnswer::textOffsetX<0>, &RGraphicTextAnswer::setTextOffsetX<0>>(
         "textOffsetX", "of the text's box from the picture's corner"),
-    oms::data<&Answer::textOffsetY<0>, &Answer::setTextOffsetY<0>>("textOffsetY", "as textOffsetX"),
+    oms::data<&RGraphicTextAnswer::textOffsetY<0>, &RGraphicTextAnswer::setTextOffsetY<0>>(
+        "textOffsetY", "as textOffsetX"),
     oms::data<&RAnswer::value, &RAnswer::setValue>(
         "value", "number that containers count; the attribute, until it is written"),
     oms::lasting<&RAnswer::playAnimation>("playAnimation"),
-    oms::method<&Answer::chooseFont>("setFont", "id | face size [style]"),
+    oms::method<&RGraphicTextAnswer::chooseFont>("setFont", "id | face size [style]"),
     oms::method<&RAnswer::stopAnimation>("stopAnimation"),
 };
 
-constexpr std::size_t kTexts = 1;
-constexpr std::size_t kPictures = 0; ///< besides the base picture
-
 } // namespace
 
-const OMSClass RGraphicTextAnswer::kClass{"RGraphicTextAnswer", &RAnswer::kClass, kVocabulary,
+const OMSClass RGraphicTextAnswer::kClass{"RGraphicTextAnswer", &RAnswer::kClass,
+                                          kRGraphicTextAnswerVocabulary,
                                           &createAnswer<RGraphicTextAnswer>};
 
 RGraphicTextAnswer::RGraphicTextAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image,

@@ -16,5 +16,8 @@ class RGraphicTextAnswer final : public LabelledAnswer {
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
   private:
+    static constexpr std::size_t kTexts = 1;
+    static constexpr std::size_t kPictures = 0; ///< besides the base picture
+
     RGraphicTextAnswer(const RGraphicTextAnswer& other) = default;
 };

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRHorizontalContainerVocabulary[] = {
     oms::data<&RHorizontalContainer::answerMatchString,
               &RHorizontalContainer::setAnswerMatchString>(
         "answerMatchString", "the attributes in the row; writing: the only match"),
@@ -26,7 +26,8 @@ constexpr OMSEntry kVocabulary[] = {
 } // namespace
 
 const OMSClass RHorizontalContainer::kClass{"RHorizontalContainer", &RContainer::kClass,
-                                            kVocabulary, &createContainer<RHorizontalContainer>};
+                                            kRHorizontalContainerVocabulary,
+                                            &createContainer<RHorizontalContainer>};
 
 std::unique_ptr<OMScriptableObject> RHorizontalContainer::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new RHorizontalContainer(*this));

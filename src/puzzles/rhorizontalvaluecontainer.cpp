@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRHorizontalValueContainerVocabulary[] = {
     oms::readOnly<&RHorizontalValueContainer::answerValue>("answerValue",
                                                            "sum of the values of its answers"),
     oms::data<&RowContainer::deltaZ, &RowContainer::setDeltaZ>(
@@ -22,7 +22,7 @@ constexpr OMSEntry kVocabulary[] = {
 } // namespace
 
 const OMSClass RHorizontalValueContainer::kClass{"RHorizontalValueContainer", &RContainer::kClass,
-                                                 kVocabulary,
+                                                 kRHorizontalValueContainerVocabulary,
                                                  &createContainer<RHorizontalValueContainer>};
 
 std::unique_ptr<OMScriptableObject> RHorizontalValueContainer::duplicate() {

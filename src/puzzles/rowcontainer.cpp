@@ -13,8 +13,7 @@ int widthOf(const RAnswer& answer) { return std::max(answer.effectiveRectangle()
 int leftOf(const RAnswer& answer) { return answer.effectiveRectangle().left; }
 
 void moveLeftTo(RAnswer& answer, std::int64_t left) {
-    const auto wanted = std::clamp<std::int64_t>(left, -OMTrinket::kFarthest, OMTrinket::kFarthest);
-    answer.offset(static_cast<int>(wanted) - leftOf(answer), 0);
+    answer.offset(OMTrinket::nearestPlace(left) - leftOf(answer), 0);
 }
 
 /// Twice the middle, so that no half is lost.

@@ -12,7 +12,7 @@ using platform::Point;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRPuzzleVocabulary[] = {
     oms::readOnly<&RPuzzle::areAnswersUsed>("areAnswersUsed", "every answer is in a container"),
     oms::readOnly<&RPuzzle::areContainersFull>("areContainersFull", "every container is full"),
     oms::data<&RPuzzle::puzzleTextColorIndex, &RPuzzle::setPuzzleTextColorIndex>(
@@ -76,7 +76,7 @@ void sendHome(RAnswer& answer) {
 
 } // namespace
 
-const OMSClass RPuzzle::kClass{"RPuzzle", &OMScriptableObject::kClass, kVocabulary,
+const OMSClass RPuzzle::kClass{"RPuzzle", &OMScriptableObject::kClass, kRPuzzleVocabulary,
                                &oms::create<RPuzzle>};
 
 // ---------------------------------------------------------------------------- what it consists of

@@ -39,11 +39,6 @@ void noteMissing(const char* kind, std::size_t records, std::size_t objects, con
             static_cast<int>(records), static_cast<int>(objects), kind, method);
 }
 
-int place(std::int64_t coordinate) {
-    return static_cast<int>(
-        std::clamp<std::int64_t>(coordinate, -OMTrinket::kFarthest, OMTrinket::kFarthest));
-}
-
 /// Where the text stands that fits its box.
 void align(RText& text, int flag) {
     switch (static_cast<RPuzzle::Alignment>(flag)) {
@@ -188,11 +183,12 @@ void RPuzzle::addText(const DSText& record) {
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
     if (!window) return;
     const bool bounded = record.width != DSText::kUnbounded;
-    const int left = place(record.x);
-    const int top = place(record.y);
-    const Rect box = bounded ? Rect{left, top, place(std::int64_t{left} + record.width),
-                                    place(std::int64_t{top} + record.height)}
-                             : Rect{left, top, left + RText::kFitting, top + RText::kFitting};
+    const int left = OMTrinket::nearestPlace(record.x);
+    const int top = OMTrinket::nearestPlace(record.y);
+    const Rect box =
+        bounded ? Rect{left, top, OMTrinket::nearestPlace(std::int64_t{left} + record.width),
+                       OMTrinket::nearestPlace(std::int64_t{top} + record.height)}
+                : Rect{left, top, left + RText::kFitting, top + RText::kFitting};
     auto text = std::make_unique<RText>(*window, box);
     OMSBirths births;
     births.add(*text, RText::kClass);

@@ -9,7 +9,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRStackingContainerVocabulary[] = {
     oms::readOnly<&RStackingContainer::answerValue>("answerValue",
                                                     "sum of the values of its answers"),
     oms::data<&RStackingContainer::droppedSound, &RStackingContainer::setDroppedSound>(
@@ -28,7 +28,8 @@ int heightOf(const RAnswer& answer) { return std::max(answer.effectiveRectangle(
 
 } // namespace
 
-const OMSClass RStackingContainer::kClass{"RStackingContainer", &RContainer::kClass, kVocabulary,
+const OMSClass RStackingContainer::kClass{"RStackingContainer", &RContainer::kClass,
+                                          kRStackingContainerVocabulary,
                                           &createContainer<RStackingContainer>};
 
 RStackingContainer::RStackingContainer(const RStackingContainer& other)

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRValueContainerVocabulary[] = {
     oms::data<&RValueContainer::value, &RValueContainer::setValue>("value",
                                                                    "of the answer that is right"),
     oms::data<&RContainer::isHighlighted, &RContainer::setHighlighted>(
@@ -15,7 +15,8 @@ constexpr OMSEntry kVocabulary[] = {
 
 } // namespace
 
-const OMSClass RValueContainer::kClass{"RValueContainer", &RContainer::kClass, kVocabulary,
+const OMSClass RValueContainer::kClass{"RValueContainer", &RContainer::kClass,
+                                       kRValueContainerVocabulary,
                                        &createContainer<RValueContainer>};
 
 std::unique_ptr<OMScriptableObject> RValueContainer::duplicate() {

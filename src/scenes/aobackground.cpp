@@ -6,11 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-constexpr int kBlack = 0; ///< palette index
-
-} // namespace
+namespace {} // namespace
 
 AOBackground::AOBackground(int width, int height, std::shared_ptr<const AOImage> image)
     : canvas_(width, height, OMApp::bufferDepth()) {
@@ -37,7 +33,7 @@ OMMemCanvas* AOBackground::picture() {
 
 void AOBackground::drawImage() {
     const OMRegion all(canvas_.bounds());
-    canvas_.setColor(OMColor(kBlack));
+    canvas_.setColor(OMColor(OMColor::kBlack));
     canvas_.fillRegion(all);
     const AOSequence& sequence = image_->sequence(0);
     const auto entry = std::find_if(sequence.begin(), sequence.end(),

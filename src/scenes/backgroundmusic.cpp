@@ -10,7 +10,7 @@
 namespace {
 
 constexpr int kSilent = 0;
-constexpr std::uint32_t kTaskPriority = 110; ///< before the sound engine mixes
+constexpr std::uint32_t kMusicPriority = 110; ///< before the sound engine mixes
 constexpr int kReadInPieces = kOMIStreamBuffered;
 
 int clampedVolume(int volume) { return std::clamp(volume, kSilent, OMSound::kFullVolume); }
@@ -82,7 +82,7 @@ void BackgroundMusic::awaitDevice() {
         if (!held_) releaseFade();
         play();
     };
-    waiting_ = std::make_unique<OMTask>(look, kTaskPriority);
+    waiting_ = std::make_unique<OMTask>(look, kMusicPriority);
 }
 
 void BackgroundMusic::createSound() {
@@ -158,7 +158,7 @@ void BackgroundMusic::beginFade(int from, int to, int seconds, bool thenStop) {
                          .start = now,
                          .duration = std::int64_t{seconds} * ScenePause::kTicksPerSecond,
                          .heldSince = held_ ? std::optional(now) : std::nullopt,
-                         .task = {[this] { fade(); }, kTaskPriority}});
+                         .task = {[this] { fade(); }, kMusicPriority}});
 }
 
 void BackgroundMusic::fade() {

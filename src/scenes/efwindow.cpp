@@ -19,8 +19,6 @@ EffectsWindow::PaletteFilter EffectsWindow::paletteFilter_;
 
 namespace {
 
-constexpr int kBlack = 0; ///< palette index
-
 int nowMs() { return static_cast<int>(OMMilliseconds()); }
 
 } // namespace
@@ -37,7 +35,7 @@ EffectsWindow::EffectsWindow(Point corner, std::string_view title)
 
 void EffectsWindow::goToBlack() {
     canvas().removeClipRegion();
-    canvas().setColor(OMColor(kBlack));
+    canvas().setColor(OMColor(OMColor::kBlack));
     canvas().fillRect(canvas().bounds());
     YEngine::charge(YEngine::kPictureCost);
     OMPlatform().clock().sleep(0); // it is seen, however long the script goes on
@@ -158,7 +156,7 @@ void EffectsWindow::installPicture(std::shared_ptr<const AOImage> image) {
     setBackground(
         std::make_unique<AOBackground>(canvas().width(), canvas().height(), std::move(image)));
     canvas().setColor(std::nullopt);
-    backBuffer().setColor(OMColor(kBlack));
+    backBuffer().setColor(OMColor(OMColor::kBlack));
 }
 
 void EffectsWindow::installPalette(int id) {

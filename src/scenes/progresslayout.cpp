@@ -12,7 +12,7 @@
 namespace {
 
 constexpr std::string_view kFileName = "progress.map";
-constexpr std::size_t kMaxFileSize = 65536;
+constexpr std::size_t kMaxLayoutSize = 65536;
 constexpr std::size_t kLineLength = 199;
 constexpr char kComment = ';';
 constexpr std::string_view kHereWord = "HERE";
@@ -337,7 +337,8 @@ ProgressLayouts ProgressLayouts::find() {
     const std::optional<std::string> path = OMPathResolveFilename(kFileName);
     if (!path) return builtIn();
     platform::Files& files = OMPlatform().files();
-    if (const auto text = platform::readFile(files, *path, kMaxFileSize)) return read(*path, *text);
+    if (const auto text = platform::readFile(files, *path, kMaxLayoutSize))
+        return read(*path, *text);
     OMLogUnreadable(*path, "The built-in layout is used");
     return builtIn();
 }

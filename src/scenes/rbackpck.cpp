@@ -19,7 +19,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRBackPackVocabulary[] = {
     oms::readOnly<&RBackPack::droppedObjectIndex>(
         "droppedObjectIndex", "slot of what was dropped outside last; -1: none"),
     oms::readOnly<&RBackPack::droppedObjectX>("droppedObjectX", "where that was"),
@@ -96,7 +96,7 @@ class RBackPack::Thing final : public OMAnimation {
     int slot_;
 };
 
-const OMSClass RBackPack::kClass{"RBackPack", &RAnimation::kClass, kVocabulary,
+const OMSClass RBackPack::kClass{"RBackPack", &RAnimation::kClass, kRBackPackVocabulary,
                                  &RBackPack::createFromScript};
 
 RBackPack::RBackPack(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)

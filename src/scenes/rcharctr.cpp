@@ -27,7 +27,7 @@ constexpr int kAsTheSequenceSays = 0; ///< repeat count
 constexpr int kFirstSequence = 0;
 constexpr int kFirstListener = 0;
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRCharacterVocabulary[] = {
     oms::data<&RCharacter::animatesSettled, &RCharacter::setAnimateSettled>(
         "animateSettled", "1: the settle pose moves; 0: it shows its first frame"),
     oms::data<&RCharacter::isTouchy, &RCharacter::setTouchy>("enabled", "the same as touchy"),
@@ -54,14 +54,14 @@ void refuse(const std::string& text, const OMLink& done) {
 
 } // namespace
 
-const OMSClass RCharacter::kClass{"RCharacter", &OMMultiTrinket::kClass, kVocabulary,
+const OMSClass RCharacter::kClass{"RCharacter", &OMMultiTrinket::kClass, kRCharacterVocabulary,
                                   &RCharacter::createFromScript};
 
 RCharacter::RCharacter(OMTrinketWindow& window, int settlePose, Point at)
     : OMMultiTrinket(window), origin_(at),
       nextFidgetLayer_(kFirstFidgetLayer), shown_{kSettlePoseLayer} {
     const auto coordinate = [](int value) {
-        return value == OMAnimation::kEmbedded ? 0 : std::clamp(value, -kFarthest, kFarthest);
+        return value == OMAnimation::kEmbedded ? 0 : nearestPlace(value);
     };
     const Point place{coordinate(at.x), coordinate(at.y)};
     setBounds({place.x, place.y, place.x, place.y}); // while it has no layers

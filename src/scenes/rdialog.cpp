@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRDialogVocabulary[] = {
     oms::readOnly<&RDialog::selectedButton>("selectedButton",
                                             "value of the button pressed last; empty before"),
     oms::method<&RDialog::addButton>("addButton", "id value"),
@@ -37,7 +37,7 @@ std::unique_ptr<Class> createEmbedded(int id, OMTrinketWindow& window) {
 
 } // namespace
 
-const OMSClass RDialog::kClass{"RDialog", &OMMultiTrinket::kClass, kVocabulary,
+const OMSClass RDialog::kClass{"RDialog", &OMMultiTrinket::kClass, kRDialogVocabulary,
                                &RDialog::createFromScript};
 
 RDialog::RDialog(OMTrinketWindow& window, int backgroundId, int z)

@@ -20,7 +20,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRLapTrapVocabulary[] = {
     oms::readOnly<&RLapTrap::selectedLocation>("selectedLocation",
                                                "number of the location clicked last; 0: none"),
     oms::readOnly<&RLapTrap::selectedLocationName>("selectedLocationName", "its name"),
@@ -69,7 +69,7 @@ world::LevelColor colorFrom(int value) {
 
 } // namespace
 
-const OMSClass RLapTrap::kClass{"RLapTrap", &RAnimation::kClass, kVocabulary,
+const OMSClass RLapTrap::kClass{"RLapTrap", &RAnimation::kClass, kRLapTrapVocabulary,
                                 &RLapTrap::createFromScript};
 
 // ---------------------------------------------------------------------------- opening

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRScenePortVocabulary[] = {
     oms::data<&RScenePort::backgroundMusicID, &RScenePort::setBackgroundMusicID>(
         "backgroundMusicID", "id of a sound, -1 for none"),
     oms::data<&RScenePort::backgroundMusicVolume, &RScenePort::setBackgroundMusicVolume>(
@@ -32,7 +32,7 @@ BackgroundMusic& music() { return *BackgroundMusic::current(); }
 
 } // namespace
 
-const OMSClass RScenePort::kClass{"RScenePort", &OMScriptableObject::kClass, kVocabulary,
+const OMSClass RScenePort::kClass{"RScenePort", &OMScriptableObject::kClass, kRScenePortVocabulary,
                                   &RScenePort::createFromScript};
 
 // Life

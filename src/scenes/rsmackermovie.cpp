@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRSmackerMovieVocabulary[] = {
     oms::data<&RSmackerMovie::frame, &RSmackerMovie::setFrame>("frame", "current frame, from 0"),
     oms::readOnly<&RSmackerMovie::frames>("frames", "number of frames"),
     oms::readOnly<&RSmackerMovie::rate>("rate", "frames per second"),
@@ -91,7 +91,7 @@ bool hasPossibleSize(const platform::Movie& movie) {
 
 } // namespace
 
-const OMSClass RSmackerMovie::kClass{"RSmackerMovie", &OMTrinket::kClass, kVocabulary,
+const OMSClass RSmackerMovie::kClass{"RSmackerMovie", &OMTrinket::kClass, kRSmackerMovieVocabulary,
                                      &RSmackerMovie::createFromScript};
 
 RSmackerMovie* RSmackerMovie::current_ = nullptr;

@@ -20,7 +20,7 @@ std::optional<OMDevicePalette> RSmackerMovie::moviePalette_;
 
 namespace {
 
-constexpr std::uint32_t kTaskPriority = 50; ///< in each pass after the sound, before the scripts
+constexpr std::uint32_t kMoviePriority = 50; ///< in each pass after the sound, before the scripts
 constexpr int kBitsPerByte = 8;
 
 /// An 8-bit component c as one of 16 bits.
@@ -74,7 +74,7 @@ void RSmackerMovie::start() {
     paletteDue_ = true;
     if (!collected_) takeScreen();
     if (!options_.preload) OMCachedFile::suspendBkgd();
-    task_ = std::make_unique<OMTask>(OMLinkToObj(this, &RSmackerMovie::play), kTaskPriority);
+    task_ = std::make_unique<OMTask>(OMLinkToObj(this, &RSmackerMovie::play), kMoviePriority);
     runUnlessHeld();
 }
 

@@ -4,11 +4,7 @@
 
 #include <algorithm>
 
-namespace {
-
-constexpr int kMsPerSecond = 1000;
-
-} // namespace
+namespace {} // namespace
 
 void ScenePause::raise(bool thereIsAScene) {
     ++level_;
@@ -24,7 +20,7 @@ void ScenePause::lower() {
 
 std::int64_t ScenePause::ticks() {
     const std::int64_t now = pausedSince_ ? *pausedSince_ : clock();
-    return (now - pausedMs_) * kTicksPerSecond / kMsPerSecond;
+    return (now - pausedMs_) * kTicksPerSecond / platform::kMsPerSecond;
 }
 
 std::int64_t ScenePause::clock() {

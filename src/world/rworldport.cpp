@@ -13,7 +13,7 @@ using world::WorldMemory;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRWorldPortVocabulary[] = {
     oms::readOnly<&RWorldPort::playersCount>("playersCount", "how many players there are"),
     oms::data<&RWorldPort::threshold<&Thresholds::a>, &RWorldPort::setThreshold<&Thresholds::a>>(
         "wsAutoLevelingA", "activity"),
@@ -51,7 +51,7 @@ constexpr OMSEntry kPlayerVocabulary[] = {
 
 } // namespace
 
-const OMSClass RWorldPort::kClass{"RWorldPort", &OMScriptableObject::kClass, kVocabulary,
+const OMSClass RWorldPort::kClass{"RWorldPort", &OMScriptableObject::kClass, kRWorldPortVocabulary,
                                   &RWorldPort::createFromScript, kPlayerVocabulary};
 
 // ---------------------------------------------------------------------------- life

@@ -8,12 +8,6 @@ namespace golden {
 
 namespace {
 
-using Grid = std::vector<std::string>;
-
-Frame drawn(const Grid& grid, int scale) {
-    return golden::drawn({grid.begin(), grid.end()}, scale, Packing::Fills);
-}
-
 /// Stands.
 Animation still(Frame frame, int x = 0, int y = 0, int depth = 0) {
     return {.x = x,
@@ -58,7 +52,7 @@ Animation piece(const Grid& shape, char letter) {
         for (int i = 0; i < view % 4; ++i) grid = turned(grid);
         if (view >= 4) grid = mirrored(grid);
         made.sequences[0].push_back({0, 0, static_cast<int>(made.frames.size()), 100});
-        made.frames.push_back(drawn(grid, 4));
+        made.frames.push_back(filled(grid, 4));
     }
     made.sequences[0].push_back({0, 0, kLoop, 0});
     return made;
@@ -109,10 +103,10 @@ Animation panel() {
                       74 + 28 * row + 28, 'k');
     rectangle(grid, 80, 18, 100, 48, 'r');
     rectangle(grid, 85, 23, 95, 43, 'W');
-    return still(drawn(grid, 1), 12, 8);
+    return still(filled(grid, 1), 12, 8);
 }
 
-Animation item(const Grid& grid, int scale) { return still(drawn(grid, scale)); }
+Animation item(const Grid& grid, int scale) { return still(filled(grid, scale)); }
 
 // The dialog
 
@@ -122,7 +116,7 @@ Animation question() {
     Grid grid(16, "p" + std::string(14, 'n') + std::string(14, 'k') + "t");
     grid.front() = grid.back() = edge;
     for (int row = 3; row < 6; ++row) grid[static_cast<std::size_t>(row)].replace(20, 7, 7, '.');
-    return still(drawn(grid, 10), 170, 120);
+    return still(filled(grid, 10), 170, 120);
 }
 
 Animation choice(int x, int marks) {
@@ -132,7 +126,7 @@ Animation choice(int x, int marks) {
         std::string marked = full;
         for (int mark = 0; mark < marks; ++mark)
             marked[static_cast<std::size_t>(1 + 3 * mark)] = 'K';
-        frames.push_back(drawn(Grid{full, marked, full}, 8));
+        frames.push_back(filled(Grid{full, marked, full}, 8));
     }
     return {.x = x,
             .y = 220,
@@ -167,17 +161,17 @@ std::vector<Picture> gamePictures() {
         {408, piece({"XX.", ".X.", ".XX"}, 'b')},
         {409, piece({"XXXX", "...X"}, 'o')},
         {410, piece({"..XX", "XXX."}, 'm')},
-        {420, still(drawn(kTurns, 6), 470, 180, 4)},
-        {421, still(drawn(kMirrors, 6), 470, 80, 4)},
-        {422, still(drawn(kBox, 4))},
+        {420, still(filled(kTurns, 6), 470, 180, 4)},
+        {421, still(filled(kMirrors, 6), 470, 80, 4)},
+        {422, still(filled(kBox, 4))},
         {430, panel()},
         {440, question()},
         {441, choice(180, 1)},
         {442, choice(284, 2)},
         {443, choice(388, 3)},
-        {444, still(drawn(kFlower, 8), 200, 140)},
-        {445, still(drawn(kFlower, 8), 300, 200)}, // over a button
-        {450, still(drawn(kPeg, 6))},
+        {444, still(filled(kFlower, 8), 200, 140)},
+        {445, still(filled(kFlower, 8), 300, 200)}, // over a button
+        {450, still(filled(kPeg, 6))},
         {1013, item({"rrrr", "r..r", "rrWr", "r..r"}, 5)},           // item 1, 20 by 20
         {1005, item({"gggggggggg", "g..W...K.g", "gggggggggg"}, 4)}, // item 5, wider than a cell
         {11009, item({"..c..", ".ccc.", "ccWcc", ".ccc.", "..c.."}, 5)}, // item 19, 25 by 25

@@ -8,13 +8,7 @@ namespace golden {
 
 namespace {
 
-using Grid = std::vector<std::string>;
-
 constexpr int kFrameMs = 100;
-
-Frame drawn(const Grid& grid, int scale) {
-    return golden::drawn({grid.begin(), grid.end()}, scale, Packing::Fills);
-}
 
 /// A sequence for each frame, which it holds.
 Animation held(std::vector<Frame> frames) {
@@ -67,7 +61,7 @@ Animation board() {
 
 // Buttons
 
-constexpr std::string_view kColors = "cgr"; ///< nothing yet, went on, went back
+constexpr std::string_view kMarks = "cgr"; ///< nothing yet, went on, went back
 
 /// As many dots as the level's number says; selected, there is a white frame.
 Frame levelFrame(int level, char color, bool selected) {
@@ -82,10 +76,10 @@ Frame levelFrame(int level, char color, bool selected) {
     }
     for (int dot = 0; dot < level; ++dot)
         grid[dot < 2 ? 2 : 4][dot % 2 == 0 ? 2 : 5] = dot == 3 ? 'y' : 'K';
-    return drawn(grid, 4);
+    return filled(grid, 4);
 }
 
-std::vector<Frame> levelFrames(int level, std::string_view colors = kColors) {
+std::vector<Frame> levelFrames(int level, std::string_view colors = kMarks) {
     std::vector<Frame> frames;
     for (const char color : colors)
         for (const bool selected : {false, true})
@@ -105,8 +99,8 @@ Animation turningLevel(int level) {
 /// A box with a hole when it is not checked.
 Animation checkBox() {
     return held(
-        {drawn({"WWWWWWW", "W....oW", "W...ooW", "Wo.oo.W", "Wooo..W", "W.o...W", "WWWWWWW"}, 4),
-         drawn({"WWWWWWW", "W.....W", "W.....W", "W..c..W", "W.....W", "W.....W", "WWWWWWW"}, 4)});
+        {filled({"WWWWWWW", "W....oW", "W...ooW", "Wo.oo.W", "Wooo..W", "W.o...W", "WWWWWWW"}, 4),
+         filled({"WWWWWWW", "W.....W", "W.....W", "W..c..W", "W.....W", "W.....W", "WWWWWWW"}, 4)});
 }
 
 constexpr std::string_view kPlaceColors = "bom"; ///< visited, here, never visited
@@ -123,7 +117,7 @@ std::vector<Frame> placeFrames(int number) {
                 grid[row].replace(static_cast<std::size_t>(2 + 3 * bit), 1, 1, set ? 'W' : 'K');
         }
         grid.front().front() = grid.back().back() = '.';
-        frames.push_back(drawn(grid, 4));
+        frames.push_back(filled(grid, 4));
     }
     return frames;
 }
@@ -150,21 +144,21 @@ Animation music(char plain, char selected) {
         for (std::string& row : grid)
             for (char& letter : row)
                 if (letter == '#') letter = color;
-        frames.push_back(drawn(grid, 6));
+        frames.push_back(filled(grid, 6));
     }
     return held(std::move(frames));
 }
 
 Animation closeButton() {
-    return inOneSequence({drawn({"rr.rr", ".rrr.", "..r..", ".rrr.", "rr.rr"}, 8),
-                          drawn({"WW.WW", ".WWW.", "..W..", ".WWW.", "WW.WW"}, 8)});
+    return inOneSequence({filled({"rr.rr", ".rrr.", "..r..", ".rrr.", "rr.rr"}, 8),
+                          filled({"WW.WW", ".WWW.", "..W..", ".WWW.", "WW.WW"}, 8)});
 }
 
 /// Two frames of other sizes and places.
 Animation refusal() {
     constexpr int kMs = 300;
-    return {.frames = {drawn({"r.....r", ".r...r.", "..rrr..", ".r...r.", "r.....r"}, 20),
-                       drawn({"yyyyy", "y...y", "y.R.y", "y...y", "yyyyy"}, 16)},
+    return {.frames = {filled({"r.....r", ".r...r.", "..rrr..", ".r...r.", "r.....r"}, 20),
+                       filled({"yyyyy", "y...y", "y.R.y", "y...y", "yyyyy"}, 16)},
             .sequences = {{{0, 0, 0, kMs}, {-40, 30, 1, kMs}, {0, 0, kEnd, 0}}}};
 }
 

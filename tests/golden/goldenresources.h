@@ -56,6 +56,10 @@ enum class Packing : std::uint8_t {
 /// A frame from letters, "." is transparent. Each letter becomes a square of `scale` pixels.
 [[nodiscard]] Frame drawn(const std::vector<std::string_view>& art, int scale = 1,
                           Packing packing = Packing::Singles);
+using Grid = std::vector<std::string>;
+[[nodiscard]] inline Frame filled(const Grid& grid, int scale) {
+    return drawn({grid.begin(), grid.end()}, scale, Packing::Fills);
+}
 /// A frame of equal rows.
 [[nodiscard]] Frame repeated(const Row& row, int rows);
 /// Adds the rows of one frame below those of another.

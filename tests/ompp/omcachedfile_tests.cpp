@@ -24,7 +24,7 @@ constexpr const char* kName = "a.bin";
 constexpr const char* kSource = "D:\\RSC\\a.bin";
 constexpr const char* kCopy = "C:\\HOME\\a.bin";
 
-std::string pattern(std::size_t size) {
+std::string textPattern(std::size_t size) {
     std::string text(size, '\0');
     for (std::size_t i = 0; i < size; ++i) text[i] = static_cast<char>(i * 31 + i / 256 * 7);
     return text;
@@ -77,7 +77,7 @@ class OMCachedFileTest : public testing_support::OMAppTest {
         return toText(OMIStreamFile(name, kOMIStreamCache).readAll());
     }
 
-    const std::string data = pattern(100'000);
+    const std::string data = textPattern(100'000);
     Strings completed;
 };
 
@@ -87,7 +87,7 @@ TEST_F(OMCachedFileTest, TheCopyIsReadUntilItsLastUserIsGone) {
             for (const bool atOnce : {true, false}) {
                 SCOPED_TRACE(std::to_string(size) + (kind == Kind::Disk ? " disk" : " memory") +
                              (atOnce ? " at once" : " later"));
-                files.put(kSource, pattern(size));
+                files.put(kSource, textPattern(size));
                 if (atOnce)
                     ASSERT_TRUE(cacheNow(kind));
                 else
@@ -95,10 +95,10 @@ TEST_F(OMCachedFileTest, TheCopyIsReadUntilItsLastUserIsGone) {
                 ASSERT_TRUE(runTasks());
                 EXPECT_EQ(files.exists(kCopy), kind == Kind::Disk);
                 files.put(kSource, "changed on the drive");
-                EXPECT_EQ(streamed(), pattern(size));
+                EXPECT_EQ(streamed(), textPattern(size));
                 EXPECT_EQ(cacheNow(kind), OMCachedFile::find("A.BIN"));
                 OMCachedFile::uncache(kName);
-                EXPECT_EQ(streamed(), pattern(size));
+                EXPECT_EQ(streamed(), textPattern(size));
                 OMCachedFile::uncache(kName);
                 EXPECT_FALSE(OMCachedFile::isCached(kName));
                 EXPECT_FALSE(files.exists(kCopy));

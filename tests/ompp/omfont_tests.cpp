@@ -111,9 +111,9 @@ bool isInk(const NFNTFont& font, std::string_view text, int x, int y) {
 }
 
 TEST(OMCanvas, textInksItsPixelsAndNoOthers) {
-    std::mt19937 engine{99};
+    std::mt19937 generator{99};
     const auto random = [&](int least, int most) {
-        return std::uniform_int_distribution(least, most)(engine);
+        return std::uniform_int_distribution(least, most)(generator);
     };
     NFNTFont description = smallFont();
     for (const int depth : {8, 16, 24, 32}) {
@@ -124,7 +124,7 @@ TEST(OMCanvas, textInksItsPixelsAndNoOthers) {
             OMMemCanvas canvas(random(1, 40), random(1, 10), depth);
             for (int y = 0; y < canvas.height(); ++y)
                 for (int x = 0; x < canvas.width(); ++x)
-                    setPixel(canvas, x, y, static_cast<std::uint32_t>(engine()));
+                    setPixel(canvas, x, y, static_cast<std::uint32_t>(generator()));
             OMMemCanvas before(canvas.width(), canvas.height(), depth);
             before.blt(canvas, 0, 0, canvas.width(), canvas.height(), 0, 0);
             OMRegion clip(canvas.bounds());

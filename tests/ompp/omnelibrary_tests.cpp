@@ -32,7 +32,7 @@ constexpr std::size_t kTypeId = kShift + 2;
 constexpr std::size_t kCount = kTypeId + 2;
 constexpr std::size_t kOffset = kTypeId + 8;
 constexpr std::size_t kLength = kOffset + 2;
-constexpr std::size_t kId = kLength + 4;
+constexpr std::size_t kIdField = kLength + 4;
 
 TEST(OMNELibrary, ListsAndFindsResources) {
     const Bytes bytes = NEBuilder()
@@ -111,7 +111,7 @@ TEST(OMNELibrary, LeavesOutWhatPointsOutside) {
         {"the table as a resource", kOffset, NEBuilder::kTable / 16, Whole, {1, 2}, 16},
         {"length past the file", kLength, 0xFFFF, Damaged, {1, 2}, 32},
         {"no length", kLength, 0, Whole, {1, 2}, 0},
-        {"named", kId, 1, Whole, {2}, 16},
+        {"named", kIdField, 1, Whole, {2}, 16},
         {"empty table", kTableEnd, kTableStart, Whole},
         {"table of its shift", kTableEnd, kTableStart + 2, Damaged},
         {"table without the names", kTableEnd, kTableStart + 22, Damaged},

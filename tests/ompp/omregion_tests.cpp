@@ -17,16 +17,16 @@ constexpr int kSide = 40;   // of the plane that the model knows, from -kOrigin 
 constexpr int kOrigin = 10; // so that places left of and above 0 take part
 constexpr Rect kPlane{-kOrigin, -kOrigin, kSide - kOrigin, kSide - kOrigin};
 
-class Model {
+class RegionModel {
   public:
-    Model() = default;
-    explicit Model(const Rect& rectangle) {
+    RegionModel() = default;
+    explicit RegionModel(const Rect& rectangle) {
         for (int y = std::max(rectangle.top, kPlane.top); y < rectangle.bottom; ++y)
             for (int x = std::max(rectangle.left, kPlane.left); x < rectangle.right; ++x)
                 set({x, y});
     }
-    explicit Model(const OMRegion& region) {
-        for (const Rect& rectangle : region.rectangles()) bits |= Model(rectangle).bits;
+    explicit RegionModel(const OMRegion& region) {
+        for (const Rect& rectangle : region.rectangles()) bits |= RegionModel(rectangle).bits;
     }
 
     void set(Point at) {
@@ -34,8 +34,8 @@ class Model {
     }
     [[nodiscard]] bool has(Point at) const { return OMContains(kPlane, at) && bits[place(at)]; }
 
-    [[nodiscard]] Model moved(int dx, int dy) const {
-        Model result;
+    [[nodiscard]] RegionModel moved(int dx, int dy) const {
+        RegionModel result;
         forEachPixel([&](Point at) {
             if (has(at)) result.set({at.x + dx, at.y + dy});
         });
@@ -65,7 +65,7 @@ class Model {
     }
 };
 
-std::string picture(const Model& model) {
+std::string picture(const RegionModel& model) {
     std::string text;
     for (int y = kPlane.top; y < kPlane.bottom; ++y) {
         for (int x = kPlane.left; x < kPlane.right; ++x) text += model.has({x, y}) ? '#' : '.';
@@ -75,8 +75,8 @@ std::string picture(const Model& model) {
 }
 
 /// Everything that a region tells about itself agrees with the model.
-void expectSame(const OMRegion& region, const Model& model) {
-    ASSERT_EQ(picture(Model(region)), picture(model));
+void expectSame(const OMRegion& region, const RegionModel& model) {
+    ASSERT_EQ(picture(RegionModel(region)), picture(model));
     EXPECT_EQ(region.pixelCount(), model.bits.count());
     EXPECT_EQ(region.isEmpty(), model.bits.none());
     EXPECT_EQ(region.isRectangle(), region.rectangles().size() == 1);
@@ -99,11 +99,11 @@ class Random {
 
 struct Pair {
     OMRegion region;
-    Model model;
+    RegionModel model;
 
     void unite(const Rect& rectangle) {
         region.unite(rectangle);
-        model.bits |= Model(rectangle).bits;
+        model.bits |= RegionModel(rectangle).bits;
     }
 };
 
@@ -124,7 +124,7 @@ void combineAtRandom(Random& random, Pair& one, const Pair& other) {
     case 3: {
         const Rect rectangle = random.rectangle();
         one.region.subtract(rectangle);
-        one.model.bits &= ~Model(rectangle).bits;
+        one.model.bits &= ~RegionModel(rectangle).bits;
         break;
     }
     case 4: {
@@ -151,9 +151,10 @@ TEST(OMRegion, setOperationsMatchABitmap) {
         expectSame(one.region, one.model);
         EXPECT_EQ(one.region == other.region, one.model.bits == other.model.bits);
         const Rect rectangle = random.rectangle();
-        const auto common = Model(rectangle).bits & one.model.bits;
+        const auto common = RegionModel(rectangle).bits & one.model.bits;
         EXPECT_EQ(one.region.intersects(rectangle), common.any());
-        EXPECT_EQ(one.region.contains(rectangle), common.any() && common == Model(rectangle).bits);
+        EXPECT_EQ(one.region.contains(rectangle),
+                  common.any() && common == RegionModel(rectangle).bits);
         const Point corner{rectangle.left, rectangle.top};
         EXPECT_EQ(one.region.contains(corner), one.model.has(corner));
         if (HasFatalFailure()) FAIL() << "step " << step;
@@ -198,8 +199,8 @@ TEST(OMRegion, extremePlacesAreClampedAndNotWrapped) {
 TEST(OMRegion, ellipsesHoldThePixelsWhoseCentreIsInside) {
     for (int width = 1; width <= 24; ++width)
         for (int height = 1; height <= 24; ++height) {
-            Model expected;
-            Model::forEachPixel([&](Point at) {
+            RegionModel expected;
+            RegionModel::forEachPixel([&](Point at) {
                 const int across = (2 * (at.x + 7) + 1 - width) * height;
                 const int down = (2 * (at.y - 3) + 1 - height) * width;
                 if (across * across + down * down <= width * width * height * height)
@@ -232,8 +233,8 @@ TEST(OMRegion, polygonsHoldThePixelsInsideAnOddNumberOfTurns) {
         std::vector<Point> corners(static_cast<std::size_t>(random.below(8)));
         for (Point& corner : corners)
             corner = {kPlane.left + random.below(kSide), kPlane.top + random.below(kSide)};
-        Model expected;
-        Model::forEachPixel([&](Point at) {
+        RegionModel expected;
+        RegionModel::forEachPixel([&](Point at) {
             if (isInside(corners, at)) expected.set(at);
         });
         expectSame(OMRegion::polygon(corners), expected);

@@ -21,7 +21,7 @@ namespace platform {
 namespace {
 
 using testing_support::MovieBuilder;
-using Bytes = std::vector<std::byte>;
+using MovieBytes = std::vector<std::byte>;
 using Pixels = std::vector<std::uint8_t>;
 using Samples = MovieBuilder::Samples;
 constexpr int kFrameTime = 6666;
@@ -92,7 +92,7 @@ class HostMoviesTest : public testing::Test {
         options.notes = &report_;
         machine_ = std::make_unique<HeadlessPlatform>(options);
     }
-    std::unique_ptr<Movie> open(const Bytes& file, bool preload = false, int extra = -1) {
+    std::unique_ptr<Movie> open(const MovieBytes& file, bool preload = false, int extra = -1) {
         folder_.make("a.smk", {reinterpret_cast<const char*>(file.data()), file.size()});
         return machine_->movies().open({"A.SMK", preload, extra});
     }
@@ -460,7 +460,7 @@ TEST_F(HostMoviesTest, SoundThatComesTooLateIsLeftOut) {
 
 TEST_F(HostMoviesTest, ReadsAheadAsFarAsItMay) {
     MovieBuilder builder = colourful(40);
-    const Bytes file = builder.build();
+    const MovieBytes file = builder.build();
     struct Row {
         bool preload;
         int wanted;
@@ -484,7 +484,7 @@ TEST_F(HostMoviesTest, AFileThatEndsEarlyPlaysAsFarAsItGoes) {
     Samples all;
     MovieBuilder builder = withSound(colourful(3), {1000, 8, 1, true}, all);
     builder.frames[1].palette = paletteOf(3);
-    const Bytes file = builder.build();
+    const MovieBytes file = builder.build();
     const std::size_t tables = builder.start;
     ASSERT_TRUE(open(file));
     for (std::size_t size = file.size(); size-- > 0;) {
@@ -506,7 +506,7 @@ TEST_F(HostMoviesTest, DamagedFramesLeaveThePictureAndTheNextOnesGoOn) {
     MovieBuilder builder = colourful(6);
     builder.frames[3].pixels = Pixels(24 * 16, 200); // leaves nothing as it was
     builder.frames[2].palette = MovieBuilder::Palette{};
-    Bytes file = builder.build();
+    MovieBytes file = builder.build();
     file[builder.ends[1] + 1] = std::byte{0x41}; // copies entries past the palette's end
     file[builder.ends[1] + 2] = std::byte{0xFF};
     file[builder.ends[1] + 3] = std::byte{0x7F};
@@ -522,7 +522,7 @@ TEST_F(HostMoviesTest, DamagedFramesLeaveThePictureAndTheNextOnesGoOn) {
     Samples all;
     MovieBuilder sounding = withSound(colourful(4), {1000, 16, 2, true}, all);
     sounding.frames[0].palette = paletteOf(1);
-    const Bytes good = sounding.build();
+    const MovieBytes good = sounding.build();
     for (int i = 0; i < 300; ++i) { // must not crash, hang or fill the memory
         file = good;
         for (int n = 0; n < 3; ++n) file[random() % file.size()] = static_cast<std::byte>(random());
@@ -537,7 +537,7 @@ TEST_F(HostMoviesTest, DamagedFramesLeaveThePictureAndTheNextOnesGoOn) {
 
 TEST_F(HostMoviesTest, RefusesWhatIsNoMovieAndAbsurdNumbers) {
     MovieBuilder builder = colourful(2);
-    const Bytes good = builder.build();
+    const MovieBytes good = builder.build();
     struct Row {
         std::size_t place;
         std::uint32_t value;
@@ -554,7 +554,7 @@ TEST_F(HostMoviesTest, RefusesWhatIsNoMovieAndAbsurdNumbers) {
              {0x38, 0xFFFFFFFF, true}, // what is said of the memory is not needed
              {0x44, 0, true},           {0x48, 0xFFFFFFFF, true},  {0x68, 0xFFFFFFFC, false},
              {0x6C, 0x03FFFFFC, true}}) {
-        Bytes file = good;
+        MovieBytes file = good;
         for (std::size_t i = 0; i < 4; ++i)
             file[row.place + i] = static_cast<std::byte>(row.value >> 8 * i);
         const auto movie = open(file);
@@ -564,7 +564,7 @@ TEST_F(HostMoviesTest, RefusesWhatIsNoMovieAndAbsurdNumbers) {
         EXPECT_TRUE(row.place == 0 || shown(*movie) == builder.frames[0].pixels) << row.place;
         EXPECT_EQ(movie->frameTime(), row.place == 0x10 ? 10000 : kFrameTime);
     }
-    EXPECT_FALSE(open(Bytes()));
+    EXPECT_FALSE(open(MovieBytes()));
     EXPECT_FALSE(machine_->movies().open({"missing.smk"}));
     folder_.makeFolder("folder.smk");
     EXPECT_FALSE(machine_->movies().open({"folder.smk"}));

@@ -17,8 +17,8 @@ using testing::HasSubstr;
 namespace {
 
 /// Gives one font for all, three pixels a character, and notes what was asked for.
-struct Fonts final : OMFontSource {
-    Fonts() {
+struct AnyFont final : OMFontSource {
+    AnyFont() {
         NFNTFont description;
         description.ascent = 4;
         for (int code = ' '; code < 127; ++code) description.characters[code] = {{}, 0, 3};
@@ -26,7 +26,7 @@ struct Fonts final : OMFontSource {
         font = std::make_unique<OMNFNTFont>(stream);
         setCurrent(this);
     }
-    ~Fonts() override { setCurrent(nullptr); }
+    ~AnyFont() override { setCurrent(nullptr); }
     OMFont& useNFNT(int id) override { return use(std::to_string(id)); }
     OMFont& useTrueType(std::string_view face, int style, int size) override {
         return use(std::string(face) + " " + std::to_string(size) + " " + std::to_string(style));
@@ -219,7 +219,7 @@ TEST_F(DataSetTest, NumbersOfEntries) {
 }
 
 TEST_F(DataSetTest, TextsInAllForms) {
-    Fonts fonts;
+    AnyFont fonts;
     play("p", "setPuzzleTextFont", {"20", "", "", "7"});
     struct Row {
         Strings words; // behind the entry
@@ -271,7 +271,7 @@ TEST_F(DataSetTest, TextsInAllForms) {
 }
 
 TEST_F(DataSetTest, FontsAndColoursOfTheNextStart) {
-    Fonts fonts;
+    AnyFont fonts;
     play("p", "setPuzzleText", {"1", "1", "10", "10", "30", "one"});
     play("p", "setPuzzleText", {"1", "2", "10", "30", "30", "two"});
     play("p", "start");

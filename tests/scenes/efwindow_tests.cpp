@@ -16,7 +16,7 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-Bytes palette(std::uint8_t red) {
+Bytes redPalette(std::uint8_t red) {
     Bytes bytes(kRrgbSize);
     for (std::size_t at = 0; at < bytes.size(); at += 6) bytes[at] = std::byte{red};
     return bytes;
@@ -30,7 +30,7 @@ class EffectsWindowTest : public OMAppTest {
         AseqBuilder picture;
         picture.block(640, 480, 'p').sequence({{0, 0, -1, 0}, {0, 0, 0, 0}});
         pictures[1] = pictures[2] = picture.build();
-        palettes[1] = palette(0x40);
+        palettes[1] = redPalette(0x40);
     }
     ~EffectsWindowTest() override {
         EffectsWindow::setBackgroundLocator(nullptr);

@@ -21,10 +21,10 @@ using Strings = std::vector<std::string>;
 namespace {
 
 // Pictures, with their places.
-constexpr int kPanel = 70;   ///< 200 x 100 at 100, 50
-constexpr int kYes = 71;     ///< button, 40 x 20 at 110, 120
-constexpr int kNo = 72;      ///< the same at 200, 120
-constexpr int kGraphic = 73; ///< 30 x 30 at 190, 110, over a part of the second button
+constexpr int kDialogPanel = 70; ///< 200 x 100 at 100, 50
+constexpr int kYes = 71;         ///< button, 40 x 20 at 110, 120
+constexpr int kNo = 72;          ///< the same at 200, 120
+constexpr int kGraphic = 73;     ///< 30 x 30 at 190, 110, over a part of the second button
 constexpr int kMissing = 99;
 
 constexpr Point kOnPanel{290, 60};
@@ -37,7 +37,7 @@ constexpr Point kBeside{500, 400};
 class DialogTest : public GameObjectTest {
   protected:
     DialogTest() {
-        addPicture(kPanel, 200, 100, 'p', 100, 50);
+        addPicture(kDialogPanel, 200, 100, 'p', 100, 50);
         addButton(kYes, 110);
         addButton(kNo, 200);
         addPicture(kGraphic, 30, 30, 'g', 190, 110);

@@ -19,7 +19,7 @@ using namespace std::string_literals;
 
 using Strings = std::vector<std::string>;
 
-constexpr const char* kLog = "zorbelog.txt";
+constexpr const char* kLogFile = "zorbelog.txt";
 
 class ResourcesTest : public FrameworkTest {
   protected:
@@ -32,8 +32,8 @@ class ResourcesTest : public FrameworkTest {
         });
     }
     std::string takeLog() {
-        const std::string text = files.text(kLog);
-        files.erase(kLog);
+        const std::string text = files.text(kLogFile);
+        files.erase(kLogFile);
         return text;
     }
     static bool has(int id, std::string_view type = "WAVE") {

@@ -12,15 +12,15 @@ using rsc::Picture;
 using rsc::Refusal;
 using testfiles::Rgba;
 
-constexpr Rgba kRed{200, 10, 20, 255};
-constexpr Rgba kBlue{1, 2, 3, 128};
+constexpr Rgba kRedPixel{200, 10, 20, 255};
+constexpr Rgba kBluePixel{1, 2, 3, 128};
 constexpr Rgba kFaint{9, 9, 9, 127};
 
 Picture picture(int width, const std::vector<Rgba>& pixels) {
     return Picture::fromPng(testfiles::truecolourPng(width, pixels));
 }
 
-const Picture kSmall = picture(3, {kRed, kFaint, kBlue, kRed, kRed, kFaint});
+const Picture kSmall = picture(3, {kRedPixel, kFaint, kBluePixel, kRedPixel, kRedPixel, kFaint});
 
 /// The example of docs/formats.md.
 const Bytes kSmallCursor = {
@@ -36,7 +36,7 @@ const Bytes kSmallCursor = {
 
 TEST(Cursor, HasATableUpTo256Colours) {
     EXPECT_EQ(rsc::buildCursor(kSmall, {2, 1}), kSmallCursor);
-    std::vector<Rgba> pixels(64 * 64, kRed);
+    std::vector<Rgba> pixels(64 * 64, kRedPixel);
     for (std::size_t i = 0; i < 255; ++i) pixels[i] = {static_cast<std::uint8_t>(i), 3, 3, 255};
     const Bytes most = rsc::buildCursor(picture(64, pixels), {0, 63});
     EXPECT_EQ(most[8], 0) << "256 colours";
@@ -56,7 +56,7 @@ TEST(Cursor, HasATableUpTo256Colours) {
 }
 
 TEST(Cursor, RefusesPicturesThatDoNotFit) {
-    const std::vector<Rgba> row(65, kRed);
+    const std::vector<Rgba> row(65, kRedPixel);
     for (const int width : {65, 1})
         EXPECT_THROW((void)rsc::buildCursor(picture(width, row), {0, 0}), Refusal);
     for (const rsc::HotSpot hotSpot : {rsc::HotSpot{3, 0}, rsc::HotSpot{0, 2}})

@@ -37,7 +37,7 @@ Bytes macSound(const Bytes& samples, std::uint8_t length) {
 }
 
 /// One frame of two pixels, one of them transparent, and a sequence that shows it.
-rsc::Aseq smallAnimation() {
+rsc::Aseq packedAnimation() {
     static const Bytes row = {1, 5, 0, 1, 1, 7};
     rsc::Aseq aseq;
     aseq.framesPerSecond = 8;
@@ -149,7 +149,7 @@ class ExtractEverything : public Extract {
     ExtractEverything() {
         constexpr Rgba kSky{90, 140, 230, 255};
         constexpr Rgba kLeaf{40, 160, 60, 255};
-        constexpr Rgba kNone{0, 0, 0, 0};
+        constexpr Rgba kClear{0, 0, 0, 0};
         std::vector<Rgba> day(600, kSky);
         std::fill_n(day.begin() + 310, 7, kLeaf);
         std::vector<Rgba> night(256, {60, 70, 120, 255});
@@ -159,8 +159,8 @@ class ExtractEverything : public Extract {
         folder_.write("day.png", testfiles::truecolourPng(300, day));
         folder_.write("dot.png", testfiles::truecolourPng(1, {kLeaf}));
         folder_.write("hole.png",
-                      testfiles::truecolourPng(4, {kNone, kNone, kNone, kNone, kNone, kSky, kNone,
-                                                   kLeaf, kNone, kLeaf, kSky, kNone}));
+                      testfiles::truecolourPng(4, {kClear, kClear, kClear, kClear, kClear, kSky,
+                                                   kClear, kLeaf, kClear, kLeaf, kSky, kClear}));
         folder_.write("night.png", testfiles::indexedPng(2, {12, 13, 0, 255}, night));
         folder_.write("all.png", testfiles::indexedPng(16, all, night));
         folder_.write("buzz.wav", riffSound(33));
@@ -210,17 +210,17 @@ TEST_F(ExtractEverything, KeepsASoundBesideWhatPlayersPlay) {
 }
 
 rsc::Aseq withRows(const Bytes& rows) {
-    rsc::Aseq aseq = smallAnimation();
+    rsc::Aseq aseq = packedAnimation();
     aseq.frames[0].rows = rows;
     return aseq;
 }
 
 TEST_F(Extract, LeavesAsItIsWhatPicturesCannotTell) {
-    const Bytes small = rsc::writeAseq(smallAnimation());
+    const Bytes small = rsc::writeAseq(packedAnimation());
     static const Bytes otherRuns = {1, 5, 0, 1, 255, 7, 1};
-    rsc::Aseq unused = smallAnimation();
+    rsc::Aseq unused = packedAnimation();
     unused.sequences[0][2] = {0, 0, -1, 0};
-    rsc::Aseq noFrames = smallAnimation();
+    rsc::Aseq noFrames = packedAnimation();
     noFrames.sequences.push_back({{0, 0, -1, 0}});
     const Bytes swapped = {0, 1, 0, 1, 8, 1, 0, 0, 0, 0, 0,    0,    0, 0, 0, 0, 0, 0, 0, 2, 0, 0,
                            0, 0, 0, 0, 0, 9, 0, 0, 0, 0, 0xFF, 0xFF, 0, 0, 0, 0, 0, 1, 0, 1, 1, 5};
@@ -443,7 +443,7 @@ TEST_F(Extract, DoesNotGrowSmallFilesWithoutEnd) {
         same.push_back({"ASEQ", id, {}, 0, 6000});
         overlapping.push_back({"ASEQ", id, {}, i, 5000});
     }
-    Bytes data = rsc::writeAseq(smallAnimation());
+    Bytes data = rsc::writeAseq(packedAnimation());
     data.resize(7000 * 16);
     expectRoundTrip("a.rsc", testfiles::foreignLibrary(4, same, data));
     EXPECT_EQ(testfiles::namesIn(folder_.at("out/a")).size(), 2U) << "one resource and the layout";
@@ -455,7 +455,7 @@ TEST_F(Extract, DoesNotGrowSmallFilesWithoutEnd) {
 
 /// Whatever is taken comes back; all else is refused with a text.
 TEST_F(Extract, SurvivesAnyByteBeingWrong) {
-    const std::vector<Resource> resources = {{"ASEQ", 5, rsc::writeAseq(smallAnimation())},
+    const std::vector<Resource> resources = {{"ASEQ", 5, rsc::writeAseq(packedAnimation())},
                                              {"NFNT", 5, testfonts::kSmallNfnt},
                                              {"WAVE", 6, macSound({1, 2, 3}, 3)}};
     const Bytes library = rsc::buildNeLibrary("A", resources);

@@ -62,18 +62,18 @@ TEST_F(Map, DescribesLibrariesInTheirOrder) {
 }
 
 TEST_F(Map, RefusesWhatTheGameWouldNotFind) {
-    constexpr std::uint16_t kNumber = 0x8000;
+    constexpr std::uint16_t kIdMark = 0x8000;
     const auto foreign = [](const std::string& type, std::uint16_t id) {
         return testfiles::foreignLibrary(4, {{type, id, id == 0 ? "NAME" : "", 0, 1}}, Bytes(16));
     };
-    folder_.write("type.rsc", foreign("WAVES", kNumber | 1));
-    folder_.write("control.rsc", foreign("A\nBC", kNumber | 1));
-    folder_.write("zero.rsc", foreign("WAVE", kNumber));
+    folder_.write("type.rsc", foreign("WAVES", kIdMark | 1));
+    folder_.write("control.rsc", foreign("A\nBC", kIdMark | 1));
+    folder_.write("zero.rsc", foreign("WAVE", kIdMark));
     folder_.write("name.rsc", foreign("WAVE", 0));
     folder_.write(
         "twice.rsc",
         testfiles::foreignLibrary(
-            4, {{"WAVE", kNumber | 1, "", 0, 1}, {"WAVE", kNumber | 1, "", 0, 1}}, Bytes(16)));
+            4, {{"WAVE", kIdMark | 1, "", 0, 1}, {"WAVE", kIdMark | 1, "", 0, 1}}, Bytes(16)));
     write("bad.rsc", {{"ASEQ", 1, {1}}});
     write("hand.rsc", {{"CURSOR", 1, {1}}});
     const std::pair<std::string, std::string> cases[] = {

@@ -10,26 +10,26 @@
 namespace {
 
 using aorow::RowEnd;
-using Bytes = std::vector<std::uint8_t>;
+using RowBytes = std::vector<std::uint8_t>;
 
 constexpr std::uint8_t kClear = 7; ///< the transparent index of these tests
 
-Bytes times(std::size_t count, std::uint8_t pixel) { return Bytes(count, pixel); }
+RowBytes times(std::size_t count, std::uint8_t pixel) { return RowBytes(count, pixel); }
 
-Bytes join(std::initializer_list<Bytes> parts) {
-    Bytes all;
-    for (const Bytes& part : parts) all.insert(all.end(), part.begin(), part.end());
+RowBytes join(std::initializer_list<RowBytes> parts) {
+    RowBytes all;
+    for (const RowBytes& part : parts) all.insert(all.end(), part.begin(), part.end());
     return all;
 }
 
-Bytes distinct(std::size_t count) { // neither equal neighbours nor kClear
-    Bytes pixels(count);
+RowBytes distinct(std::size_t count) { // neither equal neighbours nor kClear
+    RowBytes pixels(count);
     for (std::size_t i = 0; i < count; ++i) pixels[i] = static_cast<std::uint8_t>(100 + i % 100);
     return pixels;
 }
 
-Bytes encoded(const Bytes& pixels, std::optional<std::uint8_t> transparent = kClear) {
-    Bytes out;
+RowBytes encoded(const RowBytes& pixels, std::optional<std::uint8_t> transparent = kClear) {
+    RowBytes out;
     aorow::encodeRow(pixels, transparent, out);
     return out;
 }
@@ -37,8 +37,8 @@ Bytes encoded(const Bytes& pixels, std::optional<std::uint8_t> transparent = kCl
 TEST(AoRow, EncodesRunsAndLiterals) {
     const struct {
         const char* name;
-        Bytes pixels;
-        Bytes packed;
+        RowBytes pixels;
+        RowBytes packed;
     } cases[] = {
         {"empty", {}, {}},
         {"clear 251", times(251, kClear), {0, 250, 0, 1}},
@@ -51,23 +51,23 @@ TEST(AoRow, EncodesRunsAndLiterals) {
         {"literals on both sides", {1, 2, kClear, 3}, {2, 1, 2, 0, 1, 1, 3}},
     };
     for (const auto& row : cases) EXPECT_EQ(encoded(row.pixels), row.packed) << row.name;
-    EXPECT_EQ(encoded(times(4, kClear), std::nullopt), (Bytes{255, kClear, 4})) << "all opaque";
+    EXPECT_EQ(encoded(times(4, kClear), std::nullopt), (RowBytes{255, kClear, 4})) << "all opaque";
 }
 
 TEST(AoRow, DecodesWhatItEncodes) {
     std::mt19937 random(1);
     for (int round = 0; round < 500; ++round) {
-        Bytes pixels;
+        RowBytes pixels;
         while (pixels.size() < static_cast<std::size_t>(round * 2)) {
             const auto colour = static_cast<std::uint8_t>(random() % 9);
             const std::size_t run = random() % 4 != 0 ? 1 : random() % 400;
             pixels.insert(pixels.end(), run, colour);
         }
-        Bytes data = encoded(pixels);
+        RowBytes data = encoded(pixels);
         ASSERT_LE(data.size(), pixels.size() * 2);
         const RowEnd whole{data.size(), true};
         data.push_back(3); // the next row
-        Bytes back(pixels.size());
+        RowBytes back(pixels.size());
         ASSERT_EQ(aorow::decodeRow(data, back, kClear), whole);
         ASSERT_EQ(back, pixels);
         ASSERT_EQ(aorow::skipRow(data, static_cast<int>(pixels.size())), whole);
@@ -77,8 +77,8 @@ TEST(AoRow, DecodesWhatItEncodes) {
 TEST(AoRow, EndsDamagedRowsWhereTheDamageIs) {
     const struct {
         const char* name;
-        Bytes data;
-        Bytes pixels; ///< of a row four wide
+        RowBytes data;
+        RowBytes pixels; ///< of a row four wide
         std::size_t bytes;
     } cases[] = {
         {"no data", {}, times(4, kClear), 0},
@@ -89,20 +89,21 @@ TEST(AoRow, EndsDamagedRowsWhereTheDamageIs) {
         {"literal past the width", {5, 1, 2, 3, 4, 6, 1}, {1, 2, 3, 4}, 6},
     };
     for (const auto& row : cases) {
-        Bytes pixels(4, 99);
+        RowBytes pixels(4, 99);
         EXPECT_EQ(aorow::decodeRow(row.data, pixels, kClear), (RowEnd{row.bytes, false}))
             << row.name;
         EXPECT_EQ(pixels, row.pixels) << row.name;
         EXPECT_EQ(aorow::skipRow(row.data, 4), (RowEnd{row.bytes, false})) << row.name;
     }
-    EXPECT_EQ(aorow::skipRow(Bytes{1, 2}, 0), (RowEnd{0, true})) << "a row without pixels";
+    EXPECT_EQ(aorow::skipRow(RowBytes{1, 2}, 0), (RowEnd{0, true})) << "a row without pixels";
 }
 
 TEST(AoRow, AnyDataIsUnpackedAndWalkedAlike) {
     std::mt19937 random(2);
     constexpr std::uint8_t kTokens[] = {0, 1, 3, 250, 251, 254, 255};
     for (int round = 0; round < 20000; ++round) {
-        Bytes data(random() % 12); // as large as it is, so that the sanitizer sees a read past it
+        RowBytes data(random() %
+                      12); // as large as it is, so that the sanitizer sees a read past it
         for (std::uint8_t& byte : data) byte = kTokens[random() % std::size(kTokens)];
         fuzzing::checkRows(data, {static_cast<int>(random() % 6), 3});
     }

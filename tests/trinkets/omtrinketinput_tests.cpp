@@ -15,7 +15,7 @@ struct InputTest : WindowTest {
     }
 };
 
-struct Plain : OMTBackground {
+struct PlainBackground : OMTBackground {
     OMRegion paint(OMMemCanvas&, const OMRegion& dirty) override { return dirty; }
 };
 
@@ -97,7 +97,7 @@ TEST_F(MouseTest, MasksSilenceWhatTheyName) {
 }
 
 TEST_F(MouseTest, TheBackgroundHearsWhatNoTrinketTakesUnlessItIsDeaf) {
-    window.setBackground(std::make_unique<Plain>());
+    window.setBackground(std::make_unique<PlainBackground>());
     OMTBackground& background = *window.background();
     const auto all = [&] {
         click({50, 50});
@@ -150,7 +150,7 @@ TEST_F(MouseTest, WhoeverIsCalledMayDestroyAnything) {
         {"the scene",
          [&] {
              below.reset(), beside.reset(), tile.reset(), late.reset();
-             window.setBackground(std::make_unique<Plain>());
+             window.setBackground(std::make_unique<PlainBackground>());
              late = std::make_unique<Tile>(window, Rect{5, 5, 60, 60}, 14);
          }},
         {"nothing, but takes the mouse", [&] { beside->setMouseCapture(true); }},
@@ -160,7 +160,7 @@ TEST_F(MouseTest, WhoeverIsCalledMayDestroyAnything) {
         for (int fatal = 1; fatal <= kCalls; ++fatal) {
             SCOPED_TRACE(what + std::string(" in call ") + std::to_string(fatal));
             late.reset();
-            window.setBackground(std::make_unique<Plain>());
+            window.setBackground(std::make_unique<PlainBackground>());
             below = std::make_unique<Tile>(window, Rect{10, 10, 20, 20}, 11);
             beside = std::make_unique<Tile>(window, Rect{20, 10, 30, 20}, 12);
             tile = std::make_unique<Tile>(window, Rect{10, 10, 20, 20}, 10);

@@ -11,7 +11,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing_support::ScriptTest;
 
-struct Lamp : OMScriptableObject {
+struct Light : OMScriptableObject {
     void declareProperties() override {
         addDataProperty(
             "level", [this](std::string_view text) { level = text; }, [this] { return level; });
@@ -26,7 +26,7 @@ class RTrace : public ScriptTest {
   protected:
     RTrace() {
         static constexpr OMSClass kLamp{
-            "Lamp", &OMScriptableObject::kClass, {}, &oms::create<Lamp>};
+            "Lamp", &OMScriptableObject::kClass, {}, &oms::create<Light>};
         OMSRegistry::global().registerClass(kLamp);
         YCommands::add("Hit", [] { OMScriptableObject::named("a")->fireEvent("hit"); });
     }

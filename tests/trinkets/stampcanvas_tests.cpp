@@ -12,9 +12,9 @@ using platform::Rect;
 namespace {
 
 /// A background with a picture that is striped, so that every row can be told from the others.
-class Striped : public OMTBackground {
+class StripedCanvas : public OMTBackground {
   public:
-    explicit Striped(const Rect& bounds) : canvas_(bounds.width(), bounds.height(), 8) {
+    explicit StripedCanvas(const Rect& bounds) : canvas_(bounds.width(), bounds.height(), 8) {
         for (int y = 0; y < canvas_.height(); ++y) {
             canvas_.setColor(OMColor(100 + y));
             canvas_.fillRect({0, y, canvas_.width(), y + 1});
@@ -42,7 +42,9 @@ OMStampPainter ring(int color, int size) {
 }
 
 struct StampTest : WindowTest {
-    StampTest() { window.setBackground(std::make_unique<Striped>(window.backBuffer().bounds())); }
+    StampTest() {
+        window.setBackground(std::make_unique<StripedCanvas>(window.backBuffer().bounds()));
+    }
     bool stamp(const Tile& tile, int color, Point at, int size = 11) {
         return window.stamp(tile, {at.x, at.y, at.x + size, at.y + size}, ring(color, size));
     }
@@ -58,14 +60,14 @@ TEST_F(StampTest, OverlappingOnesAreTakenAwayInAnyOrderFromUnderWhatIsPainted) {
     const Point places[] = {{10, 10}, {14, 12}, {8, 15}};
     std::array<std::size_t, 3> order{0, 1, 2};
     do {
-        window.setBackground(std::make_unique<Striped>(window.backBuffer().bounds()));
+        window.setBackground(std::make_unique<StripedCanvas>(window.backBuffer().bounds()));
         for (std::size_t i = 0; i < 3; ++i) stamp(*tiles[i], 40 + static_cast<int>(i), places[i]);
         window.paintIntoBackground({12, 8, 23, 19}, ring(43, 11));
         std::set<std::size_t> there{0, 1, 2};
         for (const std::size_t gone : order) {
             EXPECT_TRUE(window.unstamp(*tiles[gone]));
             there.erase(gone);
-            Striped fresh({0, 0, 100, 80});
+            StripedCanvas fresh({0, 0, 100, 80});
             for (const std::size_t i : there)
                 ring(40 + static_cast<int>(i), 11)(*fresh.picture(), places[i]);
             ring(43, 11)(*fresh.picture(), {12, 8});
@@ -102,7 +104,7 @@ TEST_F(StampTest, AreCutAtTheEdgesOfThePicture) {
 
 TEST_F(StampTest, GoWithTheBackgroundAndNeedOne) {
     stamp(a, 40, {10, 10});
-    window.setBackground(std::make_unique<Striped>(window.backBuffer().bounds()));
+    window.setBackground(std::make_unique<StripedCanvas>(window.backBuffer().bounds()));
     EXPECT_FALSE(window.unstamp(a));
     window.setBackground(nullptr);
     EXPECT_FALSE(stamp(a, 40, {10, 10}));

@@ -9,14 +9,13 @@ namespace rsc {
 
 namespace {
 
-constexpr std::size_t kHeaderSize = 10;
+constexpr std::size_t kAseqHeaderSize = 10;
 constexpr std::size_t kSwapFlagAt = 5;
 constexpr std::size_t kReservedSize = 4;
 constexpr std::size_t kOffsetSize = 4;
 constexpr std::size_t kPlaceSize = 4;
-constexpr std::size_t kEntrySize = 8;
+constexpr std::size_t kStepSize = 8;
 constexpr std::size_t kFrameHeaderSize = 6;
-constexpr int kLargestByte = 255;
 constexpr std::size_t kLargestOffset = std::numeric_limits<std::int32_t>::max();
 
 /// Embedded coordinates have 12 bits; above this value they mean kPlaceSign - value.
@@ -102,7 +101,7 @@ class AseqParser {
         const int sequences = count(0, "sequences");
         const int frames = count(2, "frames");
         aseq_.framesPerSecond = in_.u8(4);
-        at_ = kHeaderSize + static_cast<std::size_t>(frames) * kOffsetSize;
+        at_ = kAseqHeaderSize + static_cast<std::size_t>(frames) * kOffsetSize;
         readPlace();
         for (int i = 1; i <= sequences; ++i) readSequence(i, frames);
         for (int i = 1; i <= frames; ++i) readFrame(i);
@@ -130,7 +129,7 @@ class AseqParser {
         if (entries < 1) throw Refusal(name + " has no entries");
         at_ += 2;
         AseqSequence& sequence = aseq_.sequences.emplace_back();
-        for (int i = 0; i < entries; ++i, at_ += kEntrySize) {
+        for (int i = 0; i < entries; ++i, at_ += kStepSize) {
             const AseqEntry entry{in_.s16(at_), in_.s16(at_ + 2), in_.s16(at_ + 4),
                                   in_.s16(at_ + 6)};
             if (entry.code >= frames)
@@ -143,7 +142,7 @@ class AseqParser {
 
     void readFrame(int number) {
         const std::string name = "frame " + std::to_string(number);
-        const auto tableAt = kHeaderSize + static_cast<std::size_t>(number - 1) * kOffsetSize;
+        const auto tableAt = kAseqHeaderSize + static_cast<std::size_t>(number - 1) * kOffsetSize;
         const std::size_t offset = in_.u32(tableAt);
         if (const auto same = frameAt_.find(offset); same != frameAt_.end()) {
             aseq_.frames.push_back(aseq_.frames[same->second]);

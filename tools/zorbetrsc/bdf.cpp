@@ -13,7 +13,6 @@ namespace rsc {
 namespace {
 
 constexpr int kBitsOfADigit = 4;
-constexpr int kBitsOfAByte = 8;
 constexpr int kLargestCode = 0x10FFFF;
 /// Of numbers that only have to be small enough to be added up.
 constexpr int kFarthest = 100'000;
@@ -128,7 +127,7 @@ class BdfReader {
         int count = 0;
         for (needLine("ENDFONT"); keyword_ != "ENDFONT"; needLine("ENDFONT")) {
             if (keyword_ != "STARTCHAR")
-                throw Refusal(quoted(printable(keyword_)) + " where STARTCHAR is expected");
+                throw Refusal(inQuotes(printable(keyword_)) + " where STARTCHAR is expected");
             readCharacter();
             ++count;
         }
@@ -167,7 +166,7 @@ class BdfReader {
     void addRow(Glyph& glyph) const {
         const auto width = static_cast<std::size_t>(glyph.width);
         if (keyword_.size() * kBitsOfADigit < width || !std::ranges::all_of(keyword_, isHexDigit))
-            throw Refusal(quoted(printable(keyword_)) + " is no row of " +
+            throw Refusal(inQuotes(printable(keyword_)) + " is no row of " +
                           std::to_string(glyph.width) + " pixels");
         for (int x = 0; x < glyph.width; ++x) {
             const int digit = digitValue(keyword_[static_cast<std::size_t>(x / kBitsOfADigit)]);
@@ -193,7 +192,7 @@ class BdfReader {
 
 std::string hexRow(const Glyph& glyph, int y) {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
-    const int paddedWidth = (glyph.width + kBitsOfAByte - 1) / kBitsOfAByte * kBitsOfAByte;
+    const int paddedWidth = (glyph.width + CHAR_BIT - 1) / CHAR_BIT * CHAR_BIT;
     std::string row;
     for (int x = 0; x < paddedWidth; x += kBitsOfADigit) {
         std::size_t digit = 0;

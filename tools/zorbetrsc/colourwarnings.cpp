@@ -25,7 +25,7 @@ std::string reducedLine(const PalettePlan& palette) {
 void ColourWarnings::warnOfPalette(const PalettePlan& palette, std::size_t colours,
                                    const ColourfulPicture& most) {
     overfull_.insert(palette.line);
-    warnings_.push_back({"the pictures of the palette " + rsc::quoted(palette.name) + " have " +
+    warnings_.push_back({"the pictures of the palette " + rsc::inQuotes(palette.name) + " have " +
                              std::to_string(colours) + " colours besides black and white (" +
                              most.file + " alone " + std::to_string(most.colours) +
                              "), a palette holds " + std::to_string(Palette::kGameColours) +
@@ -56,7 +56,7 @@ void ColourWarnings::warnOfLoss(std::optional<PaletteIndex> index, const FileNam
         loss.isIndexed
             ? "the entries 0 to 9 and 246 to 255 are fixed colours: draw with 10 to 245, or write "
               "\"remap\" below the animation"
-            : "the palette " + rsc::quoted(palette->name) +
+            : "the palette " + rsc::inQuotes(palette->name) +
                   " has nothing like them: " + remedyFor(*palette, file);
     warnings_.push_back({file.path + ": " + std::to_string(loss.lost) + " of its " +
                              counted(loss.colours, "colour") + " (" +

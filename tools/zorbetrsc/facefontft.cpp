@@ -8,6 +8,7 @@
 #include FT_OUTLINE_H
 
 #include <algorithm>
+#include <climits>
 #include <cstddef>
 #include <memory>
 
@@ -15,7 +16,6 @@ namespace rsc {
 
 namespace {
 
-constexpr int kBitsOfAByte = 8;
 constexpr FT_Pos kPixel = 64; ///< the library's unit is 1/64 of a pixel
 constexpr FT_Fixed kOne = 0x10000;
 constexpr FT_Fixed kSlant = 0x3333; ///< a pixel to the right every five rows
@@ -116,7 +116,7 @@ class Renderer {
         for (int y = 0; y < glyph.height; ++y) {
             const unsigned char* row = bitmap.buffer + std::ptrdiff_t{bitmap.pitch} * y;
             for (int x = 0; x < glyph.width; ++x)
-                glyph.ink.push_back((row[x / kBitsOfAByte] & 0x80 >> x % kBitsOfAByte) != 0);
+                glyph.ink.push_back((row[x / CHAR_BIT] & 0x80 >> x % CHAR_BIT) != 0);
         }
         return glyph;
     }

@@ -17,7 +17,7 @@ int parseCode(std::string_view word) {
     const char* end = digits.data() + digits.size();
     const auto [last, error] = std::from_chars(digits.data(), end, value, 16);
     if (error != std::errc() || last != end)
-        throw Refusal("the code: " + quoted(word) + " is no number");
+        throw Refusal("the code: " + inQuotes(word) + " is no number");
     if (value >= kLatin1Codes)
         throw Refusal("the code is " + std::string(word) + ", allowed is 0x00 to 0xFF");
     return static_cast<int>(value);
@@ -44,7 +44,7 @@ void parseChars(WordReader& words, FontPlan& font) {
         const int first = parseCode(std::string_view(range).substr(0, dash));
         const int last =
             dash == std::string::npos ? first : parseCode(std::string_view(range).substr(dash + 1));
-        if (last < first) throw Refusal(quoted(range) + " is no range: it is written FIRST-LAST");
+        if (last < first) throw Refusal(inQuotes(range) + " is no range: it is written FIRST-LAST");
         for (int code = first; code <= last; ++code)
             font.chars->set(static_cast<std::size_t>(code));
     } while (!words.atEnd());

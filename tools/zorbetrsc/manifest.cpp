@@ -19,7 +19,6 @@ namespace rsc {
 
 namespace {
 
-constexpr int kLargestByte = 255;
 constexpr std::size_t kColourDigits = 6;
 
 std::string numbered(std::string_view type, int id) {
@@ -31,7 +30,7 @@ platform::Rgb parseColour(std::string_view text) {
     const char* end = text.data() + text.size();
     const auto [last, error] = std::from_chars(text.data(), end, value, 16);
     if (text.size() != kColourDigits || error != std::errc() || last != end || value < 0)
-        throw Refusal(quoted(text) + " is no colour: it is written RRGGBB");
+        throw Refusal(inQuotes(text) + " is no colour: it is written RRGGBB");
     return {static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8),
             static_cast<std::uint8_t>(value)};
 }
@@ -77,15 +76,15 @@ class ManifestParser {
     [[noreturn]] static void refuseKeyword(const std::string& word) {
         const auto meant = std::ranges::find(keywords(), lowerCase(word), &Keyword::word);
         if (meant != keywords().end())
-            throw Refusal("unknown keyword " + quoted(word) + ": write " + quoted(meant->word));
+            throw Refusal("unknown keyword " + inQuotes(word) + ": write " + inQuotes(meant->word));
         std::string known;
         for (const Keyword& keyword : keywords())
             known += (known.empty() ? "" : ", ") + std::string(keyword.word);
-        throw Refusal("unknown keyword " + quoted(word) + ": a line begins with one of " + known);
+        throw Refusal("unknown keyword " + inQuotes(word) + ": a line begins with one of " + known);
     }
 
     void checkBlock(const Keyword& keyword) const {
-        const std::string start = quoted(keyword.word) + " belongs below ";
+        const std::string start = inQuotes(keyword.word) + " belongs below ";
         if (keyword.block == Block::Palette && !inPalette_)
             throw Refusal(start + "a \"palette\" line");
         if (keyword.block == Block::Library && manifest_.libraries.empty())
@@ -188,8 +187,8 @@ class ManifestParser {
     void readFile(WordReader& words) {
         const std::string type = words.text("the type");
         if (!isResourceType(type))
-            throw Refusal(quoted(type) + " is no type: it has four characters, or is a standard "
-                                         "type such as CURSOR");
+            throw Refusal(inQuotes(type) + " is no type: it has four characters, or is a standard "
+                                           "type such as CURSOR");
         const int id = readId(words);
         PlainFilePlan plain{{words.text("the file's name"), line_}};
         if (type == kSoundType) plain.isUnchecked = words.skip("unchecked");
@@ -278,7 +277,7 @@ class ManifestParser {
         const std::string name = words.text("the palette's name");
         const auto palette = std::ranges::find(manifest_.palettes, name, &PalettePlan::name);
         if (palette == manifest_.palettes.end())
-            throw Refusal("there is no palette " + quoted(name) + " above");
+            throw Refusal("there is no palette " + inQuotes(name) + " above");
         return static_cast<PaletteIndex>(palette - manifest_.palettes.begin());
     }
 

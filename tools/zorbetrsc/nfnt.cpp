@@ -3,6 +3,7 @@
 #include "aseq.h"
 
 #include <algorithm>
+#include <climits>
 
 namespace rsc {
 
@@ -14,9 +15,7 @@ constexpr std::size_t kHeaderSize = 26;
 constexpr std::size_t kTableOffsetField = 16;
 constexpr std::size_t kTableOffsetWord = kTableOffsetField / 2;
 constexpr int kEntriesBehindLast = 2; ///< of the tables
-constexpr int kBitsOfAByte = 8;
 constexpr int kBitsOfAWord = 16;
-constexpr int kLargestByte = 255;
 constexpr std::size_t kAbsent = 0xFFFF; ///< offset and width
 
 struct Limits {
@@ -113,8 +112,8 @@ class NfntWriter {
                 for (int x = 0; x < glyph.width; ++x) {
                     if (!glyph.ink[glyph.at(x, y)]) continue;
                     const int column = left + x;
-                    out_[row + static_cast<std::size_t>(column / kBitsOfAByte)] |=
-                        0x80 >> column % kBitsOfAByte;
+                    out_[row + static_cast<std::size_t>(column / CHAR_BIT)] |=
+                        0x80 >> column % CHAR_BIT;
                 }
             }
         }
@@ -204,7 +203,7 @@ class NfntReader {
         const std::size_t first = reader_.u16(at);
         const std::size_t end = reader_.u16(at + 2);
         if (entry[0] == kLargestByte && entry[1] == kLargestByte) return;
-        if (first > end || end > rowBytes_ * kBitsOfAByte || first < column_)
+        if (first > end || end > rowBytes_ * CHAR_BIT || first < column_)
             throw Refusal("damaged font: the picture of character " + std::to_string(code) +
                           " lies outside of the others' row");
         column_ = end; // so that all of them together are no larger than the strike
@@ -218,8 +217,8 @@ class NfntReader {
     }
 
     [[nodiscard]] bool isInk(std::size_t x, std::size_t y) const {
-        const auto byte = bytes_[kHeaderSize + y * rowBytes_ + x / kBitsOfAByte];
-        return (byte & 0x80 >> x % kBitsOfAByte) != 0;
+        const auto byte = bytes_[kHeaderSize + y * rowBytes_ + x / CHAR_BIT];
+        return (byte & 0x80 >> x % CHAR_BIT) != 0;
     }
 
     ByteSpan bytes_;

@@ -17,8 +17,8 @@ using platform::kFirstHighStaticColour;
 using platform::kPaletteSize;
 using platform::Rgb;
 
-constexpr std::size_t kEntrySize = 6;                      ///< bytes, in a resource
-constexpr std::size_t kMostColours = std::size_t{1} << 20; ///< that are counted or remembered
+constexpr std::size_t kColourSize = 6;                     ///< bytes, in a resource
+constexpr std::size_t kMostCounted = std::size_t{1} << 20; ///< that are counted or remembered
 constexpr Rgb kPureBlack{0, 0, 0};
 constexpr Rgb kPureWhite{255, 255, 255};
 
@@ -64,11 +64,11 @@ Palette Palette::fromIndexed(const Picture& picture, ColourStorage storage) {
 }
 
 std::optional<Palette> Palette::fromResource(ByteSpan resource) {
-    if (resource.size() < kPaletteSize * kEntrySize) return std::nullopt;
+    if (resource.size() < kPaletteSize * kColourSize) return std::nullopt;
     Palette palette;
     palette.stored_ = palette.shown_ = platform::staticPalette();
     for (std::size_t i = kFirstFreeColour; i < kFirstHighStaticColour; ++i) {
-        const ByteSpan entry = resource.subspan(i * kEntrySize, kEntrySize);
+        const ByteSpan entry = resource.subspan(i * kColourSize, kColourSize);
         palette.stored_[i] = {entry[0], entry[2], entry[4]};
         palette.shown_[i] = liftColour(palette.stored_[i]);
     }
@@ -118,7 +118,7 @@ void PaletteMaker::add(const Picture& picture) {
             histogram_[dropBits(colour, droppedBits_)] += static_cast<unsigned>(next - at);
         at = next;
     }
-    while (histogram_.size() > kMostColours) coarsen();
+    while (histogram_.size() > kMostCounted) coarsen();
 }
 
 /// Keeps the colours of a long film from filling the memory.
@@ -130,7 +130,7 @@ void PaletteMaker::coarsen() {
 }
 
 std::uint8_t ColourLookup::nearest(Rgb colour) {
-    if (known_.size() > kMostColours) known_.clear();
+    if (known_.size() > kMostCounted) known_.clear();
     const auto [entry, isNew] = known_.try_emplace(packed(colour));
     if (isNew) entry->second = palette_.nearest(colour);
     return entry->second;

@@ -78,7 +78,7 @@ class SequenceParser {
         const StepWord step = cutStep(word);
         const auto* plain = std::ranges::find(kPlainSteps, step.head, &PlainStep::word);
         if (plain == std::end(kPlainSteps)) return addFrames(step);
-        if (step.argument) throw Refusal(quoted(step.head) + " takes no \":\"");
+        if (step.argument) throw Refusal(inQuotes(step.head) + " takes no \":\"");
         if (plain->code == entrycode::kLoop) checkLoop();
         entries_.push_back(step.entry(plain->code));
     }
@@ -125,7 +125,7 @@ class SequenceParser {
     }
 
     static int frameNumber(std::string_view word) {
-        if (!parseNumber(word)) throw Refusal(quoted(word) + " is no step of a sequence");
+        if (!parseNumber(word)) throw Refusal(inQuotes(word) + " is no step of a sequence");
         return numberInRange(word, "the frame", 1, kLargestInt16);
     }
 

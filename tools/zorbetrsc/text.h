@@ -39,7 +39,7 @@ namespace rsc {
 }
 
 /// In double quotes, for messages.
-[[nodiscard]] inline std::string quoted(std::string_view text) {
+[[nodiscard]] inline std::string inQuotes(std::string_view text) {
     return std::string(1, '"').append(text).append(1, '"');
 }
 

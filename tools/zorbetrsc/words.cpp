@@ -40,7 +40,7 @@ std::optional<std::string> asName(std::string_view text) {
         return std::nullopt;
     const bool plain = !text.empty() && text.front() != '#' && text != "none" &&
                        text.find_first_of(kBlanks) == std::string_view::npos;
-    return plain ? std::string(text) : quoted(text);
+    return plain ? std::string(text) : inQuotes(text);
 }
 
 const Word& WordReader::next(const char* what) {
@@ -59,12 +59,12 @@ bool WordReader::skip(std::string_view keyword) {
 }
 
 void WordReader::finish() const {
-    if (!atEnd()) throw Refusal(quoted(words_[at_].text) + " is more than belongs on this line");
+    if (!atEnd()) throw Refusal(inQuotes(words_[at_].text) + " is more than belongs on this line");
 }
 
 int numberInRange(std::string_view word, const char* what, int smallest, int largest) {
     const auto number = parseNumber(word);
-    if (!number) throw Refusal(std::string(what) + ": " + quoted(word) + " is no number");
+    if (!number) throw Refusal(std::string(what) + ": " + inQuotes(word) + " is no number");
     if (*number < smallest || *number > largest) {
         throw Refusal(std::string(what) + " is " + std::to_string(*number) + ", allowed is " +
                       std::to_string(smallest) + " to " + std::to_string(largest));

@@ -15,6 +15,7 @@
 #include "platform/events.h"
 #include "platform/geometry.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -62,6 +63,9 @@ class OMTrinket : public OMScriptableObject {
     static constexpr std::array<int, 3> kTopLayers{32765, 32766, 32767};
     /// Places farther from the window's corner than this are moved to this distance (pixels).
     static constexpr int kFarthest = 1 << 28;
+    static constexpr int nearestPlace(std::int64_t pixels) {
+        return static_cast<int>(std::clamp<std::int64_t>(pixels, -kFarthest, kFarthest));
+    }
 
     /// A notification for each thing that the owner of a trinket may want to hear of. An owner that
     /// is destroyed before the trinket takes its links back.

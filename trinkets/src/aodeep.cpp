@@ -4,12 +4,12 @@
 #include "omdebug.h"
 
 #include <algorithm>
+#include <climits>
 
 namespace {
 
 constexpr int kFewestBytes = 2;
 constexpr int kMostBytes = 4;
-constexpr int kBitsPerByte = 8;
 
 bool canBeDeep(int bytesPerPixel) {
     return OMDebug::check(bytesPerPixel >= kFewestBytes, "bytesPerPixel < 2",
@@ -49,7 +49,7 @@ std::shared_ptr<AODeepFrames> AOPaletteRecord::framesOf(std::shared_ptr<const AO
         if (std::shared_ptr<AODeepFrames> frames = found->second.lock()) return frames;
     std::erase_if(frames_, [](const auto& entry) { return entry.second.expired(); });
     auto frames = std::make_shared<AODeepFrames>(std::move(image), AOPixelsOf(colors_, canvas),
-                                                 canvas.depth() / kBitsPerByte);
+                                                 canvas.depth() / CHAR_BIT);
     frames_[key] = frames;
     return frames;
 }

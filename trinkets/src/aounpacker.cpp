@@ -4,12 +4,12 @@
 #include "aorow.h"
 
 #include <algorithm>
+#include <climits>
 
 namespace {
 
-constexpr int kLongestGap = 64; ///< bytes of transparent pixels inside of a segment
-constexpr int kLongFill = 256;  ///< bytes from which on a fill stays one
-constexpr int kBitsPerByte = 8;
+constexpr int kLongestGap = 64;      ///< bytes of transparent pixels inside of a segment
+constexpr int kLongFill = 256;       ///< bytes from which on a fill stays one
 constexpr std::uint8_t kKept = 0xFF; ///< in a mask: what is below stays
 
 } // namespace
@@ -77,7 +77,7 @@ class AOFrame::Unpacker {
     void addPixel(std::uint8_t colour) {
         const std::uint32_t pixel = pixels_[colour];
         for (int byte = 0; byte < frame_.bytesPerPixel_; ++byte)
-            frame_.bytes_.push_back(static_cast<std::uint8_t>(pixel >> kBitsPerByte * byte));
+            frame_.bytes_.push_back(static_cast<std::uint8_t>(pixel >> CHAR_BIT * byte));
     }
 
     void open(int column, Kind kind) {

@@ -21,7 +21,7 @@ OMAnimation::Defaults OMAnimation::defaults;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kOMAnimationVocabulary[] = {
     oms::data<&OMAnimation::frameNumber, &OMAnimation::setFrameNumber>(
         "frame", "number of the frame shown, counted in its sequence; writing shows another"),
     oms::data<&OMAnimation::sequenceNumber, &OMAnimation::setSequenceNumber>(
@@ -59,16 +59,14 @@ constexpr int kNoResource = 0; ///< id
 
 Rect originOf(const AOImage& image, int x, int y) {
     const bool embedded = OMAnimation::defaults.useEmbeddedCoordinates;
-    const int left = std::clamp(chosen(x, image.embedded().x, embedded), -OMTrinket::kFarthest,
-                                OMTrinket::kFarthest);
-    const int top = std::clamp(chosen(y, image.embedded().y, embedded), -OMTrinket::kFarthest,
-                               OMTrinket::kFarthest);
+    const int left = OMTrinket::nearestPlace(chosen(x, image.embedded().x, embedded));
+    const int top = OMTrinket::nearestPlace(chosen(y, image.embedded().y, embedded));
     return {left, top, left, top};
 }
 
 } // namespace
 
-const OMSClass OMAnimation::kClass{"OMAnimation", &OMTrinket::kClass, kVocabulary};
+const OMSClass OMAnimation::kClass{"OMAnimation", &OMTrinket::kClass, kOMAnimationVocabulary};
 
 OMAnimation::OMAnimation(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
                          int y)

@@ -4,11 +4,11 @@
 
 #include "aosounds.h"
 
+#include "platform/clock.h"
+
 #include <algorithm>
 
 namespace {
-
-constexpr int kMsPerSecond = 1000;
 
 /// On a clock that wraps.
 bool isBefore(std::uint32_t a, std::uint32_t b) { return static_cast<std::int32_t>(a - b) < 0; }
@@ -87,7 +87,8 @@ bool OMAnimation::runEntry(std::uint32_t clock, const OMSWatch& self) {
 }
 
 std::uint32_t OMAnimation::durationMs(const AOEntry& entry) const {
-    if (framesPerSecond_ > 0) return static_cast<std::uint32_t>(kMsPerSecond / framesPerSecond_);
+    if (framesPerSecond_ > 0)
+        return static_cast<std::uint32_t>(platform::kMsPerSecond / framesPerSecond_);
     return static_cast<std::uint32_t>(std::max<int>(entry.argument, 0));
 }
 

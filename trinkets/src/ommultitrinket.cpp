@@ -12,7 +12,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kOMMultiTrinketVocabulary[] = {
     oms::readOnly<&OMMultiTrinket::height>("height", "of the bounding rectangle"),
     oms::readOnly<&OMMultiTrinket::width>("width", "of the bounding rectangle"),
     oms::data<&OMMultiTrinket::isCorralled, &OMMultiTrinket::setCorralled>(
@@ -25,8 +25,8 @@ constexpr OMSEntry kVocabulary[] = {
 
 } // namespace
 
-const OMSClass OMMultiTrinket::kClass{"OMMultiTrinket", &OMTrinket::kClass, kVocabulary,
-                                      &OMMultiTrinket::createFromScript};
+const OMSClass OMMultiTrinket::kClass{"OMMultiTrinket", &OMTrinket::kClass,
+                                      kOMMultiTrinketVocabulary, &OMMultiTrinket::createFromScript};
 
 OMMultiTrinket::OMMultiTrinket(OMTrinketWindow& window)
     : OMTrinket(window, UpdateStyle::Nothing, {}) {}

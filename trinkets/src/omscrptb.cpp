@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kOMScriptableObjectVocabulary[] = {
     oms::event("born"),
 };
 
@@ -32,7 +32,7 @@ CallState& callState() {
 
 } // namespace
 
-const OMSClass OMScriptableObject::kClass{"", nullptr, kVocabulary};
+const OMSClass OMScriptableObject::kClass{"", nullptr, kOMScriptableObjectVocabulary};
 
 OMScriptableObject* OMScriptableObject::lastPass = nullptr;
 OMScriptableObject* OMScriptableObject::lastBorn = nullptr;

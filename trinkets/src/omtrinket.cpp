@@ -12,7 +12,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kOMTrinketVocabulary[] = {
     oms::data<&OMTrinket::x, &OMTrinket::setX>("x", "left edge; writing moves the trinket"),
     oms::data<&OMTrinket::y, &OMTrinket::setY>("y", "top edge; writing moves the trinket"),
     oms::data<&OMTrinket::z, &OMTrinket::setZ>("z", "depth; larger is nearer"),
@@ -30,11 +30,6 @@ constexpr OMSEntry kVocabulary[] = {
     oms::event("flyOff", "the pointer left it"),
 };
 
-int place(std::int64_t value) {
-    return static_cast<int>(
-        std::clamp<std::int64_t>(value, -OMTrinket::kFarthest, OMTrinket::kFarthest));
-}
-
 /// Calls a copy, which survives when the trinket and its links are destroyed meanwhile.
 template <class Link, class... Arguments>
 void call(Link link, Arguments... arguments) {
@@ -43,7 +38,7 @@ void call(Link link, Arguments... arguments) {
 
 } // namespace
 
-const OMSClass OMTrinket::kClass{"OMTrinket", &OMScriptableObject::kClass, kVocabulary};
+const OMSClass OMTrinket::kClass{"OMTrinket", &OMScriptableObject::kClass, kOMTrinketVocabulary};
 
 OMTrinket::OMTrinket(OMTrinketWindow& window, UpdateStyle style, const Rect& bounds)
     : window_(&window), updateStyle_(style), eventMask_(window.defaultEventMask()), bounds_(bounds),
@@ -114,12 +109,13 @@ void OMTrinket::setAttribute(Attribute which, int value, int second) {
 }
 
 void OMTrinket::offset(int dx, int dy) {
-    setAttribute(Attribute::XY, ::place(std::int64_t{x()} + dx), ::place(std::int64_t{y()} + dy));
+    setAttribute(Attribute::XY, nearestPlace(std::int64_t{x()} + dx),
+                 nearestPlace(std::int64_t{y()} + dy));
 }
 
 void OMTrinket::moveTo(std::int64_t newX, std::int64_t newY) {
-    const int dx = ::place(newX) - x();
-    const int dy = ::place(newY) - y();
+    const int dx = nearestPlace(newX) - x();
+    const int dy = nearestPlace(newY) - y();
     if (dx == 0 && dy == 0) return;
     markChanged();
     bounds_ = platform::shifted(bounds_, dx, dy);

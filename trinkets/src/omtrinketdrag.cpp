@@ -50,8 +50,7 @@ int wayToGrid(int position, int origin, int step) {
     std::int64_t above = fromOrigin % width; // pixels above the lower line
     if (above < 0) above += width;
     const std::int64_t way = 2 * above > width ? width - above : -above;
-    return static_cast<int>(
-        std::clamp<std::int64_t>(way, -OMTrinket::kFarthest, OMTrinket::kFarthest));
+    return OMTrinket::nearestPlace(way);
 }
 
 } // namespace

@@ -12,7 +12,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRAnimationVocabulary[] = {
     oms::readOnly<&RAnimation::frameCount>("frameCount", "frames of the current sequence"),
     oms::data<&RAnimation::frameNotification, &RAnimation::setFrameNotification>(
         "frameNotification", "1: frameNotify is raised for every frame shown"),
@@ -40,7 +40,7 @@ constexpr OMSEntry kVocabulary[] = {
 } // namespace
 
 const OMSClass RAnimation::kClass{
-    "RAnimation", &OMAnimation::kClass, kVocabulary,
+    "RAnimation", &OMAnimation::kClass, kRAnimationVocabulary,
     []() -> std::unique_ptr<OMScriptableObject> { return createFromArguments<RAnimation>(); }};
 
 std::unique_ptr<OMScriptableObject> RAnimation::duplicate() {
@@ -89,8 +89,7 @@ void RAnimation::resumeForScript() {
 void RAnimation::paintIntoBackground(std::optional<int> x, std::optional<int> y) {
     if (!window()) return;
     const Rect own = boundingRectangle();
-    const Point at{std::clamp(x.value_or(own.left), -kFarthest, kFarthest),
-                   std::clamp(y.value_or(own.top), -kFarthest, kFarthest)};
+    const Point at{nearestPlace(x.value_or(own.left)), nearestPlace(y.value_or(own.top))};
     window()->paintIntoBackground({at.x, at.y, at.x + own.width(), at.y + own.height()},
                                   [this](OMMemCanvas& canvas, Point to) { paintAt(canvas, to); });
 }

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRAnimationTriggerVocabulary[] = {
     oms::data<&RAnimationTrigger::framesPerSecond, &RAnimationTrigger::setFramesPerSecond>(
         "framesPerSecond", "events a second"),
     oms::method<&RAnimationTrigger::start>("start"),
@@ -13,13 +13,13 @@ constexpr OMSEntry kVocabulary[] = {
     oms::event("newFrame", "its time has come"),
 };
 
-constexpr int kMsPerSecond = 1000;
 constexpr std::uint32_t kPriority = 1; ///< before the scripts, which the event may belong to
 
 } // namespace
 
 const OMSClass RAnimationTrigger::kClass{"RAnimationTrigger", &OMScriptableObject::kClass,
-                                         kVocabulary, &RAnimationTrigger::createFromScript};
+                                         kRAnimationTriggerVocabulary,
+                                         &RAnimationTrigger::createFromScript};
 
 std::unique_ptr<OMScriptableObject> RAnimationTrigger::createFromScript() {
     auto trigger = std::make_unique<RAnimationTrigger>();
@@ -35,7 +35,7 @@ std::unique_ptr<OMScriptableObject> RAnimationTrigger::duplicate() {
 }
 
 std::uint32_t RAnimationTrigger::periodMs() const {
-    return static_cast<std::uint32_t>(kMsPerSecond / framesPerSecond_);
+    return static_cast<std::uint32_t>(platform::kMsPerSecond / framesPerSecond_);
 }
 
 /// What was missed while it stood still is not made up for.

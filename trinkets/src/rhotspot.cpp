@@ -7,14 +7,13 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRHotSpotVocabulary[] = {
     oms::data<&RHotSpot::outlined, &RHotSpot::setOutlined>("outlined", "its outline is drawn"),
     oms::data<&RHotSpot::userData, &RHotSpot::setUserData>("userData", "free value for scripts"),
     oms::method<&RHotSpot::setAOCursor>("setAOCursor", "[normal [grab]]"),
 };
 
 // Fixed colours, so that one of them can be told from any picture below.
-constexpr int kBlack = 0;
 constexpr int kWhite = 255;
 
 void frame(OMCanvas& canvas, const platform::Rect& area, int color) {
@@ -25,7 +24,7 @@ void frame(OMCanvas& canvas, const platform::Rect& area, int color) {
 
 } // namespace
 
-const OMSClass RHotSpot::kClass{"RHotSpot", &OMTrinket::kClass, kVocabulary,
+const OMSClass RHotSpot::kClass{"RHotSpot", &OMTrinket::kClass, kRHotSpotVocabulary,
                                 &OMSArea::create<RHotSpot>};
 
 RHotSpot::RHotSpot(OMTrinketWindow& window, const platform::Rect& area)
@@ -51,6 +50,6 @@ void RHotSpot::paint(OMMemCanvas& canvas, const OMRegion& clip) {
     canvas.setClipRegion(clip);
     frame(canvas, area, kWhite);
     area = {area.left + 1, area.top + 1, area.right - 1, area.bottom - 1};
-    frame(canvas, area, kBlack);
+    frame(canvas, area, OMColor::kBlack);
     canvas.removeClipRegion();
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRKbdInpVocabulary[] = {
     oms::readOnly<&RKbdInp::key>("key", "name of the last key"),
     oms::event("keyPressed", "a key was pressed"),
 };
@@ -24,7 +24,7 @@ constexpr int kToLetter = 0x40; ///< from a control character
 
 } // namespace
 
-const OMSClass RKbdInp::kClass{"RKbdInp", &OMScriptableObject::kClass, kVocabulary,
+const OMSClass RKbdInp::kClass{"RKbdInp", &OMScriptableObject::kClass, kRKbdInpVocabulary,
                                &oms::create<RKbdInp>};
 
 RKbdInp::RKbdInp() {

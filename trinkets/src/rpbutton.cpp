@@ -11,7 +11,7 @@ using platform::Point;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRPButtonVocabulary[] = {
     oms::data<&RPButton::isEnabled, &RPButton::setEnabled>("enabled", "can be pressed"),
     oms::data<&RPButton::clickSoundID, &RPButton::setClickSoundID>("clickSoundID",
                                                                    "sound of a press; -1: none"),
@@ -27,7 +27,7 @@ constexpr int kPressed = 2;
 
 } // namespace
 
-const OMSClass RPButton::kClass{"RPButton", &OMAnimation::kClass, kVocabulary,
+const OMSClass RPButton::kClass{"RPButton", &OMAnimation::kClass, kRPButtonVocabulary,
                                 &RPButton::createFromScript};
 
 RPButton::RPButton(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)

@@ -13,7 +13,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRSelListVocabulary[] = {
     oms::readOnly<&RSelList::canAddChar>("canAddChar", "a character can be typed"),
     oms::readOnly<&RSelList::canDeleteChar>("canDeleteChar", "there is a typed character"),
     oms::readOnly<&RSelList::canMoveHighlightDown>("canMoveHighlightDown"),
@@ -63,7 +63,7 @@ constexpr char kFirstCharacter = ' ';
 
 } // namespace
 
-const OMSClass RSelList::kClass{"RSelList", &OMTrinket::kClass, kVocabulary,
+const OMSClass RSelList::kClass{"RSelList", &OMTrinket::kClass, kRSelListVocabulary,
                                 &OMSArea::create<RSelList>};
 
 RSelList::RSelList(OMTrinketWindow& window, const Rect& box)

@@ -11,7 +11,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRTextVocabulary[] = {
     oms::data<&RText::colorIndex, &RText::setColorIndex>("colorIndex", "palette index, 0 to 255"),
     oms::readOnly<&RText::fontAscent>("fontAscent", "rows above the baseline"),
     oms::readOnly<&RText::fontDescent>("fontDescent", "rows below the baseline"),
@@ -30,7 +30,7 @@ int length(int value) { return value < 0 ? RText::kFitting : std::min(value, RTe
 
 } // namespace
 
-const OMSClass RText::kClass{"RText", &OMTrinket::kClass, kVocabulary,
+const OMSClass RText::kClass{"RText", &OMTrinket::kClass, kRTextVocabulary,
                              &OMSArea::create<RText, OMSArea::Lengths::Any>};
 
 RText::RText(OMTrinketWindow& window, const Rect& box)

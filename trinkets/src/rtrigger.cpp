@@ -11,7 +11,7 @@ using platform::Point;
 
 namespace {
 
-constexpr OMSEntry kVocabulary[] = {
+constexpr OMSEntry kRTriggerVocabulary[] = {
     oms::data<&RTrigger::framePixelDelta, &RTrigger::setFramePixelDelta>(
         "framePixelDelta", "pixels of the pointer for each frame"),
     oms::data<&RTrigger::sfxID, &RTrigger::setSfxID>("sfxID",
@@ -23,7 +23,7 @@ constexpr OMSEntry kVocabulary[] = {
 
 } // namespace
 
-const OMSClass RTrigger::kClass{"RTrigger", &OMAnimation::kClass, kVocabulary,
+const OMSClass RTrigger::kClass{"RTrigger", &OMAnimation::kClass, kRTriggerVocabulary,
                                 &RTrigger::createFromScript};
 
 RTrigger::RTrigger(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)

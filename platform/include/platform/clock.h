@@ -5,6 +5,8 @@
 
 namespace platform {
 
+inline constexpr int kMsPerSecond = 1000;
+
 class Clock {
   public:
     virtual ~Clock() = default;

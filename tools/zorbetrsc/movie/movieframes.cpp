@@ -15,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 using platform::Rgb;
 
-constexpr int kLargestSide = 4096; ///< of movies that the program shows
+constexpr int kLargestMovieSide = 4096; ///< of movies that the program shows
 
 Picture readPicture(const fs::path& path) {
     return onPath(path, [&] { return Picture::fromPng(readWholeFile(path)); });
@@ -31,9 +31,9 @@ void checkMovieSize(const Picture& picture) {
     if (width % kBlockSide != 0 || height % kBlockSide != 0)
         throw Refusal("the picture has " + sizeText(width, height) +
                       "; both must be multiples of 4 in a movie");
-    if (std::max(width, height) > kLargestSide)
+    if (std::max(width, height) > kLargestMovieSide)
         throw Refusal("the picture has " + sizeText(width, height) + ", allowed is at most " +
-                      sizeText(kLargestSide, kLargestSide));
+                      sizeText(kLargestMovieSide, kLargestMovieSide));
 }
 
 /// Whether the pictures given to it are indexed and have one palette. Programs that write pictures

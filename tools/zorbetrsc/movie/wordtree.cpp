@@ -7,7 +7,7 @@ namespace rsc {
 namespace {
 
 constexpr std::size_t kValues = 65536;
-constexpr std::size_t kEntrySize = 4; ///< bytes of a node in memory
+constexpr std::size_t kNodeSize = 4; ///< bytes of a node in memory
 
 std::uint8_t lowByte(std::size_t value) { return value & 0xFF; }
 std::uint8_t highByte(std::size_t value) { return value >> 8 & 0xFF; }
@@ -95,7 +95,7 @@ void WordTree::write(BitWriter& out) const {
 
 std::uint32_t WordTree::sizeInMemory() const {
     const std::size_t nodes = 2 * tree_.leafCount() - 1;
-    return static_cast<std::uint32_t>(kEntrySize * (nodes + ValueCache::kSlots));
+    return static_cast<std::uint32_t>(kNodeSize * (nodes + ValueCache::kSlots));
 }
 
 void WordTree::FrameWriter::put(BitWriter& out, std::uint16_t value) {
