@@ -67,6 +67,13 @@ void startLogging(const std::string& homeDirectory) {
     OMLog::setFallbackDirectory(homeDirectory);
     OMLog::start();
     OMSobException::setNotification(logReport);
+    OMPlatform().files().setFenceLink([](const std::string& path) {
+        OMLog::writef(OMLog::Kind::Error,
+                      "%s is not for this game, which may open its own folder, RSC and scripts "
+                      "beside it, the CD and its data folder. If the game is your own work, start "
+                      "zorbet with --trust",
+                      path.c_str());
+    });
 }
 
 /// Scripts that are no file of the current directory are looked for in the "scripts\" directories.
@@ -272,6 +279,7 @@ int RGameMain(std::optional<std::uint32_t> seed) {
     const std::string homeDirectory = RConfiguration::findHomeDirectory();
     startLogging(homeDirectory);
     OMPlatform().keepSettings(homeDirectory + kSettingsFile);
+    OMPlatform().closeIn();
     {
         const std::string dataFile = homeDirectory + kDataFile;
         OMLog::writef(OMLog::Kind::Message, "Data file is: %s", dataFile.c_str());
@@ -286,6 +294,7 @@ int RGameMain(std::optional<std::uint32_t> seed) {
         savedWorld.shutDown();
     }
     EffectsWindow::setPaletteFilter(nullptr);
+    OMPlatform().files().setFenceLink(nullptr);
     OMLog::close();
     OMSobException::setNotification(nullptr);
     RRemoveMemoryHandler();

@@ -6,6 +6,7 @@
 #include "platform/host/gameinfo.h"
 #include "platform/host/hostmovies.h"
 #include "platform/host/outlinefaces.h"
+#include "platform/host/secondwall.h"
 
 #include <CLI/CLI.hpp>
 
@@ -98,6 +99,10 @@ std::string versionText(const std::string& content) {
     text += platform::HostMovies::kAvailable
                 ? "movies: libavcodec"
                 : "movies: none (built without libavformat and libavcodec)";
+    const int wall = platform::secondWallVersion();
+    text += wall > 0 ? "\nfence: that of the program, and Landlock " + std::to_string(wall) +
+                           " of this machine"
+                     : "\nfence: that of the program (this machine has no Landlock)";
     if (content.empty()) return text;
     const platform::GameInfo game = platform::readGameInfo(content);
     return text + "\ngame: " + game.title + (game.version.empty() ? "" : " ") + game.version;
@@ -158,6 +163,12 @@ void addOptions(CLI::App& app, Words& words) {
            "Folder for saved games and settings (default: the game's\n"
            "own, in the user's data folder)");
     option("--seed", line.seed, "N", "Seed of the random numbers instead of the time");
+    app.add_flag("--trust", line.trusted,
+                 "The game may open all files of this machine that you may: for\n"
+                 "your own work only");
+    app.add_flag("--components", line.components,
+                 "The game may bring native code (components), which can do all\n"
+                 "that you can");
     app.add_flag("--author", line.author,
                  "For who makes the game: the window's title tells how many\n"
                  "pictures a second are shown");

@@ -16,7 +16,9 @@ struct CommandLine {
     std::string cd;
     std::string home;
     std::optional<std::uint32_t> seed;
-    bool author = false; ///< shows what concerns the one who makes the game
+    bool trusted = false;    ///< no fence around the game's files
+    bool components = false; ///< native code of the game is loaded
+    bool author = false;     ///< shows what concerns the one who makes the game
     bool headless = false;
     platform::Timeline timeline;
     std::optional<std::uint32_t> untilMs;

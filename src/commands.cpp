@@ -70,7 +70,7 @@ RCommands::~RCommands() {
 
 std::vector<RCommandWords> RCommands::words() { return RCommandWordsOf(kRows); }
 
-void RCommands::closeFile() { output_.reset(); }
+void RCommands::closeFile() { output_.close(); }
 
 void RCommands::displayScreen() { window_.displayScreen(); }
 
@@ -93,15 +93,7 @@ void RCommands::logMessage(const std::string& text) { OMLog::write(OMLog::Kind::
 
 void RCommands::messageBox(const std::string& text) { OMApp::getApp()->alert(text); }
 
-void RCommands::openFile(const std::string& path) {
-    output_.reset();
-    output_ = OMPlatform().files().open(path, platform::OpenMode::Write);
-    if (output_) return;
-    OMLog::writef(
-        OMLog::Kind::Error,
-        "OpenFile: %s cannot be written: %s. WriteToFile does nothing until a file is open",
-        path.c_str(), platform::Files::lastRefusal().message().c_str());
-}
+void RCommands::openFile(const std::string& path) { output_.open(path); }
 
 /// RESULT gets a number from the lower to the higher one, but for the excluded one.
 void RCommands::randomNumber(int from, int to, std::optional<int> exclude) {
@@ -151,7 +143,6 @@ void RCommands::startTransition() {
 }
 
 void RCommands::writeToFile(std::string text, const std::string& newLine) {
-    if (!output_) return;
     if (!newLine.empty()) text += '\n';
-    output_->write(std::as_bytes(std::span(text)));
+    output_.write(text);
 }

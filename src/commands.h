@@ -4,10 +4,8 @@
 
 #include "commandtable.h"
 #include "omlink.h"
+#include "outputfile.h"
 
-#include "platform/files.h"
-
-#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -57,5 +55,5 @@ class RCommands {
 
     EffectsWindow& window_;
     OMLink paletteRestorer_;
-    std::unique_ptr<platform::File> output_; ///< at most one output file
+    ROutputFile output_;
 };

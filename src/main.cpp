@@ -7,6 +7,7 @@
 #include "platform/headless/headlessplatform.h"
 #include "platform/host/datafolder.h"
 #include "platform/host/gameinfo.h"
+#include "platform/host/playerpermits.h"
 #include "platform/host/termination.h"
 #if ZORBET_HAVE_SDL
 #include "platform/sdl/sdlplatform.h"
@@ -83,6 +84,8 @@ std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgra
 Start prepare(const CommandLine& line) {
     Start start{
         line, {line.content.empty() ? sampleFolder() : line.content, line.cd, line.home}, {}};
+    start.host.trusted = line.trusted;
+    start.host.components = line.components || platform::permitsComponents(start.host.content);
     start.game = platform::readGameInfo(start.host.content);
     if (line.home.empty()) {
         if (start.game.identifier == kSampleGame) platform::moveOldSaves(kSampleGame);

@@ -10,6 +10,8 @@
 namespace OMLog {
 
 inline constexpr std::string_view kFileName = "zorbelog.txt";
+inline constexpr std::uint64_t kMostBytes = std::uint64_t{16}
+                                            << 20; ///< what comes later is left out
 
 enum class Kind { Error = 0, Warning = 1, Message = 2 };
 

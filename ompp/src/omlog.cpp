@@ -1,8 +1,8 @@
 #include "omlog.h"
 
 #include "omplatform.h"
+#include "omtextfile.h"
 
-#include <span>
 #include <string>
 
 namespace OMLog {
@@ -41,7 +41,7 @@ void rawWrite(std::string_view text, platform::OpenMode mode) {
     auto file = files.open(kFileName, mode);
     if (!file && !logState().fallbackDirectory.empty())
         file = files.open(logState().fallbackDirectory + std::string(kFileName), mode);
-    if (file) file->write(std::as_bytes(std::span(text)));
+    if (file) OMAddText(*file, text, kMostBytes);
 }
 
 } // namespace

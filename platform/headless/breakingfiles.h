@@ -11,6 +11,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <utility>
 
 namespace platform {
 
@@ -39,6 +40,8 @@ class BreakingFiles final : public Files {
 
     /// How many operations were counted.
     [[nodiscard]] std::uint32_t operations() const { return count_; }
+
+    void setFenceLink(FenceLink link) override { files_.setFenceLink(std::move(link)); }
 
     std::unique_ptr<File> open(std::string_view path, OpenMode mode) override;
     bool remove(std::string_view path) override;

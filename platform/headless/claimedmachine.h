@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/host/hostdisplay.h"
+#include "platform/host/hostmachine.h"
 #include "platform/machine.h"
 
 #include <cstdint>
@@ -23,6 +24,7 @@ class ClaimedMachine final : public Machine {
     explicit ClaimedMachine(const MachineClaims& claims) : claims_(claims) {}
     [[nodiscard]] bool hasIntel386() const override { return claims_.intel386; }
     [[nodiscard]] std::uint64_t availableMemory() const override { return claims_.availableMemory; }
+    [[nodiscard]] std::uint64_t usedMemory() const override { return residentMemory(); }
 
   private:
     MachineClaims claims_;

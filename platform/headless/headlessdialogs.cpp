@@ -24,7 +24,7 @@ std::string hexadecimal(std::uint32_t value) {
 } // namespace
 
 HeadlessDialogs::HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock,
-                                 const Files& files, Report& report, std::ostream& notes)
+                                 HostFiles& files, Report& report, std::ostream& notes)
     : clock_(clock), files_(files), report_(report), notes_(notes) {
     for (const TimelineEvent& event : timeline) {
         if (const auto* answer = std::get_if<TimelineAnswer>(&event.what)) {
@@ -86,6 +86,7 @@ std::string HeadlessDialogs::chosenFile(std::string_view title, std::size_t limi
     const std::optional<TimelineAnswer> answer = nextAnswer();
     if (!answer || equalIgnoringCase(answer->button, buttonText(Button::Cancel))) return {};
     std::string path = files_.fullPath(answer->button);
+    files_.admit(path);
     if (files_.exists(path) && path.size() < limit) return path;
     notes_ << "the file \"" << utf8FromLatin1(answer->button)
            << "\" cannot be chosen in the dialog \"" << utf8FromLatin1(title)

@@ -3,10 +3,10 @@
 #pragma once
 
 #include "platform/dialogs.h"
-#include "platform/files.h"
 #include "platform/headless/report.h"
 #include "platform/headless/timeline.h"
 #include "platform/headless/virtualclock.h"
+#include "platform/host/hostfiles.h"
 
 #include <deque>
 #include <iosfwd>
@@ -18,7 +18,7 @@ namespace platform {
 class HeadlessDialogs final : public Dialogs {
   public:
     /// What is referred to must outlive the dialogs.
-    HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock, const Files& files,
+    HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock, HostFiles& files,
                     Report& report, std::ostream& notes);
 
     Button messageBox(std::string_view text, std::string_view caption,
@@ -42,7 +42,7 @@ class HeadlessDialogs final : public Dialogs {
 
     std::deque<Waiting> waiting_;
     const VirtualClock& clock_;
-    const Files& files_;
+    HostFiles& files_;
     Report& report_;
     std::ostream& notes_;
 };

@@ -2,12 +2,15 @@
 
 #include "platform/headless/headlesstextwindow.h"
 #include "platform/host/latin1.h"
+#include "platform/host/secondwall.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <string>
+#include <variant>
 
 namespace platform {
 
@@ -15,12 +18,24 @@ namespace {
 
 std::ostream& orElse(std::ostream* chosen, std::ostream& usual) { return chosen ? *chosen : usual; }
 
+/// Of screenshots and recordings.
+std::vector<std::string> foldersOf(const HeadlessOptions& options) {
+    std::vector<std::string> folders;
+    if (!options.recordSound.empty()) folders.push_back(options.recordSound);
+    for (const TimelineEvent& event : options.timeline)
+        if (const auto* screenshot = std::get_if<TimelineScreenshot>(&event.what))
+            folders.push_back(std::filesystem::path(screenshot->file).parent_path().string());
+    return folders;
+}
+
 } // namespace
 
 HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
-    : stepMs_(std::max(options.stepMs, 1u)), notes_(orElse(options.notes, std::cerr)),
+    : stepMs_(std::max(options.stepMs, 1u)), trusted_(options.host.trusted),
+      asked_(foldersOf(options)), notes_(orElse(options.notes, std::cerr)),
       machine_(options.machine), report_(orElse(options.report, std::cout), clock_),
-      files_(options.host), modules_(files_, options.resources, options.versionStrings),
+      files_(options.host),
+      modules_(files_, options.host.components, options.resources, options.versionStrings),
       display_(options.screen, report_),
       events_(options.timeline, options.untilMs, clock_, display_, notes_),
       dialogs_(options.timeline, clock_, files_, report_, notes_),
@@ -44,6 +59,13 @@ std::unique_ptr<TextWindow> HeadlessPlatform::openTextWindow(const TextWindowReq
 
 void HeadlessPlatform::complain(std::string_view text) {
     notes_ << "zorbet: " << utf8FromLatin1(text) << std::endl;
+}
+
+void HeadlessPlatform::closeIn() {
+    if (trusted_) return;
+    std::vector<std::string> writable = files_.writableFolders();
+    writable.insert(writable.end(), asked_.begin(), asked_.end());
+    raiseSecondWall(writable);
 }
 
 void HeadlessPlatform::programEnds(int exitCode) {

@@ -25,6 +25,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -67,6 +68,7 @@ class HeadlessPlatform final : public Platform {
     void keepSettings(std::string_view) override {}
     void complain(std::string_view text) override;
 
+    void closeIn() override;
     void mainLoopBegins() override { clock_.beginLoop(); }
     void passEnded() override { clock_.sleep(stepMs_); }
     void programEnds(int exitCode) override;
@@ -74,6 +76,8 @@ class HeadlessPlatform final : public Platform {
 
   private:
     std::uint32_t stepMs_;
+    bool trusted_;
+    std::vector<std::string> asked_; ///< folders for what the player asked for
     std::ostream& notes_;
     ClaimedMachine machine_;
     VirtualClock clock_;

@@ -15,25 +15,17 @@ namespace {
 
 constexpr mode_t kNewFileMode = 0666;
 
-/// An open file of the host, closed by destruction.
-class Descriptor {
+/// What can be asked of a descriptor of a file.
+class OpenedFile : public Descriptor {
   public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0) ::close(number_);
-    }
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    Descriptor& operator=(Descriptor&&) = delete;
-
-    [[nodiscard]] bool isOpen() const { return number_ >= 0; }
-    [[nodiscard]] int number() const { return number_; }
+    using Descriptor::Descriptor;
 
     /// Bypasses the host's cache, or no longer; false when the file system cannot do it.
     [[nodiscard]] bool setDirect(bool direct) const {
 #ifdef O_DIRECT
-        const int flags = ::fcntl(number_, F_GETFL);
+        const int flags = ::fcntl(number(), F_GETFL);
         if (flags < 0) return false;
-        return ::fcntl(number_, F_SETFL, direct ? flags | O_DIRECT : flags & ~O_DIRECT) == 0;
+        return ::fcntl(number(), F_SETFL, direct ? flags | O_DIRECT : flags & ~O_DIRECT) == 0;
 #else
         return !direct;
 #endif
@@ -42,14 +34,14 @@ class Descriptor {
     /// says EBUSY, when somebody else's lock is in the way. Ends when the file is closed. Where the
     /// file system has no locks, everybody gets one.
     [[nodiscard]] bool lock(int kind) const {
-        if (::flock(number_, kind | LOCK_NB) == 0 || errno != EWOULDBLOCK) return true;
+        if (::flock(number(), kind | LOCK_NB) == 0 || errno != EWOULDBLOCK) return true;
         errno = EBUSY;
         return false;
     }
     /// False, and `errno` says EBUSY, when its last name was removed.
     [[nodiscard]] bool hasName() const {
         struct stat status {};
-        if (::fstat(number_, &status) == 0 && status.st_nlink > 0) return true;
+        if (::fstat(number(), &status) == 0 && status.st_nlink > 0) return true;
         errno = EBUSY;
         return false;
     }
@@ -57,18 +49,15 @@ class Descriptor {
     [[nodiscard]] bool flush() const {
         int result = -1;
         do {
-            result = ::fsync(number_);
+            result = ::fsync(number());
         } while (result != 0 && errno == EINTR);
         return result == 0;
     }
-
-  private:
-    int number_;
 };
 
 class HostFile final : public File {
   public:
-    HostFile(Descriptor descriptor, OpenMode mode)
+    HostFile(OpenedFile descriptor, OpenMode mode)
         : descriptor_(std::move(descriptor)), sequential_(mode == OpenMode::ReadSequential) {
         if (!sequential_) return;
         ::posix_fadvise(descriptor_.number(), 0, 0, POSIX_FADV_SEQUENTIAL);
@@ -84,7 +73,7 @@ class HostFile final : public File {
   private:
     [[nodiscard]] ssize_t readSome(std::span<std::byte> buffer);
 
-    Descriptor descriptor_;
+    OpenedFile descriptor_;
     bool sequential_;
     bool direct_ = false; ///< the host's cache is bypassed
     off_t position_ = 0;  ///< of the next read
@@ -143,31 +132,52 @@ std::uint64_t HostFile::size() const {
     return static_cast<std::uint64_t>(status.st_size);
 }
 
+/// A file that exists is emptied only when it is known to be one that may be written to.
 int flagsOf(OpenMode mode) {
     switch (mode) {
     case OpenMode::Read:
     case OpenMode::ReadSequential: return O_RDONLY;
-    case OpenMode::Write: return O_WRONLY | O_CREAT | O_TRUNC;
+    case OpenMode::Write: return O_WRONLY | O_CREAT;
     case OpenMode::Append: return O_WRONLY | O_CREAT | O_APPEND;
     case OpenMode::WriteThrough: return O_WRONLY | O_CREAT | O_EXCL | O_DSYNC;
     }
     return O_RDONLY;
 }
 
-Descriptor openDescriptor(const std::string& hostPath, int flags) {
+OpenedFile openIn(const Descriptor& folder, const std::string& name, int flags) {
     int number = -1;
     do {
-        number = ::open(hostPath.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, kNewFileMode);
+        number = ::openat(folder.number(), name.c_str(),
+                          flags | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, kNewFileMode);
     } while (number < 0 && errno == EINTR);
-    return Descriptor(number);
+    return OpenedFile(number);
 }
 
 /// Makes way for a new file. Whoever has the old one open keeps its bytes; one that is being
 /// written or copied stays and stops the newcomer.
-bool removeUnlessInUse(const std::string& hostPath) {
-    const Descriptor old = openDescriptor(hostPath, O_WRONLY);
-    if (!old.isOpen()) return errno == ENOENT;
-    return old.lock(LOCK_EX) && ::unlink(hostPath.c_str()) == 0;
+bool removeUnlessInUse(const Descriptor& folder, const std::string& name) {
+    const OpenedFile old = openIn(folder, name, O_WRONLY);
+    if (!old.isOpen() && errno != ELOOP) return errno == ENOENT;
+    if (old.isOpen() && !old.lock(LOCK_EX)) return false;
+    return ::unlinkat(folder.number(), name.c_str(), 0) == 0;
+}
+
+/// False, and `errno` says why, for what is no plain file.
+bool isPlain(const struct stat& status) {
+    if (S_ISREG(status.st_mode)) return true;
+    errno = S_ISDIR(status.st_mode) ? EISDIR : S_ISLNK(status.st_mode) ? ELOOP : EOPNOTSUPP;
+    return false;
+}
+
+bool becomesWritten(const OpenedFile& file, OpenMode mode, bool shared) {
+    struct stat status {};
+    if (::fstat(file.number(), &status) != 0 || !isPlain(status)) return false;
+    if (mode != OpenMode::Write && mode != OpenMode::Append) return true;
+    if (status.st_nlink > 1 && !shared) {
+        errno = EMLINK;
+        return false;
+    }
+    return mode == OpenMode::Append || ::ftruncate(file.number(), 0) == 0;
 }
 
 } // namespace
@@ -178,32 +188,32 @@ bool tellDone(bool done) {
     return done;
 }
 
-std::unique_ptr<File> openHostFile(const std::string& hostPath, OpenMode mode) {
+std::unique_ptr<File> openHostFile(const Descriptor& folder, const std::string& name, OpenMode mode,
+                                   bool shared) {
     const auto refused = [] {
         tellDone(false);
         return nullptr;
     };
-    // Devices and pipes could stop the program for ever, so only plain files are opened at all.
+    // Devices and pipes could stop the program for ever, so they are not even opened.
     struct stat status {};
-    if (::stat(hostPath.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
-        errno = S_ISDIR(status.st_mode) ? EISDIR : EOPNOTSUPP;
-        return refused();
-    }
-    if (mode == OpenMode::WriteThrough && !removeUnlessInUse(hostPath)) return refused();
-    Descriptor descriptor = openDescriptor(hostPath, flagsOf(mode));
-    if (!descriptor.isOpen()) return refused();
+    const bool isThere =
+        ::fstatat(folder.number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
+    const bool isReplaced = mode == OpenMode::WriteThrough;
+    if (isThere && !(isReplaced && S_ISLNK(status.st_mode)) && !isPlain(status)) return refused();
+    if (isReplaced && !removeUnlessInUse(folder, name)) return refused();
+    OpenedFile descriptor = openIn(folder, name, flagsOf(mode));
+    if (!descriptor.isOpen() || !becomesWritten(descriptor, mode, shared)) return refused();
     // Somebody else may have made way for a file of theirs before this one was locked.
-    if (mode == OpenMode::WriteThrough && (!descriptor.lock(LOCK_EX) || !descriptor.hasName()))
-        return refused();
+    if (isReplaced && (!descriptor.lock(LOCK_EX) || !descriptor.hasName())) return refused();
     if (mode == OpenMode::ReadSequential && !descriptor.lock(LOCK_SH)) return refused();
     tellDone(true);
     return std::make_unique<HostFile>(std::move(descriptor), mode);
 }
 
-bool flushHostFolder(const std::string& hostPath) {
-    const Descriptor folder = openDescriptor(hostPath, O_RDONLY | O_DIRECTORY);
+bool flushHostFolder(const Descriptor& folder) {
+    const OpenedFile names = openIn(folder, ".", O_RDONLY | O_DIRECTORY);
     // A file system that cannot be asked for it (EINVAL) keeps names in its own way.
-    return tellDone(folder.isOpen() && (folder.flush() || errno == EINVAL));
+    return tellDone(names.isOpen() && (names.flush() || errno == EINVAL));
 }
 
 } // namespace platform

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/files.h"
+#include "platform/host/descriptor.h"
 
 #include <string>
 
@@ -12,10 +13,12 @@ namespace platform {
 /// `done`.
 bool tellDone(bool done);
 
-/// Opens by the host's path name; null when that is no regular file or cannot be opened.
-[[nodiscard]] std::unique_ptr<File> openHostFile(const std::string& hostPath, OpenMode mode);
+/// Opens the file `name` of a folder; null when that is no regular file or cannot be opened. A link
+/// is not followed. Only what has no other name is written to, unless `shared`.
+[[nodiscard]] std::unique_ptr<File> openHostFile(const Descriptor& folder, const std::string& name,
+                                                 OpenMode mode, bool shared);
 
 /// Brings the names in a folder to the disk; see Files::flushFolder.
-[[nodiscard]] bool flushHostFolder(const std::string& hostPath);
+[[nodiscard]] bool flushHostFolder(const Descriptor& folder);
 
 } // namespace platform

@@ -82,6 +82,14 @@ void eachEntry(const std::string& hostFolder, Visit visit) {
 
 std::error_code missing() { return std::make_error_code(std::errc::no_such_file_or_directory); }
 
+/// What a game cannot reach although it is there.
+std::error_code forbidden() { return std::make_error_code(std::errc::operation_not_permitted); }
+
+bool isLink(const std::string& hostPath) {
+    std::error_code error;
+    return fs::is_symlink(fs::symlink_status(hostPath, error));
+}
+
 /// The host's name of the entry that `part` means; none, and why, when it finds no such entry.
 std::optional<std::string> matchingName(const std::string& hostFolder, const std::string& part,
                                         std::error_code& why) {
@@ -102,26 +110,57 @@ bool refuse(std::error_code why) {
     return false;
 }
 
-bool isFile(const std::optional<std::string>& hostPath) {
+bool isFile(const std::string& hostPath) {
     std::error_code error;
-    return hostPath && fs::is_regular_file(*hostPath, error);
+    return fs::is_regular_file(hostPath, error);
+}
+
+/// A file by this name, or a link that is taken for one.
+bool isFileOrLink(const std::string& hostPath) {
+    std::error_code error;
+    const fs::file_type type = fs::symlink_status(hostPath, error).type();
+    return type == fs::file_type::regular || type == fs::file_type::symlink;
 }
 
 /// Whether a file may get this name: nobody has it, or a file that it replaces.
 bool isNameForFile(const std::string& hostPath) {
     std::error_code error;
-    const fs::file_type type = fs::status(hostPath, error).type();
-    return type == fs::file_type::not_found || type == fs::file_type::regular;
+    return isFileOrLink(hostPath) || !fs::exists(fs::symlink_status(hostPath, error));
 }
+
+/// What is written to is not followed when it is a link.
+bool isWriting(OpenMode mode) { return mode != OpenMode::Read && mode != OpenMode::ReadSequential; }
 
 } // namespace
 
 HostFiles::HostFiles(const HostOptions& options)
-    : drives_{{kHostDrive, ""}},
+    : trusted_(options.trusted), drives_{{kHostDrive, ""}},
       hostHome_(absoluteHostPath(options.home.empty() ? userDataFolder() : options.home)),
-      current_(anchor(absoluteHostPath(options.content), kContentDrive)),
-      home_(anchor(hostHome_, kHomeDrive)), claimedSpace_(options.freeSpace) {
-    if (!options.cd.empty()) drives_.push_back({kCdDrive, absoluteHostPath(options.cd)});
+      hostContent_(absoluteHostPath(options.content)),
+      current_(anchor(hostContent_, kContentDrive)), home_(anchor(hostHome_, kHomeDrive)),
+      claimedSpace_(options.freeSpace) {
+    std::vector<Fence::Ground> fence{{hostContent_, true}, {hostHome_, true}};
+    grounds_ = {{current_, true}, {home_, true}};
+    if (!options.cd.empty()) {
+        drives_.push_back({kCdDrive, absoluteHostPath(options.cd)});
+        fence.push_back({drives_.back().root, false});
+        grounds_.push_back({{kCdDrive, {}}, false});
+    }
+    for (const char* name : {"RSC", "scripts"}) addNeighbour(name, fence);
+    if (trusted_) fence = {{"", true}};
+    fence_.emplace(std::move(fence));
+}
+
+/// One that is a link may lead anywhere, and is none.
+void HostFiles::addNeighbour(const std::string& name, std::vector<Fence::Ground>& fence) {
+    if (current_.parts.empty()) return;
+    const std::string folder = hostContent_.substr(0, hostContent_.rfind('/'));
+    std::error_code unknown;
+    const auto found = matchingName(folder, name, unknown);
+    if (found && !isLink(folder + '/' + *found)) fence.push_back({folder + '/' + *found, false});
+    Place place = current_;
+    place.parts.back() = name;
+    grounds_.push_back({std::move(place), false});
 }
 
 HostFiles::Place HostFiles::anchor(const std::string& hostPath, char ownDrive) {
@@ -171,57 +210,129 @@ const HostFiles::Drive* HostFiles::driveOf(char letter) const {
     return found == drives_.end() ? nullptr : &*found;
 }
 
-bool HostFiles::isBelowHome(const Place& place) const {
-    return place.drive == home_.drive && place.parts.size() > home_.parts.size() &&
-           std::equal(home_.parts.begin(), home_.parts.end(), place.parts.begin(),
+std::string HostFiles::Spot::name() const {
+    return path.empty() ? "." : path.substr(path.rfind('/') + 1);
+}
+
+bool HostFiles::isBelow(const Place& place, const Place& folder) {
+    return place.drive == folder.drive && place.parts.size() >= folder.parts.size() &&
+           std::equal(folder.parts.begin(), folder.parts.end(), place.parts.begin(),
                       equalIgnoringCase);
 }
 
-std::optional<std::string> HostFiles::locate(const Place& place, bool create,
-                                             std::error_code& why) const {
+bool HostFiles::mayBe(const Place& place, Fence::Use use) const {
+    if (trusted_ || !driveOf(place.drive)) return true; // what has no drive is missing anyway
+    const bool inside = std::ranges::any_of(grounds_, [&](const Ground& ground) {
+        return (ground.writable || use == Fence::Use::Read) && isBelow(place, ground.place);
+    });
+    return inside || (use == Fence::Use::Read && isAdmitted(place));
+}
+
+bool HostFiles::isAdmitted(const Place& place) const {
+    const std::scoped_lock lock(mutex_);
+    return admitted_.contains(textOf(place));
+}
+
+void HostFiles::refuseFenced(const Place& place, std::error_code& why) const {
+    constexpr std::size_t kMostTold = 1000;
+    why = forbidden();
+    const std::string text = textOf(place);
+    FenceLink link;
+    {
+        const std::scoped_lock lock(mutex_);
+        if (told_.size() < kMostTold && told_.insert(text).second) link = fenceLink_;
+    }
+    if (link) link(text);
+}
+
+std::optional<HostFiles::Spot> HostFiles::locate(const Place& place, Wanted wanted,
+                                                 std::error_code& why) const {
+    if (!mayBe(place, wanted.use)) {
+        refuseFenced(place, why);
+        why = missing();
+        return std::nullopt;
+    }
+    wanted.anywhere = isAdmitted(place);
+    auto found = find(place, wanted, why);
+    if (!found || fence_->encloses(found->path, wanted.use)) return found;
+    refuseFenced(place, why);
+    return std::nullopt;
+}
+
+std::optional<HostFiles::Spot> HostFiles::find(const Place& place, Wanted wanted,
+                                               std::error_code& why) const {
     why = missing();
     const Drive* drive = driveOf(place.drive);
     if (!drive) return std::nullopt;
-    std::string hostPath = drive->root;
+    Spot spot{drive->root};
     for (const std::string& part : place.parts) {
         if (part.find('\0') != std::string::npos) return std::nullopt;
-        std::optional<std::string> name = matchingName(hostPath, part, why);
-        if (!name && create && &part == &place.parts.back()) name = utf8FromLatin1(part);
+        const bool isLast = &part == &place.parts.back();
+        std::optional<std::string> name = matchingName(spot.path, part, why);
+        if (!name && isLast && wanted.mayBeMissing) name = utf8FromLatin1(part);
         if (!name) return std::nullopt;
-        hostPath += '/';
-        hostPath += *name;
+        spot.path += '/' + *name;
+        spot.isLink = isLink(spot.path);
+        if (!spot.isLink || (isLast && !wanted.followsLast)) continue;
+        const fs::path real = fs::canonical(spot.path, why);
+        if (why) return std::nullopt;
+        spot = {real == "/" ? std::string() : real.string()};
+        if (!wanted.anywhere && !mayLeadTo(spot.path, place, why)) return std::nullopt;
     }
-    return hostPath.empty() ? "/" : hostPath;
+    return spot;
 }
 
-std::optional<std::string> HostFiles::locateFor(const Place& place, bool create) const {
+bool HostFiles::mayLeadTo(const std::string& real, const Place& place, std::error_code& why) const {
+    if (fence_->encloses(real, Fence::Use::Read)) return true;
+    refuseFenced(place, why);
+    return false;
+}
+
+std::optional<HostFiles::Spot> HostFiles::locateFor(const Place& place, Wanted wanted) const {
     std::error_code why;
-    auto found = locate(place, create, why);
+    auto found = locate(place, wanted, why);
     if (!found) refuse(why);
     return found;
 }
 
-std::optional<std::string> HostFiles::locateFile(const Place& place) const {
-    auto found = locateFor(place, false);
-    if (!found || isFile(found)) return found;
+std::optional<HostFiles::Spot> HostFiles::locateFile(const Place& place) const {
+    auto found = locateFor(place, {.use = Fence::Use::Write, .followsLast = false});
+    if (!found || isFileOrLink(found->path)) return found;
     refuse(std::make_error_code(std::errc::is_a_directory));
     return std::nullopt;
 }
 
 std::unique_ptr<File> HostFiles::open(std::string_view path, OpenMode mode) {
-    const bool writes = mode != OpenMode::Read && mode != OpenMode::ReadSequential;
     const Place place = placeOf(path);
-    if (writes && isBelowHome(place)) {
-        std::error_code error; // a folder that cannot be made shows when the file cannot be
-        fs::create_directories(hostHome_, error);
+    Wanted wanted;
+    if (isWriting(mode)) {
+        wanted = {Fence::Use::Write, true, trusted_ && mode != OpenMode::WriteThrough};
+        if (isBelow(place, home_)) {
+            std::error_code error; // a folder that cannot be made shows when the file cannot be
+            fs::create_directories(hostHome_, error);
+        }
     }
-    const auto hostPath = locateFor(place, writes);
-    return hostPath ? openHostFile(*hostPath, mode) : nullptr;
+    const auto spot = locateFor(place, wanted);
+    if (!spot) return nullptr;
+    if (spot->isLink && mode != OpenMode::WriteThrough) {
+        std::error_code why;
+        refuseFenced(place, why);
+        refuse(why);
+        return nullptr;
+    }
+    const Descriptor folder = fence_->openFolder(spot->folder());
+    if (!folder.isOpen()) {
+        tellDone(false);
+        return nullptr;
+    }
+    return openHostFile(folder, spot->name(), mode, trusted_);
 }
 
 bool HostFiles::remove(std::string_view path) {
     const auto found = locateFile(placeOf(path));
-    return found && tellDone(::unlink(found->c_str()) == 0);
+    if (!found) return false;
+    const Descriptor folder = fence_->openFolder(found->folder());
+    return tellDone(folder.isOpen() && ::unlinkat(folder.number(), found->name().c_str(), 0) == 0);
 }
 
 bool HostFiles::inSameFolder(const Place& one, const Place& other) {
@@ -237,25 +348,34 @@ bool HostFiles::rename(std::string_view from, std::string_view to) {
     if (!inSameFolder(oldPlace, newPlace))
         return refuse(std::make_error_code(std::errc::cross_device_link));
     const auto source = locateFile(oldPlace);
-    auto target = source ? locateFor(newPlace, true) : std::nullopt;
+    const auto target =
+        source ? locateFor(newPlace, {Fence::Use::Write, true, false}) : std::nullopt;
     if (!target) return false;
-    if (!isNameForFile(*target)) return refuse(std::make_error_code(std::errc::is_a_directory));
-    if (*target == *source) {
-        target = source->substr(0, source->rfind('/') + 1) + utf8FromLatin1(newPlace.parts.back());
-    }
-    return tellDone(::rename(source->c_str(), target->c_str()) == 0);
+    if (!isNameForFile(target->path))
+        return refuse(std::make_error_code(std::errc::is_a_directory));
+    const std::string name =
+        target->path == source->path ? utf8FromLatin1(newPlace.parts.back()) : target->name();
+    const Descriptor folder = fence_->openFolder(source->folder());
+    return tellDone(folder.isOpen() && ::renameat(folder.number(), source->name().c_str(),
+                                                  folder.number(), name.c_str()) == 0);
 }
 
 bool HostFiles::flushFolder(std::string_view path) {
-    const auto found = locateFor(placeOf(path), false);
-    return found && flushHostFolder(*found);
+    const auto found = locateFor(placeOf(path), {});
+    if (!found) return false;
+    const Descriptor folder = fence_->openFolder(found->path);
+    return folder.isOpen() ? flushHostFolder(folder) : tellDone(false);
 }
 
-bool HostFiles::exists(std::string_view path) const { return isFile(hostPath(path)); }
+bool HostFiles::exists(std::string_view path) const {
+    const auto found = hostPath(path);
+    return found && isFile(*found);
+}
 
 bool HostFiles::isWritable(std::string_view path) const {
-    const auto found = hostPath(path);
-    return isFile(found) && ::access(found->c_str(), W_OK) == 0;
+    std::error_code unknown;
+    const auto found = locate(placeOf(path), {.use = Fence::Use::Write}, unknown);
+    return found && isFile(found->path) && ::access(found->path.c_str(), W_OK) == 0;
 }
 
 std::vector<DirectoryEntry> HostFiles::list(std::string_view directory) const {
@@ -274,7 +394,11 @@ std::string HostFiles::fullPath(std::string_view path) const { return textOf(pla
 
 std::string HostFiles::hostName(std::string_view path) const {
     const Place place = placeOf(path);
-    if (const auto found = hostPath(path)) return latin1FromUtf8(*found).value_or(textOf(place));
+    std::error_code unknown;
+    const auto found = mayBe(place, Fence::Use::Read)
+                           ? find(place, {.followsLast = false, .anywhere = true}, unknown)
+                           : std::nullopt;
+    if (found) return latin1FromUtf8(found->path).value_or(textOf(place));
     const Drive* drive = driveOf(place.drive);
     if (!drive) return textOf(place);
     std::string name = latin1FromUtf8(drive->root).value_or(std::string(1, place.drive) + ':');
@@ -306,8 +430,9 @@ std::optional<std::uint64_t> HostFiles::freeSpace(std::string_view folder) const
     if (claimedSpace_) return claimedSpace_;
     fs::path measured = drive->root.empty() ? "/" : drive->root;
     std::error_code unknown;
-    if (const auto found = locate(place, false, unknown)) {
-        measured = *found;
+    const auto found = mayBe(place, Fence::Use::Read) ? find(place, {}, unknown) : std::nullopt;
+    if (found) {
+        measured = found->path;
     } else {
         for (const std::string& part : place.parts) measured /= part;
     }
@@ -326,9 +451,33 @@ std::size_t HostFiles::sectorSize(char drive) const {
     return usable ? size : kUsualSector;
 }
 
+void HostFiles::setFenceLink(FenceLink link) {
+    const std::scoped_lock lock(mutex_);
+    fenceLink_ = std::move(link);
+}
+
+void HostFiles::admit(std::string_view path) {
+    std::error_code unknown;
+    const Place place = placeOf(path);
+    const auto file = find(place, {.anywhere = true}, unknown);
+    if (!file || !isFile(file->path)) return;
+    fence_->admit(file->path);
+    const std::scoped_lock lock(mutex_);
+    admitted_.insert(textOf(place));
+}
+
+std::vector<std::string> HostFiles::writableFolders() const {
+    std::vector<std::string> folders;
+    for (const Fence::Ground& ground : fence_->grounds())
+        if (ground.writable) folders.push_back(ground.folder.empty() ? "/" : ground.folder);
+    return folders;
+}
+
 std::optional<std::string> HostFiles::hostPath(std::string_view path) const {
     std::error_code unknown;
-    return locate(placeOf(path), false, unknown);
+    const auto found = locate(placeOf(path), {}, unknown);
+    if (!found) return std::nullopt;
+    return found->path.empty() ? "/" : found->path;
 }
 
 std::optional<std::string> HostFiles::programPath(std::string_view hostPath) const {

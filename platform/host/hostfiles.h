@@ -6,13 +6,21 @@
 // folder of the CD. The content or the home folder gets a drive of its own ("E:", "F:") when its
 // host path has characters that the program's Latin-1 names lack.
 //
-// Nothing changes after construction, so several threads may use it.
+// A game is a guest on the host: unless it is trusted, only what lies in its own folder, in RSC and
+// scripts beside it, on the CD and in the home folder exists, and only its own and the home folder
+// can be written to. Links are followed as long as they lead to where that holds, except by what is
+// written.
+//
+// Several threads may use it.
 #pragma once
 
 #include "platform/files.h"
+#include "platform/host/fence.h"
 #include "platform/host/hostoptions.h"
 
 #include <filesystem>
+#include <mutex>
+#include <set>
 
 namespace platform {
 
@@ -38,7 +46,14 @@ class HostFiles final : public Files {
     [[nodiscard]] std::optional<std::uint64_t> freeSpace(std::string_view folder) const override;
     [[nodiscard]] std::size_t sectorSize(char drive) const override;
 
-    /// The host's name of a file or folder that is there.
+    void setFenceLink(FenceLink link) override;
+
+    /// The player chose this file: it may be read wherever it lies.
+    void admit(std::string_view path);
+    /// The folders of the host that may be written to.
+    [[nodiscard]] std::vector<std::string> writableFolders() const;
+
+    /// The host's name of a file or folder that is there, without links.
     [[nodiscard]] std::optional<std::string> hostPath(std::string_view path) const;
     /// The program's full path for one of the host; none when no drive reaches it by Latin-1 names.
     [[nodiscard]] std::optional<std::string> programPath(std::string_view hostPath) const;
@@ -53,6 +68,25 @@ class HostFiles final : public Files {
         char drive;
         std::vector<std::string> parts;
     };
+    struct Ground {
+        Place place;
+        bool writable;
+    };
+    /// A file or folder of the host.
+    struct Spot {
+        std::string path; ///< real; empty for the root
+        bool isLink = false;
+
+        [[nodiscard]] std::string folder() const { return path.substr(0, path.rfind('/')); }
+        [[nodiscard]] std::string name() const;
+    };
+    /// What is looked for.
+    struct Wanted {
+        Fence::Use use = Fence::Use::Read;
+        bool mayBeMissing = false; ///< the last part
+        bool followsLast = true;   ///< or it is taken as it is when it is a link
+        bool anywhere = false;     ///< links may lead out of the fence
+    };
 
     static std::string textOf(const Place& place);
     static bool inSameFolder(const Place& one, const Place& other);
@@ -61,24 +95,44 @@ class HostFiles final : public Files {
 
     [[nodiscard]] Place placeOf(std::string_view path) const;
     [[nodiscard]] const Drive* driveOf(char letter) const;
-    [[nodiscard]] bool isBelowHome(const Place& place) const;
-    /// The host's path of a place; with `create` its last part need not be there. None, and why,
-    /// when there is no such place.
-    [[nodiscard]] std::optional<std::string> locate(const Place& place, bool create,
-                                                    std::error_code& why) const;
-    /// The same for an operation, whose refusal it tells.
-    [[nodiscard]] std::optional<std::string> locateFor(const Place& place, bool create) const;
-    /// Of a file that is there.
-    [[nodiscard]] std::optional<std::string> locateFile(const Place& place) const;
+    [[nodiscard]] static bool isBelow(const Place& place, const Place& folder);
+    /// Whether it may exist for the game, as far as its text tells.
+    [[nodiscard]] bool mayBe(const Place& place, Fence::Use use) const;
+    [[nodiscard]] bool isAdmitted(const Place& place) const;
+    /// The host's name of a place; none, and why, when there is no such place.
+    [[nodiscard]] std::optional<Spot> locate(const Place& place, Wanted wanted,
+                                             std::error_code& why) const;
+    /// The same without regard to the fence, except for where links lead.
+    [[nodiscard]] std::optional<Spot> find(const Place& place, Wanted wanted,
+                                           std::error_code& why) const;
+    /// Whether links may lead there, on the way to `place`.
+    [[nodiscard]] bool mayLeadTo(const std::string& real, const Place& place,
+                                 std::error_code& why) const;
+    /// The same as locate for an operation, whose refusal it tells.
+    [[nodiscard]] std::optional<Spot> locateFor(const Place& place, Wanted wanted) const;
+    /// Of a file that is there, to be removed or renamed.
+    [[nodiscard]] std::optional<Spot> locateFile(const Place& place) const;
+    /// Tells whom it may concern, and why.
+    void refuseFenced(const Place& place, std::error_code& why) const;
     /// A folder of the host that tells of the disk that a place is or will be on.
     static std::string measuredFolder(std::filesystem::path folder);
     [[nodiscard]] std::string measuredFolder(const Drive& drive) const;
     Place anchor(const std::string& hostPath, char ownDrive);
+    /// A folder beside the content that the game may read.
+    void addNeighbour(const std::string& name, std::vector<Fence::Ground>& fence);
 
+    bool trusted_;
     std::vector<Drive> drives_;
     std::string hostHome_;
+    std::string hostContent_;
     Place current_;
     Place home_;
+    std::vector<Ground> grounds_; ///< those of the fence, as the program names them
+    std::optional<Fence> fence_;
+    mutable std::mutex mutex_; ///< of what follows
+    std::set<std::string> admitted_;
+    mutable std::set<std::string> told_;
+    FenceLink fenceLink_;
     std::optional<std::uint64_t> claimedSpace_; ///< of every drive
 };
 

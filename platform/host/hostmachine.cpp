@@ -3,6 +3,7 @@
 #include <fstream>
 #include <limits>
 #include <string>
+#include <unistd.h>
 
 namespace platform {
 
@@ -11,6 +12,14 @@ namespace {
 constexpr std::uint64_t kKilobyte = 1024;
 
 } // namespace
+
+std::uint64_t residentMemory() {
+    std::ifstream report("/proc/self/statm");
+    std::uint64_t whole = 0;
+    std::uint64_t resident = 0;
+    if (!(report >> whole >> resident)) return 0;
+    return resident * static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
+}
 
 /// What the host keeps in memory of files counts: it gives that up for programs.
 std::uint64_t HostMachine::availableMemory() const {

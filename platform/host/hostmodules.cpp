@@ -1,8 +1,11 @@
 #include "platform/host/hostmodules.h"
 
+#include "platform/host/playerpermits.h"
+
 #include <algorithm>
 #include <bit>
 #include <dlfcn.h>
+#include <filesystem>
 #include <utility>
 
 namespace platform {
@@ -28,9 +31,10 @@ class HostLibrary final : public Library {
 
 } // namespace
 
-HostModules::HostModules(const HostFiles& files, std::span<const ProgramResource> resources,
+HostModules::HostModules(const HostFiles& files, bool components,
+                         std::span<const ProgramResource> resources,
                          std::span<const VersionString> versionStrings)
-    : files_(files), resources_(resources.begin(), resources.end()),
+    : files_(files), components_(components), resources_(resources.begin(), resources.end()),
       versionStrings_(versionStrings.begin(), versionStrings.end()) {}
 
 std::optional<std::span<const std::byte>> HostModules::resource(std::string_view type,
@@ -42,10 +46,20 @@ std::optional<std::span<const std::byte>> HostModules::resource(std::string_view
     return found->bytes;
 }
 
-std::unique_ptr<Library> HostModules::load(std::string_view path) {
+std::unique_ptr<Library> HostModules::load(std::string_view name) {
     loadError_.clear();
-    const auto hostPath = files_.hostPath(path);
-    if (!hostPath || !files_.exists(path)) return nullptr;
+    if (name.find_first_of("\\/:") != std::string_view::npos || !files_.exists(name))
+        return nullptr;
+    const auto hostPath = files_.hostPath(name);
+    const auto folder = files_.hostPath(files_.currentDirectory());
+    if (!hostPath || !folder || std::filesystem::path(*hostPath).parent_path() != *folder)
+        return nullptr;
+    if (!components_) {
+        loadError_ = "native code of a game runs only when the player allows it: start zorbet with "
+                     "--components, or write components=yes below [" +
+                     *folder + "] into " + permitsFile() + ", if you trust whoever made this game";
+        return nullptr;
+    }
     LibraryHandle handle(::dlopen(hostPath->c_str(), RTLD_NOW | RTLD_LOCAL));
     if (!handle) {
         const char* error = ::dlerror();

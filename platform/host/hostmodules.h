@@ -27,20 +27,21 @@ struct VersionString {
 
 class HostModules final : public Modules {
   public:
-    /// `files` must outlive the modules.
-    HostModules(const HostFiles& files, std::span<const ProgramResource> resources,
+    /// `files` must outlive the modules. Without `components` no library is loaded.
+    HostModules(const HostFiles& files, bool components, std::span<const ProgramResource> resources,
                 std::span<const VersionString> versionStrings);
 
     [[nodiscard]] std::optional<std::span<const std::byte>> resource(std::string_view type,
                                                                      int id) const override;
     /// What the library leaves open is filled in from the program.
-    [[nodiscard]] std::unique_ptr<Library> load(std::string_view path) override;
+    [[nodiscard]] std::unique_ptr<Library> load(std::string_view name) override;
     [[nodiscard]] std::string loadError() const override { return loadError_; }
     [[nodiscard]] std::vector<ResourceName> resourceNames() const override;
     [[nodiscard]] std::string versionString(std::string_view key) const override;
 
   private:
     const HostFiles& files_;
+    bool components_;
     std::string loadError_;
     std::vector<ProgramResource> resources_;
     std::vector<VersionString> versionStrings_;

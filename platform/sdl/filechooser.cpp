@@ -1,5 +1,6 @@
 #include "platform/sdl/filechooser.h"
 
+#include "platform/host/descriptor.h"
 #include "platform/host/latin1.h"
 
 #include <algorithm>
@@ -21,24 +22,6 @@ namespace {
 
 constexpr int kPollMs = 50;
 constexpr std::size_t kLongestAnswer = 65536;
-
-/// One end of a pipe.
-class Descriptor {
-  public:
-    explicit Descriptor(int value) : value_(value) {}
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    [[nodiscard]] int value() const { return value_; }
-    void close() {
-        if (value_ >= 0) ::close(value_);
-        value_ = -1;
-    }
-
-  private:
-    int value_;
-};
 
 /// Starts a program found on the PATH with its standard output going to `output`; none when it
 /// cannot be started.
@@ -92,10 +75,10 @@ std::optional<std::string> ask(std::vector<std::string> words,
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) return std::nullopt;
     const Descriptor input(ends[0]);
     Descriptor output(ends[1]);
-    const auto child = spawn(std::move(words), output.value());
+    const auto child = spawn(std::move(words), output.number());
     output.close();
     if (!child) return std::nullopt;
-    std::string answer = readAnswer(input.value(), *child, stillWaiting);
+    std::string answer = readAnswer(input.number(), *child, stillWaiting);
     if (!succeeded(*child)) return "";
     if (answer.ends_with('\n')) answer.pop_back();
     return answer;

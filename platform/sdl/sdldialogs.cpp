@@ -101,7 +101,9 @@ std::string SdlDialogs::openFile(std::string_view title, std::string_view patter
     }
     if (hostPath->empty()) return {};
     std::string path = files_.programPath(*hostPath).value_or("");
-    return path.size() < limit ? path : std::string();
+    if (path.size() >= limit) return {};
+    files_.admit(path);
+    return path;
 }
 
 } // namespace platform

@@ -20,7 +20,7 @@ class SdlDialogs final : public Dialogs {
   public:
     /// All that is referred to must outlive the dialogs. `labels` stand on the buttons, and above
     /// boxes whose caption is among the words.
-    SdlDialogs(SdlDisplay& display, SdlEvents& events, const HostFiles& files, ButtonLabels labels)
+    SdlDialogs(SdlDisplay& display, SdlEvents& events, HostFiles& files, ButtonLabels labels)
         : display_(display), events_(events), files_(files), labels_(std::move(labels)) {}
 
     Button messageBox(std::string_view text, std::string_view caption,
@@ -43,7 +43,7 @@ class SdlDialogs final : public Dialogs {
 
     SdlDisplay& display_;
     SdlEvents& events_;
-    const HostFiles& files_;
+    HostFiles& files_;
     ButtonLabels labels_;
 };
 

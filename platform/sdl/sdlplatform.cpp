@@ -7,6 +7,7 @@
 #include "platform/host/latin1.h"
 #include "platform/host/playersettings.h"
 #include "platform/host/pngreader.h"
+#include "platform/host/secondwall.h"
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
@@ -53,10 +54,10 @@ class SdlClock final : public Clock {
 class SdlPlatform final : public Platform {
   public:
     SdlPlatform(std::unique_ptr<SdlSession> session, SdlWindow window, const SdlOptions& options)
-        : session_(std::move(session)),
+        : trusted_(options.host.trusted), session_(std::move(session)),
           display_(std::move(window), options.screen, options.game.title, options.author),
           clock_(display_), events_(display_, textWindows_), files_(options.host),
-          modules_(files_, options.resources, options.versionStrings),
+          modules_(files_, options.host.components, options.resources, options.versionStrings),
           dialogs_(display_, events_, files_, options.buttons) {
         setIcon(options.game.icon);
     }
@@ -89,6 +90,9 @@ class SdlPlatform final : public Platform {
     }
     void complain(std::string_view text) override { say(utf8FromLatin1(text)); }
 
+    void closeIn() override {
+        if (!trusted_) raiseSecondWall(files_.writableFolders());
+    }
     void mainLoopBegins() override { display_.showWindow(); }
     void passEnded() override {
         display_.flush();
@@ -118,6 +122,7 @@ class SdlPlatform final : public Platform {
             setSdlIcon(display_.window(), *icon);
     }
 
+    bool trusted_;
     std::unique_ptr<SdlSession> session_; ///< ends last
     SdlDisplay display_;
     SdlClock clock_;

@@ -612,6 +612,7 @@ struct MemoryMachine final : platform::Machine {
     std::uint64_t memory = std::uint64_t{64} << 20;
     bool hasIntel386() const override { return intel386; }
     std::uint64_t availableMemory() const override { return memory; }
+    std::uint64_t usedMemory() const override { return 0; }
 };
 
 class MemoryPlatform final : public platform::Platform {
@@ -640,6 +641,7 @@ class MemoryPlatform final : public platform::Platform {
 
     void keepSettings(std::string_view) override {}
     void complain(std::string_view) override {}
+    void closeIn() override {}
     void mainLoopBegins() override {}
     void passEnded() override {}
     void programEnds(int) override {}

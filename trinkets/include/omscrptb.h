@@ -52,10 +52,13 @@ class OMScriptableObject {
     /// What every object has: the event "born".
     static const OMSClass kClass;
 
-    OMScriptableObject() = default;
+    OMScriptableObject() { ++count_; }
     /// Empties every script variable that still refers to the object, and discards its handlers.
     virtual ~OMScriptableObject();
     OMScriptableObject& operator=(const OMScriptableObject&) = delete;
+
+    /// How many there are of all classes.
+    [[nodiscard]] static int count() { return count_; }
 
     /// A new object equal to this one, owned by the caller; null where a class cannot be copied.
     /// What a class provides; callers use makeDuplicate.
@@ -142,6 +145,8 @@ class OMScriptableObject {
   private:
     friend class OMSWatch;
     friend class OMSRegistry;
+    friend class YHeap;
+    friend class YVariable;
 
     [[nodiscard]] OMScriptableObjectProperty* added(std::string_view name) const;
     [[nodiscard]] const OMSEntry* classRow(std::string_view name) const;
@@ -151,6 +156,8 @@ class OMScriptableObject {
     void born();
 
     static Status status_;
+    static inline int count_ = 0;
+    int holders_ = 0; ///< script variables that refer to it
 
     /// What was added, and the events of the class that have had handlers.
     std::vector<std::unique_ptr<OMScriptableObjectProperty>> properties_;

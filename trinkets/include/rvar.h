@@ -164,6 +164,8 @@ class YVariable {
     /// Makes it empty. What is returned is to go last, when the variable has its new value: a
     /// handler of its end may set the variable anew, and that counts then.
     [[nodiscard]] std::unique_ptr<OMScriptableObject> release();
+    /// It is empty, and refers to the object from now on.
+    void hold(OMScriptableObject* object);
     void storeText(std::string_view text);
     [[nodiscard]] YVariable& resolveSlowly();
     [[nodiscard]] YVariable& namedVariable();

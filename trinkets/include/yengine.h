@@ -42,6 +42,12 @@ class YEngine {
     static constexpr int kSoundCost = 20'000;    ///< of a sound that begins
     static constexpr int kPictureCost = 100'000; ///< of the whole picture, shown or read
     static constexpr int kLongCost = 200'000;    ///< of a box, or a frame of a movie
+    // What a game may have, far above what any needs. A script that wants more is stopped.
+    static constexpr int kMostObjects = 100'000;
+    static constexpr std::uint64_t kMostMemory = std::uint64_t{2} << 30; ///< bytes, of the program
+    static constexpr std::size_t kMostScripts = 1'000; ///< to return to; the oldest are forgotten
+    static constexpr std::uint64_t kMostDebugBytes = std::uint64_t{64} << 20; ///< of "debug.txt"
+
     /// About what a turn that uses all of that takes on a slow machine, which a virtual clock
     /// counts.
     static constexpr std::uint32_t kFullTurnMs = 500;
@@ -76,7 +82,10 @@ class YEngine {
 
     /// Takes the cost of something from the budget of the turn. With nothing left the threads give
     /// way after the statement that they are in.
-    void spend(int cost) { budget_ = std::max(budget_ - cost, 0); }
+    void spend(int cost) {
+        budget_ = std::max(budget_ - cost, 0);
+        if ((unchecked_ += cost) >= kCheckedCost) checkBounds();
+    }
     /// The same for those who do not know whether a script asked for it.
     static void charge(int cost) {
         if (current_) current_->spend(cost);
@@ -84,6 +93,9 @@ class YEngine {
     /// The same for an instruction.
     void spendOne() { --budget_; }
     [[nodiscard]] bool hasBudget() const { return budget_ > 0; }
+
+    /// What there is too much of, for whoever is at work: an unfinished sentence. Told once.
+    [[nodiscard]] std::optional<std::string> takeExcess();
 
     /// A warning to the script's author in the application's alert box.
     void warn(std::string_view text);
@@ -113,7 +125,7 @@ class YEngine {
     }
 
     // The scripts to return to.
-    void pushScript(const std::string& name) { threadStack_.push_back(name); }
+    void pushScript(const std::string& name);
     [[nodiscard]] std::optional<std::string> popScript();
     void emptyThreadStack() { threadStack_.clear(); }
     [[nodiscard]] const std::vector<std::string>& threadStack() const { return threadStack_; }
@@ -138,7 +150,10 @@ class YEngine {
     friend class YThread;
     void add(YThread& thread);
     void remove(YThread& thread);
+    static constexpr int kCheckedCost = 200'000; ///< the memory is looked at when so much is spent
+
     bool countsForTimers();
+    void checkBounds();
     void switchScripts();
 
     OMLink lastLink_;
@@ -152,6 +167,8 @@ class YEngine {
     std::optional<std::uint32_t> lastCountedTick_;
     int turns_ = 0; ///< inside each other
     int budget_ = 0;
+    int unchecked_ = 0;
+    bool hasTooMuchMemory_ = false;
     YThread* switching_ = nullptr;
     int traceOutputs_ = kTraceBox;
     OMLinkTo<void(std::string_view)> window_;

@@ -55,13 +55,12 @@ void OMSWatch::watch(OMScriptableObject* object) {
 // ---------------------------------------------------------------------------- life
 
 OMScriptableObject::~OMScriptableObject() {
+    --count_;
     for (OMSWatch* watch = watches_; watch; watch = watch->next_) watch->object_ = nullptr;
     if (lastPass == this) lastPass = nullptr;
     if (lastBorn == this) lastBorn = nullptr;
-    if (YEngine* engine = YEngine::current()) {
-        engine->removeRecords(this);
-        YHeap::current().forget(this, false);
-    }
+    if (YEngine* engine = YEngine::current()) engine->removeRecords(this);
+    if (holders_ > 0) YHeap::current().forget(this, false);
     fireCompletion(); // nobody waits for an object that is gone
 }
 

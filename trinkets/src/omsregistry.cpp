@@ -1,6 +1,7 @@
 #include "omsregistry.h"
 
 #include "omdebug.h"
+#include "omlog.h"
 #include "omplatform.h"
 #include "omsarguments.h"
 #include "omsbirths.h"
@@ -130,8 +131,11 @@ OMSR* OMSRegistry::loadComponent(std::string_view name) {
     const std::string className(name.substr(0, extension));
     std::string file(name);
     if (extension == std::string_view::npos) file += kComponentExtension;
-    const std::shared_ptr<platform::Library> library = OMPlatform().modules().load(file);
+    platform::Modules& modules = OMPlatform().modules();
+    const std::shared_ptr<platform::Library> library = modules.load(file);
     if (!library) {
+        if (const std::string why = modules.loadError(); !why.empty())
+            OMLog::writef(OMLog::Kind::Error, "%s is not loaded: %s", file.c_str(), why.c_str());
         missingComponents_.emplace(name);
         return nullptr;
     }

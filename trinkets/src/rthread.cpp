@@ -102,6 +102,9 @@ bool YThread::step(const eventRecord* event) {
         runCarefully();
     else
         runInstructions();
+    if (const auto excess = engine_.takeExcess())
+        reportAndStop("the script is stopped: " + *excess +
+                      ". Look for a loop without end, or for objects that nobody lets go");
     return true;
 }
 

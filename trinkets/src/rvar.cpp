@@ -261,6 +261,7 @@ OMScriptableObject* YVariable::object() const {
 std::unique_ptr<OMScriptableObject> YVariable::release() {
     const bool owned = type_ == Type::Object && ownership_ == Ownership::Owner;
     OMScriptableObject* object = owned ? value_.object : nullptr;
+    if (type_ == Type::Object) --value_.object->holders_;
     if (ownership_ == Ownership::Reference) ownership_ = Ownership::Owner;
     type_ = Type::Empty;
     length_ = kUnknownLength;
@@ -340,8 +341,13 @@ void YVariable::setObject(std::unique_ptr<OMScriptableObject> object) {
     if (self.kind_ != Kind::Name) return;
     const auto before = self.release();
     if (!object) return;
-    self.type_ = Type::Object;
-    self.value_.object = object.release();
+    self.hold(object.release());
+}
+
+void YVariable::hold(OMScriptableObject* object) {
+    type_ = Type::Object;
+    value_.object = object;
+    ++object->holders_;
 }
 
 void YVariable::setReference(OMScriptableObject* object) {
@@ -350,8 +356,7 @@ void YVariable::setReference(OMScriptableObject* object) {
     if (object && self.object() == object) return; // an owner stays it
     const auto before = self.release();
     if (!object) return;
-    self.type_ = Type::Object;
-    self.value_.object = object;
+    self.hold(object);
     self.ownership_ = Ownership::Reference;
 }
 
@@ -363,7 +368,7 @@ void YVariable::makeEmpty() {
 void YVariable::makeEmptyKeepingObject() {
     YVariable& self = target();
     if (self.kind_ != Kind::Name) return;
-    if (self.type_ == Type::Object) self.type_ = Type::Empty;
+    if (self.type_ == Type::Object) self.ownership_ = Ownership::Reference;
     (void)self.release();
 }
 

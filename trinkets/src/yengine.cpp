@@ -1,13 +1,16 @@
 #include "yengine.h"
 
 #include "omapp.h"
+#include "omformat.h"
 #include "omplatform.h"
 #include "omscrptb.h"
+#include "omtextfile.h"
 #include "rthread.h"
+#include "rvar.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <span>
+#include <utility>
 
 namespace {
 
@@ -61,6 +64,22 @@ void YEngine::tick() {
         if (!isSwitching()) thread.turn();
     });
     if (isSwitching()) switchScripts();
+}
+
+void YEngine::checkBounds() {
+    unchecked_ = 0;
+    if (OMPlatform().machine().usedMemory() > kMostMemory) hasTooMuchMemory_ = true;
+    if (hasTooMuchMemory_ || OMScriptableObject::count() > kMostObjects) budget_ = 0;
+}
+
+std::optional<std::string> YEngine::takeExcess() {
+    if (OMScriptableObject::count() > kMostObjects)
+        return OMFormat("there are more than %d objects", kMostObjects);
+    if (YHeap::current().count() >= YHeap::kMaxVariables)
+        return OMFormat("there are %d variables, and there can be no more", YHeap::kMaxVariables);
+    if (!std::exchange(hasTooMuchMemory_, false)) return std::nullopt;
+    return OMFormat("the game takes more than %d megabytes of memory",
+                    static_cast<int>(kMostMemory >> 20));
 }
 
 YEngine::Turn::~Turn() {
@@ -125,7 +144,7 @@ void YEngine::writeDebugLine(std::string_view text) {
     if (!file) return;
     std::string line(text);
     line += '\n';
-    file->write(std::as_bytes(std::span(line)));
+    OMAddText(*file, line, kMostDebugBytes);
 }
 
 bool YEngine::showTrace(const std::string& message) {
@@ -175,6 +194,11 @@ void YEngine::removeRecordsOf(const YThread& thread) {
 }
 
 // ---------------------------------------------------------------------------- scripts, pause
+
+void YEngine::pushScript(const std::string& name) {
+    if (threadStack_.size() >= kMostScripts) threadStack_.erase(threadStack_.begin());
+    threadStack_.push_back(name);
+}
 
 std::optional<std::string> YEngine::popScript() {
     if (threadStack_.empty()) return std::nullopt;

@@ -137,7 +137,7 @@ bool YHeap::forget(OMScriptableObject* object, bool destroy) {
     if (!object) return false;
     bool first = true;
     bool firstIsAlias = false;
-    for (int index = 0; index < count(); ++index) {
+    for (int index = 0; index < count() && object->holders_ > 0; ++index) {
         YVariable& variable = get(index);
         if (variable.target().type_ != YVariable::Type::Object ||
             variable.target().value_.object != object)

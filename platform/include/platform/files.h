@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -64,6 +65,11 @@ class Files {
     [[nodiscard]] static std::error_code lastRefusal();
     /// For those who implement files, or stand before others and refuse by themselves.
     static void setLastRefusal(std::error_code refusal);
+
+    /// Told of a full path outside of what the game may open, when it is asked for; of each only
+    /// once. By whichever thread asks. The path is as if it were missing.
+    using FenceLink = std::function<void(const std::string& path)>;
+    virtual void setFenceLink(FenceLink link) { static_cast<void>(link); }
 
     /// Null when the file cannot be opened (missing, a folder, no permission).
     virtual std::unique_ptr<File> open(std::string_view path, OpenMode mode) = 0;

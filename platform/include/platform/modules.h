@@ -39,9 +39,9 @@ class Modules {
     /// The names of all of them, each once.
     [[nodiscard]] virtual std::vector<ResourceName> resourceNames() const = 0;
 
-    /// Loads a library by a path in the form of `Files`; null when there is none or it cannot be
-    /// loaded.
-    [[nodiscard]] virtual std::unique_ptr<Library> load(std::string_view path) = 0;
+    /// Loads the library `name` of the current directory; null when there is none, it cannot be
+    /// loaded, or the player did not allow it. Names of other folders are none.
+    [[nodiscard]] virtual std::unique_ptr<Library> load(std::string_view name) = 0;
 
     /// Why the last `load` of a file that is there gave nothing; empty when it gave a library or
     /// there was no such file.

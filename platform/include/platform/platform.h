@@ -49,6 +49,11 @@ class Platform {
     /// Tells whoever started the program what no box tells, in a line on standard error. Latin-1.
     virtual void complain(std::string_view text) = 0;
 
+    /// Called once, when all that the start wants of the machine is open: from now on the host
+    /// itself keeps the process from changing what is not this game's, as far as it can. The
+    /// version of what does that, 0 for nothing.
+    virtual void closeIn() = 0;
+
     /// Called once, right before the first pass of the main loop: input that is known beforehand
     /// counts its time from here.
     virtual void mainLoopBegins() = 0;

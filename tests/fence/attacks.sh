@@ -1,0 +1,122 @@
+#!/usr/bin/env bash
+# A game is a guest: what it must not do, a row each. None may read a secret that lies beside its
+# folder, change what lies there, bring code, or grow without end.
+#
+#     attacks.sh PROGRAM RSC COMPONENT WORK
+set -euo pipefail
+
+program=$1 rsc=$2 component=$3 work=$4
+rm -rf "$work"
+mkdir -p "$work"/{victim,game,cd,RSC,home}
+cd "$work"
+v="C:${work//\//\\}\\victim" # as scripts name it
+echo 'say LEAKED' >victim/secret.mps
+echo precious >victim/precious
+cp -r "$rsc" game/RSC
+touch -d 2001-01-01 victim/precious victim
+ln -s ../victim/secret.mps game/link.mps
+ln -s ../victim/precious game/link
+ln -s ../victim game/folder
+ln -s ../.. game/up
+ln victim/precious game/hard
+ln -s ../victim scripts
+cp "$component" victim/REvil.lrn
+mkfifo game/pipe
+outside() { find victim cd RSC -printf '%p %s %t\n'; }
+before=$(outside)
+
+fail() { echo "$*; it said:" >&2; cat report errors game/debug.txt game/zorbelog.txt >&2; exit 1; }
+# run SCRIPT [OPTION...]: the script is that of printf.
+run() {
+  printf "$1\n" >game/Startup.mps
+  shift
+  rm -f game/debug.txt game/zorbelog.txt
+  local code=0
+  timeout 60 "$program" --headless --content game --cd cd --home home --until 200 "$@" \
+    >report 2>errors || code=$?
+  case $code in 0 | 1 | 255) ;; *) fail "it ended with $code" ;; esac # the last two: as designed
+}
+refused() { # what WHERE: something is told of it, and nothing happened
+  [ "$(outside)" = "$before" ] || fail "changed by $1"
+  ! grep -qs LEAKED game/debug.txt || fail "read by $1"
+}
+told() { grep -qsF -- "$1" game/zorbelog.txt home/zorbelog.txt report || fail "not told: $1"; }
+
+# Every way to a file outside, for writing and as a script's part.
+writes=()
+for path in "$v\\FILE" '..\victim\FILE' '../victim/FILE' 'RSC\..\..\victim\FILE' \
+  "${v#C:}\\FILE" "c:..\\victim\\FILE" 'folder\FILE' 'folder\..\victim\FILE' 'up\victim\FILE' \
+  '..\scripts\FILE' 'D:\..\..\victim\FILE' '\\?\'"$v\\FILE" 'C:\proc\self\cwd\victim\FILE'; do
+  path=${path//\\/\\\\}
+  writes+=("${path/FILE/precious}" "${path/FILE/new}")
+  run "include \"${path/FILE/secret.mps}\"" && refused "include $path"
+done
+writes+=(link hard pipe 'D:\\new' '..\\RSC\\new' 'C:\\dev\\shm\\zorbet' '')
+run "$(printf 'OpenFile "%s"\nWriteToFile x\n' "${writes[@]}")" && refused OpenFile
+[ "$(grep -c OpenFile: game/zorbelog.txt)" -eq ${#writes[@]} ] || fail "one was opened"
+for path in link.mps pipe "${v//\\/\\\\}\\\\secret.mps"; do
+  run "include \"$path\"" && refused "include $path"
+  run "relay \"$path\"" && refused "relay $path"
+done
+told "$v\\secret.mps is not for this game"
+run "include \"${v//\\/\\\\}\\\\secret.mps\"" --trust
+grep -q LEAKED game/debug.txt || fail "an author is not trusted"
+
+# Links where the program itself writes.
+for name in debug.txt zorbelog.txt; do
+  for link in "ln -s ../victim/precious" "ln -s ../victim/new" "ln victim/precious"; do
+    printf 'say hello\nLogMessage hello\n' >game/Startup.mps
+    rm -f game/debug.txt game/zorbelog.txt
+    $link game/$name
+    "$program" --headless --content game --home home --until 50 >report 2>errors
+    refused "$link $name"
+    [ $name = debug.txt ] || told hello
+  done
+done
+
+# A link that comes and goes while the file is opened.
+echo mine >mine
+while sleep 0.001; do
+  ln -sfn ../victim/precious game/swap.new && mv -fT game/swap.new game/swap
+  cp mine game/swap.new && mv -fT game/swap.new game/swap
+done 2>/dev/null &
+racer=$!
+rm -f game/swap
+run 'yield off\ni=1\nfor i<500\n[\nOpenFile swap\nWriteToFile x\nCloseFile\ni=i+1\n]'
+kill $racer
+wait $racer 2>/dev/null || true
+refused "a race"
+
+# Native code: what is loaded leaves a mark before anything else of it runs.
+export ZORBET_LOADED=$work/home/loaded XDG_CONFIG_HOME=$work/config
+cp "$component" game/REvil.lrn
+ln -s ../victim/REvil.lrn game/RLink.lrn
+mkdir -p config/zorbet
+while IFS='|' read -r class options permit expected; do
+  rm -f home/loaded
+  echo "$permit" >config/zorbet/games.ini
+  run "x=$class 1" $options
+  [ -e home/loaded ] && loaded=yes || loaded=no
+  [ $loaded = "$expected" ] || fail "$class with \"$options\" and \"$permit\" loaded: $loaded"
+done <<ROWS
+REvil|||no
+REvil||components=yes|no
+RLink|--components||no
+${v//\\/\\\\}\\\\REvil|--components||no
+..\\\\victim\\\\REvil|--components||no
+REvil|--components||yes
+ROWS
+run 'x=REvil 1' && told '--components'
+printf '[%s/game]\ncomponents=yes\n' "$work" >config/zorbet/games.ini
+run 'x=REvil 1' && [ -e home/loaded ] || fail "the player's own permit does not count"
+refused "a component"
+
+# Floods.
+run 'i=0\nyield off\nfor 1\n[\ni=i+1\nq.i=RQueue 1\n]' && told 'there are more than 100000 objects'
+run 'i=0\nyield off\nfor 1\n[\ni=i+1\nq.i=i\n]' && told 'there can be no more'
+run 'i=0\nyield off\nfor i<1100\n[\ni=i+1\nOpenFile i\n]' && told 'all that they may in one run'
+[ "$(ls game | wc -l)" -lt 1020 ] || fail "too many files"
+printf 'say hello\nsay hello\n' >game/Startup.mps
+truncate -s 67108850 game/debug.txt
+"$program" --headless --content game --home home --until 50 >report 2>errors
+[ "$(stat -c %s game/debug.txt)" -le 67108864 ] || fail "debug.txt grows"
