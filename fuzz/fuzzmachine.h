@@ -86,6 +86,7 @@ class Machine final : public platform::Platform {
         return lasting().openTextWindow(request, owner);
     }
     void keepSettings(std::string_view) override {}
+    void closeIn() override {}
     void complain(std::string_view) override {}
     void mainLoopBegins() override {}
     void passEnded() override {}

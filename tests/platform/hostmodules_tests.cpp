@@ -22,12 +22,12 @@ class HostModulesTest : public testing::Test {
 
     TemporaryFolder folder_;
     HostFiles files_{HostOptions{.content = folder_.path(), .cd = "", .home = folder_.path()}};
-    HostModules modules_{files_, {}, {}};
+    HostModules modules_{files_, true, {}, {}};
 };
 
 TEST_F(HostModulesTest, LoadsByTheNamingRulesOfFiles) {
-    copy(ZORBET_PLAIN_LIBRARY, "Parts/Plain.LRN");
-    const auto library = modules_.load("parts\\plain.lrn");
+    copy(ZORBET_PLAIN_LIBRARY, "Plain.LRN");
+    const auto library = modules_.load("plain.lrn");
     ASSERT_TRUE(library) << modules_.loadError();
     EXPECT_EQ(library->entry("noSuchFunction"), nullptr);
     EXPECT_NE(library->entry("plainLibraryCalled"), nullptr);

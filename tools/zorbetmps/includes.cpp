@@ -29,14 +29,15 @@ Includes::Includes(const std::string& script) {
 Includes::Folder Includes::folder(const std::string& given) {
     std::error_code error;
     const fs::path real = fs::weakly_canonical(given, error);
-    return {given, real.string(), platform::HostFiles({.content = given})};
+    return {given, real.string(),
+            std::make_unique<platform::HostFiles>(platform::HostOptions{.content = given})};
 }
 
 std::optional<std::string> Includes::find(std::string_view name) const {
     for (const Folder& folder : folders_) {
         for (const std::string_view subfolder : kScriptFolders) {
             const std::string path = std::string(subfolder) + std::string(name);
-            if (folder.files.exists(path)) return shownPath(folder, *folder.files.hostPath(path));
+            if (folder.files->exists(path)) return shownPath(folder, *folder.files->hostPath(path));
         }
     }
     return std::nullopt;

@@ -6,6 +6,7 @@
 
 #include "platform/host/hostfiles.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,7 +27,7 @@ class Includes {
     struct Folder {
         std::string given; ///< as the script's path has it
         std::string real;  ///< absolute, without links
-        platform::HostFiles files;
+        std::unique_ptr<platform::HostFiles> files;
     };
     static Folder folder(const std::string& given);
     static std::string shownPath(const Folder& folder, const std::string& hostPath);
