@@ -25,6 +25,8 @@ constexpr char kCdDrive = 'D';
 constexpr char kContentDrive = 'E';
 constexpr char kHomeDrive = 'F';
 
+constexpr std::string_view kLibraryExtensions[] = {".rsc", ".map"};
+
 constexpr std::size_t kUsualSector = 4096;
 constexpr std::size_t kLargestSector = 65536;
 
@@ -126,6 +128,13 @@ bool isFileOrLink(const std::string& hostPath) {
 bool isNameForFile(const std::string& hostPath) {
     std::error_code error;
     return isFileOrLink(hostPath) || !fs::exists(fs::symlink_status(hostPath, error));
+}
+
+bool isLibraryName(std::string_view name) {
+    return std::ranges::any_of(kLibraryExtensions, [&](std::string_view extension) {
+        return name.size() > extension.size() &&
+               equalIgnoringCase(name.substr(name.size() - extension.size()), extension);
+    });
 }
 
 /// What is written to is not followed when it is a link.
@@ -252,9 +261,11 @@ std::optional<HostFiles::Spot> HostFiles::locate(const Place& place, Wanted want
         why = missing();
         return std::nullopt;
     }
-    wanted.anywhere = isAdmitted(place);
     auto found = find(place, wanted, why);
     if (!found || fence_->encloses(found->path, wanted.use)) return found;
+    // Its text is inside, so a link leads out.
+    if (wanted.use == Fence::Use::Read && (wanted.isListed || isLibraryName(found->path)))
+        return found;
     refuseFenced(place, why);
     return std::nullopt;
 }
@@ -277,15 +288,8 @@ std::optional<HostFiles::Spot> HostFiles::find(const Place& place, Wanted wanted
         const fs::path real = fs::canonical(spot.path, why);
         if (why) return std::nullopt;
         spot = {real == "/" ? std::string() : real.string()};
-        if (!wanted.anywhere && !mayLeadTo(spot.path, place, why)) return std::nullopt;
     }
     return spot;
-}
-
-bool HostFiles::mayLeadTo(const std::string& real, const Place& place, std::error_code& why) const {
-    if (fence_->encloses(real, Fence::Use::Read)) return true;
-    refuseFenced(place, why);
-    return false;
 }
 
 std::optional<HostFiles::Spot> HostFiles::locateFor(const Place& place, Wanted wanted) const {
@@ -380,12 +384,16 @@ bool HostFiles::isWritable(std::string_view path) const {
 
 std::vector<DirectoryEntry> HostFiles::list(std::string_view directory) const {
     std::vector<DirectoryEntry> entries;
-    const auto folder = hostPath(directory);
+    std::error_code unknown;
+    const auto folder = locate(placeOf(directory), {.isListed = true}, unknown);
     if (!folder) return entries;
-    eachEntry(*folder, [&](const fs::directory_entry& entry, const std::string&, std::string name) {
-        std::error_code error;
-        entries.push_back({std::move(name), entry.is_directory(error)});
-    });
+    const bool isOurs = fence_->encloses(folder->path, Fence::Use::Read);
+    eachEntry(folder->path,
+              [&](const fs::directory_entry& entry, const std::string&, std::string name) {
+                  std::error_code error;
+                  if (isOurs || isLibraryName(name))
+                      entries.push_back({std::move(name), entry.is_directory(error)});
+              });
     std::ranges::sort(entries, lessIgnoringCase, &DirectoryEntry::name);
     return entries;
 }
@@ -395,9 +403,8 @@ std::string HostFiles::fullPath(std::string_view path) const { return textOf(pla
 std::string HostFiles::hostName(std::string_view path) const {
     const Place place = placeOf(path);
     std::error_code unknown;
-    const auto found = mayBe(place, Fence::Use::Read)
-                           ? find(place, {.followsLast = false, .anywhere = true}, unknown)
-                           : std::nullopt;
+    const auto found = mayBe(place, Fence::Use::Read) ? find(place, {.followsLast = false}, unknown)
+                                                      : std::nullopt;
     if (found) return latin1FromUtf8(found->path).value_or(textOf(place));
     const Drive* drive = driveOf(place.drive);
     if (!drive) return textOf(place);
@@ -459,7 +466,7 @@ void HostFiles::setFenceLink(FenceLink link) {
 void HostFiles::admit(std::string_view path) {
     std::error_code unknown;
     const Place place = placeOf(path);
-    const auto file = find(place, {.anywhere = true}, unknown);
+    const auto file = find(place, {}, unknown);
     if (!file || !isFile(file->path)) return;
     fence_->admit(file->path);
     const std::scoped_lock lock(mutex_);

@@ -8,8 +8,9 @@
 //
 // A game is a guest on the host: unless it is trusted, only what lies in its own folder, in RSC and
 // scripts beside it, on the CD and in the home folder exists, and only its own and the home folder
-// can be written to. Links are followed as long as they lead to where that holds, except by what is
-// written.
+// can be written to. Links are followed as long as they lead to where that holds, and farther only
+// to resource libraries and their maps, which authors share among games. What is written is no
+// link.
 //
 // Several threads may use it.
 #pragma once
@@ -85,7 +86,7 @@ class HostFiles final : public Files {
         Fence::Use use = Fence::Use::Read;
         bool mayBeMissing = false; ///< the last part
         bool followsLast = true;   ///< or it is taken as it is when it is a link
-        bool anywhere = false;     ///< links may lead out of the fence
+        bool isListed = false;     ///< the folder itself, for the names in it
     };
 
     static std::string textOf(const Place& place);
@@ -102,12 +103,9 @@ class HostFiles final : public Files {
     /// The host's name of a place; none, and why, when there is no such place.
     [[nodiscard]] std::optional<Spot> locate(const Place& place, Wanted wanted,
                                              std::error_code& why) const;
-    /// The same without regard to the fence, except for where links lead.
+    /// The same without regard to the fence.
     [[nodiscard]] std::optional<Spot> find(const Place& place, Wanted wanted,
                                            std::error_code& why) const;
-    /// Whether links may lead there, on the way to `place`.
-    [[nodiscard]] bool mayLeadTo(const std::string& real, const Place& place,
-                                 std::error_code& why) const;
     /// The same as locate for an operation, whose refusal it tells.
     [[nodiscard]] std::optional<Spot> locateFor(const Place& place, Wanted wanted) const;
     /// Of a file that is there, to be removed or renamed.

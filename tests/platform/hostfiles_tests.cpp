@@ -254,7 +254,7 @@ TEST_F(HostFilesTest, OpensPlainFilesOnly) {
         {"folder", std::errc::is_a_directory},
         {"", std::errc::is_a_directory},
         {"pipe", std::errc::operation_not_supported}, // would wait for ever
-        {"C:\\dev\\null", std::errc::operation_not_supported},
+        {"C:\\dev\\null", std::errc::no_such_file_or_directory},
         {"Z:\\x", std::errc::no_such_file_or_directory},
         {std::string(100'000, 'x'), std::errc::filename_too_long},
     };
