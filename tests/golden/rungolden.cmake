@@ -29,6 +29,9 @@ set(runs
 if(EXISTS ${SCENE}/runs)
   file(STRINGS ${SCENE}/runs runs)
 endif()
+if(FEW)
+  list(GET runs 0 -1 runs)
+endif()
 
 function(named_scene result mark)
   set(${result} ${SCENE} PARENT_SCOPE)
