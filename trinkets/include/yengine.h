@@ -125,6 +125,9 @@ class YEngine {
     // Switching to another script, done at the end of the tick.
     void requestSwitch(YThread& thread) { switching_ = &thread; }
     [[nodiscard]] bool isSwitching() const { return switching_ != nullptr; }
+    /// Whether scripts neither go on nor hear events, until they are told that the game ends: that
+    /// was asked for while a box was open.
+    [[nodiscard]] static bool isHeld();
 
     void setTraceOutputs(int outputs) { traceOutputs_ = outputs; }
     void setTraceWindow(OMLinkTo<void(std::string_view)> window) { window_ = std::move(window); }
@@ -138,6 +141,7 @@ class YEngine {
     friend class YThread;
     void add(YThread& thread);
     void remove(YThread& thread);
+    void boxWasClosed();
     bool countsForTimers();
     void switchScripts();
 
