@@ -67,6 +67,9 @@ class OMApp {
     [[nodiscard]] const std::string& productName() const { return productName_; }
     [[nodiscard]] const std::string& productVersion() const { return productVersion_; }
     [[nodiscard]] bool isRunning() const { return running_; }
+    /// Whether somebody asked for the end while a box was open, and the quit message is about to
+    /// come. Nothing else happens until then: there are no tasks and no idle work.
+    [[nodiscard]] bool isLeaving() const { return leaving_ && running_; }
     [[nodiscard]] OMTaskList& tasks() { return tasks_; }
 
     /// Paints the window and runs passes until `stop` is called.
@@ -82,14 +85,17 @@ class OMApp {
 
     /// The product's name and version, in a box; the main window's menu has an entry for it.
     void about();
-    /// A message box owned by the main window.
+    /// A message box owned by the main window. Who asks for the end of the program closes it; see
+    /// `isLeaving`.
+    platform::Button box(std::string_view text, std::uint32_t style, std::string_view caption);
+    /// One that is only to be read.
     void alert(std::string_view text, std::uint32_t style = kAlertStyle,
                std::string_view caption = "Alert");
     /// As an alert, a question; whether the answer is Yes.
     [[nodiscard]] bool ask(std::string_view text, std::string_view caption);
     /// Called with true before every box, and with false when it is closed.
     void setBoxLink(OMLinkTo<void(bool)> link) { boxLink_ = std::move(link); }
-    /// Called after every alert and question.
+    /// Called after every box.
     void setAlertedLink(OMLink link) { alertedLink_ = std::move(link); }
 
     /// Drops all input that waits; no window has the mouse afterwards.
@@ -118,8 +124,6 @@ class OMApp {
     /// The window under a mouse message; the one that got the button down keeps the mouse.
     OMWindow* mouseWindow(const platform::Message& message);
 
-    platform::Button box(std::string_view text, std::uint32_t style, std::string_view caption);
-
     void readVersion();
     void startDisplay();
     [[nodiscard]] platform::Rect mainWindow() const;
@@ -137,6 +141,7 @@ class OMApp {
     std::string productName_;
     std::string productVersion_;
     bool running_ = false;
+    bool leaving_ = false;
     bool waitForMessages_ = false;
     OMTaskList tasks_;
     OMList<OMWindow> windows_;

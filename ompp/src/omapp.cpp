@@ -122,7 +122,7 @@ bool OMApp::pass() {
         dispatch(message);
         afterMessage(message);
     }
-    if (!waitForMessages_) {
+    if (!waitForMessages_ && !leaving_) {
         idle();
         windows_.apply([](OMWindow& window) { window.idle(); });
         tasks_.runAll();
@@ -143,6 +143,7 @@ platform::Button OMApp::box(std::string_view text, std::uint32_t style, std::str
     boxLink_(true);
     const platform::Button answer = OMPlatform().dialogs().messageBox(text, caption, style);
     boxLink_(false);
+    leaving_ = leaving_ || OMPlatform().events().quitWaits();
     tellDroppedRelease();
     alertedLink_();
     return answer;

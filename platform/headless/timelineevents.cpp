@@ -55,6 +55,8 @@ bool TimelineEvents::take(Message& message) {
     return false;
 }
 
+bool TimelineEvents::quitWaits() { return terminationRequested(); }
+
 bool TimelineEvents::wait(Message& message) {
     while (!take(message)) {
         if (!clock_.loopHasBegun() || waiting_.empty()) return false;

@@ -26,6 +26,7 @@ class TimelineEvents final : public Events {
     bool wait(Message& message) override;
     void discardInput() override;
     bool releaseWasDropped() override { return std::exchange(releaseDropped_, false); }
+    [[nodiscard]] bool quitWaits() override;
     void captureMouse(bool captured) override { captured_ = captured; }
 
     /// What the first quit message that was taken came from: "until" or "quit"; empty before.

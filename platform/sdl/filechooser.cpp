@@ -10,7 +10,7 @@
 #include <fcntl.h>
 #include <optional>
 #include <poll.h>
-#include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -21,22 +21,24 @@ namespace platform {
 namespace {
 
 constexpr int kPollMs = 50;
+constexpr int kNotInstalled = 127; // as shells have it
+constexpr int kKilled = -1;
 constexpr std::size_t kLongestAnswer = 65536;
 
-/// Starts a program found on the PATH with its standard output going to `output`; none when it
-/// cannot be started.
+/// Starts a program found on the PATH with its standard output going to `output`; none when there
+/// is no process for it. It goes when this program does, however that ends, and ends with
+/// kNotInstalled when there is no such program.
 std::optional<pid_t> spawn(std::vector<std::string> words, int output) {
     std::vector<char*> arguments;
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    if (::posix_spawn_file_actions_init(&actions) != 0) return std::nullopt;
-    ::posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-    pid_t child = 0;
-    const int error =
-        ::posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
-    ::posix_spawn_file_actions_destroy(&actions);
-    return error == 0 ? std::optional(child) : std::nullopt;
+    const pid_t parent = ::getpid();
+    const pid_t child = ::fork();
+    if (child != 0) return child > 0 ? std::optional(child) : std::nullopt;
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() == parent && ::dup2(output, STDOUT_FILENO) >= 0)
+        ::execvp(arguments[0], arguments.data());
+    ::_exit(kNotInstalled);
 }
 
 /// Reads until the helper closes its output.
@@ -59,13 +61,14 @@ std::string readAnswer(int input, pid_t child, const std::function<bool()>& stil
     return answer;
 }
 
-bool succeeded(pid_t child) {
+/// The exit code; kKilled of one that had none.
+int exitCodeOf(pid_t child) {
     int status = 0;
     pid_t result = 0;
     do {
         result = ::waitpid(child, &status, 0);
     } while (result < 0 && errno == EINTR);
-    return result == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    return result == child && WIFEXITED(status) ? WEXITSTATUS(status) : kKilled;
 }
 
 /// What the helper wrote, empty when it failed or was cancelled; none when it is not installed.
@@ -79,7 +82,9 @@ std::optional<std::string> ask(std::vector<std::string> words,
     output.close();
     if (!child) return std::nullopt;
     std::string answer = readAnswer(input.number(), *child, stillWaiting);
-    if (!succeeded(*child)) return "";
+    const int code = exitCodeOf(*child);
+    if (code == kNotInstalled) return std::nullopt;
+    if (code != 0) return "";
     if (answer.ends_with('\n')) answer.pop_back();
     return answer;
 }

@@ -3,8 +3,7 @@
 #include "platform/host/latin1.h"
 #include "platform/sdl/filechooser.h"
 
-#include <algorithm>
-#include <iterator>
+#include <utility>
 #include <variant>
 
 namespace platform {
@@ -13,86 +12,92 @@ namespace {
 
 constexpr int kGoOn = 0;
 constexpr int kStop = 1;
-constexpr int kCheckBox = 2;
 
-std::vector<SDL_MessageBoxButtonData> buttonData(const std::vector<std::string>& texts,
-                                                 int closing) {
-    std::vector<SDL_MessageBoxButtonData> data;
-    for (const std::string& text : texts) {
-        const int index = static_cast<int>(data.size());
-        Uint32 flags = index == 0 ? SDL_MESSAGEBOX_BUTTON_RETURNKEY_DEFAULT : 0;
-        if (index == closing) flags |= SDL_MESSAGEBOX_BUTTON_ESCAPEKEY_DEFAULT;
-        data.push_back({flags, index, text.c_str()});
+/// A box covers the screen, and the pointer is seen in it.
+class ShownBox {
+  public:
+    ShownBox(SdlDisplay& display, const BoxPanel& box)
+        : display_(display), cursor_(SDL_GetCursor()), wasVisible_(SDL_ShowCursor(SDL_ENABLE)) {
+        SDL_SetCursor(SDL_GetDefaultCursor());
+        display_.showBox(&box);
+        SDL_FlashWindow(display_.window(), SDL_FLASH_UNTIL_FOCUSED);
     }
-    return data;
-}
+    ~ShownBox() {
+        display_.showBox(nullptr);
+        if (cursor_) SDL_SetCursor(cursor_);
+        SDL_ShowCursor(wasVisible_);
+    }
+    ShownBox(const ShownBox&) = delete;
+    ShownBox& operator=(const ShownBox&) = delete;
 
-SDL_MessageBoxFlags flagsOf(std::uint32_t style) {
-    const bool stop = (style & boxstyle::kIconStop) != 0;
-    return stop ? SDL_MESSAGEBOX_ERROR : SDL_MESSAGEBOX_INFORMATION;
-}
+  private:
+    SdlDisplay& display_;
+    SDL_Cursor* cursor_;
+    int wasVisible_;
+};
 
 } // namespace
 
-int SdlDialogs::show(const Box& box) {
-    display_.flush();
-    const auto label = [this](std::string_view word) {
-        return utf8FromLatin1(labelOf(labels_, word));
-    };
-    std::vector<std::string> texts;
-    std::ranges::transform(box.buttons, std::back_inserter(texts), label);
-    const std::vector<SDL_MessageBoxButtonData> buttons = buttonData(texts, box.closing);
-    const std::string caption = label(box.caption);
-    const std::string text = utf8FromLatin1(box.text);
-    SDL_MessageBoxData data{};
-    data.flags = static_cast<Uint32>(box.flags) | SDL_MESSAGEBOX_BUTTONS_LEFT_TO_RIGHT;
-    data.window = display_.windowIsShown() ? display_.window() : nullptr;
-    data.title = caption.c_str();
-    data.message = text.c_str();
-    data.numbuttons = static_cast<int>(buttons.size());
-    data.buttons = buttons.data();
-    int pressed = -1;
-    if (SDL_ShowMessageBox(&data, &pressed) != 0) pressed = 0; // nobody can be asked
+/// What was typed ahead is not meant for the box, nor what happens in it for the program.
+SdlDialogs::Answer SdlDialogs::show(BoxContents contents) {
+    contents.caption = labelOf(labels_, contents.caption);
+    for (std::string& button : contents.buttons) button = labelOf(labels_, button);
+    BoxPanel panel(std::move(contents), display_.shown().bounds());
     events_.dropInput();
-    display_.windowDamaged();
-    return pressed < 0 ? box.closing : pressed;
+    if (events_.quitWaits())
+        panel.close();
+    else
+        waitForAnswer(panel);
+    events_.dropInput();
+    return {*panel.answer(), panel.isChecked()};
+}
+
+void SdlDialogs::waitForAnswer(BoxPanel& panel) {
+    const ShownBox shown(display_, panel);
+    while (!panel.answer()) {
+        display_.flush();
+        if (const auto input = events_.waitForInput()) {
+            panel.handle(*input);
+            display_.showBox(&panel);
+        }
+        if (events_.quitWaits()) panel.close();
+    }
 }
 
 Button SdlDialogs::messageBox(std::string_view text, std::string_view caption,
                               std::uint32_t style) {
     const std::span<const Button> buttons = boxButtons(style);
-    Box box{flagsOf(style), caption, text, {}, static_cast<int>(buttons.size()) - 1};
+    BoxContents box{.caption = std::string(caption),
+                    .text = std::string(text),
+                    .buttons = {},
+                    .closing = static_cast<int>(buttons.size()) - 1,
+                    .checkBox = {},
+                    .isError = (style & boxstyle::kIconStop) != 0};
     for (const Button button : buttons) box.buttons.emplace_back(buttonText(button));
-    return buttons[static_cast<std::size_t>(show(box))];
+    return buttons[static_cast<std::size_t>(show(std::move(box)).button)];
 }
 
+/// Who ends the program with the box open has not decided anything for good.
 WarningAnswer SdlDialogs::warning(const WarningRequest& request) {
-    bool checked = false;
-    int pressed = kCheckBox;
-    while (true) {
-        const std::string mark = checked ? "[x] " : "[ ] ";
-        pressed = show({SDL_MESSAGEBOX_WARNING,
-                        request.caption,
-                        request.text,
-                        {request.goOn, request.stop, mark + request.checkBox},
-                        kStop});
-        if (pressed != kCheckBox) return {.goOn = pressed == kGoOn, .checked = checked};
-        checked = !checked;
-    }
+    const Answer answer = show({.caption = request.caption,
+                                .text = request.text,
+                                .buttons = {request.goOn, request.stop},
+                                .closing = kStop,
+                                .checkBox = request.checkBox});
+    return {.goOn = answer.button == kGoOn, .checked = answer.checked && !events_.quitWaits()};
 }
 
 std::string SdlDialogs::openFile(std::string_view title, std::string_view pattern,
                                  std::size_t limit) {
-    display_.flush();
-    const auto stillWaiting = [] {
-        SDL_PumpEvents();
-        return SDL_HasEvent(SDL_QUIT) == SDL_FALSE;
+    const auto stillWaiting = [this] {
+        events_.collect();
+        display_.flush();
+        return !events_.quitWaits();
     };
     const FileQuestion question{utf8FromLatin1(title), utf8FromLatin1(pattern),
                                 files_.hostPath(files_.currentDirectory()).value_or("")};
     const auto answer = chooseFile(question, stillWaiting);
     events_.dropInput();
-    display_.windowDamaged();
     const auto* hostPath = std::get_if<std::string>(&answer);
     if (!hostPath) {
         messageBox("Choosing a file needs zenity or kdialog to be installed.", title,

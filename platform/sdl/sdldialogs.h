@@ -1,18 +1,17 @@
-// Boxes of the desktop. SDL's message box has no check box, so that of a warning is a third button,
-// "[ ] label" or "[x] label", which toggles the mark and shows the box again. An end
-// request (SIGTERM) that comes while a box is open becomes a quit message once it is answered.
+// Boxes in the window, see boxpanel.h; files are chosen in a window of the desktop's. Who asks for
+// the end of the program, by the window's close button or a signal, closes a box, and no further
+// one is shown: it is answered as if it were closed. The quit message stays for the program.
 #pragma once
 
 #include "platform/dialogs.h"
 #include "platform/host/boxbuttons.h"
+#include "platform/host/boxpanel.h"
 #include "platform/host/hostfiles.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
 
-#include <span>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace platform {
 
@@ -30,16 +29,14 @@ class SdlDialogs final : public Dialogs {
                          std::size_t limit) override;
 
   private:
-    struct Box {
-        SDL_MessageBoxFlags flags;
-        std::string_view caption;
-        std::string_view text;
-        std::vector<std::string> buttons; ///< words from left to right, the first is the default
-        int closing;                      ///< index of the button that closing the box means
+    struct Answer {
+        int button; ///< index
+        bool checked;
     };
 
-    /// Index of the button pressed. What happened to the window meanwhile is no input.
-    int show(const Box& box);
+    /// With words in place of labels on the buttons, and of the caption.
+    Answer show(BoxContents contents);
+    void waitForAnswer(BoxPanel& panel);
 
     SdlDisplay& display_;
     SdlEvents& events_;

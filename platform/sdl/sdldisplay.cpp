@@ -132,21 +132,44 @@ void SdlDisplay::textureLost(bool deviceLost) {
 
 void SdlDisplay::markStale(const Rect& part) { stale_ = hull(stale_, part); }
 
-void SdlDisplay::updateTexture() {
-    const SDL_Rect part{stale_.left, stale_.top, stale_.width(), stale_.height()};
+template <class Read>
+void SdlDisplay::writeTexture(const Rect& area, Read read) {
+    const SDL_Rect part{area.left, area.top, area.width(), area.height()};
     void* pixels = nullptr;
     int pitch = 0;
     if (SDL_LockTexture(window_.texture.get(), &part, &pixels, &pitch) != 0) return;
     auto* row = static_cast<std::byte*>(pixels);
-    const ColourReader reader(shown(), palette());
-    for (int y = stale_.top; y < stale_.bottom; ++y, row += pitch) {
-        const std::span colours(static_cast<std::uint32_t*>(static_cast<void*>(row)),
-                                static_cast<std::size_t>(part.w));
-        reader.read(y, stale_.left, colours);
-    }
+    for (int y = area.top; y < area.bottom; ++y, row += pitch)
+        read(y, std::span(static_cast<std::uint32_t*>(static_cast<void*>(row)),
+                          static_cast<std::size_t>(part.w)));
     SDL_UnlockTexture(window_.texture.get());
+}
+
+void SdlDisplay::updateTexture() {
+    const ColourReader reader(shown(), palette());
+    writeTexture(stale_, [&](int y, std::span<std::uint32_t> colours) {
+        reader.read(y, stale_.left, colours);
+    });
     stale_ = {};
     windowIsCurrent_ = false;
+    if (box_) drawBox();
+}
+
+void SdlDisplay::drawBox() {
+    const Rect part = intersection(boxPlace_, shown().bounds());
+    if (part.empty()) return;
+    const ColourReader reader(box_->picture(), BoxPanel::palette());
+    writeTexture(part, [&](int y, std::span<std::uint32_t> colours) {
+        reader.read(y - boxPlace_.top, part.left - boxPlace_.left, colours);
+    });
+}
+
+void SdlDisplay::showBox(const BoxPanel* box) {
+    markStale(intersection(boxPlace_, shown().bounds()));
+    box_ = box;
+    boxPlace_ = box ? box->place() : Rect();
+    markStale(intersection(boxPlace_, shown().bounds()));
+    showWindow();
 }
 
 /// Crisp pixels at integer multiples of the screen, smooth ones at other sizes, where crisp pixels

@@ -1,6 +1,7 @@
 // The screen in a real window. What is presented is gathered and drawn by `flush`, once a pass.
 #pragma once
 
+#include "platform/host/boxpanel.h"
 #include "platform/host/hostdisplay.h"
 #include "platform/sdl/sdlwindow.h"
 
@@ -34,6 +35,9 @@ class SdlDisplay final : public HostDisplay {
     void toggleFullScreen();
     void setFullScreenLink(std::function<void(bool)> link) { fullScreenLink_ = std::move(link); }
 
+    /// Draws the box over the screen, or as it is by now; null takes it away. It must outlive that.
+    void showBox(const BoxPanel* box);
+
     /// Makes the window visible, if it is not yet.
     void showWindow();
     /// The window must be drawn again although nothing changed.
@@ -51,6 +55,10 @@ class SdlDisplay final : public HostDisplay {
   private:
     void markStale(const Rect& part);
     void updateTexture();
+    void drawBox();
+    /// Calls `read(y, colours)` for each row of the texture's part, which must lie inside.
+    template <class Read>
+    void writeTexture(const Rect& part, Read read);
     void chooseScaling();
     void applyFullScreen();
     [[nodiscard]] bool wantsFullScreen() const { return chosenFullScreen_.value_or(isExclusive()); }
@@ -60,7 +68,9 @@ class SdlDisplay final : public HostDisplay {
     bool author_;
     std::optional<bool> chosenFullScreen_;
     std::function<void(bool)> fullScreenLink_;
-    Rect stale_{};                 ///< part of the texture that is older than the screen
+    Rect stale_{}; ///< part of the texture that is older than the screen
+    const BoxPanel* box_ = nullptr;
+    Rect boxPlace_{};              ///< where it was drawn
     bool windowIsCurrent_ = false; ///< the window shows the texture
     bool windowIsShown_ = false;
 };

@@ -3,6 +3,7 @@
 #include "platform/host/termination.h"
 #include "platform/sdl/sdlkeys.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace platform {
@@ -64,6 +65,28 @@ bool SdlEvents::wait(Message& message) {
         SDL_WaitEventTimeout(nullptr, kPatienceMs);
     }
     return true;
+}
+
+void SdlEvents::collect() {
+    SDL_Event event;
+    while (SDL_PollEvent(&event) != 0) translate(event);
+}
+
+std::optional<Message> SdlEvents::waitForInput() {
+    collect();
+    const auto input = std::ranges::find_if(pending_, isInput);
+    if (input == pending_.end()) {
+        if (!quitWaits()) SDL_WaitEventTimeout(nullptr, kPatienceMs);
+        return std::nullopt;
+    }
+    const Message oldest = *input;
+    pending_.erase(input);
+    return oldest;
+}
+
+bool SdlEvents::quitWaits() {
+    return terminationRequested() ||
+           std::ranges::find(pending_, Message::Kind::Quit, &Message::kind) != pending_.end();
 }
 
 void SdlEvents::discardInput() {

@@ -8,6 +8,7 @@
 #include "platform/sdl/sdltextwindow.h"
 
 #include <deque>
+#include <optional>
 #include <utility>
 
 namespace platform {
@@ -23,10 +24,16 @@ class SdlEvents final : public Events {
     void discardInput() override;
     bool releaseWasDropped() override { return std::exchange(releaseDropped_, false); }
     void captureMouse(bool captured) override;
+    [[nodiscard]] bool quitWaits() override;
 
     /// Was a message taken since the last call?
     [[nodiscard]] bool messageWasTaken();
 
+    /// Turns what has happened by now into messages.
+    void collect();
+    /// The oldest mouse or key message, out of its turn; waits a moment when there is none. The
+    /// others stay for the program.
+    [[nodiscard]] std::optional<Message> waitForInput();
     /// Drops mouse and key messages; the capture stays.
     void dropInput();
 

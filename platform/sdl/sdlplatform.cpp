@@ -17,10 +17,13 @@
 #include "platform/sdl/sdlwaveout.h"
 #include "platform/sdl/sdlwindow.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <iostream>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 namespace platform {
@@ -34,6 +37,14 @@ constexpr int kMostIconSide = 1024; // pixels
 constexpr std::string_view kFullScreen = "fullscreen";
 constexpr std::string_view kOn = "1";
 constexpr std::string_view kOff = "0";
+
+/// SDL falls back to drivers that nobody sees anything of. They are good for who names them.
+bool isSeen(const char* driver) {
+    constexpr std::string_view kUnseen[] = {"offscreen", "dummy", "evdev"};
+    if (std::ranges::find(kUnseen, driver) == std::end(kUnseen)) return true;
+    const char* named = SDL_GetHint(SDL_HINT_VIDEODRIVER);
+    return named && std::string_view(named).find(driver) != std::string_view::npos;
+}
 
 class SdlClock final : public Clock {
   public:
@@ -144,9 +155,10 @@ class SdlPlatform final : public Platform {
 
 std::variant<std::unique_ptr<Platform>, std::string> makeSdlPlatform(const SdlOptions& options) {
     if (options.screen.width < 1 || options.screen.height < 1) return "the screen has no size";
-    // A close or end request and SIGINT and SIGTERM all arrive as SDL's quit event.
     auto session = std::make_unique<SdlSession>(options.game);
     if (!session->started()) return SDL_GetError();
+    if (!isSeen(SDL_GetCurrentVideoDriver()))
+        return "there is no screen: neither DISPLAY nor WAYLAND_DISPLAY leads to one";
     std::optional<SdlWindow> window = openSdlWindow(options.screen);
     if (!window) return SDL_GetError();
     SDL_StartTextInput();

@@ -124,9 +124,9 @@ play bubble setFont 20
 parrot=RAnimation 2411 20
 set parrot drawDirection 1
 set parrot movable 0
+play parrot setAOCursor 1
 set parrot mouseDown squawk
 set parrot paused fallSilent
-play parrot setAOCursor 1
 labels=0
 call label "De novo" 519 451
 call label "Oficina" 596 451

@@ -187,6 +187,13 @@ sign=RAnimation 2009 20
 balloon=RAnimation 2017 4 346 25
 tilli=RCharacter 2010 236 300 30
 
+; The pointer may rest on one of them, so cursors are set before handlers.
+play gull setAOCursor 1
+play boat setAOCursor 1
+play glitter setAOCursor 1
+play tilli setAOCursor 1
+play sign setAOCursor 1
+
 set smallcloud frameNotification 1
 set smallcloud frameNotify moveSmallCloud
 set bigcloud frameNotification 1
@@ -224,12 +231,6 @@ set sign mouseDown goInside
 set sign flyOn lightUp
 set sign flyOff dimSign
 set sign movable 0
-
-play gull setAOCursor 1
-play boat setAOCursor 1
-play glitter setAOCursor 1
-play tilli setAOCursor 1
-play sign setAOCursor 1
 
 scroll=RAnimation 2011 40
 set scroll touchy 0

@@ -71,28 +71,6 @@ set caption visible 0
 procedure takeMap
 call leave "map.mps"
 
-fire=RAnimation 2102 1
-cat=RAnimation 2101 2
-back=RAnimation 2103 20
-
-set fire soundSync 0
-set fire movable 0
-set fire mouseDown poke
-set cat soundSync 0
-set cat mouseDown wake
-set cat paused sleepOn
-set cat movable 0
-set back movable 0
-set back mouseDown goOutside
-set back flyOn lightUp
-set back flyOff dimSign
-
-wallmap=RAnimation 2104 1
-set wallmap movable 0
-set wallmap mouseDown takeMap
-set wallmap flyOn showMap
-set wallmap flyOff dimMap
-
 ; ---- the stairs, which the sign belongs to
 
 procedure showStairs
@@ -111,20 +89,43 @@ set upstairs visible 0
 procedure climb
 call leave "workshop.mps"
 
+; ---- what is there. The pointer may rest on any of it, so cursors are set before handlers.
+
+fire=RAnimation 2102 1
+cat=RAnimation 2101 2
+back=RAnimation 2103 20
+wallmap=RAnimation 2104 1
 shopsign=RAnimation 2105 3
+stairs=RHotSpot 470 42 164 324 2
+
+set fire soundSync 0
+set fire movable 0
+set cat soundSync 0
+set cat movable 0
+set back movable 0
+set wallmap movable 0
 set shopsign movable 0
 set shopsign touchy 0
-stairs=RHotSpot 470 42 164 324 2
 set stairs movable 0
-play stairs setAOCursor 1
-set stairs mouseDown climb
-set stairs flyOn showStairs
-set stairs flyOff dimStairs
 
 play fire setAOCursor 1
 play cat setAOCursor 1
 play back setAOCursor 1
 play wallmap setAOCursor 1
+play stairs setAOCursor 1
+
+set fire mouseDown poke
+set cat mouseDown wake
+set cat paused sleepOn
+set back mouseDown goOutside
+set back flyOn lightUp
+set back flyOff dimSign
+set wallmap mouseDown takeMap
+set wallmap flyOn showMap
+set wallmap flyOff dimMap
+set stairs mouseDown climb
+set stairs flyOn showStairs
+set stairs flyOff dimStairs
 
 ; What is written on the wall, by its middle: at the map, and at the sign.
 procedure write words middle top

@@ -295,9 +295,9 @@ play bubble setFont 20
 parrot=RAnimation 2306 20
 set parrot drawDirection 1
 set parrot movable 0
+play parrot setAOCursor 1
 set parrot mouseDown squawk
 set parrot paused fallSilent
-play parrot setAOCursor 1
 
 for i 1 longest
 [
@@ -305,8 +305,8 @@ arrow.i=RAnimation 2320 24*i 443 20
 set arrow.i visible 0
 set arrow.i movable 0
 set arrow.i tag i
-set arrow.i mouseDown shorten
 play arrow.i setAOCursor 1
+set arrow.i mouseDown shorten
 ]
 
 ; The click is played by the handlers: buttons with a sound of their own wait for its end.

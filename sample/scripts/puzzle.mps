@@ -31,9 +31,9 @@ procedure prepare
 [
 for i 1 answers
 [
+play answer.i setAOCursor 1
 set answer.i pickedUp lift
 set answer.i dropped lower
-play answer.i setAOCursor 1
 play puzzle addAnswer "answer."+i
 ]
 for i 1 holders

@@ -382,9 +382,9 @@ play bubble setFont 20
 parrot=RAnimation 2206 10
 set parrot movable 0
 set parrot soundSync 0
+play parrot setAOCursor 1
 set parrot mouseDown talk
 set parrot paused fallSilent
-play parrot setAOCursor 1
 
 keys=RKbdInp 0
 set keys keyPressed typed

@@ -91,14 +91,17 @@ thing.i=RAnimation 2400+i 10+i
 set thing.i tag i
 set thing.i movable 0
 play thing.i setAOCursor 1
+]
+sign=RAnimation 2409 20
+set sign movable 0
+play sign setAOCursor 1
+
+for i 1 things
+[
 set thing.i mouseDown enter
 set thing.i flyOn lightUp
 set thing.i flyOff dim
 ]
-
-sign=RAnimation 2409 20
-set sign movable 0
-play sign setAOCursor 1
 set sign mouseDown goDown
 set sign flyOn lightSign
 set sign flyOff dimSign

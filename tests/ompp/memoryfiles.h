@@ -318,6 +318,9 @@ struct MemoryEvents final : platform::Events {
     bool wait(platform::Message& message) override { return take(message); }
     void discardInput() override { queue.clear(); }
     bool releaseWasDropped() override { return std::exchange(releaseDropped, false); }
+    bool quitWaits() override {
+        return std::ranges::count(queue, platform::Message::Kind::Quit, &platform::Message::kind);
+    }
     void captureMouse(bool capture) override { captured = capture; }
 };
 

@@ -146,6 +146,8 @@ class YThread {
     /// To be called when tracing or the end notification changes.
     void updateCare();
     void setStatus(int status);
+    /// Leaves everything as it is, so that only handlers run.
+    void giveUp();
     [[nodiscard]] Context context() const {
         return {pc_, waiting_, callDepth_, condition_, pausing_, loopDepth_};
     }

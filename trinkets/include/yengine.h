@@ -137,6 +137,9 @@ class YEngine {
     // Switching to another script, done at the end of the tick.
     void requestSwitch(YThread& thread) { switching_ = &thread; }
     [[nodiscard]] bool isSwitching() const { return switching_ != nullptr; }
+    /// Whether scripts neither go on nor hear events, until they are told that the game ends: that
+    /// was asked for while a box was open.
+    [[nodiscard]] static bool isHeld();
 
     void setTraceOutputs(int outputs) { traceOutputs_ = outputs; }
     void setTraceWindow(OMLinkTo<void(std::string_view)> window) { window_ = std::move(window); }
@@ -152,6 +155,7 @@ class YEngine {
     void remove(YThread& thread);
     static constexpr int kCheckedCost = 200'000; ///< the memory is looked at when so much is spent
 
+    void boxWasClosed();
     bool countsForTimers();
     void checkBounds();
     void switchScripts();

@@ -64,6 +64,13 @@ void YThread::setStatus(int status) {
     halt();
 }
 
+void YThread::giveUp() {
+    inInterrupt_ = false; // in nobody's way
+    waiting_ = true;
+    pausing_ = false;
+    halt();
+}
+
 void YThread::report(std::string_view what) {
     std::string place = scriptName_;
     if (script_ && !script_->lines.empty() && pc_ > 0) {
@@ -155,7 +162,7 @@ void YThread::endPause() {
 }
 
 void YThread::deliverEvent(const eventRecord& event) {
-    if (engine_.isSwitching()) return;
+    if (engine_.isSwitching() || YEngine::isHeld()) return;
     if (engine_.deliveries >= YEngine::kMaxDeliveries) {
         reportAndStop("events are nested too deep");
         return;

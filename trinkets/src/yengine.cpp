@@ -24,7 +24,7 @@ YEngine* YEngine::current_ = nullptr;
 
 YEngine::YEngine() {
     current_ = this;
-    if (OMApp* app = OMApp::getApp()) app->setAlertedLink([this] { spend(kLongCost); });
+    if (OMApp* app = OMApp::getApp()) app->setAlertedLink([this] { boxWasClosed(); });
 }
 
 YEngine::~YEngine() {
@@ -53,7 +53,19 @@ bool YEngine::countsForTimers() {
     return counts;
 }
 
+bool YEngine::isHeld() {
+    const OMApp* app = OMApp::getApp();
+    return app && app->isLeaving();
+}
+
+/// What scripts are at is given up when the program is asked to end meanwhile.
+void YEngine::boxWasClosed() {
+    spend(isHeld() ? kTurnBudget : kLongCost);
+    if (isHeld()) threads_.apply([](YThread& thread) { thread.giveUp(); });
+}
+
 void YEngine::tick() {
+    if (isHeld()) return;
     const bool counts = countsForTimers();
     threads_.apply([&](YThread& thread) {
         if (isSwitching()) return;
@@ -155,9 +167,11 @@ bool YEngine::showTrace(const std::string& message) {
         window_(message);
     }
     if (!(outputs & kTraceBox)) return true;
-    spend(kLongCost);
-    const platform::Button button = OMPlatform().dialogs().messageBox(
-        message, "Trace", OMApp::kAlertStyle | platform::boxstyle::kOkCancel);
+    constexpr std::uint32_t kTraceStyle = OMApp::kAlertStyle | platform::boxstyle::kOkCancel;
+    OMApp* app = OMApp::getApp();
+    const platform::Button button =
+        app ? app->box(message, kTraceStyle, "Trace")
+            : OMPlatform().dialogs().messageBox(message, "Trace", kTraceStyle);
     return button != platform::Button::Cancel;
 }
 

@@ -90,6 +90,10 @@ class Events {
     /// was dropped since the last call: nothing else will tell of it. Boxes drop input too.
     virtual bool releaseWasDropped() = 0;
 
+    /// Whether the end of the program was asked for and it has not been told yet, as while a box is
+    /// open. It is true for good once the host has asked.
+    [[nodiscard]] virtual bool quitWaits() = 0;
+
     /// While captured, mouse messages arrive even when the pointer leaves the window.
     virtual void captureMouse(bool captured) = 0;
 };

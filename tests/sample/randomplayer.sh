@@ -1,0 +1,87 @@
+#!/usr/bin/env bash
+# Plays every scene of the sample at random, without a window: clicks, drags, double clicks, keys, the exit
+# screen, another program in front. No script may be complained of, and the game must end as it should.
+#
+#     randomplayer.sh PROGRAM SAMPLE WORK [SECONDS [SEED]]
+#
+# A visit begins in each of the scenes, at one of the four levels of its game, and is so many seconds long, of the
+# game's own time; one more is taken from scene to scene all the time, wherever the pointer is. For a night:
+#
+#     for seed in $(seq 100); do randomplayer.sh build/release/bin/zorbet build/release/sample night 3600 $seed; done
+#
+# With the same seed the same happens.
+set -euo pipefail
+
+program=$1 sample=$2 work=$3 seconds=${4:-40} seed=${5:-1}
+rm -rf "$work"
+mkdir -p "$work/content"
+cd "$work"
+cp -r "$sample/RSC" "$sample/scripts" "$sample/movies" content
+scenes=$(cd content/scripts && grep -l '^StartTransition' ./*.mps | sed 's,^./,,; s,\.mps$,,')
+
+# The input file of a visit. Half of the time the pointer stays near where it was.
+visit() {
+  awk -v seed="$seed" -v end=$((seconds * 1000)) '
+    function any(n) { return int(rand() * n) }
+    function say(what) { print t " " what }
+    function point(what) { say(what " " x " " y); t += 1 + any(30) }
+    function move() {
+      x = any(2) ? any(640) : (x + any(61) + 610) % 640
+      y = any(2) ? any(480) : (y + any(61) + 450) % 480
+      point("move")
+    }
+    function key() {
+      say("key " (any(2) ? names[1 + any(count)] : substr("abCZ-1.xyz", 1 + any(10), 1)))
+    }
+    BEGIN {
+      srand(seed); x = any(640); y = any(480)
+      count = split("Esc Esc Esc Enter Enter Up Down Left Right Backspace Delete PageUp PageDown Tab", names)
+      for (t = 1; t < end; t += any(400)) {
+        what = any(100)
+        if (what < 10) move()
+        else if (what < 45) { if (any(4)) move(); point("down"); point("up") }
+        else if (what < 65) { move(); point("down"); for (n = any(5); n >= 0; --n) move(); point("up") }
+        else if (what < 68) { point("down"); point("up"); point("double"); point("up") }
+        else if (what < 88) key()
+        else if (what < 91) say("command 32")
+        else if (what < 93) { say("answer No"); say("command 59396") }
+        else if (what < 95) { say("background"); t += any(200); say("foreground") }
+        else t += 4000
+      }
+    }'
+}
+
+play() { # SCENE
+  local code=0 level=$((++seed % 4 + 1))
+  # What the guest book does, and all that can be won.
+  {
+    echo yield off
+    sed -n '/^world=/,/activateDataFile/s/\r//p' content/scripts/signin.mps
+    echo 'play world activatePlayer "Ana"'
+    for place in CWS1 CWS2 CWS3 CWS4 PWS1 OWS1 OWS2; do echo "set world currentLevel \"$place\" $level"; done
+    for prize in 2 3 4; do echo "play world backpackAddObject $prize"; done
+    echo "relay \"$1.mps\""
+  } >content/Startup.mps
+  [ "$1" != Startup ] || cp "$sample/Startup.mps" content
+  visit >input
+  rm -rf home report && mkdir home
+  "$program" --headless --content content --home home --seed "$seed" --step 10 --input input \
+    --until $((seconds * 1000)) >report 2>errors || code=$?
+  grep $'\tbox\t' report | grep -v $'\t0x24\t' | sort -k 5 -u >>errors || true
+  [ $code -ne 0 ] || [ -s errors ] || return 0
+  echo "$1.mps with seed $seed ended with $code:" >&2
+  cat errors >&2
+  failed=1
+}
+
+failed=0
+for scene in Startup $scenes; do play $scene; done
+{
+  n=0
+  for scene in $scenes; do printf 'hop.%d="%s.mps"\r\n' $((n += 1)) "$scene"; done
+  # The first statement of a timer's handler is done at once.
+  printf '%s\r\n' 'procedure onward' 'relay next' "RandomNumber 1 $n" 'next=hop.RESULT' 'idle 0.8 onward'
+} >hops
+for scene in $scenes; do cat hops >>"content/scripts/$scene.mps"; done
+for scene in $scenes; do play $scene; done
+exit $failed
