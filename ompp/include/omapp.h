@@ -85,6 +85,8 @@ class OMApp {
     /// A message box owned by the main window.
     void alert(std::string_view text, std::uint32_t style = kAlertStyle,
                std::string_view caption = "Alert");
+    /// What the player is told of the machine, see Platform::tellPlayer; no alert to scripts.
+    void tellPlayer(std::string_view text, std::string_view caption);
     /// As an alert, a question; whether the answer is Yes.
     [[nodiscard]] bool ask(std::string_view text, std::string_view caption);
     /// Called with true before every box, and with false when it is closed.
@@ -119,6 +121,7 @@ class OMApp {
     OMWindow* mouseWindow(const platform::Message& message);
 
     platform::Button box(std::string_view text, std::uint32_t style, std::string_view caption);
+    void aroundBox(const OMLink& showBox);
 
     void readVersion();
     void startDisplay();

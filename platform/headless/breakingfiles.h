@@ -40,6 +40,9 @@ class BreakingFiles final : public Files {
     /// How many operations were counted.
     [[nodiscard]] std::uint32_t operations() const { return count_; }
 
+    [[nodiscard]] FolderClaim claimFolder(std::string_view folder) override {
+        return files_.claimFolder(folder);
+    }
     std::unique_ptr<File> open(std::string_view path, OpenMode mode) override;
     bool remove(std::string_view path) override;
     bool rename(std::string_view from, std::string_view to) override;

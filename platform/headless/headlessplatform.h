@@ -66,6 +66,7 @@ class HeadlessPlatform final : public Platform {
     /// There is nothing to choose.
     void keepSettings(std::string_view) override {}
     void complain(std::string_view text) override;
+    [[nodiscard]] std::string logDirectory() override;
 
     void mainLoopBegins() override { clock_.beginLoop(); }
     void passEnded() override { clock_.sleep(stepMs_); }

@@ -1,6 +1,7 @@
 #include "platform/host/hostfiles.h"
 
 #include "platform/host/datafolder.h"
+#include "platform/host/folderlock.h"
 #include "platform/host/hostfile.h"
 #include "platform/host/latin1.h"
 
@@ -171,8 +172,8 @@ const HostFiles::Drive* HostFiles::driveOf(char letter) const {
     return found == drives_.end() ? nullptr : &*found;
 }
 
-bool HostFiles::isBelowHome(const Place& place) const {
-    return place.drive == home_.drive && place.parts.size() > home_.parts.size() &&
+bool HostFiles::isInHome(const Place& place) const {
+    return place.drive == home_.drive && place.parts.size() >= home_.parts.size() &&
            std::equal(home_.parts.begin(), home_.parts.end(), place.parts.begin(),
                       equalIgnoringCase);
 }
@@ -208,10 +209,20 @@ std::optional<std::string> HostFiles::locateFile(const Place& place) const {
     return std::nullopt;
 }
 
+FolderClaim HostFiles::claimFolder(std::string_view folder) {
+    const Place place = placeOf(folder);
+    std::error_code notMade;
+    if (isInHome(place)) fs::create_directories(hostHome_, notMade);
+    std::error_code why;
+    const auto hostPath = locate(place, false, why);
+    if (!hostPath) return {.refusal = notMade ? notMade : why};
+    return claimHostFolder(*hostPath);
+}
+
 std::unique_ptr<File> HostFiles::open(std::string_view path, OpenMode mode) {
     const bool writes = mode != OpenMode::Read && mode != OpenMode::ReadSequential;
     const Place place = placeOf(path);
-    if (writes && isBelowHome(place)) {
+    if (writes && isInHome(place)) {
         std::error_code error; // a folder that cannot be made shows when the file cannot be
         fs::create_directories(hostHome_, error);
     }

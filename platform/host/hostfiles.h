@@ -20,6 +20,7 @@ class HostFiles final : public Files {
   public:
     explicit HostFiles(const HostOptions& options);
 
+    [[nodiscard]] FolderClaim claimFolder(std::string_view folder) override;
     std::unique_ptr<File> open(std::string_view path, OpenMode mode) override;
     bool remove(std::string_view path) override;
     /// Within one folder a name that differs from the old one in case only changes its spelling.
@@ -61,7 +62,8 @@ class HostFiles final : public Files {
 
     [[nodiscard]] Place placeOf(std::string_view path) const;
     [[nodiscard]] const Drive* driveOf(char letter) const;
-    [[nodiscard]] bool isBelowHome(const Place& place) const;
+    /// The home folder itself too.
+    [[nodiscard]] bool isInHome(const Place& place) const;
     /// The host's path of a place; with `create` its last part need not be there. None, and why,
     /// when there is no such place.
     [[nodiscard]] std::optional<std::string> locate(const Place& place, bool create,

@@ -61,7 +61,7 @@ int SdlDialogs::show(const Box& box) {
 Button SdlDialogs::messageBox(std::string_view text, std::string_view caption,
                               std::uint32_t style) {
     const std::span<const Button> buttons = boxButtons(style);
-    Box box{flagsOf(style), caption, text, {}, static_cast<int>(buttons.size()) - 1};
+    Box box{flagsOf(style), caption, text, {}, static_cast<int>(closingButton(buttons))};
     for (const Button button : buttons) box.buttons.emplace_back(buttonText(button));
     return buttons[static_cast<std::size_t>(show(box))];
 }

@@ -1,5 +1,6 @@
 #include "platform/sdl/sdlplatform.h"
 
+#include "platform/host/datafolder.h"
 #include "platform/host/hostfiles.h"
 #include "platform/host/hostmachine.h"
 #include "platform/host/hostmovies.h"
@@ -88,6 +89,12 @@ class SdlPlatform final : public Platform {
         });
     }
     void complain(std::string_view text) override { say(utf8FromLatin1(text)); }
+    void tellPlayer(std::string_view text, std::string_view caption) override {
+        dialogs_.messageBox(text, caption, boxstyle::kOk | boxstyle::kIconStop);
+    }
+    [[nodiscard]] std::string logDirectory() override {
+        return files_.programPath(makeUserStateFolder()).value_or("");
+    }
 
     void mainLoopBegins() override { display_.showWindow(); }
     void passEnded() override {

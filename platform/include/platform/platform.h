@@ -17,6 +17,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace platform {
@@ -48,6 +49,14 @@ class Platform {
 
     /// Tells whoever started the program what no box tells, in a line on standard error. Latin-1.
     virtual void complain(std::string_view text) = 0;
+
+    /// Tells the player what needs no answer: in a box with OK, or, where nobody plays, as
+    /// `complain` does. Latin-1.
+    virtual void tellPlayer(std::string_view text, std::string_view /*caption*/) { complain(text); }
+
+    /// The folder for a log that can be written nowhere else, made when it is missing; empty when
+    /// there is none.
+    [[nodiscard]] virtual std::string logDirectory() { return {}; }
 
     /// Called once, right before the first pass of the main loop: input that is known beforehand
     /// counts its time from here.
