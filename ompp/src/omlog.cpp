@@ -1,5 +1,6 @@
 #include "omlog.h"
 
+#include "ompath.h"
 #include "omplatform.h"
 
 #include <span>
@@ -38,10 +39,16 @@ std::string_view prefix(Kind kind) {
 
 void rawWrite(std::string_view text, platform::OpenMode mode) {
     platform::Files& files = OMPlatform().files();
-    auto file = files.open(kFileName, mode);
-    if (!file && !logState().fallbackDirectory.empty())
-        file = files.open(logState().fallbackDirectory + std::string(kFileName), mode);
-    if (file) file->write(std::as_bytes(std::span(text)));
+    const auto writeTo = [&](const std::string& path) {
+        const auto file = files.open(path, mode);
+        return file && file->write(std::as_bytes(std::span(text)));
+    };
+    const std::string name(kFileName);
+    if (writeTo(name)) return;
+    const std::string& second = logState().fallbackDirectory;
+    if (!second.empty() && writeTo(second + name)) return;
+    const std::string last = OMPlatform().logDirectory(); // makes one: not before it is needed
+    if (!last.empty()) writeTo(OMPathWithBackslash(last) + name);
 }
 
 } // namespace
