@@ -39,8 +39,7 @@
 #include "startup/memoryexhaustion.h"
 #include "startup/missingparts.h"
 #include "startup/warnings.h"
-#include "world/safefile.h"
-#include "world/worldmemory.h"
+#include "world/savedworld.h"
 #include "yengine.h"
 #include "yprecompiled.h"
 
@@ -49,7 +48,6 @@
 namespace {
 
 constexpr const char* kStartScript = "Startup.mps";
-constexpr const char* kDataFile = "ZORBET.DAT";
 constexpr const char* kSettingsFile = "settings.ini";
 constexpr int kScreenDepth = 8;
 constexpr int kMinimumDepth = 8;
@@ -155,48 +153,6 @@ void installLinks(OMApp& app, OMWaveEngine& soundEngine, EffectsWindow& window,
     app.setStopLink(&RScenePort::tellExitting);
 }
 
-/// The memory of the world, and the file that keeps it.
-class SavedWorld {
-  public:
-    explicit SavedWorld(std::string path)
-        : file_(OMPlatform().files(), std::move(path)),
-          memory_([this] { return read(); }, [this](const std::string& bytes) { write(bytes); }) {}
-
-    [[nodiscard]] RWarningSwitches switches() {
-        return {.read =
-                    [this](std::string_view name) {
-                        const world::Property* property = memory_.global(name);
-                        return property ? property->text() : std::string();
-                    },
-                .write =
-                    [this](std::string_view name, std::string_view value) {
-                        if (world::Property* property = memory_.global(name))
-                            property->setText(value);
-                    }};
-    }
-    void shutDown() { memory_.shutDown(); }
-    /// What the program does when it must end in the middle.
-    void saveAtOnce() {
-        if (world::WorldMemory::current() == &memory_) memory_.writeDataFile();
-        OMLog::close();
-    }
-
-  private:
-    std::optional<std::string> read() {
-        RSafeFile::Contents contents = file_.read();
-        if (contents.state != RSafeFile::State::Whole) return std::nullopt;
-        return std::move(contents.bytes);
-    }
-    void write(const std::string& bytes) {
-        if (!memory_.wasReadWhole() && !std::exchange(keptBeside_, true)) file_.keepBeside();
-        (void)file_.store(bytes); // what fails is in the log
-    }
-
-    RSafeFile file_;
-    bool keptBeside_ = false; ///< a file that was read in part will not get lost
-    world::WorldMemory memory_;
-};
-
 /// Application, window and scripts, from their making to their end. What is declared later goes
 /// first.
 void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine,
@@ -281,9 +237,7 @@ int RGameMain(std::optional<std::uint32_t> seed) {
     OMPlatform().keepSettings(homeDirectory + kSettingsFile);
     OMPlatform().closeIn();
     {
-        const std::string dataFile = homeDirectory + kDataFile;
-        OMLog::writef(OMLog::Kind::Message, "Data file is: %s", dataFile.c_str());
-        SavedWorld savedWorld(dataFile);
+        SavedWorld savedWorld(homeDirectory);
         const RConfiguration configuration = RConfiguration::read(homeDirectory);
         OMWaveEngine soundEngine;
         if (const auto mode = RCheckMachine(configuration, soundEngine, savedWorld.switches())) {

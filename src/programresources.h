@@ -70,5 +70,14 @@ inline constexpr int kLittleSpace3 = 1024; ///< in front of the drive again
 inline constexpr int kLittleSpace4 = 1025;
 inline constexpr int kCannotReadCd = 1026;
 inline constexpr int kDoNotShowAgain = 1027;
-inline constexpr int kReallyLeave = 1100; ///< of the exit screen, which is no warning
+inline constexpr int kAlreadyOpen = 1030;
+inline constexpr int kNotKept = 1031;       ///< in front of the folder; a reason follows
+inline constexpr int kDiskIsFull = 1032;    ///< a reason
+inline constexpr int kMayNotWrite = 1033;   ///< a reason
+inline constexpr int kFolderInUse = 1034;   ///< a reason
+inline constexpr int kSavingFails = 1035;   ///< a reason: all others
+inline constexpr int kCannotOpen = 1036;    ///< in front of the file
+inline constexpr int kStaysAsItIs = 1037;   ///< behind it
+inline constexpr int kNothingIsKept = 1038; ///< the end of each of these
+inline constexpr int kReallyLeave = 1100;   ///< of the exit screen, which is no warning
 } // namespace warningtext

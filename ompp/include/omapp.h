@@ -91,6 +91,8 @@ class OMApp {
     /// One that is only to be read.
     void alert(std::string_view text, std::uint32_t style = kAlertStyle,
                std::string_view caption = "Alert");
+    /// What the player is told of the machine, see Platform::tellPlayer; no alert to scripts.
+    void tellPlayer(std::string_view text, std::string_view caption);
     /// As an alert, a question; whether the answer is Yes.
     [[nodiscard]] bool ask(std::string_view text, std::string_view caption);
     /// Called with true before every box, and with false when it is closed.
@@ -123,6 +125,8 @@ class OMApp {
     void tryAccelerators(const platform::KeyPress& key);
     /// The window under a mouse message; the one that got the button down keeps the mouse.
     OMWindow* mouseWindow(const platform::Message& message);
+
+    void aroundBox(const OMLink& showBox);
 
     void readVersion();
     void startDisplay();

@@ -139,14 +139,23 @@ bool OMApp::ask(std::string_view text, std::string_view caption) {
     return box(text, kAskStyle, caption) == platform::Button::Yes;
 }
 
+void OMApp::tellPlayer(std::string_view text, std::string_view caption) {
+    aroundBox([=] { OMPlatform().tellPlayer(text, caption); });
+}
+
 platform::Button OMApp::box(std::string_view text, std::uint32_t style, std::string_view caption) {
+    platform::Button answer{};
+    aroundBox([&] { answer = OMPlatform().dialogs().messageBox(text, caption, style); });
+    alertedLink_();
+    return answer;
+}
+
+void OMApp::aroundBox(const OMLink& showBox) {
     boxLink_(true);
-    const platform::Button answer = OMPlatform().dialogs().messageBox(text, caption, style);
+    showBox();
     boxLink_(false);
     leaving_ = leaving_ || OMPlatform().events().quitWaits();
     tellDroppedRelease();
-    alertedLink_();
-    return answer;
 }
 
 void OMApp::about() { alert("KVO:" + productName_ + " " + productVersion_, kAlertStyle, "About"); }

@@ -38,10 +38,18 @@ std::string_view prefix(Kind kind) {
 
 void rawWrite(std::string_view text, platform::OpenMode mode) {
     platform::Files& files = OMPlatform().files();
-    auto file = files.open(kFileName, mode);
-    if (!file && !logState().fallbackDirectory.empty())
-        file = files.open(logState().fallbackDirectory + std::string(kFileName), mode);
-    if (file) OMAddText(*file, text, kMostBytes);
+    const auto writeTo = [&](const std::string& path) {
+        const auto file = files.open(path, mode);
+        if (!file) return false;
+        OMAddText(*file, text, kMostBytes);
+        return true;
+    };
+    const std::string name(kFileName);
+    if (writeTo(name)) return;
+    const std::string& second = logState().fallbackDirectory;
+    if (!second.empty() && writeTo(second + name)) return;
+    const std::string last = OMPlatform().lastResort(name); // makes a folder if it must
+    if (!last.empty()) writeTo(last);
 }
 
 } // namespace

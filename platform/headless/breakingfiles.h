@@ -42,7 +42,9 @@ class BreakingFiles final : public Files {
     [[nodiscard]] std::uint32_t operations() const { return count_; }
 
     void setFenceLink(FenceLink link) override { files_.setFenceLink(std::move(link)); }
-
+    [[nodiscard]] FolderClaim claimFolder(std::string_view folder) override {
+        return files_.claimFolder(folder);
+    }
     std::unique_ptr<File> open(std::string_view path, OpenMode mode) override;
     bool remove(std::string_view path) override;
     bool rename(std::string_view from, std::string_view to) override;

@@ -1,6 +1,7 @@
 #include "platform/headless/headlessplatform.h"
 
 #include "platform/headless/headlesstextwindow.h"
+#include "platform/host/datafolder.h"
 #include "platform/host/latin1.h"
 #include "platform/host/secondwall.h"
 
@@ -18,13 +19,21 @@ namespace {
 
 std::ostream& orElse(std::ostream* chosen, std::ostream& usual) { return chosen ? *chosen : usual; }
 
+/// The folder itself or the next one above it that is there.
+std::string nearest(std::filesystem::path path) {
+    std::error_code error;
+    while (path.has_relative_path() && !std::filesystem::exists(path, error))
+        path = path.parent_path();
+    return path.empty() ? "." : path.string();
+}
+
 /// Of screenshots and recordings.
 std::vector<std::string> foldersOf(const HeadlessOptions& options) {
     std::vector<std::string> folders;
-    if (!options.recordSound.empty()) folders.push_back(options.recordSound);
+    if (!options.recordSound.empty()) folders.push_back(nearest(options.recordSound));
     for (const TimelineEvent& event : options.timeline)
         if (const auto* screenshot = std::get_if<TimelineScreenshot>(&event.what))
-            folders.push_back(std::filesystem::path(screenshot->file).parent_path().string());
+            folders.push_back(nearest(std::filesystem::path(screenshot->file).parent_path()));
     return folders;
 }
 
@@ -65,7 +74,12 @@ void HeadlessPlatform::closeIn() {
     if (trusted_) return;
     std::vector<std::string> writable = files_.writableFolders();
     writable.insert(writable.end(), asked_.begin(), asked_.end());
+    writable.push_back(userStateFolder());
     raiseSecondWall(writable);
+}
+
+std::string HeadlessPlatform::lastResort(std::string_view name) {
+    return files_.admitOwn(makeUserStateFolder(), name);
 }
 
 void HeadlessPlatform::programEnds(int exitCode) {

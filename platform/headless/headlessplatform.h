@@ -67,6 +67,7 @@ class HeadlessPlatform final : public Platform {
     /// There is nothing to choose.
     void keepSettings(std::string_view) override {}
     void complain(std::string_view text) override;
+    [[nodiscard]] std::string lastResort(std::string_view name) override;
 
     void closeIn() override;
     void mainLoopBegins() override { clock_.beginLoop(); }

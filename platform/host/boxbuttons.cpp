@@ -1,5 +1,6 @@
 #include "platform/host/boxbuttons.h"
 
+#include <algorithm>
 #include <array>
 
 namespace platform {
@@ -11,6 +12,7 @@ constexpr std::array kOkCancel{Button::Ok, Button::Cancel};
 constexpr std::array kYesNoCancel{Button::Yes, Button::No, Button::Cancel};
 constexpr std::array kYesNo{Button::Yes, Button::No};
 constexpr std::array kRetryCancel{Button::Retry, Button::Cancel};
+constexpr std::array kCancelRetry{Button::Cancel, Button::Retry};
 
 } // namespace
 
@@ -19,9 +21,16 @@ std::span<const Button> boxButtons(std::uint32_t style) {
     case boxstyle::kOkCancel: return kOkCancel;
     case boxstyle::kYesNoCancel: return kYesNoCancel;
     case boxstyle::kYesNo: return kYesNo;
-    case boxstyle::kRetryCancel: return kRetryCancel;
+    case boxstyle::kRetryCancel:
+        return (style & boxstyle::kCancelFirst) != 0 ? std::span<const Button>(kCancelRetry)
+                                                     : std::span<const Button>(kRetryCancel);
     default: return kOk;
     }
+}
+
+std::size_t closingButton(std::span<const Button> buttons) {
+    const auto cancel = std::ranges::find(buttons, Button::Cancel);
+    return static_cast<std::size_t>(cancel - buttons.begin()) - (cancel == buttons.end() ? 1 : 0);
 }
 
 std::string_view buttonText(Button button) {

@@ -12,9 +12,12 @@
 
 namespace platform {
 
-/// From left to right; the first is the default one, the last is what closing the box means. A
-/// style whose buttons are not known has OK only.
+/// From left to right; the first is the default one. A style whose buttons are not known has OK
+/// only.
 [[nodiscard]] std::span<const Button> boxButtons(std::uint32_t style);
+
+/// The index of what closing the box means: Cancel, where there is none the last one.
+[[nodiscard]] std::size_t closingButton(std::span<const Button> buttons);
 
 /// The word for a button in input files and reports, in every language.
 [[nodiscard]] std::string_view buttonText(Button button);

@@ -15,13 +15,25 @@ namespace fs = std::filesystem;
 constexpr std::string_view kSave = "ZORBET.DAT";
 constexpr std::string_view kSaves = "ZORBET."; // the copies of the file too
 
+/// The variable names the folder of all programs, which else has a place below the user's own.
+std::string userFolder(const char* variable, const char* usual) {
+    const std::string all = environment(variable);
+    if (all.starts_with('/')) return all + "/zorbet"; // others are to be ignored by the XDG rules
+    const std::string user = environment("HOME");
+    return (user.empty() ? "." : user) + usual + "/zorbet";
+}
+
 } // namespace
 
-std::string userDataFolder() {
-    const std::string data = environment("XDG_DATA_HOME");
-    if (data.starts_with('/')) return data + "/zorbet"; // others are to be ignored by the XDG rules
-    const std::string user = environment("HOME");
-    return (user.empty() ? "." : user) + "/.local/share/zorbet";
+std::string userDataFolder() { return userFolder("XDG_DATA_HOME", "/.local/share"); }
+
+std::string userStateFolder() { return userFolder("XDG_STATE_HOME", "/.local/state"); }
+
+std::string makeUserStateFolder() {
+    const std::string folder = userStateFolder();
+    std::error_code error; // shows when nothing can be written there
+    fs::create_directories(folder, error);
+    return folder;
 }
 
 std::string gameDataFolder(const std::string& identifier) {

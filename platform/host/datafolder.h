@@ -10,6 +10,12 @@ namespace platform {
 [[nodiscard]] std::string userDataFolder();
 [[nodiscard]] std::string gameDataFolder(const std::string& identifier);
 
+/// "zorbet" in the user's folder for states, by the same rules, for a log that can be written
+/// nowhere else.
+[[nodiscard]] std::string userStateFolder();
+/// The same, made when it is missing.
+[[nodiscard]] std::string makeUserStateFolder();
+
 /// Moves saved games that lie in the folder of all games, where they were before each game had its
 /// own, to the folder of `identifier`, unless that has some. What cannot be moved stays.
 void moveOldSaves(const std::string& identifier);

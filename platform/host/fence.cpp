@@ -59,9 +59,9 @@ Descriptor openBeneath(const Descriptor& ground, const std::string& parts) {
 
 } // namespace
 
-void Fence::admit(const std::string& file) {
+void Fence::admit(const std::string& file, Use use) {
     const std::scoped_lock lock(mutex_);
-    admitted_.insert(file);
+    admitted_.emplace(file, use);
 }
 
 const Fence::Ground* Fence::groundOf(const std::string& name, Use use) const {
@@ -74,7 +74,7 @@ const Fence::Ground* Fence::groundOf(const std::string& name, Use use) const {
 bool Fence::encloses(const std::string& name, Use use) const {
     if (groundOf(name, use)) return true;
     const std::scoped_lock lock(mutex_);
-    return use == Use::Read && admitted_.contains(name);
+    return admitted_.contains({name, use});
 }
 
 Descriptor Fence::openFolder(const std::string& folder) const {

@@ -1,6 +1,7 @@
 #include "platform/host/hostfiles.h"
 
 #include "platform/host/datafolder.h"
+#include "platform/host/folderlock.h"
 #include "platform/host/hostfile.h"
 #include "platform/host/latin1.h"
 
@@ -234,12 +235,12 @@ bool HostFiles::mayBe(const Place& place, Fence::Use use) const {
     const bool inside = std::ranges::any_of(grounds_, [&](const Ground& ground) {
         return (ground.writable || use == Fence::Use::Read) && isBelow(place, ground.place);
     });
-    return inside || (use == Fence::Use::Read && isAdmitted(place));
+    return inside || isAdmitted(place, use);
 }
 
-bool HostFiles::isAdmitted(const Place& place) const {
+bool HostFiles::isAdmitted(const Place& place, Fence::Use use) const {
     const std::scoped_lock lock(mutex_);
-    return admitted_.contains(textOf(place));
+    return admitted_.contains({textOf(place), use});
 }
 
 void HostFiles::refuseFenced(const Place& place, std::error_code& why) const {
@@ -304,6 +305,16 @@ std::optional<HostFiles::Spot> HostFiles::locateFile(const Place& place) const {
     if (!found || isFileOrLink(found->path)) return found;
     refuse(std::make_error_code(std::errc::is_a_directory));
     return std::nullopt;
+}
+
+FolderClaim HostFiles::claimFolder(std::string_view folder) {
+    const Place place = placeOf(folder);
+    std::error_code notMade;
+    if (isBelow(place, home_)) fs::create_directories(hostHome_, notMade);
+    std::error_code why;
+    const auto found = locate(place, {Fence::Use::Write}, why);
+    if (!found) return {.refusal = notMade ? notMade : why};
+    return claimHostFolder(fence_->openFolder(found->path));
 }
 
 std::unique_ptr<File> HostFiles::open(std::string_view path, OpenMode mode) {
@@ -468,9 +479,19 @@ void HostFiles::admit(std::string_view path) {
     const Place place = placeOf(path);
     const auto file = find(place, {}, unknown);
     if (!file || !isFile(file->path)) return;
-    fence_->admit(file->path);
+    fence_->admit(file->path, Fence::Use::Read);
     const std::scoped_lock lock(mutex_);
-    admitted_.insert(textOf(place));
+    admitted_.emplace(textOf(place), Fence::Use::Read);
+}
+
+std::string HostFiles::admitOwn(const std::string& hostFolder, std::string_view name) {
+    const auto folder = programPath(hostFolder);
+    if (!folder) return {};
+    const std::string path = textOf(placeOf(*folder + '\\' + std::string(name)));
+    fence_->admit(absoluteHostPath(hostFolder) + '/' + std::string(name), Fence::Use::Write);
+    const std::scoped_lock lock(mutex_);
+    admitted_.emplace(path, Fence::Use::Write);
+    return path;
 }
 
 std::vector<std::string> HostFiles::writableFolders() const {

@@ -46,13 +46,6 @@ struct [[gnu::packed]] PathRule {
     std::int32_t folder;
 };
 
-/// The folder itself or the next one above it that is there.
-std::string nearest(fs::path path) {
-    std::error_code error;
-    while (path.has_relative_path() && !fs::exists(path, error)) path = path.parent_path();
-    return path.empty() ? "." : path.string();
-}
-
 class Wall {
   public:
     explicit Wall(int version)
@@ -99,7 +92,7 @@ bool raiseSecondWall(const std::vector<std::string>& writable) {
     const int version = secondWallVersion();
     if (version == 0) return false;
     const Wall wall(version);
-    for (const std::string& folder : writable) wall.allow(nearest(folder), kChange);
+    for (const std::string& folder : writable) wall.allow(folder, kChange);
     wall.allow("/dev", kChange);
     for (const char* cache : {"/fontconfig", "/mesa_shader_cache", "/mesa_shader_cache_db"})
         wall.allow(userCaches() + cache, kChange);

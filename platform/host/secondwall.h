@@ -11,11 +11,11 @@ namespace platform {
 /// The version of the kernel's interface, 0 where it has none.
 [[nodiscard]] int secondWallVersion();
 
-/// From now on this process, and what it starts, writes only in `writable` (folders of the host, and
-/// what lies below), to devices and in the caches of fonts and drivers, and executes only what the
-/// system has installed and the program itself. For the calling thread and those that it starts;
-/// cannot be taken back. Of a folder that is not there the next one above counts. False where there
-/// is no wall, or it could not be raised.
+/// From now on this process, and what it starts, writes only in `writable` (folders of the host,
+/// and what lies below), to devices and in the caches of fonts and drivers, and executes only what
+/// the system has installed and the program itself. For the calling thread and those that it
+/// starts; cannot be taken back. Folders that are not there do not count. False where there is no
+/// wall, or it could not be raised.
 bool raiseSecondWall(const std::vector<std::string>& writable);
 
 } // namespace platform

@@ -70,7 +70,7 @@ Button SdlDialogs::messageBox(std::string_view text, std::string_view caption,
     BoxContents box{.caption = std::string(caption),
                     .text = std::string(text),
                     .buttons = {},
-                    .closing = static_cast<int>(buttons.size()) - 1,
+                    .closing = static_cast<int>(closingButton(buttons)),
                     .checkBox = {},
                     .isError = (style & boxstyle::kIconStop) != 0};
     for (const Button button : buttons) box.buttons.emplace_back(buttonText(button));

@@ -1,5 +1,6 @@
 #include "platform/sdl/sdlplatform.h"
 
+#include "platform/host/datafolder.h"
 #include "platform/host/hostfiles.h"
 #include "platform/host/hostmachine.h"
 #include "platform/host/hostmovies.h"
@@ -25,6 +26,7 @@
 #include <iterator>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace platform {
 
@@ -100,9 +102,18 @@ class SdlPlatform final : public Platform {
         });
     }
     void complain(std::string_view text) override { say(utf8FromLatin1(text)); }
+    void tellPlayer(std::string_view text, std::string_view caption) override {
+        dialogs_.messageBox(text, caption, boxstyle::kOk | boxstyle::kIconStop);
+    }
+    [[nodiscard]] std::string lastResort(std::string_view name) override {
+        return files_.admitOwn(makeUserStateFolder(), name);
+    }
 
     void closeIn() override {
-        if (!trusted_) raiseSecondWall(files_.writableFolders());
+        if (trusted_) return;
+        std::vector<std::string> writable = files_.writableFolders();
+        writable.push_back(userStateFolder());
+        raiseSecondWall(writable);
     }
     void mainLoopBegins() override { display_.showWindow(); }
     void passEnded() override {

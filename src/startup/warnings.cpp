@@ -1,5 +1,6 @@
 #include "startup/warnings.h"
 
+#include "omapp.h"
 #include "omplatform.h"
 #include "omsarguments.h"
 #include "programresources.h"
@@ -15,6 +16,21 @@ constexpr std::string_view kOff = "0";
 
 void RShowErrorBox(const std::string& text) {
     OMPlatform().dialogs().messageBox(text, kErrorCaption, platform::boxstyle::kIconStop);
+}
+
+void RTellPlayer(const std::string& text) {
+    if (OMApp* app = OMApp::getApp()) {
+        app->tellPlayer(text, kErrorCaption);
+    } else {
+        OMPlatform().tellPlayer(text, kErrorCaption);
+    }
+}
+
+bool RAskToRetry(const std::string& text) {
+    using namespace platform::boxstyle;
+    return OMPlatform().dialogs().messageBox(text, kErrorCaption,
+                                             kRetryCancel | kCancelFirst | kIconStop) ==
+           platform::Button::Retry;
 }
 
 bool RWarn(int textId, std::string_view switchName, const RWarningSwitches& switches) {

@@ -1,5 +1,5 @@
-// The boxes of the start: errors, after which the program ends, and warnings, which a person may
-// answer by going on, and switch off for good.
+// The boxes of the program itself: errors, after which it ends, and warnings, which a person may
+// answer by going on, and switch off for good. What the player is told in the middle of the game.
 #pragma once
 
 #include "omlink.h"
@@ -15,6 +15,13 @@ struct RWarningSwitches {
 
 /// A box with the stop icon, of no window.
 void RShowErrorBox(const std::string& text);
+
+/// What the player is to know and need not answer, in a box where somebody plays; the game goes on.
+void RTellPlayer(const std::string& text);
+
+/// Whether the player wants something tried again; a box that nobody answers means that they do
+/// not.
+[[nodiscard]] bool RAskToRetry(const std::string& text);
 
 /// Shows the warning `textId` unless its switch is off. False when the person wants to stop.
 [[nodiscard]] bool RWarn(int textId, std::string_view switchName, const RWarningSwitches& switches);

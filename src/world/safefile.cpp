@@ -5,17 +5,16 @@
 #include "omresourcelog.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 #include <span>
 #include <utility>
-#include <vector>
 
 using platform::OpenMode;
 
 namespace {
 
-constexpr std::size_t kPiece = 1024 * 1024; // each write goes to the disk by itself
-constexpr int kMoreBad = 9;
+constexpr int kMoreKept = 9; ///< under the same name with a number
 
 constexpr const char* kNotMade = "cannot be made";
 constexpr const char* kNotWritten = "cannot be written";
@@ -24,20 +23,11 @@ constexpr const char* kNotRenamed = "cannot get its name";
 constexpr const char* kNotRead = "cannot be read";
 constexpr const char* kProtected = "is protected";
 constexpr const char* kNoFreeName =
-    "cannot be kept, as all names for it are taken: take some of .BAD to .BAD.9 away";
+    "and .1 to .9 of it are taken, so that the file cannot be kept: take some of them away";
+constexpr const char* kLeftAlone =
+    "could not be read, and is left alone until the game is started anew";
 
 std::error_code lastRefusal() { return platform::Files::lastRefusal(); }
-
-/// What a person can do about it; nothing is known for all other reasons.
-const char* remedyFor(std::error_code why) {
-    if (why == std::errc::no_space_on_device) return " Make room on that disk.";
-    if (why == std::errc::permission_denied || why == std::errc::operation_not_permitted ||
-        why == std::errc::read_only_file_system)
-        return " Let this user read and write there.";
-    if (why == std::errc::device_or_resource_busy) return " Is the game running twice?";
-    if (why == std::errc::is_a_directory) return " Take the folder of that name away.";
-    return "";
-}
 
 /// ": Permission denied", or nothing.
 std::string reasonText(std::error_code why) { return why ? ": " + why.message() : std::string(); }
@@ -82,37 +72,64 @@ class RSafeFile::Draft {
 RSafeFile::RSafeFile(platform::Files& files, std::string path, std::size_t limit)
     : files_(files), path_(std::move(path)), folder_(path_, 0, endOfFolder(path_)), limit_(limit) {}
 
+RSafeFile::Trouble RSafeFile::troubleOf(std::error_code why) {
+    const std::error_code quotaIsUsedUp(EDQUOT, std::generic_category());
+    if (why == std::errc::no_space_on_device || why == quotaIsUsedUp) return Trouble::Full;
+    if (why == std::errc::permission_denied || why == std::errc::operation_not_permitted ||
+        why == std::errc::read_only_file_system)
+        return Trouble::Forbidden;
+    if (why == std::errc::device_or_resource_busy) return Trouble::InUse;
+    if (why == std::errc::is_a_directory) return Trouble::IsFolder;
+    return Trouble::Other;
+}
+
+const char* RSafeFile::remedyFor(std::error_code why) {
+    switch (troubleOf(why)) {
+    case Trouble::Full: return " Make room on that disk.";
+    case Trouble::Forbidden: return " Let this user read and write there.";
+    case Trouble::InUse: return " Is the game running twice?";
+    case Trouble::IsFolder: return " Take the folder of that name away.";
+    case Trouble::Other: break;
+    }
+    return "";
+}
+
 RSafeFile::Contents RSafeFile::read() {
     Contents contents = readWhole(path_);
-    if (contents.state != State::Unreadable) return contents;
+    if (contents.state != State::Unreadable) {
+        known_.reset();
+        if (contents.state == State::Whole) known_ = contents.bytes;
+        isStored_ = false;
+        return contents;
+    }
     const std::error_code why = lastRefusal();
-    keepBeside();
-    if (std::exchange(told_, why) != why)
+    if (std::exchange(unreadable_, why) != why)
         OMLogUnreadable(path_, std::string("What it holds is missing from this run, but not lost: "
-                                           "a save keeps it beside, or leaves it alone.")
+                                           "it is left alone, and nothing is stored in its place.")
                                    .append(remedyFor(why)));
     return contents;
 }
 
 void RSafeFile::keepBeside() {
-    old_ = Old::KeepBeside;
-    stored_.reset();
+    notUnderstood_ = true;
+    isStored_ = false;
 }
 
 bool RSafeFile::store(const std::string& bytes) {
+    if (unreadable_) return failed(kLeftAlone, path_, *unreadable_);
     const bool isThere = files_.exists(path_);
-    if (isThere && stored_ == bytes) return true;
-    stored_.reset();
+    if (isThere && isStored_ && known_ == bytes) return true;
+    isStored_ = false;
     if (isThere && !files_.isWritable(path_))
         return failed(kProtected, path_, std::make_error_code(std::errc::permission_denied));
     Draft draft(*this, beside(".NEW"));
     if (!draft.isOpen() || !draft.write(std::as_bytes(std::span(bytes))) || !draft.flush())
         return false;
     if (!keepOld(bytes) || !draft.rename(path_)) return false;
-    old_ = Old::Backup;
-    if (!flushNames()) return false;
-    stored_ = bytes;
-    return true;
+    known_ = bytes;
+    notUnderstood_ = false;
+    isStored_ = flushNames();
+    return isStored_;
 }
 
 std::string RSafeFile::beside(const std::string& extension) const {
@@ -124,7 +141,9 @@ std::string RSafeFile::beside(const std::string& extension) const {
 RSafeFile::Contents RSafeFile::readWhole(const std::string& path) const {
     const auto file = files_.open(path, OpenMode::Read);
     if (!file) {
-        const bool isMissing = lastRefusal() == std::errc::no_such_file_or_directory;
+        const std::error_code why = lastRefusal();
+        const bool isMissing =
+            why == std::errc::no_such_file_or_directory || why == std::errc::not_a_directory;
         return {isMissing ? State::Missing : State::Unreadable};
     }
     const auto refuse = [](std::errc why) {
@@ -139,58 +158,45 @@ RSafeFile::Contents RSafeFile::readWhole(const std::string& path) const {
 }
 
 bool RSafeFile::keepOld(const std::string& bytes) {
-    if (old_ == Old::IsKept) return true;
-    const Contents old = read();
+    const Contents old = readWhole(path_);
     if (old.state == State::Missing) return true;
-    if (old_ == Old::KeepBeside) return keepBad(old);
+    if (old.state == State::Unreadable) return failed(kNotRead, path_);
+    if (old.bytes != known_ && old.bytes != bytes) return keepForGood(old.bytes, ".OTHER");
+    if (notUnderstood_) return keepForGood(old.bytes, ".BAD");
     // After a store whose last step failed the new bytes are there already, and .BAK is the one
     // before them.
-    return old.bytes == bytes || copyTo(beside(".BAK"));
+    return old.bytes == bytes || copyTo(beside(".BAK"), old.bytes);
 }
 
 /// .BAK stays as it is: it may be the last one that could be used.
-bool RSafeFile::keepBad(const Contents& old) {
+bool RSafeFile::keepForGood(const std::string& old, const std::string& extension) {
     const auto entries = files_.list(folder_);
-    for (int i = 0; i <= kMoreBad; ++i) {
-        const std::string name = beside(i == 0 ? ".BAD" : ".BAD." + std::to_string(i));
+    for (int i = 0; i <= kMoreKept; ++i) {
+        const std::string name = beside(i == 0 ? extension : extension + "." + std::to_string(i));
         const bool isTaken = std::ranges::any_of(
             entries, [&](const auto& entry) { return OMPathSameName(folder_ + entry.name, name); });
-        const auto holdsTheSame = [&] {
-            const Contents other = readWhole(name);
-            return other.state == State::Whole && old.state == State::Whole &&
-                   other.bytes == old.bytes;
-        };
-        if (isTaken && !holdsTheSame()) continue;
-        if (!isTaken && !copyTo(name)) return false;
-        if (!flushNames()) return false;
-        old_ = Old::IsKept;
-        return true;
+        if (isTaken && readWhole(name).bytes != old) continue;
+        if (!isTaken && !copyTo(name, old)) return false;
+        OMLog::writef(OMLog::Kind::Warning, "What %s held is kept as %s", path_.c_str(),
+                      name.c_str());
+        return flushNames();
     }
-    return failed(kNoFreeName, path_, {});
+    return failed(kNoFreeName, beside(extension), {});
 }
 
-/// Copies the file, of any size; the target is there as a whole or not at all.
-bool RSafeFile::copyTo(const std::string& target) {
-    const auto source = files_.open(path_, OpenMode::Read);
-    if (!source) return failed(kNotRead, path_);
+/// The target is there as a whole or not at all.
+bool RSafeFile::copyTo(const std::string& target, const std::string& old) {
     Draft draft(*this, beside(".TMP"));
-    if (!draft.isOpen()) return false;
-    const std::uint64_t size = source->size();
-    std::vector<std::byte> piece(static_cast<std::size_t>(std::min<std::uint64_t>(size, kPiece)));
-    for (std::uint64_t done = 0; done < size;) {
-        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(size - done, kPiece));
-        const std::span<std::byte> part = std::span(piece).first(wanted);
-        if (source->read(part) != wanted) return failed(kNotRead, path_);
-        if (!draft.write(part)) return false;
-        done += wanted;
-    }
-    return draft.flush() && draft.rename(target);
+    return draft.isOpen() && draft.write(std::as_bytes(std::span(old))) && draft.flush() &&
+           draft.rename(target);
 }
 
 bool RSafeFile::flushNames() { return files_.flushFolder(folder_) || failed(kNotFlushed, folder_); }
 
-bool RSafeFile::failed(const char* problem, const std::string& path, std::error_code why) const {
-    OMLog::writef(OMLog::Kind::Error, "%s is not stored: %s %s%s.%s The next save tries it again",
-                  path_.c_str(), path.c_str(), problem, reasonText(why).c_str(), remedyFor(why));
+bool RSafeFile::failed(const char* problem, const std::string& path, std::error_code why) {
+    whyNotStored_ = why;
+    OMLog::writef(OMLog::Kind::Error, "%s is not stored: %s %s%s.%s%s", path_.c_str(), path.c_str(),
+                  problem, reasonText(why).c_str(), remedyFor(why),
+                  unreadable_ ? "" : " The next save tries it again");
     return false;
 }

@@ -5,6 +5,10 @@
 //     .TMP   a copy that is being made
 //     .BAK   the file as it was before the last store that changed it
 //     .BAD   a file that was not understood, before it was replaced; .BAD.1 to .BAD.9 further ones
+//     .OTHER a file that somebody else put there, neither read nor stored by who replaced it;
+//            .OTHER.1 to .OTHER.9 further ones
+//
+// The last two are never replaced themselves. What could not be read is left alone altogether.
 //
 // .NEW and .TMP are left only by a process that ended in the middle, and the next store makes them
 // anew. .NEW is held during the whole store, so a second program that stores meanwhile is refused.
@@ -23,8 +27,10 @@ class RSafeFile {
     enum class State : std::uint8_t {
         Missing,
         Whole,
-        Unreadable, ///< there, but not to be opened or read, or larger than the limit
+        Unreadable, ///< perhaps there, but not to be opened or read, or larger than the limit
     };
+    /// Why something is refused, as far as a person can do something about it.
+    enum class Trouble : std::uint8_t { Full, Forbidden, InUse, IsFolder, Other };
     struct Contents {
         State state = State::Missing;
         std::string bytes{}; ///< empty unless Whole
@@ -32,13 +38,18 @@ class RSafeFile {
 
     static constexpr std::size_t kLimit = 256 * 1024 * 1024; ///< of what is read, in bytes
 
+    [[nodiscard]] static Trouble troubleOf(std::error_code why);
+    /// What a person can do about it, for the log: " Make room on that disk.", or nothing.
+    [[nodiscard]] static const char* remedyFor(std::error_code why);
+
     /// The path has a folder. `files` must outlive this.
     RSafeFile(platform::Files& files, std::string path, std::size_t limit = kLimit);
 
     [[nodiscard]] const std::string& path() const { return path_; }
 
-    /// What the file holds. One that is Unreadable is treated as after keepBeside, and a line in
-    /// the log tells why, once for each reason.
+    /// What the file holds. One that is Unreadable is left alone by all stores of this object, also
+    /// when it can be read later: what is stored knows nothing of what it holds. A line in the log
+    /// tells why, once for each reason.
     [[nodiscard]] Contents read();
 
     /// The file was read, but its reader could not use all of it: no store replaces it before its
@@ -49,30 +60,32 @@ class RSafeFile {
     /// the file is still there. False when a step failed, of which a line in the log tells why;
     /// then the file is the old one (only if the last step failed, the new one, which a power cut
     /// may still undo), and the next store tries everything again. A file that is protected against
-    /// writing is not replaced.
+    /// writing is not replaced, nor is one that cannot be read.
     [[nodiscard]] bool store(const std::string& bytes);
+    /// Why the last store that failed did, or no error where the host gave no reason.
+    [[nodiscard]] std::error_code whyNotStored() const { return whyNotStored_; }
 
   private:
     class Draft;
 
-    /// What a store has to do with the file that it finds.
-    enum class Old : std::uint8_t { Backup, KeepBeside, IsKept };
-
     [[nodiscard]] std::string beside(const std::string& extension) const;
     /// Files::lastRefusal tells why it is Unreadable.
     [[nodiscard]] Contents readWhole(const std::string& path) const;
+    /// Of the file that is about to get these bytes.
     [[nodiscard]] bool keepOld(const std::string& bytes);
-    [[nodiscard]] bool keepBad(const Contents& old);
-    [[nodiscard]] bool copyTo(const std::string& target);
+    [[nodiscard]] bool keepForGood(const std::string& old, const std::string& extension);
+    [[nodiscard]] bool copyTo(const std::string& target, const std::string& old);
     [[nodiscard]] bool flushNames();
     bool failed(const char* problem, const std::string& path,
-                std::error_code why = platform::Files::lastRefusal()) const;
+                std::error_code why = platform::Files::lastRefusal());
 
     platform::Files& files_;
     std::string path_;
     std::string folder_; ///< ends in a backslash
     std::size_t limit_;
-    Old old_ = Old::Backup;
-    std::optional<std::string> stored_; ///< by this object, and on the disk
-    std::error_code told_;              ///< why it could not be read
+    std::optional<std::string> known_; ///< last read or stored by this object
+    bool isStored_ = false;            ///< by this object, and on the disk
+    bool notUnderstood_ = false;       ///< what was read
+    std::optional<std::error_code> unreadable_;
+    std::error_code whyNotStored_;
 };

@@ -25,7 +25,7 @@ END
 }
 
 play() { # OPTIONS...
-  rm -f "$work/content/debug.txt" "$work/content/zorbelog.txt"
+  rm -f "$work/content/debug.txt" "$work/content/zorbelog.txt" 2>"$work/report" || true
   "$program" --headless --content "$work/content" --home "$work/home" --seed 1 --until 5000 "$@" \
     >"$work/report" 2>&1
 }
@@ -52,6 +52,8 @@ for how in error full short kill; do
     cmp -s "$data" "$work/old" || cmp -s "$data" "$work/new" || fail "$n:$how leaves neither file"
     told=0
     grep -aqs "is not stored" "$work"/content/zorbelog.txt "$work"/home/zorbelog.txt && told=1
+    [ "$(grep -c '^zorbet: O Zorbet não consegue guardar' "$work/report")" -eq "$told" ] ||
+      fail "$n:$how: the player is not told once"
     [ "$how" = kill ] || [ "$code" -eq 0 ] || fail "$n:$how ends the program with $code"
     reached=$told
     [ "$how" != kill ] || [ "$code" -eq 0 ] || reached=1
@@ -64,3 +66,14 @@ for how in error full short kill; do
   echo "$how: $((n - 1)) operations"
   [ "$n" -gt 3 ] || fail "$how: hardly anything was broken"
 done
+
+# Where nothing can be kept the player is told at once and once, and the log finds another place.
+tells() { # WHAT
+  play && [ "$(grep -c "^zorbet: O Zorbet não consegue $1" "$work/report")" -eq 1 ] || fail "$1"
+}
+rm "$data" && mkdir "$data"
+tells "abrir o jogo guardado em $data: fica como está"
+rm -r "$work/home" && cp "$work/old" "$work/home"
+rm "$work/content/zorbelog.txt" && mkdir "$work/content/zorbelog.txt"
+XDG_STATE_HOME=$work/state tells "guardar o jogo na pasta $work/home: algo falhou"
+grep -q "Nothing can be stored" "$work/state/zorbet/zorbelog.txt"

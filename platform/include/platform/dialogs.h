@@ -16,6 +16,7 @@ inline constexpr std::uint32_t kYesNoCancel = 0x3;
 inline constexpr std::uint32_t kYesNo = 0x4;
 inline constexpr std::uint32_t kRetryCancel = 0x5;
 inline constexpr std::uint32_t kButtonMask = 0xF;
+inline constexpr std::uint32_t kCancelFirst = 0x100; ///< of RetryCancel: Cancel is the default
 inline constexpr std::uint32_t kIconStop = 0x10;
 inline constexpr std::uint32_t kSystemModal = 0x1000;
 inline constexpr std::uint32_t kTaskModal = 0x2000;

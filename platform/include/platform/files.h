@@ -54,9 +54,29 @@ struct DirectoryEntry {
     bool isDirectory = false;
 };
 
+/// Keeps what was taken until it is destroyed.
+class Hold {
+  public:
+    virtual ~Hold() = default;
+};
+
+/// What came of Files::claimFolder.
+struct FolderClaim {
+    std::unique_ptr<Hold> hold{}; ///< null when there is nothing to hold, or nothing to be had
+    /// Why nothing can be stored there: device_or_resource_busy when another program has the
+    /// folder, else why it cannot be made or written to. It may be held all the same.
+    std::error_code refusal{};
+    std::string holder{}; ///< the program that has it, as far as known, for people
+};
+
 class Files {
   public:
     virtual ~Files() = default;
+
+    /// Takes a folder for this program alone, for what it stores there, as long as the hold and the
+    /// process last. The home directory is made when it is missing. Where folders cannot be held,
+    /// everybody gets them.
+    [[nodiscard]] virtual FolderClaim claimFolder(std::string_view) { return {}; }
 
     /// Why the calling thread's last opening, removing, renaming or flushing of a folder, or its
     /// last reading, writing or flushing of an open file, was refused or came short: an errc, whose

@@ -17,6 +17,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace platform {
@@ -50,9 +51,16 @@ class Platform {
     virtual void complain(std::string_view text) = 0;
 
     /// Called once, when all that the start wants of the machine is open: from now on the host
-    /// itself keeps the process from changing what is not this game's, as far as it can. The
-    /// version of what does that, 0 for nothing.
+    /// itself keeps the process from changing what is not this game's, as far as it can.
     virtual void closeIn() = 0;
+
+    /// Tells the player what needs no answer: in a box with OK, or, where nobody plays, as
+    /// `complain` does. Latin-1.
+    virtual void tellPlayer(std::string_view text, std::string_view /*caption*/) { complain(text); }
+
+    /// A path for the file `name`, a log that can be written nowhere else, in a folder that is made
+    /// when it is missing; empty when there is none.
+    [[nodiscard]] virtual std::string lastResort(std::string_view /*name*/) { return {}; }
 
     /// Called once, right before the first pass of the main loop: input that is known beforehand
     /// counts its time from here.
