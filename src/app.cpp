@@ -235,9 +235,9 @@ int RGameMain(std::optional<std::uint32_t> seed) {
     const std::string homeDirectory = RConfiguration::findHomeDirectory();
     startLogging(homeDirectory);
     OMPlatform().keepSettings(homeDirectory + kSettingsFile);
-    OMPlatform().closeIn();
     {
         SavedWorld savedWorld(homeDirectory);
+        OMPlatform().closeIn(); // the home is there by now
         const RConfiguration configuration = RConfiguration::read(homeDirectory);
         OMWaveEngine soundEngine;
         if (const auto mode = RCheckMachine(configuration, soundEngine, savedWorld.switches())) {
