@@ -1,8 +1,8 @@
 #include "omlog.h"
 
-#include "ompath.h"
 #include "omplatform.h"
 
+#include <memory>
 #include <span>
 #include <string>
 
@@ -39,16 +39,13 @@ std::string_view prefix(Kind kind) {
 
 void rawWrite(std::string_view text, platform::OpenMode mode) {
     platform::Files& files = OMPlatform().files();
-    const auto writeTo = [&](const std::string& path) {
-        const auto file = files.open(path, mode);
+    const auto writeTo = [text](const std::unique_ptr<platform::File>& file) {
         return file && file->write(std::as_bytes(std::span(text)));
     };
-    const std::string name(kFileName);
-    if (writeTo(name)) return;
+    if (writeTo(files.open(kFileName, mode))) return;
     const std::string& second = logState().fallbackDirectory;
-    if (!second.empty() && writeTo(second + name)) return;
-    const std::string last = OMPlatform().logDirectory(); // makes one: not before it is needed
-    if (!last.empty()) writeTo(OMPathWithBackslash(last) + name);
+    if (!second.empty() && writeTo(files.open(second + std::string(kFileName), mode))) return;
+    writeTo(OMPlatform().openLog(kFileName, mode));
 }
 
 } // namespace

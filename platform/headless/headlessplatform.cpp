@@ -1,7 +1,6 @@
 #include "platform/headless/headlessplatform.h"
 
 #include "platform/headless/headlesstextwindow.h"
-#include "platform/host/datafolder.h"
 #include "platform/host/latin1.h"
 
 #include <algorithm>
@@ -45,10 +44,6 @@ std::unique_ptr<TextWindow> HeadlessPlatform::openTextWindow(const TextWindowReq
 
 void HeadlessPlatform::complain(std::string_view text) {
     notes_ << "zorbet: " << utf8FromLatin1(text) << std::endl;
-}
-
-std::string HeadlessPlatform::logDirectory() {
-    return files_.programPath(makeUserStateFolder()).value_or("");
 }
 
 void HeadlessPlatform::programEnds(int exitCode) {

@@ -13,6 +13,7 @@
 #include "platform/headless/timelineevents.h"
 #include "platform/headless/virtualclock.h"
 #include "platform/headless/waverecorder.h"
+#include "platform/host/datafolder.h"
 #include "platform/host/hostfiles.h"
 #include "platform/host/hostmodules.h"
 #include "platform/host/hostmovies.h"
@@ -66,7 +67,9 @@ class HeadlessPlatform final : public Platform {
     /// There is nothing to choose.
     void keepSettings(std::string_view) override {}
     void complain(std::string_view text) override;
-    [[nodiscard]] std::string logDirectory() override;
+    [[nodiscard]] std::unique_ptr<File> openLog(std::string_view name, OpenMode mode) override {
+        return openUserLog(std::string(name), mode);
+    }
 
     void mainLoopBegins() override { clock_.beginLoop(); }
     void passEnded() override { clock_.sleep(stepMs_); }

@@ -1,6 +1,7 @@
 #include "platform/host/datafolder.h"
 
 #include "platform/host/environment.h"
+#include "platform/host/hostfile.h"
 
 #include <filesystem>
 #include <string_view>
@@ -27,11 +28,11 @@ std::string userFolder(const char* variable, const char* usual) {
 
 std::string userDataFolder() { return userFolder("XDG_DATA_HOME", "/.local/share"); }
 
-std::string makeUserStateFolder() {
+std::unique_ptr<File> openUserLog(const std::string& name, OpenMode mode) {
     const std::string folder = userFolder("XDG_STATE_HOME", "/.local/state");
-    std::error_code error; // shows when nothing can be written there
+    std::error_code error; // a folder that cannot be made shows when the file cannot be
     fs::create_directories(folder, error);
-    return folder;
+    return openHostFile(folder + '/' + name, mode);
 }
 
 std::string gameDataFolder(const std::string& identifier) {

@@ -92,8 +92,8 @@ class SdlPlatform final : public Platform {
     void tellPlayer(std::string_view text, std::string_view caption) override {
         dialogs_.messageBox(text, caption, boxstyle::kOk | boxstyle::kIconStop);
     }
-    [[nodiscard]] std::string logDirectory() override {
-        return files_.programPath(makeUserStateFolder()).value_or("");
+    [[nodiscard]] std::unique_ptr<File> openLog(std::string_view name, OpenMode mode) override {
+        return openUserLog(std::string(name), mode);
     }
 
     void mainLoopBegins() override { display_.showWindow(); }
