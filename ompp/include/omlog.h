@@ -1,7 +1,7 @@
 // The log file "zorbelog.txt": a plain text file that every part of the program adds lines to. It
 // is opened and closed for every write, in the current directory or, where that cannot be written,
-// in the home directory, or else in the folder that the platform has for such logs. A line that can
-// be written in none of these places is lost.
+// in the home directory, or else where the platform keeps such logs. A line that can be written in
+// none of these places is lost.
 #pragma once
 
 #include "omformat.h"

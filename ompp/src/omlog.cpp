@@ -3,6 +3,7 @@
 #include "omplatform.h"
 #include "omtextfile.h"
 
+#include <memory>
 #include <string>
 
 namespace OMLog {
@@ -38,18 +39,13 @@ std::string_view prefix(Kind kind) {
 
 void rawWrite(std::string_view text, platform::OpenMode mode) {
     platform::Files& files = OMPlatform().files();
-    const auto writeTo = [&](const std::string& path) {
-        const auto file = files.open(path, mode);
-        if (!file) return false;
-        OMAddText(*file, text, kMostBytes);
-        return true;
+    const auto writeTo = [text](const std::unique_ptr<platform::File>& file) {
+        return file && OMAddText(*file, text, kMostBytes);
     };
-    const std::string name(kFileName);
-    if (writeTo(name)) return;
+    if (writeTo(files.open(kFileName, mode))) return;
     const std::string& second = logState().fallbackDirectory;
-    if (!second.empty() && writeTo(second + name)) return;
-    const std::string last = OMPlatform().lastResort(name); // makes a folder if it must
-    if (!last.empty()) writeTo(last);
+    if (!second.empty() && writeTo(files.open(second + std::string(kFileName), mode))) return;
+    writeTo(OMPlatform().openLog(kFileName, mode));
 }
 
 } // namespace

@@ -14,11 +14,9 @@ bool OMAddText(platform::File& file, std::string_view text, std::uint64_t most) 
     const std::uint64_t size = file.size();
     if (size + text.size() + kFull.size() <= most)
         return file.write(std::as_bytes(std::span(text)));
+    if (size + kFull.size() > most) return true;
     // Shorter texts do not get in behind it.
-    if (size + kFull.size() <= most) {
-        const std::string rest(static_cast<std::size_t>(most - kFull.size() - size), ' ');
-        file.write(std::as_bytes(std::span(rest)));
-        file.write(std::as_bytes(std::span(kFull)));
-    }
-    return false;
+    std::string rest(static_cast<std::size_t>(most - kFull.size() - size), ' ');
+    rest += kFull;
+    return file.write(std::as_bytes(std::span(rest)));
 }

@@ -1,7 +1,6 @@
 #include "platform/headless/headlessplatform.h"
 
 #include "platform/headless/headlesstextwindow.h"
-#include "platform/host/datafolder.h"
 #include "platform/host/latin1.h"
 #include "platform/host/secondwall.h"
 
@@ -76,10 +75,6 @@ void HeadlessPlatform::closeIn() {
     writable.insert(writable.end(), asked_.begin(), asked_.end());
     writable.push_back(userStateFolder());
     raiseSecondWall(writable);
-}
-
-std::string HeadlessPlatform::lastResort(std::string_view name) {
-    return files_.admitOwn(makeUserStateFolder(), name);
 }
 
 void HeadlessPlatform::programEnds(int exitCode) {

@@ -13,6 +13,7 @@
 #include "platform/headless/timelineevents.h"
 #include "platform/headless/virtualclock.h"
 #include "platform/headless/waverecorder.h"
+#include "platform/host/datafolder.h"
 #include "platform/host/hostfiles.h"
 #include "platform/host/hostmodules.h"
 #include "platform/host/hostmovies.h"
@@ -67,7 +68,9 @@ class HeadlessPlatform final : public Platform {
     /// There is nothing to choose.
     void keepSettings(std::string_view) override {}
     void complain(std::string_view text) override;
-    [[nodiscard]] std::string lastResort(std::string_view name) override;
+    [[nodiscard]] std::unique_ptr<File> openLog(std::string_view name, OpenMode mode) override {
+        return openUserLog(std::string(name), mode);
+    }
 
     void closeIn() override;
     void mainLoopBegins() override { clock_.beginLoop(); }

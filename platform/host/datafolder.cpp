@@ -1,7 +1,9 @@
 #include "platform/host/datafolder.h"
 
 #include "platform/host/environment.h"
+#include "platform/host/hostfile.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -29,11 +31,11 @@ std::string userDataFolder() { return userFolder("XDG_DATA_HOME", "/.local/share
 
 std::string userStateFolder() { return userFolder("XDG_STATE_HOME", "/.local/state"); }
 
-std::string makeUserStateFolder() {
-    const std::string folder = userStateFolder();
-    std::error_code error; // shows when nothing can be written there
-    fs::create_directories(folder, error);
-    return folder;
+std::unique_ptr<File> openUserLog(const std::string& name, OpenMode mode) {
+    std::error_code error; // a folder that cannot be made shows when the file cannot be
+    fs::create_directories(userStateFolder(), error);
+    const Descriptor folder(::open(userStateFolder().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    return folder.isOpen() ? openHostFile(folder, name, mode, false) : nullptr;
 }
 
 std::string gameDataFolder(const std::string& identifier) {

@@ -2,6 +2,9 @@
 // one for each, named by the game's identifier. Host path names.
 #pragma once
 
+#include "platform/files.h"
+
+#include <memory>
 #include <string>
 
 namespace platform {
@@ -10,11 +13,12 @@ namespace platform {
 [[nodiscard]] std::string userDataFolder();
 [[nodiscard]] std::string gameDataFolder(const std::string& identifier);
 
-/// "zorbet" in the user's folder for states, by the same rules, for a log that can be written
-/// nowhere else.
+/// "zorbet" in the user's folder for states, by the same rules. Need not be there.
 [[nodiscard]] std::string userStateFolder();
-/// The same, made when it is missing.
-[[nodiscard]] std::string makeUserStateFolder();
+
+/// Opens a log that can be written nowhere else, in that folder, which is made when it is missing.
+/// Null when it cannot be.
+[[nodiscard]] std::unique_ptr<File> openUserLog(const std::string& name, OpenMode mode);
 
 /// Moves saved games that lie in the folder of all games, where they were before each game had its
 /// own, to the folder of `identifier`, unless that has some. What cannot be moved stays.

@@ -59,9 +59,9 @@ Descriptor openBeneath(const Descriptor& ground, const std::string& parts) {
 
 } // namespace
 
-void Fence::admit(const std::string& file, Use use) {
+void Fence::admit(const std::string& file) {
     const std::scoped_lock lock(mutex_);
-    admitted_.emplace(file, use);
+    admitted_.insert(file);
 }
 
 const Fence::Ground* Fence::groundOf(const std::string& name, Use use) const {
@@ -74,7 +74,7 @@ const Fence::Ground* Fence::groundOf(const std::string& name, Use use) const {
 bool Fence::encloses(const std::string& name, Use use) const {
     if (groundOf(name, use)) return true;
     const std::scoped_lock lock(mutex_);
-    return admitted_.contains({name, use});
+    return use == Use::Read && admitted_.contains(name);
 }
 
 Descriptor Fence::openFolder(const std::string& folder) const {

@@ -1,5 +1,5 @@
 // What of the host's files a game may open: a few folders with all that lies below, and single
-// files that the player or the program chose. All else does not exist for it.
+// files that the player chose. All else does not exist for it.
 //
 // Names are real ones of the host: absolute, without "." and "..", and no part of them is a link.
 // Opening goes down from the folder on its own, and stops at a link: one that was put there after
@@ -12,7 +12,6 @@
 #include <mutex>
 #include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace platform {
@@ -30,8 +29,8 @@ class Fence {
 
     [[nodiscard]] const std::vector<Ground>& grounds() const { return grounds_; }
 
-    /// From now on this file may be used so, wherever it lies. By any thread, as all that follows.
-    void admit(const std::string& file, Use use);
+    /// From now on this file may be read, wherever it lies. By any thread, as all that follows.
+    void admit(const std::string& file);
 
     /// Whether `name`, a folder of ours, or a file or folder below one, is inside.
     [[nodiscard]] bool encloses(const std::string& name, Use use) const;
@@ -45,7 +44,7 @@ class Fence {
 
     std::vector<Ground> grounds_;
     mutable std::mutex mutex_;
-    std::set<std::pair<std::string, Use>> admitted_;
+    std::set<std::string> admitted_;
 };
 
 } // namespace platform

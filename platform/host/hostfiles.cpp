@@ -235,12 +235,12 @@ bool HostFiles::mayBe(const Place& place, Fence::Use use) const {
     const bool inside = std::ranges::any_of(grounds_, [&](const Ground& ground) {
         return (ground.writable || use == Fence::Use::Read) && isBelow(place, ground.place);
     });
-    return inside || isAdmitted(place, use);
+    return inside || (use == Fence::Use::Read && isAdmitted(place));
 }
 
-bool HostFiles::isAdmitted(const Place& place, Fence::Use use) const {
+bool HostFiles::isAdmitted(const Place& place) const {
     const std::scoped_lock lock(mutex_);
-    return admitted_.contains({textOf(place), use});
+    return admitted_.contains(textOf(place));
 }
 
 void HostFiles::refuseFenced(const Place& place, std::error_code& why) const {
@@ -479,19 +479,9 @@ void HostFiles::admit(std::string_view path) {
     const Place place = placeOf(path);
     const auto file = find(place, {}, unknown);
     if (!file || !isFile(file->path)) return;
-    fence_->admit(file->path, Fence::Use::Read);
+    fence_->admit(file->path);
     const std::scoped_lock lock(mutex_);
-    admitted_.emplace(textOf(place), Fence::Use::Read);
-}
-
-std::string HostFiles::admitOwn(const std::string& hostFolder, std::string_view name) {
-    const auto folder = programPath(hostFolder);
-    if (!folder) return {};
-    const std::string path = textOf(placeOf(*folder + '\\' + std::string(name)));
-    fence_->admit(absoluteHostPath(hostFolder) + '/' + std::string(name), Fence::Use::Write);
-    const std::scoped_lock lock(mutex_);
-    admitted_.emplace(path, Fence::Use::Write);
-    return path;
+    admitted_.insert(textOf(place));
 }
 
 std::vector<std::string> HostFiles::writableFolders() const {

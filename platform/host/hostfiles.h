@@ -52,9 +52,6 @@ class HostFiles final : public Files {
 
     /// The player chose this file: it may be read wherever it lies.
     void admit(std::string_view path);
-    /// A file of the program itself, which may be written to although it lies elsewhere: `name` in
-    /// a folder of the host that is there. The program's path for it; empty when there is none.
-    std::string admitOwn(const std::string& hostFolder, std::string_view name);
     /// The folders of the host that may be written to.
     [[nodiscard]] std::vector<std::string> writableFolders() const;
 
@@ -103,7 +100,7 @@ class HostFiles final : public Files {
     [[nodiscard]] static bool isBelow(const Place& place, const Place& folder);
     /// Whether it may exist for the game, as far as its text tells.
     [[nodiscard]] bool mayBe(const Place& place, Fence::Use use) const;
-    [[nodiscard]] bool isAdmitted(const Place& place, Fence::Use use) const;
+    [[nodiscard]] bool isAdmitted(const Place& place) const;
     /// The host's name of a place; none, and why, when there is no such place.
     [[nodiscard]] std::optional<Spot> locate(const Place& place, Wanted wanted,
                                              std::error_code& why) const;
@@ -132,7 +129,7 @@ class HostFiles final : public Files {
     std::vector<Ground> grounds_; ///< those of the fence, as the program names them
     std::optional<Fence> fence_;
     mutable std::mutex mutex_; ///< of what follows
-    std::set<std::pair<std::string, Fence::Use>> admitted_;
+    std::set<std::string> admitted_;
     mutable std::set<std::string> told_;
     FenceLink fenceLink_;
     std::optional<std::uint64_t> claimedSpace_; ///< of every drive

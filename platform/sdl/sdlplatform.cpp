@@ -105,8 +105,8 @@ class SdlPlatform final : public Platform {
     void tellPlayer(std::string_view text, std::string_view caption) override {
         dialogs_.messageBox(text, caption, boxstyle::kOk | boxstyle::kIconStop);
     }
-    [[nodiscard]] std::string lastResort(std::string_view name) override {
-        return files_.admitOwn(makeUserStateFolder(), name);
+    [[nodiscard]] std::unique_ptr<File> openLog(std::string_view name, OpenMode mode) override {
+        return openUserLog(std::string(name), mode);
     }
 
     void closeIn() override {

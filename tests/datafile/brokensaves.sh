@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Saves of the real program that fail at their first, second, third ... file operation, in every way.
 # After each the data file is the old one or the new one, byte for byte, and a fresh start finds its
-# player.
+# player. Then two programs at once, and homes in which nothing can be kept.
 #
 #     brokensaves.sh PROGRAM SAMPLE WORK
 set -euo pipefail
@@ -66,6 +66,21 @@ for how in error full short kill; do
   echo "$how: $((n - 1)) operations"
   [ "$n" -gt 3 ] || fail "$how: hardly anything was broken"
 done
+
+# A second program with the same home is told of the first one, looks again, and saves nothing.
+script 44
+cp -r "$work/content" "$work/second"
+sed -i 's/Ana/Rui/' "$work/second/Startup.mps"
+sed -i '/^quit/d' "$work/content/Startup.mps"
+rm "$work"/home/* "$work/content/debug.txt"
+echo '0 answer Retry' >"$work/again"
+"$program" --headless --content "$work/content" --home "$work/home" --until 4000000000 >/dev/null &
+first=$!
+until grep -qs score "$work/content/debug.txt"; do sleep 0.1; done
+"$program" --headless --content "$work/second" --home "$work/home" --input "$work/again" >"$work/report"
+[ "$(grep -c $'\tbox\tError\t0x115\tO Zorbet já está aberto' "$work/report")" -eq 2 ] || fail "not told"
+kill $first
+wait $first && grep -qa Ana "$data" && [ "$(ls "$work/home")" = ZORBET.DAT ] || fail "both have saved"
 
 # Where nothing can be kept the player is told at once and once, and the log finds another place.
 tells() { # WHAT

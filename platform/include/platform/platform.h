@@ -17,7 +17,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <string_view>
 
 namespace platform {
@@ -58,9 +57,11 @@ class Platform {
     /// `complain` does. Latin-1.
     virtual void tellPlayer(std::string_view text, std::string_view /*caption*/) { complain(text); }
 
-    /// A path for the file `name`, a log that can be written nowhere else, in a folder that is made
-    /// when it is missing; empty when there is none.
-    [[nodiscard]] virtual std::string lastResort(std::string_view /*name*/) { return {}; }
+    /// Opens a log that can be written nowhere else, by its name alone, where the machine keeps
+    /// such. Null when there is no such place, or it cannot be opened there.
+    [[nodiscard]] virtual std::unique_ptr<File> openLog(std::string_view /*name*/, OpenMode) {
+        return nullptr;
+    }
 
     /// Called once, right before the first pass of the main loop: input that is known beforehand
     /// counts its time from here.
