@@ -49,24 +49,12 @@ TEST(ScoreReader, TellsWhatIsWrongAndWhere) {
     const Row rows[] = {
         {"", 0, "there are no notes"},
         {"tempo 60\n\nmelody x\n", 3, "\"melody\" is no keyword, and there is no voice yet"},
-        {"tempo 99999999999", 1, "\"99999999999\": a number from 20 to 400 stands here"},
-        {"instrument a\nwave 0 0", 2, "one harmonic must not be 0"},
-        {"voice a 50", 1, "there is no instrument \"a\""},
-        {"instrument a\ninstrument a", 2, "there is an instrument \"a\" already"},
-        {"instrument a\nvoice a 50\nc5 h5", 3, "\"h5\" is no note"},
-        {"instrument a\nvoice a 50\nc5:1/0", 3, "\"c5:1/0\": the length is no number of beats"},
-        {"instrument a\nvoice a 50\n@0 c5", 3, "\"@0\": a volume is @1 to @200"},
         {"bar 4\ninstrument a\nvoice a 50\nc5:3.5 |", 4, "bar line after 3.50 beats of a bar"},
         {"instrument a\nvoice a 50\n( c5 )", 3, "behind \")\" stands how often, from 2 to 1000"},
         {"instrument a\nvoice a 50\n( c5\n\nvoice a 50", 5,
          "a \"(\" of the voice before is not closed"},
         {"instrument a\nvoice a 50\n( ( c5:0.01 )1000 )1000", 3,
          "a voice has more than 20000 notes"},
-        {"instrument a\nvoice a 50\n( -:4000 )2", 3, "the voice is too long"},
-        {"loop 4\ninstrument a\nvoice a 50\nc5:5", 4, "the voice before is longer than the loop"},
-        {"tempo 60\ninstrument a\nvoice a 50\nc5:121", 4, "the score is longer than two minutes"},
-        {"tempo 60\ninstrument a\nvoice a 50\nc5:1\ntempo 70", 5,
-         "\"tempo\" stands before the voices"},
     };
     for (const Row& row : rows) {
         try {
