@@ -1,31 +1,46 @@
 #include "outputfile.h"
 
 #include "omlog.h"
+#include "ompath.h"
 #include "omplatform.h"
 
+#include <algorithm>
 #include <span>
 
 namespace {
 
+constexpr std::string_view kSaves[] = {"ZORBET.DAT", "ZORBET.BAK",   "ZORBET.BAD",
+                                       "ZORBET.NEW", "ZORBET.OTHER", "ZORBET.TMP"};
 constexpr const char* kTooMuch =
-    "scripts have written all that they may in one run (64 megabytes, 1000 files)";
+    "scripts have written all that they may in one run (64 megabytes, 1000 new files)";
+
+/// ZORBET.DAT and the files that are kept beside it, wherever they lie.
+bool isSave(const std::string& fullPath) {
+    const std::string name = fullPath.substr(fullPath.rfind('\\') + 1);
+    return std::ranges::any_of(kSaves, [&](std::string_view save) {
+        return OMPathSameName(std::string_view(name).substr(0, save.size()), save);
+    });
+}
 
 } // namespace
 
 void ROutputFile::open(const std::string& path) {
     file_.reset();
     path_ = path;
-    const bool mayOpen = files_ < kMostFiles && bytes_ < kMostBytes;
-    if (mayOpen) file_ = OMPlatform().files().open(path, platform::OpenMode::Write);
-    if (file_) {
-        ++files_;
-        return;
-    }
-    const std::string why = mayOpen ? platform::Files::lastRefusal().message() : kTooMuch;
+    platform::Files& files = OMPlatform().files();
+    if (isSave(files.fullPath(path))) return tellNotOpen("saved games are the program's");
+    const bool isNew = !files.exists(path);
+    if ((isNew && files_ >= kMostFiles) || bytes_ >= kMostBytes) return tellNotOpen(kTooMuch);
+    file_ = files.open(path, platform::OpenMode::Write);
+    if (!file_) return tellNotOpen(platform::Files::lastRefusal().message());
+    if (isNew) ++files_;
+}
+
+void ROutputFile::tellNotOpen(const std::string& why) const {
     OMLog::writef(
         OMLog::Kind::Error,
         "OpenFile: %s cannot be written: %s. WriteToFile does nothing until a file is open",
-        path.c_str(), why.c_str());
+        path_.c_str(), why.c_str());
 }
 
 void ROutputFile::write(std::string_view text) {

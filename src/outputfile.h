@@ -12,9 +12,10 @@
 class ROutputFile {
   public:
     static constexpr std::uint64_t kMostBytes = std::uint64_t{64} << 20;
-    static constexpr int kMostFiles = 1000;
+    static constexpr int kMostFiles = 1000; ///< that were not there before
 
-    /// Closes the open one; the new one is empty. What fails is told in the log.
+    /// Closes the open one; the new one is empty. What fails is told in the log, and so
+    /// is a saved game, which is none of a script's.
     void open(const std::string& path);
     /// Nothing without an open file. Of a text that does not go into the file, the log tells once
     /// for each file.
@@ -22,6 +23,8 @@ class ROutputFile {
     void close() { file_.reset(); }
 
   private:
+    void tellNotOpen(const std::string& why) const;
+
     std::unique_ptr<platform::File> file_;
     std::string path_;
     int files_ = 0;

@@ -4,6 +4,7 @@
 #include "platform/host/folderlock.h"
 #include "platform/host/hostfile.h"
 #include "platform/host/latin1.h"
+#include "platform/host/playerpermits.h"
 
 #include <algorithm>
 #include <bit>
@@ -157,6 +158,14 @@ HostFiles::HostFiles(const HostOptions& options)
         grounds_.push_back({{kCdDrive, {}}, false});
     }
     for (const char* name : {"RSC", "scripts"}) addNeighbour(name, fence);
+    libraries_ = current_;
+    libraries_.parts.emplace_back("RSC");
+    permits_ = absoluteHostPath(fs::path(permitsFile()).parent_path().string());
+    // The name that the player gave is one of the folder's too.
+    std::error_code error;
+    const std::string given = fs::absolute(options.content, error).lexically_normal().string();
+    if (const auto place = error ? std::nullopt : placeBelow(kHostDrive, given))
+        grounds_.push_back({*place, true});
     if (trusted_) fence = {{"", true}};
     fence_.emplace(std::move(fence));
 }
@@ -263,9 +272,13 @@ std::optional<HostFiles::Spot> HostFiles::locate(const Place& place, Wanted want
         return std::nullopt;
     }
     auto found = find(place, wanted, why);
-    if (!found || fence_->encloses(found->path, wanted.use)) return found;
+    if (!found) return std::nullopt;
+    const bool isPermits = !trusted_ && wanted.use == Fence::Use::Write &&
+                           (found->path + '/').starts_with(permits_ + '/');
+    if (!isPermits && fence_->encloses(found->path, wanted.use)) return found;
     // Its text is inside, so a link leads out.
-    if (wanted.use == Fence::Use::Read && (wanted.isListed || isLibraryName(found->path)))
+    if (wanted.use == Fence::Use::Read &&
+        (wanted.isListed || (isBelow(place, libraries_) && isLibraryName(found->path))))
         return found;
     refuseFenced(place, why);
     return std::nullopt;
@@ -287,7 +300,10 @@ std::optional<HostFiles::Spot> HostFiles::find(const Place& place, Wanted wanted
         spot.isLink = isLink(spot.path);
         if (!spot.isLink || (isLast && !wanted.followsLast)) continue;
         const fs::path real = fs::canonical(spot.path, why);
-        if (why) return std::nullopt;
+        if (why) {
+            why = forbidden(); // the name is taken, wherever it leads
+            return std::nullopt;
+        }
         spot = {real == "/" ? std::string() : real.string()};
     }
     return spot;
@@ -340,7 +356,13 @@ std::unique_ptr<File> HostFiles::open(std::string_view path, OpenMode mode) {
         tellDone(false);
         return nullptr;
     }
-    return openHostFile(folder, spot->name(), mode, trusted_);
+    auto file = openHostFile(folder, spot->name(), mode, trusted_);
+    if (!file && lastRefusal() == std::errc::too_many_links) {
+        std::error_code why; // it is another file too
+        refuseFenced(place, why);
+        refuse(why);
+    }
+    return file;
 }
 
 bool HostFiles::remove(std::string_view path) {
@@ -398,13 +420,16 @@ std::vector<DirectoryEntry> HostFiles::list(std::string_view directory) const {
     std::error_code unknown;
     const auto folder = locate(placeOf(directory), {.isListed = true}, unknown);
     if (!folder) return entries;
+    const Place place = placeOf(directory);
     const bool isOurs = fence_->encloses(folder->path, Fence::Use::Read);
+    const bool hasLibraries = isBelow(place, libraries_);
     eachEntry(folder->path,
               [&](const fs::directory_entry& entry, const std::string&, std::string name) {
                   std::error_code error;
-                  if (isOurs || isLibraryName(name))
+                  if (isOurs || (hasLibraries && isLibraryName(name)))
                       entries.push_back({std::move(name), entry.is_directory(error)});
               });
+    if (!isOurs && !hasLibraries) refuseFenced(place, unknown);
     std::ranges::sort(entries, lessIgnoringCase, &DirectoryEntry::name);
     return entries;
 }
@@ -486,8 +511,10 @@ void HostFiles::admit(std::string_view path) {
 
 std::vector<std::string> HostFiles::writableFolders() const {
     std::vector<std::string> folders;
-    for (const Fence::Ground& ground : fence_->grounds())
-        if (ground.writable) folders.push_back(ground.folder.empty() ? "/" : ground.folder);
+    for (const Fence::Ground& ground : fence_->grounds()) {
+        std::string folder = measuredFolder(fs::path(ground.folder));
+        if (ground.writable && folder != "/") folders.push_back(std::move(folder));
+    }
     return folders;
 }
 

@@ -9,8 +9,8 @@
 // A game is a guest on the host: unless it is trusted, only what lies in its own folder, in RSC and
 // scripts beside it, on the CD and in the home folder exists, and only its own and the home folder
 // can be written to. Links are followed as long as they lead to where that holds, and farther only
-// to resource libraries and their maps, which authors share among games. What is written is no
-// link.
+// from RSC to resource libraries and their maps, which authors share among games. What is written
+// is no link.
 //
 // Several threads may use it.
 #pragma once
@@ -52,7 +52,7 @@ class HostFiles final : public Files {
 
     /// The player chose this file: it may be read wherever it lies.
     void admit(std::string_view path);
-    /// The folders of the host that may be written to.
+    /// The folders of the host that may be written to; of one that is not there the next above.
     [[nodiscard]] std::vector<std::string> writableFolders() const;
 
     /// The host's name of a file or folder that is there, without links.
@@ -127,6 +127,8 @@ class HostFiles final : public Files {
     Place current_;
     Place home_;
     std::vector<Ground> grounds_; ///< those of the fence, as the program names them
+    Place libraries_{};           ///< RSC of the content, which may be a link
+    std::string permits_; ///< of the host: where the player's permits lie, which no game writes
     std::optional<Fence> fence_;
     mutable std::mutex mutex_; ///< of what follows
     std::set<std::string> admitted_;

@@ -35,7 +35,7 @@ bool permitsComponents(const std::string& content) {
     const std::string game = realName(content);
     bool permitted = false;
     for (const IniEntry& entry : readIniText(text))
-        if (sameIniName(entry.key, "components") && !entry.section.empty() &&
+        if (sameIniName(entry.key, "components") && entry.section.starts_with('/') &&
             realName(std::string(entry.section)) == game)
             permitted = sameIniName(entry.value, "yes");
     return permitted;

@@ -22,6 +22,7 @@ constexpr const char* kNotFlushed = "cannot be brought to the disk";
 constexpr const char* kNotRenamed = "cannot get its name";
 constexpr const char* kNotRead = "cannot be read";
 constexpr const char* kProtected = "is protected";
+constexpr const char* kTooLarge = "would get larger than what can be read";
 constexpr const char* kNoFreeName =
     "and .1 to .9 of it are taken, so that the file cannot be kept: take some of them away";
 constexpr const char* kLeftAlone =
@@ -120,6 +121,8 @@ bool RSafeFile::store(const std::string& bytes) {
     const bool isThere = files_.exists(path_);
     if (isThere && isStored_ && known_ == bytes) return true;
     isStored_ = false;
+    if (bytes.size() > limit_) // it could never be read again
+        return failed(kTooLarge, path_, std::make_error_code(std::errc::file_too_large));
     if (isThere && !files_.isWritable(path_))
         return failed(kProtected, path_, std::make_error_code(std::errc::permission_denied));
     Draft draft(*this, beside(".NEW"));

@@ -51,7 +51,7 @@ for path in "$v\\FILE" '..\victim\FILE' '../victim/FILE' 'RSC\..\..\victim\FILE'
   writes+=("${path/FILE/precious}" "${path/FILE/new}")
   run "include \"${path/FILE/secret.mps}\"" && refused "include $path"
 done
-writes+=(link hard pipe 'D:\\new' '..\\RSC\\new' 'C:\\dev\\shm\\zorbet' '')
+writes+=(link hard pipe zorbet.dat 'D:\\new' '..\\RSC\\new' 'C:\\dev\\shm\\zorbet' '')
 run "$(printf 'OpenFile "%s"\nWriteToFile x\n' "${writes[@]}")" && refused OpenFile
 [ "$(grep -c OpenFile: game/zorbelog.txt)" -eq ${#writes[@]} ] || fail "one was opened"
 for path in link.mps pipe "${v//\\/\\\\}\\\\secret.mps"; do
