@@ -52,7 +52,8 @@ TEST(SdlDisplay, KeysOfTheFullScreenAreTheWindowsOwnAndTheChoiceIsKept) {
         SDL_PushEvent(&event);
     };
     for (const bool fullAtFirst : {true, false}) {
-        auto made = makeSdlPlatform({.host = {.home = home.path()}, .game = {.identifier = "a", .title = "Pond"}});
+        auto made = makeSdlPlatform(
+            {.host = {.home = home.path()}, .game = {.identifier = "a", .title = "Pond"}});
         auto* ready = std::get_if<std::unique_ptr<Platform>>(&made);
         if (!ready) GTEST_SKIP() << "SDL has no driver without a screen here";
         Platform& machine = **ready;
