@@ -89,7 +89,7 @@ Start prepare(const CommandLine& line) {
     start.game = platform::readGameInfo(start.host.content);
     if (line.home.empty()) {
         if (start.game.identifier == kSampleGame) platform::moveOldSaves(kSampleGame);
-        start.host.home = platform::gameDataFolder(start.game.identifier);
+        start.host.home = platform::claimDataFolder(start.game.identifier, start.host.content);
     }
     return start;
 }

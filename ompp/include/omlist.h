@@ -35,13 +35,16 @@ class OMList {
     void append(T* item) { insertBefore(nullptr, item); }
     void prepend(T* item) { insertBefore(head_, item); }
 
-    /// Inserts `item` before the first listed item for which `isBehind(listed)` holds, else at the
-    /// end.
+    /// Keeps an order: inserts `item` in front of the last items, for which `isBehind(listed)`
+    /// holds. Sought from the end, where most new items belong.
     template <class Predicate>
-    void insertWhere(T* item, Predicate isBehind) {
-        OMListElement* element = head_;
-        while (element && !isBehind(*element->item)) element = element->next;
-        insertBefore(element, item);
+    void insertInOrder(T* item, Predicate isBehind) {
+        OMListElement* next = nullptr;
+        while (OMListElement* before = next ? next->previous : tail_) {
+            if (!isBehind(*before->item)) break;
+            next = before;
+        }
+        insertBefore(next, item);
     }
 
     /// Removes the first occurrence; false when the item is not listed.

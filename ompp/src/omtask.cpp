@@ -21,8 +21,8 @@ void OMTask::setPriority(std::uint32_t priority) {
 }
 
 void OMTaskList::insert(OMTask& task) {
-    tasks_.insertWhere(&task,
-                       [&](const OMTask& listed) { return listed.priority() <= task.priority(); });
+    tasks_.insertInOrder(
+        &task, [&](const OMTask& listed) { return listed.priority() <= task.priority(); });
 }
 
 void OMTaskList::remove(OMTask& task) { tasks_.remove(&task); }

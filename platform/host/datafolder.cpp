@@ -1,10 +1,13 @@
 #include "platform/host/datafolder.h"
 
 #include "platform/host/environment.h"
+#include "platform/host/gameinfo.h"
 #include "platform/host/hostfile.h"
 
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string_view>
 #include <system_error>
 
@@ -25,6 +28,10 @@ std::string userFolder(const char* variable, const char* usual) {
     return (user.empty() ? "." : user) + usual + "/zorbet";
 }
 
+/// Beside the folders of the games, where none can write: a file for each identifier, which holds
+/// the real path of the game that has it. No identifier begins with a dot.
+constexpr std::string_view kOwners = ".games";
+
 } // namespace
 
 std::string userDataFolder() { return userFolder("XDG_DATA_HOME", "/.local/share"); }
@@ -40,6 +47,24 @@ std::unique_ptr<File> openUserLog(const std::string& name, OpenMode mode) {
 
 std::string gameDataFolder(const std::string& identifier) {
     return userDataFolder() + '/' + identifier;
+}
+
+std::string claimDataFolder(const std::string& identifier, const std::string& content) {
+    std::error_code error;
+    const std::string game = fs::canonical(content.empty() ? "." : content, error).string();
+    const std::string folder = gameDataFolder(identifier);
+    if (error) return folder; // no game is there, which whoever looks for its files tells
+
+    const fs::path owners = fs::path(userDataFolder()) / kOwners;
+    std::ifstream claim(owners / identifier, std::ios::binary);
+    const std::string owner{std::istreambuf_iterator<char>(claim), {}};
+    if (owner == game) return folder;
+    if (owner.starts_with('/') && fs::is_directory(owner, error) &&
+        readGameInfo(owner).identifier == identifier)
+        return folder + '@' + pathDigest(game);
+    fs::create_directories(owners, error);
+    std::ofstream(owners / identifier, std::ios::binary) << game;
+    return folder;
 }
 
 void moveOldSaves(const std::string& identifier) {

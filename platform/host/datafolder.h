@@ -13,6 +13,12 @@ namespace platform {
 [[nodiscard]] std::string userDataFolder();
 [[nodiscard]] std::string gameDataFolder(const std::string& identifier);
 
+/// The folder for the game in the folder `content`. It is gameDataFolder, which belongs from then
+/// on to the game that asks first: a game in another folder that claims the same identifier, as
+/// long as the first one is there, gets one of its own.
+[[nodiscard]] std::string claimDataFolder(const std::string& identifier,
+                                          const std::string& content);
+
 /// "zorbet" in the user's folder for states, by the same rules. Need not be there.
 [[nodiscard]] std::string userStateFolder();
 

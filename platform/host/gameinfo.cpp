@@ -51,16 +51,6 @@ fs::path realFolder(const std::string& folder) {
     return error ? fs::absolute(folder) : real;
 }
 
-/// FNV-1a of 64 bits (draft-eastlake-fnv), as sixteen digits. Saved games are found by it: it
-/// stays.
-std::string digest(std::string_view text) {
-    std::uint64_t hash = 0xCBF2'9CE4'8422'2325;
-    for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100'0000'01B3;
-    std::array<char, 17> digits{};
-    std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(hash));
-    return digits.data();
-}
-
 /// The folder's name for people, the digest to tell folders of equal names apart.
 std::string identifierOf(const fs::path& folder) {
     constexpr std::size_t kMaxName = 40;
@@ -68,7 +58,7 @@ std::string identifierOf(const fs::path& folder) {
     for (const char c : folder.filename().string().substr(0, kMaxName))
         name += isIdentifierCharacter(c) ? c : '_';
     if (name.empty() || !isLetterOrDigit(name.front())) name.insert(0, "game");
-    return name + '-' + digest(folder.string());
+    return name + '-' + pathDigest(folder.string());
 }
 
 class Reader {
@@ -190,6 +180,16 @@ std::string tagOfLocale(std::string_view locale) {
 }
 
 } // namespace
+
+/// FNV-1a of 64 bits (draft-eastlake-fnv), as sixteen digits. Saved games are found by it: it
+/// stays.
+std::string pathDigest(std::string_view path) {
+    std::uint64_t hash = 0xCBF2'9CE4'8422'2325;
+    for (const char c : path) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100'0000'01B3;
+    std::array<char, 17> digits{};
+    std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(hash));
+    return digits.data();
+}
 
 GameInfo readGameInfo(const std::string& content) {
     GameInfo info;

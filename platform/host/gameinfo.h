@@ -42,6 +42,9 @@ struct GameInfo {
 /// path of its folder, so that one that is moved begins anew.
 [[nodiscard]] GameInfo readGameInfo(const std::string& content);
 
+/// Sixteen digits that tell folders apart, by the real path.
+[[nodiscard]] std::string pathDigest(std::string_view path);
+
 /// Whether `tag` is or belongs to `language`: "pt-BR" belongs to "pt". Case does not matter.
 [[nodiscard]] bool belongsToLanguage(std::string_view tag, std::string_view language);
 

@@ -40,8 +40,8 @@ class OMLists : public testing_support::FrameworkTest {
 
 TEST_F(OMLists, KeepsOrderAndCount) {
     list.prepend(&extra);
-    list.insertWhere(&items[0], [](int item) { return item == 4; });
-    list.insertWhere(&extra, [](int) { return false; });
+    list.insertInOrder(&items[0], [](int item) { return item >= 4; });
+    list.insertInOrder(&extra, [](int) { return false; });
     EXPECT_THAT(content(), ElementsAre(9, 1, 2, 3, 1, 4, 5, 9));
     EXPECT_TRUE(list.remove(&items[0]));
     EXPECT_THAT(content(), ElementsAre(9, 2, 3, 1, 4, 5, 9)) << "the first of two";

@@ -37,6 +37,10 @@ done
 play --content wild
 for line in 1 2 3 4 5 7 9 10 11; do says "wild/game.ini:$line: \""; done
 [ "$(ls data/zorbet | wc -l)" -eq 4 ] || fail "the game chose a folder"
+mv named pond && cp -r pond copy && sed -i s/named/copied/ copy/Startup.mps && play --content pond && play --content copy
+saved named data/zorbet/org.example.pond # moved, they come along, and a game that is there loses none
+saved copied "$(echo data/zorbet/org.example.pond@*)"
+mv pond named
 play --content named --home elsewhere && saved named elsewhere
 touch one/ZORBET.INI && play --content one && saved one one
 

@@ -4,6 +4,7 @@
 #include "omdebug.h"
 #include "omplatform.h"
 #include "omtcrsr.h"
+#include "yengine.h"
 
 #include <cstdio>
 
@@ -19,6 +20,7 @@ constexpr int kNothing = 0; ///< palette index of the fill where there is no bac
 /// entries, which canvases of all depths have.
 constexpr std::array<int, kOMPages> kMarkers{249, 1};
 constexpr std::uint32_t kReportMs = 1000;
+constexpr std::size_t kPassedForACost = 16; ///< trinkets, on the way to the place of a new one
 
 const Rect& checkedForApp(const Rect& rectangle) {
     (void)OMApp::usingDirectDraw();
@@ -75,8 +77,9 @@ OMTrinketWindow::~OMTrinketWindow() {
 // Trinkets
 
 void OMTrinketWindow::add(OMTrinket& trinket) {
-    trinkets_.insertWhere(&trinket,
-                          [&](const OMTrinket& listed) { return listed.z_ > trinket.z_; });
+    YEngine::charge(static_cast<int>(trinkets_.count() / kPassedForACost));
+    trinkets_.insertInOrder(&trinket,
+                            [&](const OMTrinket& listed) { return listed.z_ > trinket.z_; });
 }
 
 void OMTrinketWindow::remove(OMTrinket& trinket) {
