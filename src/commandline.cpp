@@ -1,7 +1,7 @@
 #include "commandline.h"
 
+#include "formats/base/scanner.h"
 #include "omlog.h"
-#include "omreader.h"
 
 #include "platform/host/gameinfo.h"
 #include "platform/host/hostmovies.h"
@@ -30,7 +30,7 @@ constexpr int kMaxScreenSide = 8192;
 
 /// "800x600x16".
 std::optional<platform::ScreenMode> parseScreen(const std::string& text) {
-    OMScanner scanner(text);
+    formats::TextScanner scanner(text);
     const auto width = scanner.number();
     if (!width || !scanner.literal("x")) return std::nullopt;
     const auto height = scanner.number();
@@ -78,7 +78,7 @@ std::optional<platform::BreakPoint> parseBreakPoint(const std::string& text) {
                                                                {"full", BreakHow::Full},
                                                                {"short", BreakHow::Short},
                                                                {"kill", BreakHow::Kill}};
-    OMScanner scanner(text);
+    formats::TextScanner scanner(text);
     const auto operation = scanner.number();
     if (!operation || *operation < 1 || !scanner.literal(":")) return std::nullopt;
     const std::string_view word = scanner.word();

@@ -5,7 +5,7 @@
 #include "omplatform.h"
 #include "programicon.h"
 
-#include "platform/host/latin1.h"
+#include "formats/base/latin1.h"
 #include "platform/initext.h"
 
 #include <algorithm>
@@ -143,7 +143,7 @@ void RProgramTexts::take(const platform::BoxText& own, bool isOfLanguage) {
     std::string_view text = own.text;
     if (text.size() >= 2 && text.front() == '"' && text.back() == '"') // keeps the blanks within
         text = text.substr(1, text.size() - 2);
-    const std::optional<std::string> latin1 = platform::latin1FromUtf8(text);
+    const std::optional<std::string> latin1 = formats::latin1FromUtf8(text);
     const std::string place = own.place + ": \"" + own.name + "\" ";
     if (!isText(own.name))
         problems_.push_back(place +
@@ -159,7 +159,7 @@ std::string RProgramTexts::text(std::string_view name, std::string_view portugue
     const auto found = std::ranges::find_if(
         own_, [name](const auto& each) { return platform::sameIniName(each.first, name); });
     if (found != own_.end()) return found->second;
-    return platform::latin1FromUtf8(isPortuguese_ ? portuguese : english).value_or("");
+    return formats::latin1FromUtf8(isPortuguese_ ? portuguese : english).value_or("");
 }
 
 std::span<const platform::VersionString> RVersionStrings() { return kVersion; }

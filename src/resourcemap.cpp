@@ -20,7 +20,7 @@ bool fitsInt16(int value) {
     return value >= std::numeric_limits<std::int16_t>::min() && value <= kMaxInt16;
 }
 
-std::optional<SequenceSoundRecord> parseSequenceSound(OMScanner line) {
+std::optional<SequenceSoundRecord> parseSequenceSound(formats::TextScanner line) {
     const auto field = [&](std::string_view name) -> std::optional<int> {
         return line.literal(name) ? line.number() : std::nullopt;
     };
@@ -53,7 +53,7 @@ void ResourceMap::readHeader() {
         reject("the identifier has more than 39 characters, the folder is scanned instead");
         return;
     }
-    const std::optional<int> count = OMScanner(line()).number();
+    const std::optional<int> count = formats::TextScanner(line()).number();
     if (count && *count >= 0)
         maxResources_ = static_cast<std::size_t>(*count);
     else
@@ -63,7 +63,7 @@ void ResourceMap::readHeader() {
 
 void ResourceMap::reject(const char* problem) {
     logLine(problem);
-    scanner_ = OMScanner("");
+    scanner_ = formats::TextScanner("");
     usable_ = false;
 }
 
@@ -78,7 +78,7 @@ bool ResourceMap::nextBlock(MapFileBlock& block) {
 }
 
 std::string ResourceMap::fileName(std::string_view line) {
-    const std::string_view name = OMScanner(line).word();
+    const std::string_view name = formats::TextScanner(line).word();
     if (endsBlock(line))
         logLine("ENDFILE without a file before it, passed over");
     else if (name.empty())
@@ -105,7 +105,7 @@ bool ResourceMap::readResources(std::vector<MapResource>& resources) {
 }
 
 bool ResourceMap::parseResource(std::string_view line, MapResource& resource) {
-    OMScanner fields(line);
+    formats::TextScanner fields(line);
     fields.skipBlanks();
     const std::string_view type = fields.take(kTypeLength);
     const std::optional<int> id = fields.number();
@@ -128,10 +128,10 @@ void ResourceMap::logLine(const char* problem) { problems_.log(scanner_.lineNumb
 std::vector<SequenceSoundRecord> readAudioMap(const std::string& path, std::string_view text) {
     std::vector<SequenceSoundRecord> records;
     MapProblems problems(path);
-    OMScanner scanner(text);
+    formats::TextScanner scanner(text);
     for (std::string_view line = scanner.line(kMapLineLength); !line.empty();
          line = scanner.line(kMapLineLength)) {
-        if (const auto record = parseSequenceSound(OMScanner(line)))
+        if (const auto record = parseSequenceSound(formats::TextScanner(line)))
             records.push_back(*record);
         else
             problems.log(scanner.lineNumber(), "not of the form AO: n  Sequence: n  Sound: n");

@@ -15,7 +15,7 @@
 // left out; in a map full of them only the first are logged.
 #pragma once
 
-#include "omreader.h"
+#include "formats/base/scanner.h"
 
 #include <cstdint>
 #include <string>
@@ -82,7 +82,7 @@ class ResourceMap {
     void logLine(const char* problem);
 
     MapProblems problems_;
-    OMScanner scanner_;
+    formats::TextScanner scanner_;
     std::string identifier_;
     std::size_t maxResources_ = 0;
     bool usable_ = true;

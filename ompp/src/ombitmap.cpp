@@ -1,9 +1,9 @@
 #include "ombitmap.h"
 
 #include "dib.h"
+#include "formats/base/bytes.h"
 #include "omdebug.h"
 #include "omistream.h"
-#include "omreader.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -38,7 +38,7 @@ struct Info {
 };
 
 /// Leaves the reader behind the header; false when there is none.
-bool readInfo(OMReader& reader, Info& info) {
+bool readInfo(formats::ByteReader& reader, Info& info) {
     if (reader.text(2) == "BM")
         reader.seek(kFileHeader);
     else
@@ -56,7 +56,7 @@ bool readInfo(OMReader& reader, Info& info) {
 }
 
 /// The colour table of an 8-bit picture.
-OMDevicePalette readTable(OMReader& reader) {
+OMDevicePalette readTable(formats::ByteReader& reader) {
     OMDevicePalette palette = OMDefaultPalette();
     for (int i = 0; i < platform::kPaletteSize; ++i) {
         platform::Rgb colour;
@@ -71,7 +71,8 @@ OMDevicePalette readTable(OMReader& reader) {
 
 /// None, after a failed check, when the table is not what the depth wants. Others than 8-bit
 /// pictures have none, except that 24-bit ones may bring one that is passed over.
-bool readColours(OMReader& reader, const Info& info, std::optional<OMDevicePalette>& palette) {
+bool readColours(formats::ByteReader& reader, const Info& info,
+                 std::optional<OMDevicePalette>& palette) {
     if (info.depth == 8) {
         if (info.colours != 0 && info.colours != platform::kPaletteSize)
             return refuse("bmiHeader->biClrUsed != 256",
@@ -87,7 +88,7 @@ bool readColours(OMReader& reader, const Info& info, std::optional<OMDevicePalet
 }
 
 /// Rows are padded alike in the data and in surfaces.
-bool readPixels(OMReader& reader, const Info& info, platform::Surface& surface) {
+bool readPixels(formats::ByteReader& reader, const Info& info, platform::Surface& surface) {
     for (int i = 0; i < info.rows(); ++i) {
         const auto row = reader.bytes(surface.stride());
         if (row.empty()) return false;
@@ -108,7 +109,7 @@ std::unique_ptr<OMBitmap> OMBitmap::createInstance(OMIStream& stream) {
     if (!OMDebug::check(stream.isWhole(), "!stream->isCached()",
                         "OMBitmap::OMBitmap - OMIStream source must be cached!"))
         return nullptr;
-    OMReader reader(stream.readAll());
+    formats::ByteReader reader(stream.readAll());
     Info info;
     if (!OMDebug::check(readInfo(reader, info) && info.isUsable(), "unknown", kUnknown))
         return nullptr;

@@ -1,7 +1,7 @@
 #include "omcursorimage.h"
 
 #include "dib.h"
-#include "omreader.h"
+#include "formats/base/bytes.h"
 
 #include <algorithm>
 #include <array>
@@ -54,7 +54,7 @@ std::optional<std::size_t> tableEntries(int depth, std::uint32_t used) {
 }
 
 std::optional<Picture> readPicture(Bytes bytes, platform::Point hotSpot) {
-    OMReader reader(bytes);
+    formats::ByteReader reader(bytes);
     if (reader.u32() != dib::kInfoHeader) return std::nullopt;
     Picture picture;
     picture.width = reader.i32();
@@ -81,7 +81,7 @@ std::optional<Picture> readPicture(Bytes bytes, platform::Point hotSpot) {
 /// The one that is used. Only headers are looked at, for a directory may name as many large
 /// pictures as it likes.
 std::optional<Picture> findPicture(Bytes resource) {
-    OMReader directory(resource);
+    formats::ByteReader directory(resource);
     if (directory.u16() != 0 || directory.u16() != kCursorFile) return std::nullopt;
     std::optional<Picture> first;
     for (int count = directory.u16(); count > 0; --count) {

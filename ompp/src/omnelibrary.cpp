@@ -1,6 +1,6 @@
 #include "omnelibrary.h"
 
-#include "omreader.h"
+#include "formats/base/bytes.h"
 
 #include <algorithm>
 #include <array>
@@ -42,13 +42,13 @@ std::size_t readAt(platform::File& file, std::uint64_t offset, std::span<std::by
 }
 
 std::uint16_t u16At(const Header& header, std::size_t offset) {
-    OMReader reader(header);
+    formats::ByteReader reader(header);
     reader.seek(offset);
     return reader.u16();
 }
 
 std::uint32_t u32At(const Header& header, std::size_t offset) {
-    OMReader reader(header);
+    formats::ByteReader reader(header);
     reader.seek(offset);
     return reader.u32();
 }
@@ -81,7 +81,7 @@ OMNELibrary::OMNELibrary(std::span<const std::byte> table, std::uint64_t fileSiz
 }
 
 void OMNELibrary::parse(std::span<const std::byte> table, std::uint64_t fileSize) {
-    OMReader reader(table);
+    formats::ByteReader reader(table);
     const int shift = reader.u16();
     if (shift > kMaxShift) {
         damaged_ = true;
@@ -110,7 +110,7 @@ void OMNELibrary::parse(std::span<const std::byte> table, std::uint64_t fileSize
 
 std::string OMNELibrary::typeName(std::uint16_t typeId, std::span<const std::byte> table) {
     if (typeId & kNumberBit) return std::string(standardTypeName(typeId & ~kNumberBit));
-    OMReader reader(table);
+    formats::ByteReader reader(table);
     reader.seek(typeId);
     std::string name(reader.text(reader.u8()));
     if (name.empty()) damaged_ = true;

@@ -1,8 +1,8 @@
 #include "omnfntfont.h"
 
+#include "formats/base/bytes.h"
 #include "omdebug.h"
 #include "omistream.h"
-#include "omreader.h"
 
 #include <algorithm>
 #include <bit>
@@ -39,7 +39,7 @@ std::endian orderOf(std::span<const std::byte> record) {
 /// None when the record does not hold what its header says.
 std::optional<StrikeHeader> readHeader(std::span<const std::byte> record) {
     if (record.size() < kStrikeHeaderSize) return std::nullopt;
-    OMReader reader(record, orderOf(record));
+    formats::ByteReader reader(record, orderOf(record));
     StrikeHeader header;
     reader.skip(kWord);
     const int firstChar = reader.i16();
@@ -73,7 +73,7 @@ class Characters {
         // The picture ends at the location behind its own.
         const auto code = static_cast<std::size_t>(number);
         if (number < 0 || code + 1 >= header_.entries) return std::nullopt;
-        OMReader table(record_);
+        formats::ByteReader table(record_);
         table.seek(header_.offsets + code * kWord);
         const int offset = table.u8();
         const int advance = table.u8();
@@ -90,7 +90,7 @@ class Characters {
 
   private:
     [[nodiscard]] int location(std::size_t code) const {
-        OMReader table(record_, order_);
+        formats::ByteReader table(record_, order_);
         table.seek(header_.offsets - (header_.entries - code) * kWord);
         return table.u16();
     }

@@ -1,5 +1,6 @@
 #include "omresmgr.h"
 
+#include "formats/base/scanner.h"
 #include "omdebug.h"
 #include "omexchangeorder.h"
 #include "omformat.h"
@@ -7,7 +8,6 @@
 #include "omistreamres.h"
 #include "omlog.h"
 #include "ompath.h"
-#include "omreader.h"
 
 #include <algorithm>
 #include <limits>
@@ -85,10 +85,10 @@ std::vector<OMResMgrEntry> parseTable(std::string_view file, std::string_view te
     std::vector<OMResMgrEntry> entries;
     std::string firstWrong;
     int wrong = 0;
-    OMScanner lines(text);
+    formats::TextScanner lines(text);
     for (lines.skipControls(); !lines.atEnd(); lines.skipControls()) {
-        OMScanner line(lines.line(kTableLineLength));
-        const std::string_view idText = OMScanner(line).word();
+        formats::TextScanner line(lines.line(kTableLineLength));
+        const std::string_view idText = formats::TextScanner(line).word();
         const std::optional<int> id = line.number();
         const std::string_view type = line.word();
         if (type.empty() || !beginsAsNumber(idText)) continue;

@@ -1,8 +1,8 @@
 #include "omwaveheader.h"
 
+#include "formats/base/bytes.h"
 #include "omdebug.h"
 #include "omistream.h"
-#include "omreader.h"
 
 #include <algorithm>
 #include <bit>
@@ -141,7 +141,7 @@ class Examiner {
 
     OMWaveFacts examine() {
         const std::vector<std::byte> first = source_.read(0, kFirstBytes);
-        OMReader reader(first);
+        formats::ByteReader reader(first);
         const bool riff = reader.text(4) == "RIFF";
         reader.skip(4);
         if (riff && reader.text(4) == "WAVE")
@@ -162,7 +162,7 @@ class Examiner {
         auto offset = static_cast<std::size_t>(from);
         while (limit - offset >= kChunkHeader) {
             const auto bytes = source_.read(offset, kChunkHeader);
-            OMReader reader(bytes);
+            formats::ByteReader reader(bytes);
             const bool found = reader.text(tag.size()) == tag;
             const Chunk chunk{offset, reader.u32()};
             if (!reader.ok()) break;
@@ -194,7 +194,7 @@ class Examiner {
     void examineFormat(const Chunk& format) {
         const auto bytes = source_.read(format.begin + kChunkHeader, kExtensibleSize);
         const std::span<const std::byte> all(bytes);
-        OMReader reader(all.first(std::min(all.size(), kFormatSize)));
+        formats::ByteReader reader(all.first(std::min(all.size(), kFormatSize)));
         facts_.coding = reader.u16();
         facts_.channels = reader.u16();
         const std::uint32_t rate = reader.u32();
@@ -206,20 +206,20 @@ class Examiner {
         constexpr auto mostRate = static_cast<std::uint32_t>(std::numeric_limits<int>::max());
         facts_.header.sampleRate = static_cast<int>(std::min(rate, mostRate));
         if (facts_.coding != kExtensible || format.size < kExtensibleSize) return;
-        OMReader extension(all);
+        formats::ByteReader extension(all);
         extension.skip(kSubFormat);
         facts_.coding = extension.u16();
     }
 
     /// The command that leads to the sound header; the reader stands before it.
-    void examineCommand(OMReader& reader, std::uint32_t headerOffset) {
+    void examineCommand(formats::ByteReader& reader, std::uint32_t headerOffset) {
         expect(reader.u16() == 1, OMWaveFault::Commands);
         expect(reader.u16() >> 8 == kBufferCommand, OMWaveFault::Command);
         expect(reader.u16() == 0, OMWaveFault::Parameter1);
         expect(reader.u32() == headerOffset, OMWaveFault::Parameter2);
     }
 
-    void examineSoundHeader(OMReader& reader) {
+    void examineSoundHeader(formats::ByteReader& reader) {
         const std::size_t begin = reader.position();
         reader.skip(4); // sample pointer
         const std::uint32_t length = reader.u32();
@@ -237,7 +237,7 @@ class Examiner {
     }
 
     void examineMacintosh(std::span<const std::byte> first) {
-        OMReader reader(first, std::endian::big);
+        formats::ByteReader reader(first, std::endian::big);
         const std::uint16_t format = reader.u16();
         if (format == 1) {
             facts_.kind = OMWaveFacts::Kind::Macintosh;

@@ -1,6 +1,6 @@
 #include "platform/headless/breakingfiles.h"
 
-#include "platform/host/latin1.h"
+#include "formats/base/latin1.h"
 
 #include <cstdlib>
 #include <utility>
@@ -10,7 +10,7 @@ namespace platform {
 namespace {
 
 bool liesIn(std::string_view path, std::string_view folder) {
-    if (!equalIgnoringCase(path.substr(0, folder.size()), folder)) return false;
+    if (!formats::equalIgnoringCase(path.substr(0, folder.size()), folder)) return false;
     return path.size() == folder.size() || folder.ends_with('\\') || path[folder.size()] == '\\';
 }
 
@@ -68,7 +68,7 @@ bool BreakingFiles::counts(std::string_view path) const {
     const std::string full = files_.fullPath(path);
     if (!liesIn(full, files_.homeDirectory())) return false;
     const std::string_view name = std::string_view(full).substr(full.rfind('\\') + 1);
-    return point_.spared.empty() || !equalIgnoringCase(name, point_.spared);
+    return point_.spared.empty() || !formats::equalIgnoringCase(name, point_.spared);
 }
 
 bool BreakingFiles::fails() { return isChosen() && breaks(); }

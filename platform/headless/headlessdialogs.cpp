@@ -1,7 +1,7 @@
 #include "platform/headless/headlessdialogs.h"
 
+#include "formats/base/latin1.h"
 #include "platform/host/boxbuttons.h"
-#include "platform/host/latin1.h"
 
 #include <algorithm>
 #include <array>
@@ -45,13 +45,13 @@ std::size_t HeadlessDialogs::choose(std::string_view caption,
                                     const std::optional<TimelineAnswer>& answer) {
     if (!answer) return 0;
     const auto isMeant = [&](std::string_view text) {
-        return equalIgnoringCase(text, answer->button);
+        return formats::equalIgnoringCase(text, answer->button);
     };
     const auto found = std::ranges::find_if(buttons, isMeant);
     if (found != buttons.end()) return static_cast<std::size_t>(found - buttons.begin());
-    notes_ << "the box \"" << utf8FromLatin1(caption) << "\" has no button \""
-           << utf8FromLatin1(answer->button) << "\"; it is answered with \""
-           << utf8FromLatin1(buttons[0]) << '"' << std::endl;
+    notes_ << "the box \"" << formats::utf8FromLatin1(caption) << "\" has no button \""
+           << formats::utf8FromLatin1(answer->button) << "\"; it is answered with \""
+           << formats::utf8FromLatin1(buttons[0]) << '"' << std::endl;
     return 0;
 }
 
@@ -84,12 +84,13 @@ std::string HeadlessDialogs::openFile(std::string_view title, std::string_view p
 
 std::string HeadlessDialogs::chosenFile(std::string_view title, std::size_t limit) {
     const std::optional<TimelineAnswer> answer = nextAnswer();
-    if (!answer || equalIgnoringCase(answer->button, buttonText(Button::Cancel))) return {};
+    if (!answer || formats::equalIgnoringCase(answer->button, buttonText(Button::Cancel)))
+        return {};
     std::string path = files_.fullPath(answer->button);
     files_.admit(path);
     if (files_.exists(path) && path.size() < limit) return path;
-    notes_ << "the file \"" << utf8FromLatin1(answer->button)
-           << "\" cannot be chosen in the dialog \"" << utf8FromLatin1(title)
+    notes_ << "the file \"" << formats::utf8FromLatin1(answer->button)
+           << "\" cannot be chosen in the dialog \"" << formats::utf8FromLatin1(title)
            << "\"; it is cancelled" << std::endl;
     return {};
 }

@@ -1,7 +1,7 @@
 #include "platform/headless/headlessplatform.h"
 
+#include "formats/base/latin1.h"
 #include "platform/headless/headlesstextwindow.h"
-#include "platform/host/latin1.h"
 #include "platform/host/secondwall.h"
 
 #include <algorithm>
@@ -66,7 +66,7 @@ std::unique_ptr<TextWindow> HeadlessPlatform::openTextWindow(const TextWindowReq
 }
 
 void HeadlessPlatform::complain(std::string_view text) {
-    notes_ << "zorbet: " << utf8FromLatin1(text) << std::endl;
+    notes_ << "zorbet: " << formats::utf8FromLatin1(text) << std::endl;
 }
 
 void HeadlessPlatform::closeIn() {

@@ -1,6 +1,6 @@
 #include "platform/headless/report.h"
 
-#include "platform/host/latin1.h"
+#include "formats/base/latin1.h"
 
 #include <ostream>
 #include <string>
@@ -27,7 +27,8 @@ std::string escaped(std::string_view text) {
 
 void Report::line(std::string_view kind, std::initializer_list<std::string_view> fields) {
     output_ << clock_.loopMs() << '\t' << kind;
-    for (const std::string_view field : fields) output_ << '\t' << utf8FromLatin1(escaped(field));
+    for (const std::string_view field : fields)
+        output_ << '\t' << formats::utf8FromLatin1(escaped(field));
     output_ << std::endl;
 }
 

@@ -1,6 +1,6 @@
 #include "platform/headless/timeline.h"
 
-#include "platform/host/latin1.h"
+#include "formats/base/latin1.h"
 
 #include <algorithm>
 #include <array>
@@ -79,8 +79,8 @@ class LineReader {
 using What = std::optional<decltype(TimelineEvent::what)>;
 
 std::optional<std::string> latin1Text(std::string_view text) {
-    const auto characters = decodeUtf8(text);
-    return characters ? latin1FromCharacters(*characters) : std::string(text);
+    const auto characters = formats::decodeUtf8(text);
+    return characters ? formats::latin1FromCharacters(*characters) : std::string(text);
 }
 
 constexpr std::array<std::string_view, 27> kKeyNames{

@@ -1,8 +1,8 @@
 #include "platform/host/gameinfo.h"
 
+#include "formats/base/latin1.h"
 #include "platform/host/environment.h"
 #include "platform/host/hostfiles.h"
-#include "platform/host/latin1.h"
 #include "platform/initext.h"
 
 #include <algorithm>
@@ -70,7 +70,8 @@ class Reader {
     void read() {
         const std::optional<std::string> bytes = readFile(files_, kFile, kMaxInfoSize);
         if (bytes) {
-            const std::string text = decodeUtf8(*bytes) ? *bytes : utf8FromLatin1(*bytes);
+            const std::string text =
+                formats::decodeUtf8(*bytes) ? *bytes : formats::utf8FromLatin1(*bytes);
             for (const IniEntry& entry : readIniText(text)) readEntry(entry);
         } else if (files_.exists(kFile)) {
             info_.problems.push_back(
@@ -122,7 +123,7 @@ class Reader {
 
     void readIcon(const IniEntry& entry) {
         std::error_code error;
-        const auto name = latin1FromUtf8(entry.value);
+        const auto name = formats::latin1FromUtf8(entry.value);
         const auto found = name ? files_.hostPath(*name) : std::nullopt;
         const fs::path file = found ? fs::canonical(*found, error) : fs::path();
         const auto [inFolder, _] = std::ranges::mismatch(folder_, file);

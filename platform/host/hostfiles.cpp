@@ -1,9 +1,9 @@
 #include "platform/host/hostfiles.h"
 
+#include "formats/base/latin1.h"
 #include "platform/host/datafolder.h"
 #include "platform/host/folderlock.h"
 #include "platform/host/hostfile.h"
-#include "platform/host/latin1.h"
 #include "platform/host/playerpermits.h"
 
 #include <algorithm>
@@ -34,9 +34,11 @@ constexpr std::size_t kLargestSector = 65536;
 
 bool isSeparator(char c) { return c == '\\' || c == '/'; }
 
-bool isDriveLetter(char c) { return upperLatin1(c) >= 'A' && upperLatin1(c) <= 'Z'; }
+bool isDriveLetter(char c) {
+    return formats::upperLatin1(c) >= 'A' && formats::upperLatin1(c) <= 'Z';
+}
 
-char driveLetter(char c) { return static_cast<char>(upperLatin1(c)); }
+char driveLetter(char c) { return static_cast<char>(formats::upperLatin1(c)); }
 
 /// Cuts the text before the next separator off `path`.
 std::string_view takePart(std::string_view& path) {
@@ -61,7 +63,7 @@ void appendParts(std::vector<std::string>& parts, std::string_view path) {
 /// The program's form of one name of the host; none when it has none.
 std::optional<std::string> programName(const std::string& hostName) {
     if (hostName.find('\\') != std::string::npos) return std::nullopt;
-    return latin1FromUtf8(hostName);
+    return formats::latin1FromUtf8(hostName);
 }
 
 std::string absoluteHostPath(const std::string& hostPath) {
@@ -97,13 +99,13 @@ bool isLink(const std::string& hostPath) {
 /// The host's name of the entry that `part` means; none, and why, when it finds no such entry.
 std::optional<std::string> matchingName(const std::string& hostFolder, const std::string& part,
                                         std::error_code& why) {
-    const std::string exact = utf8FromLatin1(part);
+    const std::string exact = formats::utf8FromLatin1(part);
     if (fs::exists(fs::symlink_status(hostFolder + "/" + exact, why))) return exact;
     if (!why) why = missing();
     std::optional<std::string> best;
     eachEntry(hostFolder, [&](const fs::directory_entry&, const std::string& hostName,
                               const std::string& name) {
-        if (equalIgnoringCase(name, part) && (!best || hostName < *best)) best = hostName;
+        if (formats::equalIgnoringCase(name, part) && (!best || hostName < *best)) best = hostName;
     });
     return best;
 }
@@ -135,7 +137,7 @@ bool isNameForFile(const std::string& hostPath) {
 bool isLibraryName(std::string_view name) {
     return std::ranges::any_of(kLibraryExtensions, [&](std::string_view extension) {
         return name.size() > extension.size() &&
-               equalIgnoringCase(name.substr(name.size() - extension.size()), extension);
+               formats::equalIgnoringCase(name.substr(name.size() - extension.size()), extension);
     });
 }
 
@@ -236,7 +238,7 @@ std::string HostFiles::Spot::name() const {
 bool HostFiles::isBelow(const Place& place, const Place& folder) {
     return place.drive == folder.drive && place.parts.size() >= folder.parts.size() &&
            std::equal(folder.parts.begin(), folder.parts.end(), place.parts.begin(),
-                      equalIgnoringCase);
+                      formats::equalIgnoringCase);
 }
 
 bool HostFiles::mayBe(const Place& place, Fence::Use use) const {
@@ -294,7 +296,7 @@ std::optional<HostFiles::Spot> HostFiles::find(const Place& place, Wanted wanted
         if (part.find('\0') != std::string::npos) return std::nullopt;
         const bool isLast = &part == &place.parts.back();
         std::optional<std::string> name = matchingName(spot.path, part, why);
-        if (!name && isLast && wanted.mayBeMissing) name = utf8FromLatin1(part);
+        if (!name && isLast && wanted.mayBeMissing) name = formats::utf8FromLatin1(part);
         if (!name) return std::nullopt;
         spot.path += '/' + *name;
         spot.isLink = isLink(spot.path);
@@ -376,7 +378,7 @@ bool HostFiles::inSameFolder(const Place& one, const Place& other) {
     return one.drive == other.drive && one.parts.size() == other.parts.size() &&
            !one.parts.empty() &&
            std::equal(one.parts.begin(), one.parts.end() - 1, other.parts.begin(),
-                      equalIgnoringCase);
+                      formats::equalIgnoringCase);
 }
 
 bool HostFiles::rename(std::string_view from, std::string_view to) {
@@ -390,8 +392,9 @@ bool HostFiles::rename(std::string_view from, std::string_view to) {
     if (!target) return false;
     if (!isNameForFile(target->path))
         return refuse(std::make_error_code(std::errc::is_a_directory));
-    const std::string name =
-        target->path == source->path ? utf8FromLatin1(newPlace.parts.back()) : target->name();
+    const std::string name = target->path == source->path
+                                 ? formats::utf8FromLatin1(newPlace.parts.back())
+                                 : target->name();
     const Descriptor folder = fence_->openFolder(source->folder());
     return tellDone(folder.isOpen() && ::renameat(folder.number(), source->name().c_str(),
                                                   folder.number(), name.c_str()) == 0);
@@ -430,7 +433,7 @@ std::vector<DirectoryEntry> HostFiles::list(std::string_view directory) const {
                       entries.push_back({std::move(name), entry.is_directory(error)});
               });
     if (!isOurs && !hasLibraries) refuseFenced(place, unknown);
-    std::ranges::sort(entries, lessIgnoringCase, &DirectoryEntry::name);
+    std::ranges::sort(entries, formats::lessIgnoringCase, &DirectoryEntry::name);
     return entries;
 }
 
@@ -441,10 +444,11 @@ std::string HostFiles::hostName(std::string_view path) const {
     std::error_code unknown;
     const auto found = mayBe(place, Fence::Use::Read) ? find(place, {.followsLast = false}, unknown)
                                                       : std::nullopt;
-    if (found) return latin1FromUtf8(found->path).value_or(textOf(place));
+    if (found) return formats::latin1FromUtf8(found->path).value_or(textOf(place));
     const Drive* drive = driveOf(place.drive);
     if (!drive) return textOf(place);
-    std::string name = latin1FromUtf8(drive->root).value_or(std::string(1, place.drive) + ':');
+    std::string name =
+        formats::latin1FromUtf8(drive->root).value_or(std::string(1, place.drive) + ':');
     for (const std::string& part : place.parts) name += '/' + part;
     return name;
 }

@@ -1,7 +1,7 @@
 #include "platform/host/outlinefaces.h"
 
+#include "formats/base/latin1.h"
 #include "platform/host/handle.h"
-#include "platform/host/latin1.h"
 #include "platform/host/outlineface.h"
 
 #include <fontconfig/fontconfig.h>
@@ -66,7 +66,7 @@ struct OutlineFaces::State {
 
     /// The faces of a family, in an order that does not depend on the machine's.
     [[nodiscard]] std::vector<FontFile> facesOf(std::string_view family) const {
-        const std::string name = utf8FromLatin1(family);
+        const std::string name = formats::utf8FromLatin1(family);
         const Pattern pattern(FcPatternCreate());
         FcPatternAddString(pattern.get(), FC_FAMILY, text(name));
         FcPatternAddBool(pattern.get(), FC_SCALABLE, FcTrue);

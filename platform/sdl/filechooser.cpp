@@ -1,7 +1,7 @@
 #include "platform/sdl/filechooser.h"
 
+#include "formats/base/latin1.h"
 #include "platform/host/descriptor.h"
-#include "platform/host/latin1.h"
 
 #include <algorithm>
 #include <array>
@@ -94,9 +94,9 @@ std::string patternsOf(const std::string& pattern) {
     std::string upper;
     std::string lower;
     for (const char c : pattern) {
-        const bool letter = upperLatin1(c) >= 'A' && upperLatin1(c) <= 'Z';
-        upper += letter ? static_cast<char>(upperLatin1(c)) : c;
-        lower += letter ? static_cast<char>(upperLatin1(c) | 0x20) : c;
+        const bool letter = formats::upperLatin1(c) >= 'A' && formats::upperLatin1(c) <= 'Z';
+        upper += letter ? static_cast<char>(formats::upperLatin1(c)) : c;
+        lower += letter ? static_cast<char>(formats::upperLatin1(c) | 0x20) : c;
     }
     std::string all = pattern;
     for (const std::string& other : {lower, upper}) {

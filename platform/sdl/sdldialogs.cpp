@@ -1,6 +1,6 @@
 #include "platform/sdl/sdldialogs.h"
 
-#include "platform/host/latin1.h"
+#include "formats/base/latin1.h"
 #include "platform/sdl/filechooser.h"
 
 #include <utility>
@@ -94,7 +94,7 @@ std::string SdlDialogs::openFile(std::string_view title, std::string_view patter
         display_.flush();
         return !events_.quitWaits();
     };
-    const FileQuestion question{utf8FromLatin1(title), utf8FromLatin1(pattern),
+    const FileQuestion question{formats::utf8FromLatin1(title), formats::utf8FromLatin1(pattern),
                                 files_.hostPath(files_.currentDirectory()).value_or("")};
     const auto answer = chooseFile(question, stillWaiting);
     events_.dropInput();

@@ -1,6 +1,6 @@
 #include "platform/sdl/sdldisplay.h"
 
-#include "platform/host/latin1.h"
+#include "formats/base/latin1.h"
 #include "platform/host/pixels.h"
 
 #include <cstddef>
@@ -59,7 +59,7 @@ void SdlDisplay::modeChanged() {
 }
 
 void SdlDisplay::setTitle(std::string_view title) {
-    const std::string text = utf8FromLatin1(title);
+    const std::string text = formats::utf8FromLatin1(title);
     if (gameTitle_.empty())
         SDL_SetWindowTitle(window(), text.c_str());
     else if (author_)

@@ -1,6 +1,6 @@
 #include "platform/sdl/sdlkeys.h"
 
-#include "platform/host/latin1.h"
+#include "formats/base/latin1.h"
 
 #include <algorithm>
 #include <array>
@@ -83,7 +83,7 @@ std::optional<KeyPress> keyPressOf(const SDL_Keysym& key) {
 
 std::vector<KeyPress> keyPressesOf(std::string_view utf8) {
     std::vector<KeyPress> presses;
-    for (const char32_t character : decodeUtf8(utf8).value_or(U"")) {
+    for (const char32_t character : formats::decodeUtf8(utf8).value_or(U"")) {
         if (character >= 0x20 && character <= 0xFF) {
             presses.push_back({static_cast<std::uint16_t>(character), false});
         }

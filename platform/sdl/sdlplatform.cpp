@@ -1,11 +1,11 @@
 #include "platform/sdl/sdlplatform.h"
 
+#include "formats/base/latin1.h"
 #include "platform/host/datafolder.h"
 #include "platform/host/hostfiles.h"
 #include "platform/host/hostmachine.h"
 #include "platform/host/hostmovies.h"
 #include "platform/host/hosttypefaces.h"
-#include "platform/host/latin1.h"
 #include "platform/host/playersettings.h"
 #include "platform/host/pngreader.h"
 #include "platform/host/secondwall.h"
@@ -101,7 +101,7 @@ class SdlPlatform final : public Platform {
                          "see whether it can be written to");
         });
     }
-    void complain(std::string_view text) override { say(utf8FromLatin1(text)); }
+    void complain(std::string_view text) override { say(formats::utf8FromLatin1(text)); }
     void tellPlayer(std::string_view text, std::string_view caption) override {
         dialogs_.messageBox(text, caption, boxstyle::kOk | boxstyle::kIconStop);
     }

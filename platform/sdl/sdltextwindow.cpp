@@ -1,6 +1,6 @@
 #include "platform/sdl/sdltextwindow.h"
 
-#include "platform/host/latin1.h"
+#include "formats/base/latin1.h"
 #include "platform/host/textfont.h"
 
 #include <algorithm>
@@ -49,9 +49,9 @@ std::unique_ptr<TextWindow> SdlTextWindows::open(const TextWindowRequest& reques
                                                  TextWindowOwner& owner) {
     const Rect& place = request.rectangle;
     SDL_SetHint(SDL_HINT_WINDOW_NO_ACTIVATION_WHEN_SHOWN, "1");
-    SdlHandle<SDL_Window> window(SDL_CreateWindow(utf8FromLatin1(request.title).c_str(), place.left,
-                                                  place.top, place.width(), place.height(),
-                                                  SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALWAYS_ON_TOP));
+    SdlHandle<SDL_Window> window(SDL_CreateWindow(
+        formats::utf8FromLatin1(request.title).c_str(), place.left, place.top, place.width(),
+        place.height(), SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALWAYS_ON_TOP));
     SDL_SetHint(SDL_HINT_WINDOW_NO_ACTIVATION_WHEN_SHOWN, "0");
     if (!window) return nullptr;
     return std::make_unique<SdlTextWindow>(*this, std::move(window), owner);

@@ -1,8 +1,8 @@
 #include "scenes/progresslayout.h"
 
+#include "formats/base/scanner.h"
 #include "ompath.h"
 #include "omplatform.h"
-#include "omreader.h"
 #include "omresourcelog.h"
 #include "resourcemap.h"
 #include "world/locations.h"
@@ -155,7 +155,7 @@ class Fields {
     [[nodiscard]] bool areRight() { return ok_ && !hasMore(); }
 
   private:
-    OMScanner scanner_;
+    formats::TextScanner scanner_;
     bool ok_ = true;
 };
 
@@ -206,7 +206,7 @@ class Reader {
     bool takeLevels(Fields& fields);
 
     MapProblems problems_;
-    OMScanner scanner_;
+    formats::TextScanner scanner_;
     ProgressLayouts* layouts_ = nullptr;
     ProgressLayout* layout_ = nullptr; ///< null before the first
     ProgressPart* part_ = nullptr;     ///< null after a part that is left out

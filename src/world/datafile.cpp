@@ -1,6 +1,6 @@
 #include "datafile.h"
 
-#include "omreader.h"
+#include "formats/base/bytes.h"
 
 #include <algorithm>
 #include <array>
@@ -87,7 +87,7 @@ class DataReader {
     }
 
   private:
-    OMReader reader_;
+    formats::ByteReader reader_;
 };
 
 /// Calls `set` with each name and its value; true when the section ends with its mark. The mark is

@@ -1,6 +1,6 @@
 #include "zorbetmps/check.h"
 
-#include "platform/host/latin1.h"
+#include "formats/base/latin1.h"
 #include "zorbetmps/includes.h"
 
 #include "rvar.h"
@@ -33,7 +33,7 @@ std::string shown(std::string_view text) {
     };
     std::ranges::replace_if(line, isControl, ' ');
     line.erase(line.find_last_not_of(' ') + 1);
-    return platform::utf8FromLatin1(line);
+    return formats::utf8FromLatin1(line);
 }
 
 class Check {

@@ -1,7 +1,7 @@
 #include "aoimage.h"
 
 #include "aorow.h"
-#include "omreader.h"
+#include "formats/base/bytes.h"
 
 #include <algorithm>
 #include <set>
@@ -53,7 +53,7 @@ class AOImage::Reader {
     }
 
   private:
-    std::uint16_t u16(OMReader& in) const {
+    std::uint16_t u16(formats::ByteReader& in) const {
         const std::uint16_t value = in.u16();
         return swapped_ ? static_cast<std::uint16_t>(value << 8 | value >> 8) : value;
     }
@@ -97,7 +97,7 @@ class AOImage::Reader {
 
     void readFrame(AOImage& image, std::span<const std::byte> data, std::int32_t offset) const {
         FrameRecord& frame = image.frames_.emplace_back();
-        OMReader in(data);
+        formats::ByteReader in(data);
         in.seek(offset < 0 ? data.size() + 1 : static_cast<std::size_t>(offset));
         in.skip(sizeof(std::int16_t));
         const auto width = static_cast<std::int16_t>(u16(in));
@@ -110,7 +110,7 @@ class AOImage::Reader {
         frame.rows = in.position();
     }
 
-    OMReader in_;
+    formats::ByteReader in_;
     bool swapped_;
 };
 

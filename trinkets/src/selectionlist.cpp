@@ -1,6 +1,6 @@
 #include "selectionlist.h"
 
-#include "omlatin1.h"
+#include "formats/base/latin1.h"
 
 #include <algorithm>
 #include <utility>
@@ -69,7 +69,7 @@ SelectionList::Typed SelectionList::type(char character) {
     const bool startsWord = typed_.empty() || typed_.back() == kSpace;
     if (character == kSpace && startsWord)
         return typed_.empty() ? Typed::LeadingSpace : Typed::SecondSpace;
-    typed_ += startsWord ? OMUpperLatin1(character) : OMLowerLatin1(character);
+    typed_ += startsWord ? formats::upperLatin1(character) : formats::lowerLatin1(character);
     if (!isNew()) return matchOrInsert();
     setEntry(typed_);
     return Typed::Taken;

@@ -1,6 +1,6 @@
 #include "yprecompiled.h"
 
-#include "omreader.h"
+#include "formats/base/bytes.h"
 #include "yexpression.h"
 #include "ynumber.h"
 
@@ -50,7 +50,7 @@ class Input {
     [[nodiscard]] bool ok() const { return reader_.ok(); }
 
   private:
-    OMReader reader_;
+    formats::ByteReader reader_;
     bool swap_;
 };
 

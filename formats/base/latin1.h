@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform {
+namespace formats {
 
 [[nodiscard]] std::string utf8FromLatin1(std::string_view latin1);
 
@@ -19,9 +19,19 @@ namespace platform {
 /// None when the text is not UTF-8 or has characters that Latin-1 lacks.
 [[nodiscard]] std::optional<std::string> latin1FromUtf8(std::string_view utf8);
 
-/// The capital of a Latin-1 letter; every other byte as it is (also 0xDF and 0xFF, whose capitals
-/// lie outside of Latin-1).
-[[nodiscard]] unsigned char upperLatin1(char byte);
+/// The capital of a letter; every other byte as it is, also the two small letters whose capitals
+/// lie beyond Latin-1.
+[[nodiscard]] constexpr char upperLatin1(char c) {
+    const auto code = static_cast<unsigned char>(c);
+    const bool small = (code >= 'a' && code <= 'z') || (code >= 0xE0 && code <= 0xFE);
+    return small && code != 0xF7 ? static_cast<char>(code - 0x20) : c;
+}
+
+[[nodiscard]] constexpr char lowerLatin1(char c) {
+    const auto code = static_cast<unsigned char>(c);
+    const bool capital = (code >= 'A' && code <= 'Z') || (code >= 0xC0 && code <= 0xDE);
+    return capital && code != 0xD7 ? static_cast<char>(code + 0x20) : c;
+}
 
 [[nodiscard]] bool equalIgnoringCase(std::string_view a, std::string_view b);
 
@@ -29,4 +39,4 @@ namespace platform {
 /// bytes.
 [[nodiscard]] bool lessIgnoringCase(std::string_view a, std::string_view b);
 
-} // namespace platform
+} // namespace formats

@@ -1,18 +1,18 @@
 // Numbers out of bytes and words out of texts, however short they are.
-#include "memoryfiles.h"
-
-#include "omreader.h"
+#include "formats/base/bytes.h"
+#include "formats/base/scanner.h"
 
 #include <gtest/gtest.h>
 
-using testing_support::Bytes;
-using testing_support::toBytes;
+using formats::ByteReader;
+using formats::TextScanner;
 
 namespace {
 
-TEST(OMReader, ReadsLittleEndianNumbersAndFailsForGoodPastTheEnd) {
-    const Bytes bytes = toBytes("\x81\x02\x81\xFF\xFF\x78\x56\x34\x92\xFE\xFF\xFF\xFF");
-    OMReader reader(bytes);
+TEST(ByteReader, ReadsLittleEndianNumbersAndFailsForGoodPastTheEnd) {
+    const formats::Bytes bytes =
+        formats::ByteWriter().u8(0x81).u16(-0x7EFE).u16(-1).u32(0x92345678).u32(-2).take();
+    ByteReader reader(bytes);
     EXPECT_EQ(reader.u8(), 0x81);
     EXPECT_EQ(reader.u16(), 0x8102);
     EXPECT_EQ(reader.i16(), -1);
@@ -26,18 +26,18 @@ TEST(OMReader, ReadsLittleEndianNumbersAndFailsForGoodPastTheEnd) {
     reader.seek(0);
     EXPECT_EQ(reader.u8(), 0) << "for good";
 
-    OMReader half(bytes);
+    ByteReader half(bytes);
     half.skip(bytes.size() - 1);
     EXPECT_EQ(half.u16(), 0) << "no half numbers";
     EXPECT_FALSE(half.ok());
-    OMReader huge(bytes);
+    ByteReader huge(bytes);
     huge.skip(1);
     EXPECT_EQ(huge.text(SIZE_MAX), "");
     EXPECT_FALSE(huge.ok());
 }
 
-TEST(OMScanner, SplitsLinesHoweverTheyEnd) {
-    OMScanner scanner("one\rtwo\r\n\n \t \nfive is long\nsix");
+TEST(TextScanner, SplitsLinesHoweverTheyEnd) {
+    TextScanner scanner("one\rtwo\r\n\n \t \nfive is long\nsix");
     EXPECT_EQ(scanner.line(8), "one");
     EXPECT_EQ(scanner.line(8), "two");
     EXPECT_EQ(scanner.line(8), "five is ");
@@ -47,7 +47,7 @@ TEST(OMScanner, SplitsLinesHoweverTheyEnd) {
     EXPECT_TRUE(scanner.atEnd());
 }
 
-TEST(OMScanner, ReadsNumbersAsAuthorsWriteThem) {
+TEST(TextScanner, ReadsNumbersAsAuthorsWriteThem) {
     struct Row {
         std::string_view text;
         std::optional<int> number;
@@ -63,11 +63,11 @@ TEST(OMScanner, ReadsNumbersAsAuthorsWriteThem) {
         {"2147483648 y", std::nullopt, "y"},
     };
     for (const Row& row : rows) {
-        OMScanner scanner(row.text);
+        TextScanner scanner(row.text);
         EXPECT_EQ(scanner.number(), row.number) << row.text;
         EXPECT_EQ(scanner.word(), row.rest) << row.text;
     }
-    OMScanner literals("  AO:5 Sound");
+    TextScanner literals("  AO:5 Sound");
     EXPECT_FALSE(literals.literal("ao:"));
     EXPECT_TRUE(literals.literal("AO:"));
     EXPECT_EQ(literals.number(), 5);

@@ -1,10 +1,10 @@
-#include "platform/host/latin1.h"
+#include "formats/base/latin1.h"
 
 #include <algorithm>
 #include <compare>
 #include <cstddef>
 
-namespace platform {
+namespace formats {
 
 namespace {
 
@@ -84,23 +84,17 @@ std::optional<std::string> latin1FromUtf8(std::string_view utf8) {
     return characters ? latin1FromCharacters(*characters) : std::nullopt;
 }
 
-unsigned char upperLatin1(char byte) {
-    const unsigned char c = byteOf(byte);
-    const bool small = (c >= 'a' && c <= 'z') || (c >= 0xE0 && c <= 0xFE && c != 0xF7);
-    return small ? static_cast<unsigned char>(c - 0x20) : c;
-}
-
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
     return std::ranges::equal(a, b, {}, upperLatin1, upperLatin1);
 }
 
 bool lessIgnoringCase(std::string_view a, std::string_view b) {
     const auto order = [](char left, char right) {
-        return upperLatin1(left) <=> upperLatin1(right);
+        return byteOf(upperLatin1(left)) <=> byteOf(upperLatin1(right));
     };
     const auto folded =
         std::lexicographical_compare_three_way(a.begin(), a.end(), b.begin(), b.end(), order);
     return folded != 0 ? folded < 0 : a < b;
 }
 
-} // namespace platform
+} // namespace formats
