@@ -1,8 +1,8 @@
 #include "movietimes.h"
 
+#include "library/nelibrary.h"
 #include "mediamachine.h"
-#include "movie/moviefile.h"
-#include "nelibrary.h"
+#include "movies/moviefile.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #include "resourcetimes.h"
 
+#include "library/nelibrary.h"
 #include "mediamachine.h"
-#include "nelibrary.h"
 
 #include "omcachedfile.h"
 #include "omistream.h"

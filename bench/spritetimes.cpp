@@ -4,7 +4,7 @@
 #include "aopack.h"
 #include "ommemcanvas.h"
 
-#include "platform/host/pixels.h"
+#include "platform/host/screen/pixels.h"
 
 #define SDL_MAIN_HANDLED
 #include <SDL.h>

@@ -1,8 +1,8 @@
 #include "starttimes.h"
 
+#include "library/nelibrary.h"
 #include "mediamachine.h"
-#include "nelibrary.h"
-#include "resourcemap.h"
+#include "resources/resourcemap.h"
 
 #include "aopack.h"
 #include "ommemcanvas.h"

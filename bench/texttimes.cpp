@@ -1,11 +1,11 @@
 #include "texttimes.h"
 
 #include "filesystem.h"
-#include "fontbuilder.h"
-#include "fontfact.h"
+#include "fonts/fontbuilder.h"
 #include "memorystream.h"
 #include "ommemcanvas.h"
 #include "omnfntfont.h"
+#include "resources/fontfact.h"
 
 #define SDL_MAIN_HANDLED
 #include <SDL.h>

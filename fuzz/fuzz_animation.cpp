@@ -12,7 +12,7 @@
 #include "omao.h"
 #include "omsarguments.h"
 #include "omtrinketwindow.h"
-#include "scenes/aobackground.h"
+#include "scene/aobackground.h"
 
 #include <array>
 #include <string>

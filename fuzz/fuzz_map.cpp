@@ -5,8 +5,8 @@
 #include "fuzzmachine.h"
 
 #include "nebuilder.h"
-#include "resources.h"
-#include "scenes/progresslayout.h"
+#include "progress/progresslayout.h"
+#include "resources/resources.h"
 #include "world/locations.h"
 
 #include <algorithm>

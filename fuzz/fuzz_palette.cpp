@@ -6,7 +6,7 @@
 
 #include "aodeep.h"
 #include "memorystream.h"
-#include "scenes/efwindow.h"
+#include "scene/efwindow.h"
 #include "trinkets/aseqbuilder.h"
 
 #include <optional>

@@ -1,14 +1,14 @@
 // The entry of the program: command line, platform, game.
 #include "app.h"
-#include "commandline.h"
 #include "omplatform.h"
-#include "programresources.h"
+#include "startup/commandline.h"
+#include "startup/programresources.h"
 
 #include "platform/headless/headlessplatform.h"
-#include "platform/host/datafolder.h"
-#include "platform/host/gameinfo.h"
-#include "platform/host/playerpermits.h"
-#include "platform/host/termination.h"
+#include "platform/host/files/datafolder.h"
+#include "platform/host/game/gameinfo.h"
+#include "platform/host/game/playerpermits.h"
+#include "platform/host/machine/termination.h"
 #if ZORBET_HAVE_SDL
 #include "platform/sdl/sdlplatform.h"
 #endif

@@ -2,8 +2,8 @@
 // everywhere unless told otherwise.
 #pragma once
 
-#include "platform/host/hostdisplay.h"
-#include "platform/host/hostmachine.h"
+#include "platform/host/machine/hostmachine.h"
+#include "platform/host/screen/hostdisplay.h"
 #include "platform/machine.h"
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "platform/headless/headlessdialogs.h"
 
 #include "formats/base/latin1.h"
-#include "platform/host/boxbuttons.h"
+#include "platform/host/screen/boxbuttons.h"
 
 #include <algorithm>
 #include <array>

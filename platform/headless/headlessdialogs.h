@@ -6,7 +6,7 @@
 #include "platform/headless/report.h"
 #include "platform/headless/timeline.h"
 #include "platform/headless/virtualclock.h"
-#include "platform/host/hostfiles.h"
+#include "platform/host/files/hostfiles.h"
 
 #include <deque>
 #include <iosfwd>

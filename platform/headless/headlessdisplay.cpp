@@ -1,6 +1,6 @@
 #include "platform/headless/headlessdisplay.h"
 
-#include "platform/host/pngwriter.h"
+#include "platform/host/screen/pngwriter.h"
 
 namespace platform {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/headless/report.h"
-#include "platform/host/hostdisplay.h"
+#include "platform/host/screen/hostdisplay.h"
 
 #include <optional>
 #include <string>

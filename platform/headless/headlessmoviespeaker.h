@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/headless/waverecorder.h"
-#include "platform/host/clockedmoviespeaker.h"
+#include "platform/host/sound/clockedmoviespeaker.h"
 
 #include <vector>
 

@@ -2,7 +2,7 @@
 
 #include "formats/base/latin1.h"
 #include "platform/headless/headlesstextwindow.h"
-#include "platform/host/secondwall.h"
+#include "platform/host/files/secondwall.h"
 
 #include <algorithm>
 #include <cstdio>

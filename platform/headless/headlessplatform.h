@@ -13,12 +13,12 @@
 #include "platform/headless/timelineevents.h"
 #include "platform/headless/virtualclock.h"
 #include "platform/headless/waverecorder.h"
-#include "platform/host/datafolder.h"
-#include "platform/host/hostfiles.h"
-#include "platform/host/hostmodules.h"
-#include "platform/host/hostmovies.h"
-#include "platform/host/hostoptions.h"
-#include "platform/host/hosttypefaces.h"
+#include "platform/host/faces/hosttypefaces.h"
+#include "platform/host/files/datafolder.h"
+#include "platform/host/files/hostfiles.h"
+#include "platform/host/machine/hostmodules.h"
+#include "platform/host/machine/hostoptions.h"
+#include "platform/host/movies/hostmovies.h"
 #include "platform/platform.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "platform/headless/headlesstextwindow.h"
 
-#include "platform/host/textfont.h"
+#include "platform/host/faces/textfont.h"
 
 #include <algorithm>
 

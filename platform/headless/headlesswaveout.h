@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/headless/waverecorder.h"
-#include "platform/host/clockedwaveout.h"
+#include "platform/host/sound/clockedwaveout.h"
 
 namespace platform {
 

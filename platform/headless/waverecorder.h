@@ -5,7 +5,7 @@
 // the disk while they are played and get their lengths when they are finished.
 #pragma once
 
-#include "platform/host/soundsink.h"
+#include "platform/host/sound/soundsink.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "platform/sdl/filechooser.h"
 
 #include "formats/base/latin1.h"
-#include "platform/host/descriptor.h"
+#include "platform/host/files/descriptor.h"
 
 #include <algorithm>
 #include <array>

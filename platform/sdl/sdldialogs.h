@@ -4,9 +4,9 @@
 #pragma once
 
 #include "platform/dialogs.h"
-#include "platform/host/boxbuttons.h"
-#include "platform/host/boxpanel.h"
-#include "platform/host/hostfiles.h"
+#include "platform/host/files/hostfiles.h"
+#include "platform/host/screen/boxbuttons.h"
+#include "platform/host/screen/boxpanel.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
 

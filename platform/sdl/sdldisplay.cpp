@@ -1,7 +1,7 @@
 #include "platform/sdl/sdldisplay.h"
 
 #include "formats/base/latin1.h"
-#include "platform/host/pixels.h"
+#include "platform/host/screen/pixels.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,8 +1,8 @@
 // The screen in a real window. What is presented is gathered and drawn by `flush`, once a pass.
 #pragma once
 
-#include "platform/host/boxpanel.h"
-#include "platform/host/hostdisplay.h"
+#include "platform/host/screen/boxpanel.h"
+#include "platform/host/screen/hostdisplay.h"
 #include "platform/sdl/sdlwindow.h"
 
 #include <functional>

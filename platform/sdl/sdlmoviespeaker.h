@@ -3,7 +3,7 @@
 // drivers open one at a time, so there a second movie is silent.
 #pragma once
 
-#include "platform/host/clockedmoviespeaker.h"
+#include "platform/host/sound/clockedmoviespeaker.h"
 #include "platform/sdl/sdlsound.h"
 
 namespace platform {

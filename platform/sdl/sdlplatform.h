@@ -2,10 +2,10 @@
 // to be included.
 #pragma once
 
-#include "platform/host/boxbuttons.h"
-#include "platform/host/gameinfo.h"
-#include "platform/host/hostmodules.h"
-#include "platform/host/hostoptions.h"
+#include "platform/host/game/gameinfo.h"
+#include "platform/host/machine/hostmodules.h"
+#include "platform/host/machine/hostoptions.h"
+#include "platform/host/screen/boxbuttons.h"
 #include "platform/platform.h"
 
 #include <memory>

@@ -6,7 +6,7 @@
 #pragma once
 
 #include "platform/clock.h"
-#include "platform/host/moviespeaker.h"
+#include "platform/host/sound/moviespeaker.h"
 
 #include <SDL.h>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "platform/sdl/sdltextwindow.h"
 
 #include "formats/base/latin1.h"
-#include "platform/host/textfont.h"
+#include "platform/host/faces/textfont.h"
 
 #include <algorithm>
 #include <string>

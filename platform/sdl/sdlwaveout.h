@@ -6,7 +6,7 @@
 // device lock held where both meet. The flags of the buffers belong to the main thread alone.
 #pragma once
 
-#include "platform/host/clockedwaveout.h"
+#include "platform/host/sound/clockedwaveout.h"
 #include "platform/sdl/sdlsound.h"
 
 #include <cstddef>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/display.h"
-#include "platform/host/gameinfo.h"
-#include "platform/host/pngreader.h"
+#include "platform/host/game/gameinfo.h"
+#include "platform/host/screen/pngreader.h"
 
 #include <SDL.h>
 #include <cstddef>

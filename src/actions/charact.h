@@ -2,7 +2,7 @@
 #pragma once
 
 #include "actionof.h"
-#include "scenes/rcharctr.h"
+#include "character/rcharctr.h"
 
 #include <memory>
 

@@ -1,9 +1,9 @@
 #include "movieact.h"
 
 #include "actionparameters.h"
+#include "movie/rsmackermovie.h"
 #include "omsbirths.h"
 #include "omtrinketwindow.h"
-#include "scenes/rsmackermovie.h"
 
 #include <utility>
 

@@ -2,7 +2,7 @@
 
 #include "actionparameters.h"
 #include "omdebug.h"
-#include "streamsound.h"
+#include "sound/streamsound.h"
 
 SoundAction::SoundAction(int id, bool streamed, bool interruptible)
     : CopiedAction(interruptible), id_(id), streamed_(streamed) {}

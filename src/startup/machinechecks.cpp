@@ -4,8 +4,8 @@
 #include "omlog.h"
 #include "omplatform.h"
 #include "omwaveengine.h"
-#include "programresources.h"
-#include "scenes/efwindow.h"
+#include "scene/efwindow.h"
+#include "startup/programresources.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // What the machine must have before the game runs on it, and what its window is made of.
 #pragma once
 
-#include "configuration.h"
 #include "omapp.h"
+#include "startup/configuration.h"
 #include "startup/warnings.h"
 
 #include <optional>

@@ -1,7 +1,7 @@
 #include "startup/memoryexhaustion.h"
 
 #include "omplatform.h"
-#include "programresources.h"
+#include "startup/programresources.h"
 #include "startup/warnings.h"
 
 #include <memory>

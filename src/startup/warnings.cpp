@@ -3,7 +3,7 @@
 #include "omapp.h"
 #include "omplatform.h"
 #include "omsarguments.h"
-#include "programresources.h"
+#include "startup/programresources.h"
 
 namespace {
 

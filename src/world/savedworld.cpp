@@ -2,7 +2,7 @@
 
 #include "omlog.h"
 #include "omplatform.h"
-#include "programresources.h"
+#include "startup/programresources.h"
 
 #include <utility>
 

@@ -5,13 +5,13 @@
 
 #include "actions/actioncontainer.h"
 #include "actions/actiontypes.h"
+#include "commands/scriptclasses.h"
 #include "omao.h"
 #include "ompp/memorystream.h"
 #include "omsarguments.h"
 #include "omsexception.h"
 #include "omtrinketwindow.h"
 #include "omwaveengine.h"
-#include "scriptclasses.h"
 #include "trinkets/aseqbuilder.h"
 #include "trinkets/scriptfixture.h"
 

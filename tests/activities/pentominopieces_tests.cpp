@@ -1,7 +1,7 @@
 // The pieces of the pentomino game in all their views, and what scripts do with them and the board.
 #include "pentominofixture.h"
 
-#include "scenes/aobackground.h"
+#include "scene/aobackground.h"
 
 using namespace testing_support;
 using platform::Point;

@@ -5,8 +5,8 @@
 
 #include "omregion.h"
 
-#include "platform/host/hostdisplay.h"
-#include "platform/host/nomovies.h"
+#include "platform/host/movies/nomovies.h"
+#include "platform/host/screen/hostdisplay.h"
 #include "platform/platform.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // The program's file names on the host's files.
 #include "temporaryfolder.h"
 
-#include "platform/host/hostfiles.h"
+#include "platform/host/files/hostfiles.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,7 +1,7 @@
 // Loading of libraries by the program's names for files.
 #include "temporaryfolder.h"
 
-#include "platform/host/hostmodules.h"
+#include "platform/host/machine/hostmodules.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>

@@ -8,12 +8,12 @@
 #include "trinkets/aseqbuilder.h"
 #include "trinkets/scriptfixture.h"
 
+#include "commands/scriptclasses.h"
 #include "omeffectsounds.h"
 #include "omsarguments.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 #include "puzzles/rcontainer.h"
-#include "scriptclasses.h"
 
 #include <functional>
 #include <map>

@@ -1,5 +1,5 @@
 // The game's picture on a screen of 16, 24 or 32 bits; golden scenes show all else there.
-#include "scenes/efwindow.h"
+#include "scene/efwindow.h"
 
 #include "trinkets/windowfixture.h"
 

@@ -1,4 +1,4 @@
-#include "scenes/efwindow.h"
+#include "scene/efwindow.h"
 
 #include "trinkets/windowfixture.h"
 

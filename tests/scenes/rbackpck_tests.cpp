@@ -1,6 +1,6 @@
 // The backpack: what it shows of the world's memory, what the player drags out of it, and what
 // scripts put in and take out.
-#include "scenes/rbackpck.h"
+#include "backpack/rbackpck.h"
 
 #include "ompp/curbuilder.h"
 #include "src/gamefixture.h"

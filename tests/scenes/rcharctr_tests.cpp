@@ -1,14 +1,14 @@
 // Characters: fidgets, animations, speeches, and who is told.
-#include "scenes/rcharctr.h"
+#include "character/rcharctr.h"
 
 #include "trinkets/windowfixture.h"
 
 #include "aosounds.h"
-#include "commands.h"
+#include "commands/commands.h"
 #include "omao.h"
 #include "omrandom.h"
 #include "omsarguments.h"
-#include "scenes/efwindow.h"
+#include "scene/efwindow.h"
 #include "ykeyword.h"
 
 #include <map>

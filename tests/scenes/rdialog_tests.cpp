@@ -1,12 +1,12 @@
 // Dialogs: what they swallow while they are there, their buttons, and who hears of them.
-#include "scenes/rdialog.h"
+#include "dialog/rdialog.h"
 
 #include "src/gamefixture.h"
 
 #include "omtbackground.h"
 #include "rhotspot.h"
 #include "rpbutton.h"
-#include "scenes/rscenprt.h"
+#include "scene/rscenprt.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 // The progress screen: its layouts, what it shows of a player, what clicks change in the world's
 // memory, when it refuses, and who is told.
-#include "scenes/rlaptrap.h"
+#include "progress/rlaptrap.h"
 
 #include "ompp/soundfixture.h"
 #include "trinkets/windowfixture.h"
@@ -8,9 +8,9 @@
 #include "omeffectsounds.h"
 #include "ompath.h"
 #include "omsclass.h"
-#include "scenes/backgroundmusic.h"
-#include "scenes/rlaptraprule.h"
-#include "scenes/scenepause.h"
+#include "progress/rlaptraprule.h"
+#include "scene/scenepause.h"
+#include "sound/backgroundmusic.h"
 #include "world/rworldport.h"
 #include "world/worldmemory.h"
 

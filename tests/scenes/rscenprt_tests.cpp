@@ -1,11 +1,11 @@
 // Scene ports: events, clicks on the background, the music behind the scenes and its fades.
-#include "scenes/rscenprt.h"
+#include "scene/rscenprt.h"
 
 #include "ompp/soundfixture.h"
 #include "trinkets/windowfixture.h"
 
-#include "scenes/backgroundmusic.h"
-#include "scenes/efwindow.h"
+#include "scene/efwindow.h"
+#include "sound/backgroundmusic.h"
 
 #include <algorithm>
 #include <array>

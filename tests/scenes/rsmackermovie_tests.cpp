@@ -1,4 +1,4 @@
-#include "scenes/rsmackermovie.h"
+#include "movie/rsmackermovie.h"
 
 #include "ompp/soundbuilder.h"
 #include "scenes/fakemovies.h"
@@ -10,7 +10,7 @@
 #include "omsclass.h"
 #include "omwaveengine.h"
 #include "omwavesound.h"
-#include "scenes/efwindow.h"
+#include "scene/efwindow.h"
 
 #include <gmock/gmock.h>
 

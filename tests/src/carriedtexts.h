@@ -2,7 +2,7 @@
 #pragma once
 
 #include "memoryfiles.h"
-#include "programresources.h"
+#include "startup/programresources.h"
 
 inline const RProgramTexts& carriedTexts() {
     static const RProgramTexts texts;

@@ -1,4 +1,4 @@
-#include "cursors.h"
+#include "resources/cursors.h"
 
 #include "curbuilder.h"
 #include "frameworkfixture.h"

@@ -2,11 +2,11 @@
 #include "../ompp/nfntbuilder.h"
 #include "../trinkets/windowfixture.h"
 
-#include "fontfact.h"
 #include "omformat.h"
 #include "omnfntfont.h"
 #include "omsysfont.h"
 #include "omttfont.h"
+#include "resources/fontfact.h"
 
 #include <optional>
 

@@ -1,12 +1,12 @@
 // Menu commands, keys that are commands, the exit screen.
-#include "menucommands.h"
+#include "commands/menucommands.h"
 
 #include "carriedtexts.h"
 #include "trinkets/windowfixture.h"
 
 #include "rkbdinp.h"
-#include "scenes/efwindow.h"
-#include "scenes/rscenprt.h"
+#include "scene/efwindow.h"
+#include "scene/rscenprt.h"
 
 using namespace testing_support;
 using platform::KeyPress;

@@ -2,11 +2,11 @@
 #include "frameworkfixture.h"
 #include "nebuilder.h"
 
+#include "commands/resourcecommands.h"
 #include "omapp.h"
 #include "omistreamdll16.h"
 #include "omsarguments.h"
-#include "resourcecommands.h"
-#include "resources.h"
+#include "resources/resources.h"
 #include "ykeyword.h"
 
 #include <chrono>

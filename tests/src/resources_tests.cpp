@@ -4,7 +4,7 @@
 
 #include "omapp.h"
 #include "omformat.h"
-#include "resources.h"
+#include "resources/resources.h"
 
 #include <algorithm>
 #include <optional>

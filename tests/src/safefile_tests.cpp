@@ -5,7 +5,7 @@
 #include "platform/temporaryfolder.h"
 
 #include "platform/headless/breakingfiles.h"
-#include "platform/host/hostfiles.h"
+#include "platform/host/files/hostfiles.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>

@@ -4,12 +4,12 @@
 #include "../trinkets/scriptfixture.h"
 #include "../trinkets/windowfixture.h"
 
-#include "animationsounds.h"
-#include "gamesounds.h"
+#include "commands/soundcommands.h"
 #include "omao.h"
 #include "omwaveengine.h"
-#include "resources.h"
-#include "soundcommands.h"
+#include "resources/resources.h"
+#include "sound/animationsounds.h"
+#include "sound/gamesounds.h"
 
 using testing_support::AseqBuilder;
 using testing_support::Bytes;

@@ -2,8 +2,8 @@
 // through which scripts see it.
 #include "worldfixture.h"
 
-#include "commands.h"
-#include "scenes/efwindow.h"
+#include "commands/commands.h"
+#include "scene/efwindow.h"
 #include "world/rworldport.h"
 
 #include <gmock/gmock.h>

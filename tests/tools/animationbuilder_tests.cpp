@@ -1,8 +1,8 @@
-#include "animationbuilder.h"
+#include "pictures/animationbuilder.h"
 
 #include "aorow.h"
-#include "palette.h"
-#include "picture.h"
+#include "pictures/palette.h"
+#include "pictures/picture.h"
 #include "testfiles.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "aseq.h"
+#include "pictures/aseq.h"
 
 #include "testfiles.h"
 

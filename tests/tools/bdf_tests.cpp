@@ -1,4 +1,4 @@
-#include "bdf.h"
+#include "fonts/bdf.h"
 
 #include "testfiles.h"
 #include "testfonts.h"

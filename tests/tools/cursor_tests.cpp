@@ -1,4 +1,4 @@
-#include "cursor.h"
+#include "pictures/cursor.h"
 
 #include "testfiles.h"
 

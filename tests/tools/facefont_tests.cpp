@@ -1,6 +1,6 @@
-#include "facefont.h"
+#include "fonts/facefont.h"
 
-#include "fontbuilder.h"
+#include "fonts/fontbuilder.h"
 #include "testfonts.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "manifest.h"
+#include "manifest/manifest.h"
 
-#include "sequencetext.h"
+#include "pictures/sequencetext.h"
 #include "testfiles.h"
 
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
-#include "map.h"
+#include "library/map.h"
 
-#include "aseq.h"
 #include "foreignlibrary.h"
-#include "nelibrary.h"
+#include "library/nelibrary.h"
+#include "pictures/aseq.h"
 #include "tooltest.h"
 
 namespace {

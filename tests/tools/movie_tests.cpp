@@ -1,11 +1,11 @@
-#include "list.h"
-#include "movie/makemovie.h"
-#include "movie/moviecolours.h"
-#include "movie/soundcoder.h"
+#include "library/list.h"
+#include "movies/makemovie.h"
+#include "movies/moviecolours.h"
+#include "movies/soundcoder.h"
 
 #include "moviedecoder.h"
-#include "palettelift.h"
-#include "soundfile.h"
+#include "pictures/palettelift.h"
+#include "sounds/soundfile.h"
 #include "tooltest.h"
 
 #include <random>

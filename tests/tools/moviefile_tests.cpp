@@ -1,4 +1,4 @@
-#include "movie/moviefile.h"
+#include "movies/moviefile.h"
 
 #include "moviedecoder.h"
 #include "testfiles.h"

@@ -1,4 +1,4 @@
-#include "nelibrary.h"
+#include "library/nelibrary.h"
 
 #include "testfiles.h"
 

@@ -1,6 +1,6 @@
-#include "nfnt.h"
+#include "fonts/nfnt.h"
 
-#include "fontbuilder.h"
+#include "fonts/fontbuilder.h"
 #include "testfiles.h"
 #include "testfonts.h"
 

@@ -1,7 +1,7 @@
-#include "palette.h"
+#include "pictures/palette.h"
 
-#include "palettelift.h"
-#include "picture.h"
+#include "pictures/palettelift.h"
+#include "pictures/picture.h"
 #include "testfiles.h"
 
 #include <gtest/gtest.h>

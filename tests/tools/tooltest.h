@@ -3,7 +3,7 @@
 
 #include "testfiles.h"
 
-#include "pack.h"
+#include "manifest/pack.h"
 
 #include <sstream>
 

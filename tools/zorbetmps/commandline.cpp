@@ -3,7 +3,7 @@
 #include "zorbetmps/check.h"
 #include "zorbetmps/words.h"
 
-#include "vocabulary.h"
+#include "commands/vocabulary.h"
 #include "ykeyword.h"
 
 #include "commandline/commandline.h"

@@ -4,7 +4,7 @@
 // "scripts" there, by the naming rules of the game: "\" between folders, letter case ignored.
 #pragma once
 
-#include "platform/host/hostfiles.h"
+#include "platform/host/files/hostfiles.h"
 
 #include <memory>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "zorbetmps/words.h"
 
+#include "commands/vocabulary.h"
 #include "omsclass.h"
-#include "vocabulary.h"
 
 #include <algorithm>
 #include <ostream>

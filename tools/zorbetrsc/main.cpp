@@ -1,9 +1,9 @@
 // zorbet-rsc: builds, unpacks and shows resource libraries, and makes movies.
-#include "commands.h"
-#include "facefont.h"
-#include "quantizer.h"
-#include "resampler.h"
-#include "soundfile.h"
+#include "commands/commands.h"
+#include "fonts/facefont.h"
+#include "pictures/quantizer.h"
+#include "sounds/resampler.h"
+#include "sounds/soundfile.h"
 
 #include "commandline/commandline.h"
 

@@ -3,7 +3,7 @@
 // by case.
 #pragma once
 
-#include "nelibrary.h"
+#include "library/nelibrary.h"
 
 #include <map>
 #include <set>

@@ -2,7 +2,7 @@
 // cannot wait for the task.
 #include "omcachedfile.h"
 
-#include "../omcachedfilelists.h"
+#include "../resources/omcachedfilelists.h"
 #include "omdebug.h"
 
 #include <algorithm>

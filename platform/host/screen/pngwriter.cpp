@@ -1,0 +1,68 @@
+#include "platform/host/screen/pngwriter.h"
+
+#include "platform/host/screen/pixels.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <png.h>
+#include <span>
+#include <vector>
+
+namespace platform {
+
+namespace {
+
+constexpr std::size_t kRgbBytes = 3;
+
+png_image imageOf(const Surface& surface) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(surface.width());
+    image.height = static_cast<png_uint_32>(surface.height());
+    return image;
+}
+
+bool writeIndexed(const std::string& hostPath, const Surface& surface,
+                  const std::array<Rgb, kPaletteSize>& palette) {
+    std::vector<std::uint8_t> colourMap;
+    for (const Rgb& colour : palette) {
+        colourMap.insert(colourMap.end(), {colour.red, colour.green, colour.blue});
+    }
+    png_image image = imageOf(surface);
+    image.format = PNG_FORMAT_RGB_COLORMAP;
+    image.colormap_entries = kPaletteSize;
+    return png_image_write_to_file(&image, hostPath.c_str(), 0, surface.row(0),
+                                   static_cast<png_int_32>(surface.stride()),
+                                   colourMap.data()) != 0;
+}
+
+std::vector<std::uint8_t> rgbBytes(const Surface& surface,
+                                   const std::array<Rgb, kPaletteSize>& palette) {
+    const auto width = static_cast<std::size_t>(surface.width());
+    std::vector<std::uint8_t> bytes;
+    bytes.reserve(kRgbBytes * width * static_cast<std::size_t>(surface.height()));
+    std::vector<std::uint32_t> colours(width);
+    const ColourReader reader(surface, palette);
+    for (int y = 0; y < surface.height(); ++y) {
+        reader.read(y, 0, colours);
+        for (const std::uint32_t colour : colours) {
+            bytes.push_back(static_cast<std::uint8_t>(colour >> 16));
+            bytes.push_back(static_cast<std::uint8_t>(colour >> 8));
+            bytes.push_back(static_cast<std::uint8_t>(colour));
+        }
+    }
+    return bytes;
+}
+
+} // namespace
+
+bool writePng(const std::string& hostPath, const Surface& surface,
+              const std::array<Rgb, kPaletteSize>& palette) {
+    if (surface.depth() == 8) return writeIndexed(hostPath, surface, palette);
+    png_image image = imageOf(surface);
+    image.format = PNG_FORMAT_RGB;
+    const std::vector<std::uint8_t> bytes = rgbBytes(surface, palette);
+    return png_image_write_to_file(&image, hostPath.c_str(), 0, bytes.data(), 0, nullptr) != 0;
+}
+
+} // namespace platform

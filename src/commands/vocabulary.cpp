@@ -1,0 +1,87 @@
+#include "commands/vocabulary.h"
+
+#include "actions/rcompositeaction.h"
+#include "actions/rqueue.h"
+#include "actions/rrandomaction.h"
+#include "activities/rmap.h"
+#include "activities/rpeggame.h"
+#include "activities/rpentominogame.h"
+#include "backpack/rbackpck.h"
+#include "character/rcharctr.h"
+#include "commands/commands.h"
+#include "commands/resourcecommands.h"
+#include "commands/soundcommands.h"
+#include "dialog/rdialog.h"
+#include "movie/rsmackermovie.h"
+#include "ommultitrinket.h"
+#include "progress/rlaptrap.h"
+#include "puzzles/rattributecontainer.h"
+#include "puzzles/rdoublegraphictextanswer.h"
+#include "puzzles/rfabriccontainer.h"
+#include "puzzles/rgraphicanswer.h"
+#include "puzzles/rgraphictextanswer.h"
+#include "puzzles/rhorizontalcontainer.h"
+#include "puzzles/rhorizontalvaluecontainer.h"
+#include "puzzles/rpuzzle.h"
+#include "puzzles/rstackingcontainer.h"
+#include "puzzles/rvaluecontainer.h"
+#include "ranimation.h"
+#include "ranimationtrigger.h"
+#include "rhotspot.h"
+#include "rkbdinp.h"
+#include "rpbutton.h"
+#include "rsellist.h"
+#include "rtext.h"
+#include "rtrigger.h"
+#include "scene/rscenprt.h"
+#include "world/rworldport.h"
+
+namespace {
+
+constexpr const OMSClass* kClasses[] = {
+    &OMAnimation::kClass, // made by the program alone
+    &OMMultiTrinket::kClass,
+    &RAnimation::kClass,
+    &RAnimationTrigger::kClass,
+    &RAttributeContainer::kClass,
+    &RBackPack::kClass,
+    &RCharacter::kClass,
+    &RCompositeAction::kClass,
+    &RDialog::kClass,
+    &RDoubleGraphicTextAnswer::kClass,
+    &RFabricContainer::kClass,
+    &RGraphicAnswer::kClass,
+    &RGraphicTextAnswer::kClass,
+    &RHorizontalContainer::kClass,
+    &RHorizontalValueContainer::kClass,
+    &RHotSpot::kClass,
+    &RKbdInp::kClass,
+    &RLapTrap::kClass,
+    &RMap::kClass,
+    &RPButton::kClass,
+    &RPegGame::kClass,
+    &RPentominoGame::kClass,
+    &RPuzzle::kClass,
+    &RQueue::kClass,
+    &RRandomAction::kClass,
+    &RScenePort::kClass,
+    &RSelList::kClass,
+    &RSmackerMovie::kClass,
+    &RStackingContainer::kClass,
+    &RText::kClass,
+    &RTrigger::kClass,
+    &RValueContainer::kClass,
+    &RWorldPort::kClass,
+};
+
+} // namespace
+
+std::span<const OMSClass* const> RGameClasses() { return kClasses; }
+
+std::vector<RCommandWords> RGameCommands() {
+    std::vector<RCommandWords> all;
+    for (const auto& words :
+         {RCommands::words(), RResourceCommands::words(), RSoundCommands::words()})
+        all.insert(all.end(), words.begin(), words.end());
+    return all;
+}

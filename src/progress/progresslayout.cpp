@@ -1,0 +1,344 @@
+#include "progress/progresslayout.h"
+
+#include "formats/base/scanner.h"
+#include "ompath.h"
+#include "omplatform.h"
+#include "omresourcelog.h"
+#include "resources/resourcemap.h"
+#include "world/locations.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::string_view kFileName = "progress.map";
+constexpr std::size_t kMaxLayoutSize = 65536;
+constexpr std::size_t kLineLength = 199;
+constexpr char kComment = ';';
+constexpr std::string_view kHereWord = "HERE";
+constexpr std::string_view kNoFlagWord = "-";
+
+constexpr int kLastResource = 32767;
+constexpr int kFarthest = 10'000; ///< pixels from the panel
+constexpr int kLastColor = 255;
+constexpr int kLastLocation = 46;
+
+constexpr std::string_view kBuiltIn = R"(
+PRACTICE
+PANEL 12100 0 0
+SOUND 12101
+HINT 12102
+CLOSE 12001 580 16
+REFUSAL 12002 260 200
+NAME 40 24 -1 255
+MUSIC 12003 480 16 12004 524 16
+PART seenLapTrapInPractice 12103
+MAP CBA1 12032 30 90
+MAP CBA2 12033 30 140
+MAP CMA 12038 30 190
+MAP CWS1 12021 30 240
+MAP CWS2 12022 30 290
+MAP CWS3 12023 30 340
+MAP CWS4 12024 30 390
+MAP OMA 12039 330 90
+MAP OWS1 12025 330 140
+MAP OWS2 12026 330 190
+MAP OWS3 12027 330 240
+MAP OWS4 12028 330 290
+MAP PWS1 12029 330 340
+MAP PWS2 12030 330 390
+PART seenProgressLevels 12104
+LEVELS CBA1 12011 120 90 12012 160 90 12013 200 90 12014 240 90 12015 286 90
+LEVELS CBA2 12011 120 140 12012 160 140 12013 200 140 12014 240 140 12015 286 140
+LEVELS CMA 12011 120 190 12012 160 190 12013 200 190 12014 240 190 12015 286 190
+LEVELS CWS1 12011 120 240 12012 160 240 12013 200 240 12014 240 240 12015 286 240
+LEVELS CWS2 12011 120 290 12012 160 290 12013 200 290 12014 240 290 12015 286 290
+LEVELS CWS3 12011 120 340 12012 160 340 12013 200 340 12014 240 340 12015 286 340
+LEVELS CWS4 12011 120 390 12012 160 390 12013 200 390 12014 240 390 12015 286 390
+LEVELS OMA 12011 420 90 12012 460 90 12013 500 90 12014 540 90 12015 586 90
+LEVELS OWS1 12011 420 140 12012 460 140 12013 500 140 12014 540 140 12015 586 140
+LEVELS OWS2 12011 420 190 12012 460 190 12013 500 190 12014 540 190 12015 586 190
+LEVELS OWS3 12011 420 240 12012 460 240 12013 500 240 12014 540 240 12015 586 240
+LEVELS OWS4 12011 420 290 12012 460 290 12013 500 290 12014 540 290 12015 586 290
+LEVELS PWS1 12011 420 340 12012 460 340 12013 500 340 12014 540 340 12015 586 340
+LEVELS PWS2 12011 420 390 12012 460 390 12013 500 390 12014 540 390 12015 586 390
+
+GAME
+PANEL 12200 0 0
+SOUND 12201
+HINT 12202
+CLOSE 12001 580 16
+REFUSAL 12002 260 200
+NAME 40 24 -1 255
+MUSIC 12003 480 16 12004 524 16
+PART seenCairoMap 12203 C*
+MAP CBA1 12032 30 90
+MAP CBA2 12033 30 140
+MAP CMA 12038 30 190
+MAP CWS1 12021 30 240
+MAP CWS2 12022 30 290
+MAP CWS3 12023 30 340
+MAP CWS4 12024 30 390
+MAP CHUB 12035 30 440
+PART seenOasisMap 12204 O* P*
+MAP OMA 12039 330 90
+MAP OWS1 12025 330 140
+MAP OWS2 12026 330 190
+MAP OWS3 12027 330 240
+MAP OWS4 12028 330 290
+MAP PWS1 12029 330 340
+MAP PWS2 12030 330 390
+MAP OHUB 12036 330 440
+PART seenProgressLevels 12104 C*
+LEVELS CBA1 12011 120 90 12012 160 90 12013 200 90 12014 240 90 12015 286 90
+LEVELS CBA2 12011 120 140 12012 160 140 12013 200 140 12014 240 140 12015 286 140
+LEVELS CMA 12011 120 190 12012 160 190 12013 200 190 12014 240 190 12015 286 190
+LEVELS CWS1 12011 120 240 12012 160 240 12013 200 240 12014 240 240 12015 286 240
+LEVELS CWS2 12011 120 290 12012 160 290 12013 200 290 12014 240 290 12015 286 290
+LEVELS CWS3 12011 120 340 12012 160 340 12013 200 340 12014 240 340 12015 286 340
+LEVELS CWS4 12011 120 390 12012 160 390 12013 200 390 12014 240 390 12015 286 390
+PART seenProgressLevels 12104 O* P*
+LEVELS OMA 12011 420 90 12012 460 90 12013 500 90 12014 540 90 12015 586 90
+LEVELS OWS1 12011 420 140 12012 460 140 12013 500 140 12014 540 140 12015 586 140
+LEVELS OWS2 12011 420 190 12012 460 190 12013 500 190 12014 540 190 12015 586 190
+LEVELS OWS3 12011 420 240 12012 460 240 12013 500 240 12014 540 240 12015 586 240
+LEVELS OWS4 12011 420 290 12012 460 290 12013 500 290 12014 540 290 12015 586 290
+LEVELS PWS1 12011 420 340 12012 460 340 12013 500 340 12014 540 340 12015 586 340
+LEVELS PWS2 12011 420 390 12012 460 390 12013 500 390 12014 540 390 12015 586 390
+)";
+
+bool matches(std::string_view name, std::string_view place) {
+    if (!place.ends_with('*')) return name == place;
+    return name.starts_with(place.substr(0, place.size() - 1));
+}
+
+bool isPlace(std::string_view place) {
+    for (int location = 1; location <= kLastLocation; ++location) {
+        const std::string_view name = world::locationName(location);
+        if (!name.empty() && matches(name, place)) return true;
+    }
+    return false;
+}
+
+/// Words and numbers of one line; the first that is wrong is remembered.
+class Fields {
+  public:
+    explicit Fields(std::string_view line) : scanner_(line) {}
+
+    std::string_view word() {
+        const std::string_view found = scanner_.word();
+        ok_ = ok_ && !found.empty();
+        return found;
+    }
+    int number(int least, int most) {
+        const std::optional<int> found = scanner_.number();
+        ok_ = ok_ && found && *found >= least && *found <= most;
+        return found.value_or(0);
+    }
+    int sound() { return number(OMEffectSounds::kNoSound, kLastResource); }
+    int coordinate() { return number(-kFarthest, kFarthest); }
+    ProgressPicture picture() {
+        return {number(1, kLastResource), coordinate(), coordinate()}; // in this order
+    }
+    int location() {
+        const std::string_view name = word();
+        if (name == kHereWord) return kProgressHere;
+        const int found = world::locationNamed(name);
+        ok_ = ok_ && found != world::kNowhere;
+        return found;
+    }
+    [[nodiscard]] bool hasMore() {
+        scanner_.skipBlanks();
+        return ok_ && !scanner_.atEnd();
+    }
+    /// Whether everything was right, and nothing is left.
+    [[nodiscard]] bool areRight() { return ok_ && !hasMore(); }
+
+  private:
+    formats::TextScanner scanner_;
+    bool ok_ = true;
+};
+
+class Reader {
+  public:
+    Reader(std::string_view path, std::string_view text) : problems_(path), scanner_(text) {}
+
+    void readInto(ProgressLayouts& layouts);
+
+  private:
+    /// Where a line has its place.
+    enum class Place { Anywhere, InLayout, InPart };
+    struct Word {
+        std::string_view name;
+        Place place;
+        /// Takes what the fields say; false when they are wrong.
+        bool (Reader::*take)(Fields&);
+        const char* form; ///< told when they are wrong
+    };
+    static const Word kWords[];
+
+    void readLine(std::string_view line);
+    /// What was read, if all of the line was right.
+    template <class Value, class Target>
+    static bool keep(Fields& fields, const Value& value, Target& target) {
+        if (!fields.areRight()) return false;
+        target = value;
+        return true;
+    }
+    void problem(const char* text) { problems_.log(scanner_.lineNumber(), text); }
+
+    bool begin(ProgressLayout& layout, Fields& fields);
+    bool takePractice(Fields& fields) { return begin(layouts_->practice, fields); }
+    bool takeGame(Fields& fields) { return begin(layouts_->game, fields); }
+    bool takePanel(Fields& fields);
+    template <std::optional<ProgressPicture> ProgressLayout::*Picture>
+    bool takePicture(Fields& fields) {
+        return keep(fields, fields.picture(), layout_->*Picture);
+    }
+    bool takeName(Fields& fields);
+    bool takeMusic(Fields& fields);
+    template <int ProgressLayout::*Sound>
+    bool takeSound(Fields& fields) {
+        return keep(fields, fields.sound(), layout_->*Sound);
+    }
+    bool takePart(Fields& fields);
+    bool takeMapButton(Fields& fields);
+    bool takeLevels(Fields& fields);
+
+    MapProblems problems_;
+    formats::TextScanner scanner_;
+    ProgressLayouts* layouts_ = nullptr;
+    ProgressLayout* layout_ = nullptr; ///< null before the first
+    ProgressPart* part_ = nullptr;     ///< null after a part that is left out
+};
+
+const Reader::Word Reader::kWords[] = {
+    {"PRACTICE", Place::Anywhere, &Reader::takePractice, "not of the form PRACTICE"},
+    {"GAME", Place::Anywhere, &Reader::takeGame, "not of the form GAME"},
+    {"PANEL", Place::InLayout, &Reader::takePanel, "not of the form PANEL id [x y]"},
+    {"SOUND", Place::InLayout, &Reader::takeSound<&ProgressLayout::sound>,
+     "not of the form SOUND id"},
+    {"HINT", Place::InLayout, &Reader::takeSound<&ProgressLayout::hint>, "not of the form HINT id"},
+    {"CLOSE", Place::InLayout, &Reader::takePicture<&ProgressLayout::closeButton>,
+     "not of the form CLOSE id x y"},
+    {"REFUSAL", Place::InLayout, &Reader::takePicture<&ProgressLayout::refusal>,
+     "not of the form REFUSAL id x y"},
+    {"NAME", Place::InLayout, &Reader::takeName, "not of the form NAME x y font colour"},
+    {"MUSIC", Place::InLayout, &Reader::takeMusic, "not of the form MUSIC id x y id x y"},
+    {"PART", Place::InLayout, &Reader::takePart,
+     "not of the form PART flag sound [location]..., it is left out as a whole"},
+    {"MAP", Place::InPart, &Reader::takeMapButton, "not of the form MAP location id x y"},
+    {"LEVELS", Place::InPart, &Reader::takeLevels,
+     "not of the form LEVELS location, 4 x (id x y), [id x y]"},
+};
+
+void Reader::readInto(ProgressLayouts& layouts) {
+    layouts_ = &layouts;
+    // One character more tells that a line is longer.
+    for (std::string_view line = scanner_.line(kLineLength + 1); !line.empty();
+         line = scanner_.line(kLineLength + 1)) {
+        const std::string_view words = line.substr(0, line.find(kComment));
+        if (words.size() > kLineLength)
+            problem("longer than 199 characters, left out");
+        else if (words.find_first_not_of(" \t") != std::string_view::npos)
+            readLine(words);
+    }
+}
+
+void Reader::readLine(std::string_view line) {
+    Fields fields(line);
+    const auto* word = std::ranges::find(kWords, fields.word(), &Word::name);
+    if (word == std::end(kWords)) return problem("begins with no word of a layout, left out");
+    if (word->place != Place::Anywhere && !layout_)
+        return problem("PRACTICE or GAME must come before it, left out");
+    if (word->place == Place::InPart && !part_) return;
+    if (!(this->*word->take)(fields)) problem(word->form);
+}
+
+/// What comes before the first part is there at all locations.
+bool Reader::begin(ProgressLayout& layout, Fields& fields) {
+    if (!fields.areRight()) return false;
+    layout = {};
+    layout_ = &layout;
+    part_ = &layout_->parts.emplace_back();
+    return true;
+}
+
+bool Reader::takePanel(Fields& fields) {
+    ProgressPicture panel{fields.number(1, kLastResource), OMAnimation::kEmbedded,
+                          OMAnimation::kEmbedded};
+    if (fields.hasMore()) {
+        panel.x = fields.coordinate();
+        panel.y = fields.coordinate();
+    }
+    return keep(fields, panel, layout_->panel);
+}
+
+bool Reader::takeName(Fields& fields) {
+    const ProgressName name{fields.coordinate(), fields.coordinate(),
+                            fields.number(ProgressName::kSystemFont, kLastResource),
+                            fields.number(0, kLastColor)};
+    return keep(fields, name, layout_->name);
+}
+
+bool Reader::takeMusic(Fields& fields) {
+    return keep(fields, ProgressMusic{fields.picture(), fields.picture()}, layout_->music);
+}
+
+bool Reader::takePart(Fields& fields) {
+    part_ = nullptr;
+    ProgressPart part;
+    part.flag = fields.word();
+    if (part.flag == kNoFlagWord) part.flag.clear();
+    part.sound = fields.sound();
+    while (fields.hasMore()) part.places.emplace_back(fields.word());
+    if (!fields.areRight() || !std::ranges::all_of(part.places, isPlace)) return false;
+    part_ = &layout_->parts.emplace_back(std::move(part));
+    return true;
+}
+
+bool Reader::takeMapButton(Fields& fields) {
+    const ProgressMapButton button{fields.location(), fields.picture()};
+    if (fields.areRight()) part_->mapButtons.push_back(button);
+    return fields.areRight();
+}
+
+bool Reader::takeLevels(Fields& fields) {
+    ProgressLevels levels{};
+    levels.location = fields.location();
+    for (ProgressPicture& button : levels.buttons) button = fields.picture();
+    if (fields.hasMore()) levels.checkBox = fields.picture();
+    if (fields.areRight()) part_->levels.push_back(levels);
+    return fields.areRight();
+}
+
+} // namespace
+
+bool ProgressPart::isAt(int location) const {
+    const std::string_view name = world::locationName(location);
+    return places.empty() || std::ranges::any_of(places, [name](const std::string& place) {
+               return !name.empty() && matches(name, place);
+           });
+}
+
+ProgressLayouts ProgressLayouts::builtIn() {
+    ProgressLayouts layouts;
+    Reader("the built-in layouts", kBuiltIn).readInto(layouts);
+    return layouts;
+}
+
+ProgressLayouts ProgressLayouts::read(std::string_view path, std::string_view text) {
+    ProgressLayouts layouts = builtIn();
+    Reader(path, text).readInto(layouts);
+    return layouts;
+}
+
+ProgressLayouts ProgressLayouts::find() {
+    const std::optional<std::string> path = OMPathResolveFilename(kFileName);
+    if (!path) return builtIn();
+    platform::Files& files = OMPlatform().files();
+    if (const auto text = platform::readFile(files, *path, kMaxLayoutSize))
+        return read(*path, *text);
+    OMLogUnreadable(*path, "The built-in layout is used");
+    return builtIn();
+}

@@ -1,0 +1,34 @@
+// The command "pack": builds resource libraries and their map from what a manifest names.
+#pragma once
+
+#include "filesystem.h"
+#include "manifest/manifest.h"
+
+#include <iosfwd>
+
+namespace rsc {
+
+struct PackOptions {
+    std::filesystem::path manifest;
+    std::filesystem::path folder; ///< the libraries and the map go there
+};
+
+/// The text of the resource map that the manifest asks for. Libraries whose types do not fit into a
+/// map are left out of it.
+[[nodiscard]] std::string buildMap(const Manifest& manifest);
+
+/// What an author should know though all is packed.
+struct Warning {
+    std::string text;
+    int line = 0; ///< of the manifest
+};
+
+/// Everything that the manifest asks for, in its order, the maps last. `warnings` are added to.
+[[nodiscard]] std::vector<OutputFile> buildOutputs(const std::filesystem::path& manifest,
+                                                   std::vector<Warning>& warnings);
+
+/// Returns the exit code; faults are told as "MANIFEST:LINE: text" and leave all files as they
+/// were, warnings as "MANIFEST:LINE: warning: text".
+[[nodiscard]] int runPack(const PackOptions& options, std::ostream& errors);
+
+} // namespace rsc

@@ -1,0 +1,61 @@
+#include "movies/moviesound.h"
+
+#include "sounds/gamesound.h"
+#include "sounds/soundbuilder.h"
+#include "sounds/soundfile.h"
+
+#include "platform/waveout.h"
+
+namespace rsc {
+
+namespace {
+
+using platform::WaveOut;
+
+constexpr int kMostChannels = 2;
+
+/// Whether a movie can store the samples as they are.
+bool isStorable(const OMWaveFacts& facts) {
+    return facts.kind == OMWaveFacts::Kind::Riff && facts.hasFormat &&
+           facts.coding == OMWaveFacts::kPcm && (facts.bits == 8 || facts.bits == 16) &&
+           facts.channels >= 1 && facts.channels <= kMostChannels;
+}
+
+MovieSound storedSound(const OMWaveFacts& facts, ByteSpan file) {
+    MovieSound sound{facts.header.sampleRate, facts.channels, facts.bits, {}};
+    const ByteSpan samples = samplesOf(facts, file);
+    const ByteSpan whole = samples.first(samples.size() - samples.size() % sound.bytesOfPoint());
+    sound.samples.assign(whole.begin(), whole.end());
+    return sound;
+}
+
+MovieSound convertedSound(ByteSpan file) {
+    const SoundSamples given = readSoundFile(file);
+    MovieSound sound{given.rate, given.channels, given.isDeep ? 16 : 8, {}};
+    for (const float value : given.values) {
+        if (given.isDeep)
+            putSigned16(sound.samples, toSample16(value));
+        else
+            put8(sound.samples, toSample8(value));
+    }
+    return sound;
+}
+
+} // namespace
+
+MovieSound readMovieSound(ByteSpan file) {
+    const OMWaveFacts facts = OMExamineWave(std::as_bytes(file));
+    refuseCutOff(facts);
+    MovieSound sound = isStorable(facts) ? storedSound(facts, file) : convertedSound(file);
+    if (sound.samples.empty()) throw Refusal("the sound has no samples");
+    if (sound.channels > kMostChannels)
+        throw Refusal("the sound has " + std::to_string(sound.channels) +
+                      " channels, a movie has 1 or 2: mix it down");
+    if (sound.rate < WaveOut::kMinRate || sound.rate > WaveOut::kMaxRate)
+        throw Refusal("the sound has " + std::to_string(sound.rate) +
+                      " samples a second, allowed is " + std::to_string(WaveOut::kMinRate) +
+                      " to " + std::to_string(WaveOut::kMaxRate));
+    return sound;
+}
+
+} // namespace rsc

@@ -1,0 +1,18 @@
+// Writing pictures as PNG files, the other half of Picture.
+#pragma once
+
+#include "pictures/picture.h"
+
+#include <span>
+
+namespace rsc {
+
+/// The file of a picture with these palette indices, row by row from the top left, and a palette of
+/// 1 to 256 entries. Reading it gives the same indices and entries.
+[[nodiscard]] Bytes writeIndexedPng(int width, int height, ByteSpan indices,
+                                    std::span<const Pixel> palette);
+
+/// The truecolour file of a picture with these pixels.
+[[nodiscard]] Bytes writeTruecolourPng(int width, int height, std::span<const Pixel> pixels);
+
+} // namespace rsc
