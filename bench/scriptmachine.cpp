@@ -79,7 +79,7 @@ void ScriptMachine::load(std::string script) {
 void ScriptMachine::runUntilBlocked() {
     do app_->pass();
     while (thread_->isRunning() && !thread_->isWaiting() &&
-           thread_->status() != YThread::kStatusBlocked);
+           thread_->status() != YThread::Status::Blocked);
     throwOnBox();
 }
 

@@ -216,7 +216,7 @@ TEST_F(RObjects, MethodsAreRunWithTheirArguments) {
 TEST_F(RObjects, ASynchronousPlayWaitsForTheObject) {
     run("a=Lamp 1\nset a hit p\nplay a start }\nsay done\nprocedure p\n[\nsay hit\n]\n");
     EXPECT_EQ(said(), "");
-    EXPECT_EQ(thread->status(), YThread::kStatusBlocked);
+    EXPECT_EQ(thread->status(), YThread::Status::Blocked);
     fire("a", "hit");
     pass(5);
     EXPECT_EQ(said(), "") << "no events meanwhile";

@@ -231,4 +231,41 @@ TEST_F(RThread, TheEndIsToldOnceUntilSomethingElseRuns) {
     EXPECT_EQ(ends, 3);
 }
 
+// Without a trace, and until it is blocked, a thread takes expressions as rows of steps for
+// integers or reals, and changes its mind when values do. One statement at a time it takes them by
+// the rules.
+TEST_F(RThread, ExpressionsOfNumbersAreAsTheRulesHaveThem) {
+    constexpr int kExpressions = 300;
+    const char* const names[] = {"a", "b", "item.k", "(~c)", "3", "0.25", "2147483647", "1000003"};
+    constexpr std::string_view kOperators = "+-*/\\%^=#<>";
+    std::mt19937 random(99);
+    const auto word = [&](auto&& self, int depth) -> std::string {
+        if (depth == 0 || random() % 4 == 0) return names[random() % std::size(names)];
+        const char operation = kOperators[random() % kOperators.size()];
+        const bool isSign = operation == '-' && random() % 3 == 0;
+        return "(" + (isSign ? "" : self(self, depth - 1)) + operation + self(self, depth - 1) +
+               ")";
+    };
+    std::string text = "k=4\nn=5\n";
+    int count = 0;
+    for (const char* value :
+         {"0", "1", "-1", "7", "-12", "2000000000", "-2000000000", "1999999999", "0.5", "-2.25",
+          "1e10", "0.00001", "123456789.125", "\"x\"", "\"07\""})
+        text += "v." + std::to_string(count++) + "=" + value + "\n";
+    text += "for round 1 6\n[\n";
+    for (int i = 0; i < kExpressions; ++i) {
+        const std::string expression = word(word, 3) + "+0";
+        text += "n=(n*7+3)%" + std::to_string(count) +
+                "\na=v.n\nitem.4=v.n\nc=v.n\nn=(n+round)%13\nb=v.n\n";
+        text += "x=" + expression + "\nt=0\nif " + expression + "\nt=1\nsay x t\n";
+    }
+    text += "]\nwait\n";
+    run(text);
+    const std::string byRows = said();
+    start(text, 60 * kExpressions * 2);
+    const std::string byRules = said();
+    EXPECT_EQ(std::ranges::count(byRules, '\n'), 6 * kExpressions);
+    EXPECT_EQ(byRows, byRules);
+}
+
 } // namespace

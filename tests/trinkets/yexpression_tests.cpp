@@ -136,45 +136,6 @@ TEST_F(YExpressions, ObjectsCompareAsNothing) {
     heap.get(heap.intern("b")).makeEmpty();
 }
 
-// The interpreter takes a short cut through expressions of numbers. It must agree with the rules,
-// to the last digit of what a script would see.
-TEST_F(YExpressions, TheShortCutOfNumbersAgreesWithTheRules) {
-    std::mt19937 random(99);
-    const char* const values[] = {"0",          "1",           "-1",           "7",   "-12",
-                                  "2000000000", "-2000000000", "1999999999",   "0.5", "-2.25",
-                                  "1e10",       "0.00001",     "123456789.125"};
-    const char* const names[] = {"a", "b", "c", "item.k", "3", "0.25", "2147483647"};
-    set("k", "4");
-    const auto word = [&](auto&& self, int depth) -> std::string {
-        if (depth == 0 || random() % 4 == 0) return names[random() % std::size(names)];
-        constexpr std::string_view kOperators = "+-*/\\%^=#<>";
-        const char operation = kOperators[random() % kOperators.size()];
-        return "(" + self(self, depth - 1) + operation + self(self, depth - 1) + ")";
-    };
-    int taken = 0;
-    for (int i = 0; i < 4000; ++i) {
-        for (const char* name : {"a", "b", "c", "item.4"})
-            set(name, values[random() % std::size(values)]);
-        const std::string text = word(word, 3) + "+0";
-        int error = yerror::kNone;
-        const YVariable& variable = heap.get(heap.internOperand(text, error));
-        ASSERT_TRUE(variable.expression()) << text;
-        const auto number = variable.expression()->evaluateNumber();
-        YValue value;
-        const int failed = variable.expression()->evaluate(heap, value);
-        if (number.tag == YExpression::Number::Tag::None) continue;
-        ++taken;
-        ASSERT_EQ(failed, yerror::kNone) << text;
-        char buffer[ynumber::kBufferSize];
-        const std::string_view shortCut =
-            number.tag == YExpression::Number::Tag::Integer
-                ? ynumber::format(static_cast<std::int32_t>(number.integer), buffer)
-                : ynumber::format(number.real, buffer);
-        ASSERT_EQ(shortCut, value.text()) << text;
-    }
-    EXPECT_GT(taken, 2000);
-}
-
 TEST_F(YExpressions, TooLargeWordsAreRefused) {
     const std::string parentheses = std::string(10000, '(') + "a" + std::string(10000, ')');
     std::string operands = "a";

@@ -139,7 +139,7 @@ TEST_F(YPrecompiled, AliasesStandForOtherVariables) {
     file.code.push_back({99, 0}); // an unknown instruction ends the script
     file.add(kSay, {alias});
     EXPECT_EQ(runFile(file.build()), "5 5 5\n6\ntarget target\n");
-    EXPECT_EQ(thread->status(), YThread::kStatusBlocked);
+    EXPECT_EQ(thread->status(), YThread::Status::Blocked);
 }
 
 TEST_F(YPrecompiled, AnAliasFollowsTheObjectThatIsAssigned) {

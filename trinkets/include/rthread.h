@@ -20,6 +20,10 @@
 #include <vector>
 
 class OMIStream;
+class YProgram;
+class YValue;
+struct YProgramInstruction;
+struct YProgramStep;
 class OMScriptableObject;
 class YEngine;
 struct eventRecord;
@@ -31,8 +35,13 @@ class YThread {
   public:
     static constexpr int YTSTACK = 2048;   ///< return stack; one entry fewer is usable
     static constexpr int kLoopStack = 128; ///< counted loops
-    static constexpr int kStatusBlocked = 333;
-    static constexpr int kStatusInterruptEnded = 777; ///< or the event was refused
+
+    /// What came of the last turn, or of the handler or timer that ran last.
+    enum class Status : std::uint8_t {
+        Ready,          ///< it can go on
+        Blocked,        ///< it stays where it is
+        InterruptEnded, ///< a handler has ended, or the event was refused
+    };
 
     /// Loads the script and, when that worked, joins the engine's threads; the creator sets it
     /// running. See loadScript for the name.
@@ -44,7 +53,7 @@ class YThread {
     [[nodiscard]] bool isLoaded() const { return loaded_; }
     [[nodiscard]] bool isRunning() const { return running_; }
     [[nodiscard]] bool isWaiting() const { return waiting_; }
-    [[nodiscard]] int status() const { return status_; }
+    [[nodiscard]] Status status() const { return status_; }
     [[nodiscard]] const std::string& scriptName() const { return scriptName_; }
 
     /// Unloads the current script and compiles the named one. Null lets a person choose a file; an
@@ -71,30 +80,29 @@ class YThread {
     void setEndReachedLink(OMLink link) { endReachedLink_ = std::move(link); }
     void fireStarted() { startedLink_(); }
 
-  private:
-    friend class YEngine;
+    // What the engine does with a thread.
 
-    /// How an instruction is carried out when nobody traces: by its opcode, or in a way of its own
-    /// where its operands allow a shorter one.
-    enum class Way : std::uint8_t {
-        Plain,
-        CountedRound, ///< ForNext of a counted loop, with the jump that follows
-        Jump,
-        AssignExpression, ///< an expression
-        AssignValue,      ///< a variable, constant or selector
-        TestExpression,   ///< with the jump that follows
-        Call,
-        EnterProcedure,
-        Return,
-        Debug, ///< carefully, so that the trace begins with it
-    };
-    /// An instruction with its operands at hand.
-    struct Code {
-        YOpcode opcode;
-        Way way;
-        std::int16_t target; ///< jumps
-        std::int16_t count;  ///< operands
-        YVariable* const* operands;
+    /// One turn in the tick: until the thread has to give way.
+    void turn();
+    /// On a counting tick. True when a handler was begun.
+    bool runTimers();
+    /// The name of the script that was asked for; none when it is the one to return to.
+    [[nodiscard]] std::optional<std::string> takeWanted();
+    /// Leaves everything as it is, so that only handlers run.
+    void giveUp();
+    /// The variables go: leaves the thread without a script, and tells. It may be gone then.
+    void loseScript();
+
+  private:
+    using Instruction = YProgramInstruction;
+
+    /// How long a thread runs in its turn.
+    enum class Pace : std::uint8_t { OneStatement, UntilBlocked };
+    /// The script to load at the end of the tick: by its name, by a variable that holds it, or,
+    /// with neither, the one to return to.
+    struct Wanted {
+        std::string name;
+        YVariable* variable = nullptr;
     };
     struct CountedLoop {
         std::int16_t value;
@@ -118,36 +126,39 @@ class YThread {
         int elapsed = 0;
     };
 
-    static constexpr std::uint8_t kHalted = 1;  ///< leave runInstructions after this instruction
+    static constexpr std::uint8_t kHalted = 1;  ///< leave the loop after this instruction
     static constexpr std::uint8_t kCareful = 2; ///< tracing, or an end notification to arm again
 
     // Loading (rthreadload.cpp).
     void discardScript();
-    void link(std::unique_ptr<YScript> script);
+    void takeScript(std::unique_ptr<YScript> script);
     YCompiler::Source readSource(const std::string& name);
     YCompiler::Source readText(const std::string& name);
     void compile(const std::string& name, std::string text);
     void loadPrecompiled(const std::string& name, std::string_view bytes);
 
-    // Stepping (rthread.cpp).
-    void turn();
-    bool runTimers();
+    // Turns, interrupts and timers (rthread.cpp).
     bool fireTimer(Timer& timer, const char* name, bool isSchedule);
-    bool step(const eventRecord* event);
+    bool step(const eventRecord* event, Pace pace);
     bool enterInterrupt(const eventRecord& event);
+
+    // The loop (rthreadrun.cpp).
     void runInstructions();
-    void runCarefully();
-    [[nodiscard]] static Way wayOf(const Code& code);
-    void execute(const Code& code);
+    void runSteps();
+    void runOne();
+    void carryOut(const YProgramStep& step);
+    void decide(const YProgramStep& step, bool condition);
+    void assignAny(int instruction);
+    [[nodiscard]] bool testAny(int instruction);
+    void expectLike(int instruction, const YValue& value);
+    void execute(const Instruction& code);
     void noteOpcode(YOpcode opcode);
     void fireEndReached(YOpcode opcode);
     void halt() { attention_ |= kHalted; }
     void setHalted(bool halted);
     /// To be called when tracing or the end notification changes.
     void updateCare();
-    void setStatus(int status);
-    /// Leaves everything as it is, so that only handlers run.
-    void giveUp();
+    void setStatus(Status status);
     [[nodiscard]] Context context() const {
         return {pc_, waiting_, callDepth_, condition_, pausing_, loopDepth_};
     }
@@ -158,53 +169,49 @@ class YThread {
     void report(std::string_view what);
     void reportAndStop(std::string_view what);
 
-    // Control flow.
-    void call(const Code& code);
-    void callProcedure(const Code& code, std::int32_t header);
+    // Control flow (rthreadrun.cpp).
+    void call(const Instruction& code);
+    void callProcedure(const Instruction& code, std::int32_t header);
     /// Whether a procedure can be there: its header, and an instruction behind it.
-    [[nodiscard]] bool isHeader(std::int32_t instruction) const {
-        return instruction >= 0 && instruction < static_cast<std::int32_t>(code_.size()) - 1;
-    }
-    void enterProcedure(const Code& code);
+    [[nodiscard]] bool isHeader(std::int32_t instruction) const;
+    void enterProcedure(const Instruction& code);
     void returnFromProcedure();
-    void setUpLoop(const Code& code);
-    void nextRound(const Code& code);
-    [[nodiscard]] bool countRound(CountedLoop& loop, YVariable& counter);
+    void setUpLoop(const Instruction& code);
+    void nextRound(const Instruction& code);
+    [[nodiscard]] bool countRound(YVariable& counter);
     void jump(int target);
-    void decideJump();
-    [[nodiscard]] bool isTrue(const Code& code);
+    [[nodiscard]] bool isTrue(const Instruction& code);
 
     // Statements (rstatements.cpp).
-    void assign(const Code& code);
-    void assignExpression(const Code& code);
-    void assignValue(const Code& code);
-    void construct(YVariable& target, const Code& code);
-    void say(const Code& code);
-    void drop(const Code& code);
+    void assign(const Instruction& code);
+    void assignValue(const Instruction& code);
+    void construct(YVariable& target, const Instruction& code);
+    void say(const Instruction& code);
+    void drop(const Instruction& code);
     void dropVariable(YVariable& word);
-    void runCommand(const Code& code);
+    void runCommand(const Instruction& code);
     /// Where an event or a timer begins the procedure that a text ("+" and its header) stands for;
     /// none for any other text.
     [[nodiscard]] std::optional<int> handlerOf(std::string_view procedure) const;
-    void setTimer(Timer& timer, const Code& code, const char* format);
-    void pause(const Code& code);
-    void setDebug(const Code& code);
-    void setYield(const Code& code);
-    void pushArguments(const Code& code, int from, int to);
+    void setTimer(Timer& timer, const Instruction& code, const char* format);
+    void pause(const Instruction& code);
+    void setDebug(const Instruction& code);
+    void setYield(const Instruction& code);
+    void pushArguments(const Instruction& code, int from, int to);
 
     // Statements with objects (robjstat.cpp).
-    void set(const Code& code);
+    void set(const Instruction& code);
     void removeHandler(YVariable& word, OMScriptableObject* object, std::string_view event);
     void attachHandler(YVariable& word, OMScriptableObject* object, std::string_view event,
                        std::string_view procedure);
-    void setProperty(const Code& code, OMScriptableObject& object, std::string_view name,
+    void setProperty(const Instruction& code, OMScriptableObject& object, std::string_view name,
                      std::string_view value);
-    void get(const Code& code);
+    void get(const Instruction& code);
     std::string nameOfReceiver(OMScriptableObject& object);
-    void play(const Code& code);
+    void play(const Instruction& code);
 
     // The trace (ytrace.cpp). `detail` texts are made only while tracing.
-    void trace(const Code& code);
+    void trace(const Instruction& code);
     template <class... Arguments>
     void detail(const char* format, Arguments... arguments);
 
@@ -216,9 +223,7 @@ class YThread {
     OMLink endReachedLink_;
 
     std::string scriptName_;
-    std::unique_ptr<YScript> script_;
-    std::vector<YVariable*> operandVariables_; ///< parallel to the script's operand words
-    std::vector<Code> code_;
+    std::unique_ptr<YProgram> program_; ///< null without a script
 
     // What the stepping reads in every instruction.
     int pc_ = 0;
@@ -235,15 +240,14 @@ class YThread {
     bool tracing_ = false;
     bool endPending_ = true; ///< the end-reached link is due at the next end
     YOpcode endFiredBy_ = YOpcode::End;
-    int status_ = 0;
-    int pace_ = 0; ///< 0: one statement a turn; 1: until blocked
+    Status status_ = Status::Ready;
+    Pace pace_ = Pace::OneStatement;
     int nestedCalls_ = 0;
     Context saved_;
     std::shared_ptr<bool> playing_; ///< a synchronous play is in progress
     Timer schedule_;
     Timer idle_;
-    YVariable* switchTo_ = nullptr; ///< script to load at the end of the tick, by variable
-    std::string switchName_;        ///< the same, by name
+    Wanted wanted_;
 
     int callDepth_ = 0;
     int loopDepth_ = -1;

@@ -75,6 +75,10 @@ class YEngine {
     /// The one engine, or null before it is made.
     [[nodiscard]] static YEngine* current() { return current_; }
 
+    /// A thread joins, and goes.
+    void add(YThread& thread);
+    void remove(YThread& thread);
+
     /// The function that the main loop calls in every pass.
     void tick();
 
@@ -92,6 +96,9 @@ class YEngine {
     }
     /// The same for an instruction.
     void spendOne() { --budget_; }
+    /// For a loop that keeps the budget itself for a while.
+    [[nodiscard]] int budget() const { return budget_; }
+    void setBudget(int budget) { budget_ = budget; }
     [[nodiscard]] bool hasBudget() const { return budget_ > 0; }
 
     /// What there is too much of, for whoever is at work: an unfinished sentence. Told once.
@@ -150,9 +157,6 @@ class YEngine {
     int deliveries = 0;
 
   private:
-    friend class YThread;
-    void add(YThread& thread);
-    void remove(YThread& thread);
     static constexpr int kCheckedCost = 200'000; ///< the memory is looked at when so much is spent
 
     void boxWasClosed();

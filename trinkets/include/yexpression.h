@@ -76,34 +76,16 @@ class YValue {
     YScratch scratch_;
 };
 
-/// One step of an expression on numbers alone, for a machine with one accumulator and a small
-/// stack.
-struct YStep {
-    static constexpr int kStack = 16;
-
-    enum class Operation : std::uint8_t {
-        Load,   ///< the leaf
-        Length, ///< of the leaf's text
-        Push,   ///< put the accumulator aside
-        Add,    ///< and the other operators: the right operand is the leaf, or without one the
-                ///< accumulator, the left one then what was put aside
-        Subtract,
-        Multiply,
-        Divide,
-        Quotient,
-        Remainder,
-        Power,
-        Equal,
-        Unequal,
-        Less,
-        Greater,
-    };
-    Operation operation;
-    YVariable* leaf;
-};
-
 class YExpression {
   public:
+    /// A leaf, or an operator with its operands; 'z' for an operand left out.
+    struct Node {
+        char operation = 't';
+        YVariable* leaf = nullptr;
+        const Node* left = nullptr; ///< null for the operators of one operand
+        const Node* right = nullptr;
+    };
+
     /// What compiling a word gives.
     struct Compiled {
         int error = yerror::kNone;
@@ -123,36 +105,15 @@ class YExpression {
     /// An error code. `result` is meaningful only without an error.
     int evaluate(YHeap& heap, YValue& result) const;
 
-    /// A number, or nothing.
-    struct Number {
-        enum class Tag : std::int64_t { None, Integer, Real };
-        Tag tag = Tag::None;
-        union {
-            std::int64_t integer;
-            double real;
-        };
-        Number() : integer(0) {}
-        /// Whole numbers within the integers' range become integers.
-        static Number of(double value);
-        static Number of(std::int64_t value);
-    };
-    /// The value when it can be had from numbers alone; Tag::None otherwise, and then nothing has
-    /// happened yet and `evaluate` gives the value.
-    [[nodiscard]] Number evaluateNumber() const;
+    static constexpr double kSmallestDivisorSquared = 1e-08;
+    /// An operator on two numbers. An error code.
+    static int applyReals(char operation, double left, double right, double& result);
 
+    [[nodiscard]] const Node& root() const { return nodes_.front(); }
     [[nodiscard]] const std::string& shape() const { return shape_; }
 
   private:
-    /// A leaf, or an operator with its operands; 'z' for an operand left out.
-    struct Node {
-        char operation = 't';
-        YVariable* leaf = nullptr;
-        const Node* left = nullptr; ///< null for the operators of one operand
-        const Node* right = nullptr;
-    };
     class Builder;
-
-    bool addSteps(const Node& node, int depth);
 
     static int evaluate(YHeap& heap, const Node& node, YValue& result);
     static int applyUnary(YHeap& heap, char operation, YValue& operand, YValue& result);
@@ -162,7 +123,6 @@ class YExpression {
     static int applyTexts(char operation, YValue& left, YValue& right, YValue& result);
     static int evaluateNamed(YHeap& heap, std::string_view text, YValue& result);
 
-    std::vector<Node> nodes_;  ///< the root first
-    std::vector<YStep> steps_; ///< empty when some operator needs texts
+    std::vector<Node> nodes_; ///< the root first
     std::string shape_;
 };

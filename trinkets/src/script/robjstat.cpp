@@ -16,7 +16,7 @@ constexpr std::string_view kSynchronously = "}";
 
 // ---------------------------------------------------------------------------- set
 
-void YThread::set(const Code& code) {
+void YThread::set(const Instruction& code) {
     engine_.spend(YEngine::kObjectCost);
     YVariable& word = *code.operands[0];
     OMScriptableObject* object = word.object();
@@ -77,8 +77,8 @@ void YThread::attachHandler(YVariable& word, OMScriptableObject* object, std::st
     if (!attached) engine_.warn(OMFormat("Event %s not found", name.c_str()));
 }
 
-void YThread::setProperty(const Code& code, OMScriptableObject& object, std::string_view name,
-                          std::string_view value) {
+void YThread::setProperty(const Instruction& code, OMScriptableObject& object,
+                          std::string_view name, std::string_view value) {
     const std::string property(name);
     const std::string text(value);
     bool done = false;
@@ -109,7 +109,7 @@ void YThread::setProperty(const Code& code, OMScriptableObject& object, std::str
 
 // ---------------------------------------------------------------------------- get
 
-void YThread::get(const Code& code) {
+void YThread::get(const Instruction& code) {
     engine_.spend(YEngine::kObjectCost);
     YVariable& word = *code.operands[0];
     YVariable& result = code.operands[code.count - 1]->resolve();
@@ -169,7 +169,7 @@ std::string YThread::nameOfReceiver(OMScriptableObject& object) {
 
 // ---------------------------------------------------------------------------- play
 
-void YThread::play(const Code& code) {
+void YThread::play(const Instruction& code) {
     engine_.spend(YEngine::kObjectCost);
     YVariable& word = *code.operands[0];
     OMScriptableObject* object = word.object();
@@ -213,5 +213,5 @@ void YThread::play(const Code& code) {
     // An object that is gone will not tell that it is finished.
     if (synchronous && (!watch || !done)) *playing_ = false;
     if (synchronous) detail("\nsynchronously");
-    if (*playing_) setStatus(kStatusBlocked);
+    if (*playing_) setStatus(Status::Blocked);
 }

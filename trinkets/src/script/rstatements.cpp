@@ -22,29 +22,8 @@ constexpr std::size_t kPaceWordLength = 2; ///< "on", against "off"
 
 // ---------------------------------------------------------------------------- assignment
 
-/// `x=expression`, without a trace.
-void YThread::assignExpression(const Code& code) {
-    YVariable& target = code.operands[0]->resolve();
-    const YExpression& expression = *code.operands[1]->expression();
-    if (!target.takesNumber()) [[unlikely]] {
-        assign(code);
-        return;
-    }
-    const auto number = expression.evaluateNumber();
-    if (number.tag == YExpression::Number::Tag::Integer) {
-        target.putNumberAsText(static_cast<std::int32_t>(number.integer));
-    } else if (number.tag == YExpression::Number::Tag::Real) {
-        target.setNumberAsText(number.real);
-    } else {
-        YValue value;
-        const int error = expression.evaluate(YHeap::current(), value);
-        target.setString(error == yerror::kNone ? value.text()
-                                                : std::string_view(code.operands[1]->text()));
-    }
-}
-
 /// `x=y` where y is no expression, without a trace.
-void YThread::assignValue(const Code& code) {
+void YThread::assignValue(const Instruction& code) {
     YVariable& target = code.operands[0]->resolve();
     YVariable& word = *code.operands[1];
     YVariable& value = word.resolve();
@@ -59,7 +38,7 @@ void YThread::assignValue(const Code& code) {
 }
 
 /// Any assignment.
-void YThread::assign(const Code& code) {
+void YThread::assign(const Instruction& code) {
     YVariable& name = *code.operands[0];
     YVariable& target = name.resolve();
     const std::string before = tracing_ ? textOf(target) : std::string();
@@ -106,7 +85,7 @@ void YThread::assign(const Code& code) {
                name.text().c_str(), target.text().c_str(), before.c_str(), after.c_str());
 }
 
-void YThread::construct(YVariable& target, const Code& code) {
+void YThread::construct(YVariable& target, const Instruction& code) {
     const std::string& className = code.operands[1]->text();
     if (code.count == 2)
         engine_.warn(OMFormat("Constructor %s has no parameters", className.c_str()));
@@ -123,7 +102,7 @@ void YThread::construct(YVariable& target, const Code& code) {
 }
 
 /// Fills the argument list with the string forms of the operands `from` to `to` - 1.
-void YThread::pushArguments(const Code& code, int from, int to) {
+void YThread::pushArguments(const Instruction& code, int from, int to) {
     OMSArguments& arguments = OMSArguments::global();
     arguments.clear();
     for (int i = from; i < to; ++i) {
@@ -132,7 +111,7 @@ void YThread::pushArguments(const Code& code, int from, int to) {
     }
 }
 
-void YThread::runCommand(const Code& code) {
+void YThread::runCommand(const Instruction& code) {
     const std::string& name = code.operands[0]->text();
     const YKeyword* command = YCommands::find(name);
     if (!command) {
@@ -146,7 +125,7 @@ void YThread::runCommand(const Code& code) {
 
 // ---------------------------------------------------------------------------- say, drop
 
-void YThread::say(const Code& code) {
+void YThread::say(const Instruction& code) {
     std::string line;
     std::size_t blank = 0; // before the next word
     for (int i = 0; i < code.count; ++i) {
@@ -160,7 +139,7 @@ void YThread::say(const Code& code) {
     engine_.writeDebugLine(line);
 }
 
-void YThread::drop(const Code& code) {
+void YThread::drop(const Instruction& code) {
     for (int i = 0; i < code.count; ++i) {
         YVariable& word = *code.operands[i];
         const std::string& text = word.text();
@@ -217,7 +196,7 @@ std::optional<int> YThread::handlerOf(std::string_view procedure) const {
     return isHeader(header) ? std::optional(header + 1) : std::nullopt;
 }
 
-void YThread::setTimer(Timer& timer, const Code& code, const char* format) {
+void YThread::setTimer(Timer& timer, const Instruction& code, const char* format) {
     const double seconds = code.operands[0]->number();
     if (seconds == 0) return;
     YScratch scratch;
@@ -234,7 +213,7 @@ void YThread::setTimer(Timer& timer, const Code& code, const char* format) {
                code.operands[0]->text().c_str(), seconds);
 }
 
-void YThread::pause(const Code& code) {
+void YThread::pause(const Instruction& code) {
     const double seconds = code.operands[0]->number();
     if (seconds == 0) return;
     const std::int32_t ms = ynumber::truncate(seconds * kPauseMsPerSecond);
@@ -244,7 +223,7 @@ void YThread::pause(const Code& code) {
     detail("%.1lf seconds", seconds);
 }
 
-void YThread::setDebug(const Code& code) {
+void YThread::setDebug(const Instruction& code) {
     const std::string word = textOf(*code.operands[0]);
     if (word == "on" || word == "off") {
         tracing_ = word == "on";
@@ -258,9 +237,10 @@ void YThread::setDebug(const Code& code) {
     detail("%s\n\n%s", word.c_str(), scriptName_.c_str());
 }
 
-void YThread::setYield(const Code& code) {
-    pace_ = textOf(*code.operands[0]).size() == kPaceWordLength ? 0 : 1;
-    setStatus(pace_);
-    setHalted(pace_ == 0);
+void YThread::setYield(const Instruction& code) {
+    pace_ = textOf(*code.operands[0]).size() == kPaceWordLength ? Pace::OneStatement
+                                                                : Pace::UntilBlocked;
+    setStatus(Status::Ready);
+    setHalted(pace_ == Pace::OneStatement);
     yieldLink_();
 }

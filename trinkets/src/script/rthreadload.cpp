@@ -6,6 +6,7 @@
 #include "yengine.h"
 #include "yexpression.h"
 #include "yprecompiled.h"
+#include "yprogram.h"
 
 #include <algorithm>
 #include <span>
@@ -70,12 +71,17 @@ YCompiler::Source YThread::readText(const std::string& name) {
 /// The thread is left without a script.
 void YThread::discardScript() {
     stop();
-    code_.clear();
-    operandVariables_.clear();
-    script_.reset();
-    switchTo_ = nullptr;
+    program_.reset();
+    wanted_.variable = nullptr;
     *playing_ = false;
     loaded_ = false;
+}
+
+void YThread::loseScript() {
+    if (!loaded_) return;
+    discardScript();
+    const OMLink unloaded = unloadedLink_; // may end the thread
+    unloaded();
 }
 
 void YThread::unload() {
@@ -94,7 +100,8 @@ void YThread::loadScript(const char* name) {
     pc_ = 0;
     callDepth_ = 0;
     loopDepth_ = -1;
-    status_ = pace_ = 0;
+    status_ = Status::Ready;
+    pace_ = Pace::OneStatement;
     condition_ = true;
     eventsEnabled_ = true;
     inInterrupt_ = false;
@@ -120,7 +127,7 @@ void YThread::compile(const std::string& name, std::string text) {
     compiler.setWarningLink([this](const YCompileError& e) { engine_.warn(e.description()); });
     std::unique_ptr<YScript> script = compiler.compile(name, std::move(text));
     if (script) {
-        link(std::move(script));
+        takeScript(std::move(script));
         return;
     }
     for (const YCompileError& error : compiler.errors()) {
@@ -143,49 +150,11 @@ void YThread::loadPrecompiled(const std::string& name, std::string_view bytes) {
         return;
     }
     script->name = name;
-    link(std::move(script));
+    takeScript(std::move(script));
 }
 
-/// Puts operands beside the instructions, as the stepping wants them.
-void YThread::link(std::unique_ptr<YScript> script) {
-    YHeap& heap = YHeap::current();
-    operandVariables_.clear();
-    for (const std::int16_t index : script->operands)
-        operandVariables_.push_back(index == YScript::kEndOfList ? nullptr : &heap.get(index));
-    code_.clear();
-    for (const YInstruction& instruction : script->instructions) {
-        Code code{instruction.opcode, Way::Plain, instruction.operand, 0, nullptr};
-        if (YHasOperands(instruction.opcode)) {
-            const auto start = static_cast<std::size_t>(instruction.operand);
-            code.operands = operandVariables_.data() + start;
-            while (code.operands[code.count]) ++code.count;
-        }
-        code.way = wayOf(code);
-        code_.push_back(code);
-    }
-    script_ = std::move(script);
+void YThread::takeScript(std::unique_ptr<YScript> script) {
+    program_ = std::make_unique<YProgram>(YHeap::current(), std::move(script));
     loaded_ = true;
     ++loads_;
-}
-
-/// The jump after a test is there: the compiler writes it and the reader of precompiled scripts
-/// asks for it.
-YThread::Way YThread::wayOf(const Code& code) {
-    const auto isExpression = [&](int operand) {
-        return code.count > operand &&
-               code.operands[operand]->kind() == YVariable::Kind::Expression;
-    };
-    switch (code.opcode) {
-    case YOpcode::ForNext: return code.count > 1 ? Way::CountedRound : Way::Plain;
-    case YOpcode::Test: return isExpression(0) ? Way::TestExpression : Way::Plain;
-    case YOpcode::Assign:
-        if (code.count != 2) return Way::Plain;
-        return isExpression(1) ? Way::AssignExpression : Way::AssignValue;
-    case YOpcode::Jump: return Way::Jump;
-    case YOpcode::Call: return Way::Call;
-    case YOpcode::Procedure: return Way::EnterProcedure;
-    case YOpcode::Return: return Way::Return;
-    case YOpcode::Debug: return Way::Debug;
-    default: return Way::Plain;
-    }
 }

@@ -70,8 +70,7 @@ void YEngine::tick() {
     threads_.apply([&](YThread& thread) {
         if (isSwitching()) return;
         if (counts && thread.runTimers()) {
-            const int status = thread.status();
-            if (status != YThread::kStatusInterruptEnded && status >= 0) return;
+            if (thread.status() != YThread::Status::InterruptEnded) return;
         }
         if (!isSwitching()) thread.turn();
     });
@@ -102,17 +101,8 @@ void YEngine::switchScripts() {
     YThread& thread = *switching_;
     switching_ = nullptr;
     removeAllRecords();
-    std::optional<std::string> next;
-    if (!thread.switchName_.empty()) {
-        next = thread.switchName_;
-    } else if (thread.switchTo_) {
-        YScratch scratch;
-        next = thread.switchTo_->string(scratch);
-    } else {
-        next = popScript();
-    }
-    thread.switchName_.clear();
-    thread.switchTo_ = nullptr;
+    std::optional<std::string> next = thread.takeWanted();
+    if (!next) next = popScript();
     if (!next) {
         thread.unload();
         return;
@@ -124,12 +114,7 @@ void YEngine::switchScripts() {
 }
 
 void YEngine::recreateHeap() {
-    threads_.apply([](YThread& thread) {
-        if (!thread.isLoaded()) return;
-        thread.discardScript();
-        const OMLink unloaded = thread.unloadedLink_; // may end the thread
-        unloaded();
-    });
+    threads_.apply([](YThread& thread) { thread.loseScript(); });
     removeAllRecords();
     YHeap::recreate();
 }

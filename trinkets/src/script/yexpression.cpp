@@ -184,8 +184,6 @@ std::unique_ptr<YExpression> YExpression::build(YHeap& heap, std::string_view sh
     if (shape.empty() || shape.size() > 4 * kMaxLeaves) return nullptr;
     auto expression = std::make_unique<YExpression>();
     expression->shape_ = shape;
-    const Node* root = Builder(heap, shape, leaves, *expression).build();
-    if (!root) return nullptr;
-    if (!expression->addSteps(*root, 0)) expression->steps_.clear();
+    if (!Builder(heap, shape, leaves, *expression).build()) return nullptr;
     return expression;
 }

@@ -11,9 +11,10 @@ namespace ynumber {
 namespace {
 
 constexpr int kDigits = 15; ///< significant digits of "%.15g"
-constexpr std::array<std::uint64_t, 20> kPowersOfTen = [] {
-    std::array<std::uint64_t, 20> powers{};
-    std::uint64_t power = 1;
+/// All of them are exact.
+constexpr std::array<double, 20> kPowersOfTen = [] {
+    std::array<double, 20> powers{};
+    double power = 1;
     for (auto& entry : powers) {
         entry = power;
         power *= 10;
@@ -104,37 +105,29 @@ std::string_view format(double value, char* buffer) {
 }
 
 // Rounds to fifteen digits without writing them out: the value times a power of ten that leaves
-// fifteen digits before the point is computed exactly in 128 bits and rounded to even; both that
-// integer and the power are exact as doubles, so one division gives the nearest double again.
+// fifteen digits before the point is rounded to a whole number. That number and the power are exact
+// as doubles, so one division gives the nearest double again. The product is rounded itself, to a
+// multiple of 1/8 or less: only where it ends in a half does it matter what was lost.
 double throughText(double value) {
     constexpr double kLargest = 1e15; // whole numbers below have at most fifteen digits
     constexpr double kSmallest = 1e-4;
+    constexpr double kToWhole = 6755399441055744; // 1.5 * 2^52: adding it leaves no fraction
     const double size = std::fabs(value);
     if (!(size >= kSmallest && size < kLargest))
         return value == 0 ? value : throughPrintedText(value);
-    if (value == static_cast<double>(static_cast<std::int64_t>(value))) return value;
-
-    const auto bits = std::bit_cast<std::uint64_t>(size);
-    const int exponent = static_cast<int>(bits >> 52) - 1075; // size = mantissa * 2^exponent
-    const std::uint64_t mantissa =
-        (bits & ((std::uint64_t{1} << 52) - 1)) | (std::uint64_t{1} << 52);
-    const int shift = -exponent; // 3 to 66 here
 
     // An estimate of the decimal exponent that is never too large and at most one too small.
-    int decimal = ((exponent + 52) * 1233) >> 12;
-    __extension__ using Wide = unsigned __int128;
-    for (int power = kDigits - 1 - decimal; power >= 0; --power) {
-        const Wide product = Wide{mantissa} * kPowersOfTen[static_cast<std::size_t>(power)];
-        auto digits = static_cast<std::uint64_t>(product >> shift);
-        if (digits >= kPowersOfTen[kDigits]) continue; // one digit too many
-        const Wide rest = product & ((Wide{1} << shift) - 1);
-        const Wide half = Wide{1} << (shift - 1);
-        if (rest > half || (rest == half && (digits & 1))) ++digits;
-        const double rounded = static_cast<double>(digits) /
-                               static_cast<double>(kPowersOfTen[static_cast<std::size_t>(power)]);
-        return value < 0 ? -rounded : rounded;
+    const int binary = static_cast<int>(std::bit_cast<std::uint64_t>(size) >> 52) - 1023;
+    int power = kDigits - 1 - ((binary * 1233) >> 12);
+    double product = size * kPowersOfTen[static_cast<std::size_t>(power)];
+    if (product >= kLargest) product = size * kPowersOfTen[static_cast<std::size_t>(--power)];
+    double digits = (product + kToWhole) - kToWhole; // to the nearest, half to even
+    if (std::fabs(product - digits) == 0.5) [[unlikely]] {
+        const double lost = std::fma(size, kPowersOfTen[static_cast<std::size_t>(power)], -product);
+        if (lost != 0) digits = lost > 0 ? product + 0.5 : product - 0.5;
     }
-    return throughPrintedText(value);
+    const double rounded = digits / kPowersOfTen[static_cast<std::size_t>(power)];
+    return value < 0 ? -rounded : rounded;
 }
 
 std::int32_t truncate(double value) {

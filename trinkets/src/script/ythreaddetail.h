@@ -3,6 +3,7 @@
 
 #include "omformat.h"
 #include "rthread.h"
+#include "yprogram.h"
 
 /// The string form.
 inline std::string textOf(YVariable& variable) {

@@ -9,23 +9,23 @@
 namespace {
 
 /// What the instruction turned out to do.
-YOpcode doneBy(YOpcode opcode, bool condition, int status) {
+YOpcode doneBy(YOpcode opcode, bool condition, YThread::Status status) {
     if (opcode == YOpcode::JumpIfFalse && !condition) return YOpcode::Jump;
-    if (opcode == YOpcode::Return && status == YThread::kStatusInterruptEnded)
+    if (opcode == YOpcode::Return && status == YThread::Status::InterruptEnded)
         return YOpcode::ReturnFromInterrupt;
     return opcode;
 }
 
 } // namespace
 
-void YThread::trace(const Code& code) {
+void YThread::trace(const Instruction& code) {
     // A thread comes by the end of its script in every turn and stays there.
-    if (status_ == kStatusBlocked && &code == &code_[static_cast<std::size_t>(pc_)]) return;
+    if (status_ == Status::Blocked && &code == &program_->at(pc_)) return;
     const YOpcode done = doneBy(code.opcode, condition_, status_);
     std::string message(YTraceName(done));
     message += '\n';
     if (done == YOpcode::Jump) {
-        const Code& next = code_[static_cast<std::size_t>(pc_)];
+        const Instruction& next = program_->at(pc_);
         detail("to %s ", std::string(YTraceName(next.opcode)).c_str());
         for (int i = 0; i < next.count; ++i) {
             if (i > 0) detail_ += ' ';
