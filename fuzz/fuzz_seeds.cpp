@@ -28,11 +28,15 @@ using testing_support::toBytes;
 std::vector<Bytes> libraries() {
     std::vector<Bytes> seeds = {
         NEBuilder().build(),
-        NEBuilder().add("WAVE", 1, "one").addStandard(14, 3, "icon").add("RRGB", 2, "two").build(),
-        NEBuilder(0).add("ASEQ", 2001, std::string(300, 'a')).add("WAVE", 7, "x").build(),
-        NEBuilder(9).addNamed("WAVE", 44, "named").addStandard(2, 1, "bits").build(),
+        NEBuilder().add("WAVE", 1, "one").add("ICON", 3, "icon").add("RRGB", 2, "two").build(),
+        NEBuilder().add("ASEQ", 2001, std::string(300, 'a')).add("WAVE", 7, "x").build(),
+        NEBuilder().add("WAVE", 44, "named").add("BITMAP", 1, "bits").build(),
     };
-    NEBuilder many(1);
+    constexpr std::size_t kShift = formats::library::kWrittenTable;
+    constexpr std::size_t kFirstId = kShift + 2 + 8 + 6;
+    seeds[2][kShift] = std::byte{0};
+    seeds[3][kFirstId + 1] = std::byte{0};
+    NEBuilder many;
     for (int id = 1; id < 60; ++id) many.add(id % 2 ? "WAVE" : "RRGB", id / 3, std::to_string(id));
     seeds.push_back(many.build());
     return seeds;

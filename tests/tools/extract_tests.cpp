@@ -453,6 +453,14 @@ TEST_F(Extract, DoesNotGrowSmallFilesWithoutEnd) {
     EXPECT_NE(errors_.find("its resources overlap"), std::string::npos) << errors_;
 }
 
+TEST(NeLibrary, RefusesAFileCutOffAnywhere) {
+    const std::vector<Resource> resources = {{"WAVE", 101, Bytes(33, 1)},
+                                             {"CURSOR", 32767, Bytes(40, 4)}};
+    const Bytes file = rsc::buildNeLibrary("SCENE", resources);
+    for (std::size_t size = 0; size < file.size(); ++size)
+        EXPECT_THROW((void)rsc::NeLibrary(rsc::ByteSpan(file).first(size)), rsc::Refusal) << size;
+}
+
 /// Whatever is taken comes back; all else is refused with a text.
 TEST_F(Extract, SurvivesAnyByteBeingWrong) {
     const std::vector<Resource> resources = {{"ASEQ", 5, rsc::writeAseq(packedAnimation())},
