@@ -64,7 +64,7 @@ void makeGame(const MediaMachine& machine) {
         machine.put("RSC/" + name, std::as_bytes(std::span(bytes)));
         rsc::MapLibrary& listed = map.emplace_back(rsc::MapLibrary{name, {}});
         for (const rsc::Resource& resource : resources)
-            listed.resources.push_back({resource.type, resource.id});
+            listed.resources.push_back({resource.type, static_cast<std::int16_t>(resource.id)});
     }
     machine.put("RSC/resource.map", bytesOf(rsc::buildResourceMap("BENCH", map)));
     // Only libraries that are active are searched.

@@ -38,7 +38,7 @@ class SoundCommandsTest : public ScriptTest {
   protected:
     SoundCommandsTest() {
         machine.files().put("RSC\\sounds.rsc", library());
-        resources.start("", [](const SequenceSoundRecord&) {});
+        resources.start("", [](const formats::map::SequenceSound&) {});
         resources.setAlertLink([this](std::string_view text) { app->alert(text); });
     }
     ~SoundCommandsTest() override {

@@ -50,7 +50,7 @@ std::vector<std::size_t> LibraryUnpacker::orderOf(const NeLibrary& library, cons
     std::iota(order.begin(), order.end(), std::size_t{0});
     if (!map) return order;
     std::map<std::pair<std::string, int>, std::size_t> places;
-    for (const MapResource& resource : map->resources)
+    for (const formats::map::Resource& resource : map->resources)
         places.try_emplace({resource.type, resource.id}, places.size());
     std::ranges::stable_sort(order, {}, [&](std::size_t index) {
         const ResourceEntry& entry = library.entries()[index];
