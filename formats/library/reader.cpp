@@ -1,6 +1,5 @@
 #include "formats/library/reader.h"
 
-#include <algorithm>
 #include <array>
 
 namespace formats::library {
@@ -47,16 +46,6 @@ Head readHead(const ReadAt& read) {
     head.table.resize(head.tableLength());
     head.table.resize(read(head.neHeader + head.tableStart, head.table));
     return head;
-}
-
-Head readHead(ByteSpan file) {
-    return readHead(
-        [bytes = std::as_bytes(file)](std::uint64_t place, std::span<std::byte> buffer) {
-            const auto there = bytes.subspan(std::min<std::uint64_t>(place, bytes.size()));
-            const std::size_t count = std::min(buffer.size(), there.size());
-            std::ranges::copy(there.first(count), buffer.begin());
-            return count;
-        });
 }
 
 TableReader::TableReader(std::span<const std::byte> table)

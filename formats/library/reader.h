@@ -2,15 +2,10 @@
 // believed: whatever the bytes say, reading stays within what is there.
 #pragma once
 
-#include "formats/base/bytes.h"
+#include "formats/base/readat.h"
 #include "formats/library/layout.h"
 
-#include <functional>
-
 namespace formats::library {
-
-/// Up to so many bytes of a file from a place on; fewer at its end, none past it. Their number.
-using ReadAt = std::function<std::size_t(std::uint64_t place, std::span<std::byte> buffer)>;
 
 /// All of a library that must be read to know what is in it.
 struct Head {
@@ -27,7 +22,6 @@ struct Head {
 };
 
 [[nodiscard]] Head readHead(const ReadAt& read);
-[[nodiscard]] Head readHead(ByteSpan file);
 
 /// What a table says of one resource.
 struct Record {

@@ -46,7 +46,7 @@ class LibraryWriter {
     LibraryWriter(std::string_view moduleName, std::span<const Resource> resources)
         : moduleName_(moduleName.substr(0, kLongestName)), groups_(groupByType(resources)) {}
 
-    Written write() {
+    Result<Bytes> write() {
         if (!layOut()) return {{}, "too many resources for one library: split it"};
         if (!chooseShift()) return {{}, "the resources are too large for one library: split it"};
         putMzHeader();
@@ -178,7 +178,7 @@ class LibraryWriter {
 
 } // namespace
 
-Written write(std::string_view moduleName, std::span<const Resource> resources) {
+Result<Bytes> write(std::string_view moduleName, std::span<const Resource> resources) {
     return LibraryWriter(moduleName, resources).write();
 }
 

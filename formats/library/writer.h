@@ -2,6 +2,7 @@
 #pragma once
 
 #include "formats/base/bytes.h"
+#include "formats/base/result.h"
 #include "formats/library/layout.h"
 
 namespace formats::library {
@@ -12,14 +13,9 @@ struct Resource {
     Bytes data;
 };
 
-struct Written {
-    Bytes file;
-    std::string_view refusal; ///< why there is none; otherwise empty
-};
-
 /// A library with these resources, grouped by type in the order in which the types first appear.
 /// The shift is the smallest, from kSmallestShift on, that reaches all of them. Refused when there
 /// are more or larger ones than the format can point to.
-[[nodiscard]] Written write(std::string_view moduleName, std::span<const Resource> resources);
+[[nodiscard]] Result<Bytes> write(std::string_view moduleName, std::span<const Resource> resources);
 
 } // namespace formats::library

@@ -15,19 +15,11 @@ using Ids = std::vector<int>;
 using Types = std::vector<std::string>;
 
 Bytes written(const std::vector<Resource>& resources) {
-    return formats::library::write("TEST", resources).file;
+    return formats::library::write("TEST", resources).value;
 }
 
 std::optional<Index> parse(const Bytes& bytes) {
-    return Index::read(
-        [&](std::uint64_t place, std::span<std::byte> buffer) {
-            const auto all = std::as_bytes(std::span(bytes));
-            const auto there = all.subspan(std::min<std::uint64_t>(place, all.size()));
-            const std::size_t count = std::min(buffer.size(), there.size());
-            std::copy_n(there.begin(), count, buffer.begin());
-            return count;
-        },
-        bytes.size());
+    return Index::read(formats::readAt(bytes), bytes.size());
 }
 
 void setU16(Bytes& bytes, std::size_t at, unsigned value) {

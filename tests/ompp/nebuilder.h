@@ -17,7 +17,7 @@ class NEBuilder {
         return *this;
     }
     [[nodiscard]] Bytes build() const {
-        const auto file = formats::library::write("TEST", resources_).file;
+        const auto file = formats::library::write("TEST", resources_).value;
         return toBytes({reinterpret_cast<const char*>(file.data()), file.size()});
     }
 

@@ -25,7 +25,7 @@ std::string typeName(const ne::TableReader& table, std::uint16_t type) {
 }
 
 ne::Head checkedHead(ByteSpan file) {
-    ne::Head head = ne::readHead(file);
+    ne::Head head = ne::readHead(formats::readAt(file));
     if (!head.refusal.empty()) throw Refusal(std::string(head.refusal));
     if (head.tableEnd < head.tableStart)
         throw Refusal("damaged library: its resource table has no end");
@@ -44,9 +44,7 @@ ResourceEntry entryOf(const ne::Record& record, const std::string& type,
 } // namespace
 
 Bytes buildNeLibrary(std::string_view moduleName, std::span<const Resource> resources) {
-    ne::Written library = ne::write(moduleName, resources);
-    if (!library.refusal.empty()) throw Refusal(std::string(library.refusal));
-    return std::move(library.file);
+    return valueOf(ne::write(moduleName, resources));
 }
 
 std::string ResourceEntry::title() const {
