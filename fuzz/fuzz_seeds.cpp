@@ -2,10 +2,10 @@
 // FOLDER/animation and so on, made by the builders of the tests.
 #include "bmpbuilder.h"
 #include "curbuilder.h"
+#include "formats/soundbuilder.h"
 #include "nebuilder.h"
 #include "nfntbuilder.h"
 #include "platform/moviebuilder.h"
-#include "soundbuilder.h"
 #include "trinkets/aseqbuilder.h"
 
 #include <cstdio>
@@ -59,19 +59,16 @@ std::vector<Bytes> maps() {
 }
 
 /// Behind the bytes that say how it is played; see fuzz_sound.cpp.
-Bytes played(const Bytes& sound, int plays, int start, int chunk) {
-    testing_support::ByteWriter out(false);
-    out.u8(31).u8(100).u8(50).u16(static_cast<std::uint32_t>(start)).u16(0xFFFF);
-    out.u8(static_cast<std::uint32_t>(plays)).u8(200).u8(static_cast<std::uint32_t>(chunk));
-    Bytes seed = out.bytes();
-    seed.insert(seed.end(), sound.begin(), sound.end());
-    return seed;
+Bytes played(const formats::Bytes& sound, int plays, int start, int chunk) {
+    formats::ByteWriter out;
+    out.u8(31).u8(100).u8(50).u16(start).u16(0xFFFF).u8(plays).u8(200).u8(chunk).block(sound);
+    return toBytes(out.bytes());
 }
 
 std::vector<Bytes> sounds() {
     std::vector<std::uint8_t> data;
     for (int i = 0; i < 400; ++i) data.push_back(static_cast<std::uint8_t>(i * 7));
-    const Bytes all[] = {
+    const formats::Bytes all[] = {
         RiffSound{.data = data}.build(),
         RiffSound{.rate = 11127, .before = 5, .between = 7, .data = data}.build(),
         RiffSound{.claimed = 0xFFFFFFFF, .data = data}.build(),
@@ -81,7 +78,7 @@ std::vector<Bytes> sounds() {
         MacSound{.format = 2, .encoding = 0xFF, .data = data}.build(),
     };
     std::vector<Bytes> seeds;
-    for (const Bytes& sound : all) {
+    for (const formats::Bytes& sound : all) {
         seeds.push_back(played(sound, 0, 0, 0));
         seeds.push_back(played(sound, 2, 33, 7));
     }

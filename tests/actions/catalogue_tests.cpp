@@ -3,7 +3,7 @@
 #include "actions/rcompositeaction.h"
 #include "actions/rqueue.h"
 #include "actions/sndact.h"
-#include "ompp/soundbuilder.h"
+#include "formats/soundbuilder.h"
 #include "ranimation.h"
 
 using namespace testing_support;

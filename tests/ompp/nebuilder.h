@@ -16,9 +16,11 @@ class NEBuilder {
                               formats::Bytes(text.begin(), text.end())});
         return *this;
     }
+    NEBuilder& add(std::string_view type, int id, const formats::Bytes& data) {
+        return add(type, id, toBytes(data));
+    }
     [[nodiscard]] Bytes build() const {
-        const auto file = formats::library::write("TEST", resources_).value;
-        return toBytes({reinterpret_cast<const char*>(file.data()), file.size()});
+        return toBytes(formats::library::write("TEST", resources_).value);
     }
 
   private:

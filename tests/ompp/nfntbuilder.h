@@ -38,8 +38,7 @@ struct NFNTFont {
             for (const std::string& row : rows)
                 for (const char pixel : row) glyph.ink.push_back(pixel == '#');
         }
-        const formats::Bytes record = formats::font::write(font).value;
-        return toBytes({reinterpret_cast<const char*>(record.data()), record.size()});
+        return toBytes(formats::font::write(font).value);
     }
 };
 

@@ -180,7 +180,7 @@ std::string LibraryUnpacker::fileLine(const ResourceEntry& entry, const std::str
     if (entry.type != kSoundType) return line;
     const SoundReport report = examineSound(contentOf(entry));
     const bool isWhole = cutOffText(report.facts).empty();
-    if (report.isReady() && isWhole && report.facts.kind == OMWaveFacts::Kind::Riff)
+    if (report.isReady() && isWhole && report.facts.kind == formats::sound::Facts::Kind::Riff)
         return "sound " + rest;
     if (report.isReady() || report.heard == Heard::WrongSpeed) return line;
     note(entry, "stays as it is: " + report.fault);
