@@ -1,7 +1,7 @@
 // Folders and pictures for the tests of the tools.
 #pragma once
 
-#include "bytes.h"
+#include "filesystem.h"
 #include "platform/temporaryfolder.h"
 #include "refusal.h"
 
