@@ -1,6 +1,6 @@
 #include "movietimes.h"
 
-#include "library/nelibrary.h"
+#include "formats/library/writer.h"
 #include "mediamachine.h"
 #include "movies/moviefile.h"
 
@@ -46,7 +46,7 @@ ProcessTimes measureMovie(int repetitions) {
     std::filesystem::create_directory(machine.hostPath("RSC"));
     const rsc::Bytes movie = rsc::buildMovieFile(panning());
     machine.put("RSC/movie.smk", std::as_bytes(std::span(movie)));
-    const rsc::Bytes library = rsc::buildNeLibrary("LIB", {});
+    const formats::Bytes library = formats::library::write("LIB", {}).value;
     machine.put("RSC/some.rsc", std::as_bytes(std::span(library)));
     machine.put("Startup.mps", std::as_bytes(std::span(kScript)));
     return playGame(machine.hostPath("").string(), repetitions);

@@ -1,6 +1,6 @@
 #include "resourcetimes.h"
 
-#include "library/nelibrary.h"
+#include "formats/library/writer.h"
 #include "mediamachine.h"
 
 #include "omcachedfile.h"
@@ -39,14 +39,14 @@ std::vector<std::int16_t> scatteredIds(std::size_t count) {
     return ids;
 }
 
-rsc::Bytes makeLibrary() {
-    std::vector<rsc::Resource> resources;
+formats::Bytes makeLibrary() {
+    std::vector<formats::library::Resource> resources;
     for (std::size_t i = 0; i < kResources; ++i) {
-        rsc::Resource resource{kType, static_cast<std::uint16_t>(i + 1), {}};
-        resource.data.assign(kResourceBytes, static_cast<rsc::Bytes::value_type>(i));
+        formats::library::Resource resource{kType, static_cast<std::uint16_t>(i + 1), {}};
+        resource.data.assign(kResourceBytes, static_cast<std::uint8_t>(i));
         resources.push_back(std::move(resource));
     }
-    return rsc::buildNeLibrary("BENCH", resources);
+    return formats::library::write("BENCH", resources).value;
 }
 
 std::size_t readResource(int id) {
@@ -105,7 +105,7 @@ LookupTimes measureLookups(int repetitions) {
 
 ReadTimes measureReads(int repetitions) {
     MediaMachine machine;
-    const rsc::Bytes library = makeLibrary();
+    const formats::Bytes library = makeLibrary();
     machine.put(kLibrary, std::as_bytes(std::span(library)));
     machine.put("plain.bin", std::as_bytes(std::span(library)).first(kResourceBytes));
     OMOpenLibrary::setKeepOpen(true);

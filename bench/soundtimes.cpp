@@ -1,6 +1,7 @@
 #include "soundtimes.h"
 
 #include "cputime.h"
+#include "formats/sound/wave.h"
 #include "mediamachine.h"
 
 #include "omistreamfile.h"
@@ -19,35 +20,14 @@ namespace {
 
 constexpr std::int64_t kOutputSamples = 200LL * kMixRate;
 
-void append(std::vector<std::byte>& out, std::uint32_t value, int bytes) {
-    for (int i = 0; i < bytes; ++i) out.push_back(static_cast<std::byte>(value >> (8 * i)));
-}
-
-void append(std::vector<std::byte>& out, std::string_view text) {
-    for (const char c : text) out.push_back(static_cast<std::byte>(c));
-}
-
 /// A RIFF WAVE file of samples without a pattern.
-std::vector<std::byte> makeSound(std::uint32_t seed) {
-    constexpr auto kLength = static_cast<std::uint32_t>(kMixLength);
-    std::vector<std::byte> out;
-    append(out, "RIFF");
-    append(out, 36 + kLength, 4);
-    append(out, "WAVEfmt ");
-    append(out, 16, 4);
-    append(out, 1, 2); // PCM
-    append(out, 1, 2); // one channel
-    append(out, kMixRate, 4);
-    append(out, kMixRate, 4);
-    append(out, 1, 2);
-    append(out, 8, 2);
-    append(out, "data");
-    append(out, kLength, 4);
-    for (std::uint32_t i = 0, noise = seed; i < kLength; ++i) {
-        noise = noise * 1664525 + 1013904223;
-        append(out, noise >> 24, 1);
+formats::Bytes makeSound(std::uint32_t seed) {
+    formats::Bytes samples(kMixLength);
+    for (std::uint8_t& sample : samples) {
+        seed = seed * 1664525 + 1013904223;
+        sample = static_cast<std::uint8_t>(seed >> 24);
     }
-    return out;
+    return formats::sound::writeRiff(samples, kMixRate);
 }
 
 struct PlayedSound {
@@ -70,7 +50,8 @@ double measureOurMixing(int sounds) {
     std::vector<std::unique_ptr<PlayedSound>> played;
     for (int i = 0; i < sounds; ++i) {
         const std::string name = "sound" + std::to_string(i) + ".wav";
-        machine.put(name, makeSound(static_cast<std::uint32_t>(i)));
+        const formats::Bytes file = makeSound(static_cast<std::uint32_t>(i));
+        machine.put(name, std::as_bytes(std::span(file)));
         played.push_back(std::make_unique<PlayedSound>(name));
         if (!played.back()->sound.play(true)) throw std::runtime_error("a sound does not play");
     }

@@ -1,8 +1,8 @@
 #include "starttimes.h"
 
-#include "library/nelibrary.h"
+#include "formats/library/writer.h"
+#include "formats/map/resourcemap.h"
 #include "mediamachine.h"
-#include "resources/resourcemap.h"
 
 #include "aopack.h"
 #include "ommemcanvas.h"
@@ -25,7 +25,7 @@ constexpr std::string_view kScript = "StartTransition\nScene 100\nEndTransition 
 std::span<const std::byte> bytesOf(std::string_view text) { return std::as_bytes(std::span(text)); }
 
 /// A picture of blobs, as a painted background has them.
-rsc::Bytes scenePicture() {
+formats::Bytes scenePicture() {
     OMMemCanvas canvas(kWidth, kHeight, 8);
     std::mt19937 random(1);
     for (int y = 0; y < kHeight; ++y) {
@@ -40,33 +40,33 @@ rsc::Bytes scenePicture() {
     return {first, first + packed.size()};
 }
 
-std::vector<rsc::Resource> resourcesOf(std::size_t library) {
+std::vector<formats::library::Resource> resourcesOf(std::size_t library) {
     constexpr std::size_t kEach = kStartResources / kLibraries;
-    std::vector<rsc::Resource> resources;
+    std::vector<formats::library::Resource> resources;
     for (std::size_t i = 0; i < kEach; ++i) {
         const auto id = static_cast<std::uint16_t>(1000 + library * kEach + i);
-        resources.push_back({"WAVE", id, rsc::Bytes(kSoundBytes)});
+        resources.push_back({"WAVE", id, formats::Bytes(kSoundBytes)});
     }
     if (library > 0) return resources;
     resources[0] = {"ASEQ", kScene, scenePicture()};
-    resources[1] = {"RRGB", kScene, rsc::Bytes(kPaletteBytes, 99)};
+    resources[1] = {"RRGB", kScene, formats::Bytes(kPaletteBytes, 99)};
     return resources;
 }
 
 /// A game of many libraries and a start script that shows its only scene.
 void makeGame(const MediaMachine& machine) {
     std::filesystem::create_directory(machine.hostPath("RSC"));
-    std::vector<rsc::MapLibrary> map;
+    std::vector<formats::map::Library> map;
     for (std::size_t library = 0; library < kLibraries; ++library) {
         const std::string name = "lib" + std::to_string(library) + ".rsc";
-        const std::vector<rsc::Resource> resources = resourcesOf(library);
-        const rsc::Bytes bytes = rsc::buildNeLibrary("LIB", resources);
+        const std::vector<formats::library::Resource> resources = resourcesOf(library);
+        const formats::Bytes bytes = formats::library::write("LIB", resources).value;
         machine.put("RSC/" + name, std::as_bytes(std::span(bytes)));
-        rsc::MapLibrary& listed = map.emplace_back(rsc::MapLibrary{name, {}});
-        for (const rsc::Resource& resource : resources)
-            listed.resources.push_back({resource.type, resource.id});
+        formats::map::Library& listed = map.emplace_back(formats::map::Library{name, {}});
+        for (const formats::library::Resource& resource : resources)
+            listed.resources.push_back({resource.type, static_cast<std::int16_t>(resource.id)});
     }
-    machine.put("RSC/resource.map", bytesOf(rsc::buildResourceMap("BENCH", map)));
+    machine.put("RSC/resource.map", bytesOf(formats::map::writeResourceMap("BENCH", map)));
     // Only libraries that are active are searched.
     machine.put("Startup.mps", bytesOf("ActivateDLL lib0.rsc\n" + std::string(kScript)));
 }

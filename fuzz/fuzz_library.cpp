@@ -6,7 +6,7 @@
 
 #include "omistreamdll16.h"
 #include "omistreamres.h"
-#include "omnelibrary.h"
+#include "omopenlibrary.h"
 
 #include <algorithm>
 #include <string>
@@ -27,7 +27,7 @@ constexpr std::size_t kMostTable = 0x10000;
 
 using Names = std::vector<std::pair<std::string, int>>;
 
-void checkPlaces(const OMNELibrary& library, const Names& names, std::size_t fileSize) {
+void checkPlaces(const formats::library::Index& library, const Names& names, std::size_t fileSize) {
     expect(names.size() <= kMostTable / kRecord, "no more resources than the table has room for");
     for (const auto& [type, id] : names) {
         const auto place = library.find(id, type);
@@ -56,13 +56,13 @@ Bytes readInPieces(OMIStream& stream) {
 }
 
 /// What the file holds at the resource's place.
-Bytes expected(const Bytes& file, const OMNELibrary::Place& place) {
+Bytes expected(const Bytes& file, const formats::library::Index::Place& place) {
     const auto begin = file.begin() + static_cast<std::ptrdiff_t>(place.offset);
     const std::size_t there = file.size() - static_cast<std::size_t>(place.offset);
     return {begin, begin + static_cast<std::ptrdiff_t>(std::min(place.length, there))};
 }
 
-void readEverywhere(const OMNELibrary& library, const Names& names, const Bytes& file) {
+void readEverywhere(const formats::library::Index& library, const Names& names, const Bytes& file) {
     std::size_t streams = 0;
     for (const auto& [type, id] : names) {
         if (id == 0 || ++streams > kMostStreams) continue;
@@ -80,7 +80,7 @@ void readEverywhere(const OMNELibrary& library, const Names& names, const Bytes&
 }
 
 /// As the resources of a module.
-void readModule(const OMNELibrary& library, const Names& names, const Bytes& file) {
+void readModule(const formats::library::Index& library, const Names& names, const Bytes& file) {
     OMResFile module(kName);
     std::size_t streams = 0;
     for (const auto& [type, id] : names) {
@@ -111,7 +111,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     world.files.put(kName, bytes);
     world.makeApp();
     const auto file = world.files.open(kName, platform::OpenMode::Read);
-    const auto library = OMNELibrary::read(*file);
+    const auto library = OMReadLibrary(*file);
     const Names names = listAll();
     if (!library) {
         expect(names.empty(), "what is no library has no resources");

@@ -6,6 +6,7 @@
 
 #include "nebuilder.h"
 #include "progress/progresslayout.h"
+#include "resources/mapproblems.h"
 #include "resources/resources.h"
 #include "world/locations.h"
 
@@ -20,7 +21,7 @@
 namespace {
 
 using fuzzing::expect;
-using Blocks = std::vector<MapFileBlock>;
+using Blocks = std::vector<formats::map::Library>;
 
 constexpr const char* kLog = "zorbelog.txt";
 constexpr std::array kPaths = {"RSC\\resource.map", "..\\RSC\\resource.map",
@@ -51,14 +52,14 @@ void addLibraries(fuzzing::MemoryFiles& files) {
 }
 
 Blocks readAlone(const std::string& text) {
-    ResourceMap map("m", text);
-    expect(map.identifier().size() <= ResourceMap::kMaxIdentifier, "identifiers are short");
+    formats::map::ResourceMap map(text, MapProblems("m"));
+    expect(map.identifier().size() <= formats::map::kMaxIdentifier, "identifiers are short");
     Blocks blocks;
-    for (MapFileBlock block; map.nextBlock(block);) blocks.push_back(block);
-    for (const MapFileBlock& block : blocks) {
-        expect(!block.name.empty() && block.name.size() <= ResourceMap::kMaxFileName,
+    for (formats::map::Library block; map.next(block);) blocks.push_back(block);
+    for (const formats::map::Library& block : blocks) {
+        expect(!block.name.empty() && block.name.size() <= formats::map::kMaxFileName,
                "file names are short");
-        for (const MapResource& resource : block.resources)
+        for (const formats::map::Resource& resource : block.resources)
             expect(resource.type.size() == 4 && resource.id > 0, "resources can be named");
     }
     return blocks;
@@ -102,11 +103,11 @@ void readLayouts(const std::string& text) {
 /// As a script would go about it.
 void use(RResources& resources, const Blocks& blocks) {
     std::size_t loads = 0;
-    for (const MapFileBlock& block : blocks) {
+    for (const formats::map::Library& block : blocks) {
         if (loads > kMostLoads) break;
         resources.activateDLL(block.name, loads % 2 == 0);
         resources.cacheDLL(block.name, {.toHardDrive = loads % 3 == 0});
-        for (const MapResource& resource : block.resources) {
+        for (const formats::map::Resource& resource : block.resources) {
             if (++loads > kMostLoads) break;
             const auto stream = resources.load(resource.id, resource.type, kOMIStreamCache);
             if (stream) stream->fill();
@@ -129,8 +130,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::size_t sounds = 0;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         world.files.put(kPaths[i], parts[i]);
-        for (MapFileBlock& block : readAlone(parts[i])) blocks.push_back(std::move(block));
-        sounds += readAudioMap("m", parts[i]).size();
+        for (formats::map::Library& block : readAlone(parts[i])) blocks.push_back(std::move(block));
+        sounds += formats::map::readAudioMap(parts[i], MapProblems("m")).size();
         readLayouts(parts[i]);
     }
     expect(sounds <= size, "sounds come from lines");
@@ -138,14 +139,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     RResources resources;
     resources.setHomeDirectory("C:\\HOME\\");
-    resources.start("D:", [](const SequenceSoundRecord&) {});
+    resources.start("D:", [](const formats::map::SequenceSound&) {});
     expect(world.files.text(kLog).size() <= kMostLogByte * size + kMostLogRest,
            "the log stays in proportion");
     world.makeApp();
     use(resources, blocks);
     resources.shutDown();
-    for (const MapFileBlock& block : blocks)
-        for (const MapResource& resource : block.resources)
+    for (const formats::map::Library& block : blocks)
+        for (const formats::map::Resource& resource : block.resources)
             expect(OMResMgrFindFile(resource.id, resource.type) == nullptr,
                    "nothing is left after the end");
     return 0;

@@ -2,10 +2,10 @@
 // FOLDER/animation and so on, made by the builders of the tests.
 #include "bmpbuilder.h"
 #include "curbuilder.h"
+#include "formats/soundbuilder.h"
 #include "nebuilder.h"
 #include "nfntbuilder.h"
 #include "platform/moviebuilder.h"
-#include "soundbuilder.h"
 #include "trinkets/aseqbuilder.h"
 
 #include <cstdio>
@@ -28,11 +28,15 @@ using testing_support::toBytes;
 std::vector<Bytes> libraries() {
     std::vector<Bytes> seeds = {
         NEBuilder().build(),
-        NEBuilder().add("WAVE", 1, "one").addStandard(14, 3, "icon").add("RRGB", 2, "two").build(),
-        NEBuilder(0).add("ASEQ", 2001, std::string(300, 'a')).add("WAVE", 7, "x").build(),
-        NEBuilder(9).addNamed("WAVE", 44, "named").addStandard(2, 1, "bits").build(),
+        NEBuilder().add("WAVE", 1, "one").add("ICON", 3, "icon").add("RRGB", 2, "two").build(),
+        NEBuilder().add("ASEQ", 2001, std::string(300, 'a')).add("WAVE", 7, "x").build(),
+        NEBuilder().add("WAVE", 44, "named").add("BITMAP", 1, "bits").build(),
     };
-    NEBuilder many(1);
+    constexpr std::size_t kShift = formats::library::kWrittenTable;
+    constexpr std::size_t kFirstId = kShift + 2 + 8 + 6;
+    seeds[2][kShift] = std::byte{0};
+    seeds[3][kFirstId + 1] = std::byte{0};
+    NEBuilder many;
     for (int id = 1; id < 60; ++id) many.add(id % 2 ? "WAVE" : "RRGB", id / 3, std::to_string(id));
     seeds.push_back(many.build());
     return seeds;
@@ -55,19 +59,16 @@ std::vector<Bytes> maps() {
 }
 
 /// Behind the bytes that say how it is played; see fuzz_sound.cpp.
-Bytes played(const Bytes& sound, int plays, int start, int chunk) {
-    testing_support::ByteWriter out(false);
-    out.u8(31).u8(100).u8(50).u16(static_cast<std::uint32_t>(start)).u16(0xFFFF);
-    out.u8(static_cast<std::uint32_t>(plays)).u8(200).u8(static_cast<std::uint32_t>(chunk));
-    Bytes seed = out.bytes();
-    seed.insert(seed.end(), sound.begin(), sound.end());
-    return seed;
+Bytes played(const formats::Bytes& sound, int plays, int start, int chunk) {
+    formats::ByteWriter out;
+    out.u8(31).u8(100).u8(50).u16(start).u16(0xFFFF).u8(plays).u8(200).u8(chunk).block(sound);
+    return toBytes(out.bytes());
 }
 
 std::vector<Bytes> sounds() {
     std::vector<std::uint8_t> data;
     for (int i = 0; i < 400; ++i) data.push_back(static_cast<std::uint8_t>(i * 7));
-    const Bytes all[] = {
+    const formats::Bytes all[] = {
         RiffSound{.data = data}.build(),
         RiffSound{.rate = 11127, .before = 5, .between = 7, .data = data}.build(),
         RiffSound{.claimed = 0xFFFFFFFF, .data = data}.build(),
@@ -77,7 +78,7 @@ std::vector<Bytes> sounds() {
         MacSound{.format = 2, .encoding = 0xFF, .data = data}.build(),
     };
     std::vector<Bytes> seeds;
-    for (const Bytes& sound : all) {
+    for (const formats::Bytes& sound : all) {
         seeds.push_back(played(sound, 0, 0, 0));
         seeds.push_back(played(sound, 2, 33, 7));
     }

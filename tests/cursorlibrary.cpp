@@ -8,7 +8,6 @@
 #include <fstream>
 
 int main(int argc, char** argv) {
-    constexpr int kCursorType = 12;
     if (argc != 2) {
         std::fputs("cursorlibrary FILE\n", stderr);
         return 2;
@@ -18,8 +17,7 @@ int main(int argc, char** argv) {
     for (const std::uint32_t colour : {0xFF40A0E0u, 0xFFE0A040u}) {
         testing_support::CurPicture picture{.width = 32, .height = 32, .hotSpot = {15, 15}};
         picture.pixels.assign(32 * 32, colour);
-        library.addStandard(kCursorType, ++id,
-                            testing_support::toText(testing_support::buildCursor({picture})));
+        library.add("CURSOR", ++id, testing_support::buildCursor({picture}));
     }
     const testing_support::Bytes bytes = library.build();
     std::ofstream file(argv[1], std::ios::binary);

@@ -2,8 +2,7 @@
 // knows that they are used again and again. Requests count. Main thread only.
 #pragma once
 
-#include "omnelibrary.h"
-
+#include "formats/library/index.h"
 #include "platform/files.h"
 
 #include <memory>
@@ -21,14 +20,15 @@ class OMLibraryInfo {
     [[nodiscard]] static OMLibraryInfo* find(std::string_view name);
     static void clear();
 
-    OMLibraryInfo(std::string_view name, OMNELibrary library, std::unique_ptr<platform::File> file)
+    OMLibraryInfo(std::string_view name, formats::library::Index library,
+                  std::unique_ptr<platform::File> file)
         : name_(name), library_(std::move(library)), file_(std::move(file)) {}
     /// Nobody holds on to the library open now.
     ~OMLibraryInfo();
     OMLibraryInfo(const OMLibraryInfo&) = delete;
     OMLibraryInfo& operator=(const OMLibraryInfo&) = delete;
 
-    [[nodiscard]] const OMNELibrary& library() const { return library_; }
+    [[nodiscard]] const formats::library::Index& library() const { return library_; }
     /// The open file, opened again when it was closed; null when that is impossible.
     [[nodiscard]] platform::File* file();
     /// Its bytes come from another place from now on.
@@ -36,7 +36,7 @@ class OMLibraryInfo {
 
   private:
     std::string name_;
-    OMNELibrary library_;
+    formats::library::Index library_;
     std::unique_ptr<platform::File> file_;
     int useCount_ = 1;
 };

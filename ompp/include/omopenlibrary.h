@@ -5,12 +5,14 @@
 // read from its copy; one whose information is kept (OMLibraryInfo) is neither opened nor parsed.
 #pragma once
 
-#include "omnelibrary.h"
-
+#include "formats/library/index.h"
 #include "platform/files.h"
 
 #include <memory>
 #include <string_view>
+
+/// None when the file is no library.
+[[nodiscard]] std::optional<formats::library::Index> OMReadLibrary(platform::File& file);
 
 /// One operation on a library, which is open at least as long as this object lives.
 class OMOpenLibrary {
@@ -23,7 +25,7 @@ class OMOpenLibrary {
     OMOpenLibrary& operator=(const OMOpenLibrary&) = delete;
 
     /// Null when the file could not be opened or is no library (the latter after a failed check).
-    [[nodiscard]] const OMNELibrary* library() const { return library_; }
+    [[nodiscard]] const formats::library::Index* library() const { return library_; }
 
     /// While set, the library stays open until another is needed; clearing it releases the library.
     /// Not set at the beginning.
@@ -31,8 +33,8 @@ class OMOpenLibrary {
 
     /// Reads the table of a library; none after a failed check when the file is none. What cannot
     /// be read of it is logged.
-    [[nodiscard]] static std::optional<OMNELibrary> parse(std::string_view name,
-                                                          platform::File& file);
+    [[nodiscard]] static std::optional<formats::library::Index> parse(std::string_view name,
+                                                                      platform::File& file);
 
     /// The open file of the library of that name, or the one that its information keeps; null when
     /// there is neither.
@@ -47,5 +49,5 @@ class OMOpenLibrary {
     static void release(std::string_view name);
 
   private:
-    const OMNELibrary* library_ = nullptr;
+    const formats::library::Index* library_ = nullptr;
 };

@@ -5,8 +5,7 @@
 // libraries, so that one format serves on every host. Main thread only.
 #pragma once
 
-#include "omnelibrary.h"
-
+#include "formats/library/index.h"
 #include "platform/files.h"
 
 #include <cstddef>
@@ -57,13 +56,13 @@ class OMResFile {
 
     void load(std::string_view name);
     [[nodiscard]] std::optional<Loaded> loadResource(int id, std::string_view type);
-    [[nodiscard]] std::optional<Loaded> readResource(const OMNELibrary::Place& place);
+    [[nodiscard]] std::optional<Loaded> readResource(const formats::library::Index::Place& place);
 
     bool isProgram_;
     Error error_ = Error::None;
     std::string path_;
     std::unique_ptr<platform::File> file_;
-    std::optional<OMNELibrary> library_;
+    std::optional<formats::library::Index> library_;
     std::vector<OMRes*> attached_;
     std::vector<Loaded> leftLoaded_; ///< of resources that were locked when they were destroyed
 };

@@ -8,6 +8,7 @@
 // otherwise.
 #pragma once
 
+#include "formats/map/resourcemap.h"
 #include "omistream.h"
 #include "omres.h"
 
@@ -92,7 +93,7 @@ class OMResMgrFileRes final : public OMResMgrFile {
 /// The table of one type. Sorted by id when it is searched first after a change.
 class OMResMgrResType {
   public:
-    static constexpr std::size_t kMaxEntries = 8192;
+    static constexpr std::size_t kMaxEntries = formats::map::kMostOfOneType;
 
     [[nodiscard]] bool empty() const { return entries_.empty(); }
 

@@ -85,7 +85,7 @@ class OMWaveSound final : public OMSound {
     bool readAhead();
 
     OMWaveEngine& engine_;
-    OMWaveHeader header_;
+    formats::sound::Header header_;
     std::int64_t dataLength_;
     std::int64_t start_ = 0; ///< of the play window
     std::int64_t end_;       ///< inclusive; before the start when the window is empty

@@ -1,5 +1,7 @@
 #include "platform/headless/waverecorder.h"
 
+#include "formats/sound/wave.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -13,36 +15,13 @@ namespace platform {
 namespace {
 
 constexpr std::size_t kHeaderSize = 44;
-constexpr std::uint32_t kFormatSize = 16;
-constexpr std::uint16_t kPcm = 1;
 
 /// The header of a file with `dataSize` bytes of samples.
-class Header {
-  public:
-    Header(const SoundFormat& format, std::uint32_t dataSize) {
-        const auto field = [](int value) { return static_cast<std::uint32_t>(value); };
-        const std::uint32_t pad = dataSize % 2;
-        text("RIFF").number(static_cast<std::uint32_t>(kHeaderSize - 8) + dataSize + pad, 4);
-        text("WAVE").text("fmt ").number(kFormatSize, 4);
-        number(kPcm, 2).number(field(format.channels), 2).number(field(format.rate), 4);
-        number(field(format.bytesPerSecond()), 4).number(field(format.blockSize()), 2);
-        number(field(format.bits), 2).text("data").number(dataSize, 4);
-    }
-    void write(std::ostream& output) const { output.write(bytes_.data(), kHeaderSize); }
-
-  private:
-    Header& text(std::string_view tag) {
-        at_ = std::ranges::copy(tag, at_).out;
-        return *this;
-    }
-    Header& number(std::uint32_t value, int bytes) {
-        for (; bytes > 0; --bytes, value >>= 8) *at_++ = static_cast<char>(value & 0xFF);
-        return *this;
-    }
-
-    std::array<char, kHeaderSize> bytes_{};
-    std::array<char, kHeaderSize>::iterator at_ = bytes_.begin();
-};
+void writeHeader(std::ostream& output, const SoundFormat& format, std::uint32_t dataSize) {
+    const formats::Bytes head =
+        formats::sound::riffHead({format.rate, format.channels, format.bits}, dataSize);
+    output.write(reinterpret_cast<const char*>(head.data()), std::ssize(head));
+}
 
 std::uint32_t limitedSize(std::uint64_t bytes) {
     constexpr std::uint64_t most = std::numeric_limits<std::uint32_t>::max() - kHeaderSize;
@@ -81,14 +60,14 @@ void WaveRecorder::begin(const SoundFormat& format) {
     format_ = format;
     bytes_ = 0;
     file_.open(name_, std::ios::binary | std::ios::trunc);
-    Header(format_, 0).write(file_);
+    writeHeader(file_, format_, 0);
 }
 
 void WaveRecorder::finish() {
     if (!file_.is_open()) return;
     if (bytes_ % 2 == 1) file_.put('\0');
     file_.seekp(0);
-    Header(format_, limitedSize(bytes_)).write(file_);
+    writeHeader(file_, format_, limitedSize(bytes_));
     file_.close();
     if (!file_) complain();
     file_.clear();

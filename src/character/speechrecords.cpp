@@ -40,8 +40,8 @@ const std::vector<RSpeechRecord>* RSpeechRecords::of(int animation) {
     return &known.emplace(animation, speechesIn(*image, animation)).first->second;
 }
 
-void RSpeechRecords::addSequenceSound(const SequenceSoundRecord& record) {
-    memory().sounds.emplace(std::pair(record.animationObject, record.sequence), record.sound);
+void RSpeechRecords::addSequenceSound(const formats::map::SequenceSound& sound) {
+    memory().sounds.emplace(std::pair(sound.animation, sound.sequence), sound.sound);
 }
 
 void RSpeechRecords::setStreamLinks(SoundLink begin, SoundLink end) {

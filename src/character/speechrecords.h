@@ -7,8 +7,8 @@
 // to the resource layer while their sequence is spoken. Its sequences count from 1, as in scripts.
 #pragma once
 
+#include "formats/map/audiomap.h"
 #include "omlink.h"
-#include "resources/resourcemap.h"
 
 #include <vector>
 
@@ -27,7 +27,7 @@ class RSpeechRecords {
     /// They stay until `clear`.
     [[nodiscard]] static const std::vector<RSpeechRecord>* of(int animation);
     /// Adds a line of `audio.map`.
-    static void addSequenceSound(const SequenceSoundRecord& record);
+    static void addSequenceSound(const formats::map::SequenceSound& sound);
     /// Told when a sound begins to be a streamed one, and when it is none any more.
     static void setStreamLinks(SoundLink begin, SoundLink end);
     /// Forgets everything, and the links.

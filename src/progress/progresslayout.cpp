@@ -4,7 +4,7 @@
 #include "ompath.h"
 #include "omplatform.h"
 #include "omresourcelog.h"
-#include "resources/resourcemap.h"
+#include "resources/mapproblems.h"
 #include "world/locations.h"
 
 #include <algorithm>
@@ -185,7 +185,7 @@ class Reader {
         target = value;
         return true;
     }
-    void problem(const char* text) { problems_.log(scanner_.lineNumber(), text); }
+    void problem(const char* text) { problems_(scanner_.lineNumber(), text); }
 
     bool begin(ProgressLayout& layout, Fields& fields);
     bool takePractice(Fields& fields) { return begin(layouts_->practice, fields); }

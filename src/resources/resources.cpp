@@ -10,6 +10,7 @@
 #include "omplatform.h"
 #include "omresmgr.h"
 #include "omresourcelog.h"
+#include "resources/mapproblems.h"
 #include "yengine.h"
 
 #include <algorithm>
@@ -17,8 +18,8 @@
 
 namespace {
 
-constexpr std::string_view kMapName = "resource.map";
-constexpr std::string_view kAudioMapName = "audio.map";
+using formats::map::SequenceSound;
+
 constexpr std::string_view kScripts = "scripts\\";
 constexpr std::string_view kResourceFolder = "RSC\\";
 constexpr std::string_view kParent = "..\\";
@@ -57,7 +58,7 @@ bool isFreeForCopy(const std::string& path, const std::string& source) {
 
 RResources::StartUp
 RResources::start(std::string_view cdDrive,
-                  const OMLinkTo<void(const SequenceSoundRecord&)>& addSequenceSound) {
+                  const OMLinkTo<void(const SequenceSound&)>& addSequenceSound) {
     OMOpenLibrary::setKeepOpen(true);
     OMPathSetStrict(true);
     roots_ = {"", std::string(kParent)};
@@ -73,21 +74,20 @@ void RResources::addDirectories(const std::string& root) {
     const std::string resources = root + std::string(kResourceFolder);
     OMPathAddDirectory(root + std::string(kScripts), true);
     OMPathAddDirectory(resources, true);
-    if (!readMap(resources + std::string(kMapName))) scanDirectory(resources);
+    if (!readMap(resources + std::string(formats::map::kResourceMapName))) scanDirectory(resources);
 }
 
 bool RResources::readMap(const std::string& path) {
     const std::optional<std::string> text = readText(path, "The folder is scanned instead");
     if (!text) return false;
-    ResourceMap map(path, *text);
+    formats::map::ResourceMap map(*text, MapProblems(path));
     if (!map.isUsable()) return false; // the directory is scanned instead
     const std::string& identifier = map.identifier();
     if (std::find(mapIdentifiers_.begin(), mapIdentifiers_.end(), identifier) !=
         mapIdentifiers_.end())
         return true;
     mapIdentifiers_.push_back(identifier);
-    MapFileBlock block;
-    while (map.nextBlock(block)) registerBlock(block);
+    for (formats::map::Library library; map.next(library);) registerBlock(library);
     return true;
 }
 
@@ -97,14 +97,14 @@ void RResources::addFile(const std::string& name) {
     files_.push_back({name});
 }
 
-void RResources::registerBlock(const MapFileBlock& block) {
-    if (find(block.name)) return;
-    addFile(block.name);
+void RResources::registerBlock(const formats::map::Library& library) {
+    if (find(library.name)) return;
+    addFile(library.name);
     std::vector<OMResMgrEntry> entries;
-    entries.reserve(block.resources.size());
-    for (const MapResource& resource : block.resources)
+    entries.reserve(library.resources.size());
+    for (const formats::map::Resource& resource : library.resources)
         entries.push_back({resource.id, resource.type});
-    OMResMgrUseDLL16(block.name, entries, true);
+    OMResMgrUseDLL16(library.name, entries, true);
 }
 
 void RResources::scanDirectory(const std::string& directory) {
@@ -115,7 +115,7 @@ void RResources::scanDirectory(const std::string& directory) {
 }
 
 void RResources::scanFile(const std::string& name) {
-    if (name.size() > ResourceMap::kMaxFileName) {
+    if (name.size() > formats::map::kMaxFileName) {
         OMLog::writef(OMLog::Kind::Error,
                       "%s is left out, as its name has more than 15 characters: rename it",
                       name.c_str());
@@ -128,13 +128,13 @@ void RResources::scanFile(const std::string& name) {
     activateDLL(name, false);
 }
 
-void RResources::readSequenceSounds(
-    const OMLinkTo<void(const SequenceSoundRecord&)>& addSequenceSound) {
-    const std::optional<std::string> path = OMPathResolveFilename(kAudioMapName);
+void RResources::readSequenceSounds(const OMLinkTo<void(const SequenceSound&)>& addSequenceSound) {
+    const std::optional<std::string> path = OMPathResolveFilename(formats::map::kAudioMapName);
     if (!path) return;
     const std::optional<std::string> text = readText(*path, "Speeches have no sounds");
     if (!text) return;
-    for (const SequenceSoundRecord& record : readAudioMap(*path, *text)) addSequenceSound(record);
+    for (const SequenceSound& sound : formats::map::readAudioMap(*text, MapProblems(*path)))
+        addSequenceSound(sound);
 }
 
 void RResources::shutDown() {

@@ -7,10 +7,10 @@
 // copy is used rather than the one on the CD.
 #pragma once
 
+#include "formats/map/audiomap.h"
 #include "omid.h"
 #include "omistream.h"
 #include "omlink.h"
-#include "resources/resourcemap.h"
 
 #include <functional>
 #include <map>
@@ -34,7 +34,7 @@ class RResources {
     /// Called once, before the application exists. `cdDrive` is the root of the CD ("D:\") or
     /// empty. Every line of "audio.map" is told to `addSequenceSound`, in order.
     StartUp start(std::string_view cdDrive,
-                  const OMLinkTo<void(const SequenceSoundRecord&)>& addSequenceSound);
+                  const OMLinkTo<void(const formats::map::SequenceSound&)>& addSequenceSound);
     /// The folders whose "scripts" and "RSC" were looked into, in that order: "" is the game's own.
     [[nodiscard]] const std::vector<std::string>& roots() const { return roots_; }
     /// Called after the application is gone; forgets all files.
@@ -74,7 +74,7 @@ class RResources {
 
   private:
     struct FileRecord {
-        std::string name; ///< lower case, at most ResourceMap::kMaxFileName characters
+        std::string name; ///< lower case, at most formats::map::kMaxFileName characters
         bool active = false;
         bool activatedPermanently = false;
         bool cachedPermanently = false;
@@ -83,10 +83,11 @@ class RResources {
     void addDirectories(const std::string& root);
     void addFile(const std::string& name);
     bool readMap(const std::string& path);
-    void registerBlock(const MapFileBlock& block);
+    void registerBlock(const formats::map::Library& library);
     void scanDirectory(const std::string& directory);
     void scanFile(const std::string& name);
-    void readSequenceSounds(const OMLinkTo<void(const SequenceSoundRecord&)>& addSequenceSound);
+    void
+    readSequenceSounds(const OMLinkTo<void(const formats::map::SequenceSound&)>& addSequenceSound);
     FileRecord* find(std::string_view name);
     void deactivate(FileRecord& record);
     /// False when the copy would take the place of another file.

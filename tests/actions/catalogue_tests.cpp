@@ -3,7 +3,7 @@
 #include "actions/rcompositeaction.h"
 #include "actions/rqueue.h"
 #include "actions/sndact.h"
-#include "ompp/soundbuilder.h"
+#include "formats/sound/wave.h"
 #include "ranimation.h"
 
 using namespace testing_support;
@@ -371,7 +371,7 @@ TEST_F(CatalogueTest, SoundsTellTheirEnd) {
     SoundAction::setStreamLocator([](int id, int) -> std::unique_ptr<OMIStream> {
         if (id != 5) return nullptr;
         return std::make_unique<MemoryStream>(
-            RiffSound{.data = std::vector<std::uint8_t>(2205, 140)}.build());
+            testing_support::toBytes(formats::sound::writeRiff(formats::Bytes(2205, 140), 22050)));
     });
     machine.waveOut().bytesPerMs = 22;
     for (const char* streamed : {"0", "1"}) {

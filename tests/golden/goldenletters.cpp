@@ -1,6 +1,6 @@
 #include "goldenletters.h"
 
-#include "goldenwriter.h"
+#include "formats/font/nfnt.h"
 
 #include <algorithm>
 #include <sstream>
@@ -72,7 +72,6 @@ struct Place {
     int left;
     int advance;
 };
-constexpr int kKern = -5;
 constexpr Place kPlaces[] = {{'^', -5, 0}, {'f', -2, 5}, {'j', -3, 2}, {'_', 0, 5}, {'i', 1, 3}};
 
 constexpr int kBlankAdvance = 4;
@@ -98,24 +97,6 @@ int columns(const Character& character) {
     return character.rows.empty() ? 0 : static_cast<int>(character.rows.front().size());
 }
 
-/// The pictures side by side, in whole words: an odd number with all of them, an even one without
-/// the stand-in.
-Bytes strikeOf(const Letters& letters, int rowWords) {
-    Writer out(true);
-    for (std::size_t row = 0; row < kRows; ++row) {
-        std::string ink;
-        for (const Character& character : letters.characters)
-            if (!character.rows.empty()) ink += character.rows[row];
-        ink.resize(static_cast<std::size_t>(rowWords) * 16, '.');
-        for (std::size_t at = 0; at < ink.size(); at += 8) {
-            int bits = 0;
-            for (const char pixel : ink.substr(at, 8)) bits = bits * 2 + (pixel == '#' ? 1 : 0);
-            out.byte(bits);
-        }
-    }
-    return out.bytes;
-}
-
 Letters withoutStandIn(Letters letters) {
     std::erase_if(letters.characters, [](const Character& c) { return c.code == kStandIn; });
     return letters;
@@ -124,37 +105,29 @@ Letters withoutStandIn(Letters letters) {
 } // namespace
 
 Letters letters() {
-    Letters letters{kAscent, kDescent, 3, kKern, kLast, {{' ', {}, 0, kBlankAdvance}}};
+    Letters letters{kAscent, kDescent, 3, kLast, {{' ', {}, 0, kBlankAdvance}}};
     for (const Sheet& sheet : kSheets) add(letters, sheet);
     std::ranges::sort(letters.characters, {}, &Character::code);
     return letters;
 }
 
 Bytes bitmapFont(const Letters& letters, bool bigEndian) {
-    constexpr int kHeaderSize = 26;
-    constexpr int kOffsetField = 16;
-    constexpr int kMissing = 0xFF;
-    const int entries = letters.lastChar + 3;
-    int width = 0;
-    Writer locations(bigEndian);
-    Writer offsets(bigEndian);
-    auto next = letters.characters.begin();
-    for (int code = 0; code < entries; ++code) {
-        const bool there = next != letters.characters.end() && next->code == code;
-        locations.word(width);
-        offsets.byte(there ? next->left - letters.kern : kMissing);
-        offsets.byte(there ? next->advance : kMissing);
-        if (there) width += columns(*next++);
+    formats::font::Font font{bigEndian,       0, letters.lastChar, letters.ascent, letters.descent,
+                             letters.leading, {}};
+    for (const Character& character : letters.characters) {
+        auto& glyph = font.glyphs[character.code];
+        glyph = {character.advance,
+                 character.left,
+                 letters.ascent,
+                 columns(character),
+                 static_cast<int>(character.rows.size()),
+                 {}};
+        for (const std::string& row : character.rows)
+            for (const char pixel : row) glyph.ink.push_back(pixel == '#');
     }
-    const int rowWords = (width + 15) / 16;
-    const Bytes strike = strikeOf(letters, rowWords);
-
-    Writer out(bigEndian);
-    out.words({0x9000, 0, letters.lastChar, 0, letters.kern, -letters.descent, 0, kRows});
-    out.word((kHeaderSize - kOffsetField + static_cast<int>(strike.size()) + entries * 2) / 2);
-    out.words({letters.ascent, letters.descent, letters.leading, rowWords});
-    for (const Bytes& part : {strike, locations.bytes, offsets.bytes}) out.add(part);
-    return out.bytes;
+    const auto record = formats::font::write(font).value;
+    const auto bytes = std::as_bytes(std::span(record));
+    return {bytes.begin(), bytes.end()};
 }
 
 std::vector<Font> fonts() {

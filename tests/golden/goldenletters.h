@@ -20,7 +20,6 @@ struct Letters {
     int ascent;
     int descent;
     int leading;
-    int kern;                          ///< the leftmost `left` that there may be
     int lastChar;                      ///< the one before it stands in for those that are missing
     std::vector<Character> characters; ///< by their codes
 };

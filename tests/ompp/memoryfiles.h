@@ -3,6 +3,7 @@
 // keeps what it played. Nothing outside the test process is touched.
 #pragma once
 
+#include "formats/base/bytes.h"
 #include "omregion.h"
 
 #include "platform/host/movies/nomovies.h"
@@ -29,6 +30,11 @@ using Bytes = std::vector<std::byte>;
 inline Bytes toBytes(std::string_view text) {
     const auto bytes = std::as_bytes(std::span(text));
     return {bytes.begin(), bytes.end()};
+}
+
+inline Bytes toBytes(const formats::Bytes& bytes) {
+    const auto all = std::as_bytes(std::span(bytes));
+    return {all.begin(), all.end()};
 }
 
 inline std::string toText(std::span<const std::byte> bytes) {
@@ -63,6 +69,7 @@ class MemoryFiles final : public platform::Files {
         entries_[key(full)] = {full, std::make_shared<Bytes>(std::move(content)), false};
     }
     void put(std::string_view path, std::string_view text) { put(path, toBytes(text)); }
+    void put(std::string_view path, const formats::Bytes& bytes) { put(path, toBytes(bytes)); }
     /// Makes a file shorter under the hands of whoever has it open.
     void truncate(std::string_view path, std::size_t size) {
         const std::lock_guard lock(mutex_);

@@ -118,8 +118,8 @@ TEST_F(CursorTest, WhatIsNoCursorGivesTheArrow) {
     EXPECT_EQ(OMCursor(-5).id(), kOMCursorArrow);
     EXPECT_EQ(takeFailures(), Strings{"OMCursor::OMCursor - invalid cursor id!"});
     files.put("c.rsc", NEBuilder()
-                           .addStandard(12, 3, toText(buildCursor({square(32, 1)})))
-                           .addStandard(12, 4, "damaged")
+                           .add("CURSOR", 3, buildCursor({square(32, 1)}))
+                           .add("CURSOR", 4, "damaged")
                            .build());
     OMResMgrUseDLL16("c.rsc", true);
     EXPECT_EQ(OMCursor::load(3)->id(), 3);

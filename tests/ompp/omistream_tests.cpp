@@ -231,11 +231,11 @@ TEST_F(OMIStreamTest, ListsTheContentsOfALibraryAndLogsDamage) {
     EXPECT_EQ(OMIStreamDLL16::getResIDs("big.rsc", "WAVE"), (std::vector<int>{1, 9}));
     EXPECT_TRUE(OMIStreamDLL16::getResTypes("nowhere.rsc").empty());
     Bytes bytes = NEBuilder().add("WAVE", 1, "x").build();
-    bytes.at(NEBuilder::kTable + 4) = std::byte{200}; // count of the first type
+    bytes.at(formats::library::kWrittenTable + 4) = std::byte{200}; // count of the first type
     files.put("bad.rsc", bytes);
     EXPECT_EQ(OMIStreamDLL16::getResTypes("bad.rsc"), Strings{"WAVE"});
-    bytes.at(NEBuilder::kTable + 2) = std::byte{0x0F};
-    bytes.at(NEBuilder::kTable + 3) = std::byte{0x80};
+    bytes.at(formats::library::kWrittenTable + 2) = std::byte{0x0F};
+    bytes.at(formats::library::kWrittenTable + 3) = std::byte{0x80};
     files.put("names.rsc", bytes);
     EXPECT_TRUE(OMIStreamDLL16::getResTypes("names.rsc").empty());
     EXPECT_EQ(

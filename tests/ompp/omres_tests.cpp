@@ -21,7 +21,7 @@ class OMResTest : public testing_support::OMAppTest {
                                        {{"WAVE", 2}, toBytes("sound")}};
         files.put(
             "mod.dll",
-            NEBuilder().add("TEXT", 1, "of the module...").addStandard(12, 3, "a cursor").build());
+            NEBuilder().add("TEXT", 1, "of the module...").add("CURSOR", 3, "a cursor").build());
     }
     /// Of what the resource manager finds, without padding.
     static std::string found(int id, std::string_view type) {

@@ -130,7 +130,7 @@ TEST_F(OMWaveSoundTest, WithoutSamplesOrDeviceNothingStarts) {
     empty->setPlayPosition(0, 5);
     takeFailures();
     EXPECT_FALSE(empty->play(true));
-    EXPECT_FALSE(open(testing_support::toBytes("no sound at all"))->play(true));
+    EXPECT_FALSE(open({'n', 'o', ' ', 's', 'o', 'u', 'n', 'd'})->play(true));
 
     device.available = false;
     const TestSound a = listened(10);

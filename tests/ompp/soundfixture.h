@@ -2,8 +2,8 @@
 // sounds made of given samples.
 #pragma once
 
+#include "formats/soundbuilder.h"
 #include "frameworkfixture.h"
-#include "soundbuilder.h"
 
 #include "omistreamfile.h"
 #include "omwaveengine.h"
@@ -39,7 +39,7 @@ class SoundTest : public OMAppTest {
     TestSound make(const Samples& data, int mode = kOMIStreamCache, std::uint32_t rate = 22050) {
         return open(RiffSound{.rate = rate, .data = data}.build(), mode);
     }
-    TestSound open(const Bytes& bytes, int mode = kOMIStreamCache) {
+    TestSound open(const formats::Bytes& bytes, int mode = kOMIStreamCache) {
         const std::string name = "sound" + std::to_string(++made_) + ".bin";
         files.put(name, bytes);
         TestSound made;

@@ -326,10 +326,10 @@ TEST_F(CharacterTest, ASpeechIsItsSequenceAndItsSounds) {
 }
 
 TEST_F(CharacterTest, SoundsOfTheAudioMapAreStreamedWhileTheyAreSpoken) {
-    for (const SequenceSoundRecord& record : {SequenceSoundRecord{kSpeech, 1, 501},
-                                              {kOther, 1, 501},
-                                              {kOther, 1, 503},
-                                              {kSpeech, 2, 777}})
+    for (const formats::map::SequenceSound& record : {formats::map::SequenceSound{kSpeech, 1, 501},
+                                                      {kOther, 1, 501},
+                                                      {kOther, 1, 503},
+                                                      {kSpeech, 2, 777}})
         RSpeechRecords::addSequenceSound(record);
     RCharacter second(window, kPose, {50, 50});
     character->addSpeechAnim(kSpeech);

@@ -1,6 +1,6 @@
 #include "movie/rsmackermovie.h"
 
-#include "ompp/soundbuilder.h"
+#include "formats/soundbuilder.h"
 #include "scenes/fakemovies.h"
 #include "trinkets/scriptfixture.h"
 #include "trinkets/windowfixture.h"

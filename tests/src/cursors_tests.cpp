@@ -20,9 +20,8 @@ class CursorsTest : public FrameworkTest {
     static testing_support::Bytes library(int from, int to) {
         NEBuilder library;
         const auto cursor = testing_support::buildCursor({testing_support::CurPicture{}});
-        for (int id = from; id < to; ++id)
-            library.addStandard(12, id, testing_support::toText(cursor));
-        return library.addStandard(12, 30000, "damaged").build();
+        for (int id = from; id < to; ++id) library.add("CURSOR", id, cursor);
+        return library.add("CURSOR", 30000, "damaged").build();
     }
     std::string takeLog() {
         const std::string text = files.text("zorbelog.txt");

@@ -4,6 +4,7 @@
 
 #include "omapp.h"
 #include "omformat.h"
+#include "resources/mapproblems.h"
 #include "resources/resources.h"
 
 #include <algorithm>
@@ -15,8 +16,6 @@ using testing_support::toText;
 
 namespace {
 
-using namespace std::string_literals;
-
 using Strings = std::vector<std::string>;
 
 constexpr const char* kLogFile = "zorbelog.txt";
@@ -27,9 +26,8 @@ class ResourcesTest : public FrameworkTest {
         resources.setAlertLink([this](std::string_view text) { alerts.emplace_back(text); });
     }
     RResources::StartUp start(std::string_view cd = "D:\\") {
-        return resources.start(cd, [this](const SequenceSoundRecord& record) {
-            sounds.push_back({record.animationObject, record.sequence, record.sound});
-        });
+        return resources.start(
+            cd, [this](const formats::map::SequenceSound& sound) { sounds.push_back(sound); });
     }
     std::string takeLog() {
         const std::string text = files.text(kLogFile);
@@ -42,7 +40,7 @@ class ResourcesTest : public FrameworkTest {
 
     RResources resources;
     Strings alerts;
-    std::vector<std::vector<int>> sounds;
+    std::vector<formats::map::SequenceSound> sounds;
 };
 
 TEST_F(ResourcesTest, RegistersTheFilesOfAMap) {
@@ -116,7 +114,8 @@ TEST_F(ResourcesTest, ReadsTheAudioMapThroughTheSearchPath) {
                                     "AO: 70000 Sequence: 1 Sound: 1\r\n"
                                     "AO: 5 Sequence: 6 Sound: 7");
     start();
-    EXPECT_EQ(sounds, (std::vector<std::vector<int>>{{2001, 3, 100000}, {-1, 0, 7}, {5, 6, 7}}));
+    EXPECT_EQ(sounds,
+              (std::vector<formats::map::SequenceSound>{{2001, 3, 100000}, {-1, 0, 7}, {5, 6, 7}}));
     EXPECT_EQ(takeLog(),
               "ERROR: ..\\RSC\\audio.map line 4: not of the form AO: n  Sequence: n  Sound: n\n"
               "ERROR: ..\\RSC\\audio.map line 5: not of the form AO: n  Sequence: n  Sound: n\n");
@@ -169,82 +168,6 @@ TEST_F(ResourcesTest, PrefersTheLocalCopyOfAFileOfTheCd) {
     EXPECT_EQ(toText(resources.load(1, "WAVE", kOMIStreamCache)->readAll()).substr(0, 5), "local");
 }
 
-struct MapRow {
-    const char* name;
-    std::string text;
-    std::string blocks; ///< what is read: "file:TYPE id,..;"
-    std::string log;    ///< "line: problem" without the prefix of the log
-};
-
-std::string readBlocks(const std::string& text) {
-    std::string result;
-    ResourceMap map("m", text);
-    MapFileBlock block;
-    while (map.nextBlock(block)) {
-        result += block.name + ":";
-        for (const MapResource& resource : block.resources)
-            result += resource.type + " " + std::to_string(resource.id) + ",";
-        result += ";";
-    }
-    return result;
-}
-
-TEST_F(ResourcesTest, LeavesOutWhatMakesNoSenseInAMap) {
-    const std::string type = "a type must have four characters, the line is left out";
-    const std::string id = "an id must be a number from 1 to 32767, the line is left out";
-    const std::string surplus = "more resources than line 2 says, the file is left out: correct it";
-    const std::string noEnd = "the map ends without ENDFILE: write one behind the last file";
-    const std::string noCount =
-        "must be the largest number of resources of a file, the folder is scanned instead";
-    const std::string longIdentifier =
-        "the identifier has more than 39 characters, the folder is scanned instead\n";
-    const MapRow rows[] = {
-        {"line ends", "M\r2\r\n\n \t\na.RSC junk\rWAVE 1\n\n  RRGB\t 2 junk\r\nx ENDFILE y\n",
-         "a.rsc:WAVE 1,RRGB 2,;", ""},
-        {"type", "M\n9\na\nWAV 1\nCURSOR 2\nWAVE3\nAB\nASEQ 4\nENDFILE", "a:WAV  1,WAVE 3,ASEQ 4,;",
-         "5: " + id + "\n7: " + type + "\n"},
-        {"id", "M\n9\na\nWAVE\nWAVE 0\nWAVE -1\nWAVE 32768\nWAVE 32767\nENDFILE", "a:WAVE 32767,;",
-         "4: " + id + "\n5: " + id + "\n6: " + id + "\n7: " + id + "\n"},
-        {"surplus", "M\n1\na\nWAVE 1\nWAVE 2\nWAVE 3\nENDFILE\nb\nWAVE 4\nENDFILE", "b:WAVE 4,;",
-         "7: " + surplus + "\n"},
-        {"surplus of lines that do not count", "M\n1\na\nWAVE 1\nWAVE x\nENDFILE", "a:WAVE 1,;",
-         "5: " + id + "\n"},
-        {"absurd count", "M\n2147483647\na\nWAVE 1\nENDFILE", "a:WAVE 1,;", ""},
-        {"no count", "M\na.rsc\nWAVE 1\nENDFILE", "", "2: " + noCount + "\n"},
-        {"more than a number holds", "M\n2147483648\na\nWAVE 1\nENDFILE", "",
-         "2: " + noCount + "\n"},
-        {"count 0", "M\n0 files\na\nWAVE 1\nENDFILE\nb\nENDFILE", "b:;", "5: " + surplus + "\n"},
-        {"no ENDFILE between", "M\n9\na\nWAVE 1\nb.rsc\nWAVE 2\nENDFILE", "a:WAVE 1,WAVE 2,;",
-         "5: " + id + "\n"},
-        {"NUL bytes", "M\0x\n1\0\na\0b\nWAVE\0 1\nWAVE 2\0\nENDFILE"s, "a:WAVE 2,;",
-         "4: " + id + "\n"},
-        {"long identifier", std::string(40, 'M') + "\n9\na\nENDFILE", "", "1: " + longIdentifier},
-        {"long name", "M\n9\nabcdefghijkl.rsc\nWAVE 1\nENDFILE\nabcdefghijk.rsc\nWAVE 2\nENDFILE",
-         "abcdefghijk.rsc:WAVE 2,;",
-         "3: the file name has more than 15 characters, the resources below are left out\n"},
-        {"stray ENDFILE", "M\n9\nENDFILE\na\nWAVE 1\nENDFILE", "a:WAVE 1,;",
-         "3: ENDFILE without a file before it, passed over\n"},
-        {"no ENDFILE", "M\n9\na\nWAVE 1\nWAVE 2", "a:WAVE 1,WAVE 2,;", "5: " + noEnd + "\n"},
-        {"control character", "M\n9\na\nENDFILE\n\x1A", "a:;",
-         "5: no file name, the resources below are left out\n5: " + noEnd + "\n"},
-        {"long line",
-         "M\n9\na" + std::string(100, ' ') + "b\nWAVE 1" + std::string(90, '0') + "\nENDFILE",
-         "a:;", "4: " + id + "\n"},
-        {"empty", "", "", "0: " + noCount + "\n"},
-    };
-    for (const MapRow& row : rows) {
-        EXPECT_EQ(readBlocks(row.text), row.blocks) << row.name;
-        std::string expected;
-        for (std::size_t at = 0; at < row.log.size();) {
-            const std::size_t end = row.log.find('\n', at) + 1;
-            expected += "ERROR: m line " + row.log.substr(at, end - at);
-            at = end;
-        }
-        EXPECT_EQ(takeLog(), expected) << row.name;
-    }
-    EXPECT_EQ(ResourceMap("m", std::string(39, 'M') + "\n9\n").identifier(), std::string(39, 'M'));
-}
-
 TEST_F(ResourcesTest, AMapThatCannotBeUsedIsAsGoodAsNone) {
     for (const char* text : {"", "CD\n", "CD\nmany\n"}) {
         files.put("RSC\\resource.map", text);
@@ -283,17 +206,17 @@ TEST_F(ResourcesTest, TellsOfEqualIdsAndUsesTheFirst) {
 }
 
 TEST_F(ResourcesTest, LogsOnlyTheFirstProblemsOfAMap) {
-    std::string text;
+    std::string text = "M\n9\na.rsc\n";
     for (int i = 0; i < 5000; ++i) text += "nonsense\n";
-    const auto logged = [this] {
+    for (const char* name : {"RSC\\resource.map", "RSC\\audio.map"}) {
+        files.put(name, text);
+        start();
         const std::string log = takeLog();
         EXPECT_TRUE(log.ends_with("further problems of this map are not logged\n")) << log;
-        return std::ranges::count(log, '\n');
-    };
-    readBlocks("M\n9\na.rsc\n" + text + "ENDFILE\nb.rsc\n" + text);
-    EXPECT_EQ(logged(), MapProblems::kMaxLogged + 1);
-    EXPECT_TRUE(readAudioMap("audio.map", text).empty());
-    EXPECT_EQ(logged(), MapProblems::kMaxLogged + 1);
+        EXPECT_EQ(std::ranges::count(log, '\n'), MapProblems::kMaxLogged + 1);
+        resources.shutDown();
+        files.put("RSC\\resource.map", "M\n0\na.rsc\nENDFILE\n");
+    }
 }
 
 TEST_F(ResourcesTest, AFolderWithAMapBeyond4MBIsScanned) {

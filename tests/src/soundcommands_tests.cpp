@@ -1,8 +1,8 @@
 // Sounds by script: handles, the four commands, what they leave behind; sounds of animations.
 #include "../ompp/nebuilder.h"
-#include "../ompp/soundbuilder.h"
 #include "../trinkets/scriptfixture.h"
 #include "../trinkets/windowfixture.h"
+#include "formats/soundbuilder.h"
 
 #include "commands/soundcommands.h"
 #include "omao.h"
@@ -22,7 +22,7 @@ namespace {
 using Samples = std::vector<std::uint8_t>;
 using Strings = std::vector<std::string>;
 
-Bytes sound(std::size_t length, std::uint8_t sample) {
+formats::Bytes sound(std::size_t length, std::uint8_t sample) {
     return RiffSound{.data = Samples(length, sample)}.build();
 }
 
@@ -38,7 +38,7 @@ class SoundCommandsTest : public ScriptTest {
   protected:
     SoundCommandsTest() {
         machine.files().put("RSC\\sounds.rsc", library());
-        resources.start("", [](const SequenceSoundRecord&) {});
+        resources.start("", [](const formats::map::SequenceSound&) {});
         resources.setAlertLink([this](std::string_view text) { app->alert(text); });
     }
     ~SoundCommandsTest() override {

@@ -26,7 +26,9 @@ using testfiles::Rgba;
 
 constexpr std::uint16_t kNumber = 0x8000; ///< mark of an id
 
-Bytes riffSound(std::size_t samples) { return rsc::wavFile(Bytes(samples, 0x80), 22050); }
+Bytes riffSound(std::size_t samples) {
+    return formats::sound::writeRiff(Bytes(samples, 0x80), 22050);
+}
 
 /// A sound of format 1 that says it has `length` samples and has these.
 Bytes macSound(const Bytes& samples, std::uint8_t length) {
@@ -206,7 +208,8 @@ TEST_F(ExtractEverything, KeepsASoundBesideWhatPlayersPlay) {
     EXPECT_NE(out_.find("resource.map: would be packed to other bytes"), std::string::npos)
         << "a library of it is not there: " << out_;
     EXPECT_TRUE(manifestSays("    file WAVE 8 scene_1/WAVE-8.snd"));
-    EXPECT_EQ(asBytes(folder_.read("out/scene_1/WAVE-8.wav")), rsc::wavFile(Bytes{1, 2, 3}, 22254));
+    EXPECT_EQ(asBytes(folder_.read("out/scene_1/WAVE-8.wav")),
+              formats::sound::writeRiff(Bytes{1, 2, 3}, 22254));
 }
 
 rsc::Aseq withRows(const Bytes& rows) {
@@ -451,6 +454,14 @@ TEST_F(Extract, DoesNotGrowSmallFilesWithoutEnd) {
     fs::remove_all(folder_.at("out"));
     EXPECT_EQ(extract({"b.rsc"}), 1);
     EXPECT_NE(errors_.find("its resources overlap"), std::string::npos) << errors_;
+}
+
+TEST(NeLibrary, RefusesAFileCutOffAnywhere) {
+    const std::vector<Resource> resources = {{"WAVE", 101, Bytes(33, 1)},
+                                             {"CURSOR", 32767, Bytes(40, 4)}};
+    const Bytes file = rsc::buildNeLibrary("SCENE", resources);
+    for (std::size_t size = 0; size < file.size(); ++size)
+        EXPECT_THROW((void)rsc::NeLibrary(rsc::ByteSpan(file).first(size)), rsc::Refusal) << size;
 }
 
 /// Whatever is taken comes back; all else is refused with a text.

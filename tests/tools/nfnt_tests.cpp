@@ -1,5 +1,3 @@
-#include "fonts/nfnt.h"
-
 #include "fonts/fontbuilder.h"
 #include "testfiles.h"
 #include "testfonts.h"
@@ -8,10 +6,10 @@
 
 namespace {
 
+using formats::font::Font;
 using rsc::Bytes;
 using rsc::FontPlan;
 using rsc::Glyph;
-using rsc::Nfnt;
 using rsc::Refusal;
 using testfiles::asBytes;
 
@@ -25,8 +23,8 @@ std::string dots(const std::vector<int>& codes, const std::string& properties = 
     return text + "ENDFONT\n";
 }
 
-Nfnt built(const std::string& bdf, const FontPlan& plan = {}) {
-    return rsc::readNfnt(rsc::buildFont(plan, asBytes(bdf)));
+Font built(const std::string& bdf, const FontPlan& plan = {}) {
+    return formats::font::read(rsc::buildFont(plan, asBytes(bdf))).value;
 }
 
 /// Ink as "#", the rest as ".", a line a row.
@@ -51,8 +49,8 @@ TEST(Nfnt, PacksASmallFontInBothByteOrders) {
     plan.bigEndian = true;
     EXPECT_EQ(rsc::buildFont(plan, asBytes(testfonts::kSmallBdf)), big);
     big.resize(80);
-    const Nfnt font = rsc::readNfnt(big);
-    EXPECT_EQ(font.glyphs, rsc::readNfnt(testfonts::kSmallNfnt).glyphs);
+    const Font font = formats::font::read(big).value;
+    EXPECT_EQ(font.glyphs, formats::font::read(testfonts::kSmallNfnt).value.glyphs);
     EXPECT_EQ(font.lastChar, 5);
     EXPECT_EQ(font.glyphs.at(1).left, -1);
     EXPECT_EQ(drawn(font.glyphs.at(1)), "###\n#.#\n..#\n");
@@ -83,7 +81,7 @@ TEST(Nfnt, ChoosesWhatStandsInForMissingCharacters) {
         {dots({255}), {}, 255, box},
     };
     for (const Case& row : cases) {
-        const Nfnt font = built(row.bdf, row.plan);
+        const Font font = built(row.bdf, row.plan);
         EXPECT_EQ(font.lastChar, row.lastChar) << row.bdf;
         ASSERT_TRUE(font.glyphs.contains(font.standInCode())) << row.bdf;
         EXPECT_EQ(drawn(font.glyphs.at(font.standInCode())), row.standIn) << row.bdf;
@@ -95,7 +93,7 @@ TEST(Nfnt, KeepsTheCharactersAndRowsThatAreAskedFor) {
     plan.chars.emplace();
     plan.chars->set('b').set('z');
     plan.leading = 4;
-    const Nfnt font = built(dots({'a', 'b', 'c'}), plan);
+    const Font font = built(dots({'a', 'b', 'c'}), plan);
     EXPECT_EQ(font.glyphs.size(), 2U) << "and the one that stands in";
     EXPECT_TRUE(font.glyphs.contains('b'));
     EXPECT_EQ(font.leading, 4);
@@ -120,24 +118,9 @@ TEST(Nfnt, RefusesWhatItsFieldsCannotHold) {
     testfiles::expectRefused(testfonts::kSmallBdf, cases, [](const std::string& bdf) {
         (void)rsc::buildFont({}, asBytes(bdf));
     });
-    Nfnt wideFont;
-    wideFont.lastChar = 255;
-    for (int code = 0; code < 40; ++code) wideFont.glyphs[code] = {1, 0, 0, 1000, 0, {}};
-    EXPECT_THROW((void)rsc::writeNfnt(wideFont), Refusal) << "40,000 columns";
     FontPlan none;
     none.chars.emplace();
     EXPECT_THROW((void)rsc::buildFont(none, asBytes(testfonts::kSmallBdf)), Refusal);
-}
-
-TEST(Nfnt, RefusesDamage) {
-    const std::vector<testfiles::Damage> damages = {
-        {3, 0x80, "its characters are -32768 to 5"}, {5, 1, "its characters are 0 to 261"},
-        {4, 200, "its tables lie in its head"},      {14, 2, "more rows than its pictures"},
-        {16, 0, "its tables lie in its head"},       {25, 0xFF, "cut off"},
-        {34, 4, "the picture of character 1"},       {41, 0x7F, "the picture of character 3"},
-    };
-    testfiles::expectRefused(testfonts::kSmallNfnt, damages,
-                             [](const Bytes& font) { (void)rsc::readNfnt(font); });
 }
 
 } // namespace

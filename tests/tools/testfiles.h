@@ -1,7 +1,7 @@
 // Folders and pictures for the tests of the tools.
 #pragma once
 
-#include "bytes.h"
+#include "filesystem.h"
 #include "platform/temporaryfolder.h"
 #include "refusal.h"
 
@@ -63,15 +63,13 @@ inline rsc::Bytes join(std::initializer_list<rsc::Bytes> parts) {
 }
 
 inline rsc::Bytes words(std::initializer_list<std::size_t> values) {
-    rsc::Bytes out;
-    for (const std::size_t value : values) rsc::put16(out, value);
-    return out;
+    formats::ByteWriter out;
+    for (const std::size_t value : values) out.u16(static_cast<std::int64_t>(value));
+    return out.take();
 }
 
 inline rsc::Bytes chunk(std::string_view tag, const rsc::Bytes& data) {
-    rsc::Bytes size;
-    rsc::put32(size, data.size());
-    return join({asBytes(tag), size, data, rsc::Bytes(data.size() % 2)});
+    return formats::ByteWriter().text(tag).u32(std::ssize(data)).block(data).padTo(2).take();
 }
 
 inline rsc::Bytes wavFile(std::size_t rate, std::size_t channels, std::size_t bits,

@@ -1,7 +1,7 @@
 // Fonts for the tests of the tools.
 #pragma once
 
-#include "bytes.h"
+#include "filesystem.h"
 
 #include <string>
 
@@ -56,12 +56,9 @@ inline rsc::Bytes smallFace() {
         rsc::Bytes data;
     };
     const auto words = [](std::initializer_list<int> values) {
-        rsc::Bytes data;
-        for (const int value : values) {
-            rsc::put8(data, static_cast<std::size_t>(value >> 8));
-            rsc::put8(data, static_cast<std::size_t>(value));
-        }
-        return data;
+        formats::ByteWriter data(std::endian::big);
+        for (const int value : values) data.u16(value);
+        return data.take();
     };
     const auto rectangle = [&](int left, int bottom, int right, int top) {
         rsc::Bytes data =

@@ -1,13 +1,17 @@
 // Whole files in and out.
 #pragma once
 
-#include "bytes.h"
+#include "formats/base/bytes.h"
+#include "refusal.h"
 
 #include <filesystem>
 #include <string>
 #include <vector>
 
 namespace rsc {
+
+using Bytes = formats::Bytes;
+using ByteSpan = formats::ByteSpan;
 
 /// Bytes of the largest file that the tool reads or writes: 1 GiB.
 inline constexpr std::size_t kLargestFile = std::size_t{1} << 30;

@@ -2,8 +2,11 @@
 // of the manifest that asked for it. Thrown where the fault is found, printed by the command.
 #pragma once
 
+#include "formats/base/result.h"
+
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace rsc {
 
@@ -19,6 +22,13 @@ class Refusal : public std::runtime_error {
   private:
     int line_;
 };
+
+/// The value of a result; thrown when there is none.
+template <class Value>
+Value valueOf(formats::Result<Value> result) {
+    if (!result.refusal.empty()) throw Refusal(result.refusal);
+    return std::move(result.value);
+}
 
 /// Runs `work`; a refusal out of it that has no line yet gets this one.
 template <class Work>

@@ -7,8 +7,8 @@
 
 namespace {
 
-std::optional<OMNELibrary::Place> findResource(int id, std::string_view type,
-                                               std::string_view fileName) {
+std::optional<formats::library::Index::Place> findResource(int id, std::string_view type,
+                                                           std::string_view fileName) {
     const OMOpenLibrary open(fileName);
     return open.library() ? open.library()->find(id, type) : std::nullopt;
 }

@@ -23,7 +23,7 @@ bool OMLibraryInfo::keep(std::string_view name) {
     }
     std::unique_ptr<platform::File> file = OMCachedFile::open(name);
     if (!file) return false;
-    std::optional<OMNELibrary> library = OMOpenLibrary::parse(name, *file);
+    auto library = OMOpenLibrary::parse(name, *file);
     if (!library) return false;
     infos().push_back(std::make_unique<OMLibraryInfo>(name, *std::move(library), std::move(file)));
     return true;

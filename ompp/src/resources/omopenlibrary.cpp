@@ -17,10 +17,10 @@ struct State {
     std::string name;
     std::unique_ptr<platform::File> file; ///< null when a stream took it over, and with `info`
     OMLibraryInfo* info = nullptr;        ///< has file and table instead of this, when there is one
-    std::optional<OMNELibrary> ownLibrary;
+    std::optional<formats::library::Index> ownLibrary;
     bool keepOpen = false;
 
-    [[nodiscard]] const OMNELibrary* library() const {
+    [[nodiscard]] const formats::library::Index* library() const {
         if (info) return &info->library();
         return ownLibrary ? &*ownLibrary : nullptr;
     }
@@ -65,7 +65,7 @@ void openState(std::string_view name) {
         logOnce(name, "cannot be opened: " + platform::Files::lastRefusal().message());
         return;
     }
-    std::optional<OMNELibrary> library = OMOpenLibrary::parse(name, *file);
+    auto library = OMOpenLibrary::parse(name, *file);
     if (!library) return;
     open.file = std::move(file);
     open.ownLibrary = std::move(library);
@@ -73,8 +73,17 @@ void openState(std::string_view name) {
 
 } // namespace
 
-std::optional<OMNELibrary> OMOpenLibrary::parse(std::string_view name, platform::File& file) {
-    std::optional<OMNELibrary> library = OMNELibrary::read(file);
+std::optional<formats::library::Index> OMReadLibrary(platform::File& file) {
+    return formats::library::Index::read(
+        [&](std::uint64_t place, std::span<std::byte> buffer) {
+            return file.seek(place) ? file.read(buffer) : 0;
+        },
+        file.size());
+}
+
+std::optional<formats::library::Index> OMOpenLibrary::parse(std::string_view name,
+                                                            platform::File& file) {
+    auto library = OMReadLibrary(file);
     if (!OMDebug::check(library.has_value(), "!valid", "OMIStreamDLL16IsValidDLL - invalid file!"))
         logOnce(name, "has no header of one, nothing in it is found: pack it anew");
     else if (library->hasNameTable())

@@ -1,5 +1,6 @@
 #include "ompath.h"
 
+#include "formats/base/latin1.h"
 #include "omdebug.h"
 #include "omiosection.h"
 #include "omplatform.h"
@@ -16,14 +17,6 @@ struct SearchPath {
 SearchPath& searchPath() {
     static SearchPath thePath;
     return thePath;
-}
-
-/// Latin-1, as the names of the platform's files are.
-char lower(char c) {
-    const auto code = static_cast<unsigned char>(c);
-    const bool isCapital =
-        (code >= 'A' && code <= 'Z') || (code >= 0xC0 && code <= 0xDE && code != 0xD7);
-    return isCapital ? static_cast<char>(code + 0x20) : c;
 }
 
 } // namespace
@@ -88,12 +81,11 @@ std::unique_ptr<platform::File> OMPathOpen(std::string_view name) {
 }
 
 bool OMPathSameName(std::string_view one, std::string_view other) {
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [](char a, char b) { return lower(a) == lower(b); });
+    return formats::equalIgnoringCase(one, other);
 }
 
 std::string OMPathLowerCase(std::string_view name) {
     std::string result(name);
-    std::transform(result.begin(), result.end(), result.begin(), lower);
+    std::transform(result.begin(), result.end(), result.begin(), formats::lowerLatin1);
     return result;
 }

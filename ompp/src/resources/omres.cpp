@@ -1,6 +1,7 @@
 #include "omres.h"
 
 #include "omdebug.h"
+#include "omopenlibrary.h"
 #include "ompath.h"
 #include "omplatform.h"
 
@@ -21,7 +22,7 @@ void OMResFile::load(std::string_view name) {
     std::unique_ptr<platform::File> file =
         OMPlatform().files().open(*path, platform::OpenMode::Read);
     if (!file) return;
-    library_ = OMNELibrary::read(*file);
+    library_ = OMReadLibrary(*file);
     if (!library_) return;
     file_ = std::move(file);
     path_ = *path;
@@ -67,7 +68,8 @@ std::optional<OMResFile::Loaded> OMResFile::loadResource(int id, std::string_vie
     return place ? readResource(*place) : std::nullopt;
 }
 
-std::optional<OMResFile::Loaded> OMResFile::readResource(const OMNELibrary::Place& place) {
+std::optional<OMResFile::Loaded>
+OMResFile::readResource(const formats::library::Index::Place& place) {
     auto memory = std::make_unique_for_overwrite<std::byte[]>(place.length);
     if (!file_->seek(place.offset)) return std::nullopt;
     const std::size_t got = file_->read({memory.get(), place.length});

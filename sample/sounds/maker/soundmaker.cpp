@@ -4,9 +4,9 @@
 // A fault is told as SCORE:LINE: text with exit code 1, and no file is written. A wrong command
 // line ends with exit code 2.
 #include "finish.h"
+#include "formats/sound/wave.h"
 #include "scorereader.h"
 #include "synth.h"
-#include "wavefile.h"
 
 #include <fstream>
 #include <iostream>
@@ -29,9 +29,10 @@ int makeSound(const std::string& scoreName, const std::string& waveName) {
     if (text.size() > kMaxScoreBytes) return fail(scoreName + ": larger than a megabyte");
     try {
         const Score score = readScore(text);
-        const std::string bytes = waveFile(finishSamples(score, playScore(score)));
+        const auto bytes =
+            formats::sound::writeRiff(finishSamples(score, playScore(score)), kSampleRate);
         std::ofstream output(waveName, std::ios::binary | std::ios::trunc);
-        output.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        output.write(reinterpret_cast<const char*>(bytes.data()), std::ssize(bytes));
         output.close();
         return output ? 0 : fail(waveName + ": cannot be written");
     } catch (const ScoreFault& fault) {

@@ -208,7 +208,7 @@ class BdfWriter {
     explicit BdfWriter(const BitmapFont& font) : font_(font) {}
 
     std::string write(const std::string& name) {
-        const Extent extent = horizontalExtent(font_.glyphs);
+        const auto extent = formats::font::horizontalExtent(font_.glyphs);
         line("STARTFONT 2.1");
         line("FONT " + name);
         line("SIZE " + numbers({size(), kResolution, kResolution}));

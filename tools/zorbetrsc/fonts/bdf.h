@@ -2,7 +2,7 @@
 // write.
 #pragma once
 
-#include "bytes.h"
+#include "filesystem.h"
 #include "fonts/bitmapfont.h"
 
 #include <string>

@@ -35,13 +35,4 @@ void embolden(Glyph& glyph) {
     glyph = std::move(bold);
 }
 
-Extent horizontalExtent(const std::map<int, Glyph>& glyphs) {
-    Extent extent;
-    for (const auto& [code, glyph] : glyphs) {
-        extent.left = std::min(extent.left, glyph.left);
-        extent.right = std::max(extent.right, glyph.left + glyph.width);
-    }
-    return extent;
-}
-
 } // namespace rsc

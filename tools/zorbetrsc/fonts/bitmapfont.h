@@ -3,31 +3,15 @@
 // baseline: x to the right, rows up from the baseline.
 #pragma once
 
-#include <cstddef>
-#include <map>
-#include <optional>
-#include <vector>
+#include "formats/font/nfnt.h"
 
 namespace rsc {
 
-inline constexpr int kLatin1Codes = 256;
+using formats::font::Glyph;
+
+inline constexpr int kLatin1Codes = formats::font::kCodes;
 /// Pixels of a side of the largest picture of a character that is read.
 inline constexpr int kLargestGlyph = 1024;
-
-struct Glyph {
-    int advance = 0; ///< how far the pen goes on
-    int left = 0;    ///< from the pen to the left edge of the picture
-    int top = 0;     ///< the row above which the picture ends; its first row is top - 1
-    int width = 0;
-    int height = 0;
-    std::vector<bool> ink; ///< row by row from the top left
-
-    [[nodiscard]] std::size_t at(int x, int y) const {
-        return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-               static_cast<std::size_t>(x);
-    }
-    friend bool operator==(const Glyph&, const Glyph&) = default;
-};
 
 /// The part of a picture that has ink, in its own columns and rows.
 struct InkBox {
@@ -42,15 +26,6 @@ struct InkBox {
 
 /// Every pixel gets a neighbour to its right, and the pen goes one pixel further.
 void embolden(Glyph& glyph);
-
-/// Columns from the pen.
-struct Extent {
-    int left = 0;
-    int right = 0; ///< outside
-};
-
-/// Of all the pictures laid upon each other and of the pen.
-[[nodiscard]] Extent horizontalExtent(const std::map<int, Glyph>& glyphs);
 
 struct BitmapFont {
     int ascent = 0; ///< rows above the baseline

@@ -2,7 +2,7 @@
 // without it can only say so.
 #pragma once
 
-#include "bytes.h"
+#include "filesystem.h"
 #include "fonts/bitmapfont.h"
 #include "manifest/manifest.h"
 

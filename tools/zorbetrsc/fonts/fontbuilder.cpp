@@ -2,7 +2,6 @@
 
 #include "fonts/bdf.h"
 #include "fonts/facefont.h"
-#include "fonts/nfnt.h"
 
 #include <algorithm>
 #include <array>
@@ -58,7 +57,7 @@ Glyph standInOf(const BitmapFont& font, const FontPlan& plan) {
 }
 
 /// So many rows that nothing is cut off.
-void growLines(Nfnt& font) {
+void growLines(formats::font::Font& font) {
     for (const auto& [code, glyph] : font.glyphs) {
         const auto ink = inkBox(glyph);
         if (!ink) continue;
@@ -71,7 +70,7 @@ void growLines(Nfnt& font) {
 
 Bytes buildFont(const FontPlan& plan, ByteSpan file) {
     const BitmapFont given = plan.face ? renderFace(file, *plan.face) : readBdf(file);
-    Nfnt font;
+    formats::font::Font font;
     font.bigEndian = plan.bigEndian;
     font.ascent = given.ascent;
     font.descent = given.descent;
@@ -84,7 +83,7 @@ Bytes buildFont(const FontPlan& plan, ByteSpan file) {
     font.lastChar = standIn + 1;
     font.glyphs.emplace(standIn, standInOf(given, plan)); // unless the font has its own there
     growLines(font);
-    return writeNfnt(font);
+    return valueOf(formats::font::write(font));
 }
 
 } // namespace rsc

@@ -2,7 +2,7 @@
 // that stands in for those that are missing.
 #pragma once
 
-#include "bytes.h"
+#include "filesystem.h"
 #include "fonts/bitmapfont.h"
 #include "manifest/manifest.h"
 

@@ -2,7 +2,6 @@
 
 #include "fonts/bdf.h"
 #include "fonts/fontbuilder.h"
-#include "fonts/nfnt.h"
 
 namespace rsc {
 
@@ -11,7 +10,7 @@ namespace {
 /// The sign for "unknown character", which no text of the game can hold.
 constexpr int kStandInCode = 0xFFFD;
 
-BitmapFont bitmapFontOf(Nfnt font) {
+BitmapFont bitmapFontOf(formats::font::Font font) {
     BitmapFont result{font.ascent, font.descent, font.leading, {}, {}};
     if (font.hasPureStandIn()) {
         auto standIn = font.glyphs.extract(font.standInCode());
@@ -26,7 +25,7 @@ BitmapFont bitmapFontOf(Nfnt font) {
 } // namespace
 
 std::optional<UnpackedResource> unpackFont(ByteSpan resource, int id, const std::string& name) {
-    const Nfnt font = readNfnt(resource);
+    const formats::font::Font font = valueOf(formats::font::read(resource));
     const std::string number = std::to_string(id);
     const std::string file = name + ".bdf";
     FontPlan plan;

@@ -10,9 +10,8 @@ void AudioMap::add(int id, ByteSpan animation) {
         ++sequence;
         for (const AseqEntry& entry : entries) {
             if (entry.code != entrycode::kSound) continue;
-            if (!lines_.insert({id, sequence, entry.argument}).second) continue;
-            text_ += "AO: " + std::to_string(id) + "\tSequence: " + std::to_string(sequence) +
-                     "\tSound: " + std::to_string(entry.argument) + "\n";
+            const formats::map::SequenceSound sound{id, sequence, entry.argument};
+            if (known_.insert(sound).second) sounds_.push_back(sound);
         }
     }
 }

@@ -1,17 +1,14 @@
-// The text file "audio.map": tells the program which sounds belong to which sequence of an
-// animation, one line for each.
+// What goes into the text file "audio.map".
 #pragma once
 
-#include "bytes.h"
+#include "filesystem.h"
+#include "formats/map/audiomap.h"
 
 #include <set>
-#include <string>
-#include <string_view>
-#include <tuple>
 
 namespace rsc {
 
-inline constexpr std::string_view kAudioMapName = "audio.map";
+using formats::map::kAudioMapName;
 
 /// Collects the sound steps of animations, in the order in which they are added.
 class AudioMap {
@@ -20,11 +17,11 @@ class AudioMap {
     /// Sequences count from 1, as for scripts. Refuses an animation that cannot be read.
     void add(int id, ByteSpan animation);
 
-    [[nodiscard]] const std::string& text() const { return text_; }
+    [[nodiscard]] std::string text() const { return formats::map::writeAudioMap(sounds_); }
 
   private:
-    std::set<std::tuple<int, int, int>> lines_; ///< animation, sequence, sound
-    std::string text_;
+    std::set<formats::map::SequenceSound> known_;
+    std::vector<formats::map::SequenceSound> sounds_;
 };
 
 } // namespace rsc

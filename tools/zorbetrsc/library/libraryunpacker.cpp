@@ -50,7 +50,7 @@ std::vector<std::size_t> LibraryUnpacker::orderOf(const NeLibrary& library, cons
     std::iota(order.begin(), order.end(), std::size_t{0});
     if (!map) return order;
     std::map<std::pair<std::string, int>, std::size_t> places;
-    for (const MapResource& resource : map->resources)
+    for (const formats::map::Resource& resource : map->resources)
         places.try_emplace({resource.type, resource.id}, places.size());
     std::ranges::stable_sort(order, {}, [&](std::size_t index) {
         const ResourceEntry& entry = library.entries()[index];
@@ -180,7 +180,7 @@ std::string LibraryUnpacker::fileLine(const ResourceEntry& entry, const std::str
     if (entry.type != kSoundType) return line;
     const SoundReport report = examineSound(contentOf(entry));
     const bool isWhole = cutOffText(report.facts).empty();
-    if (report.isReady() && isWhole && report.facts.kind == OMWaveFacts::Kind::Riff)
+    if (report.isReady() && isWhole && report.facts.kind == formats::sound::Facts::Kind::Riff)
         return "sound " + rest;
     if (report.isReady() || report.heard == Heard::WrongSpeed) return line;
     note(entry, "stays as it is: " + report.fault);

@@ -1,7 +1,7 @@
 #include "library/list.h"
 
 #include "filesystem.h"
-#include "fonts/nfnt.h"
+#include "formats/font/nfnt.h"
 #include "library/nelibrary.h"
 #include "movies/movieinfo.h"
 #include "pictures/aseq.h"
@@ -37,7 +37,7 @@ std::string describeAnimation(ByteSpan data) {
 }
 
 std::string describeFont(ByteSpan data) {
-    const Nfnt font = readNfnt(data);
+    const formats::font::Font font = valueOf(formats::font::read(data));
     const std::size_t count = font.glyphs.size() - (font.hasPureStandIn() ? 1 : 0);
     return counted(count, "character") + ", " + std::to_string(font.ascent) + "+" +
            std::to_string(font.descent) + " rows";

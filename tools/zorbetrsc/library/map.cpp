@@ -31,7 +31,7 @@ MapLibrary describe(const LibraryFile& file, const NeLibrary& library) {
             throw Refusal(entry.title() + " cannot stand in a map");
         if (!known.insert({entry.type, entry.id}).second)
             throw Refusal(entry.title() + " is there twice");
-        described.resources.push_back({entry.type, entry.id});
+        described.resources.push_back({entry.type, static_cast<std::int16_t>(entry.id)});
     }
     return described;
 }

@@ -1,32 +1,12 @@
-// The text file "resource.map": tells the program which resources each library of a folder holds,
-// so that it opens none of them at start-up.
+// What goes into a map, and the checks of it.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <span>
-#include <string>
-#include <string_view>
-#include <vector>
+#include "formats/map/resourcemap.h"
 
 namespace rsc {
 
-inline constexpr std::size_t kLongestMapIdentifier = 39;
-inline constexpr std::size_t kLongestLibraryName = 15;
-/// Most resources of one type that the program can keep track of, over all libraries.
-inline constexpr std::size_t kMostOfOneType = 8192;
-
-struct MapResource {
-    std::string type;
-    std::uint16_t id = 0;
-};
-
-struct MapLibrary {
-    std::string name; ///< of the file, lower case
-    std::vector<MapResource> resources;
-};
-
-inline constexpr std::string_view kResourceMapName = "resource.map";
+using formats::map::kResourceMapName;
+using MapLibrary = formats::map::Library;
 
 /// A library's file name in lower case, as maps and manifests take it; refused when it is none.
 [[nodiscard]] std::string checkedLibraryName(std::string_view text);
@@ -50,7 +30,7 @@ struct ResourceMapText {
     std::vector<MapLibrary> libraries;
 };
 
-/// What a map says; lines that make no sense are left out.
+/// What a map says to the program, which leaves out what makes no sense.
 [[nodiscard]] ResourceMapText readResourceMap(std::string_view text);
 
 /// The text of a map. All types must fit; refused when there are too many resources of one type.

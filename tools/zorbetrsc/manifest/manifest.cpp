@@ -200,7 +200,7 @@ class ManifestParser {
         SoundPlan sound{{words.text("the file's name"), line_}, {}};
         if (words.skip("rate")) {
             const int rate = words.number("the rate", 1, INT_MAX);
-            if (std::ranges::find(kOMWaveRates, rate) == kOMWaveRates.end())
+            if (std::ranges::find(formats::sound::kRates, rate) == formats::sound::kRates.end())
                 throw Refusal("the rate is " + std::to_string(rate) + ", the game's sounds have " +
                               gameRates());
             sound.rate = rate;

@@ -224,7 +224,8 @@ std::string buildMap(const Manifest& manifest) {
     for (const LibraryPlan& library : manifest.libraries) {
         MapLibrary entry{library.name, {}};
         for (const ResourcePlan& resource : library.resources)
-            if (fitsMap(resource.type)) entry.resources.push_back({resource.type, resource.id});
+            if (fitsMap(resource.type))
+                entry.resources.push_back({resource.type, static_cast<std::int16_t>(resource.id)});
         if (!entry.resources.empty() && isMapped(library.name))
             libraries.push_back(std::move(entry));
     }

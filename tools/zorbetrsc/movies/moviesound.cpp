@@ -15,13 +15,13 @@ using platform::WaveOut;
 constexpr int kMostChannels = 2;
 
 /// Whether a movie can store the samples as they are.
-bool isStorable(const OMWaveFacts& facts) {
-    return facts.kind == OMWaveFacts::Kind::Riff && facts.hasFormat &&
-           facts.coding == OMWaveFacts::kPcm && (facts.bits == 8 || facts.bits == 16) &&
+bool isStorable(const formats::sound::Facts& facts) {
+    return facts.kind == formats::sound::Facts::Kind::Riff && facts.hasFormat &&
+           facts.coding == formats::sound::Facts::kPcm && (facts.bits == 8 || facts.bits == 16) &&
            facts.channels >= 1 && facts.channels <= kMostChannels;
 }
 
-MovieSound storedSound(const OMWaveFacts& facts, ByteSpan file) {
+MovieSound storedSound(const formats::sound::Facts& facts, ByteSpan file) {
     MovieSound sound{facts.header.sampleRate, facts.channels, facts.bits, {}};
     const ByteSpan samples = samplesOf(facts, file);
     const ByteSpan whole = samples.first(samples.size() - samples.size() % sound.bytesOfPoint());
@@ -44,7 +44,7 @@ MovieSound convertedSound(ByteSpan file) {
 } // namespace
 
 MovieSound readMovieSound(ByteSpan file) {
-    const OMWaveFacts facts = OMExamineWave(std::as_bytes(file));
+    const formats::sound::Facts facts = formats::sound::examine(file);
     refuseCutOff(facts);
     MovieSound sound = isStorable(facts) ? storedSound(facts, file) : convertedSound(file);
     if (sound.samples.empty()) throw Refusal("the sound has no samples");

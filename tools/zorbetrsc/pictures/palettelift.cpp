@@ -1,6 +1,6 @@
 #include "pictures/palettelift.h"
 
-#include "resources/palettehook.h"
+#include "formats/palette/lift.h"
 
 #include <algorithm>
 #include <array>
@@ -45,7 +45,7 @@ class InverseSearch {
     Rgb best() {
         for (int largest = 0; largest <= 255; ++largest) {
             const double lifted =
-                std::min(largest * kStep / kFull + kRPaletteLift, 1.0) * kFull / kStep;
+                std::min(largest * kStep / kFull + formats::palette::kLift, 1.0) * kFull / kStep;
             const int miss = static_cast<int>(lifted) - target_[top_];
             // a lifted white is one step below white
             if ((std::abs(miss) - 1) * std::abs(miss) <= bestDistance_)
@@ -86,7 +86,14 @@ class InverseSearch {
 
 } // namespace
 
-Rgb liftColour(Rgb stored) { return RLiftColor(OMColor::fromRgb8(stored)).rgb8(); }
+Rgb liftColour(Rgb stored) {
+    const auto wide = [](std::uint8_t component) {
+        return static_cast<std::uint16_t>(component * kStep);
+    };
+    const auto shown =
+        formats::palette::lift({wide(stored.red), wide(stored.green), wide(stored.blue)});
+    return fromComponents({shown.red / kStep, shown.green / kStep, shown.blue / kStep});
+}
 
 Rgb colourToStore(Rgb wanted) {
     // several stored colours may look alike: what is stored depends on the look alone

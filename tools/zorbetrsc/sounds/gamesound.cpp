@@ -1,6 +1,7 @@
 #include "sounds/gamesound.h"
 
 #include "platform/waveout.h"
+#include "refusal.h"
 
 #include <algorithm>
 #include <array>
@@ -12,12 +13,11 @@ namespace rsc {
 
 namespace {
 
-using Kind = OMWaveFacts::Kind;
+using formats::sound::Facts;
+using formats::sound::Fault;
+using Kind = Facts::Kind;
 using platform::WaveOut;
 
-constexpr std::size_t kRiffHeader = 12;
-constexpr std::size_t kChunkHeader = 8;
-constexpr std::size_t kFormatSize = 16;
 /// Claims from here on stand for a length that the writer did not know.
 constexpr std::size_t kUnknownLength = 0x7FFF0000;
 
@@ -38,10 +38,10 @@ std::string channelText(int channels) {
 }
 
 /// In seconds; empty when the samples do not tell it.
-std::string lengthText(const OMWaveFacts& facts) {
+std::string lengthText(const Facts& facts) {
     const std::size_t bytes =
         static_cast<std::size_t>(facts.bits) / 8 * static_cast<std::size_t>(facts.channels);
-    const bool isPlain = facts.coding == OMWaveFacts::kPcm || facts.coding == kFloat;
+    const bool isPlain = facts.coding == Facts::kPcm || facts.coding == kFloat;
     if (!isPlain || bytes == 0 || facts.header.sampleRate <= 0) return {};
     std::array<char, 32> text{};
     std::snprintf(text.data(), text.size(), ", %.2f s",
@@ -49,10 +49,10 @@ std::string lengthText(const OMWaveFacts& facts) {
     return text.data();
 }
 
-std::string describe(const OMWaveFacts& facts) {
+std::string describe(const Facts& facts) {
     if (facts.kind == Kind::Unknown) return "no sound";
     if (!facts.hasFormat) return "a WAVE file without a format";
-    const bool isPcm = facts.coding == OMWaveFacts::kPcm;
+    const bool isPcm = facts.coding == Facts::kPcm;
     return std::to_string(facts.header.sampleRate) + " Hz, " + std::to_string(facts.bits) +
            " bits, " + (isPcm ? "" : codingName(facts.coding) + ", ") +
            channelText(facts.channels) + lengthText(facts) +
@@ -61,10 +61,10 @@ std::string describe(const OMWaveFacts& facts) {
 
 using Verdict = std::pair<Heard, std::string>;
 
-Verdict judgeSamples(const OMWaveFacts& facts) {
-    const bool onlyRate = std::ranges::all_of(
-        facts.faults, [](OMWaveFault fault) { return fault == OMWaveFault::SampleRate; });
-    if (facts.coding != OMWaveFacts::kPcm)
+Verdict judgeSamples(const Facts& facts) {
+    const bool onlyRate =
+        std::ranges::all_of(facts.faults, [](Fault fault) { return fault == Fault::SampleRate; });
+    if (facts.coding != Facts::kPcm)
         return {Heard::Noise, "the sound is coded as " + codingName(facts.coding) +
                                   ", the game plays plain samples (PCM): it would be noise"};
     if (facts.channels != 1 || facts.bits != 8)
@@ -89,7 +89,7 @@ Verdict judgeRate(int rate) {
                                    ": beside one of those it is heard at the wrong speed"};
 }
 
-Verdict judge(const OMWaveFacts& facts) {
+Verdict judge(const Facts& facts) {
     if (facts.kind == Kind::Unknown)
         return {Heard::Nothing, "no WAVE file and no Macintosh sound: nothing would be heard"};
     if (!facts.hasFormat)
@@ -102,14 +102,12 @@ Verdict judge(const OMWaveFacts& facts) {
     return facts.faults.empty() ? verdict : judgeRate(facts.header.sampleRate);
 }
 
-void putText(Bytes& out, std::string_view text) { out.insert(out.end(), text.begin(), text.end()); }
-
 } // namespace
 
 std::string gameRates() {
     std::string text;
-    for (const int rate : kOMWaveRates) {
-        if (!text.empty()) text += rate == kOMWaveRates.back() ? " or " : ", ";
+    for (const int rate : formats::sound::kRates) {
+        if (!text.empty()) text += rate == formats::sound::kRates.back() ? " or " : ", ";
         text += std::to_string(rate);
     }
     return text;
@@ -117,7 +115,7 @@ std::string gameRates() {
 
 SoundReport examineSound(ByteSpan resource) {
     SoundReport report;
-    report.facts = OMExamineWave(std::as_bytes(resource));
+    report.facts = formats::sound::examine(resource);
     report.text = describe(report.facts) + (cutOffText(report.facts).empty() ? "" : ", cut off");
     std::tie(report.heard, report.fault) = judge(report.facts);
     return report;
@@ -134,7 +132,7 @@ std::string consequenceOf(Heard heard) {
     return {};
 }
 
-std::string cutOffText(const OMWaveFacts& facts) {
+std::string cutOffText(const Facts& facts) {
     if (facts.claimedLength <= facts.header.dataLength || facts.claimedLength >= kUnknownLength)
         return {};
     return "the sound is cut off: of its " + std::to_string(facts.claimedLength) +
@@ -142,45 +140,24 @@ std::string cutOffText(const OMWaveFacts& facts) {
            " are there; export or copy it anew";
 }
 
-void refuseCutOff(const OMWaveFacts& facts) {
+void refuseCutOff(const Facts& facts) {
     if (const std::string text = cutOffText(facts); !text.empty()) throw Refusal(text);
 }
 
-ByteSpan samplesOf(const OMWaveFacts& facts, ByteSpan file) {
+ByteSpan samplesOf(const Facts& facts, ByteSpan file) {
     return file.subspan(facts.header.dataOffset, facts.header.dataLength);
 }
 
-Bytes wavFile(ByteSpan samples, int rate) {
-    constexpr std::size_t kPcm = 1;
-    const std::size_t padded = samples.size() + samples.size() % 2;
-    Bytes out;
-    putText(out, "RIFF");
-    put32(out, kRiffHeader - kChunkHeader + kChunkHeader + kFormatSize + kChunkHeader + padded);
-    putText(out, "WAVEfmt ");
-    put32(out, kFormatSize);
-    put16(out, kPcm);
-    put16(out, 1); // channels
-    put32(out, static_cast<std::size_t>(rate));
-    put32(out, static_cast<std::size_t>(rate)); // bytes a second
-    put16(out, 1);                              // bytes a sample
-    put16(out, 8);                              // bits a sample
-    putText(out, "data");
-    put32(out, samples.size());
-    out.insert(out.end(), samples.begin(), samples.end());
-    if (padded != samples.size()) put8(out, 0);
-    return out;
-}
-
 std::optional<std::size_t> riffLength(ByteSpan resource) {
-    if (OMExamineWave(std::as_bytes(resource)).kind != Kind::Riff) return std::nullopt;
-    const std::size_t said = ByteReader(resource, {}).u32(4) + kChunkHeader;
-    return std::clamp(said, kRiffHeader, resource.size());
+    if (formats::sound::examine(resource).kind != Kind::Riff) return std::nullopt;
+    return formats::sound::riffLength(resource);
 }
 
 std::optional<Bytes> macSoundToWav(ByteSpan resource) {
     const SoundReport report = examineSound(resource);
     if (report.facts.kind != Kind::Macintosh || report.heard == Heard::Noise) return std::nullopt;
-    return wavFile(samplesOf(report.facts, resource), report.facts.header.sampleRate);
+    return formats::sound::writeRiff(samplesOf(report.facts, resource),
+                                     report.facts.header.sampleRate);
 }
 
 } // namespace rsc

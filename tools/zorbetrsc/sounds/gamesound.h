@@ -3,12 +3,10 @@
 // that this is what the game will do.
 #pragma once
 
-#include "bytes.h"
-
-#include "omwaveheader.h"
+#include "filesystem.h"
+#include "formats/sound/wave.h"
 
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace rsc {
@@ -23,7 +21,7 @@ enum class Heard : std::uint8_t {
 };
 
 struct SoundReport {
-    OMWaveFacts facts;
+    formats::sound::Facts facts;
     Heard heard = Heard::Well;
     std::string text;  ///< rate, bits, channels and length
     std::string fault; ///< why it is not heard well; empty when it is
@@ -37,7 +35,7 @@ struct SoundReport {
 /// Type of sound resources.
 inline constexpr std::string_view kSoundType = "WAVE";
 
-/// The rates of the game's sounds (kOMWaveRates), for messages.
+/// The rates of the game's sounds (formats::sound::kRates), for messages.
 [[nodiscard]] std::string gameRates();
 
 /// What the game does with such a sound, for a list; empty when it is heard well.
@@ -45,15 +43,12 @@ inline constexpr std::string_view kSoundType = "WAVE";
 
 /// What is wrong with a sound that says it has more samples than there are; empty when it has them.
 /// Programs that write into a pipe say "as many as follow", which is fine.
-[[nodiscard]] std::string cutOffText(const OMWaveFacts& facts);
+[[nodiscard]] std::string cutOffText(const formats::sound::Facts& facts);
 /// Refuses such a sound.
-void refuseCutOff(const OMWaveFacts& facts);
+void refuseCutOff(const formats::sound::Facts& facts);
 
 /// The samples of the examined file, at most what is there.
-[[nodiscard]] ByteSpan samplesOf(const OMWaveFacts& facts, ByteSpan file);
-
-/// A RIFF WAVE file with these samples, 8-bit mono.
-[[nodiscard]] Bytes wavFile(ByteSpan samples, int rate);
+[[nodiscard]] ByteSpan samplesOf(const formats::sound::Facts& facts, ByteSpan file);
 
 /// The bytes of the RIFF WAVE file that a resource begins with, as its header says, at most what is
 /// there; none when it is no such file.

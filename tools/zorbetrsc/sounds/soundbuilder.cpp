@@ -1,5 +1,6 @@
 #include "sounds/soundbuilder.h"
 
+#include "refusal.h"
 #include "sounds/gamesound.h"
 #include "sounds/resampler.h"
 #include "sounds/soundfile.h"
@@ -32,14 +33,15 @@ std::vector<float> mixDown(const SoundSamples& sound) {
 
 Bytes convert(ByteSpan file, std::optional<int> wanted) {
     const SoundSamples sound = readSoundFile(file);
-    const bool isGameRate = std::ranges::find(kOMWaveRates, sound.rate) != kOMWaveRates.end();
+    const bool isGameRate =
+        std::ranges::find(formats::sound::kRates, sound.rate) != formats::sound::kRates.end();
     const int rate = wanted.value_or(isGameRate ? sound.rate : kUsualSoundRate);
     std::vector<float> mono = mixDown(sound);
     if (rate != sound.rate) mono = resample(mono, sound.rate, rate);
     Bytes samples(mono.size());
     std::ranges::transform(mono, samples.begin(), toSample8);
     if (samples.empty()) throw Refusal("the sound is too short: no sample is left of it");
-    return wavFile(samples, rate);
+    return formats::sound::writeRiff(samples, rate);
 }
 
 } // namespace

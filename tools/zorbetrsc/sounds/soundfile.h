@@ -2,9 +2,7 @@
 // say so.
 #pragma once
 
-#include "bytes.h"
-
-#include <vector>
+#include "filesystem.h"
 
 namespace rsc {
 

@@ -1,6 +1,8 @@
 // Stands in for the reader of sound files where libsndfile was not found.
 #include "sounds/soundfile.h"
 
+#include "refusal.h"
+
 namespace rsc {
 
 bool canReadSounds() { return false; }

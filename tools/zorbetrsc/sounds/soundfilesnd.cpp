@@ -1,6 +1,7 @@
 #include "sounds/soundfile.h"
 
 #include "platform/host/machine/handle.h"
+#include "refusal.h"
 
 #include <sndfile.h>
 

@@ -1,8 +1,7 @@
 // Builds sound resources for tests: RIFF WAVE files and Macintosh sound resources of any values.
 #pragma once
 
-#include "bytewriter.h"
-#include "memoryfiles.h"
+#include "formats/base/bytes.h"
 
 namespace testing_support {
 
@@ -14,21 +13,21 @@ struct RiffSound {
     std::size_t between = 0;       ///< bytes of a further chunk before "data"
     std::uint32_t extraFormat = 0; ///< bytes of "fmt " past the PCM format
     std::int64_t claimed = -1;     ///< size of "data" as written, -1: the real one
-    std::vector<std::uint8_t> data{};
+    formats::Bytes data{};
 
-    [[nodiscard]] Bytes build() const {
-        ByteWriter out;
+    [[nodiscard]] formats::Bytes build() const {
+        formats::ByteWriter out;
         out.text("RIFF").u32(0).text("WAVE");
         if (before > 0) chunk(out, before);
         out.text("fmt ").u32(16 + extraFormat).u16(1).u16(channels).u32(rate).u32(rate);
         out.u16(1).u16(bits).zeros(extraFormat + extraFormat % 2);
         if (between > 0) chunk(out, between);
         out.text("data").u32(claimed < 0 ? static_cast<std::int64_t>(data.size()) : claimed);
-        return out.all(data).bytes();
+        return out.block(data).take();
     }
 
   private:
-    static void chunk(ByteWriter& out, std::size_t size) {
+    static void chunk(formats::ByteWriter& out, std::size_t size) {
         out.text("LIST").u32(static_cast<std::int64_t>(size)).zeros(size + size % 2);
     }
 };
@@ -45,10 +44,10 @@ struct MacSound {
     std::int64_t length = -1; ///< as written, -1: the real one
     std::uint32_t rate = 0x56220000;
     std::uint32_t encoding = 0;
-    std::vector<std::uint8_t> data{};
+    formats::Bytes data{};
 
-    [[nodiscard]] Bytes build() const {
-        ByteWriter out(true);
+    [[nodiscard]] formats::Bytes build() const {
+        formats::ByteWriter out(std::endian::big);
         out.u16(format);
         if (format == 1)
             out.u16(synthesizers).u16(synthesizer).u32(options);
@@ -60,7 +59,7 @@ struct MacSound {
         const bool extended = encoding != 0;
         out.u32(0).u32(extended ? 1 : written).u32(rate).u32(0).u32(0).u8(encoding).u8(60);
         if (extended) out.u32(written).zeros(64 - 26);
-        return out.all(data).bytes();
+        return out.block(data).take();
     }
 };
 
