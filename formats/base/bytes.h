@@ -57,6 +57,29 @@ class ByteReader {
     bool ok_ = true;
 };
 
+// Tables of thousands of numbers are read one by one.
+
+inline std::span<const std::byte> ByteReader::bytes(std::size_t count) {
+    if (!ok_ || count > remaining()) {
+        ok_ = false;
+        position_ = bytes_.size();
+        return {};
+    }
+    const auto result = bytes_.subspan(position_, count);
+    position_ += count;
+    return result;
+}
+
+inline std::uint32_t ByteReader::number(std::size_t count) {
+    const auto source = bytes(count);
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < source.size(); ++i) {
+        const std::size_t place = order_ == std::endian::little ? i : source.size() - 1 - i;
+        value |= std::to_integer<std::uint32_t>(source[i]) << (8 * place);
+    }
+    return value;
+}
+
 /// Numbers at the end of a growing block, little-endian unless told otherwise. Of a number, which
 /// may be negative, the low bytes are taken: who writes has checked its range.
 class ByteWriter {

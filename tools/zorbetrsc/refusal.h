@@ -2,8 +2,12 @@
 // of the manifest that asked for it. Thrown where the fault is found, printed by the command.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace rsc {
 
@@ -19,6 +23,16 @@ class Refusal : public std::runtime_error {
   private:
     int line_;
 };
+
+/// What the reader of a format gives; refused with its reason when that is nothing.
+template <class Value>
+Value readOrRefuse(std::optional<Value> (&read)(std::span<const std::uint8_t>, std::string&),
+                   std::span<const std::uint8_t> bytes) {
+    std::string problem;
+    std::optional<Value> value = read(bytes, problem);
+    if (!value) throw Refusal(problem);
+    return std::move(*value);
+}
 
 /// Runs `work`; a refusal out of it that has no line yet gets this one.
 template <class Work>

@@ -1,6 +1,6 @@
 #include "fonts/nfnt.h"
 
-#include "pictures/aseq.h"
+#include "manifest/words.h"
 
 #include <algorithm>
 #include <climits>

@@ -2,11 +2,12 @@
 
 #include "filesystem.h"
 #include "fonts/nfnt.h"
+#include "formats/animation/animation.h"
 #include "library/nelibrary.h"
 #include "movies/movieinfo.h"
-#include "pictures/aseq.h"
 #include "pictures/cursor.h"
 #include "pictures/gamecursor.h"
+#include "refusal.h"
 #include "sounds/gamesound.h"
 #include "text.h"
 
@@ -24,15 +25,15 @@ constexpr int kSizeWidth = 9;
 
 /// Frames, sequences and the size of the largest frame.
 std::string describeAnimation(ByteSpan data) {
-    const Aseq aseq = readAseq(data);
+    const auto animation = readOrRefuse(formats::animation::readWhole, data);
     int width = 0;
     int height = 0;
-    for (const AseqFrame& frame : aseq.frames) {
+    for (const formats::animation::Frame& frame : animation.frames) {
         width = std::max(width, frame.width);
         height = std::max(height, frame.height);
     }
-    return counted(aseq.frames.size(), "frame") + ", " +
-           counted(aseq.sequences.size(), "sequence") + ", " + std::to_string(width) + "x" +
+    return counted(animation.frames.size(), "frame") + ", " +
+           counted(animation.sequences.size(), "sequence") + ", " + std::to_string(width) + "x" +
            std::to_string(height);
 }
 

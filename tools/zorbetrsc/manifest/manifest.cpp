@@ -220,8 +220,10 @@ class ManifestParser {
     }
 
     void readPlace(WordReader& words) {
-        animation_->x = words.number("x", kSmallestPlace, kLargestPlace);
-        animation_->y = words.number("y", kSmallestPlace, kLargestPlace);
+        animation_->x = words.number("x", formats::animation::kSmallestPlace,
+                                     formats::animation::kLargestPlace);
+        animation_->y = words.number("y", formats::animation::kSmallestPlace,
+                                     formats::animation::kLargestPlace);
         if (!words.atEnd()) animation_->depth = words.number("the depth", 0, kLargestByte);
     }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "fonts/bitmapfont.h"
-#include "pictures/aseq.h"
+#include "formats/animation/animation.h"
 #include "pictures/cursor.h"
 #include "platform/display.h"
 
@@ -49,7 +49,7 @@ struct FramePlan {
 
 struct SequencePlan {
     int line = 0;
-    AseqSequence entries; ///< codes count the frames as listed, from 0
+    formats::animation::Sequence entries; ///< codes count the frames as listed, from 0
 };
 
 struct AnimationPlan {
