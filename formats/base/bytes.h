@@ -17,6 +17,11 @@ namespace formats {
 using Bytes = std::vector<std::uint8_t>;
 using ByteSpan = std::span<const std::uint8_t>;
 
+/// The same bytes as numbers.
+inline ByteSpan asNumbers(std::span<const std::byte> bytes) {
+    return {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()};
+}
+
 /// Numbers out of a block of bytes, little-endian unless told otherwise. A read that goes past the
 /// end gives 0 (or nothing), and from then on `ok` is false and every further read fails too: a
 /// parser may read a whole record and ask once.

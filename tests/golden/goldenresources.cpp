@@ -1,11 +1,11 @@
 #include "goldenresources.h"
 
 #include "formats/animation/animation.h"
-#include "goldenwriter.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <list>
+#include <span>
 #include <string>
 
 namespace golden {
@@ -52,6 +52,11 @@ Row packed(std::string_view letters, Packing packing) {
         letters.remove_prefix(run.size());
     }
     return row;
+}
+
+Bytes written(const formats::Bytes& numbers) {
+    const auto bytes = std::as_bytes(std::span(numbers));
+    return {bytes.begin(), bytes.end()};
 }
 
 } // namespace
@@ -135,15 +140,13 @@ Bytes Animation::resource() const {
         }
     }
     const auto order = bigEndian ? std::endian::big : std::endian::little;
-    const formats::Bytes bytes = formats::animation::write(made, order);
-    const auto data = std::as_bytes(std::span(bytes));
-    return {data.begin(), data.end()};
+    return written(formats::animation::write(made, order));
 }
 
 Bytes resource(const Palette& palette) {
-    Writer out(false);
-    for (const Color& color : palette) out.words({color.red, color.green, color.blue});
-    return out.bytes;
+    formats::ByteWriter out;
+    for (const Color& color : palette) out.u16(color.red).u16(color.green).u16(color.blue);
+    return written(out.bytes());
 }
 
 } // namespace golden

@@ -1,6 +1,8 @@
 // Puts animation resources together, damaged ones too.
 #pragma once
 
+#include "ompp/memoryfiles.h"
+
 #include "aoimage.h"
 #include "formats/animation/animation.h"
 #include "formats/animation/row.h"
@@ -54,13 +56,11 @@ struct AseqBuilder {
         return *this;
     }
 
-    [[nodiscard]] std::vector<std::byte> build(std::endian order = std::endian::little) const {
+    [[nodiscard]] Bytes build(std::endian order = std::endian::little) const {
         formats::animation::Animation made{rate, x, y, depth, {}, sequences};
         for (const Frame& frame : frames)
             made.frames.push_back({frame.width, frame.height, frame.rows});
-        const formats::Bytes bytes = formats::animation::write(made, order);
-        const auto data = std::as_bytes(std::span(bytes));
-        return {data.begin(), data.end()};
+        return toBytes(formats::animation::write(made, order));
     }
     [[nodiscard]] std::shared_ptr<AOImage> image() const {
         std::string problem;

@@ -6,7 +6,6 @@
 #include "library/nelibrary.h"
 #include "movies/movieinfo.h"
 #include "pictures/cursor.h"
-#include "pictures/gamecursor.h"
 #include "refusal.h"
 #include "sounds/gamesound.h"
 #include "text.h"
@@ -47,7 +46,8 @@ std::string describeFont(ByteSpan data) {
 /// The size and hot spot of every picture.
 std::string describePictures(ByteSpan data) {
     std::string text;
-    for (const auto& [width, height, hotSpot, image] : readCursorFile(data).entries) {
+    for (const auto& [width, height, hotSpot, image] :
+         readOrRefuse(formats::picture::readCursorFile, data).entries) {
         if (!text.empty()) text += "; ";
         text += std::to_string(width) + "x" + std::to_string(height) + ", hot spot " +
                 std::to_string(hotSpot.x) + " " + std::to_string(hotSpot.y);

@@ -5,7 +5,9 @@
 #include "library/resourcemap.h"
 #include "manifest/manifestcheck.h"
 #include "manifest/words.h"
+#include "pictures/cursor.h"
 #include "pictures/sequencetext.h"
+#include "refusal.h"
 #include "sounds/gamesound.h"
 #include "text.h"
 

@@ -4,7 +4,7 @@
 
 #include "fonts/bitmapfont.h"
 #include "formats/animation/animation.h"
-#include "pictures/cursor.h"
+#include "formats/picture/cursor.h"
 #include "platform/display.h"
 
 #include <bitset>
@@ -90,7 +90,7 @@ struct FontPlan {
 
 struct CursorPlan {
     FileName file;
-    HotSpot hotSpot;
+    formats::picture::HotSpot hotSpot;
 };
 
 struct SoundPlan {

@@ -18,8 +18,7 @@ constexpr std::size_t kMostWalks = 16;
 } // namespace
 
 std::shared_ptr<AOImage> AOImage::read(std::span<const std::byte> data, std::string& problem) {
-    auto stored =
-        animation::read({reinterpret_cast<const std::uint8_t*>(data.data()), data.size()}, problem);
+    auto stored = animation::read(formats::asNumbers(data), problem);
     if (!stored) return nullptr;
     auto image = std::make_shared<AOImage>();
     image->framesPerSecond_ = stored->framesPerSecond;
