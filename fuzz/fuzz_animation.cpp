@@ -8,6 +8,7 @@
 
 #include "aopack.h"
 #include "aosounds.h"
+#include "formats/animation/animation.h"
 #include "memorystream.h"
 #include "omao.h"
 #include "omsarguments.h"
@@ -87,7 +88,7 @@ void checkFrames(const AOImage& image, const Manner& manner) {
     for (int i = 0; i < std::min(kFrameChecks, image.frameCount() + 1); ++i) {
         const AOSize size = image.frameSize(i);
         expect(size.width >= 0 && size.height >= 0, "sizes are not negative");
-        fuzzing::checkRows(image.packedRows(i), size);
+        fuzzing::checkRows(image.packedRows(i), size.width, size.height);
         fuzzing::FrameCheck(image, i, place).run();
     }
 }
@@ -103,6 +104,18 @@ void checkImage(const AOImage& image, std::size_t size) {
     expect(entries * 8 <= size, "entries come from the resource");
     expect(std::size_t(image.frameCount()) * 4 <= size, "frames come from the resource");
     expect(image.brokenFrames() <= image.frameCount(), "broken frames are frames");
+}
+
+/// What the tools take for whole can be stored, and is the same again.
+void checkWhole(formats::ByteSpan file) {
+    std::string problem;
+    const auto whole = formats::animation::readWhole(file, problem);
+    expect(whole.has_value() == problem.empty(), "what is not whole has a reason");
+    if (!whole) return;
+    expect(formats::animation::whyNotStored(*whole).empty(), "what was stored can be stored");
+    const formats::Bytes stored = formats::animation::write(*whole);
+    const auto again = formats::animation::readWhole(stored, problem);
+    expect(again && formats::animation::write(*again) == stored, "what was written is read");
 }
 
 /// The animation and a copy of it in a window, and what is done to them.
@@ -148,6 +161,8 @@ class Stage final : private AOSounds {
     void stop(OMAnimation& animation) override {
         std::erase_if(sounds_, [&](const auto& sound) { return sound.first == &animation; });
     }
+    void pause(OMAnimation&) override {}
+    void resume(OMAnimation&) override {}
     void forget(OMAnimation& animation) override {
         for (const auto& sound : sounds_) expect(sound.first != &animation, "a sound plays on");
     }
@@ -339,6 +354,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Manner manner{fuzzing::Choices(data, size)};
     std::string problem;
     const auto image = AOImage::read(manner.file, problem);
+    checkWhole({reinterpret_cast<const std::uint8_t*>(manner.file.data()), manner.file.size()});
     expect((image == nullptr) != problem.empty(), "what cannot be read has a problem");
     world.makeApp(); // of bitmaps, which have any depth
     if (image) checkFrames(*image, manner);

@@ -30,7 +30,7 @@ Bytes picture(int offset) {
     frame.height = 1;
     std::vector<std::uint8_t> row(256);
     for (std::size_t i = 0; i < row.size(); ++i) row[i] = static_cast<std::uint8_t>(i);
-    aorow::encodeRow(row, std::nullopt, frame.rows);
+    formats::animation::encodeRow(row, std::nullopt, frame.rows);
     return builder.sequence({{static_cast<std::int16_t>(offset), 0, 0, 0}}).build();
 }
 

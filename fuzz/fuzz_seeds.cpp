@@ -101,7 +101,7 @@ AseqBuilder smallAnimation() {
     AseqBuilder builder;
     builder.rate = 12;
     builder.x = 3;
-    builder.y = 0x804;
+    builder.y = -4;
     builder.depth = 7;
     builder.frame({"abbbbb", "..c...", "......"}).frame({"zz", "z.", "yx"});
     builder.sequence({{1, -2, 0, 30}, {0, 0, -500, 0}, {3, 3, 1, 40}, {0, 0, -2, 0}});
@@ -123,8 +123,8 @@ std::vector<Bytes> animations() {
     damaged.sequence({{0, 0, 2, 5}, {0, 0, 3, 5}, {0, 0, 9, 5}});
     Bytes overlapping = smallAnimation().build();
     overlapping[14] = std::byte{8}; // the second frame lies in the rows of the first
-    const Bytes files[] = {smallAnimation().build(), smallAnimation().build(true), wide.build(),
-                           damaged.build(), overlapping};
+    const Bytes files[] = {smallAnimation().build(), smallAnimation().build(std::endian::big),
+                           wide.build(), damaged.build(), overlapping};
     std::vector<Bytes> seeds;
     for (const Bytes& file : files) {
         seeds.push_back(acted(file, 8, 0, {{37, 100}, {37, 60}, {29, 0}, {30, 0x0503}, {26, 0}}));

@@ -6,6 +6,7 @@
 // broken expectation of a target is a finding.
 #pragma once
 
+#include "expect.h"
 #include "memoryfiles.h"
 
 #include "omapp.h"
@@ -18,8 +19,6 @@
 #include "omresmgr.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <span>
 
 namespace fuzzing {
@@ -30,13 +29,6 @@ using testing_support::MemoryPlatform;
 
 /// A failed fatal check; thrown instead of ending the process.
 struct ProgramEnd {};
-
-/// Stops libFuzzer, which then keeps the input.
-inline void expect(bool holds, const char* rule) {
-    if (holds) return;
-    std::fprintf(stderr, "Broken: %s\n", rule);
-    std::abort();
-}
 
 /// Numbers at the start of an input; the rest of it is the file itself. 0 when there are no more.
 class Choices {

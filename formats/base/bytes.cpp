@@ -9,30 +9,9 @@ void ByteReader::seek(std::size_t position) {
     position_ = std::min(position, bytes_.size());
 }
 
-std::span<const std::byte> ByteReader::bytes(std::size_t count) {
-    if (!ok_ || count > remaining()) {
-        ok_ = false;
-        position_ = bytes_.size();
-        return {};
-    }
-    const auto result = bytes_.subspan(position_, count);
-    position_ += count;
-    return result;
-}
-
 std::string_view ByteReader::text(std::size_t count) {
     const auto characters = bytes(count);
     return {reinterpret_cast<const char*>(characters.data()), characters.size()};
-}
-
-std::uint32_t ByteReader::number(std::size_t count) {
-    const auto source = bytes(count);
-    std::uint32_t value = 0;
-    for (std::size_t i = 0; i < source.size(); ++i) {
-        const std::size_t place = order_ == std::endian::little ? i : source.size() - 1 - i;
-        value |= std::to_integer<std::uint32_t>(source[i]) << (8 * place);
-    }
-    return value;
 }
 
 ByteWriter& ByteWriter::block(ByteSpan block) {

@@ -17,6 +17,11 @@ namespace formats {
 using Bytes = std::vector<std::uint8_t>;
 using ByteSpan = std::span<const std::uint8_t>;
 
+/// The same bytes as numbers.
+inline ByteSpan asNumbers(std::span<const std::byte> bytes) {
+    return {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()};
+}
+
 /// Numbers out of a block of bytes, little-endian unless told otherwise. A read that goes past the
 /// end gives 0 (or nothing), and from then on `ok` is false and every further read fails too: a
 /// parser may read a whole record and ask once.
@@ -56,6 +61,29 @@ class ByteReader {
     std::size_t position_ = 0;
     bool ok_ = true;
 };
+
+// Tables of thousands of numbers are read one by one.
+
+inline std::span<const std::byte> ByteReader::bytes(std::size_t count) {
+    if (!ok_ || count > remaining()) {
+        ok_ = false;
+        position_ = bytes_.size();
+        return {};
+    }
+    const auto result = bytes_.subspan(position_, count);
+    position_ += count;
+    return result;
+}
+
+inline std::uint32_t ByteReader::number(std::size_t count) {
+    const auto source = bytes(count);
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < source.size(); ++i) {
+        const std::size_t place = order_ == std::endian::little ? i : source.size() - 1 - i;
+        value |= std::to_integer<std::uint32_t>(source[i]) << (8 * place);
+    }
+    return value;
+}
 
 /// Numbers at the end of a growing block, little-endian unless told otherwise. Of a number, which
 /// may be negative, the low bytes are taken: who writes has checked its range.

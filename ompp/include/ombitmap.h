@@ -1,7 +1,5 @@
-// A picture that was read from a BMP file or a `BITMAP` resource, 8, 16, 24 or 32 bits a pixel.
-// Canvases draw it whole or without the pixels of its invisible colour. Layout of the data:
-// "BITMAPFILEHEADER" (14 bytes, files only) and "BITMAPINFOHEADER" (40 bytes) of the published BMP
-// format, colour table, rows padded to 4 bytes, the lowest first unless the height is negative.
+// A picture that was read from a BMP file or a `BITMAP` resource, 8, 16, 24 or 32 bits a pixel
+// (formats/picture/bitmap.h). Canvases draw it whole or without the pixels of its invisible colour.
 #pragma once
 
 #include "omcanvas.h"
@@ -19,12 +17,11 @@ class OMIStream;
 
 class OMBitmap {
   public:
-    static constexpr int kMaxSide = 0x7FFF;                ///< pixels
     static constexpr int kInvisibleIndex = 252;            ///< of 8-bit pictures at first
     static constexpr OMColor kInvisibleBlue{0, 0, 0xFF00}; ///< of the others
 
     /// Reads the picture from where the stream begins; the stream must be a whole one. Null after a
-    /// failed check when it is no picture of the kinds above, compressed or cut short. Fatal
+    /// failed check when it is no picture of these kinds, compressed or cut short. Fatal
     /// without application.
     [[nodiscard]] static std::unique_ptr<OMBitmap> createInstance(OMIStream& stream);
 

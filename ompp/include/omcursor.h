@@ -1,6 +1,6 @@
 // A mouse cursor: one of the platform's own, with a negative number, or the picture of a `CURSOR`
 // resource, with the number of the resource. Such a resource is what a .cur file holds, see
-// omcursorimage.h.
+// formats/picture/cursor.h.
 #pragma once
 
 #include <cstddef>

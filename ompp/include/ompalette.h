@@ -31,10 +31,6 @@ using OMDevicePalette = std::array<platform::Rgb, platform::kPaletteSize>;
 /// The entry nearest to `color`, the lowest of several.
 [[nodiscard]] std::uint8_t OMNearestEntry(const OMDevicePalette& palette, platform::Rgb color);
 
-/// Bytes of an `RRGB` resource: 256 times red, green and blue, 16-bit little-endian words whose low
-/// byte is the intensity.
-inline constexpr std::size_t kRrgbSize = platform::kPaletteSize * 3 * 2;
-
-/// Reads an `RRGB` resource; none after a failed check when there are less than kRrgbSize bytes.
-/// What follows them is ignored.
+/// Reads an `RRGB` resource (formats/picture/palette.h); none after a failed check when it is too
+/// short.
 [[nodiscard]] std::optional<OMPalette> OMReadPalette(std::span<const std::byte> data);

@@ -1,5 +1,6 @@
 #include "speechrecords.h"
 
+#include "formats/animation/animation.h"
 #include "omao.h"
 
 #include <map>

@@ -1,6 +1,7 @@
 #include "aobackground.h"
 
 #include "aodeep.h"
+#include "formats/animation/animation.h"
 #include "omapp.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "efwindow.h"
 
 #include "aodeep.h"
+#include "formats/picture/palette.h"
 #include "omapp.h"
 #include "omcursor.h"
 #include "omdebug.h"
@@ -166,7 +167,8 @@ void EffectsWindow::installPalette(int id) {
     if (!colors) {
         OMLogResource(OMLog::Kind::Error, "Palette", id, *stream,
                       OMFormat("cannot be used: it is cut short, to %d bytes of %d",
-                               static_cast<int>(stream->length()), static_cast<int>(kRrgbSize)));
+                               static_cast<int>(stream->length()),
+                               static_cast<int>(formats::picture::kPaletteSize)));
         return;
     }
     filterPalette(*colors);

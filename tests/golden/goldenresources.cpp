@@ -1,9 +1,11 @@
 #include "goldenresources.h"
 
-#include "goldenwriter.h"
+#include "formats/animation/animation.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <list>
+#include <span>
 #include <string>
 
 namespace golden {
@@ -52,42 +54,9 @@ Row packed(std::string_view letters, Packing packing) {
     return row;
 }
 
-/// A coordinate in 12 bits: 2049 to 4095 are -1 to -2047.
-int twelveBits(int coordinate) { return coordinate < 0 ? 2048 - coordinate : coordinate; }
-
-int sizeOf(const Frame& frame) {
-    int size = 6;
-    for (const Row& row : frame) size += static_cast<int>(row.bytes().size());
-    return size;
-}
-
-void writeHeader(Writer& out, const Animation& animation) {
-    out.words(
-        {static_cast<int>(animation.sequences.size()), static_cast<int>(animation.frames.size())});
-    out.byte(animation.rate);
-    out.byte(animation.bigEndian ? 1 : 0);
-    out.number(0, 4);
-    int offset = 0;
-    for (const Frame& frame : animation.frames) {
-        out.number(offset, 4);
-        offset += sizeOf(frame);
-    }
-    const int x = twelveBits(animation.x);
-    const int y = twelveBits(animation.y);
-    out.byte(x & 255);
-    out.byte(y & 255);
-    out.byte(x >> 8 | y >> 8 << 4);
-    out.byte(animation.depth);
-}
-
-void writeFrame(Writer& out, const Frame& frame) {
-    const int width = frame.front().width();
-    out.number(0, 2);
-    out.words({width, static_cast<int>(frame.size())});
-    for (const Row& row : frame) {
-        if (row.width() != width) mistake("rows of different widths");
-        for (const std::uint8_t byte : row.bytes()) out.byte(byte);
-    }
+Bytes written(const formats::Bytes& numbers) {
+    const auto bytes = std::as_bytes(std::span(numbers));
+    return {bytes.begin(), bytes.end()};
 }
 
 } // namespace
@@ -149,20 +118,35 @@ Frame& operator+=(Frame& frame, const Frame& more) {
 // Resources
 
 Bytes Animation::resource() const {
-    Writer out(bigEndian);
-    writeHeader(out, *this);
-    for (const std::vector<Step>& steps : sequences) {
-        out.word(static_cast<int>(steps.size()));
-        for (const Step& step : steps) out.words({step.dx, step.dy, step.code, step.argument});
+    formats::animation::Animation made{rate, x, y, depth, {}, {}};
+    std::list<formats::Bytes> rows;
+    for (const Frame& frame : frames) {
+        const int width = frame.front().width();
+        formats::Bytes& all = rows.emplace_back();
+        for (const Row& row : frame) {
+            if (row.width() != width) mistake("rows of different widths");
+            all.insert(all.end(), row.bytes().begin(), row.bytes().end());
+        }
+        made.frames.push_back({width, static_cast<int>(frame.size()), all});
     }
-    for (const Frame& frame : frames) writeFrame(out, frame);
-    return out.bytes;
+    for (const std::vector<Step>& steps : sequences) {
+        auto& sequence = made.sequences.emplace_back();
+        for (const Step& step : steps) {
+            auto& entry = sequence.emplace_back();
+            entry.dx = static_cast<std::int16_t>(step.dx);
+            entry.dy = static_cast<std::int16_t>(step.dy);
+            entry.code = static_cast<std::int16_t>(step.code);
+            entry.argument = static_cast<std::int16_t>(step.argument);
+        }
+    }
+    const auto order = bigEndian ? std::endian::big : std::endian::little;
+    return written(formats::animation::write(made, order));
 }
 
 Bytes resource(const Palette& palette) {
-    Writer out(false);
-    for (const Color& color : palette) out.words({color.red, color.green, color.blue});
-    return out.bytes;
+    formats::ByteWriter out;
+    for (const Color& color : palette) out.u16(color.red).u16(color.green).u16(color.blue);
+    return written(out.bytes());
 }
 
 } // namespace golden

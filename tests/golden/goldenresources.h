@@ -1,6 +1,5 @@
-// Resources written byte by byte: rows of pixels of which every run is chosen, animations and
-// palettes. Nothing of the program takes part, so that its readers and painters are measured by
-// something else than its own writers.
+// Resources of which every run of pixels is chosen: animations, and palettes. No packing of the
+// program takes part, so that its painters are measured by something else.
 #pragma once
 
 #include <array>

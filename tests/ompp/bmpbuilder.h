@@ -1,7 +1,8 @@
 // Builds BMP files and `BITMAP` resources for tests, of any values.
 #pragma once
 
-#include "bytewriter.h"
+#include "formats/picture/dib.h"
+#include "memoryfiles.h"
 
 namespace testing_support {
 
@@ -19,21 +20,23 @@ struct Bmp {
     std::size_t table = 256;                       ///< entries of 8-bit pictures
     std::vector<std::uint32_t> pixels{1, 2, 3, 4}; ///< rows in the order of the file
 
-    [[nodiscard]] std::vector<std::byte> build() const {
-        ByteWriter out;
+    [[nodiscard]] Bytes build() const {
+        formats::ByteWriter out;
         if (isFile) out.text("BM").zeros(8).u32(pixelOffset);
-        out.u32(headerSize).u32(width).u32(height).u16(planes).u16(depth).u32(compression);
-        out.zeros(12).u32(colours).zeros(4);
+        const std::size_t header = out.size();
+        formats::picture::writeDibHeader(out, {width, height, depth, compression, colours}, 0);
+        out.putU32(header, headerSize);
+        out.putU16(header + 12, planes);
         if (depth == 8)
             for (std::size_t i = 0; i < table; ++i) // red i, rest fixed
                 out.u8(0x11).u8(0x22).u16(static_cast<std::uint8_t>(i));
         const auto start = out.size();
         for (std::size_t i = 0; i < pixels.size(); ++i) {
-            out.number(pixels[i], depth / 8);
+            for (int bit = 0; bit < depth; bit += 8) out.u8(pixels[i] >> bit);
             if (width > 0 && (i + 1) % static_cast<std::size_t>(width) == 0)
                 while ((out.size() - start) % 4 != 0) out.u8(0xEE);
         }
-        return out.bytes();
+        return toBytes(out.bytes());
     }
 };
 

@@ -27,6 +27,10 @@ namespace testing_support {
 
 using Bytes = std::vector<std::byte>;
 
+inline Bytes toBytes(formats::ByteSpan numbers) {
+    const auto bytes = std::as_bytes(numbers);
+    return {bytes.begin(), bytes.end()};
+}
 inline Bytes toBytes(std::string_view text) {
     const auto bytes = std::as_bytes(std::span(text));
     return {bytes.begin(), bytes.end()};

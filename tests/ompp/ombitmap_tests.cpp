@@ -2,6 +2,7 @@
 #include "bmpbuilder.h"
 #include "canvasfixture.h"
 
+#include "formats/picture/bitmap.h"
 #include "ombitmap.h"
 #include "omistreamfile.h"
 
@@ -91,7 +92,7 @@ TEST_F(OMBitmapTest, DamagedHeadersAreRefusedOrMakeNoDifference) {
         "OMBitmap::createInstance - 16/32 bit BMP's cannot have a palette!";
     constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
     constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
-    constexpr std::int32_t kSide = OMBitmap::kMaxSide;
+    constexpr std::int32_t kSide = formats::picture::kLargestBitmapSide;
     struct Row {
         const char* name;
         Bmp bmp;

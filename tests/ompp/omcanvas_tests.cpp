@@ -1,5 +1,6 @@
 // Canvases and palettes: what is drawn where, with which pixels, and how much of it is shown.
 #include "canvasfixture.h"
+#include "formats/picture/palette.h"
 
 #include "omcursor.h"
 #include "omwndcanvas.h"
@@ -92,7 +93,7 @@ TEST(OMPalette, theGameOwnsEntries10To245Only) {
 
 TEST(OMPalette, isReadWholeAndGivenBackAsStored) {
     Process process(8);
-    std::vector<std::byte> data(kRrgbSize, std::byte{0x77});
+    std::vector<std::byte> data(formats::picture::kPaletteSize, std::byte{0x77});
     data[200 * 6] = std::byte{0xFE}; // the second byte of each word does not count
     const std::optional<OMPalette> palette = OMReadPalette(data);
     ASSERT_TRUE(palette);

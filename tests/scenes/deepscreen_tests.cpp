@@ -1,4 +1,5 @@
 // The game's picture on a screen of 16, 24 or 32 bits; golden scenes show all else there.
+#include "formats/picture/palette.h"
 #include "scene/efwindow.h"
 
 #include "trinkets/windowfixture.h"
@@ -17,7 +18,7 @@ constexpr int kNoPalette = 2;
 
 /// All colours are the same.
 Bytes palette(int id) {
-    Bytes bytes(kRrgbSize);
+    Bytes bytes(formats::picture::kPaletteSize);
     for (std::size_t at = id == kRed ? 0 : 4; at < bytes.size(); at += 6)
         bytes[at] = std::byte{0xF8};
     return bytes;

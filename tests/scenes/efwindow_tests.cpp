@@ -1,3 +1,4 @@
+#include "formats/picture/palette.h"
 #include "scene/efwindow.h"
 
 #include "trinkets/windowfixture.h"
@@ -17,7 +18,7 @@ namespace {
 using Strings = std::vector<std::string>;
 
 Bytes redPalette(std::uint8_t red) {
-    Bytes bytes(kRrgbSize);
+    Bytes bytes(formats::picture::kPaletteSize);
     for (std::size_t at = 0; at < bytes.size(); at += 6) bytes[at] = std::byte{red};
     return bytes;
 }

@@ -1,4 +1,5 @@
 // Scene ports: events, clicks on the background, the music behind the scenes and its fades.
+#include "formats/picture/palette.h"
 #include "scene/rscenprt.h"
 
 #include "ompp/soundfixture.h"
@@ -424,7 +425,7 @@ TEST_F(ScenePortTest, ClicksArriveInWhateverOrderPortsGo) {
     EffectsWindow::setBackgroundLocator(
         [bytes = picture.build()](int) { return std::make_unique<MemoryStream>(bytes); });
     EffectsWindow::setPaletteLocator(
-        [](int) { return std::make_unique<MemoryStream>(Bytes(kRrgbSize)); });
+        [](int) { return std::make_unique<MemoryStream>(Bytes(formats::picture::kPaletteSize)); });
     port.reset();
     std::string told;
     window.defaults().mouseDown = [&](Point) { told += "-"; };

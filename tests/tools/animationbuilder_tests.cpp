@@ -1,6 +1,6 @@
 #include "pictures/animationbuilder.h"
 
-#include "aorow.h"
+#include "formats/animation/row.h"
 #include "pictures/palette.h"
 #include "pictures/picture.h"
 #include "testfiles.h"
@@ -11,9 +11,10 @@
 
 namespace {
 
+using formats::Bytes;
+using formats::animation::Entry;
+using formats::animation::Sequence;
 using rsc::AnimationPlan;
-using rsc::AseqSequence;
-using rsc::Bytes;
 using rsc::Palette;
 using rsc::Picture;
 using rsc::Transparency;
@@ -40,7 +41,7 @@ class AnimationBuilder : public testing::Test {
         pictures_[name] = png;
         plan_.frames.push_back({{name, static_cast<int>(plan_.frames.size()) + 1}, dx, dy});
     }
-    void addSequence(AseqSequence entries) {
+    void addSequence(Sequence entries) {
         entries.push_back({0, 0, -1, 0});
         plan_.sequences.push_back({50, std::move(entries)});
     }
@@ -50,13 +51,13 @@ class AnimationBuilder : public testing::Test {
         bytes_ = rsc::buildAnimation(
             plan_, withPalette ? &palette_ : nullptr,
             [&](const rsc::FileName& file) { return Picture::fromPng(pictures_.at(file.path)); });
-        aseq_ = rsc::readAseq(bytes_);
+        aseq_ = rsc::readOrRefuse(formats::animation::readWhole, bytes_);
         std::string text;
         for (const auto& frame : aseq_.frames) {
             Bytes row(static_cast<std::size_t>(frame.width));
             std::size_t used = 0;
             for (int y = 0; y < frame.height; ++y) {
-                used += aorow::decodeRow(frame.rows.subspan(used), row, '.').bytes;
+                used += formats::animation::decodeRow(frame.rows.subspan(used), row, '.').bytes;
                 text.append(row.begin(), row.end());
                 text += '/';
             }
@@ -71,7 +72,7 @@ class AnimationBuilder : public testing::Test {
     Palette palette_;
     std::map<std::string, Bytes> pictures_;
     Bytes bytes_;
-    rsc::Aseq aseq_;
+    formats::animation::Animation aseq_;
 };
 
 TEST_F(AnimationBuilder, CropsFramesAndMovesTheirSteps) {
@@ -81,12 +82,12 @@ TEST_F(AnimationBuilder, CropsFramesAndMovesTheirSteps) {
              10, 20);
     addSequence({{5, -5, 0, 0}, {7, 7, -101, 3}});
     EXPECT_EQ(build(), "r./.b/");
-    const rsc::AseqEntry end{0, 0, -1, 0};
-    EXPECT_EQ(aseq_.sequences[0], (AseqSequence{{16, 16, 0, 0}, {7, 7, -101, 3}, end}))
+    const Entry end{0, 0, -1, 0};
+    EXPECT_EQ(aseq_.sequences[0], (Sequence{{16, 16, 0, 0}, {7, 7, -101, 3}, end}))
         << "what shows no frame is not moved";
     plan_.crop = false;
     EXPECT_EQ(build(), "..../.r../..b./");
-    EXPECT_EQ(aseq_.sequences[0][0], (rsc::AseqEntry{15, 15, 0, 0}));
+    EXPECT_EQ(aseq_.sequences[0][0], (Entry{15, 15, 0, 0}));
 }
 
 TEST_F(AnimationBuilder, SharesEqualFrames) {
@@ -96,16 +97,15 @@ TEST_F(AnimationBuilder, SharesEqualFrames) {
     addFrame(testfiles::truecolourPng(1, {kNone}));      // nothing to see
     addSequence({{0, 0, 0, 0}, {0, 0, 1, 0}, {0, 0, 2, 0}, {0, 0, 3, 0}});
     EXPECT_EQ(build(), "r/b/./");
-    EXPECT_EQ(
-        aseq_.sequences[0],
-        (AseqSequence{{1, 0, 0, 0}, {0, 0, 1, 0}, {4, 0, 0, 0}, {0, 0, 2, 0}, {0, 0, -1, 0}}));
+    EXPECT_EQ(aseq_.sequences[0],
+              (Sequence{{1, 0, 0, 0}, {0, 0, 1, 0}, {4, 0, 0, 0}, {0, 0, 2, 0}, {0, 0, -1, 0}}));
 }
 
 TEST_F(AnimationBuilder, MakesAStillPictureWithoutASequence) {
     addFrame(testfiles::truecolourPng(3, {kNone, {0, 0, 0, 255}, {255, 255, 255, 255}}));
     EXPECT_EQ(build(), std::string("\0\xFF/", 3)) << "black and white are fixed colours";
     EXPECT_EQ(aseq_.sequences[0],
-              (AseqSequence{{0, 0, -4, 0}, {1, 0, 0, 0}, {0, 0, -2, 0}, {0, 0, -1, 0}}));
+              (Sequence{{0, 0, -4, 0}, {1, 0, 0, 0}, {0, 0, -2, 0}, {0, 0, -1, 0}}));
 }
 
 TEST_F(AnimationBuilder, KeepsIndicesUnlessAskedToMapColoursAndDecidesWhatIsTransparent) {

@@ -2,7 +2,6 @@
 
 #include "foreignlibrary.h"
 #include "library/nelibrary.h"
-#include "pictures/aseq.h"
 #include "pictures/cursor.h"
 #include "pictures/palette.h"
 #include "pictures/picture.h"
@@ -39,9 +38,9 @@ Bytes macSound(const Bytes& samples, std::uint8_t length) {
 }
 
 /// One frame of two pixels, one of them transparent, and a sequence that shows it.
-rsc::Aseq packedAnimation() {
+formats::animation::Animation packedAnimation() {
     static const Bytes row = {1, 5, 0, 1, 1, 7};
-    rsc::Aseq aseq;
+    formats::animation::Animation aseq;
     aseq.framesPerSecond = 8;
     aseq.frames = {{3, 1, row}};
     aseq.sequences = {{{1, -2, 0, 90}, {0, 0, -101, 7}, {0, 0, -2, 0}, {0, 0, -1, 0}}};
@@ -212,18 +211,18 @@ TEST_F(ExtractEverything, KeepsASoundBesideWhatPlayersPlay) {
               formats::sound::writeRiff(Bytes{1, 2, 3}, 22254));
 }
 
-rsc::Aseq withRows(const Bytes& rows) {
-    rsc::Aseq aseq = packedAnimation();
+formats::animation::Animation withRows(const Bytes& rows) {
+    formats::animation::Animation aseq = packedAnimation();
     aseq.frames[0].rows = rows;
     return aseq;
 }
 
 TEST_F(Extract, LeavesAsItIsWhatPicturesCannotTell) {
-    const Bytes small = rsc::writeAseq(packedAnimation());
+    const Bytes small = formats::animation::write(packedAnimation());
     static const Bytes otherRuns = {1, 5, 0, 1, 255, 7, 1};
-    rsc::Aseq unused = packedAnimation();
+    formats::animation::Animation unused = packedAnimation();
     unused.sequences[0][2] = {0, 0, -1, 0};
-    rsc::Aseq noFrames = packedAnimation();
+    formats::animation::Animation noFrames = packedAnimation();
     noFrames.sequences.push_back({{0, 0, -1, 0}});
     const Bytes swapped = {0, 1, 0, 1, 8, 1, 0, 0, 0, 0, 0,    0,    0, 0, 0, 0, 0, 0, 0, 2, 0, 0,
                            0, 0, 0, 0, 0, 9, 0, 0, 0, 0, 0xFF, 0xFF, 0, 0, 0, 0, 0, 1, 0, 1, 1, 5};
@@ -232,9 +231,9 @@ TEST_F(Extract, LeavesAsItIsWhatPicturesCannotTell) {
     Bytes palette = rsc::Palette::fromColours({}).resource();
     const RawCase cases[] = {
         {"an animation of ours", "ASEQ", small, "        frame a/ASEQ-1.png"},
-        {"other runs", "ASEQ", rsc::writeAseq(withRows(otherRuns)), ".bin"},
-        {"an end in between", "ASEQ", rsc::writeAseq(unused), ".bin"},
-        {"no frames", "ASEQ", rsc::writeAseq(noFrames), ".bin"},
+        {"other runs", "ASEQ", formats::animation::write(withRows(otherRuns)), ".bin"},
+        {"an end in between", "ASEQ", formats::animation::write(unused), ".bin"},
+        {"no frames", "ASEQ", formats::animation::write(noFrames), ".bin"},
         {"big-endian", "ASEQ", swapped, ".bin"},
         {"bytes behind it", "ASEQ", join({small, {0, 0, 1}}), ".bin"},
         {"reserved bytes", "ASEQ", changed(small, 7, 1), ".bin"},
@@ -357,7 +356,7 @@ TEST_F(Extract, ShowsPicturesInThePaletteThatFits) {
             resources.push_back({"RRGB", id, rsc::Palette::fromColours(wanted).resource()});
         }
         for (const std::uint16_t id : animations)
-            resources.push_back({"ASEQ", id, rsc::writeAseq(withRows(row))});
+            resources.push_back({"ASEQ", id, formats::animation::write(withRows(row))});
         folder_.write(name, rsc::buildNeLibrary("X", resources));
     };
     write("one.rsc", {1, 2}, {2});
@@ -446,7 +445,7 @@ TEST_F(Extract, DoesNotGrowSmallFilesWithoutEnd) {
         same.push_back({"ASEQ", id, {}, 0, 6000});
         overlapping.push_back({"ASEQ", id, {}, i, 5000});
     }
-    Bytes data = rsc::writeAseq(packedAnimation());
+    Bytes data = formats::animation::write(packedAnimation());
     data.resize(7000 * 16);
     expectRoundTrip("a.rsc", testfiles::foreignLibrary(4, same, data));
     EXPECT_EQ(testfiles::namesIn(folder_.at("out/a")).size(), 2U) << "one resource and the layout";
@@ -466,9 +465,10 @@ TEST(NeLibrary, RefusesAFileCutOffAnywhere) {
 
 /// Whatever is taken comes back; all else is refused with a text.
 TEST_F(Extract, SurvivesAnyByteBeingWrong) {
-    const std::vector<Resource> resources = {{"ASEQ", 5, rsc::writeAseq(packedAnimation())},
-                                             {"NFNT", 5, testfonts::kSmallNfnt},
-                                             {"WAVE", 6, macSound({1, 2, 3}, 3)}};
+    const std::vector<Resource> resources = {
+        {"ASEQ", 5, formats::animation::write(packedAnimation())},
+        {"NFNT", 5, testfonts::kSmallNfnt},
+        {"WAVE", 6, macSound({1, 2, 3}, 3)}};
     const Bytes library = rsc::buildNeLibrary("A", resources);
     const auto examine = [&](const Bytes& damaged, std::size_t at) {
         fs::remove_all(folder_.at("out"));

@@ -5,17 +5,17 @@
 
 #include <gmock/gmock.h>
 
-namespace rsc {
-void PrintTo(const AseqEntry& entry, std::ostream* out) {
+namespace formats::animation {
+void PrintTo(const Entry& entry, std::ostream* out) {
     *out << "{" << entry.dx << ", " << entry.dy << ", " << entry.code << ", " << entry.argument
          << "}";
 }
-} // namespace rsc
+} // namespace formats::animation
 
 namespace {
 
+using formats::animation::Sequence;
 using rsc::AnimationPlan;
-using rsc::AseqSequence;
 using rsc::Manifest;
 using rsc::parseManifest;
 using testing::HasSubstr;
@@ -80,14 +80,14 @@ TEST(Manifest, ReadsWhatAuthorsWrite) {
     EXPECT_EQ(parseManifest("map none\n" + rest, "DEFAULT").mapIdentifier, std::nullopt);
 }
 
-AseqSequence sequenceOf(const std::string& text) {
+Sequence sequenceOf(const std::string& text) {
     const std::string start = "library a.rsc\nanimation 1\nrate 5\nframe a b c d e\nsequence ";
     const Manifest manifest = parseManifest(start + text, "M");
     return animationOf(manifest.libraries[0].resources[0]).sequences[0].entries;
 }
 
 TEST(Manifest, ReadsSequences) {
-    const std::pair<std::string, AseqSequence> cases[] = {
+    const std::pair<std::string, Sequence> cases[] = {
         {"1", {{0, 0, 0, 0}, {0, 0, -1, 0}}},
         {"1 end", {{0, 0, 0, 0}, {0, 0, -1, 0}}},
         {"hold 2@-3,4:150 loop", {{0, 0, -4, 0}, {-3, 4, 1, 150}, {0, 0, -2, 0}, {0, 0, -1, 0}}},

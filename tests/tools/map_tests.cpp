@@ -1,8 +1,8 @@
 #include "library/map.h"
 
 #include "foreignlibrary.h"
+#include "formats/animation/animation.h"
 #include "library/nelibrary.h"
-#include "pictures/aseq.h"
 #include "tooltest.h"
 
 namespace {
@@ -12,13 +12,13 @@ using rsc::Resource;
 
 Bytes soundAnimation() {
     static const Bytes row = {1, 5};
-    rsc::Aseq aseq;
+    formats::animation::Animation aseq;
     aseq.frames = {{1, 1, row}};
-    const rsc::AseqEntry end{0, 0, -1, 0};
+    const formats::animation::Entry end{0, 0, -1, 0};
     aseq.sequences = {{{0, 0, 0, 5}, {0, 0, -101, 7}, {0, 0, 0, 5}, {0, 0, -101, 7}, end},
                       {end},
                       {{0, 0, -101, 9}, {0, 0, -101, 7}, {0, 0, -102, 8}, end}};
-    return rsc::writeAseq(aseq);
+    return formats::animation::write(aseq);
 }
 
 constexpr std::string_view kSounds = "AO: 2001\tSequence: 1\tSound: 7\n"

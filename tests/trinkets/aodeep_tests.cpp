@@ -47,7 +47,7 @@ std::shared_ptr<AOImage> imageOf(int width, const std::vector<std::uint8_t>& pix
     frame.width = width;
     frame.height = static_cast<int>(pixels.size() / row);
     for (std::size_t at = 0; at < pixels.size(); at += row)
-        aorow::encodeRow(std::span(pixels).subspan(at, row), kKey, frame.rows);
+        formats::animation::encodeRow(std::span(pixels).subspan(at, row), kKey, frame.rows);
     return builder.sequence({{0, 0, 0, 0}}).image();
 }
 

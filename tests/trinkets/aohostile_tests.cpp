@@ -150,11 +150,11 @@ TEST_F(HostileAnimationTest, WrongNumbersAreRefusedOrCostNoMoreThanTheirFrame) {
 
 TEST_F(HostileAnimationTest, AnySwapFlagMeansTheOtherByteOrder) {
     for (const int flag : {1, 2, 0x80, 0xFF}) {
-        EXPECT_EQ(outcome(patched(small().build(true), 5, flag, 1)), kWhole) << flag;
+        EXPECT_EQ(outcome(patched(small().build(std::endian::big), 5, flag, 1)), kWhole) << flag;
         EXPECT_EQ(outcome(patched(small().build(), 5, flag, 1)), kTableCut)
             << "two frames become 512";
     }
-    EXPECT_EQ(outcome(patched(small().build(true), 5, 0, 1)), kTableCut);
+    EXPECT_EQ(outcome(patched(small().build(std::endian::big), 5, 0, 1)), kTableCut);
 }
 
 // Rows

@@ -1,8 +1,11 @@
-// Puts animation resources together. See aoimage.h for their layout.
+// Puts animation resources together, damaged ones too.
 #pragma once
 
+#include "ompp/memoryfiles.h"
+
 #include "aoimage.h"
-#include "aorow.h"
+#include "formats/animation/animation.h"
+#include "formats/animation/row.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -39,8 +42,8 @@ struct AseqBuilder {
         made.width = static_cast<int>(rows.at(0).size());
         made.height = static_cast<int>(rows.size());
         for (const std::string& row : rows)
-            aorow::encodeRow({reinterpret_cast<const std::uint8_t*>(row.data()), row.size()}, '.',
-                             made.rows);
+            formats::animation::encodeRow(
+                {reinterpret_cast<const std::uint8_t*>(row.data()), row.size()}, '.', made.rows);
         return *this;
     }
     /// A frame of one colour.
@@ -53,39 +56,11 @@ struct AseqBuilder {
         return *this;
     }
 
-    [[nodiscard]] std::vector<std::byte> build(bool swapped = false) const {
-        std::vector<std::byte> out;
-        const auto number = [&](std::uint32_t value, int bytes) {
-            for (int i = 0; i < bytes; ++i)
-                out.push_back(static_cast<std::byte>(value >> 8 * (swapped ? bytes - 1 - i : i)));
-        };
-        const auto word = [&](int value) { number(static_cast<std::uint32_t>(value), 2); };
-        word(static_cast<int>(sequences.size()));
-        word(static_cast<int>(frames.size()));
-        number(static_cast<std::uint32_t>(rate), 1);
-        number(swapped ? 1 : 0, 1);
-        number(0, 4);
-        std::size_t offset = 0;
-        for (const Frame& frame : frames) {
-            number(static_cast<std::uint32_t>(offset), 4);
-            offset += 6 + frame.rows.size();
-        }
-        for (const int byte : {x & 255, y & 255, (x >> 8 & 15) | (y >> 8 & 15) << 4, depth})
-            number(static_cast<std::uint32_t>(byte), 1);
-        for (const AOSequence& sequence : sequences) {
-            word(static_cast<int>(sequence.size()));
-            for (const AOEntry& entry : sequence)
-                for (const int field : {entry.dx, entry.dy, entry.code, entry.argument})
-                    word(field);
-        }
-        for (const Frame& frame : frames) {
-            out.insert(out.end(), 2, std::byte{0}); // reserved, in either byte order
-            word(frame.width);
-            word(frame.height);
-            const auto rows = std::as_bytes(std::span(frame.rows));
-            out.insert(out.end(), rows.begin(), rows.end());
-        }
-        return out;
+    [[nodiscard]] Bytes build(std::endian order = std::endian::little) const {
+        formats::animation::Animation made{rate, x, y, depth, {}, sequences};
+        for (const Frame& frame : frames)
+            made.frames.push_back({frame.width, frame.height, frame.rows});
+        return toBytes(formats::animation::write(made, order));
     }
     [[nodiscard]] std::shared_ptr<AOImage> image() const {
         std::string problem;

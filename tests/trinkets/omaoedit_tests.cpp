@@ -169,7 +169,7 @@ TEST_F(EditTest, ScriptsWriteFieldsOfTheEntryShown) {
 }
 
 TEST_F(EditTest, SequencesComeAndGo) {
-    EXPECT_EQ(animation->addSequence(), 2);
+    EXPECT_EQ(animation->addSequence({}), 2);
     EXPECT_EQ(animation->addSequence({entry(3, 10), entry(-2)}), 3);
     EXPECT_EQ(other->sequenceCount(), 2);
     animation->setSequence(2, true);

@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <random>
+
 namespace {
 
 using testing::ElementsAre;

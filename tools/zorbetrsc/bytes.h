@@ -15,8 +15,6 @@ namespace rsc {
 using Bytes = std::vector<std::uint8_t>;
 using ByteSpan = std::span<const std::uint8_t>;
 
-inline constexpr int kLargestByte = 255;
-
 inline void put8(Bytes& out, std::size_t value) { out.push_back(value & 0xFF); }
 
 inline void put16(Bytes& out, std::size_t value) {

@@ -1,9 +1,10 @@
 // One frame of an animation, in the form that it is drawn from.
 //
-// The packed rows (aorow.h) are taken apart once. What is opaque of each row becomes segments,
-// whose pixels are ready for the canvases of one depth, so that drawing is copying. Opaque pixels
-// with short gaps between them are one segment with a mask: noise would otherwise fall apart into
-// thousands of them. Long fills stay fills, and what is transparent takes no space.
+// The packed rows (formats/animation/row.h) are taken apart once. What is opaque of each row
+// becomes segments, whose pixels are ready for the canvases of one depth, so that drawing is
+// copying. Opaque pixels with short gaps between them are one segment with a mask: noise would
+// otherwise fall apart into thousands of them. Long fills stay fills, and what is transparent takes
+// no space.
 //
 // A direction is a turn of the frame inside its bounding rectangle: the columns or the rows are
 // mirrored, then rows and columns may change places. The hit test goes the same way backwards, so

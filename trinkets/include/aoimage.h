@@ -3,19 +3,6 @@
 // only single entries do (replaceEntry). The frames stay packed; those that are shown are kept
 // beside in the form that they are drawn from. Main thread only, reading too.
 //
-//     offset      size
-//      0          int16        number of sequences
-//      2          int16        number of frames
-//      4          uint8        frames per second; 0: each frame entry carries its own duration
-//      5          uint8        swap flag: not 0 when the numbers are big-endian
-//      6          4            reserved
-//     10          int32 each   offset of each frame in the frame data
-//      then       4            embedded placement: low bytes of x and y, high four bits of both,
-//                              depth
-//      then, each sequence     int16 number of entries, then 8 bytes an entry: dx, dy, code,
-//                              argument
-//      then       frame data; a frame is int16 reserved, width, height, then its packed rows
-//
 // Tables that do not fit into the resource make it unusable. A frame that lies outside of it, or
 // has a negative size, becomes an empty frame; rows that are cut short end transparent.
 #pragma once
@@ -31,23 +18,12 @@
 #include <unordered_map>
 #include <vector>
 
-/// One entry of a sequence. Codes from 0 on show the frame of that number at an offset of dx, dy.
-struct AOEntry {
-    std::int16_t dx = 0; ///< pixels
-    std::int16_t dy = 0;
-    std::int16_t code = 0;
-    std::int16_t argument = 0; ///< frames: milliseconds; sounds: resource id
+namespace formats::animation {
+struct Entry;
+}
 
-    static constexpr std::int16_t kEnd = -1;
-    static constexpr std::int16_t kLoop = -2;
-    static constexpr std::int16_t kHold = -4;
-    static constexpr std::int16_t kSound = -101;
-    /// Codes up to this one are notification markers; any other negative code is passed.
-    static constexpr std::int16_t kFirstMarker = -500;
-
-    [[nodiscard]] bool isFrame() const { return code >= 0; }
-    friend bool operator==(const AOEntry&, const AOEntry&) = default;
-};
+/// Who looks into one includes formats/animation/animation.h.
+using AOEntry = formats::animation::Entry;
 
 /// The new colour index of each.
 using AOColorMap = std::array<std::uint8_t, 256>;
@@ -86,8 +62,8 @@ class AOImage {
     [[nodiscard]] int frameCount() const { return static_cast<int>(frames_.size()); }
     /// 0 x 0 for a number that has no frame.
     [[nodiscard]] AOSize frameSize(int index) const;
-    /// Its rows as the resource has them (aorow.h), and what follows them; empty for a number that
-    /// has no frame.
+    /// Its rows as the resource has them (formats/animation/row.h), and what follows them; empty
+    /// for a number that has no frame.
     [[nodiscard]] std::span<const std::uint8_t> packedRows(int index) const;
     /// For canvases of 8 bits, kept; an empty frame for a number that has none. Lives until another
     /// frame is asked for.
@@ -103,7 +79,6 @@ class AOImage {
     [[nodiscard]] std::shared_ptr<AOImage> recoloured(const AOColorMap& map) const;
 
   private:
-    class Reader;
     struct FrameRecord {
         AOSize size;
         std::size_t rows = 0; ///< offset in `data_`

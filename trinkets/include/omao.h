@@ -163,8 +163,8 @@ class OMAnimation : public OMTrinket {
     // it sees the new one. Playback goes on with the entry that was next before; when the entry of
     // the frame shown is deleted, the next frame behind it is shown.
 
-    /// Without entries: the end only; a missing end is added. Returns the index.
-    int addSequence(AOSequence entries = {});
+    /// A missing end is added. Returns the index.
+    int addSequence(AOSequence entries);
     /// Instead of the current sequence the one that takes its place is shown, or the last one.
     void deleteSequence(int index = kCurrent);
     void replaceEntry(const AOEntry& entry, int position = kCurrent);

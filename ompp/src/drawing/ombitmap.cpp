@@ -1,105 +1,43 @@
 #include "ombitmap.h"
 
-#include "dib.h"
-#include "formats/base/bytes.h"
+#include "formats/picture/bitmap.h"
 #include "omdebug.h"
 #include "omistream.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
+
+using formats::picture::BitmapFault;
 
 namespace {
-
-constexpr std::size_t kFileHeader = 14;
-constexpr const char* kUnknown = "OMBitmap::createInstance - unknown bitmap type!";
 
 bool refuse(const char* condition, const char* message) {
     return OMDebug::check(false, condition, message);
 }
 
-/// The fields of the information header that matter.
-struct Info {
-    std::int32_t width = 0;
-    std::int32_t height = 0; ///< negative: the highest row comes first
-    int depth = 0;
-    std::uint32_t compression = 0;
-    std::uint32_t colours = 0;
-
-    [[nodiscard]] bool isUsable() const {
-        const auto isSide = [](std::int64_t side) {
-            return side >= 1 && side <= OMBitmap::kMaxSide;
-        };
-        const bool depthExists = depth == 8 || depth == 16 || depth == 24 || depth == 32;
-        return depthExists && compression == dib::kUncompressed && isSide(width) &&
-               isSide(std::abs(std::int64_t{height}));
+void refuse(BitmapFault fault) {
+    switch (fault) {
+    case BitmapFault::None: return;
+    case BitmapFault::Unknown:
+        refuse("unknown", "OMBitmap::createInstance - unknown bitmap type!");
+        return;
+    case BitmapFault::PaletteSize:
+        refuse("bmiHeader->biClrUsed != 256",
+               "OMBitmap::createInstance - 8 bit BMP's must have an OM palette!");
+        return;
+    case BitmapFault::UnwantedPalette:
+        refuse("bmiHeader->biClrUsed != 0",
+               "OMBitmap::createInstance - 16/32 bit BMP's cannot have a palette!");
+        return;
     }
-    [[nodiscard]] int rows() const { return std::abs(height); }
-};
-
-/// Leaves the reader behind the header; false when there is none.
-bool readInfo(formats::ByteReader& reader, Info& info) {
-    if (reader.text(2) == "BM")
-        reader.seek(kFileHeader);
-    else
-        reader.seek(0);
-    if (reader.u32() != dib::kInfoHeader) return false;
-    info.width = reader.i32();
-    info.height = reader.i32();
-    reader.skip(2); // planes
-    info.depth = reader.u16();
-    info.compression = reader.u32();
-    reader.skip(12); // size of the pixels, pixels a metre
-    info.colours = reader.u32();
-    reader.skip(4); // important colours
-    return reader.ok();
 }
 
-/// The colour table of an 8-bit picture.
-OMDevicePalette readTable(formats::ByteReader& reader) {
+OMDevicePalette withFixedColours(const formats::picture::Palette& given) {
     OMDevicePalette palette = OMDefaultPalette();
-    for (int i = 0; i < platform::kPaletteSize; ++i) {
-        platform::Rgb colour;
-        colour.blue = reader.u8();
-        colour.green = reader.u8();
-        colour.red = reader.u8();
-        reader.skip(1);
-        if (OMIsGameColor(i)) palette[static_cast<std::size_t>(i)] = colour;
+    for (int i = platform::kFirstFreeColour; i < platform::kFirstHighStaticColour; ++i) {
+        const auto& [red, green, blue] = given[static_cast<std::size_t>(i)];
+        palette[static_cast<std::size_t>(i)] = {red, green, blue};
     }
     return palette;
-}
-
-/// None, after a failed check, when the table is not what the depth wants. Others than 8-bit
-/// pictures have none, except that 24-bit ones may bring one that is passed over.
-bool readColours(formats::ByteReader& reader, const Info& info,
-                 std::optional<OMDevicePalette>& palette) {
-    if (info.depth == 8) {
-        if (info.colours != 0 && info.colours != platform::kPaletteSize)
-            return refuse("bmiHeader->biClrUsed != 256",
-                          "OMBitmap::createInstance - 8 bit BMP's must have an OM palette!");
-        palette = readTable(reader);
-    } else if (info.depth == 24) {
-        reader.skip(std::size_t{info.colours} * dib::kTableEntry);
-    } else if (info.colours != 0) {
-        return refuse("bmiHeader->biClrUsed != 0",
-                      "OMBitmap::createInstance - 16/32 bit BMP's cannot have a palette!");
-    }
-    return true;
-}
-
-/// Rows are padded alike in the data and in surfaces.
-bool readPixels(formats::ByteReader& reader, const Info& info, platform::Surface& surface) {
-    for (int i = 0; i < info.rows(); ++i) {
-        const auto row = reader.bytes(surface.stride());
-        if (row.empty()) return false;
-        std::memcpy(surface.row(info.height > 0 ? info.rows() - 1 - i : i), row.data(), row.size());
-    }
-    return true;
-}
-
-std::size_t strideOf(const Info& info) {
-    return (static_cast<std::size_t>(info.width) * static_cast<std::size_t>(info.depth / 8) + 3) /
-           4 * 4;
 }
 
 } // namespace
@@ -109,17 +47,17 @@ std::unique_ptr<OMBitmap> OMBitmap::createInstance(OMIStream& stream) {
     if (!OMDebug::check(stream.isWhole(), "!stream->isCached()",
                         "OMBitmap::OMBitmap - OMIStream source must be cached!"))
         return nullptr;
-    formats::ByteReader reader(stream.readAll());
-    Info info;
-    if (!OMDebug::check(readInfo(reader, info) && info.isUsable(), "unknown", kUnknown))
+    BitmapFault fault = BitmapFault::None;
+    const auto stored = formats::picture::readBitmap(formats::asNumbers(stream.readAll()), fault);
+    if (!stored) {
+        refuse(fault);
         return nullptr;
+    }
+    platform::Surface surface(stored->width, stored->height, stored->depth);
+    for (int y = 0; y < stored->height; ++y) // rows are padded alike in the data and in surfaces
+        std::ranges::copy(stored->row(y), surface.row(y));
     std::optional<OMDevicePalette> palette;
-    if (!readColours(reader, info, palette)) return nullptr;
-    const bool isThere =
-        reader.ok() && reader.remaining() / strideOf(info) >= static_cast<std::size_t>(info.rows());
-    if (!OMDebug::check(isThere, "unknown", kUnknown)) return nullptr;
-    platform::Surface surface(info.width, info.rows(), info.depth);
-    if (!OMDebug::check(readPixels(reader, info, surface), "unknown", kUnknown)) return nullptr;
+    if (stored->palette) palette = withFixedColours(*stored->palette);
     return std::unique_ptr<OMBitmap>(new OMBitmap(std::move(surface), palette));
 }
 

@@ -1,5 +1,6 @@
 #include "ompalette.h"
 
+#include "formats/picture/palette.h"
 #include "omdebug.h"
 
 using platform::Rgb;
@@ -54,13 +55,12 @@ std::uint8_t OMNearestEntry(const OMDevicePalette& palette, Rgb color) {
 }
 
 std::optional<OMPalette> OMReadPalette(std::span<const std::byte> data) {
-    if (!OMDebug::check(data.size() >= kRrgbSize, "!palette", "no palette")) return std::nullopt;
-    // The words' high bytes are lost when the intensity moves up to fill the component.
-    const auto component = [&data](std::size_t word) {
-        return static_cast<std::uint16_t>(std::to_integer<unsigned>(data[word * 2]) << 8);
-    };
+    const auto stored = formats::picture::readPalette(formats::asNumbers(data));
+    if (!OMDebug::check(stored.has_value(), "!palette", "no palette")) return std::nullopt;
     OMPalette colors;
-    for (std::size_t i = 0; i < colors.size(); ++i)
-        colors[i].set(component(i * 3), component(i * 3 + 1), component(i * 3 + 2));
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        const auto& [red, green, blue] = (*stored)[i];
+        colors[i] = OMColor::fromRgb8({red, green, blue});
+    }
     return colors;
 }

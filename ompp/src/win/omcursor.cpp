@@ -1,6 +1,6 @@
 #include "omcursor.h"
 
-#include "omcursorimage.h"
+#include "formats/picture/cursor.h"
 #include "omdebug.h"
 #include "omplatform.h"
 #include "omresmgr.h"
@@ -41,7 +41,11 @@ OMCursor::~OMCursor() = default;
 
 void OMCursor::makeFrom(int id, std::span<const std::byte> resource) {
     platform::Display& display = OMPlatform().display();
-    if (const auto image = OMReadCursorImage(resource)) handle_ = display.makeCursor(id, *image);
+    if (auto stored = formats::picture::readCursor(formats::asNumbers(resource))) {
+        const auto& [x, y] = stored->hotSpot;
+        handle_ = display.makeCursor(
+            id, {stored->width, stored->height, {x, y}, std::move(stored->pixels)});
+    }
     if (!handle_) handle_ = display.makeCursor(kOMCursorArrow);
 }
 

@@ -1,5 +1,6 @@
 #include "fonts/fontlines.h"
 
+#include "refusal.h"
 #include "text.h"
 
 namespace rsc {

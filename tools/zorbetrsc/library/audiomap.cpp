@@ -1,15 +1,19 @@
 #include "library/audiomap.h"
 
-#include "pictures/aseq.h"
+#include "formats/animation/animation.h"
+#include "refusal.h"
 
 namespace rsc {
 
+using formats::animation::Entry;
+
 void AudioMap::add(int id, ByteSpan animation) {
     int sequence = 0;
-    for (const AseqSequence& entries : readAseq(animation).sequences) {
+    for (const formats::animation::Sequence& entries :
+         readOrRefuse(formats::animation::readWhole, animation).sequences) {
         ++sequence;
-        for (const AseqEntry& entry : entries) {
-            if (entry.code != entrycode::kSound) continue;
+        for (const Entry& entry : entries) {
+            if (entry.code != Entry::kSound) continue;
             const formats::map::SequenceSound sound{id, sequence, entry.argument};
             if (known_.insert(sound).second) sounds_.push_back(sound);
         }

@@ -33,12 +33,10 @@ bool fillsUpTo(ByteSpan data, ByteSpan stored, std::size_t unit) {
 
 /// The bytes of a cursor's file; none when it is no such file.
 std::optional<std::size_t> cursorLength(const ResourceEntry& entry, ByteSpan stored) {
-    if (entry.type != "CURSOR" || !isCursorFile(stored)) return std::nullopt;
-    try {
-        return readCursorFile(stored).length;
-    } catch (const Refusal&) { // damage, which was told before
-        return std::nullopt;
-    }
+    if (entry.type != "CURSOR") return std::nullopt;
+    std::string problem; // of damage, which was told before
+    const auto file = formats::picture::readCursorFile(stored, problem);
+    return file ? std::optional(file->length) : std::nullopt;
 }
 
 Bytes copyOf(ByteSpan bytes) { return {bytes.begin(), bytes.end()}; }
@@ -117,7 +115,7 @@ bool LibraryUnpacker::unpackMade(const ResourceEntry& entry) {
     try {
         if (entry.type == "ASEQ") return unpackAnimated(entry);
         const ByteSpan stored = library_.data(entry);
-        if (entry.type == "CURSOR" && !isCursorFile(stored)) return false;
+        if (entry.type == "CURSOR" && !formats::picture::isCursorFile(stored)) return false;
         auto unpacked = entry.type == "NFNT" ? unpackFont(stored, entry.id, nameOf(entry))
                                              : unpackCursor(stored, entry.id, nameOf(entry));
         if (!comesBack(entry, unpacked)) return false;

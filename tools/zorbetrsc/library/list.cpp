@@ -1,12 +1,12 @@
 #include "library/list.h"
 
 #include "filesystem.h"
+#include "formats/animation/animation.h"
 #include "formats/font/nfnt.h"
 #include "library/nelibrary.h"
 #include "movies/movieinfo.h"
-#include "pictures/aseq.h"
 #include "pictures/cursor.h"
-#include "pictures/gamecursor.h"
+#include "refusal.h"
 #include "sounds/gamesound.h"
 #include "text.h"
 
@@ -24,15 +24,15 @@ constexpr int kSizeWidth = 9;
 
 /// Frames, sequences and the size of the largest frame.
 std::string describeAnimation(ByteSpan data) {
-    const Aseq aseq = readAseq(data);
+    const auto animation = readOrRefuse(formats::animation::readWhole, data);
     int width = 0;
     int height = 0;
-    for (const AseqFrame& frame : aseq.frames) {
+    for (const formats::animation::Frame& frame : animation.frames) {
         width = std::max(width, frame.width);
         height = std::max(height, frame.height);
     }
-    return counted(aseq.frames.size(), "frame") + ", " +
-           counted(aseq.sequences.size(), "sequence") + ", " + std::to_string(width) + "x" +
+    return counted(animation.frames.size(), "frame") + ", " +
+           counted(animation.sequences.size(), "sequence") + ", " + std::to_string(width) + "x" +
            std::to_string(height);
 }
 
@@ -46,7 +46,8 @@ std::string describeFont(ByteSpan data) {
 /// The size and hot spot of every picture.
 std::string describePictures(ByteSpan data) {
     std::string text;
-    for (const auto& [width, height, hotSpot, image] : readCursorFile(data).entries) {
+    for (const auto& [width, height, hotSpot, image] :
+         readOrRefuse(formats::picture::readCursorFile, data).entries) {
         if (!text.empty()) text += "; ";
         text += std::to_string(width) + "x" + std::to_string(height) + ", hot spot " +
                 std::to_string(hotSpot.x) + " " + std::to_string(hotSpot.y);

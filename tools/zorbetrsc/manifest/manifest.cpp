@@ -5,7 +5,9 @@
 #include "library/resourcemap.h"
 #include "manifest/manifestcheck.h"
 #include "manifest/words.h"
+#include "pictures/cursor.h"
 #include "pictures/sequencetext.h"
+#include "refusal.h"
 #include "sounds/gamesound.h"
 #include "text.h"
 
@@ -220,8 +222,10 @@ class ManifestParser {
     }
 
     void readPlace(WordReader& words) {
-        animation_->x = words.number("x", kSmallestPlace, kLargestPlace);
-        animation_->y = words.number("y", kSmallestPlace, kLargestPlace);
+        animation_->x = words.number("x", formats::animation::kSmallestPlace,
+                                     formats::animation::kLargestPlace);
+        animation_->y = words.number("y", formats::animation::kSmallestPlace,
+                                     formats::animation::kLargestPlace);
         if (!words.atEnd()) animation_->depth = words.number("the depth", 0, kLargestByte);
     }
 

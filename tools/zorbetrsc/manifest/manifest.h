@@ -3,8 +3,8 @@
 #pragma once
 
 #include "fonts/bitmapfont.h"
-#include "pictures/aseq.h"
-#include "pictures/cursor.h"
+#include "formats/animation/animation.h"
+#include "formats/picture/cursor.h"
 #include "platform/display.h"
 
 #include <bitset>
@@ -49,7 +49,7 @@ struct FramePlan {
 
 struct SequencePlan {
     int line = 0;
-    AseqSequence entries; ///< codes count the frames as listed, from 0
+    formats::animation::Sequence entries; ///< codes count the frames as listed, from 0
 };
 
 struct AnimationPlan {
@@ -90,7 +90,7 @@ struct FontPlan {
 
 struct CursorPlan {
     FileName file;
-    HotSpot hotSpot;
+    formats::picture::HotSpot hotSpot;
 };
 
 struct SoundPlan {

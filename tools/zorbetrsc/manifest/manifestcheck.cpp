@@ -8,7 +8,7 @@ namespace rsc {
 namespace {
 
 void checkSequence(const AnimationPlan& animation, const SequencePlan& sequence) {
-    for (const AseqEntry& entry : sequence.entries) {
+    for (const formats::animation::Entry& entry : sequence.entries) {
         if (entry.code >= std::ssize(animation.frames)) {
             throw Refusal("the sequence shows frame " + std::to_string(entry.code + 1) +
                           ", but there are only " + std::to_string(animation.frames.size()));

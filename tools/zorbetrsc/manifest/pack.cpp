@@ -7,7 +7,7 @@
 #include "manifest/words.h"
 #include "pictures/animationbuilder.h"
 #include "pictures/colourwarnings.h"
-#include "pictures/gamecursor.h"
+#include "pictures/cursor.h"
 #include "pictures/palette.h"
 #include "pictures/picture.h"
 #include "sounds/gamesound.h"

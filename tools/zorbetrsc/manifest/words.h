@@ -9,6 +9,11 @@
 
 namespace rsc {
 
+/// What fields of resources hold.
+inline constexpr int kLargestByte = 255;
+inline constexpr int kLargestInt16 = 32767;
+inline constexpr int kSmallestInt16 = -32768;
+
 struct Word {
     std::string text;
     bool quoted = false;

@@ -1,8 +1,10 @@
 #include "pictures/animationbuilder.h"
 
-#include "aorow.h"
+#include "formats/animation/row.h"
+#include "manifest/words.h"
 #include "pictures/palettelift.h"
 #include "pictures/picture.h"
+#include "refusal.h"
 
 #include <algorithm>
 #include <array>
@@ -10,6 +12,10 @@
 #include <tuple>
 
 namespace rsc {
+
+using formats::Bytes;
+using formats::animation::Entry;
+using formats::animation::Sequence;
 
 namespace {
 
@@ -152,7 +158,7 @@ Bytes packRows(const IndexedFrame& frame, const Box& box) {
             const std::size_t at = frame.at(box.left, y) + i;
             row[i] = frame.opaque[at] ? frame.indices[at] : clear.value_or(0);
         }
-        aorow::encodeRow(row, clear, rows);
+        formats::animation::encodeRow(row, clear, rows);
     }
     return rows;
 }
@@ -171,16 +177,19 @@ class AnimationBuilder {
         : plan_(plan), mapper_(plan, palette), load_(load), watch_(watch) {}
 
     Bytes build() {
-        aseq_.framesPerSecond = plan_.rate.value_or(plan_.sequences.empty() ? kStillRate : 0);
-        aseq_.x = plan_.x;
-        aseq_.y = plan_.y;
-        aseq_.depth = plan_.depth;
+        animation_.framesPerSecond =
+            plan_.rate.value_or(plan_.sequences.empty() ? formats::animation::kStillRate : 0);
+        animation_.x = plan_.x;
+        animation_.y = plan_.y;
+        animation_.depth = plan_.depth;
         for (const FramePlan& frame : plan_.frames)
             placed_.push_back(atLine(frame.file.line, [&] { return place(frame); }));
         for (const SequencePlan& sequence : plan_.sequences)
             atLine(sequence.line, [&] { addSequence(sequence.entries); });
-        if (plan_.sequences.empty()) addSequence(stillSequence());
-        return writeAseq(aseq_);
+        if (plan_.sequences.empty()) addSequence(formats::animation::stillSequence());
+        if (const std::string problem = whyNotStored(animation_); !problem.empty())
+            throw Refusal(problem);
+        return write(animation_);
     }
 
   private:
@@ -192,8 +201,8 @@ class AnimationBuilder {
         const int width = box.right - box.left;
         const int height = box.bottom - box.top;
         const auto [stored, isNew] =
-            numbers_.try_emplace({width, height, packRows(frame, box)}, aseq_.frames.size());
-        if (isNew) aseq_.frames.push_back({width, height, std::get<Bytes>(stored->first)});
+            numbers_.try_emplace({width, height, packRows(frame, box)}, animation_.frames.size());
+        if (isNew) animation_.frames.push_back({width, height, std::get<Bytes>(stored->first)});
         return {static_cast<int>(stored->second), plan.dx + box.left, plan.dy + box.top};
     }
 
@@ -203,24 +212,24 @@ class AnimationBuilder {
         if (loss.lost > 0) watch_.onLoss(file, loss);
     }
 
-    void addSequence(const AseqSequence& entries) {
-        AseqSequence& sequence = aseq_.sequences.emplace_back(entries);
-        for (AseqEntry& entry : sequence) {
+    void addSequence(const Sequence& entries) {
+        Sequence& sequence = animation_.sequences.emplace_back(entries);
+        for (Entry& entry : sequence) {
             if (entry.code < 0) continue;
             const PlacedFrame& frame = placed_[static_cast<std::size_t>(entry.code)];
-            entry.code = frame.number;
+            entry.code = static_cast<std::int16_t>(frame.number);
             entry.dx = shifted(entry.dx, frame.dx);
             entry.dy = shifted(entry.dy, frame.dy);
         }
     }
 
-    static int shifted(int offset, int by) {
+    static std::int16_t shifted(int offset, int by) {
         const int sum = offset + by;
         if (sum < kSmallestInt16 || sum > kLargestInt16)
             throw Refusal("a step's offset, with that of its frame, is " + std::to_string(sum) +
                           ", allowed is " + std::to_string(kSmallestInt16) + " to " +
                           std::to_string(kLargestInt16));
-        return sum;
+        return static_cast<std::int16_t>(sum);
     }
 
     const AnimationPlan& plan_;
@@ -230,17 +239,10 @@ class AnimationBuilder {
     /// Width, height and rows of every stored frame; keeps the rows.
     std::map<std::tuple<int, int, Bytes>, std::size_t> numbers_;
     std::vector<PlacedFrame> placed_;
-    Aseq aseq_;
+    formats::animation::Animation animation_;
 };
 
 } // namespace
-
-AseqSequence stillSequence() {
-    return {{0, 0, entrycode::kHold, 0},
-            {0, 0, 0, 0},
-            {0, 0, entrycode::kLoop, 0},
-            {0, 0, entrycode::kEnd, 0}};
-}
 
 Bytes buildAnimation(const AnimationPlan& plan, const Palette* palette, const PictureLoader& load,
                      const ColourWatch& watch) {

@@ -12,11 +12,6 @@ namespace rsc {
 
 class Picture;
 
-/// Rate of a still picture, in whose manifest there is no sequence.
-inline constexpr int kStillRate = 8;
-/// That sequence: it stands still on the first frame until it is played.
-[[nodiscard]] AseqSequence stillSequence();
-
 /// Loads the picture that a manifest names.
 using PictureLoader = std::function<Picture(const FileName&)>;
 
@@ -27,7 +22,8 @@ struct ColourWatch {
 };
 
 /// `palette` may be absent; truecolour pictures are refused then.
-[[nodiscard]] Bytes buildAnimation(const AnimationPlan& plan, const Palette* palette,
-                                   const PictureLoader& load, const ColourWatch& watch = {});
+[[nodiscard]] formats::Bytes buildAnimation(const AnimationPlan& plan, const Palette* palette,
+                                            const PictureLoader& load,
+                                            const ColourWatch& watch = {});
 
 } // namespace rsc

@@ -1,11 +1,12 @@
 #include "pictures/animationunpacker.h"
 
-#include "aorow.h"
+#include "formats/animation/row.h"
 #include "manifest/manifest.h"
 #include "pictures/animationbuilder.h"
 #include "pictures/picture.h"
 #include "pictures/sequencetext.h"
 #include "pictures/writepng.h"
+#include "refusal.h"
 
 #include <algorithm>
 #include <bitset>
@@ -14,23 +15,27 @@
 
 namespace rsc {
 
+namespace animation = formats::animation;
+using formats::Bytes;
+using formats::ByteSpan;
+
 namespace {
 
 constexpr std::size_t kPicturesOfALine = 4;
 
 using IndexSet = std::bitset<platform::kPaletteSize>;
 
-std::size_t pixelCount(const AseqFrame& frame) {
+std::size_t pixelCount(const animation::Frame& frame) {
     return static_cast<std::size_t>(frame.width) * static_cast<std::size_t>(frame.height);
 }
 
 /// The indices of a frame's opaque pixels.
-IndexSet usedIndices(const AseqFrame& frame) {
+IndexSet usedIndices(const animation::Frame& frame) {
     IndexSet used;
     std::size_t at = 0;
     for (int y = 0; y < frame.height; ++y) {
-        aorow::RowReader reader(frame.rows.subspan(at), frame.width);
-        for (aorow::RowRun run; reader.next(run);)
+        animation::RowReader reader(frame.rows.subspan(at), frame.width);
+        for (animation::RowRun run; reader.next(run);)
             for (const std::uint8_t index : run.colours) used.set(index);
         at += reader.end().bytes;
     }
@@ -46,19 +51,19 @@ std::optional<std::uint8_t> freeIndex(const IndexSet& used) {
 }
 
 /// A frame's pixels, the transparent ones with the index `clear`.
-Bytes decode(const AseqFrame& frame, std::uint8_t clear) {
+Bytes decode(const animation::Frame& frame, std::uint8_t clear) {
     Bytes pixels(pixelCount(frame));
     const auto width = static_cast<std::size_t>(frame.width);
     std::size_t at = 0;
     for (std::size_t y = 0; y < static_cast<std::size_t>(frame.height); ++y) {
         const auto row = std::span(pixels).subspan(y * width, width);
-        at += aorow::decodeRow(frame.rows.subspan(at), row, clear).bytes;
+        at += animation::decodeRow(frame.rows.subspan(at), row, clear).bytes;
     }
     return pixels;
 }
 
 /// Whether every side of a frame has an opaque pixel, or the frame is but one pixel.
-bool isCropped(const AseqFrame& frame, const Bytes& pixels, std::uint8_t clear) {
+bool isCropped(const animation::Frame& frame, const Bytes& pixels, std::uint8_t clear) {
     const auto width = static_cast<std::size_t>(frame.width);
     const std::size_t last = pixels.size() - width; // row
     const auto opaqueIn = [&](std::size_t first, std::size_t end, std::size_t step) {
@@ -80,27 +85,28 @@ std::string pictureSuffix(std::size_t number, std::size_t count) {
 
 class Unpacker {
   public:
-    Unpacker(const Aseq& aseq, int id, const Colours& shown, const std::string& name)
-        : aseq_(aseq), id_(id), name_(name) {
+    Unpacker(const animation::Animation& stored, int id, const Colours& shown,
+             const std::string& name)
+        : stored_(stored), id_(id), name_(name) {
         for (std::size_t i = 0; i < shown.size(); ++i) palette_[i].colour = shown[i];
     }
 
     /// None when a frame cannot be a picture.
     std::optional<UnpackedResource> unpack() {
-        for (const AseqFrame& frame : aseq_.frames) {
+        for (const animation::Frame& frame : stored_.frames) {
             if (pixelCount(frame) > kMostPixels) return std::nullopt;
             const bool isNew = rows_.insert(frame.rows.data()).second;
             if (!isNew) return std::nullopt; // equal frames are stored once
             used_ |= usedIndices(frame);
         }
-        for (const AseqFrame& frame : aseq_.frames)
+        for (const animation::Frame& frame : stored_.frames)
             if (!addPicture(frame)) return std::nullopt;
         addLines();
         return std::move(result_);
     }
 
   private:
-    bool addPicture(const AseqFrame& frame) {
+    bool addPicture(const animation::Frame& frame) {
         auto clear = freeIndex(used_);
         if (!clear) clear = freeIndex(usedIndices(frame));
         if (!clear && hasClearPixels(frame)) return false;
@@ -111,33 +117,34 @@ class Unpacker {
             if (std::ranges::find(pixels, *clear) != pixels.end()) palette[*clear].alpha = 0;
         }
         const auto number = result_.files.size() + 1;
-        result_.files.push_back({name_ + pictureSuffix(number, aseq_.frames.size()),
+        result_.files.push_back({name_ + pictureSuffix(number, stored_.frames.size()),
                                  writeIndexedPng(frame.width, frame.height, pixels, palette)});
         return true;
     }
 
-    static bool hasClearPixels(const AseqFrame& frame) {
+    static bool hasClearPixels(const animation::Frame& frame) {
         return decode(frame, 0) != decode(frame, 1);
     }
 
     void addLines() {
-        const bool isStill = aseq_.frames.size() == 1 && aseq_.framesPerSecond == kStillRate &&
-                             aseq_.sequences.size() == 1 && aseq_.sequences[0] == stillSequence();
+        const bool isStill =
+            stored_.frames.size() == 1 && stored_.framesPerSecond == animation::kStillRate &&
+            stored_.sequences.size() == 1 && stored_.sequences[0] == animation::stillSequence();
         const std::string id = std::to_string(id_);
         if (isStill)
             addLine("    picture " + id + " " + result_.files[0].name);
         else
             addLine("    animation " + id);
-        if (!isStill && aseq_.framesPerSecond != 0)
-            addLine("        rate " + std::to_string(aseq_.framesPerSecond));
-        if (aseq_.x != 0 || aseq_.y != 0 || aseq_.depth != 0) {
-            addLine("        place " + std::to_string(aseq_.x) + " " + std::to_string(aseq_.y) +
-                    (aseq_.depth == 0 ? "" : " " + std::to_string(aseq_.depth)));
+        if (!isStill && stored_.framesPerSecond != 0)
+            addLine("        rate " + std::to_string(stored_.framesPerSecond));
+        if (stored_.x != 0 || stored_.y != 0 || stored_.depth != 0) {
+            addLine("        place " + std::to_string(stored_.x) + " " + std::to_string(stored_.y) +
+                    (stored_.depth == 0 ? "" : " " + std::to_string(stored_.depth)));
         }
         if (!cropped_) addLine("        crop no");
         if (isStill) return;
         addFrameLines();
-        for (const AseqSequence& sequence : aseq_.sequences)
+        for (const animation::Sequence& sequence : stored_.sequences)
             addLine("        sequence " + formatSequence(sequence));
     }
 
@@ -152,7 +159,7 @@ class Unpacker {
 
     void addLine(const std::string& line) { result_.lines += line + "\n"; }
 
-    const Aseq& aseq_;
+    const animation::Animation& stored_;
     int id_;
     const std::string& name_;
     std::array<Pixel, platform::kPaletteSize> palette_;
@@ -178,9 +185,9 @@ Bytes repack(const UnpackedResource& unpacked) {
 
 std::optional<UnpackedResource> unpackAnimation(ByteSpan resource, int id, const Colours& shown,
                                                 const std::string& name) {
-    const Aseq aseq = readAseq(resource);
+    const auto stored = readOrRefuse(animation::readWhole, resource);
     try {
-        auto unpacked = Unpacker(aseq, id, shown, name).unpack();
+        auto unpacked = Unpacker(stored, id, shown, name).unpack();
         if (!unpacked) return std::nullopt;
         unpacked->packed = repack(*unpacked);
         const Bytes& packed = unpacked->packed;

@@ -15,6 +15,6 @@ namespace rsc {
 /// `resource` may end in zeros that do not belong to it; none when packing would give anything
 /// else. Refuses a damaged animation.
 [[nodiscard]] std::optional<UnpackedResource>
-unpackAnimation(ByteSpan resource, int id, const Colours& shown, const std::string& name);
+unpackAnimation(formats::ByteSpan resource, int id, const Colours& shown, const std::string& name);
 
 } // namespace rsc

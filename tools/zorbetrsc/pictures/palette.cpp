@@ -1,9 +1,11 @@
 #include "pictures/palette.h"
 
+#include "formats/picture/palette.h"
 #include "movies/moviecolours.h"
 #include "pictures/palettelift.h"
 #include "pictures/picture.h"
 #include "pictures/quantizer.h"
+#include "refusal.h"
 
 #include <algorithm>
 #include <utility>
@@ -17,7 +19,6 @@ using platform::kFirstHighStaticColour;
 using platform::kPaletteSize;
 using platform::Rgb;
 
-constexpr std::size_t kColourSize = 6;                     ///< bytes, in a resource
 constexpr std::size_t kMostCounted = std::size_t{1} << 20; ///< that are counted or remembered
 constexpr Rgb kPureBlack{0, 0, 0};
 constexpr Rgb kPureWhite{255, 255, 255};
@@ -63,13 +64,14 @@ Palette Palette::fromIndexed(const Picture& picture, ColourStorage storage) {
     return fromColours(wanted, storage);
 }
 
-std::optional<Palette> Palette::fromResource(ByteSpan resource) {
-    if (resource.size() < kPaletteSize * kColourSize) return std::nullopt;
+std::optional<Palette> Palette::fromResource(formats::ByteSpan resource) {
+    const auto given = formats::picture::readPalette(resource);
+    if (!given) return std::nullopt;
     Palette palette;
     palette.stored_ = palette.shown_ = platform::staticPalette();
     for (std::size_t i = kFirstFreeColour; i < kFirstHighStaticColour; ++i) {
-        const ByteSpan entry = resource.subspan(i * kColourSize, kColourSize);
-        palette.stored_[i] = {entry[0], entry[2], entry[4]};
+        const auto& [red, green, blue] = (*given)[i];
+        palette.stored_[i] = {red, green, blue};
         palette.shown_[i] = liftColour(palette.stored_[i]);
     }
     return palette;
@@ -90,14 +92,12 @@ std::uint8_t Palette::nearest(Rgb colour) const {
     return best;
 }
 
-Bytes Palette::resource() const {
-    Bytes out;
-    for (const Rgb colour : stored_) {
-        put16(out, colour.red);
-        put16(out, colour.green);
-        put16(out, colour.blue);
-    }
-    return out;
+formats::Bytes Palette::resource() const {
+    formats::picture::Palette palette;
+    std::ranges::transform(stored_, palette.begin(), [](Rgb colour) {
+        return formats::picture::Colour{colour.red, colour.green, colour.blue};
+    });
+    return formats::picture::writePalette(palette);
 }
 
 bool PaletteMaker::ByComponents::operator()(Rgb a, Rgb b) const { return packed(a) < packed(b); }

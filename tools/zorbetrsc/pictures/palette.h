@@ -3,7 +3,7 @@
 // fixed colours, whatever a resource holds there.
 #pragma once
 
-#include "bytes.h"
+#include "formats/base/bytes.h"
 #include "platform/display.h"
 
 #include <array>
@@ -36,7 +36,7 @@ class Palette {
                                ColourStorage storage = ColourStorage::Resource);
 
     /// The palette that a resource stores; none when it is too short.
-    static std::optional<Palette> fromResource(ByteSpan resource);
+    static std::optional<Palette> fromResource(formats::ByteSpan resource);
 
     [[nodiscard]] const Colours& stored() const { return stored_; }
     [[nodiscard]] const Colours& shown() const { return shown_; }
@@ -44,9 +44,7 @@ class Palette {
     /// The entry that looks most like `colour`, out of black, white and the game colours.
     [[nodiscard]] std::uint8_t nearest(platform::Rgb colour) const;
 
-    /// The bytes of the resource: 256 times red, green and blue as little-endian words whose low
-    /// byte is the intensity.
-    [[nodiscard]] Bytes resource() const;
+    [[nodiscard]] formats::Bytes resource() const;
 
   private:
     Colours stored_{};

@@ -1,6 +1,7 @@
 #include "pictures/palettestock.h"
 
 #include "pictures/writepng.h"
+#include "refusal.h"
 
 #include <algorithm>
 #include <numeric>

@@ -1,5 +1,7 @@
 #include "pictures/picture.h"
 
+#include "refusal.h"
+
 #include <png.h>
 
 #include <algorithm>
@@ -7,6 +9,9 @@
 #include <cstring>
 
 namespace rsc {
+
+using formats::Bytes;
+using formats::ByteSpan;
 
 namespace {
 

@@ -2,7 +2,7 @@
 // with opacity.
 #pragma once
 
-#include "bytes.h"
+#include "formats/base/bytes.h"
 #include "platform/display.h"
 
 #include <vector>
@@ -24,7 +24,7 @@ class Picture {
     /// Reads a PNG of any kind; deeper components are brought to 8 bits and colour profiles are not
     /// applied. Refuses what is damaged or too large, and an indexed one with a pixel outside of
     /// its palette.
-    static Picture fromPng(ByteSpan png);
+    static Picture fromPng(formats::ByteSpan png);
 
     [[nodiscard]] int width() const { return width_; }
     [[nodiscard]] int height() const { return height_; }

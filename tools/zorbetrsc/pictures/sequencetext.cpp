@@ -1,5 +1,6 @@
 #include "pictures/sequencetext.h"
 
+#include "refusal.h"
 #include "text.h"
 
 #include <algorithm>
@@ -8,23 +9,28 @@
 
 namespace rsc {
 
+using formats::animation::Entry;
+using formats::animation::Sequence;
+
 namespace {
 
-constexpr int kFirstMarker = -entrycode::kLastMarker;
+constexpr int kFirstMarker = -Entry::kFirstMarker;
 constexpr int kLargestMarker = -kSmallestInt16;
 
 /// A word cut into its parts: HEAD@dx,dy:argument.
 struct StepWord {
     std::string_view head;
-    int dx = 0;
-    int dy = 0;
-    std::optional<int> argument;
+    std::int16_t dx = 0;
+    std::int16_t dy = 0;
+    std::optional<std::int16_t> argument;
 
-    [[nodiscard]] AseqEntry entry(int code) const { return {dx, dy, code, argument.value_or(0)}; }
+    [[nodiscard]] Entry entry(int code) const {
+        return {dx, dy, static_cast<std::int16_t>(code), argument.value_or(std::int16_t{0})};
+    }
 };
 
-int shortNumber(std::string_view word, const char* what) {
-    return numberInRange(word, what, kSmallestInt16, kLargestInt16);
+std::int16_t shortNumber(std::string_view word, const char* what, int smallest = kSmallestInt16) {
+    return static_cast<std::int16_t>(numberInRange(word, what, smallest, kLargestInt16));
 }
 
 StepWord cutStep(std::string_view word) {
@@ -49,26 +55,26 @@ struct PlainStep {
     int code;
 };
 constexpr PlainStep kPlainSteps[] = {
-    {"end", entrycode::kEnd}, {"loop", entrycode::kLoop}, {"hold", entrycode::kHold}};
+    {"end", Entry::kEnd}, {"loop", Entry::kLoop}, {"hold", Entry::kHold}};
 
 class SequenceParser {
   public:
     explicit SequenceParser(WordReader& words) : words_(words) {}
 
-    AseqSequence parse() {
+    Sequence parse() {
         while (!words_.atEnd()) {
             if (ended()) throw Refusal("nothing can follow \"end\"");
             addStep(words_.text("a step"));
             if (std::ssize(entries_) > kLargestInt16 - 1) throw Refusal("the sequence is too long");
         }
-        if (!ended()) entries_.push_back({0, 0, entrycode::kEnd, 0});
+        if (!ended()) entries_.push_back({0, 0, Entry::kEnd, 0});
         if (!showsFrame_) throw Refusal("the sequence shows no frame");
         return std::move(entries_);
     }
 
   private:
     [[nodiscard]] bool ended() const {
-        return !entries_.empty() && entries_.back().code == entrycode::kEnd;
+        return !entries_.empty() && entries_.back().code == Entry::kEnd;
     }
 
     void addStep(const std::string& word) {
@@ -79,7 +85,7 @@ class SequenceParser {
         const auto* plain = std::ranges::find(kPlainSteps, step.head, &PlainStep::word);
         if (plain == std::end(kPlainSteps)) return addFrames(step);
         if (step.argument) throw Refusal(inQuotes(step.head) + " takes no \":\"");
-        if (plain->code == entrycode::kLoop) checkLoop();
+        if (plain->code == Entry::kLoop) checkLoop();
         entries_.push_back(step.entry(plain->code));
     }
 
@@ -92,8 +98,8 @@ class SequenceParser {
         const std::string word = words_.text("the sound's id");
         StepWord step = cutStep(word);
         if (step.argument) throw Refusal("\"sound\" takes no \":\"");
-        step.argument = numberInRange(step.head, "the sound's id", 1, kLargestInt16);
-        entries_.push_back(step.entry(entrycode::kSound));
+        step.argument = shortNumber(step.head, "the sound's id", 1);
+        entries_.push_back(step.entry(Entry::kSound));
     }
 
     void addMarker() {
@@ -108,7 +114,7 @@ class SequenceParser {
         const std::string word = words_.text("the code");
         const StepWord step = cutStep(word);
         const int code = numberInRange(step.head, "the code", kSmallestInt16, -1);
-        if (code == entrycode::kLoop) checkLoop();
+        if (code == Entry::kLoop) checkLoop();
         entries_.push_back(step.entry(code));
     }
 
@@ -130,7 +136,7 @@ class SequenceParser {
     }
 
     WordReader& words_;
-    AseqSequence entries_;
+    Sequence entries_;
     bool showsFrame_ = false;
 };
 
@@ -138,14 +144,14 @@ class SequenceParser {
 constexpr std::size_t kShortestRange = 3;
 
 /// The steps from `at` on that a range stands for, 1 when there is none.
-std::size_t rangeLength(const AseqSequence& sequence, std::size_t at) {
-    const AseqEntry& first = sequence[at];
+std::size_t rangeLength(const Sequence& sequence, std::size_t at) {
+    const Entry& first = sequence[at];
     if (first.code < 0 || at + 1 >= sequence.size()) return 1;
     const int direction = sequence[at + 1].code < first.code ? -1 : 1;
     std::size_t length = 1;
-    AseqEntry next = first;
+    Entry next = first;
     while (at + length < sequence.size()) {
-        next.code += direction;
+        next.code = static_cast<std::int16_t>(next.code + direction);
         if (next.code < 0 || sequence[at + length] != next) break;
         ++length;
     }
@@ -153,17 +159,17 @@ std::size_t rangeLength(const AseqSequence& sequence, std::size_t at) {
 }
 
 /// What stands in front of a step's offset. `argument` becomes what stands behind it.
-std::string formatHead(const AseqEntry& entry, int& argument) {
+std::string formatHead(const Entry& entry, int& argument) {
     if (entry.code >= 0) return std::to_string(entry.code + 1);
     const auto* plain = std::ranges::find(kPlainSteps, entry.code, &PlainStep::code);
     if (plain != std::end(kPlainSteps) && argument == 0) return std::string(plain->word);
-    if (entry.code == entrycode::kSound && argument > 0)
+    if (entry.code == Entry::kSound && argument > 0)
         return "sound " + std::to_string(std::exchange(argument, 0));
-    if (entry.code <= entrycode::kLastMarker) return "marker " + std::to_string(-entry.code);
+    if (entry.code <= Entry::kFirstMarker) return "marker " + std::to_string(-entry.code);
     return "code " + std::to_string(entry.code);
 }
 
-std::string formatStep(const AseqEntry& entry, int lastFrame) {
+std::string formatStep(const Entry& entry, int lastFrame) {
     int argument = entry.argument;
     std::string text = formatHead(entry, argument);
     if (lastFrame != entry.code) text += "-" + std::to_string(lastFrame + 1);
@@ -175,10 +181,10 @@ std::string formatStep(const AseqEntry& entry, int lastFrame) {
 
 } // namespace
 
-AseqSequence parseSequence(WordReader& words) { return SequenceParser(words).parse(); }
+Sequence parseSequence(WordReader& words) { return SequenceParser(words).parse(); }
 
-std::string formatSequence(const AseqSequence& sequence) {
-    constexpr AseqEntry kPlainEnd{0, 0, entrycode::kEnd, 0};
+std::string formatSequence(const Sequence& sequence) {
+    constexpr Entry kPlainEnd{0, 0, Entry::kEnd, 0};
     std::string text;
     for (std::size_t at = 0; at < sequence.size();) {
         const std::size_t next = at + rangeLength(sequence, at);

@@ -10,17 +10,17 @@
 // ":n" (a frame's duration in ms); the other words by an offset.
 #pragma once
 
+#include "formats/animation/animation.h"
 #include "manifest/words.h"
-#include "pictures/aseq.h"
 
 namespace rsc {
 
 /// Reads the rest of a line as a sequence and adds the end entry when it is not written. Refuses
 /// one that shows no frame, loops before the first frame or goes on behind its end.
-[[nodiscard]] AseqSequence parseSequence(WordReader& words);
+[[nodiscard]] formats::animation::Sequence parseSequence(WordReader& words);
 
 /// A sequence in this notation. Reading it gives the same entries, unless it is one of those that
 /// are refused.
-[[nodiscard]] std::string formatSequence(const AseqSequence& sequence);
+[[nodiscard]] std::string formatSequence(const formats::animation::Sequence& sequence);
 
 } // namespace rsc

@@ -1,8 +1,13 @@
 #include "pictures/writepng.h"
 
+#include "refusal.h"
+
 #include <png.h>
 
 namespace rsc {
+
+using formats::Bytes;
+using formats::ByteSpan;
 
 namespace {
 

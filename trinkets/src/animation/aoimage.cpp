@@ -1,123 +1,42 @@
 #include "aoimage.h"
 
-#include "aorow.h"
-#include "formats/base/bytes.h"
+#include "formats/animation/animation.h"
+#include "formats/animation/row.h"
 
 #include <algorithm>
 #include <set>
 #include <tuple>
 
+namespace animation = formats::animation;
+
 namespace {
 
-constexpr std::size_t kSwapFlagAt = 5;
-constexpr std::size_t kHeaderSize = 10;
-constexpr std::size_t kEntrySize = 8;
-constexpr int kNegativeFrom = 2048; ///< embedded places above this one are negative
 /// How often all bytes together are walked over to change colours. Once is enough unless frames lie
 /// across each other, as those of a damaged resource may: thousands of them, each to the end.
 constexpr std::size_t kMostWalks = 16;
 
-int embeddedPlace(int low, int high) {
-    const int value = low + high * 256;
-    return value > kNegativeFrom ? kNegativeFrom - value : value;
-}
-
 } // namespace
 
-/// Reads the tables; numbers in the byte order that the resource says.
-class AOImage::Reader {
-  public:
-    explicit Reader(std::span<const std::byte> data)
-        : in_(data), swapped_(data.size() > kSwapFlagAt && data[kSwapFlagAt] != std::byte{0}) {}
-
-    /// The empty text, or what is wrong.
-    std::string read(AOImage& image) {
-        image.sequences_ = std::make_shared<std::vector<AOSequence>>();
-        const int sequences = i16();
-        const int frames = i16();
-        image.framesPerSecond_ = in_.u8();
-        in_.skip(kHeaderSize - kSwapFlagAt);
-        if (!in_.ok()) return "its header is cut short";
-        if (sequences < 1) return "it has no sequence";
-        if (frames < 0) return "its number of frames is negative";
-        const std::vector<std::int32_t> offsets = readOffsets(frames);
-        readPlacement(image);
-        if (!in_.ok()) return "its frame table is cut short";
-        for (int i = 0; i < sequences; ++i)
-            if (!readSequence(image)) return "its sequences are cut short";
-        const std::span<const std::byte> frameData = in_.bytes(in_.remaining());
-        for (const std::int32_t offset : offsets) readFrame(image, frameData, offset);
-        const auto* bytes = reinterpret_cast<const std::uint8_t*>(frameData.data());
-        image.data_.assign(bytes, bytes + frameData.size());
-        return {};
-    }
-
-  private:
-    std::uint16_t u16(formats::ByteReader& in) const {
-        const std::uint16_t value = in.u16();
-        return swapped_ ? static_cast<std::uint16_t>(value << 8 | value >> 8) : value;
-    }
-    std::int16_t i16() { return static_cast<std::int16_t>(u16(in_)); }
-    std::int32_t i32() {
-        const std::uint32_t first = u16(in_);
-        const std::uint32_t second = u16(in_);
-        return static_cast<std::int32_t>(swapped_ ? first << 16 | second : second << 16 | first);
-    }
-
-    std::vector<std::int32_t> readOffsets(int count) {
-        std::vector<std::int32_t> offsets;
-        for (int i = 0; i < count && in_.ok(); ++i) offsets.push_back(i32());
-        return offsets;
-    }
-
-    void readPlacement(AOImage& image) {
-        const int x = in_.u8();
-        const int y = in_.u8();
-        const int high = in_.u8();
-        image.embedded_ = {embeddedPlace(x, high & 0x0F), embeddedPlace(y, high >> 4), in_.u8()};
-    }
-
-    bool readSequence(AOImage& image) {
-        const int count = i16();
-        if (!in_.ok() || count < 0 ||
-            static_cast<std::size_t>(count) > in_.remaining() / kEntrySize)
-            return false;
-        AOSequence sequence;
-        sequence.reserve(static_cast<std::size_t>(count) + 1);
-        for (int i = 0; i < count; ++i) {
-            AOEntry& entry = sequence.emplace_back();
-            for (std::int16_t* field : {&entry.dx, &entry.dy, &entry.code, &entry.argument})
-                *field = i16();
-        }
+std::shared_ptr<AOImage> AOImage::read(std::span<const std::byte> data, std::string& problem) {
+    auto stored = animation::read(formats::asNumbers(data), problem);
+    if (!stored) return nullptr;
+    auto image = std::make_shared<AOImage>();
+    image->framesPerSecond_ = stored->framesPerSecond;
+    image->embedded_ = {stored->x, stored->y, stored->depth};
+    for (AOSequence& sequence : stored->sequences)
         if (sequence.empty() || sequence.back().code != AOEntry::kEnd)
             sequence.push_back({0, 0, AOEntry::kEnd, 0});
-        image.sequences_->push_back(std::move(sequence));
-        return true;
+    image->sequences_ = std::make_shared<std::vector<AOSequence>>(std::move(stored->sequences));
+    const formats::ByteSpan frameData = stored->frameData;
+    image->data_.assign(frameData.begin(), frameData.end());
+    for (const animation::Frame& frame : stored->frames) {
+        const bool broken = !frame.rows.data() || frame.width < 0 || frame.height < 0;
+        image->brokenFrames_ += broken ? 1 : 0;
+        image->frames_.push_back(broken ? FrameRecord{}
+                                        : FrameRecord{{frame.width, frame.height},
+                                                      frameData.size() - frame.rows.size()});
     }
-
-    void readFrame(AOImage& image, std::span<const std::byte> data, std::int32_t offset) const {
-        FrameRecord& frame = image.frames_.emplace_back();
-        formats::ByteReader in(data);
-        in.seek(offset < 0 ? data.size() + 1 : static_cast<std::size_t>(offset));
-        in.skip(sizeof(std::int16_t));
-        const auto width = static_cast<std::int16_t>(u16(in));
-        const auto height = static_cast<std::int16_t>(u16(in));
-        if (!in.ok() || width < 0 || height < 0) {
-            ++image.brokenFrames_;
-            return;
-        }
-        frame.size = {width, height};
-        frame.rows = in.position();
-    }
-
-    formats::ByteReader in_;
-    bool swapped_;
-};
-
-std::shared_ptr<AOImage> AOImage::read(std::span<const std::byte> data, std::string& problem) {
-    auto image = std::make_shared<AOImage>();
-    problem = Reader(data).read(*image);
-    return problem.empty() ? image : nullptr;
+    return image;
 }
 
 const std::shared_ptr<AOImage>& AOImage::blank() {
@@ -190,8 +109,8 @@ std::size_t AOImage::recolourFrame(const FrameRecord& frame, const AOColorMap& m
 /// bytes that the row takes.
 std::size_t AOImage::recolourRow(std::span<const std::uint8_t> row, int width,
                                  const AOColorMap& map, AOImage& copy) const {
-    aorow::RowReader reader(row, width);
-    aorow::RowRun run;
+    animation::RowReader reader(row, width);
+    animation::RowRun run;
     while (reader.next(run))
         for (const std::uint8_t& colour : run.colours)
             copy.data_[static_cast<std::size_t>(&colour - data_.data())] = map[colour];

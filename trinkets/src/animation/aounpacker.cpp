@@ -1,7 +1,7 @@
 // How a frame is made of its packed rows.
 
 #include "aoframe.h"
-#include "aorow.h"
+#include "formats/animation/row.h"
 
 #include <algorithm>
 #include <climits>
@@ -25,11 +25,11 @@ class AOFrame::Unpacker {
     }
 
   private:
-    using RowRun = aorow::RowRun;
+    using RowRun = formats::animation::RowRun;
 
     /// Returns the bytes that the row takes.
     std::size_t addRow(std::span<const std::uint8_t> row) {
-        aorow::RowReader reader(row, frame_.size_.width);
+        formats::animation::RowReader reader(row, frame_.size_.width);
         RowRun run;
         int column = 0;
         while (reader.next(run)) {

@@ -1,6 +1,7 @@
 #include "omao.h"
 
 #include "aosounds.h"
+#include "formats/animation/animation.h"
 #include "omdebug.h"
 #include "omid.h"
 #include "omistream.h"

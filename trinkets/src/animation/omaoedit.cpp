@@ -2,6 +2,7 @@
 
 #include "omao.h"
 
+#include "formats/animation/animation.h"
 #include "omdebug.h"
 
 #include <algorithm>

@@ -3,6 +3,7 @@
 #include "omao.h"
 
 #include "aosounds.h"
+#include "formats/animation/animation.h"
 
 #include "platform/clock.h"
 

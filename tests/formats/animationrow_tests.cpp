@@ -1,6 +1,4 @@
-#include "aorow.h"
-
-#include "../../fuzz/framecheck.h"
+#include "../../fuzz/rowcheck.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +7,11 @@
 
 namespace {
 
-using aorow::RowEnd;
-using RowBytes = std::vector<std::uint8_t>;
+using formats::animation::decodeRow;
+using formats::animation::encodeRow;
+using formats::animation::RowEnd;
+using formats::animation::skipRow;
+using RowBytes = formats::Bytes;
 
 constexpr std::uint8_t kClear = 7; ///< the transparent index of these tests
 
@@ -30,11 +31,11 @@ RowBytes distinct(std::size_t count) { // neither equal neighbours nor kClear
 
 RowBytes encoded(const RowBytes& pixels, std::optional<std::uint8_t> transparent = kClear) {
     RowBytes out;
-    aorow::encodeRow(pixels, transparent, out);
+    encodeRow(pixels, transparent, out);
     return out;
 }
 
-TEST(AoRow, EncodesRunsAndLiterals) {
+TEST(AnimationRow, EncodesRunsAndLiterals) {
     const struct {
         const char* name;
         RowBytes pixels;
@@ -54,7 +55,7 @@ TEST(AoRow, EncodesRunsAndLiterals) {
     EXPECT_EQ(encoded(times(4, kClear), std::nullopt), (RowBytes{255, kClear, 4})) << "all opaque";
 }
 
-TEST(AoRow, DecodesWhatItEncodes) {
+TEST(AnimationRow, DecodesWhatItEncodes) {
     std::mt19937 random(1);
     for (int round = 0; round < 500; ++round) {
         RowBytes pixels;
@@ -68,13 +69,13 @@ TEST(AoRow, DecodesWhatItEncodes) {
         const RowEnd whole{data.size(), true};
         data.push_back(3); // the next row
         RowBytes back(pixels.size());
-        ASSERT_EQ(aorow::decodeRow(data, back, kClear), whole);
+        ASSERT_EQ(decodeRow(data, back, kClear), whole);
         ASSERT_EQ(back, pixels);
-        ASSERT_EQ(aorow::skipRow(data, static_cast<int>(pixels.size())), whole);
+        ASSERT_EQ(skipRow(data, static_cast<int>(pixels.size())), whole);
     }
 }
 
-TEST(AoRow, EndsDamagedRowsWhereTheDamageIs) {
+TEST(AnimationRow, EndsDamagedRowsWhereTheDamageIs) {
     const struct {
         const char* name;
         RowBytes data;
@@ -90,22 +91,21 @@ TEST(AoRow, EndsDamagedRowsWhereTheDamageIs) {
     };
     for (const auto& row : cases) {
         RowBytes pixels(4, 99);
-        EXPECT_EQ(aorow::decodeRow(row.data, pixels, kClear), (RowEnd{row.bytes, false}))
-            << row.name;
+        EXPECT_EQ(decodeRow(row.data, pixels, kClear), (RowEnd{row.bytes, false})) << row.name;
         EXPECT_EQ(pixels, row.pixels) << row.name;
-        EXPECT_EQ(aorow::skipRow(row.data, 4), (RowEnd{row.bytes, false})) << row.name;
+        EXPECT_EQ(skipRow(row.data, 4), (RowEnd{row.bytes, false})) << row.name;
     }
-    EXPECT_EQ(aorow::skipRow(RowBytes{1, 2}, 0), (RowEnd{0, true})) << "a row without pixels";
+    EXPECT_EQ(skipRow(RowBytes{1, 2}, 0), (RowEnd{0, true})) << "a row without pixels";
 }
 
-TEST(AoRow, AnyDataIsUnpackedAndWalkedAlike) {
+TEST(AnimationRow, AnyDataIsUnpackedAndWalkedAlike) {
     std::mt19937 random(2);
     constexpr std::uint8_t kTokens[] = {0, 1, 3, 250, 251, 254, 255};
     for (int round = 0; round < 20000; ++round) {
         RowBytes data(random() %
                       12); // as large as it is, so that the sanitizer sees a read past it
         for (std::uint8_t& byte : data) byte = kTokens[random() % std::size(kTokens)];
-        fuzzing::checkRows(data, {static_cast<int>(random() % 6), 3});
+        fuzzing::checkRows(data, static_cast<int>(random() % 6), 3);
     }
 }
 

@@ -11,14 +11,15 @@
 // Nothing here reads past the data or writes past the row.
 #pragma once
 
+#include "formats/base/bytes.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <vector>
 
-namespace aorow {
+namespace formats::animation {
 
 inline constexpr int kLongestRun = 250;
 inline constexpr std::uint8_t kClearToken = 0;
@@ -37,15 +38,14 @@ struct RowRun {
     enum class Kind : std::uint8_t { Clear, Fill, Literal };
     Kind kind = Kind::Clear;
     int length = 0; ///< pixels; never leads past the width
-    std::span<const std::uint8_t> colours;
+    ByteSpan colours;
 };
 
 /// Walks through the runs of one row; all functions below are made of it.
 class RowReader {
   public:
     /// The data must outlive the reader. A width below 1 is a row without runs.
-    RowReader(std::span<const std::uint8_t> data, int width)
-        : data_(data), left_(std::max(width, 0)) {}
+    RowReader(ByteSpan data, int width) : data_(data), left_(std::max(width, 0)) {}
 
     /// The next run; false at the end of the row.
     bool next(RowRun& run) {
@@ -98,7 +98,7 @@ class RowReader {
         return false;
     }
 
-    std::span<const std::uint8_t> data_;
+    ByteSpan data_;
     std::size_t at_ = 0;
     int left_; ///< pixels up to the width
     bool damaged_ = false;
@@ -106,14 +106,12 @@ class RowReader {
 
 /// Appends the packed form of a row to `out`, at most twice as many bytes as pixels. Pixels of
 /// colour `transparent` become clear runs; without it every pixel is opaque.
-void encodeRow(std::span<const std::uint8_t> pixels, std::optional<std::uint8_t> transparent,
-               std::vector<std::uint8_t>& out);
+void encodeRow(ByteSpan pixels, std::optional<std::uint8_t> transparent, Bytes& out);
 
 /// Unpacks a row of width pixels.size(); clear and missing pixels become `transparent`.
-RowEnd decodeRow(std::span<const std::uint8_t> data, std::span<std::uint8_t> pixels,
-                 std::uint8_t transparent);
+RowEnd decodeRow(ByteSpan data, std::span<std::uint8_t> pixels, std::uint8_t transparent);
 
 /// Walks over a row without drawing it.
-RowEnd skipRow(std::span<const std::uint8_t> data, int width);
+RowEnd skipRow(ByteSpan data, int width);
 
-} // namespace aorow
+} // namespace formats::animation

@@ -1,6 +1,8 @@
-#include "aorow.h"
+#include "formats/animation/row.h"
 
-namespace aorow {
+#include <algorithm>
+
+namespace formats::animation {
 
 namespace {
 
@@ -9,15 +11,14 @@ namespace {
 constexpr std::size_t kShortestFill = 3;
 constexpr std::size_t kPixelsLeftForFill = 4;
 
-std::size_t equalPixels(std::span<const std::uint8_t> pixels, std::size_t from) {
+std::size_t equalPixels(ByteSpan pixels, std::size_t from) {
     std::size_t end = from + 1;
     while (end < pixels.size() && pixels[end] == pixels[from]) ++end;
     return end - from;
 }
 
 /// One stretch of equal pixels as as many clear or fill tokens as it needs.
-void appendRuns(std::size_t length, std::optional<std::uint8_t> colour,
-                std::vector<std::uint8_t>& out) {
+void appendRuns(std::size_t length, std::optional<std::uint8_t> colour, Bytes& out) {
     while (length > 0) {
         const auto part = std::min<std::size_t>(length, kLongestRun);
         out.push_back(colour ? kFillToken : kClearToken);
@@ -30,7 +31,7 @@ void appendRuns(std::size_t length, std::optional<std::uint8_t> colour,
 /// The literal token that is being filled; closed by every other token.
 class LiteralWriter {
   public:
-    explicit LiteralWriter(std::vector<std::uint8_t>& out) : out_(out) {}
+    explicit LiteralWriter(Bytes& out) : out_(out) {}
 
     void append(std::uint8_t pixel) {
         if (!open_ || out_[countAt_] == kLongestRun) {
@@ -44,15 +45,14 @@ class LiteralWriter {
     void close() { open_ = false; }
 
   private:
-    std::vector<std::uint8_t>& out_;
+    Bytes& out_;
     std::size_t countAt_ = 0;
     bool open_ = false;
 };
 
 } // namespace
 
-void encodeRow(std::span<const std::uint8_t> pixels, std::optional<std::uint8_t> transparent,
-               std::vector<std::uint8_t>& out) {
+void encodeRow(ByteSpan pixels, std::optional<std::uint8_t> transparent, Bytes& out) {
     LiteralWriter literals(out);
     std::size_t at = 0;
     while (at < pixels.size()) {
@@ -71,8 +71,7 @@ void encodeRow(std::span<const std::uint8_t> pixels, std::optional<std::uint8_t>
     }
 }
 
-RowEnd decodeRow(std::span<const std::uint8_t> data, std::span<std::uint8_t> pixels,
-                 std::uint8_t transparent) {
+RowEnd decodeRow(ByteSpan data, std::span<std::uint8_t> pixels, std::uint8_t transparent) {
     std::fill(pixels.begin(), pixels.end(), transparent);
     RowReader reader(data, static_cast<int>(pixels.size()));
     RowRun run;
@@ -87,7 +86,7 @@ RowEnd decodeRow(std::span<const std::uint8_t> data, std::span<std::uint8_t> pix
     return reader.end();
 }
 
-RowEnd skipRow(std::span<const std::uint8_t> data, int width) {
+RowEnd skipRow(ByteSpan data, int width) {
     RowReader reader(data, width);
     RowRun run;
     while (reader.next(run)) {
@@ -95,4 +94,4 @@ RowEnd skipRow(std::span<const std::uint8_t> data, int width) {
     return reader.end();
 }
 
-} // namespace aorow
+} // namespace formats::animation
