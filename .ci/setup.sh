@@ -5,13 +5,13 @@ product_packages=(
   build-essential cmake ninja-build pkg-config
   libsdl2-dev libpixman-1-dev libpng-dev libcli11-dev
   libfreetype-dev libfontconfig-dev
-  libavformat-dev libavcodec-dev libavutil-dev
   libimagequant-dev libsndfile1-dev libsamplerate0-dev
   librsvg2-bin
 )
 test_packages=(
   libgtest-dev libgmock-dev
   icoutils procps xvfb xauth
+  libavformat-dev libavcodec-dev libavutil-dev # judge of the movies' decoder
 )
 
 # install_missing PACKAGE...: those that are missing.

@@ -2,7 +2,8 @@
 
 #include "formats/library/writer.h"
 #include "mediamachine.h"
-#include "movies/moviefile.h"
+
+#include "formats/movie/moviefile.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -17,7 +18,7 @@ constexpr int kHeight = 480;
 constexpr int kPanning = 4; ///< pixels a frame
 
 /// Blobs of colour, as a painting has them, that move along.
-rsc::MovieParts panning() {
+rsc::Bytes panning() {
     std::mt19937 random(1);
     rsc::Bytes picture(static_cast<std::size_t>(kWidth) * kHeight);
     for (std::size_t i = 0; i < picture.size();) {
@@ -25,15 +26,17 @@ rsc::MovieParts panning() {
         for (auto run = 1 + random() % 24; run > 0 && i < picture.size(); --run)
             picture[i++] = colour;
     }
-    rsc::VideoCoder coder(kWidth, kHeight);
+    formats::VideoCoder coder(kWidth, kHeight);
     for (int frame = 0; frame < kMovieFrames; ++frame) {
         coder.add(picture, frame == 0);
         std::ranges::rotate(picture, picture.begin() + kPanning);
     }
-    rsc::MovieParts parts{.width = kWidth, .height = kHeight, .frameTime = kMovieFrameTime};
-    parts.video = coder.finish();
-    parts.frames.resize(kMovieFrames);
-    return parts;
+    formats::CodedVideo video = coder.finish().value();
+    formats::MovieHeader header{.width = kWidth, .height = kHeight, .treeSizes = video.treeSizes};
+    header.setFrameTime(kMovieFrameTime);
+    std::vector<formats::MovieFrame> frames(kMovieFrames);
+    for (std::size_t i = 0; i < frames.size(); ++i) frames[i].picture = video.frames[i];
+    return formats::makeMovieFile(header, video.trees, frames);
 }
 
 } // namespace
@@ -44,7 +47,7 @@ ProcessTimes measureMovie(int repetitions) {
                                          "if n=74\nquit\n";
     const MediaMachine machine;
     std::filesystem::create_directory(machine.hostPath("RSC"));
-    const rsc::Bytes movie = rsc::buildMovieFile(panning());
+    const rsc::Bytes movie = panning();
     machine.put("RSC/movie.smk", std::as_bytes(std::span(movie)));
     const formats::Bytes library = formats::library::write("LIB", {}).value;
     machine.put("RSC/some.rsc", std::as_bytes(std::span(library)));

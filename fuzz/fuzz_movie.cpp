@@ -131,9 +131,6 @@ void perform(const Act& act, platform::Movie& movie, platform::Clock& clock, Vie
 
 } // namespace
 
-/// libavcodec loses tables of a damaged piece of sound.
-extern "C" const char* __lsan_default_suppressions() { return "leak:av_realloc_f"; }
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzzing::World world;
     Choices choices(data, size);

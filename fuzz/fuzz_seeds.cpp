@@ -239,10 +239,11 @@ std::vector<Bytes> movies() {
                 movie.tracks[0] = {8000, bits, channels, packed};
                 for (std::size_t frame = 0; frame < 4; ++frame) {
                     MovieBuilder::Frame& added = movie.frames.emplace_back();
-                    for (std::size_t i = 0; i < std::size_t{movie.width} * movie.height; ++i)
+                    for (std::size_t i = 0;
+                         i < static_cast<std::size_t>(movie.width * movie.height); ++i)
                         added.pixels.push_back(
                             static_cast<std::uint8_t>(frame == 1 ? 7 : i / 32 * i % (3 + frame)));
-                    if (frame % 2 == 0) added.palette = MovieBuilder::Palette{{{1, 2, 3}}};
+                    if (frame % 2 == 0) added.palette = formats::MoviePalette{{{4, 8, 12}}};
                     for (std::uint8_t i = 0; i < 80; ++i)
                         added.sounds[0].push_back(static_cast<std::uint8_t>(i * i));
                 }

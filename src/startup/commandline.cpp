@@ -6,7 +6,6 @@
 #include "platform/host/faces/outlinefaces.h"
 #include "platform/host/files/secondwall.h"
 #include "platform/host/game/gameinfo.h"
-#include "platform/host/movies/hostmovies.h"
 
 #include <CLI/CLI.hpp>
 
@@ -94,11 +93,8 @@ std::string versionText(const std::string& content) {
     text +=
         ZORBET_HAVE_SDL ? "window: SDL2\n" : "window: none, only --headless (built without SDL2)\n";
     text += platform::OutlineFaces::kAvailable
-                ? "TrueType faces: FreeType\n"
-                : "TrueType faces: none (built without FreeType and fontconfig)\n";
-    text += platform::HostMovies::kAvailable
-                ? "movies: libavcodec"
-                : "movies: none (built without libavformat and libavcodec)";
+                ? "TrueType faces: FreeType"
+                : "TrueType faces: none (built without FreeType and fontconfig)";
     const int wall = platform::secondWallVersion();
     text += wall > 0 ? "\nfence: that of the program, and Landlock " + std::to_string(wall) +
                            " of this machine"

@@ -6,7 +6,6 @@
 #include "formats/base/bytes.h"
 #include "omregion.h"
 
-#include "platform/host/movies/nomovies.h"
 #include "platform/host/screen/hostdisplay.h"
 #include "platform/platform.h"
 
@@ -676,7 +675,10 @@ class MemoryPlatform final : public platform::Platform {
     MemoryModules modules_;
     MemoryWaveOut waveOut_{clock_};
     MemoryTypefaces typefaces_{files_};
-    platform::NoMovies noMovies_;
+    class NoMovies final : public platform::Movies {
+        std::unique_ptr<platform::Movie> open(const platform::MovieRequest&) override { return {}; }
+    };
+    NoMovies noMovies_;
     MemoryMachine machine_;
 };
 

@@ -1,9 +1,9 @@
 #include "library/list.h"
 #include "movies/makemovie.h"
 #include "movies/moviecolours.h"
-#include "movies/soundcoder.h"
+#include "movies/moviesound.h"
 
-#include "moviedecoder.h"
+#include "formats/movie/moviedecoder.h"
 #include "pictures/palettelift.h"
 #include "sounds/soundfile.h"
 #include "tooltest.h"
@@ -12,7 +12,6 @@
 
 namespace {
 
-using moviedecoder::Movie;
 using rsc::Bytes;
 using testfiles::asBytes;
 using testfiles::Rgba;
@@ -26,6 +25,37 @@ Bytes noise(std::size_t size) {
     Bytes samples(size);
     for (std::uint8_t& sample : samples) sample = static_cast<std::uint8_t>(random() % 99 * 2);
     return samples;
+}
+
+struct Frame {
+    bool isKey = false;
+    bool hasPalette = false;
+    formats::MoviePalette palette;
+    Bytes pixels;
+    Bytes sound;
+};
+
+struct Movie {
+    std::vector<Frame> frames; ///< a ring frame is the last
+};
+
+Movie decode(const Bytes& file) {
+    const auto header = formats::readMovieHeader(file).value();
+    const rsc::ByteSpan tables = rsc::ByteSpan(file).subspan(formats::MovieHeader::kSize);
+    auto decoder = formats::MovieDecoder::make(
+                       header, tables.subspan(header.tablesSize(), header.treesSize), 0)
+                       .value();
+    Movie movie;
+    std::size_t at = header.framesStart();
+    for (const auto& entry : formats::readMovieTables(tables.first(header.tablesSize()))) {
+        EXPECT_TRUE(decoder.decode(rsc::ByteSpan(file).subspan(at, entry.size), entry.contents));
+        EXPECT_LE(decoder.sound().size(), header.largestChunks[0]);
+        movie.frames.push_back({entry.key, (entry.contents & entry.kHasPalette) != 0,
+                                decoder.palette(), decoder.picture(), decoder.sound()});
+        at += entry.size;
+    }
+    EXPECT_EQ(at, file.size());
+    return movie;
 }
 
 class MakeMovie : public testfiles::ToolTest {
@@ -43,17 +73,15 @@ class MakeMovie : public testfiles::ToolTest {
     }
     Movie made(const std::vector<std::string>& frames) {
         EXPECT_EQ(make(frames), 0) << errors_;
-        return moviedecoder::decode(asBytes(folder_.read("out/a.smk")));
+        return decode(asBytes(folder_.read("out/a.smk")));
     }
 
     /// The colour on the screen of a frame's pixel.
-    static platform::Rgb shown(const moviedecoder::Frame& frame, std::size_t pixel) {
+    static platform::Rgb shown(const Frame& frame, std::size_t pixel) {
         const std::size_t index = frame.pixels.at(pixel);
         if (index < 10 || index >= 246) return platform::staticPalette()[index];
-        const auto component = [&](std::size_t i) {
-            return rsc::fromMovieComponent(frame.palette[index * 3 + i]);
-        };
-        return rsc::liftColour({component(0), component(1), component(2)});
+        const formats::MovieColour colour = frame.palette[index];
+        return rsc::liftColour({colour.red, colour.green, colour.blue});
     }
 
     rsc::MovieOptions options_;
@@ -123,7 +151,6 @@ TEST_F(MakeMovie, BeginsScenesWithTheirOwnPalette) {
     options_.ring = true;
     const Movie movie = made({"1.png", "2.png", "3.png", "3.png"});
     ASSERT_EQ(movie.frames.size(), 5U);
-    EXPECT_EQ(movie.kinds, (std::set<unsigned>{2, 3})) << "skipped and solid";
     const int reds[] = {100, 100, 180, 180, 100};
     for (std::size_t i = 0; i < 5; ++i) {
         expectNear(shown(movie.frames[i], 0), {static_cast<std::uint8_t>(reds[i]), 50, 50});
@@ -161,20 +188,6 @@ TEST_F(MakeMovie, CarriesTheSoundOneSecondAhead) {
     EXPECT_THAT(errors_, HasSubstr("a.wav: is longer than the pictures, its last 0.20 seconds"));
     folder_.write("a.wav", wavFile(11025, 1, 8, {9}));
     EXPECT_EQ(made({"1.png"}).frames[0].sound, (Bytes{9, 128, 128, 128})) << "readers want four";
-}
-
-/// Differences as frequent as the Fibonacci numbers make the deepest trees.
-TEST(SoundCoder, BoundsTheLengthOfCodes) {
-    rsc::MovieSound sound{22050, 1, 8, {0}};
-    std::array<std::size_t, 2> counts{1, 1};
-    for (unsigned step = 1; step <= 28; ++step) {
-        for (std::size_t i = 0; i < counts[0]; ++i)
-            rsc::put8(sound.samples, sound.samples.back() + step);
-        counts = {counts[1], counts[0] + counts[1]};
-    }
-    const Bytes coded = rsc::codeSound(sound, 1, 6'000'000, true).chunks.at(0);
-    EXPECT_TRUE(moviedecoder::unpackSound({rsc::ByteSpan(coded).subspan(4), ""}, 1U << 31) ==
-                sound.samples);
 }
 
 TEST_F(MakeMovie, RefusesWhatItCannotMake) {

@@ -21,11 +21,10 @@ std::uint32_t limited(std::uint64_t value) {
 } // namespace
 
 HostMovie::HostMovie(MovieParts parts, const Clock& clock, std::uint32_t start)
-    : header_(parts.header), file_(std::move(parts.file)), decoder_(std::move(parts.decoder)),
+    : facts_(parts.facts), file_(std::move(parts.file)), frames_(std::move(parts.frames)),
       sound_(std::move(parts.sound)), clock_(clock), time_(clock),
-      picture_(header_.width, header_.shownHeight(), 8),
-      changed_(header_.width, header_.shownHeight(), kBlock,
-               header_.doubled ? 2 * kBlock : kBlock) {
+      picture_(facts_.width, facts_.shownHeight(), 8),
+      changed_(facts_.width, facts_.shownHeight(), kBlock, facts_.doubled ? 2 * kBlock : kBlock) {
     decode();
     frameMs_ = 0; // counts as opening
     openMs_ = clock.milliseconds() - start;
@@ -40,7 +39,7 @@ bool HostMovie::wait() {
     if (!time_.runs()) return true;
     time_.update();
     if (sound_) sound_->poll();
-    if (time_.late(frame_, header_.frameTime) >= 0) return false;
+    if (time_.late(frame_, facts_.frameTime) >= 0) return false;
     file_->readAhead();
     return true;
 }
@@ -48,9 +47,9 @@ bool HostMovie::wait() {
 /// Decodes the current frame, the decoder's next one.
 void HostMovie::decode() {
     const std::uint32_t start = clock_.milliseconds();
-    const MoviePalette before = decoder_->palette();
-    decoder_->next();
-    if (decoder_->palette() != before) newPalette_ = true;
+    const MoviePalette before = frames_->palette();
+    frames_->next();
+    if (frames_->palette() != before) newPalette_ = true;
     addSound();
     frameMs_ += clock_.milliseconds() - start;
 }
@@ -58,12 +57,12 @@ void HostMovie::decode() {
 void HostMovie::addSound() {
     if (!sound_) return;
     const double due = seconds(frame_);
-    const auto late = static_cast<double>(time_.late(frame_, header_.frameTime));
-    sound_->add(decoder_->sound(), frame_, due, due + late / kTicksPerSecond);
+    const auto late = static_cast<double>(time_.late(frame_, facts_.frameTime));
+    sound_->add(frames_->sound(), frame_, due, due + late / kTicksPerSecond);
 }
 
 double HostMovie::seconds(int frame) const {
-    return static_cast<double>(std::int64_t{frame} * header_.frameTime) / kTicksPerSecond;
+    return static_cast<double>(std::int64_t{frame} * facts_.frameTime) / kTicksPerSecond;
 }
 
 void HostMovie::doFrame() {
@@ -83,25 +82,20 @@ void HostMovie::doFrame() {
 }
 
 bool HostMovie::mustSkip() const {
-    const bool mayBeSkipped = sound_ && time_.runs() && frame_ + 1 < header_.frames;
+    const bool mayBeSkipped = sound_ && time_.runs() && frame_ + 1 < facts_.frames;
     return mayBeSkipped && skippedInARow_ < kMostSkipped &&
-           time_.late(frame_, header_.frameTime) > header_.frameTime;
+           time_.late(frame_, facts_.frameTime) > facts_.frameTime;
 }
 
 void HostMovie::takePicture() {
-    const auto [pixels, stride] = decoder_->picture();
-    if (pixels)
-        for (int y = 0; y < header_.height; ++y) compareRow(y, pixels + stride * y);
-    else if (!decoder_->hadPicture())
-        picture_ = Surface(picture_.width(), picture_.height(), 8); // as before the first frame
-    decoder_->letGo();
+    for (int y = 0; y < facts_.height; ++y) compareRow(y, frames_->row(y));
     if (std::exchange(whole_, false)) changed_.markAll();
 }
 
 /// Takes a line over and marks its blocks that are other than before.
 void HostMovie::compareRow(int y, const std::uint8_t* line) {
-    const auto size = static_cast<std::size_t>(header_.width);
-    std::uint8_t* const shown = picture_.row(header_.doubled ? 2 * y : y);
+    const auto size = static_cast<std::size_t>(facts_.width);
+    std::uint8_t* const shown = picture_.row(facts_.doubled ? 2 * y : y);
     if (std::memcmp(shown, line, size) == 0) return;
     for (int column = 0; column < changed_.columns(); ++column) {
         const auto left = static_cast<std::size_t>(column * kBlock);
@@ -109,7 +103,7 @@ void HostMovie::compareRow(int y, const std::uint8_t* line) {
         if (std::memcmp(shown + left, line + left, count) != 0) changed_.mark(column, y / kBlock);
     }
     std::memcpy(shown, line, size);
-    if (header_.doubled) std::memcpy(picture_.row(2 * y + 1), line, size);
+    if (facts_.doubled) std::memcpy(picture_.row(2 * y + 1), line, size);
 }
 
 std::optional<Rect> HostMovie::takeChanged() {
@@ -118,7 +112,7 @@ std::optional<Rect> HostMovie::takeChanged() {
 }
 
 void HostMovie::nextFrame() {
-    if (frame_ + 1 >= header_.frames) return;
+    if (frame_ + 1 >= facts_.frames) return;
     endFrame();
     ++frame_;
     done_ = false;
@@ -127,7 +121,7 @@ void HostMovie::nextFrame() {
 
 void HostMovie::goTo(int frame) {
     endFrame();
-    frame_ = std::clamp(frame, 0, header_.frames - 1);
+    frame_ = std::clamp(frame, 0, facts_.frames - 1);
     if (sound_) sound_->drop();
     decodeUntil(frame_);
     if (sound_) sound_->goOn(seconds(frame_));
@@ -141,14 +135,14 @@ void HostMovie::goTo(int frame) {
 /// Has `frame` be the decoder's next one. Sound may come far ahead of its frame, so that of all
 /// frames on the way counts.
 void HostMovie::decodeUntil(int frame) {
-    if (decoder_->frame() >= frame) {
-        decoder_->rewind();
+    if (frames_->frame() >= frame) {
+        frames_->rewind();
         if (sound_) sound_->rewind();
     }
-    while (decoder_->frame() + 1 < frame) {
-        decoder_->next();
-        const int passed = decoder_->frame();
-        if (sound_) sound_->pass(decoder_->sound(), passed, seconds(passed), seconds(frame));
+    while (frames_->frame() + 1 < frame) {
+        frames_->next();
+        const int passed = frames_->frame();
+        if (sound_) sound_->pass(frames_->sound(), passed, seconds(passed), seconds(frame));
     }
 }
 
@@ -177,22 +171,21 @@ MovieSummary HostMovie::summary() const {
     slowest.add(frameMs_, frame_);
     const std::uint64_t deviceMs = std::uint64_t{file_->readMs()} + file_->readAheadMs();
     set(MovieFact::PlaybackTime, time_.total());
-    set(MovieFact::FrameTime, static_cast<std::uint32_t>(header_.frameTime));
+    set(MovieFact::FrameTime, static_cast<std::uint32_t>(facts_.frameTime));
     set(MovieFact::OpenTime, openMs_);
     set(MovieFact::FramesPlayed, played_);
     set(MovieFact::FramesSkipped, skipped_);
     set(MovieFact::SoundSkips, sound_ ? sound_->skips() : 0);
     set(MovieFact::BlitTime, blitMs_);
     set(MovieFact::ReadTime, file_->readMs());
-    set(MovieFact::DecompressTime, decoder_->decodeMs());
+    set(MovieFact::DecompressTime, frames_->decodeMs());
     set(MovieFact::ReadAheadTime, file_->readAheadMs());
     set(MovieFact::ReadSpeed, deviceMs > 0 ? file_->bytesRead() * 1000 / deviceMs : 0);
     set(MovieFact::SlowestTime, slowest.first.ms);
     set(MovieFact::SecondSlowestTime, slowest.second.ms);
     set(MovieFact::SlowestFrame, slowest.first.frame);
     set(MovieFact::SecondSlowestFrame, slowest.second.frame);
-    set(MovieFact::AverageFrameSize,
-        header_.framesSize / static_cast<std::uint64_t>(header_.frames));
+    set(MovieFact::AverageFrameSize, frames_->size() / static_cast<std::uint64_t>(facts_.frames));
     set(MovieFact::HighestMemory, highestMemory());
     set(MovieFact::ExtraMemory, file_->extraMemory());
     set(MovieFact::HighestExtraUse, file_->highestExtraUse());
@@ -203,7 +196,7 @@ MovieSummary HostMovie::summary() const {
 std::uint64_t HostMovie::highestMemory() const {
     const std::uint64_t shown =
         std::uint64_t{picture_.stride()} * static_cast<std::uint64_t>(picture_.height());
-    return shown + changed_.memory() + file_->memory() + decoder_->highestMemory() +
+    return shown + changed_.memory() + file_->memory() + frames_->highestMemory() +
            (sound_ ? sound_->highestMemory() : 0);
 }
 

@@ -5,9 +5,8 @@
 
 #include "platform/host/movies/changedblocks.h"
 #include "platform/host/movies/movieclock.h"
-#include "platform/host/movies/moviedecoder.h"
 #include "platform/host/movies/moviefile.h"
-#include "platform/host/movies/movieheader.h"
+#include "platform/host/movies/movieframes.h"
 #include "platform/host/movies/moviesound.h"
 #include "platform/movies.h"
 
@@ -18,9 +17,9 @@ namespace platform {
 
 /// What a movie is made of; only the sound may be missing.
 struct MovieParts {
-    MovieHeader header;
+    MovieFacts facts;
     std::unique_ptr<MovieFile> file;
-    std::unique_ptr<MovieDecoder> decoder; ///< of the file
+    std::unique_ptr<MovieFrames> frames; ///< of the file
     std::optional<MovieSound> sound;
 };
 
@@ -31,8 +30,8 @@ class HostMovie final : public Movie {
 
     [[nodiscard]] int width() const override { return picture_.width(); }
     [[nodiscard]] int height() const override { return picture_.height(); }
-    [[nodiscard]] int frameCount() const override { return header_.frames; }
-    [[nodiscard]] int frameTime() const override { return header_.frameTime; }
+    [[nodiscard]] int frameCount() const override { return facts_.frames; }
+    [[nodiscard]] int frameTime() const override { return facts_.frameTime; }
     [[nodiscard]] int frame() const override { return frame_; }
 
     void run(bool on) override;
@@ -40,7 +39,7 @@ class HostMovie final : public Movie {
 
     [[nodiscard]] bool hasNewPalette() const override { return newPalette_; }
     void clearNewPalette() override { newPalette_ = false; }
-    [[nodiscard]] const MoviePalette& palette() const override { return decoder_->palette(); }
+    [[nodiscard]] const MoviePalette& palette() const override { return frames_->palette(); }
 
     void doFrame() override;
     [[nodiscard]] const Surface& picture() const override { return picture_; }
@@ -76,9 +75,9 @@ class HostMovie final : public Movie {
     void endFrame();
     [[nodiscard]] std::uint64_t highestMemory() const;
 
-    MovieHeader header_;
+    MovieFacts facts_;
     std::unique_ptr<MovieFile> file_;
-    std::unique_ptr<MovieDecoder> decoder_;
+    std::unique_ptr<MovieFrames> frames_;
     std::optional<MovieSound> sound_;
     const Clock& clock_;
     MovieClock time_;

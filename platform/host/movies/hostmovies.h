@@ -1,6 +1,4 @@
-// The movies of every back end: Smacker files, played with the library libavcodec.
-//
-// Where the library is missing no movie can be opened.
+// The movies of every back end.
 #pragma once
 
 #include "platform/clock.h"
@@ -15,9 +13,6 @@ class HostMovies final : public Movies {
     /// All must outlive the movies.
     HostMovies(Files& files, const Clock& clock, MovieSpeakers& speakers)
         : files_(files), clock_(clock), speakers_(speakers) {}
-
-    /// Whether this program was built with the library.
-    static const bool kAvailable;
 
     [[nodiscard]] std::unique_ptr<Movie> open(const MovieRequest& request) override;
 

@@ -7,7 +7,6 @@
 // have come long before, and is kept for it.
 #pragma once
 
-#include "platform/host/movies/movieheader.h"
 #include "platform/host/sound/moviespeaker.h"
 
 #include <cstddef>
@@ -21,8 +20,9 @@ namespace platform {
 
 class MovieSound {
   public:
-    MovieSound(const MovieHeader::Sound& track, std::unique_ptr<MovieSpeaker> speaker)
-        : format_(track.format), lastFrame_(track.lastFrame), speaker_(std::move(speaker)) {}
+    /// `lastFrame` is the last one that brings sound; -1 when none does.
+    MovieSound(const SoundFormat& format, int lastFrame, std::unique_ptr<MovieSpeaker> speaker)
+        : format_(format), lastFrame_(lastFrame), speaker_(std::move(speaker)) {}
 
     // Times are in seconds of the movie, from its start on. Samples are whole blocks.
 

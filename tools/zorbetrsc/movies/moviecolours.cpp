@@ -2,6 +2,8 @@
 
 #include "pictures/palettelift.h"
 
+#include "formats/movie/moviepalette.h"
+
 #include <limits>
 #include <vector>
 
@@ -9,6 +11,7 @@ namespace rsc {
 
 namespace {
 
+using formats::fromMovieComponent;
 using platform::Rgb;
 
 struct MovieColour {

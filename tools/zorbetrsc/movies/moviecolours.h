@@ -6,16 +6,6 @@
 
 namespace rsc {
 
-/// A component as the file stores it; the lowest two bits are lost.
-[[nodiscard]] constexpr std::uint8_t toMovieComponent(std::uint8_t component) {
-    return component >> 2;
-}
-
-/// A stored component as readers spread it.
-[[nodiscard]] constexpr std::uint8_t fromMovieComponent(std::uint8_t stored) {
-    return static_cast<std::uint8_t>(stored << 2 | stored >> 4);
-}
-
 /// The colour, as readers spread it, for the screen to show `wanted` or what comes nearest to it.
 /// Very dark colours keep their hue as in colourToStore.
 [[nodiscard]] platform::Rgb movieColourToStore(platform::Rgb wanted);

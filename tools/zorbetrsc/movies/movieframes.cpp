@@ -2,9 +2,10 @@
 
 #include "filesystem.h"
 #include "manifest/givenfiles.h"
-#include "movies/blockcoder.h"
 #include "pictures/picture.h"
 #include "text.h"
+
+#include "formats/movie/blocks.h"
 
 #include <algorithm>
 
@@ -13,6 +14,7 @@ namespace rsc {
 namespace {
 
 namespace fs = std::filesystem;
+using formats::kBlockSide;
 using platform::Rgb;
 
 constexpr int kLargestMovieSide = 4096; ///< of movies that the program shows

@@ -1,86 +1,50 @@
 #include "movies/movieinfo.h"
 
-#include "movies/moviefile.h"
+#include "refusal.h"
 #include "text.h"
 
-#include <algorithm>
+#include "formats/movie/moviefile.h"
 
 namespace rsc {
 
 namespace {
 
-constexpr std::uint32_t kSizeMask = ~std::uint32_t{3}; ///< of a frame's size; the rest are flags
-constexpr std::size_t kTableEntry = 5;                 ///< bytes for a frame: size, contents
-constexpr int kNormalRate = 10;                        ///< frames a second when it says 0
+void checkSize(const formats::MovieHeader& header, ByteSpan file) {
+    std::uint64_t end = header.framesStart();
+    if (end <= file.size())
+        for (const auto& entry : formats::readMovieTables(
+                 file.subspan(formats::MovieHeader::kSize, header.tablesSize())))
+            end += entry.size;
+    if (end > file.size()) throw Refusal("the movie is cut off");
+}
 
-class MovieDescriber {
-  public:
-    explicit MovieDescriber(ByteSpan file) : in_(file, "the movie is cut off") {}
+/// In milliseconds, with two digits behind the point.
+std::string frameTimeText(std::int64_t hundredths) {
+    const std::string digits = std::to_string(hundredths % 100 + 100).substr(1);
+    return std::to_string(hundredths / 100) + "." + digits;
+}
 
-    std::string describe() const {
-        checkSize();
-        std::string text =
-            std::to_string(in_.u32(MovieHeader::kWidth)) + "x" + std::to_string(shownHeight()) +
-            ", " + counted(in_.u32(MovieHeader::kFrames), "frame") + " of " + frameTime() + " ms";
-        if (hasRing()) text += ", a ring frame";
-        for (std::size_t track = 0; track < MovieHeader::kTracks; ++track)
-            text += sound(in_.u32(MovieHeader::kSoundFormat + track * 4));
-        return text;
-    }
-
-  private:
-    [[nodiscard]] bool hasFlag(std::uint32_t flags) const {
-        return (in_.u32(MovieHeader::kFlags) & flags) != 0;
-    }
-    [[nodiscard]] bool hasRing() const { return hasFlag(MovieHeader::kRingFlag); }
-
-    [[nodiscard]] std::uint64_t shownHeight() const {
-        const std::uint64_t height = in_.u32(MovieHeader::kHeight);
-        return hasFlag(MovieHeader::kDoubledFlags) ? 2 * height : height;
-    }
-
-    void checkSize() const {
-        const std::size_t frames = std::size_t{in_.u32(MovieHeader::kFrames)} + (hasRing() ? 1 : 0);
-        std::size_t end = MovieHeader::kSize + frames * kTableEntry;
-        (void)in_.slice(0, end);
-        end += in_.u32(MovieHeader::kTreesSize);
-        for (std::size_t i = 0; i < frames; ++i)
-            end += in_.u32(MovieHeader::kSize + i * 4) & kSizeMask;
-        (void)in_.slice(0, end);
-    }
-
-    /// In milliseconds, with two digits behind the point.
-    [[nodiscard]] std::string frameTime() const {
-        const auto field = static_cast<std::int32_t>(in_.u32(MovieHeader::kFrameTime));
-        std::int64_t ticks = 100'000 / kNormalRate;
-        if (field > 0) ticks = std::int64_t{field} * 100;
-        if (field < 0) ticks = -std::int64_t{field};
-        const std::string digits = std::to_string(ticks % 100 + 100).substr(1);
-        return std::to_string(ticks / 100) + "." + digits;
-    }
-
-    /// Empty for a track that is not there.
-    static std::string sound(std::uint32_t format) {
-        const std::uint32_t rate = format & MovieHeader::kRateMask;
-        if ((format & MovieHeader::kPresent) == 0 || rate == 0) return {};
-        return ", sound of " + std::to_string(rate) + " Hz, " +
-               ((format & MovieHeader::k16Bits) != 0 ? "16" : "8") + " bits, " +
-               ((format & MovieHeader::kStereo) != 0 ? "stereo" : "mono") +
-               ((format & MovieHeader::kPacked) != 0 ? ", packed" : "");
-    }
-
-    ByteReader in_;
-};
+std::string soundText(const formats::MovieSoundFormat& format) {
+    return ", sound of " + std::to_string(format.rate) + " Hz, " + std::to_string(format.bits) +
+           " bits, " + (format.channels == 2 ? "stereo" : "mono") +
+           (format.packed ? ", packed" : "");
+}
 
 } // namespace
 
-bool isMovieFile(ByteSpan file) {
-    const auto startsWith = [&](std::string_view text) {
-        return file.size() >= text.size() && std::ranges::equal(file.first(text.size()), text);
-    };
-    return startsWith(kMovieSignature) || startsWith(kLaterMovieSignature);
-}
+bool isMovieFile(ByteSpan file) { return formats::isMovie(file); }
 
-std::string describeMovie(ByteSpan file) { return MovieDescriber(file).describe(); }
+std::string describeMovie(ByteSpan file) {
+    const auto header = formats::readMovieHeader(file);
+    if (!header) throw Refusal("the movie is cut off");
+    checkSize(*header, file);
+    std::string text = std::to_string(header->width) + "x" + std::to_string(header->shownHeight()) +
+                       ", " + counted(header->frames, "frame") + " of " +
+                       frameTimeText(header->frameTime()) + " ms";
+    if (header->hasRing()) text += ", a ring frame";
+    for (std::size_t track = 0; track < formats::kMovieTracks; ++track)
+        if (const auto format = header->sound(track)) text += soundText(*format);
+    return text;
+}
 
 } // namespace rsc

@@ -22,16 +22,17 @@ bool isStorable(const formats::sound::Facts& facts) {
 }
 
 MovieSound storedSound(const formats::sound::Facts& facts, ByteSpan file) {
-    MovieSound sound{facts.header.sampleRate, facts.channels, facts.bits, {}};
+    MovieSound sound{{facts.header.sampleRate, facts.bits, facts.channels}, {}};
     const ByteSpan samples = samplesOf(facts, file);
-    const ByteSpan whole = samples.first(samples.size() - samples.size() % sound.bytesOfPoint());
+    const ByteSpan whole =
+        samples.first(samples.size() - samples.size() % sound.format.bytesOfPoint());
     sound.samples.assign(whole.begin(), whole.end());
     return sound;
 }
 
 MovieSound convertedSound(ByteSpan file) {
     const SoundSamples given = readSoundFile(file);
-    MovieSound sound{given.rate, given.channels, given.isDeep ? 16 : 8, {}};
+    MovieSound sound{{given.rate, given.isDeep ? 16 : 8, given.channels}, {}};
     for (const float value : given.values) {
         if (given.isDeep)
             putSigned16(sound.samples, toSample16(value));
@@ -48,11 +49,11 @@ MovieSound readMovieSound(ByteSpan file) {
     refuseCutOff(facts);
     MovieSound sound = isStorable(facts) ? storedSound(facts, file) : convertedSound(file);
     if (sound.samples.empty()) throw Refusal("the sound has no samples");
-    if (sound.channels > kMostChannels)
-        throw Refusal("the sound has " + std::to_string(sound.channels) +
+    if (sound.format.channels > kMostChannels)
+        throw Refusal("the sound has " + std::to_string(sound.format.channels) +
                       " channels, a movie has 1 or 2: mix it down");
-    if (sound.rate < WaveOut::kMinRate || sound.rate > WaveOut::kMaxRate)
-        throw Refusal("the sound has " + std::to_string(sound.rate) +
+    if (sound.format.rate < WaveOut::kMinRate || sound.format.rate > WaveOut::kMaxRate)
+        throw Refusal("the sound has " + std::to_string(sound.format.rate) +
                       " samples a second, allowed is " + std::to_string(WaveOut::kMinRate) +
                       " to " + std::to_string(WaveOut::kMaxRate));
     return sound;

@@ -3,19 +3,13 @@
 
 #include "bytes.h"
 
+#include "formats/movie/moviesound.h"
+
 namespace rsc {
 
 struct MovieSound {
-    int rate = 0;     ///< samples a second
-    int channels = 1; ///< 1 or 2, left first
-    int bits = 8;     ///< 8, unsigned, or 16, signed and little-endian
-    Bytes samples;    ///< whole ones of all channels
-
-    [[nodiscard]] std::size_t bytesOfSample() const { return static_cast<std::size_t>(bits) / 8; }
-    /// Bytes of a sample of all channels.
-    [[nodiscard]] std::size_t bytesOfPoint() const {
-        return bytesOfSample() * static_cast<std::size_t>(channels);
-    }
+    formats::MovieSoundFormat format;
+    Bytes samples; ///< whole ones of all channels
 };
 
 /// The samples of a WAVE file of 8 or 16 bits are kept as they are; sounds of more bits, and of all

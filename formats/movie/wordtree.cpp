@@ -1,13 +1,17 @@
-#include "movies/wordtree.h"
+#include "formats/movie/wordtree.h"
 
-#include "movies/bytetree.h"
+#include "formats/movie/bytetree.h"
 
-namespace rsc {
+#include <algorithm>
+
+namespace formats {
 
 namespace {
 
 constexpr std::size_t kValues = 65536;
 constexpr std::size_t kNodeSize = 4; ///< bytes of a node in memory
+constexpr int kDeepest = 500;        ///< bits of codes in files that others wrote
+constexpr std::size_t kMostNodes = 2 * kValues;
 
 std::uint8_t lowByte(std::size_t value) { return value & 0xFF; }
 std::uint8_t highByte(std::size_t value) { return value >> 8 & 0xFF; }
@@ -33,8 +37,8 @@ WordTree::Statistics WordTree::count(std::span<const ValueSpan> frames, bool use
 }
 
 /// The highest values that are no literals.
-std::optional<WordTree::Markers> WordTree::chooseMarkers(const Statistics& statistics) {
-    Markers markers{};
+std::optional<ValueMarkers> WordTree::chooseMarkers(const Statistics& statistics) {
+    ValueMarkers markers{};
     std::size_t found = 0;
     for (std::size_t value = kValues; value > 0 && found < markers.size(); --value)
         if (statistics.literals[value - 1] == 0)
@@ -43,14 +47,14 @@ std::optional<WordTree::Markers> WordTree::chooseMarkers(const Statistics& stati
 }
 
 std::vector<std::uint32_t> WordTree::leafCounts(const Statistics& statistics,
-                                                const Markers& markers) {
+                                                const ValueMarkers& markers) {
     std::vector<std::uint32_t> counts = statistics.literals;
     for (std::size_t slot = 0; slot < markers.size(); ++slot)
         counts[markers[slot]] = statistics.slots[slot];
     return counts;
 }
 
-WordTree::WordTree(const Statistics& statistics, const Markers& markers, bool usesCache)
+WordTree::WordTree(const Statistics& statistics, const ValueMarkers& markers, bool usesCache)
     : tree_(leafCounts(statistics, markers)), markers_(markers), usesCache_(usesCache) {
     BitWriter shape;
     write(shape);
@@ -63,13 +67,10 @@ std::optional<WordTree> WordTree::make(std::span<const ValueSpan> frames, bool u
     return markers ? std::optional(WordTree(statistics, *markers, usesCache)) : std::nullopt;
 }
 
-WordTree WordTree::forFrames(std::span<const ValueSpan> frames) {
+std::optional<WordTree> WordTree::forFrames(std::span<const ValueSpan> frames) {
     auto plain = make(frames, false);
     auto cached = make(frames, true);
-    if (!cached)
-        throw Refusal("the pictures hold nearly all pairs of neighbouring colours that there are; "
-                      "use fewer colours");
-    return plain && plain->bits_ <= cached->bits_ ? *std::move(plain) : *std::move(cached);
+    return plain && plain->bits_ <= cached->bits_ ? plain : cached;
 }
 
 void WordTree::write(BitWriter& out) const {
@@ -82,7 +83,7 @@ void WordTree::write(BitWriter& out) const {
     });
     const ByteTree lowBytes(low);
     const ByteTree highBytes(high);
-    out.putBit(true); // there is a tree
+    out.putBit(true);
     lowBytes.write(out);
     highBytes.write(out);
     for (const std::uint16_t marker : markers_) out.put(marker, 16);
@@ -104,4 +105,24 @@ void WordTree::FrameWriter::put(BitWriter& out, std::uint16_t value) {
     cache_.add(value);
 }
 
-} // namespace rsc
+bool WordCodes::read(BitReader& in) {
+    isThere_ = in.takeBit();
+    if (!isThere_) return true;
+    HuffmanCodes low;
+    HuffmanCodes high;
+    if (!readByteTree(in, low) || !readByteTree(in, high)) return false;
+    ValueMarkers markers{};
+    for (std::uint16_t& marker : markers) marker = static_cast<std::uint16_t>(in.take(16));
+    const auto readLeaf = [&]() -> std::uint32_t {
+        const std::uint32_t lowByte = low.get(in);
+        const std::uint32_t value = lowByte | high.get(in) << 8;
+        const auto* const marker = std::ranges::find(markers, value);
+        if (marker == markers.end()) return value;
+        return kFirstSlot + static_cast<std::uint32_t>(marker - markers.begin());
+    };
+    if (!codes_.read(in, {kDeepest, kMostNodes}, readLeaf)) return false;
+    (void)in.takeBit();
+    return true;
+}
+
+} // namespace formats

@@ -1,8 +1,8 @@
-#include "movies/huffmantree.h"
+#include "formats/movie/huffmantree.h"
 
 #include <algorithm>
 
-namespace rsc {
+namespace formats {
 
 HuffmanTree::HuffmanTree(std::span<const std::uint32_t> counts) : codes_(counts.size()) {
     build(counts);
@@ -65,4 +65,30 @@ std::uint64_t HuffmanTree::bitCount(std::span<const std::uint32_t> counts) const
 
 int HuffmanTree::longestCode() const { return std::ranges::max(codes_, {}, &Code::length).length; }
 
-} // namespace rsc
+void HuffmanCodes::makeTable() {
+    tableBits_ = std::min(longest_, kTableBits);
+    table_.resize(std::size_t{1} << tableBits_);
+    fillTable(0, 0, 0);
+}
+
+void HuffmanCodes::fillTable(std::uint32_t node, std::uint32_t code, int length) {
+    const bool isLeaf = (nodes_[node] & kInner) == 0;
+    if (!isLeaf && length < tableBits_) {
+        fillTable(node + 1, code, length + 1);
+        fillTable(nodes_[node] & kSymbol, code | 1U << length, length + 1);
+        return;
+    }
+    const std::uint32_t entry = nodes_[node] & kSymbol;
+    for (std::size_t at = code; at < table_.size(); at += std::size_t{1} << length)
+        table_[at] = (isLeaf ? entry : kInner | node) | static_cast<std::uint32_t>(length)
+                                                            << kLengthShift;
+}
+
+/// From a node that the table leads to.
+std::uint32_t HuffmanCodes::walk(BitReader& in, std::uint32_t node) const {
+    node &= kSymbol;
+    while (nodes_[node] & kInner) node = in.takeBit() ? nodes_[node] & kSymbol : node + 1;
+    return nodes_[node];
+}
+
+} // namespace formats

@@ -1,19 +1,10 @@
-#include "movies/blockcoder.h"
+#include "formats/movie/videocoder.h"
 
 #include <algorithm>
 
-namespace rsc {
+namespace formats {
 
 namespace {
-
-constexpr std::array<std::uint16_t, 64> makeRunLengths() {
-    std::array<std::uint16_t, 64> lengths{};
-    for (std::uint16_t i = 0; i < 59; ++i) lengths[i] = i + 1;
-    for (std::uint16_t i = 59; i < 64; ++i)
-        lengths[i] = static_cast<std::uint16_t>(128 << (i - 59));
-    return lengths;
-}
-constexpr auto kRunLengths = makeRunLengths();
 
 using BlockPixels = std::span<const std::uint8_t, kBlockSide * kBlockSide>;
 
@@ -74,29 +65,66 @@ class RunJoiner {
     std::size_t blocks_ = 0;
 };
 
+struct Trees {
+    WordTree masks;
+    WordTree colours;
+    WordTree pairs;
+    WordTree runs;
+};
+
+std::optional<WordTree> treeFor(const std::vector<FrameBlocks>& frames,
+                                Values FrameBlocks::*which) {
+    std::vector<ValueSpan> values;
+    for (const FrameBlocks& frame : frames) values.emplace_back(frame.*which);
+    return WordTree::forFrames(values);
+}
+
+/// One kind of values of a frame, put one after the other.
+class ValueQueue {
+  public:
+    ValueQueue(const Values& values, const WordTree& tree) : values_(values), writer_(tree) {}
+
+    [[nodiscard]] bool atEnd() const { return at_ == values_.size(); }
+    std::uint16_t put(BitWriter& out) {
+        writer_.put(out, values_[at_]);
+        return values_[at_++];
+    }
+
+  private:
+    const Values& values_;
+    WordTree::FrameWriter writer_;
+    std::size_t at_ = 0;
+};
+
+Bytes writeFrame(const FrameBlocks& frame, const Trees& trees) {
+    ValueQueue masks(frame.masks, trees.masks);
+    ValueQueue colours(frame.colours, trees.colours);
+    ValueQueue pairs(frame.pairs, trees.pairs);
+    ValueQueue runs(frame.runs, trees.runs);
+    BitWriter out;
+    while (!runs.atEnd()) {
+        const BlockRun run = BlockRun::fromValue(runs.put(out));
+        for (std::size_t block = 0; block < run.length(); ++block) {
+            if (run.kind == BlockKind::Mono) {
+                colours.put(out);
+                masks.put(out);
+            } else if (run.kind == BlockKind::Full) {
+                for (std::size_t i = 0; i < FrameBlocks::kPairsOfBlock; ++i) pairs.put(out);
+            }
+        }
+    }
+    Bytes bytes = out.take();
+    if (bytes.empty()) bytes.push_back(0); // codes may have no bits, but readers want a byte
+    return bytes;
+}
+
 } // namespace
 
-BlockRun BlockRun::longest(BlockKind kind, std::size_t blocks, std::uint8_t colour) {
-    const auto* beyond = std::ranges::upper_bound(kRunLengths, blocks);
-    return {kind, static_cast<std::uint8_t>(beyond - kRunLengths.begin() - 1), colour};
-}
-
-BlockRun BlockRun::fromValue(std::uint16_t value) {
-    return {static_cast<BlockKind>(value & 3), static_cast<std::uint8_t>(value >> 2 & 63),
-            static_cast<std::uint8_t>(value >> 8)};
-}
-
-std::uint16_t BlockRun::value() const {
-    return static_cast<std::uint16_t>(static_cast<int>(kind) | lengthIndex << 2 | colour << 8);
-}
-
-std::size_t BlockRun::length() const { return kRunLengths[lengthIndex]; }
-
-BlockCoder::BlockCoder(int width, int height)
+VideoCoder::VideoCoder(int width, int height)
     : width_(static_cast<std::size_t>(width)), blocksAcross_(width_ / kBlockSide),
       blocks_(blocksAcross_ * (static_cast<std::size_t>(height) / kBlockSide)) {}
 
-BlockCoder::Block BlockCoder::blockAt(ByteSpan indices, std::size_t block) const {
+VideoCoder::Block VideoCoder::blockAt(ByteSpan indices, std::size_t block) const {
     const std::size_t top = block / blocksAcross_ * kBlockSide;
     const std::size_t left = block % blocksAcross_ * kBlockSide;
     Block pixels{};
@@ -106,8 +134,8 @@ BlockCoder::Block BlockCoder::blockAt(ByteSpan indices, std::size_t block) const
     return pixels;
 }
 
-FrameBlocks BlockCoder::code(ByteSpan indices, bool whole) {
-    FrameBlocks frame;
+void VideoCoder::add(ByteSpan indices, bool whole) {
+    FrameBlocks& frame = frames_.emplace_back();
     RunJoiner runs(frame.runs);
     for (std::size_t i = 0; i < blocks_; ++i) {
         const Block pixels = blockAt(indices, i);
@@ -127,7 +155,24 @@ FrameBlocks BlockCoder::code(ByteSpan indices, bool whole) {
     }
     runs.finish();
     before_.assign(indices.begin(), indices.end());
-    return frame;
 }
 
-} // namespace rsc
+std::optional<CodedVideo> VideoCoder::finish() const {
+    auto masks = treeFor(frames_, &FrameBlocks::masks);
+    auto colours = treeFor(frames_, &FrameBlocks::colours);
+    auto pairs = treeFor(frames_, &FrameBlocks::pairs);
+    auto runs = treeFor(frames_, &FrameBlocks::runs);
+    if (!masks || !colours || !pairs || !runs) return std::nullopt;
+    const Trees trees{*std::move(masks), *std::move(colours), *std::move(pairs), *std::move(runs)};
+    CodedVideo video;
+    BitWriter out;
+    for (const WordTree* tree : {&trees.masks, &trees.colours, &trees.pairs, &trees.runs})
+        tree->write(out);
+    video.trees = out.take();
+    video.treeSizes = {trees.masks.sizeInMemory(), trees.colours.sizeInMemory(),
+                       trees.pairs.sizeInMemory(), trees.runs.sizeInMemory()};
+    for (const FrameBlocks& frame : frames_) video.frames.push_back(writeFrame(frame, trees));
+    return video;
+}
+
+} // namespace formats
