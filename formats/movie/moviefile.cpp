@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view kMovieSignature = "SMK2";
 constexpr std::string_view kLaterMovieSignature = "SMK4";
-constexpr std::size_t kMovieUnit = 4;         ///< sizes of frames and trees are multiples of it
+constexpr std::size_t kMovieUnit = 4;    ///< sizes of frames and trees are multiples of it
 constexpr std::uint32_t kKeyFrame = 1;   ///< in a frame's size
 constexpr std::uint32_t kSizeFlags = 3;  ///< all that may be there
 constexpr std::int64_t kTicksOfMs = 100; ///< the frame time's other unit
