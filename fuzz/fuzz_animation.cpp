@@ -108,14 +108,13 @@ void checkImage(const AOImage& image, std::size_t size) {
 
 /// What the tools take for whole can be stored, and is the same again.
 void checkWhole(formats::ByteSpan file) {
-    std::string problem;
-    const auto whole = formats::animation::readWhole(file, problem);
-    expect(whole.has_value() == problem.empty(), "what is not whole has a reason");
-    if (!whole) return;
-    expect(formats::animation::whyNotStored(*whole).empty(), "what was stored can be stored");
-    const formats::Bytes stored = formats::animation::write(*whole);
-    const auto again = formats::animation::readWhole(stored, problem);
-    expect(again && formats::animation::write(*again) == stored, "what was written is read");
+    const auto whole = formats::animation::readWhole(file);
+    if (!whole.ok()) return;
+    expect(formats::animation::whyNotStored(whole.value).empty(), "what was stored can be stored");
+    const formats::Bytes stored = formats::animation::write(whole.value);
+    const auto again = formats::animation::readWhole(stored);
+    expect(again.ok() && formats::animation::write(again.value) == stored,
+           "what was written is read");
 }
 
 /// The animation and a copy of it in a window, and what is done to them.

@@ -215,19 +215,17 @@ void writePlace(ByteWriter& out, const Animation& animation) {
 
 } // namespace
 
-std::optional<StoredAnimation> read(ByteSpan bytes, std::string& problem) {
+Result<StoredAnimation> read(ByteSpan bytes) {
     StoredAnimation animation;
-    problem = textOf(Parser(bytes, animation).parse());
-    if (!problem.empty()) return std::nullopt;
-    return animation;
+    std::string refusal = textOf(Parser(bytes, animation).parse());
+    return {std::move(animation), std::move(refusal)};
 }
 
-std::optional<Animation> readWhole(ByteSpan bytes, std::string& problem) {
+Result<Animation> readWhole(ByteSpan bytes) {
     StoredAnimation animation;
     const Fault fault = Parser(bytes, animation).parse();
-    problem = WholeCheck(animation, bytes.size()).run(fault);
-    if (!problem.empty()) return std::nullopt;
-    return animation;
+    std::string refusal = WholeCheck(animation, bytes.size()).run(fault);
+    return {std::move(animation), std::move(refusal)};
 }
 
 std::string whyNotStored(const Animation& animation) {

@@ -16,6 +16,7 @@
 #pragma once
 
 #include "formats/base/bytes.h"
+#include "formats/base/result.h"
 
 #include <bit>
 #include <cstdint>
@@ -72,13 +73,13 @@ struct StoredAnimation : Animation {
 };
 
 /// Reads what can be played, in either byte order; the rows lie in `bytes`. None when the tables do
-/// not fit into the resource; `problem` then says what of it is wrong.
-[[nodiscard]] std::optional<StoredAnimation> read(ByteSpan bytes, std::string& problem);
+/// not fit into the resource.
+[[nodiscard]] Result<StoredAnimation> read(ByteSpan bytes);
 
 /// The same for who wants to know whether it is whole: rows that are damaged, frames that are empty
 /// or overlap (they may be the same), entries that show no frame and sequences without an end are
 /// problems, too. The rows of a frame end with its last one.
-[[nodiscard]] std::optional<Animation> readWhole(ByteSpan bytes, std::string& problem);
+[[nodiscard]] Result<Animation> readWhole(ByteSpan bytes);
 
 /// Why the fields of a resource cannot hold an animation; empty when they can.
 [[nodiscard]] std::string whyNotStored(const Animation& animation);

@@ -11,6 +11,8 @@ template <class Value>
 struct Result {
     Value value;
     std::string refusal; ///< empty: there is one
+
+    [[nodiscard]] bool ok() const { return refusal.empty(); }
 };
 
 } // namespace formats

@@ -264,16 +264,16 @@ bool isCursorFile(ByteSpan bytes) {
     return bytes.size() >= kDirectoryHead && std::ranges::equal(bytes.first(4), kStart);
 }
 
-std::optional<CursorFile> readCursorFile(ByteSpan bytes, std::string& problem) {
+Result<CursorFile> readCursorFile(ByteSpan bytes) {
+    constexpr const char* kCutOff = "the cursor is cut off";
     ByteReader reader(bytes);
     reader.skip(4);
     const std::size_t count = reader.u16();
-    problem = !reader.ok()                         ? "the cursor is cut off"
-              : !isCursorFile(bytes) || count == 0 ? "no cursor file"
-                                                   : "";
+    if (!reader.ok()) return {{}, kCutOff};
+    if (!isCursorFile(bytes) || count == 0) return {{}, "no cursor file"};
     CursorFile file;
     file.length = kDirectoryHead + count * kDirectoryEntry;
-    while (problem.empty() && file.entries.size() < count) {
+    while (file.entries.size() < count) {
         CursorEntry entry;
         const int width = reader.u8();
         const int height = reader.u8();
@@ -284,44 +284,38 @@ std::optional<CursorFile> readCursorFile(ByteSpan bytes, std::string& problem) {
         entry.hotSpot.y = reader.u16();
         const std::size_t length = reader.u32();
         const std::size_t offset = reader.u32();
-        if (!reader.ok() || offset > bytes.size() || length > bytes.size() - offset) {
-            problem = "the cursor is cut off";
-            break;
-        }
+        if (!reader.ok() || offset > bytes.size() || length > bytes.size() - offset)
+            return {{}, kCutOff};
         entry.image = bytes.subspan(offset, length);
         file.length = std::max(file.length, offset + length);
         file.entries.push_back(entry);
     }
-    if (!problem.empty()) return std::nullopt;
-    return file;
+    return {std::move(file), {}};
 }
 
-std::optional<CursorPixels> plainPixels(const CursorEntry& entry, std::string& problem) {
+Result<std::optional<CursorPixels>> plainPixels(const CursorEntry& entry) {
     Parts parts;
     const PartsFault fault = readParts(entry.image, parts);
     const bool isPlain = parts.width == entry.width && parts.height == entry.height &&
                          (parts.depth == kIndexDepth || parts.depth == kColourDepth) &&
                          parts.colourCount <= kMostColours;
-    problem.clear();
     if (fault == PartsFault::HeaderCut || (fault == PartsFault::Cut && isPlain))
-        problem = "the cursor's picture is cut off";
-    if (fault != PartsFault::None || !isPlain) return std::nullopt;
+        return {{}, "the cursor's picture is cut off"};
+    if (fault != PartsFault::None || !isPlain) return {};
     const auto table = parts.tableColours();
     CursorPixels pixels;
     for (int y = 0; y < parts.height; ++y)
         for (int x = 0; x < parts.width; ++x) {
             const std::uint32_t value = valueAt(parts.colourRow(y), x, parts.depth);
             const bool isIndex = parts.depth == kIndexDepth;
-            if (valueAt(parts.maskRow(y), x, kMaskDepth) != 0) {
+            if (valueAt(parts.maskRow(y), x, kMaskDepth) != 0)
                 pixels.push_back(0);
-            } else if (isIndex && value >= parts.colourCount) {
-                problem = "damaged cursor: a pixel lies outside of its colours";
-                return std::nullopt;
-            } else {
+            else if (isIndex && value >= parts.colourCount)
+                return {{}, "damaged cursor: a pixel lies outside of its colours"};
+            else
                 pixels.push_back((isIndex ? table[value] : value) | kOpaque);
-            }
         }
-    return pixels;
+    return {std::move(pixels), {}};
 }
 
 Bytes writeCursor(const Cursor& cursor) { return CursorWriter(cursor).write(); }

@@ -18,6 +18,7 @@
 #pragma once
 
 #include "formats/base/bytes.h"
+#include "formats/base/result.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -65,14 +66,13 @@ struct CursorFile {
     std::size_t length = 0;           ///< of the file: what follows the last picture is none of it
 };
 
-/// Reads the directory alone. None, and `problem` says why, when there is no picture, or one of
-/// them lies outside of the file.
-[[nodiscard]] std::optional<CursorFile> readCursorFile(ByteSpan bytes, std::string& problem);
+/// Reads the directory alone. None when there is no picture, or one of them lies outside of the
+/// file.
+[[nodiscard]] Result<CursorFile> readCursorFile(ByteSpan bytes);
 
 /// The pixels of a picture of the kinds that writeCursor makes; one that would invert the screen is
-/// transparent. None of other kinds, and none, with a `problem`, of one that is damaged.
-[[nodiscard]] std::optional<CursorPixels> plainPixels(const CursorEntry& entry,
-                                                      std::string& problem);
+/// transparent. A picture of another kind has none; one that is damaged is refused.
+[[nodiscard]] Result<std::optional<CursorPixels>> plainPixels(const CursorEntry& entry);
 
 /// A file with this picture: 8 bits a pixel when 256 colours are enough, else 24. Transparent
 /// pixels become black.

@@ -1,6 +1,6 @@
 #include "resources/palettehook.h"
 
-#include "formats/palette/lift.h"
+#include "formats/picture/lift.h"
 
 #include <algorithm>
 

@@ -3,6 +3,6 @@
 
 #include "omcolor.h"
 
-/// Lifts the game's colours, entries 10 to 245 (formats/palette/lift.h). The other entries stay
+/// Lifts the game's colours, entries 10 to 245 (formats/picture/lift.h). The other entries stay
 /// untouched.
 void RLiftPalette(OMPalette& colors);

@@ -7,6 +7,7 @@
 using namespace formats::picture;
 using formats::Bytes;
 using formats::ByteSpan;
+using formats::Result;
 
 namespace {
 
@@ -28,9 +29,10 @@ const Bytes kSmallCursor = {
 };
 
 /// Of the first picture.
-std::optional<CursorPixels> pixelsOf(const Bytes& bytes, std::string& problem) {
-    const auto file = readCursorFile(bytes, problem);
-    return file ? plainPixels(file->entries.at(0), problem) : std::nullopt;
+Result<std::optional<CursorPixels>> pixelsOf(const Bytes& bytes) {
+    const auto file = readCursorFile(bytes);
+    if (!file.ok()) return {{}, file.refusal};
+    return plainPixels(file.value.entries.at(0));
 }
 
 TEST(CursorFormat, HasATableUpTo256Colours) {
@@ -45,10 +47,9 @@ TEST(CursorFormat, HasATableUpTo256Colours) {
     EXPECT_EQ(more[36], 24) << "bits a pixel";
     EXPECT_EQ(more.size(), 62U + 64 * 64 * 3 + 64 * 8);
     for (const Bytes& bytes : {most, more}) {
-        std::string problem;
-        EXPECT_EQ(readCursorFile(bytes, problem).value().length, bytes.size());
-        const auto pixels = pixelsOf(bytes, problem);
-        ASSERT_TRUE(pixels) << problem;
+        EXPECT_EQ(readCursorFile(bytes).value.length, bytes.size());
+        const auto pixels = pixelsOf(bytes).value;
+        ASSERT_TRUE(pixels);
         EXPECT_EQ(pixels->at(254), 0xFFFE0303);
         EXPECT_EQ(pixels->back(), bytes == most ? kRed : 0);
         EXPECT_EQ(readCursor(bytes).value().pixels, *pixels) << "what is shown";
@@ -74,17 +75,15 @@ TEST(CursorFormat, TellsDamageFromOtherKinds) {
         {38, 1, "", "compressed"},
         {57, 0xFF, "", "too many colours"},
     };
-    std::string problem;
     for (const auto& row : rows) {
         Bytes bytes = kSmallCursor;
         bytes[row.at] = row.value;
-        EXPECT_FALSE(pixelsOf(bytes, problem)) << row.name;
-        EXPECT_EQ(problem, row.problem) << row.name;
+        const auto [pixels, refusal] = pixelsOf(bytes);
+        EXPECT_FALSE(pixels) << row.name;
+        EXPECT_EQ(refusal, row.problem) << row.name;
     }
-    for (std::size_t size = 0; size < kSmallCursor.size(); ++size) {
-        EXPECT_FALSE(readCursorFile(ByteSpan(kSmallCursor).first(size), problem));
-        EXPECT_EQ(problem, kCutOff) << size;
-    }
+    for (std::size_t size = 0; size < kSmallCursor.size(); ++size)
+        EXPECT_EQ(readCursorFile(ByteSpan(kSmallCursor).first(size)).refusal, kCutOff) << size;
 }
 
 } // namespace

@@ -51,7 +51,7 @@ class AnimationBuilder : public testing::Test {
         bytes_ = rsc::buildAnimation(
             plan_, withPalette ? &palette_ : nullptr,
             [&](const rsc::FileName& file) { return Picture::fromPng(pictures_.at(file.path)); });
-        aseq_ = rsc::readOrRefuse(formats::animation::readWhole, bytes_);
+        aseq_ = rsc::valueOf(formats::animation::readWhole(bytes_));
         std::string text;
         for (const auto& frame : aseq_.frames) {
             Bytes row(static_cast<std::size_t>(frame.width));

@@ -4,9 +4,6 @@
 
 #include "formats/base/result.h"
 
-#include <cstdint>
-#include <optional>
-#include <span>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -29,18 +26,8 @@ class Refusal : public std::runtime_error {
 /// The value of a result; thrown when there is none.
 template <class Value>
 Value valueOf(formats::Result<Value> result) {
-    if (!result.refusal.empty()) throw Refusal(result.refusal);
+    if (!result.ok()) throw Refusal(result.refusal);
     return std::move(result.value);
-}
-
-/// What the reader of a format gives; refused with its reason when that is nothing.
-template <class Value>
-Value readOrRefuse(std::optional<Value> (&read)(std::span<const std::uint8_t>, std::string&),
-                   std::span<const std::uint8_t> bytes) {
-    std::string problem;
-    std::optional<Value> value = read(bytes, problem);
-    if (!value) throw Refusal(problem);
-    return std::move(*value);
 }
 
 /// Runs `work`; a refusal out of it that has no line yet gets this one.

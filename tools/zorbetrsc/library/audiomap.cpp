@@ -10,7 +10,7 @@ using formats::animation::Entry;
 void AudioMap::add(int id, ByteSpan animation) {
     int sequence = 0;
     for (const formats::animation::Sequence& entries :
-         readOrRefuse(formats::animation::readWhole, animation).sequences) {
+         valueOf(formats::animation::readWhole(animation)).sequences) {
         ++sequence;
         for (const Entry& entry : entries) {
             if (entry.code != Entry::kSound) continue;

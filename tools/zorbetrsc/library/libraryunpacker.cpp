@@ -34,9 +34,8 @@ bool fillsUpTo(ByteSpan data, ByteSpan stored, std::size_t unit) {
 /// The bytes of a cursor's file; none when it is no such file.
 std::optional<std::size_t> cursorLength(const ResourceEntry& entry, ByteSpan stored) {
     if (entry.type != "CURSOR") return std::nullopt;
-    std::string problem; // of damage, which was told before
-    const auto file = formats::picture::readCursorFile(stored, problem);
-    return file ? std::optional(file->length) : std::nullopt;
+    const auto file = formats::picture::readCursorFile(stored); // of damage was told before
+    return file.ok() ? std::optional(file.value.length) : std::nullopt;
 }
 
 Bytes copyOf(ByteSpan bytes) { return {bytes.begin(), bytes.end()}; }

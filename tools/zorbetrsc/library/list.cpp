@@ -24,7 +24,7 @@ constexpr int kSizeWidth = 9;
 
 /// Frames, sequences and the size of the largest frame.
 std::string describeAnimation(ByteSpan data) {
-    const auto animation = readOrRefuse(formats::animation::readWhole, data);
+    const auto animation = valueOf(formats::animation::readWhole(data));
     int width = 0;
     int height = 0;
     for (const formats::animation::Frame& frame : animation.frames) {
@@ -47,7 +47,7 @@ std::string describeFont(ByteSpan data) {
 std::string describePictures(ByteSpan data) {
     std::string text;
     for (const auto& [width, height, hotSpot, image] :
-         readOrRefuse(formats::picture::readCursorFile, data).entries) {
+         valueOf(formats::picture::readCursorFile(data)).entries) {
         if (!text.empty()) text += "; ";
         text += std::to_string(width) + "x" + std::to_string(height) + ", hot spot " +
                 std::to_string(hotSpot.x) + " " + std::to_string(hotSpot.y);

@@ -185,7 +185,7 @@ Bytes repack(const UnpackedResource& unpacked) {
 
 std::optional<UnpackedResource> unpackAnimation(ByteSpan resource, int id, const Colours& shown,
                                                 const std::string& name) {
-    const auto stored = readOrRefuse(animation::readWhole, resource);
+    const auto stored = valueOf(animation::readWhole(resource));
     try {
         auto unpacked = Unpacker(stored, id, shown, name).unpack();
         if (!unpacked) return std::nullopt;

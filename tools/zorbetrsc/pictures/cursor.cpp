@@ -24,10 +24,9 @@ std::string faultOf(ByteSpan resource) {
     if (startsWith(resource, kPngStart)) return "it is a PNG picture, no cursor file";
     if (startsWith(resource, kIconStart)) return "it is an icon (.ico), no cursor (.cur)";
     if (!formats::picture::isCursorFile(resource)) return "it is no cursor file (.cur)";
-    std::string problem;
-    const auto file = formats::picture::readCursorFile(resource, problem);
-    if (!file) return problem;
-    for (const formats::picture::CursorEntry& entry : file->entries)
+    const auto file = formats::picture::readCursorFile(resource);
+    if (!file.ok()) return file.refusal;
+    for (const formats::picture::CursorEntry& entry : file.value.entries)
         if (startsWith(entry.image, kPngStart)) return "its pictures are packed as PNG";
     return "none of its pictures is whole, not compressed, of 1, 4, 8, 24 or 32 bits a pixel and "
            "of at most 256x256 pixels";

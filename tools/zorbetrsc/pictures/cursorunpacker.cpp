@@ -8,12 +8,10 @@ namespace rsc {
 
 std::optional<UnpackedResource> unpackCursor(formats::ByteSpan resource, int id,
                                              const std::string& name) {
-    const auto cursor = readOrRefuse(formats::picture::readCursorFile, resource);
+    const auto cursor = valueOf(formats::picture::readCursorFile(resource));
     if (cursor.entries.size() != 1) return std::nullopt;
     const formats::picture::CursorEntry& entry = cursor.entries.front();
-    std::string problem;
-    const auto shown = formats::picture::plainPixels(entry, problem);
-    if (!problem.empty()) throw Refusal(problem);
+    const auto shown = valueOf(formats::picture::plainPixels(entry));
     if (!shown) return std::nullopt;
     std::vector<Pixel> pixels;
     for (const std::uint32_t pixel : *shown) {

@@ -1,6 +1,6 @@
 #include "pictures/palettelift.h"
 
-#include "formats/palette/lift.h"
+#include "formats/picture/lift.h"
 
 #include <algorithm>
 #include <array>

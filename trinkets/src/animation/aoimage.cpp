@@ -18,18 +18,19 @@ constexpr std::size_t kMostWalks = 16;
 } // namespace
 
 std::shared_ptr<AOImage> AOImage::read(std::span<const std::byte> data, std::string& problem) {
-    auto stored = animation::read(formats::asNumbers(data), problem);
-    if (!stored) return nullptr;
+    auto [stored, refusal] = animation::read(formats::asNumbers(data));
+    problem = refusal;
+    if (!refusal.empty()) return nullptr;
     auto image = std::make_shared<AOImage>();
-    image->framesPerSecond_ = stored->framesPerSecond;
-    image->embedded_ = {stored->x, stored->y, stored->depth};
-    for (AOSequence& sequence : stored->sequences)
+    image->framesPerSecond_ = stored.framesPerSecond;
+    image->embedded_ = {stored.x, stored.y, stored.depth};
+    for (AOSequence& sequence : stored.sequences)
         if (sequence.empty() || sequence.back().code != AOEntry::kEnd)
             sequence.push_back({0, 0, AOEntry::kEnd, 0});
-    image->sequences_ = std::make_shared<std::vector<AOSequence>>(std::move(stored->sequences));
-    const formats::ByteSpan frameData = stored->frameData;
+    image->sequences_ = std::make_shared<std::vector<AOSequence>>(std::move(stored.sequences));
+    const formats::ByteSpan frameData = stored.frameData;
     image->data_.assign(frameData.begin(), frameData.end());
-    for (const animation::Frame& frame : stored->frames) {
+    for (const animation::Frame& frame : stored.frames) {
         const bool broken = !frame.rows.data() || frame.width < 0 || frame.height < 0;
         image->brokenFrames_ += broken ? 1 : 0;
         image->frames_.push_back(broken ? FrameRecord{}

@@ -1,4 +1,4 @@
-#include "formats/palette/lift.h"
+#include "formats/picture/lift.h"
 
 #include <algorithm>
 #include <cmath>
