@@ -3,7 +3,7 @@
 // a long movie may not fit into memory.
 #pragma once
 
-#include "bytes.h"
+#include "filesystem.h"
 #include "pictures/palette.h"
 #include "pictures/picture.h"
 

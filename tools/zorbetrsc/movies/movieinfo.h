@@ -1,7 +1,7 @@
 // What a movie file says of itself, for "list".
 #pragma once
 
-#include "bytes.h"
+#include "filesystem.h"
 
 namespace rsc {
 

@@ -32,14 +32,14 @@ MovieSound storedSound(const formats::sound::Facts& facts, ByteSpan file) {
 
 MovieSound convertedSound(ByteSpan file) {
     const SoundSamples given = readSoundFile(file);
-    MovieSound sound{{given.rate, given.isDeep ? 16 : 8, given.channels}, {}};
+    formats::ByteWriter samples;
     for (const float value : given.values) {
         if (given.isDeep)
-            putSigned16(sound.samples, toSample16(value));
+            samples.u16(toSample16(value));
         else
-            put8(sound.samples, toSample8(value));
+            samples.u8(toSample8(value));
     }
-    return sound;
+    return {{given.rate, given.isDeep ? 16 : 8, given.channels}, samples.take()};
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // The sound of a movie, as its author gives it.
 #pragma once
 
-#include "bytes.h"
+#include "filesystem.h"
 
 #include "formats/movie/moviesound.h"
 
