@@ -18,9 +18,9 @@ constexpr int kHeight = 480;
 constexpr int kPanning = 4; ///< pixels a frame
 
 /// Blobs of colour, as a painting has them, that move along.
-rsc::Bytes panning() {
+formats::Bytes panning() {
     std::mt19937 random(1);
-    rsc::Bytes picture(static_cast<std::size_t>(kWidth) * kHeight);
+    formats::Bytes picture(static_cast<std::size_t>(kWidth) * kHeight);
     for (std::size_t i = 0; i < picture.size();) {
         const auto colour = static_cast<std::uint8_t>(10 + random() % 230);
         for (auto run = 1 + random() % 24; run > 0 && i < picture.size(); --run)
@@ -47,7 +47,7 @@ ProcessTimes measureMovie(int repetitions) {
                                          "if n=74\nquit\n";
     const MediaMachine machine;
     std::filesystem::create_directory(machine.hostPath("RSC"));
-    const rsc::Bytes movie = panning();
+    const formats::Bytes movie = panning();
     machine.put("RSC/movie.smk", std::as_bytes(std::span(movie)));
     const formats::Bytes library = formats::library::write("LIB", {}).value;
     machine.put("RSC/some.rsc", std::as_bytes(std::span(library)));

@@ -88,11 +88,11 @@ std::vector<Bytes> sounds() {
 /// Behind the bytes that say what is done with it; see fuzz_animation.cpp.
 Bytes acted(const Bytes& animation, std::uint32_t depth, std::uint32_t how,
             std::initializer_list<std::pair<int, int>> acts) {
-    testing_support::ByteWriter out(false);
+    formats::ByteWriter out;
     out.u8(depth / 8 - 1).u16(5).u16(3).u8(how).u8(static_cast<std::uint32_t>(acts.size()));
     for (const auto& [what, value] : acts)
         out.u8(static_cast<std::uint32_t>(what)).u16(static_cast<std::uint32_t>(value));
-    Bytes seed = out.bytes();
+    Bytes seed = toBytes(out.bytes());
     seed.insert(seed.end(), animation.begin(), animation.end());
     return seed;
 }
@@ -145,9 +145,9 @@ std::vector<Bytes> palettes() {
     std::vector<Bytes> seeds;
     for (std::uint32_t depth = 0; depth < 4; ++depth)
         for (const std::uint32_t length : {0u, 1535u, 1536u, 1540u}) {
-            testing_support::ByteWriter out(false);
+            formats::ByteWriter out;
             out.u8(depth).u8(depth * 2 + length % 2).u16(length);
-            Bytes seed = out.bytes();
+            Bytes seed = toBytes(out.bytes());
             seed.insert(seed.end(), palette.begin(), palette.end());
             seed.insert(seed.end(), palette.rbegin(), palette.rend());
             seeds.push_back(std::move(seed));
@@ -162,7 +162,7 @@ std::vector<Bytes> bitmaps() {
     for (const std::uint16_t depth : {8, 16, 24, 32})
         for (const int height : {3, -3})
             for (const bool isFile : {true, false}) {
-                testing_support::ByteWriter out(false);
+                formats::ByteWriter out;
                 out.u16(2).u16(1).u8(isFile ? 1 : 0).u16(0xFFFF).u16(14).u8(0);
                 out.u8(depth == 8 ? 0 : 1).u8(7).zeros(6);
                 const Bytes file = testing_support::Bmp{.isFile = isFile,
@@ -171,7 +171,7 @@ std::vector<Bytes> bitmaps() {
                                                         .depth = depth,
                                                         .pixels = pixels}
                                        .build();
-                Bytes seed = out.bytes();
+                Bytes seed = toBytes(out.bytes());
                 seed.insert(seed.end(), file.begin(), file.end());
                 seeds.push_back(std::move(seed));
             }
@@ -248,11 +248,11 @@ std::vector<Bytes> movies() {
                         added.sounds[0].push_back(static_cast<std::uint8_t>(i * i));
                 }
                 if (packed) movie.ring = movie.frames.front();
-                testing_support::ByteWriter out;
+                formats::ByteWriter out;
                 out.u8(channels).u16(bits == 8 ? 100 : 0xFFFF).u8(12).u8(0).u16(1);
                 for (int i = 0; i < 5; ++i) out.u8(13).u16(0).u8(1).u16(70);
                 out.u8(2).u16(1);
-                seeds.push_back(out.all(movie.build()).bytes());
+                seeds.push_back(toBytes(out.block(movie.build()).bytes()));
             }
     return seeds;
 }
