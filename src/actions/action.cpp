@@ -21,7 +21,10 @@ constexpr OMSEntry kActionVocabulary[] = {
 
 const OMSClass Action::kClass{"Action", &OMScriptableObject::kClass, kActionVocabulary};
 
-Action::~Action() { leaveContainers(); }
+void Action::onRetire() {
+    halt();
+    leaveContainers();
+}
 
 void Action::leaveContainers() {
     while (!memberships_.empty()) memberships_.back().container->forget(*this);
@@ -35,11 +38,10 @@ ActionContainer* Action::container() const {
 }
 
 void Action::start() {
-    const OMSWatch self(this);
     if (active_) {
         active_ = false;
         end(End::Halted);
-        if (!self) return;
+        if (isRetired()) return;
     }
     finishing_.reset();
     active_ = true;
@@ -50,12 +52,10 @@ void Action::start() {
 
 void Action::halt() {
     if (!active_) return;
-    const OMSWatch self(this);
     active_ = false;
     end(End::Halted);
-    ActionContainer* told = self ? container() : nullptr;
-    if (told) told->memberEnded(*this);
-    if (self) fireCompletion();
+    if (ActionContainer* told = container()) told->memberEnded(*this);
+    fireCompletion();
 }
 
 void Action::pause() {
@@ -77,20 +77,17 @@ void Action::resume() {
 }
 
 void Action::resumeForScript() {
-    const OMSWatch self(this);
     resume();
-    if (self && !isActive()) fireCompletion();
+    if (!isActive()) fireCompletion();
 }
 
 void Action::finish() {
     if (!active_) return;
-    const OMSWatch self(this);
     active_ = false;
     end(End::Finished);
-    if (!self) return;
     if (ActionContainer* told = container()) told->memberEnded(*this);
-    if (self) fireCompletion();
-    if (self) fireEvent("finished");
+    fireCompletion();
+    fireEvent("finished");
 }
 
 void Action::finishLater() {
@@ -105,12 +102,11 @@ void Action::finishLater() {
 }
 
 OMLink Action::doneLink() {
-    return [watch = std::make_shared<OMSWatch>(this), run = run_] {
-        auto* action = static_cast<Action*>(watch->object());
-        if (!action || action->run_ != run) return;
-        if (action->hasLostObject())
-            action->finishLater();
+    return whileActive([this, run = run_] {
+        if (run_ != run) return;
+        if (hasLostObject())
+            finishLater();
         else
-            action->finish();
-    };
+            finish();
+    });
 }

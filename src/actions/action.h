@@ -21,8 +21,7 @@ class Action : public OMScriptableObject {
     static const OMSClass kClass;
 
     explicit Action(bool interruptible) : interruptible_(interruptible) {}
-    /// Leaves its containers. The destructor of its class has halted it.
-    ~Action() override;
+    ~Action() override { retire(); }
     /// Every kind of action can be copied. The copy is idle, and in no container.
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override = 0;
 
@@ -46,17 +45,19 @@ class Action : public OMScriptableObject {
   protected:
     enum class End : std::uint8_t { Finished, Halted };
 
+    /// Halts it; then it leaves its containers.
+    void onRetire() override;
     Action(const Action& other) : OMScriptableObject(other), interruptible_(other.interruptible_) {}
 
-    /// Begins the work. May finish at once, and be destroyed then.
+    /// Begins the work. May finish at once.
     virtual void begin() = 0;
     /// Lets go of what it worked with.
     virtual void end(End) {}
     virtual void hold() {}
     virtual void goOn() {}
 
-    /// The work is done: tells the container, whoever waits, and the scripts. The action may be
-    /// destroyed in it. Without effect on an idle one.
+    /// The work is done: tells the container, whoever waits, and the scripts. Without effect on an
+    /// idle one.
     void finish();
     /// The same in the next pass of the main loop: for when an object goes that it worked with, in
     /// whose end nobody wants to be told of anything else.

@@ -25,13 +25,11 @@ const OMSClass ActionContainer::kClass{"ActionContainer", &Action::kClass,
 ActionContainer::ActionContainer(const OMSClass& scriptClass, bool interruptible)
     : Action(interruptible), scriptClass_(scriptClass) {}
 
-ActionContainer::~ActionContainer() { dissolve(); }
-
-void ActionContainer::dissolve() {
-    dissolving_ = true;
+void ActionContainer::onRetire() {
     later_.reset();
     clear();
     leaveContainers(); // while it has a height
+    active_ = false;
 }
 
 // ---------------------------------------------------------------------------- members
@@ -62,7 +60,7 @@ bool ActionContainer::add(std::unique_ptr<Action> action) {
 }
 
 bool ActionContainer::insert(Action& action, std::unique_ptr<Action> owned, bool byCopy) {
-    if (dissolving_) return false;
+    if (isGoing()) return false;
     auto* inner = dynamic_cast<ActionContainer*>(&action);
     const bool stubborn = !action.isInterruptible();
     action.memberships_.push_back({this, byCopy});
@@ -123,7 +121,7 @@ void ActionContainer::erase(Action& action) {
     if (gone.front().inner) sink();
     for (const Member& each : gone) {
         countStubborn(each.stubborn ? -1 : 0);
-        if (!dissolving_) actionRemoved(each.number, each.isUnderWay());
+        if (!isGoing()) actionRemoved(each.number, each.isUnderWay());
     }
 } // what was owned goes here
 
@@ -133,7 +131,7 @@ void ActionContainer::clear() {
     countStubborn(-stubborn_);
     sink();
     for (const Member& each : gone)
-        if (!dissolving_) actionRemoved(each.number, each.isUnderWay());
+        if (!isGoing()) actionRemoved(each.number, each.isUnderWay());
 }
 
 void ActionContainer::takeMembersOf(const ActionContainer& original) {
@@ -173,9 +171,8 @@ ActionContainer::Member* ActionContainer::find(Number number) {
 }
 
 void ActionContainer::forEach(const OMLinkTo<void(Member&)>& visit) {
-    const OMSWatch self(this);
     const Number last = lastNumber_;
-    for (Number number = kNone; self;) {
+    for (Number number = kNone;;) {
         Member* member = nextTo(number);
         if (!member || member->number > last) return;
         number = member->number;

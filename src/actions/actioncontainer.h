@@ -31,7 +31,7 @@ class ActionContainer : public Action {
     static constexpr int kMaxStartDepth = 100;
     static constexpr int kMaxStarts = 10'000;
 
-    ~ActionContainer() override;
+    ~ActionContainer() override { retire(); }
 
     /// What `add` of scripts does: the name of a variable with an action, or a type and its
     /// arguments, from the argument list.
@@ -90,8 +90,7 @@ class ActionContainer : public Action {
     };
 
     ActionContainer(const OMSClass& scriptClass, bool interruptible);
-    /// Destructors of the classes call it first.
-    void dissolve();
+    void onRetire() override;
 
     /// Begins with the first member, at least one.
     virtual void startMembers() = 0;
@@ -150,6 +149,5 @@ class ActionContainer : public Action {
     int stubborn_ = 0;   ///< members that may not be interrupted
     int height_ = 1;     ///< levels of containers from here down
     unsigned sweep_ = 0; ///< the latest one that it took part in
-    bool dissolving_ = false;
     std::unique_ptr<OMTask> later_;
 };

@@ -11,8 +11,6 @@
 AnimAction::AnimAction(const Settings& settings, bool interruptible)
     : CopiedAction(interruptible), settings_(settings) {}
 
-AnimAction::~AnimAction() { halt(); }
-
 std::unique_ptr<Action> AnimAction::create(bool byDefault) {
     constexpr std::size_t kShortForm = 3; // and the flag
     ActionParameters parameters("AnimAction", byDefault);

@@ -21,7 +21,6 @@ class AnimAction final : public CopiedAction<AnimAction> {
 
     AnimAction(const Settings& settings, bool interruptible);
     AnimAction(const AnimAction& other) : CopiedAction(other), settings_(other.settings_) {}
-    ~AnimAction() override;
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:
@@ -39,7 +38,6 @@ class AnimAction final : public CopiedAction<AnimAction> {
 class PlayAnimAction final : public CopiedAction<PlayAnimAction, ActionOf<RAnimation>> {
   public:
     using CopiedAction::CopiedAction;
-    ~PlayAnimAction() override { halt(); }
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:

@@ -17,7 +17,6 @@ class CharacterAnimAction final : public CopiedAction<CharacterAnimAction, Chara
   public:
     CharacterAnimAction(RCharacter& character, int id, int repeatCount, bool staysVisible,
                         bool interruptible);
-    ~CharacterAnimAction() override { halt(); }
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:
@@ -32,7 +31,6 @@ class CharacterAnimAction final : public CopiedAction<CharacterAnimAction, Chara
 class CharacterSpeechAction final : public CopiedAction<CharacterSpeechAction, CharacterAction> {
   public:
     CharacterSpeechAction(RCharacter& character, int speech, bool interruptible);
-    ~CharacterSpeechAction() override { halt(); }
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:

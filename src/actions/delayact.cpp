@@ -4,8 +4,6 @@
 #include "omplatform.h"
 #include "omrandom.h"
 
-TimedAction::~TimedAction() { halt(); }
-
 void TimedAction::begin() {
     remainingMs_ = nextDelay();
     startMs_ = OMMilliseconds();

@@ -8,9 +8,6 @@
 #include <memory>
 
 class TimedAction : public Action {
-  public:
-    ~TimedAction() override;
-
   protected:
     using Action::Action;
     TimedAction(const TimedAction& other) : Action(other) {}

@@ -9,7 +9,6 @@
 class MapAction final : public CopiedAction<MapAction, ActionOf<RMap>> {
   public:
     using CopiedAction::CopiedAction;
-    ~MapAction() override { halt(); }
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:

@@ -32,7 +32,6 @@ class MoveAction final : public CopiedAction<MoveAction> {
     MoveAction(RAnimation& animation, OMTrinket& trinket, std::vector<Axis> axes,
                bool interruptible);
     MoveAction(const MoveAction& other);
-    ~MoveAction() override { halt(); }
 
     [[nodiscard]] static std::unique_ptr<Action> createX(bool interruptible);
     [[nodiscard]] static std::unique_ptr<Action> createY(bool interruptible);

@@ -13,8 +13,6 @@ MovieAction::MovieAction(Settings settings, bool interruptible)
 MovieAction::MovieAction(const MovieAction& other)
     : CopiedAction(other), settings_(other.settings_) {}
 
-MovieAction::~MovieAction() { halt(); }
-
 std::unique_ptr<Action> MovieAction::create(bool byDefault) {
     ActionParameters parameters("MovieAction", byDefault);
     if (!parameters.areAtLeast(1)) return nullptr;

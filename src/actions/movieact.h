@@ -19,7 +19,6 @@ class MovieAction final : public CopiedAction<MovieAction> {
 
     MovieAction(Settings settings, bool interruptible);
     MovieAction(const MovieAction& other);
-    ~MovieAction() override;
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:

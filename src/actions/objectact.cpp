@@ -29,9 +29,7 @@ std::unique_ptr<Action> VerbAction::create(bool byDefault) {
                                         interruptible);
 }
 
-/// The method may destroy the action.
 void VerbAction::begin() {
-    const OMSWatch self(this);
     if (OMScriptableObject* object = object_.object()) {
         OMSArguments& list = OMSArguments::global();
         list.clear();
@@ -40,7 +38,7 @@ void VerbAction::begin() {
         if (!object->invoke(verb))
             RWarn(OMFormat("VerbAction, verb not supported: %s", verb.c_str()));
     }
-    if (self) finish();
+    finish();
 }
 
 // ---------------------------------------------------------------------------- PropertyAction
@@ -64,9 +62,7 @@ std::unique_ptr<Action> PropertyAction::create(bool byDefault) {
                                             interruptible);
 }
 
-/// What the property does may destroy the action.
 void PropertyAction::begin() {
-    const OMSWatch self(this);
     if (OMScriptableObject* object = object_.object()) {
         OMSArguments::global().clear();
         const std::string property = property_;
@@ -74,5 +70,5 @@ void PropertyAction::begin() {
         if (!object->setProperty(property, value))
             RWarn(OMFormat("PropertyAction, property not found: %s", property.c_str()));
     }
-    if (self) finish();
+    finish();
 }

@@ -14,6 +14,8 @@ class VerbAction final : public CopiedAction<VerbAction> {
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:
+    /// What it does goes on: it is not halted.
+    void onRetire() override { leaveContainers(); }
     void begin() override;
 
   private:
@@ -29,6 +31,8 @@ class PropertyAction final : public CopiedAction<PropertyAction> {
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:
+    /// What it does goes on: it is not halted.
+    void onRetire() override { leaveContainers(); }
     void begin() override;
 
   private:

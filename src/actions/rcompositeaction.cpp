@@ -48,12 +48,11 @@ void RCompositeAction::goOnLater() {
 
 void RCompositeAction::halt() {
     if (!isActive()) return;
-    const OMSWatch self(this);
     const unsigned halting = run();
     forEach([this, halting](Member& member) {
         if (run() == halting && member.isUnderWay() && member.mayBeHalted()) haltMember(member);
     });
-    if (self && isActive() && run() == halting && isDone()) becomeInactive();
+    if (isActive() && run() == halting && isDone()) becomeInactive();
 }
 
 void RCompositeAction::hold() {

@@ -10,7 +10,6 @@ class RCompositeAction final : public ActionContainer {
     static const OMSClass kClass;
 
     explicit RCompositeAction(bool interruptible) : ActionContainer(kClass, interruptible) {}
-    ~RCompositeAction() override { dissolve(); }
 
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 

@@ -75,7 +75,6 @@ void RQueue::goOnLater() {
 
 void RQueue::halt() {
     if (!isActive()) return;
-    const OMSWatch self(this);
     const unsigned halting = run();
     bool halted = false;
     for (Member* member = find(cursor_); member && member->mayBeHalted(); member = find(cursor_)) {
@@ -83,7 +82,7 @@ void RQueue::halt() {
         cursor_ = next ? next->number : kNone;
         halted = true;
         haltMember(*member);
-        if (!self || !isActive() || run() != halting) return;
+        if (!isActive() || run() != halting) return;
     }
     if (cursor_ == kNone)
         becomeInactive();
@@ -92,9 +91,8 @@ void RQueue::halt() {
 }
 
 void RQueue::clearForScript() {
-    const OMSWatch self(this);
     halt();
-    if (self && !isActive()) clear();
+    if (!isActive()) clear();
 }
 
 void RQueue::hold() {

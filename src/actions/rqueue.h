@@ -13,7 +13,6 @@ class RQueue final : public ActionContainer {
     RQueue(int repeatCount, bool interruptible) : ActionContainer(kClass, interruptible) {
         setRepeatCount(repeatCount);
     }
-    ~RQueue() override { dissolve(); }
 
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 

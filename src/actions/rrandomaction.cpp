@@ -79,11 +79,10 @@ void RRandomAction::halt() {
     if (!isActive()) return;
     Member* member = find(current_);
     if (!member || !member->mayBeHalted()) return;
-    const OMSWatch self(this);
     const unsigned halting = run();
     current_ = kNone;
     haltMember(*member);
-    if (self && run() == halting) becomeInactive();
+    if (run() == halting) becomeInactive();
 }
 
 void RRandomAction::hold() {

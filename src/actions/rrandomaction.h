@@ -13,7 +13,6 @@ class RRandomAction final : public ActionContainer {
 
     RRandomAction(bool useAllBeforeRepeat, bool interruptible)
         : ActionContainer(kClass, interruptible), useAllBeforeRepeat_(useAllBeforeRepeat) {}
-    ~RRandomAction() override { dissolve(); }
 
     /// The same members are left to be drawn.
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;

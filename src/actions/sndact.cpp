@@ -10,8 +10,6 @@ SoundAction::SoundAction(int id, bool streamed, bool interruptible)
 SoundAction::SoundAction(const SoundAction& other)
     : CopiedAction(other), id_(other.id_), streamed_(other.streamed_) {}
 
-SoundAction::~SoundAction() { halt(); }
-
 std::unique_ptr<Action> SoundAction::create(bool byDefault) {
     ActionParameters parameters("SoundAction", byDefault);
     if (!parameters.areAtLeast(1)) return nullptr;

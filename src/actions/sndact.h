@@ -15,7 +15,6 @@ class SoundAction final : public CopiedAction<SoundAction> {
 
     SoundAction(int id, bool streamed, bool interruptible);
     SoundAction(const SoundAction& other);
-    ~SoundAction() override;
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
     /// Where sounds come from, installed by the game at start-up.

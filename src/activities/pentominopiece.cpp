@@ -21,23 +21,20 @@ void PentominoPiece::setView(int view) {
 }
 
 void PentominoPiece::onBeginDrag(Point point) {
-    const OMSWatch self(this);
     OMAnimation::onBeginDrag(point);
-    if (!self) return;
+    if (isRetired()) return;
     held_ = true;
     player_.piecePickedUp(*this);
 }
 
 void PentominoPiece::dragBy(int& dx, int& dy) {
-    const OMSWatch self(this);
     OMAnimation::dragBy(dx, dy);
-    if (self && held_) player_.pieceDragged(*this);
+    if (held_ && !isRetired()) player_.pieceDragged(*this);
 }
 
 void PentominoPiece::onDrop(Point point) {
-    const OMSWatch self(this);
     OMAnimation::onDrop(point);
-    if (self) letGo();
+    letGo();
 }
 
 void PentominoPiece::onReleaseLost() {
@@ -46,5 +43,5 @@ void PentominoPiece::onReleaseLost() {
 }
 
 void PentominoPiece::letGo() {
-    if (std::exchange(held_, false)) player_.pieceDropped(*this);
+    if (std::exchange(held_, false) && !isRetired()) player_.pieceDropped(*this);
 }

@@ -111,10 +111,13 @@ RMap::RMap(const RMap& other)
     putMarker(kFinishSlot, finishId_, finish_);
 }
 
-RMap::~RMap() {
-    if (!run_) return;
-    // The completion is called when nobody finds the map any more.
-    addCompletionLink(stop());
+RMap::~RMap() { retire(); }
+
+void RMap::onRetire() {
+    if (run_) addCompletionLink(stop()); // which is called when nobody finds the map any more
+    for (const auto& graphic : graphics_)
+        if (graphic) graphic->retire();
+    OMMultiTrinket::onRetire();
 }
 
 std::unique_ptr<OMScriptableObject> RMap::createFromScript() {

@@ -108,6 +108,7 @@ class RMap final : public OMMultiTrinket {
     void setAttribute(Attribute which, int value, int second = 0) override;
 
   private:
+    void onRetire() override;
     struct Run;
 
     RMap(const RMap& other);

@@ -52,16 +52,14 @@ class RPegGame::Peg final : public OMAnimation {
     [[nodiscard]] bool isHeld() const { return held_; }
 
     void onMouseDown(Point point) override {
-        const OMSWatch self(this);
         OMAnimation::onMouseDown(point);
-        if (!self) return;
+        if (isRetired()) return;
         held_ = true;
         game_.pegHeld(*this);
     }
     void onMouseUp(Point point) override {
-        const OMSWatch self(this);
         OMAnimation::onMouseUp(point);
-        if (self) letGo();
+        letGo();
     }
     void onReleaseLost() override {
         OMAnimation::onReleaseLost();
@@ -70,7 +68,7 @@ class RPegGame::Peg final : public OMAnimation {
 
   private:
     void letGo() {
-        if (std::exchange(held_, false)) game_.pegDropped(*this);
+        if (std::exchange(held_, false) && !isRetired()) game_.pegDropped(*this);
     }
 
     RPegGame& game_;
@@ -82,7 +80,12 @@ const OMSClass RPegGame::kClass{"RPegGame", &OMScriptableObject::kClass, kRPegGa
 
 RPegGame::RPegGame(int restingZ) : restingZ_(restingZ), movingZ_(restingZ) {}
 
-RPegGame::~RPegGame() = default;
+RPegGame::~RPegGame() { retire(); }
+
+void RPegGame::onRetire() {
+    for (const auto& peg : pegs_)
+        if (peg) peg->retire();
+}
 
 std::unique_ptr<OMScriptableObject> RPegGame::createFromScript() {
     return std::make_unique<RPegGame>(OMSArguments::global().nextInteger());
@@ -187,10 +190,9 @@ std::optional<int> RPegGame::holeUnder(const Peg& peg) {
 }
 
 void RPegGame::pegDropped(Peg& peg) {
-    const OMSWatch dropped(&peg); // goes with the game
     if (jump(peg) && !board_.hasLegalJump())
         fireEvent(board_.pegCount() > leftForSolved_ ? "noMoreMoves" : "solved");
-    if (dropped) putInPlace(peg);
+    if (!peg.isRetired()) putInPlace(peg);
 }
 
 /// Whether it has come to another hole, over one whose peg goes.

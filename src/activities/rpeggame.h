@@ -53,6 +53,7 @@ class RPegGame final : public OMScriptableObject {
     void reset();
 
   private:
+    void onRetire() override;
     class Peg;
 
     [[nodiscard]] std::unique_ptr<Peg>& pegIn(int hole);

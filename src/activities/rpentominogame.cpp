@@ -93,7 +93,15 @@ RPentominoGame::RPentominoGame(OMTrinketWindow& window, Point corner)
     setMovable(false);
 }
 
-RPentominoGame::~RPentominoGame() = default;
+RPentominoGame::~RPentominoGame() { retire(); }
+
+void RPentominoGame::onRetire() {
+    for (const Slot& each : slots_)
+        if (each.piece) each.piece->retire();
+    for (OMAnimation* part : {flipper_.get(), rotater_.get()})
+        if (part) part->retire();
+    OMTrinket::onRetire();
+}
 
 std::unique_ptr<OMScriptableObject> RPentominoGame::createFromScript() {
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
@@ -147,9 +155,8 @@ bool RPentominoGame::put(PentominoPiece& piece, PentominoCell at) {
     board_.cover(piece.shape(), at);
     piece.covers = at;
     if (!board_.isSolved()) return true;
-    const OMSWatch self(this);
     fireEvent("solved");
-    return static_cast<bool>(self);
+    return !isRetired();
 }
 
 void RPentominoGame::putOrSendHome(PentominoPiece& piece, std::optional<PentominoCell> at) {

@@ -92,6 +92,7 @@ class RPentominoGame final : public OMTrinket, private PentominoPlayer {
     void setAttribute(Attribute which, int value, int second = 0) override;
 
   private:
+    void onRetire() override;
     class SolutionBox;
 
     struct Slot {

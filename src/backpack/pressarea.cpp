@@ -12,17 +12,15 @@ PressArea::PressArea(OMTrinketWindow& window, const platform::Rect& area, OMLink
 }
 
 void PressArea::onMouseDown(Point point) {
-    const OMSWatch self(this);
     OMTrinket::onMouseDown(point);
-    if (!self) return;
+    if (isRetired()) return;
     held_ = true;
     setMouseCapture(true);
 }
 
 void PressArea::onMouseUp(Point point) {
-    const OMSWatch self(this);
     OMTrinket::onMouseUp(point);
-    if (!self || !std::exchange(held_, false)) return;
+    if (!std::exchange(held_, false)) return;
     setMouseCapture(false);
     // It may have been hidden meanwhile, or the next scene be on its way.
     const bool counts = isShown() && window()->isPresenting() && containsPoint(point);

@@ -85,9 +85,8 @@ class RBackPack::Thing final : public OMAnimation {
         : OMAnimation(window, std::move(image), id, 0, 0), panel_(panel), slot_(slot) {}
 
     void onDrop(Point point) override {
-        const OMSWatch self(this);
         OMAnimation::onDrop(point);
-        if (self) panel_.thingDropped(slot_);
+        if (!isRetired()) panel_.thingDropped(slot_);
     }
     void onReleaseLost() override { panel_.thingDropped(slot_); }
 
@@ -105,7 +104,14 @@ RBackPack::RBackPack(OMTrinketWindow& window, std::shared_ptr<AOImage> image, in
     makeCloseButton();
 }
 
-RBackPack::~RBackPack() = default;
+RBackPack::~RBackPack() { retire(); }
+
+void RBackPack::onRetire() {
+    closeButton_.reset();
+    for (const auto& thing : things_)
+        if (thing) thing->retire();
+    RAnimation::onRetire();
+}
 
 std::unique_ptr<OMScriptableObject> RBackPack::createFromScript() {
     OMSArguments& list = OMSArguments::global();
@@ -210,15 +216,13 @@ void RBackPack::removeObject(int slot) {
 
 void RBackPack::thingDropped(int slot) {
     Thing* thing = things_[static_cast<std::size_t>(slot)].get();
-    const OMSWatch self(this);
-    const OMSWatch still(thing);
     const Rect place = thing->boundingRectangle();
     if (thing->isShown() && !OMOverlap(place, boundingRectangle())) {
         droppedSlot_ = slot;
         dropped_ = place;
         fireEvent("objectDropped");
     }
-    if (self && still) putInCell(*thing, slot);
+    if (!thing->isRetired()) putInCell(*thing, slot);
 }
 
 void RBackPack::makeCloseButton() {

@@ -45,6 +45,7 @@ class RBackPack final : public RAnimation {
     void setAttribute(Attribute which, int value, int second = 0) override;
 
   private:
+    void onRetire() override;
     class Thing;
 
     static constexpr int kFirstFree = -1; ///< instead of a slot

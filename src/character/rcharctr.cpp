@@ -68,7 +68,14 @@ RCharacter::RCharacter(OMTrinketWindow& window, int settlePose, Point at)
     setSettlePoseId(settlePose);
 }
 
-RCharacter::~RCharacter() { setCompletionLink(OMBothLinks(std::move(done_), takeCompletion())); }
+RCharacter::~RCharacter() { retire(); }
+
+void RCharacter::onRetire() {
+    setCompletionLink(OMBothLinks(std::exchange(done_, nullptr), takeCompletion()));
+    for (const auto& [index, layer] : layers_) layer->animation().retire();
+    streamed_.reset();
+    OMMultiTrinket::onRetire();
+}
 
 std::unique_ptr<OMScriptableObject> RCharacter::createFromScript() {
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
@@ -200,11 +207,10 @@ void RCharacter::playSpeech(int speech, std::optional<bool> stayVisible,
         return refuse(OMFormat("RCharacter: unknown animation for speech ID %d", speech), done);
     const RSpeechRecord record = *found; // a listener may have speeches added
     endFidget();
-    const OMSWatch self(this);
     const SpeechListener told =
         listener.value_or(kFirstListener) == kFirstListener ? firstListener_ : secondListener_;
     told(speech);
-    if (!self) return done();
+    if (isRetired()) return done();
     if (isPlaying()) return refuse(busy(), done);
     const int index = speechLayer(record.animation);
     if (index == kNone)

@@ -97,6 +97,7 @@ class RCharacter final : public OMMultiTrinket {
     void removeAll() override;
 
   private:
+    void onRetire() override;
     struct Playing {
         FidgetGroup* group;
         Fidget fidget;

@@ -41,7 +41,7 @@ const OMSClass RDialog::kClass{"RDialog", &OMMultiTrinket::kClass, kRDialogVocab
                                &RDialog::createFromScript};
 
 RDialog::RDialog(OMTrinketWindow& window, int backgroundId, int z)
-    : OMMultiTrinket(window), clicks_(window, nullptr) {
+    : OMMultiTrinket(window), clicks_(std::in_place, window, nullptr) {
     OMSBirths births;
     setMovable(false); // or its buttons would take it along
     setZ(z);
@@ -51,7 +51,15 @@ RDialog::RDialog(OMTrinketWindow& window, int backgroundId, int z)
     addPicture(backgroundId, kBackgroundSlot);
 }
 
-RDialog::~RDialog() = default;
+RDialog::~RDialog() { retire(); }
+
+void RDialog::onRetire() {
+    for (const auto& button : buttons_) button->retire();
+    for (const auto& picture : pictures_) picture->retire();
+    hotSpot_->retire();
+    clicks_.reset();
+    OMMultiTrinket::onRetire();
+}
 
 std::unique_ptr<OMScriptableObject> RDialog::createFromScript() {
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
@@ -94,9 +102,8 @@ void RDialog::addButton(int id, int value) {
 
 void RDialog::buttonPressed(int value) {
     selected_ = value;
-    const OMSWatch self(this);
     fireEvent("buttonPressed");
-    if (!self) return;
+    if (isRetired()) return;
     const auto link = buttonLink_;
     link(value);
 }

@@ -50,12 +50,13 @@ class RDialog final : public OMMultiTrinket {
     void addGraphic(int id);
 
   private:
+    void onRetire() override;
     void addPicture(int id, int slot);
     void buttonPressed(int value);
 
     std::optional<int> selected_;
     OMLinkTo<void(int)> buttonLink_;
-    OMTrinketWindow::ClickTaker clicks_;
+    std::optional<OMTrinketWindow::ClickTaker> clicks_;
     std::unique_ptr<RHotSpot> hotSpot_;
     std::vector<std::unique_ptr<OMAnimation>> pictures_;
     std::vector<std::unique_ptr<RPButton>> buttons_;

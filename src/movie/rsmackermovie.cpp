@@ -157,7 +157,9 @@ std::unique_ptr<OMScriptableObject> RSmackerMovie::createFromScript() {
     return movie;
 }
 
-RSmackerMovie::~RSmackerMovie() {
+RSmackerMovie::~RSmackerMovie() { retire(); }
+
+void RSmackerMovie::onRetire() {
     if (playing_) endPlayback();
     movie_.reset();
     std::erase(all_, this);
@@ -165,12 +167,12 @@ RSmackerMovie::~RSmackerMovie() {
     forgetPalette();
     OMWaveEngine* engine = OMWaveEngine::current();
     if (all_.empty() && engine) engine->reclaimDevice();
+    OMTrinket::onRetire();
 }
 
 void RSmackerMovie::release() {
-    const OMSWatch self(this);
     stop();
-    if (!self) return;
+    if (isRetired()) return;
     if (playing_) endPlayback(); // a handler has started it again
     movie_.reset();
     if (std::exchange(collected_, nullptr)) invalidate();

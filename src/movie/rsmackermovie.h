@@ -102,6 +102,7 @@ class RSmackerMovie final : public OMTrinket {
     void dragBy(int& dx, int& dy) override;
 
   private:
+    void onRetire() override;
     /// The empty text, or why it cannot be played.
     [[nodiscard]] std::string open(const std::string& file);
     void setSignals(bool on);

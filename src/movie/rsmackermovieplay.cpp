@@ -154,10 +154,9 @@ void RSmackerMovie::play() {
 
 /// To the next frame, unless a handler of the signal has written another one or closed the movie.
 void RSmackerMovie::goOn() {
-    const OMSWatch self(this);
     jumped_ = false;
     if (signals_[static_cast<std::size_t>(movie_->frame())]) sendSignal();
-    if (self && movie_ && !jumped_) movie_->nextFrame();
+    if (movie_ && !jumped_) movie_->nextFrame();
 }
 
 void RSmackerMovie::sendSignal() {

@@ -80,7 +80,13 @@ RLapTrap::RLapTrap(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int 
     setMovable(false);
 }
 
-RLapTrap::~RLapTrap() = default;
+RLapTrap::~RLapTrap() { retire(); }
+
+void RLapTrap::onRetire() {
+    for (const Part& part : parts_) part.trinket->retire();
+    speech_.stop();
+    RAnimation::onRetire();
+}
 
 void RLapTrap::setLayouts(ProgressLayouts all) { layouts() = std::move(all); }
 
@@ -341,9 +347,8 @@ void RLapTrap::mapButtonPressed(int location) {
     hint_.reset();
     selected_ = location;
     refresh();
-    const OMSWatch self(this);
     fireEvent("locationSelected");
-    if (self) refresh();
+    if (!isRetired()) refresh();
 }
 
 void RLapTrap::close() {

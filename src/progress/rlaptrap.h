@@ -57,6 +57,7 @@ class RLapTrap final : public RAnimation {
     void setAttribute(Attribute which, int value, int second = 0) override;
 
   private:
+    void onRetire() override;
     struct LevelGroup {
         LevelGroup(int at, BigOleButtonGroup::PressedLink pressed)
             : location(at), buttons(std::move(pressed)) {}

@@ -30,18 +30,16 @@ void LapTrapButton::setAttribute(Attribute which, int value, int second) {
 }
 
 void LapTrapButton::onMouseDown(Point point) {
-    const OMSWatch self(this);
     OMAnimation::onMouseDown(point);
-    if (!self || !window()) return;
+    if (!window()) return;
     held_ = true;
     setMouseCapture(true);
     track(point);
 }
 
 void LapTrapButton::onMouseMove(Point point) {
-    const OMSWatch self(this);
     OMAnimation::onMouseMove(point);
-    if (self && held_) track(point);
+    if (held_ && window()) track(point);
 }
 
 void LapTrapButton::track(Point point) {
@@ -52,9 +50,8 @@ void LapTrapButton::track(Point point) {
 }
 
 void LapTrapButton::onMouseUp(Point point) {
-    const OMSWatch self(this);
     OMAnimation::onMouseUp(point);
-    if (!self || !held_) return;
+    if (!held_) return;
     letGo();
     // Meanwhile it may have been hidden, or the next scene may be on its way.
     if (!isShown() || !window()->isPresenting() || !containsPoint(point)) return;

@@ -62,8 +62,13 @@ LabelledAnswer::LabelledAnswer(const LabelledAnswer& other)
              further.id, further.offsetZ});
 }
 
-/// What it covered is taken off the screen by its bases, which know one rectangle only.
-LabelledAnswer::~LabelledAnswer() { setBounds(boundingRectangle()); }
+LabelledAnswer::~LabelledAnswer() { retire(); }
+
+void LabelledAnswer::onRetire() {
+    RAnswer::onRetire(); // while its pictures tell what it covers
+    for (const Further& further : pictures_)
+        if (further.picture) further.picture->retire();
+}
 
 // ---------------------------------------------------------------------------- texts
 

@@ -76,6 +76,7 @@ class LabelledAnswer : public RAnswer {
     void stopAnimations();
 
   protected:
+    void onRetire() override;
     /// `missing` is the message of the check for a font source. At least one text.
     LabelledAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y,
                    const char* missing, std::size_t texts, std::size_t pictures);

@@ -53,10 +53,13 @@ RAnswer::RAnswer(const RAnswer& other)
     if (other.anchoredByContainer_) unanchor();
 }
 
-RAnswer::~RAnswer() {
-    goes_ = true;
+void RAnswer::onRetire() {
     setKeeper(nullptr);
     if (holder_) holder_->removeAnswer(*this);
+    container_.watch(nullptr);
+    ++containerChanges_;
+    held_ = false;
+    RAnimation::onRetire();
 }
 
 void RAnswer::setKeeper(AnswerKeeper* keeper) {
@@ -71,9 +74,8 @@ void RAnswer::syncContainer() { container_.watch(holder_); }
 void RAnswer::setContainer(RContainer* container) {
     const OMScriptableObject* before = (changesContainer_ ? next_ : container_).object();
     if (container == before) return;
-    const OMSWatch self(this);
     const unsigned change = ++containerChanges_;
-    const auto isCurrent = [&] { return self && containerChanges_ == change; };
+    const auto isCurrent = [&] { return containerChanges_ == change; };
     changesContainer_ = true;
     next_.watch(container);
     if (before) fireEvent("removedFromContainer");
@@ -84,10 +86,9 @@ void RAnswer::setContainer(RContainer* container) {
 }
 
 bool RAnswer::leaveContainer() {
-    const OMSWatch self(this);
     if (holder_) holder_->removeAnswer(*this);
-    if (self && !holder_) setContainer(nullptr);
-    return self && !holder_;
+    if (!holder_) setContainer(nullptr);
+    return !isRetired() && !holder_;
 }
 
 // ---------------------------------------------------------------------------- anchors
@@ -169,14 +170,13 @@ void RAnswer::setGraphicID(int id) { changeImage(locateOrBlank(id), id); }
 // An answer that is a member of a group moves with it and is not picked up.
 
 void RAnswer::onBeginDrag(Point point) {
-    const OMSWatch self(this);
     RAnimation::onBeginDrag(point);
-    if (!self || group()) return;
+    if (isRetired() || group()) return;
     held_ = true;
     playSound(sounds_.pickUp); // or a box, which may end the drag
-    if (!self || !held_) return;
+    if (!held_) return;
     fireEvent("pickedUp");
-    if (!self || !held_) return;
+    if (!held_) return;
     if (keeper_)
         keeper_->answerPickedUp(*this);
     else
@@ -184,27 +184,22 @@ void RAnswer::onBeginDrag(Point point) {
 }
 
 void RAnswer::dragBy(int& dx, int& dy) {
-    const OMSWatch self(this);
     RAnimation::dragBy(dx, dy);
-    if (self && held_ && keeper_ && window())
-        keeper_->answerDragged(*this, window()->lastMousePosition());
+    if (held_ && keeper_ && window()) keeper_->answerDragged(*this, window()->lastMousePosition());
 }
 
 void RAnswer::onDrop(Point point) {
-    const OMSWatch self(this);
     RAnimation::onDrop(point);
-    if (self && held_) drop(point);
+    if (held_) drop(point);
 }
 
 void RAnswer::onReleaseLost() {
-    const OMSWatch self(this);
     RAnimation::onReleaseLost();
-    if (self && held_ && window()) drop(window()->lastMousePosition());
+    if (held_ && window()) drop(window()->lastMousePosition());
 }
 
 void RAnswer::drop(Point point) {
     held_ = false;
-    const OMSWatch self(this);
     fireEvent("dropped");
-    if (self && keeper_) keeper_->answerDropped(*this, point);
+    if (keeper_) keeper_->answerDropped(*this, point);
 }

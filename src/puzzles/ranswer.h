@@ -49,7 +49,7 @@ class RAnswer : public RAnimation {
     static inline AnswerSounds defaultSounds;
 
     RAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
-    ~RAnswer() override;
+    ~RAnswer() override { retire(); }
 
     // For puzzles and containers.
 
@@ -72,8 +72,6 @@ class RAnswer : public RAnimation {
     /// What of the drawn rectangle counts for hits and fits, by its insets.
     [[nodiscard]] platform::Rect effectiveRectangle() const;
     [[nodiscard]] bool isHeld() const { return held_; }
-    /// It is being destroyed: handlers that still find it by a name can put it nowhere any more.
-    [[nodiscard]] bool isGoing() const { return goes_; }
 
     /// It cannot be picked up until `unanchor`.
     virtual void anchor() { setMovable(false); }
@@ -127,6 +125,7 @@ class RAnswer : public RAnimation {
     void onReleaseLost() override;
 
   protected:
+    void onRetire() override;
     /// A copy is in no container, and nobody's.
     RAnswer(const RAnswer& other);
 
@@ -155,7 +154,6 @@ class RAnswer : public RAnimation {
     platform::Point homeOrigin_; ///< the same place for every frame
     int homeZ_;
     bool held_ = false;
-    bool goes_ = false;
     bool anchoredByContainer_ = false; ///< and by nobody else
     AnswerKeeper* keeper_ = nullptr;
     OMSWatch container_;            ///< as scripts know it

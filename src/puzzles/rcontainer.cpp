@@ -47,16 +47,17 @@ RContainer::RContainer(const RContainer& other)
       rejectsIncorrect_(other.rejectsIncorrect_), enabled_(other.enabled_),
       highlighted_(other.highlighted_) {}
 
-RContainer::~RContainer() {
+void RContainer::onRetire() {
     while (!keepers_.empty()) {
         ContainerKeeper* keeper = keepers_.back();
         keepers_.pop_back();
         keeper->containerGoes(*this);
     }
-    for (RAnswer* answer : answers_) {
+    for (RAnswer* answer : std::exchange(answers_, {})) {
         release(*answer);
         if (answer->container() == this) answer->syncContainer();
     }
+    RAnimation::onRetire();
 }
 
 // ---------------------------------------------------------------------------- its answers

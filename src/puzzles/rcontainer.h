@@ -39,7 +39,7 @@ class RContainer : public RAnimation {
     };
 
     RContainer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
-    ~RContainer() override;
+    ~RContainer() override { retire(); }
 
     // For puzzles. Handlers of the events that these raise may destroy the container.
 
@@ -88,6 +88,7 @@ class RContainer : public RAnimation {
     void setAttribute(Attribute which, int value, int second = 0) override;
 
   protected:
+    void onRetire() override;
     static constexpr int kDepthOfAnswers = 1; ///< above the container's
 
     /// A copy is empty.

@@ -44,7 +44,12 @@ RFabricContainer::RFabricContainer(const RFabricContainer& other)
     showCovered();
 }
 
-RFabricContainer::~RFabricContainer() = default;
+RFabricContainer::~RFabricContainer() { retire(); }
+
+void RFabricContainer::onRetire() {
+    info_.reset();
+    RContainer::onRetire();
+}
 
 std::unique_ptr<OMScriptableObject> RFabricContainer::duplicate() {
     return std::unique_ptr<OMScriptableObject>(new RFabricContainer(*this));
@@ -98,9 +103,8 @@ void RFabricContainer::placeAnswer(RAnswer& answer) {
     answer.snapToRectangle(
         {edge(entering_.first), area.top, edge(entering_.first + entering_.count), area.bottom});
     answer.setZ(depthAbove(kDepthOfAnswers));
-    const OMSWatch self(this);
     RContainer::placeAnswer(answer);
-    if (self) lockIfSolved();
+    lockIfSolved();
 }
 
 void RFabricContainer::answerEnters(const RAnswer&, std::size_t index) {

@@ -44,6 +44,7 @@ class RFabricContainer final : public RContainer {
     void setAttribute(Attribute which, int value, int second = 0) override;
 
   protected:
+    void onRetire() override;
     void answerEnters(const RAnswer& answer, std::size_t index) override;
     void answerLeaves(std::size_t index) override;
 

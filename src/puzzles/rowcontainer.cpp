@@ -55,14 +55,11 @@ std::vector<RowContainer::Place> RowContainer::places() const {
 }
 
 void RowContainer::placeAnswer(RAnswer& answer) {
-    const OMSWatch self(this);
-    const OMSWatch placed(&answer);
     const std::vector<Place> before = places();
     const std::size_t index = indexFor(answer);
     const int left = makeRoom(index, widthOf(answer));
     insertAnswer(answer, index);
-    if (!self) return;
-    if (placed && contains(answer)) {
+    if (contains(answer)) {
         const Rect area = boundingRectangle(); // which a handler may have moved
         answer.snapToRectangle({left, area.top, left + widthOf(answer), area.bottom});
         answer.setZ(depthAbove(deltaZ_));

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <type_traits>
+#include <utility>
 
 using platform::Point;
 
@@ -83,9 +84,15 @@ const OMSClass RPuzzle::kClass{"RPuzzle", &OMScriptableObject::kClass, kRPuzzleV
 
 RPuzzle::RPuzzle() = default;
 
-RPuzzle::~RPuzzle() {
+RPuzzle::~RPuzzle() { retire(); }
+
+void RPuzzle::onRetire() {
     while (!answers_.empty()) answers_.back()->setKeeper(nullptr);
-    for (RContainer* container : containers_) container->removeKeeper(*this);
+    for (RContainer* container : std::exchange(containers_, {})) container->removeKeeper(*this);
+    setHover(nullptr);
+    ++starts_;
+    texts_.clear();
+    graphics_.clear();
 }
 
 bool RPuzzle::holds(const RAnswer& answer) const {
@@ -148,7 +155,7 @@ bool RPuzzle::isSolved() const { return std::ranges::all_of(containers_, &RConta
 
 // ---------------------------------------------------------------------------- drags and drops
 
-// Every event may be the end of the puzzle, of the answer, and of any container.
+// Every event may be the end of the puzzle, of the answer, and of any container; `holds` tells.
 
 RContainer* RPuzzle::hover() const { return static_cast<RContainer*>(hover_.object()); }
 
@@ -189,21 +196,18 @@ void RPuzzle::answerDragged(RAnswer& answer, Point position) {
     RContainer* before = hover();
     RContainer* best = bestContainer(answer, position);
     if (best == before) return;
-    const OMSWatch self(this);
-    const OMSWatch next(best);
     setHover(nullptr);
     const unsigned change = hoverChanges_;
     if (before) before->answerFliesOff(answer);
-    if (!self || hoverChanges_ != change || !next || !holds(*best)) return;
+    if (hoverChanges_ != change || !best || !holds(*best)) return;
     setHover(best);
     best->answerFliesOn(answer);
 }
 
 void RPuzzle::answerDropped(RAnswer& answer, Point position) {
-    const OMSWatch self(this);
     endHover();
     // A handler may have put it into one while it was held.
-    if (!answer.leaveContainer() || !self || !holds(answer) || answer.isHeld()) return;
+    if (!answer.leaveContainer() || !holds(answer) || answer.isHeld()) return;
     RContainer* container = bestContainer(answer, position);
     if (!container) {
         answer.goHome();
@@ -211,21 +215,19 @@ void RPuzzle::answerDropped(RAnswer& answer, Point position) {
         return;
     }
     put(answer, *container);
-    if (self) tellEnd();
+    tellEnd();
 }
 
 void RPuzzle::tellEnd() {
-    const OMSWatch self(this);
     bool ended = false;
     if (areContainersFull()) {
         ended = true;
         fireEvent("containersFull");
     }
-    if (self && areAnswersUsed()) {
+    if (areAnswersUsed()) {
         ended = true;
         fireEvent("answersUsed");
     }
-    if (!self) return;
     if (isSolved())
         fireEvent("puzzleSolved");
     else if (ended)
@@ -234,13 +236,10 @@ void RPuzzle::tellEnd() {
 
 /// Unless a handler decides otherwise meanwhile.
 void RPuzzle::put(RAnswer& answer, RContainer& container) {
-    const OMSWatch self(this);
-    const OMSWatch given(&answer);
-    const OMSWatch taker(&container);
     const bool own = holds(answer) && holds(container);
     answer.setContainer(&container);
-    if (!given || !taker || answer.container() != &container) return;
-    if (self && (!own || (holds(answer) && holds(container))))
+    if (answer.container() != &container) return;
+    if (!isRetired() && (!own || (holds(answer) && holds(container))))
         container.placeAnswer(answer);
     else
         answer.syncContainer();
@@ -251,9 +250,8 @@ void RPuzzle::addAnswerToContainer(const std::string& answerName,
     auto* answer = find<RAnswer>(answerName);
     auto* container = find<RContainer>(containerName);
     if (!answer || answer->isGoing() || !container || container->contains(*answer)) return;
-    const OMSWatch self(this);
-    const OMSWatch taker(container);
-    if (answer->leaveContainer() && self && taker) put(*answer, *container);
+    if (answer->leaveContainer() && !isRetired() && !container->isRetired())
+        put(*answer, *container);
 }
 
 void RPuzzle::removeAnswerFromContainer(const std::string& answerName,

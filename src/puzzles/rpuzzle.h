@@ -14,7 +14,6 @@
 #include "rcontainer.h"
 
 #include <cstddef>
-#include <list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -72,6 +71,7 @@ class RPuzzle final : public OMScriptableObject, private AnswerKeeper, private C
                            int colorIndex);
 
   private:
+    void onRetire() override;
     void answerPickedUp(RAnswer& answer) override;
     void answerDragged(RAnswer& answer, platform::Point position) override;
     void answerDropped(RAnswer& answer, platform::Point position) override;
@@ -116,14 +116,7 @@ class RPuzzle final : public OMScriptableObject, private AnswerKeeper, private C
 
 template <class Object, class Use>
 void RPuzzle::forEach(const std::vector<Object*>& list, Use use) {
-    const OMSWatch self(this);
-    std::list<OMSWatch> all;
-    for (Object* object : list) all.emplace_back(object);
-    std::size_t place = 0;
-    for (const OMSWatch& each : all) {
-        if (!self) return;
-        auto* object = static_cast<Object*>(each.object());
-        if (object && holds(*object)) use(*object, place);
-        ++place;
-    }
+    const std::vector<Object*> all = list;
+    for (std::size_t place = 0; place < all.size(); ++place)
+        if (holds(*all[place])) use(*all[place], place);
 }

@@ -137,12 +137,11 @@ void RPuzzle::start() {
     graphics_.clear();
     texts_.clear();
     if (dataSet_.isEmpty()) return;
-    const OMSWatch self(this);
     const unsigned start = ++starts_;
     const DSEntry entry = dataSet_.randomEntry(); // which a handler may add to
     fillAnswers(entry);
-    if (self && starts_ == start) fillContainers(entry);
-    if (!self || starts_ != start) return; // a handler has started it anew
+    if (starts_ == start) fillContainers(entry);
+    if (starts_ != start) return; // a handler has started it anew
     for (const DSGraphic& graphic : entry.graphics) addGraphic(graphic);
     for (const DSText& text : entry.texts) addText(text);
 }

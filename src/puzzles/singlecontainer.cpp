@@ -9,7 +9,6 @@ RContainer::Hit SingleContainer::hitScore(RAnswer& answer, platform::Point) {
 void SingleContainer::placeAnswer(RAnswer& answer) {
     answer.snapToRectangle(targetFor(answer));
     answer.setZ(depthAbove(kDepthOfAnswers));
-    const OMSWatch self(this);
     RContainer::placeAnswer(answer);
-    if (self) lockIfSolved();
+    lockIfSolved();
 }

@@ -1,10 +1,11 @@
 #include "scene/rscenprt.h"
 
 #include "omsclass.h"
+#include "omunderway.h"
 #include "sound/backgroundmusic.h"
 
-#include <deque>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -43,7 +44,10 @@ RScenePort::RScenePort() {
     all_.append(this);
 }
 
-RScenePort::~RScenePort() { all_.remove(this); }
+void RScenePort::onRetire() {
+    clicks_.reset();
+    all_.remove(this);
+}
 
 std::unique_ptr<OMScriptableObject> RScenePort::createFromScript() {
     return BackgroundMusic::current() ? std::make_unique<RScenePort>() : nullptr;
@@ -56,11 +60,11 @@ std::unique_ptr<OMScriptableObject> RScenePort::duplicate() {
 // What is told
 
 void RScenePort::tell(std::string_view event) {
-    std::deque<OMSWatch> ports; // a handler may destroy any of them
+    const OMUnderWay underWay;
+    std::vector<RScenePort*> ports; // those that are there now
     for (OMListLocator<RScenePort> each(all_); RScenePort* port = each.next();)
-        ports.emplace_back(port);
-    for (const OMSWatch& port : ports)
-        if (port) port.object()->fireEvent(event);
+        ports.push_back(port);
+    for (RScenePort* port : ports) port->fireEvent(event);
 }
 
 bool RScenePort::handleCommand(int command) {

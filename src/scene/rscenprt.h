@@ -19,7 +19,7 @@ class RScenePort final : public OMScriptableObject {
 
     /// Needs the background music, which must outlive it.
     RScenePort();
-    ~RScenePort() override;
+    ~RScenePort() override { retire(); }
 
     /// Null without the background music.
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
@@ -54,6 +54,7 @@ class RScenePort final : public OMScriptableObject {
     void resumeBackgroundMusic();
 
   private:
+    void onRetire() override;
     static void tell(std::string_view event);
 
     static inline OMList<RScenePort> all_; ///< in the order of their making

@@ -58,7 +58,7 @@ const OMSClass RWorldPort::kClass{"RWorldPort", &OMScriptableObject::kClass, kRW
 
 RWorldPort::RWorldPort(WorldMemory& memory) : memory_(&memory) { memory.addView(*this); }
 
-RWorldPort::~RWorldPort() {
+void RWorldPort::onRetire() {
     if (memory_) memory_->removeView(*this);
 }
 

@@ -21,7 +21,7 @@ class RWorldPort final : public OMScriptableObject, private world::WorldMemory::
 
     /// The memory may end before the port, which has nothing to show then.
     explicit RWorldPort(world::WorldMemory& memory);
-    ~RWorldPort() override;
+    ~RWorldPort() override { retire(); }
 
     /// Null without a memory.
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
@@ -60,6 +60,7 @@ class RWorldPort final : public OMScriptableObject, private world::WorldMemory::
     void removeObjectFromLocation(int item, const std::string& location);
 
   private:
+    void onRetire() override;
     void playerGoes(const world::Player& player) override;
     void memoryGoes() override;
 

@@ -4,6 +4,7 @@
 #include "actions/rcompositeaction.h"
 #include "actions/rqueue.h"
 #include "actions/rrandomaction.h"
+#include "omunderway.h"
 
 #include <random>
 
@@ -247,6 +248,7 @@ TEST_F(ContainerTest, MembersComeAndGoWhileItRuns) {
     EXPECT_EQ(after(5), "0 all; ");
 
     // A member destroys its container, which had it destroy itself.
+    const OMUnderWay underWay;
     RQueue own(1, true);
     add(own, {"EmptyAction"});
     watch(own, "own", [&] { queue.reset(); });
@@ -351,6 +353,7 @@ TEST_F(ContainerTest, AnyOrderOfChangesEndsWell) {
         std::function<void()> change = [&] {
             if (depth > 3) return;
             ++depth;
+            const OMUnderWay underWay;
             std::unique_ptr<ActionContainer>& each = all[below(6)];
             const bool interruptible = below(4) != 0;
             if (!each) {

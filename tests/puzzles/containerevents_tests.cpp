@@ -3,6 +3,7 @@
 #include "puzzles/containerfixture.h"
 
 #include "ommultitrinket.h"
+#include "omunderway.h"
 #include "puzzles/rpuzzle.h"
 #include "rvar.h"
 
@@ -114,6 +115,7 @@ TEST_F(PlayedContainerTest, HandlersDestroyWhatTheyLike) {
                     if (victims & kAnswer) a.reset();
                     if (victims & kContainer) c.reset();
                 });
+                const OMUnderWay underWay;
                 if (event == "answerPlaced") {
                     a->setContainer(c.get());
                     c->placeAnswer(*a);
@@ -195,6 +197,7 @@ TEST_F(PlayedContainerTest, HandlersDestroyWhatThePuzzleHas) {
                     if (victims & 2) keep("answer", nullptr);
                     if (victims & 4) puzzle.reset();
                 };
+                const OMUnderWay underWay;
                 drag(kHome, kMiddle);
                 window.mouseUp(kMiddle);
                 if (lives("answer")) drag(inside(), {400, 400});

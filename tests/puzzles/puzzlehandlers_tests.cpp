@@ -2,6 +2,7 @@
 // while it works.
 #include "puzzlefixture.h"
 
+#include "omunderway.h"
 #include "rtext.h"
 
 #include <random>
@@ -216,6 +217,7 @@ TEST_F(PuzzleHandlerTest, WhateverIsGoneOrChangedInAnyEvent) {
                         if (all) act();
                         --depth;
                     };
+                    const OMUnderWay underWay;
                     playThrough();
                     expectConsistent(what);
                     if (lives("p") && deed != "take the answer out") expectAtHome(what);
@@ -351,6 +353,7 @@ TEST_F(PuzzleHandlerTest, AnythingAtAnyTime) {
         };
         for (int step = 0; step < 150; ++step) {
             SCOPED_TRACE("seed " + std::to_string(seed) + " step " + std::to_string(step));
+            const OMUnderWay underWay;
             if (random() % 10 == 0) {
                 deed();
             } else if (const std::string a = one(answers); lives(a)) {

@@ -3,6 +3,7 @@
 #include "aosounds.h"
 #include "omsarguments.h"
 #include "omsregistry.h"
+#include "omunderway.h"
 #include "ranimation.h"
 
 #include <map>
@@ -241,6 +242,7 @@ TEST_F(AnimationTest, HandlersMayDestroyTheAnimation) {
                 animation->setRepeatCount(2);
                 animation->setStopPosition(stop);
                 arm(*animation);
+                const OMUnderWay underWay;
                 for (int i = 0; i < 20 && animation; ++i) cycle();
                 EXPECT_EQ(animation, nullptr);
             }

@@ -1,4 +1,5 @@
 // Mouse, keys and dragging in a trinket window.
+#include "omunderway.h"
 #include "trinkets/windowfixture.h"
 
 using namespace testing_support;
@@ -177,6 +178,7 @@ TEST_F(MouseTest, WhoeverIsCalledMayDestroyAnything) {
             links.flyOn = links.flyOff = call;
             for (const char* event : {"mouseDown", "mouseUp", "dblClick", "flyOn", "flyOff"})
                 tile->attachHandler(event, call);
+            const OMUnderWay underWay;
             window.mouseMove({15, 15});
             window.doubleClick({15, 15});
             window.mouseUp({15, 15});

@@ -216,6 +216,7 @@ class OMAnimation : public OMTrinket {
     [[nodiscard]] bool containsPoint(platform::Point point) const override;
 
   protected:
+    void onRetire() override;
     OMAnimation(const OMAnimation& other);
 
     struct ScriptArguments {
@@ -292,15 +293,15 @@ class OMAnimation : public OMTrinket {
     void show(int position);
 
     // Each runs one entry and tells whether the step goes on with the next one.
-    bool runEntry(std::uint32_t clock, const OMSWatch& self);
-    bool runFrame(const AOEntry& entry, std::uint32_t clock, const OMSWatch& self);
-    bool runSound(const AOEntry& entry, const OMSWatch& self);
-    bool runHold(const OMSWatch& self);
+    bool runEntry(std::uint32_t clock);
+    bool runFrame(const AOEntry& entry, std::uint32_t clock);
+    bool runSound(const AOEntry& entry);
+    bool runHold();
     bool runEnd();
-    bool runLoop(const OMSWatch& self);
-    bool runMarker(const AOEntry& entry, const OMSWatch& self);
-    bool advance(const OMSWatch& self);
-    bool passStop(const OMSWatch& self);
+    bool runLoop();
+    bool runMarker(const AOEntry& entry);
+    bool advance();
+    void passStop();
     void holdOnLastFrame();
 
     void startSound(int id);

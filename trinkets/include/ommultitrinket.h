@@ -20,7 +20,7 @@ class OMMultiTrinket : public OMTrinket {
     static const OMSClass kClass;
 
     explicit OMMultiTrinket(OMTrinketWindow& window);
-    ~OMMultiTrinket() override;
+    ~OMMultiTrinket() override { retire(); }
 
     /// With the arguments of the script; null without a main window.
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
@@ -72,6 +72,7 @@ class OMMultiTrinket : public OMTrinket {
     void memberFlyOff();
 
   protected:
+    void onRetire() override;
     OMMultiTrinket(const OMMultiTrinket& other);
 
     /// The group has moved by so many pixels.

@@ -2,9 +2,14 @@
 // to.
 //
 // An object carries named properties of three kinds (omsproperty.h): those of its class, told once
-// in the class's table (omsclass.h), and those that were added to this object alone. Events are
-// fired synchronously from inside the object's code, so a handler may destroy the object that
-// fires; whoever goes on working after `fireEvent` holds an OMSWatch.
+// in the class's table (omsclass.h), and those that were added to this object alone.
+//
+// Events are fired synchronously from inside the object's code, and a handler may destroy any
+// object, also the one that fires. So an object goes in two steps. `delete`, which is what its
+// owner's unique_ptr does, retires it: it leaves all lists, windows, devices and variables and is
+// heard no more. Its memory goes when nothing is under way any more (omunderway.h). Until then its
+// functions may run to their ends: a retired object has no window, no handlers and no links, and
+// what is done to it shows nowhere. Only what would do something to others asks `isRetired`.
 #pragma once
 
 #include "omlink.h"
@@ -13,6 +18,7 @@
 
 #include <initializer_list>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,7 +29,7 @@ class OMSR;
 struct OMSClass;
 struct OMSEntry;
 
-/// Watches one object and knows when it is gone. Belongs on the stack or in a member.
+/// Refers to an object for a longer time than one call, and is null when that has gone.
 class OMSWatch {
   public:
     OMSWatch() = default;
@@ -35,7 +41,7 @@ class OMSWatch {
 
     void watch(OMScriptableObject* object);
     [[nodiscard]] OMScriptableObject* object() const { return object_; }
-    /// False once the object was destroyed.
+    /// False once the object has retired.
     [[nodiscard]] explicit operator bool() const { return object_ != nullptr; }
 
   private:
@@ -53,11 +59,28 @@ class OMScriptableObject {
     static const OMSClass kClass;
 
     OMScriptableObject() { ++count_; }
-    /// Empties every script variable that still refers to the object, and discards its handlers.
-    virtual ~OMScriptableObject();
+    /// A class that overrides onRetire has a destructor that calls `retire`, for objects that are
+    /// not deleted: members, and those on the stack.
+    virtual ~OMScriptableObject() { retire(); }
     OMScriptableObject& operator=(const OMScriptableObject&) = delete;
 
-    /// How many there are of all classes.
+    /// Retires the object; the destructor runs and the memory goes when nothing is under way.
+    static void operator delete(OMScriptableObject* object, std::destroying_delete_t);
+    // Its counterparts, which do what the global ones do.
+    static void* operator new(std::size_t bytes);
+    static void operator delete(void* memory);
+    /// The first part of its end, once: onRetire; then every script variable that still refers to
+    /// it is empty and its handlers are discarded. An owner whose parts must not be seen or heard
+    /// after its own end retires them in its onRetire.
+    void retire();
+    /// Whether that has begun.
+    [[nodiscard]] bool isGoing() const { return life_ != Life::Active; }
+    [[nodiscard]] bool isRetired() const { return life_ == Life::Retired; }
+
+    /// A link that calls this one as long as the object has not retired.
+    [[nodiscard]] OMLink whileActive(OMLink link);
+
+    /// How many there are of all classes that have not retired.
     [[nodiscard]] static int count() { return count_; }
 
     /// A new object equal to this one, owned by the caller; null where a class cannot be copied.
@@ -142,6 +165,9 @@ class OMScriptableObject {
     /// new object; handlers and watchers stay with the original.
     OMScriptableObject(const OMScriptableObject&) : OMScriptableObject() {}
 
+    /// Leaves what the class has put the object into; calls its base's last.
+    virtual void onRetire() {}
+
   private:
     friend class OMSWatch;
     friend class OMSRegistry;
@@ -164,6 +190,7 @@ class OMScriptableObject {
     OMLink completion_;
     const OMSClass* class_ = nullptr;
     bool isOfProgram_ = false;
+    enum class Life : std::uint8_t { Active, Retiring, Retired } life_ = Life::Active;
     OMSWatch* watches_ = nullptr;
 };
 

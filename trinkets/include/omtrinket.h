@@ -93,11 +93,11 @@ class OMTrinket : public OMScriptableObject {
 
     /// Enters the window's list at depth 0, above all others there.
     OMTrinket(OMTrinketWindow& window, UpdateStyle style, const platform::Rect& bounds);
-    ~OMTrinket() override;
+    ~OMTrinket() override { retire(); }
 
     // Queries.
 
-    /// Null once the window is gone.
+    /// Null once the window is gone, or the trinket is.
     [[nodiscard]] OMTrinketWindow* window() const { return window_; }
     /// What it covers now, in window pixels.
     [[nodiscard]] virtual platform::Rect boundingRectangle() const { return bounds_; }
@@ -207,6 +207,7 @@ class OMTrinket : public OMScriptableObject {
     static inline int defaultGrabCursor = -1;
 
   protected:
+    void onRetire() override;
     /// A copy lies in the same window, idle, above the others of its depth.
     OMTrinket(const OMTrinket& other);
 

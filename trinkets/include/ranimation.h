@@ -22,7 +22,7 @@ class RAnimation : public OMAnimation {
     /// What listeners to frames are told.
     enum class FrameNews : std::uint8_t { Shown, AnimationGoes };
 
-    ~RAnimation() override;
+    ~RAnimation() override { retire(); }
 
     /// 1 while "frameNotify" is raised for every frame that is shown.
     [[nodiscard]] int frameNotification() const { return notifies_ ? 1 : 0; }
@@ -52,6 +52,7 @@ class RAnimation : public OMAnimation {
     void setAOCursor(std::optional<int> normal, std::optional<int> grab);
 
   protected:
+    void onRetire() override;
     /// A copy has no listeners.
     RAnimation(const RAnimation& other);
     void frameShown() override;
@@ -62,7 +63,7 @@ class RAnimation : public OMAnimation {
         OMLinkTo<void(FrameNews)> link;
     };
 
-    bool tellListeners(FrameNews news);
+    void tellListeners(FrameNews news);
 
     bool notifies_ = false;
     int lastListener_ = 0;

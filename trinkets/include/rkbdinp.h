@@ -15,7 +15,7 @@ class RKbdInp final : public OMScriptableObject {
     static const OMSClass kClass;
 
     RKbdInp();
-    ~RKbdInp() override;
+    ~RKbdInp() override { retire(); }
 
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
@@ -26,6 +26,7 @@ class RKbdInp final : public OMScriptableObject {
     [[nodiscard]] static std::string nameOf(const platform::KeyPress& press);
 
   private:
+    void onRetire() override;
     static void hear(const platform::KeyPress& press);
 
     static inline OMList<RKbdInp> all_; ///< in the order of their making

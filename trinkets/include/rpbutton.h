@@ -16,7 +16,7 @@ class RPButton final : public OMAnimation {
 
     /// Is not movable.
     RPButton(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
-    ~RPButton() override;
+    ~RPButton() override { retire(); }
 
     /// With the arguments of the script; null without a main window or such a resource.
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
@@ -45,6 +45,7 @@ class RPButton final : public OMAnimation {
     void onReleaseLost() override;
 
   private:
+    void onRetire() override;
     RPButton(const RPButton& other);
 
     void track(platform::Point point);

@@ -2,6 +2,7 @@
 
 #include "omdebug.h"
 #include "omplatform.h"
+#include "omunderway.h"
 #include "omwindow.h"
 #include "omwndcanvas.h"
 
@@ -118,13 +119,17 @@ bool OMApp::pass() {
     platform::Events& events = OMPlatform().events();
     Message message;
     if (waitForMessages_ ? events.wait(message) : events.take(message)) {
+        const OMUnderWay underWay;
         beforeMessage(message);
         dispatch(message);
         afterMessage(message);
     }
     if (!waitForMessages_ && !leaving_) {
         idle();
-        windows_.apply([](OMWindow& window) { window.idle(); });
+        windows_.apply([](OMWindow& window) {
+            const OMUnderWay underWay;
+            window.idle();
+        });
         tasks_.runAll();
     }
     OMPlatform().passEnded();

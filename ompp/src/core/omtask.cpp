@@ -2,6 +2,7 @@
 
 #include "omapp.h"
 #include "omdebug.h"
+#include "omunderway.h"
 
 OMTask::OMTask(OMLink link, std::uint32_t priority) : link_(std::move(link)), priority_(priority) {
     OMDebug::requireApp("OMTask");
@@ -32,6 +33,7 @@ void OMTaskList::runAll() {
         if (task.suspended_) return;
         // The task may destroy itself in its own link.
         const OMLink link = task.link_;
+        const OMUnderWay underWay;
         link();
     });
 }

@@ -97,12 +97,17 @@ OMAnimation::OMAnimation(const OMAnimation& other)
                                                     : nullptr});
 }
 
-OMAnimation::~OMAnimation() {
+OMAnimation::~OMAnimation() { retire(); }
+
+void OMAnimation::onRetire() {
     if (AOSounds* sounds = AOSounds::current(); sounds && !soundRecords_.empty()) {
         sounds->stop(*this);
         sounds->forget(*this);
     }
     all_.remove(this);
+    stop();
+    playLinks_ = {};
+    OMTrinket::onRetire();
 }
 
 void OMAnimation::useImage(std::shared_ptr<AOImage> image, int id) {

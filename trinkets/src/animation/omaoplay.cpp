@@ -63,27 +63,25 @@ void OMAnimation::step(std::uint32_t clock) {
         dueMs_ = clock;
     }
     if (state_ != State::Playing || (dueMs_ && isBefore(clock, *dueMs_))) return;
-    const OMSWatch self(this);
     stepping_ = true;
     lapped_ = false;
-    while (self && state_ == State::Playing && runEntry(clock, self)) {
+    while (state_ == State::Playing && runEntry(clock)) {
     }
-    if (!self) return;
     stepping_ = false;
     current_ = shown_;
 }
 
-bool OMAnimation::runEntry(std::uint32_t clock, const OMSWatch& self) {
+bool OMAnimation::runEntry(std::uint32_t clock) {
     const AOEntry entry = at(position_);
     current_ = position_;
-    if (entry.isFrame()) return runFrame(entry, clock, self);
-    if (entry.code <= AOEntry::kFirstMarker) return runMarker(entry, self);
+    if (entry.isFrame()) return runFrame(entry, clock);
+    if (entry.code <= AOEntry::kFirstMarker) return runMarker(entry);
     switch (entry.code) {
-    case AOEntry::kSound: return runSound(entry, self);
-    case AOEntry::kHold: return runHold(self);
-    case AOEntry::kEnd: return repeatCount_ == 0 ? runEnd() : runLoop(self);
-    case AOEntry::kLoop: return runLoop(self);
-    default: return advance(self);
+    case AOEntry::kSound: return runSound(entry);
+    case AOEntry::kHold: return runHold();
+    case AOEntry::kEnd: return repeatCount_ == 0 ? runEnd() : runLoop();
+    case AOEntry::kLoop: return runLoop();
+    default: return advance();
     }
 }
 
@@ -93,32 +91,31 @@ std::uint32_t OMAnimation::durationMs(const AOEntry& entry) const {
     return static_cast<std::uint32_t>(std::max<int>(entry.argument, 0));
 }
 
-bool OMAnimation::runFrame(const AOEntry& entry, std::uint32_t clock, const OMSWatch& self) {
+bool OMAnimation::runFrame(const AOEntry& entry, std::uint32_t clock) {
     show(position_);
     dueMs_ = (catchUp_ && dueMs_ ? *dueMs_ : clock) + durationMs(entry);
     const unsigned before = jumps_;
     frameShown();
-    if (self && jumps_ == before) advance(self);
+    if (jumps_ == before) advance();
     return false;
 }
 
-bool OMAnimation::runSound(const AOEntry& entry, const OMSWatch& self) {
+bool OMAnimation::runSound(const AOEntry& entry) {
     const unsigned before = jumps_;
     startSound(entry.argument);
-    return self && jumps_ == before && advance(self);
+    return jumps_ == before && advance();
 }
 
-bool OMAnimation::runHold(const OMSWatch& self) {
+bool OMAnimation::runHold() {
     if (repeatCount_ == 0) {
         state_ = State::Held;
         const unsigned before = jumps_;
         finish();
-        if (!self || jumps_ != before) return false;
+        if (jumps_ != before) return false;
     }
-    return advance(self);
+    return advance();
 }
 
-/// Nothing of the animation is touched after its handlers were called.
 bool OMAnimation::runEnd() {
     state_ = State::Stopped;
     setVisible(false);
@@ -127,7 +124,7 @@ bool OMAnimation::runEnd() {
     return false;
 }
 
-bool OMAnimation::runLoop(const OMSWatch& self) {
+bool OMAnimation::runLoop() {
     if (repeatCount_ == 1) {
         repeatCount_ = 0;
         holdOnLastFrame();
@@ -140,7 +137,8 @@ bool OMAnimation::runLoop(const OMSWatch& self) {
     const bool goesOn = !std::exchange(lapped_, true);
     const OMLink looped = playLinks_.looped;
     looped();
-    return self && passStop(self) && goesOn;
+    passStop();
+    return goesOn;
 }
 
 void OMAnimation::holdOnLastFrame() {
@@ -150,42 +148,40 @@ void OMAnimation::holdOnLastFrame() {
     position_ = std::max(last, 0);
 }
 
-bool OMAnimation::runMarker(const AOEntry& entry, const OMSWatch& self) {
+bool OMAnimation::runMarker(const AOEntry& entry) {
     const unsigned before = jumps_;
     const auto marker = playLinks_.marker;
     marker(entry.code);
-    if (self) fireEvent("special");
-    return self && jumps_ == before && advance(self);
+    fireEvent("special");
+    return jumps_ == before && advance();
 }
 
-/// To the next entry. True while the animation is alive.
-bool OMAnimation::advance(const OMSWatch& self) {
+/// To the next entry, and on.
+bool OMAnimation::advance() {
     ++position_;
-    return passStop(self);
+    passStop();
+    return true;
 }
 
-/// Tells when playback has come to the stop position. True while the animation is alive.
-bool OMAnimation::passStop(const OMSWatch& self) {
-    if (stopPosition_ == kNoStop || position_ != stopPosition_) return true;
+/// Tells when playback has come to the stop position.
+void OMAnimation::passStop() {
+    if (stopPosition_ == kNoStop || position_ != stopPosition_) return;
     stopPosition_ = kNoStop;
     const OMLink stopAt = playLinks_.stopAt;
     stopAt();
-    return static_cast<bool>(self);
 }
 
-/// The events come last: the animation may be gone afterwards.
 void OMAnimation::finish() {
     if (soundSync_ && playingSounds_ > 0) {
         pendingFinish_ = true;
         return;
     }
     pendingFinish_ = false;
-    const OMSWatch self(this);
     // A handler may have it played again and wait for that.
     const OMLink completion = takeCompletion();
     const OMLink finished = playLinks_.finished;
     finished();
-    if (self) fireEvent("paused");
+    fireEvent("paused");
     completion();
 }
 
@@ -219,12 +215,10 @@ void OMAnimation::startSound(int id) {
         awaitedSound_ = sound;
     }
     ++record.plays;
-    const auto watch = std::make_shared<OMSWatch>(this);
-    const AOSounds::Start start = sounds->play(*this, id, [watch, sound, &record] {
-        if (*watch) static_cast<OMAnimation*>(watch->object())->soundEnded(sound, record);
-    });
+    const AOSounds::Start start =
+        sounds->play(*this, id, whileActive([this, sound, &record] { soundEnded(sound, record); }));
     // A box that tells of a missing sound may end a drag, whose handlers may do anything.
-    if (!*watch || start == AOSounds::Start::Plays) return;
+    if (isRetired() || start == AOSounds::Start::Plays) return;
     --record.plays;
     --playingSounds_;
     record.isMissing = start == AOSounds::Start::Never;
@@ -245,10 +239,8 @@ void OMAnimation::soundEnded(unsigned sound, AOSoundRecord& record) {
 
 /// All sounds have ended or were stopped.
 void OMAnimation::soundsSilent() {
-    const OMSWatch self(this);
     const bool playsAgain = state_ == State::Playing || state_ == State::Resumed;
     if (std::exchange(pendingFinish_, false) && !playsAgain) finish();
-    if (!self) return;
     const OMLink done = playLinks_.allSoundsDone;
     done();
 }

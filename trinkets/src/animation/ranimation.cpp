@@ -50,7 +50,10 @@ std::unique_ptr<OMScriptableObject> RAnimation::duplicate() {
 RAnimation::RAnimation(const RAnimation& other)
     : OMAnimation(other), notifies_(other.notifies_), userData_(other.userData_) {}
 
-RAnimation::~RAnimation() { tellListeners(FrameNews::AnimationGoes); }
+void RAnimation::onRetire() {
+    tellListeners(FrameNews::AnimationGoes);
+    OMAnimation::onRetire();
+}
 
 int RAnimation::addFrameListener(OMLinkTo<void(FrameNews)> listener) {
     listeners_.push_back({++lastListener_, std::move(listener)});
@@ -61,24 +64,21 @@ void RAnimation::removeFrameListener(int number) {
     std::erase_if(listeners_, [number](const Listener& each) { return each.number == number; });
 }
 
-/// Those that are there now; each may remove any. False when one destroyed the animation.
-bool RAnimation::tellListeners(FrameNews news) {
-    const OMSWatch self(this);
+/// Those that are there now; each may remove any.
+void RAnimation::tellListeners(FrameNews news) {
     const int last = lastListener_;
-    for (int told = 0; self;) {
+    for (int told = 0; !isRetired();) {
         const auto next = std::ranges::upper_bound(listeners_, told, {}, &Listener::number);
-        if (next == listeners_.end() || next->number > last) return true;
+        if (next == listeners_.end() || next->number > last) return;
         told = next->number;
         const auto link = next->link;
         link(news);
     }
-    return false;
 }
 
 void RAnimation::frameShown() {
-    const OMSWatch self(this);
     if (notifies_) fireEvent("frameNotify");
-    if (self) tellListeners(FrameNews::Shown);
+    tellListeners(FrameNews::Shown);
 }
 
 void RAnimation::resumeForScript() {

@@ -7,6 +7,7 @@
 #include "omsbirths.h"
 #include "omsclass.h"
 #include "omsregistry.h"
+#include "omunderway.h"
 #include "rvar.h"
 #include "yengine.h"
 
@@ -46,7 +47,7 @@ void OMSWatch::watch(OMScriptableObject* object) {
         while (*link != this) link = &(*link)->next_;
         *link = next_;
     }
-    object_ = object;
+    object_ = object && !object->isRetired() ? object : nullptr;
     if (!object_) return;
     next_ = object_->watches_;
     object_->watches_ = this;
@@ -54,9 +55,30 @@ void OMSWatch::watch(OMScriptableObject* object) {
 
 // ---------------------------------------------------------------------------- life
 
-OMScriptableObject::~OMScriptableObject() {
+void OMScriptableObject::operator delete(OMScriptableObject* object, std::destroying_delete_t) {
+    {
+        const OMUnderWay retiring;
+        object->retire();
+    }
+    OMUnderWay::afterwards([object] {
+        void* const memory = dynamic_cast<void*>(object);
+        object->~OMScriptableObject();
+        ::operator delete(memory);
+    });
+}
+
+void* OMScriptableObject::operator new(std::size_t bytes) { return ::operator new(bytes); }
+
+void OMScriptableObject::operator delete(void* memory) { ::operator delete(memory); }
+
+void OMScriptableObject::retire() {
+    if (life_ != Life::Active) return;
+    life_ = Life::Retiring;
+    onRetire();
+    life_ = Life::Retired;
     --count_;
-    for (OMSWatch* watch = watches_; watch; watch = watch->next_) watch->object_ = nullptr;
+    for (OMSWatch* watch = std::exchange(watches_, nullptr); watch; watch = watch->next_)
+        watch->object_ = nullptr;
     if (lastPass == this) lastPass = nullptr;
     if (lastBorn == this) lastBorn = nullptr;
     if (YEngine* engine = YEngine::current()) engine->removeRecords(this);
@@ -64,21 +86,27 @@ OMScriptableObject::~OMScriptableObject() {
     fireCompletion(); // nobody waits for an object that is gone
 }
 
+OMLink OMScriptableObject::whileActive(OMLink link) {
+    return [watch = std::make_shared<OMSWatch>(this), link = std::move(link)] {
+        if (*watch) link();
+    };
+}
+
 std::unique_ptr<OMScriptableObject> OMScriptableObject::duplicate() { return nullptr; }
 
 std::unique_ptr<OMScriptableObject> OMScriptableObject::makeDuplicate() {
-    OMSWatch watch; // its birth, and that of its parts, may be its end
+    const OMUnderWay underWay;
+    OMScriptableObject* copy = nullptr; // its birth, and that of its parts, may be its end
     {
         const OMSBirths parts;
-        std::unique_ptr<OMScriptableObject> copy = duplicate();
+        copy = duplicate().release();
         status_ = copy ? Status::Ok : Status::Refused;
         if (!copy) return nullptr;
-        watch.watch(copy.release());
-        if (class_) watch.object()->takeClass(*class_);
-        watch.object()->born();
+        if (class_) copy->takeClass(*class_);
+        copy->born();
     }
     status_ = Status::Ok;
-    return std::unique_ptr<OMScriptableObject>(watch.object());
+    return std::unique_ptr<OMScriptableObject>(copy->isRetired() ? nullptr : copy);
 }
 
 void OMScriptableObject::addCompletionLink(OMLink link) {
@@ -168,6 +196,7 @@ void OMScriptableObject::removeProperty(std::string_view name) {
 /// when there is none.
 template <class Use>
 auto OMScriptableObject::with(std::string_view name, Use use) {
+    const OMUnderWay underWay;
     status_ = Status::Ok;
     if (OMScriptableObjectProperty* own = added(name)) return use(*own);
     if (const OMSEntry* row = classRow(name)) {
@@ -180,7 +209,7 @@ auto OMScriptableObject::with(std::string_view name, Use use) {
 
 bool OMScriptableObject::fireEvent(std::string_view name) {
     return with(name, [&](OMScriptableObjectProperty& event) {
-        if (event.kind() != OMScriptableObjectProperty::Kind::Event) {
+        if (isRetired() || event.kind() != OMScriptableObjectProperty::Kind::Event) {
             status_ = Status::Absent;
             return false;
         }

@@ -7,6 +7,7 @@
 #include "omsbirths.h"
 #include "omsclass.h"
 #include "omsexception.h"
+#include "omunderway.h"
 
 #include <algorithm>
 
@@ -98,19 +99,17 @@ std::unique_ptr<OMScriptableObject> OMSRegistry::create(std::string_view name) {
     if (!entry) return nullptr;
     const OMSClass& scriptClass = entry->scriptClass();
     OMSArguments::global().rewind();
-    OMSWatch watch;
+    const OMUnderWay underWay;
+    OMScriptableObject* object = nullptr; // handlers may destroy it behind the owner's back
     {
         const OMSBirths parts;
-        std::unique_ptr<OMScriptableObject> object =
-            scriptClass.create ? scriptClass.create() : nullptr;
+        object = scriptClass.create ? scriptClass.create().release() : nullptr;
         if (!object) return nullptr;
-        // From here on handlers may destroy the object behind the owner's back.
-        watch.watch(object.release());
-        if (!watch.object()->class_) watch.object()->takeClass(scriptClass);
-        watch.object()->born();
-        if (watch) hook_(*watch.object());
+        if (!object->class_) object->takeClass(scriptClass);
+        object->born();
+        if (!object->isRetired()) hook_(*object);
     }
-    return std::unique_ptr<OMScriptableObject>(watch.object());
+    return std::unique_ptr<OMScriptableObject>(object->isRetired() ? nullptr : object);
 }
 
 void OMSRegistry::callBornHandler(const OMSR& entry) {

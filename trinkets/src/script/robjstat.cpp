@@ -200,7 +200,6 @@ void YThread::play(const Instruction& code) {
             if (const auto flag = playing.lock()) *flag = false;
         });
     }
-    OMSWatch watch(object);
     bool done = false;
     {
         const OMSCall call(OMSCall::Kind::InvokingMethod, method);
@@ -211,7 +210,7 @@ void YThread::play(const Instruction& code) {
         if (named) engine_.warn(OMFormat("Method %s not found", method.c_str()));
     }
     // An object that is gone will not tell that it is finished.
-    if (synchronous && (!watch || !done)) *playing_ = false;
+    if (synchronous && (object->isRetired() || !done)) *playing_ = false;
     if (synchronous) detail("\nsynchronously");
     if (*playing_) setStatus(Status::Blocked);
 }

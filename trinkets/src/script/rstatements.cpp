@@ -5,6 +5,7 @@
 #include "omsclass.h"
 #include "omscrptb.h"
 #include "omsregistry.h"
+#include "omunderway.h"
 #include "rthread.h"
 #include "yengine.h"
 #include "yexpression.h"
@@ -39,6 +40,7 @@ void YThread::assignValue(const Instruction& code) {
 
 /// Any assignment.
 void YThread::assign(const Instruction& code) {
+    const OMUnderWay underWay;
     YVariable& name = *code.operands[0];
     YVariable& target = name.resolve();
     const std::string before = tracing_ ? textOf(target) : std::string();

@@ -2,6 +2,7 @@
 #include "rthread.h"
 
 #include "omdebug.h"
+#include "omunderway.h"
 #include "yengine.h"
 #include "yexpression.h"
 #include "ynumber.h"
@@ -343,6 +344,7 @@ void YThread::runOne() {
 }
 
 void YThread::execute(const Instruction& code) {
+    const OMUnderWay underWay;
     switch (code.opcode) {
     case YOpcode::Call: call(code); return;
     case YOpcode::Procedure: enterProcedure(code); return;

@@ -5,6 +5,7 @@
 #include "omplatform.h"
 #include "omscrptb.h"
 #include "omtextfile.h"
+#include "omunderway.h"
 #include "rthread.h"
 #include "rvar.h"
 
@@ -66,6 +67,7 @@ void YEngine::boxWasClosed() {
 
 void YEngine::tick() {
     if (isHeld()) return;
+    const OMUnderWay::Ground betweenStatements;
     const bool counts = countsForTimers();
     threads_.apply([&](YThread& thread) {
         if (isSwitching()) return;

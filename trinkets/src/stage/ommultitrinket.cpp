@@ -37,9 +37,10 @@ OMMultiTrinket::OMMultiTrinket(const OMMultiTrinket& other)
     setBounds({place.left, place.top, place.left, place.top});
 }
 
-OMMultiTrinket::~OMMultiTrinket() {
+void OMMultiTrinket::onRetire() {
     leaveGroup(); // while it knows its place
-    for (const Member& member : members_) member.trinket->group_ = nullptr;
+    for (const Member& member : std::exchange(members_, {})) member.trinket->group_ = nullptr;
+    OMTrinket::onRetire();
 }
 
 std::unique_ptr<OMScriptableObject> OMMultiTrinket::createFromScript() {
@@ -194,9 +195,8 @@ void OMMultiTrinket::setCursors(int normal, int grab) {
 // Events
 
 bool OMMultiTrinket::raise(std::string_view event, std::uint32_t ignoring) {
-    const OMSWatch self(this);
     if ((eventMask() & ignoring) == 0) fireEvent(event);
-    return static_cast<bool>(self);
+    return !isRetired();
 }
 
 void OMMultiTrinket::memberMouseDown(Point point) {

@@ -55,12 +55,16 @@ OMTrinket::OMTrinket(const OMTrinket& other)
     enterWindow();
 }
 
-OMTrinket::~OMTrinket() {
+void OMTrinket::onRetire() {
     leaveGroup();
-    if (!window_) return;
-    if (window_->isFocus(*this)) window_->clearFocus();
-    erase();
-    window_->remove(*this);
+    if (window_) {
+        if (window_->isFocus(*this)) window_->clearFocus();
+        erase();
+        window_->remove(*this);
+    }
+    window_ = nullptr;
+    mouseState_ = MouseState::Idle;
+    links_ = {};
 }
 
 void OMTrinket::enterWindow() {

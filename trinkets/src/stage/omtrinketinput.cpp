@@ -1,8 +1,8 @@
 // The way of mouse and keys through the trinket window.
 //
-// A handler may destroy the trinket it belongs to, any other one, or take the mouse for another;
-// what comes after a call into a trinket therefore asks again. What a trinket that goes has of the
-// mouse, its group has from then on.
+// A handler may have any trinket retire, or take the mouse for another; what comes after a call
+// into a trinket therefore asks again. What a trinket that goes has of the mouse, its group has
+// from then on.
 
 #include "omtrinketwindow.h"
 
@@ -66,10 +66,9 @@ bool OMTrinketWindow::pressTarget(Point point) {
     OMTrinket& trinket = *target_;
     releaseLost_ = false;
     if (!hears(trinket, OMTrinket::kIgnoreMouseDown)) return true;
-    const OMSWatch watch(&trinket);
     trinket.onMouseDown(point);
-    if (watch) trinket.fireEvent("mouseDown");
-    if (!(watch && target_ == &trinket) && !isPressing()) return true;
+    trinket.fireEvent("mouseDown");
+    if (target_ != &trinket && !isPressing()) return true;
     if (target_->isMovable() && !releaseLost_)
         beginHolding(*target_, point);
     else if (isPressing())
@@ -78,9 +77,8 @@ bool OMTrinketWindow::pressTarget(Point point) {
 }
 
 void OMTrinketWindow::beginHolding(OMTrinket& trinket, Point point) {
-    const OMSWatch watch(&trinket);
     trinket.onBeginDrag(point);
-    if (!(watch && target_ == &trinket) && !isPressing()) return;
+    if (target_ != &trinket && !isPressing()) return;
     if (cursorManagement_) showCursor(target_->grabCursor());
     if (releaseLost_)
         target_ = nullptr;
@@ -145,13 +143,12 @@ void OMTrinketWindow::tellLostRelease() {
 }
 
 void OMTrinketWindow::dropTarget(OMTrinket& trinket, Point point) {
-    const OMSWatch watch(&trinket);
     trinket.clearOvershoot();
     if (cursorManagement_) trinket.setCursor();
     trinket.onDrop(point);
-    if (watch) trinket.onMouseUp(point);
-    if (watch) trinket.fireEvent("mouseUp");
-    OMTrinket* held = watch ? &trinket : target_;
+    if (!trinket.isRetired()) trinket.onMouseUp(point);
+    trinket.fireEvent("mouseUp");
+    OMTrinket* held = trinket.isRetired() ? target_ : &trinket;
     if (!held || held->mouseState_ != MouseState::Held) return;
     held->mouseState_ = MouseState::Idle;
     releaseTarget(*held);
@@ -176,10 +173,9 @@ void OMTrinketWindow::mouseMove(Point point) {
 }
 
 void OMTrinketWindow::moveTarget(OMTrinket& trinket, Point point, int dx, int dy) {
-    const OMSWatch watch(&trinket);
     trinket.onMouseMove(point);
-    if (watch && trinket.isMovable()) trinket.dragBy(dx, dy);
-    if (watch && trinket.mouseState_ == MouseState::CapturedFlying) updateFlyOver(point);
+    if (!trinket.isRetired() && trinket.isMovable()) trinket.dragBy(dx, dy);
+    if (trinket.mouseState_ == MouseState::CapturedFlying) updateFlyOver(point);
 }
 
 // Double click
@@ -190,11 +186,10 @@ void OMTrinketWindow::doubleClick(Point point) {
     if (!hearsPresses()) return;
     if (!target_) target_ = hitTest(point);
     OMTrinket* trinket = target_;
-    const OMSWatch watch(trinket);
     const bool heard = trinket && hears(*trinket, OMTrinket::kIgnoreDoubleClick);
     if (heard) {
         trinket->onDoubleClick(point);
-        if (watch) trinket->fireEvent("dblClick");
+        trinket->fireEvent("dblClick");
     }
     if (isPressing()) target_ = nullptr;
     if (!heard)
@@ -208,10 +203,9 @@ void OMTrinketWindow::updateFlyOver(Point point) {
     if (target_ && target_->mouseState_ != MouseState::CapturedFlying) return;
     OMTrinket* under = hitTest(point);
     if (under != flyOver_) {
-        const OMSWatch watch(under);
         if (OMTrinket* left = std::exchange(flyOver_, nullptr)) leave(*left);
         if (flyOver_) return;
-        if (under && watch) {
+        if (under && !under->isRetired()) {
             flyOver_ = under; // only now: its group is not told of leaving what it did not enter
             enter(*under);
         }
@@ -223,18 +217,16 @@ void OMTrinketWindow::updateFlyOver(Point point) {
 
 void OMTrinketWindow::leave(OMTrinket& trinket) {
     if (!hears(trinket, OMTrinket::kNoFlyOff)) return;
-    const OMSWatch watch(&trinket);
     trinket.onFlyOff();
-    if (watch) trinket.fireEvent("flyOff");
+    trinket.fireEvent("flyOff");
 }
 
 void OMTrinketWindow::enter(OMTrinket& trinket) {
-    const OMSWatch watch(&trinket);
     if (hears(trinket, OMTrinket::kNoFlyOn)) {
         trinket.onFlyOn();
-        if (watch) trinket.fireEvent("flyOn");
+        trinket.fireEvent("flyOn");
     }
-    if (watch && flyOver_ == &trinket && cursorManagement_) trinket.setCursor();
+    if (flyOver_ == &trinket && cursorManagement_) trinket.setCursor();
 }
 
 // Keyboard

@@ -32,7 +32,7 @@ RKbdInp::RKbdInp() {
     if (OMTrinketWindow* window = OMTrinketWindow::mainWindow()) window->defaults().key = &hear;
 }
 
-RKbdInp::~RKbdInp() {
+void RKbdInp::onRetire() {
     all_.remove(this);
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
     if (window && all_.empty()) window->defaults().key = nullptr;

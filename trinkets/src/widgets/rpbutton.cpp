@@ -44,7 +44,12 @@ RPButton::RPButton(const RPButton& other)
     setFrameNumber(kUp);
 }
 
-RPButton::~RPButton() { endClick(); }
+void RPButton::onRetire() {
+    endClick();
+    hitPending_ = tracking_ = false;
+    pressedMs_.reset();
+    OMAnimation::onRetire();
+}
 
 std::unique_ptr<OMScriptableObject> RPButton::createFromScript() {
     if (!OMDebug::check(hasSourceLocator(), "!url",
@@ -68,9 +73,8 @@ void RPButton::look(bool pressed) {
 // By the mouse
 
 void RPButton::onMouseDown(Point point) {
-    const OMSWatch self(this);
     OMAnimation::onMouseDown(point);
-    if (!self || !enabled_ || !window()) return;
+    if (!enabled_ || !window()) return;
     tracking_ = true;
     pressedMs_.reset();
     setMouseCapture(true);
@@ -78,9 +82,8 @@ void RPButton::onMouseDown(Point point) {
 }
 
 void RPButton::onMouseMove(Point point) {
-    const OMSWatch self(this);
     OMAnimation::onMouseMove(point);
-    if (self && tracking_) track(point);
+    if (tracking_ && window()) track(point);
 }
 
 void RPButton::track(Point point) {
@@ -96,9 +99,8 @@ void RPButton::track(Point point) {
 }
 
 void RPButton::onMouseUp(Point point) {
-    const OMSWatch self(this);
     OMAnimation::onMouseUp(point);
-    if (!self || !tracking_) return;
+    if (!tracking_) return;
     letGo();
     // Meanwhile it may have been disabled or hidden, or the next scene may be on its way.
     if (!enabled_ || !isShown() || !window()->isPresenting() || !containsPoint(point)) return;
@@ -119,7 +121,6 @@ void RPButton::letGo() {
     setCursor();
 }
 
-/// It may be gone afterwards.
 void RPButton::hit() {
     const OMLink link = hitLink_;
     if (link)
@@ -138,14 +139,13 @@ void RPButton::press() {
 }
 
 void RPButton::step(std::uint32_t clock) {
-    const OMSWatch self(this);
     OMAnimation::step(clock);
     // The sound that a hit waited for was ended, and there is no other.
-    if (self && hitPending_ && clickHandle_ == OMEffectSounds::kNotPlaying) {
+    if (hitPending_ && clickHandle_ == OMEffectSounds::kNotPlaying) {
         hitPending_ = false;
         hit();
     }
-    if (!self || !pressedMs_) return;
+    if (!pressedMs_) return;
     if (clock - *pressedMs_ <= static_cast<std::uint32_t>(std::max(playDelayMs_, 0))) return;
     pressedMs_.reset();
     look(false);
@@ -159,10 +159,8 @@ void RPButton::playClick() {
     OMEffectSounds* sounds =
         OMEffectSounds::require("!url", "Sound URL has to be installed in OMAnimation");
     if (!sounds) return;
-    const auto watch = std::make_shared<OMSWatch>(this);
-    clickHandle_ = sounds->playEffect(clickSoundId_, [watch, this, click = click_] {
-        if (*watch) clickEnded(click);
-    });
+    clickHandle_ = sounds->playEffect(clickSoundId_,
+                                      whileActive([this, click = click_] { clickEnded(click); }));
 }
 
 /// The end of a sound that is ended is not heard of.

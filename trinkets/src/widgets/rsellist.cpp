@@ -201,9 +201,8 @@ void RSelList::onMouseDown(Point point) {
 }
 
 void RSelList::onDoubleClick(Point point) {
-    const OMSWatch self(this);
     OMTrinket::onDoubleClick(point);
-    if (self && pick(point)) fireEvent("entrySelected");
+    if (pick(point)) fireEvent("entrySelected");
 }
 
 // Drawing

@@ -50,9 +50,8 @@ std::unique_ptr<OMScriptableObject> RTrigger::duplicate() {
 // Dragging
 
 void RTrigger::onMouseDown(Point point) {
-    const OMSWatch self(this);
     OMAnimation::onMouseDown(point);
-    if (!self || !window()) return;
+    if (!window()) return;
     startFrame_ = frameNumber();
     startX_ = point.x;
     soundPlayed_ = false;
@@ -63,9 +62,8 @@ void RTrigger::onMouseDown(Point point) {
 
 /// The ends of the sequence stop it, however fast the pointer passes them.
 void RTrigger::onMouseMove(Point point) {
-    const OMSWatch self(this);
     OMAnimation::onMouseMove(point);
-    if (!self || !turning_) return;
+    if (!turning_ || !window()) return;
     const int frames = framePixelDelta_ == 0 ? 0 : (point.x - startX_) / framePixelDelta_;
     const int wanted = std::clamp(startFrame_ + frames, 1, std::max(frameCount(), 1));
     if (wanted != frameNumber()) setFrameNumber(wanted);
@@ -80,12 +78,11 @@ void RTrigger::playSound() {
 }
 
 void RTrigger::onMouseUp(Point point) {
-    const OMSWatch self(this);
     OMAnimation::onMouseUp(point);
-    if (!self || !turning_) return;
+    if (!turning_) return;
     turning_ = false;
     fireEvent(frameNumber() == startFrame_ ? "clicked" : "fired");
-    if (self) letGo();
+    letGo();
 }
 
 void RTrigger::onReleaseLost() {
