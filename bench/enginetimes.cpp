@@ -4,8 +4,8 @@
 
 #include "omsclass.h"
 #include "omsregistry.h"
-#include "rvar.h"
 #include "ycompiler.h"
+#include "yheap.h"
 
 #include <stdexcept>
 

@@ -3,7 +3,7 @@
 #include "omistream.h"
 #include "omplatform.h"
 #include "omsregistry.h"
-#include "rvar.h"
+#include "yheap.h"
 #include "ykeyword.h"
 
 #include <algorithm>

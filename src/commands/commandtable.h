@@ -6,7 +6,7 @@
 //     };
 #pragma once
 
-#include "omscall.h"
+#include "omsarguments.h"
 #include "ykeyword.h"
 
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "progress/rlaptrapworld.h"
 
-#include "omscall.h"
+#include "omsarguments.h"
 #include "progress/rlaptraprule.h"
 #include "world/locations.h"
 #include "world/rworldport.h"

@@ -5,7 +5,7 @@
 #include "ommultitrinket.h"
 #include "omunderway.h"
 #include "puzzles/rpuzzle.h"
-#include "rvar.h"
+#include "yheap.h"
 
 using namespace testing_support;
 using platform::Point;

@@ -1,8 +1,8 @@
 // Puts precompiled scripts together: from hand-made records, or from what the compiler made.
 #pragma once
 
-#include "rvar.h"
 #include "yexpression.h"
+#include "yheap.h"
 #include "yscript.h"
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "rvar.h"
+#include "yheap.h"
 
 #include "omscrptb.h"
 #include "omsexception.h"

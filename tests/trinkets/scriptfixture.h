@@ -12,8 +12,8 @@
 #include "omsexception.h"
 #include "omsregistry.h"
 #include "rthread.h"
-#include "rvar.h"
 #include "yengine.h"
+#include "yheap.h"
 #include "ykeyword.h"
 
 #include <gtest/gtest.h>

@@ -3,8 +3,8 @@
 #include "formats/base/latin1.h"
 #include "zorbetmps/includes.h"
 
-#include "rvar.h"
 #include "ycompiler.h"
+#include "yheap.h"
 #include "ykeyword.h"
 #include "yprecompiled.h"
 

@@ -1,70 +1,24 @@
-// Calls from scripts into C++: texts become numbers and numbers texts, and a member function gets
-// its arguments from the argument list.
-//
-// Methods and commands take int, bool, double, std::string, or std::optional of these for
-// arguments that may be missing or empty; without the optional, a missing number is 0.
+// The call that a script makes into an object right now. While one runs, events do not reach their
+// handlers: the first that has one shows the text of the call as a warning.
 #pragma once
 
-#include "omsarguments.h"
-
-#include "platform/geometry.h"
-
-#include <optional>
 #include <string>
 #include <string_view>
-#include <tuple>
-#include <type_traits>
 
-namespace oms {
+class OMSCall {
+  public:
+    enum class Kind { SettingProperty, InvokingMethod };
+    OMSCall(Kind kind, std::string_view name);
+    ~OMSCall();
+    OMSCall(const OMSCall&) = delete;
+    OMSCall& operator=(const OMSCall&) = delete;
 
-[[nodiscard]] std::string toText(int value);                   // "%d"
-[[nodiscard]] std::string toText(double value);                // "%.15g"
-[[nodiscard]] std::string toText(const platform::Rect& value); // "%d %d %d %d"
-[[nodiscard]] inline std::string toText(bool value) { return value ? "1" : "0"; }
-[[nodiscard]] inline std::string toText(std::string value) { return value; }
+    [[nodiscard]] static bool isRunning();
+    static void noteIgnored(std::string_view event);
+    /// Shows what was noted and forgets it.
+    static void warn();
 
-[[nodiscard]] double realFromText(std::string_view text);
-
-template <class T>
-[[nodiscard]] T fromText(std::string_view text) {
-    if constexpr (std::is_same_v<T, bool>)
-        return OMSToInteger(text) != 0;
-    else if constexpr (std::is_integral_v<T>)
-        return static_cast<T>(OMSToInteger(text));
-    else if constexpr (std::is_floating_point_v<T>)
-        return static_cast<T>(realFromText(text));
-    else
-        return T(text);
-}
-
-namespace detail {
-
-template <class T>
-struct OptionalValue;
-template <class T>
-struct OptionalValue<std::optional<T>> {
-    using type = T;
+  private:
+    bool outer_;
+    std::string outerContext_;
 };
-
-} // namespace detail
-
-template <class T>
-std::decay_t<T> nextArgument() {
-    using Value = std::decay_t<T>;
-    std::string text = OMSArguments::global().next();
-    if constexpr (requires { typename detail::OptionalValue<Value>::type; }) {
-        if (text.empty()) return std::nullopt;
-        return fromText<typename detail::OptionalValue<Value>::type>(text);
-    } else {
-        return fromText<Value>(text);
-    }
-}
-
-template <class Object, class... Arguments>
-void callWithArguments(Object& object, void (Object::*member)(Arguments...)) {
-    // Braces fix the order in which the arguments are read.
-    std::tuple<std::decay_t<Arguments>...> arguments{nextArgument<Arguments>()...};
-    std::apply([&](auto&... values) { (object.*member)(values...); }, arguments);
-}
-
-} // namespace oms

@@ -15,7 +15,7 @@
 // list itself.
 #pragma once
 
-#include "omscall.h"
+#include "omsarguments.h"
 #include "omscrptb.h"
 
 #include <memory>

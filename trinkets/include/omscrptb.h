@@ -193,23 +193,3 @@ class OMScriptableObject {
     enum class Life : std::uint8_t { Active, Retiring, Retired } life_ = Life::Active;
     OMSWatch* watches_ = nullptr;
 };
-
-/// The call that a script makes into an object right now. While one runs, events do not reach their
-/// handlers: the first that has one shows the text of the call as a warning.
-class OMSCall {
-  public:
-    enum class Kind { SettingProperty, InvokingMethod };
-    OMSCall(Kind kind, std::string_view name);
-    ~OMSCall();
-    OMSCall(const OMSCall&) = delete;
-    OMSCall& operator=(const OMSCall&) = delete;
-
-    [[nodiscard]] static bool isRunning();
-    static void noteIgnored(std::string_view event);
-    /// Shows what was noted and forgets it.
-    static void warn();
-
-  private:
-    bool outer_;
-    std::string outerContext_;
-};

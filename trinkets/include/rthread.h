@@ -182,7 +182,7 @@ class YThread {
     void jump(int target);
     [[nodiscard]] bool isTrue(const Instruction& code);
 
-    // Statements (rstatements.cpp).
+    // Statements (rthreadstatements.cpp).
     void assign(const Instruction& code);
     void assignValue(const Instruction& code);
     void construct(YVariable& target, const Instruction& code);
@@ -199,7 +199,7 @@ class YThread {
     void setYield(const Instruction& code);
     void pushArguments(const Instruction& code, int from, int to);
 
-    // Statements with objects (robjstat.cpp).
+    // Statements with objects (rthreadobjects.cpp).
     void set(const Instruction& code);
     void removeHandler(YVariable& word, OMScriptableObject* object, std::string_view event);
     void attachHandler(YVariable& word, OMScriptableObject* object, std::string_view event,
@@ -210,7 +210,7 @@ class YThread {
     std::string nameOfReceiver(OMScriptableObject& object);
     void play(const Instruction& code);
 
-    // The trace (ytrace.cpp). `detail` texts are made only while tracing.
+    // The trace (rthreadtrace.cpp). `detail` texts are made only while tracing.
     void trace(const Instruction& code);
     template <class... Arguments>
     void detail(const char* format, Arguments... arguments);

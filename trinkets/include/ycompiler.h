@@ -6,7 +6,7 @@
 #pragma once
 
 #include "omlink.h"
-#include "rvar.h"
+#include "yheap.h"
 #include "yscript.h"
 
 #include <memory>

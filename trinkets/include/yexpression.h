@@ -11,7 +11,7 @@
 //     3       * / \ % @ ^ !       binary
 #pragma once
 
-#include "rvar.h"
+#include "yheap.h"
 #include "ynumber.h"
 
 #include <cstdint>

@@ -13,7 +13,7 @@
 // Everything in such a file is checked before it is used.
 #pragma once
 
-#include "rvar.h"
+#include "yheap.h"
 #include "yscript.h"
 
 #include <cstddef>

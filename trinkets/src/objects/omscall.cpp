@@ -1,21 +1,50 @@
 #include "omscall.h"
 
 #include "omformat.h"
-#include "ynumber.h"
+#include "yengine.h"
 
-namespace oms {
+#include <utility>
 
-std::string toText(int value) { return std::to_string(value); }
+namespace {
 
-std::string toText(double value) {
-    char buffer[ynumber::kBufferSize];
-    return std::string(ynumber::format(value, buffer));
+constexpr std::size_t kMaxCallContext = 980;
+
+struct CallState {
+    bool running = false;
+    std::string context;
+};
+
+CallState& callState() {
+    static CallState state;
+    return state;
 }
 
-std::string toText(const platform::Rect& value) {
-    return OMFormat("%d %d %d %d", value.left, value.top, value.right, value.bottom);
+} // namespace
+
+OMSCall::OMSCall(Kind kind, std::string_view name)
+    : outer_(callState().running), outerContext_(std::move(callState().context)) {
+    const int length = static_cast<int>(name.size());
+    callState().running = true;
+    callState().context = kind == Kind::SettingProperty
+                              ? OMFormat("Setting property \"%.*s\"\ncaused ", length, name.data())
+                              : OMFormat("Invoking method \"%.*s\"\ncaused ", length, name.data());
 }
 
-double realFromText(std::string_view text) { return ynumber::scan(text); }
+OMSCall::~OMSCall() {
+    callState().running = outer_;
+    callState().context = std::move(outerContext_);
+}
 
-} // namespace oms
+bool OMSCall::isRunning() { return callState().running; }
+
+void OMSCall::noteIgnored(std::string_view event) {
+    std::string& context = callState().context;
+    if (context.size() >= kMaxCallContext) return;
+    context += OMFormat("event \"%.*s\" (ignored)\n", static_cast<int>(event.size()), event.data());
+    if (context.size() > kMaxCallContext) context.resize(kMaxCallContext);
+}
+
+void OMSCall::warn() {
+    const std::string text = std::exchange(callState().context, {});
+    if (YEngine* engine = YEngine::current()) engine->warn(text);
+}

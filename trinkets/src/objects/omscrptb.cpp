@@ -2,14 +2,14 @@
 
 #include "omapp.h"
 #include "omdebug.h"
-#include "omformat.h"
 #include "omsarguments.h"
 #include "omsbirths.h"
+#include "omscall.h"
 #include "omsclass.h"
 #include "omsregistry.h"
 #include "omunderway.h"
-#include "rvar.h"
 #include "yengine.h"
+#include "yheap.h"
 
 #include <algorithm>
 
@@ -18,18 +18,6 @@ namespace {
 constexpr OMSEntry kOMScriptableObjectVocabulary[] = {
     oms::event("born"),
 };
-
-constexpr std::size_t kMaxCallContext = 980;
-
-struct CallState {
-    bool running = false;
-    std::string context;
-};
-
-CallState& callState() {
-    static CallState state;
-    return state;
-}
 
 } // namespace
 
@@ -297,34 +285,4 @@ void OMScriptableObject::setResult(double value) {
 
 void OMScriptableObject::setResult(std::string_view value) {
     YHeap::current().get(YHeap::kResult).setString(value);
-}
-
-// ---------------------------------------------------------------------------- calls from scripts
-
-OMSCall::OMSCall(Kind kind, std::string_view name)
-    : outer_(callState().running), outerContext_(std::move(callState().context)) {
-    const int length = static_cast<int>(name.size());
-    callState().running = true;
-    callState().context = kind == Kind::SettingProperty
-                              ? OMFormat("Setting property \"%.*s\"\ncaused ", length, name.data())
-                              : OMFormat("Invoking method \"%.*s\"\ncaused ", length, name.data());
-}
-
-OMSCall::~OMSCall() {
-    callState().running = outer_;
-    callState().context = std::move(outerContext_);
-}
-
-bool OMSCall::isRunning() { return callState().running; }
-
-void OMSCall::noteIgnored(std::string_view event) {
-    std::string& context = callState().context;
-    if (context.size() >= kMaxCallContext) return;
-    context += OMFormat("event \"%.*s\" (ignored)\n", static_cast<int>(event.size()), event.data());
-    if (context.size() > kMaxCallContext) context.resize(kMaxCallContext);
-}
-
-void OMSCall::warn() {
-    const std::string text = std::exchange(callState().context, {});
-    if (YEngine* engine = YEngine::current()) engine->warn(text);
 }

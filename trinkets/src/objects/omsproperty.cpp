@@ -1,5 +1,6 @@
 #include "omsproperty.h"
 
+#include "omscall.h"
 #include "omsclass.h"
 #include "omscrptb.h"
 

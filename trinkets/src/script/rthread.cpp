@@ -5,8 +5,8 @@
 #include "omdebug.h"
 #include "omformat.h"
 #include "omscrptb.h"
+#include "rthreaddetail.h"
 #include "yengine.h"
-#include "ythreaddetail.h"
 
 #include <utility>
 

@@ -3,10 +3,10 @@
 
 #include "omdebug.h"
 #include "omunderway.h"
+#include "rthreaddetail.h"
 #include "yengine.h"
 #include "yexpression.h"
 #include "ynumber.h"
-#include "ythreaddetail.h"
 
 #include <array>
 #include <cmath>

@@ -4,6 +4,7 @@
 #include "omrandom.h"
 #include "omscrptb.h"
 #include "yexpression.h"
+#include "yheap.h"
 
 #include <algorithm>
 

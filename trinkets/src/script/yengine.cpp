@@ -7,7 +7,7 @@
 #include "omtextfile.h"
 #include "omunderway.h"
 #include "rthread.h"
-#include "rvar.h"
+#include "yheap.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,7 +1,7 @@
-// The table of variables.
+#include "yheap.h"
+
 #include "omscrptb.h"
 #include "omsexception.h"
-#include "rvar.h"
 #include "yexpression.h"
 
 #include <algorithm>

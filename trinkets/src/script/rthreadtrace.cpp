@@ -1,8 +1,8 @@
 // The trace: what a script's author sees of each instruction while debugging is on.
 #include "omformat.h"
 #include "rthread.h"
+#include "rthreaddetail.h"
 #include "yengine.h"
-#include "ythreaddetail.h"
 
 #include <utility>
 

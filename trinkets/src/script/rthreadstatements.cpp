@@ -7,10 +7,10 @@
 #include "omsregistry.h"
 #include "omunderway.h"
 #include "rthread.h"
+#include "rthreaddetail.h"
 #include "yengine.h"
 #include "yexpression.h"
 #include "ykeyword.h"
-#include "ythreaddetail.h"
 
 namespace {
 

@@ -1,11 +1,12 @@
 // The statements that use objects: set, get and play.
 #include "omformat.h"
 #include "omsarguments.h"
+#include "omscall.h"
 #include "omscrptb.h"
 #include "omsregistry.h"
 #include "rthread.h"
+#include "rthreaddetail.h"
 #include "yengine.h"
-#include "ythreaddetail.h"
 
 namespace {
 
