@@ -77,7 +77,7 @@ class Scene {
     std::size_t hitWindow() {
         std::size_t hits = 0;
         for (int i = 0; i < kHits; ++i)
-            hits += window_.hitTest({i * 7 % kWidth, i * 13 % kHeight}) != nullptr;
+            hits += window_.input().hitTest({i * 7 % kWidth, i * 13 % kHeight}) != nullptr;
         return hits;
     }
 

@@ -27,7 +27,7 @@ const std::vector<OMAccelerator> kAccelerators{
 RMenuCommands::RMenuCommands(OMApp& app, EffectsWindow& window) : app_(app), window_(window) {
     app.setCommandHandler([this](int command) { return handle(command); });
     // A name that is typed may have a blank in it.
-    app.setAccelerators(kAccelerators, [&window] { return window.focus() != nullptr; });
+    app.setAccelerators(kAccelerators, [&window] { return window.input().focus() != nullptr; });
 }
 
 RMenuCommands::~RMenuCommands() {

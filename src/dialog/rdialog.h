@@ -56,7 +56,7 @@ class RDialog final : public OMMultiTrinket {
 
     std::optional<int> selected_;
     OMLinkTo<void(int)> buttonLink_;
-    std::optional<OMTrinketWindow::ClickTaker> clicks_;
+    std::optional<OMTrinketInput::ClickTaker> clicks_;
     std::unique_ptr<RHotSpot> hotSpot_;
     std::vector<std::unique_ptr<OMAnimation>> pictures_;
     std::vector<std::unique_ptr<RPButton>> buttons_;

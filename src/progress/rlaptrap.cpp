@@ -128,7 +128,7 @@ void RLapTrap::open(int location, std::unique_ptr<LapTrapWorld> world) {
         if (auto* button = add<RPButton>(*layout.closeButton))
             button->setHitLink([this] { close(); });
     if (world_->hasPlayer()) build(layout);
-    window()->updateFlyOver();
+    window()->input().updateFlyOver();
 }
 
 void RLapTrap::build(const ProgressLayout& layout) {

@@ -185,7 +185,8 @@ void RAnswer::onBeginDrag(Point point) {
 
 void RAnswer::dragBy(int& dx, int& dy) {
     RAnimation::dragBy(dx, dy);
-    if (held_ && keeper_ && window()) keeper_->answerDragged(*this, window()->lastMousePosition());
+    if (held_ && keeper_ && window())
+        keeper_->answerDragged(*this, window()->input().lastMousePosition());
 }
 
 void RAnswer::onDrop(Point point) {
@@ -195,7 +196,7 @@ void RAnswer::onDrop(Point point) {
 
 void RAnswer::onReleaseLost() {
     RAnimation::onReleaseLost();
-    if (held_ && window()) drop(window()->lastMousePosition());
+    if (held_ && window()) drop(window()->input().lastMousePosition());
 }
 
 void RAnswer::drop(Point point) {

@@ -60,5 +60,5 @@ class RScenePort final : public OMScriptableObject {
     static inline OMList<RScenePort> all_; ///< in the order of their making
 
     /// Of the main window, if there is one. Not of its background: every scene brings another.
-    std::optional<OMTrinketWindow::ClickTaker> clicks_;
+    std::optional<OMTrinketInput::ClickTaker> clicks_;
 };

@@ -198,13 +198,13 @@ class PentominoTest : public GameObjectTest {
     /// Its left upper corner comes there.
     void carry(int piece, platform::Point to) {
         const OMTrinket& trinket = pieceOf(piece);
-        const platform::Point mouse = window.lastMousePosition();
+        const platform::Point mouse = window.input().lastMousePosition();
         window.mouseMove({mouse.x + to.x - trinket.x(), mouse.y + to.y - trinket.y()});
     }
     void carryToCell(int piece, int column, int row) {
         carry(piece, {kBoard.x + column * kCellSize, kBoard.y + row * kCellSize});
     }
-    void letGo() { window.mouseUp(window.lastMousePosition()); }
+    void letGo() { window.mouseUp(window.input().lastMousePosition()); }
     void dragToCell(int piece, int column, int row) {
         pickUp(piece);
         carryToCell(piece, column, row);

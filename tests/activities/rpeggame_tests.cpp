@@ -166,7 +166,7 @@ class PegGameTest : public GameObjectTest {
         const Point place = placeIn(number);
         return {place.x + 10, place.y + 8};
     }
-    OMTrinket* pegIn(int number) { return window.hitTest(middleOf(number)); }
+    OMTrinket* pegIn(int number) { return window.input().hitTest(middleOf(number)); }
     void jump(int from, int to) { drag(middleOf(from), middleOf(to)); }
     /// Holes without a peg. All pegs there are lie in a hole, at rest.
     std::vector<int> empty() {

@@ -220,7 +220,7 @@ TEST_F(PentominoTest, OnceAVisit) {
     EXPECT_EQ(viewOf(10), 1);
     EXPECT_EQ(takePlayed(),
               (std::vector{kPickedUp, kFlips, kGoesHome, kPickedUp, kRotates, kGoesHome}));
-    EXPECT_FALSE(window.hitTest({525, 20})) << "tools are not clicked";
+    EXPECT_FALSE(window.input().hitTest({525, 20})) << "tools are not clicked";
 }
 
 TEST_F(PentominoTest, APieceThatIsPutAwayWhileItIsHeld) {
@@ -265,7 +265,7 @@ TEST_F(PentominoTest, HandlersThatDestroy) {
         way();
         EXPECT_FALSE(game);
         EXPECT_EQ(window.trinketCount(), 0u);
-        EXPECT_FALSE(window.mouseTarget());
+        EXPECT_FALSE(window.input().mouseTarget());
         EXPECT_FALSE(std::ranges::count(takePlayed(), kSnaps));
     }
     start();

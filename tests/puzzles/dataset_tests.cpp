@@ -329,7 +329,7 @@ TEST_F(DataSetTest, GraphicsInBothForms) {
     play("p", "start");
     EXPECT_EQ(places(), expected) << "instead of the ones before";
     window.mouseDown({34, 45});
-    EXPECT_EQ(window.mouseTarget(), nullptr);
+    EXPECT_EQ(window.input().mouseTarget(), nullptr);
     drop("p");
     EXPECT_EQ(window.trinketCount(), 0u);
 }

@@ -172,7 +172,7 @@ class PuzzleTest : public ScriptTest, private OMEffectSounds {
         window.mouseDown(middle(name));
     }
     void dragTo(platform::Point point) { window.mouseMove(point); }
-    void release() { window.mouseUp(window.lastMousePosition()); }
+    void release() { window.mouseUp(window.input().lastMousePosition()); }
     void move(const std::string& name, platform::Point to) {
         pickUp(name);
         dragTo(to);

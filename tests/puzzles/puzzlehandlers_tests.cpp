@@ -72,11 +72,11 @@ class PuzzleHandlerTest : public PuzzleTest {
     }
     /// As messages do, which do not come in the midst of a press or a release.
     void releaseHeld() {
-        const OMTrinket* target = window.mouseTarget();
+        const OMTrinket* target = window.input().mouseTarget();
         if (target && target->mouseState() == OMTrinket::MouseState::Held) release();
     }
     void dragHeld(Point to) {
-        const auto* held = dynamic_cast<const RAnswer*>(window.mouseTarget());
+        const auto* held = dynamic_cast<const RAnswer*>(window.input().mouseTarget());
         if (held && held->isHeld()) dragTo(to);
     }
     using Deed = std::function<void()>;
@@ -146,7 +146,7 @@ class PuzzleHandlerTest : public PuzzleTest {
         }
         for (const std::string& name : containers)
             EXPECT_FALSE(lives(name) && container(name).isHighlighted()) << what << " " << name;
-        EXPECT_EQ(window.mouseTarget(), nullptr) << what;
+        EXPECT_EQ(window.input().mouseTarget(), nullptr) << what;
     }
     /// Who is in no container, and nobody's hand, is at home.
     void expectAtHome(const std::string& what) {

@@ -58,7 +58,7 @@ TEST_F(EffectsWindowTest, ClicksOnABlackScreenReachNobodyEvenWhenTheLoopGoesOn) 
     held.attachHandler("mouseDown", [&] { ++clicks; });
     held.attachHandler("dblClick", [&] { ++clicks; });
     held.attachHandler("mouseUp", [&] { ++releases; });
-    window.defaults().mouseDown = window.background()->mouseDown = [&](Point) { ++clicks; };
+    window.input().defaults().mouseDown = window.background()->mouseDown = [&](Point) { ++clicks; };
     const auto message = [&](platform::Message::Kind kind, Point at) {
         machine.events().queue.push_back({kind, 0, at, {}, 0});
         app->pass();
@@ -79,7 +79,7 @@ TEST_F(EffectsWindowTest, ClicksOnABlackScreenReachNobodyEvenWhenTheLoopGoesOn) 
     }
     EXPECT_EQ(clicks, 0);
     EXPECT_EQ(told, 8) << "the hook hears of all input";
-    EXPECT_EQ(window.lastMousePosition(), (Point{200, 200}));
+    EXPECT_EQ(window.input().lastMousePosition(), (Point{200, 200}));
     machine.events().queue.push_back({Kind::MouseDown, 0, {15, 15}, {}, 0});
     window.endTransition(true);
     EXPECT_TRUE(machine.events().queue.empty()) << "a click in the dark";
@@ -97,7 +97,7 @@ TEST_F(EffectsWindowTest, AReleaseThatATransitionDropsLetsGoOfWhatIsHeld) {
         window.displayScreen();
     };
     const auto expectFree = [&] {
-        EXPECT_EQ(window.mouseTarget(), nullptr);
+        EXPECT_EQ(window.input().mouseTarget(), nullptr);
         EXPECT_EQ(tile.mouseState(), OMTrinket::MouseState::Idle);
         window.mouseMove({60, 60});
         EXPECT_EQ(tile.x(), 10);
@@ -115,7 +115,7 @@ TEST_F(EffectsWindowTest, AReleaseThatATransitionDropsLetsGoOfWhatIsHeld) {
     expectFree();
     tile.links().beginDrag = nullptr;
     window.mouseDown({20, 20}); // the next press holds it again
-    EXPECT_EQ(window.mouseTarget(), &tile);
+    EXPECT_EQ(window.input().mouseTarget(), &tile);
 }
 
 TEST_F(EffectsWindowTest, ATransitionInTheMiddleOfAStepDoesNotStepAgain) {

@@ -72,7 +72,7 @@ class BackPackTest : public GameObjectTest {
         return {left, top, left + size.x, top + size.y};
     }
     OMAnimation* thingIn(int slot) {
-        auto* thing = dynamic_cast<OMAnimation*>(window.hitTest(middleOfCell(slot)));
+        auto* thing = dynamic_cast<OMAnimation*>(window.input().hitTest(middleOfCell(slot)));
         return thing && thing != pack.get() ? thing : nullptr;
     }
     std::optional<int> itemIn(int slot) {
@@ -262,14 +262,14 @@ TEST_F(BackPackTest, ItMovesAsAWhole) {
     pack->setZ(60);
     const auto at = [](Point point) { return Point{point.x - 50, point.y - 7}; };
     for (const auto& [slot, item] : {std::pair{2, 4}, {11, 28}}) {
-        const OMTrinket* thing = window.hitTest(at(middleOfCell(slot)));
+        const OMTrinket* thing = window.input().hitTest(at(middleOfCell(slot)));
         const Rect place = cellPlace(item, slot);
         EXPECT_EQ(placeOf(*thing),
                   std::to_string(place.left - 50) + "," + std::to_string(place.top - 7));
         EXPECT_EQ(thing->z(), 61);
     }
     add(6);
-    EXPECT_EQ(placeOf(*window.hitTest(at(middleOfCell(0)))),
+    EXPECT_EQ(placeOf(*window.input().hitTest(at(middleOfCell(0)))),
               std::to_string(cellPlace(6, 0).left - 50) + "," +
                   std::to_string(cellPlace(6, 0).top - 7));
     click(kOnClose);
@@ -304,10 +304,10 @@ TEST_F(BackPackTest, ClosingAndOpeningAgain) {
         EXPECT_TRUE(closes(corner));
         EXPECT_FALSE(pack->isVisible());
         EXPECT_EQ(window.trinketCount(), 2u) << "the button is gone";
-        EXPECT_FALSE(window.hitTest(middleOfCell(2)));
+        EXPECT_FALSE(window.input().hitTest(middleOfCell(2)));
         EXPECT_FALSE(closes(corner));
         add(3); // is hidden, too
-        EXPECT_FALSE(window.hitTest(middleOfCell(0)));
+        EXPECT_FALSE(window.input().hitTest(middleOfCell(0)));
         pack->setVisible(true);
         expectInStep();
         remove(0);
@@ -315,7 +315,7 @@ TEST_F(BackPackTest, ClosingAndOpeningAgain) {
     pack->attachHandler("closed", [this] { pack.reset(); });
     click(kOnClose);
     EXPECT_EQ(window.trinketCount(), 0u);
-    EXPECT_FALSE(window.mouseTarget());
+    EXPECT_FALSE(window.input().mouseTarget());
 }
 
 TEST_F(BackPackTest, WhatIsNotInstalled) {

@@ -83,22 +83,23 @@ TEST_F(DialogTest, ItsPartsLieOneAboveIt) {
                                    {RDialog::kButtonSlot, kOnYes}}) {
         ASSERT_TRUE(d->member(slot)) << slot;
         EXPECT_EQ(d->member(slot)->z(), 21);
-        EXPECT_EQ(window.hitTest(at), d->member(slot)) << slot;
+        EXPECT_EQ(window.input().hitTest(at), d->member(slot)) << slot;
     }
     EXPECT_EQ(d->member(RDialog::kHotSpotSlot)->boundingRectangle(), (Rect{0, 0, 640, 480}));
     EXPECT_EQ(placeOf(*d->member(RDialog::kGraphicSlot)), "190,110");
     for (const bool touchy : {true, false, true}) { // which its members follow
         d->setTouchy(touchy);
         const OMTrinket* background = touchy ? d->member(RDialog::kBackgroundSlot) : nullptr;
-        EXPECT_EQ(window.hitTest(kOnGraphic), background) << "graphics are not clicked";
-        EXPECT_EQ(dynamic_cast<RPButton*>(window.hitTest(kOnGraphicAndNo)) != nullptr, touchy);
+        EXPECT_EQ(window.input().hitTest(kOnGraphic), background) << "graphics are not clicked";
+        EXPECT_EQ(dynamic_cast<RPButton*>(window.input().hitTest(kOnGraphicAndNo)) != nullptr,
+                  touchy);
     }
     drag(kOnPanel, kBeside);
     drag(kBeside, kOnPanel);
     EXPECT_EQ(placeOf(*d->member(RDialog::kBackgroundSlot)), "100,50") << "it cannot be dragged";
     d->setZ(40);
-    EXPECT_EQ(window.hitTest(kOnYes), d->member(RDialog::kButtonSlot));
-    EXPECT_EQ(window.hitTest(kOnPanel)->z(), 41);
+    EXPECT_EQ(window.input().hitTest(kOnYes), d->member(RDialog::kButtonSlot));
+    EXPECT_EQ(window.input().hitTest(kOnPanel)->z(), 41);
     const std::size_t before = window.trinketCount();
     d.reset();
     EXPECT_EQ(window.trinketCount(), before - 6) << "its members went with it";
@@ -114,8 +115,8 @@ TEST_F(DialogTest, ClicksBesideItGoNowhere) {
     }
     below.attachHandler("mouseDown", [&] { log.emplace_back("below"); });
     above.attachHandler("mouseDown", [&] { log.emplace_back("above"); });
-    window.defaults().mouseDown = [&](Point) { log.emplace_back("window"); };
-    window.defaults().doubleClick = [&](Point) { log.emplace_back("twice"); };
+    window.input().defaults().mouseDown = [&](Point) { log.emplace_back("window"); };
+    window.input().defaults().doubleClick = [&](Point) { log.emplace_back("twice"); };
     constexpr Point kOnAbove{15, 15};
     constexpr Point kOnScenery{5, 400};
     const auto clickAll = [&] {
@@ -138,7 +139,7 @@ TEST_F(DialogTest, ClicksBesideItGoNowhere) {
 
 TEST_F(DialogTest, ThePortsHearOfTheBackgroundAgain) {
     // Two ports and two dialogs are made in turn and go in every order.
-    window.defaults().mouseDown = [this](Point) { heard.emplace_back("window"); };
+    window.input().defaults().mouseDown = [this](Point) { heard.emplace_back("window"); };
     std::array<int, 4> order{};
     std::iota(order.begin(), order.end(), 0);
     do {
@@ -175,7 +176,7 @@ TEST_F(DialogTest, ThePortsHearOfTheBackgroundAgain) {
 
 TEST_F(DialogTest, HandlersThatDropIt) {
     auto d = dialog();
-    window.defaults().mouseDown = nullptr;
+    window.input().defaults().mouseDown = nullptr;
     d->setButtonLink([this](int) { heard.emplace_back("link"); });
     d->attachHandler("buttonPressed", [&] { d.reset(); });
     click(kOnYes);

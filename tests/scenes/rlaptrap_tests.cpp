@@ -239,7 +239,7 @@ class LapTrapTest : public SoundTest, protected OMEffectSounds {
     }
     /// State of the button there: its sequence, or its frame; 0 without a button.
     int stateAt(Point point) {
-        auto* button = dynamic_cast<LapTrapButton*>(window.hitTest(point));
+        auto* button = dynamic_cast<LapTrapButton*>(window.input().hitTest(point));
         if (!button) return 0;
         return button->sequenceCount() > 1 ? button->sequenceNumber() : button->frameNumber();
     }
@@ -299,7 +299,7 @@ TEST_F(LapTrapTest, PracticeShowsAllThatThePlayerHasDone) {
     open({"1", "-1", "60", "11111", "40"});
     EXPECT_EQ(screen->boundingRectangle(), (Rect{60, 10, 260, 110}));
     EXPECT_EQ(stateAt({71, 31}), 2) << "CWS1 by its number";
-    EXPECT_EQ(window.hitTest({71, 31})->z(), 41);
+    EXPECT_EQ(window.input().hitTest({71, 31})->z(), 41);
     open({"Atlantis", "1", "9"});
     EXPECT_EQ(machine.dialogs().boxes.back().text, "RLapTrap: unknown location Atlantis");
     EXPECT_EQ(screen->boundingRectangle(), (Rect{0, 0, 200, 100}));
@@ -454,14 +454,14 @@ TEST_F(LapTrapTest, PartsGoWithTheScreen) {
     EXPECT_EQ(stateAt(kFirstMapButton), 0);
     EXPECT_EQ(stateAt({61, 51}), 2);
     screen->setZ(30);
-    EXPECT_EQ(window.hitTest({61, 51})->z(), 31);
+    EXPECT_EQ(window.input().hitTest({61, 51})->z(), 31);
     screen->setTouchy(false);
-    EXPECT_FALSE(window.hitTest({61, 51}));
+    EXPECT_FALSE(window.input().hitTest({61, 51}));
     screen->setTouchy(true);
     onEvent = [this] { EXPECT_FALSE(screen->isVisible()); };
     click({241, 31});
     EXPECT_EQ(take(), Strings{"closed"});
-    EXPECT_FALSE(window.hitTest({61, 51}));
+    EXPECT_FALSE(window.input().hitTest({61, 51}));
     click({61, 51});
     set("visitedCount", "1", "CLOC01");
     set("currentLevel", "3", "CMA");

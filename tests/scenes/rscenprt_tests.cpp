@@ -428,7 +428,7 @@ TEST_F(ScenePortTest, ClicksArriveInWhateverOrderPortsGo) {
         [](int) { return std::make_unique<MemoryStream>(Bytes(formats::picture::kPaletteSize)); });
     port.reset();
     std::string told;
-    window.defaults().mouseDown = [&](Point) { told += "-"; };
+    window.input().defaults().mouseDown = [&](Point) { told += "-"; };
     const auto click = [&] {
         window.mouseDown({30, 30});
         window.mouseUp({30, 30});

@@ -101,7 +101,7 @@ TEST_F(MovieTest, StraightOntoTheWindowShowsJustWhatChangedWhenItIsTime) {
     int finished = 0;
     movie->attachHandler("finished", [&] { ++finished; });
     pass();
-    EXPECT_EQ(window->hitTest({110, 55}), &tile) << "not what is not seen";
+    EXPECT_EQ(window->input().hitTest({110, 55}), &tile) << "not what is not seen";
     steps = 0;
     app->setWaitForMessages(true);
     movie->start();
@@ -115,7 +115,7 @@ TEST_F(MovieTest, StraightOntoTheWindowShowsJustWhatChangedWhenItIsTime) {
     EXPECT_EQ(shown, OMRegion({102, 53, 112, 58}));
     window->mouseDown({110, 55});
     window->mouseMove({150, 55});
-    EXPECT_EQ(window->mouseTarget(), movie.get());
+    EXPECT_EQ(window->input().mouseTarget(), movie.get());
     EXPECT_EQ(movie->x(), 100) << "it is not dragged about";
     atEdge->start();
     nextFrame();

@@ -61,11 +61,11 @@ TEST_F(MenuCommandsTest, KeysAreCommandsAsLongAsNobodyTypes) {
     name.links().key = [this](const KeyPress& key) {
         told += "typed<" + RKbdInp::nameOf(key) + "> ";
     };
-    window.setFocus(name);
+    window.input().setFocus(name);
     EXPECT_EQ(press(' ') + press(kEnter) + press(kControlQ, true),
               "typed< > typed<Enter> typed<Ctrl-Q> ");
     EXPECT_EQ(command(32), "space ") << "the menu is always there";
-    window.clearFocus();
+    window.input().clearFocus();
     EXPECT_EQ(press(' '), "space key< > ");
 }
 

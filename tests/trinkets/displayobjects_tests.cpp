@@ -154,7 +154,7 @@ TEST_F(DisplayObjectTest, AButtonIsHitAtOnceWhereItsSoundIsMissing) {
     window.mouseReleaseLost();
     window.idle();
     EXPECT_EQ(button->frameNumber(), 1);
-    EXPECT_EQ(window.mouseTarget(), nullptr);
+    EXPECT_EQ(window.input().mouseTarget(), nullptr);
     EXPECT_EQ(take(), Strings{});
     button->setClickSoundID(5);
     button->press();

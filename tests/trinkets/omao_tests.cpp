@@ -267,12 +267,12 @@ TEST_F(AnimationTest, OpaquePixelsAreHitAsTheyAreTurned) {
     OMAnimation& a = make(builder);
     a.place(20, 20);
     cycle();
-    EXPECT_EQ(window.hitTest({22, 20}), &a);
-    EXPECT_EQ(window.hitTest({21, 20}), nullptr);
+    EXPECT_EQ(window.input().hitTest({22, 20}), &a);
+    EXPECT_EQ(window.input().hitTest({21, 20}), nullptr);
     a.setProperty("drawDirection", "5");
     EXPECT_EQ(property("width") + " " + property("height"), "1 3");
-    EXPECT_EQ(window.hitTest({22, 20}), nullptr);
-    EXPECT_EQ(window.hitTest({20, 22}), &a);
+    EXPECT_EQ(window.input().hitTest({22, 20}), nullptr);
+    EXPECT_EQ(window.input().hitTest({20, 22}), &a);
     cycle();
     EXPECT_EQ(pixelsOf(window.canvas(), {20, 20, 23, 23}), "a../.../c../");
 }

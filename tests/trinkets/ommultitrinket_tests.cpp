@@ -56,9 +56,9 @@ TEST_F(GroupTest, AGroupInAGroup) {
     outer.add(*group, 0);
     outer.add(*empty, 1);
     EXPECT_EQ(outer.boundingRectangle(), (Rect{10, 10, 45, 40})) << "an empty member has no place";
-    EXPECT_EQ(window.hitTest({12, 12}), a.get()) << "not the group that it is in";
+    EXPECT_EQ(window.input().hitTest({12, 12}), a.get()) << "not the group that it is in";
     outer.setZ(70);
-    EXPECT_EQ(window.hitTest({12, 12}), a.get());
+    EXPECT_EQ(window.input().hitTest({12, 12}), a.get());
     empty.reset();
     outer.offset(5, 5);
     group.reset();
@@ -73,7 +73,7 @@ TEST_F(GroupTest, MembersFollowInAllAttributes) {
     a->setZ(60);
     group->setZ(60);
     EXPECT_EQ(std::pair(a->z(), b->z()), std::pair(60, 62));
-    EXPECT_EQ(window.hitTest({22, 17}), a.get()) << "before the group";
+    EXPECT_EQ(window.input().hitTest({22, 17}), a.get()) << "before the group";
     group->setZ(2147483647);
     EXPECT_EQ(b->z(), 2147483647);
     group->setMovable(false);
@@ -180,9 +180,9 @@ TEST_F(GroupEventTest, WhatAMemberHearsOfTheMouseBecomesAnEventOfTheGroup) {
 TEST_F(GroupEventTest, AGroupAboveItsMembersIsHitWhereTheyAre) {
     group->remove(*a);
     group->add(*a, 7, -1);
-    EXPECT_EQ(window.hitTest({15, 15}), group.get());
-    EXPECT_EQ(window.hitTest({35, 35}), b.get());
-    EXPECT_EQ(window.hitTest({25, 25}), nullptr) << "between them";
+    EXPECT_EQ(window.input().hitTest({15, 15}), group.get());
+    EXPECT_EQ(window.input().hitTest({35, 35}), b.get());
+    EXPECT_EQ(window.input().hitTest({25, 25}), nullptr) << "between them";
     drag({15, 15}, {16, 15});
     EXPECT_EQ(b->x(), 31);
 }
@@ -234,12 +234,12 @@ TEST_F(GroupEventTest, WhatAMemberThatGoesHasOfTheMouseItsGroupKeeps) {
     EXPECT_EQ(b->x(), 41);
     window.mouseUp({26, 15});
     EXPECT_EQ(b->x(), 48) << "dropped";
-    EXPECT_EQ(window.mouseTarget(), nullptr);
+    EXPECT_EQ(window.input().mouseTarget(), nullptr);
     EXPECT_EQ(std::exchange(heard, {}), (Texts{"mouseDown", "link down", "mouseUp"}));
 
     b->setMouseCapture(true);
     b.reset();
-    EXPECT_EQ(window.mouseTarget(), nullptr) << "nobody would give it back";
+    EXPECT_EQ(window.input().mouseTarget(), nullptr) << "nobody would give it back";
 }
 
 TEST_F(GroupEventTest, AMemberMayGoInItsOwnHandlers) {
@@ -274,7 +274,7 @@ TEST_F(GroupEventTest, AMemberMayGoInItsOwnHandlers) {
         window.mouseMove({20, 15});
         window.mouseUp({20, 15});
         window.mouseMove({70, 70});
-        EXPECT_EQ(window.mouseTarget(), nullptr);
+        EXPECT_EQ(window.input().mouseTarget(), nullptr);
         EXPECT_EQ(b->x(), row.x);
         EXPECT_EQ(std::exchange(heard, {}), row.heard);
     }

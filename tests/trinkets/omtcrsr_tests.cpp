@@ -58,9 +58,9 @@ TEST_F(WindowCursorTest, NewCursorsOfATrinketAreSeenAtOnce) {
     set({}, {});
     EXPECT_EQ(cursorsOfTile(), std::pair(OMTrinket::defaultCursor, OMTrinket::defaultGrabCursor));
 
-    window.setCursorManagement(false);
+    window.input().setCursorManagement(false);
     EXPECT_EQ(set(7, 8), kOMCursorArrow);
-    window.setCursorManagement(true);
+    window.input().setCursorManagement(true);
     window.mouseMove(kBeside);
     EXPECT_EQ(set(9, 9), OMTrinket::defaultCursor) << "the pointer is elsewhere";
     OMTrinketWindow::setCursorLocator(nullptr);

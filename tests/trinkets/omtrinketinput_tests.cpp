@@ -26,10 +26,10 @@ struct MouseTest : InputTest {
     MouseTest() {
         for (const char* event : {"mouseDown", "mouseUp", "dblClick", "flyOn", "flyOff"})
             tile->attachHandler(event, [this, event] { note(event); });
-        window.defaults().mouseDown = [this](Point) { note("default down"); };
-        window.defaults().mouseUp = [this](Point) { note("default up"); };
-        window.defaults().mouseMove = [this](Point) { note("default move"); };
-        window.defaults().doubleClick = [this](Point) { note("default double"); };
+        window.input().defaults().mouseDown = [this](Point) { note("default down"); };
+        window.input().defaults().mouseUp = [this](Point) { note("default up"); };
+        window.input().defaults().mouseMove = [this](Point) { note("default move"); };
+        window.input().defaults().doubleClick = [this](Point) { note("default double"); };
     }
     void note(const std::string& text) { heard.push_back(text); }
     std::vector<std::string> take() { return std::exchange(heard, {}); }
@@ -70,7 +70,7 @@ TEST_F(MouseTest, AnImmovableTrinketGetsTheReleaseOnlyWhenItCapturedTheMouse) {
     EXPECT_EQ(tile->mouseState(), MouseState::Captured); // until it lets go
     EXPECT_EQ(take(), (Texts{"mouseDown", "mouseUp"}));
     tile->setMouseCapture(false, true);
-    EXPECT_EQ(window.mouseTarget(), nullptr);
+    EXPECT_EQ(window.input().mouseTarget(), nullptr);
     window.mouseMove({51, 51});
     EXPECT_EQ(take(), (Texts{"default move", "flyOff"}));
     tile->setMouseCapture(true, true); // and the fly-over goes on
@@ -82,15 +82,15 @@ TEST_F(MouseTest, MasksSilenceWhatTheyName) {
     tile->setEventMask(OMTrinket::kNoFlyOn | OMTrinket::kNoFlyOff | OMTrinket::kIgnoreDoubleClick |
                        OMTrinket::kIgnoreMouseMove);
     window.mouseMove({15, 15});
-    EXPECT_EQ(window.flyOverTrinket(), tile.get());
+    EXPECT_EQ(window.input().flyOverTrinket(), tile.get());
     window.doubleClick({15, 15});
-    EXPECT_EQ(window.mouseTarget(), nullptr);
+    EXPECT_EQ(window.input().mouseTarget(), nullptr);
     window.mouseDown({15, 15});
     window.mouseMove({18, 18});
     EXPECT_EQ(tile->x(), 10);
     tile->setEventMask(OMTrinket::kIgnoreMouseUp);
     window.mouseUp({18, 18});
-    EXPECT_EQ(window.mouseTarget(), nullptr); // no button holds it any more
+    EXPECT_EQ(window.input().mouseTarget(), nullptr); // no button holds it any more
     EXPECT_EQ(take(),
               (Texts{"default move", "default double", "mouseDown", "default move", "default up"}));
     window.setDefaultEventMask(OMTrinket::kIgnoreKeys);
@@ -131,11 +131,11 @@ TEST_F(MouseTest, DisabledInputReachesNobodyAndTheHookIsToldOfTheRest) {
         window.doubleClick({15, 15});
         window.key({});
     };
-    window.setInputDisabled(true);
+    window.input().setDisabled(true);
     all();
     EXPECT_EQ(kinds, "");
     EXPECT_EQ(take(), Texts{});
-    window.setInputDisabled(false);
+    window.input().setDisabled(false);
     all();
     EXPECT_EQ(kinds, "12340");
 }
@@ -189,14 +189,14 @@ TEST_F(MouseTest, WhoeverIsCalledMayDestroyAnything) {
             window.mouseMove({70, 70});
             cycle();
             EXPECT_GE(calls, fatal);
-            const OMTrinket* target = window.mouseTarget();
+            const OMTrinket* target = window.input().mouseTarget();
             EXPECT_TRUE(!target || target == beside.get());
             if (beside) beside->setMouseCapture(false);
         }
     for (auto* one : {&below, &beside, &tile, &late}) one->reset();
     EXPECT_EQ(window.trinketCount(), 0u);
-    EXPECT_EQ(window.mouseTarget(), nullptr);
-    EXPECT_EQ(window.flyOverTrinket(), nullptr);
+    EXPECT_EQ(window.input().mouseTarget(), nullptr);
+    EXPECT_EQ(window.input().flyOverTrinket(), nullptr);
 }
 
 TEST_F(MouseTest, ACaptureTakesTheMouseFromWhoeverHasItAndGivesItBackOnce) {
@@ -208,10 +208,10 @@ TEST_F(MouseTest, ACaptureTakesTheMouseFromWhoeverHasItAndGivesItBackOnce) {
     EXPECT_EQ(tile->x(), 10);
     EXPECT_EQ(other.x(), 53) << "a captured one that is movable follows";
     tile->setMouseCapture(false); // is not the target
-    EXPECT_EQ(window.mouseTarget(), &other);
+    EXPECT_EQ(window.input().mouseTarget(), &other);
     other.setMouseCapture(false);
     window.mouseUp({18, 15});
-    EXPECT_EQ(window.mouseTarget(), nullptr);
+    EXPECT_EQ(window.input().mouseTarget(), nullptr);
     EXPECT_EQ(take(), (Texts{"mouseDown", "default up", "flyOn"}));
     window.mouseDown({15, 15}); // and the next press is a new one
     window.mouseMove({16, 15});
@@ -221,7 +221,7 @@ TEST_F(MouseTest, ACaptureTakesTheMouseFromWhoeverHasItAndGivesItBackOnce) {
     tile->links().beginDrag = [](Point) { ADD_FAILURE(); };
     window.mouseDown({15, 15});
     EXPECT_EQ(tile->mouseState(), MouseState::Idle) << "a press that hands the mouse on";
-    EXPECT_EQ(window.mouseTarget(), &other);
+    EXPECT_EQ(window.input().mouseTarget(), &other);
 }
 
 // Keys
@@ -234,17 +234,17 @@ TEST_F(InputTest, KeysGoToTheFocusElseToTheDefault) {
         heard += static_cast<char>(press.code);
     };
     tile->links().focusLost = [&] { heard += "lost "; };
-    window.defaults().key = [&](const platform::KeyPress&) { heard += "default "; };
+    window.input().defaults().key = [&](const platform::KeyPress&) { heard += "default "; };
     window.key({'a'});
-    window.setFocus(*tile);
+    window.input().setFocus(*tile);
     window.key({'b'});
     tile->setEventMask(OMTrinket::kIgnoreKeys);
     window.key({'c'});
-    window.setFocus(other);
+    window.input().setFocus(other);
     EXPECT_EQ(heard, "default bdefault lost ");
-    window.setFocus(*tile);
+    window.input().setFocus(*tile);
     tile.reset();
-    EXPECT_EQ(window.focus(), nullptr);
+    EXPECT_EQ(window.input().focus(), nullptr);
 }
 
 // Dragging

@@ -15,7 +15,7 @@ struct TrinketWindowTest : WindowTest {};
 TEST_F(TrinketWindowTest, TheLaterOfTwoAtTheSameDepthLiesAbove) {
     Tile first(window, {0, 0, 20, 20}, 11);
     Tile second(window, {0, 0, 20, 20}, 12);
-    const auto top = [&] { return window.hitTest({12, 5}); };
+    const auto top = [&] { return window.input().hitTest({12, 5}); };
     EXPECT_EQ(top(), &second);
     first.setZ(3);
     EXPECT_EQ(top(), &first);
@@ -221,7 +221,7 @@ TEST(TrinketWindowLife, TrinketsMayOutliveTheirWindow) {
     OMTrinketWindow second({0, 0, 10, 10}, nullptr, "");
     EXPECT_EQ(OMTrinketWindow::mainWindow(), window.get());
     Tile tile(*window, {0, 0, 10, 10}, 10);
-    window->setFocus(tile);
+    window->input().setFocus(tile);
     window.reset();
     EXPECT_EQ(OMTrinketWindow::mainWindow(), nullptr);
     tile.place(5, 5);

@@ -216,6 +216,7 @@ class OMTrinket : public OMScriptableObject {
 
   private:
     friend class OMMultiTrinket; // takes trinkets in
+    friend class OMTrinketInput;
     friend class OMTrinketWindow;
 
     enum class Change : std::uint8_t { None, Changed, Whole };

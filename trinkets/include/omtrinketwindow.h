@@ -1,19 +1,17 @@
 // The trinket window: the list of trinkets in the order of their depth, the back buffer that they
-// are composed in, the bookkeeping of what must be composed and shown anew, and the way of mouse
-// and keys to the trinkets.
+// are composed in, and the bookkeeping of what must be composed and shown anew. The way of mouse
+// and keys to the trinkets is its OMTrinketInput.
 //
 // Redrawing is one cycle in the idle time of the main loop: trinkets step, the areas that changed
 // are painted from the bottom up into the back buffer, and only those are copied to the screen. A
 // window that flips pages has its back buffer behind the screen instead: the two change places, so
 // there are two pages, each with its own record of what it has not caught up with.
-//
-// Script handlers run inside input and stepping and may destroy any trinket, so whatever goes on
-// after a call into one watches it.
 #pragma once
 
 #include "ommemcanvas.h"
 #include "omtbackground.h"
 #include "omtrinket.h"
+#include "omtrinketinput.h"
 #include "omwindow.h"
 #include "omwndcanvas.h"
 #include "stampcanvas.h"
@@ -40,14 +38,7 @@ class OMTrinketWindow : public OMWindow {
         Flipping, ///< by flipping two pages where the screen can, else as Copying
     };
 
-    /// What the input hook is told.
-    enum class Input : std::uint8_t {
-        Key = 0,
-        MouseDown = 1,
-        MouseUp = 2,
-        MouseMove = 3,
-        DoubleClick = 4,
-    };
+    using Input = OMTrinketInput::Kind;
 
     /// Called at fixed points of the idle cycle, and before input is handled.
     struct Hooks {
@@ -59,15 +50,6 @@ class OMTrinketWindow : public OMWindow {
         OMLink afterPresent;
         OMLink last;
         OMLinkTo<void(Input)> input;
-    };
-
-    /// Where input goes that neither trinkets nor the background take.
-    struct Defaults {
-        MouseLink mouseDown;
-        MouseLink mouseUp;
-        MouseLink mouseMove;
-        MouseLink doubleClick;
-        OMLinkTo<void(const platform::KeyPress&)> key;
     };
 
     /// Told of every move of the pointer, with the cursor that hears it.
@@ -91,24 +73,6 @@ class OMTrinketWindow : public OMWindow {
         std::weak_ptr<int> count_; ///< goes with the window
     };
 
-    /// Takes the clicks that go to `Defaults::mouseDown` from whoever has them, and leaves them to
-    /// who had them before, or has taken over from that one. May outlive the window.
-    class ClickTaker {
-      public:
-        /// A link to nobody swallows them, also from those that take them later.
-        ClickTaker(OMTrinketWindow& window, MouseLink link);
-        ~ClickTaker();
-        ClickTaker(const ClickTaker&) = delete;
-        ClickTaker& operator=(const ClickTaker&) = delete;
-
-      private:
-        friend class OMTrinketWindow;
-
-        OMTrinketWindow* window_; ///< null once it is gone
-        bool swallows_;
-        MouseLink before_; ///< who had them
-    };
-
     /// `rectangle` in screen pixels; the background may be null. The first window that is made
     /// becomes the main window. Only one window flips, in exclusive mode and from the screen's
     /// corner on. Fatal without an application.
@@ -123,7 +87,6 @@ class OMTrinketWindow : public OMWindow {
     [[nodiscard]] OMMemCanvas& backBuffer() { return backBuffer_; }
     [[nodiscard]] OMTBackground* background() { return background_.get(); }
     [[nodiscard]] Hooks& hooks() { return hooks_; }
-    [[nodiscard]] Defaults& defaults() { return defaults_; }
 
     // Trinkets.
 
@@ -132,8 +95,6 @@ class OMTrinketWindow : public OMWindow {
     [[nodiscard]] OMTrinket* findTrinket(Predicate predicate) const {
         return trinkets_.findLast(predicate);
     }
-    /// The trinket that the mouse means at a point, or null.
-    [[nodiscard]] OMTrinket* hitTest(platform::Point point) const;
     [[nodiscard]] std::size_t trinketCount() const { return trinkets_.count(); }
     [[nodiscard]] int minimumDepth() const { return minimumDepth_; }
     void setMinimumDepth(int z);
@@ -199,14 +160,9 @@ class OMTrinketWindow : public OMWindow {
 
     // Input.
 
-    [[nodiscard]] bool isInputDisabled() const { return inputDisabled_; }
-    void setInputDisabled(bool disabled) { inputDisabled_ = disabled; }
-    /// The trinket that has the mouse, held or captured, or null.
-    [[nodiscard]] OMTrinket* mouseTarget() const { return target_; }
-    [[nodiscard]] OMTrinket* flyOverTrinket() const { return flyOver_; }
-    [[nodiscard]] platform::Point lastMousePosition() const { return lastMouse_; }
-    /// Finds out what the pointer is over now.
-    void updateFlyOver() { updateFlyOver(lastMouse_); }
+    /// What the mouse and the keys do in it.
+    [[nodiscard]] OMTrinketInput& input() { return input_; }
+    [[nodiscard]] const OMTrinketInput& input() const { return input_; }
 
     // Cursors, by number.
 
@@ -216,20 +172,11 @@ class OMTrinketWindow : public OMWindow {
     [[nodiscard]] static bool hasCursorLocator() { return static_cast<bool>(cursorLocator_); }
     /// The arrow when there is no such cursor; never null.
     [[nodiscard]] static std::shared_ptr<const OMCursor> findCursor(int id);
-    /// While on, the window shows the cursors of the trinkets; on at first.
-    void setCursorManagement(bool on) { cursorManagement_ = on; }
     /// Shows the cursor of a trinket or of the game; without effect while an OMTCursor is current.
     virtual void showCursor(int id);
-    /// Finds out what the pointer is over now, and shows the cursor that belongs there.
-    void updateCursor();
     /// The OMTCursor that is current, or null, and the link that tells it of moves.
     [[nodiscard]] OMTCursor* managedCursor() const { return managedCursor_; }
     [[nodiscard]] CursorMove& cursorMove() { return cursorMove_; }
-
-    [[nodiscard]] OMTrinket* focus() const { return focus_; }
-    [[nodiscard]] bool isFocus(const OMTrinket& trinket) const { return focus_ == &trinket; }
-    void setFocus(OMTrinket& trinket);
-    void clearFocus();
 
     // The time of animations, in milliseconds.
 
@@ -242,13 +189,13 @@ class OMTrinketWindow : public OMWindow {
 
     // Called by the application.
 
-    void mouseDown(platform::Point point) override;
-    void mouseUp(platform::Point point) override;
+    void mouseDown(platform::Point point) override { input_.mouseDown(point); }
+    void mouseUp(platform::Point point) override { input_.mouseUp(point); }
     /// Lets go of what is held. Who has the mouse hears of it in the next idle time.
-    void mouseReleaseLost() override;
-    void mouseMove(platform::Point point) override;
-    void doubleClick(platform::Point point) override;
-    void key(const platform::KeyPress& press) override;
+    void mouseReleaseLost() override { input_.mouseReleaseLost(); }
+    void mouseMove(platform::Point point) override { input_.mouseMove(point); }
+    void doubleClick(platform::Point point) override { input_.doubleClick(point); }
+    void key(const platform::KeyPress& press) override { input_.key(press); }
     void expose() override;
     void idle() override;
 
@@ -263,6 +210,7 @@ class OMTrinketWindow : public OMWindow {
   private:
     friend class OMTCursor;
     friend class OMTrinket;
+    friend class OMTrinketInput;
 
     struct Page {
         OMRegion compose; ///< must be composed anew in the back buffer
@@ -279,11 +227,6 @@ class OMTrinketWindow : public OMWindow {
     void needRedraw() { needsRedraw_ = true; }
     void addDirty(std::size_t page, const OMRegion& region);
     void addUnshown(const platform::Rect& rectangle);
-    void setTarget(OMTrinket& trinket);
-    void releaseTarget(const OMTrinket& trinket);
-    /// A trinket goes: what it holds, and that the pointer is over it, passes to its group.
-    void handOver(const OMTrinket& trinket, OMTrinket& group);
-
     void wake();
     void stepTrinkets();
     void collectChanges();
@@ -297,21 +240,6 @@ class OMTrinketWindow : public OMWindow {
     void drawOnScreen(const OMRegion& region, int index);
     void flash(const OMRegion& region);
 
-    bool acceptsInput(Input kind);
-    bool pressTarget(platform::Point point);
-    void tellLostRelease();
-    void beginHolding(OMTrinket& trinket, platform::Point point);
-    void dropTarget(OMTrinket& trinket, platform::Point point);
-    void moveTarget(OMTrinket& trinket, platform::Point point, int dx, int dy);
-    void updateFlyOver(platform::Point point);
-    void leave(OMTrinket& trinket);
-    void enter(OMTrinket& trinket);
-    [[nodiscard]] bool isHolding() const;
-    /// The handlers of a press or a double click are at work, and nobody has captured the mouse.
-    [[nodiscard]] bool isPressing() const;
-    /// That of what the pointer holds or is over.
-    [[nodiscard]] int wantedCursor() const;
-
     static OMTrinketWindow* main_;
     static CursorLocator cursorLocator_;
 
@@ -321,8 +249,6 @@ class OMTrinketWindow : public OMWindow {
     StampList stamps_;
     OMList<OMTrinket> trinkets_; ///< ascending z
     Hooks hooks_;
-    Defaults defaults_;
-    std::vector<ClickTaker*> clickTakers_; ///< the last one has the clicks
 
     std::array<Page, kOMPages> pages_;
     std::size_t pagesInUse_ = 1; ///< each catches up with every change
@@ -340,16 +266,9 @@ class OMTrinketWindow : public OMWindow {
     long frames_ = 0; ///< shown since the last report
     std::uint32_t lastReportMs_;
 
-    bool inputDisabled_ = false;
-    bool cursorManagement_ = true;
     OMTCursor* managedCursor_ = nullptr;
     CursorMove cursorMove_;
-    OMTrinket* target_ = nullptr;
-    bool releaseLost_ = false; ///< since the last press
-    OMSWatch letGo_;           ///< what had the mouse then, to be told
-    OMTrinket* flyOver_ = nullptr;
-    OMTrinket* focus_ = nullptr;
-    platform::Point lastMouse_{};
+    OMTrinketInput input_{*this};
 
     std::uint32_t timeBase_;
     std::uint32_t pauseMs_ = 0;

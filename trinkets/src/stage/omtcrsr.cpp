@@ -35,7 +35,7 @@ void OMTCursor::uninstall() {
     if (hearsMoves()) window.cursorMove() = {};
     windowGone();
     window.managedCursor_ = nullptr;
-    window.putCursor(OMTrinketWindow::findCursor(window.wantedCursor()));
+    window.putCursor(OMTrinketWindow::findCursor(window.input().wantedCursor()));
 }
 
 void OMTCursor::set(int id) {

@@ -58,7 +58,7 @@ OMTrinket::OMTrinket(const OMTrinket& other)
 void OMTrinket::onRetire() {
     leaveGroup();
     if (window_) {
-        if (window_->isFocus(*this)) window_->clearFocus();
+        if (window_->input().focus() == this) window_->input().clearFocus();
         erase();
         window_->remove(*this);
     }
@@ -78,7 +78,7 @@ void OMTrinket::leaveGroup() {
     if (!group_) return;
     OMMultiTrinket& group = *group_;
     group.remove(*this);
-    if (window_) window_->handOver(*this, group);
+    if (window_) window_->input().handOver(*this, group);
 }
 
 // Queries
@@ -244,10 +244,10 @@ void OMTrinket::setCursor() {
 
 void OMTrinket::setMouseCapture(bool on, bool withFlyOver) {
     if (on) {
-        if (window_) window_->setTarget(*this);
+        if (window_) window_->input().setTarget(*this);
         mouseState_ = withFlyOver ? MouseState::CapturedFlying : MouseState::Captured;
         return;
     }
-    if (window_) window_->releaseTarget(*this);
+    if (window_) window_->input().releaseTarget(*this);
     mouseState_ = MouseState::Idle;
 }

@@ -1,8 +1,4 @@
-// The way of mouse and keys through the trinket window.
-//
-// A handler may have any trinket retire, or take the mouse for another; what comes after a call
-// into a trinket therefore asks again. What a trinket that goes has of the mouse, its group has
-// from then on.
+#include "omtrinketinput.h"
 
 #include "omtrinketwindow.h"
 
@@ -32,16 +28,74 @@ void route(const OMTBackground* background, OMTBackground::MouseLink OMTBackgrou
 
 } // namespace
 
-bool OMTrinketWindow::acceptsInput(Input kind) {
+OMTrinketInput::~OMTrinketInput() {
+    for (ClickTaker* taker : clickTakers_) taker->input_ = nullptr;
+}
+
+// Who has the mouse
+
+/// A trinket that was held until now is so no longer.
+void OMTrinketInput::setTarget(OMTrinket& trinket) {
+    if (target_ && target_->mouseState_ == MouseState::Held)
+        target_->mouseState_ = MouseState::Idle;
+    target_ = &trinket;
+}
+
+void OMTrinketInput::releaseTarget(const OMTrinket& trinket) {
+    if (target_ == &trinket) target_ = nullptr;
+}
+
+/// A capture is not passed on: only who made it gives it back.
+void OMTrinketInput::handOver(const OMTrinket& trinket, OMTrinket& group) {
+    if (target_ == &trinket && (isHolding() || isPressing())) {
+        target_ = &group;
+        group.mouseState_ = trinket.mouseState_;
+    }
+    if (flyOver_ != &trinket) return;
+    flyOver_ = &group;
+    if (!target_)
+        window_.showCursor(group.containsPoint(lastMouse_) ? wantedCursor()
+                                                           : OMTrinket::defaultCursor);
+}
+
+void OMTrinketInput::trinketGoes(const OMTrinket& trinket) {
+    const bool ownsCursor = flyOver_ == &trinket || target_ == &trinket;
+    releaseTarget(trinket);
+    if (flyOver_ == &trinket) flyOver_ = nullptr;
+    if (ownsCursor && !target_) window_.showCursor(OMTrinket::defaultCursor);
+}
+
+bool OMTrinketInput::isHolding() const {
+    return target_ && target_->mouseState() == MouseState::Held;
+}
+
+bool OMTrinketInput::isPressing() const {
+    return target_ && target_->mouseState() == MouseState::Idle;
+}
+
+int OMTrinketInput::wantedCursor() const {
+    if (!cursorManagement_) return OMTrinket::defaultCursor;
+    if (isHolding()) return target_->grabCursor();
+    return flyOver_ ? flyOver_->cursor() : OMTrinket::defaultCursor;
+}
+
+void OMTrinketInput::updateCursor() {
+    if (!isHolding() && !isPressing())
+        updateFlyOver();
+    else if (cursorManagement_)
+        window_.showCursor(wantedCursor());
+}
+
+bool OMTrinketInput::accepts(Kind kind) {
     tellLostRelease();
-    if (inputDisabled_) return false;
-    const auto hook = hooks_.input;
+    if (disabled_) return false;
+    const auto hook = window_.hooks().input;
     hook(kind);
     return true;
 }
 
-OMTrinket* OMTrinketWindow::hitTest(Point point) const {
-    return trinkets_.findLast([&](const OMTrinket& trinket) {
+OMTrinket* OMTrinketInput::hitTest(Point point) const {
+    return window_.findTrinket([&](const OMTrinket& trinket) {
         return trinket.isShown() && trinket.isTouchy() &&
                hears(trinket, OMTrinket::kIgnoreMouseDown) && trinket.containsPoint(point);
     });
@@ -49,18 +103,18 @@ OMTrinket* OMTrinketWindow::hitTest(Point point) const {
 
 // Mouse down
 
-void OMTrinketWindow::mouseDown(Point point) {
-    if (!acceptsInput(Input::MouseDown)) return;
+void OMTrinketInput::mouseDown(Point point) {
+    if (!accepts(Kind::MouseDown)) return;
     lastMouse_ = point;
-    if (!hearsPresses()) return;
+    if (!window_.hearsPresses()) return;
     if (pressTarget(point)) return;
-    const bool inside = OMContains(canvas_.bounds(), point);
-    route(inside ? background_.get() : nullptr, &OMTBackground::mouseDown,
+    const bool inside = OMContains(window_.canvas().bounds(), point);
+    route(inside ? window_.background() : nullptr, &OMTBackground::mouseDown,
           OMTBackground::kIgnoreMouseDown, defaults_.mouseDown, point);
 }
 
 /// False when no trinket takes the press.
-bool OMTrinketWindow::pressTarget(Point point) {
+bool OMTrinketInput::pressTarget(Point point) {
     if (!target_) target_ = hitTest(point);
     if (!target_) return false;
     OMTrinket& trinket = *target_;
@@ -76,10 +130,10 @@ bool OMTrinketWindow::pressTarget(Point point) {
     return true;
 }
 
-void OMTrinketWindow::beginHolding(OMTrinket& trinket, Point point) {
+void OMTrinketInput::beginHolding(OMTrinket& trinket, Point point) {
     trinket.onBeginDrag(point);
     if (target_ != &trinket && !isPressing()) return;
-    if (cursorManagement_) showCursor(target_->grabCursor());
+    if (cursorManagement_) window_.showCursor(target_->grabCursor());
     if (releaseLost_)
         target_ = nullptr;
     else if (isPressing())
@@ -87,29 +141,29 @@ void OMTrinketWindow::beginHolding(OMTrinket& trinket, Point point) {
 }
 
 /// Into the chain below the first one that swallows the clicks, which keeps who had them.
-OMTrinketWindow::ClickTaker::ClickTaker(OMTrinketWindow& window, MouseLink link)
-    : window_(&window), swallows_(!link) {
-    std::vector<ClickTaker*>& takers = window.clickTakers_;
+OMTrinketInput::ClickTaker::ClickTaker(OMTrinketWindow& window, MouseLink link)
+    : input_(&window.input()), swallows_(!link) {
+    std::vector<ClickTaker*>& takers = input_->clickTakers_;
     const auto above =
         swallows_ ? takers.end()
                   : std::ranges::find_if(takers, [](const auto* each) { return each->swallows_; });
-    MouseLink& place = above == takers.end() ? window.defaults_.mouseDown : (*above)->before_;
+    MouseLink& place = above == takers.end() ? input_->defaults_.mouseDown : (*above)->before_;
     before_ = std::exchange(place, std::move(link));
     takers.insert(above, this);
 }
 
 /// One that leaves the middle of the chain hands what it kept to the next.
-OMTrinketWindow::ClickTaker::~ClickTaker() {
-    if (!window_) return;
-    std::vector<ClickTaker*>& takers = window_->clickTakers_;
+OMTrinketInput::ClickTaker::~ClickTaker() {
+    if (!input_) return;
+    std::vector<ClickTaker*>& takers = input_->clickTakers_;
     const auto next = takers.erase(std::ranges::find(takers, this));
-    (next == takers.end() ? window_->defaults_.mouseDown : (*next)->before_) = std::move(before_);
+    (next == takers.end() ? input_->defaults_.mouseDown : (*next)->before_) = std::move(before_);
 }
 
 // Mouse up
 
-void OMTrinketWindow::mouseUp(Point point) {
-    if (!acceptsInput(Input::MouseUp)) return;
+void OMTrinketInput::mouseUp(Point point) {
+    if (!accepts(Kind::MouseUp)) return;
     OMTrinket* trinket = target_;
     if (trinket && hears(*trinket, OMTrinket::kIgnoreMouseUp)) {
         dropTarget(*trinket, point);
@@ -119,13 +173,13 @@ void OMTrinketWindow::mouseUp(Point point) {
             trinket->mouseState_ = MouseState::Idle;
             target_ = nullptr;
         }
-        route(background_.get(), &OMTBackground::mouseUp, OMTBackground::kIgnoreMouseUp,
+        route(window_.background(), &OMTBackground::mouseUp, OMTBackground::kIgnoreMouseUp,
               defaults_.mouseUp, point);
     }
     updateFlyOver(point);
 }
 
-void OMTrinketWindow::mouseReleaseLost() {
+void OMTrinketInput::mouseReleaseLost() {
     releaseLost_ = true;
     letGo_.watch(target_);
     if (!target_ || target_->mouseState_ != MouseState::Held) return;
@@ -136,13 +190,13 @@ void OMTrinketWindow::mouseReleaseLost() {
 }
 
 /// Later, outside of whatever has shown the box that took the release.
-void OMTrinketWindow::tellLostRelease() {
+void OMTrinketInput::tellLostRelease() {
     auto* trinket = static_cast<OMTrinket*>(letGo_.object());
     letGo_.watch(nullptr);
     if (trinket) trinket->onReleaseLost();
 }
 
-void OMTrinketWindow::dropTarget(OMTrinket& trinket, Point point) {
+void OMTrinketInput::dropTarget(OMTrinket& trinket, Point point) {
     trinket.clearOvershoot();
     if (cursorManagement_) trinket.setCursor();
     trinket.onDrop(point);
@@ -156,23 +210,23 @@ void OMTrinketWindow::dropTarget(OMTrinket& trinket, Point point) {
 
 // Mouse move
 
-void OMTrinketWindow::mouseMove(Point point) {
-    if (!acceptsInput(Input::MouseMove)) return;
+void OMTrinketInput::mouseMove(Point point) {
+    if (!accepts(Kind::MouseMove)) return;
     const int dx = point.x - lastMouse_.x;
     const int dy = point.y - lastMouse_.y;
     lastMouse_ = point;
-    const MouseLink cursorMoved = cursorMove_.link;
+    const MouseLink cursorMoved = window_.cursorMove().link;
     cursorMoved(point);
     if (target_ && hears(*target_, OMTrinket::kIgnoreMouseMove)) {
         moveTarget(*target_, point, dx, dy);
         return;
     }
-    route(background_.get(), &OMTBackground::mouseMove, OMTBackground::kIgnoreMouseMove,
+    route(window_.background(), &OMTBackground::mouseMove, OMTBackground::kIgnoreMouseMove,
           defaults_.mouseMove, point);
     updateFlyOver(point);
 }
 
-void OMTrinketWindow::moveTarget(OMTrinket& trinket, Point point, int dx, int dy) {
+void OMTrinketInput::moveTarget(OMTrinket& trinket, Point point, int dx, int dy) {
     trinket.onMouseMove(point);
     if (!trinket.isRetired() && trinket.isMovable()) trinket.dragBy(dx, dy);
     if (trinket.mouseState_ == MouseState::CapturedFlying) updateFlyOver(point);
@@ -180,10 +234,10 @@ void OMTrinketWindow::moveTarget(OMTrinket& trinket, Point point, int dx, int dy
 
 // Double click
 
-void OMTrinketWindow::doubleClick(Point point) {
-    if (!acceptsInput(Input::DoubleClick)) return;
+void OMTrinketInput::doubleClick(Point point) {
+    if (!accepts(Kind::DoubleClick)) return;
     lastMouse_ = point;
-    if (!hearsPresses()) return;
+    if (!window_.hearsPresses()) return;
     if (!target_) target_ = hitTest(point);
     OMTrinket* trinket = target_;
     const bool heard = trinket && hears(*trinket, OMTrinket::kIgnoreDoubleClick);
@@ -193,13 +247,13 @@ void OMTrinketWindow::doubleClick(Point point) {
     }
     if (isPressing()) target_ = nullptr;
     if (!heard)
-        route(background_.get(), &OMTBackground::doubleClick, OMTBackground::kIgnoreDoubleClick,
+        route(window_.background(), &OMTBackground::doubleClick, OMTBackground::kIgnoreDoubleClick,
               defaults_.doubleClick, point);
 }
 
 // Fly-over
 
-void OMTrinketWindow::updateFlyOver(Point point) {
+void OMTrinketInput::updateFlyOver(Point point) {
     if (target_ && target_->mouseState_ != MouseState::CapturedFlying) return;
     OMTrinket* under = hitTest(point);
     if (under != flyOver_) {
@@ -212,16 +266,16 @@ void OMTrinketWindow::updateFlyOver(Point point) {
     } else if (under && cursorManagement_ && !target_) {
         under->setCursor(); // it may have got another one since the pointer came
     }
-    if (!flyOver_) showCursor(OMTrinket::defaultCursor);
+    if (!flyOver_) window_.showCursor(OMTrinket::defaultCursor);
 }
 
-void OMTrinketWindow::leave(OMTrinket& trinket) {
+void OMTrinketInput::leave(OMTrinket& trinket) {
     if (!hears(trinket, OMTrinket::kNoFlyOff)) return;
     trinket.onFlyOff();
     trinket.fireEvent("flyOff");
 }
 
-void OMTrinketWindow::enter(OMTrinket& trinket) {
+void OMTrinketInput::enter(OMTrinket& trinket) {
     if (hears(trinket, OMTrinket::kNoFlyOn)) {
         trinket.onFlyOn();
         trinket.fireEvent("flyOn");
@@ -231,8 +285,8 @@ void OMTrinketWindow::enter(OMTrinket& trinket) {
 
 // Keyboard
 
-void OMTrinketWindow::key(const platform::KeyPress& press) {
-    if (!acceptsInput(Input::Key)) return;
+void OMTrinketInput::key(const platform::KeyPress& press) {
+    if (!accepts(Kind::Key)) return;
     if (focus_ && hears(*focus_, OMTrinket::kIgnoreKeys)) {
         focus_->onKey(press);
         return;
@@ -241,13 +295,13 @@ void OMTrinketWindow::key(const platform::KeyPress& press) {
     link(press);
 }
 
-void OMTrinketWindow::setFocus(OMTrinket& trinket) {
+void OMTrinketInput::setFocus(OMTrinket& trinket) {
     if (focus_ == &trinket) return;
     OMTrinket* before = std::exchange(focus_, &trinket);
     if (before) before->onFocusLost();
 }
 
-void OMTrinketWindow::clearFocus() {
+void OMTrinketInput::clearFocus() {
     OMTrinket* before = std::exchange(focus_, nullptr);
     if (before) before->onFocusLost();
 }

@@ -1,7 +1,9 @@
 #include "omtrinketwindow.h"
 
 #include "omapp.h"
+#include "omcursor.h"
 #include "omdebug.h"
+#include "omid.h"
 #include "omplatform.h"
 #include "omtcrsr.h"
 #include "yengine.h"
@@ -12,6 +14,7 @@ using platform::Point;
 using platform::Rect;
 
 OMTrinketWindow* OMTrinketWindow::main_ = nullptr;
+OMTrinketWindow::CursorLocator OMTrinketWindow::cursorLocator_;
 
 namespace {
 
@@ -68,7 +71,6 @@ OMTrinketWindow::~OMTrinketWindow() {
     if (managedCursor_) managedCursor_->windowGone();
     canvas_.setPalette(OMPaletteFromDevice(OMDefaultPalette()));
     trinkets_.apply([](OMTrinket& trinket) { trinket.window_ = nullptr; });
-    for (ClickTaker* taker : clickTakers_) taker->window_ = nullptr;
     if (isFlipping() && OMPlatform().display().isExclusive())
         canvas_.detachFromFlipChain(backBuffer_);
     if (main_ == this) main_ = nullptr;
@@ -85,10 +87,7 @@ void OMTrinketWindow::add(OMTrinket& trinket) {
 void OMTrinketWindow::remove(OMTrinket& trinket) {
     trinkets_.remove(&trinket);
     stamps_.forget(&trinket);
-    const bool ownsCursor = flyOver_ == &trinket || target_ == &trinket;
-    releaseTarget(trinket);
-    if (flyOver_ == &trinket) flyOver_ = nullptr;
-    if (ownsCursor && !target_) showCursor(OMTrinket::defaultCursor);
+    input_.trinketGoes(trinket);
 }
 
 void OMTrinketWindow::resort(OMTrinket& trinket) {
@@ -103,29 +102,6 @@ int OMTrinketWindow::indexOf(const OMTrinket& trinket) const {
         ++index;
     }
     return -1;
-}
-
-/// A trinket that was held until now is so no longer.
-void OMTrinketWindow::setTarget(OMTrinket& trinket) {
-    if (target_ && target_->mouseState_ == OMTrinket::MouseState::Held)
-        target_->mouseState_ = OMTrinket::MouseState::Idle;
-    target_ = &trinket;
-}
-
-void OMTrinketWindow::releaseTarget(const OMTrinket& trinket) {
-    if (target_ == &trinket) target_ = nullptr;
-}
-
-/// A capture is not passed on: only who made it gives it back.
-void OMTrinketWindow::handOver(const OMTrinket& trinket, OMTrinket& group) {
-    if (target_ == &trinket && (isHolding() || isPressing())) {
-        target_ = &group;
-        group.mouseState_ = trinket.mouseState_;
-    }
-    if (flyOver_ != &trinket) return;
-    flyOver_ = &group;
-    if (!target_)
-        showCursor(group.containsPoint(lastMouse_) ? wantedCursor() : OMTrinket::defaultCursor);
 }
 
 void OMTrinketWindow::setMinimumDepth(int z) {
@@ -199,7 +175,7 @@ void OMTrinketWindow::wake() {
 }
 
 void OMTrinketWindow::idle() {
-    tellLostRelease();
+    input_.tellLostRelease();
     if (!isResting()) cycle();
 }
 
@@ -363,4 +339,29 @@ void OMTrinketWindow::resetClock() { timeBase_ = OMMilliseconds() - pauseMs_; }
 
 void OMTrinketWindow::addPauseTime(std::uint32_t ms) {
     if (pausing_) pauseMs_ += ms;
+}
+
+// Cursors
+
+std::shared_ptr<const OMCursor> OMTrinketWindow::findCursor(int id) {
+    auto cursor = cursorLocator_ ? cursorLocator_(id) : id < 0 ? OMCursor::load(id) : nullptr;
+    return cursor ? cursor : OMCursor::load(kOMCursorArrow);
+}
+
+void OMTrinketWindow::showCursor(int id) {
+    if (!managedCursor_ && canvas_.cursor()->id() != id) putCursor(findCursor(id));
+}
+
+void OMTrinketWindow::putCursor(std::shared_ptr<const OMCursor> cursor) {
+    canvas_.setCursor(std::move(cursor));
+}
+
+void OMSetCursors(OMTrinket& trinket, std::optional<int> normal, std::optional<int> grab,
+                  const char* message) {
+    if (!OMDebug::check(OMTrinketWindow::hasCursorLocator(), "cursorURL == NULL", message)) return;
+    const auto numberOf = [](int id) { return OMTrinketWindow::findCursor(OMNarrowId(id))->id(); };
+    const int normalId = normal.value_or(OMTrinket::defaultCursor);
+    const int grabId = grab.value_or(normal.value_or(OMTrinket::defaultGrabCursor));
+    trinket.setCursors(numberOf(normalId), numberOf(grabId));
+    if (OMTrinketWindow* window = trinket.window()) window->input().updateCursor();
 }

@@ -29,13 +29,14 @@ const OMSClass RKbdInp::kClass{"RKbdInp", &OMScriptableObject::kClass, kRKbdInpV
 
 RKbdInp::RKbdInp() {
     all_.append(this);
-    if (OMTrinketWindow* window = OMTrinketWindow::mainWindow()) window->defaults().key = &hear;
+    if (OMTrinketWindow* window = OMTrinketWindow::mainWindow())
+        window->input().defaults().key = &hear;
 }
 
 void RKbdInp::onRetire() {
     all_.remove(this);
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
-    if (window && all_.empty()) window->defaults().key = nullptr;
+    if (window && all_.empty()) window->input().defaults().key = nullptr;
 }
 
 std::unique_ptr<OMScriptableObject> RKbdInp::duplicate() { return std::make_unique<RKbdInp>(); }

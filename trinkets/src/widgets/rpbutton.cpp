@@ -56,7 +56,7 @@ std::unique_ptr<OMScriptableObject> RPButton::createFromScript() {
                         "Source URL has to be installed in OMAnimation"))
         return nullptr;
     std::unique_ptr<RPButton> button = createFromArguments<RPButton>();
-    if (button) button->window()->updateFlyOver();
+    if (button) button->window()->input().updateFlyOver();
     return button;
 }
 
