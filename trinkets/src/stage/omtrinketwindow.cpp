@@ -1,6 +1,7 @@
 #include "omtrinketwindow.h"
 
 #include "omapp.h"
+#include "omapp.h"
 #include "omcursor.h"
 #include "omdebug.h"
 #include "omid.h"
