@@ -2,6 +2,8 @@
 // handlers: the first that has one shows the text of the call as a warning.
 #pragma once
 
+#include "omlink.h"
+
 #include <string>
 #include <string_view>
 
@@ -17,6 +19,8 @@ class OMSCall {
     static void noteIgnored(std::string_view event);
     /// Shows what was noted and forgets it.
     static void warn();
+    /// How warnings are shown; installed by the engine.
+    static void setWarningLink(OMLinkTo<void(std::string_view text)> link);
 
   private:
     bool outer_;

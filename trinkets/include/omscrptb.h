@@ -77,6 +77,10 @@ class OMScriptableObject {
     [[nodiscard]] bool isGoing() const { return life_ != Life::Active; }
     [[nodiscard]] bool isRetired() const { return life_ == Life::Retired; }
 
+    /// Who keeps something for objects forgets it then; installed by the engine.
+    static void setRetireLink(OMLinkTo<void(OMScriptableObject&)> link) {
+        retireLink_ = std::move(link);
+    }
     /// A link that calls this one as long as the object has not retired.
     [[nodiscard]] OMLink whileActive(OMLink link);
 
@@ -183,6 +187,7 @@ class OMScriptableObject {
 
     static Status status_;
     static inline int count_ = 0;
+    static inline OMLinkTo<void(OMScriptableObject&)> retireLink_;
     int holders_ = 0; ///< script variables that refer to it
 
     /// What was added, and the events of the class that have had handlers.

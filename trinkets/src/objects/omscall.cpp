@@ -1,7 +1,6 @@
 #include "omscall.h"
 
 #include "omformat.h"
-#include "yengine.h"
 
 #include <utility>
 
@@ -12,6 +11,7 @@ constexpr std::size_t kMaxCallContext = 980;
 struct CallState {
     bool running = false;
     std::string context;
+    OMLinkTo<void(std::string_view)> warn;
 };
 
 CallState& callState() {
@@ -46,5 +46,9 @@ void OMSCall::noteIgnored(std::string_view event) {
 
 void OMSCall::warn() {
     const std::string text = std::exchange(callState().context, {});
-    if (YEngine* engine = YEngine::current()) engine->warn(text);
+    callState().warn(text);
+}
+
+void OMSCall::setWarningLink(OMLinkTo<void(std::string_view)> link) {
+    callState().warn = std::move(link);
 }

@@ -8,7 +8,6 @@
 #include "omsclass.h"
 #include "omsregistry.h"
 #include "omunderway.h"
-#include "yengine.h"
 #include "yheap.h"
 
 #include <algorithm>
@@ -69,7 +68,7 @@ void OMScriptableObject::retire() {
         watch->object_ = nullptr;
     if (lastPass == this) lastPass = nullptr;
     if (lastBorn == this) lastBorn = nullptr;
-    if (YEngine* engine = YEngine::current()) engine->removeRecords(this);
+    retireLink_(*this);
     if (holders_ > 0) YHeap::current().forget(this, false);
     fireCompletion(); // nobody waits for an object that is gone
 }

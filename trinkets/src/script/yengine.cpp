@@ -3,6 +3,7 @@
 #include "omapp.h"
 #include "omformat.h"
 #include "omplatform.h"
+#include "omscall.h"
 #include "omscrptb.h"
 #include "omtextfile.h"
 #include "omunderway.h"
@@ -25,11 +26,16 @@ YEngine* YEngine::current_ = nullptr;
 
 YEngine::YEngine() {
     current_ = this;
+    OMScriptableObject::setRetireLink(
+        [this](OMScriptableObject& object) { removeRecords(&object); });
+    OMSCall::setWarningLink([this](std::string_view text) { warn(text); });
     if (OMApp* app = OMApp::getApp()) app->setAlertedLink([this] { boxWasClosed(); });
 }
 
 YEngine::~YEngine() {
     if (OMApp* app = OMApp::getApp()) app->setAlertedLink(nullptr);
+    OMScriptableObject::setRetireLink(nullptr);
+    OMSCall::setWarningLink(nullptr);
     current_ = nullptr;
 }
 
