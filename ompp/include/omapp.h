@@ -60,12 +60,8 @@ class OMApp {
 
     [[nodiscard]] static OMApp* getApp() { return instance_; }
 
-    [[nodiscard]] DisplayMode displayMode() const { return displayMode_; }
-    [[nodiscard]] const platform::Rect& rectangle() const { return rectangle_; }
-    [[nodiscard]] int depth() const { return depth_; }
     [[nodiscard]] int monitor() const { return monitor_; }
     [[nodiscard]] const std::string& productName() const { return productName_; }
-    [[nodiscard]] const std::string& productVersion() const { return productVersion_; }
     [[nodiscard]] bool isRunning() const { return running_; }
     /// Whether somebody asked for the end while a box was open, and the quit message is about to
     /// come. Nothing else happens until then: there are no tasks and no idle work.

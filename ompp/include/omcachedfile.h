@@ -94,7 +94,6 @@ class OMCachedFile {
     OMCachedFile(const OMCachedFile&) = delete;
     OMCachedFile& operator=(const OMCachedFile&) = delete;
 
-    [[nodiscard]] const std::string& sourceName() const { return sourceName_; }
     [[nodiscard]] bool isComplete() const { return complete_; }
     [[nodiscard]] bool isOnDisk() const { return destination_.has_value(); }
     [[nodiscard]] int instanceCount() const { return instanceCount_; }
@@ -102,10 +101,6 @@ class OMCachedFile {
     [[nodiscard]] int usageCount() const { return static_cast<int>(copy_.use_count()) - 1; }
     /// For a stream to keep; only of a complete copy.
     [[nodiscard]] std::shared_ptr<const OMFileCopy> copy() const { return copy_; }
-
-    // While it is held, the task passes a background copy over. Holds count.
-    void hold() { ++holdCount_; }
-    void release() { --holdCount_; }
 
   private:
     enum class State : std::uint8_t {
@@ -182,7 +177,6 @@ class OMCachedFile {
 
     static inline int suspensions_ = 0;
 
-    int holdCount_ = 0;
     OMLink completion_;
     int priority_;
     bool complete_ = false;

@@ -61,13 +61,7 @@ class OMCanvas {
 
     [[nodiscard]] const std::optional<OMColor>& color() const { return color_; }
     void setColor(const std::optional<OMColor>& color) { color_ = color; }
-    [[nodiscard]] const OMColor& secondColor() const { return secondColor_; }
-    void setSecondColor(const OMColor& color) { secondColor_ = color; }
-    [[nodiscard]] const OMColor& backgroundColor() const { return backgroundColor_; }
-    void setBackgroundColor(const OMColor& color) { backgroundColor_ = color; }
-    [[nodiscard]] const OMColor& textColor() const { return textColor_; }
     void setTextColor(const OMColor& color) { textColor_ = color; }
-    [[nodiscard]] const OMColor& frameColor() const { return frameColor_; }
     void setFrameColor(const OMColor& color) { frameColor_ = color; }
 
     /// The pixel that shows `color`: with 8 bits its index or the nearest palette entry, else its
@@ -79,7 +73,6 @@ class OMCanvas {
 
     // Clipping. No clip region means no clipping; an empty one hides everything.
 
-    [[nodiscard]] const OMRegion* clipRegion() const { return clip_ ? &*clip_ : nullptr; }
     void setClipRegion(OMRegion region) { clip_ = std::move(region); }
     void removeClipRegion() { clip_.reset(); }
 
@@ -112,7 +105,6 @@ class OMCanvas {
     /// failed check: deeper pictures on 8 bits.
     void draw(int x, int y, OMBitmap& bitmap);
     void setTransparentDrawing(bool on) { transparentDrawing_ = on; }
-    [[nodiscard]] bool isTransparentDrawing() const { return transparentDrawing_; }
 
     void fillRect(const platform::Rect& area);
     void fillRegion(const OMRegion& region);
@@ -157,8 +149,6 @@ class OMCanvas {
     std::optional<OMRegion> clip_;
     int depth_;
     std::optional<OMColor> color_ = OMColor();
-    OMColor secondColor_;
-    OMColor backgroundColor_{0xFF00, 0xFF00, 0xFF00};
     OMColor textColor_;
     OMColor frameColor_;
     std::optional<OMColor> keyColor_;

@@ -38,7 +38,6 @@ void setFallbackDirectory(std::string_view directory);
 
 /// Stores any number; outside 0 to 3 no level name is written.
 void setLevel(int level);
-[[nodiscard]] int level();
 
 /// Menu commands 59407 to 59410 set the levels 0 to 3; false for any other command.
 bool handleCommand(int command);

@@ -37,7 +37,6 @@ class OMTask {
     OMTask& operator=(const OMTask&) = delete;
 
     [[nodiscard]] std::uint32_t priority() const { return priority_; }
-    [[nodiscard]] bool isSuspended() const { return suspended_; }
 
     void setPriority(std::uint32_t priority);
     void setLink(OMLink link) { link_ = std::move(link); }

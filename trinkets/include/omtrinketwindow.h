@@ -151,9 +151,8 @@ class OMTrinketWindow : public OMWindow {
     void invalidateAll();
     /// Composes a rectangle anew.
     void invalidate(const platform::Rect& rectangle);
-    /// What the next composition covers at least, and what the next presentation shows.
+    /// What the next composition covers at least.
     [[nodiscard]] const OMRegion& dirtyRegion() const { return pages_[page_].compose; }
-    [[nodiscard]] const OMRegion& unshownRegion() const { return pages_[page_].present; }
     /// Paints what is dirty into the back buffer.
     void compose();
     /// Shows what was composed since the last time. A screen that was lost is taken back first;
@@ -199,7 +198,6 @@ class OMTrinketWindow : public OMWindow {
 
     // Input.
 
-    [[nodiscard]] bool isInputDisabled() const { return inputDisabled_; }
     void setInputDisabled(bool disabled) { inputDisabled_ = disabled; }
     /// The trinket that has the mouse, held or captured, or null.
     [[nodiscard]] OMTrinket* mouseTarget() const { return target_; }

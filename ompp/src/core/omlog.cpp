@@ -74,8 +74,6 @@ void setLevel(int level) {
     rawWrite(text, platform::OpenMode::Append);
 }
 
-int level() { return logState().level; }
-
 bool handleCommand(int command) {
     if (command < kFirstLevelCommand || command > kFirstLevelCommand + kAll) return false;
     setLevel(command - kFirstLevelCommand);

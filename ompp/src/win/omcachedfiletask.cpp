@@ -32,10 +32,8 @@ bool OMCachedFile::startWorker() {
 void OMCachedFile::runTask() {
     if (suspensions_ > 0) return;
     const auto& background = OMCachedFileLists::get().background;
-    const auto found = std::ranges::find_if(
-        background, [](const OMCachedFile* file) { return file->holdCount_ <= 0; });
-    if (found == background.end()) return;
-    OMCachedFile& file = **found;
+    if (background.empty()) return;
+    OMCachedFile& file = *background.front();
     file.step();
     conclude(file);
 }
