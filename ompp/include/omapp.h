@@ -7,8 +7,8 @@
 
 #include "omcolor.h"
 #include "omlink.h"
-#include "omlist.h"
 #include "omtask.h"
+#include "omwindow.h"
 
 #include "platform/dialogs.h"
 #include "platform/events.h"
@@ -18,8 +18,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-class OMWindow;
 
 /// A key that is a command too.
 struct OMAccelerator {
@@ -115,8 +113,6 @@ class OMApp {
     virtual void idle() {}
 
   private:
-    friend class OMWindow;
-
     void dispatch(const platform::Message& message);
     void tryAccelerators(const platform::KeyPress& key);
     /// The window under a mouse message; the one that got the button down keeps the mouse.
@@ -137,15 +133,13 @@ class OMApp {
     platform::Rect rectangle_;
     int depth_;
     int monitor_;
-    bool directDraw_;
     std::string productName_;
     std::string productVersion_;
     bool running_ = false;
     bool leaving_ = false;
     bool waitForMessages_ = false;
     OMTaskList tasks_;
-    OMList<OMWindow> windows_;
-    OMWindow* capture_ = nullptr;
+    OMWindowList windows_;
     OMLinkTo<bool(int)> commandHandler_;
     std::vector<OMAccelerator> accelerators_;
     OMLinkTo<bool()> isTyping_;

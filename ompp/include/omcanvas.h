@@ -8,6 +8,7 @@
 
 #include "omcolor.h"
 #include "ompalette.h"
+#include "ompixels.h"
 #include "omregion.h"
 
 #include <cstddef>
@@ -20,33 +21,14 @@
 class OMBitmap;
 class OMFont;
 
-/// How source pixels meet those of the destination in a `blt`. The values are the platform's codes.
-enum class OMRasterOp : std::uint32_t {
-    SrcCopy = 0x00CC0020,   ///< source
-    SrcInvert = 0x00660046, ///< source xor destination
-    SrcAnd = 0x008800C6,    ///< source and destination
-    /// As SrcCopy, but pixels of the source's key colour are left out.
-    SrcCopyKeyed = 0x80CC0020,
-};
-
-/// A writable view of a canvas's pixels in canvas coordinates, without clip region. Valid as long
-/// as the canvas. Layout of the pixels: see platform::Surface.
-struct OMPixels {
-    std::uint8_t* first = nullptr; ///< the pixel at area.left, area.top
-    std::size_t stride = 0;        ///< bytes from row to row
-    platform::Rect area;           ///< only these pixels exist
-    int bytesPerPixel = 1;
-
-    /// The pixel at x, y, which must lie in `area`; the rest of its row follows it.
-    [[nodiscard]] std::uint8_t* at(int x, int y) const {
-        return first + stride * static_cast<std::size_t>(y - area.top) +
-               static_cast<std::size_t>(x - area.left) * static_cast<std::size_t>(bytesPerPixel);
-    }
-};
-
 class OMCanvas {
   public:
     static constexpr int kIndexedDepth = 8; ///< bits; pixels are palette indices
+
+    /// Whether canvases are surfaces of the screen's own depth, or bitmaps of any; the application
+    /// decides it when it begins.
+    [[nodiscard]] static bool areSurfaces() { return surfaces_; }
+    static void setSurfaces(bool on) { surfaces_ = on; }
 
     virtual ~OMCanvas();
     OMCanvas(const OMCanvas&) = delete;
@@ -145,6 +127,8 @@ class OMCanvas {
 
   private:
     void fill(const OMRegion& region, const OMColor& color);
+
+    static inline bool surfaces_ = false;
 
     std::optional<OMRegion> clip_;
     int depth_;

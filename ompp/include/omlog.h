@@ -6,6 +6,9 @@
 
 #include "omformat.h"
 
+#include "platform/files.h"
+
+#include <cstdint>
 #include <string_view>
 
 namespace OMLog {
@@ -43,3 +46,7 @@ void setLevel(int level);
 bool handleCommand(int command);
 
 } // namespace OMLog
+
+/// Adds a text to the end of a file that was opened for it, unless the file would get longer than
+/// `most` bytes. The last thing in a file that is full says so. False when it could not be written.
+bool OMAddText(platform::File& file, std::string_view text, std::uint64_t most);

@@ -2,7 +2,6 @@
 
 #include "omdebug.h"
 #include "omformat.h"
-#include "omlibraryinfo.h"
 #include "omopenlibrary.h"
 
 namespace {

@@ -2,9 +2,9 @@
 
 #include "omapp.h"
 #include "omformat.h"
+#include "omlog.h"
 #include "omplatform.h"
 #include "omscrptb.h"
-#include "omtextfile.h"
 #include "rthread.h"
 #include "rvar.h"
 
