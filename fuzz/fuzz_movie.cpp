@@ -3,7 +3,7 @@
 // comes in whole samples while the movie runs.
 #include "fuzzmachine.h"
 
-#include "platform/host/movies/hostmovies.h"
+#include "platform/host/movies/hostmovie.h"
 
 #include <algorithm>
 #include <cstddef>

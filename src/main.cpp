@@ -5,10 +5,10 @@
 #include "startup/programresources.h"
 
 #include "platform/headless/headlessplatform.h"
-#include "platform/host/files/datafolder.h"
+#include "platform/host/game/datafolder.h"
 #include "platform/host/game/gameinfo.h"
 #include "platform/host/game/playerpermits.h"
-#include "platform/host/machine/termination.h"
+#include "platform/host/machine/hostmachine.h"
 #if ZORBET_HAVE_SDL
 #include "platform/sdl/sdlplatform.h"
 #endif

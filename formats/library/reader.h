@@ -2,7 +2,7 @@
 // believed: whatever the bytes say, reading stays within what is there.
 #pragma once
 
-#include "formats/base/readat.h"
+#include "formats/base/bytes.h"
 #include "formats/library/layout.h"
 
 namespace formats::library {

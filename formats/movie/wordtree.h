@@ -49,7 +49,6 @@ class WordTree {
     void write(BitWriter& out) const;
     /// Bytes of the tree in a reader's memory, as the file's header tells them.
     [[nodiscard]] std::uint32_t sizeInMemory() const;
-    [[nodiscard]] bool usesCache() const { return usesCache_; }
 
     /// Puts the values of one frame.
     class FrameWriter {

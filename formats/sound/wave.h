@@ -18,7 +18,7 @@
 //                                       the samples at offset 64
 #pragma once
 
-#include "formats/base/readat.h"
+#include "formats/base/bytes.h"
 
 #include <array>
 

@@ -7,8 +7,8 @@
 
 #include "omcolor.h"
 #include "omlink.h"
-#include "omlist.h"
 #include "omtask.h"
+#include "omwindow.h"
 
 #include "platform/dialogs.h"
 #include "platform/events.h"
@@ -18,8 +18,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-class OMWindow;
 
 /// A key that is a command too.
 struct OMAccelerator {
@@ -60,12 +58,8 @@ class OMApp {
 
     [[nodiscard]] static OMApp* getApp() { return instance_; }
 
-    [[nodiscard]] DisplayMode displayMode() const { return displayMode_; }
-    [[nodiscard]] const platform::Rect& rectangle() const { return rectangle_; }
-    [[nodiscard]] int depth() const { return depth_; }
     [[nodiscard]] int monitor() const { return monitor_; }
     [[nodiscard]] const std::string& productName() const { return productName_; }
-    [[nodiscard]] const std::string& productVersion() const { return productVersion_; }
     [[nodiscard]] bool isRunning() const { return running_; }
     /// Whether somebody asked for the end while a box was open, and the quit message is about to
     /// come. Nothing else happens until then: there are no tasks and no idle work.
@@ -119,8 +113,6 @@ class OMApp {
     virtual void idle() {}
 
   private:
-    friend class OMWindow;
-
     void dispatch(const platform::Message& message);
     void tryAccelerators(const platform::KeyPress& key);
     /// The window under a mouse message; the one that got the button down keeps the mouse.
@@ -141,15 +133,13 @@ class OMApp {
     platform::Rect rectangle_;
     int depth_;
     int monitor_;
-    bool directDraw_;
     std::string productName_;
     std::string productVersion_;
     bool running_ = false;
     bool leaving_ = false;
     bool waitForMessages_ = false;
     OMTaskList tasks_;
-    OMList<OMWindow> windows_;
-    OMWindow* capture_ = nullptr;
+    OMWindowList windows_;
     OMLinkTo<bool(int)> commandHandler_;
     std::vector<OMAccelerator> accelerators_;
     OMLinkTo<bool()> isTyping_;

@@ -2,9 +2,9 @@
 // (formats/picture/bitmap.h). Canvases draw it whole or without the pixels of its invisible colour.
 #pragma once
 
-#include "omcanvas.h"
 #include "omcolor.h"
 #include "ompalette.h"
+#include "ompixels.h"
 
 #include "platform/display.h"
 

@@ -20,6 +20,7 @@
 #include "omevent.h"
 #include "omlink.h"
 #include "ompages.h"
+#include "omtask.h"
 
 #include "platform/files.h"
 
@@ -84,6 +85,10 @@ class OMCachedFile {
     /// Before a stream opens a file: completes a copy that nobody has asked for, and asks for it.
     /// The record with a complete copy, or null when the source is to be read.
     static OMCachedFile* prepare(std::string_view name);
+    /// Called with the name of a file whose bytes come from another place from now on.
+    static void setMovedLink(OMLinkTo<void(std::string_view)> link) {
+        movedLink_ = std::move(link);
+    }
 
     // While background copies are suspended, the task passes all of them over, so that the drive
     // serves only what somebody waits for. Suspensions count.
@@ -94,7 +99,6 @@ class OMCachedFile {
     OMCachedFile(const OMCachedFile&) = delete;
     OMCachedFile& operator=(const OMCachedFile&) = delete;
 
-    [[nodiscard]] const std::string& sourceName() const { return sourceName_; }
     [[nodiscard]] bool isComplete() const { return complete_; }
     [[nodiscard]] bool isOnDisk() const { return destination_.has_value(); }
     [[nodiscard]] int instanceCount() const { return instanceCount_; }
@@ -102,10 +106,6 @@ class OMCachedFile {
     [[nodiscard]] int usageCount() const { return static_cast<int>(copy_.use_count()) - 1; }
     /// For a stream to keep; only of a complete copy.
     [[nodiscard]] std::shared_ptr<const OMFileCopy> copy() const { return copy_; }
-
-    // While it is held, the task passes a background copy over. Holds count.
-    void hold() { ++holdCount_; }
-    void release() { --holdCount_; }
 
   private:
     enum class State : std::uint8_t {
@@ -125,6 +125,14 @@ class OMCachedFile {
         std::string_view condition;
         std::string message;
     };
+
+    /// The records of all cached files, and those whose background copy is under way.
+    struct Lists {
+        std::vector<std::unique_ptr<OMCachedFile>> records;
+        std::vector<OMCachedFile*> background; ///< in the order in which they are copied
+        std::unique_ptr<OMTask> task;          ///< while there are background copies
+    };
+    static Lists& lists();
 
     OMCachedFile(std::string_view name, std::optional<std::string> destination, OMLink completion,
                  int priority);
@@ -181,8 +189,8 @@ class OMCachedFile {
     void ioFail(std::string_view condition, std::string_view problem);
 
     static inline int suspensions_ = 0;
+    static inline OMLinkTo<void(std::string_view)> movedLink_;
 
-    int holdCount_ = 0;
     OMLink completion_;
     int priority_;
     bool complete_ = false;

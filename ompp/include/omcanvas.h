@@ -8,6 +8,7 @@
 
 #include "omcolor.h"
 #include "ompalette.h"
+#include "ompixels.h"
 #include "omregion.h"
 
 #include <cstddef>
@@ -20,33 +21,14 @@
 class OMBitmap;
 class OMFont;
 
-/// How source pixels meet those of the destination in a `blt`. The values are the platform's codes.
-enum class OMRasterOp : std::uint32_t {
-    SrcCopy = 0x00CC0020,   ///< source
-    SrcInvert = 0x00660046, ///< source xor destination
-    SrcAnd = 0x008800C6,    ///< source and destination
-    /// As SrcCopy, but pixels of the source's key colour are left out.
-    SrcCopyKeyed = 0x80CC0020,
-};
-
-/// A writable view of a canvas's pixels in canvas coordinates, without clip region. Valid as long
-/// as the canvas. Layout of the pixels: see platform::Surface.
-struct OMPixels {
-    std::uint8_t* first = nullptr; ///< the pixel at area.left, area.top
-    std::size_t stride = 0;        ///< bytes from row to row
-    platform::Rect area;           ///< only these pixels exist
-    int bytesPerPixel = 1;
-
-    /// The pixel at x, y, which must lie in `area`; the rest of its row follows it.
-    [[nodiscard]] std::uint8_t* at(int x, int y) const {
-        return first + stride * static_cast<std::size_t>(y - area.top) +
-               static_cast<std::size_t>(x - area.left) * static_cast<std::size_t>(bytesPerPixel);
-    }
-};
-
 class OMCanvas {
   public:
     static constexpr int kIndexedDepth = 8; ///< bits; pixels are palette indices
+
+    /// Whether canvases are surfaces of the screen's own depth, or bitmaps of any; the application
+    /// decides it when it begins.
+    [[nodiscard]] static bool areSurfaces() { return surfaces_; }
+    static void setSurfaces(bool on) { surfaces_ = on; }
 
     virtual ~OMCanvas();
     OMCanvas(const OMCanvas&) = delete;
@@ -61,13 +43,7 @@ class OMCanvas {
 
     [[nodiscard]] const std::optional<OMColor>& color() const { return color_; }
     void setColor(const std::optional<OMColor>& color) { color_ = color; }
-    [[nodiscard]] const OMColor& secondColor() const { return secondColor_; }
-    void setSecondColor(const OMColor& color) { secondColor_ = color; }
-    [[nodiscard]] const OMColor& backgroundColor() const { return backgroundColor_; }
-    void setBackgroundColor(const OMColor& color) { backgroundColor_ = color; }
-    [[nodiscard]] const OMColor& textColor() const { return textColor_; }
     void setTextColor(const OMColor& color) { textColor_ = color; }
-    [[nodiscard]] const OMColor& frameColor() const { return frameColor_; }
     void setFrameColor(const OMColor& color) { frameColor_ = color; }
 
     /// The pixel that shows `color`: with 8 bits its index or the nearest palette entry, else its
@@ -79,7 +55,6 @@ class OMCanvas {
 
     // Clipping. No clip region means no clipping; an empty one hides everything.
 
-    [[nodiscard]] const OMRegion* clipRegion() const { return clip_ ? &*clip_ : nullptr; }
     void setClipRegion(OMRegion region) { clip_ = std::move(region); }
     void removeClipRegion() { clip_.reset(); }
 
@@ -112,7 +87,6 @@ class OMCanvas {
     /// failed check: deeper pictures on 8 bits.
     void draw(int x, int y, OMBitmap& bitmap);
     void setTransparentDrawing(bool on) { transparentDrawing_ = on; }
-    [[nodiscard]] bool isTransparentDrawing() const { return transparentDrawing_; }
 
     void fillRect(const platform::Rect& area);
     void fillRegion(const OMRegion& region);
@@ -154,11 +128,11 @@ class OMCanvas {
   private:
     void fill(const OMRegion& region, const OMColor& color);
 
+    static inline bool surfaces_ = false;
+
     std::optional<OMRegion> clip_;
     int depth_;
     std::optional<OMColor> color_ = OMColor();
-    OMColor secondColor_;
-    OMColor backgroundColor_{0xFF00, 0xFF00, 0xFF00};
     OMColor textColor_;
     OMColor frameColor_;
     std::optional<OMColor> keyColor_;

@@ -20,7 +20,6 @@ class OMColor {
     explicit OMColor(int index);
 
     void set(int index);
-    void set(std::uint16_t red, std::uint16_t green, std::uint16_t blue);
 
     static constexpr OMColor fromRgb8(platform::Rgb rgb) {
         return {static_cast<std::uint16_t>(rgb.red * 256),

@@ -57,5 +57,7 @@ void setCheckListener(OMLinkTo<void(const Failure&)> listener);
 /// The two rules of every framework object's constructor: no global instances, and no instance
 /// before the application object. Fatal.
 void requireApp(std::string_view className, Place place = Place::here());
+/// Told by the application object when it begins and ends.
+void noteApp(bool exists);
 
 } // namespace OMDebug

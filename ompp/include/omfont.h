@@ -97,3 +97,9 @@ class OMTypefaceFont : public OMFont {
     std::unique_ptr<platform::Typeface> face_;
     mutable std::array<std::optional<OMGlyph>, kCodes> glyphs_; ///< made when they are needed
 };
+
+/// The system font: the bitmap font that the program carries, the same on every machine.
+class OMSysFont final : public OMTypefaceFont {
+  public:
+    OMSysFont();
+};

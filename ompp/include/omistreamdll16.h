@@ -14,8 +14,6 @@ class OMIStreamDLL16 final : public OMIStreamOnFile {
     OMIStreamDLL16(const OMIStreamDLL16&) = default;
 
     [[nodiscard]] std::string_view className() const override { return "OMIStreamDLL16"; }
-    [[nodiscard]] int id() const { return id_; }
-    [[nodiscard]] const std::string& type() const { return type_; }
 
     /// The types of a library, and the ids of one type; nothing when it cannot be read.
     [[nodiscard]] static std::vector<std::string> getResTypes(std::string_view fileName);
@@ -26,8 +24,4 @@ class OMIStreamDLL16 final : public OMIStreamOnFile {
     /// for a library that is cached in memory.
     static void cacheInfo(std::string_view fileName);
     static void uncacheInfo(std::string_view fileName);
-
-  private:
-    int id_;
-    std::string type_;
 };

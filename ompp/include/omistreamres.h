@@ -17,8 +17,6 @@ class OMIStreamRes final : public OMIStream {
     ~OMIStreamRes() override;
 
     [[nodiscard]] std::string_view className() const override { return "OMIStreamRes"; }
-    [[nodiscard]] int id() const { return id_; }
-    [[nodiscard]] const std::string& type() const { return type_; }
 
   protected:
     bool openSource() override;
@@ -26,8 +24,6 @@ class OMIStreamRes final : public OMIStream {
     void closeSource() override;
 
   private:
-    int id_;
-    std::string type_;
     std::shared_ptr<OMRes> resource_;  ///< loaded; copies of the stream share it
     const std::byte* bytes_ = nullptr; ///< of the locked resource while the source is open
 };

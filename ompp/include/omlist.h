@@ -33,7 +33,6 @@ class OMList {
     [[nodiscard]] T* last() const { return tail_ ? tail_->item : nullptr; }
 
     void append(T* item) { insertBefore(nullptr, item); }
-    void prepend(T* item) { insertBefore(head_, item); }
 
     /// Keeps an order: inserts `item` in front of the last items, for which `isBehind(listed)`
     /// holds. Sought from the end, where most new items belong.
@@ -126,7 +125,7 @@ class OMList {
 template <class T>
 class OMListLocator {
   public:
-    explicit OMListLocator(const OMList<T>& list) : list_(&list), element_(list.head_) {}
+    explicit OMListLocator(const OMList<T>& list) : element_(list.head_) {}
 
     /// The next item, or null at the end.
     T* next() {
@@ -135,9 +134,7 @@ class OMListLocator {
         element_ = element_->next;
         return item;
     }
-    void rewind() { element_ = list_->head_; }
 
   private:
-    const OMList<T>* list_;
     const typename OMList<T>::OMListElement* element_;
 };

@@ -6,6 +6,9 @@
 
 #include "omformat.h"
 
+#include "platform/files.h"
+
+#include <cstdint>
 #include <string_view>
 
 namespace OMLog {
@@ -38,9 +41,12 @@ void setFallbackDirectory(std::string_view directory);
 
 /// Stores any number; outside 0 to 3 no level name is written.
 void setLevel(int level);
-[[nodiscard]] int level();
 
 /// Menu commands 59407 to 59410 set the levels 0 to 3; false for any other command.
 bool handleCommand(int command);
 
 } // namespace OMLog
+
+/// Adds a text to the end of a file that was opened for it, unless the file would get longer than
+/// `most` bytes. The last thing in a file that is full says so. False when it could not be written.
+bool OMAddText(platform::File& file, std::string_view text, std::uint64_t most);

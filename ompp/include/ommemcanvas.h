@@ -21,8 +21,6 @@ class OMMemCanvas : public OMCanvas {
     [[nodiscard]] int width() const override { return surface_.width(); }
     [[nodiscard]] int height() const override { return surface_.height(); }
     [[nodiscard]] OMPixels pixels() override;
-    /// The canvas's own pixels, which are not those that it draws on while it is attached.
-    [[nodiscard]] const platform::Surface& surface() const { return surface_; }
     [[nodiscard]] bool isFlippable() const { return kind_ == Kind::Flippable; }
 
   protected:

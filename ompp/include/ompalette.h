@@ -15,11 +15,6 @@ using OMDevicePalette = std::array<platform::Rgb, platform::kPaletteSize>;
 /// The platform's twenty colours at entries 0 to 9 and 246 to 255, black between them.
 [[nodiscard]] const OMDevicePalette& OMDefaultPalette();
 
-/// Whether entry `index` belongs to the game (10 to 245).
-[[nodiscard]] constexpr bool OMIsGameColor(int index) {
-    return index >= platform::kFirstFreeColour && index < platform::kFirstHighStaticColour;
-}
-
 /// The device palette that `colors` becomes: entries 10 to 245 by the high byte of each component,
 /// the others from the default palette. Pure black becomes (1, 1, 1) and pure white
 /// (254, 254, 254), so that the game's colours never merge with the fixed black and white.

@@ -9,10 +9,16 @@
 #include "platform/files.h"
 
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+/// The process-wide critical section of file input and output. A worker thread holds it while it
+/// resolves names through the search path and opens files; the main thread holds it while it
+/// changes the search path.
+[[nodiscard]] std::mutex& OMIOSection();
 
 /// A directory's path as names are appended to it: it ends in a separator.
 [[nodiscard]] std::string OMPathWithBackslash(std::string_view path);

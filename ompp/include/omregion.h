@@ -57,7 +57,6 @@ class OMRegion {
     [[nodiscard]] static OMRegion polygon(std::span<const platform::Point> corners);
 
     [[nodiscard]] bool isEmpty() const noexcept;
-    [[nodiscard]] bool isRectangle() const noexcept; ///< one rectangle, not empty
     /// The smallest rectangle around all pixels; 0, 0, 0, 0 for the empty region.
     [[nodiscard]] platform::Rect boundingBox() const noexcept;
     [[nodiscard]] bool contains(platform::Point point) const noexcept;
@@ -73,7 +72,6 @@ class OMRegion {
     void unite(const OMRegion& other);
     void intersect(const platform::Rect& rectangle);
     void intersect(const OMRegion& other);
-    void subtract(const platform::Rect& rectangle);
     void subtract(const OMRegion& other);
     void offset(int dx, int dy); ///< what leaves the range of int is lost
 

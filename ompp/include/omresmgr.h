@@ -48,7 +48,6 @@ class OMResMgrFile {
 
     [[nodiscard]] const std::string& name() const { return name_; }
     [[nodiscard]] int useCount() const { return useCount_; }
-    [[nodiscard]] int activationCount() const { return activationCount_; }
     [[nodiscard]] bool isActive() const { return activationCount_ > 0; }
 
     void changeUseCount(int by) { useCount_ += by; }

@@ -46,12 +46,9 @@ class OMSound {
 
     /// kOMSoundPlayForever or above 0; anything else fails a check and changes nothing.
     void setPlayCount(int count);
-    [[nodiscard]] int playCount() const { return playCount_; }
     [[nodiscard]] int completedPlays() const { return completedPlays_; }
     [[nodiscard]] bool isLoaded() const { return loaded_; }
     [[nodiscard]] bool isPaused() const { return paused_; }
-    /// Bytes of the play window that have left the speaker, in whole buffers.
-    [[nodiscard]] std::int64_t bytesPlayed() const { return bytesPlayed_; }
 
     void setStartedLink(OMLink link) { startedLink_ = std::move(link); }
     void setFinishedLink(OMLink link) { finishedLink_ = std::move(link); }
@@ -72,7 +69,6 @@ class OMSound {
     int volume_ = kFullVolume;
     int playCount_ = 1;
     int completedPlays_ = 0;
-    std::int64_t bytesPlayed_ = 0;
     bool loaded_ = false;
     bool startedNotified_ = false; ///< in this play
     bool paused_ = false;

@@ -1,6 +1,7 @@
 // A periodic callback: run once in every pass of the main loop, in descending order of priority.
 #pragma once
 
+#include "ominstalled.h"
 #include "omlink.h"
 #include "omlist.h"
 
@@ -9,8 +10,11 @@
 class OMTask;
 
 /// The tasks of an application in the order in which they run.
-class OMTaskList {
+class OMTaskList : public OMInstalled<OMTaskList> {
   public:
+    OMTaskList() { setCurrent(this); }
+    ~OMTaskList() { setCurrent(nullptr); }
+
     /// Calls the link of every task that is not suspended. A task may remove itself or others.
     void runAll();
     [[nodiscard]] std::size_t count() const { return tasks_.count(); }
@@ -37,7 +41,6 @@ class OMTask {
     OMTask& operator=(const OMTask&) = delete;
 
     [[nodiscard]] std::uint32_t priority() const { return priority_; }
-    [[nodiscard]] bool isSuspended() const { return suspended_; }
 
     void setPriority(std::uint32_t priority);
     void setLink(OMLink link) { link_ = std::move(link); }

@@ -25,8 +25,6 @@ class OMTTFont final : public OMTypefaceFont {
 
     [[nodiscard]] static bool isInstalled(std::string_view faceName);
 
-    [[nodiscard]] int size() const { return size_; }
-    [[nodiscard]] int style() const { return style_; }
     void setSize(int pixels) override;
     void setStyle(int bits) override;
 

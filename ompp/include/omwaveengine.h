@@ -43,8 +43,6 @@ class OMWaveEngine {
 
     [[nodiscard]] int bufferSize() const { return bufferSize_; } ///< bytes of an output buffer
     [[nodiscard]] int numBuffers() const { return numBuffers_; }
-    [[nodiscard]] int latencyDelta() const { return latencyDelta_; }
-    [[nodiscard]] int minNumBuffersInQueue() const { return minInQueue_; }
     [[nodiscard]] std::size_t blockSize() const { return static_cast<std::size_t>(bufferSize_); }
 
     // Settings at the wrong time or out of range fail a check and change nothing.

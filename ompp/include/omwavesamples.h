@@ -1,10 +1,12 @@
-// The samples of one sound, delivered in chunks of at most a buffer's size at offsets of the play
-// window that are multiples of it.
+// What is read of a sound's stream: its header, and its samples. These are delivered in chunks of
+// at most a buffer's size at offsets of the play window that are multiples of it.
 //
 // A whole stream has them all in memory. Of a chunked one, blocks of a buffer's size are kept: as
 // many as the output ring has buffers for those still queued, and as many again that were read
 // ahead.
 #pragma once
+
+#include "formats/sound/wave.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -12,6 +14,10 @@
 #include <vector>
 
 class OMIStream;
+
+/// Reads the header wherever the stream stands. An unknown header gives a length of 0. Unusual
+/// values fail checks and are taken as they are; a RIFF WAVE file without format is a fatal error.
+[[nodiscard]] formats::sound::Header OMReadWaveHeader(OMIStream& stream);
 
 class OMWaveSamples {
   public:

@@ -6,7 +6,6 @@
 #pragma once
 
 #include "omsound.h"
-#include "omwaveheader.h"
 #include "omwavemix.h"
 #include "omwavesamples.h"
 

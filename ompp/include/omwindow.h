@@ -2,6 +2,9 @@
 // the application. What it shows is its heir's business.
 #pragma once
 
+#include "ominstalled.h"
+#include "omlist.h"
+
 #include "platform/events.h"
 #include "platform/geometry.h"
 
@@ -30,4 +33,13 @@ class OMWindow {
 
   private:
     platform::Rect rectangle_;
+};
+
+/// The windows of an application, those made last on top.
+struct OMWindowList : OMInstalled<OMWindowList> {
+    OMWindowList() { setCurrent(this); }
+    ~OMWindowList() { setCurrent(nullptr); }
+
+    OMList<OMWindow> all;
+    OMWindow* capture = nullptr; ///< has the mouse until the button is up
 };

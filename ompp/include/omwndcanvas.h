@@ -26,7 +26,6 @@ class OMWndCanvas : public OMCanvas {
     /// The canvas keeps its picture in its own memory again.
     void detachFromFlipChain(OMMemCanvas& back);
     bool flip();
-    [[nodiscard]] int backBuffers() const { return backBuffers_; }
 
     /// Takes a screen back that another program had. True when it had been lost: all that was drawn
     /// there and behind it is gone.

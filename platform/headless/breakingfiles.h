@@ -38,9 +38,6 @@ class BreakingFiles final : public Files {
     /// `files` must outlive this and the files that are opened.
     BreakingFiles(Files& files, BreakPoint point);
 
-    /// How many operations were counted.
-    [[nodiscard]] std::uint32_t operations() const { return count_; }
-
     void setFenceLink(FenceLink link) override { files_.setFenceLink(std::move(link)); }
     [[nodiscard]] FolderClaim claimFolder(std::string_view folder) override {
         return files_.claimFolder(folder);

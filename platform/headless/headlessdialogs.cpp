@@ -24,8 +24,8 @@ std::string hexadecimal(std::uint32_t value) {
 } // namespace
 
 HeadlessDialogs::HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock,
-                                 HostFiles& files, Report& report, std::ostream& notes)
-    : clock_(clock), files_(files), report_(report), notes_(notes) {
+                                 HostFiles& files, Notices& notices, std::ostream& notes)
+    : clock_(clock), files_(files), notices_(notices), notes_(notes) {
     for (const TimelineEvent& event : timeline) {
         if (const auto* answer = std::get_if<TimelineAnswer>(&event.what)) {
             waiting_.push_back({event.timeMs, *answer});
@@ -61,7 +61,7 @@ Button HeadlessDialogs::messageBox(std::string_view text, std::string_view capti
     std::vector<std::string_view> texts;
     std::ranges::transform(buttons, std::back_inserter(texts), buttonText);
     const std::size_t chosen = choose(caption, texts, nextAnswer());
-    report_.line("box", {caption, hexadecimal(style), text, texts[chosen]});
+    notices_.line("box", {caption, hexadecimal(style), text, texts[chosen]});
     return buttons[chosen];
 }
 
@@ -70,15 +70,15 @@ WarningAnswer HeadlessDialogs::warning(const WarningRequest& request) {
     const std::optional<TimelineAnswer> answer = nextAnswer();
     const std::size_t chosen = choose(request.caption, texts, answer);
     const bool checked = answer && answer->checked;
-    report_.line("dialog",
-                 {request.caption, request.text, texts[chosen], checked ? "checked" : "unchecked"});
+    notices_.line("dialog", {request.caption, request.text, texts[chosen],
+                             checked ? "checked" : "unchecked"});
     return {.goOn = chosen == 0, .checked = checked};
 }
 
 std::string HeadlessDialogs::openFile(std::string_view title, std::string_view pattern,
                                       std::size_t limit) {
     std::string path = chosenFile(title, limit);
-    report_.line("dialog", {title, pattern, path, "unchecked"});
+    notices_.line("dialog", {title, pattern, path, "unchecked"});
     return path;
 }
 

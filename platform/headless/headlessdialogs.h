@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/dialogs.h"
-#include "platform/headless/report.h"
+#include "platform/headless/notices.h"
 #include "platform/headless/timeline.h"
 #include "platform/headless/virtualclock.h"
 #include "platform/host/files/hostfiles.h"
@@ -19,7 +19,7 @@ class HeadlessDialogs final : public Dialogs {
   public:
     /// What is referred to must outlive the dialogs.
     HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock, HostFiles& files,
-                    Report& report, std::ostream& notes);
+                    Notices& notices, std::ostream& notes);
 
     Button messageBox(std::string_view text, std::string_view caption,
                       std::uint32_t style) override;
@@ -43,7 +43,7 @@ class HeadlessDialogs final : public Dialogs {
     std::deque<Waiting> waiting_;
     const VirtualClock& clock_;
     HostFiles& files_;
-    Report& report_;
+    Notices& notices_;
     std::ostream& notes_;
 };
 

@@ -1,6 +1,6 @@
 #include "platform/headless/headlessdisplay.h"
 
-#include "platform/host/screen/pngwriter.h"
+#include "platform/host/screen/png.h"
 
 namespace platform {
 
@@ -13,19 +13,19 @@ constexpr int kArrow = -1; ///< the cursor before any was set
 void HeadlessDisplay::setTitle(std::string_view title) {
     if (title_ == title) return;
     title_ = title;
-    report_.line("title", {title});
+    notices_.line("title", {title});
 }
 
 void HeadlessDisplay::setCursor(const Cursor& cursor) {
     if (cursor_ == cursor.id()) return;
     cursor_ = cursor.id();
-    if (cursorIsShown_) report_.line("cursor", {std::to_string(cursor.id())});
+    if (cursorIsShown_) notices_.line("cursor", {std::to_string(cursor.id())});
 }
 
 void HeadlessDisplay::showCursor(bool on) {
     if (on == cursorIsShown_) return;
     cursorIsShown_ = on;
-    report_.line("cursor", {on ? std::to_string(cursor_.value_or(kArrow)) : "none"});
+    notices_.line("cursor", {on ? std::to_string(cursor_.value_or(kArrow)) : "none"});
 }
 
 bool HeadlessDisplay::saveScreenshot(const std::string& hostPath) const {

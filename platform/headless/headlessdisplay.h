@@ -1,7 +1,7 @@
 // A screen that nobody looks at, but from which screenshots can be taken.
 #pragma once
 
-#include "platform/headless/report.h"
+#include "platform/headless/notices.h"
 #include "platform/host/screen/hostdisplay.h"
 
 #include <optional>
@@ -11,7 +11,8 @@ namespace platform {
 
 class HeadlessDisplay final : public HostDisplay {
   public:
-    HeadlessDisplay(const ScreenMode& mode, Report& report) : HostDisplay(mode), report_(report) {}
+    HeadlessDisplay(const ScreenMode& mode, Notices& notices)
+        : HostDisplay(mode), notices_(notices) {}
 
     void setTitle(std::string_view title) override;
     void setCursor(const Cursor& cursor) override;
@@ -21,7 +22,7 @@ class HeadlessDisplay final : public HostDisplay {
     [[nodiscard]] bool saveScreenshot(const std::string& hostPath) const;
 
   private:
-    Report& report_;
+    Notices& notices_;
     std::optional<std::string> title_; ///< the one reported last, as is the cursor
     std::optional<int> cursor_;
     bool cursorIsShown_ = true;

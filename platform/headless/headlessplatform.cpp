@@ -41,12 +41,12 @@ std::vector<std::string> foldersOf(const HeadlessOptions& options) {
 HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
     : stepMs_(std::max(options.stepMs, 1u)), trusted_(options.host.trusted),
       asked_(foldersOf(options)), notes_(orElse(options.notes, std::cerr)),
-      machine_(options.machine), report_(orElse(options.report, std::cout), clock_),
+      machine_(options.machine), notices_(orElse(options.report, std::cout), clock_),
       files_(options.host),
       modules_(files_, options.host.components, options.resources, options.versionStrings),
-      display_(options.screen, report_),
+      display_(options.screen, notices_),
       events_(options.timeline, options.untilMs, clock_, display_, notes_),
-      dialogs_(options.timeline, clock_, files_, report_, notes_),
+      dialogs_(options.timeline, clock_, files_, notices_, notes_),
       recordings_(options.recordSound, notes_), waveOut_(clock_, recordings_),
       movieSpeakers_(clock_, recordings_), movies_(files_, clock_, movieSpeakers_) {
     display_.setDriver(options.machine.driver);
@@ -62,7 +62,7 @@ Files& HeadlessPlatform::files() {
 
 std::unique_ptr<TextWindow> HeadlessPlatform::openTextWindow(const TextWindowRequest& request,
                                                              TextWindowOwner&) {
-    return std::make_unique<HeadlessTextWindow>(request, report_);
+    return std::make_unique<HeadlessTextWindow>(request, notices_);
 }
 
 void HeadlessPlatform::complain(std::string_view text) {
@@ -84,9 +84,9 @@ void HeadlessPlatform::programEnds(int exitCode) {
     movieSpeakers_.closeAll();
     const std::string_view cause = events_.quitCause();
     if (exitCode != 0 || cause.empty()) {
-        report_.line("end", {std::to_string(exitCode)});
+        notices_.line("end", {std::to_string(exitCode)});
     } else {
-        report_.line("end", {cause});
+        notices_.line("end", {cause});
     }
 }
 

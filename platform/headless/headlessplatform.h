@@ -8,17 +8,16 @@
 #include "platform/headless/headlessdisplay.h"
 #include "platform/headless/headlessmoviespeaker.h"
 #include "platform/headless/headlesswaveout.h"
-#include "platform/headless/report.h"
+#include "platform/headless/notices.h"
 #include "platform/headless/timeline.h"
 #include "platform/headless/timelineevents.h"
 #include "platform/headless/virtualclock.h"
 #include "platform/headless/waverecorder.h"
 #include "platform/host/faces/hosttypefaces.h"
-#include "platform/host/files/datafolder.h"
 #include "platform/host/files/hostfiles.h"
+#include "platform/host/files/userfolders.h"
 #include "platform/host/machine/hostmodules.h"
-#include "platform/host/machine/hostoptions.h"
-#include "platform/host/movies/hostmovies.h"
+#include "platform/host/movies/hostmovie.h"
 #include "platform/platform.h"
 
 #include <cstdint>
@@ -85,7 +84,7 @@ class HeadlessPlatform final : public Platform {
     std::ostream& notes_;
     ClaimedMachine machine_;
     VirtualClock clock_;
-    Report report_;
+    Notices notices_;
     HostFiles files_;
     std::optional<BreakingFiles> breakingFiles_;
     HostModules modules_;

@@ -15,7 +15,7 @@ void HeadlessTextWindow::move(Point corner) {
 
 void HeadlessTextWindow::show(std::span<const std::string> lines, std::size_t fresh) {
     for (const std::string& line : lines.last(std::min(fresh, lines.size())))
-        report_.line("debug", {line});
+        notices_.line("debug", {line});
 }
 
 } // namespace platform

@@ -3,7 +3,7 @@
 //     MS  debug  TEXT
 #pragma once
 
-#include "platform/headless/report.h"
+#include "platform/headless/notices.h"
 #include "platform/textwindow.h"
 
 namespace platform {
@@ -11,8 +11,8 @@ namespace platform {
 class HeadlessTextWindow final : public TextWindow {
   public:
     /// The report must outlive the window.
-    HeadlessTextWindow(const TextWindowRequest& request, Report& report)
-        : rectangle_(request.rectangle), report_(report) {}
+    HeadlessTextWindow(const TextWindowRequest& request, Notices& notices)
+        : rectangle_(request.rectangle), notices_(notices) {}
 
     [[nodiscard]] int lineHeight() const override;
     [[nodiscard]] Rect rectangle() const override { return rectangle_; }
@@ -22,7 +22,7 @@ class HeadlessTextWindow final : public TextWindow {
 
   private:
     Rect rectangle_;
-    Report& report_;
+    Notices& notices_;
 };
 
 } // namespace platform

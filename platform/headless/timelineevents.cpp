@@ -1,6 +1,6 @@
 #include "platform/headless/timelineevents.h"
 
-#include "platform/host/machine/termination.h"
+#include "platform/host/machine/hostmachine.h"
 
 #include <algorithm>
 #include <ostream>

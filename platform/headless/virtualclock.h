@@ -22,7 +22,6 @@ class VirtualClock final : public Clock {
     void wasBusy(std::uint32_t ms) override { nowMs_ += ms; }
 
     /// Milliseconds since the clock was made. Never wraps.
-    [[nodiscard]] std::uint64_t totalMs() const { return nowMs_; }
 
     /// From here the main loop's time counts.
     void beginLoop() { loopBeginMs_ = nowMs_; }

@@ -46,7 +46,6 @@ class SdlDisplay final : public HostDisplay {
     void textureLost(bool deviceLost);
 
     [[nodiscard]] SDL_Window* window() const { return window_.window.get(); }
-    [[nodiscard]] bool windowIsShown() const { return windowIsShown_; }
 
   protected:
     void shownChanged(const Rect& part) override;

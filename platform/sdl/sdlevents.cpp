@@ -1,6 +1,6 @@
 #include "platform/sdl/sdlevents.h"
 
-#include "platform/host/machine/termination.h"
+#include "platform/host/machine/hostmachine.h"
 #include "platform/sdl/sdlkeys.h"
 
 #include <algorithm>

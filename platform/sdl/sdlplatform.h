@@ -2,9 +2,9 @@
 // to be included.
 #pragma once
 
+#include "platform/host/files/hostfiles.h"
 #include "platform/host/game/gameinfo.h"
 #include "platform/host/machine/hostmodules.h"
-#include "platform/host/machine/hostoptions.h"
 #include "platform/host/screen/boxbuttons.h"
 #include "platform/platform.h"
 

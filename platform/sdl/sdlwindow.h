@@ -3,7 +3,7 @@
 
 #include "platform/display.h"
 #include "platform/host/game/gameinfo.h"
-#include "platform/host/screen/pngreader.h"
+#include "platform/host/screen/png.h"
 
 #include <SDL.h>
 #include <cstddef>

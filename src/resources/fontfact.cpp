@@ -1,12 +1,12 @@
 #include "resources/fontfact.h"
 
 #include "omdebug.h"
+#include "omfont.h"
 #include "omformat.h"
 #include "omid.h"
 #include "omistream.h"
 #include "omlog.h"
 #include "omnfntfont.h"
-#include "omsysfont.h"
 #include "omttfont.h"
 
 #include <algorithm>

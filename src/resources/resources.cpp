@@ -3,7 +3,6 @@
 #include "omcachedfile.h"
 #include "omformat.h"
 #include "omistreamdll16.h"
-#include "omlibraryinfo.h"
 #include "omlog.h"
 #include "omopenlibrary.h"
 #include "ompath.h"

@@ -7,7 +7,6 @@
 #include "omapp.h"
 #include "omcachedfile.h"
 #include "omdebug.h"
-#include "omlibraryinfo.h"
 #include "omopenlibrary.h"
 #include "ompath.h"
 #include "omplatform.h"

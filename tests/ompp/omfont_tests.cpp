@@ -3,8 +3,8 @@
 #include "memorystream.h"
 #include "nfntbuilder.h"
 
+#include "omfont.h"
 #include "omnfntfont.h"
-#include "omsysfont.h"
 #include "omttfont.h"
 #include "omwndcanvas.h"
 

@@ -39,7 +39,7 @@ class OMLists : public testing_support::FrameworkTest {
 };
 
 TEST_F(OMLists, KeepsOrderAndCount) {
-    list.prepend(&extra);
+    list.insertInOrder(&extra, [](int) { return true; });
     list.insertInOrder(&items[0], [](int item) { return item >= 4; });
     list.insertInOrder(&extra, [](int) { return false; });
     EXPECT_THAT(content(), ElementsAre(9, 1, 2, 3, 1, 4, 5, 9));
@@ -56,11 +56,7 @@ TEST_F(OMLists, KeepsOrderAndCount) {
     EXPECT_EQ(list.find([](int item) { return item > 5; }), nullptr);
     OMListLocator<int> locator(list);
     EXPECT_EQ(locator.next(), &items[1]);
-    locator.rewind();
-    EXPECT_EQ(locator.next(), &items[1]);
     list.clear();
-    locator.rewind();
-    EXPECT_EQ(locator.next(), nullptr);
     EXPECT_EQ(list.first(), nullptr);
     EXPECT_EQ(list.last(), nullptr);
 }

@@ -2,9 +2,9 @@
 #include "../ompp/nfntbuilder.h"
 #include "../trinkets/windowfixture.h"
 
+#include "omfont.h"
 #include "omformat.h"
 #include "omnfntfont.h"
-#include "omsysfont.h"
 #include "omttfont.h"
 #include "resources/fontfact.h"
 

@@ -1,6 +1,5 @@
 #include "library/list.h"
 #include "movies/makemovie.h"
-#include "movies/moviecolours.h"
 #include "movies/moviesound.h"
 
 #include "formats/movie/moviedecoder.h"

@@ -28,4 +28,11 @@ struct OutputFile {
 /// failure leaves the files as they were. Makes folders that are missing.
 void writeFiles(const std::filesystem::path& folder, const std::vector<OutputFile>& files);
 
+/// What a resource is unpacked to.
+struct UnpackedResource {
+    std::string lines;             ///< of the manifest, below a library
+    std::vector<OutputFile> files; ///< that the lines name
+    Bytes packed;                  ///< what packing them gives
+};
+
 } // namespace rsc

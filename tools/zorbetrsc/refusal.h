@@ -41,4 +41,10 @@ decltype(auto) atLine(int line, Work&& work) {
     }
 }
 
+/// What an author should know though all is packed.
+struct Warning {
+    std::string text;
+    int line = 0; ///< of the manifest
+};
+
 } // namespace rsc

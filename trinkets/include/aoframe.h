@@ -81,7 +81,6 @@ class AOFrame {
     [[nodiscard]] platform::Rect bounds(platform::Point at, int direction) const {
         return AOBounds(size_, at, direction);
     }
-    [[nodiscard]] int bytesPerPixel() const { return bytesPerPixel_; }
     /// How much memory it takes, in bytes.
     [[nodiscard]] std::size_t memory() const;
 

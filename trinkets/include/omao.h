@@ -122,7 +122,6 @@ class OMAnimation : public OMTrinket {
     [[nodiscard]] platform::Rect frameRectangle() const { return OMTrinket::boundingRectangle(); }
     /// From where the frames are placed by their dx and dy.
     [[nodiscard]] platform::Point origin() const;
-    [[nodiscard]] int frameHeight(int frame) const { return image_->frameSize(frame).height; }
     [[nodiscard]] int width() const { return boundingRectangle().width(); }
     [[nodiscard]] int height() const { return boundingRectangle().height(); }
     [[nodiscard]] int repeatCount() const { return repeatCount_; }

@@ -155,7 +155,6 @@ class OMTrinket : public OMScriptableObject {
     void invalidate();
     /// Paints what of it lies in `clip`; the window calls it from the bottom up.
     virtual void paint(OMMemCanvas&, const OMRegion& /*clip*/) {}
-    void paintWhole(OMMemCanvas& canvas) { paint(canvas, OMRegion(boundingRectangle())); }
 
     /// Called in every idle cycle of the window with its clock in milliseconds.
     virtual void step(std::uint32_t /*clock*/) {}

@@ -112,9 +112,8 @@ class OMTrinketWindow : public OMWindow {
     void invalidateAll();
     /// Composes a rectangle anew.
     void invalidate(const platform::Rect& rectangle);
-    /// What the next composition covers at least, and what the next presentation shows.
+    /// What the next composition covers at least.
     [[nodiscard]] const OMRegion& dirtyRegion() const { return pages_[page_].compose; }
-    [[nodiscard]] const OMRegion& unshownRegion() const { return pages_[page_].present; }
     /// Paints what is dirty into the back buffer.
     void compose();
     /// Shows what was composed since the last time. A screen that was lost is taken back first;

@@ -1,6 +1,5 @@
 #include "omdebug.h"
 
-#include "omapp.h"
 #include "omplatform.h"
 
 #include <cstdio>
@@ -14,6 +13,8 @@ namespace {
 constexpr std::string_view kFatalCaption = "OMDebug Fatal Error!";
 constexpr std::size_t kFatalTextSize = 512;
 constexpr int kFatalExitCode = -1;
+
+bool appExists = false;
 
 OMLinkTo<void(const Failure&)>& checkListener() {
     static OMLinkTo<void(const Failure&)> listener;
@@ -49,8 +50,10 @@ void setCheckListener(OMLinkTo<void(const Failure&)> listener) {
     checkListener() = std::move(listener);
 }
 
+void noteApp(bool exists) { appExists = exists; }
+
 void requireApp(std::string_view className, Place place) {
-    if (OMApp::getApp()) [[likely]]
+    if (appExists) [[likely]]
         return;
     const std::string name(className);
     // Before the platform is installed only static initialisers run.

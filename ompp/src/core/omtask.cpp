@@ -1,24 +1,23 @@
 #include "omtask.h"
 
-#include "omapp.h"
 #include "omdebug.h"
 #include "omunderway.h"
 
 OMTask::OMTask(OMLink link, std::uint32_t priority) : link_(std::move(link)), priority_(priority) {
     OMDebug::requireApp("OMTask");
-    OMApp::getApp()->tasks().insert(*this);
+    OMTaskList::current()->insert(*this);
 }
 
 OMTask::~OMTask() {
-    if (OMApp* app = OMApp::getApp()) app->tasks().remove(*this);
+    if (OMTaskList* list = OMTaskList::current()) list->remove(*this);
 }
 
 void OMTask::setPriority(std::uint32_t priority) {
     priority_ = priority;
-    OMApp* app = OMApp::getApp();
-    if (!app) return;
-    app->tasks().remove(*this);
-    app->tasks().insert(*this);
+    OMTaskList* list = OMTaskList::current();
+    if (!list) return;
+    list->remove(*this);
+    list->insert(*this);
 }
 
 void OMTaskList::insert(OMTask& task) {

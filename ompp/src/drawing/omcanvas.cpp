@@ -1,6 +1,5 @@
 #include "omcanvas.h"
 
-#include "omapp.h"
 #include "ombitmap.h"
 #include "omdebug.h"
 #include "omfont.h"
@@ -38,7 +37,7 @@ OMCanvas::OMCanvas(int depth) : depth_(depth), palette_(OMDefaultPalette()) {
                         "(depth != 8) && (depth != 16) && (depth != 24) && (depth != 32)",
                         "OMCanvas::OMCanvas - canvases can only be 8, 16, 24 or 32 bit!"))
         depth_ = 8;
-    if (!OMApp::usingDirectDraw()) return;
+    if (!surfaces_) return;
     const int screen = OMPlatform().display().screen().depth();
     if (!OMDebug::check(depth_ == screen, "depth != displayDepth",
                         "OMCanvas::OMCanvas - DirectDraw canvases must be the same bit depth as "

@@ -2,8 +2,8 @@
 
 #include "omcanvas.h"
 
+#include "omfont.h"
 #include "ompixelmask.h"
-#include "omsysfont.h"
 
 #include <cstdlib>
 

@@ -1,5 +1,7 @@
 #include "omfont.h"
 
+#include "omplatform.h"
+
 #include "platform/typefaces.h"
 
 int OMFont::textWidth(std::string_view text) const {
@@ -40,4 +42,8 @@ void OMTypefaceFont::setFace(std::unique_ptr<platform::Typeface> face) {
     face_ = std::move(face);
     glyphs_.fill(std::nullopt);
     measureLine();
+}
+
+OMSysFont::OMSysFont() : OMTypefaceFont("System font") {
+    setFace(OMPlatform().typefaces().systemFont());
 }

@@ -1,7 +1,7 @@
 // Pictures of one bit a pixel, put on surfaces of any depth in one colour.
 #pragma once
 
-#include "omcanvas.h"
+#include "ompixels.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -5,7 +5,9 @@
 // 8-8-8, red at the top. Bytes of a pixel lie lowest first.
 #pragma once
 
-#include "omcanvas.h"
+#include "ompalette.h"
+#include "ompixels.h"
+#include "omregion.h"
 
 #include <cstdint>
 #include <functional>

@@ -178,10 +178,6 @@ OMRegion OMRegion::polygon(std::span<const Point> corners) {
 
 bool OMRegion::isEmpty() const noexcept { return !pixman_region32_not_empty(Access::of(*this)); }
 
-bool OMRegion::isRectangle() const noexcept {
-    return pixman_region32_n_rects(Access::of(*this)) == 1;
-}
-
 Rect OMRegion::boundingBox() const noexcept {
     if (isEmpty()) return {};
     const pixman_box32_t& box = Access::of(*this)->extents;
@@ -236,8 +232,6 @@ void OMRegion::intersect(const OMRegion& other) {
     pixman_region32_t* region = Access::of(*this);
     require(pixman_region32_intersect(region, region, Access::of(other)));
 }
-
-void OMRegion::subtract(const Rect& rectangle) { subtract(OMRegion(rectangle)); }
 
 void OMRegion::subtract(const OMRegion& other) {
     pixman_region32_t* region = Access::of(*this);

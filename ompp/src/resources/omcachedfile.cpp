@@ -1,12 +1,10 @@
 // The records of cached files, copying at once, and what a complete copy gives to its readers.
-// Background copies: win/omcachedfiletask.cpp for the main thread, win/omcachedfilethread.cpp for
+// Background copies: omcachedfiletask.cpp for the main thread, omcachedfilethread.cpp for
 // the worker.
 #include "omcachedfile.h"
 
-#include "omcachedfilelists.h"
 #include "omdebug.h"
 #include "omformat.h"
-#include "omopenlibrary.h"
 #include "ompath.h"
 #include "omplatform.h"
 
@@ -71,9 +69,9 @@ class MemoryFile final : public platform::File {
 } // namespace
 
 // Lives until the process ends, however it ends: a worker may still look at its record.
-OMCachedFileLists& OMCachedFileLists::get() {
-    static auto& lists = *new OMCachedFileLists;
-    return lists;
+OMCachedFile::Lists& OMCachedFile::lists() {
+    static auto& theLists = *new Lists;
+    return theLists;
 }
 
 OMCachedFile::OMCachedFile(std::string_view name, std::optional<std::string> destination,
@@ -86,7 +84,7 @@ OMCachedFile::OMCachedFile(std::string_view name, std::optional<std::string> des
 
 /// A worker may still write into a file that is gone.
 void OMCachedFile::removeCopies() {
-    for (const auto& file : OMCachedFileLists::get().records)
+    for (const auto& file : lists().records)
         if (file->destinationMade_) files().remove(*file->destination_);
 }
 
@@ -97,7 +95,7 @@ OMCachedFile::~OMCachedFile() {
             OMFormat("OMCachedFile::~OMCachedFile - %s is still being used!", sourceName_.c_str()));
     if (isRunning()) stopWorker();
     closeFiles();
-    OMOpenLibrary::forget(sourceName_);
+    movedLink_(sourceName_);
     // Only a file that this record has made: the copy of somebody else may stand in its place.
     if (destinationMade_) files().remove(*destination_);
 }
@@ -116,7 +114,7 @@ OMCachedFile* OMCachedFile::cacheNow(std::string_view name,
         file->finishNow();
     } else {
         file = new OMCachedFile(name, std::move(destination), nullptr, 0);
-        OMCachedFileLists::get().records.emplace_back(file);
+        lists().records.emplace_back(file);
         if (file->copyNow())
             file->becomeComplete();
         else
@@ -140,7 +138,7 @@ void OMCachedFile::beginInBkgd(std::string_view name, std::optional<std::string>
                                OMLink completion, int priority, bool startNow) {
     if (!checkName(name, "cacheInBkgd") || isCached(name)) return;
     auto* file = new OMCachedFile(name, std::move(destination), std::move(completion), priority);
-    OMCachedFileLists::get().records.emplace_back(file);
+    lists().records.emplace_back(file);
     if (!file->startWorker())
         file->failed_ = true;
     else if (startNow)
@@ -177,19 +175,19 @@ void OMCachedFile::uncache(std::string_view name) {
 bool OMCachedFile::isCached(std::string_view name) { return find(name) != nullptr; }
 
 OMCachedFile* OMCachedFile::find(std::string_view name) {
-    for (const auto& file : OMCachedFileLists::get().records)
+    for (const auto& file : lists().records)
         if (OMPathSameName(file->sourceName_, name)) return file.get();
     return nullptr;
 }
 
 void OMCachedFile::clear() {
-    auto& records = OMCachedFileLists::get().records;
+    auto& records = lists().records;
     while (!records.empty()) destroy(*records.back());
 }
 
 void OMCachedFile::destroy(OMCachedFile& file) {
     leaveBackground(file);
-    auto& records = OMCachedFileLists::get().records;
+    auto& records = lists().records;
     const auto place =
         std::ranges::find(records, &file, [](const auto& record) { return record.get(); });
     const std::unique_ptr<OMCachedFile> last = std::move(*place);
@@ -320,5 +318,5 @@ bool OMCachedFile::copyToDisk() {
 /// From now on everybody reads the copy, also who still has the source open.
 void OMCachedFile::becomeComplete() {
     complete_ = true;
-    OMOpenLibrary::forget(sourceName_);
+    movedLink_(sourceName_);
 }

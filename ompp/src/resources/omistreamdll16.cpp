@@ -2,7 +2,6 @@
 
 #include "omdebug.h"
 #include "omformat.h"
-#include "omlibraryinfo.h"
 #include "omopenlibrary.h"
 
 namespace {
@@ -17,7 +16,7 @@ std::optional<formats::library::Index::Place> findResource(int id, std::string_v
 
 OMIStreamDLL16::OMIStreamDLL16(int id, std::string_view type, std::string_view fileName,
                                int bufferMode, std::span<std::byte> buffer)
-    : OMIStreamOnFile(fileName, bufferMode, buffer), id_(id), type_(type) {
+    : OMIStreamOnFile(fileName, bufferMode, buffer) {
     const bool valid =
         id > 0 && !type.empty() && !fileName.empty() && bufferMode >= kOMIStreamCache;
     if (!OMDebug::check(valid, "!ok", "OMIStreamDLL16::OMIStreamDLL16 - invalid parameter!"))
@@ -34,7 +33,7 @@ OMIStreamDLL16::OMIStreamDLL16(int id, std::string_view type, std::string_view f
     OMDebug::check(false, "streamInfo.status == 0",
                    OMFormat("OMIStreamDLL16::OMIStreamDLL16 - resource (id %d type %s) not found "
                             "in %s!",
-                            id, type_.c_str(), this->fileName().c_str()));
+                            id, std::string(type).c_str(), this->fileName().c_str()));
 }
 
 std::vector<std::string> OMIStreamDLL16::getResTypes(std::string_view fileName) {

@@ -7,7 +7,7 @@
 
 OMIStreamRes::OMIStreamRes(int id, std::string_view type, OMResFile* file, int bufferMode,
                            std::span<std::byte> buffer)
-    : OMIStream(bufferMode, buffer), id_(id), type_(type) {
+    : OMIStream(bufferMode, buffer) {
     const bool valid = id > 0 && !type.empty() && bufferMode >= kOMIStreamCache;
     if (!OMDebug::check(valid, "!ok", "OMIStreamRes::OMIStreamRes - invalid parameter!")) return;
     resource_ = std::make_shared<OMRes>(id, type, file);
@@ -17,11 +17,11 @@ OMIStreamRes::OMIStreamRes(int id, std::string_view type, OMResFile* file, int b
     OMDebug::check(false, "streamInfo.status == 0",
                    OMFormat("OMIStreamRes::OMIStreamRes - resource (id %d type %s) not found in "
                             "%s!",
-                            id, type_.c_str(), place.c_str()));
+                            id, std::string(type).c_str(), place.c_str()));
 }
 
 OMIStreamRes::OMIStreamRes(const OMIStreamRes& other)
-    : OMIStream(other), id_(other.id_), type_(other.type_), resource_(other.resource_) {}
+    : OMIStream(other), resource_(other.resource_) {}
 
 OMIStreamRes::~OMIStreamRes() { OMIStreamRes::closeSource(); }
 

@@ -3,13 +3,12 @@
 #include "omcachedfile.h"
 #include "omdebug.h"
 #include "omformat.h"
-#include "omlibraryinfo.h"
 #include "omlog.h"
 #include "ompath.h"
 
-#include <optional>
+#include <algorithm>
 #include <set>
-#include <string>
+#include <vector>
 
 namespace {
 
@@ -48,6 +47,7 @@ void logOnce(std::string_view name, std::string_view problem) {
 }
 
 void openState(std::string_view name) {
+    OMCachedFile::setMovedLink(&OMOpenLibrary::forget); // nothing is to be forgotten before
     State& open = state();
     open.release();
     const OMCachedFile* cached = OMCachedFile::find(name);
@@ -69,6 +69,11 @@ void openState(std::string_view name) {
     if (!library) return;
     open.file = std::move(file);
     open.ownLibrary = std::move(library);
+}
+
+std::vector<std::unique_ptr<OMLibraryInfo>>& infos() {
+    static std::vector<std::unique_ptr<OMLibraryInfo>> theInfos;
+    return theInfos;
 }
 
 } // namespace
@@ -129,4 +134,41 @@ void OMOpenLibrary::forget(std::string_view name) {
 
 void OMOpenLibrary::release(std::string_view name) {
     if (state().holds(name)) state().release();
+}
+
+bool OMLibraryInfo::keep(std::string_view name) {
+    OMCachedFile::setMovedLink(&OMOpenLibrary::forget);
+    if (OMLibraryInfo* info = find(name)) {
+        ++info->useCount_;
+        return true;
+    }
+    std::unique_ptr<platform::File> file = OMCachedFile::open(name);
+    if (!file) return false;
+    auto library = OMOpenLibrary::parse(name, *file);
+    if (!library) return false;
+    infos().push_back(std::make_unique<OMLibraryInfo>(name, *std::move(library), std::move(file)));
+    return true;
+}
+
+bool OMLibraryInfo::drop(std::string_view name) {
+    OMLibraryInfo* info = find(name);
+    if (!info) return false;
+    if (--info->useCount_ == 0)
+        std::erase_if(infos(), [&](const auto& kept) { return kept.get() == info; });
+    return true;
+}
+
+OMLibraryInfo* OMLibraryInfo::find(std::string_view name) {
+    for (const auto& info : infos())
+        if (OMPathSameName(info->name_, name)) return info.get();
+    return nullptr;
+}
+
+OMLibraryInfo::~OMLibraryInfo() { OMOpenLibrary::release(name_); }
+
+void OMLibraryInfo::clear() { infos().clear(); }
+
+platform::File* OMLibraryInfo::file() {
+    if (!file_) file_ = OMCachedFile::open(name_);
+    return file_.get();
 }

@@ -2,7 +2,6 @@
 
 #include "formats/base/latin1.h"
 #include "omdebug.h"
-#include "omiosection.h"
 #include "omplatform.h"
 
 #include <algorithm>
@@ -20,6 +19,11 @@ SearchPath& searchPath() {
 }
 
 } // namespace
+
+std::mutex& OMIOSection() {
+    static auto& section = *new std::mutex; // workers may hold it while the process ends
+    return section;
+}
 
 std::string OMPathWithBackslash(std::string_view path) {
     std::string result(path);

@@ -84,7 +84,6 @@ bool OMWaveSound::play(bool asynchronous) {
     if (!load()) return !life.expired() && engine_.uses(*this);
     if (!engine_.openDeviceFor(*this)) return false;
     completedPlays_ = 0;
-    bytesPlayed_ = 0;
     startedNotified_ = false;
     position_ = start_;
     table_ = OMWaveMix::makeVolumeTable(volume_);
@@ -157,8 +156,6 @@ void OMWaveSound::bufferPlayed() {
         --latencySkip_;
     } else if (!contributions_.empty()) {
         contributions_.pop_front();
-        const auto size = static_cast<std::int64_t>(engine_.blockSize());
-        bytesPlayed_ = std::min(bytesPlayed_ + size, end_ + 1 - start_);
     }
 }
 
@@ -166,7 +163,6 @@ void OMWaveSound::rewind() {
     if (contributions_.empty()) return;
     position_ = contributions_.front().position;
     completedPlays_ = contributions_.front().completedPlays;
-    bytesPlayed_ = position_ - start_;
 }
 
 bool OMWaveSound::readAhead() {

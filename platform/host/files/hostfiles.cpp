@@ -1,10 +1,9 @@
 #include "platform/host/files/hostfiles.h"
 
 #include "formats/base/latin1.h"
-#include "platform/host/files/datafolder.h"
 #include "platform/host/files/folderlock.h"
 #include "platform/host/files/hostfile.h"
-#include "platform/host/game/playerpermits.h"
+#include "platform/host/files/userfolders.h"
 
 #include <algorithm>
 #include <bit>
@@ -162,7 +161,7 @@ HostFiles::HostFiles(const HostOptions& options)
     for (const char* name : {"RSC", "scripts"}) addNeighbour(name, fence);
     libraries_ = current_;
     libraries_.parts.emplace_back("RSC");
-    permits_ = absoluteHostPath(fs::path(permitsFile()).parent_path().string());
+    permits_ = absoluteHostPath(userConfigurationFolder());
     // The name that the player gave is one of the folder's too.
     std::error_code error;
     const std::string given = fs::absolute(options.content, error).lexically_normal().string();

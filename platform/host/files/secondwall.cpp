@@ -1,7 +1,7 @@
 #include "platform/host/files/secondwall.h"
 
 #include "platform/host/files/descriptor.h"
-#include "platform/host/files/environment.h"
+#include "platform/host/files/userfolders.h"
 
 #include <algorithm>
 #include <cstdint>

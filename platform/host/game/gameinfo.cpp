@@ -1,8 +1,8 @@
 #include "platform/host/game/gameinfo.h"
 
 #include "formats/base/latin1.h"
-#include "platform/host/files/environment.h"
 #include "platform/host/files/hostfiles.h"
+#include "platform/host/files/userfolders.h"
 #include "platform/initext.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "platform/host/game/playerpermits.h"
 
-#include "platform/host/files/environment.h"
+#include "platform/host/files/userfolders.h"
 #include "platform/initext.h"
 
 #include <filesystem>
@@ -21,11 +21,7 @@ std::string realName(const std::string& folder) {
 
 } // namespace
 
-std::string permitsFile() {
-    const std::string configuration = environment("XDG_CONFIG_HOME");
-    if (configuration.starts_with('/')) return configuration + "/zorbet/games.ini";
-    return environment("HOME") + "/.config/zorbet/games.ini";
-}
+std::string permitsFile() { return userConfigurationFolder() + "/games.ini"; }
 
 bool permitsComponents(const std::string& content) {
     std::ifstream file(permitsFile(), std::ios::binary);

@@ -1,6 +1,8 @@
 #include "platform/host/machine/hostmachine.h"
 
+#include <csignal>
 #include <fstream>
+#include <initializer_list>
 #include <limits>
 #include <string>
 #include <unistd.h>
@@ -10,6 +12,10 @@ namespace platform {
 namespace {
 
 constexpr std::uint64_t kKilobyte = 1024;
+
+volatile std::sig_atomic_t requested = 0;
+
+void request(int) { requested = 1; }
 
 } // namespace
 
@@ -33,5 +39,13 @@ std::uint64_t HostMachine::availableMemory() const {
     // A host that does not tell is believed to have enough.
     return kilobytes > 0 ? kilobytes * kKilobyte : std::numeric_limits<std::int32_t>::max();
 }
+
+void catchTermination() {
+    struct sigaction action {};
+    action.sa_handler = request;
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) ::sigaction(signal, &action, nullptr);
+}
+
+bool terminationRequested() { return requested != 0; }
 
 } // namespace platform

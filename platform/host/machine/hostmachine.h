@@ -1,4 +1,6 @@
-// The host as it is.
+// The host as it is, and its requests that the program end: the signals that a shell, a closing
+// session or a service sends. They are kept until the program asks, and it ends in its own orderly
+// way.
 #pragma once
 
 #include "platform/machine.h"
@@ -16,5 +18,11 @@ class HostMachine final : public Machine {
     [[nodiscard]] std::uint64_t availableMemory() const override;
     [[nodiscard]] std::uint64_t usedMemory() const override { return residentMemory(); }
 };
+
+/// From now on such signals no longer end the process.
+void catchTermination();
+
+/// Whether one has come.
+[[nodiscard]] bool terminationRequested();
 
 } // namespace platform

@@ -17,7 +17,6 @@ class ChangedBlocks {
     ChangedBlocks(int width, int height, int blockWidth, int blockHeight);
 
     [[nodiscard]] int columns() const { return columns_; }
-    [[nodiscard]] int rows() const { return rows_; }
     void mark(int column, int row) { block(column, row) = 1; }
     void markAll();
     /// Rectangles that were collected and not taken count as changed again.

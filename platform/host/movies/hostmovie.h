@@ -1,13 +1,16 @@
-// A movie that is played: when its frames are due, what is shown of them, what is told of it. Each
-// frame is decoded as soon as it is the current one, so that its colours are known before it is due
-// and its sound is queued in time.
+// The movies of every back end. One that is played: when its frames are due, what is shown of them,
+// what is told of it. Each frame is decoded as soon as it is the current one, so that its colours
+// are known before it is due and its sound is queued in time.
 #pragma once
 
+#include "platform/clock.h"
+#include "platform/files.h"
 #include "platform/host/movies/changedblocks.h"
 #include "platform/host/movies/movieclock.h"
 #include "platform/host/movies/moviefile.h"
 #include "platform/host/movies/movieframes.h"
 #include "platform/host/movies/moviesound.h"
+#include "platform/host/sound/moviespeaker.h"
 #include "platform/movies.h"
 
 #include <memory>
@@ -97,6 +100,20 @@ class HostMovie final : public Movie {
     std::uint32_t skipped_ = 0;
     std::uint32_t blitMs_ = 0;
     SlowestFrames slowest_;
+};
+
+class HostMovies final : public Movies {
+  public:
+    /// All must outlive the movies.
+    HostMovies(Files& files, const Clock& clock, MovieSpeakers& speakers)
+        : files_(files), clock_(clock), speakers_(speakers) {}
+
+    [[nodiscard]] std::unique_ptr<Movie> open(const MovieRequest& request) override;
+
+  private:
+    Files& files_;
+    const Clock& clock_;
+    MovieSpeakers& speakers_;
 };
 
 } // namespace platform

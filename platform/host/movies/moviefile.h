@@ -23,7 +23,6 @@ class MovieFile {
     MovieFile(std::unique_ptr<File> file, const Request& request, const Clock& clock);
 
     [[nodiscard]] std::uint64_t size() const { return size_; }
-    [[nodiscard]] std::uint64_t position() const { return position_; }
     void seek(std::uint64_t position) { position_ = position; }
     /// Bytes read, less than asked for only at the end of the file or after an error.
     std::size_t read(std::span<std::byte> bytes);

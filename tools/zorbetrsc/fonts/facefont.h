@@ -4,7 +4,7 @@
 
 #include "filesystem.h"
 #include "fonts/bitmapfont.h"
-#include "manifest/manifest.h"
+#include "manifest/plans.h"
 
 namespace rsc {
 

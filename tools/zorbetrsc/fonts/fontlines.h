@@ -1,7 +1,7 @@
 // The words of a manifest's lines about fonts.
 #pragma once
 
-#include "manifest/manifest.h"
+#include "manifest/plans.h"
 #include "manifest/words.h"
 
 namespace rsc {

@@ -1,11 +1,10 @@
 #include "library/libraryunpacker.h"
 
-#include "fonts/fontunpacker.h"
+#include "fonts/fontbuilder.h"
 #include "library/nelayout.h"
 #include "manifest/words.h"
 #include "pictures/animationunpacker.h"
 #include "pictures/cursor.h"
-#include "pictures/cursorunpacker.h"
 #include "sounds/gamesound.h"
 #include "text.h"
 

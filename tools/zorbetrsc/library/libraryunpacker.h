@@ -5,7 +5,6 @@
 
 #include "filesystem.h"
 #include "library/resourcemap.h"
-#include "library/unpacked.h"
 #include "pictures/palettestock.h"
 #include "safenames.h"
 

@@ -3,7 +3,6 @@
 #include "fonts/fontlines.h"
 #include "library/nelibrary.h"
 #include "library/resourcemap.h"
-#include "manifest/manifestcheck.h"
 #include "manifest/words.h"
 #include "pictures/cursor.h"
 #include "pictures/sequencetext.h"

@@ -17,12 +17,6 @@ struct PackOptions {
 /// map are left out of it.
 [[nodiscard]] std::string buildMap(const Manifest& manifest);
 
-/// What an author should know though all is packed.
-struct Warning {
-    std::string text;
-    int line = 0; ///< of the manifest
-};
-
 /// Everything that the manifest asks for, in its order, the maps last. `warnings` are added to.
 [[nodiscard]] std::vector<OutputFile> buildOutputs(const std::filesystem::path& manifest,
                                                    std::vector<Warning>& warnings);

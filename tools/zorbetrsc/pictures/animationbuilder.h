@@ -3,7 +3,7 @@
 // steps are moved by what cropping and the frames' own offsets have shifted.
 #pragma once
 
-#include "manifest/manifest.h"
+#include "manifest/plans.h"
 #include "pictures/palette.h"
 
 #include <functional>

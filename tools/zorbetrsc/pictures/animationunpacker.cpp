@@ -5,7 +5,6 @@
 #include "pictures/animationbuilder.h"
 #include "pictures/picture.h"
 #include "pictures/sequencetext.h"
-#include "pictures/writepng.h"
 #include "refusal.h"
 
 #include <algorithm>

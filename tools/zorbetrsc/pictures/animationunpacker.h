@@ -3,7 +3,7 @@
 // lines would give other bytes is not unpacked.
 #pragma once
 
-#include "library/unpacked.h"
+#include "filesystem.h"
 #include "pictures/palette.h"
 
 #include <optional>

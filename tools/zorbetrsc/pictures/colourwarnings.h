@@ -2,8 +2,9 @@
 // hold, and in pictures that the palette was not made for.
 #pragma once
 
-#include "manifest/pack.h"
+#include "manifest/plans.h"
 #include "pictures/animationbuilder.h"
+#include "refusal.h"
 
 #include <optional>
 #include <set>

@@ -1,7 +1,6 @@
 #include "pictures/palette.h"
 
 #include "formats/picture/palette.h"
-#include "movies/moviecolours.h"
 #include "pictures/palettelift.h"
 #include "pictures/picture.h"
 #include "pictures/quantizer.h"

@@ -1,5 +1,6 @@
 #include "pictures/palettelift.h"
 
+#include "formats/movie/moviepalette.h"
 #include "formats/picture/lift.h"
 
 #include <algorithm>
@@ -7,6 +8,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <vector>
 
 namespace rsc {
 
@@ -84,6 +86,31 @@ class InverseSearch {
     int bestDistance_ = std::numeric_limits<int>::max();
 };
 
+using formats::fromMovieComponent;
+using platform::Rgb;
+
+struct MovieColour {
+    Rgb stored; ///< as readers spread it
+    Rgb shown;
+};
+
+/// All 262,144 colours that a file can store.
+std::vector<MovieColour> allColours() {
+    constexpr std::uint8_t kLevels = 64;
+    std::vector<MovieColour> colours;
+    colours.reserve(std::size_t{kLevels} * kLevels * kLevels);
+    for (std::uint8_t red = 0; red < kLevels; ++red) {
+        for (std::uint8_t green = 0; green < kLevels; ++green) {
+            for (std::uint8_t blue = 0; blue < kLevels; ++blue) {
+                const Rgb stored{fromMovieComponent(red), fromMovieComponent(green),
+                                 fromMovieComponent(blue)};
+                colours.push_back({stored, liftColour(stored)});
+            }
+        }
+    }
+    return colours;
+}
+
 } // namespace
 
 Rgb liftColour(Rgb stored) {
@@ -99,6 +126,20 @@ Rgb colourToStore(Rgb wanted) {
     // several stored colours may look alike: what is stored depends on the look alone
     const Rgb shown = liftColour(InverseSearch(raiseDark(wanted)).best());
     return InverseSearch(shown).best();
+}
+
+Rgb movieColourToStore(Rgb wanted) {
+    static const std::vector<MovieColour> kAll = allColours();
+    const Rgb reachable = liftColour(colourToStore(wanted));
+    Rgb best;
+    int bestDistance = std::numeric_limits<int>::max();
+    for (const MovieColour& colour : kAll) {
+        const int distance = colourDistance(reachable, colour.shown);
+        if (distance >= bestDistance) continue;
+        bestDistance = distance;
+        best = colour.stored;
+    }
+    return best;
 }
 
 } // namespace rsc

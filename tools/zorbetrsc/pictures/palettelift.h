@@ -22,6 +22,10 @@ inline constexpr int kDarkestValue = 33;
 /// shows, it gives that result again.
 [[nodiscard]] platform::Rgb colourToStore(platform::Rgb wanted);
 
+/// The same for a movie, whose colours have 6 bits a component in the file and are spread over 8
+/// bits when they are read: the colour as readers spread it.
+[[nodiscard]] platform::Rgb movieColourToStore(platform::Rgb wanted);
+
 /// Squared distance in RGB, the measure of "nearest" throughout the tool.
 [[nodiscard]] inline int colourDistance(platform::Rgb a, platform::Rgb b) {
     const int red = a.red - b.red;

@@ -1,6 +1,6 @@
 #include "pictures/palettestock.h"
 
-#include "pictures/writepng.h"
+#include "pictures/picture.h"
 #include "refusal.h"
 
 #include <algorithm>

@@ -1,10 +1,11 @@
 // A picture as it was read from a PNG file: palette indices when the file is indexed, else colours
-// with opacity.
+// with opacity; and PNG files written of pixels.
 #pragma once
 
 #include "formats/base/bytes.h"
 #include "platform/display.h"
 
+#include <span>
 #include <vector>
 
 namespace rsc {
@@ -50,5 +51,14 @@ class Picture {
     std::vector<std::uint8_t> indices_;
     std::vector<Pixel> pixels_;
 };
+
+/// The file of a picture with these palette indices, row by row from the top left, and a palette of
+/// 1 to 256 entries. Reading it gives the same indices and entries.
+[[nodiscard]] formats::Bytes writeIndexedPng(int width, int height, formats::ByteSpan indices,
+                                             std::span<const Pixel> palette);
+
+/// The truecolour file of a picture with these pixels.
+[[nodiscard]] formats::Bytes writeTruecolourPng(int width, int height,
+                                                std::span<const Pixel> pixels);
 
 } // namespace rsc

@@ -2,10 +2,10 @@
 
 #include "omapp.h"
 #include "omformat.h"
+#include "omlog.h"
 #include "omplatform.h"
 #include "omscall.h"
 #include "omscrptb.h"
-#include "omtextfile.h"
 #include "omunderway.h"
 #include "rthread.h"
 #include "yheap.h"

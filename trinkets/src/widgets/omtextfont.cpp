@@ -1,6 +1,6 @@
 #include "omtextfont.h"
 
-#include "omsysfont.h"
+#include "omfont.h"
 
 OMTextFont::OMTextFont(const char* missing) : missing_(missing) {}
 

@@ -11,10 +11,10 @@
 
 namespace platform {
 
-class Report {
+class Notices {
   public:
-    /// Both must outlive the report.
-    Report(std::ostream& output, const VirtualClock& clock) : output_(output), clock_(clock) {}
+    /// Both must outlive the notices.
+    Notices(std::ostream& output, const VirtualClock& clock) : output_(output), clock_(clock) {}
 
     /// Writes one line through to its destination. The fields are Latin-1.
     void line(std::string_view kind, std::initializer_list<std::string_view> fields);

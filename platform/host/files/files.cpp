@@ -1,3 +1,4 @@
+// What all files have in common, wherever they lie.
 #include "platform/files.h"
 
 namespace platform {

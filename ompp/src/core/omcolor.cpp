@@ -18,7 +18,3 @@ void OMColor::set(int index) {
     *this = OMColor();
     index_ = index;
 }
-
-void OMColor::set(std::uint16_t red, std::uint16_t green, std::uint16_t blue) {
-    *this = OMColor(red, green, blue);
-}

@@ -3,7 +3,7 @@
 #include "omcachedfile.h"
 
 #include "omformat.h"
-#include "omiosection.h"
+#include "ompath.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "platform/headless/report.h"
+#include "platform/headless/notices.h"
 
 #include "formats/base/latin1.h"
 
@@ -25,7 +25,7 @@ std::string escaped(std::string_view text) {
 
 } // namespace
 
-void Report::line(std::string_view kind, std::initializer_list<std::string_view> fields) {
+void Notices::line(std::string_view kind, std::initializer_list<std::string_view> fields) {
     output_ << clock_.loopMs() << '\t' << kind;
     for (const std::string_view field : fields)
         output_ << '\t' << formats::utf8FromLatin1(escaped(field));

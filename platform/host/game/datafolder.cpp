@@ -1,10 +1,8 @@
-#include "platform/host/files/datafolder.h"
+#include "platform/host/game/datafolder.h"
 
-#include "platform/host/files/environment.h"
-#include "platform/host/files/hostfile.h"
+#include "platform/host/files/userfolders.h"
 #include "platform/host/game/gameinfo.h"
 
-#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -20,30 +18,11 @@ namespace fs = std::filesystem;
 constexpr std::string_view kSave = "ZORBET.DAT";
 constexpr std::string_view kSaves = "ZORBET."; // the copies of the file too
 
-/// The variable names the folder of all programs, which else has a place below the user's own.
-std::string userFolder(const char* variable, const char* usual) {
-    const std::string all = environment(variable);
-    if (all.starts_with('/')) return all + "/zorbet"; // others are to be ignored by the XDG rules
-    const std::string user = environment("HOME");
-    return (user.empty() ? "." : user) + usual + "/zorbet";
-}
-
 /// Beside the folders of the games, where none can write: a file for each identifier, which holds
 /// the real path of the game that has it. No identifier begins with a dot.
 constexpr std::string_view kOwners = ".games";
 
 } // namespace
-
-std::string userDataFolder() { return userFolder("XDG_DATA_HOME", "/.local/share"); }
-
-std::string userStateFolder() { return userFolder("XDG_STATE_HOME", "/.local/state"); }
-
-std::unique_ptr<File> openUserLog(const std::string& name, OpenMode mode) {
-    std::error_code error; // a folder that cannot be made shows when the file cannot be
-    fs::create_directories(userStateFolder(), error);
-    const Descriptor folder(::open(userStateFolder().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    return folder.isOpen() ? openHostFile(folder, name, mode, false) : nullptr;
-}
 
 std::string gameDataFolder(const std::string& identifier) {
     return userDataFolder() + '/' + identifier;

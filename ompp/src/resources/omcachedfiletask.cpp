@@ -2,7 +2,6 @@
 // cannot wait for the task.
 #include "omcachedfile.h"
 
-#include "../resources/omcachedfilelists.h"
 #include "omdebug.h"
 
 #include <algorithm>
@@ -21,7 +20,7 @@ bool OMCachedFile::startWorker() {
     } catch (const std::system_error&) { // the machine has no threads left
         return false;
     }
-    auto& [records, background, task] = OMCachedFileLists::get();
+    auto& [records, background, task] = lists();
     const auto place =
         std::ranges::upper_bound(background, priority_, {}, &OMCachedFile::priority_);
     background.insert(place, this);
@@ -31,17 +30,15 @@ bool OMCachedFile::startWorker() {
 
 void OMCachedFile::runTask() {
     if (suspensions_ > 0) return;
-    const auto& background = OMCachedFileLists::get().background;
-    const auto found = std::ranges::find_if(
-        background, [](const OMCachedFile* file) { return file->holdCount_ <= 0; });
-    if (found == background.end()) return;
-    OMCachedFile& file = **found;
+    const auto& background = lists().background;
+    if (background.empty()) return;
+    OMCachedFile& file = *background.front();
     file.step();
     conclude(file);
 }
 
 void OMCachedFile::leaveBackground(const OMCachedFile& file) {
-    auto& [records, background, task] = OMCachedFileLists::get();
+    auto& [records, background, task] = lists();
     std::erase(background, &file);
     if (background.empty()) task.reset();
 }

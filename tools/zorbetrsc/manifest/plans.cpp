@@ -1,4 +1,4 @@
-#include "manifest/manifestcheck.h"
+#include "manifest/plans.h"
 
 #include "library/resourcemap.h"
 #include "refusal.h"

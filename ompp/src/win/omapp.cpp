@@ -3,7 +3,6 @@
 #include "omdebug.h"
 #include "omplatform.h"
 #include "omunderway.h"
-#include "omwindow.h"
 #include "omwndcanvas.h"
 
 #include <algorithm>
@@ -45,7 +44,7 @@ void OMApp::useDirectDraw() {
 bool OMApp::usingDirectDraw() {
     OMDebug::require(instance_ != nullptr, "theApp == NULL",
                      "OMApp::usingDirectDraw - must have an OMApp instance first!");
-    return instance_->directDraw_;
+    return OMCanvas::areSurfaces();
 }
 
 int OMApp::bufferDepth() {
@@ -55,10 +54,12 @@ int OMApp::bufferDepth() {
 OMApp::OMApp(DisplayMode mode, const OMColor& background, const Rect& rectangle, int depth,
              int monitor)
     : displayMode_(mode), background_(background), rectangle_(rectangle), depth_(depth),
-      monitor_(monitor), directDraw_(wantsDirectDraw_) {
+      monitor_(monitor) {
     OMDebug::require(instance_ == nullptr, "instance == NULL",
                      "OMApp::OMApp - global instances of OMApp are not allowed!");
     instance_ = this;
+    OMDebug::noteApp(true);
+    OMCanvas::setSurfaces(wantsDirectDraw_);
     readVersion();
     OMPlatform().display().setTitle(productName_);
     startDisplay();
@@ -75,11 +76,12 @@ void OMApp::readVersion() {
 
 void OMApp::startDisplay() {
     platform::Display& display = OMPlatform().display();
-    if (displayMode_ == DisplayMode::FullScreen && !directDraw_) displayMode_ = DisplayMode::PopUp;
+    if (displayMode_ == DisplayMode::FullScreen && !usingDirectDraw())
+        displayMode_ = DisplayMode::PopUp;
     if (displayMode_ == DisplayMode::FullScreen &&
         !OMDebug::check(display.enterExclusive({rectangle_.width(), rectangle_.height(), depth_}),
                         "result != DD_OK", "OMApp::OMApp - DirectDraw failed to initialize!")) {
-        directDraw_ = false;
+        OMCanvas::setSurfaces(false);
         displayMode_ = DisplayMode::PopUp;
     }
     fillScreen(mainWindow(), background_);
@@ -89,7 +91,7 @@ void OMApp::startDisplay() {
 /// upper left.
 Rect OMApp::mainWindow() const {
     if (displayMode_ == DisplayMode::Overlapped) return rectangle_;
-    if (directDraw_ && displayMode_ == DisplayMode::PopUp)
+    if (usingDirectDraw() && displayMode_ == DisplayMode::PopUp)
         return {0, 0, rectangle_.width(), rectangle_.height()};
     return OMPlatform().display().screen().bounds();
 }
@@ -97,10 +99,11 @@ Rect OMApp::mainWindow() const {
 OMApp::~OMApp() {
     OMPlatform().display().leaveExclusive();
     instance_ = nullptr;
+    OMDebug::noteApp(false);
 }
 
 void OMApp::begin() {
-    windows_.apply([](OMWindow& window) { window.expose(); });
+    windows_.all.apply([](OMWindow& window) { window.expose(); });
     running_ = true;
     OMPlatform().mainLoopBegins();
 }
@@ -126,7 +129,7 @@ bool OMApp::pass() {
     }
     if (!waitForMessages_ && !leaving_) {
         idle();
-        windows_.apply([](OMWindow& window) {
+        windows_.all.apply([](OMWindow& window) {
             const OMUnderWay underWay;
             window.idle();
         });
@@ -167,13 +170,13 @@ void OMApp::about() { alert("KVO:" + productName_ + " " + productVersion_, kAler
 
 void OMApp::discardInput() {
     OMPlatform().events().discardInput();
-    capture_ = nullptr;
+    windows_.capture = nullptr;
     tellDroppedRelease();
 }
 
 void OMApp::tellDroppedRelease() {
     if (!OMPlatform().events().releaseWasDropped()) return;
-    windows_.apply([](OMWindow& window) { window.mouseReleaseLost(); });
+    windows_.all.apply([](OMWindow& window) { window.mouseReleaseLost(); });
 }
 
 void OMApp::dispatch(const Message& message) {
@@ -196,7 +199,7 @@ void OMApp::dispatch(const Message& message) {
         const bool wasRunning = running_;
         tryAccelerators(message.key);
         if (wasRunning && !running_) return; // the key has done its work
-        if (OMWindow* window = windows_.last()) window->key(message.key);
+        if (OMWindow* window = windows_.all.last()) window->key(message.key);
         return;
     }
     case Message::Kind::Command:
@@ -207,7 +210,9 @@ void OMApp::dispatch(const Message& message) {
         return;
     case Message::Kind::Background: backgroundLink_(); return;
     case Message::Kind::Foreground: foregroundLink_(); return;
-    case Message::Kind::Expose: windows_.apply([](OMWindow& window) { window.expose(); }); return;
+    case Message::Kind::Expose:
+        windows_.all.apply([](OMWindow& window) { window.expose(); });
+        return;
     case Message::Kind::Quit: stop(); return;
     }
 }
@@ -225,15 +230,15 @@ void OMApp::tryAccelerators(const platform::KeyPress& key) {
 }
 
 OMWindow* OMApp::mouseWindow(const Message& message) {
-    OMWindow* window = capture_;
+    OMWindow* window = windows_.capture;
     if (!window)
-        window = windows_.findLast(
+        window = windows_.all.findLast(
             [&](const OMWindow& w) { return OMContains(w.rectangle(), message.position); });
     if (message.kind == Message::Kind::MouseDown || message.kind == Message::Kind::DoubleClick) {
-        capture_ = window;
+        windows_.capture = window;
         OMPlatform().events().captureMouse(window != nullptr);
-    } else if (message.kind == Message::Kind::MouseUp && capture_) {
-        capture_ = nullptr;
+    } else if (message.kind == Message::Kind::MouseUp && windows_.capture) {
+        windows_.capture = nullptr;
         OMPlatform().events().captureMouse(false);
     }
     return window;

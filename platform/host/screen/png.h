@@ -1,12 +1,24 @@
-// Screenshots: a surface as a PNG file.
+// PNG files: pictures for the desktop, and screenshots.
 #pragma once
 
 #include "platform/display.h"
 
 #include <array>
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace platform {
+
+struct Picture {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint32_t> pixels; ///< 0xAARRGGBB, top row first
+};
+
+/// None when there is no PNG, or one with a side of more than `mostSide` pixels.
+[[nodiscard]] std::optional<Picture> readPng(const std::string& hostPath, int mostSide);
 
 /// Writes an indexed picture with all 256 palette entries when the surface has 8 bits, else RGB.
 /// `hostPath` is a name of the host. False when the file cannot be written; nothing is left then.

@@ -3,7 +3,7 @@
 #include "frameworkfixture.h"
 
 #include "omistreamfile.h"
-#include "omwaveheader.h"
+#include "omwavesamples.h"
 
 using formats::Bytes;
 using testing_support::MacSound;
