@@ -101,7 +101,7 @@ Property& WorldMemory::addGlobal(std::unique_ptr<Property> property) {
 }
 
 void WorldMemory::addTemplate(std::unique_ptr<Property> property) {
-    if (Player().property(property->name())) {
+    if (Player().value(property->name())) {
         OMLog::writef(OMLog::Kind::Warning,
                       "World Memory - every player has a property %s, and none is added: use it as "
                       "it is, or another name",
@@ -127,7 +127,6 @@ void WorldMemory::readPlayers() {
                   dataFileActive_ ? 1 : 0);
     const auto bytes = read_();
     if (!bytes) return;
-    OMSArguments::global().clear(); // the file cannot say which location it means
     UnknownNames unknown;
     readWhole_ = datafile::readPlayers(*bytes, templates_, players_,
                                        OMLinkToObj(&unknown, &UnknownNames::report));
@@ -153,6 +152,12 @@ Player* WorldMemory::playerAt(std::string_view digits) const {
     return place >= 0 && place < std::ssize(players_)
                ? players_[static_cast<std::size_t>(place)].get()
                : nullptr;
+}
+
+std::optional<std::string> WorldMemory::value(std::string_view name) const {
+    auto value = currentPlayer_ ? currentPlayer_->value(name) : std::nullopt;
+    const Property* known = value ? nullptr : global(name);
+    return known ? known->text() : value;
 }
 
 Player& WorldMemory::activatePlayer(std::string_view wanted) {

@@ -74,6 +74,9 @@ class WorldMemory {
     [[nodiscard]] std::size_t playersCount() const { return players_.size(); }
     /// Null when nobody plays.
     [[nodiscard]] Player* currentPlayer() const { return currentPlayer_; }
+    /// What the name means now: of the current player, else the last global; none when there is
+    /// none.
+    [[nodiscard]] std::optional<std::string> value(std::string_view name) const;
     /// "#" and a number name the player at that place, from 0; if there is none, and for all other
     /// names, the player who has that name, who is made when there is none.
     Player& activatePlayer(std::string_view wanted);
