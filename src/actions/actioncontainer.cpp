@@ -47,7 +47,7 @@ void ActionContainer::addFromScript() {
                            name.c_str()));
         return;
     }
-    std::unique_ptr<Action> action = ActionTypes::create(name, interruptibleByDefault());
+    std::unique_ptr<Action> action = RCreateAction(name, interruptibleByDefault());
     if (action)
         add(std::move(action));
     else

@@ -35,12 +35,12 @@ constexpr int kMusicOff = 2;
 constexpr const char* kSeenInPractice = "seenChooseActivity";
 constexpr const char* kSeenInGame = "seenLapTrapInGame";
 
-ProgressLayouts& layouts() {
-    static ProgressLayouts all = ProgressLayouts::builtIn();
-    return all;
+const ProgressLayout& layoutOf(bool inGame) {
+    static const ProgressLayouts kOwn = ProgressLayouts::builtIn();
+    const LapTrapLayouts* found = LapTrapLayouts::current();
+    const ProgressLayouts& all = found ? found->all : kOwn;
+    return inGame ? all.game : all.practice;
 }
-
-const ProgressLayout& layoutOf(bool inGame) { return inGame ? layouts().game : layouts().practice; }
 
 /// Null where nothing can be located, after a failed check, and without such a resource.
 std::shared_ptr<AOImage> pictureOf(int id) {
@@ -81,8 +81,6 @@ RLapTrap::RLapTrap(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int 
 }
 
 RLapTrap::~RLapTrap() = default;
-
-void RLapTrap::setLayouts(ProgressLayouts all) { layouts() = std::move(all); }
 
 std::unique_ptr<OMScriptableObject> RLapTrap::createFromScript() {
     // Numbers of arguments behind the picture.

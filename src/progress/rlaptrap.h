@@ -13,6 +13,7 @@
 #pragma once
 
 #include "character/fidgetgroup.h"
+#include "ominstalled.h"
 #include "omtask.h"
 #include "progress/bigolebutton.h"
 #include "progress/progresslayout.h"
@@ -31,6 +32,13 @@ class AutoLevelCheckBox;
 class MapButton;
 class RText;
 
+/// The layouts of the screens that are opened while it lives, in place of the built-in ones.
+struct LapTrapLayouts : OMInstalled<LapTrapLayouts> {
+    explicit LapTrapLayouts(ProgressLayouts layouts) : all(std::move(layouts)) {}
+
+    ProgressLayouts all;
+};
+
 class RLapTrap final : public RAnimation {
   public:
     static const OMSClass kClass;
@@ -43,9 +51,6 @@ class RLapTrap final : public RAnimation {
     ~RLapTrap() override;
 
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
-
-    /// The layouts of screens that are opened from now on.
-    static void setLayouts(ProgressLayouts layouts);
 
     /// None.
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override { return nullptr; }

@@ -14,10 +14,6 @@
 using platform::Point;
 using platform::Rect;
 
-EffectsWindow::Locator EffectsWindow::backgroundLocator_;
-EffectsWindow::Locator EffectsWindow::paletteLocator_;
-EffectsWindow::PaletteFilter EffectsWindow::paletteFilter_;
-
 namespace {
 
 int nowMs() { return static_cast<int>(OMMilliseconds()); }

@@ -46,8 +46,6 @@ class UnknownNames {
 
 } // namespace
 
-WorldMemory* WorldMemory::current_ = nullptr;
-
 void reportMessage(std::string_view line) { OMSobExceptionMessage(line).report(); }
 
 // ---------------------------------------------------------------------------- life
@@ -58,7 +56,6 @@ WorldMemory::WorldMemory(Read read, Write write)
     for (const std::string_view name : kBuiltInGlobals)
         addGlobal(std::make_unique<IntProperty>(name)).setText(kWanted);
     readGlobals();
-    current_ = this;
 }
 
 WorldMemory::~WorldMemory() { forget(); }
@@ -73,7 +70,7 @@ void WorldMemory::shutDown() {
 void WorldMemory::forget() {
     views_.apply([](View& view) { view.memoryGoes(); });
     views_.clear();
-    if (current_ == this) current_ = nullptr;
+    if (current() == this) setCurrent(nullptr);
     read_ = nullptr;
     write_ = nullptr;
     dataFileActive_ = false;

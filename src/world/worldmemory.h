@@ -7,6 +7,7 @@
 
 #include "datafile.h"
 #include "leveling.h"
+#include "ominstalled.h"
 #include "omlink.h"
 #include "omlist.h"
 
@@ -19,7 +20,7 @@
 
 namespace world {
 
-class WorldMemory {
+class WorldMemory : public OMInstalled<WorldMemory> {
   public:
     /// The bytes of the data file; none when it cannot be opened.
     using Read = OMLinkTo<std::optional<std::string>()>;
@@ -35,16 +36,10 @@ class WorldMemory {
         ~View() = default;
     };
 
-    /// Null when there is none.
-    [[nodiscard]] static WorldMemory* current() { return current_; }
-
-    /// Starts up: the built-in globals, with the values that the data file has for them. Becomes
-    /// the current one.
+    /// Starts up: the built-in globals, with the values that the data file has for them.
     WorldMemory(Read read, Write write);
     /// Forgets everything that was not saved.
     ~WorldMemory();
-    WorldMemory(const WorldMemory&) = delete;
-    WorldMemory& operator=(const WorldMemory&) = delete;
 
     /// Writes the data file and forgets everything; nothing works afterwards, and nothing happens
     /// when it is called again.
@@ -93,8 +88,6 @@ class WorldMemory {
     void readGlobals();
     void readPlayers();
     void forget();
-
-    static WorldMemory* current_;
 
     Read read_;
     Write write_;

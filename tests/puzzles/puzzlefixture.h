@@ -53,7 +53,6 @@ class PuzzleTest : public ScriptTest, private OMEffectSounds {
     using Strings = std::vector<std::string>;
 
     PuzzleTest() {
-        OMEffectSounds::setCurrent(this);
         OMSRegistry::global().registerClass(PlainContainer::kClass);
         OMAnimation::setSourceLocator([](int id) -> std::unique_ptr<OMIStream> {
             if (id < 101) return nullptr;
