@@ -3,9 +3,7 @@
 #include "fuzzmachine.h"
 
 #include "world/computedproperties.h"
-#include "world/distribution.h"
-#include "world/leveling.h"
-#include "world/newgame.h"
+#include "world/rules.h"
 #include "world/worldmemory.h"
 
 #include <algorithm>

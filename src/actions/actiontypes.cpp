@@ -1,5 +1,4 @@
-#include "actiontypes.h"
-
+// The types of actions that scripts name when they add one to a container.
 #include "animact.h"
 #include "charact.h"
 #include "delayact.h"
@@ -14,7 +13,6 @@
 
 namespace {
 
-/// Makes an action of the arguments that are in the argument list.
 using Factory = std::unique_ptr<Action> (*)(bool interruptible);
 
 struct Type {
@@ -42,7 +40,7 @@ constexpr Type kTypes[] = {
 
 } // namespace
 
-std::unique_ptr<Action> RCreateAction(std::string_view type, bool interruptible) {
+std::unique_ptr<Action> Action::ofType(std::string_view type, bool interruptible) {
     const auto* found = std::ranges::find(kTypes, type, &Type::name);
     return found == std::end(kTypes) ? nullptr : found->factory(interruptible);
 }

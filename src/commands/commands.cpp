@@ -61,8 +61,11 @@ constexpr RCommandRow<RCommands> RCommands::kRows[] = {
 RCommands::RCommands(EffectsWindow& window) : window_(window) { RRegisterCommands(*this, kRows); }
 
 RCommands::~RCommands() {
+    // What they have switched for all objects; another game may come.
     RCharacter::setSpeechCaching(false);
     RAnswer::defaultSounds = {};
+    OMTrinket::setCorralNormalization(true);
+    OMAnimation::setUseEmbeddedAnimationCoordinates(false);
     YCommands::clear();
 }
 

@@ -15,8 +15,8 @@
 #include "character/fidgetgroup.h"
 #include "ominstalled.h"
 #include "omtask.h"
-#include "progress/bigolebutton.h"
 #include "progress/progresslayout.h"
+#include "progress/rlaptrapbutton.h"
 #include "progress/rlaptrapspeech.h"
 #include "progress/rlaptrapworld.h"
 #include "ranimation.h"
@@ -28,8 +28,6 @@
 #include <utility>
 #include <vector>
 
-class AutoLevelCheckBox;
-class MapButton;
 class RText;
 
 /// The layouts of the screens that are opened while it lives, in place of the built-in ones.

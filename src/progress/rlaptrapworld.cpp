@@ -1,7 +1,6 @@
 #include "progress/rlaptrapworld.h"
 
 #include "omsarguments.h"
-#include "progress/rlaptraprule.h"
 
 LapTrapWorld::LapTrapWorld()
     : memory_(world::WorldMemory::current()),

@@ -85,3 +85,6 @@ class EffectsWindow : public OMTrinketWindow {
     OMLink transitionEnd_;
     std::shared_ptr<const OMCursor> savedCursor_; ///< while the wait cursor is shown
 };
+
+/// The game's filter: lifts entries 10 to 245 (formats/picture/lift.h) and leaves the others.
+void RLiftPalette(OMPalette& colors);

@@ -1,4 +1,4 @@
-#include "leveling.h"
+#include "rules.h"
 
 #include "omformat.h"
 

@@ -1,8 +1,7 @@
 #include "rworldport.h"
 
-#include "distribution.h"
-#include "newgame.h"
 #include "omsclass.h"
+#include "rules.h"
 
 using world::IntProperty;
 using world::PlayerRecord;

@@ -1,9 +1,9 @@
 #include "worldmemory.h"
 
-#include "newgame.h"
 #include "omlog.h"
 #include "omsarguments.h"
 #include "omsexception.h"
+#include "rules.h"
 
 #include <algorithm>
 #include <utility>

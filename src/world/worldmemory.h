@@ -6,10 +6,10 @@
 #pragma once
 
 #include "datafile.h"
-#include "leveling.h"
 #include "ominstalled.h"
 #include "omlink.h"
 #include "omlist.h"
+#include "rules.h"
 
 #include <array>
 #include <cstddef>

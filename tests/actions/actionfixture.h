@@ -4,7 +4,7 @@
 #pragma once
 
 #include "actions/actioncontainer.h"
-#include "commands/scriptclasses.h"
+#include "commands/vocabulary.h"
 #include "omao.h"
 #include "ompp/memorystream.h"
 #include "omsarguments.h"

@@ -8,7 +8,7 @@
 #include "trinkets/aseqbuilder.h"
 #include "trinkets/scriptfixture.h"
 
-#include "commands/scriptclasses.h"
+#include "commands/vocabulary.h"
 #include "omeffectsounds.h"
 #include "omsarguments.h"
 #include "omsclass.h"

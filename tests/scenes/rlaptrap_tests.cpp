@@ -8,7 +8,6 @@
 #include "omeffectsounds.h"
 #include "ompath.h"
 #include "omsclass.h"
-#include "progress/rlaptraprule.h"
 #include "scene/scenepause.h"
 #include "sound/backgroundmusic.h"
 #include "world/rworldport.h"

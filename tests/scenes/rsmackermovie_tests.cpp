@@ -164,6 +164,13 @@ TEST_F(MovieTest, TheSceneIsShownAroundItWhenAScriptWantsItShown) {
     scene.displayScreen();
     nextFrame();
     EXPECT_EQ(seen(105, 55), 'u');
+    scene.setPaletteFilter([](OMPalette& colors) { colors[20] = OMColor(0, 0, 0xFF00); });
+    movies.files["m"] = FakeMovies::plain(9);
+    movies.files["m"][0].red = 0x80;
+    RSmackerMovie lifted(scene, "m", {});
+    lifted.start();
+    pass();
+    EXPECT_EQ(red(20), 0) << "as all colours of the game";
 }
 
 TEST_F(MovieTest, CollectsFramesForTheWindowToComposeAmongOthers) {
