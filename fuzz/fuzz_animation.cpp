@@ -122,7 +122,7 @@ class Stage final : private AOSounds {
   public:
     Stage(fuzzing::World& world, const Manner& manner, const std::shared_ptr<AOImage>& image)
         : world_(world), manner_(manner), image_(image) {
-        if ((manner.how & 8) == 0) setCurrent(this);
+        if ((manner.how & 8) != 0) setCurrent(nullptr);
         if ((manner.how & 4) != 0)
             window_.setBackground(std::make_unique<AOBackground>(kWidth, kHeight, image));
         animations_[0] = make();

@@ -2,10 +2,8 @@
 // again is the same from then on, and no number of a record leads anywhere it must not.
 #include "fuzzmachine.h"
 
-#include "omsarguments.h"
-#include "world/distribution.h"
-#include "world/leveling.h"
-#include "world/newgame.h"
+#include "world/computedproperties.h"
+#include "world/rules.h"
 #include "world/worldmemory.h"
 
 #include <algorithm>
@@ -53,32 +51,18 @@ void play(Player& player, fuzzing::Choices& choices) {
 }
 
 /// Every property with arguments of all kinds.
-void look(Player& player, fuzzing::Choices& choices) {
-    OMSArguments& arguments = OMSArguments::global();
-    for (const char* name :
-         {"backpackItemPresent", "currentLocation", "missingItemSlot", "patternItem",
-          "patternItemCount", "isAutoLevelingEnabled", "currentDataset", "currentLevel",
-          "itemPresent", "itemsPresentCount", "levelColor", "visitedCount", "hubRoundsCompleted",
-          "wsCurrentLevelEntryCount", "wsNextItemInQueue", "wsTotalCorrectGuessCount",
-          "wsTotalGuessCount"}) {
-        world::Property* property = player.property(name);
-        expect(property != nullptr, "a player has every property");
+void look(world::PlayerRecord& record, fuzzing::Choices& choices) {
+    for (const world::ComputedProperty& property : world::computedProperties()) {
         const std::string number = std::to_string(static_cast<int>(choices.byte()) - 100);
         for (const std::string& first : {number, std::string("OHUB"), std::string("CWS1")}) {
-            const auto give = [&] {
-                arguments.clear();
-                arguments.push(first);
-                arguments.push(first == number ? "OHUB" : number);
-            };
-            if (property->isWritable()) {
-                give();
-                property->setText(std::to_string(choices.word()));
-            }
-            give();
-            (void)property->text();
+            OMSArguments words;
+            words.push(first);
+            words.push(first == number ? "OHUB" : number);
+            if (property.write) property.write(record, words, std::to_string(choices.word()));
+            words.rewind();
+            (void)property.read(record, words);
         }
     }
-    arguments.clear();
 }
 
 } // namespace
@@ -102,7 +86,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (int i = 0; i < count; ++i) {
         Player& player = memory.activatePlayer("#" + std::to_string(i));
         play(player, moves);
-        look(player, moves);
+        look(player.record(), moves);
         play(player, moves);
     }
     memory.removePlayer("0");

@@ -96,21 +96,9 @@ class Loader {
             std::span(expected_).subspan(platform::kFirstFreeColour,
                                          platform::kFirstHighStaticColour -
                                              platform::kFirstFreeColour));
-        EffectsWindow::setBackgroundLocator([](int id) {
-            return std::make_unique<testing_support::MemoryStream>(
-                picture(id == kPictureId ? 0 : 1));
-        });
-        EffectsWindow::setPaletteLocator(
-            [this](int) { return std::make_unique<testing_support::MemoryStream>(*palette_); });
-        EffectsWindow::setPaletteFilter([this](OMPalette& colors) {
-            if (loading_.filtered) std::swap(colors[20], colors[21]);
-        });
         OMDebug::setCheckListener([this](const OMDebug::Failure&) { ++failures_; });
     }
     ~Loader() {
-        EffectsWindow::setBackgroundLocator(nullptr);
-        EffectsWindow::setPaletteLocator(nullptr);
-        EffectsWindow::setPaletteFilter(nullptr);
         OMDebug::setCheckListener(nullptr);
         AOPaletteRecord::setCurrent(nullptr);
     }
@@ -119,6 +107,15 @@ class Loader {
 
     void run() {
         EffectsWindow window({0, 0}, "Fuzz");
+        window.setBackgroundLocator([](int id) {
+            return std::make_unique<testing_support::MemoryStream>(
+                picture(id == kPictureId ? 0 : 1));
+        });
+        window.setPaletteLocator(
+            [this](int) { return std::make_unique<testing_support::MemoryStream>(*palette_); });
+        window.setPaletteFilter([this](OMPalette& colors) {
+            if (loading_.filtered) std::swap(colors[20], colors[21]);
+        });
         load(window, kPictureId, loading_.first);
         if (loading_.idleBetween) {
             window.idle();

@@ -1,13 +1,12 @@
 #include "app.h"
 
-#include "actions/actiontypes.h"
 #include "actions/sndact.h"
 #include "character/speechrecords.h"
 #include "commands/commands.h"
 #include "commands/menucommands.h"
 #include "commands/resourcecommands.h"
-#include "commands/scriptclasses.h"
 #include "commands/soundcommands.h"
+#include "commands/vocabulary.h"
 #include "movie/rsmackermovie.h"
 #include "omapp.h"
 #include "omappinitterm.h"
@@ -25,7 +24,6 @@
 #include "ranimation.h"
 #include "resources/cursors.h"
 #include "resources/fontfact.h"
-#include "resources/palettehook.h"
 #include "resources/resources.h"
 #include "rthread.h"
 #include "scene/efwindow.h"
@@ -36,7 +34,6 @@
 #include "startup/configuration.h"
 #include "startup/machinechecks.h"
 #include "startup/memoryexhaustion.h"
-#include "startup/missingparts.h"
 #include "startup/programresources.h"
 #include "startup/warnings.h"
 #include "world/savedworld.h"
@@ -61,18 +58,49 @@ void logReport(const OMSobException& report) {
     OMLog::write(kind, report.text());
 }
 
-void startLogging(const std::string& homeDirectory) {
-    OMLog::setFallbackDirectory(homeDirectory);
-    OMLog::start();
-    OMSobException::setNotification(logReport);
-    OMPlatform().files().setFenceLink([](const std::string& path) {
-        OMLog::writef(OMLog::Kind::Error,
-                      "%s is not for this game, which may open its own folder, RSC and scripts "
-                      "beside it, the CD and its data folder. If the game is your own work, start "
-                      "zorbet with --trust",
-                      path.c_str());
-    });
-}
+/// Does something at its end, in its place among the members of its owner.
+class AtEnd {
+  public:
+    explicit AtEnd(OMLink end) : end_(std::move(end)) {}
+    ~AtEnd() { end_(); }
+    AtEnd(const AtEnd&) = delete;
+    AtEnd& operator=(const AtEnd&) = delete;
+
+  private:
+    OMLink end_;
+};
+
+/// What parts of the program do before the game and after it.
+struct OtherParts {
+    OtherParts() { OMAppInitTerm::initializeAll(); }
+    ~OtherParts() { OMAppInitTerm::terminateAll(); }
+    OtherParts(const OtherParts&) = delete;
+    OtherParts& operator=(const OtherParts&) = delete;
+};
+
+/// The log, and who writes into it from elsewhere.
+struct GameLog {
+    explicit GameLog(const std::string& homeDirectory) {
+        OMLog::setFallbackDirectory(homeDirectory);
+        OMLog::start();
+        OMSobException::setNotification(logReport);
+        OMPlatform().files().setFenceLink([](const std::string& path) {
+            OMLog::writef(OMLog::Kind::Error,
+                          "%s is not for this game, which may open its own folder, RSC and scripts "
+                          "beside it, the CD and its data folder. If the game is your own work, "
+                          "start zorbet with --trust",
+                          path.c_str());
+        });
+        OMPlatform().keepSettings(homeDirectory + kSettingsFile);
+    }
+    ~GameLog() {
+        OMPlatform().files().setFenceLink(nullptr);
+        OMLog::close();
+        OMSobException::setNotification(nullptr);
+    }
+    GameLog(const GameLog&) = delete;
+    GameLog& operator=(const GameLog&) = delete;
+};
 
 /// Scripts that are no file of the current directory are looked for in the "scripts\" directories.
 std::unique_ptr<OMIStream> locateScript(std::string_view name) {
@@ -95,27 +123,21 @@ platform::Point windowCorner() {
             (screen.height - EffectsWindow::kHeight) / 2};
 }
 
-void installLocators(RResources& resources) {
-    const auto locator = [&resources](std::string_view type) {
-        return [&resources, type](int id) { return resources.load(id, type, kOMIStreamCache); };
-    };
-    EffectsWindow::setBackgroundLocator(locator("ASEQ"));
-    EffectsWindow::setPaletteLocator(locator("RRGB"));
-    OMAnimation::setSourceLocator(locator("ASEQ"));
-    SoundAction::setStreamLocator(
-        [&resources](int id, int bufferMode) { return resources.load(id, "WAVE", bufferMode); });
-    RSpeechRecords::setStreamLinks(
-        [&resources](int sound) { resources.addStreamedSound(sound); },
-        [&resources](int sound) { resources.removeStreamedSound(sound); });
-}
-
-void removeLocators() {
-    EffectsWindow::setBackgroundLocator(nullptr);
-    EffectsWindow::setPaletteLocator(nullptr);
-    OMAnimation::setSourceLocator(nullptr);
-    SoundAction::setStreamLocator(nullptr);
-    RSpeechRecords::clear();
-}
+/// Where those find their resources who cannot be handed the resource layer.
+struct Locators {
+    explicit Locators(RResources& resources) {
+        OMAnimation::setSourceLocator(
+            [&resources](int id) { return resources.load(id, "ASEQ", kOMIStreamCache); });
+        SoundAction::setStreamLocator(
+            [&resources](int id, int mode) { return resources.load(id, "WAVE", mode); });
+    }
+    ~Locators() {
+        OMAnimation::setSourceLocator(nullptr);
+        SoundAction::setStreamLocator(nullptr);
+    }
+    Locators(const Locators&) = delete;
+    Locators& operator=(const Locators&) = delete;
+};
 
 /// Holds all movies while the game is in the background. Hosts may tell twice that one comes or
 /// goes.
@@ -134,94 +156,163 @@ class BackgroundHold {
     bool on_ = false;
 };
 
+/// Window, sounds, commands and scripts: what plays, on a machine that will do, what lies in the
+/// resource layer.
+class Stage {
+  public:
+    Stage(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine,
+          SavedWorld& savedWorld);
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+
+    /// From the start script to the end of the game.
+    void run();
+
+  private:
+    void linkApplication(OMWaveEngine& soundEngine);
+    void linkScenes();
+
+    // In the order of their making.
+    RResources& resources_;
+    BackgroundHold backgroundHold_;
+    OMApp app_;
+    RCursors cursors_; ///< asked for as long as there is the window
+    ScenePause scenePause_;
+    EffectsWindow window_;
+    RMenuCommands menu_;
+    BackgroundMusic music_;
+    RScriptClasses classes_; ///< also those of components, whose commands go before their code
+    RGameSounds sounds_;
+    FontFactory fonts_;
+    RAnimationSounds animationSounds_;
+    RCommands commands_;
+    RResourceCommands resourceCommands_;
+    RSoundCommands soundCommands_;
+    OMDebugWindow debugWindow_;
+    YEngine engine_;
+};
+
+Stage::Stage(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine,
+             SavedWorld& savedWorld)
+    : resources_(resources),
+      app_(mode, OMColor(), {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth),
+      window_(windowCorner(), app_.productName()), menu_(app_, window_), music_(scenePause_),
+      sounds_(resources), animationSounds_(resources), commands_(window_),
+      resourceCommands_(resources), soundCommands_(sounds_) {
+    linkApplication(soundEngine);
+    linkScenes();
+    engine_.setTraceWindow([this](std::string_view text) { debugWindow_.showText(text); });
+    engine_.setLastLink([&savedWorld] { savedWorld.saveAtOnce(); });
+}
+
 /// What is done when a box is opened and closed, when another program comes to the foreground, when
 /// this one is back there, and when it is about to end.
-void installLinks(OMApp& app, OMWaveEngine& soundEngine, EffectsWindow& window,
-                  BackgroundHold& movies) {
-    app.setBoxLink(&RSmackerMovie::holdAll);
-    app.setBackgroundLink([&soundEngine, &movies] {
-        movies.set(true);
+void Stage::linkApplication(OMWaveEngine& soundEngine) {
+    app_.setBoxLink(&RSmackerMovie::holdAll);
+    app_.setBackgroundLink([this, &soundEngine] {
+        backgroundHold_.set(true);
         RScenePort::tellPaused();
         soundEngine.suspend();
     });
-    app.setForegroundLink([&soundEngine, &window, &movies] {
+    app_.setForegroundLink([this, &soundEngine] {
         soundEngine.resume();
-        window.restoreScreen();
+        window_.restoreScreen();
         RScenePort::tellResumed();
-        movies.set(false);
+        backgroundHold_.set(false);
     });
-    app.setStopLink(&RScenePort::tellExitting);
+    app_.setStopLink(&RScenePort::tellExitting);
 }
 
-/// Application, window and scripts, from their making to their end. What is declared later goes
-/// first.
-void runApplication(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine,
-                    SavedWorld& savedWorld) {
-    BackgroundHold backgroundHold;
-    OMApp app(mode, OMColor(), {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth);
-    resources.setAlertLink([&app](std::string_view text) { app.alert(text); });
-    const RCursors cursors; // asked for as long as there is the window
-    ScenePause scenePause;
-    EffectsWindow window(windowCorner(), app.productName());
-    window.setTransitionStart([&scenePause] { scenePause.raise(RScenePort::exists()); });
-    window.setTransitionEnd([&scenePause] { scenePause.lower(); });
-    scenePause.setMovieIsCurrent([] { return RSmackerMovie::current() != nullptr; });
-    RMenuCommands menu(app, window);
-    menu.setMovieCollector([] {
+void Stage::linkScenes() {
+    const auto locator = [this](std::string_view type) {
+        return [this, type](int id) { return resources_.load(id, type, kOMIStreamCache); };
+    };
+    window_.setBackgroundLocator(locator("ASEQ"));
+    window_.setPaletteLocator(locator("RRGB"));
+    window_.setPaletteFilter(RLiftPalette);
+    window_.setTransitionStart([this] { scenePause_.raise(RScenePort::exists()); });
+    window_.setTransitionEnd([this] { scenePause_.lower(); });
+    scenePause_.setMovieIsCurrent([] { return RSmackerMovie::current() != nullptr; });
+    menu_.setMovieCollector([] {
         if (RSmackerMovie* movie = RSmackerMovie::current()) movie->setCollecting(true);
     });
-    installLinks(app, soundEngine, window, backgroundHold);
-    BackgroundMusic music(scenePause);
-    music.setStreamSource(
-        [&resources](int id, int bufferMode) { return resources.load(id, "WAVE", bufferMode); });
+    commands_.setPaletteRestorer(RSmackerMovie::restoreWindowPalette);
+    music_.setStreamSource(
+        [this](int id, int bufferMode) { return resources_.load(id, "WAVE", bufferMode); });
+    fonts_.setNFNTLocator(locator("NFNT"));
+    fonts_.addGameSubstitutions();
+}
 
-    const RScriptClasses classes; // also those of components, whose commands go before their code
-    RGameSounds sounds(resources);
-    FontFactory fonts;
-    fonts.setNFNTLocator(
-        [&resources](int id) { return resources.load(id, "NFNT", kOMIStreamCache); });
-    fonts.addGameSubstitutions();
-    const RAnimationSounds animationSounds(resources);
-    const RActionTypes actionTypes;
-    RCommands commands(window);
-    commands.setPaletteRestorer(RSmackerMovie::restoreWindowPalette);
-    RResourceCommands resourceCommands(resources);
-    RSoundCommands soundCommands(sounds);
-    OMDebugWindow debugWindow;
-    YEngine engine;
-    engine.setTraceWindow([&debugWindow](std::string_view text) { debugWindow.showText(text); });
-    engine.setLastLink([&savedWorld] { savedWorld.saveAtOnce(); });
-    YThread thread(engine, kStartScript, [&resources](std::string_view name) {
+void Stage::run() {
+    resources_.setAlertLink([this](std::string_view text) { app_.alert(text); });
+    YThread thread(engine_, kStartScript, [this](std::string_view name) {
         auto stream = locateScript(name);
-        if (!stream && name == kStartScript) RTellNoStartScript(resources.roots(), kStartScript);
+        if (!stream && name == kStartScript) RTellNoStartScript(resources_.roots(), kStartScript);
         return stream;
     });
     if (thread.isLoaded()) {
         thread.run();
         thread.fireStarted();
     }
-    app.run();
+    app_.run();
     thread.unload();
-    resources.setAlertLink(nullptr);
+    resources_.setAlertLink(nullptr);
 }
 
-/// The resource layer, and all that needs it. The world is saved before the resources go.
-void runGame(const RConfiguration& configuration, OMApp::DisplayMode mode,
-             OMWaveEngine& soundEngine, SavedWorld& savedWorld) {
-    RResources resources;
-    resources.setHomeDirectory(configuration.homeDirectory);
-    if (resources.start(configuration.cdDrive, RSpeechRecords::addSequenceSound) ==
-        RResources::StartUp::NoResourceFile) {
-        RTellNoLibrary(resources.roots());
-        RShowErrorBox(RWarningText(warningtext::kCannotReadCd));
-        return;
-    }
-    installLocators(resources);
-    RLapTrap::setLayouts(ProgressLayouts::find());
-    runApplication(mode, resources, soundEngine, savedWorld);
-    savedWorld.shutDown();
-    removeLocators();
-    resources.shutDown();
+RConfiguration readConfiguration(const std::string& homeDirectory) {
+    OMPlatform().closeIn(); // the home is there by now
+    return RConfiguration::read(homeDirectory);
+}
+
+/// The game in progress, from the start of the program to its end. Whoever is found by name
+/// (OMApp::getApp, YEngine::current, WorldMemory::current, ...) is one of its members or a part of
+/// one.
+class RGame {
+  public:
+    RGame() = default;
+    RGame(const RGame&) = delete;
+    RGame& operator=(const RGame&) = delete;
+
+    void run(std::optional<std::uint32_t> seed);
+
+  private:
+    [[nodiscard]] bool startResources();
+
+    // In the order of their making. What is declared later goes first.
+    OtherParts otherParts_;
+    RMemoryHandler memoryHandler_;
+    const std::string homeDirectory_ = RConfiguration::findHomeDirectory();
+    GameLog log_{homeDirectory_};
+    SavedWorld savedWorld_{homeDirectory_};
+    const RConfiguration configuration_ = readConfiguration(homeDirectory_);
+    OMWaveEngine soundEngine_;
+    RResources resources_;
+    RSpeechRecords speeches_{[this](int sound) { resources_.addStreamedSound(sound); },
+                             [this](int sound) { resources_.removeStreamedSound(sound); }};
+    Locators locators_{resources_};
+    std::optional<LapTrapLayouts> progressLayouts_;
+    AtEnd saving_{[this] { savedWorld_.shutDown(); }}; ///< before the resources go
+    std::optional<Stage> stage_;
+};
+
+bool RGame::startResources() {
+    resources_.setHomeDirectory(configuration_.homeDirectory);
+    const auto toldSound = OMLinkToObj(&speeches_, &RSpeechRecords::addSequenceSound);
+    if (resources_.start(configuration_.cdDrive, toldSound) == RResources::StartUp::Ready)
+        return true;
+    RTellNoLibrary(resources_.roots());
+    RShowErrorBox(RWarningText(warningtext::kCannotReadCd));
+    return false;
+}
+
+void RGame::run(std::optional<std::uint32_t> seed) {
+    const auto mode = RCheckMachine(configuration_, soundEngine_, savedWorld_.switches());
+    if (!mode) return;
+    OMSeedRandom(seed.value_or(static_cast<std::uint32_t>(OMPlatform().clock().calendarSeconds())));
+    if (!startResources()) return;
+    progressLayouts_.emplace(ProgressLayouts::find());
+    stage_.emplace(*mode, resources_, soundEngine_, savedWorld_);
+    stage_->run();
 }
 
 } // namespace
@@ -229,29 +320,6 @@ void runGame(const RConfiguration& configuration, OMApp::DisplayMode mode,
 int RGameMain(std::optional<std::uint32_t> seed) {
     OMDebug::require(OMPlatform().display().mode().depth >= kMinimumDepth, "OMSysNumColors() < 8",
                      "Video must be 256 colors or more!");
-    OMAppInitTerm::initializeAll();
-    RInstallMemoryHandler();
-    EffectsWindow::setPaletteFilter(RLiftPalette);
-    const std::string homeDirectory = RConfiguration::findHomeDirectory();
-    startLogging(homeDirectory);
-    OMPlatform().keepSettings(homeDirectory + kSettingsFile);
-    {
-        SavedWorld savedWorld(homeDirectory);
-        OMPlatform().closeIn(); // the home is there by now
-        const RConfiguration configuration = RConfiguration::read(homeDirectory);
-        OMWaveEngine soundEngine;
-        if (const auto mode = RCheckMachine(configuration, soundEngine, savedWorld.switches())) {
-            OMSeedRandom(
-                seed.value_or(static_cast<std::uint32_t>(OMPlatform().clock().calendarSeconds())));
-            runGame(configuration, *mode, soundEngine, savedWorld);
-        }
-        savedWorld.shutDown();
-    }
-    EffectsWindow::setPaletteFilter(nullptr);
-    OMPlatform().files().setFenceLink(nullptr);
-    OMLog::close();
-    OMSobException::setNotification(nullptr);
-    RRemoveMemoryHandler();
-    OMAppInitTerm::terminateAll();
+    RGame().run(seed);
     return kExitOk;
 }

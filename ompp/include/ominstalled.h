@@ -1,4 +1,4 @@
-// A service of an upper floor that the floors below find here while it is installed.
+// A service of an upper floor that the floors below find here while it lives.
 //
 //     class OMFontSource : public OMInstalled<OMFontSource> { ... };
 #pragma once
@@ -8,7 +8,8 @@
 template <class Service>
 class OMInstalled {
   public:
-    OMInstalled() = default;
+    /// In place of the one that there was.
+    OMInstalled() { current_ = static_cast<Service*>(this); }
     OMInstalled(const OMInstalled&) = delete;
     OMInstalled& operator=(const OMInstalled&) = delete;
 
@@ -20,6 +21,11 @@ class OMInstalled {
                                           OMDebug::Place place = OMDebug::Place::here()) {
         OMDebug::check(current_ != nullptr, condition, message, place);
         return current_;
+    }
+
+  protected:
+    ~OMInstalled() {
+        if (current_ == this) current_ = nullptr;
     }
 
   private:

@@ -12,6 +12,7 @@
 #include "omtask.h"
 
 #include <memory>
+#include <string_view>
 #include <vector>
 
 class ActionContainer;
@@ -21,6 +22,10 @@ class Action : public OMScriptableObject {
     static const OMSClass kClass;
 
     explicit Action(bool interruptible) : interruptible_(interruptible) {}
+    /// One of a type that scripts name, of the arguments that are in the argument list.
+    /// `interruptible` is what they leave open. Null, after a warning, when they do not do, and
+    /// when there is no such type.
+    [[nodiscard]] static std::unique_ptr<Action> ofType(std::string_view type, bool interruptible);
     ~Action() override { retire(); }
     /// Every kind of action can be copied. The copy is idle, and in no container.
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override = 0;

@@ -1,6 +1,5 @@
 #include "actioncontainer.h"
 
-#include "actiontypes.h"
 #include "omformat.h"
 #include "omsarguments.h"
 #include "omsclass.h"
@@ -45,7 +44,7 @@ void ActionContainer::addFromScript() {
                            name.c_str()));
         return;
     }
-    std::unique_ptr<Action> action = ActionTypes::create(name, interruptibleByDefault());
+    std::unique_ptr<Action> action = ofType(name, interruptibleByDefault());
     if (action)
         add(std::move(action));
     else

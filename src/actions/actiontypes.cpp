@@ -1,5 +1,4 @@
-#include "actiontypes.h"
-
+// The types of actions that scripts name when they add one to a container.
 #include "animact.h"
 #include "charact.h"
 #include "delayact.h"
@@ -10,16 +9,18 @@
 #include "sndact.h"
 
 #include <algorithm>
-#include <vector>
+#include <iterator>
 
 namespace {
 
+using Factory = std::unique_ptr<Action> (*)(bool interruptible);
+
 struct Type {
     std::string_view name;
-    ActionTypes::Factory factory;
+    Factory factory;
 };
 
-constexpr Type kGameTypes[] = {
+constexpr Type kTypes[] = {
     {"AnimAction", &AnimAction::create},
     {"PlayAnimAction", &PlayAnimAction::create},
     {"CharacterAnimAction", &CharacterAnimAction::create},
@@ -37,24 +38,9 @@ constexpr Type kGameTypes[] = {
     {"PropertyAction", &PropertyAction::create},
 };
 
-std::vector<Type>& types() {
-    static std::vector<Type> all;
-    return all;
-}
-
 } // namespace
 
-void ActionTypes::add(std::string_view name, Factory factory) {
-    if (!name.empty() && factory) types().push_back({name, factory});
-}
-
-void ActionTypes::clear() { types().clear(); }
-
-std::unique_ptr<Action> ActionTypes::create(std::string_view name, bool interruptible) {
-    const auto found = std::ranges::find(types(), name, &Type::name);
-    return found == types().end() ? nullptr : found->factory(interruptible);
-}
-
-RActionTypes::RActionTypes() {
-    for (const Type& type : kGameTypes) ActionTypes::add(type.name, type.factory);
+std::unique_ptr<Action> Action::ofType(std::string_view type, bool interruptible) {
+    const auto* found = std::ranges::find(kTypes, type, &Type::name);
+    return found == std::end(kTypes) ? nullptr : found->factory(interruptible);
 }

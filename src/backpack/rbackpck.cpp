@@ -7,7 +7,6 @@
 #include "omtrinketwindow.h"
 #include "pressarea.h"
 #include "reports.h"
-#include "world/rworldport.h"
 #include "world/worldmemory.h"
 
 #include <algorithm>
@@ -16,6 +15,7 @@
 
 using platform::Point;
 using platform::Rect;
+using world::kNoItem;
 
 namespace {
 
@@ -43,7 +43,6 @@ constexpr int kCursor = 29;
 constexpr int kGrabCursor = 28;
 
 // Items, and the resources of their animations.
-constexpr int kNoItem = 0;
 constexpr int kFirstGem = 13;
 constexpr int kLastItem = 28;
 constexpr int kFirstGlyphAnimation = 1013; ///< of item 1, out of the row
@@ -61,6 +60,12 @@ constexpr int animationOf(int item) {
 Point cellOf(int slot) {
     return {kFirstCell.x + kCellSize.x * (slot % kColumns),
             kFirstCell.y + kCellSize.y * (slot / kColumns)};
+}
+
+/// Null when nobody plays.
+world::Player* carrier() {
+    world::WorldMemory* memory = world::WorldMemory::current();
+    return memory ? memory->currentPlayer() : nullptr;
 }
 
 /// Whether animations can be looked up; a failed check if not.
@@ -130,16 +135,12 @@ std::unique_ptr<OMScriptableObject> RBackPack::createFromScript() {
 // ---------------------------------------------------------------------------- what is in it
 
 void RBackPack::fill() {
-    world::WorldMemory* memory = world::WorldMemory::current();
-    if (!memory) return;
-    RWorldPort port(*memory);
-    port.declareProperties();
-    for (int slot = 0; slot < kSlots; ++slot) {
-        OMSArguments& arguments = OMSArguments::global();
-        arguments.clear();
-        arguments.push(oms::toText(slot));
-        const int item = OMSToInteger(port.getProperty("backpackItemPresent").value_or(""));
+    const world::Player* player = carrier();
+    if (!player) return;
+    int slot = 0;
+    for (const std::int32_t item : world::Numbers<kSlots>(player->record().backpack)) {
         if (item != kNoItem) showItem(item, slot);
+        ++slot;
     }
 }
 
@@ -192,11 +193,8 @@ void RBackPack::putInCell(Thing& thing, int slot) {
 
 void RBackPack::addObject(int item) {
     const OMSBirths births; // told when the world has the item, too
-    world::WorldMemory* memory = world::WorldMemory::current();
-    if (!showItem(item, kFirstFree) || !memory) return;
-    RWorldPort port(*memory);
-    port.declareProperties();
-    port.invoke("backpackAddObject", {oms::toText(item)});
+    if (!showItem(item, kFirstFree)) return;
+    if (world::Player* player = carrier()) world::addItem(player->record().backpack, item);
 }
 
 void RBackPack::removeObject(int slot) {
@@ -205,11 +203,8 @@ void RBackPack::removeObject(int slot) {
     std::unique_ptr<Thing>& thing = things_[static_cast<std::size_t>(slot)];
     if (!thing) return RTell(OMFormat("RBackPack: No object in slot %d", slot));
     thing.reset();
-    world::WorldMemory* memory = world::WorldMemory::current();
-    if (!memory) return;
-    RWorldPort port(*memory);
-    port.declareProperties();
-    port.invoke("backpackRemoveObject", {oms::toText(slot)});
+    if (world::Player* player = carrier())
+        player->record().backpack[static_cast<std::size_t>(slot)] = kNoItem;
 }
 
 // ---------------------------------------------------------------------------- the player

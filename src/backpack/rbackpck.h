@@ -7,6 +7,7 @@
 #pragma once
 
 #include "ranimation.h"
+#include "world/playerrecord.h"
 
 #include <array>
 #include <memory>
@@ -18,7 +19,7 @@ class RBackPack final : public RAnimation {
   public:
     static const OMSClass kClass;
 
-    static constexpr int kSlots = 12;
+    static constexpr int kSlots = world::kBackpackSlots;
 
     RBackPack(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
     ~RBackPack() override;

@@ -280,7 +280,8 @@ const RSpeechRecord* RCharacter::findSpeech(int speech) const {
 
 void RCharacter::addSpeechAnim(int animation) {
     animation = OMNarrowId(animation);
-    const std::vector<RSpeechRecord>* records = RSpeechRecords::of(animation);
+    RSpeechRecords* all = RSpeechRecords::current();
+    const std::vector<RSpeechRecord>* records = all ? all->of(animation) : nullptr;
     if (!records) return RTell(OMFormat("RCharacter: unable to load animation %d", animation));
     for (const RSpeechRecord& record : *records)
         if (!findSpeech(record.speech)) speeches_.push_back(record);

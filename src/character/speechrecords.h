@@ -8,8 +8,11 @@
 #pragma once
 
 #include "formats/map/audiomap.h"
+#include "ominstalled.h"
 #include "omlink.h"
 
+#include <map>
+#include <utility>
 #include <vector>
 
 struct RSpeechRecord {
@@ -18,20 +21,27 @@ struct RSpeechRecord {
     int sequence;  ///< from 0
 };
 
-/// The process-wide memory of all that. Main thread only.
-class RSpeechRecords {
+/// The memory of all that. There is one while there are characters.
+class RSpeechRecords : public OMInstalled<RSpeechRecords> {
   public:
     using SoundLink = OMLinkTo<void(int sound)>;
 
-    /// The speeches of an animation in the order of its sequences; null when it cannot be loaded.
-    /// They stay until `clear`.
-    [[nodiscard]] static const std::vector<RSpeechRecord>* of(int animation);
-    /// Adds a line of `audio.map`.
-    static void addSequenceSound(const formats::map::SequenceSound& sound);
     /// Told when a sound begins to be a streamed one, and when it is none any more.
-    static void setStreamLinks(SoundLink begin, SoundLink end);
-    /// Forgets everything, and the links.
-    static void clear();
+    RSpeechRecords(SoundLink begin, SoundLink end);
+
+    /// The speeches of an animation in the order of its sequences; null when it cannot be loaded.
+    [[nodiscard]] const std::vector<RSpeechRecord>* of(int animation);
+    /// Adds a line of `audio.map`.
+    void addSequenceSound(const formats::map::SequenceSound& sound);
+
+  private:
+    friend class RStreamedSpeech;
+
+    std::map<int, std::vector<RSpeechRecord>> speeches_; ///< by animation
+    std::multimap<std::pair<int, int>, int> sounds_;     ///< by animation and sequence, from 1
+    std::map<int, int> streams_;                         ///< how many want a sound streamed
+    SoundLink begin_;
+    SoundLink end_;
 };
 
 /// The sounds of a sequence are streamed while this lives; a sound of several until the last of

@@ -11,7 +11,7 @@
 #include "omtrinket.h"
 #include "puzzles/ranswer.h"
 #include "scene/efwindow.h"
-#include "world/rworldport.h"
+#include "world/worldmemory.h"
 #include "ykeyword.h"
 
 #include <algorithm>
@@ -21,9 +21,7 @@ namespace {
 
 /// The value is lost when a script forgets to set it; its authors want to hear of it.
 void checkStatueDataset(world::WorldMemory& memory) {
-    RWorldPort port(memory);
-    port.declareProperties();
-    const std::optional<std::string> value = port.getProperty(world::kWatchedName);
+    const std::optional<std::string> value = memory.value(world::kWatchedName);
     if (!value) {
         OMLog::write(OMLog::Kind::Message, "*** CStatueDataset is not defined ***");
     } else if (OMSToInteger(*value) == 0) {
@@ -63,8 +61,11 @@ constexpr RCommandRow<RCommands> RCommands::kRows[] = {
 RCommands::RCommands(EffectsWindow& window) : window_(window) { RRegisterCommands(*this, kRows); }
 
 RCommands::~RCommands() {
+    // What they have switched for all objects; another game may come.
     RCharacter::setSpeechCaching(false);
     RAnswer::defaultSounds = {};
+    OMTrinket::setCorralNormalization(true);
+    OMAnimation::setUseEmbeddedAnimationCoordinates(false);
     YCommands::clear();
 }
 

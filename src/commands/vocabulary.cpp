@@ -14,6 +14,7 @@
 #include "dialog/rdialog.h"
 #include "movie/rsmackermovie.h"
 #include "ommultitrinket.h"
+#include "omsregistry.h"
 #include "progress/rlaptrap.h"
 #include "puzzles/rattributecontainer.h"
 #include "puzzles/rdoublegraphictextanswer.h"
@@ -84,4 +85,16 @@ std::vector<RCommandWords> RGameCommands() {
          {RCommands::words(), RResourceCommands::words(), RSoundCommands::words()})
         all.insert(all.end(), words.begin(), words.end());
     return all;
+}
+
+RScriptClasses::RScriptClasses() {
+    OMSRegistry& registry = OMSRegistry::global();
+    for (const OMSClass* scriptClass : RGameClasses()) registry.registerClass(*scriptClass);
+    // A class that is not built in may come from a library in the current directory.
+    registry.setComponentLoading(true);
+}
+
+RScriptClasses::~RScriptClasses() {
+    OMSRegistry::global().setComponentLoading(false);
+    OMSRegistry::global().unregisterAll();
 }

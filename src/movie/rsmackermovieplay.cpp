@@ -301,7 +301,7 @@ void RSmackerMovie::installPalette() {
     paletteDue_ = false;
     if (!savedPalette_) savePalette();
     OMPalette palette = gamePalette(movie_->palette());
-    EffectsWindow::filterPalette(palette);
+    if (const auto* game = dynamic_cast<EffectsWindow*>(window())) game->filterPalette(palette);
     ownColors_ = OMGamePalette(palette);
     moviePalette_ = ownColors_;
     window()->setPalette(palette, false);

@@ -5,9 +5,6 @@
 #include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
-#include "progress/autolevelcheckbox.h"
-#include "progress/mapbutton.h"
-#include "progress/rlaptraprule.h"
 #include "reports.h"
 #include "rpbutton.h"
 #include "rtext.h"
@@ -35,12 +32,12 @@ constexpr int kMusicOff = 2;
 constexpr const char* kSeenInPractice = "seenChooseActivity";
 constexpr const char* kSeenInGame = "seenLapTrapInGame";
 
-ProgressLayouts& layouts() {
-    static ProgressLayouts all = ProgressLayouts::builtIn();
-    return all;
+const ProgressLayout& layoutOf(bool inGame) {
+    static const ProgressLayouts kOwn = ProgressLayouts::builtIn();
+    const LapTrapLayouts* found = LapTrapLayouts::current();
+    const ProgressLayouts& all = found ? found->all : kOwn;
+    return inGame ? all.game : all.practice;
 }
-
-const ProgressLayout& layoutOf(bool inGame) { return inGame ? layouts().game : layouts().practice; }
 
 /// Null where nothing can be located, after a failed check, and without such a resource.
 std::shared_ptr<AOImage> pictureOf(int id) {
@@ -87,8 +84,6 @@ void RLapTrap::onRetire() {
     speech_.stop();
     RAnimation::onRetire();
 }
-
-void RLapTrap::setLayouts(ProgressLayouts all) { layouts() = std::move(all); }
 
 std::unique_ptr<OMScriptableObject> RLapTrap::createFromScript() {
     // Numbers of arguments behind the picture.

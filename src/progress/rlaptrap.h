@@ -13,9 +13,10 @@
 #pragma once
 
 #include "character/fidgetgroup.h"
+#include "ominstalled.h"
 #include "omtask.h"
-#include "progress/bigolebutton.h"
 #include "progress/progresslayout.h"
+#include "progress/rlaptrapbutton.h"
 #include "progress/rlaptrapspeech.h"
 #include "progress/rlaptrapworld.h"
 #include "ranimation.h"
@@ -27,9 +28,14 @@
 #include <utility>
 #include <vector>
 
-class AutoLevelCheckBox;
-class MapButton;
 class RText;
+
+/// The layouts of the screens that are opened while it lives, in place of the built-in ones.
+struct LapTrapLayouts : OMInstalled<LapTrapLayouts> {
+    explicit LapTrapLayouts(ProgressLayouts layouts) : all(std::move(layouts)) {}
+
+    ProgressLayouts all;
+};
 
 class RLapTrap final : public RAnimation {
   public:
@@ -43,9 +49,6 @@ class RLapTrap final : public RAnimation {
     ~RLapTrap() override;
 
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
-
-    /// The layouts of screens that are opened from now on.
-    static void setLayouts(ProgressLayouts layouts);
 
     /// None.
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override { return nullptr; }

@@ -6,6 +6,20 @@
 
 using platform::Point;
 
+namespace {
+
+constexpr int kCheckedState = 1;
+constexpr int kUncheckedState = 2;
+
+constexpr int kFirstState = 1;
+constexpr int kLooks = 2; ///< plain and selected
+
+int stateOf(world::LevelColor color, bool selected) {
+    return kFirstState + kLooks * static_cast<int>(color) + (selected ? 1 : 0);
+}
+
+} // namespace
+
 LapTrapButton::LapTrapButton(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
                              int y)
     : OMAnimation(window, std::move(image), id, x, y) {
@@ -67,4 +81,61 @@ void LapTrapButton::letGo() {
     held_ = false;
     setMouseCapture(false);
     setCursor();
+}
+
+// The kinds
+
+MapButton::MapButton(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y,
+                     int location)
+    : LapTrapButton(window, std::move(image), id, x, y), location_(location) {}
+
+void MapButton::update(bool isHere, int visits) {
+    look_ = isHere ? Look::Here : visits >= 1 ? Look::Visited : Look::NeverVisited;
+    showState(static_cast<int>(look_));
+}
+
+AutoLevelCheckBox::AutoLevelCheckBox(OMTrinketWindow& window, std::shared_ptr<AOImage> image,
+                                     int id, int x, int y, int location)
+    : LapTrapButton(window, std::move(image), id, x, y), location_(location) {
+    setChecked(true);
+}
+
+void AutoLevelCheckBox::setChecked(bool checked) {
+    checked_ = checked;
+    showState(checked ? kCheckedState : kUncheckedState);
+}
+
+BigOleButton::BigOleButton(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
+                           int y)
+    : LapTrapButton(window, std::move(image), id, x, y) {
+    showLook();
+}
+
+void BigOleButton::setColor(world::LevelColor color) {
+    color_ = color;
+    showLook();
+}
+
+void BigOleButton::setSelected(bool selected) {
+    selected_ = selected;
+    showLook();
+}
+
+void BigOleButton::showLook() {
+    const int state = stateOf(color_, selected_);
+    showState(hasState(state) ? state : stateOf(world::LevelColor::None, selected_));
+}
+
+void BigOleButtonGroup::add(BigOleButton* button) {
+    buttons_.push_back(button);
+    if (!button) return;
+    button->setPressedLink([this, number = static_cast<int>(buttons_.size())] {
+        const PressedLink pressed = pressed_;
+        pressed(number);
+    });
+}
+
+void BigOleButtonGroup::select(int number) {
+    for (int each = 1; each <= std::ssize(buttons_); ++each)
+        if (button(each)) button(each)->setSelected(each == number);
 }

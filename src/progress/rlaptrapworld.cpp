@@ -1,97 +1,84 @@
 #include "progress/rlaptrapworld.h"
 
 #include "omsarguments.h"
-#include "progress/rlaptraprule.h"
-#include "world/locations.h"
-#include "world/rworldport.h"
-#include "world/worldmemory.h"
 
-namespace {
-
-void fillArguments(std::initializer_list<std::string_view> arguments) {
-    OMSArguments& list = OMSArguments::global();
-    list.clear();
-    for (const std::string_view argument : arguments) list.push(argument);
+LapTrapWorld::LapTrapWorld()
+    : memory_(world::WorldMemory::current()),
+      player_(memory_ ? memory_->currentPlayer() : nullptr) {
+    if (memory_) memory_->addView(*this);
 }
 
-} // namespace
-
-LapTrapWorld::LapTrapWorld() {
-    world::WorldMemory* memory = world::WorldMemory::current();
-    if (!memory) return;
-    port_ = std::make_unique<RWorldPort>(*memory);
-    port_->declareProperties();
+LapTrapWorld::~LapTrapWorld() {
+    if (memory_) memory_->removeView(*this);
 }
 
-LapTrapWorld::~LapTrapWorld() = default;
-
-bool LapTrapWorld::hasPlayer() const { return port_ && port_->hasProperty("playerName"); }
-
-std::string LapTrapWorld::read(std::string_view property, Words arguments) {
-    if (!port_) return {};
-    fillArguments(arguments);
-    return port_->getProperty(property).value_or("");
+void LapTrapWorld::playerGoes(const world::Player& player) {
+    if (player_ == &player) player_ = nullptr;
 }
 
-void LapTrapWorld::write(std::string_view property, Words arguments, int value) {
-    if (!port_) return;
-    fillArguments(arguments);
-    port_->setProperty(property, oms::toText(value));
-}
-
-std::string LapTrapWorld::readAt(int location, std::string_view property) {
-    const std::string_view name = world::locationName(location);
-    return name.empty() ? std::string() : read(property, {name});
-}
-
-void LapTrapWorld::writeAt(int location, std::string_view property, int value) {
-    const std::string_view name = world::locationName(location);
-    if (!name.empty()) write(property, {name}, value);
+void LapTrapWorld::memoryGoes() {
+    memory_ = nullptr;
+    player_ = nullptr;
 }
 
 // Of the player
 
-std::string LapTrapWorld::playerName() { return read("playerName", {}); }
+std::string LapTrapWorld::playerName() const { return player_ ? player_->name() : std::string(); }
 
-bool LapTrapWorld::isInGame() { return isSet("inGame"); }
+int LapTrapWorld::currentLocation() const {
+    const int location = player_ ? player_->record().currentLocation : world::kNowhere;
+    return world::locationName(location).empty() ? world::kNowhere : location;
+}
 
-int LapTrapWorld::currentLocation() { return world::locationNamed(read("currentLocation", {})); }
+bool LapTrapWorld::isSet(std::string_view flag) const {
+    auto value = player_ ? player_->value(flag) : std::nullopt;
+    if (!value && memory_)
+        if (const world::Property* global = memory_->global(flag)) value = global->text();
+    return OMSToInteger(value.value_or("")) != 0;
+}
 
-bool LapTrapWorld::isMusicOff() { return isSet("isBackgroundMusicOff"); }
-
-void LapTrapWorld::setMusicOff(bool off) { write("isBackgroundMusicOff", {}, off ? 1 : 0); }
-
-bool LapTrapWorld::isSet(std::string_view flag) { return OMSToInteger(read(flag, {})) != 0; }
-
-void LapTrapWorld::set(std::string_view flag) { write(flag, {}, 1); }
+void LapTrapWorld::set(std::string_view flag, bool on) {
+    const std::string_view value = on ? "1" : "0";
+    if (player_ && player_->setValue(flag, value)) return;
+    if (world::Property* global = memory_ ? memory_->global(flag) : nullptr) global->setText(value);
+}
 
 // Of a location
 
-std::optional<int> LapTrapWorld::currentLevel(int location) {
-    const std::string level = readAt(location, "currentLevel");
-    return level.empty() ? std::nullopt : std::optional(OMSToInteger(level));
+std::optional<world::Leveled> LapTrapWorld::at(int location) const {
+    return player_ ? player_->record().leveled(location) : std::nullopt;
+}
+
+std::optional<int> LapTrapWorld::currentLevel(int location) const {
+    const auto place = at(location);
+    return place ? std::optional(place->currentLevel) : std::nullopt;
 }
 
 void LapTrapWorld::setCurrentLevel(int location, int level) {
-    writeAt(location, "currentLevel", level);
+    if (player_) player_->record().setCurrentLevel(location, level);
 }
 
-int LapTrapWorld::levelColor(int location, int level) {
-    const std::string_view name = world::locationName(location);
-    return name.empty() ? 0 : OMSToInteger(read("levelColor", {oms::toText(level), name}));
+int LapTrapWorld::levelColor(int location, int level) const {
+    const auto place = at(location);
+    const std::int32_t* color = place ? world::ofLevel(place->color, level) : nullptr;
+    return color ? *color : 0;
 }
 
-bool LapTrapWorld::isAutoLeveling(int location) {
-    return OMSToInteger(readAt(location, "isAutoLevelingEnabled")) != 0;
+bool LapTrapWorld::isAutoLeveling(int location) const {
+    const auto place = at(location);
+    return place && place->autoLeveling != 0;
 }
 
 void LapTrapWorld::setAutoLeveling(int location, bool on) {
-    writeAt(location, "isAutoLevelingEnabled", on ? 1 : 0);
+    if (const auto place = at(location)) place->autoLeveling = on ? 1 : 0;
 }
 
-int LapTrapWorld::visits(int location) { return OMSToInteger(readAt(location, "visitedCount")); }
+int LapTrapWorld::visits(int location) const {
+    const std::int32_t* visits = player_ ? player_->record().visited(location) : nullptr;
+    return visits ? *visits : 0;
+}
 
-bool LapTrapWorld::isSolved(int location) {
+bool LapTrapWorld::isSolved(int location) const {
     const std::string_view name = world::locationName(location);
     return RHasSolvedFlag(name) && isSet(std::string(name) + "Solved");
 }

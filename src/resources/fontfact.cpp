@@ -84,10 +84,9 @@ std::unique_ptr<OMFont> makeTrueType(const RTrueTypeKey& key) {
 
 } // namespace
 
-FontFactory::FontFactory() { setCurrent(this); }
+FontFactory::FontFactory() = default;
 
 FontFactory::~FontFactory() {
-    setCurrent(nullptr);
     for (const Record& record : records_) warn(notReleased(record.key));
 }
 

@@ -26,7 +26,7 @@ class FontFactory final : public OMFontSource {
   public:
     using Locator = OMLinkTo<std::unique_ptr<OMIStream>(int id)>;
 
-    /// Becomes the source of all texts while it lives. Its table of substitutions is empty.
+    /// Its table of substitutions is empty.
     FontFactory();
     /// Destroys all fonts; those that are still used are told in the log.
     ~FontFactory() override;

@@ -28,6 +28,7 @@ class RResources {
     };
 
     RResources() = default;
+    ~RResources() { shutDown(); }
     RResources(const RResources&) = delete;
     RResources& operator=(const RResources&) = delete;
 
@@ -37,7 +38,7 @@ class RResources {
                   const OMLinkTo<void(const formats::map::SequenceSound&)>& addSequenceSound);
     /// The folders whose "scripts" and "RSC" were looked into, in that order: "" is the game's own.
     [[nodiscard]] const std::vector<std::string>& roots() const { return roots_; }
-    /// Called after the application is gone; forgets all files.
+    /// Called after the application is gone; forgets all files. So does the end.
     void shutDown();
 
     /// Where copies of resource files are put on the hard disk; ends in a backslash.

@@ -1,6 +1,7 @@
 #include "efwindow.h"
 
 #include "aodeep.h"
+#include "formats/picture/lift.h"
 #include "formats/picture/palette.h"
 #include "omapp.h"
 #include "omcursor.h"
@@ -11,12 +12,10 @@
 #include "omresourcelog.h"
 #include "yengine.h"
 
+#include <algorithm>
+
 using platform::Point;
 using platform::Rect;
-
-EffectsWindow::Locator EffectsWindow::backgroundLocator_;
-EffectsWindow::Locator EffectsWindow::paletteLocator_;
-EffectsWindow::PaletteFilter EffectsWindow::paletteFilter_;
 
 namespace {
 
@@ -195,4 +194,14 @@ void EffectsWindow::putCursor(std::shared_ptr<const OMCursor> cursor) {
         savedCursor_ = std::move(cursor);
     else
         OMTrinketWindow::putCursor(std::move(cursor));
+}
+
+void RLiftPalette(OMPalette& colors) {
+    const auto lift = [](const OMColor& stored) -> OMColor {
+        const auto shown = formats::palette::lift({stored.red(), stored.green(), stored.blue()});
+        return {shown.red, shown.green, shown.blue};
+    };
+    std::transform(colors.begin() + platform::kFirstFreeColour,
+                   colors.begin() + platform::kFirstHighStaticColour,
+                   colors.begin() + platform::kFirstFreeColour, lift);
 }

@@ -22,12 +22,12 @@ class EffectsWindow : public OMTrinketWindow {
     EffectsWindow(platform::Point corner, std::string_view title);
 
     // Where pictures (`ASEQ`) and palettes (`RRGB`) come from, and who may change the colours
-    // before they are set; installed by the game at start-up.
-    static void setBackgroundLocator(Locator locator) { backgroundLocator_ = std::move(locator); }
-    static void setPaletteLocator(Locator locator) { paletteLocator_ = std::move(locator); }
-    static void setPaletteFilter(PaletteFilter filter) { paletteFilter_ = std::move(filter); }
+    // before they are set.
+    void setBackgroundLocator(Locator locator) { backgroundLocator_ = std::move(locator); }
+    void setPaletteLocator(Locator locator) { paletteLocator_ = std::move(locator); }
+    void setPaletteFilter(PaletteFilter filter) { paletteFilter_ = std::move(filter); }
     /// What the filter makes of colours; all palettes of the game go through it.
-    static void filterPalette(OMPalette& colors) { paletteFilter_(colors); }
+    void filterPalette(OMPalette& colors) const { paletteFilter_(colors); }
 
     /// Blackens the window and stops showing; nobody hears clicks until the display or the end of
     /// the transition.
@@ -76,13 +76,15 @@ class EffectsWindow : public OMTrinketWindow {
     void showWaitCursor();
     void restoreCursor();
 
-    static Locator backgroundLocator_;
-    static Locator paletteLocator_;
-    static PaletteFilter paletteFilter_;
-
+    Locator backgroundLocator_;
+    Locator paletteLocator_;
+    PaletteFilter paletteFilter_;
     bool doubleClicksDisabled_ = false;
     bool updating_ = false; ///< in a cycle of `update`
     OMLink transitionStart_;
     OMLink transitionEnd_;
     std::shared_ptr<const OMCursor> savedCursor_; ///< while the wait cursor is shown
 };
+
+/// The game's filter: lifts entries 10 to 245 (formats/picture/lift.h) and leaves the others.
+void RLiftPalette(OMPalette& colors);

@@ -4,8 +4,6 @@
 
 #include <algorithm>
 
-namespace {} // namespace
-
 void ScenePause::raise(bool thereIsAScene) {
     ++level_;
     if (thereIsAScene && !pausedSince_) pausedSince_ = clock();

@@ -25,11 +25,9 @@ struct RAnimationSounds::Record {
     }
 };
 
-RAnimationSounds::RAnimationSounds(RResources& resources) : resources_(resources) {
-    setCurrent(this);
-}
+RAnimationSounds::RAnimationSounds(RResources& resources) : resources_(resources) {}
 
-RAnimationSounds::~RAnimationSounds() { setCurrent(nullptr); }
+RAnimationSounds::~RAnimationSounds() = default;
 
 RAnimationSounds::Record* RAnimationSounds::find(const OMAnimation& animation, int id) const {
     const auto found = std::ranges::find_if(records_, [&](const auto& record) {

@@ -17,11 +17,10 @@ int clampedVolume(int volume) { return std::clamp(volume, kSilent, OMSound::kFul
 
 } // namespace
 
-BackgroundMusic::BackgroundMusic(ScenePause& scene) : scene_(scene), volume_(OMSound::kFullVolume) {
-    setCurrent(this);
-}
+BackgroundMusic::BackgroundMusic(ScenePause& scene)
+    : scene_(scene), volume_(OMSound::kFullVolume) {}
 
-BackgroundMusic::~BackgroundMusic() { setCurrent(nullptr); }
+BackgroundMusic::~BackgroundMusic() = default;
 
 // Settings
 

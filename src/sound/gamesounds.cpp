@@ -19,9 +19,9 @@ struct RGameSounds::Record {
         : handle(number), done(std::move(link)), source(std::move(stream)) {}
 };
 
-RGameSounds::RGameSounds(RResources& resources) : resources_(resources) { setCurrent(this); }
+RGameSounds::RGameSounds(RResources& resources) : resources_(resources) {}
 
-RGameSounds::~RGameSounds() { setCurrent(nullptr); }
+RGameSounds::~RGameSounds() = default;
 
 RGameSounds::Record* RGameSounds::find(int handle) const {
     const auto found = std::ranges::find_if(

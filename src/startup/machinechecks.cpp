@@ -76,14 +76,14 @@ class MachineChecks {
             return useBitmaps(Kind::Message, "Using GDI");
         }
         if (!OMPlatform().display().hasDriver()) {
-            if (!RWarn(warningtext::kNoDriver, "informDirectDrawNotFoundWarning", switches_))
+            if (!RMayGoOn(warningtext::kNoDriver, "informDirectDrawNotFoundWarning", switches_))
                 return std::nullopt;
             return useBitmaps(Kind::Warning,
                               "Trying to use DirectDraw, but unable to load DLL, using GDI");
         }
         if (!canSwitch()) {
-            if (!RWarn(warningtext::kCannotSwitch, "informDirectDrawSwitchFailedWarning",
-                       switches_))
+            if (!RMayGoOn(warningtext::kCannotSwitch, "informDirectDrawSwitchFailedWarning",
+                          switches_))
                 return std::nullopt;
             return useBitmaps(Kind::Warning,
                               "Trying to use DirectDraw, but unable to switch to requested "
@@ -110,11 +110,11 @@ class MachineChecks {
         if (desktop.width < kGameMode.width || desktop.height < kGameMode.height)
             return fail(warningtext::kSmallScreen);
         const bool same = desktop.width == kGameMode.width && desktop.height == kGameMode.height;
-        if (!same && !RWarn(warningtext::kLargeScreen, "informResolutionWarning", switches_))
+        if (!same && !RMayGoOn(warningtext::kLargeScreen, "informResolutionWarning", switches_))
             return false;
         if (desktop.depth < kGameMode.depth) return fail(warningtext::kFewColors);
         return desktop.depth == kGameMode.depth ||
-               RWarn(warningtext::kManyColors, "informColorsWarning", switches_);
+               RMayGoOn(warningtext::kManyColors, "informColorsWarning", switches_);
     }
 
     [[nodiscard]] bool checkSpace() const {

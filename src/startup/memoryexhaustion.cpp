@@ -4,40 +4,26 @@
 #include "startup/programresources.h"
 #include "startup/warnings.h"
 
-#include <memory>
 #include <new>
-#include <string>
 
 namespace {
 
 constexpr int kExitNoMemory = 1;
-constexpr std::size_t kReserve = std::size_t{256} << 10; ///< bytes that the box is shown with
-
-struct Reserve {
-    std::string text;
-    std::unique_ptr<char[]> memory;
-};
-
-Reserve& reserve() {
-    static Reserve kept;
-    return kept;
-}
-
-void endWithoutMemory() {
-    std::set_new_handler(nullptr);
-    reserve().memory.reset();
-    RShowErrorBox(reserve().text);
-    OMEndProcess(kExitNoMemory);
-}
+constexpr std::size_t kReserve = std::size_t{256} << 10; ///< bytes
 
 } // namespace
 
-void RInstallMemoryHandler() {
-    reserve() = {RWarningText(warningtext::kNoMoreMemory), std::make_unique<char[]>(kReserve)};
-    std::set_new_handler(endWithoutMemory);
+RMemoryHandler::RMemoryHandler()
+    : text_(RWarningText(warningtext::kNoMoreMemory)),
+      reserve_(std::make_unique<char[]>(kReserve)) {
+    std::set_new_handler(&endWithoutMemory);
 }
 
-void RRemoveMemoryHandler() {
+RMemoryHandler::~RMemoryHandler() { std::set_new_handler(nullptr); }
+
+void RMemoryHandler::endWithoutMemory() {
     std::set_new_handler(nullptr);
-    reserve() = {};
+    current()->reserve_.reset();
+    RShowErrorBox(current()->text_);
+    OMEndProcess(kExitNoMemory);
 }

@@ -1,6 +1,6 @@
 // The program's icon: a lighthouse, 32 by 32 pixels.
 
-#include "startup/programicon.h"
+#include "startup/programresources.h"
 
 #include <array>
 #include <cstdint>

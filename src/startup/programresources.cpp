@@ -3,7 +3,6 @@
 #include "omformat.h"
 #include "omlog.h"
 #include "omplatform.h"
-#include "startup/programicon.h"
 
 #include "formats/base/latin1.h"
 #include "platform/initext.h"

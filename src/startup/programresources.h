@@ -81,3 +81,7 @@ inline constexpr int kStaysAsItIs = 1037;   ///< behind it
 inline constexpr int kNothingIsKept = 1038; ///< the end of each of these
 inline constexpr int kReallyLeave = 1100;   ///< of the exit screen, which is no warning
 } // namespace warningtext
+
+/// The program's icon: a BMP file of 8 bits a pixel; index 0 is transparent. Lives as long as the
+/// program.
+[[nodiscard]] std::span<const std::byte> RProgramIcon();

@@ -12,6 +12,27 @@ constexpr const char* kGoOn = "Continuar";
 constexpr const char* kStop = "Sair";
 constexpr std::string_view kOff = "0";
 
+/// "A, B or C"
+std::string joined(const std::vector<std::string>& places) {
+    std::string text;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        if (i > 0) text += i + 1 == places.size() ? " or " : ", ";
+        text += places[i];
+    }
+    return text;
+}
+
+/// The folder `name` of each root, as the host calls it, but for drives that are not there.
+std::vector<std::string> foldersOf(std::span<const std::string> roots, std::string_view name) {
+    std::vector<std::string> folders;
+    for (const std::string& root : roots)
+        if (OMPlatform().files().freeSpace(root))
+            folders.push_back(OMPlatform().files().hostName(root + std::string(name)));
+    return folders;
+}
+
+constexpr std::string_view kRemedy = "Is it the right folder? --content names the game's.";
+
 } // namespace
 
 void RShowErrorBox(const std::string& text) {
@@ -33,7 +54,7 @@ bool RAskToRetry(const std::string& text) {
            platform::Button::Retry;
 }
 
-bool RWarn(int textId, std::string_view switchName, const RWarningSwitches& switches) {
+bool RMayGoOn(int textId, std::string_view switchName, const RWarningSwitches& switches) {
     if (OMSToInteger(switches.read(switchName)) == 0) return true;
     const platform::WarningAnswer answer = OMPlatform().dialogs().warning(
         {.caption = OMPlatform().modules().versionString("ProductName"),
@@ -43,4 +64,19 @@ bool RWarn(int textId, std::string_view switchName, const RWarningSwitches& swit
          .stop = kStop});
     if (answer.checked) switches.write(switchName, kOff);
     return answer.goOn;
+}
+
+void RTellNoLibrary(std::span<const std::string> roots) {
+    OMPlatform().complain(
+        "no resource library was found: there is no .rsc file and no resource.map "
+        "in " +
+        joined(foldersOf(roots, "RSC")) + ". " + std::string(kRemedy));
+}
+
+void RTellNoStartScript(std::span<const std::string> roots, const std::string& script) {
+    std::vector<std::string> folders = foldersOf(roots, "scripts");
+    folders.insert(folders.begin(),
+                   OMPlatform().files().hostName(OMPlatform().files().currentDirectory()));
+    OMPlatform().complain("the script " + script + " was not found in " + joined(folders) + ". " +
+                          std::string(kRemedy));
 }

@@ -4,6 +4,7 @@
 
 #include "omlink.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -24,4 +25,10 @@ void RTellPlayer(const std::string& text);
 [[nodiscard]] bool RAskToRetry(const std::string& text);
 
 /// Shows the warning `textId` unless its switch is off. False when the person wants to stop.
-[[nodiscard]] bool RWarn(int textId, std::string_view switchName, const RWarningSwitches& switches);
+[[nodiscard]] bool RMayGoOn(int textId, std::string_view switchName,
+                            const RWarningSwitches& switches);
+
+// What of a game was looked for and is not there, told to whoever started the program. `roots` are
+// the folders that were searched (RResources::roots).
+void RTellNoLibrary(std::span<const std::string> roots);
+void RTellNoStartScript(std::span<const std::string> roots, const std::string& script);

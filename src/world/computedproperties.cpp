@@ -1,25 +1,20 @@
 #include "computedproperties.h"
 
-#include "omsarguments.h"
-
 #include <algorithm>
-#include <optional>
 
 namespace world {
 
 namespace {
 
-/// A number of the record that the arguments name; null when they name none.
-using Field = std::int32_t* (*)(PlayerRecord&);
+/// A number of the record that the words name; null when they name none.
+using Field = std::int32_t* (*)(PlayerRecord&, OMSArguments&);
 
-int nextNumber() { return OMSArguments::global().nextInteger(); }
-
-int nextLocation(const PlayerRecord& record) {
-    return locationOf(record, OMSArguments::global().next());
+int nextLocation(const PlayerRecord& record, OMSArguments& words) {
+    return locationOf(record, words.next());
 }
 
-int nextLevel(int current) {
-    const std::string text = OMSArguments::global().next();
+int nextLevel(int current, OMSArguments& words) {
+    const std::string text = words.next();
     return text.empty() ? current : OMSToInteger(text);
 }
 
@@ -30,96 +25,77 @@ std::int32_t* pick(std::span<std::int32_t> numbers, std::int64_t number, int fir
     return &numbers[static_cast<std::size_t>(index)];
 }
 
-/// What level records and activity records have in common.
-struct Leveled {
-    std::int32_t& autoLeveling;
-    Numbers<kLevels>& dataset;
-    std::int32_t& currentLevel;
-    Numbers<kLevels>& color;
-    std::int32_t& visited;
-};
-
-template <class Record>
-Leveled leveled(Record& record) {
-    return {record.autoLeveling, record.dataset, record.currentLevel, record.color, record.visited};
-}
-
-std::optional<Leveled> leveledAt(PlayerRecord& record, int location) {
-    if (LevelRecord* level = record.level(location)) return leveled(*level);
-    if (ActivityRecord* activity = record.activity(location)) return leveled(*activity);
-    return std::nullopt;
-}
-
 // ---------------------------------------------------------------------------- fields
 
-std::int32_t* backpackItem(PlayerRecord& record) { return pick(record.backpack, nextNumber(), 0); }
-
-std::int32_t* missingItemSlot(PlayerRecord& record) {
-    const int door = record.currentDoor();
-    if (door < 0) return nullptr;
-    return pick(record.missingSlots[static_cast<std::size_t>(door)], nextNumber(), 1);
+std::int32_t* backpackItem(PlayerRecord& record, OMSArguments& words) {
+    return pick(record.backpack, words.nextInteger(), 0);
 }
 
-std::int32_t* patternItem(PlayerRecord& record) {
+std::int32_t* missingItemSlot(PlayerRecord& record, OMSArguments& words) {
+    const int door = record.currentDoor();
+    if (door < 0) return nullptr;
+    return pick(record.missingSlots[static_cast<std::size_t>(door)], words.nextInteger(), 1);
+}
+
+std::int32_t* patternItem(PlayerRecord& record, OMSArguments& words) {
     const int door = record.currentDoor();
     if (door < 0) return nullptr;
     const std::span<std::int32_t> pattern = record.pattern[static_cast<std::size_t>(door)];
-    return pick(pattern.first(static_cast<std::size_t>(patternItemCount(door))), nextNumber(), 1);
+    return pick(pattern.first(static_cast<std::size_t>(patternItemCount(door))),
+                words.nextInteger(), 1);
 }
 
-std::int32_t* autoLeveling(PlayerRecord& record) {
-    const auto found = leveledAt(record, nextLocation(record));
+std::int32_t* autoLeveling(PlayerRecord& record, OMSArguments& words) {
+    const auto found = record.leveled(nextLocation(record, words));
     return found ? &found->autoLeveling : nullptr;
 }
 
-std::int32_t* dataset(PlayerRecord& record) {
-    const auto found = leveledAt(record, nextLocation(record));
-    return found ? pick(found->dataset, nextLevel(found->currentLevel), 1) : nullptr;
+std::int32_t* dataset(PlayerRecord& record, OMSArguments& words) {
+    const auto found = record.leveled(nextLocation(record, words));
+    return found ? ofLevel(found->dataset, nextLevel(found->currentLevel, words)) : nullptr;
 }
 
-std::int32_t* currentLevel(PlayerRecord& record) {
-    const auto found = leveledAt(record, nextLocation(record));
+std::int32_t* currentLevel(PlayerRecord& record, OMSArguments& words) {
+    const auto found = record.leveled(nextLocation(record, words));
     return found ? &found->currentLevel : nullptr;
 }
 
-std::int32_t* itemSlot(PlayerRecord& record) {
-    const int number = nextNumber();
-    return pick(record.items(nextLocation(record)), number, 1);
+std::int32_t* itemSlot(PlayerRecord& record, OMSArguments& words) {
+    const int number = words.nextInteger();
+    return pick(record.items(nextLocation(record, words)), number, 1);
 }
 
-std::int32_t* levelColor(PlayerRecord& record) {
-    const std::string level = OMSArguments::global().next();
-    const auto found = leveledAt(record, nextLocation(record));
+std::int32_t* levelColor(PlayerRecord& record, OMSArguments& words) {
+    const std::string level = words.next();
+    const auto found = record.leveled(nextLocation(record, words));
     if (!found) return nullptr;
-    return pick(found->color, level.empty() ? found->currentLevel : OMSToInteger(level), 1);
+    return ofLevel(found->color, level.empty() ? found->currentLevel : OMSToInteger(level));
 }
 
-std::int32_t* visited(PlayerRecord& record) {
-    const int location = nextLocation(record);
-    if (HubRecord* hub = record.hub(location)) return &hub->visited;
-    const auto found = leveledAt(record, location);
-    return found ? &found->visited : nullptr;
+std::int32_t* visited(PlayerRecord& record, OMSArguments& words) {
+    return record.visited(nextLocation(record, words));
 }
 
-std::int32_t* hubRounds(PlayerRecord& record) {
-    HubRecord* hub = record.hub(nextLocation(record));
+std::int32_t* hubRounds(PlayerRecord& record, OMSArguments& words) {
+    HubRecord* hub = record.hub(nextLocation(record, words));
     return hub ? &hub->rounds : nullptr;
 }
 
-std::int32_t* levelEntryCount(PlayerRecord& record) {
-    ActivityRecord* activity = record.activity(nextLocation(record));
-    return activity ? pick(activity->entryCount, activity->currentLevel, 1) : nullptr;
+std::int32_t* levelEntryCount(PlayerRecord& record, OMSArguments& words) {
+    ActivityRecord* activity = record.activity(nextLocation(record, words));
+    return activity ? ofLevel(activity->entryCount, activity->currentLevel) : nullptr;
 }
 
-std::int32_t* nextQueued(PlayerRecord& record) {
-    ActivityRecord* activity = record.activity(nextLocation(record));
+std::int32_t* nextQueued(PlayerRecord& record, OMSArguments& words) {
+    ActivityRecord* activity = record.activity(nextLocation(record, words));
     return activity ? &activity->queue.front() : nullptr;
 }
 
 template <Numbers<kLevels> ActivityRecord::*Totals>
-std::int32_t* total(PlayerRecord& record) {
-    ActivityRecord* activity = record.activity(nextLocation(record));
-    return activity ? pick(activity->*Totals, nextLevel(activity->currentLevel), 1) : nullptr;
+std::int32_t* total(PlayerRecord& record, OMSArguments& words) {
+    ActivityRecord* activity = record.activity(nextLocation(record, words));
+    return activity ? ofLevel(activity->*Totals, nextLevel(activity->currentLevel, words))
+                    : nullptr;
 }
 
 constexpr Field totalCorrect = total<&ActivityRecord::totalCorrect>;
@@ -128,51 +104,44 @@ constexpr Field totalGuesses = total<&ActivityRecord::totalGuesses>;
 // ---------------------------------------------------------------------------- reading, writing
 
 template <Field Find>
-std::string read(PlayerRecord& record) {
-    const std::int32_t* field = Find(record);
+std::string read(PlayerRecord& record, OMSArguments& words) {
+    const std::int32_t* field = Find(record, words);
     return field ? std::to_string(*field) : std::string();
 }
 
 template <Field Find>
-std::string readOrZero(PlayerRecord& record) {
-    const std::int32_t* field = Find(record);
+std::string readOrZero(PlayerRecord& record, OMSArguments& words) {
+    const std::int32_t* field = Find(record, words);
     return std::to_string(field ? *field : 0);
 }
 
 /// Stored is what a `Stored` can hold of the number.
 template <Field Find, class Stored = std::int32_t>
-void write(PlayerRecord& record, std::string_view text) {
-    if (std::int32_t* field = Find(record)) *field = static_cast<Stored>(OMSToInteger(text));
+void write(PlayerRecord& record, OMSArguments& words, std::string_view text) {
+    if (std::int32_t* field = Find(record, words)) *field = static_cast<Stored>(OMSToInteger(text));
 }
 
-std::string readLocation(PlayerRecord& record) {
+std::string readLocation(PlayerRecord& record, OMSArguments&) {
     return std::string(locationName(record.currentLocation));
 }
 
-void writeLocation(PlayerRecord& record, std::string_view name) {
+void writeLocation(PlayerRecord& record, OMSArguments&, std::string_view name) {
     record.currentLocation = locationNamed(name);
 }
 
-std::string readPatternItemCount(PlayerRecord& record) {
+std::string readPatternItemCount(PlayerRecord& record, OMSArguments&) {
     const int door = record.currentDoor();
     return door < 0 ? std::string() : std::to_string(patternItemCount(door));
 }
 
-std::string readItemsPresentCount(PlayerRecord& record) {
-    const std::span<const std::int32_t> items = record.items(nextLocation(record));
+std::string readItemsPresentCount(PlayerRecord& record, OMSArguments& words) {
+    const std::span<const std::int32_t> items = record.items(nextLocation(record, words));
     if (items.empty()) return {};
     return std::to_string(std::ssize(items) - std::ranges::count(items, kNoItem));
 }
 
-/// The results of one level say nothing about another.
-void writeCurrentLevel(PlayerRecord& record, std::string_view text) {
-    const int location = nextLocation(record);
-    const auto found = leveledAt(record, location);
-    if (!found) return;
-    const std::int32_t level = static_cast<std::uint8_t>(OMSToInteger(text));
-    ActivityRecord* activity = record.activity(location);
-    if (activity && level != activity->currentLevel) forgetResults(*activity);
-    found->currentLevel = level;
+void writeCurrentLevel(PlayerRecord& record, OMSArguments& words, std::string_view text) {
+    record.setCurrentLevel(nextLocation(record, words), OMSToInteger(text));
 }
 
 constexpr ComputedProperty kProperties[] = {

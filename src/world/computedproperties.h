@@ -1,10 +1,11 @@
 // What scripts read and write of a player's numbers. The words that say which number is meant, a
-// location, a level or a place in a row, are read from the argument list.
+// location, a level or a place in a row, come before.
 //
 // An empty location is the current one, an empty level the one that is current there. What is none
 // reads as an empty text, and writing it changes nothing.
 #pragma once
 
+#include "omsarguments.h"
 #include "playerrecord.h"
 
 #include <span>
@@ -15,8 +16,9 @@ namespace world {
 
 struct ComputedProperty {
     std::string_view name;
-    std::string (*read)(PlayerRecord&);
-    void (*write)(PlayerRecord&, std::string_view); ///< null for what is only read
+    std::string (*read)(PlayerRecord&, OMSArguments& words);
+    void (*write)(PlayerRecord&, OMSArguments& words,
+                  std::string_view); ///< null for what is only read
 };
 
 /// In the order in which every player has them.

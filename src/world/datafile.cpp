@@ -148,10 +148,7 @@ bool readPlayers(std::string_view bytes, const Properties& templates, Players& p
         bool isNamed = false; // as every player that was written
         const bool properties = readSection(reader, kPlayerEnd, [&](auto name, auto value) {
             isNamed = isNamed || name == kPlayerName;
-            if (Property* property = player.property(name)) {
-                property->setText(value);
-                return;
-            }
+            if (player.setValue(name, value)) return;
             unknown(name);
             player.addStranger(name, value);
         });

@@ -1,4 +1,4 @@
-#include "distribution.h"
+#include "rules.h"
 
 #include "omformat.h"
 #include "omrandom.h"

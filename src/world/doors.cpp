@@ -1,4 +1,4 @@
-#include "doors.h"
+#include "rules.h"
 
 #include "shuffle.h"
 

@@ -1,4 +1,4 @@
-#include "leveling.h"
+#include "rules.h"
 
 #include "omformat.h"
 
@@ -9,11 +9,6 @@
 namespace world {
 
 namespace {
-
-/// Null for a level that is none.
-std::int32_t* ofLevel(Numbers<kLevels>& numbers, int level) {
-    return isLevel(level) ? &numbers[static_cast<std::size_t>(level - 1)] : nullptr;
-}
 
 void count(std::int32_t& counter) {
     if (counter < std::numeric_limits<std::int32_t>::max()) ++counter;

@@ -1,7 +1,4 @@
-#include "newgame.h"
-
-#include "distribution.h"
-#include "doors.h"
+#include "rules.h"
 
 namespace world {
 

@@ -30,9 +30,10 @@ constexpr StoredNumber kStoredNumbers[] = {
     {"isBackgroundMusicOff"},
 };
 
-OMSSetter setterOf(const ComputedProperty& row, PlayerRecord& record) {
-    if (!row.write) return nullptr;
-    return [&row, &record](std::string_view text) { row.write(record, text); };
+const ComputedProperty* computedNamed(std::string_view name) {
+    const auto all = computedProperties();
+    const auto found = std::ranges::find(all, name, &ComputedProperty::name);
+    return found == all.end() ? nullptr : &*found;
 }
 
 } // namespace
@@ -51,20 +52,28 @@ Player::Player(const Properties& templates) {
     for (const StoredNumber& row : kStoredNumbers)
         stored_.push_back(std::make_unique<IntProperty>(row.name, row.persistent));
     for (const auto& listed : templates) stored_.push_back(listed->clone());
-
-    computed_.reserve(computedProperties().size());
-    for (const ComputedProperty& row : computedProperties())
-        computed_.push_back(std::make_unique<LinkedProperty>(
-            row.name, false, [&row, this] { return row.read(record_); }, setterOf(row, record_)));
 }
 
 void Player::addStranger(std::string_view name, std::string_view value) {
     if (!name.empty() && strangers_.size() < kMostStrangers) strangers_.emplace_back(name, value);
 }
 
-Property* Player::property(std::string_view name) const {
-    Property* found = lastNamed(stored_, name);
-    return found ? found : lastNamed(computed_, name);
+std::optional<std::string> Player::value(std::string_view name) {
+    if (const Property* own = lastNamed(stored_, name)) return own->text();
+    const ComputedProperty* computed = computedNamed(name);
+    OMSArguments none;
+    return computed ? std::optional(computed->read(record_, none)) : std::nullopt;
+}
+
+bool Player::setValue(std::string_view name, std::string_view value) {
+    if (Property* own = lastNamed(stored_, name)) {
+        own->setText(value);
+        return true;
+    }
+    const ComputedProperty* computed = computedNamed(name);
+    OMSArguments none;
+    if (computed && computed->write) computed->write(record_, none, value);
+    return computed != nullptr;
 }
 
 } // namespace world

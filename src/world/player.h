@@ -1,12 +1,12 @@
-// One player: the numbers of what they have done (playerrecord.h), and named properties. Scripts
-// see both as properties: the stored ones have values of their own, the computed ones speak of the
-// numbers.
+// One player: the numbers of what they have done (playerrecord.h), and named properties with values
+// of their own. Scripts see the numbers as properties, too (computedproperties.h).
 #pragma once
 
 #include "playerrecord.h"
 #include "property.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -40,7 +40,6 @@ class Player {
     void setName(std::string_view name) { name_->setText(name); }
 
     [[nodiscard]] const Properties& stored() const { return stored_; }
-    [[nodiscard]] const Properties& computed() const { return computed_; }
     /// Named values that the data file had and nobody asks for in this run. They go back into the
     /// file: another script, or the same one later, may have them declared.
     using Strangers = std::vector<std::pair<std::string, std::string>>;
@@ -48,13 +47,14 @@ class Player {
     /// Beyond kMostStrangers, and without a name, they are given up.
     void addStranger(std::string_view name, std::string_view value);
 
-    /// A stored one before a computed one; null when there is neither.
-    [[nodiscard]] Property* property(std::string_view name) const;
+    // By its name, a stored property before a computed one, which speaks of the current location.
+    // None and false when there is neither.
+    [[nodiscard]] std::optional<std::string> value(std::string_view name);
+    bool setValue(std::string_view name, std::string_view value);
 
   private:
     PlayerRecord record_;
     Properties stored_;
-    Properties computed_;
     Strangers strangers_;
     StringProperty* name_; ///< the first of the stored ones
 };

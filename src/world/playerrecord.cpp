@@ -14,6 +14,11 @@ void replaceFirst(std::span<std::int32_t> slots, int from, int to) {
     if (slot != slots.end()) *slot = to;
 }
 
+template <class Record>
+Leveled leveledOf(Record& record) {
+    return {record.autoLeveling, record.dataset, record.currentLevel, record.color, record.visited};
+}
+
 } // namespace
 
 std::span<std::int32_t> PlayerRecord::numbers() {
@@ -43,6 +48,18 @@ ActivityRecord* PlayerRecord::activity(int location) {
     return isActivity(location) ? &activities[static_cast<std::size_t>(location - 1)] : nullptr;
 }
 
+std::optional<Leveled> PlayerRecord::leveled(int location) {
+    if (LevelRecord* record = level(location)) return leveledOf(*record);
+    if (ActivityRecord* record = activity(location)) return leveledOf(*record);
+    return std::nullopt;
+}
+
+std::int32_t* PlayerRecord::visited(int location) {
+    if (HubRecord* record = hub(location)) return &record->visited;
+    const auto record = leveled(location);
+    return record ? &record->visited : nullptr;
+}
+
 std::span<std::int32_t> PlayerRecord::items(int location) {
     if (HubRecord* record = hub(location)) return record->items;
     if (ActivityRecord* record = activity(location)) return record->items;
@@ -52,6 +69,16 @@ std::span<std::int32_t> PlayerRecord::items(int location) {
 int PlayerRecord::currentDoor() const {
     const std::int32_t door = hubs[1].rounds;
     return door >= 0 && door < kDoors ? door : -1;
+}
+
+/// The results of one level say nothing about another.
+void PlayerRecord::setCurrentLevel(int location, int level) {
+    const auto record = leveled(location);
+    if (!record) return;
+    const std::int32_t kept = static_cast<std::uint8_t>(level);
+    ActivityRecord* results = activity(location);
+    if (results && kept != record->currentLevel) forgetResults(*results);
+    record->currentLevel = kept;
 }
 
 void addItem(std::span<std::int32_t> slots, int item) {

@@ -10,6 +10,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <type_traits>
 
@@ -63,6 +64,20 @@ struct ActivityRecord {
     Numbers<kActivityItems> items{};
 };
 
+/// The number of a level; null for a level that is none.
+[[nodiscard]] inline std::int32_t* ofLevel(Numbers<kLevels>& numbers, std::int64_t level) {
+    return level >= 1 && level <= kLevels ? &numbers[static_cast<std::size_t>(level - 1)] : nullptr;
+}
+
+/// What level records and activity records have in common.
+struct Leveled {
+    std::int32_t& autoLeveling;
+    Numbers<kLevels>& dataset;
+    std::int32_t& currentLevel;
+    Numbers<kLevels>& color;
+    std::int32_t& visited;
+};
+
 struct PlayerRecord {
     std::array<Numbers<kMissingSlots>, kDoors> missingSlots{};
     Numbers<kBackpackSlots> backpack{};
@@ -81,19 +96,23 @@ struct PlayerRecord {
     [[nodiscard]] LevelRecord* level(int location);
     [[nodiscard]] HubRecord* hub(int location);
     [[nodiscard]] ActivityRecord* activity(int location);
+    [[nodiscard]] std::optional<Leveled> leveled(int location);
+    /// Of any record.
+    [[nodiscard]] std::int32_t* visited(int location);
     /// The item slots of a hub or an activity; empty for others.
     [[nodiscard]] std::span<std::int32_t> items(int location);
 
     /// The next door of the second hub; -1 when its number is none.
     [[nodiscard]] int currentDoor() const;
+
+    /// Eight bits of the level. Another one than the present one forgets the results of an
+    /// activity. Nothing happens at a location without levels.
+    void setCurrentLevel(int location, int level);
 };
 
 inline constexpr std::size_t kRecordSize = 2980; ///< bytes
 inline constexpr std::size_t kRecordNumbers = kRecordSize / sizeof(std::int32_t);
 static_assert(sizeof(PlayerRecord) == kRecordSize && std::is_trivially_copyable_v<PlayerRecord>);
-
-/// Whether a number is a level.
-[[nodiscard]] constexpr bool isLevel(int level) { return level >= 1 && level <= kLevels; }
 
 /// The results that count for leveling.
 inline void forgetResults(ActivityRecord& activity) {

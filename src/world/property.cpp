@@ -3,27 +3,7 @@
 #include "omlog.h"
 #include "omsarguments.h"
 
-#include <utility>
-
 namespace world {
-
-namespace {
-
-Property::Access accessOf(const OMSGetter& getter, const OMSSetter& setter) {
-    if (!setter) return Property::Access::Read;
-    return getter ? Property::Access::Both : Property::Access::Write;
-}
-
-} // namespace
-
-LinkedProperty::LinkedProperty(std::string_view name, bool persistent, OMSGetter getter,
-                               OMSSetter setter)
-    : Property(name, persistent, accessOf(getter, setter)), getter_(std::move(getter)),
-      setter_(std::move(setter)) {}
-
-std::unique_ptr<Property> LinkedProperty::clone() const {
-    return std::make_unique<LinkedProperty>(*this);
-}
 
 std::unique_ptr<Property> IntProperty::clone() const {
     return std::make_unique<IntProperty>(*this);

@@ -1,8 +1,6 @@
 // Named values of the world that scripts read and write as texts.
 #pragma once
 
-#include "omsproperty.h"
-
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -15,16 +13,12 @@ inline constexpr std::string_view kWatchedName = "CStatueDataset";
 
 class Property {
   public:
-    enum class Access { Write = 0, Read = 1, Both = 2 };
-
     virtual ~Property() = default;
     Property& operator=(const Property&) = delete;
 
     [[nodiscard]] const std::string& name() const { return name_; }
     /// Whether it goes into the data file.
     [[nodiscard]] bool isPersistent() const { return persistent_; }
-    [[nodiscard]] bool isReadable() const { return access_ != Access::Write; }
-    [[nodiscard]] bool isWritable() const { return access_ != Access::Read; }
 
     /// With its value.
     [[nodiscard]] virtual std::unique_ptr<Property> clone() const = 0;
@@ -32,37 +26,19 @@ class Property {
     virtual void setText(std::string_view text) = 0;
 
   protected:
-    Property(std::string_view name, bool persistent, Access access)
-        : name_(name), persistent_(persistent), access_(access) {}
+    Property(std::string_view name, bool persistent) : name_(name), persistent_(persistent) {}
     Property(const Property&) = default;
 
   private:
     std::string name_;
     bool persistent_;
-    Access access_;
-};
-
-/// Has no value of its own; whom the links speak of must outlive it and its clones. It is read and
-/// written as far as there are links.
-class LinkedProperty final : public Property {
-  public:
-    LinkedProperty(std::string_view name, bool persistent, OMSGetter getter, OMSSetter setter);
-
-    [[nodiscard]] std::unique_ptr<Property> clone() const override;
-    [[nodiscard]] std::string text() const override { return getter_(); }
-    void setText(std::string_view text) override { setter_(text); }
-
-  private:
-    OMSGetter getter_;
-    OMSSetter setter_;
 };
 
 /// A whole number, at first 0.
 class IntProperty final : public Property {
   public:
-    explicit IntProperty(std::string_view name, bool persistent = true,
-                         Access access = Access::Both)
-        : Property(name, persistent, access) {}
+    explicit IntProperty(std::string_view name, bool persistent = true)
+        : Property(name, persistent) {}
 
     [[nodiscard]] std::unique_ptr<Property> clone() const override;
     [[nodiscard]] std::string text() const override;
@@ -76,9 +52,8 @@ class IntProperty final : public Property {
 /// A text, at first empty.
 class StringProperty final : public Property {
   public:
-    explicit StringProperty(std::string_view name, bool persistent = true,
-                            Access access = Access::Both)
-        : Property(name, persistent, access) {}
+    explicit StringProperty(std::string_view name, bool persistent = true)
+        : Property(name, persistent) {}
 
     [[nodiscard]] const std::string& value() const { return value_; }
 

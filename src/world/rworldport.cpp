@@ -1,9 +1,7 @@
 #include "rworldport.h"
 
-#include "computedproperties.h"
-#include "distribution.h"
-#include "newgame.h"
 #include "omsclass.h"
+#include "rules.h"
 
 using world::IntProperty;
 using world::PlayerRecord;
@@ -79,12 +77,20 @@ void RWorldPort::declareProperties() {
 // ---------------------------------------------------------------------------- what is shown
 
 void RWorldPort::show(world::Property& property) {
+    addDataProperty(
+        property.name(), [&property](std::string_view text) { property.setText(text); },
+        [&property] { return property.text(); });
+}
+
+void RWorldPort::show(const world::ComputedProperty& row) {
+    PlayerRecord& record = player_->record();
     OMSSetter setter;
-    OMSGetter getter;
-    if (property.isWritable())
-        setter = [&property](std::string_view text) { property.setText(text); };
-    if (property.isReadable()) getter = [&property] { return property.text(); };
-    addDataProperty(property.name(), std::move(setter), std::move(getter));
+    if (row.write)
+        setter = [&row, &record](std::string_view text) {
+            row.write(record, OMSArguments::global(), text);
+        };
+    addDataProperty(row.name, std::move(setter),
+                    [&row, &record] { return row.read(record, OMSArguments::global()); });
 }
 
 void RWorldPort::showCurrentPlayer() {
@@ -93,14 +99,14 @@ void RWorldPort::showCurrentPlayer() {
     player_ = memory_->currentPlayer();
     if (!player_) return;
     for (const auto& property : player_->stored()) show(*property);
-    for (const auto& property : player_->computed()) show(*property);
+    for (const world::ComputedProperty& row : world::computedProperties()) show(row);
     for (const OMSEntry& row : kClass.passing) addEntry(row);
 }
 
 void RWorldPort::withdrawPlayer() {
     if (!player_) return;
     for (const auto& property : player_->stored()) removeProperty(property->name());
-    for (const auto& property : player_->computed()) removeProperty(property->name());
+    for (const world::ComputedProperty& row : world::computedProperties()) removeProperty(row.name);
     for (const OMSEntry& row : kClass.passing) removeProperty(row.name);
     player_ = nullptr;
     if (!memory_) return;

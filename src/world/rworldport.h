@@ -8,6 +8,7 @@
 // that ends are gone from all ports.
 #pragma once
 
+#include "computedproperties.h"
 #include "omscrptb.h"
 #include "worldmemory.h"
 
@@ -65,6 +66,7 @@ class RWorldPort final : public OMScriptableObject, private world::WorldMemory::
     void memoryGoes() override;
 
     void show(world::Property& property);
+    void show(const world::ComputedProperty& row);
     /// Shows the current player in place of the one who was shown.
     void showCurrentPlayer();
     void withdrawPlayer();

@@ -1,9 +1,9 @@
 #include "worldmemory.h"
 
-#include "newgame.h"
 #include "omlog.h"
 #include "omsarguments.h"
 #include "omsexception.h"
+#include "rules.h"
 
 #include <algorithm>
 #include <utility>
@@ -46,8 +46,6 @@ class UnknownNames {
 
 } // namespace
 
-WorldMemory* WorldMemory::current_ = nullptr;
-
 void reportMessage(std::string_view line) { OMSobExceptionMessage(line).report(); }
 
 // ---------------------------------------------------------------------------- life
@@ -58,7 +56,6 @@ WorldMemory::WorldMemory(Read read, Write write)
     for (const std::string_view name : kBuiltInGlobals)
         addGlobal(std::make_unique<IntProperty>(name)).setText(kWanted);
     readGlobals();
-    current_ = this;
 }
 
 WorldMemory::~WorldMemory() { forget(); }
@@ -73,7 +70,7 @@ void WorldMemory::shutDown() {
 void WorldMemory::forget() {
     views_.apply([](View& view) { view.memoryGoes(); });
     views_.clear();
-    if (current_ == this) current_ = nullptr;
+    if (current() == this) setCurrent(nullptr);
     read_ = nullptr;
     write_ = nullptr;
     dataFileActive_ = false;
@@ -101,7 +98,7 @@ Property& WorldMemory::addGlobal(std::unique_ptr<Property> property) {
 }
 
 void WorldMemory::addTemplate(std::unique_ptr<Property> property) {
-    if (Player().property(property->name())) {
+    if (Player().value(property->name())) {
         OMLog::writef(OMLog::Kind::Warning,
                       "World Memory - every player has a property %s, and none is added: use it as "
                       "it is, or another name",
@@ -127,7 +124,6 @@ void WorldMemory::readPlayers() {
                   dataFileActive_ ? 1 : 0);
     const auto bytes = read_();
     if (!bytes) return;
-    OMSArguments::global().clear(); // the file cannot say which location it means
     UnknownNames unknown;
     readWhole_ = datafile::readPlayers(*bytes, templates_, players_,
                                        OMLinkToObj(&unknown, &UnknownNames::report));
@@ -153,6 +149,12 @@ Player* WorldMemory::playerAt(std::string_view digits) const {
     return place >= 0 && place < std::ssize(players_)
                ? players_[static_cast<std::size_t>(place)].get()
                : nullptr;
+}
+
+std::optional<std::string> WorldMemory::value(std::string_view name) const {
+    auto value = currentPlayer_ ? currentPlayer_->value(name) : std::nullopt;
+    const Property* known = value ? nullptr : global(name);
+    return known ? known->text() : value;
 }
 
 Player& WorldMemory::activatePlayer(std::string_view wanted) {

@@ -6,9 +6,10 @@
 #pragma once
 
 #include "datafile.h"
-#include "leveling.h"
+#include "ominstalled.h"
 #include "omlink.h"
 #include "omlist.h"
+#include "rules.h"
 
 #include <array>
 #include <cstddef>
@@ -19,7 +20,7 @@
 
 namespace world {
 
-class WorldMemory {
+class WorldMemory : public OMInstalled<WorldMemory> {
   public:
     /// The bytes of the data file; none when it cannot be opened.
     using Read = OMLinkTo<std::optional<std::string>()>;
@@ -35,16 +36,10 @@ class WorldMemory {
         ~View() = default;
     };
 
-    /// Null when there is none.
-    [[nodiscard]] static WorldMemory* current() { return current_; }
-
-    /// Starts up: the built-in globals, with the values that the data file has for them. Becomes
-    /// the current one.
+    /// Starts up: the built-in globals, with the values that the data file has for them.
     WorldMemory(Read read, Write write);
     /// Forgets everything that was not saved.
     ~WorldMemory();
-    WorldMemory(const WorldMemory&) = delete;
-    WorldMemory& operator=(const WorldMemory&) = delete;
 
     /// Writes the data file and forgets everything; nothing works afterwards, and nothing happens
     /// when it is called again.
@@ -74,6 +69,9 @@ class WorldMemory {
     [[nodiscard]] std::size_t playersCount() const { return players_.size(); }
     /// Null when nobody plays.
     [[nodiscard]] Player* currentPlayer() const { return currentPlayer_; }
+    /// What the name means now: of the current player, else the last global; none when there is
+    /// none.
+    [[nodiscard]] std::optional<std::string> value(std::string_view name) const;
     /// "#" and a number name the player at that place, from 0; if there is none, and for all other
     /// names, the player who has that name, who is made when there is none.
     Player& activatePlayer(std::string_view wanted);
@@ -90,8 +88,6 @@ class WorldMemory {
     void readGlobals();
     void readPlayers();
     void forget();
-
-    static WorldMemory* current_;
 
     Read read_;
     Write write_;

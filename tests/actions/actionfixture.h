@@ -4,8 +4,7 @@
 #pragma once
 
 #include "actions/actioncontainer.h"
-#include "actions/actiontypes.h"
-#include "commands/scriptclasses.h"
+#include "commands/vocabulary.h"
 #include "omao.h"
 #include "ompp/memorystream.h"
 #include "omsarguments.h"
@@ -68,7 +67,6 @@ class ActionTest : public ScriptTest {
     OMWaveEngine sounds;
     OMTrinketWindow window{{0, 0, 100, 80}, nullptr, "Test"};
     RScriptClasses classes;
-    RActionTypes types;
     std::vector<std::string> reports;
     std::string log;
     std::uint32_t begun = machine.clock().now;

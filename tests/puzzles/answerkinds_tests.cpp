@@ -56,8 +56,6 @@ std::unique_ptr<OMIStream> picture(int id) {
 
 /// One bitmap font, under every name.
 struct Fonts final : OMFontSource {
-    Fonts() { setCurrent(this); }
-    ~Fonts() override { setCurrent(nullptr); }
     OMFont& useNFNT(int) override { return useFont(font); }
     OMFont& useTrueType(std::string_view, int, int) override { return useFont(font); }
     OMFont& useFont(OMFont&) override {
@@ -243,8 +241,6 @@ TEST_F(AnswerKindsTest, CopiesHaveAllThatIsSeen) {
 
 TEST_F(AnswerKindsTest, NothingStaysOfADestroyedAnswer) {
     struct Sounds final : AOSounds {
-        Sounds() { setCurrent(this); }
-        ~Sounds() override { setCurrent(nullptr); }
         Start play(OMAnimation&, int, OMLink) override {
             onPlay(); // a box, behind which scripts go on
             return Start::Never;

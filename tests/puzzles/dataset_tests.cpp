@@ -24,9 +24,7 @@ struct AnyFont final : OMFontSource {
         for (int code = ' '; code < 127; ++code) description.characters[code] = {{}, 0, 3};
         MemoryStream stream(description.bytes());
         font = std::make_unique<OMNFNTFont>(stream);
-        setCurrent(this);
     }
-    ~AnyFont() override { setCurrent(nullptr); }
     OMFont& useNFNT(int id) override { return use(std::to_string(id)); }
     OMFont& useTrueType(std::string_view face, int style, int size) override {
         return use(std::string(face) + " " + std::to_string(size) + " " + std::to_string(style));

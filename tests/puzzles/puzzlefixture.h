@@ -8,7 +8,7 @@
 #include "trinkets/aseqbuilder.h"
 #include "trinkets/scriptfixture.h"
 
-#include "commands/scriptclasses.h"
+#include "commands/vocabulary.h"
 #include "omeffectsounds.h"
 #include "omsarguments.h"
 #include "omsclass.h"
@@ -53,7 +53,6 @@ class PuzzleTest : public ScriptTest, private OMEffectSounds {
     using Strings = std::vector<std::string>;
 
     PuzzleTest() {
-        OMEffectSounds::setCurrent(this);
         OMSRegistry::global().registerClass(PlainContainer::kClass);
         OMAnimation::setSourceLocator([](int id) -> std::unique_ptr<OMIStream> {
             if (id < 101) return nullptr;

@@ -33,16 +33,14 @@ class DeepScreenTest : public FrameworkTest, public testing::WithParamInterface<
         window.emplace(platform::Point{0, 0}, "Game");
         AseqBuilder picture;
         picture.block(640, 480, 'p').sequence({{0, 0, 0, 0}});
-        EffectsWindow::setBackgroundLocator(
+        window->setBackgroundLocator(
             [data = picture.build()](int) { return std::make_unique<MemoryStream>(data); });
-        EffectsWindow::setPaletteLocator([](int id) -> std::unique_ptr<OMIStream> {
+        window->setPaletteLocator([](int id) -> std::unique_ptr<OMIStream> {
             if (id == kNoPalette) return nullptr;
             return std::make_unique<MemoryStream>(palette(id));
         });
     }
     ~DeepScreenTest() override {
-        EffectsWindow::setBackgroundLocator(nullptr);
-        EffectsWindow::setPaletteLocator(nullptr);
         window.reset();
         app.reset();
         OMApp::useGDI();

@@ -26,17 +26,12 @@ Bytes redPalette(std::uint8_t red) {
 class EffectsWindowTest : public OMAppTest {
   protected:
     EffectsWindowTest() {
-        EffectsWindow::setBackgroundLocator([this](int id) { return find(pictures, id); });
-        EffectsWindow::setPaletteLocator([this](int id) { return find(palettes, id); });
+        window.setBackgroundLocator([this](int id) { return find(pictures, id); });
+        window.setPaletteLocator([this](int id) { return find(palettes, id); });
         AseqBuilder picture;
         picture.block(640, 480, 'p').sequence({{0, 0, -1, 0}, {0, 0, 0, 0}});
         pictures[1] = pictures[2] = picture.build();
         palettes[1] = redPalette(0x40);
-    }
-    ~EffectsWindowTest() override {
-        EffectsWindow::setBackgroundLocator(nullptr);
-        EffectsWindow::setPaletteLocator(nullptr);
-        EffectsWindow::setPaletteFilter(nullptr);
     }
 
     static std::unique_ptr<OMIStream> find(const std::map<int, Bytes>& all, int id) {
@@ -188,7 +183,7 @@ TEST_F(EffectsWindowTest, ADisplayInsideTheCycleOfADisplayDoesNotNest) {
 
 TEST_F(EffectsWindowTest, WhatIsMissingOrDamagedLeavesTheRestAsItWas) {
     constexpr platform::Rgb kFiltered{0, 0x77, 0};
-    EffectsWindow::setPaletteFilter([](OMPalette& colors) { colors[60] = {0, 0x7700, 0}; });
+    window.setPaletteFilter([](OMPalette& colors) { colors[60] = {0, 0x7700, 0}; });
     window.restorePalette(1, 1);
     window.idle();
     pictures[3] = Bytes(20);
@@ -217,9 +212,9 @@ TEST_F(EffectsWindowTest, WhatIsMissingOrDamagedLeavesTheRestAsItWas) {
             EXPECT_EQ(shown[fixed], platform::staticPalette()[fixed]);
     }
 
-    EffectsWindow::setPaletteLocator(nullptr);
+    window.setPaletteLocator(nullptr);
     EXPECT_FALSE(window.restorePalette(1, 1));
-    EffectsWindow::setBackgroundLocator(nullptr);
+    window.setBackgroundLocator(nullptr);
     EXPECT_FALSE(window.restorePalette(1, 1));
     EXPECT_EQ(takeFailures(), (Strings{"Palette URL is not installed in EffectsWindow",
                                        "Background URL is not installed in EffectsWindow"}));

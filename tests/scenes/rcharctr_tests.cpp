@@ -35,9 +35,6 @@ class CharacterTest : public WindowTest, private AOSounds {
             return found == resources.end() ? nullptr
                                             : std::make_unique<MemoryStream>(found->second);
         });
-        RSpeechRecords::setStreamLinks([this](int id) { streamed.insert(id); },
-                                       [this](int id) { streamed.erase(id); });
-        AOSounds::setCurrent(this);
         const AOEntry end = entry(AOEntry::kEnd);
         const AOSequence both{entry(0, 100), entry(1, 100), entry(AOEntry::kLoop), end};
         const auto sound = [](int id) { return entry(AOEntry::kSound, id); };
@@ -53,7 +50,6 @@ class CharacterTest : public WindowTest, private AOSounds {
     ~CharacterTest() override {
         character.reset();
         AOSounds::setCurrent(nullptr);
-        RSpeechRecords::clear();
         RCharacter::setSpeechListeners(nullptr, nullptr);
         OMAnimation::setSourceLocator(nullptr);
     }
@@ -111,6 +107,8 @@ class CharacterTest : public WindowTest, private AOSounds {
     std::map<int, OMLink> sounds; ///< that are heard
     bool areSoundsHeld = false;
     std::string heard;
+    RSpeechRecords speeches{[this](int id) { streamed.insert(id); },
+                            [this](int id) { streamed.erase(id); }};
     std::unique_ptr<RCharacter> character;
 
   private:
@@ -330,7 +328,7 @@ TEST_F(CharacterTest, SoundsOfTheAudioMapAreStreamedWhileTheyAreSpoken) {
                                                       {kOther, 1, 501},
                                                       {kOther, 1, 503},
                                                       {kSpeech, 2, 777}})
-        RSpeechRecords::addSequenceSound(record);
+        speeches.addSequenceSound(record);
     RCharacter second(window, kPose, {50, 50});
     character->addSpeechAnim(kSpeech);
     second.addSpeechAnim(kOther);

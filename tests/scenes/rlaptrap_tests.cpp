@@ -8,7 +8,6 @@
 #include "omeffectsounds.h"
 #include "ompath.h"
 #include "omsclass.h"
-#include "progress/rlaptraprule.h"
 #include "scene/scenepause.h"
 #include "sound/backgroundmusic.h"
 #include "world/rworldport.h"
@@ -162,15 +161,12 @@ constexpr Point levelButton(int row, int level) { return {1 + 10 * level, 51 + 1
 class LapTrapTest : public SoundTest, protected OMEffectSounds {
   protected:
     LapTrapTest() {
-        OMEffectSounds::setCurrent(this);
         OMAnimation::setSourceLocator([](int id) { return picture(id); });
-        RLapTrap::setLayouts(ProgressLayouts::read("progress.map", kLayout));
         startWorld();
         app->begin();
     }
     ~LapTrapTest() override {
         screen.reset();
-        RLapTrap::setLayouts(ProgressLayouts::builtIn());
         OMAnimation::setSourceLocator(nullptr);
         OMEffectSounds::setCurrent(nullptr);
     }
@@ -273,6 +269,7 @@ class LapTrapTest : public SoundTest, protected OMEffectSounds {
     OMTrinketWindow window{{0, 0, 320, 200}, nullptr, "Test"};
     ScenePause scene;
     BackgroundMusic music{scene};
+    LapTrapLayouts layouts{ProgressLayouts::read("progress.map", kLayout)};
     std::optional<world::WorldMemory> memory;
     std::unique_ptr<RWorldPort> port;
     std::unique_ptr<RLapTrap> screen;
@@ -473,7 +470,7 @@ TEST_F(LapTrapTest, PartsGoWithTheScreen) {
 }
 
 TEST_F(LapTrapTest, AStateThatEndsHidesItsButton) {
-    RLapTrap::setLayouts(ProgressLayouts::read(
+    const LapTrapLayouts other(ProgressLayouts::read(
         "progress.map", "PRACTICE\nPANEL 1 10 10\nMAP CWS1 5 0 20\nMAP CMA 4 10 20\n"));
     open({"CMA"});
     EXPECT_EQ(stateAt(kFirstMapButton), 3);

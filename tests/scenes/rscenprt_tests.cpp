@@ -422,9 +422,9 @@ TEST_F(ScenePortTest, AllPortsAreToldInTheirOrderWhateverTheyDo) {
 TEST_F(ScenePortTest, ClicksArriveInWhateverOrderPortsGo) {
     AseqBuilder picture;
     picture.block(640, 480, 'p').sequence({{0, 0, -1, 0}, {0, 0, 0, 0}});
-    EffectsWindow::setBackgroundLocator(
+    window.setBackgroundLocator(
         [bytes = picture.build()](int) { return std::make_unique<MemoryStream>(bytes); });
-    EffectsWindow::setPaletteLocator(
+    window.setPaletteLocator(
         [](int) { return std::make_unique<MemoryStream>(Bytes(formats::picture::kPaletteSize)); });
     port.reset();
     std::string told;
@@ -452,8 +452,6 @@ TEST_F(ScenePortTest, ClicksArriveInWhateverOrderPortsGo) {
         }
         EXPECT_EQ(click(), "-") << "what was there before";
     } while (std::ranges::next_permutation(order).found);
-    EffectsWindow::setBackgroundLocator(nullptr);
-    EffectsWindow::setPaletteLocator(nullptr);
 }
 
 } // namespace

@@ -154,7 +154,7 @@ TEST_F(AppTest, EveryEndIsToldWhileScriptsCanHearIt) {
 
 TEST_F(AppTest, WithoutMemoryThePersonIsToldAndTheProcessEnds) {
     const auto exhaust = [] {
-        RInstallMemoryHandler();
+        const RMemoryHandler handler;
         std::get_new_handler()();
     };
     EXPECT_EXIT(exhaust(), testing::ExitedWithCode(1), text(1021));

@@ -30,10 +30,12 @@ class ComputedProperties : public WorldTest {
         pushWords(words.substr(std::min(words.size(), name.size() + 1)));
         return *std::ranges::find(computedProperties(), name, &ComputedProperty::name);
     }
-    std::string read(std::string_view words) { return property(words).read(record); }
+    std::string read(std::string_view words) {
+        return property(words).read(record, OMSArguments::global());
+    }
     void write(std::string_view words, std::string_view value) {
         const ComputedProperty& named = property(words);
-        if (named.write) named.write(record, value);
+        if (named.write) named.write(record, OMSArguments::global(), value);
     }
 
     PlayerRecord record;

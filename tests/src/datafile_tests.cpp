@@ -28,10 +28,10 @@ class DataFile : public testing::Test {
     Player& addPlayer() {
         Player& player = *players.emplace_back(std::make_unique<Player>(templates));
         player.setName("Ana");
-        player.property("playerLevel")->setText("3");
-        player.property("playerScore")->setText("-7");
-        player.property("inGame")->setText("1");
-        player.property("shoes")->setText("red ones");
+        player.setValue("playerLevel", "3");
+        player.setValue("playerScore", "-7");
+        player.setValue("inGame", "1");
+        player.setValue("shoes", "red ones");
         return player;
     }
     bool read(std::string_view bytes) {
@@ -80,7 +80,7 @@ TEST_F(DataFile, EveryByteHasItsPlace) {
     EXPECT_EQ(globals[0]->text(), "11");
     EXPECT_TRUE(read(file));
     ASSERT_EQ(players.size(), 1U);
-    EXPECT_EQ(players[0]->property("inGame")->text(), "0");
+    EXPECT_EQ(players[0]->value("inGame"), "0");
     EXPECT_EQ(compose(), file);
     EXPECT_THAT(unknown, IsEmpty());
 }
@@ -123,7 +123,7 @@ TEST_F(DataFile, OddTextsCannotSpoilIt) {
     addPlayer().setName("A\nB\n");
     addPlayer().setName("");
     addPlayer().setName(full + "cut");
-    players.back()->property(full)->setText(full);
+    players.back()->setValue(full, full);
     const std::string file = compose();
     EXPECT_TRUE(file.starts_with("volume\n0\nGLOBAL_END\n"));
     EXPECT_TRUE(read(file));
@@ -134,7 +134,7 @@ TEST_F(DataFile, OddTextsCannotSpoilIt) {
     EXPECT_EQ(players[2]->name(), "A B ");
     EXPECT_EQ(players[3]->name(), "");
     EXPECT_EQ(players[4]->name(), full);
-    EXPECT_EQ(players[4]->property(full)->text(), full);
+    EXPECT_EQ(players[4]->value(full), full);
     EXPECT_EQ(compose(), file);
 }
 
@@ -148,7 +148,7 @@ TEST_F(DataFile, WhatIsNotKnownIsPassedOver) {
     EXPECT_EQ(globals[0]->text(), "5");
     EXPECT_FALSE(read(file));
     ASSERT_EQ(players.size(), 2U);
-    EXPECT_EQ(players[0]->property("shoes")->text(), "old");
+    EXPECT_EQ(players[0]->value("shoes"), "old");
     EXPECT_THAT(unknown, ElementsAre("hat", std::string(1023, 'b')));
 }
 
@@ -160,7 +160,7 @@ TEST_F(DataFile, WhatNobodyDeclaredGoesBackIntoTheFile) {
     EXPECT_NE(kept.find("hat\nblue\nscarf\n\nPLAYER_END\n"), std::string::npos);
     templates.push_back(std::make_unique<StringProperty>("hat"));
     EXPECT_TRUE(read(kept));
-    EXPECT_EQ(players[0]->property("hat")->text(), "blue");
+    EXPECT_EQ(players[0]->value("hat"), "blue");
     EXPECT_THAT(unknown, ElementsAre("scarf"));
 }
 
@@ -177,7 +177,7 @@ TEST_F(DataFile, OfTwoNamesTheLastIsTheOneThatIsKept) {
     players[0]->stored().back()->setText("44");
     const std::string file = compose();
     read(file);
-    EXPECT_EQ(players[0]->property("shoes")->text(), "44");
+    EXPECT_EQ(players[0]->value("shoes"), "44");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "world/distribution.h"
+#include "world/rules.h"
 
 #include "omrandom.h"
 

@@ -26,7 +26,6 @@ class GameObjectTest : public OMAppTest, private OMEffectSounds {
   protected:
     GameObjectTest() {
         installPictures();
-        OMEffectSounds::setCurrent(this);
         app->begin();
     }
     ~GameObjectTest() override {

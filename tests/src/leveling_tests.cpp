@@ -1,4 +1,4 @@
-#include "world/leveling.h"
+#include "world/rules.h"
 
 #include "omrandom.h"
 

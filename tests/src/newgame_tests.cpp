@@ -1,6 +1,4 @@
-#include "world/newgame.h"
-
-#include "world/doors.h"
+#include "world/rules.h"
 
 #include <gmock/gmock.h>
 

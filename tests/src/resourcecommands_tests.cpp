@@ -32,10 +32,7 @@ class ResourceCommandsTest : public FrameworkTest {
         resources.start("D:\\", nullptr);
         takeLog();
     }
-    ~ResourceCommandsTest() override {
-        YCommands::clear();
-        resources.shutDown();
-    }
+    ~ResourceCommandsTest() override { YCommands::clear(); }
 
     /// What the command adds to the log.
     std::string run(std::string_view command, const Strings& texts = {}) {

@@ -100,7 +100,6 @@ TEST_F(ResourcesTest, ScansDirectoriesWithoutAMap) {
 
     resources.deactivateDLL("first.rsc");
     EXPECT_FALSE(has(1));
-    resources.shutDown();
     EXPECT_TRUE(failures.empty());
 }
 

@@ -46,7 +46,6 @@ TEST(MapBoardTest, ItsSizeAndItsTerrain) {
 }
 
 struct Sounds final : OMEffectSounds {
-    ~Sounds() override { setCurrent(nullptr); }
     int playEffect(int id, OMLink) override { return played = id; }
     void endEffect(int) override {}
     int played = 0;

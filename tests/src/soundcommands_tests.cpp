@@ -41,10 +41,6 @@ class SoundCommandsTest : public ScriptTest {
         resources.start("", [](const formats::map::SequenceSound&) {});
         resources.setAlertLink([this](std::string_view text) { app->alert(text); });
     }
-    ~SoundCommandsTest() override {
-        sounds.reset();
-        resources.shutDown();
-    }
     /// Plays some bytes of what is queued, with a pass of the main loop.
     void hear(std::size_t bytes) {
         device.play(bytes);

@@ -221,9 +221,6 @@ TEST_F(HostileAnimationTest, ColoursOfFramesThatOverlapChangeInProportion) {
 /// An animation, and sounds of which none can be played.
 class HostileSequenceTest : public HostileAnimationTest, private AOSounds {
   protected:
-    HostileSequenceTest() { setCurrent(this); }
-    ~HostileSequenceTest() override { setCurrent(nullptr); }
-
     std::unique_ptr<OMAnimation> make(AOSequence sequence) {
         AseqBuilder builder;
         builder.block(10, 10, 'a').sequence(std::move(sequence)).sequence({entry(0), entry(-4)});

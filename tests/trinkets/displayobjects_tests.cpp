@@ -68,8 +68,6 @@ TEST_F(LinesTest, AreBrokenBetweenWords) {
 
 /// Plays nothing; the test says when a sound has ended.
 struct EffectSounds final : OMEffectSounds {
-    EffectSounds() { setCurrent(this); }
-    ~EffectSounds() override { setCurrent(nullptr); }
     int playEffect(int id, OMLink done) override {
         if (id == missing) {
             if (onMissing) onMissing();

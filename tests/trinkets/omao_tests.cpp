@@ -412,8 +412,6 @@ class SoundTest : public AnimationTest, private AOSounds {
     static constexpr int kBusy = 405; ///< the first time
     static constexpr int kEmpty = 1;  ///< ends while it is being started
 
-    SoundTest() { setCurrent(this); }
-
     void end(int id) {
         const OMLink done = playing.at(id);
         playing.erase(id);
