@@ -37,7 +37,7 @@ constexpr OMSEntry kRDoubleGraphicTextAnswerVocabulary[] = {
     oms::data<&RAnswer::value, &RAnswer::setValue>(
         "value", "number that containers count; the attribute, until it is written"),
     oms::method<&RDoubleGraphicTextAnswer::playAnimations>("playAnimations"),
-    oms::method<&RDoubleGraphicTextAnswer::chooseFont>("setFont", "id | face size [style]"),
+    oms::method<&RDoubleGraphicTextAnswer::chooseFont>("setFont", "id | face [size [style]]"),
     oms::method<&RDoubleGraphicTextAnswer::stopAnimations>("stopAnimations"),
 };
 

@@ -19,7 +19,7 @@ constexpr OMSEntry kRGraphicTextAnswerVocabulary[] = {
     oms::data<&RAnswer::value, &RAnswer::setValue>(
         "value", "number that containers count; the attribute, until it is written"),
     oms::lasting<&RAnswer::playAnimation>("playAnimation"),
-    oms::method<&RGraphicTextAnswer::chooseFont>("setFont", "id | face size [style]"),
+    oms::method<&RGraphicTextAnswer::chooseFont>("setFont", "id | face [size [style]]"),
     oms::method<&RAnswer::stopAnimation>("stopAnimation"),
 };
 
