@@ -1,5 +1,6 @@
 #include "zorbetmps/pages.h"
 
+#include "formats/base/latin1.h"
 #include "zorbetmps/includes.h"
 #include "zorbetmps/words.h"
 
@@ -83,13 +84,6 @@ Tables allTables(const world::Player& player) {
     return tables;
 }
 
-std::string capitals(std::string_view text) {
-    std::string out(text);
-    for (char& c : out)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    return out;
-}
-
 Cells cellsOf(std::string_view line) {
     Cells cells;
     for (std::size_t end; (end = line.find('|', 1)) != line.npos; line.remove_prefix(end)) {
@@ -114,7 +108,7 @@ std::vector<Cells> rowsOf(const Word& word) {
     if (word.kind == Kind::Event) return {{name, help}};
     if (word.kind == Kind::Data) return {{name, "", std::string(word.access), help}};
     std::vector<Cells> rows;
-    for (const std::string& arguments : cellsOf('|' + capitals(help) + '|'))
+    for (const std::string& arguments : cellsOf('|' + formats::upperAscii(help) + '|'))
         rows.push_back({rows.empty() ? name : "", arguments, ""});
     return rows;
 }
@@ -123,7 +117,7 @@ class Renewal {
   public:
     explicit Renewal(std::ostream& out) : out_(out) {
         for (const RCommandWords& command : RGameCommands())
-            commands_[std::string(command.name)] = capitals(command.arguments);
+            commands_[std::string(command.name)] = formats::upperAscii(command.arguments);
     }
 
     /// The text of a page with all that stands between marks printed anew.

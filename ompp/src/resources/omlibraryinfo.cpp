@@ -1,5 +1,6 @@
 #include "omlibraryinfo.h"
 
+#include "formats/base/latin1.h"
 #include "omcachedfile.h"
 #include "omopenlibrary.h"
 #include "ompath.h"
@@ -39,7 +40,7 @@ bool OMLibraryInfo::drop(std::string_view name) {
 
 OMLibraryInfo* OMLibraryInfo::find(std::string_view name) {
     for (const auto& info : infos())
-        if (OMPathSameName(info->name_, name)) return info.get();
+        if (formats::equalIgnoringCase(info->name_, name)) return info.get();
     return nullptr;
 }
 

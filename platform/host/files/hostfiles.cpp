@@ -34,10 +34,6 @@ constexpr std::size_t kLargestSector = 65536;
 
 bool isSeparator(char c) { return c == '\\' || c == '/'; }
 
-bool isDriveLetter(char c) {
-    return formats::upperLatin1(c) >= 'A' && formats::upperLatin1(c) <= 'Z';
-}
-
 char driveLetter(char c) { return static_cast<char>(formats::upperLatin1(c)); }
 
 /// Cuts the text before the next separator off `path`.
@@ -211,7 +207,7 @@ std::string HostFiles::textOf(const Place& place) {
 HostFiles::Place HostFiles::placeOf(std::string_view path) const {
     const bool rooted = !path.empty() && isSeparator(path[0]);
     Place place{current_.drive, {}};
-    if (path.size() >= 2 && path[1] == ':' && isDriveLetter(path[0])) {
+    if (path.size() >= 2 && path[1] == ':' && formats::isAsciiLetter(path[0])) {
         place.drive = driveLetter(path[0]);
         path.remove_prefix(2);
         // "C:name" starts from the drive's own current directory; only one drive has one.
