@@ -9,7 +9,7 @@
 // ---------------------------------------------------------------------------- AnimAction
 
 AnimAction::AnimAction(const Settings& settings, bool interruptible)
-    : CopiedAction(interruptible), settings_(settings) {}
+    : OMSCopied(interruptible), settings_(settings) {}
 
 AnimAction::~AnimAction() { halt(); }
 

@@ -5,14 +5,16 @@
 
 #include "actioncontainer.h"
 
-class RCompositeAction final : public ActionContainer {
+class RCompositeAction final : public OMSCopied<RCompositeAction, ActionContainer> {
   public:
     static const OMSClass kClass;
 
-    explicit RCompositeAction(bool interruptible) : ActionContainer(kClass, interruptible) {}
+    explicit RCompositeAction(bool interruptible) : OMSCopied(kClass, interruptible) {}
+    RCompositeAction(const RCompositeAction& other)
+        : RCompositeAction(other.interruptibleByDefault()) {
+        takeMembersOf(other);
+    }
     ~RCompositeAction() override { dissolve(); }
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     /// Those that may not be interrupted run on, and it is active until they are done.
     void halt() override;

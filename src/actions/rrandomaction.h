@@ -7,16 +7,15 @@
 
 #include <vector>
 
-class RRandomAction final : public ActionContainer {
+class RRandomAction final : public OMSCopied<RRandomAction, ActionContainer> {
   public:
     static const OMSClass kClass;
 
     RRandomAction(bool useAllBeforeRepeat, bool interruptible)
-        : ActionContainer(kClass, interruptible), useAllBeforeRepeat_(useAllBeforeRepeat) {}
-    ~RRandomAction() override { dissolve(); }
-
+        : OMSCopied(kClass, interruptible), useAllBeforeRepeat_(useAllBeforeRepeat) {}
     /// The same members are left to be drawn.
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    RRandomAction(const RRandomAction& other);
+    ~RRandomAction() override { dissolve(); }
 
     /// Without effect on a member that may not be interrupted.
     void halt() override;

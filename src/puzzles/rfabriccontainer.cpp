@@ -34,21 +34,17 @@ const OMSClass RFabricContainer::kClass{"RFabricContainer", &RContainer::kClass,
 
 RFabricContainer::RFabricContainer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id,
                                    int x, int y)
-    : RContainer(window, std::move(image), id, x, y) {
+    : OMSCopied(window, std::move(image), id, x, y) {
     pause();
 }
 
 RFabricContainer::RFabricContainer(const RFabricContainer& other)
-    : RContainer(other), correct_(other.correct_), infoOffset_(other.infoOffset_) {
+    : OMSCopied(other), correct_(other.correct_), infoOffset_(other.infoOffset_) {
     setInfoAOID(other.infoId_);
     showCovered();
 }
 
 RFabricContainer::~RFabricContainer() = default;
-
-std::unique_ptr<OMScriptableObject> RFabricContainer::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RFabricContainer(*this));
-}
 
 // ---------------------------------------------------------------------------- segments
 

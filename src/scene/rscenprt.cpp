@@ -49,10 +49,6 @@ std::unique_ptr<OMScriptableObject> RScenePort::createFromScript() {
     return BackgroundMusic::current() ? std::make_unique<RScenePort>() : nullptr;
 }
 
-std::unique_ptr<OMScriptableObject> RScenePort::duplicate() {
-    return std::make_unique<RScenePort>();
-}
-
 // What is told
 
 void RScenePort::tell(std::string_view event) {

@@ -183,9 +183,9 @@ TEST_F(MpsCheckTest, TablesOfPagesKeepWhatTheirAuthorsWrote) {
         EXPECT_THAT(outcome.out, HasSubstr(told));
     EXPECT_THAT(folder_.contents("p.md"),
                 StartsWith(mark +
-                           "| Name | Arguments | Effect |\n|---|---|---|\n| `playAnimation` | | |\n"
+                           "| Name | Arguments | Effect |\n|---|---|---|\n"
                            "| `setFont` | ID | **one** |\n| | FACE [SIZE [STYLE]] | two |\n"
-                           "| `stopAnimation` | | |\n<!-- end -->\nmore\n"));
+                           "| `playAnimation` | | |\n| `stopAnimation` | | |\n<!-- end -->\nmore\n"));
 }
 
 TEST_F(MpsCheckTest, AWrongCommandLineGetsTheUsage) {

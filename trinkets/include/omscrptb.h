@@ -167,6 +167,18 @@ class OMScriptableObject {
     OMSWatch* watches_ = nullptr;
 };
 
+/// Base of a class whose copy constructor makes the duplicates:
+/// `class RLamp final : public OMSCopied<RLamp, OMTrinket>`.
+template <class Self, class Base>
+class OMSCopied : public Base {
+  public:
+    using Base::Base;
+
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override {
+        return std::make_unique<Self>(static_cast<const Self&>(*this));
+    }
+};
+
 /// The call that a script makes into an object right now. While one runs, events do not reach their
 /// handlers: the first that has one shows the text of the call as a warning.
 class OMSCall {

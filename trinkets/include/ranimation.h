@@ -11,13 +11,13 @@
 #include <string>
 #include <vector>
 
-class RAnimation : public OMAnimation {
+class RAnimation : public OMSCopied<RAnimation, OMAnimation> {
   public:
     static const OMSClass kClass;
 
-    using OMAnimation::OMAnimation;
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    using OMSCopied::OMSCopied;
+    /// A copy has no listeners.
+    RAnimation(const RAnimation& other);
 
     /// What listeners to frames are told.
     enum class FrameNews : std::uint8_t { Shown, AnimationGoes };
@@ -52,8 +52,6 @@ class RAnimation : public OMAnimation {
     void setAOCursor(std::optional<int> normal, std::optional<int> grab);
 
   protected:
-    /// A copy has no listeners.
-    RAnimation(const RAnimation& other);
     void frameShown() override;
 
   private:

@@ -43,12 +43,8 @@ const OMSClass RAnimation::kClass{
     "RAnimation", &OMAnimation::kClass, kRAnimationVocabulary,
     []() -> std::unique_ptr<OMScriptableObject> { return createFromArguments<RAnimation>(); }};
 
-std::unique_ptr<OMScriptableObject> RAnimation::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RAnimation(*this));
-}
-
 RAnimation::RAnimation(const RAnimation& other)
-    : OMAnimation(other), notifies_(other.notifies_), userData_(other.userData_) {}
+    : OMSCopied(other), notifies_(other.notifies_), userData_(other.userData_) {}
 
 RAnimation::~RAnimation() { tellListeners(FrameNews::AnimationGoes); }
 

@@ -38,8 +38,6 @@ RKbdInp::~RKbdInp() {
     if (window && all_.empty()) window->defaults().key = nullptr;
 }
 
-std::unique_ptr<OMScriptableObject> RKbdInp::duplicate() { return std::make_unique<RKbdInp>(); }
-
 std::string RKbdInp::nameOf(const platform::KeyPress& press) {
     std::string name(press.control ? kControl : std::string_view());
     const int special = press.code - kFirstName;
