@@ -43,6 +43,13 @@ Decoded decodeFirst(std::string_view text) {
     return {character, length};
 }
 
+template <class Letter>
+std::string eachOf(std::string_view text, Letter letter) {
+    std::string changed(text);
+    std::ranges::transform(changed, changed.begin(), letter);
+    return changed;
+}
+
 } // namespace
 
 std::string utf8FromLatin1(std::string_view latin1) {
@@ -82,6 +89,18 @@ std::optional<std::string> latin1FromCharacters(std::u32string_view characters) 
 std::optional<std::string> latin1FromUtf8(std::string_view utf8) {
     const auto characters = decodeUtf8(utf8);
     return characters ? latin1FromCharacters(*characters) : std::nullopt;
+}
+
+std::string lowerLatin1(std::string_view text) {
+    return eachOf(text, [](char c) { return lowerLatin1(c); });
+}
+
+std::string lowerAscii(std::string_view text) {
+    return eachOf(text, [](char c) { return isAsciiLetter(c) ? lowerLatin1(c) : c; });
+}
+
+std::string upperAscii(std::string_view text) {
+    return eachOf(text, [](char c) { return isAsciiLetter(c) ? upperLatin1(c) : c; });
 }
 
 bool equalIgnoringCase(std::string_view a, std::string_view b) {

@@ -33,6 +33,15 @@ namespace formats {
     return capital && code != 0xD7 ? static_cast<char>(code + 0x20) : c;
 }
 
+[[nodiscard]] std::string lowerLatin1(std::string_view text);
+/// Only A to Z and a to z change: for texts that may be UTF-8.
+[[nodiscard]] std::string lowerAscii(std::string_view text);
+[[nodiscard]] std::string upperAscii(std::string_view text);
+[[nodiscard]] constexpr bool isAsciiLetter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+/// Of Latin-1, as all names of files are.
 [[nodiscard]] bool equalIgnoringCase(std::string_view a, std::string_view b);
 
 /// Order of names without regard to case; names that differ in case only are ordered by their

@@ -16,12 +16,6 @@ constexpr int kLargestId = std::numeric_limits<std::int16_t>::max();
 
 bool endsBlock(std::string_view line) { return line.find(kEndFile) != std::string_view::npos; }
 
-std::string lowerCase(std::string_view name) {
-    std::string lower(name);
-    std::ranges::transform(lower, lower.begin(), lowerLatin1);
-    return lower;
-}
-
 } // namespace
 
 ResourceMap::ResourceMap(std::string_view text, Problem problem)
@@ -69,7 +63,7 @@ std::string ResourceMap::fileName(std::string_view line) {
     else if (name.size() > kMaxFileName)
         tell("the file name has more than 15 characters, the resources below are left out");
     else
-        return lowerCase(name);
+        return lowerLatin1(name);
     return {};
 }
 

@@ -57,7 +57,3 @@ void OMPathClear();
 /// Opens for reading what a name stands for; null when that is nothing. For files that may be
 /// cached see OMCachedFile::open.
 [[nodiscard]] std::unique_ptr<platform::File> OMPathOpen(std::string_view name);
-
-/// File names are Latin-1 and are the same whatever the case of their letters.
-[[nodiscard]] bool OMPathSameName(std::string_view one, std::string_view other);
-[[nodiscard]] std::string OMPathLowerCase(std::string_view name);

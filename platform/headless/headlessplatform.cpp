@@ -18,21 +18,14 @@ namespace {
 
 std::ostream& orElse(std::ostream* chosen, std::ostream& usual) { return chosen ? *chosen : usual; }
 
-/// The folder itself or the next one above it that is there.
-std::string nearest(std::filesystem::path path) {
-    std::error_code error;
-    while (path.has_relative_path() && !std::filesystem::exists(path, error))
-        path = path.parent_path();
-    return path.empty() ? "." : path.string();
-}
-
 /// Of screenshots and recordings.
 std::vector<std::string> foldersOf(const HeadlessOptions& options) {
     std::vector<std::string> folders;
-    if (!options.recordSound.empty()) folders.push_back(nearest(options.recordSound));
+    if (!options.recordSound.empty()) folders.push_back(nearestFolder(options.recordSound, "."));
     for (const TimelineEvent& event : options.timeline)
         if (const auto* screenshot = std::get_if<TimelineScreenshot>(&event.what))
-            folders.push_back(nearest(std::filesystem::path(screenshot->file).parent_path()));
+            folders.push_back(
+                nearestFolder(std::filesystem::path(screenshot->file).parent_path(), "."));
     return folders;
 }
 

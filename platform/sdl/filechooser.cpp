@@ -91,17 +91,9 @@ std::optional<std::string> ask(std::vector<std::string> words,
 
 /// The pattern as written and in both cases: the helpers tell cases apart.
 std::string patternsOf(const std::string& pattern) {
-    std::string upper;
-    std::string lower;
-    for (const char c : pattern) {
-        const bool letter = formats::upperLatin1(c) >= 'A' && formats::upperLatin1(c) <= 'Z';
-        upper += letter ? static_cast<char>(formats::upperLatin1(c)) : c;
-        lower += letter ? static_cast<char>(formats::upperLatin1(c) | 0x20) : c;
-    }
     std::string all = pattern;
-    for (const std::string& other : {lower, upper}) {
+    for (const std::string& other : {formats::lowerAscii(pattern), formats::upperAscii(pattern)})
         if (other != pattern) all += ' ' + other;
-    }
     return all;
 }
 

@@ -87,13 +87,9 @@ std::unique_ptr<Cursor> SdlDisplay::makeCursor(int id) {
 }
 
 std::unique_ptr<Cursor> SdlDisplay::makeCursor(int id, const CursorImage& image) {
-    constexpr int kBits = 32;
-    constexpr int kBytes = 4;
     if (!image.isWhole()) return nullptr;
     std::vector<std::uint32_t> pixels = image.pixels; // a surface wants to be able to write
-    const SdlHandle<SDL_Surface> surface(
-        SDL_CreateRGBSurfaceWithFormatFrom(pixels.data(), image.width, image.height, kBits,
-                                           image.width * kBytes, SDL_PIXELFORMAT_ARGB8888));
+    const auto surface = makeSdlSurface(pixels, image.width, image.height);
     if (!surface) return nullptr;
     SdlHandle<SDL_Cursor> handle(
         SDL_CreateColorCursor(surface.get(), image.hotSpot.x, image.hotSpot.y));

@@ -42,10 +42,8 @@ std::string SdlWaveOut::whySilent() const {
 
 void SdlWaveOut::write(WaveBuffer& buffer) {
     if (device_ == 0) return silent_.write(buffer);
-    buffer.prepared = true;
-    buffer.done = false;
     SDL_LockAudioDevice(device_);
-    queue_.push_back({&buffer, 0});
+    queue_.add(buffer);
     SDL_UnlockAudioDevice(device_);
 }
 
@@ -78,12 +76,12 @@ bool SdlWaveOut::standsStill() {
 
 /// Another device, or the clock, goes on with the queue.
 void SdlWaveOut::replaceDevice() {
-    settle();
+    queue_.settle();
     unaskedMs_ = 0;
     device_ = sound_.open({rate_}, deliver, this);
     if (device_ == 0) {
         silent_.open(rate_);
-        for (const Queued& queued : std::exchange(queue_, {})) silent_.write(*queued.buffer);
+        queue_.empty([this](WaveBuffer& buffer) { silent_.write(buffer); });
     }
     if (paused_) pause();
 }
@@ -91,15 +89,7 @@ void SdlWaveOut::replaceDevice() {
 void SdlWaveOut::beginChange() {
     if (device_ == 0) return silent_.poll();
     SDL_LockAudioDevice(device_);
-    settle();
-}
-
-/// Tells which buffers have been played.
-void SdlWaveOut::settle() {
-    while (!queue_.empty() && queue_.front().played == queue_.front().buffer->data.size()) {
-        queue_.front().buffer->done = true;
-        queue_.pop_front();
-    }
+    queue_.settle();
 }
 
 void SdlWaveOut::endChange() {
@@ -121,8 +111,7 @@ void SdlWaveOut::restart() {
 void SdlWaveOut::reset() {
     if (device_ != 0) {
         SDL_LockAudioDevice(device_);
-        for (const Queued& queued : queue_) queued.buffer->done = true;
-        queue_.clear();
+        queue_.drop();
         SDL_UnlockAudioDevice(device_);
     }
     silent_.reset();
@@ -134,13 +123,10 @@ void SDLCALL SdlWaveOut::deliver(void* device, Uint8* output, int bytes) {
     auto* const self = static_cast<SdlWaveOut*>(device);
     self->asked_ = true;
     std::span<Uint8> rest(output, static_cast<std::size_t>(bytes));
-    for (Queued& queued : self->queue_) {
-        const auto waiting = queued.buffer->data.subspan(queued.played);
-        const std::size_t count = std::min(waiting.size(), rest.size());
-        std::copy_n(waiting.begin(), count, rest.begin());
-        queued.played += count;
-        rest = rest.subspan(count);
-    }
+    self->queue_.play(rest.size(), [&rest](std::span<const std::uint8_t> samples) {
+        std::ranges::copy(samples, rest.begin());
+        rest = rest.subspan(samples.size());
+    });
     std::ranges::fill(rest, Uint8{kSilence});
 }
 

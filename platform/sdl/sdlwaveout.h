@@ -7,10 +7,8 @@
 #pragma once
 
 #include "platform/host/sound/clockedwaveout.h"
+#include "platform/host/sound/wavequeue.h"
 #include "platform/sdl/sdlsound.h"
-
-#include <cstddef>
-#include <deque>
 
 namespace platform {
 
@@ -38,23 +36,17 @@ class SdlWaveOut final : public WaveOut {
     void endChange() override;
 
   private:
-    struct Queued {
-        WaveBuffer* buffer;
-        std::size_t played; ///< bytes
-    };
-
     static void SDLCALL deliver(void* device, Uint8* output, int bytes);
 
     void watchDevice();
     [[nodiscard]] bool standsStill();
     void replaceDevice();
-    void settle();
 
     SdlSound& sound_;
     SDL_AudioDeviceID device_ = 0; ///< 0: closed, or silent
     int rate_ = 0;                 ///< 0: closed
     bool paused_ = false;
-    std::deque<Queued> queue_;    ///< of the device; guarded by its lock
+    WaveQueue queue_;             ///< of the device; guarded by its lock
     bool asked_ = false;          ///< since the last look; guarded by the lock
     std::uint32_t lookedMs_ = 0;  ///< when that was
     std::uint32_t unaskedMs_ = 0; ///< of playing

@@ -80,13 +80,16 @@ void setSdlIcon(SDL_Window* window, std::span<const std::byte> icon) {
 }
 
 void setSdlIcon(SDL_Window* window, const Picture& icon) {
+    std::vector<std::uint32_t> pixels = icon.pixels; // a surface wants to be able to write
+    const auto surface = makeSdlSurface(pixels, icon.width, icon.height);
+    if (surface) SDL_SetWindowIcon(window, surface.get());
+}
+
+SdlHandle<SDL_Surface> makeSdlSurface(std::vector<std::uint32_t>& pixels, int width, int height) {
     constexpr int kBits = 32;
     constexpr int kBytes = 4;
-    std::vector<std::uint32_t> pixels = icon.pixels; // a surface wants to be able to write
-    const SdlHandle<SDL_Surface> surface(
-        SDL_CreateRGBSurfaceWithFormatFrom(pixels.data(), icon.width, icon.height, kBits,
-                                           icon.width * kBytes, SDL_PIXELFORMAT_ARGB8888));
-    if (surface) SDL_SetWindowIcon(window, surface.get());
+    return SdlHandle<SDL_Surface>(SDL_CreateRGBSurfaceWithFormatFrom(
+        pixels.data(), width, height, kBits, width * kBytes, SDL_PIXELFORMAT_ARGB8888));
 }
 
 SdlHandle<SDL_Texture> makeSdlTexture(SDL_Renderer* renderer, int width, int height) {

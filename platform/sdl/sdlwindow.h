@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <vector>
 
 namespace platform {
 
@@ -52,6 +53,10 @@ struct SdlWindow {
 /// Gives the window an icon (see HostModules); without effect when the bytes are none.
 void setSdlIcon(SDL_Window* window, std::span<const std::byte> icon);
 void setSdlIcon(SDL_Window* window, const Picture& icon);
+
+/// What shows pixels 0xAARRGGBB, top row first, which must outlive it. Null on failure.
+[[nodiscard]] SdlHandle<SDL_Surface> makeSdlSurface(std::vector<std::uint32_t>& pixels, int width,
+                                                    int height);
 
 /// A texture of `width` by `height` pixels 0xFFRRGGBB, made to be written often. Null on failure.
 [[nodiscard]] SdlHandle<SDL_Texture> makeSdlTexture(SDL_Renderer* renderer, int width, int height);

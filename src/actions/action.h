@@ -95,15 +95,3 @@ class Action : public OMScriptableObject {
     bool paused_ = false;
     std::unique_ptr<OMTask> finishing_; ///< what finishLater has put off
 };
-
-/// Base of a class whose copy constructor makes the duplicates.
-template <class Self, class Base = Action>
-class CopiedAction : public Base {
-  public:
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override {
-        return std::make_unique<Self>(static_cast<const Self&>(*this));
-    }
-
-  protected:
-    using Base::Base;
-};

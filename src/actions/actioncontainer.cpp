@@ -13,7 +13,7 @@ namespace {
 constexpr OMSEntry kActionContainerVocabulary[] = {
     oms::readOnly<&ActionContainer::actionCount>("actionCount"),
     oms::readOnly<&ActionContainer::isActive>("isActive"),
-    oms::method<&ActionContainer::addFromScript>("add", "variable or type [parameters]"),
+    oms::method<&ActionContainer::addFromScript>("add", "variable | type [parameters]"),
 };
 
 } // namespace

@@ -9,7 +9,7 @@
 // ---------------------------------------------------------------------------- AnimAction
 
 AnimAction::AnimAction(const Settings& settings, bool interruptible)
-    : CopiedAction(interruptible), settings_(settings) {}
+    : OMSCopied(interruptible), settings_(settings) {}
 
 std::unique_ptr<Action> AnimAction::create(bool byDefault) {
     constexpr std::size_t kShortForm = 3; // and the flag

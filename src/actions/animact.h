@@ -7,7 +7,7 @@
 #include <memory>
 
 /// Shows an animation resource while it plays; the picture goes with the end of the action.
-class AnimAction final : public CopiedAction<AnimAction> {
+class AnimAction final : public OMSCopied<AnimAction, Action> {
   public:
     static constexpr int kNoAnimation = -1; ///< a resource id
 
@@ -20,7 +20,7 @@ class AnimAction final : public CopiedAction<AnimAction> {
     };
 
     AnimAction(const Settings& settings, bool interruptible);
-    AnimAction(const AnimAction& other) : CopiedAction(other), settings_(other.settings_) {}
+    AnimAction(const AnimAction& other) : OMSCopied(other), settings_(other.settings_) {}
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:
@@ -35,9 +35,9 @@ class AnimAction final : public CopiedAction<AnimAction> {
 };
 
 /// Plays an animation of the script, which stays as it ends. Halting stops it.
-class PlayAnimAction final : public CopiedAction<PlayAnimAction, ActionOf<RAnimation>> {
+class PlayAnimAction final : public OMSCopied<PlayAnimAction, ActionOf<RAnimation>> {
   public:
-    using CopiedAction::CopiedAction;
+    using OMSCopied::OMSCopied;
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:

@@ -6,7 +6,7 @@
 
 CharacterAnimAction::CharacterAnimAction(RCharacter& character, int id, int repeatCount,
                                          bool staysVisible, bool interruptible)
-    : CopiedAction(character, interruptible), id_(id), repeatCount_(repeatCount),
+    : OMSCopied(character, interruptible), id_(id), repeatCount_(repeatCount),
       staysVisible_(staysVisible) {}
 
 std::unique_ptr<Action> CharacterAnimAction::create(bool byDefault) {
@@ -31,7 +31,7 @@ void CharacterAnimAction::perform(RCharacter& character, OMLink done) {
 // ---------------------------------------------------------------------------- speech
 
 CharacterSpeechAction::CharacterSpeechAction(RCharacter& character, int speech, bool interruptible)
-    : CopiedAction(character, interruptible), speech_(speech) {}
+    : OMSCopied(character, interruptible), speech_(speech) {}
 
 std::unique_ptr<Action> CharacterSpeechAction::create(bool byDefault) {
     ActionParameters parameters("CharacterSpeechAction", byDefault);

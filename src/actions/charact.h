@@ -13,7 +13,7 @@ class CharacterAction : public ActionOf<RCharacter> {
     void letGo(RCharacter& character) override { character.resume(); }
 };
 
-class CharacterAnimAction final : public CopiedAction<CharacterAnimAction, CharacterAction> {
+class CharacterAnimAction final : public OMSCopied<CharacterAnimAction, CharacterAction> {
   public:
     CharacterAnimAction(RCharacter& character, int id, int repeatCount, bool staysVisible,
                         bool interruptible);
@@ -28,7 +28,7 @@ class CharacterAnimAction final : public CopiedAction<CharacterAnimAction, Chara
     bool staysVisible_;
 };
 
-class CharacterSpeechAction final : public CopiedAction<CharacterSpeechAction, CharacterAction> {
+class CharacterSpeechAction final : public OMSCopied<CharacterSpeechAction, CharacterAction> {
   public:
     CharacterSpeechAction(RCharacter& character, int speech, bool interruptible);
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);

@@ -28,9 +28,9 @@ class TimedAction : public Action {
     std::uint32_t startMs_ = 0;    ///< of the run, or of its part since the last pause
 };
 
-class DelayAction final : public CopiedAction<DelayAction, TimedAction> {
+class DelayAction final : public OMSCopied<DelayAction, TimedAction> {
   public:
-    DelayAction(int ms, bool interruptible) : CopiedAction(interruptible), ms_(ms) {}
+    DelayAction(int ms, bool interruptible) : OMSCopied(interruptible), ms_(ms) {}
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:
@@ -42,10 +42,10 @@ class DelayAction final : public CopiedAction<DelayAction, TimedAction> {
 
 /// Every run takes another time, at least the shortest and less than the longest. A longest one
 /// that is not longer counts as the shortest.
-class RandomDelayAction final : public CopiedAction<RandomDelayAction, TimedAction> {
+class RandomDelayAction final : public OMSCopied<RandomDelayAction, TimedAction> {
   public:
     RandomDelayAction(int shortestMs, int longestMs, bool interruptible)
-        : CopiedAction(interruptible), shortestMs_(shortestMs), longestMs_(longestMs) {}
+        : OMSCopied(interruptible), shortestMs_(shortestMs), longestMs_(longestMs) {}
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:
@@ -57,9 +57,9 @@ class RandomDelayAction final : public CopiedAction<RandomDelayAction, TimedActi
 };
 
 /// Has finished as soon as it is started.
-class EmptyAction final : public CopiedAction<EmptyAction> {
+class EmptyAction final : public OMSCopied<EmptyAction, Action> {
   public:
-    using CopiedAction::CopiedAction;
+    using OMSCopied::OMSCopied;
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:

@@ -6,9 +6,9 @@
 
 #include <memory>
 
-class MapAction final : public CopiedAction<MapAction, ActionOf<RMap>> {
+class MapAction final : public OMSCopied<MapAction, ActionOf<RMap>> {
   public:
-    using CopiedAction::CopiedAction;
+    using OMSCopied::OMSCopied;
     [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
 
   protected:

@@ -7,12 +7,12 @@
 
 MoveAction::MoveAction(RAnimation& animation, OMTrinket& trinket, std::vector<Axis> axes,
                        bool interruptible)
-    : CopiedAction(interruptible), animation_(&animation), trinket_(&trinket),
-      axes_(std::move(axes)) {}
+    : OMSCopied(interruptible), animation_(&animation), trinket_(&trinket), axes_(std::move(axes)) {
+}
 
 MoveAction::MoveAction(const MoveAction& other)
-    : CopiedAction(other), animation_(other.animation_), trinket_(other.trinket_),
-      axes_(other.axes_) {}
+    : OMSCopied(other), animation_(other.animation_), trinket_(other.trinket_), axes_(other.axes_) {
+}
 
 // ---------------------------------------------------------------------------- creation
 

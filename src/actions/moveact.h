@@ -16,7 +16,7 @@
 
 class ActionParameters;
 
-class MoveAction final : public CopiedAction<MoveAction> {
+class MoveAction final : public OMSCopied<MoveAction, Action> {
   public:
     enum class Direction : std::uint8_t { X, Y };
 

@@ -8,10 +8,9 @@
 #include <utility>
 
 MovieAction::MovieAction(Settings settings, bool interruptible)
-    : CopiedAction(interruptible), settings_(std::move(settings)) {}
+    : OMSCopied(interruptible), settings_(std::move(settings)) {}
 
-MovieAction::MovieAction(const MovieAction& other)
-    : CopiedAction(other), settings_(other.settings_) {}
+MovieAction::MovieAction(const MovieAction& other) : OMSCopied(other), settings_(other.settings_) {}
 
 std::unique_ptr<Action> MovieAction::create(bool byDefault) {
     ActionParameters parameters("MovieAction", byDefault);

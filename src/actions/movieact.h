@@ -8,7 +8,7 @@
 
 class RSmackerMovie;
 
-class MovieAction final : public CopiedAction<MovieAction> {
+class MovieAction final : public OMSCopied<MovieAction, Action> {
   public:
     struct Settings {
         std::string file;

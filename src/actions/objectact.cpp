@@ -9,7 +9,7 @@
 
 VerbAction::VerbAction(OMScriptableObject& object, std::string verb,
                        std::vector<std::string> arguments, bool interruptible)
-    : CopiedAction(interruptible), object_(&object), verb_(std::move(verb)),
+    : OMSCopied(interruptible), object_(&object), verb_(std::move(verb)),
       arguments_(std::move(arguments)) {}
 
 std::unique_ptr<Action> VerbAction::create(bool byDefault) {
@@ -45,7 +45,7 @@ void VerbAction::begin() {
 
 PropertyAction::PropertyAction(OMScriptableObject& object, std::string property, std::string value,
                                bool interruptible)
-    : CopiedAction(interruptible), object_(&object), property_(std::move(property)),
+    : OMSCopied(interruptible), object_(&object), property_(std::move(property)),
       value_(std::move(value)) {}
 
 std::unique_ptr<Action> PropertyAction::create(bool byDefault) {

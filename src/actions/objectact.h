@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-class VerbAction final : public CopiedAction<VerbAction> {
+class VerbAction final : public OMSCopied<VerbAction, Action> {
   public:
     VerbAction(OMScriptableObject& object, std::string verb, std::vector<std::string> arguments,
                bool interruptible);
@@ -24,7 +24,7 @@ class VerbAction final : public CopiedAction<VerbAction> {
     std::vector<std::string> arguments_;
 };
 
-class PropertyAction final : public CopiedAction<PropertyAction> {
+class PropertyAction final : public OMSCopied<PropertyAction, Action> {
   public:
     PropertyAction(OMScriptableObject& object, std::string property, std::string value,
                    bool interruptible);

@@ -16,12 +16,6 @@ std::unique_ptr<OMScriptableObject> createCompositeAction() {
 const OMSClass RCompositeAction::kClass{
     "RCompositeAction", &ActionContainer::kClass, {}, &createCompositeAction};
 
-std::unique_ptr<OMScriptableObject> RCompositeAction::duplicate() {
-    auto copy = std::make_unique<RCompositeAction>(interruptibleByDefault());
-    copy->takeMembersOf(*this);
-    return copy;
-}
-
 /// All are marked before the first one starts, which may be done at once.
 void RCompositeAction::startMembers() {
     forEach([](Member& member) { member.state = State::Due; });

@@ -5,13 +5,15 @@
 
 #include "actioncontainer.h"
 
-class RCompositeAction final : public ActionContainer {
+class RCompositeAction final : public OMSCopied<RCompositeAction, ActionContainer> {
   public:
     static const OMSClass kClass;
 
-    explicit RCompositeAction(bool interruptible) : ActionContainer(kClass, interruptible) {}
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    explicit RCompositeAction(bool interruptible) : OMSCopied(kClass, interruptible) {}
+    RCompositeAction(const RCompositeAction& other)
+        : RCompositeAction(other.interruptibleByDefault()) {
+        takeMembersOf(other);
+    }
 
     /// Those that may not be interrupted run on, and it is active until they are done.
     void halt() override;

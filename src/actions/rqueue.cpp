@@ -20,12 +20,6 @@ std::unique_ptr<OMScriptableObject> createQueue() {
 
 const OMSClass RQueue::kClass{"RQueue", &ActionContainer::kClass, kRQueueVocabulary, &createQueue};
 
-std::unique_ptr<OMScriptableObject> RQueue::duplicate() {
-    auto copy = std::make_unique<RQueue>(repeatCount_, interruptibleByDefault());
-    copy->takeMembersOf(*this);
-    return copy;
-}
-
 void RQueue::startMembers() {
     roundsDone_ = 0;
     cursor_ = members().front().number;

@@ -5,16 +5,17 @@
 
 #include "actioncontainer.h"
 
-class RQueue final : public ActionContainer {
+class RQueue final : public OMSCopied<RQueue, ActionContainer> {
   public:
     static const OMSClass kClass;
     static constexpr int kForever = -1; ///< repeat count
 
-    RQueue(int repeatCount, bool interruptible) : ActionContainer(kClass, interruptible) {
+    RQueue(int repeatCount, bool interruptible) : OMSCopied(kClass, interruptible) {
         setRepeatCount(repeatCount);
     }
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    RQueue(const RQueue& other) : RQueue(other.repeatCount_, other.interruptibleByDefault()) {
+        takeMembersOf(other);
+    }
 
     /// Passes over the members that may be interrupted; goes on with the first that may not.
     void halt() override;

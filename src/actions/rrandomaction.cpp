@@ -23,13 +23,12 @@ std::unique_ptr<OMScriptableObject> createRandomAction() {
 const OMSClass RRandomAction::kClass{"RRandomAction", &ActionContainer::kClass,
                                      kRRandomActionVocabulary, &createRandomAction};
 
-std::unique_ptr<OMScriptableObject> RRandomAction::duplicate() {
-    auto copy = std::make_unique<RRandomAction>(useAllBeforeRepeat_, interruptibleByDefault());
-    copy->takeMembersOf(*this);
-    for (std::size_t i = 0; i < copy->members().size(); ++i)
-        if (std::ranges::find(pool_, members()[i].number) == pool_.end())
-            std::erase(copy->pool_, copy->members()[i].number);
-    return copy;
+RRandomAction::RRandomAction(const RRandomAction& other)
+    : RRandomAction(other.useAllBeforeRepeat_, other.interruptibleByDefault()) {
+    takeMembersOf(other);
+    for (std::size_t i = 0; i < members().size(); ++i)
+        if (std::ranges::find(other.pool_, other.members()[i].number) == other.pool_.end())
+            std::erase(pool_, members()[i].number);
 }
 
 void RRandomAction::setUseAllBeforeRepeat(bool on) {

@@ -7,15 +7,14 @@
 
 #include <vector>
 
-class RRandomAction final : public ActionContainer {
+class RRandomAction final : public OMSCopied<RRandomAction, ActionContainer> {
   public:
     static const OMSClass kClass;
 
     RRandomAction(bool useAllBeforeRepeat, bool interruptible)
-        : ActionContainer(kClass, interruptible), useAllBeforeRepeat_(useAllBeforeRepeat) {}
-
+        : OMSCopied(kClass, interruptible), useAllBeforeRepeat_(useAllBeforeRepeat) {}
     /// The same members are left to be drawn.
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    RRandomAction(const RRandomAction& other);
 
     /// Without effect on a member that may not be interrupted.
     void halt() override;

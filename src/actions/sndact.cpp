@@ -5,10 +5,10 @@
 #include "sound/streamsound.h"
 
 SoundAction::SoundAction(int id, bool streamed, bool interruptible)
-    : CopiedAction(interruptible), id_(id), streamed_(streamed) {}
+    : OMSCopied(interruptible), id_(id), streamed_(streamed) {}
 
 SoundAction::SoundAction(const SoundAction& other)
-    : CopiedAction(other), id_(other.id_), streamed_(other.streamed_) {}
+    : OMSCopied(other), id_(other.id_), streamed_(other.streamed_) {}
 
 std::unique_ptr<Action> SoundAction::create(bool byDefault) {
     ActionParameters parameters("SoundAction", byDefault);

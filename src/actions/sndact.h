@@ -8,7 +8,7 @@
 class OMIStream;
 class RStreamSound;
 
-class SoundAction final : public CopiedAction<SoundAction> {
+class SoundAction final : public OMSCopied<SoundAction, Action> {
   public:
     using StreamLocator = OMLinkTo<std::unique_ptr<OMIStream>(int id, int bufferMode)>;
     static constexpr int kNoSound = -1; ///< an id

@@ -93,13 +93,13 @@ const OMSClass RMap::kClass{"RMap", &OMMultiTrinket::kClass, kRMapVocabulary,
 
 // ---------------------------------------------------------------------------- life
 
-RMap::RMap(OMTrinketWindow& window) : OMMultiTrinket(window) {
+RMap::RMap(OMTrinketWindow& window) : OMSCopied(window) {
     directionIds_.fill(kNone);
     trapSoundIds_.fill(kNone);
 }
 
 RMap::RMap(const RMap& other)
-    : OMMultiTrinket(other), board_(other.board_), walk_(other.walk_), start_(other.start_),
+    : OMSCopied(other), board_(other.board_), walk_(other.walk_), start_(other.start_),
       finish_(other.finish_), cellWidth_(other.cellWidth_), cellHeight_(other.cellHeight_),
       moveDelay_(other.moveDelay_), mapId_(other.mapId_), startId_(other.startId_),
       finishId_(other.finishId_), offMapSoundId_(other.offMapSoundId_),
@@ -130,10 +130,6 @@ std::unique_ptr<OMScriptableObject> RMap::createFromScript() {
     map->place(x, y);
     if (arguments.hasNext()) map->setZ(arguments.nextInteger());
     return map;
-}
-
-std::unique_ptr<OMScriptableObject> RMap::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RMap(*this));
 }
 
 // ---------------------------------------------------------------------------- the run

@@ -21,7 +21,7 @@
 
 class OMAnimation;
 
-class RMap final : public OMMultiTrinket {
+class RMap final : public OMSCopied<RMap, OMMultiTrinket> {
   public:
     static const OMSClass kClass;
 
@@ -39,13 +39,12 @@ class RMap final : public OMMultiTrinket {
     static constexpr int kSecondTrail = 100;
 
     explicit RMap(OMTrinketWindow& window);
+    /// A map with the same settings and moves, without trails, standing.
+    RMap(const RMap& other);
     /// Whoever waits for a run is told when the map is gone.
     ~RMap() override;
 
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
-
-    /// A map with the same settings and moves, without trails, standing.
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     // Running the moves.
 
@@ -110,8 +109,6 @@ class RMap final : public OMMultiTrinket {
   private:
     void onRetire() override;
     struct Run;
-
-    RMap(const RMap& other);
 
     // The run.
     void tick();

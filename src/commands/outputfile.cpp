@@ -1,5 +1,6 @@
 #include "commands/outputfile.h"
 
+#include "formats/base/latin1.h"
 #include "omlog.h"
 #include "ompath.h"
 #include "omplatform.h"
@@ -18,7 +19,7 @@ constexpr const char* kTooMuch =
 bool isSave(const std::string& fullPath) {
     const std::string name = fullPath.substr(fullPath.rfind('\\') + 1);
     return std::ranges::any_of(kSaves, [&](std::string_view save) {
-        return OMPathSameName(std::string_view(name).substr(0, save.size()), save);
+        return formats::equalIgnoringCase(std::string_view(name).substr(0, save.size()), save);
     });
 }
 

@@ -29,8 +29,8 @@ constexpr OMSEntry kRSmackerMovieVocabulary[] = {
     oms::lasting<&RSmackerMovie::start>(OMScriptableObject::kDefaultMethod),
     oms::method<&RSmackerMovie::stop>("stop"),
     oms::method<&RSmackerMovie::release>("release"),
-    oms::method<&RSmackerMovie::addSignals>("addSignals", "frames, from 1; -1: all"),
-    oms::method<&RSmackerMovie::removeSignals>("removeSignals", "frames, from 1; -1: all"),
+    oms::method<&RSmackerMovie::addSignals>("addSignals", "frame ... | -1"),
+    oms::method<&RSmackerMovie::removeSignals>("removeSignals", "frame ... | -1"),
     oms::event("signal", "it has come to one of the frames"),
     oms::event("finished", "playback has ended"),
 };

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "omid.h"
+#include "omsclass.h"
 #include "ranimation.h"
 
 #include <cstdint>
@@ -95,8 +96,6 @@ class RAnswer : public RAnimation {
     /// Of the base picture.
     [[nodiscard]] int graphicID() const { return resourceId(); }
     void setGraphicID(int id);
-    void playAnimation() { play(); }
-    void stopAnimation() { endPlayback(); }
 
     [[nodiscard]] int extraBottom() const { return extra_.bottom; }
     void setExtraBottom(int pixels) { extra_.bottom = inset(pixels); }
@@ -164,4 +163,20 @@ class RAnswer : public RAnimation {
     AnswerSounds sounds_ = defaultSounds;
     std::string attribute_;
     std::optional<std::string> value_; ///< once it was written
+};
+
+// Rows that kinds share.
+inline constexpr OMSEntry kAnswerTextRows[] = {
+    oms::data<&RAnswer::attribute, &RAnswer::setAttributeText>(
+        "attribute", "text that attribute containers compare"),
+    oms::data<&RAnswer::value, &RAnswer::setValue>(
+        "value", "number that containers count; the attribute, until it is written"),
+};
+inline constexpr OMSEntry kAnswerPictureRows[] = {
+    oms::data<&RAnswer::graphicID, &RAnswer::setGraphicID>("graphicID", "its picture; -1: none"),
+};
+/// Containers have them too.
+inline constexpr OMSEntry kPlayRows[] = {
+    oms::lasting<&RAnimation::play>("playAnimation"),
+    oms::method<&RAnimation::endPlayback>("stopAnimation"),
 };

@@ -12,7 +12,7 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kRAttributeContainerVocabulary[] = {
+constexpr OMSEntry kRAttributeContainerRows[] = {
     oms::data<&RAttributeContainer::anchorAnswerAtPoint,
               &RAttributeContainer::setAnchorAnswerAtPoint>(
         "anchorAnswerAtPoint", "answers rest at the anchor point, not in the middle"),
@@ -28,12 +28,11 @@ constexpr OMSEntry kRAttributeContainerVocabulary[] = {
         "attribute", "of the answer that is right"),
     oms::data<&RAttributeContainer::doPixelCompare, &RAttributeContainer::setDoPixelCompare>(
         "doPixelCompare", "the answer's hot point must be on a pixel of its picture"),
-    oms::data<&RContainer::isHighlighted, &RContainer::setHighlighted>(
-        "highlighted", "its second sequence is shown"),
-    oms::lasting<&RContainer::playAnimation>("playAnimation"),
     oms::method<&RContainer::replacePaletteEntry>("replacePaletteEntry", "old new"),
-    oms::method<&RContainer::stopAnimation>("stopAnimation"),
 };
+
+constexpr auto kRAttributeContainerVocabulary =
+    oms::joined(kRAttributeContainerRows, kContainerLookRows, kPlayRows);
 
 /// A point of the answer in the window.
 Point inWindow(const RAnswer& answer, Point point) {
@@ -48,13 +47,9 @@ const OMSClass RAttributeContainer::kClass{"RAttributeContainer", &RContainer::k
                                            &createContainer<RAttributeContainer>};
 
 RAttributeContainer::RAttributeContainer(const RAttributeContainer& other)
-    : SingleContainer(other), attribute_(other.attribute_), answerProperty_(other.answerProperty_),
+    : OMSCopied(other), attribute_(other.attribute_), answerProperty_(other.answerProperty_),
       comparesPixels_(other.comparesPixels_), anchorsAtPoint_(other.anchorsAtPoint_),
       anchorPoint_(other.anchorPoint_) {}
-
-std::unique_ptr<OMScriptableObject> RAttributeContainer::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RAttributeContainer(*this));
-}
 
 void RAttributeContainer::setAnswerAnchorPointX(int x) {
     anchorPoint_.x = OMTrinket::nearestPlace(x);

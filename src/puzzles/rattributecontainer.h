@@ -7,15 +7,12 @@
 
 #include <memory>
 
-class RAttributeContainer final : public SingleContainer {
+class RAttributeContainer final : public OMSCopied<RAttributeContainer, SingleContainer> {
   public:
     static const OMSClass kClass;
 
-    RAttributeContainer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
-                        int y)
-        : SingleContainer(window, std::move(image), id, x, y) {}
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    using OMSCopied::OMSCopied;
+    RAttributeContainer(const RAttributeContainer& other);
 
     // For scripts.
 
@@ -37,8 +34,6 @@ class RAttributeContainer final : public SingleContainer {
     void setDoPixelCompare(bool compares);
 
   private:
-    RAttributeContainer(const RAttributeContainer& other);
-
     /// From the answer's left upper corner; none while it does not use one.
     [[nodiscard]] static std::optional<platform::Point> hotPointOf(RAnswer& answer);
     [[nodiscard]] std::int64_t scoreOf(RAnswer& answer) override;

@@ -43,9 +43,9 @@ RContainer::RContainer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, 
 }
 
 RContainer::RContainer(const RContainer& other)
-    : RAnimation(other), area_(other.area_), locksCorrect_(other.locksCorrect_),
-      rejectsIncorrect_(other.rejectsIncorrect_), enabled_(other.enabled_),
-      highlighted_(other.highlighted_) {}
+    : RAnimation(other), area_(other.area_), value_(other.value_),
+      locksCorrect_(other.locksCorrect_), rejectsIncorrect_(other.rejectsIncorrect_),
+      enabled_(other.enabled_), highlighted_(other.highlighted_) {}
 
 void RContainer::onRetire() {
     while (!keepers_.empty()) {
@@ -126,7 +126,7 @@ std::optional<int> RContainer::numberOf(RAnswer& answer, std::string_view proper
     return text ? std::optional(OMSToInteger(*text)) : std::nullopt;
 }
 
-int RContainer::sumOfValues() const {
+int RContainer::answerValue() const {
     std::int64_t sum = 0;
     for (RAnswer* answer : answers_) sum += numberOf(*answer, "value").value_or(0);
     return static_cast<int>(std::clamp<std::int64_t>(sum, std::numeric_limits<int>::min(),

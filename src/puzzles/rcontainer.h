@@ -10,6 +10,7 @@
 // told. Wherever it goes its answers go too.
 #pragma once
 
+#include "omsclass.h"
 #include "ranswer.h"
 
 #include <cstddef>
@@ -76,11 +77,14 @@ class RContainer : public RAnimation {
     void setLockCorrectAnswers(bool locks) { locksCorrect_ = locks; }
     [[nodiscard]] bool rejectIncorrectAnswers() const { return rejectsIncorrect_; }
     void setRejectIncorrectAnswers(bool rejects) { rejectsIncorrect_ = rejects; }
+    /// For kinds that count: the right value, or sum of values.
+    [[nodiscard]] int value() const { return value_; }
+    void setValue(int value) { value_ = value; }
+    /// Sum of the values of its answers, those without one left out.
+    [[nodiscard]] int answerValue() const;
     /// Whether the second sequence of its animation is shown, where it has one.
     [[nodiscard]] bool isHighlighted() const { return highlighted_; }
     virtual void setHighlighted(bool highlighted);
-    void playAnimation() { play(); }
-    void stopAnimation() { endPlayback(); }
 
     [[nodiscard]] platform::Rect boundingRectangle() const override;
     [[nodiscard]] bool containsPoint(platform::Point point) const override;
@@ -124,8 +128,6 @@ class RContainer : public RAnimation {
                                                            std::string_view property);
     /// A property as a number.
     [[nodiscard]] static std::optional<int> numberOf(RAnswer& answer, std::string_view property);
-    /// Of all answers, those without one left out.
-    [[nodiscard]] int sumOfValues() const;
     static void playSound(int id);
 
   private:
@@ -135,8 +137,19 @@ class RContainer : public RAnimation {
     std::vector<ContainerKeeper*> keepers_;
     std::vector<RAnswer*> answers_;
     platform::Point area_{}; ///< width and height of one without a picture
+    int value_ = 0;
     bool locksCorrect_ = false;
     bool rejectsIncorrect_ = false;
     bool enabled_ = true;
     bool highlighted_ = false;
+};
+
+// Rows that kinds share.
+inline constexpr OMSEntry kContainerLookRows[] = {
+    oms::data<&RContainer::isHighlighted, &RContainer::setHighlighted>(
+        "highlighted", "its second sequence is shown"),
+};
+inline constexpr OMSEntry kContainerSumRows[] = {
+    oms::readOnly<&RContainer::answerValue>("answerValue", "sum of the values of its answers"),
+    oms::data<&RContainer::value, &RContainer::setValue>("value", "sum that is right"),
 };

@@ -5,9 +5,7 @@
 
 namespace {
 
-constexpr OMSEntry kRDoubleGraphicTextAnswerVocabulary[] = {
-    oms::data<&RAnswer::attribute, &RAnswer::setAttributeText>(
-        "attribute", "text that attribute containers compare"),
+constexpr OMSEntry kRDoubleGraphicTextAnswerRows[] = {
     oms::data<&RDoubleGraphicTextAnswer::pictureID<0>, &RDoubleGraphicTextAnswer::setPictureID<0>>(
         "graphic1ID", "a picture; -1: none"),
     oms::data<&RDoubleGraphicTextAnswer::pictureOffsetZ<0>,
@@ -34,12 +32,13 @@ constexpr OMSEntry kRDoubleGraphicTextAnswerVocabulary[] = {
               &RDoubleGraphicTextAnswer::setTextOffsetX<1>>("text2OffsetX", "as text1OffsetX"),
     oms::data<&RDoubleGraphicTextAnswer::textOffsetY<1>,
               &RDoubleGraphicTextAnswer::setTextOffsetY<1>>("text2OffsetY", "as text1OffsetX"),
-    oms::data<&RAnswer::value, &RAnswer::setValue>(
-        "value", "number that containers count; the attribute, until it is written"),
     oms::method<&RDoubleGraphicTextAnswer::playAnimations>("playAnimations"),
-    oms::method<&RDoubleGraphicTextAnswer::chooseFont>("setFont", "id | face size [style]"),
+    oms::method<&RDoubleGraphicTextAnswer::chooseFont>("setFont", "id | face [size [style]]"),
     oms::method<&RDoubleGraphicTextAnswer::stopAnimations>("stopAnimations"),
 };
+
+constexpr auto kRDoubleGraphicTextAnswerVocabulary =
+    oms::joined(kRDoubleGraphicTextAnswerRows, kAnswerTextRows);
 
 } // namespace
 
@@ -50,12 +49,8 @@ const OMSClass RDoubleGraphicTextAnswer::kClass{"RDoubleGraphicTextAnswer", &RAn
 RDoubleGraphicTextAnswer::RDoubleGraphicTextAnswer(OMTrinketWindow& window,
                                                    std::shared_ptr<AOImage> image, int id, int x,
                                                    int y)
-    : LabelledAnswer(window, std::move(image), id, x, y,
-                     "URL has to be installed in RDoubleGraphicTextAnswer", kTexts, kPictures) {}
-
-std::unique_ptr<OMScriptableObject> RDoubleGraphicTextAnswer::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RDoubleGraphicTextAnswer(*this));
-}
+    : OMSCopied(window, std::move(image), id, x, y,
+                "URL has to be installed in RDoubleGraphicTextAnswer", kTexts, kPictures) {}
 
 /// Without a locator it goes without its pictures. The message is not that of other animations.
 std::shared_ptr<AOImage> RDoubleGraphicTextAnswer::pictureOf(int id) {

@@ -7,14 +7,12 @@
 
 #include "labelledanswer.h"
 
-class RDoubleGraphicTextAnswer final : public LabelledAnswer {
+class RDoubleGraphicTextAnswer final : public OMSCopied<RDoubleGraphicTextAnswer, LabelledAnswer> {
   public:
     static const OMSClass kClass;
 
     RDoubleGraphicTextAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
                              int y);
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     // For scripts.
 
@@ -27,8 +25,6 @@ class RDoubleGraphicTextAnswer final : public LabelledAnswer {
   private:
     static constexpr std::size_t kTexts = 2;
     static constexpr std::size_t kPictures = 2; ///< besides the base picture
-
-    RDoubleGraphicTextAnswer(const RDoubleGraphicTextAnswer& other) = default;
 
     friend class RAnswer; // asks for the base picture
 

@@ -34,12 +34,12 @@ const OMSClass RFabricContainer::kClass{"RFabricContainer", &RContainer::kClass,
 
 RFabricContainer::RFabricContainer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id,
                                    int x, int y)
-    : RContainer(window, std::move(image), id, x, y) {
+    : OMSCopied(window, std::move(image), id, x, y) {
     pause();
 }
 
 RFabricContainer::RFabricContainer(const RFabricContainer& other)
-    : RContainer(other), correct_(other.correct_), infoOffset_(other.infoOffset_) {
+    : OMSCopied(other), correct_(other.correct_), infoOffset_(other.infoOffset_) {
     setInfoAOID(other.infoId_);
     showCovered();
 }
@@ -49,10 +49,6 @@ RFabricContainer::~RFabricContainer() { retire(); }
 void RFabricContainer::onRetire() {
     info_.reset();
     RContainer::onRetire();
-}
-
-std::unique_ptr<OMScriptableObject> RFabricContainer::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RFabricContainer(*this));
 }
 
 // ---------------------------------------------------------------------------- segments

@@ -8,7 +8,7 @@
 
 #include <memory>
 
-class RFabricContainer final : public RContainer {
+class RFabricContainer final : public OMSCopied<RFabricContainer, RContainer> {
   public:
     static const OMSClass kClass;
 
@@ -16,9 +16,8 @@ class RFabricContainer final : public RContainer {
     static constexpr int kNoInfo = -1;
 
     RFabricContainer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
+    RFabricContainer(const RFabricContainer& other);
     ~RFabricContainer() override;
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     [[nodiscard]] int segmentCount() const;
     [[nodiscard]] int coveredSegments() const;
@@ -54,8 +53,6 @@ class RFabricContainer final : public RContainer {
         int first;
         int count;
     };
-
-    RFabricContainer(const RFabricContainer& other);
 
     [[nodiscard]] static int segmentsOf(RAnswer& answer);
     /// The first segment of as many free ones in a row.

@@ -3,13 +3,11 @@
 
 #include "ranswer.h"
 
-class RGraphicAnswer final : public RAnswer {
+class RGraphicAnswer final : public OMSCopied<RGraphicAnswer, RAnswer> {
   public:
     static const OMSClass kClass;
 
-    using RAnswer::RAnswer;
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    using OMSCopied::OMSCopied;
 
     // For scripts.
 
@@ -23,8 +21,6 @@ class RGraphicAnswer final : public RAnswer {
     void setUsingHotPoint(bool uses) { usesHotPoint_ = uses; }
 
   private:
-    RGraphicAnswer(const RGraphicAnswer& other) = default;
-
     bool usesHotPoint_ = false;
     platform::Point hotPoint_{};
 };

@@ -4,10 +4,7 @@
 
 namespace {
 
-constexpr OMSEntry kRGraphicTextAnswerVocabulary[] = {
-    oms::data<&RAnswer::attribute, &RAnswer::setAttributeText>(
-        "attribute", "text that attribute containers compare"),
-    oms::data<&RAnswer::graphicID, &RAnswer::setGraphicID>("graphicID", "its picture; -1: none"),
+constexpr OMSEntry kRGraphicTextAnswerRows[] = {
     oms::data<&RGraphicTextAnswer::text<0>, &RGraphicTextAnswer::setText<0>>(
         "text", "what is written on it"),
     oms::data<&RGraphicTextAnswer::textColorIndex, &RGraphicTextAnswer::setTextColorIndex>(
@@ -16,12 +13,11 @@ constexpr OMSEntry kRGraphicTextAnswerVocabulary[] = {
         "textOffsetX", "of the text's box from the picture's corner"),
     oms::data<&RGraphicTextAnswer::textOffsetY<0>, &RGraphicTextAnswer::setTextOffsetY<0>>(
         "textOffsetY", "as textOffsetX"),
-    oms::data<&RAnswer::value, &RAnswer::setValue>(
-        "value", "number that containers count; the attribute, until it is written"),
-    oms::lasting<&RAnswer::playAnimation>("playAnimation"),
-    oms::method<&RGraphicTextAnswer::chooseFont>("setFont", "id | face size [style]"),
-    oms::method<&RAnswer::stopAnimation>("stopAnimation"),
+    oms::method<&RGraphicTextAnswer::chooseFont>("setFont", "id | face [size [style]]"),
 };
+
+constexpr auto kRGraphicTextAnswerVocabulary =
+    oms::joined(kRGraphicTextAnswerRows, kAnswerTextRows, kAnswerPictureRows, kPlayRows);
 
 } // namespace
 
@@ -31,9 +27,5 @@ const OMSClass RGraphicTextAnswer::kClass{"RGraphicTextAnswer", &RAnswer::kClass
 
 RGraphicTextAnswer::RGraphicTextAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image,
                                        int id, int x, int y)
-    : LabelledAnswer(window, std::move(image), id, x, y,
-                     "URL has to be installed in RGraphicTextAnswer", kTexts, kPictures) {}
-
-std::unique_ptr<OMScriptableObject> RGraphicTextAnswer::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RGraphicTextAnswer(*this));
-}
+    : OMSCopied(window, std::move(image), id, x, y, "URL has to be installed in RGraphicTextAnswer",
+                kTexts, kPictures) {}

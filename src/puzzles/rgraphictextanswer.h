@@ -6,18 +6,14 @@
 
 #include "labelledanswer.h"
 
-class RGraphicTextAnswer final : public LabelledAnswer {
+class RGraphicTextAnswer final : public OMSCopied<RGraphicTextAnswer, LabelledAnswer> {
   public:
     static const OMSClass kClass;
 
     RGraphicTextAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
                        int y);
 
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
-
   private:
     static constexpr std::size_t kTexts = 1;
     static constexpr std::size_t kPictures = 0; ///< besides the base picture
-
-    RGraphicTextAnswer(const RGraphicTextAnswer& other) = default;
 };

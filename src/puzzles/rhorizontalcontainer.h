@@ -7,15 +7,11 @@
 #include <string>
 #include <vector>
 
-class RHorizontalContainer final : public RowContainer {
+class RHorizontalContainer final : public OMSCopied<RHorizontalContainer, RowContainer> {
   public:
     static const OMSClass kClass;
 
-    RHorizontalContainer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
-                         int y)
-        : RowContainer(window, std::move(image), id, x, y) {}
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    using OMSCopied::OMSCopied;
 
     // For scripts.
 
@@ -30,7 +26,5 @@ class RHorizontalContainer final : public RowContainer {
     [[nodiscard]] bool isSolved() const override;
 
   private:
-    RHorizontalContainer(const RHorizontalContainer& other) = default;
-
     std::vector<std::string> matches_;
 };

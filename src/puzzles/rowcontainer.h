@@ -40,3 +40,11 @@ class RowContainer : public RContainer {
     int deltaZ_ = kDepthOfAnswers;
     std::int16_t slideSound_ = AnswerSounds::kNone;
 };
+
+/// Rows of all kinds.
+inline constexpr OMSEntry kRowContainerRows[] = {
+    oms::data<&RowContainer::deltaZ, &RowContainer::setDeltaZ>(
+        "deltaZ", "depth of answers above the container's"),
+    oms::data<&RowContainer::slideSound, &RowContainer::setSlideSound>(
+        "slideSound", "sound of answers that move in the row; -1: none"),
+};

@@ -9,20 +9,15 @@ using platform::Rect;
 
 namespace {
 
-constexpr OMSEntry kRStackingContainerVocabulary[] = {
-    oms::readOnly<&RStackingContainer::answerValue>("answerValue",
-                                                    "sum of the values of its answers"),
+constexpr OMSEntry kRStackingContainerRows[] = {
     oms::data<&RStackingContainer::droppedSound, &RStackingContainer::setDroppedSound>(
         "droppedSound", "sound of answers that fall; -1: none"),
-    oms::data<&RContainer::isHighlighted, &RContainer::setHighlighted>(
-        "highlighted", "its second sequence is shown"),
     oms::data<&RStackingContainer::solvedAnswerCount, &RStackingContainer::setSolvedAnswerCount>(
         "solvedAnswerCount", "answers that it takes to be solved; -1: any number"),
-    oms::data<&RStackingContainer::value, &RStackingContainer::setValue>("value",
-                                                                         "sum that is right"),
-    oms::lasting<&RContainer::playAnimation>("playAnimation"),
-    oms::method<&RContainer::stopAnimation>("stopAnimation"),
 };
+
+constexpr auto kRStackingContainerVocabulary =
+    oms::joined(kRStackingContainerRows, kContainerSumRows, kContainerLookRows, kPlayRows);
 
 int heightOf(const RAnswer& answer) { return std::max(answer.effectiveRectangle().height(), 0); }
 
@@ -33,12 +28,7 @@ const OMSClass RStackingContainer::kClass{"RStackingContainer", &RContainer::kCl
                                           &createContainer<RStackingContainer>};
 
 RStackingContainer::RStackingContainer(const RStackingContainer& other)
-    : RContainer(other), value_(other.value_), solvedCount_(other.solvedCount_),
-      droppedSound_(other.droppedSound_) {}
-
-std::unique_ptr<OMScriptableObject> RStackingContainer::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RStackingContainer(*this));
-}
+    : OMSCopied(other), solvedCount_(other.solvedCount_), droppedSound_(other.droppedSound_) {}
 
 std::int64_t RStackingContainer::stackHeight() const {
     return std::accumulate(heights_.begin(), heights_.end(), std::int64_t{0});
@@ -53,7 +43,7 @@ RContainer::Hit RStackingContainer::hitScore(RAnswer& answer, platform::Point) {
 bool RStackingContainer::isFull() const { return stackHeight() >= boundingRectangle().height(); }
 
 bool RStackingContainer::isSolved() const {
-    return answerValue() == value_ && (solvedCount_ == kAnyCount || solvedCount_ == answerCount());
+    return answerValue() == value() && (solvedCount_ == kAnyCount || solvedCount_ == answerCount());
 }
 
 void RStackingContainer::placeAnswer(RAnswer& answer) {

@@ -4,28 +4,23 @@
 
 #include "rcontainer.h"
 
-class RStackingContainer final : public RContainer {
+class RStackingContainer final : public OMSCopied<RStackingContainer, RContainer> {
   public:
     static const OMSClass kClass;
 
     static constexpr int kAnyCount = -1;
 
-    using RContainer::RContainer;
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    using OMSCopied::OMSCopied;
+    RStackingContainer(const RStackingContainer& other);
 
     // For scripts.
 
-    /// Sum of the values of its answers.
-    [[nodiscard]] int answerValue() const { return sumOfValues(); }
     /// Sound of answers that fall because one below was taken out.
     [[nodiscard]] int droppedSound() const { return droppedSound_; }
     void setDroppedSound(int id) { droppedSound_ = OMNarrowId(id); }
     /// How many answers it must have to be solved, or kAnyCount.
     [[nodiscard]] int solvedAnswerCount() const { return solvedCount_; }
     void setSolvedAnswerCount(int count) { solvedCount_ = count; }
-    [[nodiscard]] int value() const { return value_; }
-    void setValue(int value) { value_ = value; }
 
     [[nodiscard]] Hit hitScore(RAnswer& answer, platform::Point position) override;
     [[nodiscard]] bool isFull() const override;
@@ -37,11 +32,8 @@ class RStackingContainer final : public RContainer {
     void answerLeaves(std::size_t index) override;
 
   private:
-    RStackingContainer(const RStackingContainer& other);
-
     [[nodiscard]] std::int64_t stackHeight() const;
 
-    int value_ = 0;
     int solvedCount_ = kAnyCount;
     std::int16_t droppedSound_ = AnswerSounds::kNone;
     std::vector<int> heights_; ///< of its answers, from the bottom up, as they were when placed

@@ -4,21 +4,16 @@
 
 namespace {
 
-constexpr OMSEntry kRValueContainerVocabulary[] = {
+constexpr OMSEntry kRValueContainerRows[] = {
     oms::data<&RValueContainer::value, &RValueContainer::setValue>("value",
                                                                    "of the answer that is right"),
-    oms::data<&RContainer::isHighlighted, &RContainer::setHighlighted>(
-        "highlighted", "its second sequence is shown"),
-    oms::lasting<&RContainer::playAnimation>("playAnimation"),
-    oms::method<&RContainer::stopAnimation>("stopAnimation"),
 };
+
+constexpr auto kRValueContainerVocabulary =
+    oms::joined(kRValueContainerRows, kContainerLookRows, kPlayRows);
 
 } // namespace
 
 const OMSClass RValueContainer::kClass{"RValueContainer", &RContainer::kClass,
                                        kRValueContainerVocabulary,
                                        &createContainer<RValueContainer>};
-
-std::unique_ptr<OMScriptableObject> RValueContainer::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RValueContainer(*this));
-}

@@ -3,24 +3,14 @@
 
 #include "singlecontainer.h"
 
-class RValueContainer final : public SingleContainer {
+class RValueContainer final : public OMSCopied<RValueContainer, SingleContainer> {
   public:
     static const OMSClass kClass;
 
-    RValueContainer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
-        : SingleContainer(window, std::move(image), id, x, y) {}
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
-
-    [[nodiscard]] int value() const { return value_; }
-    void setValue(int value) { value_ = value; }
+    using OMSCopied::OMSCopied;
 
   private:
-    RValueContainer(const RValueContainer& other) = default;
-
     [[nodiscard]] bool isRight(RAnswer& answer) const override {
-        return numberOf(answer, "value") == value_;
+        return numberOf(answer, "value") == value();
     }
-
-    int value_ = 0;
 };

@@ -1,5 +1,6 @@
 #include "resources/resources.h"
 
+#include "formats/base/latin1.h"
 #include "omcachedfile.h"
 #include "omformat.h"
 #include "omistreamdll16.h"
@@ -108,7 +109,7 @@ void RResources::registerBlock(const formats::map::Library& library) {
 
 void RResources::scanDirectory(const std::string& directory) {
     for (const platform::DirectoryEntry& entry : OMPlatform().files().list(directory)) {
-        const std::string name = OMPathLowerCase(entry.name);
+        const std::string name = formats::lowerLatin1(entry.name);
         if (!entry.isDirectory && name.find(kResourceFileMark) != std::string::npos) scanFile(name);
     }
 }
@@ -267,6 +268,6 @@ void RResources::report(const std::string& text) {
 }
 
 RResources::FileRecord* RResources::find(std::string_view name) {
-    const auto place = places_.find(OMPathLowerCase(name));
+    const auto place = places_.find(formats::lowerLatin1(name));
     return place == places_.end() ? nullptr : &files_[place->second];
 }

@@ -16,11 +16,11 @@ constexpr OMSEntry kRScenePortVocabulary[] = {
         "backgroundMusicVolume", "0 to 100"),
     oms::data<&RScenePort::isBackgroundMusicEnabled, &RScenePort::setBackgroundMusicEnabled>(
         "isBackgroundMusicEnabled", "whether there is music at all"),
+    oms::method<&RScenePort::startBackgroundMusic>("startBackgroundMusic",
+                                                   "[id], [volume], [fade]"),
+    oms::method<&RScenePort::stopBackgroundMusic>("stopBackgroundMusic", "[fade]"),
     oms::method<&RScenePort::pauseBackgroundMusic>("pauseBackgroundMusic"),
     oms::method<&RScenePort::resumeBackgroundMusic>("resumeBackgroundMusic"),
-    oms::method<&RScenePort::startBackgroundMusic>("startBackgroundMusic",
-                                                   "[id], [volume], [fade seconds]"),
-    oms::method<&RScenePort::stopBackgroundMusic>("stopBackgroundMusic", "[fade seconds]"),
     oms::event("backgroundClicked", "a click met nothing else"),
     oms::event("exittingGame", "the game is about to end"),
     oms::event("paused", "the game pauses"),
@@ -51,10 +51,6 @@ void RScenePort::onRetire() {
 
 std::unique_ptr<OMScriptableObject> RScenePort::createFromScript() {
     return BackgroundMusic::current() ? std::make_unique<RScenePort>() : nullptr;
-}
-
-std::unique_ptr<OMScriptableObject> RScenePort::duplicate() {
-    return std::make_unique<RScenePort>();
 }
 
 // What is told

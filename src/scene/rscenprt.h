@@ -13,18 +13,17 @@
 #include <optional>
 #include <string_view>
 
-class RScenePort final : public OMScriptableObject {
+class RScenePort final : public OMSCopied<RScenePort, OMScriptableObject> {
   public:
     static const OMSClass kClass;
 
     /// Needs the background music, which must outlive it.
     RScenePort();
+    RScenePort(const RScenePort&) : RScenePort() {}
     ~RScenePort() override { retire(); }
 
     /// Null without the background music.
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     /// Whether there is a port at all.
     [[nodiscard]] static bool exists() { return !all_.empty(); }

@@ -21,20 +21,18 @@ constexpr OMSEntry kRWorldPortVocabulary[] = {
         "wsAutoLevelingX", "activity"),
     oms::data<&RWorldPort::threshold<&Thresholds::y>, &RWorldPort::setThreshold<&Thresholds::y>>(
         "wsAutoLevelingY", "activity"),
+    oms::method<&RWorldPort::addGlobal<IntProperty>>("addGlobalIntProperty", "name [stored]"),
+    oms::method<&RWorldPort::addGlobal<StringProperty>>("addGlobalStringProperty", "name [stored]"),
+    oms::method<&RWorldPort::addTemplate<IntProperty>>("addIntProperty", "name [stored]"),
+    oms::method<&RWorldPort::addTemplate<StringProperty>>("addStringProperty", "name [stored]"),
     oms::method<&RWorldPort::activateDataFile>("activateDataFile"),
-    oms::method<&RWorldPort::addGlobal<IntProperty>>("addGlobalIntProperty", "name, [persistent]"),
-    oms::method<&RWorldPort::addGlobal<StringProperty>>("addGlobalStringProperty",
-                                                        "name, [persistent]"),
-    oms::method<&RWorldPort::addTemplate<IntProperty>>("addIntProperty", "name, [persistent]"),
-    oms::method<&RWorldPort::addTemplate<StringProperty>>("addStringProperty",
-                                                          "name, [persistent]"),
     oms::method<&RWorldPort::activatePlayer>("activatePlayer", "name"),
     oms::method<&RWorldPort::removePlayer>("removePlayer", "name"),
 };
 
 /// There while a player is shown.
 constexpr OMSEntry kPlayerVocabulary[] = {
-    oms::method<&RWorldPort::addObject>("addObject", "item, location"),
+    oms::method<&RWorldPort::addObject>("addObject", "item location"),
     oms::method<&RWorldPort::autoLevel>("autoLevel", "location"),
     oms::method<&RWorldPort::backpackAddObject>("backpackAddObject", "item"),
     oms::method<&RWorldPort::backpackRemoveObject>("backpackRemoveObject", "slot"),
@@ -43,8 +41,7 @@ constexpr OMSEntry kPlayerVocabulary[] = {
     oms::method<&RWorldPort::incorrectGuess>("incorrectGuess", "location"),
     oms::method<&RWorldPort::newGame>("newGame"),
     oms::method<&RWorldPort::removeNextObjectFromQueue>("removeNextObjectFromQueue", "location"),
-    oms::method<&RWorldPort::removeObjectFromLocation>("removeObjectFromLocation",
-                                                       "item, location"),
+    oms::method<&RWorldPort::removeObjectFromLocation>("removeObjectFromLocation", "item location"),
 };
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "world/safefile.h"
 
+#include "formats/base/latin1.h"
 #include "omlog.h"
 #include "ompath.h"
 #include "omresourcelog.h"
@@ -176,8 +177,9 @@ bool RSafeFile::keepForGood(const std::string& old, const std::string& extension
     const auto entries = files_.list(folder_);
     for (int i = 0; i <= kMoreKept; ++i) {
         const std::string name = beside(i == 0 ? extension : extension + "." + std::to_string(i));
-        const bool isTaken = std::ranges::any_of(
-            entries, [&](const auto& entry) { return OMPathSameName(folder_ + entry.name, name); });
+        const bool isTaken = std::ranges::any_of(entries, [&](const auto& entry) {
+            return formats::equalIgnoringCase(folder_ + entry.name, name);
+        });
         if (isTaken && readWhole(name).bytes != old) continue;
         if (!isTaken && !copyTo(name, old)) return false;
         OMLog::writef(OMLog::Kind::Warning, "What %s held is kept as %s", path_.c_str(),

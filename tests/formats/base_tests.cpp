@@ -1,5 +1,6 @@
 // Numbers out of bytes and words out of texts, however short they are.
 #include "formats/base/bytes.h"
+#include "formats/base/latin1.h"
 #include "formats/base/scanner.h"
 
 #include <gtest/gtest.h>
@@ -73,6 +74,15 @@ TEST(TextScanner, ReadsNumbersAsAuthorsWriteThem) {
     EXPECT_EQ(literals.number(), 5);
     EXPECT_FALSE(literals.literal("Sounds"));
     EXPECT_EQ(literals.word(), "Sound");
+}
+
+TEST(Latin1, IgnoresTheCaseOfLetters) {
+    using namespace formats;
+    EXPECT_TRUE(equalIgnoringCase("SOM\xC7O.RSC", "som\xE7o.rsc"));
+    EXPECT_FALSE(equalIgnoringCase("som\xD7.rsc", "som\xF7.rsc")) << "no letters";
+    EXPECT_FALSE(equalIgnoringCase("a", "ab"));
+    EXPECT_EQ(lowerLatin1("A[Z\xC0\xDF"), "a[z\xE0\xDF");
+    EXPECT_EQ(lowerAscii("A[Z\xC0") + upperAscii("\xE0z{a"), "a[z\xC0\xE0Z{A");
 }
 
 } // namespace

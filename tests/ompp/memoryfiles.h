@@ -4,6 +4,7 @@
 #pragma once
 
 #include "formats/base/bytes.h"
+#include "formats/base/latin1.h"
 #include "omregion.h"
 
 #include "platform/host/screen/hostdisplay.h"
@@ -251,9 +252,7 @@ class MemoryFiles final : public platform::Files {
     [[nodiscard]] std::string key(std::string_view path) const {
         std::string result = fullPath(path);
         while (result.ends_with('\\')) result.pop_back();
-        for (char& c : result)
-            if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-        return result;
+        return formats::lowerAscii(result);
     }
     [[nodiscard]] std::string folderOf(std::string_view path) const {
         const std::string full = key(path);

@@ -48,11 +48,4 @@ TEST_F(OMPathTest, AsksADirectoryWithACachedListingOnce) {
     EXPECT_TRUE(OMPathResolveFilename("new.rsc"));
 }
 
-TEST_F(OMPathTest, IgnoresTheCaseOfLatinLetters) {
-    EXPECT_TRUE(OMPathSameName("SOM\xC7O.RSC", "som\xE7o.rsc"));
-    EXPECT_FALSE(OMPathSameName("som\xD7.rsc", "som\xF7.rsc")) << "no letters";
-    EXPECT_FALSE(OMPathSameName("a", "ab"));
-    EXPECT_EQ(OMPathLowerCase("A[Z\xC0\xDF"), "a[z\xE0\xDF");
-}
-
 } // namespace

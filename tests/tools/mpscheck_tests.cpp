@@ -1,4 +1,4 @@
-// zorbet-mps check: which errors it tells, in which place, and its exit codes.
+// zorbet-mps: which errors it tells, in which place, its exit codes; pages whose tables it prints.
 #include "testfiles.h"
 
 #include "zorbetmps/commandline.h"
@@ -167,6 +167,26 @@ TEST_F(MpsCheckTest, PrecompiledScripts) {
     put("huge.mps", sound + std::string(std::size_t{16} << 20, '\0'));
     EXPECT_THAT(check({"huge.mps"}, 1),
                 StartsWith("@/huge.mps: Script too long: at most 16777216"));
+}
+
+TEST_F(MpsCheckTest, TablesOfPagesKeepWhatTheirAuthorsWrote) {
+    const std::string mark = "# Fonts\n<!-- words: RGraphicTextAnswer methods -->\n";
+    put("p.md", mark + "| x |\n|-|\n| `gone` | | told |\n| `setFont` | X | **one** |\n| | | two |\n"
+                       "<!-- end -->\nmore\n<!-- words: RNone events -->\n<!-- end -->\n");
+    const std::string folder = folder_.path();
+    EXPECT_THAT(run({"words", "--pages", folder}).out, HasSubstr("p.md: out of date"));
+    const Outcome outcome = run({"words", "--pages", folder, "--write"});
+    EXPECT_EQ(outcome.code, 1);
+    for (const char* told :
+         {"`gone` is no word any more: | `gone` | | told |\n", "no words RNone events",
+          "no page has <!-- words: RText properties -->", "no page has a heading for Scene"})
+        EXPECT_THAT(outcome.out, HasSubstr(told));
+    EXPECT_THAT(
+        folder_.contents("p.md"),
+        StartsWith(mark +
+                   "| Name | Arguments | Effect |\n|---|---|---|\n"
+                   "| `setFont` | ID | **one** |\n| | FACE [SIZE [STYLE]] | two |\n"
+                   "| `playAnimation` | | |\n| `stopAnimation` | | |\n<!-- end -->\nmore\n"));
 }
 
 TEST_F(MpsCheckTest, AWrongCommandLineGetsTheUsage) {

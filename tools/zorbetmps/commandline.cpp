@@ -1,6 +1,7 @@
 #include "zorbetmps/commandline.h"
 
 #include "zorbetmps/check.h"
+#include "zorbetmps/pages.h"
 #include "zorbetmps/words.h"
 
 #include "commands/vocabulary.h"
@@ -51,10 +52,21 @@ int run(int argc, const char* const* argv, std::ostream& out, std::ostream& erro
     check.add_option("FILE", files, "Scripts, as texts or precompiled")->required();
     check.callback([&] { line.exitCode() = checkAll(files, out); });
     std::vector<std::string> classes;
-    CLI::App& words =
-        line.add("words", "Tell the words of classes, and the commands", "[CLASS...]", kAboutWords);
-    words.add_option("CLASS", classes, "Classes; without any, all of them and the commands");
-    words.callback([&] { line.exitCode() = tellWords(classes, out, errors) ? kSound : kErrors; });
+    CLI::App& words = line.add("words", "Tell the words of classes, and the commands",
+                               "[CLASS...] | --pages DIR [--write]", kAboutWords);
+    std::string pages;
+    bool write = false;
+    CLI::Option* folder = tools::named(
+        words.add_option("--pages", pages, "Compare the tables in the pages of a folder instead"),
+        "DIR");
+    words.add_option("CLASS", classes, "Classes; without any, all of them and the commands")
+        ->excludes(folder);
+    words.add_flag("--write", write, "Write the tables into these pages")->needs(folder);
+    words.callback([&] {
+        const bool sound =
+            pages.empty() ? tellWords(classes, out, errors) : renewPages(pages, write, out);
+        line.exitCode() = sound ? kSound : kErrors;
+    });
     return line.run(argc, argv, out, errors);
 }
 

@@ -13,7 +13,29 @@ namespace {
 
 using Kind = OMScriptableObjectProperty::Kind;
 
-/// The game's classes and those before them, each once, the bases first.
+std::string_view kindOf(const OMSEntry& row) {
+    switch (row.kind) {
+    case Kind::Method: return "method ";
+    case Kind::Event: return "event ";
+    case Kind::Data: break;
+    }
+    return "property ";
+}
+
+void tell(std::ostream& out, const OMSClass& known) {
+    out << "class " << (known.name.empty() ? "object" : known.name);
+    if (known.base) out << ' ' << (known.base->name.empty() ? "object" : known.base->name);
+    out << '\n';
+    for (const auto& rows : {known.vocabulary, known.passing})
+        for (const OMSEntry& row : rows) {
+            out << kindOf(row) << row.name << (row.kind == Kind::Data ? " " : "") << accessOf(row);
+            if (!row.help.empty()) out << "  " << row.help;
+            out << '\n';
+        }
+}
+
+} // namespace
+
 std::vector<const OMSClass*> allClasses() {
     std::vector<const OMSClass*> all;
     for (const OMSClass* known : RGameClasses()) {
@@ -25,33 +47,10 @@ std::vector<const OMSClass*> allClasses() {
     return all;
 }
 
-std::string_view kindOf(const OMSEntry& row) {
-    switch (row.kind) {
-    case Kind::Method: return "method ";
-    case Kind::Event: return "event ";
-    case Kind::Data: break;
-    }
-    return "property ";
-}
-
 std::string_view accessOf(const OMSEntry& row) {
     if (row.kind != Kind::Data) return "";
-    return !row.set ? " read" : !row.get ? " write" : " read/write";
+    return !row.set ? "read" : !row.get ? "write" : "read/write";
 }
-
-void tell(std::ostream& out, const OMSClass& known) {
-    out << "class " << (known.name.empty() ? "object" : known.name);
-    if (known.base) out << ' ' << (known.base->name.empty() ? "object" : known.base->name);
-    out << '\n';
-    for (const auto& rows : {known.vocabulary, known.passing})
-        for (const OMSEntry& row : rows) {
-            out << kindOf(row) << row.name << accessOf(row);
-            if (!row.help.empty()) out << "  " << row.help;
-            out << '\n';
-        }
-}
-
-} // namespace
 
 bool tellWords(const std::vector<std::string>& classes, std::ostream& out, std::ostream& errors) {
     const std::vector<const OMSClass*> all = allClasses();

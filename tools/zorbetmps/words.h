@@ -4,9 +4,18 @@
 
 #include <iosfwd>
 #include <string>
+#include <string_view>
 #include <vector>
 
+struct OMSClass;
+struct OMSEntry;
+
 namespace mps {
+
+/// The game's classes and those before them, each once, the bases first.
+[[nodiscard]] std::vector<const OMSClass*> allClasses();
+/// "read", "write" or "read/write"; empty for what is no property.
+[[nodiscard]] std::string_view accessOf(const OMSEntry& row);
 
 /// A class begins with "class NAME BASE"; its words follow, a line each: "property NAME ACCESS",
 /// "method NAME", "event NAME", then two blanks and what its table says of it. Commands are

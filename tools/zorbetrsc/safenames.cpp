@@ -1,5 +1,6 @@
 #include "safenames.h"
 
+#include "formats/base/latin1.h"
 #include "text.h"
 
 #include <algorithm>
@@ -10,9 +11,7 @@ namespace {
 
 constexpr std::size_t kLongestPart = 32;
 
-bool isPlain(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-}
+bool isPlain(char c) { return formats::isAsciiLetter(c) || (c >= '0' && c <= '9'); }
 
 std::string safe(std::string_view text) {
     std::string name(text.substr(0, kLongestPart));
@@ -31,9 +30,10 @@ std::string SafeNames::take(const ResourceEntry& entry) {
 std::string SafeNames::take(std::string_view text) { return unique(safe(text)); }
 
 std::string SafeNames::unique(const std::string& name) {
-    int& number = numbers_[lowerCase(name)];
+    int& number = numbers_[formats::lowerAscii(name)];
     std::string result = ++number == 1 ? name : name + "_" + std::to_string(number);
-    while (!taken_.insert(lowerCase(result)).second) result = name + "_" + std::to_string(++number);
+    while (!taken_.insert(formats::lowerAscii(result)).second)
+        result = name + "_" + std::to_string(++number);
     return result;
 }
 

@@ -18,13 +18,6 @@ namespace rsc {
     return value;
 }
 
-[[nodiscard]] inline std::string lowerCase(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return lower;
-}
-
 /// With "?" for every character that a message should not hold: names in libraries may be anything.
 [[nodiscard]] inline std::string printable(std::string_view text) {
     std::string shown(text);

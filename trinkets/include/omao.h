@@ -30,7 +30,7 @@ struct AOSoundRecord {
     bool isMissing = false; ///< there is no such sound; a loop would complain in every round
 };
 
-class OMAnimation : public OMTrinket {
+class OMAnimation : public OMSCopied<OMAnimation, OMTrinket> {
   public:
     static const OMSClass kClass;
 
@@ -68,6 +68,7 @@ class OMAnimation : public OMTrinket {
     /// Plays at once, unless the first entry of sequence 0 is a hold. `id` is the resource's. In a
     /// window whose back buffer is deeper than 8 bits, fatal without current palette record.
     OMAnimation(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
+    OMAnimation(const OMAnimation& other);
     ~OMAnimation() override;
 
     /// How the game makes every animation of a resource that somebody gives a place: `at`, or the
@@ -103,8 +104,6 @@ class OMAnimation : public OMTrinket {
 
     /// All animations there are, in the order of their making.
     [[nodiscard]] static OMList<OMAnimation>& all() { return all_; }
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     // Queries.
 
@@ -216,7 +215,6 @@ class OMAnimation : public OMTrinket {
 
   protected:
     void onRetire() override;
-    OMAnimation(const OMAnimation& other);
 
     struct ScriptArguments {
         OMTrinketWindow* window;

@@ -15,18 +15,17 @@
 #include <string_view>
 #include <vector>
 
-class OMMultiTrinket : public OMTrinket {
+class OMMultiTrinket : public OMSCopied<OMMultiTrinket, OMTrinket> {
   public:
     static const OMSClass kClass;
 
     explicit OMMultiTrinket(OMTrinketWindow& window);
+    /// A group of the same kind without members, at the place of this one.
+    OMMultiTrinket(const OMMultiTrinket& other);
     ~OMMultiTrinket() override { retire(); }
 
     /// With the arguments of the script; null without a main window.
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
-
-    /// A group of the same kind without members, at the place of this one.
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     // Members.
 
@@ -73,8 +72,6 @@ class OMMultiTrinket : public OMTrinket {
 
   protected:
     void onRetire() override;
-    OMMultiTrinket(const OMMultiTrinket& other);
-
     /// The group has moved by so many pixels.
     virtual void moveMembers(int dx, int dy);
 

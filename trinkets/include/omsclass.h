@@ -18,6 +18,9 @@
 #include "omsarguments.h"
 #include "omscrptb.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <memory>
 #include <span>
 #include <string>
@@ -135,6 +138,15 @@ constexpr OMSEntry lasting(std::string_view name, std::string_view help = {}) {
 
 constexpr OMSEntry event(std::string_view name, std::string_view help = {}) {
     return {OMScriptableObjectProperty::Kind::Event, name, help};
+}
+
+/// The rows of several tables as one table: what classes share is written once.
+template <std::size_t... Sizes>
+constexpr auto joined(const OMSEntry (&... tables)[Sizes]) {
+    std::array<OMSEntry, (Sizes + ...)> all{};
+    auto end = all.begin();
+    ((end = std::ranges::copy(tables, end).out), ...);
+    return all;
 }
 
 /// How classes without arguments are created.

@@ -198,3 +198,15 @@ class OMScriptableObject {
     enum class Life : std::uint8_t { Active, Retiring, Retired } life_ = Life::Active;
     OMSWatch* watches_ = nullptr;
 };
+
+/// Base of a class whose copy constructor makes the duplicates:
+/// `class RLamp final : public OMSCopied<RLamp, OMTrinket>`.
+template <class Self, class Base>
+class OMSCopied : public Base {
+  public:
+    using Base::Base;
+
+    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override {
+        return std::make_unique<Self>(static_cast<const Self&>(*this));
+    }
+};

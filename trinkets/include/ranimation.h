@@ -11,13 +11,13 @@
 #include <string>
 #include <vector>
 
-class RAnimation : public OMAnimation {
+class RAnimation : public OMSCopied<RAnimation, OMAnimation> {
   public:
     static const OMSClass kClass;
 
-    using OMAnimation::OMAnimation;
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    using OMSCopied::OMSCopied;
+    /// A copy has no listeners.
+    RAnimation(const RAnimation& other);
 
     /// What listeners to frames are told.
     enum class FrameNews : std::uint8_t { Shown, AnimationGoes };
@@ -53,8 +53,6 @@ class RAnimation : public OMAnimation {
 
   protected:
     void onRetire() override;
-    /// A copy has no listeners.
-    RAnimation(const RAnimation& other);
     void frameShown() override;
 
   private:

@@ -11,15 +11,17 @@
 #include <memory>
 #include <optional>
 
-class RAnimationTrigger final : public OMScriptableObject {
+class RAnimationTrigger final : public OMSCopied<RAnimationTrigger, OMScriptableObject> {
   public:
     static const OMSClass kClass;
     static constexpr int kDefaultRate = 10;
 
-    [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
-
+    RAnimationTrigger() = default;
     /// With the same rate; it stands until it is started.
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
+    RAnimationTrigger(const RAnimationTrigger& other)
+        : OMSCopied(other), framesPerSecond_(other.framesPerSecond_) {}
+
+    [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
 
     /// A rate below 1 raises no events; one above 1000 raises one in every pass.
     [[nodiscard]] int framesPerSecond() const { return framesPerSecond_; }

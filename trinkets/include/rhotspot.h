@@ -7,13 +7,11 @@
 
 #include <optional>
 
-class RHotSpot final : public OMTrinket {
+class RHotSpot final : public OMSCopied<RHotSpot, OMTrinket> {
   public:
     static const OMSClass kClass;
 
     RHotSpot(OMTrinketWindow& window, const platform::Rect& area);
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     /// While on, its outline is drawn in black and white, for authors.
     [[nodiscard]] int outlined() const { return outlined_ ? 1 : 0; }
@@ -27,8 +25,6 @@ class RHotSpot final : public OMTrinket {
     void paint(OMMemCanvas& canvas, const OMRegion& clip) override;
 
   private:
-    RHotSpot(const RHotSpot& other) = default;
-
     bool outlined_ = false;
     int userData_ = 0;
 };

@@ -10,14 +10,14 @@
 
 #include <string>
 
-class RKbdInp final : public OMScriptableObject {
+class RKbdInp final : public OMSCopied<RKbdInp, OMScriptableObject> {
   public:
     static const OMSClass kClass;
 
     RKbdInp();
+    /// A new one, which has heard no key.
+    RKbdInp(const RKbdInp&) : RKbdInp() {}
     ~RKbdInp() override { retire(); }
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     /// The name of the last key: a character, or "Enter", "F1" and the like; with the Control key
     /// held "Ctrl-" and the letter or name. Empty before the first.

@@ -8,7 +8,7 @@
 
 #include <optional>
 
-class RPButton final : public OMAnimation {
+class RPButton final : public OMSCopied<RPButton, OMAnimation> {
   public:
     static const OMSClass kClass;
     static constexpr int kNoSound = -1;
@@ -16,12 +16,11 @@ class RPButton final : public OMAnimation {
 
     /// Is not movable.
     RPButton(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
+    RPButton(const RPButton& other);
     ~RPButton() override { retire(); }
 
     /// With the arguments of the script; null without a main window or such a resource.
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     /// A disabled button is not pressed by the mouse, and not hit when it is disabled while held.
     [[nodiscard]] bool isEnabled() const { return enabled_; }
@@ -46,7 +45,6 @@ class RPButton final : public OMAnimation {
 
   private:
     void onRetire() override;
-    RPButton(const RPButton& other);
 
     void track(platform::Point point);
     void letGo();

@@ -1,4 +1,5 @@
-// The list on the screen in which players pick their name or type a new one.
+// The list on the screen in which players pick their name or type a new one. A copy has the same
+// names, font and colours.
 //
 //     l=RSelList x y width height [z]
 #pragma once
@@ -12,16 +13,13 @@
 #include <optional>
 #include <string>
 
-class RSelList final : public OMTrinket {
+class RSelList final : public OMSCopied<RSelList, OMTrinket> {
   public:
     static const OMSClass kClass;
 
     /// Is not movable.
     RSelList(OMTrinketWindow& window, const platform::Rect& box);
     ~RSelList() override;
-
-    /// With the same names, font and colours.
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     /// The names. What is changed here is not drawn before `refresh`.
     [[nodiscard]] SelectionList& list() { return list_; }
@@ -86,8 +84,6 @@ class RSelList final : public OMTrinket {
     void onDoubleClick(platform::Point point) override;
 
   private:
-    RSelList(const RSelList& other);
-
     /// At least 1, whatever the font says.
     [[nodiscard]] int lineHeight() const;
     void chooseFace();

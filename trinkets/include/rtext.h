@@ -12,16 +12,15 @@
 #include <optional>
 #include <string>
 
-class RText final : public OMTrinket {
+class RText final : public OMSCopied<RText, OMTrinket> {
   public:
     static const OMSClass kClass;
     static constexpr int kFitting = -1; ///< as a length: as much as the text needs
 
     /// Lengths of the box below 0 are kFitting.
     RText(OMTrinketWindow& window, const platform::Rect& box);
+    RText(const RText& other);
     ~RText() override;
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     /// Palette index; one that does not exist fails a check and changes nothing.
     [[nodiscard]] int colorIndex() const { return block_.colorIndex(); }
@@ -49,8 +48,6 @@ class RText final : public OMTrinket {
     void paint(OMMemCanvas& canvas, const OMRegion& clip) override;
 
   private:
-    RText(const RText& other);
-
     /// Has the text laid out anew for its box, and fits that to it.
     void layOut();
 

@@ -6,7 +6,7 @@
 
 #include "omao.h"
 
-class RTrigger final : public OMAnimation {
+class RTrigger final : public OMSCopied<RTrigger, OMAnimation> {
   public:
     static const OMSClass kClass;
     static constexpr int kNoSound = -1;
@@ -14,11 +14,10 @@ class RTrigger final : public OMAnimation {
 
     /// Is not movable, and stays on its first frame.
     RTrigger(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
+    RTrigger(const RTrigger& other);
 
     /// With the arguments of the script; null without a main window or such a resource.
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
-
-    [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override;
 
     /// Pixels of the pointer for each frame, to the left when negative; 0 shows always the same.
     [[nodiscard]] int framePixelDelta() const { return framePixelDelta_; }
@@ -34,8 +33,6 @@ class RTrigger final : public OMAnimation {
     void onReleaseLost() override;
 
   private:
-    RTrigger(const RTrigger& other);
-
     void playSound();
     void letGo();
 

@@ -3,6 +3,7 @@
 // the worker.
 #include "omcachedfile.h"
 
+#include "formats/base/latin1.h"
 #include "omdebug.h"
 #include "omformat.h"
 #include "ompath.h"
@@ -37,8 +38,7 @@ OMCachedFile* require(std::string_view name, const char* operation, const char* 
 }
 
 bool isDrivePath(std::string_view path) {
-    const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
-    return path.size() >= 2 && isLetter(path[0]) && path[1] == ':';
+    return path.size() >= 2 && formats::isAsciiLetter(path[0]) && path[1] == ':';
 }
 
 /// A memory copy as a file; keeps the memory, but does not count as a stream that uses it.
@@ -176,7 +176,7 @@ bool OMCachedFile::isCached(std::string_view name) { return find(name) != nullpt
 
 OMCachedFile* OMCachedFile::find(std::string_view name) {
     for (const auto& file : lists().records)
-        if (OMPathSameName(file->sourceName_, name)) return file.get();
+        if (formats::equalIgnoringCase(file->sourceName_, name)) return file.get();
     return nullptr;
 }
 
@@ -236,7 +236,8 @@ bool OMCachedFile::openSource() {
     if (!path) return false;
     const std::string full = files().fullPath(*path);
     if (!isDrivePath(full)) return false;
-    if (isOnDisk() && OMPathSameName(full, files().fullPath(*destination_))) return false;
+    if (isOnDisk() && formats::equalIgnoringCase(full, files().fullPath(*destination_)))
+        return false;
     source_ = files().open(*path, platform::OpenMode::ReadSequential);
     if (!source_) return false;
     remaining_ = copy_->size = source_->size();

@@ -1,5 +1,6 @@
 #include "omopenlibrary.h"
 
+#include "formats/base/latin1.h"
 #include "omcachedfile.h"
 #include "omdebug.h"
 #include "omformat.h"
@@ -24,7 +25,7 @@ struct State {
         return ownLibrary ? &*ownLibrary : nullptr;
     }
     [[nodiscard]] bool holds(std::string_view other) const {
-        return library() && OMPathSameName(name, other);
+        return library() && formats::equalIgnoringCase(name, other);
     }
     void release() {
         info = nullptr;
@@ -41,7 +42,7 @@ State& state() {
 /// Once for each library, however often it is opened.
 void logOnce(std::string_view name, std::string_view problem) {
     static std::set<std::string, std::less<>> told;
-    if (!told.insert(OMPathLowerCase(name).append(problem)).second) return;
+    if (!told.insert(formats::lowerLatin1(name).append(problem)).second) return;
     OMLog::write(OMLog::Kind::Error,
                  std::string("Resource library ").append(name).append(" ").append(problem));
 }
@@ -160,7 +161,7 @@ bool OMLibraryInfo::drop(std::string_view name) {
 
 OMLibraryInfo* OMLibraryInfo::find(std::string_view name) {
     for (const auto& info : infos())
-        if (OMPathSameName(info->name_, name)) return info.get();
+        if (formats::equalIgnoringCase(info->name_, name)) return info.get();
     return nullptr;
 }
 

@@ -35,13 +35,13 @@ OMPathDirectory::OMPathDirectory(std::string_view path, bool cacheListing)
     : path_(OMPathWithBackslash(path)), listingCached_(cacheListing) {
     if (!cacheListing) return;
     for (const platform::DirectoryEntry& entry : OMPlatform().files().list(path_))
-        if (!entry.isDirectory) names_.push_back(OMPathLowerCase(entry.name));
+        if (!entry.isDirectory) names_.push_back(formats::lowerLatin1(entry.name));
     std::sort(names_.begin(), names_.end());
 }
 
 bool OMPathDirectory::holds(std::string_view name) const {
     if (!listingCached_) return OMPlatform().files().exists(path_ + std::string(name));
-    return std::binary_search(names_.begin(), names_.end(), OMPathLowerCase(name));
+    return std::binary_search(names_.begin(), names_.end(), formats::lowerLatin1(name));
 }
 
 void OMPathAddDirectory(std::string_view path, bool cacheListing) {
@@ -82,14 +82,4 @@ std::unique_ptr<platform::File> OMPathOpen(std::string_view name) {
     if (path) return OMPlatform().files().open(*path, platform::OpenMode::Read);
     platform::Files::setLastRefusal(std::make_error_code(std::errc::no_such_file_or_directory));
     return nullptr;
-}
-
-bool OMPathSameName(std::string_view one, std::string_view other) {
-    return formats::equalIgnoringCase(one, other);
-}
-
-std::string OMPathLowerCase(std::string_view name) {
-    std::string result(name);
-    std::transform(result.begin(), result.end(), result.begin(), formats::lowerLatin1);
-    return result;
 }

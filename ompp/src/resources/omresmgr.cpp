@@ -1,5 +1,6 @@
 #include "omresmgr.h"
 
+#include "formats/base/latin1.h"
 #include "formats/base/scanner.h"
 #include "omdebug.h"
 #include "omexchangeorder.h"
@@ -30,7 +31,7 @@ Lists& lists() {
 }
 
 OMResMgrFile* findByName(std::string_view name) {
-    const auto place = lists().files.find(OMPathLowerCase(name));
+    const auto place = lists().files.find(formats::lowerLatin1(name));
     return place == lists().files.end() ? nullptr : place->second.get();
 }
 
@@ -53,7 +54,7 @@ void useFile(std::string_view name, bool activate, AddResources addResources) {
     if (!file) {
         auto made = std::make_unique<File>(name);
         file = made.get();
-        lists().files.emplace(OMPathLowerCase(name), std::move(made));
+        lists().files.emplace(formats::lowerLatin1(name), std::move(made));
         addResources(*file);
     }
     file->changeUseCount(1);
@@ -288,7 +289,7 @@ void OMResMgrStopUsing(std::string_view name, bool deactivate) {
     if (file->useCount() > 0) file->changeUseCount(-1);
     if (file->useCount() > 0) return;
     if (!file->isActive())
-        lists().files.erase(OMPathLowerCase(name));
+        lists().files.erase(formats::lowerLatin1(name));
     else
         OMDebug::check(
             false, "file->getActivationCount() > 0",

@@ -33,10 +33,6 @@ constexpr std::size_t kLargestSector = 65536;
 
 bool isSeparator(char c) { return c == '\\' || c == '/'; }
 
-bool isDriveLetter(char c) {
-    return formats::upperLatin1(c) >= 'A' && formats::upperLatin1(c) <= 'Z';
-}
-
 char driveLetter(char c) { return static_cast<char>(formats::upperLatin1(c)); }
 
 /// Cuts the text before the next separator off `path`.
@@ -210,7 +206,7 @@ std::string HostFiles::textOf(const Place& place) {
 HostFiles::Place HostFiles::placeOf(std::string_view path) const {
     const bool rooted = !path.empty() && isSeparator(path[0]);
     Place place{current_.drive, {}};
-    if (path.size() >= 2 && path[1] == ':' && isDriveLetter(path[0])) {
+    if (path.size() >= 2 && path[1] == ':' && formats::isAsciiLetter(path[0])) {
         place.drive = driveLetter(path[0]);
         path.remove_prefix(2);
         // "C:name" starts from the drive's own current directory; only one drive has one.
@@ -457,16 +453,16 @@ std::string HostFiles::currentDirectory() const { return textOf(current_); }
 std::string HostFiles::homeDirectory() const { return textOf(home_); }
 
 /// The nearest one that is there: the home directory may be made later.
-std::string HostFiles::measuredFolder(fs::path folder) {
+std::string nearestFolder(fs::path folder, const std::string& otherwise) {
     std::error_code error;
     while (folder.has_relative_path() && !fs::is_directory(folder, error))
         folder = folder.parent_path();
-    return folder.empty() ? "/" : folder.string();
+    return folder.empty() ? otherwise : folder.string();
 }
 
 std::string HostFiles::measuredFolder(const Drive& drive) const {
     const bool holdsHome = drive.letter == kHostDrive || drive.letter == kHomeDrive;
-    return measuredFolder(fs::path(holdsHome ? hostHome_ : drive.root));
+    return nearestFolder(holdsHome ? hostHome_ : drive.root, "/");
 }
 
 std::optional<std::uint64_t> HostFiles::freeSpace(std::string_view folder) const {
@@ -483,7 +479,7 @@ std::optional<std::uint64_t> HostFiles::freeSpace(std::string_view folder) const
         for (const std::string& part : place.parts) measured /= part;
     }
     struct statvfs status {};
-    if (::statvfs(measuredFolder(measured).c_str(), &status) != 0) return std::nullopt;
+    if (::statvfs(nearestFolder(measured, "/").c_str(), &status) != 0) return std::nullopt;
     return std::uint64_t{status.f_bavail} * status.f_frsize;
 }
 
@@ -515,7 +511,7 @@ void HostFiles::admit(std::string_view path) {
 std::vector<std::string> HostFiles::writableFolders() const {
     std::vector<std::string> folders;
     for (const Fence::Ground& ground : fence_->grounds()) {
-        std::string folder = measuredFolder(fs::path(ground.folder));
+        std::string folder = nearestFolder(ground.folder, "/");
         if (ground.writable && folder != "/") folders.push_back(std::move(folder));
     }
     return folders;

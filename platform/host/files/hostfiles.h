@@ -36,6 +36,9 @@ struct HostOptions {
     std::optional<std::uint64_t> freeSpace{}; ///< bytes that every drive claims; else the host's
 };
 
+/// The folder of the host or the next one above it that is there; `otherwise` when no name is left.
+[[nodiscard]] std::string nearestFolder(std::filesystem::path folder, const std::string& otherwise);
+
 class HostFiles final : public Files {
   public:
     explicit HostFiles(const HostOptions& options);
@@ -125,7 +128,6 @@ class HostFiles final : public Files {
     /// Tells whom it may concern, and why.
     void refuseFenced(const Place& place, std::error_code& why) const;
     /// A folder of the host that tells of the disk that a place is or will be on.
-    static std::string measuredFolder(std::filesystem::path folder);
     [[nodiscard]] std::string measuredFolder(const Drive& drive) const;
     Place anchor(const std::string& hostPath, char ownDrive);
     /// A folder beside the content that the game may read.

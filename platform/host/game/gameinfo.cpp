@@ -24,9 +24,7 @@ constexpr std::size_t kMaxIdentifier = 64;
 constexpr std::size_t kMaxText = 200; // bytes
 constexpr std::string_view kBoxes = "boxes";
 
-bool isLetterOrDigit(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-}
+bool isLetterOrDigit(char c) { return formats::isAsciiLetter(c) || (c >= '0' && c <= '9'); }
 
 bool isIdentifierCharacter(char c) {
     return isLetterOrDigit(c) || c == '.' || c == '_' || c == '-';

@@ -1,5 +1,7 @@
 #include "platform/initext.h"
 
+#include "formats/base/latin1.h"
+
 #include <algorithm>
 
 namespace platform {
@@ -14,8 +16,6 @@ std::string_view trimmed(std::string_view text) {
     if (first == std::string_view::npos) return {};
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
-
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 } // namespace
 
@@ -43,7 +43,7 @@ std::vector<IniEntry> readIniText(std::string_view text) {
 }
 
 bool sameIniName(std::string_view a, std::string_view b) {
-    return std::ranges::equal(a, b, {}, lower, lower);
+    return formats::lowerAscii(a) == formats::lowerAscii(b);
 }
 
 } // namespace platform

@@ -1,7 +1,5 @@
 #include "platform/host/sound/clockedwaveout.h"
 
-#include <algorithm>
-
 namespace platform {
 
 bool ClockedWaveOut::open(int rate) {
@@ -22,32 +20,15 @@ void ClockedWaveOut::close() {
 void ClockedWaveOut::write(WaveBuffer& buffer) {
     if (!isOpen()) return;
     poll();
-    buffer.prepared = true;
-    buffer.done = buffer.data.empty();
-    if (buffer.done) return;
-    queue_.push_back({&buffer, 0});
-    waiting_ += buffer.data.size();
+    queue_.add(buffer);
 }
 
 void ClockedWaveOut::poll() {
     if (!isOpen()) return;
-    std::size_t due = pace_.advance(waiting_);
-    waiting_ -= due;
-    while (due > 0) due -= playFront(due);
-}
-
-/// Bytes that it played.
-std::size_t ClockedWaveOut::playFront(std::size_t most) {
-    Queued& front = queue_.front();
-    const auto samples = front.buffer->data.subspan(front.played);
-    const std::size_t bytes = std::min(most, samples.size());
-    if (sink_) sink_->play(samples.first(bytes), {rate_});
-    front.played += bytes;
-    if (bytes == samples.size()) {
-        front.buffer->done = true;
-        queue_.pop_front();
-    }
-    return bytes;
+    queue_.play(pace_.advance(queue_.waiting()), [this](std::span<const std::uint8_t> samples) {
+        if (sink_) sink_->play(samples, {rate_});
+    });
+    queue_.settle();
 }
 
 void ClockedWaveOut::pause() {
@@ -63,9 +44,7 @@ void ClockedWaveOut::restart() {
 void ClockedWaveOut::reset() {
     if (!isOpen()) return;
     poll();
-    for (const Queued& queued : queue_) queued.buffer->done = true;
-    queue_.clear();
-    waiting_ = 0;
+    queue_.drop();
     pace_.start(rate_);
 }
 

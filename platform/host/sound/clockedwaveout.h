@@ -5,10 +5,7 @@
 
 #include "platform/host/sound/soundpace.h"
 #include "platform/host/sound/soundsink.h"
-#include "platform/waveout.h"
-
-#include <cstddef>
-#include <deque>
+#include "platform/host/sound/wavequeue.h"
 
 namespace platform {
 
@@ -33,18 +30,10 @@ class ClockedWaveOut : public WaveOut {
     void endChange() override {}
 
   private:
-    struct Queued {
-        WaveBuffer* buffer;
-        std::size_t played; ///< bytes
-    };
-
-    std::size_t playFront(std::size_t most);
-
     SoundPace pace_;
     SoundSink* sink_;
     int rate_ = 0; ///< 0: closed
-    std::deque<Queued> queue_;
-    std::size_t waiting_ = 0; ///< bytes of the queue that are still to be played
+    WaveQueue queue_;
 };
 
 } // namespace platform

@@ -1,5 +1,6 @@
 #include "fonts/fontlines.h"
 
+#include "formats/base/latin1.h"
 #include "refusal.h"
 #include "text.h"
 
@@ -11,7 +12,7 @@ constexpr int kLargestSize = 255; ///< of a face, in pixels
 constexpr std::string_view kHexMark = "0x";
 
 int parseCode(std::string_view word) {
-    if (!lowerCase(word).starts_with(kHexMark))
+    if (!formats::lowerAscii(word).starts_with(kHexMark))
         return numberInRange(word, "the code", 0, kLatin1Codes - 1);
     const std::string_view digits = word.substr(kHexMark.size());
     unsigned value = 0;
@@ -29,7 +30,7 @@ int parseCode(std::string_view word) {
 FontPlan parseFont(WordReader& words, int line) {
     FontPlan font;
     font.file = {words.text("the file's name"), line};
-    if (lowerCase(font.file.path).ends_with(".bdf")) return font;
+    if (formats::lowerAscii(font.file.path).ends_with(".bdf")) return font;
     FaceStyle& face = font.face.emplace();
     face.size = words.number("the size in pixels", 1, kLargestSize);
     face.bold = words.skip("bold");

@@ -1,5 +1,6 @@
 #include "library/resourcemap.h"
 
+#include "formats/base/latin1.h"
 #include "refusal.h"
 #include "text.h"
 
@@ -37,7 +38,7 @@ void checkTypeCounts(std::span<const MapLibrary> libraries) {
 } // namespace
 
 std::string checkedLibraryName(std::string_view text) {
-    const std::string name = lowerCase(text);
+    const std::string name = formats::lowerAscii(text);
     if (!name.ends_with(kExtension) || name.size() == kExtension.size())
         throw Refusal("a library's name ends in \".rsc\"");
     if (name.size() > kMaxFileName)

@@ -1,6 +1,7 @@
 #include "manifest/givenfiles.h"
 
 #include "filesystem.h"
+#include "formats/base/latin1.h"
 #include "library/audiomap.h"
 #include "library/resourcemap.h"
 #include "text.h"
@@ -14,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 bool isMap(const fs::path& path) {
-    const std::string name = lowerCase(path.filename().string());
+    const std::string name = formats::lowerAscii(path.filename().string());
     return name == kResourceMapName || name == kAudioMapName;
 }
 
@@ -45,7 +46,7 @@ std::optional<std::string> readBeside(const std::vector<LibraryFile>& libraries,
     if (std::ranges::any_of(libraries, isElsewhere)) return std::nullopt;
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(folder, error)) {
-        if (lowerCase(entry.path().filename().string()) != name) continue;
+        if (formats::lowerAscii(entry.path().filename().string()) != name) continue;
         const Bytes bytes = onPath(entry.path(), [&] { return readWholeFile(entry.path()); });
         return std::string(bytes.begin(), bytes.end());
     }

@@ -1,6 +1,7 @@
 #include "manifest/manifest.h"
 
 #include "fonts/fontlines.h"
+#include "formats/base/latin1.h"
 #include "library/nelibrary.h"
 #include "library/resourcemap.h"
 #include "manifest/words.h"
@@ -75,7 +76,7 @@ class ManifestParser {
     }
 
     [[noreturn]] static void refuseKeyword(const std::string& word) {
-        const auto meant = std::ranges::find(keywords(), lowerCase(word), &Keyword::word);
+        const auto meant = std::ranges::find(keywords(), formats::lowerAscii(word), &Keyword::word);
         if (meant != keywords().end())
             throw Refusal("unknown keyword " + inQuotes(word) + ": write " + inQuotes(meant->word));
         std::string known;

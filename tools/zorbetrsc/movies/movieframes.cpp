@@ -1,6 +1,7 @@
 #include "movies/movieframes.h"
 
 #include "filesystem.h"
+#include "formats/base/latin1.h"
 #include "manifest/givenfiles.h"
 #include "pictures/picture.h"
 #include "text.h"
@@ -106,7 +107,8 @@ void addFolder(const fs::path& folder, std::vector<fs::path>& files) {
     const auto before = std::ssize(files);
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(folder, error))
-        if (lowerCase(entry.path().extension().string()) == ".png") files.push_back(entry.path());
+        if (formats::lowerAscii(entry.path().extension().string()) == ".png")
+            files.push_back(entry.path());
     if (error) throw Refusal(folder.string() + ": cannot be read: " + error.message());
     if (std::ssize(files) == before) throw Refusal(folder.string() + ": holds no PNG files");
     std::sort(files.begin() + before, files.end(), comesBefore);

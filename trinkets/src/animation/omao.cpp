@@ -71,7 +71,7 @@ const OMSClass OMAnimation::kClass{"OMAnimation", &OMTrinket::kClass, kOMAnimati
 
 OMAnimation::OMAnimation(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
                          int y)
-    : OMTrinket(window, UpdateStyle::Regions, originOf(*image, x, y)) {
+    : OMSCopied(window, UpdateStyle::Regions, originOf(*image, x, y)) {
     all_.append(this);
     useImage(std::move(image), id);
     restart();
@@ -82,7 +82,7 @@ OMAnimation::OMAnimation(OMTrinketWindow& window, std::shared_ptr<AOImage> image
 }
 
 OMAnimation::OMAnimation(const OMAnimation& other)
-    : OMTrinket(other), image_(other.image_), id_(other.id_),
+    : OMSCopied(other), image_(other.image_), id_(other.id_),
       framesPerSecond_(other.framesPerSecond_), sequence_(other.sequence_),
       position_(other.position_), shown_(other.shown_), current_(other.shown_),
       shownFrame_(other.shownFrame_), shownOffset_(other.shownOffset_),
@@ -141,10 +141,6 @@ void OMAnimation::changeImage(std::shared_ptr<AOImage> image, int id) {
     restart();
     prepareDeepFrames();
     fireCompletion();
-}
-
-std::unique_ptr<OMScriptableObject> OMAnimation::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new OMAnimation(*this));
 }
 
 // Loading

@@ -33,7 +33,7 @@ constexpr OMSEntry kRAnimationVocabulary[] = {
     oms::lasting<&RAnimation::resumeForScript>("resume"),
     oms::method<&RAnimation::suspend>("suspend"),
     oms::method<&RAnimation::replacePaletteEntry>("replacePaletteEntry", "old new"),
-    oms::method<&RAnimation::setAOCursor>("setAOCursor", "normal [grab]"),
+    oms::method<&RAnimation::setAOCursor>("setAOCursor", "[normal [grab]]"),
     oms::event("frameNotify", "a frame was shown, while frameNotification is 1"),
 };
 
@@ -43,12 +43,8 @@ const OMSClass RAnimation::kClass{
     "RAnimation", &OMAnimation::kClass, kRAnimationVocabulary,
     []() -> std::unique_ptr<OMScriptableObject> { return createFromArguments<RAnimation>(); }};
 
-std::unique_ptr<OMScriptableObject> RAnimation::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RAnimation(*this));
-}
-
 RAnimation::RAnimation(const RAnimation& other)
-    : OMAnimation(other), notifies_(other.notifies_), userData_(other.userData_) {}
+    : OMSCopied(other), notifies_(other.notifies_), userData_(other.userData_) {}
 
 void RAnimation::onRetire() {
     tellListeners(FrameNews::AnimationGoes);

@@ -28,12 +28,6 @@ std::unique_ptr<OMScriptableObject> RAnimationTrigger::createFromScript() {
     return trigger;
 }
 
-std::unique_ptr<OMScriptableObject> RAnimationTrigger::duplicate() {
-    auto copy = std::make_unique<RAnimationTrigger>();
-    copy->framesPerSecond_ = framesPerSecond_;
-    return copy;
-}
-
 std::uint32_t RAnimationTrigger::periodMs() const {
     return static_cast<std::uint32_t>(platform::kMsPerSecond / framesPerSecond_);
 }

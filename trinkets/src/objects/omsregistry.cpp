@@ -1,5 +1,6 @@
 #include "omsregistry.h"
 
+#include "formats/base/latin1.h"
 #include "omdebug.h"
 #include "omlog.h"
 #include "omplatform.h"
@@ -26,10 +27,8 @@ std::size_t extensionOf(std::string_view name) {
 
 bool hasComponentExtension(std::string_view name) {
     if (name.size() <= kComponentExtension.size()) return false;
-    const std::string_view end = name.substr(name.size() - kComponentExtension.size());
-    return std::equal(end.begin(), end.end(), kComponentExtension.begin(), [](char a, char b) {
-        return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
-    });
+    return formats::equalIgnoringCase(name.substr(name.size() - kComponentExtension.size()),
+                                      kComponentExtension);
 }
 
 } // namespace

@@ -29,10 +29,10 @@ const OMSClass OMMultiTrinket::kClass{"OMMultiTrinket", &OMTrinket::kClass,
                                       kOMMultiTrinketVocabulary, &OMMultiTrinket::createFromScript};
 
 OMMultiTrinket::OMMultiTrinket(OMTrinketWindow& window)
-    : OMTrinket(window, UpdateStyle::Nothing, {}) {}
+    : OMSCopied(window, UpdateStyle::Nothing, {}) {}
 
 OMMultiTrinket::OMMultiTrinket(const OMMultiTrinket& other)
-    : OMTrinket(other), userData_(other.userData_) {
+    : OMSCopied(other), userData_(other.userData_) {
     const Rect place = other.boundingRectangle();
     setBounds({place.left, place.top, place.left, place.top});
 }
@@ -49,10 +49,6 @@ std::unique_ptr<OMScriptableObject> OMMultiTrinket::createFromScript() {
     auto group = std::make_unique<OMMultiTrinket>(*window);
     if (OMSArguments::global().hasNext()) group->setZ(OMSArguments::global().nextInteger());
     return group;
-}
-
-std::unique_ptr<OMScriptableObject> OMMultiTrinket::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new OMMultiTrinket(*this));
 }
 
 // Members

@@ -28,11 +28,7 @@ const OMSClass RHotSpot::kClass{"RHotSpot", &OMTrinket::kClass, kRHotSpotVocabul
                                 &OMSArea::create<RHotSpot>};
 
 RHotSpot::RHotSpot(OMTrinketWindow& window, const platform::Rect& area)
-    : OMTrinket(window, UpdateStyle::Regions, area) {}
-
-std::unique_ptr<OMScriptableObject> RHotSpot::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RHotSpot(*this));
-}
+    : OMSCopied(window, UpdateStyle::Regions, area) {}
 
 void RHotSpot::setOutlined(int on) {
     if (outlined_ == (on != 0)) return;

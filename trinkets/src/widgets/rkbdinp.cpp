@@ -39,8 +39,6 @@ void RKbdInp::onRetire() {
     if (window && all_.empty()) window->input().defaults().key = nullptr;
 }
 
-std::unique_ptr<OMScriptableObject> RKbdInp::duplicate() { return std::make_unique<RKbdInp>(); }
-
 std::string RKbdInp::nameOf(const platform::KeyPress& press) {
     std::string name(press.control ? kControl : std::string_view());
     const int special = press.code - kFirstName;

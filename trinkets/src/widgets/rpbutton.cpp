@@ -31,14 +31,14 @@ const OMSClass RPButton::kClass{"RPButton", &OMAnimation::kClass, kRPButtonVocab
                                 &RPButton::createFromScript};
 
 RPButton::RPButton(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
-    : OMAnimation(window, std::move(image), id, x, y), clickHandle_(OMEffectSounds::kNotPlaying) {
+    : OMSCopied(window, std::move(image), id, x, y), clickHandle_(OMEffectSounds::kNotPlaying) {
     setMovable(false);
     pause();
     setFrameNumber(kUp);
 }
 
 RPButton::RPButton(const RPButton& other)
-    : OMAnimation(other), enabled_(other.enabled_), clickSoundId_(other.clickSoundId_),
+    : OMSCopied(other), enabled_(other.enabled_), clickSoundId_(other.clickSoundId_),
       playDelayMs_(other.playDelayMs_), hitLink_(other.hitLink_),
       clickHandle_(OMEffectSounds::kNotPlaying) {
     setFrameNumber(kUp);
@@ -58,10 +58,6 @@ std::unique_ptr<OMScriptableObject> RPButton::createFromScript() {
     std::unique_ptr<RPButton> button = createFromArguments<RPButton>();
     if (button) button->window()->input().updateFlyOver();
     return button;
-}
-
-std::unique_ptr<OMScriptableObject> RPButton::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RPButton(*this));
 }
 
 void RPButton::look(bool pressed) {

@@ -67,17 +67,11 @@ const OMSClass RSelList::kClass{"RSelList", &OMTrinket::kClass, kRSelListVocabul
                                 &OMSArea::create<RSelList>};
 
 RSelList::RSelList(OMTrinketWindow& window, const Rect& box)
-    : OMTrinket(window, UpdateStyle::Regions, box), size_(OMTTFont::kDefaultSize) {
+    : OMSCopied(window, UpdateStyle::Regions, box), size_(OMTTFont::kDefaultSize) {
     setMovable(false);
 }
 
-RSelList::RSelList(const RSelList& other) = default;
-
 RSelList::~RSelList() = default;
-
-std::unique_ptr<OMScriptableObject> RSelList::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RSelList(*this));
-}
 
 // Font and colours
 

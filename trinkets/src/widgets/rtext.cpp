@@ -23,7 +23,7 @@ constexpr OMSEntry kRTextVocabulary[] = {
                                                        "of the box; -1 fits it to the text"),
     oms::data<&RText::userData, &RText::setUserData>("userData", "free value for scripts"),
     oms::data<&RText::wrap, &RText::setWrap>("wrap", "lines are broken at the width of the box"),
-    oms::method<&RText::chooseFont>("setFont", "id | face size [style]"),
+    oms::method<&RText::chooseFont>("setFont", "id | face [size [style]]"),
 };
 
 int length(int value) { return value < 0 ? RText::kFitting : std::min(value, RText::kFarthest); }
@@ -34,22 +34,18 @@ const OMSClass RText::kClass{"RText", &OMTrinket::kClass, kRTextVocabulary,
                              &OMSArea::create<RText, OMSArea::Lengths::Any>};
 
 RText::RText(OMTrinketWindow& window, const Rect& box)
-    : OMTrinket(window, UpdateStyle::Regions, {box.left, box.top, box.left, box.top}),
+    : OMSCopied(window, UpdateStyle::Regions, {box.left, box.top, box.left, box.top}),
       width_(length(box.width())), height_(length(box.height())) {
     layOut();
 }
 
 RText::RText(const RText& other)
-    : OMTrinket(other), block_(other.block_), width_(other.width_), height_(other.height_),
+    : OMSCopied(other), block_(other.block_), width_(other.width_), height_(other.height_),
       wrap_(other.wrap_), userData_(other.userData_) {
     layOut();
 }
 
 RText::~RText() = default;
-
-std::unique_ptr<OMScriptableObject> RText::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RText(*this));
-}
 
 // Properties
 

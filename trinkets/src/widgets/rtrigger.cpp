@@ -27,13 +27,13 @@ const OMSClass RTrigger::kClass{"RTrigger", &OMAnimation::kClass, kRTriggerVocab
                                 &RTrigger::createFromScript};
 
 RTrigger::RTrigger(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
-    : OMAnimation(window, std::move(image), id, x, y) {
+    : OMSCopied(window, std::move(image), id, x, y) {
     setMovable(false);
     pause();
 }
 
 RTrigger::RTrigger(const RTrigger& other)
-    : OMAnimation(other), framePixelDelta_(other.framePixelDelta_), sfxId_(other.sfxId_),
+    : OMSCopied(other), framePixelDelta_(other.framePixelDelta_), sfxId_(other.sfxId_),
       userData_(other.userData_) {}
 
 std::unique_ptr<OMScriptableObject> RTrigger::createFromScript() {
@@ -41,10 +41,6 @@ std::unique_ptr<OMScriptableObject> RTrigger::createFromScript() {
                         "SourceURL is not installed in OMAnimation"))
         return nullptr;
     return createFromArguments<RTrigger>();
-}
-
-std::unique_ptr<OMScriptableObject> RTrigger::duplicate() {
-    return std::unique_ptr<OMScriptableObject>(new RTrigger(*this));
 }
 
 // Dragging
