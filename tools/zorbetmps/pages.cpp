@@ -6,6 +6,7 @@
 
 #include "commands/vocabulary.h"
 #include "omsclass.h"
+#include "world/computedproperties.h"
 #include "world/player.h"
 
 #include <algorithm>
@@ -74,13 +75,12 @@ Tables allTables(const world::Player& player) {
         for (const OMSEntry& row : known->passing)
             add(tables, name + ".passing", {row.kind, row.name, accessOf(row), row.help});
     }
-    const auto addPlayer = [&](const char* owner, const world::Properties& properties) {
-        for (const auto& property : properties)
-            add(tables, owner,
-                {Kind::Data, property->name(), property->isWritable() ? "read/write" : "read", {}});
-    };
-    addPlayer("player.stored", player.stored());
-    addPlayer("player.computed", player.computed());
+    constexpr const char* kReadAndWritten = "read/write";
+    for (const auto& property : player.stored())
+        add(tables, "player.stored", {Kind::Data, property->name(), kReadAndWritten, {}});
+    for (const world::ComputedProperty& row : world::computedProperties())
+        add(tables, "player.computed",
+            {Kind::Data, row.name, row.write ? kReadAndWritten : "read", {}});
     return tables;
 }
 
