@@ -13,11 +13,11 @@
 #include <deque>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <ostream>
 #include <set>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 namespace mps {
@@ -37,52 +37,20 @@ constexpr std::string_view kCommands = "commands";
 constexpr std::string_view kHeading = "### `";
 
 struct Form {
-    Kind kind;
     std::string_view word; ///< the last one of a mark
     std::string_view head;
     std::string_view rule;
     std::vector<std::size_t> prose; ///< columns of the author
 };
 const Form kForms[] = {
-    {Kind::Data, "properties", "| Name | Value | Access | Meaning |", "|---|---|---|---|", {1, 3}},
-    {Kind::Method, "methods", "| Name | Arguments | Effect |", "|---|---|---|", {2}},
-    {Kind::Event, "events", "| Name | When |", "|---|---|", {1}},
+    {"properties", "| Name | Value | Access | Meaning |", "|---|---|---|---|", {1, 3}},
+    {"methods", "| Name | Arguments | Effect |", "|---|---|---|", {2}},
+    {"events", "| Name | When |", "|---|---|", {1}},
 };
 
-/// A heading or row of a page that is to be printed, without its author.
-struct Word {
-    Kind kind;
-    std::string_view name;
-    std::string_view access;
-    std::string_view help;
-};
-using Tables = std::map<std::string, std::vector<Word>>; ///< by what a mark says
-
-void add(Tables& tables, const std::string& owner, const Word& word) {
-    const Form* form = std::ranges::find(kForms, word.kind, &Form::kind);
-    tables[owner + ' ' + std::string(form->word)].push_back(word);
-}
-
-/// Of classes and what their objects have at times, and of `player`, whose properties are no
-/// class's.
-Tables allTables(const world::Player& player) {
-    Tables tables;
-    for (const OMSClass* known : allClasses()) {
-        if (known->name.empty()) continue; // what all objects have is told by the guide
-        const std::string name(known->name);
-        for (const OMSEntry& row : known->vocabulary)
-            add(tables, name, {row.kind, row.name, accessOf(row), row.help});
-        for (const OMSEntry& row : known->passing)
-            add(tables, name + ".passing", {row.kind, row.name, accessOf(row), row.help});
-    }
-    constexpr const char* kReadAndWritten = "read/write";
-    for (const auto& property : player.stored())
-        add(tables, "player.stored", {Kind::Data, property->name(), kReadAndWritten, {}});
-    for (const world::ComputedProperty& row : world::computedProperties())
-        add(tables, "player.computed",
-            {Kind::Data, row.name, row.write ? kReadAndWritten : "read", {}});
-    return tables;
-}
+/// Rows with no author yet, by what their mark says. Several forms of a method's arguments, "id |
+/// face size", are a row each, of which only the first has the name.
+using Tables = std::map<std::string, std::vector<Cells>>;
 
 Cells cellsOf(std::string_view line) {
     Cells cells;
@@ -100,17 +68,39 @@ std::string lineOf(const Cells& cells) {
     return line;
 }
 
-/// The rows of a word with no author yet: several for a method that takes its arguments in several
-/// forms, "id | face size".
-std::vector<Cells> rowsOf(const Word& word) {
-    const std::string name = '`' + std::string(word.name) + '`';
-    const std::string help(word.help);
-    if (word.kind == Kind::Event) return {{name, help}};
-    if (word.kind == Kind::Data) return {{name, "", std::string(word.access), help}};
-    std::vector<Cells> rows;
-    for (const std::string& arguments : cellsOf('|' + formats::upperAscii(help) + '|'))
-        rows.push_back({rows.empty() ? name : "", arguments, ""});
-    return rows;
+void add(Tables& tables, const std::string& owner, const OMSEntry& row) {
+    const std::string name = '`' + std::string(row.name) + '`';
+    const std::string help(row.help);
+    if (row.kind == Kind::Event) tables[owner + " events"].push_back({name, help});
+    if (row.kind == Kind::Data)
+        tables[owner + " properties"].push_back({name, "", std::string(accessOf(row)), help});
+    if (row.kind != Kind::Method) return;
+    std::vector<Cells>& methods = tables[owner + " methods"];
+    for (bool first = true;
+         std::string & arguments : cellsOf('|' + formats::upperAscii(help) + '|'))
+        methods.push_back({std::exchange(first, false) ? name : "", arguments, ""});
+}
+
+/// Of classes, of what their objects have at times, and of players, whose properties are no
+/// class's.
+Tables allTables() {
+    Tables tables;
+    for (const OMSClass* known : allClasses()) {
+        if (known->name.empty()) continue; // what all objects have is told by the guide
+        const std::string name(known->name);
+        for (const OMSEntry& row : known->vocabulary) add(tables, name, row);
+        for (const OMSEntry& row : known->passing) add(tables, name + ".passing", row);
+    }
+    const auto addProperty = [&](const std::string& owner, std::string_view name, bool isWritten) {
+        tables[owner + " properties"].push_back(
+            {'`' + std::string(name) + '`', "", isWritten ? "read/write" : "read", ""});
+    };
+    const world::Player player;
+    for (const auto& property : player.stored())
+        addProperty("player.stored", property->name(), true);
+    for (const world::ComputedProperty& row : world::computedProperties())
+        addProperty("player.computed", row.name, row.write != nullptr);
+    return tables;
 }
 
 class Renewal {
@@ -145,7 +135,7 @@ class Renewal {
     /// Whether nothing was wrong; tells what no page had.
     bool isWhole(const std::string& folder) {
         page_ = folder;
-        for (const auto& [mark, words] : tables_)
+        for (const auto& [mark, rows] : tables_)
             if (!told_.contains(mark))
                 complain("no page has " + std::string(kMark) + mark + std::string(kMarkEnd));
         for (const auto& [name, arguments] : commands_)
@@ -174,56 +164,55 @@ class Renewal {
         return lines;
     }
 
+    /// The rows of all that a mark names; none when it names something else.
+    std::vector<Cells> rowsOf(const std::string& owners, const std::string& form) {
+        std::vector<Cells> rows;
+        std::istringstream names(owners);
+        for (std::string name; names >> name;) {
+            const auto found = tables_.find(name + ' ' + form);
+            if (found == tables_.end()) return {};
+            told_.insert(found->first);
+            rows.insert(rows.end(), found->second.begin(), found->second.end());
+        }
+        return rows;
+    }
+
     /// A table with the author's cells of the present one.
     Lines table(const std::string& mark, const Lines& present) {
         const std::size_t last = mark.rfind(' ') + 1;
         const auto* form = std::ranges::find(kForms, mark.substr(last), &Form::word);
-        std::vector<Word> words;
-        std::istringstream owners(mark.substr(0, last));
-        for (std::string owner; owners >> owner;) {
-            const auto found = tables_.find(owner + ' ' + mark.substr(last));
-            if (found == tables_.end()) {
-                complain("there are no words " + owner + ' ' + mark.substr(last));
-                return present;
-            }
-            told_.insert(found->first);
-            words.insert(words.end(), found->second.begin(), found->second.end());
-        }
-        if (form == std::end(kForms) || words.empty()) {
-            complain("a mark names classes and properties, methods or events, not: " + mark);
+        std::vector<Cells> rows = rowsOf(mark.substr(0, last), mark.substr(last));
+        if (rows.empty()) {
+            complain("there are no words " + mark);
             return present;
         }
-        std::map<std::string, std::deque<Cells>> rows; // of a word, as they stand there
-        std::string name;
+        std::map<std::string, std::deque<Cells>> known; // of a word
+        std::string word;
         for (std::size_t i = 2; i < present.size(); ++i) { // behind head and rule
             Cells cells = cellsOf(present[i]);
-            if (std::ssize(cells) != std::ranges::count(form->head, '|') - 1) {
+            if (cells.size() != rows.front().size()) {
                 complain("a row has too many or too few cells: " + present[i]);
                 return present;
             }
-            if (!cells.front().empty()) name = cells.front();
-            rows[name].push_back(std::move(cells));
+            if (!cells.front().empty()) word = cells.front();
+            known[word].push_back(std::move(cells));
         }
         Lines printed{std::string(form->head), std::string(form->rule)};
-        for (const Word& word : words) {
-            std::deque<Cells>& known = rows['`' + std::string(word.name) + '`'];
-            for (Cells& row : rowsOf(word)) {
-                if (!known.empty()) {
-                    for (const std::size_t column : form->prose)
-                        row[column] = known.front()[column];
-                    known.pop_front();
-                }
-                printed.push_back(lineOf(row));
+        for (Cells& row : rows) {
+            if (!row.front().empty()) word = row.front();
+            if (std::deque<Cells>& old = known[word]; !old.empty()) {
+                for (const std::size_t column : form->prose) row[column] = old.front()[column];
+                old.pop_front();
             }
+            printed.push_back(lineOf(row));
         }
-        for (const auto& [word, left] : rows)
-            for (const Cells& row : left) complain(word + " is no word any more: " + lineOf(row));
+        for (const auto& [gone, left] : known)
+            for (const Cells& row : left) complain(gone + " is no word any more: " + lineOf(row));
         return printed;
     }
 
     std::ostream& out_;
-    const world::Player player_;
-    const Tables tables_ = allTables(player_);
+    const Tables tables_ = allTables();
     std::set<std::string> told_;
     std::map<std::string, std::string> commands_; ///< that have no heading yet, and their arguments
     std::string page_;
