@@ -202,9 +202,8 @@ class OMTrinket : public OMScriptableObject {
     static void setCorralNormalization(bool on) { corralNormalization_ = on; }
 
     // What new trinkets begin with.
-    static inline bool defaultVisibility = true;
-    static inline int defaultCursor = -1;
-    static inline int defaultGrabCursor = -1;
+    static constexpr int defaultCursor = -1;
+    static constexpr int defaultGrabCursor = -1;
 
   protected:
     /// A copy lies in the same window, idle, above the others of its depth.
@@ -251,7 +250,7 @@ class OMTrinket : public OMScriptableObject {
     std::uint32_t eventMask_;
     platform::Rect bounds_;
     int z_ = 0;
-    bool visible_ = defaultVisibility;
+    bool visible_ = true;
     bool movable_ = true;
     bool touchy_ = true;
     std::string tag_;
