@@ -100,7 +100,6 @@ class Loader {
     }
     ~Loader() {
         OMDebug::setCheckListener(nullptr);
-        AOPaletteRecord::setCurrent(nullptr);
     }
     Loader(const Loader&) = delete;
     Loader& operator=(const Loader&) = delete;

@@ -139,23 +139,6 @@ struct Locators {
     Locators& operator=(const Locators&) = delete;
 };
 
-/// Holds all movies while the game is in the background. Hosts may tell twice that one comes or
-/// goes.
-class BackgroundHold {
-  public:
-    BackgroundHold() = default;
-    ~BackgroundHold() { set(false); }
-    BackgroundHold(const BackgroundHold&) = delete;
-    BackgroundHold& operator=(const BackgroundHold&) = delete;
-
-    void set(bool on) {
-        if (std::exchange(on_, on) != on) RSmackerMovie::holdAll(on);
-    }
-
-  private:
-    bool on_ = false;
-};
-
 /// Window, sounds, commands and scripts: what plays, on a machine that will do, what lies in the
 /// resource layer.
 class Stage {
@@ -174,7 +157,7 @@ class Stage {
 
     // In the order of their making.
     RResources& resources_;
-    BackgroundHold backgroundHold_;
+    RMovies movies_;
     OMApp app_;
     RCursors cursors_; ///< asked for as long as there is the window
     ScenePause scenePause_;
@@ -208,9 +191,9 @@ Stage::Stage(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& sound
 /// What is done when a box is opened and closed, when another program comes to the foreground, when
 /// this one is back there, and when it is about to end.
 void Stage::linkApplication(OMWaveEngine& soundEngine) {
-    app_.setBoxLink(&RSmackerMovie::holdAll);
+    app_.setBoxLink(OMLinkToObj(&movies_, &RMovies::hold));
     app_.setBackgroundLink([this, &soundEngine] {
-        backgroundHold_.set(true);
+        movies_.holdInBackground(true);
         RScenePort::tellPaused();
         soundEngine.suspend();
     });
@@ -218,7 +201,7 @@ void Stage::linkApplication(OMWaveEngine& soundEngine) {
         soundEngine.resume();
         window_.restoreScreen();
         RScenePort::tellResumed();
-        backgroundHold_.set(false);
+        movies_.holdInBackground(false);
     });
     app_.setStopLink(&RScenePort::tellExitting);
 }
@@ -236,7 +219,7 @@ void Stage::linkScenes() {
     menu_.setMovieCollector([] {
         if (RSmackerMovie* movie = RSmackerMovie::current()) movie->setCollecting(true);
     });
-    commands_.setPaletteRestorer(RSmackerMovie::restoreWindowPalette);
+    commands_.setPaletteRestorer(OMLinkToObj(&movies_, &RMovies::restoreWindowPalette));
     music_.setStreamSource(
         [this](int id, int bufferMode) { return resources_.load(id, "WAVE", bufferMode); });
     fonts_.setNFNTLocator(locator("NFNT"));

@@ -28,7 +28,8 @@ std::unique_ptr<Action> MovieAction::create(bool byDefault) {
 
 /// A movie that cannot be opened tells that it has finished before it is there.
 void MovieAction::begin() {
-    if (OMTrinketWindow* window = OMTrinketWindow::mainWindow()) {
+    OMTrinketWindow* window = OMTrinketWindow::mainWindow();
+    if (window && RMovies::current()) {
         const auto isThere = std::make_shared<bool>(false);
         movie_ = std::make_unique<RSmackerMovie>(
             *window, settings_.file,

@@ -94,24 +94,26 @@ bool hasPossibleSize(const platform::Movie& movie) {
 const OMSClass RSmackerMovie::kClass{"RSmackerMovie", &OMTrinket::kClass, kRSmackerMovieVocabulary,
                                      &RSmackerMovie::createFromScript};
 
-RSmackerMovie* RSmackerMovie::current_ = nullptr;
-std::vector<RSmackerMovie*> RSmackerMovie::all_;
-int RSmackerMovie::holds_ = 0;
-
 // From the file to the object
 
 RSmackerMovie::RSmackerMovie(OMTrinketWindow& window, const std::string& file, Options options)
-    : OMTrinket(window, UpdateStyle::Regions, {}), options_(std::move(options)) {
+    : OMTrinket(window, UpdateStyle::Regions, {}), shared_(*RMovies::current()),
+      options_(std::move(options)) {
     setTopLayer(kTopLayer);
-    all_.push_back(this);
+    shared_.all_.push_back(this);
     OMWaveEngine* engine = OMWaveEngine::current();
-    if (all_.size() == 1 && engine) engine->yieldDevice();
+    if (shared_.all_.size() == 1 && engine) engine->yieldDevice();
     const std::string problem = open(file);
     if (problem.empty()) return;
     OMLog::writef(OMLog::Kind::Error, "Movie %s cannot be played: %s", file.c_str(),
                   problem.c_str());
     const OMLink finished = options_.finished;
     finished();
+}
+
+RSmackerMovie* RSmackerMovie::current() {
+    const RMovies* shared = RMovies::current();
+    return shared ? shared->current_ : nullptr;
 }
 
 std::string RSmackerMovie::open(const std::string& file) {
@@ -134,7 +136,7 @@ std::string RSmackerMovie::open(const std::string& file) {
     markWhole();
     signals_.resize(static_cast<std::size_t>(movie_->frameCount()));
     savePalette();
-    current_ = this;
+    shared_.current_ = this;
     OMLog::writef(OMLog::Kind::Message, "%s %d %d %ld %d %d", file.c_str(), x(), y(),
                   long{options_.extraBuffer}, int{options_.useMoviePalette}, int{options_.preload});
     return {};
@@ -142,7 +144,7 @@ std::string RSmackerMovie::open(const std::string& file) {
 
 std::unique_ptr<OMScriptableObject> RSmackerMovie::createFromScript() {
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
-    if (!window) return nullptr;
+    if (!window || !RMovies::current()) return nullptr;
     const auto file = oms::nextArgument<std::string>();
     Options options;
     options.x = oms::nextArgument<int>();
@@ -162,11 +164,11 @@ RSmackerMovie::~RSmackerMovie() { retire(); }
 void RSmackerMovie::onRetire() {
     if (playing_) endPlayback();
     movie_.reset();
-    std::erase(all_, this);
+    std::erase(shared_.all_, this);
     handCurrentOn();
     forgetPalette();
     OMWaveEngine* engine = OMWaveEngine::current();
-    if (all_.empty() && engine) engine->reclaimDevice();
+    if (shared_.all_.empty() && engine) engine->reclaimDevice();
     OMTrinket::onRetire();
 }
 

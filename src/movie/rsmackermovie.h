@@ -14,6 +14,7 @@
 // destroy it.
 #pragma once
 
+#include "ominstalled.h"
 #include "ommemcanvas.h"
 #include "ompalette.h"
 #include "omtask.h"
@@ -25,6 +26,32 @@
 #include <optional>
 #include <string>
 #include <vector>
+
+class RSmackerMovie;
+
+/// What the movies of a game share. It outlives them.
+class RMovies : public OMInstalled<RMovies> {
+  public:
+    /// While held, all movies stand still, also those that are started then: time and sound wait.
+    /// Holds count; what is not held stays so. Scripts do not see it.
+    void hold(bool on);
+    /// One hold, however often hosts tell that the game comes or goes.
+    void holdInBackground(bool on);
+    /// If the current movie has its own colours: sets those again that were there before.
+    void restoreWindowPalette();
+
+  private:
+    friend class RSmackerMovie;
+
+    RSmackerMovie* current_ = nullptr;
+    std::vector<RSmackerMovie*> all_;
+    int holds_ = 0;
+    bool inBackground_ = false;
+    /// The window's colours before movies set theirs, from the opening of a movie with its own on
+    /// until it got them back; and what the window has of movies now.
+    std::optional<OMPalette> savedPalette_;
+    std::optional<OMDevicePalette> moviePalette_;
+};
 
 class RSmackerMovie final : public OMTrinket {
   public:
@@ -40,24 +67,19 @@ class RSmackerMovie final : public OMTrinket {
         OMLink signal;        ///< the same
     };
 
-    /// Looks for the file in the current directory, then in the search path. One that cannot be
-    /// played calls `finished` from here, and the object stays without a movie: all numbers are 0,
-    /// all methods do nothing.
+    /// There is an RMovies. Looks for the file in the current directory, then in the search path.
+    /// One that cannot be played calls `finished` from here, and the object stays without a movie:
+    /// all numbers are 0, all methods do nothing.
     RSmackerMovie(OMTrinketWindow& window, const std::string& file, Options options);
     /// Ends playback, but tells neither links nor handlers.
     ~RSmackerMovie() override;
 
-    /// With the arguments of the script; null without a main window.
+    /// With the arguments of the script; null without a main window, and without an RMovies.
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createFromScript();
 
     /// The movie that was opened, or began to go straight onto the window, last. When it goes or
     /// collects, another one that goes straight takes its place. Null without one.
-    [[nodiscard]] static RSmackerMovie* current() { return current_; }
-    /// If the current movie has its own colours: sets those again that were there before.
-    static void restoreWindowPalette();
-    /// While held, all movies stand still, also those that are started then: time and sound wait.
-    /// Holds count; what is not held stays so. Scripts do not see it.
-    static void holdAll(bool hold);
+    [[nodiscard]] static RSmackerMovie* current();
 
     [[nodiscard]] bool isOpen() const { return movie_ != nullptr; }
     [[nodiscard]] bool isCollecting() const { return collected_ != nullptr; }
@@ -102,6 +124,8 @@ class RSmackerMovie final : public OMTrinket {
     void dragBy(int& dx, int& dy) override;
 
   private:
+    friend class RMovies;
+
     void onRetire() override;
     /// The empty text, or why it cannot be played.
     [[nodiscard]] std::string open(const std::string& file);
@@ -133,14 +157,7 @@ class RSmackerMovie final : public OMTrinket {
     void givePaletteBack();
     [[nodiscard]] const OMDevicePalette& colors();
 
-    static RSmackerMovie* current_;
-    static std::vector<RSmackerMovie*> all_;
-    static int holds_;
-    /// The window's colours before movies set theirs, from the opening of a movie with its own on
-    /// until it got them back; and what the window has of movies now.
-    static std::optional<OMPalette> savedPalette_;
-    static std::optional<OMDevicePalette> moviePalette_;
-
+    RMovies& shared_;
     Options options_;
     std::unique_ptr<platform::Movie> movie_; ///< null: not open
     std::vector<bool> signals_;              ///< of each frame

@@ -15,9 +15,6 @@
 using platform::Point;
 using platform::Rect;
 
-std::optional<OMPalette> RSmackerMovie::savedPalette_;
-std::optional<OMDevicePalette> RSmackerMovie::moviePalette_;
-
 namespace {
 
 constexpr std::uint32_t kMoviePriority = 50; ///< in each pass after the sound, before the scripts
@@ -84,13 +81,17 @@ void RSmackerMovie::setPlaying(bool on) {
     runUnlessHeld();
 }
 
-void RSmackerMovie::holdAll(bool hold) {
-    holds_ = std::max(holds_ + (hold ? 1 : -1), 0);
+void RMovies::hold(bool on) {
+    holds_ = std::max(holds_ + (on ? 1 : -1), 0);
     for (RSmackerMovie* movie : all_)
         if (movie->playing_) movie->runUnlessHeld();
 }
 
-void RSmackerMovie::runUnlessHeld() { movie_->run(!halted_ && holds_ == 0); }
+void RMovies::holdInBackground(bool on) {
+    if (std::exchange(inBackground_, on) != on) hold(on);
+}
+
+void RSmackerMovie::runUnlessHeld() { movie_->run(!halted_ && shared_.holds_ == 0); }
 
 void RSmackerMovie::stop() {
     if (!playing_) return;
@@ -118,16 +119,16 @@ void RSmackerMovie::endPlayback() {
 void RSmackerMovie::takeScreen() {
     rest_.emplace(*window());
     presentations_ = window()->presentations();
-    current_ = this;
+    shared_.current_ = this;
     OMApp::getApp()->setWaitForMessages(false);
 }
 
 /// To one that still has the screen, if this is the current one.
 void RSmackerMovie::handCurrentOn() {
-    if (current_ != this) return;
+    if (shared_.current_ != this) return;
     const auto other = std::ranges::find_if(
-        all_, [](const RSmackerMovie* movie) { return movie->rest_.has_value(); });
-    current_ = other == all_.end() ? nullptr : *other;
+        shared_.all_, [](const RSmackerMovie* movie) { return movie->rest_.has_value(); });
+    shared_.current_ = other == shared_.all_.end() ? nullptr : *other;
 }
 
 void RSmackerMovie::leaveScreen() {
@@ -274,9 +275,9 @@ void RSmackerMovie::startCollecting() {
 }
 
 void RSmackerMovie::stopCollecting() {
-    if (current_ && current_ != this) return;
+    if (shared_.current_ && shared_.current_ != this) return;
     const std::unique_ptr<OMMemCanvas> picture = std::exchange(collected_, nullptr);
-    if (movie_) current_ = this;
+    if (movie_) shared_.current_ = this;
     invalidate(); // also for when the window wakes again
     if (!playing_) return;
     takeScreen();
@@ -299,11 +300,11 @@ void RSmackerMovie::usePalette() {
 /// replaced at once.
 void RSmackerMovie::installPalette() {
     paletteDue_ = false;
-    if (!savedPalette_) savePalette();
+    if (!shared_.savedPalette_) savePalette();
     OMPalette palette = gamePalette(movie_->palette());
     if (const auto* game = dynamic_cast<EffectsWindow*>(window())) game->filterPalette(palette);
     ownColors_ = OMGamePalette(palette);
-    moviePalette_ = ownColors_;
+    shared_.moviePalette_ = ownColors_;
     window()->setPalette(palette, false);
     if (collected_) collected_->setPalette(palette);
 }
@@ -316,29 +317,29 @@ const OMDevicePalette& RSmackerMovie::colors() {
 void RSmackerMovie::savePalette() {
     if (!options_.useMoviePalette) return;
     OMWndCanvas& canvas = window()->canvas();
-    if (!savedPalette_ || moviePalette_ != canvas.devicePalette())
-        savedPalette_ = canvas.getPalette();
+    if (!shared_.savedPalette_ || shared_.moviePalette_ != canvas.devicePalette())
+        shared_.savedPalette_ = canvas.getPalette();
 }
 
 void RSmackerMovie::forgetPalette() {
-    if (std::ranges::any_of(all_, &RSmackerMovie::usesOwnPalette)) return;
-    savedPalette_.reset();
-    moviePalette_.reset();
+    if (std::ranges::any_of(shared_.all_, &RSmackerMovie::usesOwnPalette)) return;
+    shared_.savedPalette_.reset();
+    shared_.moviePalette_.reset();
 }
 
 /// To another movie that plays, else to what was there before all movies.
 void RSmackerMovie::givePaletteBack() {
-    if (!options_.useMoviePalette || !window() || !savedPalette_) return;
-    const auto other = std::ranges::find_if(all_, [this](const RSmackerMovie* movie) {
+    if (!options_.useMoviePalette || !window() || !shared_.savedPalette_) return;
+    const auto other = std::ranges::find_if(shared_.all_, [this](const RSmackerMovie* movie) {
         return movie != this && movie->playing_ && movie->decoded_ && movie->usesOwnPalette();
     });
-    if (other != all_.end()) return (*other)->installPalette();
-    window()->setPalette(*savedPalette_, false);
-    savedPalette_.reset();
-    moviePalette_.reset();
+    if (other != shared_.all_.end()) return (*other)->installPalette();
+    window()->setPalette(*shared_.savedPalette_, false);
+    shared_.savedPalette_.reset();
+    shared_.moviePalette_.reset();
 }
 
-void RSmackerMovie::restoreWindowPalette() {
+void RMovies::restoreWindowPalette() {
     if (!current_ || !current_->usesOwnPalette() || !current_->window() || !savedPalette_) return;
     current_->window()->setPalette(*savedPalette_, false);
     moviePalette_.reset();

@@ -90,8 +90,8 @@ MapButton::MapButton(OMTrinketWindow& window, std::shared_ptr<AOImage> image, in
     : LapTrapButton(window, std::move(image), id, x, y), location_(location) {}
 
 void MapButton::update(bool isHere, int visits) {
-    look_ = isHere ? Look::Here : visits >= 1 ? Look::Visited : Look::NeverVisited;
-    showState(static_cast<int>(look_));
+    const Look look = isHere ? Look::Here : visits >= 1 ? Look::Visited : Look::NeverVisited;
+    showState(static_cast<int>(look));
 }
 
 AutoLevelCheckBox::AutoLevelCheckBox(OMTrinketWindow& window, std::shared_ptr<AOImage> image,

@@ -53,13 +53,11 @@ class MapButton final : public LapTrapButton {
               int location);
 
     [[nodiscard]] int location() const { return location_; }
-    [[nodiscard]] Look look() const { return look_; }
     /// `isHere`: the screen was opened for its location.
     void update(bool isHere, int visits);
 
   private:
     int location_;
-    Look look_ = Look::NeverVisited;
 };
 
 /// The check box that says whether the level of a location changes by itself. State 1 is checked,

@@ -48,8 +48,6 @@ class FontFactory final : public OMFontSource {
     /// Those of the faces that the game's texts were written for.
     void addGameSubstitutions();
 
-    [[nodiscard]] std::size_t fontCount() const { return records_.size(); }
-
   private:
     struct Record {
         RFontKey key;

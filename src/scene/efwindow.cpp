@@ -1,6 +1,5 @@
 #include "efwindow.h"
 
-#include "aodeep.h"
 #include "formats/picture/lift.h"
 #include "formats/picture/palette.h"
 #include "omapp.h"

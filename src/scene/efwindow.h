@@ -4,6 +4,7 @@
 #pragma once
 
 #include "aobackground.h"
+#include "aodeep.h"
 #include "omtrinketwindow.h"
 
 #include <memory>
@@ -20,6 +21,8 @@ class EffectsWindow : public OMTrinketWindow {
 
     /// The window's upper left corner in screen pixels.
     EffectsWindow(platform::Point corner, std::string_view title);
+    /// The colours that animations know on deeper screens go with it.
+    ~EffectsWindow() override { AOPaletteRecord::setCurrent(nullptr); }
 
     // Where pictures (`ASEQ`) and palettes (`RRGB`) come from, and who may change the colours
     // before they are set.

@@ -5,6 +5,7 @@
 
 #include "actions/actioncontainer.h"
 #include "commands/vocabulary.h"
+#include "movie/rsmackermovie.h"
 #include "omao.h"
 #include "ompp/memorystream.h"
 #include "omsarguments.h"
@@ -67,6 +68,7 @@ class ActionTest : public ScriptTest {
     OMWaveEngine sounds;
     OMTrinketWindow window{{0, 0, 100, 80}, nullptr, "Test"};
     RScriptClasses classes;
+    RMovies movies;
     std::vector<std::string> reports;
     std::string log;
     std::uint32_t begun = machine.clock().now;

@@ -44,7 +44,6 @@ class DeepScreenTest : public FrameworkTest, public testing::WithParamInterface<
         window.reset();
         app.reset();
         OMApp::useGDI();
-        AOPaletteRecord::setCurrent(nullptr);
     }
     /// What the pixel is: kRed, kBlue or anything else.
     int shown(int x, int y) {

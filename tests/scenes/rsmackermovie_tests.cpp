@@ -81,6 +81,7 @@ class MovieTest : public FrameworkTest {
     }
 
     FakeMovies movies{machine.clock()};
+    RMovies shared;
     std::optional<OMApp> app;
     std::optional<OMTrinketWindow> window;
     OMRegion shown;
@@ -258,7 +259,7 @@ TEST_F(MovieTest, AllStandStillBehindBoxesAndAsLongAsAnybodyHoldsThem) {
     begin();
     std::vector<int> running;
     app->setBoxLink([&](bool open) {
-        RSmackerMovie::holdAll(open);
+        shared.hold(open);
         running.push_back(movies.running);
     });
     auto movie = make("plain", at(0, 0));
@@ -269,7 +270,7 @@ TEST_F(MovieTest, AllStandStillBehindBoxesAndAsLongAsAnybodyHoldsThem) {
     paused->setPlaying(false);
     pass();
     app->alert("A box");
-    RSmackerMovie::holdAll(true);
+    shared.hold(true);
     app->about();
     EXPECT_THAT(running, ElementsAre(0, 1, 0, 0));
     later->start();
@@ -278,9 +279,9 @@ TEST_F(MovieTest, AllStandStillBehindBoxesAndAsLongAsAnybodyHoldsThem) {
     pass(1000);
     EXPECT_EQ(movies.running, 0);
     EXPECT_EQ(movie->frame(), frame);
-    RSmackerMovie::holdAll(false);
+    shared.hold(false);
     EXPECT_EQ(movies.running, 3);
-    RSmackerMovie::holdAll(false);
+    shared.hold(false);
     EXPECT_FALSE(app->ask("", ""));
     EXPECT_EQ(movies.running, 3) << "one that nobody held is not held less";
 }
@@ -306,7 +307,7 @@ TEST_F(MovieTest, GivesTheColoursBackThatWereThereBeforeAllMovies) {
     movie->start();
     pass();
     EXPECT_EQ(red(), 0x40);
-    RSmackerMovie::restoreWindowPalette();
+    shared.restoreWindowPalette();
     EXPECT_EQ(red(), 0x20);
     nextFrame();
     nextFrame();
@@ -316,7 +317,7 @@ TEST_F(MovieTest, GivesTheColoursBackThatWereThereBeforeAllMovies) {
     collecting->stop();
     EXPECT_EQ(red(), 0x20);
     setRed(0x28); // another scene, while there are movies that have ended
-    RSmackerMovie::restoreWindowPalette();
+    shared.restoreWindowPalette();
     EXPECT_EQ(red(), 0x28);
     movie->start();
     pass();
@@ -543,6 +544,7 @@ class MovieScriptTest : public ScriptTest {
     }
     ~MovieScriptTest() override { YHeap::recreate(); }
     FakeMovies movies{machine.clock()};
+    RMovies shared;
     std::optional<OMTrinketWindow> window;
 };
 

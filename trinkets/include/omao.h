@@ -47,15 +47,6 @@ class OMAnimation : public OMSCopied<OMAnimation, OMTrinket> {
         Resumed = 3, ///< plays on in the next step, which sets the time anew
     };
 
-    /// What new animations begin with.
-    struct Defaults {
-        bool useEmbeddedCoordinates = true; ///< else kEmbedded is 0 and the depth stays 0
-        bool soundOn = true;
-        bool soundSync = true; ///< hold while a sound of the sequence plays
-        bool catchUp = true;   ///< late frames follow each other faster, so that no time is lost
-    };
-    static Defaults defaults;
-
     /// What the owner wants to hear of.
     struct PlayLinks {
         OMLink looped;
@@ -330,9 +321,9 @@ class OMAnimation : public OMSCopied<OMAnimation, OMTrinket> {
     State state_ = State::Playing;
     std::optional<std::uint32_t> dueMs_; ///< window clock
     int repeatCount_ = 0;
-    bool soundOn_ = defaults.soundOn;
-    bool soundSync_ = defaults.soundSync;
-    bool catchUp_ = defaults.catchUp;
+    bool soundOn_ = true;
+    bool soundSync_ = true; ///< hold while a sound of the sequence plays
+    bool catchUp_ = true;   ///< late frames follow each other faster, so that no time is lost
     int direction_ = 0;
 
     static constexpr unsigned kNoSound = 0;

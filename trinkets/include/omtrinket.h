@@ -201,9 +201,8 @@ class OMTrinket : public OMScriptableObject {
     static void setCorralNormalization(bool on) { corralNormalization_ = on; }
 
     // What new trinkets begin with.
-    static inline bool defaultVisibility = true;
-    static inline int defaultCursor = -1;
-    static inline int defaultGrabCursor = -1;
+    static constexpr int defaultCursor = -1;
+    static constexpr int defaultGrabCursor = -1;
 
   protected:
     void onRetire() override;
@@ -252,7 +251,7 @@ class OMTrinket : public OMScriptableObject {
     std::uint32_t eventMask_;
     platform::Rect bounds_;
     int z_ = 0;
-    bool visible_ = defaultVisibility;
+    bool visible_ = true;
     bool movable_ = true;
     bool touchy_ = true;
     std::string tag_;

@@ -18,7 +18,6 @@ using platform::Rect;
 
 OMLinkTo<std::unique_ptr<OMIStream>(int id)> OMAnimation::locator_;
 AOImageStore OMAnimation::store_;
-OMAnimation::Defaults OMAnimation::defaults;
 
 namespace {
 
@@ -51,17 +50,15 @@ std::int16_t AOEntry::*fieldOf(int number) {
     }
 }
 
-int chosen(int coordinate, int embedded, bool useEmbedded) {
-    if (coordinate != OMAnimation::kEmbedded) return coordinate;
-    return useEmbedded ? embedded : 0;
+int chosen(int coordinate, int embedded) {
+    return coordinate != OMAnimation::kEmbedded ? coordinate : embedded;
 }
 
 constexpr int kNoResource = 0; ///< id
 
 Rect originOf(const AOImage& image, int x, int y) {
-    const bool embedded = OMAnimation::defaults.useEmbeddedCoordinates;
-    const int left = OMTrinket::nearestPlace(chosen(x, image.embedded().x, embedded));
-    const int top = OMTrinket::nearestPlace(chosen(y, image.embedded().y, embedded));
+    const int left = OMTrinket::nearestPlace(chosen(x, image.embedded().x));
+    const int top = OMTrinket::nearestPlace(chosen(y, image.embedded().y));
     return {left, top, left, top};
 }
 
@@ -77,8 +74,7 @@ OMAnimation::OMAnimation(OMTrinketWindow& window, std::shared_ptr<AOImage> image
     restart();
     if (windowDepth() != OMCanvas::kIndexedDepth) fetchPalette();
     prepareDeepFrames();
-    if (defaults.useEmbeddedCoordinates)
-        OMTrinket::setAttribute(Attribute::Z, image_->embedded().depth);
+    OMTrinket::setAttribute(Attribute::Z, image_->embedded().depth);
 }
 
 OMAnimation::OMAnimation(const OMAnimation& other)
