@@ -1,7 +1,7 @@
 #include "scene/rscenprt.h"
 
 #include "omsclass.h"
-#include "sound/backgroundmusic.h"
+#include "scene/backgroundmusic.h"
 
 #include <deque>
 #include <utility>
