@@ -8,7 +8,7 @@
 #include "reports.h"
 #include "rpbutton.h"
 #include "rtext.h"
-#include "sound/backgroundmusic.h"
+#include "scene/backgroundmusic.h"
 
 #include <algorithm>
 #include <utility>

@@ -2,7 +2,7 @@
 
 #include "omsclass.h"
 #include "omunderway.h"
-#include "sound/backgroundmusic.h"
+#include "scene/backgroundmusic.h"
 
 #include <utility>
 #include <vector>

@@ -8,8 +8,8 @@
 #include "omeffectsounds.h"
 #include "ompath.h"
 #include "omsclass.h"
+#include "scene/backgroundmusic.h"
 #include "scene/scenepause.h"
-#include "sound/backgroundmusic.h"
 #include "world/rworldport.h"
 #include "world/worldmemory.h"
 

@@ -5,8 +5,8 @@
 #include "ompp/soundfixture.h"
 #include "trinkets/windowfixture.h"
 
+#include "scene/backgroundmusic.h"
 #include "scene/efwindow.h"
-#include "sound/backgroundmusic.h"
 
 #include <algorithm>
 #include <array>

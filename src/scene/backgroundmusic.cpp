@@ -1,4 +1,4 @@
-#include "sound/backgroundmusic.h"
+#include "scene/backgroundmusic.h"
 
 #include "omdebug.h"
 #include "omid.h"
