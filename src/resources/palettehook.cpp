@@ -1,12 +1,12 @@
 #include "resources/palettehook.h"
 
-#include "formats/picture/lift.h"
+#include "formats/picture/palette.h"
 
 #include <algorithm>
 
 void RLiftPalette(OMPalette& colors) {
     const auto lift = [](const OMColor& stored) -> OMColor {
-        const auto shown = formats::palette::lift({stored.red(), stored.green(), stored.blue()});
+        const auto shown = formats::picture::lift({stored.red(), stored.green(), stored.blue()});
         return {shown.red, shown.green, shown.blue};
     };
     std::transform(colors.begin() + platform::kFirstFreeColour,
