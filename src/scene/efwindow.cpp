@@ -1,6 +1,6 @@
 #include "efwindow.h"
 
-#include "formats/picture/lift.h"
+#include "formats/picture/palette.h"
 #include "formats/picture/palette.h"
 #include "omapp.h"
 #include "omcursor.h"
@@ -197,7 +197,7 @@ void EffectsWindow::putCursor(std::shared_ptr<const OMCursor> cursor) {
 
 void RLiftPalette(OMPalette& colors) {
     const auto lift = [](const OMColor& stored) -> OMColor {
-        const auto shown = formats::palette::lift({stored.red(), stored.green(), stored.blue()});
+        const auto shown = formats::picture::lift({stored.red(), stored.green(), stored.blue()});
         return {shown.red, shown.green, shown.blue};
     };
     std::transform(colors.begin() + platform::kFirstFreeColour,

@@ -89,5 +89,5 @@ class EffectsWindow : public OMTrinketWindow {
     std::shared_ptr<const OMCursor> savedCursor_; ///< while the wait cursor is shown
 };
 
-/// The game's filter: lifts entries 10 to 245 (formats/picture/lift.h) and leaves the others.
+/// The game's filter: lifts entries 10 to 245 (formats/picture/palette.h) and leaves the others.
 void RLiftPalette(OMPalette& colors);

@@ -32,7 +32,7 @@ std::string userConfigurationFolder() {
 
 std::unique_ptr<File> openUserLog(const std::string& name, OpenMode mode) {
     std::error_code error; // a folder that cannot be made shows when the file cannot be
-    fs::create_directories(userStateFolder(), error);
+    std::filesystem::create_directories(userStateFolder(), error);
     const Descriptor folder(::open(userStateFolder().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     return folder.isOpen() ? openHostFile(folder, name, mode, false) : nullptr;
 }

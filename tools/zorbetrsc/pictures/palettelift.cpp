@@ -1,7 +1,7 @@
 #include "pictures/palettelift.h"
 
 #include "formats/movie/moviepalette.h"
-#include "formats/picture/lift.h"
+#include "formats/picture/palette.h"
 
 #include <algorithm>
 #include <array>
@@ -47,7 +47,7 @@ class InverseSearch {
     Rgb best() {
         for (int largest = 0; largest <= 255; ++largest) {
             const double lifted =
-                std::min(largest * kStep / kFull + formats::palette::kLift, 1.0) * kFull / kStep;
+                std::min(largest * kStep / kFull + formats::picture::kLift, 1.0) * kFull / kStep;
             const int miss = static_cast<int>(lifted) - target_[top_];
             // a lifted white is one step below white
             if ((std::abs(miss) - 1) * std::abs(miss) <= bestDistance_)
@@ -118,7 +118,7 @@ Rgb liftColour(Rgb stored) {
         return static_cast<std::uint16_t>(component * kStep);
     };
     const auto shown =
-        formats::palette::lift({wide(stored.red), wide(stored.green), wide(stored.blue)});
+        formats::picture::lift({wide(stored.red), wide(stored.green), wide(stored.blue)});
     return fromComponents({shown.red / kStep, shown.green / kStep, shown.blue / kStep});
 }
 
