@@ -98,9 +98,7 @@ class Loader {
                                              platform::kFirstFreeColour));
         OMDebug::setCheckListener([this](const OMDebug::Failure&) { ++failures_; });
     }
-    ~Loader() {
-        OMDebug::setCheckListener(nullptr);
-    }
+    ~Loader() { OMDebug::setCheckListener(nullptr); }
     Loader(const Loader&) = delete;
     Loader& operator=(const Loader&) = delete;
 

@@ -1,7 +1,6 @@
 #include "efwindow.h"
 
 #include "formats/picture/palette.h"
-#include "formats/picture/palette.h"
 #include "omapp.h"
 #include "omcursor.h"
 #include "omdebug.h"

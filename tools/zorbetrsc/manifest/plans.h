@@ -131,8 +131,8 @@ struct Manifest {
     std::vector<LibraryPlan> libraries;
 };
 
-/// The rules that need the whole manifest: a block must have what it is for. Refuses the first fault
-/// with its line.
+/// The rules that need the whole manifest: a block must have what it is for. Refuses the first
+/// fault with its line.
 void checkManifest(const Manifest& manifest);
 
 } // namespace rsc

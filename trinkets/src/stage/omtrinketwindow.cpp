@@ -1,7 +1,6 @@
 #include "omtrinketwindow.h"
 
 #include "omapp.h"
-#include "omapp.h"
 #include "omcursor.h"
 #include "omdebug.h"
 #include "omid.h"
