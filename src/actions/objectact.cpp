@@ -5,12 +5,16 @@
 
 #include <utility>
 
+void ObjectAction::begin() {
+    if (OMScriptableObject* object = object_.object()) act(*object);
+    finish();
+}
+
 // ---------------------------------------------------------------------------- VerbAction
 
 VerbAction::VerbAction(OMScriptableObject& object, std::string verb,
                        std::vector<std::string> arguments, bool interruptible)
-    : OMSCopied(interruptible), object_(&object), verb_(std::move(verb)),
-      arguments_(std::move(arguments)) {}
+    : OMSCopied(object, interruptible), verb_(std::move(verb)), arguments_(std::move(arguments)) {}
 
 std::unique_ptr<Action> VerbAction::create(bool byDefault) {
     ActionParameters parameters("VerbAction", byDefault);
@@ -29,24 +33,18 @@ std::unique_ptr<Action> VerbAction::create(bool byDefault) {
                                         interruptible);
 }
 
-void VerbAction::begin() {
-    if (OMScriptableObject* object = object_.object()) {
-        OMSArguments& list = OMSArguments::global();
-        list.clear();
-        for (const std::string& argument : arguments_) list.push(argument);
-        const std::string verb = verb_;
-        if (!object->invoke(verb))
-            RWarn(OMFormat("VerbAction, verb not supported: %s", verb.c_str()));
-    }
-    finish();
+void VerbAction::act(OMScriptableObject& object) {
+    OMSArguments& list = OMSArguments::global();
+    list.clear();
+    for (const std::string& argument : arguments_) list.push(argument);
+    if (!object.invoke(verb_)) RWarn(OMFormat("VerbAction, verb not supported: %s", verb_.c_str()));
 }
 
 // ---------------------------------------------------------------------------- PropertyAction
 
 PropertyAction::PropertyAction(OMScriptableObject& object, std::string property, std::string value,
                                bool interruptible)
-    : OMSCopied(interruptible), object_(&object), property_(std::move(property)),
-      value_(std::move(value)) {}
+    : OMSCopied(object, interruptible), property_(std::move(property)), value_(std::move(value)) {}
 
 std::unique_ptr<Action> PropertyAction::create(bool byDefault) {
     ActionParameters parameters("PropertyAction", byDefault);
@@ -62,13 +60,8 @@ std::unique_ptr<Action> PropertyAction::create(bool byDefault) {
                                             interruptible);
 }
 
-void PropertyAction::begin() {
-    if (OMScriptableObject* object = object_.object()) {
-        OMSArguments::global().clear();
-        const std::string property = property_;
-        const std::string value = value_;
-        if (!object->setProperty(property, value))
-            RWarn(OMFormat("PropertyAction, property not found: %s", property.c_str()));
-    }
-    finish();
+void PropertyAction::act(OMScriptableObject& object) {
+    OMSArguments::global().clear();
+    if (!object.setProperty(property_, value_))
+        RWarn(OMFormat("PropertyAction, property not found: %s", property_.c_str()));
 }

@@ -5,7 +5,7 @@
 #include "ompp/curbuilder.h"
 #include "src/gamefixture.h"
 
-#include "activities/rpentominogame.h"
+#include "activities/rpentgme.h"
 #include "omcursor.h"
 
 #include <algorithm>

@@ -4,14 +4,12 @@
 
 #include "src/gamefixture.h"
 
-#include "puzzles/rattributecontainer.h"
+#include "puzzles/racont.h"
 #include "puzzles/rcontainer.h"
 #include "puzzles/rfabriccontainer.h"
 #include "puzzles/rgraphicanswer.h"
-#include "puzzles/rhorizontalcontainer.h"
-#include "puzzles/rhorizontalvaluecontainer.h"
-#include "puzzles/rstackingcontainer.h"
-#include "puzzles/rvaluecontainer.h"
+#include "puzzles/rhcont.h"
+#include "puzzles/rscont.h"
 
 #include <functional>
 #include <memory>

@@ -1,9 +1,8 @@
 // Stacks and rows: their rules one by one, and long random plays that are compared with a model.
 #include "puzzles/containerfixture.h"
 
-#include "puzzles/rhorizontalcontainer.h"
-#include "puzzles/rhorizontalvaluecontainer.h"
-#include "puzzles/rstackingcontainer.h"
+#include "puzzles/rhcont.h"
+#include "puzzles/rscont.h"
 
 #include <gmock/gmock.h>
 

@@ -7,6 +7,9 @@
 
 #include "rcontainer.h"
 
+#include <string>
+#include <vector>
+
 class RowContainer : public RContainer {
   public:
     /// Above the depth of the container.
@@ -47,4 +50,37 @@ inline constexpr OMSEntry kRowContainerRows[] = {
         "deltaZ", "depth of answers above the container's"),
     oms::data<&RowContainer::slideSound, &RowContainer::setSlideSound>(
         "slideSound", "sound of answers that move in the row; -1: none"),
+};
+
+/// Is solved when the attributes, read from left to right, make one of its match strings.
+class RHorizontalContainer final : public OMSCopied<RHorizontalContainer, RowContainer> {
+  public:
+    static const OMSClass kClass;
+
+    using OMSCopied::OMSCopied;
+
+    // For scripts.
+
+    /// What the row reads now.
+    [[nodiscard]] std::string answerMatchString() const;
+    /// The only match string from now on.
+    void setAnswerMatchString(const std::string& text) { matches_ = {text}; }
+    void addAnswerMatch(const std::string& text) { matches_.push_back(text); }
+    /// Tells the log what they were and forgets them.
+    void dumpAnswerMatches();
+
+    [[nodiscard]] bool isSolved() const override;
+
+  private:
+    std::vector<std::string> matches_;
+};
+
+/// Is solved when the values add up to its own.
+class RHorizontalValueContainer final : public OMSCopied<RHorizontalValueContainer, RowContainer> {
+  public:
+    static const OMSClass kClass;
+
+    using OMSCopied::OMSCopied;
+
+    [[nodiscard]] bool isSolved() const override { return answerValue() == value(); }
 };

@@ -1,4 +1,7 @@
-#include "rowcontainer.h"
+#include "rhcont.h"
+
+#include "omlog.h"
+#include "omsclass.h"
 
 #include <algorithm>
 
@@ -22,7 +25,23 @@ int middleOf(const RAnswer& answer) {
     return r.left + r.right;
 }
 
+constexpr OMSEntry kRHorizontalContainerRows[] = {
+    oms::data<&RHorizontalContainer::answerMatchString,
+              &RHorizontalContainer::setAnswerMatchString>(
+        "answerMatchString", "the attributes in the row; writing: the only match"),
+    oms::method<&RHorizontalContainer::addAnswerMatch>("addAnswerMatch", "text"),
+    oms::method<&RHorizontalContainer::dumpAnswerMatches>("dumpAnswerMatches"),
+};
+
+constexpr auto kRHorizontalContainerVocabulary =
+    oms::joined(kRHorizontalContainerRows, kRowContainerRows, kContainerLookRows, kPlayRows);
+
+constexpr auto kRHorizontalValueContainerVocabulary =
+    oms::joined(kContainerSumRows, kRowContainerRows, kContainerLookRows, kPlayRows);
+
 } // namespace
+
+// ---------------------------------------------------------------------------- rows
 
 void RowContainer::setDeltaZ(int depth) {
     deltaZ_ = std::clamp(depth, -kFarthestDelta, kFarthestDelta);
@@ -105,3 +124,32 @@ bool RowContainer::hasMoved(const std::vector<Place>& before) const {
         return still != answers().end() && leftOf(**still) - x() != place.left;
     });
 }
+
+// ---------------------------------------------------------------------------- words
+
+const OMSClass RHorizontalContainer::kClass{"RHorizontalContainer", &RContainer::kClass,
+                                            kRHorizontalContainerVocabulary,
+                                            &createContainer<RHorizontalContainer>};
+
+std::string RHorizontalContainer::answerMatchString() const {
+    std::string row;
+    for (RAnswer* answer : answers()) row += textOf(*answer, "attribute").value_or("");
+    return row;
+}
+
+void RHorizontalContainer::dumpAnswerMatches() {
+    for (const std::string& match : matches_)
+        OMLog::writef(OMLog::Kind::Message,
+                      "RHorizontalContainer: dumpAnswerMatches forgets \"%s\"", match.c_str());
+    matches_.clear();
+}
+
+bool RHorizontalContainer::isSolved() const {
+    return std::ranges::find(matches_, answerMatchString()) != matches_.end();
+}
+
+// ---------------------------------------------------------------------------- sums
+
+const OMSClass RHorizontalValueContainer::kClass{"RHorizontalValueContainer", &RContainer::kClass,
+                                                 kRHorizontalValueContainerVocabulary,
+                                                 &createContainer<RHorizontalValueContainer>};

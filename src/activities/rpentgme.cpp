@@ -1,4 +1,4 @@
-#include "rpentominogame.h"
+#include "rpentgme.h"
 
 #include "omeffectsounds.h"
 #include "omformat.h"

@@ -1,4 +1,4 @@
-#include "rstackingcontainer.h"
+#include "rscont.h"
 
 #include "omsclass.h"
 

@@ -1,4 +1,4 @@
-#include "rattributecontainer.h"
+#include "racont.h"
 
 #include "omregion.h"
 #include "omsclass.h"
@@ -40,7 +40,32 @@ Point inWindow(const RAnswer& answer, Point point) {
     return {drawn.left + point.x, drawn.top + point.y};
 }
 
+constexpr OMSEntry kRValueContainerRows[] = {
+    oms::data<&RValueContainer::value, &RValueContainer::setValue>("value",
+                                                                   "of the answer that is right"),
+};
+
+constexpr auto kRValueContainerVocabulary =
+    oms::joined(kRValueContainerRows, kContainerLookRows, kPlayRows);
+
 } // namespace
+
+// ---------------------------------------------------------------------------- one answer
+
+RContainer::Hit SingleContainer::hitScore(RAnswer& answer, platform::Point) {
+    const std::int64_t score = scoreOf(answer);
+    const bool free = isEnabled() && answers().empty();
+    return {free && score > 0 && (!rejectIncorrectAnswers() || isRight(answer)), score};
+}
+
+void SingleContainer::placeAnswer(RAnswer& answer) {
+    answer.snapToRectangle(targetFor(answer));
+    answer.setZ(depthAbove(kDepthOfAnswers));
+    RContainer::placeAnswer(answer);
+    lockIfSolved();
+}
+
+// ---------------------------------------------------------------------------- by its attribute
 
 const OMSClass RAttributeContainer::kClass{"RAttributeContainer", &RContainer::kClass,
                                            kRAttributeContainerVocabulary,
@@ -107,3 +132,9 @@ Rect RAttributeContainer::targetFor(RAnswer& answer) const {
     const Point hotPoint = hotPointOf(answer).value_or(Point{});
     return platform::shifted(target, -hotPoint.x, -hotPoint.y);
 }
+
+// ---------------------------------------------------------------------------- by its value
+
+const OMSClass RValueContainer::kClass{"RValueContainer", &RContainer::kClass,
+                                       kRValueContainerVocabulary,
+                                       &createContainer<RValueContainer>};

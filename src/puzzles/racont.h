@@ -1,12 +1,33 @@
-// A container for the one answer whose attribute is the container's. Answers with a hot point are
-// on it where that point is, on request only where its picture has a pixel. See rcontainer.h.
+// Containers for one answer, which is right or not: the one whose attribute is the container's, or
+// the one whose value is. See rcontainer.h.
 #pragma once
 
 #include "omtask.h"
-#include "singlecontainer.h"
+#include "rcontainer.h"
 
 #include <memory>
 
+class SingleContainer : public RContainer {
+  public:
+    [[nodiscard]] Hit hitScore(RAnswer& answer, platform::Point position) final;
+    [[nodiscard]] bool isFull() const final { return answers().size() == 1; }
+    [[nodiscard]] bool isSolved() const final { return isFull() && isRight(*answers().front()); }
+    /// In the middle of where it is to rest, above the container.
+    void placeAnswer(RAnswer& answer) final;
+
+  protected:
+    using RContainer::RContainer;
+    SingleContainer(const SingleContainer& other) = default;
+
+    [[nodiscard]] virtual bool isRight(RAnswer& answer) const = 0;
+    /// How well it lies on the container; 0: not at all.
+    [[nodiscard]] virtual std::int64_t scoreOf(RAnswer& answer) { return overlapScore(answer); }
+    /// Where it is to rest.
+    [[nodiscard]] virtual platform::Rect targetFor(RAnswer&) const { return boundingRectangle(); }
+};
+
+/// Answers with a hot point are on it where that point is, on request only where its picture has a
+/// pixel.
 class RAttributeContainer final : public OMSCopied<RAttributeContainer, SingleContainer> {
   public:
     static const OMSClass kClass;
@@ -52,4 +73,16 @@ class RAttributeContainer final : public OMSCopied<RAttributeContainer, SingleCo
     std::unique_ptr<OMTask> complaint_;
     bool anchorsAtPoint_ = false;
     platform::Point anchorPoint_{};
+};
+
+class RValueContainer final : public OMSCopied<RValueContainer, SingleContainer> {
+  public:
+    static const OMSClass kClass;
+
+    using OMSCopied::OMSCopied;
+
+  private:
+    [[nodiscard]] bool isRight(RAnswer& answer) const override {
+        return numberOf(answer, "value") == value();
+    }
 };
