@@ -1,7 +1,7 @@
 #include "library/extract.h"
 
-#include "library/audiomap.h"
 #include "library/libraryunpacker.h"
+#include "library/maps.h"
 #include "manifest/givenfiles.h"
 #include "manifest/pack.h"
 #include "manifest/words.h"

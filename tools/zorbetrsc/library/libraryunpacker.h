@@ -4,7 +4,7 @@
 #pragma once
 
 #include "filesystem.h"
-#include "library/resourcemap.h"
+#include "library/maps.h"
 #include "pictures/palettestock.h"
 #include "safenames.h"
 

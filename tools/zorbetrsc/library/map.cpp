@@ -1,8 +1,7 @@
 #include "library/map.h"
 
 #include "filesystem.h"
-#include "library/audiomap.h"
-#include "library/resourcemap.h"
+#include "library/maps.h"
 #include "manifest/givenfiles.h"
 
 #include <ostream>

@@ -2,8 +2,7 @@
 
 #include "filesystem.h"
 #include "formats/base/latin1.h"
-#include "library/audiomap.h"
-#include "library/resourcemap.h"
+#include "library/maps.h"
 #include "text.h"
 
 #include <algorithm>

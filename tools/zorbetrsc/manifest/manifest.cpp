@@ -2,8 +2,8 @@
 
 #include "fonts/fontlines.h"
 #include "formats/base/latin1.h"
+#include "library/maps.h"
 #include "library/nelibrary.h"
-#include "library/resourcemap.h"
 #include "manifest/words.h"
 #include "pictures/cursor.h"
 #include "pictures/sequencetext.h"

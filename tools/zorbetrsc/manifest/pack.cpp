@@ -1,9 +1,8 @@
 #include "manifest/pack.h"
 
 #include "fonts/fontbuilder.h"
-#include "library/audiomap.h"
+#include "library/maps.h"
 #include "library/nelayout.h"
-#include "library/resourcemap.h"
 #include "manifest/words.h"
 #include "pictures/animationbuilder.h"
 #include "pictures/colourwarnings.h"

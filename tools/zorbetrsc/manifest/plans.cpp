@@ -1,6 +1,6 @@
 #include "manifest/plans.h"
 
-#include "library/resourcemap.h"
+#include "library/maps.h"
 #include "refusal.h"
 
 namespace rsc {

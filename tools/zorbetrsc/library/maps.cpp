@@ -1,5 +1,6 @@
-#include "library/resourcemap.h"
+#include "library/maps.h"
 
+#include "formats/animation/animation.h"
 #include "formats/base/latin1.h"
 #include "refusal.h"
 #include "text.h"
@@ -84,6 +85,19 @@ ResourceMapText readResourceMap(std::string_view text) {
 std::string buildResourceMap(std::string_view identifier, std::span<const MapLibrary> libraries) {
     checkTypeCounts(libraries);
     return formats::map::writeResourceMap(identifier, libraries);
+}
+
+void AudioMap::add(int id, ByteSpan animation) {
+    int sequence = 0;
+    for (const formats::animation::Sequence& entries :
+         valueOf(formats::animation::readWhole(animation)).sequences) {
+        ++sequence;
+        for (const formats::animation::Entry& entry : entries) {
+            if (entry.code != formats::animation::Entry::kSound) continue;
+            const formats::map::SequenceSound sound{id, sequence, entry.argument};
+            if (known_.insert(sound).second) sounds_.push_back(sound);
+        }
+    }
 }
 
 } // namespace rsc

@@ -1,10 +1,15 @@
-// What goes into a map, and the checks of it.
+// What goes into "resource.map" and "audio.map", and the checks of it.
 #pragma once
 
+#include "filesystem.h"
+#include "formats/map/audiomap.h"
 #include "formats/map/resourcemap.h"
+
+#include <set>
 
 namespace rsc {
 
+using formats::map::kAudioMapName;
 using formats::map::kResourceMapName;
 using MapLibrary = formats::map::Library;
 
@@ -36,5 +41,19 @@ struct ResourceMapText {
 /// The text of a map. All types must fit; refused when there are too many resources of one type.
 [[nodiscard]] std::string buildResourceMap(std::string_view identifier,
                                            std::span<const MapLibrary> libraries);
+
+/// Collects the sound steps of animations, in the order in which they are added.
+class AudioMap {
+  public:
+    /// Adds the sounds of an animation resource; a line that is there already is left out.
+    /// Sequences count from 1, as for scripts. Refuses an animation that cannot be read.
+    void add(int id, ByteSpan animation);
+
+    [[nodiscard]] std::string text() const { return formats::map::writeAudioMap(sounds_); }
+
+  private:
+    std::set<formats::map::SequenceSound> known_;
+    std::vector<formats::map::SequenceSound> sounds_;
+};
 
 } // namespace rsc
