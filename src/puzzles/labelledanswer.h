@@ -109,3 +109,50 @@ class LabelledAnswer : public RAnswer {
     std::vector<Further> pictures_;
     std::vector<std::size_t> order_; ///< numbers of the pictures, from the back to the front
 };
+
+/// An answer that is a picture with a text.
+///
+///     a=RGraphicTextAnswer id z
+///     a=RGraphicTextAnswer id x y z      id -1: a text without a picture
+class RGraphicTextAnswer final : public OMSCopied<RGraphicTextAnswer, LabelledAnswer> {
+  public:
+    static const OMSClass kClass;
+
+    RGraphicTextAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
+                       int y);
+
+  private:
+    static constexpr std::size_t kTexts = 1;
+    static constexpr std::size_t kPictures = 0; ///< besides the base picture
+};
+
+/// An answer of a base picture with two further pictures and two texts, such as a fraction or a
+/// pair of things.
+///
+///     a=RDoubleGraphicTextAnswer id z
+///     a=RDoubleGraphicTextAnswer id x y z      id -1: no base picture
+class RDoubleGraphicTextAnswer final : public OMSCopied<RDoubleGraphicTextAnswer, LabelledAnswer> {
+  public:
+    static const OMSClass kClass;
+
+    RDoubleGraphicTextAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x,
+                             int y);
+
+    // For scripts.
+
+    /// Of the further pictures, numbered from 0.
+    template <std::size_t kNumber>
+    void setPictureID(int id) {
+        setPicture(kNumber, pictureOf(id), id);
+    }
+
+  private:
+    static constexpr std::size_t kTexts = 2;
+    static constexpr std::size_t kPictures = 2; ///< besides the base picture
+
+    friend class RAnswer; // asks for the base picture
+
+    [[nodiscard]] static std::shared_ptr<AOImage> imageOf(int id);
+    /// Null: none.
+    [[nodiscard]] static std::shared_ptr<AOImage> pictureOf(int id);
+};

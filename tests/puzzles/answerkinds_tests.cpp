@@ -1,7 +1,6 @@
 // Answers with texts and several pictures: what they cover, how they are painted, and that what is
 // seen of them is never old.
-#include "puzzles/rdoublegraphictextanswer.h"
-#include "puzzles/rgraphictextanswer.h"
+#include "puzzles/labelledanswer.h"
 
 #include "ompp/nfntbuilder.h"
 #include "trinkets/flippingfixture.h"
