@@ -8,46 +8,53 @@
 
 #include "omlink.h"
 
-#include <cstddef>
+#include <cstdint>
+#include <vector>
 
 class OMUnderWay {
   public:
+    /// Something that goes from one step to the next and is in the middle of nothing between them,
+    /// such as a handler of a script, with an OMUnderWay around each step. What came into being in
+    /// such a run is not known to those who started the run: it needs to wait for the end of the
+    /// step only.
+    class Run {
+      public:
+        enum class Kind : std::uint8_t {
+            Nested,    ///< inside of what may be in the middle of anything
+            Outermost, ///< nobody around it is in the middle of anything that could go
+        };
+        explicit Run(Kind kind);
+        ~Run();
+        Run(const Run&) = delete;
+        Run& operator=(const Run&) = delete;
+
+      private:
+        friend class OMUnderWay;
+
+        void carryOut();
+
+        Kind kind_;
+        std::uint64_t number_;
+        int depth_; ///< of what is under way around it
+        Run* outer_;
+        std::vector<OMLink> waiting_;
+    };
+
     OMUnderWay() { ++depth_; }
     ~OMUnderWay() {
-        if (--depth_ == ground_ && waiting() > kept_) runWaiting();
+        if (--depth_ == run_->depth_ && !run_->waiting_.empty()) run_->carryOut();
     }
     OMUnderWay(const OMUnderWay&) = delete;
     OMUnderWay& operator=(const OMUnderWay&) = delete;
 
-    /// Runs the action when nothing is under way any more, which may be at once; in the order of
-    /// the calls.
-    static void afterwards(OMLink action);
-
-    /// While it exists, what was under way when it was made does not count: for a loop that lives
-    /// long and is in the middle of nothing between its rounds. What waits already goes on waiting.
-    class Ground {
-      public:
-        Ground() : outerGround_(ground_), outerKept_(kept_) {
-            ground_ = depth_;
-            kept_ = waiting();
-        }
-        ~Ground() {
-            ground_ = outerGround_;
-            kept_ = outerKept_;
-        }
-        Ground(const Ground&) = delete;
-        Ground& operator=(const Ground&) = delete;
-
-      private:
-        int outerGround_;
-        std::size_t outerKept_;
-    };
+    /// The number of the run that goes on now.
+    [[nodiscard]] static std::uint64_t run() { return run_->number_; }
+    /// Has the action done when nothing is under way in the run of that number, or, when that is
+    /// over, in the outermost one; which may be at once.
+    static void afterwards(std::uint64_t run, OMLink action);
 
   private:
-    [[nodiscard]] static std::size_t waiting();
-    static void runWaiting();
-
     static inline int depth_ = 0;
-    static inline int ground_ = 0;       ///< the depth at which nothing is under way
-    static inline std::size_t kept_ = 0; ///< how many actions wait for what is below the ground
+    static inline std::uint64_t runs_ = 0;
+    static Run* run_; ///< the innermost; never null
 };

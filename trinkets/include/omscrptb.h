@@ -15,6 +15,7 @@
 #include "omlink.h"
 #include "omlist.h"
 #include "omsproperty.h"
+#include "omunderway.h"
 
 #include <initializer_list>
 #include <memory>
@@ -195,6 +196,7 @@ class OMScriptableObject {
     OMLink completion_;
     const OMSClass* class_ = nullptr;
     bool isOfProgram_ = false;
+    std::uint64_t bornIn_ = OMUnderWay::run(); ///< the run of statements
     enum class Life : std::uint8_t { Active, Retiring, Retired } life_ = Life::Active;
     OMSWatch* watches_ = nullptr;
 };

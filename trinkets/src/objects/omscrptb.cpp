@@ -47,7 +47,7 @@ void OMScriptableObject::operator delete(OMScriptableObject* object, std::destro
         const OMUnderWay retiring;
         object->retire();
     }
-    OMUnderWay::afterwards([object] {
+    OMUnderWay::afterwards(object->bornIn_, [object] {
         void* const memory = dynamic_cast<void*>(object);
         object->~OMScriptableObject();
         ::operator delete(memory);

@@ -161,6 +161,7 @@ void YThread::deliverEvent(const eventRecord& event) {
         return;
     }
     const YEngine::Turn scope(engine_);
+    const OMUnderWay::Run statements(OMUnderWay::Run::Kind::Nested);
     ++engine_.deliveries;
     const Status savedStatus = status_;
     const Pace savedPace = pace_;

@@ -73,7 +73,7 @@ void YEngine::boxWasClosed() {
 
 void YEngine::tick() {
     if (isHeld()) return;
-    const OMUnderWay::Ground betweenStatements;
+    const OMUnderWay::Run statements(OMUnderWay::Run::Kind::Outermost);
     const bool counts = countsForTimers();
     threads_.apply([&](YThread& thread) {
         if (isSwitching()) return;
