@@ -9,18 +9,18 @@ template <class Service>
 class OMInstalled {
   public:
     /// In place of the one that there was.
-    OMInstalled() { current_ = static_cast<Service*>(this); }
+    OMInstalled() { current_ = this; }
     OMInstalled(const OMInstalled&) = delete;
     OMInstalled& operator=(const OMInstalled&) = delete;
 
     /// Null while there is none. Not owned.
-    [[nodiscard]] static Service* current() { return current_; }
+    [[nodiscard]] static Service* current() { return static_cast<Service*>(current_); }
     static void setCurrent(Service* service) { current_ = service; }
     /// For those who cannot do without it: null is a failed check too.
     [[nodiscard]] static Service* require(std::string_view condition, std::string_view message,
                                           OMDebug::Place place = OMDebug::Place::here()) {
         OMDebug::check(current_ != nullptr, condition, message, place);
-        return current_;
+        return current();
     }
 
   protected:
@@ -29,5 +29,5 @@ class OMInstalled {
     }
 
   private:
-    static inline Service* current_ = nullptr;
+    static inline OMInstalled* current_ = nullptr;
 };
