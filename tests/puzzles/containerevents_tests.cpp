@@ -197,7 +197,6 @@ TEST_F(PlayedContainerTest, HandlersDestroyWhatThePuzzleHas) {
                     if (victims & 2) keep("answer", nullptr);
                     if (victims & 4) puzzle.reset();
                 };
-                const OMUnderWay underWay;
                 drag(kHome, kMiddle);
                 window.mouseUp(kMiddle);
                 if (lives("answer")) drag(inside(), {400, 400});

@@ -456,6 +456,7 @@ TEST_F(SoundTest, TheEndOfASoundMayMoveOrDestroyTheAnimation) {
     EXPECT_EQ(AnimationTest::play(30), "a10 c20");
     a.setSequence(0, true);
     a.playLinks().allSoundsDone = [&] { animation.reset(); };
+    const OMUnderWay underWay;
     a.step(now);
     a.step(now + 10);
     EXPECT_EQ(animation, nullptr);

@@ -1,5 +1,4 @@
 // Mouse, keys and dragging in a trinket window.
-#include "omunderway.h"
 #include "trinkets/windowfixture.h"
 
 using namespace testing_support;
@@ -178,7 +177,6 @@ TEST_F(MouseTest, WhoeverIsCalledMayDestroyAnything) {
             links.flyOn = links.flyOff = call;
             for (const char* event : {"mouseDown", "mouseUp", "dblClick", "flyOn", "flyOff"})
                 tile->attachHandler(event, call);
-            const OMUnderWay underWay;
             window.mouseMove({15, 15});
             window.doubleClick({15, 15});
             window.mouseUp({15, 15});

@@ -129,10 +129,7 @@ bool OMApp::pass() {
     }
     if (!waitForMessages_ && !leaving_) {
         idle();
-        windows_.all.apply([](OMWindow& window) {
-            const OMUnderWay underWay;
-            window.idle();
-        });
+        windows_.all.apply([](OMWindow& window) { window.idle(); });
         tasks_.runAll();
     }
     OMPlatform().passEnded();

@@ -104,6 +104,7 @@ OMTrinket* OMTrinketInput::hitTest(Point point) const {
 // Mouse down
 
 void OMTrinketInput::mouseDown(Point point) {
+    const OMUnderWay underWay;
     if (!accepts(Kind::MouseDown)) return;
     lastMouse_ = point;
     if (!window_.hearsPresses()) return;
@@ -163,6 +164,7 @@ OMTrinketInput::ClickTaker::~ClickTaker() {
 // Mouse up
 
 void OMTrinketInput::mouseUp(Point point) {
+    const OMUnderWay underWay;
     if (!accepts(Kind::MouseUp)) return;
     OMTrinket* trinket = target_;
     if (trinket && hears(*trinket, OMTrinket::kIgnoreMouseUp)) {
@@ -211,6 +213,7 @@ void OMTrinketInput::dropTarget(OMTrinket& trinket, Point point) {
 // Mouse move
 
 void OMTrinketInput::mouseMove(Point point) {
+    const OMUnderWay underWay;
     if (!accepts(Kind::MouseMove)) return;
     const int dx = point.x - lastMouse_.x;
     const int dy = point.y - lastMouse_.y;
@@ -235,6 +238,7 @@ void OMTrinketInput::moveTarget(OMTrinket& trinket, Point point, int dx, int dy)
 // Double click
 
 void OMTrinketInput::doubleClick(Point point) {
+    const OMUnderWay underWay;
     if (!accepts(Kind::DoubleClick)) return;
     lastMouse_ = point;
     if (!window_.hearsPresses()) return;
@@ -286,6 +290,7 @@ void OMTrinketInput::enter(OMTrinket& trinket) {
 // Keyboard
 
 void OMTrinketInput::key(const platform::KeyPress& press) {
+    const OMUnderWay underWay;
     if (!accepts(Kind::Key)) return;
     if (focus_ && hears(*focus_, OMTrinket::kIgnoreKeys)) {
         focus_->onKey(press);

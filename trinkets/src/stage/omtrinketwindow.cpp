@@ -175,6 +175,7 @@ void OMTrinketWindow::wake() {
 }
 
 void OMTrinketWindow::idle() {
+    const OMUnderWay underWay;
     input_.tellLostRelease();
     if (!isResting()) cycle();
 }
