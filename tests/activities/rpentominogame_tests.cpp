@@ -251,7 +251,7 @@ TEST_F(PentominoTest, APieceThatIsPutAwayWhileItIsHeld) {
 TEST_F(PentominoTest, HandlersThatDestroy) {
     const std::function<void()> ways[] = {
         [this] { dragToCell(4, 0, 0); },
-        [this] { game->setPieceCellXY(4, 0, 0); },
+        [this] { play(*game, "setPieceCellXY", "4 0 0"); },
         [this] { set(*game, "pieceCellX", 0, "4"); },
     };
     for (const auto& way : ways) {

@@ -425,6 +425,7 @@ TEST_F(CharacterTest, WhoeverDestroysItWhoWaitsIsToldOnce) {
         character->stop();
         RCharacter::setSpeechListeners([destroy](int) { destroy(); }, nullptr);
         character->addSpeechAnim(kSpeech);
+        const OMUnderWay underWay;
         speak(501);
     };
     const std::pair<std::function<void()>, const char*> rows[] = {
