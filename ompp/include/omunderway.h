@@ -1,9 +1,9 @@
 // What must not happen in the middle of something: the memory of an object goes only when no
 // function of it can be running any more.
 //
-// The application holds an OMUnderWay around every message and every task, the trinket window around
-// its input and its idle cycles, and the script engine around every statement; what is called from
-// there may put an action off until the outermost of them ends. Main thread only.
+// The application holds an OMUnderWay around every message and every task, the trinket window
+// around its input and its idle cycles, and the script engine around every statement; what is
+// called from there may put an action off until the outermost of them ends. Main thread only.
 #pragma once
 
 #include "omlink.h"
