@@ -168,7 +168,7 @@ TEST_F(MakeMovie, CarriesTheSoundOneSecondAhead) {
             const Bytes samples = noise(11025 * 12 / 10 * point);
             folder_.write("a.wav", wavFile(11025, channels, bits, samples));
             for (const bool packed : {true, false}) {
-                options_.packSound = packed;
+                options_.unpacked = !packed;
                 options_.ring = packed;
                 const Movie movie = made(std::vector<std::string>(13, "1.png"));
                 Bytes heard;

@@ -1,15 +1,17 @@
 #include "commandline/commandline.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <iomanip>
 #include <iostream>
 #include <limits>
-#include <memory>
+#include <map>
 #include <new>
 #include <ostream>
 #include <sstream>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 namespace tools {
 
@@ -62,27 +64,75 @@ int runProgram(const std::string& name, const std::function<int()>& work) {
     return kFailed;
 }
 
-CLI::Validator within(double smallest, double largest) {
+const Option& Option::required() const {
+    option_.required();
+    return *this;
+}
+
+const Option& Option::within(double smallest, double largest) const {
     const auto check = [=](const std::string& word) -> std::string {
         double value = 0;
         if (!CLI::detail::lexical_cast(word, value)) return "\"" + word + "\" is no number";
         if (value >= smallest && value <= largest) return {};
         return word + " is out of range, allowed is " + shown(smallest) + " to " + shown(largest);
     };
-    return CLI::Validator(check, "");
+    option_.check(CLI::Validator(check, ""));
+    return *this;
 }
+
+const Option& Option::excludes(const Option& other) const {
+    option_.excludes(&other.option_);
+    return *this;
+}
+
+const Option& Option::needs(const Option& other) const {
+    option_.needs(&other.option_);
+    return *this;
+}
+
+const Option& Option::named() const {
+    option_.allow_extra_args(false);
+    return *this;
+}
+
+Option Command::add(const std::string& name, Target target, const std::string& description,
+                    const std::string& value) {
+    CLI::Option* option = std::visit(
+        [&](auto* place) {
+            if constexpr (std::is_same_v<decltype(place), bool*>)
+                return app_.add_flag(name, *place, description);
+            else
+                return app_.add_option(name, *place, description);
+        },
+        target);
+    if (!value.empty()) option->option_text(value)->type_name(value);
+    return Option(*option);
+}
+
+struct CommandLine::Parser {
+    Parser(const std::string& description, const std::string& name) : app(description, name) {}
+
+    CLI::App app;
+    std::map<const CLI::App*, std::string> arguments; ///< of the commands
+    int exitCode = 0;
+
+    void checkCommand(int argc, const char* const* argv) const;
+    [[nodiscard]] const CLI::App& current() const;
+    [[nodiscard]] std::string nameOf(const CLI::App& command) const;
+    [[nodiscard]] std::string usageOf(const CLI::App& command) const;
+};
 
 /// How help reads.
 class CommandLine::Form final : public CLI::Formatter {
   public:
-    explicit Form(const CommandLine& line) : line_(line) {
+    explicit Form(const Parser& parser) : parser_(parser) {
         column_width(kColumn);
         label("Positionals", "Arguments");
         label("Subcommands", "Commands");
     }
 
     std::string make_usage(const CLI::App* app, std::string) const override {
-        return "\n" + line_.usageOf(*app);
+        return "\n" + parser_.usageOf(*app);
     }
     std::string make_option_opts(const CLI::Option* option) const override {
         const std::string& value = option->get_option_text();
@@ -91,47 +141,53 @@ class CommandLine::Form final : public CLI::Formatter {
     }
 
   private:
-    const CommandLine& line_;
+    const Parser& parser_;
 };
 
 CommandLine::CommandLine(const std::string& name, const std::string& description,
                          const std::string& version)
-    : app_(description, name) {
-    app_.formatter(std::make_shared<Form>(*this));
-    app_.set_help_flag("-h,--help", "Print this text, and that of a command behind its name");
-    app_.set_version_flag("--version", version, "Print the version");
-    app_.require_subcommand(1);
-    app_.footer("\"" + name + " COMMAND --help\" tells more of a command.");
+    : parser_(std::make_unique<Parser>(description, name)) {
+    CLI::App& app = parser_->app;
+    app.formatter(std::make_shared<Form>(*parser_));
+    app.set_help_flag("-h,--help", "Print this text, and that of a command behind its name");
+    app.set_version_flag("--version", version, "Print the version");
+    app.require_subcommand(1);
+    app.footer("\"" + name + " COMMAND --help\" tells more of a command.");
 }
 
-CLI::App& CommandLine::add(const std::string& name, const std::string& description,
-                           const std::string& arguments, const std::string& more) {
-    CLI::App* command = app_.add_subcommand(name, description);
+CommandLine::~CommandLine() = default;
+
+Command CommandLine::add(const std::string& name, const std::string& description,
+                         const std::string& arguments, const std::string& more,
+                         std::function<int()> work) {
+    CLI::App* command = parser_->app.add_subcommand(name, description);
     command->group("Commands");
     command->set_help_flag("-h,--help", "Print this text");
     command->footer(more);
-    arguments_[command] = arguments;
-    return *command;
+    command->callback([this, work = std::move(work)] { parser_->exitCode = work(); });
+    parser_->arguments[command] = arguments;
+    return Command(*command);
 }
 
 int CommandLine::run(int argc, const char* const* argv, std::ostream& out, std::ostream& errors) {
     try {
-        checkCommand(argc, argv);
-        app_.parse(argc, argv);
-        return exitCode_;
+        parser_->checkCommand(argc, argv);
+        parser_->app.parse(argc, argv);
+        return parser_->exitCode;
     } catch (const CLI::Success& wish) { // help, version
-        return app_.exit(wish, out, errors);
+        return parser_->app.exit(wish, out, errors);
     } catch (const CLI::ParseError& error) {
-        const CLI::App& app = current();
-        errors << nameOf(app) << ": " << plainText(error) << "\n"
-               << usageOf(app) << "\"" << nameOf(app) << " --help\" tells more.\n";
+        const CLI::App& command = parser_->current();
+        const std::string name = parser_->nameOf(command);
+        errors << name << ": " << plainText(error) << "\n"
+               << parser_->usageOf(command) << "\"" << name << " --help\" tells more.\n";
         return kWrongCommandLine;
     }
 }
 
-void CommandLine::checkCommand(int argc, const char* const* argv) const {
+void CommandLine::Parser::checkCommand(int argc, const char* const* argv) const {
     std::vector<std::string> names;
-    for (const CLI::App* command : app_.get_subcommands(nullptr))
+    for (const CLI::App* command : app.get_subcommands(nullptr))
         names.push_back(command->get_name());
     const std::string known = "the commands are " + joined(names);
     const std::string first = argc > 1 ? argv[1] : "";
@@ -141,19 +197,19 @@ void CommandLine::checkCommand(int argc, const char* const* argv) const {
 }
 
 /// The command that was named, or else the program.
-const CLI::App& CommandLine::current() const {
-    const std::vector<CLI::App*> commands = app_.get_subcommands();
-    return commands.empty() ? app_ : *commands.front();
+const CLI::App& CommandLine::Parser::current() const {
+    const std::vector<CLI::App*> commands = app.get_subcommands();
+    return commands.empty() ? app : *commands.front();
 }
 
-std::string CommandLine::nameOf(const CLI::App& app) const {
-    return app_.get_name() + (&app == &app_ ? "" : " " + app.get_name());
+std::string CommandLine::Parser::nameOf(const CLI::App& command) const {
+    return app.get_name() + (&command == &app ? "" : " " + command.get_name());
 }
 
-std::string CommandLine::usageOf(const CLI::App& app) const {
-    const auto arguments = arguments_.find(&app);
-    return "Usage: " + nameOf(app) + " " +
-           (arguments == arguments_.end() ? "COMMAND ..." : arguments->second) + "\n";
+std::string CommandLine::Parser::usageOf(const CLI::App& command) const {
+    const auto found = arguments.find(&command);
+    return "Usage: " + nameOf(command) + " " +
+           (found == arguments.end() ? "COMMAND ..." : found->second) + "\n";
 }
 
 } // namespace tools

@@ -47,26 +47,25 @@ int run(int argc, const char* const* argv, std::ostream& out, std::ostream& erro
                             "For the authors of scripts of zorbet: finds mistakes, tells words.",
                             "zorbet-mps " ZORBET_VERSION);
     std::vector<std::string> files;
-    CLI::App& check =
-        line.add("check", "Compile scripts and tell every mistake", "FILE...", kAboutCheck);
-    check.add_option("FILE", files, "Scripts, as texts or precompiled")->required();
-    check.callback([&] { line.exitCode() = checkAll(files, out); });
+    line.add("check", "Compile scripts and tell every mistake", "FILE...", kAboutCheck,
+             [&] { return checkAll(files, out); })
+        .add("FILE", &files, "Scripts, as texts or precompiled")
+        .required();
     std::vector<std::string> classes;
-    CLI::App& words = line.add("words", "Tell the words of classes, and the commands",
-                               "[CLASS...] | --pages DIR [--write]", kAboutWords);
     std::string pages;
     bool write = false;
-    CLI::Option* folder = tools::named(
-        words.add_option("--pages", pages, "Compare the tables in the pages of a folder instead"),
-        "DIR");
-    words.add_option("CLASS", classes, "Classes; without any, all of them and the commands")
-        ->excludes(folder);
-    words.add_flag("--write", write, "Write the tables into these pages")->needs(folder);
-    words.callback([&] {
+    const auto tell = [&] {
         const bool sound =
             pages.empty() ? tellWords(classes, out, errors) : renewPages(pages, write, out);
-        line.exitCode() = sound ? kSound : kErrors;
-    });
+        return sound ? kSound : kErrors;
+    };
+    tools::Command words = line.add("words", "Tell the words of classes, and the commands",
+                                    "[CLASS...] | --pages DIR [--write]", kAboutWords, tell);
+    const tools::Option folder =
+        words.add("--pages", &pages, "Compare the tables in the pages of a folder instead", "DIR");
+    words.add("CLASS", &classes, "Classes; without any, all of them and the commands")
+        .excludes(folder);
+    words.add("--write", &write, "Write the tables into these pages").needs(folder);
     return line.run(argc, argv, out, errors);
 }
 

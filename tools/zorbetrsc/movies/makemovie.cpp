@@ -47,7 +47,7 @@ class MovieMaker {
         if (!options.sound) return std::nullopt;
         MovieSound sound =
             onPath(*options.sound, [&] { return readMovieSound(readWholeFile(*options.sound)); });
-        sound.format.packed = options.packSound;
+        sound.format.packed = !options.unpacked;
         return sound;
     }
 

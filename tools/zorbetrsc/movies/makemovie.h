@@ -16,8 +16,8 @@ struct MovieOptions {
     std::filesystem::path output;
     int frameTime = kNormalFrameTime; ///< hundredths of a millisecond, within the bounds
     std::optional<std::filesystem::path> sound;
-    bool packSound = true;
-    bool ring = false; ///< adds a frame that leads back to the first one
+    bool unpacked = false; ///< the sound is stored as it is
+    bool ring = false;     ///< adds a frame that leads back to the first one
     MovieColourOptions colours;
 };
 
