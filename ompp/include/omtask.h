@@ -12,9 +12,6 @@ class OMTask;
 /// The tasks of an application in the order in which they run.
 class OMTaskList : public OMInstalled<OMTaskList> {
   public:
-    OMTaskList() { setCurrent(this); }
-    ~OMTaskList() { setCurrent(nullptr); }
-
     /// Calls the link of every task that is not suspended. A task may remove itself or others.
     void runAll();
     [[nodiscard]] std::size_t count() const { return tasks_.count(); }

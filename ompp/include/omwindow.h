@@ -37,9 +37,6 @@ class OMWindow {
 
 /// The windows of an application, those made last on top.
 struct OMWindowList : OMInstalled<OMWindowList> {
-    OMWindowList() { setCurrent(this); }
-    ~OMWindowList() { setCurrent(nullptr); }
-
     OMList<OMWindow> all;
     OMWindow* capture = nullptr; ///< has the mouse until the button is up
 };

@@ -7,8 +7,6 @@
 #include <algorithm>
 #include <utility>
 
-namespace {} // namespace
-
 AOBackground::AOBackground(int width, int height, std::shared_ptr<const AOImage> image)
     : canvas_(width, height, OMApp::bufferDepth()) {
     if (AOPaletteRecord::current())

@@ -11,7 +11,7 @@
 //     const OMSClass Lamp::kClass{"Lamp", &OMTrinket::kClass, kVocabulary, &Lamp::create};
 //
 // Getters return int, bool, double, std::string or a rectangle, setters take one of the first four,
-// methods what omscall.h converts. A property with index arguments reads them from the argument
+// methods what omsarguments.h converts. A property with index arguments reads them from the argument
 // list itself.
 #pragma once
 

@@ -117,7 +117,10 @@ void useWithTable(std::string_view name, std::span<const OMResMgrEntry> table, b
 }
 
 template <class File>
-void useWithText(std::string_view name, OMIStream& table, bool activate) {
+void useWithText(const char* operation, std::string_view name, OMIStream& table, bool activate) {
+    if (!OMDebug::check(table.length() < kTableTextLimit, "length >= 65536",
+                        OMFormat("%s - resource table cannot be larger than 64K!", operation)))
+        return;
     useFile<File>(name, activate, [&](OMResMgrFile& file) {
         const std::string text = wholeText(table);
         file.addToResTypeList(parseTable(name, text));
@@ -236,9 +239,7 @@ void OMResMgrUseDLL16(std::string_view name, bool activate) {
 }
 
 void OMResMgrUseDLL16(std::string_view name, OMIStream& table, bool activate) {
-    if (OMDebug::check(table.length() < kTableTextLimit, "length >= 65536",
-                       "OMResMgrUseDLL16 - resource table cannot be larger than 64K!"))
-        useWithText<OMResMgrFileDLL16>(name, table, activate);
+    useWithText<OMResMgrFileDLL16>("OMResMgrUseDLL16", name, table, activate);
 }
 
 void OMResMgrUseDLL16(std::string_view name, OMResMgrTerminated table, bool activate) {
@@ -254,9 +255,7 @@ void OMResMgrUseRes(std::string_view name, bool activate) {
 }
 
 void OMResMgrUseRes(std::string_view name, OMIStream& table, bool activate) {
-    if (OMDebug::check(table.length() < kTableTextLimit, "length >= 65536",
-                       "OMResMgrUseRes - resource table cannot be larger than 64K!"))
-        useWithText<OMResMgrFileRes>(name, table, activate);
+    useWithText<OMResMgrFileRes>("OMResMgrUseRes", name, table, activate);
 }
 
 void OMResMgrUseRes(std::string_view name, OMResMgrTerminated table, bool activate) {
