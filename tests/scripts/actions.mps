@@ -132,3 +132,128 @@ set queue finished again
 play queue start
 pause 1
 quit
+;@ 1 nothing after 10
+;@ 11   nothing
+;@ 11   5 members; queue 1 both 0 drawn 0 inner 0
+;@ 101   both finished
+;@ 121   drawn finished
+;@ 141   inner finished
+;@ 166   queue finished
+;@ 901 halt after 20
+;@ 921   halt
+;@ 921   5 members; queue 1 both 1 drawn 0 inner 0
+;@ 981   both finished
+;@ 1001   drawn finished
+;@ 1021   inner finished
+;@ 1046   queue finished
+;@ 1801 halt after 65
+;@ 1866   halt
+;@ 1866   5 members; queue 1 both 1 drawn 0 inner 0
+;@ 1901   both finished
+;@ 1921   drawn finished
+;@ 1941   inner finished
+;@ 1966   queue finished
+;@ 2701 halt after 110
+;@ 2801   both finished
+;@ 2811   halt
+;@ 2811   5 members; queue 1 both 0 drawn 0 inner 1
+;@ 2831   inner finished
+;@ 2856   queue finished
+;@ 3601 halt after 155
+;@ 3701   both finished
+;@ 3721   drawn finished
+;@ 3741   inner finished
+;@ 3756   halt
+;@ 3756   5 members; queue 0 both 0 drawn 0 inner 0
+;@ 4501 pause after 20
+;@ 4521   pause
+;@ 4521   5 members; queue 1 both 0 drawn 0 inner 0
+;@ 4701   both finished
+;@ 4721   drawn finished
+;@ 4741   inner finished
+;@ 4766   queue finished
+;@ 5401 pause after 65
+;@ 5466   pause
+;@ 5466   5 members; queue 1 both 1 drawn 0 inner 0
+;@ 5601   both finished
+;@ 5621   drawn finished
+;@ 5641   inner finished
+;@ 5666   queue finished
+;@ 6301 pause after 110
+;@ 6401   both finished
+;@ 6411   pause
+;@ 6411   5 members; queue 1 both 0 drawn 1 inner 0
+;@ 6521   drawn finished
+;@ 6541   inner finished
+;@ 6566   queue finished
+;@ 7201 pause after 155
+;@ 7301   both finished
+;@ 7321   drawn finished
+;@ 7341   inner finished
+;@ 7356   pause
+;@ 7356   5 members; queue 1 both 0 drawn 0 inner 0
+;@ 7466   queue finished
+;@ 8101 clear after 20
+;@ 8121   clear
+;@ 8121   5 members; queue 1 both 1 drawn 0 inner 0
+;@ 8181   both finished
+;@ 8201   drawn finished
+;@ 8221   inner finished
+;@ 8246   queue finished
+;@ 9001 clear after 65
+;@ 9066   clear
+;@ 9066   5 members; queue 1 both 1 drawn 0 inner 0
+;@ 9101   both finished
+;@ 9121   drawn finished
+;@ 9141   inner finished
+;@ 9166   queue finished
+;@ 9901 clear after 110
+;@ 10001   both finished
+;@ 10011   clear
+;@ 10011   5 members; queue 1 both 0 drawn 0 inner 1
+;@ 10031   inner finished
+;@ 10056   queue finished
+;@ 10801 clear after 155
+;@ 10901   both finished
+;@ 10921   drawn finished
+;@ 10941   inner finished
+;@ 10956   clear
+;@ 10956   0 members; queue 0 both 0 drawn 0 inner 0
+;@ 11701 drop after 20
+;@ 11721   drop
+;@ 11721   4 members; queue 1 both 0 drawn 0 inner 0
+;@ 11761   drawn finished
+;@ 11781   inner finished
+;@ 11806   queue finished
+;@ 12601 drop after 65
+;@ 12666   drop
+;@ 12666   4 members; queue 1 both 0 drawn 0 inner 0
+;@ 12727   drawn finished
+;@ 12747   inner finished
+;@ 12772   queue finished
+;@ 13501 drop after 110
+;@ 13601   both finished
+;@ 13611   drop
+;@ 13611   4 members; queue 1 both 0 drawn 1 inner 0
+;@ 13621   drawn finished
+;@ 13641   inner finished
+;@ 13666   queue finished
+;@ 14401 drop after 155
+;@ 14501   both finished
+;@ 14521   drawn finished
+;@ 14541   inner finished
+;@ 14556   drop
+;@ 14556   4 members; queue 1 both 0 drawn 0 inner 0
+;@ 14566   queue finished
+;@ 15301 goes at its end
+;@ 15401   both finished
+;@ 15421   drawn finished
+;@ 15441   inner finished
+;@ 15466   gone
+;@ 16201 goes with its member
+;@ 16301   both finished
+;@ 16321   drawn finished
+;@ 16341   gone
+;@ 17111   round 1
+;@ 17121   round 2
+;@ 17131   round 3

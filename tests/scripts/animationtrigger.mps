@@ -1,5 +1,6 @@
 ; A clock of four events a second while passes of the program come every 90 ms, never when an event is
 ; due: the boxes tell when each event came. Stopped for a while, it begins anew.
+;$ --step 90
 yield off
 procedure beat
 [
@@ -25,3 +26,31 @@ pause 3
 set clock framesPerSecond 4
 pause 3
 quit
+;! event 1
+;! event 2
+;! event 3
+;! event 4
+;! event 5
+;! event 6
+;! event 7
+;! event 8
+;! event 9
+;! event 10
+;! event 11
+;! event 12
+;! event 13
+;! event 14
+;! event 15
+;! event 16
+;! event 17
+;! event 18
+;! event 19
+;! event 20
+;! event 21
+;! event 22
+;! event 23
+;! event 24
+;! event 25
+;! event 26
+;! event 27
+;! event 28

@@ -30,3 +30,7 @@ set boat frameNotification 1
 set boat frameNotify shown
 EndTransition 0
 say "the scene stands"
+;= the scene stands
+;= three frames, sound 0
+;= six frames, 4
+;! ASEQ resource 200 not found.

@@ -1,4 +1,5 @@
 ; The class of the guide for components, which comes from the library "RLamp.lrn".
+;$ --components
 yield off
 first=RLamp 5
 second=RLamp 3
@@ -16,3 +17,8 @@ x=RBroken 1
 y=RMissing 1
 say x y
 quit
+;= 5 12 100
+;= RBroken RMissing
+;! Property colour not found
+;! Variable RBroken is empty
+;! Variable RMissing is empty

@@ -33,3 +33,12 @@ set RText born made
 for i 1 1000
 text=RText 0 0 9 9
 quit
+;= done 6
+;= 007 8 and 7.25
+;= 1 red
+;= 2 green
+;= 3 blue
+;= bcd ef 6
+;= 6
+;! mood is undefined
+;! Keyword "mood" is undefined

@@ -86,3 +86,30 @@ say "a copy" a b "from" c "visible" d
 play other move }
 say "the copy has waited"
 quit
+;= at first 60 0 -1 -1
+;= -1 direction  trap 
+;= 0 direction 2201 trap 300
+;= 1 direction 2201 trap 208
+;= 2 direction 2201 trap 302
+;= 3 direction 2201 trap 303
+;= 4 direction 2201 trap 304
+;= 5 direction 2201 trap 305
+;= 6 direction 2201 trap 306
+;= 7 direction 2201 trap 307
+;= 8 direction  trap 308
+;= 9 direction  trap 309
+;= 10 direction  trap 
+;= without a number 
+;= waited for direction 2
+;= a trail 112 42 from 79
+;= waited for direction 0
+;= waited for direction 1
+;= waited for direction 6
+;= finished
+;= no moves
+;= a copy 3 151 from 40 visible 0
+;= the copy has waited
+;! WAVE resource 302 not found.
+;! RMap: unknown direction 9, they go from 0 to 7
+;! Invoking method "move"\ncaused event "finished" (ignored)\n
+;! Invoking method "move"\ncaused event "finished" (ignored)\n

@@ -1,4 +1,9 @@
 ; Objects under several names, and a loop behind an else in a recursion.
+;> 500 double 80 310
+;> 501 up 80 310
+;> 600 double 80 310
+;> 601 up 80 310
+;> 1003 quit
 yield off
 boat=RAnimation 2001 7
 ref=&boat
@@ -29,3 +34,13 @@ for i 1 3
 say "round" i
 call rounds 0
 ]
+;= still there at 40
+;= the same boat at 70
+;= round 1
+;= leaf
+;= round 2
+;= leaf
+;= round 3
+;= leaf
+;= remembered 1
+;= remembered 1

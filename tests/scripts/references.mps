@@ -39,3 +39,10 @@ get fish x left
 get crew.3 x left
 get boat x left
 quit
+;= 50 objects 3
+;= 70 objects 4
+;= crew.nobody
+;! other is not a trinket,\nso "get" won't work here
+;! alias is not a trinket,\nso "get" won't work here
+;! fish is not a trinket,\nso "get" won't work here
+;! crew.3 is not a trinket,\nso "get" won't work here

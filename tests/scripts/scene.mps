@@ -19,3 +19,5 @@ set boat frameNotification 1
 set boat frameNotify shown
 EndTransition 0
 say "the scene stands"
+;= the scene stands
+;= five frames, showing 5 at depth 7

@@ -1,4 +1,22 @@
 ; Scene ports: keys, clicks, pauses and the end of the game, and the music from scene to scene.
+; the background, the space bar, another program and back, Enter, the exit screen, in a transition too
+;> 500 down 320 50
+;> 510 up 320 50
+;> 1000 key  
+;> 1300 background
+;> 1400 foreground
+;> 1600 key Enter
+;> 1700 answer No
+;> 1800 key Ctrl-q
+;> 5000 down 320 50
+;> 5010 up 320 50
+;> 6800 down 320 50
+;> 6810 up 320 50
+;> 6900 down 56 310
+;> 6910 up 56 310
+;> 7000 command 32
+;> 12000 answer Yes
+;> 12000 command 59396
 yield off
 procedure clicked
 say "clicked"
@@ -69,3 +87,30 @@ play port startBackgroundMusic 102 90 2
 set port isBackgroundMusicEnabled 1
 pause 1
 StartTransition
+;= 1 -1 100
+;= clicked
+;= space
+;= typed  
+;= paused
+;= resumed
+;= return
+;= typed Enter
+;= paused
+;= resumed
+;= typed Ctrl-Q
+;= still 100
+;= clicked
+;= boat
+;= leaving with 102 at 90
+;! Zorbet Voyages | Quer mesmo sair do jogo? | No
+;! Zorbet Voyages | Quer mesmo sair do jogo? | Yes
+;# 0 title Zorbet Voyages
+;# 3871 cursor -2
+;# 5671 title 2
+;# 5671 cursor -1
+;# 6722 title 8
+;# 7772 title 7
+;# 10171 cursor -2
+;# 12001 end 0
+;~ harbour
+;~ lighthouse
