@@ -64,7 +64,7 @@ fi
 [ -z "${FEW:-}" ] || sed -i -n '1p;$p' "$work/runs"
 if [ -f "$work/is.face" ]; then
     mkdir "$work/fonts"
-    "$FACE" "$work/fonts/golden.ttf" || exit 1
+    cp "$FACE" "$work/fonts" || exit 1
     echo "<fontconfig><dir>$work/fonts</dir><cachedir>$work/cache</cachedir></fontconfig>" >"$work/fonts.conf"
     export FONTCONFIG_FILE="$work/fonts.conf"
 fi
