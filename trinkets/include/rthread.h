@@ -8,8 +8,8 @@
 
 #include "omlink.h"
 #include "rvar.h"
-#include "ycompiler.h"
 #include "yscript.h"
+#include "yscriptloader.h"
 
 #include <array>
 #include <cstdint>
@@ -19,7 +19,6 @@
 #include <string_view>
 #include <vector>
 
-class OMIStream;
 class YProgram;
 class YValue;
 struct YProgramInstruction;
@@ -27,9 +26,6 @@ struct YProgramStep;
 class OMScriptableObject;
 class YEngine;
 struct eventRecord;
-
-/// Turns a script's name into a stream; null when there is no such script.
-using YScriptLocator = OMLinkTo<std::unique_ptr<OMIStream>(std::string_view name)>;
 
 class YThread {
   public:
@@ -50,7 +46,7 @@ class YThread {
     YThread(const YThread&) = delete;
     YThread& operator=(const YThread&) = delete;
 
-    [[nodiscard]] bool isLoaded() const { return loaded_; }
+    [[nodiscard]] bool isLoaded() const { return program_ != nullptr; }
     [[nodiscard]] bool isRunning() const { return running_; }
     [[nodiscard]] bool isWaiting() const { return waiting_; }
     [[nodiscard]] Status status() const { return status_; }
@@ -129,15 +125,8 @@ class YThread {
     static constexpr std::uint8_t kHalted = 1;  ///< leave the loop after this instruction
     static constexpr std::uint8_t kCareful = 2; ///< tracing, or an end notification to arm again
 
-    // Loading (rthreadload.cpp).
-    void discardScript();
-    void takeScript(std::unique_ptr<YScript> script);
-    YCompiler::Source readSource(const std::string& name);
-    YCompiler::Source readText(const std::string& name);
-    void compile(const std::string& name, std::string text);
-    void loadPrecompiled(const std::string& name, std::string_view bytes);
-
     // Turns, interrupts and timers (rthread.cpp).
+    void discardScript();
     bool fireTimer(Timer& timer, const char* name, bool isSchedule);
     bool step(const eventRecord* event, Pace pace);
     bool enterInterrupt(const eventRecord& event);
@@ -231,7 +220,6 @@ class YThread {
     bool condition_ = true;
 
     bool running_ = false;
-    bool loaded_ = false;
     int loads_ = 0; ///< tells a script from the next one
     bool waiting_ = false;
     bool pausing_ = false;

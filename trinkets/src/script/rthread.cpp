@@ -13,12 +13,60 @@
 YThread::YThread(YEngine& engine, const char* name, YScriptLocator locator)
     : engine_(engine), locator_(std::move(locator)), playing_(std::make_shared<bool>(false)) {
     loadScript(name);
-    if (loaded_) engine_.add(*this);
+    if (isLoaded()) engine_.add(*this);
 }
 
 YThread::~YThread() { engine_.remove(*this); }
 
-void YThread::run() { running_ = loaded_; }
+/// The thread is left without a script.
+void YThread::discardScript() {
+    stop();
+    program_.reset();
+    wanted_.variable = nullptr;
+    *playing_ = false;
+}
+
+void YThread::loseScript() {
+    if (!isLoaded()) return;
+    discardScript();
+    const OMLink unloaded = unloadedLink_; // may end the thread
+    unloaded();
+}
+
+void YThread::unload() {
+    if (isLoaded()) {
+        engine_.removeAllRecords();
+        discardScript();
+        engine_.recreateHeap();
+    }
+    unloadedLink_();
+}
+
+void YThread::loadScript(const char* name) {
+    unload();
+    const std::string wanted = name ? name : YChooseScript();
+    pc_ = 0;
+    callDepth_ = 0;
+    loopDepth_ = -1;
+    status_ = Status::Ready;
+    pace_ = Pace::OneStatement;
+    condition_ = true;
+    eventsEnabled_ = true;
+    inInterrupt_ = false;
+    waiting_ = pausing_ = false;
+    endPending_ = true;
+    updateCare();
+    schedule_ = {};
+    idle_ = {};
+    if (wanted.empty()) return;
+    scriptName_ = wanted;
+    std::unique_ptr<YScript> script = YLoadScript(engine_, wanted, locator_);
+    if (!script) return;
+    program_ = std::make_unique<YProgram>(YHeap::current(), std::move(script));
+    ++loads_;
+}
+
+void YThread::run() { running_ = isLoaded(); }
 
 void YThread::stop() {
     running_ = false;

@@ -340,7 +340,7 @@ void YThread::runOne() {
     const int load = loads_;
     execute(code);
     // What the instruction called may have taken the script away.
-    if (tracing_ && loaded_ && load == loads_) trace(code);
+    if (tracing_ && isLoaded() && load == loads_) trace(code);
 }
 
 void YThread::execute(const Instruction& code) {
