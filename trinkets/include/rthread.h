@@ -8,10 +8,10 @@
 
 #include "omlink.h"
 #include "rvar.h"
+#include "yflow.h"
 #include "yscript.h"
 #include "yscriptloader.h"
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -29,9 +29,6 @@ struct eventRecord;
 
 class YThread {
   public:
-    static constexpr int YTSTACK = 2048;   ///< return stack; one entry fewer is usable
-    static constexpr int kLoopStack = 128; ///< counted loops
-
     /// What came of the last turn, or of the handler or timer that ran last.
     enum class Status : std::uint8_t {
         Ready,          ///< it can go on
@@ -48,7 +45,7 @@ class YThread {
 
     [[nodiscard]] bool isLoaded() const { return program_ != nullptr; }
     [[nodiscard]] bool isRunning() const { return running_; }
-    [[nodiscard]] bool isWaiting() const { return waiting_; }
+    [[nodiscard]] bool isWaiting() const { return flow_.waiting; }
     [[nodiscard]] Status status() const { return status_; }
     [[nodiscard]] const std::string& scriptName() const { return scriptName_; }
 
@@ -100,22 +97,6 @@ class YThread {
         std::string name;
         YVariable* variable = nullptr;
     };
-    struct CountedLoop {
-        std::int16_t value;
-        std::int16_t direction; ///< +1, -1, or 0 after the last round
-        std::int16_t target;
-        std::int16_t step;
-        std::int16_t exit;
-    };
-    /// What an interrupt puts aside.
-    struct Context {
-        int pc = 0;
-        bool waiting = false;
-        int callDepth = 0;
-        bool condition = true;
-        bool pausing = false; ///< waiting for the pause deadline
-        int loopDepth = -1;
-    };
     struct Timer {
         int procedure = 0; ///< instruction to run, 0 for none
         int interval = 0;  ///< counted ticks
@@ -130,13 +111,14 @@ class YThread {
     bool fireTimer(Timer& timer, const char* name, bool isSchedule);
     bool step(const eventRecord* event, Pace pace);
     bool enterInterrupt(const eventRecord& event);
+    void endInterrupt();
+    void endPause();
 
     // The loop (rthreadrun.cpp).
     void runInstructions();
     void runSteps();
     void runOne();
     void carryOut(const YProgramStep& step);
-    void decide(const YProgramStep& step, bool condition);
     void assignAny(int instruction);
     [[nodiscard]] bool testAny(int instruction);
     void expectLike(int instruction, const YValue& value);
@@ -148,11 +130,6 @@ class YThread {
     /// To be called when tracing or the end notification changes.
     void updateCare();
     void setStatus(Status status);
-    [[nodiscard]] Context context() const {
-        return {pc_, waiting_, callDepth_, condition_, pausing_, loopDepth_};
-    }
-    void restore(const Context& context);
-    void endPause();
     void requestSwitch(YVariable* script);
     /// A warning with the place of the statement that runs.
     void report(std::string_view what);
@@ -167,7 +144,6 @@ class YThread {
     void returnFromProcedure();
     void setUpLoop(const Instruction& code);
     void nextRound(const Instruction& code);
-    [[nodiscard]] bool countRound(YVariable& counter);
     void jump(int target);
     [[nodiscard]] bool isTrue(const Instruction& code);
 
@@ -214,32 +190,20 @@ class YThread {
     std::string scriptName_;
     std::unique_ptr<YProgram> program_; ///< null without a script
 
-    // What the stepping reads in every instruction.
-    int pc_ = 0;
     std::uint8_t attention_ = 0; ///< kHalted, kCareful
-    bool condition_ = true;
-
     bool running_ = false;
     int loads_ = 0; ///< tells a script from the next one
-    bool waiting_ = false;
-    bool pausing_ = false;
     bool eventsEnabled_ = true;
-    bool inInterrupt_ = false;
     bool tracing_ = false;
     bool endPending_ = true; ///< the end-reached link is due at the next end
     YOpcode endFiredBy_ = YOpcode::End;
     Status status_ = Status::Ready;
     Pace pace_ = Pace::OneStatement;
-    int nestedCalls_ = 0;
-    Context saved_;
     std::shared_ptr<bool> playing_; ///< a synchronous play is in progress
     Timer schedule_;
     Timer idle_;
     Wanted wanted_;
 
-    int callDepth_ = 0;
-    int loopDepth_ = -1;
-    std::array<std::int16_t, YTSTACK> returnStack_{};
-    std::array<CountedLoop, kLoopStack> loops_{};
+    YFlow flow_;
     std::string detail_;
 };

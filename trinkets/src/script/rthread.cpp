@@ -45,15 +45,10 @@ void YThread::unload() {
 void YThread::loadScript(const char* name) {
     unload();
     const std::string wanted = name ? name : YChooseScript();
-    pc_ = 0;
-    callDepth_ = 0;
-    loopDepth_ = -1;
+    flow_ = {};
     status_ = Status::Ready;
     pace_ = Pace::OneStatement;
-    condition_ = true;
     eventsEnabled_ = true;
-    inInterrupt_ = false;
-    waiting_ = pausing_ = false;
     endPending_ = true;
     updateCare();
     schedule_ = {};
@@ -106,17 +101,17 @@ void YThread::setStatus(Status status) {
 }
 
 void YThread::giveUp() {
-    inInterrupt_ = false; // in nobody's way
-    waiting_ = true;
-    pausing_ = false;
+    flow_.forgetInterrupt();
+    flow_.waiting = true;
+    flow_.pausing = false;
     halt();
 }
 
 void YThread::report(std::string_view what) {
     std::string place = scriptName_;
-    if (program_ && !program_->script().lines.empty() && pc_ > 0) {
+    if (program_ && !program_->script().lines.empty() && flow_.pc > 0) {
         const YScript& script = program_->script();
-        const YSourceLine line = script.lines[static_cast<std::size_t>(pc_ - 1)];
+        const YSourceLine line = script.lines[static_cast<std::size_t>(flow_.pc - 1)];
         place = OMFormat("%s:%d", script.files[line.file].c_str(), line.line);
     }
     engine_.warn(OMFormat("%s: %.*s", place.c_str(), static_cast<int>(what.size()), what.data()));
@@ -144,7 +139,7 @@ bool YThread::step(const eventRecord* event, Pace pace) {
     }
     if (event && !enterInterrupt(*event)) return false;
     endPause();
-    if (waiting_) return true;
+    if (flow_.waiting) return true;
     setHalted(false);
     if (pace == Pace::OneStatement)
         runOne();
@@ -171,35 +166,23 @@ bool YThread::enterInterrupt(const eventRecord& event) {
     OMDebug::check(!event.receiver || event.receiver == OMScriptableObject::lastPass,
                    "eventRec->receiver && (eventRec->receiver != OMScriptableObject::lastPass)",
                    "RECEIVER Mismatch");
-    nestedCalls_ = 0;
-    if (inInterrupt_) {
+    if (flow_.inInterrupt()) {
         const std::string someone = event.variable.empty() ? "someone" : event.variable;
-        restore(saved_);
+        endInterrupt();
         engine_.warn(OMFormat("Nested interrupt on %s's event", someone.c_str()));
     }
-    saved_ = context();
-    waiting_ = false;
-    pausing_ = false;
-    inInterrupt_ = true;
-    pc_ = event.handler;
+    flow_.beginInterrupt(event.handler);
     return true;
 }
 
-void YThread::restore(const Context& context) {
-    pc_ = context.pc;
-    waiting_ = context.waiting;
-    callDepth_ = context.callDepth;
-    condition_ = context.condition;
-    pausing_ = context.pausing;
-    loopDepth_ = context.loopDepth;
+void YThread::endInterrupt() {
+    flow_.endInterrupt();
     endPause();
 }
 
 /// A pause may run out while a handler is at work, so each context knows whether it waits for it.
 void YThread::endPause() {
-    if (!pausing_ || !engine_.pauseIsOver()) return;
-    pausing_ = false;
-    waiting_ = false;
+    if (flow_.pausing && engine_.pauseIsOver()) flow_.waiting = flow_.pausing = false;
 }
 
 void YThread::deliverEvent(const eventRecord& event) {
@@ -219,7 +202,7 @@ void YThread::deliverEvent(const eventRecord& event) {
     if (!engine_.isSwitching()) status_ = savedStatus;
     pace_ = savedPace;
     // The instruction that fired the event goes on unless the thread is blocked now.
-    setHalted(savedHalt || !running_ || waiting_ || *playing_ || engine_.isSwitching());
+    setHalted(savedHalt || !running_ || flow_.waiting || *playing_ || engine_.isSwitching());
     --engine_.deliveries;
 }
 

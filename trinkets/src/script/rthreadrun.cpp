@@ -15,8 +15,6 @@
 
 namespace {
 
-std::int16_t narrow(std::int32_t value) { return static_cast<std::int16_t>(value); }
-
 /// Whether the string form of a real begins with the character "0".
 bool beginsWithZero(double value) {
     if (!(value >= 0 && value <= 1)) return false;
@@ -107,36 +105,6 @@ inline bool operate(int operation, double& value, double right) {
 
 // ---------------------------------------------------------------------------- the loop
 
-/// Moves the innermost loop on by its step. Whether there is a round to do.
-inline bool YThread::countRound(YVariable& counter) {
-    CountedLoop& loop = loops_[static_cast<std::size_t>(loopDepth_)];
-    loop.value = narrow(loop.value + loop.step);
-    if (counter.takesNumber()) [[likely]]
-        counter.putInteger(loop.value);
-    else
-        counter.resolve().setInteger(loop.value);
-    if (loop.direction == 0) return false;
-    if (loop.value == loop.target) {
-        loop.direction = 0;
-        return true;
-    }
-    return loop.direction > 0 ? loop.value < loop.target : loop.value > loop.target;
-}
-
-inline void YThread::jump(int target) {
-    pc_ = target;
-    if (loopDepth_ < 0 || loops_[static_cast<std::size_t>(loopDepth_)].exit != target) return;
-    detail("leaving a loop nested %d jumping ", loopDepth_);
-    --loopDepth_;
-}
-
-/// Carries out a test with the jump that follows.
-inline void YThread::decide(const YProgramStep& step, bool condition) {
-    condition_ = condition;
-    pc_ = step.instruction + 2;
-    if (!condition) jump(step.number);
-}
-
 /// Runs until the thread is blocked, its pace says to give way, or the turn's budget is used up.
 void YThread::runInstructions() {
     while (!(attention_ & kHalted) && engine_.hasBudget()) {
@@ -155,7 +123,7 @@ void YThread::runSteps() {
     using Values = YProgram::Values;
     int budget = engine_.budget(); // in a register, unless others spend of it too
     const YProgram::Step* const* entries = program_->entries();
-    const YProgram::Step* step = entries[pc_];
+    const YProgram::Step* step = entries[flow_.pc];
     std::int64_t value = 0; // the accumulators
     double real = 0;
     std::int64_t right = 0;
@@ -173,6 +141,9 @@ void YThread::runSteps() {
     };
     for (;;) {
         const auto loads = [step](auto& number) { return load(step->variable, number); };
+        const auto decide = [this, step](bool result) { // with the jump that follows
+            flow_.decide(result, step->instruction + 2, step->number);
+        };
         switch (step->what) { // and goes on with the next step, or breaks at the instruction's end
         case Do::Clear:
             value = 0;
@@ -216,10 +187,10 @@ void YThread::runSteps() {
                 continue;
             }
             target.putNumberAsText(static_cast<std::int32_t>(value));
-            pc_ = step->instruction + 1;
+            flow_.pc = step->instruction + 1;
             break;
         }
-        case Do::TestInteger: decide(*step, value != 0); break;
+        case Do::TestInteger: decide(value != 0); break;
 
         case Do::LoadReal: step = after(step, loads(real)); continue;
         case Do::LengthReal: step = after(step, loadLength(*step->variable, real)); continue;
@@ -258,15 +229,17 @@ void YThread::runSteps() {
             } else {
                 target.setNumberAsText(kept);
             }
-            pc_ = step->instruction + 1;
+            flow_.pc = step->instruction + 1;
             break;
         }
-        case Do::TestReal: decide(*step, !beginsWithZero(real)); break;
+        case Do::TestReal: decide(!beginsWithZero(real)); break;
 
-        case Do::Jump: jump(step->number); break;
+        case Do::Jump: flow_.jump(step->number); break;
         case Do::CountRound:
-            if (loopDepth_ >= 0 && step->variable->takesNumber()) [[likely]] {
-                decide(*step, countRound(*step->variable));
+            if (flow_.inLoop() && step->variable->takesNumber()) [[likely]] {
+                const bool more = flow_.nextRound();
+                step->variable->putInteger(flow_.loop().value);
+                decide(more);
                 break;
             }
             [[fallthrough]];
@@ -281,7 +254,7 @@ void YThread::runSteps() {
             entries = program_->entries();
         }
         if (--budget <= 0) break;
-        step = entries[pc_];
+        step = entries[flow_.pc];
     }
     engine_.setBudget(budget);
 }
@@ -289,17 +262,19 @@ void YThread::runSteps() {
 /// What calls out of the loop.
 void YThread::carryOut(const YProgramStep& step) {
     using Do = YProgram::Do;
-    pc_ = step.instruction + 1;
+    flow_.pc = step.instruction + 1;
     const Instruction& code = program_->at(step.instruction);
     switch (step.what) {
     case Do::AssignValue: assignValue(code); return;
     case Do::AssignAny: assignAny(step.instruction); return;
-    case Do::TestAny: decide(step, testAny(step.instruction)); return;
+    case Do::TestAny:
+        flow_.decide(testAny(step.instruction), step.instruction + 2, step.number);
+        return;
     case Do::CountRound: nextRound(code); return;
     case Do::Call: call(code); return;
     case Do::EnterProcedure: enterProcedure(code); return;
     case Do::Return: returnFromProcedure(); return;
-    default: --pc_; runOne();
+    default: --flow_.pc; runOne();
     }
 }
 
@@ -335,7 +310,7 @@ void YThread::expectLike(int instruction, const YValue& value) {
 
 /// One instruction, with all that can be said of it.
 void YThread::runOne() {
-    const Instruction& code = program_->at(pc_++);
+    const Instruction& code = program_->at(flow_.pc++);
     if (attention_ & kCareful) noteOpcode(code.opcode);
     const int load = loads_;
     execute(code);
@@ -351,10 +326,10 @@ void YThread::execute(const Instruction& code) {
     case YOpcode::ForSetUp: setUpLoop(code); return;
     case YOpcode::ForNext: nextRound(code); return;
     case YOpcode::JumpIfFalse:
-        if (!condition_) jump(code.target);
+        if (!flow_.condition) jump(code.target);
         return;
     case YOpcode::Jump: jump(code.target); return;
-    case YOpcode::Test: condition_ = isTrue(code); return;
+    case YOpcode::Test: flow_.condition = isTrue(code); return;
     case YOpcode::Nothing: return;
     case YOpcode::Say: say(code); return;
     case YOpcode::Return: returnFromProcedure(); return;
@@ -362,7 +337,7 @@ void YThread::execute(const Instruction& code) {
     case YOpcode::Drop: drop(code); return;
     case YOpcode::Command: runCommand(code); return;
     case YOpcode::Wait:
-        waiting_ = true;
+        flow_.waiting = true;
         halt();
         fireEndReached(code.opcode);
         return;
@@ -385,7 +360,7 @@ void YThread::execute(const Instruction& code) {
     case YOpcode::Play: play(code); return;
     case YOpcode::Relay: requestSwitch(code.operands[0]); return;
     case YOpcode::Quit:
-        inInterrupt_ = false; // a handler that quits ends here, and is in nobody's way
+        flow_.forgetInterrupt(); // a handler that quits ends here, and is in nobody's way
         engine_.quit();
         requestSwitch(code.count > 0 ? code.operands[0] : nullptr);
         return;
@@ -393,7 +368,7 @@ void YThread::execute(const Instruction& code) {
     case YOpcode::ReturnFromInterrupt:
     case YOpcode::Else: break;
     }
-    --pc_; // stays here
+    --flow_.pc; // stays here
     setStatus(Status::Blocked);
     fireEndReached(code.opcode);
 }
@@ -437,24 +412,18 @@ void YThread::callProcedure(const Instruction& code, std::int32_t header) {
         reportAndStop("call of a procedure that does not exist");
         return;
     }
-    if (callDepth_ >= YTSTACK - 1) {
-        reportAndStop("sp < (YTSTACK-1)");
-        return;
-    }
-    returnStack_[static_cast<std::size_t>(callDepth_++)] = narrow(pc_);
-    if (inInterrupt_) ++nestedCalls_;
-    pc_ = header;
+    if (!flow_.call(header)) reportAndStop("sp < (YTSTACK-1)");
 }
 
 void YThread::enterProcedure(const Instruction& code) {
-    if (callDepth_ == 0) { // reached in sequence
-        while (program_->at(pc_).opcode != YOpcode::Return &&
-               program_->at(pc_).opcode != YOpcode::End)
-            ++pc_;
-        if (program_->at(pc_).opcode == YOpcode::Return) ++pc_;
+    const int caller = flow_.caller();
+    if (caller < 0) { // reached in sequence
+        while (program_->at(flow_.pc).opcode != YOpcode::Return &&
+               program_->at(flow_.pc).opcode != YOpcode::End)
+            ++flow_.pc;
+        if (program_->at(flow_.pc).opcode == YOpcode::Return) ++flow_.pc;
         return;
     }
-    const int caller = returnStack_[static_cast<std::size_t>(callDepth_ - 1)] - 1;
     const Instruction& from = program_->at(caller);
     detail("Args: ");
     for (int i = 1; i < code.count && i < from.count; ++i) {
@@ -475,19 +444,11 @@ void YThread::enterProcedure(const Instruction& code) {
 }
 
 void YThread::returnFromProcedure() {
-    if (inInterrupt_ && nestedCalls_ == 0) {
-        restore(saved_);
-        inInterrupt_ = false;
-        setStatus(Status::InterruptEnded);
-        return;
+    switch (flow_.returnFromProcedure()) {
+    case YFlow::Return::ToCaller: detail("at pc = %d", flow_.pc); return;
+    case YFlow::Return::Nowhere: reportAndStop("sp"); return;
+    case YFlow::Return::FromInterrupt: endPause(); setStatus(Status::InterruptEnded);
     }
-    if (callDepth_ == 0) {
-        reportAndStop("sp");
-        return;
-    }
-    if (inInterrupt_) --nestedCalls_;
-    pc_ = returnStack_[static_cast<std::size_t>(--callDepth_)];
-    detail("at pc = %d", pc_);
 }
 
 void YThread::setUpLoop(const Instruction& code) {
@@ -496,32 +457,33 @@ void YThread::setUpLoop(const Instruction& code) {
         detail("loop while [%s] is true", code.operands[0]->text().c_str());
         return;
     }
-    if (loopDepth_ + 1 >= kLoopStack) {
-        reportAndStop("counted loops are nested too deep");
-        return;
-    }
-    CountedLoop& loop = loops_[static_cast<std::size_t>(++loopDepth_)];
-    const bool hasTarget = code.count > 2;
-    loop.value = narrow(code.operands[1]->integer());
-    loop.target = hasTarget ? narrow(code.operands[2]->integer()) : std::int16_t{0};
-    loop.step = code.count > 3 ? narrow(code.operands[3]->integer())
-                               : std::int16_t{static_cast<std::int16_t>(hasTarget ? 1 : -1)};
+    const auto number = [&](int operand, int otherwise) {
+        return static_cast<std::int16_t>(operand < code.count ? code.operands[operand]->integer()
+                                                              : otherwise);
+    };
+    const std::int16_t from = number(1, 0);
+    const std::int16_t to = number(2, 0);
+    const std::int16_t step = number(3, code.count > 2 ? 1 : -1);
     // The test that follows in two instructions knows where the loop ends.
-    loop.exit = program_->at(pc_ + 1).target;
-    loop.direction = loop.value < loop.target ? 1 : -1;
-    detail("counter %s: from %d to %d by %d", code.operands[0]->text().c_str(), loop.value,
-           loop.target, loop.step);
-    loop.value = narrow(loop.value - loop.step);
+    if (flow_.beginLoop(from, to, step, program_->at(flow_.pc + 1).target))
+        detail("counter %s: from %d to %d by %d", code.operands[0]->text().c_str(), from, to, step);
+    else
+        reportAndStop("counted loops are nested too deep");
 }
 
 void YThread::nextRound(const Instruction& code) {
-    if (code.count < 2 || loopDepth_ < 0) {
-        condition_ = isTrue(code);
+    if (code.count < 2 || !flow_.inLoop()) {
+        flow_.condition = isTrue(code);
         return;
     }
-    condition_ = countRound(*code.operands[0]);
-    const CountedLoop& loop = loops_[static_cast<std::size_t>(loopDepth_)];
+    flow_.condition = flow_.nextRound();
+    const YFlow::CountedLoop& loop = flow_.loop();
+    code.operands[0]->resolve().setInteger(loop.value);
     detail("counter %s=%d target=%d", code.operands[0]->text().c_str(), loop.value, loop.target);
+}
+
+void YThread::jump(int target) {
+    if (flow_.jump(target)) detail("leaving a loop nested %d jumping ", flow_.loopDepth + 1);
 }
 
 bool YThread::isTrue(const Instruction& code) {

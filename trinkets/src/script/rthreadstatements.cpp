@@ -148,13 +148,11 @@ void YThread::drop(const Instruction& code) {
         YVariable* next = i + 1 < code.count ? code.operands[i + 1] : nullptr;
         if (text == "schedule" || text == "idle") {
             (text == "idle" ? idle_ : schedule_).procedure = 0;
-            inInterrupt_ = false;
+            flow_.forgetInterrupt();
         } else if (text == "stack") {
-            callDepth_ = 0;
-            saved_.callDepth = 0;
+            flow_.forgetCalls();
         } else if (text == "wait") {
-            waiting_ = pausing_ = false;
-            saved_.waiting = saved_.pausing = false;
+            flow_.stopWaiting();
         } else if (text == "trinkets") {
             YHeap::current().emptyOwners();
         } else if (text == "[" || text == "var" || text == "script") {
@@ -220,7 +218,7 @@ void YThread::pause(const Instruction& code) {
     if (seconds == 0) return;
     const std::int32_t ms = ynumber::truncate(seconds * kPauseMsPerSecond);
     engine_.pauseFor(static_cast<std::uint32_t>(ms < 0 ? 0 : ms));
-    waiting_ = pausing_ = true;
+    flow_.waiting = flow_.pausing = true;
     halt();
     detail("%.1lf seconds", seconds);
 }

@@ -20,12 +20,12 @@ YOpcode doneBy(YOpcode opcode, bool condition, YThread::Status status) {
 
 void YThread::trace(const Instruction& code) {
     // A thread comes by the end of its script in every turn and stays there.
-    if (status_ == Status::Blocked && &code == &program_->at(pc_)) return;
-    const YOpcode done = doneBy(code.opcode, condition_, status_);
+    if (status_ == Status::Blocked && &code == &program_->at(flow_.pc)) return;
+    const YOpcode done = doneBy(code.opcode, flow_.condition, status_);
     std::string message(YTraceName(done));
     message += '\n';
     if (done == YOpcode::Jump) {
-        const Instruction& next = program_->at(pc_);
+        const Instruction& next = program_->at(flow_.pc);
         detail("to %s ", std::string(YTraceName(next.opcode)).c_str());
         for (int i = 0; i < next.count; ++i) {
             if (i > 0) detail_ += ' ';
@@ -33,7 +33,7 @@ void YThread::trace(const Instruction& code) {
         }
     }
     message += std::exchange(detail_, {});
-    if (inInterrupt_) message += "\n\n[interrupt]";
+    if (flow_.inInterrupt()) message += "\n\n[interrupt]";
     if (engine_.showTrace(message)) return;
     tracing_ = false;
     updateCare();
