@@ -7,23 +7,22 @@
 #pragma once
 
 #include "omlink.h"
-#include "rvar.h"
 #include "yflow.h"
 #include "yscript.h"
 #include "yscriptloader.h"
+#include "ytrace.h"
 
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 class YProgram;
-class YValue;
+class YStatement;
+class YVariable;
 struct YProgramInstruction;
 struct YProgramStep;
-class OMScriptableObject;
 class YEngine;
 struct eventRecord;
 
@@ -98,87 +97,48 @@ class YThread {
         YVariable* variable = nullptr;
     };
     struct Timer {
+        void count() { ++elapsed; }
+        [[nodiscard]] bool isDue() const { return procedure != 0 && elapsed > interval; }
+
         int procedure = 0; ///< instruction to run, 0 for none
         int interval = 0;  ///< counted ticks
         int elapsed = 0;
     };
 
-    static constexpr std::uint8_t kHalted = 1;  ///< leave the loop after this instruction
-    static constexpr std::uint8_t kCareful = 2; ///< tracing, or an end notification to arm again
-
-    // Turns, interrupts and timers (rthread.cpp).
+    // Life, turns, interrupts and timers (rthread.cpp).
     void discardScript();
-    bool fireTimer(Timer& timer, const char* name, bool isSchedule);
     bool step(const eventRecord* event, Pace pace);
     bool enterInterrupt(const eventRecord& event);
-    void endInterrupt();
     void endPause();
+    bool beginTimer(int procedure, const char* name);
+    void requestSwitch(YVariable* script);
+    /// Whether it is traced, or an end notification has to be armed again.
+    [[nodiscard]] bool isCareful() const { return trace_.isOn() || !endPending_; }
+    void setStatus(Status status);
+    void fireEndReached(YOpcode opcode);
+    /// With a warning that tells the place of the statement that runs.
+    void reportAndStop(std::string_view what);
 
     // The loop (rthreadrun.cpp).
     void runInstructions();
     void runSteps();
     void runOne();
     void carryOut(const YProgramStep& step);
-    void assignAny(int instruction);
-    [[nodiscard]] bool testAny(int instruction);
-    void expectLike(int instruction, const YValue& value);
-    void execute(const Instruction& code);
-    void noteOpcode(YOpcode opcode);
-    void fireEndReached(YOpcode opcode);
-    void halt() { attention_ |= kHalted; }
-    void setHalted(bool halted);
-    /// To be called when tracing or the end notification changes.
-    void updateCare();
-    void setStatus(Status status);
-    void requestSwitch(YVariable* script);
-    /// A warning with the place of the statement that runs.
-    void report(std::string_view what);
-    void reportAndStop(std::string_view what);
 
-    // Control flow (rthreadrun.cpp).
+    // Statements (rthreadstatements.cpp).
+    void execute(const Instruction& code);
+    [[nodiscard]] YStatement statement(const Instruction& code);
     void call(const Instruction& code);
     void callProcedure(const Instruction& code, std::int32_t header);
-    /// Whether a procedure can be there: its header, and an instruction behind it.
-    [[nodiscard]] bool isHeader(std::int32_t instruction) const;
     void enterProcedure(const Instruction& code);
     void returnFromProcedure();
     void setUpLoop(const Instruction& code);
     void nextRound(const Instruction& code);
-    void jump(int target);
-    [[nodiscard]] bool isTrue(const Instruction& code);
-
-    // Statements (rthreadstatements.cpp).
-    void assign(const Instruction& code);
-    void assignValue(const Instruction& code);
-    void construct(YVariable& target, const Instruction& code);
-    void say(const Instruction& code);
     void drop(const Instruction& code);
-    void dropVariable(YVariable& word);
-    void runCommand(const Instruction& code);
-    /// Where an event or a timer begins the procedure that a text ("+" and its header) stands for;
-    /// none for any other text.
-    [[nodiscard]] std::optional<int> handlerOf(std::string_view procedure) const;
     void setTimer(Timer& timer, const Instruction& code, const char* format);
     void pause(const Instruction& code);
     void setDebug(const Instruction& code);
     void setYield(const Instruction& code);
-    void pushArguments(const Instruction& code, int from, int to);
-
-    // Statements with objects (rthreadobjects.cpp).
-    void set(const Instruction& code);
-    void removeHandler(YVariable& word, OMScriptableObject* object, std::string_view event);
-    void attachHandler(YVariable& word, OMScriptableObject* object, std::string_view event,
-                       std::string_view procedure);
-    void setProperty(const Instruction& code, OMScriptableObject& object, std::string_view name,
-                     std::string_view value);
-    void get(const Instruction& code);
-    std::string nameOfReceiver(OMScriptableObject& object);
-    void play(const Instruction& code);
-
-    // The trace (rthreadtrace.cpp). `detail` texts are made only while tracing.
-    void trace(const Instruction& code);
-    template <class... Arguments>
-    void detail(const char* format, Arguments... arguments);
 
     YEngine& engine_;
     YScriptLocator locator_;
@@ -189,21 +149,19 @@ class YThread {
 
     std::string scriptName_;
     std::unique_ptr<YProgram> program_; ///< null without a script
+    int loads_ = 0;                     ///< tells a script from the next one
+    YFlow flow_;
+    YTrace trace_;
 
-    std::uint8_t attention_ = 0; ///< kHalted, kCareful
+    bool halted_ = false; ///< to leave the loop after this instruction
     bool running_ = false;
-    int loads_ = 0; ///< tells a script from the next one
     bool eventsEnabled_ = true;
-    bool tracing_ = false;
-    bool endPending_ = true; ///< the end-reached link is due at the next end
-    YOpcode endFiredBy_ = YOpcode::End;
+    bool endPending_ = true;            ///< the end-reached link is due at the next end
+    YOpcode endFiredBy_ = YOpcode::End; ///< another instruction arms the link again
     Status status_ = Status::Ready;
     Pace pace_ = Pace::OneStatement;
     std::shared_ptr<bool> playing_; ///< a synchronous play is in progress
     Timer schedule_;
     Timer idle_;
     Wanted wanted_;
-
-    YFlow flow_;
-    std::string detail_;
 };

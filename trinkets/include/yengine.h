@@ -119,7 +119,8 @@ class YEngine {
     void recreateHeap();
 
     // Handlers.
-    std::shared_ptr<eventRecord> addRecord(eventRecord record);
+    /// Gives what delivers the event for as long as the record stays.
+    OMLink addRecord(eventRecord record);
     /// With an event name only the records of that event. A null receiver means handlers of the
     /// class that `variable` names.
     void removeRecords(const OMScriptableObject* receiver, std::string_view variable,

@@ -1,12 +1,10 @@
-// The loop over instructions, and control flow.
+// The loop over instructions.
 #include "rthread.h"
 
-#include "omdebug.h"
-#include "omunderway.h"
-#include "rthreaddetail.h"
 #include "yengine.h"
 #include "yexpression.h"
 #include "ynumber.h"
+#include "ystatement.h"
 
 #include <array>
 #include <cmath>
@@ -101,14 +99,50 @@ inline bool operate(int operation, double& value, double right) {
     }
 }
 
+/// `x=y` where y is no expression. False when that takes more.
+bool assignValue(const YProgram::Instruction& code) {
+    YVariable& target = code.operands[0]->resolve();
+    YVariable& word = *code.operands[1];
+    YVariable& value = word.resolve();
+    if (target.takesNumber() && value.holdsInteger() && value.isCanonical()) {
+        target.putNumberAsText(value.heldInteger());
+    } else if (target.takesNumber() && word.kind() == YVariable::Kind::Substring) {
+        YScratch scratch;
+        target.setString(word.string(scratch));
+    } else {
+        return false;
+    }
+    return true;
+}
+
+/// What the expression in an instruction gives, or, when it cannot be evaluated, how it is written.
+/// The next values are likely to be as this one.
+std::string_view evaluate(YProgram& program, int instruction, int operand, YValue& value) {
+    YVariable& word = *program.at(instruction).operands[operand];
+    if (word.expression()->evaluate(YHeap::current(), value) != yerror::kNone) return word.text();
+    using Values = YProgram::Values;
+    if (value.isNumber())
+        program.expect(instruction, value.isInteger() ? Values::Integers : Values::Reals);
+    return value.text();
+}
+
+/// `x=y` where y is an expression of any values. False when that takes more.
+bool assignAny(YProgram& program, int instruction) {
+    YVariable& target = program.at(instruction).operands[0]->resolve();
+    if (!target.takesNumber()) return false;
+    YValue value;
+    target.setString(evaluate(program, instruction, 1, value));
+    return true;
+}
+
 } // namespace
 
 // ---------------------------------------------------------------------------- the loop
 
 /// Runs until the thread is blocked, its pace says to give way, or the turn's budget is used up.
 void YThread::runInstructions() {
-    while (!(attention_ & kHalted) && engine_.hasBudget()) {
-        if (attention_ & kCareful) {
+    while (!halted_ && engine_.hasBudget()) {
+        if (isCareful()) {
             runOne();
             engine_.spendOne();
         } else {
@@ -247,7 +281,7 @@ void YThread::runSteps() {
             engine_.setBudget(budget);
             carryOut(*step);
             budget = engine_.budget();
-            if (attention_ != 0) {
+            if (halted_ || isCareful()) {
                 engine_.setBudget(budget - 1);
                 return;
             }
@@ -265,11 +299,18 @@ void YThread::carryOut(const YProgramStep& step) {
     flow_.pc = step.instruction + 1;
     const Instruction& code = program_->at(step.instruction);
     switch (step.what) {
-    case Do::AssignValue: assignValue(code); return;
-    case Do::AssignAny: assignAny(step.instruction); return;
-    case Do::TestAny:
-        flow_.decide(testAny(step.instruction), step.instruction + 2, step.number);
+    case Do::AssignValue:
+        if (!assignValue(code)) statement(code).assign();
         return;
+    case Do::AssignAny:
+        if (!assignAny(*program_, step.instruction)) statement(code).assign();
+        return;
+    case Do::TestAny: {
+        YValue value;
+        const bool no = evaluate(*program_, step.instruction, 0, value).starts_with('0');
+        flow_.decide(!no, step.instruction + 2, step.number);
+        return;
+    }
     case Do::CountRound: nextRound(code); return;
     case Do::Call: call(code); return;
     case Do::EnterProcedure: enterProcedure(code); return;
@@ -278,222 +319,17 @@ void YThread::carryOut(const YProgramStep& step) {
     }
 }
 
-/// An assignment of an expression, whatever its values are.
-void YThread::assignAny(int instruction) {
-    const Instruction& code = program_->at(instruction);
-    YVariable& target = code.operands[0]->resolve();
-    if (!target.takesNumber()) {
-        assign(code);
-        return;
-    }
-    YVariable& word = *code.operands[1];
-    YValue value;
-    const bool failed = word.expression()->evaluate(YHeap::current(), value) != yerror::kNone;
-    target.setString(failed ? std::string_view(word.text()) : value.text());
-    if (!failed) expectLike(instruction, value);
-}
-
-bool YThread::testAny(int instruction) {
-    YVariable& word = *program_->at(instruction).operands[0];
-    YValue value;
-    const bool failed = word.expression()->evaluate(YHeap::current(), value) != yerror::kNone;
-    if (!failed) expectLike(instruction, value);
-    return !(failed ? std::string_view(word.text()) : value.text()).starts_with('0');
-}
-
-/// The next values of an expression are likely to be as this one.
-void YThread::expectLike(int instruction, const YValue& value) {
-    if (value.isNumber())
-        program_->expect(instruction,
-                         value.isInteger() ? YProgram::Values::Integers : YProgram::Values::Reals);
-}
-
 /// One instruction, with all that can be said of it.
 void YThread::runOne() {
     const Instruction& code = program_->at(flow_.pc++);
-    if (attention_ & kCareful) noteOpcode(code.opcode);
+    if (code.opcode != endFiredBy_) endPending_ = true;
+    trace_.begin();
     const int load = loads_;
     execute(code);
     // What the instruction called may have taken the script away.
-    if (tracing_ && isLoaded() && load == loads_) trace(code);
-}
-
-void YThread::execute(const Instruction& code) {
-    const OMUnderWay underWay;
-    switch (code.opcode) {
-    case YOpcode::Call: call(code); return;
-    case YOpcode::Procedure: enterProcedure(code); return;
-    case YOpcode::ForSetUp: setUpLoop(code); return;
-    case YOpcode::ForNext: nextRound(code); return;
-    case YOpcode::JumpIfFalse:
-        if (!flow_.condition) jump(code.target);
-        return;
-    case YOpcode::Jump: jump(code.target); return;
-    case YOpcode::Test: flow_.condition = isTrue(code); return;
-    case YOpcode::Nothing: return;
-    case YOpcode::Say: say(code); return;
-    case YOpcode::Return: returnFromProcedure(); return;
-    case YOpcode::Assign: assign(code); return;
-    case YOpcode::Drop: drop(code); return;
-    case YOpcode::Command: runCommand(code); return;
-    case YOpcode::Wait:
-        flow_.waiting = true;
-        halt();
-        fireEndReached(code.opcode);
-        return;
-    case YOpcode::Idle: setTimer(idle_, code, "%s (pc=%ld) on %s [%.1lf] idle seconds"); return;
-    case YOpcode::Schedule: setTimer(schedule_, code, "%s (pc=%ld) in %s [%.1lf] seconds"); return;
-    case YOpcode::Exit: requestSwitch(nullptr); return;
-    case YOpcode::Suspend:
-        eventsEnabled_ = false;
-        detail("suspended");
-        return;
-    case YOpcode::Resume:
-        eventsEnabled_ = true;
-        detail("resumed");
-        return;
-    case YOpcode::Pause: pause(code); return;
-    case YOpcode::Debug: setDebug(code); return;
-    case YOpcode::Set: set(code); return;
-    case YOpcode::Get: get(code); return;
-    case YOpcode::Yield: setYield(code); return;
-    case YOpcode::Play: play(code); return;
-    case YOpcode::Relay: requestSwitch(code.operands[0]); return;
-    case YOpcode::Quit:
-        flow_.forgetInterrupt(); // a handler that quits ends here, and is in nobody's way
-        engine_.quit();
-        requestSwitch(code.count > 0 ? code.operands[0] : nullptr);
-        return;
-    case YOpcode::End:
-    case YOpcode::ReturnFromInterrupt:
-    case YOpcode::Else: break;
-    }
-    --flow_.pc; // stays here
-    setStatus(Status::Blocked);
-    fireEndReached(code.opcode);
-}
-
-// ---------------------------------------------------------------------------- control flow
-
-void YThread::call(const Instruction& code) {
-    if (const std::int32_t header = code.operands[0]->heldProcedure(); header >= 0) {
-        callProcedure(code, header);
-        return;
-    }
-    YHeap& heap = YHeap::current();
-    YVariable* last = code.operands[0];
-    YScratch scratches[2];
-    int used = 0;
-    std::string_view target = last->string(scratches[0]);
-    // A name may hold another name; a procedure's text leads nowhere else. Rings end in the end.
-    for (int steps = heap.count(); steps > 0 && !target.starts_with('+'); --steps) {
-        const int index = heap.lookup(target);
-        if (index < 0 || &heap.get(index) == last) break;
-        last = &heap.get(index);
-        used = 1 - used;
-        target = last->string(scratches[used]);
-    }
-    if (target.starts_with('+')) {
-        callProcedure(code, ynumber::scanInteger(target));
-        return;
-    }
-    detail("script %s", std::string(target).c_str());
-    engine_.pushScript(scriptName_);
-    requestSwitch(last);
-}
-
-bool YThread::isHeader(std::int32_t instruction) const {
-    return instruction >= 0 && instruction < program_->size() - 1;
-}
-
-void YThread::callProcedure(const Instruction& code, std::int32_t header) {
-    detail("procedure %s=%d", code.operands[0]->text().c_str(), header);
-    if (!isHeader(header)) {
-        reportAndStop("call of a procedure that does not exist");
-        return;
-    }
-    if (!flow_.call(header)) reportAndStop("sp < (YTSTACK-1)");
-}
-
-void YThread::enterProcedure(const Instruction& code) {
-    const int caller = flow_.caller();
-    if (caller < 0) { // reached in sequence
-        while (program_->at(flow_.pc).opcode != YOpcode::Return &&
-               program_->at(flow_.pc).opcode != YOpcode::End)
-            ++flow_.pc;
-        if (program_->at(flow_.pc).opcode == YOpcode::Return) ++flow_.pc;
-        return;
-    }
-    const Instruction& from = program_->at(caller);
-    detail("Args: ");
-    for (int i = 1; i < code.count && i < from.count; ++i) {
-        YVariable& parameter = code.operands[i]->resolve();
-        YVariable& argument = *from.operands[i];
-        if (argument.holdsInteger() && argument.isCanonical() && parameter.takesNumber()) {
-            parameter.putNumberAsText(argument.heldInteger());
-        } else {
-            YScratch scratch;
-            parameter.setString(argument.string(scratch));
-        }
-        if (tracing_) {
-            YScratch scratch;
-            detail("%s <- %s [%s] ", parameter.text().c_str(), argument.text().c_str(),
-                   std::string(parameter.string(scratch)).c_str());
-        }
-    }
-}
-
-void YThread::returnFromProcedure() {
-    switch (flow_.returnFromProcedure()) {
-    case YFlow::Return::ToCaller: detail("at pc = %d", flow_.pc); return;
-    case YFlow::Return::Nowhere: reportAndStop("sp"); return;
-    case YFlow::Return::FromInterrupt: endPause(); setStatus(Status::InterruptEnded);
-    }
-}
-
-void YThread::setUpLoop(const Instruction& code) {
-    if (code.count == 0) return;
-    if (code.count == 1) {
-        detail("loop while [%s] is true", code.operands[0]->text().c_str());
-        return;
-    }
-    const auto number = [&](int operand, int otherwise) {
-        return static_cast<std::int16_t>(operand < code.count ? code.operands[operand]->integer()
-                                                              : otherwise);
-    };
-    const std::int16_t from = number(1, 0);
-    const std::int16_t to = number(2, 0);
-    const std::int16_t step = number(3, code.count > 2 ? 1 : -1);
-    // The test that follows in two instructions knows where the loop ends.
-    if (flow_.beginLoop(from, to, step, program_->at(flow_.pc + 1).target))
-        detail("counter %s: from %d to %d by %d", code.operands[0]->text().c_str(), from, to, step);
-    else
-        reportAndStop("counted loops are nested too deep");
-}
-
-void YThread::nextRound(const Instruction& code) {
-    if (code.count < 2 || !flow_.inLoop()) {
-        flow_.condition = isTrue(code);
-        return;
-    }
-    flow_.condition = flow_.nextRound();
-    const YFlow::CountedLoop& loop = flow_.loop();
-    code.operands[0]->resolve().setInteger(loop.value);
-    detail("counter %s=%d target=%d", code.operands[0]->text().c_str(), loop.value, loop.target);
-}
-
-void YThread::jump(int target) {
-    if (flow_.jump(target)) detail("leaving a loop nested %d jumping ", flow_.loopDepth + 1);
-}
-
-bool YThread::isTrue(const Instruction& code) {
-    if (code.count == 0) {
-        detail("eternal loop");
-        return true;
-    }
-    YVariable& operand = *code.operands[0];
-    YScratch scratch;
-    const bool result = !operand.string(scratch).starts_with('0');
-    detail("condition [%s] is %s", operand.text().c_str(), result ? "true" : "false");
-    return result;
+    if (!trace_.isOn() || !isLoaded() || load != loads_) return;
+    const Instruction& next = program_->at(flow_.pc);
+    // A thread comes by the end of its script in every turn and stays there.
+    if (status_ == Status::Blocked && &code == &next) return;
+    trace_.show(code, next, flow_, status_ == Status::InterruptEnded);
 }

@@ -170,7 +170,7 @@ bool YEngine::showTrace(const std::string& message) {
 
 // ---------------------------------------------------------------------------- handlers
 
-std::shared_ptr<eventRecord> YEngine::addRecord(eventRecord record) {
+OMLink YEngine::addRecord(eventRecord record) {
     const auto twin = std::find_if(records_.begin(), records_.end(), [&](const auto& listed) {
         return listed->receiver == record.receiver && listed->variable == record.variable &&
                listed->event == record.event;
@@ -181,7 +181,10 @@ std::shared_ptr<eventRecord> YEngine::addRecord(eventRecord record) {
         *twin = added;
     else
         records_.push_back(added);
-    return added;
+    // The record is kept for the delivery: the handler may discard it.
+    return [weak = std::weak_ptr(added)] {
+        if (const auto kept = weak.lock()) kept->thread->deliverEvent(*kept);
+    };
 }
 
 void YEngine::removeRecords(const OMScriptableObject* receiver, std::string_view variable,

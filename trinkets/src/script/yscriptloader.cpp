@@ -14,8 +14,6 @@
 namespace {
 
 constexpr std::size_t kChosenFileLimit = 128;
-constexpr std::string_view kTooLong = "Script too long";
-constexpr std::string_view kUnknown = "unknown script";
 
 /// The whole of a file, up to one byte more than `limit`.
 std::string readFile(platform::File& file, std::size_t limit) {
@@ -36,35 +34,29 @@ std::string readStream(OMIStream& stream, std::size_t limit) {
 }
 
 /// Texts may have the size of a script, precompiled ones are larger.
-YCompiler::Source readSource(const std::string& name, const YScriptLocator& locator) {
-    YCompiler::Source source;
+YCompiler::Source readSource(const std::string& name, const YScriptLocator& locator,
+                             bool isIncluded) {
+    std::string text;
     const auto file = OMPlatform().files().open(name, platform::OpenMode::Read);
     if (!file) OMLogUnreadable(name, "It is looked for in the scripts folders");
-    if (file) {
-        source.text = readFile(*file, kYMaxPrecompiledSize);
-    } else if (!locator) {
-        source.message = "can't find " + name;
-        return source;
-    } else if (const auto stream = locator(name)) {
-        source.text = readStream(*stream, kYMaxPrecompiledSize);
-    } else {
-        source.message = kUnknown;
-        return source;
-    }
-    const std::size_t limit =
-        YIsPrecompiled(*source.text) ? kYMaxPrecompiledSize : YCompiler::kMaxTextSize;
-    if (source.text->size() > limit) source = {std::nullopt, std::string(kTooLong)};
-    return source;
+    if (file)
+        text = readFile(*file, kYMaxPrecompiledSize);
+    else if (!locator)
+        return {std::nullopt, "can't find " + name};
+    else if (const auto stream = locator(name))
+        text = readStream(*stream, kYMaxPrecompiledSize);
+    else
+        return {std::nullopt, "unknown script"};
+    const bool isText = isIncluded || !YIsPrecompiled(text);
+    if (text.size() > (isText ? YCompiler::kMaxTextSize : kYMaxPrecompiledSize))
+        return {std::nullopt, "Script too long"};
+    return {std::move(text), {}};
 }
 
 std::unique_ptr<YScript> compile(YEngine& engine, const std::string& name, std::string text,
                                  const YScriptLocator& locator) {
-    YCompiler compiler(YHeap::current(), [&](const std::string& file) {
-        YCompiler::Source source = readSource(file, locator); // a text in any case
-        if (source.text && source.text->size() > YCompiler::kMaxTextSize)
-            source = {std::nullopt, std::string(kTooLong)};
-        return source;
-    });
+    const auto include = [&](const std::string& file) { return readSource(file, locator, true); };
+    YCompiler compiler(YHeap::current(), include);
     compiler.setWarningLink([&](const YCompileError& e) { engine.warn(e.description()); });
     std::unique_ptr<YScript> script = compiler.compile(name, std::move(text));
     if (script) return script;
@@ -100,7 +92,7 @@ std::string YChooseScript() {
 
 std::unique_ptr<YScript> YLoadScript(YEngine& engine, const std::string& name,
                                      const YScriptLocator& locator) {
-    YCompiler::Source source = readSource(name, locator);
+    YCompiler::Source source = readSource(name, locator, false);
     if (!source.text) engine.endProgram(source.message);
     if (YIsPrecompiled(*source.text)) return readPrecompiled(engine, name, *source.text);
     return compile(engine, name, std::move(*source.text), locator);
