@@ -54,7 +54,7 @@ class YThread {
     void loadScript(const char* name);
     /// Stops the thread and discards every handler and every variable of the script.
     void unload();
-    void run();
+    void run() { running_ = isLoaded(); }
     void stop();
 
     /// Asks for another script at the end of the tick, unless it is the current one.

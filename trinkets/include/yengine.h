@@ -126,7 +126,6 @@ class YEngine {
     void removeRecords(const OMScriptableObject* receiver, std::string_view variable,
                        std::string_view event);
     void removeRecords(const OMScriptableObject* receiver);
-    void removeRecordsOf(const YThread& thread);
     void removeAllRecords() { records_.clear(); }
     [[nodiscard]] const std::vector<std::shared_ptr<eventRecord>>& records() const {
         return records_;

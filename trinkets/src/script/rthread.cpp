@@ -60,8 +60,6 @@ void YThread::loadScript(const char* name) {
     ++loads_;
 }
 
-void YThread::run() { running_ = isLoaded(); }
-
 void YThread::stop() {
     running_ = false;
     halted_ = true;
@@ -88,10 +86,9 @@ void YThread::callScript(const std::string& name) {
 }
 
 void YThread::requestSwitch(YVariable* script) {
+    stop();
     wanted_.variable = script;
-    running_ = false;
     engine_.requestSwitch(*this);
-    halted_ = true;
 }
 
 void YThread::setStatus(Status status) {

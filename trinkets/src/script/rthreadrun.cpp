@@ -137,8 +137,6 @@ bool assignAny(YProgram& program, int instruction) {
 
 } // namespace
 
-// ---------------------------------------------------------------------------- the loop
-
 /// Runs until the thread is blocked, its pace says to give way, or the turn's budget is used up.
 void YThread::runInstructions() {
     while (!halted_ && engine_.hasBudget()) {

@@ -46,7 +46,7 @@ void YEngine::add(YThread& thread) {
 
 void YEngine::remove(YThread& thread) {
     threads_.remove(&thread);
-    removeRecordsOf(thread);
+    std::erase_if(records_, [&](const auto& record) { return record->thread == &thread; });
     if (switching_ == &thread) switching_ = nullptr;
 }
 
@@ -77,9 +77,8 @@ void YEngine::tick() {
     const bool counts = countsForTimers();
     threads_.apply([&](YThread& thread) {
         if (isSwitching()) return;
-        if (counts && thread.runTimers()) {
-            if (thread.status() != YThread::Status::InterruptEnded) return;
-        }
+        const bool begun = counts && thread.runTimers();
+        if (begun && thread.status() != YThread::Status::InterruptEnded) return;
         if (!isSwitching()) thread.turn();
     });
     if (isSwitching()) switchScripts();
@@ -197,10 +196,6 @@ void YEngine::removeRecords(const OMScriptableObject* receiver, std::string_view
 
 void YEngine::removeRecords(const OMScriptableObject* receiver) {
     std::erase_if(records_, [&](const auto& record) { return record->receiver == receiver; });
-}
-
-void YEngine::removeRecordsOf(const YThread& thread) {
-    std::erase_if(records_, [&](const auto& record) { return record->thread == &thread; });
 }
 
 // ---------------------------------------------------------------------------- scripts, pause

@@ -16,11 +16,12 @@ constexpr std::size_t kMaxSayLength = 255;
 constexpr std::string_view kNameProperty = "name";
 constexpr std::string_view kSynchronously = "}";
 
-} // namespace
-
-std::string YStatement::nameOf(YVariable& word, YVariable& meant) {
+/// A word of the script with the variable that it means, for the trace.
+std::string nameOf(const YVariable& word, const YVariable& meant) {
     return &word == &meant ? word.text() : word.text() + '(' + meant.text() + ')';
 }
+
+} // namespace
 
 void YStatement::report(const std::string& what) {
     engine_.warn(program_.place(code_) + ": " + what);

@@ -40,8 +40,6 @@ class YStatement {
     [[nodiscard]] YVariable& last() const { return operand(code_.count - 1); }
     /// Fills the argument list with the string forms of the operands `from` to `to` - 1.
     void pushArguments(int from, int to);
-    /// A word of the script with the variable that it means, for the trace.
-    [[nodiscard]] static std::string nameOf(YVariable& word, YVariable& meant);
     /// A warning with the statement's place.
     void report(const std::string& what);
 
