@@ -119,21 +119,21 @@ class YThread {
     /// With a warning that tells the place of the statement that runs.
     void reportAndStop(std::string_view what);
 
-    // The loop (rthreadrun.cpp).
+    // The loop, and control flow (rthreadrun.cpp).
     void runInstructions();
     void runSteps();
     void runOne();
     void carryOut(const YProgramStep& step);
-
-    // Statements (rthreadstatements.cpp).
-    void execute(const Instruction& code);
-    [[nodiscard]] YStatement statement(const Instruction& code);
     void call(const Instruction& code);
     void callProcedure(const Instruction& code, std::int32_t header);
     void enterProcedure(const Instruction& code);
     void returnFromProcedure();
     void setUpLoop(const Instruction& code);
     void nextRound(const Instruction& code);
+
+    // Statements (rthreadstatements.cpp).
+    void execute(const Instruction& code);
+    [[nodiscard]] YStatement statement(const Instruction& code);
     void drop(const Instruction& code);
     void setTimer(Timer& timer, const Instruction& code, const char* format);
     void pause(const Instruction& code);

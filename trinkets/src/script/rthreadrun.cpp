@@ -1,4 +1,4 @@
-// The loop over instructions.
+// The loop over instructions, and control flow.
 #include "rthread.h"
 
 #include "yengine.h"
@@ -330,4 +330,115 @@ void YThread::runOne() {
     // A thread comes by the end of its script in every turn and stays there.
     if (status_ == Status::Blocked && &code == &next) return;
     trace_.show(code, next, flow_, status_ == Status::InterruptEnded);
+}
+
+// ---------------------------------------------------------------------------- control flow
+
+void YThread::call(const Instruction& code) {
+    if (const std::int32_t header = code.operands[0]->heldProcedure(); header >= 0) {
+        callProcedure(code, header);
+        return;
+    }
+    YHeap& heap = YHeap::current();
+    YVariable* last = code.operands[0];
+    YScratch scratches[2];
+    int used = 0;
+    std::string_view target = last->string(scratches[0]);
+    // A name may hold another name; a procedure's text leads nowhere else. Rings end in the end.
+    for (int steps = heap.count(); steps > 0 && !target.starts_with('+'); --steps) {
+        const int index = heap.lookup(target);
+        if (index < 0 || &heap.get(index) == last) break;
+        last = &heap.get(index);
+        used = 1 - used;
+        target = last->string(scratches[used]);
+    }
+    if (target.starts_with('+')) {
+        callProcedure(code, ynumber::scanInteger(target));
+        return;
+    }
+    trace_.detail("script %s", std::string(target).c_str());
+    engine_.pushScript(scriptName_);
+    requestSwitch(last);
+}
+
+void YThread::callProcedure(const Instruction& code, std::int32_t header) {
+    trace_.detail("procedure %s=%d", code.operands[0]->text().c_str(), header);
+    if (!program_->isHeader(header))
+        reportAndStop("call of a procedure that does not exist");
+    else if (!flow_.call(header))
+        reportAndStop("sp < (YTSTACK-1)");
+}
+
+void YThread::enterProcedure(const Instruction& code) {
+    const int caller = flow_.caller();
+    if (caller < 0) { // reached in sequence
+        while (program_->at(flow_.pc).opcode != YOpcode::Return &&
+               program_->at(flow_.pc).opcode != YOpcode::End)
+            ++flow_.pc;
+        if (program_->at(flow_.pc).opcode == YOpcode::Return) ++flow_.pc;
+        return;
+    }
+    const Instruction& from = program_->at(caller);
+    trace_.detail("Args: ");
+    for (int i = 1; i < code.count && i < from.count; ++i) {
+        YVariable& parameter = code.operands[i]->resolve();
+        YVariable& argument = *from.operands[i];
+        if (argument.holdsInteger() && argument.isCanonical() && parameter.takesNumber()) {
+            parameter.putNumberAsText(argument.heldInteger());
+        } else {
+            YScratch scratch;
+            parameter.setString(argument.string(scratch));
+        }
+        if (trace_.isOn())
+            trace_.detail("%s <- %s [%s] ", parameter.text().c_str(), argument.text().c_str(),
+                          textOf(parameter).c_str());
+    }
+}
+
+void YThread::returnFromProcedure() {
+    if (flow_.isHandlerItself()) {
+        flow_.endInterrupt();
+        endPause();
+        setStatus(Status::InterruptEnded);
+    } else if (flow_.returnToCaller()) {
+        trace_.detail("at pc = %d", flow_.pc);
+    } else {
+        reportAndStop("sp");
+    }
+}
+
+void YThread::setUpLoop(const Instruction& code) {
+    if (code.count == 0) return;
+    const char* counter = code.operands[0]->text().c_str();
+    if (code.count == 1) {
+        trace_.detail("loop while [%s] is true", counter);
+        return;
+    }
+    const auto number = [&](int operand, int otherwise) {
+        return static_cast<std::int16_t>(operand < code.count ? code.operands[operand]->integer()
+                                                              : otherwise);
+    };
+    YFlow::CountedLoop loop{};
+    loop.value = number(1, 0);
+    loop.target = number(2, 0);
+    loop.step = number(3, code.count > 2 ? 1 : -1);
+    // The test that follows in two instructions knows where the loop ends.
+    loop.exit = program_->at(flow_.pc + 1).target;
+    if (flow_.beginLoop(loop))
+        trace_.detail("counter %s: from %d to %d by %d", counter, loop.value, loop.target,
+                      loop.step);
+    else
+        reportAndStop("counted loops are nested too deep");
+}
+
+void YThread::nextRound(const Instruction& code) {
+    if (code.count < 2 || !flow_.inLoop()) {
+        flow_.condition = statement(code).isTrue();
+        return;
+    }
+    flow_.condition = flow_.nextRound();
+    const YFlow::CountedLoop& loop = flow_.loop();
+    code.operands[0]->resolve().setInteger(loop.value);
+    trace_.detail("counter %s=%d target=%d", code.operands[0]->text().c_str(), loop.value,
+                  loop.target);
 }
