@@ -7,35 +7,27 @@
 #pragma once
 
 #include "omlink.h"
-#include "rvar.h"
-#include "ycompiler.h"
+#include "yflow.h"
 #include "yscript.h"
+#include "yscriptloader.h"
+#include "ytrace.h"
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-class OMIStream;
 class YProgram;
-class YValue;
+class YStatement;
+class YVariable;
 struct YProgramInstruction;
 struct YProgramStep;
-class OMScriptableObject;
 class YEngine;
 struct eventRecord;
 
-/// Turns a script's name into a stream; null when there is no such script.
-using YScriptLocator = OMLinkTo<std::unique_ptr<OMIStream>(std::string_view name)>;
-
 class YThread {
   public:
-    static constexpr int YTSTACK = 2048;   ///< return stack; one entry fewer is usable
-    static constexpr int kLoopStack = 128; ///< counted loops
-
     /// What came of the last turn, or of the handler or timer that ran last.
     enum class Status : std::uint8_t {
         Ready,          ///< it can go on
@@ -50,9 +42,9 @@ class YThread {
     YThread(const YThread&) = delete;
     YThread& operator=(const YThread&) = delete;
 
-    [[nodiscard]] bool isLoaded() const { return loaded_; }
+    [[nodiscard]] bool isLoaded() const { return program_ != nullptr; }
     [[nodiscard]] bool isRunning() const { return running_; }
-    [[nodiscard]] bool isWaiting() const { return waiting_; }
+    [[nodiscard]] bool isWaiting() const { return flow_.waiting; }
     [[nodiscard]] Status status() const { return status_; }
     [[nodiscard]] const std::string& scriptName() const { return scriptName_; }
 
@@ -62,7 +54,7 @@ class YThread {
     void loadScript(const char* name);
     /// Stops the thread and discards every handler and every variable of the script.
     void unload();
-    void run();
+    void run() { running_ = isLoaded(); }
     void stop();
 
     /// Asks for another script at the end of the tick, unless it is the current one.
@@ -104,116 +96,49 @@ class YThread {
         std::string name;
         YVariable* variable = nullptr;
     };
-    struct CountedLoop {
-        std::int16_t value;
-        std::int16_t direction; ///< +1, -1, or 0 after the last round
-        std::int16_t target;
-        std::int16_t step;
-        std::int16_t exit;
-    };
-    /// What an interrupt puts aside.
-    struct Context {
-        int pc = 0;
-        bool waiting = false;
-        int callDepth = 0;
-        bool condition = true;
-        bool pausing = false; ///< waiting for the pause deadline
-        int loopDepth = -1;
-    };
     struct Timer {
+        void count() { ++elapsed; }
+        [[nodiscard]] bool isDue() const { return procedure != 0 && elapsed > interval; }
+
         int procedure = 0; ///< instruction to run, 0 for none
         int interval = 0;  ///< counted ticks
         int elapsed = 0;
     };
 
-    static constexpr std::uint8_t kHalted = 1;  ///< leave the loop after this instruction
-    static constexpr std::uint8_t kCareful = 2; ///< tracing, or an end notification to arm again
-
-    // Loading (rthreadload.cpp).
+    // Life, turns, interrupts and timers (rthread.cpp).
     void discardScript();
-    void takeScript(std::unique_ptr<YScript> script);
-    YCompiler::Source readSource(const std::string& name);
-    YCompiler::Source readText(const std::string& name);
-    void compile(const std::string& name, std::string text);
-    void loadPrecompiled(const std::string& name, std::string_view bytes);
-
-    // Turns, interrupts and timers (rthread.cpp).
-    bool fireTimer(Timer& timer, const char* name, bool isSchedule);
     bool step(const eventRecord* event, Pace pace);
     bool enterInterrupt(const eventRecord& event);
+    void endPause();
+    bool beginTimer(int procedure, const char* name);
+    void requestSwitch(YVariable* script);
+    /// Whether it is traced, or an end notification has to be armed again.
+    [[nodiscard]] bool isCareful() const { return trace_.isOn() || !endPending_; }
+    void setStatus(Status status);
+    void fireEndReached(YOpcode opcode);
+    /// With a warning that tells the place of the statement that runs.
+    void reportAndStop(std::string_view what);
 
-    // The loop (rthreadrun.cpp).
+    // The loop, and control flow (rthreadrun.cpp).
     void runInstructions();
     void runSteps();
     void runOne();
     void carryOut(const YProgramStep& step);
-    void decide(const YProgramStep& step, bool condition);
-    void assignAny(int instruction);
-    [[nodiscard]] bool testAny(int instruction);
-    void expectLike(int instruction, const YValue& value);
-    void execute(const Instruction& code);
-    void noteOpcode(YOpcode opcode);
-    void fireEndReached(YOpcode opcode);
-    void halt() { attention_ |= kHalted; }
-    void setHalted(bool halted);
-    /// To be called when tracing or the end notification changes.
-    void updateCare();
-    void setStatus(Status status);
-    [[nodiscard]] Context context() const {
-        return {pc_, waiting_, callDepth_, condition_, pausing_, loopDepth_};
-    }
-    void restore(const Context& context);
-    void endPause();
-    void requestSwitch(YVariable* script);
-    /// A warning with the place of the statement that runs.
-    void report(std::string_view what);
-    void reportAndStop(std::string_view what);
-
-    // Control flow (rthreadrun.cpp).
     void call(const Instruction& code);
     void callProcedure(const Instruction& code, std::int32_t header);
-    /// Whether a procedure can be there: its header, and an instruction behind it.
-    [[nodiscard]] bool isHeader(std::int32_t instruction) const;
     void enterProcedure(const Instruction& code);
     void returnFromProcedure();
     void setUpLoop(const Instruction& code);
     void nextRound(const Instruction& code);
-    [[nodiscard]] bool countRound(YVariable& counter);
-    void jump(int target);
-    [[nodiscard]] bool isTrue(const Instruction& code);
 
     // Statements (rthreadstatements.cpp).
-    void assign(const Instruction& code);
-    void assignValue(const Instruction& code);
-    void construct(YVariable& target, const Instruction& code);
-    void say(const Instruction& code);
+    void execute(const Instruction& code);
+    [[nodiscard]] YStatement statement(const Instruction& code);
     void drop(const Instruction& code);
-    void dropVariable(YVariable& word);
-    void runCommand(const Instruction& code);
-    /// Where an event or a timer begins the procedure that a text ("+" and its header) stands for;
-    /// none for any other text.
-    [[nodiscard]] std::optional<int> handlerOf(std::string_view procedure) const;
     void setTimer(Timer& timer, const Instruction& code, const char* format);
     void pause(const Instruction& code);
     void setDebug(const Instruction& code);
     void setYield(const Instruction& code);
-    void pushArguments(const Instruction& code, int from, int to);
-
-    // Statements with objects (rthreadobjects.cpp).
-    void set(const Instruction& code);
-    void removeHandler(YVariable& word, OMScriptableObject* object, std::string_view event);
-    void attachHandler(YVariable& word, OMScriptableObject* object, std::string_view event,
-                       std::string_view procedure);
-    void setProperty(const Instruction& code, OMScriptableObject& object, std::string_view name,
-                     std::string_view value);
-    void get(const Instruction& code);
-    std::string nameOfReceiver(OMScriptableObject& object);
-    void play(const Instruction& code);
-
-    // The trace (rthreadtrace.cpp). `detail` texts are made only while tracing.
-    void trace(const Instruction& code);
-    template <class... Arguments>
-    void detail(const char* format, Arguments... arguments);
 
     YEngine& engine_;
     YScriptLocator locator_;
@@ -224,34 +149,19 @@ class YThread {
 
     std::string scriptName_;
     std::unique_ptr<YProgram> program_; ///< null without a script
+    int loads_ = 0;                     ///< tells a script from the next one
+    YFlow flow_;
+    YTrace trace_;
 
-    // What the stepping reads in every instruction.
-    int pc_ = 0;
-    std::uint8_t attention_ = 0; ///< kHalted, kCareful
-    bool condition_ = true;
-
+    bool halted_ = false; ///< to leave the loop after this instruction
     bool running_ = false;
-    bool loaded_ = false;
-    int loads_ = 0; ///< tells a script from the next one
-    bool waiting_ = false;
-    bool pausing_ = false;
     bool eventsEnabled_ = true;
-    bool inInterrupt_ = false;
-    bool tracing_ = false;
-    bool endPending_ = true; ///< the end-reached link is due at the next end
-    YOpcode endFiredBy_ = YOpcode::End;
+    bool endPending_ = true;            ///< the end-reached link is due at the next end
+    YOpcode endFiredBy_ = YOpcode::End; ///< another instruction arms the link again
     Status status_ = Status::Ready;
     Pace pace_ = Pace::OneStatement;
-    int nestedCalls_ = 0;
-    Context saved_;
     std::shared_ptr<bool> playing_; ///< a synchronous play is in progress
     Timer schedule_;
     Timer idle_;
     Wanted wanted_;
-
-    int callDepth_ = 0;
-    int loopDepth_ = -1;
-    std::array<std::int16_t, YTSTACK> returnStack_{};
-    std::array<CountedLoop, kLoopStack> loops_{};
-    std::string detail_;
 };

@@ -119,13 +119,13 @@ class YEngine {
     void recreateHeap();
 
     // Handlers.
-    std::shared_ptr<eventRecord> addRecord(eventRecord record);
+    /// Gives what delivers the event for as long as the record stays.
+    OMLink addRecord(eventRecord record);
     /// With an event name only the records of that event. A null receiver means handlers of the
     /// class that `variable` names.
     void removeRecords(const OMScriptableObject* receiver, std::string_view variable,
                        std::string_view event);
     void removeRecords(const OMScriptableObject* receiver);
-    void removeRecordsOf(const YThread& thread);
     void removeAllRecords() { records_.clear(); }
     [[nodiscard]] const std::vector<std::shared_ptr<eventRecord>>& records() const {
         return records_;

@@ -1,35 +1,75 @@
 // The life of a thread, its turns, interrupts and timers.
 #include "rthread.h"
 
-#include "omapp.h"
 #include "omdebug.h"
 #include "omformat.h"
 #include "omscrptb.h"
-#include "rthreaddetail.h"
 #include "yengine.h"
+#include "ystatement.h"
 
 #include <utility>
 
 YThread::YThread(YEngine& engine, const char* name, YScriptLocator locator)
-    : engine_(engine), locator_(std::move(locator)), playing_(std::make_shared<bool>(false)) {
+    : engine_(engine), locator_(std::move(locator)), trace_(engine),
+      playing_(std::make_shared<bool>(false)) {
     loadScript(name);
-    if (loaded_) engine_.add(*this);
+    if (isLoaded()) engine_.add(*this);
 }
 
 YThread::~YThread() { engine_.remove(*this); }
 
-void YThread::run() { running_ = loaded_; }
+/// The thread is left without a script.
+void YThread::discardScript() {
+    stop();
+    program_.reset();
+    wanted_.variable = nullptr;
+    *playing_ = false;
+}
+
+void YThread::loseScript() {
+    if (!isLoaded()) return;
+    discardScript();
+    const OMLink unloaded = unloadedLink_; // may end the thread
+    unloaded();
+}
+
+void YThread::unload() {
+    if (isLoaded()) {
+        engine_.removeAllRecords();
+        discardScript();
+        engine_.recreateHeap();
+    }
+    unloadedLink_();
+}
+
+void YThread::loadScript(const char* name) {
+    unload();
+    const std::string wanted = name ? name : YChooseScript();
+    flow_ = {};
+    status_ = Status::Ready;
+    pace_ = Pace::OneStatement;
+    eventsEnabled_ = true;
+    endPending_ = true;
+    schedule_ = {};
+    idle_ = {};
+    if (wanted.empty()) return;
+    scriptName_ = wanted;
+    std::unique_ptr<YScript> script = YLoadScript(engine_, wanted, locator_);
+    if (!script) return;
+    program_ = std::make_unique<YProgram>(YHeap::current(), std::move(script));
+    ++loads_;
+}
 
 void YThread::stop() {
     running_ = false;
-    halt();
+    halted_ = true;
 }
 
 void YThread::switchToScript(const std::string& name) {
     if (name == scriptName_) return;
     wanted_.name = name;
     engine_.requestSwitch(*this);
-    halt();
+    halted_ = true;
 }
 
 std::optional<std::string> YThread::takeWanted() {
@@ -46,37 +86,28 @@ void YThread::callScript(const std::string& name) {
 }
 
 void YThread::requestSwitch(YVariable* script) {
+    stop();
     wanted_.variable = script;
-    running_ = false;
     engine_.requestSwitch(*this);
-    halt();
 }
 
 void YThread::setStatus(Status status) {
     status_ = status;
-    halt();
+    halted_ = true;
 }
 
 void YThread::giveUp() {
-    inInterrupt_ = false; // in nobody's way
-    waiting_ = true;
-    pausing_ = false;
-    halt();
-}
-
-void YThread::report(std::string_view what) {
-    std::string place = scriptName_;
-    if (program_ && !program_->script().lines.empty() && pc_ > 0) {
-        const YScript& script = program_->script();
-        const YSourceLine line = script.lines[static_cast<std::size_t>(pc_ - 1)];
-        place = OMFormat("%s:%d", script.files[line.file].c_str(), line.line);
-    }
-    engine_.warn(OMFormat("%s: %.*s", place.c_str(), static_cast<int>(what.size()), what.data()));
+    flow_.forgetInterrupt();
+    flow_.waiting = true;
+    flow_.pausing = false;
+    halted_ = true;
 }
 
 void YThread::reportAndStop(std::string_view what) {
     stop();
-    report(what);
+    std::string text = scriptName_;
+    if (program_ && flow_.pc > 0) text = program_->place(program_->at(flow_.pc - 1));
+    engine_.warn(text.append(": ").append(what));
 }
 
 // ---------------------------------------------------------------------------- stepping
@@ -96,8 +127,8 @@ bool YThread::step(const eventRecord* event, Pace pace) {
     }
     if (event && !enterInterrupt(*event)) return false;
     endPause();
-    if (waiting_) return true;
-    setHalted(false);
+    if (flow_.waiting) return true;
+    halted_ = false;
     if (pace == Pace::OneStatement)
         runOne();
     else
@@ -123,35 +154,19 @@ bool YThread::enterInterrupt(const eventRecord& event) {
     OMDebug::check(!event.receiver || event.receiver == OMScriptableObject::lastPass,
                    "eventRec->receiver && (eventRec->receiver != OMScriptableObject::lastPass)",
                    "RECEIVER Mismatch");
-    nestedCalls_ = 0;
-    if (inInterrupt_) {
+    if (flow_.inInterrupt()) {
         const std::string someone = event.variable.empty() ? "someone" : event.variable;
-        restore(saved_);
+        flow_.endInterrupt();
+        endPause();
         engine_.warn(OMFormat("Nested interrupt on %s's event", someone.c_str()));
     }
-    saved_ = context();
-    waiting_ = false;
-    pausing_ = false;
-    inInterrupt_ = true;
-    pc_ = event.handler;
+    flow_.beginInterrupt(event.handler);
     return true;
-}
-
-void YThread::restore(const Context& context) {
-    pc_ = context.pc;
-    waiting_ = context.waiting;
-    callDepth_ = context.callDepth;
-    condition_ = context.condition;
-    pausing_ = context.pausing;
-    loopDepth_ = context.loopDepth;
-    endPause();
 }
 
 /// A pause may run out while a handler is at work, so each context knows whether it waits for it.
 void YThread::endPause() {
-    if (!pausing_ || !engine_.pauseIsOver()) return;
-    pausing_ = false;
-    waiting_ = false;
+    if (flow_.pausing && engine_.pauseIsOver()) flow_.waiting = flow_.pausing = false;
 }
 
 void YThread::deliverEvent(const eventRecord& event) {
@@ -165,61 +180,43 @@ void YThread::deliverEvent(const eventRecord& event) {
     ++engine_.deliveries;
     const Status savedStatus = status_;
     const Pace savedPace = pace_;
-    const bool savedHalt = (attention_ & kHalted) != 0;
+    const bool wasHalted = halted_;
     status_ = Status::Ready;
     step(&event, Pace::UntilBlocked);
     if (!engine_.isSwitching()) status_ = savedStatus;
     pace_ = savedPace;
     // The instruction that fired the event goes on unless the thread is blocked now.
-    setHalted(savedHalt || !running_ || waiting_ || *playing_ || engine_.isSwitching());
+    halted_ = wasHalted || !running_ || flow_.waiting || *playing_ || engine_.isSwitching();
     --engine_.deliveries;
-}
-
-void YThread::setHalted(bool halted) {
-    attention_ = static_cast<std::uint8_t>((attention_ & kCareful) | (halted ? kHalted : 0));
-}
-
-void YThread::updateCare() {
-    const bool careful = tracing_ || !endPending_;
-    attention_ = static_cast<std::uint8_t>((attention_ & kHalted) | (careful ? kCareful : 0));
-}
-
-/// The end notification is armed again by the first instruction that differs from the one that
-/// fired it.
-void YThread::noteOpcode(YOpcode opcode) {
-    detail_.clear();
-    if (endPending_ || opcode == endFiredBy_) return;
-    endPending_ = true;
-    updateCare();
 }
 
 void YThread::fireEndReached(YOpcode opcode) {
     if (!endReachedLink_ || !endPending_) return;
     endPending_ = false;
     endFiredBy_ = opcode;
-    updateCare();
     endReachedLink_();
 }
 
 // ---------------------------------------------------------------------------- timers
 
 bool YThread::runTimers() {
-    ++schedule_.elapsed;
-    ++idle_.elapsed;
-    const bool scheduled = fireTimer(schedule_, "schedule", true);
-    const bool idled = !engine_.isSwitching() && fireTimer(idle_, "idle", false);
-    return scheduled || idled;
+    schedule_.count();
+    idle_.count();
+    bool begun = false;
+    if (schedule_.isDue()) {
+        idle_.elapsed = 0;
+        begun = beginTimer(std::exchange(schedule_, {}).procedure, "schedule");
+    }
+    if (idle_.isDue() && !engine_.isSwitching()) {
+        idle_.elapsed = 0;
+        begun = beginTimer(idle_.procedure, "idle") || begun;
+    }
+    return begun;
 }
 
 /// The handler's first statement runs now, the rest in the thread's turns.
-bool YThread::fireTimer(Timer& timer, const char* name, bool isSchedule) {
-    if (timer.procedure == 0 || timer.elapsed <= timer.interval) return false;
-    const eventRecord record{this, timer.procedure, nullptr, {}, name};
-    timer.elapsed = 0;
-    if (isSchedule) {
-        timer.procedure = 0;
-        idle_.elapsed = 0;
-    }
+bool YThread::beginTimer(int procedure, const char* name) {
+    const eventRecord record{this, procedure, nullptr, {}, name};
     status_ = Status::Ready;
     return step(&record, Pace::OneStatement);
 }

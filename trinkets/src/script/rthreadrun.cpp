@@ -1,12 +1,10 @@
 // The loop over instructions, and control flow.
 #include "rthread.h"
 
-#include "omdebug.h"
-#include "omunderway.h"
-#include "rthreaddetail.h"
 #include "yengine.h"
 #include "yexpression.h"
 #include "ynumber.h"
+#include "ystatement.h"
 
 #include <array>
 #include <cmath>
@@ -14,8 +12,6 @@
 #include <utility>
 
 namespace {
-
-std::int16_t narrow(std::int32_t value) { return static_cast<std::int16_t>(value); }
 
 /// Whether the string form of a real begins with the character "0".
 bool beginsWithZero(double value) {
@@ -103,44 +99,48 @@ inline bool operate(int operation, double& value, double right) {
     }
 }
 
-} // namespace
-
-// ---------------------------------------------------------------------------- the loop
-
-/// Moves the innermost loop on by its step. Whether there is a round to do.
-inline bool YThread::countRound(YVariable& counter) {
-    CountedLoop& loop = loops_[static_cast<std::size_t>(loopDepth_)];
-    loop.value = narrow(loop.value + loop.step);
-    if (counter.takesNumber()) [[likely]]
-        counter.putInteger(loop.value);
-    else
-        counter.resolve().setInteger(loop.value);
-    if (loop.direction == 0) return false;
-    if (loop.value == loop.target) {
-        loop.direction = 0;
-        return true;
+/// `x=y` where y is no expression. False when that takes more.
+bool assignValue(const YProgram::Instruction& code) {
+    YVariable& target = code.operands[0]->resolve();
+    YVariable& word = *code.operands[1];
+    YVariable& value = word.resolve();
+    if (target.takesNumber() && value.holdsInteger() && value.isCanonical()) {
+        target.putNumberAsText(value.heldInteger());
+    } else if (target.takesNumber() && word.kind() == YVariable::Kind::Substring) {
+        YScratch scratch;
+        target.setString(word.string(scratch));
+    } else {
+        return false;
     }
-    return loop.direction > 0 ? loop.value < loop.target : loop.value > loop.target;
+    return true;
 }
 
-inline void YThread::jump(int target) {
-    pc_ = target;
-    if (loopDepth_ < 0 || loops_[static_cast<std::size_t>(loopDepth_)].exit != target) return;
-    detail("leaving a loop nested %d jumping ", loopDepth_);
-    --loopDepth_;
+/// What the expression in an instruction gives, or, when it cannot be evaluated, how it is written.
+/// The next values are likely to be as this one.
+std::string_view evaluate(YProgram& program, int instruction, int operand, YValue& value) {
+    YVariable& word = *program.at(instruction).operands[operand];
+    if (word.expression()->evaluate(YHeap::current(), value) != yerror::kNone) return word.text();
+    using Values = YProgram::Values;
+    if (value.isNumber())
+        program.expect(instruction, value.isInteger() ? Values::Integers : Values::Reals);
+    return value.text();
 }
 
-/// Carries out a test with the jump that follows.
-inline void YThread::decide(const YProgramStep& step, bool condition) {
-    condition_ = condition;
-    pc_ = step.instruction + 2;
-    if (!condition) jump(step.number);
+/// `x=y` where y is an expression of any values. False when that takes more.
+bool assignAny(YProgram& program, int instruction) {
+    YVariable& target = program.at(instruction).operands[0]->resolve();
+    if (!target.takesNumber()) return false;
+    YValue value;
+    target.setString(evaluate(program, instruction, 1, value));
+    return true;
 }
+
+} // namespace
 
 /// Runs until the thread is blocked, its pace says to give way, or the turn's budget is used up.
 void YThread::runInstructions() {
-    while (!(attention_ & kHalted) && engine_.hasBudget()) {
-        if (attention_ & kCareful) {
+    while (!halted_ && engine_.hasBudget()) {
+        if (isCareful()) {
             runOne();
             engine_.spendOne();
         } else {
@@ -155,7 +155,7 @@ void YThread::runSteps() {
     using Values = YProgram::Values;
     int budget = engine_.budget(); // in a register, unless others spend of it too
     const YProgram::Step* const* entries = program_->entries();
-    const YProgram::Step* step = entries[pc_];
+    const YProgram::Step* step = entries[flow_.pc];
     std::int64_t value = 0; // the accumulators
     double real = 0;
     std::int64_t right = 0;
@@ -173,6 +173,9 @@ void YThread::runSteps() {
     };
     for (;;) {
         const auto loads = [step](auto& number) { return load(step->variable, number); };
+        const auto decide = [this, step](bool result) { // with the jump that follows
+            flow_.decide(result, step->instruction + 2, step->number);
+        };
         switch (step->what) { // and goes on with the next step, or breaks at the instruction's end
         case Do::Clear:
             value = 0;
@@ -216,10 +219,10 @@ void YThread::runSteps() {
                 continue;
             }
             target.putNumberAsText(static_cast<std::int32_t>(value));
-            pc_ = step->instruction + 1;
+            flow_.pc = step->instruction + 1;
             break;
         }
-        case Do::TestInteger: decide(*step, value != 0); break;
+        case Do::TestInteger: decide(value != 0); break;
 
         case Do::LoadReal: step = after(step, loads(real)); continue;
         case Do::LengthReal: step = after(step, loadLength(*step->variable, real)); continue;
@@ -258,15 +261,17 @@ void YThread::runSteps() {
             } else {
                 target.setNumberAsText(kept);
             }
-            pc_ = step->instruction + 1;
+            flow_.pc = step->instruction + 1;
             break;
         }
-        case Do::TestReal: decide(*step, !beginsWithZero(real)); break;
+        case Do::TestReal: decide(!beginsWithZero(real)); break;
 
-        case Do::Jump: jump(step->number); break;
+        case Do::Jump: flow_.jump(step->number); break;
         case Do::CountRound:
-            if (loopDepth_ >= 0 && step->variable->takesNumber()) [[likely]] {
-                decide(*step, countRound(*step->variable));
+            if (flow_.inLoop() && step->variable->takesNumber()) [[likely]] {
+                const bool more = flow_.nextRound();
+                step->variable->putInteger(flow_.loop().value);
+                decide(more);
                 break;
             }
             [[fallthrough]];
@@ -274,14 +279,14 @@ void YThread::runSteps() {
             engine_.setBudget(budget);
             carryOut(*step);
             budget = engine_.budget();
-            if (attention_ != 0) {
+            if (halted_ || isCareful()) {
                 engine_.setBudget(budget - 1);
                 return;
             }
             entries = program_->entries();
         }
         if (--budget <= 0) break;
-        step = entries[pc_];
+        step = entries[flow_.pc];
     }
     engine_.setBudget(budget);
 }
@@ -289,113 +294,42 @@ void YThread::runSteps() {
 /// What calls out of the loop.
 void YThread::carryOut(const YProgramStep& step) {
     using Do = YProgram::Do;
-    pc_ = step.instruction + 1;
+    flow_.pc = step.instruction + 1;
     const Instruction& code = program_->at(step.instruction);
     switch (step.what) {
-    case Do::AssignValue: assignValue(code); return;
-    case Do::AssignAny: assignAny(step.instruction); return;
-    case Do::TestAny: decide(step, testAny(step.instruction)); return;
+    case Do::AssignValue:
+        if (!assignValue(code)) statement(code).assign();
+        return;
+    case Do::AssignAny:
+        if (!assignAny(*program_, step.instruction)) statement(code).assign();
+        return;
+    case Do::TestAny: {
+        YValue value;
+        const bool no = evaluate(*program_, step.instruction, 0, value).starts_with('0');
+        flow_.decide(!no, step.instruction + 2, step.number);
+        return;
+    }
     case Do::CountRound: nextRound(code); return;
     case Do::Call: call(code); return;
     case Do::EnterProcedure: enterProcedure(code); return;
     case Do::Return: returnFromProcedure(); return;
-    default: --pc_; runOne();
+    default: --flow_.pc; runOne();
     }
-}
-
-/// An assignment of an expression, whatever its values are.
-void YThread::assignAny(int instruction) {
-    const Instruction& code = program_->at(instruction);
-    YVariable& target = code.operands[0]->resolve();
-    if (!target.takesNumber()) {
-        assign(code);
-        return;
-    }
-    YVariable& word = *code.operands[1];
-    YValue value;
-    const bool failed = word.expression()->evaluate(YHeap::current(), value) != yerror::kNone;
-    target.setString(failed ? std::string_view(word.text()) : value.text());
-    if (!failed) expectLike(instruction, value);
-}
-
-bool YThread::testAny(int instruction) {
-    YVariable& word = *program_->at(instruction).operands[0];
-    YValue value;
-    const bool failed = word.expression()->evaluate(YHeap::current(), value) != yerror::kNone;
-    if (!failed) expectLike(instruction, value);
-    return !(failed ? std::string_view(word.text()) : value.text()).starts_with('0');
-}
-
-/// The next values of an expression are likely to be as this one.
-void YThread::expectLike(int instruction, const YValue& value) {
-    if (value.isNumber())
-        program_->expect(instruction,
-                         value.isInteger() ? YProgram::Values::Integers : YProgram::Values::Reals);
 }
 
 /// One instruction, with all that can be said of it.
 void YThread::runOne() {
-    const Instruction& code = program_->at(pc_++);
-    if (attention_ & kCareful) noteOpcode(code.opcode);
+    const Instruction& code = program_->at(flow_.pc++);
+    if (code.opcode != endFiredBy_) endPending_ = true;
+    trace_.begin();
     const int load = loads_;
     execute(code);
     // What the instruction called may have taken the script away.
-    if (tracing_ && loaded_ && load == loads_) trace(code);
-}
-
-void YThread::execute(const Instruction& code) {
-    const OMUnderWay underWay;
-    switch (code.opcode) {
-    case YOpcode::Call: call(code); return;
-    case YOpcode::Procedure: enterProcedure(code); return;
-    case YOpcode::ForSetUp: setUpLoop(code); return;
-    case YOpcode::ForNext: nextRound(code); return;
-    case YOpcode::JumpIfFalse:
-        if (!condition_) jump(code.target);
-        return;
-    case YOpcode::Jump: jump(code.target); return;
-    case YOpcode::Test: condition_ = isTrue(code); return;
-    case YOpcode::Nothing: return;
-    case YOpcode::Say: say(code); return;
-    case YOpcode::Return: returnFromProcedure(); return;
-    case YOpcode::Assign: assign(code); return;
-    case YOpcode::Drop: drop(code); return;
-    case YOpcode::Command: runCommand(code); return;
-    case YOpcode::Wait:
-        waiting_ = true;
-        halt();
-        fireEndReached(code.opcode);
-        return;
-    case YOpcode::Idle: setTimer(idle_, code, "%s (pc=%ld) on %s [%.1lf] idle seconds"); return;
-    case YOpcode::Schedule: setTimer(schedule_, code, "%s (pc=%ld) in %s [%.1lf] seconds"); return;
-    case YOpcode::Exit: requestSwitch(nullptr); return;
-    case YOpcode::Suspend:
-        eventsEnabled_ = false;
-        detail("suspended");
-        return;
-    case YOpcode::Resume:
-        eventsEnabled_ = true;
-        detail("resumed");
-        return;
-    case YOpcode::Pause: pause(code); return;
-    case YOpcode::Debug: setDebug(code); return;
-    case YOpcode::Set: set(code); return;
-    case YOpcode::Get: get(code); return;
-    case YOpcode::Yield: setYield(code); return;
-    case YOpcode::Play: play(code); return;
-    case YOpcode::Relay: requestSwitch(code.operands[0]); return;
-    case YOpcode::Quit:
-        inInterrupt_ = false; // a handler that quits ends here, and is in nobody's way
-        engine_.quit();
-        requestSwitch(code.count > 0 ? code.operands[0] : nullptr);
-        return;
-    case YOpcode::End:
-    case YOpcode::ReturnFromInterrupt:
-    case YOpcode::Else: break;
-    }
-    --pc_; // stays here
-    setStatus(Status::Blocked);
-    fireEndReached(code.opcode);
+    if (!trace_.isOn() || !isLoaded() || load != loads_) return;
+    const Instruction& next = program_->at(flow_.pc);
+    // A thread comes by the end of its script in every turn and stays there.
+    if (status_ == Status::Blocked && &code == &next) return;
+    trace_.show(code, next, flow_, status_ == Status::InterruptEnded);
 }
 
 // ---------------------------------------------------------------------------- control flow
@@ -422,41 +356,30 @@ void YThread::call(const Instruction& code) {
         callProcedure(code, ynumber::scanInteger(target));
         return;
     }
-    detail("script %s", std::string(target).c_str());
+    trace_.detail("script %s", std::string(target).c_str());
     engine_.pushScript(scriptName_);
     requestSwitch(last);
 }
 
-bool YThread::isHeader(std::int32_t instruction) const {
-    return instruction >= 0 && instruction < program_->size() - 1;
-}
-
 void YThread::callProcedure(const Instruction& code, std::int32_t header) {
-    detail("procedure %s=%d", code.operands[0]->text().c_str(), header);
-    if (!isHeader(header)) {
+    trace_.detail("procedure %s=%d", code.operands[0]->text().c_str(), header);
+    if (!program_->isHeader(header))
         reportAndStop("call of a procedure that does not exist");
-        return;
-    }
-    if (callDepth_ >= YTSTACK - 1) {
+    else if (!flow_.call(header))
         reportAndStop("sp < (YTSTACK-1)");
-        return;
-    }
-    returnStack_[static_cast<std::size_t>(callDepth_++)] = narrow(pc_);
-    if (inInterrupt_) ++nestedCalls_;
-    pc_ = header;
 }
 
 void YThread::enterProcedure(const Instruction& code) {
-    if (callDepth_ == 0) { // reached in sequence
-        while (program_->at(pc_).opcode != YOpcode::Return &&
-               program_->at(pc_).opcode != YOpcode::End)
-            ++pc_;
-        if (program_->at(pc_).opcode == YOpcode::Return) ++pc_;
+    const int caller = flow_.caller();
+    if (caller < 0) { // reached in sequence
+        while (program_->at(flow_.pc).opcode != YOpcode::Return &&
+               program_->at(flow_.pc).opcode != YOpcode::End)
+            ++flow_.pc;
+        if (program_->at(flow_.pc).opcode == YOpcode::Return) ++flow_.pc;
         return;
     }
-    const int caller = returnStack_[static_cast<std::size_t>(callDepth_ - 1)] - 1;
     const Instruction& from = program_->at(caller);
-    detail("Args: ");
+    trace_.detail("Args: ");
     for (int i = 1; i < code.count && i < from.count; ++i) {
         YVariable& parameter = code.operands[i]->resolve();
         YVariable& argument = *from.operands[i];
@@ -466,72 +389,56 @@ void YThread::enterProcedure(const Instruction& code) {
             YScratch scratch;
             parameter.setString(argument.string(scratch));
         }
-        if (tracing_) {
-            YScratch scratch;
-            detail("%s <- %s [%s] ", parameter.text().c_str(), argument.text().c_str(),
-                   std::string(parameter.string(scratch)).c_str());
-        }
+        if (trace_.isOn())
+            trace_.detail("%s <- %s [%s] ", parameter.text().c_str(), argument.text().c_str(),
+                          textOf(parameter).c_str());
     }
 }
 
 void YThread::returnFromProcedure() {
-    if (inInterrupt_ && nestedCalls_ == 0) {
-        restore(saved_);
-        inInterrupt_ = false;
+    if (flow_.isHandlerItself()) {
+        flow_.endInterrupt();
+        endPause();
         setStatus(Status::InterruptEnded);
-        return;
-    }
-    if (callDepth_ == 0) {
+    } else if (flow_.returnToCaller()) {
+        trace_.detail("at pc = %d", flow_.pc);
+    } else {
         reportAndStop("sp");
-        return;
     }
-    if (inInterrupt_) --nestedCalls_;
-    pc_ = returnStack_[static_cast<std::size_t>(--callDepth_)];
-    detail("at pc = %d", pc_);
 }
 
 void YThread::setUpLoop(const Instruction& code) {
     if (code.count == 0) return;
+    const char* counter = code.operands[0]->text().c_str();
     if (code.count == 1) {
-        detail("loop while [%s] is true", code.operands[0]->text().c_str());
+        trace_.detail("loop while [%s] is true", counter);
         return;
     }
-    if (loopDepth_ + 1 >= kLoopStack) {
-        reportAndStop("counted loops are nested too deep");
-        return;
-    }
-    CountedLoop& loop = loops_[static_cast<std::size_t>(++loopDepth_)];
-    const bool hasTarget = code.count > 2;
-    loop.value = narrow(code.operands[1]->integer());
-    loop.target = hasTarget ? narrow(code.operands[2]->integer()) : std::int16_t{0};
-    loop.step = code.count > 3 ? narrow(code.operands[3]->integer())
-                               : std::int16_t{static_cast<std::int16_t>(hasTarget ? 1 : -1)};
+    const auto number = [&](int operand, int otherwise) {
+        return static_cast<std::int16_t>(operand < code.count ? code.operands[operand]->integer()
+                                                              : otherwise);
+    };
+    YFlow::CountedLoop loop{};
+    loop.value = number(1, 0);
+    loop.target = number(2, 0);
+    loop.step = number(3, code.count > 2 ? 1 : -1);
     // The test that follows in two instructions knows where the loop ends.
-    loop.exit = program_->at(pc_ + 1).target;
-    loop.direction = loop.value < loop.target ? 1 : -1;
-    detail("counter %s: from %d to %d by %d", code.operands[0]->text().c_str(), loop.value,
-           loop.target, loop.step);
-    loop.value = narrow(loop.value - loop.step);
+    loop.exit = program_->at(flow_.pc + 1).target;
+    if (flow_.beginLoop(loop))
+        trace_.detail("counter %s: from %d to %d by %d", counter, loop.value, loop.target,
+                      loop.step);
+    else
+        reportAndStop("counted loops are nested too deep");
 }
 
 void YThread::nextRound(const Instruction& code) {
-    if (code.count < 2 || loopDepth_ < 0) {
-        condition_ = isTrue(code);
+    if (code.count < 2 || !flow_.inLoop()) {
+        flow_.condition = statement(code).isTrue();
         return;
     }
-    condition_ = countRound(*code.operands[0]);
-    const CountedLoop& loop = loops_[static_cast<std::size_t>(loopDepth_)];
-    detail("counter %s=%d target=%d", code.operands[0]->text().c_str(), loop.value, loop.target);
-}
-
-bool YThread::isTrue(const Instruction& code) {
-    if (code.count == 0) {
-        detail("eternal loop");
-        return true;
-    }
-    YVariable& operand = *code.operands[0];
-    YScratch scratch;
-    const bool result = !operand.string(scratch).starts_with('0');
-    detail("condition [%s] is %s", operand.text().c_str(), result ? "true" : "false");
-    return result;
+    flow_.condition = flow_.nextRound();
+    const YFlow::CountedLoop& loop = flow_.loop();
+    code.operands[0]->resolve().setInteger(loop.value);
+    trace_.detail("counter %s=%d target=%d", code.operands[0]->text().c_str(), loop.value,
+                  loop.target);
 }

@@ -46,7 +46,7 @@ void YEngine::add(YThread& thread) {
 
 void YEngine::remove(YThread& thread) {
     threads_.remove(&thread);
-    removeRecordsOf(thread);
+    std::erase_if(records_, [&](const auto& record) { return record->thread == &thread; });
     if (switching_ == &thread) switching_ = nullptr;
 }
 
@@ -77,9 +77,8 @@ void YEngine::tick() {
     const bool counts = countsForTimers();
     threads_.apply([&](YThread& thread) {
         if (isSwitching()) return;
-        if (counts && thread.runTimers()) {
-            if (thread.status() != YThread::Status::InterruptEnded) return;
-        }
+        const bool begun = counts && thread.runTimers();
+        if (begun && thread.status() != YThread::Status::InterruptEnded) return;
         if (!isSwitching()) thread.turn();
     });
     if (isSwitching()) switchScripts();
@@ -170,7 +169,7 @@ bool YEngine::showTrace(const std::string& message) {
 
 // ---------------------------------------------------------------------------- handlers
 
-std::shared_ptr<eventRecord> YEngine::addRecord(eventRecord record) {
+OMLink YEngine::addRecord(eventRecord record) {
     const auto twin = std::find_if(records_.begin(), records_.end(), [&](const auto& listed) {
         return listed->receiver == record.receiver && listed->variable == record.variable &&
                listed->event == record.event;
@@ -181,7 +180,10 @@ std::shared_ptr<eventRecord> YEngine::addRecord(eventRecord record) {
         *twin = added;
     else
         records_.push_back(added);
-    return added;
+    // The record is kept for the delivery: the handler may discard it.
+    return [weak = std::weak_ptr(added)] {
+        if (const auto kept = weak.lock()) kept->thread->deliverEvent(*kept);
+    };
 }
 
 void YEngine::removeRecords(const OMScriptableObject* receiver, std::string_view variable,
@@ -194,10 +196,6 @@ void YEngine::removeRecords(const OMScriptableObject* receiver, std::string_view
 
 void YEngine::removeRecords(const OMScriptableObject* receiver) {
     std::erase_if(records_, [&](const auto& record) { return record->receiver == receiver; });
-}
-
-void YEngine::removeRecordsOf(const YThread& thread) {
-    std::erase_if(records_, [&](const auto& record) { return record->thread == &thread; });
 }
 
 // ---------------------------------------------------------------------------- scripts, pause

@@ -1,7 +1,8 @@
 // Decoding: what a script's instructions become when it is loaded.
 #include "yprogram.h"
 
-#include <string_view>
+#include "omformat.h"
+#include "ynumber.h"
 
 using Do = YProgram::Do;
 
@@ -118,6 +119,19 @@ YProgram::YProgram(YHeap& heap, std::unique_ptr<YScript> script) : script_(std::
     entries_.resize(instructions_.size());
     for (int i = 0; i < size(); ++i) decode(i);
     for (int i = 0; i < size(); ++i) expect(i, Values::Integers);
+}
+
+std::string YProgram::place(const Instruction& code) const {
+    if (script_->lines.empty()) return script_->name;
+    const auto number = static_cast<std::size_t>(&code - instructions_.data());
+    const YSourceLine line = script_->lines[number];
+    return OMFormat("%s:%d", script_->files[line.file].c_str(), line.line);
+}
+
+std::optional<int> YProgram::handlerOf(std::string_view procedure) const {
+    if (!procedure.starts_with('+')) return std::nullopt;
+    const int header = ynumber::scanInteger(procedure);
+    return isHeader(header) ? std::optional(header + 1) : std::nullopt;
 }
 
 const YProgram::Step* YProgram::expect(int instruction, Values values) {

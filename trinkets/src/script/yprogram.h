@@ -16,6 +16,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 struct YProgramInstruction {
@@ -92,12 +95,20 @@ class YProgram {
     YProgram(const YProgram&) = delete;
     YProgram& operator=(const YProgram&) = delete;
 
-    [[nodiscard]] const YScript& script() const { return *script_; }
     /// Of instructions, the End behind the last one too.
     [[nodiscard]] int size() const { return static_cast<int>(instructions_.size()); }
     [[nodiscard]] const Instruction& at(int instruction) const {
         return instructions_[static_cast<std::size_t>(instruction)];
     }
+    /// File and line of an instruction as far as they are known.
+    [[nodiscard]] std::string place(const Instruction& code) const;
+    /// Whether a procedure can be there: its header, and an instruction behind it.
+    [[nodiscard]] bool isHeader(int instruction) const {
+        return instruction >= 0 && instruction < size() - 1;
+    }
+    /// Where an event or a timer begins the procedure that a text ("+" and its header) stands for;
+    /// none for any other text.
+    [[nodiscard]] std::optional<int> handlerOf(std::string_view procedure) const;
     /// For each instruction the step to begin with.
     [[nodiscard]] const Step* const* entries() const { return entries_.data(); }
 
