@@ -50,7 +50,12 @@ struct OMSClass {
     std::span<const OMSEntry> passing = {};
 
     /// The row of that name here or in a base; null without.
-    [[nodiscard]] const OMSEntry* find(std::string_view entry) const;
+    [[nodiscard]] const OMSEntry* find(std::string_view entry) const {
+        for (const OMSClass* from = this; from; from = from->base)
+            for (const OMSEntry& row : from->vocabulary)
+                if (row.name == entry) return &row;
+        return nullptr;
+    }
 };
 
 namespace oms {
