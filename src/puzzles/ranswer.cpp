@@ -125,11 +125,6 @@ void RAnswer::setAttribute(Attribute which, int value, int second) {
 
 // ---------------------------------------------------------------------------- places
 
-Point RAnswer::corner() const {
-    const Rect frame = frameRectangle();
-    return {frame.left, frame.top};
-}
-
 Rect RAnswer::effectiveRectangle() const {
     const Rect drawn = boundingRectangle();
     return {drawn.left + extra_.left, drawn.top + extra_.top, drawn.right - extra_.right,
@@ -178,7 +173,7 @@ void RAnswer::playSound(int id) {
                               "Extended Sound URL is not installed in RAnswer");
 }
 
-void RAnswer::setGraphicID(int id) { changeImage(locateOrBlank(id), id); }
+void RAnswer::setGraphicID(int id) { changeImage(AOImage::locateOrBlank(id), id); }
 
 // ---------------------------------------------------------------------------- the player
 

@@ -7,8 +7,6 @@
 #include <algorithm>
 #include <utility>
 
-namespace {} // namespace
-
 AOBackground::AOBackground(int width, int height, std::shared_ptr<const AOImage> image)
     : canvas_(width, height, OMApp::bufferDepth()) {
     if (AOPaletteRecord::current())
@@ -36,7 +34,7 @@ void AOBackground::drawImage() {
     const OMRegion all(canvas_.bounds());
     canvas_.setColor(OMColor(OMColor::kBlack));
     canvas_.fillRegion(all);
-    const AOSequence& sequence = image_->sequence(0);
+    const AOSequence& sequence = image_->sequences()[0];
     const auto entry = std::find_if(sequence.begin(), sequence.end(),
                                     [](const AOEntry& e) { return e.isFrame(); });
     if (entry == sequence.end()) return;
