@@ -5,7 +5,7 @@
 #include "actions/delayact.h"
 #include "actions/moveact.h"
 #include "actions/rcompositeaction.h"
-#include "aopack.h"
+#include "aoimage.h"
 #include "omtrinketwindow.h"
 #include "ranimation.h"
 

@@ -1,7 +1,6 @@
 #include "spritetimes.h"
 
 #include "aoimage.h"
-#include "aopack.h"
 #include "ommemcanvas.h"
 
 #include "platform/host/screen/pixels.h"

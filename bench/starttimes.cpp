@@ -4,7 +4,7 @@
 #include "formats/map/resourcemap.h"
 #include "mediamachine.h"
 
-#include "aopack.h"
+#include "aoimage.h"
 #include "ommemcanvas.h"
 
 #include <random>

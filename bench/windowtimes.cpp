@@ -2,7 +2,7 @@
 
 #include "mediamachine.h"
 
-#include "aopack.h"
+#include "aoimage.h"
 #include "omao.h"
 #include "omtrinketwindow.h"
 

@@ -6,7 +6,7 @@
 // before.
 #include "framecheck.h"
 
-#include "aopack.h"
+#include "aoimage.h"
 #include "aosounds.h"
 #include "formats/animation/animation.h"
 #include "memorystream.h"
@@ -94,12 +94,12 @@ void checkFrames(const AOImage& image, const Manner& manner) {
 }
 
 void checkImage(const AOImage& image, std::size_t size) {
-    expect(image.sequenceCount() >= 1, "there is a sequence");
+    expect(image.sequences().count() >= 1, "there is a sequence");
     std::size_t entries = 0;
-    for (int i = 0; i < image.sequenceCount(); ++i) {
-        expect(!image.sequence(i).empty() && image.sequence(i).back().code == AOEntry::kEnd,
+    for (int i = 0; i < image.sequences().count(); ++i) {
+        expect(!image.sequences()[i].empty() && image.sequences()[i].back().code == AOEntry::kEnd,
                "sequences end");
-        entries += image.sequence(i).size() - 1;
+        entries += image.sequences()[i].size() - 1;
     }
     expect(entries * 8 <= size, "entries come from the resource");
     expect(std::size_t(image.frameCount()) * 4 <= size, "frames come from the resource");
@@ -148,22 +148,22 @@ class Stage final : private AOSounds {
   private:
     // Sounds: some cannot be played, some end while they start, the others go on.
 
-    Start play(OMAnimation& animation, int id, OMLink done) override {
+    Start play(AOVoice& voice, int id, OMLink done) override {
         if (id % 3 == 1) return id % 2 == 0 ? Start::Never : Start::NotNow;
         if (id % 3 == 2) {
             done();
             return Start::Plays;
         }
-        sounds_.emplace_back(&animation, std::move(done));
+        sounds_.emplace_back(&voice, std::move(done));
         return Start::Plays;
     }
-    void stop(OMAnimation& animation) override {
-        std::erase_if(sounds_, [&](const auto& sound) { return sound.first == &animation; });
+    void stop(AOVoice& voice) override {
+        std::erase_if(sounds_, [&](const auto& sound) { return sound.first == &voice; });
     }
-    void pause(OMAnimation&) override {}
-    void resume(OMAnimation&) override {}
-    void forget(OMAnimation& animation) override {
-        for (const auto& sound : sounds_) expect(sound.first != &animation, "a sound plays on");
+    void pause(AOVoice&) override {}
+    void resume(AOVoice&) override {}
+    void forget(AOVoice& voice) override {
+        for (const auto& sound : sounds_) expect(sound.first != &voice, "a sound plays on");
     }
     void endSound() {
         if (sounds_.empty()) return;
@@ -338,7 +338,7 @@ class Stage final : private AOSounds {
     fuzzing::World& world_;
     const Manner& manner_;
     std::shared_ptr<AOImage> image_;
-    std::vector<std::pair<OMAnimation*, OMLink>> sounds_;
+    std::vector<std::pair<AOVoice*, OMLink>> sounds_;
     OMTrinketWindow window_{{0, 0, kWidth, kHeight}, nullptr, "Fuzz"};
     std::array<std::unique_ptr<OMAnimation>, 2> animations_;
     std::size_t next_ = 0;
@@ -358,10 +358,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     world.makeApp(); // of bitmaps, which have any depth
     if (image) checkFrames(*image, manner);
     world.makeApp(manner.depth, kWidth, kHeight);
-    OMAnimation::setSourceLocator(
+    AOImage::setSourceLocator(
         [&](int) { return std::make_unique<testing_support::MemoryStream>(manner.file); });
-    const auto located = OMAnimation::locate(kId);
-    OMAnimation::setSourceLocator(nullptr);
+    const auto located = AOImage::locate(kId);
+    AOImage::setSourceLocator(nullptr);
     expect((located == nullptr) == (image == nullptr), "a resource is read alike");
     if (!image) return 0;
     checkImage(*image, manner.file.size());

@@ -126,13 +126,13 @@ platform::Point windowCorner() {
 /// Where those find their resources who cannot be handed the resource layer.
 struct Locators {
     explicit Locators(RResources& resources) {
-        OMAnimation::setSourceLocator(
+        AOImage::setSourceLocator(
             [&resources](int id) { return resources.load(id, "ASEQ", kOMIStreamCache); });
         SoundAction::setStreamLocator(
             [&resources](int id, int mode) { return resources.load(id, "WAVE", mode); });
     }
     ~Locators() {
-        OMAnimation::setSourceLocator(nullptr);
+        AOImage::setSourceLocator(nullptr);
         SoundAction::setStreamLocator(nullptr);
     }
     Locators(const Locators&) = delete;

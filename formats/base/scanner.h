@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace formats {
@@ -45,5 +46,10 @@ class TextScanner {
     std::string_view rest_;
     int lineNumber_ = 0;
 };
+
+/// In double quotes, for messages.
+[[nodiscard]] inline std::string inQuotes(std::string_view text) {
+    return std::string(1, '"').append(text).append(1, '"');
+}
 
 } // namespace formats

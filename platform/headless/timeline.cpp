@@ -1,6 +1,7 @@
 #include "platform/headless/timeline.h"
 
 #include "formats/base/latin1.h"
+#include "formats/base/scanner.h"
 
 #include <algorithm>
 #include <array>
@@ -179,8 +180,6 @@ constexpr std::array kVerbs{
     Verb{"quit", readPlain<Message::Kind::Quit>, kNothing},
 };
 
-std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
-
 using Parsed = std::variant<TimelineEvent, std::string>; // or what is wrong
 
 Parsed parseEvent(LineReader line) {
@@ -189,10 +188,10 @@ Parsed parseEvent(LineReader line) {
     if (!time) return "the line does not begin with a time in milliseconds";
     const std::string_view name = line.word();
     const auto verb = std::ranges::find(kVerbs, name, &Verb::name);
-    if (verb == kVerbs.end()) return "unknown event " + quoted(name);
+    if (verb == kVerbs.end()) return "unknown event " + formats::inQuotes(name);
     What what = verb->read(line);
     if (!what || !line.atEnd()) {
-        return quoted(name) + " wants " + std::string(verb->wants);
+        return formats::inQuotes(name) + " wants " + std::string(verb->wants);
     }
     return TimelineEvent{*time, *std::move(what)};
 }

@@ -30,8 +30,7 @@ void AnimAction::begin() {
     const OMSBirths births; // of the animation, which is set up then
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
     if (settings_.id != kNoAnimation && window &&
-        OMDebug::check(OMAnimation::hasSourceLocator(), "url == NULL",
-                       "Source URL is not installed in AnimAction"))
+        AOImage::canLocate("Source URL is not installed in AnimAction"))
         animation_ = OMAnimation::create(settings_.id, settings_.x, settings_.y, *window);
     if (!animation_) {
         finish();

@@ -1,7 +1,6 @@
 #include "rpeggame.h"
 
 #include "omao.h"
-#include "omdebug.h"
 #include "omrandom.h"
 #include "omregion.h"
 #include "omsbirths.h"
@@ -100,12 +99,10 @@ std::unique_ptr<RPegGame::Peg>& RPegGame::pegIn(int hole) {
 Point& RPegGame::placeOf(int hole) { return places_[static_cast<std::size_t>(hole - kFirstHole)]; }
 
 bool RPegGame::makePeg(int hole) {
-    if (!OMDebug::check(OMAnimation::hasSourceLocator(), "url == NULL",
-                        "SourceURL is not installed in OMAnimation"))
-        return false;
+    if (!AOImage::canLocate()) return false;
     OMTrinketWindow* window = OMTrinketWindow::mainWindow();
     std::shared_ptr<AOImage> image =
-        window && pegId_ != kNoGraphic ? OMAnimation::locate(pegId_) : nullptr;
+        window && pegId_ != kNoGraphic ? AOImage::locate(pegId_) : nullptr;
     if (!image) return false;
     pegIn(hole) = std::make_unique<Peg>(*this, *window, std::move(image), pegId_, hole);
     board_.setPeg(hole, true);

@@ -70,7 +70,7 @@ int nearestCell(int offset, int size) {
     return (offset >= 0 ? offset + half : offset - half + 1) / size;
 }
 
-std::shared_ptr<AOImage> imageOf(int id) { return id < 0 ? nullptr : OMAnimation::locate(id); }
+std::shared_ptr<AOImage> imageOf(int id) { return id < 0 ? nullptr : AOImage::locate(id); }
 
 } // namespace
 

@@ -1,6 +1,5 @@
 #include "rbackpck.h"
 
-#include "omdebug.h"
 #include "omformat.h"
 #include "omsbirths.h"
 #include "omsclass.h"
@@ -68,12 +67,6 @@ world::Player* carrier() {
     return memory ? memory->currentPlayer() : nullptr;
 }
 
-/// Whether animations can be looked up; a failed check if not.
-bool canLocate() {
-    return OMDebug::check(OMAnimation::hasSourceLocator(), "url == NULL",
-                          "SourceURL is not installed in OMAnimation");
-}
-
 /// What cannot be done. False.
 bool refuse(const std::string& message) {
     RTell(message);
@@ -126,8 +119,8 @@ std::unique_ptr<OMScriptableObject> RBackPack::createFromScript() {
     const int y = list.nextInteger();
     const auto z = list.hasNext() ? std::optional(list.nextInteger()) : std::nullopt;
     if (!window) return nullptr;
-    auto panel =
-        make<RBackPack>(*window, canLocate() ? locateOrBlank(id) : AOImage::blank(), id, {x, y});
+    auto panel = make<RBackPack>(
+        *window, AOImage::canLocate() ? AOImage::locateOrBlank(id) : AOImage::blank(), id, {x, y});
     if (z) panel->setZ(*z);
     return panel;
 }
@@ -168,9 +161,9 @@ bool RBackPack::showItem(int item, int wanted) {
         return refuse(OMFormat("RBackPack: invalid object: %d", item));
     if (item == kNoItem) return refuse(OMFormat("RBackPack: object %d animation not found.", item));
     const std::optional<int> slot = slotFor(wanted);
-    if (!slot || !window() || !canLocate()) return false;
+    if (!slot || !window() || !AOImage::canLocate()) return false;
     const int id = animationOf(item);
-    std::shared_ptr<AOImage> image = locate(id);
+    std::shared_ptr<AOImage> image = AOImage::locate(id);
     if (!image) return refuse(OMFormat("RBackPack: object %d animation not found.", item));
     auto thing = std::make_unique<Thing>(*this, *window(), std::move(image), id, *slot);
     OMSBirths births;

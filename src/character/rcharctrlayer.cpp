@@ -1,6 +1,5 @@
 #include "rcharctrlayer.h"
 
-#include "aosounds.h"
 #include "omao.h"
 #include "ommultitrinket.h"
 
@@ -40,13 +39,13 @@ void RCharacterLayer::pause() {
     if (!plays_ && !ended_) return;
     paused_ = true;
     if (plays_) animation_->pause();
-    if (AOSounds* sounds = AOSounds::current()) sounds->pause(*animation_);
+    animation_->voice().pause();
 }
 
 void RCharacterLayer::resume() {
     if (!std::exchange(paused_, false)) return;
     if (plays_) animation_->resume();
-    if (AOSounds* sounds = AOSounds::current()) sounds->resume(*animation_);
+    animation_->voice().resume();
 }
 
 bool RCharacterLayer::isHeard() {

@@ -1,7 +1,7 @@
 #include "speechrecords.h"
 
+#include "aoimage.h"
 #include "formats/animation/animation.h"
-#include "omao.h"
 
 #include <utility>
 
@@ -9,8 +9,8 @@ namespace {
 
 std::vector<RSpeechRecord> speechesIn(const AOImage& image, int animation) {
     std::vector<RSpeechRecord> speeches;
-    for (int sequence = 0; sequence < image.sequenceCount(); ++sequence)
-        for (const AOEntry& entry : image.sequence(sequence))
+    for (int sequence = 0; sequence < image.sequences().count(); ++sequence)
+        for (const AOEntry& entry : image.sequences()[sequence])
             if (entry.code == AOEntry::kSound)
                 speeches.push_back({entry.argument, animation, sequence});
     return speeches;
@@ -24,7 +24,7 @@ RSpeechRecords::RSpeechRecords(SoundLink begin, SoundLink end)
 const std::vector<RSpeechRecord>* RSpeechRecords::of(int animation) {
     const auto found = speeches_.find(animation);
     if (found != speeches_.end()) return &found->second;
-    const std::shared_ptr<AOImage> image = OMAnimation::locate(animation);
+    const std::shared_ptr<AOImage> image = AOImage::locate(animation);
     if (!image) return nullptr;
     return &speeches_.emplace(animation, speechesIn(*image, animation)).first->second;
 }

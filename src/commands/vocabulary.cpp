@@ -19,7 +19,6 @@
 #include "puzzles/labelledanswer.h"
 #include "puzzles/racont.h"
 #include "puzzles/rfabriccontainer.h"
-#include "puzzles/rgraphicanswer.h"
 #include "puzzles/rhcont.h"
 #include "puzzles/rpuzzle.h"
 #include "puzzles/rscont.h"

@@ -1,7 +1,6 @@
 #include "rdialog.h"
 
 #include "omao.h"
-#include "omdebug.h"
 #include "omid.h"
 #include "omsbirths.h"
 #include "omsclass.h"
@@ -23,10 +22,7 @@ constexpr int kDepthOfMembers = 1; ///< above the dialog's
 /// At its embedded place; null, after a failed check where nothing can be located, without.
 template <class Class>
 std::unique_ptr<Class> createEmbedded(int id, OMTrinketWindow& window) {
-    if (!OMDebug::check(OMAnimation::hasSourceLocator(), "url == NULL",
-                        "SourceURL is not installed in OMAnimation"))
-        return nullptr;
-    std::shared_ptr<AOImage> image = OMAnimation::locate(id);
+    std::shared_ptr<AOImage> image = AOImage::canLocate() ? AOImage::locate(id) : nullptr;
     if (!image) return nullptr;
     auto made = std::make_unique<Class>(window, std::move(image), id, OMAnimation::kEmbedded,
                                         OMAnimation::kEmbedded);

@@ -1,6 +1,5 @@
 #include "progress/rlaptrap.h"
 
-#include "omdebug.h"
 #include "omformat.h"
 #include "omsbirths.h"
 #include "omsclass.h"
@@ -41,10 +40,7 @@ const ProgressLayout& layoutOf(bool inGame) {
 
 /// Null where nothing can be located, after a failed check, and without such a resource.
 std::shared_ptr<AOImage> pictureOf(int id) {
-    if (!OMDebug::check(OMAnimation::hasSourceLocator(), "url == NULL",
-                        "SourceURL is not installed in OMAnimation"))
-        return nullptr;
-    return OMAnimation::locate(id);
+    return AOImage::canLocate() ? AOImage::locate(id) : nullptr;
 }
 
 /// A location that a script gives. 0 and what is none are kNowhere.

@@ -1,6 +1,8 @@
 // The alternative contents of one puzzle: numbered entries, each of which is one complete variant.
 #pragma once
 
+#include "omrandom.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -50,10 +52,16 @@ class DataSet {
     static constexpr int kMaxEntries = 1000;
 
     /// Numbers count from 1 to kMaxEntries. Empty entries are added until there are so many.
-    [[nodiscard]] DSEntry& entry(int number);
+    [[nodiscard]] DSEntry& entry(int number) {
+        const auto count = static_cast<std::size_t>(number);
+        if (entries_.size() < count) entries_.resize(count);
+        return entries_[count - 1];
+    }
     [[nodiscard]] bool isEmpty() const { return entries_.empty(); }
     /// Each with the same probability. Not for an empty set.
-    [[nodiscard]] const DSEntry& randomEntry() const;
+    [[nodiscard]] const DSEntry& randomEntry() const {
+        return entries_[OMRandomBelow(static_cast<std::uint32_t>(entries_.size()))];
+    }
 
   private:
     std::vector<DSEntry> entries_;

@@ -1,6 +1,5 @@
 #include "labelledanswer.h"
 
-#include "omdebug.h"
 #include "ommemcanvas.h"
 #include "omsclass.h"
 
@@ -274,12 +273,9 @@ RDoubleGraphicTextAnswer::RDoubleGraphicTextAnswer(OMTrinketWindow& window,
 
 /// Without a locator it goes without its pictures. The message is not that of other animations.
 std::shared_ptr<AOImage> RDoubleGraphicTextAnswer::pictureOf(int id) {
-    const bool located = id >= 0 && OMDebug::check(hasSourceLocator(), "url == NULL",
-                                                   "SourceURL is not installed in OMAnimation");
-    return located ? locate(id) : nullptr;
+    return id >= 0 && AOImage::canLocate() ? AOImage::locate(id) : nullptr;
 }
 
 std::shared_ptr<AOImage> RDoubleGraphicTextAnswer::imageOf(int id) {
-    std::shared_ptr<AOImage> image = pictureOf(id);
-    return image ? image : AOImage::blank();
+    return id >= 0 && AOImage::canLocate() ? AOImage::locateOrBlank(id) : AOImage::blank();
 }

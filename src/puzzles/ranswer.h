@@ -68,8 +68,6 @@ class RAnswer : public RAnimation {
     /// still there then, and in none.
     bool leaveContainer();
 
-    /// Left upper corner of the frame that its base picture shows: what all offsets count from.
-    [[nodiscard]] platform::Point corner() const;
     /// What of the drawn rectangle counts for hits and fits, by its insets.
     [[nodiscard]] platform::Rect effectiveRectangle() const;
     [[nodiscard]] bool isHeld() const { return held_; }
@@ -129,7 +127,9 @@ class RAnswer : public RAnimation {
     RAnswer(const RAnswer& other);
 
     /// For the base picture; kinds may get it in another way.
-    [[nodiscard]] static std::shared_ptr<AOImage> imageOf(int id) { return locateOrBlank(id); }
+    [[nodiscard]] static std::shared_ptr<AOImage> imageOf(int id) {
+        return AOImage::locateOrBlank(id);
+    }
     /// How the kinds are created, with the arguments of a script.
     template <class Class>
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createAnswer() {
@@ -179,4 +179,27 @@ inline constexpr OMSEntry kAnswerPictureRows[] = {
 inline constexpr OMSEntry kPlayRows[] = {
     oms::lasting<&RAnimation::play>("playAnimation"),
     oms::method<&RAnimation::endPlayback>("stopAnimation"),
+};
+
+/// An answer that is a picture.
+class RGraphicAnswer final : public OMSCopied<RGraphicAnswer, RAnswer> {
+  public:
+    static const OMSClass kClass;
+
+    using OMSCopied::OMSCopied;
+
+    // For scripts.
+
+    /// The point that decides instead of the rectangle whether it is on a container, measured from
+    /// its left upper corner in pixels.
+    [[nodiscard]] int hotPointX() const { return hotPoint_.x; }
+    void setHotPointX(int x) { hotPoint_.x = x; }
+    [[nodiscard]] int hotPointY() const { return hotPoint_.y; }
+    void setHotPointY(int y) { hotPoint_.y = y; }
+    [[nodiscard]] bool isUsingHotPoint() const { return usesHotPoint_; }
+    void setUsingHotPoint(bool uses) { usesHotPoint_ = uses; }
+
+  private:
+    bool usesHotPoint_ = false;
+    platform::Point hotPoint_{};
 };

@@ -102,7 +102,7 @@ class RContainer : public RAnimation {
     template <class Class>
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createContainer() {
         const ScriptArguments arguments = readArguments(true);
-        auto container = createFrom<Class>(arguments, locateOrBlank(arguments.id));
+        auto container = createFrom<Class>(arguments, AOImage::locateOrBlank(arguments.id));
         if (container && arguments.size) container->setArea(*arguments.size);
         return container;
     }

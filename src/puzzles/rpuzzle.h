@@ -8,8 +8,8 @@
 #pragma once
 
 #include "dataset.h"
+#include "omfontsource.h"
 #include "omscrptb.h"
-#include "omtextfont.h"
 #include "ranswer.h"
 #include "rcontainer.h"
 

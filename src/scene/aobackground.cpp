@@ -34,7 +34,7 @@ void AOBackground::drawImage() {
     const OMRegion all(canvas_.bounds());
     canvas_.setColor(OMColor(OMColor::kBlack));
     canvas_.fillRegion(all);
-    const AOSequence& sequence = image_->sequence(0);
+    const AOSequence& sequence = image_->sequences()[0];
     const auto entry = std::find_if(sequence.begin(), sequence.end(),
                                     [](const AOEntry& e) { return e.isFrame(); });
     if (entry == sequence.end()) return;

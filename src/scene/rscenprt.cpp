@@ -1,7 +1,6 @@
 #include "scene/rscenprt.h"
 
 #include "omsclass.h"
-#include "omunderway.h"
 #include "scene/backgroundmusic.h"
 
 #include <utility>

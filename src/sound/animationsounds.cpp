@@ -1,6 +1,5 @@
 #include "sound/animationsounds.h"
 
-#include "omao.h"
 #include "resources/resources.h"
 #include "sound/streamsound.h"
 
@@ -8,14 +7,14 @@
 #include <utility>
 
 struct RAnimationSounds::Record {
-    const OMAnimation* animation; ///< only compared
+    const AOVoice* voice; ///< only compared
     int id;
     OMLink done; ///< while it plays
     RStreamSound source;
     OMWaveSound& sound = source.sound;
 
-    Record(const OMAnimation& owner, int soundId, std::unique_ptr<OMIStream> stream)
-        : animation(&owner), id(soundId), source(std::move(stream)) {
+    Record(const AOVoice& owner, int soundId, std::unique_ptr<OMIStream> stream)
+        : voice(&owner), id(soundId), source(std::move(stream)) {
         sound.setFinishedLink([this] { end(); });
     }
 
@@ -29,19 +28,18 @@ RAnimationSounds::RAnimationSounds(RResources& resources) : resources_(resources
 
 RAnimationSounds::~RAnimationSounds() = default;
 
-RAnimationSounds::Record* RAnimationSounds::find(const OMAnimation& animation, int id) const {
-    const auto found = std::ranges::find_if(records_, [&](const auto& record) {
-        return record->animation == &animation && record->id == id;
-    });
+RAnimationSounds::Record* RAnimationSounds::find(const AOVoice& voice, int id) const {
+    const auto found = std::ranges::find_if(
+        records_, [&](const auto& record) { return record->voice == &voice && record->id == id; });
     return found == records_.end() ? nullptr : found->get();
 }
 
-RAnimationSounds::Start RAnimationSounds::play(OMAnimation& animation, int id, OMLink done) {
-    Record* record = find(animation, id);
+RAnimationSounds::Start RAnimationSounds::play(AOVoice& voice, int id, OMLink done) {
+    Record* record = find(voice, id);
     if (!record) {
         std::unique_ptr<OMIStream> stream = resources_.loadSound(id);
         if (!stream) return Start::Never;
-        records_.push_back(std::make_unique<Record>(animation, id, std::move(stream)));
+        records_.push_back(std::make_unique<Record>(voice, id, std::move(stream)));
         record = records_.back().get();
     }
     record->end();
@@ -53,24 +51,24 @@ RAnimationSounds::Start RAnimationSounds::play(OMAnimation& animation, int id, O
     return Start::NotNow;
 }
 
-void RAnimationSounds::stop(OMAnimation& animation) {
+void RAnimationSounds::stop(AOVoice& voice) {
     for (const auto& record : records_) {
-        if (record->animation != &animation) continue;
+        if (record->voice != &voice) continue;
         record->done = nullptr;
         record->sound.stop();
     }
 }
 
-void RAnimationSounds::pause(OMAnimation& animation) {
+void RAnimationSounds::pause(AOVoice& voice) {
     for (const auto& record : records_)
-        if (record->animation == &animation) record->sound.pause();
+        if (record->voice == &voice) record->sound.pause();
 }
 
-void RAnimationSounds::resume(OMAnimation& animation) {
+void RAnimationSounds::resume(AOVoice& voice) {
     for (const auto& record : records_)
-        if (record->animation == &animation) record->sound.resume();
+        if (record->voice == &voice) record->sound.resume();
 }
 
-void RAnimationSounds::forget(OMAnimation& animation) {
-    std::erase_if(records_, [&](const auto& record) { return record->animation == &animation; });
+void RAnimationSounds::forget(AOVoice& voice) {
+    std::erase_if(records_, [&](const auto& record) { return record->voice == &voice; });
 }

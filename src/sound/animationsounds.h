@@ -17,16 +17,16 @@ class RAnimationSounds final : public AOSounds {
     ~RAnimationSounds() override;
 
     /// A sound of the same animation and id that still plays ends, and the new one starts.
-    Start play(OMAnimation& animation, int id, OMLink done) override;
-    void stop(OMAnimation& animation) override;
-    void pause(OMAnimation& animation) override;
-    void resume(OMAnimation& animation) override;
-    void forget(OMAnimation& animation) override;
+    Start play(AOVoice& voice, int id, OMLink done) override;
+    void stop(AOVoice& voice) override;
+    void pause(AOVoice& voice) override;
+    void resume(AOVoice& voice) override;
+    void forget(AOVoice& voice) override;
 
   private:
     struct Record;
 
-    [[nodiscard]] Record* find(const OMAnimation& animation, int id) const;
+    [[nodiscard]] Record* find(const AOVoice& voice, int id) const;
 
     RResources& resources_;
     std::vector<std::unique_ptr<Record>> records_;

@@ -104,7 +104,7 @@ std::string versionText(const std::string& content) {
     return text + "\ngame: " + game.title + (game.version.empty() ? "" : " ") + game.version;
 }
 
-std::string inQuotes(const std::string& text) { return '"' + text + '"'; }
+using formats::inQuotes;
 
 /// What is wrong with a folder that must be there; empty when nothing is.
 std::string folderProblem(const std::string& folder) {

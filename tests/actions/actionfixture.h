@@ -20,7 +20,7 @@ namespace testing_support {
 class ActionTest : public ScriptTest {
   protected:
     ActionTest() {
-        OMAnimation::setSourceLocator([](int id) -> std::unique_ptr<OMIStream> {
+        AOImage::setSourceLocator([](int id) -> std::unique_ptr<OMIStream> {
             if (id != 1 && id != 2) return nullptr;
             AseqBuilder image;
             image.block(4, 4, 'a').block(4, 4, 'b');
@@ -34,7 +34,7 @@ class ActionTest : public ScriptTest {
         if (thread) thread->unload();
         thread.reset();
         OMSobException::setNotification(nullptr);
-        OMAnimation::setSourceLocator(nullptr);
+        AOImage::setSourceLocator(nullptr);
     }
 
     /// What `play container add ...` does.

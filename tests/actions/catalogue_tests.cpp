@@ -338,7 +338,7 @@ TEST_F(CatalogueTest, AnimationsPlayOnceOrAsOftenAsAsked) {
     played.halt();
     EXPECT_EQ(named<RAnimation>("anim").state(), OMAnimation::State::Stopped);
     played.start();
-    OMAnimation::setSourceLocator(nullptr);
+    AOImage::setSourceLocator(nullptr);
     queueOf({"AnimAction", "2", "0", "1"}).start();
     EXPECT_EQ(failedChecks, Strings{"Source URL is not installed in AnimAction"});
 }

@@ -4,7 +4,6 @@
 #include "actions/rcompositeaction.h"
 #include "actions/rqueue.h"
 #include "actions/rrandomaction.h"
-#include "omunderway.h"
 
 #include <random>
 

@@ -365,7 +365,7 @@ TEST_F(PegGameTest, PicturesAndPlaces) {
     set(*game, "pegID", 99);
     call("reset");
     EXPECT_EQ(window.trinketCount(), 0u);
-    OMAnimation::setSourceLocator(nullptr);
+    AOImage::setSourceLocator(nullptr);
     set(*game, "pegID", kPeg);
     takeFailures();
     call("fill");

@@ -70,8 +70,8 @@ struct Fonts final : OMFontSource {
 
 class Pictures {
   public:
-    Pictures() { OMAnimation::setSourceLocator(&picture); }
-    ~Pictures() { OMAnimation::setSourceLocator(nullptr); }
+    Pictures() { AOImage::setSourceLocator(&picture); }
+    ~Pictures() { AOImage::setSourceLocator(nullptr); }
 };
 
 class AnswerKindsTest : public WindowTest {
@@ -223,7 +223,7 @@ TEST_F(AnswerKindsTest, CopiesHaveAllThatIsSeen) {
     answer->setAttributeText("seven");
     const Rect rectangle = answer->boundingRectangle();
     const std::string shown = seen(rectangle);
-    const std::size_t trinkets = static_cast<std::size_t>(OMAnimation::all().count());
+    const int objects = OMScriptableObject::count();
     const auto copy = answer->duplicate();
     auto& twin = static_cast<Double&>(*copy);
     answer.reset();
@@ -231,8 +231,7 @@ TEST_F(AnswerKindsTest, CopiesHaveAllThatIsSeen) {
     EXPECT_EQ(twin.boundingRectangle(), rectangle);
     EXPECT_EQ(twin.pictureID<0>() * 10 + twin.pictureID<1>(), kTall * 10 + kSmall);
     EXPECT_EQ(twin.value(), "seven");
-    EXPECT_EQ(static_cast<std::size_t>(OMAnimation::all().count()), trinkets)
-        << "with their answer";
+    EXPECT_EQ(OMScriptableObject::count(), objects) << "with their answer";
     EXPECT_EQ(fonts.uses, 2) << "one for each text";
     twin.setVisible(false);
     EXPECT_EQ(seen(rectangle).find_first_not_of("./"), std::string::npos);
@@ -240,14 +239,14 @@ TEST_F(AnswerKindsTest, CopiesHaveAllThatIsSeen) {
 
 TEST_F(AnswerKindsTest, NothingStaysOfADestroyedAnswer) {
     struct Sounds final : AOSounds {
-        Start play(OMAnimation&, int, OMLink) override {
+        Start play(AOVoice&, int, OMLink) override {
             onPlay(); // a box, behind which scripts go on
             return Start::Never;
         }
-        void stop(OMAnimation&) override {}
-        void pause(OMAnimation&) override {}
-        void resume(OMAnimation&) override {}
-        void forget(OMAnimation&) override {}
+        void stop(AOVoice&) override {}
+        void pause(AOVoice&) override {}
+        void resume(AOVoice&) override {}
+        void forget(AOVoice&) override {}
         std::function<void()> onPlay;
     } sounds;
     auto answer = make<Double>({"-1", "20", "30", "5"});
@@ -281,7 +280,7 @@ TEST_F(AnswerKindsTest, WhatIsMissingIsLeftOut) {
     make<RGraphicTextAnswer>({"-1", "0", "0", "0"})->chooseFont("Lumo", 12, std::nullopt);
     EXPECT_EQ(takeFailures(), (Strings{"URL has to be installed in RDoubleGraphicTextAnswer",
                                        "URL has to be installed in RGraphicTextAnswer"}));
-    OMAnimation::setSourceLocator(nullptr);
+    AOImage::setSourceLocator(nullptr);
     const auto blank = make<Double>({"-1", "1", "2", "3"});
     blank->setPictureID<1>(Double::kNoPicture);
     EXPECT_EQ(takeFailures(), Strings{}) << "nothing is looked for";
@@ -319,7 +318,7 @@ class AnswerModelTest : public SurfaceTest,
     int below(int limit) { return static_cast<int>(random() % static_cast<std::uint32_t>(limit)); }
     std::unique_ptr<Double> make() {
         const int id = below(6);
-        return std::make_unique<Double>(*window, OMAnimation::locateOrBlank(id), id, below(90),
+        return std::make_unique<Double>(*window, AOImage::locateOrBlank(id), id, below(90),
                                         below(70));
     }
     void change(std::unique_ptr<Double>& answer) {

@@ -3,7 +3,6 @@
 #include "puzzles/containerfixture.h"
 
 #include "ommultitrinket.h"
-#include "omunderway.h"
 #include "puzzles/rpuzzle.h"
 #include "yheap.h"
 

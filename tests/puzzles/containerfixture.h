@@ -7,7 +7,6 @@
 #include "puzzles/racont.h"
 #include "puzzles/rcontainer.h"
 #include "puzzles/rfabriccontainer.h"
-#include "puzzles/rgraphicanswer.h"
 #include "puzzles/rhcont.h"
 #include "puzzles/rscont.h"
 

@@ -494,7 +494,7 @@ TEST_F(OneAnswerTest, WithoutSoundsAndResources) {
     const std::string message = "Extended Sound URL is not installed in RContainer";
     EXPECT_THAT(takeFailures(), testing::AllOf(testing::Each(message), testing::SizeIs(3)));
 
-    OMAnimation::setSourceLocator(nullptr);
+    AOImage::setSourceLocator(nullptr);
     const auto container = make<RValueContainer>("7 100 50 60 40 3");
     EXPECT_EQ(container->boundingRectangle(), (Rect{100, 50, 160, 90}));
     EXPECT_EQ(takeFailures(), Strings{"Source URL not installed in OMAnimation"});

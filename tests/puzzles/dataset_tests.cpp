@@ -298,7 +298,7 @@ TEST_F(DataSetTest, FontsAndColoursOfTheNextStart) {
 }
 
 TEST_F(DataSetTest, GraphicsInBothForms) {
-    OMAnimation::setSourceLocator([](int id) -> std::unique_ptr<OMIStream> {
+    AOImage::setSourceLocator([](int id) -> std::unique_ptr<OMIStream> {
         if (id != 404 && id != 40000) return nullptr;
         AseqBuilder image;
         image.x = 33;

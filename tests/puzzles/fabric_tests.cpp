@@ -31,9 +31,11 @@ class FabricTest : public PuzzleContainerTest {
     }
     Answer patch(const std::string& value) { return answer(6, 10, 110, 55, value); }
     /// The information animation, or null.
-    static OMAnimation* info() {
-        return OMAnimation::all().find(
-            [](const OMAnimation& each) { return each.resourceId() == kInfo; });
+    OMAnimation* info() {
+        return static_cast<OMAnimation*>(window.findTrinket([](OMTrinket& each) {
+            const auto* animation = dynamic_cast<OMAnimation*>(&each);
+            return animation && animation->resourceId() == kInfo;
+        }));
     }
 };
 

@@ -54,7 +54,7 @@ class PuzzleTest : public ScriptTest, private OMEffectSounds {
 
     PuzzleTest() {
         OMSRegistry::global().registerClass(PlainContainer::kClass);
-        OMAnimation::setSourceLocator([](int id) -> std::unique_ptr<OMIStream> {
+        AOImage::setSourceLocator([](int id) -> std::unique_ptr<OMIStream> {
             if (id < 101) return nullptr;
             AseqBuilder image;
             image.block(id / 100, id % 100, 'a');
@@ -68,7 +68,7 @@ class PuzzleTest : public ScriptTest, private OMEffectSounds {
         if (thread) thread->unload();
         thread.reset();
         YHeap::recreate();
-        OMAnimation::setSourceLocator(nullptr);
+        AOImage::setSourceLocator(nullptr);
         OMEffectSounds::setCurrent(nullptr);
     }
 

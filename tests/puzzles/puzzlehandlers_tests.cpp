@@ -2,7 +2,6 @@
 // while it works.
 #include "puzzlefixture.h"
 
-#include "omunderway.h"
 #include "rtext.h"
 
 #include <random>

@@ -324,7 +324,7 @@ TEST_F(BackPackTest, WhatIsNotInstalled) {
     open();
     EXPECT_EQ(takeFailures(), Strings{"Cursor URL is not installed in RBackPack"});
     EXPECT_TRUE(thingIn(2));
-    OMAnimation::setSourceLocator(nullptr);
+    AOImage::setSourceLocator(nullptr);
     open();
     EXPECT_EQ(takeFailures(), Strings(2, "SourceURL is not installed in OMAnimation"))
         << "for the panel and for what is in it";

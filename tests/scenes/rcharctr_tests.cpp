@@ -29,7 +29,7 @@ class CharacterTest : public WindowTest, private AOSounds {
 
     CharacterTest() {
         OMSeedRandom(1);
-        OMAnimation::setSourceLocator([this](int id) -> std::unique_ptr<OMIStream> {
+        AOImage::setSourceLocator([this](int id) -> std::unique_ptr<OMIStream> {
             ++loads;
             const auto found = resources.find(id);
             return found == resources.end() ? nullptr
@@ -51,7 +51,7 @@ class CharacterTest : public WindowTest, private AOSounds {
         character.reset();
         AOSounds::setCurrent(nullptr);
         RCharacter::setSpeechListeners(nullptr, nullptr);
-        OMAnimation::setSourceLocator(nullptr);
+        AOImage::setSourceLocator(nullptr);
     }
 
     void put(int id, const char* colors, std::vector<AOSequence> sequences) {
@@ -112,14 +112,14 @@ class CharacterTest : public WindowTest, private AOSounds {
     std::unique_ptr<RCharacter> character;
 
   private:
-    Start play(OMAnimation&, int id, OMLink ended) override {
+    Start play(AOVoice&, int id, OMLink ended) override {
         sounds[id] = std::move(ended);
         return Start::Plays;
     }
-    void stop(OMAnimation&) override { sounds.clear(); }
-    void pause(OMAnimation&) override { areSoundsHeld = true; }
-    void resume(OMAnimation&) override { areSoundsHeld = false; }
-    void forget(OMAnimation&) override {}
+    void stop(AOVoice&) override { sounds.clear(); }
+    void pause(AOVoice&) override { areSoundsHeld = true; }
+    void resume(AOVoice&) override { areSoundsHeld = false; }
+    void forget(AOVoice&) override {}
 };
 
 // Fidgets
@@ -404,7 +404,7 @@ TEST_F(CharacterTest, RefusalsTellWhoAsked) {
     run(500);
     EXPECT_EQ(takeHeard(), "finished first ");
     character->setAOCursor(1, {});
-    OMAnimation::setSourceLocator(nullptr);
+    AOImage::setSourceLocator(nullptr);
     wave();
     EXPECT_EQ(takeFailures(), (Strings{"Cursor URL is not installed in RCharacter",
                                        "Source URL not installed in OMAnimation"}));

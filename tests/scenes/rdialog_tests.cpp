@@ -207,7 +207,7 @@ TEST_F(DialogTest, WhatIsMissing) {
     play(*d, "addGraphic", "99");
     EXPECT_EQ(d->memberCount(), 1u) << "it swallows clicks all the same";
     EXPECT_EQ(takeFailures(), Strings{});
-    OMAnimation::setSourceLocator(nullptr);
+    AOImage::setSourceLocator(nullptr);
     d = make<RDialog>("70 3");
     EXPECT_EQ(takeFailures(), Strings{"SourceURL is not installed in OMAnimation"});
     play(*d, "addButton", "71 1");

@@ -161,13 +161,13 @@ constexpr Point levelButton(int row, int level) { return {1 + 10 * level, 51 + 1
 class LapTrapTest : public SoundTest, protected OMEffectSounds {
   protected:
     LapTrapTest() {
-        OMAnimation::setSourceLocator([](int id) { return picture(id); });
+        AOImage::setSourceLocator([](int id) { return picture(id); });
         startWorld();
         app->begin();
     }
     ~LapTrapTest() override {
         screen.reset();
-        OMAnimation::setSourceLocator(nullptr);
+        AOImage::setSourceLocator(nullptr);
         OMEffectSounds::setCurrent(nullptr);
     }
 
@@ -523,7 +523,7 @@ TEST_F(LapTrapTest, WithoutWhatItNeeds) {
     for (const Point point : {kMusicOff, kUpperBox, levelButton(1, 2), kFirstMapButton})
         click(point);
     EXPECT_EQ(take(), Strings{"locationSelected"}) << "with the world gone";
-    OMAnimation::setSourceLocator(nullptr);
+    AOImage::setSourceLocator(nullptr);
     startWorld();
     open({"CMA"});
     EXPECT_EQ(window.trinketCount(), 2u) << "a blank panel and the player's name";

@@ -30,11 +30,11 @@ class GameObjectTest : public OMAppTest, private OMEffectSounds {
     }
     ~GameObjectTest() override {
         OMEffectSounds::setCurrent(nullptr);
-        OMAnimation::setSourceLocator(nullptr);
+        AOImage::setSourceLocator(nullptr);
     }
 
     void installPictures() {
-        OMAnimation::setSourceLocator([this](int id) -> std::unique_ptr<OMIStream> {
+        AOImage::setSourceLocator([this](int id) -> std::unique_ptr<OMIStream> {
             const auto found = pictures.find(id);
             if (found == pictures.end()) return nullptr;
             return std::make_unique<MemoryStream>(found->second.build());

@@ -62,7 +62,7 @@ constexpr int kMissing = 99;
 class MapTest : public WindowTest {
   protected:
     MapTest() {
-        OMAnimation::setSourceLocator([](int id) -> std::unique_ptr<OMIStream> {
+        AOImage::setSourceLocator([](int id) -> std::unique_ptr<OMIStream> {
             if (id == kMissing) return nullptr;
             AseqBuilder builder;
             if (id == kMapPicture) builder.block(60, 50, 'm');
@@ -78,7 +78,7 @@ class MapTest : public WindowTest {
     }
     ~MapTest() override {
         map.reset();
-        OMAnimation::setSourceLocator(nullptr);
+        AOImage::setSourceLocator(nullptr);
     }
 
     void make() {

@@ -246,14 +246,14 @@ class HostileSequenceTest : public HostileAnimationTest, private AOSounds {
     int ends = 0;
 
   private:
-    Start play(OMAnimation&, int, OMLink) override {
+    Start play(AOVoice&, int, OMLink) override {
         ++asked;
         return Start::Never;
     }
-    void stop(OMAnimation&) override {}
-    void pause(OMAnimation&) override {}
-    void resume(OMAnimation&) override {}
-    void forget(OMAnimation&) override {}
+    void stop(AOVoice&) override {}
+    void pause(AOVoice&) override {}
+    void resume(AOVoice&) override {}
+    void forget(AOVoice&) override {}
 };
 
 AOSequence storm(const AOEntry& of, int count, const AOEntry& last) {

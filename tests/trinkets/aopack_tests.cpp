@@ -1,6 +1,6 @@
 #include "trinkets/windowfixture.h"
 
-#include "aopack.h"
+#include "aoimage.h"
 #include "omao.h"
 
 using namespace testing_support;

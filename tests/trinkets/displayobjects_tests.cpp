@@ -9,7 +9,7 @@
 #include "rsellist.h"
 #include "rtext.h"
 #include "rtrigger.h"
-#include "textlayout.h"
+#include "textblock.h"
 
 #include <functional>
 

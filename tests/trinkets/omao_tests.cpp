@@ -3,7 +3,6 @@
 #include "aosounds.h"
 #include "omsarguments.h"
 #include "omsregistry.h"
-#include "omunderway.h"
 #include "ranimation.h"
 
 #include <map>
@@ -25,7 +24,7 @@ AseqBuilder frames() {
 class AnimationTest : public WindowTest {
   protected:
     AnimationTest() {
-        OMAnimation::setSourceLocator([this](int id) -> std::unique_ptr<OMIStream> {
+        AOImage::setSourceLocator([this](int id) -> std::unique_ptr<OMIStream> {
             ++located;
             const auto found = resources.find(id);
             if (found == resources.end()) return nullptr;
@@ -35,7 +34,7 @@ class AnimationTest : public WindowTest {
     }
     ~AnimationTest() override {
         OMSRegistry::global().unregisterAll();
-        OMAnimation::setSourceLocator(nullptr);
+        AOImage::setSourceLocator(nullptr);
         AOSounds::setCurrent(nullptr);
         OMAnimation::setUseEmbeddedAnimationCoordinates(false);
     }
@@ -294,7 +293,7 @@ TEST_F(AnimationTest, ResourcesAreFoundThroughTheLocatorAndShared) {
     EXPECT_EQ(OMAnimation::create(7, 0, 0, window), nullptr);
     EXPECT_NE(files.text("zorbelog.txt").find("Animation 7 cannot be used"), std::string::npos);
     EXPECT_EQ(takeFailures(), std::vector<std::string>{});
-    OMAnimation::setSourceLocator(nullptr);
+    AOImage::setSourceLocator(nullptr);
     EXPECT_EQ(OMAnimation::create(5, 0, 0, window), nullptr);
     EXPECT_EQ(takeFailures(), std::vector<std::string>{"Source URL not installed in OMAnimation"});
 }
@@ -422,7 +421,7 @@ class SoundTest : public AnimationTest, private AOSounds {
     int missed = 0;
 
   private:
-    Start play(OMAnimation&, int id, OMLink done) override {
+    Start play(AOVoice&, int id, OMLink done) override {
         if (id == kMissing || (id == kBusy && missed == 0)) {
             ++missed;
             return id == kMissing ? Start::Never : Start::NotNow;
@@ -433,10 +432,10 @@ class SoundTest : public AnimationTest, private AOSounds {
             playing[id] = std::move(done);
         return Start::Plays;
     }
-    void stop(OMAnimation&) override { playing.clear(); }
-    void pause(OMAnimation&) override {}
-    void resume(OMAnimation&) override {}
-    void forget(OMAnimation&) override { EXPECT_TRUE(playing.empty()); }
+    void stop(AOVoice&) override { playing.clear(); }
+    void pause(AOVoice&) override {}
+    void resume(AOVoice&) override {}
+    void forget(AOVoice&) override { EXPECT_TRUE(playing.empty()); }
 };
 
 TEST_F(SoundTest, InSyncTheAnimationHoldsUntilItsSoundHasEnded) {

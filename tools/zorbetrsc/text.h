@@ -1,12 +1,16 @@
 // Words: numbers out of those that people wrote, and how they are shown.
 #pragma once
 
+#include "formats/base/scanner.h"
+
 #include <charconv>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace rsc {
+
+using formats::inQuotes;
 
 /// The whole word as a decimal number with an optional "-"; none when it is anything else or does
 /// not fit.
@@ -29,11 +33,6 @@ namespace rsc {
 /// "1 frame", "2 frames".
 [[nodiscard]] inline std::string counted(std::size_t count, const std::string& noun) {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
-
-/// In double quotes, for messages.
-[[nodiscard]] inline std::string inQuotes(std::string_view text) {
-    return std::string(1, '"').append(text).append(1, '"');
 }
 
 } // namespace rsc

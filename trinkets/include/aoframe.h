@@ -130,6 +130,10 @@ class AOFrameCache {
   public:
     static constexpr std::size_t kMostBytes = std::size_t{1} << 27;
 
+    AOFrameCache() = default;
+    /// A copy keeps none yet.
+    AOFrameCache(const AOFrameCache&) {}
+
     /// Null when it is not kept.
     [[nodiscard]] const AOFrame* find(int number) const;
     /// All others go when they would take more than kMostBytes together. 0 <= number < 32768.

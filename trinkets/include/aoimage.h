@@ -1,13 +1,14 @@
 // An animation resource (`ASEQ`), parsed and checked once: frames, and sequences that say how they
-// are shown. Shared by all animations that play it. What changes afterwards is seen by all of them:
-// only single entries do (replaceEntry). The frames stay packed; those that are shown are kept
-// beside in the form that they are drawn from. Main thread only, reading too.
+// are shown. Shared by all animations that play it. The frames stay packed; those that are shown
+// are kept beside in the form that they are drawn from. Main thread only, reading too.
 //
 // Tables that do not fit into the resource make it unusable. A frame that lies outside of it, or
 // has a negative size, becomes an empty frame; rows that are cut short end transparent.
 #pragma once
 
 #include "aoframe.h"
+#include "aosequences.h"
+#include "omlink.h"
 
 #include <array>
 #include <cstddef>
@@ -15,21 +16,13 @@
 #include <memory>
 #include <span>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
-namespace formats::animation {
-struct Entry;
-}
-
-/// Who looks into one includes formats/animation/animation.h.
-using AOEntry = formats::animation::Entry;
+class OMCanvas;
+class OMIStream;
 
 /// The new colour index of each.
 using AOColorMap = std::array<std::uint8_t, 256>;
-
-/// Always ends with an entry of code kEnd.
-using AOSequence = std::vector<AOEntry>;
 
 class AOImage {
   public:
@@ -45,20 +38,23 @@ class AOImage {
     /// One without frames, for what may go without a picture; always the same. Playing it ends at
     /// once.
     [[nodiscard]] static const std::shared_ptr<AOImage>& blank();
+    /// The image of a resource, shared by all who have it; null when there is none, or a damaged
+    /// one.
+    [[nodiscard]] static std::shared_ptr<AOImage> locate(int id);
+    /// For those who can go without: a blank image where there is no such resource, which numbers
+    /// below 0 ask for.
+    [[nodiscard]] static std::shared_ptr<AOImage> locateOrBlank(int id);
+    /// How the `ASEQ` resource of an id is found.
+    static void setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> locator);
+    /// Whether there is a way; else the check fails that has these texts.
+    [[nodiscard]] static bool
+    canLocate(const char* message = "SourceURL is not installed in OMAnimation",
+              const char* condition = "url == NULL");
 
     [[nodiscard]] int framesPerSecond() const { return framesPerSecond_; }
     [[nodiscard]] const Placement& embedded() const { return embedded_; }
     /// At least one.
-    [[nodiscard]] int sequenceCount() const { return static_cast<int>(sequences_->size()); }
-    /// 0 <= index < sequenceCount().
-    [[nodiscard]] const AOSequence& sequence(int index) const {
-        return (*sequences_)[static_cast<std::size_t>(index)];
-    }
-    /// Sequence and position must exist; the last entry of a sequence stays its end.
-    void replaceEntry(int sequence, int position, const AOEntry& entry);
-    [[nodiscard]] bool sharesSequences(const AOImage& other) const {
-        return sequences_ == other.sequences_;
-    }
+    [[nodiscard]] const AOSequences& sequences() const { return sequences_; }
     [[nodiscard]] int frameCount() const { return static_cast<int>(frames_.size()); }
     /// 0 x 0 for a number that has no frame.
     [[nodiscard]] AOSize frameSize(int index) const;
@@ -91,19 +87,16 @@ class AOImage {
 
     int framesPerSecond_ = 0;
     Placement embedded_;
-    std::shared_ptr<std::vector<AOSequence>> sequences_;
+    AOSequences sequences_;
     std::vector<FrameRecord> frames_;
     std::vector<std::uint8_t> data_; ///< the frame data
     int brokenFrames_ = 0;
     mutable AOFrameCache unpacked_;
 };
 
-/// The images in use, by resource id: whoever asks while another still has the image gets the same.
-class AOImageStore {
-  public:
-    [[nodiscard]] std::shared_ptr<AOImage> find(int id) const;
-    void keep(int id, const std::shared_ptr<AOImage>& image);
-
-  private:
-    std::unordered_map<int, std::weak_ptr<AOImage>> images_;
-};
+/// Packs what a canvas shows into a new animation resource of one frame that stands still: the
+/// pixels of `area`, those of index `transparent` left out; an empty area stands for the whole
+/// canvas. What of it the canvas does not have is cut off. Empty when nothing is left, and after a
+/// box when the canvas has not 8 bits.
+[[nodiscard]] std::vector<std::byte> AOPack(OMCanvas& canvas, const platform::Rect& area,
+                                            std::uint8_t transparent);

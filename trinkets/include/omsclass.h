@@ -50,19 +50,34 @@ struct OMSClass {
     std::span<const OMSEntry> passing = {};
 
     /// The row of that name here or in a base; null without.
-    [[nodiscard]] const OMSEntry* find(std::string_view entry) const;
+    [[nodiscard]] const OMSEntry* find(std::string_view entry) const {
+        for (const OMSClass* from = this; from; from = from->base)
+            for (const OMSEntry& row : from->vocabulary)
+                if (row.name == entry) return &row;
+        return nullptr;
+    }
 };
 
 namespace oms {
 
 namespace detail {
 
+/// The object, as what its members belong to: a part that is no scriptable object knows whose it
+/// is.
+template <class Part>
+Part& partOf(OMScriptableObject& object) {
+    if constexpr (std::is_base_of_v<OMScriptableObject, Part>)
+        return static_cast<Part&>(object);
+    else
+        return Part::of(object);
+}
+
 template <auto Member>
 struct Call;
 template <class Object, class... Arguments, void (Object::*Member)(Arguments...)>
 struct Call<Member> {
     static void run(OMScriptableObject& object) {
-        callWithArguments(static_cast<Object&>(object), Member);
+        callWithArguments(partOf<Object>(object), Member);
     }
 };
 
@@ -71,7 +86,7 @@ struct Set;
 template <class Object, class Value, void (Object::*Member)(Value)>
 struct Set<Member> {
     static void run(OMScriptableObject& object, std::string_view text) {
-        (static_cast<Object&>(object).*Member)(fromText<std::decay_t<Value>>(text));
+        (partOf<Object>(object).*Member)(fromText<std::decay_t<Value>>(text));
     }
 };
 
@@ -80,13 +95,13 @@ struct Get;
 template <class Object, class Value, Value (Object::*Member)() const>
 struct Get<Member> {
     static std::string run(OMScriptableObject& object) {
-        return toText((static_cast<const Object&>(object).*Member)());
+        return toText((partOf<Object>(object).*Member)());
     }
 };
 template <class Object, class Value, Value (Object::*Member)()>
 struct Get<Member> {
     static std::string run(OMScriptableObject& object) {
-        return toText((static_cast<Object&>(object).*Member)());
+        return toText((partOf<Object>(object).*Member)());
     }
 };
 

@@ -41,8 +41,6 @@ class RAnimation : public OMSCopied<RAnimation, OMAnimation> {
     void show() { setVisible(true); }
     /// Paints the current frame into the background picture, where it is or at `x`, `y`.
     void paintIntoBackground(std::optional<int> x, std::optional<int> y);
-    /// As pause.
-    void suspend() { pause(); }
     /// As resume. Nobody waits for an animation that has ended and plays no more.
     void resumeForScript();
     /// In every frame, pixels of one colour index become another. Indices that do not exist change

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "omcolor.h"
-#include "omtextfont.h"
+#include "omfontsource.h"
 #include "omtrinket.h"
 #include "selectionlist.h"
 

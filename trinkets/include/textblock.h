@@ -3,7 +3,7 @@
 #pragma once
 
 #include "omcolor.h"
-#include "omtextfont.h"
+#include "omfontsource.h"
 
 #include "platform/geometry.h"
 
@@ -14,6 +14,14 @@
 
 class OMMemCanvas;
 class OMRegion;
+
+/// The lines of a text, from the top down; at least one. It is broken at its line breaks (LF, CR or
+/// CR LF) and, with a width (pixels), between its words: a line goes on as long as its next word
+/// fits, and the blanks where it is broken are left out. A word ends before a blank or behind a
+/// hyphen; one that is wider than a line is broken between its characters, of which each line has
+/// at least one. The parts are those of `text`.
+[[nodiscard]] std::vector<std::string_view> OMLinesOf(std::string_view text, const OMFont& font,
+                                                      std::optional<int> width);
 
 class TextBlock {
   public:

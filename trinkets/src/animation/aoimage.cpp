@@ -2,10 +2,18 @@
 
 #include "formats/animation/animation.h"
 #include "formats/animation/row.h"
+#include "omapp.h"
+#include "omcanvas.h"
+#include "omdebug.h"
+#include "omformat.h"
+#include "omistream.h"
+#include "omlog.h"
+#include "omresourcelog.h"
 
 #include <algorithm>
 #include <set>
 #include <tuple>
+#include <unordered_map>
 
 namespace animation = formats::animation;
 
@@ -15,7 +23,46 @@ namespace {
 /// across each other, as those of a damaged resource may: thousands of them, each to the end.
 constexpr std::size_t kMostWalks = 16;
 
+OMLinkTo<std::unique_ptr<OMIStream>(int id)> sourceLocator;
+std::unordered_map<int, std::weak_ptr<AOImage>> imagesInUse; ///< by resource id
+
 } // namespace
+
+// Resources
+
+void AOImage::setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> locator) {
+    sourceLocator = std::move(locator);
+}
+
+bool AOImage::canLocate(const char* message, const char* condition) {
+    return OMDebug::check(static_cast<bool>(sourceLocator), condition, message);
+}
+
+std::shared_ptr<AOImage> AOImage::locate(int id) {
+    if (!canLocate("Source URL not installed in OMAnimation")) return nullptr;
+    if (const auto found = imagesInUse.find(id); found != imagesInUse.end())
+        if (std::shared_ptr<AOImage> image = found->second.lock()) return image;
+    const std::unique_ptr<OMIStream> stream = sourceLocator(id);
+    if (!stream) return nullptr;
+    std::string problem;
+    std::shared_ptr<AOImage> image = read(stream->readAll(), problem);
+    if (!image) {
+        OMLogResource(OMLog::Kind::Error, "Animation", id, *stream, "cannot be used: " + problem);
+        return nullptr;
+    }
+    if (image->brokenFrames() > 0)
+        OMLogResource(OMLog::Kind::Warning, "Animation", id, *stream,
+                      OMFormat("has %d frames that lie outside of it and show nothing",
+                               image->brokenFrames()));
+    std::erase_if(imagesInUse, [](const auto& entry) { return entry.second.expired(); });
+    imagesInUse[id] = image;
+    return image;
+}
+
+std::shared_ptr<AOImage> AOImage::locateOrBlank(int id) {
+    std::shared_ptr<AOImage> image = id < 0 ? nullptr : locate(id);
+    return image ? image : blank();
+}
 
 std::shared_ptr<AOImage> AOImage::read(std::span<const std::byte> data, std::string& problem) {
     auto [stored, refusal] = animation::read(formats::asNumbers(data));
@@ -24,10 +71,7 @@ std::shared_ptr<AOImage> AOImage::read(std::span<const std::byte> data, std::str
     auto image = std::make_shared<AOImage>();
     image->framesPerSecond_ = stored.framesPerSecond;
     image->embedded_ = {stored.x, stored.y, stored.depth};
-    for (AOSequence& sequence : stored.sequences)
-        if (sequence.empty() || sequence.back().code != AOEntry::kEnd)
-            sequence.push_back({0, 0, AOEntry::kEnd, 0});
-    image->sequences_ = std::make_shared<std::vector<AOSequence>>(std::move(stored.sequences));
+    image->sequences_ = AOSequences(std::move(stored.sequences));
     const formats::ByteSpan frameData = stored.frameData;
     image->data_.assign(frameData.begin(), frameData.end());
     for (const animation::Frame& frame : stored.frames) {
@@ -43,11 +87,8 @@ std::shared_ptr<AOImage> AOImage::read(std::span<const std::byte> data, std::str
 const std::shared_ptr<AOImage>& AOImage::blank() {
     static const std::shared_ptr<AOImage> kBlank = [] {
         auto image = std::make_shared<AOImage>();
-        image->sequences_ =
-            std::make_shared<std::vector<AOSequence>>(1, AOSequence{{0, 0, AOEntry::kHold, 0},
-                                                                    {0, 0, AOEntry::kHold, 0},
-                                                                    {0, 0, AOEntry::kLoop, 0},
-                                                                    {0, 0, AOEntry::kEnd, 0}});
+        image->sequences_ = AOSequences(
+            {{{0, 0, AOEntry::kHold, 0}, {0, 0, AOEntry::kHold, 0}, {0, 0, AOEntry::kLoop, 0}}});
         return image;
     }();
     return kBlank;
@@ -74,19 +115,8 @@ AOFrame AOImage::unpackedFrame(int index, const AOPixelTable& pixels, int bytesP
     return {frameSize(index), packedRows(index), pixels, bytesPerPixel};
 }
 
-void AOImage::replaceEntry(int sequence, int position, const AOEntry& entry) {
-    sequences_->at(static_cast<std::size_t>(sequence)).at(static_cast<std::size_t>(position)) =
-        entry;
-}
-
 std::shared_ptr<AOImage> AOImage::recoloured(const AOColorMap& map) const {
-    auto copy = std::make_shared<AOImage>();
-    copy->framesPerSecond_ = framesPerSecond_;
-    copy->embedded_ = embedded_;
-    copy->sequences_ = sequences_;
-    copy->frames_ = frames_;
-    copy->data_ = data_;
-    copy->brokenFrames_ = brokenFrames_;
+    auto copy = std::make_shared<AOImage>(*this);
     std::set<std::tuple<std::size_t, int, int>> done; // several frames may be the same one
     std::size_t left = data_.size() * kMostWalks;
     for (const FrameRecord& frame : frames_)
@@ -118,12 +148,27 @@ std::size_t AOImage::recolourRow(std::span<const std::uint8_t> row, int width,
     return reader.end().bytes;
 }
 
-std::shared_ptr<AOImage> AOImageStore::find(int id) const {
-    const auto found = images_.find(id);
-    return found == images_.end() ? nullptr : found->second.lock();
-}
+std::vector<std::byte> AOPack(OMCanvas& canvas, const platform::Rect& area,
+                              std::uint8_t transparent) {
+    if (canvas.depth() != 8) {
+        OMApp::getApp()->alert(OMFormat("Can't pack from a %d-bit canvas.", canvas.depth()));
+        return {};
+    }
+    const OMPixels pixels = canvas.pixels();
+    const platform::Rect shown =
+        platform::intersection(area.empty() ? canvas.bounds() : area, pixels.area);
+    if (shown.empty()) return {};
+    const auto width = static_cast<std::size_t>(shown.width());
+    formats::Bytes rows;
+    rows.reserve(width * static_cast<std::size_t>(shown.height()) * 2);
+    for (int y = shown.top; y < shown.bottom; ++y)
+        animation::encodeRow({pixels.at(shown.left, y), width}, transparent, rows);
 
-void AOImageStore::keep(int id, const std::shared_ptr<AOImage>& image) {
-    std::erase_if(images_, [](const auto& entry) { return entry.second.expired(); });
-    images_[id] = image;
+    animation::Animation still;
+    still.framesPerSecond = animation::kStillRate;
+    still.frames = {{shown.width(), shown.height(), rows}};
+    still.sequences = {animation::stillSequence()};
+    const formats::Bytes resource = animation::write(still);
+    const auto bytes = std::as_bytes(std::span(resource));
+    return {bytes.begin(), bytes.end()};
 }

@@ -31,7 +31,7 @@ constexpr OMSEntry kRAnimationVocabulary[] = {
     oms::method<&RAnimation::pause>("pause"),
     oms::lasting<&RAnimation::play>("play"),
     oms::lasting<&RAnimation::resumeForScript>("resume"),
-    oms::method<&RAnimation::suspend>("suspend"),
+    oms::method<&RAnimation::pause>("suspend"),
     oms::method<&RAnimation::replacePaletteEntry>("replacePaletteEntry", "old new"),
     oms::method<&RAnimation::setAOCursor>("setAOCursor", "[normal [grab]]"),
     oms::event("frameNotify", "a frame was shown, while frameNotification is 1"),

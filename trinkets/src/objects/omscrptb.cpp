@@ -7,7 +7,6 @@
 #include "omscall.h"
 #include "omsclass.h"
 #include "omsregistry.h"
-#include "omunderway.h"
 #include "yheap.h"
 
 #include <algorithm>

@@ -8,7 +8,6 @@
 #include "omsbirths.h"
 #include "omsclass.h"
 #include "omsexception.h"
-#include "omunderway.h"
 
 #include <algorithm>
 

@@ -1,6 +1,5 @@
 #include "rpbutton.h"
 
-#include "omdebug.h"
 #include "omeffectsounds.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
@@ -52,8 +51,7 @@ void RPButton::onRetire() {
 }
 
 std::unique_ptr<OMScriptableObject> RPButton::createFromScript() {
-    if (!OMDebug::check(hasSourceLocator(), "!url",
-                        "Source URL has to be installed in OMAnimation"))
+    if (!AOImage::canLocate("Source URL has to be installed in OMAnimation", "!url"))
         return nullptr;
     std::unique_ptr<RPButton> button = createFromArguments<RPButton>();
     if (button) button->window()->input().updateFlyOver();

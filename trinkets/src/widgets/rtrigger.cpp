@@ -1,6 +1,5 @@
 #include "rtrigger.h"
 
-#include "omdebug.h"
 #include "omeffectsounds.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
@@ -37,10 +36,7 @@ RTrigger::RTrigger(const RTrigger& other)
       userData_(other.userData_) {}
 
 std::unique_ptr<OMScriptableObject> RTrigger::createFromScript() {
-    if (!OMDebug::check(hasSourceLocator(), "url == NULL",
-                        "SourceURL is not installed in OMAnimation"))
-        return nullptr;
-    return createFromArguments<RTrigger>();
+    return AOImage::canLocate() ? createFromArguments<RTrigger>() : nullptr;
 }
 
 // Dragging

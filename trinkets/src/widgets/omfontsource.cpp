@@ -1,4 +1,4 @@
-#include "omtextfont.h"
+#include "omfontsource.h"
 
 #include "omfont.h"
 
