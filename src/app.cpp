@@ -4,8 +4,6 @@
 #include "character/speechrecords.h"
 #include "commands/commands.h"
 #include "commands/menucommands.h"
-#include "commands/resourcecommands.h"
-#include "commands/soundcommands.h"
 #include "commands/vocabulary.h"
 #include "movie/rsmackermovie.h"
 #include "omapp.h"
@@ -169,8 +167,6 @@ class Stage {
     FontFactory fonts_;
     RAnimationSounds animationSounds_;
     RCommands commands_;
-    RResourceCommands resourceCommands_;
-    RSoundCommands soundCommands_;
     OMDebugWindow debugWindow_;
     YEngine engine_;
 };
@@ -180,8 +176,8 @@ Stage::Stage(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& sound
     : resources_(resources),
       app_(mode, OMColor(), {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth),
       window_(windowCorner(), app_.productName()), menu_(app_, window_), music_(scenePause_),
-      sounds_(resources), animationSounds_(resources), commands_(window_),
-      resourceCommands_(resources), soundCommands_(sounds_) {
+      sounds_(resources), animationSounds_(resources),
+      commands_(window_, resources, sounds_, movies_) {
     linkApplication(soundEngine);
     linkScenes();
     engine_.setTraceWindow([this](std::string_view text) { debugWindow_.showText(text); });
@@ -219,7 +215,6 @@ void Stage::linkScenes() {
     menu_.setMovieCollector([] {
         if (RSmackerMovie* movie = RSmackerMovie::current()) movie->setCollecting(true);
     });
-    commands_.setPaletteRestorer(OMLinkToObj(&movies_, &RMovies::restoreWindowPalette));
     music_.setStreamSource(
         [this](int id, int bufferMode) { return resources_.load(id, "WAVE", bufferMode); });
     fonts_.setNFNTLocator(locator("NFNT"));

@@ -25,7 +25,6 @@ constexpr int kFirstCachedLayer = 1000;
 constexpr int kOnce = 1;              ///< repeat count
 constexpr int kAsTheSequenceSays = 0; ///< repeat count
 constexpr int kFirstSequence = 0;
-constexpr int kFirstListener = 0;
 
 constexpr OMSEntry kRCharacterVocabulary[] = {
     oms::data<&RCharacter::animatesSettled, &RCharacter::setAnimateSettled>(
@@ -208,9 +207,10 @@ void RCharacter::playSpeech(int speech, std::optional<bool> stayVisible,
         return refuse(OMFormat("RCharacter: unknown animation for speech ID %d", speech), done);
     const RSpeechRecord record = *found; // a listener may have speeches added
     endFidget();
-    const SpeechListener told =
-        listener.value_or(kFirstListener) == kFirstListener ? firstListener_ : secondListener_;
-    told(speech);
+    if (const RSpeechRecords* all = RSpeechRecords::current()) {
+        const auto told = all->listeners[listener.value_or(0) == 0 ? 0 : 1];
+        told(speech);
+    }
     if (isRetired()) return done();
     if (isPlaying()) return refuse(busy(), done);
     const int index = speechLayer(record.animation);
@@ -269,11 +269,6 @@ void RCharacter::stop() {
 
 // Speeches
 
-void RCharacter::setSpeechListeners(SpeechListener first, SpeechListener second) {
-    firstListener_ = std::move(first);
-    secondListener_ = std::move(second);
-}
-
 const RSpeechRecord* RCharacter::findSpeech(int speech) const {
     const auto found = std::ranges::find(speeches_, speech, &RSpeechRecord::speech);
     return found == speeches_.end() ? nullptr : &*found;
@@ -290,12 +285,14 @@ void RCharacter::addSpeechAnim(int animation) {
 
 /// Where that animation is now; kNone when it cannot be loaded.
 int RCharacter::speechLayer(int animation) {
+    const RSpeechRecords* all = RSpeechRecords::current();
+    const bool caching = all && all->caching;
     const auto cached = cachedSpeeches_.find(animation);
-    if (speechCaching_ && cached != cachedSpeeches_.end()) return cached->second;
+    if (caching && cached != cachedSpeeches_.end()) return cached->second;
     std::unique_ptr<OMAnimation> loaded = load(animation);
     if (!loaded) return kNone;
-    const int index = speechCaching_ ? freeLayer(kFirstCachedLayer) : kPlayedLayer;
-    if (speechCaching_) cachedSpeeches_.emplace(animation, index);
+    const int index = caching ? freeLayer(kFirstCachedLayer) : kPlayedLayer;
+    if (caching) cachedSpeeches_.emplace(animation, index);
     addLayer(index, std::move(loaded));
     return index;
 }

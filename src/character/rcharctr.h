@@ -29,8 +29,6 @@ class RCharacter final : public OMMultiTrinket {
   public:
     static const OMSClass kClass;
 
-    using SpeechListener = OMLinkTo<void(int speech)>;
-
     static constexpr int kNoSettlePose = -1;
 
     /// `at` may have the coordinate OMAnimation::kEmbedded. A settle pose that cannot be loaded is
@@ -59,8 +57,8 @@ class RCharacter final : public OMMultiTrinket {
     /// `repeat` times in all: once for 0 and without a number, for ever below 0. Without
     /// `stayVisible` the character hides at the end.
     void playAnim(int id, std::optional<int> repeat, bool stayVisible, OMLink done);
-    /// Plays the sequence that has the speech. The first listener is told for 0 and without
-    /// `listener`, else the second one. Stays visible without `stayVisible`.
+    /// Plays the sequence that has the speech. The first of the RSpeechRecords' listeners is told
+    /// for 0 and without `listener`, else the second one. Stays visible without `stayVisible`.
     void playSpeech(int speech, std::optional<bool> stayVisible, std::optional<int> listener,
                     OMLink done);
     /// What plays, or else the settle pose if it moves. No fidget begins until `resume`.
@@ -68,11 +66,6 @@ class RCharacter final : public OMMultiTrinket {
     void resume();
     /// Ends an animation or a speech as if it had come to its end, or a fidget.
     void stop();
-
-    // Who hears of speeches, and whether their animations are kept for the next time; off at first.
-
-    static void setSpeechListeners(SpeechListener first, SpeechListener second);
-    static void setSpeechCaching(bool on) { speechCaching_ = on; }
 
     // Fidgets and speeches.
 
@@ -130,10 +123,6 @@ class RCharacter final : public OMMultiTrinket {
     void runFidgets();
     void beginFidget(FidgetGroup& group);
     void endFidget();
-
-    static inline SpeechListener firstListener_;
-    static inline SpeechListener secondListener_;
-    static inline bool speechCaching_ = false;
 
     platform::Point origin_;  ///< from which layers are drawn, when the character has not moved
     platform::Point moved_{}; ///< by so much since

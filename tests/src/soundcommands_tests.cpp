@@ -4,10 +4,12 @@
 #include "../trinkets/windowfixture.h"
 #include "formats/soundbuilder.h"
 
-#include "commands/soundcommands.h"
+#include "commands/commands.h"
+#include "movie/rsmackermovie.h"
 #include "omao.h"
 #include "omwaveengine.h"
 #include "resources/resources.h"
+#include "scene/efwindow.h"
 #include "sound/animationsounds.h"
 #include "sound/gamesounds.h"
 
@@ -50,7 +52,9 @@ class SoundCommandsTest : public ScriptTest {
     OMWaveEngine soundEngine;
     RResources resources;
     std::unique_ptr<RGameSounds> sounds = std::make_unique<RGameSounds>(resources);
-    RSoundCommands commands{*sounds};
+    RMovies movies;
+    EffectsWindow game{{0, 0}, "Game"};
+    RCommands commands{game, resources, *sounds, movies};
     testing_support::MemoryWaveOut& device = machine.waveOut();
 };
 
