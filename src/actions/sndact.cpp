@@ -10,14 +10,10 @@ SoundAction::SoundAction(int id, bool streamed, bool interruptible)
 SoundAction::SoundAction(const SoundAction& other)
     : OMSCopied(other), id_(other.id_), streamed_(other.streamed_) {}
 
-std::unique_ptr<Action> SoundAction::create(bool byDefault) {
-    ActionParameters parameters("SoundAction", byDefault);
-    if (!parameters.areAtLeast(1)) return nullptr;
+std::unique_ptr<Action> SoundAction::create(ActionParameters& parameters) {
     const int id = parameters.integer("sound ID");
     const bool streamed = parameters.flag("streamed", false);
-    const bool interruptible = parameters.interruptible();
-    parameters.report();
-    return std::make_unique<SoundAction>(id, streamed, interruptible);
+    return std::make_unique<SoundAction>(id, streamed, parameters.interruptible());
 }
 
 std::unique_ptr<RStreamSound> SoundAction::load() const {

@@ -15,7 +15,7 @@ class SoundAction final : public OMSCopied<SoundAction, Action> {
 
     SoundAction(int id, bool streamed, bool interruptible);
     SoundAction(const SoundAction& other);
-    [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
+    [[nodiscard]] static std::unique_ptr<Action> create(ActionParameters& parameters);
 
     /// Where sounds come from, installed by the game at start-up.
     static void setStreamLocator(StreamLocator locator) { locator_ = std::move(locator); }
