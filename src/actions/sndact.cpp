@@ -1,7 +1,6 @@
 #include "sndact.h"
 
 #include "actionparameters.h"
-#include "omdebug.h"
 #include "sound/streamsound.h"
 
 SoundAction::SoundAction(int id, bool streamed, bool interruptible)
@@ -16,18 +15,10 @@ std::unique_ptr<Action> SoundAction::create(ActionParameters& parameters) {
     return std::make_unique<SoundAction>(id, streamed, parameters.interruptible());
 }
 
-std::unique_ptr<RStreamSound> SoundAction::load() const {
-    if (id_ == kNoSound) return nullptr;
-    if (!OMDebug::check(static_cast<bool>(locator_), "streamURL == NULL",
-                        "Stream URL is not installed in SoundAction"))
-        return nullptr;
-    const StreamLocator locate = locator_;
-    auto stream = locate(id_, streamed_ ? kOMIStreamBuffered : kOMIStreamCache);
-    return stream ? std::make_unique<RStreamSound>(std::move(stream)) : nullptr;
-}
-
 void SoundAction::begin() {
-    sound_ = load();
+    if (id_ != kNoSound)
+        sound_ = RSoundStreams::load(id_, streamed_ ? kOMIStreamBuffered : kOMIStreamCache,
+                                     "Stream URL is not installed in SoundAction");
     if (!sound_) {
         finish();
         return;

@@ -315,7 +315,7 @@ void RCharacter::addFidgetGroup(int group, int minimumSeconds, int maximumSecond
         groups_.push_back(std::make_unique<FidgetGroup>(group, interval, noRepeat.value_or(true)));
         made = groups_.back().get();
     }
-    made->schedule(clock_.now());
+    made->schedule(clock_.ticks());
     if (!fidgetTimer_)
         fidgetTimer_ = std::make_unique<OMTask>([this] { runFidgets(); }, OMTask::kWithScripts);
 }
@@ -344,7 +344,7 @@ void RCharacter::removeFidgetGroup(int group) {
 }
 
 void RCharacter::runFidgets() {
-    const std::uint64_t now = clock_.now();
+    const std::int64_t now = clock_.ticks();
     const auto due =
         std::ranges::find_if(groups_, [now](const auto& group) { return group->isDue(now); });
     if (due == groups_.end()) return;
@@ -367,7 +367,7 @@ void RCharacter::endFidget() {
     layer(ended.fidget.layer)->rest();
     show(ended.fidget.layer, false);
     show(kSettlePoseLayer, true);
-    ended.group->schedule(clock_.now());
+    ended.group->schedule(clock_.ticks());
 }
 
 // For scripts
@@ -385,11 +385,10 @@ void RCharacter::playSpeechForScript(int speech, std::optional<bool> stayVisible
 /// Who waited for what plays goes on waiting.
 void RCharacter::resumeForScript() {
     resume();
-    const OMLink waiting = takeCompletion();
     if (isPlaying())
-        done_ = OMBothLinks(std::move(done_), waiting);
+        done_ = OMBothLinks(std::move(done_), takeCompletion());
     else
-        waiting();
+        fireCompletion();
 }
 
 void RCharacter::setAOCursor(std::optional<int> normal, std::optional<int> grab) {

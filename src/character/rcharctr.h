@@ -14,6 +14,7 @@
 #include "fidgetgroup.h"
 #include "ommultitrinket.h"
 #include "omtask.h"
+#include "omticks.h"
 #include "speechrecords.h"
 
 #include <map>
@@ -140,7 +141,7 @@ class RCharacter final : public OMMultiTrinket {
     std::set<int> shown_;               ///< the layers that are seen while the character is
     std::vector<RSpeechRecord> speeches_;
 
-    FidgetClock clock_;
+    OMTickClock clock_;
     std::vector<std::unique_ptr<FidgetGroup>> groups_;
     std::optional<Playing> fidget_;
     std::unique_ptr<OMTask> fidgetTimer_; ///< while there are groups

@@ -203,9 +203,9 @@ void RLapTrap::introduce(const std::string& flag, int sound) {
 }
 
 void RLapTrap::startHint(int sound) {
-    const std::uint64_t due = clock_.now() + kHintTicks;
+    const std::int64_t due = clock_.ticks() + kHintTicks;
     const auto look = [this, due, sound] {
-        if (clock_.now() < due) return;
+        if (clock_.ticks() < due) return;
         hint_.reset();
         if (isVisible()) speech_.say(sound);
     };

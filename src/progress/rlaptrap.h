@@ -12,9 +12,9 @@
 // The parts of the screen belong to it, lie above it, and move, hide and show with it.
 #pragma once
 
-#include "character/fidgetgroup.h"
 #include "ominstalled.h"
 #include "omtask.h"
+#include "omticks.h"
 #include "progress/progresslayout.h"
 #include "progress/rlaptrapbutton.h"
 #include "progress/rlaptrapspeech.h"
@@ -121,6 +121,6 @@ class RLapTrap final : public RAnimation {
     OMAnimation* refusal_ = nullptr;
     bool refusing_ = false; ///< it plays
 
-    FidgetClock clock_;
+    OMTickClock clock_;
     std::unique_ptr<OMTask> hint_; ///< until it was given, or something was pressed
 };

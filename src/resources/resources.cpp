@@ -1,6 +1,7 @@
 #include "resources/resources.h"
 
 #include "formats/base/latin1.h"
+#include "omapp.h"
 #include "omcachedfile.h"
 #include "omformat.h"
 #include "omistreamdll16.h"
@@ -264,7 +265,7 @@ std::unique_ptr<OMIStream> RResources::load(int id, std::string_view type, int b
 }
 
 void RResources::report(const std::string& text) {
-    alert_(text);
+    if (OMApp* app = OMApp::getApp()) app->alert(text);
     OMLog::write(OMLog::Kind::Error, text);
 }
 

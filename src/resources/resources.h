@@ -43,8 +43,6 @@ class RResources {
 
     /// Where copies of resource files are put on the hard disk; ends in a backslash.
     void setHomeDirectory(std::string directory) { homeDirectory_ = std::move(directory); }
-    /// Shows a text to the person at the machine; until it is set texts are only logged.
-    void setAlertLink(OMLinkTo<void(std::string_view)> alert) { alert_ = std::move(alert); }
 
     // Names of files may be in any case. A name that is not known does nothing.
     void activateDLL(const std::string& name, bool permanent);
@@ -97,5 +95,4 @@ class RResources {
     std::vector<std::string> mapIdentifiers_;                ///< of the maps read; start-up only
     std::set<int> streamedSounds_;
     std::string homeDirectory_;
-    OMLinkTo<void(std::string_view)> alert_;
 };

@@ -41,7 +41,6 @@ class SoundCommandsTest : public ScriptTest {
     SoundCommandsTest() {
         machine.files().put("RSC\\sounds.rsc", library());
         resources.start("", [](const formats::map::SequenceSound&) {});
-        resources.setAlertLink([this](std::string_view text) { app->alert(text); });
     }
     /// Plays some bytes of what is queued, with a pass of the main loop.
     void hear(std::size_t bytes) {
