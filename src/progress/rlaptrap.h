@@ -17,7 +17,6 @@
 #include "omticks.h"
 #include "progress/progresslayout.h"
 #include "progress/rlaptrapbutton.h"
-#include "progress/rlaptrapspeech.h"
 #include "progress/rlaptrapworld.h"
 #include "ranimation.h"
 #include "world/locations.h"
@@ -35,6 +34,27 @@ struct LapTrapLayouts : OMInstalled<LapTrapLayouts> {
     explicit LapTrapLayouts(ProgressLayouts layouts) : all(std::move(layouts)) {}
 
     ProgressLayouts all;
+};
+
+/// What the screen says: sounds that follow each other.
+class LapTrapSpeech {
+  public:
+    LapTrapSpeech() = default;
+    ~LapTrapSpeech() { stop(); }
+    LapTrapSpeech(const LapTrapSpeech&) = delete;
+    LapTrapSpeech& operator=(const LapTrapSpeech&) = delete;
+
+    /// When all that was to be said before has ended. OMEffectSounds::kNoSound is silent; without
+    /// sounds a failed check, and no effect.
+    void say(int sound);
+    /// Ends the sound that plays; the others are not played.
+    void stop();
+
+  private:
+    void next();
+
+    std::deque<int> waiting_;
+    std::shared_ptr<int> handle_; ///< of the sound that plays; null while none does
 };
 
 class RLapTrap final : public RAnimation {

@@ -36,11 +36,26 @@ constexpr OMSEntry kRAnswerVocabulary[] = {
     oms::event("removedFromContainer", "it has left a container"),
 };
 
+constexpr OMSEntry kRGraphicAnswerRows[] = {
+    oms::data<&RGraphicAnswer::hotPointX, &RGraphicAnswer::setHotPointX>(
+        "hotPointX", "of the hot point, from its left edge"),
+    oms::data<&RGraphicAnswer::hotPointY, &RGraphicAnswer::setHotPointY>(
+        "hotPointY", "of the hot point, from its top edge"),
+    oms::data<&RGraphicAnswer::isUsingHotPoint, &RGraphicAnswer::setUsingHotPoint>(
+        "isUsingHotPoint", "the hot point decides whether it is on a container"),
+    oms::method<&RAnswer::replacePaletteEntry>("replacePaletteEntry", "old new"),
+};
+
+constexpr auto kRGraphicAnswerVocabulary =
+    oms::joined(kRGraphicAnswerRows, kAnswerTextRows, kAnswerPictureRows, kPlayRows);
+
 constexpr int kWidestInset = 10'000; ///< pixels
 
 } // namespace
 
 const OMSClass RAnswer::kClass{"RAnswer", &RAnimation::kClass, kRAnswerVocabulary};
+const OMSClass RGraphicAnswer::kClass{"RGraphicAnswer", &RAnswer::kClass, kRGraphicAnswerVocabulary,
+                                      &createAnswer<RGraphicAnswer>};
 
 RAnswer::RAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
     : RAnimation(window, std::move(image), id, x, y), home_(corner()), homeOrigin_(origin()),

@@ -5,9 +5,9 @@
 #include "src/gamefixture.h"
 
 #include "puzzles/racont.h"
+#include "puzzles/ranswer.h"
 #include "puzzles/rcontainer.h"
 #include "puzzles/rfabriccontainer.h"
-#include "puzzles/rgraphicanswer.h"
 #include "puzzles/rhcont.h"
 #include "puzzles/rscont.h"
 
