@@ -106,7 +106,7 @@ void use(RResources& resources, const Blocks& blocks) {
     for (const formats::map::Library& block : blocks) {
         if (loads > kMostLoads) break;
         resources.activateDLL(block.name, loads % 2 == 0);
-        resources.cacheDLL(block.name, {.toHardDrive = loads % 3 == 0});
+        resources.cacheDLL(block.name, false, false, loads % 3 == 0);
         for (const formats::map::Resource& resource : block.resources) {
             if (++loads > kMostLoads) break;
             const auto stream = resources.load(resource.id, resource.type, kOMIStreamCache);

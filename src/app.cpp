@@ -1,11 +1,8 @@
 #include "app.h"
 
-#include "actions/sndact.h"
 #include "character/speechrecords.h"
 #include "commands/commands.h"
 #include "commands/menucommands.h"
-#include "commands/resourcecommands.h"
-#include "commands/soundcommands.h"
 #include "commands/vocabulary.h"
 #include "movie/rsmackermovie.h"
 #include "omapp.h"
@@ -31,6 +28,7 @@
 #include "scene/rscenprt.h"
 #include "sound/animationsounds.h"
 #include "sound/gamesounds.h"
+#include "sound/streamsound.h"
 #include "startup/configuration.h"
 #include "startup/machinechecks.h"
 #include "startup/memoryexhaustion.h"
@@ -123,22 +121,6 @@ platform::Point windowCorner() {
             (screen.height - EffectsWindow::kHeight) / 2};
 }
 
-/// Where those find their resources who cannot be handed the resource layer.
-struct Locators {
-    explicit Locators(RResources& resources) {
-        AOImage::setSourceLocator(
-            [&resources](int id) { return resources.load(id, "ASEQ", kOMIStreamCache); });
-        SoundAction::setStreamLocator(
-            [&resources](int id, int mode) { return resources.load(id, "WAVE", mode); });
-    }
-    ~Locators() {
-        AOImage::setSourceLocator(nullptr);
-        SoundAction::setStreamLocator(nullptr);
-    }
-    Locators(const Locators&) = delete;
-    Locators& operator=(const Locators&) = delete;
-};
-
 /// Window, sounds, commands and scripts: what plays, on a machine that will do, what lies in the
 /// resource layer.
 class Stage {
@@ -160,7 +142,7 @@ class Stage {
     RMovies movies_;
     OMApp app_;
     RCursors cursors_; ///< asked for as long as there is the window
-    ScenePause scenePause_;
+    ScenePause scenePause_{[] { return RSmackerMovie::current() != nullptr; }};
     EffectsWindow window_;
     RMenuCommands menu_;
     BackgroundMusic music_;
@@ -169,8 +151,6 @@ class Stage {
     FontFactory fonts_;
     RAnimationSounds animationSounds_;
     RCommands commands_;
-    RResourceCommands resourceCommands_;
-    RSoundCommands soundCommands_;
     OMDebugWindow debugWindow_;
     YEngine engine_;
 };
@@ -179,9 +159,9 @@ Stage::Stage(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& sound
              SavedWorld& savedWorld)
     : resources_(resources),
       app_(mode, OMColor(), {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth),
-      window_(windowCorner(), app_.productName()), menu_(app_, window_), music_(scenePause_),
-      sounds_(resources), animationSounds_(resources), commands_(window_),
-      resourceCommands_(resources), soundCommands_(sounds_) {
+      window_(windowCorner(), app_.productName(), &scenePause_), menu_(app_, window_),
+      music_(scenePause_), sounds_(resources), animationSounds_(resources),
+      commands_(window_, resources, sounds_, movies_) {
     linkApplication(soundEngine);
     linkScenes();
     engine_.setTraceWindow([this](std::string_view text) { debugWindow_.showText(text); });
@@ -213,21 +193,11 @@ void Stage::linkScenes() {
     window_.setBackgroundLocator(locator("ASEQ"));
     window_.setPaletteLocator(locator("RRGB"));
     window_.setPaletteFilter(RLiftPalette);
-    window_.setTransitionStart([this] { scenePause_.raise(RScenePort::exists()); });
-    window_.setTransitionEnd([this] { scenePause_.lower(); });
-    scenePause_.setMovieIsCurrent([] { return RSmackerMovie::current() != nullptr; });
-    menu_.setMovieCollector([] {
-        if (RSmackerMovie* movie = RSmackerMovie::current()) movie->setCollecting(true);
-    });
-    commands_.setPaletteRestorer(OMLinkToObj(&movies_, &RMovies::restoreWindowPalette));
-    music_.setStreamSource(
-        [this](int id, int bufferMode) { return resources_.load(id, "WAVE", bufferMode); });
     fonts_.setNFNTLocator(locator("NFNT"));
     fonts_.addGameSubstitutions();
 }
 
 void Stage::run() {
-    resources_.setAlertLink([this](std::string_view text) { app_.alert(text); });
     YThread thread(engine_, kStartScript, [this](std::string_view name) {
         auto stream = locateScript(name);
         if (!stream && name == kStartScript) RTellNoStartScript(resources_.roots(), kStartScript);
@@ -239,7 +209,6 @@ void Stage::run() {
     }
     app_.run();
     thread.unload();
-    resources_.setAlertLink(nullptr);
 }
 
 RConfiguration readConfiguration(const std::string& homeDirectory) {
@@ -272,7 +241,8 @@ class RGame {
     RResources resources_;
     RSpeechRecords speeches_{[this](int sound) { resources_.addStreamedSound(sound); },
                              [this](int sound) { resources_.removeStreamedSound(sound); }};
-    Locators locators_{resources_};
+    RSoundStreams sounds_{[this](int id, int mode) { return resources_.load(id, "WAVE", mode); }};
+    AtEnd locator_{[] { AOImage::setSourceLocator(nullptr); }}; ///< set by startResources
     std::optional<LapTrapLayouts> progressLayouts_;
     AtEnd saving_{[this] { savedWorld_.shutDown(); }}; ///< before the resources go
     std::optional<Stage> stage_;
@@ -280,6 +250,8 @@ class RGame {
 
 bool RGame::startResources() {
     resources_.setHomeDirectory(configuration_.homeDirectory);
+    AOImage::setSourceLocator(
+        [this](int id) { return resources_.load(id, "ASEQ", kOMIStreamCache); });
     const auto toldSound = OMLinkToObj(&speeches_, &RSpeechRecords::addSequenceSound);
     if (resources_.start(configuration_.cdDrive, toldSound) == RResources::StartUp::Ready)
         return true;

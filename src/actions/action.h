@@ -16,6 +16,7 @@
 #include <vector>
 
 class ActionContainer;
+class ActionParameters;
 
 class Action : public OMScriptableObject {
   public:

@@ -1,8 +1,7 @@
 // The parameters of an action that a script adds, read in a fixed order out of the argument list.
 // What was read becomes the text of a report, so that a log tells what is created:
 //
-//     ActionParameters parameters("DelayAction", byDefault);
-//     if (!parameters.areAtLeast(1)) return nullptr;
+//     ActionParameters parameters("DelayAction", byDefault, ", ");
 //     const int ms = parameters.integer("delayTime (in ms)");
 //     const bool interruptible = parameters.interruptible();
 //     parameters.report(); // Creating DelayAction, delayTime (in ms): 500, interruptible: 1
@@ -22,7 +21,7 @@ class ActionParameters {
   public:
     /// `separator` stands between the type and the first parameter. `interruptible` is what counts
     /// when the script does not tell.
-    ActionParameters(std::string_view type, bool interruptible, std::string_view separator = ", ");
+    ActionParameters(std::string_view type, bool interruptible, std::string_view separator);
 
     /// Those that were not read yet.
     [[nodiscard]] std::size_t count() const;
@@ -37,10 +36,11 @@ class ActionParameters {
     [[nodiscard]] bool interruptible(std::string_view label = "interruptible",
                                      std::string_view shownDefault = ": (container specified)");
 
-    /// The object that the variable `name` holds, of that class; null after the warning
+    /// The object that the named variable holds, of that class; null after the warning
     /// "TYPE - unknown KIND: NAME".
     template <class Object>
-    [[nodiscard]] Object* object(const std::string& name, const char* kind = "object") const {
+    [[nodiscard]] Object* object(std::string_view label, const char* kind = "object") {
+        const std::string name = text(label);
         auto* found = dynamic_cast<Object*>(OMScriptableObject::named(name));
         if (!found) RWarn(OMFormat("%s - unknown %s: %s", type_.c_str(), kind, name.c_str()));
         return found;

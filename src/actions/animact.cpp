@@ -11,19 +11,15 @@
 AnimAction::AnimAction(const Settings& settings, bool interruptible)
     : OMSCopied(interruptible), settings_(settings) {}
 
-std::unique_ptr<Action> AnimAction::create(bool byDefault) {
+std::unique_ptr<Action> AnimAction::create(ActionParameters& parameters) {
     constexpr std::size_t kShortForm = 3; // and the flag
-    ActionParameters parameters("AnimAction", byDefault);
-    if (!parameters.areAtLeast(kShortForm)) return nullptr;
     const bool isPlaced = parameters.count() > kShortForm + 1;
     Settings settings{.id = parameters.integer("resID"),
                       .x = isPlaced ? parameters.integer("x") : OMAnimation::kEmbedded,
                       .y = isPlaced ? parameters.integer("y") : OMAnimation::kEmbedded,
                       .z = parameters.integer("z"),
                       .repeatCount = parameters.integer("repeatCount")};
-    const bool interruptible = parameters.interruptible();
-    parameters.report();
-    return std::make_unique<AnimAction>(settings, interruptible);
+    return std::make_unique<AnimAction>(settings, parameters.interruptible());
 }
 
 void AnimAction::begin() {
@@ -48,15 +44,10 @@ void AnimAction::goOn() { animation_->resume(); }
 
 // ---------------------------------------------------------------------------- PlayAnimAction
 
-std::unique_ptr<Action> PlayAnimAction::create(bool byDefault) {
-    ActionParameters parameters("PlayAnimAction", byDefault);
-    if (!parameters.areAtLeast(1)) return nullptr;
-    const std::string name = parameters.text("RAnimation variable name");
-    auto* animation = parameters.object<RAnimation>(name);
+std::unique_ptr<Action> PlayAnimAction::create(ActionParameters& parameters) {
+    auto* animation = parameters.object<RAnimation>("RAnimation variable name");
     if (!animation) return nullptr;
-    const bool interruptible = parameters.interruptible();
-    parameters.report();
-    return std::make_unique<PlayAnimAction>(*animation, interruptible);
+    return std::make_unique<PlayAnimAction>(*animation, parameters.interruptible());
 }
 
 /// Others may wait for it too.
@@ -66,3 +57,46 @@ void PlayAnimAction::perform(RAnimation& animation, OMLink done) {
 }
 
 void PlayAnimAction::interrupt(RAnimation& animation) { animation.endPlayback(); }
+
+// ---------------------------------------------------------------------------- CharacterAction
+
+CharacterAnimAction::CharacterAnimAction(RCharacter& character, int id, int repeatCount,
+                                         bool staysVisible, bool interruptible)
+    : OMSCopied(character, interruptible), id_(id), repeatCount_(repeatCount),
+      staysVisible_(staysVisible) {}
+
+std::unique_ptr<Action> CharacterAnimAction::create(ActionParameters& parameters) {
+    auto* character = parameters.object<RCharacter>("RCharacter variable name");
+    if (!character) return nullptr;
+    const int id = parameters.integer("animID");
+    const int repeatCount = parameters.integer("repeatCount", 1, "1");
+    const bool staysVisible = parameters.flag("showSettleWhenDone", true);
+    return std::make_unique<CharacterAnimAction>(*character, id, repeatCount, staysVisible,
+                                                 parameters.interruptible());
+}
+
+void CharacterAnimAction::perform(RCharacter& character, OMLink done) {
+    character.playAnim(id_, repeatCount_, staysVisible_, std::move(done));
+}
+
+CharacterSpeechAction::CharacterSpeechAction(RCharacter& character, int speech, bool interruptible)
+    : OMSCopied(character, interruptible), speech_(speech) {}
+
+std::unique_ptr<Action> CharacterSpeechAction::create(ActionParameters& parameters) {
+    auto* character = parameters.object<RCharacter>("RCharacter variable name");
+    if (!character) return nullptr;
+    const int speech = parameters.integer("speechSoundID");
+    return std::make_unique<CharacterSpeechAction>(*character, speech, parameters.interruptible());
+}
+
+void CharacterSpeechAction::perform(RCharacter& character, OMLink done) {
+    character.playSpeech(speech_, std::nullopt, std::nullopt, std::move(done));
+}
+
+// ---------------------------------------------------------------------------- MapAction
+
+std::unique_ptr<Action> MapAction::create(ActionParameters& parameters) {
+    auto* map = parameters.object<RMap>("RMap variable name", "map");
+    if (!map) return nullptr;
+    return std::make_unique<MapAction>(*map, parameters.interruptible());
+}

@@ -26,13 +26,9 @@ void TimedAction::goOn() {
     startMs_ = OMMilliseconds();
 }
 
-std::unique_ptr<Action> DelayAction::create(bool byDefault) {
-    ActionParameters parameters("DelayAction", byDefault);
-    if (!parameters.areAtLeast(1)) return nullptr;
+std::unique_ptr<Action> DelayAction::create(ActionParameters& parameters) {
     const int ms = parameters.integer("delayTime (in ms)");
-    const bool interruptible = parameters.interruptible();
-    parameters.report();
-    return std::make_unique<DelayAction>(ms, interruptible);
+    return std::make_unique<DelayAction>(ms, parameters.interruptible());
 }
 
 std::int64_t RandomDelayAction::nextDelay() {
@@ -41,19 +37,13 @@ std::int64_t RandomDelayAction::nextDelay() {
     return shortestMs_ + std::int64_t{OMRandom()} % range;
 }
 
-std::unique_ptr<Action> RandomDelayAction::create(bool byDefault) {
-    ActionParameters parameters("RandomDelayAction", byDefault);
-    if (!parameters.areAtLeast(2)) return nullptr;
+std::unique_ptr<Action> RandomDelayAction::create(ActionParameters& parameters) {
     const int shortest = parameters.integer("min delay time (ms)");
     const int longest = parameters.integer("max delay time (ms)");
-    const bool interruptible = parameters.interruptible();
-    parameters.report();
-    return std::make_unique<RandomDelayAction>(shortest, longest, interruptible);
+    return std::make_unique<RandomDelayAction>(shortest, longest, parameters.interruptible());
 }
 
-std::unique_ptr<Action> EmptyAction::create(bool byDefault) {
-    ActionParameters parameters("EmptyAction", byDefault, " - ");
-    const bool interruptible = parameters.interruptible("interruptible", " (container specified)");
-    parameters.report();
-    return std::make_unique<EmptyAction>(interruptible);
+std::unique_ptr<Action> EmptyAction::create(ActionParameters& parameters) {
+    return std::make_unique<EmptyAction>(
+        parameters.interruptible("interruptible", " (container specified)"));
 }

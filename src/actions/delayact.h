@@ -31,7 +31,7 @@ class TimedAction : public Action {
 class DelayAction final : public OMSCopied<DelayAction, TimedAction> {
   public:
     DelayAction(int ms, bool interruptible) : OMSCopied(interruptible), ms_(ms) {}
-    [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
+    [[nodiscard]] static std::unique_ptr<Action> create(ActionParameters& parameters);
 
   protected:
     [[nodiscard]] std::int64_t nextDelay() override { return ms_; }
@@ -46,7 +46,7 @@ class RandomDelayAction final : public OMSCopied<RandomDelayAction, TimedAction>
   public:
     RandomDelayAction(int shortestMs, int longestMs, bool interruptible)
         : OMSCopied(interruptible), shortestMs_(shortestMs), longestMs_(longestMs) {}
-    [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
+    [[nodiscard]] static std::unique_ptr<Action> create(ActionParameters& parameters);
 
   protected:
     [[nodiscard]] std::int64_t nextDelay() override;
@@ -60,7 +60,7 @@ class RandomDelayAction final : public OMSCopied<RandomDelayAction, TimedAction>
 class EmptyAction final : public OMSCopied<EmptyAction, Action> {
   public:
     using OMSCopied::OMSCopied;
-    [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
+    [[nodiscard]] static std::unique_ptr<Action> create(ActionParameters& parameters);
 
   protected:
     void begin() override { finish(); }

@@ -16,28 +16,12 @@ MoveAction::MoveAction(const MoveAction& other)
 
 // ---------------------------------------------------------------------------- creation
 
-std::unique_ptr<Action> MoveAction::createX(bool interruptible) {
-    ActionParameters parameters("MoveXAction", interruptible, " - ");
-    return create(parameters, {Direction::X});
-}
-
-std::unique_ptr<Action> MoveAction::createY(bool interruptible) {
-    ActionParameters parameters("MoveYAction", interruptible, " - ");
-    return create(parameters, {Direction::Y});
-}
-
-std::unique_ptr<Action> MoveAction::createXY(bool interruptible) {
-    ActionParameters parameters("MoveXYAction", interruptible, " - ");
-    return create(parameters, {Direction::X, Direction::Y});
-}
-
 std::unique_ptr<Action> MoveAction::create(ActionParameters& parameters,
                                            std::initializer_list<Direction> directions) {
-    constexpr std::size_t kObjects = 2;
-    constexpr std::size_t kNumbersOfAxis = 4;
-    if (!parameters.areAtLeast(kObjects + kNumbersOfAxis * directions.size())) return nullptr;
-    const std::string animationName = parameters.text("RAnimation variable name");
-    const std::string trinketName = parameters.text("OMTrinket variable name");
+    auto* animation = parameters.object<RAnimation>("RAnimation variable name", "animation");
+    if (!animation) return nullptr;
+    auto* trinket = parameters.object<OMTrinket>("OMTrinket variable name", "trinket");
+    if (!trinket) return nullptr;
     std::vector<Axis> axes;
     for (const Direction direction : directions) {
         const std::string name = direction == Direction::X ? "X" : "Y";
@@ -47,13 +31,8 @@ std::unique_ptr<Action> MoveAction::create(ActionParameters& parameters,
                         .acceleration = parameters.integer(name + " acceleration"),
                         .final = parameters.integer("final " + name)});
     }
-    const bool interruptible = parameters.interruptible();
-    auto* animation = parameters.object<RAnimation>(animationName, "animation");
-    if (!animation) return nullptr;
-    auto* trinket = parameters.object<OMTrinket>(trinketName, "trinket");
-    if (!trinket) return nullptr;
-    parameters.report();
-    return std::make_unique<MoveAction>(*animation, *trinket, std::move(axes), interruptible);
+    return std::make_unique<MoveAction>(*animation, *trinket, std::move(axes),
+                                        parameters.interruptible());
 }
 
 // ---------------------------------------------------------------------------- motion

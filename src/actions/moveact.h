@@ -14,8 +14,6 @@
 #include <memory>
 #include <vector>
 
-class ActionParameters;
-
 class MoveAction final : public OMSCopied<MoveAction, Action> {
   public:
     enum class Direction : std::uint8_t { X, Y };
@@ -33,9 +31,10 @@ class MoveAction final : public OMSCopied<MoveAction, Action> {
                bool interruptible);
     MoveAction(const MoveAction& other);
 
-    [[nodiscard]] static std::unique_ptr<Action> createX(bool interruptible);
-    [[nodiscard]] static std::unique_ptr<Action> createY(bool interruptible);
-    [[nodiscard]] static std::unique_ptr<Action> createXY(bool interruptible);
+    template <Direction... directions>
+    [[nodiscard]] static std::unique_ptr<Action> createAlong(ActionParameters& parameters) {
+        return create(parameters, {directions...});
+    }
 
   protected:
     void begin() override;

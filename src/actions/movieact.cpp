@@ -12,18 +12,15 @@ MovieAction::MovieAction(Settings settings, bool interruptible)
 
 MovieAction::MovieAction(const MovieAction& other) : OMSCopied(other), settings_(other.settings_) {}
 
-std::unique_ptr<Action> MovieAction::create(bool byDefault) {
-    ActionParameters parameters("MovieAction", byDefault);
-    if (!parameters.areAtLeast(1)) return nullptr;
+std::unique_ptr<Action> MovieAction::create(ActionParameters& parameters) {
     Settings settings{.file = parameters.text("filename"),
                       .extraBuffer = parameters.integer("extraBufferMemory",
                                                         platform::MovieRequest::kAutomaticExtra,
                                                         "SMACKAUTOEXTRA"),
                       .useMoviePalette = parameters.flag("useMoviePalette", true),
                       .cache = parameters.flag("cache", false)};
-    const bool interruptible = parameters.interruptible("canInterrupt", ": (containerSpecified)");
-    parameters.report();
-    return std::make_unique<MovieAction>(std::move(settings), interruptible);
+    return std::make_unique<MovieAction>(
+        std::move(settings), parameters.interruptible("canInterrupt", ": (containerSpecified)"));
 }
 
 /// A movie that cannot be opened tells that it has finished before it is there.

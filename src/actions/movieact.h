@@ -19,7 +19,7 @@ class MovieAction final : public OMSCopied<MovieAction, Action> {
 
     MovieAction(Settings settings, bool interruptible);
     MovieAction(const MovieAction& other);
-    [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
+    [[nodiscard]] static std::unique_ptr<Action> create(ActionParameters& parameters);
 
   protected:
     void begin() override;

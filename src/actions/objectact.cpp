@@ -16,19 +16,15 @@ VerbAction::VerbAction(OMScriptableObject& object, std::string verb,
                        std::vector<std::string> arguments, bool interruptible)
     : OMSCopied(object, interruptible), verb_(std::move(verb)), arguments_(std::move(arguments)) {}
 
-std::unique_ptr<Action> VerbAction::create(bool byDefault) {
-    ActionParameters parameters("VerbAction", byDefault);
-    if (!parameters.areAtLeast(3)) return nullptr;
-    const std::string name = parameters.text("object variable name");
+std::unique_ptr<Action> VerbAction::create(ActionParameters& parameters) {
+    auto* object = parameters.object<OMScriptableObject>("object variable name");
+    if (!object) return nullptr;
     const bool interruptible = parameters.interruptible();
     std::string verb = parameters.text("verb");
     std::vector<std::string> arguments;
     while (parameters.count() > 0) arguments.push_back(OMSArguments::global().next());
-    auto* object = parameters.object<OMScriptableObject>(name);
-    if (!object) return nullptr;
     if (!arguments.empty()) parameters.mention(", parameters: ");
     for (const std::string& argument : arguments) parameters.mention(argument + " ");
-    parameters.report();
     return std::make_unique<VerbAction>(*object, std::move(verb), std::move(arguments),
                                         interruptible);
 }
@@ -46,18 +42,13 @@ PropertyAction::PropertyAction(OMScriptableObject& object, std::string property,
                                bool interruptible)
     : OMSCopied(object, interruptible), property_(std::move(property)), value_(std::move(value)) {}
 
-std::unique_ptr<Action> PropertyAction::create(bool byDefault) {
-    ActionParameters parameters("PropertyAction", byDefault);
-    if (!parameters.areAtLeast(3)) return nullptr;
-    const std::string name = parameters.text("object variable name");
+std::unique_ptr<Action> PropertyAction::create(ActionParameters& parameters) {
+    auto* object = parameters.object<OMScriptableObject>("object variable name");
+    if (!object) return nullptr;
     std::string property = parameters.text("property");
     std::string value = parameters.text("value");
-    const bool interruptible = parameters.interruptible();
-    auto* object = parameters.object<OMScriptableObject>(name);
-    if (!object) return nullptr;
-    parameters.report();
     return std::make_unique<PropertyAction>(*object, std::move(property), std::move(value),
-                                            interruptible);
+                                            parameters.interruptible());
 }
 
 void PropertyAction::act(OMScriptableObject& object) {

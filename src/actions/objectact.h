@@ -28,7 +28,7 @@ class VerbAction final : public OMSCopied<VerbAction, ObjectAction> {
   public:
     VerbAction(OMScriptableObject& object, std::string verb, std::vector<std::string> arguments,
                bool interruptible);
-    [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
+    [[nodiscard]] static std::unique_ptr<Action> create(ActionParameters& parameters);
 
   private:
     void act(OMScriptableObject& object) override;
@@ -41,7 +41,7 @@ class PropertyAction final : public OMSCopied<PropertyAction, ObjectAction> {
   public:
     PropertyAction(OMScriptableObject& object, std::string property, std::string value,
                    bool interruptible);
-    [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
+    [[nodiscard]] static std::unique_ptr<Action> create(ActionParameters& parameters);
 
   private:
     void act(OMScriptableObject& object) override;

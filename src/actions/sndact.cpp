@@ -1,7 +1,6 @@
 #include "sndact.h"
 
 #include "actionparameters.h"
-#include "omdebug.h"
 #include "sound/streamsound.h"
 
 SoundAction::SoundAction(int id, bool streamed, bool interruptible)
@@ -10,28 +9,16 @@ SoundAction::SoundAction(int id, bool streamed, bool interruptible)
 SoundAction::SoundAction(const SoundAction& other)
     : OMSCopied(other), id_(other.id_), streamed_(other.streamed_) {}
 
-std::unique_ptr<Action> SoundAction::create(bool byDefault) {
-    ActionParameters parameters("SoundAction", byDefault);
-    if (!parameters.areAtLeast(1)) return nullptr;
+std::unique_ptr<Action> SoundAction::create(ActionParameters& parameters) {
     const int id = parameters.integer("sound ID");
     const bool streamed = parameters.flag("streamed", false);
-    const bool interruptible = parameters.interruptible();
-    parameters.report();
-    return std::make_unique<SoundAction>(id, streamed, interruptible);
-}
-
-std::unique_ptr<RStreamSound> SoundAction::load() const {
-    if (id_ == kNoSound) return nullptr;
-    if (!OMDebug::check(static_cast<bool>(locator_), "streamURL == NULL",
-                        "Stream URL is not installed in SoundAction"))
-        return nullptr;
-    const StreamLocator locate = locator_;
-    auto stream = locate(id_, streamed_ ? kOMIStreamBuffered : kOMIStreamCache);
-    return stream ? std::make_unique<RStreamSound>(std::move(stream)) : nullptr;
+    return std::make_unique<SoundAction>(id, streamed, parameters.interruptible());
 }
 
 void SoundAction::begin() {
-    sound_ = load();
+    if (id_ != kNoSound)
+        sound_ = RSoundStreams::load(id_, streamed_ ? kOMIStreamBuffered : kOMIStreamCache,
+                                     "Stream URL is not installed in SoundAction");
     if (!sound_) {
         finish();
         return;

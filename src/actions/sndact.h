@@ -5,20 +5,15 @@
 
 #include <memory>
 
-class OMIStream;
 class RStreamSound;
 
 class SoundAction final : public OMSCopied<SoundAction, Action> {
   public:
-    using StreamLocator = OMLinkTo<std::unique_ptr<OMIStream>(int id, int bufferMode)>;
     static constexpr int kNoSound = -1; ///< an id
 
     SoundAction(int id, bool streamed, bool interruptible);
     SoundAction(const SoundAction& other);
-    [[nodiscard]] static std::unique_ptr<Action> create(bool interruptible);
-
-    /// Where sounds come from, installed by the game at start-up.
-    static void setStreamLocator(StreamLocator locator) { locator_ = std::move(locator); }
+    [[nodiscard]] static std::unique_ptr<Action> create(ActionParameters& parameters);
 
   protected:
     void begin() override;
@@ -27,10 +22,6 @@ class SoundAction final : public OMSCopied<SoundAction, Action> {
     void goOn() override;
 
   private:
-    [[nodiscard]] std::unique_ptr<RStreamSound> load() const;
-
-    static inline StreamLocator locator_;
-
     int id_;
     bool streamed_;                       ///< read piece by piece while it plays
     std::unique_ptr<RStreamSound> sound_; ///< while active

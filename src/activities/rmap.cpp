@@ -171,11 +171,10 @@ void RMap::resume() {
 /// Who waited for the run already goes on waiting.
 void RMap::resumeForScript() {
     resume();
-    const OMLink waiting = takeCompletion();
     if (run_)
-        run_->done = OMBothLinks(std::move(run_->done), waiting);
+        run_->done = OMBothLinks(std::move(run_->done), takeCompletion());
     else
-        waiting();
+        fireCompletion();
 }
 
 void RMap::tick() {

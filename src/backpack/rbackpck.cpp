@@ -4,7 +4,6 @@
 #include "omsbirths.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
-#include "pressarea.h"
 #include "reports.h"
 #include "world/worldmemory.h"
 
@@ -15,6 +14,46 @@
 using platform::Point;
 using platform::Rect;
 using world::kNoItem;
+
+// ---------------------------------------------------------------------------- PressArea
+
+/// A part of the window that is pressed as a button is, where the picture of the panel has its
+/// button painted in.
+class PressArea final : public OMTrinket {
+  public:
+    /// `pressed` is called when the mouse button goes up over the area on which it went down, while
+    /// that is shown. The area may be destroyed in it.
+    PressArea(OMTrinketWindow& window, const Rect& area, OMLink pressed)
+        : OMTrinket(window, UpdateStyle::Nothing, area), pressed_(std::move(pressed)) {
+        setMovable(false);
+    }
+
+    void onMouseDown(Point point) override {
+        OMTrinket::onMouseDown(point);
+        if (isRetired()) return;
+        held_ = true;
+        setMouseCapture(true);
+    }
+    void onMouseUp(Point point) override {
+        OMTrinket::onMouseUp(point);
+        if (!held_) return;
+        onReleaseLost();
+        // It may have been hidden meanwhile, or the next scene be on its way.
+        const bool counts = isShown() && window()->isPresenting() && containsPoint(point);
+        const OMLink pressed = pressed_;
+        if (counts) pressed();
+    }
+    void onReleaseLost() override {
+        held_ = false;
+        setMouseCapture(false);
+    }
+
+  private:
+    OMLink pressed_;
+    bool held_ = false;
+};
+
+// ---------------------------------------------------------------------------- RBackPack
 
 namespace {
 

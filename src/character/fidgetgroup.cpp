@@ -1,28 +1,20 @@
 #include "fidgetgroup.h"
 
-#include "omplatform.h"
 #include "omrandom.h"
+#include "omticks.h"
 
 #include <algorithm>
-
-std::uint64_t FidgetClock::now() {
-    constexpr std::uint64_t kMsPerSecond = 1000;
-    const std::uint32_t ms = OMMilliseconds();
-    totalMs_ += static_cast<std::uint32_t>(ms - lastMs_);
-    lastMs_ = ms;
-    return totalMs_ * kPerSecond / kMsPerSecond;
-}
 
 FidgetGroup::FidgetGroup(int id, const Interval& interval, bool noRepeat)
     : id_(id), interval_(interval), noRepeat_(noRepeat) {}
 
-void FidgetGroup::schedule(std::uint64_t now) {
+void FidgetGroup::schedule(std::int64_t now) {
     const auto minimum = static_cast<std::uint32_t>(std::max(interval_.minimum, 0));
     const auto maximum = static_cast<std::uint32_t>(std::max(interval_.maximum, 0));
-    std::uint64_t seconds = minimum;
+    std::int64_t seconds = minimum;
     if (maximum > minimum) seconds += OMRandomBelow(maximum - minimum);
     // One that was due at once would never let the groups behind it have their turn.
-    nextTime_ = now + std::max<std::uint64_t>(seconds * FidgetClock::kPerSecond, 1);
+    nextTime_ = now + std::max<std::int64_t>(seconds * kOMTicksPerSecond, 1);
 }
 
 std::optional<Fidget> FidgetGroup::pick() {

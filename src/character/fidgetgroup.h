@@ -5,19 +5,6 @@
 #include <optional>
 #include <vector>
 
-/// Time in 60ths of a second, made of the millisecond clock. That one wraps after seven weeks, this
-/// one does not as long as somebody asks it in the meantime.
-class FidgetClock {
-  public:
-    static constexpr std::uint64_t kPerSecond = 60;
-
-    [[nodiscard]] std::uint64_t now();
-
-  private:
-    std::uint32_t lastMs_ = 0;
-    std::uint64_t totalMs_ = 0;
-};
-
 struct Fidget {
     int layer;             ///< of the character
     bool hidesSettlePose;  ///< while it plays
@@ -39,13 +26,13 @@ class FidgetGroup {
 
     [[nodiscard]] int id() const { return id_; }
     [[nodiscard]] const std::vector<Fidget>& fidgets() const { return all_; }
-    /// Times are those of FidgetClock.
-    [[nodiscard]] bool isDue(std::uint64_t now) const { return now >= nextTime_; }
+    /// Times in ticks of an OMTickClock.
+    [[nodiscard]] bool isDue(std::int64_t now) const { return now >= nextTime_; }
 
     void setInterval(const Interval& interval) { interval_ = interval; }
     void setNoRepeat(bool noRepeat) { noRepeat_ = noRepeat; }
     /// It is due again one interval later, at the earliest in the next tick.
-    void schedule(std::uint64_t now);
+    void schedule(std::int64_t now);
     void add(int layer, bool hidesSettlePose) { all_.push_back({layer, hidesSettlePose}); }
     /// The one that plays now; none without fidgets.
     [[nodiscard]] std::optional<Fidget> pick();
@@ -54,6 +41,6 @@ class FidgetGroup {
     int id_;
     Interval interval_;
     bool noRepeat_;
-    std::uint64_t nextTime_ = 0;
+    std::int64_t nextTime_ = 0;
     std::vector<Fidget> all_;
 };

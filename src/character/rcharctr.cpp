@@ -25,7 +25,6 @@ constexpr int kFirstCachedLayer = 1000;
 constexpr int kOnce = 1;              ///< repeat count
 constexpr int kAsTheSequenceSays = 0; ///< repeat count
 constexpr int kFirstSequence = 0;
-constexpr int kFirstListener = 0;
 
 constexpr OMSEntry kRCharacterVocabulary[] = {
     oms::data<&RCharacter::animatesSettled, &RCharacter::setAnimateSettled>(
@@ -208,9 +207,10 @@ void RCharacter::playSpeech(int speech, std::optional<bool> stayVisible,
         return refuse(OMFormat("RCharacter: unknown animation for speech ID %d", speech), done);
     const RSpeechRecord record = *found; // a listener may have speeches added
     endFidget();
-    const SpeechListener told =
-        listener.value_or(kFirstListener) == kFirstListener ? firstListener_ : secondListener_;
-    told(speech);
+    if (const RSpeechRecords* all = RSpeechRecords::current()) {
+        const auto told = all->listeners[listener.value_or(0) == 0 ? 0 : 1];
+        told(speech);
+    }
     if (isRetired()) return done();
     if (isPlaying()) return refuse(busy(), done);
     const int index = speechLayer(record.animation);
@@ -269,11 +269,6 @@ void RCharacter::stop() {
 
 // Speeches
 
-void RCharacter::setSpeechListeners(SpeechListener first, SpeechListener second) {
-    firstListener_ = std::move(first);
-    secondListener_ = std::move(second);
-}
-
 const RSpeechRecord* RCharacter::findSpeech(int speech) const {
     const auto found = std::ranges::find(speeches_, speech, &RSpeechRecord::speech);
     return found == speeches_.end() ? nullptr : &*found;
@@ -290,12 +285,14 @@ void RCharacter::addSpeechAnim(int animation) {
 
 /// Where that animation is now; kNone when it cannot be loaded.
 int RCharacter::speechLayer(int animation) {
+    const RSpeechRecords* all = RSpeechRecords::current();
+    const bool caching = all && all->caching;
     const auto cached = cachedSpeeches_.find(animation);
-    if (speechCaching_ && cached != cachedSpeeches_.end()) return cached->second;
+    if (caching && cached != cachedSpeeches_.end()) return cached->second;
     std::unique_ptr<OMAnimation> loaded = load(animation);
     if (!loaded) return kNone;
-    const int index = speechCaching_ ? freeLayer(kFirstCachedLayer) : kPlayedLayer;
-    if (speechCaching_) cachedSpeeches_.emplace(animation, index);
+    const int index = caching ? freeLayer(kFirstCachedLayer) : kPlayedLayer;
+    if (caching) cachedSpeeches_.emplace(animation, index);
     addLayer(index, std::move(loaded));
     return index;
 }
@@ -318,7 +315,7 @@ void RCharacter::addFidgetGroup(int group, int minimumSeconds, int maximumSecond
         groups_.push_back(std::make_unique<FidgetGroup>(group, interval, noRepeat.value_or(true)));
         made = groups_.back().get();
     }
-    made->schedule(clock_.now());
+    made->schedule(clock_.ticks());
     if (!fidgetTimer_)
         fidgetTimer_ = std::make_unique<OMTask>([this] { runFidgets(); }, OMTask::kWithScripts);
 }
@@ -347,7 +344,7 @@ void RCharacter::removeFidgetGroup(int group) {
 }
 
 void RCharacter::runFidgets() {
-    const std::uint64_t now = clock_.now();
+    const std::int64_t now = clock_.ticks();
     const auto due =
         std::ranges::find_if(groups_, [now](const auto& group) { return group->isDue(now); });
     if (due == groups_.end()) return;
@@ -370,7 +367,7 @@ void RCharacter::endFidget() {
     layer(ended.fidget.layer)->rest();
     show(ended.fidget.layer, false);
     show(kSettlePoseLayer, true);
-    ended.group->schedule(clock_.now());
+    ended.group->schedule(clock_.ticks());
 }
 
 // For scripts
@@ -388,11 +385,10 @@ void RCharacter::playSpeechForScript(int speech, std::optional<bool> stayVisible
 /// Who waited for what plays goes on waiting.
 void RCharacter::resumeForScript() {
     resume();
-    const OMLink waiting = takeCompletion();
     if (isPlaying())
-        done_ = OMBothLinks(std::move(done_), waiting);
+        done_ = OMBothLinks(std::move(done_), takeCompletion());
     else
-        waiting();
+        fireCompletion();
 }
 
 void RCharacter::setAOCursor(std::optional<int> normal, std::optional<int> grab) {

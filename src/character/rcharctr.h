@@ -14,6 +14,7 @@
 #include "fidgetgroup.h"
 #include "ommultitrinket.h"
 #include "omtask.h"
+#include "omticks.h"
 #include "speechrecords.h"
 
 #include <map>
@@ -28,8 +29,6 @@ class RCharacterLayer;
 class RCharacter final : public OMMultiTrinket {
   public:
     static const OMSClass kClass;
-
-    using SpeechListener = OMLinkTo<void(int speech)>;
 
     static constexpr int kNoSettlePose = -1;
 
@@ -59,8 +58,8 @@ class RCharacter final : public OMMultiTrinket {
     /// `repeat` times in all: once for 0 and without a number, for ever below 0. Without
     /// `stayVisible` the character hides at the end.
     void playAnim(int id, std::optional<int> repeat, bool stayVisible, OMLink done);
-    /// Plays the sequence that has the speech. The first listener is told for 0 and without
-    /// `listener`, else the second one. Stays visible without `stayVisible`.
+    /// Plays the sequence that has the speech. The first of the RSpeechRecords' listeners is told
+    /// for 0 and without `listener`, else the second one. Stays visible without `stayVisible`.
     void playSpeech(int speech, std::optional<bool> stayVisible, std::optional<int> listener,
                     OMLink done);
     /// What plays, or else the settle pose if it moves. No fidget begins until `resume`.
@@ -68,11 +67,6 @@ class RCharacter final : public OMMultiTrinket {
     void resume();
     /// Ends an animation or a speech as if it had come to its end, or a fidget.
     void stop();
-
-    // Who hears of speeches, and whether their animations are kept for the next time; off at first.
-
-    static void setSpeechListeners(SpeechListener first, SpeechListener second);
-    static void setSpeechCaching(bool on) { speechCaching_ = on; }
 
     // Fidgets and speeches.
 
@@ -131,10 +125,6 @@ class RCharacter final : public OMMultiTrinket {
     void beginFidget(FidgetGroup& group);
     void endFidget();
 
-    static inline SpeechListener firstListener_;
-    static inline SpeechListener secondListener_;
-    static inline bool speechCaching_ = false;
-
     platform::Point origin_;  ///< from which layers are drawn, when the character has not moved
     platform::Point moved_{}; ///< by so much since
     int settlePoseId_ = kNoSettlePose;
@@ -151,7 +141,7 @@ class RCharacter final : public OMMultiTrinket {
     std::set<int> shown_;               ///< the layers that are seen while the character is
     std::vector<RSpeechRecord> speeches_;
 
-    FidgetClock clock_;
+    OMTickClock clock_;
     std::vector<std::unique_ptr<FidgetGroup>> groups_;
     std::optional<Playing> fidget_;
     std::unique_ptr<OMTask> fidgetTimer_; ///< while there are groups

@@ -11,6 +11,7 @@
 #include "ominstalled.h"
 #include "omlink.h"
 
+#include <array>
 #include <map>
 #include <utility>
 #include <vector>
@@ -33,6 +34,11 @@ class RSpeechRecords : public OMInstalled<RSpeechRecords> {
     [[nodiscard]] const std::vector<RSpeechRecord>* of(int animation);
     /// Adds a line of `audio.map`.
     void addSequenceSound(const formats::map::SequenceSound& sound);
+
+    /// Whether the animations of speeches are kept by their character for the next time.
+    bool caching = false;
+    /// Told of each speech: the first for the selector 0, the second for any other.
+    std::array<SoundLink, 2> listeners;
 
   private:
     friend class RStreamedSpeech;

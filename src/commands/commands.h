@@ -1,59 +1,42 @@
 // The global commands of the script language that the game offers: scenes and transitions, boxes,
-// random numbers, the output file, the log, switches.
+// sounds, resource files, random numbers, the output file, the log, switches.
 #pragma once
 
-#include "commands/commandtable.h"
 #include "commands/outputfile.h"
-#include "omlink.h"
+#include "puzzles/ranswer.h"
 
-#include <optional>
-#include <string>
-#include <utility>
+#include <string_view>
+#include <tuple>
+#include <vector>
 
 class EffectsWindow;
+class RGameSounds;
+class RMovies;
+class RResources;
 
-/// Registers the commands while it lives.
+/// What authors are told of a command.
+struct RCommandWords {
+    std::string_view name;
+    std::string_view arguments;
+};
+
+/// All commands, registered while it lives. Those of components go with them.
 class RCommands {
   public:
-    /// The window must outlive the commands.
-    explicit RCommands(EffectsWindow& window);
+    /// What the commands work on.
+    using Parts = std::tuple<EffectsWindow&, RResources&, RGameSounds&, RMovies&, ROutputFile&,
+                             RDefaultAnswerSounds&>;
+
+    /// The parts of the game must outlive the commands.
+    RCommands(EffectsWindow& window, RResources& resources, RGameSounds& sounds, RMovies& movies);
     ~RCommands();
     RCommands(const RCommands&) = delete;
     RCommands& operator=(const RCommands&) = delete;
 
     [[nodiscard]] static std::vector<RCommandWords> words();
 
-    /// Sets the palette again that a movie took the place of; called on screens of 8 bits only.
-    void setPaletteRestorer(OMLink restorer) { paletteRestorer_ = std::move(restorer); }
-
   private:
-    static const RCommandRow<RCommands> kRows[];
-
-    // One function a command, in the order of their names.
-    void closeFile();
-    void displayScreen();
-    void endTransition(bool quickly);
-    void freezeScreen();
-    void goToBlack();
-    void intersectTest(const std::string& first, const std::string& second);
-    void logMessage(const std::string& text);
-    void messageBox(const std::string& text);
-    void openFile(const std::string& path);
-    void randomNumber(int from, int to, std::optional<int> exclude);
-    void restorePalette();
-    void scene(int image, std::optional<int> palette);
-    void setAnswerGoHomeSound(int id);
-    void setAnswerPickUpSound(int id);
-    void setAnswerSnapSound(int id);
-    void setCorralTrinketNormalization(bool on);
-    void setDebugLevel(int level);
-    void setDoubleClicksEnabled(bool on);
-    void setSpeechCaching(bool on);
-    void setUseEmbeddedAnimationCoordinates(bool on);
-    void startTransition();
-    void writeToFile(std::string text, const std::string& newLine);
-
-    EffectsWindow& window_;
-    OMLink paletteRestorer_;
     ROutputFile output_;
+    RDefaultAnswerSounds answerSounds_;
+    Parts parts_;
 };

@@ -1,5 +1,6 @@
 #include "commands/menucommands.h"
 
+#include "movie/rsmackermovie.h"
 #include "omapp.h"
 #include "omlog.h"
 #include "scene/efwindow.h"
@@ -30,11 +31,6 @@ RMenuCommands::RMenuCommands(OMApp& app, EffectsWindow& window) : app_(app), win
     app.setAccelerators(kAccelerators, [&window] { return window.input().focus() != nullptr; });
 }
 
-RMenuCommands::~RMenuCommands() {
-    app_.setCommandHandler(nullptr);
-    app_.setAccelerators({}, nullptr);
-}
-
 bool RMenuCommands::handle(int command) {
     if (OMLog::handleCommand(command) || RScenePort::handleCommand(command)) return true;
     switch (command) {
@@ -45,8 +41,7 @@ bool RMenuCommands::handle(int command) {
 }
 
 void RMenuCommands::openExitScreen() {
-    const OMLink collect = movieCollector_;
-    collect();
+    if (RSmackerMovie* movie = RSmackerMovie::current()) movie->setCollecting(true);
     RScenePort::tellPaused();
     if (!app_.isRunning()) return; // a handler has ended the game
     if (app_.ask(RWarningText(warningtext::kReallyLeave), app_.productName()))

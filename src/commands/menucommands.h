@@ -1,23 +1,16 @@
 // What the commands of the menu do, and which keys are commands too.
 #pragma once
 
-#include "omlink.h"
-
-#include <utility>
-
 class EffectsWindow;
 class OMApp;
 
-/// Handles the application's commands while it lives. Application and window must outlive it.
+/// Handles the application's commands. The window must outlive it, and it all passes of the
+/// application's loop.
 class RMenuCommands {
   public:
     RMenuCommands(OMApp& app, EffectsWindow& window);
-    ~RMenuCommands();
     RMenuCommands(const RMenuCommands&) = delete;
     RMenuCommands& operator=(const RMenuCommands&) = delete;
-
-    /// Called when the exit screen opens: a movie that is current begins to collect.
-    void setMovieCollector(OMLink link) { movieCollector_ = std::move(link); }
 
   private:
     bool handle(int command);
@@ -26,5 +19,4 @@ class RMenuCommands {
 
     OMApp& app_;
     EffectsWindow& window_;
-    OMLink movieCollector_;
 };

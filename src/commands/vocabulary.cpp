@@ -8,9 +8,6 @@
 #include "activities/rpentgme.h"
 #include "backpack/rbackpck.h"
 #include "character/rcharctr.h"
-#include "commands/commands.h"
-#include "commands/resourcecommands.h"
-#include "commands/soundcommands.h"
 #include "dialog/rdialog.h"
 #include "movie/rsmackermovie.h"
 #include "ommultitrinket.h"
@@ -18,6 +15,7 @@
 #include "progress/rlaptrap.h"
 #include "puzzles/labelledanswer.h"
 #include "puzzles/racont.h"
+#include "puzzles/ranswer.h"
 #include "puzzles/rfabriccontainer.h"
 #include "puzzles/rhcont.h"
 #include "puzzles/rpuzzle.h"
@@ -74,14 +72,6 @@ constexpr const OMSClass* kClasses[] = {
 } // namespace
 
 std::span<const OMSClass* const> RGameClasses() { return kClasses; }
-
-std::vector<RCommandWords> RGameCommands() {
-    std::vector<RCommandWords> all;
-    for (const auto& words :
-         {RCommands::words(), RResourceCommands::words(), RSoundCommands::words()})
-        all.insert(all.end(), words.begin(), words.end());
-    return all;
-}
 
 RScriptClasses::RScriptClasses() {
     OMSRegistry& registry = OMSRegistry::global();

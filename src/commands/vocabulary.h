@@ -1,16 +1,12 @@
-// All words of the game's classes and commands, for tools and documents.
+// All classes of the game, for the program, tools and documents.
 #pragma once
 
-#include "commands/commandtable.h"
-
 #include <span>
-#include <vector>
 
 struct OMSClass;
 
 /// The classes that scripts can create, in the order of their names.
 [[nodiscard]] std::span<const OMSClass* const> RGameClasses();
-[[nodiscard]] std::vector<RCommandWords> RGameCommands();
 
 /// The classes, registered while it lives.
 class RScriptClasses {

@@ -1,6 +1,7 @@
 #include "progress/progresslayout.h"
 
 #include "formats/base/scanner.h"
+#include "omformat.h"
 #include "ompath.h"
 #include "omplatform.h"
 #include "omresourcelog.h"
@@ -8,6 +9,7 @@
 #include "world/locations.h"
 
 #include <algorithm>
+#include <span>
 
 namespace {
 
@@ -23,89 +25,56 @@ constexpr int kFarthest = 10'000; ///< pixels from the panel
 constexpr int kLastColor = 255;
 constexpr int kLastLocation = 46;
 
-constexpr std::string_view kBuiltIn = R"(
-PRACTICE
-PANEL 12100 0 0
-SOUND 12101
-HINT 12102
-CLOSE 12001 580 16
-REFUSAL 12002 260 200
-NAME 40 24 -1 255
-MUSIC 12003 480 16 12004 524 16
-PART seenLapTrapInPractice 12103
-MAP CBA1 12032 30 90
-MAP CBA2 12033 30 140
-MAP CMA 12038 30 190
-MAP CWS1 12021 30 240
-MAP CWS2 12022 30 290
-MAP CWS3 12023 30 340
-MAP CWS4 12024 30 390
-MAP OMA 12039 330 90
-MAP OWS1 12025 330 140
-MAP OWS2 12026 330 190
-MAP OWS3 12027 330 240
-MAP OWS4 12028 330 290
-MAP PWS1 12029 330 340
-MAP PWS2 12030 330 390
-PART seenProgressLevels 12104
-LEVELS CBA1 12011 120 90 12012 160 90 12013 200 90 12014 240 90 12015 286 90
-LEVELS CBA2 12011 120 140 12012 160 140 12013 200 140 12014 240 140 12015 286 140
-LEVELS CMA 12011 120 190 12012 160 190 12013 200 190 12014 240 190 12015 286 190
-LEVELS CWS1 12011 120 240 12012 160 240 12013 200 240 12014 240 240 12015 286 240
-LEVELS CWS2 12011 120 290 12012 160 290 12013 200 290 12014 240 290 12015 286 290
-LEVELS CWS3 12011 120 340 12012 160 340 12013 200 340 12014 240 340 12015 286 340
-LEVELS CWS4 12011 120 390 12012 160 390 12013 200 390 12014 240 390 12015 286 390
-LEVELS OMA 12011 420 90 12012 460 90 12013 500 90 12014 540 90 12015 586 90
-LEVELS OWS1 12011 420 140 12012 460 140 12013 500 140 12014 540 140 12015 586 140
-LEVELS OWS2 12011 420 190 12012 460 190 12013 500 190 12014 540 190 12015 586 190
-LEVELS OWS3 12011 420 240 12012 460 240 12013 500 240 12014 540 240 12015 586 240
-LEVELS OWS4 12011 420 290 12012 460 290 12013 500 290 12014 540 290 12015 586 290
-LEVELS PWS1 12011 420 340 12012 460 340 12013 500 340 12014 540 340 12015 586 340
-LEVELS PWS2 12011 420 390 12012 460 390 12013 500 390 12014 540 390 12015 586 390
+/// A location, the picture of its map button, and that one's place. Four level buttons and a check
+/// box stand to its right.
+struct BuiltInChoice {
+    const char* location;
+    int picture;
+    int x;
+    int y;
+};
+constexpr BuiltInChoice kCairo[] = {
+    {"CBA1", 12032, 30, 90},  {"CBA2", 12033, 30, 140}, {"CMA", 12038, 30, 190},
+    {"CWS1", 12021, 30, 240}, {"CWS2", 12022, 30, 290}, {"CWS3", 12023, 30, 340},
+    {"CWS4", 12024, 30, 390},
+};
+constexpr BuiltInChoice kOasis[] = {
+    {"OMA", 12039, 330, 90},   {"OWS1", 12025, 330, 140}, {"OWS2", 12026, 330, 190},
+    {"OWS3", 12027, 330, 240}, {"OWS4", 12028, 330, 290}, {"PWS1", 12029, 330, 340},
+    {"PWS2", 12030, 330, 390},
+};
 
-GAME
-PANEL 12200 0 0
-SOUND 12201
-HINT 12202
-CLOSE 12001 580 16
+constexpr const char* kBuiltInCommon = R"(CLOSE 12001 580 16
 REFUSAL 12002 260 200
 NAME 40 24 -1 255
 MUSIC 12003 480 16 12004 524 16
-PART seenCairoMap 12203 C*
-MAP CBA1 12032 30 90
-MAP CBA2 12033 30 140
-MAP CMA 12038 30 190
-MAP CWS1 12021 30 240
-MAP CWS2 12022 30 290
-MAP CWS3 12023 30 340
-MAP CWS4 12024 30 390
-MAP CHUB 12035 30 440
-PART seenOasisMap 12204 O* P*
-MAP OMA 12039 330 90
-MAP OWS1 12025 330 140
-MAP OWS2 12026 330 190
-MAP OWS3 12027 330 240
-MAP OWS4 12028 330 290
-MAP PWS1 12029 330 340
-MAP PWS2 12030 330 390
-MAP OHUB 12036 330 440
-PART seenProgressLevels 12104 C*
-LEVELS CBA1 12011 120 90 12012 160 90 12013 200 90 12014 240 90 12015 286 90
-LEVELS CBA2 12011 120 140 12012 160 140 12013 200 140 12014 240 140 12015 286 140
-LEVELS CMA 12011 120 190 12012 160 190 12013 200 190 12014 240 190 12015 286 190
-LEVELS CWS1 12011 120 240 12012 160 240 12013 200 240 12014 240 240 12015 286 240
-LEVELS CWS2 12011 120 290 12012 160 290 12013 200 290 12014 240 290 12015 286 290
-LEVELS CWS3 12011 120 340 12012 160 340 12013 200 340 12014 240 340 12015 286 340
-LEVELS CWS4 12011 120 390 12012 160 390 12013 200 390 12014 240 390 12015 286 390
-PART seenProgressLevels 12104 O* P*
-LEVELS OMA 12011 420 90 12012 460 90 12013 500 90 12014 540 90 12015 586 90
-LEVELS OWS1 12011 420 140 12012 460 140 12013 500 140 12014 540 140 12015 586 140
-LEVELS OWS2 12011 420 190 12012 460 190 12013 500 190 12014 540 190 12015 586 190
-LEVELS OWS3 12011 420 240 12012 460 240 12013 500 240 12014 540 240 12015 586 240
-LEVELS OWS4 12011 420 290 12012 460 290 12013 500 290 12014 540 290 12015 586 290
-LEVELS PWS1 12011 420 340 12012 460 340 12013 500 340 12014 540 340 12015 586 340
-LEVELS PWS2 12011 420 390 12012 460 390 12013 500 390 12014 540 390 12015 586 390
 )";
+
+std::string mapRows(std::span<const BuiltInChoice> choices) {
+    std::string rows;
+    for (const auto& [location, picture, x, y] : choices)
+        rows += OMFormat("MAP %s %d %d %d\n", location, picture, x, y);
+    return rows;
+}
+
+std::string levelRows(std::span<const BuiltInChoice> choices) {
+    std::string rows;
+    for (const auto& [location, picture, x, y] : choices)
+        rows += OMFormat("LEVELS %s 12011 %d %d 12012 %d %d 12013 %d %d 12014 %d %d 12015 %d %d\n",
+                         location, x + 90, y, x + 130, y, x + 170, y, x + 210, y, x + 256, y);
+    return rows;
+}
+
+std::string builtInText() {
+    const std::string practice = "PRACTICE\nPANEL 12100 0 0\nSOUND 12101\nHINT 12102\n";
+    const std::string game = "GAME\nPANEL 12200 0 0\nSOUND 12201\nHINT 12202\n";
+    return practice + kBuiltInCommon + "PART seenLapTrapInPractice 12103\n" + mapRows(kCairo) +
+           mapRows(kOasis) + "PART seenProgressLevels 12104\n" + levelRows(kCairo) +
+           levelRows(kOasis) + game + kBuiltInCommon + "PART seenCairoMap 12203 C*\n" +
+           mapRows(kCairo) + "MAP CHUB 12035 30 440\nPART seenOasisMap 12204 O* P*\n" +
+           mapRows(kOasis) + "MAP OHUB 12036 330 440\nPART seenProgressLevels 12104 C*\n" +
+           levelRows(kCairo) + "PART seenProgressLevels 12104 O* P*\n" + levelRows(kOasis);
+}
 
 bool matches(std::string_view name, std::string_view place) {
     if (!place.ends_with('*')) return name == place;
@@ -322,8 +291,9 @@ bool ProgressPart::isAt(int location) const {
 }
 
 ProgressLayouts ProgressLayouts::builtIn() {
+    const std::string text = builtInText();
     ProgressLayouts layouts;
-    Reader("the built-in layouts", kBuiltIn).readInto(layouts);
+    Reader("the built-in layouts", text).readInto(layouts);
     return layouts;
 }
 

@@ -199,9 +199,9 @@ void RLapTrap::introduce(const std::string& flag, int sound) {
 }
 
 void RLapTrap::startHint(int sound) {
-    const std::uint64_t due = clock_.now() + kHintTicks;
+    const std::int64_t due = clock_.ticks() + kHintTicks;
     const auto look = [this, due, sound] {
-        if (clock_.now() < due) return;
+        if (clock_.ticks() < due) return;
         hint_.reset();
         if (isVisible()) speech_.say(sound);
     };
@@ -347,4 +347,40 @@ void RLapTrap::close() {
     speech_.stop();
     setVisible(false);
     fireEvent("closed");
+}
+
+// Speeches
+
+void LapTrapSpeech::say(int sound) {
+    if (sound == OMEffectSounds::kNoSound) return;
+    waiting_.push_back(sound);
+    if (!handle_) next();
+}
+
+void LapTrapSpeech::next() {
+    while (!waiting_.empty()) {
+        const int sound = waiting_.front();
+        waiting_.pop_front();
+        OMEffectSounds* sounds = OMEffectSounds::require(
+            "soundURLEx == NULL", "Extended Sound URL is not installed in RLapTrap");
+        if (!sounds) continue;
+        const auto handle = std::make_shared<int>(OMEffectSounds::kNotPlaying);
+        handle_ = handle;
+        *handle = sounds->playEffect(sound, [this, which = std::weak_ptr(handle)] {
+            // Of a speech that was stopped, nothing is left.
+            if (which.expired()) return;
+            handle_.reset();
+            next();
+        });
+        if (handle_ != handle) return; // it has ended already
+        if (*handle != OMEffectSounds::kNotPlaying) return;
+        handle_.reset();
+    }
+}
+
+void LapTrapSpeech::stop() {
+    waiting_.clear();
+    if (!handle_) return;
+    const int handle = *std::exchange(handle_, nullptr);
+    if (OMEffectSounds* sounds = OMEffectSounds::current()) sounds->endEffect(handle);
 }

@@ -12,12 +12,11 @@
 // The parts of the screen belong to it, lie above it, and move, hide and show with it.
 #pragma once
 
-#include "character/fidgetgroup.h"
 #include "ominstalled.h"
 #include "omtask.h"
+#include "omticks.h"
 #include "progress/progresslayout.h"
 #include "progress/rlaptrapbutton.h"
-#include "progress/rlaptrapspeech.h"
 #include "progress/rlaptrapworld.h"
 #include "ranimation.h"
 #include "world/locations.h"
@@ -35,6 +34,27 @@ struct LapTrapLayouts : OMInstalled<LapTrapLayouts> {
     explicit LapTrapLayouts(ProgressLayouts layouts) : all(std::move(layouts)) {}
 
     ProgressLayouts all;
+};
+
+/// What the screen says: sounds that follow each other.
+class LapTrapSpeech {
+  public:
+    LapTrapSpeech() = default;
+    ~LapTrapSpeech() { stop(); }
+    LapTrapSpeech(const LapTrapSpeech&) = delete;
+    LapTrapSpeech& operator=(const LapTrapSpeech&) = delete;
+
+    /// When all that was to be said before has ended. OMEffectSounds::kNoSound is silent; without
+    /// sounds a failed check, and no effect.
+    void say(int sound);
+    /// Ends the sound that plays; the others are not played.
+    void stop();
+
+  private:
+    void next();
+
+    std::deque<int> waiting_;
+    std::shared_ptr<int> handle_; ///< of the sound that plays; null while none does
 };
 
 class RLapTrap final : public RAnimation {
@@ -121,6 +141,6 @@ class RLapTrap final : public RAnimation {
     OMAnimation* refusal_ = nullptr;
     bool refusing_ = false; ///< it plays
 
-    FidgetClock clock_;
+    OMTickClock clock_;
     std::unique_ptr<OMTask> hint_; ///< until it was given, or something was pressed
 };

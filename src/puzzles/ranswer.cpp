@@ -59,7 +59,9 @@ const OMSClass RGraphicAnswer::kClass{"RGraphicAnswer", &RAnswer::kClass, kRGrap
 
 RAnswer::RAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
     : RAnimation(window, std::move(image), id, x, y), home_(corner()), homeOrigin_(origin()),
-      homeZ_(z()) {}
+      homeZ_(z()) {
+    if (const auto* defaults = RDefaultAnswerSounds::current()) sounds_ = *defaults;
+}
 
 RAnswer::RAnswer(const RAnswer& other)
     : RAnimation(other), extra_(other.extra_), home_(other.home_), homeOrigin_(other.homeOrigin_),

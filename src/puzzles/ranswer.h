@@ -8,6 +8,7 @@
 #pragma once
 
 #include "omid.h"
+#include "ominstalled.h"
 #include "omsclass.h"
 #include "ranimation.h"
 
@@ -42,12 +43,12 @@ struct AnswerSounds {
     std::int16_t snap = kNone;
 };
 
+/// What new answers begin with; none without it.
+struct RDefaultAnswerSounds : OMInstalled<RDefaultAnswerSounds>, AnswerSounds {};
+
 class RAnswer : public RAnimation {
   public:
     static const OMSClass kClass;
-
-    /// What new answers begin with.
-    static inline AnswerSounds defaultSounds;
 
     RAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y);
     ~RAnswer() override { retire(); }
@@ -160,7 +161,7 @@ class RAnswer : public RAnimation {
     bool changesContainer_ = false; ///< its events are being raised
     RContainer* holder_ = nullptr;  ///< in whose list it is
     unsigned containerChanges_ = 0; ///< a handler of one may make another
-    AnswerSounds sounds_ = defaultSounds;
+    AnswerSounds sounds_;
     std::string attribute_;
     std::optional<std::string> value_; ///< once it was written
 };

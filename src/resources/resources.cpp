@@ -1,6 +1,7 @@
 #include "resources/resources.h"
 
 #include "formats/base/latin1.h"
+#include "omapp.h"
 #include "omcachedfile.h"
 #include "omformat.h"
 #include "omistreamdll16.h"
@@ -153,7 +154,7 @@ void RResources::shutDown() {
     OMOpenLibrary::setKeepOpen(false);
 }
 
-void RResources::activateDLL(std::string_view name, bool permanent) {
+void RResources::activateDLL(const std::string& name, bool permanent) {
     FileRecord* record = find(name);
     if (!record || record->active) return;
     OMResMgrActivate(record->name);
@@ -163,7 +164,7 @@ void RResources::activateDLL(std::string_view name, bool permanent) {
                   permanent ? " permanently" : " temporarily");
 }
 
-void RResources::deactivateDLL(std::string_view name) {
+void RResources::deactivateDLL(const std::string& name) {
     FileRecord* record = find(name);
     if (record && record->active && !record->activatedPermanently) deactivate(*record);
 }
@@ -179,38 +180,39 @@ void RResources::deactivate(FileRecord& record) {
     OMLog::writef(OMLog::Kind::Message, "Deactivating DLL %s", record.name.c_str());
 }
 
-void RResources::cacheDLL(std::string_view name, const CacheOptions& options) {
+void RResources::cacheDLL(const std::string& name, bool inBackground, bool permanently,
+                          bool toHardDrive) {
     FileRecord* record = find(name);
     if (!record || OMCachedFile::isCached(record->name)) return;
-    if (!makeCopy(*record, options)) return;
-    record->cachedPermanently = options.permanently;
+    if (!makeCopy(*record, inBackground, toHardDrive)) return;
+    record->cachedPermanently = permanently;
     OMLog::writef(OMLog::Kind::Message, "Caching DLL %s%s%s%s", record->name.c_str(),
-                  options.inBackground ? " in the background" : " immediately",
-                  options.permanently ? " permanently" : " temporarily",
-                  options.toHardDrive ? " to the Hard Drive" : " to memory");
+                  inBackground ? " in the background" : " immediately",
+                  permanently ? " permanently" : " temporarily",
+                  toHardDrive ? " to the Hard Drive" : " to memory");
 }
 
-bool RResources::makeCopy(const FileRecord& record, const CacheOptions& options) const {
+bool RResources::makeCopy(const FileRecord& record, bool inBackground, bool toHardDrive) const {
     const std::string& name = record.name;
     const std::string copy = homeDirectory_ + name;
-    if (options.toHardDrive &&
+    if (toHardDrive &&
         (name.find_first_of("\\/:") != std::string::npos || !isFreeForCopy(copy, name))) {
         OMLog::writef(OMLog::Kind::Error, "%s is not copied to %s: move the file that lies there",
                       name.c_str(), copy.c_str());
         return false;
     }
-    if (options.inBackground && options.toHardDrive)
+    if (inBackground && toHardDrive)
         OMCachedFile::cacheInBkgd(name, copy, nullptr, 0, false);
-    else if (options.inBackground)
+    else if (inBackground)
         OMCachedFile::cacheInBkgd(name, nullptr, 0, false);
-    else if (options.toHardDrive)
+    else if (toHardDrive)
         OMCachedFile::cache(name, copy);
     else
         OMCachedFile::cache(name);
     return true;
 }
 
-void RResources::uncacheDLL(std::string_view name) {
+void RResources::uncacheDLL(const std::string& name) {
     const FileRecord* record = find(name);
     if (record && OMCachedFile::isCached(record->name) && !record->cachedPermanently)
         uncache(*record);
@@ -263,7 +265,7 @@ std::unique_ptr<OMIStream> RResources::load(int id, std::string_view type, int b
 }
 
 void RResources::report(const std::string& text) {
-    alert_(text);
+    if (OMApp* app = OMApp::getApp()) app->alert(text);
     OMLog::write(OMLog::Kind::Error, text);
 }
 

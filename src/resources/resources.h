@@ -43,24 +43,17 @@ class RResources {
 
     /// Where copies of resource files are put on the hard disk; ends in a backslash.
     void setHomeDirectory(std::string directory) { homeDirectory_ = std::move(directory); }
-    /// Shows a text to the person at the machine; until it is set texts are only logged.
-    void setAlertLink(OMLinkTo<void(std::string_view)> alert) { alert_ = std::move(alert); }
 
     // Names of files may be in any case. A name that is not known does nothing.
-    void activateDLL(std::string_view name, bool permanent);
-    void deactivateDLL(std::string_view name);
+    void activateDLL(const std::string& name, bool permanent);
+    void deactivateDLL(const std::string& name);
     /// Files that were activated permanently stay active unless `force` is set.
     void deactivateAllDLLs(bool force);
 
-    struct CacheOptions {
-        bool inBackground = false;
-        bool permanently = false;
-        bool toHardDrive = false;
-    };
     /// Copies a file that is not cached yet to where it is read faster.
-    void cacheDLL(std::string_view name, const CacheOptions& options);
+    void cacheDLL(const std::string& name, bool inBackground, bool permanently, bool toHardDrive);
     /// Files that were cached permanently stay cached.
-    void uncacheDLL(std::string_view name);
+    void uncacheDLL(const std::string& name);
     /// As above unless `force` is set.
     void uncacheAllDLLs(bool force);
 
@@ -92,7 +85,7 @@ class RResources {
     FileRecord* find(std::string_view name);
     void deactivate(FileRecord& record);
     /// False when the copy would take the place of another file.
-    bool makeCopy(const FileRecord& record, const CacheOptions& options) const;
+    bool makeCopy(const FileRecord& record, bool inBackground, bool toHardDrive) const;
     void uncache(const FileRecord& record);
     void report(const std::string& text);
 
@@ -102,5 +95,4 @@ class RResources {
     std::vector<std::string> mapIdentifiers_;                ///< of the maps read; start-up only
     std::set<int> streamedSounds_;
     std::string homeDirectory_;
-    OMLinkTo<void(std::string_view)> alert_;
 };

@@ -1,6 +1,5 @@
 #include "scene/backgroundmusic.h"
 
-#include "omdebug.h"
 #include "omid.h"
 #include "omwaveengine.h"
 #include "sound/streamsound.h"
@@ -11,7 +10,6 @@ namespace {
 
 constexpr int kSilent = 0;
 constexpr std::uint32_t kMusicPriority = 110; ///< before the sound engine mixes
-constexpr int kReadInPieces = kOMIStreamBuffered;
 
 int clampedVolume(int volume) { return std::clamp(volume, kSilent, OMSound::kFullVolume); }
 
@@ -86,12 +84,9 @@ void BackgroundMusic::awaitDevice() {
 
 void BackgroundMusic::createSound() {
     if (id_ == kNoMusic) return;
-    if (!OMDebug::check(static_cast<bool>(source_), "streamURL == NULL",
-                        "Stream URL is not installed in RScenePort"))
-        return;
-    std::unique_ptr<OMIStream> stream = source_(id_, kReadInPieces);
-    if (!stream) return;
-    music_ = std::make_unique<RStreamSound>(std::move(stream));
+    music_ =
+        RSoundStreams::load(id_, kOMIStreamBuffered, "Stream URL is not installed in RScenePort");
+    if (!music_) return;
     music_->sound.setPlayCount(kOMSoundPlayForever);
     music_->sound.setFinishedLink([this] { playing_ = false; });
 }
@@ -155,7 +150,7 @@ void BackgroundMusic::beginFade(int from, int to, int seconds, bool thenStop) {
                          .to = to,
                          .thenStop = thenStop,
                          .start = now,
-                         .duration = std::int64_t{seconds} * ScenePause::kTicksPerSecond,
+                         .duration = std::int64_t{seconds} * kOMTicksPerSecond,
                          .heldSince = held_ ? std::optional(now) : std::nullopt,
                          .task = {[this] { fade(); }, kMusicPriority}});
 }

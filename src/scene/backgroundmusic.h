@@ -7,8 +7,6 @@
 #pragma once
 
 #include "ominstalled.h"
-#include "omistream.h"
-#include "omlink.h"
 #include "omtask.h"
 #include "scene/scenepause.h"
 
@@ -21,16 +19,11 @@ class RStreamSound;
 
 class BackgroundMusic : public OMInstalled<BackgroundMusic> {
   public:
-    /// A sound by its id, to be read in that buffer mode; null when there is none.
-    using StreamSource = OMLinkTo<std::unique_ptr<OMIStream>(int id, int bufferMode)>;
-
     static constexpr int kNoMusic = -1; ///< an id
 
     /// The current music while it lives. `scene` must outlive it. Fatal without an application.
     explicit BackgroundMusic(ScenePause& scene);
     ~BackgroundMusic();
-
-    void setStreamSource(StreamSource source) { source_ = std::move(source); }
 
     [[nodiscard]] int id() const { return id_; }
     [[nodiscard]] int volume() const { return volume_; } ///< 0 to 100
@@ -44,7 +37,7 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
     void setEnabled(bool enabled);
 
     /// Starts a sound, or goes on with the one that plays at another volume. With a fade of more
-    /// than 0 seconds the volume comes up from 0. Without a source, or without a sound of that id,
+    /// than 0 seconds the volume comes up from 0. Without RSoundStreams, or a sound of that id,
     /// nothing plays. While the sound engine has yielded the device, it waits for that.
     void start(int id, int volume, int fadeSeconds);
     /// With a fade of more than 0 seconds when the volume has gone down to 0.
@@ -81,7 +74,6 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
     void fade();
 
     ScenePause& scene_;
-    StreamSource source_;
     int id_ = kNoMusic;
     int volume_;
     bool enabled_ = true;

@@ -8,6 +8,7 @@
 #include "omlog.h"
 #include "omplatform.h"
 #include "omresourcelog.h"
+#include "scene/rscenprt.h"
 #include "yengine.h"
 
 #include <algorithm>
@@ -21,9 +22,10 @@ int nowMs() { return static_cast<int>(OMMilliseconds()); }
 
 } // namespace
 
-EffectsWindow::EffectsWindow(Point corner, std::string_view title)
+EffectsWindow::EffectsWindow(Point corner, std::string_view title, ScenePause* pause)
     : OMTrinketWindow(Rect{corner.x, corner.y, corner.x + kWidth, corner.y + kHeight}, nullptr,
-                      title) {
+                      title),
+      pause_(pause) {
     // Animations that are made before the first scene have colours too.
     if (backBuffer().depth() > OMCanvas::kIndexedDepth && !AOPaletteRecord::current())
         AOPaletteRecord::setCurrent(std::make_shared<AOPaletteRecord>(canvas().devicePalette()));
@@ -78,8 +80,7 @@ void EffectsWindow::startTransition() {
     OMLog::writef(OMLog::Kind::Message, "\nStarting Transition, current ms: %d", nowMs());
     showWaitCursor();
     goToBlack();
-    const OMLink step = transitionStart_;
-    step();
+    if (pause_) pause_->raise(RScenePort::exists());
 }
 
 void EffectsWindow::endTransition(bool quickly) {
@@ -87,8 +88,7 @@ void EffectsWindow::endTransition(bool quickly) {
         endTransitionQuickly();
     else
         displayScreen();
-    const OMLink step = transitionEnd_;
-    step();
+    if (pause_) pause_->lower();
     restoreCursor();
     OMLog::writef(OMLog::Kind::Message, "Ending Transition, current ms: %d\n", nowMs());
 }

@@ -6,6 +6,7 @@
 #include "aobackground.h"
 #include "aodeep.h"
 #include "omtrinketwindow.h"
+#include "scene/scenepause.h"
 
 #include <memory>
 
@@ -19,8 +20,8 @@ class EffectsWindow : public OMTrinketWindow {
     static constexpr int kWidth = 640;
     static constexpr int kHeight = 480;
 
-    /// The window's upper left corner in screen pixels.
-    EffectsWindow(platform::Point corner, std::string_view title);
+    /// The window's upper left corner in screen pixels. `pause` lasts as long as a transition.
+    EffectsWindow(platform::Point corner, std::string_view title, ScenePause* pause = nullptr);
     /// The colours that animations know on deeper screens go with it.
     ~EffectsWindow() override { AOPaletteRecord::setCurrent(nullptr); }
 
@@ -40,13 +41,10 @@ class EffectsWindow : public OMTrinketWindow {
     /// As displayScreen, but only what changes from now on is shown.
     void endTransitionQuickly();
 
-    /// The wait cursor, goToBlack, then the game's own step.
+    /// The wait cursor, goToBlack, then the pause of the scene.
     void startTransition();
-    /// Ends with displayScreen or quickly, then takes the game's own step and puts the cursor back.
+    /// Ends with displayScreen or quickly, then ends the pause and puts the cursor back.
     void endTransition(bool quickly);
-    /// What the game does when a transition has begun, and when it ends.
-    void setTransitionStart(OMLink link) { transitionStart_ = std::move(link); }
-    void setTransitionEnd(OMLink link) { transitionEnd_ = std::move(link); }
 
     /// Makes everything composed so far part of the background picture.
     void freezeScreen();
@@ -83,9 +81,8 @@ class EffectsWindow : public OMTrinketWindow {
     Locator paletteLocator_;
     PaletteFilter paletteFilter_;
     bool doubleClicksDisabled_ = false;
-    bool updating_ = false; ///< in a cycle of `update`
-    OMLink transitionStart_;
-    OMLink transitionEnd_;
+    bool updating_ = false;                       ///< in a cycle of `update`
+    ScenePause* pause_;                           ///< null: none
     std::shared_ptr<const OMCursor> savedCursor_; ///< while the wait cursor is shown
 };
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "omlink.h"
+#include "omticks.h"
 
 #include <cstdint>
 #include <optional>
@@ -10,10 +11,9 @@
 
 class ScenePause {
   public:
-    static constexpr int kTicksPerSecond = 60;
-
-    /// Whether there is a current movie, playing or not.
-    void setMovieIsCurrent(OMLinkTo<bool()> link) { movieIsCurrent_ = std::move(link); }
+    /// The link tells whether there is a current movie, playing or not.
+    explicit ScenePause(OMLinkTo<bool()> movieIsCurrent = {})
+        : movieIsCurrent_(std::move(movieIsCurrent)) {}
     [[nodiscard]] bool movieIsCurrent() const { return movieIsCurrent_(); }
 
     /// A transition begins; they may be nested. Pauses the scene if there is one to be paused.
@@ -27,13 +27,9 @@ class ScenePause {
     [[nodiscard]] std::int64_t ticks();
 
   private:
-    /// Milliseconds of the program's clock.
-    std::int64_t clock();
-
     OMLinkTo<bool()> movieIsCurrent_;
     int level_ = 0;
-    std::int64_t clock_ = 0;
-    std::uint32_t readMs_ = 0;                ///< of the platform's clock when it was last read
-    std::optional<std::int64_t> pausedSince_; ///< milliseconds of clock()
+    OMTickClock clock_;
+    std::optional<std::int64_t> pausedSince_; ///< milliseconds of the clock
     std::int64_t pausedMs_ = 0;               ///< in all pauses that are over
 };

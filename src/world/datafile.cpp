@@ -3,7 +3,6 @@
 #include "formats/base/bytes.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <span>
 
@@ -41,17 +40,14 @@ void addProperties(std::string& file, const Properties& properties, std::string_
     }
 }
 
-constexpr std::uint32_t inFileOrder(std::uint32_t number) {
-    if constexpr (std::endian::native == std::endian::little) return number;
-    return number << 24 | (number & 0xFF00) << 8 | (number >> 8 & 0xFF00) | number >> 24;
-}
-
+/// Little-endian.
 void addNumbers(std::string& file, const PlayerRecord& record) {
-    std::array<std::uint32_t, kRecordNumbers> numbers;
-    std::ranges::transform(record.numbers(), numbers.begin(), [](std::int32_t number) {
-        return inFileOrder(static_cast<std::uint32_t>(number));
-    });
-    file.append(reinterpret_cast<const char*>(numbers.data()), kRecordSize);
+    const std::span<const std::int32_t> numbers = record.numbers();
+    if constexpr (std::endian::native == std::endian::little)
+        file.append(reinterpret_cast<const char*>(numbers.data()), numbers.size_bytes());
+    else
+        for (const std::int32_t number : numbers)
+            for (int shift = 0; shift < 32; shift += 8) file += static_cast<char>(number >> shift);
 }
 
 // ---------------------------------------------------------------------------- reading

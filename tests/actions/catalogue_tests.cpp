@@ -5,6 +5,7 @@
 #include "actions/sndact.h"
 #include "formats/sound/wave.h"
 #include "ranimation.h"
+#include "sound/streamsound.h"
 
 using namespace testing_support;
 
@@ -368,7 +369,7 @@ TEST_F(CatalogueTest, CallsAndPropertiesReachTheirObject) {
 }
 
 TEST_F(CatalogueTest, SoundsTellTheirEnd) {
-    SoundAction::setStreamLocator([](int id, int) -> std::unique_ptr<OMIStream> {
+    RSoundStreams streams([](int id, int) -> std::unique_ptr<OMIStream> {
         if (id != 5) return nullptr;
         return std::make_unique<MemoryStream>(
             testing_support::toBytes(formats::sound::writeRiff(formats::Bytes(2205, 140), 22050)));
@@ -390,7 +391,7 @@ TEST_F(CatalogueTest, SoundsTellTheirEnd) {
         queueOf({"SoundAction", none}).start();
         EXPECT_EQ(after(0), "0 done; ");
     }
-    SoundAction::setStreamLocator(nullptr);
+    RSoundStreams::setCurrent(nullptr);
     queueOf({"SoundAction", "5"}).start();
     EXPECT_EQ(failedChecks, Strings{"Stream URL is not installed in SoundAction"});
 }

@@ -5,6 +5,7 @@
 #include "src/gamefixture.h"
 
 #include "puzzles/racont.h"
+#include "puzzles/ranswer.h"
 #include "puzzles/rcontainer.h"
 #include "puzzles/rfabriccontainer.h"
 #include "puzzles/rhcont.h"

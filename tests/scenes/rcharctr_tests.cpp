@@ -4,12 +4,8 @@
 #include "trinkets/windowfixture.h"
 
 #include "aosounds.h"
-#include "commands/commands.h"
 #include "omao.h"
 #include "omrandom.h"
-#include "omsarguments.h"
-#include "scene/efwindow.h"
-#include "ykeyword.h"
 
 #include <map>
 #include <set>
@@ -50,7 +46,6 @@ class CharacterTest : public WindowTest, private AOSounds {
     ~CharacterTest() override {
         character.reset();
         AOSounds::setCurrent(nullptr);
-        RCharacter::setSpeechListeners(nullptr, nullptr);
         AOImage::setSourceLocator(nullptr);
     }
 
@@ -302,8 +297,8 @@ TEST_F(CharacterTest, OnlyWhatPlaysIsPaused) {
 TEST_F(CharacterTest, ASpeechIsItsSequenceAndItsSounds) {
     character->addSpeechAnim(kOther);
     character->addSpeechAnim(kSpeech); // 501 is there already
-    RCharacter::setSpeechListeners([&](int id) { heard += "first " + std::to_string(id) + " "; },
-                                   [&](int id) { heard += "second " + std::to_string(id) + " "; });
+    speeches.listeners = {[&](int id) { heard += "first " + std::to_string(id) + " "; },
+                          [&](int id) { heard += "second " + std::to_string(id) + " "; }};
     speak(502);
     EXPECT_EQ(watch(300), "u") << "seen until it is silent";
     EXPECT_EQ(takeHeard(), "first 502 ");
@@ -348,11 +343,7 @@ TEST_F(CharacterTest, CachedSpeechesAreLoadedOnce) {
     RCharacter(window, kPose, {}).addSpeechAnim(kSpeech);
     character->addSpeechAnim(kSpeech);
     EXPECT_EQ(std::exchange(loads, 0), 2) << "the settle pose, and the speeches of both";
-    EffectsWindow game({0, 0}, "Game");
-    auto commands = std::make_unique<RCommands>(game);
-    OMSArguments::global().clear();
-    OMSArguments::global().push("1");
-    YCommands::find("SetSpeechCaching")->invoke();
+    speeches.caching = true;
     character->addSpeechAnim(kOther);
     loads = 0;
     const std::pair<int, const char*> rows[] = {{501, "sp"}, {502, "up"}, {503, "vp"}, {501, "sp"}};
@@ -365,7 +356,7 @@ TEST_F(CharacterTest, CachedSpeechesAreLoadedOnce) {
     }
     EXPECT_EQ(loads, 2);
     EXPECT_TRUE(character->member(1000) && character->member(1001) && !character->member(1002));
-    commands.reset(); // with which the switch is off again
+    speeches.caching = false;
     speak(501);
     EXPECT_TRUE(character->member(2)) << "on its own layer, which goes again";
 }
@@ -423,7 +414,7 @@ TEST_F(CharacterTest, WhoeverDestroysItWhoWaitsIsToldOnce) {
     };
     const auto inListener = [&] {
         character->stop();
-        RCharacter::setSpeechListeners([destroy](int) { destroy(); }, nullptr);
+        speeches.listeners[0] = [destroy](int) { destroy(); };
         character->addSpeechAnim(kSpeech);
         const OMUnderWay underWay;
         speak(501);

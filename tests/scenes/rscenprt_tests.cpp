@@ -7,6 +7,7 @@
 
 #include "scene/backgroundmusic.h"
 #include "scene/efwindow.h"
+#include "sound/streamsound.h"
 
 #include <algorithm>
 #include <array>
@@ -30,20 +31,10 @@ class ScenePortTest : public SoundTest {
     ScenePortTest() {
         files.put("1", RiffSound{.data = Samples(13 * kSize, kSilence + 100)}.build());
         files.put("2", RiffSound{.data = Samples(4 * kSize, kSilence + 50)}.build());
-        installSource();
         app->begin();
         pass(0);
     }
 
-    void installSource() {
-        music.setStreamSource([this](int id, int mode) -> std::unique_ptr<OMIStream> {
-            asked.push_back(id);
-            EXPECT_EQ(mode, kOMIStreamBuffered);
-            const std::string name = std::to_string(id);
-            if (!files.exists(name)) return nullptr;
-            return std::make_unique<OMIStreamFile>(name, mode);
-        });
-    }
     static Port make() {
         auto made = std::make_unique<RScenePort>();
         made->takeClass(RScenePort::kClass);
@@ -77,6 +68,13 @@ class ScenePortTest : public SoundTest {
 
     ScenePause scene;
     EffectsWindow window{{0, 0}, "Game"};
+    RSoundStreams streams{[this](int id, int mode) -> std::unique_ptr<OMIStream> {
+        asked.push_back(id);
+        EXPECT_EQ(mode, kOMIStreamBuffered);
+        const std::string name = std::to_string(id);
+        if (!files.exists(name)) return nullptr;
+        return std::make_unique<OMIStreamFile>(name, mode);
+    }};
     BackgroundMusic music{scene};
     std::int64_t time = 123; ///< ms
     std::vector<int> asked;  ///< ids
@@ -219,7 +217,7 @@ TEST_F(ScenePortTest, TransitionsHoldTheFadeAndTheMusicPlaysOn) {
 
 TEST_F(ScenePortTest, AMovieKeepsWhatIsPausedUntilTheNextTime) {
     bool movie = true;
-    scene.setMovieIsCurrent([&] { return movie; });
+    scene = ScenePause([&] { return movie; });
     music.start(kLouder, 100, 10);
     hearAfter(1000);
     scene.raise(true);
@@ -374,11 +372,11 @@ TEST_F(ScenePortTest, WhatCannotPlayIsRemembered) {
     EXPECT_EQ(music.id(), 99);
     EXPECT_EQ(music.volume(), 50);
     EXPECT_EQ(takeFailures(), Strings{});
-    music.setStreamSource(nullptr);
+    RSoundStreams::setCurrent(nullptr);
     music.setId(kSofter);
     EXPECT_EQ(takeFailures(), Strings{"Stream URL is not installed in RScenePort"});
     EXPECT_EQ(hear(), kNothing);
-    installSource();
+    RSoundStreams::setCurrent(&streams);
     files.put("4", std::string_view("damaged"));
     music.setId(4);
     EXPECT_EQ(hear(), kNothing);

@@ -26,7 +26,6 @@ class MenuCommandsTest : public OMAppTest {
         port.attachHandler("resumed", [this] { told += "resumed "; });
         keys.takeClass(RKbdInp::kClass);
         keys.attachHandler("keyPressed", [this] { told += "key<" + keys.key() + "> "; });
-        menu.setMovieCollector([this] { told += "collect "; });
     }
     std::string send(const Message& message) {
         machine.events().queue.push_back(message);
@@ -73,10 +72,10 @@ TEST_F(MenuCommandsTest, TheExitScreenAsksBeforeTheGameEnds) {
     int ends = 0;
     app->setStopLink([&] { ++ends; });
     machine.dialogs().answer = platform::Button::No;
-    EXPECT_EQ(press(kControlQ, true), "collect paused resumed key<Ctrl-Q> ");
+    EXPECT_EQ(press(kControlQ, true), "paused resumed key<Ctrl-Q> ");
     EXPECT_TRUE(app->isRunning());
     machine.dialogs().answer = platform::Button::Yes;
-    EXPECT_EQ(press(kControlQ, true), "collect paused ") << "the key has done its work";
+    EXPECT_EQ(press(kControlQ, true), "paused ") << "the key has done its work";
     EXPECT_FALSE(app->isRunning());
     app->stop();
     EXPECT_EQ(ends, 1);

@@ -2,11 +2,14 @@
 #include "frameworkfixture.h"
 #include "nebuilder.h"
 
-#include "commands/resourcecommands.h"
+#include "commands/commands.h"
+#include "movie/rsmackermovie.h"
 #include "omapp.h"
 #include "omistreamdll16.h"
 #include "omsarguments.h"
 #include "resources/resources.h"
+#include "scene/efwindow.h"
+#include "sound/gamesounds.h"
 #include "ykeyword.h"
 
 #include <chrono>
@@ -32,7 +35,6 @@ class ResourceCommandsTest : public FrameworkTest {
         resources.start("D:\\", nullptr);
         takeLog();
     }
-    ~ResourceCommandsTest() override { YCommands::clear(); }
 
     /// What the command adds to the log.
     std::string run(std::string_view command, const Strings& texts = {}) {
@@ -67,7 +69,10 @@ class ResourceCommandsTest : public FrameworkTest {
 
     OMApp app{OMApp::DisplayMode::PopUp, OMColor(), {0, 0, 640, 480}, 8};
     RResources resources;
-    RResourceCommands commands{resources};
+    RGameSounds sounds{resources};
+    RMovies movies;
+    EffectsWindow window{{0, 0}, "Game"};
+    RCommands commands{window, resources, sounds, movies};
 };
 
 TEST_F(ResourceCommandsTest, ActivateAndDeactivate) {

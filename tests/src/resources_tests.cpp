@@ -22,9 +22,6 @@ constexpr const char* kLogFile = "zorbelog.txt";
 
 class ResourcesTest : public FrameworkTest {
   protected:
-    ResourcesTest() {
-        resources.setAlertLink([this](std::string_view text) { alerts.emplace_back(text); });
-    }
     RResources::StartUp start(std::string_view cd = "D:\\") {
         return resources.start(
             cd, [this](const formats::map::SequenceSound& sound) { sounds.push_back(sound); });
@@ -34,12 +31,16 @@ class ResourcesTest : public FrameworkTest {
         files.erase(kLogFile);
         return text;
     }
+    Strings alerts() {
+        Strings texts;
+        for (const auto& box : machine.dialogs().boxes) texts.push_back(box.text);
+        return texts;
+    }
     static bool has(int id, std::string_view type = "WAVE") {
         return OMResMgrFindFile(id, type) != nullptr;
     }
 
     RResources resources;
-    Strings alerts;
     std::vector<formats::map::SequenceSound> sounds;
 };
 
@@ -137,7 +138,7 @@ TEST_F(ResourcesTest, LoadsResourcesAndReportsTheMissing) {
     EXPECT_EQ(resources.load(8, "WAVE", kOMIStreamCache), nullptr);
     const Strings texts = {"Bad WAVE resource id: 0", "Bad ASEQ resource id: -3",
                            "WAVE resource 8 not found."};
-    EXPECT_EQ(alerts, texts);
+    EXPECT_EQ(alerts(), texts);
     EXPECT_EQ(takeLog(),
               "ERROR: " + texts[0] + "\nERROR: " + texts[1] + "\nERROR: " + texts[2] + "\n");
     EXPECT_TRUE(failures.empty());
@@ -145,7 +146,7 @@ TEST_F(ResourcesTest, LoadsResourcesAndReportsTheMissing) {
     const auto gone = resources.load(9, "WAVE", kOMIStreamCache);
     ASSERT_TRUE(gone) << "a map is believed";
     EXPECT_EQ(gone->fill(), 0U);
-    EXPECT_EQ(alerts, texts);
+    EXPECT_EQ(alerts(), texts);
     EXPECT_NE(takeLog().find("WAVE resource 9 is empty, or not in gone.rsc"), std::string::npos);
 }
 

@@ -4,10 +4,12 @@
 #include "../trinkets/windowfixture.h"
 #include "formats/soundbuilder.h"
 
-#include "commands/soundcommands.h"
+#include "commands/commands.h"
+#include "movie/rsmackermovie.h"
 #include "omao.h"
 #include "omwaveengine.h"
 #include "resources/resources.h"
+#include "scene/efwindow.h"
 #include "sound/animationsounds.h"
 #include "sound/gamesounds.h"
 
@@ -39,7 +41,6 @@ class SoundCommandsTest : public ScriptTest {
     SoundCommandsTest() {
         machine.files().put("RSC\\sounds.rsc", library());
         resources.start("", [](const formats::map::SequenceSound&) {});
-        resources.setAlertLink([this](std::string_view text) { app->alert(text); });
     }
     /// Plays some bytes of what is queued, with a pass of the main loop.
     void hear(std::size_t bytes) {
@@ -50,7 +51,9 @@ class SoundCommandsTest : public ScriptTest {
     OMWaveEngine soundEngine;
     RResources resources;
     std::unique_ptr<RGameSounds> sounds = std::make_unique<RGameSounds>(resources);
-    RSoundCommands commands{*sounds};
+    RMovies movies;
+    EffectsWindow game{{0, 0}, "Game"};
+    RCommands commands{game, resources, *sounds, movies};
     testing_support::MemoryWaveOut& device = machine.waveOut();
 };
 

@@ -3,7 +3,10 @@
 #include "worldfixture.h"
 
 #include "commands/commands.h"
+#include "movie/rsmackermovie.h"
+#include "resources/resources.h"
 #include "scene/efwindow.h"
+#include "sound/gamesounds.h"
 #include "world/rworldport.h"
 
 #include <gmock/gmock.h>
@@ -251,7 +254,10 @@ say "none:" a b
 
 TEST_F(WorldMemories, TransitionsWatchAndSave) {
     EffectsWindow window({0, 0}, "Zorbet");
-    const RCommands commands(window);
+    RMovies movies;
+    RResources resources;
+    RGameSounds sounds(resources);
+    const RCommands commands(window, resources, sounds, movies);
     runOn("StartTransition\n");
     EXPECT_TRUE(file) << "it was saved";
     EXPECT_THAT(logged(), HasSubstr("\n*** CStatueDataset is not defined ***\n"

@@ -4,6 +4,7 @@
 #include "zorbetmps/pages.h"
 #include "zorbetmps/words.h"
 
+#include "commands/commands.h"
 #include "commands/vocabulary.h"
 #include "ykeyword.h"
 
@@ -33,7 +34,7 @@ constexpr const char* kAboutWords =
   zorbet-mps words RAnimation)";
 
 int checkAll(const std::vector<std::string>& files, std::ostream& out) {
-    for (const RCommandWords& command : RGameCommands()) YCommands::add(command.name, nullptr);
+    for (const RCommandWords& command : RCommands::words()) YCommands::add(command.name, nullptr);
     bool sound = true;
     for (const std::string& file : files) sound &= checkScript(file, out);
     YCommands::clear();

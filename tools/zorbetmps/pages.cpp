@@ -4,6 +4,7 @@
 #include "zorbetmps/includes.h"
 #include "zorbetmps/words.h"
 
+#include "commands/commands.h"
 #include "commands/vocabulary.h"
 #include "omsclass.h"
 #include "world/computedproperties.h"
@@ -106,7 +107,7 @@ Tables allTables() {
 class Renewal {
   public:
     explicit Renewal(std::ostream& out) : out_(out) {
-        for (const RCommandWords& command : RGameCommands())
+        for (const RCommandWords& command : RCommands::words())
             commands_[std::string(command.name)] = formats::upperAscii(command.arguments);
     }
 

@@ -1,5 +1,6 @@
 #include "zorbetmps/words.h"
 
+#include "commands/commands.h"
 #include "commands/vocabulary.h"
 #include "omsclass.h"
 
@@ -66,7 +67,7 @@ bool tellWords(const std::vector<std::string>& classes, std::ostream& out, std::
     }
     if (!classes.empty()) return known;
     for (const OMSClass* one : all) tell(out, *one);
-    for (const RCommandWords& command : RGameCommands()) {
+    for (const RCommandWords& command : RCommands::words()) {
         out << "command " << command.name;
         if (!command.arguments.empty()) out << "  " << command.arguments;
         out << '\n';
