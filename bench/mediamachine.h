@@ -18,8 +18,7 @@ class MediaMachine {
     MediaMachine();
     /// Removes the folder with all that is in it.
     ~MediaMachine();
-    MediaMachine(const MediaMachine&) = delete;
-    MediaMachine& operator=(const MediaMachine&) = delete;
+    MediaMachine& operator=(MediaMachine&&) = delete;
 
     [[nodiscard]] OMApp& app() { return *app_; }
     [[nodiscard]] std::filesystem::path hostPath(const std::string& name) const {

@@ -19,8 +19,7 @@ class ScriptMachine {
     ScriptMachine();
     /// Forgets all classes and commands, too.
     ~ScriptMachine();
-    ScriptMachine(const ScriptMachine&) = delete;
-    ScriptMachine& operator=(const ScriptMachine&) = delete;
+    ScriptMachine& operator=(ScriptMachine&&) = delete;
 
     /// Compiles the script and sets its thread running. Lines end with "\n".
     void load(std::string script);

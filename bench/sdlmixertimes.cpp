@@ -52,8 +52,7 @@ class Mixer {
         Mix_CloseAudio();
         SDL_Quit();
     }
-    Mixer(const Mixer&) = delete;
-    Mixer& operator=(const Mixer&) = delete;
+    Mixer& operator=(Mixer&&) = delete;
 };
 
 } // namespace

@@ -131,8 +131,7 @@ class Stage final : private AOSounds {
         for (auto& animation : animations_) animation.reset();
         setCurrent(nullptr);
     }
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
+    Stage& operator=(Stage&&) = delete;
 
     void run() {
         while (next_ < manner_.acts.size()) {

@@ -99,8 +99,7 @@ class Loader {
         OMDebug::setCheckListener([this](const OMDebug::Failure&) { ++failures_; });
     }
     ~Loader() { OMDebug::setCheckListener(nullptr); }
-    Loader(const Loader&) = delete;
-    Loader& operator=(const Loader&) = delete;
+    Loader& operator=(Loader&&) = delete;
 
     void run() {
         EffectsWindow window({0, 0}, "Fuzz");

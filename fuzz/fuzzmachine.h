@@ -110,8 +110,7 @@ class World {
         OMApp::useGDI();
         OMSetPlatform(nullptr);
     }
-    World(const World&) = delete;
-    World& operator=(const World&) = delete;
+    World& operator=(World&&) = delete;
 
     /// Most objects need it.
     void makeApp() {

@@ -61,8 +61,7 @@ class AtEnd {
   public:
     explicit AtEnd(OMLink end) : end_(std::move(end)) {}
     ~AtEnd() { end_(); }
-    AtEnd(const AtEnd&) = delete;
-    AtEnd& operator=(const AtEnd&) = delete;
+    AtEnd& operator=(AtEnd&&) = delete;
 
   private:
     OMLink end_;
@@ -72,8 +71,7 @@ class AtEnd {
 struct OtherParts {
     OtherParts() { OMAppInitTerm::initializeAll(); }
     ~OtherParts() { OMAppInitTerm::terminateAll(); }
-    OtherParts(const OtherParts&) = delete;
-    OtherParts& operator=(const OtherParts&) = delete;
+    OtherParts& operator=(OtherParts&&) = delete;
 };
 
 /// The log, and who writes into it from elsewhere.
@@ -96,8 +94,7 @@ struct GameLog {
         OMLog::close();
         OMSobException::setNotification(nullptr);
     }
-    GameLog(const GameLog&) = delete;
-    GameLog& operator=(const GameLog&) = delete;
+    GameLog& operator=(GameLog&&) = delete;
 };
 
 /// Scripts that are no file of the current directory are looked for in the "scripts\" directories.
@@ -127,8 +124,7 @@ class Stage {
   public:
     Stage(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine,
           SavedWorld& savedWorld);
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
+    Stage& operator=(Stage&&) = delete;
 
     /// From the start script to the end of the game.
     void run();
@@ -222,8 +218,7 @@ RConfiguration readConfiguration(const std::string& homeDirectory) {
 class RGame {
   public:
     RGame() = default;
-    RGame(const RGame&) = delete;
-    RGame& operator=(const RGame&) = delete;
+    RGame& operator=(RGame&&) = delete;
 
     void run(std::optional<std::uint32_t> seed);
 

@@ -53,8 +53,7 @@ class OMApp {
     OMApp(DisplayMode mode, const OMColor& background, const platform::Rect& rectangle, int depth,
           int monitor = 1);
     virtual ~OMApp();
-    OMApp(const OMApp&) = delete;
-    OMApp& operator=(const OMApp&) = delete;
+    OMApp& operator=(OMApp&&) = delete;
 
     [[nodiscard]] static OMApp* getApp() { return instance_; }
 

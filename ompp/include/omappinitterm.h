@@ -6,8 +6,7 @@ class OMAppInitTerm {
   public:
     OMAppInitTerm(void (*initialize)(), void (*terminate)());
     ~OMAppInitTerm();
-    OMAppInitTerm(const OMAppInitTerm&) = delete;
-    OMAppInitTerm& operator=(const OMAppInitTerm&) = delete;
+    OMAppInitTerm& operator=(OMAppInitTerm&&) = delete;
 
     /// Of all that are registered, in the order of their making.
     static void initializeAll();

@@ -96,8 +96,7 @@ class OMCachedFile {
     static void resumeBkgd() { --suspensions_; }
 
     ~OMCachedFile();
-    OMCachedFile(const OMCachedFile&) = delete;
-    OMCachedFile& operator=(const OMCachedFile&) = delete;
+    OMCachedFile& operator=(OMCachedFile&&) = delete;
 
     [[nodiscard]] bool isComplete() const { return complete_; }
     [[nodiscard]] bool isOnDisk() const { return destination_.has_value(); }

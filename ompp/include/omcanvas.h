@@ -31,8 +31,7 @@ class OMCanvas {
     static void setSurfaces(bool on) { surfaces_ = on; }
 
     virtual ~OMCanvas();
-    OMCanvas(const OMCanvas&) = delete;
-    OMCanvas& operator=(const OMCanvas&) = delete;
+    OMCanvas& operator=(OMCanvas&&) = delete;
 
     [[nodiscard]] virtual int width() const = 0;
     [[nodiscard]] virtual int height() const = 0;
@@ -155,8 +154,7 @@ class OMTextScope {
         canvas_.setFont(nullptr);
         canvas_.removeClipRegion();
     }
-    OMTextScope(const OMTextScope&) = delete;
-    OMTextScope& operator=(const OMTextScope&) = delete;
+    OMTextScope& operator=(OMTextScope&&) = delete;
 
   private:
     OMCanvas& canvas_;

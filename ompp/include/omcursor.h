@@ -28,8 +28,7 @@ class OMCursor {
     /// Out of the bytes of a resource; the arrow when they are no cursor.
     OMCursor(int id, std::span<const std::byte> resource);
     ~OMCursor();
-    OMCursor(const OMCursor&) = delete;
-    OMCursor& operator=(const OMCursor&) = delete;
+    OMCursor& operator=(OMCursor&&) = delete;
 
     /// By number, for those who share it.
     [[nodiscard]] static std::shared_ptr<const OMCursor> load(int id) {

@@ -16,8 +16,7 @@ class OMDebugWindow : private platform::TextWindowOwner {
   public:
     OMDebugWindow() = default;
     ~OMDebugWindow() override = default;
-    OMDebugWindow(const OMDebugWindow&) = delete;
-    OMDebugWindow& operator=(const OMDebugWindow&) = delete;
+    OMDebugWindow& operator=(OMDebugWindow&&) = delete;
 
     /// Adds one line. Fatal when it is the first one and there is no application; lost when the
     /// machine gives no window.

@@ -47,8 +47,7 @@ class OMFont {
 
     explicit OMFont(std::string_view name) : name_(name) {}
     virtual ~OMFont() = default;
-    OMFont(const OMFont&) = delete;
-    OMFont& operator=(const OMFont&) = delete;
+    OMFont& operator=(OMFont&&) = delete;
 
     [[nodiscard]] const std::string& name() const { return name_; }
     /// Ascent, descent and leading: from one baseline to the next.

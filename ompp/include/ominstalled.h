@@ -10,8 +10,7 @@ class OMInstalled {
   public:
     /// In place of the one that there was.
     OMInstalled() { current_ = this; }
-    OMInstalled(const OMInstalled&) = delete;
-    OMInstalled& operator=(const OMInstalled&) = delete;
+    OMInstalled& operator=(OMInstalled&&) = delete;
 
     /// Null while there is none. Not owned.
     [[nodiscard]] static Service* current() { return static_cast<Service*>(current_); }

@@ -23,8 +23,7 @@ class OMList {
     static constexpr int kApplyDepth = 3;
 
     OMList() = default;
-    OMList(const OMList&) = delete;
-    OMList& operator=(const OMList&) = delete;
+    OMList& operator=(OMList&&) = delete;
     ~OMList() { clear(); }
 
     [[nodiscard]] std::size_t count() const { return count_; }

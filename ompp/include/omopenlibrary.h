@@ -23,8 +23,7 @@ class OMOpenLibrary {
     /// one is released first.
     explicit OMOpenLibrary(std::string_view name);
     ~OMOpenLibrary();
-    OMOpenLibrary(const OMOpenLibrary&) = delete;
-    OMOpenLibrary& operator=(const OMOpenLibrary&) = delete;
+    OMOpenLibrary& operator=(OMOpenLibrary&&) = delete;
 
     /// Null when the file could not be opened or is no library (the latter after a failed check).
     [[nodiscard]] const formats::library::Index* library() const { return library_; }
@@ -72,8 +71,7 @@ class OMLibraryInfo {
         : name_(name), library_(std::move(library)), file_(std::move(file)) {}
     /// Nobody holds on to the library open now.
     ~OMLibraryInfo();
-    OMLibraryInfo(const OMLibraryInfo&) = delete;
-    OMLibraryInfo& operator=(const OMLibraryInfo&) = delete;
+    OMLibraryInfo& operator=(OMLibraryInfo&&) = delete;
 
     [[nodiscard]] const formats::library::Index& library() const { return library_; }
     /// The open file, opened again when it was closed; null when that is impossible.

@@ -31,8 +31,7 @@ class OMResFile {
     /// A module file, which is found through the search path.
     explicit OMResFile(std::string_view name);
     ~OMResFile();
-    OMResFile(const OMResFile&) = delete;
-    OMResFile& operator=(const OMResFile&) = delete;
+    OMResFile& operator=(OMResFile&&) = delete;
 
     /// A module that could not be loaded has no resources.
     [[nodiscard]] Error error() const { return error_; }
@@ -80,8 +79,7 @@ class OMRes {
     OMRes(int id, std::string_view type, OMResFile* file = nullptr);
     /// A resource that is still locked stays loaded, with its module.
     ~OMRes();
-    OMRes(const OMRes&) = delete;
-    OMRes& operator=(const OMRes&) = delete;
+    OMRes& operator=(OMRes&&) = delete;
 
     [[nodiscard]] Status status() const { return status_; }
     [[nodiscard]] std::size_t size() const { return loaded_ ? loaded_->bytes.size() : 0; }

@@ -37,8 +37,7 @@ class OMResMgrFile {
     explicit OMResMgrFile(std::string_view name) : name_(name) {}
     /// Takes the file's resources out of all tables.
     virtual ~OMResMgrFile();
-    OMResMgrFile(const OMResMgrFile&) = delete;
-    OMResMgrFile& operator=(const OMResMgrFile&) = delete;
+    OMResMgrFile& operator=(OMResMgrFile&&) = delete;
 
     /// A new stream over one resource.
     [[nodiscard]] virtual std::unique_ptr<OMIStream> getIStream(int id, std::string_view type,

@@ -19,8 +19,7 @@ class OMSound {
     /// Fatal without an application object.
     OMSound();
     virtual ~OMSound() = default;
-    OMSound(const OMSound&) = delete;
-    OMSound& operator=(const OMSound&) = delete;
+    OMSound& operator=(OMSound&&) = delete;
 
     [[nodiscard]] virtual std::string_view className() const = 0;
 

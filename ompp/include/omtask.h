@@ -34,8 +34,7 @@ class OMTask {
     /// Fatal without an application object.
     OMTask(OMLink link, std::uint32_t priority);
     ~OMTask();
-    OMTask(const OMTask&) = delete;
-    OMTask& operator=(const OMTask&) = delete;
+    OMTask& operator=(OMTask&&) = delete;
 
     [[nodiscard]] std::uint32_t priority() const { return priority_; }
 

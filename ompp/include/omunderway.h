@@ -25,8 +25,7 @@ class OMUnderWay {
         };
         explicit Run(Kind kind);
         ~Run();
-        Run(const Run&) = delete;
-        Run& operator=(const Run&) = delete;
+        Run& operator=(Run&&) = delete;
 
       private:
         friend class OMUnderWay;
@@ -44,8 +43,7 @@ class OMUnderWay {
     ~OMUnderWay() {
         if (--depth_ == run_->depth_ && !run_->waiting_.empty()) run_->carryOut();
     }
-    OMUnderWay(const OMUnderWay&) = delete;
-    OMUnderWay& operator=(const OMUnderWay&) = delete;
+    OMUnderWay& operator=(OMUnderWay&&) = delete;
 
     /// The number of the run that goes on now.
     [[nodiscard]] static std::uint64_t run() { return run_->number_; }

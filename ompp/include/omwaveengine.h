@@ -33,8 +33,7 @@ class OMWaveEngine {
 
     OMWaveEngine();
     ~OMWaveEngine();
-    OMWaveEngine(const OMWaveEngine&) = delete;
-    OMWaveEngine& operator=(const OMWaveEngine&) = delete;
+    OMWaveEngine& operator=(OMWaveEngine&&) = delete;
 
     /// The one engine, or null.
     [[nodiscard]] static OMWaveEngine* current() { return instance_; }

@@ -28,8 +28,7 @@ class OMWaveSamples {
     OMWaveSamples(OMIStream& stream, std::size_t dataOffset)
         : stream_(stream), dataOffset_(dataOffset) {}
     ~OMWaveSamples() { unload(); }
-    OMWaveSamples(const OMWaveSamples&) = delete;
-    OMWaveSamples& operator=(const OMWaveSamples&) = delete;
+    OMWaveSamples& operator=(OMWaveSamples&&) = delete;
 
     [[nodiscard]] bool isStreamed() const;
 

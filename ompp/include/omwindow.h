@@ -13,8 +13,7 @@ class OMWindow {
     /// `rectangle` in screen pixels. Joins the application's windows; fatal without an application.
     explicit OMWindow(const platform::Rect& rectangle);
     virtual ~OMWindow();
-    OMWindow(const OMWindow&) = delete;
-    OMWindow& operator=(const OMWindow&) = delete;
+    OMWindow& operator=(OMWindow&&) = delete;
 
     [[nodiscard]] const platform::Rect& rectangle() const { return rectangle_; }
     [[nodiscard]] int width() const { return rectangle_.width(); }

@@ -36,8 +36,7 @@ class HeadlessMovieSpeaker final : public ClockedMovieSpeaker {
   public:
     explicit HeadlessMovieSpeaker(HeadlessMovieSpeakers& owner);
     ~HeadlessMovieSpeaker() override;
-    HeadlessMovieSpeaker(const HeadlessMovieSpeaker&) = delete;
-    HeadlessMovieSpeaker& operator=(const HeadlessMovieSpeaker&) = delete;
+    HeadlessMovieSpeaker& operator=(HeadlessMovieSpeaker&&) = delete;
 
     bool open(const SoundFormat& format) override;
 

@@ -41,8 +41,7 @@ class WaveRecorder final : public SoundSink {
     /// The folder must outlive it.
     explicit WaveRecorder(WaveFolder& folder) : folder_(folder) {}
     ~WaveRecorder() override { finish(); }
-    WaveRecorder(const WaveRecorder&) = delete;
-    WaveRecorder& operator=(const WaveRecorder&) = delete;
+    WaveRecorder& operator=(WaveRecorder&&) = delete;
 
     /// Adds played samples; the first ones after `finish` begin a new file of that format.
     void play(std::span<const std::uint8_t> samples, const SoundFormat& format) override;

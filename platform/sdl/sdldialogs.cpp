@@ -27,8 +27,7 @@ class ShownBox {
         if (cursor_) SDL_SetCursor(cursor_);
         SDL_ShowCursor(wasVisible_);
     }
-    ShownBox(const ShownBox&) = delete;
-    ShownBox& operator=(const ShownBox&) = delete;
+    ShownBox& operator=(ShownBox&&) = delete;
 
   private:
     SdlDisplay& display_;

@@ -13,8 +13,7 @@ class SdlMovieSpeaker final : public MovieSpeaker {
     /// What opens devices must outlive it.
     explicit SdlMovieSpeaker(SdlSound& sound) : sound_(sound), silent_(sound.clock()) {}
     ~SdlMovieSpeaker() override { close(); }
-    SdlMovieSpeaker(const SdlMovieSpeaker&) = delete;
-    SdlMovieSpeaker& operator=(const SdlMovieSpeaker&) = delete;
+    SdlMovieSpeaker& operator=(SdlMovieSpeaker&&) = delete;
 
     bool open(const SoundFormat& format) override;
     void close() override;

@@ -16,8 +16,7 @@ class SdlTextWindow;
 class SdlTextWindows {
   public:
     SdlTextWindows() = default;
-    SdlTextWindows(const SdlTextWindows&) = delete;
-    SdlTextWindows& operator=(const SdlTextWindows&) = delete;
+    SdlTextWindows& operator=(SdlTextWindows&&) = delete;
 
     /// Null when the desktop has no window for it. The windows must be gone before this object.
     /// SDL knows one class of windows a program only, so the request's own is not used.
@@ -38,8 +37,7 @@ class SdlTextWindow final : public TextWindow {
     /// All must outlive the window.
     SdlTextWindow(SdlTextWindows& all, SdlHandle<SDL_Window> window, TextWindowOwner& owner);
     ~SdlTextWindow() override;
-    SdlTextWindow(const SdlTextWindow&) = delete;
-    SdlTextWindow& operator=(const SdlTextWindow&) = delete;
+    SdlTextWindow& operator=(SdlTextWindow&&) = delete;
 
     [[nodiscard]] int lineHeight() const override;
     [[nodiscard]] Rect rectangle() const override;

@@ -17,8 +17,7 @@ class SdlWaveOut final : public WaveOut {
     /// What opens devices must outlive it.
     explicit SdlWaveOut(SdlSound& sound) : sound_(sound), silent_(sound.clock()) {}
     ~SdlWaveOut() override { close(); }
-    SdlWaveOut(const SdlWaveOut&) = delete;
-    SdlWaveOut& operator=(const SdlWaveOut&) = delete;
+    SdlWaveOut& operator=(SdlWaveOut&&) = delete;
 
     bool open(int rate) override;
     void close() override;

@@ -30,8 +30,7 @@ class SdlSession {
     /// The desktop and the sound server know the program by the game's title and identifier.
     explicit SdlSession(const GameInfo& game);
     ~SdlSession() { SDL_Quit(); }
-    SdlSession(const SdlSession&) = delete;
-    SdlSession& operator=(const SdlSession&) = delete;
+    SdlSession& operator=(SdlSession&&) = delete;
 
     [[nodiscard]] bool started() const { return started_; }
 

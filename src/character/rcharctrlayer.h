@@ -15,8 +15,7 @@ class RCharacterLayer {
     /// Not null.
     explicit RCharacterLayer(std::unique_ptr<OMAnimation> animation);
     ~RCharacterLayer();
-    RCharacterLayer(const RCharacterLayer&) = delete;
-    RCharacterLayer& operator=(const RCharacterLayer&) = delete;
+    RCharacterLayer& operator=(RCharacterLayer&&) = delete;
 
     [[nodiscard]] OMAnimation& animation() { return *animation_; }
 

@@ -57,8 +57,7 @@ class RStreamedSpeech {
     /// `sequence` counts from 0.
     RStreamedSpeech(int animation, int sequence);
     ~RStreamedSpeech();
-    RStreamedSpeech(const RStreamedSpeech&) = delete;
-    RStreamedSpeech& operator=(const RStreamedSpeech&) = delete;
+    RStreamedSpeech& operator=(RStreamedSpeech&&) = delete;
 
   private:
     std::vector<int> sounds_;

@@ -30,8 +30,7 @@ class RCommands {
     /// The parts of the game must outlive the commands.
     RCommands(EffectsWindow& window, RResources& resources, RGameSounds& sounds, RMovies& movies);
     ~RCommands();
-    RCommands(const RCommands&) = delete;
-    RCommands& operator=(const RCommands&) = delete;
+    RCommands& operator=(RCommands&&) = delete;
 
     [[nodiscard]] static std::vector<RCommandWords> words();
 

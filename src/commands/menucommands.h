@@ -9,8 +9,7 @@ class OMApp;
 class RMenuCommands {
   public:
     RMenuCommands(OMApp& app, EffectsWindow& window);
-    RMenuCommands(const RMenuCommands&) = delete;
-    RMenuCommands& operator=(const RMenuCommands&) = delete;
+    RMenuCommands& operator=(RMenuCommands&&) = delete;
 
   private:
     bool handle(int command);

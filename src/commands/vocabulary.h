@@ -13,6 +13,5 @@ class RScriptClasses {
   public:
     RScriptClasses();
     ~RScriptClasses();
-    RScriptClasses(const RScriptClasses&) = delete;
-    RScriptClasses& operator=(const RScriptClasses&) = delete;
+    RScriptClasses& operator=(RScriptClasses&&) = delete;
 };

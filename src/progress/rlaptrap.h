@@ -41,8 +41,7 @@ class LapTrapSpeech {
   public:
     LapTrapSpeech() = default;
     ~LapTrapSpeech() { stop(); }
-    LapTrapSpeech(const LapTrapSpeech&) = delete;
-    LapTrapSpeech& operator=(const LapTrapSpeech&) = delete;
+    LapTrapSpeech& operator=(LapTrapSpeech&&) = delete;
 
     /// When all that was to be said before has ended. OMEffectSounds::kNoSound is silent; without
     /// sounds a failed check, and no effect.

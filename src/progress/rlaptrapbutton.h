@@ -111,8 +111,7 @@ class BigOleButtonGroup {
     /// `pressed` is told of the button that was clicked, and decides what becomes of that. The
     /// group may be destroyed in it.
     explicit BigOleButtonGroup(PressedLink pressed) : pressed_(std::move(pressed)) {}
-    BigOleButtonGroup(const BigOleButtonGroup&) = delete;
-    BigOleButtonGroup& operator=(const BigOleButtonGroup&) = delete;
+    BigOleButtonGroup& operator=(BigOleButtonGroup&&) = delete;
 
     /// Null for one that is missing.
     void add(BigOleButton* button);

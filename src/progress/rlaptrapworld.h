@@ -16,8 +16,7 @@ class LapTrapWorld final : private world::WorldMemory::View {
   public:
     LapTrapWorld();
     ~LapTrapWorld();
-    LapTrapWorld(const LapTrapWorld&) = delete;
-    LapTrapWorld& operator=(const LapTrapWorld&) = delete;
+    LapTrapWorld& operator=(LapTrapWorld&&) = delete;
 
     [[nodiscard]] bool hasPlayer() const { return player_ != nullptr; }
 

@@ -21,8 +21,7 @@ class RCursors {
     RCursors();
     /// Before the resource layer is shut down.
     ~RCursors();
-    RCursors(const RCursors&) = delete;
-    RCursors& operator=(const RCursors&) = delete;
+    RCursors& operator=(RCursors&&) = delete;
 
     /// The arrow, and once a line in the log, for a cursor that is not there or damaged.
     [[nodiscard]] std::shared_ptr<const OMCursor> find(int id);

@@ -29,8 +29,7 @@ class RResources {
 
     RResources() = default;
     ~RResources() { shutDown(); }
-    RResources(const RResources&) = delete;
-    RResources& operator=(const RResources&) = delete;
+    RResources& operator=(RResources&&) = delete;
 
     /// Called once, before the application exists. `cdDrive` is the root of the CD ("D:\") or
     /// empty. Every line of "audio.map" is told to `addSequenceSound`, in order.

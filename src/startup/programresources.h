@@ -20,8 +20,7 @@ class RProgramTexts {
     /// the language take the place of the program's.
     explicit RProgramTexts(std::string_view language = {},
                            std::span<const platform::BoxText> own = {});
-    RProgramTexts(const RProgramTexts&) = delete;
-    RProgramTexts& operator=(const RProgramTexts&) = delete;
+    RProgramTexts& operator=(RProgramTexts&&) = delete;
 
     /// A table for the platform's modules, with the icon. It lives as long as this object.
     [[nodiscard]] std::span<const platform::ProgramResource> resources() const {

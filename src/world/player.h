@@ -29,8 +29,7 @@ class Player {
     /// A player with all numbers 0 and the properties that everybody has, and with copies of
     /// `templates`.
     explicit Player(const Properties& templates = {});
-    Player(const Player&) = delete;
-    Player& operator=(const Player&) = delete;
+    Player& operator=(Player&&) = delete;
 
     [[nodiscard]] PlayerRecord& record() { return record_; }
     [[nodiscard]] const PlayerRecord& record() const { return record_; }

@@ -51,8 +51,7 @@ class RSafeFile::Draft {
         file_.reset();
         if (!renamed_) owner_.files_.remove(path_);
     }
-    Draft(const Draft&) = delete;
-    Draft& operator=(const Draft&) = delete;
+    Draft& operator=(Draft&&) = delete;
 
     [[nodiscard]] bool isOpen() const { return file_ != nullptr; }
     [[nodiscard]] bool write(std::span<const std::byte> bytes) {

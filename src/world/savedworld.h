@@ -21,8 +21,7 @@ class SavedWorld {
     /// Reads the globals. The directory ends in a backslash and is made when it is missing; if
     /// another program has it, the player is asked whether to try again.
     explicit SavedWorld(const std::string& homeDirectory);
-    SavedWorld(const SavedWorld&) = delete;
-    SavedWorld& operator=(const SavedWorld&) = delete;
+    SavedWorld& operator=(SavedWorld&&) = delete;
 
     [[nodiscard]] RWarningSwitches switches();
 

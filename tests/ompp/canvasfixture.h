@@ -37,8 +37,7 @@ class Process {
         OMApp::useGDI();
         OMSetPlatform(nullptr);
     }
-    Process(const Process&) = delete;
-    Process& operator=(const Process&) = delete;
+    Process& operator=(Process&&) = delete;
 
     MemoryDisplay& display() { return platform_.display(); }
     MemoryFiles& files() { return platform_.files(); }

@@ -580,8 +580,7 @@ class MemoryTextWindows::Window final : public platform::TextWindow {
         all_.window = this;
     }
     ~Window() override { all_.window = nullptr; }
-    Window(const Window&) = delete;
-    Window& operator=(const Window&) = delete;
+    Window& operator=(Window&&) = delete;
 
     platform::TextWindowOwner& owner;
     platform::Rect place;

@@ -19,8 +19,7 @@ class TemporaryFolder {
         std::error_code error;
         std::filesystem::remove_all(path_, error);
     }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(TemporaryFolder&&) = delete;
 
     [[nodiscard]] std::string path(const std::string& name = "") const {
         return name.empty() ? path_.string() : (path_ / name).string();

@@ -62,8 +62,7 @@ class CommandLine {
     CommandLine(const std::string& name, const std::string& description,
                 const std::string& version);
     ~CommandLine();
-    CommandLine(const CommandLine&) = delete;
-    CommandLine& operator=(const CommandLine&) = delete;
+    CommandLine& operator=(CommandLine&&) = delete;
 
     /// `arguments` follow the command's name in its usage; `more` stands at the end of its help.
     /// `work` is what the command does; it returns the exit code.

@@ -22,8 +22,7 @@ std::string lastError() { return std::generic_category().message(errno); }
 class BesideFiles {
   public:
     explicit BesideFiles(const fs::path& folder) : folder_(folder) {}
-    BesideFiles(const BesideFiles&) = delete;
-    BesideFiles& operator=(const BesideFiles&) = delete;
+    BesideFiles& operator=(BesideFiles&&) = delete;
     ~BesideFiles() {
         std::error_code ignored;
         for (const std::string& name : names_) fs::remove(beside(name), ignored);

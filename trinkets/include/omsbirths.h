@@ -17,8 +17,7 @@ class OMSBirths {
   public:
     OMSBirths() { ++depth_; }
     ~OMSBirths();
-    OMSBirths(const OMSBirths&) = delete;
-    OMSBirths& operator=(const OMSBirths&) = delete;
+    OMSBirths& operator=(OMSBirths&&) = delete;
 
     /// The object belongs to the program from now on: scripts cannot destroy it. One that goes
     /// before it was announced is not announced.

@@ -12,8 +12,7 @@ class OMSCall {
     enum class Kind { SettingProperty, InvokingMethod };
     OMSCall(Kind kind, std::string_view name);
     ~OMSCall();
-    OMSCall(const OMSCall&) = delete;
-    OMSCall& operator=(const OMSCall&) = delete;
+    OMSCall& operator=(OMSCall&&) = delete;
 
     [[nodiscard]] static bool isRunning();
     static void noteIgnored(std::string_view event);

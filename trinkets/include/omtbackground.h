@@ -23,8 +23,7 @@ class OMTBackground {
 
     OMTBackground() = default;
     virtual ~OMTBackground() = default;
-    OMTBackground(const OMTBackground&) = delete;
-    OMTBackground& operator=(const OMTBackground&) = delete;
+    OMTBackground& operator=(OMTBackground&&) = delete;
 
     /// Paints at least the part of `dirty` that it covers into the back buffer. Returns what it
     /// painted: the trinkets there are painted again.

@@ -16,8 +16,7 @@ class OMTCursor {
     explicit OMTCursor(int id = OMTrinket::defaultCursor) : id_(id) {}
     /// Uninstalls it.
     virtual ~OMTCursor();
-    OMTCursor(const OMTCursor&) = delete;
-    OMTCursor& operator=(const OMTCursor&) = delete;
+    OMTCursor& operator=(OMTCursor&&) = delete;
 
     /// The cursor shown now or at the next installation.
     [[nodiscard]] int id() const { return id_; }

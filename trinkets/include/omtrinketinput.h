@@ -40,8 +40,7 @@ class OMTrinketInput {
         /// A link to nobody swallows them, also from those that take them later.
         ClickTaker(OMTrinketWindow& window, MouseLink link);
         ~ClickTaker();
-        ClickTaker(const ClickTaker&) = delete;
-        ClickTaker& operator=(const ClickTaker&) = delete;
+        ClickTaker& operator=(ClickTaker&&) = delete;
 
       private:
         friend class OMTrinketInput;
@@ -54,8 +53,7 @@ class OMTrinketInput {
     /// Part of the window.
     explicit OMTrinketInput(OMTrinketWindow& window) : window_(window) {}
     ~OMTrinketInput();
-    OMTrinketInput(const OMTrinketInput&) = delete;
-    OMTrinketInput& operator=(const OMTrinketInput&) = delete;
+    OMTrinketInput& operator=(OMTrinketInput&&) = delete;
 
     [[nodiscard]] Defaults& defaults() { return defaults_; }
 

@@ -65,8 +65,7 @@ class OMTrinketWindow : public OMWindow {
       public:
         explicit Rest(OMTrinketWindow& window);
         ~Rest();
-        Rest(const Rest&) = delete;
-        Rest& operator=(const Rest&) = delete;
+        Rest& operator=(Rest&&) = delete;
 
       private:
         OMTrinketWindow& window_;

@@ -39,8 +39,7 @@ class YThread {
     /// running. See loadScript for the name.
     YThread(YEngine& engine, const char* name, YScriptLocator locator = nullptr);
     ~YThread();
-    YThread(const YThread&) = delete;
-    YThread& operator=(const YThread&) = delete;
+    YThread& operator=(YThread&&) = delete;
 
     [[nodiscard]] bool isLoaded() const { return program_ != nullptr; }
     [[nodiscard]] bool isRunning() const { return running_; }

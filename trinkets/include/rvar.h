@@ -54,8 +54,7 @@ class YVariable {
 
     YVariable(YHeap& heap, int index, std::string_view text);
     ~YVariable();
-    YVariable(const YVariable&) = delete;
-    YVariable& operator=(const YVariable&) = delete;
+    YVariable& operator=(YVariable&&) = delete;
 
     // The symbol.
     [[nodiscard]] int index() const { return index_; }

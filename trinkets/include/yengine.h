@@ -60,8 +60,7 @@ class YEngine {
             if (engine_.turns_++ == 0) engine_.budget_ = kTurnBudget;
         }
         ~Turn();
-        Turn(const Turn&) = delete;
-        Turn& operator=(const Turn&) = delete;
+        Turn& operator=(Turn&&) = delete;
 
       private:
         YEngine& engine_;
@@ -69,8 +68,7 @@ class YEngine {
 
     YEngine();
     ~YEngine();
-    YEngine(const YEngine&) = delete;
-    YEngine& operator=(const YEngine&) = delete;
+    YEngine& operator=(YEngine&&) = delete;
 
     /// The one engine, or null before it is made.
     [[nodiscard]] static YEngine* current() { return current_; }

@@ -38,8 +38,7 @@ inline constexpr int kTooDeep = 8; ///< more parentheses or operands than can be
 class YValue {
   public:
     YValue() = default;
-    YValue(const YValue&) = delete;
-    YValue& operator=(const YValue&) = delete;
+    YValue& operator=(YValue&&) = delete;
 
     [[nodiscard]] YVariable::Type type() const { return type_; }
     [[nodiscard]] bool isInteger() const { return type_ == YVariable::Type::Integer; }

@@ -21,8 +21,7 @@ class YHeap {
 
     YHeap();
     ~YHeap();
-    YHeap(const YHeap&) = delete;
-    YHeap& operator=(const YHeap&) = delete;
+    YHeap& operator=(YHeap&&) = delete;
 
     /// The heap that scripts use now. Unloading a script replaces it.
     [[nodiscard]] static YHeap& current();
@@ -59,8 +58,7 @@ class YHeap {
       public:
         explicit Nesting(YHeap& heap) : heap_(heap) { ++heap_.nesting_; }
         ~Nesting() { --heap_.nesting_; }
-        Nesting(const Nesting&) = delete;
-        Nesting& operator=(const Nesting&) = delete;
+        Nesting& operator=(Nesting&&) = delete;
         [[nodiscard]] bool tooDeep() const { return heap_.nesting_ > kMaxNesting; }
 
       private:

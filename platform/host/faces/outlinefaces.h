@@ -16,8 +16,7 @@ class OutlineFaces {
   public:
     OutlineFaces();
     ~OutlineFaces();
-    OutlineFaces(const OutlineFaces&) = delete;
-    OutlineFaces& operator=(const OutlineFaces&) = delete;
+    OutlineFaces& operator=(OutlineFaces&&) = delete;
 
     /// Whether this program was built with the libraries.
     static const bool kAvailable;

@@ -31,8 +31,7 @@ class Cursor {
   public:
     explicit Cursor(int id) : id_(id) {}
     virtual ~Cursor() = default;
-    Cursor(const Cursor&) = delete;
-    Cursor& operator=(const Cursor&) = delete;
+    Cursor& operator=(Cursor&&) = delete;
 
     /// The number it was made with.
     [[nodiscard]] int id() const { return id_; }

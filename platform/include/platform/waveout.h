@@ -67,8 +67,7 @@ class WaveOutHold {
   public:
     explicit WaveOutHold(WaveOut& device) : device_(device) { device_.beginChange(); }
     ~WaveOutHold() { device_.endChange(); }
-    WaveOutHold(const WaveOutHold&) = delete;
-    WaveOutHold& operator=(const WaveOutHold&) = delete;
+    WaveOutHold& operator=(WaveOutHold&&) = delete;
 
   private:
     WaveOut& device_;

@@ -54,8 +54,7 @@ class PngDecoder {
   public:
     explicit PngDecoder(ByteSpan bytes) : bytes_(bytes) {}
     ~PngDecoder() { png_destroy_read_struct(&png_, &info_, nullptr); }
-    PngDecoder(const PngDecoder&) = delete;
-    PngDecoder& operator=(const PngDecoder&) = delete;
+    PngDecoder& operator=(PngDecoder&&) = delete;
 
     Picture decode() {
         start();

@@ -92,8 +92,7 @@ class YProgram {
     static constexpr int kStack = 16;
 
     YProgram(YHeap& heap, std::unique_ptr<YScript> script);
-    YProgram(const YProgram&) = delete;
-    YProgram& operator=(const YProgram&) = delete;
+    YProgram& operator=(YProgram&&) = delete;
 
     /// Of instructions, the End behind the last one too.
     [[nodiscard]] int size() const { return static_cast<int>(instructions_.size()); }
