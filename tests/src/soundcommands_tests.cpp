@@ -4,6 +4,7 @@
 #include "../trinkets/windowfixture.h"
 #include "formats/soundbuilder.h"
 
+#include "character/speechrecords.h"
 #include "commands/commands.h"
 #include "movie/rsmackermovie.h"
 #include "omao.h"
@@ -94,6 +95,9 @@ TEST_F(SoundCommandsTest, ScriptsKillPauseAndResume) {
     EXPECT_FALSE(device.isOpen());
     hear(4096);
     EXPECT_EQ(device.heard, Samples(1024, 50));
+    RSpeechRecords speeches(nullptr, nullptr);
+    run("SetSpeechCaching 1\n");
+    EXPECT_TRUE(speeches.caching);
 }
 
 TEST_F(SoundCommandsTest, CompletionComesOnceAndMayUseTheHandle) {
