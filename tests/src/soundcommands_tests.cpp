@@ -71,7 +71,6 @@ PlaySound -1
 say RESULT
 )");
     EXPECT_EQ(said(), "0\n1\n2\n-1\n-1\n");
-    EXPECT_EQ(boxes(), Strings{});
     run("PlaySound 99\nsay RESULT\nPlaySound 103\nsay RESULT\n");
     EXPECT_EQ(said(), "-1\n3\n") << "the damaged one is there";
     EXPECT_EQ(boxes(), Strings{"WAVE resource 99 not found."});
@@ -93,8 +92,6 @@ TEST_F(SoundCommandsTest, ScriptsKillPauseAndResume) {
     run("KillSound 0\n");
     EXPECT_EQ(sounds->count(), 0u);
     EXPECT_FALSE(device.isOpen());
-    hear(4096);
-    EXPECT_EQ(device.heard, Samples(1024, 50));
     RSpeechRecords speeches(nullptr, nullptr);
     run("SetSpeechCaching 1\n");
     EXPECT_TRUE(speeches.caching);
@@ -164,7 +161,6 @@ TEST_F(SoundCommandsTest, AnimationsPlayTheirSounds) {
     hear(8 * 1024);
     EXPECT_EQ(silent, 2);
     EXPECT_EQ(soundEngine.soundingCount(), 0u);
-    EXPECT_EQ(boxes(), Strings{});
 }
 
 TEST_F(SoundCommandsTest, AnAnimationPlaysASoundOnceAtATime) {
