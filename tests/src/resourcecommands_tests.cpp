@@ -85,7 +85,6 @@ TEST_F(ResourceCommandsTest, ActivateAndDeactivate) {
     EXPECT_EQ(run("DeactivateAllDLLs", {"1"}), "Deactivating DLL a.rsc\nDeactivating DLL b.rsc\n");
     EXPECT_EQ(run("ActivateDLL", {"unknown.rsc"}) + run("DeactivateDLL", {"unknown.rsc"}), "");
     EXPECT_EQ(run("ActivateDLL"), "");
-    EXPECT_TRUE(failures.empty());
 }
 
 TEST_F(ResourceCommandsTest, CacheInEveryWay) {
