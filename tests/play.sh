@@ -8,6 +8,7 @@
 #   ;! TEXT        the boxes that are shown, in this order, those that are no alerts as CAPTION | TEXT | ANSWER
 #   ;@ MS TEXT     the same with their times
 #   ;# MS WORDS    the other lines of the report: title, cursor, end
+#   ;% TEXT        a line of the log; others may stand between these
 #   ;~ SOUND       what is heard (tourlisten.cpp)
 #   ;> MS EVENT    what happens from outside, as in input files; screenshots are compared with the pictures
 #                  FILE/NAME.png (of a screenshot NAME.LATER.png too), pixel by pixel
@@ -47,6 +48,7 @@ function rest(text) { sub(/^[ \t]*;. ?/, "", text); return text }
 /^[ \t]*;= ?/ { print rest($0) > (work "/was/said") }
 /^[ \t]*;[!@]/ { print rest($0) > (work "/was/boxes"); if (/^[ \t]*;@/) print > (work "/timed") }
 /^[ \t]*;# / { print rest($0) > (work "/was/report") }
+/^[ \t]*;% / { print rest($0) > (work "/was/log") }
 /^[ \t]*;~ / { print rest($0) > (work "/was/heard") }
 /^[ \t]*;> / { print rest($0) > (work "/input." visit) }
 /^[ \t]*;\$ then/ { line = rest($0); sub(/^then ?/, "", line); print line > (work "/then." ++visit); next }
@@ -158,6 +160,13 @@ while read -r run; do
     if [ -f "$work/was/report" ]; then
         awk -F '\t' -v OFS=' ' '$2 != "box" && $2 != "dialog" { $1 = $1; print }' "$folder/report" >"$work/is/report"
         same report
+    fi
+    if [ -f "$work/was/log" ]; then
+        awk '{ sub(/\r$/, "") }
+        NR == FNR { expected[++count] = $0; next }
+        $0 == expected[found + 1] { ++found }
+        END { if (found < count) { print "not in the log, or not there: " expected[found + 1]; exit 1 } }
+        ' "$work/was/log" "$folder/content/zorbelog.txt" >&2 || failed=1
     fi
     if [ -f "$work/was/heard" ]; then
         "$LISTEN" "$folder/sound" "$SOUNDS" "$work/was/heard" || fail "something else was heard"
