@@ -1,434 +1,287 @@
-; Containers of actions: rounds, members that take no time, what may not be interrupted, pauses, members that come and
-; go, containers in several others. The boxes tell when; a pause of 0.1 lasts 90 ms.
+; Containers: rounds, members that take no time, chance, pauses, members that go, and several containers. The boxes tell
+; when; a pause of 0.1 lasts 90 ms. What happens to nested ones at every stage is in tests/scripts/actions.mps.
 yield off
+one=0
+two=0
+three=0
 procedure done
 [
 get RECEIVER name who
 MessageBox who
 ]
+; a member: a container by its name, e for none that takes time, a delay, or one that may not be interrupted
+procedure put member
+[
+if member|1|1="c"
+play c.n add member
+else if member="e"
+play c.n add EmptyAction
+else if member>0
+play c.n add DelayAction member
+else if member<0
+play c.n add DelayAction 0-member 0
+]
+procedure fill n one two three
+[
+set c.n finished done
+call put one
+call put two
+call put three
+one=0
+two=0
+three=0
+]
 procedure tell what
+[
+get c.1 isActive a
+get c.2 isActive b
+get c.3 isActive c
 MessageBox what+a+b+c
+]
 
-MessageBox "A queue goes through its members in rounds"
-first=RQueue 1
-play first add DelayAction 10
-second=RQueue 1
-play second add DelayAction 5
-queue=RQueue 3
-play queue add "first"
-play queue add "second"
-play queue add EmptyAction
-set queue finished done
-set first finished done
-set second finished done
-play queue start
-play queue start
+c.2=RQueue 1
+call fill 2 10
+c.3=RQueue 1
+call fill 3 5
+c.1=RQueue 3
+call fill 1 "c.2" "c.3" "e"
+play c.1 start
+play c.1 start
 pause 0.1
-;@ 1 A queue goes through its members in rounds
-;@ 1 RQueue - start method ignored, already running!
 ; what the end of a member starts comes before its own event
-;@ 11 first
-;@ 16 second
-;@ 26 first
-;@ 31 second
-;@ 41 first
-;@ 46 queue
-;@ 46 second
-endless=RQueue 0
-get endless repeatCount a
-set endless repeatCount -1
-play endless add DelayAction 1
-play endless add EmptyAction
-set endless finished done
-play endless start
+;@ 1 RQueue - start method ignored, already running!
+;@ 11 c.2
+;@ 16 c.3
+;@ 26 c.2
+;@ 31 c.3
+;@ 41 c.2
+;@ 46 c.1
+;@ 46 c.3
+c.1=RQueue 0
+get c.1 repeatCount n
+set c.1 repeatCount -1
+call fill 1 1 "e"
+play c.1 start
 pause 0.1
-get endless isActive b
-MessageBox "once at first, endless now: "+a+b
-;@ 181 once at first, endless now: 11
-drop endless
+call tell "once at first, endless now "
+;@ 181 once at first, endless now 100
 
-MessageBox "What takes no time takes none"
-queue=RQueue 1
-both=RCompositeAction 1
-any=RRandomAction 0
-set queue finished done
-set both finished done
-set any finished done
-play queue start
-play both start
-play any start
-;@ 181 What takes no time takes none
+; what takes no time takes none
+c.1=RQueue 1
+c.2=RCompositeAction 1
+c.3=RRandomAction 0
+for k 1 3
+[
+call fill k
+play c.k start
+]
 ;@ 181 Invoking method "start"\ncaused event "finished" (ignored)\n
 ;@ 181 Invoking method "start"\ncaused event "finished" (ignored)\n
 ;@ 181 Invoking method "start"\ncaused event "finished" (ignored)\n
 ; many do not pile up, and without end they leave time to others
-many=RQueue 2
-for i 1 1000
-play many add EmptyAction
-set many finished done
-play many start
-endless=RQueue -1
-play endless add EmptyAction
-outer=RQueue -1
-play outer add "endless"
-play outer start
+c.1=RQueue 2
+for k 1 1000
+call put "e"
+c.2=RQueue -1
+call fill 2 "e"
+c.3=RQueue -1
+call fill 3 "c.2"
+play c.1 start
+play c.3 start
 pause 0.1
-get endless isActive a
-play outer halt
-get endless isActive b
-get outer isActive c
-call tell "endless: "
-;@ 183 many
-;@ 271 endless: 100
+call tell "endless "
+play c.3 halt
+call tell "halted "
+;@ 271 endless 011
+;@ 271 halted 000
 ; members that halt and start each other without end
-outer=RQueue -1
-inner=RQueue 1
-play inner add VerbAction "inner" 1 halt
-play outer add "inner"
-play outer start
-one=RCompositeAction 1
-two=RCompositeAction 1
-play one add VerbAction "two" 1 halt
-play one add VerbAction "two" 1 start
-play two add VerbAction "one" 1 halt
-play two add VerbAction "one" 1 start
-play one start
+c.1=RCompositeAction 1
+c.2=RCompositeAction 1
+for k 1 2
+[
+play c.k add VerbAction "c."+(3-k) 1 halt
+play c.k add VerbAction "c."+(3-k) 1 start
+]
+play c.1 start
 pause 0.1
 MessageBox "still here"
+drop c.1
 ;@ 361 still here
-drop outer
-drop inner
-drop one
-drop two
 
-MessageBox "A queue that is halted goes on with what may not be interrupted"
-queue=RQueue 1
-play queue add DelayAction 100
-play queue add DelayAction 100
-play queue add DelayAction 20 0
-play queue add DelayAction 10
-set queue finished done
-get queue isInterruptible a
-play queue start
-pause 0.01
-play queue halt
-get queue isActive b
-play queue halt
-get queue isActive c
-call tell "interruptible, active, active: "
-pause 0.03
-get queue isActive a
-play queue halt
-get queue isActive b
-get queue actionCount c
-call tell "in the last one: "
-pause 0.2
-play queue start
-play queue clear
-get queue actionCount a
-pause 0.03
-play queue clear
-get queue actionCount b
-get queue isInterruptible c
-call tell "cleared in the end: "
-play queue start
-;@ 361 A queue that is halted goes on with what may not be interrupted
-;@ 370 interruptible, active, active: 011
-;@ 397 in the last one: 104
-;@ 604 cleared in the end: 401
-;@ 604 Invoking method "start"\ncaused event "finished" (ignored)\n
-
-MessageBox "All have finished with the last member"
-all=RCompositeAction 1
-play all add DelayAction 30
-play all add DelayAction 10 0
-play all add EmptyAction
-set all finished done
-play all start
-pause 0.1
-play all start
-play all halt
-get all isActive a
-MessageBox "halted: "+a
-pause 0.1
-;@ 604 All have finished with the last member
-;@ 634 all
-;@ 694 halted: 1
-;@ 704 all
-all=RCompositeAction 1
-set all finished done
-play all add DelayAction 30
-play all start
-play all pause
-pause 0.1
-get all isActive a
-play all resume
-play all halt
-get all isActive b
-pause 0.1
-MessageBox "paused, halted: "+a+b
-;@ 964 paused, halted: 10
-
-MessageBox "One of several"
+; by chance: all before one comes again; what is gone is not drawn; or any
 procedure drawn
 [
 get RECEIVER name who
 who=who||1
 count.who=count.who+1
 ]
-any=RRandomAction 1
-for i 1 3
+procedure rounds what times
 [
-count.i=0
-member.i=RQueue 1
-play member.i add DelayAction 1
-play any add "member."+i
-set member.i finished drawn
+for k 1 3
+[
+count.k=0
+d.k=RQueue 1
+play d.k add DelayAction 1
+play c.1 add "d."+k
+set d.k finished drawn
 ]
-for round 1 20
+for round 1 times
 [
-for i 1 3
+for k 1 3
 [
-play any start
+play c.1 start
 pause 0.003
 ]
 if (count.1=round)*(count.2=round)*(count.3=round)=0
-MessageBox "one too often in round "+round
+odd=odd+1
 ]
-; what is gone is not drawn, though two had not had their turn
-play any start
-drop [ member
-pause 0.003
-member.2=RQueue 1
-set member.2 finished drawn
-play member.2 add DelayAction 1
-play any add "member.2"
-count.2=0
-play any start
-pause 0.003
-play any start
-pause 0.003
-MessageBox "again "+count.2
-set any useAllBeforeRepeat 0
-play any add DelayAction 10 0
-a=0
-for a=0
-[
-play any start
-pause 0.003
-get any isActive a
-]
-play any halt
-get any isActive b
-pause 0.02
-get any isActive c
-call tell "may not be halted: "
-; members are put back, so one may be drawn twice in a row and another not at all
-any=RRandomAction 0
-for i 1 3
-[
-count.i=0
-member.i=RQueue 1
-play member.i add DelayAction 1
-play any add "member."+i
-set member.i finished drawn
-]
-get any useAllBeforeRepeat a
-for i 1 30
-[
-play any start
+MessageBox what+count.1+" "+count.2+" "+count.3+", uneven "+odd
+play c.1 start
+drop [ d
 pause 0.003
 ]
-MessageBox "all "+a+": "+count.1+" "+count.2+" "+count.3
-;@ 964 One of several
-;@ 1090 again 2
-;@ 1112 may not be halted: 110
-;@ 1172 all 0: 10 12 8
+odd=0
+c.1=RRandomAction 1
+call rounds "all " 20
+call rounds "of the new ones " 2
+set c.1 useAllBeforeRepeat 0
+call rounds "any " 20
+;@ 481 all 20 20 20, uneven 0
+;@ 495 of the new ones 2 2 2, uneven 0
+;@ 617 any 17 23 20, uneven 19
 
-MessageBox "A pause holds what runs now"
-outer=RQueue 1
-middle=RCompositeAction 1
-inner=RRandomAction 0
-play inner add DelayAction 20
-play middle add "inner"
-play middle add RandomDelayAction 10 10
-play outer add "middle"
-play outer add DelayAction 5
-set outer finished done
-set inner finished done
-play outer start
+; a pause holds what runs, whatever was paused or resumed by itself in between; then without the one that was paused
+c.3=RRandomAction 0
+call fill 3 20
+c.2=RCompositeAction 1
+call fill 2 "c.3" 10
+c.1=RQueue 1
+call fill 1 "c.2" 5
+procedure hold
+[
+play c.1 pause
+pause 0.1
+play c.1 resume
+]
+play c.1 start
 pause 0.01
-play outer pause
-play outer pause
+play c.1 pause
+call hold
+play c.1 resume
 pause 0.1
-play outer resume
-play outer resume
-pause 0.1
-;@ 1172 A pause holds what runs now
-;@ 1282 inner
-;@ 1287 outer
-; whatever was paused or resumed by itself in between; and without the one that was paused
-play outer start
-play outer pause
-play inner resume
-play outer pause
-pause 0.1
-play outer resume
+play c.1 start
+play c.1 pause
+play c.3 resume
+call hold
 pause 0.005
-play outer pause
-drop middle
+play c.1 pause
+drop c.2
+call hold
+MessageBox "goes on without a member"
 pause 0.1
-MessageBox "goes on"
-play outer resume
+; one that was the only one to run
+c.1=RCompositeAction 1
+c.2=RQueue 1
+call fill 2 50
+call fill 1 "c.2" "e"
+play c.1 start
+drop c.2
+MessageBox "nothing runs any more"
 pause 0.1
-;@ 1545 goes on
-;@ 1551 outer
+;@ 729 c.2
+;@ 729 c.3
+;@ 734 c.1
+;@ 992 goes on without a member
+;@ 998 c.1
+;@ 1082 nothing runs any more
+;@ 1083 c.1
 
-MessageBox "Members come and go"
-queue=RQueue 1
-gone=RQueue 1
-play gone add DelayAction 50
-set gone finished done
-play queue add DelayAction 10
-play queue add "gone"
-play queue add DelayAction 5
-set queue finished done
-play queue start
-pause 0.02
-drop gone
-get queue actionCount a
-MessageBox "back at the first of "+a
-pause 0.1
-;@ 1635 Members come and go
-;@ 1653 back at the first of 2
-;@ 1669 queue
-all=RCompositeAction 1
-last=RQueue 1
-play last add DelayAction 50
-play all add "last"
-play all add EmptyAction
-set all finished done
-play all start
-drop last
-MessageBox "the only one that ran"
-pause 0.1
-;@ 1743 the only one that ran
-;@ 1744 all
-procedure destroy
-[
-call done
-drop queue
-]
-own=RQueue 1
-play own add DelayAction 10
-set own finished destroy
-queue=RQueue 1
-play queue add "own"
-set queue finished done
-play queue start
-pause 0.1
-MessageBox "no "+queue
-;@ 1843 queue
-;@ 1843 own
-;@ 1923 no queue
-
-MessageBox "In several containers"
-outer=RQueue 1
-inner=RQueue 1
-other=RCompositeAction 1
-set outer finished done
-set other finished done
-play outer add "outer"
-for i 1 2
-[
-play outer add "inner"
-play other add "inner"
-]
-play inner add "outer"
-play inner add DelayAction 5 0
-play outer start
-for i 1 2
+; an end is told to the container that added the member last; another one waits until it is halted
+c.1=RQueue 1
+c.2=RQueue 1
+c.3=RCompositeAction 1
+call fill 1 "c.1" "c.2"
+call fill 3 "c.2"
+call fill 1 "c.2"
+call fill 3 "c.2"
+call fill 2 "c.1" -5
+play c.1 start
+for k 1 2
 [
 pause 0.03
-get outer isActive a
-play outer halt
-get outer isActive b
-MessageBox "waits for an end that the other one is told: "+a+b
+call tell "waits "
+play c.1 halt
 ]
-get outer isInterruptible a
-MessageBox "interruptible: "+a
-play other start
+play c.3 start
+call tell "the other one "
 pause 0.03
-drop other
-play outer start
+drop c.3
+play c.1 start
 pause 0.1
-;@ 1923 In several containers
-;@ 1923 RQueue - cannot add outer
-;@ 1923 RQueue - cannot add outer
-;@ 1950 waits for an end that the other one is told: 11
-;@ 1977 waits for an end that the other one is told: 10
-;@ 1977 interruptible: 0
-;@ 1977 RQueue - start method ignored, already running!
-;@ 1982 other
-;@ 2014 outer
+;@ 1172 RQueue - cannot add c.1
+;@ 1172 RQueue - cannot add c.1
+;@ 1177 c.2
+;@ 1199 waits 100
+;@ 1204 c.2
+;@ 1226 waits 100
+;@ 1226 RQueue - start method ignored, already running!
+;@ 1226 the other one 011
+;@ 1231 c.3
+;@ 1231 c.2
+;@ 1258 c.2
+;@ 1263 c.1
+;@ 1263 c.2
 ; as many inside each other as there may be
-chain.1=RQueue 1
-for i 2 32
+d.1=RQueue 1
+for n 2 32
 [
-chain.i=RQueue 1
-play chain.i add "chain."+(i-1)
+d.n=RQueue 1
+play d.n add "d."+(n-1)
 ]
-tooMuch=RQueue 1
-play tooMuch add "chain.32"
-drop chain.5
-play tooMuch add "chain.32"
-get tooMuch actionCount a
-chain.5=RQueue 1
-play chain.5 add "chain.4"
-play chain.6 add "chain.5"
-play tooMuch clear
-play chain.6 add "chain.5"
-play chain.1 add "tooMuch"
-get chain.1 actionCount b
-MessageBox "in the outermost "+a+", in the innermost "+b
-;@ 2094 RQueue - cannot add chain.32
-;@ 2094 RQueue - cannot add chain.5
-;@ 2094 RQueue - cannot add tooMuch
-;@ 2094 in the outermost 1, in the innermost 0
+c.1=RQueue 1
+play c.1 add "d.32"
+drop d.5
+play c.1 add "d.32"
+d.5=RQueue 1
+play d.5 add "d.4"
+play d.6 add "d.5"
+play c.1 clear
+play d.6 add "d.5"
+play d.1 add "c.1"
+;@ 1343 RQueue - cannot add d.32
+;@ 1343 RQueue - cannot add d.5
+;@ 1343 RQueue - cannot add c.1
 
-MessageBox "By type and by variable"
-inner=RQueue 1 0
-outer=RQueue 1
-play outer add "inner"
-play inner add DelayAction 5
-get inner isInterruptible a
-get outer isInterruptible b
-get outer actionCount c
-call tell "stubborn: "
-drop inner
-get outer actionCount a
-MessageBox "left: "+a
-play outer add Nothing 1
-sign=RHotSpot 0 0 10 10
-play outer add "sign"
-;@ 2094 By type and by variable
-;@ 2094 stubborn: 001
-;@ 2094 left: 0
-;@ 2094 Unknown action or container: Nothing
-;@ 2094 Unknown action or container: sign
-; a play that waits has waited for the end that comes after a resume
-q=RQueue 1
-play q add DelayAction 20
-play q add DelayAction 1
-other=RQueue 1
-play other add DelayAction 5
-play other add VerbAction "q" 1 halt
-play q start
-play q resume }
+; by type and by variable
+c.2=RQueue 1 0
+call fill 1 "c.2"
+call fill 2 5
+get c.2 isInterruptible a
+get c.1 isInterruptible b
+get c.1 actionCount n
+drop c.2
+get c.1 actionCount k
+MessageBox "stubborn "+a+b+", members "+n+k
+play c.1 add Nothing 1
+spot=RHotSpot 0 0 10 10
+play c.1 add "spot"
+; a play that waits has waited for the end that comes after a resume, and for a halt
+c.2=RQueue 1
+call fill 2 20 1
+c.1=RQueue 1
+call fill 1 5
+play c.1 add VerbAction "c.2" 1 halt
+play c.2 start
+play c.2 resume }
 MessageBox "over"
-play other start
-play q start }
+play c.1 start
+play c.2 start }
 MessageBox "halted"
+;@ 1343 stubborn 00, members 10
+;@ 1343 Unknown action or container: Nothing
+;@ 1343 Unknown action or container: spot
+;@ 1364 c.2
+;@ 1364 over
+;@ 1369 c.1
+;@ 1369 halted
 quit
-;@ 2115 over
-;@ 2120 halted
