@@ -19,9 +19,9 @@
 ;> 510 up 309 231
 ; another rotater; the flipper counts on both; what is left on it holds the next one up until that is off
 ;> 1000 key r
-;> 1010 down 439 391
-;> 1020 move 464 111
-;> 1030 up 464 111
+;> 1010 down 439 371
+;> 1020 move 447 114
+;> 1030 up 447 114
 ;> 1040 down 59 391
 ;> 1050 move 464 101
 ;> 1060 move 570 101
@@ -178,24 +178,27 @@ MessageBox views
 ;! WAVE resource 23 not found.
 ;! lifted
 ;! WAVE resource 21 not found.
+;! WAVE resource 22 not found.
+;! WAVE resource 23 not found.
+;! lifted
 ;! WAVE resource 21 not found.
 ;! WAVE resource 22 not found.
-;! at ,/0 and /4
+;! at ,/4 and /0
 ;! WAVE resource 23 not found.
 ;! lifted
 ;! WAVE resource 25 not found.
-;! at 1,1/0 and /4
+;! at 1,1/4 and /0
 ;! WAVE resource 23 not found.
 ;! lifted
 ;! WAVE resource 25 not found.
-;! at 0,0/0 and /4
+;! at 0,0/4 and /0
 ;! WAVE resource 23 not found.
 ;! made again
-;! at ,/0 and /4
+;! at ,/0 and /0
 ;! WAVE resource 23 not found.
 ;! made again
 ;! WAVE resource 25 not found.
-;! at ,/0 and /4
+;! at ,/0 and /0
 ;! WAVE resource 23 not found.
 ;! gone
 ;! WAVE resource 23 not found.
