@@ -1,72 +1,48 @@
 ; The peg game: which hole a peg is dropped into, to the pixel, holding one, what handlers do, filling and taking out.
 ; Hole 1 lies apart, all others in a row of 42 pixels each; what is said are the holes that are empty.
 ;: rsc golden
-; from 6 beside hole 1 on four sides, and onto its corner
+; the player's hand: after each pause of the script, which lasts 90 ms
+;> 10 down 230 115
+;> 15 move 285 315
+;> 20 up 285 315
+;> 30 down 230 115
+;> 35 move 345 315
+;> 40 up 345 315
+;> 50 down 230 115
+;> 55 move 315 285
+;> 60 up 315 285
+;> 70 down 230 115
+;> 75 move 315 345
+;> 80 up 315 345
 ;> 100 down 230 115
-;> 110 move 285 315
-;> 120 up 285 315
-;> 130 down 230 115
-;> 140 move 345 315
-;> 150 up 345 315
-;> 160 down 230 115
-;> 170 move 315 285
-;> 180 up 315 285
-;> 190 down 230 115
-;> 200 move 315 345
-;> 210 up 315 345
-;> 220 key t
-;> 230 down 230 115
-;> 240 move 344 286
-;> 250 up 344 286
-;> 260 key t
-; from 13 over 9 to 6, which lies on 4 then: the first hole counts; then to 6 alone
-;> 300 key f
-;> 310 down 524 115
-;> 320 move 149 115
-;> 330 up 149 115
-;> 340 key t
-;> 350 key b
-;> 360 down 524 115
-;> 370 move 230 115
-;> 380 up 230 115
-;> 390 key t
-; one that is held stays under the pointer when its hole moves, one that rests goes along; a button that is released
-; elsewhere drops it; then one that is taken out while it is held
-;> 400 key n
-;> 410 down 230 115
-;> 420 key h
-;> 430 move 315 315
-;> 440 key z
-;> 450 background
-;> 455 up 315 315
-;> 460 foreground
-;> 470 key b
-;> 480 key t
-;> 500 down 315 315
-;> 510 key x
-;> 520 move 500 400
-;> 530 up 500 400
-;> 540 key t
-; a larger peg, in a hole of the size of the first one
-;> 550 key l
-;> 560 down 524 115
-;> 570 move 259 115
-;> 580 up 259 115
-;> 590 key t
-; handlers that begin anew, and that drop the game
-;> 600 key s
-;> 610 down 230 115
-;> 620 move 315 315
-;> 630 up 315 315
-;> 640 key t
-;> 650 key d
-;> 660 down 230 115
-;> 670 move 315 315
-;> 680 up 315 315
-;> 700 key e
-;> 710 down 230 115
-;> 720 move 315 315
-;> 730 up 315 315
+;> 115 move 344 286
+;> 120 up 344 286
+;> 200 down 524 115
+;> 205 move 149 115
+;> 210 up 149 115
+;> 290 down 524 115
+;> 295 move 230 115
+;> 300 up 230 115
+;> 370 down 230 115
+;> 460 move 315 315
+;> 550 background
+;> 560 up 315 315
+;> 570 foreground
+;> 640 down 315 315
+;> 725 move 500 400
+;> 730 up 500 400
+;> 820 down 524 115
+;> 825 move 259 115
+;> 830 up 259 115
+;> 910 down 230 115
+;> 915 move 315 315
+;> 920 up 315 315
+;> 1000 down 230 115
+;> 1005 move 315 315
+;> 1010 up 315 315
+;> 1090 down 230 115
+;> 1095 move 315 315
+;> 1100 up 315 315
 yield off
 ActivateDLL golden.rsc
 procedure born
@@ -106,11 +82,11 @@ what=what+" "+n
 ]
 say what
 ]
-procedure leave one two three
+procedure leave one two
 [
 play game fill
 for i 1 15
-if (i#one)*(i#two)*(i#three)
+if (i#one)*(i#two)
 play game removePeg i
 ]
 procedure anew
@@ -134,11 +110,6 @@ set game pegY n 100
 ]
 set game pegX 1 300
 set game pegY 1 300
-]
-procedure onKey
-[
-get keys key word
-drop wait
 ]
 set OMAnimation born born
 pegs=0
@@ -206,77 +177,65 @@ play game reset
 set game pegID 450
 play game removePeg 1
 play game reset
-keys=RKbdInp 0
-set keys keyPressed onKey
 DisplayScreen
-for
-[
-wait
-if word="t"
-call tell "now"
-if word="f"
+pause 0.1
+call tell "peg 6 beside 1 on four sides"
+pause 0.1
+call tell "onto its corner"
 set game pegX 6 160
-if word="b"
-[
+pause 0.1
+call tell "peg 13 onto 4 and 6: the first counts"
 set game pegX 6 215
-set game pegX 10 383
-]
-if word="n"
-[
+pause 0.1
+call tell "peg 13 to 6"
 play game removePeg 1
 play game reset
 set game pegMovingZ 90
-]
-if word="h"
-[
+pause 0.1
 set game pegX 6 1061
 set game pegX 10 1061
-call tell "hole 10 is 25 and 6 is held"
-]
-if word="z"
-call tell "still"
-if word="x"
+call tell "peg 6 is held and stays, its hole and 10 are far"
+pause 0.1
+call tell "above 1"
+set game pegX 6 215
+set game pegX 10 383
+pause 0.1
+call tell "released elsewhere"
+pause 0.1
 play game removePeg 1
-if word="l"
-[
+pause 0.1
+call tell "taken out while it was held"
 play game fill
 play game removePeg 13
 set game pegID 281
 play game fill
 set game pegID 450
 play game removePeg 6
-]
-if word="s"
-[
-call leave 3 6 0
+pause 0.1
+call tell "a large one from 13 to a hole of the first size"
+call leave 3 6
 set game solved anew
-set game noMoreMoves anew
-]
-if word="d"
-[
-call leave 3 6 0
+pause 0.1
+call tell "begun anew"
+call leave 3 6
 set game solved gone
-]
-if word="e"
-[
+pause 0.1
 call start
-call leave 3 6 0
+call leave 3 6
 set game pegsLeftForSolved 0
 set game noMoreMoves gone
-]
-
-]
-;= now : 1
-;= now : 3 6
-;= now : 3 6
-;= now : 3 9 13
-;= hole 10 is 25 and 6 is held at 90: 1 10
-;= still at 90: 6 10
-;= now : 3 6
-;= now : 1 3 6
-;= now : 9 13
+pause 0.1
+;= peg 6 beside 1 on four sides : 1
+;= onto its corner : 3 6
+;= peg 13 onto 4 and 6: the first counts : 3 6
+;= peg 13 to 6 : 3 9 13
+;= peg 6 is held and stays, its hole and 10 are far at 90: 1 10
+;= above 1 at 90: 6 10
+;= released elsewhere : 3 6
+;= taken out while it was held : 1 3 6
+;= a large one from 13 to a hole of the first size : 9 13
 ;= anew
-;= now : 15
+;= begun anew : 15
 ;= gone
 ;= gone
 ;! ASEQ resource 99 not found.
