@@ -375,55 +375,43 @@ TEST_F(RulesTest, ReportsTheDoorsAndTheFirstItems) {
     EXPECT_EQ(queued, wanted) << "the gems that the first door misses";
 }
 
-/// Sets numbers of a record by their places; those of activities count from the activity's first.
-struct Numbered {
-    PlayerRecord record;
-
-    void set(std::size_t from, std::size_t count) {
-        std::ranges::fill(record.numbers().subspan(from, count), 0);
+/// By the rules of a new game, with what chance made of the doors and queues.
+PlayerRecord afterNewGame(PlayerRecord record, const PlayerRecord& chance) {
+    record.missingSlots = chance.missingSlots;
+    record.pattern = chance.pattern;
+    record.currentLocation = 12;
+    record.backpack = {};
+    record.hubs = {};
+    for (auto* levels : {&record.boards, &record.maps})
+        for (world::LevelRecord& each : *levels) each.visited = 0;
+    for (std::size_t i = 0; i < 10; ++i) {
+        ActivityRecord& each = record.activities[i];
+        each.results = {};
+        each.entryCount = {};
+        each.resultCount = each.visited = 0;
+        each.items = {};
+        each.queue = i < 8 ? chance.activities[i].queue : Numbers<6>{};
+        if (i < 8) each.correctSinceDistribution = each.guessesSinceDistribution = 0;
     }
-    void setActivities(std::size_t from, std::size_t count, std::size_t activities = 10) {
-        for (std::size_t i = 0; i < activities; ++i) set(165 + 58 * i + from, count);
-    }
-    void setLevels(std::size_t from, std::size_t count) {
-        for (const std::size_t base : {93, 104, 143, 154}) set(base + from, count);
-    }
-    /// By the rules of a new game, with what chance made of the doors and queues.
-    void startGame(const PlayerRecord& chance) {
-        record.missingSlots = chance.missingSlots;
-        record.pattern = chance.pattern;
-        record.currentLocation = 12;
-        set(60, 12);
-        setLevels(6, 1);
-        set(115, 28);
-        for (const auto& [from, count] : {std::pair(1, 20), {28, 5}, {41, 1}, {46, 12}})
-            setActivities(static_cast<std::size_t>(from), static_cast<std::size_t>(count));
-        for (const std::size_t from : {21, 26}) setActivities(from, 1, 8);
-        for (std::size_t i = 0; i < 8; ++i) record.activities[i].queue = chance.activities[i].queue;
-    }
-};
+    return record;
+}
 
 // Every number of the record is out of range or unlikely, and all that a game keeps is kept.
 TEST_F(RulesTest, AGameEndsWhatBelongsToItAndANewPlayerKnowsNothing) {
     for (const int number : {7, -1, kLeast, kMost}) {
         std::ranges::fill(player.numbers(), number);
-        Numbered game{player};
+        PlayerRecord before = player;
         world::newGame(player, report);
-        game.startGame(player);
-        EXPECT_TRUE(same(player, game.record)) << number;
+        EXPECT_TRUE(same(player, afterNewGame(before, player))) << number;
         EXPECT_EQ(player.pattern[3][3], number);
 
         std::ranges::fill(player.numbers(), number);
-        Numbered start{player};
-        start.setLevels(0, 11);
-        start.setActivities(0, 58);
-        for (const std::size_t base : {93, 104, 143, 154})
-            for (const std::size_t one : {base, base + 5}) start.record.numbers()[one] = 1;
-        for (auto& activity : start.record.activities)
-            activity.autoLeveling = activity.currentLevel = 1;
+        before = player;
+        for (auto* levels : {&before.boards, &before.maps})
+            levels->fill({.autoLeveling = 1, .currentLevel = 1});
+        before.activities.fill({.autoLeveling = 1, .currentLevel = 1});
         world::resetNewPlayer(player, report);
-        start.startGame(player);
-        EXPECT_TRUE(same(player, start.record)) << number;
+        EXPECT_TRUE(same(player, afterNewGame(before, player))) << number;
     }
 }
 
