@@ -2,7 +2,7 @@
 ; player who carries a piece to the tools.
 yield off
 procedure told
-say "solved"
+MessageBox "never heard"
 procedure born
 new=RECEIVER
 procedure tell what
@@ -89,9 +89,12 @@ high=[3 2 2 3 3 2 3 3 1 2 3 3
 full="XXXXXXXXXX"
 columns=10
 rows=6
+laid=0
 for turn 1 8
 [
 play board reset
+if turn=8
+set board solved told
 set board cellsH columns
 set board cellsV rows
 for n 1 rows
@@ -100,6 +103,9 @@ for n 1 12
 [
 set board pieceView which.n view.n
 play board setPieceCellXY which.n left.n top.n
+get board pieceCellX which.n a
+if a=left.n
+laid=laid+1
 a=rows-top.n-high.n
 top.n=left.n
 left.n=a
@@ -122,6 +128,7 @@ view.n=(view.n+4)%8
 ]
 ]
 
+;! Invoking method "setPieceCellXY"\ncaused event "solved" (ignored)\n
 ; The cell under the left upper corner, and the pixel from which on it is that one.
 procedure cells size
 [
@@ -137,6 +144,7 @@ last=c
 ]
 call tell size
 ]
+call tell laid
 call begin 10
 call make 12 2732
 play board setPieceCellXY 12 0 0
@@ -154,15 +162,12 @@ axis="y"
 from=20
 side="cellHeight"
 cell="pieceCellY"
-call cells 20
 call cells 21
-call cells 1
+;= 96 
 ;= 20  0@-10 1@10 2@30 3@50 4@70 5@90 @110
 ;= 21  0@-11 1@11 2@32 3@53 4@74 5@95 @116
 ;= 1  0@-1 1@1 2@2 3@3 4@4 5@5 @6
-;= 20  0@-10 1@10 2@30 3@50 4@70 5@90 @110
 ;= 21  0@-11 1@11 2@32 3@53 4@74 5@95 @116
-;= 1  0@-1 1@1 2@2 3@3 4@4 5@5 @6
 
 ; What is covered, also by a piece that lies where it did; what is turned on the board.
 call begin 6
@@ -303,10 +308,9 @@ call at 3
 get board pieceGraphicID 3 a
 call tell a
 for k -1 8 9
-[
 play board setPieceCellXY 2 k 0
-play board setPieceCellXY 2 0 k/2
-]
+for k -1 4 5
+play board setPieceCellXY 2 0 k
 play board setPieceCellXY 2 2147483647 0
 call put 2 7 3
 set board pieceCellX 2 8
@@ -327,6 +331,7 @@ call tell "still"
 ;! RPentominoGame: invalid piece number
 ;! RPentominoGame: invalid piece number
 ;! RPentominoGame: no piece for piece number 3
+;! RPentominoGame: invalid (X,Y) for piece 2
 ;! RPentominoGame: invalid (X,Y) for piece 2
 ;! RPentominoGame: invalid (X,Y) for piece 2
 ;! RPentominoGame: invalid (X,Y) for piece 2
