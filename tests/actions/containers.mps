@@ -3,7 +3,6 @@
 yield off
 one=0
 two=0
-three=0
 procedure done
 [
 get RECEIVER name who
@@ -11,7 +10,6 @@ MessageBox who
 ]
 ; a member: a container by its name, e for none that takes time, a delay, or one that may not be interrupted
 procedure put member
-[
 if member|1|1="c"
 play c.n add member
 else if member="e"
@@ -20,16 +18,19 @@ else if member>0
 play c.n add DelayAction member
 else if member<0
 play c.n add DelayAction 0-member 0
+; makes a queue with up to two members
+procedure queue n one two
+[
+c.n=RQueue 1
+call fill n one two
 ]
-procedure fill n one two three
+procedure fill n one two
 [
 set c.n finished done
 call put one
 call put two
-call put three
 one=0
 two=0
-three=0
 ]
 procedure tell what
 [
@@ -39,16 +40,15 @@ get c.3 isActive c
 MessageBox what+a+b+c
 ]
 
-c.2=RQueue 1
-call fill 2 10
-c.3=RQueue 1
-call fill 3 5
-c.1=RQueue 3
-call fill 1 "c.2" "c.3" "e"
+; what the end of a member starts comes before its own event
+call queue 2 10
+call queue 3 5
+call queue 1 "c.2" "c.3"
+call put "e"
+set c.1 repeatCount 3
 play c.1 start
 play c.1 start
 pause 0.1
-; what the end of a member starts comes before its own event
 ;@ 1 RQueue - start method ignored, already running!
 ;@ 11 c.2
 ;@ 16 c.3
@@ -65,8 +65,7 @@ play c.1 start
 pause 0.1
 call tell "once at first, endless now "
 ;@ 181 once at first, endless now 100
-
-; what takes no time takes none
+; what takes no time takes none; many do not pile up, and without end they leave time to others
 c.1=RQueue 1
 c.2=RCompositeAction 1
 c.3=RRandomAction 0
@@ -75,25 +74,19 @@ for k 1 3
 call fill k
 play c.k start
 ]
-;@ 181 Invoking method "start"\ncaused event "finished" (ignored)\n
-;@ 181 Invoking method "start"\ncaused event "finished" (ignored)\n
-;@ 181 Invoking method "start"\ncaused event "finished" (ignored)\n
-; many do not pile up, and without end they leave time to others
-c.1=RQueue 2
-for k 1 1000
+call queue 2 "e"
+set c.2 repeatCount -1
+call queue 3 "c.2"
+set c.3 repeatCount -1
+call queue 1
+for k 1 2000
 call put "e"
-c.2=RQueue -1
-call fill 2 "e"
-c.3=RQueue -1
-call fill 3 "c.2"
 play c.1 start
 play c.3 start
 pause 0.1
 call tell "endless "
 play c.3 halt
 call tell "halted "
-;@ 271 endless 011
-;@ 271 halted 000
 ; members that halt and start each other without end
 c.1=RCompositeAction 1
 c.2=RCompositeAction 1
@@ -106,6 +99,12 @@ play c.1 start
 pause 0.1
 MessageBox "still here"
 drop c.1
+;@ 181 Invoking method "start"\ncaused event "finished" (ignored)\n
+;@ 181 Invoking method "start"\ncaused event "finished" (ignored)\n
+;@ 181 Invoking method "start"\ncaused event "finished" (ignored)\n
+;@ 182 c.1
+;@ 271 endless 011
+;@ 271 halted 000
 ;@ 361 still here
 
 ; by chance: all before one comes again; what is gone is not drawn; or any
@@ -125,6 +124,7 @@ play d.k add DelayAction 1
 play c.1 add "d."+k
 set d.k finished drawn
 ]
+odd=0
 for round 1 times
 [
 for k 1 3
@@ -140,7 +140,6 @@ play c.1 start
 drop [ d
 pause 0.003
 ]
-odd=0
 c.1=RRandomAction 1
 call rounds "all " 20
 call rounds "of the new ones " 2
@@ -151,18 +150,17 @@ call rounds "any " 20
 ;@ 617 any 17 23 20, uneven 19
 
 ; a pause holds what runs, whatever was paused or resumed by itself in between; then without the one that was paused
-c.3=RRandomAction 0
-call fill 3 20
-c.2=RCompositeAction 1
-call fill 2 "c.3" 10
-c.1=RQueue 1
-call fill 1 "c.2" 5
 procedure hold
 [
 play c.1 pause
 pause 0.1
 play c.1 resume
 ]
+c.3=RRandomAction 0
+call fill 3 20
+c.2=RCompositeAction 1
+call fill 2 "c.3" 10
+call queue 1 "c.2" 5
 play c.1 start
 pause 0.01
 play c.1 pause
@@ -181,8 +179,7 @@ MessageBox "goes on without a member"
 pause 0.1
 ; one that was the only one to run
 c.1=RCompositeAction 1
-c.2=RQueue 1
-call fill 2 50
+call queue 2 50
 call fill 1 "c.2" "e"
 play c.1 start
 drop c.2
@@ -197,14 +194,13 @@ pause 0.1
 ;@ 1083 c.1
 
 ; an end is told to the container that added the member last; another one waits until it is halted
-c.1=RQueue 1
-c.2=RQueue 1
+call queue 2 -5
 c.3=RCompositeAction 1
-call fill 1 "c.1" "c.2"
+call queue 1 "c.1" "c.2"
 call fill 3 "c.2"
 call fill 1 "c.2"
 call fill 3 "c.2"
-call fill 2 "c.1" -5
+call fill 2 "c.1"
 play c.1 start
 for k 1 2
 [
@@ -238,7 +234,7 @@ for n 2 32
 d.n=RQueue 1
 play d.n add "d."+(n-1)
 ]
-c.1=RQueue 1
+call queue 1
 play c.1 add "d.32"
 drop d.5
 play c.1 add "d.32"
@@ -252,32 +248,28 @@ play d.1 add "c.1"
 ;@ 1343 RQueue - cannot add d.5
 ;@ 1343 RQueue - cannot add c.1
 
-; by type and by variable
+; by type and by variable; a play that waits has waited for the end after a resume, and for a halt
 c.2=RQueue 1 0
-call fill 1 "c.2"
+play c.1 add "c.2"
 call fill 2 5
-get c.2 isInterruptible a
-get c.1 isInterruptible b
-get c.1 actionCount n
+get c.1 isInterruptible a
+get c.1 actionCount b
 drop c.2
-get c.1 actionCount k
-MessageBox "stubborn "+a+b+", members "+n+k
+get c.1 actionCount c
+MessageBox "stubborn, members: "+a+b+c
 play c.1 add Nothing 1
 spot=RHotSpot 0 0 10 10
 play c.1 add "spot"
-; a play that waits has waited for the end that comes after a resume, and for a halt
-c.2=RQueue 1
-call fill 2 20 1
-c.1=RQueue 1
-call fill 1 5
-play c.1 add VerbAction "c.2" 1 halt
+call queue 2 20 1
 play c.2 start
 play c.2 resume }
 MessageBox "over"
+call queue 1 5
+play c.1 add VerbAction "c.2" 1 halt
 play c.1 start
 play c.2 start }
 MessageBox "halted"
-;@ 1343 stubborn 00, members 10
+;@ 1343 stubborn, members: 010
 ;@ 1343 Unknown action or container: Nothing
 ;@ 1343 Unknown action or container: spot
 ;@ 1364 c.2
