@@ -45,80 +45,72 @@ constexpr int kNone = -1;
 constexpr std::int32_t kReadOnly = -9;
 
 TEST_F(ComputedProperties, ReadAndWriteTheNumberThatTheWordsName) {
-    struct Row {
+    struct Case {
         const char* words;
         int place; ///< of the number; kNone: nothing is read or written
         const char* value = "77";
         std::int32_t written = kReadOnly;
         const char* text = nullptr; ///< what is read, if not 1000 and the place
     };
-    const Row rows[] = {
-        {"currentLocation", 92, "SIGNIN", 46, "CWS2"},
-        {"currentLocation", 92, "Nowhere", 0, "CWS2"},
-        {"backpackItemPresent 0", 60},
-        {"backpackItemPresent 12", kNone},
-        {"backpackItemPresent -1", kNone},
-        {"missingItemSlot 1", 36},
-        {"missingItemSlot 12", 47},
-        {"missingItemSlot 13", kNone},
-        {"patternItem 1", 84},
-        {"patternItem 4", kNone}, // stored, but not of the pattern
-        {"patternItem", kNone},
-        {"patternItemCount", 0, "77", kReadOnly, "3"},
-        {"isAutoLevelingEnabled CBA1", 93, "0", 0},
-        {"isAutoLevelingEnabled PWS2", 687, "1", 1},
-        {"isAutoLevelingEnabled -", 223, "0", 0},
-        {"isAutoLevelingEnabled CHUB", kNone},
-        {"isAutoLevelingEnabled cws1", kNone},
-        {"currentDataset CBA2 4", 108, "7", 7},
-        {"currentDataset CWS2 1", 245, "-7", -7},
-        {"currentDataset CWS2 -", 246, "7", 7},
-        {"currentDataset CWS2 3", 247, "12x", 12},
-        {"currentDataset CWS2 5", kNone},
-        {"currentDataset CWS1", kNone}, // its level is none
-        {"currentLevel CMA", 148, "3", 3},
-        {"currentLevel OMA", 159, "260", 4},
-        {"currentLevel CHUB", kNone},
-        {"currentLevel -", 250, "258", 2, "2"}, // the same in eight bits
-        {"itemPresent 1 CHUB", 116},
-        {"itemPresent 6 CWS1", 222},
-        {"itemPresent 7 CWS1", 0, "77", kReadOnly, "0"},
-        {"itemPresent 13 CHUB", 0, "77", kReadOnly, "0"},
-        {"itemPresent 1 CBA1", 0, "77", kReadOnly, "0"},
-        {"itemsPresentCount OHUB", 0, "77", kReadOnly, "12"},
-        {"itemsPresentCount CMA", kNone},
-        {"levelColor 4 CMA", 153},
-        {"levelColor - CWS2", 266},
-        {"levelColor 5 CWS1", kNone},
-        {"visitedCount CBA1", 99, "5", 5},
-        {"visitedCount CHUB", 128, "5", 5},
-        {"visitedCount CWS1", 206, "5", 5},
-        {"visitedCount OHUB", 142, "70000", 70000},
-        {"visitedCount SIGNIN", kNone},
-        {"hubRoundsCompleted CHUB", 115, "-1", 255},
-        {"hubRoundsCompleted OHUB", 129, "2", 2, "3"},
-        {"hubRoundsCompleted -", kNone},
-        {"wsCurrentLevelEntryCount -", 252, "9", 9},
-        {"wsCurrentLevelEntryCount CWS1", kNone},
-        {"wsNextItemInQueue CWS1", 211},
-        {"wsTotalCorrectGuessCount", 257, "5", 5},
-        {"wsTotalCorrectGuessCount CWS1 1", 198, "32768", -32768},
-        {"wsTotalGuessCount CWS1 4", 205, "5", 5},
-        {"wsTotalGuessCount CWS2 -", 261, "65538", 2},
-        {"wsTotalGuessCount CBA1 1", kNone},
+    const std::pair<std::string, std::vector<Case>> rows[] = {
+        {"currentLocation", {{"", 92, "SIGNIN", 46, "CWS2"}, {"", 92, "Nowhere", 0, "CWS2"}}},
+        {"backpackItemPresent", {{"0", 60}, {"12", kNone}, {"-1", kNone}}},
+        {"missingItemSlot", {{"1", 36}, {"12", 47}, {"13", kNone}}},
+        {"patternItem", {{"1", 84}, {"4", kNone}, {"", kNone}}},
+        {"patternItemCount", {{"", 0, "77", kReadOnly, "3"}}},
+        {"isAutoLevelingEnabled",
+         {{"CBA1", 93, "0", 0},
+          {"PWS2", 687, "1", 1},
+          {"-", 223, "0", 0},
+          {"CHUB", kNone},
+          {"cws1", kNone}}},
+        {"currentDataset",
+         {{"CBA2 4", 108, "7", 7},
+          {"CWS2 1", 245, "-7", -7},
+          {"CWS2 -", 246, "7", 7},
+          {"CWS2 3", 247, "12x", 12},
+          {"CWS2 5", kNone},
+          {"CWS1", kNone}}},
+        {"currentLevel",
+         {{"CMA", 148, "3", 3},
+          {"OMA", 159, "260", 4},
+          {"CHUB", kNone},
+          {"-", 250, "258", 2, "2"}}},
+        {"itemPresent",
+         {{"1 CHUB", 116},
+          {"6 CWS1", 222},
+          {"7 CWS1", 0, "77", kReadOnly, "0"},
+          {"13 CHUB", 0, "77", kReadOnly, "0"},
+          {"1 CBA1", 0, "77", kReadOnly, "0"}}},
+        {"itemsPresentCount", {{"OHUB", 0, "77", kReadOnly, "12"}, {"CMA", kNone}}},
+        {"levelColor", {{"4 CMA", 153}, {"- CWS2", 266}, {"5 CWS1", kNone}}},
+        {"visitedCount",
+         {{"CBA1", 99, "5", 5},
+          {"CHUB", 128, "5", 5},
+          {"CWS1", 206, "5", 5},
+          {"OHUB", 142, "70000", 70000},
+          {"SIGNIN", kNone}}},
+        {"hubRoundsCompleted",
+         {{"CHUB", 115, "-1", 255}, {"OHUB", 129, "2", 2, "3"}, {"-", kNone}}},
+        {"wsCurrentLevelEntryCount", {{"-", 252, "9", 9}, {"CWS1", kNone}}},
+        {"wsNextItemInQueue", {{"CWS1", 211}}},
+        {"wsTotalCorrectGuessCount", {{"", 257, "5", 5}, {"CWS1 1", 198, "32768", -32768}}},
+        {"wsTotalGuessCount",
+         {{"CWS1 4", 205, "5", 5}, {"CWS2 -", 261, "65538", 2}, {"CBA1 1", kNone}}},
     };
     const PlayerRecord before = record;
-    for (const Row& row : rows) {
-        record = before;
-        PlayerRecord after = before;
-        const bool isThere = row.place != kNone;
-        if (isThere && row.written != kReadOnly)
-            after.numbers()[static_cast<std::size_t>(row.place)] = row.written;
-        const std::string number = isThere ? std::to_string(1000 + row.place) : "";
-        EXPECT_EQ(read(row.words), row.text ? row.text : number) << row.words;
-        write(row.words, row.value);
-        EXPECT_TRUE(std::ranges::equal(record.numbers(), after.numbers())) << row.words;
-    }
+    for (const auto& [name, cases] : rows)
+        for (const auto& [words, place, value, written, text] : cases) {
+            const std::string all = name + " " + words;
+            record = before;
+            PlayerRecord after = before;
+            if (place != kNone && written != kReadOnly)
+                after.numbers()[static_cast<std::size_t>(place)] = written;
+            const std::string number = place == kNone ? "" : std::to_string(1000 + place);
+            EXPECT_EQ(read(all), text ? text : number) << all;
+            write(all, value);
+            EXPECT_TRUE(std::ranges::equal(record.numbers(), after.numbers())) << all;
+        }
     record.currentLocation = 17;
     EXPECT_EQ(read("currentLocation"), "");
     record.hubs[1].rounds = 5;
