@@ -119,7 +119,6 @@ get game pegMovingZ b
 say a b
 call tell "at first"
 play game removePeg 3
-call tell "none to take"
 play game fill
 play game removePeg 5
 play game removePeg 5
@@ -165,7 +164,6 @@ set game pegID 99
 play game reset
 ;= 15 5
 ;= at first : 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15
-;= none to take : 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15
 ;= two taken : 5 15
 ;= but the last : 15
 ;= wrong 0[] : 1

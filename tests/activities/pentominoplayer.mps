@@ -97,11 +97,15 @@ call piece 10
 ]
 call begin
 DisplayScreen
+views="views "
 for n 1 5
 [
 pause 0.1
-call tell "view "
+get board pieceView 10 e
+views=views+e
 ]
+MessageBox views
+set board piecePickedUpSoundID -1
 set board rotaterGraphicID 99
 set board rotaterGraphicID -1
 get board rotaterGraphicID a
@@ -111,22 +115,16 @@ pause 0.1
 call tell "on both "
 ;! WAVE resource 23 not found.
 ;! WAVE resource 24 not found.
-;! view ,/0 and /1
 ;! WAVE resource 24 not found.
-;! view ,/0 and /2
 ;! WAVE resource 24 not found.
-;! view ,/0 and /3
 ;! WAVE resource 24 not found.
-;! view ,/0 and /0
 ;! WAVE resource 21 not found.
 ;! WAVE resource 22 not found.
-;! view ,/0 and /4
+;! views 12304
 ;! ASEQ resource 99 not found.
 ;! rotater 420
-;! WAVE resource 23 not found.
 ;! WAVE resource 21 not found.
 ;! WAVE resource 22 not found.
-;! WAVE resource 23 not found.
 ;! WAVE resource 21 not found.
 ;! WAVE resource 22 not found.
 ;! on both ,/4 and /0
@@ -141,10 +139,8 @@ play board setPieceCellXY 10 1 2
 play board reset
 pause 0.1
 call tell "where it began "
-;! WAVE resource 23 not found.
 ;! WAVE resource 25 not found.
 ;! carried on 1,1/4 and /0
-;! WAVE resource 23 not found.
 ;! WAVE resource 25 not found.
 ;! where it began 0,0/4 and /0
 ; made anew when it is picked up, and when the pattern is covered
@@ -164,14 +160,11 @@ pause 0.1
 call begin
 set board piecePickedUp gone
 pause 0.1
-;! WAVE resource 23 not found.
 ;! made again
 ;! at home ,/0 and /0
-;! WAVE resource 23 not found.
 ;! made again
 ;! WAVE resource 25 not found.
 ;! at home ,/0 and /0
-;! WAVE resource 23 not found.
 ;! gone
 ;! WAVE resource 23 not found.
 ;! gone
