@@ -145,9 +145,18 @@ call rounds "all " 20
 call rounds "of the new ones " 2
 set c.1 useAllBeforeRepeat 0
 call rounds "any " 20
+; what may not be interrupted is not halted
+c.1=RRandomAction 0
+call fill 1 -10
+play c.1 start
+play c.1 halt
+call tell "halted "
+pause 0.1
 ;@ 481 all 20 20 20, uneven 0
 ;@ 495 of the new ones 2 2 2, uneven 0
 ;@ 617 any 17 23 20, uneven 19
+;@ 619 halted 100
+;@ 629 c.1
 
 ; a pause holds what runs, whatever was paused or resumed by itself in between; then without the one that was paused
 procedure hold
@@ -185,13 +194,13 @@ play c.1 start
 drop c.2
 MessageBox "nothing runs any more"
 pause 0.1
-;@ 729 c.2
-;@ 729 c.3
-;@ 734 c.1
-;@ 992 goes on without a member
-;@ 998 c.1
-;@ 1082 nothing runs any more
-;@ 1083 c.1
+;@ 819 c.2
+;@ 819 c.3
+;@ 824 c.1
+;@ 1082 goes on without a member
+;@ 1088 c.1
+;@ 1172 nothing runs any more
+;@ 1173 c.1
 
 ; an end is told to the container that added the member last; another one waits until it is halted
 call queue 2 -5
@@ -214,19 +223,19 @@ pause 0.03
 drop c.3
 play c.1 start
 pause 0.1
-;@ 1172 RQueue - cannot add c.1
-;@ 1172 RQueue - cannot add c.1
-;@ 1177 c.2
-;@ 1199 waits 100
-;@ 1204 c.2
-;@ 1226 waits 100
-;@ 1226 RQueue - start method ignored, already running!
-;@ 1226 the other one 011
-;@ 1231 c.3
-;@ 1231 c.2
-;@ 1258 c.2
-;@ 1263 c.1
-;@ 1263 c.2
+;@ 1262 RQueue - cannot add c.1
+;@ 1262 RQueue - cannot add c.1
+;@ 1267 c.2
+;@ 1289 waits 100
+;@ 1294 c.2
+;@ 1316 waits 100
+;@ 1316 RQueue - start method ignored, already running!
+;@ 1316 the other one 011
+;@ 1321 c.3
+;@ 1321 c.2
+;@ 1348 c.2
+;@ 1353 c.1
+;@ 1353 c.2
 ; as many inside each other as there may be
 d.1=RQueue 1
 for n 2 32
@@ -244,9 +253,9 @@ play d.6 add "d.5"
 play c.1 clear
 play d.6 add "d.5"
 play d.1 add "c.1"
-;@ 1343 RQueue - cannot add d.32
-;@ 1343 RQueue - cannot add d.5
-;@ 1343 RQueue - cannot add c.1
+;@ 1433 RQueue - cannot add d.32
+;@ 1433 RQueue - cannot add d.5
+;@ 1433 RQueue - cannot add c.1
 
 ; by type and by variable; a play that waits has waited for the end after a resume, and for a halt
 c.2=RQueue 1 0
@@ -256,7 +265,8 @@ get c.1 isInterruptible a
 get c.1 actionCount b
 drop c.2
 get c.1 actionCount c
-MessageBox "stubborn, members: "+a+b+c
+get c.1 isInterruptible d
+MessageBox "stubborn, members, and without: "+a+b+c+d
 play c.1 add Nothing 1
 spot=RHotSpot 0 0 10 10
 play c.1 add "spot"
@@ -269,11 +279,11 @@ play c.1 add VerbAction "c.2" 1 halt
 play c.1 start
 play c.2 start }
 MessageBox "halted"
-;@ 1343 stubborn, members: 010
-;@ 1343 Unknown action or container: Nothing
-;@ 1343 Unknown action or container: spot
-;@ 1364 c.2
-;@ 1364 over
-;@ 1369 c.1
-;@ 1369 halted
+;@ 1433 stubborn, members, and without: 0101
+;@ 1433 Unknown action or container: Nothing
+;@ 1433 Unknown action or container: spot
+;@ 1454 c.2
+;@ 1454 over
+;@ 1459 c.1
+;@ 1459 halted
 quit

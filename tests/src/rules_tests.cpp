@@ -14,7 +14,9 @@
 #include <limits>
 #include <numeric>
 #include <set>
+#include <span>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
