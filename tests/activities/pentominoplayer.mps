@@ -78,20 +78,14 @@ procedure piece n
 set board pieceGraphicID n 400+n
 play board setPieceHomeBox n n*130-880 300 n*130-780 400
 ]
+property=[cellsH cellsV cellWidth cellHeight rotaterGraphicID flipperGraphicID
+property=[pieceFlippedSoundID pieceGoHomeSoundID piecePickedUpSoundID pieceRotatedSoundID pieceSnappedSoundID
+value=[5 4 20 20 420 421 21 22 23 24 25
 procedure begin
 [
 board=RPentominoGame 100 80 5
-set board cellsH 5
-set board cellsV 4
-set board cellWidth 20
-set board cellHeight 20
-set board rotaterGraphicID 420
-set board flipperGraphicID 421
-set board pieceFlippedSoundID 21
-set board pieceGoHomeSoundID 22
-set board piecePickedUpSoundID 23
-set board pieceRotatedSoundID 24
-set board pieceSnappedSoundID 25
+for k 1 11
+set board property.k value.k
 call piece 7
 call piece 10
 ]
