@@ -41,99 +41,81 @@ class ComputedProperties : public WorldTest {
     PlayerRecord record;
 };
 
-TEST_F(ComputedProperties, ReadTheNumberThatTheArgumentsName) {
-    struct Row {
+constexpr int kNone = -1;
+constexpr std::int32_t kReadOnly = -9;
+
+TEST_F(ComputedProperties, ReadAndWriteTheNumberThatTheWordsName) {
+    struct Case {
         const char* words;
-        const char* text;
+        int place; ///< of the number; kNone: nothing is read or written
+        const char* value = "77";
+        std::int32_t written = kReadOnly;
+        const char* text = nullptr; ///< what is read, if not 1000 and the place
     };
-    const Row rows[] = {
-        {"backpackItemPresent 0", "1060"},
-        {"backpackItemPresent 12", ""},
-        {"backpackItemPresent -1", ""},
-        {"currentLocation", "CWS2"},
-        {"missingItemSlot 1", "1036"},
-        {"missingItemSlot 12", "1047"},
-        {"missingItemSlot 13", ""},
-        {"patternItem 1", "1084"},
-        {"patternItem 4", ""}, // stored, but not of the pattern
-        {"patternItem", ""},
-        {"patternItemCount", "3"},
-        {"isAutoLevelingEnabled CBA1", "1093"},
-        {"isAutoLevelingEnabled PWS2", "1687"},
-        {"isAutoLevelingEnabled -", "1223"},
-        {"isAutoLevelingEnabled CHUB", ""},
-        {"isAutoLevelingEnabled cws1", ""},
-        {"currentDataset CBA2 4", "1108"},
-        {"currentDataset CWS2 1", "1245"},
-        {"currentDataset CWS2 -", "1246"},
-        {"currentDataset CWS2 5", ""},
-        {"currentDataset CWS1", ""}, // its level is none
-        {"currentLevel CMA", "1148"},
-        {"currentLevel -", "2"},
-        {"itemPresent 1 CHUB", "1116"},
-        {"itemPresent 6 CWS1", "1222"},
-        {"itemPresent 7 CWS1", "0"},
-        {"itemPresent 13 CHUB", "0"},
-        {"itemPresent 1 CBA1", "0"},
-        {"itemsPresentCount OHUB", "12"},
-        {"itemsPresentCount CMA", ""},
-        {"levelColor 4 CMA", "1153"},
-        {"levelColor - CWS2", "1266"},
-        {"levelColor 5 CWS1", ""},
-        {"visitedCount CBA1", "1099"},
-        {"visitedCount CHUB", "1128"},
-        {"visitedCount CWS1", "1206"},
-        {"visitedCount SIGNIN", ""},
-        {"hubRoundsCompleted CHUB", "1115"},
-        {"hubRoundsCompleted OHUB", "3"},
-        {"hubRoundsCompleted -", ""},
-        {"wsCurrentLevelEntryCount CWS2", "1252"},
-        {"wsCurrentLevelEntryCount CWS1", ""},
-        {"wsNextItemInQueue CWS1", "1211"},
-        {"wsTotalCorrectGuessCount", "1257"},
-        {"wsTotalGuessCount CWS1 4", "1205"},
-        {"wsTotalGuessCount CBA1 1", ""},
+    const std::pair<std::string, std::vector<Case>> rows[] = {
+        {"currentLocation", {{"", 92, "SIGNIN", 46, "CWS2"}, {"", 92, "Nowhere", 0, "CWS2"}}},
+        {"backpackItemPresent", {{"0", 60}, {"12", kNone}, {"-1", kNone}}},
+        {"missingItemSlot", {{"1", 36}, {"12", 47}, {"13", kNone}}},
+        {"patternItem", {{"1", 84}, {"4", kNone}, {"", kNone}}},
+        {"patternItemCount", {{"", 0, "77", kReadOnly, "3"}}},
+        {"isAutoLevelingEnabled",
+         {{"CBA1", 93, "0", 0},
+          {"PWS2", 687, "1", 1},
+          {"-", 223, "0", 0},
+          {"CHUB", kNone},
+          {"cws1", kNone}}},
+        {"currentDataset",
+         {{"CBA2 4", 108, "7", 7},
+          {"CWS2 1", 245, "-7", -7},
+          {"CWS2 -", 246, "7", 7},
+          {"CWS2 3", 247, "12x", 12},
+          {"CWS2 5", kNone},
+          {"CWS1", kNone}}},
+        {"currentLevel",
+         {{"CMA", 148, "3", 3},
+          {"OMA", 159, "260", 4},
+          {"CHUB", kNone},
+          {"-", 250, "258", 2, "2"}}},
+        {"itemPresent",
+         {{"1 CHUB", 116},
+          {"6 CWS1", 222},
+          {"7 CWS1", 0, "77", kReadOnly, "0"},
+          {"13 CHUB", 0, "77", kReadOnly, "0"},
+          {"1 CBA1", 0, "77", kReadOnly, "0"}}},
+        {"itemsPresentCount", {{"OHUB", 0, "77", kReadOnly, "12"}, {"CMA", kNone}}},
+        {"levelColor", {{"4 CMA", 153}, {"- CWS2", 266}, {"5 CWS1", kNone}}},
+        {"visitedCount",
+         {{"CBA1", 99, "5", 5},
+          {"CHUB", 128, "5", 5},
+          {"CWS1", 206, "5", 5},
+          {"OHUB", 142, "70000", 70000},
+          {"SIGNIN", kNone}}},
+        {"hubRoundsCompleted",
+         {{"CHUB", 115, "-1", 255}, {"OHUB", 129, "2", 2, "3"}, {"-", kNone}}},
+        {"wsCurrentLevelEntryCount", {{"-", 252, "9", 9}, {"CWS1", kNone}}},
+        {"wsNextItemInQueue", {{"CWS1", 211}}},
+        {"wsTotalCorrectGuessCount", {{"", 257, "5", 5}, {"CWS1 1", 198, "32768", -32768}}},
+        {"wsTotalGuessCount",
+         {{"CWS1 4", 205, "5", 5}, {"CWS2 -", 261, "65538", 2}, {"CBA1 1", kNone}}},
     };
-    for (const Row& expected : rows)
-        EXPECT_EQ(read(expected.words), expected.text) << expected.words;
+    const PlayerRecord before = record;
+    for (const auto& [name, cases] : rows)
+        for (const auto& [words, place, value, written, text] : cases) {
+            const std::string all = name + " " + words;
+            record = before;
+            PlayerRecord after = before;
+            if (place != kNone && written != kReadOnly)
+                after.numbers()[static_cast<std::size_t>(place)] = written;
+            const std::string number = place == kNone ? "" : std::to_string(1000 + place);
+            EXPECT_EQ(read(all), text ? text : number) << all;
+            write(all, value);
+            EXPECT_TRUE(std::ranges::equal(record.numbers(), after.numbers())) << all;
+        }
     record.currentLocation = 17;
     EXPECT_EQ(read("currentLocation"), "");
     record.hubs[1].rounds = 5;
     for (const char* words : {"missingItemSlot 1", "patternItem 1", "patternItemCount"})
         EXPECT_EQ(read(words), "") << "there is no sixth door";
-}
-
-TEST_F(ComputedProperties, WriteWhatTheyRead) {
-    struct Row {
-        const char* words;
-        const char* value;
-        int place; ///< of the number that changes; -1 for none
-        std::int32_t number;
-    };
-    const Row rows[] = {
-        {"currentLocation", "SIGNIN", 92, 46},
-        {"currentLocation", "Nowhere", 92, 0},
-        {"isAutoLevelingEnabled CBA1", "0", 93, 0},
-        {"currentDataset CWS2 3", "12x", 247, 12},
-        {"currentDataset CWS2 5", "12", -1, 0},
-        {"currentLevel OMA", "260", 159, 4},
-        {"currentLevel CHUB", "1", -1, 0},
-        {"visitedCount OHUB", "70000", 142, 70000},
-        {"hubRoundsCompleted CHUB", "-1", 115, 255},
-        {"wsCurrentLevelEntryCount -", "9", 252, 9},
-        {"wsTotalCorrectGuessCount CWS1 1", "32768", 198, -32768},
-        {"wsTotalGuessCount CWS2 -", "65538", 261, 2},
-        {"backpackItemPresent 0", "1", -1, 0},
-    };
-    const PlayerRecord before = record;
-    for (const Row& expected : rows) {
-        record = before;
-        PlayerRecord after = before;
-        if (expected.place >= 0)
-            after.numbers()[static_cast<std::size_t>(expected.place)] = expected.number;
-        write(expected.words, expected.value);
-        EXPECT_TRUE(std::ranges::equal(record.numbers(), after.numbers())) << expected.words;
-    }
 }
 
 TEST_F(ComputedProperties, AnotherLevelForgetsTheResults) {

@@ -68,24 +68,17 @@ TEST_F(MenuCommandsTest, KeysAreCommandsAsLongAsNobodyTypes) {
     EXPECT_EQ(press(' '), "space key< > ");
 }
 
-TEST_F(MenuCommandsTest, TheExitScreenAsksBeforeTheGameEnds) {
+TEST_F(MenuCommandsTest, TheExitScreenAsksUnlessAHandlerOfPausedHasEndedTheGame) {
     int ends = 0;
     app->setStopLink([&] { ++ends; });
     machine.dialogs().answer = platform::Button::No;
     EXPECT_EQ(press(kControlQ, true), "paused resumed key<Ctrl-Q> ");
-    EXPECT_TRUE(app->isRunning());
-    machine.dialogs().answer = platform::Button::Yes;
-    EXPECT_EQ(press(kControlQ, true), "paused ") << "the key has done its work";
-    EXPECT_FALSE(app->isRunning());
-    app->stop();
-    EXPECT_EQ(ends, 1);
-    EXPECT_EQ(machine.dialogs().boxes.size(), 2u);
-}
-
-TEST_F(MenuCommandsTest, NothingIsAskedWhenAHandlerOfPausedHasEndedTheGame) {
+    EXPECT_EQ(machine.dialogs().boxes.size(), 1u);
     port.attachHandler("paused", [this] { app->stop(); });
-    command(59396);
-    EXPECT_TRUE(machine.dialogs().boxes.empty());
+    EXPECT_EQ(press(kControlQ, true), "") << "the key has done its work";
+    app->stop();
+    EXPECT_EQ(machine.dialogs().boxes.size(), 1u);
+    EXPECT_EQ(ends, 1);
 }
 
 TEST_F(MenuCommandsTest, TheOtherCommandsGoToTheLogAndToTheWindow) {

@@ -1,4 +1,4 @@
-// Sounds by script: handles, the four commands, what they leave behind; sounds of animations.
+// What is heard of sounds of scripts, and when their ends are told.
 #include "../ompp/nebuilder.h"
 #include "../trinkets/scriptfixture.h"
 #include "../trinkets/windowfixture.h"
@@ -58,22 +58,10 @@ class SoundCommandsTest : public ScriptTest {
     testing_support::MemoryWaveOut& device = machine.waveOut();
 };
 
-TEST_F(SoundCommandsTest, HandlesCountUpAndFailuresGiveNone) {
-    run(R"(PlaySound 102
-say RESULT
-PlaySound 101 1
-say RESULT
-PlaySound 101 0
-say RESULT
-PlaySound 65535
-say RESULT
-PlaySound -1
-say RESULT
-)");
-    EXPECT_EQ(said(), "0\n1\n2\n-1\n-1\n");
-    run("PlaySound 99\nsay RESULT\nPlaySound 103\nsay RESULT\n");
-    EXPECT_EQ(said(), "-1\n3\n") << "the damaged one is there";
-    EXPECT_EQ(boxes(), Strings{"WAVE resource 99 not found."});
+TEST_F(SoundCommandsTest, ADamagedSoundHasAHandleAndWhatHasEndedIsForgotten) {
+    run("PlaySound 102\nPlaySound 101 1\nPlaySound 101\nPlaySound 103\nsay RESULT\n");
+    EXPECT_EQ(said(), "3\n");
+    EXPECT_EQ(boxes(), Strings{});
     EXPECT_EQ(sounds->count(), 3u);
     for (int i = 0; i < 20; ++i) hear(1024);
     EXPECT_EQ(sounds->count(), 1u) << "only the loop is left";
@@ -132,37 +120,6 @@ TEST_F(SoundCommandsTest, CompletionComesOnceAndMayUseTheHandle) {
     EXPECT_FALSE(device.isOpen());
 }
 
-TEST_F(SoundCommandsTest, AnimationsPlayTheirSounds) {
-    OMTrinketWindow window({0, 0, 100, 80}, nullptr, "");
-    RAnimationSounds animationSounds(resources);
-    const auto image = AseqBuilder()
-                           .block(4, 4, 'a')
-                           .sequence({{0, 0, -101, 102}, {0, 0, 0, 10}, {0, 0, -4, 0}})
-                           .image();
-    OMAnimation a(window, image, 1, 0, 0);
-    auto b = std::make_unique<OMAnimation>(window, image, 1, 0, 0);
-    b->setSoundSync(false);
-    int silent = 0;
-    for (OMAnimation* each : {&a, b.get()}) {
-        each->playLinks().allSoundsDone = [&] { ++silent; };
-        each->step(1);
-    }
-    EXPECT_EQ(a.state(), OMAnimation::State::Held) << "until its sound has ended";
-    EXPECT_EQ(b->state(), OMAnimation::State::Playing);
-    hear(1024);
-    EXPECT_NE(a.state(), OMAnimation::State::Held);
-    EXPECT_EQ(silent, 1) << "the other one was mixed in behind";
-    hear(8 * 1024);
-    EXPECT_EQ(silent, 2);
-
-    b->setSequence(0, true);
-    b->step(100);
-    b.reset(); // its sound goes with it
-    hear(8 * 1024);
-    EXPECT_EQ(silent, 2);
-    EXPECT_EQ(soundEngine.soundingCount(), 0u);
-}
-
 TEST_F(SoundCommandsTest, AnAnimationPlaysASoundOnceAtATime) {
     OMTrinketWindow window({0, 0, 100, 80}, nullptr, "");
     RAnimationSounds animationSounds(resources);
@@ -181,6 +138,11 @@ TEST_F(SoundCommandsTest, AnAnimationPlaysASoundOnceAtATime) {
     EXPECT_EQ(animationSounds.play(b.voice(), 102, note("b too")), Start::Plays);
     animationSounds.stop(b.voice());
     for (int i = 0; i < 20; ++i) hear(1024);
+    {
+        OMAnimation gone(window, image, 1, 0, 0);
+        EXPECT_EQ(animationSounds.play(gone.voice(), 101, note("gone")), Start::Plays);
+    }
+    EXPECT_EQ(soundEngine.soundingCount(), 0u);
     EXPECT_EQ(ended, (Strings{"b", "a"}));
     EXPECT_EQ(boxes(), Strings{"WAVE resource 99 not found."});
 }
