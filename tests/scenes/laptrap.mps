@@ -49,11 +49,6 @@ procedure gone
 drop screen
 say "dropped"
 ]
-procedure level place
-[
-get world currentLevel place number
-say place "level" number
-]
 flags=[seenChooseActivity seenLapTrapInPractice seenProgressLevels seenLapTrapInGame seenCairoMap seenOasisMap
 procedure tellFlags
 [
@@ -65,7 +60,6 @@ all=all+value
 ]
 say all
 ]
-port=RScenePort 0
 world=RWorldPort 0
 play world activatePlayer "Ana"
 set world currentLocation CHUB
@@ -96,41 +90,6 @@ pause 0.1
 ;= selected 1 CWS1
 call states "chosen"
 ;= chosen: 123 21111 21111 21-
-; a level, let go beside it and on it; by itself no longer
-;> 8201 down 85 145
-;> 8211 up 85 165
-pause 0.05
-call states "beside"
-;= beside: 123 21111 21111 21-
-;> 8246 down 85 145
-;> 8256 up 85 145
-;> 8286 down 140 150
-;> 8296 up 140 150
-pause 0.1
-call states "changed"
-;= changed: 123 21111 11212 21-
-; music off twice, and on
-procedure music
-[
-get world isBackgroundMusicOff off
-get port isBackgroundMusicEnabled on
-call states "music off: "+off+" on: "+on
-]
-;> 8336 down 250 25
-;> 8346 up 250 25
-pause 0.05
-call music
-;= music off: 1 on: 0: 123 21111 11212 12-
-;> 8381 down 250 25
-;> 8391 up 250 25
-pause 0.05
-call music
-;= music off: 1 on: 0: 123 21111 11212 12-
-;> 8426 down 220 25
-;> 8436 up 220 25
-pause 0.05
-call music
-;= music off: 0 on: 1: 123 21111 11212 21-
 ; a level that is there already, though the screen does not know, keeps the answers; another one forgets them
 procedure answer count
 [
@@ -141,29 +100,28 @@ get world currentLevel CWS1 number
 get world levelColor 4 CWS1 color
 call states "level "+number+" colour "+color
 ]
-set world isAutoLevelingEnabled CWS1 1
 set world currentLevel CWS1 4
 call answer 5
-;= level 4 colour 0: 123 21111 11212 21-
-;> 8471 down 115 145
-;> 8481 up 115 145
+;= level 4 colour 0: 123 21111 21111 21-
+;> 8201 down 115 145
+;> 8211 up 115 145
 pause 0.05
 call answer 1
 ;= level 4 colour 1: 123 21111 11121 21-
 call answer 5
 ;= level 4 colour 1: 123 21111 11121 21-
-;> 8516 down 85 145
-;> 8526 up 85 145
+;> 8246 down 85 145
+;> 8256 up 85 145
 pause 0.05
 call answer 1
 ;= level 3 colour 1: 123 21111 11231 21-
 ; CMA is refused while it was never visited; levels wait for that
 set world visitedCount CMA 0
 call open CMA
-;> 8561 down 55 105
-;> 8571 up 55 105
-;> 8581 down 25 145
-;> 8591 up 25 145
+;> 8291 down 55 105
+;> 8301 up 55 105
+;> 8311 down 25 145
+;> 8321 up 25 145
 pause 0.1
 call states "refused"
 ;= refused: 233 21111 11231 211
@@ -176,10 +134,10 @@ call states "refusing"
 pause 1.5
 call states "over"
 ;= over: 233 21111 11231 21-
-;> 10001 down 25 145
-;> 10011 up 25 145
-;> 10021 down 55 105
-;> 10031 up 55 105
+;> 9731 down 25 145
+;> 9741 up 25 145
+;> 9751 down 55 105
+;> 9761 up 55 105
 pause 0.1
 call states "refused again"
 ;= refused again: 233 21111 21131 211
@@ -189,8 +147,8 @@ set screen visible 1
 call states "seen again"
 ;= seen again: 233 21111 21131 21-
 set world visitedCount CMA 1
-;> 11441 down 55 105
-;> 11451 up 55 105
+;> 11171 down 55 105
+;> 11181 up 55 105
 pause 0.1
 call states "visited"
 ;= visited: 233 12111 21131 21-
@@ -198,22 +156,22 @@ call states "visited"
 ; each part introduces itself when its flag is 0; closing ends it
 set world seenLapTrapInPractice 0
 call open CMA
-;@ 11521 WAVE resource 9052 not found.
+;@ 11251 WAVE resource 9052 not found.
 set world inGame 1
 call open CMA
 pause 0.5
-;@ 11754 WAVE resource 9061 not found.
+;@ 11484 WAVE resource 9061 not found.
 call states "game"
 ;= game: 212 11-
 call open OMA
-;@ 11971 WAVE resource 9062 not found.
+;@ 11701 WAVE resource 9062 not found.
 call tellFlags
 ;= flags 111111
 set world seenLapTrapInGame 0
 set world seenOasisMap 0
 call open OMA
-;> 11981 down 370 25
-;> 11991 up 370 25
+;> 11711 down 370 25
+;> 11721 up 370 25
 pause 0.5
 ;= closed, seen: 0
 call tellFlags
@@ -239,33 +197,33 @@ call tellPlace
 ;= at 60 10 40 41 42
 n=0
 screen=RLapTrap Atlantis -1 9
-;@ 12421 RLapTrap: unknown location Atlantis
+;@ 12151 RLapTrap: unknown location Atlantis
 call tellPlace
 ;= at 10 10 9 10 11
 ; handlers that drop it, while it refuses, while a button is held, and while its sound is heard
 set world visitedCount CMA 0
 call open CMA
 set screen closed gone
-;> 12431 down 370 25
-;> 12441 up 370 25
+;> 12161 down 370 25
+;> 12171 up 370 25
 pause 0.1
 ;= dropped
 call open CMA
 set screen locationSelected gone
-;> 12521 down 25 65
-;> 12531 up 25 65
+;> 12251 down 25 65
+;> 12261 up 25 65
 pause 0.1
 ;= dropped
 call open CMA
-;> 12611 down 55 105
-;> 12621 up 55 105
+;> 12341 down 55 105
+;> 12351 up 55 105
 pause 0.1
 drop screen
 call open CMA
-;> 12701 down 55 145
+;> 12431 down 55 145
 pause 0.05
 drop screen
-;> 12746 up 55 145
+;> 12476 up 55 145
 set world inGame 1
 set world seenLapTrapInGame 0
 set world seenCairoMap 0
@@ -275,16 +233,16 @@ pause 1
 
 ; who clicks anything needs no hint, and it comes once
 set world inGame 0
-;> 14646 down 220 25
-;> 14656 up 220 25
-;> 23746 down 140 110
-;> 23756 up 140 110
-;> 32846 down 25 105
-;> 32856 up 25 105
-;> 41946 down 55 65
-;> 41956 up 55 65
-;> 51046 down 370 25
-;> 51056 up 370 25
+;> 14376 down 220 25
+;> 14386 up 220 25
+;> 23476 down 140 110
+;> 23486 up 140 110
+;> 32576 down 25 105
+;> 32586 up 25 105
+;> 41676 down 55 65
+;> 41686 up 55 65
+;> 50776 down 370 25
+;> 50786 up 370 25
 for times 1 5
 [
 call open CMA
@@ -296,7 +254,7 @@ say "no hint"
 ;= no hint
 call open CMA
 pause 30
-;@ 65634 WAVE resource 9051 not found.
+;@ 65350 WAVE resource 9051 not found.
 ;: file content/RSC/progress.map
 PRACTICE
 PANEL 2301 10 10
