@@ -32,7 +32,7 @@ set question buttonPressed onButton
 set question mouseDown onBeside
 ]
 Scene 100
-; its parts lie one above it; the number of the picture has 16 bits
+; its parts lie one above it, and it is not dragged; the number of the picture has 16 bits
 set OMAnimation born onBorn
 set RPButton born onBorn
 set RHotSpot born onBorn
@@ -47,7 +47,8 @@ boat=RAnimation 2001 20
 set boat mouseDown onBoat
 set boat dblClick onTwice
 ;> 11 down 5 5
-;> 21 up 5 5
+;> 16 move 105 105
+;> 21 up 105 105
 ;> 31 double 56 310
 ;> 41 up 56 310
 ;> 51 down 535 335
