@@ -1,5 +1,6 @@
 ; Characters. What is seen of the layers is looked at every 45 ms: the pose 2010, what it plays (2001, 1200 ms),
-; fidgets (2006, 1020 ms) and speeches of 2010, each by a letter and how often it was seen, with + when it moved.
+; fidgets (2006, 1020 ms) and speeches of 2010, each by a letter and how often it was seen, with + when it moved, ! when
+; it had finished then.
 ;$ --until 1400000
 yield off
 procedure onBorn
@@ -30,7 +31,11 @@ procedure flush
 [
 if moved
 told=told+"+"
-told=told+times+" "
+told=told+times
+if ends
+told=told+"!"
+told=told+" "
+ends=0
 ]
 procedure watch title count
 [
@@ -55,15 +60,25 @@ was=frame
 times=times+1
 ]
 call flush
+]
+procedure show title count
+[
+call watch title count
 say told
 ]
 procedure ended
-say "finished"
+ends=ends+1
 procedure make
 [
 n=0
 role="p"
 tilli=RCharacter 2010 0 0 30
+set tilli finished ended
+]
+procedure halt
+[
+set tilli finished
+play tilli stop
 set tilli finished ended
 ]
 procedure fidget group min max id
@@ -74,6 +89,7 @@ play tilli addFidget group id
 role="w"
 ]
 n=0
+ends=0
 role="w"
 set OMAnimation born onBorn
 ; what is played may end in the midst of a drag; the pointer goes from one layer to the next
@@ -121,154 +137,121 @@ play tilli playAnim 2001
 pause 0.1
 ;= dropped
 call make
-; an animation in place of the pose, of which it is told; played so often, and hidden at the end
-role="w"
-play tilli playAnim 2001
-call watch "once" 30
-;= finished
-;= once: w+26 p4 
-play tilli playAnim 2001 0
-call watch "also once" 30
-;= finished
-;= also once: w+26 p4 
-play tilli playAnim 2001 2 0
-call watch "twice, hidden" 60
-;= finished
-;= twice, hidden: w+53 .7 
-play tilli playAnim 2001 }
-call watch "hidden" 30
-;= hidden: .30 
-set tilli visible 1
-play tilli playAnim 2001 0-1
-call watch "without end" 60
-;= without end: w+60 
-set tilli finished
-play tilli stop
-call watch "stopped" 3
-;= stopped: p3 
-set tilli finished ended
-; the pose in all states
-call watch "it stands" 20
-;= it stands: p20 
-set tilli animateSettled 1
-call watch "it moves" 40
-;= it moves: p+40 
-role="q"
-set tilli settlePoseID 2006
-call watch "another" 30
-;= another: q+30 
-role="w"
-play tilli playAnim 2001 0-1
-role="p"
-set tilli settlePoseID 67546
-call watch "not seen" 10
-;= not seen: w+10 
-set tilli finished
-play tilli stop
-set tilli settlePoseID 0-1
-call watch "none" 3
-;= none: .3 
-set tilli visible 0
-play tilli pause
-set tilli settlePoseID 2010
-call watch "invisible" 3
-;= invisible: .3 
-set tilli visible 1
-call watch "paused" 40
-;= paused: p40 
-play tilli resume
-call watch "resumed" 40
-;= resumed: p+40 
-set tilli animateSettled 0
-call watch "it stands again" 40
-;= it stands again: p40 
-; only what plays is paused, and waited for anew
-set tilli animateSettled 1
-role="w"
-play tilli playAnim 2001 2
-call watch "plays" 5
-;= plays: w+5 
-play tilli pause
-call watch "paused" 20
-;= paused: w20 
-play tilli resume }
-call watch "over" 3
-;= over: p3 
-play tilli pause
-play tilli playAnim 2001 0-1
-call watch "plays all the same" 20
-;= plays all the same: w+20 
-play tilli stop
-call watch "still paused" 40
-;= still paused: p40 
-play tilli resume
-call watch "resumed" 40
-;= resumed: p+40 
-set tilli animateSettled 0
-; speeches are their sequences, seen until they are over and their sounds, too; and what was added first counts
-play tilli addSpeechAnim 2010
-role="o"
-play tilli addSpeechAnim 2016
-role="s"
-set tilli finished ended
-play tilli playSpeech 206
-call watch "speech" 40
-;= finished
-;= speech: s+27 p13 
-play tilli playSpeech 205 0
-call watch "hidden at the end" 40
-;= finished
-;= hidden at the end: s+27 .13 
-set tilli visible 1
-play tilli playSpeech 222
-call watch "another" 150
-;= finished
-;= another: s+106 p44 
-; its pictures last 800 ms, its sound up to 1120
-play tilli addSpeechAnim 2003
-play tilli playSpeech 203
-call watch "sounds on" 40
-;= finished
-;= sounds on: s+25 p15 
-; kept loaded: each animation is a layer of its own when it is spoken first, and then no more
-procedure layers title
+procedure act kind word one two three
 [
-set tilli finished
-play tilli stop
-set tilli finished ended
-say title "layers" n
+role="w"
+if three>"9"
+role=three
+if kind="end"
+call halt
+if kind="play"
+play tilli word one two three
+if kind="set"
+set tilli word one
 ]
-SetSpeechCaching 1
-play tilli playSpeech 205
-call layers "kept"
-;= kept layers 16
-play tilli playSpeech 206
-call layers "kept"
-;= kept layers 16
-play tilli playSpeech 222
-call layers "another"
-;= another layers 17
-play tilli playSpeech 222
-call watch "seen" 10
-;= seen: s+10 
-call layers "kept"
-;= kept layers 17
-SetSpeechCaching 0
-play tilli playSpeech 205
-call layers "not kept"
-;= not kept layers 18
+; plays so many of the rows of steps: a title, how long it is watched, what is done before that with which words
+procedure steps count
+[
+drop [ seen
+for s 1 count
+[
+step=step+7
+call act rows.(step-4) rows.(step-3) rows.(step-2) rows.(step-1) rows.step
+call watch rows.(step-6) rows.(step-5)
+seen.s=told
+]
+say seen.1 seen.2 seen.3 seen.4 seen.5 seen.6 seen.7
+]
+step=0
+; an animation in place of the pose, of which it is told; played so often, and hidden at the end; also unseen
+rows=["once" 30 play playAnim 2001 "" ""
+rows=["also once" 30 play playAnim 2001 0 ""
+rows=["twice, hidden" 60 play playAnim 2001 2 0
+rows=["hidden" 30 play playAnim 2001 "" ""
+rows=["shown" 3 set visible 1 "" ""
+rows=["without end" 60 play playAnim 2001 -1 ""
+rows=["stopped" 3 end "" "" "" ""
+call steps 7
+;= once: w+26! p4  also once: w+26! p4  twice, hidden: w+53! .7  hidden: .30!  shown: p3  without end: w+60  stopped: p3 
+; the pose in all states
+rows=["it stands" 20 "" "" "" "" ""
+rows=["it moves" 40 set animateSettled 1 "" ""
+rows=["another" 30 set settlePoseID 2006 "" q
+rows=["plays" 5 play playAnim 2001 -1 ""
+rows=["not seen" 10 set settlePoseID 67546 "" p
+rows=["it is" 3 end "" "" "" ""
+rows=["none" 3 set settlePoseID -1 "" p
+call steps 7
+;= it stands: p20  it moves: p+40  another: q+30  plays: w+5  not seen: w+10  it is: p3  none: .3 
+rows=["hidden" 3 set visible 0 "" ""
+rows=["paused" 3 play pause "" "" ""
+rows=["made anew" 3 set settlePoseID 2010 "" p
+rows=["shown" 40 set visible 1 "" ""
+rows=["resumed" 40 play resume "" "" ""
+rows=["it stands" 40 set animateSettled 0 "" ""
+call steps 6
+;= hidden: .3  paused: .3  made anew: .3  shown: p40  resumed: p+40  it stands: p40  seen.7
+; only what plays is paused
+rows=["it moves" 40 set animateSettled 1 "" ""
+rows=["plays" 5 play playAnim 2001 2 ""
+rows=["paused" 20 play pause "" "" ""
+rows=["resumed" 60 play resume "" "" ""
+rows=["paused" 20 play pause "" "" ""
+rows=["plays" 20 play playAnim 2001 -1 ""
+rows=["still paused" 40 end "" "" "" ""
+call steps 7
+;= it moves: p+40  plays: w+5  paused: w20  resumed: w+46! p+14  paused: p20  plays: w+20  still paused: p40 
+rows=["resumed" 40 play resume "" "" ""
+rows=["it stands" 20 set animateSettled 0 "" ""
+call steps 2
+;= resumed: p+40  it stands: p20  seen.3 seen.4 seen.5 seen.6 seen.7
+; speeches are their sequences, seen until they are over and their sounds, too (203 lasts up to 1120 ms, its
+; pictures 800); what was added first counts
+rows=["silent" 3 play addSpeechAnim 2010 "" ""
+rows=["silent" 3 play addSpeechAnim 2016 "" ""
+rows=["silent" 3 play addSpeechAnim 2003 "" ""
+rows=["speech" 40 play playSpeech 206 "" ""
+rows=["twice there" 40 play playSpeech 205 0 ""
+rows=["shown" 3 set visible 1 "" ""
+rows=["another" 150 play playSpeech 222 "" ""
+call steps 7
+;= silent: p3  silent: p3  silent: p3  speech: w+27! p13  twice there: w+27! .13  shown: p3  another: w+106! p44 
+rows=["sounds on" 40 play playSpeech 203 "" ""
+rows=["paused" 3 play playSpeech 203 "" ""
+rows=["paused" 40 play pause "" "" ""
+rows=["resumed" 40 play resume "" "" ""
+call steps 4
+;= sounds on: w+25! p15  paused: w+3  paused: w40  resumed: w+21! p19  seen.5 seen.6 seen.7
+; kept loaded: each animation is a layer of its own when it is spoken first, and then no more
+speeches=[2010 2016 2003
+spoken=[205 206 222 222 205
+call make
+for i 1 3
+play tilli addSpeechAnim speeches.i
+told="layers"
+for times 1 5
+[
+SetSpeechCaching times<5
+play tilli playSpeech spoken.times
+call halt
+told=told+" "+n
+]
+say told
+;= layers 2 2 3 3 4
 
 ; its layers follow it, and stay when it lets go of others
+words=[x y z
 procedure where title
 [
-get layer.1 "x" a
-get layer.1 "y" b
-get layer.1 "z" c
-get layer.2 "x" d
-get layer.2 "y" e
-get layer.2 "z" f
-get hat "x" g
-say title a b c d e f g
+told=title
+for i 1 3
+[
+get layer.1 words.i a
+get layer.2 words.i b
+told=told+" "+a+","+b
+]
+get hat x a
+say told a
 ]
 call make
 play tilli place 40 30
@@ -279,11 +262,11 @@ hat=RAnimation 2004 50 20 5
 play tilli addTrinket "hat"
 play tilli offset 0-3 0
 call where "placed"
-;= placed 37 30 60 21 2 60 48
+;= placed 37,21 30,2 60,60 48
 play tilli removeTrinkets
 play tilli place 0 0
 call where "alone"
-;= alone 16 28 60 0 0 60 48
+;= alone 16,0 28,0 60,60 48
 drop hat
 
 ; fidgets of ten minutes: every 5 to 9 seconds, and each of three once before any is played again
@@ -348,14 +331,14 @@ pause 0.01
 ]
 say intervals.row intervals.k count
 ]
-;= 5 5 556
-;= 5 2 556
+;= 5 5 555
+;= 5 2 557
 ;= 0 1 3
 ;= -3 0 3
 ;= -9 -4 3
 call make
 call fidget 1 2147483646 2147483647 2006
-call watch "never" 10
+call show "never" 10
 ;= never: p10 
 ; none begins while it is busy, hidden or paused: then its group waits anew
 call make
@@ -364,32 +347,32 @@ set tilli finished
 play tilli playAnim 2001 0-1
 pause 1.5
 play tilli stop
-call watch "busy" 20
+call show "busy" 20
 ;= busy: p14 f+6 
 play tilli stop
 set tilli visible 0
 pause 1.5
 set tilli visible 1
-call watch "hidden" 20
+call show "hidden" 20
 ;= hidden: p14 f+6 
 play tilli stop
 play tilli pause
 pause 1.5
 play tilli resume
-call watch "paused" 20
+call show "paused" 20
 ;= paused: p14 f+6 
 ; a group goes with its fidgets, also in the midst of one; numbers of groups are kept apart
 play tilli addFidgetGroup 8 300 300
 play tilli addFidget 8 2004
 pause 1
 play tilli removeFidgetGroup 7
-call watch "removed" 30
+call show "removed" 30
 ;= removed: p30 
 ; a fidget over the pose
 play tilli addFidgetGroup 9 1 1
 role="g"
 play tilli addFidget 9 2006 0
-call watch "over the pose" 40
+call show "over the pose" 40
 ;= over the pose: p22 pg+18 
 play tilli removeFidgetGroup 9
 
@@ -420,4 +403,3 @@ play tilli playAnim 2006 }
 ;! RCharacter: busy, cannot play animation 2006
 play tilli playSpeech 205 }
 ;! RCharacter: busy, cannot play speech 205
-pause 1.5

@@ -39,7 +39,7 @@ set RHotSpot born onBorn
 all="parts"
 call ask
 say all
-;= 
+;= parts 0,21 1,21 359,21 501,21
 set OMAnimation born
 set RPButton born
 set RHotSpot born
@@ -53,15 +53,15 @@ set boat dblClick onTwice
 ;> 41 up 56 310
 ;> 51 down 535 335
 ;> 61 up 535 335
-;= 
-;= 
-;= 
-;= 
+;= beside
+;= beside
+;= button -3
+;= the next one: []
 pause 0.1
 set question "z" 18
 ;> 101 double 56 310
 ;> 111 up 56 310
-;= 
+;= twice
 pause 0.1
 ; its parts are not touchy when it is not
 set question "z" 20
@@ -70,28 +70,28 @@ set question touchy 0
 ;> 201 up 56 310
 ;> 211 down 535 335
 ;> 221 up 535 335
-;= 
+;= boat
 pause 0.1
 set question touchy 1
 ;> 281 down 380 335
 ;> 291 up 380 335
-;= 
-;= 
-;= 
+;= beside
+;= button 1
+;= the next one: []
 pause 0.1
 drop question
 ; what is missing
 question=RDialog 99 3
 play question addButton 99 1
 play question addGraphic 99
-;! 
-;! 
-;! 
+;! ASEQ resource 99 not found.
+;! ASEQ resource 99 not found.
+;! ASEQ resource 99 not found.
 set question mouseDown onBeside
 get question "z" depth
 ;> 371 down 5 5
 ;> 381 up 5 5
-;= 
+;= beside
 pause 0.1
 drop question boat
 ; two ports and two dialogs, made in turn, go in these orders, with a new
@@ -126,12 +126,12 @@ drop thing.i
 pause 0.1
 say orders.order told
 ]
-;= 
-;= 
-;= 
-;= 
-;= 
-;= 
+;= 1234 :....
+;= 4321 :...1.
+;= 2413 :..13.3.
+;= 3142 :....
+;= 1324 :....
+;= 4231 :..13.1.
 ;> 641 down 5 5
 ;> 731 down 5 5
 ;> 821 down 5 5
