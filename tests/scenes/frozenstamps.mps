@@ -1,6 +1,7 @@
 ; A stamp becomes part of a frozen screen, and goes with its picture.
 ;: rsc golden
-;$ screens
+;$ ini:UseDirectDraw=0
+;$ ini:UseDirectDraw=1 --screen 640x480x16 depth:16
 yield off
 ActivateDLL golden.rsc
 Scene 100

@@ -1,12 +1,13 @@
 ; Movies straight onto the window and among other objects: where their frames go, what is seen of the rest,
 ; and in which colours. A frame lasts 90 ms, pause 0.1. On a screen that was made black only what is drawn anew
-; is seen, and after EndTransition 1 only what the window draws anew.
+; is seen, and after EndTransition 1 only what the window draws anew. The movies are those of the folder include,
+; made by zorbet-rsc movie --frame-time 9000 of plain frames of the colours 20 to 27; in parts.smk two blocks change
+; in the second frame and one in the third, colours.smk has other palettes from its third and sixth on.
 ;: rsc golden
 ;$ ini:UseDirectDraw=0
 ;$ ini:UseDirectDraw=1 ini:DisplayFullScreen=1
 ;$ ini:UseDirectDraw=1 --screen 640x480x16 depth:16
 ;$ ini:UseDirectDraw=1 --screen 640x480x24 depth:24
-;$ ini:UseDirectDraw=1 --screen 640x480x32 depth:32
 ;$ --screen 640x480x32 depth:32
 yield off
 procedure onBelow

@@ -54,3 +54,14 @@ pause 0.02
 ;> 802 screenshot red.anew.png
 play one release
 ;> 807 screenshot scene.released.png
+; the cursor is hidden while one plays straight
+;# 0 title Zorbet Voyages
+;# 19 cursor none
+;# 109 cursor -1
+;# 109 cursor none
+;# 604 cursor -1
+;# 658 cursor none
+;# 748 cursor -1
+;# 784 cursor none
+;# 802 cursor -1
+;# 809 end until
