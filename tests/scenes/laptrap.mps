@@ -152,26 +152,35 @@ set world visitedCount CMA 1
 pause 0.1
 call states "visited"
 ;= visited: 233 12111 21131 21-
+; music off twice is off
+;> 11261 down 250 25
+;> 11271 up 250 25
+;> 11281 down 250 25
+;> 11291 up 250 25
+pause 0.1
+get world isBackgroundMusicOff off
+call states "music off "+off
+;= music off 1: 233 12111 21131 12-
 
 ; each part introduces itself when its flag is 0; closing ends it
 set world seenLapTrapInPractice 0
 call open CMA
-;@ 11251 WAVE resource 9052 not found.
+;@ 11341 WAVE resource 9052 not found.
 set world inGame 1
 call open CMA
 pause 0.5
-;@ 11484 WAVE resource 9061 not found.
+;@ 11574 WAVE resource 9061 not found.
 call states "game"
 ;= game: 212 11-
 call open OMA
-;@ 11701 WAVE resource 9062 not found.
+;@ 11791 WAVE resource 9062 not found.
 call tellFlags
 ;= flags 111111
 set world seenLapTrapInGame 0
 set world seenOasisMap 0
 call open OMA
-;> 11711 down 370 25
-;> 11721 up 370 25
+;> 11801 down 370 25
+;> 11811 up 370 25
 pause 0.5
 ;= closed, seen: 0
 call tellFlags
@@ -197,33 +206,33 @@ call tellPlace
 ;= at 60 10 40 41 42
 n=0
 screen=RLapTrap Atlantis -1 9
-;@ 12151 RLapTrap: unknown location Atlantis
+;@ 12241 RLapTrap: unknown location Atlantis
 call tellPlace
 ;= at 10 10 9 10 11
 ; handlers that drop it, while it refuses, while a button is held, and while its sound is heard
 set world visitedCount CMA 0
 call open CMA
 set screen closed gone
-;> 12161 down 370 25
-;> 12171 up 370 25
+;> 12251 down 370 25
+;> 12261 up 370 25
 pause 0.1
 ;= dropped
 call open CMA
 set screen locationSelected gone
-;> 12251 down 25 65
-;> 12261 up 25 65
+;> 12341 down 25 65
+;> 12351 up 25 65
 pause 0.1
 ;= dropped
 call open CMA
-;> 12341 down 55 105
-;> 12351 up 55 105
+;> 12431 down 55 105
+;> 12441 up 55 105
 pause 0.1
 drop screen
 call open CMA
-;> 12431 down 55 145
+;> 12521 down 55 145
 pause 0.05
 drop screen
-;> 12476 up 55 145
+;> 12566 up 55 145
 set world inGame 1
 set world seenLapTrapInGame 0
 set world seenCairoMap 0
@@ -233,16 +242,16 @@ pause 1
 
 ; who clicks anything needs no hint, and it comes once
 set world inGame 0
-;> 14376 down 220 25
-;> 14386 up 220 25
-;> 23476 down 140 110
-;> 23486 up 140 110
-;> 32576 down 25 105
-;> 32586 up 25 105
-;> 41676 down 55 65
-;> 41686 up 55 65
-;> 50776 down 370 25
-;> 50786 up 370 25
+;> 14466 down 220 25
+;> 14476 up 220 25
+;> 23566 down 140 110
+;> 23576 up 140 110
+;> 32666 down 25 105
+;> 32676 up 25 105
+;> 41766 down 55 65
+;> 41776 up 55 65
+;> 50866 down 370 25
+;> 50876 up 370 25
 for times 1 5
 [
 call open CMA
@@ -254,7 +263,7 @@ say "no hint"
 ;= no hint
 call open CMA
 pause 30
-;@ 65350 WAVE resource 9051 not found.
+;@ 65450 WAVE resource 9051 not found.
 ;: file content/RSC/progress.map
 PRACTICE
 PANEL 2301 10 10
