@@ -2,76 +2,71 @@
 ;$ --until 3000
 yield off
 port=RScenePort 0
-procedure tell
+procedure note
 [
 get port backgroundMusicID id
 get port backgroundMusicVolume volume
 get port isBackgroundMusicEnabled on
-say id volume on
+told=told+" "+id+"/"+volume+"/"+on
 ]
-call tell
-;= -1 100 1
-; each from 100 at 40, as many as there are
-procedure from
+procedure begin
 [
 play port stopBackgroundMusic
 play port startBackgroundMusic 100 40
 ]
-call from
+told="at first"
+call note
+call begin
 play port startBackgroundMusic
-call tell
-;= 100 40 1
-play port startBackgroundMusic 101
-call tell
-;= 101 40 1
-play port startBackgroundMusic 102 90
-call tell
-;= 102 90 1
-call from
-play port startBackgroundMusic "" 90
+call note
+; the last argument says which ones count; each from 100 at 40
+ones=[101 -1 65535
+for i 1 3
+[
+call begin
+play port startBackgroundMusic ones.i
+call note
+]
+twos=[102 90 "" 90 101 -5
+for i 1 5 2
+[
+call begin
+k=i+1
+play port startBackgroundMusic twos.i twos.k
+call note
+]
+threes=["" "" 1 101 "" 1 101 300 ""
+for i 1 7 3
+[
+call begin
+k=i+1
+l=i+2
+play port startBackgroundMusic threes.i threes.k threes.l
+call note
+]
+say told
+;= at first -1/100/1 100/40/1 101/40/1 -1/40/1 -1/40/1 102/90/1 0/90/1 101/0/1 0/0/1 101/0/1 101/100/1
 ;! Bad WAVE resource id: 0
-call tell
-;= 0 90 1
-call from
-play port startBackgroundMusic "" "" 1
 ;! Bad WAVE resource id: 0
-call tell
-;= 0 0 1
-play port startBackgroundMusic 101 "" 1
-call tell
-;= 101 0 1
-play port startBackgroundMusic 101 300 ""
-call tell
-;= 101 100 1
-play port startBackgroundMusic 101 0-5
-call tell
-;= 101 0 1
-call from
-play port startBackgroundMusic 0-1
-call tell
-;= -1 40 1
-call from
-play port startBackgroundMusic 65535
-call tell
-;= -1 40 1
-; a resource that is not there is remembered, as is all while the music is off
-call from
+; a resource that is not there is remembered, and all is while the music is off; any other number than there is
+; switches it
+told="then"
 play port startBackgroundMusic 99 50 2
-call tell
-;= 99 50 1
+call note
 ;! WAVE resource 99 not found.
+set port isBackgroundMusicEnabled 1
+set port isBackgroundMusicEnabled 0
 set port isBackgroundMusicEnabled 0
 play port startBackgroundMusic 100 60 5
-call tell
-;= 100 60 0
+call note
 set port isBackgroundMusicEnabled 7
-call tell
-;= 100 60 1
+call note
 set port isBackgroundMusicEnabled 7
 set port backgroundMusicVolume 200
 set port backgroundMusicID 65637
-call tell
-;= 101 100 0
+call note
+say told
+;= then 99/50/1 100/60/0 100/60/1 101/100/0
 
 ; all are told in their order, whatever they do: the first one drops the third, the second one makes another and goes
 procedure first
