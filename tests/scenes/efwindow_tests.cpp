@@ -1,17 +1,15 @@
+// The window of the game: damaged resources, and what only native code does. Scripts show the rest.
 #include "formats/picture/palette.h"
 #include "scene/efwindow.h"
 
 #include "trinkets/windowfixture.h"
 
-#include "omao.h"
 #include "omcursor.h"
 #include "omtcrsr.h"
 
 #include <map>
 
 using namespace testing_support;
-using platform::Point;
-using platform::Rect;
 
 namespace {
 
@@ -45,137 +43,23 @@ class EffectsWindowTest : public OMAppTest {
     EffectsWindow window{{0, 0}, "Game"};
 };
 
-TEST_F(EffectsWindowTest, ClicksOnABlackScreenReachNobodyEvenWhenTheLoopGoesOn) {
-    window.restorePalette(1, 1);
-    Tile held(window, {10, 10, 30, 30}, 't');
-    int clicks = 0;
-    int releases = 0;
-    held.attachHandler("mouseDown", [&] { ++clicks; });
-    held.attachHandler("dblClick", [&] { ++clicks; });
-    held.attachHandler("mouseUp", [&] { ++releases; });
-    window.input().defaults().mouseDown = window.background()->mouseDown = [&](Point) { ++clicks; };
-    const auto message = [&](platform::Message::Kind kind, Point at) {
-        machine.events().queue.push_back({kind, 0, at, {}, 0});
-        app->pass();
-    };
-    using Kind = platform::Message::Kind;
-    message(Kind::MouseDown, {15, 15});
-    EXPECT_EQ(std::exchange(clicks, 0), 1);
-    window.startTransition();
-    message(Kind::MouseUp, {15, 15}); // what is held is let go
-    EXPECT_EQ(releases, 1);
-    int told = 0;
-    window.hooks().input = [&](OMTrinketWindow::Input) { ++told; };
-    for (const Point at : {Point{15, 15}, Point{200, 200}}) {
-        message(Kind::MouseDown, at);
-        message(Kind::MouseUp, at);
-        message(Kind::DoubleClick, at);
-        message(Kind::MouseUp, at);
-    }
-    EXPECT_EQ(clicks, 0);
-    EXPECT_EQ(told, 8) << "the hook hears of all input";
-    EXPECT_EQ(window.input().lastMousePosition(), (Point{200, 200}));
-    machine.events().queue.push_back({Kind::MouseDown, 0, {15, 15}, {}, 0});
-    window.endTransition(true);
-    EXPECT_TRUE(machine.events().queue.empty()) << "a click in the dark";
-    for (const Point at : {Point{15, 15}, Point{200, 200}}) {
-        message(Kind::MouseDown, at);
-        EXPECT_EQ(std::exchange(clicks, 0), 1);
-        message(Kind::MouseUp, at);
-    }
-}
-
-TEST_F(EffectsWindowTest, AReleaseThatATransitionDropsLetsGoOfWhatIsHeld) {
-    Tile tile(window, {10, 10, 30, 30}, 't');
-    const auto loseRelease = [&] {
-        machine.events().releaseDropped = true;
-        window.displayScreen();
-    };
-    const auto expectFree = [&] {
-        EXPECT_EQ(window.input().mouseTarget(), nullptr);
-        EXPECT_EQ(tile.mouseState(), OMTrinket::MouseState::Idle);
-        window.mouseMove({60, 60});
-        EXPECT_EQ(tile.x(), 10);
-    };
-    window.mouseDown({20, 20}); // between press and release
-    loseRelease();
-    expectFree();
-    tile.links().mouseDown = [&](Point) { loseRelease(); }; // in the handler of the press
-    window.mouseDown({20, 20});
-    expectFree();
-    tile.links().mouseDown = nullptr;
-    tile.links().beginDrag = [&](Point) { OMApp::getApp()->alert("a box"); };
-    machine.events().releaseDropped = true;
-    window.mouseDown({20, 20});
-    expectFree();
-    tile.links().beginDrag = nullptr;
-    window.mouseDown({20, 20}); // the next press holds it again
-    EXPECT_EQ(window.input().mouseTarget(), &tile);
-}
-
-TEST_F(EffectsWindowTest, ATransitionInTheMiddleOfAStepDoesNotStepAgain) {
-    AseqBuilder builder;
-    builder.block(4, 4, 'a').block(4, 4, 'b');
-    builder.sequence({{0, 0, 0, 100}, {0, 0, -600, 0}, {0, 0, 1, 100}, {0, 0, -2, 0}});
-    OMAnimation animation(window, builder.image(), 1, 0, 0);
-    int markers = 0;
-    animation.playLinks().marker = [&](int) {
-        ++markers;
-        window.startTransition();
-        window.endTransition(false);
-    };
-    window.idle();
-    machine.clock().now += 1000; // late, so that frames follow each other at once
-    window.idle();
-    EXPECT_EQ(markers, 1);
-    EXPECT_EQ(animation.frameNumber(), 2);
-}
-
-TEST_F(EffectsWindowTest, TransitionsShowOneWaitCursorAndPutTheOldOneBack) {
-    Tile tile(window, {10, 10, 30, 30}, 't');
-    tile.setCursors(-3, -4);
-    window.mouseMove({15, 15});
-    machine.clock().now = 1234;
-    window.startTransition();
-    window.startTransition();
-    EXPECT_EQ(machine.display().cursor, -2);
-    window.mouseMove({50, 50});
-    EXPECT_EQ(machine.display().cursor, -2);
-    window.endTransition(false);
-    EXPECT_EQ(machine.display().cursor, -3);
-    const std::string log = files.text("zorbelog.txt");
-    EXPECT_NE(log.find("\nStarting Transition, current ms: 1234\n"), std::string::npos);
-    EXPECT_NE(log.find("Ending Transition, current ms: 1234\n\n"), std::string::npos);
-    window.mouseMove({15, 15});
-    window.mouseMove({50, 50});
-    EXPECT_EQ(machine.display().cursor, OMTrinket::defaultCursor);
-}
-
 TEST_F(EffectsWindowTest, CursorsThatAnObjectManagesComeAndGoBehindTheWaitCursor) {
     OMTCursor cursor(kOMCursorText);
+    machine.clock().now = 0;
     window.startTransition();
     cursor.install(window);
     cursor.set(kOMCursorCross);
     EXPECT_EQ(machine.display().cursor, kOMCursorWait);
     window.endTransition(false);
     EXPECT_EQ(machine.display().cursor, kOMCursorCross);
+    const std::string log = files.text("zorbelog.txt");
+    EXPECT_NE(log.find("\nStarting Transition, current ms: 0\n"), std::string::npos);
+    EXPECT_NE(log.find("Ending Transition, current ms: 0\n\n"), std::string::npos);
     window.startTransition();
     cursor.uninstall();
     EXPECT_EQ(machine.display().cursor, kOMCursorWait);
     window.endTransition(true);
     EXPECT_EQ(machine.display().cursor, OMTrinket::defaultCursor);
-}
-
-TEST_F(EffectsWindowTest, ADisplayInsideTheCycleOfADisplayDoesNotNest) {
-    int depth = 0;
-    int deepest = 0;
-    window.hooks().first = [&] {
-        deepest = std::max(deepest, ++depth);
-        if (depth < 5) window.displayScreen();
-        --depth;
-    };
-    window.displayScreen();
-    EXPECT_EQ(deepest, 1);
 }
 
 TEST_F(EffectsWindowTest, WhatIsMissingOrDamagedLeavesTheRestAsItWas) {
@@ -215,27 +99,6 @@ TEST_F(EffectsWindowTest, WhatIsMissingOrDamagedLeavesTheRestAsItWas) {
     EXPECT_FALSE(window.restorePalette(1, 1));
     EXPECT_EQ(takeFailures(), (Strings{"Palette URL is not installed in EffectsWindow",
                                        "Background URL is not installed in EffectsWindow"}));
-}
-
-TEST_F(EffectsWindowTest, StampsBecomePartOfAFrozenScreenAndGoWithTheirPicture) {
-    window.restorePalette(1, 1);
-    Tile tile(window, {10, 10, 30, 30}, 't');
-    const auto stamp = [&] {
-        return window.stamp(tile, {50, 50, 60, 60}, [](OMMemCanvas& canvas, Point at) {
-            canvas.setColor(OMColor('x'));
-            canvas.fillRect({at.x, at.y, at.x + 10, at.y + 10});
-        });
-    };
-    ASSERT_TRUE(stamp());
-    window.idle();
-    EXPECT_EQ(pixel(55, 55), 'x');
-    window.freezeScreen();
-    EXPECT_FALSE(window.unstamp(tile));
-    ASSERT_TRUE(stamp());
-    window.restorePalette(1, 1);
-    EXPECT_FALSE(window.unstamp(tile));
-    window.idle();
-    EXPECT_EQ(pixel(55, 55), 'p');
 }
 
 TEST_F(EffectsWindowTest, ACopyOfAnObjectIsAttachedWithThePicture) {
