@@ -1,12 +1,12 @@
 ; What the scripts of puzzles share: a player who does a lot. In the first visit he only presses w, and the script
 ; writes down what he does in the second one: gestures, which are k, d, m or u for key, down, move or up, and behind
-; that the key's letter or the number of one of the spots. What follows key b comes in the same turn.
+; that the key's letter or a point, or the number of one of the spots. What follows key b comes in the same turn.
 verbs=["key " "down " "move " "up "
 procedure write gesture
 [
 verb=gesture|1|1@"kdmu"
 spot=gesture|2
-if verb>1
+if (verb>1)*((" "@spot)=0)
 spot=spots.spot
 what=verbs.verb+spot
 WriteToFile t+" "+what 1
