@@ -1,5 +1,5 @@
 ; Puzzles: what a drop leads to, which container gets an answer, what is heard of it and in which order, and what
-; belongs to a puzzle. Answers are 20 x 20, the two containers take one each. Key t tells what was heard since the
+; belongs to a puzzle. Answers are 20 x 20, the two containers take one each. What is told is what was heard since the
 ; last time, then place, isUsed and movable of two answers, the places of the containers and their answers.
 ;: rsc golden
 ;> 5 key w
@@ -7,27 +7,41 @@
 yield off
 ActivateDLL golden.rsc
 include player.mps
+include steps.mps
 ; The homes of the answers, the middles of the containers, nowhere, beside the first middle, in a narrow container;
 ; places among containers that lie over each other.
 spots=["30 410" "70 410" "110 410" "140 140" "300 140" "600 440" "141 140" "110 140"
 spots=["110 110" "120 130" "130 120" "140 110" "150 150" "160 140" "170 130" "140 170" "200 200"
-; out of a container and back; out of one that takes nothing any more
-gestures=[k0 d1 m4 u4 kt d4 u4 kt d4 kt m6 m5 m4 u4 kt d4 m6 u6 kt d1 m4 u4 d4 k1 m7 u7 kt
-; lock and reject; the release is lost
-gestures=[k2 d2 m4 u4 kt d2 m5 u5 d1 m4 u4 kt d3 m6 u6 kt
-gestures=[k0 d1 m4 kb u6 kt d4 m6 kb u4 kt u6 kt
-; without anything, names of nothing; by script; answers that are taken out; containers
-gestures=[k3 d1 m4 u4 kt k4
-gestures=[k0 d1 m4 u4 kc d4 m6 u6 kt kd d6 m4 u4 kt ke d2 m4 kf m6 u6 k5 kt
-gestures=[k0 d1 m4 u4 kg d2 m4 u4 kt d4 m5 u5 kt kh d2 m4 ki m6 u6 kt
-; two puzzles; shifted and anchored; a handler takes the next target away
-gestures=[kj d1 m4 u4 kt kk d4 m6 u6 kt
-gestures=[k0 d1 m4 u4 kl d4 m5 u5 d2 m5 u5 kt km d4 m5 u5 d2 m6 u6 kt
-gestures=[kn d1 m4 m5 kt u5 kt
+; Out of a container and back; out of one that takes nothing any more.
+plot=[make d1 m4 u4 told d4 u4 told d4 told m6 m5 m4 u4 told d4 m6 u6 told d1 m4 u4 d4 "give c.1 enabled 0" m7 u7 told
+; What containers are told when they are added; the release is lost.
+plot=["make, game rejectIncorrectAnswers 1, puzzle addContainer c.1 -, game lockCorrectAnswers 1, puzzle addContainer c.2 -"
+plot=["give c.1 attribute 1, give c.2 attribute 2, puzzle addAnswer a.3 -, look c.1 rejectIncorrectAnswers lockCorrectAnswers"
+plot=["look c.2 rejectIncorrectAnswers lockCorrectAnswers" d2 m4 u4 told d2 m5 u5 d1 m4 u4 told d3 m6 u6 told
+plot=[make d1 m4 "blink" u6 told d4 m6 "blink" u4 told u6 told
+; Without anything all is used, full and solved; names of nothing change nothing.
+plot=["make, bare, states, game areAnswersUsed 0, game areContainersFull 0, game isSolved 0, states, puzzle addContainer c.1 -"
+plot=["states, puzzle addAnswer a.1 -, states, lose c.1, lose a.1, states, settings, told" "make, namesOfNothing" d1 m4 u4 told
+; By script.
+plot=["make, give c.1 enabled 0 rejectIncorrectAnswers 1, put a.1 c.1, put a.1 c.1, told" "put a.1 c.2, take a.1 c.1, told"
+plot=["lay a.1 300 300, take a.1 c.2, told" "put a.1 c.1, put a.2 c.2, states, puzzle reset - -, states"
+plot=["lay a.2 300 300, puzzle reset - -, told"
+; Answers that are taken out are nobody's, one that is added twice counts once; some go.
+plot=[make d1 m4 u4 "puzzle removeAnswer a.1 -" d4 m6 u6 told "puzzle addAnswer a.1 -, puzzle addAnswer a.1 -" d6 m4 u4 told
+plot=["lose a.1" d2 m4 "lose a.2" m6 u6 "states, told"
+; Containers that are taken out take nothing, and keep what they have; some go.
+plot=[make d1 m4 u4 "puzzle removeContainer c.1 -" d2 m4 u4 told d4 m5 u5 told "puzzle addContainer c.1 -" d2 m4
+plot=["lose c.1, lose c.2" m6 u6 told
+; Two puzzles, which then go.
+plot=["make, second" d1 m4 u4 told "states, puzzle reset - -, puzzle removeAnswer a.1 -, put a.2 c.1, secondGoes, told" d4 m6 u6 told
+; Shifted and anchored; home stays where it was.
+plot=[make d1 m4 u4 "puzzle shiftAnswers 5 -7, puzzle shiftContainers -3 2, puzzle anchorAnswers - -, told" d4 m5 u5 d2 m5 u5 told
+plot=["puzzle unanchorAnswers - -" d4 m5 u5 d2 m6 u6 told
+; A handler takes the next target away.
+plot=["make, listenToNext" d1 m4 m5 told u5 told end
 procedure writeDrags
 [
-for i 1 141
-call write gestures.i
+call writePlot
 for i 0 63
 [
 goal=6+(i%2*2)
@@ -54,16 +68,41 @@ call write kP
 call write kE
 ]
 
-procedure listenTo
+; Events by short names, with their objects.
+procedure hear what
 [
-set p containersFull onFull
-set p answersUsed onUsed
-set p puzzleSolved onSolved
-set p puzzleWrong onWrong
+get RECEIVER name who
+heard=heard+" "+who+"."+what
 ]
+procedure onPickedUp
+call hear "up"
+procedure onDropped
+call hear "drop"
+procedure onAdded
+call hear "in"
+procedure onRemoved
+call hear "out"
+procedure onFlyOn
+call hear "on"
+procedure onFlyOff
+call hear "off"
+procedure onPlaced
+call hear "put"
+procedure onTaken
+call hear "take"
+procedure onFull
+call hear "full"
+procedure onUsed
+call hear "used"
+procedure onSolved
+call hear "solved"
+procedure onWrong
+call hear "wrong"
 procedure make
 [
 drop p q c.1 c.2 c.3 c.4
+p=RPuzzle 0
+q=RPuzzle 0
 for i 1 3
 [
 a.i=RGraphicAnswer 266 i*40-20 400 50
@@ -73,8 +112,6 @@ set a.i dropped onDropped
 set a.i addedToContainer onAdded
 set a.i removedFromContainer onRemoved
 ]
-p=RPuzzle 0
-q=RPuzzle 0
 for i 1 2
 [
 c.i=RAttributeContainer -1 i*160-60 100 80 80 10
@@ -85,32 +122,24 @@ set c.i answerRemoved onTaken
 play p addContainer "c."+i
 play p addAnswer "a."+i
 ]
-call listenTo
+set p containersFull onFull
+set p answersUsed onUsed
+set p puzzleSolved onSolved
+set p puzzleWrong onWrong
 heard=""
 ]
-procedure tell
+procedure told
 [
-where=""
 for i 1 2
 [
 if (~a.i)=1
-[
-get a.i x left
-get a.i y top
-get a.i isUsed used
-get a.i movable free
-where=where+" "+left+","+top+","+used+","+free
-]
+call do "look a."+i+" x y isUsed movable"
 if (~c.i)=1
-[
-get c.i x left
-get c.i y top
-get c.i answerCount count
-where=where+" "+left+","+top+","+count
+call do "look c."+i+" x y answerCount"
 ]
-]
-say heard ":" where
+say heard ":" line
 heard=""
+line=""
 ]
 ; All used, all full, all solved.
 procedure states
@@ -120,6 +149,68 @@ get p areContainersFull full
 get p isSolved solved
 heard=heard+" "+used+full+solved
 ]
+procedure bare
+p=RPuzzle 0
+procedure game
+[
+call cut
+setting=word
+call cut
+set p setting word
+]
+words=[lockCorrectAnswers rejectIncorrectAnswers scrambleAnswers puzzleTextColorIndex
+procedure settings
+for i 1 4
+[
+get p words.i old
+set p words.i 1
+get p words.i new
+heard=heard+" "+old+new
+]
+things=["nobody" "" "spot.1" "p"
+methods=[addAnswer removeAnswer addContainer removeContainer addAnswerToContainer removeAnswerFromContainer
+procedure namesOfNothing
+[
+spot.1=RHotSpot 0 0 10 10
+for i 1 4
+for j 1 4
+play p methods.i things.j
+play p addAnswer "c.1"
+play p addContainer "a.1"
+for i 5 6
+[
+for j 1 4
+[
+play p methods.i "a.1" things.j
+play p methods.i things.j "c.1"
+]
+play p methods.i
+play p methods.i "a.1"
+play p methods.i "c.1" "a.1"
+]
+play p removeAnswerFromContainer "a.1" "c.1"
+]
+procedure second
+[
+play q addContainer "c.1"
+play q addAnswer "a.1"
+set q containersFull onFull
+set q answersUsed onUsed
+set q puzzleWrong onWrong
+]
+procedure secondGoes
+[
+play q addAnswer "a.2"
+play q removeContainer "c.1"
+drop p q
+]
+procedure takeNext
+[
+call hear "off"
+play p removeContainer "c.2"
+]
+procedure listenToNext
+set c.1 answerFlyOff takeNext
 
 ; Every state of two containers, and whether the other answer of the puzzle is used: what comes of a drop into the
 ; first container, or of none.
@@ -133,8 +224,7 @@ right.1=case\16%2
 right.2=case\32%2
 case=case+1
 call make
-p=RPuzzle 0
-call listenTo
+play p removeAnswer "a.2"
 for i 1 2
 [
 c.i=RHorizontalValueContainer -1 i*160-60 100 80-(small.i*(60-((i-1)*others*20))) 80 10
@@ -144,7 +234,6 @@ play p addContainer "c."+i
 ]
 set c.1 value target+(right.1=0)
 set c.2 value 2+(others*3)+(right.2=0)
-play p addAnswer "a.1"
 play p addAnswer "a.3"
 set a.2 addedToContainer
 set a.3 addedToContainer
@@ -274,179 +363,13 @@ get a.1 y top
 missed=missed+(top=400)
 ]
 ]
-
-procedure lockAndReject
-[
-drop p
-p=RPuzzle 0
-set p rejectIncorrectAnswers 1
-for i 1 2
-set c.i attribute i
-play p addContainer "c.1"
-set p lockCorrectAnswers 1
-play p addContainer "c.2"
-play p addContainer "c.2"
-for i 1 3
-play p addAnswer "a."+i
-call listenTo
-for i 1 2
-[
-get c.i rejectIncorrectAnswers rejects
-get c.i lockCorrectAnswers locks
-heard=heard+" "+rejects+locks
-]
-]
-procedure withoutAnything
-[
-p=RPuzzle 0
-call states
-set p areAnswersUsed 0
-set p areContainersFull 0
-set p isSolved 0
-call states
-play p addContainer "c.1"
-call states
-play p addAnswer "a.1"
-call states
-drop c.1 a.1
-call states
-words=[lockCorrectAnswers rejectIncorrectAnswers scrambleAnswers puzzleTextColorIndex
-for i 1 4
-[
-get p words.i old
-set p words.i 1
-get p words.i new
-heard=heard+" "+old+new
-]
-]
-procedure namesOfNothing
-[
-call tell
-call make
-spot.1=RHotSpot 0 0 10 10
-things=["nobody" "" "spot.1" "p"
-methods=[addAnswer removeAnswer addContainer removeContainer addAnswerToContainer removeAnswerFromContainer
-for i 1 4
-for j 1 4
-play p methods.i things.j
-play p addAnswer "c.1"
-play p addContainer "a.1"
-for i 5 6
-[
-for j 1 4
-[
-play p methods.i "a.1" things.j
-play p methods.i things.j "c.1"
-]
-play p methods.i
-play p methods.i "a.1"
-play p methods.i "c.1" "a.1"
-]
-play p removeAnswerFromContainer "a.1" "c.1"
-]
-procedure byScript
-[
-call make
-set c.1 enabled 0
-set c.1 rejectIncorrectAnswers 1
-play p addAnswerToContainer "a.1" "c.1"
-play p addAnswerToContainer "a.1" "c.1"
-call tell
-play p addAnswerToContainer "a.1" "c.2"
-play p removeAnswerFromContainer "a.1" "c.1"
-call tell
-play a.1 place 300 300
-play p removeAnswerFromContainer "a.1" "c.2"
-call tell
-play p addAnswerToContainer "a.1" "c.1"
-play p addAnswerToContainer "a.2" "c.2"
-call states
-play p reset
-call states
-play a.2 place 300 300
-play p reset
-call tell
-]
-procedure takeNext
-[
-call hear "off"
-play p removeContainer "c.2"
-]
 procedure onKey
 [
 get keys key word
 if word="w"
 call writeAll
-if word="t"
-call tell
-if ("0"@word)+("2"@word)+("j"@word)+("n"@word)>0
-call make
-if word="1"
-set c.1 enabled 0
-if word="2"
-call lockAndReject
-if word="b"
-[
-StartTransition
-EndTransition 0
-]
-if word="3"
-[
-call make
-call withoutAnything
-call namesOfNothing
-]
-if word="4"
-call byScript
-if word="5"
-call states
-if word="c"
-play p removeAnswer "a.1"
-if word="d"
-[
-play p addAnswer "a.1"
-play p addAnswer "a.1"
-]
-if word="e"
-drop a.1
-if word="f"
-drop a.2
-if word="g"
-play p removeContainer "c.1"
-if word="h"
-play p addContainer "c.1"
-if word="i"
-drop c.1 c.2
-if word="j"
-[
-play q addContainer "c.1"
-play q addAnswer "a.1"
-set q containersFull onFull
-set q answersUsed onUsed
-set q puzzleWrong onWrong
-]
-if word="k"
-[
-call states
-play p reset
-play p removeAnswer "a.1"
-play p addAnswerToContainer "a.2" "c.1"
-play q addAnswer "a.2"
-play q removeContainer "c.1"
-drop p q
-call tell
-]
-if word="l"
-[
-play p shiftAnswers 5 -7
-play p shiftContainers -3 2
-play p anchorAnswers
-call tell
-]
-if word="m"
-play p unanchorAnswers
-if word="n"
-set c.1 answerFlyOff takeNext
+if word="a"
+call nextAct
 if word="S"
 call makeState
 if word="C"
@@ -458,7 +381,10 @@ call checkHover
 if word="P"
 call checkPlace
 if word="E"
+[
 say "fine" fine "placed" placed "not taken" missed
+quit
+]
 ]
 case=0
 fine=0
@@ -472,7 +398,7 @@ set keys keyPressed onKey
 ;=  c.1.off c.2.on c.2.off c.1.on a.1.drop a.1.in c.1.put :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
 ;=  a.1.up c.1.take a.1.out c.1.off a.1.drop :  20,400,0,1 100,100,0 60,400,0,1 260,100,0
 ;=  a.1.up c.1.on a.1.drop a.1.in c.1.put a.1.up c.1.take a.1.out c.1.off a.1.drop :  20,400,0,1 100,100,0 60,400,0,1 260,100,0
-;=  10 11 a.2.up a.2.drop :  20,400,0,1 100,100,0 60,400,0,1 260,100,0
+;=  a.2.up a.2.drop :  1,0 1,1 20,400,0,1 100,100,0 60,400,0,1 260,100,0
 ;=  a.2.up c.2.on a.2.drop a.2.in c.2.put a.1.up c.1.on a.1.drop a.1.in c.1.put p.full p.solved :  130,130,1,1 100,100,1 290,130,1,0 260,100,1
 ;=  a.3.up a.3.drop p.solved :  130,130,1,1 100,100,1 290,130,1,0 260,100,1
 ;=  a.1.up c.1.on a.1.drop a.1.in c.1.put :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
