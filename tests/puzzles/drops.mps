@@ -1,39 +1,39 @@
 ; Answers are dropped on containers of all kinds: a table of what is taken, events that move a row, and long random
 ; plays on stacks, rows and cloth that are compared with a model after each drop.
 ;: rsc golden
-;> 5 key w
-;> 20000 key z
+;> 5 key W
+;> 20000 quit
 ;$ then --input content/drags --until 90000
 yield off
 ActivateDLL golden.rsc
 include player.mps
 include steps.mps
 spots=["30 410" "310 210" "600 440" "307 219"
-gestures=[kx d1 m2 u2 kt ky d4 m2 u2 kt kp d1 m2 m3 m2 u2 kq d1 m2 u2 ko d1 m2 u2 kt
+plot=[other d1 m2 u2 told listenAgain d4 m2 u2 told picky d1 m2 m3 m2 u2 "give c.1 doPixelCompare 1" d1 m2 u2
+plot=["give c.1 doPixelCompare 0" d1 m2 u2 told end
 procedure writeDrags
 [
 for n 1 138
 [
-call write kn
+call write kN
 call write d1
 call write m2
 call write u2
-call write kv
+call write kT
 ]
-for n 1 25
-call write gestures.n
+call writePlot
 for n 1 3000
 [
-call write kr
+call write kR
 call write "d26 408"
 RandomNumber 11 30
 goal=RESULT*10
 RandomNumber 10 22
 call write "m"+goal+" "+(RESULT*10)
 call write "u"+goal+" "+(RESULT*10)
-call write kc
+call write kC
 ]
-call write ke
+call write kE
 ]
 
 ; Answers of 20 x 10 pixels that count, and where they are on a container of 60 x 40 at 100, 50. The last is disabled.
@@ -44,7 +44,13 @@ more=["" "" "" "" "" "" "" "" " extraRight 10" " extraRight 9" " extraRight -5" 
 lefts=[110 90 90 90 90 90 300 110 110
 tops=[60 60 60 60 60 60 300 60 60
 more=[" hotPointX 0 hotPointY 0" " hotPointX 10 hotPointY 0" " hotPointX 9 hotPointY 0" " hotPointX 69 hotPointY 29" " hotPointX 70 hotPointY 29" " hotPointX 69 hotPointY 30" " hotPointX -200 hotPointY -250" " hotPointX 0 hotPointY -11" " hotPointX 0 hotPointY -10"
-procedure next
+kinds.1=RValueContainer -1 0 0 60 40 10
+kinds.2=RAttributeContainer -1 0 0 60 40 10
+kinds.3=RStackingContainer -1 0 0 60 40 10
+kinds.4=RHorizontalContainer -1 0 0 60 40 10
+kinds.5=RHorizontalValueContainer -1 0 0 60 40 10
+kinds.6=RFabricContainer -1 0 0 60 40 10
+procedure N
 [
 kind=case\20+1
 row=case%20+1
@@ -56,17 +62,7 @@ row=(case-120)%9+21
 drop p
 p=RPuzzle 0
 a.1=RGraphicAnswer 266 20 400 50
-c.1=RValueContainer -1 0 0 60 40 10
-if kind=2
-c.1=RAttributeContainer -1 0 0 60 40 10
-if kind=3
-c.1=RStackingContainer -1 0 0 60 40 10
-if kind=4
-c.1=RHorizontalContainer -1 0 0 60 40 10
-if kind=5
-c.1=RHorizontalValueContainer -1 0 0 60 40 10
-if kind=6
-c.1=RFabricContainer -1 0 0 60 40 10
+c.1=kinds.kind
 play p addAnswer "a.1"
 play p addContainer "c.1"
 play c.1 place 400-lefts.row 250-tops.row
@@ -77,7 +73,7 @@ if row=20
 set c.1 enabled 0
 case=case+1
 ]
-procedure taken
+procedure T
 [
 get c.1 answerCount count
 line=line+count
@@ -94,6 +90,10 @@ procedure movesIt
 play c.1 offset 7 9
 procedure takesIt
 play p removeAnswer "a.1"
+procedure listenAgain
+set c.1 answerPlaced takesIt
+procedure told
+call do "look a.1 x y isUsed, look a.2 x y, look c.1 x y answerCount, tell"
 procedure other
 [
 p=RPuzzle 0
@@ -177,7 +177,7 @@ get a.h x fx
 get a.h y fy
 ]
 ; Something leaves, the container moves, and there is a new answer.
-procedure ready
+procedure R
 [
 if turn%500=0
 call fresh
@@ -295,7 +295,7 @@ if room=worth.h
 free=i-room+1
 ]
 ]
-procedure fell
+procedure C
 [
 call findRoom
 lx=fx+el.h
@@ -364,36 +364,10 @@ get c.1 isSolved ty
 if ty=0
 say "BAD" turn kind "not solved"
 ]
-procedure onKey
-[
-get keys key word
-if word="w"
-call writeAll
-if word="n"
-call next
-if word="v"
-call taken
-if word="x"
-call other
-if word="y"
-set c.1 answerPlaced takesIt
-if word="p"
-call picky
-if word="q"
-set c.1 doPixelCompare 1
-if word="o"
-set c.1 doPixelCompare 0
-if word="t"
-call do "look a.1 x y isUsed, look a.2 x y, look c.1 x y answerCount, tell"
-if word="r"
-call ready
-if word="c"
-call fell
-if word="e"
+procedure E
 [
 say turn "forced" forced "refused" refused.3 refused.4 refused.5 refused.6
 quit
-]
 ]
 case=0
 turn=0
@@ -401,8 +375,6 @@ forced=0
 for i 3 6
 refused.i=0
 line=" "
-keys=RKbdInp 0
-set keys keyPressed onKey
 ;=  11001010011100001010
 ;=  11001010011100001010
 ;=  11001010011100001010

@@ -3,8 +3,8 @@
 ; with all right and all wrong; then anything in any event. What is left must be of one mind and play on, or a line
 ; that begins with BAD tells the case.
 ;: rsc golden
-;> 5 key w
-;> 200000 key z
+;> 5 key W
+;> 200000 quit
 ;$ then --input content/drags --until 600000
 yield off
 ActivateDLL golden.rsc
@@ -21,7 +21,7 @@ seconds=[0 0 0 0 there here here here 0 200
 another="a.3"
 
 ; Every event comes when nobody interferes; then who is left is put in and taken out again. Down, move, up, key.
-gestures=[kn d1 m4 m5 m4 u4 d2 m5 u5 d3 m6 u6 d4 m6 m4 u4 d5 m6 u6 m4 kc d1 m4 u4 kp d4 m6 u6 d1 m5 u5 kp d5 m6 u6 d2 m4 u4 kp d4 m6 u6 d2 m5 u5 kp d5 m6 u6
+gestures=[kN d1 m4 m5 m4 u4 d2 m5 u5 d3 m6 u6 d4 m6 m4 u4 d5 m6 u6 m4 kC d1 m4 u4 kP d4 m6 u6 d1 m5 u5 kP d5 m6 u6 d2 m4 u4 kP d4 m6 u6 d2 m5 u5 kP d5 m6 u6
 
 procedure writeDrags
 [
@@ -35,9 +35,9 @@ call write "d"+RESULT
 RandomNumber 1 6
 call write "m"+RESULT
 call write "u"+RESULT
-call write "ks"
+call write kS
 ]
-call write "kt"
+call write kT
 ]
 
 procedure make
@@ -188,8 +188,11 @@ away=away+1
 if (inside#used)+lit+(homes*away)>0
 say "BAD" kind right events.event deed "inside" inside used "lit" lit "away" away
 ]
-procedure revive
+procedure C
 [
+if raised=0
+say "BAD" kind right events.event deed "never came"
+call check ((~game)=1)*(deed#12)
 call attach 0 1
 if (~game)#1
 game=RPuzzle 0
@@ -216,8 +219,9 @@ set a.i homeY 400
 ]
 placings=0
 ]
-procedure next
+procedure N
 [
+call check 0
 deed=deed+1
 if deed>24
 [
@@ -237,7 +241,7 @@ call make
 raised=0
 call attach react 1
 ]
-procedure placed
+procedure P
 [
 k=1+(placings\2)
 l=1+(placings%2)
@@ -253,7 +257,7 @@ say "BAD" kind right events.event deed "answer" k "container" l "has" count
 ]
 ]
 ; The player has moved something while handlers did anything; now and then all begins anew.
-procedure moved
+procedure S
 [
 taken=taken+used
 call attachAll 0
@@ -267,34 +271,12 @@ call make
 ]
 call attachAll any
 ]
-procedure onKey
-[
-get keys key word
-if word="w"
-call writeAll
-if word="n"
-[
-call check 0
-call next
-]
-if word="c"
-[
-if raised=0
-say "BAD" kind right events.event deed "never came"
-call check ((~game)=1)*(deed#12)
-call revive
-]
-if word="p"
-call placed
-if word="s"
-call moved
-if word="t"
+procedure T
 [
 for kind 1 6
 say kind "plays on" played.kind "times"
 say "taken" taken>500
 quit
-]
 ]
 kinds.1=RValueContainer -1 0 0 20 20 10
 kinds.2=RAttributeContainer -1 0 0 20 20 10
@@ -329,8 +311,6 @@ deed=0
 who=1
 at=1
 raised=1
-keys=RKbdInp 0
-set keys keyPressed onKey
 ;= 1 plays on 1925 times
 ;= 2 plays on 1925 times
 ;= 3 plays on 1925 times

@@ -2,7 +2,7 @@
 ; belongs to a puzzle. Answers are 20 x 20, the two containers take one each. What is told is what was heard since the
 ; last time, then place, isUsed and movable of two answers, the places of the containers and their answers.
 ;: rsc golden
-;> 5 key w
+;> 5 key W
 ;$ then --input content/drags --until 40000
 yield off
 ActivateDLL golden.rsc
@@ -98,34 +98,33 @@ procedure onSolved
 call hear "solved"
 procedure onWrong
 call hear "wrong"
+events=[pickedUp dropped addedToContainer removedFromContainer answerFlyOn answerFlyOff answerPlaced answerRemoved containersFull answersUsed puzzleSolved puzzleWrong
+handlers=[onPickedUp onDropped onAdded onRemoved onFlyOn onFlyOff onPlaced onTaken onFull onUsed onSolved onWrong
 procedure make
 [
 drop p q c.1 c.2 c.3 c.4
 p=RPuzzle 0
 q=RPuzzle 0
+for i 9 12
+[
+set p events.i handlers.i
+set q events.i handlers.i
+]
 for i 1 3
 [
 a.i=RGraphicAnswer 266 i*40-20 400 50
 set a.i attribute i
-set a.i pickedUp onPickedUp
-set a.i dropped onDropped
-set a.i addedToContainer onAdded
-set a.i removedFromContainer onRemoved
+for j 1 4
+set a.i events.j handlers.j
 ]
 for i 1 2
 [
 c.i=RAttributeContainer -1 i*160-60 100 80 80 10
-set c.i answerFlyOn onFlyOn
-set c.i answerFlyOff onFlyOff
-set c.i answerPlaced onPlaced
-set c.i answerRemoved onTaken
+for j 5 8
+set c.i events.j handlers.j
 play p addContainer "c."+i
 play p addAnswer "a."+i
 ]
-set p containersFull onFull
-set p answersUsed onUsed
-set p puzzleSolved onSolved
-set p puzzleWrong onWrong
 heard=""
 ]
 procedure told
@@ -194,9 +193,6 @@ procedure second
 [
 play q addContainer "c.1"
 play q addAnswer "a.1"
-set q containersFull onFull
-set q answersUsed onUsed
-set q puzzleWrong onWrong
 ]
 procedure secondGoes
 [
@@ -214,7 +210,11 @@ set c.1 answerFlyOff takeNext
 
 ; Every state of two containers, and whether the other answer of the puzzle is used: what comes of a drop into the
 ; first container, or of none.
-procedure makeState
+drops=[" a.1.up a.1.drop" " a.1.up c.1.on a.1.drop a.1.in c.1.put"
+fulls=["" " p.full"
+useds=["" " p.used"
+ends=["" " p.wrong" " p.solved" " p.solved"
+procedure S
 [
 target=case%2
 others=case\2%2
@@ -243,22 +243,12 @@ if others
 play p addAnswerToContainer "a.3" "c.2"
 heard=""
 ]
-procedure checkState
+procedure C
 [
 full=small.1*small.2*target
 used=others*target
 good=right.1*right.2
-expected=" a.1.up a.1.drop"
-if target
-expected=" a.1.up c.1.on a.1.drop a.1.in c.1.put"
-if full
-expected=expected+" p.full"
-if used
-expected=expected+" p.used"
-if good
-expected=expected+" p.solved"
-if (full+used>0)*(good=0)
-expected=expected+" p.wrong"
+expected=drops.(target+1)+fulls.(full+1)+useds.(used+1)+ends.((full+used>0)+(good*2)+1)
 get p areContainersFull isFull
 get p areAnswersUsed isUsed
 get p isSolved isGood
@@ -283,7 +273,7 @@ RandomNumber 0 2
 on.i=RESULT
 set c.i enabled on.i
 ]
-procedure makeBest
+procedure B
 [
 call make
 for i 1 4
@@ -303,15 +293,8 @@ heard=""
 ; What two lengths of 20 and 40 pixels have in common.
 procedure common from other
 [
-low=from
-if other>from
-low=other
-high=from+20
-if other+40<high
-high=other+40
-RESULT=high-low
-if RESULT<0
-RESULT=0
+RESULT=from-other
+RESULT=(RESULT>(0-20))*(RESULT<0)*(20+RESULT)+((RESULT>(0-1))*(RESULT<20)*20)+((RESULT>19)*(RESULT<40)*(40-RESULT))
 ]
 procedure best
 [
@@ -332,17 +315,14 @@ now=i
 ]
 ]
 ]
-procedure checkHover
+procedure H
 [
 call best
 expected=""
-if now#hover
-[
-if hover
+if hover*(now#hover)
 expected=" c."+hover+".off"
-if now
+if now*(now#hover)
 expected=expected+" c."+now+".on"
-]
 hover=now
 if heard#expected
 say "BAD hover" heard "not" expected
@@ -350,48 +330,24 @@ call shake
 call best
 heard=""
 ]
-procedure checkPlace
+procedure P
 [
+count=0
 if now
-[
 get c.now answerCount count
 placed=placed+count
-]
-else
-[
 get a.1 y top
-missed=missed+(top=400)
+missed=missed+((now=0)*(top=400))
 ]
-]
-procedure onKey
-[
-get keys key word
-if word="w"
-call writeAll
-if word="a"
-call nextAct
-if word="S"
-call makeState
-if word="C"
-call checkState
-if word="B"
-call makeBest
-if word="H"
-call checkHover
-if word="P"
-call checkPlace
-if word="E"
+procedure E
 [
 say "fine" fine "placed" placed "not taken" missed
 quit
-]
 ]
 case=0
 fine=0
 placed=0
 missed=0
-keys=RKbdInp 0
-set keys keyPressed onKey
 ;=  a.1.up c.1.on a.1.drop a.1.in c.1.put :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
 ;=  a.1.up c.1.take a.1.out a.1.drop a.1.in c.1.put :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
 ;=  a.1.up c.1.take a.1.out :  130,130,0,1 100,100,0 60,400,0,1 260,100,0

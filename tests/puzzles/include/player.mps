@@ -1,7 +1,7 @@
-; A player who does a lot: in the first visit he only presses w, and the script writes down what he does in the second
-; one. Gestures are k, d, m or u for key, down, move or up, and behind that the key's letter or a point, or the number
-; of one of the spots. A plot is a list of gestures and of steps (steps.mps), which are done when key a comes; it ends
-; with "end".
+; A player who does a lot: in the first visit he only presses W, and the script writes down what he does in the second
+; one. Gestures are k, d, m or u for key, down, move or up, and behind that the key's letter, which is the name of the
+; procedure that is called, or a point, or the number of one of the spots. A plot is a list of gestures and of steps
+; (steps.mps), which are done with key A; it ends with "end".
 verbs=["key " "down " "move " "up "
 procedure write gesture
 [
@@ -28,12 +28,12 @@ break
 if isGesture
 call write item
 else
-call write "ka"
+call write kA
 ; what follows comes in the same turn
 if item="blink"
 t=t-1
 ]
-procedure nextAct
+procedure A
 [
 call nextOfPlot
 for isGesture
@@ -45,7 +45,7 @@ procedure blink
 StartTransition
 EndTransition 0
 ]
-procedure writeAll
+procedure W
 [
 OpenFile "drags"
 t=30
@@ -53,3 +53,10 @@ call writeDrags
 CloseFile
 ]
 scene=0
+procedure onKey
+[
+get keys key word
+call $word
+]
+keys=RKbdInp 0
+set keys keyPressed onKey
