@@ -1,7 +1,30 @@
 ; Answers with texts and several pictures: the room that they take, what they hold, and what a copy has of it. The base
 ; picture is 26 x 30.
+;> 500 screenshot order.png
+;> 1500 screenshot order.stamped.png
+;> 9000 quit
 yield off
 include steps.mps
+; What lies over what; it is the same when they are stamped.
+firsts=[0 1 2 1 -1 -1
+seconds=[0 0 1 2 0 -2
+Scene 100
+for i 1 6
+[
+a.i=RDoubleGraphicTextAnswer 2310 i*90 50 50
+play a.i setFont 20
+call do "give a."+i+" text1 AB text2 B text2OffsetX 9 text2OffsetY 3 graphic1ID 2320 graphic2ID 2451 textColorIndex 9"
+call do "give a."+i+" graphic1OffsetZ "+firsts.i+" graphic2OffsetZ "+seconds.i
+]
+DisplayScreen
+pause 1
+for i 1 6
+[
+play a.i stamp
+set a.i visible 0
+]
+pause 1
+drop a.1 a.2 a.3 a.4 a.5 a.6
 ; Texts widen an answer and leave its home; no text takes no room.
 a.1=RGraphicTextAnswer 2310 20 30 5
 play a.1 setFont 20
