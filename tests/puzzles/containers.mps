@@ -27,17 +27,13 @@ call do "look c.1 x y width height z, tell"
 ;=  40,50,300,200,8 40,50,300,200,0 40,50,300,200,8 40,50,0,200,8 40,50,0,0,8
 ;! ASEQ resource 99 not found.
 
+call makeKinds 60 40
 procedure make kind
 [
 drop p a.1 a.2 a.3 a.4
 p=RPuzzle 0
-kinds.1=RValueContainer -1 100 50 60 40 10
-kinds.2=RAttributeContainer -1 100 50 60 40 10
-kinds.3=RStackingContainer -1 100 50 60 40 10
-kinds.4=RHorizontalContainer -1 100 50 60 40 10
-kinds.5=RHorizontalValueContainer -1 100 50 60 40 10
-kinds.6=RFabricContainer -1 100 50 60 40 10
 c.1=kinds.kind
+play c.1 place 100 50
 ]
 procedure answer number picture
 [

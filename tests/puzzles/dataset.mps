@@ -15,6 +15,7 @@ set OMAnimation born born
 procedure living
 [
 alive=0
+if all>10
 for i 11 all
 if (~c.i)=1
 alive=alive+1
@@ -183,18 +184,16 @@ picked.i=picked.i+1
 say picked.1>120 picked.2>120 picked.3>120 picked.1+picked.2+picked.3
 ;= 1 1 1 600
 ; Numbers of entries; the last one.
-numbers=["0" "-1" "1001" "4000000000" "-4000000000" "" "one"
-for i 1 7
+numbers=["0" "1001" "4000000000" "-4000000000" "one"
+for i 1 5
 play p setAnswer numbers.i 1 266
 play p setContainer 1001 1
 play p setPuzzleText 1001 1 1 1 1 text
 play p setPuzzleGraphic 0 1 266
 ;! RPuzzle: entry number 0 is not between 1 and 1000
-;! RPuzzle: entry number -1 is not between 1 and 1000
 ;! RPuzzle: entry number 1001 is not between 1 and 1000
 ;! RPuzzle: entry number 2147483647 is not between 1 and 1000
 ;! RPuzzle: entry number -2147483648 is not between 1 and 1000
-;! RPuzzle: entry number 0 is not between 1 and 1000
 ;! RPuzzle: entry number 0 is not between 1 and 1000
 ;! RPuzzle: entry number 1001 is not between 1 and 1000
 ;! RPuzzle: entry number 1001 is not between 1 and 1000

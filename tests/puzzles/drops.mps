@@ -44,12 +44,7 @@ more=["" "" "" "" "" "" "" "" " extraRight 10" " extraRight 9" " extraRight -5" 
 lefts=[110 90 90 90 90 90 300 110 110
 tops=[60 60 60 60 60 60 300 60 60
 more=[" hotPointX 0 hotPointY 0" " hotPointX 10 hotPointY 0" " hotPointX 9 hotPointY 0" " hotPointX 69 hotPointY 29" " hotPointX 70 hotPointY 29" " hotPointX 69 hotPointY 30" " hotPointX -200 hotPointY -250" " hotPointX 0 hotPointY -11" " hotPointX 0 hotPointY -10"
-kinds.1=RValueContainer -1 0 0 60 40 10
-kinds.2=RAttributeContainer -1 0 0 60 40 10
-kinds.3=RStackingContainer -1 0 0 60 40 10
-kinds.4=RHorizontalContainer -1 0 0 60 40 10
-kinds.5=RHorizontalValueContainer -1 0 0 60 40 10
-kinds.6=RFabricContainer -1 0 0 60 40 10
+call makeKinds 60 40
 procedure N
 [
 kind=case\20+1

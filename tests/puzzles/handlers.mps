@@ -9,6 +9,7 @@
 yield off
 ActivateDLL golden.rsc
 include player.mps
+include steps.mps
 ; The homes of the answers, the middles of the containers, and nowhere.
 spots=["30 410" "70 410" "110 410" "140 140" "300 140" "600 440"
 events=[pickedUp dropped addedToContainer removedFromContainer answerFlyOn answerFlyOff answerPlaced answerRemoved answerFlyOn answerFlyOff containersFull answersUsed puzzleSolved puzzleWrong
@@ -278,12 +279,7 @@ say kind "plays on" played.kind "times"
 say "taken" taken>500
 quit
 ]
-kinds.1=RValueContainer -1 0 0 20 20 10
-kinds.2=RAttributeContainer -1 0 0 20 20 10
-kinds.3=RStackingContainer -1 0 0 20 20 10
-kinds.4=RHorizontalContainer -1 0 0 20 20 10
-kinds.5=RHorizontalValueContainer -1 0 0 20 20 10
-kinds.6=RFabricContainer -1 0 0 20 20 10
+call makeKinds 20 20
 for kind 1 6
 played.kind=0
 right=1

@@ -96,3 +96,13 @@ procedure lose
 call cut
 drop var word
 ]
+; One of each kind, for copies.
+procedure makeKinds wide high
+[
+kinds.1=RValueContainer -1 0 0 wide high 10
+kinds.2=RAttributeContainer -1 0 0 wide high 10
+kinds.3=RStackingContainer -1 0 0 wide high 10
+kinds.4=RHorizontalContainer -1 0 0 wide high 10
+kinds.5=RHorizontalValueContainer -1 0 0 wide high 10
+kinds.6=RFabricContainer -1 0 0 wide high 10
+]
