@@ -1,0 +1,310 @@
+; What a puzzle is filled with: entries of its data set, by number and by chance, and the texts and pictures of its
+; own that go with them.
+;: rsc golden
+;: face
+yield off
+ActivateDLL golden.rsc
+include steps.mps
+procedure born
+[
+all=all+1
+c.all=RECEIVER
+]
+set RText born born
+set OMAnimation born born
+procedure living
+[
+alive=0
+if all>10
+for i 11 all
+if (~c.i)=1
+alive=alive+1
+]
+procedure begin count
+[
+drop p
+all=10
+p=RPuzzle 0
+for i 1 4
+drop a.i
+if count>0
+for i 1 count
+[
+a.i=RGraphicAnswer -1 0 0 5
+play p addAnswer "a."+i
+]
+]
+
+; Answers and containers in their order, each in its own property; calls add, an empty word ends.
+call begin 1
+a.2=RGraphicTextAnswer -1 0 0 5
+a.3=RDoubleGraphicTextAnswer -1 0 0 5
+c.1=RAttributeContainer -1 0 0 100 100 5
+c.2=RValueContainer -1 0 0 100 100 5
+c.3=RStackingContainer -1 0 0 100 100 5
+c.4=RHorizontalContainer -1 0 0 100 100 5
+c.5=RHorizontalValueContainer -1 0 0 100 100 5
+c.6=RFabricContainer -1 0 0 100 100 5
+for i 1 6
+play p addContainer "c."+i
+call do "puzzle addAnswer a.2 -, puzzle addAnswer a.3 -, give a.2 value 77, give a.3 text1 old"
+play p setAnswer 1 4 266 two second "" none none
+play p setAnswer 1 three ""
+play p setContainer 1 harbour 12x -3
+play p setContainer 1 4two 5 6 lost "" none
+play p start
+call do "look a.1 attribute graphicID value width, look a.2 attribute text value, look a.3 attribute text1, look c.1 attribute"
+call do "look c.2 value, look c.3 value, look c.5 value, look c.6 correctSegments, put a.1 c.4, put a.2 c.4, look c.4 isSolved, tell"
+;=  4,266,4,20 two,second,77 three, harbour 12 -3 5 6 1
+
+; With too few, the rest stays as it is; with too many, the last are not used.
+procedure attributes
+[
+order=""
+for i 1 4
+if (~a.i)=1
+[
+get a.i attribute word
+order=order+word
+]
+]
+procedure clear
+for i 1 4
+if (~a.i)=1
+set a.i attribute "x"
+procedure couple
+for i 1 2
+[
+c.i=RAttributeContainer -1 0 0 100 100 5
+play p addContainer "c."+i
+]
+call begin 3
+call couple
+play p setAnswer 1 a -1 b -1 c -1 d -1
+play p setContainer 1 k l m
+play p play
+call attributes
+call do "look c.1 attribute, look c.2 attribute"
+say order line
+line=""
+call begin 3
+call couple
+call clear
+set c.2 attribute "x"
+play p setAnswer 1 e -1 f -1
+play p setContainer 1 v
+play p start
+call attributes
+call do "look c.1 attribute, look c.2 attribute"
+say order line
+line=""
+set p scrambleAnswers 1
+wrong=0
+for j 1 20
+[
+call clear
+play p start
+call attributes
+if ("e"@order)*("f"@order)*("x"@order)=0
+wrong=wrong+1
+]
+say wrong
+;= abc  k l
+;= efx  v x
+;= 0
+
+; Scrambled answers come in every order of an even number of exchanges, about equally often.
+call begin 4
+play p setAnswer 1 a -1 b -1 c -1 d -1 e -1
+distinct=0
+procedure draw times
+for j 1 times
+[
+play p start
+call attributes
+found=0
+for i 1 distinct+1
+if orders.i=order
+found=i
+if found=0
+[
+distinct=distinct+1
+found=distinct
+orders.found=order
+drawn.found=0
+]
+drawn.found=drawn.found+1
+]
+call draw 30
+say distinct orders.1
+set p scrambleAnswers 1
+call draw 1200
+rare=0
+odd=0
+for j 1 distinct
+[
+if drawn.j<50
+rare=rare+1
+for k 1 3
+for l k+1 4
+[
+one=orders.j|k|1
+word=orders.j|l|1
+odd=odd+(one>word)
+]
+if odd%2=1
+say "BAD" orders.j
+odd=0
+]
+say distinct rare
+drop a.4 a.3 a.2
+play p start
+call do "look a.1 attribute, lose a.1, tell"
+play p start
+;= 1 abcd
+;= 12 0
+;=  a
+
+; Every entry is picked, those that were skipped too; of none nothing is.
+call begin 1
+play p start
+play p setAnswer 3 third -1
+play p setAnswer 1 first -1
+names=[first x third
+picked=[0 0 0
+for j 1 600
+[
+call clear
+play p start
+get a.1 attribute word
+for i 1 3
+if word=names.i
+picked.i=picked.i+1
+]
+say picked.1>120 picked.2>120 picked.3>120 picked.1+picked.2+picked.3
+;= 1 1 1 600
+; Numbers of entries; the last one.
+numbers=["0" "1001" "4000000000" "-4000000000" "one"
+for i 1 5
+play p setAnswer numbers.i 1 266
+play p setContainer 1001 1
+play p setPuzzleText 1001 1 1 1 1 text
+play p setPuzzleGraphic 0 1 266
+;! RPuzzle: entry number 0 is not between 1 and 1000
+;! RPuzzle: entry number 1001 is not between 1 and 1000
+;! RPuzzle: entry number 2147483647 is not between 1 and 1000
+;! RPuzzle: entry number -2147483648 is not between 1 and 1000
+;! RPuzzle: entry number 0 is not between 1 and 1000
+;! RPuzzle: entry number 1001 is not between 1 and 1000
+;! RPuzzle: entry number 1001 is not between 1 and 1000
+;! RPuzzle: entry number 0 is not between 1 and 1000
+call begin 0
+play p setPuzzleText 1000 1 10 10 30 last
+for j 1 8000
+play p start
+say all>10 all<40
+;= 1 1
+
+; Texts: a line at its left edge, middle or right edge, or a box.
+procedure tellTexts
+for i 11 all
+[
+call do "look c."+i+" x y z text textWidth textHeight wrap colorIndex fontAscent touchy movable"
+if (i%3=1)+(i=all)>0
+call tell
+]
+call begin 0
+play p setPuzzleTextFont 300 "" "" 7
+play p setPuzzleText 1 1 100 50 30 ABA
+play p setPuzzleText 1 1 100 50 30 ABA 1
+play p setPuzzleText 1 1 100 50 30 ABA 2
+play p setPuzzleText 1 1 100 50 30 ABA 3
+play p setPuzzleText 1 1 100 50 30 ABA 9
+play p setPuzzleText 1 1 100 50 30 ABA "x"
+play p setPuzzleText 1 1 100 50 30 ABA "" lost
+play p setPuzzleText 1 70000 -5 50x -4 ABA
+play p setPuzzleText 1 1 100 50 60 20 30 "AB AB"
+play p setPuzzleText 1 1 100 50 6 20 30 "3"
+play p setPuzzleText 1 1 100 50 30
+say all-10
+play p start
+call tellTexts
+;= 0
+;=  100,50,30,ABA,30,10,0,7,8,0,0 100,50,30,ABA,30,10,0,7,8,0,0 85,50,30,ABA,30,10,0,7,8,0,0
+;=  70,50,30,ABA,30,10,0,7,8,0,0 100,50,30,ABA,30,10,0,7,8,0,0 100,50,30,ABA,30,10,0,7,8,0,0
+;=  100,50,30,ABA,30,10,0,7,8,0,0 -5,50,-4,ABA,30,10,0,7,8,0,0 100,50,30,AB AB,60,20,1,7,8,0,0
+;=  100,50,30,3,6,20,1,7,8,0,0 100,50,30,,0,10,0,7,8,0,0
+; Fonts and colours are those of the next start; one without a style is a bitmap font.
+call begin 0
+play p setPuzzleText 1 1 10 10 30 AB
+play p start
+call tellTexts
+play p setPuzzleTextFont 300 "" "" 9
+call tellTexts
+get p puzzleTextColorIndex color
+say color
+fonts=["Golden Letters" "301" "Golden Letters" "300"
+sizes=["20" "24" "10" ""
+styles=["1" "" "0" ""
+for j 1 4
+[
+all=10
+play p setPuzzleTextFont fonts.j sizes.j styles.j j
+if j=4
+set p puzzleTextColorIndex 6
+play p start
+call tellTexts
+]
+drop p
+call living
+say alive
+;=  10,10,30,AB,19,15,0,0,12,0,0
+;=  10,10,30,AB,19,15,0,0,12,0,0
+;= 9
+;=  10,10,30,AB,42,20,0,1,16,0,0
+;=  10,10,30,AB,20,10,0,2,8,0,0
+;=  10,10,30,AB,20,10,0,3,8,0,0
+;=  10,10,30,AB,20,10,0,6,8,0,0
+;= 0
+; Pictures, at their own places and at others; one that there is not.
+call begin 0
+play p setPuzzleGraphic 1 60 220
+play p setPuzzleGraphic 1 1 2 -3 220
+play p setPuzzleGraphic 1 11111 2 70 65756
+play p setPuzzleGraphic 1 60 405
+play p setPuzzleGraphic 1 1 2 3 405
+for j 1 2
+[
+all=10
+play p start
+for i 11 all
+call do "look c."+i+" x y z touchy movable"
+call tell
+]
+;=  302,197,60,0,0 3,-1,-3,0,0 302,-1,70,0,0
+;=  302,197,60,0,0 3,-1,-3,0,0 302,-1,70,0,0
+;! ASEQ resource 405 not found.
+;! ASEQ resource 405 not found.
+;! ASEQ resource 405 not found.
+;! ASEQ resource 405 not found.
+; What is there is that of the last start, which takes no answer out.
+call begin 2
+call couple
+call do "put a.1 c.1"
+play p setPuzzleText 1 1 10 10 30 first
+play p setPuzzleGraphic 2 30 266
+texts=0
+for j 1 40
+[
+all=10
+play p start
+call living
+if alive#1
+say "BAD" alive
+]
+drop p
+call living
+call do "look a.1 isUsed, look a.2 isUsed"
+say alive line
+quit
+;= 0  1 0

@@ -1,0 +1,62 @@
+; A player who does a lot: in the first visit he only presses W, and the script writes down what he does in the second
+; one. Gestures are k, d, m or u for key, down, move or up, and behind that the key's letter, which is the name of the
+; procedure that is called, or a point, or the number of one of the spots. A plot is a list of gestures and of steps
+; (steps.mps), which are done with key A; it ends with "end".
+verbs=["key " "down " "move " "up "
+procedure write gesture
+[
+verb=gesture|1|1@"kdmu"
+spot=gesture|2
+if (verb>1)*((" "@spot)=0)
+spot=spots.spot
+what=verbs.verb+spot
+WriteToFile t+" "+what 1
+t=t+1
+]
+procedure nextOfPlot
+[
+scene=scene+1
+item=plot.scene
+isGesture=(~item<4)*(item|1|1@"dmu")>0
+]
+procedure writePlot
+for
+[
+call nextOfPlot
+if item="end"
+break
+if isGesture
+call write item
+else
+call write kA
+; what follows comes in the same turn
+if item="blink"
+t=t-1
+]
+procedure A
+[
+call nextOfPlot
+for isGesture
+call nextOfPlot
+call do item
+]
+procedure blink
+[
+StartTransition
+EndTransition 0
+]
+procedure W
+[
+OpenFile "drags"
+t=30
+call writeDrags
+CloseFile
+]
+scene=0
+procedure onKey
+[
+get keys key word
+call $word
+]
+keys=RKbdInp 0
+set keys keyPressed onKey
