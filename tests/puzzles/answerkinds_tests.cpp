@@ -104,14 +104,14 @@ TEST_F(AnswerKindsTest, OnlyWhatChangesIsPaintedAgain) {
 
 TEST_F(AnswerKindsTest, NothingStaysOfAnAnswerThatIsDestroyedByTheSoundOfItsPicture) {
     struct Sounds final : AOSounds {
-        Start play(OMAnimation&, int, OMLink) override {
+        Start play(AOVoice&, int, OMLink) override {
             answer.reset(); // a box, behind which scripts go on
             return Start::Never;
         }
-        void stop(OMAnimation&) override {}
-        void pause(OMAnimation&) override {}
-        void resume(OMAnimation&) override {}
-        void forget(OMAnimation&) override {}
+        void stop(AOVoice&) override {}
+        void pause(AOVoice&) override {}
+        void resume(AOVoice&) override {}
+        void forget(AOVoice&) override {}
         std::unique_ptr<Double> answer;
     } sounds;
     sounds.answer = make({"-1", "20", "30", "5"});
