@@ -10,7 +10,8 @@
 #   ;# MS WORDS    the other lines of the report: title, cursor, end
 #   ;% TEXT        a line of the log; others may stand between these
 #   ;~ SOUND       what is heard (tourlisten.cpp)
-#   ;> MS EVENT    what happens from outside, as in input files; screenshots are compared with the pictures
+#   ;> MS EVENT    what happens from outside, as in input files; also "click X Y" (10 ms) and "drag X Y TO-X TO-Y"
+#                  (down, 10 ms later a move, and 10 ms later up); screenshots are compared with the pictures
 #                  FILE/NAME.png (of a screenshot NAME.LATER.png too), pixel by pixel
 #   ;$ OPTIONS     a run of the program with these options; all runs must come to the same. Without such a line
 #                  there is one run. Three words are no options of the program: "ini:KEY=VALUE" is a setting of
@@ -50,7 +51,13 @@ function rest(text) { sub(/^[ \t]*;. ?/, "", text); return text }
 /^[ \t]*;# / { print rest($0) > (work "/was/report") }
 /^[ \t]*;% / { print rest($0) > (work "/was/log") }
 /^[ \t]*;~ / { print rest($0) > (work "/was/heard") }
-/^[ \t]*;> / { print rest($0) > (work "/input." visit) }
+function event(ms, what) { print ms, what > (work "/input." visit) }
+/^[ \t]*;> / {
+    if ($3 == "click" || $3 == "drag") event($2, "down " $4 " " $5)
+    if ($3 == "click") event($2 + 10, "up " $4 " " $5)
+    else if ($3 == "drag") { event($2 + 10, "move " $6 " " $7); event($2 + 20, "up " $6 " " $7) }
+    else print rest($0) > (work "/input." visit)
+}
 /^[ \t]*;\$ then/ { line = rest($0); sub(/^then ?/, "", line); print line > (work "/then." ++visit); next }
 /^[ \t]*;\$ / { print rest($0) > (work "/runs") }
 /^[ \t]*;: file / { out = work "/files/" $3; folder = out; sub("/[^/]*$", "", folder)

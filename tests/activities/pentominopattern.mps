@@ -8,12 +8,9 @@
 ;> 410 screenshot larger.png
 ;> 500 screenshot larger.left.png
 ;> 550 move 100 370
-;> 560 down 100 370
-;> 570 up 100 370
-;> 580 down 460 390
-;> 590 up 460 390
-;> 640 down 460 390
-;> 650 up 460 390
+;> 560 click 100 370
+;> 580 click 460 390
+;> 640 click 460 390
 yield off
 ActivateDLL golden.rsc
 procedure begin

@@ -18,9 +18,7 @@
 ;> 400 move 309 231
 ;> 410 up 309 231
 ; on both tools the flipper counts; what is left on it holds the next one up until that is off
-;> 460 down 439 371
-;> 470 move 447 114
-;> 480 up 447 114
+;> 460 drag 439 371 447 114
 ;> 490 down 59 391
 ;> 500 move 464 101
 ;> 510 move 570 101
@@ -40,18 +38,10 @@
 ;> 930 foreground
 ;> 940 move 570 400
 ; handlers
-;> 1000 down 109 131
-;> 1010 move 129 131
-;> 1020 up 129 131
-;> 1090 down 59 391
-;> 1100 move 109 131
-;> 1110 up 109 131
-;> 1180 down 59 391
-;> 1190 move 109 131
-;> 1200 up 109 131
-;> 1270 down 59 391
-;> 1280 move 109 131
-;> 1290 up 109 131
+;> 1000 drag 109 131 129 131
+;> 1090 drag 59 391 109 131
+;> 1180 drag 59 391 109 131
+;> 1270 drag 59 391 109 131
 yield off
 ActivateDLL golden.rsc
 procedure tell what

@@ -3,9 +3,7 @@
 ;$ screens
 ;> 50 screenshot full.png
 ; dropped inside, and outside
-;> 100 down 246 170
-;> 110 move 300 150
-;> 120 up 300 150
+;> 100 drag 246 170 300 150
 ;> 130 screenshot full.back.png
 ;> 140 down 272 174
 ;> 150 move 480 330
@@ -13,9 +11,7 @@
 ;> 170 up 480 330
 ;> 180 screenshot full.sprung.png
 ; given to the figure; another thing comes into the first free slot
-;> 200 down 284 200
-;> 210 move 112 140
-;> 220 up 112 140
+;> 200 drag 284 200 112 140
 ;> 230 screenshot given.png
 ;> 240 key t
 ;> 250 key a
@@ -30,18 +26,14 @@
 ;> 360 key z
 ;> 370 screenshot before.png
 ; a thing that is larger than its cell, by its right end
-;> 380 down 167 174
-;> 390 move 500 440
-;> 400 up 500 440
+;> 380 drag 167 174 500 440
 ; closed, and opened again
-;> 410 down 170 125
-;> 420 up 170 125
+;> 410 click 170 125
 ;> 430 screenshot closed.png
 ;> 440 key o
 ;> 450 screenshot before.again.png
 ;> 460 key t
-;> 470 down 170 125
-;> 480 up 170 125
+;> 470 click 170 125
 ;> 490 screenshot closed.again.png
 yield off
 ActivateDLL golden.rsc

@@ -3,36 +3,26 @@
 ;: rsc golden
 ;$ screens
 ; the figures and the background are heard
-;> 100 down 387 180
-;> 110 up 387 180
-;> 120 down 62 80
-;> 130 up 62 80
-;> 140 down 62 320
-;> 150 up 62 320
-;> 160 down 600 20
-;> 170 up 600 20
+;> 100 click 387 180
+;> 120 click 62 80
+;> 140 click 62 320
+;> 160 click 600 20
 ;> 180 screenshot before.png
 ; only what is before it is, even through its hole
 ;> 200 key a
 ;> 210 screenshot asked.png
-;> 220 down 387 180
-;> 230 up 387 180
-;> 240 down 62 80
-;> 250 up 62 80
-;> 260 down 62 320
-;> 270 up 62 320
-;> 280 down 600 20
-;> 290 up 600 20
-;> 300 down 210 150
-;> 310 up 210 150
+;> 220 click 387 180
+;> 240 click 62 80
+;> 260 click 62 320
+;> 280 click 600 20
+;> 300 click 210 150
 ; pressed, left, and let go beside it
 ;> 320 down 190 230
 ;> 330 screenshot pressed.png
 ;> 340 move 190 270
 ;> 350 screenshot asked.left.png
 ;> 360 up 190 270
-;> 370 down 190 230
-;> 380 up 190 230
+;> 370 click 190 230
 ; through a picture
 ;> 390 down 310 224
 ;> 400 screenshot second.png
@@ -40,12 +30,9 @@
 ; hidden: the figures are heard, the background is not
 ;> 500 key h
 ;> 510 screenshot before.again.png
-;> 520 down 387 180
-;> 530 up 387 180
-;> 540 down 62 80
-;> 550 up 62 80
-;> 560 down 600 20
-;> 570 up 600 20
+;> 520 click 387 180
+;> 540 click 62 80
+;> 560 click 600 20
 ;> 580 key v
 ;> 590 screenshot asked.again.png
 ; moved as a whole, and dropped by its button
@@ -55,17 +42,13 @@
 ;> 630 screenshot last.png
 ;> 640 up 430 330
 ;> 650 screenshot before.dropped.png
-;> 660 down 600 20
-;> 670 up 600 20
-;> 680 down 387 180
-;> 690 up 387 180
+;> 660 click 600 20
+;> 680 click 387 180
 ; and another one, which knows nothing of it
 ;> 700 key a
 ;> 710 screenshot asked.anew.png
-;> 720 down 430 230
-;> 730 up 430 230
-;> 740 down 600 20
-;> 750 up 600 20
+;> 720 click 430 230
+;> 740 click 600 20
 yield off
 ActivateDLL golden.rsc
 procedure onBehind

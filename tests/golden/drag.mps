@@ -24,9 +24,7 @@
 ;> 340 move 301 201
 ;> 350 up 301 201
 ;> 360 screenshot start.back.png
-;> 400 down 312 216
-;> 410 move 362 226
-;> 420 up 362 226
+;> 400 drag 312 216 362 226
 ;> 430 screenshot through.png
 yield off
 ActivateDLL golden.rsc

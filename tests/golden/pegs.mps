@@ -11,25 +11,17 @@
 ;> 150 up 312 80
 ;> 160 screenshot jumped.png
 ; from 6 nothing leads into 2; dropped beside all holes; dropped on a peg; from 1 back over the gap
-;> 200 down 375 195
-;> 210 move 285 135
-;> 220 up 285 135
+;> 200 drag 375 195 285 135
 ;> 230 screenshot jumped.refused.png
 ;> 240 down 375 195
 ;> 250 move 600 440
 ;> 260 screenshot away.png
 ;> 270 up 600 440
-;> 280 down 375 195
-;> 290 move 345 135
-;> 300 up 345 135
-;> 310 down 315 75
-;> 320 move 255 195
-;> 330 up 255 195
+;> 280 drag 375 195 345 135
+;> 310 drag 315 75 255 195
 ;> 340 screenshot jumped.still.png
 ; through the corner of a peg's picture
-;> 350 down 301 61
-;> 360 move 200 440
-;> 370 up 200 440
+;> 350 drag 301 61 200 440
 ;> 380 screenshot jumped.corner.png
 ; a new game at another hole
 ;> 400 key r
@@ -37,18 +29,14 @@
 ; three pegs: one jump, and the two that are left are too many
 ;> 500 key l
 ;> 510 screenshot three.png
-;> 520 down 375 195
-;> 530 move 315 75
-;> 540 up 315 75
+;> 520 drag 375 195 315 75
 ;> 550 screenshot lost.png
 ; a hole elsewhere; its peg comes along
 ;> 600 key w
 ;> 610 key m
 ;> 620 screenshot two.png
 ; solved
-;> 700 down 375 195
-;> 710 move 315 75
-;> 720 up 315 75
+;> 700 drag 375 195 315 75
 ;> 730 screenshot solved.png
 ; all filled again with other pegs, and the end
 ;> 800 key p

@@ -27,9 +27,7 @@
 ;> 310 move 109 131
 ;> 320 up 109 131
 ;> 330 screenshot sent.png
-;> 340 down 59 351
-;> 350 move 118 120
-;> 360 up 118 120
+;> 340 drag 59 351 118 120
 ; 8 in view 5, anchored; the pattern is stamped and seen below hidden pieces
 ;> 370 down 189 351
 ;> 380 move 464 81
@@ -70,9 +68,7 @@
 ;> 720 key t
 ;> 730 screenshot solved.png
 ; the anchored piece stays
-;> 740 down 189 131
-;> 750 move 309 211
-;> 760 up 309 211
+;> 740 drag 189 131 309 211
 ;> 770 key r
 ;> 780 key t
 ;> 790 screenshot reset.png

@@ -8,33 +8,25 @@
 ;> 110 key m
 ;> 200 screenshot opened.png
 ; the level that there is already: the five answers are kept, and a sixth one makes the player go on
-;> 300 down 136 254
-;> 310 up 136 254
+;> 300 click 136 254
 ;> 320 screenshot opened.same.png
 ;> 330 key c
 ;> 340 key t
 ; a level of OWS2, which also shows what became of CWS1; its picture turns
-;> 400 down 516 204
-;> 410 up 516 204
+;> 400 click 516 204
 ;> 420 screenshot taken.png
-;> 430 down 556 204
-;> 440 up 556 204
+;> 430 click 556 204
 ;> 450 key t
 ; CMA is refused, and meanwhile nothing else is taken
-;> 500 down 136 204
-;> 510 up 136 204
+;> 500 click 136 204
 ;> 520 screenshot refused.png
-;> 530 down 436 204
-;> 540 up 436 204
+;> 530 click 436 204
 ;> 850 screenshot refusing.png
 ;> 1200 key t
 ; by itself or not
-;> 1300 down 300 204
-;> 1310 up 300 204
-;> 1320 down 600 204
-;> 1330 up 600 204
-;> 1340 down 300 354
-;> 1350 up 300 354
+;> 1300 click 300 204
+;> 1320 click 600 204
+;> 1340 click 300 354
 ;> 1360 screenshot switched.png
 ;> 1370 key w
 ;> 1380 key t
@@ -46,40 +38,33 @@
 ;> 1420 up 530 40
 ;> 1425 screenshot silent.png
 ;> 1430 key m
-;> 1440 down 486 40
-;> 1450 up 486 40
+;> 1440 click 486 40
 ;> 1460 key m
 ; locations: let go beside it, and on it; one of which nothing is seen; a corner
 ;> 1500 down 70 300
 ;> 1510 up 70 330
 ;> 1520 down 70 300
 ;> 1530 up 100 305
-;> 1540 down 370 300
-;> 1550 up 370 300
-;> 1560 down 31 341
-;> 1570 up 31 341
-;> 1580 down 370 200
-;> 1590 up 370 200
+;> 1540 click 370 300
+;> 1560 click 31 341
+;> 1580 click 370 200
 ;> 1600 screenshot selected.png
 ; closed and opened again; meanwhile two locations have been visited
 ;> 1700 down 600 36
 ;> 1710 screenshot closing.png
 ;> 1720 up 600 36
 ;> 1730 screenshot closed.png
-;> 1740 down 70 250
-;> 1750 up 70 250
+;> 1740 click 70 250
 ;> 1760 key v
 ;> 1800 key o
 ;> 1810 screenshot again.png
-;> 1820 down 370 300
-;> 1830 up 370 300
+;> 1820 click 370 300
 ;> 1840 key f
 ; another one, opened for another location
 ;> 1900 key n
 ;> 1910 screenshot elsewhere.png
 ; where it can be changed
-;> 1920 down 136 204
-;> 1930 up 136 204
+;> 1920 click 136 204
 ;> 1940 key t
 ;> 1950 screenshot changed.png
 ;> 2000 key f

@@ -5,48 +5,37 @@
 ;$ screens
 ;> 100 screenshot hub.png
 ; of the other half nothing is there; the figure is seen and clicked through the hole
-;> 110 down 70 300
-;> 120 up 70 300
-;> 130 down 380 100
-;> 140 up 380 100
-;> 150 down 586 442
-;> 160 up 586 442
+;> 110 click 70 300
+;> 130 click 380 100
+;> 150 click 586 442
 ; solved
-;> 200 down 216 204
-;> 210 up 216 204
+;> 200 click 216 204
 ;> 220 screenshot solved.png
 ;> 230 key t
 ; the other half; the refusal goes with the screen
 ;> 300 key o
 ;> 310 screenshot oasis.png
-;> 400 down 436 154
-;> 410 up 436 154
+;> 400 click 436 154
 ;> 420 screenshot taken.png
 ; OMA is played, PWS1 was never visited, PWS2 was and is not solved yet
-;> 500 down 476 104
-;> 510 up 476 104
+;> 500 click 476 104
 ;> 520 screenshot played.png
-;> 1200 down 476 354
-;> 1210 up 476 354
+;> 1200 click 476 354
 ;> 1220 screenshot played.unvisited.png
-;> 1900 down 476 404
-;> 1910 up 476 404
+;> 1900 click 476 404
 ;> 1920 screenshot visited.png
 ;> 1930 key t
 ;> 1940 key s
-;> 1950 down 436 404
-;> 1960 up 436 404
+;> 1950 click 436 404
 ;> 1970 screenshot refused.png
 ;> 1980 key t
 ; closed while it refuses
-;> 2000 down 600 36
-;> 2010 up 600 36
+;> 2000 click 600 36
 ;> 2020 screenshot closed.png
 ;> 2030 key m
 ;> 2040 screenshot again.png
 ;> 3000 screenshot later.png
-;> 3010 down 380 450
-;> 3020 up 380 450
+;> 3010 click 380 450
 yield off
 ActivateDLL golden.rsc
 include progress.mps

@@ -4,18 +4,14 @@
 ;$ screens
 ; behind the figure, then before it
 ;> 100 screenshot behind.png
-;> 110 down 382 82
-;> 120 up 382 82
+;> 110 click 382 82
 ;> 130 key z
 ;> 140 screenshot opened.png
-;> 150 down 382 82
-;> 160 up 382 82
+;> 150 click 382 82
 ;> 170 key t
 ; level 3 here; level 2 of CMA is refused
-;> 200 down 450 84
-;> 210 up 450 84
-;> 220 down 372 124
-;> 230 up 372 124
+;> 200 click 450 84
+;> 220 click 372 124
 ;> 240 screenshot refused.png
 ;> 250 key m
 ;> 260 screenshot moved.png
@@ -24,47 +20,36 @@
 ;> 310 move 400 380
 ;> 320 screenshot dragged.png
 ;> 330 up 400 380
-;> 1000 down 502 400
-;> 1010 move 300 300
-;> 1020 up 300 300
+;> 1000 drag 502 400 300 300
 ;> 1030 screenshot dropped.png
 ; not touchy: the click goes to the figure
 ;> 1100 key m
-;> 1110 down 300 340
-;> 1120 move 480 180
-;> 1130 up 480 180
+;> 1110 drag 300 340 480 180
 ;> 1140 key h
-;> 1150 down 382 72
-;> 1160 up 382 72
+;> 1150 click 382 72
 ;> 1170 key b
 ;> 1180 screenshot under.png
 ;> 1190 key y
 ; at a place without levels
 ;> 1200 key l
 ;> 1210 screenshot hub.png
-;> 1220 down 494 46
-;> 1230 up 494 46
+;> 1220 click 494 46
 ; practice, which has a panel and a close button
 ;> 1300 key p
 ;> 1310 screenshot practice.png
-;> 1320 down 576 76
-;> 1330 up 576 76
+;> 1320 click 576 76
 ; at the script's place
 ;> 1400 key g
 ;> 1410 screenshot placed.png
-;> 1420 down 96 360
-;> 1430 up 96 360
-;> 1440 down 50 440
-;> 1450 up 50 440
-;> 1460 down 60 370
-;> 1470 up 60 370
+;> 1420 click 96 360
+;> 1440 click 50 440
+;> 1460 click 60 370
 ;> 1480 screenshot fixed.png
 ;> 1490 key t
 ; nobody plays
 ;> 1600 key r
 ;> 1610 screenshot nobody.png
-;> 1620 down 580 80
-;> 1630 up 580 80
+;> 1620 click 580 80
 ;> 1640 key d
 ;> 1650 screenshot none.png
 yield off

@@ -3,9 +3,7 @@
 ;$ screens
 ;> 90 screenshot lines.png
 ;> 270 screenshot changed.png
-;> 300 down 22 22
-;> 310 move 422 402
-;> 320 up 422 402
+;> 300 drag 22 22 422 402
 ;> 330 screenshot dragged.png
 yield off
 ActivateDLL golden.rsc

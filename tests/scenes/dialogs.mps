@@ -51,8 +51,7 @@ set boat dblClick onTwice
 ;> 21 up 105 105
 ;> 31 double 56 310
 ;> 41 up 56 310
-;> 51 down 535 335
-;> 61 up 535 335
+;> 51 click 535 335
 ;= beside
 ;= beside
 ;= button -3
@@ -66,15 +65,12 @@ pause 0.1
 ; its parts are not touchy when it is not
 set question "z" 20
 set question touchy 0
-;> 191 down 56 310
-;> 201 up 56 310
-;> 211 down 535 335
-;> 221 up 535 335
+;> 191 click 56 310
+;> 211 click 535 335
 ;= boat
 pause 0.1
 set question touchy 1
-;> 281 down 380 335
-;> 291 up 380 335
+;> 281 click 380 335
 ;= beside
 ;= button 1
 ;= the next one: []
@@ -89,8 +85,7 @@ play question addGraphic 99
 ;! ASEQ resource 99 not found.
 set question mouseDown onBeside
 get question "z" depth
-;> 371 down 5 5
-;> 381 up 5 5
+;> 371 click 5 5
 ;= beside
 pause 0.1
 drop question boat

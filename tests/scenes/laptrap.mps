@@ -84,8 +84,7 @@ get screen selectedLocation number
 get screen selectedLocationName name
 say "none:" number name
 ;= none: 0 
-;> 8111 down 55 65
-;> 8121 up 55 65
+;> 8111 click 55 65
 pause 0.1
 ;= selected 1 CWS1
 call states "chosen"
@@ -103,25 +102,21 @@ call states "level "+number+" colour "+color
 set world currentLevel CWS1 4
 call answer 5
 ;= level 4 colour 0: 123 21111 21111 21-
-;> 8201 down 115 145
-;> 8211 up 115 145
+;> 8201 click 115 145
 pause 0.05
 call answer 1
 ;= level 4 colour 1: 123 21111 11121 21-
 call answer 5
 ;= level 4 colour 1: 123 21111 11121 21-
-;> 8246 down 85 145
-;> 8256 up 85 145
+;> 8246 click 85 145
 pause 0.05
 call answer 1
 ;= level 3 colour 1: 123 21111 11231 21-
 ; CMA is refused while it was never visited; levels wait for that
 set world visitedCount CMA 0
 call open CMA
-;> 8291 down 55 105
-;> 8301 up 55 105
-;> 8311 down 25 145
-;> 8321 up 25 145
+;> 8291 click 55 105
+;> 8311 click 25 145
 pause 0.1
 call states "refused"
 ;= refused: 233 21111 11231 211
@@ -134,10 +129,8 @@ call states "refusing"
 pause 1.5
 call states "over"
 ;= over: 233 21111 11231 21-
-;> 9731 down 25 145
-;> 9741 up 25 145
-;> 9751 down 55 105
-;> 9761 up 55 105
+;> 9731 click 25 145
+;> 9751 click 55 105
 pause 0.1
 call states "refused again"
 ;= refused again: 233 21111 21131 211
@@ -147,16 +140,13 @@ set screen visible 1
 call states "seen again"
 ;= seen again: 233 21111 21131 21-
 set world visitedCount CMA 1
-;> 11171 down 55 105
-;> 11181 up 55 105
+;> 11171 click 55 105
 pause 0.1
 call states "visited"
 ;= visited: 233 12111 21131 21-
 ; music off twice is off
-;> 11261 down 250 25
-;> 11271 up 250 25
-;> 11281 down 250 25
-;> 11291 up 250 25
+;> 11261 click 250 25
+;> 11281 click 250 25
 pause 0.1
 get world isBackgroundMusicOff off
 call states "music off "+off
@@ -179,8 +169,7 @@ call tellFlags
 set world seenLapTrapInGame 0
 set world seenOasisMap 0
 call open OMA
-;> 11801 down 370 25
-;> 11811 up 370 25
+;> 11801 click 370 25
 pause 0.5
 ;= closed, seen: 0
 call tellFlags
@@ -213,19 +202,16 @@ call tellPlace
 set world visitedCount CMA 0
 call open CMA
 set screen closed gone
-;> 12251 down 370 25
-;> 12261 up 370 25
+;> 12251 click 370 25
 pause 0.1
 ;= dropped
 call open CMA
 set screen locationSelected gone
-;> 12341 down 25 65
-;> 12351 up 25 65
+;> 12341 click 25 65
 pause 0.1
 ;= dropped
 call open CMA
-;> 12431 down 55 105
-;> 12441 up 55 105
+;> 12431 click 55 105
 pause 0.1
 drop screen
 call open CMA
@@ -242,16 +228,11 @@ pause 1
 
 ; who clicks anything needs no hint, and it comes once
 set world inGame 0
-;> 14466 down 220 25
-;> 14476 up 220 25
-;> 23566 down 140 110
-;> 23576 up 140 110
-;> 32666 down 25 105
-;> 32676 up 25 105
-;> 41766 down 55 65
-;> 41776 up 55 65
-;> 50866 down 370 25
-;> 50876 up 370 25
+;> 14466 click 220 25
+;> 23566 click 140 110
+;> 32666 click 25 105
+;> 41766 click 55 65
+;> 50866 click 370 25
 for times 1 5
 [
 call open CMA

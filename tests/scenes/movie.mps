@@ -69,17 +69,14 @@ set movie finished onFinished
 set movie mouseDown onMovie
 set edge finished onFinished
 ; not seen, not hit
-;> 1050 down 110 51
-;> 1060 up 110 51
+;> 1050 click 110 51
 ;= below after 1
 pause 0.2
 ; then the window rests, and the movie is not dragged
 steps=0
 play movie start
 ;> 1185 screenshot started.png
-;> 1190 down 110 51
-;> 1200 move 150 51
-;> 1210 up 150 51
+;> 1190 drag 110 51 150 51
 ;> 1215 down 110 45
 ;> 1216 up 110 45
 ;= the movie 100
@@ -171,9 +168,7 @@ play movie place 120 80
 DisplayScreen
 ;> 2661 screenshot moved.png
 ; dragged; its last picture stays
-;> 2666 down 125 95
-;> 2676 move 225 195
-;> 2686 up 225 195
+;> 2666 drag 125 95 225 195
 pause 1
 ;> 3556 screenshot dragged.png
 pause 0.01

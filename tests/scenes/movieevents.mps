@@ -60,8 +60,7 @@ set first clickSoundID 208
 set second clickSoundID 208
 set first hit onHit
 set second hit onHit
-;> 1289 down 56 310
-;> 1299 up 56 310
+;> 1289 click 56 310
 pause 0.1
 m=RSmackerMovie lost.smk 0 0
 pause 1
@@ -69,8 +68,7 @@ say "a movie"
 ;= a movie
 other=RSmackerMovie plain.smk 0 0
 drop m
-;> 2279 down 350 306
-;> 2289 up 350 306
+;> 2279 click 350 306
 pause 0.1
 ;= second hit
 play other release

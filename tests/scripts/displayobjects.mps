@@ -8,9 +8,7 @@
 ;> 130 key f
 ;> 140 move 56 310
 ;> 150 up 56 310
-;> 160 down 56 310
-;> 170 move 91 310
-;> 180 up 91 310
+;> 160 drag 56 310 91 310
 ;> 190 down 56 310
 ;> 200 move 600 310
 ;> 210 key f
@@ -40,8 +38,7 @@
 ;> 2790 up 56 310
 ;> 2800 key d
 ;> 2810 key b
-;> 2820 down 56 310
-;> 2830 up 56 310
+;> 2820 click 56 310
 ;> 2930 key d
 ; without a sound; the sound taken away while a hit waits: that one comes when the sound is ended
 ;> 3430 key s
@@ -54,9 +51,7 @@
 ;> 3540 down 56 310
 ;> 3570 up 56 310
 ;> 3580 key k
-;> 3590 down 56 310
-;> 3600 move 600 60
-;> 3610 up 600 60
+;> 3590 drag 56 310 600 60
 ;> 4110 key f
 ; pressed by the script: no hit
 ;> 4120 key p
@@ -83,8 +78,7 @@
 ;> 5590 move 91 310
 ;> 5620 up 91 310
 ;> 5630 key l
-;> 5640 down 20 210
-;> 5650 up 20 210
+;> 5640 click 20 210
 ;> 5660 double 20 210
 ;> 5670 up 20 210
 ;> 5680 key a

@@ -1,19 +1,15 @@
 ; Scene ports: keys, clicks, pauses and the end of the game, and the music from scene to scene.
 ; the background, the space bar, another program and back, Enter, the exit screen, in a transition too
-;> 500 down 320 50
-;> 510 up 320 50
+;> 500 click 320 50
 ;> 1000 key  
 ;> 1300 background
 ;> 1400 foreground
 ;> 1600 key Enter
 ;> 1700 answer No
 ;> 1800 key Ctrl-q
-;> 5000 down 320 50
-;> 5010 up 320 50
-;> 6800 down 320 50
-;> 6810 up 320 50
-;> 6900 down 56 310
-;> 6910 up 56 310
+;> 5000 click 320 50
+;> 6800 click 320 50
+;> 6900 click 56 310
 ;> 7000 command 32
 ;> 12000 answer Yes
 ;> 12000 command 59396
