@@ -24,14 +24,15 @@
 #   ;: code N      what the program must end with, if not 0
 #   ;: file PATH   the lines from here on are this file: content/..., or home/...
 #
-# Scripts in the folder include beside it are for all to include; the folder FILE and BUILT/NAME, where there are such,
-# hold more of the content. A visit ends at its last event, or after 20 seconds without one. With ZORBET_RENEW=1
-# in the environment pictures are stored and texts put into the comments that are there (as many as there are
-# texts); look at each.
+# What lies in tests/include, and in the folder include beside the script, is content of all; the folder FILE and
+# BUILT/NAME, where there are such, hold more of the content. A visit ends at its last event, or after 20 seconds
+# without one. With ZORBET_RENEW=1 in the environment pictures are stored and texts put into the comments that are
+# there (as many as there are texts); look at each.
 set -u
 script=$1 work=$2
 name=$(basename "$script" .mps)
 beside=${script%.mps}
+room=$(dirname "$script")
 # The rest comes from the environment: PROGRAM COMPARE LISTEN SOUNDS FACE LIBRARIES BUILT FEW
 rm -rf "$work"
 mkdir -p "$work/is" "$work/was" "$work/files/content" "$work/files/home"
@@ -113,7 +114,7 @@ renew() {
     { print }' "$script" >"$work/renewed" && cat "$work/renewed" >"$script"
 }
 
-pictures=$(dirname "$script")/$(cat "$work/is.same" 2>/dev/null || echo "$name")
+pictures=$room/$(cat "$work/is.same" 2>/dev/null || echo "$name")
 shots=$(cat "$work"/input.* 2>/dev/null | sed -n 's/^[0-9]* screenshot //p')
 count=0
 while read -r run; do
@@ -123,7 +124,7 @@ while read -r run; do
     cp -r "$work/files/content" "$work/files/home" "$folder"
     libraries=$(cat "$work/is.rsc" 2>/dev/null || echo sample)
     [ ! -d "$LIBRARIES/$libraries/RSC" ] || cp -r "$LIBRARIES/$libraries/RSC" "$folder/content"
-    for extra in "$(dirname "$script")/include" "$beside" "$BUILT/$name"; do
+    for extra in "$room/include" "$room/../include" "$beside" "$BUILT/$name"; do
         [ ! -d "$extra" ] || cp -r "$extra/." "$folder/content"
     done
     options='' depth='' at=''

@@ -1,7 +1,7 @@
 // Menu commands, keys that are commands, the exit screen.
 #include "commands/menucommands.h"
 
-#include "carriedtexts.h"
+#include "startup/carriedtexts.h"
 #include "trinkets/windowfixture.h"
 
 #include "rkbdinp.h"
