@@ -11,8 +11,8 @@
 //     const OMSClass Lamp::kClass{"Lamp", &OMTrinket::kClass, kVocabulary, &Lamp::create};
 //
 // Getters return int, bool, double, std::string or a rectangle, setters take one of the first four,
-// methods what omsarguments.h converts. A property with index arguments reads them from the argument
-// list itself.
+// methods what omsarguments.h converts. A property with index arguments reads them from the
+// argument list itself.
 #pragma once
 
 #include "omsarguments.h"
