@@ -116,6 +116,10 @@ renew() {
 
 pictures=$room/$(cat "$work/is.same" 2>/dev/null || echo "$name")
 shots=$(cat "$work"/input.* 2>/dev/null | sed -n 's/^[0-9]* screenshot //p')
+for picture in "$beside"/*.png; do
+    [ ! -f "$picture" ] || echo "$shots" | grep -q "^$(basename "$picture" .png)\." ||
+        fail "nothing is compared with $picture"
+done
 count=0
 while read -r run; do
     count=$((count + 1))
