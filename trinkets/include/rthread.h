@@ -122,7 +122,7 @@ class YThread {
     void runInstructions();
     void runSteps();
     void runOne();
-    void carryOut(const YProgramStep& step);
+    YProgramStep* carryOut(YProgramStep step);
     void call(const Instruction& code);
     void callProcedure(const Instruction& code, std::int32_t header);
     void enterProcedure(const Instruction& code);

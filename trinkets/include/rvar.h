@@ -109,6 +109,9 @@ class YVariable {
     [[nodiscard]] bool holdsReal() const { return type_ == Type::Real; }
     [[nodiscard]] std::int32_t heldInteger() const { return value_.integer; }
     [[nodiscard]] double heldReal() const { return value_.real; }
+    /// A text that is no number.
+    [[nodiscard]] bool holdsText() const { return type_ == Type::String && kind_ == Kind::Name; }
+    [[nodiscard]] std::string_view heldText() const { return valueString_; }
     /// The held number has no text but its own.
     [[nodiscard]] bool isCanonical() const { return canonical_; }
     /// Bytes of the string form, or kUnknownLength when it would have to be made first.
@@ -135,6 +138,11 @@ class YVariable {
         putInteger(value);
         if (!ynumber::hasShortText(value)) [[unlikely]]
             putReal(value);
+    }
+    /// Adds to the end of a variable that holdsText: not an empty one, which may become a number.
+    void appendText(std::string_view text) {
+        valueString_.append(text);
+        length_ = static_cast<std::int32_t>(valueString_.size());
     }
     void putReal(double value) {
         type_ = Type::Real;

@@ -105,6 +105,7 @@ class YExpression {
     int evaluate(YHeap& heap, YValue& result) const;
 
     static constexpr double kSmallestDivisorSquared = 1e-08;
+    static constexpr std::size_t kMaxConcatenation = 128; ///< bytes; joined texts stay below
     /// An operator on two numbers. An error code.
     static int applyReals(char operation, double left, double right, double& result);
 

@@ -36,6 +36,10 @@ inline constexpr std::size_t kBufferSize = 32;
 
 /// What is left of a real that is written with "%.15g" and read again.
 [[nodiscard]] double throughText(double value);
+/// The same, quicker for numbers of about the same size one after the other. `scale` is kept
+/// between them, 0 at first: the power of ten by which the last one had fifteen digits before its
+/// point.
+[[nodiscard]] double throughText(double value, int& scale);
 
 /// Whether a whole number of this value is kept as an integer when its text is `textLength` bytes
 /// long (0 for a freshly computed one).

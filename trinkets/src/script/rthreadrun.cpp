@@ -6,9 +6,11 @@
 #include "ynumber.h"
 #include "ystatement.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <utility>
 
 namespace {
@@ -33,23 +35,22 @@ inline bool load(YVariable* variable, std::int64_t& value) {
     return true;
 }
 
-inline bool load(YVariable* variable, double& value) {
-    if (!variable->holdsInteger() && !variable->holdsReal()) variable = &variable->resolve();
-    if (variable->holdsInteger())
-        value = variable->heldInteger();
-    else if (variable->holdsReal())
-        value = variable->heldReal();
-    else
-        return false;
-    return true;
+[[gnu::cold]] const YVariable* resolvedNumber(YVariable& variable) {
+    const YVariable& held = variable.resolve();
+    return held.holdsInteger() || held.holdsReal() ? &held : nullptr;
+}
+
+/// Where a real or an integer is; null when it is none.
+inline const YVariable* numberIn(YVariable* variable) {
+    if (variable->holdsReal() || variable->holdsInteger()) [[likely]]
+        return variable;
+    return resolvedNumber(*variable);
 }
 
 /// The length of a text that is there already.
-template <class Number>
-bool loadLength(YVariable& variable, Number& value) {
-    const std::int32_t length = variable.resolve().heldLength();
-    value = length;
-    return length != YVariable::kUnknownLength;
+bool loadLength(YVariable& variable, std::int64_t& value) {
+    value = variable.resolve().heldLength();
+    return value != YVariable::kUnknownLength;
 }
 
 inline bool fits(std::int64_t value) { return value >= -kLimit && value <= kLimit; }
@@ -84,34 +85,116 @@ inline std::int64_t remainder(std::int64_t value, const YProgram::Step& by) {
     return value < 0 ? -rest : rest;
 }
 
-inline bool operate(int operation, double& value, double right) {
-    switch (operation) {
-    case '+': value += right; return true;
-    case '-': value -= right; return true;
-    case '*': value *= right; return true;
-    case '/':
-        if (right * right < YExpression::kSmallestDivisorSquared) return false;
-        value /= right;
-        return true;
-    default:
-        return YExpression::applyReals(static_cast<char>(operation), value, right, value) ==
-               yerror::kNone;
+struct RealResult {
+    YProgramStep* end; ///< the row's last step; null when the row gives up
+    double value;      ///< to be stored or tested
+};
+
+/// A row of reals, but for what it ends with. For itself, and with no reference to its value, so
+/// that this stays in a register.
+[[gnu::noinline]] RealResult runReals(YProgramStep* step) {
+    using Do = YProgram::Do;
+    double value = 0; // the accumulator
+    std::array<double, YProgram::kStack> aside;
+    for (;; ++step) {
+        const auto with = [step](auto&& doIt) { // what the variable holds
+            const YVariable* const held = numberIn(step->variable);
+            if (held) [[likely]]
+                doIt(held->holdsReal() ? held->heldReal() : held->heldInteger());
+            return held != nullptr;
+        };
+        const auto operate = [&](double left, double right) {
+            double result = 0;
+            const bool worked = YExpression::applyReals(static_cast<char>(step->number), left,
+                                                        right, result) == yerror::kNone;
+            value = result;
+            return worked;
+        };
+        const auto testWith = [&](auto comparison) -> RealResult {
+            const bool worked =
+                with([&](double operand) { value = comparison(value, operand) ? 1 : 0; });
+            return {worked ? step : nullptr, value};
+        };
+        bool worked = true;
+        switch (step->what) {
+        case Do::ClearReal: value = 0; break;
+        case Do::LoadReal: worked = with([&](double operand) { value = operand; }); break;
+        case Do::LoadSumReal:
+            worked = with([&](double operand) { value = operand + step->number; });
+            break;
+        case Do::LengthReal: {
+            std::int64_t length = 0;
+            worked = loadLength(*step->variable, length);
+            value = static_cast<double>(length);
+            break;
+        }
+        case Do::PushReal: aside[step->slot] = value; break;
+        case Do::PushLoadReal:
+            aside[static_cast<std::size_t>(step->number)] = value;
+            worked = with([&](double operand) { value = operand; });
+            break;
+        case Do::AddReal: worked = with([&](double operand) { value += operand; }); break;
+        case Do::AddNumberReal: value += step->number; break;
+        case Do::SubtractReal: worked = with([&](double operand) { value -= operand; }); break;
+        case Do::MultiplyReal: worked = with([&](double operand) { value *= operand; }); break;
+        case Do::DivideReal:
+            worked = with([&](double operand) {
+                         worked = operand * operand >= YExpression::kSmallestDivisorSquared;
+                         value /= operand;
+                     }) &&
+                     worked;
+            break;
+        case Do::OperateReal:
+            worked = with([&](double operand) { worked = operate(value, operand); }) && worked;
+            break;
+        case Do::CombineReal:
+            if (step->number == '+')
+                value = aside[step->slot] + value;
+            else
+                worked = operate(aside[step->slot], value);
+            break;
+        case Do::TestEqualReal: return testWith(std::equal_to());
+        case Do::TestUnequalReal: return testWith(std::not_equal_to());
+        case Do::TestLessReal: return testWith(std::less());
+        case Do::TestGreaterReal: return testWith(std::greater());
+        default: return {step, value};
+        }
+        if (!worked) [[unlikely]]
+            return {nullptr, 0};
     }
 }
 
-/// `x=y` where y is no expression. False when that takes more.
-bool assignValue(const YProgram::Instruction& code) {
+/// `x=y` where y is no expression, but a number. False when that takes more.
+inline bool assignNumber(const YProgram::Instruction& code) {
     YVariable& target = code.operands[0]->resolve();
-    YVariable& word = *code.operands[1];
-    YVariable& value = word.resolve();
-    if (target.takesNumber() && value.holdsInteger() && value.isCanonical()) {
-        target.putNumberAsText(value.heldInteger());
-    } else if (target.takesNumber() && word.kind() == YVariable::Kind::Substring) {
-        YScratch scratch;
-        target.setString(word.string(scratch));
-    } else {
-        return false;
+    const YVariable& value = code.operands[1]->resolve();
+    if (!target.takesNumber() || !value.holdsInteger() || !value.isCanonical()) return false;
+    target.putNumberAsText(value.heldInteger());
+    return true;
+}
+
+/// The same where y is a text or a part of one.
+bool assignText(const YProgram::Instruction& code) {
+    YVariable& target = code.operands[0]->resolve();
+    const YVariable& word = *code.operands[1];
+    if (!target.takesNumber()) return false;
+    if (!word.holdsText() && word.kind() != YVariable::Kind::Substring) return false;
+    YScratch scratch;
+    target.setString(word.string(scratch));
+    return true;
+}
+
+/// Gives a procedure's parameters the arguments of a call, if they are all numbers. False, with
+/// nothing changed, when that takes more.
+inline bool passNumbers(const YProgram::Instruction& from, const YProgram::Instruction& to) {
+    const int count = std::min(from.count, to.count);
+    for (int i = 1; i < count; ++i) {
+        const YVariable& argument = *from.operands[i];
+        if (!argument.holdsInteger() || !argument.isCanonical() ||
+            !ynumber::hasShortText(argument.heldInteger()) || !to.operands[i]->takesNumber())
+            return false;
     }
+    for (int i = 1; i < count; ++i) to.operands[i]->putInteger(from.operands[i]->heldInteger());
     return true;
 }
 
@@ -126,10 +209,24 @@ std::string_view evaluate(YProgram& program, int instruction, int operand, YValu
     return value.text();
 }
 
+/// `x=x+y` where x is a text already. False when that takes more.
+bool append(YVariable& target, const YExpression& expression) {
+    const YExpression::Node& sum = expression.root();
+    if (sum.operation != '+' || sum.left->leaf != &target || !sum.right->leaf) return false;
+    if (!target.holdsText() || target.heldText().empty()) return false;
+    YScratch scratch;
+    const std::string_view text = sum.right->leaf->string(scratch);
+    if (target.heldText().size() + text.size() >= YExpression::kMaxConcatenation) return false;
+    target.appendText(text);
+    return true;
+}
+
 /// `x=y` where y is an expression of any values. False when that takes more.
 bool assignAny(YProgram& program, int instruction) {
-    YVariable& target = program.at(instruction).operands[0]->resolve();
+    const YProgram::Instruction& code = program.at(instruction);
+    YVariable& target = code.operands[0]->resolve();
     if (!target.takesNumber()) return false;
+    if (append(target, *code.operands[1]->expression())) return true;
     YValue value;
     target.setString(evaluate(program, instruction, 1, value));
     return true;
@@ -154,63 +251,80 @@ void YThread::runSteps() {
     using Do = YProgram::Do;
     using Values = YProgram::Values;
     int budget = engine_.budget(); // in a register, unless others spend of it too
-    const YProgram::Step* const* entries = program_->entries();
-    const YProgram::Step* step = entries[flow_.pc];
-    std::int64_t value = 0; // the accumulators
-    double real = 0;
+    YProgramStep* step = program_->start(flow_.pc);
+    std::int64_t value = 0; // the accumulator
     std::int64_t right = 0;
-    double rightReal = 0;
-    std::array<std::int64_t, YProgram::kStack> integers; // put aside
-    std::array<double, YProgram::kStack> reals;
+    std::array<std::int64_t, YProgram::kStack> aside;
 
-    // The step that follows in its row, or, when the row must give up, the first one of a more
-    // general row.
-    const auto after = [this](const YProgramStep* done, bool worked) {
-        if (worked) [[likely]]
-            return done + 1;
-        return program_->expect(done->instruction,
-                                done->what < Do::LoadReal ? Values::Reals : Values::Any);
-    };
     for (;;) {
-        const auto loads = [step](auto& number) { return load(step->variable, number); };
-        const auto decide = [this, step](bool result) { // with the jump that follows
-            flow_.decide(result, step->instruction + 2, step->number);
+        const auto loads = [&](std::int64_t& number) { return load(step->variable, number); };
+        // On to the next step of the row, or, when the row must give up, to the first one of a more
+        // general row.
+        const auto after = [&](bool worked) {
+            if (worked) [[likely]]
+                ++step;
+            else
+                step = program_->expect(step->instruction, Values::Reals);
+        };
+        const auto jump = [&](int target) {
+            flow_.jump(target);
+            step = program_->start(target);
+        };
+        const auto decide = [&](bool result) { // with the jump that follows
+            flow_.condition = result;
+            if (result)
+                step += 2;
+            else
+                jump(step->number);
+        };
+        const auto compares = [&](auto comparison) {
+            const bool worked = loads(right);
+            if (worked) [[likely]]
+                decide(comparison(value, right));
+            else
+                after(false);
+            return worked;
+        };
+        const auto callsOut = [&] { // false when the loop has to be left
+            engine_.setBudget(budget);
+            step = carryOut(*step);
+            budget = engine_.budget();
+            return step != nullptr;
         };
         switch (step->what) { // and goes on with the next step, or breaks at the instruction's end
         case Do::Clear:
             value = 0;
-            real = 0;
             ++step;
             continue;
-        case Do::LoadInteger: step = after(step, loads(value)); continue;
-        case Do::LengthInteger: step = after(step, loadLength(*step->variable, value)); continue;
+        case Do::LoadInteger: after(loads(value)); continue;
+        case Do::LoadSum: after(loads(value) && fits(value += step->number)); continue;
+        case Do::LengthInteger: after(loadLength(*step->variable, value)); continue;
         case Do::PushInteger:
-            integers[step->slot] = value;
+            aside[step->slot] = value;
             ++step;
             continue;
-        case Do::Add: step = after(step, loads(right) && fits(value += right)); continue;
-        case Do::Subtract: step = after(step, loads(right) && fits(value -= right)); continue;
-        case Do::Multiply: step = after(step, loads(right) && fits(value *= right)); continue;
-        case Do::Less: step = after(step, loads(right) && (value = value < right, true)); continue;
-        case Do::Greater:
-            step = after(step, loads(right) && (value = value > right, true));
+        case Do::PushLoadInteger:
+            aside[static_cast<std::size_t>(step->number)] = value;
+            after(loads(value));
             continue;
+        case Do::Add: after(loads(right) && fits(value += right)); continue;
+        case Do::AddNumber: after(fits(value += step->number)); continue;
+        case Do::Subtract: after(loads(right) && fits(value -= right)); continue;
+        case Do::Multiply: after(loads(right) && fits(value *= right)); continue;
         case Do::Equal:
-            step = after(step, loads(right) && (value = value == right, true));
-            continue;
         case Do::Unequal:
+        case Do::Less:
+        case Do::Greater:
         case Do::Divide:
         case Do::Quotient:
-        case Do::Remainder:
-            step = after(step, loads(right) && combine(step->what, value, right));
-            continue;
+        case Do::Remainder: after(loads(right) && combine(step->what, value, right)); continue;
         case Do::RemainderBy:
             value = remainder(value, *step);
             ++step;
             continue;
         case Do::CombineInteger:
-            right = std::exchange(value, integers[step->slot]);
-            step = after(step, combine(static_cast<Do>(step->number), value, right));
+            right = std::exchange(value, aside[step->slot]);
+            after(combine(static_cast<Do>(step->number), value, right));
             continue;
         case Do::StoreInteger: {
             YVariable& target = step->variable->resolve();
@@ -219,40 +333,44 @@ void YThread::runSteps() {
                 continue;
             }
             target.putNumberAsText(static_cast<std::int32_t>(value));
-            flow_.pc = step->instruction + 1;
+            ++step;
             break;
         }
         case Do::TestInteger: decide(value != 0); break;
+        case Do::TestEqual:
+            if (compares(std::equal_to())) break;
+            continue;
+        case Do::TestUnequal:
+            if (compares(std::not_equal_to())) break;
+            continue;
+        case Do::TestLess:
+            if (compares(std::less())) break;
+            continue;
+        case Do::TestGreater:
+            if (compares(std::greater())) break;
+            continue;
 
-        case Do::LoadReal: step = after(step, loads(real)); continue;
-        case Do::LengthReal: step = after(step, loadLength(*step->variable, real)); continue;
-        case Do::PushReal:
-            reals[step->slot] = real;
-            ++step;
-            continue;
-        case Do::AddReal:
-            step = after(step, loads(rightReal) && (real += rightReal, true));
-            continue;
-        case Do::SubtractReal:
-            step = after(step, loads(rightReal) && (real -= rightReal, true));
-            continue;
-        case Do::MultiplyReal:
-            step = after(step, loads(rightReal) && (real *= rightReal, true));
-            continue;
-        case Do::OperateReal:
-            step = after(step, loads(rightReal) && operate(step->number, real, rightReal));
-            continue;
-        case Do::CombineReal:
-            rightReal = std::exchange(real, reals[step->slot]);
-            step = after(step, operate(step->number, real, rightReal));
-            continue;
-        case Do::StoreReal: {
+        case Do::ClearReal:
+        case Do::LoadReal:
+        case Do::LoadSumReal:
+        case Do::LengthReal: {
+            const RealResult result = runReals(step);
+            if (!result.end) {
+                step = program_->expect(step->instruction, Values::Any);
+                continue;
+            }
+            step = result.end;
+            if (step->what != Do::StoreReal) {
+                decide(step->what == Do::TestReal ? !beginsWithZero(result.value)
+                                                  : result.value != 0);
+                break;
+            }
             YVariable& target = step->variable->resolve();
             if (!target.takesNumber()) {
                 step = program_->expect(step->instruction, Values::Any);
                 continue;
             }
-            const double kept = ynumber::throughText(real);
+            const double kept = ynumber::throughText(result.value, step->number);
             if (ynumber::isIntegral(kept, 0)) {
                 target.putNumberAsText(static_cast<std::int32_t>(kept));
                 program_->expect(step->instruction, Values::Integers);
@@ -261,60 +379,83 @@ void YThread::runSteps() {
             } else {
                 target.setNumberAsText(kept);
             }
-            flow_.pc = step->instruction + 1;
+            ++step;
             break;
         }
-        case Do::TestReal: decide(!beginsWithZero(real)); break;
-
-        case Do::Jump: flow_.jump(step->number); break;
+        case Do::Jump: jump(step->number); break;
         case Do::CountRound:
             if (flow_.inLoop() && step->variable->takesNumber()) [[likely]] {
                 const bool more = flow_.nextRound();
                 step->variable->putInteger(flow_.loop().value);
                 decide(more);
-                break;
-            }
-            [[fallthrough]];
-        default:
-            engine_.setBudget(budget);
-            carryOut(*step);
-            budget = engine_.budget();
-            if (halted_ || isCareful()) {
-                engine_.setBudget(budget - 1);
+            } else if (!callsOut()) {
                 return;
             }
-            entries = program_->entries();
+            break;
+        case Do::Call:
+            flow_.pc = step->instruction + 1;
+            if (const std::int32_t header = step->variable->heldProcedure();
+                program_->isHeader(header) && flow_.call(header)) [[likely]]
+                step = program_->start(header);
+            else if (!callsOut())
+                return;
+            break;
+        case Do::EnterProcedure:
+            if (const int caller = flow_.caller();
+                caller >= 0 && passNumbers(program_->at(caller), program_->at(step->instruction)))
+                ++step;
+            else if (!callsOut())
+                return;
+            break;
+        case Do::Return:
+            if (!flow_.isHandlerItself() && flow_.returnToCaller()) [[likely]]
+                step = program_->start(flow_.pc);
+            else if (!callsOut())
+                return;
+            break;
+        case Do::AssignValue:
+            if (assignNumber(program_->at(step->instruction)))
+                ++step;
+            else if (!callsOut())
+                return;
+            break;
+        default:
+            if (!callsOut()) return;
         }
         if (--budget <= 0) break;
-        step = entries[flow_.pc];
     }
+    flow_.pc = step->instruction;
     engine_.setBudget(budget);
 }
 
-/// What calls out of the loop.
-void YThread::carryOut(const YProgramStep& step) {
+/// What calls out of the loop. Gives the step that comes next; null when the loop has to be left,
+/// with all that it spent. The step may be another one by then in its place.
+YProgramStep* YThread::carryOut(const YProgramStep step) {
     using Do = YProgram::Do;
     flow_.pc = step.instruction + 1;
     const Instruction& code = program_->at(step.instruction);
     switch (step.what) {
     case Do::AssignValue:
-        if (!assignValue(code)) statement(code).assign();
-        return;
+        if (!assignText(code)) statement(code).assign();
+        break;
     case Do::AssignAny:
         if (!assignAny(*program_, step.instruction)) statement(code).assign();
-        return;
+        break;
     case Do::TestAny: {
         YValue value;
         const bool no = evaluate(*program_, step.instruction, 0, value).starts_with('0');
         flow_.decide(!no, step.instruction + 2, step.number);
-        return;
+        break;
     }
-    case Do::CountRound: nextRound(code); return;
-    case Do::Call: call(code); return;
-    case Do::EnterProcedure: enterProcedure(code); return;
-    case Do::Return: returnFromProcedure(); return;
+    case Do::CountRound: nextRound(code); break;
+    case Do::Call: call(code); break;
+    case Do::EnterProcedure: enterProcedure(code); break;
+    case Do::Return: returnFromProcedure(); break;
     default: --flow_.pc; runOne();
     }
+    if (!halted_ && !isCareful()) return program_->start(flow_.pc);
+    engine_.spendOne();
+    return nullptr;
 }
 
 /// One instruction, with all that can be said of it.

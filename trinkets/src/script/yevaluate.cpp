@@ -5,8 +5,7 @@
 
 namespace {
 
-constexpr std::size_t kMaxConcatenation = 128; ///< bytes; joined texts must stay below
-constexpr int kMaxEvaluationDepth = 2000;      ///< nodes on the stack, over all nested expressions
+constexpr int kMaxEvaluationDepth = 2000; ///< nodes on the stack, over all nested expressions
 
 } // namespace
 
@@ -63,12 +62,16 @@ void YValue::copyText(std::string_view text) {
 
 void YValue::load(YVariable& variable) {
     YVariable& from = variable.resolve();
-    if (OMScriptableObject* object = from.object()) {
+    if (from.holdsText()) {
+        type_ = YVariable::Type::String;
+        text_ = from.heldText();
+        hasText_ = true;
+    } else if (from.holdsInteger() && from.isCanonical()) {
+        setInteger(from.heldInteger());
+    } else if (OMScriptableObject* object = from.object()) {
         type_ = YVariable::Type::Object;
         object_ = object;
         hasText_ = false;
-    } else if (from.holdsInteger() && from.isCanonical()) {
-        setInteger(from.heldInteger());
     } else {
         setText(from.string(scratch_));
     }

@@ -104,30 +104,39 @@ std::string_view format(double value, char* buffer) {
     return {buffer, static_cast<std::size_t>(result.ptr - buffer)};
 }
 
+double throughText(double value) {
+    int scale = 0;
+    return throughText(value, scale);
+}
+
 // Rounds to fifteen digits without writing them out: the value times a power of ten that leaves
 // fifteen digits before the point is rounded to a whole number. That number and the power are exact
 // as doubles, so one division gives the nearest double again. The product is rounded itself, to a
 // multiple of 1/8 or less: only where it ends in a half does it matter what was lost.
-double throughText(double value) {
+double throughText(double value, int& scale) {
     constexpr double kLargest = 1e15; // whole numbers below have at most fifteen digits
+    constexpr double kLeast = 1e14;   // and these as many
     constexpr double kSmallest = 1e-4;
     constexpr double kToWhole = 6755399441055744; // 1.5 * 2^52: adding it leaves no fraction
-    const double size = std::fabs(value);
-    if (!(size >= kSmallest && size < kLargest))
-        return value == 0 ? value : throughPrintedText(value);
-
-    // An estimate of the decimal exponent that is never too large and at most one too small.
-    const int binary = static_cast<int>(std::bit_cast<std::uint64_t>(size) >> 52) - 1023;
-    int power = kDigits - 1 - ((binary * 1233) >> 12);
-    double product = size * kPowersOfTen[static_cast<std::size_t>(power)];
-    if (product >= kLargest) product = size * kPowersOfTen[static_cast<std::size_t>(--power)];
+    double power = kPowersOfTen[static_cast<std::size_t>(scale)];
+    double product = value * power;
+    if (double size = std::fabs(product); !(size >= kLeast && size < kLargest)) [[unlikely]] {
+        size = std::fabs(value);
+        if (!(size >= kSmallest && size < kLargest))
+            return value == 0 ? value : throughPrintedText(value);
+        // An estimate of the decimal exponent that is never too large and at most one too small.
+        const int binary = static_cast<int>(std::bit_cast<std::uint64_t>(size) >> 52) - 1023;
+        scale = kDigits - 1 - ((binary * 1233) >> 12);
+        if (size * kPowersOfTen[static_cast<std::size_t>(scale)] >= kLargest) --scale;
+        power = kPowersOfTen[static_cast<std::size_t>(scale)];
+        product = value * power;
+    }
     double digits = (product + kToWhole) - kToWhole; // to the nearest, half to even
     if (std::fabs(product - digits) == 0.5) [[unlikely]] {
-        const double lost = std::fma(size, kPowersOfTen[static_cast<std::size_t>(power)], -product);
+        const double lost = std::fma(value, power, -product);
         if (lost != 0) digits = lost > 0 ? product + 0.5 : product - 0.5;
     }
-    const double rounded = digits / kPowersOfTen[static_cast<std::size_t>(power)];
-    return value < 0 ? -rounded : rounded;
+    return digits / power;
 }
 
 std::int32_t truncate(double value) {

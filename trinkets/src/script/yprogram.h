@@ -4,15 +4,17 @@
 //
 // An expression becomes a row of steps for a machine with one accumulator and a small stack, first
 // for integers and then for reals, which end by storing or testing the accumulator. A row gives up
-// before it changed anything when a value is none of its numbers; the instruction then begins with
-// the next more general way until a result fits the quicker one again. All ways give the same
-// values.
+// before it changed anything when a value is none of its numbers; the instruction then has the next
+// more general row until a result fits the quicker one again. All rows give the same values.
+//
+// The rows in use lie one behind the other in the order of the instructions, so that the next
+// instruction is the next step: no table is asked. The other rows are kept aside, and are copied
+// over the one in use.
 #pragma once
 
 #include "yexpression.h"
 #include "yscript.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -39,12 +41,15 @@ enum class YDo : std::uint8_t {
     AssignValue,
     AssignAny, ///< an expression of any values
     TestAny,   ///< the same, and the jump that follows
-    Clear,     ///< the accumulator is 0
     // On integers: the accumulator with the step's variable, or with what was put aside.
+    Clear,
     LoadInteger,
-    LengthInteger, ///< of the text of the variable
-    PushInteger,   ///< puts the accumulator aside
+    LoadSum,         ///< the variable and `number`
+    LengthInteger,   ///< of the text of the variable
+    PushInteger,     ///< puts the accumulator aside
+    PushLoadInteger, ///< the same, to place `number`, and loads
     Add,
+    AddNumber, ///< `number`
     Subtract,
     Multiply,
     Divide,
@@ -57,18 +62,31 @@ enum class YDo : std::uint8_t {
     RemainderBy,    ///< a constant above 1, of which the step has `reciprocal` and `number`
     CombineInteger, ///< what was put aside with the accumulator, by the operation `number`
     StoreInteger,
-    TestInteger,
+    TestInteger, ///< and the jump that follows, to `number`
+    TestEqual,   ///< the accumulator against the variable, and the jump
+    TestUnequal,
+    TestLess,
+    TestGreater,
     // On reals.
+    ClearReal,
     LoadReal,
+    LoadSumReal,
     LengthReal,
     PushReal,
+    PushLoadReal,
     AddReal,
+    AddNumberReal,
     SubtractReal,
     MultiplyReal,
+    DivideReal,
     OperateReal, ///< the operation `number` with the variable
     CombineReal,
-    StoreReal,
+    StoreReal, ///< `number`: see ynumber::throughText
     TestReal,
+    TestEqualReal,
+    TestUnequalReal,
+    TestLessReal,
+    TestGreaterReal,
 };
 
 struct YProgramStep {
@@ -108,31 +126,33 @@ class YProgram {
     /// Where an event or a timer begins the procedure that a text ("+" and its header) stands for;
     /// none for any other text.
     [[nodiscard]] std::optional<int> handlerOf(std::string_view procedure) const;
-    /// For each instruction the step to begin with.
-    [[nodiscard]] const Step* const* entries() const { return entries_.data(); }
+    /// The step that an instruction begins with. Behind its last one is the next instruction's.
+    [[nodiscard]] Step* start(int instruction) {
+        return &steps_[static_cast<std::size_t>(starts_[static_cast<std::size_t>(instruction)])];
+    }
 
     /// What the operands and the result of an expression are.
     enum class Values : std::uint8_t { Integers, Reals, Any };
-    static constexpr std::size_t kValues = 3;
-    /// From now on the instruction begins with the row for such values, or with the next more
-    /// general one that it has. Gives the step to begin with.
-    const Step* expect(int instruction, Values values);
+    /// From now on the instruction has the row for such values, or the next more general one that
+    /// there is. Gives the step to begin with.
+    Step* expect(int instruction, Values values);
 
   private:
     class RowBuilder;
-    /// Where the rows of an instruction begin, by Values; kNone for those that it has not.
-    using Rows = std::array<std::int32_t, kValues>;
-    static constexpr std::int32_t kNone = -1;
+    using Row = std::vector<Step>;
+    /// Of one instruction. Those of numbers are equally long, or empty where there is none.
+    struct Rows {
+        Row integers;
+        Row reals;
+        Step any;
+    };
 
-    void decode(int instruction);
-    void addStep(Do what, int instruction, YVariable* variable = nullptr, int number = 0);
-    void addRows(int instruction, const YExpression& expression, YVariable* target, int jump);
-    [[nodiscard]] std::int32_t end() const { return static_cast<std::int32_t>(steps_.size()); }
+    [[nodiscard]] Rows decode(int instruction) const;
 
     std::unique_ptr<YScript> script_;
     std::vector<YVariable*> operands_; ///< parallel to the script's operand words
     std::vector<Instruction> instructions_;
-    std::vector<Step> steps_;
+    std::vector<Step> steps_; ///< the rows in use
+    std::vector<std::int32_t> starts_;
     std::vector<Rows> rows_;
-    std::vector<const Step*> entries_;
 };
