@@ -195,9 +195,6 @@ class HostMoviesTest : public testing::Test {
                           movie.picture().row(y) + movie.width());
         return pixels;
     }
-    static std::uint32_t fact(const Movie& movie, MovieFact fact) {
-        return movie.summary().at(static_cast<std::size_t>(fact));
-    }
     void takeChanged(Movie& movie, Model& model, int most, int blockHeight);
 
     TemporaryFolder folder_;
@@ -235,7 +232,11 @@ TEST_F(HostMoviesTest, PlayAsAModelDoes) {
         Model model{.ahead = std::array{0, 1, 15, kFrames}.at(std::size_t(round / 4 % 4)),
                     .block = track.bits / 8 * track.channels};
         if (round < 16) model.all = addSound(builder, track, model.ahead);
-        auto movie = open(builder.build(), round == 3);
+        const Pixels file = builder.build();
+        const auto whole = static_cast<std::uint32_t>(file.size());
+        const int wanted = std::array{-1, 0, 300, 0x7FFFFFFF}.at(std::size_t(round % 4));
+        const bool preload = round % 5 == 4;
+        auto movie = open(file, preload, wanted);
         ASSERT_TRUE(movie);
         EXPECT_EQ(movie->width(), 24);
         EXPECT_EQ(movie->height(), 16 * step);
@@ -279,6 +280,13 @@ TEST_F(HostMoviesTest, PlayAsAModelDoes) {
         }
         const MovieSummary facts = movie->summary();
         EXPECT_EQ(std::vector(facts.begin(), facts.begin() + 15), model.allFacts());
+        const std::uint32_t memory = preload      ? 0
+                                     : wanted < 0 ? whole
+                                                  : std::min<unsigned>(wanted, whole);
+        EXPECT_EQ(facts[15], (builder.ends[kFrames - 1] - builder.start) / kFrames) << "of a frame";
+        EXPECT_EQ(facts[19], memory) << "to read ahead";
+        EXPECT_TRUE(facts[20] <= memory && (facts[20] > 0) == (memory > 0));
+        EXPECT_GT(facts[18], 24u * 16 + memory) << "in all";
         movie.reset();
         if (round >= 16) continue;
         const std::string name = (round < 9 ? "00" : "0") + std::to_string(round + 1);
@@ -326,29 +334,6 @@ TEST_F(HostMoviesTest, TheFirstTrackThatCanBePlayedIsHeardOfEveryMovie) {
     const auto heard = [&](int samples) { return recordingOf({kRate}, {&all[0], &all[samples]}); };
     EXPECT_EQ(folder_.contents("sound/001-8016.wav"), heard(400));
     EXPECT_EQ(folder_.contents("sound/002-8016.wav"), heard(200));
-}
-
-TEST_F(HostMoviesTest, ReadsAheadAsFarAsItMay) {
-    MovieBuilder builder = colourful(kFrames);
-    const Pixels file = builder.build();
-    const auto whole = static_cast<std::uint32_t>(file.size());
-    for (const auto& [preload, wanted, memory] :
-         std::initializer_list<std::tuple<bool, int, unsigned>>{{false, 0, 0},
-                                                                {false, 300, 300},
-                                                                {false, -1, whole},
-                                                                {false, 0x7FFFFFFF, whole},
-                                                                {true, 300, 0}}) {
-        const auto movie = open(file, preload, wanted);
-        ASSERT_TRUE(movie);
-        movie->goTo(20);
-        play(*movie);
-        EXPECT_EQ(shown(*movie), builder.frames.back().pixels);
-        EXPECT_EQ(fact(*movie, MovieFact::AverageFrameSize), (whole - builder.start) / kFrames);
-        EXPECT_EQ(fact(*movie, MovieFact::ExtraMemory), memory);
-        EXPECT_LE(fact(*movie, MovieFact::HighestExtraUse), memory);
-        EXPECT_EQ(fact(*movie, MovieFact::HighestExtraUse) > 0, memory > 0);
-        EXPECT_GT(fact(*movie, MovieFact::HighestMemory), 24u * 16 + memory);
-    }
 }
 
 TEST_F(HostMoviesTest, AFileThatEndsEarlyPlaysAsFarAsItGoes) {
@@ -403,8 +388,7 @@ TEST_F(HostMoviesTest, DamagedFramesLeaveThePictureAndTheNextOnesGoOn) {
 }
 
 TEST_F(HostMoviesTest, RefusesWhatIsNoMovieAndAbsurdNumbers) {
-    MovieBuilder builder = colourful(2);
-    const Pixels good = builder.build();
+    const Pixels good = colourful(2).build();
     constexpr std::uint32_t kMost = 0xFFFFFFFF;
     const std::tuple<std::size_t, std::uint32_t, bool> rows[] = {
         {0x00, 0x46464952, false}, // a RIFF file
@@ -423,10 +407,9 @@ TEST_F(HostMoviesTest, RefusesWhatIsNoMovieAndAbsurdNumbers) {
             file[place + i] = static_cast<std::uint8_t>(value >> 8 * i);
         const auto movie = open(file);
         ASSERT_EQ(movie != nullptr, opens) << std::hex << place << " " << value;
-        if (!movie) continue;
-        movie->doFrame();
-        EXPECT_TRUE(place == 0 || shown(*movie) == builder.frames[0].pixels) << place;
-        EXPECT_EQ(movie->frameTime(), place == 0x10 ? 10000 : kFrameTime);
+        if (movie) {
+            EXPECT_EQ(movie->frameTime(), place == 0x10 ? 10000 : kFrameTime);
+        }
     }
     EXPECT_FALSE(open({}));
     folder_.makeFolder("folder.smk");
