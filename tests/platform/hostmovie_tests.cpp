@@ -54,7 +54,7 @@ int soundUntil(int frame, int ahead) {
     return frame < 0 ? 0 : kPerFrame * std::min(frame + ahead + 1, kFrames);
 }
 /// Gives a movie sound; its whole is the result.
-Pixels addSound(MovieBuilder& movie, const MovieBuilder::Track& track, int ahead) {
+Pixels addSound(MovieBuilder& movie, const formats::MovieSoundFormat& track, int ahead) {
     std::mt19937 random(5);
     const int block = track.bits / 8 * track.channels;
     Pixels all(static_cast<std::size_t>(block * kPerFrame * kFrames));
@@ -223,8 +223,8 @@ TEST_F(HostMoviesTest, PlayAsAModelDoes) {
     std::mt19937 random(1);
     for (int round = 0; round < 20; ++round) {
         SCOPED_TRACE(round);
-        const MovieBuilder::Track track{kRate, round & 1 ? 16 : 8, round & 2 ? 2 : 1,
-                                        (round & 4) != 0};
+        const formats::MovieSoundFormat track{kRate, round & 1 ? 16 : 8, round & 2 ? 2 : 1,
+                                              (round & 4) != 0};
         MovieBuilder builder = colourful(kFrames);
         builder.flags = round % 3 * 2U;
         const int step = round % 3 > 0 ? 2 : 1;
@@ -319,7 +319,8 @@ TEST_F(HostMoviesTest, TheFirstTrackThatCanBePlayedIsHeardOfEveryMovie) {
         frame.sounds[3] = frame.sounds[0];
         frame.sounds[0] = frame.sounds[1] = frame.sounds[4] = Pixels(100);
     }
-    builder.tracks = {{0, {.unknown = true}}, {1, {.rate = 900'000}}, {3, {kRate}}, {4, {}}};
+    builder.tracks = {{0, {kRate}}, {1, {900'000}}, {3, {kRate}}, {4, {22050}}};
+    builder.otherCodecs = formats::MovieHeader::kOtherCodec;
     auto movie = open(builder.build());
     auto other = machine_->movies().open({"a.smk"});
     ASSERT_TRUE(movie && other);
