@@ -5,44 +5,39 @@
 #
 #     termination.sh PROGRAM SAMPLE WORK [XVFB_RUN]
 set -euo pipefail
-
 program=$1 sample=$2 work=$3 xvfb=${4:-}
 rm -rf "$work"
 mkdir -p "$work/content"
 cp -r "$sample/RSC" "$work/content/RSC"
 
 check() { # SIGNAL STATEMENT COMMAND...
-  local signal=$1
+  local signal=$1 code=0 said=$work/content/debug.txt
+  fail() { echo "$signal: $*" >&2; cat "$work/report" "$said" >&2; exit 1; }
   printf '%s\n' 'yield off' 'procedure leave' 'say "leaving"' 'port=RScenePort 0' \
     'set port exittingGame leave' 'world=RWorldPort 0' 'play world activateDataFile' \
     'play world activatePlayer "Ana"' 'say "playing"' "$2" >"$work/content/Startup.mps"
   shift 2
-  rm -rf "$work/home" "$work/content/debug.txt"
+  rm -rf "$work/home" "$said"
   mkdir -p "$work/home"
   "$@" --content "$work/content" --home "$work/home" >"$work/report" 2>&1 &
-  local process=$!
-  for ((i = 0; i < 300; ++i)); do
-    grep -qs playing "$work/content/debug.txt" && break
-    sleep 0.1
-  done
+  local process=$! target=$!
+  timeout 30 sh -c "until grep -qs playing '$said'; do sleep 0.1; done"
   # What starts the program for a screen hands no signals on.
-  local target=$process
   [ "$1" = "$program" ] || target=$(pgrep -f -n "^$program .*$work/home")
   kill "-$signal" "$target"
-  local code=0
   wait "$process" || code=$?
-  [ "$code" -eq 0 ] || { echo "$signal: exit code $code" >&2; cat "$work/report" >&2; exit 1; }
-  grep -qa Ana "$work/home/ZORBET.DAT" || { echo "$signal: nothing saved" >&2; exit 1; }
-  [ "$(cat "$work/content/debug.txt")" = $'playing\nleaving' ] ||
-    { echo "$signal: the script went another way" >&2; cat "$work/content/debug.txt" >&2; exit 1; }
+  [ "$code" -eq 0 ] || fail "exit code $code"
+  grep -qa Ana "$work/home/ZORBET.DAT" || fail "nothing saved"
+  [ "$(cat "$said")" = $'playing\nleaving' ] || fail "the script went another way"
 }
 
 for signal in TERM INT HUP; do
   check "$signal" '' "$program" --headless
   [ -z "$xvfb" ] || check "$signal" $'MessageBox "!"\nsay "on"' "$xvfb" -a "$program"
 done
-[ -z "$xvfb" ] || check TERM '' "$xvfb" -a "$program"
-if [ -n "$xvfb" ] && [ ! -e /dev/dri ]; then
+[ -n "$xvfb" ] || exit 0
+check TERM '' "$xvfb" -a "$program"
+if [ ! -e /dev/dri ]; then
   code=0 && env -u DISPLAY -u WAYLAND_DISPLAY -u SDL_VIDEODRIVER timeout 60 "$program" 2>"$work/report" || code=$?
   [ $code -eq 2 ] && grep -q 'no window can be opened (there is no screen' "$work/report"
 fi

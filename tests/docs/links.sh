@@ -6,69 +6,47 @@
 set -euo pipefail
 cd "$1"
 mapfile -t pages < <(find . -name '*.md' -not -path './build/*' | sort)
+declare -A there=() listed=([./docs/README.md]=1)
+links=0 broken=0
+complain() { echo "$*"; broken=$((broken + 1)); }
 
-# "PAGE anchor NAME" for each heading, NAME as links call it, and "PAGE LINE TARGET" for each link to
-# something of ours.
-scan() {
-  awk '
-    FNR == 1 { fenced = 0 }
-    /^```/ { fenced = !fenced }
-    fenced { next }
-    /^#+ / {
-      text = tolower($0)
-      sub(/^#+ +/, "", text)
-      gsub(/[^a-z0-9 _-]/, "", text)
-      gsub(/ /, "-", text)
-      again = seen[FILENAME, text]++
-      print FILENAME, "anchor", text (again ? "-" again : "")
-    }
-    {
-      while (match($0, /\]\([^)]*\)/)) {
-        target = substr($0, RSTART + 2, RLENGTH - 3)
-        $0 = substr($0, RSTART + RLENGTH)
-        if (target !~ /^[a-z]+:/) print FILENAME, FNR, target
-      }
-    }' "${pages[@]}"
-}
-
-# Sets page_there to a path in the form in which find names pages: without "folder/../".
-normal() {
-  local path=$1
-  while [[ $path =~ ^(.*/)?[^./][^/]*/\.\./(.*)$ ]]; do
-    path=${BASH_REMATCH[1]}${BASH_REMATCH[2]}
-  done
-  page_there=$path
-}
-
-declare -A anchors=() listed=([./docs/README.md]=1)
-links=()
-while read -r page kind value; do
-  if [ "$kind" = anchor ]; then
-    anchors["$page#$value"]=1
-  else
-    links+=("$page $kind $value")
-  fi
-done < <(scan)
-
-broken=0
-for link in "${links[@]}"; do
-  read -r page line target <<<"$link"
+# "PAGE#NAME" for each heading, NAME as links call it; then "FILE#NAME PAGE LINE" for each link to something of ours.
+while read -r target page line; do
   file=${target%%#*}
-  anchor=${target#"$file"}
-  [ -n "$file" ] && file=${page%/*}/$file || file=$page
-  normal "$file"
-  [ "$page" != ./docs/README.md ] || listed["$page_there"]=1
-  if [ ! -e "$file" ] ||
-    { [ -n "$anchor" ] && [ -z "${anchors["$page_there$anchor"]:-}" ]; }; then
-    echo "$page:$line: nothing at $target"
-    broken=$((broken + 1))
+  if [ -z "$page" ]; then
+    there["$target"]=1
+    continue
   fi
-done
+  links=$((links + 1))
+  [ "$page" != ./docs/README.md ] || listed["$file"]=1
+  [ -e "$file" ] && [ -n "${there["$target"]:-}" -o "$file" = "$target" ] || complain "$page:$line: nothing at $target"
+done < <(awk '
+  FNR == 1 { fenced = 0 }
+  /^```/ { fenced = !fenced }
+  fenced { next }
+  /^#+ / {
+    text = tolower($0)
+    sub(/^#+ +/, "", text)
+    gsub(/[^a-z0-9 _-]/, "", text)
+    gsub(/ /, "-", text)
+    again = seen[FILENAME, text]++
+    print FILENAME "#" text (again ? "-" again : "")
+  }
+  {
+    while (match($0, /\]\([^)]*\)/)) {
+      target = substr($0, RSTART + 2, RLENGTH - 3)
+      $0 = substr($0, RSTART + RLENGTH)
+      if (target ~ /^[a-z]+:/) continue
+      folder = FILENAME
+      if (target !~ /^#/) sub(/[^\/]*$/, "", folder)
+      target = folder target
+      while (sub(/[^\/.][^\/]*\/\.\.\//, "", target)) {}
+      links[++count] = target " " FILENAME " " FNR
+    }
+  }
+  END { for (i = 1; i <= count; ++i) print links[i] }' "${pages[@]}")
 for page in "${pages[@]}"; do
-  [[ $page != ./docs/* || -n "${listed["$page"]:-}" ]] && continue
-  echo "docs/README.md does not list $page"
-  broken=$((broken + 1))
+  [[ $page != ./docs/* || -n "${listed["$page"]:-}" ]] || complain "docs/README.md does not list $page"
 done
-
-echo "${#pages[@]} pages, ${#links[@]} links, $broken broken"
-[ "${#links[@]}" -gt 0 ] && [ "$broken" -eq 0 ]
+echo "${#pages[@]} pages, $links links, $broken broken"
+[ "$links" -gt 0 ] && [ "$broken" -eq 0 ]

@@ -1,101 +1,99 @@
 #!/usr/bin/env bash
-# Runs the examples of one page of the guide with the real program and compares what they say and
-# show with what the page says. Blocks that are not there stand for nothing said and no box shown.
+# Runs the examples of one page of the guide with the real program and compares what they say and show with what
+# the page says. Blocks that are not there stand for nothing said and no box shown.
 #
 #     runexamples.sh PROGRAM SAMPLE PAGE WORK [CHECKER]
 #
-# SAMPLE is the built sample game, whose pictures the examples use. CHECKER is zorbet-mps; without it
-# blocks marked "check" are left out. What was really written stays in WORK.
+# SAMPLE is the built sample game, whose pictures the examples use. CHECKER is zorbet-mps; without it blocks
+# marked "check" are left out. What was really written stays in WORK. A fenced block marked "mps" begins an
+# example, the script Startup.mps; these belong to it, and others are for the eye only:
+#
+#     mps NAME     another script of the same game
+#     output       what it says; "again" in a second run
+#     boxes        the texts of the boxes it shows; "report": the whole report of the run
+#     input        what happens from outside
+#     check        what "zorbet-mps check" prints
+#     log          lines that stand in the log
+#     file NAME    the file NAME that the script writes
 set -euo pipefail
-shopt -s nullglob
 program=$(realpath -- "$1") sample=$(realpath -- "$2") page=$(realpath -- "$3") work=$(realpath -m -- "$4")
 checker=${5:+$(realpath -- "$5")}
-here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-
-[ -d "$sample/RSC" ] || { echo "$sample is no built sample game" >&2; exit 1; }
+blocks=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/blocks.awk
 rm -rf "$work"
 mkdir -p "$work/blocks"
 cd "$work"
-awk -v blocks=blocks -f "$here/examples.awk" "$page"
+awk -v blocks=blocks -f "$blocks" "$page" >list
 
 failures=0
-
-# compare WHAT EXPECTED ACTUAL: either file may be missing, which is the same as empty.
-compare() {
-  local expected=$2 actual=$3
-  [ -e "$expected" ] || expected=/dev/null
-  [ -e "$actual" ] || actual=/dev/null
-  if ! diff -u --label "the page" --label "the program" "$expected" "$actual"; then
-    echo "$page:$line: $1 differs from the page"
-    failures=$((failures + 1))
-  fi
-}
-
 complain() {
   echo "$page:$line: $1"
   failures=$((failures + 1))
 }
+# A file that is missing is the same as an empty one.
+same() { # WHAT WAS IS
+  diff -u --label "the page" --label "the program" <(cat "$2" 2>/dev/null) <(cat "$3" 2>/dev/null) ||
+    complain "$1 differs from the page"
+}
+
+examples=()
+while read -r number line kind name; do
+  at=${example:-}/$kind
+  case $kind in
+  mps)
+    if [ -z "$name" ]; then
+      examples+=("$line:$number")
+      example=$number
+      mkdir -p "$example/content" "$example/home"
+      cp -r "$sample/RSC" "$example/content"
+    fi
+    at=$example/content/${name:-Startup.mps} ;;
+  file) at=$example/file/$name ;;
+  unclosed) complain "a block is not closed" ;;
+  output | again | boxes | input | report | check | log) ;;
+  *) continue ;;
+  esac
+  [ -n "${example:-}" ] && [ ! -e "$at" ] || complain "not the first such block of an example"
+  mkdir -p "$(dirname "$at")"
+  cp "blocks/$number" "$at"
+done <list
 
 # A run of the example, in the same home as those before.
 play() {
-  (cd "$example" && timeout 60 "$program" --headless --content content --home home --seed 1 \
-    --until 5000 "${input[@]}" >report.txt 2>notes.txt)
+  timeout 60 "$program" --headless --content content --home home --seed 1 --until 5000 \
+    ${input:+--input $input} >is.report 2>is.notes
 }
-
-for script in blocks/[0-9][0-9][0-9].mps; do
-  example=$(basename "$script" .mps)
-  blocks=$work/blocks/$example
-  line=$(cat "$blocks.line")
-  mkdir -p "$example/content" "$example/home"
-  cp -r "$sample/RSC" "$example/content"
-  cp "$script" "$example/content/Startup.mps"
-  for game in "$blocks".game.*; do
-    name=${game#"$blocks".game.}
-    name=${name//%//}
-    mkdir -p "$(dirname "$example/content/$name")"
-    cp "$game" "$example/content/$name"
-  done
-  input=()
-  [ -e "$blocks.input" ] && input=(--input "$blocks.input")
-
+for example in "${examples[@]}"; do
+  line=${example%:*}
+  cd "$work/${example#*:}"
+  input=
+  [ ! -e input ] || input=input
   code=0
   play || code=$?
-  awk -F '\t' '$2 == "box" { print $5 }' "$example/report.txt" >"$example/boxes.txt"
-
-  compare "what is said" "$blocks.output" "$example/content/debug.txt"
-  compare "what the program noted" /dev/null "$example/notes.txt"
-  if [ -e "$blocks.report" ]; then
-    compare "the report" "$blocks.report" "$example/report.txt"
+  same "what is said" output content/debug.txt
+  same "what the program noted" /dev/null is.notes
+  if [ -e report ]; then
+    same "the report" report is.report
   else
-    compare "the boxes" "$blocks.boxes" "$example/boxes.txt"
-    [ "$code" -eq 0 ] || grep -q "	end	$code\$" "$example/report.txt" ||
-      complain "the program ended with $code"
+    awk -F '\t' '$2 == "box" { print $5 }' is.report >is.boxes
+    same "the boxes" boxes is.boxes
+    [ "$code" -eq 0 ] || grep -q "	end	$code\$" is.report || complain "the program ended with $code"
   fi
-  for file in "$blocks".file.*; do
-    name=${file#"$blocks".file.}
-    compare "the file $name" "$file" "$example/content/$name"
-  done
-  if [ -e "$blocks.log" ]; then
-    while IFS= read -r wanted; do
-      grep -qxF -- "$wanted" "$example/content/zorbelog.txt" || complain "not in the log: $wanted"
-    done <"$blocks.log"
+  [ ! -e file ] || for file in file/*; do same "$file" "$file" "content/${file#*/}"; done
+  [ ! -e log ] || while IFS= read -r wanted; do
+    grep -qxF -- "$wanted" content/zorbelog.txt || complain "not in the log: $wanted"
+  done <log
+  [ ! -e input ] || while read -r _ what file; do
+    [ "$what" != screenshot ] || [ -s "$file" ] || complain "no screenshot $file"
+  done <input
+  if [ -e check ] && [ -n "$checker" ]; then
+    (cd content && "$checker" check Startup.mps >../is.check 2>&1) || true
+    same "what the checker prints" check is.check
   fi
-  if [ -e "$blocks.input" ]; then
-    while read -r _ what file; do
-      [ "$what" != screenshot ] || [ -s "$example/$file" ] || complain "no screenshot $file"
-    done <"$blocks.input"
-  fi
-  if [ -e "$blocks.check" ] && [ -n "$checker" ]; then
-    (cd "$example/content" && "$checker" check Startup.mps >../check.txt 2>&1) || true
-    compare "what the checker prints" "$blocks.check" "$example/check.txt"
-  fi
-  if [ -e "$blocks.again" ]; then
-    rm -f "$example/content/debug.txt"
+  if [ -e again ]; then
+    rm -f content/debug.txt
     play || complain "the second run ended with $?"
-    compare "what is said again" "$blocks.again" "$example/content/debug.txt"
+    same "what is said again" again content/debug.txt
   fi
 done
-
-total=$(ls blocks/[0-9][0-9][0-9].mps | wc -l)
-echo "$total examples, $failures differences"
-[ "$failures" -eq 0 ]
+echo "${#examples[@]} examples, $failures differences"
+[ ${#examples[@]} -gt 0 ] && [ $failures -eq 0 ]

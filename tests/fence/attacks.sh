@@ -4,19 +4,17 @@
 #
 #     attacks.sh PROGRAM RSC COMPONENT WORK
 set -euo pipefail
-
 program=$1 rsc=$2 component=$3 work=$4
 rm -rf "$work"
-mkdir -p "$work"/{victim,game,cd,RSC,home}
+mkdir -p "$work"/{victim,game,cd,RSC,home,config/zorbet}
 cd "$work"
 v="C:${work//\//\\}\\victim" # as scripts name it
+e=${v//\\/\\\\}              # the same for printf
 echo 'say LEAKED' >victim/secret.mps
 echo precious >victim/precious
 cp -r "$rsc" game/RSC
 touch -d 2001-01-01 victim/precious victim
-ln -s ../victim/secret.mps game/link.mps
-ln -s ../victim/precious game/link
-ln -s ../victim game/folder
+for link in link.mps=secret.mps link=precious folder=; do ln -s "../victim/${link#*=}" "game/${link%=*}"; done
 ln -s ../.. game/up
 ln victim/precious game/hard
 ln -s ../victim scripts
@@ -26,15 +24,16 @@ outside() { find victim cd RSC -printf '%p %s %t\n'; }
 before=$(outside)
 
 fail() { echo "$*; it said:" >&2; cat report errors game/debug.txt game/zorbelog.txt >&2; exit 1; }
+play() {
+  local code=0
+  timeout 60 "$program" --headless --content game --cd cd --home home --until 200 "$@" >report 2>errors || code=$?
+  case $code in 0 | 1 | 255) ;; *) fail "it ended with $code" ;; esac # the last two: as designed
+}
 # run SCRIPT [OPTION...]: the script is that of printf.
 run() {
   printf "$1\n" >game/Startup.mps
-  shift
   rm -f game/debug.txt game/zorbelog.txt
-  local code=0
-  timeout 60 "$program" --headless --content game --cd cd --home home --until 200 "$@" \
-    >report 2>errors || code=$?
-  case $code in 0 | 1 | 255) ;; *) fail "it ended with $code" ;; esac # the last two: as designed
+  play "${@:2}"
 }
 refused() { # what WHERE: something is told of it, and nothing happened
   [ "$(outside)" = "$before" ] || fail "changed by $1"
@@ -44,9 +43,9 @@ told() { grep -qsF -- "$1" game/zorbelog.txt home/zorbelog.txt report || fail "n
 
 # Every way to a file outside, for writing and as a script's part.
 writes=()
-for path in "$v\\FILE" '..\victim\FILE' '../victim/FILE' 'RSC\..\..\victim\FILE' \
-  "${v#C:}\\FILE" "c:..\\victim\\FILE" 'folder\FILE' 'folder\..\victim\FILE' 'up\victim\FILE' \
-  '..\scripts\FILE' 'D:\..\..\victim\FILE' '\\?\'"$v\\FILE" 'C:\proc\self\cwd\victim\FILE'; do
+for path in "$v\\FILE" '..\victim\FILE' '../victim/FILE' 'RSC\..\..\victim\FILE' "${v#C:}\\FILE" \
+  'c:..\victim\FILE' 'folder\FILE' 'folder\..\victim\FILE' 'up\victim\FILE' '..\scripts\FILE' \
+  'D:\..\..\victim\FILE' '\\?\'"$v\\FILE" 'C:\proc\self\cwd\victim\FILE'; do
   path=${path//\\/\\\\}
   writes+=("${path/FILE/precious}" "${path/FILE/new}")
   run "include \"${path/FILE/secret.mps}\"" && refused "include $path"
@@ -54,12 +53,11 @@ done
 writes+=(link hard pipe zorbet.dat 'D:\\new' '..\\RSC\\new' 'C:\\dev\\shm\\zorbet' '')
 run "$(printf 'OpenFile "%s"\nWriteToFile x\n' "${writes[@]}")" && refused OpenFile
 [ "$(grep -c OpenFile: game/zorbelog.txt)" -eq ${#writes[@]} ] || fail "one was opened"
-for path in link.mps pipe "${v//\\/\\\\}\\\\secret.mps"; do
-  run "include \"$path\"" && refused "include $path"
-  run "relay \"$path\"" && refused "relay $path"
+for statement in include relay; do
+  for path in link.mps pipe "$e\\\\secret.mps"; do run "$statement \"$path\"" && refused "$statement $path"; done
 done
 told "$v\\secret.mps is not for this game"
-run "include \"${v//\\/\\\\}\\\\secret.mps\"" --trust
+run "include \"$e\\\\secret.mps\"" --trust
 grep -q LEAKED game/debug.txt || fail "an author is not trusted"
 
 # Links where the program itself writes.
@@ -68,7 +66,7 @@ for name in debug.txt zorbelog.txt; do
     printf 'say hello\nLogMessage hello\n' >game/Startup.mps
     rm -f game/debug.txt game/zorbelog.txt
     $link game/$name
-    "$program" --headless --content game --home home --until 50 >report 2>errors
+    play
     refused "$link $name"
     [ $name = debug.txt ] || told hello
   done
@@ -81,7 +79,6 @@ while sleep 0.001; do
   cp mine game/swap.new && mv -fT game/swap.new game/swap
 done 2>/dev/null &
 racer=$!
-rm -f game/swap
 run 'yield off\ni=1\nfor i<500\n[\nOpenFile swap\nWriteToFile x\nCloseFile\ni=i+1\n]'
 kill $racer
 wait $racer 2>/dev/null || true
@@ -89,26 +86,26 @@ refused "a race"
 
 # Native code: what is loaded leaves a mark before anything else of it runs.
 export ZORBET_LOADED=$work/home/loaded XDG_CONFIG_HOME=$work/config
-cp "$component" game/REvil.lrn
+cp "$component" game/REVIL.LRN
 ln -s ../victim/REvil.lrn game/RLink.lrn
-mkdir -p config/zorbet
-while IFS='|' read -r class options permit expected; do
+echo none >game/RBad.lrn
+while IFS='|' read -r class options permit expected says; do
   rm -f home/loaded
-  echo "$permit" >config/zorbet/games.ini
+  printf '%b' "$permit" >config/zorbet/games.ini
   run "x=$class 1" $options
   [ -e home/loaded ] && loaded=yes || loaded=no
   [ $loaded = "$expected" ] || fail "$class with \"$options\" and \"$permit\" loaded: $loaded"
+  [ -z "$says" ] || told "$says"
 done <<ROWS
-REvil|||no
-REvil||components=yes|no
-RLink|--components||no
-${v//\\/\\\\}\\\\REvil|--components||no
-..\\\\victim\\\\REvil|--components||no
-REvil|--components||yes
+REvil|||no|--components
+REvil||components=yes|no|
+RLink|--components||no|
+$e\\\\REvil|--components||no|
+..\\\\victim\\\\REvil|--components||no|
+RBad|--components||no|RBad.lrn is not loaded: $work/game/RBad.lrn: 
+REvil|--components||yes|
+REvil||[$work/game]\ncomponents=yes|yes|
 ROWS
-run 'x=REvil 1' && told '--components'
-printf '[%s/game]\ncomponents=yes\n' "$work" >config/zorbet/games.ini
-run 'x=REvil 1' && [ -e home/loaded ] || fail "the player's own permit does not count"
 refused "a component"
 
 # Floods.
@@ -118,5 +115,5 @@ run 'i=0\nyield off\nfor i<1100\n[\ni=i+1\nOpenFile i\n]' && told 'all that they
 [ "$(ls game | wc -l)" -lt 1020 ] || fail "too many files"
 printf 'say hello\nsay hello\n' >game/Startup.mps
 truncate -s 67108850 game/debug.txt
-"$program" --headless --content game --home home --until 50 >report 2>errors
+play
 [ "$(stat -c %s game/debug.txt)" -le 67108864 ] || fail "debug.txt grows"

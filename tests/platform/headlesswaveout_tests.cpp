@@ -1,184 +1,125 @@
 // The device that nobody hears: when buffers are done, and what the recordings hold.
+#include "recording.h"
 #include "temporaryfolder.h"
 
 #include "platform/headless/headlesswaveout.h"
 #include "platform/headless/virtualclock.h"
 
 #include <deque>
-#include <filesystem>
 #include <gtest/gtest.h>
+#include <random>
 #include <sstream>
-#include <string>
-#include <vector>
 
 namespace platform {
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
+using testing_support::recordingOf;
 
-class HeadlessWaveOutTest : public testing::Test {
-  protected:
-    /// Queues a buffer of `size` bytes that count up through all buffers.
-    WaveBuffer& write(std::size_t size) {
-        Bytes& data = data_.emplace_back(size);
-        for (std::uint8_t& byte : data) byte = next_++;
-        WaveBuffer& buffer = buffers_.emplace_back();
-        buffer.data = data;
-        device_.write(buffer);
-        return buffer;
-    }
-    void pass(std::uint32_t ms) {
-        clock_.sleep(ms);
-        device_.poll();
-    }
-    static Bytes counted(std::size_t size) {
-        Bytes bytes(size);
-        for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<std::uint8_t>(i);
-        return bytes;
-    }
-
-    /// The samples of a recording, after a check of its header.
-    Bytes recorded(const std::string& name, std::uint32_t rate) {
-        const std::string all = folder_.contents("sound/" + name);
-        if (all.size() < 44) return {};
-        std::size_t size = 0;
-        for (std::size_t at = 44; at-- > 40;) size = size << 8 | static_cast<std::uint8_t>(all[at]);
-        const auto number = [](std::size_t value) {
-            std::string text;
-            for (int i = 0; i < 4; ++i) text += static_cast<char>(value >> 8 * i);
-            return text;
-        };
-        const std::string bytesPerSecond = number(rate) + number(rate);
-        EXPECT_EQ(all.substr(0, 44), "RIFF" + number(all.size() - 8) + "WAVEfmt " + number(16) +
-                                         number(1 | 1 << 16) + bytesPerSecond +
-                                         number(1 | 8 << 16) + "data" + number(size));
-        EXPECT_EQ(all.size(), 44 + size + size % 2);
-        return {all.begin() + 44, all.begin() + 44 + static_cast<std::ptrdiff_t>(size)};
-    }
-    TemporaryFolder folder_;
-    std::ostringstream notes_;
-    VirtualClock clock_;
-    WaveFolder recordings_{folder_.path("sound"), notes_};
-    HeadlessWaveOut device_{clock_, recordings_};
-    std::deque<Bytes> data_;
-    std::deque<WaveBuffer> buffers_;
-    std::uint8_t next_ = 0;
+struct Written {
+    formats::Bytes data{};
+    WaveBuffer buffer{};
+    std::size_t played = 0;
 };
 
-TEST_F(HeadlessWaveOutTest, NothingIsLostOverHours) {
-    WaveFolder none("", notes_);
-    HeadlessWaveOut device(clock_, none);
-    ASSERT_TRUE(device.open(11127));
-    constexpr std::size_t size = 1000;
-    const Bytes data(size);
-    std::vector<WaveBuffer> ring(8);
-    std::uint64_t written = 0;
-    std::uint64_t played = 0;
-    std::uint64_t ms = 0;
-    for (std::uint32_t step = 1; ms < 5ULL * 3600 * 1000; step = step % 499 + 1) {
-        for (; written < played + ring.size(); ++written) {
-            ring[written % ring.size()].data = data;
-            device.write(ring[written % ring.size()]);
+TEST(HeadlessWaveOut, PlaysAndRecordsAsAModelDoes) {
+    const TemporaryFolder folder;
+    std::ostringstream notes;
+    VirtualClock clock;
+    WaveFolder recordings{folder.path("sound"), notes};
+    HeadlessWaveOut device{clock, recordings};
+    std::mt19937 random(1);
+    std::deque<Written> buffers; // of this opening
+    std::size_t first = 0;       // of those that are not done
+    int rate = 0, files = 0;
+    bool paused = false;
+    std::uint32_t lastMs = 0;
+    std::uint64_t busyMs = 0, busyBytes = 0; // since something waits
+    formats::Bytes heard;
+    const auto play = [&] { // what every call to the device has it do
+        if (!paused) busyMs += clock.milliseconds() - lastMs;
+        lastMs = clock.milliseconds();
+        for (; first < buffers.size(); ++first) {
+            Written& next = buffers[first];
+            for (; next.played < next.data.size(); ++next.played) {
+                if (busyBytes == busyMs * static_cast<unsigned>(rate) / 1000) return;
+                ++busyBytes;
+                heard.push_back(next.data[next.played]);
+            }
         }
-        clock_.sleep(step);
+        busyMs = busyBytes = 0; // time without data is lost
+    };
+    const auto reset = [&] {
+        play();
+        first = buffers.size();
+        paused = false;
+        busyMs = busyBytes = 0;
+    };
+    for (int i = 0; i < 20'000; ++i) {
+        SCOPED_TRACE(i);
+        const unsigned what = random() % 100;
+        clock.sleep(random() % (what == 0 ? 5000 : 9));
+        if (what == 1) {
+            reset();
+            const int rates[] = {1000, 2000, 11127, 192'000, 0, -1, 999, 192'001, 0x7FFFFFFF};
+            const std::size_t which = random() % std::size(rates);
+            ASSERT_EQ(device.open(rates[which]), which < 4) << "which closes it, too";
+            for (const Written& written : buffers) ASSERT_EQ(written.buffer.done, rate > 0);
+            const std::string name =
+                std::to_string(1000 + files + 1).substr(1) + "-" + std::to_string(rate) + ".wav";
+            const std::string recorded = folder.contents("sound/" + name);
+            ASSERT_TRUE(recorded == (heard.empty() ? "" : recordingOf({rate}, heard))) << name;
+            files += heard.empty() ? 0 : 1;
+            rate = which < 4 ? rates[which] : 0;
+            heard.clear();
+            buffers.clear();
+            first = 0;
+        } else if (what == 2) {
+            reset();
+            device.reset();
+        } else if (what < 10) {
+            play();
+            paused = what < 6;
+            paused ? device.pause() : device.restart();
+        } else if (what < 14) { // what waits may be changed
+            play();
+            const WaveOutHold hold(device);
+            for (std::size_t k = first; k < buffers.size(); ++k)
+                for (std::uint8_t& byte : buffers[k].data)
+                    byte = static_cast<std::uint8_t>(random());
+        } else if (what < 40) {
+            play();
+            Written& added = buffers.emplace_back();
+            for (unsigned k = random() % 20; k > 0; --k) added.data.push_back(std::uint8_t(k));
+            added.buffer.data = added.data;
+            device.write(added.buffer);
+            ASSERT_EQ(added.buffer.prepared, rate > 0);
+        }
+        play();
         device.poll();
-        ms += step;
-        while (played < written && ring[played % ring.size()].done) ++played;
-        ASSERT_EQ(played, ms * 11127 / 1000 / size) << ms;
+        for (std::size_t k = 0; k < buffers.size(); ++k)
+            ASSERT_EQ(buffers[k].buffer.done, rate > 0 && (k < first || buffers[k].data.empty()));
     }
+    EXPECT_GT(files, 50);
+    EXPECT_EQ(notes.str(), "");
 }
 
-TEST_F(HeadlessWaveOutTest, PauseStopsTheQueueAndTimeWithoutDataIsLost) {
-    ASSERT_TRUE(device_.open(1000));
-    pass(500);
-    const WaveBuffer& a = write(10);
-    pass(4);
-    device_.pause();
-    clock_.sleep(1000);
-    device_.restart();
-    pass(5);
-    EXPECT_FALSE(a.done);
-    pass(1);
-    EXPECT_TRUE(a.done);
-    pass(100);
-    const WaveBuffer& b = write(10);
-    clock_.sleep(9);
-    const WaveBuffer& c = write(1); // in time
-    pass(1);
-    EXPECT_TRUE(b.done);
-    EXPECT_FALSE(c.done);
-    pass(1);
-    EXPECT_TRUE(c.done);
-}
-
-TEST_F(HeadlessWaveOutTest, QueuedBytesMayBeChangedUntilTheyArePlayed) {
-    ASSERT_TRUE(device_.open(1000));
-    write(10);
-    clock_.sleep(4);
-    {
-        const WaveOutHold hold(device_);
-        data_.front().assign(10, 99);
+TEST(HeadlessWaveOut, TellsOnceOfARecordingThatCannotBeWritten) {
+    const TemporaryFolder folder;
+    folder.make("sound", "a file where the folder should be");
+    std::ostringstream notes;
+    VirtualClock clock;
+    WaveFolder recordings{folder.path("sound"), notes};
+    HeadlessWaveOut device{clock, recordings};
+    const formats::Bytes data(50);
+    WaveBuffer buffer{.data = data};
+    ASSERT_TRUE(device.open(1000));
+    device.write(buffer);
+    for (int i = 0; i < 2; ++i) {
+        clock.sleep(10);
+        device.poll();
     }
-    pass(100);
-    device_.close();
-    EXPECT_EQ(recorded("001-1000.wav", 1000), (Bytes{0, 1, 2, 3, 99, 99, 99, 99, 99, 99}));
-}
-
-TEST_F(HeadlessWaveOutTest, EveryOpeningThatPlayedHasItsRecording) {
-    EXPECT_TRUE(device_.open(11025));
-    write(5);
-    EXPECT_TRUE(device_.open(22050)); // closes the other one
-    device_.close();
-    EXPECT_FALSE(std::filesystem::exists(folder_.path("sound"))) << "nothing was played";
-
-    next_ = 0;
-    EXPECT_TRUE(device_.open(1000));
-    write(6);
-    write(6);
-    pass(5);
-    device_.pause();
-    device_.reset(); // drops the rest
-    EXPECT_TRUE(buffers_.back().done);
-    write(4);
-    pass(2);
-    clock_.sleep(1);
-    device_.close();
-    EXPECT_EQ(recorded("001-1000.wav", 1000), (Bytes{0, 1, 2, 3, 4, 12, 13, 14}));
-
-    next_ = 0;
-    EXPECT_TRUE(device_.open(2000));
-    write(7);
-    pass(100);
-    device_.close();
-    EXPECT_EQ(recorded("002-2000.wav", 2000), counted(7)) << "with a pad byte";
-    EXPECT_EQ(notes_.str(), "");
-}
-
-TEST_F(HeadlessWaveOutTest, RefusesImpossibleRatesAndIgnoresCallsWhenClosed) {
-    for (const int rate :
-         {0, -1, HeadlessWaveOut::kMinRate - 1, HeadlessWaveOut::kMaxRate + 1, 0x7FFFFFFF}) {
-        EXPECT_FALSE(device_.open(rate));
-        EXPECT_FALSE(device_.isOpen());
-    }
-    const WaveBuffer& a = write(5);
-    EXPECT_FALSE(a.prepared);
-    pass(1000);
-    device_.reset();
-    device_.pause();
-    device_.restart();
-    device_.close();
-    EXPECT_FALSE(a.done);
-}
-
-TEST_F(HeadlessWaveOutTest, ARecordingThatCannotBeWrittenIsToldOnce) {
-    folder_.make("sound", "a file where the folder should be");
-    ASSERT_TRUE(device_.open(1000));
-    write(50);
-    pass(10);
-    pass(10);
-    device_.close();
-    EXPECT_EQ(notes_.str(),
-              "recording " + folder_.path("sound") + "/001-1000.wav cannot be written\n");
+    EXPECT_EQ(notes.str(),
+              "recording " + folder.path("sound") + "/001-1000.wav cannot be written\n");
 }
 
 } // namespace

@@ -8,26 +8,17 @@
 namespace testing_support {
 
 struct MovieBuilder {
-    using Samples = formats::Bytes;
-
     struct Frame {
         formats::Bytes pixels; ///< width × height, top row first
         std::optional<formats::MoviePalette> palette{};
-        std::map<std::size_t, Samples> sounds{}; ///< by track
+        std::map<std::size_t, formats::Bytes> sounds{}; ///< by track
     };
-    struct Track {
-        int rate = 22050;
-        int bits = 8;
-        int channels = 1;
-        bool packed = false;
-        bool unknown = false; ///< of a codec of its own
-    };
-
     int width = 16; ///< multiples of 4
     int height = 8;
     int frameTime = 6666;
     std::uint32_t flags = 0;
-    std::map<std::size_t, Track> tracks{};
+    std::map<std::size_t, formats::MovieSoundFormat> tracks{};
+    std::uint32_t otherCodecs = 0; ///< of track 0
     std::vector<Frame> frames{};
     std::optional<Frame> ring{};
 
@@ -40,12 +31,8 @@ struct MovieBuilder {
                                     .height = static_cast<std::uint32_t>(height),
                                     .flags = flags | (ring ? 1U : 0U)};
         header.setFrameTime(frameTime);
-        std::map<std::size_t, formats::MovieSoundFormat> formats;
-        for (const auto& [number, track] : tracks) {
-            formats[number] = {track.rate, track.bits, track.channels, track.packed};
-            header.setSound(number, formats[number]);
-            if (track.unknown) header.tracks[number] |= formats::MovieHeader::kOtherCodec;
-        }
+        for (const auto& [number, format] : tracks) header.setSound(number, format);
+        header.tracks[0] |= otherCodecs;
         std::vector<Frame> stored = frames;
         if (ring) stored.push_back(*ring);
         formats::VideoCoder coder(width, height);
@@ -56,7 +43,7 @@ struct MovieBuilder {
             made[i].picture = video.frames[i];
             if (stored[i].palette) made[i].palette = makePaletteChunk(*stored[i].palette);
             for (const auto& [number, samples] : stored[i].sounds)
-                made[i].sounds[number] = makeSoundChunk(formats.at(number), samples);
+                made[i].sounds[number] = makeSoundChunk(tracks.at(number), samples);
         }
         const formats::Bytes file = makeMovieFile(header, video.trees, made);
         start = formats::readMovieHeader(file)->framesStart();

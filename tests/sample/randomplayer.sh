@@ -25,24 +25,19 @@ visit() {
     function any(n) { return int(rand() * n) }
     function say(what) { print t " " what }
     function point(what) { say(what " " x " " y); t += 1 + any(30) }
-    function move() {
-      x = any(2) ? any(640) : (x + any(61) + 610) % 640
-      y = any(2) ? any(480) : (y + any(61) + 450) % 480
-      point("move")
-    }
-    function key() {
-      say("key " (any(2) ? names[1 + any(count)] : substr("abCZ-1.xyz", 1 + any(10), 1)))
-    }
+    function near(at, size) { return any(2) ? any(size) : (at + any(61) + size - 30) % size }
+    function move() { x = near(x, 640); y = near(y, 480); point("move") }
     BEGIN {
       srand(seed); x = any(640); y = any(480)
-      count = split("Esc Esc Esc Enter Enter Up Down Left Right Backspace Delete PageUp PageDown Tab", names)
+      count = split("Esc Esc Esc Enter Enter Up Down Left Right Backspace Delete PageUp PageDown Tab " \
+                    "a b C Z - 1 . x y z", names)
       for (t = 1; t < end; t += any(400)) {
         what = any(100)
         if (what < 10) move()
         else if (what < 45) { if (any(4)) move(); point("down"); point("up") }
         else if (what < 65) { move(); point("down"); for (n = any(5); n >= 0; --n) move(); point("up") }
         else if (what < 68) { point("down"); point("up"); point("double"); point("up") }
-        else if (what < 88) key()
+        else if (what < 88) say("key " names[1 + any(count)])
         else if (what < 91) say("command 32")
         else if (what < 93) { say("answer No"); say("command 59396") }
         else if (what < 95) { say("background"); t += any(200); say("foreground") }
@@ -76,12 +71,10 @@ play() { # SCENE
 
 failed=0
 for scene in Startup $scenes; do play $scene; done
-{
-  n=0
-  for scene in $scenes; do printf 'hop.%d="%s.mps"\r\n' $((n += 1)) "$scene"; done
-  # The first statement of a timer's handler is done at once.
-  printf '%s\r\n' 'procedure onward' 'relay next' "RandomNumber 1 $n" 'next=hop.RESULT' 'idle 0.8 onward'
-} >hops
+n=0
+for scene in $scenes; do printf 'hop.%d="%s.mps"\n' $((n += 1)) "$scene"; done >hops
+# The first statement of a timer's handler is done at once.
+printf '%s\n' 'procedure onward' 'relay next' "RandomNumber 1 $n" 'next=hop.RESULT' 'idle 0.8 onward' >>hops
 for scene in $scenes; do cat hops >>"content/scripts/$scene.mps"; done
 for scene in $scenes; do play $scene; done
 exit $failed

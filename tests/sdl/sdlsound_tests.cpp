@@ -1,18 +1,18 @@
-// The sound device on SDL's drivers without a loudspeaker, and where there is none.
+// The sound device and the speaker of movies on SDL's drivers without a loudspeaker, which play in
+// real time, and where there is none.
 #include "platform/headless/virtualclock.h"
+#include "platform/sdl/sdlmoviespeaker.h"
 #include "platform/sdl/sdlwaveout.h"
 
 #include <gtest/gtest.h>
-
-#include <limits>
 #include <vector>
 
 namespace platform {
 namespace {
 
-class SdlWaveOutTest : public testing::Test {
+class SdlSoundTest : public testing::Test {
   protected:
-    ~SdlWaveOutTest() override {
+    ~SdlSoundTest() override {
         device_.close();
         SDL_QuitSubSystem(SDL_INIT_AUDIO);
     }
@@ -29,10 +29,9 @@ class SdlWaveOutTest : public testing::Test {
     WaveBuffer buffer_{.data = data_};
 };
 
-TEST_F(SdlWaveOutTest, RefusesRatesThatNoDevicePlays) {
+TEST_F(SdlSoundTest, RefusesRatesThatNoDevicePlays) {
     SDL_setenv("SDL_AUDIODRIVER", "dummy", 1);
-    for (const int rate :
-         {0, -1, WaveOut::kMinRate - 1, WaveOut::kMaxRate + 1, std::numeric_limits<int>::max()}) {
+    for (const int rate : {0, -1, WaveOut::kMinRate - 1, WaveOut::kMaxRate + 1, 0x7FFFFFFF}) {
         EXPECT_FALSE(device_.open(rate)) << rate;
         EXPECT_FALSE(device_.isOpen()) << "an open device is closed first";
     }
@@ -44,7 +43,7 @@ TEST_F(SdlWaveOutTest, RefusesRatesThatNoDevicePlays) {
     }
 }
 
-TEST_F(SdlWaveOutTest, WithoutADeviceTheClockPlays) {
+TEST_F(SdlSoundTest, WithoutADeviceTheClockPlays) {
     SDL_setenv("SDL_AUDIODRIVER", "no such driver", 1);
     ASSERT_TRUE(device_.open(1000));
     EXPECT_NE(device_.whySilent(), "");
@@ -53,7 +52,7 @@ TEST_F(SdlWaveOutTest, WithoutADeviceTheClockPlays) {
     EXPECT_TRUE(isDoneAfter(1));
 }
 
-TEST_F(SdlWaveOutTest, WhatADeviceLeavesWhenItGoesTheClockPlays) {
+TEST_F(SdlSoundTest, WhatADeviceLeavesWhenItGoesTheClockPlays) {
     SDL_setenv("SDL_AUDIODRIVER", "disk", 1);
     SDL_setenv("SDL_DISKAUDIOFILE", "/dev/full", 1); // nothing can be written there
     ASSERT_TRUE(device_.open(10'000));
@@ -65,6 +64,26 @@ TEST_F(SdlWaveOutTest, WhatADeviceLeavesWhenItGoesTheClockPlays) {
     }
     EXPECT_EQ(device_.whySilent(), "the sound device has gone") << "the second one in a row, too";
     EXPECT_TRUE(isDoneAfter(2000));
+}
+
+TEST_F(SdlSoundTest, TheSpeakerOfMoviesPlaysItsQueueUnlessItIsPaused) {
+    SDL_setenv("SDL_AUDIODRIVER", "dummy", 1);
+    SdlMovieSpeaker speaker(sound_); // the clock stands still: the device plays
+    ASSERT_TRUE(speaker.open({22050, 16, 2}));
+    speaker.pause();
+    speaker.write(data_);
+    const std::size_t queued = speaker.bytesQueued();
+    EXPECT_GT(queued, data_.size() / 2) << "SDL may have taken some before it paused";
+    SDL_Delay(60);
+    EXPECT_EQ(speaker.bytesQueued(), queued);
+    speaker.restart();
+    for (int i = 0; i < 100 && speaker.bytesQueued() > 0; ++i) SDL_Delay(10);
+    EXPECT_EQ(speaker.bytesQueued(), 0u);
+    speaker.pause();
+    speaker.write(data_);
+    speaker.drop();
+    EXPECT_EQ(speaker.bytesQueued(), 0u);
+    speaker.close();
 }
 
 } // namespace
