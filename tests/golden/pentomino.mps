@@ -10,9 +10,9 @@
 ;> 215 move 309 231
 ;> 220 move 464 206
 ;> 225 screenshot turned.png
-;> 230 move 120 125
+;> 230 move 120 108
 ;> 235 screenshot held.png
-;> 240 up 120 125
+;> 240 up 120 108
 ;> 245 screenshot snapped.png
 ;> 310 screenshot three.png
 ;> 400 screenshot hidden.png
