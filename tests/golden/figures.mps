@@ -29,7 +29,7 @@ left.i=RAnimation 200 0-17 i*50+40 10
 right.i=RAnimation 201 622 i*50+40 10
 top.i=RAnimation 202 i*70+45 0-13 10
 bottom.i=RAnimation 200 i*70+45 467 10
-near.i=RAnimation 202 i*70+60 300 10
+near.i=RAnimation 200 i*70+60 300 10
 far.i=RAnimation 201 i*70+60 380 10
 set left.i drawDirection i
 set right.i drawDirection i
