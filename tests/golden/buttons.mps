@@ -1,4 +1,4 @@
-; Buttons, triggers and the outlines of hot spots; what is heard of them is in tests/scripts.
+; Buttons, triggers and hot spots; what is heard of the others is in tests/scripts.
 ;: rsc golden
 ;$ screens
 ; pressed, left and entered again; its hole is outside; one that cannot be pressed
@@ -23,19 +23,31 @@
 ;> 315 move 639 125
 ;> 316 move 0 125
 ;> 320 up 0 125
-; one that goes the other way
+; one that goes the other way, and one that is not turned
 ;> 330 down 250 125
 ;> 340 move 290 300
 ;> 345 screenshot ends.png
 ;> 350 up 290 300
+;> 360 drag 450 125 600 125
 ;> 400 screenshot spots.png
+; seen, hidden, above a button, below it
+;> 410 click 75 225
+;> 430 click 175 225
+;> 450 click 625 310
+;> 470 click 575 45
 yield off
 ActivateDLL golden.rsc
+procedure onSpot
+[
+get RECEIVER name who
+say who
+]
 procedure spot left top wide high seen
 [
 n=n+1
 s.n=RHotSpot left top wide high 20
 set s.n outlined seen
+set s.n mouseDown onSpot
 ]
 n=0
 Scene 100
@@ -74,3 +86,6 @@ set s.2 outlined 1
 play s.9 offset 40 20
 set s.5 visible 0
 set s.11 z 1
+;= s.1
+;= s.2
+;= s.10

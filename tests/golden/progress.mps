@@ -12,18 +12,21 @@
 ;> 170 click 436 204
 ;> 190 screenshot refused.png
 ;> 500 screenshot refusing.png
-; by itself or not; music, through the hole of its picture and on it; a corner of a location, and where nothing is
+; by itself or not; music, through the hole of its picture and on it; locations: let go beside it, and on it; a corner;
+; where nothing is
 ;> 1300 click 300 204
 ;> 1320 click 600 204
 ;> 1340 click 300 354
 ;> 1360 click 530 20
 ;> 1380 click 530 40
-;> 1400 click 31 341
-;> 1420 click 370 200
-;> 1440 screenshot switched.png
-;> 1450 down 600 36
-;> 1460 screenshot closing.png
-;> 1470 up 600 36
+;> 1400 drag 70 300 70 330
+;> 1425 drag 70 300 100 305
+;> 1450 click 31 341
+;> 1470 click 370 200
+;> 1490 screenshot switched.png
+;> 1500 down 600 36
+;> 1505 screenshot closing.png
+;> 1510 up 600 36
 ; opened again after visits, and for another location
 ;> 1600 screenshot again.png
 ;> 1750 screenshot elsewhere.png
@@ -114,6 +117,7 @@ pause 0.2
 call open OMA
 pause 1.1
 set screen visible 1
+;= 2 CWS2
 ;= 6 OWS2
 ;= 2 CWS2
 ;= the figure
