@@ -1,6 +1,5 @@
 ; A backpack with four things, which is dragged, and lies behind and before a figure.
 ;: rsc golden
-;$ screens
 ;> 50 screenshot full.png
 ;> 60 down 272 174
 ;> 65 move 480 330

@@ -1,7 +1,6 @@
 ; A dialog over figures: one lies behind it, one at its depth, one before it. Its last button drops it in
 ; the handler.
 ;: rsc golden
-;$ screens
 ; only what is before it is heard, even through its hole
 ;> 50 screenshot asked.png
 ;> 60 click 387 180

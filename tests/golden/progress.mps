@@ -3,7 +3,6 @@
 ; ends until it was visited, and the third level has no colours. What clicks do is in tests/progress.
 ;: rsc golden
 ;: face
-;$ screens
 ;> 100 screenshot opened.png
 ; a level of OWS2, which also shows what became of CWS1; CMA is refused, and meanwhile nothing else is taken
 ;> 110 click 516 204
