@@ -1,5 +1,5 @@
-; Answers of the three kinds, in no puzzle: how their pictures and texts lie over each other, how they
-; change, play and are dragged, and where they go home to.
+; Answers of the three kinds, in no puzzle: how their pictures and texts lie over each other, how
+; they change, play and are dragged, and where they go home to.
 ;: rsc golden
 ;$ screens
 ;> 130 screenshot played.png
@@ -34,7 +34,8 @@ a.5=RGraphicAnswer 264 -22 -11 10
 a.6=RGraphicAnswer 267 10
 set a.2 drawDirection 4
 play a.3 playAnimation
-; a text beside, above on the left, across, alone, none, with letters that are not there, over an edge, on a turned one
+; a text beside, above on the left, across, alone, none, with letters that are not there, over an
+; edge, on a turned one
 call label 11 263 20 "AB" 30 8 255
 call label 12 263 120 "HAD" -20 -14 20
 call label 13 264 200 "jfg__" -4 10 0
@@ -45,17 +46,22 @@ call label 17 264 600 "MEADE" -20 12 255
 call label 18 261 560 "AA" 30 30 23
 play a.16 setFont 302
 set a.18 drawDirection 6
-; pictures before, both behind, one over the texts, equal ones, one that plays; without a base, without pictures
+; pictures before, both behind, one over the texts, equal ones, one that plays; without a base,
+; without pictures
 for i 21 27
 [
 a.i=RDoubleGraphicTextAnswer 265 i*90-1870 220 10
 play a.i setFont 300
-call do "give a."+i+" graphic1ID 267 graphic2ID 268 text1OffsetX 22 text1OffsetY 2 text2OffsetX 30 text2OffsetY 20"
-call do "give a."+i+" text1 HEAD text2 CGA textColorIndex 255"
+call do "give a."+i+" graphic1ID 267 graphic2ID 268 text1OffsetX 22 text1OffsetY 2"
+call do "give a."+i+" text2OffsetX 30 text2OffsetY 20 textColorIndex 255"
+set a.i text1 "HEAD"
+set a.i text2 "CGA"
 ]
 a.28=RDoubleGraphicTextAnswer -1 20 320 10
-call do "give a.28 graphic1ID 267 graphic2ID 268 text1 EEE, give a.22 graphic1OffsetZ -1 graphic2OffsetZ -2"
-call do "give a.23 graphic1OffsetZ 2 graphic2OffsetZ 1, give a.24 graphic1OffsetZ -1 graphic2OffsetZ 1"
+call do "give a.28 graphic1ID 267 graphic2ID 268 text1 EEE"
+call do "give a.22 graphic1OffsetZ -1 graphic2OffsetZ -2"
+call do "give a.23 graphic1OffsetZ 2 graphic2OffsetZ 1"
+call do "give a.24 graphic1OffsetZ -1 graphic2OffsetZ 1"
 call do "give a.25 graphic1ID -1 graphic2ID 9999"
 play a.26 playAnimations
 ; another object between, and one before
@@ -73,10 +79,14 @@ play a.28 playAnimations
 play a.13 playAnimation
 pause 0.1
 ; the same otherwise
-call do "give a.1 graphicID 261, give a.2 drawDirection 0, give a.4 graphicID -1, give a.11 text A, give a.12 textOffsetX 5"
-call do "give a.13 textColorIndex 255, give a.14 graphicID 263, give a.15 text FF, give a.18 drawDirection 0"
-call do "give a.21 graphic1OffsetZ -1, give a.22 graphic2OffsetZ 3, give a.23 graphic1ID -1, give a.25 graphic1ID 266"
-call do "give a.27 text2OffsetX -30 textColorIndex 20, give a.31 homeX 20, give a.32 homeY 420 visible 0"
+call do "give a.1 graphicID 261, give a.2 drawDirection 0, give a.4 graphicID -1"
+call do "give a.11 text A, give a.12 textOffsetX 5"
+call do "give a.13 textColorIndex 255, give a.14 graphicID 263, give a.15 text FF"
+call do "give a.18 drawDirection 0"
+call do "give a.21 graphic1OffsetZ -1, give a.22 graphic2OffsetZ 3, give a.23 graphic1ID -1"
+call do "give a.25 graphic1ID 266"
+call do "give a.27 text2OffsetX -30 textColorIndex 20, give a.31 homeX 20"
+call do "give a.32 homeY 420 visible 0"
 set a.14 text ""
 set a.26 text1 ""
 play a.16 setFont 300

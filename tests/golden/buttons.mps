@@ -14,7 +14,8 @@
 ;> 50 down 170 60
 ;> 55 screenshot outside.disabled.png
 ;> 60 up 170 60
-; two that a script has pressed, one of them for a shorter time; one turned by 35 pixels, then beyond its end
+; two that a script has pressed, one of them for a shorter time; one turned by 35 pixels, then
+; beyond its end
 ;> 120 screenshot script.png
 ;> 175 screenshot later.png
 ;> 300 down 100 125

@@ -1,5 +1,5 @@
-; A dialog over figures: one lies behind it, one at its depth, one before it. Its last button drops it in
-; the handler.
+; A dialog over figures: one lies behind it, one at its depth, one before it. Its last button drops
+; it in the handler.
 ;: rsc golden
 ; only what is before it is heard, even through its hole
 ;> 50 screenshot asked.png

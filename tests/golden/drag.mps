@@ -1,5 +1,6 @@
-; A ring is dragged beyond the window and back, by its rim; through its hole the figure behind it is caught. Dropped
-; for the first time, it may leave the window. Two rings in a group are dragged, others moved by the script.
+; A ring is dragged beyond the window and back, by its rim; through its hole the figure behind it is
+; caught. Dropped for the first time, it may leave the window. Two rings in a group are dragged,
+; others moved by the script.
 ;: rsc golden
 ;$ screens
 ;> 10 down 304 204

@@ -1,6 +1,7 @@
-; The figure in each direction, whole, and cut off by each edge and by each corner of the window, in both frames. Dancers,
-; whose frames have different sizes at different places; the first hides at the end, the second holds, the third goes
-; round. Runs of 250, 251 and 300 pixels of all kinds, which begin left of the window or end right of it.
+; The figure in each direction, whole, and cut off by each edge and by each corner of the window, in
+; both frames. Dancers, whose frames have different sizes at different places; the first hides at
+; the end, the second holds, the third goes round. Runs of 250, 251 and 300 pixels of all kinds,
+; which begin left of the window or end right of it.
 ;: rsc golden
 ;$ screens
 ;> 45 screenshot first.png

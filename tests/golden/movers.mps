@@ -1,5 +1,5 @@
-; Rings that cross each other, some in front of others, on screens of all sizes and depths: only what changes is drawn;
-; then all is drawn again each time.
+; Rings that cross each other, some in front of others, on screens of all sizes and depths: only
+; what changes is drawn; then all is drawn again each time.
 ;: rsc golden
 ;$ --screen 640x480x8
 ;$ --screen 640x480x16 depth:16

@@ -1,5 +1,6 @@
-; The peg game: a jump, a new game, and pegs of another picture. Its holes are the board's; the marks are a scene's
-; other things, between pegs that rest and one that is held. The game itself is in tests/activities.
+; The peg game: a jump, a new game, and pegs of another picture. Its holes are the board's; the
+; marks are a scene's other things, between pegs that rest and one that is held. The game itself is
+; in tests/activities.
 ;: rsc golden
 ; from 4 over 2 into 1, which is empty; back over the gap, by the corner of its picture
 ;> 50 screenshot begun.png

@@ -1,5 +1,5 @@
-; A pentomino board of 5 by 4 cells: pieces in all views, on the tools, on the board and at home; the pattern, and its
-; stamp. What pieces do is in tests/activities.
+; A pentomino board of 5 by 4 cells: pieces in all views, on the tools, on the board and at home;
+; the pattern, and its stamp. What pieces do is in tests/activities.
 ;: rsc golden
 ;$ screens
 ;> 50 screenshot views.png

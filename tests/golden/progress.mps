@@ -1,18 +1,20 @@
-; The progress screens of the built-in layouts. In practice it is opened at CMA, which was never visited. At CWS1 five
-; answers were correct; at CWS2 the player went back from level 2; at CWS3 the level is to stay. What is seen of OWS4
-; ends until it was visited, and the third level has no colours. What clicks do is in tests/progress.
+; The progress screens of the built-in layouts. In practice it is opened at CMA, which was never
+; visited. At CWS1 five answers were correct; at CWS2 the player went back from level 2; at CWS3 the
+; level is to stay. What is seen of OWS4 ends until it was visited, and the third level has no
+; colours. What clicks do is in tests/progress.
 ;: rsc golden
 ;: face
 ;> 100 screenshot opened.png
-; a level of OWS2, which also shows what became of CWS1; CMA is refused, and meanwhile nothing else is taken
+; a level of OWS2, which also shows what became of CWS1; CMA is refused, and meanwhile nothing else
+; is taken
 ;> 110 click 516 204
 ;> 130 click 556 204
 ;> 150 click 136 204
 ;> 170 click 436 204
 ;> 190 screenshot refused.png
 ;> 500 screenshot refusing.png
-; by itself or not; music, through the hole of its picture and on it; locations: let go beside it, and on it; a corner;
-; where nothing is
+; by itself or not; music, through the hole of its picture and on it; locations: let go beside it,
+; and on it; a corner; where nothing is
 ;> 1300 click 300 204
 ;> 1320 click 600 204
 ;> 1340 click 300 354
@@ -29,7 +31,8 @@
 ; opened again after visits, and for another location
 ;> 1600 screenshot again.png
 ;> 1750 screenshot elsewhere.png
-; in the game: at CWS1, over a scene whose figure is seen and clicked through the panel's hole; CMA is solved
+; in the game: at CWS1, over a scene whose figure is seen and clicked through the panel's hole; CMA
+; is solved
 ;> 1950 click 70 300
 ;> 1970 click 380 100
 ;> 1990 click 586 442

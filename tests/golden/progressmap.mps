@@ -1,5 +1,6 @@
-; A layout of its own, whose panel is a board over the scene: behind the figure and before it, dragged, at a place
-; without levels, in practice, at a place of the script's, and while nobody plays.
+; A layout of its own, whose panel is a board over the scene: behind the figure and before it,
+; dragged, at a place without levels, in practice, at a place of the script's, and while nobody
+; plays.
 ;: rsc golden
 ;> 80 screenshot behind.png
 ; level 3 here; level 2 of CMA is refused

@@ -1,8 +1,10 @@
-; Answers in containers of all kinds, and the puzzle's own texts and pictures. What a drop does is in tests/puzzles.
+; Answers in containers of all kinds, and the puzzle's own texts and pictures. What a drop does is
+; in tests/puzzles.
 ;: rsc golden
 ;$ screens
 ;> 90 screenshot start.png
-; over the second container, then over two alike; then one with insets, and a wide one where no picture is
+; over the second container, then over two alike; then one with insets, and a wide one where no
+; picture is
 ;> 100 down 22 262
 ;> 110 move 142 82
 ;> 120 move 82 52
@@ -32,7 +34,8 @@
 ;> 520 drag 22 402 480 160
 ;> 550 drag 322 262 480 160
 ;> 580 screenshot placed.png
-; the lowest of the stack, put back on top; the middle of the row, to the other row; the first of the cloth
+; the lowest of the stack, put back on top; the middle of the row, to the other row; the first of
+; the cloth
 ;> 590 down 482 82
 ;> 600 move 560 300
 ;> 610 screenshot taken.png
@@ -77,12 +80,16 @@ for i 4 9
 play a.i setFont 300
 set a.i textColorIndex 255
 ]
-call do "give a.2 extraLeft 5 extraTop 3 extraRight 10 value 5, give a.4 text AB textOffsetX 28 textOffsetY 8"
-call do "give a.5 graphic1ID 267 graphic2ID 268 text2 gH text2OffsetX 70 text2OffsetY 30 textColorIndex 20"
+call do "give a.2 extraLeft 5 extraTop 3 extraRight 10 value 5"
+call do "give a.4 text AB textOffsetX 28 textOffsetY 8"
+call do "give a.5 graphic1ID 267 graphic2ID 268 text2 gH"
+call do "give a.5 text2OffsetX 70 text2OffsetY 30 textColorIndex 20"
 call do "give a.6 text FACE textOffsetX -4 textOffsetY -12 extraLeft 9 extraBottom 20"
-call do "give a.7 text A textOffsetX 27 textOffsetY 12, give a.8 text B textOffsetX 25 textOffsetY 11"
+call do "give a.7 text A textOffsetX 27 textOffsetY 12"
+call do "give a.8 text B textOffsetX 25 textOffsetY 11"
 call do "give a.9 text1 C text1OffsetX 10 text1OffsetY 12 graphic1ID 267, give a.12 extraBottom -5"
-call do "give a.10 isUsingHotPoint 1 hotPointX 20 hotPointY 30, give a.13 value 1, give a.14 value 2, give a.5 value 2"
+call do "give a.10 isUsingHotPoint 1 hotPointX 20 hotPointY 30, give a.13 value 1"
+call do "give a.14 value 2, give a.5 value 2"
 c.1=RValueContainer 280 20 40 5
 c.2=RValueContainer 280 110 40 5
 c.3=RValueContainer -1 200 45 45 35 5
@@ -92,8 +99,10 @@ c.6=RStackingContainer 282 470 20 5
 c.7=RHorizontalContainer 283 20 150 5
 c.8=RHorizontalValueContainer 283 240 150 5
 c.9=RFabricContainer 284 460 150 5
-call do "give c.4 doPixelCompare 1, give c.5 anchorAnswerAtPoint 1 answerAnchorPointX 20 answerAnchorPointY -10"
-call do "give c.2 value 5 lockCorrectAnswers 1, give c.7 deltaZ 3, give c.9 infoAOID 285 infoVerticalOffset 6"
+call do "give c.4 doPixelCompare 1"
+call do "give c.5 anchorAnswerAtPoint 1 answerAnchorPointX 20 answerAnchorPointY -10"
+call do "give c.2 value 5 lockCorrectAnswers 1, give c.7 deltaZ 3"
+call do "give c.9 infoAOID 285 infoVerticalOffset 6"
 p=RPuzzle 0
 for i 1 14
 play p addAnswer "a."+i

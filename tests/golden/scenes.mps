@@ -1,5 +1,6 @@
-; What lies over what, what is painted into the background, what is frozen and thawed, who takes the screen away,
-; what happens while it is black, and colours: 256 of them under three palettes, then what does not exist.
+; What lies over what, what is painted into the background, what is frozen and thawed, who takes the
+; screen away, what happens while it is black, and colours: 256 of them under three palettes, then
+; what does not exist.
 ;: rsc golden
 ;$ screens
 ;> 45 screenshot equal.png

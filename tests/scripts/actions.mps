@@ -1,6 +1,7 @@
-; What happens when in nested containers, with members that may be interrupted and others that may not: untouched, halted,
-; paused, cleared and with a member dropped, at every stage. Milliseconds stand behind what has finished, and between
-; braces what is known after the change: members, and who is active of queue, both, drawn, inner.
+; What happens when in nested containers, with members that may be interrupted and others that may
+; not: untouched, halted, paused, cleared and with a member dropped, at every stage. Milliseconds
+; stand behind what has finished, and between braces what is known after the change: members, and
+; who is active of queue, both, drawn, inner.
 yield off
 procedure tick
 ms=ms+1
@@ -12,8 +13,8 @@ procedure done
 get RECEIVER name who
 line=line+" "+who+ms
 ]
-; The queue: 40 ms; both: 30 ms, and 60 ms that may not be interrupted; drawn: 20 ms; twice 10 ms, the
-; second of which may not be interrupted; 25 ms. 165 ms in all.
+; The queue: 40 ms; both: 30 ms, and 60 ms that may not be interrupted; drawn: 20 ms; twice 10 ms,
+; the second of which may not be interrupted; 25 ms. 165 ms in all.
 procedure build
 [
 both=RCompositeAction 1

@@ -1,5 +1,6 @@
-; A clock of four events a second while passes of the program come every 90 ms, never when an event is due: how many
-; events there were after each pass. Stopped for a while, it begins anew, and makes up for nothing.
+; A clock of four events a second while passes of the program come every 90 ms, never when an event
+; is due: how many events there were after each pass. Stopped for a while, it begins anew, and makes
+; up for nothing.
 ;$ --step 90
 yield off
 procedure beat

@@ -1,5 +1,5 @@
-; Triggers and buttons. What is heard in each part is told at its end; times are counted from the last press in steps
-; of 10 ms. The click sound lasts 339 ms.
+; Triggers and buttons. What is heard in each part is told at its end; times are counted from the
+; last press in steps of 10 ms. The click sound lasts 339 ms.
 ;$ --until 20000
 yield off
 procedure tick

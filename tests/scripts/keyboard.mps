@@ -1,5 +1,6 @@
-; The names of all keys, and which of several objects hears them. In the first visit the script writes down what is
-; pressed in the second: every key that has a name, and some characters, then the same with the Control key.
+; The names of all keys, and which of several objects hears them. In the first visit the script
+; writes down what is pressed in the second: every key that has a name, and some characters, then
+; the same with the Control key.
 ;> 5 key W
 ;$ then --input content/keys --until 5000
 yield off

@@ -1,5 +1,5 @@
-; The map game as scripts see it: what a new one has, its indexed properties, who waits for a run, and copies. The game
-; itself is in tests/activities.
+; The map game as scripts see it: what a new one has, its indexed properties, who waits for a run,
+; and copies. The game itself is in tests/activities.
 yield off
 procedure row d
 [
@@ -39,7 +39,8 @@ traps=traps+" "+b
 get m directionGraphicID a
 say directions "/" traps "/" a
 ;=   2201 2201 2201 2201 2201 2201 2201 2201    /   300 208 302 303 304 305 306 307 308 309  / 
-; along the row, which leaves three pictures; into a trap without a sound, off the map, and in no direction
+; along the row, which leaves three pictures; into a trap without a sound, off the map, and in no
+; direction
 set m directionGraphicID 2 2202
 line="waited for"
 length=3

@@ -1,4 +1,5 @@
-; The selection list: what each step answers, and what it leaves behind: the entry, whether it is new and valid.
+; The selection list: what each step answers, and what it leaves behind: the entry, whether it is
+; new and valid.
 yield off
 include steps.mps
 procedure see
@@ -8,7 +9,8 @@ get l entryIsNew new
 get l entryIsValid valid
 line=line+" ["+who+"]"+new+valid
 ]
-words=[canAddChar canDeleteChar canMoveHighlightUp canMoveHighlightDown canScrollListUp canScrollListDown listIsFull
+words=[canAddChar canDeleteChar canMoveHighlightUp canMoveHighlightDown
+words=[canScrollListUp canScrollListDown listIsFull
 procedure can
 [
 line=line+" "
@@ -72,24 +74,29 @@ code=RESULT
 play l addChar "ab"
 say code RESULT
 ;= 5 5
-call do "see, can, turn moveHighlightDown, turn scrollListPageUp, back 1, gone, type z, can, back 1, tell"
+call do "see, can, turn moveHighlightDown, turn scrollListPageUp, back 1, gone, type z, can"
+call do "back 1, tell"
 ;=  []00 1000000 []00 []00 []00 0 []00 0 [Z]11 1100000 []00
 ; names in their order; equal ones; one of more than 16 characters
 call do "entry Mia, entry Ana, entry Bob, entry Bob, see"
 play l addListEntry ""
 play l addListEntry "Clementine of Orange"
-call do "can, at Z, at Clem, can, turn moveHighlightDown, turn moveHighlightDown, turn moveHighlightDown, can, tell"
+call do "can, at Z, at Clem, can, turn moveHighlightDown, turn moveHighlightDown"
+call do "turn moveHighlightDown, can, tell"
 ;=  [Ana]01 1001010 [Ana]01 [Clementine of Or]01 1011100 [Mia]01 [Mia]01 [Mia]01 1010100
 ; prefixes, words and the end of a name
-call do "type mi, type a, can, type x, can, turn moveHighlightUp, turn scrollListLineUp, at Ana, back 1, tell"
+call do "type mi, type a, can, type x, can, turn moveHighlightUp, turn scrollListLineUp, at Ana"
+call do "back 1, tell"
 ;=  00 [Mia]01 0 [Mia]01 1110100 0 [Miax]11 1100000 [Miax]11 [Miax]11 [Miax]11 [Mia]01
-call do "type _, type _, type be, type lla__, type CARLO_, tell, type sun!, can, gone, type _, type b, back 2, tell"
+call do "type _, type _, type be, type lla__, type CARLO_, tell, type sun!, can, gone, type _"
+call do "type b, back 2, tell"
 ;=  0 [Mia ]11 3 [Mia ]11 00 [Mia Be]11 00003 [Mia Bella ]11 000000 [Mia Bella Carlo ]11
 ;=  1111 [Mia Bella Carlo ]11 0100000 0 [Mia]01 2 [Mia]01 0 [Bob]01 [Bob]01
 call do "type È¿_È, gone, tell"
 ;=  0000 […‡ …]11 0 [Mia]01
 ; a name of its own although another begins so
-call do "turn startNewEntry, can, type bo, type b, turn startNewEntry, type y, back 2, entry Bo, see, back 2, tell"
+call do "turn startNewEntry, can, type bo, type b, turn startNewEntry, type y, back 2, entry Bo"
+call do "see, back 2, tell"
 ;=  []10 1000000 00 [Bo]11 0 [Bob]10 [Bob]10 0 [Boby]11 [Bo]11 [Bo]10 [Ana]01
 call do "type m, turn startNewEntry, gone, tell"
 ;=  0 [Mia]01 [M]11 0 [Mia]01
@@ -100,16 +107,20 @@ call do "at Mia, gone, at Ana, gone, gone, tell, gone, gone, gone, gone, tell"
 ; 99 names
 for i 1 98
 play l addListEntry "Name "+i
-call do "can, type name, type _9, type x, can, entry Zoe, back 1, entry Zoe, see, can, type q, tell"
-;=  1001010 0000 [Name 1]01 00 [Name 9]01 0 [Name 9x]11 1100001 [Name 9]01 [Name 9]01 1111111 4 [Name 9]01
+call do "can, type name, type _9, type x, can, entry Zoe, back 1, tell, entry Zoe, see, can"
+call do "type q, tell"
+;=  1001010 0000 [Name 1]01 00 [Name 9]01 0 [Name 9x]11 1100001 [Name 9]01
+;=  [Name 9]01 1111111 4 [Name 9]01
 call do "at Zoe, turn startNewEntry, entry Zoe, type name_5, type 5, gone, can, tell"
 ;=  [Zoe]01 [Zoe]01 000000 [Name 5]01 0 [Name 55]01 Name 551 [Name 56]01 1011110
 ; a step after another
 drop l
 l=RSelList 100 100 200 60
-call do "entry Mia, entry Ana, entry Bob, entry Bob, type ana, type x, back 1, type __, type b, back 1, back 1, back 4, tell"
+call do "entry Mia, entry Ana, entry Bob, entry Bob, type ana, type x, back 1, type __, type b"
+call do "back 1, back 1, back 4, tell"
 ;=  000 [Ana]01 0 [Anax]11 [Ana]01 03 [Ana ]11 0 [Ana B]11 [Ana ]11 [Ana]01 [Ana]01
-call do "type miA, turn startNewEntry, turn startNewEntry, type z, gone, type b, back 1, turn startNewEntry, tell"
+call do "type miA, turn startNewEntry, turn startNewEntry, type z, gone, type b, back 1"
+call do "turn startNewEntry, tell"
 ;=  000 [Mia]01 [Mia]10 [Mia]10 0 [Miaz]11 0 [Mia]01 0 [Bob]01 [Bob]01 []10
 call do "type q, type 1234567890abcdef, gone, tell"
 ;=  0 [Q]11 0000000000000001 [Q1234567890abcde]11 0 [Mia]01
