@@ -7,11 +7,8 @@
 ;> 50 screenshot start.png
 ; over the container that has another colour for its highlight too
 ;> 100 down 62 202
-;> 110 move 100 150
 ;> 120 move 157 72
 ;> 130 screenshot over.png
-;> 140 up 157 72
-;> 150 screenshot placed.png
 yield off
 ActivateDLL golden.rsc
 Scene 100

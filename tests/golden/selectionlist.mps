@@ -1,46 +1,20 @@
-; Selection lists in all their states. List 8 is typed into, and looked through, by keys; lists 3 and 5
-; are clicked.
+; Selection lists in all their states; lists 3 and 5 are clicked.
 ;: rsc golden
 ;$ screens
 ;> 90 screenshot states.png
 ;> 270 screenshot moved.png
 ;> 450 screenshot deleted.png
 ; the third line; the second one, an empty one, twice; the first one twice
-;> 500 down 30 160
-;> 501 up 30 160
-;> 520 down 310 40
-;> 521 up 310 40
-;> 530 down 310 101
-;> 531 up 310 101
-;> 540 double 310 101
-;> 541 up 310 101
-;> 550 screenshot empty.png
-;> 560 down 30 135
-;> 561 up 30 135
-;> 570 double 30 135
-;> 571 up 30 135
-;> 580 screenshot chosen.png
-;> 600 key m
-;> 601 key I
-;> 602 key l
-;> 610 screenshot matching.png
-;> 611 key i
-;> 612 key x
-;> 620 screenshot new.png
-;> 621 key Backspace
-;> 622 key Backspace
-;> 623 key Down
-;> 624 key Down
-;> 625 key PageUp
-;> 626 key Insert
-;> 627 key q
-;> 630 screenshot editing.png
-;> 631 key Backspace
-;> 632 key Backspace
-;> 633 key Delete
-;> 634 key PageDown
-;> 635 key Down
-;> 640 screenshot looked.png
+;> 500 click 30 160
+;> 520 click 310 40
+;> 540 click 310 101
+;> 560 double 310 101
+;> 565 up 310 101
+;> 570 screenshot empty.png
+;> 580 click 30 135
+;> 600 double 30 135
+;> 605 up 30 135
+;> 610 screenshot chosen.png
 yield off
 ActivateDLL golden.rsc
 procedure list number left top wide high lines
@@ -62,30 +36,10 @@ play l.number addChar letters|i|1
 procedure repeat number what times
 for i 1 times
 play l.number what
-procedure pressed
-[
-get keys key shown
-if (~shown)=1
-play l.8 addChar shown
-if shown="Down"
-play l.8 moveHighlightDown
-if shown="Up"
-play l.8 moveHighlightUp
-if shown="PageDown"
-play l.8 scrollListPageDown
-if shown="PageUp"
-play l.8 scrollListPageUp
-if shown="Backspace"
-play l.8 deleteChar
-if shown="Delete"
-play l.8 deleteEntry
-if shown="Insert"
-play l.8 startNewEntry
-]
 procedure chosen
 [
 get RECEIVER currentEntry who
-set note text "chosen: "+who
+say who
 ]
 name=[Mia Bob Zoe Ana Mike Ida Mila Yann Max "Anna Bella Carlo"
 Scene 100
@@ -134,13 +88,8 @@ play l.13 moveHighlightDown
 call list 14 590 400 120 120 6
 call fill 14 10
 ring=RAnimation 230 560 380 6
-call list 8 20 340 150 68 4
-call fill 8 10
-note=RText 340 300 0-1 0-1 5
 set l.3 entrySelected chosen
 set l.5 entrySelected chosen
-keys=RKbdInp 0
-set keys keyPressed pressed
 DisplayScreen
 pause 0.2
 ; highlights moved past the view; scrolled by a line and by a page, with the highlight taken along
@@ -172,3 +121,4 @@ set l.11 visibleLines 9
 call repeat 12 deleteEntry 8
 call repeat 13 deleteEntry 10
 set l.14 x 480
+;= Bob

@@ -1,5 +1,5 @@
-; Texts in a type face of all sizes and styles; faces that are not there, for which there is the system
-; font; and a face for which the program has a bitmap font, number 31.
+; Texts in a type face of all sizes and styles; faces that are not there, for which there is the
+; system font; and a face for which the program has a bitmap font, number 31.
 ;: rsc golden
 ;: face
 ;$ screens

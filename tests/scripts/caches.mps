@@ -1,5 +1,6 @@
 ; A scene goes on while its sounds are copied to the hard disk in the background; a sound that is
-; played in the midst of it waits for the rest, and the copy goes when nobody plays from it any more.
+; played in the midst of it waits for the rest, and the copy goes when nobody plays from it any
+; more.
 yield off
 CacheDLL sounds.rsc 1 0 1
 CacheDLL light.rsc 0 1

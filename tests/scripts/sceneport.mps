@@ -1,5 +1,5 @@
-; Scene ports: keys, clicks, pauses and the end of the game, and the music from scene to scene.
-; the background, the space bar, another program and back, Enter, the exit screen, in a transition too
+; Scene ports: keys, clicks, pauses and the end of the game, and the music from scene to scene. the
+; background, the space bar, another program and back, Enter, the exit screen, in a transition too
 ;> 500 click 320 50
 ;> 1000 key  
 ;> 1300 background
