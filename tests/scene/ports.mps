@@ -20,28 +20,11 @@ call begin
 play port startBackgroundMusic
 call note
 ; the last argument says which ones count; each from 100 at 40
-ones=[101 -1 65535
-for i 1 3
+words=[101 "" "" -1 "" "" 65535 "" "" 102 90 "" "" 90 "" 101 -5 "" "" "" 1 101 "" 1 101 300 ""
+for i 1 25 3
 [
 call begin
-play port startBackgroundMusic ones.i
-call note
-]
-twos=[102 90 "" 90 101 -5
-for i 1 5 2
-[
-call begin
-k=i+1
-play port startBackgroundMusic twos.i twos.k
-call note
-]
-threes=["" "" 1 101 "" 1 101 300 ""
-for i 1 7 3
-[
-call begin
-k=i+1
-l=i+2
-play port startBackgroundMusic threes.i threes.k threes.l
+play port startBackgroundMusic words.i words.(i+1) words.(i+2)
 call note
 ]
 say told
@@ -69,38 +52,30 @@ say told
 ;= then 99/50/1 100/60/0 100/60/1 101/100/0
 
 ; all are told in their order, whatever they do: the first one drops the third, the second one makes another and goes
-procedure first
+procedure heard
 [
-say "1"
-drop three
-]
-procedure second
+get RECEIVER name who
+say who
+if who="port.1"
+drop port.3
+if who="port.2"
 [
-say "2"
-late=RScenePort 0
-set late paused latest
-drop two
+port.5=RScenePort 0
+set port.5 paused heard
+drop port.2
 ]
-procedure latest
-say "late"
-procedure third
-say "3"
-procedure last
-say "4"
-one=RScenePort 0
-two=RScenePort 0
-three=RScenePort 0
-four=RScenePort 0
-set one paused first
-set two paused second
-set three paused third
-set four paused last
+]
+for i 1 4
+[
+port.i=RScenePort 0
+set port.i paused heard
+]
 ;> 500 background
 ;> 600 foreground
 ;> 700 background
-;= 1
-;= 2
-;= 4
-;= 1
-;= 4
-;= late
+;= port.1
+;= port.2
+;= port.4
+;= port.1
+;= port.4
+;= port.5

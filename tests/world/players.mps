@@ -2,86 +2,64 @@
 ; record, and what is kept until the next visit, which reads the players only when it writes.
 ;$ then
 yield off
-include steps.mps
-procedure pair
-[
-call cut
-one=word
-call cut
-two=word
-]
-procedure run
-[
-call cut
-method=word
-call pair
-play world method one two
-]
-procedure of
-[
-call cut
-property=word
-call pair
-got="none"
-get world property one two got
-line=line+" "+got
-]
+include things.mps
 procedure who
 [
 call cut
-play world activatePlayer word
-get world playerName name
-get world playersCount count
+play t.1 activatePlayer word
+get t.1 playerName name
+get t.1 playersCount count
 line=line+" "+name+"/"+count
 ]
-world=RWorldPort 0
-get world informWinGWarning visit
-set world informWinGWarning visit+1
-play world addIntProperty coats ""
-play world addIntProperty boots 0
+t.1=RWorldPort 0
+get t.1 informWinGWarning visit
+set t.1 informWinGWarning visit+1
+play t.1 addIntProperty coats ""
+play t.1 addIntProperty boots 0
 if visit=2
 [
-call do "who Zoe, tell, run addGlobalIntProperty informColorsWarning, run addIntProperty playerName"
+play t.1 addGlobalIntProperty informColorsWarning
+call do "run 1 addIntProperty playerName, who Zoe, tell"
 StartTransition
-call do "who #0, who #1, who #2, who #3, of coats, of boots, of inGame, of playerScore"
-call do "of isAutoLevelingEnabled, of informColorsWarning, run activateDataFile, of playersCount"
-call tell
-play world addGlobalIntProperty CStatueDataset 0
-set world CStatueDataset 3
+call do "who #0, who #1, who #2, who #3, of 1 coats, of 1 boots, of 1 inGame, of 1 playerScore"
+call do "of 1 isAutoLevelingEnabled, of 1 informColorsWarning, run 1 activateDataFile"
+call do "of 1 playersCount, tell"
+play t.1 addGlobalIntProperty CStatueDataset 0
+set t.1 CStatueDataset 3
 StartTransition
-set world CStatueDataset none
+set t.1 CStatueDataset none
 StartTransition
 quit
 ]
-play world activateDataFile
+play t.1 activateDataFile
 warnings=[informResolutionWarning informColorsWarning informDirectDrawNotFoundWarning
 warnings=[informDirectDrawSwitchFailedWarning informDirectDrawVersionWarning
 for i 1 5
 [
-get world warnings.i got
+get t.1 warnings.i got
 line=line+" "+got
 ]
 call tell
 ;=  1 1 1 1 1
 call do "who #0, who Ana, who ana, who #1, who #9, who #-1, who #9, who #3, who 2, tell"
 ;=  #0/1 Ana/2 ana/3 Ana/3 #9/4 #-1/5 #9/5 #9/5 2/6
-call do "run removePlayer 2, run removePlayer nobody, run removePlayer #0x, of playerName"
-call do "of playersCount, who ana, run removePlayer 0, run removePlayer #9, run removePlayer #-1, of playerName"
-call do "of playersCount, tell"
+call do "run 1 removePlayer 2, run 1 removePlayer nobody, run 1 removePlayer #0x, of 1 playerName"
+call do "of 1 playersCount, who ana, run 1 removePlayer 0, run 1 removePlayer #9"
+call do "run 1 removePlayer #-1, of 1 playerName, of 1 playersCount, tell"
 ;! Property playerName not found
 ;=  none 5 ana/5 ana 2
 
 ; another port shows whom it activated itself, until that one is removed
 other=RWorldPort 0
-play world activatePlayer "Ana"
+play t.1 activatePlayer "Ana"
 get other playerName a
 play other activatePlayer "Rui"
-get world playerName b
+get t.1 playerName b
 get other playerName c
 play other removePlayer "Ana"
 say a b c
 ;= ana Ana Rui
-call do "of playerName, tell"
+call do "of 1 playerName, tell"
 ;! Property playerName not found
 ;=  none
 get other playerName b
@@ -90,68 +68,69 @@ say b c
 ;= Rui 2
 
 ; of one name: the last one is seen, a player's while one is shown
-call do "run addGlobalIntProperty informColorsWarning, run addGlobalIntProperty hats"
-set world hats 1
-play world addGlobalIntProperty hats
-set world hats 2
-call do "run addIntProperty hats, run addIntProperty activatePlayer"
-call do "who Eva, of hats, run removePlayer Eva, of hats, tell"
+call do "run 1 addGlobalIntProperty informColorsWarning, run 1 addGlobalIntProperty hats"
+set t.1 hats 1
+play t.1 addGlobalIntProperty hats
+set t.1 hats 2
+call do "run 1 addIntProperty hats, run 1 addIntProperty activatePlayer"
+call do "who Eva, of 1 hats, run 1 removePlayer Eva, of 1 hats, tell"
 ;=  Eva/3 0 2
 
 ; items, answers, levels and games of a player
-play world activatePlayer "Ana Lua"
-set world currentLocation CWS1
-call do "run backpackAddObject 29, run backpackAddObject 0, run backpackRemoveObject 12"
-call do "run backpackAddObject 28, run backpackAddObject 3, run backpackRemoveObject 0"
-call do "run backpackRemoveObject -1, of backpackItemPresent 0, of backpackItemPresent 1"
+play t.1 activatePlayer "Ana Lua"
+set t.1 currentLocation CWS1
+call do "run 1 backpackAddObject 29, run 1 backpackAddObject 0, run 1 backpackRemoveObject 12"
+call do "run 1 backpackAddObject 28, run 1 backpackAddObject 3, run 1 backpackRemoveObject 0"
+call do "run 1 backpackRemoveObject -1, of 1 backpackItemPresent 0, of 1 backpackItemPresent 1"
 for i 1 7
-play world addObject 12+i ""
-call do "run addObject 0 CHUB, run addObject 29 CHUB, run addObject 5 CBA1"
-call do "run removeObjectFromLocation 19 CWS1, of itemsPresentCount, of itemsPresentCount CHUB"
-call do "run removeObjectFromLocation 14 CWS1, of itemPresent 2, of itemPresent 3, tell"
+play t.1 addObject 12+i ""
+call do "run 1 addObject 0 CHUB, run 1 addObject 29 CHUB, run 1 addObject 5 CBA1"
+call do "run 1 removeObjectFromLocation 19 CWS1, of 1 itemsPresentCount"
+call do "of 1 itemsPresentCount CHUB, run 1 removeObjectFromLocation 14 CWS1, of 1 itemPresent 2"
+call do "of 1 itemPresent 3, tell"
 ;=  0 3 6 0 0 15
-call do "run correctGuess, run incorrectGuess CWS2, run incorrectGuess PBA"
-call do "of wsTotalCorrectGuessCount, of wsTotalGuessCount CWS2"
-call do "of wsTotalCorrectGuessCount CWS2, run autoLevel CMA"
-call do "of currentLevel CMA, tell"
+call do "run 1 correctGuess, run 1 incorrectGuess CWS2, run 1 incorrectGuess PBA"
+call do "of 1 wsTotalCorrectGuessCount, of 1 wsTotalGuessCount CWS2"
+call do "of 1 wsTotalCorrectGuessCount CWS2, run 1 autoLevel CMA"
+call do "of 1 currentLevel CMA, tell"
 ;=  1 1 0 2
-set world currentLocation CHUB
-call do "run distributeItems, of wsNextItemInQueue CWS1"
+set t.1 currentLocation CHUB
+call do "run 1 distributeItems, of 1 wsNextItemInQueue CWS1"
 line=" "+(got>0)
-call do "run removeNextObjectFromQueue CWS1, run removeNextObjectFromQueue CWS1"
-call do "run removeNextObjectFromQueue CWS1, of wsNextItemInQueue CWS1, run newGame"
-call do "of itemsPresentCount CWS1, of currentLocation, tell"
+call do "run 1 removeNextObjectFromQueue CWS1, run 1 removeNextObjectFromQueue CWS1"
+call do "run 1 removeNextObjectFromQueue CWS1, of 1 wsNextItemInQueue CWS1, run 1 newGame"
+call do "of 1 itemsPresentCount CWS1, of 1 currentLocation, tell"
 ;=  1 0 0 CBA1
 threshold=[wsAutoLevelingA wsAutoLevelingB wsAutoLevelingX wsAutoLevelingY
+places=[PWS2 OWS4 OWS3 CHUB ""
 for i 1 4
 [
-get world threshold.i PWS2 a
-set world threshold.i OWS4 i-9
-get world threshold.i OWS4 b
-get world threshold.i OWS3 c
-set world threshold.i CHUB 9
-get world threshold.i CHUB d
-get world threshold.i "" e
-line=line+" "+a+b+c+"["+d+e+"]"
+set t.1 threshold.i OWS4 i-9
+set t.1 threshold.i CHUB 9
+for k 1 5
+[
+get t.1 threshold.i places.k got
+line=line+" "+got
+]
 ]
 call tell
-;=  5-85[] 6-76[] 4-64[] 10-510[]
+;=  5 -8 5   6 -7 6   4 -6 4   10 -5 10  
 ; what is kept
-set world coats 4
-set world boots 4
-set world inGame 1
-set world playerScore 12
-set world informColorsWarning 0
-play world addGlobalIntProperty volume
+set t.1 coats 4
+set t.1 boots 4
+set t.1 inGame 1
+set t.1 playerScore 12
+set t.1 informColorsWarning 0
+play t.1 addGlobalIntProperty volume
 quit
 ;=  Zoe/1
 ;=  Zoe/4 ana/4 Rui/4 Ana Lua/4 4 0 0 12 1 0 4
 ;! CStatueDataset is now 0, please inform Ilse or Bram
 ;% World Memory - starting up!
-;% World Memory - activating player Zoe
-;% World Memory - creating new player Zoe
 ;% Warning: World Memory - the global informColorsWarning is the program's own and is not added again: use it as it is, or another name
 ;% Warning: World Memory - every player has a property playerName, and none is added: use it as it is, or another name
+;% World Memory - activating player Zoe
+;% World Memory - creating new player Zoe
 ;% *** CStatueDataset is not defined ***
 ;% World Memory - writing data file, sDataFileActive: 0
 ;% World Memory - reading data file, sDataFileActive: 1
