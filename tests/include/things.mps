@@ -2,7 +2,7 @@
 ; "let 1 PROPERTY VALUE" sets one, "run 1 METHOD WORDS" calls a method, "rest SECONDS" pauses,
 ; "lose t.1" drops it; begin and finish HOW are transitions, show is DisplayScreen.
 include steps.mps
-procedure four
+procedure five
 [
 call cut
 thing=word
@@ -12,23 +12,25 @@ call cut
 one=word
 call cut
 two=word
+call cut
+three=word
 ]
 procedure of
 [
-call four
+call five
 got="none"
 get t.thing member one two got
 line=line+" "+got
 ]
 procedure let
 [
-call four
+call five
 set t.thing member one
 ]
 procedure run
 [
-call four
-play t.thing member one two
+call five
+play t.thing member one two three
 ]
 procedure rest
 [
