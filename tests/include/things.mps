@@ -1,5 +1,5 @@
 ; More steps (steps.mps), for objects t.1 and so on: "of 1 PROPERTY WORDS" puts a property into line,
-; "let 1 PROPERTY VALUE" sets one, "run 1 METHOD WORDS" calls a method, "rest SECONDS" pauses,
+; "let 1 PROPERTY [WORD] VALUE" sets one, "run 1 METHOD WORDS" calls a method, "rest SECONDS" pauses,
 ; "lose t.1" drops it; begin and finish HOW are transitions, show is DisplayScreen.
 include steps.mps
 procedure five
@@ -25,6 +25,9 @@ line=line+" "+got
 procedure let
 [
 call five
+if ~two
+set t.thing member one two
+else
 set t.thing member one
 ]
 procedure run
