@@ -1,7 +1,7 @@
 ; Characters. What is seen of the layers is looked at every 45 ms: the pose 2010 (p), what it plays (w; 2001 takes 1200
-; ms), fidgets (f; 2006 takes 1020 ms) and speeches of 2010, each by its letter and how often it was seen, with + when it
+; ms), fidgets (e; 2006 takes 1020 ms) and speeches of 2010, each by its letter and how often it was seen, with + when it
 ; moved, ! when it had finished then.
-;$ --until 1400000
+;$ --until 400000
 yield off
 include things.mps
 procedure onBorn
@@ -85,10 +85,10 @@ set t.1 finished
 play t.1 stop
 set t.1 finished ended
 ]
-procedure fidget group min max id
+procedure fidget letter group min max id
 [
 play t.1 addFidgetGroup group min max
-role="f"
+role=letter
 play t.1 addFidget group id
 role="w"
 ]
@@ -191,55 +191,20 @@ call where
 ;=  16 0 28 0 60 60 48
 drop t.2
 
-; fidgets of ten minutes: every 5 to 9 seconds, and each of three once before any is played again
+; fidgets of two minutes: every 5 to 9 seconds, and each of three once before any is played again
 call make
-call fidget 7 5 10 2006
-call fidget 7 5 10 2002
-call fidget 7 5 10 2004
-for i 0 20
-waits.i=0
-played=0
-wrong=0
-quiet=0
-fidgets=":"
-for w 1 13334
-[
-pause 0.05
-call glance
-if state="p"
-quiet=quiet+1
-else if quiet
-[
-k=(quiet*45+500)\1000
-waits.k=waits.k+1
-quiet=0
-played=played+1
-for i 12 14
-[
-get t.i visible seen
-if seen
-fidgets=fidgets+i
-]
-if played%3=0
-[
-if (12@fidgets)*(13@fidgets)*(14@fidgets)=0
-wrong=wrong+1
-fidgets=":"
-]
-]
-]
-for i 1 20
-if waits.i
-line=line+" "+i
-say "waits of" line "seconds, fidgets:" played>60 wrong
-;= waits of  5 6 7 8 9 seconds, fidgets: 1 0
-line=""
+call fidget e 7 5 10 2006
+call fidget g 7 5 10 2002
+call fidget h 7 5 10 2004
+call do "see 1300, tell, see 1300, tell"
+;= / p199 g+12 p178 h+15 p199 e+23 p200 h+15 p177 e+23 p133 g+12 p111 h+3 
+;= / h+12 p199 e+23 p200 g+12 p200 h+15 p155 g+12 p178 e+22 p156 e+22 p94 
 ; intervals of any size: how many times 9 ms
 intervals=[5 5 5 2 0 1 -3 0 -9 -4
 for row 1 9 2
 [
 call make
-call fidget 1 intervals.row intervals.(row+1) 2006
+call fidget e 1 intervals.row intervals.(row+1) 2006
 for w 1 700
 [
 get t.12 visible seen
@@ -250,19 +215,19 @@ pause 0.01
 line=line+" "+w
 ]
 call tell
-;=  556 557 2 3 3
+;=  556 556 3 3 3
 call make
-call fidget 1 2147483646 2147483647 2006
+call fidget e 1 2147483646 2147483647 2006
 call do "see 10, tell"
 ;= / p10 
 ; none begins while it is busy, hidden or paused: then its group waits anew
 call make
-call fidget 7 1 1 2006
+call fidget e 7 1 1 2006
 set t.1 finished
 call do "run 1 playAnim 2001 -1, rest 1.5, run 1 stop, see 20, run 1 stop"
 call do "let 1 visible 0, rest 1.5, let 1 visible 1, see 20, run 1 stop"
 call do "run 1 pause, rest 1.5, run 1 resume, see 20, tell"
-;= / p14 f+6 / p14 f+6 / p14 f+6 
+;= / p14 e+6 / p14 e+6 / p14 e+6 
 ; a group goes with its fidgets, also in the midst of one; numbers of groups are kept apart; a fidget over the pose
 call do "run 1 addFidgetGroup 8 300 300, run 1 addFidget 8 2004, rest 1, run 1 removeFidgetGroup 7, see 30"
 call do "run 1 addFidgetGroup 9 1 1, as g, run 1 addFidget 9 2006 0, see 40, run 1 removeFidgetGroup 9, tell"

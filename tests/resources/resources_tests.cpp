@@ -1,5 +1,4 @@
 #include "frameworkfixture.h"
-#include "growth.h"
 #include "nebuilder.h"
 
 #include "omformat.h"
@@ -201,19 +200,6 @@ TEST_F(ResourcesTest, LogsOnlyTheFirstProblemsOfAMap) {
         EXPECT_EQ(std::ranges::count(log, '\n'), MapProblems::kMaxLogged + 1);
         resources.shutDown();
     }
-}
-
-TEST_F(ResourcesTest, AMapOfManyFilesTakesTimeInProportion) {
-    const auto work = [this](int count) {
-        std::string blocks;
-        for (int i = 0; i < count; ++i) blocks += OMFormat("%d\n%04d 1\nENDFILE\n", i, i / 20);
-        files.put(kMap, "M\n1\n" + blocks);
-        start();
-        EXPECT_TRUE(has(1, "0000"));
-        resources.shutDown();
-        EXPECT_FALSE(has(1, "0000"));
-    };
-    EXPECT_LT(testing_support::growthOfFour(4000, work), testing_support::kInProportion);
 }
 
 } // namespace

@@ -48,18 +48,8 @@ class ScenePortTest : public SoundTest {
         for (; ms > 10; ms -= 10) pass(10);
         return pass(ms);
     }
-    /// Compares every pass with the volume that the fade must have, for the given time.
-    void expectFade(int from, int to, int seconds, int ms) {
-        const std::int64_t begin = time;
-        for (int passed = 7; passed <= ms; passed += 7) {
-            const std::int64_t ticks = (begin + passed) * 60 / 1000 - begin * 60 / 1000;
-            const bool over = ticks >= seconds * 60;
-            const auto volume = static_cast<int>(from + ticks * (to - from) / (seconds * 60));
-            ASSERT_EQ(pass(7), over ? to : volume) << passed << " ms after the beginning";
-        }
-    }
     void expect(const std::string& steps);
-    void step(char what, int a, int b, int c, int d);
+    void step(char what, int a, int b, int c);
 
     ScenePause scene{[this] { return movie; }};
     std::optional<RSoundStreams> streams{[this](int id, int mode) -> std::unique_ptr<OMIStream> {
@@ -79,7 +69,7 @@ class ScenePortTest : public SoundTest {
 /// The steps between blanks, each a letter and its numbers: s(tart) id, volume, fade, or as it is;
 /// x stop, fade; v(olume); i(d); e(nabled); p(ause); r(esume); T, t a transition begins, ends; M, m
 /// a movie is current, no more; Y, y the device is taken, given back; L, l it is lost, there again;
-/// C it is closed; D, d the port is made, goes; f(ade) from, to, seconds, ms. 500 waits so many
+/// C it is closed; D, d the port is made, goes. 500 waits so many
 /// milliseconds, 500=40 hears this volume then, 500=- nothing.
 void ScenePortTest::expect(const std::string& steps) {
     SCOPED_TRACE(steps);
@@ -93,13 +83,13 @@ void ScenePortTest::expect(const std::string& steps) {
             EXPECT_EQ(now, volume == "-" ? kNothing : std::stoi(volume)) << word;
             continue;
         }
-        int n[4]{kAsItIs};
-        std::sscanf(word.c_str() + 1, "%d,%d,%d,%d", &n[0], &n[1], &n[2], &n[3]);
-        step(word[0], n[0], n[1], n[2], n[3]);
+        int n[3]{kAsItIs};
+        std::sscanf(word.c_str() + 1, "%d,%d,%d", &n[0], &n[1], &n[2]);
+        step(word[0], n[0], n[1], n[2]);
     }
 }
 
-void ScenePortTest::step(char what, int a, int b, int c, int d) {
+void ScenePortTest::step(char what, int a, int b, int c) {
     switch (what) {
     case 's':
         return a == kAsItIs ? music.start(music.id(), music.volume(), 0) : music.start(a, b, c);
@@ -120,7 +110,6 @@ void ScenePortTest::step(char what, int a, int b, int c, int d) {
     case 'C': return device.close();
     case 'D': return makePort();
     case 'd': port.reset(); return;
-    case 'f': return expectFade(a, b, c, d);
     default: FAIL() << what;
     }
 }
@@ -134,8 +123,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         // what is written in the midst of a fade ends it; a fade goes on from where another one
         // would have ended
-        "s1,80,2 f0,80,2,1000 v30 0=30 2000=30 x2 1000 v70 2000=70 x2 1000 s1,60,0 2000=60",
-        "s1,80,2 1000 i2 0=40 2000=40 i2 0=40", "s2,80,0 0 s1,60,2 500 x1 f60,0,1,900 200=-",
+        "s1,80,2 1000=40 v30 0=30 2000=30 x2 1000=15 v70 2000=70 x2 1000 s1,60,0 2000=60",
+        "s1,80,2 1000 i2 0=40 2000=40 i2 0=40",
+        "s2,80,0 0 s1,60,2 500=15 x1 0=60 500=30 450=3 60=-",
         // fades that go nowhere, or into the past
         "s1,0,1 0=0 x1 0 0=- s1,50,-3 0=50 x-3 0=-",
         // pauses are counted, and hold the fade; also before there is music
@@ -167,7 +157,8 @@ TEST_F(ScenePortTest, FadesHaveTheirVolumeInEveryPassAlsoWhenTheClockPassesItsEn
     for (const std::uint32_t now : {123u, 0xFFFFFC00u}) {
         time = now;
         pass(0);
-        expect("s1,80,2 0=0 f0,80,2,2100 x3 f80,0,3,2900 100=-");
+        expect("s1,80,2 0=0 24=0 1=0 475=20 30=21 470=40 984=79 16=80 500=80 "
+               "x3 1000=54 1000=27 970=1 20=1 20=-");
         scene = ScenePause(); // the time up to the next row is no time of a fade
     }
     constexpr int kLongest = std::numeric_limits<int>::max();
