@@ -134,17 +134,17 @@ call do "run 1 playAnim 2001, rest 0.1"
 ;= dropped
 call make
 ; an animation in place of the pose, of which it is told; played so often, and hidden at the end; also unseen
-call do "run 1 playAnim 2001, see 30, run 1 playAnim 2001 0, see 30, run 1 playAnim 2001 2 0, see 60"
-call do "run 1 playAnim 2001, see 30, let 1 visible 1, see 3, run 1 playAnim 2001 -1, see 60, halt, see 3"
-call tell
+call do "run 1 playAnim 2001, see 30, run 1 playAnim 2001 0, see 30, run 1 playAnim 2001 2 0"
+call do "see 60, run 1 playAnim 2001, see 30, let 1 visible 1, see 3, run 1 playAnim 2001 -1"
+call do "see 60, halt, see 3, tell"
 ;= / w+26! p4 / w+26! p4 / w+53! .7 / .30! / p3 / w+60 / p3 
 ; the pose in all states
 call do "see 20, let 1 animateSettled 1, see 40, as q, let 1 settlePoseID 2006, see 30, as w"
 call do "run 1 playAnim 2001 -1, see 5, as p, let 1 settlePoseID 67546, see 10, halt, see 3"
 call do "let 1 settlePoseID -1, see 3, tell"
 ;= / p20 / p+40 / q+30 / w+5 / w+10 / p3 / .3 
-call do "let 1 visible 0, run 1 pause, see 3, let 1 settlePoseID 2010, see 3, let 1 visible 1, see 40"
-call do "run 1 resume, see 40, let 1 animateSettled 0, see 40, tell"
+call do "let 1 visible 0, run 1 pause, see 3, let 1 settlePoseID 2010, see 3, let 1 visible 1"
+call do "see 40, run 1 resume, see 40, let 1 animateSettled 0, see 40, tell"
 ;= / .3 / .3 / p40 / p+40 / p40 
 ; only what plays is paused
 call do "let 1 animateSettled 1, see 40, as w, run 1 playAnim 2001 2, see 5, run 1 pause, see 20"
@@ -157,8 +157,8 @@ call do "run 1 addSpeechAnim 2010, run 1 addSpeechAnim 2016, run 1 addSpeechAnim
 call do "run 1 playSpeech 206, see 40, run 1 playSpeech 205 0, see 40, let 1 visible 1, see 3"
 call do "run 1 playSpeech 222, see 150, tell"
 ;= / p3 / w+27! p13 / w+27! .13 / p3 / w+106! p44 
-call do "run 1 playSpeech 203, see 40, run 1 playSpeech 203, see 3, run 1 pause, see 40, run 1 resume, see 40"
-call tell
+call do "run 1 playSpeech 203, see 40, run 1 playSpeech 203, see 3, run 1 pause, see 40"
+call do "run 1 resume, see 40, tell"
 ;= / w+25! p15 / w+3 / w40 / w+21! p19 
 ; kept loaded: each animation is a layer of its own when it is spoken first, and then no more
 speeches=[2010 2016 2003
@@ -224,13 +224,14 @@ call do "see 10, tell"
 call make
 call fidget e 7 1 1 2006
 set t.1 finished
-call do "run 1 playAnim 2001 -1, rest 1.5, run 1 stop, see 20, run 1 stop"
-call do "let 1 visible 0, rest 1.5, let 1 visible 1, see 20, run 1 stop"
-call do "run 1 pause, rest 1.5, run 1 resume, see 20, tell"
+call do "run 1 playAnim 2001 -1, rest 1.5, run 1 stop, see 20, run 1 stop, let 1 visible 0"
+call do "rest 1.5, let 1 visible 1, see 20, run 1 stop, run 1 pause, rest 1.5, run 1 resume, see 20"
+call tell
 ;= / p14 e+6 / p14 e+6 / p14 e+6 
 ; a group goes with its fidgets, also in the midst of one; numbers of groups are kept apart; a fidget over the pose
-call do "run 1 addFidgetGroup 8 300 300, run 1 addFidget 8 2004, rest 1, run 1 removeFidgetGroup 7, see 30"
-call do "run 1 addFidgetGroup 9 1 1, as g, run 1 addFidget 9 2006 0, see 40, run 1 removeFidgetGroup 9, tell"
+call do "run 1 addFidgetGroup 8 300 300, run 1 addFidget 8 2004, rest 1, run 1 removeFidgetGroup 7"
+call do "see 30, run 1 addFidgetGroup 9 1 1, as g, run 1 addFidget 9 2006 0, see 40"
+call do "run 1 removeFidgetGroup 9, tell"
 ;= / p30 / p22 pg+18 
 
 ; refusals
@@ -243,7 +244,8 @@ call do "run 1 addSpeechAnim 2010, run 1 addSpeechAnim 404, run 1 addFidget 7 20
 ;! ASEQ resource 404 not found.
 ;! RCharacter: unable to load animation 404
 ;! RCharacter: Unknown fidget group 7
-call do "run 1 removeFidgetGroup 7, run 1 addFidgetGroup 7 1 2, run 1 addFidget 7 404, let 1 settlePoseID 404"
+call do "run 1 removeFidgetGroup 7, run 1 addFidgetGroup 7 1 2, run 1 addFidget 7 404"
+call do "let 1 settlePoseID 404"
 ;! RCharacter: unknown fidget group 7
 ;! ASEQ resource 404 not found.
 ;! RCharacter: Unable to load fidget animation 404

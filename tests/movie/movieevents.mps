@@ -13,8 +13,8 @@ play t.4 add MovieAction plain.smk
 set RSmackerMovie born keep
 play t.4 start
 set RSmackerMovie born
-call do "run 1 start, rest 0.25, run 4 pause, run 2 start, rest 0.22"
-call do "of 1 frame, of 2 frame, of 3 frame, tell"
+call do "run 1 start, rest 0.25, run 4 pause, run 2 start, rest 0.22, of 1 frame, of 2 frame"
+call do "of 3 frame, tell"
 ;=  5 3 3
 ;> 434 background
 call do "rest 0.05, run 4 resume, run 2 stop, let 2 frame 0, run 2 start"
@@ -85,7 +85,8 @@ t.1=RSmackerMovie other.smk 30 20 500
 play t.1 }
 call do "of 1 summary, of 1 summary, of 1 summary 16, of 1 summary 19, of 1 summaryText 9, tell"
 call do "of 1 summary, of 1 summary -1, of 1 summary, of 1 summary 3, of 1 summaryText, tell"
-call do "of 1 summaryText 17, of 1 frame, let 1 frame 99, of 1 frame, let 1 frame -3, of 1 frame, tell"
+call do "of 1 summaryText 17, of 1 frame, let 1 frame 99, of 1 frame, let 1 frame -3, of 1 frame"
+call tell
 ;=  180 9000 0 500 Time necessary to read from the device during SmackWaits (normally idle time)
 ;=  4 180 9000 3 Speed of the device in bytes/second (usually around 2x the spin speed)
 ;=   2 2 0

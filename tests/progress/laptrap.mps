@@ -50,7 +50,8 @@ t.2=RLapTrap word
 set t.2 locationSelected onSelected
 set t.2 closed onClosed
 ]
-names=[seenChooseActivity seenLapTrapInPractice seenProgressLevels seenLapTrapInGame seenCairoMap seenOasisMap
+names=[seenChooseActivity seenLapTrapInPractice seenProgressLevels
+names=[seenLapTrapInGame seenCairoMap seenOasisMap
 procedure flags
 [
 line=line+" flags "
@@ -81,13 +82,15 @@ procedure answer
 call cut
 for i 1 word
 play t.1 correctGuess CWS1
-call do "run 1 autoLevel CWS1, of 1 currentLevel CWS1, of 1 levelColor 4 CWS1, states, tell"
+play t.1 autoLevel CWS1
+get t.1 currentLevel CWS1 a
+get t.1 levelColor 4 CWS1 b
+line=line+" "+a+" "+b
+call states
+call tell
 ]
 set t.1 currentLevel CWS1 4
-call do "answer 5"
-call do "rest 0.05, answer 1"
-call do "answer 5"
-call do "rest 0.05, answer 1"
+call do "answer 5, rest 0.05, answer 1, answer 5, rest 0.05, answer 1"
 ;> 8201 click 115 145
 ;> 8246 click 85 145
 ;=  4 0 123 21111 21111 21-
@@ -95,10 +98,12 @@ call do "rest 0.05, answer 1"
 ;=  4 1 123 21111 11121 21-
 ;=  3 1 123 21111 11231 21-
 ; CMA is refused while it was never visited; levels wait for that
-call do "let 1 visitedCount CMA 0, open CMA, rest 0.1, states, let 2 visible 0, states, let 2 visible 1"
+call do "let 1 visitedCount CMA 0, open CMA, rest 0.1, states, let 2 visible 0, states"
+call do "let 2 visible 1"
 ;> 8291 click 55 105
 ;> 8311 click 25 145
-call do "states, rest 1.5, states, tell, rest 0.1, states, rest 1.5, let 2 visible 0, let 2 visible 1"
+call do "states, rest 1.5, states, tell, rest 0.1, states, rest 1.5, let 2 visible 0"
+call do "let 2 visible 1"
 ;> 9731 click 25 145
 ;> 9751 click 55 105
 call do "states, let 1 visitedCount CMA 1, rest 0.1, states, tell"
@@ -112,7 +117,8 @@ call do "rest 0.1, of 1 isBackgroundMusicOff, states, tell"
 ;=  1 233 12111 21131 12-
 
 ; each part introduces itself when its flag is 0; closing ends it
-call do "let 1 seenLapTrapInPractice 0, open CMA, let 1 inGame 1, open CMA, rest 0.5, states, open OMA, flags"
+call do "let 1 seenLapTrapInPractice 0, open CMA, let 1 inGame 1, open CMA, rest 0.5, states"
+call do "open OMA, flags"
 ;@ 11341 WAVE resource 9052 not found.
 ;@ 11574 WAVE resource 9061 not found.
 ;@ 11791 WAVE resource 9062 not found.
@@ -150,11 +156,12 @@ call do "rest 0.1, tell, open CMA, rest 0.1, lose t.2, open CMA, rest 0.05, lose
 ;> 12431 click 55 105
 ;> 12521 down 55 145
 ;> 12566 up 55 145
-call do "let 1 inGame 1, let 1 seenLapTrapInGame 0, let 1 seenCairoMap 0, open CMA, lose t.2, rest 1"
+call do "let 1 inGame 1, let 1 seenLapTrapInGame 0, let 1 seenCairoMap 0, open CMA, lose t.2"
+call do "rest 1"
 
 ; who clicks anything needs no hint, and it comes once
-call do "let 1 inGame 0, open CMA, rest 10, open CMA, rest 10, open CMA, rest 10"
-call do "open CMA, rest 10, open CMA, rest 10, tell, open CMA, rest 30"
+call do "let 1 inGame 0, open CMA, rest 10, open CMA, rest 10, open CMA, rest 10, open CMA, rest 10"
+call do "open CMA, rest 10, tell, open CMA, rest 30"
 ;> 14466 click 220 25
 ;> 23566 click 140 110
 ;> 32666 click 25 105

@@ -72,8 +72,8 @@ call do "run 1 addGlobalIntProperty informColorsWarning, run 1 addGlobalIntPrope
 set t.1 hats 1
 play t.1 addGlobalIntProperty hats
 set t.1 hats 2
-call do "run 1 addIntProperty hats, run 1 addIntProperty activatePlayer"
-call do "who Eva, of 1 hats, run 1 removePlayer Eva, of 1 hats, tell"
+call do "run 1 addIntProperty hats, run 1 addIntProperty activatePlayer, who Eva, of 1 hats"
+call do "run 1 removePlayer Eva, of 1 hats, tell"
 ;=  Eva/3 0 2
 
 ; items, answers, levels and games of a player
@@ -91,8 +91,7 @@ call do "of 1 itemPresent 3, tell"
 ;=  0 3 6 0 0 15
 call do "run 1 correctGuess, run 1 incorrectGuess CWS2, run 1 incorrectGuess PBA"
 call do "of 1 wsTotalCorrectGuessCount, of 1 wsTotalGuessCount CWS2"
-call do "of 1 wsTotalCorrectGuessCount CWS2, run 1 autoLevel CMA"
-call do "of 1 currentLevel CMA, tell"
+call do "of 1 wsTotalCorrectGuessCount CWS2, run 1 autoLevel CMA, of 1 currentLevel CMA, tell"
 ;=  1 1 0 2
 set t.1 currentLocation CHUB
 call do "run 1 distributeItems, of 1 wsNextItemInQueue CWS1"
