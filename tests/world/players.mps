@@ -67,7 +67,7 @@ get other playersCount c
 say b c
 ;= Rui 2
 
-; of one name: the last one is seen, a player's while one is shown
+; of properties of one name the last one is seen, a player's while one is shown
 call do "run 1 addGlobalIntProperty informColorsWarning, run 1 addGlobalIntProperty hats"
 set t.1 hats 1
 play t.1 addGlobalIntProperty hats
