@@ -1,5 +1,5 @@
-// Characters: the sounds that are streamed while they are spoken, and native listeners. Scripts
-// show the rest.
+// Characters: the sounds that are streamed while they are spoken, native listeners, and fidgets
+// when the clock begins anew. Scripts show the rest.
 #include "character/rcharctr.h"
 
 #include "trinkets/windowfixture.h"
@@ -12,16 +12,16 @@ using namespace testing_support;
 
 namespace {
 
+constexpr int kSpeech = 30; ///< 501
+constexpr int kOther = 31;  ///< 501 and 503
+
 class CharacterTest : public OMAppTest {
   protected:
-    static constexpr int kSpeech = 30; ///< 501
-    static constexpr int kOther = 31;  ///< 501 and 503
-
     CharacterTest() {
         AOImage::setSourceLocator([](int id) {
             const AOEntry end = entry(AOEntry::kEnd);
             AseqBuilder builder;
-            builder.block(10, 10, 'a').sequences = {
+            builder.block(10, 10, id == kSpeech ? 's' : 'o').sequences = {
                 {entry(AOEntry::kSound, 501), entry(0, 100), end},
                 {entry(AOEntry::kSound, 503), entry(0, 100), end}};
             if (id == kSpeech) builder.sequences.pop_back();
@@ -43,10 +43,9 @@ class CharacterTest : public OMAppTest {
 };
 
 TEST_F(CharacterTest, SoundsOfTheAudioMapAreStreamedWhileTheyAreSpoken) {
-    for (const formats::map::SequenceSound& record : {formats::map::SequenceSound{kSpeech, 1, 501},
-                                                      {kOther, 2, 501},
-                                                      {kOther, 2, 503},
-                                                      {kSpeech, 2, 777}})
+    using Sound = formats::map::SequenceSound;
+    for (const Sound& record :
+         {Sound{kSpeech, 1, 501}, {kOther, 2, 501}, {kOther, 2, 503}, {kSpeech, 2, 777}})
         records.addSequenceSound(record);
     auto first = make(kSpeech);
     const auto second = make(kOther);
@@ -72,6 +71,8 @@ TEST_F(CharacterTest, ListenersHearWhatBeginsAndMayDestroyIt) {
                          }};
     character->playSpeech(503, {}, {}, nullptr);
     character->stop();
+    EXPECT_TRUE(character->invoke("setAOCursor", {"1"}));
+    EXPECT_EQ(takeFailures(), Strings{"Cursor URL is not installed in RCharacter"});
     const OMSWatch watch(character.get());
     {
         const OMUnderWay underWay;
@@ -79,6 +80,19 @@ TEST_F(CharacterTest, ListenersHearWhatBeginsAndMayDestroyIt) {
     }
     EXPECT_EQ(heard, "first 503 second 501 done");
     EXPECT_FALSE(watch);
+}
+
+TEST_F(CharacterTest, FidgetsGoOnWhenTheClockBeginsAnew) {
+    app->begin();
+    machine.clock().now = 0xFFFFFF00;
+    const auto character = make(kOther);
+    character->addFidgetGroup(1, 2, 2, {});
+    character->addFidget(1, kSpeech, {});
+    for (const int ms : {1900, 120, 20}) {
+        machine.clock().now += static_cast<std::uint32_t>(ms);
+        app->pass();
+        EXPECT_EQ(*window.canvas().pixels().at(0, 0), ms == 20 ? 's' : 'o') << ms;
+    }
 }
 
 } // namespace

@@ -8,22 +8,21 @@
 #include "scene/efwindow.h"
 #include "scene/rscenprt.h"
 
-using namespace testing_support;
-using platform::KeyPress;
 using platform::Message;
 
 namespace {
 
-class MenuCommandsTest : public OMAppTest {
+constexpr auto kEnter = static_cast<std::uint16_t>(platform::Key::Enter);
+constexpr std::uint16_t kControlQ = 17;
+
+class MenuCommandsTest : public testing_support::OMAppTest {
   protected:
     MenuCommandsTest() {
         app->begin();
         carryTexts(machine);
         port.takeClass(RScenePort::kClass);
-        port.attachHandler("spacebarPressed", [this] { told += "space "; });
-        port.attachHandler("returnPressed", [this] { told += "return "; });
-        port.attachHandler("paused", [this] { told += "paused "; });
-        port.attachHandler("resumed", [this] { told += "resumed "; });
+        for (const std::string event : {"spacebarPressed", "returnPressed", "paused", "resumed"})
+            port.attachHandler(event, [this, event] { told += event + " "; });
         keys.takeClass(RKbdInp::kClass);
         keys.attachHandler("keyPressed", [this] { told += "key<" + keys.key() + "> "; });
     }
@@ -46,26 +45,22 @@ class MenuCommandsTest : public OMAppTest {
     RMenuCommands menu{*app, window};
 };
 
-constexpr auto kEnter = static_cast<std::uint16_t>(platform::Key::Enter);
-constexpr std::uint16_t kControlQ = 17;
-
 TEST_F(MenuCommandsTest, KeysAreCommandsAsLongAsNobodyTypes) {
-    EXPECT_EQ(press(' '), "space key< > ");
-    EXPECT_EQ(press(kEnter), "return key<Enter> ");
+    EXPECT_EQ(press(' ') + press(kEnter), "spacebarPressed key< > returnPressed key<Enter> ");
     EXPECT_EQ(press(' ', true) + press(kEnter, true), "key<Ctrl- > key<Ctrl-Enter> ");
     EXPECT_EQ(press('q') + press(kControlQ), "key<q> key<\x11> ");
-    EXPECT_EQ(command(32) + command(59394), "space return ");
+    EXPECT_EQ(command(32) + command(59394), "spacebarPressed returnPressed ");
 
-    Tile name(window, {0, 0, 20, 20}, 't');
-    name.links().key = [this](const KeyPress& key) {
+    testing_support::Tile name(window, {0, 0, 20, 20}, 't');
+    name.links().key = [this](const platform::KeyPress& key) {
         told += "typed<" + RKbdInp::nameOf(key) + "> ";
     };
     window.input().setFocus(name);
     EXPECT_EQ(press(' ') + press(kEnter) + press(kControlQ, true),
               "typed< > typed<Enter> typed<Ctrl-Q> ");
-    EXPECT_EQ(command(32), "space ") << "the menu is always there";
+    EXPECT_EQ(command(32), "spacebarPressed ") << "the menu is always there";
     window.input().clearFocus();
-    EXPECT_EQ(press(' '), "space key< > ");
+    EXPECT_EQ(press(' '), "spacebarPressed key< > ");
 }
 
 TEST_F(MenuCommandsTest, TheExitScreenAsksUnlessAHandlerOfPausedHasEndedTheGame) {
@@ -73,7 +68,6 @@ TEST_F(MenuCommandsTest, TheExitScreenAsksUnlessAHandlerOfPausedHasEndedTheGame)
     app->setStopLink([&] { ++ends; });
     machine.dialogs().answer = platform::Button::No;
     EXPECT_EQ(press(kControlQ, true), "paused resumed key<Ctrl-Q> ");
-    EXPECT_EQ(machine.dialogs().boxes.size(), 1u);
     port.attachHandler("paused", [this] { app->stop(); });
     EXPECT_EQ(press(kControlQ, true), "") << "the key has done its work";
     app->stop();

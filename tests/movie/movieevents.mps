@@ -2,261 +2,188 @@
 ; them, what waits because of them, and when they stand still. A frame lasts 90 ms, pause 0.1.
 ;$ --cd content --until 60000
 yield off
+include things.mps
 ; behind another program they stand still, also one that is started or resumed there, and after a box
-procedure tell when
-[
-get m frame a
-get other frame b
-get film frame c
-say when a b c
-]
 procedure keep
-film=&RECEIVER
-m=RSmackerMovie plain.smk 0 0
-other=RSmackerMovie plain.smk 0 0
-films=RQueue 1
-play films add MovieAction plain.smk
+t.3=&RECEIVER
+t.1=RSmackerMovie plain.smk 0 0
+t.2=RSmackerMovie plain.smk 0 0
+t.4=RQueue 1
+play t.4 add MovieAction plain.smk
 set RSmackerMovie born keep
-play films start
+play t.4 start
 set RSmackerMovie born
-play m start
-pause 0.25
-call tell "before"
-;= before 3 0 3
-play films pause
-play other start
-pause 0.22
-call tell "halted"
-;= halted 5 3 3
+call do "run 1 start, rest 0.25, run 4 pause, run 2 start, rest 0.22, of 1 frame, of 2 frame"
+call do "of 3 frame, tell"
+;=  5 3 3
 ;> 434 background
-pause 0.05
-play films resume
-play other stop
-set other frame 0
-play other start
+call do "rest 0.05, run 4 resume, run 2 stop, let 2 frame 0, run 2 start"
 MessageBox "a box"
 ;! a box
-pause 0.5
-call tell "behind"
-;= behind 5 0 3
+call do "rest 0.5, of 1 frame, of 2 frame, of 3 frame, rest 0.4, of 1 frame, of 2 frame, of 3 frame"
 ;> 929 foreground
-pause 0.1
-call tell "afterwards"
-;= afterwards 6 1 4
-pause 0.3
-call tell "at last"
-;= at last 7 4 7
-drop m other films
+call do "tell, lose t.1, lose t.2, lose t.4"
+;=  5 0 3 7 4 7
 
 ; sounds wait as long as there is a movie, whatever it is, and are not begun; this one lasts 339 ms
 procedure onHit
 [
 get RECEIVER name who
-say who "hit"
+say who "hit" when
 ]
-first=RPButton 2001 7
-second=RPButton 2001 300 200 8
-set first clickSoundID 208
-set second clickSoundID 208
-set first hit onHit
-set second hit onHit
+t.5=RPButton 2001 7
+t.6=RPButton 2001 300 200 8
+for i 5 6
+[
+set t.i clickSoundID 208
+set t.i hit onHit
+]
 ;> 1289 click 56 310
 pause 0.1
-m=RSmackerMovie lost.smk 0 0
+t.1=RSmackerMovie lost.smk 0 0
 pause 1
-say "a movie"
-;= a movie
-other=RSmackerMovie plain.smk 0 0
-drop m
+t.2=RSmackerMovie plain.smk 0 0
+drop t.1
+when="while it is there"
 ;> 2279 click 350 306
-pause 0.1
-;= second hit
-play other release
-pause 1
-say "closed"
-;= closed
-drop other
+call do "rest 0.1, run 2 release, rest 1, lose t.2"
+when="later"
 pause 0.2
-say "no movie"
-;= no movie
+when="in the end"
 pause 0.2
-;= first hit
+;= t.6 hit while it is there
+;= t.5 hit in the end
 
-words=[width height frames frame rate collecting
-procedure values
+; in the game's folder (8 frames), else in RSC (plain.smk has 2 there, other.smk 3); or just there; the last one
+; cannot be played
+procedure values what
 [
-told=""
-for i 1 6
+line=what
+call do "of 1 frames, of 1 width, of 1 height, of 1 frame, of 1 rate, of 1 collecting, tell"
+]
+files=[plain.smk other.smk D:\RSC\plain.smk "" lost.smk
+for k 1 5
 [
-get m words.i value
-told=told+" "+value
+t.1=RSmackerMovie files.k 30 20
+call values files.k
 ]
-say told
-]
-; in the game's folder (8 frames), else in RSC (plain.smk has 2 there, other.smk 3); or just there
-files=[plain.smk other.smk D:\RSC\plain.smk lost.smk ""
-for i 1 5
-[
-m=RSmackerMovie files.i 30 20
-get m frames number
-say files.i number
-]
-;= plain.smk 8
-;= other.smk 3
-;= D:\RSC\plain.smk 2
-;= lost.smk 0
-;=  0
-m=RSmackerMovie other.smk 30 20 500
-call values
-;=  40 20 3 0 11 0
-; the facts one after the other, or by their index; the two count apart
-get m summary a
-get m summary b
-get m summary 16 c
-get m summary 19 d
-get m summary e
-get m summary -1 f
-get m summary g
-say a b c d e f g
-;= 0 9000 0 500 0 0 9000
-get m summaryText 9 a
-get m summaryText b
-get m summaryText 17 c
-say a
-say b c
-;= Time necessary to read from the device during SmackWaits (normally idle time)
-;= Speed of the device in bytes/second (usually around 2x the spin speed) 
-play m }
-get m frame a
-get m summary 3 b
-get m summary 0 c
-set m frame 99
-get m frame d
-set m frame 0-3
-get m frame e
-say "played" a b c "kept inside" d e
-;= played 2 3 180 kept inside 2 0
-
-; one that cannot be played
+;= plain.smk 8 40 20 0 11 0
+;= other.smk 3 40 20 0 11 0
+;= D:\RSC\plain.smk 2 40 20 0 11 0
+;=  0 0 0 0 0 0
+;= lost.smk 0 0 0 0 0 0
 procedure never
 say "never"
-m=RSmackerMovie gone.smk 30 20 5000 0 1
-set m finished never
-set m signal never
-play m addSignals 1 -1
-set m frame 3
-set m collecting 1
-play m start }
-play m stop
-play m release
-call values
-;=  0 0 0 0 0 0
+set t.1 finished never
+set t.1 signal never
+play t.1 start }
+call do "run 1 addSignals 1 -1, let 1 frame 3, let 1 collecting 1, run 1 stop, run 1 release"
+call values "after all"
+;= after all 0 0 0 0 0 0
+; the facts one after the other, or by their index; the two count apart
+t.1=RSmackerMovie other.smk 30 20 500
+play t.1 }
+call do "of 1 summary, of 1 summary, of 1 summary 16, of 1 summary 19, of 1 summaryText 9, tell"
+call do "of 1 summary, of 1 summary -1, of 1 summary, of 1 summary 3, of 1 summaryText, tell"
+call do "of 1 summaryText 17, of 1 frame, let 1 frame 99, of 1 frame, let 1 frame -3, of 1 frame"
+call tell
+;=  180 9000 0 500 Time necessary to read from the device during SmackWaits (normally idle time)
+;=  4 180 9000 3 Speed of the device in bytes/second (usually around 2x the spin speed)
+;=   2 2 0
 
 ; signals before it goes on; the last frame has none
 procedure onSignal
 [
-get m frame number
-told=told+" "+number
+get t.1 frame number
+line=line+" "+number
 count=count+1
-if case="change"
+if title="change:"
 [
 if number=0
-play m removeSignals 3
+play t.1 removeSignals 3
 if number=4
-play m addSignals 5 6
+play t.1 addSignals 5 6
 ]
-if (case="again")*(number=5)*(count<4)
-set m frame 4
-if case="anew"
+if (title="again:")*(number=5)*(count<4)
+set t.1 frame 4
+if title="anew:"
 [
-set m signal
-play m stop
-play m start
-set m signal onSignal
+set t.1 signal
+play t.1 stop
+play t.1 start
+set t.1 signal onSignal
 ]
 ]
 procedure signals title
 [
-case=title
-told=""
+line=title
 count=0
-set m frame 0-3
-play m start
-pause 1
-say case told
+call do "let 1 frame -3, run 1 start, rest 1, tell"
 ]
-m=RSmackerMovie plain.smk 0 0 "" "" 1
-set m signal onSignal
-play m addSignals 1 5 "" 3
-call signals "1 and 5:"
-;= 1 and 5:  0 4
-play m removeSignals 1
-play m addSignals 0-7 99 3
-call signals "1, 3 and 5:"
-;= 1, 3 and 5:  0 2 4
-call signals "change"
-;= change  0 4 5
-call signals "again"
-;= again  0 4 5 4 5
-play m addSignals 0-1
-call signals "anew"
-;= anew  0 1 2 3 4 5 6
-play m removeSignals 0-1
-call signals "none"
-;= none 
+t.1=RSmackerMovie plain.smk 0 0 "" "" 1
+set t.1 signal onSignal
+play t.1 addSignals 1 5 "" 3
+call signals "two:"
+play t.1 removeSignals 1
+play t.1 addSignals 0-7 99 3
+call signals "three:"
+call signals "change:"
+call signals "again:"
+play t.1 addSignals 0-1
+call signals "anew:"
+play t.1 removeSignals 0-1
+call signals "none:"
+;= two: 0 4
+;= three: 0 2 4
+;= change: 0 4 5
+;= again: 0 4 5 4 5
+;= anew: 0 1 2 3 4 5 6
+;= none:
 
 ; what handlers do to the movie that calls them, in signal at its second frame and in finished, straight and
 ; collecting; afterwards the window goes on
 procedure ended
 [
 get RECEIVER frame number
-told=told+" "+number
+line=line+" "+number
 count=count+1
 if count=1
-[
 if deed="drop"
-drop m
-if deed="release"
-play m release
-if deed="stop"
-play m stop
-if deed="start"
-play m start
-if deed="toggle"
-set m collecting collects=0
-]
+drop t.1
+else if deed="collect"
+set t.1 collecting collects=0
+else
+play t.1 deed
 ]
 procedure onStep
-steps=steps+1
+passed=passed+1
 boat=RAnimation 2001 7
 set boat frameNotification 1
 set boat frameNotify onStep
-deeds=[drop release stop start toggle
-events=[signal finished
+deeds=[drop release stop start collect
 for case 1 5
 [
 deed=deeds.case
-told=""
 for collects 0 1
 for event 1 2
 [
-m=RSmackerMovie other.smk 500 400 "" 0 collects
-play m addSignals 2
-word=events.event
-set m word ended
+t.1=RSmackerMovie other.smk 500 400 "" 0 collects
+if event=1
+set t.1 signal ended
+else
+set t.1 finished ended
 count=0
-play m start
-pause 0.4
-steps=0
+call do "run 1 addSignals 2, run 1 start, rest 0.4"
+passed=0
 pause 0.2
-told=told+" "+(steps>0)+","
-m=0
+line=line+" "+(passed>0)+","
+t.1=0
 ]
-say deed+":"+told
+say deed+":"+line
+line=""
 ]
 ;= drop: 1 1, 2 1, 1 1, 2 1,
 ;= release: 1 1, 2 1, 1 1, 2 1,
 ;= stop: 1 1, 2 1, 1 1, 2 1,
 ;= start: 1 1, 2 2 1, 1 1, 2 2 1,
-;= toggle: 1 1, 2 1, 1 1, 2 1,
-drop boat
+;= collect: 1 1, 2 1, 1 1, 2 1,

@@ -7,23 +7,18 @@
 #include "omcachedfile.h"
 #include "omsclass.h"
 
-#include <optional>
-#include <utility>
-
-using namespace testing_support;
-
 namespace {
 
 /// A single frame.
 struct OneFrame final : platform::Movie {
-    OneFrame(int& count, const bool& due) : running(count), isDue(due) {}
-    ~OneFrame() override { OneFrame::run(false); }
+    OneFrame(bool& run, const bool& due) : runs(run), isDue(due) {}
+    ~OneFrame() override { runs = false; }
     int width() const override { return 4; }
     int height() const override { return 4; }
     int frameCount() const override { return 1; }
     int frameTime() const override { return 1; }
     int frame() const override { return 0; }
-    void run(bool on) override { running += int{on} - int{std::exchange(runs, on)}; }
+    void run(bool on) override { runs = on; }
     bool wait() override { return !runs || !isDue; }
     bool hasNewPalette() const override { return false; }
     void clearNewPalette() override {}
@@ -36,14 +31,13 @@ struct OneFrame final : platform::Movie {
     void addBlitTime(std::uint32_t) override {}
     platform::MovieSummary summary() const override { return {}; }
 
-    int& running;
+    bool& runs;
     const bool& isDue;
-    bool runs = false;
     std::array<platform::Rgb, 256> colors{};
     platform::Surface surface{4, 4, 8};
 };
 
-class MovieTest : public OMAppTest, private platform::Movies {
+class MovieTest : public testing_support::OMAppTest, private platform::Movies {
   protected:
     MovieTest() {
         machine.installedMovies = this;
@@ -57,11 +51,11 @@ class MovieTest : public OMAppTest, private platform::Movies {
         return movie;
     }
     std::unique_ptr<platform::Movie> open(const platform::MovieRequest&) override {
-        return std::make_unique<OneFrame>(running, isDue);
+        return std::make_unique<OneFrame>(runs, isDue);
     }
     void openWindow() { window.emplace(platform::Rect{0, 0, 640, 480}, nullptr, "Test"); }
 
-    int running = 0;
+    bool runs = false;
     bool isDue = false;
     RMovies shared;
     std::optional<OMTrinketWindow> window;
@@ -72,9 +66,7 @@ TEST_F(MovieTest, CopiesWaitUnlessItWasReadBefore) {
     files.put("c", "x");
     OMCachedFile::cacheInBkgd("c", nullptr, 0, false);
     for (const bool preloads : {false, true}) {
-        RSmackerMovie::Options options;
-        options.preload = preloads;
-        const auto movie = start(options);
+        const auto movie = start({.preload = preloads});
         for (int i = 0; i < 20; ++i) {
             (void)OMCachedFile::getBufferSize("c"); // waits for the worker
             app->pass();
@@ -87,16 +79,14 @@ TEST_F(MovieTest, OutlivesItsWindow) {
     for (const bool inHandler : {false, true}) {
         openWindow();
         isDue = inHandler;
-        RSmackerMovie::Options options;
-        if (inHandler) options.finished = [this] { window.reset(); };
-        const auto movie = start(options);
+        const auto movie =
+            start({.finished = inHandler ? OMLink([this] { window.reset(); }) : OMLink(nullptr)});
         if (!inHandler) window.reset();
         app->pass();
-        EXPECT_FALSE(window);
-        EXPECT_EQ(running, 0);
+        EXPECT_FALSE(window || runs);
         movie->start();
         movie->setCollecting(true);
-        EXPECT_FALSE(running > 0 || movie->isCollecting());
+        EXPECT_FALSE(runs || movie->isCollecting());
     }
 }
 

@@ -3,247 +3,171 @@
 ; with their check box, those of CWS1, music on and off, the refusal; - is not seen.
 ;$ --until 100000
 yield off
+include things.mps
 procedure onBorn
 [
 n=n+1
-b.n=RECEIVER
+t.n=RECEIVER
 ]
-procedure states when
+procedure states
 [
-all=when+": "
-for i 1 n
+line=line+" "
+for i 11 n
 [
-get b.i sequence s
-get b.i frame f
-get b.i visible v
+get t.i sequence s
+get t.i frame f
+get t.i visible v
 if v
-all=all+(s+f-1)
+line=line+(s+f-1)
 else
-all=all+"-"
-if (i=3)+(i=8)+(i=13)>0
-all=all+" "
+line=line+"-"
+if (i=13)+(i=18)+(i=23)>0
+line=line+" "
 ]
-say all
-]
-procedure open place
-[
-n=0
-screen=RLapTrap place
-set screen locationSelected onSelected
-set screen closed onClosed
 ]
 procedure onSelected
 [
-get screen selectedLocation number
-get screen selectedLocationName name
-set world visitedCount CMA 1
-say "selected" number name
+get t.2 selectedLocation a
+get t.2 selectedLocationName b
+set t.1 visitedCount CMA 1
+line=line+" selected "+a+" "+b
 ]
 procedure onClosed
 [
-get screen visible seen
-say "closed, seen:" seen
+get t.2 visible a
+line=line+" closed, seen "+a
 ]
 procedure gone
 [
-drop screen
-say "dropped"
+drop t.2
+line=line+" dropped"
 ]
-flags=[seenChooseActivity seenLapTrapInPractice seenProgressLevels seenLapTrapInGame seenCairoMap seenOasisMap
-procedure tellFlags
+procedure open
 [
-all="flags "
+call cut
+n=10
+t.2=RLapTrap word
+set t.2 locationSelected onSelected
+set t.2 closed onClosed
+]
+names=[seenChooseActivity seenLapTrapInPractice seenProgressLevels
+names=[seenLapTrapInGame seenCairoMap seenOasisMap
+procedure flags
+[
+line=line+" flags "
 for i 1 6
 [
-get world flags.i value
-all=all+value
+get t.1 names.i a
+line=line+a
 ]
-say all
 ]
-world=RWorldPort 0
-play world activatePlayer "Ana"
-set world currentLocation CHUB
+t.1=RWorldPort 0
+call do "run 1 activatePlayer Ana, let 1 currentLocation CHUB"
 set OMAnimation born onBorn
 
 ; all is introduced the first time; the hint comes after seven seconds
-call open CMA
-call states "practice"
-;= practice: 233 21111 21111 21-
-call tellFlags
-;= flags 111000
+call do "open CMA, states, flags, tell, rest 9"
+;=  233 21111 21111 21- flags 111000
 ;@ 1 WAVE resource 9050 not found.
 ;@ 1 WAVE resource 9052 not found.
 ;@ 1 WAVE resource 9053 not found.
-pause 9
 ;@ 7000 WAVE resource 9051 not found.
 ; what a handler of the chosen location changes is shown
-call open 1
-call states "at CWS1, chosen"
-;= at CWS1, chosen: 323 21111 21111 21-
-get screen selectedLocation number
-get screen selectedLocationName name
-say "none:" number name
-;= none: 0 
+call do "open 1, states, of 2 selectedLocation, of 2 selectedLocationName, rest 0.1, states, tell"
 ;> 8111 click 55 65
-pause 0.1
-;= selected 1 CWS1
-call states "chosen"
-;= chosen: 123 21111 21111 21-
+;=  323 21111 21111 21- 0  selected 1 CWS1 123 21111 21111 21-
 ; a level that is there already, though the screen does not know, keeps the answers; another one forgets them
-procedure answer count
+procedure answer
 [
-for i 1 count
-play world correctGuess CWS1
-play world autoLevel CWS1
-get world currentLevel CWS1 number
-get world levelColor 4 CWS1 color
-call states "level "+number+" colour "+color
+call cut
+for i 1 word
+play t.1 correctGuess CWS1
+play t.1 autoLevel CWS1
+get t.1 currentLevel CWS1 a
+get t.1 levelColor 4 CWS1 b
+line=line+" "+a+" "+b
+call states
+call tell
 ]
-set world currentLevel CWS1 4
-call answer 5
-;= level 4 colour 0: 123 21111 21111 21-
+set t.1 currentLevel CWS1 4
+call do "answer 5, rest 0.05, answer 1, answer 5, rest 0.05, answer 1"
 ;> 8201 click 115 145
-pause 0.05
-call answer 1
-;= level 4 colour 1: 123 21111 11121 21-
-call answer 5
-;= level 4 colour 1: 123 21111 11121 21-
 ;> 8246 click 85 145
-pause 0.05
-call answer 1
-;= level 3 colour 1: 123 21111 11231 21-
+;=  4 0 123 21111 21111 21-
+;=  4 1 123 21111 11121 21-
+;=  4 1 123 21111 11121 21-
+;=  3 1 123 21111 11231 21-
 ; CMA is refused while it was never visited; levels wait for that
-set world visitedCount CMA 0
-call open CMA
+call do "let 1 visitedCount CMA 0, open CMA, rest 0.1, states, let 2 visible 0, states"
+call do "let 2 visible 1"
 ;> 8291 click 55 105
 ;> 8311 click 25 145
-pause 0.1
-call states "refused"
-;= refused: 233 21111 11231 211
-set screen visible 0
-call states "hidden"
-;= hidden: --- ----- ----- ---
-set screen visible 1
-call states "refusing"
-;= refusing: 233 21111 11231 211
-pause 1.5
-call states "over"
-;= over: 233 21111 11231 21-
+call do "states, rest 1.5, states, tell, rest 0.1, states, rest 1.5, let 2 visible 0"
+call do "let 2 visible 1"
 ;> 9731 click 25 145
 ;> 9751 click 55 105
-pause 0.1
-call states "refused again"
-;= refused again: 233 21111 21131 211
-pause 1.5
-set screen visible 0
-set screen visible 1
-call states "seen again"
-;= seen again: 233 21111 21131 21-
-set world visitedCount CMA 1
+call do "states, let 1 visitedCount CMA 1, rest 0.1, states, tell"
 ;> 11171 click 55 105
-pause 0.1
-call states "visited"
-;= visited: 233 12111 21131 21-
+;=  233 21111 11231 211 --- ----- ----- --- 233 21111 11231 211 233 21111 11231 21-
+;=  233 21111 21131 211 233 21111 21131 21- 233 12111 21131 21-
 ; music off twice is off
+call do "rest 0.1, of 1 isBackgroundMusicOff, states, tell"
 ;> 11261 click 250 25
 ;> 11281 click 250 25
-pause 0.1
-get world isBackgroundMusicOff off
-call states "music off "+off
-;= music off 1: 233 12111 21131 12-
+;=  1 233 12111 21131 12-
 
 ; each part introduces itself when its flag is 0; closing ends it
-set world seenLapTrapInPractice 0
-call open CMA
+call do "let 1 seenLapTrapInPractice 0, open CMA, let 1 inGame 1, open CMA, rest 0.5, states"
+call do "open OMA, flags"
 ;@ 11341 WAVE resource 9052 not found.
-set world inGame 1
-call open CMA
-pause 0.5
 ;@ 11574 WAVE resource 9061 not found.
-call states "game"
-;= game: 212 11-
-call open OMA
 ;@ 11791 WAVE resource 9062 not found.
-call tellFlags
-;= flags 111111
-set world seenLapTrapInGame 0
-set world seenOasisMap 0
-call open OMA
+call do "let 1 seenLapTrapInGame 0, let 1 seenOasisMap 0, open OMA, rest 0.5, flags"
 ;> 11801 click 370 25
-pause 0.5
-;= closed, seen: 0
-call tellFlags
-;= flags 111111
-set world currentLocation nowhere
-call open 0
-call states "nowhere"
-;= nowhere: -
+call do "let 1 currentLocation nowhere, open 0, states, tell, let 1 inGame 0"
+;=  212 11- flags 111111 closed, seen 0 flags 111111 -
 ; what it is made with
-set world inGame 0
-n=0
-screen=RLapTrap 1 -1 60 11111 40
-procedure tellPlace
+n=10
+t.2=RLapTrap 1 -1 60 11111 40
+procedure place
 [
-get screen "x" left
-get screen "y" top
-get screen "z" depth
-get b.1 "z" above
-get b.n "z" most
-say "at" left top depth above most
+call do "of 2 x, of 2 y, of 2 z, of 11 z, tell"
+get t.n "z" most
+say most
 ]
-call tellPlace
-;= at 60 10 40 41 42
-n=0
-screen=RLapTrap Atlantis -1 9
+call place
+;=  60 10 40 41
+;= 42
+n=10
+t.2=RLapTrap Atlantis -1 9
 ;@ 12241 RLapTrap: unknown location Atlantis
-call tellPlace
-;= at 10 10 9 10 11
+call place
+;=  10 10 9 10
+;= 11
 ; handlers that drop it, while it refuses, while a button is held, and while its sound is heard
-set world visitedCount CMA 0
-call open CMA
-set screen closed gone
+call do "let 1 visitedCount CMA 0, open CMA"
+set t.2 closed gone
 ;> 12251 click 370 25
-pause 0.1
-;= dropped
-call open CMA
-set screen locationSelected gone
+call do "rest 0.1, open CMA"
+set t.2 locationSelected gone
 ;> 12341 click 25 65
-pause 0.1
-;= dropped
-call open CMA
+call do "rest 0.1, tell, open CMA, rest 0.1, lose t.2, open CMA, rest 0.05, lose t.2"
+;=  dropped dropped
 ;> 12431 click 55 105
-pause 0.1
-drop screen
-call open CMA
 ;> 12521 down 55 145
-pause 0.05
-drop screen
 ;> 12566 up 55 145
-set world inGame 1
-set world seenLapTrapInGame 0
-set world seenCairoMap 0
-call open CMA
-drop screen
-pause 1
+call do "let 1 inGame 1, let 1 seenLapTrapInGame 0, let 1 seenCairoMap 0, open CMA, lose t.2"
+call do "rest 1"
 
 ; who clicks anything needs no hint, and it comes once
-set world inGame 0
+call do "let 1 inGame 0, open CMA, rest 10, open CMA, rest 10, open CMA, rest 10, open CMA, rest 10"
+call do "open CMA, rest 10, tell, open CMA, rest 30"
 ;> 14466 click 220 25
 ;> 23566 click 140 110
 ;> 32666 click 25 105
 ;> 41766 click 55 65
 ;> 50866 click 370 25
-for times 1 5
-[
-call open CMA
-pause 10
-]
-;= selected 1 CWS1
-;= closed, seen: 0
-say "no hint"
-;= no hint
-call open CMA
-pause 30
+;=  selected 1 CWS1 closed, seen 0
 ;@ 65450 WAVE resource 9051 not found.
 ;: file content/RSC/progress.map
 PRACTICE

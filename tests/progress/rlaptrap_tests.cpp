@@ -6,13 +6,9 @@
 
 #include "omeffectsounds.h"
 
-#include <gmock/gmock.h>
-
-using namespace testing_support;
-
 namespace {
 
-class ProgressLayoutTest : public FrameworkTest {};
+using ProgressLayoutTest = testing_support::FrameworkTest;
 
 TEST_F(ProgressLayoutTest, WhatMakesNoSenseIsLoggedAndLeftOut) {
     const std::string text = R"(MAP CMA 1 1 1
@@ -42,12 +38,13 @@ HINT 8 ;)";
     files.put("RSC\\progress.map", text + blanks + "\nSOUND 7" + blanks + "\n");
     OMPathAddDirectory("RSC\\", false);
     const ProgressLayouts layouts = ProgressLayouts::find();
-    std::string problems = files.text("zorbelog.txt");
-    for (const int line : {1, 4, 5, 7, 9, 10, 11, 12, 14, 17, 19, 20, 21, 24}) {
-        const std::string mark = "progress.map line " + std::to_string(line) + ":";
-        EXPECT_THAT(problems, testing::HasSubstr(mark));
-    }
-    EXPECT_EQ(std::ranges::count(problems, '\n'), 14) << problems;
+    const std::string log = files.text("zorbelog.txt");
+    std::vector<int> lines;
+    for (int line = 1; line <= 30; ++line)
+        if (log.find("progress.map line " + std::to_string(line) + ":") != std::string::npos)
+            lines.push_back(line);
+    EXPECT_EQ(lines, (std::vector{1, 4, 5, 7, 9, 10, 11, 12, 14, 17, 19, 20, 21, 24}));
+    EXPECT_EQ(std::ranges::count(log, '\n'), 14) << log;
     const ProgressLayout& game = layouts.game;
     EXPECT_EQ(game.panel.id, 9);
     EXPECT_EQ(game.panel.x, OMAnimation::kEmbedded);
@@ -66,15 +63,8 @@ HINT 8 ;)";
 }
 
 TEST(LapTrapRuleTest, WhenALevelIsFixed) {
-    struct Row {
-        bool inGame;
-        const char* location;
-        const char* opened;
-        int visits;
-        bool solved;
-        bool fixed;
-    };
-    const Row rows[] = {
+    // In the game, at which location, opened at which one, visits, solved, fixed.
+    const std::tuple<bool, const char*, const char*, int, bool, bool> rows[] = {
         {false, "CMA", "CMA", 0, false, true},   {false, "CMA", "CMA", 1, false, false},
         {false, "CMA", "CHUB", 0, false, false}, {false, "OMA", "OMA", 0, false, false},
         {false, "CMA", "CMA", 2, true, false},   {true, "CMA", "CHUB", 0, false, true},
@@ -83,10 +73,9 @@ TEST(LapTrapRuleTest, WhenALevelIsFixed) {
         {true, "PWS2", "PWS2", 0, false, true},  {true, "CWS1", "CWS1", 0, false, false},
         {true, "CBA1", "CMA", 0, false, false},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(RIsLevelFixed({row.inGame, row.location, row.opened, row.visits, row.solved}),
-                  row.fixed)
-            << row.location << " from " << row.opened;
+    for (const auto& [inGame, location, opened, visits, solved, fixed] : rows)
+        EXPECT_EQ(RIsLevelFixed({inGame, location, opened, visits, solved}), fixed)
+            << location << " from " << opened;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 ; Clicks, releases and cursors while the screen is black, and when it is shown again.
 ;$ --until 900
 yield off
+include things.mps
 procedure onDown
 say "down"
 procedure onUp
@@ -9,24 +10,24 @@ procedure onTwice
 say "twice"
 procedure onBackground
 say "background"
-procedure tell when
+procedure showing
 [
-get boat "x" left
-say when left
+DisplayScreen
+say "shown"
 ]
+procedure telling
+MessageBox "a box"
 Scene 100
-boat=RAnimation 2001 0 100 7
-set boat mouseDown onDown
-set boat mouseUp onUp
-set boat dblClick onTwice
+t.1=RAnimation 2001 0 100 7
+set t.1 mouseDown onDown
+set t.1 mouseUp onUp
+set t.1 dblClick onTwice
 port=RScenePort 0
 set port backgroundClicked onBackground
-; what is held is let go
+; what is held is let go; nobody hears of what comes in the dark, the last one in the same turn as the end
 ;> 11 down 50 210
-pause 0.02
-StartTransition
+call do "rest 0.02, begin, rest 0.02, finish 1, rest 0.02"
 ;> 21 up 50 210
-; nobody hears of these; the last one is in the same turn as the end
 ;> 23 down 50 210
 ;> 24 up 50 210
 ;> 25 double 50 210
@@ -35,77 +36,58 @@ StartTransition
 ;> 28 up 320 50
 ;> 37 move 320 50
 ;> 37 down 320 50
-pause 0.02
-EndTransition 1
 ;= down
-;= up
 ;> 42 double 50 210
 ;> 43 up 50 210
 ;> 44 down 320 50
 ;> 45 up 320 50
-pause 0.02
+;= up
 ;= twice
 ;= background
 ; a release that is forgotten with the rest lets go: between press and release, and in the press's handler
 ;> 60 down 50 210
 ;> 64 move 52 210
 ;> 64 up 52 210
-pause 0.01
-DisplayScreen
 ;> 69 move 150 210
-pause 0.02
+call do "rest 0.01, show, rest 0.02, of 1 x, tell"
 ;= down
-call tell "let go at"
-;= let go at 8
-procedure showing
-[
-DisplayScreen
-say "shown"
-]
-procedure telling
-MessageBox "a box"
-set boat mouseDown showing
+;=  8
+set t.1 mouseDown showing
 ;> 87 down 50 210
 ;> 87 up 50 210
 ;> 91 move 150 210
-pause 0.02
+call do "rest 0.02, of 1 x, tell"
 ;= shown
-call tell "still at"
-;= still at 8
-set boat mouseDown telling
+;=  8
+set t.1 mouseDown telling
 ;> 105 down 50 210
 ;> 105 up 50 210
 ;> 109 move 150 210
-pause 0.02
+call do "rest 0.02, of 1 x, tell"
 ;! a box
 ;= up
-call tell "and at"
-;= and at 8
-set boat mouseDown onDown
+;=  8
+set t.1 mouseDown onDown
 ;> 123 down 50 210
 ;> 124 move 150 210
 ;> 125 up 150 210
-pause 0.02
+call do "rest 0.02, of 1 x, tell"
 ;= down
 ;= up
-call tell "held again, and at"
-;= held again, and at 108
+;=  108
 ;# 0 title Zorbet Voyages
 ;# 19 cursor -2
 ;# 37 cursor -1
 ; one wait cursor, however many transitions, and the old one at its end, until the pointer moves
-play boat setAOCursor -3 -4
 ;> 141 move 140 212
-pause 0.02
-StartTransition
-StartTransition
 ;> 159 move 320 50
-pause 0.02
-EndTransition 0
 ;> 177 move 140 212
 ;> 179 move 320 50
+call do "run 1 setAOCursor -3 -4, rest 0.02, begin, begin, rest 0.02, finish 0"
 ;# 136 cursor -3
 ;# 154 cursor -2
 ;# 172 cursor -3
 ;# 179 cursor -1
 ;# 901 end until
+;% Starting Transition, current ms: 19
+;% Ending Transition, current ms: 37

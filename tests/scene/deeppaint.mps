@@ -5,28 +5,20 @@
 ;$ ini:UseDirectDraw=1 --screen 640x480x16 depth:16
 ;$ ini:UseDirectDraw=1 --screen 640x480x32 depth:32
 yield off
+include things.mps
 ActivateDLL golden.rsc
 Scene 100 102
-ring=RAnimation 230 100 100 5
-other=RSmackerMovie blue.smk 640 0
+t.1=RAnimation 230 100 100 5
+t.2=RSmackerMovie blue.smk 640 0
 Scene 100
 Scene 100 999
-play ring paint
-set ring visible 0
-play other start
-DisplayScreen
+call do "run 1 paint, let 1 visible 0, run 2 start, show, rest 0.1, run 2 stop"
 ;> 51 screenshot painted.png
-pause 0.1
-play other stop
 Scene 100
 Scene 100 999
-set ring visible 1
-set ring "x" 300
-DisplayScreen
+call do "let 1 visible 1, let 1 x 300, show"
 FreezeScreen
-drop ring
-play other start
-DisplayScreen
+call do "lose t.1, run 2 start, show"
 ;> 141 screenshot frozen.png
 ;! RRGB resource 999 not found.
 ;! RRGB resource 999 not found.

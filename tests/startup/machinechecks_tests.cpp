@@ -6,43 +6,23 @@
 
 #include "omwaveengine.h"
 
-#include <functional>
-#include <map>
-
-using testing_support::FrameworkTest;
 using testing_support::MemoryPlatform;
 
 namespace {
 
-using Mode = OMApp::DisplayMode;
+constexpr auto kPopUp = OMApp::DisplayMode::PopUp;
+using Driver = platform::HostDisplay::Driver;
 using Strings = std::vector<std::string>;
 
-/// A machine to be looked at, and what is to be seen then.
-struct Case {
-    const char* name;
-    platform::ScreenMode screen{640, 480, 8};
-    bool surfaces = false;
-    bool fullScreen = false;
-    std::function<void(MemoryPlatform&)> lack = [](MemoryPlatform&) {};
-    std::vector<int> texts; ///< of the boxes, in their order
-    std::optional<Mode> mode;
-    std::string logged; ///< among other lines
-};
-
-class MachineChecksTest : public FrameworkTest {
+class MachineChecksTest : public testing_support::FrameworkTest {
   protected:
-    ~MachineChecksTest() override {
-        OMApp::useGDI();
-        OMSetPlatform(&machine);
-    }
+    MachineChecksTest() { configuration.homeDirectory = "C:\\GAME\\"; }
+    ~MachineChecksTest() override { OMApp::useGDI(); }
 
-    std::optional<Mode> check(MemoryPlatform& computer, bool surfaces, bool fullScreen) {
+    auto check(MemoryPlatform& computer) {
         OMSetPlatform(&computer);
         carryTexts(computer);
-        RConfiguration configuration;
-        configuration.homeDirectory = "C:\\GAME\\";
-        configuration.useDirectDraw = surfaces;
-        configuration.displayFullScreen = fullScreen;
+        computer.dialogs().boxes.clear();
         OMWaveEngine engine;
         const auto mode = RCheckMachine(
             configuration, engine,
@@ -52,122 +32,90 @@ class MachineChecksTest : public FrameworkTest {
         OMSetPlatform(&machine);
         return mode;
     }
-    static Strings boxes(MemoryPlatform& computer) {
-        Strings texts;
-        for (const auto& box : computer.dialogs().boxes) texts.push_back(box.text);
-        return texts;
-    }
-    static std::string text(int id) {
-        for (const platform::ProgramResource& resource : carriedTexts().resources())
-            if (resource.id == id) return testing_support::toText(resource.bytes);
-        ADD_FAILURE() << "no text " << id;
-        return {};
+    static void expectBoxes(MemoryPlatform& computer, const std::vector<int>& texts) {
+        const auto text = [&](int id) {
+            return testing_support::toText(computer.modules().resources.at({"TEXT", id}));
+        };
+        Strings expected;
+        for (const int id : texts) expected.push_back(text(id));
+        if (texts == std::vector{1022})
+            expected[0] += "C" + text(1023) + "10" + text(1024) + "C" + text(1025);
+        Strings shown;
+        for (const auto& box : computer.dialogs().boxes) shown.push_back(box.text);
+        EXPECT_EQ(shown, expected);
     }
 
+    /// `logged` is among other lines.
+    void expectStart(
+        const platform::ScreenMode& screen, const std::vector<int>& boxes, bool runs,
+        const std::string& logged = "",
+        const std::function<void(MemoryPlatform&)>& lack = [](MemoryPlatform&) {}) {
+        SCOPED_TRACE(logged);
+        MemoryPlatform computer(screen);
+        lack(computer);
+        EXPECT_EQ(check(computer), runs ? std::optional(kPopUp) : std::nullopt);
+        expectBoxes(computer, boxes);
+        const std::string log = computer.files().text("zorbelog.txt");
+        EXPECT_NE(log.find(logged), std::string::npos) << log;
+        OMApp::useGDI();
+    }
+
+    RConfiguration configuration;
     std::map<std::string, std::string> switches{{"informResolutionWarning", "1"},
                                                 {"informColorsWarning", "1"},
                                                 {"informDirectDrawNotFoundWarning", "1"},
                                                 {"informDirectDrawSwitchFailedWarning", "1"}};
 };
 
-using Driver = platform::HostDisplay::Driver;
-
 TEST_F(MachineChecksTest, EveryMachineIsRunOnOrRefusedAsItShould) {
-    const Case cases[] = {
-        {.name = "386",
-         .lack = [](MemoryPlatform& c) { c.machine().intel386 = true; },
-         .texts = {1010},
-         .logged = "ERROR: x386 found, cannot run\n"},
-        {.name = "memory",
-         .lack = [](MemoryPlatform& c) { c.machine().memory = 8'388'607; },
-         .texts = {1020},
-         .logged = "Free memory: 8388607\n"},
-        {.name = "just enough memory",
-         .lack = [](MemoryPlatform& c) { c.machine().memory = 8'388'608; },
-         .mode = Mode::PopUp,
-         .logged = "WAVE driver is available\n"},
-        {.name = "sound",
-         .lack = [](MemoryPlatform& c) { c.waveOut().available = false; },
-         .texts = {1019},
-         .logged = "Free memory: 67108864\nWAVE driver is not available\n"},
-        {.name = "silence",
-         .lack = [](MemoryPlatform& c) { c.waveOut().silence = "unplugged"; },
-         .mode = Mode::PopUp,
-         .logged = "Warning: No sound is heard (unplugged). The game goes on silently; to hear it, "
-                   "connect a sound device or start the sound server, and start the game again\n"
-                   "WAVE driver is not available\nCurrent screen"},
-        {.name = "large screen",
-         .screen = {800, 600, 8},
-         .texts = {1015},
-         .mode = Mode::PopUp,
-         .logged = "Current screen size is 800 X 600\nCurrent screen bit depth: 8\n"
-                   "DirectDraw is available\nUsing GDI\n"},
-        {.name = "deep", .screen = {640, 480, 32}, .texts = {1017}, .mode = Mode::PopUp},
-        {.name = "shallow", .screen = {640, 480, 4}, .texts = {1018}},
-        {.name = "narrow", .screen = {639, 600, 16}, .texts = {1016}},
-        {.name = "low", .screen = {800, 479, 8}, .texts = {1016}},
-        {.name = "surfaces",
-         .screen = {800, 600, 16},
-         .surfaces = true,
-         .mode = Mode::PopUp,
-         .logged = "Displaying in upper left corner using DirectDraw\n"},
-        {.name = "no driver",
-         .surfaces = true,
-         .lack = [](MemoryPlatform& c) { c.display().setDriver(Driver::None); },
-         .texts = {1002},
-         .mode = Mode::PopUp,
-         .logged = "DirectDraw is not available\n"
-                   "Warning: Trying to use DirectDraw, but unable to load DLL, using GDI\n"},
-        {.name = "fixed mode",
-         .surfaces = true,
-         .fullScreen = true,
-         .lack = [](MemoryPlatform& c) { c.display().setDriver(Driver::FixedMode); },
-         .texts = {1001},
-         .mode = Mode::PopUp,
-         .logged = "Warning: Trying to use DirectDraw, but unable to switch to requested "
-                   "resolution and color depth, using GDI\n"},
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.name);
-        MemoryPlatform computer(row.screen);
-        row.lack(computer);
-        EXPECT_EQ(check(computer, row.surfaces, row.fullScreen), row.mode);
-        Strings expected;
-        for (const int id : row.texts) expected.push_back(text(id));
-        EXPECT_EQ(boxes(computer), expected);
-        EXPECT_NE(computer.files().text("zorbelog.txt").find(row.logged), std::string::npos)
-            << computer.files().text("zorbelog.txt");
-        OMApp::useGDI();
-    }
-}
-
-TEST_F(MachineChecksTest, AFullDriveIsNamed) {
-    MemoryPlatform computer;
-    computer.files().space = 10'485'760;
-    EXPECT_EQ(check(computer, false, false), Mode::PopUp);
-    computer.files().space -= 1;
-    EXPECT_EQ(check(computer, false, false), std::nullopt);
-    EXPECT_EQ(boxes(computer),
-              Strings{text(1022) + "C" + text(1023) + "10" + text(1024) + "C" + text(1025)});
-    EXPECT_EQ(computer.dialogs().boxes.front().style, platform::boxstyle::kIconStop);
+    const platform::ScreenMode usual{640, 480, 8};
+    expectStart(usual, {1010}, false, "ERROR: x386 found, cannot run\n",
+                [](auto& c) { c.machine().intel386 = true; });
+    expectStart(usual, {1020}, false, "Free memory: 8388607\n",
+                [](auto& c) { c.machine().memory = 8'388'607; });
+    expectStart(usual, {}, true, "WAVE driver is available\n",
+                [](auto& c) { c.machine().memory = 8'388'608; });
+    expectStart(usual, {1019}, false, "Free memory: 67108864\nWAVE driver is not available\n",
+                [](auto& c) { c.waveOut().available = false; });
+    expectStart(usual, {}, true,
+                "Warning: No sound is heard (unplugged). The game goes on silently; to hear it, "
+                "connect a sound device or start the sound server, and start the game again\n"
+                "WAVE driver is not available\nCurrent screen",
+                [](auto& c) { c.waveOut().silence = "unplugged"; });
+    expectStart(usual, {}, true, "", [](auto& c) { c.files().space = 10'485'760; });
+    expectStart(usual, {1022}, false, "", [](auto& c) { c.files().space = 10'485'759; });
+    expectStart({800, 600, 8}, {1015}, true,
+                "Current screen size is 800 X 600\nCurrent screen bit depth: 8\n"
+                "DirectDraw is available\nUsing GDI\n");
+    expectStart({640, 480, 32}, {1017}, true);
+    expectStart({640, 480, 4}, {1018}, false);
+    expectStart({639, 600, 16}, {1016}, false);
+    expectStart({800, 479, 8}, {1016}, false);
+    configuration.useDirectDraw = true;
+    expectStart({800, 600, 16}, {}, true, "Displaying in upper left corner using DirectDraw\n");
+    expectStart(usual, {1002}, true,
+                "DirectDraw is not available\nWarning: Trying to use DirectDraw, but unable to "
+                "load DLL, using GDI\n",
+                [](auto& c) { c.display().setDriver(Driver::None); });
+    configuration.displayFullScreen = true;
+    expectStart(usual, {1001}, true,
+                "Warning: Trying to use DirectDraw, but unable to switch to requested resolution "
+                "and color depth, using GDI\n",
+                [](auto& c) { c.display().setDriver(Driver::FixedMode); });
 }
 
 TEST_F(MachineChecksTest, WarningsStopOrAreSwitchedOff) {
     MemoryPlatform computer({800, 600, 16});
     computer.dialogs().warningAnswer = {.goOn = false, .checked = false};
-    EXPECT_EQ(check(computer, false, false), std::nullopt);
-    EXPECT_EQ(boxes(computer), Strings{text(1015)}) << "the first one ends it";
+    EXPECT_EQ(check(computer), std::nullopt);
+    expectBoxes(computer, {1015}); // the first one ends it
     EXPECT_EQ(switches["informResolutionWarning"], "1");
-
-    computer.dialogs().boxes.clear();
     computer.dialogs().warningAnswer = {.goOn = true, .checked = true};
-    EXPECT_EQ(check(computer, false, false), Mode::PopUp);
-    EXPECT_EQ(boxes(computer), (Strings{text(1015), text(1017)}));
+    EXPECT_EQ(check(computer), kPopUp);
+    expectBoxes(computer, {1015, 1017});
     EXPECT_EQ(switches["informColorsWarning"], "0");
-
-    computer.dialogs().boxes.clear();
-    EXPECT_EQ(check(computer, false, false), Mode::PopUp);
-    EXPECT_EQ(boxes(computer), Strings{});
+    EXPECT_EQ(check(computer), kPopUp);
+    expectBoxes(computer, {});
 }
 
 } // namespace

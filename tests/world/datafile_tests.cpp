@@ -11,27 +11,30 @@ using testing::IsEmpty;
 using namespace world;
 
 constexpr std::string_view kProperties =
-    "playerName\nAna\nplayerLevel\n3\nplayerScore\n-7\n"
-    "CMASolved\n0\nOMASolved\n0\nPWS1Solved\n0\nPWS2Solved\n0\n"
-    "seenCairoMap\n0\nseenOasisMap\n0\nseenChooseActivity\n0\n"
-    "seenProgressLevels\n0\nseenLapTrapInGame\n0\n"
-    "seenLapTrapInPractice\n0\nisBackgroundMusicOff\n0\n"
-    "shoes\nred ones\nPLAYER_END\n";
+    "playerName\nAna\nplayerLevel\n3\nplayerScore\n-7\nCMASolved\n0\nOMASolved\n0\nPWS1Solved\n0\n"
+    "PWS2Solved\n0\nseenCairoMap\n0\nseenOasisMap\n0\nseenChooseActivity\n0\n"
+    "seenProgressLevels\n0\nseenLapTrapInGame\n0\nseenLapTrapInPractice\n0\n"
+    "isBackgroundMusicOff\n0\nshoes\nred ones\nPLAYER_END\n";
+const std::string kNumbers(2980, '\1');
 
 class DataFile : public testing::Test {
   protected:
     DataFile() {
         globals.push_back(std::make_unique<IntProperty>("volume"));
         globals.push_back(std::make_unique<IntProperty>("passing", false));
-        templates.push_back(std::make_unique<StringProperty>("shoes"));
+        declare("shoes");
     }
-    Player& addPlayer() {
+    void declare(const std::string& name) {
+        templates.push_back(std::make_unique<StringProperty>(name));
+    }
+    Player& addPlayer(const std::string& name = "Ana") {
         Player& player = *players.emplace_back(std::make_unique<Player>(templates));
-        player.setName("Ana");
-        player.setValue("playerLevel", "3");
-        player.setValue("playerScore", "-7");
-        player.setValue("inGame", "1");
-        player.setValue("shoes", "red ones");
+        player.setName(name);
+        for (const auto& [property, value] : {std::pair{"playerLevel", "3"},
+                                              {"playerScore", "-7"},
+                                              {"inGame", "1"},
+                                              {"shoes", "red ones"}})
+            player.setValue(property, value);
         return player;
     }
     bool read(std::string_view bytes) {
@@ -49,28 +52,13 @@ class DataFile : public testing::Test {
 };
 
 TEST_F(DataFile, EveryByteHasItsPlace) {
-    PlayerRecord& record = addPlayer().record();
-    std::string numbers(2980, '\0');
-    const auto put = [&](std::size_t offset, std::int32_t& number) {
-        number = -1 - static_cast<std::int32_t>(offset) * 70'000;
-        for (std::size_t i = 0; i < 4; ++i)
-            numbers[offset + i] =
-                static_cast<char>(static_cast<std::uint32_t>(number) >> (8 * i) & 0xFF);
-    };
-    put(48, record.missingSlots[1][0]);
-    put(364, record.pattern[4][3]);
-    put(368, record.currentLocation);
-    put(460, record.hubs[0].rounds);
-    put(564, record.hubs[1].items[11]);
-    put(636, record.maps[1].currentLevel);
-    put(660, record.activities[0].autoLeveling);
-    put(740, record.activities[0].results[19]);
-    put(744, record.activities[0].correctSinceDistribution);
-    put(788, record.activities[0].resultCount);
-    put(792, record.activities[0].totalCorrect[0]);
-    put(820, record.activities[0].totalGuesses[3]);
-    put(844, record.activities[0].queue[0]);
-    put(2976, record.activities[9].items[5]);
+    std::string numbers;
+    std::uint32_t value = 0;
+    for (std::int32_t& number : addPlayer().record().numbers()) {
+        number = static_cast<std::int32_t>(value -= 5'700'001);
+        for (int shift = 0; shift < 32; shift += 8) numbers += static_cast<char>(value >> shift);
+    }
+    EXPECT_EQ(numbers.size(), kNumbers.size());
     globals[0]->setText("11");
     const std::string file = "volume\n11\nGLOBAL_END\n" + numbers + std::string(kProperties);
     EXPECT_EQ(compose(), file);
@@ -101,8 +89,8 @@ TEST_F(DataFile, CutOffAnywhereTheRestIsRead) {
         if (expected == 0) continue;
         const std::size_t last = size - start - (expected - 1) * player;
         const auto numbers = players.back()->record().numbers();
-        ASSERT_EQ(std::ranges::count(numbers, 0),
-                  std::ssize(numbers) - std::min(std::ssize(numbers), std::ptrdiff_t(last / 4)))
+        ASSERT_EQ(std::ranges::count_if(numbers, [](int number) { return number != 0; }),
+                  std::min(std::ssize(numbers), std::ptrdiff_t(last / 4)))
             << size;
     }
     EXPECT_THAT(whole, ElementsAre(0, start - 1, start, start + player - 1, start + player,
@@ -111,73 +99,57 @@ TEST_F(DataFile, CutOffAnywhereTheRestIsRead) {
 
 TEST_F(DataFile, OddTextsCannotSpoilIt) {
     const std::string full(1022, 'x');
-    for (const std::string& name :
-         std::vector<std::string>{"GLOBAL_END", "PLAYER_END", "two\nlines", full + "x"})
-        for (Properties* list : {&globals, &templates})
-            list->push_back(std::make_unique<StringProperty>(name));
+    for (const std::string& name : {std::string("GLOBAL_END"), std::string("PLAYER_END"),
+                                    std::string("two\nlines"), full + "x"}) {
+        globals.push_back(std::make_unique<StringProperty>(name));
+        declare(name);
+    }
     globals.push_back(std::make_unique<StringProperty>("mark"));
     globals.back()->setText("GLOBAL_END");
-    templates.push_back(std::make_unique<StringProperty>(full));
-    addPlayer().setName("GLOBAL_END");
-    addPlayer().setName("PLAYER_END");
-    addPlayer().setName("A\nB\n");
-    addPlayer().setName("");
-    addPlayer().setName(full + "cut");
-    players.back()->setValue(full, full);
+    declare(full);
+    for (const char* name : {"GLOBAL_END", "PLAYER_END", "A\nB\n", ""}) addPlayer(name);
+    addPlayer(full + "cut").setValue(full, full);
     const std::string file = compose();
     EXPECT_TRUE(file.starts_with("volume\n0\nGLOBAL_END\n"));
     EXPECT_TRUE(read(file));
     EXPECT_THAT(unknown, IsEmpty());
-    ASSERT_EQ(players.size(), 5U);
-    EXPECT_EQ(players[0]->name(), "GLOBAL_END");
-    EXPECT_EQ(players[1]->name(), "PLAYER_END");
-    EXPECT_EQ(players[2]->name(), "A B ");
-    EXPECT_EQ(players[3]->name(), "");
-    EXPECT_EQ(players[4]->name(), full);
-    EXPECT_EQ(players[4]->value(full), full);
+    std::vector<std::string> names;
+    for (const auto& player : players) names.push_back(player->name());
+    EXPECT_THAT(names, ElementsAre("GLOBAL_END", "PLAYER_END", "A B ", "", full));
+    EXPECT_EQ(players.back()->value(full), full);
     EXPECT_EQ(compose(), file);
 }
 
-TEST_F(DataFile, WhatIsNotKnownIsPassedOver) {
-    const std::string numbers(2980, '\1');
+TEST_F(DataFile, WhatNobodyDeclaredIsPassedOverAndGoesBackIntoTheFile) {
     // A line of 1,023 bytes and more is two.
     const std::string file = "volume\n5\nold\nvolume\n" + std::string(1030, 'a') +
-                             "\nGLOBAL_END\n" + numbers + "hat\nblue\n" + std::string(1023, 'b') +
-                             "\nshoes\nold\nPLAYER_END\n" + numbers;
+                             "\nGLOBAL_END\n" + kNumbers + "playerName\nAna\nhat\nblue\n" +
+                             std::string(1023, 'b') + "\nshoes\nold\nscarf\n\nPLAYER_END\n";
     datafile::readGlobals(file, globals);
     EXPECT_EQ(globals[0]->text(), "5");
-    EXPECT_FALSE(read(file));
-    ASSERT_EQ(players.size(), 2U);
+    EXPECT_TRUE(read(file));
     EXPECT_EQ(players[0]->value("shoes"), "old");
-    EXPECT_THAT(unknown, ElementsAre("hat", std::string(1023, 'b')));
-}
-
-TEST_F(DataFile, WhatNobodyDeclaredGoesBackIntoTheFile) {
-    EXPECT_TRUE(read("GLOBAL_END\n" + std::string(2980, '\1') +
-                     "playerName\nAna\nhat\nblue\nscarf\n\nPLAYER_END\n"));
-    EXPECT_THAT(unknown, ElementsAre("hat", "scarf"));
+    EXPECT_THAT(unknown, ElementsAre("hat", std::string(1023, 'b'), "scarf"));
     const std::string kept = compose();
-    EXPECT_NE(kept.find("hat\nblue\nscarf\n\nPLAYER_END\n"), std::string::npos);
-    templates.push_back(std::make_unique<StringProperty>("hat"));
+    EXPECT_TRUE(kept.ends_with("hat\nblue\nscarf\n\nPLAYER_END\n"));
+    declare("hat");
     EXPECT_TRUE(read(kept));
     EXPECT_EQ(players[0]->value("hat"), "blue");
     EXPECT_THAT(unknown, ElementsAre("scarf"));
+    // Of two of a name the last one is kept.
+    templates.push_back(std::make_unique<IntProperty>("shoes"));
+    addPlayer().stored().back()->setText("44");
+    read(compose());
+    EXPECT_EQ(players[1]->value("shoes"), "44");
 }
 
 TEST_F(DataFile, PlayersOfAnotherFormAreNotUnderstood) {
-    const std::string player = std::string(2980, '\1') + "playerName\nAna\nPLAYER_END\n";
+    const std::string player = kNumbers + "playerName\nAna\nPLAYER_END\n";
     EXPECT_TRUE(read("GLOBAL_END\n" + player + player));
     EXPECT_FALSE(read("GLOBAL_END\n" + player.substr(240) + player)) << "a shorter record";
-    EXPECT_FALSE(read("GLOBAL_END\n" + std::string(2980, '\1') + "PLAYER_END\n" + player));
-}
-
-TEST_F(DataFile, OfTwoNamesTheLastIsTheOneThatIsKept) {
-    templates.push_back(std::make_unique<IntProperty>("shoes"));
-    addPlayer();
-    players[0]->stored().back()->setText("44");
-    const std::string file = compose();
-    read(file);
-    EXPECT_EQ(players[0]->value("shoes"), "44");
+    EXPECT_FALSE(read("GLOBAL_END\n" + kNumbers + "PLAYER_END\n" + player)) << "no name";
+    EXPECT_FALSE(read("GLOBAL_END\n" + player + kNumbers)) << "no properties";
+    EXPECT_EQ(players.size(), 2U);
 }
 
 } // namespace

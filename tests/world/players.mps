@@ -1,159 +1,143 @@
-; Players by name or place, what ports show of them, properties of one name, and methods that change the record, from one
-; visit to the next. The second visit begins with those who were saved.
+; Players by name or place, what ports show of them, properties of one name, methods that change the
+; record, and what is kept until the next visit, which reads the players only when it writes.
 ;$ then
 yield off
-procedure who name
+include things.mps
+procedure who
 [
-play world activatePlayer name
-get world playerName a
-get world playersCount b
-text=text+" "+a+"/"+b
+call cut
+play t.1 activatePlayer word
+get t.1 playerName name
+get t.1 playersCount count
+line=line+" "+name+"/"+count
 ]
-text="found"
-world=RWorldPort 0
-play world addGlobalIntProperty volume
-play world addIntProperty coats ""
-play world activateDataFile
-get world playersCount count
-if count
+t.1=RWorldPort 0
+get t.1 informWinGWarning visit
+set t.1 informWinGWarning visit+1
+play t.1 addIntProperty coats ""
+play t.1 addIntProperty boots 0
+if visit=2
 [
-call who "#1"
-call who "#2"
-get world coats a
-get world inGame b
-get world playerScore c
-get world informColorsWarning d
-get world volume e
-say count text "again:" a b c d e
+play t.1 addGlobalIntProperty informColorsWarning
+call do "run 1 addIntProperty playerName, who Zoe, tell"
+StartTransition
+call do "who #0, who #1, who #2, who #3, of 1 coats, of 1 boots, of 1 inGame, of 1 playerScore"
+call do "of 1 isAutoLevelingEnabled, of 1 informColorsWarning, run 1 activateDataFile"
+call do "of 1 playersCount, tell"
+play t.1 addGlobalIntProperty CStatueDataset 0
+set t.1 CStatueDataset 3
+StartTransition
+set t.1 CStatueDataset none
+StartTransition
 quit
 ]
-call who "#0"
-call who "Ana"
-call who "ana"
-call who "#1"
-call who "#9"
-call who "#-1"
-call who "#9"
-call who "#3"
-call who "2"
-say text
-play world removePlayer "2"
-play world removePlayer "nobody"
-play world removePlayer "#0x"
-a="nobody"
-get world playerName a
-get world playersCount b
-say a b
-call who "ana"
-play world removePlayer "0"
-play world removePlayer "#9"
-play world removePlayer "#-1"
-get world playerName a
-get world playersCount b
-say "still" a b
-;= found #0/1 Ana/2 ana/3 Ana/3 #9/4 #-1/5 #9/5 #9/5 2/6
-;= nobody 5
-;= still ana 2
+play t.1 activateDataFile
+warnings=[informResolutionWarning informColorsWarning informDirectDrawNotFoundWarning
+warnings=[informDirectDrawSwitchFailedWarning informDirectDrawVersionWarning
+for i 1 5
+[
+get t.1 warnings.i got
+line=line+" "+got
+]
+call tell
+;=  1 1 1 1 1
+call do "who #0, who Ana, who ana, who #1, who #9, who #-1, who #9, who #3, who 2, tell"
+;=  #0/1 Ana/2 ana/3 Ana/3 #9/4 #-1/5 #9/5 #9/5 2/6
+call do "run 1 removePlayer 2, run 1 removePlayer nobody, run 1 removePlayer #0x, of 1 playerName"
+call do "of 1 playersCount, who ana, run 1 removePlayer 0, run 1 removePlayer #9"
+call do "run 1 removePlayer #-1, of 1 playerName, of 1 playersCount, tell"
+;! Property playerName not found
+;=  none 5 ana/5 ana 2
 
 ; another port shows whom it activated itself, until that one is removed
 other=RWorldPort 0
-play world activatePlayer "Ana"
+play t.1 activatePlayer "Ana"
 get other playerName a
 play other activatePlayer "Rui"
-get world playerName b
+get t.1 playerName b
 get other playerName c
 play other removePlayer "Ana"
 say a b c
-get world playerName a
+;= ana Ana Rui
+call do "of 1 playerName, tell"
+;! Property playerName not found
+;=  none
 get other playerName b
 get other playersCount c
 say b c
-;= ana Ana Rui
 ;= Rui 2
 
-; a global, the program's own, and a player's property of one name: the last one is seen, the player's while one is shown
-play world addGlobalIntProperty informColorsWarning
-play world addGlobalIntProperty hats
-set world hats 1
-play world addGlobalIntProperty hats
-set world hats 2
-play world addIntProperty hats
-play world addIntProperty activatePlayer
-play world activatePlayer "Eva"
-get world hats a
-play world removePlayer "Eva"
-get world hats b
-say a b
-;= 0 2
+; of properties of one name the last one is seen, a player's while one is shown
+call do "run 1 addGlobalIntProperty informColorsWarning, run 1 addGlobalIntProperty hats"
+set t.1 hats 1
+play t.1 addGlobalIntProperty hats
+set t.1 hats 2
+call do "run 1 addIntProperty hats, run 1 addIntProperty activatePlayer, who Eva, of 1 hats"
+call do "run 1 removePlayer Eva, of 1 hats, tell"
+;=  Eva/3 0 2
 
-; Items, answers, levels and games of a player.
-call who "Ana Lua"
-set world currentLocation CWS1
-play world backpackAddObject 29
-play world backpackAddObject 0
-play world backpackRemoveObject 12
-play world backpackAddObject 28
-play world backpackAddObject 3
-play world backpackRemoveObject 0
-get world backpackItemPresent 0 a
-get world backpackItemPresent 1 b
+; items, answers, levels and games of a player
+play t.1 activatePlayer "Ana Lua"
+set t.1 currentLocation CWS1
+call do "run 1 backpackAddObject 29, run 1 backpackAddObject 0, run 1 backpackRemoveObject 12"
+call do "run 1 backpackAddObject 28, run 1 backpackAddObject 3, run 1 backpackRemoveObject 0"
+call do "run 1 backpackRemoveObject -1, of 1 backpackItemPresent 0, of 1 backpackItemPresent 1"
 for i 1 7
-play world addObject 12+i ""
-play world addObject 0 CHUB
-play world addObject 29 CHUB
-play world addObject 5 CBA1
-play world removeObjectFromLocation 19 CWS1
-get world itemsPresentCount "" c
-get world itemsPresentCount CHUB d
-play world removeObjectFromLocation 14 CWS1
-get world itemPresent 2 "" e
-get world itemPresent 3 "" f
-say "items" a b c d e f
-play world correctGuess ""
-play world incorrectGuess CWS2
-play world incorrectGuess PBA
-get world wsTotalCorrectGuessCount "" "" a
-get world wsTotalGuessCount CWS2 "" b
-get world wsTotalCorrectGuessCount CWS2 "" c
-play world autoLevel CMA
-get world currentLevel CMA d
-say "answers" a b c "level" d
-set world currentLocation CHUB
-play world distributeItems
-get world wsNextItemInQueue CWS1 a
-for i 1 3
-play world removeNextObjectFromQueue CWS1
-get world wsNextItemInQueue CWS1 b
-play world newGame
-get world itemsPresentCount CWS1 c
-get world currentLocation d
-say "queued" (a>0) b "new game" c d
+play t.1 addObject 12+i ""
+call do "run 1 addObject 0 CHUB, run 1 addObject 29 CHUB, run 1 addObject 5 CBA1"
+call do "run 1 removeObjectFromLocation 19 CWS1, of 1 itemsPresentCount"
+call do "of 1 itemsPresentCount CHUB, run 1 removeObjectFromLocation 14 CWS1, of 1 itemPresent 2"
+call do "of 1 itemPresent 3, tell"
+;=  0 3 6 0 0 15
+call do "run 1 correctGuess, run 1 incorrectGuess CWS2, run 1 incorrectGuess PBA"
+call do "of 1 wsTotalCorrectGuessCount, of 1 wsTotalGuessCount CWS2"
+call do "of 1 wsTotalCorrectGuessCount CWS2, run 1 autoLevel CMA, of 1 currentLevel CMA, tell"
+;=  1 1 0 2
+set t.1 currentLocation CHUB
+call do "run 1 distributeItems, of 1 wsNextItemInQueue CWS1"
+line=" "+(got>0)
+call do "run 1 removeNextObjectFromQueue CWS1, run 1 removeNextObjectFromQueue CWS1"
+call do "run 1 removeNextObjectFromQueue CWS1, of 1 wsNextItemInQueue CWS1, run 1 newGame"
+call do "of 1 itemsPresentCount CWS1, of 1 currentLocation, tell"
+;=  1 0 0 CBA1
+threshold=[wsAutoLevelingA wsAutoLevelingB wsAutoLevelingX wsAutoLevelingY
+places=[PWS2 OWS4 OWS3 CHUB ""
 for i 1 4
 [
-threshold=[wsAutoLevelingA wsAutoLevelingB wsAutoLevelingX wsAutoLevelingY
-get world threshold.i PWS2 a
-set world threshold.i OWS4 i-9
-get world threshold.i OWS4 b
-get world threshold.i OWS3 c
-set world threshold.i CHUB 9
-get world threshold.i CHUB d
-get world threshold.i "" e
-say "threshold" a b c "["+d+e+"]"
+set t.1 threshold.i OWS4 i-9
+set t.1 threshold.i CHUB 9
+for k 1 5
+[
+get t.1 threshold.i places.k got
+line=line+" "+got
 ]
-;= items 0 3 6 0 0 15
-;= answers 1 1 0 level 2
-;= queued 1 0 new game 0 CBA1
-;= threshold 5 -8 5 []
-;= threshold 6 -7 6 []
-;= threshold 4 -6 4 []
-;= threshold 10 -5 10 []
-;= 3 found Rui/3 Ana Lua/3 again: 4 0 12 0 0
+]
+call tell
+;=  5 -8 5   6 -7 6   4 -6 4   10 -5 10  
 ; what is kept
-set world coats 4
-set world inGame 1
-set world playerScore 12
-set world informColorsWarning 0
-set world volume 5
+set t.1 coats 4
+set t.1 boots 4
+set t.1 inGame 1
+set t.1 playerScore 12
+set t.1 informColorsWarning 0
+play t.1 addGlobalIntProperty volume
 quit
-;! Property playerName not found
-;! Property playerName not found
+;=  Zoe/1
+;=  Zoe/4 ana/4 Rui/4 Ana Lua/4 4 0 0 12 1 0 4
+;! CStatueDataset is now 0, please inform Ilse or Bram
+;% World Memory - starting up!
+;% Warning: World Memory - the global informColorsWarning is the program's own and is not added again: use it as it is, or another name
+;% Warning: World Memory - every player has a property playerName, and none is added: use it as it is, or another name
+;% World Memory - activating player Zoe
+;% World Memory - creating new player Zoe
+;% *** CStatueDataset is not defined ***
+;% World Memory - writing data file, sDataFileActive: 0
+;% World Memory - reading data file, sDataFileActive: 1
+;% Player: unknown property hats
+;% World Memory - activating player #0
+;% Setting CStatueDataset to 3
+;% World Memory - writing data file, sDataFileActive: 1
+;% Querying CStatueDataset, value is 0
+;% **** CStatueDataset is now 0 ****
+;% World Memory - writing data file, sDataFileActive: 1
+;% World Memory shutting down
