@@ -72,12 +72,11 @@ struct Format {
     std::string layout = ""; ///< of its bytes, where nothing else judges them
 };
 const Format kFormats[] = {
-    {"library", libraryOf({{"WAVE", 1, {3}}, {"#77", 2, {4}}}), library::kWrittenTable,
-     " WAVE 1@224+16:03", readLibrary, nullptr,
-     "4D5A450001(3)04(3)FFFF(10)40(35)50(3)B8014CCD21(11)4E4501007B0002(6)80(18)"
-     "08004000400072007A00"
-     "7A00CD(5)04(3)02(7)0A0304002C0001(5)0E00010030100180(4)4D8001(5)0F00010030100280(6)0457415645"
-     "000454455354(6)0454455354(14)03(15)04(15)"},
+    {"library", libraryOf({{"WAVE", 1, {1}}, {"WAVE", 2, {2}}}), library::kWrittenTable,
+     "whole WAVE 1@208+16:01 WAVE 2@224+16:02", readLibrary, nullptr,
+     "4D5A450001(3)04(3)FFFF(10)40(35)50(3)B8014CCD21(11)4E450100730002(6)80(18)0800400040006A00"
+     "72007200C5(5)04(3)02(7)0A030400240002(5)0D00010030100180(4)0E00010030100280(6)"
+     "0457415645000454455354(6)0454455354(6)01(15)02(15)"},
     {"map", bytesOf("MINE\n2\na.rsc\nWAVE 1\nRRGB 2\nENDFILE\nb.rsc\nASEQ 32767\nENDFILE\n"), 6,
      "MINE; a.rsc, WAVE 1, RRGB 2; b.rsc, ASEQ 32767", readMap,
      [](ByteSpan bytes) {
@@ -96,7 +95,7 @@ const Format kFormats[] = {
     {"animation", animation::write(kAnimation), 79, kAnimationTold, readAnimation, animationOf,
      "0200020008(9)09(3)052C180703(5)FCFF00000300FFFF010078(5)FFFF000001(5)FFFF(4)"
      "02000100020506000001000300010900010109"},
-    {"animation, big-endian", animation::write(kAnimation, std::endian::big), 79, kAnimationTold,
+    {"animation-be", animation::write(kAnimation, std::endian::big), 79, kAnimationTold,
      readAnimation, animationOf,
      "000200020801(11)09052C18070003(4)FFFC(3)03FFFF00010078(4)FFFF(3)01(4)FFFF(5)020001020506(3)"
      "010003010900010109"},
@@ -114,8 +113,7 @@ const Format kFormats[] = {
     {"font", font::write(smallFont()).value, 64, kFontTold, readFont, fontOf,
      "0090000005000400FFFFFFFF040003001000020001(3)0100E600BE0020(5)"
      "030003000500070007000700FFFF0004FFFF02030204FFFFFFFFFFFF"},
-    {"font, big-endian", font::write(smallFont(true)).value, 64, "big " + kFontTold, readFont,
-     fontOf,
+    {"font-be", font::write(smallFont(true)).value, 64, "big " + kFontTold, readFont, fontOf,
      "90(4)050004FFFFFFFF00040003001000020001(3)01E600BE0020(6)"
      "0300030005000700070007FFFF0004FFFF02030204FFFFFFFFFFFF"},
     {"cursor", kCursor, 90, kCursorTold, readCursors,
@@ -133,8 +131,8 @@ const Format kFormats[] = {
          return sound::writeRiff(bytes.subspan(offset, length), rate);
      },
      "5249464628(3)57415645666D742010(3)01000100112B0000112B0000010008006461746103(3)01020300"},
-    {"sound, Macintosh", MacSound{.data = {1, 2, 3}}.build(), 0, "42+3 22050 1 8", readSound},
-    {"sound, Macintosh 2", MacSound{.format = 2, .encoding = 0xFF, .data = {1, 2, 3}}.build(), 0,
+    {"mac", MacSound{.data = {1, 2, 3}}.build(), 0, "42+3 22050 1 8", readSound},
+    {"mac2", MacSound{.format = 2, .encoding = 0xFF, .data = {1, 2, 3}}.build(), 0,
      "78+3 22050 1 8", readSound},
     {"movie", *movieOf(4, {Bytes(16, 5), kTwoColours, kManyColours}, {1, 2, 3, 5, 8}), 215,
      "4x4 3 of 6666 key palette " + hex(Bytes(16, 5)) + " 0102030508 " + hex(kTwoColours) + "  " +
@@ -209,72 +207,105 @@ void expectRead(std::string (*read)(ByteSpan), const std::vector<Odd>& rows) {
         EXPECT_TRUE(isTold(read(bytes), meaning)) << meaning << "\n" << read(bytes);
 }
 
-struct Damage {
-    std::string meaning; ///< with any one of these changes
-    std::vector<std::pair<std::size_t, std::uint32_t>> changes;
-};
+/// Changes of the examples, "PLACE:VALUE" in hexadecimal digits, the low byte of a value first; and
+/// what is read then.
+constexpr const char* kDamages = R"(
+library 0:4E or 18:3F or 3C:51 or 3E:FFFF or 50:4F => !no library
+library 90:F or 90:10 or 90:FFFF or 94:0 => damaged
+library 92:2A or 92:28 or 92:29 or 92:7FFF or 76:42 or 76:56 => damaged
+library 92:8003 or 76:40 or 76:1 or 74:7000 => whole
+library 92:800F => name table
+library 18:41 => whole WAVE 1@208+16:01 WAVE 2@224+16:02
+library 94:FFFF or 76:FFFF => damaged WAVE 1@208+16:01 WAVE 2@224+16:02
+library 9A:FFFF or 9A:F => damaged WAVE 2@224+16:02
+library 9A:9 => whole WAVE 1@144+16:04 WAVE 2@224+16:02
+library 9C:FFFF => damaged WAVE 1@208+32:01 WAVE 2@224+16:02
+library 9C:0 => whole WAVE 1@208+0:01 WAVE 2@224+16:02
+library A1:0 => whole WAVE 2@224+16:02
+animation 0:0 => !the animation has no sequences; it has no sequence
+animation 3:80 => !the animation has no frames; its number of frames is negative
+animation E:C8 => !frame 2 lies past the end
+animation E:2 => !frame 2 is damaged in row 1
+animation 16:0 => !sequence 1 has no entries
+animation 31:80 => !sequence 2 has no entries; its sequences are cut short
+animation 24:2 => !sequence 1 shows frame 3 of 2
+animation 2C:FE => !sequence 1 has no end
+animation 3C:0 or 3E:0 => !frame 1 is empty
+animation 40:FB => !frame 1 is damaged in row 1
+animation 4B:2 => !frame 2 is damaged in row 2
+animation 12:77FFFF => 8/s 2047 2047 7*
+animation 12:880000 => 8/s 2048 2048 7*
+animation 12:880101 => 8/s -1 -1 7*
+animation 12:FFFFFF => 8/s -2047 -2047 7*
+font 3:80 => !damaged font: its characters are -32768 to 5
+font 5:1 => !damaged font: its characters are 0 to 261
+font 2:6 => !damaged font: its characters are 6 to 5
+font 4:C8 or 10:0 => !damaged font: its tables lie in its head
+font E:2 => !damaged font: its characters have more rows than its pictures
+font 19:FF => !the font is cut off
+font 22:4 => !damaged font: the picture of character 1 lies outside of the others' row
+font 29:7F => !damaged font: the picture of character 3 lies outside of the others' row
+cursor E:43 or E:3 => !the cursor's picture is cut off
+cursor 4:0 => !no cursor file
+cursor 15:FF => !the cursor is cut off
+cursor 4A:3 => !damaged cursor: a pixel lies outside of its colours
+cursor 1A:4 => 90 3x2@2,1:- 4x2@*
+cursor 24:4 => 90 3x2@2,1:- 3x2@2,1:FFC80A14FF(3)FFC80A14FFC80A14FFC80A14FF(3)
+cursor 26:1 or 39:FF => 90 3x2@2,1:-
+cursor 52:A0 => *:FFC80A14(4)FF010203FF(3)FFC80A14(4)
+sound 18:55F0 => 44+3 22000 1 8
+sound 18:56EF => 44+3 22255 1 8
+sound 18:2B77 => 44+3 11127 1 8
+sound 18:56EE => 44+3 22254 1 8 rate
+sound 18:0 19:0 => 44+3 0 1 8 rate
+sound 18:FFFFFFFF => 44+3 2147483647 1 8 rate
+sound 16:2 => 44+3 11025 2 8 channels
+sound 22:10 => 44+3 11025 1 16 bits
+sound 14:2 => 44+3 11025 1 8 coding 2
+sound 28:FFFFFFFF => 44+4 11025 1 8 of 4294967295
+sound 28:5 => 44+4 11025 1 8 of 5
+sound 28:2 => 44+2 11025 1 8
+sound 28:0 => 44+0 11025 1 8
+sound 3:58 => unknown
+mac 9:A0 => 42+3 22050 1 8
+mac 1:3 => unknown
+mac 1C:A38BEE56 => 42+3 22254 1 8
+mac 1C:D145772B => 42+3 11127 1 8
+mac 1C:44AC => 42+3 44100 1 8 rate
+mac 3:2 => 42+3 22050 1 8 synthesizers
+mac 5:1 => 42+3 22050 1 8 synthesizer
+mac 9:C0 => 42+3 22050 1 8 options
+mac B:2 => 42+3 22050 1 8 commands
+mac C:0 => 42+3 22050 1 8 command
+mac F:1 => 42+3 22050 1 8 parameter1
+mac 13:E => 42+3 22050 1 8 parameter2
+mac 28:FE => 45+0 22050 1 8 encoding
+mac 18:80 => 42+3 22050 1 8 of 2147483651
+mac 1B:2 => 42+2 22050 1 8
+mac2 D:14 => 78+3 22050 1 8 parameter2
+mac2 22:0 => 36+1 22050 1 8
+mac2 22:FE => 78+3 22050 1 8 encoding
+)";
 
-/// The bytes of a change stand from its place on, the low one first: as many as it needs.
-void expectDamaged(std::string (*read)(ByteSpan), const Bytes& good,
-                   const std::vector<Damage>& rows) {
-    for (const auto& [meaning, changes] : rows)
-        for (auto [at, value] : changes) {
-            SCOPED_TRACE(at);
-            Bytes bytes = good;
+TEST(Formats, TellWhatIsDamaged) {
+    for (const auto& row : rowsOf(kDamages)) {
+        SCOPED_TRACE(row[0]);
+        std::istringstream words(row[0]);
+        std::string word;
+        words >> word;
+        const auto* format = std::ranges::find(kFormats, word, &Format::name);
+        Bytes bytes = format->example;
+        while (words >> word) {
+            if (word == "or") continue;
+            std::size_t at = std::stoul(word, nullptr, 16);
+            auto value = std::stoul(word.substr(word.find(':') + 1), nullptr, 16);
             do bytes.at(at++) = static_cast<std::uint8_t>(value);
             while (value >>= 8);
-            expectRead(read, {{bytes, meaning}});
+            if (!(words >> std::ws).eof() && words.peek() != 'o') continue;
+            expectRead(format->read, {{bytes, row[1]}});
+            bytes = format->example;
         }
-}
-
-TEST(Library, LeavesOutWhatPointsOutside) {
-    constexpr std::size_t kNe = library::kWrittenNeHeader;
-    constexpr std::size_t kTable = library::kWrittenTable;
-    constexpr std::size_t kTablePlace = kNe + 0x24; // counts from the NE header, as the next two
-    constexpr std::size_t kTableEnd = kTablePlace + 2;
-    constexpr unsigned kTableStart = kTable - kNe;
-    constexpr std::size_t kType = kTable + 2, kCount = kType + 2; // of the first one
-    constexpr std::size_t kOffset = kType + 8, kLength = kOffset + 2, kId = kLength + 4;
-    constexpr unsigned kSize = 240; ///< of the file
-    const Bytes good = libraryOf({{"WAVE", 1, {1}}, {"WAVE", 2, {2}}});
-    const std::string second = " WAVE 2@224+16:02";
-    const std::string both = " WAVE 1@208+16:01" + second;
-    Bytes joined = libraryOf({{"WAVE", 5, {1}}, {"ASEQ", 5, Bytes(17, 2)}, {"ASEQ", 6, {3}}});
-    joined[kType + 8 + 12] = joined[kType]; // both types have the first one's name
-    Bytes named = libraryOf({{"ASEQ", 44, {1}}, {"ASEQ", 2, {2}}, {"?URSOR", 1, {6}}});
-    named[kId + 1] = 0;
-    *std::ranges::find(named, '?') = 'C'; // the name of a standard type
-    const Bytes four = libraryOf(
-        {{"WAVE", 300, {3}}, {"WAVE", 5, Bytes(33, 'x')}, {"ICON", 7, {4}}, {"#77", 1, {5}}});
-    expectRead(readLibrary, {{four, " ICON 7@320+16:04 WAVE 300@256+16:03 WAVE 5@272+48:78"},
-                             {joined, " WAVE 5@240+16:01 WAVE 5@240+16:01 WAVE 6@288+16:03"},
-                             {named, " ASEQ 2@256+16:02"}});
-    expectDamaged(
-        readLibrary, good,
-        {
-            {"!no library",
-             {{0, 0x4D5A}, {0x18, 0x3F}, {0x3C, kNe + 1}, {0x3E, 0xFFFF}, {kNe, 0x4550}}},
-            {"damaged", {{kTable, 15}, {kTable, 16}, {kTable, 0xFFFF}, {kCount, 0}}}, // shifts
-            // a name behind the table, one that ends there, the empty one, and tables without names
-            {"damaged",
-             {{kType, 42},
-              {kType, 40},
-              {kType, 41},
-              {kType, 0x7FFF},
-              {kTableEnd, kTableStart + 2},
-              {kTableEnd, kTableStart + 22}}},
-            // a type number without a name, tables that are empty, turned inside out, or elsewhere
-            {"",
-             {{kType, 0x8003}, {kTableEnd, kTableStart}, {kTableEnd, 1}, {kTablePlace, 0x7000}}},
-            {"name table", {{kType, 0x800F}}},
-            {both, {{0x18, 0x41}}},
-            {"damaged" + both, {{kCount, 0xFFFF}, {kTableEnd, 0xFFFF}}},
-            {"damaged" + second, {{kOffset, 0xFFFF}, {kOffset, kSize / 16}}},
-            {" WAVE 1@144+16:04" + second, {{kOffset, kTable / 16}}},
-            {"damaged WAVE 1@208+32:01" + second, {{kLength, 0xFFFF}}},
-            {" WAVE 1@208+0:01" + second, {{kLength, 0}}},
-            {second, {{kId + 1, 0}}}, // named
-        });
+    }
 }
 
 TEST(Map, LeavesOutWhatMakesNoSense) {
@@ -338,29 +369,24 @@ Bytes manyFrames(int step) {
     return out.take();
 }
 
-TEST(Animation, IsRefusedWithItsDamageAndHasPlacesOfTwelveBits) {
-    constexpr std::size_t kPlace = 18;
+TEST(Library, JoinsWhatHasOneName) {
+    constexpr std::size_t kType = library::kWrittenTable + 2;
+    constexpr std::size_t kId = kType + 8 + 6;
+    Bytes joined = libraryOf({{"WAVE", 5, {1}}, {"ASEQ", 5, Bytes(17, 2)}, {"ASEQ", 6, {3}}});
+    joined[kType + 8 + 12] = joined[kType]; // both types have the first one's name
+    Bytes named = libraryOf({{"ASEQ", 44, {1}}, {"ASEQ", 2, {2}}, {"?URSOR", 1, {6}}});
+    named[kId + 1] = 0;
+    *std::ranges::find(named, '?') = 'C'; // the name of a standard type
+    const Bytes four = libraryOf(
+        {{"WAVE", 300, {3}}, {"WAVE", 5, Bytes(33, 'x')}, {"ICON", 7, {4}}, {"#77", 1, {5}}});
+    expectRead(readLibrary, {{four, "whole ICON 7@320+16:04 WAVE 300@256+16:03 WAVE 5@272+48:78"},
+                             {joined, "whole WAVE 5@240+16:01 WAVE 5@240+16:01 WAVE 6@288+16:03"},
+                             {named, "whole ASEQ 2@256+16:02"}});
+}
+
+TEST(Animation, IsCutOffAndOverlaps) {
     const Bytes good = animation::write(kAnimation);
     const auto cut = [&](long size) { return Bytes(good.begin(), good.begin() + size); };
-    expectDamaged(
-        readAnimation, good,
-        {
-            {"!the animation has no sequences; it has no sequence", {{0, 0}}},
-            {"!the animation has no frames; its number of frames is negative", {{3, 0x80}}},
-            {"!frame 2 lies past the end", {{14, 200}}},
-            {"!frame 2 is damaged in row 1", {{14, 2}}}, // in the middle of frame 1
-            {"!sequence 1 has no entries", {{22, 0}}},
-            {"!sequence 2 has no entries; its sequences are cut short", {{49, 0x80}}},
-            {"!sequence 1 shows frame 3 of 2", {{36, 2}}},
-            {"!sequence 1 has no end", {{44, 0xFE}}},
-            {"!frame 1 is empty", {{60, 0}, {62, 0}}},
-            {"!frame 1 is damaged in row 1", {{64, 251}}},
-            {"!frame 2 is damaged in row 2", {{75, 2}}},
-            {"8/s 2047 2047 7*", {{kPlace, 0x77FFFF}}},
-            {"8/s 2048 2048 7*", {{kPlace, 0x880000}}},
-            {"8/s -1 -1 7*", {{kPlace, 0x880101}}},
-            {"8/s -2047 -2047 7*", {{kPlace, 0xFFFFFF}}},
-        });
     const std::string cutOff = "!the animation is cut off; its ";
     expectRead(readAnimation, {{cut(9), cutOff + "header is cut short"},
                                {cut(21), cutOff + "frame table is cut short"},
@@ -369,147 +395,50 @@ TEST(Animation, IsRefusedWithItsDamageAndHasPlacesOfTwelveBits) {
                                {manyFrames(6), "!frame 4 overlaps other frames"}});
 }
 
-TEST(Font, IsRefusedWithItsDamage) {
-    const std::string damaged = "!damaged font: ";
-    const std::string outside = " lies outside of the others' row";
-    expectDamaged(readFont, font::write(smallFont()).value,
-                  {
-                      {damaged + "its characters are -32768 to 5", {{3, 0x80}}},
-                      {damaged + "its characters are 0 to 261", {{5, 1}}},
-                      {damaged + "its characters are 6 to 5", {{2, 6}}},
-                      {damaged + "its tables lie in its head", {{4, 200}, {16, 0}}},
-                      {damaged + "its characters have more rows than its pictures", {{14, 2}}},
-                      {"!the font is cut off", {{25, 0xFF}}},
-                      {damaged + "the picture of character 1" + outside, {{34, 4}}},
-                      {damaged + "the picture of character 3" + outside, {{41, 0x7F}}},
-                  });
-}
-
-TEST(Cursor, TellsDamageFromOtherKinds) {
-    const std::string other = "90 3x2@2,1:-";
-    expectDamaged(readCursors, kCursor,
-                  {
-                      {"!the cursor's picture is cut off", {{14, 67}, {14, 3}}},
-                      {"!no cursor file", {{4, 0}}},
-                      {"!the cursor is cut off", {{21, 0xFF}}},
-                      {"!damaged cursor: a pixel lies outside of its colours", {{74, 3}}},
-                      {other + " 4x2@*", {{26, 4}}}, // another width than the directory's
-                      {other + " 3x2@2,1:FFC80A14FF(3)FFC80A14FFC80A14FFC80A14FF(3)",
-                       {{36, 4}}},                    // four bits a pixel
-                      {other, {{38, 1}, {57, 0xFF}}}, // compressed; too many colours
-                      {"90 3x2@2,1:FFC80A14(4)FF010203(4)FFC80A14(4) "
-                       "3x2@2,1:FFC80A14(4)FF010203FF(3)FFC80A14(4)",
-                       {{82, 0xA0}}}, // inverting
-                  });
-}
+/// Chunks of WAVE files, "TAG SIZE BYTES" of them, or several empty ones, and what is read.
+constexpr const char* kChunks = R"(
+fmt 16 16 | data 10 10 => 44+10 22050 1 8
+fmt 19 20 | data 10 10 => 48+10 22050 1 8
+LIST 5 6 | fmt 16 16 | LIST 7 8 | data 10 10 => 74+10 22050 1 8
+LIST 996 996 | fmt 16 16 | data 10 10 => 1048+10 22050 1 8
+fmt 16 16 | LIST 20000 20000 | data 10 10 => 20052+10 22050 1 8
+data 10 10 | fmt 16 16 => 0+0 22050 1 8
+data 10 10 | fmt 16 16 | data 4 4 => 62+4 22050 1 8
+fmt 16 16 | data 4 4 | data 10 10 => 44+4 22050 1 8
+fmt 16 16 | 1000 | data 10 10 => 8044+10 22050 1 8
+125 | fmt 16 16 | data 10 10 => 1044+10 22050 1 8
+126 | fmt 16 16 | data 10 10 => 0+0 0 1 8 no format
+fmt 16 16 | LIST 2147483647 4 | data 10 10 => 0+0 22050 1 8
+fmt 16 16 | LIST 4294967295 4 | data 10 10 => 0+0 22050 1 8
+fmt 16 16 | LIST 3 3 | data 10 10 => 0+0 22050 1 8
+fmt 16 15 => 0+0 22050 1 0 bits
+ext 40 40 | data 10 10 => 68+10 22050 1 8 coding 3
+ext 39 40 | data 10 10 => 68+10 22050 1 8 coding 65534
+)";
 
 TEST(Sound, IsFoundAmongAnyOtherChunks) {
-    const Bytes samples(10, 200);
-    const auto riff = [&](RiffSound sound) {
-        sound.data = samples;
-        return sound.build();
-    };
-    expectRead(readSound, {
-                              {riff({.rate = 22000}), "44+10 22000 1 8"},
-                              {riff({.rate = 22255}), "44+10 22255 1 8"},
-                              {riff({.rate = 11127}), "44+10 11127 1 8"},
-                              {riff({.rate = 22254}), "44+10 22254 1 8 rate"},
-                              {riff({.rate = 0}), "44+10 0 1 8 rate"},
-                              {riff({.rate = 0xFFFFFFFF}), "44+10 2147483647 1 8 rate"},
-                              {riff({.channels = 2}), "44+10 22050 2 8 channels"},
-                              {riff({.bits = 16}), "44+10 22050 1 16 bits"},
-                              {riff({.extraFormat = 3}), "48+10 22050 1 8"},
-                              {riff({.before = 5, .between = 7}), "74+10 22050 1 8"},
-                              {riff({.before = 996}),
-                               "1048+10 22050 1 8"}, // the format ends with the first bytes
-                              {riff({.between = 20000}), "20052+10 22050 1 8"},
-                              {riff({.claimed = 0xFFFFFFFF}), "44+10 22050 1 8 of 4294967295"},
-                              {riff({.claimed = 11}), "44+10 22050 1 8 of 11"},
-                              {riff({.claimed = 9}), "44+9 22050 1 8"},
-                              {riff({.claimed = 0}), "44+0 22050 1 8"},
-                          });
-    using Writer = ByteWriter;
-    const auto file = [](auto... parts) {
-        Writer out;
+    for (const auto& row : rowsOf(kChunks)) {
+        ByteWriter out;
         out.text("RIFF").u32(0xFFFFFFFF).text("WAVE");
-        (parts(out), ...);
-        return out.take();
-    };
-    const auto chunk = [](std::string_view tag, std::uint32_t size, std::size_t bytes) {
-        return [=](Writer& out) { out.text(tag).u32(size).block(Bytes(bytes, 200)); };
-    };
-    const auto format = [](std::uint32_t rate) {
-        return [=](Writer& out) {
-            out.text("fmt ").u32(16).u16(1).u16(1).u32(rate).u32(rate).u16(1).u16(8);
-        };
-    };
-    const auto empty = [](int count) {
-        return [=](Writer& out) {
-            for (int i = 0; i < count; ++i) out.text("JUNK").u32(0);
-        };
-    };
-    const auto extensible = [](std::uint32_t size) {
-        return [=](Writer& out) {
-            out.text("fmt ")
-                .u32(size)
-                .u16(0xFFFE)
-                .u16(1)
-                .u32(22050)
-                .zeros(6)
-                .u16(8)
-                .zeros(8)
-                .u16(3)
-                .zeros(14);
-        };
-    };
-    const auto plain = format(22050);
-    const auto data = chunk("data", 10, 10);
-    const auto four = chunk("data", 4, 4);
-    expectRead(
-        readSound,
-        {
-            {file(data, plain), "0+0 22050 1 8"},
-            {file(data, plain, four), "62+4 22050 1 8"},
-            {file(plain, four, data), "44+4 22050 1 8"},
-            {file(plain, format(11025), data), "68+10 22050 1 8"},
-            {file(plain, empty(1000), data), "8044+10 22050 1 8"},
-            {file(empty(125), plain, data), "1044+10 22050 1 8"},
-            {file(empty(127), plain, data), "0+0 0 1 8 no format"}, // behind the first bytes
-            {file(plain, chunk("LIST", 0x7FFFFFFF, 4), data), "0+0 22050 1 8"},
-            {file(plain, chunk("LIST", 0xFFFFFFFF, 4), data), "0+0 22050 1 8"},
-            {file(plain, chunk("LIST", 3, 3), data), "0+0 22050 1 8"}, // without its pad byte
-            {file(chunk("fmt ", 16, 15)), "0+0 2147483647 51400 0 coding 51400 rate channels bits"},
-            {file(chunk("fmt ", 0, 0), data),
-             "28+10 10 24948 51400 coding 24932 rate channels bits"},
-            {file(extensible(40), data), "68+10 22050 1 8 coding 3"},
-            {file(extensible(39), data), "68+10 22050 1 8 coding 65534"},
-            {bytesOf("just some text"), "unknown"},
-            {bytesOf("RIFXxxxxWAVE"), "unknown"},
-        });
-    const auto mac = [&](MacSound sound) {
-        sound.data = samples;
-        return sound.build();
-    };
-    expectRead(readSound, {
-                              {mac({.options = 0xA0}), "42+10 22050 1 8"},
-                              {mac({.encoding = 0xFF}), "84+10 22050 1 8"},
-                              {mac({.format = 2}), "36+10 22050 1 8"},
-                              {mac({.format = 3}), "unknown"},
-                              {mac({.rate = 0x56EE8BA3}), "42+10 22254 1 8"},
-                              {mac({.rate = 0x2B7745D1}), "42+10 11127 1 8"},
-                              {mac({.rate = 0xAC440000}), "42+10 44100 1 8 rate"},
-                              {mac({.synthesizers = 2}), "42+10 22050 1 8 synthesizers"},
-                              {mac({.synthesizer = 1}), "42+10 22050 1 8 synthesizer"},
-                              {mac({.options = 0xC0}), "42+10 22050 1 8 options"},
-                              {mac({.commands = 2}), "42+10 22050 1 8 commands"},
-                              {mac({.command = 0x0051}), "42+10 22050 1 8 command"},
-                              {mac({.param1 = 1}), "42+10 22050 1 8 parameter1"},
-                              {mac({.param2 = 0x0E}), "42+10 22050 1 8 parameter2"},
-                              {mac({.format = 2, .param2 = 0x14}), "36+10 22050 1 8 parameter2"},
-                              {mac({.encoding = 0xFE}), "84+10 22050 1 8 encoding"},
-                              {mac({.length = 0x80000000}), "42+10 22050 1 8 of 2147483648"},
-                              {mac({.length = 3}), "42+3 22050 1 8"},
-                          });
+        std::istringstream words(row[0]);
+        for (std::string tag; words >> tag;) {
+            if (tag == "|") continue;
+            std::int64_t size = 0;
+            std::size_t bytes = 0;
+            if (tag[0] <= '9')
+                for (int i = 0; i < std::stoi(tag); ++i) out.text("JUNK").u32(0);
+            else if (words >> size >> bytes) {
+                ByteWriter data;
+                if (tag == "fmt" || tag == "ext")
+                    data.u16(tag == "ext" ? 0xFFFE : 1).u16(1).u32(22050).zeros(6).u16(8);
+                if (tag == "ext") data.zeros(8).u16(3);
+                Bytes all = data.take();
+                all.resize(bytes, 200);
+                out.text(tag == "fmt" || tag == "ext" ? "fmt " : tag).u32(size).block(all);
+            }
+        }
+        expectRead(readSound, {{out.take(), row[1]}});
+    }
 }
 
 } // namespace

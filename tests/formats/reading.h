@@ -40,12 +40,24 @@ inline bool isTold(std::string_view text, std::string_view told) {
     return text.starts_with(told.substr(0, star)) && text.ends_with(told.substr(star + 1));
 }
 
+/// The rows of a table that begins with a line end, cut at "=>".
+inline std::vector<std::vector<std::string>> rowsOf(const std::string& table) {
+    std::vector<std::vector<std::string>> rows;
+    std::istringstream lines(table.substr(1));
+    for (std::string line; std::getline(lines, line); rows.back().push_back(line)) {
+        rows.emplace_back();
+        for (std::size_t end; (end = line.find(" => ")) != line.npos; line = line.substr(end + 4))
+            rows.back().push_back(line.substr(0, end));
+    }
+    return rows;
+}
+
 /// Types, numbers, places and first bytes.
 inline std::string readLibrary(ByteSpan bytes) {
     const auto index = library::Index::read(readAt(bytes), bytes.size());
     if (!index) return "!no library";
     std::ostringstream text;
-    text << (index->isDamaged() ? "damaged" : index->hasNameTable() ? "name table" : "");
+    text << (index->isDamaged() ? "damaged" : index->hasNameTable() ? "name table" : "whole");
     for (const std::string& type : index->types())
         for (const int id : index->ids(type)) {
             const auto [offset, length] = index->find(id, type).value();
