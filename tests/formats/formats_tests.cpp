@@ -308,54 +308,58 @@ TEST(Formats, TellWhatIsDamaged) {
     }
 }
 
+/// Maps, their lines with "|" between, and what is read of them; some words stand for problems.
+constexpr const char* kMaps = R"(
+M|2147483647|a|WAVE 1|ENDFILE => M; a, WAVE 1
+M|2147483648|a|WAVE 1|ENDFILE => !|2NOCOUNT
+M|a.rsc|WAVE 1|ENDFILE => !|2NOCOUNT
+M|-1|a|ENDFILE => !|2NOCOUNT
+ => !|0NOCOUNT
+MMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMM|9 => MMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMM
+MMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMM|9 => !|1: the identifier has more than 39 characters, the
+    folder is scanned instead
+M|0 files|a|WAVE 1|ENDFILE|b|ENDFILE => M; b|5SURPLUS
+M|5|a|WAV 1|CURSOR 2|WAVE3|AB|ASEQ 4|WAVE|WAVE 0|WAVE -1|WAVE 32768|WAVE 32767|c.rsc|RRGB 5|ENDFILE
+    => M; a, WAV  1, WAVE 3, ASEQ 4, WAVE 32767, RRGB 5|5ID|7: a type must have four characters,
+    the line is left out|9ID|10ID|11ID|12ID|14ID
+M|1|a|WAVE x|WAVE 1|WAVE 2|WAVE 3|ENDFILE|abcdefghijkl.rsc|WAVE 1|ENDFILE|abcdefghijk.rsc|WAVE
+    4|ENDFILE => M; abcdefghijk.rsc, WAVE 4|4ID|8SURPLUS|9: the file name has more than 15
+    characters, the resources below are left out
+M|9|ENDFILE|a|WAVE 1|ENDFILE => M; a, WAVE 1|3: ENDFILE without a file before it, passed over
+M|9|\x1A|WAVE 5|ENDFILE => M|3: no file name, the resources below are left out
+M|1|a|WAVE 1 => M; a, WAVE 1|4: the map ends without ENDFILE: write one behind the last file
+)";
+
 TEST(Map, LeavesOutWhatMakesNoSense) {
-    const std::string scanned = ", the folder is scanned instead";
-    const std::string noCount = ": must be the largest number of resources of a file" + scanned;
-    const auto map = [](const std::string& text) { return bytesOf("M\n" + text + "\nENDFILE"); };
+    using namespace std::string_literals;
     const std::string id = ": an id must be a number from 1 to 32767, the line is left out";
+    const std::pair<std::string, std::string> words[] = {
+        {"|", "\n"},
+        {"ID", id},
+        {"\\x1A", "\x1A"},
+        {"SURPLUS", ": more resources than line 2 says, the file is left out: correct it"},
+        {"NOCOUNT", ": must be the largest number of resources of a file, the folder is scanned "
+                    "instead"},
+    };
+    for (auto row : rowsOf(kMaps)) {
+        for (std::string& text : row)
+            for (const auto& [word, meant] : words) text = replacedAll(text, word, meant);
+        expectRead(readMap, {{bytesOf(row[0]), row[1]}});
+    }
+    const std::string blanks(100, ' ');
+    const std::string zeros(90, '0');
     expectRead(
         readMap,
-        {
-            {bytesOf("M\r2\r\n\n \t\na.RSC junk\rWAVE 1\n\n  RRGB\t 2 junk\r\nx ENDFILE y\n"),
-             "M; a.rsc, WAVE 1, RRGB 2"},
-            {map("2147483647\na\nWAVE 1"), "M; a, WAVE 1"},
-            {map("2147483648\na\nWAVE 1"), "!\n2" + noCount},
-            {map("a.rsc\nWAVE 1"), "!\n2" + noCount},
-            {map("-1\na"), "!\n2" + noCount},
-            {{}, "!\n0" + noCount},
-            {bytesOf(std::string(40, 'M') + "\n9\n"),
-             "!\n1: the identifier has more than 39 characters" + scanned},
-            {bytesOf(std::string(39, 'M') + "\n9\n"), std::string(39, 'M')},
-            {map("0 files\na\nWAVE 1\nENDFILE\nb"), "M; b\n5*"},
-            {map("6\na\nWAV 1\nCURSOR 2\nWAVE3\nAB\nASEQ 4\nWAVE\nWAVE 0\nWAVE -1\nWAVE "
-                 "32768\nWAVE 32767\n"
-                 "WAVE 2" +
-                 std::string(90, '0') + "\nc.rsc\nRRGB 5\nRRGB 6"),
-             "M; a, WAV  1, WAVE 3, ASEQ 4, WAVE 32767, RRGB 5, RRGB 6\n5" + id +
-                 "\n7: a type must have four characters, "
-                 "the line is left out\n9" +
-                 id + "\n10" + id + "\n11" + id + "\n12" + id + "\n14" + id + "\n15" + id},
-            {map("1\na\nWAVE x\nWAVE 1\nWAVE 2\nWAVE 3\nENDFILE\nabcdefghijkl.rsc\nWAVE "
-                 "1\nENDFILE\nENDFILE\n"
-                 "abcdefghijk.rsc\nWAVE 4\nENDFILE\nb" +
-                 std::string(100, ' ') + "b\nENDFILE\n\x1A\nWAVE 5\nENDFILE\nc\nWAVE 6\nENDFIL"),
-             "M; abcdefghijk.rsc, WAVE 4; b; c, WAVE 6\n4" + id +
-                 "\n8: more resources than line 2 says, the file is left out: correct it\n"
-                 "9: the file name has more than 15 characters, the resources below are left "
-                 "out\n12: ENDFILE without a file before it, passed over\n"
-                 "18: no file name, the resources below are left out\n23" +
-                 id},
-            {bytesOf("M\n1\na\nWAVE 1"),
-             "M; a, WAVE 1\n4: the map ends without ENDFILE: write one behind the last file"},
-        });
-    using namespace std::string_literals;
-    expectRead(readMap, {{bytesOf("M\0x\n1\0\na\0b\nWAVE\0 1\nWAVE 2\0\nENDFILE"s),
-                          "M\0x; a, WAVE 2\n4"s + id}});
-    const std::string lines = "AO:1 Sequence:2 Sound:70000\r\rao: 1\tSequence: 2\tSound: 3\n"
-                              "AO: 1 Sequence: 2 Sound: x\nAO: 32768 Sequence: 1 Sound: 1\nAO: 1 "
-                              "Sequence: -32769 Sound: 1\nAO: -32768 Sequence: 32767 Sound: 0";
-    expectRead(readAudioMap,
-               {{bytesOf(lines), "line 3? line 4? line 5? line 6? 1 2 70000; -32768 32767 0; "}});
+        {{bytesOf("M\r2\r\n\n \t\na.RSC x\rWAVE 1\n\n  RRGB\t 2 x\r\nx ENDFILE y\n"),
+          "M; a.rsc, WAVE 1, RRGB 2"},
+         {bytesOf("M\n9\na" + blanks + "b\nWAVE 1" + zeros + "\nENDFILE"), "M; a\n4" + id},
+         {bytesOf("M\0x\n1\0\na\0b\nWAVE\0 1\nWAVE 2\0\nENDFILE"s), "M\0x; a, WAVE 2\n4"s + id}});
+    const std::string lines =
+        "AO:1 Sequence:2 Sound:70000\r\rao: 1\tSequence: 2\tSound: 3\n"
+        "AO: 1 Sequence: 2 Sound: x\nAO: 32768 Sequence: 1 Sound: 1\n"
+        "AO: 1 Sequence: -32769 Sound: 1\nAO: -32768 Sequence: 32767 Sound: 0";
+    expectRead(readAudioMap, {{bytesOf(lines), "line 3? line 4? line 5? line 6? 1 2 70000; -32768 "
+                                               "32767 0; "}});
 }
 
 /// A hundred frames, `step` bytes apart, in data that reads as a frame of 257 rows at every sixth

@@ -40,10 +40,17 @@ inline bool isTold(std::string_view text, std::string_view told) {
     return text.starts_with(told.substr(0, star)) && text.ends_with(told.substr(star + 1));
 }
 
-/// The rows of a table that begins with a line end, cut at "=>".
+inline std::string replacedAll(std::string text, const std::string& old, const std::string& now) {
+    for (std::size_t at = 0; (at = text.find(old, at)) != text.npos; at += now.size())
+        text.replace(at, old.size(), now);
+    return text;
+}
+
+/// The rows of a table that begins with a line end, cut at "=>". A line that begins with four
+/// blanks goes on with the one before.
 inline std::vector<std::vector<std::string>> rowsOf(const std::string& table) {
     std::vector<std::vector<std::string>> rows;
-    std::istringstream lines(table.substr(1));
+    std::istringstream lines(replacedAll(table.substr(1), "\n    ", " "));
     for (std::string line; std::getline(lines, line); rows.back().push_back(line)) {
         rows.emplace_back();
         for (std::size_t end; (end = line.find(" => ")) != line.npos; line = line.substr(end + 4))

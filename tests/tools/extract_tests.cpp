@@ -3,6 +3,7 @@
 #include "formats/animation/animation.h"
 #include "tooltest.h"
 
+#include "formats/reading.h"
 #include "pictures/cursor.h"
 #include "pictures/palette.h"
 
@@ -331,32 +332,27 @@ TEST_F(Extract, ShowsPicturesInThePaletteThatFits) {
 TEST_F(Extract, RefusesWithoutWritingAnything) {
     const std::vector<Resource> text = {{"TEXT", 1, Bytes(5, 2)}};
     folder_.makeFolder("full/sub");
-    for (const char* name : {"a.rsc", "b/A.RSC", "a.dll", "a long name.rsc", "...rsc"})
+    for (const char* name : {"a.rsc", "b/A.RSC", "a.dll", "a*.rsc", "...rsc"})
         write(name, rsc::buildNeLibrary("A", text));
     write("bad.rsc", asBytes("MZ"));
     write("resource.map", Bytes());
-    const struct {
+    for (const auto& row : testing_support::rowsOf(R"(
+a.rsc -> full => @/full: is not empty: name another folder, or add --force
+a.rsc -> a.dll => @/a.dll: is no folder
+a.rsc bad.rsc -> out => @/bad.rsc: no resource library: it ends within its headers
+a.rsc b/A.RSC -> out => @/b/A.RSC: there are two libraries of this name
+a.dll -> out => @/a.dll: a library's name ends in ".rsc"
+a*.rsc -> out => @/a*.rsc: a library's name is a file's name without a folder and without blanks
+gone.rsc -> out => @/gone.rsc: cannot be read: No such file or directory
+resource.map -> out => no library is named, only maps
+)")) {
+        std::istringstream words(row[0]);
         Files files;
-        std::string folder;
-        std::string text;
-    } rows[] = {
-        {{"a.rsc"}, "full", "@/full: is not empty: name another folder, or add --force\n"},
-        {{"a.rsc"}, "a.dll", "@/a.dll: is no folder\n"},
-        {{"a.rsc", "bad.rsc"},
-         "out",
-         "@/bad.rsc: no resource library: it ends within its headers\n"},
-        {{"a.rsc", "b/A.RSC"}, "out", "@/b/A.RSC: there are two libraries of this name\n"},
-        {{"a.dll"}, "out", "@/a.dll: a library's name ends in \".rsc\"\n"},
-        {{"a long name.rsc"},
-         "out",
-         "@/a long name.rsc: a library's name is a file's name without a folder and without "
-         "blanks\n"},
-        {{"gone.rsc"}, "out", "@/gone.rsc: cannot be read: No such file or directory\n"},
-        {{"resource.map"}, "out", "no library is named, only maps\n"},
-    };
-    for (const auto& [files, folder, told] : rows) {
-        EXPECT_EQ(extract(files, {.folder = at(folder)}), 1);
-        EXPECT_EQ(errors_, told);
+        std::string word;
+        while (words >> word && word != "->") files.push_back(word);
+        words >> word;
+        EXPECT_EQ(extract(files, {.folder = at(word)}), 1);
+        EXPECT_EQ(errors_, row[1] + "\n");
         EXPECT_FALSE(fs::exists(at("out")));
     }
     fs::remove(at("resource.map"));

@@ -56,7 +56,8 @@ orange.png palette.png --palette palette.png => 11/210,110,50 5
 few.png 18.png => 9 18
 few.png 18.png other.png => -1/200,100,40 -1 -1/60,160,60
 few.png --remap - => -1/200,100,40
-red.png red.png dark.png dark.png --palette-at 3 --ring - => 50/100,50,50:kp 50/100,50,50:- 50/180,50,50:kp 50/180,50,50:- 50/100,50,50:p
+red.png red.png dark.png dark.png --palette-at 3 --ring - => 50/100,50,50:kp 50/100,50,50:-
+    50/180,50,50:kp 50/180,50,50:- 50/100,50,50:p
 18.png wide.png => !wide.png: the picture has 12x4 pixels, the first frame has 8x4
 odd.png => !odd.png: the picture has 6x4 pixels; both must be multiples of 4 in a movie
 long.png => !long.png: the picture has 4100x4 pixels, allowed is at most 4096x4096

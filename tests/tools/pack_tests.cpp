@@ -14,6 +14,7 @@ namespace {
 
 using namespace testfiles;
 using testing_support::isTold;
+using testing_support::replacedAll;
 using testing_support::rowsOf;
 
 class Pack : public ToolTest {
@@ -78,7 +79,8 @@ library sub/a.rsc => @1: a library's name is a file's name without a folder and 
 library longlonglong.rsc => @1: a library's name has at most 15 characters
 LIB | file WAVE 1 a | library A.rsc => @3: library a.rsc stands already in line 1
 map A | map B => @2: the map stands already in line 1
-map 1234567890123456789012345678901234567890 => @1: a map's identifier is a text of 1 to 39 characters
+map 1234567890123456789012345678901234567890 => @1: a map's identifier is a text of 1 to 39
+    characters
 palette p | from a | indexed b => @3: a palette has either "from" or one "indexed"
 LIB | file WAVE 0 a => @2: the id is 0, allowed is 1 to 32767
 LIB | file WAVE 9999999999 a => @2: the id: "9999999999" is no number
@@ -120,19 +122,27 @@ FON | chars 9-8 => @3: "9-8" is no range: it is written FIRST-LAST
 FON | chars 2 => @2: small.bdf: the font has none of the characters that are to be kept
 LIB | cursor 1 a.png 0 0 => @2: CURSOR cannot stand in a map*
 library cursors.rsc | cursor 1 a.png 64 0 => @2: x of the hot spot is 64, allowed is 0 to 63
-map none | LIB | cursor 1 bee1.png 2 0 => @3: bee1.png: the hot spot 2 0 lies outside of the picture, which has 2x2 pixels
+map none | LIB | cursor 1 bee1.png 2 0 => @3: bee1.png: the hot spot 2 0 lies outside of the
+    picture, which has 2x2 pixels
 LIB | file WAVE 1 none.wav => @2: none.wav: cannot be read: No such file or directory
 LIB | file WAVE 1 empty => @2: empty: is empty
-LIB | file WAVE 1 deep.wav => @2: deep.wav: the sound is stereo of 16 bits, the game plays mono of 8 bits: it would be noise; "sound 1 deep.wav" converts what is a sound file of any kind
-LIB | sound 1 buzz.wav rate 44100 => @2: the rate is 44100, the game's sounds have 22050, 22000, 22255, 11025 or 11127
+LIB | file WAVE 1 deep.wav => @2: deep.wav: the sound is stereo of 16 bits, the game plays mono of
+    8 bits: it would be noise; "sound 1 deep.wav" converts what is a sound file of any kind
+LIB | sound 1 buzz.wav rate 44100 => @2: the rate is 44100, the game's sounds have 22050, 22000,
+    22255, 11025 or 11127
 ANI | frame buzz.wav | sequence 1 => @4: buzz.wav: no PNG picture: save it as one
-ANI | frame r.png | sequence 1 => @4: the picture needs a palette: write "use PALETTE" above the animation
+ANI | frame r.png | sequence 1 => @4: the picture needs a palette: write "use PALETTE" above the
+    animation
 palette p | indexed r.png | LIB | colours 1 p => @2: r.png: the picture is not indexed*
 PAL | picture 1 r.png | transparent index 3 => @6: "transparent index" needs an indexed picture
-PAL | animation 1 | rate 5 | frame r.png offset 32767 0 | sequence 1@1,0 => @9: a step's offset, with that of its frame, is 32768, allowed is -32768 to 32767
-PAL | animation 1 | rate 8 | frame crop.png offset 10 20 | sequence 1@5,-5 sound 3@7,7 => 8/s 0 0 0 2x2:010B00010001010A | 16,16,0,0 7,7,-101,3 0,0,-1,0
-PAL | animation 1 | rate 9 | place 2048 -2047 9 | crop no | frame crop.png | sequence 1 => 9/s 2048 -2047 9 4x3:00040001010B00020002010A0001 | 0,0,0,0 0,0,-1,0
-PAL | animation 1 | frame left.png b.png | frame r.png offset 4 0 | frame none.png | sequence 1-4:50 => 0/s 0 0 0 1x1:010B 1x1:010A 1x1:0001 | 1,0,0,50 0,0,1,50 4,0,0,50 0,0,2,50 0,0,-1,0
+PAL | animation 1 | rate 5 | frame r.png offset 32767 0 | sequence 1@1,0 => @9: a step's offset,
+    with that of its frame, is 32768, allowed is -32768 to 32767
+PAL | animation 1 | rate 8 | frame crop.png offset 10 20 | sequence 1@5,-5 sound 3@7,7 => 8/s 0 0 0
+    2x2:010B00010001010A | 16,16,0,0 7,7,-101,3 0,0,-1,0
+PAL | animation 1 | rate 9 | place 2048 -2047 9 | crop no | frame crop.png | sequence 1 => 9/s 2048
+    -2047 9 4x3:00040001010B00020002010A0001 | 0,0,0,0 0,0,-1,0
+PAL | animation 1 | frame left.png b.png | frame r.png offset 4 0 | frame none.png | sequence
+    1-4:50 => 0/s 0 0 0 1x1:010B 1x1:010A 1x1:0001 | 1,0,0,50 0,0,1,50 4,0,0,50 0,0,2,50 0,0,-1,0
 PAL | picture 1 bw.png => 8/s 0 0 0 2x1:0200FF | 0,0,-4,0 1,0,0,0 0,0,-2,0 0,0,-1,0
 PAL | picture 1 half.png => 8/s 0 0 0 1x1:010B | 0,0,-4,0 1,0,0,0 0,0,-2,0 0,0,-1,0
 PAL | picture 1 indexed.png | remap => 8/s 0 0 0 4x1:010B0001020A0A*
@@ -207,12 +217,6 @@ marker 500 1 marker 32768:9 => 0,0,-500,0 0,0,0,0 0,0,-32768,9 0,0,-1,0
 1-3 4:9 5 => 0,0,0,0 0,0,1,0 0,0,2,0 0,0,3,9 0,0,4,0 0,0,-1,0
 )";
 
-std::string replacedAll(std::string text, const std::string& old, const std::string& now) {
-    for (std::size_t at = 0; (at = text.find(old, at)) != text.npos; at += now.size())
-        text.replace(at, old.size(), now);
-    return text;
-}
-
 TEST_F(Pack, TellsOrMakesWhatAManifestSays) {
     const std::pair<const char*, const char*> words[] = {
         {"FRA", "ANI | frame a b"},
@@ -246,8 +250,8 @@ TEST_F(Pack, TellsOrMakesWhatAFontSays) {
     write("x.bdf", asBytes(replacedAll(kSmallBdf, "\n", "\r\n \r\n")));
     EXPECT_TRUE(isTold(outcome(fontLine), "0-5 2+1+0; 1:4 -1 ### #.# ..#; 3:3*"));
     for (std::size_t size = 1; size + 1 < kSmallBdf.size(); ++size) {
-        write("x.bdf", asBytes(kSmallBdf.substr(0, size)));
-        EXPECT_THAT(outcome(fontLine), testing::StartsWith(refused + "line ")) << size;
+        const Bytes cut = asBytes(kSmallBdf.substr(0, size));
+        EXPECT_THAT(refusalOf([&] { return rsc::readBdf(cut); }), testing::StartsWith("line "));
     }
     for (const Files& row : rowsOf(kDotCases)) {
         std::istringstream words(row[0].substr(0, row[0].find(" | ")));
