@@ -26,16 +26,7 @@ using Codec = std::unique_ptr<AVCodecContext, Free<AVCodecContext, avcodec_free_
 using Packet = std::unique_ptr<AVPacket, Free<AVPacket, av_packet_free>>;
 using Picture = std::unique_ptr<AVFrame, Free<AVFrame, av_frame_free>>;
 
-/// The header's claims of the trees' memory do not count.
-inline void setTreeSizes(AVCodecParameters& parameters) {
-    const std::size_t nodes = 8 * static_cast<std::size_t>(parameters.extradata_size - 16);
-    const std::size_t size = 4 * (std::min<std::size_t>(nodes, 2 << 16) + 3);
-    for (std::size_t i = 0; i < 16; ++i)
-        parameters.extradata[i] = static_cast<std::uint8_t>(size >> 8 * (i % 4));
-}
-
-inline Codec openCodec(AVCodecParameters& parameters) {
-    if (parameters.codec_type == AVMEDIA_TYPE_VIDEO) setTreeSizes(parameters);
+inline Codec openCodec(const AVCodecParameters& parameters) {
     Codec codec(avcodec_alloc_context3(nullptr));
     avcodec_parameters_to_context(codec.get(), &parameters);
     codec->thread_count = 1;
