@@ -10,14 +10,11 @@ using formats::TextScanner;
 
 namespace {
 
-TEST(ByteReader, ReadsLittleEndianNumbersAndFailsForGoodPastTheEnd) {
-    const formats::Bytes bytes =
-        formats::ByteWriter().u8(0x81).u16(-0x7EFE).u16(-1).u32(0x92345678).u32(-2).take();
+TEST(ByteReader, FailsForGoodPastTheEnd) {
+    const formats::Bytes bytes = formats::ByteWriter().u16(-0x7EFE).u16(-1).u32(-2).take();
     ByteReader reader(bytes);
-    EXPECT_EQ(reader.u8(), 0x81);
     EXPECT_EQ(reader.u16(), 0x8102);
     EXPECT_EQ(reader.i16(), -1);
-    EXPECT_EQ(reader.u32(), 0x92345678U);
     EXPECT_EQ(reader.i32(), -2);
     EXPECT_EQ(reader.remaining(), 0U);
     reader.seek(bytes.size());
@@ -26,53 +23,40 @@ TEST(ByteReader, ReadsLittleEndianNumbersAndFailsForGoodPastTheEnd) {
     EXPECT_FALSE(reader.ok());
     reader.seek(0);
     EXPECT_EQ(reader.u8(), 0) << "for good";
-
     ByteReader half(bytes);
     half.skip(bytes.size() - 1);
-    EXPECT_EQ(half.u16(), 0) << "no half numbers";
-    EXPECT_FALSE(half.ok());
+    EXPECT_TRUE(half.ok() && half.u16() == 0 && !half.ok()) << "no half numbers";
     ByteReader huge(bytes);
     huge.skip(1);
-    EXPECT_EQ(huge.text(SIZE_MAX), "");
-    EXPECT_FALSE(huge.ok());
+    EXPECT_TRUE(huge.text(SIZE_MAX).empty() && !huge.ok());
 }
 
-TEST(TextScanner, SplitsLinesHoweverTheyEnd) {
+TEST(TextScanner, ReadsLinesAndNumbersAsAuthorsWriteThem) {
     TextScanner scanner("one\rtwo\r\n\n \t \nfive is long\nsix");
-    EXPECT_EQ(scanner.line(8), "one");
-    EXPECT_EQ(scanner.line(8), "two");
-    EXPECT_EQ(scanner.line(8), "five is ");
+    for (const char* line : {"one", "two", "five is "}) EXPECT_EQ(scanner.line(8), line);
     EXPECT_EQ(scanner.lineNumber(), 5);
     EXPECT_EQ(scanner.line(8), "six");
-    EXPECT_EQ(scanner.line(8), "");
-    EXPECT_TRUE(scanner.atEnd());
-}
-
-TEST(TextScanner, ReadsNumbersAsAuthorsWriteThem) {
-    struct Row {
+    EXPECT_TRUE(scanner.line(8).empty() && scanner.atEnd());
+    const struct {
         std::string_view text;
         std::optional<int> number;
         std::string_view rest;
-    };
-    const Row rows[] = {
-        {"12 x", 12, "x"},
-        {" \t-7x", -7, "x"},
-        {"+5", 5, ""},
-        {"+-5", std::nullopt, "+-5"},
-        {"x1", std::nullopt, "x1"},
-        {"2147483647", 2147483647, ""},
-        {"2147483648 y", std::nullopt, "y"},
-    };
-    for (const Row& row : rows) {
-        TextScanner scanner(row.text);
-        EXPECT_EQ(scanner.number(), row.number) << row.text;
-        EXPECT_EQ(scanner.word(), row.rest) << row.text;
+    } rows[] = {{"12 x", 12, "x"},
+                {" \t-7x", -7, "x"},
+                {"+5", 5, ""},
+                {"+-5", {}, "+-5"},
+                {"2147483647", 2147483647, ""},
+                {"x1", {}, "x1"},
+                {"+", {}, "+"},
+                {"2147483648 y", {}, "y"}};
+    for (const auto& [text, number, rest] : rows) {
+        TextScanner words(text);
+        EXPECT_EQ(words.number(), number) << text;
+        EXPECT_EQ(words.word(), rest) << text;
     }
     TextScanner literals("  AO:5 Sound");
     EXPECT_FALSE(literals.literal("ao:"));
-    EXPECT_TRUE(literals.literal("AO:"));
-    EXPECT_EQ(literals.number(), 5);
-    EXPECT_FALSE(literals.literal("Sounds"));
+    EXPECT_TRUE(literals.literal("AO:") && literals.number() == 5 && !literals.literal("Sounds"));
     EXPECT_EQ(literals.word(), "Sound");
 }
 

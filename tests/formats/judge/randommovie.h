@@ -22,21 +22,19 @@ class RandomMovie {
         header.height = 4 * (1 + below(9)) + (below(4) == 0 ? below(4) : 0);
         header.flags = 2 * below(4) + (below(2) ? formats::MovieHeader::kRingFlag : 0);
         header.setFrameTime(1 + static_cast<int>(below(20000)));
-        std::array<formats::MovieSoundFormat, formats::kMovieTracks> sounds;
-        for (std::size_t track = 0; track < 3; ++track) {
-            sounds[track] = {8000, below(2) ? 8 : 16, below(2) ? 1 : 2, below(3) != 0};
-            if (track == 0 || below(2)) header.setSound(track, sounds[track]);
-        }
         std::vector<formats::MovieFrame> made(frames + header.hasRing());
-        const std::vector<Bytes> pictures = makePictures(made.size(), header);
-        for (std::size_t i = 0; i < made.size(); ++i) {
-            made[i].picture = pictures[i];
-            if (below(2)) made[i].palette = makePalette();
-            for (std::size_t track = 0; track < 3; ++track)
-                if (header.tracks[track] && below(4))
-                    made[i].sounds[track] = makeSound(sounds[track]);
+        for (std::size_t track = 0; track < 3; ++track) {
+            if (track > 0 && below(2)) continue;
+            const formats::MovieSoundFormat format{8000, below(2) ? 8 : 16, below(2) ? 1 : 2,
+                                                   below(3) != 0};
+            header.setSound(track, format);
+            for (auto& frame : made)
+                if (below(4)) frame.sounds[track] = makeSound(format);
         }
-        return formats::makeMovieFile(header, trees_, made);
+        for (auto& frame : made)
+            if (below(2)) frame.palette = makePalette();
+        const Bytes trees = addPictures(made, header);
+        return formats::makeMovieFile(header, trees, made);
     }
 
   private:
@@ -78,16 +76,16 @@ class RandomMovie {
         return told;
     }
 
-    /// Makes the trees, too.
-    std::vector<Bytes> makePictures(std::size_t frames, formats::MovieHeader& header) {
-        std::vector<std::vector<Told>> told(frames);
+    /// Gives the trees.
+    Bytes addPictures(std::vector<formats::MovieFrame>& frames, formats::MovieHeader& header) {
+        std::vector<std::vector<Told>> told(frames.size());
         for (auto& frame : told)
             frame = tellPicture(std::size_t{header.width / 4} * (header.height / 4), header.later);
         formats::BitWriter out;
         std::vector<formats::WordTree> trees;
         for (std::size_t tree = 0; tree < 4; ++tree) {
-            std::vector<formats::Values> values(frames);
-            for (std::size_t i = 0; i < frames; ++i)
+            std::vector<formats::Values> values(frames.size());
+            for (std::size_t i = 0; i < frames.size(); ++i)
                 for (const Told& one : told[i])
                     if (one.tree == tree) values[i].push_back(one.value);
             const std::vector<formats::ValueSpan> spans(values.begin(), values.end());
@@ -95,17 +93,15 @@ class RandomMovie {
             trees.back().write(out);
             header.treeSizes[tree] = trees.back().sizeInMemory();
         }
-        trees_ = out.take();
-        std::vector<Bytes> pictures;
-        for (const auto& frame : told) {
+        for (std::size_t i = 0; i < frames.size(); ++i) {
             formats::BitWriter bits;
             std::vector<formats::WordTree::FrameWriter> writers(trees.begin(), trees.end());
-            for (const Told& one : frame)
+            for (const Told& one : told[i])
                 one.tree == kBit ? bits.putBit(one.value) : writers[one.tree].put(bits, one.value);
-            pictures.push_back(bits.take());
-            if (pictures.back().empty()) pictures.back().push_back(0);
+            frames[i].picture = bits.take();
+            if (frames[i].picture.empty()) frames[i].picture.push_back(0);
         }
-        return pictures;
+        return out.take();
     }
 
     Bytes makePalette() {
@@ -133,7 +129,6 @@ class RandomMovie {
     }
 
     std::mt19937 random_;
-    Bytes trees_;
 };
 
 } // namespace testing_support
