@@ -116,26 +116,11 @@ class Scripts : public ScriptTest {
         run(lines(text), passes);
         return heard();
     }
-    /// Rows of "SCRIPT => HEARD"; either goes on in the next line, what is heard behind another
-    /// "=>".
-    void expectAll(std::string_view table, const std::string& before = {},
+    /// Rows of "SCRIPT => HEARD".
+    void expectAll(const char* table, const std::string& before = {},
                    const std::string& behind = {}) {
-        std::istringstream in{std::string(table)};
-        std::string script;
-        std::string expected;
-        bool more = true;
-        for (std::string line; more;) {
-            more = bool(std::getline(in >> std::ws, line));
-            if (!expected.empty() && (!more || !line.starts_with("=>"))) {
-                EXPECT_EQ(play(before + script + behind), expected.substr(1)) << script;
-                script = expected = "";
-            }
-            const auto at = line.find("=>");
-            script += line.substr(0, at) + (at == std::string::npos ? " " : "");
-            if (at != std::string::npos)
-                expected +=
-                    (expected.empty() ? " " : "") + line.substr(std::min(at + 3, line.size()));
-        }
+        for (const auto& [script, expected] : rowTable(table))
+            EXPECT_EQ(play(before + script + behind), expected) << script;
     }
     virtual std::string play(const std::string& text) { return outcome(text); }
     Lamp& lamp(const char* name = "a") {
@@ -288,7 +273,7 @@ TEST_F(Scripts, ExpressionsOfNumbersAreAsTheRulesHaveThem) {
 
 TEST_F(Scripts, VariablesOwnWhatTheyConstruct) {
     expectAll(R"x(
-        => 1/
+        c=1; => 1/
         a=5; => 0/
         drop a; => 0/
         b=a; => 2/
