@@ -20,8 +20,8 @@ inline TableRows wordTable(const std::string& text) {
 }
 
 /// Rows of "INPUT => EXPECTED"; an input goes on in the next line, what is expected does so behind
-/// another "=>".
-inline TableRows rowTable(const std::string& text) {
+/// another "=>", after `between`.
+inline TableRows rowTable(const std::string& text, const char* between = "") {
     TableRows rows;
     std::istringstream in(text);
     bool isComplete = true;
@@ -30,7 +30,9 @@ inline TableRows rowTable(const std::string& text) {
         if (at > 0 && isComplete) rows.emplace_back();
         if (at > 0) rows.back().first += line.substr(0, at) + (at < line.size() ? "" : " ");
         isComplete = at < line.size();
-        if (isComplete) rows.back().second += line.substr(std::min(at + 3, line.size()));
+        if (!isComplete) continue;
+        if (at == 0 && !rows.back().second.empty()) rows.back().second += between;
+        rows.back().second += line.substr(std::min(at + 3, line.size()));
     }
     return rows;
 }
