@@ -132,53 +132,53 @@ class Scripts : public ScriptTest {
 
 TEST_F(Scripts, StatementsDoTheirWork) {
     expectAll(R"x(
-        for i 10 1 -2; say i; for i 1 10 4; say i; for i 1 4 2; say i; say i => 10/8/6/4/2/1/5/9/1/3/5/
-        n=0; for i 3 1; [; say i; n=n+1; if n=4; break; ]; for i 1.6 3.5; say i => 3/4/5/6/2/3/
-        k=7; for item.k 1 2; say item.7; for i 1 3; [; say i; i=9; ] => 1/2/1/2/3/
-        n=3; for n; [; say n; n=n-1; ]; for; [; n=n+1; if n=3; [; break; ]; say n; ]; say end n
-        => 3/2/1/1/2/end 3/
-        for i 1 2; [; for j 1 3; [; if j=2; continue; say i*10+j; ]; ] => 11/13/21/23/
-        for i 1 3; [; for j 1 3; [; if j=2; break; say i*10+j; ]; if i=2; break; ]; say e => 11/21/e/
-        for i 1 2; [; if i=1; [; for j 1 2; say j; ]; else; say e; ] => 1/2/e/
-        for i 32766 40000; say i; say end i; for i 70000 70001; say i
-        => 32766/32767/end -32768/4464/4465/
-        n=0; for i 32766 32767 2; [; say i; n=n+1; if n=3; break; ] => 32766/-32768/-32766/
-        procedure p n; [; for i 1 2; [; call p n; ]; ]; call p 1; say never
-        => !test.mps:4: counted loops are nested too deep
+    for i 10 1 -2; say i; for i 1 10 4; say i; for i 1 4 2; say i; say i => 10/8/6/4/2/1/5/9/1/3/5/
+    n=0; for i 3 1; [; say i; n=n+1; if n=4; break; ]; for i 1.6 3.5; say i => 3/4/5/6/2/3/
+    k=7; for item.k 1 2; say item.7; for i 1 3; [; say i; i=9; ] => 1/2/1/2/3/
+    n=3; for n; [; say n; n=n-1; ]; for; [; n=n+1; if n=3; [; break; ]; say n; ]; say end n
+    => 3/2/1/1/2/end 3/
+    for i 1 2; [; for j 1 3; [; if j=2; continue; say i*10+j; ]; ] => 11/13/21/23/
+    for i 1 3; [; for j 1 3; [; if j=2; break; say i*10+j; ]; if i=2; break; ]; say e => 11/21/e/
+    for i 1 2; [; if i=1; [; for j 1 2; say j; ]; else; say e; ] => 1/2/e/
+    for i 32766 40000; say i; say end i; for i 70000 70001; say i
+    => 32766/32767/end -32768/4464/4465/
+    n=0; for i 32766 32767 2; [; say i; n=n+1; if n=3; break; ] => 32766/-32768/-32766/
+    procedure p n; [; for i 1 2; [; call p n; ]; ]; call p 1; say never
+    => !test.mps:4: counted loops are nested too deep
 
-        procedure p a b c; say a b c; call p 1+1 'two words' x; b='old'; call p 1
-        => 2 two words x/1 old x/
-        procedure p a b; say a b; item.2='x'; i=2; call p item.i; i=3; a=1; b=2; call p b a => x b/2 2/
-        call p 3; wait; procedure p n; [; say n; if n>0; call p n-1; say n; ] => 3/2/1/0/0/0/0/0/
-        procedure pq a; say a; f='pq'; g='f'; call g 7; l.1='pq'; i=1; call l.i 9; call 'p'+'q' 1
-        => 7/9/1/
-        n=0; call p; say end n; procedure p; [; n=n+1; if n<2047; call p; ] => end 2047/
-        n=0; call p; say end n; procedure p; [; n=n+1; if n<2048; call p; ]
-        => !test.mps:9: sp < (YTSTACK-1)
-        call p; say never; procedure p; [; drop stack; ] => !test.mps:4: sp
-        x='+99999'; call x; say never => !test.mps:3: call of a procedure that does not exist
+    procedure p a b c; say a b c; call p 1+1 'two words' x; b='old'; call p 1
+    => 2 two words x/1 old x/
+    procedure p a b; say a b; item.2='x'; i=2; call p item.i; i=3; a=1; b=2; call p b a => x b/2 2/
+    call p 3; wait; procedure p n; [; say n; if n>0; call p n-1; say n; ] => 3/2/1/0/0/0/0/0/
+    procedure pq a; say a; f='pq'; g='f'; call g 7; l.1='pq'; i=1; call l.i 9; call 'p'+'q' 1
+    => 7/9/1/
+    n=0; call p; say end n; procedure p; [; n=n+1; if n<2047; call p; ] => end 2047/
+    n=0; call p; say end n; procedure p; [; n=n+1; if n<2048; call p; ]
+    => !test.mps:9: sp < (YTSTACK-1)
+    call p; say never; procedure p; [; drop stack; ] => !test.mps:4: sp
+    x='+99999'; call x; say never => !test.mps:3: call of a procedure that does not exist
 
-        x=1 2 3; say x; x=1/3; say x x*3; x=3; x=x; x=x+x; say x
-        => 1/0.333333333333333 0.999999999999999/6/
-        x='abcdef'; x=x|3; x=x|2|2; say x; 5=6; 'a'=7; say 5 'a' => de/5 a/
-        x=999999999*10; y=x+1; say x y; x=0-1000000000; say x x+1; x=2^2000; y=0-x; say x y y+1
-        => 9999999990 9999999991/-1000000000 -999999999/inf 0-x 1/
-        x=1; x=; say x; x=y; say x => x/y/!x=/is equivalent to/drop x!Variable y is empty
-        z=z; x=item.i; say; say '' x '' 'y  z'; Third; say RESULT RESULT*3
-        => / item.i  y  z/0.333333333333333 0.999999999999999/
+    x=1 2 3; say x; x=1/3; say x x*3; x=3; x=x; x=x+x; say x
+    => 1/0.333333333333333 0.999999999999999/6/
+    x='abcdef'; x=x|3; x=x|2|2; say x; 5=6; 'a'=7; say 5 'a' => de/5 a/
+    x=999999999*10; y=x+1; say x y; x=0-1000000000; say x x+1; x=2^2000; y=0-x; say x y y+1
+    => 9999999990 9999999991/-1000000000 -999999999/inf 0-x 1/
+    x=1; x=; say x; x=y; say x => x/y/!x=/is equivalent to/drop x!Variable y is empty
+    z=z; x=item.i; say; say '' x '' 'y  z'; Third; say RESULT RESULT*3
+    => / item.i  y  z/0.333333333333333 0.999999999999999/
 
-        x=1; y=2; item.3=4; i=3; drop x item.i; say x y item.3; drop 5 'a'; say 5 'a' => x 2 item.3/5 a/
-        n.1=1; n.22=2; n.1.1=3; n=4; n.a=5; x=2; drop [ n x; say n.1 n.22 n.1.1 n x => n.1 n.22 3 4 x/
-        x=1; v='x'; drop var v; say x v; x=1; drop x [; drop var; drop script; say x => x x/x/)x");
+    x=1; y=2; item.3=4; i=3; drop x item.i; say x y item.3; drop 5 'a'; say 5 'a' => x 2 item.3/5 a/
+    n.1=1; n.22=2; n.1.1=3; n=4; n.a=5; x=2; drop [ n x; say n.1 n.22 n.1.1 n x => n.1 n.22 3 4 x/
+    x=1; v='x'; drop var v; say x v; x=1; drop x [; drop var; drop script; say x => x x/x/)x");
     put("y", "say in y\n");
     EXPECT_EQ(outcome("x='y'; y='x'; call x", 10), "in y/") << "a ring ends at one of its names";
 }
 
 TEST_F(Scripts, OnlyALeadingZeroIsFalse) {
     for (const auto& [condition, answer] : wordTable(R"(
-        1 : yes 0 : no 0.5 : no 007 : no -0 : no -1 : yes "" : yes y : no z : yes word : yes
-        "0x" : no x=0 : yes 1/2 : no 1/3*3 : yes (y) : no t|2 : no 0\0 : no EMPTY : yes
-        item.x : no "a"*2 : yes)"))
+    1 : yes 0 : no 0.5 : no 007 : no -0 : no -1 : yes "" : yes y : no z : yes word : yes
+    "0x" : no x=0 : yes 1/2 : no 1/3*3 : yes (y) : no t|2 : no 0\0 : no EMPTY : yes
+    item.x : no "a"*2 : yes)"))
         EXPECT_EQ(outcome("x=0; y=0.25; z=-0.25; t='a0'; item.0='0'; if " + condition +
                           "; say yes; else; say no; "),
                   answer + "/")
@@ -273,23 +273,23 @@ TEST_F(Scripts, ExpressionsOfNumbersAreAsTheRulesHaveThem) {
 
 TEST_F(Scripts, VariablesOwnWhatTheyConstruct) {
     expectAll(R"x(
-        c=1; => 1/
-        a=5; => 0/
-        drop a; => 0/
-        b=a; => 2/
-        b=&a; n='b'; drop var n; => 1/
-        b=&a; drop b; => 0/
-        i=1; item.i=Lamp 2; drop item.1; => 1/
-        item.1=Lamp 2; item.2=Lamp 3; item.1.1=Lamp 4; drop [ item; => 2/
-        b=Lamp 2; c=&a; drop trinkets; => 0/
-        c=&a; c=Lamp 2; c=0; => 1/
-        b=Lamp broken; say b; b=Lamp; => 0/2/!Constructor Lamp has no parameters
-        b=&a; c=&b; drop a; say a b c; => a b c/0/
-        set a hit p; Hit; say a RECEIVER; procedure p; [; drop RECEIVER; ]; => a RECEIVER/0/
-        procedure p; [; get RECEIVER note n; say n; ]; set Lamp born p; c=Lamp 2; b=a; set Lamp born;
-        d=Lamp 3; => 2/1/4/
-        procedure p; [; drop RECEIVER; ]; set Lamp born p; c=Lamp 2; say c; b=5; b=a; say b; => 0/b/1/
-        )x",
+    c=1; => 1/
+    a=5; => 0/
+    drop a; => 0/
+    b=a; => 2/
+    b=&a; n='b'; drop var n; => 1/
+    b=&a; drop b; => 0/
+    i=1; item.i=Lamp 2; drop item.1; => 1/
+    item.1=Lamp 2; item.2=Lamp 3; item.1.1=Lamp 4; drop [ item; => 2/
+    b=Lamp 2; c=&a; drop trinkets; => 0/
+    c=&a; c=Lamp 2; c=0; => 1/
+    b=Lamp broken; say b; b=Lamp; => 0/2/!Constructor Lamp has no parameters
+    b=&a; c=&b; drop a; say a b c; => a b c/0/
+    set a hit p; Hit; say a RECEIVER; procedure p; [; drop RECEIVER; ]; => a RECEIVER/0/
+    procedure p; [; get RECEIVER note n; say n; ]; set Lamp born p; c=Lamp 2; b=a; set Lamp born;
+    d=Lamp 3; => 2/1/4/
+    procedure p; [; drop RECEIVER; ]; set Lamp born p; c=Lamp 2; say c; b=5; b=a; say b; => 0/b/1/
+    )x",
               "a=Lamp 1; ", "Alive; say RESULT");
     thread->unload();
     EXPECT_EQ(Lamp::alive, 0);
@@ -298,26 +298,26 @@ TEST_F(Scripts, VariablesOwnWhatTheyConstruct) {
 
 TEST_F(Scripts, ObjectsAreSetAskedAndPlayed) {
     expectAll(R"x(
-        x=4; set a level x*2+1; get a level r; say r; set a note 5; get a note r; say r => 9/1/
-        i=1; item.i=Lamp in 2 1+2 item.k; get item.i note r; say r; get a name r; say r
-        => in,2,3,item.k/a/
-        i=2; get a arguments word 1+1 item.i r; say r => [word][2][item.2]/
-        r=1; get a blink r; get a sound r; set a sound 1; set a blink 5; say r
-        => 1/!Property blink not found!Property sound not found!Property sound not found
-        => !Procedure 5 not found
-        set b level 5; get b level r; play b
-        => !b is not a trinket,/so "set" won't work here!b is not a trinket,/so "get" won't work here
-        => !b is not a trinket
-        set Lamp level 5 => !Property level not found
-        play a; get a note n; say n; play a blink; get a note n; say n => on/-1none/
-        play a blink 1+1 'dark red' more; get a note n; say n => 2dark red/
-        play a blink '' red; get a note n; say n; play a finish }; say on => -1red/on/
-        play a jump; play a level; play a jump }; say on
-        => on/!Method jump not found!Method level not found!Method jump not found
-        b=&a; set b hot p; set a hit p; Hit; procedure p; [; get RECEIVER name r; say r; ]
-        => b/!RECEIVER event name b/does not match/trinket real name a
-        => !Found eventRec holding the same trinket under the name a
-        set Lamp born p; b=Lamp 2; procedure p; [; get RECEIVER name r; say r; ] => /)x",
+    x=4; set a level x*2+1; get a level r; say r; set a note 5; get a note r; say r => 9/1/
+    i=1; item.i=Lamp in 2 1+2 item.k; get item.i note r; say r; get a name r; say r
+    => in,2,3,item.k/a/
+    i=2; get a arguments word 1+1 item.i r; say r => [word][2][item.2]/
+    r=1; get a blink r; get a sound r; set a sound 1; set a blink 5; say r
+    => 1/!Property blink not found!Property sound not found!Property sound not found
+    => !Procedure 5 not found
+    set b level 5; get b level r; play b
+    => !b is not a trinket,/so "set" won't work here!b is not a trinket,/so "get" won't work here
+    => !b is not a trinket
+    set Lamp level 5 => !Property level not found
+    play a; get a note n; say n; play a blink; get a note n; say n => on/-1none/
+    play a blink 1+1 'dark red' more; get a note n; say n => 2dark red/
+    play a blink '' red; get a note n; say n; play a finish }; say on => -1red/on/
+    play a jump; play a level; play a jump }; say on
+    => on/!Method jump not found!Method level not found!Method jump not found
+    b=&a; set b hot p; set a hit p; Hit; procedure p; [; get RECEIVER name r; say r; ]
+    => b/!RECEIVER event name b/does not match/trinket real name a
+    => !Found eventRec holding the same trinket under the name a
+    set Lamp born p; b=Lamp 2; procedure p; [; get RECEIVER name r; say r; ] => /)x",
               "a=Lamp 1; ");
 }
 
@@ -347,14 +347,14 @@ TEST_F(Scripts, ASynchronousPlayWaitsForTheObjectOrItsEnd) {
 TEST_F(Scripts, HandlersAreCalledReplacedAndRefused) {
     const std::string handlers = "; procedure p; [; say P; ]; procedure q; [; say Q; ]";
     expectAll(R"x(
-        set a hit p; set a hit q; Hit; set a hit; Hit; set a hit p; Hit; a=0 => Q/P/
-        set a hit p; suspend; Hit; resume; say one; Hit; a=0 => one/P/
-        set a jump p; set a level p; set a blink p; x='+99999999999'; set a hit x; x='+500';
-        set a hit x; Hit => !Event jump not found!Event level not found!Event blink not found
-        => !Event hit not found!Event hit not found
-        set a hot p; set a level 200; get a level r; say r; play a warmUp; set a hot; play a warmUp;
-        set a level 300 => 200/!Setting property "level"/caused event "hot" (ignored)/
-        => !Invoking method "warmUp"/caused event "hot" (ignored)/)x",
+    set a hit p; set a hit q; Hit; set a hit; Hit; set a hit p; Hit; a=0 => Q/P/
+    set a hit p; suspend; Hit; resume; say one; Hit; a=0 => one/P/
+    set a jump p; set a level p; set a blink p; x='+99999999999'; set a hit x; x='+500';
+    set a hit x; Hit => !Event jump not found!Event level not found!Event blink not found
+    => !Event hit not found!Event hit not found
+    set a hot p; set a level 200; get a level r; say r; play a warmUp; set a hot; play a warmUp;
+    set a level 300 => 200/!Setting property "level"/caused event "hot" (ignored)/
+    => !Invoking method "warmUp"/caused event "hot" (ignored)/)x",
               "a=Lamp 1; ", handlers);
     EXPECT_THAT(engine->records(), IsEmpty());
     EXPECT_THAT(failedChecks, IsEmpty());
@@ -453,22 +453,22 @@ TEST_F(Timers, CountTicks) {
     tickMs = 101; // a tick is more than a tenth of a second
     passes = 60;
     expectAll(R"x(
-        schedule 1 p => 10:P schedule/
-        schedule 2 p => 19:P schedule/
-        schedule 0.1 p => 1:P schedule/
-        schedule 1.2 p => 11:P schedule/
-        half=0.5; schedule half*2 p => 10:P schedule/
-        schedule -1 p => 1:P schedule/
-        schedule 0 p; schedule word p =>
-        schedule 1 p; drop schedule =>
-        schedule 1 p; suspend =>
-        schedule 1 p; schedule 2 q => 19:Q/
-        schedule 1 q; idle 1 p => 10:Q/20:P idle/30:P idle/40:P idle/50:P idle/60:P idle/
-        n=0; idle 2 r; wait; procedure r; [; n=n+1; say n; if n=3; [; drop idle; ]; ]
-        => 20:1/39:2/58:3/!test.mps:5: sp
-        schedule 1 word; idle 1 5; schedule 1 '+9999'; idle 1 '+99999999999'
-        => -1:!Procedure word not found!Procedure 5 not found!Procedure '+9999' not found
-        => !Procedure '+99999999999' not found)x",
+    schedule 1 p => 10:P schedule/
+    schedule 2 p => 19:P schedule/
+    schedule 0.1 p => 1:P schedule/
+    schedule 1.2 p => 11:P schedule/
+    half=0.5; schedule half*2 p => 10:P schedule/
+    schedule -1 p => 1:P schedule/
+    schedule 0 p; schedule word p =>
+    schedule 1 p; drop schedule =>
+    schedule 1 p; suspend =>
+    schedule 1 p; schedule 2 q => 19:Q/
+    schedule 1 q; idle 1 p => 10:Q/20:P idle/30:P idle/40:P idle/50:P idle/60:P idle/
+    n=0; idle 2 r; wait; procedure r; [; n=n+1; say n; if n=3; [; drop idle; ]; ]
+    => 20:1/39:2/58:3/!test.mps:5: sp
+    schedule 1 word; idle 1 5; schedule 1 '+9999'; idle 1 '+99999999999'
+    => -1:!Procedure word not found!Procedure 5 not found!Procedure '+9999' not found
+    => !Procedure '+99999999999' not found)x",
               {}, handlers);
     const std::pair<int, const char*> rows[] = {{100, "20"}, {50, "30"}, {1, "1010"}};
     for (const auto& [ms, pass] : rows) {
@@ -483,17 +483,17 @@ TEST_F(Timers, CountTicks) {
 
 TEST_F(Timers, PausesAreNineTenthsOfTheirSeconds) {
     expectAll(R"x(
-        pause 1; say on => 901:on/
-        half=0.5; pause half; say on => 451:on/
-        pause 0.001; say on => 0:on/
-        pause 2.0005; say on => 1801:on/
-        pause -5; say on => 0:on/
-        pause 0; pause word; say on => -1:on/
-        schedule 0.1 p; pause 1; say main; procedure p; [; say P; pause 0.1; say Q; ]
-        => 101:P/192:Q/193:main/
-        schedule 0.1 p; pause 0.5; say main; procedure p; [; say P; pause 1; say Q; ]
-        => 101:P/1002:Q/1003:main/
-        schedule 0.1 p; pause 0.5; say main; wait; procedure p; [; say P; wait; say Q; ] => 101:P/)x");
+    pause 1; say on => 901:on/
+    half=0.5; pause half; say on => 451:on/
+    pause 0.001; say on => 0:on/
+    pause 2.0005; say on => 1801:on/
+    pause -5; say on => 0:on/
+    pause 0; pause word; say on => -1:on/
+    schedule 0.1 p; pause 1; say main; procedure p; [; say P; pause 0.1; say Q; ]
+    => 101:P/192:Q/193:main/
+    schedule 0.1 p; pause 0.5; say main; procedure p; [; say P; pause 1; say Q; ]
+    => 101:P/1002:Q/1003:main/
+    schedule 0.1 p; pause 0.5; say main; wait; procedure p; [; say P; wait; say Q; ] => 101:P/)x");
 }
 
 // Other scripts
@@ -632,9 +632,9 @@ TEST_F(Loads, ScriptsAreFoundByHandByALocatorOrNotAtAll) {
     EXPECT_TRUE(thread->isLoaded()) << "an empty one is a script";
 
     expectAll(R"x(
-        say 1; say "open  ; say 2 => !Unquote say "open  ...!3: "open
-        Boop; pause => !Boop is undefined!3: pause
-        say 1; include test.mps => !3: test.mps)x"); // itself, on and on
+    say 1; say "open  ; say 2 => !Unquote say "open  ...!3: "open
+    Boop; pause => !Boop is undefined!3: pause
+    say 1; include test.mps => !3: test.mps)x"); // itself, on and on
     EXPECT_FALSE(thread->isLoaded());
 }
 
@@ -677,41 +677,41 @@ struct Traced : Scripts {
 
 TEST_F(Traced, EveryStatementTellsWhatItDid) {
     expectAll(R"x(
-        x=1; debug on; x=2; wait => assignment/x=2: x was [1] now [2]/wait//
-        i=3; debug on; item.i=5; wait
-        => assignment/item.i=5: item.i(item.3) was [item.3] now [5]/wait//
-        x=1; debug on; if x; wait => check condition/condition [x] is true///wait//
-        x=0; debug on; if x; [; ]; say a b
-        => check condition/condition [x] is false/jumping/to say a b/a b/say//
-        debug on; if; wait => check condition/eternal loop///wait//
-        debug on; for i 1 2; [; ]; wait => for/counter i: from 1 to 2 by 1/
-        => loop iteration/counter i=1 target=2///jumping/to loop iteration i 1 2/
-        => loop iteration/counter i=2 target=2///jumping/to loop iteration i 1 2/
-        => loop iteration/counter i=3 target=2/jumping/leaving a loop nested 0 jumping to wait /wait//
-        n=1; debug on; for n; [; break; ]; wait
-        => for/loop while [n] is true/loop iteration/condition [n] is true///jumping/to wait /wait//
-        procedure p a b; [; ]; debug on; x=5; call p x+1 y z; wait
-        => assignment/x=5: x was [x] now [5]/call/procedure p=2/
-        => procedure header/Args: a <- x+1 [6] b <- y [y] /return from procedure/at pc = 7/wait//
-        n=2; procedure p; [; ]; debug on; schedule n p; idle 0.25 p; wait
-        => schedule/p (pc=4) in n [2.0] seconds/idle/p (pc=4) on 0.25 [0.2] idle seconds/wait//
-        a=Lamp 1; i=2; item.2=7; debug on; set a level 5; set a level i; set a level item.i; wait
-        => set/a: property "level" <- [5]/set/a: property "level" <- i=[2]/
-        => set/a: property "level" <- item.i(item.2)=[7]/wait//
-        a=Lamp 1; procedure p; [; ]; debug on; set a color 5; set a hit p; set a hit; set a level p; wait
-        => set/a: "color" is not a property/set/"hit" for a will trigger procedure [+3]/
-        => set/remove the "hit" handler for a/set/"level" for a not found/wait//
-        => !Property color not found!Event level not found
-        a=Lamp 1; r=1; debug on; get a level r; wait
-        => get/Property "level" of a: r was [1] now [0]/wait//
-        a=Lamp 1; debug on; play a blink 3; play a jump; play b; play a }; drop r; wait
-        => play/method "blink" for [a]/play/method "jump" for [a] not found/play/b is not a trinket/
-        => play/default method for [a]/synchronously/drop/r was [r]  /wait//!Method jump not found
-        a=Lamp 1; set a hit p; debug on; Hit; wait; procedure p; [; x=1; call q; ]; procedure q; [; ]
-        => assignment/x=1: x was [x] now [1]//[interrupt]/call/procedure q=11//[interrupt]/
-        => procedure header/Args: //[interrupt]/return from procedure/at pc = 10//[interrupt]/
-        => return from interrupt//run-time call//wait//
-        debug on; suspend; resume; pause 0.5 => suspend/suspended/resume/resumed/pause/0.5 seconds/)x");
+    x=1; debug on; x=2; wait => assignment/x=2: x was [1] now [2]/wait//
+    i=3; debug on; item.i=5; wait
+    => assignment/item.i=5: item.i(item.3) was [item.3] now [5]/wait//
+    x=1; debug on; if x; wait => check condition/condition [x] is true///wait//
+    x=0; debug on; if x; [; ]; say a b
+    => check condition/condition [x] is false/jumping/to say a b/a b/say//
+    debug on; if; wait => check condition/eternal loop///wait//
+    debug on; for i 1 2; [; ]; wait => for/counter i: from 1 to 2 by 1/
+    => loop iteration/counter i=1 target=2///jumping/to loop iteration i 1 2/
+    => loop iteration/counter i=2 target=2///jumping/to loop iteration i 1 2/
+    => loop iteration/counter i=3 target=2/jumping/leaving a loop nested 0 jumping to wait /wait//
+    n=1; debug on; for n; [; break; ]; wait
+    => for/loop while [n] is true/loop iteration/condition [n] is true///jumping/to wait /wait//
+    procedure p a b; [; ]; debug on; x=5; call p x+1 y z; wait
+    => assignment/x=5: x was [x] now [5]/call/procedure p=2/
+    => procedure header/Args: a <- x+1 [6] b <- y [y] /return from procedure/at pc = 7/wait//
+    n=2; procedure p; [; ]; debug on; schedule n p; idle 0.25 p; wait
+    => schedule/p (pc=4) in n [2.0] seconds/idle/p (pc=4) on 0.25 [0.2] idle seconds/wait//
+    a=Lamp 1; i=2; item.2=7; debug on; set a level 5; set a level i; set a level item.i; wait
+    => set/a: property "level" <- [5]/set/a: property "level" <- i=[2]/
+    => set/a: property "level" <- item.i(item.2)=[7]/wait//
+    a=Lamp 1; procedure p; [; ]; debug on; set a color 5; set a hit p; set a hit; set a level p; wait
+    => set/a: "color" is not a property/set/"hit" for a will trigger procedure [+3]/
+    => set/remove the "hit" handler for a/set/"level" for a not found/wait//
+    => !Property color not found!Event level not found
+    a=Lamp 1; r=1; debug on; get a level r; wait
+    => get/Property "level" of a: r was [1] now [0]/wait//
+    a=Lamp 1; debug on; play a blink 3; play a jump; play b; play a }; drop r; wait
+    => play/method "blink" for [a]/play/method "jump" for [a] not found/play/b is not a trinket/
+    => play/default method for [a]/synchronously/drop/r was [r]  /wait//!Method jump not found
+    a=Lamp 1; set a hit p; debug on; Hit; wait; procedure p; [; x=1; call q; ]; procedure q; [; ]
+    => assignment/x=1: x was [x] now [1]//[interrupt]/call/procedure q=11//[interrupt]/
+    => procedure header/Args: //[interrupt]/return from procedure/at pc = 10//[interrupt]/
+    => return from interrupt//run-time call//wait//
+    debug on; suspend; resume; pause 0.5 => suspend/suspended/resume/resumed/pause/0.5 seconds/)x");
 }
 
 TEST_F(Scripts, TheTraceGoesWhereAndWhileItIsAsked) {
