@@ -134,6 +134,7 @@ class AnimationTest : public WindowTest, private AOSounds {
         if (event == "frame") current()->addFrameListener([act](RAnimation::FrameNews) { act(); });
         current()->attachHandler(event, act);
     }
+    std::string property(const std::string& name) { return current()->getProperty(name).value(); }
     void hear(const std::string& what) {
         flush();
         if (++heard <= kMostHeard) out += what + " ";
@@ -161,96 +162,70 @@ class AnimationTest : public WindowTest, private AOSounds {
         return r.empty() ? '.' : static_cast<char>(*canvas.pixels().at(r.left, r.top));
     }
     void perform(const std::string& word) {
+        carryOut(word);
+        for (const std::string& failure : takeFailures()) hear("!" + failure);
+    }
+    void carryOut(const std::string& word) {
         const auto colon = word.find(':');
         const auto equals = word.find('=');
         const std::string text = equals < word.size() ? word.substr(equals + 1) : "";
         const std::string verb = word.substr(0, equals);
         const int number = std::atoi(text.c_str());
         RAnimation& a = *current();
-        if (std::isdigit(word[0])) {
-            playUntil(static_cast<std::uint32_t>(std::stoi(word)));
-        } else if (word[0] == '+') { // a pass that is late
-            now += static_cast<std::uint32_t>(std::stoi(word));
-        } else if (colon < word.size()) {
-            listen(word.substr(0, colon), word.substr(colon + 1));
-        } else if (word == "kill") {
-            all[which] = nullptr;
-        } else if (word == "another" || word == "copy") {
-            if (word == "another") return add();
-            add(std::unique_ptr<RAnimation>(static_cast<RAnimation*>(a.makeDuplicate().release())));
-        } else if (verb == "to") {
-            which = static_cast<std::size_t>(number);
-        } else if (word == "seen") {
-            hear(std::string(1, shownColor()));
-        } else if (word == "at") {
-            const Rect r = a.boundingRectangle();
-            hear("at " + std::to_string(r.left) + "," + std::to_string(r.top));
-        } else if (word == "next?") {
-            hear("next" + std::to_string(a.position()));
-        } else if (word == "codes") {
+        const auto byte = [&](std::size_t at) { return static_cast<std::uint8_t>(text[at]); };
+        const bool here = text.empty();
+        if (word[0] == '+') return void(now += static_cast<std::uint32_t>(std::stoi(word))); // late
+        if (std::isdigit(word[0])) return playUntil(static_cast<std::uint32_t>(std::stoi(word)));
+        if (colon < word.size()) return listen(word.substr(0, colon), word.substr(colon + 1));
+        if (word == "kill") return void(all[which] = nullptr);
+        if (word == "another") return add();
+        if (word == "copy")
+            return add(
+                std::unique_ptr<RAnimation>(static_cast<RAnimation*>(a.makeDuplicate().release())));
+        if (verb == "to") return void(which = static_cast<std::size_t>(number));
+        if (word == "seen") return hear(std::string(1, shownColor()));
+        if (word == "at") return hear("at " + property("x") + "," + property("y"));
+        if (word == "next?") return hear("next" + std::to_string(a.position()));
+        if (word == "codes") {
             std::string codes;
             for (int i = 0; i < a.sequenceLength(); ++i)
                 codes += std::to_string(a.entryAt(i)->code) + ",";
-            hear(codes + std::to_string(a.sequenceIndex()) + "/" +
-                 std::to_string(a.sequenceCount()));
-        } else if (verb == "repeat") {
-            a.setRepeatCount(number);
-        } else if (word == "forever") {
-            a.forever();
-        } else if (verb == "late") {
-            a.setCatchUp(number == 0);
-        } else if (verb == "sync") {
-            a.setSoundSync(number != 0);
-        } else if (verb == "stop") {
-            if (text.empty())
-                a.stop();
-            else
-                a.setStopPosition(number);
-        } else if (verb == "seq") {
-            a.setSequence(number, true);
-        } else if (verb == "place") {
-            a.place(number, number + 1);
-        } else if (verb == "code") {
-            if (const auto found = a.entryAt(number)) hear(std::to_string(found->code));
-        } else if (verb == "pos") {
-            a.setPosition(number);
-        } else if (verb == "silence") {
-            playing.extract(number).mapped()();
-        } else if (word == "mute") {
-            AOSounds::setCurrent(nullptr);
-        } else if (verb == "del") {
-            a.deletePosition(text.empty() ? OMAnimation::kCurrent : number);
-        } else if (verb == "ins" || verb == "rep") {
-            const auto comma = text.find(',');
-            const AOEntry made = entryOf(text.substr(comma + 1));
-            const int place = text[0] == '.' ? a.position() : number;
-            if (verb == "ins")
-                a.insertEntry(made, place);
-            else
-                a.replaceEntry(made, text[0] == '.' ? OMAnimation::kCurrent : place);
-        } else if (verb == "addSeq") {
-            a.addSequence(text.empty() ? AOSequence{} : AOSequence{entryOf(text), entry(-2)});
-        } else if (verb == "delSeq") {
-            a.deleteSequence(text.empty() ? OMAnimation::kCurrent : number);
-        } else if (verb == "recolor") {
-            a.replaceColorIndex(static_cast<std::uint8_t>(text[0]),
-                                static_cast<std::uint8_t>(text[1]));
-        } else if (verb == "swap") {
-            a.swapColorIndices(static_cast<std::uint8_t>(text[0]),
-                               static_cast<std::uint8_t>(text[1]));
-        } else if (equals < word.size() || word.back() == '?') { // a property
-            const auto dot = verb.find('.');
-            const std::string name = verb.substr(0, std::min(dot, verb.find('?')));
-            OMSArguments::global().clear();
-            if (dot < verb.size()) OMSArguments::global().push(verb.substr(dot + 1, 1));
-            if (equals < word.size())
-                a.setProperty(name, text);
-            else
-                hear(a.getProperty(name).value());
-        } else {
-            EXPECT_TRUE(a.invoke(word, {})) << word;
+            return hear(codes + std::to_string(a.sequenceIndex()) + "/" +
+                        std::to_string(a.sequenceCount()));
         }
-        for (const std::string& failure : takeFailures()) hear("!" + failure);
+        if (verb == "repeat") return a.setRepeatCount(number);
+        if (word == "forever") return a.forever();
+        if (verb == "late") return a.setCatchUp(number == 0);
+        if (verb == "sync") return a.setSoundSync(number != 0);
+        if (verb == "stop") return here ? a.stop() : a.setStopPosition(number);
+        if (verb == "seq") return a.setSequence(number, true);
+        if (verb == "place") return a.place(number, number + 1);
+        if (verb == "pos") return a.setPosition(number);
+        if (verb == "silence") return playing.extract(number).mapped()();
+        if (word == "mute") return AOSounds::setCurrent(nullptr);
+        if (verb == "del") return a.deletePosition(here ? OMAnimation::kCurrent : number);
+        if (verb == "delSeq") return a.deleteSequence(here ? OMAnimation::kCurrent : number);
+        if (verb == "recolor") return a.replaceColorIndex(byte(0), byte(1));
+        if (verb == "swap") return a.swapColorIndices(byte(0), byte(1));
+        const std::string last = text.substr(text.find(',') + 1);
+        const bool next = text[0] == '.';
+        if (verb == "ins") return a.insertEntry(entryOf(last), next ? a.position() : number);
+        if (verb == "rep")
+            return a.replaceEntry(entryOf(last), next ? OMAnimation::kCurrent : number);
+        if (verb == "addSeq")
+            return void(a.addSequence(here ? AOSequence{} : AOSequence{entryOf(text), entry(-2)}));
+        if (verb == "code") {
+            if (const auto found = a.entryAt(number)) hear(std::to_string(found->code));
+            return;
+        }
+        if (equals == word.npos && word.back() != '?')
+            return void(a.invoke(word, {}) || (hear("refused " + word), true));
+        const auto dot = verb.find('.'); // a property, perhaps with an index
+        const std::string name = verb.substr(0, std::min(dot, verb.find('?')));
+        OMSArguments::global().clear();
+        if (dot < verb.size()) OMSArguments::global().push(verb.substr(dot + 1, 1));
+        if (equals == word.npos) return hear(property(name));
+        a.setProperty(name, text);
     }
 
     // Sounds. 404 is missing, 405 cannot be played at first, 1 ends while it is being started.

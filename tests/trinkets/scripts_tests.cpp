@@ -394,34 +394,6 @@ TEST_F(Scripts, HandlersRunAtOnceAndMayWait) {
     }
 }
 
-TEST_F(Scripts, PropertiesMayGoWhileTheyAreUsed) {
-    struct Shy : OMScriptableObject {
-        void declareProperties() override {
-            const std::string text(100, 'x'); // of their own, so that a use after the end shows
-            addDataProperty(
-                "level",
-                [this, text](std::string_view value) {
-                    removeProperty("level");
-                    OMScriptableObject::setResult(std::string(value) + text.substr(99));
-                },
-                nullptr);
-            addDataProperty("note", nullptr, [this, text] {
-                removeProperty("note");
-                return text.substr(98);
-            });
-            addMethod("leave", [this, text] {
-                removeProperty("leave");
-                OMScriptableObject::setResult(text.substr(97));
-            });
-        }
-    };
-    static constexpr OMSClass kShy{"Shy", &OMScriptableObject::kClass, {}, &oms::create<Shy>};
-    OMSRegistry::global().registerClass(kShy);
-    EXPECT_EQ(outcome("a=Shy 1; set a level 5; say RESULT; get a note r; say r; play a leave; "
-                      "say RESULT; set a level 5; get a note r; play a leave"),
-              "5x/xx/xxx/!Property level not found!Property note not found!Method leave not found");
-}
-
 // Time
 
 class Timers : public Scripts {
@@ -509,7 +481,6 @@ class Loads : public Scripts {
         add("one.mps", "yield off; shared=1; wait");
         add("two.mps", "yield off; say two shared; shared=shared+1; wait");
         add("forgets.mps", "yield off; what='stack'; drop script what; exit");
-        add("long.mps", "");
         put("long.mps", std::string(65536, ';'));
         add("includes.mps", "include none");
         add("includesbinary.mps", "include binary");
