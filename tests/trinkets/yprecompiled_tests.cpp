@@ -182,6 +182,21 @@ TEST_F(YPrecompiled, RunsAsTheScriptItWasMadeFrom) {
     EXPECT_EQ(runFile(compiled(kScript) + "more bytes"), kSaid);
 }
 
+TEST_F(YPrecompiled, TakesTheTableOfVariablesForItself) {
+    put("other.mps", "x=1\nwait\n");
+    load("other.mps"); // cannot go on without its variables
+    int unloaded = 0;
+    thread->setUnloadedLink([&] { ++unloaded; });
+    machine.files().put("test.mps", compiled(kScript));
+    YThread second(*engine, "test.mps");
+    second.run();
+    pass(100);
+    EXPECT_EQ(said(), kSaid);
+    EXPECT_FALSE(thread->isLoaded());
+    EXPECT_EQ(unloaded, 1);
+    thread->setUnloadedLink(nullptr);
+}
+
 // Any byte may be wrong: the file is refused or it runs, but nothing else breaks.
 TEST_F(YPrecompiled, DamagedFilesAreRefused) {
     const std::string whole = compiled(kScript);
