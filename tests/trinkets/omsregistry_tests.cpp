@@ -13,14 +13,14 @@ using testing::ExitedWithCode;
 using testing::IsEmpty;
 using testing_support::ScriptTest;
 
-std::vector<std::string> done;
-void log(std::string text) { done.push_back(std::move(text)); }
+std::vector<std::string> logged;
+void note(std::string text) { logged.push_back(std::move(text)); }
 
 struct Plain : OMScriptableObject {
-    ~Plain() override { log("gone"); }
-    void declareProperties() override { log("declared"); }
+    ~Plain() override { note("gone"); }
+    void declareProperties() override { note("declared"); }
     static std::unique_ptr<OMScriptableObject> create() {
-        log("made " + OMSArguments::global().next());
+        note("made " + OMSArguments::global().next());
         return std::make_unique<Plain>();
     }
 };
@@ -34,7 +34,7 @@ constexpr OMSClass kTwo = plain("Two");
 
 class OMSRegistries : public ScriptTest {
   protected:
-    OMSRegistries() { done.clear(); }
+    OMSRegistries() { logged.clear(); }
     ~OMSRegistries() override { registry.setComponentLoading(false); }
 
     std::unique_ptr<OMScriptableObject> create(std::string_view name, std::string_view argument) {
@@ -60,10 +60,10 @@ TEST_F(OMSRegistries, ObjectsAreMadeDeclaredAndAnnounced) {
     registry.registerClass(kBase);
     registry.registerClass(kPlain);
     registry.registerClass(kRefusing);
-    registry.attachClassHandler("Plain", [] { log("born"); });
-    registry.setCreationHook([](OMScriptableObject&) { log("hook"); });
+    registry.attachClassHandler("Plain", [] { note("born"); });
+    registry.setCreationHook([](OMScriptableObject&) { note("hook"); });
     const auto object = create("Plain", "red");
-    EXPECT_THAT(done, ElementsAre("made red", "declared", "born", "hook"))
+    EXPECT_THAT(logged, ElementsAre("made red", "declared", "born", "hook"))
         << "the first registration stays";
     EXPECT_EQ(object->classEntry(), registry.find("Plain"));
     EXPECT_EQ(OMScriptableObject::lastBorn, object.get());
@@ -71,9 +71,9 @@ TEST_F(OMSRegistries, ObjectsAreMadeDeclaredAndAnnounced) {
     EXPECT_FALSE(create("Base", "")) << "it only has heirs";
     EXPECT_FALSE(registry.attachClassHandler("None", nullptr));
     registry.attachClassHandler("Plain", nullptr);
-    done.clear();
+    logged.clear();
     create("Plain", "blue");
-    EXPECT_THAT(done, ElementsAre("made blue", "declared", "hook", "gone"));
+    EXPECT_THAT(logged, ElementsAre("made blue", "declared", "hook", "gone"));
 }
 
 TEST_F(OMSRegistries, TheLastClassTakesTheGlobalsWithIt) {
@@ -198,9 +198,9 @@ TEST_F(OMSRegistries, WordsAreConvertedReplacedAndRefused) {
     object.addEvent("text");
     EXPECT_FALSE(object.setProperty("text", "x"));
     EXPECT_TRUE(object.attachHandler(
-        "text", [] { log("first"); }, [] { log("second"); }));
+        "text", [] { note("first"); }, [] { note("second"); }));
     EXPECT_TRUE(object.fireEvent("text"));
-    EXPECT_THAT(done, ElementsAre("first", "second"));
+    EXPECT_THAT(logged, ElementsAre("first", "second"));
     EXPECT_TRUE(object.attachHandler("text", nullptr));
     EXPECT_FALSE(object.fireEvent("text"));
     EXPECT_FALSE(object.fireEvent("mix")) << "a method is no event";
