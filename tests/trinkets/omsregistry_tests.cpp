@@ -1,3 +1,4 @@
+// Classes, their words, the components that bring them, and the commands.
 #include "omsregistry.h"
 
 #include "omsclass.h"
@@ -12,18 +13,17 @@ using testing::ExitedWithCode;
 using testing::IsEmpty;
 using testing_support::ScriptTest;
 
-struct Plain : OMScriptableObject {
-    ~Plain() override { log("gone"); }
-    void declareProperties() override { log("declared"); }
+std::vector<std::string> logged;
+void note(std::string text) { logged.push_back(std::move(text)); }
 
+struct Plain : OMScriptableObject {
+    ~Plain() override { note("gone"); }
+    void declareProperties() override { note("declared"); }
     static std::unique_ptr<OMScriptableObject> create() {
-        log("made " + OMSArguments::global().next());
+        note("made " + OMSArguments::global().next());
         return std::make_unique<Plain>();
     }
-    static void log(std::string text) { done.push_back(std::move(text)); }
-    static std::vector<std::string> done;
 };
-std::vector<std::string> Plain::done;
 
 constexpr OMSClass plain(std::string_view name) {
     return {name, &OMScriptableObject::kClass, {}, &Plain::create};
@@ -34,37 +34,46 @@ constexpr OMSClass kTwo = plain("Two");
 
 class OMSRegistries : public ScriptTest {
   protected:
-    OMSRegistries() { Plain::done.clear(); }
-    ~OMSRegistries() override { OMSRegistry::global().setComponentLoading(false); }
+    OMSRegistries() { logged.clear(); }
+    ~OMSRegistries() override { registry.setComponentLoading(false); }
 
-    std::unique_ptr<OMScriptableObject> create(std::string_view name,
-                                               std::initializer_list<std::string_view> arguments) {
+    std::unique_ptr<OMScriptableObject> create(std::string_view name, std::string_view argument) {
         OMSArguments::global().clear();
-        for (const auto argument : arguments) OMSArguments::global().push(argument);
+        OMSArguments::global().push(argument);
         return registry.create(name);
     }
+    /// A library that registers something when it is loaded.
+    void library(const std::string& file, void (*entry)()) {
+        machine.files().put(file, "");
+        machine.modules().libraries[file][OMSRegistry::kComponentEntry] = entry;
+        registry.setComponentLoading(true);
+    }
+    const std::vector<std::string>& loaded() { return machine.modules().loaded; }
 
     OMSRegistry& registry = OMSRegistry::global();
 };
 
-TEST_F(OMSRegistries, CreatesDeclaresAndAnnounces) {
-    registry.registerClass(kPlain);
-    registry.attachClassHandler("Plain", [] { Plain::log("born"); });
-    registry.setCreationHook([](OMScriptableObject&) { Plain::log("hook"); });
-    const auto object = create("Plain", {"red"});
-    EXPECT_THAT(Plain::done, ElementsAre("made red", "declared", "born", "hook"));
-    EXPECT_EQ(object->classEntry(), registry.find("Plain"));
-    EXPECT_EQ(OMScriptableObject::lastBorn, object.get());
-    EXPECT_FALSE(create("plain", {})) << "case counts";
-    EXPECT_FALSE(registry.attachClassHandler("None", nullptr));
-    registry.attachClassHandler("Plain", nullptr);
+TEST_F(OMSRegistries, ObjectsAreMadeDeclaredAndAnnounced) {
+    static constexpr OMSClass kBase{"Base", &OMScriptableObject::kClass, {}};
     static constexpr OMSClass kRefusing{
         "Plain", nullptr, {}, [] { return std::unique_ptr<OMScriptableObject>(); }};
+    registry.registerClass(kBase);
+    registry.registerClass(kPlain);
     registry.registerClass(kRefusing);
-    Plain::done.clear();
-    create("Plain", {"blue"});
-    EXPECT_THAT(Plain::done, ElementsAre("made blue", "declared", "hook", "gone"))
+    registry.attachClassHandler("Plain", [] { note("born"); });
+    registry.setCreationHook([](OMScriptableObject&) { note("hook"); });
+    const auto object = create("Plain", "red");
+    EXPECT_THAT(logged, ElementsAre("made red", "declared", "born", "hook"))
         << "the first registration stays";
+    EXPECT_EQ(object->classEntry(), registry.find("Plain"));
+    EXPECT_EQ(OMScriptableObject::lastBorn, object.get());
+    EXPECT_FALSE(create("plain", "")) << "case counts";
+    EXPECT_FALSE(create("Base", "")) << "it only has heirs";
+    EXPECT_FALSE(registry.attachClassHandler("None", nullptr));
+    registry.attachClassHandler("Plain", nullptr);
+    logged.clear();
+    create("Plain", "blue");
+    EXPECT_THAT(logged, ElementsAre("made blue", "declared", "hook", "gone"));
 }
 
 TEST_F(OMSRegistries, TheLastClassTakesTheGlobalsWithIt) {
@@ -86,77 +95,37 @@ TEST_F(OMSRegistries, TheLastClassTakesTheGlobalsWithIt) {
     OMSobException::clearCurrent();
 }
 
-TEST_F(OMSRegistries, ComponentsAreLoadedOnce) {
-    auto& modules = machine.modules();
-    for (const char* file : {"One.lrn", "Two.LRN", "three.txt", ".lrn"})
-        machine.files().put(file, "");
+TEST_F(OMSRegistries, ComponentsAreLoadedOnceAndStayForAllTheirClasses) {
+    for (const char* file : {"three.txt", ".lrn"}) machine.files().put(file, "");
     machine.files().putFolder("folder.lrn");
-    modules.libraries["One.lrn"][OMSRegistry::kComponentEntry] = [] {
-        OMSRegistry::global().registerClass(kOne);
-    };
-    modules.libraries["Two.LRN"][OMSRegistry::kComponentEntry] = [] {
+    library("One.lrn", [] { OMSRegistry::global().registerClass(kOne); });
+    library("Two.LRN", [] {
+        EXPECT_TRUE(OMSRegistry::global().isClass("One")) << "one may need another";
         OMSRegistry::global().registerClass(kTwo);
-    };
-    EXPECT_FALSE(registry.isClass("One")) << "not enabled";
+        OMSRegistry::global().registerClass(kPlain);
+    });
+    registry.setComponentLoading(false);
+    EXPECT_FALSE(registry.isClass("One"));
     registry.setComponentLoading(true);
     run("x=One 1\ny=One 2\nz=Absent\nz=Absent\n");
-    EXPECT_THAT(modules.loaded, ElementsAre("One.lrn", "Absent.lrn"));
+    EXPECT_THAT(loaded(), ElementsAre("One.lrn", "Absent.lrn"));
     EXPECT_EQ(value("z"), "Absent");
     thread->unload();
-    registry.loadAllComponents();
-    registry.loadAllComponents();
-    EXPECT_THAT(modules.loaded, ElementsAre("One.lrn", "Absent.lrn", "Two.LRN"));
-    registry.unregisterClass("One");
-    EXPECT_EQ(modules.unloaded, 1);
-}
-
-TEST_F(OMSRegistries, ALibraryStaysForAllItsClasses) {
-    auto& modules = machine.modules();
-    machine.files().put("Two.lrn", "");
-    modules.libraries["Two.lrn"][OMSRegistry::kComponentEntry] = [] {
-        OMSRegistry::global().registerClass(kOne);
-        OMSRegistry::global().registerClass(kTwo);
-    };
-    registry.setComponentLoading(true);
-    EXPECT_TRUE(registry.isClass("Two"));
-    registry.unregisterClass("Two");
-    EXPECT_EQ(modules.unloaded, 0);
-    registry.unregisterClass("One");
-    EXPECT_EQ(modules.unloaded, 1);
-}
-
-TEST_F(OMSRegistries, AComponentMayNeedAnother) {
-    auto& modules = machine.modules();
-    for (const char* file : {"One.lrn", "Two.lrn"}) machine.files().put(file, "");
-    modules.libraries["One.lrn"][OMSRegistry::kComponentEntry] = [] {
-        OMSRegistry::global().registerClass(kOne);
-    };
-    modules.libraries["Two.lrn"][OMSRegistry::kComponentEntry] = [] {
-        EXPECT_TRUE(OMSRegistry::global().isClass("One"));
-        OMSRegistry::global().registerClass(kTwo);
-    };
-    registry.setComponentLoading(true);
-    EXPECT_TRUE(registry.isClass("Two"));
-    EXPECT_EQ(modules.unloaded, 0);
-    registry.unregisterClass("Two");
-    EXPECT_EQ(modules.unloaded, 1);
-    EXPECT_TRUE(create("One", {}));
-}
-
-TEST_F(OMSRegistries, AClassThatOnlyHasHeirsIsNotCreated) {
-    static constexpr OMSClass kBase{"Base", &OMScriptableObject::kClass, {}};
-    registry.registerClass(kBase);
-    EXPECT_FALSE(create("Base", {}));
+    for (int i = 0; i < 2; ++i) registry.loadAllComponents();
+    EXPECT_THAT(loaded(), ElementsAre("One.lrn", "Absent.lrn", "Two.LRN"));
+    std::vector<int> unloaded;
+    for (const char* name : {"Two", "Plain", "One"}) {
+        registry.unregisterClass(name);
+        unloaded.push_back(machine.modules().unloaded);
+    }
+    EXPECT_THAT(unloaded, ElementsAre(0, 1, 2));
 }
 
 using OMSRegistryDeath = OMSRegistries;
 
 TEST_F(OMSRegistryDeath, AComponentThatRegistersNothingIsFatal) {
+    library("Wrong.lrn", [] { OMSRegistry::global().registerClass(kPlain); });
     machine.modules().libraries["Empty.lrn"] = {};
-    machine.modules().libraries["Wrong.lrn"][OMSRegistry::kComponentEntry] = [] {
-        OMSRegistry::global().registerClass(kPlain);
-    };
-    registry.setComponentLoading(true);
     for (const char* name : {"Empty", "Wrong"})
         EXPECT_EXIT((void)registry.isClass(name), ExitedWithCode(255),
                     "!registryEntry(.|\n)*Component registration failure");
@@ -166,7 +135,6 @@ TEST_F(OMSRegistryDeath, AComponentThatRegistersNothingIsFatal) {
 class Typed : public OMScriptableObject {
   public:
     static const OMSClass kClass;
-
     Typed() { takeClass(kClass); }
 
     int whole() const { return whole_; }
@@ -178,6 +146,7 @@ class Typed : public OMScriptableObject {
     std::string text() const { return text_; }
     void setText(std::string value) { text_ = std::move(value); }
     platform::Rect area() const { return {1, -2, 30, 40}; }
+    void leave(int) { removeProperty("late"); }
     void mix() {}
 
   private:
@@ -196,28 +165,21 @@ constexpr OMSEntry kTyped[] = {
     oms::method<&Typed::mix>("mix"),
     oms::event("done"),
 };
-
 const OMSClass Typed::kClass{"Typed", &OMScriptableObject::kClass, kTyped};
 
-TEST_F(OMSRegistries, TablesConvertAtTheScriptBoundary) {
-    const struct {
-        const char* property;
-        const char* written;
-        const char* read;
-    } rows[] = {
-        {"whole", "12", "12"},
-        {"whole", "99999999999", "2147483647"},
-        {"flag", "2", "1"},
-        {"flag", "true", "0"},
-        {"real", "0.1", "0.1"},
-        {"real", "1e20", "1e+20"},
-        {"text", "a \xA5 b", "a \xA5 b"},
-        {"area", "anything", "1 -2 30 40"},
-    };
+TEST_F(OMSRegistries, WordsAreConvertedReplacedAndRefused) {
     Typed object;
-    for (const auto& row : rows) {
-        EXPECT_TRUE(object.setProperty(row.property, row.written)) << row.property;
-        EXPECT_EQ(object.getProperty(row.property), row.read) << row.property << row.written;
+    for (const auto& [property, written, read] :
+         std::vector<std::array<const char*, 3>>{{"whole", "12", "12"},
+                                                 {"whole", "99999999999", "2147483647"},
+                                                 {"flag", "2", "1"},
+                                                 {"flag", "true", "0"},
+                                                 {"real", "0.1", "0.1"},
+                                                 {"real", "1e20", "1e+20"},
+                                                 {"text", "a \xA5 b", "a \xA5 b"},
+                                                 {"area", "anything", "1 -2 30 40"}}) {
+        EXPECT_TRUE(object.setProperty(property, written)) << property;
+        EXPECT_EQ(object.getProperty(property), read) << property << written;
     }
     EXPECT_FALSE(object.setProperty("mix", "1"));
     EXPECT_EQ(OMScriptableObject::status(), OMScriptableObject::Status::Refused);
@@ -225,31 +187,20 @@ TEST_F(OMSRegistries, TablesConvertAtTheScriptBoundary) {
     EXPECT_EQ(OMScriptableObject::status(), OMScriptableObject::Status::Refused);
     EXPECT_FALSE(object.getProperty("none"));
     EXPECT_EQ(OMScriptableObject::status(), OMScriptableObject::Status::Absent);
-}
-
-TEST_F(OMSRegistries, ARowMayGoWhileItIsWritten) {
-    struct Leaving : OMScriptableObject {
-        void leave(int) { removeProperty("late"); }
-        int late() const { return 1; }
-    } object;
-    static constexpr OMSEntry kLate = oms::data<&Leaving::late, &Leaving::leave>("late");
+    static constexpr OMSEntry kLate = oms::data<&Typed::whole, &Typed::leave>("late");
     object.addEntry(kLate);
-    EXPECT_EQ(object.getProperty("late"), "1");
-    EXPECT_TRUE(object.setProperty("late", "2"));
+    EXPECT_TRUE(object.setProperty("late", "2")); // goes while it is written
     EXPECT_FALSE(object.hasProperty("late"));
-}
 
-TEST_F(OMSRegistries, PropertiesAreReplacedByName) {
-    Typed object;
     object.addDataProperty("text", nullptr, [] { return std::string("new"); });
     EXPECT_TRUE(object.setProperty("text", "ignored")) << "only read, so writes are accepted";
     EXPECT_EQ(object.getProperty("text"), "new");
     object.addEvent("text");
     EXPECT_FALSE(object.setProperty("text", "x"));
     EXPECT_TRUE(object.attachHandler(
-        "text", [] { Plain::log("first"); }, [] { Plain::log("second"); }));
+        "text", [] { note("first"); }, [] { note("second"); }));
     EXPECT_TRUE(object.fireEvent("text"));
-    EXPECT_THAT(Plain::done, ElementsAre("first", "second"));
+    EXPECT_THAT(logged, ElementsAre("first", "second"));
     EXPECT_TRUE(object.attachHandler("text", nullptr));
     EXPECT_FALSE(object.fireEvent("text"));
     EXPECT_FALSE(object.fireEvent("mix")) << "a method is no event";
@@ -267,8 +218,7 @@ TEST_F(OMSRegistries, WatchesKnowWhenTheirObjectIsGone) {
     }
     OMSWatch c(object.get());
     object.reset();
-    EXPECT_FALSE(a);
-    EXPECT_FALSE(c);
+    EXPECT_FALSE(a || c);
     EXPECT_EQ(b.object(), &other);
     a.watch(&other);
     EXPECT_TRUE(a);
@@ -279,12 +229,8 @@ TEST_F(OMSRegistries, CommandsAreFoundByTheirExactName) {
     YCommands::add("PlaySound", [&] { heard += "first " + OMSArguments::global().next(); });
     YCommands::add("PlaySound", [&] { heard += "second"; });
     EXPECT_EQ(YCommands::find("playsound"), nullptr);
-    run("i=2\nitem.2=two\nPlaySound item.i\n");
+    start("i=2\nitem.2=\"two\"\nPlaySound item.i\nwait\nPlaySound 2\n", 4);
     EXPECT_EQ(heard, "first two");
-    boxes();
-    put("later.mps", "PlaySound 1\nwait\nPlaySound 2\n");
-    load("later.mps");
-    pass(1);
     YCommands::clear();
     pass(3);
     EXPECT_THAT(boxes(), IsEmpty()) << "a compiled script keeps its commands";

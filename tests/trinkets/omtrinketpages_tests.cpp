@@ -84,19 +84,6 @@ TEST_F(FlippingWindowTest, ABackgroundThatPaintsMoreThanItMustComesToRest) {
     EXPECT_EQ(seenPixel(95, 5), 11);
 }
 
-TEST_F(FlippingWindowTest, BlackeningForNewColoursLeavesNoHoleInAPage) {
-    Tile still(*window, {50, 50, 60, 60}, 11);
-    Tile tile(*window, {0, 0, 10, 10}, 10);
-    for (int i = 0; i < 5; ++i) {
-        OMPalette colors{};
-        colors[100] = {0xFF00, 0, 0};
-        if (i == 2) window->setPalette(colors, true);
-        tile.offset(5, 0);
-        cycle();
-        EXPECT_EQ(seenPixel(55, 55), 11) << i;
-    }
-}
-
 TEST_F(FlippingWindowTest, NothingIsShownOnALostScreen) {
     Tile tile(*window, {0, 0, 10, 10}, 10);
     cycle();

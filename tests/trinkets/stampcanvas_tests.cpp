@@ -102,15 +102,7 @@ TEST_F(StampTest, AreCutAtTheEdgesOfThePicture) {
     EXPECT_EQ(picture(), empty);
 }
 
-TEST_F(StampTest, GoWithTheBackgroundAndNeedOne) {
-    stamp(a, 40, {10, 10});
-    window.setBackground(std::make_unique<StripedCanvas>(window.backBuffer().bounds()));
-    EXPECT_FALSE(window.unstamp(a));
-    window.setBackground(nullptr);
-    EXPECT_FALSE(stamp(a, 40, {10, 10}));
-}
-
-TEST_F(StampTest, TooManyBecomePartOfThePicture) {
+TEST_F(StampTest, TooManyBecomePartOfThePictureAndAllGoWithIt) {
     const auto large = [&] {
         return window.stamp(a, {0, 0, 100, 80}, [](OMMemCanvas& canvas, Point) {
             canvas.setColor(OMColor(50));
@@ -122,6 +114,11 @@ TEST_F(StampTest, TooManyBecomePartOfThePicture) {
     EXPECT_EQ(window.stampCount(), fitting);
     while (window.unstamp(a)) continue;
     EXPECT_EQ(pixelsOf(*window.background()->picture(), {0, 79, 3, 80}), "222/");
+    stamp(a, 40, {10, 10});
+    window.setBackground(std::make_unique<StripedCanvas>(window.backBuffer().bounds()));
+    EXPECT_FALSE(window.unstamp(a));
+    window.setBackground(nullptr);
+    EXPECT_FALSE(stamp(a, 40, {10, 10}));
 }
 
 } // namespace

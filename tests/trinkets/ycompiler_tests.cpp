@@ -10,15 +10,18 @@
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
 using testing_support::withLineEnds;
 using ErrorKind = YCompileError::Kind;
+
+std::string repeat(int count, const std::string& text) {
+    std::string all;
+    for (int i = 0; i < count; ++i) all += text;
+    return all;
+}
 
 class YCompilers : public testing::Test {
   protected:
     YCompilers() {
-        YCommands::clear();
         YCommands::add("Beep", [] {});
     }
     ~YCompilers() override { YCommands::clear(); }
@@ -33,9 +36,6 @@ class YCompilers : public testing::Test {
             return YCompiler::Source{withLineEnds(found->second), {}};
         };
         YCompiler compiler(*heap, read, onError);
-        warnings.clear();
-        compiler.setWarningLink(
-            [this](const YCompileError& error) { warnings.push_back(error.description()); });
         script = compiler.compile("test.mps", withLineEnds(text));
         errors = compiler.errors();
         return script ? listing() : "failed";
@@ -53,20 +53,27 @@ class YCompilers : public testing::Test {
         }
         return list;
     }
-    std::string value(const std::string& name) {
-        YScratch scratch;
-        return std::string(heap->get(heap->intern(name)).string(scratch));
+    void expectFailure(const std::string& text, ErrorKind kind) {
+        EXPECT_EQ(compile(text), "failed");
+        EXPECT_EQ(errors.at(0).kind, kind) << text.substr(0, 50);
     }
 
-    std::map<std::string, std::string> files;
+    std::map<std::string, std::string> files{{"a", "say a1\ninclude b\nsay a2"},
+                                             {"b", "say b\n"},
+                                             {"empty", ""},
+                                             {"open", "[\nsay o\n"},
+                                             {"close", "]\n"},
+                                             {"if", "if c\nsay i\n"},
+                                             {"self", "say s\ninclude self\n"},
+                                             {"inc", "\nsay i\n"},
+                                             {"half", repeat(4001, "wait\n")}};
     std::unique_ptr<YHeap> heap;
     std::unique_ptr<YScript> script;
     std::vector<YCompileError> errors;
-    std::vector<std::string> warnings;
 };
 
 TEST_F(YCompilers, StatementsBecomeInstructions) {
-    const std::pair<const char*, const char*> rows[] = {
+    const std::pair<std::string, const char*> rows[] = {
         {"x=", "18 x; 0"},
         {"say a\nwait\ndrop x y\nexit\nsuspend\nresume\nquit\nquit s\nrelay s\n",
          "14 a; 22; 19 x y; 25; 26; 27; 46; 46 s; 45 s; 0"},
@@ -82,61 +89,26 @@ TEST_F(YCompilers, StatementsBecomeInstructions) {
         {"for a\n[\nfor b\n[\nbreak\n]\nbreak\n]",
          "8 a; 9 a; 10 >10; 8 b; 9 b; 10 >8; 11 >8; 11 >4; 11 >10; 11 >1; 0"},
         {"procedure p a b\n[\nsay a\n]\nsay 1", "7 p a b; 14 a; 15; 14 1; 0"},
-    };
-    for (const auto& [text, instructions] : rows) {
-        EXPECT_EQ(compile(text), instructions) << text;
-        EXPECT_THAT(errors, IsEmpty()) << text;
-    }
-}
-
-TEST_F(YCompilers, WordsEndAtBlanksAndEqualsSigns) {
-    const std::pair<std::string, const char*> rows[] = {
+        // words
         {"say \"a b\" 'c \"d'", "14 \"a b\" 'c \"d'; 0"},
         {"say a\tb\x7Fz\xE9z \xE9 e", "14 a b z z e; 0"}, // tab and bytes that are no ASCII
         {"say \"caf\xE9\"", "14 \"caf\xE9\"; 0"},
         {std::string("say a\0b", 7), "14 a b; 0"},
         {"say a=b", "14 a=b; 0"},
-        {"\"a=b\"=1", "18 \"a=b\" 1; 0"},
-        {"item.i=1", "18 item.i 1; 0"},
+        {"\"a=b\"=1\nitem.i=1", "18 \"a=b\" 1; 18 item.i 1; 0"},
         {"ifx 1\nsay=2\nSay 3", "21 ifx 1; 18 say 2; 21 Say 3; 0"}, // keywords need a blank
+        // included files
+        {"say 1\ninclude a\nsay 2", "14 1; 14 a1; 14 b; 14 a2; 14 2; 0"},
+        {"include b say x\nsay 2", "14 b; 14 2; 0"}, // the rest of the line is skipped
+        {"if x\ninclude b\nsay 2", "12 x; 10 >4; 14 b; 13; 14 2; 0"},
+        {"if x\ninclude empty\nsay 2", "12 x; 10 >4; 14 2; 13; 0"},
+        {"if x\ninclude open\nsay 2\ninclude close\nsay 3", "12 x; 10 >5; 14 o; 14 2; 13; 14 3; 0"},
+        {"include if\nelse\nsay e", "12 c; 10 >4; 14 i; 11 >6; 13; 14 e; 0"},
+        {"include if\nelsewhere=1", "12 c; 10 >4; 14 i; 13; 18 elsewhere 1; 0"},
+        {repeat(400, "include empty\n") + "say 1", "14 1; 0"},
     };
     for (const auto& [text, instructions] : rows) EXPECT_EQ(compile(text), instructions) << text;
-}
 
-TEST_F(YCompilers, LinesEndWithLfOnlyWhereThereIsNoCr) {
-    heap = std::make_unique<YHeap>();
-    YCompiler compiler(*heap, nullptr);
-    script = compiler.compile("lf", "say a\nsay b\n");
-    EXPECT_EQ(listing(), "14 a; 14 b; 0");
-    script = compiler.compile("crlf", "say a\r\nsay b\r\n");
-    EXPECT_EQ(listing(), "14 a; 14 b; 0");
-    script = compiler.compile("mixed", "say a\nb\rsay c");
-    EXPECT_EQ(listing(), "14 a b; 14 c; 0") << "LF is a blank";
-}
-
-TEST_F(YCompilers, SomethingHappensWhileCompiling) {
-    compile(
-        "say 1\nprocedure p\n[\n]\nx=[ one \"two words\" 3 p 1+1 last]\nx=[more\ny=&z\ny.1=5\n");
-    EXPECT_EQ(value("p"), "+1");
-    EXPECT_EQ(value("x.1"), "one");
-    EXPECT_EQ(value("x.2"), "two words");
-    EXPECT_EQ(value("x.3"), "3");
-    EXPECT_EQ(value("x.4"), "+1") << "a procedure that is known by then";
-    EXPECT_EQ(value("x.5"), "2");
-    EXPECT_EQ(value("x.6"), "last]");
-    EXPECT_EQ(value("x.7"), "more");
-    EXPECT_EQ(heap->get(heap->lookup("y")).ownership(), YVariable::Ownership::Reference);
-    EXPECT_EQ(listing(), "14 1; 7 p; 15; 18 y z; 18 y.1 5; 0") << "lists leave no instruction";
-
-    std::vector<std::string> checks;
-    OMDebug::setCheckListener([&](const OMDebug::Failure& f) { checks.emplace_back(f.message); });
-    compile("x=\nx=1\n");
-    OMDebug::setCheckListener(nullptr);
-    EXPECT_THAT(checks, ElementsAre("Assignment to nothing"));
-}
-
-TEST_F(YCompilers, KnowsWhereInstructionsStand) {
-    files["inc"] = "\nsay i\n";
     compile("say 1\n\nif x\nsay 2\ninclude inc\nsay 3");
     std::string places;
     for (const YSourceLine& line : script->lines)
@@ -145,38 +117,33 @@ TEST_F(YCompilers, KnowsWhereInstructionsStand) {
                       "test.mps:7 ");
 }
 
-TEST_F(YCompilers, IncludesUnwindInTheirOrder) {
-    files["a"] = "say a1\ninclude b\nsay a2";
-    files["b"] = "say b\n";
-    files["empty"] = "";
-    files["open"] = "[\nsay o\n";
-    files["close"] = "]\n";
-    files["if"] = "if c\nsay i\n";
-    const std::pair<const char*, const char*> rows[] = {
-        {"say 1\ninclude a\nsay 2", "14 1; 14 a1; 14 b; 14 a2; 14 2; 0"},
-        {"include b say x\nsay 2", "14 b; 14 2; 0"}, // the rest of the line is skipped
-        {"if x\ninclude b\nsay 2", "12 x; 10 >4; 14 b; 13; 14 2; 0"},
-        {"if x\ninclude empty\nsay 2", "12 x; 10 >4; 14 2; 13; 0"},
-        {"if x\ninclude open\nsay 2\ninclude close\nsay 3", "12 x; 10 >5; 14 o; 14 2; 13; 14 3; 0"},
-        {"include if\nelse\nsay e", "12 c; 10 >4; 14 i; 11 >6; 13; 14 e; 0"},
-        {"include if\nelsewhere=1", "12 c; 10 >4; 14 i; 13; 18 elsewhere 1; 0"},
-    };
-    for (const auto& [text, instructions] : rows) EXPECT_EQ(compile(text), instructions) << text;
-
-    std::string many;
-    for (int i = 0; i < 400; ++i) many += "include empty\n";
-    EXPECT_EQ(compile(many + "say 1"), "14 1; 0");
+TEST_F(YCompilers, LinesEndWithLfOnlyWhereThereIsNoCr) {
+    heap = std::make_unique<YHeap>();
+    YCompiler compiler(*heap, nullptr);
+    for (const char* text : {"say a\nsay b\n", "say a\r\nsay b\r\n"}) {
+        script = compiler.compile("lines", text);
+        EXPECT_EQ(listing(), "14 a; 14 b; 0");
+    }
+    script = compiler.compile("mixed", "say a\nb\rsay c");
+    EXPECT_EQ(listing(), "14 a b; 14 c; 0") << "LF is a blank";
 }
 
-TEST_F(YCompilers, IncludesMayFail) {
-    files["self"] = "say s\ninclude self\n";
-    EXPECT_EQ(compile("say 1\ninclude self"), "failed");
-    EXPECT_EQ(errors.at(0).kind, ErrorKind::NestedTooDeep);
-    EXPECT_EQ(compile("include none\nsay 1"), "failed");
-    EXPECT_EQ(errors.at(0).kind, ErrorKind::IncludeUnreadable);
-    EXPECT_EQ(errors.at(0).description(), "can't find none");
-    EXPECT_EQ(compile("say 1\ninclude  \nsay 2"), "failed");
-    EXPECT_EQ(errors.at(0).kind, ErrorKind::MissingOperand);
+TEST_F(YCompilers, ListsAndMarksAreDoneWhileCompiling) {
+    std::vector<std::string> checks;
+    OMDebug::setCheckListener([&](const OMDebug::Failure& f) { checks.emplace_back(f.message); });
+    EXPECT_EQ(compile("say 1\nprocedure p\n[\n]\nx=[ one \"two words\" 3 p 1+1 last]\nx=[more\n"
+                      "y=&z\ny.1=5\n"),
+              "14 1; 7 p; 15; 18 y z; 18 y.1 5; 0");
+    std::string values;
+    for (const char* name : {"p", "x.1", "x.2", "x.3", "x.4", "x.5", "x.6", "x.7"}) {
+        YScratch scratch;
+        values.append(heap->get(heap->intern(name)).string(scratch)).append(",");
+    }
+    EXPECT_EQ(values, "+1,one,two words,3,+1,2,last],more,") << "a procedure that is known by then";
+    EXPECT_EQ(heap->get(heap->lookup("y")).ownership(), YVariable::Ownership::Reference);
+    compile("x=\nx=1\n");
+    OMDebug::setCheckListener(nullptr);
+    EXPECT_EQ(checks, std::vector<std::string>{"Assignment to nothing"});
 }
 
 TEST_F(YCompilers, ErrorsTellKindAndPlace) {
@@ -205,6 +172,7 @@ TEST_F(YCompilers, ErrorsTellKindAndPlace) {
         {"for\n[\nprocedure p\ncontinue\n]", ErrorKind::OutsideLoop, 0, "4: continue"},
         {"procedure go.now\n[\n]", ErrorKind::ProcedureName, 0, "1: procedure go.now"},
         {"procedure \"x\"\n[\n]", ErrorKind::ProcedureName, 0, "1: procedure \"x\""},
+        {"say 1\ninclude  \nsay 2", ErrorKind::MissingOperand, 0, "2: "},
     };
     std::set<std::string> descriptions;
     for (const auto& row : rows) {
@@ -217,6 +185,8 @@ TEST_F(YCompilers, ErrorsTellKindAndPlace) {
         descriptions.insert(error->description().substr(0, error->description().find(':')));
     }
     EXPECT_EQ(descriptions.size(), 10U) << "each kind, and code, has its own";
+    expectFailure("include none\nsay 1", ErrorKind::IncludeUnreadable);
+    EXPECT_EQ(errors.at(0).description(), "can't find none");
 }
 
 TEST_F(YCompilers, CollectsAllErrorsWhenAsked) {
@@ -230,37 +200,19 @@ TEST_F(YCompilers, CollectsAllErrorsWhenAsked) {
     EXPECT_EQ(errors.size(), 1U);
 }
 
-TEST_F(YCompilers, CountsInstructionsAndOperandWords) {
-    const auto repeat = [](const std::string& line, int count) {
-        std::string text;
-        for (int i = 0; i < count; ++i) text += line;
-        return text;
-    };
-    EXPECT_NE(compile(repeat("wait\n", 8000)), "failed");
-    EXPECT_EQ(compile(repeat("wait\n", 8001)), "failed");
-    EXPECT_EQ(errors.at(0).kind, ErrorKind::TooManyInstructions);
+TEST_F(YCompilers, SizesAreLimited) {
+    EXPECT_NE(compile(repeat(8000, "wait\n")), "failed");
+    expectFailure(repeat(8001, "wait\n"), ErrorKind::TooManyInstructions);
     EXPECT_EQ(errors.at(0).line, 8001);
+    expectFailure("for\n[\ninclude half\nif x\ninclude half\n]", ErrorKind::TooManyInstructions);
     // Three predefined words, and -1 after each list.
-    EXPECT_NE(compile("say" + repeat(" a", 19996)), "failed");
-    EXPECT_EQ(compile("say" + repeat(" a", 19997)), "failed");
-    EXPECT_EQ(errors.at(0).kind, ErrorKind::TooManyOperands);
-    files["half"] = repeat("wait\n", 4001);
-    EXPECT_EQ(compile("for\n[\ninclude half\nif x\ninclude half\n]"), "failed")
-        << "included files are counted in";
-    EXPECT_EQ(errors.at(0).kind, ErrorKind::TooManyInstructions);
-}
+    EXPECT_NE(compile("say" + repeat(19996, " a")), "failed");
+    expectFailure("say" + repeat(19997, " a"), ErrorKind::TooManyOperands);
 
-TEST_F(YCompilers, NestsBlocksToALimit) {
-    const auto nested = [](const std::string& open, int depth, const std::string& close) {
-        std::string text;
-        for (int i = 0; i < depth; ++i) text += open;
-        for (int i = 0; i < depth; ++i) text += close;
-        return text;
-    };
-    EXPECT_NE(compile(nested("if x\n[\n", 100, "]\n")), "failed");
-    EXPECT_EQ(compile(nested("[\n", 30000, "]\n")), "failed");
-    EXPECT_EQ(errors.at(0).kind, ErrorKind::NestedTooDeep);
-    for (const std::string& text : {nested("if x\n", 10000, ""), std::string(65535, '['),
+    EXPECT_NE(compile(repeat(100, "if x\n[\n") + repeat(100, "]\n")), "failed");
+    expectFailure(repeat(30000, "[\n") + repeat(30000, "]\n"), ErrorKind::NestedTooDeep);
+    expectFailure("say 1\ninclude self", ErrorKind::NestedTooDeep);
+    for (const std::string& text : {repeat(10000, "if x\n"), std::string(65535, '['),
                                     std::string(65535, ']'), "say " + std::string(65531, '"')})
         EXPECT_EQ(compile(text, YCompiler::OnError::Collect), "failed");
 }
@@ -271,7 +223,6 @@ TEST_F(YCompilers, SurvivesNoise) {
         "if ", "else", "for ", "[",  "]",  "\r",    "\r",          "x", "=", "\"",
         "(",   ")",    "+",    "|",  ".",  "break", "procedure p", "$", " ", "include self",
         "~",   "'",    "1",    "=[", "=&", "?",     "\xFF"};
-    files["self"] = "say s";
     for (int i = 0; i < 2000; ++i) {
         std::string text;
         for (auto count = random() % 40; count > 0; --count)

@@ -2,9 +2,11 @@
 #include "yprecompiled.h"
 
 #include "omscrptb.h"
-#include "precompiledbuilder.h"
 #include "scriptfixture.h"
 #include "ycompiler.h"
+#include "yexpression.h"
+#include "yheap.h"
+#include "yscript.h"
 
 #include <gmock/gmock.h>
 
@@ -12,7 +14,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing_support::PrecompiledBuilder;
 using testing_support::ScriptTest;
 using testing_support::TextStream;
 using testing_support::withLineEnds;
@@ -29,6 +30,124 @@ constexpr const char* kScript = "count=0\n"
                                 "say count item.2 names.2 names.3 half*3 s|2|3 -count\n"
                                 "if count=12\n[\nsay \"a dozen\"\n]\nelse\nsay no\n";
 constexpr const char* kSaid = "12 6 bert b 3 1.5 bcd -12\na dozen\n";
+
+/// Puts precompiled scripts together: from hand-made records, or from what the compiler made.
+struct PrecompiledBuilder {
+    struct Variable {
+        int kind = 0;
+        int type = 0;
+        std::int32_t integer = 0;
+        std::string real{};
+        std::int32_t alias = 0;
+        std::int32_t ownership = 0;
+        std::int32_t length = -1;
+        std::int32_t elements = 0;
+        std::string text{};
+        std::string value{};
+        std::vector<int> parts{};
+        bool hasParts = false; ///< although they are none
+    };
+    struct Instruction {
+        int opcode;
+        int operand;
+    };
+
+    std::vector<Instruction> code;
+    std::vector<int> operands{0, 1, 2};
+    std::vector<Variable> variables; ///< from index 3 on
+
+    /// Adds an instruction with a list of operand words.
+    PrecompiledBuilder& add(int opcode, const std::vector<int>& words) {
+        code.push_back({opcode, static_cast<int>(operands.size())});
+        operands.insert(operands.end(), words.begin(), words.end());
+        operands.push_back(-1);
+        return *this;
+    }
+    /// Its index.
+    int name(const std::string& text) {
+        variables.push_back({.text = text});
+        return static_cast<int>(variables.size()) + 2;
+    }
+    int constant(const std::string& text) {
+        const int index = name(text);
+        variables.back().kind = 1;
+        variables.back().type = 2;
+        return index;
+    }
+    int with(Variable variable) {
+        variables.push_back(std::move(variable));
+        return static_cast<int>(variables.size()) + 2;
+    }
+
+    /// Everything that a compilation left, as an author's tool would store it.
+    static PrecompiledBuilder from(const YScript& script, YHeap& heap) {
+        PrecompiledBuilder file;
+        for (const YInstruction& instruction : script.instructions)
+            file.code.push_back({static_cast<int>(instruction.opcode), instruction.operand});
+        file.operands.assign(script.operands.begin(), script.operands.end());
+        for (int index = YHeap::kPredefined; index < heap.count(); ++index)
+            file.variables.push_back(record(heap.get(index)));
+        return file;
+    }
+
+    [[nodiscard]] std::string build(bool swapped = false) const {
+        std::string out(1, swapped ? '\1' : '\2');
+        const auto number = [&](std::int64_t value, int bytes) {
+            for (int i = 0; i < bytes; ++i)
+                out += static_cast<char>(value >> 8 * (swapped ? bytes - 1 - i : i));
+        };
+        const auto text = [&](const std::string& bytes) {
+            number(bytes.empty() ? -1 : static_cast<std::int64_t>(bytes.size()), 4);
+            out += bytes;
+        };
+        number(static_cast<std::int64_t>(code.size()), 4);
+        for (const Instruction& instruction : code) {
+            number(instruction.opcode, 1);
+            number(instruction.operand, 2);
+        }
+        number(static_cast<std::int64_t>(operands.size()), 4);
+        for (const int word : operands) number(word, 2);
+        number(static_cast<std::int64_t>(variables.size()) + 3, 4);
+        for (const Variable& v : variables) {
+            number(v.kind, 4);
+            number(v.type, 4);
+            if (v.type == 3) number(v.integer, 4);
+            if (v.type == 4) {
+                number(static_cast<std::int64_t>(v.real.size()), 2);
+                out += v.real;
+            }
+            for (const std::int32_t field : {v.alias, v.ownership, v.length, v.elements})
+                number(field, 4);
+            text(v.text);
+            text(v.value);
+            const bool none = v.parts.empty() && !v.hasParts;
+            number(none ? -1 : static_cast<std::int64_t>(v.parts.size()), 4);
+            for (const int part : v.parts) number(part, 2);
+        }
+        return out;
+    }
+
+  private:
+    static Variable record(const YVariable& variable) {
+        Variable record{.kind = static_cast<int>(variable.kind()),
+                        .type = static_cast<int>(variable.type()),
+                        .ownership = static_cast<int>(variable.ownership()),
+                        .elements = variable.elementCount(),
+                        .text = variable.text(),
+                        .parts = variable.parts()};
+        char buffer[ynumber::kBufferSize];
+        if (variable.holdsInteger()) record.integer = variable.heldInteger();
+        if (variable.holdsReal()) record.real = ynumber::format(variable.heldReal(), buffer);
+        if (variable.kind() == YVariable::Kind::Name && variable.isDefined()) {
+            YScratch scratch;
+            record.value = variable.string(scratch);
+            record.length = static_cast<std::int32_t>(record.value.size());
+        }
+        if (!record.parts.empty()) record.length = static_cast<std::int32_t>(record.parts.size());
+        if (variable.expression()) record.value = variable.expression()->shape();
+        return record;
+    }
+};
 
 class YPrecompiled : public ScriptTest {
   protected:
@@ -64,51 +183,44 @@ TEST_F(YPrecompiled, RunsAsTheScriptItWasMadeFrom) {
 }
 
 TEST_F(YPrecompiled, TakesTheTableOfVariablesForItself) {
-    put("broken.mps", "left=1\nright=2\nx=(\n");
-    load("broken.mps"); // its names stay
-    EXPECT_EQ(boxes().size(), 1U);
-    machine.files().put("test.mps", compiled(kScript));
-    const auto runBeside = [&] {
-        YThread second(*engine, "test.mps");
-        second.run();
-        pass(100);
-        return said();
-    };
-    EXPECT_EQ(runBeside(), kSaid);
-
-    // Another thread cannot go on without its variables.
-    put("other.mps", "x=1\nsay other\nwait\n");
-    load("other.mps");
+    put("other.mps", "x=1\nwait\n");
+    load("other.mps"); // cannot go on without its variables
     int unloaded = 0;
     thread->setUnloadedLink([&] { ++unloaded; });
-    EXPECT_EQ(runBeside(), kSaid);
+    machine.files().put("test.mps", compiled(kScript));
+    YThread second(*engine, "test.mps");
+    second.run();
+    pass(100);
+    EXPECT_EQ(said(), kSaid);
     EXPECT_FALSE(thread->isLoaded());
     EXPECT_EQ(unloaded, 1);
     thread->setUnloadedLink(nullptr);
 }
 
+// Any byte may be wrong: the file is refused or it runs, but nothing else breaks.
 TEST_F(YPrecompiled, DamagedFilesAreRefused) {
     const std::string whole = compiled(kScript);
     for (std::size_t size = 1; size < whole.size(); ++size) {
         runFile(whole.substr(0, size), 0);
         ASSERT_FALSE(thread->isLoaded()) << size;
         ASSERT_THAT(boxes(), ElementsAre("test.mps: damaged precompiled script")) << size;
-    }
-    start("x=1\nsay x\n");
-    EXPECT_EQ(said(), "1\n") << "the engine goes on";
-}
-
-// Any byte may be wrong: the file is refused or it runs, but nothing else breaks.
-TEST_F(YPrecompiled, SurvivesFlippedBytes) {
-    const std::string whole = compiled(kScript);
-    for (std::size_t at = 1; at < whole.size(); ++at) {
         std::string flipped = whole;
         constexpr int kChanges[] = {0x01, 0x80, 0xFF};
-        flipped[at] = static_cast<char>(flipped[at] ^ kChanges[at % std::size(kChanges)]);
+        flipped[size] = static_cast<char>(flipped[size] ^ kChanges[size % std::size(kChanges)]);
         runFile(flipped, 40);
         boxes();
     }
-    EXPECT_EQ(runFile(whole), kSaid);
+    EXPECT_EQ(runFile(whole), kSaid) << "the engine goes on";
+    const std::string none(8, '\0'); // instructions and operands
+    YHeap heap;
+    EXPECT_TRUE(YReadPrecompiled(heap, "\2" + none + std::string("\3\0\0\0", 4)));
+    for (const std::string& bytes :
+         {"\2" + none + std::string("\2\0\0\0", 4), "\2" + none + std::string("\xFF\x7F\0\0", 4),
+          std::string("\2\xFF\xFF\xFF\x7F"), std::string("\2\xFF\xFF\xFF\xFF"),
+          "\2" + none.substr(4) + "\xFF\xFF\xFF\x7F"}) {
+        YHeap other;
+        EXPECT_FALSE(YReadPrecompiled(other, bytes));
+    }
 }
 
 TEST_F(YPrecompiled, ValuesHaveTheirStoredTextsOrTheirNumbers) {
@@ -251,20 +363,6 @@ TEST_F(YPrecompiled, ChecksInstructions) {
     PrecompiledBuilder words = file({});
     words.operands = {3};
     EXPECT_FALSE(isSound(words)) << "an operand that is no variable";
-}
-
-TEST_F(YPrecompiled, CountsAreComparedWithWhatIsThere) {
-    const auto reads = [](const std::string& bytes) {
-        YHeap heap;
-        return YReadPrecompiled(heap, bytes) != nullptr;
-    };
-    const std::string none(8, '\0'); // instructions and operands
-    EXPECT_TRUE(reads("\2" + none + std::string("\3\0\0\0", 4)));
-    EXPECT_FALSE(reads("\2" + none + std::string("\2\0\0\0", 4)));
-    EXPECT_FALSE(reads("\2" + none + std::string("\xFF\x7F\0\0", 4)));
-    EXPECT_FALSE(reads("\2\xFF\xFF\xFF\x7F"));
-    EXPECT_FALSE(reads("\2\xFF\xFF\xFF\xFF"));
-    EXPECT_FALSE(reads("\2" + none.substr(4) + "\xFF\xFF\xFF\x7F"));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Texts, triggers, buttons, clocks and the keyboard of scripts: what is hard to see from a script.
+// Texts, triggers, buttons, clocks and lists: what is hard to see from a script.
 #include "../ompp/nfntbuilder.h"
 #include "trinkets/windowfixture.h"
 
@@ -9,9 +9,12 @@
 #include "rsellist.h"
 #include "rtext.h"
 #include "rtrigger.h"
+#include "selectionlist.h"
 #include "textblock.h"
 
+#include <algorithm>
 #include <functional>
+#include <random>
 
 using namespace testing_support;
 using platform::Point;
@@ -118,87 +121,55 @@ class DisplayObjectTest : public WindowTest {
     Strings heard;
 };
 
-TEST_F(DisplayObjectTest, ATriggerFollowsThePointerUntilTheReleaseIsLost) {
+TEST_F(DisplayObjectTest, ATriggerIsTurnedUntilTheReleaseIsLost) {
     auto trigger = make<RTrigger>({"mouseDown", "mouseUp", "clicked", "fired"});
     trigger->setSfxID(7);
     trigger->setFrameNumber(2);
     window.mouseDown({15, 15});
-    EXPECT_EQ(sounds.played, std::vector<int>{}) << "only a drag sounds";
-    window.mouseMove({50, 70}); // the pointer need not stay on it
-    EXPECT_EQ(trigger->frameNumber(), 5);
-    window.mouseMove({24, 15});
-    EXPECT_EQ(trigger->frameNumber(), 2) << "nine pixels are no frame";
+    std::vector<int> frames;
+    for (const auto& [x, delta] : {std::pair(50, 10), {24, 10}, {4, -5}, {0, 0}}) {
+        trigger->setFramePixelDelta(delta);
+        window.mouseMove({x, 70}); // the pointer need not stay on it
+        frames.push_back(trigger->frameNumber());
+    }
+    EXPECT_EQ(frames, (std::vector<int>{5, 2, 4, 2})) << "nine pixels are no frame";
     EXPECT_EQ(sounds.played, std::vector<int>{7});
-    trigger->setFramePixelDelta(-5);
-    window.mouseMove({4, 15});
-    EXPECT_EQ(trigger->frameNumber(), 4);
-    trigger->setFramePixelDelta(0);
-    window.mouseMove({0, 15});
-    EXPECT_EQ(trigger->frameNumber(), 2) << "back where it was";
     window.mouseReleaseLost();
     window.idle();
     EXPECT_EQ(trigger->mouseState(), MouseState::Idle);
     EXPECT_EQ(take(), Strings{"mouseDown"});
 }
 
-TEST_F(DisplayObjectTest, AButtonIsHitAtOnceWhereItsSoundIsMissing) {
+TEST_F(DisplayObjectTest, AButtonIsHitWhereItIsThereAndTheReleaseArrives) {
     auto button = make<RPButton>({"hit"});
+    const auto pressed = [&](const std::function<void()>& meanwhile) {
+        window.mouseDown({15, 15});
+        meanwhile();
+        window.mouseUp({15, 15});
+        window.idle();
+        button->setEnabled(true);
+        button->setVisible(true);
+        window.setPresenting(true);
+        EXPECT_EQ(button->frameNumber(), 1);
+        return take().size();
+    };
+    const auto lost = [&] { window.mouseReleaseLost(); };
+    EXPECT_EQ(pressed([&] { button->press(); }), 1u);
+    EXPECT_EQ(pressed([&] { button->setEnabled(false); }), 0u);
+    EXPECT_EQ(pressed([&] { button->setVisible(false); }), 0u);
+    EXPECT_EQ(pressed([&] { window.setPresenting(false); }), 0u) << "the screen is black";
+    EXPECT_EQ(pressed(lost), 0u);
     button->setClickSoundID(sounds.missing);
+    EXPECT_EQ(pressed([] {}), 1u) << "at once";
+    sounds.onMissing = lost; // by the box that tells so
+    EXPECT_EQ(pressed([] {}), 0u);
     button->setHitLink([this] { heard.emplace_back("link"); });
-    window.mouseDown({15, 15});
-    window.mouseUp({15, 15});
-    EXPECT_EQ(take(), Strings{"link"});
-    window.mouseDown({15, 15});
-    window.mouseReleaseLost();
-    window.idle();
-    EXPECT_EQ(button->frameNumber(), 1);
-    EXPECT_EQ(window.input().mouseTarget(), nullptr);
-    EXPECT_EQ(take(), Strings{});
+    sounds.onMissing = nullptr;
+    EXPECT_EQ(pressed([] {}), 1u) << "the link in place of the event";
     button->setClickSoundID(5);
     button->press();
     button.reset();
     EXPECT_EQ(sounds.ended, std::vector<int>{0}) << "its click goes with it";
-}
-
-TEST_F(DisplayObjectTest, AButtonComesUpWhenABoxTakesTheRelease) {
-    auto button = make<RPButton>({});
-    button->setClickSoundID(sounds.missing);
-    sounds.onMissing = [&] { window.mouseReleaseLost(); };
-    window.mouseDown({15, 15});
-    window.idle();
-    EXPECT_EQ(button->frameNumber(), 1);
-}
-
-TEST_F(DisplayObjectTest, CopiesOfClassesThatAreNotPictures) {
-    RAnimationTrigger clock;
-    clock.setFramesPerSecond(7);
-    const auto twin = clock.duplicate();
-    EXPECT_EQ(static_cast<RAnimationTrigger&>(*twin).framesPerSecond(), 7);
-    RSelList list(window, {0, 0, 80, 60});
-    for (const char* name : {"Ana", "Bia"}) list.addListEntry(name);
-    list.setNormalTextColor(9);
-    const auto other = list.duplicate();
-    auto& copy = static_cast<RSelList&>(*other);
-    copy.deleteEntry();
-    EXPECT_EQ(copy.currentEntry() + list.currentEntry(), "BiaAna");
-    EXPECT_EQ(copy.normalTextColor(), 9);
-}
-
-TEST_F(DisplayObjectTest, AHitNeedsAButtonThatIsThere) {
-    auto button = make<RPButton>({"hit"});
-    const auto released = [&](const std::function<void()>& meanwhile) {
-        window.mouseDown({15, 15});
-        meanwhile();
-        window.mouseUp({15, 15});
-        button->setEnabled(true);
-        button->setVisible(true);
-        window.setPresenting(true);
-        return take();
-    };
-    EXPECT_EQ(released([&] { button->press(); }), Strings{"hit"});
-    EXPECT_EQ(released([&] { button->setEnabled(false); }), Strings{});
-    EXPECT_EQ(released([&] { button->setVisible(false); }), Strings{});
-    EXPECT_EQ(released([&] { window.setPresenting(false); }), Strings{}) << "the screen is black";
 }
 
 TEST_F(DisplayObjectTest, AClockMakesUpForLatePasses) {
@@ -248,6 +219,9 @@ TEST_F(DisplayObjectTest, TheListIsPickedFromByTheMouse) {
     window.doubleClick(line(1));
     EXPECT_EQ(list.currentEntry(), "Z") << "what is typed is not left by accident";
     EXPECT_EQ(take(), Strings{});
+    const auto copy = list.duplicate();
+    static_cast<RSelList&>(*copy).deleteEntry();
+    EXPECT_EQ(static_cast<RSelList&>(*copy).list().count(), list.list().count() - 1);
 }
 
 TEST_F(DisplayObjectTest, WithoutSourcesNothingChanges) {
@@ -271,6 +245,37 @@ TEST_F(DisplayObjectTest, WithoutSourcesNothingChanges) {
                        "URL has to be installed in RSelList", "OMColor::set - invalid index!",
                        "Sound URL has to be installed in OMAnimation",
                        "Extended Sound URL is not installed in RTrigger"}));
+}
+
+TEST(SelectionList, StaysInOrderWhateverIsDone) {
+    std::mt19937 engine{2026};
+    const auto random = [&](int most) { return std::uniform_int_distribution(0, most)(engine); };
+    SelectionList list;
+    for (int step = 0; step < 20000; ++step) {
+        const std::string name(1, static_cast<char>('A' + random(2)));
+        switch (random(9)) {
+        case 0: list.insert(name + static_cast<char>('a' + random(2))); break;
+        case 1: list.remove(); break;
+        case 2: list.takeBack(); break;
+        case 3: list.startNew(); break;
+        case 4: list.move(random(2) - 1); break;
+        case 5: list.scroll(random(8) - 4); break;
+        case 6: list.highlight(std::string_view(name)); break;
+        case 7: list.setVisibleLines(random(6)); break;
+        default: list.type(static_cast<char>(random(9) == 0 ? ' ' : 'a' + random(2))); break;
+        }
+        ASSERT_LE(list.count(), SelectionList::kMaxEntries);
+        for (int i = 1; i < list.count(); ++i) ASSERT_LE(list.entry(i - 1), list.entry(i)) << step;
+        ASSERT_GE(list.highlighted(), 0);
+        ASSERT_LT(list.highlighted(), std::max(list.count(), 1));
+        ASSERT_GE(list.firstVisible(), 0);
+        ASSERT_TRUE(list.isNew() ? list.current() == list.typed()
+                                 : list.current().starts_with(list.typed()))
+            << step;
+        ASSERT_EQ(list.mode() == SelectionList::Mode::Browsing,
+                  list.typed().empty() && !list.isNew())
+            << step;
+    }
 }
 
 } // namespace
