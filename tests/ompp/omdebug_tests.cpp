@@ -8,22 +8,18 @@ namespace {
 using OMDebugs = testing_support::FrameworkTest;
 
 TEST_F(OMDebugs, FatalTextsStopAtTheFirstPieceThatDoesNotFit) {
-    const struct {
-        const char* name;
-        std::string condition, message, file, text;
-    } rows[] = {
-        {"all", "a == b", "why", "src/x.cpp", "a == b\n\nsrc/x.cpp\nLine # 12\nwhy"},
-        {"long message", "a", std::string(475, 'm'), "f",
-         "a\n\nf\nLine # 12\n" + std::string(475, 'm')},
-        {"longer message", "a", std::string(476, 'm'), "f", "a\n\nf\nLine # 12\n"},
-        {"long file", "a", "m", std::string(600, 'f'), "a\n\n"},
-        {"just fitting condition", std::string(490, 'c'), "m", "f", std::string(490, 'c')},
-        {"just too long a condition", std::string(491, 'c'), "m", "f", ""},
+    const auto expect = [](const std::string& condition, const std::string& message,
+                           const std::string& file, const std::string& text) {
+        EXPECT_EQ(OMDebug::fatalText({condition, message, file, 12}),
+                  "OMDebug Fatal Error!\n" + text);
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(OMDebug::fatalText({row.condition, row.message, row.file, 12}),
-                  "OMDebug Fatal Error!\n" + row.text)
-            << row.name;
+    expect("a == b", "why", "src/x.cpp", "a == b\n\nsrc/x.cpp\nLine # 12\nwhy");
+    const std::string fits(475, 'm');
+    expect("a", fits, "f", "a\n\nf\nLine # 12\n" + fits);
+    expect("a", fits + "m", "f", "a\n\nf\nLine # 12\n");
+    expect("a", "m", std::string(600, 'f'), "a\n\n");
+    expect(std::string(490, 'c'), "m", "f", std::string(490, 'c'));
+    expect(std::string(491, 'c'), "m", "f", "");
 }
 
 TEST_F(OMDebugs, OnlyFatalChecksEndTheProgram) {

@@ -39,9 +39,16 @@ TEST_F(OMTasks, RunInDescendingOrderOfPriority) {
     EXPECT_EQ(pass(), "eafb");
     c->resume();
     EXPECT_EQ(pass(), "ecafb") << "in its old place";
+    app->begin();
+    ran.clear();
+    for (int i = 0; i < 2; ++i) app->pass();
+    EXPECT_EQ(ran, "ecafbecafb") << "once in every pass of the main loop";
+    app->setWaitForMessages(true);
+    app->pass();
+    EXPECT_EQ(ran, "ecafbecafb") << "no work while the program waits";
 }
 
-TEST_F(OMTasks, TasksMayEndThemselvesAndOthers) {
+TEST_F(OMTasks, MayEndThemselvesAndOthers) {
     const auto a = task('a', 1);
     auto b = task('b', 2);
     auto c = task('c', 3);
@@ -59,16 +66,6 @@ TEST_F(OMTasks, TasksMayEndThemselvesAndOthers) {
     });
     pass();
     EXPECT_EQ(pass(), "al");
-}
-
-TEST_F(OMTasks, RunOnceInEveryPassOfTheMainLoop) {
-    const auto a = task('a', 0);
-    app->begin();
-    for (int i = 0; i < 3; ++i) app->pass();
-    EXPECT_EQ(ran, "aaa");
-    app->setWaitForMessages(true);
-    app->pass();
-    EXPECT_EQ(ran, "aaa") << "no work while the program waits";
 }
 
 TEST_F(OMTasks, NeedAnApplication) {
