@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <functional>
 #include <numeric>
+#include <random>
 
 using testing_support::MacSound;
 using testing_support::RiffSound;
@@ -143,46 +144,56 @@ TEST_F(OMWaveSoundTest, WithoutSamplesOrDeviceNothingStarts) {
 
 // Links
 
-TEST_F(OMWaveSoundTest, ASoundMayDieInEachOfItsLinks) {
-    using Act = std::function<void(TestSound&)>;
-    const Act acts[] = {[](TestSound& a) { a.sound.reset(); }, [](TestSound& a) { a->stop(); },
-                        [](TestSound& a) { a->unload(); }, [](TestSound& a) { a->pause(); },
-                        [](TestSound& a) { a->play(true); }};
-    for (const bool alone : {true, false})
-        for (const Act& act : acts)
+TEST_F(OMWaveSoundTest, LinksMayDoAnythingToAnySound) {
+    std::mt19937 random(20261126);
+    std::vector<TestSound> sounds(4);
+    std::vector<TestSound> gone; ///< which end when no link runs any more
+    int depth = 0;
+    const std::function<void(std::size_t)> act = [&](std::size_t i) {
+        OMWaveSound* sound = sounds[i].sound.get();
+        switch (sound ? random() % 9 : 9) {
+        case 0: sound->play(true); break;
+        case 1: sound->stop(); break;
+        case 2: sound->load(); break;
+        case 3: sound->unload(); break;
+        case 4: sound->pause(); break;
+        case 5: sound->resume(); break;
+        case 6: sound->setPlayPosition(static_cast<int>(random() % 9), 1 + random() % 30); break;
+        case 7: sound->setPlayCount(random() % 2 == 0 ? kOMSoundPlayForever : 2); break;
+        case 8: sounds[i].sound.reset(); break;
+        default:
+            if (sounds[i].stream) gone.push_back(std::move(sounds[i]));
+            sounds[i] = make(Samples(40 + i, 7), random() % 2 == 0 ? kOMIStreamCache : 16);
             for (const auto link : {&OMSound::setStartedLink, &OMSound::setFinishedLink,
-                                    &OMSound::setPausedLink, &OMSound::setResumedLink}) {
-                TestSound other = listened(100, "b");
-                if (!alone) other->play(true);
-                TestSound a = make(Samples(30, 7));
-                int calls = 0;
-                ((*a.sound).*link)([&] {
-                    if (++calls == 1) act(a);
+                                    &OMSound::setPausedLink, &OMSound::setResumedLink})
+                ((*sounds[i].sound).*link)([&] {
+                    if (depth > 3 || random() % 2 == 0) return;
+                    ++depth;
+                    act(random() % 4);
+                    --depth;
                 });
-                EXPECT_TRUE(a->play(true));
-                run(16);
-                if (a.sound) a->pause();
-                run(16);
-                if (a.sound) a->resume();
-                run(80);
-                if (a.sound) a->play(true);
-                if (a.sound) a->stop();
-                EXPECT_GE(calls, 1);
-                a.sound.reset();
-                run(200);
-                EXPECT_EQ(engine.soundingCount(), 0u);
-            }
-}
+            sounds[i]->play(true);
+        }
+    };
+    for (int step = 0; step < 5000; ++step) {
+        if (step % 100 == 0) gone.clear();
+        act(random() % 4);
+        if (random() % 3 == 0) run(static_cast<int>(random() % 60));
+    }
+    takeFailures();
+    EXPECT_GT(heard().size(), 20'000u);
+    depth = 9; // all is quiet now
+    for (TestSound& each : sounds) each.sound.reset();
+    EXPECT_EQ(engine.soundingCount(), 0u);
+    EXPECT_EQ(app->tasks().count(), 0u);
+    EXPECT_FALSE(device.isOpen());
 
-TEST_F(OMWaveSoundTest, ALinkMayPlayItsSoundAgainWhereverItIsCalled) {
-    using Act = std::function<void(OMWaveSound&)>;
-    const Act acts[] = {[](OMWaveSound& a) { EXPECT_TRUE(a.play(true)); },
-                        [](OMWaveSound& a) { EXPECT_FALSE(a.stop()); },
-                        [](OMWaveSound& a) { EXPECT_FALSE(a.load()); },
-                        [](OMWaveSound& a) { a.unload(); },
-                        [](OMWaveSound& a) { a.setPlayPosition(3, 20); }};
+    // One that begins anew when it is stopped goes on at its own pace.
     for (const int mode : {kOMIStreamCache, 16})
-        for (const Act& act : acts) {
+        for (bool (*stop)(OMWaveSound&) :
+             {+[](OMWaveSound& a) { return !a.play(true); },
+              +[](OMWaveSound& a) { return a.stop(); }, +[](OMWaveSound& a) { return a.load(); },
+              +[](OMWaveSound& a) { return a.setPlayPosition(3, 20), a.playEnd() != 47; }}) {
             const TestSound a = make(Samples(48, 7), mode);
             a->setPlayCount(kOMSoundPlayForever);
             a->play(true);
@@ -191,37 +202,11 @@ TEST_F(OMWaveSoundTest, ALinkMayPlayItsSoundAgainWhereverItIsCalled) {
             a->setFinishedLink([&, once = true]() mutable {
                 if (std::exchange(once, false)) a->play(true);
             });
-            act(*a);
+            EXPECT_FALSE(stop(*a));
             EXPECT_EQ(engine.soundingCount(), 1u);
-            EXPECT_EQ(a->playEnd(), 47);
             run(80);
-            expectHeard(Samples(80, 7)); // at its own pace
+            expectHeard(Samples(80, 7));
         }
-}
-
-TEST_F(OMWaveSoundTest, ALinkMayDestroyEverySound) {
-    EXPECT_EQ(app->tasks().count(), 0u);
-    for (const bool replace : {false, true}) {
-        std::vector<TestSound> sounds;
-        for (int i = 0; i < 5; ++i) {
-            sounds.push_back(make(Samples(10, 9)));
-            sounds.back()->setFinishedLink([&] {
-                sounds.clear();
-                if (!replace) return;
-                sounds.push_back(make(Samples(16, 50)));
-                sounds.back()->play(true);
-            });
-            sounds.back()->play(true);
-        }
-        device.play(16);
-        EXPECT_EQ(app->tasks().count(), 1u);
-        app->tasks().runAll(); // services; the task may go in its own run
-        EXPECT_EQ(app->tasks().count(), replace ? 1u : 0u);
-        heard();
-        run(24);
-        expectHeard(replace ? Samples(16, 50) : Samples());
-        EXPECT_FALSE(device.isOpen());
-    }
 }
 
 TEST_F(OMWaveSoundTest, ASynchronousPlayReturnsInSilence) {
