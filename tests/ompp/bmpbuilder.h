@@ -30,7 +30,7 @@ struct Bmp {
             for (std::size_t i = 0; i < table; ++i) // red i, rest fixed
                 out.u8(0x11).u8(0x22).u16(static_cast<std::uint8_t>(i));
         // As many rows as there are pixels for.
-        if (width > 0 && depth % 8 == 0 && depth > 0)
+        if (width > 0)
             putRows(out, pixels, width, static_cast<int>(std::ssize(pixels)) / width, depth, false);
         return toBytes(out.bytes());
     }

@@ -84,6 +84,7 @@ TEST_F(OMBitmapTest, IsDrawnInEveryDepthWithAndWithoutItsInvisibleColour) {
 
 TEST_F(OMBitmapTest, DamagedHeadersAreRefused) {
     constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
     const std::string place = "OMBitmap::createInstance - ";
     const auto expect = [&](const std::string& message, std::initializer_list<Bmp> all) {
         for (const Bmp& bmp : all) {
@@ -94,29 +95,21 @@ TEST_F(OMBitmapTest, DamagedHeadersAreRefused) {
     expect("8 bit BMP's must have an OM palette!", {{.colours = 255}, {.colours = 257}});
     expect("16/32 bit BMP's cannot have a palette!",
            {{.depth = 16, .colours = 0xFFFFFFFF}, {.depth = 32, .colours = 1}});
-    expect("unknown bitmap type!",
-           {
-               {.compression = 1},
-               {.depth = 16, .compression = 3},
-               {.depth = 24, .colours = 1000}, // more than bytes
-               {.depth = 24, .colours = 0xFFFFFFFF},
-               {.table = 255},
-               {.width = 0},
-               {.width = -2},
-               {.height = 0},
-               {.height = 3}, // one row too many
-               {.height = -3},
-               {.height = kLowest},
-               {.width = 32767, .height = -32767, .depth = 32},
-               {.width = std::numeric_limits<std::int32_t>::max()},
-               {.width = kSide + 1, .height = 1, .pixels = Pixels(kSide + 1)},
-               {.width = 1, .height = -kSide - 1, .pixels = Pixels(kSide + 1)},
-               {.depth = 4},
-               {.depth = 0},
-               {.depth = 0xFFF8, .pixels = {}},
-               {.headerSize = 12},
-               {.headerSize = 108},
-           });
+    const std::string unknown = "unknown bitmap type!";
+    for (const auto& [width, height] :
+         {std::pair{0, 2}, {-2, 2}, {2, 0}, {2, 3}, {2, -3}, {2, kLowest}, {kHighest, 2}})
+        expect(unknown, {{.width = width, .height = height}});
+    expect(unknown, {{.depth = 0}, {.depth = 4}, {.depth = 0xFFF8, .pixels = {}}});
+    for (const std::uint32_t size : {12U, 108U}) expect(unknown, {{.headerSize = size}});
+    for (const std::uint32_t colours : {1000U, 0xFFFFFFFF}) // more than bytes
+        expect(unknown, {{.depth = 24, .colours = colours}});
+    const Pixels more(kSide + 1);
+    expect(unknown, {{.width = kSide + 1, .height = 1, .pixels = more},
+                     {.width = 1, .height = -kSide - 1, .pixels = more},
+                     {.width = 32767, .height = -32767, .depth = 32},
+                     {.compression = 1},
+                     {.depth = 16, .compression = 3},
+                     {.table = 255}});
     EXPECT_EQ(read(Bmp{}.build(), kOMIStreamBuffered), nullptr);
     EXPECT_EQ(process.takeMessages(),
               Messages{"OMBitmap::OMBitmap - OMIStream source must be cached!"});

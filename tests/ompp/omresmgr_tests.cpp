@@ -1,7 +1,6 @@
 // Which file a resource is found in: random use against a model, where tables come from and where
 // they end. And modules and their resources, over which omistream_tests.cpp has streams.
 #include "frameworkfixture.h"
-#include "growth.h"
 #include "nebuilder.h"
 
 #include "omistreamfile.h"
@@ -172,21 +171,6 @@ TEST_F(OMResMgrTest, ATableEndsAtExactlyItsLimit) {
         EXPECT_EQ(fileOf(1), "later") << "there is room again";
         OMResMgrClear();
     }
-}
-
-// A text of another kind may be taken for a map, and then every few bytes of it are a file.
-TEST_F(OMResMgrTest, ManyFilesAndTypesTakeTimeInProportion) {
-    const auto work = [](int count) {
-        for (int i = 0; i < count; ++i) {
-            const std::string name = std::to_string(i);
-            const Entries own = {{1, name}, {2, name}};
-            OMResMgrUseDLL16(name, own, true);
-        }
-        EXPECT_EQ(fileOf(2, "7"), "7");
-        for (int i = 0; i < count; ++i) OMResMgrStopUsing(std::to_string(i), true);
-    };
-    EXPECT_LT(testing_support::growthOfFour(4000, work), testing_support::kInProportion);
-    EXPECT_EQ(takeFailures(), Strings{});
 }
 
 TEST_F(OMResMgrTest, GivesNoStreamsOfWhatItCannotFind) {
