@@ -1,8 +1,7 @@
 // Builds BMP files and `BITMAP` resources for tests, of any values.
 #pragma once
 
-#include "formats/picture/dib.h"
-#include "memoryfiles.h"
+#include "curbuilder.h"
 
 namespace testing_support {
 
@@ -30,12 +29,9 @@ struct Bmp {
         if (depth == 8)
             for (std::size_t i = 0; i < table; ++i) // red i, rest fixed
                 out.u8(0x11).u8(0x22).u16(static_cast<std::uint8_t>(i));
-        const auto start = out.size();
-        for (std::size_t i = 0; i < pixels.size(); ++i) {
-            for (int bit = 0; bit < depth; bit += 8) out.u8(pixels[i] >> bit);
-            if (width > 0 && (i + 1) % static_cast<std::size_t>(width) == 0)
-                while ((out.size() - start) % 4 != 0) out.u8(0xEE);
-        }
+        // As many rows as there are pixels for.
+        if (width > 0)
+            putRows(out, pixels, width, static_cast<int>(std::ssize(pixels)) / width, depth, false);
         return toBytes(out.bytes());
     }
 };

@@ -8,6 +8,26 @@
 
 namespace testing_support {
 
+/// The rows of a picture, of which the top one comes first in `values`; missing ones are 0.
+inline void putRows(formats::ByteWriter& out, const std::vector<std::uint32_t>& values, int width,
+                    int height, int depth, bool lowestFirst) {
+    for (int row = 0; row < height; ++row) {
+        formats::Bytes bytes(formats::picture::dibRowSize(width, depth));
+        for (int x = 0; x < width; ++x) {
+            const int y = lowestFirst ? height - 1 - row : row;
+            const auto place = static_cast<std::size_t>(y * width + x);
+            const std::uint32_t value = place < values.size() ? values[place] : 0;
+            for (int i = 0; i < depth; ++i) { // a byte's highest bit is the leftmost pixel's
+                const int bit = x * depth + i;
+                const int from = depth < 8 ? depth - 1 - i : i / 8 * 8 + 7 - i % 8;
+                auto& byte = bytes[static_cast<std::size_t>(bit / 8)];
+                byte = static_cast<std::uint8_t>(byte | (value >> from & 1) << (7 - bit % 8));
+            }
+        }
+        out.block(bytes);
+    }
+}
+
 /// One picture of a file, with what most of the tests want.
 struct CurPicture {
     int width = 2;
@@ -22,52 +42,25 @@ struct CurPicture {
     std::vector<std::uint32_t> pixels{};       ///< top row first; the missing ones are 0
     std::vector<std::uint32_t> mask{};         ///< the same
     std::optional<std::uint32_t> claimed = {}; ///< bytes, as the directory says
-
-    [[nodiscard]] formats::Bytes build() const {
-        formats::ByteWriter out;
-        formats::picture::writeDibHeader(
-            out, {width, 2 * height + extraHeight, depth, compression, colours}, 0);
-        out.putU32(0, headerSize);
-        for (const std::uint32_t colour : table) out.u32(colour);
-        putRows(out, pixels, depth);
-        putRows(out, mask, 1);
-        return out.take();
-    }
-
-  private:
-    void putRows(formats::ByteWriter& out, const std::vector<std::uint32_t>& values,
-                 int bits) const {
-        for (int y = height - 1; y >= 0; --y) {
-            formats::Bytes row(formats::picture::dibRowSize(width, bits));
-            for (int x = 0; x < width; ++x) {
-                const auto place = static_cast<std::size_t>(y * width + x);
-                const std::uint32_t value = place < values.size() ? values[place] : 0;
-                const int bit = x * bits;
-                std::uint8_t* at = &row[static_cast<std::size_t>(bit / 8)];
-                if (bits < 8)
-                    *at = static_cast<std::uint8_t>(*at | value << (8 - bits - bit % 8));
-                else
-                    for (int i = 0; i < bits / 8; ++i)
-                        at[i] = static_cast<std::uint8_t>(value >> 8 * i);
-            }
-            out.block(row);
-        }
-    }
 };
 
 inline Bytes buildCursor(const std::vector<CurPicture>& pictures, int kind = 2) {
-    constexpr std::size_t kEntry = 16;
     formats::ByteWriter out;
     formats::ByteWriter data;
     out.u16(0).u16(kind).u16(std::ssize(pictures));
-    const std::size_t start = out.size() + kEntry * pictures.size();
-    for (const CurPicture& picture : pictures) {
-        const formats::Bytes bytes = picture.build();
-        out.u8(picture.width).u8(picture.height).u16(0);
-        out.u16(picture.hotSpot.x).u16(picture.hotSpot.y);
-        out.u32(picture.claimed.value_or(static_cast<std::uint32_t>(bytes.size())));
-        out.u32(static_cast<std::int64_t>(start + data.size()));
-        data.block(bytes);
+    for (const CurPicture& each : pictures) {
+        const std::size_t start = data.size();
+        formats::picture::writeDibHeader(data,
+                                         {each.width, 2 * each.height + each.extraHeight,
+                                          each.depth, each.compression, each.colours},
+                                         0);
+        data.putU32(start, each.headerSize);
+        for (const std::uint32_t colour : each.table) data.u32(colour);
+        putRows(data, each.pixels, each.width, each.height, each.depth, true);
+        putRows(data, each.mask, each.width, each.height, 1, true);
+        out.u8(each.width).u8(each.height).u16(0).u16(each.hotSpot.x).u16(each.hotSpot.y);
+        out.u32(each.claimed.value_or(static_cast<std::uint32_t>(data.size() - start)));
+        out.u32(static_cast<std::int64_t>(6 + 16 * pictures.size() + start));
     }
     return toBytes(out.block(data.bytes()).bytes());
 }

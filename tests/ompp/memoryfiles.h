@@ -8,17 +8,19 @@
 #include "omregion.h"
 
 #include "platform/host/screen/hostdisplay.h"
+#include "platform/host/sound/wavequeue.h"
 #include "platform/platform.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <deque>
 #include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,12 +37,6 @@ inline Bytes toBytes(std::string_view text) {
     const auto bytes = std::as_bytes(std::span(text));
     return {bytes.begin(), bytes.end()};
 }
-
-inline Bytes toBytes(const formats::Bytes& bytes) {
-    const auto all = std::as_bytes(std::span(bytes));
-    return {all.begin(), all.end()};
-}
-
 inline std::string toText(std::span<const std::byte> bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
@@ -49,95 +45,91 @@ inline std::string toText(std::span<const std::byte> bytes) {
 /// C:\GAME.
 class MemoryFiles final : public platform::Files {
   public:
-    std::string current = "C:\\GAME";
-    std::string home = "C:\\HOME";
+    static constexpr std::size_t kNever = ~std::size_t{0};
+
     std::string writeProtected; ///< folder in which nothing can be written
     std::string unreadable;     ///< a file that is there and cannot be opened for reading
     /// What was done to the disk, in order: "make", "write", "flush", "rename", "remove", "names"
     /// (flushFolder), each with the path or paths.
     std::vector<std::string> changes;
-    /// Paths handed to `open`, in order, failed ones too.
-    std::vector<std::string> opened;
-    /// Number of listings and existence questions.
-    mutable int questions = 0;
+    std::vector<std::string> opened; ///< paths handed to `open`, in order, failed ones too
+    mutable int questions = 0;       ///< number of listings and existence questions
     std::size_t sector = 2048;
     std::uint64_t space = std::uint64_t{1} << 30; ///< free bytes of every drive
     std::size_t readsUntilError = kNever;         ///< by ReadSequential, in all files together
     std::size_t bytesUntilFull = kNever;          ///< by WriteThrough
     std::vector<std::size_t> readSizes;           ///< wanted by each read by ReadSequential
-    static constexpr std::size_t kNever = ~std::size_t{0};
 
     void put(std::string_view path, Bytes content) {
-        const std::lock_guard lock(mutex_);
-        const std::string full = fullPath(path);
-        entries_[key(full)] = {full, std::make_shared<Bytes>(std::move(content)), false};
+        const Lock lock(mutex_);
+        entries_[key(path)] = {fullPath(path), std::make_shared<Bytes>(std::move(content))};
     }
     void put(std::string_view path, std::string_view text) { put(path, toBytes(text)); }
-    void put(std::string_view path, const formats::Bytes& bytes) { put(path, toBytes(bytes)); }
+    void put(std::string_view path, formats::ByteSpan bytes) { put(path, toBytes(bytes)); }
+    void putFolder(std::string_view path) { entries_[key(path)] = {fullPath(path), nullptr}; }
     /// Makes a file shorter under the hands of whoever has it open.
-    void truncate(std::string_view path, std::size_t size) {
-        const std::lock_guard lock(mutex_);
-        entries_.at(key(path)).content->resize(size);
+    void truncate(std::string_view path, std::size_t size) { find(path)->content->resize(size); }
+    [[nodiscard]] std::string text(std::string_view path) const {
+        const Lock lock(mutex_);
+        const Entry* entry = find(path);
+        return entry ? toText(*entry->content) : std::string();
     }
-    void putFolder(std::string_view path) { entries_[key(path)] = {fullPath(path), nullptr, true}; }
     void erase(std::string_view path) { remove(path); }
+    /// What a file holds, which is gone then.
+    std::string take(std::string_view path) {
+        std::string content = text(path);
+        erase(path);
+        return content;
+    }
+
     bool remove(std::string_view path) override {
-        const std::lock_guard lock(mutex_);
+        const Lock lock(mutex_);
         changes.push_back("remove " + fullPath(path));
         return entries_.erase(key(path)) > 0;
     }
     bool rename(std::string_view from, std::string_view to) override {
-        const std::lock_guard lock(mutex_);
+        const Lock lock(mutex_);
         changes.push_back("rename " + fullPath(from) + " " + fullPath(to));
         const Entry* source = find(from);
-        const auto target = entries_.find(key(to));
-        const bool replaces = target != entries_.end() && key(from) != key(to);
+        const auto folderOf = [this](std::string_view path) {
+            return key(path).substr(0, key(path).rfind('\\'));
+        };
         if (!source || folderOf(from) != folderOf(to) || isProtected(to)) return false;
-        if (replaces && target->second.isFolder) return false;
-        const Entry renamed{replaces ? target->second.path : fullPath(to), source->content, false};
+        const Entry* target = key(from) == key(to) ? nullptr : find(to);
+        const Entry renamed{target ? target->path : fullPath(to), source->content};
         entries_.erase(key(from));
         entries_[key(to)] = renamed;
         return true;
     }
     bool flushFolder(std::string_view path) override {
-        const std::lock_guard lock(mutex_);
+        const Lock lock(mutex_);
         changes.push_back("names " + fullPath(path));
-        const auto first = entries_.lower_bound(key(path) + "\\");
-        return first != entries_.end() && first->first.starts_with(key(path) + "\\");
+        return !list(path).empty();
     }
-    [[nodiscard]] std::string text(std::string_view path) const {
-        const std::lock_guard lock(mutex_);
-        const Entry* entry = find(path);
-        return entry ? toText(*entry->content) : std::string();
-    }
-
     std::unique_ptr<platform::File> open(std::string_view path, platform::OpenMode mode) override {
-        const std::lock_guard lock(mutex_);
+        using enum platform::OpenMode;
+        const Lock lock(mutex_);
         opened.emplace_back(path);
-        const Entry* entry = find(path);
-        const bool reads =
-            mode == platform::OpenMode::Read || mode == platform::OpenMode::ReadSequential;
-        const bool refuses = reads ? key(path) == key(unreadable) : isProtected(path);
-        setLastRefusal(std::make_error_code(refuses           ? std::errc::permission_denied
-                                            : reads && !entry ? std::errc::no_such_file_or_directory
-                                                              : std::errc()));
+        const bool reads = mode == Read || mode == ReadSequential;
+        std::errc refusal{};
+        if (reads ? key(path) == key(unreadable) : isProtected(path))
+            refusal = std::errc::permission_denied;
+        else if (reads && !find(path))
+            refusal = std::errc::no_such_file_or_directory;
+        setLastRefusal(std::make_error_code(refusal));
         if (lastRefusal()) return nullptr;
         if (!reads) changes.push_back("make " + fullPath(path));
-        if (!entry || mode == platform::OpenMode::Write || mode == platform::OpenMode::WriteThrough)
-            put(path, Bytes());
-        const std::shared_ptr<Bytes> content = entries_[key(path)].content;
-        const std::size_t start = mode == platform::OpenMode::Append ? content->size() : 0;
-        return std::make_unique<OpenFile>(*this, fullPath(path), content, start, mode);
+        if (!find(path) || mode == Write || mode == WriteThrough) put(path, Bytes());
+        return std::make_unique<OpenFile>(*this, *find(path), mode);
     }
     bool exists(std::string_view path) const override {
-        const std::lock_guard lock(mutex_);
+        const Lock lock(mutex_);
         ++questions;
         return find(path) != nullptr;
     }
     bool isWritable(std::string_view path) const override { return exists(path); }
-
     std::vector<platform::DirectoryEntry> list(std::string_view directory) const override {
-        const std::lock_guard lock(mutex_);
+        const Lock lock(mutex_);
         ++questions;
         std::vector<platform::DirectoryEntry> result;
         const std::string prefix = key(directory) + "\\";
@@ -146,71 +138,74 @@ class MemoryFiles final : public platform::Files {
             const auto end = std::min(path.find('\\', prefix.size()), path.size());
             const std::string name = entry.path.substr(prefix.size(), end - prefix.size());
             if (result.empty() || result.back().name != name)
-                result.push_back({name, entry.isFolder || end != path.size()});
+                result.push_back({name, !entry.content || end != path.size()});
         }
         return result;
     }
     std::string fullPath(std::string_view path) const override {
-        std::string drive = current.substr(0, 2);
-        std::vector<std::string> parts;
-        if (path.starts_with("\\\\")) {
-            drive = "\\"; // a network name
-        } else if (path.size() >= 2 && path[1] == ':') {
-            drive = std::string(path.substr(0, 2));
-            path.remove_prefix(2);
-        } else if (path.empty() || (path[0] != '\\' && path[0] != '/')) {
-            addParts(parts, std::string_view(current).substr(2));
+        std::string all(path);
+        std::ranges::replace(all, '/', '\\');
+        const bool isNetwork = all.starts_with("\\\\");
+        if (!isNetwork && all.find(':') != 1)
+            all = (all.starts_with('\\') ? "C:" : "C:\\GAME\\") + all;
+        std::string result = isNetwork ? "\\" : all.substr(0, 2);
+        const std::size_t start = result.size();
+        std::istringstream parts(all.substr(start));
+        for (std::string part; std::getline(parts, part, '\\');) {
+            if (part == ".." && result.size() > start)
+                result.resize(result.rfind('\\'));
+            else if (!part.empty() && part != "." && part != "..")
+                result += '\\' + part;
         }
-        addParts(parts, path);
-        std::string result = drive;
-        for (const std::string& part : parts) result += "\\" + part;
-        return parts.empty() ? result + "\\" : result;
+        return result.size() == start ? result + '\\' : result;
     }
-    std::string currentDirectory() const override { return current; }
-    std::string homeDirectory() const override { return home; }
+    std::string currentDirectory() const override { return "C:\\GAME"; }
+    std::string homeDirectory() const override { return "C:\\HOME"; }
     std::optional<std::uint64_t> freeSpace(std::string_view) const override { return space; }
     std::size_t sectorSize(char) const override { return sector; }
 
   private:
+    using Lock = std::lock_guard<std::recursive_mutex>;
+
     struct Entry {
         std::string path;
-        std::shared_ptr<Bytes> content; // open files keep it
-        bool isFolder = false;
+        std::shared_ptr<Bytes> content; // open files keep it; null: a folder
     };
 
     class OpenFile final : public platform::File {
       public:
-        OpenFile(MemoryFiles& files, std::string path, std::shared_ptr<Bytes> content,
-                 std::size_t position, platform::OpenMode mode)
-            : files_(files), path_(std::move(path)), content_(std::move(content)),
-              position_(position), mode_(mode) {}
-
+        OpenFile(MemoryFiles& files, Entry entry, platform::OpenMode mode)
+            : files_(files), entry_(std::move(entry)), mode_(mode) {
+            if (mode == platform::OpenMode::Append) position_ = entry_.content->size();
+        }
         std::size_t read(std::span<std::byte> buffer) override {
-            const std::lock_guard lock(files_.mutex_);
+            const Lock lock(files_.mutex_);
             if (mode_ == platform::OpenMode::ReadSequential) {
                 files_.readSizes.push_back(buffer.size());
                 if (!take(files_.readsUntilError, 1)) return 0;
             }
-            if (position_ >= content_->size()) return 0;
-            const std::size_t count = std::min(buffer.size(), content_->size() - position_);
-            std::copy_n(content_->begin() + offset(position_), count, buffer.begin());
+            const auto rest =
+                std::span(*entry_.content).subspan(std::min(position_, entry_.content->size()));
+            const std::size_t count = std::min(buffer.size(), rest.size());
+            std::ranges::copy(rest.first(count), buffer.begin());
             position_ += count;
             return count;
         }
         bool write(std::span<const std::byte> bytes) override {
-            const std::lock_guard lock(files_.mutex_);
-            files_.changes.push_back("write " + path_);
+            const Lock lock(files_.mutex_);
+            files_.changes.push_back("write " + entry_.path);
             if (mode_ == platform::OpenMode::WriteThrough &&
                 !take(files_.bytesUntilFull, bytes.size()))
                 return false;
-            content_->resize(std::max(content_->size(), position_ + bytes.size()));
-            std::copy(bytes.begin(), bytes.end(), content_->begin() + offset(position_));
+            Bytes& content = *entry_.content;
+            content.resize(std::max(content.size(), position_ + bytes.size()));
+            std::ranges::copy(bytes, std::span(content).subspan(position_).begin());
             position_ += bytes.size();
             return true;
         }
         bool flush() override {
-            const std::lock_guard lock(files_.mutex_);
-            files_.changes.push_back("flush " + path_);
+            const Lock lock(files_.mutex_);
+            files_.changes.push_back("flush " + entry_.path);
             return true;
         }
         bool seek(std::uint64_t position) override {
@@ -218,52 +213,34 @@ class MemoryFiles final : public platform::Files {
             return true;
         }
         std::uint64_t size() const override {
-            const std::lock_guard lock(files_.mutex_);
-            return content_->size();
+            const Lock lock(files_.mutex_);
+            return entry_.content->size();
         }
 
       private:
         static bool take(std::size_t& left, std::size_t count) {
-            if (left == kNever) return true;
             if (left < count) return false;
-            left -= count;
+            if (left != kNever) left -= count;
             return true;
-        }
-        static std::ptrdiff_t offset(std::size_t position) {
-            return static_cast<std::ptrdiff_t>(position);
         }
 
         MemoryFiles& files_;
-        std::string path_;
-        std::shared_ptr<Bytes> content_;
-        std::size_t position_;
+        Entry entry_;
         platform::OpenMode mode_;
+        std::size_t position_ = 0;
     };
 
-    static void addParts(std::vector<std::string>& parts, std::string_view path) {
-        while (!path.empty()) {
-            const auto end = std::min(path.find_first_of("\\/"), path.size());
-            const std::string part(path.substr(0, end));
-            if (part == ".." && !parts.empty()) parts.pop_back();
-            if (!part.empty() && part != "." && part != "..") parts.push_back(part);
-            path.remove_prefix(std::min(end + 1, path.size()));
-        }
-    }
     [[nodiscard]] std::string key(std::string_view path) const {
-        std::string result = fullPath(path);
-        while (result.ends_with('\\')) result.pop_back();
-        return formats::lowerAscii(result);
-    }
-    [[nodiscard]] std::string folderOf(std::string_view path) const {
-        const std::string full = key(path);
-        return full.substr(0, full.rfind('\\'));
+        std::string result = formats::lowerAscii(fullPath(path));
+        if (result.ends_with('\\')) result.pop_back();
+        return result;
     }
     [[nodiscard]] bool isProtected(std::string_view path) const {
         return !writeProtected.empty() && key(path).starts_with(key(writeProtected) + "\\");
     }
     [[nodiscard]] const Entry* find(std::string_view path) const {
         const auto found = entries_.find(key(path));
-        return found == entries_.end() || found->second.isFolder ? nullptr : &found->second;
+        return found == entries_.end() || !found->second.content ? nullptr : &found->second;
     }
 
     mutable std::recursive_mutex mutex_;
@@ -272,9 +249,8 @@ class MemoryFiles final : public platform::Files {
 
 struct MemoryClock final : platform::Clock {
     std::uint32_t now = 0;
-    std::int64_t calendar = 0;
     std::uint32_t milliseconds() const override { return now; }
-    std::int64_t calendarSeconds() const override { return calendar; }
+    std::int64_t calendarSeconds() const override { return 0; }
     void sleep(std::uint32_t ms) override { now += ms; }
 };
 
@@ -282,16 +258,15 @@ struct MemoryClock final : platform::Clock {
 struct MemoryDisplay final : platform::HostDisplay {
     std::string title;
     int cursor = -1;
-    bool cursorIsShown = true;
     std::vector<int> cursors;                          ///< all that were set
     std::map<int, platform::CursorImage> cursorImages; ///< those made of pictures, by number
     OMRegion presented;
     int busyFlips = 0; ///< as many flips find the device drawing
     bool refusesExclusive = false;
 
-    explicit MemoryDisplay(const platform::ScreenMode& mode = {}) : HostDisplay(mode) {}
-    void setTitle(std::string_view text) override { title = text; }
+    using HostDisplay::HostDisplay;
     using HostDisplay::makeCursor;
+    void setTitle(std::string_view text) override { title = text; }
     std::unique_ptr<platform::Cursor> makeCursor(int id,
                                                  const platform::CursorImage& image) override {
         cursorImages[id] = image;
@@ -300,7 +275,7 @@ struct MemoryDisplay final : platform::HostDisplay {
     void setCursor(const platform::Cursor& shown) override {
         cursors.push_back(cursor = shown.id());
     }
-    void showCursor(bool on) override { cursorIsShown = on; }
+    void showCursor(bool) override {}
     void present(const platform::Rect& area) override {
         presented.unite(area);
         HostDisplay::present(area);
@@ -316,7 +291,6 @@ struct MemoryDisplay final : platform::HostDisplay {
 struct MemoryEvents final : platform::Events {
     std::deque<platform::Message> queue;
     bool captured = false;
-    bool releaseDropped = false;
 
     bool take(platform::Message& message) override {
         if (queue.empty()) return false;
@@ -326,7 +300,7 @@ struct MemoryEvents final : platform::Events {
     }
     bool wait(platform::Message& message) override { return take(message); }
     void discardInput() override { queue.clear(); }
-    bool releaseWasDropped() override { return std::exchange(releaseDropped, false); }
+    bool releaseWasDropped() override { return false; }
     bool quitWaits() override {
         return std::ranges::count(queue, platform::Message::Kind::Quit, &platform::Message::kind);
     }
@@ -342,6 +316,8 @@ struct MemoryDialogs final : platform::Dialogs {
     std::vector<Box> boxes;
     platform::Button answer = platform::Button::Ok; ///< to every box
     platform::WarningAnswer warningAnswer;          ///< to every warning
+    std::string chosen;                             ///< the file of the next open-file dialog
+    std::vector<std::string> asked;                 ///< title, pattern and limit of each
 
     platform::Button messageBox(std::string_view text, std::string_view caption,
                                 std::uint32_t style) override {
@@ -358,19 +334,15 @@ struct MemoryDialogs final : platform::Dialogs {
                         std::to_string(limit));
         return chosen;
     }
-    std::string chosen;             ///< the file of the next open-file dialog
-    std::vector<std::string> asked; ///< title, pattern and limit of each
 };
 
 struct MemoryModules final : platform::Modules {
+    using Functions = std::map<std::string, void (*)()>;
+
     std::map<std::pair<std::string, int>, Bytes> resources;
-    std::map<std::string, std::string, std::less<>> strings{{"ProductName", "Zorbet"},
-                                                            {"ProductVersion", "9.9"}};
-    /// The functions that each library exports.
-    std::map<std::string, std::map<std::string, void (*)()>, std::less<>> libraries;
+    std::map<std::string, Functions, std::less<>> libraries; ///< what each exports
     std::vector<std::string> loaded; ///< paths handed to `load`, in order, failed ones too
     int unloaded = 0;
-
     std::string error; ///< of every load
 
     std::string loadError() const override { return error; }
@@ -378,7 +350,7 @@ struct MemoryModules final : platform::Modules {
         loaded.emplace_back(path);
         const auto found = libraries.find(path);
         if (found == libraries.end()) return nullptr;
-        return std::make_unique<LoadedLibrary>(found->second, unloaded);
+        return std::make_unique<Loaded>(found->second, unloaded);
     }
     std::optional<std::span<const std::byte>> resource(std::string_view type,
                                                        int id) const override {
@@ -388,29 +360,23 @@ struct MemoryModules final : platform::Modules {
     }
     std::vector<platform::ResourceName> resourceNames() const override {
         std::vector<platform::ResourceName> names;
-        names.reserve(resources.size());
         for (const auto& [name, bytes] : resources) names.push_back({name.first, name.second});
         return names;
     }
     std::string versionString(std::string_view key) const override {
-        const auto found = strings.find(key);
-        return found == strings.end() ? std::string() : found->second;
+        return key == "ProductName" ? "Zorbet" : key == "ProductVersion" ? "9.9" : "";
     }
 
   private:
-    class LoadedLibrary final : public platform::Library {
-      public:
-        LoadedLibrary(std::map<std::string, void (*)()> entries, int& unloaded)
-            : entries_(std::move(entries)), unloaded_(unloaded) {}
-        ~LoadedLibrary() override { ++unloaded_; }
+    struct Loaded final : platform::Library {
+        Loaded(Functions exported, int& count) : functions(std::move(exported)), unloaded(count) {}
+        ~Loaded() override { ++unloaded; }
         void (*entry(const char* name))() override {
-            const auto found = entries_.find(name);
-            return found == entries_.end() ? nullptr : found->second;
+            const auto found = functions.find(name);
+            return found == functions.end() ? nullptr : found->second;
         }
-
-      private:
-        std::map<std::string, void (*)()> entries_;
-        int& unloaded_;
+        Functions functions;
+        int& unloaded;
     };
 };
 
@@ -430,50 +396,33 @@ class MemoryWaveOut final : public platform::WaveOut {
     /// Plays up to `bytes` bytes of the queue; the done flags wait for the next poll.
     void play(std::size_t bytes) {
         if (paused) return;
-        for (Queued& queued : queue_) {
-            const auto part = queued.buffer->data.subspan(queued.played);
-            const std::size_t count = std::min(bytes, part.size());
-            heard.insert(heard.end(), part.begin(),
-                         part.begin() + static_cast<std::ptrdiff_t>(count));
-            queued.played += count;
-            bytes -= count;
-        }
+        queue_.play(bytes, [this](std::span<const std::uint8_t> piece) {
+            heard.insert(heard.end(), piece.begin(), piece.end());
+        });
     }
-    [[nodiscard]] std::size_t queuedBytes() const {
-        std::size_t bytes = 0;
-        for (const Queued& queued : queue_) bytes += queued.buffer->data.size() - queued.played;
-        return bytes;
-    }
+    [[nodiscard]] std::size_t queuedBytes() const { return queue_.waiting(); }
 
     bool open(int rate) override {
         close();
         if (!available || rate < kMinRate || rate > kMaxRate) return false;
-        rate_ = rate;
-        opened.push_back(rate);
-        paused = false;
+        opened.push_back(rate_ = rate);
         polledMs_ = clock_.now;
         return true;
     }
     void close() override {
-        if (isOpen()) drop();
+        reset();
         rate_ = 0;
     }
     bool isOpen() const override { return rate_ != 0; }
     std::string whySilent() const override { return silence; }
     int rate() const override { return rate_; }
     void write(platform::WaveBuffer& buffer) override {
-        if (!isOpen()) return;
-        buffer.prepared = true;
-        buffer.done = false;
-        queue_.push_back({&buffer, 0});
+        if (isOpen()) queue_.add(buffer);
     }
     void poll() override {
         play(std::size_t{clock_.now - polledMs_} * bytesPerMs);
         polledMs_ = clock_.now;
-        while (!queue_.empty() && queue_.front().played == queue_.front().buffer->data.size()) {
-            queue_.front().buffer->done = true;
-            queue_.pop_front();
-        }
+        queue_.settle();
     }
     void pause() override {
         ++pauses;
@@ -481,8 +430,8 @@ class MemoryWaveOut final : public platform::WaveOut {
     }
     void restart() override { paused = false; }
     void reset() override {
-        if (!isOpen()) return;
-        drop();
+        queue_.drop();
+        paused = false;
     }
 
   protected:
@@ -490,19 +439,8 @@ class MemoryWaveOut final : public platform::WaveOut {
     void endChange() override {}
 
   private:
-    struct Queued {
-        platform::WaveBuffer* buffer;
-        std::size_t played;
-    };
-
-    void drop() {
-        for (const Queued& queued : queue_) queued.buffer->done = true;
-        queue_.clear();
-        paused = false;
-    }
-
     const MemoryClock& clock_;
-    std::deque<Queued> queue_;
+    platform::WaveQueue queue_;
     std::uint32_t polledMs_ = 0;
     int rate_ = 0;
 };
@@ -560,64 +498,6 @@ class MemoryTypefaces final : public platform::Typefaces {
     MemoryFiles& files_;
 };
 
-/// At most one text window at a time; the test does to it what a person would do.
-struct MemoryTextWindows {
-    class Window;
-
-    bool refused = false; ///< no window can be opened
-    int opened = 0;
-    platform::TextWindowRequest request; ///< of the last one
-    Window* window = nullptr;            ///< the one that is open
-
-    std::unique_ptr<platform::TextWindow> open(const platform::TextWindowRequest& wanted,
-                                               platform::TextWindowOwner& owner);
-};
-
-class MemoryTextWindows::Window final : public platform::TextWindow {
-  public:
-    Window(MemoryTextWindows& all, platform::TextWindowOwner& itsOwner)
-        : owner(itsOwner), place(all.request.rectangle), all_(all) {
-        all_.window = this;
-    }
-    ~Window() override { all_.window = nullptr; }
-    Window& operator=(Window&&) = delete;
-
-    platform::TextWindowOwner& owner;
-    platform::Rect place;
-    bool minimised = false;
-    std::vector<std::string> shown; ///< the lines that can be seen
-    std::size_t fresh = 0;          ///< as told with them
-    int paints = 0;
-
-    int lineHeight() const override { return 20; }
-    platform::Rect rectangle() const override { return place; }
-    bool isMinimised() const override { return minimised; }
-    void move(platform::Point corner) override {
-        place = {corner.x, corner.y, corner.x + place.width(), corner.y + place.height()};
-    }
-    void show(std::span<const std::string> lines, std::size_t freshLines) override {
-        shown.assign(lines.begin(), lines.end());
-        fresh = freshLines;
-        ++paints;
-    }
-    void resize(int height) {
-        place.bottom = place.top + height;
-        owner.resized();
-    }
-
-  private:
-    MemoryTextWindows& all_;
-};
-
-inline std::unique_ptr<platform::TextWindow>
-MemoryTextWindows::open(const platform::TextWindowRequest& wanted,
-                        platform::TextWindowOwner& owner) {
-    if (refused) return nullptr;
-    ++opened;
-    request = wanted;
-    return std::make_unique<Window>(*this, owner);
-}
-
 struct MemoryMachine final : platform::Machine {
     bool intel386 = false;
     std::uint64_t memory = std::uint64_t{64} << 20;
@@ -630,6 +510,8 @@ class MemoryPlatform final : public platform::Platform {
   public:
     explicit MemoryPlatform(const platform::ScreenMode& mode = {}) : display_(mode) {}
 
+    platform::Movies* installedMovies = nullptr; ///< a test's own
+
     MemoryFiles& files() override { return files_; }
     MemoryClock& clock() override { return clock_; }
     MemoryDisplay& display() override { return display_; }
@@ -639,15 +521,16 @@ class MemoryPlatform final : public platform::Platform {
     MemoryWaveOut& waveOut() override { return waveOut_; }
     MemoryTypefaces& typefaces() override { return typefaces_; }
     platform::Movies& movies() override { return installedMovies ? *installedMovies : noMovies_; }
-    platform::Movies* installedMovies = nullptr; ///< a test's own
     MemoryMachine& machine() override { return machine_; }
 
     std::unique_ptr<platform::TextWindow>
     openTextWindow(const platform::TextWindowRequest& request,
                    platform::TextWindowOwner& owner) override {
-        return textWindows.open(request, owner);
+        return openWindow ? openWindow(request, owner) : nullptr;
     }
-    MemoryTextWindows textWindows;
+    std::function<std::unique_ptr<platform::TextWindow>(const platform::TextWindowRequest&,
+                                                        platform::TextWindowOwner&)>
+        openWindow;              ///< without it there are no text windows
     std::function<void()> atEnd; ///< called before the process ends at once
 
     void keepSettings(std::string_view) override {}

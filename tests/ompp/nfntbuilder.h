@@ -15,26 +15,18 @@ struct NFNTCharacter {
 
 struct NFNTFont {
     int lastChar = 127;
-    int kern = 0;
-    int ascent = 0;
-    int descent = 0;
-    int leading = 0;
+    int kern = 0, ascent = 0, descent = 0, leading = 0;
     bool bigEndian = false;
-    std::map<int, NFNTCharacter> characters; ///< by their codes; others are missing
+    std::map<int, NFNTCharacter> characters{}; ///< by their codes; others are missing
 
     [[nodiscard]] Bytes bytes() const {
         formats::font::Font font{bigEndian, 0, lastChar, ascent, descent, leading, {}};
         for (const auto& [code, character] : characters) {
             if (code > lastChar) continue;
-            const auto& rows = character.rows;
+            const auto& [rows, offset, advance] = character;
+            const auto width = rows.empty() ? 0 : static_cast<int>(rows.front().size());
             auto& glyph = font.glyphs[code];
-            glyph = {character.advance,
-                     kern + character.offset,
-                     ascent,
-                     0,
-                     static_cast<int>(rows.size()),
-                     {}};
-            if (!rows.empty()) glyph.width = static_cast<int>(rows.front().size());
+            glyph = {advance, kern + offset, ascent, width, static_cast<int>(rows.size()), {}};
             for (const std::string& row : rows)
                 for (const char pixel : row) glyph.ink.push_back(pixel == '#');
         }
@@ -45,11 +37,7 @@ struct NFNTFont {
 /// Four rows: A of three columns, B of ten, C without a picture, D that begins left of the pen;
 /// 126, a dot, stands in for what is missing.
 inline NFNTFont smallFont() {
-    NFNTFont font;
-    font.kern = -1;
-    font.ascent = 3;
-    font.descent = 1;
-    font.leading = 2;
+    NFNTFont font{.kern = -1, .ascent = 3, .descent = 1, .leading = 2};
     font.characters['A'] = {{".#.", "#.#", "###", "#.#"}, 1, 4};
     font.characters['B'] = {{"##########", "#........#", "#.######.#", "##########"}, 3, 13};
     font.characters['C'] = {{}, 1, 5};

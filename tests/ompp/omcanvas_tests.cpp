@@ -10,6 +10,7 @@
 #include <limits>
 #include <random>
 
+using platform::Point;
 using platform::Rect;
 using platform::Rgb;
 using testing_support::pixelAt;
@@ -21,13 +22,6 @@ namespace {
 using Messages = std::vector<std::string>;
 using Picture = std::vector<std::vector<std::uint32_t>>; // rows of pixels
 
-/// The pixel at a place of a canvas whose area is `area`.
-template <class Rows>
-auto& at(Rows& picture, const Rect& area, const platform::Point& place) {
-    return picture[static_cast<std::size_t>(place.y - area.top)]
-                  [static_cast<std::size_t>(place.x - area.left)];
-}
-
 constexpr int kMost = std::numeric_limits<int>::max();
 constexpr int kLeast = std::numeric_limits<int>::min();
 
@@ -37,81 +31,71 @@ int randomBetween(int least, int most) {
     return std::uniform_int_distribution(least, most)(engine);
 }
 
+template <class Function>
+void forEachPixel(const Rect& area, Function function) {
+    for (int y = area.top; y < area.bottom; ++y)
+        for (int x = area.left; x < area.right; ++x) function(Point{x, y});
+}
+
 Picture pictureOf(OMCanvas& canvas) {
-    Picture picture;
     const Rect area = canvas.pixels().area;
-    for (int y = area.top; y < area.bottom; ++y) {
-        picture.emplace_back();
-        for (int x = area.left; x < area.right; ++x)
-            picture.back().push_back(pixelAt(canvas, x, y));
-    }
+    Picture picture(static_cast<std::size_t>(area.height()));
+    forEachPixel(area, [&](Point at) {
+        picture[static_cast<std::size_t>(at.y - area.top)].push_back(pixelAt(canvas, at.x, at.y));
+    });
     return picture;
 }
 
 void fillWithNoise(OMCanvas& canvas) {
-    const Rect area = canvas.pixels().area;
-    for (int y = area.top; y < area.bottom; ++y)
-        for (int x = area.left; x < area.right; ++x)
-            setPixel(canvas, x, y, static_cast<std::uint32_t>(engine()));
+    forEachPixel(canvas.pixels().area, [&](Point at) {
+        setPixel(canvas, at.x, at.y, static_cast<std::uint32_t>(engine()));
+    });
 }
 
 OMRegion randomRegion(int side) {
     OMRegion region;
     for (int i = randomBetween(0, 4); i >= 0; --i) {
-        const int x = randomBetween(-4, side);
-        const int y = randomBetween(-4, side);
-        region.unite(Rect{x, y, x + randomBetween(0, side), y + randomBetween(0, side)});
+        const Point at{randomBetween(-4, side), randomBetween(-4, side)};
+        region.unite(
+            Rect{at.x, at.y, at.x + randomBetween(0, side), at.y + randomBetween(0, side)});
     }
     return region;
-}
-
-OMPalette noisePalette() {
-    OMPalette palette;
-    const auto part = [] { return static_cast<std::uint16_t>(engine()); };
-    for (OMColor& color : palette) color = {part(), part(), part()};
-    return palette;
 }
 
 // Palettes
 
 TEST(OMPalette, theGameOwnsEntries10To245Only) {
-    OMPalette given;
-    given.fill(OMColor(0x12FF, 0x34FF, 0x5600));
-    given[100] = {0xFFFF, 0xFF00, 0xFF80};
-    given[101] = {0x00FF, 0x0001, 0};
-    given[102] = {0xFF00, 0xFF00, 0xFE00};
-    const OMDevicePalette palette = OMGamePalette(given);
-    for (std::size_t i = 0; i < palette.size(); ++i) {
+    Process process(8);
+    formats::Bytes data(formats::picture::kPaletteSize, 0x77);
+    const auto put = [&](std::size_t index, std::initializer_list<int> values) {
+        for (const int value : values) data.at(index++) = static_cast<std::uint8_t>(value);
+    };
+    put(100 * 6, {0xFF, 0xFF, 0xFF, 0, 0xFF, 0x80});
+    put(101 * 6, {0, 0xFF, 0, 1, 0, 0});
+    put(102 * 6, {0xFF, 0, 0xFF, 0, 0xFE, 0});
+    const std::optional<OMPalette> given = OMReadPalette(std::as_bytes(std::span(data)));
+    ASSERT_TRUE(given);
+    EXPECT_EQ((*given)[102], OMColor(0xFF00, 0xFF00, 0xFE00)) << "the second bytes do not count";
+    data.pop_back();
+    EXPECT_FALSE(OMReadPalette(std::as_bytes(std::span(data))));
+    EXPECT_EQ(process.takeMessages(), Messages{"no palette"});
+
+    OMWndCanvas window({0, 0, 64, 48});
+    EXPECT_EQ(window.getPalette(), OMPaletteFromDevice(platform::staticPalette()));
+    window.setPalette(*given);
+    EXPECT_EQ(process.display.palette(), window.devicePalette()) << "installed on the display";
+    for (std::size_t i = 0; i < 256; ++i) {
         const Rgb expected = i < 10 || i > 245 ? platform::staticPalette()[i]
                              : i == 100        ? Rgb{254, 254, 254}
                              : i == 101        ? Rgb{1, 1, 1}
                              : i == 102        ? Rgb{255, 255, 254}
-                                               : Rgb{0x12, 0x34, 0x56};
-        EXPECT_EQ(palette[i], expected) << i;
+                                               : Rgb{0x77, 0x77, 0x77};
+        EXPECT_EQ(window.devicePalette()[i], expected) << i;
+        EXPECT_EQ(window.getPaletteEntry(static_cast<int>(i)), OMColor::fromRgb8(expected));
     }
-}
-
-TEST(OMPalette, isReadWholeAndGivenBackAsStored) {
-    Process process(8);
-    std::vector<std::byte> data(formats::picture::kPaletteSize, std::byte{0x77});
-    data[200 * 6] = std::byte{0xFE}; // the second byte of each word does not count
-    const std::optional<OMPalette> palette = OMReadPalette(data);
-    ASSERT_TRUE(palette);
-    EXPECT_EQ((*palette)[200], OMColor(0xFE00, 0x7700, 0x7700));
-    data.pop_back();
-    EXPECT_FALSE(OMReadPalette(data));
-    EXPECT_EQ(process.takeMessages(), Messages{"no palette"});
-
-    OMMemCanvas canvas(4, 4, 8);
-    EXPECT_EQ(canvas.getPalette(), OMPaletteFromDevice(platform::staticPalette()));
-    canvas.setPalette(*palette);
-    OMWndCanvas window({0, 0, 64, 48});
-    window.setPalette(canvas.getPalette());
-    EXPECT_EQ(window.getPalette(), canvas.getPalette());
-    EXPECT_EQ(process.display().palette(), canvas.devicePalette()) << "installed on the display";
-    for (const int index : {-1, 256, kMost}) EXPECT_EQ(canvas.getPaletteEntry(index), OMColor());
+    for (const int index : {-1, 256}) EXPECT_EQ(window.getPaletteEntry(index), OMColor());
     EXPECT_EQ(process.messages,
-              Messages(3, "OMCanvas::getPaletteEntry - index must be between 0 and 255!"));
+              Messages(2, "OMCanvas::getPaletteEntry - index must be between 0 and 255!"));
 }
 
 // Creation and colours
@@ -122,14 +106,13 @@ TEST(OMCanvas, refusesImpossibleSizesAndDepths) {
         "OMMemCanvas::OMMemCanvas - height and width must be greater than 0!";
     constexpr auto kTooLarge = "OMMemCanvas::OMMemCanvas - the canvas is too large!";
     constexpr auto kDepth = "OMCanvas::OMCanvas - canvases can only be 8, 16, 24 or 32 bit!";
-    struct Row {
+    const struct {
         int width, height, depth;
         Messages messages;
-    };
-    const Row rows[] = {{0, 5, 8, {kTooSmall}},          {5, -5, 16, {kTooSmall}},
-                        {kMost, 2, 32, {kTooLarge}},     {0x7FFF, 0x7FFF, 8, {kTooLarge}},
-                        {0, 0, -8, {kDepth, kTooSmall}}, {3, 3, 15, {kDepth}}};
-    for (const Row& row : rows) {
+    } rows[] = {{0, 5, 8, {kTooSmall}},          {5, -5, 16, {kTooSmall}},
+                {kMost, 2, 32, {kTooLarge}},     {0x7FFF, 0x7FFF, 8, {kTooLarge}},
+                {0, 0, -8, {kDepth, kTooSmall}}, {3, 3, 15, {kDepth}}};
+    for (const auto& row : rows) {
         OMMemCanvas canvas(row.width, row.height, row.depth);
         EXPECT_EQ(process.takeMessages(), row.messages);
         EXPECT_EQ(canvas.bounds(), row.width == 3 ? (Rect{0, 0, 3, 3}) : (Rect{0, 0, 1, 1}));
@@ -144,13 +127,13 @@ TEST(OMCanvas, resolvesColorsForItsDepth) {
     palette.fill(OMColor(0x4000, 0x4000, 0x4000));
     palette[20] = {0xF800, 0x0800, 0x1000};
     palette[30] = {0x8000, 0x8200, 0x8400};
-    struct Row {
+    const struct {
         int depth;
         std::uint32_t index20;
         std::uint32_t rgb; // of 0x8180, 0x82FF, 0x8300
-    };
-    for (const Row& row : {Row{8, 20, 30}, Row{16, 0x7C22, 16u << 10 | 16u << 5 | 16u},
-                           Row{24, 0xF80810, 0x818283}, Row{32, 0xF80810, 0x818283}}) {
+    } rows[] = {
+        {8, 20, 30}, {16, 0x7C22, 0x4210}, {24, 0xF80810, 0x818283}, {32, 0xF80810, 0x818283}};
+    for (const auto& row : rows) {
         OMMemCanvas canvas(3, 1, row.depth);
         canvas.setPalette(palette);
         EXPECT_EQ(canvas.pixelValue(OMColor(0x8180, 0x82FF, 0x8300)), row.rgb) << row.depth;
@@ -169,45 +152,47 @@ TEST(OMCanvas, resolvesColorsForItsDepth) {
 
 /// One random copy done by the canvas and pixel by pixel.
 void checkRandomCopy(OMCanvas& source, OMCanvas& destination, OMRasterOp operation) {
-    const int sourceX = randomBetween(-12, 40);
-    const int sourceY = randomBetween(-12, 40);
-    const int width = randomBetween(-2, 45);
-    const int height = randomBetween(-2, 45);
-    const int toX = randomBetween(-12, 40);
-    const int toY = randomBetween(-12, 40);
+    const Point from{randomBetween(-12, 40), randomBetween(-12, 40)};
+    const Point to{randomBetween(-12, 40), randomBetween(-12, 40)};
+    const Rect size{0, 0, randomBetween(-2, 45), randomBetween(-2, 45)};
     const OMRegion extra = randomRegion(30);
     const bool converted = source.depth() != destination.depth();
     const bool useExtra = converted || randomBetween(0, 2) == 0;
-    std::optional<OMRegion> clip;
-    if (randomBetween(0, 2) == 0) destination.setClipRegion(clip.emplace(randomRegion(30)));
+    const std::uint32_t key = pixelAt(source, source.pixels().area.left, source.pixels().area.top);
+    const bool keyed = operation == OMRasterOp::SrcCopyKeyed && randomBetween(0, 1) == 0;
+    source.setKeyColor(keyed ? std::optional(OMColor(static_cast<int>(key))) : std::nullopt);
+    OMRegion clip(OMRegion::kShapeBounds);
+    if (randomBetween(0, 2) == 0) destination.setClipRegion(clip = randomRegion(30));
 
-    const Picture from = pictureOf(source);
+    const Picture pixels = pictureOf(source);
     Picture expected = pictureOf(destination);
     const Rect fromArea = source.pixels().area;
     const Rect toArea = destination.pixels().area;
     std::size_t changed = 0;
-    for (int row = 0; row < height; ++row)
-        for (int column = 0; column < width; ++column) {
-            const platform::Point place{sourceX + column, sourceY + row};
-            const platform::Point to{toX + column, toY + row};
-            if (!OMContains(fromArea, place) || !OMContains(toArea, to)) continue;
-            if (useExtra && !extra.contains(to)) continue;
-            if (clip && !clip->contains(to)) continue;
-            std::uint32_t pixel = at(from, fromArea, place);
-            if (converted)
-                pixel = destination.pixelValue(source.getPaletteEntry(static_cast<int>(pixel)));
-            std::uint32_t& target = at(expected, toArea, to);
-            if (operation == OMRasterOp::SrcCopy) target = pixel;
-            if (operation == OMRasterOp::SrcInvert) target ^= pixel;
-            if (operation == OMRasterOp::SrcAnd) target &= pixel;
-            ++changed;
-        }
+    forEachPixel(size, [&](Point at) {
+        const Point there{from.x + at.x, from.y + at.y};
+        const Point here{to.x + at.x, to.y + at.y};
+        if (!OMContains(fromArea, there) || !OMContains(toArea, here) || !clip.contains(here) ||
+            (useExtra && !extra.contains(here)))
+            return;
+        ++changed;
+        std::uint32_t pixel = pixels[static_cast<std::size_t>(there.y - fromArea.top)]
+                                    [static_cast<std::size_t>(there.x - fromArea.left)];
+        if (keyed && pixel == key) return;
+        if (converted)
+            pixel = destination.pixelValue(source.getPaletteEntry(static_cast<int>(pixel)));
+        std::uint32_t& target = expected[static_cast<std::size_t>(here.y - toArea.top)]
+                                        [static_cast<std::size_t>(here.x - toArea.left)];
+        if (operation == OMRasterOp::SrcInvert) pixel ^= target;
+        if (operation == OMRasterOp::SrcAnd) pixel &= target;
+        target = pixel;
+    });
     const std::uint64_t before = destination.changedPixels();
-    destination.blt(source, sourceX, sourceY, width, height, toX, toY, operation,
+    destination.blt(source, from.x, from.y, size.right, size.bottom, to.x, to.y, operation,
                     useExtra ? &extra : nullptr);
     destination.removeClipRegion();
-    ASSERT_EQ(pictureOf(destination), expected)
-        << sourceX << " " << sourceY << " " << width << " " << height << " " << toX << " " << toY;
+    ASSERT_EQ(pictureOf(destination), expected) << from.x << " " << from.y << " " << size.right
+                                                << " " << size.bottom << " " << to.x << " " << to.y;
     EXPECT_EQ(destination.changedPixels() - before, changed);
 }
 
@@ -221,10 +206,15 @@ TEST(OMCanvas, copiesMatchAPixelByPixelCopy) {
         OMWndCanvas beneath({3, 2, 45, 45});
         fillWithNoise(other);
         fillWithNoise(indexed);
-        indexed.setPalette(noisePalette());
-        for (const OMRasterOp operation :
-             {OMRasterOp::SrcCopy, OMRasterOp::SrcInvert, OMRasterOp::SrcAnd})
-            for (int round = 0; round < 60; ++round) {
+        OMPalette noise;
+        const auto part = [] { return static_cast<std::uint16_t>(engine()); };
+        for (OMColor& color : noise) color = {part(), part(), part()};
+        indexed.setPalette(noise);
+        std::vector<OMRasterOp> operations{OMRasterOp::SrcCopy, OMRasterOp::SrcInvert,
+                                           OMRasterOp::SrcAnd};
+        if (depth == 8) operations.push_back(OMRasterOp::SrcCopyKeyed);
+        for (const OMRasterOp operation : operations)
+            for (int round = 0; round < 50; ++round) {
                 fillWithNoise(one);
                 checkRandomCopy(other, one, operation);
                 checkRandomCopy(one, one, operation); // overlapping
@@ -233,8 +223,10 @@ TEST(OMCanvas, copiesMatchAPixelByPixelCopy) {
                 checkRandomCopy(beneath, window, operation);
                 checkRandomCopy(window, one, operation);
                 checkRandomCopy(indexed, window, operation);
-                if (HasFatalFailure()) FAIL() << depth << " bits, round " << round;
+                if (testing::Test::HasFatalFailure()) FAIL() << depth << " bits, round " << round;
             }
+        for (int round = 0; round < 50; ++round)
+            checkRandomCopy(indexed, window, OMRasterOp::SrcCopyKeyed);
         EXPECT_EQ(process.messages, Messages{});
     }
 }
@@ -259,24 +251,22 @@ TEST(OMCanvas, depthRules) {
     OMMemCanvas sixteen(4, 4, 16);
     OMMemCanvas twentyFour(4, 4, 24);
     const OMRegion everything(Rect{0, 0, 4, 4});
+    const auto copy = [](OMCanvas& from, OMCanvas& to, const OMRegion* clip = nullptr) {
+        to.blt(from, 0, 0, 4, 4, 0, 0, OMRasterOp::SrcCopy, clip);
+        return to.changedPixels();
+    };
     sixteen.setColor(OMColor(0xFF00, 0x8000, 0));
     sixteen.fillRect(sixteen.bounds());
-
-    eight.blt(sixteen, 0, 0, 4, 4, 0, 0);
-    eight.blt(twentyFour, 0, 0, 4, 4, 0, 0, OMRasterOp::SrcCopy, &everything);
+    EXPECT_EQ(copy(sixteen, eight) + copy(twentyFour, eight, &everything), 0u);
     EXPECT_EQ(process.takeMessages(), Messages(2, "OMCanvas::blt - blt'ing from a 16/24/32 bit "
                                                   "canvas\nto an 8 bit canvas is not allowed!"));
-    EXPECT_EQ(eight.changedPixels(), 0u);
-    twentyFour.blt(sixteen, 0, 0, 4, 4, 0, 0);
-    sixteen.blt(eight, 0, 0, 4, 4, 0, 0);
+    EXPECT_EQ(copy(sixteen, twentyFour) + copy(eight, sixteen), 16u) << "those of the fill";
     EXPECT_EQ(process.takeMessages(),
               Messages(2, "OMCanvasDIBToDIB - memory canvases must be the same size for blt!"));
-    EXPECT_EQ(twentyFour.changedPixels(), 0u);
-
-    twentyFour.blt(sixteen, 0, 0, 4, 4, 0, 0, OMRasterOp::SrcCopy, &everything);
+    copy(sixteen, twentyFour, &everything);
     EXPECT_EQ(pixelAt(twentyFour, 3, 3), 0xFF8400u);
     sixteen.setClipRegion(OMRegion(Rect{0, 0, 1, 1}));
-    sixteen.blt(twentyFour, 0, 0, 4, 4, 0, 0);
+    copy(twentyFour, sixteen);
     EXPECT_EQ(pixelAt(sixteen, 0, 0), 31u << 10 | 16u << 5);
     EXPECT_EQ(process.messages, Messages{});
 }
@@ -318,35 +308,125 @@ TEST(OMWndCanvas, showsWhatChangedAndNothingElse) {
     window.fillRegion(spots);
     OMRegion expected(Rect{0, 0, 3, 3});
     expected.unite(Rect{17, 13, 20, 15});
-    EXPECT_EQ(process.display().presented, expected);
+    EXPECT_EQ(process.display.presented, expected);
     EXPECT_EQ(window.changedPixels(), 15u);
-    EXPECT_EQ(process.display().screen().row(14)[19], 3);
-    EXPECT_EQ(process.display().screen().row(14)[20], 0);
-
-    process.display().presented.clear();
+    EXPECT_EQ(process.display.screen().row(14)[19], 3);
+    EXPECT_EQ(process.display.screen().row(14)[20], 0);
+    process.display.presented.clear();
     OMMemCanvas memory(30, 20, 8);
     window.blt(memory, 5, 5, 10, 10, 100, 100);
-    EXPECT_TRUE(process.display().presented.isEmpty());
-    memory.blt(window, 0, 0, 30, 20, 0, 0);
-    EXPECT_EQ(memory.changedPixels(), 300u) << "hidden parts of a window cannot be copied from";
-    EXPECT_EQ(pixelAt(memory, 9, 5), 0u);
-    EXPECT_EQ(pixelAt(memory, 10, 5), 3u);
-
+    EXPECT_TRUE(process.display.presented.isEmpty());
     OMWndCanvas away({64, 0, 80, 10});
     away.fillRect(away.bounds());
     memory.blt(away, 0, 0, 16, 10, 0, 0);
-    EXPECT_EQ(away.changedPixels(), 0u);
-}
+    EXPECT_EQ(away.changedPixels() + memory.changedPixels(), 0u);
 
-TEST(OMWndCanvas, tellsTheDisplayEachNewCursorOnce) {
-    Process process(8);
-    OMWndCanvas window({0, 0, 64, 48});
     const auto wait = OMCursor::load(kOMCursorWait);
     window.setCursor(wait);
     window.setCursor(wait);
     window.setCursor(OMCursor::load(kOMCursorCross));
     EXPECT_EQ(wait.use_count(), 1) << "kept only while it is shown";
-    EXPECT_EQ(process.display().cursors, (std::vector<int>{-2, -4}));
+    EXPECT_EQ(process.display.cursors, (std::vector<int>{-2, -4})) << "each new one once";
+}
+
+// The application's window on the screen, and canvases made of surfaces: the screen in exclusive
+// mode, what is behind it, and its loss
+
+using Mode = OMApp::DisplayMode;
+
+void fill(OMCanvas& canvas, int index) {
+    canvas.setColor(OMColor(index));
+    canvas.fillRect(canvas.bounds());
+}
+
+int shownPixel(Process& process) { return process.display.shown().row(5)[7]; }
+
+TEST(OMApp, CoversTheDesktopUnlessItIsOverlappedOrOfSurfaces) {
+    Process process(16);
+    const Rect all{0, 0, 64, 48};
+    const auto expect = [&](Mode mode, const Rect& covered, int depth = 16) {
+        process.display.presented.clear();
+        {
+            const OMApp app(mode, OMColor(), {10, 20, 30, 40}, 8);
+            EXPECT_EQ(process.display.presented.boundingBox(), covered);
+            EXPECT_EQ(process.display.mode().depth, depth);
+        }
+        EXPECT_EQ(process.display.mode(), (platform::ScreenMode{64, 48, 16}));
+    };
+    OMApp::useDirectDraw();
+    OMApp::useGDI();
+    EXPECT_EQ(process.takeMessages(),
+              (Messages{"OMApp::useDirectDraw - cannot useDirectDraw after an OMApp has been "
+                        "instantiated!",
+                        "OMApp::useGDI - cannot useGDI after an OMApp has been instantiated!"}));
+    process.app.reset();
+    expect(Mode::Overlapped, {10, 20, 30, 40});
+    for (const Mode mode : {Mode::Captioned, Mode::PopUp, Mode::PopUpMinimise, Mode::FullScreen})
+        expect(mode, all);
+    OMApp::useDirectDraw();
+    expect(Mode::PopUp, {0, 0, 20, 20}); // at the upper left
+    expect(Mode::Captioned, all);
+    expect(Mode::FullScreen, {0, 0, 20, 20}, 8); // which is the screen then
+    process.restart(Mode::PopUp, 8);
+    EXPECT_TRUE(OMApp::usingDirectDraw());
+    EXPECT_EQ(OMMemCanvas(4, 4, 8).depth(), 16);
+    process.display.refusesExclusive = true;
+    process.restart(Mode::FullScreen, 8);
+    EXPECT_FALSE(OMApp::usingDirectDraw());
+    EXPECT_EQ(process.takeMessages(),
+              (Messages{"OMCanvas::OMCanvas - DirectDraw canvases must be the same bit depth as "
+                        "the display!",
+                        "OMApp::OMApp - DirectDraw failed to initialize!"}));
+}
+
+TEST(OMWndCanvas, FlipsInExclusiveModeAndGivesBackWhatWasShown) {
+    Process process(8);
+    {
+        OMWndCanvas window({0, 0, 64, 48});
+        OMMemCanvas back(64, 48, 8, OMMemCanvas::Kind::Flippable);
+        EXPECT_FALSE(window.attachToFlipChain(back));
+        window.detachFromFlipChain(back);
+        EXPECT_FALSE(window.flip());
+        Messages texts;
+        for (const char* operation : {"attachToFlipChain", "detachFromFlipChain", "flip"})
+            texts.push_back(std::string("OMWndCanvas::") + operation +
+                            " - must be in exclusive mode to use flipping!");
+        EXPECT_EQ(process.takeMessages(), texts);
+    }
+    process.app.reset();
+    OMApp::useDirectDraw();
+    process.restart(Mode::FullScreen, 8);
+    OMWndCanvas window({0, 0, 64, 48});
+    OMMemCanvas fixed(64, 48, 8);
+    EXPECT_FALSE(window.attachToFlipChain(fixed));
+    OMMemCanvas back(64, 48, 8, OMMemCanvas::Kind::Flippable);
+    fill(window, 11);
+    ASSERT_TRUE(window.attachToFlipChain(back));
+    fill(back, 12);
+    EXPECT_EQ(shownPixel(process), 11);
+    process.display.busyFlips = 3;
+    EXPECT_TRUE(window.flip());
+    EXPECT_EQ(shownPixel(process), 12);
+    EXPECT_EQ(pixelAt(window, 7, 5), 12u);
+    EXPECT_EQ(pixelAt(back, 7, 5), 11u);
+    process.display.setInForeground(false);
+    EXPECT_FALSE(window.flip());
+    fill(window, 13);
+    EXPECT_EQ(shownPixel(process), 12) << "nothing is presented";
+    process.display.setInForeground(true);
+    EXPECT_TRUE(OMWndCanvas::restore());
+    EXPECT_FALSE(OMWndCanvas::restore()) << "only once";
+    fill(back, 14);
+    window.detachFromFlipChain(back);
+    EXPECT_EQ(pixelAt(back, 7, 5), 14u) << "keeps its picture";
+    EXPECT_FALSE(window.flip());
+    EXPECT_EQ(process.takeMessages(), Messages(2, "OMWndCanvas::flip - flip failed!"));
+    OMMemCanvas large(100, 100, 8, OMMemCanvas::Kind::Flippable);
+    ASSERT_TRUE(window.attachToFlipChain(large));
+    fill(large, 9); // only where the screen is
+    EXPECT_TRUE(window.flip());
+    EXPECT_EQ(shownPixel(process), 9);
+    window.detachFromFlipChain(large);
 }
 
 } // namespace

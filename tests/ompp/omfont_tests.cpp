@@ -32,50 +32,47 @@ std::unique_ptr<OMNFNTFont> loadFont(Bytes bytes) {
 
 TEST(OMNFNTFont, textsAreMeasuredFromTheFirstPictureToTheLast) {
     Process process(8);
-    struct Row {
+    const struct {
         std::string_view text;
         int width;
         Rect extent;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"", 0, {0, -3, 0, 1}},    {"A", 4, {0, -3, 3, 1}},    {"D", 2, {-1, -3, 0, 1}},
         {"B", 13, {2, -3, 12, 1}}, {"AB", 17, {0, -3, 16, 1}}, {"DAD", 8, {-1, -3, 6, 1}},
         {"AC", 9, {0, -3, 4, 1}},  {"?", 3, {0, -3, 2, 1}}, // stands in
     };
-    const auto font = loadFont(smallFont().bytes());
+    NFNTFont description = smallFont();
+    const auto font = loadFont(description.bytes());
     EXPECT_EQ(font->ascent(), 3);
     EXPECT_EQ(font->descent(), 1);
     EXPECT_EQ(font->lineHeight(), 6);
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         EXPECT_EQ(font->textWidth(row.text), row.width) << row.text;
         EXPECT_EQ(font->textExtent(row.text), row.extent) << row.text;
     }
-}
-
-TEST(OMNFNTFont, whatIsMissingLooksLikeTheCharacterBeforeTheLast) {
-    Process process(8);
-    NFNTFont description = smallFont();
-    for (const auto& [lastChar, width] : {std::pair{127, 3}, // the dot
-                                          {0x100 + 'B', 4},  // A: the low byte counts
-                                          {100, 0},          // 99 is missing too
-                                          {0x100, 0}}) {     // there is no -1
+    // What is missing looks like the character before the last.
+    for (const auto& [lastChar, width] : {std::pair{0x100 + 'B', 4}, // A: the low byte counts
+                                          {100, 0},                  // 99 is missing too
+                                          {0x100, 0}}) {             // there is no -1
         description.lastChar = lastChar;
         EXPECT_EQ(loadFont(description.bytes())->textWidth("?"), width) << lastChar;
     }
+    MemoryStream stream(smallFont().bytes());
+    stream.setDstBuffer(16);
+    EXPECT_TRUE(OMNFNTFont(stream).isEmpty());
+    EXPECT_EQ(process.takeMessages(),
+              Messages{"OMNFNTFont::OMNFNTFont - OMIStream source must be cached!"});
 }
 
 TEST(OMNFNTFont, damagedRecordsAreEmptyOrLackWhatIsDamaged) {
     Process process(8);
     const Bytes whole = smallFont().bytes();
     OMMemCanvas canvas(40, 8, 8);
-    for (std::size_t size = 0; size < whole.size(); ++size) {
-        const auto font = loadFont({whole.begin(), whole.begin() + static_cast<long>(size)});
-        EXPECT_TRUE(font->isEmpty()) << size;
-        EXPECT_EQ(font->textWidth("AB") + font->lineHeight(), 0);
-    }
-    // Every byte replaced by what numbers overflow with.
-    for (std::size_t at = 0; at < whole.size(); ++at)
-        for (const int value : {0x00, 0x7F, 0x80, 0xFF}) {
+    for (std::size_t at = 0; at < whole.size(); ++at) {
+        const auto cut = loadFont({whole.begin(), whole.begin() + static_cast<long>(at)});
+        EXPECT_TRUE(cut->isEmpty()) << at;
+        EXPECT_EQ(cut->textWidth("AB") + cut->lineHeight(), 0);
+        for (const int value : {0x00, 0x7F, 0x80, 0xFF}) { // what numbers overflow with
             Bytes damaged = whole;
             damaged[at] = static_cast<std::byte>(value);
             const auto font = loadFont(damaged);
@@ -84,15 +81,7 @@ TEST(OMNFNTFont, damagedRecordsAreEmptyOrLackWhatIsDamaged) {
             (void)font->textExtent("BD");
             canvas.setFont(nullptr);
         }
-}
-
-TEST(OMNFNTFont, needsAWholeStream) {
-    Process process(8);
-    MemoryStream stream(smallFont().bytes());
-    stream.setDstBuffer(16);
-    EXPECT_TRUE(OMNFNTFont(stream).isEmpty());
-    EXPECT_EQ(process.takeMessages(),
-              Messages{"OMNFNTFont::OMNFNTFont - OMIStream source must be cached!"});
+    }
 }
 
 /// Where the ink of a text lies, from the description of its font.
@@ -103,8 +92,7 @@ bool isInk(const NFNTFont& font, std::string_view text, int x, int y) {
         x -= character.advance;
         if (character.rows.empty() || y < 0 || y >= font.ascent + font.descent) continue;
         const std::string& row = character.rows[static_cast<std::size_t>(y)];
-        if (column >= 0 && column < static_cast<int>(row.size()) &&
-            row[static_cast<std::size_t>(column)] == '#')
+        if (column >= 0 && column < std::ssize(row) && row[static_cast<std::size_t>(column)] == '#')
             return true;
     }
     return false;
@@ -151,9 +139,6 @@ TEST(OMCanvas, textInksItsPixelsAndNoOthers) {
                 }
         }
     }
-}
-
-TEST(OMCanvas, textOnTheScreenIsShownWhereItsInkMayBe) {
     Process process(8);
     OMWndCanvas canvas({0, 0, 64, 48});
     const auto font = loadFont(smallFont().bytes());
@@ -170,7 +155,8 @@ TEST(OMCanvas, textOnTheScreenIsShownWhereItsInkMayBe) {
 
 TEST(OMTTFont, asksForItsStyleAndRegistersFiles) {
     Process process(8);
-    auto& faces = process.typefaces();
+    auto& faces = process.machine.typefaces();
+    auto& files = process.machine.files();
     faces.families = {"Lumo"};
     OMTTFont font("Lumo");
     EXPECT_EQ(faces.asked->size, 16);
@@ -178,23 +164,21 @@ TEST(OMTTFont, asksForItsStyleAndRegistersFiles) {
     font.setStyle(OMFont::kBold | OMFont::kUnderline);
     EXPECT_TRUE(faces.asked->bold && faces.asked->underline && !faces.asked->italic);
     EXPECT_EQ(font.lineHeight(), 20 + 5 + 1);
-
     const char* const resource = "C:\\TMP\\fen.fot";
-    process.files().put("C:\\FONTS\\FEN.TTF", "outlines");
+    files.put("C:\\FONTS\\FEN.TTF", "outlines");
     faces.newFamily = "Fenwyx";
     for (const bool wasThere : {false, true}) {
-        if (wasThere) process.files().put(resource, "somebody's");
+        if (wasThere) files.put(resource, "somebody's");
         {
             const OMTTFont registered(
                 "Fenwyx", {.name = "fen", .folder = "C:\\FONTS", .resourceFolder = "C:\\TMP\\"});
-            EXPECT_TRUE(process.files().exists(resource));
-            EXPECT_EQ(faces.resources, std::vector<std::string>{resource});
+            EXPECT_TRUE(files.exists(resource));
+            EXPECT_EQ(faces.resources, Messages{resource});
         }
-        EXPECT_EQ(process.files().exists(resource), wasThere) << "one that was there stays";
+        EXPECT_EQ(files.exists(resource), wasThere) << "one that was there stays";
         EXPECT_TRUE(faces.resources.empty());
     }
     EXPECT_EQ(process.takeMessages(), Messages{});
-
     const OMTTFont nameless("");
     EXPECT_EQ(OMTTFont("Nowhere").ascent(), OMSysFont().ascent());
     EXPECT_EQ(process.takeMessages(),

@@ -13,169 +13,102 @@ using platform::Rect;
 
 namespace {
 
-constexpr int kSide = 40;   // of the plane that the model knows, from -kOrigin on
-constexpr int kOrigin = 10; // so that places left of and above 0 take part
-constexpr Rect kPlane{-kOrigin, -kOrigin, kSide - kOrigin, kSide - kOrigin};
+constexpr int kSide = 40; // of the plane, which begins at -10, -10
+constexpr Rect kPlane{-10, -10, kSide - 10, kSide - 10};
+using Model = std::bitset<kSide * kSide>;
 
-class RegionModel {
-  public:
-    RegionModel() = default;
-    explicit RegionModel(const Rect& rectangle) {
-        for (int y = std::max(rectangle.top, kPlane.top); y < rectangle.bottom; ++y)
-            for (int x = std::max(rectangle.left, kPlane.left); x < rectangle.right; ++x)
-                set({x, y});
-    }
-    explicit RegionModel(const OMRegion& region) {
-        for (const Rect& rectangle : region.rectangles()) bits |= RegionModel(rectangle).bits;
-    }
+Model::reference at(Model& model, Point point) {
+    return model[static_cast<std::size_t>((point.y + 10) * kSide + point.x + 10)];
+}
 
-    void set(Point at) {
-        if (OMContains(kPlane, at)) bits.set(place(at));
-    }
-    [[nodiscard]] bool has(Point at) const { return OMContains(kPlane, at) && bits[place(at)]; }
-
-    [[nodiscard]] RegionModel moved(int dx, int dy) const {
-        RegionModel result;
-        forEachPixel([&](Point at) {
-            if (has(at)) result.set({at.x + dx, at.y + dy});
-        });
-        return result;
-    }
-    [[nodiscard]] Rect boundingBox() const {
-        Rect box{kPlane.right, kPlane.bottom, kPlane.left, kPlane.top};
-        forEachPixel([&](Point at) {
-            if (!has(at)) return;
-            box = {std::min(box.left, at.x), std::min(box.top, at.y), std::max(box.right, at.x + 1),
-                   std::max(box.bottom, at.y + 1)};
-        });
-        return bits.any() ? box : Rect{};
-    }
-
-    template <class Function>
-    static void forEachPixel(Function function) {
-        for (int y = kPlane.top; y < kPlane.bottom; ++y)
-            for (int x = kPlane.left; x < kPlane.right; ++x) function(Point{x, y});
-    }
-
-    std::bitset<kSide * kSide> bits;
-
-  private:
-    static std::size_t place(Point at) {
-        return static_cast<std::size_t>((at.y + kOrigin) * kSide + at.x + kOrigin);
-    }
-};
-
-std::string picture(const RegionModel& model) {
-    std::string text;
-    for (int y = kPlane.top; y < kPlane.bottom; ++y) {
-        for (int x = kPlane.left; x < kPlane.right; ++x) text += model.has({x, y}) ? '#' : '.';
-        text += '\n';
-    }
-    return text;
+/// The pixels of the plane for which `holds` does.
+template <class Holds>
+Model modelOf(Holds holds) {
+    Model model;
+    for (int y = kPlane.top; y < kPlane.bottom; ++y)
+        for (int x = kPlane.left; x < kPlane.right; ++x)
+            if (holds(Point{x, y})) at(model, {x, y}) = true;
+    return model;
+}
+Model modelOf(const Rect& rectangle) {
+    return modelOf([&](Point point) { return OMContains(rectangle, point); });
 }
 
 /// Everything that a region tells about itself agrees with the model.
-void expectSame(const OMRegion& region, const RegionModel& model) {
-    ASSERT_EQ(picture(RegionModel(region)), picture(model));
-    EXPECT_EQ(region.pixelCount(), model.bits.count());
-    EXPECT_EQ(region.isEmpty(), model.bits.none());
-    EXPECT_EQ(region.boundingBox(), model.boundingBox());
+void expectSame(const OMRegion& region, const Model& model) {
+    Model pixels;
+    Rect box{kSide, kSide, -kSide, -kSide};
+    for (const Rect& each : region.rectangles()) {
+        pixels ^= modelOf(each); // they do not overlap
+        box = {std::min(box.left, each.left), std::min(box.top, each.top),
+               std::max(box.right, each.right), std::max(box.bottom, each.bottom)};
+    }
+    ASSERT_EQ(pixels, model);
+    EXPECT_EQ(region.pixelCount(), model.count());
+    EXPECT_EQ(region.isEmpty(), model.none());
+    EXPECT_EQ(region.boundingBox(), model.none() ? Rect{} : box);
 }
 
-class Random {
-  public:
-    int below(int limit) { return std::uniform_int_distribution(0, limit - 1)(engine_); }
+class OMRegions : public testing::Test {
+  protected:
+    int below(int limit) { return std::uniform_int_distribution(0, limit - 1)(engine); }
+    Point point() { return {kPlane.left + below(kSide), kPlane.top + below(kSide)}; }
     Rect rectangle() {
-        const int left = kPlane.left + below(kSide - 1);
-        const int top = kPlane.top + below(kSide - 1);
-        return {left, top, left + below(std::min(15, kPlane.right - left + 1)),
-                top + below(std::min(15, kPlane.bottom - top + 1))};
+        const auto [x, y] = point();
+        return {x, y, std::min(x + below(15), kPlane.right),
+                std::min(y + below(15), kPlane.bottom)};
     }
-
-  private:
-    std::mt19937 engine_{20240607};
+    std::mt19937 engine{20240607};
 };
 
-struct Pair {
-    OMRegion region;
-    RegionModel model;
-
-    void unite(const Rect& rectangle) {
-        region.unite(rectangle);
-        model.bits |= RegionModel(rectangle).bits;
-    }
-};
-
-void combineAtRandom(Random& random, Pair& one, const Pair& other) {
-    switch (random.below(6)) {
-    case 0:
-        one.region.unite(other.region);
-        one.model.bits |= other.model.bits;
-        break;
-    case 1:
-        one.region.intersect(other.region);
-        one.model.bits &= other.model.bits;
-        break;
-    case 2:
-        one.region.subtract(other.region);
-        one.model.bits &= ~other.model.bits;
-        break;
-    case 3: {
-        const Rect rectangle = random.rectangle();
-        one.region.subtract(rectangle);
-        one.model.bits &= ~RegionModel(rectangle).bits;
-        break;
-    }
-    case 4: {
-        // There and back inside the plane, so that nothing falls off the model's edge.
-        const int dx = random.below(9) - 4;
-        const int dy = random.below(9) - 4;
-        one.region.intersect(kPlane);
-        one.region.offset(dx, dy);
-        one.region.intersect(kPlane);
-        one.model = one.model.moved(dx, dy);
-        break;
-    }
-    default: one.unite(random.rectangle());
+TEST_F(OMRegions, SetOperationsMatchABitmap) {
+    std::vector<std::pair<OMRegion, Model>> pairs(4);
+    for (int step = 0; step < 4000 && !HasFatalFailure(); ++step) {
+        auto& [region, model] = pairs.at(static_cast<std::size_t>(below(4)));
+        const auto& [other, otherModel] = pairs.at(static_cast<std::size_t>(below(4))); // or itself
+        const Rect area = rectangle();
+        const Point by{below(9) - 4, below(9) - 4};
+        switch (below(6)) {
+        case 0: region.unite(other), model |= otherModel; break;
+        case 1: region.intersect(other), model &= otherModel; break;
+        case 2: region.subtract(other), model &= ~otherModel; break;
+        case 3: region.subtract(area), model &= ~modelOf(area); break;
+        case 4: {
+            region.offset(by.x, by.y);
+            region.intersect(kPlane); // the model knows no other pixels
+            Model before = model;
+            model = modelOf([&](Point place) {
+                const Point from{place.x - by.x, place.y - by.y};
+                return OMContains(kPlane, from) && at(before, from);
+            });
+            break;
+        }
+        default: region.unite(area), model |= modelOf(area);
+        }
+        SCOPED_TRACE(step);
+        expectSame(region, model);
+        EXPECT_EQ(region == other, model == otherModel);
+        const Rect asked = rectangle();
+        const Model common = modelOf(asked) & model;
+        EXPECT_EQ(region.intersects(asked), common.any());
+        EXPECT_EQ(region.contains(asked), common.any() && common == modelOf(asked));
+        const Point place = point();
+        EXPECT_EQ(region.contains(place), at(model, place));
     }
 }
 
-TEST(OMRegion, setOperationsMatchABitmap) {
-    Random random;
-    std::vector<Pair> pairs(4);
-    for (int step = 0; step < 4000; ++step) {
-        Pair& one = pairs[static_cast<std::size_t>(random.below(4))];
-        const Pair& other = pairs[static_cast<std::size_t>(random.below(4))]; // may be `one`
-        combineAtRandom(random, one, other);
-        expectSame(one.region, one.model);
-        EXPECT_EQ(one.region == other.region, one.model.bits == other.model.bits);
-        const Rect rectangle = random.rectangle();
-        const auto common = RegionModel(rectangle).bits & one.model.bits;
-        EXPECT_EQ(one.region.intersects(rectangle), common.any());
-        EXPECT_EQ(one.region.contains(rectangle),
-                  common.any() && common == RegionModel(rectangle).bits);
-        const Point corner{rectangle.left, rectangle.top};
-        EXPECT_EQ(one.region.contains(corner), one.model.has(corner));
-        if (HasFatalFailure()) FAIL() << "step " << step;
-    }
-}
-
-TEST(OMRegion, emptyRegionsAreEqualWhereverTheyBecameEmpty) {
+TEST_F(OMRegions, EmptyOnesAreEqualAndExtremePlacesAreClampedAndNotWrapped) {
     OMRegion apart(Rect{0, 0, 5, 5});
     apart.intersect(Rect{7, 7, 9, 9});
-    OMRegion& self = apart;
+    const OMRegion& self = apart;
     apart = self;
     for (const OMRegion& empty : {apart, OMRegion(Rect{4, 4, 4, 9}), OMRegion(Rect{9, 9, 1, 1}),
                                   OMRegion::ellipse({3, 3, 3, 9})}) {
         EXPECT_EQ(empty, OMRegion());
-        EXPECT_EQ(empty.boundingBox(), Rect{});
-        EXPECT_FALSE(empty.contains(Point{0, 0}));
         EXPECT_FALSE(empty.intersects(Rect{-100, -100, 100, 100}));
     }
     EXPECT_FALSE(OMRegion(Rect{0, 0, 9, 9}).intersects(Rect{3, 3, 1, 1}));
-}
 
-TEST(OMRegion, extremePlacesAreClampedAndNotWrapped) {
     constexpr int kLeast = std::numeric_limits<int>::min();
     constexpr int kMost = std::numeric_limits<int>::max();
     const OMRegion all(Rect{kLeast, kLeast, kMost, kMost});
@@ -195,48 +128,33 @@ TEST(OMRegion, extremePlacesAreClampedAndNotWrapped) {
     EXPECT_EQ(OMRegion::polygon(corners), OMRegion(OMRegion::kShapeBounds));
 }
 
-TEST(OMRegion, ellipsesHoldThePixelsWhoseCentreIsInside) {
+TEST_F(OMRegions, ShapesHoldThePixelsWhoseCentreIsInside) {
     for (int width = 1; width <= 24; ++width)
         for (int height = 1; height <= 24; ++height) {
-            RegionModel expected;
-            RegionModel::forEachPixel([&](Point at) {
-                const int across = (2 * (at.x + 7) + 1 - width) * height;
-                const int down = (2 * (at.y - 3) + 1 - height) * width;
-                if (across * across + down * down <= width * width * height * height)
-                    expected.set(at);
-            });
             SCOPED_TRACE(std::to_string(width) + " x " + std::to_string(height));
-            expectSame(OMRegion::ellipse({-7, 3, -7 + width, 3 + height}), expected);
+            expectSame(OMRegion::ellipse({-7, 3, -7 + width, 3 + height}),
+                       modelOf([&](Point place) {
+                           const int across = (2 * (place.x + 7) + 1 - width) * height;
+                           const int down = (2 * (place.y - 3) + 1 - height) * width;
+                           return across * across + down * down <= width * width * height * height;
+                       }));
         }
-}
-
-/// Whether a ray to the left of the pixel's centre crosses the outline an odd number of times.
-bool isInside(const std::vector<Point>& corners, Point at) {
-    const double x = at.x + 0.5;
-    const double y = at.y + 0.5;
-    bool inside = false;
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-        const Point& a = corners[i];
-        const Point& b = corners[(i + 1) % corners.size()];
-        if ((a.y > y) == (b.y > y)) continue;
-        const double crossing = a.x + (y - a.y) * (b.x - a.x) / (b.y - a.y);
-        // A centre on the outline belongs to the pixel right of it.
-        if (crossing <= x + 1e-9) inside = !inside;
-    }
-    return inside;
-}
-
-TEST(OMRegion, polygonsHoldThePixelsInsideAnOddNumberOfTurns) {
-    Random random;
     for (int round = 0; round < 200; ++round) {
-        std::vector<Point> corners(static_cast<std::size_t>(random.below(8)));
-        for (Point& corner : corners)
-            corner = {kPlane.left + random.below(kSide), kPlane.top + random.below(kSide)};
-        RegionModel expected;
-        RegionModel::forEachPixel([&](Point at) {
-            if (isInside(corners, at)) expected.set(at);
-        });
-        expectSame(OMRegion::polygon(corners), expected);
+        std::vector<Point> corners(static_cast<std::size_t>(below(8)));
+        for (Point& corner : corners) corner = point();
+        // A ray to the left of the centre crosses the outline an odd number of times; a centre on
+        // the outline belongs to the pixel right of it.
+        expectSame(OMRegion::polygon(corners), modelOf([&](Point place) {
+                       bool inside = false;
+                       for (std::size_t i = 0; i < corners.size(); ++i) {
+                           const Point& a = corners[i];
+                           const Point& b = corners[(i + 1) % corners.size()];
+                           if ((a.y > place.y) == (b.y > place.y)) continue;
+                           const double slope = 1.0 * (b.x - a.x) / (b.y - a.y);
+                           inside ^= a.x + (place.y + 0.5 - a.y) * slope <= place.x + 0.5 + 1e-9;
+                       }
+                       return inside;
+                   }));
     }
     const Point line[] = {{2, 3}, {8, 3}, {5, 3}};
     EXPECT_TRUE(OMRegion::polygon(line).isEmpty());

@@ -1,18 +1,17 @@
-// Which file a resource is found in.
+// Which file a resource is found in: random use against a model, where tables come from and where
+// they end. And modules and their resources, over which omistream_tests.cpp has streams.
 #include "frameworkfixture.h"
-#include "growth.h"
 #include "nebuilder.h"
 
-#include "omexchangeorder.h"
-#include "omistreamdll16.h"
 #include "omistreamfile.h"
 #include "omresmgr.h"
 
 #include <array>
-#include <numeric>
 #include <random>
 
 using testing_support::NEBuilder;
+using testing_support::toBytes;
+using testing_support::toText;
 
 namespace {
 
@@ -24,152 +23,145 @@ class OMResMgrTest : public testing_support::OMAppTest {
         const OMResMgrFile* file = OMResMgrFindFile(id, type);
         return file ? file->name() : "none";
     }
-    const Strings duplicate = {"OMResMgrFindFile - active, duplicate id 7 found!"};
 };
+
+TEST_F(OMResMgrTest, AnyUseIsThatOfTheModel) {
+    struct File {
+        std::string name{}; ///< by which it was used first; empty: it is not in use
+        int uses = 0, activations = 0;
+    };
+    std::array<File, 4> all;
+    std::map<std::string, std::vector<std::pair<int, File*>>> types;
+    std::mt19937 random(20261126);
+    for (int step = 0; step < 8000; ++step) {
+        const std::size_t which = random() % all.size();
+        File& file = all[which];
+        const std::string name = std::string(1, (random() % 2 ? "abcd" : "ABCD")[which]) + ".rsc";
+        const bool flag = random() % 2 == 0;
+        Strings texts;
+        const auto isUsed = [&](const std::string& operation) {
+            if (file.name.empty()) texts = {operation + " - file " + name + " not being used!"};
+            return !file.name.empty();
+        };
+        switch (random() % 5) {
+        case 0: {
+            Entries table;
+            for (auto left = random() % 30; left > 0; --left)
+                table.push_back({static_cast<std::int16_t>(random() % 8 - 1),
+                                 random() % 3 == 0 ? "ASEQ" : "WAVE"});
+            OMResMgrUseDLL16(name, table, flag);
+            if (file.name.empty()) {
+                file.name = name;
+                std::map<std::string, std::ptrdiff_t> added;
+                for (const auto& [id, type] : table) {
+                    auto& entries = types[std::string(type)];
+                    entries.insert(entries.begin() + added[std::string(type)]++, {id, &file});
+                }
+            }
+            ++file.uses, file.activations += flag;
+            break;
+        }
+        case 1:
+            OMResMgrActivate(name);
+            if (isUsed("OMResMgrActivate")) ++file.activations;
+            break;
+        case 2:
+            OMResMgrDeactivate(name);
+            if (isUsed("OMResMgrDeactivate") && --file.activations < 0) {
+                file.activations = 0;
+                texts = {"OMResMgrDeactivate - too many deactivates for file " + file.name + "!"};
+            }
+            break;
+        default:
+            OMResMgrStopUsing(name, flag);
+            if (!isUsed("OMResMgrStopUsing")) break;
+            if (flag && file.activations > 0) --file.activations;
+            if (file.uses > 0 && --file.uses > 0) break;
+            if (file.activations > 0) {
+                texts = {"OMResMgrStopUsing - file " + file.name + " is still active!"};
+            } else {
+                file = {};
+                for (auto& [type, entries] : types)
+                    std::erase_if(entries, [&](const auto& each) { return each.second == &file; });
+            }
+        }
+        EXPECT_EQ(takeFailures(), std::exchange(texts, {}));
+        if (flag) continue; // tables are sorted when they are searched only
+        const char* const type = random() % 3 == 0 ? "ASEQ" : "WAVE";
+        const int id = static_cast<int>(random() % 8) - 1;
+        auto& entries = types[type];
+        for (std::size_t i = 0; i < entries.size(); ++i)
+            for (std::size_t j = i + 1; j < entries.size(); ++j)
+                if (entries[i].first > entries[j].first) std::swap(entries[i], entries[j]);
+        std::vector<std::string> active;
+        for (const auto& [listed, holder] : entries)
+            if (listed == id && holder->activations > 0) active.push_back(holder->name);
+        if (active.size() > 1)
+            texts = {"OMResMgrFindFile - active, duplicate id " + std::to_string(id) + " found!"};
+        EXPECT_EQ(fileOf(id, type), active.empty() ? "none" : active.front());
+        EXPECT_EQ(takeFailures(), texts);
+        ASSERT_FALSE(HasFailure()) << step;
+    }
+}
 
 TEST_F(OMResMgrTest, TakesTheTableFromWhereverItIsGiven) {
     files.put("own.rsc", NEBuilder().add("WAVE", 1, "x").add("ASEQ", 2, "y").build());
     OMResMgrUseDLL16("own.rsc", true);
-
-    const Entries counted = {{3, "WAVE"}, {4, "ASEQ"}};
-    OMResMgrUseDLL16("counted.rsc", counted, true);
-
     const std::array<OMResMgrEntry, 4> terminated{{{0, "WAVE"}, {5, "WAVE"}, {0, ""}, {6, "WAVE"}}};
     OMResMgrUseDLL16("terminated.rsc", OMResMgrTerminated{terminated.data()}, true);
-
-    const std::string longType = "9 " + std::string(100, 'T');
-    files.put("table.txt",
-              "7 WAVE\r\n\t\x01 8\tASEQ rest\rno number\n10\n\n99999 WAVE\n4444444444 R\n11NFNT\n" +
-                  longType + "\n12 WAVE");
+    files.put(
+        "table.txt",
+        "7 WAVE\r\n\t\x01 8\tASEQ rest\rno number\n10\n\n99999 WAVE\n4444444444 R\n11NFNT\n9 " +
+            std::string(100, 'T') + "\n12 WAVE");
     for (const int mode : {kOMIStreamCache, 10}) {
         OMIStreamFile table("table.txt", mode);
         OMResMgrUseDLL16("stream" + std::to_string(mode), table, mode == 10);
     }
-    struct Row {
-        int id;
-        std::string_view type;
-        std::string_view file;
-    };
     const std::string cutType(79, 'T');
-    const Row rows[] = {
-        {1, "WAVE", "own.rsc"},     {2, "ASEQ", "own.rsc"},     {1, "ASEQ", "none"},
-        {3, "WAVE", "counted.rsc"}, {4, "ASEQ", "counted.rsc"}, {5, "WAVE", "terminated.rsc"},
-        {6, "WAVE", "none"},        {7, "WAVE", "stream10"},    {8, "ASEQ", "stream10"},
-        {10, "WAVE", "none"},       {99999, "WAVE", "none"},    {99999 - 65536, "WAVE", "none"},
-        {11, "NFNT", "stream10"},   {9, cutType, "stream10"},   {12, "WAVE", "stream10"},
-        {7, "wave", "none"},
+    const struct {
+        int id;
+        std::string_view type, file;
+    } rows[] = {
+        {1, "WAVE", "own.rsc"},          {2, "ASEQ", "own.rsc"},   {1, "ASEQ", "none"},
+        {5, "WAVE", "terminated.rsc"},   {6, "WAVE", "none"},      {7, "WAVE", "stream10"},
+        {8, "ASEQ", "stream10"},         {10, "WAVE", "none"},     {99999, "WAVE", "none"},
+        {99999 - 65536, "WAVE", "none"}, {11, "NFNT", "stream10"}, {9, cutType, "stream10"},
+        {12, "WAVE", "stream10"},        {7, "wave", "none"},
     };
-    for (const Row& row : rows) EXPECT_EQ(fileOf(row.id, row.type), row.file) << row.id << row.type;
+    for (const auto& [id, type, file] : rows) EXPECT_EQ(fileOf(id, type), file) << id << type;
     EXPECT_EQ(takeFailures(), Strings{});
     EXPECT_NE(files.text("zorbelog.txt").find("stream10: 2, the first"), std::string::npos);
-}
-
-TEST_F(OMResMgrTest, TableTextsAreSmallerThan64K) {
     for (const std::size_t size : {65536, 65535}) {
-        files.put("table.txt", "1 WAVE\n" + std::string(size - 7, ' '));
+        files.put("table.txt", "20 WAVE\n" + std::string(size - 8, ' '));
         OMIStreamFile table("table.txt", kOMIStreamCache);
         OMResMgrUseDLL16("a.rsc", table, true);
         OMResMgrUseRes("a.dll", table, true);
-        EXPECT_EQ(OMResMgrFindFile(1, "WAVE") != nullptr, size < 65536);
+        EXPECT_EQ(fileOf(20) != "none", size < 65536);
     }
     EXPECT_EQ(takeFailures(),
               (Strings{"OMResMgrUseDLL16 - resource table cannot be larger than 64K!",
                        "OMResMgrUseRes - resource table cannot be larger than 64K!",
-                       "OMResMgrFindFile - active, duplicate id 1 found!"}));
-}
-
-TEST_F(OMResMgrTest, FindsResourcesWhileTheirFileIsUsedAndActive) {
-    const Entries one = {{1, "WAVE"}};
-    const Entries other = {{2, "WAVE"}};
-    OMResMgrUseDLL16("a.rsc", one, false);
-    EXPECT_EQ(fileOf(1), "none");
-    OMResMgrActivate("A.RSC");
-    OMResMgrActivate("a.rsc");
-    OMResMgrDeactivate("a.rsc");
-    EXPECT_EQ(fileOf(1), "a.rsc") << "activations count";
-    OMResMgrDeactivate("a.rsc");
-    EXPECT_EQ(fileOf(1), "none");
-    EXPECT_EQ(takeFailures(), Strings{});
-    OMResMgrDeactivate("a.rsc");
-    EXPECT_EQ(takeFailures(), Strings{"OMResMgrDeactivate - too many deactivates for file a.rsc!"});
-    OMResMgrUseDLL16("a.rsc", other, true); // in use already: its table stays
-    EXPECT_EQ(fileOf(1), "a.rsc") << "the refused one left no debt";
-    EXPECT_EQ(fileOf(2), "none");
-
-    OMResMgrStopUsing("a.rsc", false);
-    EXPECT_EQ(takeFailures(), Strings{}) << "used once more";
-    OMResMgrStopUsing("a.rsc", false);
-    EXPECT_EQ(takeFailures(), Strings{"OMResMgrStopUsing - file a.rsc is still active!"});
-    EXPECT_EQ(fileOf(1), "a.rsc");
-    OMResMgrStopUsing("a.rsc", true);
-    EXPECT_EQ(fileOf(1), "none");
-    OMResMgrActivate("a.rsc");
-    OMResMgrDeactivate("a.rsc");
-    OMResMgrStopUsing("a.rsc", true);
-    EXPECT_EQ(takeFailures(), (Strings{"OMResMgrActivate - file a.rsc not being used!",
-                                       "OMResMgrDeactivate - file a.rsc not being used!",
-                                       "OMResMgrStopUsing - file a.rsc not being used!"}));
-}
-
-TEST_F(OMResMgrTest, AnswersDuplicatesInTheOrderOfTheTable) {
-    const Entries table = {{7, "WAVE"}, {9, "WAVE"}, {7, "ASEQ"}};
-    OMResMgrUseDLL16("old.rsc", table, true);
-    OMResMgrUseDLL16("new.rsc", table, true);
-    // The table holds 7n 9n 7o 9o; sorting it leaves 7n 7o 9n 9o.
-    EXPECT_EQ(fileOf(7), "new.rsc");
-    EXPECT_EQ(takeFailures(), duplicate);
-    OMResMgrDeactivate("new.rsc");
-    EXPECT_EQ(fileOf(7), "old.rsc");
-    OMResMgrActivate("new.rsc");
-    OMResMgrDeactivate("old.rsc");
-    EXPECT_EQ(fileOf(7), "new.rsc");
-    EXPECT_EQ(takeFailures(), Strings{}) << "only active files count as duplicates";
-    OMResMgrClear();
-
-    const Entries early = {{7, "WAVE"}, {3, "WAVE"}};
-    const Entries late = {{7, "WAVE"}};
-    OMResMgrUseDLL16("early.rsc", early, true);
-    OMResMgrUseDLL16("late.rsc", late, true);
-    // 7late 7early 3 becomes 3 7early 7late: the first 7 went to the place of the 3.
-    EXPECT_EQ(fileOf(7), "early.rsc");
-    EXPECT_EQ(takeFailures(), duplicate);
-    OMResMgrClear();
-
-    files.put("a.rsc", NEBuilder().add("WAVE", 7, "first").add("WAVE", 7, "second").build());
-    OMResMgrUseDLL16("a.rsc", true);
-    const auto stream = OMResMgrGetIStream(7, "WAVE", kOMIStreamCache);
-    EXPECT_EQ(takeFailures(), duplicate) << "those of one file are some too";
-    EXPECT_EQ(testing_support::toText(stream->readAll()).substr(0, 5), "first");
+                       "OMResMgrFindFile - active, duplicate id 20 found!"}));
 }
 
 TEST_F(OMResMgrTest, ATableEndsAtExactlyItsLimit) {
-    struct Row {
-        const char* name;
-        std::vector<int> counts; ///< of one file after the other; ids go on
-        std::vector<bool> added;
-    };
-    const Row rows[] = {
-        {"one file full", {8192}, {true}},
-        {"one file above", {8193}, {false}},
-        {"a smaller one after a refused one", {8191, 2, 1, 1}, {true, false, true, false}},
-        {"a large one after small ones", {1, 1, 8191, 8190}, {true, true, false, true}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        int next = 1;
+    for (const auto& counts : {std::vector{8192}, {8193}, {8191, 2, 1, 1}, {1, 1, 8191, 8190}}) {
+        int next = 1; // ids go on from one file to the next
+        int total = 0;
         std::size_t refused = 0;
-        for (std::size_t i = 0; i < row.counts.size(); ++i) {
+        for (std::size_t i = 0; i < counts.size(); ++i) {
             Entries entries{{static_cast<std::int16_t>(i + 1), "ASEQ"}};
-            for (int id = next; id < next + row.counts[i]; ++id)
+            for (int id = next; id < next + counts[i]; ++id)
                 entries.push_back({static_cast<std::int16_t>(id), "WAVE"});
             const std::string name = std::to_string(i);
             OMResMgrUseDLL16(name, entries, true);
-            const std::string expected = row.added[i] ? name : "none";
-            EXPECT_EQ(fileOf(next), expected) << i;
-            next += row.counts[i];
-            EXPECT_EQ(fileOf(next - 1), expected) << i;
+            const bool fits = total + counts[i] <= 8192;
+            total += fits ? counts[i] : 0;
+            refused += !fits;
+            EXPECT_EQ(fileOf(next), fits ? name : "none") << i;
+            next += counts[i];
+            EXPECT_EQ(fileOf(next - 1), fits ? name : "none") << i;
             EXPECT_EQ(fileOf(static_cast<int>(i + 1), "ASEQ"), name) << "other types are added";
-            if (!row.added[i]) ++refused;
         }
         EXPECT_EQ(takeFailures(),
                   Strings(refused, "OMResMgrFile::addToResTypeList - too many resources!"));
@@ -181,49 +173,94 @@ TEST_F(OMResMgrTest, ATableEndsAtExactlyItsLimit) {
     }
 }
 
-// A text of another kind may be taken for a map, and then every few bytes of it are a file.
-TEST_F(OMResMgrTest, ManyFilesAndTypesTakeTimeInProportion) {
-    const auto work = [](int count) {
-        Strings names;
-        for (int i = 0; i < count; ++i) names.push_back(std::to_string(i));
-        for (const std::string& name : names) {
-            const Entries own = {{1, name}, {2, name}};
-            OMResMgrUseDLL16(name, own, true);
-        }
-        EXPECT_EQ(fileOf(2, names.back()), names.back());
-        for (const std::string& name : names) OMResMgrStopUsing(name, true);
-        EXPECT_EQ(fileOf(2, names.back()), "none");
-    };
-    EXPECT_LT(testing_support::growthOfFour(4000, work), testing_support::kInProportion);
-    EXPECT_EQ(takeFailures(), Strings{});
-}
-
 TEST_F(OMResMgrTest, GivesNoStreamsOfWhatItCannotFind) {
-    EXPECT_FALSE(OMResMgrGetIStreamInfo(2, "WAVE"));
-    EXPECT_EQ(OMResMgrGetIStream(2, "WAVE", kOMIStreamCache), nullptr);
-    EXPECT_EQ(takeFailures(), Strings{"OMResMgrGetIStream - resource (id 2 type WAVE) not found!"});
-    for (const auto& [id, type] : {std::pair(0, "WAVE"), std::pair(-1, "WAVE"), std::pair(1, "")}) {
+    const Strings invalid{"OMResMgrGetIStreamInfo - invalid parameter!",
+                          "OMResMgrGetIStream - invalid parameter!"};
+    for (const auto& [id, type] : {std::pair(0, "WAVE"), {-1, "WAVE"}, {1, ""}, {2, "WAVE"}}) {
         EXPECT_FALSE(OMResMgrGetIStreamInfo(id, type));
         EXPECT_EQ(OMResMgrGetIStream(id, type, kOMIStreamCache), nullptr);
-        EXPECT_EQ(takeFailures(), (Strings{"OMResMgrGetIStreamInfo - invalid parameter!",
-                                           "OMResMgrGetIStream - invalid parameter!"}));
+        EXPECT_EQ(takeFailures(),
+                  id == 2 ? Strings{"OMResMgrGetIStream - resource (id 2 type WAVE) not found!"}
+                          : invalid);
     }
 }
 
-TEST(OMExchangeOrder, IsThatOfThePlainSort) {
-    std::mt19937 random(20260101);
-    for (int round = 0; round < 3000; ++round) {
-        std::vector<std::int16_t> ids(random() % (round == 0 ? 1500 : 40));
-        const unsigned range = 1 + random() % 12;
-        for (std::int16_t& id : ids)
-            id = static_cast<std::int16_t>(static_cast<int>(random() % range) - 3);
-        std::vector<std::size_t> order(ids.size());
-        std::iota(order.begin(), order.end(), std::size_t{0});
-        for (std::size_t i = 0; i + 1 < order.size(); ++i)
-            for (std::size_t j = i + 1; j < order.size(); ++j)
-                if (ids[order[i]] > ids[order[j]]) std::swap(order[i], order[j]);
-        ASSERT_EQ(OMExchangeOrder(ids), order) << "round " << round;
+// Resources of the program itself and of module files
+
+class OMResTest : public testing_support::OMAppTest {
+  protected:
+    OMResTest() {
+        machine.modules().resources = {{{"TEXT", 1}, toBytes("of the program")},
+                                       {{"WAVE", 2}, toBytes("sound")}};
+        files.put(
+            "mod.dll",
+            NEBuilder().add("TEXT", 1, "of the module...").add("CURSOR", 3, "a cursor").build());
     }
+    /// What the resource manager finds of them all.
+    static std::string found() {
+        std::string all;
+        for (const auto& [id, type] :
+             {std::pair(1, "TEXT"), std::pair(2, "WAVE"), std::pair(3, "CURSOR")})
+            all += OMResMgrGetIStreamInfo(id, type)
+                       ? toText(OMResMgrGetIStream(id, type, kOMIStreamCache)->readAll()).c_str()
+                       : "none",
+                all += '/';
+        return all;
+    }
+};
+
+TEST_F(OMResTest, ModulesTellWhyAndCountLocksAndLeaveTheirResourcesLoaded) {
+    files.put("text.dll", "no module");
+    for (const auto& [name, error] : {std::pair("none.dll", OMResFile::Error::NotFound),
+                                      std::pair("text.dll", OMResFile::Error::CannotLoad)}) {
+        const OMResFile file(name);
+        EXPECT_EQ(file.error(), error) << name;
+        EXPECT_TRUE(file.getResTypes().empty() && file.getResIDs("TEXT").empty()) << name;
+    }
+    auto file = std::make_unique<OMResFile>("mod.dll");
+    OMRes missing(2, "TEXT", file.get());
+    EXPECT_EQ(missing.status(), OMRes::Status::NotLoaded);
+    EXPECT_EQ(missing.lock(), nullptr);
+    EXPECT_EQ(missing.status(), OMRes::Status::CannotLock);
+
+    OMRes resource(1, "TEXT", file.get());
+    EXPECT_EQ(resource.lock(), resource.lock());
+    resource.unlock();
+    EXPECT_TRUE(resource.isLocked());
+    resource.unlock();
+    EXPECT_EQ(takeFailures(), Strings{});
+    resource.unlock();
+    EXPECT_EQ(resource.status(), OMRes::Status::CannotUnlock);
+    const std::byte* bytes = OMRes(1, "TEXT", file.get()).lock();
+    EXPECT_EQ(takeFailures(), (Strings{"OMRes::unlock - too many unlocks!",
+                                       "OMRes::~OMRes - instance is still locked!"}));
+    EXPECT_EQ(toText({bytes, 16}), "of the module...");
+    file.reset();
+    EXPECT_EQ(takeFailures().size(), 1U) << "some are still attached";
+    EXPECT_EQ(toText({resource.lock(), 16}), "of the module...");
+    resource.unlock();
+}
+
+TEST_F(OMResTest, TheResourceManagerUsesModules) {
+    OMResMgrUseRes("", true); // the program itself
+    EXPECT_EQ(found(), "of the program/sound/none/");
+    OMResMgrUseRes("mod.dll", true);
+    EXPECT_EQ(OMResMgrFindFile(3, "CURSOR")->name(), "mod.dll");
+    OMResMgrStopUsing("", true);
+    EXPECT_EQ(found(), "of the module.../none/a cursor/");
+    OMResMgrStopUsing("MOD.DLL", true);
+    EXPECT_EQ(found(), "none/none/none/");
+
+    const OMResMgrEntry entries[] = {{1, "TEXT"}, {0, ""}};
+    OMResMgrUseRes("mod.dll", OMResMgrTerminated{entries}, true);
+    EXPECT_EQ(found(), "of the module.../none/none/") << "only what the table says";
+    OMResMgrStopUsing("mod.dll", true);
+    files.put("table", "3 CURSOR\n");
+    OMCachedFile::cache("table"); // a stream over a cached file was filled once when it was made
+    OMIStreamFile table("table", kOMIStreamCache);
+    OMResMgrUseRes("mod.dll", table, true);
+    EXPECT_EQ(found(), "none/none/a cursor/");
+    EXPECT_EQ(takeFailures(), Strings{});
 }
 
 } // namespace
