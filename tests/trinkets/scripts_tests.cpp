@@ -255,10 +255,10 @@ TEST_F(Scripts, ExpressionsOfNumbersAreAsTheRulesHaveThem) {
         text += "v." + std::to_string(count++) + "=" + value + "; ";
     text += "for round 1 6; [; ";
     for (int i = 0; i < kExpressions; ++i) {
-        const std::string expression = word(word, 3) + "+0";
+        const std::string condition = word(word, 3), expression = condition + "+0";
         text += "n=(n*7+3)%" + std::to_string(count) +
                 "; a=v.n; item.4=v.n; c=v.n; n=(n+round)%13; b=v.n; x=" + expression +
-                "; t=0; if " + expression + "; t=1; say x t; ";
+                "; t=0; if " + condition + "; t=1; say x t; ";
     }
     text = lines(text + "]; wait; ");
     run(text);

@@ -43,12 +43,14 @@ double randomDouble(std::mt19937_64& random, int kind) {
 }
 
 TEST(Numbers, HaveTheTextOfFifteenDigitsAndTheValueOfTheirText) {
-    const auto check = [](double value) {
+    int scale = 0; // of whatever number was before
+    const auto check = [&scale](double value) {
         char printed[64];
         char buffer[ynumber::kBufferSize];
         std::snprintf(printed, sizeof printed, "%.15g", value);
         ASSERT_EQ(ynumber::format(value, buffer), printed);
         ASSERT_EQ(ynumber::throughText(value), std::strtod(printed, nullptr)) << printed;
+        ASSERT_EQ(ynumber::throughText(value, scale), ynumber::throughText(value));
     };
     std::mt19937_64 random{20240611};
     for (int i = 0; i < 60000; ++i) check(randomDouble(random, i % 6));
