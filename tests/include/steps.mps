@@ -1,6 +1,9 @@
 ; Steps: a text of verbs with their words, with commas between them, as in "put a.1 c.1, look a.1 x y, tell". Answers
-; are a.1 and so on, containers c.1 and so on, the puzzle is p. What is seen stands in line until it is told.
+; are a.1 and so on, containers c.1 and so on, what the scene is about is p. What is seen stands in line until it is
+; told. While the steps wait the milliseconds are counted in now.
 line=""
+now=0
+here=1
 procedure cut
 [
 end=" "@words
@@ -24,7 +27,13 @@ procedure pick
 call cut
 one=word
 index=word|3
-family=word|1|1@"ac"
+family=word|1|1
+if family="a"
+it.here=&a.index
+else if family="c"
+it.here=&c.index
+else
+it.here=&p
 ]
 procedure look
 [
@@ -33,10 +42,7 @@ mark=" "
 for ~words
 [
 call cut
-if family=1
-get a.index word got
-else
-get c.index word got
+get it.here word got
 line=line+mark+got
 mark=","
 ]
@@ -49,35 +55,20 @@ for ~words
 call cut
 setting=word
 call cut
-if family=1
-set a.index setting word
-else
-set c.index setting word
+set it.here setting word
 ]
 ]
-procedure lay
+procedure ask
 [
 call pick
-call cut
-left=word
-call cut
-if family=1
-play a.index "place" left word
-else
-play c.index "place" left word
-]
-procedure tell
+for part 0 6
 [
-say line
-line=""
+word=""
+if ~words
+call cut
+part.part=word
 ]
-procedure puzzle
-[
-call cut
-method=word
-call pick
-call cut
-play p method one word
+play it.here part.0 part.1 part.2 part.3 part.4 part.5 part.6
 ]
 procedure put
 [
@@ -95,6 +86,24 @@ procedure lose
 [
 call cut
 drop var word
+]
+procedure note text
+line=line+text
+procedure tell
+[
+say line
+line=""
+]
+procedure wait time
+for tick 1 time
+[
+pause 0.0011
+now=now+1
+]
+procedure await
+[
+call cut
+call wait word
 ]
 ; One of each kind, for copies.
 procedure makeKinds wide high

@@ -131,7 +131,7 @@ for j 1 6
 call make j
 call answer 1 266
 call answer 2 266
-call do "put a.1 c.1, look a.1 x y z, give c.1 x 130, look a.1 x y z, give c.1 y -20, look a.1 x y z, lay c.1 200 100"
+call do "put a.1 c.1, look a.1 x y z, give c.1 x 130, look a.1 x y z, give c.1 y -20, look a.1 x y z, ask c.1 place 200 100"
 play c.1 offset -3 8
 call do "look a.1 x y z, give c.1 visible 0 visible 1"
 group=OMMultiTrinket 0
@@ -163,7 +163,7 @@ for i 1 2
 call do "look c."+i+" "+own.j
 call do "look c."+i+shared
 ]
-call do "look c.2 answerCount, lay c.2 0 0, look a.1 isUsed y, tell"
+call do "look c.2 answerCount, ask c.2 place 0 0, look a.1 isUsed y, tell"
 ]
 ;=  9,1 1,1,0,9,8,7,t,60,40 9,1 1,1,0,9,8,7,t,60,40 0 1,18
 ;=  9,tag,1,9,8,1 1,1,0,9,8,7,t,60,40 9,tag,1,9,8,1 1,1,0,9,8,7,t,60,40 0 1,16
@@ -191,7 +191,7 @@ call do "put a."+i+" c.1, look a."+i+" x y z, look c.1 answerCount isFull isSolv
 call tell
 call do "give c.1 solvedAnswerCount 3, look c.1 isSolved, give c.1 solvedAnswerCount 2, look c.1 isSolved"
 call do "give c.1 solvedAnswerCount 0, look c.1 isSolved, give c.1 solvedAnswerCount -1, look c.1 isSolved"
-call do "puzzle removeAnswer a.1 0, look a.2 x y, look a.3 x y, puzzle removeAnswer a.3 0, look a.2 x y"
+call do "ask p removeAnswer a.1 0, look a.2 x y, look a.3 x y, ask p removeAnswer a.3 0, look a.2 x y"
 call do "look c.1 answerCount isFull isSolved answerValue, tell"
 ;=  0,0,1,0 110,110,12 1,0,0,1 112,61,5 2,0,0,3 120,41,5 3,1,1,6
 ;=  1 0 0 1 112,101 120,81 112,101 1,0,0,2
@@ -225,7 +225,7 @@ call do "look a."+i+" x"
 ]
 procedure insert number left
 [
-call do "lay a."+number+" "+left+" 50, put a."+number+" c.1"
+call do "ask a."+number+" place "+left+" 50, put a."+number+" c.1"
 call reads
 ]
 call make 4
@@ -269,7 +269,7 @@ play c.1 addAnswerMatch word
 call make 4
 call three 266 266 266
 call do "give a.1 attribute m, give a.2 attribute ar, look c.1 isSolved, put a.1 c.1, match mar, match arm, look c.1 isSolved"
-call do "put a.2 c.1, look c.1 isSolved, take a.1 c.1, lay a.1 180 50, put a.1 c.1, look c.1 answerMatchString isSolved"
+call do "put a.2 c.1, look c.1 isSolved, take a.1 c.1, ask a.1 place 180 50, put a.1 c.1, look c.1 answerMatchString isSolved"
 call do "give c.1 answerMatchString Arm, look c.1 isSolved, match arm, look c.1 isSolved"
 play c.1 dumpAnswerMatches
 call do "look c.1 isSolved, take a.1 c.1, take a.2 c.1, look c.1 isSolved"
@@ -328,7 +328,7 @@ call do "give c.1 infoVerticalOffset -4, look c.9 x y"
 call cover 1 1
 call do "look c.9 frame"
 call cover 2 3
-call do "look c.9 frame, take a.2 c.1, take a.1 c.1, look c.9 frame, lay c.1 110 70, look c.9 x y, tell"
+call do "look c.9 frame, take a.2 c.1, take a.1 c.1, look c.9 frame, ask c.1 place 110 70, look c.9 x y, tell"
 call do "give c.1 z 40, look c.9 z, give c.1 visible 0, look c.9 visible, give c.1 visible 1, look c.9 visible"
 c.2=c.1
 call do "look c.9 x y z, give c.1 infoAOID -1, look c.9 x y z, give c.2 infoAOID 99, look c.9 x, look c.2 infoAOID, tell"
@@ -336,4 +336,4 @@ quit
 ;=  154,74,31,1 154,78 154,34 105,52,31 2,0 2 165,52,31 5,0 4 1 164,54
 ;=  41 0 1 164,54,41 164,54,41 41 99
 ;! ASEQ resource 99 not found.
-;! c.index is not a trinket,\nso "get" won't work here
+;! it.here is not a trinket,\nso "get" won't work here

@@ -47,7 +47,7 @@ c.5=RHorizontalValueContainer -1 0 0 100 100 5
 c.6=RFabricContainer -1 0 0 100 100 5
 for i 1 6
 play p addContainer "c."+i
-call do "puzzle addAnswer a.2 -, puzzle addAnswer a.3 -, give a.2 value 77, give a.3 text1 old"
+call do "ask p addAnswer a.2, ask p addAnswer a.3, give a.2 value 77, give a.3 text1 old"
 play p setAnswer 1 4 266 two second "" none none
 play p setAnswer 1 three ""
 play p setContainer 1 harbour 12x -3
