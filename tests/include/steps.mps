@@ -12,10 +12,11 @@ words=words|(end+1)
 ]
 procedure do steps
 [
-steps=steps+", "
 for ~steps
 [
 end=", "@steps
+if end=0
+end=~steps+1
 words=steps|1|(end-1)+" "
 steps=steps|(end+2)
 call cut
@@ -61,14 +62,29 @@ set it.here setting word
 procedure ask
 [
 call pick
-for part 0 6
+parts=0
+for ~words
 [
-word=""
-if ~words
 call cut
-part.part=word
+parts=parts+1
+part.parts=word
 ]
-play it.here part.0 part.1 part.2 part.3 part.4 part.5 part.6
+if parts=1
+play it.here part.1
+else if parts=2
+play it.here part.1 part.2
+else if parts=3
+play it.here part.1 part.2 part.3
+else if parts=4
+play it.here part.1 part.2 part.3 part.4
+else if parts=5
+play it.here part.1 part.2 part.3 part.4 part.5
+else if parts=6
+play it.here part.1 part.2 part.3 part.4 part.5 part.6
+else if parts=7
+play it.here part.1 part.2 part.3 part.4 part.5 part.6 part.7
+else if parts=8
+play it.here part.1 part.2 part.3 part.4 part.5 part.6 part.7 part.8
 ]
 procedure put
 [
@@ -87,8 +103,11 @@ procedure lose
 call cut
 drop var word
 ]
-procedure note text
-line=line+text
+procedure note
+[
+call cut
+line=line+" "+word
+]
 procedure tell
 [
 say line
