@@ -4,24 +4,31 @@
 line=""
 now=0
 here=1
+level=0
+words=""
 procedure cut
 [
 end=" "@words
 word=words|1|(end-1)
 words=words|(end+1)
 ]
-procedure do steps
+procedure do given
 [
-for ~steps
+kept.level=words
+level=level+1
+steps.level=given
+for ~steps.level
 [
-end=", "@steps
+end=", "@steps.level
 if end=0
-end=~steps+1
-words=steps|1|(end-1)+" "
-steps=steps|(end+2)
+end=~steps.level+1
+words=steps.level|1|(end-1)+" "
+steps.level=steps.level|(end+2)
 call cut
 call $word
 ]
+level=level-1
+words=kept.level
 ]
 procedure pick
 [
