@@ -50,7 +50,7 @@ EndTransition 0
 procedure W
 [
 OpenFile "drags"
-t=30
+t=50
 call writeDrags
 CloseFile
 ]
@@ -62,3 +62,7 @@ call $word
 ]
 keys=RKbdInp 0
 set keys keyPressed onKey
+; what the script does behind its includes is for the second visit
+pause 0.01
+if ~t>1
+wait
