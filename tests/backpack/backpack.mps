@@ -148,6 +148,7 @@ call do "ask p removeObject 12, ask p removeObject 1, items, tell"
 call do "give p visible 0, ask p removeObject 0, ask p addObject 3, look a.1 visible"
 call do "give p visible 1, look a.1 visible, nobody, tell"
 set OMAnimation born
+call follow
 
 ;=  -1,0,0,0,0 wrong 0 0 4 0 3 2 3 3 0 4 0 0 0 0
 ;=  0 1 1

@@ -105,6 +105,7 @@ set RHotSpot born
 a.1=RAnimation 2001 20
 set a.1 mouseDown onHeard
 set a.1 dblClick onTwice
+call follow
 ;=  0,21 1,21 359,21 501,21 p p -3 next: 
 ;=  twice a.1 p 1 next:  p
 ;=  :.... :...1. :..13.3. :.... :.... :..13.1.

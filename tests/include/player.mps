@@ -36,7 +36,12 @@ if item="blink"
 t=t-1
 ]
 procedure A
+drop wait
+; The script's last statement; the steps are done in it, not in a handler.
+procedure follow
+for
 [
+wait
 call nextOfPlot
 for isGesture
 call nextOfPlot

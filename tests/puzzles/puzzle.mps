@@ -348,6 +348,7 @@ case=0
 fine=0
 placed=0
 missed=0
+call follow
 ;=  a.1.up c.1.on a.1.drop a.1.in c.1.put :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
 ;=  a.1.up c.1.take a.1.out a.1.drop a.1.in c.1.put :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
 ;=  a.1.up c.1.take a.1.out :  130,130,0,1 100,100,0 60,400,0,1 260,100,0
@@ -399,6 +400,5 @@ missed=0
 ;! event "removedFromContainer" (ignored)\n
 ;! Invoking method "removeAnswer"\ncaused event "answerRemoved" (ignored)\n
 ;! event "removedFromContainer" (ignored)\n
-;! Nested interrupt on c.1's event
 ;! Invoking method "addAnswerToContainer"\ncaused event "addedToContainer" (ignored)\n
 ;! event "answerPlaced" (ignored)\n
