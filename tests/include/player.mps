@@ -25,19 +25,19 @@ procedure writePlot
 for
 [
 call nextOfPlot
-if item="end"
-break
 if isGesture
 call write item
 else
 call write kA
+if item="end"
+break
 ; what follows comes in the same turn
 if item="blink"
 t=t-1
 ]
 procedure A
 drop wait
-; The script's last statement; the steps are done in it, not in a handler.
+; Waits for the keys, and does the steps; so they are done in no handler.
 procedure follow
 for
 [
@@ -45,6 +45,8 @@ wait
 call nextOfPlot
 for isGesture
 call nextOfPlot
+if item="end"
+break
 call do item
 ]
 procedure blink
