@@ -1,5 +1,6 @@
-; The map game, p: its board and traps, where pictures lie and which trails are seen, when a run ends or
-; is stopped, what the log says of it. Sounds are not there, so that boxes name what is played.
+; The map game, p: its board and traps, where pictures lie and which trails are seen, when a run
+; ends or is stopped, what the log says of it. Sounds are not there, so that boxes name what is
+; played.
 yield off
 include steps.mps
 procedure ended
@@ -58,7 +59,8 @@ call do "give p cellsH 5 cellsV 5 cellSizeH 10 cellSizeV 8 moveDelay 10"
 for n 0 7
 set p directionGraphicID n 2310
 ]
-; how runs end, also over the finish, beside the board, on traps with and without sounds, without steps
+; how runs end, also over the finish, beside the board, on traps with and without sounds, without
+; steps
 p=RMap 20 10
 set p finished ended
 call do "give p cellsH 5 cellsV 5 moveDelay 10 finishX 4 offMapSoundID 66"
@@ -139,7 +141,8 @@ call do "give p mapGraphicID 99 startGraphicID -1, see"
 p=RMap 20 10
 call do "give p cellSizeH 10 finishX 3 finishGraphicID 2712, ask p offset 5 5, look p x"
 call do "give p finishGraphicID -1, look p x, give p mapGraphicID 2301, look p x width, tell"
-; when the steps come, with other delays meanwhile, and after a pause, which counts once, for its run
+; when the steps come, with other delays meanwhile, and after a pause, which counts once, for its
+; run
 call begin
 set p finished ended
 timed=1

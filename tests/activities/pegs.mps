@@ -1,6 +1,6 @@
-; The peg game: which hole a peg is dropped into, to the pixel, holding one, what handlers do, filling
-; and taking out; and whole games at random, as a model has them. The holes lie in a row of 42 pixels
-; each; those that are empty are told, behind the depth of a peg that has another one.
+; The peg game: which hole a peg is dropped into, to the pixel, holding one, what handlers do,
+; filling and taking out; and whole games at random, as a model has them. The holes lie in a row of
+; 42 pixels each; those that are empty are told, behind the depth of a peg that has another one.
 ;: rsc golden
 ;> 5 key W
 ;$ then --input content/drags --until 20000

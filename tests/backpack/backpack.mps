@@ -1,5 +1,6 @@
-; The backpack, p: which pictures its things have and where they lie, what it refuses, what is dragged out
-; of it, and how it is closed. Things 2 to 4 have pictures, of 30 by 20, 24 by 24 and 24 by 25.
+; The backpack, p: which pictures its things have and where they lie, what it refuses, what is
+; dragged out of it, and how it is closed. Things 2 to 4 have pictures, of 30 by 20, 24 by 24 and 24
+; by 25.
 ;> 5 key W
 ;$ then --input content/drags --until 1000
 yield off
@@ -9,8 +10,8 @@ include steps.mps
 ; corners and around it, and one within.
 spots=["234 188" "306 188" "342 216" "387 288" "189 89" "388 188" "188 188" "306 289" "306 88"
 spots=["506 288" "280 118" "299 147" "279 130" "300 130" "290 117" "290 148" "285 120"
-; Inside and over the edges by a pixel; just outside; a lost release; handlers that put something else in
-; its place and drop the backpack.
+; Inside and over the edges by a pixel; just outside; a lost release; handlers that put something
+; else in its place and drop the backpack.
 plot=["eight, open" d2 m4 u4 d2 m5 u5 d2 m6 u6 d2 m7 u7 d2 m8 u8 d2 m9 u9 d3 "m442 316" b0 u9 f0
 plot=["onDropped, tell, set replaced" d2 m10 u10 "items, tell" d2 m10 u10 "set gone" d1 m10 u10
 ; Closed where it was pressed, as long as it is seen, and not elsewhere.

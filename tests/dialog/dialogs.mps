@@ -37,8 +37,8 @@ procedure onBackground
 get RECEIVER name who
 line=line+(who|3)
 ]
-; Two ports and two dialogs, made in turn, go in these orders, with a new background in the midst. What
-; is told are the ports that hear of a click before each step.
+; Two ports and two dialogs, made in turn, go in these orders, with a new background in the midst.
+; What is told are the ports that hear of a click before each step.
 orders=["1234" "4321" "2413" "3142" "1324" "4231"
 procedure N
 [
@@ -64,8 +64,8 @@ i=orders.order
 i=i|gone|1
 drop c.i
 ]
-; Its parts lie one above the other, and it is not dragged; the picture's number has 16 bits; a boat at
-; its depth and before it; its parts are not touchy when it is not; without its pictures.
+; Its parts lie one above the other, and it is not dragged; the picture's number has 16 bits; a boat
+; at its depth and before it; its parts are not touchy when it is not; without its pictures.
 plot=["d5 5" "m105 105" "u105 105" "w56 310" "u56 310" "d535 335" "u535 335" "give p z 18, tell"
 plot=["w56 310" "u56 310" "give p z 20 touchy 0" "d56 310" "u56 310" "d535 335" "u535 335"
 plot=["give p touchy 1" "d380 335" "u380 335" "empty" "d5 5" "u5 5" "lose p, lose a.1, tell" end
