@@ -174,16 +174,11 @@ play d.1 add "c.1"
 
 ; by type and by variable; a play that waits has waited for the end after a resume, and for a halt
 c.2=RQueue 1 0
-play c.1 add "c.2"
-call do "fill 2 5, look c.1 isInterruptible actionCount, lose c.2"
-call do "look c.1 actionCount isInterruptible"
-play c.1 add Nothing 1
-play c.1 add "line"
+call do "ask c.1 add c.2, fill 2 5, look c.1 isInterruptible actionCount, lose c.2"
+call do "look c.1 actionCount isInterruptible, ask c.1 add Nothing 1, ask c.1 add line"
 call do "queue 2 20 1, begin 2"
 play c.2 resume }
-call do "note _over, queue 1 5"
-play c.1 add VerbAction "c.2" 1 halt
-play c.1 start
+call do "note _over, queue 1 5, ask c.1 add VerbAction c.2 1 halt, ask c.1 start"
 play c.2 start }
 call do "note _halted, tell"
 ;=  0,1 0,1 c.2@0 _over c.1@0 _halted
@@ -193,13 +188,10 @@ call do "note _halted, tell"
 ; Delays: with a pause, halted, none, 300 times 3, 4 or 5, and 3 and 4 of no width.
 call do "queue 1 1000, begin 1, await 360, hold, await 700, begin 1, await 90, ask c.1 halt"
 call do "await 950, queue 1, ask c.1 add DelayAction -5, begin 1, await 9, ask c.1 clear, tell"
-play c.1 add RandomDelayAction 3 6
-call do "give c.1 repeatCount 300, begin 1, await 1350, ask c.1 clear, give c.1 repeatCount 1"
-play c.1 add RandomDelayAction 3 3
-play c.1 add RandomDelayAction 4 2
-call do "begin 1, await 9, tell, queue 1"
-play c.1 add RandomDelayAction -2147483648 2147483647
-play c.1 start
+call do "ask c.1 add RandomDelayAction 3 6, give c.1 repeatCount 300, begin 1, await 1350"
+call do "ask c.1 clear, give c.1 repeatCount 1, ask c.1 add RandomDelayAction 3 3"
+call do "ask c.1 add RandomDelayAction 4 2, begin 1, await 9, tell, queue 1"
+call do "ask c.1 add RandomDelayAction -2147483648 2147483647, ask c.1 start"
 
 ;=  c.1@1089 c.1@0
 ; Moves: from where, how fast, faster by, to where. The animation, a.1, stands then; a.2 is moved.
@@ -262,9 +254,8 @@ call do "look a.2 x y, tell"
 call do "begin 1, lose a.2, await 9"
 a.2=RHotSpot 0 0 10 10
 call again
-play c.1 add MoveXAction "a.1" "a.2" 0 10 0 95
-call do "begin 1, await 180, lose a.1, look a.2 x y, look c.1 isActive, await 9, look a.2 x y"
-call do "look c.1 isActive, tell"
+call do "ask c.1 add MoveXAction a.1 a.2 0 10 0 95, begin 1, await 180, lose a.1, look a.2 x y"
+call do "look c.1 isActive, await 9, look a.2 x y, look c.1 isActive, tell"
 ;=  c.1@1189 c.1@6
 ;=  X 0 10 20 25 still 1 X 0 10 20 still 1 X 50 47 42 40 still 1 X 0 1 3 6 8 still 1
 ;=  X 7 still 1 X 0 4 still 1 Y 50 47 42 40 still 1 4,40
@@ -276,11 +267,9 @@ set OMAnimation born born
 call do "queue 1, ask c.1 add AnimAction 2003 30 40 7 1 1, begin 1, await 450, look a.3 x y z, hold"
 call do "await 1800"
 call again
-play c.1 add AnimAction 2003 8 2
-call do "begin 1, await 90, look a.3 x y z, await 1800"
+call do "ask c.1 add AnimAction 2003 8 2, begin 1, await 90, look a.3 x y z, await 1800"
 call again
-play c.1 add AnimAction 2003 0 -1
-call do "begin 1, await 2700, ask c.1 halt, look c.1 isActive"
+call do "ask c.1 add AnimAction 2003 0 -1, begin 1, await 2700, ask c.1 halt, look c.1 isActive"
 line=line+" "+a.3
 play c.1 start
 drop c.1
@@ -288,9 +277,7 @@ line=line+a.3
 call tell
 set OMAnimation born
 call again
-play c.1 add AnimAction -1 0 1
-play c.1 add AnimAction 77 0 1
-play c.1 start
+call do "ask c.1 add AnimAction -1 0 1, ask c.1 add AnimAction 77 0 1, ask c.1 start"
 ;=  c.1@0 20,0 1 c.1@180 95,0 0
 ;! ASEQ resource 77 not found.
 ; Several wait for one animation, also for one that a move stops; one that goes while they are held;
@@ -321,10 +308,7 @@ call again
 play c.1 add SoundAction 207 i
 call do "begin 1, await 45, hold, await 400, begin 1, ask c.1 halt, await 500"
 ]
-call do "ask c.1 clear, tell"
-play c.1 add SoundAction -1
-play c.1 add SoundAction 6
-play c.1 start
+call do "ask c.1 clear, tell, ask c.1 add SoundAction -1, ask c.1 add SoundAction 6, ask c.1 start"
 quit
 ;=  50,4 0 80,8
 ;=  c.1@367 c.1@367

@@ -83,12 +83,10 @@ call do "run 0 2 2 4, run 0 4 0 1, run 2 2 1 1, run 0 0 1 0 2 4 1 -7, run 4 0 2 
 ;% Hit the finish!
 ; the board's sizes; the traps of 3 x 2 cells, of a shorter text, and after another size
 call do "give p cellsV 2147483647 cellsH 2147483647, look p cellsH cellsV"
-call do "give p cellsH -5 cellSizeH 20000, give p startX -2147483648"
-call do "look p cellsH cellSizeH startX, tell"
+call do "give p cellsH -5 cellSizeH 20000 startX -2147483648, look p cellsH cellSizeH startX, tell"
 procedure traps
 [
-play p clearMoves
-play p addMove 2 1
+call do "ask p clearMoves, ask p addMove 2 1"
 for n 0 1
 for k -1 1
 [
@@ -104,8 +102,7 @@ for n 0 9
 set p trapSoundID n 300+n
 play p setTerrain "1x9/:20000"
 call traps
-play p setTerrain "5"
-set p cellsH 3
+call do "ask p setTerrain 5, give p cellsH 3"
 call traps
 set p cellsV 3
 call traps
@@ -128,7 +125,7 @@ get mark.marks x left
 line=line+" "+count+" to "+left
 ; pictures in the middle of their cells, also larger ones; where the board goes with them
 call do "tell, begin, give p z 30 startGraphicID 2712, see"
-call do "give p mapGraphicID 2301 finishGraphicID 2631, give p finishX 2 finishY 1, see"
+call do "give p mapGraphicID 2301 finishGraphicID 2631 finishX 2 finishY 1, see"
 call do "give p cellSizeH 8 cellSizeV 7, see, give p x 0 touchy 0, run 0 0 2 1, see"
 get mark.2 z deep
 get mark.4 z deeper

@@ -105,12 +105,8 @@ play p removePeg i
 ]
 procedure large
 [
-play p fill
-play p removePeg 13
-set p pegID 281
-play p fill
-set p pegID 450
-play p removePeg 6
+call do "ask p fill, ask p removePeg 13, give p pegID 281, ask p fill, give p pegID 450"
+call do "ask p removePeg 6"
 ]
 procedure anew
 call do "note anew, ask p reset"

@@ -192,8 +192,7 @@ call do "at 2, lay 4 3 2, lay 2 0 3, lay 2 3 1, ask p reset, lay 2 3 1"
 call do "tell, give p cellsH 2000000 cellsV 2000000 cellWidth 2000000 cellHeight -5"
 call do "look p cellsH cellsV cellWidth cellHeight, at 2, begin, make 2"
 ; What is refused.
-play p setPieceCellXY 0 1 1
-play p setPieceHomeBox 13 1 2 3 4
+call do "ask p setPieceCellXY 0 1 1, ask p setPieceHomeBox 13 1 2 3 4"
 properties=[pieceCellX pieceCellY pieceGraphicID pieceIsAnchored pieceView
 for k 1 5
 [

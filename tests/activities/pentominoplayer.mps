@@ -43,9 +43,7 @@ line=""
 ]
 procedure other
 [
-set p piecePickedUpSoundID -1
-set p rotaterGraphicID 99
-set p rotaterGraphicID -1
+call do "give p piecePickedUpSoundID -1 rotaterGraphicID 99 rotaterGraphicID -1"
 call do "look p rotaterGraphicID, give p rotaterGraphicID 440"
 ]
 procedure again
@@ -62,9 +60,8 @@ set p piecePickedUp gone
 procedure solvedAgain
 [
 set p piecePickedUp
-play p setSolutionString 1 "--X"
-play p setSolutionString 2 "--X"
-play p setSolutionString 3 "XXX"
+call do "ask p setSolutionString 1 --X, ask p setSolutionString 2 --X"
+call do "ask p setSolutionString 3 XXX"
 set p solved again
 ]
 procedure solvedGone
@@ -79,7 +76,7 @@ procedure begin
 p=RPentominoGame 100 80 5
 call do "give p cellsH 5 cellsV 4 cellWidth 20 cellHeight 20 rotaterGraphicID 420 flipperGraphicID 421"
 call do "give p pieceFlippedSoundID 21 pieceGoHomeSoundID 22 piecePickedUpSoundID 23 pieceRotatedSoundID 24"
-set p pieceSnappedSoundID 25
+call do "give p pieceSnappedSoundID 25"
 call piece 7
 call piece 10
 ]

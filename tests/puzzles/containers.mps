@@ -1,5 +1,6 @@
-; Containers of all kinds without a player: what is right, where answers come to rest, who is locked, where they go
-; with their container, and what sounds. Missing sounds are told by boxes, and so is what is heard when.
+; Containers of all kinds without a player: what is right, where answers come to rest, who is
+; locked, where they go with their container, and what sounds. Missing sounds are told by boxes, and
+; so is what is heard when.
 ;: rsc golden
 yield off
 ActivateDLL golden.rsc
@@ -69,19 +70,19 @@ call do "give c.1 answerCount 1 isFull 1 isSolved 1, look c.1 answerCount isFull
 ;=  1 0 1 1 1 1 1 0 1 0 1 1 1 1 1 1 1
 ;=  1 0 0 0 0 1 0 0 0 0 0 0 0 1 0 0 0
 ;=  1,1,0 0,0,0
-; Other properties, and one that there is not, which is no empty one; an attribute is a value until there is one.
+; Other properties, and one that there is not, which is no empty one; an attribute is a value until
+; there is one.
 call do "give a.1 attribute Porto tag Faro, put a.1 c.1, look c.1 isSolved"
 call do "give c.1 answerProperty tag, look c.1 isSolved, give c.1 attribute Faro, look c.1 isSolved"
-call do "give c.1 answerProperty weight, look c.1 isSolved"
-set c.1 attribute ""
-call do "look c.1 isSolved"
+call do "give c.1 answerProperty weight, look c.1 isSolved, give c.1 attribute , look c.1 isSolved"
 call make 1
 call answer 1 266
-call do "give c.1 value 7, put a.1 c.1, give a.1 attribute 7, look c.1 isSolved"
-call do "give a.1 value 8, look c.1 isSolved, tell"
+call do "give c.1 value 7, put a.1 c.1, give a.1 attribute 7, look c.1 isSolved, give a.1 value 8"
+call do "look c.1 isSolved, tell"
 ;=  1 0 1 0 0 1 0
 
-; The middle comes to the middle, halves are rounded toward zero; then to a point, and the hot point there.
+; The middle comes to the middle, halves are rounded toward zero; then to a point, and the hot point
+; there.
 pictures=[266 263 261 262 266 266 266 266
 insets=["" "" "" "" " extraLeft 5 extraTop 2 extraBottom 1" " extraRight 5 extraBottom 3" " extraLeft -4" " extraLeft 30"
 for j 1 2
@@ -107,17 +108,19 @@ call do "give c.1 anchorAnswerAtPoint "+(i<4)+", put a.1 c.1, look a.1 x y z"
 call tell
 ;=  107,47,11 107,47,11 103,38,11 116,50,11 120,59,11
 
-; Right answers are locked by some; all answers by who is disabled, until they leave or are released.
+; Right answers are locked by some; all answers by who is disabled, until they leave or are
+; released.
 for j 1 6
 [
 call make j
 set c.1 wants.j 3
 call answer 1 266
-call do "give c.1 lockCorrectAnswers 1, give a.1 attribute 4, put a.1 c.1, look a.1 movable, take a.1 c.1"
-call do "give a.1 attribute 3, put a.1 c.1, look c.1 isSolved, look a.1 movable, give c.1 enabled 5, look a.1 movable"
-call do "give c.1 enabled 0, look a.1 movable, take a.1 c.1, look a.1 movable, give a.1 attribute 4"
-call do "put a.1 c.1, look a.1 movable, give a.1 movable 0, take a.1 c.1, look a.1 movable, put a.1 c.1"
-call do "give c.1 enabled 1, look a.1 movable, give c.1 enabled 0, lose c.1, look a.1 isUsed movable, tell"
+call do "give c.1 lockCorrectAnswers 1, give a.1 attribute 4, put a.1 c.1, look a.1 movable"
+call do "take a.1 c.1, give a.1 attribute 3, put a.1 c.1, look c.1 isSolved, look a.1 movable"
+call do "give c.1 enabled 5, look a.1 movable, give c.1 enabled 0, look a.1 movable, take a.1 c.1"
+call do "look a.1 movable, give a.1 attribute 4, put a.1 c.1, look a.1 movable, give a.1 movable 0"
+call do "take a.1 c.1, look a.1 movable, put a.1 c.1, give c.1 enabled 1, look a.1 movable"
+call do "give c.1 enabled 0, lose c.1, look a.1 isUsed movable, tell"
 ]
 ;=  1 1 0 1 0 1 0 0 1 0,1
 ;=  1 1 0 1 0 1 0 0 1 0,1
@@ -131,9 +134,9 @@ for j 1 6
 call make j
 call answer 1 266
 call answer 2 266
-call do "put a.1 c.1, look a.1 x y z, give c.1 x 130, look a.1 x y z, give c.1 y -20, look a.1 x y z, ask c.1 place 200 100"
-play c.1 offset -3 8
-call do "look a.1 x y z, give c.1 visible 0 visible 1"
+call do "put a.1 c.1, look a.1 x y z, give c.1 x 130, look a.1 x y z, give c.1 y -20"
+call do "look a.1 x y z, ask c.1 place 200 100, ask c.1 offset -3 8, look a.1 x y z"
+call do "give c.1 visible 0 visible 1"
 group=OMMultiTrinket 0
 play group addTrinket "c.1" 20
 play group offset 11 7
@@ -156,7 +159,8 @@ for j 1 6
 call make j
 call answer 1 266
 call do "give c.1 "+news.j
-call do "give c.1 lockCorrectAnswers 1 rejectIncorrectAnswers 1 enabled 0 x 9 y 8 z 7 tag t width 1, put a.1 c.1"
+call do "give c.1 lockCorrectAnswers 1 rejectIncorrectAnswers 1 enabled 0 x 9 y 8 z 7 tag t width 1"
+call do "put a.1 c.1"
 c.2=c.1
 for i 1 2
 [
@@ -189,9 +193,10 @@ call do "give c.1 droppedSound 8 value 6, give a.1 z 12, give a.3 extraTop 9"
 for i 1 3
 call do "put a."+i+" c.1, look a."+i+" x y z, look c.1 answerCount isFull isSolved answerValue"
 call tell
-call do "give c.1 solvedAnswerCount 3, look c.1 isSolved, give c.1 solvedAnswerCount 2, look c.1 isSolved"
-call do "give c.1 solvedAnswerCount 0, look c.1 isSolved, give c.1 solvedAnswerCount -1, look c.1 isSolved"
-call do "ask p removeAnswer a.1 0, look a.2 x y, look a.3 x y, ask p removeAnswer a.3 0, look a.2 x y"
+call do "give c.1 solvedAnswerCount 3, look c.1 isSolved, give c.1 solvedAnswerCount 2"
+call do "look c.1 isSolved, give c.1 solvedAnswerCount 0, look c.1 isSolved"
+call do "give c.1 solvedAnswerCount -1, look c.1 isSolved, ask p removeAnswer a.1 0, look a.2 x y"
+call do "look a.3 x y, ask p removeAnswer a.3 0, look a.2 x y"
 call do "look c.1 answerCount isFull isSolved answerValue, tell"
 ;=  0,0,1,0 110,110,12 1,0,0,1 112,61,5 2,0,0,3 120,41,5 3,1,1,6
 ;=  1 0 0 1 112,101 120,81 112,101 1,0,0,2
@@ -204,8 +209,9 @@ call answer i 266
 set a.i attribute numbers.i
 call do "put a."+i+" c.1"
 ]
-call do "look c.1 answerCount isSolved answerValue, take a.1 c.1, look c.1 answerCount isSolved answerValue"
-call do "give c.1 answerValue 3, give a.2 value 7, look c.1 answerCount isSolved answerValue, tell"
+call do "look c.1 answerCount isSolved answerValue, take a.1 c.1"
+call do "look c.1 answerCount isSolved answerValue, give c.1 answerValue 3, give a.2 value 7"
+call do "look c.1 answerCount isSolved answerValue, tell"
 ;=  4,0,2147483647 3,0,2147483640 3,1,0
 ; One changes its size in it: those above fall as far as it was high before.
 call make 3
@@ -232,7 +238,8 @@ call make 4
 c.1=RHorizontalContainer -1 100 50 100 40 30
 call three 266 266 266
 call answer 4 266
-call do "give a.1 snapSound 1, give a.2 snapSound 2, give a.3 snapSound 3, give a.4 snapSound 4, give c.1 slideSound 8"
+call do "give a.1 snapSound 1, give a.2 snapSound 2, give a.3 snapSound 3, give a.4 snapSound 4"
+call do "give c.1 slideSound 8"
 call insert 2 170
 call insert 1 99
 call insert 3 120
@@ -268,13 +275,12 @@ play c.1 addAnswerMatch word
 ]
 call make 4
 call three 266 266 266
-call do "give a.1 attribute m, give a.2 attribute ar, look c.1 isSolved, put a.1 c.1, match mar, match arm, look c.1 isSolved"
-call do "put a.2 c.1, look c.1 isSolved, take a.1 c.1, ask a.1 place 180 50, put a.1 c.1, look c.1 answerMatchString isSolved"
+call do "give a.1 attribute m, give a.2 attribute ar, look c.1 isSolved, put a.1 c.1, match mar"
+call do "match arm, look c.1 isSolved, put a.2 c.1, look c.1 isSolved, take a.1 c.1"
+call do "ask a.1 place 180 50, put a.1 c.1, look c.1 answerMatchString isSolved"
 call do "give c.1 answerMatchString Arm, look c.1 isSolved, match arm, look c.1 isSolved"
-play c.1 dumpAnswerMatches
-call do "look c.1 isSolved, take a.1 c.1, take a.2 c.1, look c.1 isSolved"
-set c.1 answerMatchString ""
-call do "look c.1 isSolved, tell"
+call do "ask c.1 dumpAnswerMatches, look c.1 isSolved, take a.1 c.1, take a.2 c.1"
+call do "look c.1 isSolved, give c.1 answerMatchString , look c.1 isSolved, tell"
 ;=  0 0 1 arm,1 0 1 0 0 1
 
 ; Cloth: five parts of 30 pixels; the first free ones side by side are covered.
@@ -296,7 +302,8 @@ call cover 4 1
 call tell
 ;=  1 105,52,31 2,0 150,52,31 4,0 1 0 0 1,3 150,52
 ;=  105,52,31 4,0 195,52,31 5,0 225,52,31 6,1
-; Ten parts of an area, not all as wide as others, and of a picture that has one frame; one too many is the last.
+; Ten parts of an area, not all as wide as others, and of a picture that has one frame; one too many
+; is the last.
 c.1=RFabricContainer -1 100 50 103 40 5
 for i 1 11
 [
@@ -328,10 +335,12 @@ call do "give c.1 infoVerticalOffset -4, look c.9 x y"
 call cover 1 1
 call do "look c.9 frame"
 call cover 2 3
-call do "look c.9 frame, take a.2 c.1, take a.1 c.1, look c.9 frame, ask c.1 place 110 70, look c.9 x y, tell"
-call do "give c.1 z 40, look c.9 z, give c.1 visible 0, look c.9 visible, give c.1 visible 1, look c.9 visible"
+call do "look c.9 frame, take a.2 c.1, take a.1 c.1, look c.9 frame, ask c.1 place 110 70"
+call do "look c.9 x y, tell, give c.1 z 40, look c.9 z, give c.1 visible 0, look c.9 visible"
+call do "give c.1 visible 1, look c.9 visible"
 c.2=c.1
-call do "look c.9 x y z, give c.1 infoAOID -1, look c.9 x y z, give c.2 infoAOID 99, look c.9 x, look c.2 infoAOID, tell"
+call do "look c.9 x y z, give c.1 infoAOID -1, look c.9 x y z, give c.2 infoAOID 99, look c.9 x"
+call do "look c.2 infoAOID, tell"
 quit
 ;=  154,74,31,1 154,78 154,34 105,52,31 2,0 2 165,52,31 5,0 4 1 164,54
 ;=  41 0 1 164,54,41 164,54,41 41 99

@@ -47,8 +47,7 @@ for i 1 2
 a.i=RGraphicAnswer 266 20 400 50
 play p addAnswer "a."+i
 ]
-play p addContainer "c.1"
-call do "give c.1 slideSound 8, put a.2 c.1"
+call do "ask p addContainer c.1, give c.1 slideSound 8, put a.2 c.1"
 set c.1 answerPlaced movesIt
 ]
 ; Who has no hot point is complained of once, not with each step, until pixels are asked for once
@@ -56,9 +55,8 @@ set c.1 answerPlaced movesIt
 procedure picky
 [
 c.1=RAttributeContainer 281 270 190 10
-play p addContainer "c.1"
-play p addAnswer "a.1"
-call do "give c.1 doPixelCompare 1, give a.1 homeX 20 homeY 400"
+call do "ask p addContainer c.1, ask p addAnswer a.1, give c.1 doPixelCompare 1"
+call do "give a.1 homeX 20 homeY 400"
 ]
 
 ; The model: insets and size of answers, their places from the container's corner; who is in it,
@@ -299,8 +297,7 @@ else if kind=6
 set c.1 correctSegments total
 else if kind=2
 [
-set c.1 attribute "m"
-call do "look c.1 isSolved"
+call do "give c.1 attribute m, look c.1 isSolved"
 expected=expected+" 0"
 set c.1 attribute text
 ]

@@ -1,7 +1,7 @@
-; Handlers that destroy and change what they like in the middle of a drag. In a first visit the script writes down
-; what the player does in the second one. There each deed is done in each event, with every kind of container and
-; with all right and all wrong; then anything in any event. What is left must be of one mind and play on, or a line
-; that begins with BAD tells the case.
+; Handlers that destroy and change what they like in the middle of a drag. In a first visit the
+; script writes down what the player does in the second one. There each deed is done in each event,
+; with every kind of container and with all right and all wrong; then anything in any event. What is
+; left must be of one mind and play on, or a line that begins with BAD tells the case.
 ;: rsc golden
 ;> 5 key W
 ;> 200000 quit
@@ -21,7 +21,8 @@ firsts=[0 0 one here one one another one 0 0
 seconds=[0 0 0 0 there here here here 0 200
 another="a.3"
 
-; Every event comes when nobody interferes; then who is left is put in and taken out again. Down, move, up, key.
+; Every event comes when nobody interferes; then who is left is put in and taken out again. Down,
+; move, up, key.
 gestures=[kN d1 m4 m5 m4 u4 d2 m5 u5 d3 m6 u6 d4 m6 m4 u4 d5 m6 u6 m4 kC d1 m4 u4 kP d4 m6 u6 d1 m5 u5 kP d5 m6 u6 d2 m4 u4 kP d4 m6 u6 d2 m5 u5 kP d5 m6 u6
 
 procedure writeDrags
@@ -158,7 +159,8 @@ call act
 call attachAll any
 ]
 
-; Who is in a container is so by all accounts; nobody is held, nothing is lit, and who is in none is at home.
+; Who is in a container is so by all accounts; nobody is held, nothing is lit, and who is in none is
+; at home.
 procedure check homes
 [
 inside=0

@@ -1,6 +1,7 @@
-; Puzzles: what a drop leads to, which container gets an answer, what is heard of it and in which order, and what
-; belongs to a puzzle. Answers are 20 x 20, the two containers take one each. What is told is what was heard since the
-; last time, then place, isUsed and movable of two answers, the places of the containers and their answers.
+; Puzzles: what a drop leads to, which container gets an answer, what is heard of it and in which
+; order, and what belongs to a puzzle. Answers are 20 x 20, the two containers take one each. What
+; is told is what was heard since the last time, then place, isUsed and movable of two answers, the
+; places of the containers and their answers.
 ;: rsc golden
 ;> 5 key W
 ;$ then --input content/drags --until 40000
@@ -8,8 +9,8 @@ yield off
 ActivateDLL golden.rsc
 include player.mps
 include steps.mps
-; The homes of the answers, the middles of the containers, nowhere, beside the first middle, in a narrow container;
-; places among containers that lie over each other.
+; The homes of the answers, the middles of the containers, nowhere, beside the first middle, in a
+; narrow container; places among containers that lie over each other.
 spots=["30 410" "70 410" "110 410" "140 140" "300 140" "600 440" "141 140" "110 140"
 spots=["110 110" "120 130" "130 120" "140 110" "150 150" "160 140" "170 130" "140 170" "200 200"
 ; Out of a container and back; out of one that takes nothing any more.
@@ -174,8 +175,7 @@ spot.1=RHotSpot 0 0 10 10
 for i 1 4
 for j 1 4
 play p methods.i things.j
-play p addAnswer "c.1"
-play p addContainer "a.1"
+call do "ask p addAnswer c.1, ask p addContainer a.1"
 for i 5 6
 [
 for j 1 4
@@ -208,8 +208,8 @@ play p removeContainer "c.2"
 procedure listenToNext
 set c.1 answerFlyOff takeNext
 
-; Every state of two containers, and whether the other answer of the puzzle is used: what comes of a drop into the
-; first container, or of none.
+; Every state of two containers, and whether the other answer of the puzzle is used: what comes of a
+; drop into the first container, or of none.
 drops=[" a.1.up a.1.drop" " a.1.up c.1.on a.1.drop a.1.in c.1.put"
 fulls=["" " p.full"
 useds=["" " p.used"
@@ -259,8 +259,8 @@ else
 say "BAD state" case-1 heard "not" expected isFull isUsed isGood top
 ]
 
-; Containers of 40 x 40 that lie over each other, and come and go under an answer that is held: of those that take it
-; the first with the largest part below it is lit, and at last has it.
+; Containers of 40 x 40 that lie over each other, and come and go under an answer that is held: of
+; those that take it the first with the largest part below it is lit, and at last has it.
 procedure shake
 for i 1 4
 [
