@@ -16,12 +16,12 @@ spots=["110 110" "120 130" "130 120" "140 110" "150 150" "160 140" "170 130" "14
 ; Out of a container and back; out of one that takes nothing any more.
 plot=[make d1 m4 u4 told d4 u4 told d4 told m6 m5 m4 u4 told d4 m6 u6 told d1 m4 u4 d4 "give c.1 enabled 0" m7 u7 told
 ; What containers are told when they are added; the release is lost.
-plot=["make, game rejectIncorrectAnswers 1, ask p addContainer c.1, game lockCorrectAnswers 1, ask p addContainer c.2"
+plot=["make, give p rejectIncorrectAnswers 1, ask p addContainer c.1, give p lockCorrectAnswers 1, ask p addContainer c.2"
 plot=["give c.1 attribute 1, give c.2 attribute 2, ask p addAnswer a.3, look c.1 rejectIncorrectAnswers lockCorrectAnswers"
 plot=["look c.2 rejectIncorrectAnswers lockCorrectAnswers" d2 m4 u4 told d2 m5 u5 d1 m4 u4 told d3 m6 u6 told
 plot=[make d1 m4 "blink" u6 told d4 m6 "blink" u4 told u6 told
 ; Without anything all is used, full and solved; names of nothing change nothing.
-plot=["make, bare, states, game areAnswersUsed 0, game areContainersFull 0, game isSolved 0, states, ask p addContainer c.1"
+plot=["make, bare, states, give p areAnswersUsed 0, give p areContainersFull 0, give p isSolved 0, states, ask p addContainer c.1"
 plot=["states, ask p addAnswer a.1, states, lose c.1, lose a.1, states, settings, told" "make, namesOfNothing" d1 m4 u4 told
 ; By script.
 plot=["make, give c.1 enabled 0 rejectIncorrectAnswers 1, put a.1 c.1, put a.1 c.1, told" "put a.1 c.2, take a.1 c.1, told"
@@ -151,13 +151,6 @@ heard=heard+" "+used+full+solved
 ]
 procedure bare
 p=RPuzzle 0
-procedure game
-[
-call cut
-setting=word
-call cut
-set p setting word
-]
 words=[lockCorrectAnswers rejectIncorrectAnswers scrambleAnswers puzzleTextColorIndex
 procedure settings
 for i 1 4
@@ -172,22 +165,18 @@ methods=[addAnswer removeAnswer addContainer removeContainer addAnswerToContaine
 procedure namesOfNothing
 [
 spot.1=RHotSpot 0 0 10 10
-for i 1 4
-for j 1 4
-play p methods.i things.j
-call do "ask p addAnswer c.1, ask p addContainer a.1"
-for i 5 6
+for i 1 6
 [
-for j 1 4
-[
-play p methods.i "a.1" things.j
-play p methods.i things.j "c.1"
-]
 play p methods.i
-play p methods.i "a.1"
-play p methods.i "c.1" "a.1"
+for j 1 4
+[
+play p methods.i things.j "c.1"
+if i>4
+play p methods.i "a.1" things.j
 ]
-play p removeAnswerFromContainer "a.1" "c.1"
+]
+call do "ask p addAnswer c.1, ask p addContainer a.1, put c.1 a.1, take c.1 a.1, put a.1, take a.1"
+call do "take a.1 c.1"
 ]
 procedure second
 [
@@ -290,11 +279,15 @@ call shake
 hover=0
 heard=""
 ]
-; What two lengths of 20 and 40 pixels have in common.
-procedure common from other
+; What 20 pixels have in common with 40 that begin aside of them.
+procedure common aside
 [
-RESULT=from-other
-RESULT=(RESULT>(0-20))*(RESULT<0)*(20+RESULT)+((RESULT>(0-1))*(RESULT<20)*20)+((RESULT>19)*(RESULT<40)*(40-RESULT))
+RESULT=20
+if aside<0
+RESULT=20+aside
+if aside>20
+RESULT=40-aside
+RESULT=RESULT*(RESULT>0)
 ]
 procedure best
 [
@@ -305,9 +298,9 @@ most=0
 for i 1 4
 if on.i
 [
-call common left z.i
+call common left-z.i
 wide=RESULT
-call common top w.i
+call common top-w.i
 if wide*RESULT>most
 [
 most=wide*RESULT
