@@ -92,6 +92,10 @@ else if parts=7
 play it.here part.1 part.2 part.3 part.4 part.5 part.6 part.7
 else if parts=8
 play it.here part.1 part.2 part.3 part.4 part.5 part.6 part.7 part.8
+else if parts=9
+play it.here part.1 part.2 part.3 part.4 part.5 part.6 part.7 part.8 part.9
+else if parts=10
+play it.here part.1 part.2 part.3 part.4 part.5 part.6 part.7 part.8 part.9 part.10
 ]
 procedure put
 [
