@@ -1,8 +1,8 @@
 ; A player who does a lot: in the first visit he only presses W, and the script writes down what he
 ; does in the second one. Gestures are k, d, m, u, w, b or f for key, down, move, up, double,
-; background or foreground, and behind that the key's letter, which is the name of the procedure that
-; is called, a point as in "d20 30", or the number of one of the spots. A plot is a list of gestures
-; and of steps (steps.mps), which are done with key A; it ends with "end".
+; background or foreground, and behind that the key's letter, which is the name of the procedure
+; that is called, a point as in "d20 30", or the number of one of the spots. A plot is a list of
+; gestures and of steps (steps.mps), which are done with key A; it ends with "end".
 verbs=["key " "down " "move " "up " "double " "background" "foreground"
 spots.0=""
 procedure write gesture

@@ -1,6 +1,7 @@
-; Steps: a text of verbs with their words, with commas between them, as in "put a.1 c.1, look a.1 x y, tell". Answers
-; are a.1 and so on, containers c.1 and so on, what the scene is about is p. What is seen stands in line until it is
-; told. While the steps wait the milliseconds are counted in now.
+; Steps: a text of verbs with their words, with commas between them, as in "put a.1 c.1, look a.1 x
+; y, tell". Answers are a.1 and so on, containers c.1 and so on, what the scene is about is p. What
+; is seen stands in line until it is told. While the steps wait the milliseconds are counted in now.
+; Handlers may do steps within steps.
 line=""
 now=0
 here=1

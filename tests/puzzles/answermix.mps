@@ -1,5 +1,5 @@
-; Whatever changes on answers with texts and several pictures, what is seen of them is never old: each
-; state is as it is when all is painted anew (.new).
+; Whatever changes on answers with texts and several pictures, what is seen of them is never old:
+; each state is as it is when all is painted anew (.new).
 ;: rsc golden
 ;$ screens
 ;> 103 screenshot a.png
@@ -24,7 +24,8 @@ include steps.mps
 Scene 100
 texts=["" "A" "BD" "DACB"
 pictures=[-1 201 240 251 265 267
-properties=[text1 text2 graphic1ID graphic2ID text1OffsetX text2OffsetY graphic1OffsetZ graphic2OffsetZ
+properties=[text1 text2 graphic1ID graphic2ID text1OffsetX text2OffsetY graphic1OffsetZ
+properties=[graphic2OffsetZ
 properties=[textColorIndex visible z drawDirection x y
 lows=[? ? ? ? -20 -20 -2 -2 0 0 0 0 20 20
 spans=[? ? ? ? 40 40 5 5 256 3 9 8 500 300

@@ -51,8 +51,10 @@ call answer 3 third
 wants=[value attribute value answerMatchString value correctSegments
 
 ; Values are compared as numbers, and texts letter for letter.
-texts=["3" "2" "03" " 3" "3 apples" "-3" "apples" "apples" "3" "3" "0" "3.9" "99999999999" "Porto" "porto" "Porto " ""
-values=["3" "3" "3" "3" "3" "-3" "0" "1" "3.9" "three" "three" "3" "2147483647" "Porto" "Porto" "Porto" "Porto"
+texts=["3" "2" "03" " 3" "3 apples" "-3" "apples" "apples" "3" "3" "0" "3.9" "99999999999" "Porto"
+texts=["porto" "Porto " ""
+values=["3" "3" "3" "3" "3" "-3" "0" "1" "3.9" "three" "three" "3" "2147483647" "Porto" "Porto"
+values=["Porto" "Porto"
 for j 1 2
 [
 call make j
@@ -84,7 +86,8 @@ call do "look c.1 isSolved, tell"
 ; The middle comes to the middle, halves are rounded toward zero; then to a point, and the hot point
 ; there.
 pictures=[266 263 261 262 266 266 266 266
-insets=["" "" "" "" " extraLeft 5 extraTop 2 extraBottom 1" " extraRight 5 extraBottom 3" " extraLeft -4" " extraLeft 30"
+insets=["" "" "" "" " extraLeft 5 extraTop 2 extraBottom 1" " extraRight 5 extraBottom 3"
+insets=[" extraLeft -4" " extraLeft 30"
 for j 1 2
 [
 call make j
@@ -97,7 +100,8 @@ call tell
 ]
 ;=  120,60,11 117,57,11 112,46,11 83,60,11 117,59,11 122,61,11 122,60,11 105,60,11
 ;=  120,60,11 117,57,11 112,46,11 83,60,11 117,59,11 122,61,11 122,60,11 105,60,11
-points=["extraLeft 0" "extraLeft 5" "extraLeft -5 isUsingHotPoint 1" "isUsingHotPoint 1" "isUsingHotPoint 0"
+points=["extraLeft 0" "extraLeft 5" "extraLeft -5 isUsingHotPoint 1" "isUsingHotPoint 1"
+points=["isUsingHotPoint 0"
 call do "give c.1 answerAnchorPointX 7 answerAnchorPointY -3"
 for i 1 5
 [
@@ -152,8 +156,14 @@ drop group
 
 ; Copies are empty and have the settings.
 shared=" lockCorrectAnswers rejectIncorrectAnswers enabled x y z tag width height"
-own=["value highlighted" "attribute answerProperty anchorAnswerAtPoint answerAnchorPointX answerAnchorPointY doPixelCompare" "value solvedAnswerCount droppedSound" "deltaZ slideSound" "value deltaZ slideSound" "correctSegments infoVerticalOffset"
-news=["value 9 highlighted 1" "attribute 9 answerProperty tag anchorAnswerAtPoint 1 answerAnchorPointX 9 answerAnchorPointY 8 doPixelCompare 1" "value 9 solvedAnswerCount 9 droppedSound 9" "deltaZ 9 slideSound 8" "value 9 deltaZ 8 slideSound 7" "correctSegments 9 infoVerticalOffset 8"
+own=["value highlighted"
+own=["attribute answerProperty anchorAnswerAtPoint answerAnchorPointX answerAnchorPointY doPixelCompare"
+own=["value solvedAnswerCount droppedSound" "deltaZ slideSound" "value deltaZ slideSound"
+own=["correctSegments infoVerticalOffset"
+news=["value 9 highlighted 1"
+news=["attribute 9 answerProperty tag anchorAnswerAtPoint 1 answerAnchorPointX 9 answerAnchorPointY 8 doPixelCompare 1"
+news=["value 9 solvedAnswerCount 9 droppedSound 9" "deltaZ 9 slideSound 8"
+news=["value 9 deltaZ 8 slideSound 7" "correctSegments 9 infoVerticalOffset 8"
 for j 1 6
 [
 call make j

@@ -14,29 +14,41 @@ include steps.mps
 spots=["30 410" "70 410" "110 410" "140 140" "300 140" "600 440" "141 140" "110 140"
 spots=["110 110" "120 130" "130 120" "140 110" "150 150" "160 140" "170 130" "140 170" "200 200"
 ; Out of a container and back; out of one that takes nothing any more.
-plot=[make d1 m4 u4 told d4 u4 told d4 told m6 m5 m4 u4 told d4 m6 u6 told d1 m4 u4 d4 "give c.1 enabled 0" m7 u7 told
+plot=[make d1 m4 u4 told d4 u4 told d4 told m6 m5 m4 u4 told d4 m6 u6 told d1 m4 u4 d4
+plot=["give c.1 enabled 0" m7 u7 told
 ; What containers are told when they are added; the release is lost.
+plot=[
 plot=["make, give p rejectIncorrectAnswers 1, ask p addContainer c.1, give p lockCorrectAnswers 1, ask p addContainer c.2"
+plot=[
 plot=["give c.1 attribute 1, give c.2 attribute 2, ask p addAnswer a.3, look c.1 rejectIncorrectAnswers lockCorrectAnswers"
-plot=["look c.2 rejectIncorrectAnswers lockCorrectAnswers" d2 m4 u4 told d2 m5 u5 d1 m4 u4 told d3 m6 u6 told
+plot=["look c.2 rejectIncorrectAnswers lockCorrectAnswers" d2 m4 u4 told d2 m5 u5 d1 m4 u4 told d3
+plot=[m6 u6 told
 plot=[make d1 m4 "blink" u6 told d4 m6 "blink" u4 told u6 told
 ; Without anything all is used, full and solved; names of nothing change nothing.
+plot=[
 plot=["make, bare, states, give p areAnswersUsed 0, give p areContainersFull 0, give p isSolved 0, states, ask p addContainer c.1"
-plot=["states, ask p addAnswer a.1, states, lose c.1, lose a.1, states, settings, told" "make, namesOfNothing" d1 m4 u4 told
+plot=["states, ask p addAnswer a.1, states, lose c.1, lose a.1, states, settings, told"
+plot=["make, namesOfNothing" d1 m4 u4 told
 ; By script.
-plot=["make, give c.1 enabled 0 rejectIncorrectAnswers 1, put a.1 c.1, put a.1 c.1, told" "put a.1 c.2, take a.1 c.1, told"
-plot=["ask a.1 place 300 300, take a.1 c.2, told" "put a.1 c.1, put a.2 c.2, states, ask p reset, states"
+plot=["make, give c.1 enabled 0 rejectIncorrectAnswers 1, put a.1 c.1, put a.1 c.1, told"
+plot=["put a.1 c.2, take a.1 c.1, told"
+plot=["ask a.1 place 300 300, take a.1 c.2, told"
+plot=["put a.1 c.1, put a.2 c.2, states, ask p reset, states"
 plot=["ask a.2 place 300 300, ask p reset, told"
 ; Answers that are taken out are nobody's, one that is added twice counts once; some go.
-plot=[make d1 m4 u4 "ask p removeAnswer a.1" d4 m6 u6 told "ask p addAnswer a.1, ask p addAnswer a.1" d6 m4 u4 told
+plot=[make d1 m4 u4 "ask p removeAnswer a.1" d4 m6 u6 told
+plot=["ask p addAnswer a.1, ask p addAnswer a.1" d6 m4 u4 told
 plot=["lose a.1" d2 m4 "lose a.2" m6 u6 "states, told"
 ; Containers that are taken out take nothing, and keep what they have; some go.
-plot=[make d1 m4 u4 "ask p removeContainer c.1" d2 m4 u4 told d4 m5 u5 told "ask p addContainer c.1" d2 m4
+plot=[make d1 m4 u4 "ask p removeContainer c.1" d2 m4 u4 told d4 m5 u5 told "ask p addContainer c.1"
+plot=[d2 m4
 plot=["lose c.1, lose c.2" m6 u6 told
 ; Two puzzles, which then go.
-plot=["make, second" d1 m4 u4 told "states, ask p reset, ask p removeAnswer a.1, put a.2 c.1, secondGoes, told" d4 m6 u6 told
+plot=["make, second" d1 m4 u4 told
+plot=["states, ask p reset, ask p removeAnswer a.1, put a.2 c.1, secondGoes, told" d4 m6 u6 told
 ; Shifted and anchored; home stays where it was.
-plot=[make d1 m4 u4 "ask p shiftAnswers 5 -7, ask p shiftContainers -3 2, ask p anchorAnswers, told" d4 m5 u5 d2 m5 u5 told
+plot=[make d1 m4 u4 "ask p shiftAnswers 5 -7, ask p shiftContainers -3 2, ask p anchorAnswers, told"
+plot=[d4 m5 u5 d2 m5 u5 told
 plot=["ask p unanchorAnswers" d4 m5 u5 d2 m6 u6 told
 ; A handler takes the next target away.
 plot=["make, listenToNext" d1 m4 m5 told u5 told end
@@ -99,8 +111,10 @@ procedure onSolved
 call hear "solved"
 procedure onWrong
 call hear "wrong"
-events=[pickedUp dropped addedToContainer removedFromContainer answerFlyOn answerFlyOff answerPlaced answerRemoved containersFull answersUsed puzzleSolved puzzleWrong
-handlers=[onPickedUp onDropped onAdded onRemoved onFlyOn onFlyOff onPlaced onTaken onFull onUsed onSolved onWrong
+events=[pickedUp dropped addedToContainer removedFromContainer answerFlyOn answerFlyOff answerPlaced
+events=[answerRemoved containersFull answersUsed puzzleSolved puzzleWrong
+handlers=[onPickedUp onDropped onAdded onRemoved onFlyOn onFlyOff onPlaced onTaken onFull onUsed
+handlers=[onSolved onWrong
 procedure make
 [
 drop p q c.1 c.2 c.3 c.4
@@ -161,7 +175,8 @@ get p words.i new
 heard=heard+" "+old+new
 ]
 things=["nobody" "" "spot.1" "p"
-methods=[addAnswer removeAnswer addContainer removeContainer addAnswerToContainer removeAnswerFromContainer
+methods=[addAnswer removeAnswer addContainer removeContainer addAnswerToContainer
+methods=[removeAnswerFromContainer
 procedure namesOfNothing
 [
 spot.1=RHotSpot 0 0 10 10
