@@ -74,8 +74,10 @@ play p setPieceHomeBox n n*130-880 300 n*130-780 400
 procedure begin
 [
 p=RPentominoGame 100 80 5
-call do "give p cellsH 5 cellsV 4 cellWidth 20 cellHeight 20 rotaterGraphicID 420 flipperGraphicID 421"
-call do "give p pieceFlippedSoundID 21 pieceGoHomeSoundID 22 piecePickedUpSoundID 23 pieceRotatedSoundID 24"
+call do "give p cellsH 5 cellsV 4 cellWidth 20 cellHeight 20 rotaterGraphicID 420"
+set p flipperGraphicID 421
+call do "give p pieceFlippedSoundID 21 pieceGoHomeSoundID 22 piecePickedUpSoundID 23"
+set p pieceRotatedSoundID 24
 call do "give p pieceSnappedSoundID 25"
 call piece 7
 call piece 10

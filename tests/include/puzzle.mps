@@ -66,26 +66,20 @@ call tellAll
 else
 call act
 ]
+events=[pickedUp dropped addedToContainer removedFromContainer answerFlyOn answerFlyOff answerPlaced
+events=[answerRemoved answersUsed containersFull puzzleSolved puzzleWrong
+handlers=[onPickedUp onDropped onAdded onRemoved onFlyOn onFlyOff onPlaced onTaken onUsed onFull
+handlers=[onSolved onWrong
 procedure listen
 [
 for i 1 answers
-[
-set a.i pickedUp onPickedUp
-set a.i dropped onDropped
-set a.i addedToContainer onAdded
-set a.i removedFromContainer onRemoved
-]
+for event 1 4
+set a.i events.event handlers.event
 for i 1 containers
-[
-set c.i answerFlyOn onFlyOn
-set c.i answerFlyOff onFlyOff
-set c.i answerPlaced onPlaced
-set c.i answerRemoved onTaken
-]
-set p answersUsed onUsed
-set p containersFull onFull
-set p puzzleSolved onSolved
-set p puzzleWrong onWrong
+for event 5 8
+set c.i events.event handlers.event
+for event 9 12
+set p events.event handlers.event
 keys=RKbdInp 0
 set keys keyPressed onKey
 ]

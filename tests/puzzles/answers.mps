@@ -13,8 +13,9 @@ for i 1 6
 [
 a.i=RDoubleGraphicTextAnswer 2310 i*90 50 50
 play a.i setFont 20
-call do "give a."+i+" text1 AB text2 B text2OffsetX 9 text2OffsetY 3 graphic1ID 2320 graphic2ID 2451 textColorIndex 9"
-call do "give a."+i+" graphic1OffsetZ "+firsts.i+" graphic2OffsetZ "+seconds.i
+call do "give a."+i+" text1 AB text2 B text2OffsetX 9 text2OffsetY 3 textColorIndex 9"
+call do "give a."+i+" graphic1ID 2320 graphic2ID 2451 graphic1OffsetZ "+firsts.i
+set a.i graphic2OffsetZ seconds.i
 ]
 DisplayScreen
 pause 1
@@ -43,13 +44,14 @@ call do "look a.2 x y z width height textColorIndex graphic1ID, tell"
 ;! ASEQ resource 99 not found.
 ;! ASEQ resource 98 not found.
 ; A copy has all, and goes its own way.
-all="graphic1ID graphic2ID graphic1OffsetZ graphic2OffsetZ text1 text2 attribute value textColorIndex x y z"
-more="text1OffsetX text1OffsetY text2OffsetX text2OffsetY width height homeX homeY tag"
+all="graphic1ID graphic2ID graphic1OffsetZ graphic2OffsetZ text1 text2 attribute value textColorIndex"
+more="x y z text1OffsetX text1OffsetY text2OffsetX text2OffsetY width height homeX homeY tag"
 margins="extraLeft extraTop extraRight extraBottom"
 a.3=RDoubleGraphicTextAnswer 2310 20 30 5
 call do "ask a.3 setFont 20"
-call do "give a.3 graphic1ID 2320 graphic2ID 2331 graphic1OffsetZ -1 graphic2OffsetZ 2 text1 AB text2 B textColorIndex 9 tag t"
-call do "give a.3 text1OffsetX -9 text1OffsetY 4 text2OffsetX 5 text2OffsetY 60 attribute seven extraLeft 1 extraTop 2"
+call do "give a.3 graphic1ID 2320 graphic2ID 2331 graphic1OffsetZ -1 graphic2OffsetZ 2"
+call do "give a.3 text1 AB text2 B textColorIndex 9 tag t attribute seven extraLeft 1 extraTop 2"
+call do "give a.3 text1OffsetX -9 text1OffsetY 4 text2OffsetX 5 text2OffsetY 60"
 call do "give a.3 extraRight 3 extraBottom 4"
 a.4=a.3
 for i 3 4
@@ -68,6 +70,6 @@ pause 3
 call do "look a.4 width visible, look a.3 width, ask a.4 playAnimations, look a.4 width"
 call do "give a.4 text1OffsetX 0 graphic2ID -1 text2 B, look a.4 x width height value, tell"
 quit
-;=  2320,2331,-1,2,AB,B,seven,seven,9,18,35,5 -9,4,5,60,58,82,27,35,t 1,2,3,4
-;=  2320,2331,-1,2,AB,B,seven,seven,9,18,35,5 -9,4,5,60,58,82,27,35,t 1,2,3,4
+;=  2320,2331,-1,2,AB,B,seven,seven,9 18,35,5,-9,4,5,60,58,82,27,35,t 1,2,3,4
+;=  2320,2331,-1,2,AB,B,seven,seven,9 18,35,5,-9,4,5,60,58,82,27,35,t 1,2,3,4
 ;=  154 35,1 154 154 27,26,82,seven

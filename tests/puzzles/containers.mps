@@ -297,7 +297,8 @@ call do "look c.1 isSolved, give c.1 answerMatchString , look c.1 isSolved, tell
 procedure cover number amount
 [
 call answer number 266
-call do "give a."+number+" value "+amount+", put a."+number+" c.1, look a."+number+" x y z, look c.1 frame isFull"
+call do "give a."+number+" value "+amount+", put a."+number+" c.1"
+call do "look a."+number+" x y z, look c.1 frame isFull"
 ]
 call make 6
 c.1=RFabricContainer 284 100 50 30
