@@ -270,6 +270,10 @@ call arrive
 else
 [
 refused.kind=refused.kind+1
+call do "look a."+h+" x y isUsed"
+if line#" 20,400,0"
+say "BAD" turn kind "taken" line
+line=""
 drop a.h
 ]
 sum=0
