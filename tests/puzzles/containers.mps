@@ -154,7 +154,7 @@ drop group
 ;=  100,60,11 130,60,11 130,-10,11 197,118,11 208,125,21 300,300,5 208,115,0
 ;=  93,60,11 123,60,11 123,-10,11 190,118,11 201,125,21 300,300,5 208,115,0
 
-; Copies are empty and have the settings.
+; Copies are empty and have the settings; of who is locked in, they are free.
 shared=" lockCorrectAnswers rejectIncorrectAnswers enabled x y z tag width height"
 own=["value highlighted"
 own=["attribute answerProperty anchorAnswerAtPoint answerAnchorPointX answerAnchorPointY doPixelCompare"
@@ -172,19 +172,20 @@ call do "give c.1 "+news.j
 call do "give c.1 lockCorrectAnswers 1 rejectIncorrectAnswers 1 enabled 0 x 9 y 8 z 7 tag t width 1"
 call do "put a.1 c.1"
 c.2=c.1
+a.2=a.1
 for i 1 2
 [
 call do "look c."+i+" "+own.j
 call do "look c."+i+shared
 ]
-call do "look c.2 answerCount, ask c.2 place 0 0, look a.1 isUsed y, tell"
+call do "look c.2 answerCount, ask c.2 place 0 0, look a.1 isUsed y, look a.2 movable isUsed, tell"
 ]
-;=  9,1 1,1,0,9,8,7,t,60,40 9,1 1,1,0,9,8,7,t,60,40 0 1,18
-;=  9,tag,1,9,8,1 1,1,0,9,8,7,t,60,40 9,tag,1,9,8,1 1,1,0,9,8,7,t,60,40 0 1,16
-;=  9,9,9 1,1,0,9,8,7,t,60,40 9,9,9 1,1,0,9,8,7,t,60,40 0 1,28
-;=  9,8 1,1,0,9,8,7,t,60,40 9,8 1,1,0,9,8,7,t,60,40 0 1,18
-;=  9,8,7 1,1,0,9,8,7,t,60,40 9,8,7 1,1,0,9,8,7,t,60,40 0 1,18
-;=  9,8 1,1,0,9,8,7,t,60,40 9,8 1,1,0,9,8,7,t,60,40 0 1,18
+;=  9,1 1,1,0,9,8,7,t,60,40 9,1 1,1,0,9,8,7,t,60,40 0 1,18 1,0
+;=  9,tag,1,9,8,1 1,1,0,9,8,7,t,60,40 9,tag,1,9,8,1 1,1,0,9,8,7,t,60,40 0 1,16 1,0
+;=  9,9,9 1,1,0,9,8,7,t,60,40 9,9,9 1,1,0,9,8,7,t,60,40 0 1,28 1,0
+;=  9,8 1,1,0,9,8,7,t,60,40 9,8 1,1,0,9,8,7,t,60,40 0 1,18 1,0
+;=  9,8,7 1,1,0,9,8,7,t,60,40 9,8,7 1,1,0,9,8,7,t,60,40 0 1,18 1,0
+;=  9,8 1,1,0,9,8,7,t,60,40 9,8 1,1,0,9,8,7,t,60,40 0 1,18 1,0
 ; What is lit shows its second sequence, if there is one.
 c.1=RValueContainer 280 100 50 10
 c.2=RValueContainer -1 100 50 60 40 10
