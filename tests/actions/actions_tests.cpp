@@ -1,18 +1,13 @@
-// What the log says of actions and which parameters are refused; delays when the clock wraps; any
-// order of changes.
+// What the log says of actions and which parameters are refused; any order of changes.
 #include "actions/rcompositeaction.h"
 #include "actions/rqueue.h"
 #include "actions/rrandomaction.h"
 #include "commands/vocabulary.h"
 #include "movie/rsmackermovie.h"
-#include "omao.h"
-#include "ompp/memorystream.h"
 #include "omsarguments.h"
 #include "omsexception.h"
 #include "omtrinketwindow.h"
 #include "omunderway.h"
-#include "omwaveengine.h"
-#include "trinkets/aseqbuilder.h"
 #include "trinkets/scriptfixture.h"
 
 #include <random>
@@ -26,12 +21,6 @@ namespace {
 class ActionTest : public ScriptTest {
   protected:
     ActionTest() {
-        AOImage::setSourceLocator([](int id) -> std::unique_ptr<OMIStream> {
-            if (id != 1) return nullptr;
-            AseqBuilder image;
-            image.block(4, 4, 'a').sequence({entry(0, 10), entry(-1)});
-            return std::make_unique<MemoryStream>(image.build());
-        });
         OMSobException::setNotification(
             [this](const OMSobException& report) { reports.push_back(report.text()); });
     }
@@ -39,7 +28,6 @@ class ActionTest : public ScriptTest {
         if (thread) thread->unload();
         thread.reset();
         OMSobException::setNotification(nullptr);
-        AOImage::setSourceLocator(nullptr);
     }
 
     /// What `play container add WORDS` does.
@@ -51,11 +39,10 @@ class ActionTest : public ScriptTest {
         container.addFromScript();
     }
 
-    OMWaveEngine sounds;
     OMTrinketWindow window{{0, 0, 100, 80}, nullptr, "Test"};
     RScriptClasses classes;
     RMovies movies;
-    std::vector<std::string> reports;
+    Strings reports;
 };
 
 constexpr const char* kMay = ", interruptible: 1";
@@ -63,7 +50,7 @@ constexpr const char* kMayNot = ", interruptible: 0";
 constexpr const char* kOpen = ", interruptible: (container specified)";
 
 TEST_F(ActionTest, WhatIsReportedAndWhatIsRefused) {
-    run("anim=RAnimation 1 0\nguide=RCharacter 1 0 0 0\nbay=RMap 0 0\nqueue=RQueue 1\n");
+    run("anim=RGraphicAnswer -1 0 0 0\nguide=RCharacter -1 0 0 0\nbay=RMap 0 0\nqueue=RQueue 1\n");
     struct Row {
         std::string words;
         std::string report; ///< behind the type
@@ -145,28 +132,6 @@ TEST_F(ActionTest, WhatIsReportedAndWhatIsRefused) {
           "MoveYAction anim anim 1 2 3", "MoveXYAction anim anim 1 2 3 4 5 6 7", "MovieAction",
           "SoundAction", "VerbAction anim 1", "PropertyAction anim x"})
         check({words, " - not enough parameters"});
-}
-
-TEST_F(ActionTest, NothingIsShownOrHeardWithoutLocators) {
-    AOImage::setSourceLocator(nullptr);
-    RQueue queue(1, true);
-    add(queue, "AnimAction 1 0 1");
-    add(queue, "SoundAction 5");
-    queue.start();
-    EXPECT_FALSE(queue.isActive());
-    EXPECT_EQ(failedChecks, (Strings{"Source URL is not installed in AnimAction",
-                                     "Stream URL is not installed in SoundAction"}));
-}
-
-TEST_F(ActionTest, ADelayGoesOnWhenTheClockWraps) {
-    machine.clock().now = 0xFFFFFF00;
-    RQueue queue(1, true);
-    add(queue, "DelayAction 1000");
-    queue.start();
-    pass(999);
-    EXPECT_TRUE(queue.isActive());
-    pass(2);
-    EXPECT_FALSE(queue.isActive());
 }
 
 // Whatever is started, halted, added, removed, copied and destroyed when, by whichever handler:

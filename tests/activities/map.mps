@@ -1,289 +1,192 @@
-; The map game: its board and traps, where pictures lie and which trails are seen, and when a run ends or is stopped. The
-; boxes tell when; sounds are not there, so that boxes name the one that is played.
+; The map game, p: its board and traps, where pictures lie and which trails are seen, when a run
+; ends or is stopped, what the log says of it. Sounds are not there, so that boxes name what is
+; played.
 yield off
+include steps.mps
 procedure ended
-MessageBox "finished"
+line=line+" @"+now
 procedure born
 [
 marks=marks+1
 mark.marks=RECEIVER
-if times
-MessageBox "step"
+if timed
+line=line+" s"+now
 ]
 ; the pictures that are there: where, and which frame
-procedure tell what
-[
+procedure see
 for n 1 marks
 if mark.n#("mark."+n)
 [
-get mark.n x p
-get mark.n y q
-get mark.n frame r
-what=what+" "+p+","+q+"/"+r
+get mark.n x left
+get mark.n y top
+get mark.n frame number
+line=line+" "+left+","+top+"/"+number
 ]
-MessageBox what
-]
-procedure moves way far other more
+procedure way
 [
-play m clearMoves
-play m addMove way far
-if more
-play m addMove other more
-more=0
-]
-procedure run column row
+play p clearMoves
+for ~words
 [
-set m startX column
-set m startY row
-play m move
-pause 0.2
+call cut
+far=word
+call cut
+play p addMove far word
+]
+]
+; from a column and a row, with directions and lengths
+procedure run
+[
+call cut
+set p startX word
+call cut
+set p startY word
+if ~words
+call way
+call go
+call wait 180
+]
+procedure go
+[
+now=0
+play p move
 ]
 procedure begin
 [
 marks=0
-m=RMap 20 10
-set m cellsH 5
-set m cellsV 5
-set m cellSizeH 10
-set m cellSizeV 8
-set m moveDelay 10
+timed=0
+p=RMap 20 10
+call do "give p cellsH 5 cellsV 5 cellSizeH 10 cellSizeV 8 moveDelay 10"
 for n 0 7
-set m directionGraphicID n 2310
+set p directionGraphicID n 2310
 ]
-times=0
-more=0
+; how runs end, also over the finish, beside the board, on traps with and without sounds, without
+; steps
+p=RMap 20 10
+set p finished ended
+call do "give p cellsH 5 cellsV 5 moveDelay 10 finishX 4 offMapSoundID 66"
+call do "ask p setTerrain 00000000000030010000"
+set p trapSoundID 3 33
+call do "run 0 0 2 4, run 3 0 2 1 1 2, run 4 4 2 9, run 0 0 5 3, run 3 3 6 1 1 1, run -1 1 2 1"
+call do "run 0 2 2 4, run 0 4 0 1, run 2 2 1 1, run 0 0 1 0 2 4 1 -7, run 4 0 2 0, tell"
+;% Next move: direction 2, length 4
+;% Hit the finish!
+;% Map starting moves, moves in queue: 2
+;% Didn't hit anything...
+;% Ran off the board!
+;% Ran off the board!
+;% Ran off the board!
+;% Didn't hit anything...
+;% Hit trap 3
+;% Hit trap 1
+;% Didn't hit anything...
+;% Hit the finish!
+;% Hit the finish!
 ; the board's sizes; the traps of 3 x 2 cells, of a shorter text, and after another size
-call begin
-set m cellsV 2147483647
-set m cellsH 2147483647
-get m cellsH a
-get m cellsV b
-set m cellsH -5
-get m cellsH c
-set m cellSizeH 20000
-get m cellSizeH e
-set m startX -2147483648
-get m startX f
-MessageBox "most "+a+" "+b+" "+c+" "+e+" "+f
+call do "give p cellsV 2147483647 cellsH 2147483647, look p cellsH cellsV"
+call do "give p cellsH -5 cellSizeH 20000 startX -2147483648, look p cellsH cellSizeH startX, tell"
 procedure traps
 [
-play m clearMoves
-play m addMove 2 1
+call do "ask p clearMoves, ask p addMove 2 1"
 for n 0 1
 for k -1 1
 [
-set m startX k
-set m startY n
-play m move }
+set p startX k
+set p startY n
+play p move }
 ]
 MessageBox "all cells"
 ]
-m=RMap 20 10
-set m cellsH 3
-set m cellsV 2
-set m moveDelay 0
+p=RMap 20 10
+call do "give p cellsH 3 cellsV 2 moveDelay 0"
 for n 0 9
-set m trapSoundID n 300+n
-play m setTerrain "1x9/:20000"
+set p trapSoundID n 300+n
+play p setTerrain "1x9/:20000"
 call traps
-play m setTerrain "5"
-set m cellsH 3
+call do "ask p setTerrain 5, give p cellsH 3"
 call traps
-set m cellsV 3
+set p cellsV 3
 call traps
-;@ 1 most 250 1000 0 10000 -1000000
-;@ 2 WAVE resource 301 not found.
-;@ 4 WAVE resource 309 not found.
-;@ 7 WAVE resource 302 not found.
-;@ 7 all cells
-;@ 8 WAVE resource 305 not found.
-;@ 13 all cells
-;@ 19 all cells
 set OMAnimation born born
-
 ; an arrow for each direction; of two trails the older one is still, and the one before that is gone
-call begin
-ways="all ways"
-for i 0 7
-[
-call moves i 1
-call run 2 2
-get mark.marks x p
-get mark.marks y q
-ways=ways+" "+p+","+q
-]
-MessageBox ways
-call moves 2 3
-call run 0 0
-call tell "three"
-call moves 1 1 6 1
-call run 0 0
-call tell "three and two"
-set m directionGraphicID 1 99
-set m directionGraphicID 6 2712
-call run 0 0
-set m directionGraphicID 1 -1
-call run 0 0
-call tell "one each"
-set m cellsH 200
-set m moveDelay 0
-set m directionGraphicID 2 2712
-call moves 2 103
-call run 0 0
-c=0
+call do "begin, run 2 2 0 1, see, run 2 2 1 1, see, run 2 2 2 1, see, run 2 2 3 1, see, run 2 2 4 1"
+call do "see, tell, run 2 2 5 1, see, run 2 2 6 1, see, run 2 2 7 1, see, run 0 0 2 3, see, tell"
+call do "run 0 0 1 1 6 1, see"
+set p directionGraphicID 1 99
+set p directionGraphicID 6 2712
+call do "run 0 0"
+set p directionGraphicID 1 -1
+call do "run 0 0, see, give p cellsH 200 moveDelay 0"
+set p directionGraphicID 2 2712
+call do "run 0 0 2 103"
+count=0
 for n 1 marks
-if mark.n#("mark."+n)
-c=c+1
-get mark.marks x p
-MessageBox "a long trail and the last one: "+c+", ends at "+p
-;@ 1459 all ways 32,7 32,23 42,15 22,15 42,7 22,7 42,23 22,23
-;@ 1639 three 23,24/2 22,-1/1 32,-1/1 42,-1/1
-;@ 1819 three and two 23,0/2 33,0/2 43,0/2 12,7/1 22,15/1
-;@ 1829 ASEQ resource 99 not found.
-;@ 2179 one each 23,18/1 23,18/1
-;@ 2359 a long trail and the last one: 101, ends at 1043
-
+count=count+(mark.n#("mark."+n))
+get mark.marks x left
+line=line+" "+count+" to "+left
 ; pictures in the middle of their cells, also larger ones; where the board goes with them
+call do "tell, begin, give p z 30 startGraphicID 2712, see"
+call do "give p mapGraphicID 2301 finishGraphicID 2631 finishX 2 finishY 1, see"
+call do "give p cellSizeH 8 cellSizeV 7, see, give p x 0 touchy 0, run 0 0 2 1, see"
+get mark.2 z deep
+get mark.4 z deeper
+get mark.4 touchy touchable
+line=line+" "+deep+","+deeper+","+touchable
+call do "tell, give p startX -2147483648"
+get mark.1 x left
+line=line+" "+left
+call do "give p mapGraphicID 99 startGraphicID -1, see"
+p=RMap 20 10
+call do "give p cellSizeH 10 finishX 3 finishGraphicID 2712, ask p offset 5 5, look p x"
+call do "give p finishGraphicID -1, look p x, give p mapGraphicID 2301, look p x width, tell"
+; when the steps come, with other delays meanwhile, and after a pause, which counts once, for its
+; run
 call begin
-set m z 30
-set m startGraphicID 2712
-call tell "start"
-set m mapGraphicID 2301
-set m finishGraphicID 2631
-set m finishX 2
-set m finishY 1
-call tell "map and finish"
-set m cellSizeH 8
-set m cellSizeV 7
-call tell "smaller cells"
-set m x 0
-set m touchy 0
-call moves 2 1
-call run 0 0
-call tell "moved"
-get mark.2 z a
-get mark.4 z b
-get mark.4 touchy c
-MessageBox "depths "+a+" "+b+", touchy "+c
-set m startX -2147483648
-get mark.1 x p
-set m mapGraphicID 99
-set m startGraphicID -1
-call tell "start at "+p+", without map and start"
-m=RMap 20 10
-set m cellSizeH 10
-set m finishX 3
-set m finishGraphicID 2712
-play m offset 5 5
-get m x a
-set m finishGraphicID -1
-get m x b
-set m mapGraphicID 2301
-get m x c
-get m width d
-MessageBox "by its finish, without, by its map: "+a+" "+b+" "+c+" "+d
-;@ 2359 start 13,2/1
-;@ 2359 map and finish 13,2/1 20,10/1 23,7/1
-;@ 2359 smaller cells 12,2/1 20,10/1 18,6/1
-;@ 2539 moved 0,2/1 8,10/1 6,6/1 7,-1/1
-;@ 2539 depths 30 31, touchy 0
-;@ 2539 ASEQ resource 99 not found.
-;@ 2539 start at -8000000, without map and start 6,6/1 7,-1/1
-;@ 2539 by its finish, without, by its map: 48 25 25 416
-
-; when the steps come, with other delays meanwhile, and after a pause, which counts once and for its run alone
-call begin
-set m finished ended
-times=1
-d=0
-call moves 2 4
-set m moveDelay 30
-play m pause
-play m move
-pause 0.05
-set m moveDelay 7
-pause 0.1
-MessageBox "in a pause"
-call moves 2 2
-set m moveDelay 20
-play m move
-play m resume
-pause 0.01
-play m pause
-pause 0.1
-play m pause
-pause 0.1
-play m resume
-pause 0.1
-MessageBox "not in a pause"
-play m move
-play m pause
-play m move
-pause 0.1
-;@ 2569 step
-;@ 2585 step
-;@ 2586 step
-;@ 2590 finished
-;@ 2590 step
-;@ 2674 in a pause
-;@ 2874 step
-;@ 2894 finished
-;@ 2894 step
-;@ 2953 not in a pause
-;@ 2973 step
-;@ 2993 finished
-;@ 2993 step
-; one that is stopped has not finished; the next one begins anew; and no moves have at once, while a run goes on
-set m moveDelay 10
-play m move
-pause 0.02
-play m move
-pause 0.02
-play m interruptMove
-pause 0.1
-MessageBox "stopped twice"
-play m move
-play m clearMoves
-play m move
-pause 0.1
-MessageBox "as if it had not been called"
-call moves 2 2 2 2
-play m move
-pause 0.017
-call moves 1 1
-pause 0.1
-;@ 3053 step
-;@ 3071 step
-;@ 3169 stopped twice
-;@ 3169 Invoking method "move"\ncaused event "finished" (ignored)\n
-;@ 3179 step
-;@ 3189 finished
-;@ 3189 step
-;@ 3259 as if it had not been called
-;@ 3269 step
-;@ 3279 step
-;@ 3289 finished
-;@ 3289 step
+set p finished ended
+timed=1
+call do "way 2 4, give p moveDelay 30, ask p pause, go, await 45, give p moveDelay 7, await 90"
+call do "way 2 2, give p moveDelay 20, go, ask p resume, await 9, ask p pause, await 90"
+call do "ask p pause, await 90, ask p resume, await 90, go, ask p pause, go, await 90, tell"
+; one that is stopped has not finished; the next one begins anew; no moves have at once
+call do "give p moveDelay 10, go, await 18, go, await 18, ask p interruptMove, await 90"
+call do "note stopped, go, ask p clearMoves, ask p move, await 90, way 2 2 2 2, go, await 15"
+call do "way 1 1, await 90, tell"
 ; handlers that move again and that drop the map, also when there are no moves
 procedure again
 [
-MessageBox "again"
-set m finished gone
-play m move
+call do "note again"
+set p finished gone
+play p move
 ]
 procedure gone
-[
-MessageBox "gone"
-drop m
-]
-times=0
-set m finished again
-play m move
-pause 0.1
-call begin
-play m resume }
-MessageBox "nothing to wait for"
-;@ 3374 again
-;@ 3384 gone
-;@ 3454 nothing to wait for
+call do "note gone, lose p"
+timed=0
+set p finished again
+call do "go, await 90, begin"
+play p resume }
+call tell
 quit
+;=  @39 @29 @9 @9 @19 @9 @19 @9 @9 @39 @9
+;=  250,1000 0,10000,-1000000
+;=  32,7/1 33,8/2 32,23/1 33,24/2 42,15/1 43,16/2 22,15/1 23,16/2 42,7/1
+;=  43,8/2 22,7/1 23,8/2 42,23/1 43,24/2 22,23/1 23,24/2 22,-1/1 32,-1/1 42,-1/1
+;=  23,0/2 33,0/2 43,0/2 12,7/1 22,15/1 23,18/1 23,18/1 101 to 1043
+;=  13,2/1 13,2/1 20,10/1 23,7/1 12,2/1 20,10/1 18,6/1 0,2/1 8,10/1 6,6/1 7,-1/1 30,31,0
+;=  -8000000 6,6/1 7,-1/1 48 25 25,416
+;=  s29 s45 s46 @50 s50 s199 @219 s219 s19 @39 s39
+;=  s9 s9 stopped s9 @19 s19 s9 s19 @29 s29
+;=  again gone
+
+;! WAVE resource 66 not found.
+;! WAVE resource 66 not found.
+;! WAVE resource 66 not found.
+;! WAVE resource 33 not found.
+;! WAVE resource 301 not found.
+;! WAVE resource 309 not found.
+;! WAVE resource 302 not found.
+;! all cells
+;! WAVE resource 305 not found.
+;! all cells
+;! all cells
+;! ASEQ resource 99 not found.
+;! ASEQ resource 99 not found.
+;! Invoking method "move"\ncaused event "finished" (ignored)\n

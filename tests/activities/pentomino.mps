@@ -1,85 +1,72 @@
-; The pentomino board: all pieces in all views, the nearest cells, what is covered, new sizes, what is refused; and a
-; player who carries a piece to the tools.
+; The pentomino board, p: all pieces in all views, the nearest cells, what is covered, new sizes,
+; what is refused. Of pieces are told cell and view, of the last one that was made, a.1, frame and
+; place.
 yield off
+include steps.mps
 procedure told
 MessageBox "never heard"
 procedure born
-new=RECEIVER
-procedure tell what
+a.1=RECEIVER
+procedure at
 [
-say what text
-text=""
+call cut
+get p pieceCellX word left
+get p pieceCellY word top
+get p pieceView word number
+line=line+" "+word+":"+left+","+top+"/"+number
 ]
-; of a piece: its cell and view; of the one that is looked at: its frame and place
-procedure at piece
+procedure make
+for ~words
 [
-get board pieceCellX piece p
-get board pieceCellY piece q
-get board pieceView piece r
-text=text+" "+piece+":"+p+","+q+"/"+r
+call cut
+set p pieceGraphicID word 2720+word
+play p setPieceHomeBox word 300 200 420 400
 ]
-procedure look
+procedure begin
 [
-get new frame p
-get new x q
-get new y r
-text=text+" "+p+":"+q+","+r
+p=RPentominoGame 40 20 3
+call do "give p cellsH 10 cellsV 6 cellWidth 24 cellHeight 24"
 ]
-procedure put piece column row
+procedure lay
 [
-play board setPieceCellXY piece column row
-call at piece
+piece=words
+call cut
+index=word
+call cut
+far=word
+call cut
+play p setPieceCellXY index far word
+words=piece
+call at
 ]
-procedure make n graphic
+procedure view
 [
-set board pieceGraphicID n graphic
-play board setPieceHomeBox n 300 200 420 400
+call cut
+index=word
+call cut
+set p pieceView index word
 ]
-procedure begin rows
+procedure solution
 [
-board=RPentominoGame 40 20 3
-set board cellsH 10
-set board cellsV rows
-set board cellWidth 24
-set board cellHeight 24
+call cut
+index=word
+call cut
+play p setSolutionString index word
 ]
-text=""
-board=RPentominoGame 40 20 3
-get board cellsH a
-get board cellsV b
-get board cellWidth c
-get board piecesVisible d
-say a b c d
-call begin 6
+p=RPentominoGame 40 20 3
+call do "look p cellsH cellsV cellWidth piecesVisible"
 set OMAnimation born born
-for n 1 12
-call make n 2720+n
-;= 20 20 0 1
-
+call do "begin, make 1 2 3 4 5 6 7 8 9 10 11 12 9"
 ; At home it stands in the middle, on the lower edge; halves are rounded toward zero.
-call make 9 2729
 for n 0 7
 [
-set board pieceView 9 n
-call look
+set p pieceView 9 n
+call do "look a.1 frame x y"
 ]
-call tell "9"
-set board pieceView 9 8
-set board pieceView 9 -1
-call at 9
-call make 12 2732
-play board setPieceHomeBox 12 10 20 43 90
-call look
-set board pieceView 12 1
-call look
-get new z a
-set board z 8
-get new z b
-call tell "depth "+a+b
-;= 9  1:312,352 5:336,304 4:312,352 8:336,304 2:312,352 6:336,304 3:312,352 7:336,304
-;= depth 49  9:,/7 1:-33,66 5:14,-30
-
-; All pieces fill 10 x 6 cells without a gap, turned in all four ways and mirrored: each is seen in each view.
+call do "view 9 8, view 9 -1, at 9, tell, make 12, ask p setPieceHomeBox 12 10 20 43 90"
+call do "look a.1 frame x y, view 12 1, look a.1 frame x y z, give p z 8, look a.1 z"
+; All pieces fill 10 x 6 cells without a gap, turned in all four ways and mirrored: each is seen in
+; each view.
 which=[1 4 9 2 3 11 6 5 12 10 7 8
 view=[2 0 6 0 1 1 0 0 0 4 3 0
 left=[0 0 0 1 2 3 4 5 5 6 7 7
@@ -92,34 +79,33 @@ rows=6
 laid=0
 for turn 1 8
 [
-play board reset
+play p reset
 if turn=8
-set board solved told
-set board cellsH columns
-set board cellsV rows
+set p solved told
+set p cellsH columns
+set p cellsV rows
 for n 1 rows
-play board setSolutionString n full||columns
+play p setSolutionString n full||columns
 for n 1 12
 [
-set board pieceView which.n view.n
-play board setPieceCellXY which.n left.n top.n
-get board pieceCellX which.n a
-if a=left.n
-laid=laid+1
-a=rows-top.n-high.n
+set p pieceView which.n view.n
+play p setPieceCellXY which.n left.n top.n
+get p pieceCellX which.n got
+laid=laid+(got=left.n)
+got=rows-top.n-high.n
 top.n=left.n
-left.n=a
-a=wide.n
+left.n=got
+got=wide.n
 wide.n=high.n
-high.n=a
+high.n=got
 if view.n<4
 view.n=(view.n+1)%4
 else
 view.n=(view.n+3)%4+4
 ]
-a=columns
+got=columns
 columns=rows
-rows=a
+rows=got
 if turn=4
 for n 1 12
 [
@@ -127,201 +113,126 @@ left.n=columns-left.n-wide.n
 view.n=(view.n+4)%8
 ]
 ]
-
-;! Invoking method "setPieceCellXY"\ncaused event "solved" (ignored)\n
+line=line+" "+laid
 ; The cell under the left upper corner, and the pixel from which on it is that one.
-procedure cells size
+procedure cells
 [
-set board side size
+call cut
+set p side word
 last=""
 for n -12 117
 [
-set new axis from+n
-get board cell 12 c
-if c#last
-text=text+" "+c+"@"+n
-last=c
+set a.1 axis from+n
+get p cell 12 got
+if got#last
+line=line+" "+got+"@"+n
+last=got
 ]
-call tell size
+call tell
 ]
-call tell laid
-call begin 10
-call make 12 2732
-play board setPieceCellXY 12 0 0
+call do "tell, begin, give p cellsV 10, make 12, lay 12 0 0"
 axis="x"
 from=40
 side="cellWidth"
 cell="pieceCellX"
-call cells 20
-call cells 21
-call cells 1
-set board cellWidth 24
-play board setPieceCellXY 12 0 0
-set board pieceView 12 1
+call do "cells 20, cells 21, cells 1, give p cellWidth 24, lay 12 0 0, view 12 1"
 axis="y"
 from=20
 side="cellHeight"
 cell="pieceCellY"
-call cells 21
-;= 96 
-;= 20  0@-10 1@10 2@30 3@50 4@70 5@90 @110
-;= 21  0@-11 1@11 2@32 3@53 4@74 5@95 @116
-;= 1  0@-1 1@1 2@2 3@3 4@4 5@5 @6
-;= 21  0@-11 1@11 2@32 3@53 4@74 5@95 @116
-
-; What is covered, also by a piece that lies where it did; what is turned on the board.
-call begin 6
-call make 2 2722
-call make 4 2724
-call make 12 2732
-call put 2 0 0
-call put 4 1 1
-call put 4 2 2
-call put 4 2 1
-call put 2 1 0
-call put 12 0 1
-call put 12 0 3
-call tell "a cross, one in its corner, one on it, a step aside, over it, below it:"
-play board reset
-call put 12 0 0
-set board pieceView 12 1
-call at 12
-call put 4 1 0
-set board pieceView 12 2
-call at 12
-set board pieceView 12 3
-call put 12 9 1
-set board pieceView 12 0
-call at 12
-play board setPieceHomeBox 4 300 200 420 400
-call put 2 0 0
-call tell "turned where it lies, but not onto another one or beyond the board:"
-call put 4 7 1
-set board pieceCellX 4 6
-set board pieceCellY 4 2
-call at 4
-set board pieceCellX 4 1
-set board pieceCellY 4 0
-call at 4
-set board pieceCellY 4 3
-call at 4
-call tell "by column and row:"
-;= a cross, one in its corner, one on it, a step aside, over it, below it:  2:0,0/0 4:,/0 4:2,2/0 4:,/0 2:1,0/0 12:,/0 12:0,3/0
-;= turned where it lies, but not onto another one or beyond the board:  12:0,0/0 12:0,0/1 4:1,0/0 12:,/2 12:9,1/3 12:,/0 2:0,0/0
-;= by column and row:  4:7,1/0 4:6,2/0 4:,/0 4:,/0
+call do "cells 21, begin, make 2 4 12"
+; a cross, one in its corner, one on it, a step aside, over it, below it
+call do "lay 2 0 0, lay 4 1 1, lay 4 2 2, lay 4 2 1, lay 2 1 0, lay 12 0 1, lay 12 0 3, ask p reset"
+call do "tell"
+; turned where it lies, but not onto another one or beyond the board; by column and row
+call do "lay 12 0 0, view 12 1, at 12, lay 4 1 0, view 12 2, at 12, view 12 3, lay 12 9 1"
+call do "view 12 0, at 12, ask p setPieceHomeBox 4 300 200 420 400, lay 2 0 0, tell, lay 4 7 1"
+procedure slide
+[
+call cut
+if word="x"
+set p pieceCellX 4 words
+else
+set p pieceCellY 4 words
+words=""
+]
+call do "slide x 6, slide y 2, at 4, slide x 1, slide y 0, at 4, slide y 3, at 4, tell"
 ; a new piece takes the slot; one that is none changes nothing
-call put 2 0 0
-set board pieceGraphicID 2 99
-call at 2
-set board pieceGraphicID 2 2725
-get board pieceGraphicID 2 a
-get new x b
-get new y c
-call put 4 0 0
-set board piecesVisible 0
-get new visible d
-set board pieceGraphicID 3 2723
-get new visible e
-set board piecesVisible 5
-get new visible f
-get board piecesVisible g
-text=text+" new "+a+" at "+b+","+c+" visible "+d+e+f+g
-set board pieceGraphicID 4 2724
-play board setPieceCellXY 4 0 0
-play board offset 30 7
-get new x a
-get new y b
-call at 4
-call tell "moved to "+a+","+b
-;= moved to 70,27  2:0,0/0 2:0,0/0 4:0,0/0 new 2725 at 0,0 visible 0011 4:0,0/0
+call do "lay 2 0 0"
+set p pieceGraphicID 2 99
+call do "at 2"
+set p pieceGraphicID 2 2725
+get p pieceGraphicID 2 got
+line=line+" new "+got
+call do "look a.1 x y, lay 4 0 0, give p piecesVisible 0, look a.1 visible"
+set p pieceGraphicID 3 2723
+call do "look a.1 visible, give p piecesVisible 5, look a.1 visible, look p piecesVisible"
+set p pieceGraphicID 4 2724
+call do "lay 4 0 0, ask p offset 30 7, look a.1 x y, at 4, tell, ask p reset, make 2"
 ; what is anchored stays, what is not goes home, also where its place is on the board no longer
-play board reset
-call make 2 2722
-call put 2 0 0
-call put 4 4 0
-call put 12 0 4
-set board pieceIsAnchored 2 7
-get board pieceIsAnchored 2 a
-get board pieceIsAnchored 4 b
-get board pieceIsAnchored 5 c
-set board cellHeight 1
-play board reset
-set board cellHeight 24
-call at 2
-call at 4
-call at 12
-call put 4 0 0
-call put 4 4 0
-call put 12 0 4
-set board pieceIsAnchored 2 0
-play board reset
-call at 2
-call tell "anchored "+a+b+c
-;= anchored 10  2:0,0/0 4:4,0/0 12:0,4/0 2:0,0/0 4:,/0 12:,/0 4:,/0 4:4,0/0 12:0,4/0 2:,/0
+call do "lay 2 0 0, lay 4 4 0, lay 12 0 4"
+set p pieceIsAnchored 2 7
+for n 2 5
+[
+get p pieceIsAnchored n got
+line=line+" "+got
+]
+call do "give p cellHeight 1, ask p reset, give p cellHeight 24, at 2, at 4, at 12, lay 4 0 0"
+call do "lay 4 4 0, lay 12 0 4"
+set p pieceIsAnchored 2 0
+call do "ask p reset, at 2, tell"
 ; new sizes empty the board, the same ones do not
-call put 2 3 1
-play board setSolutionString 1 "X"
-set board cellsH 10
-call put 4 5 3
-call put 4 3 2
+call do "lay 2 3 1, solution 1 X, give p cellsH 10, lay 4 5 3, lay 4 3 2"
+sizes=[cellsH cellsV
 for k 1 2
 [
-if k=1
-set board cellsH 9
-else
-set board cellsV 9
-call at 2
-call put 4 3 2
-call put 2 0 3
-call put 2 3 1
-play board reset
-call put 2 3 1
+set p sizes.k 9
+call do "at 2, lay 4 3 2, lay 2 0 3, lay 2 3 1, ask p reset, lay 2 3 1"
 ]
-set board cellsH 2000000
-set board cellsV 2000000
-set board cellWidth 2000000
-set board cellHeight -5
-get board cellsH c
-get board cellsV d
-get board cellWidth e
-get board cellHeight f
-call at 2
-call tell "sizes "+c+" "+d+" "+e+" "+f
-;= sizes 1000 1000 1000 0  2:3,1/0 4:5,3/0 4:,/0 2:3,1/0 4:3,2/0 2:0,3/0 2:,/0 2:3,1/0 2:3,1/0 4:3,2/0 2:0,3/0 2:,/0 2:3,1/0 2:,/0
-;= -1 [][][][][] 3:,/0
-;= still  2:7,3/0 2:7,3/0
-
+call do "tell, give p cellsH 2000000 cellsV 2000000 cellWidth 2000000 cellHeight -5"
+call do "look p cellsH cellsV cellWidth cellHeight, at 2, begin, make 2"
 ; What is refused.
-call begin 6
-call make 2 2722
-play board setPieceCellXY 0 1 1
-play board setPieceHomeBox 13 1 2 3 4
-property=[pieceCellX pieceCellY pieceGraphicID pieceIsAnchored pieceView
+call do "ask p setPieceCellXY 0 1 1, ask p setPieceHomeBox 13 1 2 3 4"
+properties=[pieceCellX pieceCellY pieceGraphicID pieceIsAnchored pieceView
 for k 1 5
 [
-set board property.k 0 1
-get board property.k 13 a
-text=text+"["+a+"]"
+set p properties.k 0 1
+get p properties.k 13 got
+line=line+" ["+got+"]"
 ]
-play board setPieceCellXY 3 1 1
-call at 3
-get board pieceGraphicID 3 a
-call tell a
-for k -1 8 9
-play board setPieceCellXY 2 k 0
-for k -1 4 5
-play board setPieceCellXY 2 0 k
-play board setPieceCellXY 2 2147483647 0
-call put 2 7 3
-set board pieceCellX 2 8
-for k 0 7 7
-play board setSolutionString k "X"
-play board setSolutionString 6 full
-play board setSolutionString 6 full+"X"
-set board cellsH 0
-set board cellsV -4
-call at 2
-call tell "still"
+get p pieceGraphicID 3 got
+line=line+got
+call do "lay 3 1 1, lay 2 -1 0, lay 2 8 0, lay 2 0 -1, lay 2 0 4, lay 2 2147483647 0, lay 2 7 3"
+call do "tell"
+set p pieceCellX 2 8
+call do "solution 0 X, solution 7 X, solution 6 XXXXXXXXXX, solution 6 XXXXXXXXXXX"
+call do "give p cellsH 0 cellsV -4, at 2, solution 6 ----------, make 4"
+; It is solved whenever a piece is put down so that exactly the pattern is covered.
+set p solved told
+call do "solution 1 XX, solution 2 XXXXXXXXXX, solution 2 XXX-------, lay 4 1 0, lay 2 5 2"
+MessageBox "one too many"
+call do "lay 4 0 0, ask p reset"
+MessageBox "solved twice"
+call do "lay 4 0 0, view 4 8"
+MessageBox "no piece covers with x"
+call do "solution 1 Xx, view 4 0, tell"
+quit
+;=  20,20,0,1 1,312,352 5,336,304 4,312,352 8,336,304 2,312,352 6,336,304 3,312,352 7,336,304 9:,/7
+;=  1,-33,66 5,14,-30,4 9 96
+;=  12:0,0/0 0@-10 1@10 2@30 3@50 4@70 5@90 @110
+;=  0@-11 1@11 2@32 3@53 4@74 5@95 @116
+;=  0@-1 1@1 2@2 3@3 4@4 5@5 @6
+;=  12:0,0/0 0@-11 1@11 2@32 3@53 4@74 5@95 @116
+;=  2:0,0/0 4:,/0 4:2,2/0 4:,/0 2:1,0/0 12:,/0 12:0,3/0
+;=  12:0,0/0 12:0,0/1 4:1,0/0 12:,/2 12:9,1/3 12:,/0 2:0,0/0
+;=  4:7,1/0 4:6,2/0 4:,/0 4:,/0
+;=  2:0,0/0 2:0,0/0 new 2725 0,0 4:0,0/0 0 0 1 1 4:0,0/0 70,27 4:0,0/0
+;=  2:0,0/0 4:4,0/0 12:0,4/0 1 0 0  2:0,0/0 4:,/0 12:,/0 4:,/0 4:4,0/0 12:0,4/0 2:,/0
+;=  2:3,1/0 4:5,3/0 4:,/0 2:3,1/0 4:3,2/0 2:0,3/0 2:,/0 2:3,1/0 2:3,1/0 4:3,2/0 2:0,3/0 2:,/0 2:3,1/0
+;=  1000,1000,1000,0 2:,/0 [] [] [] [] []-1 3:,/0 2:,/0 2:,/0 2:,/0 2:,/0 2:,/0 2:7,3/0
+;=  2:7,3/0 4:1,0/0 2:5,2/0 4:0,0/0 4:0,0/0
+
+;! Invoking method "setPieceCellXY"\ncaused event "solved" (ignored)\n
 ;! ASEQ resource 99 not found.
 ;! RPentominoGame: invalid piece number
 ;! RPentominoGame: invalid piece number
@@ -342,28 +253,8 @@ call tell "still"
 ;! RPentominoGame: solution string too long
 ;! RPentominoGame: cellsH must be greater than 0
 ;! RPentominoGame: cellsV must be greater than 0
-
-; It is solved whenever a piece is put down so that exactly the pattern is covered.
-play board setSolutionString 6 "----------"
-call make 4 2724
-set board solved told
-play board setSolutionString 1 "XX"
-play board setSolutionString 2 full
-play board setSolutionString 2 "XXX-------"
-play board setPieceCellXY 4 1 0
-play board setPieceCellXY 2 5 2
-MessageBox "one too many"
-play board setPieceCellXY 4 0 0
-play board reset
-MessageBox "solved twice"
-play board setPieceCellXY 4 0 0
-set board pieceView 4 8
-MessageBox "no piece covers with x"
-play board setSolutionString 1 "Xx"
-set board pieceView 4 0
 ;! one too many
 ;! solved twice
 ;! Invoking method "setPieceCellXY"\ncaused event "solved" (ignored)\n
 ;! Setting property "pieceView"\ncaused event "solved" (ignored)\n
 ;! no piece covers with x
-quit

@@ -1,5 +1,6 @@
-; The pattern of a pentomino board as it is seen and stamped: without its picture, of all letters but one, changed after
-; it was stamped, hidden; and the stamp of a board that is gone. Cursors over pieces that were made before and after.
+; The pattern of a pentomino board as it is seen and stamped: without its picture, of all letters
+; but one, changed after it was stamped, hidden; and the stamp of a board that is gone. Cursors over
+; pieces that were made before and after.
 ;: rsc golden
 ;> 50 screenshot none.png
 ;> 140 screenshot seen.png
@@ -13,54 +14,32 @@
 ;> 640 click 460 390
 yield off
 ActivateDLL golden.rsc
+include steps.mps
 procedure begin
 [
-board=RPentominoGame 100 80 5
-set board cellsH 5
-set board cellsV 4
-set board cellWidth 20
-set board cellHeight 20
+p=RPentominoGame 100 80 5
+call do "give p cellsH 5 cellsV 4 cellWidth 20 cellHeight 20"
+]
+procedure pattern
+[
+call cut
+play p setSolutionString word words|1|(~words-1)
+words=""
 ]
 Scene 100
-call begin
-play board setSolutionString 1 "X-?"
-play board stamp
+call do "begin, pattern 1 X-?, ask p stamp"
 DisplayScreen
-pause 0.1
-set board solutionBoxGraphicID 99
-get board solutionBoxGraphicID a
-set board solutionBoxGraphicID 422
-play board stamp
-pause 0.1
-play board setSolutionString 1 "-X"
-play board offset 0 20
-pause 0.1
-play board offset 0 -20
-set board visible 0
-play board unstamp
-play board unstamp
-pause 0.1
-set board visible 1
-set board cellsV 3
-play board setSolutionString 2 "X"
-set board cellHeight 40
-play board stamp
-pause 0.1
-drop board
-pause 0.1
-call begin
-get board pieceGrabAOCursorID b
-get board pieceSpotAOCursorID c
-set board pieceGraphicID 7 407
-play board setPieceHomeBox 7 30 300 130 400
-set board pieceGrabAOCursorID -4
-set board pieceSpotAOCursorID -2
-set board pieceGraphicID 10 410
-play board setPieceHomeBox 10 420 300 520 400
-say a b c
-pause 0.1
-set board pieceGrabAOCursorID 65535
-;= -1 -1 -1
+call do "await 90, give p solutionBoxGraphicID 99, look p solutionBoxGraphicID"
+call do "give p solutionBoxGraphicID 422, ask p stamp, await 90, pattern 1 -X, ask p offset 0 20"
+call do "await 90, ask p offset 0 -20, give p visible 0, ask p unstamp, ask p unstamp, await 90"
+call do "give p visible 1 cellsV 3, pattern 2 X, give p cellHeight 40, ask p stamp, await 90"
+call do "lose p, await 90, begin, look p pieceGrabAOCursorID pieceSpotAOCursorID"
+set p pieceGraphicID 7 407
+call do "ask p setPieceHomeBox 7 30 300 130 400"
+call do "give p pieceGrabAOCursorID -4 pieceSpotAOCursorID -2"
+set p pieceGraphicID 10 410
+call do "ask p setPieceHomeBox 10 420 300 520 400, tell, await 90, give p pieceGrabAOCursorID 65535"
+;=  -1 -1,-1
 ;! ASEQ resource 99 not found.
 ;# 0 title Zorbet Voyages
 ;# 550 cursor -2

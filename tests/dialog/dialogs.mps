@@ -1,159 +1,115 @@
-; Dialogs: what is missing, their depths, a handler that opens the next one, and who hears of the background
-; while ports and dialogs come and go.
-;$ --until 60000
+; Dialogs: what is missing, their depths, a handler that opens the next one, and who hears of the
+; background while ports and dialogs come and go.
+;> 5 key W
+;$ then --input content/drags --until 1000
 yield off
+include player.mps
+include steps.mps
 procedure onBorn
 [
-get RECEIVER "z" depth
-get RECEIVER "x" left
-all=all+" "+left+","+depth
+a.2=RECEIVER
+call do "look a.2 x z"
 ]
-procedure onBeside
-say "beside"
-procedure onBoat
-say "boat"
+procedure onHeard
+[
+get RECEIVER name who
+line=line+" "+who
+]
 procedure onTwice
-say "twice"
+call do "note twice"
 procedure onButton
 [
-get question selectedButton value
-say "button" value
-drop question
+call do "look p selectedButton"
+drop p
 call ask
-get question selectedButton value
-say "the next one: ["+value+"]"
+call do "note next:, look p selectedButton"
 ]
 procedure ask
 [
-question=RDialog 67553 20
-play question addButton 2203 1
-play question addButton 2205 0-3
-set question buttonPressed onButton
-set question mouseDown onBeside
+p=RDialog 67553 20
+play p addButton 2203 1
+play p addButton 2205 0-3
+set p buttonPressed onButton
+set p mouseDown onHeard
 ]
-Scene 100
-; its parts lie one above it, and it is not dragged; the number of the picture has 16 bits
-set OMAnimation born onBorn
-set RPButton born onBorn
-set RHotSpot born onBorn
-all="parts"
-call ask
-say all
-;= parts 0,21 1,21 359,21 501,21
-set OMAnimation born
-set RPButton born
-set RHotSpot born
-boat=RAnimation 2001 20
-set boat mouseDown onBoat
-set boat dblClick onTwice
-;> 11 down 5 5
-;> 16 move 105 105
-;> 21 up 105 105
-;> 31 double 56 310
-;> 41 up 56 310
-;> 51 click 535 335
-;= beside
-;= beside
-;= button -3
-;= the next one: []
-pause 0.1
-set question "z" 18
-;> 101 double 56 310
-;> 111 up 56 310
-;= twice
-pause 0.1
-; its parts are not touchy when it is not
-set question "z" 20
-set question touchy 0
-;> 191 click 56 310
-;> 211 click 535 335
-;= boat
-pause 0.1
-set question touchy 1
-;> 281 click 380 335
-;= beside
-;= button 1
-;= the next one: []
-pause 0.1
-drop question
-; what is missing
-question=RDialog 99 3
-play question addButton 99 1
-play question addGraphic 99
-;! ASEQ resource 99 not found.
-;! ASEQ resource 99 not found.
-;! ASEQ resource 99 not found.
-set question mouseDown onBeside
-get question "z" depth
-;> 371 click 5 5
-;= beside
-pause 0.1
-drop question boat
-; two ports and two dialogs, made in turn, go in these orders, with a new
-; background in the midst: the ports that hear of a click before each
 procedure onBackground
 [
 get RECEIVER name who
-told=told+(who|7)
+line=line+(who|3)
 ]
+; Two ports and two dialogs, made in turn, go in these orders, with a new background in the midst.
+; What is told are the ports that hear of a click before each step.
 orders=["1234" "4321" "2413" "3142" "1324" "4231"
-for order 1 6
+procedure N
 [
-told=":"
+order=order+1
+gone=0
 for i 1 3 2
 [
-thing.i=RScenePort 0
-set thing.i backgroundClicked onBackground
+c.i=RScenePort 0
+set c.i backgroundClicked onBackground
 k=i+1
-thing.k=RDialog 2017 20
-set thing.k visible 0
+c.k=RDialog 2017 20
+set c.k visible 0
 ]
-for step 1 4
+line=line+" :"
+]
+procedure S
 [
-pause 0.1
-told=told+"."
-if step=2
+line=line+"."
+gone=gone+1
+if gone=2
 Scene 100
 i=orders.order
-i=i|step|1
-drop thing.i
+i=i|gone|1
+drop c.i
 ]
-pause 0.1
-say orders.order told
+; Its parts lie one above the other, and it is not dragged; the picture's number has 16 bits; a boat
+; at its depth and before it; its parts are not touchy when it is not; without its pictures.
+plot=["d5 5" "m105 105" "u105 105" "w56 310" "u56 310" "d535 335" "u535 335" "give p z 18, tell"
+plot=["w56 310" "u56 310" "give p z 20 touchy 0" "d56 310" "u56 310" "d535 335" "u535 335"
+plot=["give p touchy 1" "d380 335" "u380 335" "empty" "d5 5" "u5 5" "lose p, lose a.1, tell" end
+procedure empty
+[
+p=RDialog 99 3
+play p addButton 99 1
+play p addGraphic 99
+set p mouseDown onHeard
 ]
-;= 1234 :....
-;= 4321 :...1.
-;= 2413 :..13.3.
-;= 3142 :....
-;= 1324 :....
-;= 4231 :..13.1.
-;> 641 down 5 5
-;> 731 down 5 5
-;> 821 down 5 5
-;> 911 down 5 5
-;> 1001 down 5 5
-;> 1091 down 5 5
-;> 1181 down 5 5
-;> 1271 down 5 5
-;> 1361 down 5 5
-;> 1451 down 5 5
-;> 1541 down 5 5
-;> 1631 down 5 5
-;> 1721 down 5 5
-;> 1811 down 5 5
-;> 1901 down 5 5
-;> 1991 down 5 5
-;> 2081 down 5 5
-;> 2171 down 5 5
-;> 2261 down 5 5
-;> 2351 down 5 5
-;> 2441 down 5 5
-;> 2531 down 5 5
-;> 2621 down 5 5
-;> 2711 down 5 5
-;> 2801 down 5 5
-;> 2891 down 5 5
-;> 2981 down 5 5
-;> 3071 down 5 5
-;> 3161 down 5 5
-;> 3251 down 5 5
+procedure writeDrags
+[
+call writePlot
+for n 1 6
+[
+call write kN
+for k 1 4
+[
+call write "d5 5"
+call write kS
+]
+call write "d5 5"
+]
+call write kT
+]
+procedure T
+call do "tell"
+order=0
+Scene 100
+set OMAnimation born onBorn
+set RPButton born onBorn
+set RHotSpot born onBorn
+call ask
+set OMAnimation born
+set RPButton born
+set RHotSpot born
+a.1=RAnimation 2001 20
+set a.1 mouseDown onHeard
+set a.1 dblClick onTwice
+call follow
+;=  0,21 1,21 359,21 501,21 p p -3 next: 
+;=  twice a.1 p 1 next:  p
+;=  :.... :...1. :..13.3. :.... :.... :..13.1.
+
+;! ASEQ resource 99 not found.
+;! ASEQ resource 99 not found.
+;! ASEQ resource 99 not found.

@@ -1,30 +1,48 @@
-; Steps: a text of verbs with their words, with commas between them, as in "put a.1 c.1, look a.1 x y, tell". Answers
-; are a.1 and so on, containers c.1 and so on, the puzzle is p. What is seen stands in line until it is told.
+; Steps: a text of verbs with their words, with commas between them, as in "put a.1 c.1, look a.1 x
+; y, tell". Answers are a.1 and so on, containers c.1 and so on, what the scene is about is p. What
+; is seen stands in line until it is told. While the steps wait the milliseconds are counted in now.
+; Handlers may do steps within steps.
 line=""
+now=0
+here=1
+level=0
+words=""
 procedure cut
 [
 end=" "@words
 word=words|1|(end-1)
 words=words|(end+1)
 ]
-procedure do steps
+procedure do given
 [
-steps=steps+", "
-for ~steps
+kept.level=words
+level=level+1
+steps.level=given
+for ~steps.level
 [
-end=", "@steps
-words=steps|1|(end-1)+" "
-steps=steps|(end+2)
+end=", "@steps.level
+if end=0
+end=~steps.level+1
+words=steps.level|1|(end-1)+" "
+steps.level=steps.level|(end+2)
 call cut
 call $word
 ]
+level=level-1
+words=kept.level
 ]
 procedure pick
 [
 call cut
 one=word
 index=word|3
-family=word|1|1@"ac"
+family=word|1|1
+if family="a"
+it.here=&a.index
+else if family="c"
+it.here=&c.index
+else
+it.here=&p
 ]
 procedure look
 [
@@ -33,10 +51,7 @@ mark=" "
 for ~words
 [
 call cut
-if family=1
-get a.index word got
-else
-get c.index word got
+get it.here word got
 line=line+mark+got
 mark=","
 ]
@@ -49,35 +64,39 @@ for ~words
 call cut
 setting=word
 call cut
-if family=1
-set a.index setting word
-else
-set c.index setting word
+set it.here setting word
 ]
 ]
-procedure lay
+procedure ask
 [
 call pick
-call cut
-left=word
-call cut
-if family=1
-play a.index "place" left word
-else
-play c.index "place" left word
-]
-procedure tell
-[
-say line
-line=""
-]
-procedure puzzle
+parts=0
+for ~words
 [
 call cut
-method=word
-call pick
-call cut
-play p method one word
+parts=parts+1
+part.parts=word
+]
+if parts=1
+play it.here part.1
+else if parts=2
+play it.here part.1 part.2
+else if parts=3
+play it.here part.1 part.2 part.3
+else if parts=4
+play it.here part.1 part.2 part.3 part.4
+else if parts=5
+play it.here part.1 part.2 part.3 part.4 part.5
+else if parts=6
+play it.here part.1 part.2 part.3 part.4 part.5 part.6
+else if parts=7
+play it.here part.1 part.2 part.3 part.4 part.5 part.6 part.7
+else if parts=8
+play it.here part.1 part.2 part.3 part.4 part.5 part.6 part.7 part.8
+else if parts=9
+play it.here part.1 part.2 part.3 part.4 part.5 part.6 part.7 part.8 part.9
+else if parts=10
+play it.here part.1 part.2 part.3 part.4 part.5 part.6 part.7 part.8 part.9 part.10
 ]
 procedure put
 [
@@ -95,6 +114,27 @@ procedure lose
 [
 call cut
 drop var word
+]
+procedure note
+[
+call cut
+line=line+" "+word
+]
+procedure tell
+[
+say line
+line=""
+]
+procedure wait time
+for tick 1 time
+[
+pause 0.0011
+now=now+1
+]
+procedure await
+[
+call cut
+call wait word
 ]
 ; One of each kind, for copies.
 procedure makeKinds wide high

@@ -1,5 +1,5 @@
-; Answers with texts and several pictures: the room that they take, what they hold, and what a copy has of it. The base
-; picture is 26 x 30.
+; Answers with texts and several pictures: the room that they take, what they hold, and what a copy
+; has of it. The base picture is 26 x 30.
 ;> 500 screenshot order.png
 ;> 1500 screenshot order.stamped.png
 ;> 9000 quit
@@ -13,8 +13,9 @@ for i 1 6
 [
 a.i=RDoubleGraphicTextAnswer 2310 i*90 50 50
 play a.i setFont 20
-call do "give a."+i+" text1 AB text2 B text2OffsetX 9 text2OffsetY 3 graphic1ID 2320 graphic2ID 2451 textColorIndex 9"
-call do "give a."+i+" graphic1OffsetZ "+firsts.i+" graphic2OffsetZ "+seconds.i
+call do "give a."+i+" text1 AB text2 B text2OffsetX 9 text2OffsetY 3 textColorIndex 9"
+call do "give a."+i+" graphic1ID 2320 graphic2ID 2451 graphic1OffsetZ "+firsts.i
+set a.i graphic2OffsetZ seconds.i
 ]
 DisplayScreen
 pause 1
@@ -27,28 +28,30 @@ pause 1
 drop a.1 a.2 a.3 a.4 a.5 a.6
 ; Texts widen an answer and leave its home; no text takes no room.
 a.1=RGraphicTextAnswer 2310 20 30 5
-play a.1 setFont 20
-call do "give a.1 textOffsetX -6 textOffsetY -3, look a.1 x y width height, give a.1 text A, look a.1 x y width height"
-call do "give a.1 text ABAB, look a.1 x y width height, give a.1 x 0, look a.1 x y homeX homeY, give a.1 homeX 20, look a.1 x y"
-call do "give a.1 graphicID -1, look a.1 x y width height, tell"
-set a.1 text ""
-call do "look a.1 x y width height, give a.1 textOffsetX 2000000000 text A, look a.1 width height, tell"
+call do "ask a.1 setFont 20, give a.1 textOffsetX -6 textOffsetY -3, look a.1 x y width height"
+call do "give a.1 text A, look a.1 x y width height, give a.1 text ABAB, look a.1 x y width height"
+call do "give a.1 x 0, look a.1 x y homeX homeY, give a.1 homeX 20, look a.1 x y"
+call do "give a.1 graphicID -1, look a.1 x y width height, tell, give a.1 text "
+call do "look a.1 x y width height, give a.1 textOffsetX 2000000000 text A, look a.1 width height"
+call do "tell"
 ;=  27,35,26,30 21,32,32,33 21,32,46,33 0,32,27,35 14,32 7,27,46,22
 ;=  13,30,0,0 12,22
 ; What is missing is left out, and a colour that there is not changes nothing.
 a.2=RDoubleGraphicTextAnswer 99 20 30 5
-call do "give a.2 graphic1ID 98 textColorIndex 7 textColorIndex 256, look a.2 x y z width height textColorIndex graphic1ID, tell"
+call do "give a.2 graphic1ID 98 textColorIndex 7 textColorIndex 256"
+call do "look a.2 x y z width height textColorIndex graphic1ID, tell"
 ;=  20,30,5,0,0,7,98
 ;! ASEQ resource 99 not found.
 ;! ASEQ resource 98 not found.
 ; A copy has all, and goes its own way.
-all="graphic1ID graphic2ID graphic1OffsetZ graphic2OffsetZ text1 text2 attribute value textColorIndex x y z"
-more="text1OffsetX text1OffsetY text2OffsetX text2OffsetY width height homeX homeY tag"
+all="graphic1ID graphic2ID graphic1OffsetZ graphic2OffsetZ text1 text2 attribute value textColorIndex"
+more="x y z text1OffsetX text1OffsetY text2OffsetX text2OffsetY width height homeX homeY tag"
 margins="extraLeft extraTop extraRight extraBottom"
 a.3=RDoubleGraphicTextAnswer 2310 20 30 5
-play a.3 setFont 20
-call do "give a.3 graphic1ID 2320 graphic2ID 2331 graphic1OffsetZ -1 graphic2OffsetZ 2 text1 AB text2 B textColorIndex 9 tag t"
-call do "give a.3 text1OffsetX -9 text1OffsetY 4 text2OffsetX 5 text2OffsetY 60 attribute seven extraLeft 1 extraTop 2"
+call do "ask a.3 setFont 20"
+call do "give a.3 graphic1ID 2320 graphic2ID 2331 graphic1OffsetZ -1 graphic2OffsetZ 2"
+call do "give a.3 text1 AB text2 B textColorIndex 9 tag t attribute seven extraLeft 1 extraTop 2"
+call do "give a.3 text1OffsetX -9 text1OffsetY 4 text2OffsetX 5 text2OffsetY 60"
 call do "give a.3 extraRight 3 extraBottom 4"
 a.4=a.3
 for i 3 4
@@ -64,10 +67,9 @@ call do "give a.4 graphic1ID -1 graphic2ID 2012, look a.4 width"
 a.3=a.4
 play a.3 stopAnimations
 pause 3
-call do "look a.4 width visible, look a.3 width"
-play a.4 playAnimations
-call do "look a.4 width, give a.4 text1OffsetX 0 graphic2ID -1 text2 B, look a.4 x width height value, tell"
+call do "look a.4 width visible, look a.3 width, ask a.4 playAnimations, look a.4 width"
+call do "give a.4 text1OffsetX 0 graphic2ID -1 text2 B, look a.4 x width height value, tell"
 quit
-;=  2320,2331,-1,2,AB,B,seven,seven,9,18,35,5 -9,4,5,60,58,82,27,35,t 1,2,3,4
-;=  2320,2331,-1,2,AB,B,seven,seven,9,18,35,5 -9,4,5,60,58,82,27,35,t 1,2,3,4
+;=  2320,2331,-1,2,AB,B,seven,seven,9 18,35,5,-9,4,5,60,58,82,27,35,t 1,2,3,4
+;=  2320,2331,-1,2,AB,B,seven,seven,9 18,35,5,-9,4,5,60,58,82,27,35,t 1,2,3,4
 ;=  154 35,1 154 154 27,26,82,seven

@@ -1,5 +1,5 @@
-; What a puzzle is filled with: entries of its data set, by number and by chance, and the texts and pictures of its
-; own that go with them.
+; What a puzzle is filled with: entries of its data set, by number and by chance, and the texts and
+; pictures of its own that go with them.
 ;: rsc golden
 ;: face
 yield off
@@ -36,82 +36,71 @@ play p addAnswer "a."+i
 ]
 
 ; Answers and containers in their order, each in its own property; calls add, an empty word ends.
+call makeKinds 100 100
 call begin 1
 a.2=RGraphicTextAnswer -1 0 0 5
 a.3=RDoubleGraphicTextAnswer -1 0 0 5
-c.1=RAttributeContainer -1 0 0 100 100 5
-c.2=RValueContainer -1 0 0 100 100 5
-c.3=RStackingContainer -1 0 0 100 100 5
-c.4=RHorizontalContainer -1 0 0 100 100 5
-c.5=RHorizontalValueContainer -1 0 0 100 100 5
-c.6=RFabricContainer -1 0 0 100 100 5
 for i 1 6
+[
+c.i=kinds.i
 play p addContainer "c."+i
-call do "puzzle addAnswer a.2 -, puzzle addAnswer a.3 -, give a.2 value 77, give a.3 text1 old"
-play p setAnswer 1 4 266 two second "" none none
-play p setAnswer 1 three ""
-play p setContainer 1 harbour 12x -3
-play p setContainer 1 4two 5 6 lost "" none
-play p start
-call do "look a.1 attribute graphicID value width, look a.2 attribute text value, look a.3 attribute text1, look c.1 attribute"
-call do "look c.2 value, look c.3 value, look c.5 value, look c.6 correctSegments, put a.1 c.4, put a.2 c.4, look c.4 isSolved, tell"
-;=  4,266,4,20 two,second,77 three, harbour 12 -3 5 6 1
+]
+call do "ask p addAnswer a.2, ask p addAnswer a.3, give a.2 value 77, give a.3 text1 old"
+call do "ask p setAnswer 1 4 266 two second  none none, ask p setAnswer 1 three "
+call do "ask p setContainer 1 12x harbour -3, ask p setContainer 1 4two 5 6 lost  none, ask p start"
+call do "look a.1 attribute graphicID value width, look a.2 attribute text value"
+call do "look a.3 attribute text1, look c.1 value, look c.2 attribute, look c.3 value"
+call do "look c.5 value, look c.6 correctSegments, put a.1 c.4, put a.2 c.4, look c.4 isSolved"
+call do "tell"
+;=  4,266,4,20 two,second,77 three, 12 harbour -3 5 6 1
 
 ; With too few, the rest stays as it is; with too many, the last are not used.
-procedure attributes
+procedure read
 [
 order=""
 for i 1 4
 if (~a.i)=1
 [
-get a.i attribute word
-order=order+word
+get a.i attribute got
+order=order+got
 ]
+]
+procedure attributes
+[
+call read
+line=line+" "+order
+call do "look c.1 attribute, look c.2 attribute"
 ]
 procedure clear
 for i 1 4
 if (~a.i)=1
 set a.i attribute "x"
-procedure couple
+procedure couple count
+[
+call begin count
 for i 1 2
 [
-c.i=RAttributeContainer -1 0 0 100 100 5
+c.i=kinds.2
 play p addContainer "c."+i
 ]
-call begin 3
-call couple
-play p setAnswer 1 a -1 b -1 c -1 d -1
-play p setContainer 1 k l m
-play p play
-call attributes
-call do "look c.1 attribute, look c.2 attribute"
-say order line
-line=""
-call begin 3
-call couple
 call clear
-set c.2 attribute "x"
-play p setAnswer 1 e -1 f -1
-play p setContainer 1 v
-play p start
-call attributes
-call do "look c.1 attribute, look c.2 attribute"
-say order line
-line=""
-set p scrambleAnswers 1
+]
+call couple 3
+call do "ask p setAnswer 1 a -1 b -1 c -1 d -1, ask p setContainer 1 k l m, ask p play, attributes"
+call couple 3
+call do "give c.2 attribute x, ask p setAnswer 1 e -1 f -1, ask p setContainer 1 v, ask p start"
+call do "attributes, give p scrambleAnswers 1"
 wrong=0
 for j 1 20
 [
 call clear
 play p start
-call attributes
-if ("e"@order)*("f"@order)*("x"@order)=0
-wrong=wrong+1
+call read
+wrong=wrong+(("e"@order)*("f"@order)*("x"@order)=0)
 ]
-say wrong
-;= abc  k l
-;= efx  v x
-;= 0
+line=line+" "+wrong
+call tell
+;=  abc k l efx v x 0
 
 ; Scrambled answers come in every order of an even number of exchanges, about equally often.
 call begin 4
@@ -121,9 +110,9 @@ procedure draw times
 for j 1 times
 [
 play p start
-call attributes
+call read
 found=0
-for i 1 distinct+1
+for i 1 distinct
 if orders.i=order
 found=i
 if found=0
@@ -135,41 +124,32 @@ drawn.found=0
 ]
 drawn.found=drawn.found+1
 ]
+orders.1=""
+drawn.1=0
+distinct=1
 call draw 30
-say distinct orders.1
+line=line+" "+(distinct-1)+orders.2
 set p scrambleAnswers 1
 call draw 1200
 rare=0
-odd=0
-for j 1 distinct
+bad=0
+for j 2 distinct
 [
-if drawn.j<50
-rare=rare+1
+rare=rare+(drawn.j<50)
+odd=0
 for k 1 3
 for l k+1 4
-[
-one=orders.j|k|1
-word=orders.j|l|1
-odd=odd+(one>word)
+odd=odd+((orders.j|k|1)>(orders.j|l|1))
+bad=bad+(odd%2)
 ]
-if odd%2=1
-say "BAD" orders.j
-odd=0
-]
-say distinct rare
+line=line+" "+(distinct-1)+" "+rare+" "+bad
 drop a.4 a.3 a.2
-play p start
-call do "look a.1 attribute, lose a.1, tell"
-play p start
-;= 1 abcd
-;= 12 0
-;=  a
+call do "ask p start, look a.1 attribute, lose a.1, tell, ask p start"
+;=  1abcd 12 0 0 a
 
 ; Every entry is picked, those that were skipped too; of none nothing is.
 call begin 1
-play p start
-play p setAnswer 3 third -1
-play p setAnswer 1 first -1
+call do "ask p start, ask p setAnswer 3 third -1, ask p setAnswer 1 first -1"
 names=[first x third
 picked=[0 0 0
 for j 1 600
@@ -187,9 +167,8 @@ say picked.1>120 picked.2>120 picked.3>120 picked.1+picked.2+picked.3
 numbers=["0" "1001" "4000000000" "-4000000000" "one"
 for i 1 5
 play p setAnswer numbers.i 1 266
-play p setContainer 1001 1
-play p setPuzzleText 1001 1 1 1 1 text
-play p setPuzzleGraphic 0 1 266
+call do "ask p setContainer 1001 1, ask p setPuzzleText 1001 1 1 1 1 text"
+call do "ask p setPuzzleGraphic 0 1 266"
 ;! RPuzzle: entry number 0 is not between 1 and 1000
 ;! RPuzzle: entry number 1001 is not between 1 and 1000
 ;! RPuzzle: entry number 2147483647 is not between 1 and 1000
@@ -214,18 +193,13 @@ if (i%3=1)+(i=all)>0
 call tell
 ]
 call begin 0
-play p setPuzzleTextFont 300 "" "" 7
-play p setPuzzleText 1 1 100 50 30 ABA
-play p setPuzzleText 1 1 100 50 30 ABA 1
-play p setPuzzleText 1 1 100 50 30 ABA 2
-play p setPuzzleText 1 1 100 50 30 ABA 3
-play p setPuzzleText 1 1 100 50 30 ABA 9
-play p setPuzzleText 1 1 100 50 30 ABA "x"
-play p setPuzzleText 1 1 100 50 30 ABA "" lost
+call do "ask p setPuzzleTextFont 300   7, ask p setPuzzleText 1 1 100 50 30 ABA"
+call do "ask p setPuzzleText 1 1 100 50 30 ABA 1, ask p setPuzzleText 1 1 100 50 30 ABA 2"
+call do "ask p setPuzzleText 1 1 100 50 30 ABA 3, ask p setPuzzleText 1 1 100 50 30 ABA 9"
+call do "ask p setPuzzleText 1 1 100 50 30 ABA x, ask p setPuzzleText 1 1 100 50 30 ABA  lost"
 play p setPuzzleText 1 70000 -5 50x -4 ABA
 play p setPuzzleText 1 1 100 50 60 20 30 "AB AB"
-play p setPuzzleText 1 1 100 50 6 20 30 "3"
-play p setPuzzleText 1 1 100 50 30
+call do "ask p setPuzzleText 1 1 100 50 6 20 30 3, ask p setPuzzleText 1 1 100 50 30"
 say all-10
 play p start
 call tellTexts
@@ -236,8 +210,7 @@ call tellTexts
 ;=  100,50,30,3,6,20,1,7,8,0,0 100,50,30,,0,10,0,7,8,0,0
 ; Fonts and colours are those of the next start; one without a style is a bitmap font.
 call begin 0
-play p setPuzzleText 1 1 10 10 30 AB
-play p start
+call do "ask p setPuzzleText 1 1 10 10 30 AB, ask p start"
 call tellTexts
 play p setPuzzleTextFont 300 "" "" 9
 call tellTexts
@@ -268,11 +241,9 @@ say alive
 ;= 0
 ; Pictures, at their own places and at others; one that there is not.
 call begin 0
-play p setPuzzleGraphic 1 60 220
-play p setPuzzleGraphic 1 1 2 -3 220
-play p setPuzzleGraphic 1 11111 2 70 65756
-play p setPuzzleGraphic 1 60 405
-play p setPuzzleGraphic 1 1 2 3 405
+call do "ask p setPuzzleGraphic 1 60 220, ask p setPuzzleGraphic 1 1 2 -3 220"
+call do "ask p setPuzzleGraphic 1 11111 2 70 65756, ask p setPuzzleGraphic 1 60 405"
+call do "ask p setPuzzleGraphic 1 1 2 3 405"
 for j 1 2
 [
 all=10
@@ -288,11 +259,8 @@ call tell
 ;! ASEQ resource 405 not found.
 ;! ASEQ resource 405 not found.
 ; What is there is that of the last start, which takes no answer out.
-call begin 2
-call couple
-call do "put a.1 c.1"
-play p setPuzzleText 1 1 10 10 30 first
-play p setPuzzleGraphic 2 30 266
+call couple 2
+call do "put a.1 c.1, ask p setPuzzleText 1 1 10 10 30 first, ask p setPuzzleGraphic 2 30 266"
 texts=0
 for j 1 40
 [

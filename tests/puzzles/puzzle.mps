@@ -1,6 +1,7 @@
-; Puzzles: what a drop leads to, which container gets an answer, what is heard of it and in which order, and what
-; belongs to a puzzle. Answers are 20 x 20, the two containers take one each. What is told is what was heard since the
-; last time, then place, isUsed and movable of two answers, the places of the containers and their answers.
+; Puzzles: what a drop leads to, which container gets an answer, what is heard of it and in which
+; order, and what belongs to a puzzle. Answers are 20 x 20, the two containers take one each. What
+; is told is what was heard since the last time, then place, isUsed and movable of two answers, the
+; places of the containers and their answers.
 ;: rsc golden
 ;> 5 key W
 ;$ then --input content/drags --until 40000
@@ -8,35 +9,47 @@ yield off
 ActivateDLL golden.rsc
 include player.mps
 include steps.mps
-; The homes of the answers, the middles of the containers, nowhere, beside the first middle, in a narrow container;
-; places among containers that lie over each other.
+; The homes of the answers, the middles of the containers, nowhere, beside the first middle, in a
+; narrow container; places among containers that lie over each other.
 spots=["30 410" "70 410" "110 410" "140 140" "300 140" "600 440" "141 140" "110 140"
 spots=["110 110" "120 130" "130 120" "140 110" "150 150" "160 140" "170 130" "140 170" "200 200"
 ; Out of a container and back; out of one that takes nothing any more.
-plot=[make d1 m4 u4 told d4 u4 told d4 told m6 m5 m4 u4 told d4 m6 u6 told d1 m4 u4 d4 "give c.1 enabled 0" m7 u7 told
+plot=[make d1 m4 u4 told d4 u4 told d4 told m6 m5 m4 u4 told d4 m6 u6 told d1 m4 u4 d4
+plot=["give c.1 enabled 0" m7 u7 told
 ; What containers are told when they are added; the release is lost.
-plot=["make, game rejectIncorrectAnswers 1, puzzle addContainer c.1 -, game lockCorrectAnswers 1, puzzle addContainer c.2 -"
-plot=["give c.1 attribute 1, give c.2 attribute 2, puzzle addAnswer a.3 -, look c.1 rejectIncorrectAnswers lockCorrectAnswers"
-plot=["look c.2 rejectIncorrectAnswers lockCorrectAnswers" d2 m4 u4 told d2 m5 u5 d1 m4 u4 told d3 m6 u6 told
+plot=[
+plot=["make, give p rejectIncorrectAnswers 1, ask p addContainer c.1, give p lockCorrectAnswers 1, ask p addContainer c.2"
+plot=[
+plot=["give c.1 attribute 1, give c.2 attribute 2, ask p addAnswer a.3, look c.1 rejectIncorrectAnswers lockCorrectAnswers"
+plot=["look c.2 rejectIncorrectAnswers lockCorrectAnswers" d2 m4 u4 told d2 m5 u5 d1 m4 u4 told d3
+plot=[m6 u6 told
 plot=[make d1 m4 "blink" u6 told d4 m6 "blink" u4 told u6 told
 ; Without anything all is used, full and solved; names of nothing change nothing.
-plot=["make, bare, states, game areAnswersUsed 0, game areContainersFull 0, game isSolved 0, states, puzzle addContainer c.1 -"
-plot=["states, puzzle addAnswer a.1 -, states, lose c.1, lose a.1, states, settings, told" "make, namesOfNothing" d1 m4 u4 told
+plot=[
+plot=["make, bare, states, give p areAnswersUsed 0, give p areContainersFull 0, give p isSolved 0, states, ask p addContainer c.1"
+plot=["states, ask p addAnswer a.1, states, lose c.1, lose a.1, states, settings, told"
+plot=["make, namesOfNothing" d1 m4 u4 told
 ; By script.
-plot=["make, give c.1 enabled 0 rejectIncorrectAnswers 1, put a.1 c.1, put a.1 c.1, told" "put a.1 c.2, take a.1 c.1, told"
-plot=["lay a.1 300 300, take a.1 c.2, told" "put a.1 c.1, put a.2 c.2, states, puzzle reset - -, states"
-plot=["lay a.2 300 300, puzzle reset - -, told"
+plot=["make, give c.1 enabled 0 rejectIncorrectAnswers 1, put a.1 c.1, put a.1 c.1, told"
+plot=["put a.1 c.2, take a.1 c.1, told"
+plot=["ask a.1 place 300 300, take a.1 c.2, told"
+plot=["put a.1 c.1, put a.2 c.2, states, ask p reset, states"
+plot=["ask a.2 place 300 300, ask p reset, told"
 ; Answers that are taken out are nobody's, one that is added twice counts once; some go.
-plot=[make d1 m4 u4 "puzzle removeAnswer a.1 -" d4 m6 u6 told "puzzle addAnswer a.1 -, puzzle addAnswer a.1 -" d6 m4 u4 told
+plot=[make d1 m4 u4 "ask p removeAnswer a.1" d4 m6 u6 told
+plot=["ask p addAnswer a.1, ask p addAnswer a.1" d6 m4 u4 told
 plot=["lose a.1" d2 m4 "lose a.2" m6 u6 "states, told"
 ; Containers that are taken out take nothing, and keep what they have; some go.
-plot=[make d1 m4 u4 "puzzle removeContainer c.1 -" d2 m4 u4 told d4 m5 u5 told "puzzle addContainer c.1 -" d2 m4
+plot=[make d1 m4 u4 "ask p removeContainer c.1" d2 m4 u4 told d4 m5 u5 told "ask p addContainer c.1"
+plot=[d2 m4
 plot=["lose c.1, lose c.2" m6 u6 told
 ; Two puzzles, which then go.
-plot=["make, second" d1 m4 u4 told "states, puzzle reset - -, puzzle removeAnswer a.1 -, put a.2 c.1, secondGoes, told" d4 m6 u6 told
+plot=["make, second" d1 m4 u4 told
+plot=["states, ask p reset, ask p removeAnswer a.1, put a.2 c.1, secondGoes, told" d4 m6 u6 told
 ; Shifted and anchored; home stays where it was.
-plot=[make d1 m4 u4 "puzzle shiftAnswers 5 -7, puzzle shiftContainers -3 2, puzzle anchorAnswers - -, told" d4 m5 u5 d2 m5 u5 told
-plot=["puzzle unanchorAnswers - -" d4 m5 u5 d2 m6 u6 told
+plot=[make d1 m4 u4 "ask p shiftAnswers 5 -7, ask p shiftContainers -3 2, ask p anchorAnswers, told"
+plot=[d4 m5 u5 d2 m5 u5 told
+plot=["ask p unanchorAnswers" d4 m5 u5 d2 m6 u6 told
 ; A handler takes the next target away.
 plot=["make, listenToNext" d1 m4 m5 told u5 told end
 procedure writeDrags
@@ -98,8 +111,10 @@ procedure onSolved
 call hear "solved"
 procedure onWrong
 call hear "wrong"
-events=[pickedUp dropped addedToContainer removedFromContainer answerFlyOn answerFlyOff answerPlaced answerRemoved containersFull answersUsed puzzleSolved puzzleWrong
-handlers=[onPickedUp onDropped onAdded onRemoved onFlyOn onFlyOff onPlaced onTaken onFull onUsed onSolved onWrong
+events=[pickedUp dropped addedToContainer removedFromContainer answerFlyOn answerFlyOff answerPlaced
+events=[answerRemoved containersFull answersUsed puzzleSolved puzzleWrong
+handlers=[onPickedUp onDropped onAdded onRemoved onFlyOn onFlyOff onPlaced onTaken onFull onUsed
+handlers=[onSolved onWrong
 procedure make
 [
 drop p q c.1 c.2 c.3 c.4
@@ -150,13 +165,6 @@ heard=heard+" "+used+full+solved
 ]
 procedure bare
 p=RPuzzle 0
-procedure game
-[
-call cut
-setting=word
-call cut
-set p setting word
-]
 words=[lockCorrectAnswers rejectIncorrectAnswers scrambleAnswers puzzleTextColorIndex
 procedure settings
 for i 1 4
@@ -167,27 +175,23 @@ get p words.i new
 heard=heard+" "+old+new
 ]
 things=["nobody" "" "spot.1" "p"
-methods=[addAnswer removeAnswer addContainer removeContainer addAnswerToContainer removeAnswerFromContainer
+methods=[addAnswer removeAnswer addContainer removeContainer addAnswerToContainer
+methods=[removeAnswerFromContainer
 procedure namesOfNothing
 [
 spot.1=RHotSpot 0 0 10 10
-for i 1 4
-for j 1 4
-play p methods.i things.j
-play p addAnswer "c.1"
-play p addContainer "a.1"
-for i 5 6
+for i 1 6
 [
-for j 1 4
-[
-play p methods.i "a.1" things.j
-play p methods.i things.j "c.1"
-]
 play p methods.i
-play p methods.i "a.1"
-play p methods.i "c.1" "a.1"
+for j 1 4
+[
+play p methods.i things.j "c.1"
+if i>4
+play p methods.i "a.1" things.j
 ]
-play p removeAnswerFromContainer "a.1" "c.1"
+]
+call do "ask p addAnswer c.1, ask p addContainer a.1, put c.1 a.1, take c.1 a.1, put a.1, take a.1"
+call do "take a.1 c.1"
 ]
 procedure second
 [
@@ -208,8 +212,8 @@ play p removeContainer "c.2"
 procedure listenToNext
 set c.1 answerFlyOff takeNext
 
-; Every state of two containers, and whether the other answer of the puzzle is used: what comes of a drop into the
-; first container, or of none.
+; Every state of two containers, and whether the other answer of the puzzle is used: what comes of a
+; drop into the first container, or of none.
 drops=[" a.1.up a.1.drop" " a.1.up c.1.on a.1.drop a.1.in c.1.put"
 fulls=["" " p.full"
 useds=["" " p.used"
@@ -259,8 +263,8 @@ else
 say "BAD state" case-1 heard "not" expected isFull isUsed isGood top
 ]
 
-; Containers of 40 x 40 that lie over each other, and come and go under an answer that is held: of those that take it
-; the first with the largest part below it is lit, and at last has it.
+; Containers of 40 x 40 that lie over each other, and come and go under an answer that is held: of
+; those that take it the first with the largest part below it is lit, and at last has it.
 procedure shake
 for i 1 4
 [
@@ -290,11 +294,15 @@ call shake
 hover=0
 heard=""
 ]
-; What two lengths of 20 and 40 pixels have in common.
-procedure common from other
+; What 20 pixels have in common with 40 that begin aside of them.
+procedure common aside
 [
-RESULT=from-other
-RESULT=(RESULT>(0-20))*(RESULT<0)*(20+RESULT)+((RESULT>(0-1))*(RESULT<20)*20)+((RESULT>19)*(RESULT<40)*(40-RESULT))
+RESULT=20
+if aside<0
+RESULT=20+aside
+if aside>20
+RESULT=40-aside
+RESULT=RESULT*(RESULT>0)
 ]
 procedure best
 [
@@ -305,9 +313,9 @@ most=0
 for i 1 4
 if on.i
 [
-call common left z.i
+call common left-z.i
 wide=RESULT
-call common top w.i
+call common top-w.i
 if wide*RESULT>most
 [
 most=wide*RESULT
@@ -348,6 +356,7 @@ case=0
 fine=0
 placed=0
 missed=0
+call follow
 ;=  a.1.up c.1.on a.1.drop a.1.in c.1.put :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
 ;=  a.1.up c.1.take a.1.out a.1.drop a.1.in c.1.put :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
 ;=  a.1.up c.1.take a.1.out :  130,130,0,1 100,100,0 60,400,0,1 260,100,0
@@ -399,6 +408,5 @@ missed=0
 ;! event "removedFromContainer" (ignored)\n
 ;! Invoking method "removeAnswer"\ncaused event "answerRemoved" (ignored)\n
 ;! event "removedFromContainer" (ignored)\n
-;! Nested interrupt on c.1's event
 ;! Invoking method "addAnswerToContainer"\ncaused event "addedToContainer" (ignored)\n
 ;! event "answerPlaced" (ignored)\n
