@@ -91,8 +91,8 @@ TEST(Font, RefusesWhatIsTooWide) {
 }
 
 TEST(Cursor, HasATableUpTo256Colours) {
-    constexpr std::uint32_t kRed = 0xFFC80A14;
-    picture::Cursor large{64, 64, {0, 63}, picture::CursorPixels(64 * 64, kRed)};
+    constexpr std::uint32_t kRedPixel = 0xFFC80A14;
+    picture::Cursor large{64, 64, {0, 63}, picture::CursorPixels(64 * 64, kRedPixel)};
     for (std::uint32_t i = 0; i < 255; ++i) large.pixels[i] = 0xFF000303 | i << 16;
     const Bytes most = writeCursor(large);
     EXPECT_EQ(most[8], 0) << "256 colours";

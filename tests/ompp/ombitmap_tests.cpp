@@ -21,7 +21,7 @@ namespace {
 using Messages = std::vector<std::string>;
 using Pixels = std::vector<std::uint32_t>;
 
-constexpr std::int32_t kSide = formats::picture::kLargestBitmapSide;
+constexpr std::int32_t kLargestSide = formats::picture::kLargestBitmapSide;
 
 class OMBitmapTest : public ::testing::Test {
   protected:
@@ -76,8 +76,9 @@ TEST_F(OMBitmapTest, IsDrawnInEveryDepthWithAndWithoutItsInvisibleColour) {
         canvas.draw(0, 0, *bitmap);
         EXPECT_EQ(pixelsOf(canvas), row.drawn);
     }
-    for (const Bmp& large : {Bmp{.width = kSide, .height = 1, .pixels = Pixels(kSide, 3)},
-                             Bmp{.width = 1, .height = -kSide, .pixels = Pixels(kSide, 3)}})
+    for (const Bmp& large :
+         {Bmp{.width = kLargestSide, .height = 1, .pixels = Pixels(kLargestSide, 3)},
+          Bmp{.width = 1, .height = -kLargestSide, .pixels = Pixels(kLargestSide, 3)}})
         EXPECT_TRUE(read(large));
     EXPECT_EQ(process.messages, Messages{});
 }
@@ -103,9 +104,9 @@ TEST_F(OMBitmapTest, DamagedHeadersAreRefused) {
     for (const std::uint32_t size : {12U, 108U}) expect(unknown, {{.headerSize = size}});
     for (const std::uint32_t colours : {1000U, 0xFFFFFFFF}) // more than bytes
         expect(unknown, {{.depth = 24, .colours = colours}});
-    const Pixels more(kSide + 1);
-    expect(unknown, {{.width = kSide + 1, .height = 1, .pixels = more},
-                     {.width = 1, .height = -kSide - 1, .pixels = more},
+    const Pixels more(kLargestSide + 1);
+    expect(unknown, {{.width = kLargestSide + 1, .height = 1, .pixels = more},
+                     {.width = 1, .height = -kLargestSide - 1, .pixels = more},
                      {.width = 32767, .height = -32767, .depth = 32},
                      {.compression = 1},
                      {.depth = 16, .compression = 3},

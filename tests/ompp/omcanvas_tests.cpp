@@ -22,8 +22,8 @@ namespace {
 using Messages = std::vector<std::string>;
 using Picture = std::vector<std::vector<std::uint32_t>>; // rows of pixels
 
-constexpr int kMost = std::numeric_limits<int>::max();
-constexpr int kLeast = std::numeric_limits<int>::min();
+constexpr int kLargest = std::numeric_limits<int>::max();
+constexpr int kSmallest = std::numeric_limits<int>::min();
 
 std::mt19937 engine{4711};
 
@@ -110,7 +110,7 @@ TEST(OMCanvas, refusesImpossibleSizesAndDepths) {
         int width, height, depth;
         Messages messages;
     } rows[] = {{0, 5, 8, {kTooSmall}},          {5, -5, 16, {kTooSmall}},
-                {kMost, 2, 32, {kTooLarge}},     {0x7FFF, 0x7FFF, 8, {kTooLarge}},
+                {kLargest, 2, 32, {kTooLarge}},  {0x7FFF, 0x7FFF, 8, {kTooLarge}},
                 {0, 0, -8, {kDepth, kTooSmall}}, {3, 3, 15, {kDepth}}};
     for (const auto& row : rows) {
         OMMemCanvas canvas(row.width, row.height, row.depth);
@@ -236,11 +236,11 @@ TEST(OMCanvas, extremeArgumentsOfACopyDoNoHarm) {
     OMMemCanvas source(8, 8, 8);
     OMMemCanvas destination(8, 8, 8);
     fillWithNoise(source);
-    destination.blt(source, kMost, 0, kMost, 8, kLeast, 0);
-    destination.blt(source, 0, 0, kLeast, kMost, 0, kMost);
-    destination.blt(source, kLeast, 0, kMost, 1, kLeast, 0);
+    destination.blt(source, kLargest, 0, kLargest, 8, kSmallest, 0);
+    destination.blt(source, 0, 0, kSmallest, kLargest, 0, kLargest);
+    destination.blt(source, kSmallest, 0, kLargest, 1, kSmallest, 0);
     EXPECT_EQ(destination.changedPixels(), 0u);
-    destination.blt(source, -kMost + 8, 0, kMost, kMost, -kMost + 8, 0);
+    destination.blt(source, -kLargest + 8, 0, kLargest, kLargest, -kLargest + 8, 0);
     EXPECT_EQ(destination.changedPixels(), 64u);
     EXPECT_EQ(pictureOf(destination), pictureOf(source));
 }

@@ -15,28 +15,28 @@ namespace {
 
 constexpr int kSide = 40; // of the plane, which begins at -10, -10
 constexpr Rect kPlane{-10, -10, kSide - 10, kSide - 10};
-using Model = std::bitset<kSide * kSide>;
+using PlaneModel = std::bitset<kSide * kSide>;
 
-Model::reference at(Model& model, Point point) {
+PlaneModel::reference at(PlaneModel& model, Point point) {
     return model[static_cast<std::size_t>((point.y + 10) * kSide + point.x + 10)];
 }
 
 /// The pixels of the plane for which `holds` does.
 template <class Holds>
-Model modelOf(Holds holds) {
-    Model model;
+PlaneModel modelOf(Holds holds) {
+    PlaneModel model;
     for (int y = kPlane.top; y < kPlane.bottom; ++y)
         for (int x = kPlane.left; x < kPlane.right; ++x)
             if (holds(Point{x, y})) at(model, {x, y}) = true;
     return model;
 }
-Model modelOf(const Rect& rectangle) {
+PlaneModel modelOf(const Rect& rectangle) {
     return modelOf([&](Point point) { return OMContains(rectangle, point); });
 }
 
 /// Everything that a region tells about itself agrees with the model.
-void expectSame(const OMRegion& region, const Model& model) {
-    Model pixels;
+void expectSame(const OMRegion& region, const PlaneModel& model) {
+    PlaneModel pixels;
     Rect box{kSide, kSide, -kSide, -kSide};
     for (const Rect& each : region.rectangles()) {
         pixels ^= modelOf(each); // they do not overlap
@@ -62,7 +62,7 @@ class OMRegions : public testing::Test {
 };
 
 TEST_F(OMRegions, SetOperationsMatchABitmap) {
-    std::vector<std::pair<OMRegion, Model>> pairs(4);
+    std::vector<std::pair<OMRegion, PlaneModel>> pairs(4);
     for (int step = 0; step < 4000 && !HasFatalFailure(); ++step) {
         auto& [region, model] = pairs.at(static_cast<std::size_t>(below(4)));
         const auto& [other, otherModel] = pairs.at(static_cast<std::size_t>(below(4))); // or itself
@@ -76,7 +76,7 @@ TEST_F(OMRegions, SetOperationsMatchABitmap) {
         case 4: {
             region.offset(by.x, by.y);
             region.intersect(kPlane); // the model knows no other pixels
-            Model before = model;
+            PlaneModel before = model;
             model = modelOf([&](Point place) {
                 const Point from{place.x - by.x, place.y - by.y};
                 return OMContains(kPlane, from) && at(before, from);
@@ -89,7 +89,7 @@ TEST_F(OMRegions, SetOperationsMatchABitmap) {
         expectSame(region, model);
         EXPECT_EQ(region == other, model == otherModel);
         const Rect asked = rectangle();
-        const Model common = modelOf(asked) & model;
+        const PlaneModel common = modelOf(asked) & model;
         EXPECT_EQ(region.intersects(asked), common.any());
         EXPECT_EQ(region.contains(asked), common.any() && common == modelOf(asked));
         const Point place = point();

@@ -13,7 +13,7 @@ using testing_support::TestSound;
 namespace {
 
 /// The rules of mixing, with a device that plays what it is told.
-class Model {
+class MixModel {
   public:
     Samples heard;
     std::string events; ///< a letter for the link, the number of the sound
@@ -232,7 +232,7 @@ class OMWaveMixTest : public SoundTest {
         }
     }
 
-    Model model;
+    MixModel model;
     std::vector<TestSound> sounds;
     std::string events;
 };

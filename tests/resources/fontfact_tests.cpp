@@ -7,7 +7,7 @@
 #include "resources/fontfact.h"
 
 using testing_support::MemoryStream;
-using Kind = OMFont::Kind;
+using FontKind = OMFont::Kind;
 
 namespace {
 
@@ -70,11 +70,11 @@ TEST_F(FontFactoryTest, EveryKindMayStandForEveryOther) {
     OMFont& other = system();
     log();
     fonts->addSubstitution(&own, 8);
-    EXPECT_EQ(fonts->useFont(own).kind(), Kind::NFNT);
+    EXPECT_EQ(fonts->useFont(own).kind(), FontKind::NFNT);
     EXPECT_EQ(log(), OMFormat("+font %s / NFNT font 8>font %s / +NFNT font 8 / ",
                               pointer(own).c_str(), pointer(own).c_str()));
     fonts->addSubstitution(7, RTrueTypeKey{"Lumo", 1, 20});
-    EXPECT_EQ(fonts->useNFNT(7).kind(), Kind::Typeface);
+    EXPECT_EQ(fonts->useNFNT(7).kind(), FontKind::Typeface);
     EXPECT_EQ(log(), "+NFNT font 7 / TT font Lumo 1 20>NFNT font 7 / +TT font Lumo 1 20 / ");
     fonts->addSubstitution(RTrueTypeKey{"Arial", 0, 9}, 7);
     fonts->addSubstitution(RTrueTypeKey{"Arial", 0, 9}, &other); // replaces the one before
@@ -83,14 +83,14 @@ TEST_F(FontFactoryTest, EveryKindMayStandForEveryOther) {
                               pointer(other).c_str(), pointer(other).c_str()));
     fonts->addSubstitution(7, &own); // goes with its font
     fonts->doneUsing(own);
-    EXPECT_EQ(fonts->useNFNT(7).kind(), Kind::NFNT);
+    EXPECT_EQ(fonts->useNFNT(7).kind(), FontKind::NFNT);
     for (int i = 1; i <= 3; ++i) fonts->addSubstitution(i, i % 3 + 1); // in a circle
-    EXPECT_EQ(fonts->useNFNT(1).kind(), Kind::NFNT);
+    EXPECT_EQ(fonts->useNFNT(1).kind(), FontKind::NFNT);
     asked.clear();
     fonts->addGameSubstitutions();
     (void)fonts->useTrueType("Geneva", 1, 10);
     EXPECT_EQ(asked, std::vector<int>{10});
-    EXPECT_EQ(fonts->useTrueType("Arial", 1, 13).kind(), Kind::Typeface);
+    EXPECT_EQ(fonts->useTrueType("Arial", 1, 13).kind(), FontKind::Typeface);
 }
 
 TEST_F(FontFactoryTest, WhatCannotBeHadIsTheSystemFont) {

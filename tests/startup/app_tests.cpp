@@ -11,7 +11,7 @@
 #include <new>
 
 using testing_support::MemoryPlatform;
-using Kind = platform::Message::Kind;
+using MessageKind = platform::Message::Kind;
 
 namespace {
 
@@ -112,7 +112,8 @@ TEST_F(AppTest, AScriptThatIsMissingEndsTheProgramButNotTheWorld) {
 }
 
 TEST_F(AppTest, EveryEndIsToldWhileScriptsCanHearIt) {
-    const auto expectEnd = [&](const std::string& more, Kind kind = Kind::Null, int command = 0) {
+    const auto expectEnd = [&](const std::string& more, MessageKind kind = MessageKind::Null,
+                               int command = 0) {
         SCOPED_TRACE(more + std::to_string(command));
         put("Startup.mps", "yield off\nprocedure bye\n[\nget port backgroundMusicID id\n"
                            "say \"bye\" id\nquit\n]\nprocedure leave\n[\nquit\nsay \"never\"\n]\n"
@@ -127,12 +128,12 @@ TEST_F(AppTest, EveryEndIsToldWhileScriptsCanHearIt) {
     };
     large.dialogs().answer = platform::Button::Yes;
     put("other.mps", "say \"never\"\n");
-    expectEnd("", Kind::Quit);           // the window is closed
-    expectEnd("", Kind::Command, 59396); // the exit screen
+    expectEnd("", MessageKind::Quit);           // the window is closed
+    expectEnd("", MessageKind::Command, 59396); // the exit screen
     EXPECT_EQ(large.dialogs().boxes.size(), 1u);
     expectEnd("quit\n");
-    expectEnd("quit \"other.mps\"\n"); // it has another one read
-    expectEnd("", Kind::Command, 32);  // a handler quits
+    expectEnd("quit \"other.mps\"\n");       // it has another one read
+    expectEnd("", MessageKind::Command, 32); // a handler quits
     EXPECT_EQ(large.dialogs().boxes.size(), 1u);
 }
 
