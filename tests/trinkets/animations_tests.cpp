@@ -171,7 +171,7 @@ class AnimationTest : public WindowTest, private AOSounds {
         const std::string text = equals < word.size() ? word.substr(equals + 1) : "";
         const std::string verb = word.substr(0, equals);
         const int number = std::atoi(text.c_str());
-        RAnimation& a = *current();
+        RAnimation* const a = current(); // null when it is gone
         const auto byte = [&](std::size_t at) { return static_cast<std::uint8_t>(text[at]); };
         const bool here = text.empty();
         if (word[0] == '+') return void(now += static_cast<std::uint32_t>(std::stoi(word))); // late
@@ -180,52 +180,52 @@ class AnimationTest : public WindowTest, private AOSounds {
         if (word == "kill") return void(all[which] = nullptr);
         if (word == "another") return add();
         if (word == "copy")
-            return add(
-                std::unique_ptr<RAnimation>(static_cast<RAnimation*>(a.makeDuplicate().release())));
+            return add(std::unique_ptr<RAnimation>(
+                static_cast<RAnimation*>(a->makeDuplicate().release())));
         if (verb == "to") return void(which = static_cast<std::size_t>(number));
         if (word == "seen") return hear(std::string(1, shownColor()));
         if (word == "at") return hear("at " + property("x") + "," + property("y"));
-        if (word == "next?") return hear("next" + std::to_string(a.position()));
+        if (word == "next?") return hear("next" + std::to_string(a->position()));
         if (word == "codes") {
             std::string codes;
-            for (int i = 0; i < a.sequenceLength(); ++i)
-                codes += std::to_string(a.entryAt(i)->code) + ",";
-            return hear(codes + std::to_string(a.sequenceIndex()) + "/" +
-                        std::to_string(a.sequenceCount()));
+            for (int i = 0; i < a->sequenceLength(); ++i)
+                codes += std::to_string(a->entryAt(i)->code) + ",";
+            return hear(codes + std::to_string(a->sequenceIndex()) + "/" +
+                        std::to_string(a->sequenceCount()));
         }
-        if (verb == "repeat") return a.setRepeatCount(number);
-        if (word == "forever") return a.forever();
-        if (verb == "late") return a.setCatchUp(number == 0);
-        if (verb == "sync") return a.setSoundSync(number != 0);
-        if (verb == "stop") return here ? a.stop() : a.setStopPosition(number);
-        if (verb == "seq") return a.setSequence(number, true);
-        if (verb == "place") return a.place(number, number + 1);
-        if (verb == "pos") return a.setPosition(number);
+        if (verb == "repeat") return a->setRepeatCount(number);
+        if (word == "forever") return a->forever();
+        if (verb == "late") return a->setCatchUp(number == 0);
+        if (verb == "sync") return a->setSoundSync(number != 0);
+        if (verb == "stop") return here ? a->stop() : a->setStopPosition(number);
+        if (verb == "seq") return a->setSequence(number, true);
+        if (verb == "place") return a->place(number, number + 1);
+        if (verb == "pos") return a->setPosition(number);
         if (verb == "silence") return playing.extract(number).mapped()();
         if (word == "mute") return AOSounds::setCurrent(nullptr);
-        if (verb == "del") return a.deletePosition(here ? OMAnimation::kCurrent : number);
-        if (verb == "delSeq") return a.deleteSequence(here ? OMAnimation::kCurrent : number);
-        if (verb == "recolor") return a.replaceColorIndex(byte(0), byte(1));
-        if (verb == "swap") return a.swapColorIndices(byte(0), byte(1));
+        if (verb == "del") return a->deletePosition(here ? OMAnimation::kCurrent : number);
+        if (verb == "delSeq") return a->deleteSequence(here ? OMAnimation::kCurrent : number);
+        if (verb == "recolor") return a->replaceColorIndex(byte(0), byte(1));
+        if (verb == "swap") return a->swapColorIndices(byte(0), byte(1));
         const std::string last = text.substr(text.find(',') + 1);
         const bool next = text[0] == '.';
-        if (verb == "ins") return a.insertEntry(entryOf(last), next ? a.position() : number);
+        if (verb == "ins") return a->insertEntry(entryOf(last), next ? a->position() : number);
         if (verb == "rep")
-            return a.replaceEntry(entryOf(last), next ? OMAnimation::kCurrent : number);
+            return a->replaceEntry(entryOf(last), next ? OMAnimation::kCurrent : number);
         if (verb == "addSeq")
-            return void(a.addSequence(here ? AOSequence{} : AOSequence{entryOf(text), entry(-2)}));
+            return void(a->addSequence(here ? AOSequence{} : AOSequence{entryOf(text), entry(-2)}));
         if (verb == "code") {
-            if (const auto found = a.entryAt(number)) hear(std::to_string(found->code));
+            if (const auto found = a->entryAt(number)) hear(std::to_string(found->code));
             return;
         }
         if (equals == word.npos && word.back() != '?')
-            return void(a.invoke(word, {}) || (hear("refused " + word), true));
+            return void(a->invoke(word, {}) || (hear("refused " + word), true));
         const auto dot = verb.find('.'); // a property, perhaps with an index
         const std::string name = verb.substr(0, std::min(dot, verb.find('?')));
         OMSArguments::global().clear();
         if (dot < verb.size()) OMSArguments::global().push(verb.substr(dot + 1, 1));
         if (equals == word.npos) return hear(property(name));
-        a.setProperty(name, text);
+        a->setProperty(name, text);
     }
 
     // Sounds. 404 is missing, 405 cannot be played at first, 1 ends while it is being started.
