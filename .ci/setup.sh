@@ -31,13 +31,13 @@ install_missing() {
     --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# build PRESET [TARGET...]: without targets everything. Tests are configured when everything is wanted,
-# and stay configured, so that play and check share one build.
+# build PRESET [TARGET...]: without targets everything. Tests (TESTS, as ZORBET_TESTS) are configured when
+# everything is wanted, and stay configured, so that play and check share one build.
 build() {
   local preset=$1
   shift
   if [ $# -eq 0 ]; then
-    cmake --preset "$preset" -DZORBET_TESTS=ON >/dev/null
+    cmake --preset "$preset" -DZORBET_TESTS="${TESTS:-ON}" >/dev/null
   elif [ ! -e "build/$preset/CMakeCache.txt" ]; then
     cmake --preset "$preset" -DZORBET_TESTS=OFF >/dev/null
   fi

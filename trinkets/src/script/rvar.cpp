@@ -167,6 +167,8 @@ std::string_view YVariable::string(YScratch& scratch) const {
 }
 
 std::string_view YVariable::substring(YScratch& scratch) const {
+    const YHeap::Nesting nesting(*heap_);
+    if (nesting.tooDeep()) return text_; // a part of a name that leads back to it
     const auto part = [&](int which) -> const YVariable* {
         const int index = parts_[static_cast<std::size_t>(which)];
         return index == kNoPart ? nullptr : &heap_->get(index);
