@@ -161,7 +161,7 @@ TEST_F(Scripts, StatementsDoTheirWork) {
     x=1 2 3; say x; x=1/3; say x x*3; x=3; x=x; x=x+x; say x
     => 1/0.333333333333333 0.999999999999999/6/
     x='abcdef'; x=x|3; x=x|2|2; say x; 5=6; 'a'=7; say 5 'a' => de/5 a/
-    s='s|2'; say 'a ring' item.s => a ring /
+    s=s|2*'x'; say s; say 'a ring' item.s => s|2*'x'/a ring /
     x=999999999*10; y=x+1; say x y; x=0-1000000000; say x x+1; x=2^2000; y=0-x; say x y y+1
     => 9999999990 9999999991/-1000000000 -999999999/inf 0-x 1/
     x=1; x=; say x; x=y; say x => x/y/!x=/is equivalent to/drop x!Variable y is empty
