@@ -48,10 +48,11 @@ void Index::add(const std::string& type, Record record, std::uint64_t fileSize,
 
 void Index::sortTypes() {
     for (auto& [name, type] : types_) {
-        type.byId.resize(type.records.size());
+        const auto& records = type.records; // older compilers capture no structured binding
+        type.byId.resize(records.size());
         std::iota(type.byId.begin(), type.byId.end(), std::size_t{0});
         std::ranges::stable_sort(type.byId, {},
-                                 [&](std::size_t index) { return type.records[index].number(); });
+                                 [&](std::size_t index) { return records[index].number(); });
     }
 }
 
