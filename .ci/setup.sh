@@ -32,12 +32,13 @@ install_missing() {
 }
 
 # build PRESET [TARGET...]: without targets everything. Tests (TESTS, as ZORBET_TESTS) are configured when
-# everything is wanted, and stay configured, so that play and check share one build.
+# everything is wanted, and stay configured, so that play and check share one build. SAMPLE is a build folder
+# whose sample game is used (ZORBET_SAMPLE).
 build() {
   local preset=$1
   shift
   if [ $# -eq 0 ]; then
-    cmake --preset "$preset" -DZORBET_TESTS="${TESTS:-ON}" >/dev/null
+    cmake --preset "$preset" -DZORBET_TESTS="${TESTS:-ON}" -DZORBET_SAMPLE="${SAMPLE:-}" >/dev/null
   elif [ ! -e "build/$preset/CMakeCache.txt" ]; then
     cmake --preset "$preset" -DZORBET_TESTS=OFF >/dev/null
   fi
