@@ -14,7 +14,7 @@ std::unique_ptr<OMScriptableObject> createCompositeAction() {
 } // namespace
 
 const OMSClass RCompositeAction::kClass{
-    "RCompositeAction", &ActionContainer::kClass, {}, &createCompositeAction};
+    "RCompositeAction", &ActionContainer::kClass, {}, &createCompositeAction, "[interruptible]"};
 
 /// All are marked before the first one starts, which may be done at once.
 void RCompositeAction::startMembers() {

@@ -18,7 +18,8 @@ std::unique_ptr<OMScriptableObject> createQueue() {
 
 } // namespace
 
-const OMSClass RQueue::kClass{"RQueue", &ActionContainer::kClass, kRQueueVocabulary, &createQueue};
+const OMSClass RQueue::kClass{"RQueue", &ActionContainer::kClass, kRQueueVocabulary, &createQueue,
+                              "repeatcount [interruptible]"};
 
 void RQueue::startMembers() {
     roundsDone_ = 0;

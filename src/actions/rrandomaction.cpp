@@ -21,7 +21,8 @@ std::unique_ptr<OMScriptableObject> createRandomAction() {
 } // namespace
 
 const OMSClass RRandomAction::kClass{"RRandomAction", &ActionContainer::kClass,
-                                     kRRandomActionVocabulary, &createRandomAction};
+                                     kRRandomActionVocabulary, &createRandomAction,
+                                     "useall [interruptible]"};
 
 RRandomAction::RRandomAction(const RRandomAction& other)
     : RRandomAction(other.useAllBeforeRepeat_, other.interruptibleByDefault()) {

@@ -89,7 +89,7 @@ struct RMap::Run {
 };
 
 const OMSClass RMap::kClass{"RMap", &OMMultiTrinket::kClass, kRMapVocabulary,
-                            &RMap::createFromScript};
+                            &RMap::createFromScript, "x y [z]"};
 
 // ---------------------------------------------------------------------------- life
 

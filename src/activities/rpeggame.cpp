@@ -75,7 +75,7 @@ class RPegGame::Peg final : public OMAnimation {
 };
 
 const OMSClass RPegGame::kClass{"RPegGame", &OMScriptableObject::kClass, kRPegGameVocabulary,
-                                &RPegGame::createFromScript};
+                                &RPegGame::createFromScript, "[z]"};
 
 RPegGame::RPegGame(int restingZ) : restingZ_(restingZ), movingZ_(restingZ) {}
 

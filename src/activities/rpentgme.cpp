@@ -86,7 +86,8 @@ class RPentominoGame::SolutionBox final : public OMAnimation {
 };
 
 const OMSClass RPentominoGame::kClass{"RPentominoGame", &OMTrinket::kClass,
-                                      kRPentominoGameVocabulary, &RPentominoGame::createFromScript};
+                                      kRPentominoGameVocabulary, &RPentominoGame::createFromScript,
+                                      "x y [z]"};
 
 RPentominoGame::RPentominoGame(OMTrinketWindow& window, Point corner)
     : OMTrinket(window, UpdateStyle::Regions, {corner.x, corner.y, corner.x, corner.y}) {

@@ -55,7 +55,7 @@ void refuse(const std::string& text, const OMLink& done) {
 } // namespace
 
 const OMSClass RCharacter::kClass{"RCharacter", &OMMultiTrinket::kClass, kRCharacterVocabulary,
-                                  &RCharacter::createFromScript};
+                                  &RCharacter::createFromScript, "pose x y [z]"};
 
 RCharacter::RCharacter(OMTrinketWindow& window, int settlePose, Point at)
     : OMMultiTrinket(window), origin_(at),

@@ -34,7 +34,7 @@ std::unique_ptr<Class> createEmbedded(int id, OMTrinketWindow& window) {
 } // namespace
 
 const OMSClass RDialog::kClass{"RDialog", &OMMultiTrinket::kClass, kRDialogVocabulary,
-                               &RDialog::createFromScript};
+                               &RDialog::createFromScript, "id z"};
 
 RDialog::RDialog(OMTrinketWindow& window, int backgroundId, int z)
     : OMMultiTrinket(window), clicks_(std::in_place, window, nullptr) {

@@ -92,7 +92,8 @@ bool hasPossibleSize(const platform::Movie& movie) {
 } // namespace
 
 const OMSClass RSmackerMovie::kClass{"RSmackerMovie", &OMTrinket::kClass, kRSmackerMovieVocabulary,
-                                     &RSmackerMovie::createFromScript};
+                                     &RSmackerMovie::createFromScript,
+                                     "file x y [extra] [colours] [collect]"};
 
 // From the file to the object
 

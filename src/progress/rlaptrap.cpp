@@ -63,7 +63,7 @@ world::LevelColor colorFrom(int value) {
 } // namespace
 
 const OMSClass RLapTrap::kClass{"RLapTrap", &RAnimation::kClass, kRLapTrapVocabulary,
-                                &RLapTrap::createFromScript};
+                                &RLapTrap::createFromScript, "location [id [x y] [z]]"};
 
 // ---------------------------------------------------------------------------- opening
 

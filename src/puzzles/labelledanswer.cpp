@@ -250,9 +250,9 @@ void LabelledAnswer::paintFrom(OMMemCanvas& canvas, const OMRegion& clip, Point 
 
 // A picture with a text
 
-const OMSClass RGraphicTextAnswer::kClass{"RGraphicTextAnswer", &RAnswer::kClass,
-                                          kRGraphicTextAnswerVocabulary,
-                                          &createAnswer<RGraphicTextAnswer>};
+const OMSClass RGraphicTextAnswer::kClass{
+    "RGraphicTextAnswer", &RAnswer::kClass, kRGraphicTextAnswerVocabulary,
+    &createAnswer<RGraphicTextAnswer>, OMAnimation::kArguments};
 
 RGraphicTextAnswer::RGraphicTextAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image,
                                        int id, int x, int y)
@@ -261,9 +261,9 @@ RGraphicTextAnswer::RGraphicTextAnswer(OMTrinketWindow& window, std::shared_ptr<
 
 // Three pictures with two texts
 
-const OMSClass RDoubleGraphicTextAnswer::kClass{"RDoubleGraphicTextAnswer", &RAnswer::kClass,
-                                                kRDoubleGraphicTextAnswerVocabulary,
-                                                &createAnswer<RDoubleGraphicTextAnswer>};
+const OMSClass RDoubleGraphicTextAnswer::kClass{
+    "RDoubleGraphicTextAnswer", &RAnswer::kClass, kRDoubleGraphicTextAnswerVocabulary,
+    &createAnswer<RDoubleGraphicTextAnswer>, OMAnimation::kArguments};
 
 RDoubleGraphicTextAnswer::RDoubleGraphicTextAnswer(OMTrinketWindow& window,
                                                    std::shared_ptr<AOImage> image, int id, int x,

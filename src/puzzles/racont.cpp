@@ -69,7 +69,7 @@ void SingleContainer::placeAnswer(RAnswer& answer) {
 
 const OMSClass RAttributeContainer::kClass{"RAttributeContainer", &RContainer::kClass,
                                            kRAttributeContainerVocabulary,
-                                           &createContainer<RAttributeContainer>};
+                                           &createContainer<RAttributeContainer>, kArguments};
 
 RAttributeContainer::RAttributeContainer(const RAttributeContainer& other)
     : OMSCopied(other), attribute_(other.attribute_), answerProperty_(other.answerProperty_),
@@ -137,4 +137,4 @@ Rect RAttributeContainer::targetFor(RAnswer& answer) const {
 
 const OMSClass RValueContainer::kClass{"RValueContainer", &RContainer::kClass,
                                        kRValueContainerVocabulary,
-                                       &createContainer<RValueContainer>};
+                                       &createContainer<RValueContainer>, kArguments};

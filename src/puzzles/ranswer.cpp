@@ -55,7 +55,7 @@ constexpr int kWidestInset = 10'000; ///< pixels
 
 const OMSClass RAnswer::kClass{"RAnswer", &RAnimation::kClass, kRAnswerVocabulary};
 const OMSClass RGraphicAnswer::kClass{"RGraphicAnswer", &RAnswer::kClass, kRGraphicAnswerVocabulary,
-                                      &createAnswer<RGraphicAnswer>};
+                                      &createAnswer<RGraphicAnswer>, OMAnimation::kArguments};
 
 RAnswer::RAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
     : RAnimation(window, std::move(image), id, x, y), home_(corner()), homeOrigin_(origin()),

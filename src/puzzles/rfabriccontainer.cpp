@@ -30,7 +30,7 @@ constexpr int kFarthestInfo = 10'000;
 
 const OMSClass RFabricContainer::kClass{"RFabricContainer", &RContainer::kClass,
                                         kRFabricContainerVocabulary,
-                                        &createContainer<RFabricContainer>};
+                                        &createContainer<RFabricContainer>, kArguments};
 
 RFabricContainer::RFabricContainer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id,
                                    int x, int y)

@@ -129,7 +129,7 @@ bool RowContainer::hasMoved(const std::vector<Place>& before) const {
 
 const OMSClass RHorizontalContainer::kClass{"RHorizontalContainer", &RContainer::kClass,
                                             kRHorizontalContainerVocabulary,
-                                            &createContainer<RHorizontalContainer>};
+                                            &createContainer<RHorizontalContainer>, kArguments};
 
 std::string RHorizontalContainer::answerMatchString() const {
     std::string row;
@@ -150,6 +150,6 @@ bool RHorizontalContainer::isSolved() const {
 
 // ---------------------------------------------------------------------------- sums
 
-const OMSClass RHorizontalValueContainer::kClass{"RHorizontalValueContainer", &RContainer::kClass,
-                                                 kRHorizontalValueContainerVocabulary,
-                                                 &createContainer<RHorizontalValueContainer>};
+const OMSClass RHorizontalValueContainer::kClass{
+    "RHorizontalValueContainer", &RContainer::kClass, kRHorizontalValueContainerVocabulary,
+    &createContainer<RHorizontalValueContainer>, kArguments};

@@ -78,7 +78,7 @@ void sendHome(RAnswer& answer) {
 } // namespace
 
 const OMSClass RPuzzle::kClass{"RPuzzle", &OMScriptableObject::kClass, kRPuzzleVocabulary,
-                               &oms::create<RPuzzle>};
+                               &oms::create<RPuzzle>, "[0]"};
 
 // ---------------------------------------------------------------------------- what it consists of
 

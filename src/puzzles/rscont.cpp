@@ -25,7 +25,7 @@ int heightOf(const RAnswer& answer) { return std::max(answer.effectiveRectangle(
 
 const OMSClass RStackingContainer::kClass{"RStackingContainer", &RContainer::kClass,
                                           kRStackingContainerVocabulary,
-                                          &createContainer<RStackingContainer>};
+                                          &createContainer<RStackingContainer>, kArguments};
 
 RStackingContainer::RStackingContainer(const RStackingContainer& other)
     : OMSCopied(other), solvedCount_(other.solvedCount_), droppedSound_(other.droppedSound_) {}

@@ -33,7 +33,7 @@ BackgroundMusic& music() { return *BackgroundMusic::current(); }
 } // namespace
 
 const OMSClass RScenePort::kClass{"RScenePort", &OMScriptableObject::kClass, kRScenePortVocabulary,
-                                  &RScenePort::createFromScript};
+                                  &RScenePort::createFromScript, "[0]"};
 
 // Life
 

@@ -14,13 +14,13 @@ namespace {
 constexpr OMSEntry kRWorldPortVocabulary[] = {
     oms::readOnly<&RWorldPort::playersCount>("playersCount", "how many players there are"),
     oms::data<&RWorldPort::threshold<&Thresholds::a>, &RWorldPort::setThreshold<&Thresholds::a>>(
-        "wsAutoLevelingA", "activity"),
+        "wsAutoLevelingA", "[activity]"),
     oms::data<&RWorldPort::threshold<&Thresholds::b>, &RWorldPort::setThreshold<&Thresholds::b>>(
-        "wsAutoLevelingB", "activity"),
+        "wsAutoLevelingB", "[activity]"),
     oms::data<&RWorldPort::threshold<&Thresholds::x>, &RWorldPort::setThreshold<&Thresholds::x>>(
-        "wsAutoLevelingX", "activity"),
+        "wsAutoLevelingX", "[activity]"),
     oms::data<&RWorldPort::threshold<&Thresholds::y>, &RWorldPort::setThreshold<&Thresholds::y>>(
-        "wsAutoLevelingY", "activity"),
+        "wsAutoLevelingY", "[activity]"),
     oms::method<&RWorldPort::addGlobal<IntProperty>>("addGlobalIntProperty", "name [stored]"),
     oms::method<&RWorldPort::addGlobal<StringProperty>>("addGlobalStringProperty", "name [stored]"),
     oms::method<&RWorldPort::addTemplate<IntProperty>>("addIntProperty", "name [stored]"),
@@ -46,8 +46,12 @@ constexpr OMSEntry kPlayerVocabulary[] = {
 
 } // namespace
 
-const OMSClass RWorldPort::kClass{"RWorldPort", &OMScriptableObject::kClass, kRWorldPortVocabulary,
-                                  &RWorldPort::createFromScript, kPlayerVocabulary};
+const OMSClass RWorldPort::kClass{"RWorldPort",
+                                  &OMScriptableObject::kClass,
+                                  kRWorldPortVocabulary,
+                                  &RWorldPort::createFromScript,
+                                  "[0]",
+                                  kPlayerVocabulary};
 
 // ---------------------------------------------------------------------------- life
 

@@ -1,6 +1,7 @@
 #include "zorbetmps/commandline.h"
 
-#include "zorbetmps/check.h"
+#include "zorbetmps/check/check.h"
+#include "zorbetmps/check/report.h"
 #include "zorbetmps/pages.h"
 #include "zorbetmps/words.h"
 
@@ -10,6 +11,7 @@
 
 #include "commandline/commandline.h"
 
+#include <algorithm>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -21,24 +23,37 @@ namespace {
 constexpr int kSound = 0;
 constexpr int kErrors = 1;
 
-constexpr const char* kAboutCheck =
-    R"(Nothing is run. Each mistake is a line FILE:LINE: TEXT; without any nothing is printed.
-Includes are looked for beside the script, in "scripts" there, and in the folder above.
-The exit code is 0 without mistakes, 1 with some, 2 when the command line is wrong.
+const std::string kAboutCheck =
+    R"(Nothing is run. Of a game's folder all scripts are checked, as the game finds them, and
+those are told that none leads to. Without findings nothing is printed. Each has a name in
+brackets, by which a comment in the script silences it:
+  ; check skip NAME...   in the next statement's line
+  ; check off NAME...    from here on, to "; check on NAME..."
+The exit code is 0 without errors and warnings, 1 with some, 2 when the command line is wrong.
 
-Example:
-  zorbet-mps check my-game/*.mps my-game/scripts/*.mps)";
+Examples:
+  zorbet-mps check my-game
+  zorbet-mps check my-game/scripts/harbour.mps
+
+Findings:
+)";
 
 constexpr const char* kAboutWords =
     R"(Example:
   zorbet-mps words RAnimation)";
 
-int checkAll(const std::vector<std::string>& files, std::ostream& out) {
+int checkAll(const std::vector<std::string>& paths, bool json, std::ostream& out) {
     for (const RCommandWords& command : RCommands::words()) YCommands::add(command.name, nullptr);
-    bool sound = true;
-    for (const std::string& file : files) sound &= checkScript(file, out);
+    const std::vector<Finding> findings = check(paths);
     YCommands::clear();
-    return sound ? kSound : kErrors;
+    if (json)
+        reportJson(findings, out);
+    else
+        report(findings, out);
+    const bool isSound = std::ranges::all_of(findings, [](const Finding& finding) {
+        return aboutRule(finding.rule).severity == Severity::Note;
+    });
+    return isSound ? kSound : kErrors;
 }
 
 } // namespace
@@ -47,11 +62,13 @@ int run(int argc, const char* const* argv, std::ostream& out, std::ostream& erro
     tools::CommandLine line("zorbet-mps",
                             "For the authors of scripts of zorbet: finds mistakes, tells words.",
                             "zorbet-mps " ZORBET_VERSION);
-    std::vector<std::string> files;
-    line.add("check", "Compile scripts and tell every mistake", "FILE...", kAboutCheck,
-             [&] { return checkAll(files, out); })
-        .add("FILE", &files, "Scripts, as texts or precompiled")
-        .required();
+    std::vector<std::string> paths;
+    bool json = false;
+    tools::Command checking =
+        line.add("check", "Tell the mistakes in scripts", "DIR|FILE...", kAboutCheck + ruleList(),
+                 [&] { return checkAll(paths, json, out); });
+    checking.add("PATH", &paths, "A game's folder, or scripts, as texts or precompiled").required();
+    checking.add("--json", &json, "Print the findings as a list for programs");
     std::vector<std::string> classes;
     std::string pages;
     bool write = false;

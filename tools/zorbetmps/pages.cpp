@@ -1,7 +1,7 @@
 #include "zorbetmps/pages.h"
 
 #include "formats/base/latin1.h"
-#include "zorbetmps/includes.h"
+#include "zorbetmps/check/includes.h"
 #include "zorbetmps/words.h"
 
 #include "commands/commands.h"

@@ -96,6 +96,8 @@ class OMAnimation : public OMSCopied<OMAnimation, OMTrinket>, public AOPlayer {
   protected:
     void onRetire() override;
 
+    /// What scripts make a picture of, with the place that its resource was given or with another.
+    static constexpr std::string_view kArguments = "id [z] | id x y z";
     struct ScriptArguments {
         OMTrinketWindow* window;
         int id;

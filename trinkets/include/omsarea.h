@@ -1,4 +1,4 @@
-// The arguments of classes that cover an area: "x y width height [z]".
+// The arguments of classes that cover an area.
 #pragma once
 
 #include "omsarguments.h"
@@ -9,6 +9,7 @@
 #include <optional>
 
 struct OMSArea {
+    static constexpr std::string_view kArguments = "x y width height [z]";
     /// What becomes of lengths below 0.
     enum class Lengths { Zero, Any };
 

@@ -35,7 +35,8 @@ struct OMSEntry {
     void (*set)(OMScriptableObject&, std::string_view) = nullptr; ///< null: writes are ignored
     std::string (*get)(OMScriptableObject&) = nullptr;
     void (*run)(OMScriptableObject&) = nullptr;
-    bool lasting = false; ///< the method reports itself when its work is finished
+    bool lasting = false;  ///< the method reports itself when its work is finished
+    bool isNumber = false; ///< what a property stores is a number, or yes and no
 };
 
 /// A class as scripts know it. It outlives all objects of the class.
@@ -46,6 +47,8 @@ struct OMSClass {
     /// With the arguments in OMSArguments::global(); null when it refuses. No function for classes
     /// that only have heirs, or whose objects only the program makes.
     std::unique_ptr<OMScriptableObject> (*create)() = nullptr;
+    /// What it takes then, in the form of the methods' arguments: "id [z] | id x y z".
+    std::string_view arguments = {};
     /// What objects have at times, and add and remove themselves.
     std::span<const OMSEntry> passing = {};
 
@@ -85,6 +88,7 @@ template <auto Member>
 struct Set;
 template <class Object, class Value, void (Object::*Member)(Value)>
 struct Set<Member> {
+    static constexpr bool kIsNumber = std::is_arithmetic_v<std::decay_t<Value>>;
     static void run(OMScriptableObject& object, std::string_view text) {
         (partOf<Object>(object).*Member)(fromText<std::decay_t<Value>>(text));
     }
@@ -114,7 +118,9 @@ constexpr OMSEntry data(std::string_view name, std::string_view help = {}) {
             help,
             &detail::Set<Setter>::run,
             &detail::Get<Getter>::run,
-            nullptr};
+            nullptr,
+            false,
+            detail::Set<Setter>::kIsNumber};
 }
 
 template <auto Getter>

@@ -35,6 +35,7 @@ struct YCompileError {
     int code = 0;
     std::string file;
     int line = 0;          ///< from 1
+    int column = 0;        ///< from 1
     std::string text;      ///< the script at the place of the error, or the word or message
     std::string statement; ///< how the statement with an unclosed quote begins
 
@@ -51,7 +52,10 @@ class YCompiler {
         std::string message;
     };
     using Reader = OMLinkTo<Source(const std::string& name)>;
-    enum class OnError { Stop, Collect };
+    enum class OnError {
+        Stop,
+        Collect, ///< all of them, and the column of each operand
+    };
 
     static constexpr std::size_t kMaxTextSize = 65535;
 
@@ -80,6 +84,10 @@ class YCompiler {
         std::string_view text;
         std::size_t at;
         bool closed; ///< its last quote
+    };
+    struct Operand {
+        int index; ///< of the heap
+        std::size_t at;
     };
     struct Loop {
         int next;                ///< the instruction to continue with
@@ -115,8 +123,8 @@ class YCompiler {
     std::optional<std::size_t> takeElse();
 
     // Instructions.
-    bool readOperands(std::vector<int>& indices);
-    std::optional<int> emitList(const std::vector<int>& indices, std::size_t at);
+    bool readOperands(std::vector<Operand>& words);
+    std::optional<int> emitList(const std::vector<Operand>& words, std::size_t at);
     /// Both, for statements with a body. None after an error.
     std::optional<int> emitOperands(std::size_t at);
     int emit(YOpcode opcode, int operand, YSourceLine place);
@@ -127,6 +135,7 @@ class YCompiler {
     Outcome fail(YCompileError::Kind kind, std::size_t at, int code = 0);
     void record(YCompileError::Kind kind, std::size_t at, int code, std::string text);
     int lineAt(std::size_t at);
+    [[nodiscard]] int columnAt(std::size_t at) const;
     [[nodiscard]] Text& text() { return texts_.back(); }
     [[nodiscard]] const Text& text() const { return texts_.back(); }
 

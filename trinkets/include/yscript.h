@@ -72,4 +72,6 @@ struct YScript {
     std::vector<std::int16_t> operands;     ///< heap indices; the first three are 0, 1, 2
     std::vector<YSourceLine> lines;         ///< one an instruction; empty for precompiled scripts
     std::vector<std::string> files;         ///< the script and what it includes
+    /// In which each operand stands, from 1; empty when nobody has asked for them.
+    std::vector<std::uint16_t> columns;
 };

@@ -41,7 +41,8 @@ constexpr OMSEntry kRAnimationVocabulary[] = {
 
 const OMSClass RAnimation::kClass{
     "RAnimation", &OMAnimation::kClass, kRAnimationVocabulary,
-    []() -> std::unique_ptr<OMScriptableObject> { return createFromArguments<RAnimation>(); }};
+    []() -> std::unique_ptr<OMScriptableObject> { return createFromArguments<RAnimation>(); },
+    OMAnimation::kArguments};
 
 RAnimation::RAnimation(const RAnimation& other)
     : OMSCopied(other), notifies_(other.notifies_), userData_(other.userData_) {}

@@ -19,7 +19,7 @@ constexpr std::uint32_t kPriority = 1; ///< before the scripts, which the event 
 
 const OMSClass RAnimationTrigger::kClass{"RAnimationTrigger", &OMScriptableObject::kClass,
                                          kRAnimationTriggerVocabulary,
-                                         &RAnimationTrigger::createFromScript};
+                                         &RAnimationTrigger::createFromScript, "[rate]"};
 
 std::unique_ptr<OMScriptableObject> RAnimationTrigger::createFromScript() {
     auto trigger = std::make_unique<RAnimationTrigger>();

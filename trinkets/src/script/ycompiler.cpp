@@ -9,7 +9,7 @@ namespace {
 constexpr char kLineEnd = '\r';
 constexpr std::size_t kShownText = 50;
 constexpr std::size_t kShownQuote = 24;
-constexpr int kLastLine = 65535; ///< lines of traces are counted up to here
+constexpr int kLast = 65535; ///< lines, and columns, are counted up to here
 constexpr std::size_t kMaxIncludeDepth = 32;
 constexpr std::size_t kMaxIncludes = 1000;
 
@@ -98,6 +98,7 @@ void YCompiler::record(YCompileError::Kind kind, std::size_t at, int code, std::
     error.text = std::move(where);
     error.file = script_->files[text().file];
     error.line = lineAt(at);
+    error.column = columnAt(at);
     if (code == yerror::kUnclosedQuote)
         error.statement = lineFrom(text().text, statementAt_, kShownQuote); // blanks too
     const bool warning = error.isWarning();
@@ -130,6 +131,12 @@ int YCompiler::lineAt(std::size_t at) {
     return t.line;
 }
 
+int YCompiler::columnAt(std::size_t at) const {
+    const std::size_t start = at == 0 ? at : text().text.rfind(kLineEnd, at - 1) + 1;
+    const bool isSecond = start < at && text().text[start] == '\n'; // of a line's two ends
+    return static_cast<int>(std::min<std::size_t>(at - start + (isSecond ? 0 : 1), kLast));
+}
+
 // ---------------------------------------------------------------------------- texts
 
 YCompiler::YCompiler(YHeap& heap, Reader reader, OnError onError)
@@ -139,6 +146,7 @@ std::unique_ptr<YScript> YCompiler::compile(const std::string& name, std::string
     script_ = std::make_unique<YScript>();
     script_->name = name;
     script_->operands = {YHeap::kSystem, YHeap::kReceiver, YHeap::kResult};
+    if (onError_ == OnError::Collect) script_->columns.resize(script_->operands.size());
     errors_.clear();
     texts_.clear();
     loops_.clear();
@@ -260,11 +268,11 @@ std::optional<int> YCompiler::internWord(const Word& word) {
 }
 
 /// Interns the words up to the end of the line. False after an error.
-bool YCompiler::readOperands(std::vector<int>& indices) {
+bool YCompiler::readOperands(std::vector<Operand>& words) {
     while (const auto word = nextWord(false)) {
         const auto index = internWord(*word);
         if (!index) return false;
-        indices.push_back(*index);
+        words.push_back({*index, word->at});
     }
     return true;
 }
@@ -288,21 +296,26 @@ std::optional<std::size_t> YCompiler::takeElse() {
 
 // ---------------------------------------------------------------------------- instructions
 
-std::optional<int> YCompiler::emitList(const std::vector<int>& indices, std::size_t at) {
+std::optional<int> YCompiler::emitList(const std::vector<Operand>& words, std::size_t at) {
     auto& operands = script_->operands;
-    if (operands.size() + indices.size() + 1 > YScript::kMaxOperandWords) {
+    if (operands.size() + words.size() + 1 > YScript::kMaxOperandWords) {
         fail(YCompileError::Kind::TooManyOperands, at);
         return std::nullopt;
     }
     const int start = static_cast<int>(operands.size());
-    for (const int index : indices) operands.push_back(static_cast<std::int16_t>(index));
+    for (const Operand& word : words) {
+        operands.push_back(static_cast<std::int16_t>(word.index));
+        if (onError_ == OnError::Collect)
+            script_->columns.push_back(static_cast<std::uint16_t>(columnAt(word.at)));
+    }
     operands.push_back(YScript::kEndOfList);
+    if (onError_ == OnError::Collect) script_->columns.push_back(0);
     return start;
 }
 
 std::optional<int> YCompiler::emitOperands(std::size_t at) {
-    std::vector<int> indices;
-    return readOperands(indices) ? emitList(indices, at) : std::nullopt;
+    std::vector<Operand> words;
+    return readOperands(words) ? emitList(words, at) : std::nullopt;
 }
 
 int YCompiler::emit(YOpcode opcode, int operand, YSourceLine place) {
@@ -316,7 +329,7 @@ int YCompiler::emit(YOpcode opcode, int operand, YSourceLine place) {
 }
 
 YSourceLine YCompiler::placeOf(std::size_t at) {
-    return {text().file, static_cast<std::uint16_t>(std::min(lineAt(at), kLastLine))};
+    return {text().file, static_cast<std::uint16_t>(std::min(lineAt(at), kLast))};
 }
 
 void YCompiler::patch(int instruction, int target) {

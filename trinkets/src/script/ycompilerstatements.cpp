@@ -115,24 +115,22 @@ YCompiler::Outcome YCompiler::compileFirstWord() {
 }
 
 YCompiler::Outcome YCompiler::compileKeyword(YOpcode opcode, const Word& keyword) {
-    std::vector<int> indices;
-    if (!readOperands(indices)) return Outcome::Statement;
-    if (static_cast<int>(indices.size()) < YMinOperands(opcode))
+    std::vector<Operand> words;
+    if (!readOperands(words)) return Outcome::Statement;
+    if (static_cast<int>(words.size()) < YMinOperands(opcode))
         return fail(YCompileError::Kind::MissingOperand, keyword.at);
-    if (const auto list = emitList(indices, keyword.at)) emit(opcode, *list, placeOf(keyword.at));
+    if (const auto list = emitList(words, keyword.at)) emit(opcode, *list, placeOf(keyword.at));
     return Outcome::Statement;
 }
 
 YCompiler::Outcome YCompiler::compileCommand(const Word& word) {
     if (!YCommands::find(word.text))
         record(YCompileError::Kind::UndefinedCommand, word.at, 0, std::string(word.text));
-    std::vector<int> indices;
     const auto command = internWord(word);
     if (!command) return Outcome::Statement;
-    indices.push_back(*command);
-    if (!readOperands(indices)) return Outcome::Statement;
-    if (const auto list = emitList(indices, word.at))
-        emit(YOpcode::Command, *list, placeOf(word.at));
+    std::vector<Operand> words{{*command, word.at}};
+    if (!readOperands(words)) return Outcome::Statement;
+    if (const auto list = emitList(words, word.at)) emit(YOpcode::Command, *list, placeOf(word.at));
     return Outcome::Statement;
 }
 
@@ -152,11 +150,10 @@ YCompiler::Outcome YCompiler::compileAssignment(const Word& name) {
         ++text().at;
         variable.markReference();
     }
-    std::vector<int> indices{*target};
-    if (!readOperands(indices)) return Outcome::Statement;
-    OMDebug::check(indices.size() > 1, "operands", "Assignment to nothing");
-    if (const auto list = emitList(indices, name.at))
-        emit(YOpcode::Assign, *list, placeOf(name.at));
+    std::vector<Operand> words{{*target, name.at}};
+    if (!readOperands(words)) return Outcome::Statement;
+    OMDebug::check(words.size() > 1, "operands", "Assignment to nothing");
+    if (const auto list = emitList(words, name.at)) emit(YOpcode::Assign, *list, placeOf(name.at));
     return Outcome::Statement;
 }
 
@@ -212,12 +209,12 @@ YCompiler::Outcome YCompiler::compileFor(const Word& keyword) {
 YCompiler::Outcome YCompiler::compileProcedure(const Word& keyword) {
     const std::size_t at = keyword.at;
     const YSourceLine place = placeOf(at);
-    std::vector<int> indices;
-    if (!readOperands(indices)) return Outcome::Statement;
-    if (indices.empty()) return fail(YCompileError::Kind::MissingOperand, at);
-    YVariable& name = heap_.get(indices.front());
+    std::vector<Operand> words;
+    if (!readOperands(words)) return Outcome::Statement;
+    if (words.empty()) return fail(YCompileError::Kind::MissingOperand, at);
+    YVariable& name = heap_.get(words.front().index);
     if (name.kind() != YVariable::Kind::Name) return fail(YCompileError::Kind::ProcedureName, at);
-    const auto list = emitList(indices, at);
+    const auto list = emitList(words, at);
     if (!list) return Outcome::Statement;
     name.setString("+" + std::to_string(here()));
     emit(YOpcode::Procedure, *list, place);

@@ -26,7 +26,8 @@ constexpr OMSEntry kOMMultiTrinketVocabulary[] = {
 } // namespace
 
 const OMSClass OMMultiTrinket::kClass{"OMMultiTrinket", &OMTrinket::kClass,
-                                      kOMMultiTrinketVocabulary, &OMMultiTrinket::createFromScript};
+                                      kOMMultiTrinketVocabulary, &OMMultiTrinket::createFromScript,
+                                      "[z]"};
 
 OMMultiTrinket::OMMultiTrinket(OMTrinketWindow& window)
     : OMSCopied(window, UpdateStyle::Nothing, {}) {}

@@ -25,7 +25,7 @@ void frame(OMCanvas& canvas, const platform::Rect& area, int color) {
 } // namespace
 
 const OMSClass RHotSpot::kClass{"RHotSpot", &OMTrinket::kClass, kRHotSpotVocabulary,
-                                &OMSArea::create<RHotSpot>};
+                                &OMSArea::create<RHotSpot>, OMSArea::kArguments};
 
 RHotSpot::RHotSpot(OMTrinketWindow& window, const platform::Rect& area)
     : OMSCopied(window, UpdateStyle::Regions, area) {}

@@ -25,7 +25,7 @@ constexpr int kToLetter = 0x40; ///< from a control character
 } // namespace
 
 const OMSClass RKbdInp::kClass{"RKbdInp", &OMScriptableObject::kClass, kRKbdInpVocabulary,
-                               &oms::create<RKbdInp>};
+                               &oms::create<RKbdInp>, "[0]"};
 
 RKbdInp::RKbdInp() {
     all_.append(this);

@@ -27,7 +27,7 @@ constexpr int kPressed = 2;
 } // namespace
 
 const OMSClass RPButton::kClass{"RPButton", &OMAnimation::kClass, kRPButtonVocabulary,
-                                &RPButton::createFromScript};
+                                &RPButton::createFromScript, OMAnimation::kArguments};
 
 RPButton::RPButton(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
     : OMSCopied(window, std::move(image), id, x, y), clickHandle_(OMEffectSounds::kNotPlaying) {

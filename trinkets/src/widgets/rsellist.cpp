@@ -64,7 +64,7 @@ constexpr char kFirstCharacter = ' ';
 } // namespace
 
 const OMSClass RSelList::kClass{"RSelList", &OMTrinket::kClass, kRSelListVocabulary,
-                                &OMSArea::create<RSelList>};
+                                &OMSArea::create<RSelList>, OMSArea::kArguments};
 
 RSelList::RSelList(OMTrinketWindow& window, const Rect& box)
     : OMSCopied(window, UpdateStyle::Regions, box), size_(OMTTFont::kDefaultSize) {

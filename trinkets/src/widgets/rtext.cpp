@@ -31,7 +31,7 @@ int length(int value) { return value < 0 ? RText::kFitting : std::min(value, RTe
 } // namespace
 
 const OMSClass RText::kClass{"RText", &OMTrinket::kClass, kRTextVocabulary,
-                             &OMSArea::create<RText, OMSArea::Lengths::Any>};
+                             &OMSArea::create<RText, OMSArea::Lengths::Any>, OMSArea::kArguments};
 
 RText::RText(OMTrinketWindow& window, const Rect& box)
     : OMSCopied(window, UpdateStyle::Regions, {box.left, box.top, box.left, box.top}),

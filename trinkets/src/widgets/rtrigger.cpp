@@ -23,7 +23,7 @@ constexpr OMSEntry kRTriggerVocabulary[] = {
 } // namespace
 
 const OMSClass RTrigger::kClass{"RTrigger", &OMAnimation::kClass, kRTriggerVocabulary,
-                                &RTrigger::createFromScript};
+                                &RTrigger::createFromScript, OMAnimation::kArguments};
 
 RTrigger::RTrigger(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
     : OMSCopied(window, std::move(image), id, x, y) {

@@ -22,6 +22,8 @@ class Includes {
     /// The host path of an included file, beginning as the script's own path does where it can;
     /// none when there is no such file.
     [[nodiscard]] std::optional<std::string> find(std::string_view name) const;
+    /// The names of all scripts that would be found.
+    [[nodiscard]] std::vector<std::string> scripts() const;
 
   private:
     struct Folder {

@@ -1,4 +1,6 @@
-#include "zorbetmps/includes.h"
+#include "zorbetmps/check/includes.h"
+
+#include "formats/base/latin1.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -41,6 +43,17 @@ std::optional<std::string> Includes::find(std::string_view name) const {
         }
     }
     return std::nullopt;
+}
+
+std::vector<std::string> Includes::scripts() const {
+    std::vector<std::string> names;
+    for (const Folder& folder : folders_)
+        for (const std::string_view subfolder : kScriptFolders)
+            for (const platform::DirectoryEntry& entry :
+                 folder.files->list(subfolder.empty() ? "." : subfolder))
+                if (!entry.isDirectory && formats::lowerAscii(entry.name).ends_with(".mps"))
+                    names.push_back(entry.name);
+    return names;
 }
 
 std::string Includes::shownPath(const Folder& folder, const std::string& hostPath) {

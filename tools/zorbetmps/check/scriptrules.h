@@ -1,0 +1,94 @@
+// What is wrong with a script that can be read: goes through its statements once and tells what it
+// finds. Nothing is told of what cannot be known without running the script.
+#pragma once
+
+#include "zorbetmps/check/finding.h"
+#include "zorbetmps/check/namefacts.h"
+#include "zorbetmps/check/vocabulary.h"
+
+#include <functional>
+#include <optional>
+
+namespace mps {
+
+/// What the rules ask of the game that a script belongs to.
+struct GameFacts {
+    /// Whether a script of that name can be started or read; none when that cannot be known.
+    std::function<std::optional<bool>(std::string_view)> hasScript;
+    std::function<bool(std::string_view)> isComponent;
+    /// "; did you mean NAME?", or nothing.
+    std::function<std::string(std::string_view)> nearScript;
+};
+
+class ScriptRules {
+  public:
+    using Tell = std::function<void(Rule, YSourceLine, int column, const std::string& text)>;
+
+    ScriptRules(const ScriptModel& model, const ScriptFacts& facts, const Vocabulary& vocabulary,
+                const GameFacts& game, Tell tell)
+        : model_(model), facts_(facts), vocabulary_(vocabulary), game_(game),
+          tell_(std::move(tell)) {}
+
+    void run();
+
+  private:
+    void check(const Statement& statement);
+
+    // Values and names.
+    void checkAssignment(const Statement& statement);
+    void checkWord(const Statement& statement, const Word& word);
+    void checkExpression(const Statement& statement, const Word& word);
+    void checkText(const Statement& statement, const Word& word);
+    void checkStored(const Statement& statement, const Word& target);
+    void checkNames();
+    void checkName(const std::string& name, const NameFacts& known);
+
+    // Objects.
+    void checkConstruction(const Statement& statement, const OMSClass& made);
+    void checkSet(const Statement& statement);
+    void checkGet(const Statement& statement);
+    void checkPlay(const Statement& statement);
+    void checkCommand(const Statement& statement);
+    void checkArguments(const Statement& statement, std::size_t from, std::size_t to,
+                        const std::string& what, std::string_view forms);
+    void checkNotObjects(const Statement& statement, std::size_t from, std::size_t to);
+    /// The classes that the first word's object may have; none when that is not evident, or after a
+    /// finding that it holds none.
+    [[nodiscard]] std::optional<Vocabulary::Classes> objectOf(const Statement& statement,
+                                                              bool mayBeClass);
+    /// The property, method or event that a word names; none when that is not evident.
+    [[nodiscard]] std::optional<std::string> entryNamed(const Statement& statement,
+                                                        const Vocabulary::Classes& classes);
+    void tellUnknown(const Statement& statement, const Vocabulary::Classes& classes,
+                     Vocabulary::Kind kind, const std::string& name);
+
+    // The flow.
+    void checkCondition(const Statement& statement);
+    void checkLoop(const Statement& statement);
+    void checkCall(const Statement& statement);
+    void checkTimer(const Statement& statement);
+    void checkScriptName(const Statement& statement, const Word& word);
+    void checkReached();
+    void checkProcedures();
+    void checkDrops();
+    void checkOrder();
+    void checkTimers();
+    [[nodiscard]] bool givesWay(int from, int to, int depth) const;
+    [[nodiscard]] bool mayChange(const Word& condition, const Statement& loop) const;
+    [[nodiscard]] bool isLeft(const Statement& loop) const;
+
+    void tell(Rule rule, const Statement& statement, const Word& word, const std::string& text) {
+        tell_(rule, statement.place, word.column, text);
+    }
+    /// The words from there on have no effect.
+    void tellLost(const Statement& statement, std::size_t from, const std::string& why);
+    [[nodiscard]] std::string nearName(std::string_view word) const;
+
+    const ScriptModel& model_;
+    const ScriptFacts& facts_;
+    const Vocabulary& vocabulary_;
+    const GameFacts& game_;
+    Tell tell_;
+};
+
+} // namespace mps
