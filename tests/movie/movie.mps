@@ -1,12 +1,9 @@
 ; Movies straight onto the window and among other objects: where their frames go, and in which colours. A frame
 ; lasts 90 ms, pause 0.1. On a black screen only what is drawn anew is seen, after EndTransition 1 what the window
-; draws anew. The movies are made by zorbet-rsc movie --frame-time 9000 of plain frames of the colours 20 to 27; in
-; parts.smk two blocks change in the second frame and one in the third, colours.smk has other palettes from its
-; third and sixth on.
+; draws anew. The movies are made by zorbet-rsc movie --frame-time 9000 of plain frames of the colours 20 to 27; two
+; blocks of parts.smk change in frame 2 and one in 3, colours.smk has other palettes from frames 3 and 6 on.
 ;: rsc golden
-;$ ini:UseDirectDraw=0
 ;$ ini:UseDirectDraw=1 ini:DisplayFullScreen=1
-;$ ini:UseDirectDraw=1 --screen 640x480x16 depth:16
 ;$ ini:UseDirectDraw=1 --screen 640x480x24 depth:24
 ;$ --screen 640x480x32 depth:32
 yield off
@@ -25,14 +22,12 @@ say "finished at" number "after" counted "steps below"
 procedure onStep
 counted=counted+1
 ActivateDLL golden.rsc
-; before the first scene all is black. A movie in the window's colours has those of another one at its next
-; frame, though nothing of it changes. Objects: 1 the movie, 2 and 3 others, 4 below, 5 and 6 above
+; a movie in the window's colours has those of another one at its next frame, though nothing of it changes
 t.1=RSmackerMovie parts.smk 100 50 "" 0
 t.2=RSmackerMovie colours.smk 640 50
 call do "run 1 start, rest 0.2, run 2 start, rest 0.35, run 2 stop, rest 0.1"
 ;> 316 screenshot others.png
 ;> 586 screenshot own.png
-; collecting, too
 t.2=RSmackerMovie colours.smk 200 50 "" "" 1
 call do "let 1 collecting 1, let 1 frame 1, run 1 start, run 2 start, rest 0.45"
 ;> 721 screenshot collected.png
@@ -77,23 +72,19 @@ call do "show, black, run 1 start, rest 0.1"
 ; the scene is shown around it when the script wants it shown, and the movie over it at once
 set t.4 frameNotify
 t.1=RSmackerMovie plain.smk 100 50 "" 0
-call do "begin, run 1 start, rest 0.05, finish 0, rest 0.01, begin"
+call do "begin, run 1 start, rest 0.05, finish 0, rest 0.02"
 ;> 2082 screenshot around.png
-; just what is new
-t.6=RAnimation 200 200 50 3
-call do "finish 1, rest 0.01"
-;> 2091 screenshot quick.png
 ; invisible, and seen again at the next frame
+t.6=RAnimation 200 200 50 3
 call do "let 1 visible 0, show, rest 0.1, let 1 visible 1, rest 0.1"
 ;> 2148 screenshot hidden.png
 ;> 2238 screenshot seen.png
-; elsewhere; the old picture stays; all of it after another program had the screen
+; elsewhere; all of it after another program had the screen; then no trace of it on either page
 call do "run 1 place 300 200, rest 0.1"
 ;> 2328 screenshot elsewhere.png
 ;> 2338 background
 ;> 2348 foreground
 ;> 2353 screenshot elsewhere.back.png
-; no trace of it on either page
 call do "run 1 stop, rest 0.01, show, run 6 offset 1 0, rest 0.01, run 6 offset 1 0, rest 0.1"
 ;> 2386 screenshot gone.png
 ;> 2389 screenshot goneagain.png
@@ -107,12 +98,10 @@ call do "let 1 z 30, run 1 place 300 200, rest 0.05, run 1 place 100 50, run 1 s
 call do "rest 0.05, black, finish 1, rest 0.1"
 ;> 2561 screenshot among.png
 ;> 2626 screenshot amongparts.png
-; dragged; its last picture stays
 call do "run 1 place 120 80, show, rest 1, rest 0.01, run 1 release, rest 0.01"
 ;> 2666 drag 125 95 225 195
 ;> 3556 screenshot dragged.png
 ;> 3570 screenshot released.png
-
 ; in the middle of it among the others, at once
 t.1=RSmackerMovie plain.smk 110 65 "" 0
 call do "run 1 start, rest 0.02, let 1 collecting 1, rest 0.01, let 5 z 32767, rest 0.01"

@@ -5,21 +5,19 @@
 #include "trinkets/windowfixture.h"
 
 #include "omcachedfile.h"
-#include "omsclass.h"
 
 namespace {
 
-/// A single frame.
+/// Of a frame that is never due.
 struct OneFrame final : platform::Movie {
-    OneFrame(bool& run, const bool& due) : runs(run), isDue(due) {}
-    ~OneFrame() override { runs = false; }
+    explicit OneFrame(bool& run) : runs(run) {}
     int width() const override { return 4; }
     int height() const override { return 4; }
     int frameCount() const override { return 1; }
     int frameTime() const override { return 1; }
     int frame() const override { return 0; }
     void run(bool on) override { runs = on; }
-    bool wait() override { return !runs || !isDue; }
+    bool wait() override { return true; }
     bool hasNewPalette() const override { return false; }
     void clearNewPalette() override {}
     const std::array<platform::Rgb, 256>& palette() const override { return colors; }
@@ -32,61 +30,40 @@ struct OneFrame final : platform::Movie {
     platform::MovieSummary summary() const override { return {}; }
 
     bool& runs;
-    const bool& isDue;
     std::array<platform::Rgb, 256> colors{};
     platform::Surface surface{4, 4, 8};
 };
 
-class MovieTest : public testing_support::OMAppTest, private platform::Movies {
+class MovieTest : public testing_support::OMAppTest, protected platform::Movies {
   protected:
-    MovieTest() {
-        machine.installedMovies = this;
-        files.put("m", "");
-        app->begin();
-    }
-    auto start(RSmackerMovie::Options options) {
-        auto movie = std::make_unique<RSmackerMovie>(*window, "m", std::move(options));
-        movie->takeClass(RSmackerMovie::kClass);
-        movie->start();
-        return movie;
-    }
     std::unique_ptr<platform::Movie> open(const platform::MovieRequest&) override {
-        return std::make_unique<OneFrame>(runs, isDue);
+        return std::make_unique<OneFrame>(runs);
     }
-    void openWindow() { window.emplace(platform::Rect{0, 0, 640, 480}, nullptr, "Test"); }
-
     bool runs = false;
-    bool isDue = false;
-    RMovies shared;
-    std::optional<OMTrinketWindow> window;
 };
 
-TEST_F(MovieTest, CopiesWaitUnlessItWasReadBefore) {
-    openWindow();
+TEST_F(MovieTest, CopiesWaitUnlessItWasReadBeforeAndItOutlivesItsWindow) {
+    machine.installedMovies = this;
+    files.put("m", "");
     files.put("c", "x");
+    app->begin();
+    RMovies shared;
     OMCachedFile::cacheInBkgd("c", nullptr, 0, false);
     for (const bool preloads : {false, true}) {
-        const auto movie = start({.preload = preloads});
+        std::optional<OMTrinketWindow> window;
+        window.emplace(platform::Rect{0, 0, 640, 480}, nullptr, "Test");
+        RSmackerMovie movie(*window, "m", {.preload = preloads});
+        movie.start();
         for (int i = 0; i < 20; ++i) {
             (void)OMCachedFile::getBufferSize("c"); // waits for the worker
             app->pass();
         }
         EXPECT_EQ(OMCachedFile::find("c")->isComplete(), preloads);
-    }
-}
-
-TEST_F(MovieTest, OutlivesItsWindow) {
-    for (const bool inHandler : {false, true}) {
-        openWindow();
-        isDue = inHandler;
-        const auto movie =
-            start({.finished = inHandler ? OMLink([this] { window.reset(); }) : OMLink(nullptr)});
-        if (!inHandler) window.reset();
+        EXPECT_TRUE(runs);
+        window.reset();
         app->pass();
-        EXPECT_FALSE(window || runs);
-        movie->start();
-        movie->setCollecting(true);
-        EXPECT_FALSE(runs || movie->isCollecting());
+        movie.setCollecting(true);
+        EXPECT_FALSE(runs || movie.isCollecting());
     }
 }
 
