@@ -18,7 +18,7 @@ class EffectsWindowTest : public OMAppTest {
         window.setPaletteLocator([this](int id) { return find(palettes, id); });
         AseqBuilder picture;
         picture.block(640, 480, 'p').sequence({{0, 0, -1, 0}, {0, 0, 0, 0}});
-        pictures[1] = pictures[2] = picture.build();
+        pictures[1] = picture.build();
         palettes[1] = Bytes(formats::picture::kPaletteSize, std::byte{0x40});
     }
     static std::unique_ptr<OMIStream> find(const std::map<int, Bytes>& all, int id) {
@@ -34,19 +34,13 @@ class EffectsWindowTest : public OMAppTest {
     EffectsWindow window{{0, 0}, "Game"};
 };
 
-TEST_F(EffectsWindowTest, CursorsThatAnObjectManagesComeAndGoBehindTheWaitCursor) {
-    OMTCursor cursor(kOMCursorText);
+TEST_F(EffectsWindowTest, CursorsThatAnObjectManagesComeBehindTheWaitCursor) {
+    OMTCursor cursor(kOMCursorCross);
     window.startTransition();
     cursor.install(window);
-    cursor.set(kOMCursorCross);
     EXPECT_EQ(machine.display().cursor, kOMCursorWait);
     window.endTransition(false);
     EXPECT_EQ(machine.display().cursor, kOMCursorCross);
-    window.startTransition();
-    cursor.uninstall();
-    EXPECT_EQ(machine.display().cursor, kOMCursorWait);
-    window.endTransition(true);
-    EXPECT_EQ(machine.display().cursor, OMTrinket::defaultCursor);
 }
 
 TEST_F(EffectsWindowTest, WhatIsMissingOrDamagedLeavesTheRestAsItWas) {
@@ -82,25 +76,6 @@ TEST_F(EffectsWindowTest, WhatIsMissingOrDamagedLeavesTheRestAsItWas) {
     EXPECT_FALSE(window.restorePalette(1, 1));
     EXPECT_EQ(takeFailures(), (Strings{"Palette URL is not installed in EffectsWindow",
                                        "Background URL is not installed in EffectsWindow"}));
-}
-
-TEST_F(EffectsWindowTest, ACopyOfAnObjectIsAttachedWithThePicture) {
-    struct Exit : OMScriptableObject {
-        explicit Exit(int& count) : alive(count) { ++alive; }
-        ~Exit() override { --alive; }
-        std::unique_ptr<OMScriptableObject> duplicate() override {
-            return std::make_unique<Exit>(alive);
-        }
-        int& alive;
-    };
-    int alive = 0;
-    Exit original(alive);
-    EXPECT_FALSE(window.restorePalette(9, 1, original));
-    EXPECT_EQ(alive, 1);
-    EXPECT_TRUE(window.restorePalette(1, 1, original) && window.restorePalette(2, 1, original));
-    EXPECT_EQ(alive, 2);
-    dynamic_cast<AOBackground&>(*window.background()).attach(nullptr);
-    EXPECT_EQ(alive, 1);
 }
 
 } // namespace
