@@ -60,12 +60,12 @@ call do "of 1 frames, of 1 width, of 1 height, of 1 frame, of 1 rate, of 1 colle
 ;=  0 0 0 0 0 0
 ;=  0 0 0 0 0 0
 ; the facts one after the other, or by their index; the two count apart
-t.1=RSmackerMovie other.smk 30 20 500
+t.1=RSmackerMovie other.smk 30 20 150
 play t.1 }
 call do "of 1 summary, of 1 summary, of 1 summary 16, of 1 summary 19, of 1 summaryText 9, tell"
 call do "of 1 summary, of 1 summary -1, of 1 summary, of 1 summary 3, of 1 summaryText, tell"
 call do "of 1 summaryText 17, of 1 frame, let 1 frame 99, of 1 frame, let 1 frame -3, of 1 frame, tell"
-;=  180 9000 0 500 Time necessary to read from the device during SmackWaits (normally idle time)
+;=  180 9000 0 150 Time necessary to read from the device during SmackWaits (normally idle time)
 ;=  4 180 9000 3 Speed of the device in bytes/second (usually around 2x the spin speed)
 ;=   2 2 0
 
