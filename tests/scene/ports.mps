@@ -20,31 +20,31 @@
 yield off
 include things.mps
 procedure clicked
-say "clicked"
+call do "note clicked"
 procedure returned
-say "return"
+call do "note return"
 procedure space
-say "space"
+call do "note space"
 procedure going
-say "resumed"
+call do "note resumed"
 procedure rowed
-say "boat"
+call do "note boat"
 procedure typed
 [
 get RECEIVER key what
-say "typed" what
+line=line+" ["+what+"]"
 ]
 procedure leaving
 [
 get t.1 backgroundMusicID id
-say "leaving with" id
+say line "leaving with" id
 ]
 ; all are told in their order, whatever they do: the first one drops the third, the second one makes
 ; another and goes
 procedure heard
 [
 get RECEIVER name who
-say who
+line=line+" "+who
 if who="t.2"
 drop t.4
 if who="t.3"
@@ -54,17 +54,13 @@ set t.6 paused heard
 drop t.3
 ]
 ]
-procedure open
-[
-t.1=RScenePort 0
-set t.1 backgroundClicked clicked
-set t.1 exittingGame leaving
-]
 boat=RAnimation 2001 7
 set boat mouseDown rowed
 keys=RKbdInp 0
 set keys keyPressed typed
-call open
+t.1=RScenePort 0
+set t.1 backgroundClicked clicked
+set t.1 exittingGame leaving
 set t.1 returnPressed returned
 set t.1 spacebarPressed space
 set t.1 resumed going
@@ -73,32 +69,9 @@ for i 2 5
 t.i=RScenePort 0
 set t.i paused heard
 ]
-pause 0.25
-call do "begin, lose t.1"
-call open
-call do "rest 0.1, finish 0, rest 0.1"
-;= clicked
-;= boat
-;= space
-;= typed  
-;= typed Ctrl- 
-;= return
-;= typed Enter
-;= space
-;= return
-;= t.2
-;= t.3
-;= t.5
-;= resumed
-;= t.2
-;= t.5
-;= t.6
-;= resumed
-;= typed Ctrl-Q
-;= t.2
-;= t.5
-;= t.6
-;= clicked
+call do "rest 0.2, tell, rest 0.05, begin, note dark, rest 0.1, finish 0, note shown, rest 0.1, tell"
+;=  clicked boat space [ ] [Ctrl- ] return [Enter] space return t.2 t.3 t.5 resumed
+;=  t.2 t.5 t.6 resumed [Ctrl-Q] t.2 t.5 t.6 dark shown clicked
 ;! Zorbet Voyages | Quer mesmo sair do jogo? | No
 ;% Debug Level changed to ERRORS
 
@@ -134,7 +107,4 @@ call do "let 1 backgroundMusicID 65637, music, tell, begin, rest 1"
 ;! WAVE resource 99 not found.
 ;=  99/50/1 100/60/0 100/60/1 101/100/0
 ;! Zorbet Voyages | Quer mesmo sair do jogo? | Yes
-;= t.2
-;= t.5
-;= t.6
-;= leaving with 101
+;=  t.2 t.5 t.6 leaving with 101

@@ -1,5 +1,4 @@
-; Second names: who owns an object, and what goes when such a name is stored to; and a loop behind
-; an else in a recursion.
+; Second names: who owns an object, and what goes when such a name is stored to.
 ;> 500 double 80 310
 ;> 501 up 80 310
 ;> 600 double 80 310
@@ -14,18 +13,6 @@ me=RECEIVER
 get me movable free
 say "remembered" free
 ]
-procedure rounds n
-if n=0
-line=line+" leaf"
-else
-for i 1 3
-[
-line=line+" "+i
-call rounds 0
-]
-line=""
-call rounds 1
-say line
 count=0
 set RAnimation born born
 boat=RAnimation 2001 7
@@ -64,7 +51,6 @@ get alias x left
 get fish x left
 get crew.3 x left
 set boat dblClick remember
-;=  1 leaf 2 leaf 3 leaf
 ;= 50 objects 3
 ;= 70 objects 4
 ;= crew.nobody
