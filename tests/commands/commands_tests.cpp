@@ -169,18 +169,6 @@ TEST_F(CommandsTest, ACopyNeverTakesThePlaceOfAnotherFile) {
     EXPECT_EQ(load(), "wave a.rsc Cached");
 }
 
-TEST_F(CommandsTest, StreamedSoundsAreReadPieceByPiece) {
-    for (int i = 0; i < 2; ++i) resources.addStreamedSound('a');
-    EXPECT_FALSE(resources.loadSound('a')->isWhole());
-    EXPECT_TRUE(resources.loadSound('b')->isWhole());
-    resources.removeStreamedSound('a');
-    EXPECT_TRUE(resources.loadSound('a')->isWhole());
-    resources.addStreamedSound('a');
-    run("CacheDLL a.rsc");
-    EXPECT_TRUE(resources.loadSound('a')->isWhole()) << "it is in memory already";
-    EXPECT_EQ(takeFailures().size(), 1u);
-}
-
 TEST_F(CommandsTest, SoundsArePausedResumedKilledAndForgotten) {
     for (const char* what : {"102", "101 1", "101", "103"}) run(std::string("PlaySound ") + what);
     EXPECT_EQ(sounds->count(), 3u) << "one is damaged";
