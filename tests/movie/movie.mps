@@ -1,7 +1,8 @@
-; Movies straight onto the window and among other objects: where their frames go, and in which colours. A frame
-; lasts 90 ms, pause 0.1. On a black screen only what is drawn anew is seen, after EndTransition 1 what the window
-; draws anew. The movies are made by zorbet-rsc movie --frame-time 9000 of plain frames of the colours 20 to 27; two
-; blocks of parts.smk change in frame 2 and one in 3, colours.smk has other palettes from frames 3 and 6 on.
+; Movies straight onto the window and among other objects: where their frames go, and in which
+; colours. A frame lasts 90 ms, pause 0.1. On a black screen only what is drawn anew is seen, after
+; EndTransition 1 what the window draws anew. The movies are of plain frames of the colours 20 to 27,
+; and bring few others; two blocks of parts.smk change in frame 2 and one in 3, colours.smk has other
+; palettes from frames 3 and 6 on.
 ;: rsc golden
 ;$ ini:UseDirectDraw=1 ini:DisplayFullScreen=1
 ;$ ini:UseDirectDraw=1 --screen 640x480x24 depth:24
@@ -11,18 +12,18 @@ include things.mps
 procedure black
 GoToBlack
 procedure onBelow
-say "below after" counted>0
+line=line+" below "+(counted>0)
 procedure onMovie
-say "the movie"
+call do "note movie"
 procedure onFinished
 [
 get RECEIVER frame number
-say "finished at" number "after" counted "steps below"
+line=line+" at "+number+" after "+counted
 ]
 procedure onStep
 counted=counted+1
 ActivateDLL golden.rsc
-; a movie in the window's colours has those of another one at its next frame, though nothing of it changes
+; in the window's colours it has those of another one at its next frame, though nothing changes
 t.1=RSmackerMovie parts.smk 100 50 "" 0
 t.2=RSmackerMovie colours.smk 640 50
 call do "run 1 start, rest 0.2, run 2 start, rest 0.35, run 2 stop, rest 0.1"
@@ -47,7 +48,6 @@ set t.3 finished onFinished
 ; not seen, not hit
 call do "let 4 frameNotification 1, run 4 forever, rest 0.2"
 ;> 1050 click 110 51
-;= below after 1
 ; then the window rests, and the movie is not dragged
 counted=0
 call do "run 1 start, rest 0.05, black, rest 0.1"
@@ -55,20 +55,15 @@ call do "run 1 start, rest 0.05, black, rest 0.1"
 ;> 1190 drag 110 51 150 51
 ;> 1215 down 110 45
 ;> 1216 up 110 45
-;= the movie
-;= below after 0
 ;> 1275 screenshot parts.png
 ; another one, clipped, is shown until it is dropped; the window then draws what both have covered
 call do "run 3 start, black, rest 0.6, lose t.3, finish 1, rest 0.1"
 ;> 1375 screenshot edge.png
-;= finished at 7 after 0 steps below
 ;> 1865 screenshot left.png
 ; from its last frame on it is shown whole
-counted="any"
-call do "show, black, run 1 start, rest 0.1"
+call do "show, black, run 1 start, rest 0.1, tell"
 ;> 1950 screenshot last.png
-;= finished at 7 after any steps below
-
+;=  below 1 movie below 0 at 7 after 0 at 7 after 8
 ; the scene is shown around it when the script wants it shown, and the movie over it at once
 set t.4 frameNotify
 t.1=RSmackerMovie plain.smk 100 50 "" 0

@@ -70,32 +70,32 @@ call do "of 1 summaryText 17, of 1 frame, let 1 frame 99, of 1 frame, let 1 fram
 ;=   2 2 0
 
 ; signals before it goes on; the last frame has none
-procedure onSignal
+procedure heard
 [
-get t.1 frame number
+get RECEIVER frame number
 line=line+" "+number
 count=count+1
-if (number=at)*(count<4)
+if $when
 call do deed
 ]
-procedure signals at deed
+procedure signals when deed
 [
 count=0
 call do "let 1 frame -3, run 1 start, rest 1, tell"
 ]
 t.1=RSmackerMovie plain.smk 0 0 "" "" 1
-set t.1 signal onSignal
+set t.1 signal heard
 play t.1 addSignals 1 5 "" 3
-call signals 9
+call signals 0
 play t.1 removeSignals 1
 play t.1 addSignals 0-7 99 3
-call signals 9
-call signals 0 "run 1 removeSignals 3, run 1 addSignals 6"
-call signals 5 "let 1 frame 4"
+call signals 0
+call signals "number=0" "run 1 removeSignals 3, run 1 addSignals 6"
+call signals "(number=5)*(count<4)" "let 1 frame 4"
 play t.1 addSignals 0-1
-call signals 9
+call signals 0
 play t.1 removeSignals 0-1
-call signals 9
+call signals 0
 ;=  0 4
 ;=  0 2 4
 ;=  0 4 5
@@ -107,14 +107,6 @@ call signals 9
 ; collecting; afterwards the window goes on
 procedure turn
 set t.1 collecting collects=0
-procedure ended
-[
-get RECEIVER frame number
-line=line+" "+number
-count=count+1
-if count=1
-call do deed
-]
 procedure onStep
 passed=passed+1
 boat=RAnimation 2001 7
@@ -122,6 +114,7 @@ set boat frameNotification 1
 set boat frameNotify onStep
 deeds=["lose t.1" "run 1 release" "run 1 stop" "run 1 start" "turn"
 events=[signal finished
+when="count=1"
 for case 1 5
 [
 deed=deeds.case
@@ -129,7 +122,7 @@ for collects 0 1
 for event 1 2
 [
 t.1=RSmackerMovie other.smk 500 400 "" 0 collects
-set t.1 events.event ended
+set t.1 events.event heard
 count=0
 call do "run 1 addSignals 2, run 1 start, rest 0.4"
 passed=0
