@@ -1,8 +1,8 @@
 ; Movies straight onto the window and among other objects: where their frames go, and in which
 ; colours. A frame lasts 90 ms, pause 0.1. On a black screen only what is drawn anew is seen, after
-; EndTransition 1 what the window draws anew. The movies are of plain frames of the colours 20 to 27,
-; and bring few others; two blocks of parts.smk change in frame 2 and one in 3, colours.smk has other
-; palettes from frames 3 and 6 on.
+; EndTransition 1 what the window draws anew. The movies are of plain frames of colours 20 to 27;
+; two blocks of parts.smk change in frame 2 and one in 3, colours.smk has other palettes from frames
+; 3 and 6 on, all of a few colours.
 ;: rsc golden
 ;$ ini:UseDirectDraw=1 ini:DisplayFullScreen=1
 ;$ ini:UseDirectDraw=1 --screen 640x480x24 depth:24
@@ -84,7 +84,7 @@ call do "run 1 stop, rest 0.01, show, run 6 offset 1 0, rest 0.01, run 6 offset 
 ;> 2386 screenshot gone.png
 ;> 2389 screenshot goneagain.png
 
-; collecting: at first what the screen showed there; then among the others, and only what changes is drawn
+; collecting: at first what the screen showed there; then among the others, drawing what changes
 call do "lose t.6, lose t.4"
 t.5=RAnimation 202 120 60 40
 t.1=RSmackerMovie parts.smk 100 50 "" 0 1
@@ -101,7 +101,7 @@ call do "run 1 place 120 80, show, rest 1, rest 0.01, run 1 release, rest 0.01"
 t.1=RSmackerMovie plain.smk 110 65 "" 0
 call do "run 1 start, rest 0.02, let 1 collecting 1, rest 0.01, let 5 z 32767, rest 0.01"
 ;> 3597 screenshot among0.png
-; back over all others, at once too; but not while another one is current, the one that was opened last
+; back over all others, at once; but not while another one is current, the one opened last
 t.3=RSmackerMovie plain.smk 620 470 "" 0
 call do "run 3 start"
 t.7=RSmackerMovie plain.smk 0 0

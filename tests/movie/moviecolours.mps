@@ -1,5 +1,5 @@
-; The colours of the window while movies with their own play, here outside of it. A frame lasts 90 ms,
-; pause 0.1. The cursor is hidden while one plays straight.
+; The colours of the window while movies with their own play, here outside of it. A frame lasts 90
+; ms, pause 0.1. The cursor is hidden while one plays straight.
 ;: rsc golden
 ;$ ini:UseDirectDraw=0
 ;$ ini:UseDirectDraw=1 ini:DisplayFullScreen=1

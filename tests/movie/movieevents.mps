@@ -1,11 +1,11 @@
-; Movies: where they are looked for, what they tell of themselves, their signals, what handlers may do to
-; them, what waits because of them, and when they stand still. A frame lasts 90 ms, pause 0.1.
+; Movies: where they are looked for, what they tell, their signals, what handlers may do to them, what
+; waits because of them, and when they stand still. A frame lasts 90 ms, pause 0.1.
 ;$ --cd content --until 60000
 yield off
 include things.mps
 procedure see
 call do "of 1 frame, of 2 frame, of 3 frame"
-; behind another program they stand still, also one that is started or resumed there, and after a box
+; behind another program they stand still, also one started or resumed there, and after a box
 procedure keep
 t.3=&RECEIVER
 t.1=RSmackerMovie plain.smk 0 0
@@ -47,7 +47,7 @@ call do "lose t.1, rest 0.1, run 2 release, rest 1, lose t.2, note gone, rest 0.
 call do "rest 0.2, tell"
 ;=  t.6 gone later t.5
 
-; in the game's folder (8 frames), else in RSC (plain.smk has 2 there, other.smk 3); or just there; or nowhere
+; in the game's folder (8 frames), else in RSC (2 in plain.smk, 3 in other.smk); just there; nowhere
 files=[plain.smk other.smk D:\RSC\plain.smk "" lost.smk
 for k 1 5
 [
@@ -103,8 +103,8 @@ call signals 0
 ;=  0 1 2 3 4 5 6
 ;= 
 
-; what handlers do to the movie that calls them, in signal at its second frame and in finished, straight and
-; collecting; afterwards the window goes on
+; what handlers do to the movie that calls them, in signal at its second frame and in finished,
+; straight and collecting; afterwards the window goes on
 procedure turn
 set t.1 collecting collects=0
 procedure onStep

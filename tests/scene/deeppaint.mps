@@ -1,6 +1,6 @@
-; Where pixels have colours of their own, what is painted into the picture, stamped or frozen, keeps its colours,
-; and so does the picture, when others are installed; a movie has its own. The ring is of another scene. A stamp
-; becomes part of a frozen screen, and goes with its picture.
+; Where pixels have colours of their own, what is painted into the picture, stamped or frozen, keeps
+; its colours when others are installed, as does the picture; a movie has its own. The ring is of
+; another scene. A stamp becomes part of a frozen screen, and goes with its picture.
 ;: rsc golden
 ;$ ini:UseDirectDraw=1 --screen 640x480x24 depth:24
 ;$ ini:UseDirectDraw=1 --screen 640x480x16 depth:16

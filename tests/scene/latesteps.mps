@@ -1,4 +1,4 @@
-; Transitions and displays in the handler of a frame that is late do not step again: one frame a turn.
+; Transitions and displays in the handler of a late frame do not step again: one frame a turn.
 ;$ --step 1000 --until 20000
 yield off
 include things.mps

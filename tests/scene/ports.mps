@@ -1,7 +1,6 @@
-; Scene ports: keys, clicks, pauses and the end of the game, also in transitions; who is told of what
+; Scene ports: keys, clicks, pauses and the end of the game, also in transitions; who is told of it
 ; in which order; which arguments of the music count. Keys are heard with and without a command.
 ;> 100 click 320 50
-;> 110 click 56 310
 ;> 120 key  
 ;> 130 key Ctrl- 
 ;> 140 key Enter
@@ -27,8 +26,6 @@ procedure space
 call do "note space"
 procedure going
 call do "note resumed"
-procedure rowed
-call do "note boat"
 procedure typed
 [
 get RECEIVER key what
@@ -54,8 +51,6 @@ set t.6 paused heard
 drop t.3
 ]
 ]
-boat=RAnimation 2001 7
-set boat mouseDown rowed
 keys=RKbdInp 0
 set keys keyPressed typed
 t.1=RScenePort 0
@@ -69,9 +64,9 @@ for i 2 5
 t.i=RScenePort 0
 set t.i paused heard
 ]
-call do "rest 0.2, tell, rest 0.05, begin, note dark, rest 0.1, finish 0, note shown, rest 0.1, tell"
-;=  clicked boat space [ ] [Ctrl- ] return [Enter] space return t.2 t.3 t.5 resumed
-;=  t.2 t.5 t.6 resumed [Ctrl-Q] t.2 t.5 t.6 dark shown clicked
+call do "rest 0.2, tell, rest 0.05, begin, rest 0.1, finish 0, note shown, rest 0.1, tell"
+;=  clicked space [ ] [Ctrl- ] return [Enter] space return t.2 t.3 t.5 resumed
+;=  t.2 t.5 t.6 resumed [Ctrl-Q] t.2 t.5 t.6 shown clicked
 ;! Zorbet Voyages | Quer mesmo sair do jogo? | No
 ;% Debug Level changed to ERRORS
 

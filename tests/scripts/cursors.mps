@@ -2,8 +2,6 @@
 ; when it is put into a group.
 ;: rsc golden
 ;> 100 move 56 310
-;> 150 move 500 100
-;> 200 move 56 310
 ;> 250 down 56 310
 ;> 300 move 156 310
 ;> 350 up 156 310
@@ -30,8 +28,6 @@ set t.1 dblClick fourth
 play t.1 setAOCursor -2
 ;# 0 title Zorbet Voyages
 ;# 100 cursor -2
-;# 150 cursor -1
-;# 200 cursor -2
 ;# 250 cursor 1
 ;# 250 cursor 2
 ;# 350 cursor 1

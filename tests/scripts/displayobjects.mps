@@ -1,5 +1,4 @@
-; Triggers and buttons. Times are counted from the last press in steps of 10 ms. The click sound
-; lasts 339 ms.
+; Triggers and buttons: ms from the last press on, in tens. The click sound lasts 339 ms.
 ;$ --until 20000
 yield off
 include things.mps

@@ -9,8 +9,7 @@ count=count+1
 procedure remember
 [
 boat=RECEIVER
-me=RECEIVER
-get me movable free
+get boat movable free
 say "remembered" free
 ]
 count=0
