@@ -176,6 +176,17 @@ TEST(Writers, RefuseWideFontsAndTableTheColoursOfCursors) {
     }
 }
 
+/// The first picture is told whole, the others as changes. None when a tree has too many values.
+std::optional<Bytes> movieOf(std::uint32_t width, const std::vector<Bytes>& pictures) {
+    const auto height = static_cast<std::uint32_t>(pictures[0].size()) / width;
+    VideoCoder coder(static_cast<int>(width), static_cast<int>(height));
+    for (const Bytes& picture : pictures) coder.add(picture, &picture == pictures.data());
+    const auto video = coder.finish();
+    if (!video) return std::nullopt;
+    std::vector<MovieFrame> frames;
+    for (const Bytes& picture : video->frames) frames.push_back({.picture = picture});
+    return makeMovieFile({.width = width, .height = height}, video->trees, frames);
+}
 void roundTrip(std::uint32_t width, const std::vector<Bytes>& pictures) {
     for (const auto& [number, frame] : framesOf(movieOf(width, pictures).value()))
         EXPECT_TRUE(frame.picture == pictures[static_cast<std::size_t>(number)]) << number;

@@ -237,25 +237,6 @@ inline std::map<std::int64_t, SeenFrame> framesOf(ByteSpan file) {
     return frames;
 }
 
-/// The first picture is told whole, the others as changes. None when a tree has too many values.
-inline std::optional<Bytes> movieOf(std::uint32_t width, const std::vector<Bytes>& pictures,
-                                    const Bytes& samples = {}) {
-    MovieHeader header{.width = width,
-                       .height = static_cast<std::uint32_t>(pictures[0].size()) / width};
-    header.setFrameTime(6666);
-    header.setSound(0, {22050, 8, 1, true});
-    VideoCoder coder(static_cast<int>(width), static_cast<int>(header.height));
-    for (const Bytes& picture : pictures) coder.add(picture, &picture == pictures.data());
-    const auto video = coder.finish();
-    if (!video) return std::nullopt;
-    std::vector<MovieFrame> frames(pictures.size());
-    for (std::size_t i = 0; i < frames.size(); ++i) frames[i].picture = video->frames[i];
-    frames[0].key = true;
-    frames[0].palette = {1, 0xFF, 0xFF, 0}; // all stay as they are
-    if (!samples.empty()) frames[0].sounds[0] = makeSoundChunk({22050, 8, 1, true}, samples);
-    return makeMovieFile(header, video->trees, frames);
-}
-
 inline std::string readMovie(ByteSpan bytes) {
     constexpr unsigned kMost = 64; // pixels a side
     const auto header = readMovieHeader(bytes);

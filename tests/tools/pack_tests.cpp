@@ -118,7 +118,6 @@ FON | chars 256 => @3: the code is 256, allowed is 0 to 255
 FON | chars 0xfffffffff => @3: the code: "0xfffffffff" is no number
 FON | chars 9-8 => @3: "9-8" is no range: it is written FIRST-LAST
 FON | chars 2 => @2: small.bdf: the font has none of the characters that are to be kept
-LIB | cursor 1 a.png 0 0 => @2: CURSOR cannot stand in a map*
 library cursors.rsc | cursor 1 a.png 64 0 => @2: x of the hot spot is 64, allowed is 0 to 63
 map none | LIB | cursor 1 bee1.png 2 0 => @3: bee1.png: the hot spot 2 0 lies outside*
 LAY | TXT x33 | WAX => @3: TEXT 1 has 33 bytes, its place in the layout 32*
