@@ -60,7 +60,6 @@ TEST(AnimationRow, IsPackedAndUnpacked) {
         {Bytes(251, 9), {255, 9, 250, 255, 9, 1}},
         {{1, 5, 5, 5}, {4, 1, 5, 5, 5}},   // a run of 3 with 3 left
         {{5, 5, 5, 1}, {255, 5, 3, 1, 1}}, // with 4 left
-        {{1, 5, 5, 5, 5}, {1, 1, 255, 5, 4}},
         {{1, kClear, kClear, kClear}, {1, 1, 0, 3}},
         {{1, 2, kClear, 3}, {2, 1, 2, 0, 1, 1, 3}},
     };

@@ -151,6 +151,7 @@ PAL | picture 1 indexed.png => 8/s 0 0 0 4x1:01020001020103*
 PAL | picture 1 indexed.png | crop no | transparent none => 8/s 0 0 0 4x1:0402000103*
 PAL | picture 1 indexed.png | crop no | transparent index 3 => 8/s 0 0 0 4x1:030200010001*
 PAL | picture 1 indexed.png | crop no | transparent colour 1414c8 => 8/s 0 0 0 4x1:01020003*
+PAL | animation 1 | rate 8 | frame all.png | sequence 1 => 8/s 0 0 0 4x1:040A0B0C0D*
 SEQ hold 2@-3,4:150 loop => BEES 0,0,-4,0 -3,4,1,150 0,0,-2,0 0,0,-1,0
 SEQ 1-2:90 2-1@1,2 end@4,5 => BEES 0,0,0,90 0,0,1,90 1,2,1,0 1,2,0,0 4,5,-1,0
 SEQ sound 101@1,2 1 marker 500 2 marker 32768:9 => BEES 1,2,-101,101 0,0,0,0 0,0,-500,0 0,0,1,0

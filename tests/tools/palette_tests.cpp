@@ -1,6 +1,4 @@
 // Colours that artists see, as they are stored, and pictures in them.
-#include "pictures/palette.h"
-
 #include "pictures/palettelift.h"
 #include "tooltest.h"
 
@@ -10,7 +8,6 @@ namespace {
 
 using namespace testfiles;
 using platform::Rgb;
-using rsc::Palette;
 using rsc::Picture;
 
 TEST(PaletteLift, RaisesTheValueKeepsTheHueAndIsTurnedRound) {
@@ -39,31 +36,15 @@ TEST(PaletteLift, RaisesTheValueKeepsTheHueAndIsTurnedRound) {
     }
 }
 
-TEST(Palette, MapsToTheNearestShownColour) {
-    rsc::Colours wanted{};
-    wanted[10] = {200, 0, 0};
-    wanted[245] = {0, 0, 200};
-    const Palette palette = Palette::fromColours(wanted);
-    const std::pair<Rgb, int> rows[] = {
-        {{210, 10, 5}, 10}, {{10, 10, 190}, 245},   {{0, 0, 0}, Palette::kBlack},
-        {{10, 10, 10}, 0},  {{255, 255, 255}, 255}, {{33, 33, 33}, 11}, // unused: a dark grey
-        {{255, 0, 0}, 10},                                              // 249 is not for pictures
-    };
-    for (const auto& [colour, index] : rows)
-        EXPECT_EQ(palette.nearest(colour), index) << int{colour.red};
-}
-
 TEST(Picture, ReadsFewAndManyBitsAPixelAndRefusesDamage) {
     const auto two = indexedPng(3, {0, 2, 1}, {{{9, 8, 7}}, {{1, 1, 1}, 0}, {{2, 2, 2}}});
     const Picture indexed = Picture::fromPng(two); // bits a pixel in the file
     EXPECT_TRUE(indexed.index(1) == 2 && !indexed.pixel(2).opaque());
-    const auto refusal = [](const Bytes& file) {
-        return refusalOf([&] { return Picture::fromPng(file); });
-    };
+    std::vector<Bytes> damaged{changed(two, 16, 0x7F)}; // its width
     for (long size = 0; size < std::ssize(two); ++size)
-        EXPECT_NE(refusal({two.begin(), two.begin() + size}), "") << size;
-    EXPECT_NE(refusal(changed(two, 16, 0x7F)), "") << "the width";
-
+        damaged.emplace_back(two.begin(), two.begin() + size);
+    for (const Bytes& file : damaged)
+        EXPECT_NE(refusalOf([&] { return Picture::fromPng(file); }), "") << file.size();
     // Grey and alpha of 16 bits each.
     const Picture deep = Picture::fromPng(
         bytesOf("89504E470D0A1A0A(3)0D49484452(3)02(3)011004(3)0EBB6B42(3)114"

@@ -75,14 +75,10 @@ inline Bytes wav(int rate, int channels, int bits, const Bytes& samples) {
     return join(formats::sound::riffHead({rate, channels, bits}, size), samples);
 }
 
-/// A hook, 1, and a dash, 3.
-inline const std::string kSmallBdf = rsc::writeBdf(
-    {2,
-     1,
-     0,
-     {{1, {4, -1, 2, 3, 3, {1, 1, 1, 1, 0, 1, 0, 0, 1}}}, {3, {3, 1, 1, 2, 1, {1, 1}}}},
-     {}},
-    "small");
+inline const rsc::Glyph kHook{4, -1, 2, 3, 3, {1, 1, 1, 1, 0, 1, 0, 0, 1}};
+inline const rsc::Glyph kDash{3, 1, 1, 2, 1, {1, 1}};
+inline const std::string kSmallBdf =
+    rsc::writeBdf({2, 1, 0, {{1, kHook}, {3, kDash}}, {}}, "small");
 
 constexpr std::uint16_t kNumber = 0x8000; ///< mark of an id
 
