@@ -6,9 +6,7 @@
 ;$ ini:UseDirectDraw=1 --screen 800x600x16 depth:16 at:0,0
 ;> 90 screenshot day.png
 ;> 270 screenshot night.png
-yield off
-ActivateDLL golden.rsc
-Scene 100
+include golden.mps
 a=RAnimation 230 100 100 5
 b=RAnimation 200 300 100 5
 DisplayScreen

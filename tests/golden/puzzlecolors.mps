@@ -3,15 +3,12 @@
 ;: rsc golden
 ;$
 ;$ ini:UseDirectDraw=1
-;$ ini:UseDirectDraw=1 ini:DisplayFullScreen=1
 ;> 50 screenshot start.png
 ; over the container that has another colour for its highlight too
 ;> 100 down 62 202
 ;> 120 move 157 72
 ;> 130 screenshot over.png
-yield off
-ActivateDLL golden.rsc
-Scene 100
+include golden.mps
 a.1=RGraphicAnswer 261 60 200 10
 a.2=RGraphicAnswer 261 120 200 10
 c.1=RAttributeContainer 280 40 60 5

@@ -6,30 +6,25 @@
 ;> 45 screenshot equal.png
 ;> 135 screenshot raised.png
 ;> 225 screenshot hidden.png
-;> 315 screenshot back.png
-;> 405 screenshot frozen.png
-;> 495 screenshot left.png
-;> 500 background
-;> 570 foreground
-;> 585 screenshot thawed.png
-;> 675 screenshot black.png
-;> 765 screenshot moved.png
-;> 770 background
-;> 775 foreground
-;> 780 screenshot moved.again.png
-;> 855 screenshot black.second.png
-;> 945 screenshot quick.png
-;> 1035 screenshot black.third.png
-;> 1125 screenshot partly.png
-;> 1215 screenshot day.png
-;> 1305 screenshot nonsense.png
-;> 1395 screenshot night.png
-;> 1485 screenshot kept.png
-;> 1575 screenshot kept.second.png
-;> 1665 screenshot plank.png
-yield off
-ActivateDLL golden.rsc
-Scene 100
+;> 315 screenshot frozen.png
+;> 405 screenshot left.png
+;> 410 background
+;> 480 foreground
+;> 495 screenshot thawed.png
+;> 585 screenshot black.png
+;> 675 screenshot moved.png
+;> 680 background
+;> 685 foreground
+;> 690 screenshot moved.again.png
+;> 765 screenshot black.second.png
+;> 855 screenshot quick.png
+;> 945 screenshot partly.png
+;> 1035 screenshot day.png
+;> 1125 screenshot nonsense.png
+;> 1215 screenshot night.png
+;> 1305 screenshot kept.png
+;> 1395 screenshot plank.png
+include golden.mps
 ; of one depth: the one that came last is on top
 a=RAnimation 230 100 100 5
 b=RAnimation 231 130 120 5
@@ -49,14 +44,13 @@ g=RAnimation 221
 h=RAnimation 222
 i=RAnimation 223
 j=RAnimation 224 48
-k=RAnimation 220 100 400 7
-l=RAnimation 221 11111 150 7
+k=RAnimation 221 11111 150 7
 DisplayScreen
 pause 0.1
 set a z 6
 ; the first is taken out from under the second
 play d unstamp
-drop f g h i j k l
+drop f g h i j k
 SetUseEmbeddedAnimationCoordinates 1
 f=RAnimation 220 50 60 7
 g=RAnimation 221 70 80 7
@@ -70,7 +64,6 @@ pause 0.1
 set c visible 1
 set c z 4
 set b z 5
-pause 0.1
 ; what comes later is not frozen
 FreezeScreen
 drop a low d e f
@@ -92,11 +85,10 @@ Scene 101 100
 b=RAnimation 231 130 120 6
 pause 0.1
 EndTransition 1
-pause 0.1
 ; only what has changed since it went black
+pause 0.1
 GoToBlack
 play b offset 10 20
-pause 0.1
 EndTransition 1
 pause 0.1
 StartTransition
@@ -109,7 +101,6 @@ pause 0.1
 Scene 110 102
 pause 0.1
 Scene 101 999
-pause 0.1
 Scene 999 100
 pause 0.1
 Scene 101 100

@@ -1,0 +1,157 @@
+; Texts in bitmap fonts, the system font and a type face. Font 302 lacks the character that stands
+; in for those that are missing, 301 is 300 in the other byte order.
+;: rsc golden
+;: face
+;$ screens
+;> 90 screenshot shown.png
+;> 180 screenshot lacking.png
+;> 270 screenshot shown.little.png
+;> 290 drag 302 62 602 462
+;> 360 screenshot changed.png
+include golden.mps
+procedure line left top letters
+[
+n=n+1
+t.n=RText left top -1 -1 5
+set t.n text letters
+set t.n colorIndex 255
+]
+procedure bitmap left top letters
+[
+call line left top letters
+fonts=n
+]
+procedure dress id
+for i 1 fonts
+play t.i setFont id
+procedure face left top size style
+[
+call line left top "AfgBCy jA^ xE_"
+play t.n setFont "Golden Letters" size style
+]
+; with an outline, two pixels away from its box
+procedure outline number
+[
+get t.number x left
+get t.number y top
+get t.number textWidth wide
+get t.number textHeight high
+box.number=RHotSpot left-2 top-2 wide+4 high+4
+set box.number outlined 1
+]
+procedure block left top wide high letters
+[
+call line left top letters
+set t.n wrap 1
+set t.n textWidth wide
+set t.n textHeight high
+call outline n
+]
+n=0
+call bitmap 20 20 "ABCDEFGH HHH"
+call bitmap 20 35 "M W MWM iii jjj"
+call bitmap 20 50 "fff AfA f jA y A^B^C^^ H^ i^"
+; missing: a character among the others, one behind the last; the stand-in itself; a blank has no
+; picture
+call bitmap 20 65 "AxB éA }"
+call bitmap 20 80 "   A  ~_ B"
+; over the edges of the window, and over two corners
+call bitmap -7 210 "GWgA"
+call bitmap 617 230 "GWgA"
+call bitmap 300 -4 "GWgA"
+call bitmap 300 475 "GWgA"
+call bitmap -24 474 "GWgA"
+call bitmap 622 -5 "GWgA"
+; cut by its own box, of which three pixels of each line are left, or six columns; what hangs over
+; on the left is not in the box
+call bitmap 180 20 "GWgA"
+set t.n textHeight 3
+call bitmap 180 35 "GWgA"
+set t.n textWidth 6
+call bitmap 180 50 "jA"
+call dress 300
+; the face: as the bitmap font, and larger; bold, italic, underlined, and all of them; found
+; whatever the case of its name; without a style or a size
+call face 20 100 10 0
+call face 20 120 24 0
+for i 0 1
+[
+call face 20 i*40+150 i*9+10 1
+call face 20 i*40+165 i*9+10 2
+call face 240 i*40+150 i*9+10 4
+call face 240 i*40+165 i*9+10 7
+]
+call face 240 100 10 0
+play t.n setFont "golden letters" 10 0
+call face 340 100 10 0
+play t.n setFont "Golden Letters" 10
+call face 240 115 10 0
+play t.n setFont "Golden Letters"
+; not there, for which there is the system font; replaced by a bitmap font, and not
+call line 440 100 "No such face"
+play t.n setFont "Nowhere" 20 1
+call line 440 115 "No such font"
+play t.n setFont 999
+call line 540 100 "AfgBC"
+play t.n setFont Arial 12 1
+call line 540 115 "AB"
+play t.n setFont Arial 12 2
+; lines: fitted, wrapped with a fitted width, cut, with a word that is wider, with hyphens, line
+; feeds and blanks, in no width, in none at all
+first=n+1
+call block 300 20 -1 -1 "As long as it is."
+call block 300 45 100 40 "The lantern crab lives below the old lighthouse and polishes his claws."
+call block 420 20 60 -1 "A Dampfschiffskapitaen"
+call block 500 20 73 -1 "jack-in-the-box --- -x"
+call block 440 180 120 -1 "one
+
+three, and words that are wrapped
+"
+call block 20 240 -1 -1 "ÄÖÜäöüß ÀÉÎõñç ÅÆØåæø ¿¡ «Þð» ©½§ ÿ"
+call block 20 280 60 -1 "  two  blanks    in between   "
+call block 100 280 1 -1 "ab d"
+call block 130 260 -1 -1 ""
+call block 150 280 60 0 "no height"
+call block 230 280 120 -1 "not wrapped, and longer than its box is wide"
+set t.n wrap 0
+call block 400 280 100 -1 "not to be seen"
+set t.n visible 0
+; one behind the other
+call block 20 390 200 -1 "in front, in front, in front, in front, in front, in front"
+call block 26 395 200 -1 "behind behind behind behind behind behind behind"
+set t.(n-1) z 20
+set t.n colorIndex 20
+set t.n z 10
+ring=RAnimation 233 100 380 15
+DisplayScreen
+pause 0.1
+call dress 302
+pause 0.09
+call dress 301
+pause 0.11
+; the same otherwise
+ring.1=RAnimation 230 30 20 30
+play t.2 offset 10 3
+play t.3 offset -12 3
+set t.1 colorIndex 20
+set t.4 z 40
+set t.5 visible 0
+set t.12 textHeight 9
+set t.13 textWidth 30
+play ring.1 offset 5 10
+for i fonts+1 fonts+5
+play t.i setFont "Golden Letters" i-4 3
+changes=["textWidth 100" "wrap 0" "textWidth -1" "textHeight 7" "text x" "textWidth 100" "textWidth 61"
+changes=["textWidth 9" "textWidth 200" "textHeight -1" "wrap 1" "visible 1" "z 1" "text over"
+for i 0 13
+[
+end=" "@changes.(i+1)
+property=changes.(i+1)|1|(end-1)
+value=changes.(i+1)|(end+1)
+set t.(first+i) property value
+]
+twin=t.first
+play twin place 480 240
+for i first n
+call outline i
+;! NFNT resource 999 not found.
