@@ -42,9 +42,9 @@ for i 1 12
 play world backpackAddObject items.i
 for i 3 10
 play world backpackRemoveObject i
-figure=RAnimation 200 200 200 10
-level=RAnimation 201 365 50 100
-before=RAnimation 202 160 30 102
+f.1=RAnimation 200 200 200 10
+f.2=RAnimation 201 365 50 100
+f.3=RAnimation 202 160 30 102
 pack=RBackPack 430 60 180 5
 question=RDialog 440 100
 play question addGraphic 444
@@ -57,11 +57,11 @@ game=RPegGame 10
 set game pegID 450
 set game pegMovingZ 50
 hole=1
-for line 0 4
-for column 0 line
+for row 0 4
+for column 0 row
 [
-set game pegX hole 560-line*20+column*40
-set game pegY hole 230+line*40
+set game pegX hole 560-row*20+column*40
+set game pegY hole 230+row*40
 hole=hole+1
 ]
 play game reset

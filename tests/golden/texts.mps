@@ -26,7 +26,7 @@ for i 1 fonts
 play t.i setFont id
 procedure face left top size style
 [
-call line left top "AfgBCy jA^ xE_"
+call line left top "AfgBCy jA^ _xE"
 play t.n setFont "Golden Letters" size style
 ]
 ; with an outline, two pixels away from its box
@@ -141,8 +141,9 @@ set t.13 textWidth 30
 play ring.1 offset 5 10
 for i fonts+1 fonts+5
 play t.i setFont "Golden Letters" i-4 3
-changes=["textWidth 100" "wrap 0" "textWidth -1" "textHeight 7" "text x" "textWidth 100" "textWidth 61"
-changes=["textWidth 9" "textWidth 200" "textHeight -1" "wrap 1" "visible 1" "z 1" "text over"
+changes=["textWidth 100" "wrap 0" "textWidth -1" "textHeight 7" "text x" "textWidth 100"
+changes=["textWidth 61" "textWidth 9" "textWidth 200" "textHeight -1" "wrap 1"
+changes=["visible 1" "z 1" "text over"
 for i 0 13
 [
 end=" "@changes.(i+1)
