@@ -38,7 +38,6 @@ for k 1 8
 a.k=RAnimation 229+k 0 0 k
 a.9=RAnimation 200 0 0 10
 a.10=RAnimation 201 0 0 10
-runs=RAnimation 210 10 380 8
 set a.9 drawDirection 5
 set a.10 drawDirection 6
 set a.10 frame 2
