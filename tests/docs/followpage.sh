@@ -5,9 +5,7 @@
 # that print more than the page says, or end with another exit code than 0, are faults.
 #
 #     followpage.sh PROGRAMS COMPARE PAGE WORK
-#
-# PROGRAMS is the folder with zorbet, zorbet-rsc, zorbet-mps and soundmaker, COMPARE is goldencompare.
-# What was made stays in WORK. With ZORBET_RENEW=1 in the environment the page's pictures are made anew.
+# With ZORBET_RENEW=1 in the environment the page's pictures are made anew.
 set -euo pipefail
 programs=$(realpath -- "$1") compare=$(realpath -- "$2") page=$(realpath -- "$3") work=$(realpath -m -- "$4")
 blocks=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/blocks.awk
@@ -27,10 +25,7 @@ chmod +x "$work/bin/zorbet"
 export PATH="$work/bin:$programs:$PATH" HOME="$work/home"
 unset XDG_DATA_HOME
 
-stop() {
-  echo "$page:$line: $1"
-  exit 1
-}
+stop() { echo "$page:$line: $1" && exit 1; }
 folder=$work/reader
 type_commands() { # the reader's terminal: a "cd" lasts
   printf '%s\n' "cd \"$folder\"" "trap 'pwd -P >\"$work/folder\"' EXIT" | cat - "$1" >"$work/commands"
@@ -45,7 +40,7 @@ check_printed() { # what the last commands printed
 }
 check_picture() { # wherever the reader keeps the screenshot
   local picture shown
-  picture=$(dirname "$page")/$1
+  picture=${page%/*}/$1
   shown=$(find "$work/reader" -name "${1##*/}" -path '*/visits/*')
   [ -n "$shown" ] || stop "no screenshot ${1##*/}"
   [ "${ZORBET_RENEW:-}" != 1 ] || cp "$shown" "$picture"

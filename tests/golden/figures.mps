@@ -2,10 +2,43 @@
 ; window. Dancers, whose frames have different sizes at different places: the first hides at the
 ; end, the second holds, the third goes round.
 ;: rsc golden
-;$ screens
+;$ --screen 640x480x8
+;$ --screen 640x480x32 depth:32
+;$ --screen 800x600x8 at:80,60
+;$ --screen 800x600x16 depth:16 at:80,60
+;$ ini:UseDirectDraw=1
+;$ ini:UseDirectDraw=1 ini:DisplayFullScreen=1 --screen 800x600x16
+;$ ini:UseDirectDraw=1 --screen 800x600x8 at:0,0
+;$ ini:UseDirectDraw=1 --screen 800x600x16 depth:16 at:0,0
+;$ ini:UseDirectDraw=1 --screen 640x480x24 depth:24
+;$ ini:UseDirectDraw=1 --screen 800x600x32 depth:32 at:0,0
 ;> 45 screenshot first.png
 ;> 135 screenshot second.png
+; Rings and figures that cross each other, some in front of others: only what changes is drawn; then
+; all is drawn again each time.
+;> 330 screenshot crossing.png
+;> 460 screenshot end.png
+;> 840 screenshot end.whole.png
 include golden.mps
+lefts=[20 60 300 200 420 350 500 100 60 600
+tops=[40 200 60 150 40 300 200 350 60 430
+over=[15 18 -9 6 -15 -12 -21 9 0 -3
+down=[9 -6 12 3 15 -9 3 -12 3 0
+procedure moves whole
+[
+for k 1 10
+play f.k place lefts.k tops.k
+pause 0.04
+for i 1 20
+[
+for k 1 10
+play f.k offset over.k down.k
+if whole
+DisplayScreen
+pause 0.01
+]
+pause 0.12
+]
 procedure corners picture first
 for i 0 3
 [
@@ -39,3 +72,12 @@ for i 0 7
 for k 0 5
 set f.(k*10+i) frame 2
 call corners 2 4
+pause 0.1
+for i 0 7
+[
+f.(i+1)=RAnimation 230+i 0 0 i+1
+for k 2 5
+drop f.(k*10+i)
+]
+call moves 0
+call moves 1

@@ -72,6 +72,11 @@ c.9=RFabricContainer 284 460 150 5
 call do "give c.4 doPixelCompare 1, give c.9 infoAOID 285 infoVerticalOffset 6"
 call do "give c.5 anchorAnswerAtPoint 1 answerAnchorPointX 20 answerAnchorPointY -10"
 call do "give c.2 value 5 lockCorrectAnswers 1, give c.7 deltaZ 3"
+; colours of their own, of one beside others with the same pictures
+play a.2 replacePaletteEntry 21 24
+play c.1 replacePaletteEntry 27 22
+play c.1 replacePaletteEntry 100 23
+play c.9 replacePaletteEntry 13 23
 p=RPuzzle 0
 for i 1 25
 if (i<9)+(i>10)*((i<17)+(i>20))

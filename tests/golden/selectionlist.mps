@@ -13,27 +13,24 @@
 ;> 370 up 30 135
 ;> 380 screenshot chosen.png
 include golden.mps
+include steps.mps
 n=0
 procedure list left top wide high lines count letters
 [
 n=n+1
-l.n=RSelList left top wide high 5
-set l.n visibleLines lines
-set l.n selectedTextColor 255
-set l.n normalTextColor 10
-set l.n listBackgroundColor 24
-set l.n highlightedBackgroundColor 22
-set l.n matchedTextColor 23
+a.n=RSelList left top wide high 5
+call do "give a."+n+" selectedTextColor 255 normalTextColor 10 listBackgroundColor 24"
+call do "give a."+n+" highlightedBackgroundColor 22 matchedTextColor 23 visibleLines "+lines
 if count
 for i 1 count
-play l.n addListEntry name.i
+play a.n addListEntry name.i
 if letters#""
 for i 1 ~letters
-play l.n addChar letters|i|1
+play a.n addChar letters|i|1
 ]
 procedure repeat number what times
 for i 1 times
-play l.number what
+play a.number what
 procedure chosen
 [
 get RECEIVER currentEntry who
@@ -45,37 +42,37 @@ name=[Mia Bob Zoe Ana Mike Ida Mila Yann Max "Anna Bella Carlo"
 call list 20 20 120 60 3 0 ""
 call list 300 20 150 90 5 2 ""
 call list 470 20 150 68 4 10 ""
-set l.3 currentEntry "Mia"
+set a.3 currentEntry "Mia"
 call list 20 120 150 70 4 10 "mi"
 call list 190 120 150 70 4 10 "miX an"
 call list 360 120 150 70 4 10 "mi"
-play l.6 startNewEntry
+play a.6 startNewEntry
 ; with a name that is not there, and more than fit
 call list 20 210 150 100 5 0 ""
 for i 1 99
-play l.7 addListEntry "Name "+i
+play a.7 addListEntry "Name "+i
 for i 1 7
-play l.7 addChar "name 7z"|i|1
+play a.7 addChar "name 7z"|i|1
 ; in bitmap fonts, without and with a stand-in for the letters that are not there
 call list 190 210 130 70 4 10 ""
-set l.8 textFontID 302
-play l.8 addChar a
+set a.8 textFontID 302
+play a.8 addChar a
 call list 340 210 130 70 4 10 ""
-set l.9 textFontID 300
-set l.9 currentEntry "Mila"
+set a.9 textFontID 300
+set a.9 currentEntry "Mila"
 ; the highlighted line cut by the box, below and on the right; over the edges of the window, and
 ; behind a ring
 call list 490 210 50 41 3 10 ""
-set l.10 currentEntry "Anna"
+set a.10 currentEntry "Anna"
 call list 560 210 60 18 5 10 ""
 call list 590 400 120 120 6 10 ""
 ring=RAnimation 230 560 380 6
 ; the colours and the lines of a new one, with a name
-l.13=RSelList 160 20 120 60 5
+a.13=RSelList 160 20 120 60 5
 for i 1 4
-play l.13 addListEntry name.i
-set l.2 entrySelected chosen
-set l.4 entrySelected chosen
+play a.13 addListEntry name.i
+set a.2 entrySelected chosen
+set a.4 entrySelected chosen
 DisplayScreen
 pause 0.1
 ; highlights moved past the view; scrolled by a line and by a page, with the highlight taken along
@@ -86,14 +83,13 @@ call repeat 7 deleteChar 2
 call repeat 8 scrollListPageDown 1
 call repeat 10 moveHighlightUp 2
 call repeat 12 moveHighlightDown 9
-set l.9 visibleLines 9
+set a.9 visibleLines 9
 pause 0.1
 ; taken out: the first, the last, one that is being typed
-set l.4 currentEntry "Ana"
+set a.4 currentEntry "Ana"
 call repeat 4 deleteEntry 2
 call repeat 5 deleteEntry 1
-set l.7 currentEntry "Name 99"
 call repeat 7 deleteEntry 3
 call repeat 10 deleteEntry 10
-set l.12 x 480
+set a.12 x 480
 ;= Bob

@@ -9,66 +9,62 @@
 ;> 290 drag 302 62 602 462
 ;> 360 screenshot changed.png
 include golden.mps
-procedure line left top letters
+include steps.mps
+procedure write left top letters
 [
 n=n+1
-t.n=RText left top -1 -1 5
-set t.n text letters
-set t.n colorIndex 255
-]
-procedure bitmap left top letters
-[
-call line left top letters
-fonts=n
+a.n=RText left top -1 -1 5
+set a.n text letters
+set a.n colorIndex 255
 ]
 procedure dress id
-for i 1 fonts
-play t.i setFont id
+for i 1 14
+play a.i setFont id
 procedure face left top size style
 [
-call line left top "AfgBCy jA^ _xE"
-play t.n setFont "Golden Letters" size style
+call write left top "AfgBCy jA^ _xE"
+play a.n setFont "Golden Letters" size style
 ]
 ; with an outline, two pixels away from its box
 procedure outline number
 [
-get t.number x left
-get t.number y top
-get t.number textWidth wide
-get t.number textHeight high
+get a.number x left
+get a.number y top
+get a.number textWidth wide
+get a.number textHeight high
 box.number=RHotSpot left-2 top-2 wide+4 high+4
 set box.number outlined 1
 ]
 procedure block left top wide high letters
 [
-call line left top letters
-set t.n wrap 1
-set t.n textWidth wide
-set t.n textHeight high
+call write left top letters
+set a.n wrap 1
+set a.n textWidth wide
+set a.n textHeight high
 call outline n
 ]
 n=0
-call bitmap 20 20 "ABCDEFGH HHH"
-call bitmap 20 35 "M W MWM iii jjj"
-call bitmap 20 50 "fff AfA f jA y A^B^C^^ H^ i^"
+call write 20 20 "ABCDEFGH HHH"
+call write 20 35 "M W MWM iii jjj"
+call write 20 50 "fff AfA f jA y A^B^C^^ H^ i^"
 ; missing: a character among the others, one behind the last; the stand-in itself; a blank has no
 ; picture
-call bitmap 20 65 "AxB ÈA }"
-call bitmap 20 80 "   A  ~_ B"
+call write 20 65 "AxB ÈA }"
+call write 20 80 "   A  ~_ B"
 ; over the edges of the window, and over two corners
-call bitmap -7 210 "GWgA"
-call bitmap 617 230 "GWgA"
-call bitmap 300 -4 "GWgA"
-call bitmap 300 475 "GWgA"
-call bitmap -24 474 "GWgA"
-call bitmap 622 -5 "GWgA"
+call write -7 210 "GWgA"
+call write 617 230 "GWgA"
+call write 300 -4 "GWgA"
+call write 300 475 "GWgA"
+call write -24 474 "GWgA"
+call write 622 -5 "GWgA"
 ; cut by its own box, of which three pixels of each line are left, or six columns; what hangs over
 ; on the left is not in the box
-call bitmap 180 20 "GWgA"
-set t.n textHeight 3
-call bitmap 180 35 "GWgA"
-set t.n textWidth 6
-call bitmap 180 50 "jA"
+call write 180 20 "GWgA"
+set a.n textHeight 3
+call write 180 35 "GWgA"
+set a.n textWidth 6
+call write 180 50 "jA"
 call dress 300
 ; the face: as the bitmap font, and larger; bold, italic, underlined, and all of them; found
 ; whatever the case of its name; without a style or a size
@@ -82,23 +78,22 @@ call face 240 i*40+150 i*9+10 4
 call face 240 i*40+165 i*9+10 7
 ]
 call face 240 100 10 0
-play t.n setFont "golden letters" 10 0
+play a.n setFont "golden letters" 10 0
 call face 340 100 10 0
-play t.n setFont "Golden Letters" 10
+play a.n setFont "Golden Letters" 10
 call face 240 115 10 0
-play t.n setFont "Golden Letters"
+play a.n setFont "Golden Letters"
 ; not there, for which there is the system font; replaced by a bitmap font, and not
-call line 440 100 "No such face"
-play t.n setFont "Nowhere" 20 1
-call line 440 115 "No such font"
-play t.n setFont 999
-call line 540 100 "AfgBC"
-play t.n setFont Arial 12 1
-call line 540 115 "AB"
-play t.n setFont Arial 12 2
+call write 440 100 "No such face"
+play a.n setFont "Nowhere" 20 1
+call write 440 115 "No such font"
+play a.n setFont 999
+call write 540 100 "AfgBC"
+play a.n setFont Arial 12 1
+call write 540 115 "AB"
+play a.n setFont Arial 12 2
 ; lines: fitted, wrapped with a fitted width, cut, with a word that is wider, with hyphens, line
 ; feeds and blanks, in no width, in none at all
-first=n+1
 call block 300 20 -1 -1 "As long as it is."
 call block 300 45 100 40 "The lantern crab lives below the old lighthouse and polishes his claws."
 call block 420 20 60 -1 "A Dampfschiffskapitaen"
@@ -113,15 +108,13 @@ call block 100 280 1 -1 "ab d"
 call block 130 260 -1 -1 ""
 call block 150 280 60 0 "no height"
 call block 230 280 120 -1 "not wrapped, and longer than its box is wide"
-set t.n wrap 0
+set a.n wrap 0
 call block 400 280 100 -1 "not to be seen"
-set t.n visible 0
+set a.n visible 0
 ; one behind the other
 call block 20 390 200 -1 "in front, in front, in front, in front, in front, in front"
 call block 26 395 200 -1 "behind behind behind behind behind behind behind"
-set t.(n-1) z 20
-set t.n colorIndex 20
-set t.n z 10
+call do "give a.44 z 20, give a.45 colorIndex 20 z 10"
 ring=RAnimation 233 100 380 15
 DisplayScreen
 pause 0.1
@@ -131,28 +124,19 @@ call dress 301
 pause 0.11
 ; the same otherwise
 ring.1=RAnimation 230 30 20 30
-play t.2 offset 10 3
-play t.3 offset -12 3
-set t.1 colorIndex 20
-set t.4 z 40
-set t.5 visible 0
-set t.12 textHeight 9
-set t.13 textWidth 30
+play a.2 offset 10 3
+play a.3 offset -12 3
+call do "give a.1 colorIndex 20, give a.4 z 40, give a.5 visible 0, give a.12 textHeight 9"
+set a.13 textWidth 30
 play ring.1 offset 5 10
-for i fonts+1 fonts+5
-play t.i setFont "Golden Letters" i-4 3
-changes=["textWidth 100" "wrap 0" "textWidth -1" "textHeight 7" "text x" "textWidth 100"
-changes=["textWidth 61" "textWidth 9" "textWidth 200" "textHeight -1" "wrap 1"
-changes=["visible 1" "z 1" "text over"
-for i 0 13
-[
-end=" "@changes.(i+1)
-property=changes.(i+1)|1|(end-1)
-value=changes.(i+1)|(end+1)
-set t.(first+i) property value
-]
-twin=t.first
+for i 15 19
+play a.i setFont "Golden Letters" i*4-50 3
+call do "give a.32 textWidth 100, give a.33 wrap 0, give a.34 textWidth -1, give a.35 textHeight 7"
+call do "give a.36 text x, give a.37 textWidth 100, give a.38 textWidth 61, give a.39 textWidth 9"
+call do "give a.40 textWidth 200, give a.41 textHeight -1, give a.42 wrap 1, give a.43 visible 1"
+call do "give a.44 z 1, give a.45 text over"
+twin=a.32
 play twin place 480 240
-for i first n
+for i 32 n
 call outline i
 ;! NFNT resource 999 not found.

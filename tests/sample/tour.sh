@@ -1,8 +1,6 @@
 #!/usr/bin/env bash
-# The recorded visit to the sample game: what a person would have noticed, a picture for every place, what was
-# heard, and what is kept of it: who comes back goes on where they were.
-#
-#     tour.sh PROGRAM LISTEN INPUT SOUNDS WORK
+# tour.sh PROGRAM LISTEN INPUT SOUNDS WORK: the recorded visit to the sample game: what a person would have noticed,
+# a picture for every place, what was heard, and what is kept: who comes back goes on where they were.
 set -euo pipefail
 program=$1 listen=$2 tour=$3 sounds=$4 work=$5
 rm -rf "$work"
