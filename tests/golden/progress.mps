@@ -14,7 +14,6 @@
 ;> 920 click 600 204
 ;> 940 click 300 354
 ;> 960 click 530 40
-;> 980 drag 70 300 70 330
 ;> 1010 click 31 341
 ;> 1050 screenshot switched.png
 ;> 1060 down 600 36
@@ -32,12 +31,6 @@
 ;> 1540 move 250 380
 ;> 1550 screenshot dragged.png
 include golden.mps
-procedure onSelected
-[
-get screen selectedLocation number
-get screen selectedLocationName where
-say number where
-]
 procedure onFigure
 say "the figure"
 procedure visit where count
@@ -71,7 +64,6 @@ set world currentLevel OWS2 2
 call answer OWS2 6 correctGuess
 set world currentLevel OWS2 4
 screen=RLapTrap 0
-set screen locationSelected onSelected
 DisplayScreen
 pause 1.25
 call player "MiW"
@@ -99,7 +91,6 @@ pause 0.1
 set screen z 20
 set screen movable 1
 ;= the figure
-;= the figure
 ;! WAVE resource 12101 not found.
 ;! WAVE resource 12103 not found.
 ;! WAVE resource 12104 not found.
@@ -107,6 +98,3 @@ set screen movable 1
 ;! WAVE resource 12203 not found.
 ;! WAVE resource 12104 not found.
 ;! WAVE resource 12204 not found.
-;! Method OWS1 not found
-;! WAVE resource 12203 not found.
-;! WAVE resource 12104 not found.
