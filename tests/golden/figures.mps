@@ -56,12 +56,9 @@ f.(i+50)=RAnimation 201 i*70+60 380 10
 for k 0 5
 set f.(k*10+i) drawDirection i
 ]
-corner.0=RAnimation 200 -11 -8 11
-corner.1=RAnimation 200 619 -8 11
-corner.2=RAnimation 200 -11 463 11
-corner.3=RAnimation 200 619 463 11
-for i 1 3
+for i 0 3
 [
+corner.i=RAnimation 200 i%2*630-11 i\2*471-8 11
 dancer.i=RAnimation 240 i*150 180 5
 set dancer.i sequence i
 ]
@@ -79,5 +76,6 @@ f.(i+1)=RAnimation 230+i 0 0 i+1
 for k 2 5
 drop f.(k*10+i)
 ]
+f.9=f.14
 call moves 0
 call moves 1

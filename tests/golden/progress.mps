@@ -33,8 +33,8 @@
 include golden.mps
 procedure onFigure
 say "the figure"
-procedure visit where count
-set world visitedCount where count
+procedure visit where
+set world visitedCount where 1
 procedure answer where count guess
 for i 1 count
 [
@@ -49,9 +49,9 @@ play world activatePlayer name
 world=RWorldPort 0
 call player "FAgy"
 set world currentLocation CMA
-call visit CBA1 1
-call visit CWS1 1
-call visit CWS2 3
+call visit CBA1
+call visit CWS1
+call visit CWS2
 for i 1 5
 play world correctGuess CWS1
 set world currentLevel CWS2 2
@@ -69,11 +69,11 @@ pause 1.25
 call player "MiW"
 set world inGame 1
 set world currentLocation CWS1
-call visit CHUB 2
-call visit CMA 1
-call visit OMA 1
-call visit OWS4 1
-call visit PWS2 2
+call visit CHUB
+call visit CMA
+call visit OMA
+call visit OWS4
+call visit PWS2
 set world CMASolved 1
 set world currentLevel OWS1 4
 call answer OWS1 10 incorrectGuess

@@ -13,10 +13,6 @@
 ;> 495 screenshot thawed.png
 ;> 585 screenshot black.png
 ;> 675 screenshot moved.png
-;> 680 background
-;> 685 foreground
-;> 690 screenshot moved.again.png
-;> 765 screenshot black.second.png
 ;> 855 screenshot quick.png
 ;> 945 screenshot partly.png
 ;> 1035 screenshot day.png

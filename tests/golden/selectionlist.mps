@@ -2,16 +2,11 @@
 ;: rsc golden
 ;> 90 screenshot states.png
 ;> 190 screenshot moved.png
-; the third line; the second one, an empty one, twice; the first one twice
-;> 280 click 310 40
-;> 300 click 310 101
-;> 320 double 310 101
-;> 330 up 310 101
-;> 340 click 30 160
-;> 350 screenshot clicked.png
-;> 360 double 30 135
-;> 370 up 30 135
-;> 380 screenshot chosen.png
+; the third line, and the first one twice
+;> 280 click 30 160
+;> 290 screenshot clicked.png
+;> 300 double 30 135
+;> 310 up 30 135
 include golden.mps
 include steps.mps
 n=0
@@ -71,7 +66,6 @@ ring=RAnimation 230 560 380 6
 a.13=RSelList 160 20 120 60 5
 for i 1 4
 play a.13 addListEntry name.i
-set a.2 entrySelected chosen
 set a.4 entrySelected chosen
 DisplayScreen
 pause 0.1
