@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# brokensaves.sh PROGRAM SAMPLE WORK: saves that fail at their first, second, third ... file operation, in every
-# way. After each the data file is the old one or the new one, byte for byte, and a fresh start finds its player.
-# Then two programs at once, and homes in which nothing can be kept.
+# brokensaves.sh PROGRAM SAMPLE WORK: saves that fail at their first, second, third ... file
+# operation, in every way. After each the data file is the old one or the new one, byte for byte,
+# and a fresh start finds its player. Then two programs at once, and homes in which nothing can be
+# kept.
 set -euo pipefail
 program=$1 sample=$2 work=$3
 rm -rf "$work"

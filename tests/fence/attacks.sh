@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# attacks.sh PROGRAM RSC COMPONENT WORK: a game is a guest. None may read a secret that lies beside its folder,
-# change what lies there, bring code, or grow without end.
+# attacks.sh PROGRAM RSC COMPONENT WORK: a game is a guest. None may read a secret that lies beside
+# its folder, change what lies there, bring code, or grow without end.
 set -euo pipefail
 program=$1 rsc=$2 component=$3 work=$4
 rm -rf "$work"

@@ -5,9 +5,8 @@
 // anew when nothing was played for a while.
 //
 // EXPECTED names the sounds that must be heard, in their order; a|b are alternatives. Others may be
-// heard in between. Music comes up in two seconds and goes in one: +NAME is where it begins, from
-// silence, and -NAME where it begins to fade away. Nowhere may the recording be silent for long or
-// clipped. The exit code is 1 when anything is wrong.
+// heard in between. +NAME is music that comes up from silence in two seconds. Nowhere may the
+// recording be silent for long or clipped. The exit code is 1 when anything is wrong.
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
@@ -69,19 +68,6 @@ bool comesUpAt(const Samples& recording, std::size_t at, const Samples& music) {
     return begin < 0.4 && middle > begin && middle < 0.85;
 }
 
-/// Where a music that has come up begins to fade away, in milliseconds behind its begin; 0 when it
-/// is heard to the end of the recording, or ends in another way.
-int goesAfter(const Samples& recording, std::size_t start, const Samples& music) {
-    const auto later = [&](int ms) { return loudness(recording, start, music, ms); };
-    const int end = static_cast<int>((recording.size() - start) * 1000 / kRate);
-    int ms = 2300;
-    while (ms < end && later(ms) > 0.25) ms += 50;
-    // Here it is nearly gone: the middle of the third of a second was three quarters of the way.
-    const int begin = ms - 600;
-    const double half = later(begin + 350);
-    return ms < end && half > 0.25 && half < 0.8 && later(begin + 1100) < 0.15 ? begin : 0;
-}
-
 /// Where the music begins that comes up out of the silence from `from` to `to`, or else `none`.
 std::size_t musicBegins(const Samples& recording, std::size_t from, std::size_t to,
                         const Waves& known, std::size_t none) {
@@ -115,10 +101,8 @@ void listenTo(const Samples& recording, const Waves& known, std::size_t begin, H
             const std::size_t compared = std::min(sound.size(), 16 * kBuffer);
             if (isFull(loudness(recording, at, sound, 0, compared)))
                 heard.emplace(begin + at, name);
-            if (!isMusic(sound) || !comesUpAt(recording, at, sound)) continue;
-            heard.emplace(begin + at, "+" + name);
-            if (const int ms = goesAfter(recording, at, sound))
-                heard.emplace(begin + at + static_cast<std::size_t>(ms) * kRate / 1000, "-" + name);
+            if (isMusic(sound) && comesUpAt(recording, at, sound))
+                heard.emplace(begin + at, "+" + name);
         }
     }
 }

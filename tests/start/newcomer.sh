@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# newcomer.sh PROGRAM SAMPLE WORK SCRIPTS [XVFB_RUN]: who starts a game for the first time: its own saves, its
-# language, what is told of a folder that is no game or that says wrong things of itself, and a window.
+# newcomer.sh PROGRAM SAMPLE WORK SCRIPTS [XVFB_RUN]: who starts a game for the first time: its own
+# saves, its language, what is told of a folder that is no game or that says wrong things of itself,
+# and a window.
 set -euo pipefail
 program=$1 sample=$2 work=$3 scripts=$4 xvfb=${5:-}
 rm -rf "$work"
