@@ -1,21 +1,20 @@
 #!/bin/sh
 # play.sh FILE.mps WORK
 #
-# Plays a script with the real program, without a window, and compares what comes of it with what comments of
-# the script expect; each is a line of its own:
+# Plays a script with the program, without a window, and compares what comes of it with what comments expect:
 #
 #   ;= TEXT        what is said, in this order
 #   ;! TEXT        the boxes that are shown, in this order, those that are no alerts as CAPTION | TEXT | ANSWER
 #   ;@ MS TEXT     the same with their times
-#   ;# MS WORDS    the other lines of the report: title, cursor, end
+#   ;# MS WORDS    the other lines of the report
 #   ;% TEXT        a line of the log; others may stand between these
 #   ;~ SOUND       what is heard (tourlisten.cpp)
 #   ;> MS EVENT    what happens from outside, as in input files; also "click X Y" (10 ms) and "drag X Y TO-X TO-Y"
-#                  (down, 10 ms later a move, and 10 ms later up); screenshots are compared with the pictures
+#                  (10 ms to the move, 10 ms to the release); screenshots are compared with the pictures
 #                  FILE/NAME.png (of a screenshot NAME.LATER.png too), pixel by pixel
-#   ;$ OPTIONS     a run of the program with these options; all runs must come to the same. Without such a line
-#                  there is one run. Three words are no options of the program: "ini:KEY=VALUE" is a setting of
-#                  ZORBET.INI, "depth:N" and "at:X,Y" tell the comparison of pictures about the screen.
+#   ;$ OPTIONS     a run of the program with these options; all runs must come to the same. Three words are no
+#                  options of the program: "ini:KEY=VALUE" is a setting of ZORBET.INI, "depth:N" and "at:X,Y"
+#                  tell the comparison of pictures about the screen.
 #   ;$ screens     the runs on all kinds of screen
 #   ;$ then OPTIONS   another visit with the same folders; the events below are those of that visit
 #   ;: rsc NAME    the libraries of the build's folder libraries/NAME, or "none", instead of the sample's
@@ -30,17 +29,12 @@
 # there (as many as there are texts); look at each.
 set -u
 script=$1 work=$2
-name=$(basename "$script" .mps)
-beside=${script%.mps}
-room=$(dirname "$script")
+name=$(basename "$script" .mps) beside=${script%.mps} room=$(dirname "$script")
 # The rest comes from the environment: PROGRAM COMPARE LISTEN SOUNDS FACE LIBRARIES BUILT FEW
 rm -rf "$work"
 mkdir -p "$work/is" "$work/was" "$work/files/content" "$work/files/home"
 failed=0
-fail() {
-    printf '%s\n' "$*" >&2
-    failed=1
-}
+fail() { printf '%s\n' "$*" >&2 && failed=1; }
 
 # Takes the file apart.
 awk -v work="$work" '
@@ -156,8 +150,7 @@ while read -r run; do
     done
 
     cat "$folder/content/debug.txt" >"$work/is/said" 2>/dev/null || : >"$work/is/said"
-    timed=''
-    [ ! -f "$work/timed" ] || timed=1
+    timed=$([ ! -f "$work/timed" ] || echo 1)
     awk -F '\t' -v timed="$timed" '
     $2 != "box" && $2 != "dialog" { next }
     { text = $2 == "dialog" ? $3 " | " $4 " | " $5 " | " $6 : $3 == "Alert" ? $5 : $3 " | " $5 " | " $6 }

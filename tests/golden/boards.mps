@@ -1,8 +1,7 @@
-; A dialog, a backpack, a p of pegs and one of pentominoes, with figures before and behind them.
+; A dialog, a backpack, a board of pegs and one of pentominoes, with figures before and behind them.
 ; What they do is in tests/dialog, tests/backpack and tests/activities.
 ;: rsc golden
-; a figure is seen through the dialog's hole; a button is pressed, through a picture, and drops the
-; dialog
+; a figure is seen through the dialog's hole; a button, under a picture, drops the dialog
 ;> 50 screenshot asked.png
 ;> 60 down 292 114
 ;> 70 screenshot pressed.png
@@ -35,13 +34,12 @@ drop question
 procedure turn first
 for i 0 3
 set p pieceView 7+i first+i
-items=[1 5 28 1 1 1 1 1 1 1 1 19
+items=[1 5 28 1 19
 world=RWorldPort 0
 play world activatePlayer Ana
-for i 1 12
+for i 1 5
 play world backpackAddObject items.i
-for i 3 10
-play world backpackRemoveObject i
+play world backpackRemoveObject 3
 f.1=RAnimation 200 200 200 10
 f.2=RAnimation 201 365 50 100
 f.3=RAnimation 202 160 30 102
@@ -86,7 +84,6 @@ play pack addObject 28
 play pack addObject 19
 set pack z 20
 pause 0.26
-; what is stamped lies below what was there
 set p pieceView 8 5
 play p setPieceCellXY 8 0 1
 play p stamp

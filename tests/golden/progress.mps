@@ -1,15 +1,13 @@
-; The progress screens of the built-in layouts. In practice it is opened at CMA, which was never
-; visited. At CWS1 five answers were correct; at CWS2 the player went back from level 2; at CWS3 the
-; level is to stay. What is seen of OWS4 ends until it was visited, and the third level has no
-; colours. What clicks do is in tests/progress.
+; The progress screens of the built-in layouts. CMA and OWS4 were never visited. At CWS1 five answers
+; were correct; at CWS2 the player went back from level 2; at CWS3 the level is to stay. What clicks
+; do is in tests/progress.
 ;: rsc golden
 ;: face
 ;> 100 screenshot opened.png
 ; CMA is refused
 ;> 110 click 136 204
 ;> 150 screenshot refused.png
-; a level of OWS2, which also shows what became of CWS1; by itself or not; music; a location, let go
-; beside it
+; a level, which also shows what became of CWS1; by itself or not; music
 ;> 900 click 516 204
 ;> 920 click 600 204
 ;> 940 click 300 354
@@ -19,8 +17,7 @@
 ;> 1060 down 600 36
 ;> 1070 screenshot closing.png
 ;> 1080 up 600 36
-; in the game: at CWS1, over a scene whose figure is seen and clicked through the panel's hole; CMA
-; is solved
+; in the game, at CWS1; a figure is clicked through the panel's hole; CMA is solved
 ;> 1190 click 586 442
 ;> 1210 screenshot solved.png
 ;> 1310 screenshot played.png

@@ -1,6 +1,5 @@
-; Answers of all kinds in containers of all kinds and in none: how their pictures and texts lie over
-; each other, where they rest, which container is lit; and the puzzle's own texts and pictures. What
-; a drop does is in tests/puzzles.
+; Answers in containers of all kinds and in none, and the puzzle's own texts and pictures. What a
+; drop does is in tests/puzzles.
 ;: rsc golden
 ;> 50 screenshot start.png
 ; over two alike; the hot point over a pixel; a gap in one row and another one

@@ -69,7 +69,7 @@ play a.13 addListEntry name.i
 set a.4 entrySelected chosen
 DisplayScreen
 pause 0.1
-; highlights moved past the view; scrolled by a line and by a page, with the highlight taken along
+; past the view, by lines and pages
 call repeat 3 moveHighlightDown 3
 call repeat 4 scrollListLineDown 2
 call repeat 5 deleteChar 4

@@ -25,7 +25,6 @@ procedure face left top size style
 call write left top "AfgBCy jA^ _xE"
 play a.n setFont "Golden Letters" size style
 ]
-; with an outline, two pixels away from its box
 procedure outline number
 [
 get a.number x left
@@ -38,28 +37,22 @@ set box.number outlined 1
 procedure block left top wide high letters
 [
 call write left top letters
-set a.n wrap 1
-set a.n textWidth wide
-set a.n textHeight high
+call do "give a."+n+" wrap 1 textWidth "+wide+" textHeight "+high
 call outline n
 ]
 n=0
 call write 20 20 "ABCDEFGH HHH"
 call write 20 35 "M W MWM iii jjj"
 call write 20 50 "fff AfA f jA y A^B^C^^ H^ i^"
-; missing: a character among the others, one behind the last; the stand-in itself; a blank has no
-; picture
+; missing: among the others, behind the last; the stand-in itself; a blank has no picture
 call write 20 65 "AxB ÈA }"
 call write 20 80 "   A  ~_ B"
 ; over the edges of the window, and over two corners
-call write -7 210 "GWgA"
-call write 617 230 "GWgA"
-call write 300 -4 "GWgA"
-call write 300 475 "GWgA"
-call write -24 474 "GWgA"
-call write 622 -5 "GWgA"
-; cut by its own box, of which three pixels of each line are left, or six columns; what hangs over
-; on the left is not in the box
+lefts=[-7 617 300 300 -24 622
+tops=[210 230 -4 475 474 -5
+for k 1 6
+call write lefts.k tops.k "GWgA"
+; cut by its own box; what hangs over on the left is not in the box
 call write 180 20 "GWgA"
 set a.n textHeight 3
 call write 180 35 "GWgA"
