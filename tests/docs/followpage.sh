@@ -13,8 +13,7 @@ rm -rf "$work"
 mkdir -p "$work/blocks" "$work/reader" "$work/bin" "$work/home"
 awk -v blocks="$work/blocks" -v follow=1 -f "$blocks" "$page" >"$work/list"
 
-# A window would stay open until somebody closes it. A start that wants one is played for two seconds
-# without it, and prints only the boxes that it shows.
+# A start that wants a window is played for two seconds without it, and prints only the boxes that it shows.
 cat >"$work/bin/zorbet" <<END
 #!/usr/bin/env bash
 set -o pipefail

@@ -47,9 +47,7 @@ awk 'function at() { return int(rand() * 640) " " int(rand() * 480) }
 BEGIN {
     srand(7)
     for (ms = 60; ms < 1500; ms += 12) {
-        print ms, (ms % 5 == 0 ? "double" : "down"), at()
-        print ms + 4, "move", at()
-        print ms + 8, "up", at()
+        print ms, (ms % 5 ? "down" : "double"), at() "\n" ms + 4, "move", at() "\n" ms + 8, "up", at()
         if (ms % 7 == 0) print ms + 9, "key", (ms % 2 ? "Enter" : "Left")
     }
 }' >input
