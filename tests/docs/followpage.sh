@@ -1,10 +1,8 @@
 #!/usr/bin/env bash
-# Follows a page step by step in an empty folder: writes its files, types its commands (blocks marked "sh"), and
-# compares what they print with what the page says ("output") and what was on the screen with the pictures it
-# shows: that of a screenshot NAME.png of the commands before. Blocks marked "text" are for the eye only. Commands
-# that print more than the page says, or end with another exit code than 0, are faults.
-#
-#     followpage.sh PROGRAMS COMPARE PAGE WORK
+# followpage.sh PROGRAMS COMPARE PAGE WORK: follows a page step by step in an empty folder: writes its files, types
+# its commands (blocks marked "sh"), and compares what they print with what the page says ("output") and what was on
+# the screen with the pictures it shows: that of a screenshot NAME.png of the commands before. Blocks marked "text"
+# are for the eye only. Commands that print more, or end with another exit code than 0, are faults.
 # With ZORBET_RENEW=1 in the environment the page's pictures are made anew.
 set -euo pipefail
 programs=$(realpath -- "$1") compare=$(realpath -- "$2") page=$(realpath -- "$3") work=$(realpath -m -- "$4")

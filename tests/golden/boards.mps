@@ -42,7 +42,6 @@ play world backpackAddObject items.i
 play world backpackRemoveObject 3
 f.1=RAnimation 200 200 200 10
 f.2=RAnimation 201 365 50 100
-f.3=RAnimation 202 160 30 102
 pack=RBackPack 430 60 180 5
 question=RDialog 440 100
 play question addGraphic 444

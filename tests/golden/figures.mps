@@ -3,12 +3,10 @@
 ; end, the second holds, the third goes round.
 ;: rsc golden
 ;$ --screen 640x480x8
-;$ --screen 640x480x32 depth:32
 ;$ --screen 800x600x8 at:80,60
 ;$ --screen 800x600x16 depth:16 at:80,60
 ;$ ini:UseDirectDraw=1
 ;$ ini:UseDirectDraw=1 ini:DisplayFullScreen=1 --screen 800x600x16
-;$ ini:UseDirectDraw=1 --screen 800x600x8 at:0,0
 ;$ ini:UseDirectDraw=1 --screen 800x600x16 depth:16 at:0,0
 ;$ ini:UseDirectDraw=1 --screen 640x480x24 depth:24
 ;$ ini:UseDirectDraw=1 --screen 800x600x32 depth:32 at:0,0

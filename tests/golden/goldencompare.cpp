@@ -1,14 +1,12 @@
 // goldencompare PICTURE EXPECTED DIFFERENCE [--depth N] [--at X,Y]
 //
 // Compares two PNG files: size, kind (indexed or RGB), every entry of the palettes, every pixel.
-// When they differ it tells the first place, row by row, both values and how many places differ,
-// and writes the picture DIFFERENCE: what is the same in dark grey, what is not in red.
+// When they differ it tells the first place, both values and how many places differ, writes the
+// picture DIFFERENCE with these in red, and ends with 1; with 2 when one cannot be read.
 //
 //     --depth N   PICTURE is from a screen of 16, 24 or 32 bits: it is RGB, with the colours of
 //                 EXPECTED, at 16 bits as five bits a component show them
 //     --at X,Y    EXPECTED is what a larger PICTURE shows there; all around it is black
-//
-// Exit code 0 when they are the same, 1 when they differ, 2 when one cannot be read.
 #include <png.h>
 
 #include <algorithm>

@@ -1,6 +1,6 @@
-; The progress screens of the built-in layouts. CMA and OWS4 were never visited. At CWS1 five answers
-; were correct; at CWS2 the player went back from level 2; at CWS3 the level is to stay. What clicks
-; do is in tests/progress.
+; The progress screens of the built-in layouts. CMA and OWS4 were never visited. At CWS1 five
+; answers were correct; at CWS2 the player went back from level 2; at CWS3 the level is to stay.
+; What clicks do is in tests/progress.
 ;: rsc golden
 ;: face
 ;> 100 screenshot opened.png

@@ -59,13 +59,12 @@ set a.9 currentEntry "Mila"
 ; behind a ring
 call list 490 210 50 41 3 10 ""
 set a.10 currentEntry "Anna"
-call list 560 210 60 18 5 10 ""
 call list 590 400 120 120 6 10 ""
 ring=RAnimation 230 560 380 6
 ; the colours and the lines of a new one, with a name
-a.13=RSelList 160 20 120 60 5
+a.12=RSelList 160 20 120 60 5
 for i 1 4
-play a.13 addListEntry name.i
+play a.12 addListEntry name.i
 set a.4 entrySelected chosen
 DisplayScreen
 pause 0.1
@@ -85,5 +84,5 @@ call repeat 4 deleteEntry 2
 call repeat 5 deleteEntry 1
 call repeat 7 deleteEntry 3
 call repeat 10 deleteEntry 10
-set a.12 x 480
+set a.11 x 480
 ;= Bob

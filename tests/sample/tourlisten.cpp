@@ -89,9 +89,8 @@ void listenTo(const Samples& recording, const Waves& known, std::size_t begin, H
     std::size_t searched = 0; // up to here
     for (std::size_t at = 0; at < recording.size(); at += kBuffer) {
         // The last buffer before a silence may be cut short.
-        const auto from = recording.begin() + static_cast<std::ptrdiff_t>(at);
-        const auto loud = std::find_if(from, recording.end(), [](int sample) { return sample; });
-        const auto end = static_cast<std::size_t>(loud - recording.begin());
+        std::size_t end = at;
+        while (end < recording.size() && recording[end] == 0) ++end;
         if (end > std::max(at + kBuffer / 2, searched)) {
             at = musicBegins(recording, at - std::min(at, kBuffer), end, known, at);
             searched = end;
@@ -123,21 +122,17 @@ std::string faultsOf(const Samples& recording) {
 /// Every word takes the first sound that fits, begins no earlier than the one before, and was not
 /// taken yet: some begin in the same buffer.
 std::string missing(Heard heard, std::istream& expected) {
-    std::string faults;
     std::size_t since = 0;
     for (std::string word; expected >> word;) {
         auto found = heard.lower_bound(since);
         while (found != heard.end() &&
                ("|" + word + "|").find("|" + found->second + "|") == word.npos)
             ++found;
-        if (found == heard.end()) {
-            faults += "not heard at its place: " + word + "\n";
-            continue;
-        }
+        if (found == heard.end()) return "not heard at its place: " + word + "\n";
         since = found->first;
         heard.erase(found);
     }
-    return faults;
+    return {};
 }
 
 } // namespace
