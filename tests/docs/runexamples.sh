@@ -59,8 +59,7 @@ play() {
 for example in "${examples[@]}"; do
   line=${example%:*}
   cd "$work/${example#*:}"
-  input=
-  [ ! -e input ] || input=input
+  input=$([ ! -e input ] || echo input)
   code=0 && play || code=$?
   same "what is said" output content/debug.txt
   same "what the program noted" /dev/null is.notes

@@ -106,7 +106,6 @@ REvil||[$work/game]\ncomponents=yes|yes|
 ROWS
 refused "a component"
 
-# Floods.
 flood() { run "i=0\nyield off\nfor $1\n[\ni=i+1\n$2\n]" && told "$3"; }
 flood 1 'q.i=RQueue 1' 'there are more than 100000 objects'
 flood 1 'q.i=i' 'there can be no more'

@@ -1,6 +1,5 @@
-; The figure in each direction and in both frames, whole, and cut off by each edge and corner of the
-; window. Dancers, whose frames have different sizes at different places: the first hides at the
-; end, the second holds, the third goes round.
+; The figure in each direction and in both frames, whole, cut off by each edge and corner. Dancers,
+; with frames of different sizes and places: one hides at the end, one holds, one goes round.
 ;: rsc golden
 ;$ --screen 640x480x8
 ;$ --screen 800x600x8 at:80,60

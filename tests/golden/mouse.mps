@@ -1,5 +1,4 @@
-; Buttons, triggers, hot spots and a ring, pressed and dragged; what is heard of them is in
-; tests/scripts.
+; Buttons, triggers, hot spots and a ring; what is heard of them is in tests/scripts.
 ;: rsc golden
 ;$ screens
 ; pressed, and left through its hole; one that cannot be pressed
@@ -77,7 +76,6 @@ pause 0.1
 play b.3 press
 play b.4
 pause 0.3
-; spots that come and go, move, and lie behind something
 set s.1 outlined 0
 set s.3 visible 0
 play s.9 offset 40 20

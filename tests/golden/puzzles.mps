@@ -71,7 +71,6 @@ c.9=RFabricContainer 284 460 150 5
 call do "give c.4 doPixelCompare 1, give c.9 infoAOID 285 infoVerticalOffset 6"
 call do "give c.5 anchorAnswerAtPoint 1 answerAnchorPointX 20 answerAnchorPointY -10"
 call do "give c.2 value 5 lockCorrectAnswers 1, give c.7 deltaZ 3"
-; colours of their own, of one beside others with the same pictures
 play a.2 replacePaletteEntry 21 24
 play c.1 replacePaletteEntry 27 22
 play c.1 replacePaletteEntry 100 23
@@ -84,7 +83,6 @@ for i 1 9
 play p addContainer "c."+i
 play p setPuzzleTextFont 300 "" "" 255
 play p setPuzzleText 1 1 520 440 30 "HEAD"
-play p setPuzzleText 1 2 520 455 30 "BADE" 2
 play p setPuzzleText 1 3 560 360 30 "CAGE" 3
 play p setPuzzleText 1 4 220 440 60 40 30 "AB CD EF GH"
 play p setPuzzleGraphic 1 3 224

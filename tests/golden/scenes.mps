@@ -1,6 +1,5 @@
-; What lies over what, what is painted into the background, what is frozen and thawed, who takes the
-; screen away, what happens while it is black, and colours: 256 of them under three palettes, then
-; what does not exist.
+; What lies over what, is painted into the background, frozen and thawed, taken away, black; 256
+; colours under three palettes, then what does not exist.
 ;: rsc golden
 ;$ screens
 ;> 45 screenshot equal.png
@@ -27,7 +26,6 @@ b=RAnimation 231 130 120 5
 c=RAnimation 232 160 80 5
 low=RAnimation 233 300 100 -32767
 below=RAnimation 234 330 120 -32768
-; stamps lie under all objects
 d=RAnimation 230 300 300 5
 e=RAnimation 231 340 330 6
 play d stamp

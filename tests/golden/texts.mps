@@ -59,8 +59,7 @@ call write 180 35 "GWgA"
 set a.n textWidth 6
 call write 180 50 "jA"
 call dress 300
-; the face: as the bitmap font, and larger; bold, italic, underlined, and all of them; found
-; whatever the case of its name; without a style or a size
+; the face: bold, italic, underlined, all of them; another case of its name; no style, no size
 call face 20 100 10 0
 call face 20 120 24 0
 for i 0 1
@@ -104,7 +103,6 @@ call block 230 280 120 -1 "not wrapped, and longer than its box is wide"
 set a.n wrap 0
 call block 400 280 100 -1 "not to be seen"
 set a.n visible 0
-; one behind the other
 call block 20 390 200 -1 "in front, in front, in front, in front, in front, in front"
 call block 26 395 200 -1 "behind behind behind behind behind behind behind"
 call do "give a.44 z 20, give a.45 colorIndex 20 z 10"

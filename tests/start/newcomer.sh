@@ -52,7 +52,6 @@ play
 saved one data/zorbet/org.zorbet.Zorbet
 [ ! -e data/zorbet/ZORBET.DAT ] && [ ! -e data/zorbet/ZORBET.BAK ] || fail "not moved"
 
-# Boxes.
 printf '1 command 59396\n1 answer No\n' >leave
 for row in ':Quer mesmo sair do jogo?' 'languages=en,pt:Do you really want to leave the game?' \
   'languages=fr\n[boxes fr]\nREALLYLEAVE=" Partir? "\n[boxes en]\nreallyLeave=x: Partir? '; do
@@ -70,7 +69,6 @@ for boxes in 1 0; do
   [ "$(grep -c $'\tdialog\t' report)" -eq $boxes ] || fail "a warning comes again, or never"
 done
 
-# What is missing.
 code=0 && play --content two --screen 640x480x4 || code=$?
 [ $code -eq 255 ] && grep -qF 'Video must be 256 colors or more!' report || fail "a shallow screen"
 code=0 && play --content nowhere || code=$?
