@@ -39,19 +39,11 @@ class SdlSoundTest : public testing::Test {
     WaveBuffer buffer_{.data = data_};
 };
 
-TEST_F(SdlSoundTest, RefusesRatesThatNoDevicePlays) {
-    for (const int rate : {WaveOut::kMaxRate, 0, -1, WaveOut::kMinRate - 1, WaveOut::kMaxRate + 1,
-                           0x7FFFFFFF, WaveOut::kMinRate}) {
-        const bool plays = rate == WaveOut::kMinRate || rate == WaveOut::kMaxRate;
-        EXPECT_TRUE(open("dummy", rate) == plays && device_.isOpen() == plays) << rate;
-    }
-    const Uint64 start = SDL_GetTicks64();
-    device_.close();
-    EXPECT_LT(SDL_GetTicks64() - start, 1000u) << "the program would stand still";
-}
-
-TEST_F(SdlSoundTest, WithoutADeviceTheClockPlays) {
-    ASSERT_TRUE(open("no such driver", 1000));
+TEST_F(SdlSoundTest, WithoutADeviceTheClockPlaysAtRatesThatDevicesPlay) {
+    for (const int rate : {0, -1, WaveOut::kMinRate - 1, WaveOut::kMaxRate + 1, 0x7FFFFFFF})
+        EXPECT_FALSE(open("no such driver", rate) || device_.isOpen()) << rate;
+    for (const int rate : {WaveOut::kMaxRate, WaveOut::kMinRate})
+        EXPECT_TRUE(open("no such driver", rate));
     EXPECT_NE(device_.whySilent(), "");
     device_.write(buffer_);
     EXPECT_FALSE(isDoneAfter(19'999));
