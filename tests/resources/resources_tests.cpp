@@ -29,8 +29,7 @@ class ResourcesTest : public testing_support::OMAppTest {
     using Files = std::initializer_list<std::pair<const char*, std::string>>;
 
     StartUp start() {
-        return resources.start("D:",
-                               [this](const SequenceSound& sound) { sounds.push_back(sound); });
+        return resources.start("D:", [](const SequenceSound&) {});
     }
     /// A text of @ and a digit is a library with the sound of that number.
     void put(const Files& all) {
@@ -66,7 +65,6 @@ class ResourcesTest : public testing_support::OMAppTest {
     }
 
     RResources resources;
-    std::vector<SequenceSound> sounds;
 };
 
 TEST_F(ResourcesTest, FindsWhatMapsNameAndFoldersHold) {
@@ -108,16 +106,6 @@ TEST_F(ResourcesTest, FindsWhatMapsNameAndFoldersHold) {
     expectStart({{kMap, text + " "}, {"RSC\\a.rsc", "@2"}}, "2",
                 "ERROR: RSC\\resource.map is there and cannot be read: File too large. The folder "
                 "is scanned instead\nActivating DLL a.rsc temporarily\n");
-}
-
-TEST_F(ResourcesTest, ReadsTheAudioMapThroughTheSearchPath) {
-    put({{kMap, "M\n0\na.rsc\nENDFILE"},
-         {"audio.map", "AO: 9\tSequence: 9\tSound: 9\n"}, // in no directory of the path
-         {"..\\RSC\\Audio.map", "  AO: 2001\tSequence: 3\tSound: 100000\r\nAO: 1 Sound: 2\r\n"}});
-    start();
-    EXPECT_EQ(sounds, (std::vector<SequenceSound>{{2001, 3, 100000}}));
-    EXPECT_EQ(takeLog(),
-              "ERROR: ..\\RSC\\audio.map line 2: not of the form AO: n  Sequence: n  Sound: n\n");
 }
 
 TEST_F(ResourcesTest, LoadsResourcesAndReportsTheMissing) {

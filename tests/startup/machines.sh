@@ -1,16 +1,14 @@
 #!/usr/bin/env bash
 # What the start looks at, a machine a row: settings, options, what is shown, a line of the log, and whether the
-# game then runs. Shown texts are patterns, with | between. Then saves that could get lost on the way.
+# game then runs. Shown texts are patterns, with | between. Then saves, and nonsense.
 #
 #     machines.sh PROGRAM SAMPLE WORK
 set -euo pipefail
 program=$1 sample=$2 work=$3
 rm -rf "$work"
-mkdir -p "$work/game"
-cd "$work"
+mkdir -p "$work/game" && cd "$work"
 cp -r "$sample/RSC" game/RSC
-echo 'say "runs"' >game/Startup.mps
-echo 'languages=en' >game/game.ini
+echo 'say "runs"' >game/Startup.mps && echo 'languages=en' >game/game.ini
 echo '0 answer Sair' >refuse
 play() { "$program" --headless --content game --home home --until 50 "$@" >report 2>errors; }
 fail() { echo "$*:" >&2; cat report errors game/zorbelog.txt >&2; exit 1; }
@@ -55,7 +53,7 @@ printf 'w=RWorldPort 0\nplay w activatePlayer "Ana"\nrelay "nosuch.mps"\n' >game
 code=0 && play || code=$?
 [ $code -eq 1 ] && grep -qa Ana home/ZORBET.DAT || fail "a script that is missing"
 
-# Files of nonsense fill no log; a name that the data file cuts off is the same player's again.
+# Nonsense fills no log; a name that is cut off is the same player's again.
 { echo GLOBAL_END && head -c 2980 /dev/zero && head -c 200000 /dev/zero | tr '\0' '\n'; } >home/ZORBET.DAT
 name=$(printf 'C%.0s' {1..1100})
 printf 'w=RWorldPort 0\nplay w activateDataFile\nplay w activatePlayer "%s"\n' $name >game/Startup.mps

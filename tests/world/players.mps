@@ -41,10 +41,7 @@ StartTransition
 call do "who #0, who #1, who #2, who #3, of 1 coats, of 1 boots, of 1 inGame, of 1 playerScore"
 call do "of 1 isAutoLevelingEnabled, of 1 informColorsWarning, run 1 activateDataFile"
 call do "of 1 playersCount, tell, run 1 addGlobalIntProperty CStatueDataset 0"
-set t.1 CStatueDataset 3
-StartTransition
-set t.1 CStatueDataset none
-StartTransition
+call do "let 1 CStatueDataset 3, begin, let 1 CStatueDataset none, begin"
 quit
 ]
 play t.1 activateDataFile
