@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # What the start looks at, a machine a row: settings, options, what is shown, a line of the log, and whether the
-# game then runs. Shown texts are patterns, with | between. Then saves, and nonsense.
+# game then runs. Shown texts are patterns, with | between.
 #
 #     machines.sh PROGRAM SAMPLE WORK
 set -euo pipefail
