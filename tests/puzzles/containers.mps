@@ -223,9 +223,9 @@ call do "give a."+i+" extraRight 10 value 1, put a."+i+" c.1, look a."+i+" x"
 ]
 c.2=RFabricContainer 440 100 50 5
 c.3=RFabricContainer 284 100 50 5
-call do "give c.1 correctSegments 10 correctSegments 11 correctSegments -1, look c.1 correctSegments"
-call do "give c.2 correctSegments 10, look c.2 correctSegments, give c.3 correctSegments 5"
-call do "give c.3 correctSegments 6, look c.3 correctSegments, tell"
+call do "give c.1 correctSegments 10 correctSegments 11 correctSegments -1"
+call do "look c.1 correctSegments, give c.2 correctSegments 10, look c.2 correctSegments"
+call do "give c.3 correctSegments 5, give c.3 correctSegments 6, look c.3 correctSegments, tell"
 quit
 ;=  100 110 120 130 141 151 161 172 182 192 192 10 10 5
 ;! RFabricContainer: correctSegments out of range
