@@ -1,31 +1,7 @@
 ; Answers with texts and several pictures: the room that they take, what they hold, and what a copy
-; has of it. The base picture is 26 x 30.
-;> 500 screenshot order.png
-;> 1500 screenshot order.stamped.png
-;> 9000 quit
+; has of it. answermix.mps shows them. The base picture is 26 x 30.
 yield off
 include steps.mps
-; What lies over what; it is the same when they are stamped.
-firsts=[0 1 2 1 -1 -1
-seconds=[0 0 1 2 0 -2
-Scene 100
-for i 1 6
-[
-a.i=RDoubleGraphicTextAnswer 2310 i*90 50 50
-play a.i setFont 20
-call do "give a."+i+" text1 AB text2 B text2OffsetX 9 text2OffsetY 3 textColorIndex 9"
-call do "give a."+i+" graphic1ID 2320 graphic2ID 2451 graphic1OffsetZ "+firsts.i
-set a.i graphic2OffsetZ seconds.i
-]
-DisplayScreen
-pause 1
-for i 1 6
-[
-play a.i stamp
-set a.i visible 0
-]
-pause 1
-drop a.1 a.2 a.3 a.4 a.5 a.6
 ; Texts widen an answer and leave its home; no text takes no room.
 a.1=RGraphicTextAnswer 2310 20 30 5
 call do "ask a.1 setFont 20, give a.1 textOffsetX -6 textOffsetY -3, look a.1 x y width height"
@@ -44,23 +20,29 @@ call do "look a.2 x y z width height textColorIndex graphic1ID, tell"
 ;! ASEQ resource 99 not found.
 ;! ASEQ resource 98 not found.
 ; A copy has all, and goes its own way.
-all="graphic1ID graphic2ID graphic1OffsetZ graphic2OffsetZ text1 text2 attribute value textColorIndex"
-more="x y z text1OffsetX text1OffsetY text2OffsetX text2OffsetY width height homeX homeY tag"
-margins="extraLeft extraTop extraRight extraBottom"
+all="graphic1ID 2320 graphic2ID 2331 graphic1OffsetZ -1 graphic2OffsetZ 2 textColorIndex 9"
+more="text1OffsetX -9 text1OffsetY 4 text2OffsetX 5 text2OffsetY 60 text1 AB text2 B"
+margins="tag t attribute seven extraLeft 1 extraTop 2 extraRight 3 extraBottom 4"
 a.3=RDoubleGraphicTextAnswer 2310 20 30 5
-call do "ask a.3 setFont 20"
-call do "give a.3 graphic1ID 2320 graphic2ID 2331 graphic1OffsetZ -1 graphic2OffsetZ 2"
-call do "give a.3 text1 AB text2 B textColorIndex 9 tag t attribute seven extraLeft 1 extraTop 2"
-call do "give a.3 text1OffsetX -9 text1OffsetY 4 text2OffsetX 5 text2OffsetY 60"
-call do "give a.3 extraRight 3 extraBottom 4"
+call do "ask a.3 setFont 20, give a.3 "+all
+call do "give a.3 "+more
+call do "give a.3 "+margins
 a.4=a.3
-for i 3 4
+procedure settings given
 [
-call do "look a."+i+" "+all
-call do "look a."+i+" "+more
-call do "look a."+i+" "+margins
-call tell
+words=given+" "
+for ~words
+[
+call cut
+get a.4 word got
+line=line+","+got
+call cut
 ]
+]
+call settings all
+call settings more
+call settings margins
+call do "look a.4 x y z width height homeX homeY value, tell"
 drop a.3
 ; One whose pictures end is gone until it plays again; a copy plays its own.
 call do "give a.4 graphic1ID -1 graphic2ID 2012, look a.4 width"
@@ -70,6 +52,5 @@ pause 3
 call do "look a.4 width visible, look a.3 width, ask a.4 playAnimations, look a.4 width"
 call do "give a.4 text1OffsetX 0 graphic2ID -1 text2 B, look a.4 x width height value, tell"
 quit
-;=  2320,2331,-1,2,AB,B,seven,seven,9 18,35,5,-9,4,5,60,58,82,27,35,t 1,2,3,4
-;=  2320,2331,-1,2,AB,B,seven,seven,9 18,35,5,-9,4,5,60,58,82,27,35,t 1,2,3,4
+;= ,2320,2331,-1,2,9,-9,4,5,60,AB,B,t,seven,1,2,3,4 18,35,5,58,82,27,35,seven
 ;=  154 35,1 154 154 27,26,82,seven
