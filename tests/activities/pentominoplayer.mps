@@ -102,7 +102,8 @@ call follow
 ;!  again ,/0 ,/0
 ;! WAVE resource 25 not found.
 ;!  again ,/0 ,/0
-;! WAVE resource 23 not found.;! WAVE resource 22 not found.
+;! WAVE resource 23 not found.
+;! WAVE resource 22 not found.
 ;# 0 title Zorbet Voyages
 ;# 7 end until
 ;# 0 title Zorbet Voyages
