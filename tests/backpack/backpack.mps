@@ -13,12 +13,12 @@ spots=["506 288" "280 118" "299 147" "279 130" "300 130" "290 117" "290 148" "28
 ; Inside and over the edges by a pixel; just outside; a lost release; handlers that put something
 ; else in its place and drop the backpack.
 plot=["eight, open" d2 m4 u4 d2 m5 u5 d2 m6 u6 d2 m7 u7 d2 m8 u8 d2 m9 u9 d3 "m442 316" b0 u9 f0
-plot=["onDropped, tell, heard objectDropped replaced" d2 m10 u10 "items, tell" d2 m10 u10 "heard objectDropped gone" d1 m10 u10
+plot=["onDropped, tell, heard objectDropped replaced" d2 m10 u10 "items, tell" d2 m10 u10
+plot=["heard objectDropped gone" d1 m10 u10
 ; Closed where it was pressed, as long as it is seen, and not elsewhere.
-plot=["items, tell, ask q activatePlayer Cy, ask q backpackAddObject 4, open" d13 u13 d14 u14 d16 u16 d17 m14 u14 d14 m17 u17
-plot=["ask p place 200 100" d17 "blink" u17 d17 "give p visible 0" u17
-plot=["give p visible 1, note not_yet" d11 u11 d11 u11 d1 u1 "give p visible 1"
-plot=[d12 u12 "heard closed gone, give p visible 1" d17 u17 "tell" end
+plot=["items, tell, ask q activatePlayer Cy, ask q backpackAddObject 4, open" d13 u13 d14 u14
+plot=[d15 u15 d16 u16 d17 m14 u14 d14 m17 u17 "ask p place 200 100" d17 "blink" u17 d17 "give p visible 0" u17
+plot=["give p visible 1, note not_yet" d11 u11 d11 u11 d1 u1 "give p visible 1" d12 u12 "heard closed gone, give p visible 1" d17 u17 "tell" end
 procedure writeDrags
 call writePlot
 procedure onBorn
@@ -84,17 +84,17 @@ get a.1 y top
 get a.1 z depth
 left=left-216-(slot%4*36)-((36-wide.item)\2)
 top=top-174-(slot\4*28)-((28-high.item)\2)
-line=line+left+top+depth
+line=line+" "+left+top+depth
 ]
 q=RWorldPort 0
 play q activatePlayer Ana
 set OMAnimation born onBorn
 ; the pictures of things; nothing else comes of them, as they are not there
 call do "open, onDropped, ask p addObject -1, ask p addObject 0, ask p addObject 12"
-call do "ask p addObject 13, ask p addObject 24, ask p addObject 29, note put"
+call do "ask p addObject 13, ask p addObject 24, ask p addObject 29"
 for i 0 11
 call put i
-call do "ask p addObject 2, items, tell, ask p removeObject -1, ask p removeObject 12"
+call do "tell, ask p addObject 2, items, tell, ask p removeObject -1, ask p removeObject 12"
 call do "ask p removeObject 7, ask p removeObject 3, ask p removeObject 3"
 call put 3
 ; hidden, what is put into it is, too; as it is when it is opened again; nobody plays
@@ -106,9 +106,9 @@ say line n
 line=""
 set OMAnimation born
 call follow
-
-;=  -1,0,0,0,0 wrong 0 0 4 0 3 2 3 3 0 4 0 0 0 0
-;=  0 1 1
+;=  -1,0,0,0,0 008 008 008 008 008 008 008 008 008 008 008 008
+;=  2 3 4 2 3 4 2 3 4 2 3 4
+;=  008 2 3 4 2 3 4 2 0 4 2 3 4 0 1 13
 ;=  2,376,175,24,25 2,176,175,24,25 2,294,276,24,25 2,294,75,24,25 7,430,303,24,25 7,430,303,24,25
 ;=  3 3 3 0 0 0 0 4 0 0 0 0
 ;=  2,494,276,24,24 gone 3 3 3 0 0 0 0 4 0 0 0 0
@@ -125,4 +125,4 @@ call follow
 ;! RBackPack: Backpack is full.
 ;! RBackPack: Invalid slot index: -1
 ;! RBackPack: Invalid slot index: 12
-;! RBackPack: No object in slot 1
+;! RBackPack: No object in slot 3
