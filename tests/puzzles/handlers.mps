@@ -1,6 +1,6 @@
 ; Handlers that destroy and change what they like in the middle of a drag, in any event, and in what
-; a statement of the script destroys. What is left must be of one mind and play on, or a line that
-; begins with BAD tells the case. Objects 1 to 3 are answers, 4 and 5 containers, 6 is the game.
+; a statement of the script destroys. What is left must be of one mind, or a line that begins with
+; BAD tells the case. Objects 1 to 3 are answers, 4 and 5 containers, 6 is the game.
 ;: rsc golden
 ;> 5 key W
 ;> 200000 quit
@@ -35,9 +35,8 @@ call write kA
 ]
 procedure make
 [
-drop o.6 other o.4 o.5 o.1 o.2 o.3
+drop o.6 o.4 o.5 o.1 o.2 o.3
 o.6=RPuzzle 0
-other=RPuzzle 0
 for i 1 5
 if i<4
 [
@@ -71,7 +70,7 @@ set o.i events.event handler
 ; What a handler does with answer who and container at.
 procedure act
 [
-RandomNumber 1 24
+RandomNumber 1 21
 deed=RESULT
 RandomNumber 1 3
 who=RESULT
@@ -80,28 +79,18 @@ at=RESULT
 one="o."+who
 near="o."+at
 far="o."+(9-at)
-done.deed=done.deed+1
 if deed<10
 [
 for i 1 6
 if victims.deed\(2^(i-1))%2
 drop o.i
 ]
-else if deed<20
-[
-if (~o.6)=1
-play o.6 methods.(deed-9) $firsts.(deed-9) $seconds.(deed-9)
-]
-else if deed=20
-play other addAnswer one
-else if (deed=21)*((~o.at)=1)
-set o.at enabled 0
-else if (deed=22)*((~o.who)=1)
-set o.who visible 0
-else if (deed=23)*((~o.who)=1)
-set o.who homeX who*40-20
-else if deed=24
+else if deed=21
 call blink
+else if (deed=20)*((~o.at)=1)
+set o.at enabled 0
+else if (deed<20)*((~o.6)=1)
+play o.6 methods.(deed-9) $firsts.(deed-9) $seconds.(deed-9)
 ]
 procedure any
 if ?<5
@@ -134,54 +123,13 @@ lit=lit+(got*(kind<6))
 if (inside#0)+lit>0
 say "BAD" step kind right deed "inside" inside "lit" lit
 ]
-; Who is left is at home, and goes into each container and out of it.
-procedure playOn
-[
-call attach 0
-p=RPuzzle 0
-for i 1 5
-if (~o.i)=1
-if i<4
-[
-play p addAnswer "o."+i
-set o.i visible 1
-set o.i homeX i*40-20
-set o.i homeY 400
-]
-else
-[
-play p addContainer "o."+i
-set o.i enabled 1
-]
-play p reset
-for i 1 3
-for k 4 5
-if (~o.i)*(~o.k)=1
-[
-play p addAnswerToContainer "o."+i "o."+k
-get o.k answerCount got
-get o.i isUsed used
-play p removeAnswerFromContainer "o."+i "o."+k
-get o.i y top
-if got*used*(top=400)#1
-say "BAD" step kind "answer" i "container" k "has" got used top
-played.kind=played.kind+1
-]
-drop p
-]
 call makeKinds 20 20
 taken=0
-for kind 1 6
-played.kind=0
-for i 1 24
-done.i=0
 right=1
 for step 1 20000
 [
 if step%6=1
 [
-if step>1
-call playOn
 kind=1+(step\6%6)
 right=1-right
 call make
@@ -197,10 +145,6 @@ call check
 ]
 call attach any
 ]
-least=999
-for i 1 24
-if done.i<least
-least=done.i
-say "played on" played.1 played.2 played.3 played.4 played.5 played.6 "taken" taken "each" least
+say "taken" taken
 quit
-;= played on 1255 1174 1186 1115 1249 1162 taken 3210 each 412
+;= taken 3110
