@@ -17,8 +17,8 @@ plot=["onDropped, tell, heard objectDropped replaced" d2 m10 u10 "items, tell" d
 plot=["heard objectDropped gone" d1 m10 u10
 ; Closed where it was pressed, as long as it is seen, and not elsewhere.
 plot=["items, tell, ask q activatePlayer Cy, ask q backpackAddObject 4, open" d13 u13 d14 u14 d15
-plot=[u15 d16 u16 d17 m14 u14 d14 m17 u17 "ask p place 200 100" d17 "blink" u17 d17 "give p visible 0"
-plot=[u17 "give p visible 1, note not_yet" d11 u11 d11 u11 d1 u1
+plot=[u15 d16 u16 d17 m14 u14 d14 m17 u17 "ask p place 200 100" d17 "blink" u17 d17
+plot=["give p visible 0" u17 "give p visible 1, note not_yet" d11 u11 d11 u11 d1 u1
 plot=["give p visible 1" d12 u12 "heard closed gone, give p visible 1" d17 u17 "tell" end
 procedure writeDrags
 call writePlot

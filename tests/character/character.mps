@@ -161,11 +161,8 @@ call do "run 1 playSpeech 203, see 40, run 1 playSpeech 203, see 3, run 1 pause,
 call do "run 1 resume, see 40, tell"
 ;= / w+25! p15 / w+3 / w40 / w+21! p19 
 ; kept loaded: each animation is a layer of its own when it is spoken first, and then no more
-speeches=[2010 2016 2003
 spoken=[205 206 222 222 205
-call make
-for i 1 3
-play t.1 addSpeechAnim speeches.i
+call do "make, run 1 addSpeechAnim 2010, run 1 addSpeechAnim 2016, run 1 addSpeechAnim 2003"
 for times 1 5
 [
 SetSpeechCaching times<5
@@ -178,17 +175,13 @@ call tell
 
 ; its layers follow it, and stay when it lets go of others
 procedure where
-call do "of 11 x, of 12 x, of 11 y, of 12 y, of 11 z, of 12 z, of 2 x, tell"
-call make
-call do "run 1 place 40 30, let 1 z 60, run 1 playAnim 2001 -1"
+call do "of 11 x, of 12 x, of 11 y, of 12 y, of 11 z, of 12 z, of 2 x"
+call do "make, run 1 place 40 30, let 1 z 60, run 1 playAnim 2001 -1"
 t.2=RAnimation 2004 50 20 5
 play t.1 addTrinket "t.2"
 play t.1 offset 0-3 0
-call where
-;=  37 21 30 2 60 60 48
-call do "run 1 removeTrinkets, run 1 place 0 0"
-call where
-;=  16 0 28 0 60 60 48
+call do "where, run 1 removeTrinkets, run 1 place 0 0, where, tell"
+;=  37 21 30 2 60 60 48 16 0 28 0 60 60 48
 drop t.2
 
 ; fidgets of two minutes: every 5 to 9 seconds, and each of three once before any is played again
@@ -200,8 +193,8 @@ call do "see 1300, tell, see 1300, tell"
 ;= / p199 g+12 p178 h+15 p199 e+23 p200 h+15 p177 e+23 p133 g+12 p111 h+3 
 ;= / h+12 p199 e+23 p200 g+12 p200 h+15 p155 g+12 p178 e+22 p156 e+22 p94 
 ; intervals of any size: how many times 9 ms
-intervals=[5 5 5 2 0 1 -3 0 -9 -4
-for row 1 9 2
+intervals=[5 2 0 1 -9 -4
+for row 1 5 2
 [
 call make
 call fidget e 1 intervals.row intervals.(row+1) 2006
@@ -215,11 +208,7 @@ pause 0.01
 line=line+" "+w
 ]
 call tell
-;=  556 556 3 3 3
-call make
-call fidget e 1 2147483646 2147483647 2006
-call do "see 10, tell"
-;= / p10 
+;=  556 2 3
 ; none begins while it is busy, hidden or paused: then its group waits anew
 call make
 call fidget e 7 1 1 2006
@@ -235,24 +224,20 @@ call do "run 1 removeFidgetGroup 9, tell"
 ;= / p30 / p22 pg+18 
 
 ; refusals
-play t.1 playAnim 404 }
+call do "run 1 playAnim 404, run 1 playSpeech 404, run 1 addSpeechAnim 2010"
+call do "run 1 addSpeechAnim 404, run 1 addFidget 7 2006, run 1 removeFidgetGroup 7"
+call do "run 1 addFidgetGroup 7 1 2, run 1 addFidget 7 404, let 1 settlePoseID 404"
+call do "run 1 playAnim 2001, run 1 playAnim 2006, run 1 playSpeech 205"
 ;! ASEQ resource 404 not found.
 ;! RCharacter: animation 404 not found
-play t.1 playSpeech 404 }
 ;! RCharacter: unknown animation for speech ID 404
-call do "run 1 addSpeechAnim 2010, run 1 addSpeechAnim 404, run 1 addFidget 7 2006"
 ;! ASEQ resource 404 not found.
 ;! RCharacter: unable to load animation 404
 ;! RCharacter: Unknown fidget group 7
-call do "run 1 removeFidgetGroup 7, run 1 addFidgetGroup 7 1 2, run 1 addFidget 7 404"
-call do "let 1 settlePoseID 404"
 ;! RCharacter: unknown fidget group 7
 ;! ASEQ resource 404 not found.
 ;! RCharacter: Unable to load fidget animation 404
 ;! ASEQ resource 404 not found.
 ;! RCharacter: unable to load settle pose 404
-play t.1 playAnim 2001
-play t.1 playAnim 2006 }
 ;! RCharacter: busy, cannot play animation 2006
-play t.1 playSpeech 205 }
 ;! RCharacter: busy, cannot play speech 205

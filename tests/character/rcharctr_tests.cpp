@@ -1,5 +1,5 @@
-// Characters: the sounds that are streamed while they are spoken, native listeners, and fidgets
-// when the clock begins anew. Scripts show the rest.
+// Characters: the sounds that are streamed while they are spoken, and native listeners. Scripts
+// show the rest.
 #include "character/rcharctr.h"
 
 #include "trinkets/windowfixture.h"
@@ -80,19 +80,6 @@ TEST_F(CharacterTest, ListenersHearWhatBeginsAndMayDestroyIt) {
     }
     EXPECT_EQ(heard, "first 503 second 501 done");
     EXPECT_FALSE(watch);
-}
-
-TEST_F(CharacterTest, FidgetsGoOnWhenTheClockBeginsAnew) {
-    app->begin();
-    machine.clock().now = 0xFFFFFF00;
-    const auto character = make(kOther);
-    character->addFidgetGroup(1, 2, 2, {});
-    character->addFidget(1, kSpeech, {});
-    for (const int ms : {1900, 120, 20}) {
-        machine.clock().now += static_cast<std::uint32_t>(ms);
-        app->pass();
-        EXPECT_EQ(*window.canvas().pixels().at(0, 0), ms == 20 ? 's' : 'o') << ms;
-    }
 }
 
 } // namespace
