@@ -1,6 +1,5 @@
 ; Containers of all kinds without a player: what is right, where answers come to rest, who is
 ; locked, where they go with their container, and what sounds. Missing sounds are told by boxes.
-; Places, rows, stacks and cloth at random are in drops.mps.
 ;: rsc golden
 yield off
 ActivateDLL golden.rsc
@@ -21,9 +20,6 @@ call do "look c."+i+" x y width height z"
 if i%5=4
 call tell
 ]
-;=  302,197,30,36,50 302,197,30,36,9 40,50,70,60,8 40,50,70,60,8
-;=  40,50,300,200,8 40,50,300,200,0 40,50,300,200,8 40,50,0,200,8 40,50,0,0,8
-;! ASEQ resource 99 not found.
 call makeKinds 60 40
 procedure make kind
 [
@@ -61,7 +57,17 @@ call do "look c.1 isSolved"
 call make 1
 call do "give c.1 value 7, put a.1 c.1, give a.1 attribute 7, look c.1 isSolved, give a.1 value 8"
 call do "look c.1 isSolved, tell"
-;=  1 0 1 1 1 1 1 1 1 1 1 0 0 0 0 0 1 0 0 0 1,1,0 1 0 1 0 0 1 0
+; The middle comes to the middle, halves are rounded toward zero.
+pictures=[266 263 261 262 266 266 266 266
+insets=["" "" "" "" " extraLeft 5 extraTop 2 extraBottom 1" " extraRight 5 extraBottom 3"
+insets=[" extraLeft -4" " extraLeft 30"
+call make 1
+for i 1 8
+[
+a.1=RGraphicAnswer pictures.i 300 300 5
+call do "give a.1 extraTop 0"+insets.i+", put a.1 c.1, look a.1 x y z"
+]
+call tell
 ; The corner comes to a point, and the hot point there.
 points=["extraLeft 5" "extraLeft -5 isUsingHotPoint 1" "extraLeft 0" "isUsingHotPoint 0"
 call make 2
@@ -72,7 +78,6 @@ call do "give a.1 extraTop 3 extraRight 1 extraBottom 2 hotPointX 4 hotPointY 9 
 call do "give c.1 anchorAnswerAtPoint "+(i<3)+", put a.1 c.1, look a.1 x y z, take a.1 c.1"
 ]
 call tell
-;=  107,47,11 103,38,11 116,50,11 120,59,11
 ; Right answers are locked by some; all answers by who is disabled, until they leave or are
 ; released. They go where their container goes, also in a group; one that goes leaves.
 procedure hold
@@ -96,12 +101,6 @@ drop group
 ]
 for j 1 6
 call hold
-;=  1 1 0 1 0 1 0 0 1 0,1 150,-10,11 228,125,21 300,5 208,115,0
-;=  1 1 0 1 0 1 0 0 1 0,1 150,-10,11 228,125,21 300,5 208,115,0
-;=  1 1 1 1 0 1 0 0 1 0,1 150,0,5 228,135,15 300,5 208,115,0
-;=  1 1 1 1 0 1 0 0 1 0,1 130,-10,11 208,125,21 300,5 208,115,0
-;=  1 1 1 1 0 1 0 0 1 0,1 130,-10,11 208,125,21 300,5 208,115,0
-;=  1 1 0 1 0 1 0 0 1 0,1 123,-10,11 201,125,21 300,5 208,115,0
 ; Copies are empty and have the settings; of who is locked in, they are free.
 shared=" lockCorrectAnswers 1 rejectIncorrectAnswers 1 enabled 0 y 8 tag t"
 points=" anchorAnswerAtPoint 1 answerAnchorPointX 9 answerAnchorPointY 8 doPixelCompare 1"
@@ -135,12 +134,6 @@ call settings points
 call do "look c.2 width height answerCount, ask c.2 place 0 0, look a.1 y, look a.2 movable isUsed"
 call tell
 ]
-;= ,9,1,1,1,0,8,t 60,40,0 18 1,0
-;= ,9,tag,1,1,0,8,t,1,9,8,1 60,40,0 16 1,0
-;= ,9,9,9,1,1,0,8,t 60,40,0 28 1,0
-;= ,9,8,1,1,0,8,t 60,40,0 18 1,0
-;= ,9,8,7,1,1,0,8,t 60,40,0 18 1,0
-;= ,9,8,1,1,0,8,t 60,40,0 18 1,0
 ; What is lit shows its second sequence, if there is one.
 c.1=RValueContainer 280 100 50 10
 c.2=RValueContainer -1 100 50 60 40 10
@@ -150,13 +143,16 @@ call do "give c."+i+" highlighted "+j+", look c."+i+" highlighted sequence"
 ; Stacks: how many are right, who falls (as far as the one below was high before), sums.
 call make 3
 c.1=RStackingContainer -1 100 50 60 100 30
-call do "give c.1 droppedSound 8 value 6, look c.1 isSolved, put a.1 c.1, put a.2 c.1, put a.3 c.1"
-call do "look c.1 isSolved, give c.1 solvedAnswerCount 3, look c.1 isSolved"
-call do "give c.1 solvedAnswerCount 0, look c.1 isSolved, give c.1 solvedAnswerCount -1"
-call do "look c.1 isSolved, give a.2 extraBottom 15, take a.2 c.1, look a.3 x y"
-call do "give c.1 droppedSound -1, tell"
-;=  1,2 0,1 1,1 0,1 0 1 1 0 1 120,110
-;! WAVE resource 8 not found.
+a.1=RGraphicAnswer 260 300 300 12
+a.2=RGraphicAnswer 261 300 300 5
+call do "give a.1 attribute 1, give a.2 attribute 2, give a.3 extraTop 9, give c.1 value 6"
+call do "look c.1 answerCount isFull isSolved, give c.1 droppedSound 8"
+for i 1 3
+call do "put a."+i+" c.1, look a."+i+" x y z, look c.1 answerCount isFull isSolved answerValue"
+call do "tell, give c.1 solvedAnswerCount 3, look c.1 isSolved, give c.1 solvedAnswerCount 0"
+call do "look c.1 isSolved, give c.1 solvedAnswerCount -1, look c.1 isSolved, take a.1 c.1"
+call do "look a.2 y, look a.3 y, give a.2 extraBottom 15, give c.1 droppedSound -1, take a.2 c.1"
+call do "look a.3 x y, tell, take a.3 c.1"
 numbers=["2147483647" "2147483647" "apples" "-7 pears"
 for i 1 4
 [
@@ -165,17 +161,30 @@ call do "put a."+i+" c.1"
 ]
 call do "look c.1 answerValue, take a.1 c.1, look c.1 answerValue, give c.1 answerValue 3"
 call do "give a.2 value 7, look c.1 answerValue"
-; Rows: who slides is heard, and nobody who only comes back into his gap.
-call make 4
+; Rows: in the order of the middles, half a pixel counts; gaps stay until the next is placed; who
+; slides is heard, and nobody who only comes back into his gap.
+procedure reads
+[
+call do "look c.1 answerMatchString"
+for i 1 4
+call do "look a."+i+" x"
+]
+procedure insert
+[
+call cut
+i=word
+call cut
+call do "ask a."+i+" place "+word+" 50, put a."+i+" c.1, reads"
+]
+call do "tell, make 4"
 c.1=RHorizontalContainer -1 100 50 100 40 30
 for i 1 4
 set a.i snapSound i
-call do "give c.1 slideSound 8 deltaZ -5, put a.2 c.1, ask a.1 place 99 50, put a.1 c.1"
-call do "take a.1 c.1, ask a.1 place 99 50, put a.1 c.1, look a.1 z, look a.2 x z"
-;! WAVE resource 2 not found.
-;! WAVE resource 1 not found.
-;! WAVE resource 8 not found.
-;! WAVE resource 1 not found.
+call do "give c.1 slideSound 8, insert 2 170, insert 1 99, insert 3 120, tell"
+call do "give a.4 extraRight 1, insert 4 120, look a.4 y z, take a.4 c.1, take a.1 c.1, reads"
+call do "give c.1 deltaZ -5, give a.1 extraLeft -2 extraRight 4, insert 1 190, look a.1 y z"
+call do "take a.2 c.1, insert 2 105"
+call tell
 ; The right texts: any of them, nothing is read as nothing.
 procedure match
 [
@@ -189,7 +198,6 @@ call do "ask a.1 place 180 50, put a.1 c.1, look c.1 answerMatchString isSolved"
 call do "give c.1 answerMatchString Arm, look c.1 isSolved, match arm, look c.1 isSolved"
 call do "ask c.1 dumpAnswerMatches, look c.1 isSolved, take a.1 c.1, take a.2 c.1"
 call do "look c.1 isSolved, give c.1 answerMatchString , look c.1 isSolved, tell"
-;=  2147483647 2147483640 0 25 120,25 0 0 1 arm,1 0 1 0 0 1
 ; Cloth: its frames and its information, which goes with it.
 procedure born
 c.9=&RECEIVER
@@ -209,10 +217,6 @@ call do "look c.9 visible"
 c.2=c.1
 call do "look c.9 x y z, give c.1 infoAOID -1, look c.9 x y z, give c.2 infoAOID 99, look c.9 x"
 call do "look c.2 infoAOID, tell"
-;=  154,74,31,1 154,78 154,34 2,0 2 4,1 4 150,52,31,0 0 150 3
-;=  5,0 6,1 4 105 195 225 164,54 41 0 1 164,54,41 164,54,41 41 99
-;! ASEQ resource 99 not found.
-;! it.here is not a trinket,\nso "get" won't work here
 ; Ten parts of an area, not all as wide as others, and of a picture that has one frame; one too many
 ; is the last.
 c.1=RFabricContainer -1 100 50 103 40 5
@@ -227,7 +231,45 @@ call do "give c.1 correctSegments 10 correctSegments 11 correctSegments -1"
 call do "look c.1 correctSegments, give c.2 correctSegments 10, look c.2 correctSegments"
 call do "give c.3 correctSegments 5, give c.3 correctSegments 6, look c.3 correctSegments, tell"
 quit
+;=  302,197,30,36,50 302,197,30,36,9 40,50,70,60,8 40,50,70,60,8
+;=  40,50,300,200,8 40,50,300,200,0 40,50,300,200,8 40,50,0,200,8 40,50,0,0,8
+;=  1 0 1 1 1 1 1 1 1 1 1 0 0 0 0 0 1 0 0 0 1,1,0 1 0 1 0 0 1 0
+;=  120,60,11 117,57,11 112,46,11 83,60,11 117,59,11 122,61,11 122,60,11 105,60,11
+;=  107,47,11 103,38,11 116,50,11 120,59,11
+;=  1 1 0 1 0 1 0 0 1 0,1 150,-10,11 228,125,21 300,5 208,115,0
+;=  1 1 0 1 0 1 0 0 1 0,1 150,-10,11 228,125,21 300,5 208,115,0
+;=  1 1 1 1 0 1 0 0 1 0,1 150,0,5 228,135,15 300,5 208,115,0
+;=  1 1 1 1 0 1 0 0 1 0,1 130,-10,11 208,125,21 300,5 208,115,0
+;=  1 1 1 1 0 1 0 0 1 0,1 130,-10,11 208,125,21 300,5 208,115,0
+;=  1 1 0 1 0 1 0 0 1 0,1 123,-10,11 201,125,21 300,5 208,115,0
+;= ,9,1,1,1,0,8,t 60,40,0 18 1,0
+;= ,9,tag,1,1,0,8,t,1,9,8,1 60,40,0 16 1,0
+;= ,9,9,9,1,1,0,8,t 60,40,0 28 1,0
+;= ,9,8,1,1,0,8,t 60,40,0 18 1,0
+;= ,9,8,7,1,1,0,8,t 60,40,0 18 1,0
+;= ,9,8,1,1,0,8,t 60,40,0 18 1,0
+;=  1,2 0,1 1,1 0,1 0,0,0 110,110,12 1,0,0,1 112,61,5 2,0,0,3 120,41,5 3,1,1,6
+;=  1 0 1 101 81 120,130
+;=  2147483647 2147483640 0
+;=  2 300 100 300 300 12 100 120 300 300 123 100 120 140 300
+;=  1423 100 139 159 120 60,31 23 300 139 159 300 231 142 100 120 300 60,25 231 142 100 120 300
+;=  0 0 1 arm,1 0 1 0 0 1
+;=  154,74,31,1 154,78 154,34 2,0 2 4,1 4 150,52,31,0 0 150 3
+;=  5,0 6,1 4 105 195 225 164,54 41 0 1 164,54,41 164,54,41 41 99
 ;=  100 110 120 130 141 151 161 172 182 192 192 10 10 5
+;! ASEQ resource 99 not found.
+;! WAVE resource 8 not found.
+;! WAVE resource 2 not found.
+;! WAVE resource 1 not found.
+;! WAVE resource 8 not found.
+;! WAVE resource 3 not found.
+;! WAVE resource 4 not found.
+;! WAVE resource 8 not found.
+;! WAVE resource 1 not found.
+;! WAVE resource 8 not found.
+;! WAVE resource 2 not found.
+;! ASEQ resource 99 not found.
+;! it.here is not a trinket,\nso "get" won't work here
 ;! RFabricContainer: correctSegments out of range
 ;! RFabricContainer: correctSegments out of range
 ;! RFabricContainer: correctSegments out of range

@@ -49,6 +49,14 @@ plot=["make, listenToNext" d1 m4 m5 told u5 told end
 procedure writeDrags
 [
 call writePlot
+for i 0 53
+[
+call write kV
+call write d1
+call write m4
+call write u4
+call write kX
+]
 for i 1 300
 [
 call write kB
@@ -153,10 +161,10 @@ line=""
 ; All used, all full, all solved.
 procedure states
 [
-get p areAnswersUsed isUsed
-get p areContainersFull isFull
-get p isSolved isGood
-heard=heard+" "+isUsed+isFull+isGood
+get p areAnswersUsed usedUp
+get p areContainersFull fullUp
+get p isSolved solvedUp
+heard=heard+" "+usedUp+fullUp+solvedUp
 ]
 procedure bare
 p=RPuzzle 0
@@ -167,6 +175,45 @@ play p removeContainer "c.2"
 ]
 procedure listenToNext
 set c.1 answerFlyOff takeNext
+
+; Containers of all kinds: v tells that the answer just fits, is a pixel too high, wide or long, that
+; nothing is taken, that the answer is beside and over each edge by a pixel, right and wrong.
+wants=[value attribute value answerMatchString value correctSegments
+takes=[1 0 0 0 1 0 1 1 0
+procedure V
+[
+drop p c.1 c.2 a.1 a.2 a.3
+kind=case%6+1
+v=case\6
+case=case+1
+p=RPuzzle 0
+c.1=kinds.kind
+play c.1 place 120+((v=3)*30)+((v=4)*29) 125+((v=5)*25)+((v=6)*24)
+for i 1 2
+[
+a.i=RGraphicAnswer 266 i*40-20 400 50
+set a.i attribute 1
+play p addAnswer "a."+i
+]
+long=(v=1)
+call do "give a.2 extraBottom "+(0-long)+" extraRight "+(0-20-long)+" value "+(9+long)
+call do "ask p addContainer c.1"
+if (kind>2)+long
+call do "put a.2 c.1"
+good=1+(v=8)
+if kind=6
+good=11-good
+set c.1 wants.kind good
+call do "give c.1 enabled "+(v#2)+" rejectIncorrectAnswers "+(v>6)
+]
+procedure X
+[
+get a.1 isUsed used
+v=v+1
+taken=takes.v+((v=9)*(kind>2)*(kind<6))
+if used#taken
+say "BAD" kind v-1 used
+]
 
 ; One to three containers of 40 x 40 that lie over each other, and come and go under an answer that
 ; is held; others may have answers. Of those that take it the first with the largest part below it
@@ -314,6 +361,8 @@ quit
 for i 1 4
 ended.i=0
 placed=0
+case=0
+call makeKinds 60 40
 expected=" a.1.up"
 call follow
 ;=  a.1.up c.1.on a.1.drop a.1.in c.1.put :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
