@@ -5,24 +5,16 @@
 yield off
 include player.mps
 include steps.mps
-procedure onBorn
-[
-a.2=RECEIVER
-call do "look a.2 x z"
-]
 procedure onHeard
 [
 get RECEIVER name who
 line=line+" "+who
 ]
-procedure onTwice
-call do "note twice"
 procedure onButton
 [
 call do "look p selectedButton"
 drop p
-call ask
-call do "note next:, look p selectedButton"
+call do "ask, note next:, look p selectedButton"
 ]
 procedure ask
 [
@@ -31,11 +23,6 @@ play p addButton 2203 1
 play p addButton 2205 0-3
 set p buttonPressed onButton
 set p mouseDown onHeard
-]
-procedure onBackground
-[
-get RECEIVER name who
-line=line+(who|3)
 ]
 ; Two ports and two dialogs, made in turn, go in these orders, with a new background in the midst.
 ; What is told are the ports that hear of a click before each step.
@@ -47,7 +34,7 @@ gone=0
 for i 1 3 2
 [
 c.i=RScenePort 0
-set c.i backgroundClicked onBackground
+set c.i backgroundClicked onHeard
 k=i+1
 c.k=RDialog 2017 20
 set c.k visible 0
@@ -95,21 +82,13 @@ procedure T
 call do "tell"
 order=0
 Scene 100
-set OMAnimation born onBorn
-set RPButton born onBorn
-set RHotSpot born onBorn
 call ask
-set OMAnimation born
-set RPButton born
-set RHotSpot born
 a.1=RAnimation 2001 20
 set a.1 mouseDown onHeard
-set a.1 dblClick onTwice
 call follow
-;=  0,21 1,21 359,21 501,21 p p -3 next: 
-;=  twice a.1 p 1 next:  p
-;=  :.... :...1. :..13.3. :.... :.... :..13.1.
-
+;=  p p -3 next: 
+;=  a.1 p 1 next:  p
+;=  :.... :... c.1. :.. c.1 c.3. c.3. :.... :.... :.. c.1 c.3. c.1.
 ;! ASEQ resource 99 not found.
 ;! ASEQ resource 99 not found.
 ;! ASEQ resource 99 not found.
