@@ -137,9 +137,7 @@ procedure gone
 call do "note gone, lose p"
 timed=0
 set p finished again
-call do "go, await 90, begin"
-play p resume }
-call tell
+call do "go, await 90, tell"
 quit
 ;=  @39 @29 @9 @9 @19 @9 @19 @9 @9 @39 @9 @9 @9 @9 @9 @9
 ;=  @9 @9 @9 250,1000 0,10000,-1000000
