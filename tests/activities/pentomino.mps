@@ -58,9 +58,8 @@ get p setting word got
 line=line+" "+got
 ]
 p=RPentominoGame 40 20 3
-call do "look p cellsH cellsV cellWidth piecesVisible"
 set OMAnimation born born
-call do "begin, make 1 2 3 4 5 6 7 8 9 10 11 12 9"
+call do "look p cellsH cellsV cellWidth piecesVisible, begin, make 1 2 3 4 5 6 7 8 9 10 11 12 9"
 ; At home it stands in the middle, on the lower edge; halves are rounded toward zero.
 for n 0 7
 [
@@ -117,8 +116,6 @@ line=line+" "+laid
 ; The cell under the left upper corner, and the pixel from which on it is that one.
 procedure cells
 [
-call cut
-set p side word
 last=""
 for n -12 117
 [
@@ -128,24 +125,22 @@ if got#last
 line=line+" "+got+"@"+n
 last=got
 ]
-call tell
 ]
-call do "tell, begin, give p cellsV 10, make 12, lay 12 0 0"
 axis="x"
 from=40
-side="cellWidth"
 cell="pieceCellX"
-call do "cells 20, cells 1, give p cellWidth 24, lay 12 0 0, piece pieceView 12 1"
+call do "tell, begin, give p cellsV 10 cellWidth 20, make 12, lay 12 0 0, cells, tell"
+call do "give p cellWidth 24, lay 12 0 0, piece pieceView 12 1"
 axis="y"
 from=20
-side="cellHeight"
 cell="pieceCellY"
 ; a cross, one in its corner, one on it, a step aside, over it, below it; turned where it lies, but
 ; not onto another one or beyond the board; by column and row
-call do "cells 21, begin, make 2 4 12, lay 2 0 0, lay 4 1 1, lay 4 2 2, lay 4 2 1, lay 2 1 0"
-call do "lay 12 0 1, lay 12 0 3, ask p reset, lay 12 0 0, piece pieceView 12 1, at 12, lay 4 1 0"
-call do "tell, piece pieceView 12 2, at 12, piece pieceView 12 3, lay 12 9 1, piece pieceView 12 0"
-call do "at 12, ask p setPieceHomeBox 4 300 200 420 400, lay 2 0 0, lay 4 7 1, piece pieceCellX 4 6"
+call do "give p cellHeight 21, cells, tell, begin, make 2 4 12, lay 2 0 0, lay 4 1 1, lay 4 2 2"
+call do "lay 4 2 1, lay 2 1 0, lay 12 0 1, lay 12 0 3, ask p reset, lay 12 0 0"
+call do "piece pieceView 12 1, at 12, lay 4 1 0, tell, piece pieceView 12 2, at 12"
+call do "piece pieceView 12 3, lay 12 9 1, piece pieceView 12 0, at 12"
+call do "ask p setPieceHomeBox 4 300 200 420 400, lay 2 0 0, lay 4 7 1, piece pieceCellX 4 6"
 call do "piece pieceCellY 4 2, at 4, piece pieceCellX 4 1, piece pieceCellY 4 0, at 4"
 ; a new piece takes the slot; one that is none changes nothing
 call do "tell, lay 2 0 0, piece pieceGraphicID 2 99, at 2, piece pieceGraphicID 2 2725"
@@ -166,8 +161,7 @@ call do "tell, give p cellsH 2000000 cellsV 2000000 cellWidth 2000000 cellHeight
 call do "look p cellsH cellsV cellWidth cellHeight, at 2, begin, make 2"
 ; What is refused.
 call do "ask p setPieceCellXY 0 1 1, ask p setPieceHomeBox 13 1 2 3 4, piece pieceCellX 0 1"
-call do "piece pieceCellY 13 1, piece pieceGraphicID 0 1, piece pieceIsAnchored 0 1"
-call do "piece pieceView 0 1, read pieceView 13, read pieceGraphicID 3, lay 3 1 1, lay 2 -1 0"
+call do "piece pieceGraphicID 13 1, read pieceView 13, read pieceGraphicID 3, lay 3 1 1, lay 2 -1 0"
 call do "lay 2 8 0, lay 2 0 -1, lay 2 0 4, lay 2 7 3, piece pieceCellX 2 8, tell"
 call do "ask p setSolutionString 0 X, ask p setSolutionString 7 X"
 call do "ask p setSolutionString 6 XXXXXXXXXX, ask p setSolutionString 6 XXXXXXXXXXX"
@@ -186,7 +180,6 @@ quit
 ;=  20,20,0,1 1,312,352 5,336,304 4,312,352 8,336,304 2,312,352 6,336,304 3,312,352 7,336,304 9:,/7
 ;=  1,-33,66 5,14,-30,4 9 96
 ;=  12:0,0/0 0@-10 1@10 2@30 3@50 4@70 5@90 @110
-;=  0@-1 1@1 2@2 3@3 4@4 5@5 @6
 ;=  12:0,0/0 0@-11 1@11 2@32 3@53 4@74 5@95 @116
 ;=  2:0,0/0 4:,/0 4:2,2/0 4:,/0 2:1,0/0 12:,/0 12:0,3/0 12:0,0/0 12:0,0/1 4:1,0/0
 ;=  12:,/2 12:9,1/3 12:,/0 2:0,0/0 4:7,1/0 4:6,2/0 4:,/0
@@ -197,9 +190,6 @@ quit
 ;=  2:7,3/0 4:1,0/0 2:5,2/0 4:0,0/0 4:0,0/0
 ;! Invoking method "setPieceCellXY"\ncaused event "solved" (ignored)\n
 ;! ASEQ resource 99 not found.
-;! RPentominoGame: invalid piece number
-;! RPentominoGame: invalid piece number
-;! RPentominoGame: invalid piece number
 ;! RPentominoGame: invalid piece number
 ;! RPentominoGame: invalid piece number
 ;! RPentominoGame: invalid piece number
