@@ -134,12 +134,6 @@ call settings points
 call do "look c.2 width height answerCount, ask c.2 place 0 0, look a.1 y, look a.2 movable isUsed"
 call tell
 ]
-; What is lit shows its second sequence, if there is one.
-c.1=RValueContainer 280 100 50 10
-c.2=RValueContainer -1 100 50 60 40 10
-for i 1 2
-for j 1 0 -1
-call do "give c."+i+" highlighted "+j+", look c."+i+" highlighted sequence"
 ; Stacks: how many are right, who falls (as far as the one below was high before), sums.
 call make 3
 c.1=RStackingContainer -1 100 50 60 100 30
@@ -248,7 +242,7 @@ quit
 ;= ,9,8,1,1,0,8,t 60,40,0 18 1,0
 ;= ,9,8,7,1,1,0,8,t 60,40,0 18 1,0
 ;= ,9,8,1,1,0,8,t 60,40,0 18 1,0
-;=  1,2 0,1 1,1 0,1 0,0,0 110,110,12 1,0,0,1 112,61,5 2,0,0,3 120,41,5 3,1,1,6
+;=  0,0,0 110,110,12 1,0,0,1 112,61,5 2,0,0,3 120,41,5 3,1,1,6
 ;=  1 0 1 101 81 120,130
 ;=  2147483647 2147483640 0
 ;=  2 300 100 300 300 12 100 120 300 300 123 100 120 140 300
