@@ -51,11 +51,9 @@ i=orders.order
 i=i|gone|1
 drop c.i
 ]
-; Its parts lie one above the other, and it is not dragged; the picture's number has 16 bits; a boat
-; at its depth and before it; its parts are not touchy when it is not; without its pictures.
-plot=["d5 5" "m105 105" "u105 105" "w56 310" "u56 310" "d535 335" "u535 335" "give p z 18, tell"
-plot=["w56 310" "u56 310" "give p z 20 touchy 0" "d56 310" "u56 310" "d535 335" "u535 335"
-plot=["give p touchy 1" "d380 335" "u380 335" "empty" "d5 5" "u5 5" "lose p, lose a.1, tell" end
+; One whose pictures are missing, which a handler drops for the next one; at last it lies behind.
+plot=["empty" "d5 5" "u5 5" "ask" "d56 310" "u56 310" "d535 335" "u535 335" "give p z 18, tell"
+plot=["d56 310" "u56 310" "lose p, lose a.1" end
 procedure empty
 [
 p=RDialog 99 3
@@ -82,13 +80,11 @@ procedure T
 call do "tell"
 order=0
 Scene 100
-call ask
 a.1=RAnimation 2001 20
 set a.1 mouseDown onHeard
 call follow
-;=  p p -3 next: 
-;=  a.1 p 1 next:  p
-;=  :.... :... c.1. :.. c.1 c.3. c.3. :.... :.... :.. c.1 c.3. c.1.
+;=  p p p -3 next: 
+;=  a.1 :.... :... c.1. :.. c.1 c.3. c.3. :.... :.... :.. c.1 c.3. c.1.
 ;! ASEQ resource 99 not found.
 ;! ASEQ resource 99 not found.
 ;! ASEQ resource 99 not found.

@@ -6,10 +6,6 @@
 ;> 107 screenshot a.new.png
 ;> 211 screenshot b.png
 ;> 215 screenshot b.new.png
-;> 319 screenshot c.png
-;> 323 screenshot c.new.png
-;> 427 screenshot d.png
-;> 431 screenshot d.new.png
 yield off
 ActivateDLL golden.rsc
 include steps.mps
@@ -64,7 +60,7 @@ set a.i properties.k texts.RESULT
 for i 1 4
 call make
 DisplayScreen
-for round 1 4
+for round 1 2
 [
 for turn 1 50
 [

@@ -20,28 +20,12 @@ call do "look a.2 x y z width height textColorIndex graphic1ID, tell"
 ;! ASEQ resource 99 not found.
 ;! ASEQ resource 98 not found.
 ; A copy has all, and goes its own way.
-all="graphic1ID 2320 graphic2ID 2331 graphic1OffsetZ -1 graphic2OffsetZ 2 textColorIndex 9"
-more="text1OffsetX -9 text1OffsetY 4 text2OffsetX 5 text2OffsetY 60 text1 AB text2 B"
-margins="tag t attribute seven extraLeft 1 extraTop 2 extraRight 3 extraBottom 4"
+all="graphic1ID 2320 graphic2ID 2331 text1OffsetX -9 text1OffsetY 4 text2OffsetX 5 text2OffsetY 60"
 a.3=RDoubleGraphicTextAnswer 2310 20 30 5
 call do "ask a.3 setFont 20, give a.3 "+all
-call do "give a.3 "+more
-call do "give a.3 "+margins
+call do "give a.3 text1 AB text2 B tag t attribute seven extraLeft 1 graphic2OffsetZ 2"
 a.4=a.3
-procedure settings given
-[
-words=given+" "
-for ~words
-[
-call cut
-get a.4 word got
-line=line+","+got
-call cut
-]
-]
-call settings all
-call settings more
-call settings margins
+call do "look a.4 graphic1ID graphic2ID graphic2OffsetZ text1 text2 attribute tag extraLeft"
 call do "look a.4 x y z width height homeX homeY value, tell"
 drop a.3
 ; One whose pictures end is gone until it plays again; a copy plays its own.
@@ -52,5 +36,5 @@ pause 3
 call do "look a.4 width visible, look a.3 width, ask a.4 playAnimations, look a.4 width"
 call do "give a.4 text1OffsetX 0 graphic2ID -1 text2 B, look a.4 x width height value, tell"
 quit
-;= ,2320,2331,-1,2,9,-9,4,5,60,AB,B,t,seven,1,2,3,4 18,35,5,58,82,27,35,seven
+;=  2320,2331,2,AB,B,seven,t,1 18,35,5,58,82,27,35,seven
 ;=  154 35,1 154 154 27,26,82,seven
