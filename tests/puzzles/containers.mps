@@ -57,25 +57,21 @@ call do "look c.1 isSolved"
 call make 1
 call do "give c.1 value 7, put a.1 c.1, give a.1 attribute 7, look c.1 isSolved, give a.1 value 8"
 call do "look c.1 isSolved, tell"
-; The middle comes to the middle, halves are rounded toward zero.
-pictures=[266 263 261 262 266 266 266 266
-insets=["" "" "" "" " extraLeft 5 extraTop 2 extraBottom 1" " extraRight 5 extraBottom 3"
-insets=[" extraLeft -4" " extraLeft 30"
+; The middle comes to the middle, halves are rounded toward zero; the corner to a point; the hot
+; point to the corner or the point.
 call make 1
-for i 1 8
-[
-a.1=RGraphicAnswer pictures.i 300 300 5
-call do "give a.1 extraTop 0"+insets.i+", put a.1 c.1, look a.1 x y z"
-]
-call tell
-; The corner comes to a point, and the hot point there.
-points=["extraLeft 5" "extraLeft -5 isUsingHotPoint 1" "extraLeft 0" "isUsingHotPoint 0"
+a.1=RGraphicAnswer 262 300 300 5
+call do "put a.1 c.1, look a.1 x y z, take a.1 c.1, give a.2 extraLeft 5 extraTop 2 extraBottom 1"
+call do "put a.2 c.1, look a.2 x y z"
 call make 2
-call do "give c.1 answerAnchorPointX 7 answerAnchorPointY -3"
-for i 1 4
+call do "give a.1 extraLeft 5 extraTop 3 extraBottom 2 hotPointX 4 hotPointY 9"
+call do "give a.2 isUsingHotPoint 1 hotPointX 4 hotPointY 9, give c.1 answerAnchorPointX 7"
+call do "give c.1 answerAnchorPointY -3 anchorAnswerAtPoint 1"
+for j 1 2
 [
-call do "give a.1 extraTop 3 extraRight 1 extraBottom 2 hotPointX 4 hotPointY 9 "+points.i
-call do "give c.1 anchorAnswerAtPoint "+(i<3)+", put a.1 c.1, look a.1 x y z, take a.1 c.1"
+for i 1 2
+call do "put a."+i+" c.1, look a."+i+" x y, take a."+i+" c.1"
+set c.1 anchorAnswerAtPoint 0
 ]
 call tell
 ; Right answers are locked by some; all answers by who is disabled, until they leave or are
@@ -102,36 +98,35 @@ drop group
 for j 1 6
 call hold
 ; Copies are empty and have the settings; of who is locked in, they are free.
-shared=" lockCorrectAnswers 1 rejectIncorrectAnswers 1 enabled 0 y 8 tag t"
-points=" anchorAnswerAtPoint 1 answerAnchorPointX 9 answerAnchorPointY 8 doPixelCompare 1"
-news=[" value 9 highlighted 1" " attribute 9 answerProperty tag"
-news=[" value 9 solvedAnswerCount 9 droppedSound 9" " deltaZ 9 slideSound 8"
-news=[" value 9 deltaZ 8 slideSound 7" " correctSegments 9 infoVerticalOffset 8"
-procedure settings given
+owns=["value highlighted"
+owns=["attribute answerProperty anchorAnswerAtPoint answerAnchorPointY doPixelCompare"
+owns=["value solvedAnswerCount droppedSound" "deltaZ slideSound" "value deltaZ slideSound"
+owns=["correctSegments infoVerticalOffset"
+procedure each given
 [
-words=given|2+" "
+words=owns.j+" lockCorrectAnswers rejectIncorrectAnswers tag "
 for ~words
 [
 call cut
+if given=1
+set c.1 word 8
+else
+[
 get c.2 word got
 line=line+","+got
-call cut
+]
 ]
 ]
 for j 1 6
 [
 call make j
-call do "give c.1"+news.j
-if j=2
-call do "give c.1"+points
-call do "give c.1"+shared+", put a.1 c.1"
+call each 1
+call do "give c.1 enabled 0, put a.1 c.1"
 c.2=c.1
 a.2=a.1
-call settings news.j
-call settings shared
-if j=2
-call settings points
-call do "look c.2 width height answerCount, ask c.2 place 0 0, look a.1 y, look a.2 movable isUsed"
+call each 2
+call do "look c.2 width y enabled answerCount, ask c.2 place 0 0, look a.1 y"
+call do "look a.2 movable isUsed"
 call tell
 ]
 ; Stacks: how many are right, who falls (as far as the one below was high before), sums.
@@ -170,7 +165,7 @@ i=word
 call cut
 call do "ask a."+i+" place "+word+" 50, put a."+i+" c.1, reads"
 ]
-call do "tell, make 4"
+call make 4
 c.1=RHorizontalContainer -1 100 50 100 40 30
 for i 1 4
 set a.i snapSound i
@@ -228,24 +223,22 @@ quit
 ;=  302,197,30,36,50 302,197,30,36,9 40,50,70,60,8 40,50,70,60,8
 ;=  40,50,300,200,8 40,50,300,200,0 40,50,300,200,8 40,50,0,200,8 40,50,0,0,8
 ;=  1 0 1 1 1 1 1 1 1 1 1 0 0 0 0 0 1 0 0 0 1,1,0 1 0 1 0 0 1 0
-;=  120,60,11 117,57,11 112,46,11 83,60,11 117,59,11 122,61,11 122,60,11 105,60,11
-;=  107,47,11 103,38,11 116,50,11 120,59,11
+;=  83,60,11 117,59,11 107,47 103,38 117,59 116,51
 ;=  1 1 0 1 0 1 0 0 1 0,1 150,-10,11 228,125,21 300,5 208,115,0
 ;=  1 1 0 1 0 1 0 0 1 0,1 150,-10,11 228,125,21 300,5 208,115,0
 ;=  1 1 1 1 0 1 0 0 1 0,1 150,0,5 228,135,15 300,5 208,115,0
 ;=  1 1 1 1 0 1 0 0 1 0,1 130,-10,11 208,125,21 300,5 208,115,0
 ;=  1 1 1 1 0 1 0 0 1 0,1 130,-10,11 208,125,21 300,5 208,115,0
 ;=  1 1 0 1 0 1 0 0 1 0,1 123,-10,11 201,125,21 300,5 208,115,0
-;= ,9,1,1,1,0,8,t 60,40,0 18 1,0
-;= ,9,tag,1,1,0,8,t,1,9,8,1 60,40,0 16 1,0
-;= ,9,9,9,1,1,0,8,t 60,40,0 28 1,0
-;= ,9,8,1,1,0,8,t 60,40,0 18 1,0
-;= ,9,8,7,1,1,0,8,t 60,40,0 18 1,0
-;= ,9,8,1,1,0,8,t 60,40,0 18 1,0
+;= ,8,1,1,1,8 60,50,0,0 60 1,0
+;= ,8,8,1,8,1,1,1,8 60,50,0,0 58 1,0
+;= ,8,8,8,1,1,8 60,50,0,0 70 1,0
+;= ,8,8,1,1,8 60,50,0,0 60 1,0
+;= ,8,8,8,1,1,8 60,50,0,0 60 1,0
+;= ,8,8,1,1,8 60,50,0,0 60 1,0
 ;=  0,0,0 110,110,12 1,0,0,1 112,61,5 2,0,0,3 120,41,5 3,1,1,6
 ;=  1 0 1 101 81 120,130
-;=  2147483647 2147483640 0
-;=  2 300 100 300 300 12 100 120 300 300 123 100 120 140 300
+;=  2147483647 2147483640 0 2 300 100 300 300 12 100 120 300 300 123 100 120 140 300
 ;=  1423 100 139 159 120 60,31 23 300 139 159 300 231 142 100 120 300 60,25 231 142 100 120 300
 ;=  0 0 1 arm,1 0 1 0 0 1
 ;=  154,74,31,1 154,78 154,34 2,0 2 4,1 4 150,52,31,0 0 150 3
