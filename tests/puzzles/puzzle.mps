@@ -12,7 +12,7 @@ include steps.mps
 ; The homes of the answers, the middles of the containers, nowhere, beside the first middle.
 spots=["30 410" "70 410" "110 410" "140 140" "300 140" "600 440" "141 140"
 ; Out of a container and back; out of one that takes nothing any more.
-plot=[make d1 m4 u4 told d4 u4 told d4 told m6 m5 m4 u4 d4 m6 u6 told d1 m4 u4 d4
+plot=[make d1 m4 u4 d4 u4 told d4 told m6 m5 m4 u4 d4 m6 u6 told d1 m4 u4 d4
 plot=["give c.1 enabled 0" m7 u7 told
 ; What containers are told when they are added; the release is lost.
 plot=[
@@ -36,7 +36,7 @@ plot=["states, told"
 plot=[make d1 m4 u4 "ask p removeContainer c.1" d2 m4 u4 told d4 m5 u5 told
 plot=["ask p addContainer c.1" d2 m4 "lose c.1, lose c.2" m6 u6 told
 ; Two puzzles, which then go.
-plot=["make, ask q addContainer c.1, ask q addAnswer a.1" d1 m4 u4 told
+plot=["make, ask q addContainer c.1, ask q addAnswer a.1" d1 m4 u4
 plot=["states, ask p reset, ask p removeAnswer a.1, put a.2 c.1, ask q addAnswer a.2"
 plot=["ask q removeContainer c.1, lose p, lose q, told" d4 m6 u6 told
 ; Shifted and anchored; home stays where it was.
@@ -44,7 +44,7 @@ plot=[make d1 m4 u4 "ask p shiftAnswers 5 -7, ask p shiftContainers -3 2, ask p 
 plot=[m5 u5 d2 m5 u5 told "ask p unanchorAnswers" d4 m5 u5 d2 m6 u6 told
 ; Over two, the first of those with the largest part below it; a handler takes the next target away.
 plot=["make, give c.2 x 130" d1 "m170 140" "m171 140" "m170 140" "m171 140" "u171 140" told
-plot=["make, listenToNext" d1 m4 m5 told u5 told end
+plot=["make, listenToNext" d1 m4 m5 u5 told end
 procedure writeDrags
 [
 call writePlot
@@ -220,8 +220,7 @@ quit
 case=0
 call makeKinds 60 40
 call follow
-;=  a.1.up c.1.on a.1.drop a.1.in c.1.put :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
-;=  a.1.up c.1.take a.1.out a.1.drop a.1.in c.1.put :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
+;=  a.1.up c.1.on a.1.drop a.1.in c.1.put a.1.up c.1.take a.1.out a.1.drop a.1.in c.1.put :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
 ;=  a.1.up c.1.take a.1.out :  130,130,0,1 100,100,0 60,400,0,1 260,100,0
 ;=  c.1.off c.2.on c.2.off c.1.on a.1.drop a.1.in c.1.put a.1.up c.1.take a.1.out c.1.off a.1.drop :  20,400,0,1 100,100,0 60,400,0,1 260,100,0
 ;=  a.1.up c.1.on a.1.drop a.1.in c.1.put a.1.up c.1.take a.1.out c.1.off a.1.drop :  20,400,0,1 100,100,0 60,400,0,1 260,100,0
@@ -237,14 +236,12 @@ call follow
 ;=  a.1.up c.1.on a.1.drop a.1.in c.1.put a.2.up a.2.drop :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
 ;=  a.1.up c.1.take a.1.out c.1.off c.2.on a.1.drop a.1.in c.2.put p.full p.wrong :  290,130,1,1 100,100,0 60,400,0,1 260,100,1
 ;=  a.2.up c.1.on a.2.drop p.solved :  290,130,0,1 60,400,0,1
-;=  a.1.up c.1.on a.1.drop a.1.in c.1.put q.full q.used q.wrong :  130,130,1,1 100,100,1 60,400,0,1 260,100,0
-;=  000 :  130,130,1,1 100,100,2 130,130,1,1 260,100,0
+;=  a.1.up c.1.on a.1.drop a.1.in c.1.put q.full q.used q.wrong 000 :  130,130,1,1 100,100,2 130,130,1,1 260,100,0
 ;=  a.2.up c.1.take a.2.out a.2.drop :  130,130,1,1 100,100,1 590,430,0,1 260,100,0
 ;=  a.1.up c.1.on a.1.drop a.1.in c.1.put :  127,132,1,0 97,102,1 65,393,0,0 257,102,0
 ;=  a.1.up c.1.take a.1.out c.1.off c.2.on a.1.drop a.1.in c.2.put a.2.up a.2.drop :  287,132,1,1 97,102,0 60,400,0,1 257,102,1
 ;=  a.1.up c.1.on c.1.off c.2.on c.2.off c.1.on c.1.off c.2.on a.1.drop a.1.in c.2.put :  160,130,1,1 100,100,0 60,400,0,1 130,100,1
-;=  a.1.up c.1.on c.1.off :  290,130,0,1 100,100,0 60,400,0,1 260,100,0
-;=  a.1.drop :  20,400,0,1 100,100,0 60,400,0,1 260,100,0
+;=  a.1.up c.1.on c.1.off a.1.drop :  20,400,0,1 100,100,0 60,400,0,1 260,100,0
 ;= cases 54
 ;! Invoking method "addAnswerToContainer"\ncaused event "answerRemoved" (ignored)\n
 ;! event "removedFromContainer" (ignored)\n
