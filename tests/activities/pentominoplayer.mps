@@ -21,8 +21,8 @@ plot=["d439 371" "m447 114" "u447 114" d5 m4 "m570 101" m4 u4 "cells"
 plot=[d5 "m370 300" "ask p setPieceCellXY 7 0 0" "m390 320" "u390 320" "cells" d7
 plot=["ask p setPieceCellXY 7 0 0" "m470 300" "ask p setPieceCellXY 10 1 2, ask p reset" m7 b0 u7 f0
 plot=["m570 400" "cells, pickedAgain"
-; Made anew when it is picked up, and when the pattern is covered; the board goes in these events.
-plot=["d109 131" u7 "cells, solvedAgain" d5 m6 u6 "cells, solvedGone" d5 m6 u6
+; Made anew when it is picked up; the board goes in these events.
+plot=["d109 131" u7 "cells, solvedGone" d5 m6 u6
 plot=["begin, pickedGone" d5 m6 u6 "tell, begin, cursors" m5 d5 u5 d5 "lose p" end
 procedure writeDrags
 call writePlot
@@ -56,15 +56,13 @@ procedure pickedAgain
 set p piecePickedUp again
 procedure pickedGone
 set p piecePickedUp gone
-procedure solvedAgain
+procedure solvedGone
 [
 set p piecePickedUp
 call do "ask p setSolutionString 1 --X, ask p setSolutionString 2 --X"
 call do "ask p setSolutionString 3 XXX"
-set p solved again
-]
-procedure solvedGone
 set p solved gone
+]
 procedure piece n
 [
 set p pieceGraphicID n 400+n
@@ -81,6 +79,15 @@ call piece 10
 ]
 call begin
 call follow
+;# 0 title Zorbet Voyages
+;# 7 end until
+;# 0 title Zorbet Voyages
+;# 108 cursor -2
+;# 109 cursor -4
+;# 110 cursor -2
+;# 111 cursor -4
+;# 112 cursor -1
+;# 1001 end until
 ;=  gone gone
 ;! WAVE resource 23 not found.
 ;! WAVE resource 24 not found.
@@ -100,16 +107,5 @@ call follow
 ;! WAVE resource 25 not found.
 ;!  0,0/4 ,/0
 ;!  again ,/0 ,/0
-;! WAVE resource 25 not found.
-;!  again ,/0 ,/0
 ;! WAVE resource 23 not found.
 ;! WAVE resource 22 not found.
-;# 0 title Zorbet Voyages
-;# 7 end until
-;# 0 title Zorbet Voyages
-;# 112 cursor -2
-;# 113 cursor -4
-;# 114 cursor -2
-;# 115 cursor -4
-;# 116 cursor -1
-;# 1001 end until

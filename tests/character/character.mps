@@ -176,22 +176,6 @@ call fidget e 7 5 10 2006
 call fidget g 7 5 10 2002
 call fidget h 7 5 10 2004
 call do "see 1300, tell, see 1300, tell"
-; intervals of any size: how many times 9 ms
-intervals=[5 2 0 1 -9 -4
-for row 1 5 2
-[
-call make
-call fidget e 1 intervals.row intervals.(row+1) 2006
-for w 1 700
-[
-get t.12 visible seen
-if seen
-break
-pause 0.01
-]
-line=line+" "+w
-]
-call tell
 ; none begins while it is busy, hidden or paused: then its group waits anew
 call make
 call fidget e 7 1 1 2006
@@ -221,9 +205,8 @@ call do "run 1 playAnim 2001, run 1 playAnim 2006, run 1 playSpeech 205"
 ;=  37 21 30 2 60 60 48 16 0 28 0 60 60 48
 ;= / p199 g+12 p178 h+15 p199 e+23 p200 h+15 p177 e+23 p133 g+12 p111 h+3 
 ;= / h+12 p199 e+23 p200 g+12 p200 h+15 p155 g+12 p178 e+22 p156 e+22 p94 
-;=  556 2 3
 ;= / p14 e+6 / p14 e+6 / p14 e+6 
-;= / p30 / p22 pg+18 
+;= / p30 / p21 pg+19 
 ;! ASEQ resource 404 not found.
 ;! RCharacter: animation 404 not found
 ;! RCharacter: unknown animation for speech ID 404

@@ -132,9 +132,6 @@ say picked.1>120 picked.2>120 picked.3>120 picked.1+picked.2+picked.3
 call do "ask p setAnswer one 1 266, ask p setContainer 1001 1"
 call do "ask p setPuzzleText 1001 1 1 1 1 text, ask p setPuzzleGraphic 0 1 266, begin 0"
 call do "ask p setPuzzleText 1000 1 10 10 30 last"
-for j 1 8000
-play p start
-say all>10 all<40
 
 ; Texts: a line at its left edge, middle or right edge, or a box.
 procedure show
@@ -179,15 +176,9 @@ call do "look c."+i+" x y z touchy movable"
 ; What is there is that of the last start, which takes no answer out.
 call begin 1
 call do "put a.1 c.1, ask p setPuzzleText 1 1 10 10 30 first, ask p setPuzzleGraphic 2 30 266"
-for j 1 40
-[
 all=10
-play p start
-call living
-if alive#1
-say "BAD" alive
-]
-call do "look a.1 isUsed"
+call do "ask p start, ask p start, living, look a.1 isUsed"
+say alive
 drop p
 call living
 say alive line
@@ -196,7 +187,6 @@ quit
 ;=  abc k l efx v x abcd   abcd  
 ;=  a 0 12 0 0
 ;= 1 1 1 600
-;= 1 1
 ;= 0
 ;=  100,50,30,ABA,30,10,0,7,8,0,0 100,50,30,ABA,30,10,0,7,8,0,0 85,50,30,ABA,30,10,0,7,8,0,0
 ;=  70,50,30,ABA,30,10,0,7,8,0,0 100,50,30,ABA,30,10,0,7,8,0,0 -5,50,-4,ABA,30,10,0,7,8,0,0
@@ -204,6 +194,7 @@ quit
 ;=  0 9 10,10,30,AB,42,20,0,1,16,0,0
 ;=  10,10,30,AB,20,10,0,2,8,0,0
 ;=  10,10,30,AB,20,10,0,6,8,0,0
+;= 1
 ;= 0  302,197,60,0,0 3,-1,-3,0,0 1
 ;! RPuzzle: entry number 0 is not between 1 and 1000
 ;! RPuzzle: entry number 1001 is not between 1 and 1000
