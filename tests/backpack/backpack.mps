@@ -13,13 +13,12 @@ spots=["506 288" "280 118" "299 147" "279 130" "300 130" "290 117" "290 148" "28
 ; Inside and over the edges by a pixel; just outside; a lost release; handlers that put something
 ; else in its place and drop the backpack.
 plot=["eight, open" d2 m4 u4 d2 m5 u5 d2 m6 u6 d2 m7 u7 d2 m8 u8 d2 m9 u9 d3 "m442 316" b0 u9 f0
-plot=["onDropped, tell, heard objectDropped replaced" d2 m10 u10 "items, tell" d2 m10 u10
-plot=["heard objectDropped gone" d1 m10 u10
+plot=["onDropped, tell, replace" d2 m10 u10 "items, tell" d2 m10 u10
 ; Closed where it was pressed, as long as it is seen, and not elsewhere.
 plot=["items, tell, ask q activatePlayer Cy, ask q backpackAddObject 4, open" d13 u13 d14 u14 d15
 plot=[u15 d16 u16 d17 m14 u14 d14 m17 u17 "ask p place 200 100" d17 "blink" u17 d17
 plot=["give p visible 0" u17 "give p visible 1, note not_yet" d11 u11 d11 u11 d1 u1
-plot=["give p visible 1" d12 u12 "heard closed gone, give p visible 1" d17 u17 "tell" end
+plot=["give p visible 1" d12 u12 "give p visible 1" d17 u17 "tell" end
 procedure writeDrags
 call writePlot
 procedure onBorn
@@ -55,18 +54,8 @@ play p addObject 3
 resume
 set p objectDropped onDropped
 ]
-procedure gone
-[
-drop p
-call do "note gone"
-]
-procedure heard
-[
-call cut
-setting=word
-call cut
-set p setting $word
-]
+procedure replace
+set p objectDropped replaced
 procedure items
 for k 0 11
 [
@@ -112,8 +101,8 @@ call follow
 ;=  008 2 3 4 2 3 4 2 0 4 2 3 4 0 1 13
 ;=  2,376,175,24,25 2,176,175,24,25 2,294,276,24,25 2,294,75,24,25 7,430,303,24,25 7,430,303,24,25
 ;=  3 3 3 0 0 0 0 4 0 0 0 0
-;=  2,494,276,24,24 gone 3 3 3 0 0 0 0 4 0 0 0 0
-;=  not_yet closed closed gone
+;=  2,494,276,24,24 3 3 3 0 0 0 0 4 0 0 0 0
+;=  not_yet closed closed closed
 ;! RBackPack: invalid object: -1
 ;! RBackPack: object 0 animation not found.
 ;! ASEQ resource 1012 not found.
