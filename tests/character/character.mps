@@ -96,25 +96,14 @@ n=10
 ends=0
 role="w"
 set OMAnimation born onBorn
-; what is played may end in the midst of a drag; the pointer goes from one layer to the next
+; what is played may end in the midst of a drag
 procedure onUp
-line=line+" up"
-procedure onOn
-line=line+" on"
-procedure onOff
-line=line+" off"
-procedure onFinished
-line=line+" finished"
+call do "note up"
 t.1=RCharacter 2031 100 100 30
 set t.1 mouseUp onUp
-set t.1 flyOn onOn
-set t.1 flyOff onOff
-set t.1 finished onFinished
-;> 66 move 150 150
 ;> 76 down 150 150
 ;> 1406 move 160 150
 ;> 1416 up 160 150
-;> 1426 move 600 20
 call do "run 1 playAnim 2017 5, rest 1.5, let 1 settlePoseID 2017, rest 0.1, of 1 x, tell"
 ; a handler that drops it
 procedure gone
@@ -193,7 +182,7 @@ call do "run 1 playAnim 404, run 1 playSpeech 404, run 1 addSpeechAnim 2010"
 call do "run 1 addSpeechAnim 404, run 1 addFidget 7 2006, run 1 removeFidgetGroup 7"
 call do "run 1 addFidgetGroup 7 1 2, run 1 addFidget 7 404, let 1 settlePoseID 404"
 call do "run 1 playAnim 2001, run 1 playAnim 2006, run 1 playSpeech 205"
-;=  on finished up off on off 111
+;=  up 111
 ;= dropped
 ;= / w+26! p4 / w+26! p4 / w+53! .7 / .30! / p3 / w+60 / p3 
 ;= / p20 / p+40 / q+30 / w+5 / w+10 / p3 / .3 

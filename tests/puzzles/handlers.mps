@@ -13,8 +13,7 @@ include steps.mps
 spots=["30 410" "70 410" "110 410" "140 140" "300 140" "600 440"
 events=[pickedUp dropped addedToContainer removedFromContainer answerFlyOn answerFlyOff
 events=[answerPlaced answerRemoved containersFull answersUsed puzzleSolved puzzleWrong
-; What a handler drops (the bits of these), and what it tells the puzzle.
-victims=[32 1 8 16 9 33 40 63 2
+; What a handler tells the puzzle.
 methods=[reset start removeAnswer removeContainer addAnswerToContainer addAnswerToContainer
 methods=[addAnswerToContainer removeAnswerFromContainer anchorAnswers shiftContainers
 firsts=[0 0 one near one one another one 0 0
@@ -70,7 +69,7 @@ set o.i events.event handler
 ; What a handler does with answer who and container at.
 procedure act
 [
-RandomNumber 1 21
+RandomNumber 1 19
 deed=RESULT
 RandomNumber 1 3
 who=RESULT
@@ -79,17 +78,15 @@ at=RESULT
 one="o."+who
 near="o."+at
 far="o."+(9-at)
-if deed<10
-[
-for i 1 6
-if victims.deed\(2^(i-1))%2
-drop o.i
-]
-else if deed=21
+if deed<7
+drop o.deed
+else if deed=7
+drop o.6 o.4 o.5 o.1 o.2 o.3
+else if deed=8
 call blink
-else if (deed=20)*((~o.at)=1)
+else if (deed=9)*((~o.at)=1)
 set o.at enabled 0
-else if (deed<20)*((~o.6)=1)
+else if (deed>9)*((~o.6)=1)
 play o.6 methods.(deed-9) $firsts.(deed-9) $seconds.(deed-9)
 ]
 procedure any
@@ -147,4 +144,4 @@ call attach any
 ]
 say "taken" taken
 quit
-;= taken 3110
+;= taken 3925
