@@ -1,6 +1,6 @@
-; Characters. What is seen of the layers is looked at every 45 ms: the pose 2010 (p), what it plays (w; 2001 takes 1200
-; ms), fidgets (e; 2006 takes 1020 ms) and speeches of 2010, each by its letter and how often it was seen, with + when it
-; moved, ! when it had finished then.
+; Characters. What is seen of the layers is looked at every 45 ms: the pose 2010 (p), what it plays
+; (w; 2001 takes 1200 ms), fidgets (e; 2006 takes 1020 ms) and speeches of 2010, each by its letter
+; and how often it was seen, with + when it moved, ! when it had finished then.
 ;$ --until 400000
 yield off
 include things.mps
@@ -96,14 +96,22 @@ n=10
 ends=0
 role="w"
 set OMAnimation born onBorn
-; what is played may end in the midst of a drag
+; what is played may end in the midst of a drag; the pointer goes from one layer to the next
 procedure onUp
 call do "note up"
+procedure onOn
+call do "note on"
+procedure onOff
+call do "note off"
 t.1=RCharacter 2031 100 100 30
 set t.1 mouseUp onUp
+set t.1 flyOn onOn
+set t.1 flyOff onOff
+;> 66 move 150 150
 ;> 76 down 150 150
 ;> 1406 move 160 150
 ;> 1416 up 160 150
+;> 1426 move 600 20
 call do "run 1 playAnim 2017 5, rest 1.5, let 1 settlePoseID 2017, rest 0.1, of 1 x, tell"
 ; a handler that drops it
 procedure gone
@@ -116,7 +124,7 @@ set t.1 mouseDown gone
 ;> 1526 down 56 98
 call do "run 1 playAnim 2001, rest 0.1"
 call make
-; an animation in place of the pose, of which it is told; played so often, and hidden at the end; also unseen
+; an animation in place of the pose; played so often, and hidden at the end; also unseen
 call do "run 1 playAnim 2001, see 30, run 1 playAnim 2001 0, see 30, run 1 playAnim 2001 2 0"
 call do "see 60, run 1 playAnim 2001, see 30, let 1 visible 1, see 3, run 1 playAnim 2001 -1"
 call do "see 60, halt, see 3, tell"
@@ -130,7 +138,7 @@ call do "see 40, run 1 resume, see 40, let 1 animateSettled 0, see 40, tell"
 call do "let 1 animateSettled 1, see 40, as w, run 1 playAnim 2001 2, see 5, run 1 pause, see 20"
 call do "run 1 resume, see 60, run 1 pause, see 20, run 1 playAnim 2001 -1, see 20, halt, see 40"
 call do "run 1 resume, see 40, let 1 animateSettled 0, see 20, tell"
-; speeches are their sequences, seen until they are over and their sounds, too (203 lasts up to 1120 ms, its
+; speeches are their sequences, seen until their sounds are over, too (203 lasts up to 1120 ms, its
 ; pictures 800); what was added first counts
 call do "run 1 addSpeechAnim 2010, run 1 addSpeechAnim 2016, run 1 addSpeechAnim 2003, see 3"
 call do "run 1 playSpeech 206, see 40, run 1 playSpeech 205 0, see 40, let 1 visible 1, see 3"
@@ -172,7 +180,7 @@ set t.1 finished
 call do "run 1 playAnim 2001 -1, rest 1.5, run 1 stop, see 20, run 1 stop, let 1 visible 0"
 call do "rest 1.5, let 1 visible 1, see 20, run 1 stop, run 1 pause, rest 1.5, run 1 resume, see 20"
 call tell
-; a group goes with its fidgets, also in the midst of one; numbers of groups are kept apart; a fidget over the pose
+; a group goes with its fidgets, also in the midst of one; a fidget over the pose
 call do "run 1 addFidgetGroup 8 300 300, run 1 addFidget 8 2004, rest 1, run 1 removeFidgetGroup 7"
 call do "see 30, run 1 addFidgetGroup 9 1 1, as g, run 1 addFidget 9 2006 0, see 40"
 call do "run 1 removeFidgetGroup 9, tell"
@@ -182,7 +190,7 @@ call do "run 1 playAnim 404, run 1 playSpeech 404, run 1 addSpeechAnim 2010"
 call do "run 1 addSpeechAnim 404, run 1 addFidget 7 2006, run 1 removeFidgetGroup 7"
 call do "run 1 addFidgetGroup 7 1 2, run 1 addFidget 7 404, let 1 settlePoseID 404"
 call do "run 1 playAnim 2001, run 1 playAnim 2006, run 1 playSpeech 205"
-;=  up 111
+;=  on up off on off 111
 ;= dropped
 ;= / w+26! p4 / w+26! p4 / w+53! .7 / .30! / p3 / w+60 / p3 
 ;= / p20 / p+40 / q+30 / w+5 / w+10 / p3 / .3 
