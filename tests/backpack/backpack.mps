@@ -84,7 +84,10 @@ call do "open, onDropped, ask p addObject -1, ask p addObject 0, ask p addObject
 call do "ask p addObject 13, ask p addObject 24, ask p addObject 29"
 for i 0 11
 call put i
-call do "tell, ask p addObject 2, items, tell, ask p removeObject -1, ask p removeObject 12"
+n=0
+call do "tell, ask p addObject 2, items"
+line=line+" "+n
+call do "tell, ask p removeObject -1, ask p removeObject 12"
 call do "ask p removeObject 7, ask p removeObject 3, ask p removeObject 3"
 call put 3
 ; hidden, what is put into it is, too; as it is when it is opened again; nobody plays
@@ -97,7 +100,7 @@ line=""
 set OMAnimation born
 call follow
 ;=  -1,0,0,0,0 008 008 008 008 008 008 008 008 008 008 008 008
-;=  2 3 4 2 3 4 2 3 4 2 3 4
+;=  2 3 4 2 3 4 2 3 4 2 3 4 0
 ;=  008 2 3 4 2 3 4 2 0 4 2 3 4 0 1 13
 ;=  2,376,175,24,25 2,176,175,24,25 2,294,276,24,25 2,294,75,24,25 7,430,303,24,25 7,430,303,24,25
 ;=  3 3 3 0 0 0 0 4 0 0 0 0
