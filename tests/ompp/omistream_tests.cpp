@@ -1,5 +1,4 @@
-// Streams over files, libraries, modules and copies in memory and on the disk: random use against a
-// model, and what happens when bytes are missing.
+// Streams over files, libraries, modules and copies, against a model; what happens without bytes.
 #include "frameworkfixture.h"
 #include "nebuilder.h"
 

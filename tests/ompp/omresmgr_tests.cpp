@@ -1,5 +1,4 @@
-// Which file a resource is found in: random use against a model, where tables come from and where
-// they end.
+// Which file a resource is found in, against a model; where tables come from and end.
 #include "frameworkfixture.h"
 #include "nebuilder.h"
 

@@ -1,5 +1,4 @@
-// Sounds beside what is heard and told of them in random use (omwavemix_tests.cpp): their headers,
-// their play window, what links may do, the device, the engine's settings.
+// Sounds beside what is heard of them in random use, which omwavemix_tests.cpp compares.
 #include "soundfixture.h"
 
 #include "omwavesamples.h"
@@ -170,7 +169,7 @@ TEST_F(OMWaveSoundTest, TheDeviceIsOpenAtTheFirstSoundsRate) {
 
 TEST_F(OMWaveSoundTest, ListenersHearOfTheBackgroundAndThatTheQueueRanDry) {
     Numbers late;
-    engine.addLatencyListener([&](int ms) { late.push_back(ms); });
+    const int number = engine.addLatencyListener([&](int ms) { late.push_back(ms); });
     const auto expectLate = [&](const Numbers& ms) { EXPECT_EQ(std::exchange(late, {}), ms); };
     std::uint32_t& now = machine.clock().now;
     TestSound a = make(Samples(100, 7));
@@ -218,6 +217,9 @@ TEST_F(OMWaveSoundTest, ListenersHearOfTheBackgroundAndThatTheQueueRanDry) {
     for (int pass = 0; pass < 40; ++pass) now += 8, run(8, 8);
     EXPECT_TRUE(begun);
     expectLate({}); // nor is one begun by the end of another
+    engine.removeLatencyListener(number);
+    engine.suspend(), engine.resume();
+    expectLate({});
 }
 
 TEST_F(OMWaveSoundTest, SettingsAreCheckedAndChangeOnlyInTime) {
