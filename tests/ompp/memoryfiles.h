@@ -127,6 +127,7 @@ class MemoryFiles final : public platform::Files {
         if (all.find(':') != 1) all = (all.starts_with('/') ? "C:" : "C:/GAME/") + all;
         all = std::filesystem::path(all).lexically_normal().string();
         std::ranges::replace(all, '/', '\\');
+        if (all.ends_with('\\') && all.size() > 3) all.pop_back();
         return all;
     }
     std::string currentDirectory() const override { return "C:\\GAME"; }
@@ -222,10 +223,17 @@ struct MemoryClock final : platform::Clock {
 struct MemoryDisplay final : platform::HostDisplay {
     std::string title;
     int cursor = -1;
+    std::map<int, platform::CursorImage> cursorImages; ///< those made of pictures, by number
     OMRegion presented;
     bool refusesExclusive = false;
 
     using HostDisplay::HostDisplay;
+    using HostDisplay::makeCursor;
+    std::unique_ptr<platform::Cursor> makeCursor(int id,
+                                                 const platform::CursorImage& image) override {
+        cursorImages[id] = image;
+        return HostDisplay::makeCursor(id, image);
+    }
     void setTitle(std::string_view text) override { title = text; }
     void setCursor(const platform::Cursor& shown) override { cursor = shown.id(); }
     void showCursor(bool) override {}
