@@ -16,10 +16,11 @@ struct NFNTCharacter {
 struct NFNTFont {
     int lastChar = 127;
     int kern = 0, ascent = 0, descent = 0, leading = 0;
+    bool bigEndian = false;
     std::map<int, NFNTCharacter> characters{}; ///< by their codes; others are missing
 
     [[nodiscard]] Bytes bytes() const {
-        formats::font::Font font{false, 0, lastChar, ascent, descent, leading, {}};
+        formats::font::Font font{bigEndian, 0, lastChar, ascent, descent, leading, {}};
         for (const auto& [code, character] : characters) {
             if (code > lastChar) continue;
             const auto& [rows, offset, advance] = character;
