@@ -1,7 +1,6 @@
 // Writes what the fuzz targets start from: fuzz_seeds FOLDER makes a folder in it for each target,
 // FOLDER/animation and so on, made by the builders of the tests.
-#include "bmpbuilder.h"
-#include "curbuilder.h"
+#include "cursorfiles.h"
 #include "formats/soundbuilder.h"
 #include "nebuilder.h"
 #include "nfntbuilder.h"
@@ -165,14 +164,12 @@ std::vector<Bytes> bitmaps() {
                 formats::ByteWriter out;
                 out.u16(2).u16(1).u8(isFile ? 1 : 0).u16(0xFFFF).u16(14).u8(0);
                 out.u8(depth == 8 ? 0 : 1).u8(7).zeros(6);
-                const Bytes file = testing_support::Bmp{.isFile = isFile,
-                                                        .width = 3,
-                                                        .height = height,
-                                                        .depth = depth,
-                                                        .pixels = pixels}
-                                       .build();
+                if (isFile) out.text("BM").zeros(12);
+                formats::picture::writeDibHeader(out, {3, height, depth}, 0);
+                for (unsigned i = 0; depth == 8 && i < 256; ++i)
+                    out.u8(0x11).u8(0x22).u16(static_cast<std::uint8_t>(i));
+                fuzzing::putRows(out, pixels, 3, 3, depth, false);
                 Bytes seed = toBytes(out.bytes());
-                seed.insert(seed.end(), file.begin(), file.end());
                 seeds.push_back(std::move(seed));
             }
     return seeds;
@@ -180,7 +177,7 @@ std::vector<Bytes> bitmaps() {
 
 /// See fuzz_cursor.cpp.
 std::vector<Bytes> cursors() {
-    using testing_support::CurPicture;
+    using fuzzing::CurPicture;
     std::vector<CurPicture> pictures;
     for (const int depth : {1, 4, 8, 24, 32}) {
         CurPicture picture{.width = 5, .height = 3, .depth = depth, .hotSpot = {4, 1}};
@@ -191,10 +188,9 @@ std::vector<Bytes> cursors() {
         pictures.push_back(picture);
     }
     std::vector<Bytes> seeds;
-    for (const CurPicture& picture : pictures)
-        seeds.push_back(testing_support::buildCursor({picture}));
+    for (const CurPicture& picture : pictures) seeds.push_back(fuzzing::buildCursor({picture}));
     pictures.push_back({.width = 32, .height = 32, .depth = 1, .table = {0, 0xFFFFFF}});
-    seeds.push_back(testing_support::buildCursor(pictures));
+    seeds.push_back(fuzzing::buildCursor(pictures));
     return seeds;
 }
 

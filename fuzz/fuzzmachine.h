@@ -93,7 +93,7 @@ class Machine final : public platform::Platform {
     MemoryFiles files_;
     testing_support::MemoryClock clock_;
     testing_support::MemoryDialogs dialogs_;
-    testing_support::MemoryWaveOut waveOut_{clock_};
+    testing_support::MemoryWaveOut waveOut_;
 };
 
 /// Everything one input needs.

@@ -1,21 +1,20 @@
 #!/bin/sh
 # play.sh FILE.mps WORK
 #
-# Plays a script with the real program, without a window, and compares what comes of it with what comments of
-# the script expect; each is a line of its own:
+# Plays a script with the program, without a window, and compares what comes of it with what comments expect:
 #
 #   ;= TEXT        what is said, in this order
 #   ;! TEXT        the boxes that are shown, in this order, those that are no alerts as CAPTION | TEXT | ANSWER
 #   ;@ MS TEXT     the same with their times
-#   ;# MS WORDS    the other lines of the report: title, cursor, end
+#   ;# MS WORDS    the other lines of the report
 #   ;% TEXT        a line of the log; others may stand between these
 #   ;~ SOUND       what is heard (tourlisten.cpp)
 #   ;> MS EVENT    what happens from outside, as in input files; also "click X Y" (10 ms) and "drag X Y TO-X TO-Y"
-#                  (down, 10 ms later a move, and 10 ms later up); screenshots are compared with the pictures
+#                  (10 ms to the move, 10 ms to the release); screenshots are compared with the pictures
 #                  FILE/NAME.png (of a screenshot NAME.LATER.png too), pixel by pixel
-#   ;$ OPTIONS     a run of the program with these options; all runs must come to the same. Without such a line
-#                  there is one run. Three words are no options of the program: "ini:KEY=VALUE" is a setting of
-#                  ZORBET.INI, "depth:N" and "at:X,Y" tell the comparison of pictures about the screen.
+#   ;$ OPTIONS     a run of the program with these options; all runs must come to the same. Three words are no
+#                  options of the program: "ini:KEY=VALUE" is a setting of ZORBET.INI, "depth:N" and "at:X,Y"
+#                  tell the comparison of pictures about the screen.
 #   ;$ screens     the runs on all kinds of screen
 #   ;$ then OPTIONS   another visit with the same folders; the events below are those of that visit
 #   ;: rsc NAME    the libraries of the build's folder libraries/NAME, or "none", instead of the sample's
@@ -30,17 +29,12 @@
 # there (as many as there are texts); look at each.
 set -u
 script=$1 work=$2
-name=$(basename "$script" .mps)
-beside=${script%.mps}
-room=$(dirname "$script")
+name=$(basename "$script" .mps) beside=${script%.mps} room=$(dirname "$script")
 # The rest comes from the environment: PROGRAM COMPARE LISTEN SOUNDS FACE LIBRARIES BUILT FEW
 rm -rf "$work"
 mkdir -p "$work/is" "$work/was" "$work/files/content" "$work/files/home"
 failed=0
-fail() {
-    printf '%s\n' "$*" >&2
-    failed=1
-}
+fail() { printf '%s\n' "$*" >&2 && failed=1; }
 
 # Takes the file apart.
 awk -v work="$work" '
@@ -124,8 +118,7 @@ count=0
 while read -r run; do
     count=$((count + 1))
     folder=$work/$count
-    mkdir -p "$folder"
-    cp -r "$work/files/content" "$work/files/home" "$folder"
+    mkdir -p "$folder" && cp -r "$work/files/content" "$work/files/home" "$folder"
     libraries=$(cat "$work/is.rsc" 2>/dev/null || echo sample)
     [ ! -d "$LIBRARIES/$libraries/RSC" ] || cp -r "$LIBRARIES/$libraries/RSC" "$folder/content"
     for extra in "$room/include" "$room/../include" "$beside" "$BUILT/$name"; do
@@ -140,9 +133,8 @@ while read -r run; do
         *) options="$options $word" ;;
         esac
     done
-    if [ -f "$folder/settings" ]; then
+    [ ! -f "$folder/settings" ] ||
         (echo "[Zorbet Voyages - CD]" && cat "$folder/settings") >"$folder/content/ZORBET.INI"
-    fi
     case $options in *--screen*) # nobody is there to be warned of large and deep screens
         for home in content home; do
             [ -f "$folder/$home/ZORBET.DAT" ] ||
@@ -156,23 +148,21 @@ while read -r run; do
     done
 
     cat "$folder/content/debug.txt" >"$work/is/said" 2>/dev/null || : >"$work/is/said"
-    timed=''
-    [ ! -f "$work/timed" ] || timed=1
+    timed=$([ ! -f "$work/timed" ] || echo 1)
     awk -F '\t' -v timed="$timed" '
     $2 != "box" && $2 != "dialog" { next }
     { text = $2 == "dialog" ? $3 " | " $4 " | " $5 " | " $6 : $3 == "Alert" ? $5 : $3 " | " $5 " | " $6 }
     { print (timed ? $1 " " : "") text }' "$folder/report" >"$work/is/boxes"
-    if [ "${ZORBET_RENEW:-}" = 1 ] && [ $count -eq 1 ]; then
+    renewed=$([ "${ZORBET_RENEW:-}$count" != 11 ] || echo 1)
+    if [ -n "$renewed" ]; then
         renew ';=' said
         if [ -n "$timed" ]; then renew ';@' boxes; else renew ';!' boxes; fi
         cp "$work/is/said" "$work/is/boxes" "$work/was"
     fi
     same said
     same boxes
-    if [ -f "$work/was/report" ]; then
-        awk -F '\t' -v OFS=' ' '$2 != "box" && $2 != "dialog" { $1 = $1; print }' "$folder/report" >"$work/is/report"
-        same report
-    fi
+    awk -F '\t' -v OFS=' ' '$2 != "box" && $2 != "dialog" { $1 = $1; print }' "$folder/report" >"$work/is/report"
+    [ ! -f "$work/was/report" ] || same report
     if [ -f "$work/was/log" ]; then
         awk '{ sub(/\r$/, "") }
         NR == FNR { expected[++count] = $0; next }
@@ -180,14 +170,11 @@ while read -r run; do
         END { if (found < count) { print "not in the log, or not there: " expected[found + 1]; exit 1 } }
         ' "$work/was/log" "$folder/content/zorbelog.txt" >&2 || failed=1
     fi
-    if [ -f "$work/was/heard" ]; then
-        "$LISTEN" "$folder/sound" "$SOUNDS" "$work/was/heard" || fail "something else was heard"
-    fi
+    [ ! -f "$work/was/heard" ] || "$LISTEN" "$folder/sound" "$SOUNDS" "$work/was/heard" ||
+        fail "something else was heard"
     for shot in $shots; do
         picture=$pictures/${shot%%.*}.png
-        if [ "${ZORBET_RENEW:-}" = 1 ] && [ $count -eq 1 ]; then
-            mkdir -p "$pictures" && cp "$folder/$shot" "$picture"
-        fi
+        [ -z "$renewed" ] || { mkdir -p "$pictures" && cp "$folder/$shot" "$picture"; }
         "$COMPARE" "$folder/$shot" "$picture" "$folder/difference-$shot" $depth $at ||
             fail "$folder/$shot differs from $picture (run \"$run\")"
     done

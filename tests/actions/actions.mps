@@ -1,5 +1,4 @@
-; Containers of actions and all that actions do. Whose end is told stands with the millisecond; what
-; happens to nested containers at every stage is in tests/scripts/actions.mps.
+; Containers of actions and all that actions do. Whose end is told stands with the millisecond.
 ;$ --until 60000
 yield off
 include steps.mps
@@ -92,38 +91,73 @@ procedure drawn
 [
 get RECEIVER name who
 who=who||1
-count.who=count.who+1
+line=line+who
 ]
 procedure rounds times
 [
-for k 1 3
+line=line+" "
+for k 2 4
 [
-count.k=0
-d.k=RQueue 1
-play d.k add DelayAction 1
-play c.1 add "d."+k
-set d.k finished drawn
+c.k=RQueue 1
+play c.k add DelayAction 1
+play c.1 add "c."+k
+set c.k finished drawn
 ]
-odd=0
 for round 1 times
 [
 for k 1 3
 call do "begin 1, await 3"
-odd=odd+((count.1=round)*(count.2=round)*(count.3=round)=0)
+line=line+"_"
 ]
-line=line+" "+count.1+" "+count.2+" "+count.3+" uneven "+odd
 play c.1 start
-drop [ d
-call wait 3
+call do "lose c.2, lose c.3, lose c.4, await 3"
 ]
 c.1=RRandomAction 1
-call rounds 20
+call rounds 9
 call rounds 2
 set c.1 useAllBeforeRepeat 0
-call rounds 20
+call rounds 10
 ; what may not be interrupted is not halted
-call do "any 1 -10, begin 1, ask c.1 halt, active, await 90, tell"
-;=  20 20 20 uneven 0 2 2 2 uneven 0 17 23 20 uneven 19 1 0 0 c.1@9
+call do "any 1 -10, begin 1, ask c.1 halt, look c.1 isActive, await 90, tell"
+;=  342_432_432_234_342_234_423_234_234_ 423_432_ 242_442_444_222_243_223_223_442_233_242_ 1 c.1@9
+
+; nested containers, of members that may be interrupted and others that may not, at every stage;
+; between braces what is known after the change: who is active, and members
+procedure stages what
+for after 20 155 45
+[
+call do "both 2 30 -60, any 3 20, queue 4 10 -10, queue 1 40 c.2 c.3 c.4 25, begin 1"
+call wait after
+if what="drop"
+call do "lose c.2, both 2"
+else
+play c.1 what
+line=line+" {"
+for k 1 4
+[
+get c.k isActive got
+line=line+got
+]
+get c.1 actionCount got
+line=line+got+"}"
+if what="pause"
+call do "await 90, ask c.1 resume"
+call do "await 190"
+if after%90=65
+call tell
+]
+call stages halt
+call stages pause
+call stages clear
+call stages drop
+;=  {11005} c.2@79 c.3@99 c.4@119 c.1@144 {11005} c.2@99 c.3@119 c.4@139 c.1@164
+;=  c.2@99 {10015} c.4@129 c.1@154 c.2@99 c.3@119 c.4@139 {00005}
+;=  {10005} c.2@189 c.3@209 c.4@229 c.1@254 {11005} c.2@189 c.3@209 c.4@229 c.1@254
+;=  c.2@99 {10105} c.3@209 c.4@229 c.1@254 c.2@99 c.3@119 c.4@139 {10005} c.1@254
+;=  {11005} c.2@79 c.3@99 c.4@119 c.1@144 {11005} c.2@99 c.3@119 c.4@139 c.1@164
+;=  c.2@99 {10015} c.4@129 c.1@154 c.2@99 c.3@119 c.4@139 {00000}
+;=  {10004} c.3@59 c.4@79 c.1@104 {10004} c.3@125 c.4@145 c.1@170
+;=  c.2@99 {10104} c.3@119 c.4@139 c.1@164 c.2@99 c.3@119 c.4@139 {10004} c.1@164
 
 ; a pause holds what runs, whatever was resumed by itself in between; then without what was paused
 procedure hold
@@ -135,7 +169,6 @@ play c.1 resume
 call do "any 3 20, both 2 c.3 10, queue 1 c.2 5, begin 1, await 9, ask c.1 pause, hold"
 call do "ask c.1 resume, await 90, tell, begin 1, ask c.1 pause, ask c.3 resume, hold, await 4"
 call do "ask c.1 pause, lose c.2, hold, note on, await 90, tell"
-; one that was the only one to run
 call do "both 1, queue 2 50, fill 1 c.2 e, begin 1, lose c.2, note none, await 90, tell"
 ;=  c.2@109 c.3@109 c.1@114
 ;=  on c.1@189
@@ -185,7 +218,7 @@ call do "note _halted, tell"
 ;! Unknown action or container: Nothing
 ;! Unknown action or container: line
 
-; Delays: with a pause, halted, none, 300 times 3, 4 or 5, and 3 and 4 of no width.
+; Delays: with a pause, halted, none, 300 times 3, 4 or 5 (by chance), and 3 and 4 of no width.
 call do "queue 1 1000, begin 1, await 360, hold, await 700, begin 1, await 90, ask c.1 halt"
 call do "await 950, queue 1, ask c.1 add DelayAction -5, begin 1, await 9, ask c.1 clear, tell"
 call do "ask c.1 add RandomDelayAction 3 6, give c.1 repeatCount 300, begin 1, await 1350"
@@ -256,7 +289,7 @@ a.2=RHotSpot 0 0 10 10
 call again
 call do "ask c.1 add MoveXAction a.1 a.2 0 10 0 95, begin 1, await 180, lose a.1, look a.2 x y"
 call do "look c.1 isActive, await 9, look a.2 x y, look c.1 isActive, tell"
-;=  c.1@1189 c.1@6
+;=  c.1@1186 c.1@6
 ;=  X 0 10 20 25 still 1 X 0 10 20 still 1 X 50 47 42 40 still 1 X 0 1 3 6 8 still 1
 ;=  X 7 still 1 X 0 4 still 1 Y 50 47 42 40 still 1 4,40
 ;=  c.1@450 0 15,35 0 15,30 15,30 still 1 15,35

@@ -13,12 +13,12 @@ spots=["506 288" "280 118" "299 147" "279 130" "300 130" "290 117" "290 148" "28
 ; Inside and over the edges by a pixel; just outside; a lost release; handlers that put something
 ; else in its place and drop the backpack.
 plot=["eight, open" d2 m4 u4 d2 m5 u5 d2 m6 u6 d2 m7 u7 d2 m8 u8 d2 m9 u9 d3 "m442 316" b0 u9 f0
-plot=["onDropped, tell, set replaced" d2 m10 u10 "items, tell" d2 m10 u10 "set gone" d1 m10 u10
+plot=["onDropped, tell, replace" d2 m10 u10 "items, tell" d2 m10 u10
 ; Closed where it was pressed, as long as it is seen, and not elsewhere.
-plot=["items, tell, single, open" d13 u13 d14 u14 d15 u15 d16 u16 d17 m14 u14 d14 m17 u17
-plot=["ask p place 200 100" d17 "blink" u17 d17 "give p visible 0" u17
-plot=["give p visible 1, note not_yet" d11 u11 d11 u11 d1 u1 "give p visible 1"
-plot=[d12 u12 "set closing, give p visible 1" d17 u17 "tell" end
+plot=["items, tell, ask q activatePlayer Cy, ask q backpackAddObject 4, open" d13 u13 d14 u14 d15
+plot=[u15 d16 u16 d17 m14 u14 d14 m17 u17 "ask p place 200 100" d17 "blink" u17 d17
+plot=["give p visible 0" u17 "give p visible 1, note not_yet" d11 u11 d11 u11 d1 u1
+plot=["give p visible 1" d12 u12 "give p visible 1" d17 u17 "tell" end
 procedure writeDrags
 call writePlot
 procedure onBorn
@@ -38,17 +38,12 @@ set p closed onClosed
 ]
 procedure eight
 [
-play world activatePlayer Bo
+play q activatePlayer Bo
 for i 0 7
-play world backpackAddObject 4
+play q backpackAddObject 4
 for i 0 6
 if i#2
-play world backpackRemoveObject i
-]
-procedure single
-[
-play world activatePlayer Cy
-play world backpackAddObject 4
+play q backpackRemoveObject i
 ]
 procedure replaced
 [
@@ -59,105 +54,58 @@ play p addObject 3
 resume
 set p objectDropped onDropped
 ]
-procedure gone
-[
-drop p
-call do "note gone"
-]
-procedure set
-[
-call cut
-if word="closing"
-set p closed gone
-else
-set p objectDropped $word
-]
+procedure replace
+set p objectDropped replaced
 procedure items
 for k 0 11
 [
-get world backpackItemPresent k item
+get q backpackItemPresent k item
 line=line+" "+item
 ]
-procedure nobody
-[
-play world removePlayer Ana
-n=0
-call do "open, ask p addObject 3, ask p removeObject 0"
-line=line+" "+n
-]
-; All put in, then one taken out, or put into the first free slot, at random, as a model has it.
+; The next thing comes into this slot.
 wide=[? 30 24 24
 high=[? 20 24 25
-procedure act
+procedure put slot
 [
-item=step%3+2
-if model.slot
-[
-play p removeObject slot
-model.slot=0
-]
-else
-[
-for slot 0 11
-if model.slot=0
-break
-model.slot=item
+item=slot%3+2
 play p addObject item
-n=n-1
 get a.1 x left
 get a.1 y top
 get a.1 z depth
-wrong=wrong+(left#(216+(slot%4*36)+((36-wide.item)\2)))+(depth#8)
-wrong=wrong+(top#(174+(slot\4*28)+((28-high.item)\2)))
+left=left-216-(slot%4*36)-((36-wide.item)\2)
+top=top-174-(slot\4*28)-((28-high.item)\2)
+line=line+" "+left+top+depth
 ]
-for k 0 11
-[
-get world backpackItemPresent k item
-wrong=wrong+(item#model.k)
-]
-]
-procedure random
-[
-for step 0 11
-model.step=0
-for step 0 11
-[
-slot=step
-call act
-]
-play p addObject 2
-for step 1 200
-[
-RandomNumber 0 11
-slot=RESULT
-call act
-]
-for k 0 11
-n=n-(model.k>0)
-call open
-line=line+" wrong "+wrong+" "+n
-]
-world=RWorldPort 0
-play world activatePlayer Ana
+q=RWorldPort 0
+play q activatePlayer Ana
 set OMAnimation born onBorn
-n=0
-wrong=0
 ; the pictures of things; nothing else comes of them, as they are not there
 call do "open, onDropped, ask p addObject -1, ask p addObject 0, ask p addObject 12"
-call do "ask p addObject 13, ask p addObject 24, ask p addObject 29, random, ask p removeObject -1"
-call do "ask p removeObject 12, ask p removeObject 1, items, tell"
-; hidden, what is put into it is, too; nobody plays
-call do "give p visible 0, ask p removeObject 0, ask p addObject 3, look a.1 visible"
-call do "give p visible 1, look a.1 visible, nobody, tell"
+call do "ask p addObject 13, ask p addObject 24, ask p addObject 29"
+for i 0 11
+call put i
+n=0
+call do "tell, ask p addObject 2, items"
+line=line+" "+n
+call do "tell, ask p removeObject -1, ask p removeObject 12"
+call do "ask p removeObject 7, ask p removeObject 3, ask p removeObject 3"
+call put 3
+; hidden, what is put into it is, too; as it is when it is opened again; nobody plays
+n=0
+call do "items, give p visible 0, ask p removeObject 0, ask p addObject 3, look a.1 visible"
+call do "give p visible 1, look a.1 visible, open, ask q removePlayer Ana, open"
+call do "ask p addObject 3, ask p removeObject 0"
+say line n
+line=""
 set OMAnimation born
 call follow
-
-;=  -1,0,0,0,0 wrong 0 0 4 0 3 2 3 3 0 4 0 0 0 0
-;=  0 1 1
+;=  -1,0,0,0,0 008 008 008 008 008 008 008 008 008 008 008 008
+;=  2 3 4 2 3 4 2 3 4 2 3 4 0
+;=  008 2 3 4 2 3 4 2 0 4 2 3 4 0 1 13
 ;=  2,376,175,24,25 2,176,175,24,25 2,294,276,24,25 2,294,75,24,25 7,430,303,24,25 7,430,303,24,25
 ;=  3 3 3 0 0 0 0 4 0 0 0 0
-;=  2,494,276,24,24 gone 3 3 3 0 0 0 0 4 0 0 0 0
-;=  not_yet closed closed gone
+;=  2,494,276,24,24 3 3 3 0 0 0 0 4 0 0 0 0
+;=  not_yet closed closed closed
 ;! RBackPack: invalid object: -1
 ;! RBackPack: object 0 animation not found.
 ;! ASEQ resource 1012 not found.
@@ -170,4 +118,4 @@ call follow
 ;! RBackPack: Backpack is full.
 ;! RBackPack: Invalid slot index: -1
 ;! RBackPack: Invalid slot index: 12
-;! RBackPack: No object in slot 1
+;! RBackPack: No object in slot 3

@@ -1,6 +1,6 @@
-; Characters. What is seen of the layers is looked at every 45 ms: the pose 2010 (p), what it plays (w; 2001 takes 1200
-; ms), fidgets (e; 2006 takes 1020 ms) and speeches of 2010, each by its letter and how often it was seen, with + when it
-; moved, ! when it had finished then.
+; Characters. What is seen of the layers is looked at every 45 ms: the pose 2010 (p), what it plays
+; (w; 2001 takes 1200 ms), fidgets (e; 2006 takes 1020 ms) and speeches of 2010, each by its letter
+; and how often it was seen, with + when it moved, ! when it had finished then.
 ;$ --until 400000
 yield off
 include things.mps
@@ -98,74 +98,56 @@ role="w"
 set OMAnimation born onBorn
 ; what is played may end in the midst of a drag; the pointer goes from one layer to the next
 procedure onUp
-line=line+" up"
+call do "note up"
 procedure onOn
-line=line+" on"
+call do "note on"
 procedure onOff
-line=line+" off"
-procedure onFinished
-line=line+" finished"
+call do "note off"
 t.1=RCharacter 2031 100 100 30
 set t.1 mouseUp onUp
 set t.1 flyOn onOn
 set t.1 flyOff onOff
-set t.1 finished onFinished
 ;> 66 move 150 150
 ;> 76 down 150 150
 ;> 1406 move 160 150
 ;> 1416 up 160 150
 ;> 1426 move 600 20
 call do "run 1 playAnim 2017 5, rest 1.5, let 1 settlePoseID 2017, rest 0.1, of 1 x, tell"
-;=  on finished up off on off 111
-; handlers that drop it, and who waits for it
+; a handler that drops it
 procedure gone
 [
 drop t.1
 say "dropped"
 ]
 call make
-set t.1 finished gone
-call do "run 1 playAnim 2001, rest 1.5"
-;= dropped
-call make
 set t.1 mouseDown gone
-;> 2856 down 56 98
+;> 1526 down 56 98
 call do "run 1 playAnim 2001, rest 0.1"
-;= dropped
 call make
-; an animation in place of the pose, of which it is told; played so often, and hidden at the end; also unseen
+; an animation in place of the pose; played so often, and hidden at the end; also unseen
 call do "run 1 playAnim 2001, see 30, run 1 playAnim 2001 0, see 30, run 1 playAnim 2001 2 0"
 call do "see 60, run 1 playAnim 2001, see 30, let 1 visible 1, see 3, run 1 playAnim 2001 -1"
 call do "see 60, halt, see 3, tell"
-;= / w+26! p4 / w+26! p4 / w+53! .7 / .30! / p3 / w+60 / p3 
 ; the pose in all states
 call do "see 20, let 1 animateSettled 1, see 40, as q, let 1 settlePoseID 2006, see 30, as w"
 call do "run 1 playAnim 2001 -1, see 5, as p, let 1 settlePoseID 67546, see 10, halt, see 3"
 call do "let 1 settlePoseID -1, see 3, tell"
-;= / p20 / p+40 / q+30 / w+5 / w+10 / p3 / .3 
 call do "let 1 visible 0, run 1 pause, see 3, let 1 settlePoseID 2010, see 3, let 1 visible 1"
 call do "see 40, run 1 resume, see 40, let 1 animateSettled 0, see 40, tell"
-;= / .3 / .3 / p40 / p+40 / p40 
 ; only what plays is paused
 call do "let 1 animateSettled 1, see 40, as w, run 1 playAnim 2001 2, see 5, run 1 pause, see 20"
 call do "run 1 resume, see 60, run 1 pause, see 20, run 1 playAnim 2001 -1, see 20, halt, see 40"
 call do "run 1 resume, see 40, let 1 animateSettled 0, see 20, tell"
-;= / p+40 / w+5 / w20 / w+46! p+14 / p20 / w+20 / p40 / p+40 / p20 
-; speeches are their sequences, seen until they are over and their sounds, too (203 lasts up to 1120 ms, its
+; speeches are their sequences, seen until their sounds are over, too (203 lasts up to 1120 ms, its
 ; pictures 800); what was added first counts
 call do "run 1 addSpeechAnim 2010, run 1 addSpeechAnim 2016, run 1 addSpeechAnim 2003, see 3"
 call do "run 1 playSpeech 206, see 40, run 1 playSpeech 205 0, see 40, let 1 visible 1, see 3"
 call do "run 1 playSpeech 222, see 150, tell"
-;= / p3 / w+27! p13 / w+27! .13 / p3 / w+106! p44 
 call do "run 1 playSpeech 203, see 40, run 1 playSpeech 203, see 3, run 1 pause, see 40"
 call do "run 1 resume, see 40, tell"
-;= / w+25! p15 / w+3 / w40 / w+21! p19 
 ; kept loaded: each animation is a layer of its own when it is spoken first, and then no more
-speeches=[2010 2016 2003
 spoken=[205 206 222 222 205
-call make
-for i 1 3
-play t.1 addSpeechAnim speeches.i
+call do "make, run 1 addSpeechAnim 2010, run 1 addSpeechAnim 2016, run 1 addSpeechAnim 2003"
 for times 1 5
 [
 SetSpeechCaching times<5
@@ -174,21 +156,15 @@ call halt
 line=line+" "+(n-10)
 ]
 call tell
-;=  2 2 3 3 4
 
 ; its layers follow it, and stay when it lets go of others
 procedure where
-call do "of 11 x, of 12 x, of 11 y, of 12 y, of 11 z, of 12 z, of 2 x, tell"
-call make
-call do "run 1 place 40 30, let 1 z 60, run 1 playAnim 2001 -1"
+call do "of 11 x, of 12 x, of 11 y, of 12 y, of 11 z, of 12 z, of 2 x"
+call do "make, run 1 place 40 30, let 1 z 60, run 1 playAnim 2001 -1"
 t.2=RAnimation 2004 50 20 5
 play t.1 addTrinket "t.2"
 play t.1 offset 0-3 0
-call where
-;=  37 21 30 2 60 60 48
-call do "run 1 removeTrinkets, run 1 place 0 0"
-call where
-;=  16 0 28 0 60 60 48
+call do "where, run 1 removeTrinkets, run 1 place 0 0, where, tell"
 drop t.2
 
 ; fidgets of two minutes: every 5 to 9 seconds, and each of three once before any is played again
@@ -197,29 +173,6 @@ call fidget e 7 5 10 2006
 call fidget g 7 5 10 2002
 call fidget h 7 5 10 2004
 call do "see 1300, tell, see 1300, tell"
-;= / p199 g+12 p178 h+15 p199 e+23 p200 h+15 p177 e+23 p133 g+12 p111 h+3 
-;= / h+12 p199 e+23 p200 g+12 p200 h+15 p155 g+12 p178 e+22 p156 e+22 p94 
-; intervals of any size: how many times 9 ms
-intervals=[5 5 5 2 0 1 -3 0 -9 -4
-for row 1 9 2
-[
-call make
-call fidget e 1 intervals.row intervals.(row+1) 2006
-for w 1 700
-[
-get t.12 visible seen
-if seen
-break
-pause 0.01
-]
-line=line+" "+w
-]
-call tell
-;=  556 556 3 3 3
-call make
-call fidget e 1 2147483646 2147483647 2006
-call do "see 10, tell"
-;= / p10 
 ; none begins while it is busy, hidden or paused: then its group waits anew
 call make
 call fidget e 7 1 1 2006
@@ -227,32 +180,40 @@ set t.1 finished
 call do "run 1 playAnim 2001 -1, rest 1.5, run 1 stop, see 20, run 1 stop, let 1 visible 0"
 call do "rest 1.5, let 1 visible 1, see 20, run 1 stop, run 1 pause, rest 1.5, run 1 resume, see 20"
 call tell
-;= / p14 e+6 / p14 e+6 / p14 e+6 
-; a group goes with its fidgets, also in the midst of one; numbers of groups are kept apart; a fidget over the pose
+; a group goes with its fidgets, also in the midst of one; a fidget over the pose
 call do "run 1 addFidgetGroup 8 300 300, run 1 addFidget 8 2004, rest 1, run 1 removeFidgetGroup 7"
 call do "see 30, run 1 addFidgetGroup 9 1 1, as g, run 1 addFidget 9 2006 0, see 40"
 call do "run 1 removeFidgetGroup 9, tell"
-;= / p30 / p22 pg+18 
 
 ; refusals
-play t.1 playAnim 404 }
+call do "run 1 playAnim 404, run 1 playSpeech 404, run 1 addSpeechAnim 2010"
+call do "run 1 addSpeechAnim 404, run 1 addFidget 7 2006, run 1 removeFidgetGroup 7"
+call do "run 1 addFidgetGroup 7 1 2, run 1 addFidget 7 404, let 1 settlePoseID 404"
+call do "run 1 playAnim 2001, run 1 playAnim 2006, run 1 playSpeech 205"
+;=  on up off on off 111
+;= dropped
+;= / w+26! p4 / w+26! p4 / w+53! .7 / .30! / p3 / w+60 / p3 
+;= / p20 / p+40 / q+30 / w+5 / w+10 / p3 / .3 
+;= / .3 / .3 / p40 / p+40 / p40 
+;= / p+40 / w+5 / w20 / w+46! p+14 / p20 / w+20 / p40 / p+40 / p20 
+;= / p3 / w+27! p13 / w+27! .13 / p3 / w+106! p44 
+;= / w+25! p15 / w+3 / w40 / w+21! p19 
+;=  2 2 3 3 4
+;=  37 21 30 2 60 60 48 16 0 28 0 60 60 48
+;= / p199 g+12 p178 h+15 p199 e+23 p200 h+15 p177 e+23 p133 g+12 p111 h+3 
+;= / h+12 p199 e+23 p200 g+12 p200 h+15 p155 g+12 p178 e+22 p156 e+22 p94 
+;= / p14 e+6 / p14 e+6 / p14 e+6 
+;= / p30 / p21 pg+19 
 ;! ASEQ resource 404 not found.
 ;! RCharacter: animation 404 not found
-play t.1 playSpeech 404 }
 ;! RCharacter: unknown animation for speech ID 404
-call do "run 1 addSpeechAnim 2010, run 1 addSpeechAnim 404, run 1 addFidget 7 2006"
 ;! ASEQ resource 404 not found.
 ;! RCharacter: unable to load animation 404
 ;! RCharacter: Unknown fidget group 7
-call do "run 1 removeFidgetGroup 7, run 1 addFidgetGroup 7 1 2, run 1 addFidget 7 404"
-call do "let 1 settlePoseID 404"
 ;! RCharacter: unknown fidget group 7
 ;! ASEQ resource 404 not found.
 ;! RCharacter: Unable to load fidget animation 404
 ;! ASEQ resource 404 not found.
 ;! RCharacter: unable to load settle pose 404
-play t.1 playAnim 2001
-play t.1 playAnim 2006 }
 ;! RCharacter: busy, cannot play animation 2006
-play t.1 playSpeech 205 }
 ;! RCharacter: busy, cannot play speech 205

@@ -1,5 +1,5 @@
-// Characters: the sounds that are streamed while they are spoken, native listeners, and fidgets
-// when the clock begins anew. Scripts show the rest.
+// Characters: the sounds that are streamed while they are spoken, and native listeners. Scripts
+// show the rest.
 #include "character/rcharctr.h"
 
 #include "trinkets/windowfixture.h"
@@ -64,35 +64,18 @@ TEST_F(CharacterTest, SoundsOfTheAudioMapAreStreamedWhileTheyAreSpoken) {
 TEST_F(CharacterTest, ListenersHearWhatBeginsAndMayDestroyIt) {
     std::string heard;
     auto character = make(kOther);
-    records.listeners = {[&](int id) { heard += "first " + std::to_string(id) + " "; },
+    records.listeners = {[&](int id) { heard += std::to_string(id) + " "; },
                          [&](int id) {
-                             heard += "second " + std::to_string(id) + " ";
+                             heard += std::to_string(id) + " gone ";
                              character.reset();
                          }};
     character->playSpeech(503, {}, {}, nullptr);
     character->stop();
-    EXPECT_TRUE(character->invoke("setAOCursor", {"1"}));
-    EXPECT_EQ(takeFailures(), Strings{"Cursor URL is not installed in RCharacter"});
-    const OMSWatch watch(character.get());
     {
         const OMUnderWay underWay;
         character->playSpeech(501, {}, 5, [&] { heard += "done"; });
     }
-    EXPECT_EQ(heard, "first 503 second 501 done");
-    EXPECT_FALSE(watch);
-}
-
-TEST_F(CharacterTest, FidgetsGoOnWhenTheClockBeginsAnew) {
-    app->begin();
-    machine.clock().now = 0xFFFFFF00;
-    const auto character = make(kOther);
-    character->addFidgetGroup(1, 2, 2, {});
-    character->addFidget(1, kSpeech, {});
-    for (const int ms : {1900, 120, 20}) {
-        machine.clock().now += static_cast<std::uint32_t>(ms);
-        app->pass();
-        EXPECT_EQ(*window.canvas().pixels().at(0, 0), ms == 20 ? 's' : 'o') << ms;
-    }
+    EXPECT_EQ(heard, "503 501 gone done");
 }
 
 } // namespace

@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
-# Saves of the real program that fail at their first, second, third ... file operation, in every way.
-# After each the data file is the old one or the new one, byte for byte, and a fresh start finds its
-# player. Then two programs at once, and homes in which nothing can be kept.
-#
-#     brokensaves.sh PROGRAM SAMPLE WORK
+# brokensaves.sh PROGRAM SAMPLE WORK: saves that fail at their first, second, third ... file
+# operation, in every way. After each the data file is the old one or the new one, byte for byte,
+# and a fresh start finds its player. Then two programs at once, and homes in which nothing can be
+# kept.
 set -euo pipefail
 program=$1 sample=$2 work=$3
 rm -rf "$work"
@@ -34,11 +33,9 @@ for how in error full short kill; do
     [ "$n" -le 60 ] || fail "$how: no save ever succeeds"
     rm -f home/*
     cp old $data
-    code=0
-    save 22 --break-file "$n:$how" || code=$?
+    code=0 && save 22 --break-file "$n:$how" || code=$?
     cmp -s $data old || cmp -s $data new || fail "$n:$how leaves neither file"
-    told=0
-    grep -aqs "is not stored" content/zorbelog.txt home/zorbelog.txt && told=1
+    told=0 && grep -aqs "is not stored" content/zorbelog.txt home/zorbelog.txt && told=1
     [ "$(grep -c '^zorbet: O Zorbet não consegue guardar' report)" -eq "$told" ] ||
       fail "$n:$how: the player is not told once"
     [ "$how" = kill ] || [ "$code" -eq 0 ] || fail "$n:$how ends the program with $code"

@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
-# The host asks the program to end, with each of the signals that do so, also while a box is open, in a
-# window where there is a virtual screen: the world is saved, the script told, which does not go on behind
-# the box, and the exit code says that all is well. Nothing can be seen without a screen: that is refused.
-#
-#     termination.sh PROGRAM SAMPLE WORK [XVFB_RUN]
+# termination.sh PROGRAM SAMPLE WORK [XVFB_RUN]: the host asks the program to end, with each of the
+# signals that do so, also while a box is open in a window: the world is saved, the script told,
+# which does not go on behind the box, and the exit code says that all is well. Nothing can be seen
+# without a screen: that is refused.
 set -euo pipefail
 program=$1 sample=$2 work=$3 xvfb=${4:-}
 rm -rf "$work"

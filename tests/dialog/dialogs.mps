@@ -1,28 +1,29 @@
-; Dialogs: what is missing, their depths, a handler that opens the next one, and who hears of the
-; background while ports and dialogs come and go.
-;> 5 key W
-;$ then --input content/drags --until 1000
+; Dialogs: what is missing, a handler that opens the next one, one that is before a boat and behind
+; it, and who hears of the background while ports and dialogs come and go.
+;> 50 click 5 5
+;> 120 click 56 310
+;> 140 click 535 335
+;> 160 click 380 335
+;> 250 click 56 310
+;> 350 click 5 5
+;> 450 click 5 5
+;> 550 click 5 5
+;> 650 click 5 5
+;> 750 click 5 5
+;> 1000 move 5 5
 yield off
-include player.mps
-include steps.mps
-procedure onBorn
-[
-a.2=RECEIVER
-call do "look a.2 x z"
-]
 procedure onHeard
 [
 get RECEIVER name who
 line=line+" "+who
 ]
-procedure onTwice
-call do "note twice"
 procedure onButton
 [
-call do "look p selectedButton"
+get p selectedButton value
 drop p
 call ask
-call do "note next:, look p selectedButton"
+get p selectedButton none
+line=line+" "+value+"<"+none+">"
 ]
 procedure ask
 [
@@ -32,84 +33,41 @@ play p addButton 2205 0-3
 set p buttonPressed onButton
 set p mouseDown onHeard
 ]
-procedure onBackground
-[
-get RECEIVER name who
-line=line+(who|3)
-]
-; Two ports and two dialogs, made in turn, go in these orders, with a new background in the midst.
-; What is told are the ports that hear of a click before each step.
-orders=["1234" "4321" "2413" "3142" "1324" "4231"
-procedure N
-[
-order=order+1
-gone=0
-for i 1 3 2
-[
-c.i=RScenePort 0
-set c.i backgroundClicked onBackground
-k=i+1
-c.k=RDialog 2017 20
-set c.k visible 0
-]
-line=line+" :"
-]
-procedure S
-[
-line=line+"."
-gone=gone+1
-if gone=2
 Scene 100
-i=orders.order
-i=i|gone|1
-drop c.i
-]
-; Its parts lie one above the other, and it is not dragged; the picture's number has 16 bits; a boat
-; at its depth and before it; its parts are not touchy when it is not; without its pictures.
-plot=["d5 5" "m105 105" "u105 105" "w56 310" "u56 310" "d535 335" "u535 335" "give p z 18, tell"
-plot=["w56 310" "u56 310" "give p z 20 touchy 0" "d56 310" "u56 310" "d535 335" "u535 335"
-plot=["give p touchy 1" "d380 335" "u380 335" "empty" "d5 5" "u5 5" "lose p, lose a.1, tell" end
-procedure empty
-[
+line=""
 p=RDialog 99 3
 play p addButton 99 1
 play p addGraphic 99
 set p mouseDown onHeard
-]
-procedure writeDrags
-[
-call writePlot
-for n 1 6
-[
-call write kN
-for k 1 4
-[
-call write "d5 5"
-call write kS
-]
-call write "d5 5"
-]
-call write kT
-]
-procedure T
-call do "tell"
-order=0
-Scene 100
-set OMAnimation born onBorn
-set RPButton born onBorn
-set RHotSpot born onBorn
+pause 0.11
 call ask
-set OMAnimation born
-set RPButton born
-set RHotSpot born
-a.1=RAnimation 2001 20
-set a.1 mouseDown onHeard
-set a.1 dblClick onTwice
-call follow
-;=  0,21 1,21 359,21 501,21 p p -3 next: 
-;=  twice a.1 p 1 next:  p
-;=  :.... :...1. :..13.3. :.... :.... :..13.1.
-
+a=RAnimation 2001 20
+set a mouseDown onHeard
+pause 0.11
+set p z 18
+pause 0.11
+drop p a
+; Two ports and two dialogs, made in turn, go, with a new background in the midst.
+for i 1 3 2
+[
+c.i=RScenePort 0
+set c.i backgroundClicked onHeard
+k=i+1
+c.k=RDialog 2017 20
+set c.k visible 0
+]
+order=[2 4 1 3 5
+for i 1 5
+[
+line=line+" ."
+pause 0.11
+if i=2
+Scene 100
+k=order.i
+drop c.k
+]
+say line
+;=  p p p -3<> p 1<> a . . . c.1 c.3 . c.3 .
 ;! ASEQ resource 99 not found.
 ;! ASEQ resource 99 not found.
 ;! ASEQ resource 99 not found.

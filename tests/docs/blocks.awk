@@ -1,10 +1,9 @@
-# Splits a page of the guide into its fenced blocks and pictures: BLOCKS/NNN is what stands in a block.
+# awk -v blocks=BLOCKS -v follow=1 -f blocks.awk PAGE.md
 #
-#     awk -v blocks=BLOCKS -v follow=1 -f blocks.awk PAGE.md
-#
-# Prints "NNN LINE KIND NAME" for each: its place in the page, and the words behind the fence. On a page that is
-# followed the paragraph before a block may name a file: it is a "file" after "`NAME`:", and "more" of one after
-# "end of `NAME`:". Pictures are a "picture" with their file.
+# Splits a page of the guide into its fenced blocks and pictures: BLOCKS/NNN is what stands in a block. Prints
+# "NNN LINE KIND NAME" for each: its place in the page, and the words behind the fence. On a page that is followed
+# the paragraph before a block may name a file: it is a "file" after "`NAME`:", and "more" of one after "end of
+# `NAME`:". Pictures are a "picture" with their file.
 function tell(what) {
     printf "%03d %d %s\n", ++count, FNR, what
     target = sprintf("%s/%03d", blocks, count)

@@ -1,13 +1,9 @@
 #!/usr/bin/env bash
-# Follows a page step by step in an empty folder: writes its files, types its commands (blocks marked "sh"), and
-# compares what they print with what the page says ("output") and what was on the screen with the pictures it
-# shows: that of a screenshot NAME.png of the commands before. Blocks marked "text" are for the eye only. Commands
-# that print more than the page says, or end with another exit code than 0, are faults.
-#
-#     followpage.sh PROGRAMS COMPARE PAGE WORK
-#
-# PROGRAMS is the folder with zorbet, zorbet-rsc, zorbet-mps and soundmaker, COMPARE is goldencompare.
-# What was made stays in WORK. With ZORBET_RENEW=1 in the environment the page's pictures are made anew.
+# followpage.sh PROGRAMS COMPARE PAGE WORK: follows a page step by step in an empty folder: writes its files, types
+# its commands (blocks marked "sh"), and compares what they print with what the page says ("output") and what was on
+# the screen with the pictures it shows: that of a screenshot NAME.png of the commands before. Blocks marked "text"
+# are for the eye only. Commands that print more, or end with another exit code than 0, are faults.
+# With ZORBET_RENEW=1 in the environment the page's pictures are made anew.
 set -euo pipefail
 programs=$(realpath -- "$1") compare=$(realpath -- "$2") page=$(realpath -- "$3") work=$(realpath -m -- "$4")
 blocks=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/blocks.awk
@@ -15,8 +11,7 @@ rm -rf "$work"
 mkdir -p "$work/blocks" "$work/reader" "$work/bin" "$work/home"
 awk -v blocks="$work/blocks" -v follow=1 -f "$blocks" "$page" >"$work/list"
 
-# A window would stay open until somebody closes it. A start that wants one is played for two seconds
-# without it, and prints only the boxes that it shows.
+# A start that wants a window is played for two seconds without it, and prints only the boxes that it shows.
 cat >"$work/bin/zorbet" <<END
 #!/usr/bin/env bash
 set -o pipefail
@@ -27,10 +22,7 @@ chmod +x "$work/bin/zorbet"
 export PATH="$work/bin:$programs:$PATH" HOME="$work/home"
 unset XDG_DATA_HOME
 
-stop() {
-  echo "$page:$line: $1"
-  exit 1
-}
+stop() { echo "$page:$line: $1" && exit 1; }
 folder=$work/reader
 type_commands() { # the reader's terminal: a "cd" lasts
   printf '%s\n' "cd \"$folder\"" "trap 'pwd -P >\"$work/folder\"' EXIT" | cat - "$1" >"$work/commands"
@@ -45,7 +37,7 @@ check_printed() { # what the last commands printed
 }
 check_picture() { # wherever the reader keeps the screenshot
   local picture shown
-  picture=$(dirname "$page")/$1
+  picture=${page%/*}/$1
   shown=$(find "$work/reader" -name "${1##*/}" -path '*/visits/*')
   [ -n "$shown" ] || stop "no screenshot ${1##*/}"
   [ "${ZORBET_RENEW:-}" != 1 ] || cp "$shown" "$picture"

@@ -1,8 +1,6 @@
 #!/usr/bin/env bash
-# Checks that what the pages of a folder link to is there: files, and headings within pages; and that
-# docs/README.md lists all the others of docs.
-#
-#     links.sh FOLDER
+# links.sh FOLDER: what its pages link to is there, files and headings within pages, and docs/README.md lists all
+# the others of docs.
 set -euo pipefail
 cd "$1"
 mapfile -t pages < <(find . -name '*.md' -not -path './build/*' | sort)
@@ -12,12 +10,8 @@ complain() { echo "$*"; broken=$((broken + 1)); }
 
 # "PAGE#NAME" for each heading, NAME as links call it; then "FILE#NAME PAGE LINE" for each link to something of ours.
 while read -r target page line; do
-  file=${target%%#*}
-  if [ -z "$page" ]; then
-    there["$target"]=1
-    continue
-  fi
-  links=$((links + 1))
+  [ -n "$page" ] || { there["$target"]=1; continue; }
+  file=${target%%#*} links=$((links + 1))
   [ "$page" != ./docs/README.md ] || listed["$file"]=1
   [ -e "$file" ] && [ -n "${there["$target"]:-}" -o "$file" = "$target" ] || complain "$page:$line: nothing at $target"
 done < <(awk '
@@ -26,8 +20,7 @@ done < <(awk '
   fenced { next }
   /^#+ / {
     text = tolower($0)
-    sub(/^#+ +/, "", text)
-    gsub(/[^a-z0-9 _-]/, "", text)
+    gsub(/^#+ +|[^a-z0-9 _-]/, "", text)
     gsub(/ /, "-", text)
     again = seen[FILENAME, text]++
     print FILENAME "#" text (again ? "-" again : "")

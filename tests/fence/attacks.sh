@@ -1,8 +1,6 @@
 #!/usr/bin/env bash
-# A game is a guest: what it must not do, a row each. None may read a secret that lies beside its
-# folder, change what lies there, bring code, or grow without end.
-#
-#     attacks.sh PROGRAM RSC COMPONENT WORK
+# attacks.sh PROGRAM RSC COMPONENT WORK: a game is a guest. None may read a secret that lies beside
+# its folder, change what lies there, bring code, or grow without end.
 set -euo pipefail
 program=$1 rsc=$2 component=$3 work=$4
 rm -rf "$work"
@@ -108,10 +106,10 @@ REvil||[$work/game]\ncomponents=yes|yes|
 ROWS
 refused "a component"
 
-# Floods.
-run 'i=0\nyield off\nfor 1\n[\ni=i+1\nq.i=RQueue 1\n]' && told 'there are more than 100000 objects'
-run 'i=0\nyield off\nfor 1\n[\ni=i+1\nq.i=i\n]' && told 'there can be no more'
-run 'i=0\nyield off\nfor i<1100\n[\ni=i+1\nOpenFile i\n]' && told 'all that they may in one run'
+flood() { run "i=0\nyield off\nfor $1\n[\ni=i+1\n$2\n]" && told "$3"; }
+flood 1 'q.i=RQueue 1' 'there are more than 100000 objects'
+flood 1 'q.i=i' 'there can be no more'
+flood 'i<1100' 'OpenFile i' 'all that they may in one run'
 [ "$(ls game | wc -l)" -lt 1020 ] || fail "too many files"
 printf 'say hello\nsay hello\n' >game/Startup.mps
 truncate -s 67108850 game/debug.txt

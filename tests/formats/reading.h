@@ -5,12 +5,13 @@
 #include "formats/font/nfnt.h"
 #include "formats/library/index.h"
 #include "formats/map/audiomap.h"
-#include "formats/movieframesof.h"
+#include "formats/movie/moviedecoder.h"
 #include "formats/picture/bitmap.h"
 #include "formats/picture/cursor.h"
 #include "formats/sound/wave.h"
 
 #include <gtest/gtest.h>
+#include <map>
 #include <sstream>
 
 namespace testing_support {
@@ -31,6 +32,20 @@ inline std::string hex(ByteSpan bytes) {
     return text;
 }
 
+/// The bytes of such a text.
+inline Bytes bytesOf(const std::string& text) {
+    Bytes bytes;
+    for (std::size_t at = 0; at < text.size(); at += 2)
+        if (text[at] != '(')
+            bytes.push_back(static_cast<std::uint8_t>(std::stoi(text.substr(at, 2), nullptr, 16)));
+        else {
+            bytes.resize(bytes.size() + std::stoul(text.substr(at + 1)));
+            at = text.find(')', at) - 1;
+        }
+    return bytes;
+}
+
+inline Bytes asBytes(std::string_view text) { return {text.begin(), text.end()}; }
 inline std::string textOf(ByteSpan bytes) { return {bytes.begin(), bytes.end()}; }
 
 /// Whether a text is as told, where "*" stands for anything.
@@ -103,11 +118,10 @@ inline std::string readAudioMap(ByteSpan bytes) {
 inline std::string readAnimation(ByteSpan bytes) {
     const auto played = animation::read(bytes);
     const auto [whole, refusal] = animation::readWhole(bytes);
-    std::size_t seen = 0; // whatever is there can be looked at
-    for (const auto& frame : played.value.frames)
-        for (const std::uint8_t byte : frame.rows) seen += byte;
+    std::string seen; // whatever is there can be looked at
+    for (const auto& frame : played.value.frames) seen += textOf(frame.rows);
     if (!refusal.empty()) return "!" + refusal + (played.ok() ? "" : "; ") + played.refusal;
-    EXPECT_TRUE(played.ok() && seen > 0 && played.value.sequences == whole.sequences);
+    EXPECT_TRUE(played.ok() && !seen.empty() && played.value.sequences == whole.sequences);
     std::ostringstream text;
     text << whole.framesPerSecond << "/s " << whole.x << ' ' << whole.y << ' ' << whole.depth;
     for (const auto& [width, height, rows] : whole.frames)
@@ -130,13 +144,15 @@ inline std::string readBitmap(ByteSpan bytes) {
     return text.str();
 }
 
-inline std::string readPalette(ByteSpan bytes) {
-    const auto palette = picture::readPalette(bytes);
-    if (!palette) return "!cut off";
+inline std::string coloursOf(const auto& palette) {
     Bytes colours;
-    for (const auto& [red, green, blue] : *palette)
+    for (const auto& [red, green, blue] : palette)
         colours.insert(colours.end(), {red, green, blue});
     return hex(colours);
+}
+inline std::string readPalette(ByteSpan bytes) {
+    const auto palette = picture::readPalette(bytes);
+    return palette ? coloursOf(*palette) : "!cut off";
 }
 
 inline std::string readFont(ByteSpan bytes) {
@@ -192,6 +208,35 @@ inline std::string readSound(ByteSpan bytes) {
     return text.str() + (facts.hasFormat ? "" : " no format");
 }
 
+/// Of a movie.
+struct SeenFrame {
+    Bytes picture;
+    MoviePalette palette{};
+    Bytes sound; ///< of the first track
+    bool isKey = false;
+    bool hasPalette = false;
+};
+
+/// The good frames by their numbers; none when the trees are damaged. The head must be whole.
+inline std::map<std::int64_t, SeenFrame> framesOf(ByteSpan file) {
+    const auto header = readMovieHeader(file).value();
+    const ByteSpan tables = file.subspan(MovieHeader::kSize);
+    auto decoder =
+        MovieDecoder::make(header, tables.subspan(header.tablesSize(), header.treesSize), 0);
+    std::map<std::int64_t, SeenFrame> frames;
+    file = file.subspan(header.framesStart());
+    std::int64_t number = 0;
+    for (const auto& entry : readMovieTables(tables.first(header.tablesSize()))) {
+        if (!decoder || entry.size > file.size()) break;
+        if (decoder->decode(file.first(entry.size), entry.contents))
+            frames[number] = {decoder->picture(), decoder->palette(), decoder->sound(), entry.key,
+                              (entry.contents & entry.kHasPalette) != 0};
+        file = file.subspan(entry.size);
+        ++number;
+    }
+    return frames;
+}
+
 inline std::string readMovie(ByteSpan bytes) {
     constexpr unsigned kMost = 64; // pixels a side
     const auto header = readMovieHeader(bytes);
@@ -203,7 +248,8 @@ inline std::string readMovie(ByteSpan bytes) {
     text << header->width << 'x' << header->shownHeight() << ' ' << header->frames << " of "
          << header->frameTime() << (header->hasRing() ? " ring" : "");
     for (const auto& [number, frame] : frames)
-        text << (frame.isKey ? " key " : " ") << (frame.hasPalette ? "palette " : "")
+        text << (frame.isKey ? " key " : " ")
+             << (frame.hasPalette ? "palette " + coloursOf(frame.palette) + " " : "")
              << hex(frame.picture) << " " << hex(frame.sound);
     return text.str();
 }

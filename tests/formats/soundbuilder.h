@@ -6,21 +6,16 @@
 namespace testing_support {
 
 struct RiffSound {
-    std::uint32_t rate = 22050;
-    std::uint32_t channels = 1;
-    std::uint32_t bits = 8;
-    std::size_t before = 0;        ///< bytes of a further chunk before "fmt "
-    std::size_t between = 0;       ///< bytes of a further chunk before "data"
-    std::uint32_t extraFormat = 0; ///< bytes of "fmt " past the PCM format
-    std::int64_t claimed = -1;     ///< size of "data" as written, -1: the real one
+    std::uint32_t rate = 22050, channels = 1, bits = 8;
+    std::size_t before = 0, between = 0; ///< bytes of further chunks before "fmt " and "data"
+    std::int64_t claimed = -1;           ///< size of "data" as written, -1: the real one
     formats::Bytes data{};
 
     [[nodiscard]] formats::Bytes build() const {
         formats::ByteWriter out;
         out.text("RIFF").u32(0).text("WAVE");
         if (before > 0) chunk(out, before);
-        out.text("fmt ").u32(16 + extraFormat).u16(1).u16(channels).u32(rate).u32(rate);
-        out.u16(1).u16(bits).zeros(extraFormat + extraFormat % 2);
+        out.text("fmt ").u32(16).u16(1).u16(channels).u32(rate).u32(rate).u16(1).u16(bits);
         if (between > 0) chunk(out, between);
         out.text("data").u32(claimed < 0 ? static_cast<std::int64_t>(data.size()) : claimed);
         return out.block(data).take();
@@ -33,17 +28,10 @@ struct RiffSound {
 };
 
 struct MacSound {
-    std::uint32_t format = 1;
-    std::uint32_t synthesizers = 1;
-    std::uint32_t synthesizer = 5;
-    std::uint32_t options = 0x80;
-    std::uint32_t commands = 1;
-    std::uint32_t command = 0x8051;
-    std::uint32_t param1 = 0;
-    std::int64_t param2 = -1; ///< -1: the right one
-    std::int64_t length = -1; ///< as written, -1: the real one
-    std::uint32_t rate = 0x56220000;
-    std::uint32_t encoding = 0;
+    std::uint32_t format = 1, synthesizers = 1, synthesizer = 5, options = 0x80;
+    std::uint32_t commands = 1, command = 0x8051, param1 = 0;
+    std::int64_t param2 = -1, length = -1; ///< as written, -1: the right ones
+    std::uint32_t rate = 0x56220000, encoding = 0;
     formats::Bytes data{};
 
     [[nodiscard]] formats::Bytes build() const {

@@ -1,14 +1,11 @@
 ; Where pixels have colours of their own, animations keep those that were there when they were made.
 ;: rsc golden
 ;$ ini:UseDirectDraw=1 --screen 640x480x24 depth:24
-;$ ini:UseDirectDraw=1 --screen 640x480x32 depth:32
 ;$ ini:UseDirectDraw=1 --screen 640x480x16 depth:16
 ;$ ini:UseDirectDraw=1 --screen 800x600x16 depth:16 at:0,0
 ;> 90 screenshot day.png
 ;> 270 screenshot night.png
-yield off
-ActivateDLL golden.rsc
-Scene 100
+include golden.mps
 a=RAnimation 230 100 100 5
 b=RAnimation 200 300 100 5
 DisplayScreen

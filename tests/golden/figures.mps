@@ -1,83 +1,78 @@
-; The figure in each direction, whole, and cut off by each edge and by each corner of the window, in
-; both frames. Dancers, whose frames have different sizes at different places; the first hides at
-; the end, the second holds, the third goes round. Runs of 250, 251 and 300 pixels of all kinds,
-; which begin left of the window or end right of it.
+; The figure in each direction and in both frames, whole, cut off by each edge and corner. Dancers,
+; with frames of different sizes and places: one hides at the end, one holds, one goes round.
 ;: rsc golden
-;$ screens
+;$ --screen 640x480x8
+;$ --screen 800x600x8 at:80,60
+;$ --screen 800x600x16 depth:16 at:80,60
+;$ ini:UseDirectDraw=1
+;$ ini:UseDirectDraw=1 ini:DisplayFullScreen=1 --screen 800x600x16
+;$ ini:UseDirectDraw=1 --screen 800x600x16 depth:16 at:0,0
+;$ ini:UseDirectDraw=1 --screen 640x480x24 depth:24
+;$ ini:UseDirectDraw=1 --screen 800x600x32 depth:32 at:0,0
 ;> 45 screenshot first.png
 ;> 135 screenshot second.png
-;> 225 screenshot third.png
-;> 315 screenshot frame.png
-;> 405 screenshot gone.png
-;> 495 screenshot back.png
-yield off
-ActivateDLL golden.rsc
-procedure corners first
+; Rings and figures that cross each other, some in front of others: only what changes is drawn; then
+; all is drawn again each time.
+;> 330 screenshot crossing.png
+;> 460 screenshot end.png
+;> 840 screenshot end.whole.png
+include golden.mps
+lefts=[20 60 300 200 420 350 500 100 60 600
+tops=[40 200 60 150 40 300 200 350 60 430
+over=[15 18 -9 6 -15 -12 -21 9 0 -3
+down=[9 -6 12 3 15 -9 3 -12 3 0
+procedure moves whole
+[
+for k 1 10
+play f.k place lefts.k tops.k
+pause 0.04
+for i 1 20
+[
+for k 1 10
+play f.k offset over.k down.k
+if whole
+DisplayScreen
+pause 0.01
+]
+pause 0.12
+]
+procedure corners picture first
 for i 0 3
+[
 set corner.i drawDirection first+i
-procedure move by
+set corner.i frame picture
+]
 for i 0 7
 [
-play left.i offset 0-by 0
-play right.i offset by 0
-play top.i offset 0 0-by
-play bottom.i offset 0 by
+f.i=RAnimation 200 0-17 i*50+40 10
+f.(i+10)=RAnimation 201 622 i*50+40 10
+f.(i+20)=RAnimation 202 i*70+45 0-13 10
+f.(i+30)=RAnimation 200 i*70+45 467 10
+f.(i+40)=RAnimation 200 i*70+60 300 10
+f.(i+50)=RAnimation 201 i*70+60 380 10
+for k 0 5
+set f.(k*10+i) drawDirection i
 ]
-Scene 100
-for i 0 7
+for i 0 3
 [
-left.i=RAnimation 200 0-17 i*50+40 10
-right.i=RAnimation 201 622 i*50+40 10
-top.i=RAnimation 202 i*70+45 0-13 10
-bottom.i=RAnimation 200 i*70+45 467 10
-near.i=RAnimation 200 i*70+60 300 10
-far.i=RAnimation 201 i*70+60 380 10
-set left.i drawDirection i
-set right.i drawDirection i
-set top.i drawDirection i
-set bottom.i drawDirection i
-set near.i drawDirection i
-set far.i drawDirection i
-set far.i frame 2
-]
-corner.0=RAnimation 200 0-11 0-8 11
-corner.1=RAnimation 200 619 0-8 11
-corner.2=RAnimation 200 0-11 463 11
-corner.3=RAnimation 200 619 463 11
-for i 1 3
-[
+corner.i=RAnimation 200 i%2*630-11 i\2*471-8 11
 dancer.i=RAnimation 240 i*150 180 5
 set dancer.i sequence i
 ]
-call corners 0
+call corners 1 0
 DisplayScreen
 pause 0.1
-call corners 2
-pause 0.1
-call corners 4
+for i 0 7
+for k 0 5
+set f.(k*10+i) frame 2
+call corners 2 4
 pause 0.1
 for i 0 7
 [
-set left.i frame 2
-set right.i frame 2
-set top.i frame 2
-set bottom.i frame 2
+f.(i+1)=RAnimation 230+i 0 0 i+1
+for k 2 5
+drop f.(k*10+i)
 ]
-for i 0 3
-set corner.i frame 2
-pause 0.1
-call move 60
-for i 1 3
-[
-a.i=RAnimation 210 20 i*100-60 5
-b.i=RAnimation 210 330 i*100-60 5
-set a.i frame i
-set b.i frame i
-set b.i drawDirection 1
-]
-c=RAnimation 210 0-251 330 6
-d=RAnimation 210 0-250 410 6
-e=RAnimation 210 389 330 6
-f=RAnimation 210 390 410 6
-pause 0.1
-call move 0-60
+f.9=f.14
+call moves 0
+call moves 1

@@ -1,157 +1,129 @@
 // goldencompare PICTURE EXPECTED DIFFERENCE [--depth N] [--at X,Y]
 //
 // Compares two PNG files: size, kind (indexed or RGB), every entry of the palettes, every pixel.
-// When they differ it tells the first place, row by row, both values and how many places differ,
-// and writes the picture DIFFERENCE: what is the same in dark grey, what is not in red.
+// When they differ it tells the first place, both values and how many places differ, writes the
+// picture DIFFERENCE with these in red, and ends with 1; with 2 when one cannot be read.
 //
 //     --depth N   PICTURE is from a screen of 16, 24 or 32 bits: it is RGB, with the colours of
 //                 EXPECTED, at 16 bits as five bits a component show them
 //     --at X,Y    EXPECTED is what a larger PICTURE shows there; all around it is black
-//
-// Exit code 0 when they are the same, 1 when they differ, 2 when one cannot be read.
-#include "goldenpicture.h"
+#include <png.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <optional>
 #include <string>
-#include <string_view>
+#include <vector>
 
 namespace {
 
-using golden::Picture;
+struct Picture {
+    int width = 0;
+    int height = 0;
+    bool indexed = false;
+    std::array<std::uint32_t, 256> palette{}; ///< 0 behind the last entry, and in an RGB picture
+    std::vector<std::uint32_t> pixels{};      ///< indices or colours, row by row
 
-constexpr int kSame = 0;
-constexpr int kDifferent = 1;
-constexpr int kUnreadable = 2;
-
-struct Task {
-    std::string picture;
-    std::string expected;
-    std::string difference;
-    int depth = 0; ///< 0: the pictures are of one kind
-    int x = 0;
-    int y = 0;
-    bool isPart = false;
+    std::uint32_t& at(int x, int y) {
+        return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                      static_cast<std::size_t>(x)];
+    }
 };
 
-bool readOption(std::string_view name, const char* value, Task& task) {
-    if (name == "--depth") {
-        task.depth = std::atoi(value);
-        return task.depth == 16 || task.depth == 24 || task.depth == 32;
+std::uint32_t rgb(const std::uint8_t* parts) {
+    return static_cast<std::uint32_t>(parts[0] << 16 | parts[1] << 8 | parts[2]);
+}
+
+Picture read(const char* file) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    bool right = png_image_begin_read_from_file(&image, file) != 0;
+    Picture picture{static_cast<int>(image.width), static_cast<int>(image.height),
+                    (image.format & PNG_FORMAT_FLAG_COLORMAP) != 0};
+    right = right && (image.format & (PNG_FORMAT_FLAG_ALPHA | PNG_FORMAT_FLAG_LINEAR)) == 0;
+    image.format = picture.indexed ? PNG_FORMAT_RGB_COLORMAP : PNG_FORMAT_RGB;
+    std::vector<std::uint8_t> bytes(PNG_IMAGE_SIZE(image));
+    std::array<std::uint8_t, 3 * 256> colors{};
+    if (!right || png_image_finish_read(&image, nullptr, bytes.data(), 0, colors.data()) == 0) {
+        std::fprintf(stderr, "%s: %s\n", file,
+                     right || *image.message ? image.message : "neither indexed nor RGB");
+        std::exit(2);
     }
-    task.isPart = name == "--at" && std::sscanf(value, "%d,%d", &task.x, &task.y) == 2;
-    return task.isPart && task.x >= 0 && task.y >= 0;
+    for (std::size_t i = 0; i < 256 && picture.indexed; ++i)
+        picture.palette[i] = rgb(&colors[3 * i]);
+    for (std::size_t i = 0; i < bytes.size(); i += picture.indexed ? 1 : 3)
+        picture.pixels.push_back(picture.indexed ? bytes[i] : rgb(&bytes[i]));
+    return picture;
 }
 
-std::optional<Task> readTask(int argc, char** argv) {
-    constexpr int kFirstOption = 4;
-    if (argc < kFirstOption || argc % 2 != 0) return std::nullopt;
-    Task task{argv[1], argv[2], argv[3]};
-    for (int i = kFirstOption; i < argc; i += 2)
-        if (!readOption(argv[i], argv[i + 1], task)) return std::nullopt;
-    return task;
-}
-
-// What is expected on another screen
-
-/// 31 of five bits is as bright as 255 of eight.
-int throughFiveBits(int part) { return part / 8 * 8 + part / 32; }
-
-Picture onDeepScreen(const Picture& picture, int depth) {
-    Picture made{picture.width, picture.height, false, {}, picture.pixels};
-    for (std::uint32_t& value : made.pixels) {
+Picture onDeepScreen(Picture picture, int depth) {
+    for (std::uint32_t& value : picture.pixels) {
         if (picture.indexed) value = picture.palette[value];
-        if (depth > 16) continue;
-        value =
-            golden::rgb(throughFiveBits(golden::red(value)), throughFiveBits(golden::green(value)),
-                        throughFiveBits(golden::blue(value)));
+        // 31 of five bits is as bright as 255 of eight
+        if (depth == 16) value = (value & 0xF8F8F8) + (value >> 5 & 0x070707);
     }
-    return made;
+    return {picture.width, picture.height, false, {}, picture.pixels};
 }
 
 /// Both the colour 0 and the entry 0 are black.
-Picture onLargeScreen(const Picture& picture, const Task& task, const Picture& screen) {
+Picture onLargeScreen(Picture picture, int left, int top, const Picture& screen) {
     Picture made{screen.width, screen.height, picture.indexed, picture.palette,
                  std::vector<std::uint32_t>(screen.pixels.size(), 0)};
-    for (int y = 0; y < std::min(picture.height, screen.height - task.y); ++y)
-        for (int x = 0; x < std::min(picture.width, screen.width - task.x); ++x)
-            made.at(x + task.x, y + task.y) = picture.at(x, y);
+    for (int y = 0; y < std::min(picture.height, screen.height - top); ++y)
+        for (int x = 0; x < std::min(picture.width, screen.width - left); ++x)
+            made.at(x + left, y + top) = picture.at(x, y);
     return made;
 }
 
-// Comparing
-
-const char* kindOf(const Picture& picture) { return picture.indexed ? "indexed" : "RGB"; }
-
-std::string valueOf(const Picture& picture, std::uint32_t value) {
-    char text[32];
-    if (picture.indexed)
-        std::snprintf(text, sizeof text, "entry %u (%06x)", value, picture.palette.at(value));
-    else
-        std::snprintf(text, sizeof text, "%06x", value);
-    return text;
-}
-
-bool sameShape(const Picture& got, const Picture& wanted) {
-    if (got.width == wanted.width && got.height == wanted.height && got.indexed == wanted.indexed)
-        return true;
-    std::printf("%d x %d %s, expected %d x %d %s\n", got.width, got.height, kindOf(got),
-                wanted.width, wanted.height, kindOf(wanted));
-    return false;
-}
-
-bool samePalette(const Picture& got, const Picture& wanted) {
+/// Marks what differs in `marks`, and tells the first place.
+int countDifferent(Picture& got, Picture& wanted, Picture& marks) {
     int count = 0;
-    for (std::size_t i = 0; i < got.palette.size(); ++i) {
-        if (got.palette[i] == wanted.palette[i]) continue;
-        if (count++ == 0)
+    for (std::size_t i = 0; i < got.palette.size(); ++i)
+        if (got.palette[i] != wanted.palette[i] && count++ == 0)
             std::printf("palette entry %zu: %06x, expected %06x\n", i, got.palette[i],
                         wanted.palette[i]);
-    }
-    if (count > 0) std::printf("%d palette entries differ\n", count);
-    return count == 0;
-}
-
-bool samePixels(const Picture& got, const Picture& wanted, Picture& difference) {
-    constexpr std::uint32_t kRed = 0xFF0000;
-    constexpr std::uint32_t kGrey = 0x303030;
-    int count = 0;
+    const int entries = count;
     for (int y = 0; y < got.height; ++y)
         for (int x = 0; x < got.width; ++x) {
-            const bool same = got.at(x, y) == wanted.at(x, y);
-            difference.at(x, y) = same ? kGrey : kRed;
-            if (same || count++ > 0) continue;
-            std::printf("pixel %d,%d: %s, expected %s\n", x, y, valueOf(got, got.at(x, y)).c_str(),
-                        valueOf(wanted, wanted.at(x, y)).c_str());
+            const std::uint32_t is = got.at(x, y), was = wanted.at(x, y);
+            marks.at(x, y) = is == was ? 0x303030 : 0xFF0000;
+            if (is != was && count++ == entries)
+                std::printf("pixel %d,%d: %s%x, expected %x\n", x, y,
+                            got.indexed ? "entry " : "colour ", is, was);
         }
-    if (count > 0) std::printf("%d pixels differ\n", count);
-    return count == 0;
-}
-
-int compare(const Task& task, const Picture& got, Picture wanted) {
-    if (task.depth > 0) wanted = onDeepScreen(wanted, task.depth);
-    if (task.isPart) wanted = onLargeScreen(wanted, task, got);
-    if (!sameShape(got, wanted)) return kDifferent;
-    const bool palettes = samePalette(got, wanted);
-    Picture difference{got.width, got.height, false, {}, got.pixels};
-    const bool pixels = samePixels(got, wanted, difference);
-    if (!pixels && !golden::writePicture(task.difference, difference))
-        std::printf("%s cannot be written\n", task.difference.c_str());
-    return palettes && pixels ? kSame : kDifferent;
+    if (count > 0) std::printf("%d entries and %d pixels differ\n", entries, count - entries);
+    return count;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    const std::optional<Task> task = readTask(argc, argv);
-    if (!task) {
-        std::fputs("goldencompare PICTURE EXPECTED DIFFERENCE [--depth 16|24|32] [--at X,Y]\n",
-                   stderr);
-        return kUnreadable;
+    if (argc < 4) return 2;
+    Picture got = read(argv[1]), wanted = read(argv[2]);
+    for (int i = 4; i + 1 < argc; i += 2) {
+        int x = 0, y = 0;
+        if (std::string(argv[i]) == "--depth")
+            wanted = onDeepScreen(wanted, std::atoi(argv[i + 1]));
+        else if (std::sscanf(argv[i + 1], "%d,%d", &x, &y) == 2)
+            wanted = onLargeScreen(wanted, x, y, got);
+        else
+            return 2;
     }
-    const std::optional<Picture> got = golden::readPicture(task->picture);
-    const std::optional<Picture> wanted = golden::readPicture(task->expected);
-    return got && wanted ? compare(*task, *got, *wanted) : kUnreadable;
+    if (got.width != wanted.width || got.height != wanted.height || got.indexed != wanted.indexed) {
+        std::printf("%d x %d, expected %d x %d, or one has a palette and the other none\n",
+                    got.width, got.height, wanted.width, wanted.height);
+        return 1;
+    }
+    Picture marks = got;
+    if (countDifferent(got, wanted, marks) == 0) return 0;
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(got.width);
+    image.height = static_cast<png_uint_32>(got.height);
+    image.format = PNG_FORMAT_BGRA;
+    for (std::uint32_t& mark : marks.pixels) mark |= 0xFF000000;
+    png_image_write_to_file(&image, argv[3], 0, marks.pixels.data(), 0, nullptr);
+    return 1;
 }

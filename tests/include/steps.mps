@@ -41,6 +41,8 @@ if family="a"
 it.here=&a.index
 else if family="c"
 it.here=&c.index
+else if one="q"
+it.here=&q
 else
 it.here=&p
 ]

@@ -1,4 +1,5 @@
-; The colours of the window while movies with their own play, here outside of it. A frame lasts 90 ms, pause 0.1.
+; The colours of the window while movies with their own play, here outside of it. A frame lasts 90
+; ms, pause 0.1. The cursor is hidden while one plays straight.
 ;: rsc golden
 ;$ ini:UseDirectDraw=0
 ;$ ini:UseDirectDraw=1 ini:DisplayFullScreen=1
@@ -9,7 +10,8 @@ RestorePalette
 ActivateDLL golden.rsc
 Scene 100
 call do "show, rest 0.02"
-; in the colours of the scene; another one collects; the first one with its own, also new ones
+; in the colours of the scene; another one collects; the first one with its own, also new ones; then
+; the other one still plays
 t.1=RSmackerMovie plain.smk 640 0 "" 0
 t.2=RSmackerMovie blue.smk 640 0 "" "" 1
 call do "run 1 start, rest 0.05, run 2 start, rest 0.05"
@@ -17,7 +19,6 @@ call do "run 1 start, rest 0.05, run 2 start, rest 0.05"
 ;> 109 screenshot blue.png
 drop t.1
 t.1=RSmackerMovie colours.smk 640 0
-; then the other one still plays
 call do "run 1 start, rest 0.05, restore, rest 0.5, run 1 stop, rest 0.02, run 2 stop, rest 0.02"
 ;> 199 screenshot scene.between.png
 ;> 604 screenshot green.png
@@ -25,17 +26,9 @@ call do "run 1 start, rest 0.05, restore, rest 0.5, run 1 stop, rest 0.02, run 2
 ;> 640 screenshot scene.back.png
 ; another scene while there are movies that have ended; then what is new to the window only
 Scene 100 102
-call do "restore, rest 0.02, run 1 start, rest 0.1, lose t.1, rest 0.02"
+call do "restore, rest 0.02, run 1 start, rest 0.1, run 1 release, rest 0.02"
 ;> 748 screenshot green.anew.png
 ;> 766 screenshot night.back.png
-; and another one
-Scene 100
-call do "show, rest 0.02"
-t.1=RSmackerMovie colours.smk 640 0
-call do "run 1 start, rest 0.02, run 1 release"
-;> 802 screenshot red.anew.png
-;> 807 screenshot scene.released.png
-; the cursor is hidden while one plays straight
 ;# 0 title Zorbet Voyages
 ;# 19 cursor none
 ;# 109 cursor -1
@@ -43,6 +36,4 @@ call do "run 1 start, rest 0.02, run 1 release"
 ;# 604 cursor -1
 ;# 658 cursor none
 ;# 748 cursor -1
-;# 784 cursor none
-;# 802 cursor -1
-;# 809 end until
+;# 768 end until

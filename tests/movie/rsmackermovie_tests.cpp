@@ -1,92 +1,44 @@
 // Movies beside copies in the background, and what becomes of them when their window goes; scripts
 // show all else.
 #include "movie/rsmackermovie.h"
-
+#include "platform/host/movies/hostmovie.h"
+#include "platform/moviebuilder.h"
 #include "trinkets/windowfixture.h"
 
 #include "omcachedfile.h"
-#include "omsclass.h"
 
 namespace {
 
-/// A single frame.
-struct OneFrame final : platform::Movie {
-    OneFrame(bool& run, const bool& due) : runs(run), isDue(due) {}
-    ~OneFrame() override { runs = false; }
-    int width() const override { return 4; }
-    int height() const override { return 4; }
-    int frameCount() const override { return 1; }
-    int frameTime() const override { return 1; }
-    int frame() const override { return 0; }
-    void run(bool on) override { runs = on; }
-    bool wait() override { return !runs || !isDue; }
-    bool hasNewPalette() const override { return false; }
-    void clearNewPalette() override {}
-    const std::array<platform::Rgb, 256>& palette() const override { return colors; }
-    void doFrame() override {}
-    const platform::Surface& picture() const override { return surface; }
-    std::optional<platform::Rect> takeChanged() override { return std::nullopt; }
-    void nextFrame() override {}
-    void goTo(int) override {}
-    void addBlitTime(std::uint32_t) override {}
-    platform::MovieSummary summary() const override { return {}; }
+using MovieTest = testing_support::OMAppTest;
 
-    bool& runs;
-    const bool& isDue;
-    std::array<platform::Rgb, 256> colors{};
-    platform::Surface surface{4, 4, 8};
-};
+struct NoSpeakers final : platform::MovieSpeakers {
+    std::unique_ptr<platform::MovieSpeaker> make() override { return nullptr; }
+} speakers;
 
-class MovieTest : public testing_support::OMAppTest, private platform::Movies {
-  protected:
-    MovieTest() {
-        machine.installedMovies = this;
-        files.put("m", "");
-        app->begin();
-    }
-    auto start(RSmackerMovie::Options options) {
-        auto movie = std::make_unique<RSmackerMovie>(*window, "m", std::move(options));
-        movie->takeClass(RSmackerMovie::kClass);
-        movie->start();
-        return movie;
-    }
-    std::unique_ptr<platform::Movie> open(const platform::MovieRequest&) override {
-        return std::make_unique<OneFrame>(runs, isDue);
-    }
-    void openWindow() { window.emplace(platform::Rect{0, 0, 640, 480}, nullptr, "Test"); }
-
-    bool runs = false;
-    bool isDue = false;
-    RMovies shared;
-    std::optional<OMTrinketWindow> window;
-};
-
-TEST_F(MovieTest, CopiesWaitUnlessItWasReadBefore) {
-    openWindow();
+TEST_F(MovieTest, CopiesWaitUnlessItWasReadBeforeAndItOutlivesItsWindow) {
+    platform::HostMovies movies(files, machine.clock(), speakers);
+    machine.installedMovies = &movies;
+    const formats::Bytes pixels(128);
+    const auto movie = testing_support::MovieBuilder{.frames = {{pixels}, {pixels}}}.build();
+    files.put("m", std::string(reinterpret_cast<const char*>(movie.data()), movie.size()));
     files.put("c", "x");
+    app->begin();
+    RMovies shared;
     OMCachedFile::cacheInBkgd("c", nullptr, 0, false);
     for (const bool preloads : {false, true}) {
-        const auto movie = start({.preload = preloads});
+        std::optional<OMTrinketWindow> window;
+        window.emplace(platform::Rect{0, 0, 640, 480}, nullptr, "Test");
+        RSmackerMovie one(*window, "m", {.preload = preloads});
+        one.start();
         for (int i = 0; i < 20; ++i) {
             (void)OMCachedFile::getBufferSize("c"); // waits for the worker
             app->pass();
         }
         EXPECT_EQ(OMCachedFile::find("c")->isComplete(), preloads);
-    }
-}
-
-TEST_F(MovieTest, OutlivesItsWindow) {
-    for (const bool inHandler : {false, true}) {
-        openWindow();
-        isDue = inHandler;
-        const auto movie =
-            start({.finished = inHandler ? OMLink([this] { window.reset(); }) : OMLink(nullptr)});
-        if (!inHandler) window.reset();
+        window.reset();
         app->pass();
-        EXPECT_FALSE(window || runs);
-        movie->start();
-        movie->setCollecting(true);
-        EXPECT_FALSE(runs || movie->isCollecting());
+        one.setCollecting(true);
+        EXPECT_FALSE(one.isCollecting());
     }
 }
 

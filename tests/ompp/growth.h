@@ -10,13 +10,11 @@ namespace testing_support {
 /// in proportion, 16 when it grows with the square.
 template <class Work>
 double growthOfFour(int count, Work work) {
-    const auto ticks = [&](int items) {
-        const std::clock_t begin = std::clock();
-        work(items);
-        return std::max(static_cast<double>(std::clock() - begin), 1.0);
-    };
-    const double once = ticks(count);
-    return ticks(4 * count) / once;
+    const std::clock_t begin = std::clock();
+    work(count);
+    const std::clock_t middle = std::clock();
+    work(4 * count);
+    return static_cast<double>(std::clock() - middle) / std::max(1.0, 1.0 * (middle - begin));
 }
 
 inline constexpr double kInProportion = 10; ///< with room for a machine that does other things too

@@ -1,6 +1,5 @@
-// A machine that lives in memory: files with the naming rules of the platform, a clock that the
-// test sets, a plain screen, a queue of messages, boxes that are recorded, a wave-out device that
-// keeps what it played. Nothing outside the test process is touched.
+// A machine that lives in memory: files, a clock that the test sets, a plain screen, a queue of
+// messages, boxes that are recorded, a wave-out device that keeps what it played.
 #pragma once
 
 #include "formats/base/bytes.h"
@@ -15,15 +14,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <map>
-#include <memory>
 #include <mutex>
-#include <optional>
-#include <sstream>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace testing_support {
 
@@ -34,8 +28,7 @@ inline Bytes toBytes(formats::ByteSpan numbers) {
     return {bytes.begin(), bytes.end()};
 }
 inline Bytes toBytes(std::string_view text) {
-    const auto bytes = std::as_bytes(std::span(text));
-    return {bytes.begin(), bytes.end()};
+    return toBytes(formats::asNumbers(std::as_bytes(std::span(text))));
 }
 inline std::string toText(std::span<const std::byte> bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
@@ -53,7 +46,6 @@ class MemoryFiles final : public platform::Files {
     /// (flushFolder), each with the path or paths.
     std::vector<std::string> changes;
     std::vector<std::string> opened; ///< paths handed to `open`, in order, failed ones too
-    mutable int questions = 0;       ///< number of listings and existence questions
     std::size_t sector = 2048;
     std::uint64_t space = std::uint64_t{1} << 30; ///< free bytes of every drive
     std::size_t readsUntilError = kNever;         ///< by ReadSequential, in all files together
@@ -75,62 +67,48 @@ class MemoryFiles final : public platform::Files {
         return entry ? toText(*entry->content) : std::string();
     }
     void erase(std::string_view path) { remove(path); }
-    /// What a file holds, which is gone then.
-    std::string take(std::string_view path) {
-        std::string content = text(path);
-        erase(path);
-        return content;
-    }
 
     bool remove(std::string_view path) override {
         const Lock lock(mutex_);
-        changes.push_back("remove " + fullPath(path));
+        note("remove " + fullPath(path));
         return entries_.erase(key(path)) > 0;
     }
     bool rename(std::string_view from, std::string_view to) override {
         const Lock lock(mutex_);
-        changes.push_back("rename " + fullPath(from) + " " + fullPath(to));
+        note("rename " + fullPath(from) + " " + fullPath(to));
         const Entry* source = find(from);
-        const auto folderOf = [this](std::string_view path) {
-            return key(path).substr(0, key(path).rfind('\\'));
-        };
-        if (!source || folderOf(from) != folderOf(to) || isProtected(to)) return false;
-        const Entry* target = key(from) == key(to) ? nullptr : find(to);
+        if (!source) return false;
+        const Entry* target = find(to);
         const Entry renamed{target ? target->path : fullPath(to), source->content};
         entries_.erase(key(from));
         entries_[key(to)] = renamed;
         return true;
     }
-    bool flushFolder(std::string_view path) override {
-        const Lock lock(mutex_);
-        changes.push_back("names " + fullPath(path));
-        return !list(path).empty();
-    }
+    bool flushFolder(std::string_view path) override { return note("names " + fullPath(path)); }
     std::unique_ptr<platform::File> open(std::string_view path, platform::OpenMode mode) override {
         using enum platform::OpenMode;
         const Lock lock(mutex_);
         opened.emplace_back(path);
         const bool reads = mode == Read || mode == ReadSequential;
         std::errc refusal{};
-        if (reads ? key(path) == key(unreadable) : isProtected(path))
+        if (reads ? key(path) == key(unreadable)
+                  : !writeProtected.empty() && key(path).starts_with(key(writeProtected)))
             refusal = std::errc::permission_denied;
         else if (reads && !find(path))
             refusal = std::errc::no_such_file_or_directory;
         setLastRefusal(std::make_error_code(refusal));
         if (lastRefusal()) return nullptr;
-        if (!reads) changes.push_back("make " + fullPath(path));
+        if (!reads) note("make " + fullPath(path));
         if (!find(path) || mode == Write || mode == WriteThrough) put(path, Bytes());
         return std::make_unique<OpenFile>(*this, *find(path), mode);
     }
     bool exists(std::string_view path) const override {
         const Lock lock(mutex_);
-        ++questions;
         return find(path) != nullptr;
     }
     bool isWritable(std::string_view path) const override { return exists(path); }
     std::vector<platform::DirectoryEntry> list(std::string_view directory) const override {
         const Lock lock(mutex_);
-        ++questions;
         std::vector<platform::DirectoryEntry> result;
         const std::string prefix = key(directory) + "\\";
         for (const auto& [path, entry] : entries_) {
@@ -144,20 +122,13 @@ class MemoryFiles final : public platform::Files {
     }
     std::string fullPath(std::string_view path) const override {
         std::string all(path);
+        std::ranges::replace(all, '\\', '/');
+        if (all.starts_with("//")) return std::string(path); // on no drive
+        if (all.find(':') != 1) all = (all.starts_with('/') ? "C:" : "C:/GAME/") + all;
+        all = std::filesystem::path(all).lexically_normal().string();
         std::ranges::replace(all, '/', '\\');
-        const bool isNetwork = all.starts_with("\\\\");
-        if (!isNetwork && all.find(':') != 1)
-            all = (all.starts_with('\\') ? "C:" : "C:\\GAME\\") + all;
-        std::string result = isNetwork ? "\\" : all.substr(0, 2);
-        const std::size_t start = result.size();
-        std::istringstream parts(all.substr(start));
-        for (std::string part; std::getline(parts, part, '\\');) {
-            if (part == ".." && result.size() > start)
-                result.resize(result.rfind('\\'));
-            else if (!part.empty() && part != "." && part != "..")
-                result += '\\' + part;
-        }
-        return result.size() == start ? result + '\\' : result;
+        if (all.ends_with('\\') && all.size() > 3) all.pop_back();
+        return all;
     }
     std::string currentDirectory() const override { return "C:\\GAME"; }
     std::string homeDirectory() const override { return "C:\\HOME"; }
@@ -175,8 +146,8 @@ class MemoryFiles final : public platform::Files {
     class OpenFile final : public platform::File {
       public:
         OpenFile(MemoryFiles& files, Entry entry, platform::OpenMode mode)
-            : files_(files), entry_(std::move(entry)), mode_(mode) {
-            if (mode == platform::OpenMode::Append) position_ = entry_.content->size();
+            : files_(files), path_(entry.path), bytes_(std::move(entry.content)), mode_(mode) {
+            if (mode == platform::OpenMode::Append) position_ = bytes_->size();
         }
         std::size_t read(std::span<std::byte> buffer) override {
             const Lock lock(files_.mutex_);
@@ -184,37 +155,28 @@ class MemoryFiles final : public platform::Files {
                 files_.readSizes.push_back(buffer.size());
                 if (!take(files_.readsUntilError, 1)) return 0;
             }
-            const auto rest =
-                std::span(*entry_.content).subspan(std::min(position_, entry_.content->size()));
-            const std::size_t count = std::min(buffer.size(), rest.size());
-            std::ranges::copy(rest.first(count), buffer.begin());
+            const std::size_t at = std::min(position_, bytes_->size());
+            const std::size_t count = std::min(buffer.size(), bytes_->size() - at);
+            std::copy_n(bytes_->data() + at, count, buffer.begin());
             position_ += count;
             return count;
         }
         bool write(std::span<const std::byte> bytes) override {
             const Lock lock(files_.mutex_);
-            files_.changes.push_back("write " + entry_.path);
+            files_.note("write " + path_);
             if (mode_ == platform::OpenMode::WriteThrough &&
                 !take(files_.bytesUntilFull, bytes.size()))
                 return false;
-            Bytes& content = *entry_.content;
-            content.resize(std::max(content.size(), position_ + bytes.size()));
-            std::ranges::copy(bytes, std::span(content).subspan(position_).begin());
+            bytes_->resize(std::max(bytes_->size(), position_ + bytes.size()));
+            std::ranges::copy(bytes, bytes_->data() + position_);
             position_ += bytes.size();
             return true;
         }
-        bool flush() override {
-            const Lock lock(files_.mutex_);
-            files_.changes.push_back("flush " + entry_.path);
-            return true;
-        }
-        bool seek(std::uint64_t position) override {
-            position_ = static_cast<std::size_t>(position);
-            return true;
-        }
+        bool flush() override { return files_.note("flush " + path_); }
+        bool seek(std::uint64_t position) override { return (position_ = position, true); }
         std::uint64_t size() const override {
             const Lock lock(files_.mutex_);
-            return entry_.content->size();
+            return bytes_->size();
         }
 
       private:
@@ -225,18 +187,21 @@ class MemoryFiles final : public platform::Files {
         }
 
         MemoryFiles& files_;
-        Entry entry_;
+        std::string path_;
+        std::shared_ptr<Bytes> bytes_;
         platform::OpenMode mode_;
         std::size_t position_ = 0;
     };
 
+    bool note(const std::string& change) {
+        const Lock lock(mutex_);
+        changes.push_back(change);
+        return true;
+    }
     [[nodiscard]] std::string key(std::string_view path) const {
         std::string result = formats::lowerAscii(fullPath(path));
         if (result.ends_with('\\')) result.pop_back();
         return result;
-    }
-    [[nodiscard]] bool isProtected(std::string_view path) const {
-        return !writeProtected.empty() && key(path).starts_with(key(writeProtected) + "\\");
     }
     [[nodiscard]] const Entry* find(std::string_view path) const {
         const auto found = entries_.find(key(path));
@@ -258,30 +223,23 @@ struct MemoryClock final : platform::Clock {
 struct MemoryDisplay final : platform::HostDisplay {
     std::string title;
     int cursor = -1;
-    std::vector<int> cursors;                          ///< all that were set
     std::map<int, platform::CursorImage> cursorImages; ///< those made of pictures, by number
     OMRegion presented;
-    int busyFlips = 0; ///< as many flips find the device drawing
     bool refusesExclusive = false;
 
     using HostDisplay::HostDisplay;
     using HostDisplay::makeCursor;
-    void setTitle(std::string_view text) override { title = text; }
     std::unique_ptr<platform::Cursor> makeCursor(int id,
                                                  const platform::CursorImage& image) override {
         cursorImages[id] = image;
         return HostDisplay::makeCursor(id, image);
     }
-    void setCursor(const platform::Cursor& shown) override {
-        cursors.push_back(cursor = shown.id());
-    }
+    void setTitle(std::string_view text) override { title = text; }
+    void setCursor(const platform::Cursor& shown) override { cursor = shown.id(); }
     void showCursor(bool) override {}
     void present(const platform::Rect& area) override {
         presented.unite(area);
         HostDisplay::present(area);
-    }
-    platform::FlipResult flip() override {
-        return busyFlips-- > 0 ? platform::FlipResult::Busy : HostDisplay::flip();
     }
     bool canBeExclusive(const platform::ScreenMode& mode) const override {
         return !refusesExclusive && HostDisplay::canBeExclusive(mode);
@@ -290,27 +248,22 @@ struct MemoryDisplay final : platform::HostDisplay {
 
 struct MemoryEvents final : platform::Events {
     std::deque<platform::Message> queue;
-    bool captured = false;
 
     bool take(platform::Message& message) override {
         if (queue.empty()) return false;
-        message = queue.front();
-        queue.pop_front();
+        message = queue.front(), queue.pop_front();
         return true;
     }
     bool wait(platform::Message& message) override { return take(message); }
     void discardInput() override { queue.clear(); }
     bool releaseWasDropped() override { return false; }
-    bool quitWaits() override {
-        return std::ranges::count(queue, platform::Message::Kind::Quit, &platform::Message::kind);
-    }
-    void captureMouse(bool capture) override { captured = capture; }
+    bool quitWaits() override { return false; }
+    void captureMouse(bool) override {}
 };
 
 struct MemoryDialogs final : platform::Dialogs {
     struct Box {
         std::string text;
-        std::string caption;
         std::uint32_t style;
     };
     std::vector<Box> boxes;
@@ -319,13 +272,13 @@ struct MemoryDialogs final : platform::Dialogs {
     std::string chosen;                             ///< the file of the next open-file dialog
     std::vector<std::string> asked;                 ///< title, pattern and limit of each
 
-    platform::Button messageBox(std::string_view text, std::string_view caption,
+    platform::Button messageBox(std::string_view text, std::string_view,
                                 std::uint32_t style) override {
-        boxes.push_back({std::string(text), std::string(caption), style});
+        boxes.push_back({std::string(text), style});
         return answer;
     }
     platform::WarningAnswer warning(const platform::WarningRequest& request) override {
-        boxes.push_back({request.text, request.caption, 0});
+        boxes.push_back({request.text, 0});
         return warningAnswer;
     }
     std::string openFile(std::string_view title, std::string_view pattern,
@@ -343,9 +296,8 @@ struct MemoryModules final : platform::Modules {
     std::map<std::string, Functions, std::less<>> libraries; ///< what each exports
     std::vector<std::string> loaded; ///< paths handed to `load`, in order, failed ones too
     int unloaded = 0;
-    std::string error; ///< of every load
 
-    std::string loadError() const override { return error; }
+    std::string loadError() const override { return {}; }
     std::unique_ptr<platform::Library> load(std::string_view path) override {
         loaded.emplace_back(path);
         const auto found = libraries.find(path);
@@ -355,8 +307,7 @@ struct MemoryModules final : platform::Modules {
     std::optional<std::span<const std::byte>> resource(std::string_view type,
                                                        int id) const override {
         const auto found = resources.find({std::string(type), id});
-        if (found == resources.end()) return std::nullopt;
-        return std::span<const std::byte>(found->second);
+        return found == resources.end() ? std::nullopt : std::optional(std::span(found->second));
     }
     std::vector<platform::ResourceName> resourceNames() const override {
         std::vector<platform::ResourceName> names;
@@ -371,27 +322,20 @@ struct MemoryModules final : platform::Modules {
     struct Loaded final : platform::Library {
         Loaded(Functions exported, int& count) : functions(std::move(exported)), unloaded(count) {}
         ~Loaded() override { ++unloaded; }
-        void (*entry(const char* name))() override {
-            const auto found = functions.find(name);
-            return found == functions.end() ? nullptr : found->second;
-        }
+        void (*entry(const char* name))() override { return functions[name]; }
         Functions functions;
         int& unloaded;
     };
 };
 
-/// A wave-out device that plays when the test says so, or by the clock when it has a rate.
+/// A wave-out device that plays when the test says so.
 class MemoryWaveOut final : public platform::WaveOut {
   public:
-    explicit MemoryWaveOut(const MemoryClock& clock) : clock_(clock) {}
-
     bool available = true;
     std::string silence;             ///< why nothing is heard; empty when it is
     std::vector<int> opened;         ///< rates of all successful openings
     std::vector<std::uint8_t> heard; ///< every byte that was played
-    std::uint32_t bytesPerMs = 0;    ///< 0: only `play` moves the queue
     bool paused = false;
-    int pauses = 0;
 
     /// Plays up to `bytes` bytes of the queue; the done flags wait for the next poll.
     void play(std::size_t bytes) {
@@ -400,60 +344,38 @@ class MemoryWaveOut final : public platform::WaveOut {
             heard.insert(heard.end(), piece.begin(), piece.end());
         });
     }
-    [[nodiscard]] std::size_t queuedBytes() const { return queue_.waiting(); }
 
     bool open(int rate) override {
         close();
         if (!available || rate < kMinRate || rate > kMaxRate) return false;
         opened.push_back(rate_ = rate);
-        polledMs_ = clock_.now;
         return true;
     }
-    void close() override {
-        reset();
-        rate_ = 0;
-    }
+    void close() override { reset(), rate_ = 0; }
     bool isOpen() const override { return rate_ != 0; }
     std::string whySilent() const override { return silence; }
     int rate() const override { return rate_; }
     void write(platform::WaveBuffer& buffer) override {
         if (isOpen()) queue_.add(buffer);
     }
-    void poll() override {
-        play(std::size_t{clock_.now - polledMs_} * bytesPerMs);
-        polledMs_ = clock_.now;
-        queue_.settle();
-    }
-    void pause() override {
-        ++pauses;
-        paused = isOpen();
-    }
+    void poll() override { queue_.settle(); }
+    void pause() override { paused = isOpen(); }
     void restart() override { paused = false; }
-    void reset() override {
-        queue_.drop();
-        paused = false;
-    }
+    void reset() override { queue_.drop(), paused = false; }
 
   protected:
     void beginChange() override { poll(); }
     void endChange() override {}
 
   private:
-    const MemoryClock& clock_;
     platform::WaveQueue queue_;
-    std::uint32_t polledMs_ = 0;
     int rate_ = 0;
 };
 
 /// Faces whose characters are filled boxes: every one as wide as half of the size, the system font
 /// has the size 8.
-class MemoryTypefaces final : public platform::Typefaces {
-  public:
-    explicit MemoryTypefaces(MemoryFiles& files) : files_(files) {}
-
+struct MemoryTypefaces final : platform::Typefaces {
     std::vector<std::string> families;              ///< that are installed
-    std::vector<std::string> resources;             ///< font resource files that were added
-    std::string newFamily;                          ///< what the next added file brings
     std::optional<platform::TypefaceRequest> asked; ///< the last one; its family has no text
 
     std::unique_ptr<platform::Typeface> systemFont() override { return std::make_unique<Box>(8); }
@@ -466,36 +388,20 @@ class MemoryTypefaces final : public platform::Typefaces {
         asked->family = {};
         return std::make_unique<Box>(request.size);
     }
-    bool createFontResource(std::string_view resource, std::string_view font) override {
-        if (!files_.exists(font) || files_.exists(resource)) return false;
-        files_.put(resource, font);
-        return true;
-    }
-    bool addFontResource(std::string_view resource) override {
-        if (!files_.exists(resource)) return false;
-        resources.emplace_back(resource);
-        if (!newFamily.empty()) families.push_back(std::exchange(newFamily, {}));
-        return true;
-    }
-    void removeFontResource(std::string_view resource) override { std::erase(resources, resource); }
+    bool createFontResource(std::string_view, std::string_view) override { return false; }
+    bool addFontResource(std::string_view) override { return false; }
+    void removeFontResource(std::string_view) override {}
 
   private:
-    class Box final : public platform::Typeface {
-      public:
-        explicit Box(int size) : size_(size) {
-            const int width = size / 2;
-            const auto bytes = static_cast<std::size_t>((width + 7) / 8 * size + 1);
-            picture_ = {0, size, width, size, width + 1, std::vector<std::uint8_t>(bytes, 0xFF)};
+    struct Box final : platform::Typeface {
+        explicit Box(int itsSize) : size(itsSize) {
+            picture.bits.assign(static_cast<std::size_t>((size / 2 + 7) / 8 * size + 1), 0xFF);
         }
-        platform::FaceMetrics metrics() const override { return {size_, size_ / 4, 1}; }
-        const platform::GlyphPicture& glyph(unsigned char) override { return picture_; }
-
-      private:
-        int size_;
-        platform::GlyphPicture picture_;
+        platform::FaceMetrics metrics() const override { return {size, size / 4, 1}; }
+        const platform::GlyphPicture& glyph(unsigned char) override { return picture; }
+        int size;
+        platform::GlyphPicture picture{0, size, size / 2, size, size / 2 + 1, {}};
     };
-
-    MemoryFiles& files_;
 };
 
 struct MemoryMachine final : platform::Machine {
@@ -520,17 +426,13 @@ class MemoryPlatform final : public platform::Platform {
     MemoryModules& modules() override { return modules_; }
     MemoryWaveOut& waveOut() override { return waveOut_; }
     MemoryTypefaces& typefaces() override { return typefaces_; }
-    platform::Movies& movies() override { return installedMovies ? *installedMovies : noMovies_; }
+    platform::Movies& movies() override { return *installedMovies; }
     MemoryMachine& machine() override { return machine_; }
 
-    std::unique_ptr<platform::TextWindow>
-    openTextWindow(const platform::TextWindowRequest& request,
-                   platform::TextWindowOwner& owner) override {
-        return openWindow ? openWindow(request, owner) : nullptr;
+    std::unique_ptr<platform::TextWindow> openTextWindow(const platform::TextWindowRequest&,
+                                                         platform::TextWindowOwner&) override {
+        return nullptr;
     }
-    std::function<std::unique_ptr<platform::TextWindow>(const platform::TextWindowRequest&,
-                                                        platform::TextWindowOwner&)>
-        openWindow;              ///< without it there are no text windows
     std::function<void()> atEnd; ///< called before the process ends at once
 
     void keepSettings(std::string_view) override {}
@@ -554,12 +456,8 @@ class MemoryPlatform final : public platform::Platform {
     MemoryEvents events_;
     MemoryDialogs dialogs_;
     MemoryModules modules_;
-    MemoryWaveOut waveOut_{clock_};
-    MemoryTypefaces typefaces_{files_};
-    class NoMovies final : public platform::Movies {
-        std::unique_ptr<platform::Movie> open(const platform::MovieRequest&) override { return {}; }
-    };
-    NoMovies noMovies_;
+    MemoryWaveOut waveOut_;
+    MemoryTypefaces typefaces_;
     MemoryMachine machine_;
 };
 

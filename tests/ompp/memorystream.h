@@ -4,9 +4,6 @@
 #include "omistream.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <span>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -23,8 +20,7 @@ class MemoryStream final : public OMIStream {
   protected:
     bool openSource() override { return true; }
     std::size_t readSource(std::size_t position, std::span<std::byte> buffer) override {
-        std::copy_n(bytes_.begin() + static_cast<std::ptrdiff_t>(position), buffer.size(),
-                    buffer.begin());
+        std::copy_n(bytes_.data() + position, buffer.size(), buffer.begin());
         return buffer.size();
     }
     void closeSource() override {}

@@ -8,16 +8,16 @@ namespace testing_support {
 
 class NEBuilder {
   public:
-    NEBuilder& add(std::string_view type, int id, const Bytes& data) {
-        return add(type, id, toText(data));
-    }
-    NEBuilder& add(std::string_view type, int id, std::string_view text) {
+    NEBuilder& add(std::string_view type, int id, formats::ByteSpan data) {
         resources_.push_back({std::string(type), static_cast<std::uint16_t>(id),
-                              formats::Bytes(text.begin(), text.end())});
+                              formats::Bytes(data.begin(), data.end())});
         return *this;
     }
-    NEBuilder& add(std::string_view type, int id, const formats::Bytes& data) {
-        return add(type, id, toBytes(data));
+    NEBuilder& add(std::string_view type, int id, const Bytes& data) {
+        return add(type, id, formats::asNumbers(data));
+    }
+    NEBuilder& add(std::string_view type, int id, std::string_view text) {
+        return add(type, id, toBytes(text));
     }
     [[nodiscard]] Bytes build() const {
         return toBytes(formats::library::write("TEST", resources_).value);

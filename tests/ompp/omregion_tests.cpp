@@ -49,8 +49,7 @@ void expectSame(const OMRegion& region, const PlaneModel& model) {
     EXPECT_EQ(region.boundingBox(), model.none() ? Rect{} : box);
 }
 
-class OMRegions : public testing::Test {
-  protected:
+struct OMRegions : testing::Test {
     int below(int limit) { return std::uniform_int_distribution(0, limit - 1)(engine); }
     Point point() { return {kPlane.left + below(kSide), kPlane.top + below(kSide)}; }
     Rect rectangle() {
@@ -73,16 +72,14 @@ TEST_F(OMRegions, SetOperationsMatchABitmap) {
         case 1: region.intersect(other), model &= otherModel; break;
         case 2: region.subtract(other), model &= ~otherModel; break;
         case 3: region.subtract(area), model &= ~modelOf(area); break;
-        case 4: {
+        case 4:
             region.offset(by.x, by.y);
             region.intersect(kPlane); // the model knows no other pixels
-            PlaneModel before = model;
-            model = modelOf([&](Point place) {
+            model = modelOf([&, before = model](Point place) mutable {
                 const Point from{place.x - by.x, place.y - by.y};
                 return OMContains(kPlane, from) && at(before, from);
             });
             break;
-        }
         default: region.unite(area), model |= modelOf(area);
         }
         SCOPED_TRACE(step);
@@ -98,26 +95,11 @@ TEST_F(OMRegions, SetOperationsMatchABitmap) {
 }
 
 TEST_F(OMRegions, EmptyOnesAreEqualAndExtremePlacesAreClampedAndNotWrapped) {
-    OMRegion apart(Rect{0, 0, 5, 5});
-    apart.intersect(Rect{7, 7, 9, 9});
-    const OMRegion& self = apart;
-    apart = self;
-    for (const OMRegion& empty : {apart, OMRegion(Rect{4, 4, 4, 9}), OMRegion(Rect{9, 9, 1, 1}),
-                                  OMRegion::ellipse({3, 3, 3, 9})}) {
-        EXPECT_EQ(empty, OMRegion());
-        EXPECT_FALSE(empty.intersects(Rect{-100, -100, 100, 100}));
-    }
-    EXPECT_FALSE(OMRegion(Rect{0, 0, 9, 9}).intersects(Rect{3, 3, 1, 1}));
-
+    EXPECT_EQ(OMRegion(Rect{9, 9, 1, 1}), OMRegion::ellipse({3, 3, 3, 9}));
     constexpr int kLeast = std::numeric_limits<int>::min();
     constexpr int kMost = std::numeric_limits<int>::max();
-    const OMRegion all(Rect{kLeast, kLeast, kMost, kMost});
-    EXPECT_TRUE(all.contains(Point{0, 0}));
-    EXPECT_GT(all.pixelCount(), std::size_t{1} << 62);
-    OMRegion region(Rect{10, 10, 20, 20});
-    region.offset(kMost, 0);
-    EXPECT_TRUE(region.isEmpty());
-    region = Rect{-10, 10, 20, 20};
+    EXPECT_GT(OMRegion(Rect{kLeast, kLeast, kMost, kMost}).pixelCount(), std::size_t{1} << 62);
+    OMRegion region(Rect{-10, 10, 20, 20});
     region.unite(Rect{-20, 12, -15, 14});
     region.offset(kMost - 5, kLeast);
     OMRegion expected(Rect{kMost - 15, kLeast + 10, kMost, kLeast + 20});
@@ -130,34 +112,28 @@ TEST_F(OMRegions, EmptyOnesAreEqualAndExtremePlacesAreClampedAndNotWrapped) {
 
 TEST_F(OMRegions, ShapesHoldThePixelsWhoseCentreIsInside) {
     for (int width = 1; width <= 24; ++width)
-        for (int height = 1; height <= 24; ++height) {
-            SCOPED_TRACE(std::to_string(width) + " x " + std::to_string(height));
-            expectSame(OMRegion::ellipse({-7, 3, -7 + width, 3 + height}),
-                       modelOf([&](Point place) {
-                           const int across = (2 * (place.x + 7) + 1 - width) * height;
-                           const int down = (2 * (place.y - 3) + 1 - height) * width;
+        for (int height = 1; height <= 24; ++height)
+            expectSame(OMRegion::ellipse({-7, 3, -7 + width, 3 + height}), modelOf([&](Point at) {
+                           const int across = (2 * (at.x + 7) + 1 - width) * height;
+                           const int down = (2 * (at.y - 3) + 1 - height) * width;
                            return across * across + down * down <= width * width * height * height;
                        }));
-        }
     for (int round = 0; round < 200; ++round) {
         std::vector<Point> corners(static_cast<std::size_t>(below(8)));
         for (Point& corner : corners) corner = point();
-        // A ray to the left of the centre crosses the outline an odd number of times; a centre on
-        // the outline belongs to the pixel right of it.
-        expectSame(OMRegion::polygon(corners), modelOf([&](Point place) {
+        // A ray to the left of the centre crosses the outline an odd number of times.
+        expectSame(OMRegion::polygon(corners), modelOf([&](Point at) {
                        bool inside = false;
                        for (std::size_t i = 0; i < corners.size(); ++i) {
                            const Point& a = corners[i];
                            const Point& b = corners[(i + 1) % corners.size()];
-                           if ((a.y > place.y) == (b.y > place.y)) continue;
+                           if ((a.y > at.y) == (b.y > at.y)) continue;
                            const double slope = 1.0 * (b.x - a.x) / (b.y - a.y);
-                           inside ^= a.x + (place.y + 0.5 - a.y) * slope <= place.x + 0.5 + 1e-9;
+                           inside ^= a.x + (at.y + 0.5 - a.y) * slope <= at.x + 0.5 + 1e-9;
                        }
                        return inside;
                    }));
     }
-    const Point line[] = {{2, 3}, {8, 3}, {5, 3}};
-    EXPECT_TRUE(OMRegion::polygon(line).isEmpty());
 }
 
 } // namespace

@@ -9,9 +9,6 @@
 #include "omwaveengine.h"
 #include "omwavesound.h"
 
-#include <memory>
-#include <string>
-
 namespace testing_support {
 
 using Samples = std::vector<std::uint8_t>;
@@ -22,12 +19,11 @@ struct TestSound {
     std::unique_ptr<OMWaveSound> sound;
 
     OMWaveSound* operator->() const { return sound.get(); }
-    OMWaveSound& operator*() const { return *sound; }
 };
 
 class SoundTest : public OMAppTest {
   protected:
-    static constexpr int kSize = 8; ///< bytes of an output buffer, unless a test says otherwise
+    static constexpr int kSize = 8; ///< bytes of an output buffer
 
     SoundTest() {
         engine.setBufferSize(kSize);
@@ -37,18 +33,13 @@ class SoundTest : public OMAppTest {
     }
 
     TestSound make(const Samples& data, int mode = kOMIStreamCache, std::uint32_t rate = 22050) {
-        return open(RiffSound{.rate = rate, .data = data}.build(), mode);
-    }
-    TestSound open(const formats::Bytes& bytes, int mode = kOMIStreamCache) {
         const std::string name = "sound" + std::to_string(++made_) + ".bin";
-        files.put(name, bytes);
-        TestSound made;
-        made.stream = std::make_unique<OMIStreamFile>(name, mode);
+        files.put(name, RiffSound{.rate = rate, .data = data}.build());
+        TestSound made{std::make_unique<OMIStreamFile>(name, mode), nullptr};
         made.sound = std::make_unique<OMWaveSound>(*made.stream, false);
         return made;
     }
-
-    /// Plays what `bytes` are worth, one service after each; then what was heard so far.
+    /// Plays `bytes`, with a service after each step.
     void run(int bytes, int step = kSize) {
         for (; bytes > 0; bytes -= step) {
             device.play(static_cast<std::size_t>(std::min(step, bytes)));

@@ -1,15 +1,68 @@
-// The headless machine: its time, its input, its boxes, and what it reports.
+// The headless machine: what an input file may say, its time, input and boxes, what it reports, and
+// the device that nobody hears.
+#include "moviebuilder.h"
 #include "temporaryfolder.h"
 
 #include "platform/headless/headlessplatform.h"
 
+#include <deque>
 #include <gtest/gtest.h>
-#include <iostream>
-#include <memory>
 #include <sstream>
 
 namespace platform {
 namespace {
+
+/// All that is read, an event after the other: its time and text or key; or the fault and its line.
+std::string parsed(const std::string& text) {
+    std::istringstream input(text);
+    const auto result = parseTimeline(input);
+    if (const auto* error = std::get_if<TimelineError>(&result))
+        return std::to_string(error->line) + ": " + error->text;
+    std::ostringstream out;
+    for (const auto& [timeMs, what] : std::get<Timeline>(result)) {
+        out << timeMs << ' ';
+        if (const auto* answer = std::get_if<TimelineAnswer>(&what))
+            out << answer->button << (answer->checked ? " checked\n" : "\n");
+        else if (const auto* shot = std::get_if<TimelineScreenshot>(&what))
+            out << shot->file << '\n';
+        else {
+            const KeyPress& key = std::get<Message>(what).key;
+            out << std::hex << key.code << std::dec << (key.control ? "^\n" : "\n");
+        }
+    }
+    return out.str();
+}
+
+TEST(Timeline, ReadsEvents) {
+    std::string keys; // a blank may be one; UTF-8, Latin-1
+    for (const char* key : {"A ", " ", "\xC3\xA3", "\xE3", "\xC3", "Ctrl-c", "Ctrl-Z", "Ctrl-5",
+                            "Ctrl--", "  Enter", "Ctrl-Enter", "F12"})
+        keys += parsed(std::string("7 key ") + key).substr(2);
+    EXPECT_EQ(keys, "41\n20\ne3\ne3\nc3\n3^\n1a^\n35^\n2d^\ne802\ne802^\ne81a\n");
+    EXPECT_EQ(
+        parsed("\xEF\xBB\xBF# begins with a byte order mark\r\n"
+               "3 screenshot my shots/\xC3\xA3.png \n\r\n  \t\n1 answer Sair\n  # 5 command 9\n"
+               "1 answer checked N\xC3\xA3o sair  \n2 answer unchecked\n4294967295 \tanswer\tOk"),
+        "1 Sair\n1 N\xE3o sair checked\n2 unchecked\n3 my shots/\xC3\xA3.png\n4294967295 Ok\n");
+}
+
+TEST(Timeline, RefusesBadLinesByNumber) {
+    const std::pair<std::string, std::vector<std::string>> rows[] = {
+        {"the line does not begin with a time in milliseconds", {"quit", "4294967296 quit"}},
+        {"unknown event \"Quit\"", {"5 Quit"}},
+        {"\"quit\" wants nothing after it", {"5 quit now"}},
+        {"\"move\" wants two numbers, x and y",
+         {"5 move 1", "5 move 1 2 3", "5 move 99999999999 2"}},
+        {"\"key\" wants one Latin-1 character or the name of a key",
+         {"5 key ", "5 key Ctrl-", "5 key F13", "5 key \xE2\x82\xAC", "5 key \x01"}},
+        {"\"command\" wants a number from 0 to 65535", {"5 command 65536", "5 command -1"}},
+        {"\"answer\" wants the text of a button", {"5 answer \xE2\x82\xAC"}},
+        {"\"screenshot\" wants a file name", {"5 screenshot"}}};
+    for (const auto& [fault, lines] : rows)
+        for (const std::string& line : lines)
+            EXPECT_EQ(parsed("# first\n1 quit\n\n" + line + "\n7 nonsense\n"), "4: " + fault)
+                << line;
+}
 
 class HeadlessTest : public testing::Test {
   protected:
@@ -19,8 +72,7 @@ class HeadlessTest : public testing::Test {
         options.host = {folder_.path(), "", folder_.path("home")};
         options.report = &report_;
         options.notes = &notes_;
-        machine_ = std::make_unique<HeadlessPlatform>(options);
-        return *machine_;
+        return machine_.emplace(options);
     }
     void pass(int count) {
         for (int i = 0; i < count; ++i) machine_->passEnded();
@@ -30,9 +82,8 @@ class HeadlessTest : public testing::Test {
     }
 
     TemporaryFolder folder_;
-    std::ostringstream report_;
-    std::ostringstream notes_;
-    std::unique_ptr<HeadlessPlatform> machine_;
+    std::ostringstream report_, notes_;
+    std::optional<HeadlessPlatform> machine_;
 };
 
 TEST_F(HeadlessTest, InputIsDiscardedOrKeptOnTheScreen) {
@@ -45,28 +96,15 @@ TEST_F(HeadlessTest, InputIsDiscardedOrKeptOnTheScreen) {
     EXPECT_FALSE(machine.events().wait(message)) << "nothing before the main loop";
     machine.mainLoopBegins();
     std::ostringstream taken;
-    const auto takeAll = [&] {
+    for (const int ms : {3, 1, 3}) { // the button is captured, or not
+        pass(ms);
+        machine.events().captureMouse(ms == 3);
+        if (taken.str().empty()) machine.events().discardInput(); // of what is due
         while (machine.events().take(message))
-            taken << message.timeMs << ':' << int(message.kind) << ' ' << message.position.x << ','
-                  << message.position.y << ' ';
-    };
-    pass(3);
-    machine.events().captureMouse(true);
-    machine.events().discardInput(); // of what is due
-    takeAll();
-    pass(1);
-    takeAll();
-    machine.events().captureMouse(true);
-    pass(3);
-    takeAll();
-    using Kind = Message::Kind;
-    const auto all = [](int ms, Kind kind, const char* place) {
-        return std::to_string(1000 + ms) + ":" + std::to_string(int(kind)) + " " + place + " ";
-    };
-    EXPECT_EQ(taken.str(), all(2, Kind::Background, "0,0") + all(3, Kind::Command, "0,0") +
-                               all(4, Kind::MouseMove, "0,479") +
-                               all(4, Kind::MouseMove, "639,479") +
-                               all(5, Kind::MouseMove, "-5,700"));
+            taken << message.timeMs << ' ' << message.command << ' ' << message.position.x << ','
+                  << message.position.y << '\n';
+    }
+    EXPECT_EQ(taken.str(), "1002 0 0,0\n1003 1 0,0\n1004 0 0,479\n1004 0 639,479\n1005 0 -5,700\n");
     ASSERT_TRUE(machine.events().wait(message)) << "time moves on to it";
     EXPECT_EQ(machine.clock().loopMs(), 90u);
     EXPECT_FALSE(machine.events().wait(message));
@@ -85,95 +123,94 @@ TEST_F(HeadlessTest, BoxesAreAnsweredInTheOrderOfTheTimeline) {
     const WarningAnswer answer = machine.dialogs().warning(request);
     EXPECT_TRUE(!answer.goOn && answer.checked);
     const std::string path = machine.files().fullPath("START.MPS");
-    const auto open = [&](std::size_t limit) {
-        return machine.dialogs().openFile("Open", "*.mps", limit);
-    };
-    EXPECT_EQ(open(path.size() + 1), path);
-    EXPECT_EQ(notes_.str(), "");
-    EXPECT_EQ(open(path.size()), "") << "too long";
-    EXPECT_EQ(open(1000), "") << "no such file";
-    EXPECT_EQ(open(1000), "") << "no answer: the next one's time has not come";
-    EXPECT_TRUE(machine.dialogs().warning(request).goOn);
-    EXPECT_EQ(box(boxstyle::kYesNoCancel), Button::Yes);
+    for (const std::size_t limit : {1, 0, 1000, 1000})
+        EXPECT_EQ(machine.dialogs().openFile("Open", "*.mps", path.size() + limit),
+                  limit == 1 ? path : "");
+    EXPECT_TRUE(machine.dialogs().warning(request).goOn) << "the next one's time has not come";
     pass(6);
     EXPECT_EQ(box(boxstyle::kRetryCancel), Button::Retry);
     EXPECT_EQ(box(boxstyle::kYesNo), Button::Yes) << "no such button";
     EXPECT_EQ(box(boxstyle::kYesNo), Button::No) << "the wrong answer was used up";
-    const std::string boxes = "\tbox\tCaption\t", warning = "9\tdialog\tZorbet\tMem\xC3\xB3ria\t",
-                      file = "9\tdialog\tOpen\t*.mps\t";
-    std::string opened = path;
-    for (auto at = path.size(); at-- > 0;)
-        if (opened[at] == '\\') opened.insert(at, "\\");
-    EXPECT_EQ(report_.str(), "0" + boxes + "0x4\ttext\tNo\n9" + boxes + "0x1\ttext\tCancel\n" +
-                                 warning + "Sair\tchecked\n" + file + opened + "\tunchecked\n" +
-                                 file + "\tunchecked\n" + file + "\tunchecked\n" + file +
-                                 "\tunchecked\n" + warning + "Continuar\tunchecked\n9" + boxes +
-                                 "0x3\ttext\tYes\n15" + boxes + "0x5\ttext\tRetry\n15" + boxes +
-                                 "0x4\ttext\tYes\n15" + boxes + "0x4\ttext\tNo\n");
     const std::string refused = "\" cannot be chosen in the dialog \"Open\"; it is cancelled\n";
-    EXPECT_EQ(notes_.str(), "the file \"start.mps" + refused + "the file \"none.mps" + refused +
-                                "the box \"Caption\" has no button \"Maybe\"; it is answered with "
-                                "\"Yes\"\n");
+    EXPECT_EQ(notes_.str(),
+              "the file \"start.mps" + refused + "the file \"none.mps" + refused +
+                  R"(the box "Caption" has no button "Maybe"; it is answered with "Yes")"
+                  "\n");
 }
 
 TEST_F(HeadlessTest, ReportsOneLineForEachThingThatIsNews) {
-    HeadlessPlatform& machine = start("");
-    Display& display = machine.display();
+    Display& display = start("").display();
     for (const char* title : {"", "", "T\xEDtulo", "T\xEDtulo"}) display.setTitle(title);
-    machine.mainLoopBegins();
+    machine_->mainLoopBegins();
     pass(12);
     for (const int id : {-1, -1, -2}) display.setCursor(*display.makeCursor(id));
-    display.showCursor(true);
     display.showCursor(false);
-    display.setCursor(*display.makeCursor(-3));
     display.showCursor(true);
     EXPECT_FALSE(display.makeCursor(8, {2, 2, {}, {1, 2, 3}}));
     box(boxstyle::kOk | boxstyle::kSystemModal | boxstyle::kTaskModal, "a\nb\tc\\n\r\n");
+    for (const int code : {3, 0}) machine_->programEnds(code);
     EXPECT_EQ(report_.str(), "0\ttitle\t\n0\ttitle\tT\xC3\xADtulo\n12\tcursor\t-1\n12\tcursor\t-2\n"
-                             "12\tcursor\tnone\n12\tcursor\t-3\n"
-                             "12\tbox\tCaption\t0x3000\ta\\nb\\tc\\\\n\\r\\n\tOK\n");
+                             "12\tcursor\tnone\n12\tcursor\t-2\n"
+                             "12\tbox\tCaption\t0x3000\ta\\nb\\tc\\\\n\\r\\n\tOK\n12\tend\t3\n");
+    EXPECT_EXIT(machine_->terminate(3), testing::ExitedWithCode(3), "");
 }
 
-TEST_F(HeadlessTest, TerminatesAfterItsReport) {
-    const auto terminate = [&](bool ended) {
-        HeadlessOptions options{.host = {folder_.path(), "", folder_.path("home")}};
-        options.report = &std::cerr;
-        HeadlessPlatform machine(options);
-        if (ended) machine.programEnds(0);
-        machine.terminate(3);
+TEST(HeadlessWaveOut, PlaysAndRecordsWhatTheTimeIsWorth) {
+    const TemporaryFolder folder;
+    std::ostringstream notes;
+    VirtualClock clock;
+    WaveFolder recordings{folder.path("sound"), notes};
+    HeadlessWaveOut device{clock, recordings};
+    std::deque<formats::Bytes> data;
+    std::deque<WaveBuffer> buffers;
+    const auto write = [&](std::size_t size) {
+        data.emplace_back(size, std::uint8_t(size));
+        device.write(buffers.emplace_back(WaveBuffer{.data = data.back()}));
+        return buffers.back().prepared;
     };
-    EXPECT_EXIT(terminate(false), testing::ExitedWithCode(3), "^0\tend\t3\n$");
-    EXPECT_EXIT(terminate(true), testing::ExitedWithCode(3), "^0\tend\t0\n$");
-}
-
-// What golden pictures rest on: that nothing is seen which was not presented.
-TEST_F(HeadlessTest, ScreenshotsShowWhatWasPresented) {
-    HeadlessPlatform& machine = start("2 background\n2 screenshot " + folder_.path("shot.png") +
-                                          "\n3 screenshot " + folder_.path("other.png"),
-                                      {.screen = {.width = 21, .height = 10}});
-    Display& display = machine.display();
-    const auto draw = [&](int top, int bottom, int right, std::uint8_t colour) {
-        for (int y = top; y < bottom; ++y) std::fill_n(display.screen().row(y), right, colour);
+    const auto doneAfter = [&](std::uint32_t ms) {
+        clock.sleep(ms);
+        device.poll();
+        return std::ranges::count(buffers, true, &WaveBuffer::done);
     };
-    draw(0, 10, 21, 100);
-    display.present({-3, 8, 2, 99});
-    display.present({50, 50, 40, 40});
-    draw(9, 10, 21, 255);
-    machine.mainLoopBegins();
-    pass(2);
-    Message message;
-    ASSERT_TRUE(machine.events().take(message));
-    EXPECT_EQ(folder_.contents("shot.png"), "") << "the message before it goes first";
-    const Rgb colour{10, 20, 30};
-    display.setPalette(100, {&colour, 1}); // after it was presented
-    EXPECT_FALSE(machine.events().take(message));
-    draw(0, 10, 21, 0);
-    draw(8, 10, 2, 100);
-    display.present({0, 0, 21, 10});
-    pass(1);
-    EXPECT_FALSE(machine.events().take(message));
-    EXPECT_NE(folder_.contents("shot.png"), "");
-    EXPECT_TRUE(folder_.contents("shot.png") == folder_.contents("other.png"));
+    for (const int rate : {0, 192'000, -1, 999, 192'001, 0x7FFFFFFF, 1000})
+        EXPECT_EQ(device.open(rate), rate == 1000 || rate == 192'000) << rate;
+    for (const std::size_t size : {10, 0, 20}) EXPECT_TRUE(write(size));
+    EXPECT_EQ(doneAfter(9), 1) << "the one without data";
+    EXPECT_EQ(doneAfter(1), 2);
+    device.pause();
+    EXPECT_EQ(doneAfter(100), 2);
+    device.restart();
+    EXPECT_EQ(doneAfter(19), 2);
+    {
+        const WaveOutHold hold(device);
+        data.back().back() = 99; // what waits may be changed
+    }
+    EXPECT_EQ(doneAfter(1), 3);
+    EXPECT_EQ(doneAfter(500), 3) << "time without data is lost";
+    write(5);
+    EXPECT_EQ(doneAfter(4), 3);
+    EXPECT_EQ(doneAfter(1), 4);
+    write(50);
+    doneAfter(10);
+    device.reset();
+    EXPECT_EQ(doneAfter(0), 5);
+    formats::Bytes heard;
+    for (const auto& each : data) heard.insert(heard.end(), each.begin(), each.end());
+    heard.resize(45);
+    EXPECT_FALSE(device.open(0)) << "which closes it, too";
+    EXPECT_FALSE(write(1));
+    EXPECT_EQ(folder.contents("sound/001-1000.wav"), testing_support::recordingOf({1000}, heard));
+    EXPECT_EQ(notes.str(), "");
+    std::filesystem::remove_all(folder.path("sound"));
+    folder.make("sound", "a file where the folder should be");
+    device.open(2000);
+    for (int i = 0; i < 2; ++i) {
+        write(10);
+        doneAfter(10);
+    }
+    EXPECT_EQ(notes.str(),
+              "recording " + folder.path("sound/002-2000.wav") + " cannot be written\n");
 }
 
 } // namespace

@@ -6,18 +6,6 @@
 ;> 107 screenshot a.new.png
 ;> 211 screenshot b.png
 ;> 215 screenshot b.new.png
-;> 319 screenshot c.png
-;> 323 screenshot c.new.png
-;> 427 screenshot d.png
-;> 431 screenshot d.new.png
-;> 535 screenshot e.png
-;> 539 screenshot e.new.png
-;> 643 screenshot f.png
-;> 647 screenshot f.new.png
-;> 751 screenshot g.png
-;> 755 screenshot g.new.png
-;> 859 screenshot h.png
-;> 863 screenshot h.new.png
 yield off
 ActivateDLL golden.rsc
 include steps.mps
@@ -39,7 +27,7 @@ procedure change
 [
 RandomNumber 1 4
 i=RESULT
-RandomNumber 1 21
+RandomNumber 1 22
 k=RESULT
 if k=15
 call make
@@ -49,7 +37,9 @@ else if k=17
 play a.i playAnimations
 else if k=18
 play a.i stopAnimations
-else if k>18
+else if k=19
+play a.i stamp
+else if k>19
 play a.i offset ?*4-18 ?*4-18
 else if k>4
 [
@@ -70,7 +60,7 @@ set a.i properties.k texts.RESULT
 for i 1 4
 call make
 DisplayScreen
-for round 1 8
+for round 1 2
 [
 for turn 1 50
 [

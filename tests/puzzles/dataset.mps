@@ -15,29 +15,53 @@ set OMAnimation born born
 procedure living
 [
 alive=0
-if all>10
 for i 11 all
-if (~c.i)=1
-alive=alive+1
+alive=alive+((~c.i)=1)
 ]
 procedure begin count
 [
-drop p
+drop p a.1 a.2 a.3 a.4
 all=10
 p=RPuzzle 0
-for i 1 4
-drop a.i
 if count>0
 for i 1 count
 [
 a.i=RGraphicAnswer -1 0 0 5
-play p addAnswer "a."+i
+call do "ask p addAnswer a."+i
 ]
+for i 1 2
+[
+c.i=kinds.2
+call do "ask p addContainer c."+i
+]
+call clear
+]
+procedure clear
+for i 1 4
+if (~a.i)=1
+set a.i attribute "x"
+procedure read
+[
+order=""
+for i 1 4
+if (~a.i)=1
+[
+get a.i attribute got
+order=order+got
+]
+]
+procedure filled
+[
+play p start
+call read
+line=line+" "+order
+call do "look c.1 attribute, look c.2 attribute"
 ]
 
 ; Answers and containers in their order, each in its own property; calls add, an empty word ends.
 call makeKinds 100 100
 call begin 1
+drop c.1 c.2
 a.2=RGraphicTextAnswer -1 0 0 5
 a.3=RDoubleGraphicTextAnswer -1 0 0 5
 for i 1 6
@@ -52,44 +76,12 @@ call do "look a.1 attribute graphicID value width, look a.2 attribute text value
 call do "look a.3 attribute text1, look c.1 value, look c.2 attribute, look c.3 value"
 call do "look c.5 value, look c.6 correctSegments, put a.1 c.4, put a.2 c.4, look c.4 isSolved"
 call do "tell"
-;=  4,266,4,20 two,second,77 three, 12 harbour -3 5 6 1
-
 ; With too few, the rest stays as it is; with too many, the last are not used.
-procedure read
-[
-order=""
-for i 1 4
-if (~a.i)=1
-[
-get a.i attribute got
-order=order+got
-]
-]
-procedure attributes
-[
-call read
-line=line+" "+order
-call do "look c.1 attribute, look c.2 attribute"
-]
-procedure clear
-for i 1 4
-if (~a.i)=1
-set a.i attribute "x"
-procedure couple count
-[
-call begin count
-for i 1 2
-[
-c.i=kinds.2
-play p addContainer "c."+i
-]
-call clear
-]
-call couple 3
-call do "ask p setAnswer 1 a -1 b -1 c -1 d -1, ask p setContainer 1 k l m, ask p play, attributes"
-call couple 3
-call do "give c.2 attribute x, ask p setAnswer 1 e -1 f -1, ask p setContainer 1 v, ask p start"
-call do "attributes, give p scrambleAnswers 1"
+call begin 3
+call do "ask p setAnswer 1 a -1 b -1 c -1 d -1, ask p setContainer 1 k l m, filled"
+call begin 3
+call do "give c.2 attribute x, ask p setAnswer 1 e -1 f -1, ask p setContainer 1 v, filled"
+call do "give p scrambleAnswers 1"
 wrong=0
 for j 1 20
 [
@@ -98,55 +90,30 @@ play p start
 call read
 wrong=wrong+(("e"@order)*("f"@order)*("x"@order)=0)
 ]
-line=line+" "+wrong
-call tell
-;=  abc k l efx v x 0
-
 ; Scrambled answers come in every order of an even number of exchanges, about equally often.
 call begin 4
 play p setAnswer 1 a -1 b -1 c -1 d -1 e -1
-distinct=0
-procedure draw times
-for j 1 times
+call do "filled, filled, give p scrambleAnswers 1"
+for k 31 124
+drawn.k=0
+for j 1 1200
 [
 play p start
 call read
-found=0
-for i 1 distinct
-if orders.i=order
-found=i
-if found=0
-[
-distinct=distinct+1
-found=distinct
-orders.found=order
-drawn.found=0
+k=("a"@order)*25+(("b"@order)*5)+("c"@order)
+drawn.k=drawn.k+1
 ]
-drawn.found=drawn.found+1
-]
-orders.1=""
-drawn.1=0
-distinct=1
-call draw 30
-line=line+" "+(distinct-1)+orders.2
-set p scrambleAnswers 1
-call draw 1200
+often=0
 rare=0
-bad=0
-for j 2 distinct
-[
-rare=rare+(drawn.j<50)
-odd=0
-for k 1 3
-for l k+1 4
-odd=odd+((orders.j|k|1)>(orders.j|l|1))
-bad=bad+(odd%2)
-]
-line=line+" "+(distinct-1)+" "+rare+" "+bad
+for k 31 124
+if drawn.k>49
+often=often+1
+else
+rare=rare+drawn.k
 drop a.4 a.3 a.2
-call do "ask p start, look a.1 attribute, lose a.1, tell, ask p start"
-;=  1abcd 12 0 0 a
-
+call do "tell, ask p start, look a.1 attribute, lose a.1, ask p start"
+say line wrong often rare drawn.58
+line=""
 ; Every entry is picked, those that were skipped too; of none nothing is.
 call begin 1
 call do "ask p start, ask p setAnswer 3 third -1, ask p setAnswer 1 first -1"
@@ -156,123 +123,81 @@ for j 1 600
 [
 call clear
 play p start
-get a.1 attribute word
+call read
 for i 1 3
-if word=names.i
-picked.i=picked.i+1
+picked.i=picked.i+(order=names.i)
 ]
 say picked.1>120 picked.2>120 picked.3>120 picked.1+picked.2+picked.3
-;= 1 1 1 600
 ; Numbers of entries; the last one.
-numbers=["0" "1001" "4000000000" "-4000000000" "one"
-for i 1 5
-play p setAnswer numbers.i 1 266
-call do "ask p setContainer 1001 1, ask p setPuzzleText 1001 1 1 1 1 text"
-call do "ask p setPuzzleGraphic 0 1 266"
-;! RPuzzle: entry number 0 is not between 1 and 1000
-;! RPuzzle: entry number 1001 is not between 1 and 1000
-;! RPuzzle: entry number 2147483647 is not between 1 and 1000
-;! RPuzzle: entry number -2147483648 is not between 1 and 1000
-;! RPuzzle: entry number 0 is not between 1 and 1000
-;! RPuzzle: entry number 1001 is not between 1 and 1000
-;! RPuzzle: entry number 1001 is not between 1 and 1000
-;! RPuzzle: entry number 0 is not between 1 and 1000
-call begin 0
-play p setPuzzleText 1000 1 10 10 30 last
-for j 1 8000
-play p start
-say all>10 all<40
-;= 1 1
+call do "ask p setAnswer one 1 266, ask p setContainer 1001 1"
+call do "ask p setPuzzleText 1001 1 1 1 1 text, ask p setPuzzleGraphic 0 1 266, begin 0"
+call do "ask p setPuzzleText 1000 1 10 10 30 last"
 
 ; Texts: a line at its left edge, middle or right edge, or a box.
-procedure tellTexts
+procedure show
+[
+all=10
+play p start
 for i 11 all
 [
 call do "look c."+i+" x y z text textWidth textHeight wrap colorIndex fontAscent touchy movable"
 if (i%3=1)+(i=all)>0
 call tell
 ]
-call begin 0
-call do "ask p setPuzzleTextFont 300   7, ask p setPuzzleText 1 1 100 50 30 ABA"
+]
+call do "begin 0, ask p setPuzzleTextFont 300   7, ask p setPuzzleText 1 1 100 50 30 ABA"
 call do "ask p setPuzzleText 1 1 100 50 30 ABA 1, ask p setPuzzleText 1 1 100 50 30 ABA 2"
-call do "ask p setPuzzleText 1 1 100 50 30 ABA 3, ask p setPuzzleText 1 1 100 50 30 ABA 9"
-call do "ask p setPuzzleText 1 1 100 50 30 ABA x, ask p setPuzzleText 1 1 100 50 30 ABA  lost"
+call do "ask p setPuzzleText 1 1 100 50 30 ABA 3, ask p setPuzzleText 1 1 100 50 30 ABA x"
 play p setPuzzleText 1 70000 -5 50x -4 ABA
 play p setPuzzleText 1 1 100 50 60 20 30 "AB AB"
 call do "ask p setPuzzleText 1 1 100 50 6 20 30 3, ask p setPuzzleText 1 1 100 50 30"
 say all-10
-play p start
-call tellTexts
-;= 0
-;=  100,50,30,ABA,30,10,0,7,8,0,0 100,50,30,ABA,30,10,0,7,8,0,0 85,50,30,ABA,30,10,0,7,8,0,0
-;=  70,50,30,ABA,30,10,0,7,8,0,0 100,50,30,ABA,30,10,0,7,8,0,0 100,50,30,ABA,30,10,0,7,8,0,0
-;=  100,50,30,ABA,30,10,0,7,8,0,0 -5,50,-4,ABA,30,10,0,7,8,0,0 100,50,30,AB AB,60,20,1,7,8,0,0
-;=  100,50,30,3,6,20,1,7,8,0,0 100,50,30,,0,10,0,7,8,0,0
+call show
 ; Fonts and colours are those of the next start; one without a style is a bitmap font.
 call begin 0
 call do "ask p setPuzzleText 1 1 10 10 30 AB, ask p start"
-call tellTexts
 play p setPuzzleTextFont 300 "" "" 9
-call tellTexts
-get p puzzleTextColorIndex color
-say color
-fonts=["Golden Letters" "301" "Golden Letters" "300"
-sizes=["20" "24" "10" ""
-styles=["1" "" "0" ""
-for j 1 4
+call do "look c.11 colorIndex, look p puzzleTextColorIndex"
+fonts=["Golden Letters" "301" "300"
+sizes=["20" "24" ""
+styles=["1" "" ""
+for j 1 3
 [
-all=10
 play p setPuzzleTextFont fonts.j sizes.j styles.j j
-if j=4
+if j=3
 set p puzzleTextColorIndex 6
-play p start
-call tellTexts
+call show
 ]
-drop p
-call living
-say alive
-;=  10,10,30,AB,19,15,0,0,12,0,0
-;=  10,10,30,AB,19,15,0,0,12,0,0
-;= 9
-;=  10,10,30,AB,42,20,0,1,16,0,0
-;=  10,10,30,AB,20,10,0,2,8,0,0
-;=  10,10,30,AB,20,10,0,3,8,0,0
-;=  10,10,30,AB,20,10,0,6,8,0,0
-;= 0
 ; Pictures, at their own places and at others; one that there is not.
-call begin 0
-call do "ask p setPuzzleGraphic 1 60 220, ask p setPuzzleGraphic 1 1 2 -3 220"
-call do "ask p setPuzzleGraphic 1 11111 2 70 65756, ask p setPuzzleGraphic 1 60 405"
-call do "ask p setPuzzleGraphic 1 1 2 3 405"
-for j 1 2
-[
-all=10
-play p start
+call do "begin 0, ask p setPuzzleGraphic 1 60 220, ask p setPuzzleGraphic 1 1 2 -3 65756"
+call do "ask p setPuzzleGraphic 1 1 2 3 405, ask p start"
 for i 11 all
 call do "look c."+i+" x y z touchy movable"
-call tell
-]
-;=  302,197,60,0,0 3,-1,-3,0,0 302,-1,70,0,0
-;=  302,197,60,0,0 3,-1,-3,0,0 302,-1,70,0,0
-;! ASEQ resource 405 not found.
-;! ASEQ resource 405 not found.
-;! ASEQ resource 405 not found.
-;! ASEQ resource 405 not found.
 ; What is there is that of the last start, which takes no answer out.
-call couple 2
+call begin 1
 call do "put a.1 c.1, ask p setPuzzleText 1 1 10 10 30 first, ask p setPuzzleGraphic 2 30 266"
-texts=0
-for j 1 40
-[
 all=10
-play p start
-call living
-if alive#1
-say "BAD" alive
-]
+call do "ask p start, ask p start, living, look a.1 isUsed"
+say alive
 drop p
 call living
-call do "look a.1 isUsed, look a.2 isUsed"
 say alive line
 quit
-;= 0  1 0
+;=  4,266,4,20 two,second,77 three, 12 harbour -3 5 6 1
+;=  abc k l efx v x abcd   abcd  
+;=  a 0 12 0 0
+;= 1 1 1 600
+;= 0
+;=  100,50,30,ABA,30,10,0,7,8,0,0 100,50,30,ABA,30,10,0,7,8,0,0 85,50,30,ABA,30,10,0,7,8,0,0
+;=  70,50,30,ABA,30,10,0,7,8,0,0 100,50,30,ABA,30,10,0,7,8,0,0 -5,50,-4,ABA,30,10,0,7,8,0,0
+;=  100,50,30,AB AB,60,20,1,7,8,0,0 100,50,30,3,6,20,1,7,8,0,0 100,50,30,,0,10,0,7,8,0,0
+;=  0 9 10,10,30,AB,42,20,0,1,16,0,0
+;=  10,10,30,AB,20,10,0,2,8,0,0
+;=  10,10,30,AB,20,10,0,6,8,0,0
+;= 1
+;= 0  302,197,60,0,0 3,-1,-3,0,0 1
+;! RPuzzle: entry number 0 is not between 1 and 1000
+;! RPuzzle: entry number 1001 is not between 1 and 1000
+;! RPuzzle: entry number 1001 is not between 1 and 1000
+;! RPuzzle: entry number 0 is not between 1 and 1000
+;! ASEQ resource 405 not found.

@@ -1,6 +1,6 @@
 ; Handlers that destroy and change what they like in the middle of a drag, in any event, and in what
-; a statement of the script destroys. What is left must be of one mind and play on, or a line that
-; begins with BAD tells the case.
+; a statement of the script destroys. What is left must be of one mind, or a line that begins with
+; BAD tells the case. Objects 1 to 3 are answers, 4 and 5 containers, 6 is the game.
 ;: rsc golden
 ;> 5 key W
 ;> 200000 quit
@@ -13,22 +13,18 @@ include steps.mps
 spots=["30 410" "70 410" "110 410" "140 140" "300 140" "600 440"
 events=[pickedUp dropped addedToContainer removedFromContainer answerFlyOn answerFlyOff
 events=[answerPlaced answerRemoved containersFull answersUsed puzzleSolved puzzleWrong
-; What a handler drops (the bits of these), and what it tells the puzzle.
-names=[game a.1 c.1 c.2 a.2 a.3
-victims=[1 2 4 8 6 3 5 63 16
+; What a handler tells the puzzle.
 methods=[reset start removeAnswer removeContainer addAnswerToContainer addAnswerToContainer
 methods=[addAnswerToContainer removeAnswerFromContainer anchorAnswers shiftContainers
 firsts=[0 0 one near one one another one 0 0
 seconds=[0 0 0 0 far near near near 0 200
-another="a.3"
+another="o.3"
 procedure writeDrags
 for n 1 20000
 [
 RandomNumber 1 5
 call write "d"+RESULT
-RandomNumber 1 6
-call write "m"+RESULT
-if ?<5
+for i 1 1+(?<5)
 [
 RandomNumber 1 6
 call write "m"+RESULT
@@ -38,90 +34,60 @@ call write kA
 ]
 procedure make
 [
-drop game other c.1 c.2 a.1 a.2 a.3
-game=RPuzzle 0
-other=RPuzzle 0
-for i 1 3
+drop o.6 o.4 o.5 o.1 o.2 o.3
+o.6=RPuzzle 0
+for i 1 5
+if i<4
 [
-a.i=RGraphicAnswer 266 i*40-20 400 50
+o.i=RGraphicAnswer 266 i*40-20 400 50
 if i<(3+right)
-play game addAnswer "a."+i
+play o.6 addAnswer "o."+i
 ]
-for i 1 2
+else
 [
-c.i=kinds.kind
-play c.i place i*160-30 130
-play game addContainer "c."+i
+o.i=kinds.kind
+play o.i place i*160-510 130
+play o.6 addContainer "o."+i
 ]
 number=7+right*3
-play game setAnswer 1 10 266 10 266 10 266
-play game setContainer 1 number number
-play game setPuzzleText 1 1 10 10 90 "Where?"
-play game start
-set a.3 attribute 10
+play o.6 setAnswer 1 10 266 10 266 10 266
+play o.6 setContainer 1 number number
+play o.6 setPuzzleText 1 1 10 10 90 "Where?"
+play o.6 start
+set o.3 attribute 10
 ]
 ; Without a handler none is heard.
 procedure attach handler
 for event 1 12
+for i 1 6
+if ((event-1)\4=((i>3)+(i>5)))*((~o.i)=1)
 [
-for i 1 3
-if (event<5)*((~a.i)=1)
-[
-set a.i events.event
+set o.i events.event
 if handler
-set a.i events.event handler
-]
-for i 1 2
-if (event>4)*(event<9)*((~c.i)=1)
-[
-set c.i events.event
-if handler
-set c.i events.event handler
-]
-if (event>8)*((~game)=1)
-[
-set game events.event
-if handler
-set game events.event handler
-]
+set o.i events.event handler
 ]
 ; What a handler does with answer who and container at.
 procedure act
 [
-RandomNumber 1 24
+RandomNumber 1 19
 deed=RESULT
 RandomNumber 1 3
 who=RESULT
-RandomNumber 1 2
+RandomNumber 4 5
 at=RESULT
-one="a."+who
-near="c."+at
-far="c."+(3-at)
-done.deed=done.deed+1
-if deed<10
-[
-for i 1 6
-if victims.deed\(2^(i-1))%2
-[
-name=names.i
-drop var name
-]
-]
-else if deed<20
-[
-if (~game)=1
-play game methods.(deed-9) $firsts.(deed-9) $seconds.(deed-9)
-]
-else if deed=20
-play other addAnswer one
-else if (deed=21)*((~c.at)=1)
-set c.at enabled 0
-else if (deed=22)*((~a.who)=1)
-set a.who visible 0
-else if (deed=23)*((~a.who)=1)
-set a.who homeX who*40-20
-else if deed=24
+one="o."+who
+near="o."+at
+far="o."+(9-at)
+if deed<7
+drop o.deed
+else if deed=7
+drop o.6 o.4 o.5 o.1 o.2 o.3
+else if deed=8
 call blink
+else if (deed=9)*((~o.at)=1)
+set o.at enabled 0
+else if (deed>9)*((~o.6)=1)
+play o.6 methods.(deed-9) $firsts.(deed-9) $seconds.(deed-9)
 ]
 procedure any
 if ?<5
@@ -135,64 +101,32 @@ procedure check
 [
 inside=0
 lit=0
-used=0
-for i 1 2
-if (~c.i)=1
+for i 1 5
+if (~o.i)=1
+if i<4
 [
-get c.i answerCount got
+get o.i isUsed used
+inside=inside-used
+taken=taken+used
+]
+else
+[
+get o.i answerCount got
 inside=inside+got
 if kind<6
-get c.i highlighted got
+get o.i highlighted got
 lit=lit+(got*(kind<6))
 ]
-for i 1 3
-if (~a.i)=1
-[
-get a.i isUsed got
-used=used+got
-]
-taken=taken+used
-if (inside#used)+lit>0
-say "BAD" step kind right deed "inside" inside used "lit" lit
-]
-; Who is left is at home, and goes into each container and out of it.
-procedure playOn
-[
-call attach 0
-p=RPuzzle 0
-for k 1 2
-if (~c.k)=1
-call do "ask p addContainer c."+k+", give c."+k+" enabled 1"
-for i 1 3
-if (~a.i)=1
-call do "ask p addAnswer a."+i+", give a."+i+" visible 1 homeX "+(i*40-20)+" homeY 400"
-play p reset
-for i 1 3
-for k 1 2
-if (~a.i)*(~c.k)=1
-[
-call do "put a."+i+" c."+k+", look c."+k+" answerCount, look a."+i+" isUsed, take a."+i+" c."+k
-call do "look a."+i+" y"
-if line#" 1 1 400"
-say "BAD" step kind "answer" i "container" k "has" line
-line=""
-played.kind=played.kind+1
-]
-drop p
+if (inside#0)+lit>0
+say "BAD" step kind right deed "inside" inside "lit" lit
 ]
 call makeKinds 20 20
 taken=0
-for kind 1 6
-played.kind=0
-for i 1 24
-done.i=0
 right=1
 for step 1 20000
 [
 if step%6=1
 [
-if step>1
-call playOn
 kind=1+(step\6%6)
 right=1-right
 call make
@@ -203,25 +137,11 @@ call check
 if step%6=4
 [
 RandomNumber 1 6
-name=names.RESULT
-drop var name
+drop o.RESULT
 call check
 ]
 call attach any
 ]
-least=999
-for i 1 24
-if done.i<least
-least=done.i
-for kind 1 6
-say kind "plays on" played.kind "times"
-say "taken" taken "each deed" least
+say "taken" taken
 quit
-
-;= 1 plays on 1191 times
-;= 2 plays on 1140 times
-;= 3 plays on 1175 times
-;= 4 plays on 1182 times
-;= 5 plays on 1197 times
-;= 6 plays on 1241 times
-;= taken 3126 each deed 401
+;= taken 3925

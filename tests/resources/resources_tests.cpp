@@ -1,20 +1,24 @@
-// Where resources are found, by maps and in folders, how they are loaded, and cursors among them.
+// Where resources are found, by maps and in folders, how they are loaded, cursors among them, and
+// fonts shared by use counts and standing for each other.
+#include "../ompp/nfntbuilder.h"
+#include "../trinkets/windowfixture.h"
 #include "curbuilder.h"
-#include "frameworkfixture.h"
 #include "nebuilder.h"
 
 #include "omcursor.h"
+#include "omfont.h"
 #include "omformat.h"
 #include "omtrinketwindow.h"
 #include "resources/cursors.h"
-#include "resources/mapproblems.h"
+#include "resources/fontfact.h"
 #include "resources/resources.h"
 
+using testing_support::MemoryStream;
 using testing_support::NEBuilder;
+using FontKind = OMFont::Kind;
 
 namespace {
 
-using Strings = std::vector<std::string>;
 using StartUp = RResources::StartUp;
 using formats::map::SequenceSound;
 
@@ -25,8 +29,7 @@ class ResourcesTest : public testing_support::OMAppTest {
     using Files = std::initializer_list<std::pair<const char*, std::string>>;
 
     StartUp start() {
-        return resources.start("D:",
-                               [this](const SequenceSound& sound) { sounds.push_back(sound); });
+        return resources.start("D:", [](const SequenceSound&) {});
     }
     /// A text of @ and a digit is a library with the sound of that number.
     void put(const Files& all) {
@@ -61,17 +64,7 @@ class ResourcesTest : public testing_support::OMAppTest {
         return resources.load(id, type, kOMIStreamCache);
     }
 
-    /// Cursors from 1 to below `end`, and a damaged one.
-    void putLibrary(const char* name, int end) {
-        testing_support::NEBuilder library;
-        const auto cursor = testing_support::buildCursor({testing_support::CurPicture{}});
-        for (int id = 1; id < end; ++id) library.add("CURSOR", id, cursor);
-        files.put(name, library.add("CURSOR", 30000, "damaged").build());
-    }
-    static int idOf(int wanted) { return OMTrinketWindow::findCursor(wanted)->id(); }
-
     RResources resources;
-    std::vector<SequenceSound> sounds;
 };
 
 TEST_F(ResourcesTest, FindsWhatMapsNameAndFoldersHold) {
@@ -115,40 +108,6 @@ TEST_F(ResourcesTest, FindsWhatMapsNameAndFoldersHold) {
                 "is scanned instead\nActivating DLL a.rsc temporarily\n");
 }
 
-TEST_F(ResourcesTest, FilesOfAMapAreFoundWithoutOpeningThem) {
-    put({{kMap, "MAIN\n3\nsound1.rsc\nWAVE 101\nWAVE 102\nASEQ 2001\nENDFILE\n"
-                "palettes.rsc\nRRGB 5\nENDFILE\n"},
-         {"D:\\RSC\\other.rsc", "@2"}});
-    files.opened.clear();
-    start();
-    EXPECT_TRUE(has(101) && has(102) && has(2001, "ASEQ") && has(5, "RRGB"));
-    EXPECT_EQ(std::ranges::count(files.opened, "sound1.rsc"), 0);
-    takeLog();
-    // Active for the framework, not for the game.
-    resources.deactivateDLL("sound1.rsc");
-    resources.activateDLL("SOUND1.RSC", false);
-    resources.deactivateDLL("sound1.rsc");
-    EXPECT_TRUE(has(101)) << "files of a map stay findable";
-    resources.deactivateDLL("other.rsc");
-    EXPECT_FALSE(has(2));
-    EXPECT_EQ(takeLog(), "Activating DLL sound1.rsc temporarily\nDeactivating DLL sound1.rsc\n"
-                         "Deactivating DLL other.rsc\n");
-    EXPECT_TRUE(failures.empty());
-}
-
-TEST_F(ResourcesTest, ReadsTheAudioMapThroughTheSearchPath) {
-    put({{kMap, "M\n0\na.rsc\nENDFILE"},
-         {"audio.map", "AO: 9\tSequence: 9\tSound: 9\n"}, // in no directory of the path
-         {"..\\RSC\\Audio.map", "  AO: 2001\tSequence: 3\tSound: 100000\r\n"
-                                "AO:-1 Sequence:0  Sound:7 trailing\r\n\r\nAO: 1 Sound: 2\r\n"
-                                "AO: 70000 Sequence: 1 Sound: 1\r\nAO: 5 Sequence: 6 Sound: 7"}});
-    start();
-    EXPECT_EQ(sounds, (std::vector<SequenceSound>{{2001, 3, 100000}, {-1, 0, 7}, {5, 6, 7}}));
-    EXPECT_EQ(takeLog(),
-              "ERROR: ..\\RSC\\audio.map line 4: not of the form AO: n  Sequence: n  Sound: n\n"
-              "ERROR: ..\\RSC\\audio.map line 5: not of the form AO: n  Sequence: n  Sound: n\n");
-}
-
 TEST_F(ResourcesTest, LoadsResourcesAndReportsTheMissing) {
     put({{"RSC\\c.rsc", "@2"},
          {"..\\RSC\\resource.map", "M\n1\ngone.rsc\nWAVE 9\nENDFILE\n"},
@@ -162,101 +121,138 @@ TEST_F(ResourcesTest, LoadsResourcesAndReportsTheMissing) {
     EXPECT_EQ(testing_support::toText(load(1)->readAll()).substr(0, 5), "local")
         << "nearer than the CD's";
     load(3)->fill();
-    EXPECT_EQ(takeLog(), "Loading WAVE resource 1 from file a.rsc(CD), current ms: 1234\n"
-                         "Loading WAVE resource 3 from file a.rsc(CD), current ms: 1234\n");
     EXPECT_LE(std::ranges::count(files.opened, "RSC\\a.rsc"), 1) << "once for loads in a row";
-
     EXPECT_FALSE(load(0) || load(-3, "ASEQ") || load(8));
-    const auto gone = load(9);
-    ASSERT_TRUE(gone) << "a map is believed";
-    EXPECT_EQ(gone->fill(), 0U);
-    Strings texts;
-    std::string logged;
-    for (const auto& box : machine.dialogs().boxes) {
-        texts.push_back(box.text);
-        logged += "ERROR: " + box.text + "\n";
-    }
-    EXPECT_EQ(texts, (Strings{"Bad WAVE resource id: 0", "Bad ASEQ resource id: -3",
-                              "WAVE resource 8 not found."}));
-    const std::string log = takeLog();
-    EXPECT_TRUE(log.starts_with(logged)) << log;
-    EXPECT_NE(log.find("WAVE resource 9 is empty, or not in gone.rsc"), std::string::npos);
-    EXPECT_EQ(failures,
-              Strings{"OMIStreamDLL16::OMIStreamDLL16 - resource (id 9 type WAVE) not found "
-                      "in gone.rsc!"});
+    EXPECT_EQ(takeLog(), "Loading WAVE resource 1 from file a.rsc(CD), current ms: 1234\n"
+                         "Loading WAVE resource 3 from file a.rsc(CD), current ms: 1234\n"
+                         "ERROR: Bad WAVE resource id: 0\nERROR: Bad ASEQ resource id: -3\n"
+                         "ERROR: WAVE resource 8 not found.\n");
+    ASSERT_EQ(machine.dialogs().boxes.size(), 3u);
+    EXPECT_EQ(machine.dialogs().boxes[2].text, "WAVE resource 8 not found.");
+    EXPECT_EQ(load(9)->fill(), 0U) << "a map is believed";
+    EXPECT_NE(takeLog().find("WAVE resource 9 is empty, or not in gone.rsc"), std::string::npos);
+    EXPECT_EQ(takeFailures().size(), 1u);
 }
 
-TEST_F(ResourcesTest, TellsOfEqualIdsAndUsesTheFirst) {
-    put({{kMap, "M\n2\na.rsc\nWAVE 1\nWAVE 1\nENDFILE\nb.rsc\nWAVE 2\nENDFILE\n"
-                "c.rsc\nWAVE 2\nENDFILE\nd.rsc\nWAVE 3\nASEQ 4\nENDFILE\nD.RSC\nWAVE 9\nENDFILE\n"},
-         {"D:\\RSC\\resource.map", "N\n2\ne.rsc\nWAVE 3\nWAVE 4\nENDFILE\n"}});
-    start();
-    // New files stand in front, and the sort by id moves equal ones about.
-    const char* expected[] = {"a.rsc", "c.rsc", "e.rsc", "e.rsc"};
-    for (int id = 1; id <= 4; ++id) {
-        const OMResMgrFile* file = OMResMgrFindFile(id, "WAVE");
-        EXPECT_EQ(file ? file->name() : "none", expected[id - 1]) << id;
-        const std::string told =
-            "OMResMgrFindFile - active, duplicate id " + std::to_string(id) + " found!";
-        EXPECT_EQ(takeFailures(), id < 4 ? Strings{told} : Strings{}) << id;
+TEST_F(ResourcesTest, CursorsAreOfTheirLibraryWhichIsOpenedForThem) {
+    constexpr int kMany = 2 * static_cast<int>(RCursors::kMostKept);
+    // Cursors from 1 to below `end`, and a damaged one.
+    const auto putLibrary = [&](const char* name, int end) {
+        NEBuilder library;
+        const auto cursor = testing_support::buildCursor({testing_support::CurPicture{}});
+        for (int id = 1; id < end; ++id) library.add("CURSOR", id, cursor);
+        files.put(name, library.add("CURSOR", 30000, "damaged").build());
+    };
+    const auto idOf = [](int wanted) { return OMTrinketWindow::findCursor(wanted)->id(); };
+    {
+        const RCursors cursors;
+        for (int i = 0; i < 2; ++i) EXPECT_EQ(idOf(1), kOMCursorArrow);
+        EXPECT_EQ(takeLog(), "Warning: cursors.rsc is not there, arrows are shown: pack one\n"
+                             "ERROR: Cursor 1 is in no active library: the arrow is shown\n");
     }
-    EXPECT_FALSE(has(9)) << "a file of that name was named before";
-}
-
-TEST_F(ResourcesTest, LogsOnlyTheFirstProblemsOfAMap) {
-    std::string text = "M\n9\na.rsc\n";
-    for (int i = 0; i < 5000; ++i) text += "nonsense\n";
-    for (const char* name : {kMap, "RSC\\audio.map"}) {
-        put({{kMap, "M\n0\na.rsc\nENDFILE\n"}, {name, text}});
-        start();
-        const std::string log = takeLog();
-        EXPECT_TRUE(log.ends_with("further problems of this map are not logged\n")) << log;
-        EXPECT_EQ(std::ranges::count(log, '\n'), MapProblems::kMaxLogged + 1);
-        resources.shutDown();
-    }
-}
-
-TEST_F(ResourcesTest, CursorsOpenTheirLibraryWhenACursorIsWantedAndReportsWhatIsMissingOnce) {
-    putLibrary("cursors.rsc", 3);
+    EXPECT_FALSE(OMTrinketWindow::hasCursorLocator());
+    putLibrary("cursors.rsc", kMany);
     {
         const RCursors cursors;
         EXPECT_EQ(idOf(kOMCursorCross), kOMCursorCross);
-        EXPECT_EQ(OMResMgrFindFile(1, "CURSOR"), nullptr);
+        EXPECT_FALSE(has(1, "CURSOR")) << "until one is wanted";
         for (int i = 0; i < 2; ++i)
-            for (const int id : {1, 2, 3, 0, 30000, -7})
+            for (const int id : {1, 2, kMany, 0, 30000, -7})
                 EXPECT_EQ(idOf(id), id == 1 || id == 2 ? id : kOMCursorArrow);
-        EXPECT_EQ(OMTrinketWindow::findCursor(1), OMTrinketWindow::findCursor(1));
-        EXPECT_EQ(takeLog(), "ERROR: Cursor 3 is in no active library: the arrow is shown\n"
-                             "ERROR: Cursor 0 is in no active library: the arrow is shown\n"
-                             "ERROR: Cursor 30000 is damaged, pack it anew: the arrow is shown\n"
-                             "ERROR: Cursor -7 is not one of -1 to -4: the arrow is shown\n");
+        EXPECT_EQ(
+            takeLog(),
+            OMFormat("ERROR: Cursor %d is in no active library: the arrow is shown\n", kMany) +
+                "ERROR: Cursor 0 is in no active library: the arrow is shown\n"
+                "ERROR: Cursor 30000 is damaged, pack it anew: the arrow is shown\n"
+                "ERROR: Cursor -7 is not one of -1 to -4: the arrow is shown\n");
+        const auto shown = OMTrinketWindow::findCursor(1);
+        const std::weak_ptr<const OMCursor> unused = OMTrinketWindow::findCursor(2);
+        for (int id = 3; id < kMany; ++id) ASSERT_EQ(idOf(id), id);
+        EXPECT_TRUE(unused.expired()) << "they are bounded";
+        EXPECT_EQ(OMTrinketWindow::findCursor(1), shown) << "is not made twice";
+        EXPECT_EQ(idOf(kOMCursorWait), kOMCursorWait);
     }
-    EXPECT_FALSE(OMTrinketWindow::hasCursorLocator());
-    EXPECT_EQ(OMResMgrFindFile(1, "CURSOR"), nullptr) << "the library is let go";
+    EXPECT_FALSE(has(1, "CURSOR")) << "the library is let go";
 }
 
-TEST_F(ResourcesTest, WithoutALibraryThereAreCursorsOfOtherFilesAndThePlatforms) {
-    const RCursors cursors;
-    for (const int id : {1, 2}) EXPECT_EQ(idOf(id), kOMCursorArrow);
-    EXPECT_EQ(takeLog(), "Warning: cursors.rsc is not there, arrows are shown: pack one\n"
-                         "ERROR: Cursor 1 is in no active library: the arrow is shown\n"
-                         "ERROR: Cursor 2 is in no active library: the arrow is shown\n");
-    putLibrary("scene.rsc", 2);
-    OMResMgrUseDLL16("scene.rsc", true);
-    EXPECT_EQ(idOf(1), 1) << "it may come later";
-    EXPECT_TRUE(failures.empty());
+class FontFactoryTest : public testing_support::OMAppTest {
+  protected:
+    FontFactoryTest() {
+        fonts->setNFNTLocator([this](int id) -> std::unique_ptr<OMIStream> {
+            asked.push_back(id);
+            if (id > 90) return nullptr;
+            return std::make_unique<MemoryStream>(id == 90 ? testing_support::toBytes("bad")
+                                                           : testing_support::smallFont().bytes());
+        });
+        machine.typefaces().families = {"Lumo", "Arial"};
+    }
+    std::string takeLog() {
+        const std::string text = files.text("zorbelog.txt");
+        files.erase("zorbelog.txt");
+        return text;
+    }
+    OMFont& system() { return fonts->useFont(std::make_unique<OMSysFont>()); }
+
+    std::optional<FontFactory> fonts{std::in_place};
+    std::vector<int> asked;
+};
+
+TEST_F(FontFactoryTest, FontsAreMadeOnceAndGoWithTheirLastUse) {
+    OMFont& font = fonts->useNFNT(12);
+    EXPECT_EQ(&fonts->useNFNT(12), &font);
+    EXPECT_EQ(asked, std::vector<int>{12});
+    for (int i = 0; i < 3; ++i) fonts->doneUsing(font); // no longer known at last, never looked at
+    EXPECT_EQ(takeLog(), "Starting to use NFNT font 12\nStarting to use NFNT font 12\n"
+                         "Done using NFNT font 12\nDone using NFNT font 12, dumping\n");
+    OMFont& bold = fonts->useTrueType("Lumo", 3, 18);
+    const auto& face = *machine.typefaces().asked;
+    EXPECT_TRUE(bold.name() == "Lumo" && face.bold && face.italic && face.size == 18);
+    EXPECT_NE(&fonts->useTrueType("Lumo", 0, 18), &bold) << "style and size are part of the key";
+    fonts->useFont(bold);
+    for (int i = 0; i < 2; ++i) fonts->doneUsing(bold);
+    const OMFontUse use(fonts->useNFNT(14));
+    const OMFontUse copy = use;
+    system();
+    takeLog();
+    fonts.reset();
+    EXPECT_EQ(takeLog(), "Warning: FontFactory: TrueType font Lumo 0 18 not released.\n"
+                         "Warning: FontFactory: NFNT font with ID 14 not released.\n"
+                         "Warning: FontFactory: Unknown font not released.\n");
+    EXPECT_TRUE(!use.font() && !copy.font()) << "their source is gone";
 }
 
-TEST_F(ResourcesTest, KeepsABoundedNumberOfCursors) {
-    constexpr int kMany = 2 * static_cast<int>(RCursors::kMostKept);
-    putLibrary("cursors.rsc", kMany);
-    const RCursors cursors;
-    const auto shown = OMTrinketWindow::findCursor(1);
-    const std::weak_ptr<const OMCursor> unused = OMTrinketWindow::findCursor(2);
-    for (int id = 3; id < kMany; ++id) ASSERT_EQ(idOf(id), id);
-    EXPECT_TRUE(unused.expired());
-    EXPECT_EQ(OMTrinketWindow::findCursor(1), shown) << "is not made twice";
-    EXPECT_EQ(idOf(kOMCursorWait), kOMCursorWait);
+TEST_F(FontFactoryTest, EveryKindMayStandForEveryOther) {
+    OMFont &own = system(), &other = system();
+    fonts->addSubstitution(&own, 8);
+    EXPECT_EQ(fonts->useFont(own).kind(), FontKind::NFNT);
+    fonts->addSubstitution(7, RTrueTypeKey{"Lumo", 1, 20});
+    takeLog();
+    EXPECT_EQ(fonts->useNFNT(7).kind(), FontKind::Typeface);
+    EXPECT_EQ(takeLog(), "Starting to use NFNT font 7\n\tSubstituting TT font Lumo 1 20 for font "
+                         "NFNT font 7\nStarting to use TT font Lumo 1 20\n");
+    fonts->addSubstitution(RTrueTypeKey{"Arial", 0, 9}, 7);
+    fonts->addSubstitution(RTrueTypeKey{"Arial", 0, 9}, &other); // replaces the one before
+    EXPECT_EQ(&fonts->useTrueType("Arial", 0, 9), &other);
+    fonts->addSubstitution(7, &own); // goes with its font
+    fonts->doneUsing(own);
+    EXPECT_EQ(fonts->useNFNT(7).kind(), FontKind::NFNT);
+    for (int i = 1; i <= 3; ++i) fonts->addSubstitution(i, i % 3 + 1); // in a circle
+    EXPECT_EQ(fonts->useNFNT(1).kind(), FontKind::NFNT);
+    fonts->addGameSubstitutions();
+    EXPECT_EQ(fonts->useTrueType("Geneva", 1, 10).kind(), FontKind::NFNT);
+    EXPECT_EQ(asked.back(), 10);
+    EXPECT_EQ(fonts->useTrueType("Arial", 1, 13).kind(), FontKind::Typeface);
+}
+
+TEST_F(FontFactoryTest, WhatCannotBeHadIsTheSystemFont) {
+    for (OMFont* font : {&fonts->useNFNT(91), &fonts->useNFNT(90), &fonts->useTrueType("No", 0, 9)})
+        EXPECT_EQ(font->name(), "System font");
+    const std::string log = takeLog();
+    for (const std::string told : {"NFNT font with id 91", "NFNT font with id 90", "TT font No"})
+        EXPECT_NE(log.find("Warning: FontFactory: Cannot load " + told + "\n"), log.npos);
+    fonts->setNFNTLocator(nullptr);
+    EXPECT_EQ(fonts->useNFNT(12).name(), "System font");
+    EXPECT_EQ(takeFailures(), Strings{"NFNT URL is not installed in FontFactory"});
 }
 
 } // namespace

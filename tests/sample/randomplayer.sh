@@ -1,17 +1,13 @@
 #!/usr/bin/env bash
+# randomplayer.sh PROGRAM SAMPLE WORK [SECONDS [SEED]]
+#
 # Plays every scene of the sample at random, without a window: clicks, drags, double clicks, keys, the exit
-# screen, another program in front. No script may be complained of, and the game must end as it should.
-#
-#     randomplayer.sh PROGRAM SAMPLE WORK [SECONDS [SEED]]
-#
-# A visit begins in each of the scenes, at one of the four levels of its game, and is so many seconds long, of the
-# game's own time; one more is taken from scene to scene all the time, wherever the pointer is. For a night:
+# screen, another program in front. No script may be complained of, and the game must end as it should. A visit
+# begins in each of the scenes, at one of the four levels of its game, and is so many seconds long, of the game's
+# own time; one more is taken from scene to scene all the time. The same seed is the same visit. For a night:
 #
 #     for seed in $(seq 100); do randomplayer.sh build/release/bin/zorbet build/release/sample night 3600 $seed; done
-#
-# With the same seed the same happens.
 set -euo pipefail
-
 program=$1 sample=$2 work=$3 seconds=${4:-40} seed=${5:-1}
 rm -rf "$work"
 mkdir -p "$work/content"

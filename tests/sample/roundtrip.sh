@@ -1,7 +1,5 @@
 #!/usr/bin/env bash
-# Libraries that are unpacked and packed again are the same files, and so are their maps.
-#
-#     roundtrip.sh ZORBET-RSC RSC WORK
+# roundtrip.sh ZORBET-RSC RSC WORK: libraries that are unpacked and packed again are the same, and their maps.
 set -euo pipefail
 rm -rf "$3"
 mkdir -p "$3/map"

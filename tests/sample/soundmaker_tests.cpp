@@ -1,5 +1,3 @@
-// The maker of the sample game's sounds: what it reads, what it plays, and that it gives the same
-// bytes everywhere.
 #include "finish.h"
 #include "formats/sound/wave.h"
 #include "scorereader.h"

@@ -1,8 +1,6 @@
 #!/usr/bin/env bash
-# The recorded visit to the sample game: what a person would have noticed, a picture for every place, what was
-# heard, and what is kept of it: who comes back goes on where they were.
-#
-#     tour.sh PROGRAM LISTEN INPUT SOUNDS WORK
+# tour.sh PROGRAM LISTEN INPUT SOUNDS WORK: the recorded visit to the sample game: what a person would have noticed,
+# a picture for every place, what was heard, and what is kept: who comes back goes on where they were.
 set -euo pipefail
 program=$1 listen=$2 tour=$3 sounds=$4 work=$5
 rm -rf "$work"
@@ -43,19 +41,18 @@ cat >noticed <<END
 159810:28 159990:29 159990:-1 159990:1 163700:-1 166990:29 167140:28 167320:29 167320:-1
 171621:end:quit
 END
-# In this order; + is where music comes up, - where it begins to fade away.
+# In this order; + is where music comes up.
 cat >heard <<END
-opening +signin parrot click -signin desk-bell +harbour tilli-1 tilli-3 waves tilli-4 horn
-tilli-4|tilli-5|tilli-6 hover -harbour knock +lighthouse purr|meow crackle crackle purr|meow hover
--lighthouse knock +map click bosun rock click bosun fanfare -map knock +lighthouse hover
--lighthouse knock +workshop hover click pickup snap pickup snap pickup snap almost pickup gohome
-pickup snap pickup snap solved pickup snap pickup snap pickup levelup knock click pickup snap
-pickup snap pickup almost pickup gohome pickup snap pickup solved knock click pickup snap pickup
-snap pickup thud gohome pickup solved knock click pickup snap pickup snap pickup almost pickup
-slide solved knock click pickup snap pickup snap pickup gohome pickup solved knock click almost
-click solved almost click knock click pickup windlass snap pickup snap pickup snap pickup solved
-knock -workshop knock +lighthouse hover -lighthouse knock +harbour hover page tilli-2 page hover
-click horn snap tilli-5 snap tilli-6 click
+opening +signin parrot click desk-bell +harbour tilli-1 tilli-3 waves tilli-4 horn
+tilli-4|tilli-5|tilli-6 hover knock +lighthouse purr|meow crackle crackle purr|meow hover knock +map
+click bosun rock click bosun fanfare knock +lighthouse hover knock +workshop hover click pickup snap
+pickup snap pickup snap almost pickup gohome pickup snap pickup snap solved pickup snap pickup snap
+pickup levelup knock click pickup snap pickup snap pickup almost pickup gohome pickup snap pickup
+solved knock click pickup snap pickup snap pickup thud gohome pickup solved knock click pickup snap
+pickup snap pickup almost pickup slide solved knock click pickup snap pickup snap pickup gohome
+pickup solved knock click almost click solved almost click knock click pickup windlass snap pickup
+snap pickup snap pickup solved knock knock +lighthouse hover knock +harbour hover page tilli-2 page
+hover click horn snap tilli-5 snap tilli-6 click
 END
 ines=$'In\xeas 2 '
 for home in home elsewhere; do

@@ -1,15 +1,12 @@
 // tourlisten RECORDINGS SOUNDS EXPECTED: listens to what was recorded of a visit to the sample
-// game.
-//
-// RECORDINGS is a folder with WAVE files, SOUNDS the folder of the game's own sounds. A sound
-// begins somewhere when the recording from there on holds it at its own loudness: the sum of the
-// products of both is that of the sound with itself, whatever else is heard meanwhile. Sounds begin
-// at buffers of the mixer, which are counted anew when nothing was played for a while.
+// game, WAVE files in a folder; SOUNDS is the folder of the game's own. A sound begins where the
+// recording holds it at its own loudness: the sum of the products of both is that of the sound with
+// itself, whatever else is heard meanwhile. Sounds begin at buffers of the mixer, which are counted
+// anew when nothing was played for a while.
 //
 // EXPECTED names the sounds that must be heard, in their order; a|b are alternatives. Others may be
-// heard in between. Music comes up in two seconds and goes in one: +NAME is where it begins, from
-// silence, and -NAME where it begins to fade away. Besides, nowhere may the recording be silent for
-// long or clipped. The exit code is 1 when anything is wrong.
+// heard in between. +NAME is music that comes up from silence in two seconds. Nowhere may the
+// recording be silent for long or clipped. The exit code is 1 when anything is wrong.
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
@@ -28,10 +25,8 @@ using Waves = std::map<std::string, Samples>;
 constexpr std::size_t kBuffer = 1024;
 constexpr std::size_t kRate = 22050;
 
-struct Heard {
-    std::size_t at; ///< samples since the first recording began
-    std::string name;
-};
+/// By samples since the first recording began.
+using Heard = std::multimap<std::size_t, std::string>;
 
 Waves readWaves(const std::filesystem::path& folder) {
     Waves waves;
@@ -73,19 +68,6 @@ bool comesUpAt(const Samples& recording, std::size_t at, const Samples& music) {
     return begin < 0.4 && middle > begin && middle < 0.85;
 }
 
-/// Where a music that has come up begins to fade away, in milliseconds behind its begin; 0 when it
-/// is heard to the end of the recording, or ends in another way.
-int goesAfter(const Samples& recording, std::size_t start, const Samples& music) {
-    const auto later = [&](int ms) { return loudness(recording, start, music, ms); };
-    const int end = static_cast<int>((recording.size() - start) * 1000 / kRate);
-    int ms = 2300;
-    while (ms < end && later(ms) > 0.25) ms += 50;
-    // Here it is nearly gone: the middle of the third of a second was three quarters of the way.
-    const int begin = ms - 600;
-    const double half = later(begin + 350);
-    return ms < end && half > 0.25 && half < 0.8 && later(begin + 1100) < 0.15 ? begin : 0;
-}
-
 /// Where the music begins that comes up out of the silence from `from` to `to`, or else `none`.
 std::size_t musicBegins(const Samples& recording, std::size_t from, std::size_t to,
                         const Waves& known, std::size_t none) {
@@ -103,14 +85,12 @@ std::size_t musicBegins(const Samples& recording, std::size_t from, std::size_t 
 }
 
 /// Adds the sounds of a recording, which begins there.
-void listenTo(const Samples& recording, const Waves& known, std::size_t begin,
-              std::vector<Heard>& heard) {
+void listenTo(const Samples& recording, const Waves& known, std::size_t begin, Heard& heard) {
     std::size_t searched = 0; // up to here
     for (std::size_t at = 0; at < recording.size(); at += kBuffer) {
         // The last buffer before a silence may be cut short.
-        const auto from = recording.begin() + static_cast<std::ptrdiff_t>(at);
-        const auto loud = std::find_if(from, recording.end(), [](int sample) { return sample; });
-        const auto end = static_cast<std::size_t>(loud - recording.begin());
+        std::size_t end = at;
+        while (end < recording.size() && recording[end] == 0) ++end;
         if (end > std::max(at + kBuffer / 2, searched)) {
             at = musicBegins(recording, at - std::min(at, kBuffer), end, known, at);
             searched = end;
@@ -119,12 +99,9 @@ void listenTo(const Samples& recording, const Waves& known, std::size_t begin,
             // One that ends early, with the recording or by a click, is not heard.
             const std::size_t compared = std::min(sound.size(), 16 * kBuffer);
             if (isFull(loudness(recording, at, sound, 0, compared)))
-                heard.push_back({begin + at, name});
-            if (!isMusic(sound) || !comesUpAt(recording, at, sound)) continue;
-            heard.push_back({begin + at, "+" + name});
-            if (const int ms = goesAfter(recording, at, sound))
-                heard.push_back(
-                    {begin + at + static_cast<std::size_t>(ms) * kRate / 1000, "-" + name});
+                heard.emplace(begin + at, name);
+            if (isMusic(sound) && comesUpAt(recording, at, sound))
+                heard.emplace(begin + at, "+" + name);
         }
     }
 }
@@ -144,22 +121,18 @@ std::string faultsOf(const Samples& recording) {
 
 /// Every word takes the first sound that fits, begins no earlier than the one before, and was not
 /// taken yet: some begin in the same buffer.
-std::string missing(std::vector<Heard> heard, std::istream& expected) {
-    std::string faults;
+std::string missing(Heard heard, std::istream& expected) {
     std::size_t since = 0;
     for (std::string word; expected >> word;) {
-        const auto found = std::ranges::find_if(heard, [&](const Heard& sound) {
-            return sound.at >= since &&
-                   ("|" + word + "|").find("|" + sound.name + "|") != word.npos;
-        });
-        if (found == heard.end()) {
-            faults += "not heard at its place: " + word + "\n";
-            continue;
-        }
-        since = found->at;
+        auto found = heard.lower_bound(since);
+        while (found != heard.end() &&
+               ("|" + word + "|").find("|" + found->second + "|") == word.npos)
+            ++found;
+        if (found == heard.end()) return "not heard at its place: " + word + "\n";
+        since = found->first;
         heard.erase(found);
     }
-    return faults;
+    return {};
 }
 
 } // namespace
@@ -169,18 +142,17 @@ int main(int argc, char** argv) {
     const Waves known = readWaves(argv[2]);
     std::ifstream expected(argv[3]);
     std::string faults = known.empty() || !expected ? "no sounds\n" : "";
-    std::vector<Heard> heard;
+    Heard heard;
     std::size_t before = 0;
     for (const auto& [name, recording] : readWaves(argv[1])) {
         faults += faultsOf(recording);
         listenTo(recording, known, before, heard);
         before += recording.size();
     }
-    std::ranges::stable_sort(heard, {}, &Heard::at);
     faults += missing(heard, expected);
     std::cerr << faults;
-    for (const Heard& sound : heard)
+    for (const auto& [at, name] : heard)
         if (!faults.empty())
-            std::cerr << "heard after " << sound.at * 1000 / kRate << " ms: " << sound.name << '\n';
+            std::cerr << "heard after " << at * 1000 / kRate << " ms: " << name << '\n';
     return faults.empty() ? 0 : 1;
 }

@@ -1,55 +1,32 @@
-// The window of the game: damaged resources, and what only native code does. Scripts show the rest.
+// The window of the game: missing and damaged resources. Scripts show the rest.
 #include "formats/picture/palette.h"
 #include "scene/efwindow.h"
 
 #include "trinkets/windowfixture.h"
 
-#include "omcursor.h"
-#include "omtcrsr.h"
-
 using namespace testing_support;
 
 namespace {
 
-class EffectsWindowTest : public OMAppTest {
-  protected:
-    EffectsWindowTest() {
-        window.setBackgroundLocator([this](int id) { return find(pictures, id); });
-        window.setPaletteLocator([this](int id) { return find(palettes, id); });
-        AseqBuilder picture;
-        picture.block(640, 480, 'p').sequence({{0, 0, -1, 0}, {0, 0, 0, 0}});
-        pictures[1] = pictures[2] = picture.build();
-        palettes[1] = Bytes(formats::picture::kPaletteSize, std::byte{0x40});
-    }
-    static std::unique_ptr<OMIStream> find(const std::map<int, Bytes>& all, int id) {
-        const auto found = all.find(id);
-        return found == all.end() ? nullptr : std::make_unique<MemoryStream>(found->second);
-    }
-    bool isLogged(const char* text) {
-        return files.text("zorbelog.txt").find(text) != std::string::npos;
-    }
-
-    std::map<int, Bytes> pictures;
-    std::map<int, Bytes> palettes;
-    EffectsWindow window{{0, 0}, "Game"};
-};
-
-TEST_F(EffectsWindowTest, CursorsThatAnObjectManagesComeAndGoBehindTheWaitCursor) {
-    OMTCursor cursor(kOMCursorText);
-    window.startTransition();
-    cursor.install(window);
-    cursor.set(kOMCursorCross);
-    EXPECT_EQ(machine.display().cursor, kOMCursorWait);
-    window.endTransition(false);
-    EXPECT_EQ(machine.display().cursor, kOMCursorCross);
-    window.startTransition();
-    cursor.uninstall();
-    EXPECT_EQ(machine.display().cursor, kOMCursorWait);
-    window.endTransition(true);
-    EXPECT_EQ(machine.display().cursor, OMTrinket::defaultCursor);
-}
+using EffectsWindowTest = OMAppTest;
 
 TEST_F(EffectsWindowTest, WhatIsMissingOrDamagedLeavesTheRestAsItWas) {
+    std::map<int, Bytes> pictures;
+    std::map<int, Bytes> palettes;
+    const auto from = [](std::map<int, Bytes>& all) {
+        return [&all](int id) -> std::unique_ptr<OMIStream> {
+            return all.contains(id) ? std::make_unique<MemoryStream>(all[id]) : nullptr;
+        };
+    };
+    const auto isLogged = [this](const char* text) {
+        return files.text("zorbelog.txt").find(text) != std::string::npos;
+    };
+    EffectsWindow window{{0, 0}, "Game"};
+    window.setBackgroundLocator(from(pictures));
+    window.setPaletteLocator(from(palettes));
+    AseqBuilder picture;
+    pictures[1] = picture.block(640, 480, 'p').sequence({{0, 0, -1, 0}, {0, 0, 0, 0}}).build();
+    palettes[1] = Bytes(formats::picture::kPaletteSize, std::byte{0x40});
     window.setPaletteFilter([](OMPalette& colors) { colors[60] = {0, 0x7700, 0}; });
     window.restorePalette(1, 1);
     window.idle();
@@ -82,25 +59,6 @@ TEST_F(EffectsWindowTest, WhatIsMissingOrDamagedLeavesTheRestAsItWas) {
     EXPECT_FALSE(window.restorePalette(1, 1));
     EXPECT_EQ(takeFailures(), (Strings{"Palette URL is not installed in EffectsWindow",
                                        "Background URL is not installed in EffectsWindow"}));
-}
-
-TEST_F(EffectsWindowTest, ACopyOfAnObjectIsAttachedWithThePicture) {
-    struct Exit : OMScriptableObject {
-        explicit Exit(int& count) : alive(count) { ++alive; }
-        ~Exit() override { --alive; }
-        std::unique_ptr<OMScriptableObject> duplicate() override {
-            return std::make_unique<Exit>(alive);
-        }
-        int& alive;
-    };
-    int alive = 0;
-    Exit original(alive);
-    EXPECT_FALSE(window.restorePalette(9, 1, original));
-    EXPECT_EQ(alive, 1);
-    EXPECT_TRUE(window.restorePalette(1, 1, original) && window.restorePalette(2, 1, original));
-    EXPECT_EQ(alive, 2);
-    dynamic_cast<AOBackground&>(*window.background()).attach(nullptr);
-    EXPECT_EQ(alive, 1);
 }
 
 } // namespace

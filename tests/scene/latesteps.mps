@@ -1,19 +1,12 @@
-; Transitions and displays in the handler of a frame that is late do not step again: one frame a turn.
+; Transitions and displays in the handler of a late frame do not step again: one frame a turn.
 ;$ --step 1000 --until 20000
 yield off
+include things.mps
 procedure shown
-[
-get boat frame number
-told=told+" "+number
-StartTransition
-EndTransition 0
-DisplayScreen
-]
-told=":"
-boat=RAnimation 2001 7
-set boat frameNotification 1
-set boat frameNotify shown
-pause 4
-set boat frameNotify
-say told
-;= : 1 2 3 4
+call do "of 1 frame, begin, finish 0, show"
+t.1=RAnimation 2001 7
+set t.1 frameNotify shown
+call do "let 1 frameNotification 1, rest 4"
+set t.1 frameNotify
+call tell
+;=  1 2 3 4

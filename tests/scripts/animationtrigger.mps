@@ -3,46 +3,27 @@
 ; up for nothing.
 ;$ --step 90
 yield off
+include things.mps
 procedure beat
 n=n+1
-procedure watch passes
+procedure watch
 [
-line=""
-for i 1 passes
+call cut
+for i 1 word
 [
 pause 0.05
 line=line+" "+n
 ]
-say line
 ]
 n=0
-clock=RAnimationTrigger 4
-set clock newFrame beat
-play clock start
-call watch 33
-play clock stop
-call watch 8
-play clock start
-call watch 8
-set clock framesPerSecond 10
-call watch 13
-set clock framesPerSecond 0
-call watch 8
-set clock framesPerSecond 4
-call watch 8
-play clock start
-call watch 4
-set clock framesPerSecond 2000
-call watch 8
-drop clock
-call watch 4
+t.1=RAnimationTrigger 4
+set t.1 newFrame beat
+call do "run 1 start, watch 33, tell, run 1 stop, watch 8, run 1 start, watch 8, tell"
+call do "let 1 framesPerSecond 10, watch 13, let 1 framesPerSecond 0, watch 8, tell"
+call do "let 1 framesPerSecond 4, watch 8, run 1 start, watch 4, let 1 framesPerSecond 2000"
+call do "watch 8, lose t.1, watch 4, tell"
 quit
 ;=  0 0 1 1 1 2 2 2 3 3 3 4 4 5 5 5 6 6 6 7 7 7 8 8 9 9 9 10 10 10 11 11 11
-;=  11 11 11 11 11 11 11 11
-;=  11 11 12 12 12 13 13 13
-;=  14 15 16 17 18 19 20 20 21 22 23 24 25
-;=  25 25 25 25 25 25 25 25
-;=  25 25 26 26 26 27 27 27
-;=  27 27 28 28
-;=  28 29 30 31 32 33 34 35
-;=  35 35 35 35
+;=  11 11 11 11 11 11 11 11 11 11 12 12 12 13 13 13
+;=  14 15 16 17 18 19 20 20 21 22 23 24 25 25 25 25 25 25 25 25 25
+;=  25 25 26 26 26 27 27 27 27 27 28 28 28 29 30 31 32 33 34 35 35 35 35 35

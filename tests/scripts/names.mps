@@ -1,46 +1,61 @@
-; Objects under several names, and a loop behind an else in a recursion.
+; Second names: who owns an object, and what goes when such a name is stored to.
 ;> 500 double 80 310
 ;> 501 up 80 310
 ;> 600 double 80 310
-;> 601 up 80 310
 ;> 1003 quit
 yield off
-boat=RAnimation 2001 7
-ref=&boat
-set boat x 40
-boat=ref
-get boat x left
-say "still there at" left
-set boat dblClick remember
-for i 1 2
-crew.i=&boat
-set boat x 70
-get crew.2 x left
-say "the same boat at" left
-call rounds 1
+procedure born
+count=count+1
 procedure remember
 [
 boat=RECEIVER
-me=RECEIVER
-get me movable free
+get boat movable free
 say "remembered" free
 ]
-procedure rounds n
-if n=0
-say "leaf"
-else
-for i 1 3
-[
-say "round" i
-call rounds 0
-]
-;= still there at 40
-;= the same boat at 70
-;= round 1
-;= leaf
-;= round 2
-;= leaf
-;= round 3
-;= leaf
+count=0
+set RAnimation born born
+boat=RAnimation 2001 7
+ref=&boat
+boat=ref
+fish=RAnimation 2003 6
+; An object of its own gives way, under all its names; no copy is made.
+crew.3=RAnimation 2002 8
+other=&crew.3
+i=3
+crew.i=&fish
+set crew.3 x 50
+get fish x left
+say left "objects" count
+get other x left
+; A second name goes on to another object; the first one lives on.
+i=1
+crew.i=&boat
+crew.i=&fish
+get boat x left
+; An owner stays the owner of what is stored in it under a second name.
+crew.2=boat
+i=2
+alias=&crew.2
+crew.i=alias
+set crew.2 x 70
+get alias x left
+say left "objects" count
+; Names that lead nowhere take nothing.
+crew.nobody=&boat
+say crew.nobody
+; With its owner an object goes under all names, and under any of them.
+drop crew.i
+drop crew.1
+get alias x left
+get fish x left
+get crew.3 x left
+set boat dblClick remember
+;= 50 objects 3
+;= 70 objects 4
+;= crew.nobody
 ;= remembered 1
 ;= remembered 1
+;! other is not a trinket,\nso "get" won't work here
+;! alias is not a trinket,\nso "get" won't work here
+;! fish is not a trinket,\nso "get" won't work here
+;! crew.3 is not a trinket,\nso "get" won't work here

@@ -1,5 +1,4 @@
-; The selection list: what each step answers, and what it leaves behind: the entry, whether it is
-; new and valid.
+; The selection list: what each step answers, and what it leaves behind: the entry, new, valid.
 yield off
 include steps.mps
 procedure see
@@ -98,8 +97,9 @@ call do "type È¿_È, gone, tell"
 call do "turn startNewEntry, can, type bo, type b, turn startNewEntry, type y, back 2, entry Bo"
 call do "see, back 2, tell"
 ;=  []10 1000000 00 [Bo]11 0 [Bob]10 [Bob]10 0 [Boby]11 [Bo]11 [Bo]10 [Ana]01
-call do "type m, turn startNewEntry, gone, tell"
+call do "type m, turn startNewEntry, gone, tell, type q, type 1234567890abcdef, gone, tell"
 ;=  0 [Mia]01 [M]11 0 [Mia]01
+;=  0 [Q]11 0000000000000001 [Q1234567890abcde]11 0 [Mia]01
 ; taken out at both ends
 call do "at Mia, gone, at Ana, gone, gone, tell, gone, gone, gone, gone, tell"
 ;=  [Mia]01 Mia1 [Clementine of Or]01 [Ana]01 Ana1 [Bo]01 Bo1 [Bob]01
@@ -113,15 +113,4 @@ call do "type q, tell"
 ;=  [Name 9]01 1111111 4 [Name 9]01
 call do "at Zoe, turn startNewEntry, entry Zoe, type name_5, type 5, gone, can, tell"
 ;=  [Zoe]01 [Zoe]01 000000 [Name 5]01 0 [Name 55]01 Name 551 [Name 56]01 1011110
-; a step after another
-drop l
-l=RSelList 100 100 200 60
-call do "entry Mia, entry Ana, entry Bob, entry Bob, type ana, type x, back 1, type __, type b"
-call do "back 1, back 1, back 4, tell"
-;=  000 [Ana]01 0 [Anax]11 [Ana]01 03 [Ana ]11 0 [Ana B]11 [Ana ]11 [Ana]01 [Ana]01
-call do "type miA, turn startNewEntry, turn startNewEntry, type z, gone, type b, back 1"
-call do "turn startNewEntry, tell"
-;=  000 [Mia]01 [Mia]10 [Mia]10 0 [Miaz]11 0 [Mia]01 0 [Bob]01 [Bob]01 []10
-call do "type q, type 1234567890abcdef, gone, tell"
-;=  0 [Q]11 0000000000000001 [Q1234567890abcde]11 0 [Mia]01
 quit

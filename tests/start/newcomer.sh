@@ -1,10 +1,8 @@
 #!/usr/bin/env bash
-# What somebody meets who starts a game for the first time: its own saves, its language, what is told
-# of a folder that is no game or that says wrong things of itself, and a window.
-#
-#     newcomer.sh PROGRAM SAMPLE WORK SCRIPTS [XVFB_RUN]
+# newcomer.sh PROGRAM SAMPLE WORK SCRIPTS [XVFB_RUN]: who starts a game for the first time: its own
+# saves, its language, what is told of a folder that is no game or that says wrong things of itself,
+# and a window.
 set -euo pipefail
-
 program=$1 sample=$2 work=$3 scripts=$4 xvfb=${5:-}
 rm -rf "$work"
 mkdir -p "$work/data/zorbet"
@@ -54,7 +52,6 @@ play
 saved one data/zorbet/org.zorbet.Zorbet
 [ ! -e data/zorbet/ZORBET.DAT ] && [ ! -e data/zorbet/ZORBET.BAK ] || fail "not moved"
 
-# Boxes.
 printf '1 command 59396\n1 answer No\n' >leave
 for row in ':Quer mesmo sair do jogo?' 'languages=en,pt:Do you really want to leave the game?' \
   'languages=fr\n[boxes fr]\nREALLYLEAVE=" Partir? "\n[boxes en]\nreallyLeave=x: Partir? '; do
@@ -72,7 +69,6 @@ for boxes in 1 0; do
   [ "$(grep -c $'\tdialog\t' report)" -eq $boxes ] || fail "a warning comes again, or never"
 done
 
-# What is missing.
 code=0 && play --content two --screen 640x480x4 || code=$?
 [ $code -eq 255 ] && grep -qF 'Video must be 256 colors or more!' report || fail "a shallow screen"
 code=0 && play --content nowhere || code=$?

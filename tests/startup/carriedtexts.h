@@ -4,12 +4,9 @@
 #include "memoryfiles.h"
 #include "startup/programresources.h"
 
-inline const RProgramTexts& carriedTexts() {
-    static const RProgramTexts texts;
-    return texts;
-}
 inline void carryTexts(testing_support::MemoryPlatform& machine) {
-    for (const platform::ProgramResource& resource : carriedTexts().resources())
+    static const RProgramTexts texts;
+    for (const platform::ProgramResource& resource : texts.resources())
         machine.modules().resources[{std::string(resource.type), resource.id}] = {
             resource.bytes.begin(), resource.bytes.end()};
 }

@@ -1,7 +1,5 @@
 #!/bin/sh
-# sweep.sh ZORBET ZORBET-MPS SAMPLE WORK
-#
-# Every class with every word that the tables tell. Each property is read and set to absurd values, each method is
+# sweep.sh ZORBET ZORBET-MPS SAMPLE WORK: every class with every word that the tables tell. Each property is read and set to absurd values, each method is
 # called without arguments, with absurd ones and with too many; all events have handlers that destroy: who was hit,
 # all there is, all and the script with it; or that put other objects into the place; the pointer moves and clicks
 # everywhere meanwhile. Nothing may end the program but the end of the time, and every warning must be a box.
@@ -49,9 +47,7 @@ awk 'function at() { return int(rand() * 640) " " int(rand() * 480) }
 BEGIN {
     srand(7)
     for (ms = 60; ms < 1500; ms += 12) {
-        print ms, (ms % 5 == 0 ? "double" : "down"), at()
-        print ms + 4, "move", at()
-        print ms + 8, "up", at()
+        print ms, (ms % 5 ? "down" : "double"), at() "\n" ms + 4, "move", at() "\n" ms + 8, "up", at()
         if (ms % 7 == 0) print ms + 9, "key", (ms % 2 ? "Enter" : "Left")
     }
 }' >input
@@ -83,9 +79,10 @@ script() {
         for (i = 1; i <= n; ++i) print "set it " word[i] " gone\nset other " word[i] " gone"
         print "]"
         print "procedure gone\n["
-        if (handler == "receiver") print "drop RECEIVER"
-        if (handler == "all") print "drop it\ndrop other\ndrop bystander"
-        if (handler == "script") print "drop it\nrelay next.mps"
+        destroy["receiver"] = "drop RECEIVER"
+        destroy["all"] = "drop it\ndrop other\ndrop bystander"
+        destroy["script"] = "drop it\nrelay next.mps"
+        print destroy[handler]
         if (handler == "another") { make("it"); print "other=RText 0 0 50 20 5" }
         print "]\ncall anew"
         n = words("property")

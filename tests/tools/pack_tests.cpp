@@ -1,41 +1,47 @@
 // Manifests: what is made of them, and what is told of their faults.
-#include "tooltest.h"
-
-#include "formats/reading.h"
 #include "library/map.h"
-#include "manifest/words.h"
 #include "pictures/cursor.h"
 #include "pictures/quantizer.h"
-#include "pictures/sequencetext.h"
 #include "sounds/resampler.h"
 #include "sounds/soundfile.h"
+#include "tooltest.h"
 
 namespace {
 
 using namespace testfiles;
-using testing_support::isTold;
-using testing_support::replacedAll;
-using testing_support::rowsOf;
 
 class Pack : public ToolTest {
   protected:
     Pack() {
-        std::istringstream pictures(
-            "crop ..../.r../..b. left .r b b r r none . bw .kw half xX all brgy "
-            "bee1 y./yy bee2 yy/.y back gggg/gggg/gggg/gggg");
-        for (std::string name, rows; pictures >> name >> rows;) write(name + ".png", drawn(rows));
+        const Files pictures =
+            wordsOf("crop ..../.r../..b. left .r b b r r none . bw .kw half xX all brgy "
+                    "bee1 y./yy bee2 yy/.y back gggg/gggg/gggg/gggg");
+        for (std::size_t i = 0; i < pictures.size(); i += 2)
+            write(pictures[i] + ".png", drawn(pictures[i + 1]));
         const Pixels some = {{{1, 2, 3}, 0}, {{20, 20, 200}}, {{200, 20, 20}}, {{20, 20, 200}}};
-        write("indexed.png", indexedPng(4, {2, 0, 1, 3}, some));
-        write("buzz.wav", wav(11025, 1, 8, Bytes(2205, 128)));
         Bytes points; // a tenth of a second, 0x20 in one channel and 0x40 in the other
         for (int i = 0; i < 4410; ++i) points.insert(points.end(), {0, 0x20, 0, 0x40});
-        write("deep.wav", wav(44100, 2, 16, points));
-        write("small.bdf", asBytes(kSmallBdf));
-        write("empty", Bytes());
+        const std::vector<ForeignResource> placed = {{"TEXT", kNumber | 1, 0, 2},
+                                                     {"WAVE", kNumber | 5, 1, 2}};
+        const std::pair<const char*, Bytes> files[] = {
+            {"indexed.png", indexedPng(4, {2, 0, 1, 3}, some)},
+            {"buzz.wav", wav(11025, 1, 8, Bytes(2205, 128))},
+            {"deep.wav", wav(44100, 2, 16, points)},
+            {"small.bdf", asBytes(kSmallBdf)},
+            {"empty", {}},
+            {"a.layout", foreignLibrary(4, placed, Bytes(48, 'x'))},
+            {"x32", Bytes(32, 'x')},
+            {"x33", Bytes(33, 'x')},
+            {"y32", Bytes(32, 'y')}};
+        for (const auto& [name, bytes] : files) write(name, bytes);
     }
 
-    /// What is read of the last resource of out/a.rsc.
-    [[nodiscard]] std::string made() const {
+    /// What is made of the last resource of a manifest, or "@LINE: " and why it is refused.
+    std::string outcome(const std::string& manifest) {
+        if (packText(manifest) != 0) {
+            const std::string told = replaced(errors_, "@/game.txt:", "@");
+            return told.substr(0, told.size() - 1);
+        }
         const Bytes file = asBytes(read("out/a.rsc"));
         const rsc::NeLibrary library(file);
         const rsc::ResourceEntry& entry = library.entries().back();
@@ -44,13 +50,6 @@ class Pack : public ToolTest {
                : entry.type == "NFNT" ? testing_support::readFont(data)
                : entry.type == "WAVE" ? testing_support::readSound(data)
                                       : testing_support::readCursors(data);
-    }
-
-    /// What is made of a manifest, or "@LINE: " and why it is refused.
-    std::string outcome(const std::string& manifest) {
-        if (packText(manifest) == 0) return made();
-        const std::string told = replaced(errors_, "@/game.txt:", "@");
-        return told.substr(0, told.size() - 1);
     }
 
     int map(const Files& files, const std::string& to, bool audio, const std::string& name) {
@@ -79,8 +78,7 @@ library sub/a.rsc => @1: a library's name is a file's name without a folder and 
 library longlonglong.rsc => @1: a library's name has at most 15 characters
 LIB | file WAVE 1 a | library A.rsc => @3: library a.rsc stands already in line 1
 map A | map B => @2: the map stands already in line 1
-map 1234567890123456789012345678901234567890 => @1: a map's identifier is a text of 1 to 39
-    characters
+map 1234567890123456789012345678901234567890 => @1: a map's identifier is a text of 1 to 39 cha*
 palette p | from a | indexed b => @3: a palette has either "from" or one "indexed"
 LIB | file WAVE 0 a => @2: the id is 0, allowed is 1 to 32767
 LIB | file WAVE 9999999999 a => @2: the id: "9999999999" is no number
@@ -120,19 +118,22 @@ FON | chars 256 => @3: the code is 256, allowed is 0 to 255
 FON | chars 0xfffffffff => @3: the code: "0xfffffffff" is no number
 FON | chars 9-8 => @3: "9-8" is no range: it is written FIRST-LAST
 FON | chars 2 => @2: small.bdf: the font has none of the characters that are to be kept
-LIB | cursor 1 a.png 0 0 => @2: CURSOR cannot stand in a map*
 library cursors.rsc | cursor 1 a.png 64 0 => @2: x of the hot spot is 64, allowed is 0 to 63
-map none | LIB | cursor 1 bee1.png 2 0 => @3: bee1.png: the hot spot 2 0 lies outside of the
-    picture, which has 2x2 pixels
+map none | LIB | cursor 1 bee1.png 2 0 => @3: bee1.png: the hot spot 2 0 lies outside*
+LAY | TXT x33 | WAX => @3: TEXT 1 has 33 bytes, its place in the layout 32*
+LAY | TXT y32 | WAX => @2: TEXT 1 shares bytes with another resource*
+LAY | TXT x32 => @2: WAVE 5 of the layout is missing*
+LAY | TXT x32 | WAX | part 3 x32 => @5: the layout has only 2 resources*
+LAY | TXT x32 | WAX | part 1 x32 => @5: TEXT 1 stands twice in the library*
+LAY | TXT x32 | WAX | file TEXT 2 x32 => @5: the layout has no TEXT 2*
+LAY | TXT x32 | WAX => unknown
+LIB | layout x32 | TXT x32 => @2: x32: no resource library*
 LIB | file WAVE 1 none.wav => @2: none.wav: cannot be read: No such file or directory
 LIB | file WAVE 1 empty => @2: empty: is empty
-LIB | file WAVE 1 deep.wav => @2: deep.wav: the sound is stereo of 16 bits, the game plays mono of
-    8 bits: it would be noise; "sound 1 deep.wav" converts what is a sound file of any kind
-LIB | sound 1 buzz.wav rate 44100 => @2: the rate is 44100, the game's sounds have 22050, 22000,
-    22255, 11025 or 11127
+LIB | file WAVE 1 deep.wav => @2: deep.wav: the sound is stereo of 16 bits, the game plays mono of*
+LIB | sound 1 buzz.wav rate 44100 => @2: the rate is 44100, the game's sounds have*
 ANI | frame buzz.wav | sequence 1 => @4: buzz.wav: no PNG picture: save it as one
-ANI | frame r.png | sequence 1 => @4: the picture needs a palette: write "use PALETTE" above the
-    animation
+ANI | frame r.png | sequence 1 => @4: the picture needs a palette: write "use PALETTE" above*
 palette p | indexed r.png | LIB | colours 1 p => @2: r.png: the picture is not indexed*
 PAL | picture 1 r.png | transparent index 3 => @6: "transparent index" needs an indexed picture
 PAL | animation 1 | rate 5 | frame r.png offset 32767 0 | sequence 1@1,0 => @9: a step's offset,
@@ -150,6 +151,13 @@ PAL | picture 1 indexed.png => 8/s 0 0 0 4x1:01020001020103*
 PAL | picture 1 indexed.png | crop no | transparent none => 8/s 0 0 0 4x1:0402000103*
 PAL | picture 1 indexed.png | crop no | transparent index 3 => 8/s 0 0 0 4x1:030200010001*
 PAL | picture 1 indexed.png | crop no | transparent colour 1414c8 => 8/s 0 0 0 4x1:01020003*
+PAL | animation 1 | rate 8 | frame all.png | sequence 1 => 8/s 0 0 0 4x1:040A0B0C0D*
+SEQ hold 2@-3,4:150 loop => BEES 0,0,-4,0 -3,4,1,150 0,0,-2,0 0,0,-1,0
+SEQ 1-2:90 2-1@1,2 end@4,5 => BEES 0,0,0,90 0,0,1,90 1,2,1,0 1,2,0,0 4,5,-1,0
+SEQ sound 101@1,2 1 marker 500 2 marker 32768:9 => BEES 1,2,-101,101 0,0,0,0 0,0,-500,0 0,0,1,0
+    0,0,-32768,9 0,0,-1,0
+SEQ 1 code -7@1,2:3 loop 2 hold => BEES 0,0,0,0 1,2,-7,3 0,0,-2,0 0,0,1,0 0,0,-4,0 0,0,-1,0
+SEQ 1 code -101 code -1:9 => BEES 0,0,0,0 0,0,-101,0 0,0,-1,9
 LIB | sound 1 buzz.wav => 44+2205 11025 1 8
 map none | LIB | cursor 1 bw.png 2 0 => 78 3x1@2,0:(4)FF(3)FFFFFFFF 3x1@2,0:(4)FF(3)FFFFFFFF
 )";
@@ -188,132 +196,88 @@ ENCODING 3 -> ENCODING -1 7 => 0-3 2+1+0; 1:4 -1 ### #.# ..#; 2:4 1 ## ## ..
 BBX 2 1 1 0 | BITMAP | C0 -> BBX 0 2 1 0 | BITMAP | 00 | 00 => SMALL3:3 1; 4:4 1 ## ## ..
 )";
 
-/// The characters of a font, of which each is a dot, or also what stands in for missing ones.
+/// The characters of a font, of which each is a dot, and, behind "D", its DEFAULT_CHAR.
 constexpr const char* kDotCases = R"(
 97 98 => 0-100 5+1+0; 97DOT; 98DOT; 99BOX
 72 97 => 0-99*; 98DOT
-97 300 DEFAULT_CHAR 300 => 0-99*; 98DOT
-0 97 DEFAULT_CHAR 0 => 0-99*; 98DOT
-63 97 DEFAULT_CHAR 63 => 0-99*; 98BOX
-63 66 DEFAULT_CHAR 63 | chars 65-0x5a => 0-68*; 67DOT
-97 DEFAULT_CHAR 63 => 0-99*; 98BOX
+97 300 D300 => 0-99*; 98DOT
+0 97 D0 => 0-99*; 98DOT
+63 97 D63 => 0-99*; 98BOX
+63 66 D63 | chars 65-0x5a => 0-68*; 67DOT
+97 D63 => 0-99*; 98BOX
 254 => 0-255*; 254DOT
 255 => 0-255*; 254BOX; 255DOT
 97 98 99 | chars 97 122 | leading 4 | bytes big => big 0-99 5+1+4; 97DOT; 98BOX
 )";
 
-/// What is read of a sequence's text, and the text that is written of it where that is another.
-constexpr const char* kSequences = R"(
-1 => 0,0,0,0 0,0,-1,0
-1 end => 0,0,0,0 0,0,-1,0 => 1
-hold 2@-3,4:150 loop => 0,0,-4,0 -3,4,1,150 0,0,-2,0 0,0,-1,0
-2-4:90 4-3@1,2 => 0,0,1,90 0,0,2,90 0,0,3,90 1,2,3,0 1,2,2,0 0,0,-1,0 => 2-4:90 4@1,2 3@1,2
-hold 3-1 end@4,5 => 0,0,-4,0 0,0,2,0 0,0,1,0 0,0,0,0 4,5,-1,0
-sound 101@1,2 1 => 1,2,-101,101 0,0,0,0 0,0,-1,0
-marker 500 1 marker 32768:9 => 0,0,-500,0 0,0,0,0 0,0,-32768,9 0,0,-1,0
-1 code -7@1,2:3 end@4,5 => 0,0,0,0 1,2,-7,3 4,5,-1,0
-1 loop 2 hold => 0,0,0,0 0,0,-2,0 0,0,1,0 0,0,-4,0 0,0,-1,0
-1 code -101 code -4:1 code -2:1 code -1:9 => 0,0,0,0 0,0,-101,0 0,0,-4,1 0,0,-2,1 0,0,-1,9
-1-3 4:9 5 => 0,0,0,0 0,0,1,0 0,0,2,0 0,0,3,9 0,0,4,0 0,0,-1,0
-)";
-
 TEST_F(Pack, TellsOrMakesWhatAManifestSays) {
     const std::pair<const char*, const char*> words[] = {
+        {"SEQ", "PAL | animation 1 | rate 8 | frame bee1.png bee2.png | sequence"},
         {"FRA", "ANI | frame a b"},
         {"ANI", "LIB | animation 1 | rate 5"},
         {"FON", "LIB | font 1 small.bdf"},
         {"PAL", "palette p | from all.png | map none | LIB | use p"},
+        {"LAY", "LIB | layout a.layout"},
+        {"TXT", "file TEXT 1"},
+        {"WAX", "file WAVE 5 x32 unchecked"},
         {"LIB", "library a.rsc"},
         {" | ", "\n"},
     };
+    const std::string bees = "8/s 0 0 0 2x2:010D0001020D0D 2x2:020D0D0001010D |";
     for (const Files& row : rowsOf(kCases)) {
         std::string manifest = row[0];
         for (const auto& [word, lines] : words) manifest = replacedAll(manifest, word, lines);
-        EXPECT_TRUE(isTold(outcome(manifest), row[1])) << row[0] << "\n" << outcome(manifest);
+        const std::string told = outcome(manifest);
+        EXPECT_TRUE(isTold(told, replacedAll(row[1], "BEES", bees))) << row[0] << "\n" << told;
     }
 }
 
 TEST_F(Pack, TellsOrMakesWhatAFontSays) {
-    const std::string fontLine = "library a.rsc\nfont 1 x.bdf";
-    const std::string refused = "@2: x.bdf: ";
+    const auto lines = [](const std::string& text) { return replacedAll(text, " | ", "\n"); };
+    const auto expect = [&](const std::string& font, const std::string& rest, std::string told) {
+        write("x.bdf", asBytes(font));
+        const std::pair<const char*, const char*> words[] = {
+            {"SMALL", "0-5 2+1+0; 1:4 -1 ### #.# ..#; "},
+            {"DOT", ":2 0 . . . . # ."},
+            {"BOX", ":6 1 #### #..# #..# #..# #### ...."},
+        };
+        for (const auto& [word, meant] : words) told = replacedAll(told, word, meant);
+        const std::string made = outcome("library a.rsc\nfont 1 x.bdf" + rest);
+        EXPECT_TRUE(isTold(replacedAll(made, "@2: x.bdf: ", ""), told)) << font << made;
+    };
     for (const Files& row : rowsOf(kFontCases)) {
         const std::size_t arrow = row[0].find(" ->");
         const std::string now = row[0].substr(std::min(arrow + 4, row[0].size()));
-        write("x.bdf",
-              asBytes(replaced(kSmallBdf, replacedAll(row[0].substr(0, arrow), " | ", "\n"),
-                               replacedAll(now, " | ", "\n"))));
-        std::string told = outcome(fontLine);
-        if (told.starts_with(refused)) told = told.substr(refused.size());
-        const std::string hook = "0-5 2+1+0; 1:4 -1 ### #.# ..#; ";
-        EXPECT_TRUE(isTold(told, replacedAll(row[1], "SMALL", hook))) << row[0] << "\n" << told;
+        expect(replaced(kSmallBdf, lines(row[0].substr(0, arrow)), lines(now)), "", row[1]);
     }
-    write("x.bdf", asBytes(replacedAll(kSmallBdf, "\n", "\r\n \r\n")));
-    EXPECT_TRUE(isTold(outcome(fontLine), "0-5 2+1+0; 1:4 -1 ### #.# ..#; 3:3*"));
+    expect(replacedAll(kSmallBdf, "\n", "\r\n \r\n"), "", "SMALL3:3*");
     for (std::size_t size = 1; size + 1 < kSmallBdf.size(); ++size) {
         const Bytes cut = asBytes(kSmallBdf.substr(0, size));
         EXPECT_THAT(refusalOf([&] { return rsc::readBdf(cut); }), testing::StartsWith("line "));
     }
     for (const Files& row : rowsOf(kDotCases)) {
-        std::istringstream words(row[0].substr(0, row[0].find(" | ")));
-        std::string characters;
-        int count = 0;
-        for (std::string code; words >> code && code != "DEFAULT_CHAR"; ++count)
-            characters += "STARTCHAR x\nENCODING " + code +
-                          "\nDWIDTH 2 0\nBBX 1 1 0 0\nBITMAP\n80\nENDCHAR\n";
-        std::string code;
-        if (words >> code) code = "DEFAULT_CHAR " + code + "\n";
-        write("x.bdf", asBytes("STARTFONT 2.1\nSTARTPROPERTIES 2\nFONT_ASCENT 5\nFONT_DESCENT 1\n" +
-                               code + "ENDPROPERTIES\nCHARS " + std::to_string(count) + "\n" +
-                               characters + "ENDFONT\n"));
         const std::size_t rest = std::min(row[0].find(" | "), row[0].size());
-        const std::string told = outcome(fontLine + replacedAll(row[0].substr(rest), " | ", "\n"));
-        std::string expected = replacedAll(row[1], "DOT", ":2 0 . . . . # .");
-        expected = replacedAll(expected, "BOX", ":6 1 #### #..# #..# #..# #### ....");
-        EXPECT_TRUE(isTold(told, expected)) << row[0] << "\n" << told;
+        rsc::BitmapFont font{5, 1, 0, {}, {}};
+        for (const std::string& code : wordsOf(row[0].substr(0, rest)))
+            if (code[0] == 'D')
+                font.defaultCode = std::stoi(code.substr(1));
+            else
+                font.glyphs[std::stoi(code)] = {2, 0, 1, 1, 1, {1}};
+        expect(rsc::writeBdf(font, "dots"), lines(row[0].substr(rest)), row[1]);
     }
 }
 
-TEST(Sequences, AreReadAndWrittenAsAuthorsDo) {
-    for (const Files& row : rowsOf(kSequences)) {
-        rsc::WordReader words(rsc::splitWords(row[0]));
-        const auto sequence = rsc::parseSequence(words);
-        std::ostringstream read;
-        for (const auto& [dx, dy, code, argument] : sequence)
-            read << (read.str().empty() ? "" : " ") << dx << ',' << dy << ',' << code << ','
-                 << argument;
-        EXPECT_EQ(read.str(), row[1]);
-        EXPECT_EQ(rsc::formatSequence(sequence), row.size() > 2 ? row[2] : row[0]);
-    }
-}
-
-constexpr const char* kManifest = R"(# a scene
-palette meadow
-    from back.png bee1.png   # two
-    from bee2.png
-
-library Meadow.RSC
-    use meadow
-    colours 100 meadow
-    picture 100 back.png
-    animation 2001
-        rate 8
-        place 4 3 5
-        frame bee1.png bee2.png
-        sequence hold 1 loop
-        sequence 1 2 sound 101 sound 101 loop sound 7
-library sounds.rsc
-    file WAVE 101 buzz.wav
-    file WAVE 102 "buzz.wav"
-library fonts.rsc
-    font 10 small.bdf
-library cursors.rsc
-    file CURSOR 1 hand.cur
-    cursor 2 bee1.png 1 0
-)";
+constexpr const char* kManifest =
+    "# a scene | palette meadow | from back.png bee1.png # two | from bee2.png | "
+    "library Meadow.RSC | use meadow | colours 100 meadow | picture 100 back.png | "
+    "animation 2001 | rate 8 | place 4 3 5 | frame bee1.png bee2.png | sequence hold 1 loop | "
+    "sequence 1 2 sound 101 sound 101 loop sound 7 | library sounds.rsc | file WAVE 101 buzz.wav | "
+    "file WAVE 102 \"buzz.wav\" | library fonts.rsc | font 10 small.bdf | library cursors.rsc | "
+    "file CURSOR 1 hand.cur | cursor 2 bee1.png 1 0 | ";
 
 TEST_F(Pack, BuildsLibrariesAndTheirMapsAndListsThem) {
     write("hand.cur", rsc::buildCursor(rsc::Picture::fromPng(drawn("k")), {0, 0}));
-    ASSERT_EQ(packText(replacedAll(kManifest, "\n", "\r\n")), 0) << errors_;
+    ASSERT_EQ(packText(replacedAll(kManifest, " | ", "\r\n")), 0) << errors_;
     const std::string meadow = "meadow.rsc\nRRGB 100\nASEQ 100\nASEQ 2001\nENDFILE\n";
     const std::string sounds = "sounds.rsc\nWAVE 101\nWAVE 102\nENDFILE\n";
     EXPECT_EQ(read("out/resource.map"),
@@ -331,11 +295,11 @@ TEST_F(Pack, BuildsLibrariesAndTheirMapsAndListsThem) {
                     "@/out/cursors.rsc:\n"
                     "CURSOR     1        80       208  1x1, hot spot 0 0\n"
                     "CURSOR     2        96       288  2x2, hot spot 1 0\n");
-    // Packed again with faults, all stays as it was.
+    // With faults all stays as it was.
     const std::string old = read("out/sounds.rsc");
     write("hand.cur", Bytes());
     EXPECT_EQ(pack(), 1);
-    EXPECT_EQ(errors_, "@/game.txt:22: hand.cur: is empty\n");
+    EXPECT_EQ(errors_, "@/game.txt:21: hand.cur: is empty\n");
     EXPECT_EQ(read("out/sounds.rsc"), old);
     EXPECT_EQ(namesIn("out"), "cursors.rsc fonts.rsc meadow.rsc resource.map sounds.rsc ");
 
@@ -350,28 +314,25 @@ TEST_F(Pack, BuildsLibrariesAndTheirMapsAndListsThem) {
 }
 
 TEST_F(Pack, MapsWhatTheGameFindsAndListsDamage) {
-    constexpr std::uint16_t kId = 0x8000;
-    write("type.rsc", foreignLibrary(4, {{"WAVES", kId | 1, "", 0, 1}}, Bytes(16)));
-    write("control.rsc", foreignLibrary(4, {{"A\nBC", kId | 1, "", 0, 1}}, Bytes(16)));
-    write("zero.rsc", foreignLibrary(4, {{"WAVE", kId, "", 0, 1}}, Bytes(16)));
-    write("name.rsc", foreignLibrary(4, {{"WAVE", 0, "NAME", 0, 1}}, Bytes(16)));
-    const ForeignResource wave{"WAVE", kId | 1, "", 0, 1};
-    write("twice.rsc", foreignLibrary(4, {wave, wave}, Bytes(16)));
+    const ForeignResource wave{"WAVE", kNumber | 1, 0, 1};
+    const std::pair<const char*, std::vector<ForeignResource>> libraries[] = {
+        {"type.rsc", {{"WAVES", kNumber | 1, 0, 1}}},
+        {"control.rsc", {{"A\nBC", kNumber | 1, 0, 1}}},
+        {"zero.rsc", {{"WAVE", kNumber, 0, 1}}},
+        {"name.rsc", {{"WAVE", 0, 0, 1, "NAME"}}},
+        {"twice.rsc", {wave, wave}}};
+    for (const auto& [name, resources] : libraries)
+        write(name, foreignLibrary(4, resources, Bytes(16)));
     write("hand.rsc", {{"CURSOR", 8, {0, 0, 1, 0, 1, 0}}});
     write("bad.rsc", {{"ASEQ", 5, {1, 0, 1, 0, 8}}, {"NFNT", 7, {1}}, {"WAVE", 6, {1}}});
     write("no.rsc", asBytes("MZ but nothing else"));
-    const std::pair<std::string, std::string> rows[] = {
-        {"type.rsc", "WAVES cannot stand in a map"},
-        {"control.rsc", "A?BC 1 cannot stand in a map"},
-        {"zero.rsc", "WAVE 0 cannot stand in a map"},
-        {"name.rsc", "WAVE NAME cannot stand in a map"},
-        {"twice.rsc", "WAVE 1 is there twice"},
-        {"hand.rsc", "CURSOR cannot stand in a map"},
-        {"bad.rsc", "ASEQ 5: the animation is cut off"},
-    };
-    for (const auto& [file, text] : rows) {
-        EXPECT_EQ(map({file}, "maps", true, "M"), 1);
-        EXPECT_THAT(errors_, HasSubstr("@/" + file + ": " + text));
+    for (const std::string told :
+         {"type.rsc: WAVES cannot stand in a map", "control.rsc: A?BC 1 cannot stand in a map",
+          "zero.rsc: WAVE 0 cannot stand in a map", "name.rsc: WAVE NAME cannot stand in a map",
+          "twice.rsc: WAVE 1 is there twice", "hand.rsc: CURSOR cannot stand in a map",
+          "bad.rsc: ASEQ 5: the animation is cut off"}) {
+        EXPECT_EQ(map({told.substr(0, told.find(':'))}, "maps", true, "M"), 1);
+        EXPECT_THAT(errors_, HasSubstr("@/" + told));
     }
     EXPECT_EQ(map({"bad.rsc"}, "maps", false, std::string(40, 'x')), 1);
     EXPECT_THAT(errors_, HasSubstr("1 to 39 characters"));
@@ -390,9 +351,8 @@ TEST_F(Pack, ConvertsSoundsToWhatTheGamePlays) {
     ASSERT_EQ(
         packText("map none\nlibrary a.rsc\nfile WAVE 3 deep.wav unchecked\nfile CURSOR 4 deep.wav"),
         0);
-    EXPECT_THAT(errors_, testing::MatchesRegex(
-                             "@/game.txt:3: warning: deep.wav: the sound is stereo.*\n"
-                             "@/game.txt:4: warning: deep.wav: the game will show the arrow.*\n"));
+    EXPECT_TRUE(isTold(errors_, "@/game.txt:3: warning: deep.wav: the sound is stereo*"));
+    EXPECT_THAT(errors_, HasSubstr("4: warning: deep.wav: the game will show the arrow"));
     EXPECT_EQ(list({"out/a.rsc"}), 1);
     EXPECT_THAT(out_, HasSubstr("44100 Hz, 16 bits, stereo, 0.10 s: the game plays noise\n"));
     if (!rsc::canReadSounds() || !rsc::canResample()) GTEST_SKIP() << "built without the libraries";
@@ -407,15 +367,12 @@ TEST_F(Pack, ConvertsSoundsToWhatTheGamePlays) {
 TEST_F(Pack, CountsColoursThatGetLost) {
     write("other.png",
           png(2, {{{200, 20, 20}}, {{240, 220, 30}}, {{3, 3, 3}}, {{200, 20, 20}, 0}}));
-    const std::string rest = "\nfrom bee1.png\nlibrary a.rsc\nuse p\npicture 1 other.png";
-    ASSERT_EQ(packText("palette p" + rest), 0);
+    ASSERT_EQ(packText("palette p\nfrom bee1.png\nlibrary a.rsc\nuse p\npicture 1 other.png"), 0);
     EXPECT_THAT(errors_,
                 HasSubstr("game.txt:5: warning: other.png: 1 of its 3 colours (1 of 3 pixels) "
                           "become others, the palette \"p\" has nothing like them: name it"));
     Pixels many;
-    for (int i = 90; i < 240; ++i)
-        for (const std::uint8_t blue : {90, 99})
-            many.push_back({{static_cast<std::uint8_t>(i), static_cast<std::uint8_t>(i), blue}});
+    for (std::uint8_t i = 90; i < 240; ++i) many.insert(many.end(), {{{i, i, 90}}, {{i, i, 99}}});
     write("bee1.png", png(20, many));
     if (!rsc::canReduceColours()) GTEST_SKIP() << "built without libimagequant";
     ASSERT_EQ(pack(), 0);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "fonts/bdf.h"
-#include "formats/sound/wave.h"
+#include "formats/reading.h"
 #include "library/extract.h"
 #include "library/list.h"
 #include "library/nelibrary.h"
@@ -12,11 +12,8 @@
 #include "refusal.h"
 
 #include <gmock/gmock.h>
-
-#include <map>
 #include <numeric>
 #include <set>
-#include <sstream>
 
 namespace testfiles {
 
@@ -24,12 +21,14 @@ using rsc::Bytes;
 using Pixels = std::vector<rsc::Pixel>;
 using Files = std::vector<std::string>;
 using testing::HasSubstr;
+using testing_support::asBytes;
+using testing_support::bytesOf;
+using testing_support::isTold;
+using testing_support::replacedAll;
+using testing_support::rowsOf;
 
-inline Bytes asBytes(std::string_view text) { return {text.begin(), text.end()}; }
-
-inline Bytes join(std::initializer_list<Bytes> parts) {
-    Bytes all;
-    for (const Bytes& part : parts) all.insert(all.end(), part.begin(), part.end());
+inline Bytes join(Bytes all, const Bytes& more) {
+    all.insert(all.end(), more.begin(), more.end());
     return all;
 }
 
@@ -40,6 +39,11 @@ inline Bytes changed(Bytes bytes, std::size_t at, std::uint8_t value) {
 
 inline std::string replaced(std::string text, const std::string& old, const std::string& now) {
     return text.replace(text.find(old), old.size(), now);
+}
+
+inline Files wordsOf(const std::string& text) {
+    std::istringstream words(text);
+    return {std::istream_iterator<std::string>(words), {}};
 }
 
 inline Bytes png(std::size_t width, const Pixels& pixels) {
@@ -68,59 +72,43 @@ inline Bytes drawn(const std::string& rows) {
 
 inline Bytes wav(int rate, int channels, int bits, const Bytes& samples) {
     const auto size = static_cast<std::uint32_t>(samples.size());
-    return join({formats::sound::riffHead({rate, channels, bits}, size), samples});
+    return join(formats::sound::riffHead({rate, channels, bits}, size), samples);
 }
 
-/// A hook, 1, and a dash, 3.
-inline const std::string kSmallBdf = rsc::writeBdf(
-    {2,
-     1,
-     0,
-     {{1, {4, -1, 2, 3, 3, {1, 1, 1, 1, 0, 1, 0, 0, 1}}}, {3, {3, 1, 1, 2, 1, {1, 1}}}},
-     {}},
-    "small");
+inline const rsc::Glyph kHook{4, -1, 2, 3, 3, {1, 1, 1, 1, 0, 1, 0, 0, 1}};
+inline const rsc::Glyph kDash{3, 1, 1, 2, 1, {1, 1}};
+inline const std::string kSmallBdf =
+    rsc::writeBdf({2, 1, 0, {{1, kHook}, {3, kDash}}, {}}, "small");
 
-// Libraries as other tools might have made them: any types, names, units and places.
+constexpr std::uint16_t kNumber = 0x8000; ///< mark of an id
 
+/// Of a library as other tools might have made it.
 struct ForeignResource {
-    std::string type;       ///< by name
-    std::uint16_t id = 0;   ///< as stored: with the high bit for a number
-    std::string name;       ///< when it has no number
-    std::size_t offset = 0; ///< in units, from where the data begin
-    std::size_t length = 0; ///< in units
+    std::string type;
+    std::uint16_t id = 0;                ///< as stored
+    std::int64_t offset = 0, length = 0; ///< in units, from where the data begin
+    std::string name{};                  ///< instead of a number
 };
 
-/// Each resource has a type record of its own; the data begin at the unit behind the table.
-inline Bytes foreignLibrary(int shift, const std::vector<ForeignResource>& resources,
-                            const Bytes& data) {
-    constexpr std::size_t kNe = 0x60;
-    const auto tableAt = [&](std::size_t firstUnit) {
-        formats::ByteWriter names;
-        formats::ByteWriter table;
-        const auto addName = [&](const std::string& name) {
-            const std::size_t at = 2 + resources.size() * (8 + 12) + 2 + names.size();
-            names.u8(std::ssize(name)).text(name);
-            return static_cast<std::int64_t>(at);
-        };
-        table.u16(shift);
-        for (const auto& [type, id, name, offset, length] : resources) {
-            table.u16(addName(type)).u16(1).u32(0x12345678);
-            table.u16(static_cast<std::int64_t>(firstUnit + offset))
-                .u16(static_cast<std::int64_t>(length))
-                .u16(0x1C10)
-                .u16(name.empty() ? id : addName(name))
-                .u32(0);
-        }
-        return table.u16(0).block(names.bytes()).take();
+/// The data, at the first unit, lie before the table, in which each has a type record of its own.
+inline Bytes foreignLibrary(int shift, const std::vector<ForeignResource>& all, const Bytes& data) {
+    formats::ByteWriter file, table, names;
+    const auto addName = [&](const std::string& name) {
+        const auto at = static_cast<std::int64_t>(4 + all.size() * 20 + names.size());
+        names.u8(std::ssize(name)).text(name);
+        return at;
     };
-    const std::size_t unit = std::size_t{1} << shift;
-    const Bytes table = tableAt((kNe + 0x40 + tableAt(0).size() + unit - 1) / unit);
-    formats::ByteWriter file; // with a program of its own
-    file.text("MZ").zeros(0x16).u16(0x40).zeros(0x22).u32(kNe).block(Bytes(kNe - 0x40, 0xEE));
-    file.text("NE").block(Bytes(0x22, 0x77)).u16(0x40).u16(0x40 + std::ssize(table));
-    file.block(Bytes(0x18, 0x77)).block(table);
-    file.block(Bytes((unit - file.size() % unit) % unit, 0xDD)).block(data);
-    return file.take();
+    const std::int64_t unit = 1 << shift, first = (0x40 + unit - 1) / unit;
+    table.u16(shift);
+    for (const auto& [type, id, offset, length, name] : all) {
+        table.u16(addName(type)).u16(1).u32(0x12345678).u16(first + offset).u16(length);
+        table.u16(0x1C10).u16(name.empty() ? id : addName(name)).u32(0);
+    }
+    table.u16(0).block(names.bytes());
+    file.text("MZ").zeros(0x16).u16(0x40).zeros(0x22).u32(first * unit + std::ssize(data));
+    file.block(Bytes(static_cast<std::size_t>(first * unit - 0x40), 0xEE)).block(data).text("NE");
+    file.block(Bytes(0x22, 0x77)).u16(0x40).u16(0x40 + std::ssize(table.bytes()));
+    return file.block(Bytes(0x18, 0x77)).block(table.bytes()).take();
 }
 
 /// What a call is refused with; empty when it is not.
@@ -162,14 +150,10 @@ class ToolTest : public testing::Test {
     /// Runs `command(out, errors)`; its exit code. In what it says "@/" is the folder.
     template <class Command>
     int run(Command command) {
-        std::ostringstream out;
-        std::ostringstream errors;
+        std::ostringstream out, errors;
         const int code = command(out, errors);
-        out_ = out.str();
-        errors_ = errors.str();
-        for (std::string* text : {&out_, &errors_})
-            while (text->find(folder_.path()) != std::string::npos)
-                *text = replaced(*text, folder_.path(), "@");
+        out_ = replacedAll(out.str(), folder_.path(), "@");
+        errors_ = replacedAll(errors.str(), folder_.path(), "@");
         return code;
     }
     int pack(const std::string& manifest = "game.txt", const std::string& to = "out") {
@@ -185,15 +169,15 @@ class ToolTest : public testing::Test {
         return run(
             [&](auto& out, auto& errors) { return rsc::runList(paths(files), out, errors); });
     }
+    /// Into "out", which is emptied, if no other folder is named.
     int extract(const Files& files, rsc::ExtractOptions options = {}) {
         options.files = paths(files);
-        if (options.folder.empty()) options.folder = at("out");
+        if (options.folder.empty()) std::filesystem::remove_all(options.folder = at("out"));
         return run([&](auto& out, auto& errors) { return rsc::runExtract(options, out, errors); });
     }
 
     TemporaryFolder folder_;
-    std::string out_;
-    std::string errors_;
+    std::string out_, errors_;
 };
 
 } // namespace testfiles

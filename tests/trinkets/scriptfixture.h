@@ -3,10 +3,10 @@
 #pragma once
 
 #include "../ompp/memoryfiles.h"
+#include "../ompp/memorystream.h"
 
 #include "omapp.h"
 #include "omdebug.h"
-#include "omistream.h"
 #include "omplatform.h"
 #include "omrandom.h"
 #include "omsexception.h"
@@ -26,27 +26,10 @@ inline std::string withLineEnds(std::string text) {
     return text;
 }
 
-/// What a script locator hands out; delivers its text in chunks of a few bytes.
-class TextStream final : public OMIStream {
-  public:
-    explicit TextStream(std::string text) : OMIStream(kChunk, {}), text_(std::move(text)) {
-        setLength(text_.size());
-    }
-    std::string_view className() const override { return "TextStream"; }
-
-  protected:
-    bool openSource() override { return true; }
-    std::size_t readSource(std::size_t position, std::span<std::byte> buffer) override {
-        const std::string part = text_.substr(position, buffer.size());
-        std::ranges::copy(std::as_bytes(std::span(part)), buffer.begin());
-        return part.size();
-    }
-    void closeSource() override {}
-
-  private:
-    static constexpr int kChunk = 16;
-    std::string text_;
-};
+/// What a script locator hands out.
+inline std::unique_ptr<OMIStream> textStream(std::string_view text) {
+    return std::make_unique<MemoryStream>(toBytes(text));
+}
 
 class ScriptTest : public testing::Test {
   protected:

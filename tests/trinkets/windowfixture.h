@@ -68,16 +68,8 @@ class WindowTest : public OMAppTest {
     int backPixel(int x, int y) { return *window.backBuffer().pixels().at(x, y); }
     int screenPixel(int x, int y) { return *window.canvas().pixels().at(x, y); }
 
-    /// Pixels that a cycle composes and shows.
-    struct Work {
-        std::uint64_t shown;
-        std::size_t composed;
-        friend bool operator==(const Work&, const Work&) = default;
-        friend std::ostream& operator<<(std::ostream& out, const Work& work) {
-            return out << "shown " << work.shown << " composed " << work.composed;
-        }
-    };
-    Work workOfCycle() {
+    /// Pixels that a cycle shows and composes.
+    std::pair<std::uint64_t, std::size_t> workOfCycle() {
         OMRegion composed;
         window.hooks().beforeTrinkets = [&] { composed = window.dirtyRegion(); };
         const std::uint64_t before = window.canvas().changedPixels();

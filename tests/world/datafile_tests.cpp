@@ -1,17 +1,19 @@
-// The data file byte for byte, and what is read of one that is cut off, changed or full of odd
-// texts.
+// The data file: byte for byte, cut off, changed or full of odd texts; and stored whole
+// (tests/datafile has it fail at every step).
+#include "frameworkfixture.h"
 #include "world/datafile.h"
+#include "world/safefile.h"
 
 #include <gmock/gmock.h>
 
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
+using testing::HasSubstr;
 using namespace world;
 
 constexpr std::string_view kProperties =
-    "playerName\nAna\nplayerLevel\n3\nplayerScore\n-7\nCMASolved\n0\nOMASolved\n0\nPWS1Solved\n0\n"
+    "playerName\nAna\nplayerLevel\n0\nplayerScore\n-7\nCMASolved\n0\nOMASolved\n0\nPWS1Solved\n0\n"
     "PWS2Solved\n0\nseenCairoMap\n0\nseenOasisMap\n0\nseenChooseActivity\n0\n"
     "seenProgressLevels\n0\nseenLapTrapInGame\n0\nseenLapTrapInPractice\n0\n"
     "isBackgroundMusicOff\n0\nshoes\nred ones\nPLAYER_END\n";
@@ -30,11 +32,9 @@ class DataFile : public testing::Test {
     Player& addPlayer(const std::string& name = "Ana") {
         Player& player = *players.emplace_back(std::make_unique<Player>(templates));
         player.setName(name);
-        for (const auto& [property, value] : {std::pair{"playerLevel", "3"},
-                                              {"playerScore", "-7"},
-                                              {"inGame", "1"},
-                                              {"shoes", "red ones"}})
-            player.setValue(property, value);
+        player.setValue("playerScore", "-7");
+        player.setValue("inGame", "1");
+        player.setValue("shoes", "red ones");
         return player;
     }
     bool read(std::string_view bytes) {
@@ -45,8 +45,7 @@ class DataFile : public testing::Test {
     }
     std::string compose() { return datafile::compose(globals, players); }
 
-    Properties globals;
-    Properties templates;
+    Properties globals, templates;
     Players players;
     std::vector<std::string> unknown;
 };
@@ -62,15 +61,11 @@ TEST_F(DataFile, EveryByteHasItsPlace) {
     globals[0]->setText("11");
     const std::string file = "volume\n11\nGLOBAL_END\n" + numbers + std::string(kProperties);
     EXPECT_EQ(compose(), file);
-
     globals[0]->setText("0");
-    EXPECT_TRUE(datafile::readGlobals(file, globals));
-    EXPECT_EQ(globals[0]->text(), "11");
-    EXPECT_TRUE(read(file));
+    EXPECT_TRUE(datafile::readGlobals(file, globals) && read(file) && unknown.empty());
     ASSERT_EQ(players.size(), 1U);
     EXPECT_EQ(players[0]->value("inGame"), "0");
     EXPECT_EQ(compose(), file);
-    EXPECT_THAT(unknown, IsEmpty());
 }
 
 TEST_F(DataFile, CutOffAnywhereTheRestIsRead) {
@@ -81,17 +76,16 @@ TEST_F(DataFile, CutOffAnywhereTheRestIsRead) {
     const std::size_t player = (file.size() - start) / 2;
     std::vector<std::size_t> whole;
     for (std::size_t size = 0; size <= file.size(); ++size) {
-        const std::string_view bytes = std::string_view(file).substr(0, size);
+        SCOPED_TRACE(size);
+        const std::string bytes = file.substr(0, size);
         if (read(bytes)) whole.push_back(size);
-        ASSERT_EQ(datafile::readGlobals(bytes, globals), size == 0 || size >= start - 1) << size;
-        const std::size_t expected = size <= start ? 0 : (size - start - 1) / player + 1;
-        ASSERT_EQ(players.size(), expected) << size;
-        if (expected == 0) continue;
-        const std::size_t last = size - start - (expected - 1) * player;
+        ASSERT_EQ(datafile::readGlobals(bytes, globals), size == 0 || size >= start - 1);
+        const std::size_t count = size <= start ? 0 : (size - start - 1) / player + 1;
+        ASSERT_EQ(players.size(), count);
+        if (count == 0) continue;
         const auto numbers = players.back()->record().numbers();
-        ASSERT_EQ(std::ranges::count_if(numbers, [](int number) { return number != 0; }),
-                  std::min(std::ssize(numbers), std::ptrdiff_t(last / 4)))
-            << size;
+        ASSERT_EQ(numbers.size() - std::size_t(std::ranges::count(numbers, 0)),
+                  std::min(numbers.size(), (size - start - (count - 1) * player) / 4));
     }
     EXPECT_THAT(whole, ElementsAre(0, start - 1, start, start + player - 1, start + player,
                                    file.size() - 1, file.size()));
@@ -100,22 +94,17 @@ TEST_F(DataFile, CutOffAnywhereTheRestIsRead) {
 TEST_F(DataFile, OddTextsCannotSpoilIt) {
     const std::string full(1022, 'x');
     for (const std::string& name : {std::string("GLOBAL_END"), std::string("PLAYER_END"),
-                                    std::string("two\nlines"), full + "x"}) {
+                                    std::string("two\nlines"), full + "x", std::string("mark")}) {
         globals.push_back(std::make_unique<StringProperty>(name));
         declare(name);
     }
-    globals.push_back(std::make_unique<StringProperty>("mark"));
     globals.back()->setText("GLOBAL_END");
     declare(full);
     for (const char* name : {"GLOBAL_END", "PLAYER_END", "A\nB\n", ""}) addPlayer(name);
     addPlayer(full + "cut").setValue(full, full);
     const std::string file = compose();
-    EXPECT_TRUE(file.starts_with("volume\n0\nGLOBAL_END\n"));
-    EXPECT_TRUE(read(file));
-    EXPECT_THAT(unknown, IsEmpty());
-    std::vector<std::string> names;
-    for (const auto& player : players) names.push_back(player->name());
-    EXPECT_THAT(names, ElementsAre("GLOBAL_END", "PLAYER_END", "A B ", "", full));
+    EXPECT_TRUE(file.starts_with("volume\n0\nGLOBAL_END\n") && read(file) && unknown.empty());
+    EXPECT_EQ(players[2]->name() + players[4]->name(), "A B " + full);
     EXPECT_EQ(players.back()->value(full), full);
     EXPECT_EQ(compose(), file);
 }
@@ -125,31 +114,107 @@ TEST_F(DataFile, WhatNobodyDeclaredIsPassedOverAndGoesBackIntoTheFile) {
     const std::string file = "volume\n5\nold\nvolume\n" + std::string(1030, 'a') +
                              "\nGLOBAL_END\n" + kNumbers + "playerName\nAna\nhat\nblue\n" +
                              std::string(1023, 'b') + "\nshoes\nold\nscarf\n\nPLAYER_END\n";
-    datafile::readGlobals(file, globals);
-    EXPECT_EQ(globals[0]->text(), "5");
-    EXPECT_TRUE(read(file));
-    EXPECT_EQ(players[0]->value("shoes"), "old");
+    EXPECT_TRUE(datafile::readGlobals(file, globals) && read(file));
+    EXPECT_EQ(globals[0]->text() + players[0]->value("shoes").value(), "5old");
     EXPECT_THAT(unknown, ElementsAre("hat", std::string(1023, 'b'), "scarf"));
     const std::string kept = compose();
     EXPECT_TRUE(kept.ends_with("hat\nblue\nscarf\n\nPLAYER_END\n"));
     declare("hat");
     EXPECT_TRUE(read(kept));
-    EXPECT_EQ(players[0]->value("hat"), "blue");
-    EXPECT_THAT(unknown, ElementsAre("scarf"));
-    // Of two of a name the last one is kept.
-    templates.push_back(std::make_unique<IntProperty>("shoes"));
-    addPlayer().stored().back()->setText("44");
-    read(compose());
-    EXPECT_EQ(players[1]->value("shoes"), "44");
+    EXPECT_EQ(players[0]->value("hat").value() + unknown.at(0), "bluescarf");
+    const std::string named = "playerName\nAna\nPLAYER_END\n", next = kNumbers + named;
+    EXPECT_TRUE(read(kept + next));
+    for (const std::string& wrong :
+         {kNumbers.substr(240) + named + next, kNumbers + "PLAYER_END\n" + next, kNumbers})
+        EXPECT_FALSE(read(kept + wrong)) << "a shorter record, no name, no properties";
 }
 
-TEST_F(DataFile, PlayersOfAnotherFormAreNotUnderstood) {
-    const std::string player = kNumbers + "playerName\nAna\nPLAYER_END\n";
-    EXPECT_TRUE(read("GLOBAL_END\n" + player + player));
-    EXPECT_FALSE(read("GLOBAL_END\n" + player.substr(240) + player)) << "a shorter record";
-    EXPECT_FALSE(read("GLOBAL_END\n" + kNumbers + "PLAYER_END\n" + player)) << "no name";
-    EXPECT_FALSE(read("GLOBAL_END\n" + player + kNumbers)) << "no properties";
-    EXPECT_EQ(players.size(), 2U);
+class SafeFileTest : public testing_support::FrameworkTest {
+  protected:
+    static std::string path(const std::string& name) { return "C:\\HOME\\ZORBET." + name; }
+    void put(const std::string& name, std::string_view bytes) { files.put(path(name), bytes); }
+    /// Extensions and contents of everything in the folder.
+    std::string all() const {
+        std::string result;
+        for (const auto& entry : files.list("C:\\HOME"))
+            result += (result.empty() ? "" : ", ") + entry.name.substr(7) + " " +
+                      platform::readFile(files, "C:\\HOME\\" + entry.name, 1000).value_or("(none)");
+        return result;
+    }
+    std::string takeLog() {
+        const std::string log = files.text("zorbelog.txt");
+        files.erase("zorbelog.txt");
+        return log;
+    }
+    /// It knows what is there.
+    static RSafeFile safe(platform::Files& through) {
+        RSafeFile file(through, path("DAT"));
+        (void)file.read();
+        return file;
+    }
+};
+
+TEST_F(SafeFileTest, FlushesBytesBeforeTheyGetTheirName) {
+    put("DAT", "first");
+    files.changes.clear();
+    RSafeFile file = safe(files);
+    EXPECT_TRUE(file.store("second"));
+    std::string changes;
+    for (const std::string& change : std::exchange(files.changes, {})) changes += change + "\n";
+    for (std::size_t at = 0; (at = changes.find("C:\\HOME\\ZORBET.")) != std::string::npos;)
+        changes.erase(at, path("").size());
+    EXPECT_EQ(changes, "make NEW\nwrite NEW\nflush NEW\nmake TMP\nwrite TMP\nflush TMP\n"
+                       "rename TMP BAK\nrename NEW DAT\nnames C:\\HOME\n");
+    EXPECT_TRUE(file.store("second"));
+    EXPECT_TRUE(files.changes.empty()) << "is stored already";
+    files.erase(path("DAT"));
+    EXPECT_TRUE(file.store("second"));
+    EXPECT_EQ(all(), "BAK first, DAT second");
+}
+
+TEST_F(SafeFileTest, KeepsAFileThatWasNotUnderstood) {
+    RSafeFile file = safe(files);
+    const auto storeOver = [&](const char* bad, const std::string& bytes) {
+        put("DAT", bad);
+        (void)file.read();
+        file.keepBeside();
+        return file.store(bytes);
+    };
+    put("BAK", "last good");
+    put("bad", "another");
+    EXPECT_TRUE(storeOver("bad", "one"));
+    EXPECT_EQ(all(), "bad another, BAD.1 bad, BAK last good, DAT one");
+    EXPECT_TRUE(file.store("two"));
+    EXPECT_TRUE(storeOver("bad", "three"));
+    EXPECT_EQ(all(), "bad another, BAD.1 bad, BAK one, DAT three");
+    for (int i = 2; i <= 9; ++i) put("BAD." + std::to_string(i), "taken");
+    takeLog();
+    EXPECT_FALSE(storeOver("worse", "four"));
+    EXPECT_THAT(takeLog(), HasSubstr(".9 of it are taken"));
+    EXPECT_THAT(all(), testing::EndsWith(", BAD.9 taken, BAK one, DAT worse"));
+    files.remove(path("BAD.9"));
+    EXPECT_TRUE(file.store("four"));
+    EXPECT_THAT(all(), testing::EndsWith(", BAD.9 worse, BAK one, DAT four"));
+}
+
+TEST_F(SafeFileTest, ReplacesNoFileThatItCannotRead) {
+    put("DAT", "larger");
+    RSafeFile bounded(files, path("DAT"), 5);
+    EXPECT_EQ(bounded.read().state, RSafeFile::State::Unreadable);
+    put("DAT", "less");
+    EXPECT_EQ(bounded.read().state, RSafeFile::State::Whole);
+    EXPECT_FALSE(bounded.store("new")) << "not in this run";
+    RSafeFile file = safe(files);
+    files.unreadable = path("DAT");
+    EXPECT_FALSE(file.store("a"));
+    EXPECT_THAT(takeLog(), HasSubstr("ZORBET.DAT cannot be read: Permission denied."));
+    files.unreadable.clear();
+    EXPECT_EQ(all(), "DAT less");
+    EXPECT_TRUE(file.store("a")) << "what it held is known";
+    files.putFolder(path("BAD"));
+    file.keepBeside();
+    EXPECT_TRUE(file.store("b"));
+    EXPECT_THAT(all(), HasSubstr("BAD.1 a")) << "the first name is a folder's";
 }
 
 } // namespace

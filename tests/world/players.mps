@@ -11,36 +11,43 @@ get t.1 playerName name
 get t.1 playersCount count
 line=line+" "+name+"/"+count
 ]
+procedure add
+[
+call cut
+for i 1 5
+play t.1 word CWS3
+play t.1 autoLevel CWS3
+get t.1 currentLevel CWS3 got
+line=line+" "+got
+]
+procedure bye
+[
+say "bye"
+quit
+]
 t.1=RWorldPort 0
 get t.1 informWinGWarning visit
 set t.1 informWinGWarning visit+1
-play t.1 addIntProperty coats ""
-play t.1 addIntProperty boots 0
+call do "run 1 addIntProperty coats, run 1 addIntProperty boots 0"
 if visit=2
 [
 play t.1 addGlobalIntProperty informColorsWarning
 call do "run 1 addIntProperty playerName, who Zoe, tell"
+; the same level keeps the answers, another one forgets them
+call do "add correctGuess, let 1 currentLevel CWS3 257, add correctGuess, add incorrectGuess"
+call do "add incorrectGuess, add incorrectGuess, let 1 currentLevel CWS3 2, add incorrectGuess"
+call do "let 1 currentLevel CWS3 3, add incorrectGuess, tell"
 StartTransition
 call do "who #0, who #1, who #2, who #3, of 1 coats, of 1 boots, of 1 inGame, of 1 playerScore"
 call do "of 1 isAutoLevelingEnabled, of 1 informColorsWarning, run 1 activateDataFile"
-call do "of 1 playersCount, tell"
-play t.1 addGlobalIntProperty CStatueDataset 0
-set t.1 CStatueDataset 3
-StartTransition
-set t.1 CStatueDataset none
-StartTransition
+call do "of 1 playersCount, tell, run 1 addGlobalIntProperty CStatueDataset 0"
+call do "let 1 CStatueDataset 3, begin, let 1 CStatueDataset none, begin"
 quit
 ]
 play t.1 activateDataFile
-warnings=[informResolutionWarning informColorsWarning informDirectDrawNotFoundWarning
-warnings=[informDirectDrawSwitchFailedWarning informDirectDrawVersionWarning
-for i 1 5
-[
-get t.1 warnings.i got
-line=line+" "+got
-]
-call tell
-;=  1 1 1 1 1
+call do "of 1 informResolutionWarning, of 1 informDirectDrawVersionWarning"
+call do "of 1 informDirectDrawNotFoundWarning, of 1 informDirectDrawSwitchFailedWarning, tell"
+;=  1 1 1 1
 call do "who #0, who Ana, who ana, who #1, who #9, who #-1, who #9, who #3, who 2, tell"
 ;=  #0/1 Ana/2 ana/3 Ana/3 #9/4 #-1/5 #9/5 #9/5 2/6
 call do "run 1 removePlayer 2, run 1 removePlayer nobody, run 1 removePlayer #0x, of 1 playerName"
@@ -50,28 +57,16 @@ call do "run 1 removePlayer #-1, of 1 playerName, of 1 playersCount, tell"
 ;=  none 5 ana/5 ana 2
 
 ; another port shows whom it activated itself, until that one is removed
-other=RWorldPort 0
-play t.1 activatePlayer "Ana"
-get other playerName a
-play other activatePlayer "Rui"
-get t.1 playerName b
-get other playerName c
-play other removePlayer "Ana"
-say a b c
-;= ana Ana Rui
-call do "of 1 playerName, tell"
+t.2=RWorldPort 0
+call do "run 1 activatePlayer Ana, of 2 playerName, run 2 activatePlayer Rui, of 1 playerName"
+call do "of 2 playerName, run 2 removePlayer Ana, of 1 playerName, of 2 playerName"
+call do "of 2 playersCount, tell"
 ;! Property playerName not found
-;=  none
-get other playerName b
-get other playersCount c
-say b c
-;= Rui 2
+;=  ana Ana Rui none Rui 2
 
 ; of properties of one name the last one is seen, a player's while one is shown
 call do "run 1 addGlobalIntProperty informColorsWarning, run 1 addGlobalIntProperty hats"
-set t.1 hats 1
-play t.1 addGlobalIntProperty hats
-set t.1 hats 2
+call do "let 1 hats 1, run 1 addGlobalIntProperty hats, let 1 hats 2"
 call do "run 1 addIntProperty hats, run 1 addIntProperty activatePlayer, who Eva, of 1 hats"
 call do "run 1 removePlayer Eva, of 1 hats, tell"
 ;=  Eva/3 0 2
@@ -100,29 +95,21 @@ call do "run 1 removeNextObjectFromQueue CWS1, run 1 removeNextObjectFromQueue C
 call do "run 1 removeNextObjectFromQueue CWS1, of 1 wsNextItemInQueue CWS1, run 1 newGame"
 call do "of 1 itemsPresentCount CWS1, of 1 currentLocation, tell"
 ;=  1 0 0 CBA1
-threshold=[wsAutoLevelingA wsAutoLevelingB wsAutoLevelingX wsAutoLevelingY
-places=[PWS2 OWS4 OWS3 CHUB ""
-for i 1 4
-[
-set t.1 threshold.i OWS4 i-9
-set t.1 threshold.i CHUB 9
-for k 1 5
-[
-get t.1 threshold.i places.k got
-line=line+" "+got
-]
-]
-call tell
-;=  5 -8 5   6 -7 6   4 -6 4   10 -5 10  
+call do "let 1 wsAutoLevelingA OWS4 -8, of 1 wsAutoLevelingA PWS2, of 1 wsAutoLevelingA OWS4"
+call do "let 1 wsAutoLevelingB OWS4 -7, of 1 wsAutoLevelingB PWS2, of 1 wsAutoLevelingB OWS4"
+call do "let 1 wsAutoLevelingX OWS4 -6, of 1 wsAutoLevelingX PWS2, of 1 wsAutoLevelingX OWS4"
+call do "let 1 wsAutoLevelingY OWS4 -5, of 1 wsAutoLevelingY PWS2, of 1 wsAutoLevelingY OWS4"
+call do "let 1 wsAutoLevelingA CHUB 9, of 1 wsAutoLevelingA CHUB, of 1 wsAutoLevelingA, tell"
+;=  5 -8 6 -7 4 -6 10 -5  
 ; what is kept
-set t.1 coats 4
-set t.1 boots 4
-set t.1 inGame 1
-set t.1 playerScore 12
-set t.1 informColorsWarning 0
-play t.1 addGlobalIntProperty volume
-quit
+call do "let 1 coats 4, let 1 boots 4, let 1 inGame 1, let 1 playerScore 12"
+call do "let 1 informColorsWarning 0, run 1 addGlobalIntProperty volume"
+port=RScenePort 0
+set port exittingGame bye
+quit "other.mps"
+;= bye
 ;=  Zoe/1
+;=  1 2 2 1 1 2 3
 ;=  Zoe/4 ana/4 Rui/4 Ana Lua/4 4 0 0 12 1 0 4
 ;! CStatueDataset is now 0, please inform Ilse or Bram
 ;% World Memory - starting up!
@@ -130,6 +117,13 @@ quit
 ;% Warning: World Memory - every player has a property playerName, and none is added: use it as it is, or another name
 ;% World Memory - activating player Zoe
 ;% World Memory - creating new player Zoe
+;% OHUB Pattern
+;% 	Door 3	Pattern: Red Gem 3, Red Gem 1, Yellow Gem 3, Yellow Gem 1
+;% 			Empty Slots: 7, 2, 37, 11, 10, 6, 22, 13, 31, 1, 23, 24
+;% 	Door 4	Pattern: Green Gem 4, Green Gem 3, Blue Gem 2, No Item
+;% Distributing items for CHUB
+;% Auto-leveling has determined player can advance a level in CWS3.  New level: 2
+;% Auto-leveling has determined player needs to go back a level in CWS3.  New level is 1.
 ;% *** CStatueDataset is not defined ***
 ;% World Memory - writing data file, sDataFileActive: 0
 ;% World Memory - reading data file, sDataFileActive: 1
@@ -141,3 +135,6 @@ quit
 ;% **** CStatueDataset is now 0 ****
 ;% World Memory - writing data file, sDataFileActive: 1
 ;% World Memory shutting down
+;% Closing Log
+;: file content/other.mps
+say "never"

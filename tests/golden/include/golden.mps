@@ -1,0 +1,3 @@
+yield off
+ActivateDLL golden.rsc
+Scene 100
