@@ -41,7 +41,8 @@ TEST_F(MpsCheck, EveryErrorIsToldInItsPlace) {
         "@/a.mps:5: outside a loop: break\n"
         "@/a.mps:6: t is undefined\n"
         "@/a.mps:8: the statement lacks a word: call\n"
-        "@/a.mps:10: a block or a body is missing or not closed: [\n");
+        "@/a.mps:10: a block or a body is missing or not closed: [\n"
+        "@/a.mps:6:1: warning: \xC3\xA9 outside of quotes counts as a blank [accent]\n");
     // Line ends of all kinds; what is shown is one line without control characters, in UTF-8.
     EXPECT_EQ(checkText("x=1\rsay \"\xE9\x1B[2J\tend\r\nlast\r\n"),
               "@/a.mps:2: a quote is not closed: \"\xC3\xA9 [2J end\n"
@@ -97,7 +98,8 @@ TEST_F(MpsCheck, FilesThatCannotBeReadAndPrecompiledOnes) {
               "@/none.mps: cannot be read: No such file or directory\n"
               "@/large.mps: " +
                   tooLong("65535") +
-                  "@/folder: cannot be read: Is a directory\n"
+                  "@/folder: error: there is no script Startup.mps, with which a game begins "
+                  "[unknown-script]\n"
                   "@/unknown.mps: dance is undefined\n"
                   "@/cut.mps: damaged precompiled script\n"
                   "@/version.mps: damaged precompiled script\n"

@@ -1,6 +1,7 @@
 #include "zorbetmps/pages.h"
 
 #include "formats/base/latin1.h"
+#include "zorbetmps/check/finding.h"
 #include "zorbetmps/check/includes.h"
 #include "zorbetmps/words.h"
 
@@ -47,6 +48,7 @@ const Form kForms[] = {
     {"properties", "| Name | Value | Access | Meaning |", "|---|---|---|---|", {1, 3}},
     {"methods", "| Name | Arguments | Effect |", "|---|---|---|", {2}},
     {"events", "| Name | When |", "|---|---|", {1}},
+    {"findings", "| Name | Weight | Meaning |", "|---|---|---|", {}},
 };
 
 /// Rows with no author yet, by what their mark says. Several forms of a method's arguments, "id |
@@ -82,8 +84,8 @@ void add(Tables& tables, const std::string& owner, const OMSEntry& row) {
         methods.push_back({std::exchange(first, false) ? name : "", arguments, ""});
 }
 
-/// Of classes, of what their objects have at times, and of players, whose properties are no
-/// class's.
+/// Of classes, of what their objects have at times, of players, whose properties are no class's, and
+/// of what the check of scripts finds.
 Tables allTables() {
     Tables tables;
     for (const OMSClass* known : allClasses()) {
@@ -101,6 +103,10 @@ Tables allTables() {
         addProperty("player.stored", property->name(), true);
     for (const world::ComputedProperty& row : world::computedProperties())
         addProperty("player.computed", row.name, row.write != nullptr);
+    for (const RuleAbout& rule : allRules())
+        tables["check findings"].push_back({'`' + std::string(rule.name) + '`',
+                                            std::string(severityName(rule.severity)),
+                                            std::string(rule.about)});
     return tables;
 }
 

@@ -58,6 +58,10 @@ bool hasExtension(const fs::path& path, std::string_view extension) {
     return formats::lowerAscii(path.extension().string()) == extension;
 }
 
+bool isOfCompiler(const Finding& finding) {
+    return finding.rule == Rule::Syntax || finding.rule == Rule::UnknownCommand;
+}
+
 /// One script by itself, with all that it includes.
 class ScriptCheck {
   public:
@@ -115,6 +119,7 @@ class ScriptCheck {
             .hasScript = [this](std::string_view name) -> std::optional<bool> {
                 return includes_.find(name).has_value();
             },
+            .otherSpelling = [this](std::string_view name) { return otherSpelling(name); },
             .isComponent = isComponent,
             .nearScript =
                 [this](std::string_view name) {
@@ -141,10 +146,21 @@ class ScriptCheck {
         });
     }
 
+    [[nodiscard]] std::string otherSpelling(std::string_view name) const {
+        const auto path = includes_.find(name);
+        if (!path) return {};
+        const std::string file = fs::path(*path).filename().string();
+        const std::string latin1 = formats::latin1FromUtf8(file).value_or(file);
+        return name.substr(name.find_last_of("\\/:") + 1) == latin1 ? std::string() : latin1;
+    }
+
     YCompiler::Source readInclude(const std::string& name) {
         const auto path = includes_.find(name);
         if (!path) return {std::nullopt, "can't find " + name};
         const bool isNew = included.emplace(name, realPath(*path)).second;
+        if (const std::string other = otherSpelling(name); isNew && !other.empty())
+            tell(Rule::LetterCase, 0, 0,
+                 "include " + name + " reads a file that is called " + other);
         shownPaths_[name] = *path;
         std::string why;
         auto text = readHostFile(*path, YCompiler::kMaxTextSize, why);
@@ -200,7 +216,7 @@ class ScriptCheck {
             silences->second.covers(finding.rule, finding.line))
             return;
         finding.text = shown(finding.text);
-        if (std::ranges::find(findings, finding) == findings.end())
+        if (isOfCompiler(finding) || std::ranges::find(findings, finding) == findings.end())
             findings.push_back(std::move(finding));
     }
 
@@ -299,7 +315,8 @@ class GameCheck {
     void findUnreached(const std::string& folder) {
         const Includes start((fs::path(folder) / kStartScript).string());
         const auto first = start.find(kStartScript);
-        if (!first) {
+        const bool isInside = first && realPath(*first).starts_with(realPath(folder) + '/');
+        if (!isInside) {
             start_ = folder;
             return;
         }
@@ -377,15 +394,22 @@ std::vector<Finding> check(const std::vector<std::string>& paths) {
             std::ranges::stable_sort(found, {}, &Finding::file);
         } else {
             found = games.at(gameFolderOf(path)).findingsOf(realPath(path));
+            std::erase_if(found, [](const Finding& finding) {
+                return aboutRule(finding.rule).severity == Severity::Note;
+            });
         }
-        // The script itself comes first, and after it what it includes.
+        // What the compiler tells keeps its order; the rest follows, the script itself first.
         std::map<std::string, std::size_t> rank{{path, 0}};
         for (const Finding& finding : found) rank.try_emplace(finding.file, rank.size());
+        const bool isFolder = fs::is_directory(path, error);
         std::ranges::stable_sort(found, {}, [&](const Finding& finding) {
-            return std::tuple(rank[finding.file], finding.line, finding.column);
+            const bool isFirst = !isFolder && isOfCompiler(finding);
+            return isFirst ? std::tuple(false, std::size_t{0}, 0, 0)
+                           : std::tuple(true, rank[finding.file], finding.line, finding.column);
         });
         for (Finding& finding : found)
-            if (std::ranges::find(all, finding) == all.end()) all.push_back(std::move(finding));
+            if (isOfCompiler(finding) || std::ranges::find(all, finding) == all.end())
+                all.push_back(std::move(finding));
     }
     return all;
 }

@@ -11,8 +11,9 @@
 
 namespace mps {
 
-/// Each path, of the host, is a game's folder, as the game sees it, or a script of one. Sorted by
-/// file and place. The heap is new afterwards; the names of the global commands must be registered.
+/// Each path, of the host, is a game's folder, as the game sees it, or a script of one. Those of a
+/// folder are sorted by file and place. Notes are told of folders only. The heap is new afterwards;
+/// the names of the global commands must be registered.
 [[nodiscard]] std::vector<Finding> check(const std::vector<std::string>& paths);
 
 } // namespace mps

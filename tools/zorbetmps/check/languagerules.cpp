@@ -567,6 +567,8 @@ void ScriptRules::checkScriptName(const Statement& statement, const Word& word) 
     if (game_.hasScript(name) == false)
         tell(Rule::UnknownScript, statement, word,
              "there is no script " + name + game_.nearScript(name));
+    else if (const std::string other = game_.otherSpelling(name); !other.empty())
+        tell(Rule::LetterCase, statement, word, "the file is called " + other);
 }
 
 void ScriptRules::checkCall(const Statement& statement) {

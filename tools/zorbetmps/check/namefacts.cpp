@@ -109,6 +109,7 @@ void ScriptFacts::read(const Word& word) {
 }
 
 void ScriptFacts::store(const Word& word, const Statement& statement) {
+    if (!word.canHold()) return;
     facts(*word.variable).stores.push_back(&statement);
     if (word.kind() != YVariable::Kind::Compound) return;
     for (const YVariable* leaf : model_.leaves(*word.variable))
@@ -156,7 +157,7 @@ void ScriptFacts::look(const Statement& statement) {
 }
 
 void ScriptFacts::lookAtAssignment(const Statement& statement) {
-    store(statement.words.front(), statement);
+    if (statement.words.size() > 1) store(statement.words.front(), statement);
     for (std::size_t i = 1; i < statement.words.size(); ++i) read(statement.words[i]);
 }
 

@@ -230,10 +230,12 @@ void ScriptRules::checkSet(const Statement& statement) {
         tell(Rule::ReadOnly, statement, words[1],
              *name + " of " + namesOf(*classes) + " can only be read");
     const bool hasIndex = rows.front()->help.starts_with('[');
-    if (words.size() > 3 && !hasIndex)
+    if (words.size() > 3 && !hasIndex) {
         tellLost(statement, 2,
                  "only the last word is stored; a text with blanks needs quotes, and "
                  "an expression has none");
+        return;
+    }
     checkNotObjects(statement, 2, words.size());
     const bool isText = value.isConstant() && value.text() != "?" && !beginsAsNumber(value.value());
     if (std::ranges::all_of(rows, [](const OMSEntry* row) { return row->isNumber; }) &&

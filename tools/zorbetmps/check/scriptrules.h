@@ -15,6 +15,8 @@ namespace mps {
 struct GameFacts {
     /// Whether a script of that name can be started or read; none when that cannot be known.
     std::function<std::optional<bool>(std::string_view)> hasScript;
+    /// How the file's name is spelled; empty when there is none, or when it is spelled so.
+    std::function<std::string(std::string_view)> otherSpelling;
     std::function<bool(std::string_view)> isComponent;
     /// "; did you mean NAME?", or nothing.
     std::function<std::string(std::string_view)> nearScript;

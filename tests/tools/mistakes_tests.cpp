@@ -1,0 +1,80 @@
+// What the check of scripts finds: in a corpus of scripts with mistakes, and in whole games.
+#include "tooltest.h"
+
+#include "formats/base/latin1.h"
+#include "zorbetmps/commandline.h"
+
+#include <regex>
+
+namespace {
+
+using namespace testfiles;
+
+class Mistakes : public ToolTest {
+  protected:
+    /// The findings of a folder, "FILE LINE NAME" each.
+    std::string check(const std::string& path) {
+        const std::string given = at(path).string();
+        const char* argv[] = {"zorbet-mps", "check", given.c_str()};
+        run([&](auto& out, auto& errors) { return mps::run(3, argv, out, errors); });
+        static const std::regex kPlace("@/(?:game/)?([^:]+):(?:([0-9]+):)?.*");
+        std::istringstream lines(out_);
+        std::string found;
+        for (std::string line; std::getline(lines, line);) {
+            std::smatch place;
+            if (!std::regex_match(line, place, kPlace)) return "no finding: " + line;
+            const bool isUndefined = line.find(" is undefined") != line.npos;
+            std::smatch name;
+            const bool isNamed = std::regex_search(line, name, std::regex("\\[([a-z-]+)\\]$"));
+            const std::string rule = isNamed       ? name[1].str()
+                                     : isUndefined ? "unknown-command"
+                                                   : "syntax";
+            found +=
+                (found.empty() ? "" : ", ") + place[1].str() + ' ' + place[2].str() + ' ' + rule;
+        }
+        return found.empty() ? "nothing" : found;
+    }
+};
+
+TEST_F(Mistakes, AreFoundWhereTheyAre) {
+    std::ifstream file(ZORBET_MISTAKES);
+    std::string corpus((std::istreambuf_iterator<char>(file)), {});
+    corpus = std::regex_replace(corpus, std::regex("(^|\n)#[^\n]*"), "$1");
+    corpus = std::regex_replace(corpus, std::regex("\n    "), " ");
+    std::istringstream lines(corpus);
+    int number = 0;
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t end = line.find(" => ");
+        if (end == line.npos) continue;
+        const std::string script = line.substr(0, end);
+        folder_.make(
+            "game/Startup.mps",
+            formats::latin1FromUtf8(std::regex_replace(script, std::regex(R"( \| )"), "\n"))
+                .value());
+        const std::string found = std::regex_replace(check("game"), std::regex("Startup.mps "), "");
+        EXPECT_EQ(found, line.substr(end + 4)) << script;
+        ++number;
+    }
+    EXPECT_GE(number, 150);
+}
+
+TEST_F(Mistakes, OfAGameAreThoseOfTheScriptsThatItBeginsWith) {
+    const std::pair<const char*, const char*> files[] = {
+        {"Startup.mps", "include tools.mps\ncall hail \"Ana\"\nrelay \"One.mps\"\n"},
+        {"scripts/one.mps", "include tools.mps\nname=1\ncall hail name\nsay other mine\n"},
+        // A piece: what one of its users brings is no mistake of it.
+        {"tools.mps", "procedure hail who\n[\nif mine\nsay who other+1\nif name\nsay name\n]\n"},
+        {"scripts/lonely.mps", "call nobody\nsay \"a\" \xE9\n"},
+        {"progress.map", "some Kept.mps\n"},
+        {"scripts/kept.mps", "call nobody\n"},
+    };
+    for (const auto& [name, text] : files) folder_.make(std::string("game/") + name, text);
+    EXPECT_EQ(check("game"), "Startup.mps 3 letter-case, scripts/kept.mps 1 unknown-procedure, "
+                             "scripts/lonely.mps  unreached, scripts/lonely.mps 2 accent, "
+                             "tools.mps 3 condition, tools.mps 4 never-set");
+    EXPECT_EQ(check("game/scripts/lonely.mps"),
+              "scripts/lonely.mps 1 unknown-procedure, scripts/lonely.mps 2 accent");
+    EXPECT_EQ(check("game/tools.mps"), "tools.mps 3 condition, tools.mps 4 never-set");
+}
+
+} // namespace
