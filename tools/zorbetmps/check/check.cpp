@@ -1,15 +1,7 @@
 #include "zorbetmps/check/check.h"
 
 #include "formats/base/latin1.h"
-#include "zorbetmps/check/includes.h"
-#include "zorbetmps/check/linerules.h"
-#include "zorbetmps/check/nearest.h"
-#include "zorbetmps/check/scriptrules.h"
-#include "zorbetmps/check/silences.h"
-
-#include "ycompiler.h"
-#include "ykeyword.h"
-#include "yprecompiled.h"
+#include "zorbetmps/check/scriptcheck.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -24,208 +16,11 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kStartScript = "Startup.mps";
-constexpr std::string_view kScript = ".mps";
-constexpr std::string_view kComponent = ".lrn";
 constexpr std::size_t kLargestText = std::size_t{1} << 20; ///< of maps and settings
-
-/// The script's own name while it is compiled; no include can be called so.
-constexpr const char* kOwnName = "";
-
-std::string tooLong(std::size_t limit) {
-    return "Script too long: at most " + std::to_string(limit) +
-           " bytes are allowed; move a part of it into a script of its own";
-}
-
-/// One line of a text of the script, as it can be shown anywhere.
-std::string shown(std::string_view text) {
-    std::string line(text.substr(0, text.find_first_of("\r\n")));
-    const auto isControl = [](char c) {
-        const auto byte = static_cast<unsigned char>(c);
-        return byte < 0x20 || (byte >= 0x7F && byte < 0xA0);
-    };
-    std::ranges::replace_if(line, isControl, ' ');
-    line.erase(line.find_last_not_of(' ') + 1);
-    return formats::utf8FromLatin1(line);
-}
-
-std::string realPath(const std::string& path) {
-    std::error_code error;
-    const fs::path real = fs::weakly_canonical(path, error);
-    return error ? path : real.string();
-}
 
 bool hasExtension(const fs::path& path, std::string_view extension) {
     return formats::lowerAscii(path.extension().string()) == extension;
 }
-
-bool isOfCompiler(const Finding& finding) {
-    return finding.rule == Rule::Syntax || finding.rule == Rule::UnknownCommand;
-}
-
-/// One script by itself, with all that it includes.
-class ScriptCheck {
-  public:
-    ScriptCheck(const std::string& file, const Vocabulary& vocabulary)
-        : file_(file), vocabulary_(vocabulary), includes_(file) {}
-
-    void run() {
-        YHeap::recreate();
-        std::string why;
-        auto bytes = readHostFile(file_, kYMaxPrecompiledSize, why);
-        if (!bytes)
-            tell(Rule::Syntax, 0, 0, why);
-        else if (YIsPrecompiled(*bytes))
-            checkPrecompiled(*bytes);
-        else if (bytes->size() > YCompiler::kMaxTextSize)
-            tell(Rule::Syntax, 0, 0, tooLong(YCompiler::kMaxTextSize));
-        else
-            checkText(*std::move(bytes));
-        YHeap::recreate();
-    }
-
-    std::vector<Finding> findings;
-    std::map<std::string, std::string, std::less<>> included; ///< real paths by include names
-    std::set<std::string> files;    ///< real paths of all that was read, its own too
-    std::set<std::string> mentions; ///< real paths of scripts that its words name
-
-  private:
-    void checkText(std::string text) {
-        lookAt(file_, text);
-        const auto reader = [this](const std::string& name) { return readInclude(name); };
-        YHeap& heap = YHeap::current();
-        YCompiler compiler(heap, reader, YCompiler::OnError::Collect);
-        const auto script = compiler.compile(kOwnName, std::move(text));
-        for (const YCompileError& error : compiler.errors()) {
-            const std::string& file = pathOf(error.file);
-            if (error.kind == YCompileError::Kind::UndefinedCommand)
-                add({Rule::UnknownCommand, file, error.line, error.column,
-                     error.description() + vocabulary_.nearCommand(error.text)});
-            else
-                add({Rule::Syntax, file, error.line, error.column, error.description()});
-        }
-        for (int i = 0; i < heap.count(); ++i) mention(heap.get(i));
-        if (script) checkScript(*script, heap);
-    }
-
-    void checkScript(const YScript& script, YHeap& heap) {
-        const ScriptModel model(script, heap);
-        const auto isComponent = [this](std::string_view name) {
-            return includes_.find(std::string(name).append(kComponent)).has_value();
-        };
-        const ScriptFacts facts(
-            model, [this](std::string_view name) { return vocabulary_.classNamed(name); },
-            isComponent);
-        const GameFacts game{
-            .hasScript = [this](std::string_view name) -> std::optional<bool> {
-                return includes_.find(name).has_value();
-            },
-            .otherSpelling = [this](std::string_view name) { return otherSpelling(name); },
-            .isComponent = isComponent,
-            .nearScript =
-                [this](std::string_view name) {
-                    const std::vector<std::string> scripts = includes_.scripts();
-                    const std::vector<std::string_view> names(scripts.begin(), scripts.end());
-                    return didYouMean(name, names);
-                },
-        };
-        ScriptRules(model, facts, vocabulary_, game,
-                    [&](Rule rule, YSourceLine place, int column, const std::string& text) {
-                        add({rule, pathOf(script.files[place.file]), place.line, column, text});
-                    })
-            .run();
-    }
-
-    /// What is seen without compiling a text.
-    void lookAt(const std::string& file, const std::string& text) {
-        files.insert(realPath(file));
-        const auto silences = silences_.try_emplace(file, text).first;
-        for (const Silences::Mistake& mistake : silences->second.mistakes())
-            findings.push_back({Rule::Silence, file, mistake.line, 0, mistake.text});
-        checkLines(text, [&](Rule rule, int line, int column, const std::string& what) {
-            add({rule, file, line, column, what});
-        });
-    }
-
-    [[nodiscard]] std::string otherSpelling(std::string_view name) const {
-        const auto path = includes_.find(name);
-        if (!path) return {};
-        const std::string file = fs::path(*path).filename().string();
-        const std::string latin1 = formats::latin1FromUtf8(file).value_or(file);
-        return name.substr(name.find_last_of("\\/:") + 1) == latin1 ? std::string() : latin1;
-    }
-
-    YCompiler::Source readInclude(const std::string& name) {
-        const auto path = includes_.find(name);
-        if (!path) return {std::nullopt, "can't find " + name};
-        const bool isNew = included.emplace(name, realPath(*path)).second;
-        if (const std::string other = otherSpelling(name); isNew && !other.empty())
-            tell(Rule::LetterCase, 0, 0,
-                 "include " + name + " reads a file that is called " + other);
-        shownPaths_[name] = *path;
-        std::string why;
-        auto text = readHostFile(*path, YCompiler::kMaxTextSize, why);
-        if (!text) return {std::nullopt, name + ": " + why};
-        if (text->size() > YCompiler::kMaxTextSize)
-            return {std::nullopt, name + ": " + tooLong(YCompiler::kMaxTextSize)};
-        if (isNew) lookAt(*path, *text);
-        return {std::move(text), {}};
-    }
-
-    void mention(const YVariable& word) {
-        std::string_view text = word.text();
-        if (text.size() > 2 && YVariable::isQuote(text.front()))
-            text = text.substr(1, text.size() - 2);
-        if (!formats::lowerAscii(text).ends_with(kScript)) return;
-        if (const auto path = includes_.find(text)) mentions.insert(realPath(*path));
-    }
-
-    [[nodiscard]] const std::string& pathOf(const std::string& name) const {
-        const auto path = shownPaths_.find(name);
-        return path == shownPaths_.end() ? file_ : path->second;
-    }
-
-    void checkPrecompiled(std::string_view bytes) {
-        files.insert(realPath(file_));
-        if (bytes.size() > kYMaxPrecompiledSize) {
-            tell(Rule::Syntax, 0, 0, tooLong(kYMaxPrecompiledSize));
-            return;
-        }
-        YHeap& heap = YHeap::current();
-        const auto script = YReadPrecompiled(heap, bytes);
-        if (!script) {
-            tell(Rule::Syntax, 0, 0, "damaged precompiled script");
-            return;
-        }
-        for (int i = 0; i < heap.count(); ++i) mention(heap.get(i));
-        for (const YInstruction& instruction : script->instructions) {
-            if (instruction.opcode != YOpcode::Command) continue;
-            const auto word = static_cast<std::size_t>(instruction.operand);
-            const std::string& command = heap.get(script->operands[word]).text();
-            if (!YCommands::find(command))
-                tell(Rule::UnknownCommand, 0, 0, command + " is undefined");
-        }
-    }
-
-    void tell(Rule rule, int line, int column, const std::string& text) {
-        add({rule, file_, line, column, text});
-    }
-
-    void add(Finding finding) {
-        const auto silences = silences_.find(finding.file);
-        if (finding.rule != Rule::Syntax && silences != silences_.end() &&
-            silences->second.covers(finding.rule, finding.line))
-            return;
-        finding.text = shown(finding.text);
-        if (isOfCompiler(finding) || std::ranges::find(findings, finding) == findings.end())
-            findings.push_back(std::move(finding));
-    }
-
-    const std::string& file_;
-    const Vocabulary& vocabulary_;
-    Includes includes_;
-    std::map<std::string, std::string, std::less<>> shownPaths_; ///< by include names
-    std::map<std::string, Silences, std::less<>> silences_;      ///< by shown paths
-};
 
 /// Scripts of a game, each checked once.
 class GameCheck {
@@ -248,11 +43,11 @@ class GameCheck {
         for (const auto& [real, path] : paths_)
             checks_.try_emplace(real, path, vocabulary).first->second.run();
         for (const auto& [real, check] : checks_)
-            for (const std::string& file : check.files)
+            for (const std::string& file : check.files())
                 if (file != real) pieces_.insert(file);
         for (const auto& [real, check] : checks_)
-            for (const std::string& script : check.mentions)
-                if (!check.files.contains(script)) pieces_.erase(script);
+            for (const std::string& script : check.mentions())
+                if (!check.files().contains(script)) pieces_.erase(script);
         if (depth == Depth::Tree) findUnreached(folder);
     }
 
@@ -262,8 +57,8 @@ class GameCheck {
         std::vector<std::pair<Finding, int>> found; // and how many of them have found it
         for (const auto& [real, check] : checks_) {
             if (pieces_.contains(real) || unreached_.contains(real)) continue;
-            for (const std::string& file : check.files) ++readers[file];
-            for (const Finding& finding : check.findings) {
+            for (const std::string& file : check.files()) ++readers[file];
+            for (const Finding& finding : check.findings()) {
                 const auto same =
                     std::ranges::find(found, finding, [](const auto& entry) -> const Finding& {
                         return entry.first;
@@ -285,7 +80,7 @@ class GameCheck {
         }
         // They may be pieces of other games.
         for (const std::string& real : unreached_) {
-            for (const Finding& finding : checks_.at(real).findings)
+            for (const Finding& finding : checks_.at(real).findings())
                 if (realPath(finding.file) == real && !aboutRule(finding.rule).isOfNames)
                     result.push_back(finding);
             result.push_back({Rule::Unreached, paths_.at(real), 0, 0,
@@ -303,7 +98,7 @@ class GameCheck {
         const std::vector<Finding> all = findings();
         const bool isPiece = pieces_.contains(real);
         std::vector<Finding> result;
-        for (const Finding& finding : isPiece ? all : checks_.at(real).findings) {
+        for (const Finding& finding : isPiece ? all : checks_.at(real).findings()) {
             const bool isHere = realPath(finding.file) == real;
             if (isHere || (!isPiece && std::ranges::find(all, finding) != all.end()))
                 result.push_back(finding);
@@ -331,7 +126,7 @@ class GameCheck {
             todo.pop_back();
             const auto check = checks_.find(real);
             if (!reached.insert(real).second || check == checks_.end()) continue;
-            for (const auto* more : {&check->second.files, &check->second.mentions})
+            for (const auto* more : {&check->second.files(), &check->second.mentions()})
                 todo.insert(todo.end(), more->begin(), more->end());
         }
         for (const auto& [real, path] : paths_)
@@ -344,7 +139,7 @@ class GameCheck {
             const fs::path& path = walk->path();
             std::error_code error;
             if (!walk->is_regular_file(error)) continue;
-            if (hasExtension(path, kScript)) {
+            if (hasExtension(path, kScriptExtension)) {
                 paths_.try_emplace(realPath(path.string()), path.lexically_normal().string());
             } else if (hasExtension(path, ".map") || hasExtension(path, ".ini")) {
                 std::string why;

@@ -36,6 +36,11 @@ std::string Word::value() const {
     return std::string(variable->string(scratch));
 }
 
+bool isNumber(const YVariable& word) {
+    return word.kind() == YVariable::Kind::Constant &&
+           (word.type() == YVariable::Type::Integer || word.type() == YVariable::Type::Real);
+}
+
 ScriptModel::ScriptModel(const YScript& script, YHeap& heap) : script_(script), heap_(heap) {
     std::vector<std::size_t> open; // procedures that have not returned yet
     for (std::size_t i = 0; i < script.instructions.size(); ++i) {

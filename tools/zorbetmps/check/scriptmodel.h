@@ -30,6 +30,13 @@ struct Word {
     }
 };
 
+/// Whether the word is a number that stands in the script, with or without quotes.
+[[nodiscard]] bool isNumber(const YVariable& word);
+/// Of the operators of expressions.
+[[nodiscard]] inline bool isComparison(char operation) {
+    return std::string_view("=#<>").find(operation) != std::string_view::npos;
+}
+
 struct Statement {
     YOpcode opcode = YOpcode::Nothing;
     int at = 0; ///< its instruction

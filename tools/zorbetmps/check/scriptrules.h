@@ -13,8 +13,8 @@ namespace mps {
 
 /// What the rules ask of the game that a script belongs to.
 struct GameFacts {
-    /// Whether a script of that name can be started or read; none when that cannot be known.
-    std::function<std::optional<bool>(std::string_view)> hasScript;
+    /// Whether a script of that name can be started or read.
+    std::function<bool(std::string_view)> hasScript;
     /// How the file's name is spelled; empty when there is none, or when it is spelled so.
     std::function<std::string(std::string_view)> otherSpelling;
     std::function<bool(std::string_view)> isComponent;

@@ -11,7 +11,7 @@ namespace mps {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\n";
-constexpr int kEnd = std::numeric_limits<int>::max();
+constexpr int kEndOfFile = std::numeric_limits<int>::max();
 
 } // namespace
 
@@ -48,10 +48,10 @@ void Silences::read(std::string_view comment, int line) {
         } else if (what == "skip") {
             skipped_.push_back(*rule);
         } else if (what == "off") {
-            ranges_[*rule].push_back({line, kEnd});
+            ranges_[*rule].push_back({line, kEndOfFile});
         } else {
             for (Range& range : ranges_[*rule])
-                if (range.to == kEnd) range.to = line;
+                if (range.to == kEndOfFile) range.to = line;
         }
     }
     if (names == 0) mistakes_.push_back({line, "the names of the findings are missing"});
