@@ -84,8 +84,8 @@ void add(Tables& tables, const std::string& owner, const OMSEntry& row) {
         methods.push_back({std::exchange(first, false) ? name : "", arguments, ""});
 }
 
-/// Of classes, of what their objects have at times, of players, whose properties are no class's, and
-/// of what the check of scripts finds.
+/// Of classes, of what their objects have at times, of players, whose properties are no class's,
+/// and of what the check of scripts finds.
 Tables allTables() {
     Tables tables;
     for (const OMSClass* known : allClasses()) {
