@@ -126,6 +126,10 @@ call do "ask p pause, await 90, ask p resume, await 90, go, ask p pause, go, awa
 call do "give p moveDelay 10, go, await 18, go, await 18, ask p interruptMove, await 90"
 call do "note stopped, go, ask p clearMoves, ask p move, await 90, way 2 2 2 2, go, await 15"
 call do "way 1 1, await 90, tell"
+; who waits for a run that goes on waits for its end
+call do "way 2 2, give p moveDelay 20, go, ask p pause, await 9"
+play p resume }
+call do "see, tell"
 quit
 ;=  @39 @29 @9 @9 @19 @9 @19 @9 @9 @39 @9 @9 @9 @9 @9 @9
 ;=  @9 @9 @9 250,1000 0,10000,-1000000
@@ -135,6 +139,7 @@ quit
 ;=  -8000000 6,6/1 7,-1/1 48 25 25,416
 ;=  s29 s45 s46 @50 s50 s199 @219 s219 s19 @39 s39
 ;=  s9 s9 stopped s9 @19 s19 s9 s19 @29 s29
+;=  s9 23,0/2 33,0/2 33,8/2 32,-1/1
 ;! WAVE resource 66 not found.
 ;! WAVE resource 66 not found.
 ;! WAVE resource 66 not found.

@@ -216,7 +216,11 @@ struct MemoryClock final : platform::Clock {
     std::uint32_t now = 0;
     std::uint32_t milliseconds() const override { return now; }
     std::int64_t calendarSeconds() const override { return 0; }
-    void sleep(std::uint32_t ms) override { now += ms; }
+    void sleep(std::uint32_t ms) override {
+        now += ms;
+        if (whileAsleep) whileAsleep(ms);
+    }
+    std::function<void(std::uint32_t ms)> whileAsleep;
 };
 
 /// A screen that remembers what it was asked to show.

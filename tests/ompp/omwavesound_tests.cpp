@@ -167,6 +167,15 @@ TEST_F(OMWaveSoundTest, TheDeviceIsOpenAtTheFirstSoundsRate) {
     EXPECT_FALSE(a->play(true) || engine.testDevice(true) || make({})->play(true));
 }
 
+TEST_F(OMWaveSoundTest, ASynchronousPlayReturnsInSilence) {
+    machine.clock().whileAsleep = [this](std::uint32_t ms) { device.play(2 * std::size_t{ms}); };
+    const TestSound a = make(Samples(100, 7));
+    EXPECT_TRUE(a->play(false));
+    EXPECT_EQ(engine.soundingCount(), 0u);
+    EXPECT_GE(machine.clock().now, 50u);
+    EXPECT_EQ(heard().size(), 104u) << "what is mixed is full blocks of 8";
+}
+
 TEST_F(OMWaveSoundTest, ListenersHearOfTheBackgroundAndThatTheQueueRanDry) {
     Numbers late;
     const int number = engine.addLatencyListener([&](int ms) { late.push_back(ms); });
