@@ -223,6 +223,22 @@ TEST_F(DeepWindowTest, AnimationsHaveTheirPaletteAndShareFramesOfOneRecord) {
         EXPECT_TRUE(machine.dialogs().boxes.at(box).text.starts_with(what));
 }
 
+TEST(FrameCacheTest, ManyLargeFramesOfFewBytesDoNotFillTheMemory) {
+    // Thousands of frames share rows that unpack to a hundred times their size.
+    AseqBuilder builder;
+    AseqBuilder::Frame& frame = builder.frames.emplace_back();
+    frame.width = 30000;
+    frame.height = 500;
+    for (int i = 0; i < 500 * 480; ++i) frame.rows.insert(frame.rows.end(), {255, 9, 63});
+    AOFrameCache cache;
+    const auto image = builder.sequence({{0, 0, 0, 0}}).image();
+    const int fitting = static_cast<int>(AOFrameCache::kMostBytes / image->frame(0).memory());
+    ASSERT_GT(fitting, 1);
+    for (int i = 0; i <= fitting; ++i) cache.keep(i, AOFrame(image->frame(0)));
+    EXPECT_EQ(cache.find(0), nullptr);
+    EXPECT_NE(cache.find(fitting), nullptr);
+}
+
 TEST_F(ImageTest, WhatIsPackedIsShownAgain) {
     OMMemCanvas canvas(300, 20, 8), deep(10, 10, 24);
     for (int i = 0; i < 300 * 20; ++i)

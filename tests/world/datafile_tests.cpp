@@ -1,8 +1,10 @@
-// The data file: byte for byte, cut off, changed or full of odd texts; and stored whole
-// (tests/datafile has it fail at every step).
+// The data file: byte for byte, cut off, changed or full of odd texts; and stored whole, failing at
+// every step. The same happens to real ones in tests/datafile.
 #include "frameworkfixture.h"
 #include "world/datafile.h"
 #include "world/safefile.h"
+
+#include "platform/headless/breakingfiles.h"
 
 #include <gmock/gmock.h>
 
@@ -153,6 +155,41 @@ class SafeFileTest : public testing_support::FrameworkTest {
         return file;
     }
 };
+
+TEST_F(SafeFileTest, FailsAtEveryStepAndKeepsTheOldOrTheNew) {
+    using enum platform::BreakHow;
+    // "second" is stored over "first", which is kept as `kept`; whether the operation was reached.
+    const auto breakStore = [&](std::uint32_t operation, platform::BreakHow how,
+                                const std::string& kept) {
+        SCOPED_TRACE("operation " + std::to_string(operation) + " " + kept);
+        for (const auto& entry : files.list("C:\\HOME")) files.remove("C:\\HOME\\" + entry.name);
+        EXPECT_TRUE(safe(files).store("before") && safe(files).store("first"));
+        takeLog();
+        platform::BreakingFiles breaking(files, {operation, how});
+        if (kept == "OTHER") put("DAT", "before");
+        RSafeFile file = safe(breaking);
+        put("DAT", "first");
+        if (kept == "BAD") file.keepBeside();
+        if (file.store("second")) return false;
+        const std::string log = takeLog();
+        EXPECT_THAT(log, HasSubstr("ERROR: " + path("DAT") + " is not stored: "));
+        EXPECT_EQ(log.find("ERROR"), log.rfind("ERROR")) << log;
+        const std::string now = files.text(path("DAT"));
+        EXPECT_TRUE(now == "first" || now == "second") << now;
+        EXPECT_TRUE(file.store("third"));
+        EXPECT_EQ(files.text(path("DAT")), "third");
+        EXPECT_EQ(files.text(path(kept)), kept == "BAK" ? now : "first");
+        EXPECT_EQ(files.list("C:\\HOME").size(), kept == "BAK" ? 2u : 3u) << "nothing else is left";
+        EXPECT_EQ(takeLog().find("ERROR"), std::string::npos);
+        return true;
+    };
+    for (const platform::BreakHow how : {Error, Full, Short})
+        for (const std::string kept : {"BAK", "BAD", "OTHER"}) {
+            std::uint32_t operation = 1;
+            while (breakStore(operation, how, kept)) ++operation;
+            EXPECT_EQ(operation, kept == "BAK" ? 10u : 11u);
+        }
+}
 
 TEST_F(SafeFileTest, FlushesBytesBeforeTheyGetTheirName) {
     put("DAT", "first");
