@@ -14,7 +14,6 @@ namespace {
 using Node = YExpression::Node;
 
 constexpr std::size_t kLongName = 5; ///< which another word is hardly like by chance
-constexpr std::string_view kDidYouMean = "; did you mean ";
 
 bool isOneOf(char c, std::string_view all) { return all.find(c) != all.npos; }
 
@@ -27,11 +26,16 @@ bool isCutText(const Word& word) {
 
 } // namespace
 
-std::string ScriptRules::nearName(std::string_view word) const {
+std::string_view ScriptRules::nearestName(std::string_view word) const {
     std::vector<std::string_view> names;
     for (const auto& [name, known] : facts_.all())
         if (known.isSet() && !name.ends_with(YVariable::kSeparator)) names.push_back(name);
-    return didYouMean(word, names);
+    return nearest(word, names);
+}
+
+std::string ScriptRules::nearName(std::string_view word) const {
+    const std::string_view name = nearestName(word);
+    return didYouMean(word, {&name, 1});
 }
 
 void ScriptRules::tellLost(const Statement& statement, std::size_t from, const std::string& why) {
@@ -68,18 +72,7 @@ void ScriptRules::check(const Statement& statement) {
         return;
     case YOpcode::Play: checkPlay(statement); return;
     case YOpcode::Command: checkCommand(statement); break;
-    case YOpcode::Say:
-        checkNotObjects(statement, 0, words.size());
-        for (const Word& word : words) {
-            if (!word.isName() || !facts_.isUnset(*word.variable)) continue;
-            // Words are texts here, so only what looks very much like a name is told.
-            const std::string near = nearName(word.text());
-            if (word.text().size() >= kLongName && near.size() > kDidYouMean.size() + 1 &&
-                distance(word.text(), near.substr(kDidYouMean.size(),
-                                                  near.size() - kDidYouMean.size() - 1)) == 1)
-                tell(Rule::NeverSet, statement, word, "nothing is stored in " + word.text() + near);
-        }
-        break;
+    case YOpcode::Say: checkSay(statement); break;
     case YOpcode::Wait:
     case YOpcode::Exit:
     case YOpcode::Suspend:
@@ -90,16 +83,7 @@ void ScriptRules::check(const Statement& statement) {
                          ? "wait waits for drop wait; pause takes a number of seconds"
                          : "the statement takes no words");
         return;
-    case YOpcode::Pause:
-        if (words.front().isQuoted())
-            tell(Rule::QuotedNumber, statement, words.front(),
-                 words.front().text() + " counts as 0 here; write the number without quotes");
-        else if (words.front().isName() && facts_.isUnset(*words.front().variable))
-            tell(Rule::NeverSet, statement, words.front(),
-                 "nothing is stored in " + words.front().text() + ", so there is no pause" +
-                     nearName(words.front().text()));
-        if (words.size() > 1) tellLost(statement, 1, "pause takes one number");
-        break;
+    case YOpcode::Pause: checkPause(statement); break;
     case YOpcode::Yield:
         if (words.front().isName() && words.front().text() != "on" && words.front().text() != "off")
             tell(Rule::WrongKind, statement, words.front(),
@@ -113,25 +97,46 @@ void ScriptRules::check(const Statement& statement) {
     case YOpcode::Quit:
         if (!words.empty()) checkScriptName(statement, words.front());
         return;
-    case YOpcode::Drop:
-        for (std::size_t i = 0; i < words.size(); ++i) {
-            const Word& word = words[i];
-            if (word.text() == "var" || word.text() == "[" || word.text() == "script") {
-                ++i;
-                continue;
-            }
-            constexpr std::string_view kOthers[] = {"trinkets", "wait", "schedule", "idle",
-                                                    "stack"};
-            if (!word.isName() || !facts_.isUnset(*word.variable) ||
-                std::ranges::find(kOthers, word.text()) != std::end(kOthers))
-                continue;
-            tell(Rule::NeverSet, statement, word,
-                 "nothing is stored in " + word.text() + nearName(word.text()));
-        }
-        return;
+    case YOpcode::Drop: checkDropped(statement); return;
     default: return;
     }
     for (const Word& word : words) checkWord(statement, word);
+}
+
+void ScriptRules::checkSay(const Statement& statement) {
+    checkNotObjects(statement, 0, statement.words.size());
+    for (const Word& word : statement.words) {
+        if (!word.isName() || !facts_.isUnset(*word.variable)) continue;
+        // Words are texts here, so only what looks very much like a name is told.
+        if (word.text().size() >= kLongName && distance(word.text(), nearestName(word.text())) == 1)
+            tell(Rule::NeverSet, statement, word,
+                 "nothing is stored in " + word.text() + nearName(word.text()));
+    }
+}
+
+void ScriptRules::checkPause(const Statement& statement) {
+    const Word& seconds = statement.words.front();
+    if (seconds.isQuoted())
+        tell(Rule::QuotedNumber, statement, seconds,
+             seconds.text() + " counts as 0 here; write the number without quotes");
+    else if (seconds.isName() && facts_.isUnset(*seconds.variable))
+        tell(Rule::NeverSet, statement, seconds,
+             "nothing is stored in " + seconds.text() + ", so there is no pause" +
+                 nearName(seconds.text()));
+    if (statement.words.size() > 1) tellLost(statement, 1, "pause takes one number");
+}
+
+void ScriptRules::checkDropped(const Statement& statement) {
+    constexpr std::string_view kOthers[] = {"trinkets", "wait", "schedule", "idle", "stack"};
+    for (std::size_t i = 0; i < statement.words.size(); ++i) {
+        const Word& word = statement.words[i];
+        if (word.text() == "var" || word.text() == "[" || word.text() == "script")
+            ++i; // the next word is not read
+        else if (word.isName() && facts_.isUnset(*word.variable) &&
+                 std::ranges::find(kOthers, word.text()) == std::end(kOthers))
+            tell(Rule::NeverSet, statement, word,
+                 "nothing is stored in " + word.text() + nearName(word.text()));
+    }
 }
 
 // ---------------------------------------------------------------------------- values

@@ -37,6 +37,9 @@ class ScriptRules {
     void check(const Statement& statement);
 
     // Values and names.
+    void checkSay(const Statement& statement);
+    void checkPause(const Statement& statement);
+    void checkDropped(const Statement& statement);
     void checkAssignment(const Statement& statement);
     void checkWord(const Statement& statement, const Word& word);
     void checkExpression(const Statement& statement, const Word& word);
@@ -84,6 +87,9 @@ class ScriptRules {
     }
     /// The words from there on have no effect.
     void tellLost(const Statement& statement, std::size_t from, const std::string& why);
+    /// Of the names that something is stored in; empty when none is near.
+    [[nodiscard]] std::string_view nearestName(std::string_view word) const;
+    /// "; did you mean NAME?", or nothing.
     [[nodiscard]] std::string nearName(std::string_view word) const;
 
     const ScriptModel& model_;
