@@ -78,6 +78,11 @@ TEST(OMCanvas, refusesImpossibleSizesAndResolvesColorsForItsDepth) {
     canvas.setColor(OMColor(0xFF00, 0x82FF, 0x1000));
     canvas.fillRect({1, 0, 3, 1});
     EXPECT_EQ(pictureOf(canvas), (Picture{{0, 0x7E02}}));
+    OMCanvas::setSurfaces(true);
+    EXPECT_EQ(OMMemCanvas(2, 1, 8).depth() + OMMemCanvas(2, 1, 16).depth(), 16);
+    OMCanvas::setSurfaces(false);
+    EXPECT_EQ(process.takeMessages(), Messages{"OMCanvas::OMCanvas - DirectDraw canvases must be "
+                                               "the same bit depth as the display!"});
 }
 
 /// One random copy done by the canvas and pixel by pixel.
