@@ -96,11 +96,6 @@ void ActionContainer::sink() {
     for (const Membership& outer : memberships_) outer.container->sink();
 }
 
-void ActionContainer::remove(Action& action) {
-    const bool isHere = std::ranges::find(members_, &action, &Member::action) != members_.end();
-    if (isHere) erase(action);
-}
-
 void ActionContainer::forget(Action& member) { erase(member); }
 
 /// In the action's own list.

@@ -40,8 +40,6 @@ class ActionContainer : public Action {
     /// they would be nested too deep.
     bool add(Action& action);
     bool add(std::unique_ptr<Action> action);
-    /// Lets a member go, as often as it is here; one that is owned is destroyed.
-    void remove(Action& action);
     /// Lets all go.
     void clear();
     [[nodiscard]] int actionCount() const { return static_cast<int>(members_.size()); }
