@@ -16,7 +16,7 @@ using Messages = std::vector<std::string>;
 using Pixels = std::vector<std::uint32_t>;
 
 constexpr std::int32_t kLargestSide = formats::picture::kLargestBitmapSide;
-constexpr std::uint32_t kMost = 0xFFFFFFFF;
+constexpr std::uint32_t kAllBits = 0xFFFFFFFF;
 
 struct Bmp {
     formats::picture::DibHeader head{2, 2, 8};
@@ -27,7 +27,7 @@ struct Bmp {
 
     [[nodiscard]] Bytes build() const {
         formats::ByteWriter out;
-        if (isFile) out.text("BM").zeros(8).u32(kMost); // where the pixels are is not looked at
+        if (isFile) out.text("BM").zeros(8).u32(kAllBits); // where the pixels are is not looked at
         const std::size_t start = out.size();
         formats::picture::writeDibHeader(out, head, 0);
         out.putU32(start, headerSize);
@@ -116,7 +116,7 @@ TEST_F(OMBitmapTest, DamagedHeadersAreRefused) {
     expect({place + "8 bit BMP's must have an OM palette!"},
            {{{2, 2, 8, 0, 255}}, {{2, 2, 8, 0, 257}}});
     expect({place + "16/32 bit BMP's cannot have a palette!"},
-           {{{2, 2, 16, 0, kMost}}, {{2, 2, 32, 0, 1}}});
+           {{{2, 2, 16, 0, kAllBits}}, {{2, 2, 32, 0, 1}}});
     std::vector<Bmp> odd{{.headerSize = 12}, {.headerSize = 108}, {.table = 255}};
     const formats::picture::DibHeader heads[] = {{0, 2, 8},
                                                  {-2, 2, 8},
@@ -130,7 +130,7 @@ TEST_F(OMBitmapTest, DamagedHeadersAreRefused) {
                                                  {2, 2, 8, 1},
                                                  {2, 2, 16, 3},
                                                  {2, 2, 24, 0, 1000},
-                                                 {2, 2, 24, 0, kMost},
+                                                 {2, 2, 24, 0, kAllBits},
                                                  {32767, -32767, 32}};
     for (const auto& head : heads) odd.push_back({head});
     odd.push_back({{kLargestSide + 1, 1, 8}, line});
