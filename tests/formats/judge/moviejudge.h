@@ -1,7 +1,7 @@
 // Movies as libavcodec decodes them.
 #pragma once
 
-#include "formats/movieframesof.h"
+#include "formats/reading.h"
 
 extern "C" {
 #include <libavcodec/avcodec.h>

@@ -74,7 +74,6 @@ class GameCheck {
             const std::string real = realPath(finding.file);
             if (times < readers[real]) continue;
             // Of a single includer nobody knows which of a piece's names it was to bring.
-            // Of a single includer nobody knows which of a piece's names it was to bring.
             const bool isLonely = times == 1 && pieces_.contains(real);
             if (!isLonely || !aboutRule(finding.rule).isOfNames) result.push_back(finding);
         }
@@ -183,7 +182,8 @@ std::vector<Finding> check(const std::vector<std::string>& paths) {
     std::vector<Finding> all;
     for (const std::string& path : paths) {
         std::vector<Finding> found;
-        if (fs::is_directory(path, error)) {
+        const bool isFolder = fs::is_directory(path, error);
+        if (isFolder) {
             const GameCheck game(path, GameCheck::Depth::Tree, {}, vocabulary);
             found = game.findings();
             std::ranges::stable_sort(found, {}, &Finding::file);
@@ -196,7 +196,6 @@ std::vector<Finding> check(const std::vector<std::string>& paths) {
         // What the compiler tells keeps its order; the rest follows, the script itself first.
         std::map<std::string, std::size_t> rank{{path, 0}};
         for (const Finding& finding : found) rank.try_emplace(finding.file, rank.size());
-        const bool isFolder = fs::is_directory(path, error);
         std::ranges::stable_sort(found, {}, [&](const Finding& finding) {
             const bool isFirst = !isFolder && isOfCompiler(finding);
             return isFirst ? std::tuple(false, std::size_t{0}, 0, 0)
