@@ -3,19 +3,18 @@
 #include "formats/base/scanner.h"
 #include "omlog.h"
 
+#include "platform/commandline/commandline.h"
 #include "platform/host/faces/outlinefaces.h"
 #include "platform/host/files/secondwall.h"
 #include "platform/host/game/gameinfo.h"
-
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <iterator>
 #include <string_view>
@@ -24,7 +23,6 @@
 
 namespace {
 
-constexpr int kWrongUse = 2;
 constexpr int kMaxScreenSide = 8192;
 
 /// "800x600x16".
@@ -106,17 +104,6 @@ std::string versionText(const std::string& content) {
 
 using formats::inQuotes;
 
-/// What is wrong with a folder that must be there; empty when nothing is.
-std::string folderProblem(const std::string& folder) {
-    std::error_code error;
-    const auto status = std::filesystem::status(folder, error);
-    if (!std::filesystem::exists(status))
-        return "there is no folder " + inQuotes(folder) + "; give the name of one that is there";
-    if (!std::filesystem::is_directory(status))
-        return inQuotes(folder) + " is a file; give the name of the folder that it lies in";
-    return {};
-}
-
 bool readInput(const std::string& file, platform::Timeline& timeline) {
     std::ifstream input(file, std::ios::binary);
     if (!input) {
@@ -133,119 +120,147 @@ bool readInput(const std::string& file, platform::Timeline& timeline) {
     return true;
 }
 
-/// The options as they are written, before those that need a closer look are read.
-struct Words {
-    CommandLine line;
-    std::string input;
-    std::string screen;
-    std::vector<std::string> claims;
-    std::string breakPoint;
-    bool version = false;
-};
+constexpr const char* kArguments =
+    R"([--content DIR] [--cd DIR] [--home DIR] [--seed N]
+              [--trust] [--components] [--author]
+              [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
+                          [--machine LIST] [--record-sound DIR]])";
 
-constexpr const char* kHeadlessOnly = "Only with --headless";
+constexpr const char* kMore =
+    R"(Keys in the window: Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks
+whether to leave the game, Shift+F1 tells the version.
+Exit codes: 0 the game ended, 1 a script is missing, 2 the command line is wrong or
+there is no window.)";
 
-void addOptions(CLI::App& app, Words& words) {
-    const auto option = [&app](const std::string& name, auto& value, const std::string& type,
-                               const std::string& description) {
-        return app.add_option(name, value, description)->type_name(type);
+/// A reader of values in a form of their own: `take` tells whether it is one.
+commandline::Reader reader(const std::function<bool(const std::string&)>& take,
+                           const std::string& otherwise) {
+    return [=](const std::string& value) {
+        return take(value) ? std::string() : inQuotes(value) + otherwise;
     };
-    const CLI::Validator isFolder(folderProblem, "");
-    CommandLine& line = words.line;
-    option("--content", line.content, "DIR", "Folder of the game (default: the sample game)")
-        ->check(isFolder);
-    option("--cd", line.cd, "DIR", "Folder that is to be the CD in drive D:")->check(isFolder);
-    option("--home", line.home, "DIR",
-           "Folder for saved games and settings (default: the game's\n"
-           "own, in the user's data folder)");
-    option("--seed", line.seed, "N", "Seed of the random numbers instead of the time");
-    app.add_flag("--trust", line.trusted,
-                 "The game may open all files of this machine that you may: for\n"
-                 "your own work only");
-    app.add_flag("--components", line.components,
-                 "The game may bring native code (components), which can do all\n"
-                 "that you can");
-    app.add_flag("--author", line.author,
-                 "For who makes the game: the window's title tells how many\n"
-                 "pictures a second are shown");
-    app.add_flag("--headless", line.headless,
-                 "No window and no sound to be heard, on a clock of its own");
-    for (CLI::Option* each :
-         {option("--input", words.input, "FILE", "File of what happens from outside"),
-          option("--until", line.untilMs, "MS", "End at this time, as if the window were closed"),
-          option("--step", line.stepMs, "MS", "Time of one turn of the program (default 1)")
-              ->check(CLI::Range(1u, 60000u).description("")),
-          option("--screen", words.screen, "WxHxD",
-                 "Screen that the program sees (default 640x480x8)"),
-          option("--machine", words.claims, "LIST",
-                 "What the machine lacks: disk=BYTES, memory=BYTES,\n"
-                 "processor=386, sound=none, driver=fixed, driver=none")
-              ->delimiter(','),
-          option("--record-sound", line.recordSound, "DIR", "Folder for what would be heard"),
-          option("--break-file", words.breakPoint, "N:HOW",
-                 "File operation that fails, for tests")})
-        each->group(kHeadlessOnly);
-    app.add_flag("--version", words.version,
-                 "Print the version, what the program was built with, and\n"
-                 "with --content the game's title and version");
-    app.set_help_flag("-h,--help", "Print this");
-    app.footer(
-        "Keys in the window: Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks\n"
-        "whether to leave the game, Shift+F1 tells the version.\n"
-        "Exit codes: 0 the game ended, 1 a script is missing, 2 the command line is wrong or\n"
-        "there is no window.");
 }
 
-/// Reads what stands in options of a form of their own. Throws CLI::ParseError.
-void readWords(const CLI::App& app, Words& words) {
-    const auto refuse = [](const char* option, const std::string& text, const char* remedy) {
-        throw CLI::ValidationError(option, inQuotes(text) + remedy);
+commandline::Reader screenReader(platform::ScreenMode& screen) {
+    return reader(
+        [&screen](const std::string& value) {
+            const auto mode = parseScreen(value);
+            screen = mode.value_or(screen);
+            return mode.has_value();
+        },
+        " is no screen; one is 640x480x8: width, height, and 1, 4, 8, 16, 24 or 32 bits a pixel");
+}
+
+/// Claims, with commas between them.
+commandline::Reader machineReader(platform::MachineClaims& machine) {
+    return [&machine](const std::string& list) {
+        for (std::string_view rest = list;;) {
+            const std::string_view claim = rest.substr(0, rest.find(','));
+            if (!readClaim(claim, machine))
+                return inQuotes(claim) + " is not known; \"zorbet --help\" has the words";
+            if (claim.size() == rest.size()) return std::string();
+            rest.remove_prefix(claim.size() + 1);
+        }
     };
-    CommandLine& line = words.line;
-    for (const CLI::Option* option : app.get_options())
-        if (option->get_group() == kHeadlessOnly && option->count() > 0 && !line.headless)
-            throw CLI::ValidationError(option->get_name(),
-                                       "is for runs without a window; add --headless");
-    if (!words.screen.empty()) {
-        const auto mode = parseScreen(words.screen);
-        if (!mode)
-            refuse("--screen", words.screen,
-                   " is no screen; one is 640x480x8: width, height, and 1, 4, 8, 16, 24 or 32 bits "
-                   "a pixel");
-        line.screen = *mode;
+}
+
+commandline::Reader breakPointReader(std::optional<platform::BreakPoint>& breakPoint) {
+    return reader(
+        [&breakPoint](const std::string& value) {
+            breakPoint = parseBreakPoint(value);
+            return breakPoint.has_value();
+        },
+        " is none; one is 3:kill: a number from 1, and error, full, short or kill");
+}
+
+/// What is there with --headless only.
+class HeadlessOptions {
+  public:
+    HeadlessOptions(commandline::Command& command, CommandLine& line) : line_(line) {
+        add(command, "--input", &input_, "File of what happens from outside", "FILE");
+        add(command, "--until", &line.untilMs, "End at this time, as if the window were closed",
+            "MS");
+        add(command, "--step", &line.stepMs, "Time of one turn of the program (default 1)", "MS")
+            .within(1, 60000);
+        add(command, "--screen", screenReader(line.screen),
+            "Screen that the program sees (default 640x480x8)", "WxHxD");
+        add(command, "--machine", machineReader(line.machine),
+            "What the machine lacks: disk=BYTES, memory=BYTES,\n"
+            "processor=386, sound=none, driver=fixed, driver=none",
+            "LIST");
+        add(command, "--record-sound", &line.recordSound, "Folder for what would be heard", "DIR");
+        add(command, "--break-file", breakPointReader(line.breakPoint),
+            "File operation that fails, for tests", "N:HOW");
     }
-    for (const std::string& claim : words.claims)
-        if (!readClaim(claim, line.machine))
-            refuse("--machine", claim, " is not known; the words are in the list below");
-    if (!words.breakPoint.empty()) {
-        line.breakPoint = parseBreakPoint(words.breakPoint);
-        if (!line.breakPoint)
-            refuse("--break-file", words.breakPoint,
-                   " is none; one is 3:kill: a number from 1, and error, full, short or kill");
+
+    /// Throws commandline::Mistake; false when the input file cannot be read, which is told.
+    [[nodiscard]] bool finish() {
+        for (const commandline::Option& option : options_)
+            if (option.isGiven() && !line_.headless)
+                throw commandline::Mistake(option.name() +
+                                           ": is for runs without a window; add --headless");
+        return input_.empty() || readInput(input_, line_.timeline);
     }
+
+  private:
+    const commandline::Option& add(commandline::Command& command, const std::string& name,
+                                   const commandline::Target& target,
+                                   const std::string& description, const std::string& value) {
+        options_.push_back(command.add(name, target, description, value));
+        return options_.back().under("Only with --headless");
+    }
+
+    CommandLine& line_;
+    std::string input_;
+    std::vector<commandline::Option> options_;
+};
+
+void addOptions(commandline::Command& command, CommandLine& line) {
+    command.add("--content", &line.content, "Folder of the game (default: the sample game)", "DIR")
+        .folder();
+    command.add("--cd", &line.cd, "Folder that is to be the CD in drive D:", "DIR").folder();
+    command.add("--home", &line.home,
+                "Folder for saved games and settings (default: the game's\n"
+                "own, in the user's data folder)",
+                "DIR");
+    command.add("--seed", &line.seed, "Seed of the random numbers instead of the time", "N");
+    command.add("--trust", &line.trusted,
+                "The game may open all files of this machine that you may: for\n"
+                "your own work only");
+    command.add("--components", &line.components,
+                "The game may bring native code (components), which can do all\n"
+                "that you can");
+    command.add("--author", &line.author,
+                "For who makes the game: the window's title tells how many\n"
+                "pictures a second are shown");
+    command.add("--headless", &line.headless,
+                "No window and no sound to be heard, on a clock of its own");
 }
 
 } // namespace
 
 std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
-    Words words;
-    CLI::App app("Plays a game: a folder with the script Startup.mps and a folder RSC of resource "
-                 "libraries.\nWithout options it opens a window and plays the sample game.",
-                 "zorbet");
-    addOptions(app, words);
-    try {
-        app.parse(argc, argv);
-        readWords(app, words);
-    } catch (const CLI::Success& success) {
-        return app.exit(success);
-    } catch (const CLI::ParseError& error) {
-        std::cerr << "zorbet: " << error.what() << "\n\n" << app.help();
-        return kWrongUse;
-    }
-    if (words.version) {
-        std::cout << versionText(words.line.content) << std::endl;
-        return 0;
-    }
-    if (!words.input.empty() && !readInput(words.input, words.line.timeline)) return kWrongUse;
-    return words.line;
+    commandline::Program program(
+        "zorbet", "Plays a game: a folder with the script Startup.mps and a folder RSC of resource "
+                  "libraries.\nWithout options it opens a window and plays the sample game.");
+    CommandLine line;
+    bool isGame = false;
+    bool version = false;
+    std::function<int()> start;
+    commandline::Command game = program.byItself(kArguments, kMore, [&start] { return start(); });
+    addOptions(game, line);
+    HeadlessOptions headless(game, line);
+    game.add("--version", &version,
+             "Print the version, what the program was built with, and\n"
+             "with --content the game's title and version");
+    start = [&] {
+        if (version) {
+            std::cout << versionText(line.content) << std::endl;
+            return 0;
+        }
+        isGame = headless.finish();
+        return isGame ? 0 : commandline::kWrong;
+    };
+    const int exitCode = program.run(argc, argv, std::cout, std::cerr);
+    if (!isGame) return exitCode;
+    return line;
 }

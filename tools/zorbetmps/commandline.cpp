@@ -9,7 +9,7 @@
 #include "commands/vocabulary.h"
 #include "ykeyword.h"
 
-#include "commandline/commandline.h"
+#include "platform/commandline/commandline.h"
 
 #include <algorithm>
 #include <ostream>
@@ -59,12 +59,12 @@ int checkAll(const std::vector<std::string>& paths, bool json, std::ostream& out
 } // namespace
 
 int run(int argc, const char* const* argv, std::ostream& out, std::ostream& errors) {
-    tools::CommandLine line("zorbet-mps",
-                            "For the authors of scripts of zorbet: finds mistakes, tells words.",
-                            "zorbet-mps " ZORBET_VERSION);
+    commandline::Program line("zorbet-mps",
+                              "For the authors of scripts of zorbet: finds mistakes, tells words.");
+    line.setVersion("zorbet-mps " ZORBET_VERSION);
     std::vector<std::string> paths;
     bool json = false;
-    tools::Command checking =
+    commandline::Command checking =
         line.add("check", "Tell the mistakes in scripts", "DIR|FILE...", kAboutCheck + ruleList(),
                  [&] { return checkAll(paths, json, out); });
     checking.add("PATH", &paths, "A game's folder, or scripts, as texts or precompiled").required();
@@ -77,9 +77,9 @@ int run(int argc, const char* const* argv, std::ostream& out, std::ostream& erro
             pages.empty() ? tellWords(classes, out, errors) : renewPages(pages, write, out);
         return sound ? kSound : kErrors;
     };
-    tools::Command words = line.add("words", "Tell the words of classes, and the commands",
-                                    "[CLASS...] | --pages DIR [--write]", kAboutWords, tell);
-    const tools::Option folder =
+    commandline::Command words = line.add("words", "Tell the words of classes, and the commands",
+                                          "[CLASS...] | --pages DIR [--write]", kAboutWords, tell);
+    const commandline::Option folder =
         words.add("--pages", &pages, "Compare the tables in the pages of a folder instead", "DIR");
     words.add("CLASS", &classes, "Classes; without any, all of them and the commands")
         .excludes(folder);

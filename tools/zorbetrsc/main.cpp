@@ -10,7 +10,7 @@
 #include "sounds/resampler.h"
 #include "sounds/soundfile.h"
 
-#include "commandline/commandline.h"
+#include "platform/commandline/commandline.h"
 
 #include <filesystem>
 #include <iostream>
@@ -58,9 +58,9 @@ MANIFEST:LINE: TEXT; the old libraries then stay as they were.
 Example:
   zorbet-rsc pack my-game/resources.manifest -o my-game/RSC)";
 
-void addPack(tools::CommandLine& line) {
+void addPack(commandline::Program& line) {
     const auto options = std::make_shared<rsc::PackOptions>();
-    tools::Command command =
+    commandline::Command command =
         line.add("pack", "Build resource libraries and their map", "MANIFEST -o FOLDER", kAboutPack,
                  [options] { return runPack(*options, std::cerr); });
     command.add("MANIFEST", &options->manifest, "Text file that names what goes into them")
@@ -75,9 +75,9 @@ constexpr const char* kAboutExtract =
 Example:
   zorbet-rsc extract my-game/RSC/* -o unpacked)";
 
-void addExtract(tools::CommandLine& line) {
+void addExtract(commandline::Program& line) {
     const auto options = std::make_shared<rsc::ExtractOptions>();
-    tools::Command command =
+    commandline::Command command =
         line.add("extract", "Unpack libraries into files and a manifest for \"pack\"",
                  "[OPTIONS] FILE... -o FOLDER", kAboutExtract,
                  [options] { return runExtract(*options, std::cout, std::cerr); });
@@ -101,7 +101,7 @@ show or play is told besides, and the exit code is 1.
 Example:
   zorbet-rsc list my-game/RSC/*.rsc)";
 
-void addList(tools::CommandLine& line) {
+void addList(commandline::Program& line) {
     const auto files = std::make_shared<std::vector<std::filesystem::path>>();
     line.add("list", "Show what lies in resource libraries and movies", "FILE...", kAboutList,
              [files] { return rsc::runList(*files, std::cout, std::cerr); })
@@ -115,9 +115,9 @@ constexpr const char* kAboutMap =
 Example:
   zorbet-rsc map my-game/RSC/*.rsc -o my-game/RSC --name MEADOW)";
 
-void addMap(tools::CommandLine& line) {
+void addMap(commandline::Program& line) {
     const auto options = std::make_shared<rsc::MapOptions>();
-    tools::Command command =
+    commandline::Command command =
         line.add("map", "Write the map of libraries that are there", "[OPTIONS] FILE... -o FOLDER",
                  kAboutMap, [options] { return runMap(*options, std::cerr); });
     command.add("FILE", &options->files, "Resource libraries").required();
@@ -138,9 +138,9 @@ constexpr const char* kAboutMovie =
 Example:
   zorbet-rsc movie storm/ --sound storm.wav -o my-game/storm.smk)";
 
-void addMovieTime(tools::Command& command, rsc::MovieOptions& options,
+void addMovieTime(commandline::Command& command, rsc::MovieOptions& options,
                   std::optional<double>& framesPerSecond) {
-    const tools::Option rate =
+    const commandline::Option rate =
         command.add("--fps", &framesPerSecond, "Frames a second; 15 without it", "N");
     rate.within(kSlowestRate, kFastestRate);
     command
@@ -152,11 +152,12 @@ void addMovieTime(tools::Command& command, rsc::MovieOptions& options,
         .excludes(rate);
 }
 
-void addMovieColours(tools::Command& command, rsc::MovieColourOptions& colours) {
-    const tools::Option at = command.add("--palette-at", &colours.paletteAt,
-                                         "From this frame on, counted from 1, there is another\n"
-                                         "palette; may be given many times",
-                                         "N");
+void addMovieColours(commandline::Command& command, rsc::MovieColourOptions& colours) {
+    const commandline::Option at =
+        command.add("--palette-at", &colours.paletteAt,
+                    "From this frame on, counted from 1, there is another\n"
+                    "palette; may be given many times",
+                    "N");
     at.named();
     command
         .add("--palette", &colours.palette,
@@ -167,7 +168,7 @@ void addMovieColours(tools::Command& command, rsc::MovieColourOptions& colours) 
     command.add("--remap", &colours.remap, "Treat indexed frames as truecolour ones");
 }
 
-void addMovie(tools::CommandLine& line) {
+void addMovie(commandline::Program& line) {
     const auto options = std::make_shared<rsc::MovieOptions>();
     const auto framesPerSecond = std::make_shared<std::optional<double>>();
     const auto make = [options, framesPerSecond] {
@@ -175,8 +176,8 @@ void addMovie(tools::CommandLine& line) {
             options->frameTime = static_cast<int>(kTicksOfSecond / **framesPerSecond);
         return runMovie(*options, std::cerr);
     };
-    tools::Command command = line.add("movie", "Make a movie out of pictures and a sound",
-                                      "[OPTIONS] FRAME... -o FILE", kAboutMovie, make);
+    commandline::Command command = line.add("movie", "Make a movie out of pictures and a sound",
+                                            "[OPTIONS] FRAME... -o FILE", kAboutMovie, make);
     command
         .add("FRAME", &options->frames,
              "PNG files in their order, or a folder of them in the\n"
@@ -193,11 +194,10 @@ void addMovie(tools::CommandLine& line) {
 }
 
 int run(int argc, char** argv) {
-    tools::CommandLine line(
-        "zorbet-rsc",
-        "Packs pictures, sounds, fonts and cursors into the resource libraries of "
-        "a game,\nshows and unpacks them, and makes movies.",
-        versionText());
+    commandline::Program line(
+        "zorbet-rsc", "Packs pictures, sounds, fonts and cursors into the resource libraries of "
+                      "a game,\nshows and unpacks them, and makes movies.");
+    line.setVersion(versionText());
     addPack(line);
     addExtract(line);
     addList(line);
@@ -209,5 +209,5 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    return tools::runProgram("zorbet-rsc", [&] { return run(argc, argv); });
+    return commandline::runProgram("zorbet-rsc", [&] { return run(argc, argv); });
 }

@@ -1,12 +1,14 @@
-// The command line of a tool: a program with commands, each with options of its own. Help, usage
-// and errors read alike for all tools.
+// The command line of a program: options, and commands that have options of their own. Help, usage
+// and errors read alike for all programs.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <iosfwd>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <variant>
 #include <vector>
@@ -16,25 +18,41 @@ class App;
 class Option;
 } // namespace CLI
 
-namespace tools {
+namespace commandline {
 
 inline constexpr int kFailed = 1; ///< exit codes
-inline constexpr int kWrongCommandLine = 2;
+inline constexpr int kWrong = 2;  ///< of a command line
+
+/// What is wrong with a command line; its work may throw it.
+class Mistake : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Takes the value of an option; what is wrong with it, or nothing.
+using Reader = std::function<std::string(const std::string&)>;
 
 /// Where the value of an option goes; it must outlive the run. Options of a bool have no value,
 /// those of a vector may be given many times.
-using Target = std::variant<bool*, int*, std::optional<int>*, std::optional<double>*, std::string*,
-                            std::optional<std::string>*, std::filesystem::path*,
-                            std::optional<std::filesystem::path>*, std::vector<int>*,
-                            std::vector<std::string>*, std::vector<std::filesystem::path>*>;
+using Target =
+    std::variant<bool*, int*, std::uint32_t*, std::optional<int>*, std::optional<std::uint32_t>*,
+                 std::optional<double>*, std::string*, std::optional<std::string>*,
+                 std::filesystem::path*, std::optional<std::filesystem::path>*, std::vector<int>*,
+                 std::vector<std::string>*, std::vector<std::filesystem::path>*, Reader>;
 
-/// An option or argument that a command has.
+/// An option or argument that a program or command has.
 class Option {
   public:
     explicit Option(CLI::Option& option) : option_(option) {}
+    [[nodiscard]] std::string name() const;
+    [[nodiscard]] bool isGiven() const;
     const Option& required() const;
     /// Takes only numbers in this range.
     const Option& within(double smallest, double largest) const;
+    /// Its value names a folder that is there.
+    const Option& folder() const;
+    /// Stands below this title in the help.
+    const Option& under(const std::string& title) const;
     const Option& excludes(const Option& other) const;
     const Option& needs(const Option& other) const;
     /// Each value has the option's name in front.
@@ -44,6 +62,7 @@ class Option {
     CLI::Option& option_;
 };
 
+/// The program itself, or one of its commands.
 class Command {
   public:
     explicit Command(CLI::App& app) : app_(app) {}
@@ -56,13 +75,18 @@ class Command {
     CLI::App& app_;
 };
 
-class CommandLine {
+class Program {
   public:
-    /// `version` is what --version prints.
-    CommandLine(const std::string& name, const std::string& description,
-                const std::string& version);
-    ~CommandLine();
-    CommandLine& operator=(CommandLine&&) = delete;
+    Program(const std::string& name, const std::string& description);
+    ~Program();
+    Program& operator=(Program&&) = delete;
+
+    /// --version prints this.
+    void setVersion(const std::string& text);
+
+    /// What the program does when no command is named, as with `add`; without it one must be.
+    Command byItself(const std::string& arguments, const std::string& more,
+                     std::function<int()> work);
 
     /// `arguments` follow the command's name in its usage; `more` stands at the end of its help.
     /// `work` is what the command does; it returns the exit code.
@@ -77,10 +101,12 @@ class CommandLine {
     class Form;
     struct Parser;
 
+    [[nodiscard]] int refuse(const std::string& problem, std::ostream& errors) const;
+
     std::unique_ptr<Parser> parser_;
 };
 
 /// The exit code of `work`; what stops the whole program is told with its name.
 int runProgram(const std::string& name, const std::function<int()>& work);
 
-} // namespace tools
+} // namespace commandline

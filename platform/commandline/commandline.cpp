@@ -1,8 +1,9 @@
-#include "commandline/commandline.h"
+#include "platform/commandline/commandline.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <filesystem>
 #include <iomanip>
 #include <iostream>
 #include <limits>
@@ -11,9 +12,11 @@
 #include <ostream>
 #include <sstream>
 #include <string_view>
+#include <system_error>
+#include <type_traits>
 #include <utility>
 
-namespace tools {
+namespace commandline {
 
 namespace {
 
@@ -46,6 +49,10 @@ std::string plainText(const CLI::ParseError& error) {
         replace("1 required ", "");
         replace(" missing", " is missing");
     }
+    if (error.get_name() == "ConversionError" && text.starts_with("Could not convert: ")) {
+        replace("Could not convert: ", "");
+        text += ": this cannot be read";
+    }
     replace("The following argument was not expected: ", "this does not belong here: ");
     replace("The following arguments were not expected: ", "these do not belong here: ");
     return text;
@@ -64,6 +71,10 @@ int runProgram(const std::string& name, const std::function<int()>& work) {
     return kFailed;
 }
 
+std::string Option::name() const { return option_.get_name(); }
+
+bool Option::isGiven() const { return option_.count() > 0; }
+
 const Option& Option::required() const {
     option_.required();
     return *this;
@@ -77,6 +88,26 @@ const Option& Option::within(double smallest, double largest) const {
         return word + " is out of range, allowed is " + shown(smallest) + " to " + shown(largest);
     };
     option_.check(CLI::Validator(check, ""));
+    return *this;
+}
+
+const Option& Option::folder() const {
+    const auto check = [](const std::string& name) -> std::string {
+        std::error_code error;
+        const auto status = std::filesystem::status(name, error);
+        const std::string quoted = "\"" + name + "\"";
+        if (!std::filesystem::exists(status))
+            return "there is no folder " + quoted + "; give the name of one that is there";
+        if (!std::filesystem::is_directory(status))
+            return quoted + " is a file; give the name of the folder that it lies in";
+        return {};
+    };
+    option_.check(CLI::Validator(check, ""));
+    return *this;
+}
+
+const Option& Option::under(const std::string& title) const {
+    option_.group(title);
     return *this;
 }
 
@@ -98,9 +129,18 @@ const Option& Option::named() const {
 Option Command::add(const std::string& name, Target target, const std::string& description,
                     const std::string& value) {
     CLI::Option* option = std::visit(
-        [&](auto* place) {
-            if constexpr (std::is_same_v<decltype(place), bool*>)
+        [&](const auto& place) {
+            using Place = std::decay_t<decltype(place)>;
+            if constexpr (std::is_same_v<Place, bool*>)
                 return app_.add_flag(name, *place, description);
+            else if constexpr (std::is_same_v<Place, Reader>)
+                return app_.add_option_function<std::string>(
+                    name,
+                    [place, name](const std::string& word) {
+                        if (const std::string problem = place(word); !problem.empty())
+                            throw CLI::ValidationError(name, problem);
+                    },
+                    description);
             else
                 return app_.add_option(name, *place, description);
         },
@@ -109,7 +149,7 @@ Option Command::add(const std::string& name, Target target, const std::string& d
     return Option(*option);
 }
 
-struct CommandLine::Parser {
+struct Program::Parser {
     Parser(const std::string& description, const std::string& name) : app(description, name) {}
 
     CLI::App app;
@@ -123,7 +163,7 @@ struct CommandLine::Parser {
 };
 
 /// How help reads.
-class CommandLine::Form final : public CLI::Formatter {
+class Program::Form final : public CLI::Formatter {
   public:
     explicit Form(const Parser& parser) : parser_(parser) {
         column_width(kColumn);
@@ -144,22 +184,36 @@ class CommandLine::Form final : public CLI::Formatter {
     const Parser& parser_;
 };
 
-CommandLine::CommandLine(const std::string& name, const std::string& description,
-                         const std::string& version)
+Program::Program(const std::string& name, const std::string& description)
     : parser_(std::make_unique<Parser>(description, name)) {
     CLI::App& app = parser_->app;
     app.formatter(std::make_shared<Form>(*parser_));
     app.set_help_flag("-h,--help", "Print this text, and that of a command behind its name");
-    app.set_version_flag("--version", version, "Print the version");
     app.require_subcommand(1);
     app.footer("\"" + name + " COMMAND --help\" tells more of a command.");
 }
 
-CommandLine::~CommandLine() = default;
+Program::~Program() = default;
 
-Command CommandLine::add(const std::string& name, const std::string& description,
-                         const std::string& arguments, const std::string& more,
-                         std::function<int()> work) {
+void Program::setVersion(const std::string& text) {
+    parser_->app.set_version_flag("--version", text, "Print the version");
+}
+
+Command Program::byItself(const std::string& arguments, const std::string& more,
+                          std::function<int()> work) {
+    CLI::App& app = parser_->app;
+    app.require_subcommand(0, 1);
+    app.footer(more);
+    app.callback([this, &app, work = std::move(work)] {
+        if (app.get_subcommands().empty()) parser_->exitCode = work();
+    });
+    parser_->arguments[&app] = arguments;
+    return Command(app);
+}
+
+Command Program::add(const std::string& name, const std::string& description,
+                     const std::string& arguments, const std::string& more,
+                     std::function<int()> work) {
     CLI::App* command = parser_->app.add_subcommand(name, description);
     command->group("Commands");
     command->set_help_flag("-h,--help", "Print this text");
@@ -169,7 +223,7 @@ Command CommandLine::add(const std::string& name, const std::string& description
     return Command(*command);
 }
 
-int CommandLine::run(int argc, const char* const* argv, std::ostream& out, std::ostream& errors) {
+int Program::run(int argc, const char* const* argv, std::ostream& out, std::ostream& errors) {
     try {
         parser_->checkCommand(argc, argv);
         parser_->app.parse(argc, argv);
@@ -177,39 +231,46 @@ int CommandLine::run(int argc, const char* const* argv, std::ostream& out, std::
     } catch (const CLI::Success& wish) { // help, version
         return parser_->app.exit(wish, out, errors);
     } catch (const CLI::ParseError& error) {
-        const CLI::App& command = parser_->current();
-        const std::string name = parser_->nameOf(command);
-        errors << name << ": " << plainText(error) << "\n"
-               << parser_->usageOf(command) << "\"" << name << " --help\" tells more.\n";
-        return kWrongCommandLine;
+        return refuse(plainText(error), errors);
+    } catch (const Mistake& mistake) {
+        return refuse(mistake.what(), errors);
     }
 }
 
-void CommandLine::Parser::checkCommand(int argc, const char* const* argv) const {
+int Program::refuse(const std::string& problem, std::ostream& errors) const {
+    const CLI::App& command = parser_->current();
+    const std::string name = parser_->nameOf(command);
+    errors << name << ": " << problem << "\n"
+           << parser_->usageOf(command) << "\"" << name << " --help\" tells more.\n";
+    return kWrong;
+}
+
+void Program::Parser::checkCommand(int argc, const char* const* argv) const {
     std::vector<std::string> names;
     for (const CLI::App* command : app.get_subcommands(nullptr))
         names.push_back(command->get_name());
     const std::string known = "the commands are " + joined(names);
     const std::string first = argc > 1 ? argv[1] : "";
+    if (app.get_require_subcommand_min() == 0) return;
     if (first.empty()) throw CLI::ArgumentMismatch("a command is missing: " + known);
     if (first[0] != '-' && std::ranges::find(names, first) == names.end())
         throw CLI::ArgumentMismatch("there is no command \"" + first + "\": " + known);
 }
 
 /// The command that was named, or else the program.
-const CLI::App& CommandLine::Parser::current() const {
+const CLI::App& Program::Parser::current() const {
     const std::vector<CLI::App*> commands = app.get_subcommands();
     return commands.empty() ? app : *commands.front();
 }
 
-std::string CommandLine::Parser::nameOf(const CLI::App& command) const {
+std::string Program::Parser::nameOf(const CLI::App& command) const {
     return app.get_name() + (&command == &app ? "" : " " + command.get_name());
 }
 
-std::string CommandLine::Parser::usageOf(const CLI::App& command) const {
+std::string Program::Parser::usageOf(const CLI::App& command) const {
     const auto found = arguments.find(&command);
     return "Usage: " + nameOf(command) + " " +
            (found == arguments.end() ? "COMMAND ..." : found->second) + "\n";
 }
 
-} // namespace tools
+} // namespace commandline
