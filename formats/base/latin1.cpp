@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <compare>
 #include <cstddef>
+#include <utility>
 
 namespace formats {
 
@@ -41,6 +42,20 @@ Decoded decodeFirst(std::string_view text) {
     const bool surrogate = character >= 0xD800 && character < 0xE000;
     if (character < least || character > 0x10FFFF || surrogate) return {0, 0};
     return {character, length};
+}
+
+bool isUtf8(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t length = decodeFirst(text).length;
+        if (length == 0) return false;
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
+void dropMark(std::string& text) {
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    if (text.starts_with(kMark)) text.erase(0, kMark.size());
 }
 
 template <class Letter>
@@ -89,6 +104,27 @@ std::optional<std::string> latin1FromCharacters(std::u32string_view characters) 
 std::optional<std::string> latin1FromUtf8(std::string_view utf8) {
     const auto characters = decodeUtf8(utf8);
     return characters ? latin1FromCharacters(*characters) : std::nullopt;
+}
+
+std::string utf8FromAuthor(std::string text) {
+    dropMark(text);
+    return isUtf8(text) ? std::move(text) : utf8FromLatin1(text);
+}
+
+std::string latin1FromAuthor(std::string text, std::vector<LackedLetter>& lacked) {
+    dropMark(text);
+    if (std::ranges::all_of(text, [](char c) { return byteOf(c) < 0x80; }) || !isUtf8(text))
+        return text;
+    std::string latin1;
+    int line = 1;
+    for (std::string_view rest = text; !rest.empty();) {
+        const auto [character, length] = decodeFirst(rest);
+        if (character > 0xFF) lacked.push_back({line, std::string(rest.substr(0, length))});
+        latin1 += character > 0xFF ? '?' : static_cast<char>(character);
+        rest.remove_prefix(length);
+        if (character == '\n' || (character == '\r' && !rest.starts_with('\n'))) ++line;
+    }
+    return latin1;
 }
 
 std::string lowerLatin1(std::string_view text) {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace formats {
 
@@ -18,6 +19,20 @@ namespace formats {
 
 /// None when the text is not UTF-8 or has characters that Latin-1 lacks.
 [[nodiscard]] std::optional<std::string> latin1FromUtf8(std::string_view utf8);
+
+/// The text of an author's file as UTF-8, without the mark in front; what is none is Latin-1.
+[[nodiscard]] std::string utf8FromAuthor(std::string text);
+
+/// A letter that Latin-1 lacks, and the line, from 1, that it stands in.
+struct LackedLetter {
+    int line;
+    std::string utf8;
+};
+
+/// What the text of an author's file means in Latin-1: one that has the mark of UTF-8 in front, or
+/// is UTF-8 beyond ASCII, means its letters; any other text is Latin-1 as it is. A letter that
+/// Latin-1 lacks becomes "?" and is added to `lacked`.
+[[nodiscard]] std::string latin1FromAuthor(std::string text, std::vector<LackedLetter>& lacked);
 
 /// The capital of a letter; every other byte as it is, also the two small letters whose capitals
 /// lie beyond Latin-1.

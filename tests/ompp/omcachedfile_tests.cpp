@@ -200,6 +200,8 @@ TEST_F(OMCachedFileTest, StepsABackgroundCopyByOneChunkAtATime) {
             EXPECT_EQ(OMCachedFile::getBufferSize(kName), rounded) << wanted << " after " << steps;
             OMCachedFile::uncache(kName);
         }
+    EXPECT_EQ(OMCachedFile::getBufferSize("x"), 0U);
+    EXPECT_EQ(takeFailures(), Strings{"OMCachedFile::getBufferSize - x is not a cached file!"});
 }
 
 TEST_F(OMCachedFileTest, ReadsTheSourceAfterAnyFailure) {

@@ -17,18 +17,19 @@ class Mistakes : public ToolTest {
         const std::string given = at(path).string();
         const char* argv[] = {"zorbet-mps", "check", given.c_str()};
         run([&](auto& out, auto& errors) { return mps::run(3, argv, out, errors); });
-        static const std::regex kPlace("@/(?:game/)?([^:]+):(?:([0-9]+):)?.*");
+        static const std::regex kPlace("@/(?:game/)?([^:]+):(?:([0-9]+):)?");
         std::istringstream lines(out_);
         std::string found;
         for (std::string line; std::getline(lines, line);) {
             std::smatch place;
-            if (!std::regex_match(line, place, kPlace)) return "no finding: " + line;
-            const bool isUndefined = line.find(" is undefined") != line.npos;
-            std::smatch name;
-            const bool isNamed = std::regex_search(line, name, std::regex("\\[([a-z-]+)\\]$"));
-            const std::string rule = isNamed       ? name[1].str()
-                                     : isUndefined ? "unknown-command"
-                                                   : "syntax";
+            if (!std::regex_search(line, place, kPlace, std::regex_constants::match_continuous))
+                return "no finding: " + line;
+            const std::size_t bracket = line.rfind('[') + 1;
+            const std::string rule =
+                line.back() == ']' && bracket > 0 && std::islower(line[bracket])
+                    ? line.substr(bracket, line.size() - 1 - bracket)
+                : line.find(" is undefined") != line.npos ? "unknown-command"
+                                                          : "syntax";
             found +=
                 (found.empty() ? "" : ", ") + place[1].str() + ' ' + place[2].str() + ' ' + rule;
         }
@@ -64,16 +65,18 @@ TEST_F(Mistakes, OfAGameAreThoseOfTheScriptsThatItBeginsWith) {
         {"scripts/one.mps", "include tools.mps\nname=1\ncall hail name\nsay other mine\n"},
         // A piece: what one of its users brings is no mistake of it.
         {"tools.mps", "procedure hail who\n[\nif mine\nsay who other+1\nif name\nsay name\n]\n"},
-        {"scripts/lonely.mps", "call nobody\nsay \"a\" \xE9\n"},
+        {"scripts/lonely.mps", "call nobody\nsay \"a\" \xC3\xA9 \"\xC5\x82\"\n"},
         {"progress.map", "some Kept.mps\n"},
         {"scripts/kept.mps", "call nobody\n"},
     };
     for (const auto& [name, text] : files) folder_.make(std::string("game/") + name, text);
     EXPECT_EQ(check("game"), "Startup.mps 3 letter-case, scripts/kept.mps 1 unknown-procedure, "
-                             "scripts/lonely.mps  unreached, scripts/lonely.mps 2 accent, "
+                             "scripts/lonely.mps  unreached, scripts/lonely.mps 2 letter, "
+                             "scripts/lonely.mps 2 accent, "
                              "tools.mps 3 condition, tools.mps 4 never-set");
     EXPECT_EQ(check("game/scripts/lonely.mps"),
-              "scripts/lonely.mps 1 unknown-procedure, scripts/lonely.mps 2 accent");
+              "scripts/lonely.mps 1 unknown-procedure, scripts/lonely.mps 2 letter, "
+              "scripts/lonely.mps 2 accent");
     EXPECT_EQ(check("game/tools.mps"), "tools.mps 3 condition, tools.mps 4 never-set");
 }
 

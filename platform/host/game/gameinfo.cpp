@@ -66,10 +66,9 @@ class Reader {
           info_(info) {}
 
     void read() {
-        const std::optional<std::string> bytes = readFile(files_, kFile, kMaxInfoSize);
+        std::optional<std::string> bytes = readFile(files_, kFile, kMaxInfoSize);
         if (bytes) {
-            const std::string text =
-                formats::decodeUtf8(*bytes) ? *bytes : formats::utf8FromLatin1(*bytes);
+            const std::string text = formats::utf8FromAuthor(*std::move(bytes));
             for (const IniEntry& entry : readIniText(text)) readEntry(entry);
         } else if (files_.exists(kFile)) {
             info_.problems.push_back(

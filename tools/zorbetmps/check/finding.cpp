@@ -44,6 +44,7 @@ constexpr RuleAbout kRules[] = {
     {Rule::QuotedNumber, "quoted-number", Warning, "a number in quotes, which counts as 0"},
     {Rule::TextCut, "text-cut", Warning, "a bar cuts the text, also in quotes"},
     {Rule::Accent, "accent", Warning, "a letter outside of quotes that counts as a blank"},
+    {Rule::Letter, "letter", Error, "a letter that Latin-1, and so the game, does not have"},
     {Rule::LineEnds, "line-ends", Error, "lines end in two ways, so that some are one"},
     {Rule::LetterCase, "letter-case", Note, "a file's name has other capitals"},
     {Rule::Unreached, "unreached", Note, "a script that no other leads to"},

@@ -49,6 +49,7 @@ enum class Rule {
     QuotedNumber,
     TextCut,
     Accent,
+    Letter,
     LineEnds,
     LetterCase,
     Unreached,

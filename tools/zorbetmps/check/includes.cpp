@@ -68,13 +68,17 @@ std::optional<std::string> readHostFile(const std::string& path, std::size_t lim
     const bool isFolder = fs::is_directory(path, error);
     errno = 0;
     std::ifstream file(path, std::ios::binary);
-    std::string bytes(limit + 1, '\0');
-    if (!isFolder && file) file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    std::string bytes;
+    char block[1 << 14];
+    while (!isFolder && file && bytes.size() <= limit) {
+        file.read(block,
+                  static_cast<std::streamsize>(std::min(sizeof block, limit + 1 - bytes.size())));
+        bytes.append(block, static_cast<std::size_t>(file.gcount()));
+    }
     if (isFolder || file.bad() || !file.is_open()) {
         why = "cannot be read: " + std::generic_category().message(isFolder ? EISDIR : errno);
         return std::nullopt;
     }
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
     return bytes;
 }
 

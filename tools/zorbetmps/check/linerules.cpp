@@ -14,9 +14,9 @@ constexpr std::size_t kTab = 8;
 
 bool isBeyondAscii(char c) { return static_cast<unsigned char>(c) >= 0x7F; }
 
-class Lines {
+class LineCheck {
   public:
-    Lines(std::string_view text, const TellLine& tell)
+    LineCheck(std::string_view text, const TellLine& tell)
         : tell_(tell), hasReturns_(text.find('\r') != text.npos) {
         for (; !text.empty(); ++number_) {
             const std::size_t end = std::min(text.find(hasReturns_ ? '\r' : '\n'), text.size());
@@ -112,6 +112,6 @@ class Lines {
 
 } // namespace
 
-void checkLines(std::string_view text, const TellLine& tell) { const Lines lines(text, tell); }
+void checkLines(std::string_view text, const TellLine& tell) { const LineCheck check(text, tell); }
 
 } // namespace mps

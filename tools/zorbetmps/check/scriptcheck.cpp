@@ -58,19 +58,18 @@ void ScriptCheck::run() {
         tell(Rule::Syntax, why);
     else if (YIsPrecompiled(*bytes))
         checkPrecompiled(*bytes);
-    else if (bytes->size() > YCompiler::kMaxTextSize)
-        tell(Rule::Syntax, tooLong(YCompiler::kMaxTextSize));
     else
         checkText(*std::move(bytes));
     YHeap::recreate();
 }
 
-void ScriptCheck::checkText(std::string text) {
-    lookAt(file_, text);
+void ScriptCheck::checkText(std::string bytes) {
+    auto text = lookAt(file_, std::move(bytes));
+    if (!text) return tell(Rule::Syntax, tooLong(YCompiler::kMaxTextSize));
     const auto reader = [this](const std::string& name) { return readInclude(name); };
     YHeap& heap = YHeap::current();
     YCompiler compiler(heap, reader, YCompiler::OnError::Collect);
-    const auto script = compiler.compile(kOwnName, std::move(text));
+    const auto script = compiler.compile(kOwnName, *std::move(text));
     for (const YCompileError& error : compiler.errors()) {
         const std::string& file = pathOf(error.file);
         if (error.kind == YCompileError::Kind::UndefinedCommand)
@@ -108,15 +107,24 @@ void ScriptCheck::checkScript(const YScript& script, YHeap& heap) {
         .run();
 }
 
-/// What is seen without compiling a text.
-void ScriptCheck::lookAt(const std::string& file, const std::string& text) {
+/// The text in the game's letters, none when it is too long; tells what is seen without compiling
+/// it.
+std::optional<std::string> ScriptCheck::lookAt(const std::string& file, std::string bytes) {
+    std::vector<formats::LackedLetter> lacked;
+    std::string text = formats::latin1FromAuthor(std::move(bytes), lacked);
+    if (text.size() > YCompiler::kMaxTextSize) return std::nullopt;
     files_.insert(realPath(file));
-    const auto silences = silences_.try_emplace(file, text).first;
+    const auto [silences, isNew] = silences_.try_emplace(file, text);
+    if (!isNew) return text;
     for (const Silences::Mistake& mistake : silences->second.mistakes())
         findings_.push_back({Rule::Silence, file, mistake.line, 0, mistake.text});
+    for (const auto& [line, letter] : lacked)
+        add({Rule::Letter, file, line, 0,
+             "the game has the letters of Latin-1 only, and \"?\" for " + letter});
     checkLines(text, [&](Rule rule, int line, int column, const std::string& what) {
         add({rule, file, line, column, what});
     });
+    return text;
 }
 
 std::string ScriptCheck::otherSpelling(std::string_view name) const {
@@ -134,11 +142,10 @@ YCompiler::Source ScriptCheck::readInclude(const std::string& name) {
     if (const std::string other = otherSpelling(name); isNew && !other.empty())
         tell(Rule::LetterCase, "include " + name + " reads a file that is called " + other);
     std::string why;
-    auto text = readHostFile(*path, YCompiler::kMaxTextSize, why);
-    if (!text) return {std::nullopt, name + ": " + why};
-    if (text->size() > YCompiler::kMaxTextSize)
-        return {std::nullopt, name + ": " + tooLong(YCompiler::kMaxTextSize)};
-    if (isNew) lookAt(*path, *text);
+    auto bytes = readHostFile(*path, kYMaxPrecompiledSize, why);
+    if (!bytes) return {std::nullopt, name + ": " + why};
+    auto text = lookAt(*path, *std::move(bytes));
+    if (!text) return {std::nullopt, name + ": " + tooLong(YCompiler::kMaxTextSize)};
     return {std::move(text), {}};
 }
 
@@ -180,7 +187,7 @@ void ScriptCheck::add(Finding finding) {
     if (finding.rule != Rule::Syntax && silences != silences_.end() &&
         silences->second.covers(finding.rule, finding.line))
         return;
-    finding.text = shown(finding.text);
+    if (finding.rule != Rule::Letter) finding.text = shown(finding.text);
     if (isOfCompiler(finding) || std::ranges::find(findings_, finding) == findings_.end())
         findings_.push_back(std::move(finding));
 }

@@ -9,6 +9,7 @@
 #include "ycompiler.h"
 
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -39,10 +40,10 @@ class ScriptCheck {
     [[nodiscard]] const std::set<std::string>& mentions() const { return mentions_; }
 
   private:
-    void checkText(std::string text);
+    void checkText(std::string bytes);
     void checkScript(const YScript& script, YHeap& heap);
     void checkPrecompiled(std::string_view bytes);
-    void lookAt(const std::string& file, const std::string& text);
+    std::optional<std::string> lookAt(const std::string& file, std::string bytes);
     YCompiler::Source readInclude(const std::string& name);
     [[nodiscard]] std::string otherSpelling(std::string_view name) const;
     void mention(const YVariable& word);

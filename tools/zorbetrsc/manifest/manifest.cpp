@@ -102,7 +102,11 @@ class ManifestParser {
         manifest_.mapLine = line_;
         manifest_.mapIdentifier.reset();
         if (!words.skip("none")) {
-            manifest_.mapIdentifier = words.text("the map's identifier");
+            const std::string given = words.text("the map's identifier");
+            manifest_.mapIdentifier = formats::latin1FromUtf8(given);
+            if (!manifest_.mapIdentifier)
+                throw Refusal(inQuotes(given) +
+                              " has a letter that Latin-1, and so the map, lacks");
             checkMapIdentifier(*manifest_.mapIdentifier);
         }
         leaveBlocks();
@@ -350,7 +354,8 @@ std::span<const ManifestParser::Keyword> ManifestParser::keywords() {
 } // namespace
 
 Manifest parseManifest(std::string_view text, std::string_view defaultIdentifier) {
-    Manifest manifest = ManifestParser(defaultIdentifier).parse(text);
+    Manifest manifest =
+        ManifestParser(defaultIdentifier).parse(formats::utf8FromAuthor(std::string(text)));
     checkManifest(manifest);
     return manifest;
 }

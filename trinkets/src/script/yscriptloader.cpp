@@ -1,6 +1,9 @@
 #include "yscriptloader.h"
 
+#include "formats/base/latin1.h"
+#include "formats/base/scanner.h"
 #include "omistream.h"
+#include "omlog.h"
 #include "omplatform.h"
 #include "omresourcelog.h"
 #include "ycompiler.h"
@@ -10,6 +13,8 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -33,6 +38,17 @@ std::string readStream(OMIStream& stream, std::size_t limit) {
     return text;
 }
 
+/// A script's text in the letters that the program has; others are told in the log.
+std::string latin1Of(const std::string& name, std::string text) {
+    std::vector<formats::LackedLetter> lacked;
+    text = formats::latin1FromAuthor(std::move(text), lacked);
+    for (const auto& [line, letter] : lacked)
+        OMLog::write(OMLog::Kind::Warning, name + ":" + std::to_string(line) +
+                                               ": Latin-1 has no letter " +
+                                               formats::inQuotes(letter) + ", it became \"?\"");
+    return text;
+}
+
 /// Texts may have the size of a script, precompiled ones are larger.
 YCompiler::Source readSource(const std::string& name, const YScriptLocator& locator,
                              bool isIncluded) {
@@ -48,6 +64,7 @@ YCompiler::Source readSource(const std::string& name, const YScriptLocator& loca
     else
         return {std::nullopt, "unknown script"};
     const bool isText = isIncluded || !YIsPrecompiled(text);
+    if (isText) text = latin1Of(name, std::move(text));
     if (text.size() > (isText ? YCompiler::kMaxTextSize : kYMaxPrecompiledSize))
         return {std::nullopt, "Script too long"};
     return {std::move(text), {}};
