@@ -36,6 +36,7 @@
 #include "startup/warnings.h"
 #include "world/savedworld.h"
 #include "yengine.h"
+#include "yinspection.h"
 #include "yprecompiled.h"
 
 #include <utility>
@@ -149,6 +150,7 @@ class Stage {
     RCommands commands_;
     OMDebugWindow debugWindow_;
     YEngine engine_;
+    YInspection inspection_;
 };
 
 Stage::Stage(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine,

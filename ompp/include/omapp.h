@@ -81,7 +81,7 @@ class OMApp {
     /// A message box owned by the main window. Who asks for the end of the program closes it; see
     /// `isLeaving`.
     platform::Button box(std::string_view text, std::uint32_t style, std::string_view caption);
-    /// One that is only to be read.
+    /// A warning to the game's author, to be read only.
     void alert(std::string_view text, std::uint32_t style = kAlertStyle,
                std::string_view caption = "Alert");
     /// What the player is told of the machine, see Platform::tellPlayer; no alert to scripts.
@@ -90,6 +90,8 @@ class OMApp {
     [[nodiscard]] bool ask(std::string_view text, std::string_view caption);
     /// Called with true before every box, and with false when it is closed.
     void setBoxLink(OMLinkTo<void(bool)> link) { boxLink_ = std::move(link); }
+    /// Is told the text of every alert, before its box.
+    void setWarningLink(OMLinkTo<void(std::string_view)> link) { warningLink_ = std::move(link); }
     /// Called after every box.
     void setAlertedLink(OMLink link) { alertedLink_ = std::move(link); }
 
@@ -147,4 +149,5 @@ class OMApp {
     OMLink foregroundLink_;
     OMLinkTo<void(bool)> boxLink_;
     OMLink alertedLink_;
+    OMLinkTo<void(std::string_view)> warningLink_;
 };

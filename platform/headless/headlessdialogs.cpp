@@ -24,8 +24,9 @@ std::string hexadecimal(std::uint32_t value) {
 } // namespace
 
 HeadlessDialogs::HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock,
-                                 HostFiles& files, Notices& notices, std::ostream& notes)
-    : clock_(clock), files_(files), notices_(notices), notes_(notes) {
+                                 HostFiles& files, HeadlessDesk& desk, Notices& notices,
+                                 std::ostream& notes)
+    : clock_(clock), files_(files), desk_(desk), notices_(notices), notes_(notes) {
     for (const TimelineEvent& event : timeline) {
         if (const auto* answer = std::get_if<TimelineAnswer>(&event.what)) {
             waiting_.push_back({event.timeMs, *answer});
@@ -61,6 +62,7 @@ Button HeadlessDialogs::messageBox(std::string_view text, std::string_view capti
     std::vector<std::string_view> texts;
     std::ranges::transform(buttons, std::back_inserter(texts), buttonText);
     const std::size_t chosen = choose(caption, texts, nextAnswer());
+    desk_.boxShown(text);
     notices_.line("box", {caption, hexadecimal(style), text, texts[chosen]});
     return buttons[chosen];
 }
@@ -70,6 +72,7 @@ WarningAnswer HeadlessDialogs::warning(const WarningRequest& request) {
     const std::optional<TimelineAnswer> answer = nextAnswer();
     const std::size_t chosen = choose(request.caption, texts, answer);
     const bool checked = answer && answer->checked;
+    desk_.boxShown(request.text);
     notices_.line("dialog", {request.caption, request.text, texts[chosen],
                              checked ? "checked" : "unchecked"});
     return {.goOn = chosen == 0, .checked = checked};

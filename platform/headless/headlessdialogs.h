@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/dialogs.h"
+#include "platform/headless/headlessdesk.h"
 #include "platform/headless/notices.h"
 #include "platform/headless/timeline.h"
 #include "platform/headless/virtualclock.h"
@@ -19,7 +20,7 @@ class HeadlessDialogs final : public Dialogs {
   public:
     /// What is referred to must outlive the dialogs.
     HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock, HostFiles& files,
-                    Notices& notices, std::ostream& notes);
+                    HeadlessDesk& desk, Notices& notices, std::ostream& notes);
 
     Button messageBox(std::string_view text, std::string_view caption,
                       std::uint32_t style) override;
@@ -43,6 +44,7 @@ class HeadlessDialogs final : public Dialogs {
     std::deque<Waiting> waiting_;
     const VirtualClock& clock_;
     HostFiles& files_;
+    HeadlessDesk& desk_;
     Notices& notices_;
     std::ostream& notes_;
 };

@@ -35,11 +35,11 @@ HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
     : stepMs_(std::max(options.stepMs, 1u)), trusted_(options.host.trusted),
       asked_(foldersOf(options)), notes_(orElse(options.notes, std::cerr)),
       machine_(options.machine), notices_(orElse(options.report, std::cout), clock_),
-      files_(options.host),
+      desk_(notices_, notes_), files_(options.host),
       modules_(files_, options.host.components, options.resources, options.versionStrings),
       display_(options.screen, notices_),
-      events_(options.timeline, options.untilMs, clock_, display_, notes_),
-      dialogs_(options.timeline, clock_, files_, notices_, notes_),
+      events_(options.timeline, options.untilMs, clock_, display_, desk_, notes_),
+      dialogs_(options.timeline, clock_, files_, desk_, notices_, notes_),
       recordings_(options.recordSound, notes_), waveOut_(clock_, recordings_),
       movieSpeakers_(clock_, recordings_), movies_(files_, clock_, movieSpeakers_) {
     display_.setDriver(options.machine.driver);

@@ -4,6 +4,7 @@
 
 #include "platform/headless/breakingfiles.h"
 #include "platform/headless/claimedmachine.h"
+#include "platform/headless/headlessdesk.h"
 #include "platform/headless/headlessdialogs.h"
 #include "platform/headless/headlessdisplay.h"
 #include "platform/headless/headlessmoviespeaker.h"
@@ -59,6 +60,7 @@ class HeadlessPlatform final : public Platform {
     [[nodiscard]] Typefaces& typefaces() override { return typefaces_; }
     [[nodiscard]] Movies& movies() override { return movies_; }
     [[nodiscard]] Machine& machine() override { return machine_; }
+    [[nodiscard]] AuthorDesk& author() override { return desk_; }
 
     /// Its lines go into the report.
     [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
@@ -85,6 +87,7 @@ class HeadlessPlatform final : public Platform {
     ClaimedMachine machine_;
     VirtualClock clock_;
     Notices notices_;
+    HeadlessDesk desk_;
     HostFiles files_;
     std::optional<BreakingFiles> breakingFiles_;
     HostModules modules_;

@@ -157,6 +157,31 @@ What readScreenshot(LineReader& line) {
     return TimelineScreenshot{std::string(file)};
 }
 
+What readExpectation(LineReader& line) {
+    using Kind = TimelineExpectation::Kind;
+    const std::string_view what = line.word();
+    TimelineExpectation expected;
+    const auto takes = [](std::string& place, std::string_view text) {
+        const auto latin1 = latin1Text(text);
+        place = latin1.value_or("");
+        return latin1 && !latin1->empty();
+    };
+    if (what == "no") {
+        expected.kind = Kind::NoWarnings;
+        return line.word() == "warnings" ? What(expected) : std::nullopt;
+    }
+    if (what == "said" || what == "box") {
+        expected.kind = what == "said" ? Kind::Said : Kind::Box;
+        return takes(expected.text, line.text()) ? What(expected) : std::nullopt;
+    }
+    if (what != "variable" && what != "property") return std::nullopt;
+    expected.kind = what == "variable" ? Kind::Variable : Kind::Property;
+    if (!takes(expected.variable, line.word())) return std::nullopt;
+    if (what == "property" && !takes(expected.property, line.word())) return std::nullopt;
+    takes(expected.text, line.text()); // a value may be empty
+    return expected;
+}
+
 struct Verb {
     std::string_view name;
     What (*read)(LineReader&);
@@ -177,6 +202,10 @@ constexpr std::array kVerbs{
     Verb{"background", readPlain<Message::Kind::Background>, kNothing},
     Verb{"foreground", readPlain<Message::Kind::Foreground>, kNothing},
     Verb{"screenshot", readScreenshot, "a file name"},
+    Verb{
+        "expect", readExpectation,
+        "\"said TEXT\", \"box TEXT\", \"variable NAME VALUE\", \"property NAME PROPERTY VALUE\" or "
+        "\"no warnings\""},
     Verb{"quit", readPlain<Message::Kind::Quit>, kNothing},
 };
 

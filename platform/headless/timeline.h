@@ -6,6 +6,11 @@
 //     950 answer Sair          for the next box; "checked" before it ticks the check box
 //     1000 background          also foreground
 //     1200 screenshot a.png    what is on the screen now
+//     1250 expect said TEXT    what must be so now: said, or shown in a box, since the last such
+//     line; 1250 expect box TEXT     the value of a variable or of a property; that no warning came
+//     1250 expect variable NAME VALUE
+//     1250 expect property NAME PROPERTY VALUE
+//     1250 expect no warnings
 //     1300 quit
 //
 // Times are milliseconds since the main loop began. Blank lines and lines that start with "#" are
@@ -31,9 +36,18 @@ struct TimelineScreenshot {
     std::string file; ///< host path name, relative to the process's working folder
 };
 
+/// What must be so at that time.
+struct TimelineExpectation {
+    enum class Kind { Said, Box, Variable, Property, NoWarnings };
+    Kind kind = Kind::Said;
+    std::string variable; ///< Latin-1, as the others
+    std::string property;
+    std::string text; ///< what was said or shown, or the value
+};
+
 struct TimelineEvent {
     std::uint32_t timeMs = 0;
-    std::variant<Message, TimelineAnswer, TimelineScreenshot> what;
+    std::variant<Message, TimelineAnswer, TimelineScreenshot, TimelineExpectation> what;
 };
 
 /// In order of time; events of equal time in the order of the file.

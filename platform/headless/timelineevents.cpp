@@ -20,8 +20,10 @@ Rect boundsOf(const ScreenMode& mode) { return {0, 0, mode.width, mode.height}; 
 } // namespace
 
 TimelineEvents::TimelineEvents(const Timeline& timeline, std::optional<std::uint32_t> untilMs,
-                               VirtualClock& clock, HeadlessDisplay& display, std::ostream& notes)
-    : waiting_(entriesOf(timeline, untilMs)), clock_(clock), display_(display), notes_(notes) {}
+                               VirtualClock& clock, HeadlessDisplay& display, HeadlessDesk& desk,
+                               std::ostream& notes)
+    : waiting_(entriesOf(timeline, untilMs)), clock_(clock), display_(display), desk_(desk),
+      notes_(notes) {}
 
 std::deque<TimelineEvents::Entry> TimelineEvents::entriesOf(const Timeline& timeline,
                                                             std::optional<std::uint32_t> untilMs) {
@@ -31,6 +33,8 @@ std::deque<TimelineEvents::Entry> TimelineEvents::entriesOf(const Timeline& time
             entries.push_back({event.timeMs, *message});
         } else if (const auto* screenshot = std::get_if<TimelineScreenshot>(&event.what)) {
             entries.push_back({event.timeMs, *screenshot});
+        } else if (const auto* expected = std::get_if<TimelineExpectation>(&event.what)) {
+            entries.push_back({event.timeMs, *expected});
         }
     }
     if (untilMs) {
@@ -70,6 +74,10 @@ bool TimelineEvents::deliver(const Entry& entry, Message& message) {
         if (!display_.saveScreenshot(screenshot->file)) {
             notes_ << "screenshot " << screenshot->file << " cannot be written" << std::endl;
         }
+        return false;
+    }
+    if (const auto* expected = std::get_if<TimelineExpectation>(&entry.what)) {
+        desk_.check(*expected);
         return false;
     }
     if (const auto* given = std::get_if<Message>(&entry.what)) {

@@ -1,9 +1,10 @@
 // Input that was written down beforehand: an event becomes a message when its time has come,
-// however long the program takes to fetch it. Screenshots stand in the same queue and are taken
-// when the program reaches them.
+// however long the program takes to fetch it. Screenshots and expectations stand in the same queue
+// and are taken when the program reaches them.
 #pragma once
 
 #include "platform/events.h"
+#include "platform/headless/headlessdesk.h"
 #include "platform/headless/headlessdisplay.h"
 #include "platform/headless/timeline.h"
 #include "platform/headless/virtualclock.h"
@@ -20,7 +21,8 @@ class TimelineEvents final : public Events {
   public:
     /// `untilMs` is the time of an additional quit. What is referred to must outlive the queue.
     TimelineEvents(const Timeline& timeline, std::optional<std::uint32_t> untilMs,
-                   VirtualClock& clock, HeadlessDisplay& display, std::ostream& notes);
+                   VirtualClock& clock, HeadlessDisplay& display, HeadlessDesk& desk,
+                   std::ostream& notes);
 
     bool take(Message& message) override;
     bool wait(Message& message) override;
@@ -36,7 +38,7 @@ class TimelineEvents final : public Events {
     struct Until {};
     struct Entry {
         std::uint32_t timeMs;
-        std::variant<Message, TimelineScreenshot, Until> what;
+        std::variant<Message, TimelineScreenshot, TimelineExpectation, Until> what;
     };
 
     static std::deque<Entry> entriesOf(const Timeline& timeline,
@@ -50,6 +52,7 @@ class TimelineEvents final : public Events {
     bool terminated_ = false; ///< the host asked for the end, and the program was told
     VirtualClock& clock_;
     HeadlessDisplay& display_;
+    HeadlessDesk& desk_;
     std::ostream& notes_;
     bool captured_ = false;
     bool buttonDown_ = false; ///< as far as the program knows

@@ -64,10 +64,22 @@ class SdlClock final : public Clock {
     SdlDisplay& display_;
 };
 
+/// Warnings go to standard error when the author plays.
+class SdlDesk final : public AuthorDesk {
+  public:
+    explicit SdlDesk(bool isSeated) : isSeated_(isSeated) {}
+    void warn(std::string_view text) override {
+        if (isSeated_) std::fprintf(stderr, "%s\n", formats::utf8FromLatin1(text).c_str());
+    }
+
+  private:
+    bool isSeated_;
+};
+
 class SdlPlatform final : public Platform {
   public:
     SdlPlatform(std::unique_ptr<SdlSession> session, SdlWindow window, const SdlOptions& options)
-        : trusted_(options.host.trusted), session_(std::move(session)),
+        : trusted_(options.host.trusted), desk_(options.author), session_(std::move(session)),
           display_(std::move(window), options.screen, options.game.title, options.author),
           clock_(display_), events_(display_, textWindows_), files_(options.host),
           modules_(files_, options.host.components, options.resources, options.versionStrings),
@@ -85,6 +97,7 @@ class SdlPlatform final : public Platform {
     [[nodiscard]] Typefaces& typefaces() override { return typefaces_; }
     [[nodiscard]] Movies& movies() override { return movies_; }
     [[nodiscard]] Machine& machine() override { return machine_; }
+    [[nodiscard]] AuthorDesk& author() override { return desk_; }
 
     [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
                                                              TextWindowOwner& owner) override {
@@ -145,6 +158,7 @@ class SdlPlatform final : public Platform {
     }
 
     bool trusted_;
+    SdlDesk desk_;
     std::unique_ptr<SdlSession> session_; ///< ends last
     SdlDisplay display_;
     SdlClock clock_;

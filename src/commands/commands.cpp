@@ -81,7 +81,9 @@ int intersectTest(const std::string& first, const std::string& second) {
 
 void logMessage(const std::string& text) { OMLog::write(OMLog::Kind::Message, text); }
 
-void messageBox(const std::string& text) { OMApp::getApp()->alert(text); }
+void messageBox(const std::string& text) {
+    OMApp::getApp()->box(text, OMApp::kAlertStyle, "Alert");
+}
 
 int playSound(RGameSounds& sounds, int id, bool loop) { return sounds.play(id, nullptr, loop); }
 

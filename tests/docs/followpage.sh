@@ -16,7 +16,7 @@ cat >"$work/bin/zorbet" <<END
 #!/usr/bin/env bash
 set -o pipefail
 [[ " \$* " != *" --headless "* ]] || exec "$programs/zorbet" "\$@"
-"$programs/zorbet" "\$@" --headless --until 2000 | awk -F '\t' '\$2 == "box" { print "box: " \$5 }'
+"$programs/zorbet" "\$@" --headless --until 2000 2> >(grep '^zorbet: ' >&2) | awk -F '\t' '\$2 == "box" { print "box: " \$5 }'
 END
 chmod +x "$work/bin/zorbet"
 export PATH="$work/bin:$programs:$PATH" HOME="$work/home"

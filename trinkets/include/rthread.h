@@ -71,6 +71,10 @@ class YThread {
     void setEndReachedLink(OMLink link) { endReachedLink_ = std::move(link); }
     void fireStarted() { startedLink_(); }
 
+    /// A warning with where the thread is: the statement at work, and, a line each, the calls that
+    /// led there and the event that the handler is of.
+    [[nodiscard]] std::string withTrail(std::string_view warning) const;
+
     // What the engine does with a thread.
 
     /// One turn in the tick: until the thread has to give way.
@@ -108,6 +112,7 @@ class YThread {
     void discardScript();
     bool step(const eventRecord* event, Pace pace);
     bool enterInterrupt(const eventRecord& event);
+    [[nodiscard]] std::string interruptText() const;
     void endPause();
     bool beginTimer(int procedure, const char* name);
     void requestSwitch(YVariable* script);

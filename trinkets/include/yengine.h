@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 class OMScriptableObject;
@@ -66,6 +67,19 @@ class YEngine {
         YEngine& engine_;
     };
 
+    /// While one lives its thread's statements are at work, and warnings are theirs.
+    class AtWork {
+      public:
+        AtWork(YEngine& engine, const YThread& thread)
+            : engine_(engine), before_(std::exchange(engine.atWork_, &thread)) {}
+        ~AtWork() { engine_.atWork_ = before_; }
+        AtWork& operator=(AtWork&&) = delete;
+
+      private:
+        YEngine& engine_;
+        const YThread* before_;
+    };
+
     YEngine();
     ~YEngine();
     YEngine& operator=(YEngine&&) = delete;
@@ -102,12 +116,13 @@ class YEngine {
     /// What there is too much of, for whoever is at work: an unfinished sentence. Told once.
     [[nodiscard]] std::optional<std::string> takeExcess();
 
-    /// A warning to the script's author in the application's alert box.
-    void warn(std::string_view text);
+    /// A warning to the script's author in the application's alert box. `place` is where it belongs
+    /// when no thread is at work there: "FILE:LINE".
+    void warn(std::string_view text, const std::string& place = {});
     /// Asks the application to end.
     void quit();
     /// Shows a message, calls the last link, and ends the program with exit code 1.
-    [[noreturn]] void endProgram(std::string_view message);
+    [[noreturn]] void endProgram(std::string_view message, const std::string& place = {});
     /// What must be done before the program ends so, in the middle of everything.
     void setLastLink(OMLink link) { lastLink_ = std::move(link); }
     /// Adds a line to "debug.txt".
@@ -158,6 +173,7 @@ class YEngine {
     static constexpr int kCheckedCost = 200'000; ///< the memory is looked at when so much is spent
 
     void boxWasClosed();
+    void tellAuthor(std::string_view warning) const;
     bool countsForTimers();
     void checkBounds();
     void switchScripts();
@@ -166,6 +182,8 @@ class YEngine {
     static YEngine* current_;
 
     OMList<YThread> threads_;
+    const YThread* atWork_ = nullptr;
+    std::string place_;            ///< of the warning that is shown
     std::unique_ptr<OMTask> task_; ///< made with the first thread
     std::vector<std::shared_ptr<eventRecord>> records_;
     std::vector<std::string> threadStack_;

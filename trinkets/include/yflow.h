@@ -48,6 +48,12 @@ class YFlow : public YContext {
         pc = returnStack_[--callDepth];
         return true;
     }
+    /// Visits the calls that led here, the last one first, as far as the interrupt.
+    template <class Visit>
+    void eachCaller(Visit visit) const {
+        const int outermost = inInterrupt_ ? saved_.callDepth : 0;
+        for (int depth = callDepth; depth > outermost; --depth) visit(returnStack_[depth - 1] - 1);
+    }
     /// No procedure is under way any more, nor is one where the interrupt leads back.
     void forgetCalls() { callDepth = saved_.callDepth = 0; }
 
@@ -91,12 +97,14 @@ class YFlow : public YContext {
     void stopWaiting() { waiting = pausing = saved_.waiting = saved_.pausing = false; }
 
     [[nodiscard]] bool inInterrupt() const { return inInterrupt_; }
+    /// The instruction that the last interrupt began with.
+    [[nodiscard]] int handler() const { return handler_; }
     void beginInterrupt(int handler) {
         saved_ = *this;
         waiting = pausing = false;
         inInterrupt_ = true;
         nestedCalls_ = 0;
-        pc = handler;
+        pc = handler_ = handler;
     }
     void endInterrupt() {
         YContext::operator=(saved_);
@@ -107,6 +115,7 @@ class YFlow : public YContext {
 
   private:
     bool inInterrupt_ = false;
+    int handler_ = 0;
     int nestedCalls_ = 0; ///< procedures under way since the interrupt began
     YContext saved_;
     std::int16_t returnStack_[YTSTACK] = {};

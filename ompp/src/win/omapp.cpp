@@ -137,6 +137,7 @@ bool OMApp::pass() {
 }
 
 void OMApp::alert(std::string_view text, std::uint32_t style, std::string_view caption) {
+    warningLink_(text);
     box(text, style, caption);
 }
 
@@ -163,7 +164,7 @@ void OMApp::aroundBox(const OMLink& showBox) {
     tellDroppedRelease();
 }
 
-void OMApp::about() { alert("KVO:" + productName_ + " " + productVersion_, kAlertStyle, "About"); }
+void OMApp::about() { box("KVO:" + productName_ + " " + productVersion_, kAlertStyle, "About"); }
 
 void OMApp::discardInput() {
     OMPlatform().events().discardInput();

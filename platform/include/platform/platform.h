@@ -3,6 +3,7 @@
 // one is in use.
 #pragma once
 
+#include "platform/authordesk.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/display.h"
@@ -35,6 +36,7 @@ class Platform {
     [[nodiscard]] virtual Typefaces& typefaces() = 0;
     [[nodiscard]] virtual Movies& movies() = 0;
     [[nodiscard]] virtual Machine& machine() = 0;
+    [[nodiscard]] virtual AuthorDesk& author() { return nobody_; }
 
     /// Opens a text window above all others, without taking the focus from where it is. Null when
     /// there can be none. The owner must outlive the window, and the window must be gone before the
@@ -76,6 +78,9 @@ class Platform {
 
     /// Ends the process at once with `exitCode`, after what was recorded has been written out.
     [[noreturn]] virtual void terminate(int exitCode) = 0;
+
+  private:
+    AuthorDesk nobody_;
 };
 
 } // namespace platform

@@ -24,7 +24,7 @@ void expectSame(const std::string& path) {
 
 TEST(MovieJudge, FindsWhateverAMovieCanHoldToBeAsWeReadIt) {
     const TemporaryFolder folder;
-    for (unsigned seed = 0; seed < 200 && !HasFatalFailure(); ++seed) {
+    for (unsigned seed = 0; seed < 100 && !HasFatalFailure(); ++seed) {
         SCOPED_TRACE(seed);
         const auto file = testing_support::RandomMovie(seed).make(1 + seed % 7);
         folder.make("a.smk", {file.begin(), file.end()});

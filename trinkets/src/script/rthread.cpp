@@ -7,6 +7,7 @@
 #include "yengine.h"
 #include "ystatement.h"
 
+#include <algorithm>
 #include <utility>
 
 YThread::YThread(YEngine& engine, const char* name, YScriptLocator locator)
@@ -110,6 +111,37 @@ void YThread::reportAndStop(std::string_view what) {
     engine_.warn(text.append(": ").append(what));
 }
 
+std::string YThread::withTrail(std::string_view warning) const {
+    if (!program_ || flow_.pc <= 0) return std::string(warning);
+    const Instruction& code = program_->at(flow_.pc - 1);
+    const std::string place = program_->place(code);
+    std::string text = warning.starts_with(place) ? std::string() : place + ": ";
+    text.append(warning).append("\n    ").append(YProgram::statement(code));
+    flow_.eachCaller([&](int call) {
+        const Instruction& from = program_->at(call);
+        text += "\n    called from " + program_->place(from) + ": " + YProgram::statement(from);
+    });
+    return flow_.inInterrupt() ? text + "\n    " + interruptText() : text;
+}
+
+/// What began the interrupt: "in clicked, the handler of boat's mouseDown".
+std::string YThread::interruptText() const {
+    const OMScriptableObject* const receiver = YHeap::current().get(YHeap::kReceiver).object();
+    const auto& records = engine_.records();
+    const auto find = [&](bool ofReceiver) {
+        return std::ranges::find_if(records, [&](const auto& record) {
+            return record->thread == this && record->handler == flow_.handler() &&
+                   (!ofReceiver || record->receiver == receiver);
+        });
+    };
+    auto record = find(true);
+    if (record == records.end()) record = find(false);
+    const std::string text =
+        "in " + program_->at(flow_.handler() - 1).operands[0]->text() + ", the handler of ";
+    if (record == records.end()) return text + "a timer";
+    return text + (*record)->variable + "'s " + (*record)->event;
+}
+
 // ---------------------------------------------------------------------------- stepping
 
 void YThread::turn() {
@@ -128,6 +160,7 @@ bool YThread::step(const eventRecord* event, Pace pace) {
     if (event && !enterInterrupt(*event)) return false;
     endPause();
     if (flow_.waiting) return true;
+    const YEngine::AtWork atWork(engine_, *this);
     halted_ = false;
     if (pace == Pace::OneStatement)
         runOne();

@@ -19,6 +19,7 @@ namespace {
 constexpr std::uint32_t kTickInterval = 100; ///< ms; timers count ticks of more than that
 constexpr int kProgramEnd = 1;
 constexpr std::string_view kDebugFile = "debug.txt";
+constexpr std::string_view kIndent = "    "; ///< of all but the first line of a warning
 
 } // namespace
 
@@ -29,11 +30,17 @@ YEngine::YEngine() {
     OMScriptableObject::setRetireLink(
         [this](OMScriptableObject& object) { removeRecords(&object); });
     OMSCall::setWarningLink([this](std::string_view text) { warn(text); });
-    if (OMApp* app = OMApp::getApp()) app->setAlertedLink([this] { boxWasClosed(); });
+    OMApp* const app = OMApp::getApp();
+    if (!app) return;
+    app->setAlertedLink([this] { boxWasClosed(); });
+    app->setWarningLink([this](std::string_view text) { tellAuthor(text); });
 }
 
 YEngine::~YEngine() {
-    if (OMApp* app = OMApp::getApp()) app->setAlertedLink(nullptr);
+    if (OMApp* app = OMApp::getApp()) {
+        app->setAlertedLink(nullptr);
+        app->setWarningLink(nullptr);
+    }
     OMScriptableObject::setRetireLink(nullptr);
     OMSCall::setWarningLink(nullptr);
     current_ = nullptr;
@@ -128,22 +135,35 @@ void YEngine::recreateHeap() {
 
 // ---------------------------------------------------------------------------- messages
 
-void YEngine::warn(std::string_view text) {
+void YEngine::warn(std::string_view text, const std::string& place) {
+    place_ = place;
     if (OMApp* app = OMApp::getApp()) app->alert(text);
+    place_.clear();
+}
+
+/// In the log too, where the box is gone.
+void YEngine::tellAuthor(std::string_view warning) const {
+    std::string text = place_.empty() ? std::string() : place_ + ": ";
+    text += place_.empty() && atWork_ ? atWork_->withTrail(warning) : std::string(warning);
+    for (std::size_t end = text.find('\n'); end != text.npos; end = text.find('\n', end + 1))
+        if (text.compare(end + 1, kIndent.size(), kIndent) != 0) text.insert(end + 1, kIndent);
+    OMLog::write(OMLog::Kind::Warning, text);
+    OMPlatform().author().warn(text);
 }
 
 void YEngine::quit() {
     if (OMApp* app = OMApp::getApp()) app->stop();
 }
 
-void YEngine::endProgram(std::string_view message) {
-    warn(message);
+void YEngine::endProgram(std::string_view message, const std::string& place) {
+    warn(message, place);
     lastLink_();
     OMEndProcess(kProgramEnd);
 }
 
 void YEngine::writeDebugLine(std::string_view text) {
     spend(kCommandCost);
+    OMPlatform().author().say(text);
     const auto file = OMPlatform().files().open(kDebugFile, platform::OpenMode::Append);
     if (!file) return;
     std::string line(text);

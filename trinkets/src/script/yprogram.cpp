@@ -191,6 +191,25 @@ std::string YProgram::place(const Instruction& code) const {
     return OMFormat("%s:%d", script_->files[line.file].c_str(), line.line);
 }
 
+std::string YProgram::statement(const Instruction& code) {
+    const auto keyword = [&]() -> std::string_view {
+        switch (code.opcode) {
+        case YOpcode::Procedure: return "procedure";
+        case YOpcode::ForNext: return "for";
+        case YOpcode::Test: return "if";
+        case YOpcode::Assign:
+        case YOpcode::Command: return {};
+        default: return YTraceName(code.opcode);
+        }
+    };
+    std::string text(keyword());
+    for (int i = 0; i < code.count; ++i) {
+        if (!text.empty()) text += code.opcode == YOpcode::Assign ? '=' : ' ';
+        text += code.operands[i]->text();
+    }
+    return text;
+}
+
 std::optional<int> YProgram::handlerOf(std::string_view procedure) const {
     if (!procedure.starts_with('+')) return std::nullopt;
     const int header = ynumber::scanInteger(procedure);

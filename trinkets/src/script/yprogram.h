@@ -119,6 +119,8 @@ class YProgram {
     }
     /// File and line of an instruction as far as they are known.
     [[nodiscard]] std::string place(const Instruction& code) const;
+    /// An instruction as its author might have written it.
+    [[nodiscard]] static std::string statement(const Instruction& code);
     /// Whether a procedure can be there: its header, and an instruction behind it.
     [[nodiscard]] bool isHeader(int instruction) const {
         return instruction >= 0 && instruction < size() - 1;

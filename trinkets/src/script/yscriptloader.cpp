@@ -74,14 +74,17 @@ std::unique_ptr<YScript> compile(YEngine& engine, const std::string& name, std::
                                  const YScriptLocator& locator) {
     const auto include = [&](const std::string& file) { return readSource(file, locator, true); };
     YCompiler compiler(YHeap::current(), include);
-    compiler.setWarningLink([&](const YCompileError& e) { engine.warn(e.description()); });
+    const auto warn = [&](const YCompileError& error, const std::string& what) {
+        engine.warn(what, error.file + ':' + std::to_string(error.line));
+    };
+    compiler.setWarningLink([&](const YCompileError& e) { warn(e, e.description()); });
     std::unique_ptr<YScript> script = compiler.compile(name, std::move(text));
     if (script) return script;
     for (const YCompileError& error : compiler.errors()) {
         if (error.isWarning()) continue;
         if (error.kind == YCompileError::Kind::IncludeUnreadable) engine.endProgram(error.text);
-        if (error.code == yerror::kUnclosedQuote) engine.warn("Unquote " + error.statement + "...");
-        engine.warn(YCompiler::message(error));
+        if (error.code == yerror::kUnclosedQuote) warn(error, "Unquote " + error.statement + "...");
+        warn(error, YCompiler::message(error));
         break;
     }
     return nullptr;
@@ -110,7 +113,7 @@ std::string YChooseScript() {
 std::unique_ptr<YScript> YLoadScript(YEngine& engine, const std::string& name,
                                      const YScriptLocator& locator) {
     YCompiler::Source source = readSource(name, locator, false);
-    if (!source.text) engine.endProgram(source.message);
+    if (!source.text) engine.endProgram(source.message, name);
     if (YIsPrecompiled(*source.text)) return readPrecompiled(engine, name, *source.text);
     return compile(engine, name, std::move(*source.text), locator);
 }
