@@ -44,6 +44,9 @@
 namespace {
 
 constexpr const char* kStartScript = "Startup.mps";
+constexpr const char* kPlayerScript =
+    "tests\\player.mps"; ///< prepares the player of a single scene
+constexpr const char* kScriptExtension = ".mps";
 constexpr const char* kSettingsFile = "settings.ini";
 constexpr int kScreenDepth = 8;
 constexpr int kMinimumDepth = 8;
@@ -127,8 +130,8 @@ class Stage {
           SavedWorld& savedWorld);
     Stage& operator=(Stage&&) = delete;
 
-    /// From the start script to the end of the game.
-    void run();
+    /// From the start script, or another one, to the end of the game.
+    void run(std::string scene);
 
   private:
     void linkApplication(OMWaveEngine& soundEngine);
@@ -195,12 +198,19 @@ void Stage::linkScenes() {
     fonts_.addGameSubstitutions();
 }
 
-void Stage::run() {
-    YThread thread(engine_, kStartScript, [this](std::string_view name) {
+void Stage::run(std::string scene) {
+    if (!scene.empty() && !scene.ends_with(kScriptExtension)) scene += kScriptExtension;
+    const bool isPrepared = !scene.empty() && OMPlatform().files().exists(kPlayerScript);
+    const std::string first = isPrepared ? kPlayerScript : scene.empty() ? kStartScript : scene;
+    YThread thread(engine_, first.c_str(), [this](std::string_view name) {
         auto stream = locateScript(name);
         if (!stream && name == kStartScript) RTellNoStartScript(resources_.roots(), kStartScript);
         return stream;
     });
+    if (isPrepared)
+        thread.setEndReachedLink([&] {
+            if (!scene.empty()) thread.switchToScript(std::exchange(scene, {}));
+        });
     if (thread.isLoaded()) {
         thread.run();
         thread.fireStarted();
@@ -222,7 +232,7 @@ class RGame {
     RGame() = default;
     RGame& operator=(RGame&&) = delete;
 
-    void run(std::optional<std::uint32_t> seed);
+    void run(const RGameStart& start);
 
   private:
     [[nodiscard]] bool startResources();
@@ -257,21 +267,22 @@ bool RGame::startResources() {
     return false;
 }
 
-void RGame::run(std::optional<std::uint32_t> seed) {
+void RGame::run(const RGameStart& start) {
     const auto mode = RCheckMachine(configuration_, soundEngine_, savedWorld_.switches());
     if (!mode) return;
-    OMSeedRandom(seed.value_or(static_cast<std::uint32_t>(OMPlatform().clock().calendarSeconds())));
+    OMSeedRandom(
+        start.seed.value_or(static_cast<std::uint32_t>(OMPlatform().clock().calendarSeconds())));
     if (!startResources()) return;
     progressLayouts_.emplace(ProgressLayouts::find());
     stage_.emplace(*mode, resources_, soundEngine_, savedWorld_);
-    stage_->run();
+    stage_->run(start.scene);
 }
 
 } // namespace
 
-int RGameMain(std::optional<std::uint32_t> seed) {
+int RGameMain(const RGameStart& start) {
     OMDebug::require(OMPlatform().display().mode().depth >= kMinimumDepth, "OMSysNumColors() < 8",
                      "Video must be 256 colors or more!");
-    RGame().run(seed);
+    RGame().run(start);
     return kExitOk;
 }

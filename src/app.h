@@ -4,7 +4,12 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
-/// Runs the game on the installed platform; its exit code. `seed` replaces the time as the seed of
-/// the random generator.
-int RGameMain(std::optional<std::uint32_t> seed);
+struct RGameStart {
+    std::optional<std::uint32_t> seed; ///< of the random numbers, instead of the time
+    std::string scene;                 ///< the first script, if not the game's own
+};
+
+/// Runs the game on the installed platform; its exit code.
+int RGameMain(const RGameStart& start);

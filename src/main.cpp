@@ -5,6 +5,7 @@
 #include "startup/programresources.h"
 
 #include "platform/headless/headlessplatform.h"
+#include "platform/host/files/scratchfolder.h"
 #include "platform/host/game/datafolder.h"
 #include "platform/host/game/gameinfo.h"
 #include "platform/host/game/playerpermits.h"
@@ -16,6 +17,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -104,7 +106,10 @@ void complain(const std::vector<std::string>& problems) {
 int main(int argc, char** argv) {
     const auto parsed = parseCommandLine(argc, argv);
     if (const int* exitCode = std::get_if<int>(&parsed)) return *exitCode;
-    const Start start = prepare(std::get<CommandLine>(parsed));
+    std::optional<platform::ScratchFolder> scratch; // the home of a visit that is not kept
+    CommandLine line = std::get<CommandLine>(parsed);
+    if (!line.scene.empty() && line.home.empty()) line.home = scratch.emplace().path().string();
+    const Start start = prepare(line);
     const bool headless = start.line.headless;
     complain(start.game.problems);
     const RProgramTexts texts(
@@ -117,7 +122,7 @@ int main(int argc, char** argv) {
     const auto machine = headless ? makeHeadless(start, texts) : makeWindow(start, texts);
     if (!machine) return kNoWindow;
     OMSetPlatform(machine.get());
-    const int exitCode = RGameMain(start.line.seed);
+    const int exitCode = RGameMain({start.line.seed, start.line.scene});
     machine->programEnds(exitCode);
     OMSetPlatform(nullptr);
     return exitCode;

@@ -9,6 +9,7 @@
 #include <istream>
 #include <limits>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace platform {
@@ -225,6 +226,23 @@ Parsed parseEvent(LineReader line) {
     return TimelineEvent{*time, *std::move(what)};
 }
 
+enum class Read { Done, Wrong, NoSetting };
+
+Read readSetting(LineReader line, Visit& visit) {
+    const std::string_view name = line.word();
+    bool isRight = true;
+    if (name == "seed")
+        isRight =
+            (visit.seed = line.number(0u, std::numeric_limits<std::uint32_t>::max())).has_value();
+    else if (name == "step")
+        isRight = (visit.stepMs = line.number(1u, kMostStepMs)).has_value();
+    else if (name == "scene")
+        isRight = !(visit.scene = line.word()).empty();
+    else
+        return Read::NoSetting;
+    return isRight && line.atEnd() ? Read::Done : Read::Wrong;
+}
+
 bool isSkipped(std::string_view line) {
     LineReader reader(line);
     reader.skipBlanks();
@@ -241,23 +259,29 @@ std::string_view trimmed(std::string_view line, int number) {
 
 } // namespace
 
-std::variant<Timeline, TimelineError> parseTimeline(std::istream& input) {
-    Timeline timeline;
+std::variant<Visit, TimelineError> parseVisit(std::istream& input) {
+    Visit visit;
     std::string text;
     int number = 0;
     while (std::getline(input, text)) {
         ++number;
         const std::string_view line = trimmed(text, number);
         if (isSkipped(line)) continue;
+        if (const Read read = readSetting(LineReader(line), visit); read == Read::Wrong) {
+            return TimelineError{number, "this wants one word: \"seed N\", \"step N\" of at most " +
+                                             std::to_string(kMostStepMs) + ", \"scene NAME\""};
+        } else if (read == Read::Done) {
+            continue;
+        }
         Parsed parsed = parseEvent(LineReader(line));
         if (const auto* wrong = std::get_if<std::string>(&parsed)) {
             return TimelineError{number, *wrong};
         }
-        timeline.push_back(std::get<TimelineEvent>(std::move(parsed)));
+        visit.timeline.push_back(std::get<TimelineEvent>(std::move(parsed)));
     }
     if (input.bad()) return TimelineError{number + 1, "the input cannot be read"};
-    std::ranges::stable_sort(timeline, {}, &TimelineEvent::timeMs);
-    return timeline;
+    std::ranges::stable_sort(visit.timeline, {}, &TimelineEvent::timeMs);
+    return visit;
 }
 
 } // namespace platform

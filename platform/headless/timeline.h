@@ -13,6 +13,12 @@
 //     1250 expect no warnings
 //     1300 quit
 //
+// Lines without a time say what the visit begins with:
+//
+//     seed 7                   of the random numbers
+//     step 10                  milliseconds of a turn
+//     scene harbour            the script
+//
 // Times are milliseconds since the main loop began. Blank lines and lines that start with "#" are
 // skipped. Texts are UTF-8; a text that is not well-formed UTF-8 counts as Latin-1.
 #pragma once
@@ -21,6 +27,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -53,12 +60,22 @@ struct TimelineEvent {
 /// In order of time; events of equal time in the order of the file.
 using Timeline = std::vector<TimelineEvent>;
 
+/// A whole input file: what happens, and what the visit begins with where the file says so.
+struct Visit {
+    Timeline timeline;
+    std::optional<std::uint32_t> seed;
+    std::optional<std::uint32_t> stepMs; ///< 1 to kMostStepMs
+    std::string scene;                   ///< a script; empty: the game's first one
+};
+
+inline constexpr std::uint32_t kMostStepMs = 60'000;
+
 struct TimelineError {
     int line = 0; ///< counted from 1
     std::string text;
 };
 
 /// Reads the whole input; stops at the first line that cannot be read.
-[[nodiscard]] std::variant<Timeline, TimelineError> parseTimeline(std::istream& input);
+[[nodiscard]] std::variant<Visit, TimelineError> parseVisit(std::istream& input);
 
 } // namespace platform

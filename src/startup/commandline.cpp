@@ -1,5 +1,7 @@
 #include "startup/commandline.h"
 
+#include "gametest/gametests.h"
+
 #include "formats/base/scanner.h"
 #include "omlog.h"
 
@@ -104,24 +106,29 @@ std::string versionText(const std::string& content) {
 
 using formats::inQuotes;
 
-bool readInput(const std::string& file, platform::Timeline& timeline) {
+/// What the command line says itself goes before what the file says.
+bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
     std::ifstream input(file, std::ios::binary);
     if (!input) {
         std::fprintf(stderr, "zorbet: the input file %s cannot be read: %s\n",
                      inQuotes(file).c_str(), std::strerror(errno));
         return false;
     }
-    auto parsed = platform::parseTimeline(input);
+    auto parsed = platform::parseVisit(input);
     if (const auto* error = std::get_if<platform::TimelineError>(&parsed)) {
         std::fprintf(stderr, "%s:%d: %s\n", file.c_str(), error->line, error->text.c_str());
         return false;
     }
-    timeline = std::move(std::get<platform::Timeline>(parsed));
+    auto& visit = std::get<platform::Visit>(parsed);
+    line.timeline = std::move(visit.timeline);
+    if (!line.seed) line.seed = visit.seed;
+    if (!hasStep) line.stepMs = visit.stepMs.value_or(line.stepMs);
+    if (line.scene.empty()) line.scene = visit.scene;
     return true;
 }
 
 constexpr const char* kArguments =
-    R"([--content DIR] [--cd DIR] [--home DIR] [--seed N]
+    R"([--content DIR] [--cd DIR] [--home DIR] [--seed N] [--scene NAME]
               [--trust] [--components] [--author]
               [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
                           [--machine LIST] [--record-sound DIR]])";
@@ -180,7 +187,7 @@ class HeadlessOptions {
         add(command, "--until", &line.untilMs, "End at this time, as if the window were closed",
             "MS");
         add(command, "--step", &line.stepMs, "Time of one turn of the program (default 1)", "MS")
-            .within(1, 60000);
+            .within(1, platform::kMostStepMs);
         add(command, "--screen", screenReader(line.screen),
             "Screen that the program sees (default 640x480x8)", "WxHxD");
         add(command, "--machine", machineReader(line.machine),
@@ -198,10 +205,15 @@ class HeadlessOptions {
             if (option.isGiven() && !line_.headless)
                 throw commandline::Mistake(option.name() +
                                            ": is for runs without a window; add --headless");
-        return input_.empty() || readInput(input_, line_.timeline);
+        return input_.empty() || readInput(input_, hasStep(), line_);
     }
 
   private:
+    [[nodiscard]] bool hasStep() const {
+        return std::ranges::any_of(options_, [](const commandline::Option& option) {
+            return option.name() == "--step" && option.isGiven();
+        });
+    }
     const commandline::Option& add(commandline::Command& command, const std::string& name,
                                    const commandline::Target& target,
                                    const std::string& description, const std::string& value) {
@@ -223,6 +235,10 @@ void addOptions(commandline::Command& command, CommandLine& line) {
                 "own, in the user's data folder)",
                 "DIR");
     command.add("--seed", &line.seed, "Seed of the random numbers instead of the time", "N");
+    command.add("--scene", &line.scene,
+                "Begin with this script, with the player that tests/player.mps\n"
+                "of the game prepares; nothing is kept",
+                "NAME");
     command.add("--trust", &line.trusted,
                 "The game may open all files of this machine that you may: for\n"
                 "your own work only");
@@ -234,6 +250,28 @@ void addOptions(commandline::Command& command, CommandLine& line) {
                 "pictures a second are shown");
     command.add("--headless", &line.headless,
                 "No window and no sound to be heard, on a clock of its own");
+}
+
+constexpr const char* kAboutTest =
+    R"(Plays every tests/NAME.input of the game without a window, in a copy of the game and with
+nothing saved. What it expects must be so, and its screenshots must be equal to the pictures
+beside it. What failed tests left, with the differences of pictures, is kept in a folder.
+The exit code is 0 when all passed, 1 when some failed, 2 when there is nothing to play.
+
+Examples:
+  zorbet test my-game
+  zorbet test my-game harbour --renew)";
+
+void addTests(commandline::Program& program, gametest::Options& options) {
+    commandline::Command command = program.add(
+        "test", "Play the tests of a game", "DIR [NAME...] [--junit FILE] [--renew]", kAboutTest,
+        [&options] { return gametest::run(options, std::cout, std::cerr); });
+    command.add("DIR", &options.game, "The game's folder").folder().required();
+    command.add("NAME", &options.names, "Tests; without any, all of them");
+    command.add("--results", &options.results,
+                "Folder for what failed tests left (default:\nzorbet-tests, here)", "FOLDER");
+    command.add("--junit", &options.junit, "Write the result for build servers, too", "FILE");
+    command.add("--renew", &options.renew, "Store the pictures anew; look at each");
 }
 
 } // namespace
@@ -260,6 +298,8 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
         isGame = headless.finish();
         return isGame ? 0 : commandline::kWrong;
     };
+    gametest::Options tests;
+    addTests(program, tests);
     const int exitCode = program.run(argc, argv, std::cout, std::cerr);
     if (!isGame) return exitCode;
     return line;

@@ -20,6 +20,7 @@ struct CommandLine {
     bool components = false; ///< native code of the game is loaded
     bool author = false;     ///< shows what concerns the one who makes the game
     bool headless = false;
+    std::string scene; ///< a script to begin with; empty: the game's first one
     platform::Timeline timeline;
     std::optional<std::uint32_t> untilMs;
     std::uint32_t stepMs = 1;

@@ -15,11 +15,11 @@ namespace {
 /// All that is read, an event after the other: its time and text or key; or the fault and its line.
 std::string parsed(const std::string& text) {
     std::istringstream input(text);
-    const auto result = parseTimeline(input);
+    const auto result = parseVisit(input);
     if (const auto* error = std::get_if<TimelineError>(&result))
         return std::to_string(error->line) + ": " + error->text;
     std::ostringstream out;
-    for (const auto& [timeMs, what] : std::get<Timeline>(result)) {
+    for (const auto& [timeMs, what] : std::get<Visit>(result).timeline) {
         out << timeMs << ' ';
         if (const auto* answer = std::get_if<TimelineAnswer>(&what))
             out << answer->button << (answer->checked ? " checked\n" : "\n");
@@ -68,7 +68,7 @@ class HeadlessTest : public testing::Test {
   protected:
     HeadlessPlatform& start(const std::string& timeline, HeadlessOptions options = {}) {
         std::istringstream input(timeline);
-        options.timeline = std::get<Timeline>(parseTimeline(input));
+        options.timeline = std::get<Visit>(parseVisit(input)).timeline;
         options.host = {folder_.path(), "", folder_.path("home")};
         options.report = &report_;
         options.notes = &notes_;

@@ -1,26 +1,15 @@
 // A folder of its own for a test, gone with everything in it at the test's end.
 #pragma once
 
-#include <cstdlib>
+#include "platform/host/files/scratchfolder.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
 #include <string>
 
 class TemporaryFolder {
   public:
-    TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "zorbet-test-XXXXXX").string();
-        if (!::mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
-        path_ = std::filesystem::canonical(name);
-    }
-    ~TemporaryFolder() {
-        std::error_code error;
-        std::filesystem::remove_all(path_, error);
-    }
-    TemporaryFolder& operator=(TemporaryFolder&&) = delete;
-
     [[nodiscard]] std::string path(const std::string& name = "") const {
         return name.empty() ? path_.string() : (path_ / name).string();
     }
@@ -37,5 +26,6 @@ class TemporaryFolder {
     }
 
   private:
-    std::filesystem::path path_;
+    platform::ScratchFolder folder_;
+    const std::filesystem::path& path_ = folder_.path();
 };

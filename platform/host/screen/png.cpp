@@ -14,6 +14,9 @@ namespace platform {
 namespace {
 
 constexpr std::size_t kRgbBytes = 3;
+/// As bytes in memory, so that each pixel is 0xAARRGGBB as a number.
+constexpr png_uint_32 kPictureFormat =
+    std::endian::native == std::endian::little ? PNG_FORMAT_BGRA : PNG_FORMAT_ARGB;
 
 png_image imageOf(const Surface& surface) {
     png_image image{};
@@ -64,9 +67,7 @@ std::optional<Picture> readPng(const std::string& hostPath, int mostSide) {
     const auto most = static_cast<png_uint_32>(mostSide);
     Picture picture;
     if (image.width <= most && image.height <= most) {
-        // As bytes in memory, so that each pixel is 0xAARRGGBB as a number.
-        image.format =
-            std::endian::native == std::endian::little ? PNG_FORMAT_BGRA : PNG_FORMAT_ARGB;
+        image.format = kPictureFormat;
         picture = {static_cast<int>(image.width), static_cast<int>(image.height), {}};
         picture.pixels.resize(std::size_t{image.width} * image.height);
         if (png_image_finish_read(&image, nullptr, picture.pixels.data(), 0, nullptr) != 0)
@@ -74,6 +75,16 @@ std::optional<Picture> readPng(const std::string& hostPath, int mostSide) {
     }
     png_image_free(&image);
     return std::nullopt;
+}
+
+bool writePng(const std::string& hostPath, const Picture& picture) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(picture.width);
+    image.height = static_cast<png_uint_32>(picture.height);
+    image.format = kPictureFormat;
+    return png_image_write_to_file(&image, hostPath.c_str(), 0, picture.pixels.data(), 0,
+                                   nullptr) != 0;
 }
 
 bool writePng(const std::string& hostPath, const Surface& surface,

@@ -20,6 +20,9 @@ struct Picture {
 /// None when there is no PNG, or one with a side of more than `mostSide` pixels.
 [[nodiscard]] std::optional<Picture> readPng(const std::string& hostPath, int mostSide);
 
+/// Opaque. False when the file cannot be written.
+[[nodiscard]] bool writePng(const std::string& hostPath, const Picture& picture);
+
 /// Writes an indexed picture with all 256 palette entries when the surface has 8 bits, else RGB.
 /// `hostPath` is a name of the host. False when the file cannot be written; nothing is left then.
 [[nodiscard]] bool writePng(const std::string& hostPath, const Surface& surface,
