@@ -11,8 +11,6 @@ namespace mps {
 
 namespace {
 
-using Node = YExpression::Node;
-
 constexpr int kLargestCounter = 32767;
 constexpr int kMostCalls = 8; ///< procedures that are followed one into the other
 
