@@ -8,6 +8,7 @@
 #include "omsclass.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace mps {
 
@@ -60,9 +61,11 @@ std::string hintFor(const GameResources& resources, std::string_view type, int i
 }
 
 std::optional<int> wholeNumber(const Word& word) {
-    if (!isNumber(*word.variable) || word.variable->type() != YVariable::Type::Integer)
+    constexpr double kLargest = 65535; // of what counts of a number
+    const auto number = numberOf(word);
+    if (!number || std::abs(*number) > kLargest || std::trunc(*number) != *number)
         return std::nullopt;
-    return static_cast<int>(word.variable->number());
+    return static_cast<int>(*number);
 }
 
 } // namespace
