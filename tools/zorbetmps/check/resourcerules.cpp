@@ -163,7 +163,7 @@ void ScriptRules::checkFrame(const Statement& statement, const OMSEntry& row) {
     const bool isSequence = &row == OMAnimation::kClass.find("sequence");
     if (!isSequence && &row != OMAnimation::kClass.find("frame")) return;
     const Word& value = statement.words.back();
-    const auto number = onlyNumber(value);
+    const auto number = game_.resources.areKnown() ? onlyNumber(value) : std::nullopt;
     const auto animation = number ? onlyAnimation(statement.words.front()) : std::nullopt;
     const auto frames = animation ? game_.resources.framesOf(*animation) : std::nullopt;
     if (!frames) return;
