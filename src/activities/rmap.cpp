@@ -24,22 +24,28 @@ constexpr OMSEntry kRMapVocabulary[] = {
     oms::data<&RMap::cellSizeV, &RMap::setCellSizeV>("cellSizeV", "height of a cell in pixels"),
     oms::data<&RMap::cellsV, &RMap::setCellsV>("cellsV", "rows"),
     oms::data<&RMap::directionGraphicID, &RMap::setDirectionGraphicID>(
-        "directionGraphicID", "[direction] mark of the trail; -1: none"),
+        "directionGraphicID", "[direction] mark of the trail; -1: none")
+        .of("animation"),
     oms::data<&RMap::finishGraphicID, &RMap::setFinishGraphicID>("finishGraphicID",
-                                                                 "mark of the finish; -1: none"),
+                                                                 "mark of the finish; -1: none")
+        .of("animation"),
     oms::data<&RMap::finishX, &RMap::setFinishX>("finishX", "column of the finish"),
     oms::data<&RMap::finishY, &RMap::setFinishY>("finishY", "row of the finish"),
     oms::data<&RMap::mapGraphicID, &RMap::setMapGraphicID>("mapGraphicID",
-                                                           "picture of the map; -1: none"),
+                                                           "picture of the map; -1: none")
+        .of("animation"),
     oms::data<&RMap::moveDelay, &RMap::setMoveDelay>("moveDelay", "milliseconds between steps"),
     oms::data<&RMap::offMapSoundID, &RMap::setOffMapSoundID>(
-        "offMapSoundID", "sound of running off the board; -1: none"),
+        "offMapSoundID", "sound of running off the board; -1: none")
+        .of("sound"),
     oms::data<&RMap::startGraphicID, &RMap::setStartGraphicID>("startGraphicID",
-                                                               "mark of the start; -1: none"),
+                                                               "mark of the start; -1: none")
+        .of("animation"),
     oms::data<&RMap::startX, &RMap::setStartX>("startX", "column of the start"),
     oms::data<&RMap::startY, &RMap::setStartY>("startY", "row of the start"),
     oms::data<&RMap::trapSoundID, &RMap::setTrapSoundID>("trapSoundID",
-                                                         "[trap] sound of a trap; -1: none"),
+                                                         "[trap] sound of a trap; -1: none")
+        .of("sound"),
     oms::method<&RMap::addMove>("addMove", "direction length"),
     oms::method<&RMap::clearMoves>("clearMoves"),
     oms::method<&RMap::interruptMove>("interruptMove"),

@@ -16,7 +16,8 @@ using platform::Rect;
 namespace {
 
 constexpr OMSEntry kRPegGameVocabulary[] = {
-    oms::data<&RPegGame::pegID, &RPegGame::setPegID>("pegID", "picture of the pegs; -1: none"),
+    oms::data<&RPegGame::pegID, &RPegGame::setPegID>("pegID", "picture of the pegs; -1: none")
+        .of("animation"),
     oms::data<&RPegGame::pegMovingZ, &RPegGame::setPegMovingZ>("pegMovingZ",
                                                                "depth of a peg while it is held"),
     oms::data<&RPegGame::pegX, &RPegGame::setPegX>("pegX", "[hole] left edge of a peg there"),

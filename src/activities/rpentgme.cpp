@@ -23,35 +23,46 @@ constexpr OMSEntry kRPentominoGameVocabulary[] = {
     oms::data<&Game::cellsV, &Game::setCellsV>("cellsV", "rows; writing empties the board"),
     oms::data<&Game::cellHeight, &Game::setCellHeight>("cellHeight", "pixels"),
     oms::data<&Game::cellWidth, &Game::setCellWidth>("cellWidth", "pixels"),
-    oms::data<&Game::flipperGraphicID, &Game::setFlipperGraphicID>("flipperGraphicID",
-                                                                   "tool that mirrors pieces"),
+    oms::data<&Game::flipperGraphicID, &Game::setFlipperGraphicID>(
+        "flipperGraphicID", "tool that mirrors pieces; -1: none")
+        .of("animation"),
     oms::data<&Game::pieceCellX, &Game::setPieceCellX>("pieceCellX", "[piece] its column"),
     oms::data<&Game::pieceCellY, &Game::setPieceCellY>("pieceCellY", "[piece] its row"),
     oms::data<&Game::pieceFlippedSoundID, &Game::setPieceFlippedSoundID>("pieceFlippedSoundID",
-                                                                         "-1: none"),
+                                                                         "-1: none")
+        .of("sound"),
     oms::data<&Game::pieceGoHomeSoundID, &Game::setPieceGoHomeSoundID>("pieceGoHomeSoundID",
-                                                                       "-1: none"),
+                                                                       "-1: none")
+        .of("sound"),
     oms::data<&Game::pieceGrabAOCursorID, &Game::setPieceGrabAOCursorID>(
-        "pieceGrabAOCursorID", "of pieces that are held; -1: the default"),
+        "pieceGrabAOCursorID", "of pieces that are held; -1: the default")
+        .of("cursor"),
     oms::data<&Game::pieceGraphicID, &Game::setPieceGraphicID>(
-        "pieceGraphicID", "[piece] its picture; writing makes the piece"),
+        "pieceGraphicID", "[piece] its picture; writing makes the piece; -1: none")
+        .of("animation"),
     oms::data<&Game::pieceIsAnchored, &Game::setPieceIsAnchored>("pieceIsAnchored",
                                                                  "[piece] it cannot be dragged"),
     oms::data<&Game::piecePickedUpSoundID, &Game::setPiecePickedUpSoundID>("piecePickedUpSoundID",
-                                                                           "-1: none"),
+                                                                           "-1: none")
+        .of("sound"),
     oms::data<&Game::pieceRotatedSoundID, &Game::setPieceRotatedSoundID>("pieceRotatedSoundID",
-                                                                         "-1: none"),
+                                                                         "-1: none")
+        .of("sound"),
     oms::data<&Game::pieceSnappedSoundID, &Game::setPieceSnappedSoundID>("pieceSnappedSoundID",
-                                                                         "-1: none"),
+                                                                         "-1: none")
+        .of("sound"),
     oms::data<&Game::pieceSpotAOCursorID, &Game::setPieceSpotAOCursorID>(
-        "pieceSpotAOCursorID", "of pieces under the pointer; -1: the default"),
+        "pieceSpotAOCursorID", "of pieces under the pointer; -1: the default")
+        .of("cursor"),
     oms::data<&Game::piecesVisible, &Game::setPiecesVisible>("piecesVisible"),
     oms::data<&Game::pieceView, &Game::setPieceView>("pieceView",
                                                      "[piece] how it lies, from 0 to 7"),
-    oms::data<&Game::rotaterGraphicID, &Game::setRotaterGraphicID>("rotaterGraphicID",
-                                                                   "tool that turns pieces"),
+    oms::data<&Game::rotaterGraphicID, &Game::setRotaterGraphicID>(
+        "rotaterGraphicID", "tool that turns pieces; -1: none")
+        .of("animation"),
     oms::data<&Game::solutionBoxGraphicID, &Game::setSolutionBoxGraphicID>(
-        "solutionBoxGraphicID", "picture of a cell of the pattern"),
+        "solutionBoxGraphicID", "picture of a cell of the pattern; -1: none")
+        .of("animation"),
     oms::method<&Game::reset>("reset"),
     oms::method<&Game::setPieceCellXY>("setPieceCellXY", "piece column row"),
     oms::method<&Game::setPieceHomeBox>("setPieceHomeBox", "piece left top right bottom"),

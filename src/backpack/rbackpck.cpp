@@ -133,7 +133,7 @@ class RBackPack::Thing final : public OMAnimation {
 };
 
 const OMSClass RBackPack::kClass{"RBackPack", &RAnimation::kClass, kRBackPackVocabulary,
-                                 &RBackPack::createFromScript, "id x y [z]"};
+                                 &RBackPack::createFromScript, "animation x y [z]"};
 
 RBackPack::RBackPack(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
     : RAnimation(window, std::move(image), id, x, y) {

@@ -31,18 +31,19 @@ constexpr OMSEntry kRCharacterVocabulary[] = {
         "animateSettled", "1: the settle pose moves; 0: it shows its first frame"),
     oms::data<&RCharacter::isTouchy, &RCharacter::setTouchy>("enabled", "the same as touchy"),
     oms::data<&RCharacter::settlePoseId, &RCharacter::setSettlePoseId>(
-        "settlePoseID", "animation in which it stands; -1: none"),
+        "settlePoseID", "animation in which it stands; -1: none")
+        .of("animation"),
     oms::method<&RCharacter::addFidgetGroup>("addFidgetGroup", "group min max [no-repeat (1)]"),
-    oms::method<&RCharacter::addFidget>("addFidget", "group id [hide-pose (1)]"),
-    oms::method<&RCharacter::addSpeechAnim>("addSpeechAnim", "id"),
+    oms::method<&RCharacter::addFidget>("addFidget", "group animation [hide-pose (1)]"),
+    oms::method<&RCharacter::addSpeechAnim>("addSpeechAnim", "animation"),
     oms::method<&RCharacter::removeFidgetGroup>("removeFidgetGroup", "group"),
-    oms::lasting<&RCharacter::playAnimForScript>("playAnim", "id [repeat (1) [stay (1)]]"),
+    oms::lasting<&RCharacter::playAnimForScript>("playAnim", "animation [repeat (1) [stay (1)]]"),
     oms::lasting<&RCharacter::playSpeechForScript>("playSpeech",
                                                    "speech [stay (1) [listener (0)]]"),
     oms::method<&RCharacter::pause>("pause"),
     oms::lasting<&RCharacter::resumeForScript>("resume"),
     oms::method<&RCharacter::stop>("stop"),
-    oms::method<&RCharacter::setAOCursor>("setAOCursor", "[normal [grab]]"),
+    oms::method<&RCharacter::setAOCursor>("setAOCursor", "[cursor [grab-cursor]]"),
     oms::event("finished", "an animation or a speech has ended"),
 };
 
@@ -55,7 +56,7 @@ void refuse(const std::string& text, const OMLink& done) {
 } // namespace
 
 const OMSClass RCharacter::kClass{"RCharacter", &OMMultiTrinket::kClass, kRCharacterVocabulary,
-                                  &RCharacter::createFromScript, "pose x y [z]"};
+                                  &RCharacter::createFromScript, "pose (-1: none) x y [z]"};
 
 RCharacter::RCharacter(OMTrinketWindow& window, int settlePose, Point at)
     : OMMultiTrinket(window), origin_(at),

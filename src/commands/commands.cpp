@@ -153,9 +153,9 @@ constexpr Row kRows[] = {
     RCommand<&randomNumber>("RandomNumber", "low high [except]"),
     RCommand<&restorePalette>("RestorePalette"),
     RCommand<&scene>("Scene", "picture [palette]"),
-    RCommand<&setAnswerSound<&AnswerSounds::goHome>>("SetAnswerGoHomeSound", "id"),
-    RCommand<&setAnswerSound<&AnswerSounds::pickUp>>("SetAnswerPickUpSound", "id"),
-    RCommand<&setAnswerSound<&AnswerSounds::snap>>("SetAnswerSnapSound", "id"),
+    RCommand<&setAnswerSound<&AnswerSounds::goHome>>("SetAnswerGoHomeSound", "sound"),
+    RCommand<&setAnswerSound<&AnswerSounds::pickUp>>("SetAnswerPickUpSound", "sound"),
+    RCommand<&setAnswerSound<&AnswerSounds::snap>>("SetAnswerSnapSound", "sound"),
     RCommand<&OMTrinket::setCorralNormalization>("SetCorralTrinketNormalization", "yes"),
     RCommand<&OMLog::setLevel>("SetDebugLevel", "level"),
     RCommand<&EffectsWindow::setDoubleClicksEnabled>("SetDoubleClicksEnabled", "yes"),
@@ -174,7 +174,7 @@ constexpr Row kRows[] = {
     // Sounds.
     RCommand<&RGameSounds::kill>("KillSound", "handle"),
     RCommand<&RGameSounds::pause>("PauseSound", "handle"),
-    RCommand<&playSound>("PlaySound", "id [loop]"),
+    RCommand<&playSound>("PlaySound", "sound [loop]"),
     RCommand<&RGameSounds::resume>("ResumeSound", "handle"),
 };
 

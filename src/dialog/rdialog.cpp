@@ -12,8 +12,8 @@ namespace {
 constexpr OMSEntry kRDialogVocabulary[] = {
     oms::readOnly<&RDialog::selectedButton>("selectedButton",
                                             "value of the button pressed last; empty before"),
-    oms::method<&RDialog::addButton>("addButton", "id value"),
-    oms::method<&RDialog::addGraphic>("addGraphic", "id"),
+    oms::method<&RDialog::addButton>("addButton", "animation value"),
+    oms::method<&RDialog::addGraphic>("addGraphic", "animation"),
     oms::event("buttonPressed", "a button was clicked"),
 };
 
@@ -34,7 +34,7 @@ std::unique_ptr<Class> createEmbedded(int id, OMTrinketWindow& window) {
 } // namespace
 
 const OMSClass RDialog::kClass{"RDialog", &OMMultiTrinket::kClass, kRDialogVocabulary,
-                               &RDialog::createFromScript, "id z"};
+                               &RDialog::createFromScript, "animation z"};
 
 RDialog::RDialog(OMTrinketWindow& window, int backgroundId, int z)
     : OMMultiTrinket(window), clicks_(std::in_place, window, nullptr) {

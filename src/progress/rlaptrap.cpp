@@ -63,7 +63,8 @@ world::LevelColor colorFrom(int value) {
 } // namespace
 
 const OMSClass RLapTrap::kClass{"RLapTrap", &RAnimation::kClass, kRLapTrapVocabulary,
-                                &RLapTrap::createFromScript, "location [id [x y] [z]]"};
+                                &RLapTrap::createFromScript,
+                                "location [animation (-1: the layout's) [x y] [z]]"};
 
 // ---------------------------------------------------------------------------- opening
 

@@ -22,7 +22,7 @@ constexpr OMSEntry kRGraphicTextAnswerRows[] = {
         "textOffsetX", "of the text's box from the picture's corner"),
     oms::data<&RGraphicTextAnswer::textOffsetY<0>, &RGraphicTextAnswer::setTextOffsetY<0>>(
         "textOffsetY", "as textOffsetX"),
-    oms::method<&RGraphicTextAnswer::chooseFont>("setFont", "id | face [size [style]]"),
+    oms::method<&RGraphicTextAnswer::chooseFont>("setFont", "font | face [size [style]]"),
 };
 
 constexpr auto kRGraphicTextAnswerVocabulary =
@@ -30,12 +30,14 @@ constexpr auto kRGraphicTextAnswerVocabulary =
 
 constexpr OMSEntry kRDoubleGraphicTextAnswerRows[] = {
     oms::data<&RDoubleGraphicTextAnswer::pictureID<0>, &RDoubleGraphicTextAnswer::setPictureID<0>>(
-        "graphic1ID", "a picture; -1: none"),
+        "graphic1ID", "a picture; -1: none")
+        .of("animation"),
     oms::data<&RDoubleGraphicTextAnswer::pictureOffsetZ<0>,
               &RDoubleGraphicTextAnswer::setPictureOffsetZ<0>>(
         "graphic1OffsetZ", "below 0: behind the base picture; above 0: before the texts"),
     oms::data<&RDoubleGraphicTextAnswer::pictureID<1>, &RDoubleGraphicTextAnswer::setPictureID<1>>(
-        "graphic2ID", "a picture; -1: none"),
+        "graphic2ID", "a picture; -1: none")
+        .of("animation"),
     oms::data<&RDoubleGraphicTextAnswer::pictureOffsetZ<1>,
               &RDoubleGraphicTextAnswer::setPictureOffsetZ<1>>("graphic2OffsetZ",
                                                                "as graphic1OffsetZ"),
@@ -56,7 +58,7 @@ constexpr OMSEntry kRDoubleGraphicTextAnswerRows[] = {
     oms::data<&RDoubleGraphicTextAnswer::textOffsetY<1>,
               &RDoubleGraphicTextAnswer::setTextOffsetY<1>>("text2OffsetY", "as text1OffsetX"),
     oms::method<&RDoubleGraphicTextAnswer::playAnimations>("playAnimations"),
-    oms::method<&RDoubleGraphicTextAnswer::chooseFont>("setFont", "id | face [size [style]]"),
+    oms::method<&RDoubleGraphicTextAnswer::chooseFont>("setFont", "font | face [size [style]]"),
     oms::method<&RDoubleGraphicTextAnswer::stopAnimations>("stopAnimations"),
 };
 
@@ -250,9 +252,9 @@ void LabelledAnswer::paintFrom(OMMemCanvas& canvas, const OMRegion& clip, Point 
 
 // A picture with a text
 
-const OMSClass RGraphicTextAnswer::kClass{
-    "RGraphicTextAnswer", &RAnswer::kClass, kRGraphicTextAnswerVocabulary,
-    &createAnswer<RGraphicTextAnswer>, OMAnimation::kArguments};
+const OMSClass RGraphicTextAnswer::kClass{"RGraphicTextAnswer", &RAnswer::kClass,
+                                          kRGraphicTextAnswerVocabulary,
+                                          &createAnswer<RGraphicTextAnswer>, kArguments};
 
 RGraphicTextAnswer::RGraphicTextAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image,
                                        int id, int x, int y)
@@ -263,7 +265,7 @@ RGraphicTextAnswer::RGraphicTextAnswer(OMTrinketWindow& window, std::shared_ptr<
 
 const OMSClass RDoubleGraphicTextAnswer::kClass{
     "RDoubleGraphicTextAnswer", &RAnswer::kClass, kRDoubleGraphicTextAnswerVocabulary,
-    &createAnswer<RDoubleGraphicTextAnswer>, OMAnimation::kArguments};
+    &createAnswer<RDoubleGraphicTextAnswer>, kArguments};
 
 RDoubleGraphicTextAnswer::RDoubleGraphicTextAnswer(OMTrinketWindow& window,
                                                    std::shared_ptr<AOImage> image, int id, int x,

@@ -20,16 +20,19 @@ constexpr OMSEntry kRAnswerVocabulary[] = {
     oms::data<&RAnswer::extraRight, &RAnswer::setExtraRight>("extraRight", "as extraBottom"),
     oms::data<&RAnswer::extraTop, &RAnswer::setExtraTop>("extraTop", "as extraBottom"),
     oms::data<&RAnswer::goHomeSound, &RAnswer::setGoHomeSound>("goHomeSound",
-                                                               "sound of going home; -1: none"),
+                                                               "sound of going home; -1: none")
+        .of("sound"),
     oms::data<&RAnswer::homeX, &RAnswer::setHomeX>("homeX",
                                                    "x of its home; writing moves it there"),
     oms::data<&RAnswer::homeY, &RAnswer::setHomeY>("homeY",
                                                    "y of its home; writing moves it there"),
     oms::readOnly<&RAnswer::isUsed>("isUsed", "it is in a container"),
-    oms::data<&RAnswer::pickUpSound, &RAnswer::setPickUpSound>(
-        "pickUpSound", "sound of being picked up; -1: none"),
+    oms::data<&RAnswer::pickUpSound, &RAnswer::setPickUpSound>("pickUpSound",
+                                                               "sound of being picked up; -1: none")
+        .of("sound"),
     oms::data<&RAnswer::snapSound, &RAnswer::setSnapSound>(
-        "snapSound", "sound of snapping into a container; -1: none"),
+        "snapSound", "sound of snapping into a container; -1: none")
+        .of("sound"),
     oms::event("pickedUp", "the player has picked it up"),
     oms::event("dropped", "the player has let go of it"),
     oms::event("addedToContainer", "a container takes it"),
@@ -55,7 +58,7 @@ constexpr int kWidestInset = 10'000; ///< pixels
 
 const OMSClass RAnswer::kClass{"RAnswer", &RAnimation::kClass, kRAnswerVocabulary};
 const OMSClass RGraphicAnswer::kClass{"RGraphicAnswer", &RAnswer::kClass, kRGraphicAnswerVocabulary,
-                                      &createAnswer<RGraphicAnswer>, OMAnimation::kArguments};
+                                      &createAnswer<RGraphicAnswer>, kArguments};
 
 RAnswer::RAnswer(OMTrinketWindow& window, std::shared_ptr<AOImage> image, int id, int x, int y)
     : RAnimation(window, std::move(image), id, x, y), home_(corner()), homeOrigin_(origin()),

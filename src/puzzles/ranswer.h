@@ -131,6 +131,8 @@ class RAnswer : public RAnimation {
     [[nodiscard]] static std::shared_ptr<AOImage> imageOf(int id) {
         return AOImage::locateOrBlank(id);
     }
+    static constexpr std::string_view kArguments =
+        "animation (-1: none) [z] | animation (-1: none) x y z";
     /// How the kinds are created, with the arguments of a script.
     template <class Class>
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createAnswer() {
@@ -174,7 +176,8 @@ inline constexpr OMSEntry kAnswerTextRows[] = {
         "value", "number that containers count; the attribute, until it is written"),
 };
 inline constexpr OMSEntry kAnswerPictureRows[] = {
-    oms::data<&RAnswer::graphicID, &RAnswer::setGraphicID>("graphicID", "its picture; -1: none"),
+    oms::data<&RAnswer::graphicID, &RAnswer::setGraphicID>("graphicID", "its picture; -1: none")
+        .of("animation"),
 };
 /// Containers have them too.
 inline constexpr OMSEntry kPlayRows[] = {

@@ -98,7 +98,8 @@ class RContainer : public RAnimation {
     /// A copy is empty.
     RContainer(const RContainer& other);
 
-    static constexpr std::string_view kArguments = "id [z] | id x y z | -1 x y width height [z]";
+    static constexpr std::string_view kArguments =
+        "animation [z] | animation x y z | -1 x y width height [z]";
     /// How the kinds are created, with the arguments of a script.
     template <class Class>
     [[nodiscard]] static std::unique_ptr<OMScriptableObject> createContainer() {

@@ -16,7 +16,8 @@ constexpr OMSEntry kRFabricContainerVocabulary[] = {
     oms::data<&RFabricContainer::correctSegments, &RFabricContainer::setCorrectSegments>(
         "correctSegments", "segments to be covered"),
     oms::data<&RFabricContainer::infoAOID, &RFabricContainer::setInfoAOID>(
-        "infoAOID", "picture that tells how many are covered; -1: none"),
+        "infoAOID", "picture that tells how many are covered; -1: none")
+        .of("animation"),
     oms::data<&RFabricContainer::infoVerticalOffset, &RFabricContainer::setInfoVerticalOffset>(
         "infoVerticalOffset", "pixels from the container to that picture; below 0: above it"),
     oms::method<&RContainer::replacePaletteEntry>("replacePaletteEntry", "old new"),

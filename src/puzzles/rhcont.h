@@ -49,7 +49,8 @@ inline constexpr OMSEntry kRowContainerRows[] = {
     oms::data<&RowContainer::deltaZ, &RowContainer::setDeltaZ>(
         "deltaZ", "depth of answers above the container's"),
     oms::data<&RowContainer::slideSound, &RowContainer::setSlideSound>(
-        "slideSound", "sound of answers that move in the row; -1: none"),
+        "slideSound", "sound of answers that move in the row; -1: none")
+        .of("sound"),
 };
 
 /// Is solved when the attributes, read from left to right, make one of its match strings.

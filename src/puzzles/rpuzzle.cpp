@@ -40,8 +40,8 @@ constexpr OMSEntry kRPuzzleVocabulary[] = {
     oms::method<&RPuzzle::setPuzzleText>(
         "setPuzzleText", "entry number x y z text [align] | entry number x y width height z text"),
     oms::method<&RPuzzle::setPuzzleTextFont>("setPuzzleTextFont",
-                                             "face size style color | id \"\" \"\" color"),
-    oms::method<&RPuzzle::setPuzzleGraphic>("setPuzzleGraphic", "entry [x y] z id"),
+                                             "face size style color | font \"\" \"\" color"),
+    oms::method<&RPuzzle::setPuzzleGraphic>("setPuzzleGraphic", "entry [x y] z animation"),
     oms::method<&RPuzzle::shiftAnswers>("shiftAnswers", "dx dy"),
     oms::method<&RPuzzle::shiftContainers>("shiftContainers", "dx dy"),
     oms::method<&RPuzzle::start>("start"),

@@ -11,7 +11,8 @@ namespace {
 
 constexpr OMSEntry kRStackingContainerRows[] = {
     oms::data<&RStackingContainer::droppedSound, &RStackingContainer::setDroppedSound>(
-        "droppedSound", "sound of answers that fall; -1: none"),
+        "droppedSound", "sound of answers that fall; -1: none")
+        .of("sound"),
     oms::data<&RStackingContainer::solvedAnswerCount, &RStackingContainer::setSolvedAnswerCount>(
         "solvedAnswerCount", "answers that it takes to be solved; -1: any number"),
 };

@@ -10,13 +10,14 @@ namespace {
 
 constexpr OMSEntry kRScenePortVocabulary[] = {
     oms::data<&RScenePort::backgroundMusicID, &RScenePort::setBackgroundMusicID>(
-        "backgroundMusicID", "id of a sound, -1 for none"),
+        "backgroundMusicID", "id of a sound, -1 for none")
+        .of("sound"),
     oms::data<&RScenePort::backgroundMusicVolume, &RScenePort::setBackgroundMusicVolume>(
         "backgroundMusicVolume", "0 to 100"),
     oms::data<&RScenePort::isBackgroundMusicEnabled, &RScenePort::setBackgroundMusicEnabled>(
         "isBackgroundMusicEnabled", "whether there is music at all"),
     oms::method<&RScenePort::startBackgroundMusic>("startBackgroundMusic",
-                                                   "[id], [volume], [fade]"),
+                                                   "[sound], [volume], [fade]"),
     oms::method<&RScenePort::stopBackgroundMusic>("stopBackgroundMusic", "[fade]"),
     oms::method<&RScenePort::pauseBackgroundMusic>("pauseBackgroundMusic"),
     oms::method<&RScenePort::resumeBackgroundMusic>("resumeBackgroundMusic"),

@@ -1,6 +1,7 @@
 // What the check of scripts finds: in a corpus of scripts with mistakes, and in whole games.
 #include "tooltest.h"
 
+#include "formats/animation/animation.h"
 #include "formats/base/latin1.h"
 #include "zorbetmps/commandline.h"
 
@@ -37,7 +38,22 @@ class Mistakes : public ToolTest {
     }
 };
 
+/// An animation whose sequences have so many frames.
+Bytes animation(const std::vector<std::size_t>& frames) {
+    formats::animation::Animation made;
+    for (const std::size_t count : frames) made.sequences.emplace_back(count).push_back({0, 0, -1});
+    return formats::animation::write(made);
+}
+
 TEST_F(Mistakes, AreFoundWhereTheyAre) {
+    write("game/rsc/Harbour.RSC", {{"ASEQ", 100, animation({1})},
+                                   {"ASEQ", 201, animation({1})},
+                                   {"ASEQ", 2001, animation({1, 3})},
+                                   {"ASEQ", 2002, animation({1})},
+                                   {"ASEQ", 2003, animation({1})},
+                                   {"WAVE", 201, {}},
+                                   {"WAVE", 202, {}},
+                                   {"WAVE", 204, {}}});
     std::ifstream file(ZORBET_MISTAKES);
     std::string corpus((std::istreambuf_iterator<char>(file)), {});
     corpus = std::regex_replace(corpus, std::regex("(^|\n)#[^\n]*"), "$1");
@@ -61,7 +77,7 @@ TEST_F(Mistakes, AreFoundWhereTheyAre) {
 
 TEST_F(Mistakes, OfAGameAreThoseOfTheScriptsThatItBeginsWith) {
     const std::pair<const char*, const char*> files[] = {
-        {"Startup.mps", "include tools.mps\ncall hail \"Ana\"\nrelay \"One.mps\"\n"},
+        {"Startup.mps", "include Tools.mps\ncall hail \"Ana\"\nrelay \"One.mps\"\n"},
         {"scripts/one.mps", "include tools.mps\nname=1\ncall hail name\nsay other mine\n"},
         // A piece: what one of its users brings is no mistake of it.
         {"tools.mps", "procedure hail who\n[\nif mine\nsay who other+1\nif name\nsay name\n]\n"},
@@ -70,7 +86,8 @@ TEST_F(Mistakes, OfAGameAreThoseOfTheScriptsThatItBeginsWith) {
         {"scripts/kept.mps", "call nobody\n"},
     };
     for (const auto& [name, text] : files) folder_.make(std::string("game/") + name, text);
-    EXPECT_EQ(check("game"), "Startup.mps 3 letter-case, scripts/kept.mps 1 unknown-procedure, "
+    EXPECT_EQ(check("game"), "Startup.mps 1 letter-case, Startup.mps 3 letter-case, "
+                             "scripts/kept.mps 1 unknown-procedure, "
                              "scripts/lonely.mps  unreached, scripts/lonely.mps 2 letter, "
                              "scripts/lonely.mps 2 accent, "
                              "tools.mps 3 condition, tools.mps 4 never-set");
@@ -78,6 +95,21 @@ TEST_F(Mistakes, OfAGameAreThoseOfTheScriptsThatItBeginsWith) {
               "scripts/lonely.mps 1 unknown-procedure, scripts/lonely.mps 2 letter, "
               "scripts/lonely.mps 2 accent");
     EXPECT_EQ(check("game/tools.mps"), "tools.mps 3 condition, tools.mps 4 never-set");
+}
+
+TEST_F(Mistakes, WithResourcesAreThoseOfWhatTheGameHas) {
+    folder_.make("game/Startup.mps", "PlaySound 8\nPlaySound 9\nboat=RAnimation 5 7\n"
+                                     "set boat sequence 2\n");
+    EXPECT_EQ(check("game"), "nothing");
+    folder_.make("game/resources.manifest",
+                 "library a.rsc\nsound 9 a.wav\npicture 5 a.png\nanimation 6\nframe a.png\n");
+    EXPECT_EQ(check("game"), "Startup.mps 1 resource, Startup.mps 4 frame");
+    write("game/RSC/b.rsc", {{"WAVE", 8, {}}});
+    EXPECT_EQ(check("game"), "Startup.mps 2 resource, Startup.mps 3 resource");
+    folder_.make("game/RSC/resource.map", "GAME\n1\ncd.rsc\nWAVE 9\nENDFILE\n");
+    EXPECT_EQ(check("game"), "Startup.mps 3 resource");
+    folder_.make("game/RSC/B.rsc", "damaged");
+    EXPECT_EQ(check("game"), "RSC/b.rsc  same-name");
 }
 
 } // namespace

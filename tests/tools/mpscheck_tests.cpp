@@ -124,7 +124,7 @@ TEST_F(MpsCheck, TablesOfPagesKeepWhatTheirAuthorsWrote) {
         read("p.md"),
         StartsWith(mark +
                    "| Name | Arguments | Effect |\n|---|---|---|\n"
-                   "| `setFont` | ID | **one** |\n| | FACE [SIZE [STYLE]] | two |\n"
+                   "| `setFont` | FONT | **one** |\n| | FACE [SIZE [STYLE]] | two |\n"
                    "| `playAnimation` | | |\n| `stopAnimation` | | |\n<!-- end -->\nmore\n"));
 }
 

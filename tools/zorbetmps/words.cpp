@@ -27,6 +27,11 @@ void tell(std::ostream& out, const OMSClass& known) {
     out << "class " << (known.name.empty() ? "object" : known.name);
     if (known.base) out << ' ' << (known.base->name.empty() ? "object" : known.base->name);
     out << '\n';
+    if (known.create) {
+        out << "constructor " << known.name;
+        if (!known.arguments.empty()) out << "  " << known.arguments;
+        out << '\n';
+    }
     for (const auto& rows : {known.vocabulary, known.passing})
         for (const OMSEntry& row : rows) {
             out << kindOf(row) << row.name << (row.kind == Kind::Data ? " " : "") << accessOf(row);

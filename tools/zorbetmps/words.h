@@ -17,8 +17,9 @@ namespace mps {
 /// "read", "write" or "read/write"; empty for what is no property.
 [[nodiscard]] std::string_view accessOf(const OMSEntry& row);
 
-/// A class begins with "class NAME BASE"; its words follow, a line each: "property NAME ACCESS",
-/// "method NAME", "event NAME", then two blanks and what its table says of it. Commands are
+/// A class begins with "class NAME BASE"; its words follow, a line each: "constructor NAME" where
+/// scripts can make objects of it, "property NAME ACCESS", "method NAME", "event NAME", then two
+/// blanks and what its table says of it. Commands are
 /// "command NAME  ARGUMENTS". Without names all classes and the commands are told. False, after a
 /// line on `errors`, for a name that is no class.
 bool tellWords(const std::vector<std::string>& classes, std::ostream& out, std::ostream& errors);

@@ -97,7 +97,7 @@ class OMAnimation : public OMSCopied<OMAnimation, OMTrinket>, public AOPlayer {
     void onRetire() override;
 
     /// What scripts make a picture of, with the place that its resource was given or with another.
-    static constexpr std::string_view kArguments = "id [z] | id x y z";
+    static constexpr std::string_view kArguments = "animation [z] | animation x y z";
     struct ScriptArguments {
         OMTrinketWindow* window;
         int id;
@@ -106,8 +106,8 @@ class OMAnimation : public OMSCopied<OMAnimation, OMTrinket>, public AOPlayer {
         std::optional<platform::Point> size{}; ///< width and height
         std::optional<int> z{};
     };
-    /// Of a script: "id [z]" or "id x y z", where kEmbedded is a coordinate too; for those who can
-    /// do `withSize` also "id x y width height [z]".
+    /// Of a script: "animation [z]" or "animation x y z", where kEmbedded is a coordinate too; for
+    /// those who can do `withSize` also "animation x y width height [z]".
     [[nodiscard]] static ScriptArguments readArguments(bool withSize = false);
     /// An object of a class, in the main window. Null without the window or the image.
     template <class Class>

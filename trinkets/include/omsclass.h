@@ -4,6 +4,7 @@
 //     constexpr OMSEntry kVocabulary[] = {
 //         oms::data<&Lamp::level, &Lamp::setLevel>("level", "brightness, 0 to 100"),
 //         oms::readOnly<&Lamp::hours>("hours", "hours burnt"),
+//         oms::data<&Lamp::hum, &Lamp::setHum>("hum", "-1: none").of("sound"),
 //         oms::method<&Lamp::blink>("blink", "[times]"), // void blink(std::optional<int> times)
 //         oms::lasting<&Lamp::fade>("fade", "ms"),       // calls fireCompletion when it is done
 //         oms::event("lit"),
@@ -35,8 +36,17 @@ struct OMSEntry {
     void (*set)(OMScriptableObject&, std::string_view) = nullptr; ///< null: writes are ignored
     std::string (*get)(OMScriptableObject&) = nullptr;
     void (*run)(OMScriptableObject&) = nullptr;
-    bool lasting = false;  ///< the method reports itself when its work is finished
-    bool isNumber = false; ///< what a property stores is a number, or yes and no
+    bool lasting = false;           ///< the method reports itself when its work is finished
+    bool isNumber = false;          ///< what a property stores is a number, or yes and no
+    std::string_view resource = {}; ///< what a property numbers: "animation", "sound", ...
+
+    /// The same row of a property that holds the number of a resource. The word is what the tables
+    /// call such numbers among the arguments, too.
+    [[nodiscard]] constexpr OMSEntry of(std::string_view named) const {
+        OMSEntry entry = *this;
+        entry.resource = named;
+        return entry;
+    }
 };
 
 /// A class as scripts know it. It outlives all objects of the class.
@@ -47,7 +57,8 @@ struct OMSClass {
     /// With the arguments in OMSArguments::global(); null when it refuses. No function for classes
     /// that only have heirs, or whose objects only the program makes.
     std::unique_ptr<OMScriptableObject> (*create)() = nullptr;
-    /// What it takes then, in the form of the methods' arguments: "id [z] | id x y z".
+    /// What it takes then, in the form of the methods' arguments: "animation [z] | animation x
+    /// y z".
     std::string_view arguments = {};
     /// What objects have at times, and add and remove themselves.
     std::span<const OMSEntry> passing = {};

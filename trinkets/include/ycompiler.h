@@ -68,6 +68,9 @@ class YCompiler {
     /// "LINE: " and the script from the place of the error on, as the program shows it.
     [[nodiscard]] static std::string message(const YCompileError& error);
 
+    /// For who reads an include: the file and the line that ask for it.
+    [[nodiscard]] std::pair<std::string, int> includer();
+
     /// Is told of each warning as soon as it is found.
     void setWarningLink(OMLinkTo<void(const YCompileError&)> link) { warn_ = std::move(link); }
 

@@ -29,6 +29,10 @@ std::vector<std::string_view> wordsOf(std::string_view text) {
     return words;
 }
 
+bool isLiteral(std::string_view word) {
+    return !word.empty() && std::string_view("-\"0123456789").find(word.front()) != word.npos;
+}
+
 } // namespace
 
 ArgumentForms::ArgumentForms(std::string_view text) {
@@ -66,6 +70,11 @@ bool ArgumentForms::Form::takes(std::size_t count) const {
     return (count - names.size()) % repeated == 0;
 }
 
+std::string_view ArgumentForms::Form::name(std::size_t argument) const {
+    while (argument >= names.size()) argument -= repeated;
+    return names[argument];
+}
+
 bool ArgumentForms::takes(std::size_t count) const {
     return std::ranges::any_of(forms_, [&](const Form& form) { return form.takes(count); });
 }
@@ -73,10 +82,20 @@ bool ArgumentForms::takes(std::size_t count) const {
 std::vector<std::string_view> ArgumentForms::names(std::size_t count, std::size_t argument) const {
     std::vector<std::string_view> names;
     for (const Form& form : forms_) {
-        if (!form.takes(count)) continue;
-        std::size_t at = argument;
-        while (at >= form.names.size()) at -= form.repeated;
-        names.push_back(form.names[at]);
+        if (form.takes(count)) names.push_back(form.name(argument));
+    }
+    return names;
+}
+
+std::vector<std::string_view> ArgumentForms::namesOf(std::span<const std::string_view> given,
+                                                     std::size_t argument) const {
+    std::vector<std::string_view> names;
+    for (const Form& form : forms_) {
+        if (!form.takes(given.size())) continue;
+        bool isMeant = true;
+        for (std::size_t i = 0; i < given.size(); ++i)
+            isMeant &= !isLiteral(form.name(i)) || !isLiteral(given[i]) || form.name(i) == given[i];
+        if (isMeant) names.push_back(form.name(argument));
     }
     return names;
 }

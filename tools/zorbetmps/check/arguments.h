@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,10 @@ class ArgumentForms {
     /// What an argument is called, from 0, in each of the forms that take so many.
     [[nodiscard]] std::vector<std::string_view> names(std::size_t count,
                                                       std::size_t argument) const;
+    /// The same of forms that these arguments may be meant for: "-1" and "\"\"" in a form are
+    /// arguments as they are to be written.
+    [[nodiscard]] std::vector<std::string_view> namesOf(std::span<const std::string_view> given,
+                                                        std::size_t argument) const;
 
   private:
     struct Form {
@@ -26,6 +31,7 @@ class ArgumentForms {
         std::size_t repeated = 0; ///< so many of the last names, any number of times
 
         [[nodiscard]] bool takes(std::size_t count) const;
+        [[nodiscard]] std::string_view name(std::size_t argument) const;
     };
     std::vector<Form> forms_; ///< without anything that may be missing
 };

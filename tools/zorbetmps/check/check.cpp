@@ -31,7 +31,7 @@ class GameCheck {
     /// author's, by their real paths.
     GameCheck(const std::string& folder, Depth depth, std::map<std::string, std::string> given,
               const Vocabulary& vocabulary)
-        : paths_(std::move(given)) {
+        : paths_(std::move(given)), resources_(folder) {
         const fs::path all(folder);
         if (depth == Depth::Tree) {
             add(fs::recursive_directory_iterator(all, fs::directory_options::skip_permission_denied,
@@ -41,14 +41,16 @@ class GameCheck {
             add(fs::directory_iterator(all / "scripts", error_));
         }
         for (const auto& [real, path] : paths_)
-            checks_.try_emplace(real, path, vocabulary).first->second.run();
+            checks_.try_emplace(real, path, vocabulary, resources_).first->second.run();
         for (const auto& [real, check] : checks_)
             for (const std::string& file : check.files())
                 if (file != real) pieces_.insert(file);
         for (const auto& [real, check] : checks_)
             for (const std::string& script : check.mentions())
                 if (!check.files().contains(script)) pieces_.erase(script);
-        if (depth == Depth::Tree) findUnreached(folder);
+        if (depth != Depth::Tree) return;
+        findUnreached(folder);
+        findTwins();
     }
 
     /// In all scripts. Of a file that several include, what all of them find in it.
@@ -85,6 +87,7 @@ class GameCheck {
             result.push_back({Rule::Unreached, paths_.at(real), 0, 0,
                               "no script that the game begins with leads here"});
         }
+        result.insert(result.end(), twins_.begin(), twins_.end());
         if (!start_.empty())
             result.push_back(
                 {Rule::UnknownScript, start_, 0, 0,
@@ -132,12 +135,30 @@ class GameCheck {
             if (!reached.contains(real)) unreached_.insert(real);
     }
 
+    /// Files that the game, which ignores letter case, takes for the same.
+    void findTwins() {
+        std::ranges::sort(named_);
+        std::map<std::string, fs::path> firsts;
+        for (const fs::path& path : named_) {
+            const std::string folded = formats::lowerAscii(path.filename().string());
+            const auto [first, isNew] =
+                firsts.try_emplace((path.parent_path() / folded).string(), path);
+            if (!isNew)
+                twins_.push_back({Rule::SameName, path.string(), 0, 0,
+                                  "only letter case tells it from " +
+                                      first->second.filename().string() +
+                                      " beside it, and the game ignores that; rename one of them"});
+        }
+    }
+
     template <class Walk>
     void add(Walk walk) {
         for (; !error_ && walk != Walk(); walk.increment(error_)) {
             const fs::path& path = walk->path();
             std::error_code error;
             if (!walk->is_regular_file(error)) continue;
+            if (hasExtension(path, kScriptExtension) || hasExtension(path, ".rsc"))
+                named_.push_back(path.lexically_normal());
             if (hasExtension(path, kScriptExtension)) {
                 paths_.try_emplace(realPath(path.string()), path.lexically_normal().string());
             } else if (hasExtension(path, ".map") || hasExtension(path, ".ini")) {
@@ -150,9 +171,12 @@ class GameCheck {
     }
 
     std::map<std::string, std::string> paths_; ///< as they are shown, by real paths
+    const GameResources resources_;
     std::map<std::string, ScriptCheck> checks_;
     std::set<std::string> pieces_; ///< scripts that others include and that none starts
     std::set<std::string> unreached_;
+    std::vector<fs::path> named_; ///< scripts and libraries, in no order
+    std::vector<Finding> twins_;
     std::string start_;      ///< the folder that lacks the first script
     std::string otherTexts_; ///< of the game's maps and settings, in small letters
     std::error_code error_;

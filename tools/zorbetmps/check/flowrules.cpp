@@ -11,8 +11,6 @@ namespace mps {
 
 namespace {
 
-using Node = YExpression::Node;
-
 constexpr int kLargestCounter = 32767;
 constexpr int kMostCalls = 8; ///< procedures that are followed one into the other
 
@@ -30,18 +28,6 @@ std::optional<bool> alwaysOf(const NameFacts& named) {
         all = isTrue;
     }
     return all;
-}
-
-/// A whole number that stands in the script, perhaps with a minus or in parentheses.
-std::optional<double> numberOf(const Word& word) {
-    if (isNumber(*word.variable)) return word.variable->number();
-    const YExpression* expression = word.variable->expression();
-    if (!expression || word.text().find_first_not_of("()-0123456789.") != std::string::npos)
-        return std::nullopt;
-    YValue value;
-    if (expression->evaluate(YHeap::current(), value) != yerror::kNone || !value.isNumber())
-        return std::nullopt;
-    return value.number();
 }
 
 } // namespace

@@ -11,11 +11,13 @@ namespace mps {
 
 namespace {
 
-using Node = YExpression::Node;
-
 constexpr std::size_t kLongName = 5; ///< which another word is hardly like by chance
 
 bool isOneOf(char c, std::string_view all) { return all.find(c) != all.npos; }
+
+bool isWrittenNumber(const YVariable* leaf) {
+    return isNumber(*leaf) && !YVariable::isQuote(leaf->text().front());
+}
 
 /// Of the words that begin and end with the same quote, those that a bar cuts.
 bool isCutText(const Word& word) {
@@ -214,75 +216,76 @@ void ScriptRules::checkWord(const Statement& statement, const Word& word) {
 
 void ScriptRules::checkExpression(const Statement& statement, const Word& word) {
     const bool hasParentheses = word.text().find('(') != std::string::npos;
-    const auto unset = [&](const Node* node) {
-        return node && node->leaf && node->leaf->kind() == YVariable::Kind::Name &&
-               facts_.isUnset(*node->leaf);
-    };
-    const auto tellUnset = [&](const Node* node) {
-        const std::string& name = node->leaf->text();
-        tell(Rule::NeverSet, statement, word,
-             "nothing is stored in " + name + ", so " + word.text() + " cannot be computed" +
-                 nearName(name));
-    };
-    const auto tellPrecedence = [&](const std::string& text) {
-        tell(Rule::Precedence, statement, word, text);
-    };
     const auto look = [&](const auto& self, const Node& node) -> void {
         if (node.leaf) return;
-        if (!isOneOf(node.operation, "=#$~"))
-            for (const Node* operand : {node.left, node.right})
-                if (operand && operand->leaf && operand->leaf->kind() == YVariable::Kind::Name &&
-                    facts_.of(*operand->leaf).isObject())
-                    tell(Rule::ObjectAsText, statement, word,
-                         operand->leaf->text() +
-                             " holds an object, which is neither a number nor a text");
-        const auto isWrittenNumber = [](const Node* operand) {
-            return operand && operand->leaf && isNumber(*operand->leaf) &&
-                   !YVariable::isQuote(operand->leaf->text().front());
-        };
-        const bool isSum =
-            node.operation == '+' && (isWrittenNumber(node.left) || isWrittenNumber(node.right));
-        if (isSum || isOneOf(node.operation, "-*/\\%^<>"))
-            for (const Node* operand : {node.left, node.right})
-                if (unset(operand)) tellUnset(operand);
-        if (isOneOf(node.operation, "-*/\\%^"))
-            for (const Node* operand : {node.left, node.right}) {
-                if (!operand || !operand->leaf ||
-                    operand->leaf->kind() != YVariable::Kind::Constant)
-                    continue;
-                const Word constant{operand->leaf, word.column};
-                if (!isNumber(*constant.variable) && constant.text() != "?" &&
-                    !ynumber::looksNumeric((constant.value() + ' ').front()))
-                    tell(Rule::WrongKind, statement, word,
-                         constant.text() + " is no number, so " + word.text() +
-                             " cannot be computed");
-            }
+        checkOperands(statement, word, node);
         if (node.operation == '!')
-            tellPrecedence(word.text() + " is always 0; \"does not equal\" is written #");
-        if (!hasParentheses && node.left) {
-            const Node& left = *node.left;
-            const bool isZeroOrOne =
-                node.right && node.right->leaf &&
-                (node.right->leaf->text() == "0" || node.right->leaf->text() == "1");
-            if (isComparison(left.operation) &&
-                (isOneOf(node.operation, "+-") || (isComparison(node.operation) && !isZeroOrOne)))
-                tellPrecedence("comparisons are no weaker than + and -, and are computed from left "
-                               "to right; " +
-                               word.text() + " needs parentheses");
-            if (node.operation == '^' && isOneOf(left.operation, "*/\\%"))
-                tellPrecedence(
-                    "a power is no stronger than a product, so the product comes first; " +
-                    word.text() + " needs parentheses");
-            if (node.operation == '-' && left.leaf && left.leaf->text().size() > 1 &&
-                isOneOf(left.leaf->text().back(), "eE") && isNumber(*left.leaf))
-                tellPrecedence(word.text() + " is " + left.leaf->text() + " minus " +
-                               (node.right && node.right->leaf ? node.right->leaf->text() : "") +
-                               "; write such a number with all of its digits");
-        }
+            tell(Rule::Precedence, statement, word,
+                 word.text() + " is always 0; \"does not equal\" is written #");
+        if (!hasParentheses && node.left) checkPrecedence(statement, word, node);
         if (node.left) self(self, *node.left);
         if (node.right) self(self, *node.right);
     };
     look(look, word.variable->expression()->root());
+}
+
+/// Words that are not what their operator computes with.
+void ScriptRules::checkOperands(const Statement& statement, const Word& word, const Node& node) {
+    std::vector<YVariable*> leaves;
+    for (const Node* operand : {node.left, node.right})
+        if (operand && operand->leaf) leaves.push_back(operand->leaf);
+    const auto isOf = [&](std::string_view operations) {
+        return isOneOf(node.operation, operations);
+    };
+    const bool isSum = node.operation == '+' && std::ranges::any_of(leaves, isWrittenNumber);
+    for (const YVariable* leaf : leaves)
+        if (!isOf("=#$~")) checkNoObject(statement, word, *leaf);
+    for (const YVariable* leaf : leaves)
+        if (isSum || isOf("-*/\\%^<>")) checkIsSet(statement, word, *leaf);
+    for (YVariable* leaf : leaves)
+        if (isOf("-*/\\%^")) checkIsNumber(statement, word, *leaf);
+}
+
+void ScriptRules::checkNoObject(const Statement& statement, const Word& word,
+                                const YVariable& leaf) {
+    if (leaf.kind() == YVariable::Kind::Name && facts_.of(leaf).isObject())
+        tell(Rule::ObjectAsText, statement, word,
+             leaf.text() + " holds an object, which is neither a number nor a text");
+}
+
+void ScriptRules::checkIsSet(const Statement& statement, const Word& word, const YVariable& leaf) {
+    if (leaf.kind() == YVariable::Kind::Name && facts_.isUnset(leaf))
+        tell(Rule::NeverSet, statement, word,
+             "nothing is stored in " + leaf.text() + ", so " + word.text() + " cannot be computed" +
+                 nearName(leaf.text()));
+}
+
+void ScriptRules::checkIsNumber(const Statement& statement, const Word& word, YVariable& leaf) {
+    if (leaf.kind() != YVariable::Kind::Constant || isNumber(leaf) || leaf.text() == "?") return;
+    if (!ynumber::looksNumeric((Word{&leaf, word.column}.value() + ' ').front()))
+        tell(Rule::WrongKind, statement, word,
+             leaf.text() + " is no number, so " + word.text() + " cannot be computed");
+}
+
+/// What is computed in another order than it seems; `node` has a left operand.
+void ScriptRules::checkPrecedence(const Statement& statement, const Word& word, const Node& node) {
+    const Node& left = *node.left;
+    const YVariable* right = node.right ? node.right->leaf : nullptr;
+    const auto tellIt = [&](const std::string& text) {
+        tell(Rule::Precedence, statement, word, text);
+    };
+    const bool isZeroOrOne = right && (right->text() == "0" || right->text() == "1");
+    if (isComparison(left.operation) &&
+        (isOneOf(node.operation, "+-") || (isComparison(node.operation) && !isZeroOrOne)))
+        tellIt("comparisons are no weaker than + and -, and are computed from left to right; " +
+               word.text() + " needs parentheses");
+    if (node.operation == '^' && isOneOf(left.operation, "*/\\%"))
+        tellIt("a power is no stronger than a product, so the product comes first; " + word.text() +
+               " needs parentheses");
+    if (node.operation == '-' && left.leaf && left.leaf->text().size() > 1 &&
+        isOneOf(left.leaf->text().back(), "eE") && isNumber(*left.leaf))
+        tellIt(word.text() + " is " + left.leaf->text() + " minus " + (right ? right->text() : "") +
+               "; write such a number with all of its digits");
 }
 
 void ScriptRules::checkNames() {

@@ -20,10 +20,11 @@ constexpr std::string_view kName = "name";
 
 /// What arguments are called that must be numbers.
 constexpr std::string_view kNumbers[] = {
-    "x",     "y",    "z",     "dx",     "dy",     "width",   "height", "id",    "pose",
-    "rate",  "low",  "high",  "index",  "old",    "new",     "slot",   "depth", "piece",
-    "left",  "top",  "right", "bottom", "column", "hole",    "group",  "min",   "max",
-    "entry", "size", "style", "color",  "length", "picture", "handle", "level"};
+    "x",     "y",     "z",      "dx",          "dy",      "width",   "height", "animation",
+    "sound", "font",  "cursor", "grab-cursor", "palette", "pose",    "rate",   "low",
+    "high",  "index", "old",    "new",         "slot",    "depth",   "piece",  "left",
+    "top",   "right", "bottom", "column",      "hole",    "group",   "min",    "max",
+    "entry", "size",  "style",  "color",       "length",  "picture", "handle", "level"};
 
 /// What arguments are called that name an object of the script.
 constexpr std::string_view kObjectNames[] = {"answer", "container"};
@@ -183,6 +184,7 @@ void ScriptRules::checkArguments(const Statement& statement, std::size_t from, s
                          nearName(object));
         }
     }
+    checkResources(statement, from, to, text);
 }
 
 void ScriptRules::checkConstruction(const Statement& statement, const OMSClass& made) {
@@ -243,6 +245,9 @@ void ScriptRules::checkSet(const Statement& statement) {
         tell(Rule::WrongKind, statement, value,
              *name + " is a number, and " + value.text() + " counts as 0" +
                  (isText ? "" : nearName(value.text())));
+    checkResourceProperty(statement, rows);
+    if (std::ranges::all_of(rows, [&](const OMSEntry* row) { return row == rows.front(); }))
+        checkFrame(statement, *rows.front());
     checkWord(statement, value);
 }
 

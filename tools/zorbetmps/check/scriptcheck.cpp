@@ -66,9 +66,14 @@ void ScriptCheck::run() {
 void ScriptCheck::checkText(std::string bytes) {
     auto text = lookAt(file_, std::move(bytes));
     if (!text) return tell(Rule::Syntax, tooLong(YCompiler::kMaxTextSize));
-    const auto reader = [this](const std::string& name) { return readInclude(name); };
+    YCompiler* asking = nullptr;
+    const auto reader = [this, &asking](const std::string& name) {
+        const auto [file, line] = asking->includer();
+        return readInclude(name, pathOf(file), line);
+    };
     YHeap& heap = YHeap::current();
     YCompiler compiler(heap, reader, YCompiler::OnError::Collect);
+    asking = &compiler;
     const auto script = compiler.compile(kOwnName, *std::move(text));
     for (const YCompileError& error : compiler.errors()) {
         const std::string& file = pathOf(error.file);
@@ -99,6 +104,7 @@ void ScriptCheck::checkScript(const YScript& script, YHeap& heap) {
                 const std::vector<std::string_view> names(scripts.begin(), scripts.end());
                 return didYouMean(name, names);
             },
+        .resources = resources_,
     };
     ScriptRules(model, facts, vocabulary_, game,
                 [&](Rule rule, YSourceLine place, int column, const std::string& text) {
@@ -135,12 +141,14 @@ std::string ScriptCheck::otherSpelling(std::string_view name) const {
     return name.substr(name.find_last_of("\\/:") + 1) == latin1 ? std::string() : latin1;
 }
 
-YCompiler::Source ScriptCheck::readInclude(const std::string& name) {
+YCompiler::Source ScriptCheck::readInclude(const std::string& name, const std::string& includer,
+                                           int line) {
     const auto path = includes_.find(name);
     if (!path) return {std::nullopt, "can't find " + name};
-    const bool isNew = shownPaths_.emplace(name, *path).second;
-    if (const std::string other = otherSpelling(name); isNew && !other.empty())
-        tell(Rule::LetterCase, "include " + name + " reads a file that is called " + other);
+    shownPaths_.emplace(name, *path);
+    if (const std::string other = otherSpelling(name); !other.empty())
+        add({Rule::LetterCase, includer, line, 0,
+             "include " + name + " reads a file that is called " + other});
     std::string why;
     auto bytes = readHostFile(*path, kYMaxPrecompiledSize, why);
     if (!bytes) return {std::nullopt, name + ": " + why};

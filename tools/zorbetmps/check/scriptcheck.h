@@ -3,6 +3,7 @@
 
 #include "zorbetmps/check/finding.h"
 #include "zorbetmps/check/includes.h"
+#include "zorbetmps/check/resources.h"
 #include "zorbetmps/check/silences.h"
 #include "zorbetmps/check/vocabulary.h"
 
@@ -25,9 +26,10 @@ inline constexpr std::string_view kScriptExtension = ".mps";
 
 class ScriptCheck {
   public:
-    /// `file` is a host path; it and the words must outlive the check.
-    ScriptCheck(const std::string& file, const Vocabulary& vocabulary)
-        : file_(file), vocabulary_(vocabulary), includes_(file) {}
+    /// `file` is a host path; it, the words and the resources must outlive the check.
+    ScriptCheck(const std::string& file, const Vocabulary& vocabulary,
+                const GameResources& resources)
+        : file_(file), vocabulary_(vocabulary), resources_(resources), includes_(file) {}
 
     /// The heap is new afterwards.
     void run();
@@ -44,7 +46,7 @@ class ScriptCheck {
     void checkScript(const YScript& script, YHeap& heap);
     void checkPrecompiled(std::string_view bytes);
     std::optional<std::string> lookAt(const std::string& file, std::string bytes);
-    YCompiler::Source readInclude(const std::string& name);
+    YCompiler::Source readInclude(const std::string& name, const std::string& includer, int line);
     [[nodiscard]] std::string otherSpelling(std::string_view name) const;
     void mention(const YVariable& word);
     [[nodiscard]] const std::string& pathOf(const std::string& name) const;
@@ -53,6 +55,7 @@ class ScriptCheck {
 
     const std::string& file_;
     const Vocabulary& vocabulary_;
+    const GameResources& resources_;
     Includes includes_;
     std::vector<Finding> findings_;
     std::set<std::string> files_;

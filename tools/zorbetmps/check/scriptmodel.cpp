@@ -41,6 +41,17 @@ bool isNumber(const YVariable& word) {
            (word.type() == YVariable::Type::Integer || word.type() == YVariable::Type::Real);
 }
 
+std::optional<double> numberOf(const Word& word) {
+    if (isNumber(*word.variable)) return word.variable->number();
+    const YExpression* expression = word.variable->expression();
+    if (!expression || word.text().find_first_not_of("()-0123456789.") != std::string::npos)
+        return std::nullopt;
+    YValue value;
+    if (expression->evaluate(YHeap::current(), value) != yerror::kNone || !value.isNumber())
+        return std::nullopt;
+    return value.number();
+}
+
 ScriptModel::ScriptModel(const YScript& script, YHeap& heap) : script_(script), heap_(heap) {
     std::vector<std::size_t> open; // procedures that have not returned yet
     for (std::size_t i = 0; i < script.instructions.size(); ++i) {

@@ -6,6 +6,7 @@
 #include "yheap.h"
 #include "yscript.h"
 
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -32,6 +33,8 @@ struct Word {
 
 /// Whether the word is a number that stands in the script, with or without quotes.
 [[nodiscard]] bool isNumber(const YVariable& word);
+/// A number that stands in the script, perhaps with a minus or in parentheses.
+[[nodiscard]] std::optional<double> numberOf(const Word& word);
 /// Of the operators of expressions.
 [[nodiscard]] inline bool isComparison(char operation) {
     return std::string_view("=#<>").find(operation) != std::string_view::npos;

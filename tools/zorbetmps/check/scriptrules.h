@@ -6,10 +6,14 @@
 #include "zorbetmps/check/namefacts.h"
 #include "zorbetmps/check/vocabulary.h"
 
+#include "yexpression.h"
+
 #include <functional>
 #include <optional>
 
 namespace mps {
+
+class GameResources;
 
 /// What the rules ask of the game that a script belongs to.
 struct GameFacts {
@@ -20,6 +24,7 @@ struct GameFacts {
     std::function<bool(std::string_view)> isComponent;
     /// "; did you mean NAME?", or nothing.
     std::function<std::string(std::string_view)> nearScript;
+    const GameResources& resources;
 };
 
 class ScriptRules {
@@ -34,6 +39,8 @@ class ScriptRules {
     void run();
 
   private:
+    using Node = YExpression::Node;
+
     void check(const Statement& statement);
 
     // Values and names.
@@ -43,6 +50,11 @@ class ScriptRules {
     void checkAssignment(const Statement& statement);
     void checkWord(const Statement& statement, const Word& word);
     void checkExpression(const Statement& statement, const Word& word);
+    void checkOperands(const Statement& statement, const Word& word, const Node& node);
+    void checkNoObject(const Statement& statement, const Word& word, const YVariable& leaf);
+    void checkIsSet(const Statement& statement, const Word& word, const YVariable& leaf);
+    void checkIsNumber(const Statement& statement, const Word& word, YVariable& leaf);
+    void checkPrecedence(const Statement& statement, const Word& word, const Node& node);
     void checkText(const Statement& statement, const Word& word);
     void checkStored(const Statement& statement, const Word& target);
     void checkNames();
@@ -66,6 +78,19 @@ class ScriptRules {
                                                         const Vocabulary::Classes& classes);
     void tellUnknown(const Statement& statement, const Vocabulary::Classes& classes,
                      Vocabulary::Kind kind, const std::string& name);
+
+    // Resources.
+    void checkResource(const Statement& statement, const Word& word, std::string_view kind,
+                       bool mayBeNone);
+    void checkResources(const Statement& statement, std::size_t from, std::size_t to,
+                        std::string_view forms);
+    /// `rows` are those of the property that the statement writes.
+    void checkResourceProperty(const Statement& statement,
+                               const std::vector<const OMSEntry*>& rows);
+    void checkFrame(const Statement& statement, const OMSEntry& row);
+    [[nodiscard]] std::optional<int> onlyNumber(const Word& word) const;
+    [[nodiscard]] std::optional<int> animationMade(const Statement& assignment) const;
+    [[nodiscard]] std::optional<int> onlyAnimation(const Word& word) const;
 
     // The flow.
     void checkCondition(const Statement& statement);

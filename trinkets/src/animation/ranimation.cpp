@@ -33,7 +33,7 @@ constexpr OMSEntry kRAnimationVocabulary[] = {
     oms::lasting<&RAnimation::resumeForScript>("resume"),
     oms::method<&RAnimation::pause>("suspend"),
     oms::method<&RAnimation::replacePaletteEntry>("replacePaletteEntry", "old new"),
-    oms::method<&RAnimation::setAOCursor>("setAOCursor", "[normal [grab]]"),
+    oms::method<&RAnimation::setAOCursor>("setAOCursor", "[cursor [grab-cursor]]"),
     oms::event("frameNotify", "a frame was shown, while frameNotification is 1"),
 };
 

@@ -200,6 +200,10 @@ YCompiler::Outcome YCompiler::include() {
     return Outcome::Included;
 }
 
+std::pair<std::string, int> YCompiler::includer() {
+    return {script_->files[text().file], lineAt(text().at)};
+}
+
 // ---------------------------------------------------------------------------- words
 
 void YCompiler::skipBlanks() {

@@ -10,7 +10,7 @@ namespace {
 constexpr OMSEntry kRHotSpotVocabulary[] = {
     oms::data<&RHotSpot::outlined, &RHotSpot::setOutlined>("outlined", "its outline is drawn"),
     oms::data<&RHotSpot::userData, &RHotSpot::setUserData>("userData", "free value for scripts"),
-    oms::method<&RHotSpot::setAOCursor>("setAOCursor", "[normal [grab]]"),
+    oms::method<&RHotSpot::setAOCursor>("setAOCursor", "[cursor [grab-cursor]]"),
 };
 
 // Fixed colours, so that one of them can be told from any picture below.

@@ -13,7 +13,8 @@ namespace {
 constexpr OMSEntry kRPButtonVocabulary[] = {
     oms::data<&RPButton::isEnabled, &RPButton::setEnabled>("enabled", "can be pressed"),
     oms::data<&RPButton::clickSoundID, &RPButton::setClickSoundID>("clickSoundID",
-                                                                   "sound of a press; -1: none"),
+                                                                   "sound of a press; -1: none")
+        .of("sound"),
     oms::data<&RPButton::playDelay, &RPButton::setPlayDelay>(
         "playDelay", "ms that it looks pressed when a script presses it"),
     oms::method<&RPButton::press>("press"),

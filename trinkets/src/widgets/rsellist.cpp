@@ -38,7 +38,7 @@ constexpr OMSEntry kRSelListVocabulary[] = {
     oms::data<&RSelList::selectedTextColor, &RSelList::setSelectedTextColor>("selectedTextColor",
                                                                              "palette index"),
     oms::data<&RSelList::textFont, &RSelList::setTextFont>("textFont", "TrueType face"),
-    oms::writeOnly<&RSelList::setTextFontID>("textFontID", "id of a bitmap font"),
+    oms::writeOnly<&RSelList::setTextFontID>("textFontID", "id of a bitmap font").of("font"),
     oms::data<&RSelList::textSize, &RSelList::setTextSize>("textSize", "pixels"),
     oms::data<&RSelList::textStyle, &RSelList::setTextStyle>(
         "textStyle", "1 bold, 2 italic, 4 underlined, or their sum"),

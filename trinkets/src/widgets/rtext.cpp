@@ -23,7 +23,7 @@ constexpr OMSEntry kRTextVocabulary[] = {
                                                        "of the box; -1 fits it to the text"),
     oms::data<&RText::userData, &RText::setUserData>("userData", "free value for scripts"),
     oms::data<&RText::wrap, &RText::setWrap>("wrap", "lines are broken at the width of the box"),
-    oms::method<&RText::chooseFont>("setFont", "id | face [size [style]]"),
+    oms::method<&RText::chooseFont>("setFont", "font | face [size [style]]"),
 };
 
 int length(int value) { return value < 0 ? RText::kFitting : std::min(value, RText::kFarthest); }

@@ -14,7 +14,8 @@ constexpr OMSEntry kRTriggerVocabulary[] = {
     oms::data<&RTrigger::framePixelDelta, &RTrigger::setFramePixelDelta>(
         "framePixelDelta", "pixels of the pointer for each frame"),
     oms::data<&RTrigger::sfxID, &RTrigger::setSfxID>("sfxID",
-                                                     "sound of a drag, played once; -1: none"),
+                                                     "sound of a drag, played once; -1: none")
+        .of("sound"),
     oms::data<&RTrigger::userData, &RTrigger::setUserData>("userData", "free value for scripts"),
     oms::event("clicked", "released on the frame that it was pressed on"),
     oms::event("fired", "released on another frame"),
