@@ -52,6 +52,7 @@ std::unique_ptr<platform::Platform> makeHeadless(const Start& start, const RProg
     options.stepMs = line.stepMs;
     options.screen = line.screen;
     options.recordSound = line.recordSound;
+    options.profile = line.profile;
     options.breakPoint = line.breakPoint;
     options.resources = texts.resources();
     options.versionStrings = RVersionStrings();
@@ -63,6 +64,7 @@ std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgra
     auto made = platform::makeSdlPlatform({.host = start.host,
                                            .game = start.game,
                                            .author = start.line.author,
+                                           .profile = start.line.profile,
                                            .screen = start.line.screen,
                                            .resources = texts.resources(),
                                            .versionStrings = RVersionStrings(),

@@ -5,9 +5,9 @@
 //     MS  expect  failed  WHAT  WAS
 #pragma once
 
-#include "platform/authordesk.h"
 #include "platform/headless/notices.h"
 #include "platform/headless/timeline.h"
+#include "platform/host/game/hostdesk.h"
 
 #include <cstddef>
 #include <iosfwd>
@@ -16,10 +16,11 @@
 
 namespace platform {
 
-class HeadlessDesk final : public AuthorDesk {
+class HeadlessDesk final : public HostDesk {
   public:
     /// What is referred to must outlive the desk.
-    HeadlessDesk(Notices& notices, std::ostream& notes) : notices_(notices), notes_(notes) {}
+    HeadlessDesk(const std::string& profile, Notices& notices, std::ostream& notes)
+        : HostDesk(profile), notices_(notices), notes_(notes) {}
 
     void warn(std::string_view text) override;
     void say(std::string_view line) override { said_.add(line); }

@@ -35,7 +35,7 @@ HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
     : stepMs_(std::max(options.stepMs, 1u)), trusted_(options.host.trusted),
       asked_(foldersOf(options)), notes_(orElse(options.notes, std::cerr)),
       machine_(options.machine), notices_(orElse(options.report, std::cout), clock_),
-      desk_(notices_, notes_), files_(options.host),
+      desk_(options.profile, notices_, notes_), files_(options.host),
       modules_(files_, options.host.components, options.resources, options.versionStrings),
       display_(options.screen, notices_),
       events_(options.timeline, options.untilMs, clock_, display_, desk_, notes_),

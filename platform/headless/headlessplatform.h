@@ -39,6 +39,7 @@ struct HeadlessOptions {
     std::uint32_t stepMs = 1; ///< time of one pass of the main loop; 0 counts as 1
     ScreenMode screen{};
     std::string recordSound{}; ///< folder for what is played; empty: nothing is recorded
+    std::string profile{};     ///< file for where the time of scripts goes; or empty
     std::optional<BreakPoint> breakPoint{}; ///< where the files are to fail
     std::span<const ProgramResource> resources{};
     std::span<const VersionString> versionStrings{};

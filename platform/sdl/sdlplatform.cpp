@@ -5,6 +5,7 @@
 #include "platform/host/files/hostfiles.h"
 #include "platform/host/files/secondwall.h"
 #include "platform/host/files/userfolders.h"
+#include "platform/host/game/hostdesk.h"
 #include "platform/host/game/playersettings.h"
 #include "platform/host/machine/hostmachine.h"
 #include "platform/host/movies/hostmovie.h"
@@ -65,9 +66,9 @@ class SdlClock final : public Clock {
 };
 
 /// Warnings go to standard error when the author plays.
-class SdlDesk final : public AuthorDesk {
+class SdlDesk final : public HostDesk {
   public:
-    explicit SdlDesk(bool isSeated) : isSeated_(isSeated) {}
+    SdlDesk(bool isSeated, const std::string& profile) : HostDesk(profile), isSeated_(isSeated) {}
     void warn(std::string_view text) override {
         if (isSeated_) std::fprintf(stderr, "%s\n", formats::utf8FromLatin1(text).c_str());
     }
@@ -79,7 +80,8 @@ class SdlDesk final : public AuthorDesk {
 class SdlPlatform final : public Platform {
   public:
     SdlPlatform(std::unique_ptr<SdlSession> session, SdlWindow window, const SdlOptions& options)
-        : trusted_(options.host.trusted), desk_(options.author), session_(std::move(session)),
+        : trusted_(options.host.trusted), desk_(options.author, options.profile),
+          session_(std::move(session)),
           display_(std::move(window), options.screen, options.game.title, options.author),
           clock_(display_), events_(display_, textWindows_), files_(options.host),
           modules_(files_, options.host.components, options.resources, options.versionStrings),

@@ -18,7 +18,8 @@ namespace platform {
 struct SdlOptions {
     HostOptions host{};
     GameInfo game{}; ///< gives the window its title and icon, and the desktop the program's name
-    bool author = false; ///< the window's title tells what the program says too
+    bool author = false;   ///< the window's title tells what the program says too
+    std::string profile{}; ///< file for where the time of scripts goes; or empty
     ScreenMode screen{};
     std::span<const ProgramResource> resources{};
     std::span<const VersionString> versionStrings{};

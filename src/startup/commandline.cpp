@@ -129,7 +129,7 @@ bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
 
 constexpr const char* kArguments =
     R"([--content DIR] [--cd DIR] [--home DIR] [--seed N] [--scene NAME]
-              [--trust] [--components] [--author]
+              [--trust] [--components] [--author] [--profile FILE]
               [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
                           [--machine LIST] [--record-sound DIR]])";
 
@@ -248,6 +248,10 @@ void addOptions(commandline::Command& command, CommandLine& line) {
     command.add("--author", &line.author,
                 "For who makes the game: the window's title tells how many\n"
                 "pictures a second are shown");
+    command.add("--profile", &line.profile,
+                "File that gets where the time of scripts goes; see \"zorbet-mps\n"
+                "profile\"",
+                "FILE");
     command.add("--headless", &line.headless,
                 "No window and no sound to be heard, on a clock of its own");
 }

@@ -26,6 +26,7 @@ struct CommandLine {
     std::uint32_t stepMs = 1;
     platform::ScreenMode screen;
     platform::MachineClaims machine;
+    std::string profile;     ///< host file; empty: no profile is made
     std::string recordSound; ///< host folder; empty: nothing is recorded
     std::optional<platform::BreakPoint> breakPoint;
 };

@@ -116,8 +116,11 @@ class YThread {
     void endPause();
     bool beginTimer(int procedure, const char* name);
     void requestSwitch(YVariable* script);
-    /// Whether it is traced, or an end notification has to be armed again.
-    [[nodiscard]] bool isCareful() const { return trace_.isOn() || !endPending_; }
+    /// Whether each statement is looked at: for a trace, a profile, or an end notification that has
+    /// to be armed again.
+    [[nodiscard]] bool isCareful() const { return trace_.isOn() || !endPending_ || isProfiled_; }
+    /// Of the statement, for a profile.
+    [[nodiscard]] std::string stackOf(const Instruction& code) const;
     void setStatus(Status status);
     void fireEndReached(YOpcode opcode);
     /// With a warning that tells the place of the statement that runs.
@@ -145,6 +148,7 @@ class YThread {
     void setYield(const Instruction& code);
 
     YEngine& engine_;
+    const bool isProfiled_;
     YScriptLocator locator_;
     OMLink unloadedLink_;
     OMLink yieldLink_;

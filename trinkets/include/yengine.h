@@ -16,6 +16,7 @@
 #include <vector>
 
 class OMScriptableObject;
+class YProfile;
 class YThread;
 
 /// One attached handler.
@@ -161,6 +162,9 @@ class YEngine {
     /// was asked for while a box was open.
     [[nodiscard]] static bool isHeld();
 
+    /// Of all statements; null when nobody wants one.
+    [[nodiscard]] YProfile* profile() { return profile_.get(); }
+
     void setTraceOutputs(int outputs) { traceOutputs_ = outputs; }
     void setTraceWindow(OMLinkTo<void(std::string_view)> window) { window_ = std::move(window); }
     /// Shows one trace message; false when the person asked for no more.
@@ -182,6 +186,7 @@ class YEngine {
     static YEngine* current_;
 
     OMList<YThread> threads_;
+    std::unique_ptr<YProfile> profile_;
     const YThread* atWork_ = nullptr;
     std::string place_;            ///< of the warning that is shown
     std::unique_ptr<OMTask> task_; ///< made with the first thread

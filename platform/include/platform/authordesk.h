@@ -31,6 +31,10 @@ class AuthorDesk {
     virtual void warn(std::string_view /*text*/) {}
     /// A line that a script says.
     virtual void say(std::string_view /*line*/) {}
+    /// Whether the author wants to know where the time of scripts goes, and what that came to:
+    /// lines of YProfile::report.
+    [[nodiscard]] virtual bool wantsProfile() const { return false; }
+    virtual void giveProfile(std::string_view /*report*/) {}
     /// Null when the game is gone; it must outlive its time here.
     virtual void setInspection(const Inspection* /*game*/) {}
 };

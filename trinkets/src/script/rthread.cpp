@@ -11,8 +11,8 @@
 #include <utility>
 
 YThread::YThread(YEngine& engine, const char* name, YScriptLocator locator)
-    : engine_(engine), locator_(std::move(locator)), trace_(engine),
-      playing_(std::make_shared<bool>(false)) {
+    : engine_(engine), isProfiled_(engine.profile() != nullptr), locator_(std::move(locator)),
+      trace_(engine), playing_(std::make_shared<bool>(false)) {
     loadScript(name);
     if (isLoaded()) engine_.add(*this);
 }

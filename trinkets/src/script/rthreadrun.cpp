@@ -4,6 +4,7 @@
 #include "yengine.h"
 #include "yexpression.h"
 #include "ynumber.h"
+#include "yprofile.h"
 #include "ystatement.h"
 
 #include <algorithm>
@@ -11,6 +12,7 @@
 #include <cmath>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -233,6 +235,17 @@ bool assignAny(YProgram& program, int instruction) {
 }
 
 } // namespace
+
+std::string YThread::stackOf(const Instruction& code) const {
+    std::string calls;
+    flow_.eachCaller([&](int call) {
+        const Instruction& from = program_->at(call);
+        if (from.count > 0) calls.insert(0, from.operands[0]->text() + ';');
+    });
+    std::string stack;
+    if (flow_.inInterrupt()) stack = program_->at(flow_.handler() - 1).operands[0]->text() + ';';
+    return stack + calls + program_->place(code);
+}
 
 /// Runs until the thread is blocked, its pace says to give way, or the turn's budget is used up.
 void YThread::runInstructions() {
@@ -464,7 +477,11 @@ void YThread::runOne() {
     if (code.opcode != endFiredBy_) endPending_ = true;
     trace_.begin();
     const int load = loads_;
-    execute(code);
+    {
+        std::optional<YProfile::Statement> measured;
+        if (YProfile* const profile = engine_.profile()) measured.emplace(*profile, stackOf(code));
+        execute(code);
+    }
     // What the instruction called may have taken the script away.
     if (!trace_.isOn() || !isLoaded() || load != loads_) return;
     const Instruction& next = program_->at(flow_.pc);

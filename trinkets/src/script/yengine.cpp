@@ -9,6 +9,7 @@
 #include "omunderway.h"
 #include "rthread.h"
 #include "yheap.h"
+#include "yprofile.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -27,6 +28,7 @@ YEngine* YEngine::current_ = nullptr;
 
 YEngine::YEngine() {
     current_ = this;
+    if (OMPlatform().author().wantsProfile()) profile_ = std::make_unique<YProfile>();
     OMScriptableObject::setRetireLink(
         [this](OMScriptableObject& object) { removeRecords(&object); });
     OMSCall::setWarningLink([this](std::string_view text) { warn(text); });
@@ -43,6 +45,7 @@ YEngine::~YEngine() {
     }
     OMScriptableObject::setRetireLink(nullptr);
     OMSCall::setWarningLink(nullptr);
+    if (profile_) OMPlatform().author().giveProfile(profile_->report());
     current_ = nullptr;
 }
 
