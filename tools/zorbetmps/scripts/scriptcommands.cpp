@@ -177,6 +177,7 @@ bool listScripts(const std::vector<std::string>& files, bool withLines, const To
     for (const std::string& file : files) {
         ScriptCheck script(file, vocabulary);
         std::string printed;
+        OMSeedRandom(0); // so that lists that draw are the same each time
         if (const auto bytes = script.read())
             script.compile(*bytes, [&](const YScript& compiled, YHeap& heap) {
                 printed =
