@@ -182,7 +182,7 @@ instructions
     6      4  procedure      q
     7      5  assign         q p.i
     8      4  return
-    9      7  end
+    9      -  end
 variables
     0  name        SYSTEM = text WIN
     1  name        RECEIVER

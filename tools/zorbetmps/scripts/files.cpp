@@ -16,7 +16,10 @@ constexpr const char* kBeside = ".new";
 /// A file beside its name, which goes unless it was renamed.
 class BesideFile {
   public:
-    explicit BesideFile(const fs::path& path) : path_(fs::weakly_canonical(path)) {
+    explicit BesideFile(const fs::path& path) {
+        std::error_code error;
+        path_ = fs::weakly_canonical(path, error);
+        if (error) path_ = path;
         beside_ = path_;
         beside_ += kBeside;
     }

@@ -89,7 +89,8 @@ class Listing {
 
     /// Of what is included with the name of its file.
     std::string placeOf(std::size_t at) const {
-        if (at >= script_.lines.size()) return "-";
+        const bool isWritten = script_.instructions[at].opcode != YOpcode::End;
+        if (!isWritten || at >= script_.lines.size()) return "-";
         const YSourceLine& place = script_.lines[at];
         const std::string line = std::to_string(place.line);
         return place.file == 0 ? line : shownWord(script_.files[place.file]) + ':' + line;

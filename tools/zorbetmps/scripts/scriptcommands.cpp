@@ -96,16 +96,20 @@ std::optional<std::string> precompiledForm(const std::string& file, const Vocabu
 
 std::vector<std::string> scriptsOf(const std::vector<std::string>& paths) {
     std::vector<std::string> scripts;
+    std::error_code error;
     for (const std::string& path : paths) {
-        if (!fs::is_directory(path)) {
+        if (!fs::is_directory(path, error)) {
             scripts.push_back(path);
             continue;
         }
         const auto first = scripts.size();
-        for (const auto& entry : fs::recursive_directory_iterator(path))
-            if (entry.is_regular_file() &&
-                formats::lowerAscii(entry.path().extension().string()) == kScriptExtension)
-                scripts.push_back(entry.path().string());
+        for (fs::recursive_directory_iterator walk(
+                 path, fs::directory_options::skip_permission_denied, error);
+             !error && walk != fs::recursive_directory_iterator(); walk.increment(error))
+            if (std::error_code unknown;
+                walk->is_regular_file(unknown) &&
+                formats::lowerAscii(walk->path().extension().string()) == kScriptExtension)
+                scripts.push_back(walk->path().string());
         std::sort(scripts.begin() + static_cast<std::ptrdiff_t>(first), scripts.end());
     }
     return scripts;
@@ -193,7 +197,8 @@ bool listScripts(const std::vector<std::string>& files, bool withLines, const To
 
 bool formatScripts(const std::vector<std::string>& paths, Formatting what, const Told& told) {
     const bool isPrinted = what == Formatting::Print;
-    if (isPrinted && (paths.size() != 1 || fs::is_directory(paths.front())))
+    std::error_code error;
+    if (isPrinted && (paths.size() != 1 || fs::is_directory(paths.front(), error)))
         throw commandline::Mistake("one script is printed at a time; for several, and for folders, "
                                    "there are --check and --write");
     const Vocabulary vocabulary;
