@@ -214,6 +214,7 @@ TEST_F(YPrecompiled, ChecksWhatRefersToWhat) {
     e k4 l1 vs+t p0 => no
     e k4 l1 vs-zt p0 => yes
     x k5 => no
+    object t1 / x k5 => no
     x o2 => no
     a.b k2 l3 p0 => no
     x l1 p99 => yes)")) {

@@ -248,6 +248,10 @@ class YStoredVariables {
         YVariable& variable = heap_.create(stored.name);
         variable.kind_ = static_cast<Kind>(stored.kind);
         variable.type_ = static_cast<Type>(stored.type);
+        if (variable.type_ == Type::Object) { // objects are not stored
+            variable.type_ = Type::Empty;
+            if (variable.kind_ == Kind::Constant) variable.kind_ = Kind::Name;
+        }
         if (variable.type_ == Type::Integer) variable.value_.integer = stored.integer;
         if (variable.type_ == Type::Real) variable.value_.real = ynumber::scan(stored.real);
         variable.alias_ = stored.alias;
@@ -283,10 +287,6 @@ class YStoredVariables {
     /// Makes one variable what the rest of the engine relies on.
     bool check(YVariable& variable) {
         const auto known = [&](int part) { return part >= 0 && part < heap_.count(); };
-        if (variable.type_ == Type::Object) { // objects are not stored
-            variable.type_ = Type::Empty;
-            if (variable.kind_ == Kind::Constant) variable.kind_ = Kind::Name;
-        }
         if (isAlias(variable) ? !known(variable.alias_) : variable.alias_ < 0) return false;
         switch (variable.kind_) {
         case Kind::Name:
