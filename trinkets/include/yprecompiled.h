@@ -1,9 +1,9 @@
 // Precompiled scripts: a compiled script and the variables it refers to, as one binary file.
 //
 //     u8   version: 2 little-endian, 1 every number of more than one byte swapped
-//     i32  number of instructions (the End behind them may be left out), then each: u8 opcode, i16
-//     operand i32  number of operand words, then each: i16 i32  number of variables V, then V - 3
-//     variables (the first three are predefined):
+//     i32  number of instructions, then each: u8 opcode, i16 operand; the End may be left out
+//     i32  number of operand words, then each: i16
+//     i32  number of variables V, then V - 3 variables (the first three are predefined):
 //          i32 kind, i32 type
 //          type 3: i32 value; type 4: i16 length and the value as "%.15g"
 //          i32 alias, i32 ownership, i32 length, i32 element count
