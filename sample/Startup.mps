@@ -7,16 +7,16 @@ LogMessage "The sample game begins."
 
 procedure begin
 [
-GoToBlack
-play port resumeBackgroundMusic
-relay "signin.mps"
+    GoToBlack
+    play port resumeBackgroundMusic
+    relay "signin.mps"
 ]
 
 procedure skip
 [
-GoToBlack
-play opening halt
-call begin
+    GoToBlack
+    play opening halt
+    call begin
 ]
 
 ; Music, if there were any, would wait for the end of the movie.

@@ -12,9 +12,10 @@
 #   ;> MS EVENT    what happens from outside, as in input files; also "click X Y" (10 ms) and "drag X Y TO-X TO-Y"
 #                  (10 ms to the move, 10 ms to the release); screenshots are compared with the pictures
 #                  FILE/NAME.png (of a screenshot NAME.LATER.png too), pixel by pixel
-#   ;$ OPTIONS     a run of the program with these options; all runs must come to the same. Three words are no
+#   ;$ OPTIONS     a run of the program with these options; all runs must come to the same. Some words are no
 #                  options of the program: "ini:KEY=VALUE" is a setting of ZORBET.INI, "depth:N" and "at:X,Y"
-#                  tell the comparison of pictures about the screen.
+#                  tell the comparison of pictures about the screen, "compiled" has zorbet-mps compile the script,
+#                  "text" does nothing.
 #   ;$ screens     the runs on all kinds of screen
 #   ;$ then OPTIONS   another visit with the same folders; the events below are those of that visit
 #   ;: rsc NAME    the libraries of the build's folder libraries/NAME, or "none", instead of the sample's
@@ -30,7 +31,7 @@
 set -u
 script=$1 work=$2
 name=$(basename "$script" .mps) beside=${script%.mps} room=$(dirname "$script")
-# The rest comes from the environment: PROGRAM COMPARE LISTEN SOUNDS FACE LIBRARIES BUILT FEW
+# The rest comes from the environment: PROGRAM COMPARE LISTEN MPS SOUNDS FACE LIBRARIES BUILT FEW
 rm -rf "$work"
 mkdir -p "$work/is" "$work/was" "$work/files/content" "$work/files/home"
 failed=0
@@ -130,6 +131,10 @@ while read -r run; do
         ini:*) echo "${word#ini:}" >>"$folder/settings" ;;
         depth:*) depth="--depth ${word#depth:}" ;;
         at:*) at="--at ${word#at:}" ;;
+        text) ;;
+        compiled)
+            "$MPS" compile "$folder/content/Startup.mps" -o "$folder/compiled.mps" >&2 || failed=1
+            mv "$folder/compiled.mps" "$folder/content/Startup.mps" ;;
         *) options="$options $word" ;;
         esac
     done

@@ -29,139 +29,139 @@ anchor=12
 
 procedure hang left top
 [
-holders=holders+1
-holder.holders=RAttributeContainer 2421 left top 5
-set holder.holders movable 0
-cardX.holders=left
-cardY.holders=top
+    holders=holders+1
+    holder.holders=RAttributeContainer 2421 left top 5
+    set holder.holders movable 0
+    cardX.holders=left
+    cardY.holders=top
 ]
 
 ; Things are put onto the cards in their order.
 procedure shadow entry thing
 [
-at=at+1
-play puzzle setAnswer entry thing 2500+thing
-play puzzle setContainer entry thing
-play puzzle setPuzzleGraphic entry cardX.at+28 cardY.at+23 5 2550+thing
+    at=at+1
+    play puzzle setAnswer entry thing 2500+thing
+    play puzzle setContainer entry thing
+    play puzzle setPuzzleGraphic entry cardX.at+28 cardY.at+23 5 2550+thing
 ]
 
 procedure three entry a b c
 [
-at=0
-call shadow entry a
-call shadow entry b
-call shadow entry c
+    at=0
+    call shadow entry a
+    call shadow entry b
+    call shadow entry c
 ]
 
 procedure four entry a b c d
 [
-call three entry a b c
-call shadow entry d
+    call three entry a b c
+    call shadow entry d
 ]
 
 procedure six entry a b c d e f
 [
-call four entry a b c d
-call shadow entry e
-call shadow entry f
+    call four entry a b c d
+    call shadow entry e
+    call shadow entry f
 ]
 
 procedure buildCards
 [
-if level=1
-[
-for i 0 2
-call hang 26+146*i 160
-]
-else if level=2
-[
-for i 0 1
-call hang 99+146*i 97
-for i 0 1
-call hang 99+146*i 219
-]
-else
-[
-for i 0 2
-call hang 26+146*i 97
-for i 0 2
-call hang 26+146*i 219
-]
-answers=holders
-for i 1 answers
-[
-call spread i answers 76
-answer.i=RGraphicAnswer -1 RESULT 392 10
-]
-set puzzle lockCorrectAnswers 1
-if level=1
-[
-call three 1 fish seastar whale
-call three 2 octopus turtle crab
-call three 3 jellyfish whale turtle
-call three 4 crab fish seastar
-]
-else if level=2
-[
-call four 1 hammer saw brush spanner
-call four 2 anchor spanner hammer brush
-call four 3 saw anchor brush hammer
-]
-else
-[
-call six 1 fish hammer whale saw crab anchor
-call six 2 octopus jellyfish brush spanner turtle seastar
-call six 3 turtle whale fish hammer spanner brush
-]
+    if level=1
+    [
+        for i 0 2
+            call hang 26+146*i 160
+    ]
+    else if level=2
+    [
+        for i 0 1
+            call hang 99+146*i 97
+        for i 0 1
+            call hang 99+146*i 219
+    ]
+    else
+    [
+        for i 0 2
+            call hang 26+146*i 97
+        for i 0 2
+            call hang 26+146*i 219
+    ]
+    answers=holders
+    for i 1 answers
+    [
+        call spread i answers 76
+        answer.i=RGraphicAnswer -1 RESULT 392 10
+    ]
+    set puzzle lockCorrectAnswers 1
+    if level=1
+    [
+        call three 1 fish seastar whale
+        call three 2 octopus turtle crab
+        call three 3 jellyfish whale turtle
+        call three 4 crab fish seastar
+    ]
+    else if level=2
+    [
+        call four 1 hammer saw brush spanner
+        call four 2 anchor spanner hammer brush
+        call four 3 saw anchor brush hammer
+    ]
+    else
+    [
+        call six 1 fish hammer whale saw crab anchor
+        call six 2 octopus jellyfish brush spanner turtle seastar
+        call six 3 turtle whale fish hammer spanner brush
+    ]
 ]
 
 ; ---- the boat: its parts have the numbers of their pictures, the gaps are number 9 of each
 
 procedure part gap left top homeLeft homeTop hotLeft hotTop
 [
-holders=holders+1
-holder.holders=RAttributeContainer gap left top 6
-set holder.holders movable 0
-set holder.holders doPixelCompare 1
-set holder.holders anchorAnswerAtPoint 1
-set holder.holders answerAnchorPointX hotLeft
-set holder.holders answerAnchorPointY hotTop
-answers=holders
-answer.answers=RGraphicAnswer -1 homeLeft homeTop 10
-set answer.answers isUsingHotPoint 1
-set answer.answers hotPointX hotLeft
-set answer.answers hotPointY hotTop
+    holders=holders+1
+    holder.holders=RAttributeContainer gap left top 6
+    set holder.holders movable 0
+    set holder.holders doPixelCompare 1
+    set holder.holders anchorAnswerAtPoint 1
+    set holder.holders answerAnchorPointX hotLeft
+    set holder.holders answerAnchorPointY hotTop
+    answers=holders
+    answer.answers=RGraphicAnswer -1 homeLeft homeTop 10
+    set answer.answers isUsingHotPoint 1
+    set answer.answers hotPointX hotLeft
+    set answer.answers hotPointY hotTop
 ]
 
 procedure boat entry
 [
-for i 0 3
-[
-play puzzle setAnswer entry i 2600+(10*i)+entry
-play puzzle setContainer entry i
-]
-play puzzle setPuzzleGraphic entry 239 108 5 2650
+    for i 0 3
+    [
+        play puzzle setAnswer entry i 2600+(10*i)+entry
+        play puzzle setContainer entry i
+    ]
+    play puzzle setPuzzleGraphic entry 239 108 5 2650
 ]
 
 procedure buildBoat
 [
-scrambles=0
-set puzzle rejectIncorrectAnswers 1
-set puzzle lockCorrectAnswers 1
-call part 2609 134 284 112 414 105 28
-call part 2619 242 156 14 356 30 70
-call part 2629 166 176 330 374 48 66
-call part 2639 242 106 412 424 22 15
-for k 1 3
-call boat k
+    scrambles=0
+    set puzzle rejectIncorrectAnswers 1
+    set puzzle lockCorrectAnswers 1
+    call part 2609 134 284 112 414 105 28
+    call part 2619 242 156 14 356 30 70
+    call part 2629 166 176 330 374 48 66
+    call part 2639 242 106 412 424 22 15
+    for k 1 3
+        call boat k
 ]
 
 procedure build
 [
-if level=4
-call buildBoat
-else
-call buildCards
+    if level=4
+        call buildBoat
+    else
+        call buildCards
 ]
 
 ; Things bring no texts.

@@ -16,129 +16,129 @@ crates=5
 ; Where the stacks are; the boat is loaded in the middle, or before and behind it.
 procedure hold left
 [
-holders=holders+1
-holder.holders=RStackingContainer 2423 left 138 5
-set holder.holders movable 0
-set holder.holders droppedSound 245
-set holder.holders answerPlaced weigh
-holdX.holders=left
+    holders=holders+1
+    holder.holders=RStackingContainer 2423 left 138 5
+    set holder.holders movable 0
+    set holder.holders droppedSound 245
+    set holder.holders answerPlaced weigh
+    holdX.holders=left
 ]
 
 procedure wanted entry which weight
 [
-play puzzle setContainer entry weight
-play puzzle setPuzzleGraphic entry holdX.which+18 96 6 2425
-play puzzle setPuzzleText entry which holdX.which+50 103 7 weight 2
+    play puzzle setContainer entry weight
+    play puzzle setPuzzleGraphic entry holdX.which+18 96 6 2425
+    play puzzle setPuzzleText entry which holdX.which+50 103 7 weight 2
 ]
 
 procedure load entry a b c d e
 [
-play puzzle setAnswer entry a a
-play puzzle setAnswer entry b b
-play puzzle setAnswer entry c c
-play puzzle setAnswer entry d d
-play puzzle setAnswer entry e e
+    play puzzle setAnswer entry a a
+    play puzzle setAnswer entry b b
+    play puzzle setAnswer entry c c
+    play puzzle setAnswer entry d d
+    play puzzle setAnswer entry e e
 ]
 
 procedure build
 [
-if level<4
-call hold 186
-else
-[
-call hold 120
-call hold 230
-]
-answers=crates
-for i 1 answers
-[
-call spread i answers 76
-answer.i=RGraphicTextAnswer 2450+i RESULT 426 10
-set answer.i textColorIndex 4
-set answer.i textOffsetY 10
-play answer.i setFont 28
-]
-if level=3
-set holder.1 solvedAnswerCount 3
-if level=1
-[
-call wanted 1 1 5
-call load 1 1 2 3 4 6
-call wanted 2 1 4
-call load 2 1 1 2 3 5
-call wanted 3 1 6
-call load 3 1 2 3 5 7
-]
-else if level=2
-[
-call wanted 1 1 10
-call load 1 2 3 5 6 9
-call wanted 2 1 12
-call load 2 3 4 5 7 8
-call wanted 3 1 11
-call load 3 1 4 6 7 9
-]
-else if level=3
-[
-call wanted 1 1 12
-call load 1 2 3 4 6 9
-call wanted 2 1 15
-call load 2 3 4 5 7 8
-call wanted 3 1 14
-call load 3 1 4 5 6 9
-]
-else
-[
-call wanted 1 1 8
-call wanted 1 2 12
-call load 1 3 5 4 2 6
-call wanted 2 1 9
-call wanted 2 2 11
-call load 2 2 7 3 8 5
-call wanted 3 1 10
-call wanted 3 2 13
-call load 3 4 6 1 5 7
-]
+    if level<4
+        call hold 186
+    else
+    [
+        call hold 120
+        call hold 230
+    ]
+    answers=crates
+    for i 1 answers
+    [
+        call spread i answers 76
+        answer.i=RGraphicTextAnswer 2450+i RESULT 426 10
+        set answer.i textColorIndex 4
+        set answer.i textOffsetY 10
+        play answer.i setFont 28
+    ]
+    if level=3
+        set holder.1 solvedAnswerCount 3
+    if level=1
+    [
+        call wanted 1 1 5
+        call load 1 1 2 3 4 6
+        call wanted 2 1 4
+        call load 2 1 1 2 3 5
+        call wanted 3 1 6
+        call load 3 1 2 3 5 7
+    ]
+    else if level=2
+    [
+        call wanted 1 1 10
+        call load 1 2 3 5 6 9
+        call wanted 2 1 12
+        call load 2 3 4 5 7 8
+        call wanted 3 1 11
+        call load 3 1 4 6 7 9
+    ]
+    else if level=3
+    [
+        call wanted 1 1 12
+        call load 1 2 3 4 6 9
+        call wanted 2 1 15
+        call load 2 3 4 5 7 8
+        call wanted 3 1 14
+        call load 3 1 4 5 6 9
+    ]
+    else
+    [
+        call wanted 1 1 8
+        call wanted 1 2 12
+        call load 1 3 5 4 2 6
+        call wanted 2 1 9
+        call wanted 2 2 11
+        call load 2 2 7 3 8 5
+        call wanted 3 1 10
+        call wanted 3 2 13
+        call load 3 4 6 1 5 7
+    ]
 ]
 
 ; ---- the scales; what is in the middle of the dial changes with every crate
 
 procedure weigh
 [
-get holder.1 answerValue aboard.1
-burden=aboard.1
-get holder.1 "value" goal
-heavy=aboard.1>goal
-if holders=2
-[
-get holder.2 answerValue aboard.2
-burden=burden+aboard.2
-get holder.2 "value" goal
-heavy=(aboard.2>goal)+heavy
-]
-call showBurden
-if heavy
-call tell "Upa, é peso a mais! Tira uma caixa."
-else if tooHeavy
-call tell task.level
-tooHeavy=heavy
+    get holder.1 answerValue aboard.1
+    burden=aboard.1
+    get holder.1 "value" goal
+    heavy=aboard.1>goal
+    if holders=2
+    [
+        get holder.2 answerValue aboard.2
+        burden=burden+aboard.2
+        get holder.2 "value" goal
+        heavy=(aboard.2>goal)+heavy
+    ]
+    call showBurden
+    if heavy
+        call tell "Upa, é peso a mais! Tira uma caixa."
+    else if tooHeavy
+        call tell task.level
+    tooHeavy=heavy
 ]
 
 procedure showBurden
 [
-set dial text burden
-get dial textWidth wide
-set dial x 62-wide\2
+    set dial text burden
+    get dial textWidth wide
+    set dial x 62-wide\2
 ]
 
 procedure dress
 [
-call centre 38
-for i 1 holders
-set holder.i answerRemoved weigh
-burden=0
-tooHeavy=0
-call showBurden
+    call centre 38
+    for i 1 holders
+        set holder.i answerRemoved weigh
+    burden=0
+    tooHeavy=0
+    call showBurden
 ]
 
 dial=RText 0 136 -1 -1 20

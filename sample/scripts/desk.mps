@@ -15,33 +15,33 @@ include memory.mps
 
 procedure tell said
 [
-set bubble text said
-get bubble textHeight tall
-set bubble y 41-tall\2
-set parrot sequence 2
+    set bubble text said
+    get bubble textHeight tall
+    set bubble y 41-tall\2
+    set parrot sequence 2
 ]
 
 procedure fallSilent
 [
-set parrot sequence 1
+    set parrot sequence 1
 ]
 
 procedure squawk
 [
-PlaySound 213
-call tell task.level
+    PlaySound 213
+    call tell task.level
 ]
 
 ; ---- the level: `showLevel` reads it, and shows it
 
 procedure showLevel
 [
-get world currentLevel activity level
-for i 1 4
-set lamp.i sequence 2-(i>level)
-set plate text "Nível "+level
-get plate textWidth wide
-set plate x 562-wide\2
+    get world currentLevel activity level
+    for i 1 4
+        set lamp.i sequence 2-(i>level)
+    set plate text "Nível "+level
+    get plate textWidth wide
+    set plate x 562-wide\2
 ]
 
 ; ---- a game was solved: what more there is to say comes behind the praise
@@ -52,111 +52,111 @@ praise.3="Que esperteza! Muito bem!"
 
 procedure rejoice more
 [
-busy=1
-play world correctGuess activity
-play world autoLevel activity
-get world currentLevel activity reached
-if reached>level
-[
-PlaySound 248
-call tell "Viva! Passas para o nível "+reached+"!"+more
-]
-else
-[
-PlaySound 246
-RandomNumber 1 3
-call tell praise.RESULT+more
-]
-set parrot sequence 3
-set sparkles visible 1
-set sparkles sequence 1
-play interval start
+    busy=1
+    play world correctGuess activity
+    play world autoLevel activity
+    get world currentLevel activity reached
+    if reached>level
+    [
+        PlaySound 248
+        call tell "Viva! Passas para o nível "+reached+"!"+more
+    ]
+    else
+    [
+        PlaySound 246
+        RandomNumber 1 3
+        call tell praise.RESULT+more
+    ]
+    set parrot sequence 3
+    set sparkles visible 1
+    set sparkles sequence 1
+    play interval start
 ]
 
 ; ---- it was not: `easier` tells whether the next one is of an easier level
 
 procedure regret advice
 [
-PlaySound 247
-play world incorrectGuess activity
-play world autoLevel activity
-get world currentLevel activity reached
-easier=reached<level
-if easier
-[
-busy=1
-call tell "Quase! Vamos tentar uma mais fácil."
-play interval start
-]
-else
-call tell "Quase! "+advice
+    PlaySound 247
+    play world incorrectGuess activity
+    play world autoLevel activity
+    get world currentLevel activity reached
+    easier=reached<level
+    if easier
+    [
+        busy=1
+        call tell "Quase! Vamos tentar uma mais fácil."
+        play interval start
+    ]
+    else
+        call tell "Quase! "+advice
 ]
 
 procedure goBack
 [
-PlaySound 208
-relay "workshop.mps"
+    PlaySound 208
+    relay "workshop.mps"
 ]
 
 ; ---- what is on the screen at every game
 
 procedure label caption middle top
 [
-labels=labels+1
-label.labels=RText 0 top -1 -1 20
-set label.labels movable 0
-set label.labels touchy 0
-set label.labels colorIndex 4
-play label.labels setFont 14
-set label.labels text caption
-get label.labels textWidth wide
-set label.labels x middle-wide\2
+    labels=labels+1
+    label.labels=RText 0 top -1 -1 20
+    set label.labels movable 0
+    set label.labels touchy 0
+    set label.labels colorIndex 4
+    play label.labels setFont 14
+    set label.labels text caption
+    get label.labels textWidth wide
+    set label.labels x middle-wide\2
 ]
 
 procedure furnish
 [
-bubble=RText 34 18 424 -1 20
-set bubble movable 0
-set bubble touchy 0
-set bubble wrap 1
-set bubble colorIndex 4
-play bubble setFont 20
-parrot=RAnimation 2411 20
-set parrot drawDirection 1
-set parrot movable 0
-play parrot setAOCursor 1
-set parrot mouseDown squawk
-set parrot paused fallSilent
-labels=0
-call label "De novo" 519 451
-call label "Oficina" 596 451
-call label "" 562 253
-plate=&label.3
-for i 1 4
-[
-lamp.i=RAnimation 2414 471+30*i 274 20
-set lamp.i movable 0
-set lamp.i touchy 0
-]
-again=RPButton 2412 20
-set again hit once
-home=RPButton 2413 20
-set home hit leave
-keys=RKbdInp 0
-set keys keyPressed typed
-sparkles=RAnimation 2415 29 96 70
-set sparkles visible 0
-set sparkles touchy 0
-set sparkles movable 0
-interval=RQueue 1
-play interval add DelayAction 3400
-set interval finished goOn
+    bubble=RText 34 18 424 -1 20
+    set bubble movable 0
+    set bubble touchy 0
+    set bubble wrap 1
+    set bubble colorIndex 4
+    play bubble setFont 20
+    parrot=RAnimation 2411 20
+    set parrot drawDirection 1
+    set parrot movable 0
+    play parrot setAOCursor 1
+    set parrot mouseDown squawk
+    set parrot paused fallSilent
+    labels=0
+    call label "De novo" 519 451
+    call label "Oficina" 596 451
+    call label "" 562 253
+    plate=&label.3
+    for i 1 4
+    [
+        lamp.i=RAnimation 2414 471+30*i 274 20
+        set lamp.i movable 0
+        set lamp.i touchy 0
+    ]
+    again=RPButton 2412 20
+    set again hit once
+    home=RPButton 2413 20
+    set home hit leave
+    keys=RKbdInp 0
+    set keys keyPressed typed
+    sparkles=RAnimation 2415 29 96 70
+    set sparkles visible 0
+    set sparkles touchy 0
+    set sparkles movable 0
+    interval=RQueue 1
+    play interval add DelayAction 3400
+    set interval finished goOn
 
-; Two right answers of the last six lead on to the next level, six wrong ones back.
-set world wsAutoLevelingA activity 1
-set world wsAutoLevelingB activity 2
-set world wsAutoLevelingX activity 1
-set world wsAutoLevelingY activity 6
-call arriveAt activity
-busy=0
+    ; Two right answers of the last six lead on to the next level, six wrong ones back.
+    set world wsAutoLevelingA activity 1
+    set world wsAutoLevelingB activity 2
+    set world wsAutoLevelingX activity 1
+    set world wsAutoLevelingY activity 6
+    call arriveAt activity
+    busy=0
 ]

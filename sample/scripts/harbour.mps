@@ -18,61 +18,61 @@ call arriveAt "CHUB"
 
 procedure moveBoat
 [
-get boat x boatx
-if boatx<190
-[
-play boat offset 1 0
-]
+    get boat x boatx
+    if boatx<190
+    [
+        play boat offset 1 0
+    ]
 ]
 
 procedure moveGull
 [
-play gull offset 3 0
-get gull x gullx
-if gullx>640
-[
-RandomNumber 60 130
-play gull place -84 RESULT
-]
-RandomNumber 1 130
-if RESULT=1
-call cry
+    play gull offset 3 0
+    get gull x gullx
+    if gullx>640
+    [
+        RandomNumber 60 130
+        play gull place -84 RESULT
+    ]
+    RandomNumber 1 130
+    if RESULT=1
+        call cry
 ]
 
 procedure moveBigCloud
 [
-play bigcloud offset 1 0
-get bigcloud x cloudx
-if cloudx>640
-[
-set bigcloud x -130
-]
+    play bigcloud offset 1 0
+    get bigcloud x cloudx
+    if cloudx>640
+    [
+        set bigcloud x -130
+    ]
 ]
 
 procedure moveSmallCloud
 [
-play smallcloud offset 1 0
-get smallcloud x cloudx
-if cloudx>640
-[
-set smallcloud x -84
-]
+    play smallcloud offset 1 0
+    get smallcloud x cloudx
+    if cloudx>640
+    [
+        set smallcloud x -84
+    ]
 ]
 
 ; ---- the gull cries now and then, and when it is clicked; the boat has a horn
 
 procedure cry
 [
-KillSound gullsound
-PlaySound 202
-gullsound=RESULT
+    KillSound gullsound
+    PlaySound 202
+    gullsound=RESULT
 ]
 
 procedure blowHorn
 [
-KillSound hornsound
-PlaySound 204
-hornsound=RESULT
+    KillSound hornsound
+    PlaySound 204
+    hornsound=RESULT
 ]
 
 ; ---- the fish leaps every now and then, and when the glitter is clicked. A handler of `schedule` is spread over several passes of
@@ -80,16 +80,16 @@ hornsound=RESULT
 
 procedure leap
 [
-suspend
-set fish visible 1
-set fish sequence 2
-resume
+    suspend
+    set fish visible 1
+    set fish sequence 2
+    resume
 ]
 
 procedure diveAway
 [
-set fish visible 0
-schedule 4 leap
+    set fish visible 0
+    schedule 4 leap
 ]
 
 ; ---- Tilli
@@ -97,80 +97,80 @@ schedule 4 leap
 ; Adds a sentence to the queue talk.N: the words are in the balloon while it is heard, and a little longer.
 procedure addSentence n speech words
 [
-set saying text words
-get saying textHeight tall
-play talk.n add PropertyAction "saying" "text" words
-play talk.n add PropertyAction "saying" "y" 389-tall\2
-play talk.n add PropertyAction "balloon" "visible" 1
-play talk.n add PropertyAction "saying" "visible" 1
-play talk.n add CharacterSpeechAction "tilli" speech
-play talk.n add DelayAction 400
-play talk.n add PropertyAction "balloon" "visible" 0
-play talk.n add PropertyAction "saying" "visible" 0
+    set saying text words
+    get saying textHeight tall
+    play talk.n add PropertyAction "saying" "text" words
+    play talk.n add PropertyAction "saying" "y" 389-tall\2
+    play talk.n add PropertyAction "balloon" "visible" 1
+    play talk.n add PropertyAction "saying" "visible" 1
+    play talk.n add CharacterSpeechAction "tilli" speech
+    play talk.n add DelayAction 400
+    play talk.n add PropertyAction "balloon" "visible" 0
+    play talk.n add PropertyAction "saying" "visible" 0
 ]
 
 ; While it speaks it is not to be interrupted.
 procedure listen
 [
-get chatting isActive RESULT
-for i 1 8
-[
-get talk.i isActive busy
-RESULT=RESULT+busy
-]
+    get chatting isActive RESULT
+    for i 1 8
+    [
+        get talk.i isActive busy
+        RESULT=RESULT+busy
+    ]
 ]
 
 procedure chat
 [
-call listen
-if RESULT=0
-play chatting start
+    call listen
+    if RESULT=0
+        play chatting start
 ]
 
 procedure remark n
 [
-call listen
-if RESULT=0
-play talk.n start
+    call listen
+    if RESULT=0
+        play talk.n start
 ]
 
 ; ---- the signpost
 
 procedure lightUp
 [
-set sign sequence 2
-PlaySound 207
+    set sign sequence 2
+    PlaySound 207
 ]
 
 procedure dimSign
 [
-set sign sequence 1
+    set sign sequence 1
 ]
 
 procedure leave where
 [
-KillSound hornsound
-KillSound gullsound
-PlaySound 208
-play port stopBackgroundMusic 1
-relay where
+    KillSound hornsound
+    KillSound gullsound
+    PlaySound 208
+    play port stopBackgroundMusic 1
+    relay where
 ]
 
 procedure goInside
-call leave "lighthouse.mps"
+    call leave "lighthouse.mps"
 
 ; ---- the greeting: it is on the scroll while that is unrolled
 
 procedure turnScroll
 [
-get welcome visible shown
-set welcome visible shown=0
+    get welcome visible shown
+    set welcome visible shown=0
 ]
 
 procedure rollUp
 [
-drop welcome
-set scroll visible 0
+    drop welcome
+    set scroll visible 0
 ]
 
 ; ---- the scene, from back to front
@@ -240,7 +240,7 @@ get world playerName visitor
 get world greeted again
 greeting="Bom dia"
 if again
-greeting="Olá"
+    greeting="Olá"
 set world greeted 1
 welcome=RText 0 31 -1 -1 41
 set welcome touchy 0
@@ -270,7 +270,7 @@ set saying colorIndex 4
 play saying setFont 20
 
 for i 1 8
-talk.i=RQueue 1
+    talk.i=RQueue 1
 welcoming=&talk.1
 play welcoming add DelayAction 2200
 call addSentence 1 221 "Olá! Eu sou a Tilli. Que bom ver-te!"
@@ -286,7 +286,7 @@ call addSentence 8 222 "A mala está vazia. Há prémios na oficina e no mapa!"
 
 chatting=RRandomAction 1
 for i 2 4
-play chatting add "talk."+i
+    play chatting add "talk."+i
 
 ; ---- what lies on the sand
 
@@ -303,5 +303,5 @@ play music start
 gullsound=-1
 hornsound=-1
 if again=0
-play welcoming start
+    play welcoming start
 EndTransition 0

@@ -11,83 +11,83 @@ call arriveAt "CBA1"
 
 procedure wake
 [
-RandomNumber 2 3
-set cat sequence RESULT
+    RandomNumber 2 3
+    set cat sequence RESULT
 ]
 
 procedure sleepOn
 [
-set cat sequence 1
+    set cat sequence 1
 ]
 
 ; ---- the fire crackles by itself too
 
 procedure poke
 [
-KillSound firesound
-PlaySound 211
-firesound=RESULT
+    KillSound firesound
+    PlaySound 211
+    firesound=RESULT
 ]
 
 ; ---- the signpost
 
 procedure lightUp
 [
-set back sequence 2
-PlaySound 207
+    set back sequence 2
+    PlaySound 207
 ]
 
 procedure dimSign
 [
-set back sequence 1
+    set back sequence 1
 ]
 
 procedure leave where
 [
-KillSound firesound
-PlaySound 208
-play port stopBackgroundMusic 1
-relay where
+    KillSound firesound
+    PlaySound 208
+    play port stopBackgroundMusic 1
+    relay where
 ]
 
 procedure goOutside
-call leave "harbour.mps"
+    call leave "harbour.mps"
 
 ; ---- the map on the wall; what it is stands below it
 
 procedure showMap
 [
-set wallmap sequence 2
-set caption visible 1
-PlaySound 207
+    set wallmap sequence 2
+    set caption visible 1
+    PlaySound 207
 ]
 
 procedure dimMap
 [
-set wallmap sequence 1
-set caption visible 0
+    set wallmap sequence 1
+    set caption visible 0
 ]
 
 procedure takeMap
-call leave "map.mps"
+    call leave "map.mps"
 
 ; ---- the stairs, which the sign belongs to
 
 procedure showStairs
 [
-set shopsign sequence 2
-set upstairs visible 1
-PlaySound 207
+    set shopsign sequence 2
+    set upstairs visible 1
+    PlaySound 207
 ]
 
 procedure dimStairs
 [
-set shopsign sequence 1
-set upstairs visible 0
+    set shopsign sequence 1
+    set upstairs visible 0
 ]
 
 procedure climb
-call leave "workshop.mps"
+    call leave "workshop.mps"
 
 ; ---- what is there. The pointer may rest on any of it, so cursors are set before handlers.
 
@@ -130,15 +130,15 @@ set stairs flyOff dimStairs
 ; What is written on the wall, by its middle: at the map, and at the sign.
 procedure write words middle top
 [
-lines=lines+1
-line.lines=RText 0 top -1 -1 2
-set line.lines touchy 0
-set line.lines movable 0
-set line.lines colorIndex 4
-play line.lines setFont 14
-set line.lines text words
-get line.lines textWidth wide
-set line.lines x middle-wide\2
+    lines=lines+1
+    line.lines=RText 0 top -1 -1 2
+    set line.lines touchy 0
+    set line.lines movable 0
+    set line.lines colorIndex 4
+    play line.lines setFont 14
+    set line.lines text words
+    get line.lines textWidth wide
+    set line.lines x middle-wide\2
 ]
 
 lines=0

@@ -4,87 +4,87 @@
 
 procedure lightLog
 [
-set logbook sequence 2
-PlaySound 207
+    set logbook sequence 2
+    PlaySound 207
 ]
 
 procedure dimLog
 [
-set logbook sequence 1
+    set logbook sequence 1
 ]
 
 ; From a middle, as everywhere.
 procedure note words size middle top
 [
-notes=notes+1
-note.notes=RText 0 top -1 -1 110
-set note.notes movable 0
-set note.notes touchy 0
-set note.notes colorIndex 4
-play note.notes setFont size
-set note.notes text words
-get note.notes textWidth wide
-set note.notes x middle-wide\2
+    notes=notes+1
+    note.notes=RText 0 top -1 -1 110
+    set note.notes movable 0
+    set note.notes touchy 0
+    set note.notes colorIndex 4
+    play note.notes setFont size
+    set note.notes text words
+    get note.notes textWidth wide
+    set note.notes x middle-wide\2
 ]
 
 procedure openLog
 [
-PlaySound 253
-drop pack
-log=RLapTrap CHUB -1 100
-set log locationSelected choose
-set log closed closeLog
-notes=0
-call note "Porto" 14 117 194
-call note "Farol" 14 237 194
-call note "Cartas" 14 117 310
-call note "Oficina" 14 237 310
-call note "Música" 14 104 374
-call note "Níveis" 20 366 56
-for i 1 4
-call note i 14 404+30*i 62
-call note "Auto" 14 569 62
-for i 1 games
-call note game.i 14 366 63+44*i
-call note "" 14 178 336
-hint=&note.notes
+    PlaySound 253
+    drop pack
+    log=RLapTrap CHUB -1 100
+    set log locationSelected choose
+    set log closed closeLog
+    notes=0
+    call note "Porto" 14 117 194
+    call note "Farol" 14 237 194
+    call note "Cartas" 14 117 310
+    call note "Oficina" 14 237 310
+    call note "Música" 14 104 374
+    call note "Níveis" 20 366 56
+    for i 1 4
+        call note i 14 404+30*i 62
+    call note "Auto" 14 569 62
+    for i 1 games
+        call note game.i 14 366 63+44*i
+    call note "" 14 178 336
+    hint=&note.notes
 ]
 
 procedure shutLog
 [
-drop log
-drop [ note
+    drop log
+    drop [ note
 ]
 
 procedure closeLog
 [
-PlaySound 253
-call shutLog
+    PlaySound 253
+    call shutLog
 ]
 
 ; A click on the harbour, where the player is, closes the book.
 procedure choose
 [
-get log selectedLocationName goal
-get world visitedCount goal visits
-if goal="CHUB"
-call closeLog
-else if visits
-[
-if goal="CBA1"
-call leave "lighthouse.mps"
-else if goal="CBA2"
-call leave "map.mps"
-else
-call leave "workshop.mps"
-]
-else
-[
-PlaySound 212
-set hint text "Aí ainda não estiveste!"
-get hint textWidth wide
-set hint x 178-wide\2
-]
+    get log selectedLocationName goal
+    get world visitedCount goal visits
+    if goal="CHUB"
+        call closeLog
+    else if visits
+    [
+        if goal="CBA1"
+            call leave "lighthouse.mps"
+        else if goal="CBA2"
+            call leave "map.mps"
+        else
+            call leave "workshop.mps"
+    ]
+    else
+    [
+        PlaySound 212
+        set hint text "Aí ainda não estiveste!"
+        get hint textWidth wide
+        set hint x 178-wide\2
+    ]
 ]
 
 games=7

@@ -9,22 +9,22 @@ world=RWorldPort 0
 
 procedure arriveAt here
 [
-set world currentLocation here
-get world visitedCount here visits
-set world visitedCount here visits+1
+    set world currentLocation here
+    get world visitedCount here visits
+    set world visitedCount here visits+1
 ]
 
 ; One of each kind at a time. RESULT is 1 when there was none yet.
 procedure award prize
 [
-isNew=1
-for slot 0 11
-[
-get world backpackItemPresent slot carried
-if carried=prize
-isNew=0
-]
-if isNew
-play world backpackAddObject prize
-RESULT=isNew
+    isNew=1
+    for slot 0 11
+    [
+        get world backpackItemPresent slot carried
+        if carried=prize
+            isNew=0
+    ]
+    if isNew
+        play world backpackAddObject prize
+    RESULT=isNew
 ]

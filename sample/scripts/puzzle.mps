@@ -18,45 +18,45 @@ SetAnswerGoHomeSound 243
 
 procedure lift
 [
-set RECEIVER z 60
+    set RECEIVER z 60
 ]
 
 ; Only containers that set a depth of their own change it afterwards.
 procedure lower
 [
-set RECEIVER z 10
+    set RECEIVER z 10
 ]
 
 procedure prepare
 [
-for i 1 answers
-[
-play answer.i setAOCursor 1
-set answer.i pickedUp lift
-set answer.i dropped lower
-play puzzle addAnswer "answer."+i
-]
-for i 1 holders
-play puzzle addContainer "holder."+i
-set puzzle scrambleAnswers scrambles
-set puzzle puzzleSolved cheer
-set puzzle puzzleWrong consider
+    for i 1 answers
+    [
+        play answer.i setAOCursor 1
+        set answer.i pickedUp lift
+        set answer.i dropped lower
+        play puzzle addAnswer "answer."+i
+    ]
+    for i 1 holders
+        play puzzle addContainer "holder."+i
+    set puzzle scrambleAnswers scrambles
+    set puzzle puzzleSolved cheer
+    set puzzle puzzleWrong consider
 ]
 
 ; The answers, N of them, lie side by side: where the one with that number begins.
 procedure spread k n breadth
-RESULT=12+(450*(k-1)+225)\n-breadth\2
+    RESULT=12+(450*(k-1)+225)\n-breadth\2
 
 ; Texts of answers are put in their middle.
 procedure centre middle
 [
-for i 1 answers
-[
-get answer.i text what
-set ruler text what
-get ruler textWidth wide
-set answer.i textOffsetX middle-wide\2
-]
+    for i 1 answers
+    [
+        get answer.i text what
+        set ruler text what
+        get ruler textWidth wide
+        set answer.i textOffsetX middle-wide\2
+    ]
 ]
 
 ; ---- the course of things
@@ -64,109 +64,109 @@ set answer.i textOffsetX middle-wide\2
 ; Containers that tell what is taken out of them are deaf while all of it is taken out at once.
 procedure settle
 [
-if holders
-[
-for i 1 holders
-set holder.i answerRemoved
-]
+    if holders
+    [
+        for i 1 holders
+            set holder.i answerRemoved
+    ]
 ]
 
 ; A level is laid out anew. What was there goes: the puzzle first, since it listens to the rest.
 procedure layOut
 [
-call settle
-drop puzzle
-drop [ answer
-drop [ holder
-call showLevel
-puzzle=RPuzzle 0
-play puzzle setPuzzleTextFont 28 0 "" 4
-answers=0
-holders=0
-scrambles=1
-call build
-call prepare
-call begin
+    call settle
+    drop puzzle
+    drop [ answer
+    drop [ holder
+    call showLevel
+    puzzle=RPuzzle 0
+    play puzzle setPuzzleTextFont 28 0 "" 4
+    answers=0
+    holders=0
+    scrambles=1
+    call build
+    call prepare
+    call begin
 ]
 
 ; Where the answers go home all at once they are not heard.
 procedure hush how
 [
-for i 1 answers
-set answer.i goHomeSound how
+    for i 1 answers
+        set answer.i goHomeSound how
 ]
 
 procedure begin
 [
-call settle
-call hush -1
-play puzzle reset
-play puzzle unanchorAnswers
-call hush 243
-play puzzle start
-call dress
-call tell task.level
-busy=0
+    call settle
+    call hush -1
+    play puzzle reset
+    play puzzle unanchorAnswers
+    call hush 243
+    play puzzle start
+    call dress
+    call tell task.level
+    busy=0
 ]
 
 procedure goOn
 [
-get world currentLevel activity reached
-if reached=level
-call begin
-else
-call layOut
+    get world currentLevel activity reached
+    if reached=level
+        call begin
+    else
+        call layOut
 ]
 
 procedure cheer
 [
-if busy=0
-[
-busy=1
-play puzzle anchorAnswers
-call rejoice ""
-]
+    if busy=0
+    [
+        busy=1
+        play puzzle anchorAnswers
+        call rejoice ""
+    ]
 ]
 
 procedure consider
 [
-if busy=0
-[
-call regret hint
-if easier
-play puzzle anchorAnswers
-]
+    if busy=0
+    [
+        call regret hint
+        if easier
+            play puzzle anchorAnswers
+    ]
 ]
 
 ; ---- the buttons
 
 procedure once
 [
-if busy=0
-[
-PlaySound 212
-call goOn
-]
+    if busy=0
+    [
+        PlaySound 212
+        call goOn
+    ]
 ]
 
 procedure leave
 [
-call goBack
+    call goBack
 ]
 
 procedure typed
 [
-get RECEIVER key what
-if what="Esc"
-call leave
+    get RECEIVER key what
+    if what="Esc"
+        call leave
 ]
 
 procedure open
 [
-call furnish
-ruler=RText 0 0 -1 -1 -1
-set ruler visible 0
-play ruler setFont 28
-holders=0
-call layOut
+    call furnish
+    ruler=RText 0 0 -1 -1 -1
+    set ruler visible 0
+    play ruler setFont 28
+    holders=0
+    call layOut
 ]

@@ -19,120 +19,120 @@ sailTop=124
 ; As many tears as are wanted, from the left; the patches that there are.
 procedure tear entry many
 [
-play puzzle setContainer entry many
-for k 1 many
-play puzzle setPuzzleGraphic entry sailLeft+(k-1)*segment sailTop+30 5 2428
+    play puzzle setContainer entry many
+    for k 1 many
+        play puzzle setPuzzleGraphic entry sailLeft+(k-1)*segment sailTop+30 5 2428
 ]
 
 procedure patch entry size
-play puzzle setAnswer entry size size
+    play puzzle setAnswer entry size size
 
 procedure three entry many a b c
 [
-call tear entry many
-call patch entry a
-call patch entry b
-call patch entry c
+    call tear entry many
+    call patch entry a
+    call patch entry b
+    call patch entry c
 ]
 
 procedure four entry many a b c d
 [
-call three entry many a b c
-call patch entry d
+    call three entry many a b c
+    call patch entry d
 ]
 
 procedure five entry many a b c d e
 [
-call four entry many a b c d
-call patch entry e
+    call four entry many a b c d
+    call patch entry e
 ]
 
 procedure build
 [
-holders=1
-holder.1=RFabricContainer 2427 sailLeft sailTop 5
-set holder.1 movable 0
-set holder.1 infoAOID 2429
-set holder.1 infoVerticalOffset 4
-set holder.1 answerPlaced measure
-answers=2+level
-if level=4
-answers=4
-for i 1 answers
-[
-answer.i=RGraphicTextAnswer -1 12 380 10
-set answer.i textColorIndex 4
-set answer.i textOffsetY 33
-play answer.i setFont 28
-]
-if level=1
-[
-call three 1 3 1 2 2
-call three 2 4 3 1 2
-call three 3 5 3 2 4
-]
-else if level=2
-[
-call four 1 6 1 2 3 4
-call four 2 7 4 2 3 1
-call four 3 5 3 1 4 2
-]
-else if level=3
-[
-call five 1 8 1 2 3 4 2
-call five 2 9 2 3 4 1 1
-call five 3 7 3 1 2 3 2
-]
-else
-[
-call four 1 10 4 3 2 3
-call four 2 10 2 4 1 4
-call four 3 10 1 4 3 2
-]
+    holders=1
+    holder.1=RFabricContainer 2427 sailLeft sailTop 5
+    set holder.1 movable 0
+    set holder.1 infoAOID 2429
+    set holder.1 infoVerticalOffset 4
+    set holder.1 answerPlaced measure
+    answers=2+level
+    if level=4
+        answers=4
+    for i 1 answers
+    [
+        answer.i=RGraphicTextAnswer -1 12 380 10
+        set answer.i textColorIndex 4
+        set answer.i textOffsetY 33
+        play answer.i setFont 28
+    ]
+    if level=1
+    [
+        call three 1 3 1 2 2
+        call three 2 4 3 1 2
+        call three 3 5 3 2 4
+    ]
+    else if level=2
+    [
+        call four 1 6 1 2 3 4
+        call four 2 7 4 2 3 1
+        call four 3 5 3 1 4 2
+    ]
+    else if level=3
+    [
+        call five 1 8 1 2 3 4 2
+        call five 2 9 2 3 4 1 1
+        call five 3 7 3 1 2 3 2
+    ]
+    else
+    [
+        call four 1 10 4 3 2 3
+        call four 2 10 2 4 1 4
+        call four 3 10 1 4 3 2
+    ]
 ]
 
 ; ---- patches get their pictures when their sizes are known, and lie side by side
 
 procedure dress
 [
-set holder.1 answerRemoved measure
-tooMuch=0
-all=0
-for i 1 answers
-[
-get answer.i "value" size
-set answer.i graphicID 2480+size
-all=all+size
-]
-gap=(450-(all*segment))\(answers+1)
-at=12+gap
-for i 1 answers
-[
-get answer.i "value" size
-set answer.i homeX at
-at=at+(size*segment)+gap
-set ruler text size
-get ruler textWidth wide
-set answer.i textOffsetX (size*segment)\2-(wide\2)
-]
+    set holder.1 answerRemoved measure
+    tooMuch=0
+    all=0
+    for i 1 answers
+    [
+        get answer.i "value" size
+        set answer.i graphicID 2480+size
+        all=all+size
+    ]
+    gap=(450-(all*segment))\(answers+1)
+    at=12+gap
+    for i 1 answers
+    [
+        get answer.i "value" size
+        set answer.i homeX at
+        at=at+(size*segment)+gap
+        set ruler text size
+        get ruler textWidth wide
+        set answer.i textOffsetX (size*segment)\2-(wide\2)
+    ]
 ]
 
 ; ---- too much is told at once; the sail shows its first picture while it is bare
 
 procedure measure
 [
-get holder.1 frame covered
-get holder.1 correctSegments wanted
-if covered-1>wanted
-[
-tooMuch=1
-call tell "Assim tapas pano que está bom. Tira um remendo!"
-]
-else if tooMuch
-[
-tooMuch=0
-call tell task.level
-]
+    get holder.1 frame covered
+    get holder.1 correctSegments wanted
+    if covered-1>wanted
+    [
+        tooMuch=1
+        call tell "Assim tapas pano que está bom. Tira um remendo!"
+    ]
+    else if tooMuch
+    [
+        tooMuch=0
+        call tell task.level
+    ]
 ]
 
 include puzzle.mps

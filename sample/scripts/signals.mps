@@ -33,65 +33,65 @@ shell=21
 
 procedure write entry word picture
 [
-for k 1 ~word
-play puzzle setAnswer entry word|k|1 word|k|1
-play puzzle setContainer entry word
-play puzzle setPuzzleGraphic entry 198 99 6 2500+picture
+    for k 1 ~word
+        play puzzle setAnswer entry word|k|1 word|k|1
+    play puzzle setContainer entry word
+    play puzzle setPuzzleGraphic entry 198 99 6 2500+picture
 ]
 
 procedure writeMore entry word picture letter
 [
-call write entry word picture
-play puzzle setAnswer entry letter letter
+    call write entry word picture
+    play puzzle setAnswer entry letter letter
 ]
 
 procedure build
 [
-holders=1
-holder.1=RHorizontalContainer 2430+letters.level 236-26*letters.level 204 5
-set holder.1 movable 0
-set holder.1 slideSound 244
-set holder.1 deltaZ 5
-answers=letters.level
-if level=4
-answers=answers+1
-for i 1 answers
-[
-call spread i answers 52
-answer.i=RGraphicTextAnswer 2461+(i-1)%4 RESULT 374 10
-set answer.i textColorIndex 4
-set answer.i textOffsetY 23
-play answer.i setFont 28
-]
-if level=1
-[
-call write 1 "SOL" sun
-call write 2 "LUA" moon
-call write 3 "MAR" sea
-]
-else if level=2
-[
-call write 1 "VELA" sail
-call write 2 "BOIA" buoy
-call write 3 "ONDA" wave
-]
-else if level=3
-[
-call write 1 "PEIXE" fish
-call write 2 "POLVO" octopus
-call write 3 "BARCO" boat
-call write 4 "FAROL" lighthouse
-]
-else
-[
-call writeMore 1 "BALEIA" whale "M"
-call writeMore 2 "PINCEL" brush "A"
-call writeMore 3 "CONCHA" shell "T"
-]
+    holders=1
+    holder.1=RHorizontalContainer 2430+letters.level 236-26*letters.level 204 5
+    set holder.1 movable 0
+    set holder.1 slideSound 244
+    set holder.1 deltaZ 5
+    answers=letters.level
+    if level=4
+        answers=answers+1
+    for i 1 answers
+    [
+        call spread i answers 52
+        answer.i=RGraphicTextAnswer 2461+(i-1)%4 RESULT 374 10
+        set answer.i textColorIndex 4
+        set answer.i textOffsetY 23
+        play answer.i setFont 28
+    ]
+    if level=1
+    [
+        call write 1 "SOL" sun
+        call write 2 "LUA" moon
+        call write 3 "MAR" sea
+    ]
+    else if level=2
+    [
+        call write 1 "VELA" sail
+        call write 2 "BOIA" buoy
+        call write 3 "ONDA" wave
+    ]
+    else if level=3
+    [
+        call write 1 "PEIXE" fish
+        call write 2 "POLVO" octopus
+        call write 3 "BARCO" boat
+        call write 4 "FAROL" lighthouse
+    ]
+    else
+    [
+        call writeMore 1 "BALEIA" whale "M"
+        call writeMore 2 "PINCEL" brush "A"
+        call writeMore 3 "CONCHA" shell "T"
+    ]
 ]
 
 procedure dress
-call centre 26
+    call centre 26
 
 include puzzle.mps
 call open

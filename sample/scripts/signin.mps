@@ -23,20 +23,20 @@ Scene 102
 
 procedure tell words
 [
-set bubble text words
-get bubble textHeight tall
-set bubble y 69-tall\2
+    set bubble text words
+    get bubble textHeight tall
+    set bubble y 69-tall\2
 ]
 
 procedure talk
 [
-set parrot sequence 2
-call tell "Escreve o teu nome, ou escolhe-o no livro!"
+    set parrot sequence 2
+    call tell "Escreve o teu nome, ou escolhe-o no livro!"
 ]
 
 procedure fallSilent
 [
-set parrot sequence 1
+    set parrot sequence 1
 ]
 
 ; What addChar answers when it does not take a character, by its codes.
@@ -49,187 +49,187 @@ refusal.4="O livro está cheio. Apaga primeiro um nome."
 
 procedure dress which can
 [
-set button.which enabled can
-if can#lit.which
-[
-lit.which=can
-set button.which sequence 2-can
-]
+    set button.which enabled can
+    if can#lit.which
+    [
+        lit.which=can
+        set button.which sequence 2-can
+    ]
 ]
 
 ; Looks at the list again: who is highlighted, and what can be done.
 procedure look
 [
-get players currentEntry who
-get players entryIsNew fresh
-get players entryIsValid valid
-get players listIsFull full
-get players canMoveHighlightUp can
-call dress 1 can
-get players canMoveHighlightDown can
-call dress 2 can
-call dress 3 (full+fresh)=0
-call dress 4 (~who>0)+fresh>0
-call dress 5 valid
+    get players currentEntry who
+    get players entryIsNew fresh
+    get players entryIsValid valid
+    get players listIsFull full
+    get players canMoveHighlightUp can
+    call dress 1 can
+    get players canMoveHighlightDown can
+    call dress 2 can
+    call dress 3 (full+fresh)=0
+    call dress 4 (~who>0)+fresh>0
+    call dress 5 valid
 ]
 
 ; After every change of the list.
 procedure describe
 [
-asked=""
-call look
-if fresh
-[
-if valid
-call tell "Um nome novo: "+who
-else if ~who=0
-call tell "Escreve o teu nome!"
-else
-call tell who+" já está no livro."
-]
-else if ~who=0
-call tell "O livro está vazio. Escreve o teu nome!"
-else
-call tell "És tu, "+who+"?"
+    asked=""
+    call look
+    if fresh
+    [
+        if valid
+            call tell "Um nome novo: "+who
+        else if ~who=0
+            call tell "Escreve o teu nome!"
+        else
+            call tell who+" já está no livro."
+    ]
+    else if ~who=0
+        call tell "O livro está vazio. Escreve o teu nome!"
+    else
+        call tell "És tu, "+who+"?"
 ]
 
 ; A dimmed button was clicked.
 procedure whyNot
 [
-get RECEIVER enabled can
-if can=0
-[
-get RECEIVER tag which
-if which<3
-call stay
-else if (which=3)*full*(fresh=0)
-call tell refusal.4
-else
-call describe
-]
+    get RECEIVER enabled can
+    if can=0
+    [
+        get RECEIVER tag which
+        if which<3
+            call stay
+        else if (which=3)*full*(fresh=0)
+            call tell refusal.4
+        else
+            call describe
+    ]
 ]
 
 procedure stay
 [
-if fresh
-call tell "Primeiro acaba o nome novo, ou apaga-o."
-else
-call describe
+    if fresh
+        call tell "Primeiro acaba o nome novo, ou apaga-o."
+    else
+        call describe
 ]
 
 procedure goUp
 [
-get players canMoveHighlightUp can
-if can
-[
-play players moveHighlightUp
-call describe
-]
-else
-call stay
+    get players canMoveHighlightUp can
+    if can
+    [
+        play players moveHighlightUp
+        call describe
+    ]
+    else
+        call stay
 ]
 
 procedure goDown
 [
-get players canMoveHighlightDown can
-if can
-[
-play players moveHighlightDown
-call describe
-]
-else
-call stay
+    get players canMoveHighlightDown can
+    if can
+    [
+        play players moveHighlightDown
+        call describe
+    ]
+    else
+        call stay
 ]
 
 ; The second click of a double click presses no button, but a hasty finger means two steps.
 procedure upAgain
 [
-PlaySound 212
-call goUp
+    PlaySound 212
+    call goUp
 ]
 
 procedure downAgain
 [
-PlaySound 212
-call goDown
+    PlaySound 212
+    call goDown
 ]
 
 procedure turnBack
 [
-if fresh
-call stay
-else
-[
-play players scrollListPageUp
-call describe
-]
+    if fresh
+        call stay
+    else
+    [
+        play players scrollListPageUp
+        call describe
+    ]
 ]
 
 procedure turnOn
 [
-if fresh
-call stay
-else
-[
-play players scrollListPageDown
-call describe
-]
+    if fresh
+        call stay
+    else
+    [
+        play players scrollListPageDown
+        call describe
+    ]
 ]
 
 procedure beginNew
 [
-if full
-call tell refusal.4
-else
-[
-play players startNewEntry
-call describe
-]
+    if full
+        call tell refusal.4
+    else
+    [
+        play players startNewEntry
+        call describe
+    ]
 ]
 
 ; Names of the list are taken out at the second request only, and their players with them.
 procedure takeOut
 [
-call look
-if fresh
-[
-play players deleteEntry
-call describe
-]
-else if ~who=0
-call describe
-else if asked=who
-[
-play players deleteEntry
-get players deletedEntry gone
-play world removePlayer gone
-call describe
-call tell "Apaguei o nome "+gone+"."
-]
-else
-[
-asked=who
-call tell "Apagar "+who+"? Então carrega outra vez!"
-]
+    call look
+    if fresh
+    [
+        play players deleteEntry
+        call describe
+    ]
+    else if ~who=0
+        call describe
+    else if asked=who
+    [
+        play players deleteEntry
+        get players deletedEntry gone
+        play world removePlayer gone
+        call describe
+        call tell "Apaguei o nome "+gone+"."
+    ]
+    else
+    [
+        asked=who
+        call tell "Apagar "+who+"? Então carrega outra vez!"
+    ]
 ]
 
 procedure sign
 [
-call look
-if valid
-[
-play world activatePlayer who
-; From here on every click of a hasty player counts.
-SetDoubleClicksEnabled 0
-PlaySound 214
-; Whether there is to be music is switched in the logbook.
-get world isBackgroundMusicOff silent
-set port isBackgroundMusicEnabled 1-silent
-play port stopBackgroundMusic 1
-relay "harbour.mps"
-]
-else
-call describe
+    call look
+    if valid
+    [
+        play world activatePlayer who
+        ; From here on every click of a hasty player counts.
+        SetDoubleClicksEnabled 0
+        PlaySound 214
+        ; Whether there is to be music is switched in the logbook.
+        get world isBackgroundMusicOff silent
+        set port isBackgroundMusicEnabled 1-silent
+        play port stopBackgroundMusic 1
+        relay "harbour.mps"
+    ]
+    else
+        call describe
 ]
 
 ; ---- the keyboard
@@ -240,50 +240,50 @@ accents="àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþÿÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞß"
 
 procedure write
 [
-if (what@letters)+(what@accents)
-[
-play players addChar what
-code=RESULT
-if code=0
-call describe
-else
-call tell refusal.code
-]
-else
-call tell "Só letras, por favor!"
+    if (what@letters)+(what@accents)
+    [
+        play players addChar what
+        code=RESULT
+        if code=0
+            call describe
+        else
+            call tell refusal.code
+    ]
+    else
+        call tell "Só letras, por favor!"
 ]
 
 procedure takeBack
 [
-get players canDeleteChar can
-if can
-[
-play players deleteChar
-call describe
-]
-else
-call tell "Não há letras para tirar."
+    get players canDeleteChar can
+    if can
+    [
+        play players deleteChar
+        call describe
+    ]
+    else
+        call tell "Não há letras para tirar."
 ]
 
 procedure typed
 [
-get RECEIVER key what
-if what="Backspace"
-call takeBack
-else if what="Up"
-call goUp
-else if what="Down"
-call goDown
-else if what="PageUp"
-call turnBack
-else if what="PageDown"
-call turnOn
-else if what="Delete"
-call takeOut
-else if what="Enter"
-call sign
-else if ~what=1
-call write
+    get RECEIVER key what
+    if what="Backspace"
+        call takeBack
+    else if what="Up"
+        call goUp
+    else if what="Down"
+        call goDown
+    else if what="PageUp"
+        call turnBack
+    else if what="PageDown"
+        call turnOn
+    else if what="Delete"
+        call takeOut
+    else if what="Enter"
+        call sign
+    else if ~what=1
+        call write
 ]
 
 ; ---- the book
@@ -303,21 +303,21 @@ set players entrySelected sign
 ; letter in front has names compared as texts: a hyphen begins a number.
 procedure enter newcomer
 [
-set players currentEntry newcomer
-get players currentEntry who
-get players listIsFull full
-if ("n"+who#("n"+newcomer))*(full=0)
-play players addListEntry newcomer
+    set players currentEntry newcomer
+    get players currentEntry who
+    get players listIsFull full
+    if ("n"+who#("n"+newcomer))*(full=0)
+        play players addListEntry newcomer
 ]
 
 get world playersCount count
 n=0
 for n<count
 [
-play world activatePlayer "#"+n
-get world playerName who
-call enter who
-n=n+1
+    play world activatePlayer "#"+n
+    get world playerName who
+    call enter who
+    n=n+1
 ]
 call enter "Ana"
 call enter "Beatriz"
@@ -334,11 +334,11 @@ set players currentEntry ""
 ; The numbers tell whyNot which of them it is.
 for i 1 5
 [
-button.i=RPButton 2200+i 20
-lit.i=1
-set button.i tag i
-set button.i clickSoundID 212
-set button.i mouseDown whyNot
+    button.i=RPButton 2200+i 20
+    lit.i=1
+    set button.i tag i
+    set button.i clickSoundID 212
+    set button.i mouseDown whyNot
 ]
 set button.1 hit goUp
 set button.1 dblClick upAgain
@@ -352,15 +352,15 @@ set button.5 hit sign
 
 procedure label font words middle top
 [
-labels=labels+1
-label.labels=RText 0 top -1 -1 20
-set label.labels movable 0
-set label.labels touchy 0
-set label.labels colorIndex 4
-play label.labels setFont font
-set label.labels text words
-get label.labels textWidth wide
-set label.labels x middle-wide\2
+    labels=labels+1
+    label.labels=RText 0 top -1 -1 20
+    set label.labels movable 0
+    set label.labels touchy 0
+    set label.labels colorIndex 4
+    play label.labels setFont font
+    set label.labels text words
+    get label.labels textWidth wide
+    set label.labels x middle-wide\2
 ]
 
 labels=0

@@ -17,168 +17,168 @@ tanks=3
 order=[5 1 9 3 7 4 6 2 8
 
 procedure shoal entry tank many
-for k 1 many
-[
-cell=order.k-1
-swimX=150*tank-121+38*(cell%3)+(k*5)%7
-swimY=112+36*(cell\3)+(k*3)%8
-play puzzle setPuzzleGraphic entry swimX swimY 6 2471+(tank+entry)%3
-]
+    for k 1 many
+    [
+        cell=order.k-1
+        swimX=150*tank-121+38*(cell%3)+(k*5)%7
+        swimY=112+36*(cell\3)+(k*3)%8
+        play puzzle setPuzzleGraphic entry swimX swimY 6 2471+(tank+entry)%3
+    ]
 
 procedure shell entry number
-play puzzle setAnswer entry number number
+    play puzzle setAnswer entry number number
 
 ; How many fish are in each tank; then with a number that no tank has.
 procedure count entry a b c
 [
-play puzzle setContainer entry a b c
-call shell entry a
-call shell entry b
-call shell entry c
-call shoal entry 1 a
-call shoal entry 2 b
-call shoal entry 3 c
+    play puzzle setContainer entry a b c
+    call shell entry a
+    call shell entry b
+    call shell entry c
+    call shoal entry 1 a
+    call shoal entry 2 b
+    call shoal entry 3 c
 ]
 
 procedure countMore entry a b c d
 [
-call count entry a b c
-call shell entry d
+    call count entry a b c
+    call shell entry d
 ]
 
 ; What is to be computed, or is the result, stands on a slate in the tank.
 procedure slate entry tank words
 [
-play puzzle setPuzzleGraphic entry 150*tank-121 128 6 2426
-play puzzle setPuzzleText entry tank 150*tank-63 142 7 words 2
+    play puzzle setPuzzleGraphic entry 150*tank-121 128 6 2426
+    play puzzle setPuzzleText entry tank 150*tank-63 142 7 words 2
 ]
 
 procedure sum entry tank words number
 [
-play puzzle setContainer entry number
-call slate entry tank words
-call shell entry number
+    play puzzle setContainer entry number
+    call slate entry tank words
+    call shell entry number
 ]
 
 ; The label of an answer shows the first part of its sum; the other one follows from it.
 procedure parts entry tank first number
 [
-play puzzle setContainer entry number
-call slate entry tank number
-play puzzle setAnswer entry number first
+    play puzzle setContainer entry number
+    call slate entry tank number
+    play puzzle setAnswer entry number first
 ]
 
 procedure build
 [
-answers=3
-if level=2
-answers=4
-if level=3
-answers=5
-if level=4
-answers=4
-holders=tanks
-for i 1 tanks
-[
-holder.i=RValueContainer 2422 150*i-127 286 5
-set holder.i movable 0
-]
-for i 1 answers
-[
-if level<4
-[
-call spread i answers 72
-answer.i=RGraphicTextAnswer 2440+i RESULT 398 10
-set answer.i textColorIndex 4
-set answer.i textOffsetY 19
-play answer.i setFont 28
-]
-else
-[
-call spread i answers 96
-answer.i=RDoubleGraphicTextAnswer 2446 RESULT 404 10
-set answer.i graphic1ID 2447
-set answer.i graphic2ID 2448
-set answer.i graphic1OffsetZ -1
-set answer.i graphic2OffsetZ -1
-set answer.i textColorIndex 4
-set answer.i text1OffsetY 15
-set answer.i text2OffsetY 15
-play answer.i setFont 28
-]
-]
-set puzzle lockCorrectAnswers 1
-if level=1
-[
-call count 1 1 3 2
-call count 2 2 5 4
-call count 3 4 1 3
-call count 4 3 2 5
-]
-else if level=2
-[
-call countMore 1 4 7 5 6
-call countMore 2 6 9 8 7
-call countMore 3 8 5 7 9
-]
-else if level=3
-[
-call sum 1 1 "2 + 3" 5
-call sum 1 2 "4 + 4" 8
-call sum 1 3 "6 + 1" 7
-call shell 1 6
-call shell 1 9
-call sum 2 1 "5 + 4" 9
-call sum 2 2 "3 + 3" 6
-call sum 2 3 "2 + 8" 10
-call shell 2 8
-call shell 2 7
-call sum 3 1 "9 - 2" 7
-call sum 3 2 "8 - 4" 4
-call sum 3 3 "5 + 3" 8
-call shell 3 5
-call shell 3 6
-]
-else
-[
-call parts 1 1 7 12
-call parts 1 2 9 11
-call parts 1 3 6 14
-play puzzle setAnswer 1 13 8
-call parts 2 1 8 15
-call parts 2 2 5 10
-call parts 2 3 9 18
-play puzzle setAnswer 2 16 7
-call parts 3 1 6 13
-call parts 3 2 8 17
-call parts 3 3 4 11
-play puzzle setAnswer 3 12 9
-]
+    answers=3
+    if level=2
+        answers=4
+    if level=3
+        answers=5
+    if level=4
+        answers=4
+    holders=tanks
+    for i 1 tanks
+    [
+        holder.i=RValueContainer 2422 150*i-127 286 5
+        set holder.i movable 0
+    ]
+    for i 1 answers
+    [
+        if level<4
+        [
+            call spread i answers 72
+            answer.i=RGraphicTextAnswer 2440+i RESULT 398 10
+            set answer.i textColorIndex 4
+            set answer.i textOffsetY 19
+            play answer.i setFont 28
+        ]
+        else
+        [
+            call spread i answers 96
+            answer.i=RDoubleGraphicTextAnswer 2446 RESULT 404 10
+            set answer.i graphic1ID 2447
+            set answer.i graphic2ID 2448
+            set answer.i graphic1OffsetZ -1
+            set answer.i graphic2OffsetZ -1
+            set answer.i textColorIndex 4
+            set answer.i text1OffsetY 15
+            set answer.i text2OffsetY 15
+            play answer.i setFont 28
+        ]
+    ]
+    set puzzle lockCorrectAnswers 1
+    if level=1
+    [
+        call count 1 1 3 2
+        call count 2 2 5 4
+        call count 3 4 1 3
+        call count 4 3 2 5
+    ]
+    else if level=2
+    [
+        call countMore 1 4 7 5 6
+        call countMore 2 6 9 8 7
+        call countMore 3 8 5 7 9
+    ]
+    else if level=3
+    [
+        call sum 1 1 "2 + 3" 5
+        call sum 1 2 "4 + 4" 8
+        call sum 1 3 "6 + 1" 7
+        call shell 1 6
+        call shell 1 9
+        call sum 2 1 "5 + 4" 9
+        call sum 2 2 "3 + 3" 6
+        call sum 2 3 "2 + 8" 10
+        call shell 2 8
+        call shell 2 7
+        call sum 3 1 "9 - 2" 7
+        call sum 3 2 "8 - 4" 4
+        call sum 3 3 "5 + 3" 8
+        call shell 3 5
+        call shell 3 6
+    ]
+    else
+    [
+        call parts 1 1 7 12
+        call parts 1 2 9 11
+        call parts 1 3 6 14
+        play puzzle setAnswer 1 13 8
+        call parts 2 1 8 15
+        call parts 2 2 5 10
+        call parts 2 3 9 18
+        play puzzle setAnswer 2 16 7
+        call parts 3 1 6 13
+        call parts 3 2 8 17
+        call parts 3 3 4 11
+        play puzzle setAnswer 3 12 9
+    ]
 ]
 
 procedure centreLabel which middle
 [
-set ruler text what
-get ruler textWidth wide
-set answer.i which middle-wide\2
+    set ruler text what
+    get ruler textWidth wide
+    set answer.i which middle-wide\2
 ]
 
 procedure dress
 [
-if level<4
-call centre 36
-else
-[
-for i 1 answers
-[
-get answer.i "text1" what
-get answer.i "attribute" total
-call centreLabel "text1OffsetX" 22
-what=total-what
-set answer.i "text2" what
-call centreLabel "text2OffsetX" 74
-]
-]
+    if level<4
+        call centre 36
+    else
+    [
+        for i 1 answers
+        [
+            get answer.i "text1" what
+            get answer.i "attribute" total
+            call centreLabel "text1OffsetX" 22
+            what=total-what
+            set answer.i "text2" what
+            call centreLabel "text2OffsetX" 74
+        ]
+    ]
 ]
 
 include puzzle.mps

@@ -13,9 +13,9 @@ call arriveAt "OHUB"
 
 procedure engrave words
 [
-set plaque text words
-get plaque textWidth wide
-set plaque x 320-wide\2
+    set plaque text words
+    get plaque textWidth wide
+    set plaque x 320-wide\2
 ]
 
 ; ---- what leads to puzzles and games
@@ -38,43 +38,43 @@ scene.7="crates.mps"
 
 procedure lightUp
 [
-get RECEIVER tag which
-set RECEIVER sequence 2
-PlaySound 207
-call engrave name.which
+    get RECEIVER tag which
+    set RECEIVER sequence 2
+    PlaySound 207
+    call engrave name.which
 ]
 
 procedure dim
 [
-set RECEIVER sequence 1
-call engrave "A oficina"
+    set RECEIVER sequence 1
+    call engrave "A oficina"
 ]
 
 procedure enter
 [
-get RECEIVER tag which
-PlaySound 212
-relay scene.which
+    get RECEIVER tag which
+    PlaySound 212
+    relay scene.which
 ]
 
 ; ---- the signpost
 
 procedure lightSign
 [
-set sign sequence 2
-PlaySound 207
+    set sign sequence 2
+    PlaySound 207
 ]
 
 procedure dimSign
 [
-set sign sequence 1
+    set sign sequence 1
 ]
 
 procedure goDown
 [
-PlaySound 208
-play port stopBackgroundMusic 1
-relay "lighthouse.mps"
+    PlaySound 208
+    play port stopBackgroundMusic 1
+    relay "lighthouse.mps"
 ]
 
 plaque=RText 0 58 -1 -1 5
@@ -87,10 +87,10 @@ call engrave "A oficina"
 ; The pointer may rest on one of them, so cursors are set before handlers.
 for i 1 things
 [
-thing.i=RAnimation 2400+i 10+i
-set thing.i tag i
-set thing.i movable 0
-play thing.i setAOCursor 1
+    thing.i=RAnimation 2400+i 10+i
+    set thing.i tag i
+    set thing.i movable 0
+    play thing.i setAOCursor 1
 ]
 sign=RAnimation 2409 20
 set sign movable 0
@@ -98,9 +98,9 @@ play sign setAOCursor 1
 
 for i 1 things
 [
-set thing.i mouseDown enter
-set thing.i flyOn lightUp
-set thing.i flyOff dim
+    set thing.i mouseDown enter
+    set thing.i flyOn lightUp
+    set thing.i flyOff dim
 ]
 set sign mouseDown goDown
 set sign flyOn lightSign
@@ -112,9 +112,9 @@ port=RScenePort 0
 get port backgroundMusicID heard
 if heard#104
 [
-music=RQueue 1
-play music add DelayAction 950
-play music add VerbAction "port" 1 "startBackgroundMusic" 104 100 2
-play music start
+    music=RQueue 1
+    play music add DelayAction 950
+    play music add VerbAction "port" 1 "startBackgroundMusic" 104 100 2
+    play music start
 ]
 EndTransition 0

@@ -3,6 +3,8 @@
 ;> 501 up 80 310
 ;> 600 double 80 310
 ;> 1003 quit
+;$ text
+;$ compiled
 yield off
 procedure born
 count=count+1

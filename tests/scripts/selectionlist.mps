@@ -1,4 +1,6 @@
 ; The selection list: what each step answers, and what it leaves behind: the entry, new, valid.
+;$ text
+;$ compiled
 yield off
 include steps.mps
 procedure see

@@ -27,7 +27,8 @@ using testing_support::isTold;
 using testing_support::replacedAll;
 using testing_support::rowsOf;
 
-inline Bytes join(Bytes all, const Bytes& more) {
+template <class Value>
+std::vector<Value> join(std::vector<Value> all, const std::vector<Value>& more) {
     all.insert(all.end(), more.begin(), more.end());
     return all;
 }

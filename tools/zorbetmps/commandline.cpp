@@ -3,6 +3,7 @@
 #include "zorbetmps/check/check.h"
 #include "zorbetmps/check/report.h"
 #include "zorbetmps/pages.h"
+#include "zorbetmps/scripts/scriptcommands.h"
 #include "zorbetmps/words.h"
 
 #include "commands/commands.h"
@@ -38,14 +39,50 @@ Examples:
 Findings:
 )";
 
+constexpr const char* kAboutCompile =
+    R"(What a script includes is compiled in. The game runs the result as it runs the script, by
+the name of its file, but tells no lines in its messages. Nothing is written when a script has
+mistakes, which are told as "check" tells them; the exit code is 1 then.
+
+Examples:
+  zorbet-mps compile my-game/scripts/harbour.mps -o release/scripts/harbour.mps
+  zorbet-mps compile my-game/scripts/*.mps -o release/scripts)";
+
+constexpr const char* kAboutDisasm =
+    R"(Scripts may be texts or precompiled. Of two scripts that do the same in the same order the
+listings are the same, but for the lines.
+
+Example:
+  zorbet-mps disasm --no-lines harbour.mps)";
+
+constexpr const char* kAboutFormat =
+    R"(Lines stay lines, words stay words: what changes are indents, blanks between words and at
+the ends of lines, and blank lines. Both texts are compiled, and a script that would become
+another one is left as it is. Scripts with mistakes are refused, and the exit code is 1, as it is
+when --check finds a script that would change.
+
+Examples:
+  zorbet-mps format harbour.mps
+  zorbet-mps format --write my-game)";
+
 constexpr const char* kAboutWords =
     R"(Example:
   zorbet-mps words RAnimation)";
 
+/// The names of the global commands, as long as it is there.
+class KnownCommands {
+  public:
+    KnownCommands() {
+        for (const RCommandWords& command : RCommands::words())
+            YCommands::add(command.name, nullptr);
+    }
+    ~KnownCommands() { YCommands::clear(); }
+    KnownCommands& operator=(KnownCommands&&) = delete;
+};
+
 int checkAll(const std::vector<std::string>& paths, bool json, std::ostream& out) {
-    for (const RCommandWords& command : RCommands::words()) YCommands::add(command.name, nullptr);
+    const KnownCommands commands;
     const std::vector<Finding> findings = check(paths);
-    YCommands::clear();
     if (json)
         reportJson(findings, out);
     else
@@ -59,8 +96,9 @@ int checkAll(const std::vector<std::string>& paths, bool json, std::ostream& out
 } // namespace
 
 int run(int argc, const char* const* argv, std::ostream& out, std::ostream& errors) {
-    commandline::Program line("zorbet-mps",
-                              "For the authors of scripts of zorbet: finds mistakes, tells words.");
+    commandline::Program line(
+        "zorbet-mps", "For the authors of scripts of zorbet: finds mistakes, compiles, formats, "
+                      "tells words.");
     line.setVersion("zorbet-mps " ZORBET_VERSION);
     std::vector<std::string> paths;
     bool json = false;
@@ -69,6 +107,44 @@ int run(int argc, const char* const* argv, std::ostream& out, std::ostream& erro
                  [&] { return checkAll(paths, json, out); });
     checking.add("PATH", &paths, "A game's folder, or scripts, as texts or precompiled").required();
     checking.add("--json", &json, "Print the findings as a list for programs");
+
+    std::string to;
+    const auto whether = [&](auto work) {
+        const KnownCommands known;
+        return work(Told{out, errors}) ? kSound : kErrors;
+    };
+    commandline::Command compiling = line.add(
+        "compile", "Write scripts in their precompiled form", "FILE... [-o FILE|DIR]",
+        kAboutCompile,
+        [&] { return whether([&](const Told& told) { return compileScripts(paths, to, told); }); });
+    compiling.add("FILE", &paths, "Scripts").required();
+    compiling.add("-o,--output", &to,
+                  "The file, or the folder for files of the same names; without it they lie "
+                  "beside the scripts and end with .mpc",
+                  "FILE|DIR");
+    bool isWithoutLines = false;
+    commandline::Command listing = line.add(
+        "disasm", "List what scripts are compiled to", "FILE... [--no-lines]", kAboutDisasm, [&] {
+            return whether(
+                [&](const Told& told) { return listScripts(paths, !isWithoutLines, told); });
+        });
+    listing.add("FILE", &paths, "Scripts").required();
+    listing.add("--no-lines", &isWithoutLines, "Leave out where in the script instructions stand");
+    bool isChecked = false;
+    bool isWritten = false;
+    commandline::Command formatting = line.add(
+        "format", "Print scripts, or write them, in one layout",
+        "FILE | FILE|DIR... --check|--write", kAboutFormat, [&] {
+            const Formatting what = isChecked   ? Formatting::Check
+                                    : isWritten ? Formatting::Write
+                                                : Formatting::Print;
+            return whether([&](const Told& told) { return formatScripts(paths, what, told); });
+        });
+    formatting.add("PATH", &paths, "Scripts, or folders with scripts").required();
+    const commandline::Option checked =
+        formatting.add("--check", &isChecked, "Only tell which scripts would change");
+    formatting.add("--write", &isWritten, "Change them, and tell which").excludes(checked);
+
     std::vector<std::string> classes;
     std::string pages;
     bool write = false;

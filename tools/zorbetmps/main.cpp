@@ -1,4 +1,4 @@
-// zorbet-mps: checks scripts.
+// zorbet-mps: checks scripts, compiles them, lays them out.
 #include "zorbetmps/commandline.h"
 
 #include "platform/commandline/commandline.h"

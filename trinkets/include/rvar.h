@@ -153,7 +153,7 @@ class YVariable {
 
   private:
     friend class YHeap;
-    friend class YVariableReader;
+    friend class YStoredVariables;
 
     union Value {
         std::int32_t integer;

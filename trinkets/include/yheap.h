@@ -67,7 +67,7 @@ class YHeap {
 
   private:
     friend class YVariable;
-    friend class YVariableReader;
+    friend class YStoredVariables;
     static constexpr int kMaxNesting = 100;
 
     /// Variables named after this one, a dot and a number.

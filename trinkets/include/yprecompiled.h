@@ -1,7 +1,7 @@
 // Precompiled scripts: a compiled script and the variables it refers to, as one binary file.
 //
 //     u8   version: 2 little-endian, 1 every number of more than one byte swapped
-//     i32  number of instructions, then each: u8 opcode, i16 operand
+//     i32  number of instructions, then each: u8 opcode, i16 operand; the End may be left out
 //     i32  number of operand words, then each: i16
 //     i32  number of variables V, then V - 3 variables (the first three are predefined):
 //          i32 kind, i32 type
@@ -13,11 +13,13 @@
 // Everything in such a file is checked before it is used.
 #pragma once
 
+#include "formats/base/result.h"
 #include "yheap.h"
 #include "yscript.h"
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <string_view>
 
 inline constexpr std::size_t kYMaxPrecompiledSize = std::size_t{16} << 20; ///< bytes
@@ -29,3 +31,8 @@ inline constexpr std::size_t kYMaxPrecompiledSize = std::size_t{16} << 20; ///< 
 /// Fills a fresh heap with the script's variables. Null when the file is damaged; the heap is then
 /// not fit for use.
 [[nodiscard]] std::unique_ptr<YScript> YReadPrecompiled(YHeap& heap, std::string_view bytes);
+
+/// A script that was just compiled, with its heap, little-endian. It runs the same, but that the
+/// places of its instructions are not stored. The error is why the form cannot hold it, for
+/// authors: it has too many words, or changes one of the predefined variables before it runs.
+[[nodiscard]] formats::Result<std::string> YWritePrecompiled(const YScript& script, YHeap& heap);

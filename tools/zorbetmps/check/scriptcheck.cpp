@@ -51,19 +51,29 @@ bool isOfCompiler(const Finding& finding) {
 }
 
 void ScriptCheck::run() {
-    YHeap::recreate();
+    if (const auto bytes = read())
+        compile(*bytes, [this](const YScript& script, YHeap& heap) {
+            if (!script.lines.empty()) checkScript(script, heap);
+        });
+}
+
+std::optional<std::string> ScriptCheck::read() {
     std::string why;
     auto bytes = readHostFile(file_, kYMaxPrecompiledSize, why);
-    if (!bytes)
-        tell(Rule::Syntax, why);
-    else if (YIsPrecompiled(*bytes))
-        checkPrecompiled(*bytes);
+    if (!bytes) tell(Rule::Syntax, why);
+    return bytes;
+}
+
+void ScriptCheck::compile(const std::string& bytes, const Look& look) {
+    YHeap::recreate();
+    if (YIsPrecompiled(bytes))
+        checkPrecompiled(bytes, look);
     else
-        checkText(*std::move(bytes));
+        checkText(bytes, look);
     YHeap::recreate();
 }
 
-void ScriptCheck::checkText(std::string bytes) {
+void ScriptCheck::checkText(std::string bytes, const Look& look) {
     auto text = lookAt(file_, std::move(bytes));
     if (!text) return tell(Rule::Syntax, tooLong(YCompiler::kMaxTextSize));
     YCompiler* asking = nullptr;
@@ -84,7 +94,7 @@ void ScriptCheck::checkText(std::string bytes) {
             add({Rule::Syntax, file, error.line, error.column, error.description()});
     }
     for (int i = 0; i < heap.count(); ++i) mention(heap.get(i));
-    if (script) checkScript(*script, heap);
+    if (script) look(*script, heap);
 }
 
 void ScriptCheck::checkScript(const YScript& script, YHeap& heap) {
@@ -169,7 +179,7 @@ const std::string& ScriptCheck::pathOf(const std::string& name) const {
     return path == shownPaths_.end() ? file_ : path->second;
 }
 
-void ScriptCheck::checkPrecompiled(std::string_view bytes) {
+void ScriptCheck::checkPrecompiled(std::string_view bytes, const Look& look) {
     files_.insert(realPath(file_));
     if (bytes.size() > kYMaxPrecompiledSize) {
         tell(Rule::Syntax, tooLong(kYMaxPrecompiledSize));
@@ -188,6 +198,7 @@ void ScriptCheck::checkPrecompiled(std::string_view bytes) {
         const std::string& command = heap.get(script->operands[word]).text();
         if (!YCommands::find(command)) tell(Rule::UnknownCommand, command + " is undefined");
     }
+    look(*script, heap);
 }
 
 void ScriptCheck::add(Finding finding) {

@@ -9,6 +9,7 @@
 
 #include "ycompiler.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -34,6 +35,14 @@ class ScriptCheck {
     /// The heap is new afterwards.
     void run();
 
+    /// Is shown what the game would run, and its heap, which are gone afterwards; only what was
+    /// text has lines.
+    using Look = std::function<void(const YScript&, YHeap&)>;
+    /// The same without the rules, of these bytes as if they were the file's.
+    void compile(const std::string& bytes, const Look& look);
+    /// The file's bytes; none, which is a finding, when it cannot be read.
+    [[nodiscard]] std::optional<std::string> read();
+
     /// In the order in which they were found; without those that comments silence.
     [[nodiscard]] const std::vector<Finding>& findings() const { return findings_; }
     /// Real paths of all that was read, its own too.
@@ -42,9 +51,9 @@ class ScriptCheck {
     [[nodiscard]] const std::set<std::string>& mentions() const { return mentions_; }
 
   private:
-    void checkText(std::string bytes);
+    void checkText(std::string bytes, const Look& look);
     void checkScript(const YScript& script, YHeap& heap);
-    void checkPrecompiled(std::string_view bytes);
+    void checkPrecompiled(std::string_view bytes, const Look& look);
     std::optional<std::string> lookAt(const std::string& file, std::string bytes);
     YCompiler::Source readInclude(const std::string& name, const std::string& includer, int line);
     [[nodiscard]] std::string otherSpelling(std::string_view name) const;

@@ -92,7 +92,7 @@ void YHeap::noteFamily(const YVariable& member) {
     if (own != families_.end() && member.ownership_ != YVariable::Ownership::Alias) {
         YVariable& name = get(member.index_);
         name.alias_ = own->second.first;
-        name.elementCount_ = own->second.last;
+        name.elementCount_ = std::max(name.elementCount_, own->second.last);
     }
     const auto dot = text.rfind(YVariable::kSeparator);
     if (dot == std::string_view::npos || dot + 1 == text.size()) return;

@@ -11,61 +11,147 @@
 namespace {
 
 constexpr std::uint8_t kSwapped = 1;
+constexpr std::uint8_t kLittleEndian = 2;
 constexpr std::int32_t kNone = -1;
 constexpr int kSubstringParts = 3;
 constexpr std::size_t kMaxText = 65535;
 
-/// Numbers in the byte order of the file.
+/// The fields of a variable as they are stored.
+struct StoredVariable {
+    std::int32_t kind = 0;
+    std::int32_t type = 0;
+    std::int32_t integer = 0; ///< only of that type
+    std::string_view real;    ///< the same
+    std::int32_t alias = 0;
+    std::int32_t ownership = 0;
+    std::int32_t length = 0;
+    std::int32_t elements = 0;
+    std::string_view name;
+    std::string_view value;
+    std::optional<std::vector<int>> parts;
+};
+
+/// Numbers in the byte order of the file. After a failure the rest is not read.
 class Input {
   public:
     explicit Input(std::string_view bytes)
         : reader_(std::as_bytes(std::span(bytes))), swap_(reader_.u8() == kSwapped) {}
 
-    std::uint8_t u8() { return reader_.u8(); }
-    std::int16_t i16() {
-        const std::uint16_t value = reader_.u16();
-        return static_cast<std::int16_t>(swap_ ? static_cast<std::uint16_t>(value << 8 | value >> 8)
-                                               : value);
+    void opcode(YOpcode& value) { value = static_cast<YOpcode>(reader_.u8()); }
+    void i16(std::int16_t& value) {
+        const std::uint16_t v = reader_.u16();
+        value = static_cast<std::int16_t>(swap_ ? static_cast<std::uint16_t>(v << 8 | v >> 8) : v);
     }
-    std::int32_t i32() {
+    void i32(std::int32_t& value) {
         const std::uint32_t v = reader_.u32();
-        return static_cast<std::int32_t>(
+        value = static_cast<std::int32_t>(
             swap_ ? v << 24 | (v & 0xFF00) << 8 | (v >> 8 & 0xFF00) | v >> 24 : v);
     }
-    /// A count that cannot be more than `size`-byte records are left for.
-    std::optional<int> count(std::size_t size, int limit) {
-        const std::int32_t value = i32();
-        if (!ok() || value < 0 || value > limit ||
-            static_cast<std::size_t>(value) > reader_.remaining() / size)
-            return std::nullopt;
-        return value;
+    /// Makes room for as many records of `size` bytes as are stored, at most `limit`.
+    template <class Records>
+    void room(Records& records, std::size_t size, int limit) {
+        std::int32_t count = 0;
+        i32(count);
+        broken_ |= count < 0 || count > limit ||
+                   static_cast<std::size_t>(count) > reader_.remaining() / size;
+        records.resize(ok() ? static_cast<std::size_t>(count) : 0);
     }
-    std::optional<std::string_view> text(std::int32_t length) {
-        if (length == kNone) return std::string_view();
-        if (length < 0 || static_cast<std::size_t>(length) > kMaxText) return std::nullopt;
-        const std::string_view bytes = reader_.text(static_cast<std::size_t>(length));
-        if (!ok()) return std::nullopt;
-        return bytes;
+    void shortText(std::string_view& text) {
+        std::int16_t length = 0;
+        i16(length);
+        take(text, length);
     }
-    [[nodiscard]] bool ok() const { return reader_.ok(); }
+    void text(std::string_view& text) {
+        std::int32_t length = 0;
+        i32(length);
+        take(text, length);
+    }
+    void parts(std::optional<std::vector<int>>& parts) {
+        std::int32_t count = 0;
+        i32(count);
+        broken_ |= count < kNone || count > YHeap::kMaxOperand;
+        if (count == kNone || !ok()) return;
+        parts.emplace();
+        for (std::int16_t part = 0; count > 0 && ok(); --count) {
+            i16(part);
+            parts->push_back(part);
+        }
+    }
+    [[nodiscard]] bool ok() const { return reader_.ok() && !broken_; }
 
   private:
+    void take(std::string_view& text, std::int32_t length) {
+        if (length == kNone) return;
+        broken_ |= length < 0 || static_cast<std::size_t>(length) > kMaxText;
+        if (ok()) text = reader_.text(static_cast<std::size_t>(length));
+    }
+
     formats::ByteReader reader_;
     bool swap_;
+    bool broken_ = false;
 };
 
-bool readCode(Input& in, YScript& script) {
-    const auto instructions = in.count(3, YScript::kMaxInstructions + 1);
-    if (!instructions) return false;
-    for (int i = 0; i < *instructions; ++i) {
-        const auto opcode = static_cast<YOpcode>(in.u8()); // an unknown one ends the script
-        script.instructions.push_back({opcode, in.i16()});
+/// The same, little-endian, the other way.
+class Output {
+  public:
+    Output() { writer_.u8(kLittleEndian); }
+
+    void opcode(YOpcode value) { writer_.u8(static_cast<std::uint8_t>(value)); }
+    void i16(std::int16_t value) { writer_.u16(value); }
+    void i32(std::int32_t value) { writer_.u32(value); }
+    template <class Records>
+    void room(const Records& records, std::size_t, int) {
+        writer_.u32(std::ssize(records));
     }
+    void shortText(std::string_view text) { writer_.u16(std::ssize(text)).text(text); }
+    void text(std::string_view text) {
+        writer_.u32(text.empty() ? kNone : std::ssize(text)).text(text);
+    }
+    void parts(const std::optional<std::vector<int>>& parts) {
+        writer_.u32(parts ? std::ssize(*parts) : kNone);
+        if (!parts) return;
+        for (const int part : *parts) writer_.u16(part);
+    }
+    [[nodiscard]] std::string bytes() const {
+        return {writer_.bytes().begin(), writer_.bytes().end()};
+    }
+
+  private:
+    formats::ByteWriter writer_;
+};
+
+// What follows what, in both directions.
+
+template <class Stream, class Instructions, class Operands>
+void passCode(Stream& stream, Instructions& instructions, Operands& operands) {
+    stream.room(instructions, 3, YScript::kMaxInstructions + 1);
+    for (auto& instruction : instructions) {
+        stream.opcode(instruction.opcode);
+        stream.i16(instruction.operand);
+    }
+    stream.room(operands, 2, YScript::kMaxOperandWords);
+    for (auto& operand : operands) stream.i16(operand);
+}
+
+template <class Stream, class Variable>
+void passVariable(Stream& stream, Variable& variable) {
+    stream.i32(variable.kind);
+    stream.i32(variable.type);
+    if (variable.type == static_cast<int>(YVariable::Type::Integer)) stream.i32(variable.integer);
+    if (variable.type == static_cast<int>(YVariable::Type::Real)) stream.shortText(variable.real);
+    stream.i32(variable.alias);
+    stream.i32(variable.ownership);
+    stream.i32(variable.length);
+    stream.i32(variable.elements);
+    stream.text(variable.name);
+    stream.text(variable.value);
+    stream.parts(variable.parts);
+}
+
+bool readCode(Input& in, YScript& script) {
+    passCode(in, script.instructions, script.operands); // an unknown opcode ends the script
     // The stepping stops at an End, so there is one.
     script.instructions.push_back({YOpcode::End, 0});
-    const auto operands = in.count(2, YScript::kMaxOperandWords);
-    if (!operands) return false;
-    for (int i = 0; i < *operands; ++i) script.operands.push_back(in.i16());
     script.operands.push_back(YScript::kEndOfList);
     return in.ok();
 }
@@ -106,16 +192,17 @@ bool isSound(const YScript& script, int variables) {
 
 } // namespace
 
-/// Reads variables into a heap; the one place outside YVariable that sets its fields.
-class YVariableReader {
+/// Variables of a heap as they are stored; the one place outside YVariable that sets its fields.
+class YStoredVariables {
   public:
-    YVariableReader(YHeap& heap, Input& in) : heap_(heap), in_(in) {}
+    explicit YStoredVariables(YHeap& heap) : heap_(heap) {}
 
-    bool readAll() {
-        const std::int32_t count = in_.i32();
-        if (!in_.ok() || count < YHeap::kPredefined || count > YHeap::kMaxOperand + 1) return false;
+    bool readAll(Input& in) {
+        std::int32_t count = 0;
+        in.i32(count);
+        if (!in.ok() || count < YHeap::kPredefined || count > YHeap::kMaxOperand + 1) return false;
         for (int index = YHeap::kPredefined; index < count; ++index)
-            if (!readVariable()) return false;
+            if (!read(in)) return false;
         for (int index = YHeap::kPredefined; index < count; ++index)
             if (!check(heap_.get(index))) return false;
         // Expressions last: their leaves must all be sound.
@@ -124,66 +211,82 @@ class YVariableReader {
         return isShallow(count);
     }
 
+    void writeAll(Output& out) const {
+        out.i32(heap_.count());
+        for (int index = YHeap::kPredefined; index < heap_.count(); ++index)
+            write(heap_.get(index), out);
+    }
+
+    /// A predefined variable that is not as it is in a new heap; null without.
+    [[nodiscard]] const YVariable* changedPredefined() const {
+        YHeap fresh;
+        for (int index = 0; index < YHeap::kPredefined; ++index) {
+            const YVariable& variable = heap_.get(index);
+            YScratch left;
+            YScratch right;
+            if (variable.ownership_ != Ownership::Owner ||
+                variable.type_ != fresh.get(index).type_ ||
+                variable.string(left) != fresh.get(index).string(right))
+                return &variable;
+        }
+        return nullptr;
+    }
+
   private:
     using Kind = YVariable::Kind;
+    using Ownership = YVariable::Ownership;
     using Type = YVariable::Type;
 
-    bool readVariable() {
-        const std::int32_t kind = in_.i32();
-        const std::int32_t type = in_.i32();
-        if (!in_.ok() || kind < 0 || kind > static_cast<int>(Kind::Expression) || type < 0 ||
-            type > static_cast<int>(Type::Real))
-            return false;
-        YVariable::Value value{};
-        if (!readValue(static_cast<Type>(type), value)) return false;
-        const std::int32_t alias = in_.i32();
-        const std::int32_t ownership = in_.i32();
-        const std::int32_t length = in_.i32();
-        const std::int32_t elements = in_.i32();
-        const auto name = in_.text(in_.i32());
-        const auto text = in_.text(in_.i32());
-        if (!in_.ok() || !name || !text || ownership < -1 || ownership > 1 || elements < 0)
+    bool read(Input& in) {
+        StoredVariable stored;
+        passVariable(in, stored);
+        if (!in.ok() || stored.kind < 0 || stored.kind > static_cast<int>(Kind::Expression) ||
+            stored.type < 0 || stored.type > static_cast<int>(Type::Real) ||
+            stored.ownership < -1 || stored.ownership > 1 || stored.elements < 0)
             return false;
 
-        YVariable& variable = heap_.create(*name);
-        variable.kind_ = static_cast<Kind>(kind);
-        variable.type_ = static_cast<Type>(type);
-        variable.value_ = value;
-        variable.alias_ = alias;
-        variable.ownership_ = static_cast<YVariable::Ownership>(ownership);
-        variable.length_ = length;
-        variable.elementCount_ = elements;
-        variable.valueString_ = *text;
-        return readParts(variable);
-    }
-
-    bool readValue(Type type, YVariable::Value& value) {
-        if (type == Type::Integer) value.integer = in_.i32();
-        if (type == Type::Real) {
-            const auto text = in_.text(in_.i16());
-            if (!text) return false;
-            value.real = ynumber::scan(*text);
+        YVariable& variable = heap_.create(stored.name);
+        variable.kind_ = static_cast<Kind>(stored.kind);
+        variable.type_ = static_cast<Type>(stored.type);
+        if (variable.type_ == Type::Object) { // objects are not stored
+            variable.type_ = Type::Empty;
+            if (variable.kind_ == Kind::Constant) variable.kind_ = Kind::Name;
         }
-        return in_.ok();
+        if (variable.type_ == Type::Integer) variable.value_.integer = stored.integer;
+        if (variable.type_ == Type::Real) variable.value_.real = ynumber::scan(stored.real);
+        variable.alias_ = stored.alias;
+        variable.ownership_ = static_cast<Ownership>(stored.ownership);
+        variable.length_ = stored.length;
+        variable.elementCount_ = stored.elements;
+        variable.valueString_ = stored.value;
+        if (!stored.parts) return true;
+        const std::int32_t expected =
+            variable.kind_ == Kind::Substring ? kSubstringParts : stored.length;
+        variable.parts_ = *std::move(stored.parts);
+        return std::ssize(variable.parts_) == expected;
     }
 
-    bool readParts(YVariable& variable) {
-        const std::int32_t count = in_.i32();
-        if (count == kNone) return in_.ok();
-        const std::int32_t expected =
-            variable.kind_ == Kind::Substring ? kSubstringParts : variable.length_;
-        if (!in_.ok() || count != expected || count < 0 || count > YHeap::kMaxOperand) return false;
-        for (int i = 0; i < count && in_.ok(); ++i) variable.parts_.push_back(in_.i16());
-        return in_.ok();
+    static void write(const YVariable& variable, Output& out) {
+        char buffer[ynumber::kBufferSize];
+        StoredVariable stored{.kind = static_cast<int>(variable.kind_),
+                              .type = static_cast<int>(variable.type_),
+                              .alias = variable.alias_,
+                              .ownership = static_cast<int>(variable.ownership_),
+                              .length = variable.length_,
+                              .elements = variable.elementCount_,
+                              .name = variable.text_};
+        if (variable.type_ == Type::Integer) stored.integer = variable.value_.integer;
+        if (variable.type_ == Type::Real)
+            stored.real = ynumber::format(variable.value_.real, buffer);
+        if (variable.type_ != Type::Empty) stored.value = variable.valueString_;
+        if (variable.expression_) stored.value = variable.expression_->shape();
+        if (!variable.parts_.empty()) stored.parts = variable.parts_;
+        passVariable(out, stored);
     }
 
     /// Makes one variable what the rest of the engine relies on.
     bool check(YVariable& variable) {
         const auto known = [&](int part) { return part >= 0 && part < heap_.count(); };
-        if (variable.type_ == Type::Object) { // objects are not stored
-            variable.type_ = Type::Empty;
-            if (variable.kind_ == Kind::Constant) variable.kind_ = Kind::Name;
-        }
         if (isAlias(variable) ? !known(variable.alias_) : variable.alias_ < 0) return false;
         switch (variable.kind_) {
         case Kind::Name:
@@ -280,14 +383,47 @@ class YVariableReader {
     static constexpr int kOpenDepth = -1;
 
     YHeap& heap_;
-    Input& in_;
 };
 
 std::unique_ptr<YScript> YReadPrecompiled(YHeap& heap, std::string_view bytes) {
     Input in(bytes);
     auto script = std::make_unique<YScript>();
     if (!readCode(in, *script)) return nullptr;
-    if (!YVariableReader(heap, in).readAll()) return nullptr;
+    if (!YStoredVariables(heap).readAll(in)) return nullptr;
     if (!isSound(*script, heap.count())) return nullptr;
     return script;
+}
+
+namespace {
+
+std::string writeForm(const YScript& script, YHeap& heap) {
+    Output out;
+    const std::span instructions(script.instructions.data(), script.instructions.size() - 1);
+    passCode(out, instructions, script.operands); // reading adds the End
+    YStoredVariables(heap).writeAll(out);
+    return out.bytes();
+}
+
+} // namespace
+
+formats::Result<std::string> YWritePrecompiled(const YScript& script, YHeap& heap) {
+    const auto refuse = [](std::string why) {
+        return formats::Result<std::string>{{}, std::move(why)};
+    };
+    if (const YVariable* variable = YStoredVariables(heap).changedPredefined())
+        return refuse(variable->text() + " has a value, or the mark &, before the script runs");
+    if (heap.count() > YHeap::kMaxOperand + 1)
+        return refuse(std::to_string(heap.count()) + " different words are more than " +
+                      std::to_string(YHeap::kMaxOperand + 1));
+    std::string bytes = writeForm(script, heap);
+    if (bytes.size() > kYMaxPrecompiledSize)
+        return refuse(std::to_string(bytes.size()) + " bytes are more than " +
+                      std::to_string(kYMaxPrecompiledSize));
+    // Other bounds are those of who reads it.
+    YHeap again;
+    const auto same = YReadPrecompiled(again, bytes);
+    if (!same) return refuse("its words stand in each other too deeply");
+    same->operands.pop_back(); // which reading adds, too
+    if (writeForm(*same, again) != bytes) return refuse("it would not be read as it is");
+    return {std::move(bytes), {}};
 }

@@ -1,0 +1,20 @@
+// Files that commands write.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace mps {
+
+struct WrittenFile {
+    std::filesystem::path path;
+    std::string bytes;
+};
+
+/// Writes all of them beside their names, and renames them when all are there; a link stays one, a
+/// file that was there keeps its permissions. Makes folders that are missing. What failed, or
+/// nothing; then no file is changed, or only those that were renamed before.
+[[nodiscard]] std::string writeFiles(const std::vector<WrittenFile>& files);
+
+} // namespace mps
