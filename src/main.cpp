@@ -2,6 +2,7 @@
 #include "app.h"
 #include "omplatform.h"
 #include "startup/commandline.h"
+#include "startup/programfolder.h"
 #include "startup/programresources.h"
 
 #include "platform/headless/headlessplatform.h"
@@ -15,7 +16,6 @@
 #endif
 
 #include <cstdio>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,14 +25,6 @@ namespace {
 
 constexpr int kNoWindow = 2;
 constexpr const char* kSampleGame = "org.zorbet.Zorbet"; ///< the identifier of the sample
-
-/// The sample game lies beside the program's folder.
-std::string sampleFolder() {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (error) return {};
-    return (program.parent_path().parent_path() / "sample").string();
-}
 
 /// What is known before there is a machine.
 struct Start {
@@ -86,8 +78,9 @@ std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgra
 }
 
 Start prepare(const CommandLine& line) {
-    Start start{
-        line, {line.content.empty() ? sampleFolder() : line.content, line.cd, line.home}, {}};
+    Start start{line,
+                {line.content.empty() ? besideProgram("sample") : line.content, line.cd, line.home},
+                {}};
     start.host.trusted = line.trusted;
     start.host.components = line.components || platform::permitsComponents(start.host.content);
     start.game = platform::readGameInfo(start.host.content);

@@ -1,6 +1,7 @@
 #include "startup/commandline.h"
 
 #include "gametest/gametests.h"
+#include "startup/makegame.h"
 
 #include "formats/base/scanner.h"
 #include "omlog.h"
@@ -131,13 +132,23 @@ constexpr const char* kArguments =
     R"([--content DIR] [--cd DIR] [--home DIR] [--seed N] [--scene NAME]
               [--trust] [--components] [--author] [--profile FILE]
               [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
-                          [--machine LIST] [--record-sound DIR]])";
+                          [--machine LIST] [--record-sound DIR]]
+       zorbet new DIR [--title TEXT]
+       zorbet test DIR [NAME...] [--junit FILE] [--renew])";
 
 constexpr const char* kMore =
     R"(Keys in the window: Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks
 whether to leave the game, Shift+F1 tells the version.
 Exit codes: 0 the game ended, 1 a script is missing, 2 the command line is wrong or
 there is no window.)";
+
+constexpr const char* kAboutNew =
+    R"(DIR must not be there yet, or be empty. The game that it gets runs at once: a garden with
+a hedgehog and a puzzle, whose README.md tells what to change first. The exit code is 1 when
+it could not be made.
+
+Example:
+  zorbet new my-game --title "The Pond")";
 
 /// A reader of values in a form of their own: `take` tells whether it is one.
 commandline::Reader reader(const std::function<bool(const std::string&)>& take,
@@ -278,6 +289,19 @@ void addTests(commandline::Program& program, gametest::Options& options) {
     command.add("--renew", &options.renew, "Store the pictures anew; look at each");
 }
 
+/// `first` is the first word of the command line.
+void addNew(commandline::Program& program, NewGame& game, std::string_view first) {
+    const auto work = [&game, first] {
+        if (first != "new") throw commandline::Mistake("no option may stand before \"new\"");
+        return makeGame(game, std::cout, std::cerr);
+    };
+    commandline::Command command =
+        program.add("new", "Make a small game, to be changed into one of your own",
+                    "DIR [--title TEXT]", kAboutNew, work);
+    command.add("DIR", &game.folder, "Folder of the new game").required();
+    command.add("--title", &game.title, "Its title (default: the folder's name)", "TEXT");
+}
+
 } // namespace
 
 std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
@@ -294,6 +318,8 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
     game.add("--version", &version,
              "Print the version, what the program was built with, and\n"
              "with --content the game's title and version");
+    NewGame newGame;
+    addNew(program, newGame, argc > 1 ? argv[1] : "");
     start = [&] {
         if (version) {
             std::cout << versionText(line.content) << std::endl;

@@ -11,11 +11,12 @@ rm -rf "$work"
 mkdir -p "$work/blocks" "$work/reader" "$work/bin" "$work/home"
 awk -v blocks="$work/blocks" -v follow=1 -f "$blocks" "$page" >"$work/list"
 
-# A start that wants a window is played for two seconds without it, and prints only the boxes that it shows.
+# A start that wants a window is played for two seconds without it, and prints only the boxes that it shows. Commands
+# such as "zorbet new" are as they are.
 cat >"$work/bin/zorbet" <<END
 #!/usr/bin/env bash
 set -o pipefail
-[[ " \$* " != *" --headless "* ]] || exec "$programs/zorbet" "\$@"
+[[ \$1 == --* && " \$* " != *" --headless "* ]] || exec "$programs/zorbet" "\$@"
 "$programs/zorbet" "\$@" --headless --until 2000 2> >(grep '^zorbet: ' >&2) | awk -F '\t' '\$2 == "box" { print "box: " \$5 }'
 END
 chmod +x "$work/bin/zorbet"
@@ -38,7 +39,7 @@ check_printed() { # what the last commands printed
 check_picture() { # wherever the reader keeps the screenshot
   local picture shown
   picture=${page%/*}/$1
-  shown=$(find "$work/reader" -name "${1##*/}" -path '*/visits/*')
+  shown=$(find "$work/reader" -name "${1##*/}" \( -path '*/visits/*' -o -path '*/reader/*/tests/*' \))
   [ -n "$shown" ] || stop "no screenshot ${1##*/}"
   [ "${ZORBET_RENEW:-}" != 1 ] || cp "$shown" "$picture"
   "$compare" "$shown" "$picture" "$work/different-${1##*/}" || stop "the screen differs from $1"
