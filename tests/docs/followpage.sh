@@ -31,8 +31,9 @@ type_commands() { # the reader's terminal: a "cd" lasts
     { cat "$work/printed"; stop "the commands end with an error"; }
   folder=$(cat "$work/folder")
 }
+timeless() { sed 's/[0-9]*\.[0-9] s$/N s/' "$1"; }
 check_printed() { # what the last commands printed
-  diff -u --label "the page" --label "the programs" "$1" "$work/printed" ||
+  diff -u --label "the page" --label "the programs" <(timeless "$1") <(timeless "$work/printed") ||
     stop "what is printed differs from the page"
   : >"$work/printed"
 }

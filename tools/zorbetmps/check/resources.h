@@ -18,6 +18,8 @@ namespace mps {
 
 class GameResources {
   public:
+    /// Nothing is known.
+    GameResources() = default;
     /// `folder` is the game's, a path of the host.
     explicit GameResources(const std::string& folder);
 

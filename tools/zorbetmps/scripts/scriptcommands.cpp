@@ -2,6 +2,7 @@
 
 #include "formats/base/latin1.h"
 #include "zorbetmps/check/report.h"
+#include "zorbetmps/check/resources.h"
 #include "zorbetmps/check/scriptcheck.h"
 #include "zorbetmps/check/vocabulary.h"
 #include "zorbetmps/scripts/files.h"
@@ -26,6 +27,12 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kCompiledExtension = ".mpc";
+
+/// What a script is compiled against: nothing is asked about resources.
+struct Known {
+    const Vocabulary vocabulary;
+    const GameResources resources;
+};
 
 /// Tells the mistakes for which the game would refuse a script, or also names of commands that
 /// nobody knows; whether there are none.
@@ -66,9 +73,9 @@ std::vector<fs::path> targetsOf(const std::vector<std::string>& files, const std
 }
 
 /// The precompiled form of a script; none after it was told why.
-std::optional<std::string> precompiledForm(const std::string& file, const Vocabulary& vocabulary,
+std::optional<std::string> precompiledForm(const std::string& file, const Known& known,
                                            std::ostream& out) {
-    ScriptCheck script(file, vocabulary);
+    ScriptCheck script(file, known.vocabulary, known.resources);
     const auto bytes = script.read();
     std::string form;
     std::string refusal;
@@ -133,9 +140,8 @@ struct Formatted {
 };
 
 /// None after it was told why there is none.
-std::optional<Formatted> format(const std::string& file, const Vocabulary& vocabulary,
-                                std::ostream& out) {
-    ScriptCheck script(file, vocabulary);
+std::optional<Formatted> format(const std::string& file, const Known& known, std::ostream& out) {
+    ScriptCheck script(file, known.vocabulary, known.resources);
     const auto bytes = script.read();
     if (!bytes) {
         (void)isSound(script, false, out);
@@ -150,7 +156,7 @@ std::optional<Formatted> format(const std::string& file, const Vocabulary& vocab
     Formatted formatted{laidOut(*bytes)};
     formatted.isChanged = formatted.text != *bytes;
     if (!formatted.isChanged) return formatted;
-    ScriptCheck again(file, vocabulary);
+    ScriptCheck again(file, known.vocabulary, known.resources);
     const auto after = meaningOf(again, formatted.text, out);
     if (after == before) return formatted;
     out << file << ": stays as it is: formatted, it would be "
@@ -164,10 +170,10 @@ std::optional<Formatted> format(const std::string& file, const Vocabulary& vocab
 bool compileScripts(const std::vector<std::string>& files, const std::string& to,
                     const Told& told) {
     const std::vector<fs::path> targets = targetsOf(files, to);
-    const Vocabulary vocabulary;
+    const Known known;
     std::vector<WrittenFile> written;
     for (std::size_t i = 0; i < files.size(); ++i)
-        if (auto form = precompiledForm(files[i], vocabulary, told.out))
+        if (auto form = precompiledForm(files[i], known, told.out))
             written.push_back({targets[i], *std::move(form)});
     if (written.size() < files.size()) return false;
     const std::string failed = writeFiles(written);
@@ -176,10 +182,10 @@ bool compileScripts(const std::vector<std::string>& files, const std::string& to
 }
 
 bool listScripts(const std::vector<std::string>& files, bool withLines, const Told& told) {
-    const Vocabulary vocabulary;
+    const Known known;
     bool isAll = true;
     for (const std::string& file : files) {
-        ScriptCheck script(file, vocabulary);
+        ScriptCheck script(file, known.vocabulary, known.resources);
         std::string printed;
         OMSeedRandom(0); // so that lists that draw are the same each time
         if (const auto bytes = script.read())
@@ -201,10 +207,10 @@ bool formatScripts(const std::vector<std::string>& paths, Formatting what, const
     if (isPrinted && (paths.size() != 1 || fs::is_directory(paths.front(), error)))
         throw commandline::Mistake("one script is printed at a time; for several, and for folders, "
                                    "there are --check and --write");
-    const Vocabulary vocabulary;
+    const Known known;
     bool isAll = true;
     for (const std::string& file : scriptsOf(paths)) {
-        const auto formatted = format(file, vocabulary, isPrinted ? told.errors : told.out);
+        const auto formatted = format(file, known, isPrinted ? told.errors : told.out);
         isAll &= formatted.has_value();
         if (!formatted) continue;
         if (isPrinted) told.out << formatted->text;
