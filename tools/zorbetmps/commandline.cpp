@@ -3,6 +3,7 @@
 #include "zorbetmps/check/check.h"
 #include "zorbetmps/check/report.h"
 #include "zorbetmps/pages.h"
+#include "zorbetmps/profile.h"
 #include "zorbetmps/scripts/scriptcommands.h"
 #include "zorbetmps/words.h"
 
@@ -65,6 +66,18 @@ Examples:
   zorbet-mps format harbour.mps
   zorbet-mps format --write my-game)";
 
+constexpr const char* kAboutProfile =
+    R"(Plays the game, with nothing saved, and tells what its statements took of this machine's
+time: each line by itself, and each procedure with what it called. A folded stack is a line
+"OUTER;INNER;FILE:LINE MICROSECONDS".
+
+Examples:
+  zorbet-mps profile my-game --input visit.input --until 20000
+  zorbet-mps profile my-game --window --folded stacks.txt)";
+
+constexpr double kLongestRunMs = 1e9;
+constexpr double kMostRows = 1e6;
+
 constexpr const char* kAboutWords =
     R"(Example:
   zorbet-mps words RAnimation)";
@@ -93,12 +106,33 @@ int checkAll(const std::vector<std::string>& paths, bool json, std::ostream& out
     return isSound ? kSound : kErrors;
 }
 
+void addProfile(commandline::Program& program, ProfiledRun& run, std::ostream& out,
+                std::ostream& errors) {
+    commandline::Command command =
+        program.add("profile", "Tell where the time of scripts goes",
+                    "DIR [--input FILE] [--until MS] [--window] [--folded FILE]", kAboutProfile,
+                    [&run, &out, &errors] { return profile(run, out, errors) ? kSound : kErrors; });
+    command.add("DIR", &run.game, "The game's folder").folder().required();
+    const commandline::Option window =
+        command.add("--window", &run.isInWindow,
+                    "Play in a window, until it is closed, instead of without one");
+    command.add("--input", &run.input, "File of what happens from outside", "FILE")
+        .excludes(window);
+    command.add("--until", &run.untilMs, "End at this time of the game (default 60000)", "MS")
+        .within(1, kLongestRunMs)
+        .excludes(window);
+    command.add("--most", &run.mostLines, "So many rows of each table (default 20)", "N")
+        .within(1, kMostRows);
+    command.add("--folded", &run.folded,
+                "Write the stacks with their microseconds for a viewer of flame graphs", "FILE");
+}
+
 } // namespace
 
 int run(int argc, const char* const* argv, std::ostream& out, std::ostream& errors) {
     commandline::Program line(
         "zorbet-mps", "For the authors of scripts of zorbet: finds mistakes, compiles, formats, "
-                      "tells words.");
+                      "profiles, tells words.");
     line.setVersion("zorbet-mps " ZORBET_VERSION);
     std::vector<std::string> paths;
     bool json = false;
@@ -145,6 +179,8 @@ int run(int argc, const char* const* argv, std::ostream& out, std::ostream& erro
         formatting.add("--check", &isChecked, "Only tell which scripts would change");
     formatting.add("--write", &isWritten, "Change them, and tell which").excludes(checked);
 
+    ProfiledRun profiled;
+    addProfile(line, profiled, out, errors);
     std::vector<std::string> classes;
     std::string pages;
     bool write = false;

@@ -479,7 +479,8 @@ void YThread::runOne() {
     const int load = loads_;
     {
         std::optional<YProfile::Statement> measured;
-        if (YProfile* const profile = engine_.profile()) measured.emplace(*profile, stackOf(code));
+        if (YProfile* const profile = engine_.profile(); profile && code.opcode != YOpcode::End)
+            measured.emplace(*profile, stackOf(code));
         execute(code);
     }
     // What the instruction called may have taken the script away.
