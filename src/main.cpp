@@ -24,6 +24,7 @@
 namespace {
 
 constexpr int kNoWindow = 2;
+constexpr int kNoPlace = 1;
 constexpr const char* kSampleGame = "org.zorbet.Zorbet"; ///< the identifier of the sample
 
 /// What is known before there is a machine.
@@ -101,9 +102,14 @@ void complain(const std::vector<std::string>& problems) {
 int main(int argc, char** argv) {
     const auto parsed = parseCommandLine(argc, argv);
     if (const int* exitCode = std::get_if<int>(&parsed)) return *exitCode;
-    std::optional<platform::ScratchFolder> scratch; // the home of a visit that is not kept
     CommandLine line = std::get<CommandLine>(parsed);
-    if (!line.scene.empty() && line.home.empty()) line.home = scratch.emplace().path().string();
+    std::optional<platform::ScratchFolder> scratch; // the home of a visit that is not kept
+    try {
+        if (!line.scene.empty() && line.home.empty()) line.home = scratch.emplace().path().string();
+    } catch (const std::filesystem::filesystem_error& error) {
+        complain({error.what()});
+        return kNoPlace;
+    }
     const Start start = prepare(line);
     const bool headless = start.line.headless;
     complain(start.game.problems);

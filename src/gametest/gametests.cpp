@@ -65,7 +65,11 @@ std::optional<std::vector<Result>> play(const Options& options, std::ostream& ou
     }
     std::vector<Result> results;
     for (const fs::path& input : inputs) {
-        results.push_back(GameTest(input, options).run());
+        try {
+            results.push_back(GameTest(input, options).run());
+        } catch (const fs::filesystem_error& error) { // the game cannot be copied, a disk is full
+            results.push_back({.name = input.stem().string(), .faults = {error.what()}});
+        }
         tell(results.back(), out);
     }
     return results;

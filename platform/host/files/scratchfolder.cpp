@@ -8,11 +8,14 @@
 namespace platform {
 
 ScratchFolder::ScratchFolder() {
-    const std::filesystem::path place = std::filesystem::temp_directory_path();
+    std::error_code error;
+    const std::filesystem::path place = std::filesystem::temp_directory_path(error);
     std::string name = (place / "zorbet-XXXXXX").string();
-    if (!::mkdtemp(name.data()))
-        throw std::filesystem::filesystem_error("no temporary folder can be made", place,
-                                                std::error_code(errno, std::generic_category()));
+    if (!error && !::mkdtemp(name.data())) error = {errno, std::generic_category()};
+    if (error)
+        throw std::filesystem::filesystem_error(
+            "no temporary folder can be made; TMPDIR in the environment may name another place",
+            place, error);
     path_ = std::filesystem::canonical(name);
 }
 
