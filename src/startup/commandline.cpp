@@ -257,8 +257,8 @@ void addOptions(commandline::Command& command, CommandLine& line) {
                 "The game may bring native code (components), which can do all\n"
                 "that you can");
     command.add("--author", &line.author,
-                "For who makes the game: the window's title tells how many\n"
-                "pictures a second are shown");
+                "For who makes the game: warnings of scripts are told here with\n"
+                "their places, and the title how many pictures a second there are");
     command.add("--profile", &line.profile,
                 "File that gets where the time of scripts goes; see \"zorbet-mps\n"
                 "profile\"",
