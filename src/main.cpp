@@ -4,6 +4,7 @@
 #include "startup/commandline.h"
 #include "startup/programfolder.h"
 #include "startup/programresources.h"
+#include "startup/visitdata.h"
 
 #include "platform/headless/headlessplatform.h"
 #include "platform/host/files/scratchfolder.h"
@@ -11,11 +12,15 @@
 #include "platform/host/game/gameinfo.h"
 #include "platform/host/game/playerpermits.h"
 #include "platform/host/machine/hostmachine.h"
+#include "platform/host/visit/visitwriter.h"
 #if ZORBET_HAVE_SDL
 #include "platform/sdl/sdlplatform.h"
 #endif
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <ctime>
 #include <memory>
 #include <optional>
 #include <string>
@@ -42,6 +47,7 @@ std::unique_ptr<platform::Platform> makeHeadless(const Start& start, const RProg
     options.machine = line.machine;
     options.timeline = line.timeline;
     options.untilMs = line.untilMs;
+    options.turns = line.turns;
     options.stepMs = line.stepMs;
     options.screen = line.screen;
     options.recordSound = line.recordSound;
@@ -52,12 +58,14 @@ std::unique_ptr<platform::Platform> makeHeadless(const Start& start, const RProg
     return std::make_unique<platform::HeadlessPlatform>(options);
 }
 
-std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgramTexts& texts) {
+std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgramTexts& texts,
+                                               platform::VisitWriter* visit) {
 #if ZORBET_HAVE_SDL
     auto made = platform::makeSdlPlatform({.host = start.host,
                                            .game = start.game,
                                            .author = start.line.author,
                                            .profile = start.line.profile,
+                                           .visit = visit,
                                            .screen = start.line.screen,
                                            .resources = texts.resources(),
                                            .versionStrings = RVersionStrings(),
@@ -71,6 +79,7 @@ std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgra
 #else
     static_cast<void>(start);
     static_cast<void>(texts);
+    static_cast<void>(visit);
     std::fputs("zorbet: it was built without SDL2 and has no window. Use --headless, or install "
                "libsdl2-dev and build it again.\n",
                stderr);
@@ -97,6 +106,20 @@ void complain(const std::vector<std::string>& problems) {
         std::fprintf(stderr, "zorbet: %s\n", problem.c_str());
 }
 
+/// On the installed platform; the exit code.
+int play(const CommandLine& line, std::optional<platform::VisitWriter>& visit) {
+    std::optional<std::uint32_t> seed = line.seed;
+    if (visit) {
+        if (!seed) seed = static_cast<std::uint32_t>(std::time(nullptr));
+        visit->begin(*seed, line.scene, RDataFileBytes());
+    }
+    if (const auto problem = line.data ? RBringDataFile(*line.data) : std::nullopt) {
+        complain({*problem});
+        return kNoPlace;
+    }
+    return RGameMain({seed, line.scene});
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -105,7 +128,8 @@ int main(int argc, char** argv) {
     CommandLine line = std::get<CommandLine>(parsed);
     std::optional<platform::ScratchFolder> scratch; // the home of a visit that is not kept
     try {
-        if (!line.scene.empty() && line.home.empty()) line.home = scratch.emplace().path().string();
+        if (line.home.empty() && (!line.scene.empty() || line.data))
+            line.home = scratch.emplace().path().string();
     } catch (const std::filesystem::filesystem_error& error) {
         complain({error.what()});
         return kNoPlace;
@@ -119,11 +143,18 @@ int main(int argc, char** argv) {
         start.game.boxTexts);
     complain(texts.problems());
 
+    std::optional<platform::VisitWriter> visit; // that is recorded
+    if (!line.record.empty() && !visit.emplace(line.record).isOpen()) {
+        complain({line.record + " cannot be written: " + std::strerror(errno)});
+        return kNoPlace;
+    }
+
     platform::catchTermination();
-    const auto machine = headless ? makeHeadless(start, texts) : makeWindow(start, texts);
+    const auto machine =
+        headless ? makeHeadless(start, texts) : makeWindow(start, texts, visit ? &*visit : nullptr);
     if (!machine) return kNoWindow;
     OMSetPlatform(machine.get());
-    const int exitCode = RGameMain({start.line.seed, start.line.scene});
+    const int exitCode = play(line, visit);
     machine->programEnds(exitCode);
     OMSetPlatform(nullptr);
     return exitCode;

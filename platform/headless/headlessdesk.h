@@ -6,8 +6,8 @@
 #pragma once
 
 #include "platform/headless/notices.h"
-#include "platform/headless/timeline.h"
 #include "platform/host/game/hostdesk.h"
+#include "platform/host/visit/timeline.h"
 
 #include <cstddef>
 #include <iosfwd>

@@ -24,9 +24,9 @@ std::string hexadecimal(std::uint32_t value) {
 } // namespace
 
 HeadlessDialogs::HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock,
-                                 HostFiles& files, HeadlessDesk& desk, Notices& notices,
-                                 std::ostream& notes)
-    : clock_(clock), files_(files), desk_(desk), notices_(notices), notes_(notes) {
+                                 TimedEvents& events, HostFiles& files, HeadlessDesk& desk,
+                                 Notices& notices, std::ostream& notes)
+    : clock_(clock), events_(events), files_(files), desk_(desk), notices_(notices), notes_(notes) {
     for (const TimelineEvent& event : timeline) {
         if (const auto* answer = std::get_if<TimelineAnswer>(&event.what)) {
             waiting_.push_back({event.timeMs, *answer});
@@ -38,13 +38,15 @@ std::optional<TimelineAnswer> HeadlessDialogs::nextAnswer() {
     if (waiting_.empty() || waiting_.front().timeMs > clock_.loopMs()) return std::nullopt;
     TimelineAnswer answer = std::move(waiting_.front().answer);
     waiting_.pop_front();
+    if (answer.closesWindow) events_.closeWindow();
     return answer;
 }
 
 std::size_t HeadlessDialogs::choose(std::string_view caption,
-                                    std::span<const std::string_view> buttons,
+                                    std::span<const std::string_view> buttons, std::size_t closing,
                                     const std::optional<TimelineAnswer>& answer) {
     if (!answer) return 0;
+    if (answer->closesWindow) return closing;
     const auto isMeant = [&](std::string_view text) {
         return formats::equalIgnoringCase(text, answer->button);
     };
@@ -61,7 +63,7 @@ Button HeadlessDialogs::messageBox(std::string_view text, std::string_view capti
     const std::span<const Button> buttons = boxButtons(style);
     std::vector<std::string_view> texts;
     std::ranges::transform(buttons, std::back_inserter(texts), buttonText);
-    const std::size_t chosen = choose(caption, texts, nextAnswer());
+    const std::size_t chosen = choose(caption, texts, closingButton(buttons), nextAnswer());
     desk_.boxShown(text);
     notices_.line("box", {caption, hexadecimal(style), text, texts[chosen]});
     return buttons[chosen];
@@ -70,7 +72,7 @@ Button HeadlessDialogs::messageBox(std::string_view text, std::string_view capti
 WarningAnswer HeadlessDialogs::warning(const WarningRequest& request) {
     const std::array<std::string_view, 2> texts{request.goOn, request.stop};
     const std::optional<TimelineAnswer> answer = nextAnswer();
-    const std::size_t chosen = choose(request.caption, texts, answer);
+    const std::size_t chosen = choose(request.caption, texts, 1, answer);
     const bool checked = answer && answer->checked;
     desk_.boxShown(request.text);
     notices_.line("dialog", {request.caption, request.text, texts[chosen],
@@ -87,7 +89,8 @@ std::string HeadlessDialogs::openFile(std::string_view title, std::string_view p
 
 std::string HeadlessDialogs::chosenFile(std::string_view title, std::size_t limit) {
     const std::optional<TimelineAnswer> answer = nextAnswer();
-    if (!answer || formats::equalIgnoringCase(answer->button, buttonText(Button::Cancel)))
+    if (!answer || answer->closesWindow ||
+        formats::equalIgnoringCase(answer->button, buttonText(Button::Cancel)))
         return {};
     std::string path = files_.fullPath(answer->button);
     files_.admit(path);

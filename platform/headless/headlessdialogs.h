@@ -5,9 +5,10 @@
 #include "platform/dialogs.h"
 #include "platform/headless/headlessdesk.h"
 #include "platform/headless/notices.h"
-#include "platform/headless/timeline.h"
-#include "platform/headless/virtualclock.h"
 #include "platform/host/files/hostfiles.h"
+#include "platform/host/visit/timedevents.h"
+#include "platform/host/visit/timeline.h"
+#include "platform/host/visit/virtualclock.h"
 
 #include <deque>
 #include <iosfwd>
@@ -19,8 +20,8 @@ namespace platform {
 class HeadlessDialogs final : public Dialogs {
   public:
     /// What is referred to must outlive the dialogs.
-    HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock, HostFiles& files,
-                    HeadlessDesk& desk, Notices& notices, std::ostream& notes);
+    HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock, TimedEvents& events,
+                    HostFiles& files, HeadlessDesk& desk, Notices& notices, std::ostream& notes);
 
     Button messageBox(std::string_view text, std::string_view caption,
                       std::uint32_t style) override;
@@ -34,15 +35,17 @@ class HeadlessDialogs final : public Dialogs {
         TimelineAnswer answer;
     };
 
-    /// Uses the oldest answer up, if its time has come.
+    /// Uses the oldest answer up, if its time has come. With it the window may be closed.
     std::optional<TimelineAnswer> nextAnswer();
-    /// Index of the button that `answer` names, 0 when there is no answer or no such button.
+    /// Index of the button that `answer` names, 0 when there is no answer or no such button;
+    /// `closing` when the window is closed.
     std::size_t choose(std::string_view caption, std::span<const std::string_view> buttons,
-                       const std::optional<TimelineAnswer>& answer);
+                       std::size_t closing, const std::optional<TimelineAnswer>& answer);
     std::string chosenFile(std::string_view title, std::size_t limit);
 
     std::deque<Waiting> waiting_;
     const VirtualClock& clock_;
+    TimedEvents& events_;
     HostFiles& files_;
     HeadlessDesk& desk_;
     Notices& notices_;

@@ -32,19 +32,21 @@ std::vector<std::string> foldersOf(const HeadlessOptions& options) {
 } // namespace
 
 HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
-    : stepMs_(std::max(options.stepMs, 1u)), trusted_(options.host.trusted),
-      asked_(foldersOf(options)), notes_(orElse(options.notes, std::cerr)),
-      machine_(options.machine), notices_(orElse(options.report, std::cout), clock_),
-      desk_(options.profile, notices_, notes_), files_(options.host),
+    : stepMs_(std::max(options.stepMs, 1u)), turns_(options.turns.begin(), options.turns.end()),
+      trusted_(options.host.trusted), asked_(foldersOf(options)),
+      notes_(orElse(options.notes, std::cerr)), machine_(options.machine),
+      notices_(orElse(options.report, std::cout), clock_), desk_(options.profile, notices_, notes_),
+      files_(options.host),
       modules_(files_, options.host.components, options.resources, options.versionStrings),
       display_(options.screen, notices_),
       events_(options.timeline, options.untilMs, clock_, display_, desk_, notes_),
-      dialogs_(options.timeline, clock_, files_, desk_, notices_, notes_),
+      dialogs_(options.timeline, clock_, events_, files_, desk_, notices_, notes_),
       recordings_(options.recordSound, notes_), waveOut_(clock_, recordings_),
       movieSpeakers_(clock_, recordings_), movies_(files_, clock_, movieSpeakers_) {
     display_.setDriver(options.machine.driver);
     waveOut_.setAvailable(options.machine.sound);
     movieSpeakers_.setAvailable(options.machine.sound);
+    if (!turns_.empty()) clock_.ignoreBusyTime();
     if (options.breakPoint) breakingFiles_.emplace(files_, *options.breakPoint);
 }
 
@@ -68,6 +70,12 @@ void HeadlessPlatform::closeIn() {
     writable.insert(writable.end(), asked_.begin(), asked_.end());
     writable.push_back(userStateFolder());
     raiseSecondWall(writable);
+}
+
+void HeadlessPlatform::passEnded() {
+    if (turns_.empty()) return clock_.sleep(stepMs_);
+    clock_.sleep(turns_.front().ms);
+    if (--turns_.front().count == 0) turns_.pop_front();
 }
 
 void HeadlessPlatform::programEnds(int exitCode) {

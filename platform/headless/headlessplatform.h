@@ -10,18 +10,19 @@
 #include "platform/headless/headlessmoviespeaker.h"
 #include "platform/headless/headlesswaveout.h"
 #include "platform/headless/notices.h"
-#include "platform/headless/timeline.h"
 #include "platform/headless/timelineevents.h"
-#include "platform/headless/virtualclock.h"
 #include "platform/headless/waverecorder.h"
 #include "platform/host/faces/hosttypefaces.h"
 #include "platform/host/files/hostfiles.h"
 #include "platform/host/files/userfolders.h"
 #include "platform/host/machine/hostmodules.h"
 #include "platform/host/movies/hostmovie.h"
+#include "platform/host/visit/timeline.h"
+#include "platform/host/visit/virtualclock.h"
 #include "platform/platform.h"
 
 #include <cstdint>
+#include <deque>
 #include <iosfwd>
 #include <optional>
 #include <span>
@@ -35,8 +36,9 @@ struct HeadlessOptions {
     MachineClaims machine{};
     Timeline timeline{};
     std::optional<std::uint32_t>
-        untilMs{};            ///< when a quit comes by itself, in the main loop's time
-    std::uint32_t stepMs = 1; ///< time of one pass of the main loop; 0 counts as 1
+        untilMs{};              ///< when a quit comes by itself, in the main loop's time
+    std::uint32_t stepMs = 1;   ///< time of one pass of the main loop; 0 counts as 1
+    std::vector<Turns> turns{}; ///< times of the first passes, when they are known
     ScreenMode screen{};
     std::string recordSound{}; ///< folder for what is played; empty: nothing is recorded
     std::string profile{};     ///< file for where the time of scripts goes; or empty
@@ -76,12 +78,13 @@ class HeadlessPlatform final : public Platform {
 
     void closeIn() override;
     void mainLoopBegins() override { clock_.beginLoop(); }
-    void passEnded() override { clock_.sleep(stepMs_); }
+    void passEnded() override;
     void programEnds(int exitCode) override;
     [[noreturn]] void terminate(int exitCode) override;
 
   private:
     std::uint32_t stepMs_;
+    std::deque<Turns> turns_; ///< still to come
     bool trusted_;
     std::vector<std::string> asked_; ///< folders for what the player asked for
     std::ostream& notes_;

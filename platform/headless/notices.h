@@ -3,7 +3,7 @@
 // a field is written as \n (a carriage return as \r), a tab as \t and a backslash as \\.
 #pragma once
 
-#include "platform/headless/virtualclock.h"
+#include "platform/host/visit/virtualclock.h"
 
 #include <initializer_list>
 #include <iosfwd>

@@ -1,23 +1,18 @@
-// Input that was written down beforehand: an event becomes a message when its time has come,
-// however long the program takes to fetch it. Screenshots and expectations stand in the same queue
-// and are taken when the program reaches them.
+// Input that was written down beforehand. Screenshots and expectations stand in the same queue and
+// are taken when the program reaches them.
 #pragma once
 
-#include "platform/events.h"
 #include "platform/headless/headlessdesk.h"
 #include "platform/headless/headlessdisplay.h"
-#include "platform/headless/timeline.h"
-#include "platform/headless/virtualclock.h"
+#include "platform/host/visit/timedevents.h"
 
-#include <deque>
 #include <iosfwd>
 #include <optional>
 #include <string_view>
-#include <utility>
 
 namespace platform {
 
-class TimelineEvents final : public Events {
+class TimelineEvents final : public TimedEvents {
   public:
     /// `untilMs` is the time of an additional quit. What is referred to must outlive the queue.
     TimelineEvents(const Timeline& timeline, std::optional<std::uint32_t> untilMs,
@@ -26,37 +21,25 @@ class TimelineEvents final : public Events {
 
     bool take(Message& message) override;
     bool wait(Message& message) override;
-    void discardInput() override;
-    bool releaseWasDropped() override { return std::exchange(releaseDropped_, false); }
     [[nodiscard]] bool quitWaits() override;
-    void captureMouse(bool captured) override { captured_ = captured; }
 
     /// What the first quit message that was taken came from: "until" or "quit"; empty before.
     [[nodiscard]] std::string_view quitCause() const { return quitCause_; }
 
+  protected:
+    void meet(const TimelineEvent& event) override;
+
   private:
-    struct Until {};
-    struct Entry {
-        std::uint32_t timeMs;
-        std::variant<Message, TimelineScreenshot, TimelineExpectation, Until> what;
-    };
+    [[nodiscard]] bool isUntilDue() const;
+    /// The message that is taken is a quit.
+    bool quit(std::string_view cause);
 
-    static std::deque<Entry> entriesOf(const Timeline& timeline,
-                                       std::optional<std::uint32_t> untilMs);
-
-    /// True when the entry is a message for the program.
-    bool deliver(const Entry& entry, Message& message);
-    void deliverQuit(std::string_view cause);
-
-    std::deque<Entry> waiting_;
-    bool terminated_ = false; ///< the host asked for the end, and the program was told
     VirtualClock& clock_;
     HeadlessDisplay& display_;
     HeadlessDesk& desk_;
     std::ostream& notes_;
-    bool captured_ = false;
-    bool buttonDown_ = false; ///< as far as the program knows
-    bool releaseDropped_ = false;
+    std::optional<std::uint32_t> untilMs_;
+    bool terminated_ = false; ///< the host asked for the end, and the program was told
     std::string_view quitCause_;
 };
 

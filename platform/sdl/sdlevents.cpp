@@ -29,6 +29,10 @@ bool isFullScreenKey(const SDL_Keysym& key) {
     return key.sym == SDLK_F11 || (enter && (key.mod & KMOD_ALT) != 0);
 }
 
+bool isShifted(const SDL_Keysym& key, SDL_Keycode code) {
+    return key.sym == code && (key.mod & KMOD_SHIFT) != 0;
+}
+
 /// The window that an event belongs to; 0 for none.
 std::uint32_t windowOf(const SDL_Event& event) {
     switch (event.type) {
@@ -129,7 +133,9 @@ void SdlEvents::translate(const SDL_Event& event) {
     case SDL_KEYDOWN:
         if (isFullScreenKey(event.key.keysym)) {
             if (event.key.repeat == 0) display_.toggleFullScreen();
-        } else if (event.key.keysym.sym == SDLK_F1 && (event.key.keysym.mod & KMOD_SHIFT) != 0) {
+        } else if (pictureLink_ && isShifted(event.key.keysym, SDLK_F4)) {
+            if (event.key.repeat == 0) pictureLink_();
+        } else if (isShifted(event.key.keysym, SDLK_F1)) {
             // Windows here have no menu of their own.
             push({.kind = Message::Kind::Command, .timeMs = timeMs, .command = kAboutCommand});
         } else if (const auto press = keyPressOf(event.key.keysym)) {

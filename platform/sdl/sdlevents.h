@@ -8,6 +8,7 @@
 #include "platform/sdl/sdltextwindow.h"
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -25,6 +26,9 @@ class SdlEvents final : public Events {
     bool releaseWasDropped() override { return std::exchange(releaseDropped_, false); }
     void captureMouse(bool captured) override;
     [[nodiscard]] bool quitWaits() override;
+
+    /// Told when a person wants a picture of the visit, which is recorded.
+    void setPictureLink(std::function<void()> link) { pictureLink_ = std::move(link); }
 
     /// Was a message taken since the last call?
     [[nodiscard]] bool messageWasTaken();
@@ -50,6 +54,7 @@ class SdlEvents final : public Events {
 
     SdlDisplay& display_;
     SdlTextWindows& textWindows_;
+    std::function<void()> pictureLink_;
     std::deque<Message> pending_; ///< translated, not yet taken
     bool terminated_ = false;     ///< the host asked for the end, and the program was told
     bool captured_ = false;

@@ -10,6 +10,7 @@
 #include "platform/host/machine/hostmachine.h"
 #include "platform/host/movies/hostmovie.h"
 #include "platform/host/screen/png.h"
+#include "platform/sdl/recordedmachine.h"
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
@@ -25,6 +26,7 @@
 #include <ctime>
 #include <iostream>
 #include <iterator>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -87,17 +89,36 @@ class SdlPlatform final : public Platform {
           modules_(files_, options.host.components, options.resources, options.versionStrings),
           dialogs_(display_, events_, files_, options.buttons) {
         setIcon(options.game.icon);
+        if (options.visit) {
+            recorded_.emplace(*options.visit, clock_, events_, dialogs_, display_, sound_, files_);
+            pictures_ = nearestFolder(options.visit->folder(), ".");
+        }
     }
 
-    [[nodiscard]] Clock& clock() override { return clock_; }
+    [[nodiscard]] Clock& clock() override {
+        if (recorded_) return recorded_->clock();
+        return clock_;
+    }
     [[nodiscard]] Display& display() override { return display_; }
-    [[nodiscard]] Events& events() override { return events_; }
-    [[nodiscard]] Dialogs& dialogs() override { return dialogs_; }
+    [[nodiscard]] Events& events() override {
+        if (recorded_) return recorded_->events();
+        return events_;
+    }
+    [[nodiscard]] Dialogs& dialogs() override {
+        if (recorded_) return recorded_->dialogs();
+        return dialogs_;
+    }
     [[nodiscard]] Files& files() override { return files_; }
     [[nodiscard]] Modules& modules() override { return modules_; }
-    [[nodiscard]] WaveOut& waveOut() override { return waveOut_; }
+    [[nodiscard]] WaveOut& waveOut() override {
+        if (recorded_) return recorded_->waveOut();
+        return waveOut_;
+    }
     [[nodiscard]] Typefaces& typefaces() override { return typefaces_; }
-    [[nodiscard]] Movies& movies() override { return movies_; }
+    [[nodiscard]] Movies& movies() override {
+        if (recorded_) return recorded_->movies();
+        return movies_;
+    }
     [[nodiscard]] Machine& machine() override { return machine_; }
     [[nodiscard]] AuthorDesk& author() override { return desk_; }
 
@@ -128,12 +149,17 @@ class SdlPlatform final : public Platform {
         if (trusted_) return;
         std::vector<std::string> writable = files_.writableFolders();
         writable.push_back(userStateFolder());
+        if (!pictures_.empty()) writable.push_back(pictures_);
         raiseSecondWall(writable);
     }
-    void mainLoopBegins() override { display_.showWindow(); }
+    void mainLoopBegins() override {
+        display_.showWindow();
+        if (recorded_) recorded_->mainLoopBegins();
+    }
     void passEnded() override {
         display_.flush();
         if (!events_.messageWasTaken()) SDL_Delay(kRestMs);
+        if (recorded_) recorded_->passEnded();
     }
     /// Nothing is recorded here; but SDL would wait for a sound device that hangs.
     void programEnds(int exitCode) override {
@@ -176,6 +202,8 @@ class SdlPlatform final : public Platform {
     HostMachine machine_;
     SdlDialogs dialogs_;
     SdlWaveOut waveOut_{sound_};
+    std::optional<RecordedMachine> recorded_; ///< while a visit is recorded
+    std::string pictures_;                    ///< folder for those of the visit, or empty
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "platform/host/game/gameinfo.h"
 #include "platform/host/machine/hostmodules.h"
 #include "platform/host/screen/boxbuttons.h"
+#include "platform/host/visit/visitwriter.h"
 #include "platform/platform.h"
 
 #include <memory>
@@ -18,8 +19,9 @@ namespace platform {
 struct SdlOptions {
     HostOptions host{};
     GameInfo game{}; ///< gives the window its title and icon, and the desktop the program's name
-    bool author = false;   ///< the window's title tells what the program says too
-    std::string profile{}; ///< file for where the time of scripts goes; or empty
+    bool author = false;          ///< the window's title tells what the program says too
+    std::string profile{};        ///< file for where the time of scripts goes; or empty
+    VisitWriter* visit = nullptr; ///< gets what happens; null: it is not recorded
     ScreenMode screen{};
     std::span<const ProgramResource> resources{};
     std::span<const VersionString> versionStrings{};

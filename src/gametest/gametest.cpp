@@ -39,10 +39,6 @@ bool liesBelow(const fs::path& name) {
     return name.is_relative() && std::ranges::find(name, fs::path("..")) == name.end();
 }
 
-std::uint32_t endOf(const platform::Visit& visit) {
-    return visit.timeline.empty() ? 0 : visit.timeline.back().timeMs + 1;
-}
-
 } // namespace
 
 GameTest::GameTest(const fs::path& input, const Options& options)
@@ -80,7 +76,7 @@ void GameTest::play(const platform::Visit& visit) {
     platform::Subprocess game{{fs::read_symlink("/proc/self/exe").string(), "--headless",
                                "--content", place("content").string(), "--home",
                                place("home").string(), "--input", fs::absolute(input_).string(),
-                               "--until", std::to_string(endOf(visit))},
+                               "--until", std::to_string(platform::lengthOf(visit))},
                               place("pictures"),
                               place(kReport),
                               place(kErrors)};

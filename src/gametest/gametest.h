@@ -3,8 +3,8 @@
 
 #include "gametest/gametests.h"
 
-#include "platform/headless/timeline.h"
 #include "platform/host/files/scratchfolder.h"
+#include "platform/host/visit/timeline.h"
 
 namespace gametest {
 

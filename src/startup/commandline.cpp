@@ -125,12 +125,15 @@ bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
     if (!line.seed) line.seed = visit.seed;
     if (!hasStep) line.stepMs = visit.stepMs.value_or(line.stepMs);
     if (line.scene.empty()) line.scene = visit.scene;
+    if (!visit.turns.empty() && !line.untilMs) line.untilMs = platform::lengthOf(visit);
+    line.turns = std::move(visit.turns);
+    line.data = std::move(visit.data);
     return true;
 }
 
 constexpr const char* kArguments =
     R"([--content DIR] [--cd DIR] [--home DIR] [--seed N] [--scene NAME]
-              [--trust] [--components] [--author] [--profile FILE]
+              [--trust] [--components] [--author] [--record FILE] [--profile FILE]
               [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
                           [--machine LIST] [--record-sound DIR]]
        zorbet new DIR [--title TEXT]
@@ -216,6 +219,8 @@ class HeadlessOptions {
             if (option.isGiven() && !line_.headless)
                 throw commandline::Mistake(option.name() +
                                            ": is for runs without a window; add --headless");
+        if (line_.headless && !line_.record.empty())
+            throw commandline::Mistake("--record: is for a window; leave --headless out");
         return input_.empty() || readInput(input_, hasStep(), line_);
     }
 
@@ -259,6 +264,10 @@ void addOptions(commandline::Command& command, CommandLine& line) {
     command.add("--author", &line.author,
                 "For who makes the game: warnings of scripts are told here with\n"
                 "their places, and the title how many pictures a second there are");
+    command.add("--record", &line.record,
+                "File that gets what happens in the window, to be played again\n"
+                "by --input; Shift+F4 takes a picture",
+                "FILE");
     command.add("--profile", &line.profile,
                 "File that gets where the time of scripts goes; see \"zorbet-mps\n"
                 "profile\"",

@@ -4,12 +4,13 @@
 #include "platform/display.h"
 #include "platform/headless/breakingfiles.h"
 #include "platform/headless/claimedmachine.h"
-#include "platform/headless/timeline.h"
+#include "platform/host/visit/timeline.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
 struct CommandLine {
     std::string content; ///< host folder; empty: the sample game
@@ -22,6 +23,9 @@ struct CommandLine {
     bool headless = false;
     std::string scene; ///< a script to begin with; empty: the game's first one
     platform::Timeline timeline;
+    std::vector<platform::Turns> turns; ///< times of the first turns, when they are known
+    std::optional<std::string> data;    ///< bytes of the data file to begin with
+    std::string record;                 ///< host file for the visit; empty: it is not recorded
     std::optional<std::uint32_t> untilMs;
     std::uint32_t stepMs = 1;
     platform::ScreenMode screen;

@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr const char* kDataFile = "ZORBET.DAT";
-
 int reasonText(RSafeFile::Trouble trouble) {
     switch (trouble) {
     case RSafeFile::Trouble::Full: return warningtext::kDiskIsFull;

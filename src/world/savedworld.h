@@ -18,6 +18,8 @@
 
 class SavedWorld {
   public:
+    static constexpr const char* kDataFile = "ZORBET.DAT"; ///< of the home directory
+
     /// Reads the globals. The directory ends in a backslash and is made when it is missing; if
     /// another program has it, the player is asked whether to try again.
     explicit SavedWorld(const std::string& homeDirectory);

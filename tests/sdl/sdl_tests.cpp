@@ -3,7 +3,7 @@
 #include "../platform/temporaryfolder.h"
 
 #include "platform/cursor.h"
-#include "platform/headless/virtualclock.h"
+#include "platform/host/visit/virtualclock.h"
 #include "platform/sdl/sdlmoviespeaker.h"
 #include "platform/sdl/sdlplatform.h"
 #include "platform/sdl/sdlwaveout.h"

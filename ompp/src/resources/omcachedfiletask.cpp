@@ -3,6 +3,7 @@
 #include "omcachedfile.h"
 
 #include "omdebug.h"
+#include "omplatform.h"
 
 #include <algorithm>
 #include <system_error>
@@ -44,7 +45,10 @@ void OMCachedFile::leaveBackground(const OMCachedFile& file) {
 }
 
 void OMCachedFile::step() {
-    if (!stepDone_.poll()) return;
+    if (OMPlatform().clock().isVirtual())
+        stepDone_.wait();
+    else if (!stepDone_.poll())
+        return;
     tellWorkerFailure();
     const State next = nextState();
     state_ = next;

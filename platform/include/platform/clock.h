@@ -24,6 +24,10 @@ class Clock {
     /// To be told that the program was busy for about `ms` milliseconds: a virtual clock moves on
     /// by them, a real one did so by itself.
     virtual void wasBusy(std::uint32_t ms) { static_cast<void>(ms); }
+
+    /// Whether time passes only when it is told to. Who works in the background is waited for then,
+    /// so that every run is the same.
+    [[nodiscard]] virtual bool isVirtual() const { return false; }
 };
 
 } // namespace platform

@@ -1,4 +1,4 @@
-#include "platform/headless/timeline.h"
+#include "platform/host/visit/timeline.h"
 
 #include "formats/base/latin1.h"
 #include "formats/base/scanner.h"
@@ -152,6 +152,8 @@ What readAnswer(LineReader& line) {
     return TimelineAnswer{*button, checked};
 }
 
+What readClose(LineReader&) { return TimelineAnswer{.closesWindow = true}; }
+
 What readScreenshot(LineReader& line) {
     const std::string_view file = line.text();
     if (file.empty()) return std::nullopt;
@@ -200,8 +202,11 @@ constexpr std::array kVerbs{
     Verb{"key", readKey, "one Latin-1 character or the name of a key"},
     Verb{"command", readCommand, "a number from 0 to 65535"},
     Verb{"answer", readAnswer, "the text of a button"},
+    Verb{"close", readClose, kNothing},
     Verb{"background", readPlain<Message::Kind::Background>, kNothing},
     Verb{"foreground", readPlain<Message::Kind::Foreground>, kNothing},
+    Verb{"expose", readPlain<Message::Kind::Expose>, kNothing},
+    Verb{"nothing", readPlain<Message::Kind::Null>, kNothing},
     Verb{"screenshot", readScreenshot, "a file name"},
     Verb{
         "expect", readExpectation,
@@ -226,6 +231,39 @@ Parsed parseEvent(LineReader line) {
     return TimelineEvent{*time, *std::move(what)};
 }
 
+bool readData(LineReader& line, Visit& visit) {
+    if (!visit.data) visit.data.emplace();
+    const std::string_view digits = line.word();
+    if (digits.size() % 2 != 0) return false;
+    for (std::size_t i = 0; i < digits.size(); i += 2) {
+        std::uint8_t byte = 0;
+        const char* const end = digits.data() + i + 2;
+        const auto [rest, error] = std::from_chars(digits.data() + i, end, byte, 16);
+        if (error != std::errc() || rest != end) return false;
+        visit.data->push_back(static_cast<char>(byte));
+    }
+    return true;
+}
+
+/// "16*2", or "16" for one.
+bool readTurns(std::string_view run, Visit& visit) {
+    using Limits = std::numeric_limits<std::uint32_t>;
+    const std::size_t times = std::min(run.find('*'), run.size());
+    const auto ms = LineReader(run.substr(0, times)).number(1u, Limits::max());
+    const auto count = times == run.size()
+                           ? std::optional(1u)
+                           : LineReader(run.substr(times + 1)).number(1u, Limits::max());
+    if (ms && count) visit.turns.push_back({*ms, *count});
+    return ms && count;
+}
+
+bool readTurns(LineReader& line, Visit& visit) {
+    do
+        if (!readTurns(line.word(), visit)) return false;
+    while (!line.atEnd());
+    return true;
+}
+
 enum class Read { Done, Wrong, NoSetting };
 
 Read readSetting(LineReader line, Visit& visit) {
@@ -238,6 +276,10 @@ Read readSetting(LineReader line, Visit& visit) {
         isRight = (visit.stepMs = line.number(1u, kMostStepMs)).has_value();
     else if (name == "scene")
         isRight = !(visit.scene = line.word()).empty();
+    else if (name == "data")
+        isRight = readData(line, visit);
+    else if (name == "turns")
+        isRight = readTurns(line, visit);
     else
         return Read::NoSetting;
     return isRight && line.atEnd() ? Read::Done : Read::Wrong;
@@ -251,8 +293,8 @@ bool isSkipped(std::string_view line) {
 
 /// Drops what editors leave on a line: the byte order mark and the carriage return.
 std::string_view trimmed(std::string_view line, int number) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    if (number == 1 && line.starts_with(kByteOrderMark)) line.remove_prefix(kByteOrderMark.size());
+    constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+    if (number == 1 && line.starts_with(kUtf8Mark)) line.remove_prefix(kUtf8Mark.size());
     if (line.ends_with('\r')) line.remove_suffix(1);
     return line;
 }
@@ -269,7 +311,9 @@ std::variant<Visit, TimelineError> parseVisit(std::istream& input) {
         if (isSkipped(line)) continue;
         if (const Read read = readSetting(LineReader(line), visit); read == Read::Wrong) {
             return TimelineError{number, "this wants one word: \"seed N\", \"step N\" of at most " +
-                                             std::to_string(kMostStepMs) + ", \"scene NAME\""};
+                                             std::to_string(kMostStepMs) +
+                                             ", \"scene NAME\", \"data BYTES\" of two hexadecimal "
+                                             "digits each; or \"turns MS*COUNT\" and further ones"};
         } else if (read == Read::Done) {
             continue;
         }
@@ -282,6 +326,96 @@ std::variant<Visit, TimelineError> parseVisit(std::istream& input) {
     if (input.bad()) return TimelineError{number + 1, "the input cannot be read"};
     std::ranges::stable_sort(visit.timeline, {}, &TimelineEvent::timeMs);
     return visit;
+}
+
+std::uint32_t lengthOf(const Visit& visit) {
+    const std::uint64_t lastMs = visit.timeline.empty() ? 0 : visit.timeline.back().timeMs + 1ull;
+    std::uint64_t turnsMs = 0;
+    constexpr std::uint64_t kMost = std::numeric_limits<std::uint32_t>::max();
+    for (const Turns& each : visit.turns)
+        turnsMs = std::min(turnsMs + std::uint64_t{each.ms} * each.count, kMost);
+    return static_cast<std::uint32_t>(std::min(std::max(lastMs, turnsMs), kMost));
+}
+
+// ---------------------------------------------------------------------------- writing
+
+namespace {
+
+constexpr std::size_t kDataBytes = 40; ///< of a line
+
+std::string_view verbOf(Message::Kind kind) {
+    switch (kind) {
+    case Message::Kind::MouseDown: return "down";
+    case Message::Kind::MouseUp: return "up";
+    case Message::Kind::MouseMove: return "move";
+    case Message::Kind::DoubleClick: return "double";
+    case Message::Kind::Key: return "key";
+    case Message::Kind::Command: return "command";
+    case Message::Kind::Background: return "background";
+    case Message::Kind::Foreground: return "foreground";
+    case Message::Kind::Expose: return "expose";
+    case Message::Kind::Quit: return "quit";
+    case Message::Kind::Null: break;
+    }
+    return "nothing";
+}
+
+std::string textOf(const KeyPress& key) {
+    if (key.code >= kFirstKey) return std::string(kKeyNames[key.code - kFirstKey]);
+    const int letter = key.control && key.code < 0x20 ? key.code | 0x60 : key.code;
+    return formats::utf8FromLatin1(std::string(1, static_cast<char>(letter)));
+}
+
+std::string textOf(const Message& message) {
+    const std::string verb(verbOf(message.kind));
+    switch (message.kind) {
+    case Message::Kind::MouseDown:
+    case Message::Kind::MouseUp:
+    case Message::Kind::MouseMove:
+    case Message::Kind::DoubleClick:
+        return verb + ' ' + std::to_string(message.position.x) + ' ' +
+               std::to_string(message.position.y);
+    case Message::Kind::Key:
+        return verb + (message.key.control ? " Ctrl-" : " ") + textOf(message.key);
+    case Message::Kind::Command: return verb + ' ' + std::to_string(message.command);
+    default: return verb;
+    }
+}
+
+std::string textOf(const TimelineAnswer& answer) {
+    if (answer.closesWindow) return "close";
+    return (answer.checked ? "answer checked " : "answer ") +
+           formats::utf8FromLatin1(answer.button);
+}
+
+std::string textOf(const TimelineScreenshot& shot) { return "screenshot " + shot.file; }
+
+} // namespace
+
+std::string lineOf(std::uint32_t timeMs, const Happening& what) {
+    return std::to_string(timeMs) + ' ' +
+           std::visit([](const auto& each) { return textOf(each); }, what);
+}
+
+std::string lineOf(std::span<const Turns> turns) {
+    std::string line = "turns";
+    for (const Turns& each : turns) {
+        line += ' ' + std::to_string(each.ms);
+        if (each.count > 1) line += '*' + std::to_string(each.count);
+    }
+    return line;
+}
+
+std::string dataLines(std::string_view bytes) {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    std::string lines = "data ";
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (i > 0 && i % kDataBytes == 0) lines += "\ndata ";
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        lines += kDigits[byte / 16];
+        lines += kDigits[byte % 16];
+    }
+    return lines;
 }
 
 } // namespace platform

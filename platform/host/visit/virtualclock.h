@@ -9,7 +9,7 @@
 
 namespace platform {
 
-class VirtualClock final : public Clock {
+class VirtualClock : public Clock {
   public:
     [[nodiscard]] std::uint32_t milliseconds() const override {
         return static_cast<std::uint32_t>(nowMs_);
@@ -19,9 +19,13 @@ class VirtualClock final : public Clock {
         return kStartSeconds + static_cast<std::int64_t>(nowMs_ / 1000);
     }
     void sleep(std::uint32_t ms) override { nowMs_ += ms; }
-    void wasBusy(std::uint32_t ms) override { nowMs_ += ms; }
+    void wasBusy(std::uint32_t ms) override {
+        if (busyCounts_) nowMs_ += ms;
+    }
+    [[nodiscard]] bool isVirtual() const override { return true; }
 
-    /// Milliseconds since the clock was made. Never wraps.
+    /// What the program is busy with takes no time: the times of its turns are known.
+    void ignoreBusyTime() { busyCounts_ = false; }
 
     /// From here the main loop's time counts.
     void beginLoop() { loopBeginMs_ = nowMs_; }
@@ -36,6 +40,7 @@ class VirtualClock final : public Clock {
     static constexpr std::int64_t kStartSeconds = 946684800; // 1 January 2000
 
     std::uint64_t nowMs_ = 0;
+    bool busyCounts_ = true;
     std::optional<std::uint64_t> loopBeginMs_;
 };
 

@@ -1,10 +1,12 @@
-// What happens to a headless program from outside, written down beforehand. One event a line:
+// What happens to a program from outside, written down: beforehand, or by who recorded a visit. One
+// event a line:
 //
 //     500 move 320 240         also down, up and double; screen pixels
 //     800 key a                one character or a name (Backspace, F1, ...); "Ctrl-" may go before
 //     900 command 59396        a menu command, 0 to 65535
 //     950 answer Sair          for the next box; "checked" before it ticks the check box
-//     1000 background          also foreground
+//     950 close                the window is closed while the next box is open
+//     1000 background          also foreground; expose: the window must be painted again; nothing
 //     1200 screenshot a.png    what is on the screen now
 //     1250 expect said TEXT    what must be so now: said, or shown in a box, since the last such
 //     line; 1250 expect box TEXT     the value of a variable or of a property; that no warning came
@@ -18,6 +20,12 @@
 //     seed 7                   of the random numbers
 //     step 10                  milliseconds of a turn
 //     scene harbour            the script
+//     data 1F00A0              bytes of the data file at the start, further lines have further
+//                              bytes; without bytes there is none
+//     turns 1*37 2 16*2        milliseconds of the turns of the main loop: 37 of 1, one of 2, two
+//     of
+//                              16; further lines have further turns. Behind the last the step
+//                              counts
 //
 // Times are milliseconds since the main loop began. Blank lines and lines that start with "#" are
 // skipped. Texts are UTF-8; a text that is not well-formed UTF-8 counts as Latin-1.
@@ -28,7 +36,9 @@
 #include <cstdint>
 #include <iosfwd>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -37,6 +47,7 @@ namespace platform {
 struct TimelineAnswer {
     std::string button; ///< text of a button, or the path for an open-file dialog; Latin-1
     bool checked = false;
+    bool closesWindow = false; ///< instead: the box is closed with the window
 };
 
 struct TimelineScreenshot {
@@ -60,13 +71,24 @@ struct TimelineEvent {
 /// In order of time; events of equal time in the order of the file.
 using Timeline = std::vector<TimelineEvent>;
 
+/// So many turns of the main loop that take as long.
+struct Turns {
+    std::uint32_t ms = 0;
+    std::uint32_t count = 1;
+};
+
 /// A whole input file: what happens, and what the visit begins with where the file says so.
 struct Visit {
     Timeline timeline;
+    std::vector<Turns> turns;
+    std::optional<std::string> data; ///< of the data file; empty: there is none
     std::optional<std::uint32_t> seed;
     std::optional<std::uint32_t> stepMs; ///< 1 to kMostStepMs
     std::string scene;                   ///< a script; empty: the game's first one
 };
+
+/// Milliseconds until all that it tells of is over; at most what 32 bits hold.
+[[nodiscard]] std::uint32_t lengthOf(const Visit& visit);
 
 inline constexpr std::uint32_t kMostStepMs = 60'000;
 
@@ -77,5 +99,14 @@ struct TimelineError {
 
 /// Reads the whole input; stops at the first line that cannot be read.
 [[nodiscard]] std::variant<Visit, TimelineError> parseVisit(std::istream& input);
+
+/// What can be recorded of an event.
+using Happening = std::variant<Message, TimelineAnswer, TimelineScreenshot>;
+
+/// The lines that parseVisit reads as these, without their ends.
+[[nodiscard]] std::string lineOf(std::uint32_t timeMs, const Happening& what);
+[[nodiscard]] std::string lineOf(std::span<const Turns> turns);
+/// Several lines.
+[[nodiscard]] std::string dataLines(std::string_view bytes);
 
 } // namespace platform
