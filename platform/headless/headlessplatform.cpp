@@ -76,6 +76,7 @@ void HeadlessPlatform::passEnded() {
     if (turns_.empty()) return clock_.sleep(stepMs_);
     clock_.sleep(turns_.front().ms);
     if (--turns_.front().count == 0) turns_.pop_front();
+    if (turns_.empty()) events_.end();
 }
 
 void HeadlessPlatform::programEnds(int exitCode) {

@@ -46,6 +46,11 @@ bool TimelineEvents::wait(Message& message) {
     return true;
 }
 
+void TimelineEvents::end() {
+    const auto now = static_cast<std::uint32_t>(clock_.loopMs());
+    untilMs_ = std::min(untilMs_.value_or(now), now);
+}
+
 void TimelineEvents::meet(const TimelineEvent& event) {
     if (const auto* screenshot = std::get_if<TimelineScreenshot>(&event.what)) {
         if (!display_.saveScreenshot(screenshot->file))

@@ -23,6 +23,9 @@ class TimelineEvents final : public TimedEvents {
     bool wait(Message& message) override;
     [[nodiscard]] bool quitWaits() override;
 
+    /// Nothing that is known comes any more: a quit now, if none was to come before.
+    void end();
+
     /// What the first quit message that was taken came from: "until" or "quit"; empty before.
     [[nodiscard]] std::string_view quitCause() const { return quitCause_; }
 

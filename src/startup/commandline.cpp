@@ -125,7 +125,6 @@ bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
     if (!line.seed) line.seed = visit.seed;
     if (!hasStep) line.stepMs = visit.stepMs.value_or(line.stepMs);
     if (line.scene.empty()) line.scene = visit.scene;
-    if (!visit.turns.empty() && !line.untilMs) line.untilMs = platform::lengthOf(visit);
     line.turns = std::move(visit.turns);
     line.data = std::move(visit.data);
     return true;
@@ -142,8 +141,8 @@ constexpr const char* kArguments =
 constexpr const char* kMore =
     R"(Keys in the window: Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks
 whether to leave the game, Shift+F1 tells the version.
-Exit codes: 0 the game ended, 1 a script is missing, 2 the command line is wrong or
-there is no window.)";
+Exit codes: 0 the game ended, 1 a script is missing, or a file cannot be written, 2 the
+command line is wrong or there is no window.)";
 
 constexpr const char* kAboutNew =
     R"(DIR must not be there yet, or be empty. The game that it gets runs at once: a garden with

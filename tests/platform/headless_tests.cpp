@@ -4,9 +4,13 @@
 #include "temporaryfolder.h"
 
 #include "platform/headless/headlessplatform.h"
+#include "platform/host/screen/boxbuttons.h"
+#include "platform/host/visit/visitrecorder.h"
 
 #include <deque>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <random>
 #include <sstream>
 
 namespace platform {
@@ -55,6 +59,10 @@ TEST(Timeline, RefusesBadLinesByNumber) {
          {"5 move 1", "5 move 1 2 3", "5 move 99999999999 2"}},
         {"\"key\" wants one Latin-1 character or the name of a key",
          {"5 key ", "5 key Ctrl-", "5 key F13", "5 key \xE2\x82\xAC", "5 key \x01"}},
+        {"this wants one word: \"seed N\", \"step N\" of at most 60000, \"scene NAME\", \"data "
+         "BYTES\" of two hexadecimal digits each; or \"turns MS*COUNT\" and further ones",
+         {"seed", "step 60001", "scene a b", "data 012", "data 0x", "data -1", "turns", "turns 1*",
+          "turns 0*2", "turns 1*0", "turns 1*2*3", "turns 1 x"}},
         {"\"command\" wants a number from 0 to 65535", {"5 command 65536", "5 command -1"}},
         {"\"answer\" wants the text of a button", {"5 answer \xE2\x82\xAC"}},
         {"\"screenshot\" wants a file name", {"5 screenshot"}}};
@@ -62,6 +70,92 @@ TEST(Timeline, RefusesBadLinesByNumber) {
         for (const std::string& line : lines)
             EXPECT_EQ(parsed("# first\n1 quit\n\n" + line + "\n7 nonsense\n"), "4: " + fault)
                 << line;
+}
+
+/// What a program does that goes by chance, and what it sees of the machine.
+class ChanceProgram {
+  public:
+    ChanceProgram(Clock& clock, Events& events, Dialogs& dialogs)
+        : clock_(clock), events_(events), dialogs_(dialogs), beganMs_(clock.milliseconds()) {}
+    void turn() {
+        for (Message message; chance(3) && events_.take(message);)
+            seen << now() << ": " << lineOf(message.timeMs - beganMs_, message) << '\n';
+        if (chance(9)) clock_.sleep(3);
+        if (chance(20)) clock_.wasBusy(500);
+        if (chance(9)) events_.captureMouse(chance(2));
+        if (chance(12)) events_.discardInput();
+        if (events_.releaseWasDropped()) seen << now() << ": dropped\n";
+        if (chance(30)) {
+            const Button button = dialogs_.messageBox("?", "?", boxstyle::kYesNo);
+            seen << now() << ": " << buttonText(button) << events_.quitWaits() << '\n';
+        }
+    }
+    std::ostringstream seen;
+
+  private:
+    bool chance(unsigned times) { return chance_() % times == 0; }
+    std::uint32_t now() const { return clock_.milliseconds() - beganMs_; }
+
+    Clock& clock_;
+    Events& events_;
+    Dialogs& dialogs_;
+    std::uint32_t beganMs_;
+    std::minstd_rand chance_{7};
+};
+
+TEST(VisitRecorder, WhatItWroteIsSeenAgain) {
+    TemporaryFolder folder;
+    std::ostringstream person{"9 answer No\n", std::ios::ate}; // what somebody does, by chance
+    std::minstd_rand chance(3);
+    for (int ms = 0; ms < 3000; ms += static_cast<int>(chance() % 9)) {
+        constexpr const char* kDone[] = {"move -9 40", "down 3 4",   "up 900 4",   "double 7 8",
+                                         "key Ctrl-q", "key \xE3",   "key  ",      "key F4",
+                                         "command 9",  "background", "foreground", "expose",
+                                         "nothing",    "up 1 1"};
+        person << ms << ' ' << kDone[chance() % std::size(kDone)] << '\n';
+    }
+    person << "2000 close\n";
+    std::istringstream done(person.str());
+    std::ostringstream ignored;
+    HeadlessOptions options{.host = {folder.path(), "", folder.path("home")},
+                            .timeline = std::get<Visit>(parseVisit(done)).timeline,
+                            .report = &ignored,
+                            .notes = &ignored};
+    const std::string file = folder.path("visit.input");
+    const std::string data("\0\xFF saved", 8);
+    std::string seen;
+    {
+        HeadlessPlatform machine(options);
+        VisitWriter writer(file);
+        writer.begin(5, "harbour", data);
+        auto& display = dynamic_cast<HostDisplay&>(machine.display());
+        VisitRecorder recorder(writer, machine.clock(), machine.events(), machine.dialogs(),
+                               display);
+        machine.mainLoopBegins();
+        recorder.mainLoopBegins();
+        ChanceProgram program(recorder.clock(), recorder.events(), recorder.dialogs());
+        for (int i = 0; i < 700; ++i, recorder.passEnded()) {
+            program.turn();
+            machine.clock().sleep(chance() % 9);
+        }
+        seen = program.seen.str();
+    }
+    std::ifstream written(file);
+    const auto visit = std::get<Visit>(parseVisit(written));
+    EXPECT_TRUE(visit.seed == 5u && visit.scene == "harbour" && visit.data == data);
+    options.timeline = visit.timeline;
+    options.turns = visit.turns;
+    HeadlessPlatform machine(options);
+    machine.mainLoopBegins();
+    ChanceProgram program(machine.clock(), machine.events(), machine.dialogs());
+    for (int i = 0; i < 700; ++i, machine.passEnded()) program.turn();
+    EXPECT_EQ(program.seen.str(), seen);
+    Message end;
+    while (machine.events().take(end)) {
+    }
+    EXPECT_EQ(end.kind, Message::Kind::Quit);
+    for (const char* mark : {"dropped", "Yes0", "No1", "key", "quit"})
+        EXPECT_NE(seen.find(mark), std::string::npos) << mark;
 }
 
 class HeadlessTest : public testing::Test {

@@ -328,15 +328,6 @@ std::variant<Visit, TimelineError> parseVisit(std::istream& input) {
     return visit;
 }
 
-std::uint32_t lengthOf(const Visit& visit) {
-    const std::uint64_t lastMs = visit.timeline.empty() ? 0 : visit.timeline.back().timeMs + 1ull;
-    std::uint64_t turnsMs = 0;
-    constexpr std::uint64_t kMost = std::numeric_limits<std::uint32_t>::max();
-    for (const Turns& each : visit.turns)
-        turnsMs = std::min(turnsMs + std::uint64_t{each.ms} * each.count, kMost);
-    return static_cast<std::uint32_t>(std::min(std::max(lastMs, turnsMs), kMost));
-}
-
 // ---------------------------------------------------------------------------- writing
 
 namespace {

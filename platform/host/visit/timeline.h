@@ -22,10 +22,10 @@
 //     scene harbour            the script
 //     data 1F00A0              bytes of the data file at the start, further lines have further
 //                              bytes; without bytes there is none
-//     turns 1*37 2 16*2        milliseconds of the turns of the main loop: 37 of 1, one of 2, two
-//     of
-//                              16; further lines have further turns. Behind the last the step
-//                              counts
+//     turns 1*37 2 16*2        milliseconds that the clock goes on behind the turns of the main
+//     loop:
+//                              37 times 1, once 2, twice 16; further lines have further turns.
+//                              After the last one a quit comes
 //
 // Times are milliseconds since the main loop began. Blank lines and lines that start with "#" are
 // skipped. Texts are UTF-8; a text that is not well-formed UTF-8 counts as Latin-1.
@@ -71,7 +71,7 @@ struct TimelineEvent {
 /// In order of time; events of equal time in the order of the file.
 using Timeline = std::vector<TimelineEvent>;
 
-/// So many turns of the main loop that take as long.
+/// So many turns of the main loop behind which the clock goes on by as much.
 struct Turns {
     std::uint32_t ms = 0;
     std::uint32_t count = 1;
@@ -86,9 +86,6 @@ struct Visit {
     std::optional<std::uint32_t> stepMs; ///< 1 to kMostStepMs
     std::string scene;                   ///< a script; empty: the game's first one
 };
-
-/// Milliseconds until all that it tells of is over; at most what 32 bits hold.
-[[nodiscard]] std::uint32_t lengthOf(const Visit& visit);
 
 inline constexpr std::uint32_t kMostStepMs = 60'000;
 

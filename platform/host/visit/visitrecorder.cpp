@@ -93,7 +93,7 @@ void RecordedEvents::meet(const TimelineEvent& event) {
 // ---------------------------------------------------------------------------- boxes
 
 void RecordedDialogs::record(std::string_view button, bool checked) {
-    const bool closes = machine_.quitWaits();
+    const bool closes = machine_.quitWaits() && !events_.quitWaits();
     visit_.write(static_cast<std::uint32_t>(clock_.loopMs()),
                  TimelineAnswer{std::string(button), checked, closes});
     if (closes) events_.closeWindow();
