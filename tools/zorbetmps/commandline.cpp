@@ -93,110 +93,156 @@ class KnownCommands {
     KnownCommands& operator=(KnownCommands&&) = delete;
 };
 
-int checkAll(const std::vector<std::string>& paths, bool json, std::ostream& out) {
+/// All commands, with the values of their options.
+class Commands {
+  public:
+    Commands(commandline::Program& program, std::ostream& out, std::ostream& errors)
+        : program_(program), out_(out), errors_(errors) {
+        addCheck();
+        addCompile();
+        addDisasm();
+        addFormat();
+        addProfile();
+        addWords();
+    }
+    Commands& operator=(Commands&&) = delete;
+
+  private:
+    void addCheck();
+    void addCompile();
+    void addDisasm();
+    void addFormat();
+    void addProfile();
+    void addWords();
+
+    int checkAll();
+    /// The exit code of something that is done to scripts; `work` tells whether it went well.
+    template <class Work>
+    int whether(Work work) {
+        const KnownCommands known;
+        return work(Told{out_, errors_}) ? kSound : kErrors;
+    }
+
+    commandline::Program& program_;
+    std::ostream& out_;
+    std::ostream& errors_;
+    std::vector<std::string> paths_;
+    bool json_ = false;
+    std::string to_;
+    bool isWithoutLines_ = false;
+    bool isChecked_ = false;
+    bool isWritten_ = false;
+    ProfiledRun profiled_;
+    std::vector<std::string> classes_;
+    std::string pages_;
+    bool arePagesWritten_ = false;
+};
+
+void Commands::addCheck() {
+    commandline::Command command =
+        program_.add("check", "Tell the mistakes in scripts", "DIR|FILE...",
+                     kAboutCheck + ruleList(), [this] { return checkAll(); });
+    command.add("PATH", &paths_, "A game's folder, or scripts, as texts or precompiled").required();
+    command.add("--json", &json_, "Print the findings as a list for programs");
+}
+
+int Commands::checkAll() {
     const KnownCommands commands;
-    const std::vector<Finding> findings = check(paths);
-    if (json)
-        reportJson(findings, out);
+    const std::vector<Finding> findings = check(paths_);
+    if (json_)
+        reportJson(findings, out_);
     else
-        report(findings, out);
+        report(findings, out_);
     const bool isSound = std::ranges::all_of(findings, [](const Finding& finding) {
         return aboutRule(finding.rule).severity == Severity::Note;
     });
     return isSound ? kSound : kErrors;
 }
 
-void addProfile(commandline::Program& program, ProfiledRun& run, std::ostream& out,
-                std::ostream& errors) {
+void Commands::addCompile() {
+    const auto work = [this](const Told& told) { return compileScripts(paths_, to_, told); };
     commandline::Command command =
-        program.add("profile", "Tell where the time of scripts goes",
-                    "DIR [--input FILE] [--until MS] [--window] [--folded FILE]", kAboutProfile,
-                    [&run, &out, &errors] { return profile(run, out, errors) ? kSound : kErrors; });
-    command.add("DIR", &run.game, "The game's folder").folder().required();
+        program_.add("compile", "Write scripts in their precompiled form", "FILE... [-o FILE|DIR]",
+                     kAboutCompile, [=, this] { return whether(work); });
+    command.add("FILE", &paths_, "Scripts").required();
+    command.add("-o,--output", &to_,
+                "The file, or the folder for files of the same names; without it they lie "
+                "beside the scripts and end with .mpc",
+                "FILE|DIR");
+}
+
+void Commands::addDisasm() {
+    const auto work = [this](const Told& told) {
+        return listScripts(paths_, !isWithoutLines_, told);
+    };
+    commandline::Command command =
+        program_.add("disasm", "List what scripts are compiled to", "FILE... [--no-lines]",
+                     kAboutDisasm, [=, this] { return whether(work); });
+    command.add("FILE", &paths_, "Scripts").required();
+    command.add("--no-lines", &isWithoutLines_, "Leave out where in the script instructions stand");
+}
+
+void Commands::addFormat() {
+    const auto work = [this](const Told& told) {
+        const Formatting what = isChecked_   ? Formatting::Check
+                                : isWritten_ ? Formatting::Write
+                                             : Formatting::Print;
+        return formatScripts(paths_, what, told);
+    };
+    commandline::Command command = program_.add(
+        "format", "Print scripts, or write them, in one layout",
+        "FILE | FILE|DIR... --check|--write", kAboutFormat, [=, this] { return whether(work); });
+    command.add("PATH", &paths_, "Scripts, or folders with scripts").required();
+    const commandline::Option checked =
+        command.add("--check", &isChecked_, "Only tell which scripts would change");
+    command.add("--write", &isWritten_, "Change them, and tell which").excludes(checked);
+}
+
+void Commands::addProfile() {
+    commandline::Command command =
+        program_.add("profile", "Tell where the time of scripts goes",
+                     "DIR [--input FILE] [--until MS] [--window] [--folded FILE]", kAboutProfile,
+                     [this] { return profile(profiled_, out_, errors_) ? kSound : kErrors; });
+    command.add("DIR", &profiled_.game, "The game's folder").folder().required();
     const commandline::Option window =
-        command.add("--window", &run.isInWindow,
+        command.add("--window", &profiled_.isInWindow,
                     "Play in a window, until it is closed, instead of without one");
-    command.add("--input", &run.input, "File of what happens from outside", "FILE")
+    command.add("--input", &profiled_.input, "File of what happens from outside", "FILE")
         .excludes(window);
-    command.add("--until", &run.untilMs, "End at this time of the game (default 60000)", "MS")
+    command.add("--until", &profiled_.untilMs, "End at this time of the game (default 60000)", "MS")
         .within(1, kLongestRunMs)
         .excludes(window);
-    command.add("--most", &run.mostLines, "So many rows of each table (default 20)", "N")
+    command.add("--most", &profiled_.mostLines, "So many rows of each table (default 20)", "N")
         .within(1, kMostRows);
-    command.add("--folded", &run.folded,
+    command.add("--folded", &profiled_.folded,
                 "Write the stacks with their microseconds for a viewer of flame graphs", "FILE");
+}
+
+void Commands::addWords() {
+    const auto work = [this] {
+        const bool sound = pages_.empty() ? tellWords(classes_, out_, errors_)
+                                          : renewPages(pages_, arePagesWritten_, out_);
+        return sound ? kSound : kErrors;
+    };
+    commandline::Command command =
+        program_.add("words", "Tell the words of classes, and the commands",
+                     "[CLASS...] | --pages DIR [--write]", kAboutWords, work);
+    const commandline::Option folder = command.add(
+        "--pages", &pages_, "Compare the tables in the pages of a folder instead", "DIR");
+    command.add("CLASS", &classes_, "Classes; without any, all of them and the commands")
+        .excludes(folder);
+    command.add("--write", &arePagesWritten_, "Write the tables into these pages").needs(folder);
 }
 
 } // namespace
 
 int run(int argc, const char* const* argv, std::ostream& out, std::ostream& errors) {
-    commandline::Program line(
+    commandline::Program program(
         "zorbet-mps", "For the authors of scripts of zorbet: finds mistakes, compiles, formats, "
                       "profiles, tells words.");
-    line.setVersion("zorbet-mps " ZORBET_VERSION);
-    std::vector<std::string> paths;
-    bool json = false;
-    commandline::Command checking =
-        line.add("check", "Tell the mistakes in scripts", "DIR|FILE...", kAboutCheck + ruleList(),
-                 [&] { return checkAll(paths, json, out); });
-    checking.add("PATH", &paths, "A game's folder, or scripts, as texts or precompiled").required();
-    checking.add("--json", &json, "Print the findings as a list for programs");
-
-    std::string to;
-    const auto whether = [&](auto work) {
-        const KnownCommands known;
-        return work(Told{out, errors}) ? kSound : kErrors;
-    };
-    commandline::Command compiling = line.add(
-        "compile", "Write scripts in their precompiled form", "FILE... [-o FILE|DIR]",
-        kAboutCompile,
-        [&] { return whether([&](const Told& told) { return compileScripts(paths, to, told); }); });
-    compiling.add("FILE", &paths, "Scripts").required();
-    compiling.add("-o,--output", &to,
-                  "The file, or the folder for files of the same names; without it they lie "
-                  "beside the scripts and end with .mpc",
-                  "FILE|DIR");
-    bool isWithoutLines = false;
-    commandline::Command listing = line.add(
-        "disasm", "List what scripts are compiled to", "FILE... [--no-lines]", kAboutDisasm, [&] {
-            return whether(
-                [&](const Told& told) { return listScripts(paths, !isWithoutLines, told); });
-        });
-    listing.add("FILE", &paths, "Scripts").required();
-    listing.add("--no-lines", &isWithoutLines, "Leave out where in the script instructions stand");
-    bool isChecked = false;
-    bool isWritten = false;
-    commandline::Command formatting = line.add(
-        "format", "Print scripts, or write them, in one layout",
-        "FILE | FILE|DIR... --check|--write", kAboutFormat, [&] {
-            const Formatting what = isChecked   ? Formatting::Check
-                                    : isWritten ? Formatting::Write
-                                                : Formatting::Print;
-            return whether([&](const Told& told) { return formatScripts(paths, what, told); });
-        });
-    formatting.add("PATH", &paths, "Scripts, or folders with scripts").required();
-    const commandline::Option checked =
-        formatting.add("--check", &isChecked, "Only tell which scripts would change");
-    formatting.add("--write", &isWritten, "Change them, and tell which").excludes(checked);
-
-    ProfiledRun profiled;
-    addProfile(line, profiled, out, errors);
-    std::vector<std::string> classes;
-    std::string pages;
-    bool write = false;
-    const auto tell = [&] {
-        const bool sound =
-            pages.empty() ? tellWords(classes, out, errors) : renewPages(pages, write, out);
-        return sound ? kSound : kErrors;
-    };
-    commandline::Command words = line.add("words", "Tell the words of classes, and the commands",
-                                          "[CLASS...] | --pages DIR [--write]", kAboutWords, tell);
-    const commandline::Option folder =
-        words.add("--pages", &pages, "Compare the tables in the pages of a folder instead", "DIR");
-    words.add("CLASS", &classes, "Classes; without any, all of them and the commands")
-        .excludes(folder);
-    words.add("--write", &write, "Write the tables into these pages").needs(folder);
-    return line.run(argc, argv, out, errors);
+    program.setVersion("zorbet-mps " ZORBET_VERSION);
+    const Commands commands(program, out, errors);
+    return program.run(argc, argv, out, errors);
 }
 
 } // namespace mps
