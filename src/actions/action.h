@@ -12,6 +12,7 @@
 #include "omtask.h"
 
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -27,6 +28,11 @@ class Action : public OMScriptableObject {
     /// `interruptible` is what they leave open. Null, after a warning, when they do not do, and
     /// when there is no such type.
     [[nodiscard]] static std::unique_ptr<Action> ofType(std::string_view type, bool interruptible);
+    /// All types that scripts name.
+    [[nodiscard]] static std::vector<std::string_view> types();
+    /// The forms of a type's parameters, as in the tables of classes; none when there is no such
+    /// type.
+    [[nodiscard]] static std::optional<std::string_view> parametersOf(std::string_view type);
     ~Action() override { retire(); }
     /// Every kind of action can be copied. The copy is idle, and in no container.
     [[nodiscard]] std::unique_ptr<OMScriptableObject> duplicate() override = 0;

@@ -13,7 +13,7 @@ constexpr RuleAbout kRules[] = {
     {Rule::UnknownCommand, "unknown-command", Error, "no statement and no command has this name"},
     {Rule::UnknownScript, "unknown-script", Error, "there is no such script"},
     {Rule::UnknownProcedure, "unknown-procedure", Error, "neither a procedure nor a script", true},
-    {Rule::UnknownClass, "unknown-class", Error, "no class has this name", true},
+    {Rule::UnknownClass, "unknown-class", Error, "no class, or type of actions, has this name", true},
     {Rule::UnknownProperty, "unknown-property", Error, "the object has no such property", true},
     {Rule::UnknownMethod, "unknown-method", Error, "the object has no such method", true},
     {Rule::UnknownEvent, "unknown-event", Error, "the object has no such event", true},

@@ -3,6 +3,7 @@
 #include "zorbetmps/check/nearest.h"
 #include "zorbetmps/check/scriptrules.h"
 
+#include "actions/actioncontainer.h"
 #include "omsclass.h"
 #include "ynumber.h"
 
@@ -17,17 +18,20 @@ using Kind = Vocabulary::Kind;
 constexpr std::string_view kSynchronously = "}";
 constexpr std::string_view kDefault = "default";
 constexpr std::string_view kName = "name";
+constexpr std::string_view kAdd = "add"; ///< of containers of actions
 
 /// What arguments are called that must be numbers.
 constexpr std::string_view kNumbers[] = {
-    "x",     "y",     "z",      "dx",          "dy",      "width",   "height", "animation",
-    "sound", "font",  "cursor", "grab-cursor", "palette", "pose",    "rate",   "low",
-    "high",  "index", "old",    "new",         "slot",    "depth",   "piece",  "left",
-    "top",   "right", "bottom", "column",      "hole",    "group",   "min",    "max",
-    "entry", "size",  "style",  "color",       "length",  "picture", "handle", "level"};
+    "x",     "y",       "z",        "dx",           "dy",      "width",      "height", "animation",
+    "sound", "font",    "cursor",   "grab-cursor",  "palette", "pose",       "rate",   "low",
+    "high",  "index",   "old",      "new",          "slot",    "depth",      "piece",  "left",
+    "top",   "right",   "bottom",   "column",       "hole",    "group",      "min",    "max",
+    "entry", "size",    "style",    "color",        "length",  "picture",    "handle", "level",
+    "ms",    "initial", "velocity", "acceleration", "final",   "repeatCount"};
 
 /// What arguments are called that name an object of the script.
-constexpr std::string_view kObjectNames[] = {"answer", "container"};
+constexpr std::string_view kObjectNames[] = {"answer",  "container", "mover", "character",
+                                             "trinket", "map",       "object"};
 
 bool beginsAsNumber(const std::string& text) {
     return !text.empty() && ynumber::looksNumeric(text.front());
@@ -297,6 +301,23 @@ void ScriptRules::checkPlay(const Statement& statement) {
     const std::string_view forms = rows.front()->help;
     if (std::ranges::all_of(rows, [&](const OMSEntry* row) { return row->help == forms; }))
         checkArguments(statement, 2, end, *name, forms);
+    if (rows.front() == ActionContainer::kClass.find(kAdd) && end > 2) checkAction(statement, end);
+}
+
+/// What is put into a container: an action of a type, or an object by its name.
+void ScriptRules::checkAction(const Statement& statement, std::size_t end) {
+    const Word& word = statement.words[2];
+    const std::string& type = word.isName() ? word.text() : word.value();
+    const auto named = facts_.all().find(ScriptFacts::keyOf(type));
+    if ((named != facts_.all().end() && named->second.isSet()) ||
+        !(word.isName() || word.isConstant()))
+        return;
+    if (const auto forms = Action::parametersOf(type))
+        checkArguments(statement, 3, end, type, *forms);
+    else
+        tell(Rule::UnknownClass, statement, word,
+             "there is no type of actions, and no container, called " + type +
+                 didYouMean(type, Action::types()));
 }
 
 void ScriptRules::checkCommand(const Statement& statement) {

@@ -65,6 +65,7 @@ class ScriptRules {
     void checkSet(const Statement& statement);
     void checkGet(const Statement& statement);
     void checkPlay(const Statement& statement);
+    void checkAction(const Statement& statement, std::size_t end);
     void checkCommand(const Statement& statement);
     void checkArguments(const Statement& statement, std::size_t from, std::size_t to,
                         const std::string& what, std::string_view forms);
