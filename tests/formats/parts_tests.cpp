@@ -4,6 +4,7 @@
 #include "formats/base/scanner.h"
 #include "formats/library/writer.h"
 #include "formats/reading.h"
+#include "formats/texts/catalogue.h"
 
 #include <numeric>
 #include <random>
@@ -40,6 +41,31 @@ TEST(Scanners, ReadNumbersWordsAndLinesUpToTheEnd) {
     EXPECT_FALSE(equalIgnoringCase("\xD7", "\xF7") || equalIgnoringCase("a", "ab"));
     EXPECT_EQ(lowerLatin1("A[Z\xC0\xDF"), "a[z\xE0\xDF");
     EXPECT_EQ(lowerAscii("A[Z\xC0") + upperAscii("\xE0z{a"), "a[z\xC0\xE0Z{A");
+}
+
+TEST(Catalogues, AreReadAndWritten) {
+    const std::string file = "# by Ana\n#. said by Tilli\n#: a.mps:1\n#: b.mps:20\n#, fuzzy\n"
+                             "msgctxt \"a.mps\"\nmsgid \"Bom \\\"dia\\\"\"\n"
+                             "msgstr \"\"\n\"Good\\n\"\n\"\\tmorning\\\\\"\n\n"
+                             "#~ msgid \"Ol\xC3\xA1\"\n#~ msgstr \"\"\n";
+    const auto read = texts::readCatalogue(file);
+    ASSERT_TRUE(read.ok() && read.value.size() == 2) << read.refusal;
+    EXPECT_EQ(read.value[0].text + '/' + read.value[0].translation,
+              "Bom \"dia\"/Good\n\tmorning\\");
+    EXPECT_TRUE(read.value[0].isFuzzy && read.value[1].isObsolete && read.value[1].line == 12);
+    EXPECT_EQ(texts::writeCatalogue(read.value), file);
+    const auto loose =
+        texts::readCatalogue("\xEF\xBB\xBFmsgid\"a\"\r\n\t\"b\" \r\n#| msgid \"c\"\r\n"
+                             "msgstr\"x\"\r\nmsgid \"d\"\r\nmsgstr \"\"");
+    ASSERT_TRUE(loose.ok() && loose.value.size() == 2) << loose.refusal;
+    EXPECT_TRUE(loose.value[0].text == "ab" && loose.value[0].isTranslated() &&
+                !loose.value[1].isTranslated());
+    for (const char* wrong :
+         {"\"a\"", "msgstr \"a\"", "msgid \"a\"", "msgid \"a\"\nmsgid \"b\"", "msgid a",
+          "msgid \"a", "msgid \"\\", "msgid \"\\q\"", "msgid \"a\"b\"", "msgid \"\xFF\"",
+          "msgid \"a\"\nmsgid_plural \"b\"", "msgctxt \"a\"\nmsgctxt \"b\""})
+        EXPECT_FALSE(texts::readCatalogue(wrong).ok()) << wrong;
+    EXPECT_EQ(texts::readCatalogue("\n\nmsgid x").refusal.substr(0, 3), "3: ");
 }
 
 constexpr std::uint8_t kClear = 7; ///< the transparent index of rows
