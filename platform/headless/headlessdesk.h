@@ -24,7 +24,7 @@ class HeadlessDesk final : public HostDesk {
 
     void warn(std::string_view text) override;
     void say(std::string_view line) override { said_.add(line); }
-    void setInspection(const Inspection* game) override { game_ = game; }
+    void setInspection(Inspection* game) override { game_ = game; }
 
     void boxShown(std::string_view text) { boxes_.add(text); }
     void check(const TimelineExpectation& expected);
@@ -46,7 +46,7 @@ class HeadlessDesk final : public HostDesk {
 
     Notices& notices_;
     std::ostream& notes_;
-    const Inspection* game_ = nullptr;
+    Inspection* game_ = nullptr;
     Texts said_;
     Texts boxes_;
     std::string firstWarning_;
