@@ -76,7 +76,10 @@ class HeadlessPlatform final : public Platform {
 
     void closeIn() override;
     void mainLoopBegins() override { clock_.beginLoop(); }
-    void passEnded() override { clock_.sleep(stepMs_); }
+    void passEnded() override {
+        desk_.runLines();
+        clock_.sleep(stepMs_);
+    }
     void programEnds(int exitCode) override;
     [[noreturn]] void terminate(int exitCode) override;
 
