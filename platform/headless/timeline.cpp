@@ -183,6 +183,12 @@ What readExpectation(LineReader& line) {
     return expected;
 }
 
+What readRun(LineReader& line) {
+    const auto text = latin1Text(line.text());
+    if (!text || text->empty()) return std::nullopt;
+    return TimelineRun{*text};
+}
+
 struct Verb {
     std::string_view name;
     What (*read)(LineReader&);
@@ -207,6 +213,7 @@ constexpr std::array kVerbs{
         "expect", readExpectation,
         "\"said TEXT\", \"box TEXT\", \"variable NAME VALUE\", \"property NAME PROPERTY VALUE\" or "
         "\"no warnings\""},
+    Verb{"run", readRun, "a line of the script language"},
     Verb{"quit", readPlain<Message::Kind::Quit>, kNothing},
 };
 

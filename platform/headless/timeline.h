@@ -11,6 +11,7 @@
 //     1250 expect variable NAME VALUE
 //     1250 expect property NAME PROPERTY VALUE
 //     1250 expect no warnings
+//     1280 run x=5             a line of the script language, carried out at the end of the pass
 //     1300 quit
 //
 // Lines without a time say what the visit begins with:
@@ -52,9 +53,15 @@ struct TimelineExpectation {
     std::string text; ///< what was said or shown, or the value
 };
 
+/// A line of the script language that is carried out.
+struct TimelineRun {
+    std::string line; ///< Latin-1
+};
+
 struct TimelineEvent {
     std::uint32_t timeMs = 0;
-    std::variant<Message, TimelineAnswer, TimelineScreenshot, TimelineExpectation> what;
+    std::variant<Message, TimelineAnswer, TimelineScreenshot, TimelineExpectation, TimelineRun>
+        what;
 };
 
 /// In order of time; events of equal time in the order of the file.

@@ -35,6 +35,8 @@ std::deque<TimelineEvents::Entry> TimelineEvents::entriesOf(const Timeline& time
             entries.push_back({event.timeMs, *screenshot});
         } else if (const auto* expected = std::get_if<TimelineExpectation>(&event.what)) {
             entries.push_back({event.timeMs, *expected});
+        } else if (const auto* run = std::get_if<TimelineRun>(&event.what)) {
+            entries.push_back({event.timeMs, *run});
         }
     }
     if (untilMs) {
@@ -50,7 +52,7 @@ bool TimelineEvents::take(Message& message) {
         deliverQuit("quit");
         return true;
     }
-    while (clock_.loopHasBegun() && !waiting_.empty() &&
+    while (clock_.loopHasBegun() && !waiting_.empty() && !desk_.hasLines() &&
            waiting_.front().timeMs <= clock_.loopMs()) {
         const Entry entry = std::move(waiting_.front());
         waiting_.pop_front();
@@ -61,9 +63,10 @@ bool TimelineEvents::take(Message& message) {
 
 bool TimelineEvents::quitWaits() { return terminationRequested(); }
 
+/// A line that is to be run wants the pass to end.
 bool TimelineEvents::wait(Message& message) {
     while (!take(message)) {
-        if (!clock_.loopHasBegun() || waiting_.empty()) return false;
+        if (!clock_.loopHasBegun() || waiting_.empty() || desk_.hasLines()) return false;
         clock_.moveToLoopMs(waiting_.front().timeMs);
     }
     return true;
@@ -78,6 +81,10 @@ bool TimelineEvents::deliver(const Entry& entry, Message& message) {
     }
     if (const auto* expected = std::get_if<TimelineExpectation>(&entry.what)) {
         desk_.check(*expected);
+        return false;
+    }
+    if (const auto* run = std::get_if<TimelineRun>(&entry.what)) {
+        desk_.runLater(run->line);
         return false;
     }
     if (const auto* given = std::get_if<Message>(&entry.what)) {

@@ -1,6 +1,7 @@
 // Input that was written down beforehand: an event becomes a message when its time has come,
 // however long the program takes to fetch it. Screenshots and expectations stand in the same queue
-// and are taken when the program reaches them.
+// and are taken when the program reaches them. What follows a line that is to be run waits for
+// that.
 #pragma once
 
 #include "platform/events.h"
@@ -38,7 +39,7 @@ class TimelineEvents final : public Events {
     struct Until {};
     struct Entry {
         std::uint32_t timeMs;
-        std::variant<Message, TimelineScreenshot, TimelineExpectation, Until> what;
+        std::variant<Message, TimelineScreenshot, TimelineExpectation, TimelineRun, Until> what;
     };
 
     static std::deque<Entry> entriesOf(const Timeline& timeline,

@@ -35,9 +35,12 @@ void SdlDesk::say(std::string_view line) {
     if (console_) console_->tell(ConsolePanel::Told::Said, line);
 }
 
-void SdlDesk::lineHasRun(std::string_view line, std::string_view result) {
+void SdlDesk::lineRuns(std::string_view line) {
+    if (console_) console_->tell(ConsolePanel::Told::Run, "> " + std::string(line));
+}
+
+void SdlDesk::lineHasRun(std::string_view, std::string_view result) {
     if (!console_) return;
-    console_->tell(ConsolePanel::Told::Run, "> " + std::string(line));
     console_->tell(ConsolePanel::Told::Result, result);
     looksAtOnce_ = true;
 }

@@ -27,6 +27,7 @@ class SdlDesk final : public HostDesk {
     void passEnded();
 
   protected:
+    void lineRuns(std::string_view line) override;
     void lineHasRun(std::string_view line, std::string_view result) override;
 
   private:

@@ -31,7 +31,8 @@ class HostDesk : public AuthorDesk {
   protected:
     /// Null while there is no game.
     [[nodiscard]] Inspection* game() const { return game_; }
-    /// What came of a line.
+    /// A line is about to run; then, what came of it.
+    virtual void lineRuns(std::string_view /*line*/) {}
     virtual void lineHasRun(std::string_view /*line*/, std::string_view /*result*/) {}
 
   private:

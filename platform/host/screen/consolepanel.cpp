@@ -86,8 +86,14 @@ void ConsolePanel::toggle() {
 void ConsolePanel::fit(const Rect& screen) {
     if (screen == screen_) return;
     screen_ = screen;
+    layOut();
+}
+
+void ConsolePanel::layOut() {
+    const Rect& screen = screen_;
     const int height = std::min(std::max(screen.height() / 2, kLeastHeight), screen.height());
-    place_ = {screen.left, screen.bottom - height, screen.right, screen.bottom};
+    const int top = atTop_ ? screen.top : screen.bottom - height;
+    place_ = {screen.left, top, screen.right, top + height};
     picture_ = Surface(place_.width(), place_.height(), 8);
     below_ = firstVariable_ = firstProperty_ = 0;
     changed_ = true;
@@ -152,7 +158,7 @@ std::vector<const InspectedVariable*> ConsolePanel::found() const {
 bool ConsolePanel::take(const Message& message) {
     switch (message.kind) {
     case Message::Kind::Key:
-        if (open_) key(message.key.code);
+        if (open_) key(message.key);
         return open_;
     case Message::Kind::MouseDown:
     case Message::Kind::DoubleClick:
@@ -167,9 +173,15 @@ bool ConsolePanel::take(const Message& message) {
     }
 }
 
-void ConsolePanel::key(std::uint16_t code) {
+void ConsolePanel::key(const KeyPress& press) {
+    const std::uint16_t code = press.code;
+    const auto key = static_cast<Key>(code);
     changed_ = true;
-    switch (static_cast<Key>(code)) {
+    if (press.control && (key == Key::Up || key == Key::Down)) {
+        atTop_ = key == Key::Up;
+        return layOut();
+    }
+    switch (key) {
     case Key::Esc: return toggle();
     case Key::Tab: return show(static_cast<View>((static_cast<int>(view_) + 1) % 3));
     case Key::PageUp: return scroll(-rows());

@@ -1,11 +1,11 @@
-// The author's console over the lower half of the screen, as a picture, and what keys and mouse do
-// in it. The game goes on behind it and is asked for what is shown.
+// The author's console over half of the screen, as a picture, and what keys and mouse do in it. The
+// game goes on behind it and is asked for what is shown.
 //
 // It has three views, which Tab and clicks on their names switch: messages of the game; its
 // variables, of which those are shown whose name or class contains what is typed; and the
 // properties of the object that was chosen among these with Enter or a double click. In the first
 // and the last one a line to run is typed, and given away with Enter. PageUp and PageDown scroll.
-// Esc closes the console.
+// Ctrl+Up puts the console over the upper half, Ctrl+Down back over the lower one. Esc closes it.
 #pragma once
 
 #include "platform/authordesk.h"
@@ -67,6 +67,7 @@ class ConsolePanel final : public ScreenPanel {
         Rect area;
     };
 
+    void layOut();
     [[nodiscard]] std::vector<Tab> tabs() const;
     /// Those that the filter leaves.
     [[nodiscard]] std::vector<const InspectedVariable*> found() const;
@@ -75,7 +76,7 @@ class ConsolePanel final : public ScreenPanel {
     [[nodiscard]] Rect field() const;
     [[nodiscard]] bool isInside(Point point) const;
 
-    void key(std::uint16_t code);
+    void key(const KeyPress& press);
     void keyInVariables(std::uint16_t code);
     void keyBesideLine(std::uint16_t code);
     void pointerDown(Point point, bool isDouble);
@@ -94,6 +95,7 @@ class ConsolePanel final : public ScreenPanel {
     Rect screen_;
     Rect place_{};
     Surface picture_{1, 1, 8};
+    bool atTop_ = false;
     bool open_ = false;
     bool changed_ = false;
     View view_ = View::Messages;

@@ -13,7 +13,7 @@ namespace platform {
 struct InspectedVariable {
     std::string name;
     std::string type;  ///< "number", "text", "procedure", or the class of its object
-    std::string value; ///< of a procedure where it is, of an object how it is held
+    std::string value; ///< of a procedure where it is, of an object that it has another owner
 
     bool operator==(const InspectedVariable&) const = default;
 };

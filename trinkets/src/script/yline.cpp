@@ -20,9 +20,9 @@ constexpr const char* kLineName = "console";
 constexpr const char* kDone = "done";
 
 /// What begins a statement that leads to another place in the script, or belongs to others.
-constexpr std::string_view kSteering[] = {"if",    "else",     "for",     "procedure",
-                                          "break", "continue", "call",    "yield",
-                                          "wait",  "pause",    "include", "["};
+constexpr std::string_view kSteering[] = {"if",       "else", "for",   "procedure", "break",
+                                          "continue", "call", "yield", "wait",      "pause",
+                                          "include",  "[",    "]"};
 
 bool isSteering(std::string_view word) {
     return std::ranges::find(kSteering, word) != std::end(kSteering);
@@ -97,7 +97,9 @@ std::string valueOf(YVariable& word, const YThread& thread) {
         const bool isClass = OMSRegistry::global().find(meant.text()) != nullptr;
         return meant.text() + (isClass ? " is a class" : " is not set");
     }
-    return yvalue::shown(word, &thread);
+    const std::string value = yvalue::shown(word, &thread);
+    if (!word.object()) return value;
+    return yvalue::typeOf(word, &thread) + (value.empty() ? "" : " " + value);
 }
 
 std::string firstMistake(const YCompiler& compiler) {
@@ -126,7 +128,7 @@ std::string yvalue::shown(YVariable& variable, const YThread* thread) {
     if (variable.object()) {
         const bool isOwner = variable.resolve().ownership() == YVariable::Ownership::Owner &&
                              variable.ownership() == YVariable::Ownership::Owner;
-        return isOwner ? typeOf(variable, thread) : "second name of " + typeOf(variable, thread);
+        return isOwner ? "" : "(a second name)";
     }
     const std::string text = textOf(variable);
     const std::string place = thread ? thread->placeOf(text) : std::string();
@@ -182,5 +184,5 @@ std::string YLine::valueAfter(const YProgramInstruction& code,
     if (code.opcode == YOpcode::Get) return valueOf(*code.operands[code.count - 1], thread_);
     YVariable& result = YHeap::current().get(YHeap::kResult);
     if (code.opcode != YOpcode::Command || textOf(result) == resultBefore) return kDone;
-    return "done, RESULT is " + yvalue::shown(result, &thread_);
+    return "done, RESULT is " + valueOf(result, thread_);
 }

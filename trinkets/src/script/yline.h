@@ -38,8 +38,8 @@ namespace yvalue {
 /// What a variable that holds something holds: "number", "text", "procedure", the class of an
 /// object.
 [[nodiscard]] std::string typeOf(YVariable& variable, const YThread* thread);
-/// Its value for people: cut when it is long; of a procedure where it is, of an object how it is
-/// held.
+/// Its value for people: cut when it is long; of a procedure where it is, of an object that it has
+/// another owner, if so.
 [[nodiscard]] std::string shown(YVariable& variable, const YThread* thread);
 /// A text cut as values are.
 [[nodiscard]] std::string cut(std::string text);
