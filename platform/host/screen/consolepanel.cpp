@@ -158,8 +158,9 @@ std::vector<const InspectedVariable*> ConsolePanel::found() const {
 bool ConsolePanel::take(const Message& message) {
     switch (message.kind) {
     case Message::Kind::Key:
-        if (open_) key(message.key);
-        return open_;
+        if (!open_) return false;
+        key(message.key); // may be its end
+        return true;
     case Message::Kind::MouseDown:
     case Message::Kind::DoubleClick:
         holdsPress_ = open_ && isInside(message.position);
