@@ -138,7 +138,7 @@ constexpr const char* kArguments =
 
 constexpr const char* kMore =
     R"(Keys in the window: Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks
-whether to leave the game, Shift+F1 tells the version.
+whether to leave the game, Shift+F1 tells the version, Shift+F2 opens the console of --author.
 Exit codes: 0 the game ended, 1 a script is missing, 2 the command line is wrong or
 there is no window.)";
 
@@ -258,7 +258,9 @@ void addOptions(commandline::Command& command, CommandLine& line) {
                 "that you can");
     command.add("--author", &line.author,
                 "For who makes the game: warnings of scripts are told here with\n"
-                "their places, and the title how many pictures a second there are");
+                "their places, Shift+F2 opens a console with messages, variables\n"
+                "and a line to run, and the title tells how many pictures a second\n"
+                "there are");
     command.add("--profile", &line.profile,
                 "File that gets where the time of scripts goes; see \"zorbet-mps\n"
                 "profile\"",
