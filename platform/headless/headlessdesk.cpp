@@ -54,13 +54,13 @@ void HeadlessDesk::check(const TimelineExpectation& expected) {
     case Kind::Box: return heard(boxes_, "box");
     case Kind::NoWarnings: return tell(firstWarning_.empty(), "no warnings", firstWarning_);
     case Kind::Variable: {
-        const auto value = game_ ? game_->value(expected.variable) : std::nullopt;
+        const auto value = game() ? game()->value(expected.variable) : std::nullopt;
         return tell(value == expected.text, "variable " + expected.variable + ' ' + expected.text,
                     value.value_or("never set"));
     }
     case Kind::Property: {
         const auto value =
-            game_ ? game_->property(expected.variable, expected.property) : std::nullopt;
+            game() ? game()->property(expected.variable, expected.property) : std::nullopt;
         return tell(value == expected.text,
                     "property " + expected.variable + ' ' + expected.property + ' ' + expected.text,
                     value.value_or("no such property"));

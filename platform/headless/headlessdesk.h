@@ -3,6 +3,10 @@
 //
 //     MS  expect  met  WHAT
 //     MS  expect  failed  WHAT  WAS
+//
+// So are the lines that it has run:
+//
+//     MS  run  LINE  RESULT
 #pragma once
 
 #include "platform/headless/notices.h"
@@ -24,10 +28,14 @@ class HeadlessDesk final : public HostDesk {
 
     void warn(std::string_view text) override;
     void say(std::string_view line) override { said_.add(line); }
-    void setInspection(const Inspection* game) override { game_ = game; }
 
     void boxShown(std::string_view text) { boxes_.add(text); }
     void check(const TimelineExpectation& expected);
+
+  protected:
+    void lineHasRun(std::string_view line, std::string_view result) override {
+        notices_.line("run", {line, result});
+    }
 
   private:
     /// Texts that came, and how many of them were expected or passed over.
@@ -46,7 +54,6 @@ class HeadlessDesk final : public HostDesk {
 
     Notices& notices_;
     std::ostream& notes_;
-    const Inspection* game_ = nullptr;
     Texts said_;
     Texts boxes_;
     std::string firstWarning_;

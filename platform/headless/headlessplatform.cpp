@@ -73,6 +73,7 @@ void HeadlessPlatform::closeIn() {
 }
 
 void HeadlessPlatform::passEnded() {
+    desk_.runLines();
     if (turns_.empty()) return clock_.sleep(stepMs_);
     clock_.sleep(turns_.front().ms);
     if (--turns_.front().count == 0) turns_.pop_front();

@@ -37,10 +37,11 @@ bool TimelineEvents::isUntilDue() const {
 
 bool TimelineEvents::quitWaits() { return TimedEvents::quitWaits() || terminationRequested(); }
 
+/// A line that is to be run wants the pass to end.
 bool TimelineEvents::wait(Message& message) {
     constexpr std::uint32_t kNever = 0xFFFFFFFF;
     while (!take(message)) {
-        if (!clock_.loopHasBegun() || (!nextMs() && !untilMs_)) return false;
+        if (!clock_.loopHasBegun() || (!nextMs() && !untilMs_) || desk_.hasLines()) return false;
         clock_.moveToLoopMs(std::min(nextMs().value_or(kNever), untilMs_.value_or(kNever)));
     }
     return true;
@@ -58,6 +59,7 @@ void TimelineEvents::meet(const TimelineEvent& event) {
     } else if (const auto* expected = std::get_if<TimelineExpectation>(&event.what)) {
         desk_.check(*expected);
     }
+    if (const auto* run = std::get_if<TimelineRun>(&event.what)) desk_.runLater(run->line);
 }
 
 bool TimelineEvents::quit(std::string_view cause) {

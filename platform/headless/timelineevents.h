@@ -31,6 +31,7 @@ class TimelineEvents final : public TimedEvents {
 
   protected:
     void meet(const TimelineEvent& event) override;
+    [[nodiscard]] bool standsStill() const override { return desk_.hasLines(); }
 
   private:
     [[nodiscard]] bool isUntilDue() const;

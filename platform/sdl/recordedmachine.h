@@ -4,6 +4,7 @@
 
 #include "platform/host/movies/hostmovie.h"
 #include "platform/host/visit/visitrecorder.h"
+#include "platform/sdl/sdldesk.h"
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
@@ -15,10 +16,12 @@ class RecordedMachine {
   public:
     /// All must outlive it.
     RecordedMachine(VisitWriter& visit, Clock& clock, SdlEvents& events, SdlDialogs& dialogs,
-                    SdlDisplay& display, SdlSound& sound, Files& files)
-        : recorder_(visit, clock, events, dialogs, display), waveOut_(recorder_.clock(), sound),
-          speakers_(recorder_.clock(), sound), movies_(files, recorder_.clock(), speakers_) {
+                    SdlDisplay& display, SdlDesk& desk, SdlSound& sound, Files& files)
+        : recorder_(visit, clock, events, dialogs, display, desk),
+          waveOut_(recorder_.clock(), sound), speakers_(recorder_.clock(), sound),
+          movies_(files, recorder_.clock(), speakers_) {
         events.setPictureLink([this] { recorder_.events().wantPicture(); });
+        desk.setLineLink([this](std::string_view line) { recorder_.events().wantLine(line); });
     }
     RecordedMachine& operator=(RecordedMachine&&) = delete;
 

@@ -19,11 +19,11 @@ class ShownBox {
     ShownBox(SdlDisplay& display, const BoxPanel& box)
         : display_(display), cursor_(SDL_GetCursor()), wasVisible_(SDL_ShowCursor(SDL_ENABLE)) {
         SDL_SetCursor(SDL_GetDefaultCursor());
-        display_.showBox(&box);
+        display_.lay(SdlDisplay::Layer::Box, &box);
         SDL_FlashWindow(display_.window(), SDL_FLASH_UNTIL_FOCUSED);
     }
     ~ShownBox() {
-        display_.showBox(nullptr);
+        display_.lay(SdlDisplay::Layer::Box, nullptr);
         if (cursor_) SDL_SetCursor(cursor_);
         SDL_ShowCursor(wasVisible_);
     }
@@ -57,7 +57,7 @@ void SdlDialogs::waitForAnswer(BoxPanel& panel) {
         display_.flush();
         if (const auto input = events_.waitForInput()) {
             panel.handle(*input);
-            display_.showBox(&panel);
+            display_.lay(SdlDisplay::Layer::Box, &panel);
         }
         if (events_.quitWaits()) panel.close();
     }

@@ -148,23 +148,26 @@ void SdlDisplay::updateTexture() {
     });
     stale_ = {};
     windowIsCurrent_ = false;
-    if (box_) drawBox();
+    drawPanels();
 }
 
-void SdlDisplay::drawBox() {
-    const Rect part = intersection(boxPlace_, shown().bounds());
-    if (part.empty()) return;
-    const ColourReader reader(box_->picture(), BoxPanel::palette());
-    writeTexture(part, [&](int y, std::span<std::uint32_t> colours) {
-        reader.read(y - boxPlace_.top, part.left - boxPlace_.left, colours);
-    });
+void SdlDisplay::drawPanels() {
+    for (const auto& [panel, place] : layers_) {
+        const Rect part = intersection(place, shown().bounds());
+        if (!panel || part.empty()) continue;
+        const ColourReader reader(panel->picture(), panel->palette());
+        writeTexture(part, [&](int y, std::span<std::uint32_t> colours) {
+            reader.read(y - place.top, part.left - place.left, colours);
+        });
+    }
 }
 
-void SdlDisplay::showBox(const BoxPanel* box) {
-    markStale(intersection(boxPlace_, shown().bounds()));
-    box_ = box;
-    boxPlace_ = box ? box->place() : Rect();
-    markStale(intersection(boxPlace_, shown().bounds()));
+void SdlDisplay::lay(Layer layer, const ScreenPanel* panel) {
+    Laid& laid = layers_[static_cast<std::size_t>(layer)];
+    if (!panel && !laid.panel) return;
+    markStale(intersection(laid.place, shown().bounds()));
+    laid = {panel, panel ? panel->place() : Rect()};
+    markStale(intersection(laid.place, shown().bounds()));
     showWindow();
 }
 

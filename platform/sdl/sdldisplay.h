@@ -1,10 +1,13 @@
 // The screen in a real window. What is presented is gathered and drawn by `flush`, once a pass.
 #pragma once
 
-#include "platform/host/screen/boxpanel.h"
 #include "platform/host/screen/hostdisplay.h"
+#include "platform/host/screen/screenpanel.h"
 #include "platform/sdl/sdlwindow.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -35,8 +38,11 @@ class SdlDisplay final : public HostDisplay {
     void toggleFullScreen();
     void setFullScreenLink(std::function<void(bool)> link) { fullScreenLink_ = std::move(link); }
 
-    /// Draws the box over the screen, or as it is by now; null takes it away. It must outlive that.
-    void showBox(const BoxPanel* box);
+    /// What can lie over the screen, one of each; later ones above those before.
+    enum class Layer : std::uint8_t { Console, Box };
+    /// Draws the panel over the screen, or as it is by now; null takes it away. It must outlive
+    /// that.
+    void lay(Layer layer, const ScreenPanel* panel);
 
     /// Makes the window visible, if it is not yet.
     void showWindow();
@@ -54,7 +60,7 @@ class SdlDisplay final : public HostDisplay {
   private:
     void markStale(const Rect& part);
     void updateTexture();
-    void drawBox();
+    void drawPanels();
     /// Calls `read(y, colours)` for each row of the texture's part, which must lie inside.
     template <class Read>
     void writeTexture(const Rect& part, Read read);
@@ -68,8 +74,11 @@ class SdlDisplay final : public HostDisplay {
     std::optional<bool> chosenFullScreen_;
     std::function<void(bool)> fullScreenLink_;
     Rect stale_{}; ///< part of the texture that is older than the screen
-    const BoxPanel* box_ = nullptr;
-    Rect boxPlace_{};              ///< where it was drawn
+    struct Laid {
+        const ScreenPanel* panel = nullptr;
+        Rect place{}; ///< where it was drawn
+    };
+    std::array<Laid, 2> layers_;   ///< by Layer
     bool windowIsCurrent_ = false; ///< the window shows the texture
     bool windowIsShown_ = false;
 };

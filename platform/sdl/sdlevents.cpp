@@ -29,10 +29,6 @@ bool isFullScreenKey(const SDL_Keysym& key) {
     return key.sym == SDLK_F11 || (enter && (key.mod & KMOD_ALT) != 0);
 }
 
-bool isShifted(const SDL_Keysym& key, SDL_Keycode code) {
-    return key.sym == code && (key.mod & KMOD_SHIFT) != 0;
-}
-
 /// The window that an event belongs to; 0 for none.
 std::uint32_t windowOf(const SDL_Event& event) {
     switch (event.type) {
@@ -51,7 +47,7 @@ std::uint32_t windowOf(const SDL_Event& event) {
 
 bool SdlEvents::take(Message& message) {
     SDL_Event event;
-    while (pending_.empty() && SDL_PollEvent(&event) != 0) translate(event);
+    while (!hasForProgram() && SDL_PollEvent(&event) != 0) translate(event);
     if (terminationRequested() && !std::exchange(terminated_, true))
         pending_.push_back({.kind = Message::Kind::Quit, .timeMs = SDL_GetTicks()});
     if (pending_.empty()) return false;
@@ -60,6 +56,12 @@ bool SdlEvents::take(Message& message) {
     messageWasTaken_ = true;
     buttonDown_ = message.isPress() || (buttonDown_ && message.kind != Message::Kind::MouseUp);
     return true;
+}
+
+/// Whether any message is left when those next in turn that are the console's are with it.
+bool SdlEvents::hasForProgram() {
+    while (console_ && !pending_.empty() && console_(pending_.front())) pending_.pop_front();
+    return !pending_.empty();
 }
 
 bool SdlEvents::wait(Message& message) {
@@ -93,7 +95,12 @@ bool SdlEvents::quitWaits() {
            std::ranges::find(pending_, Message::Kind::Quit, &Message::kind) != pending_.end();
 }
 
+/// What is typed into the console is not the program's.
 void SdlEvents::discardInput() {
+    if (console_) {
+        collect();
+        std::erase_if(pending_, console_);
+    }
     dropInput();
     captureMouse(false);
 }
@@ -131,21 +138,34 @@ void SdlEvents::translate(const SDL_Event& event) {
     case SDL_MOUSEMOTION: translateMotion(event.motion); break;
     case SDL_TEXTINPUT: translateText(event.text); break;
     case SDL_KEYDOWN:
-        if (isFullScreenKey(event.key.keysym)) {
-            if (event.key.repeat == 0) display_.toggleFullScreen();
-        } else if (pictureLink_ && isShifted(event.key.keysym, SDLK_F4)) {
-            if (event.key.repeat == 0) pictureLink_();
-        } else if (isShifted(event.key.keysym, SDLK_F1)) {
-            // Windows here have no menu of their own.
-            push({.kind = Message::Kind::Command, .timeMs = timeMs, .command = kAboutCommand});
-        } else if (const auto press = keyPressOf(event.key.keysym)) {
+        if (translateOwnKey(event.key)) break;
+        if (const auto press = keyPressOf(event.key.keysym))
             push({.kind = Message::Kind::Key, .timeMs = timeMs, .key = *press});
-        }
         break;
     case SDL_RENDER_TARGETS_RESET: display_.textureLost(false); break;
     case SDL_RENDER_DEVICE_RESET: display_.textureLost(true); break;
     default: break;
     }
+}
+
+/// Keys that are the window's, or commands: windows here have no menu of their own.
+bool SdlEvents::translateOwnKey(const SDL_KeyboardEvent& event) {
+    const auto command = [&](int number) {
+        push({.kind = Message::Kind::Command, .timeMs = event.timestamp, .command = number});
+        return true;
+    };
+    if (isFullScreenKey(event.keysym)) {
+        if (event.repeat == 0) display_.toggleFullScreen();
+        return true;
+    }
+    if ((event.keysym.mod & KMOD_SHIFT) == 0) return false;
+    if (event.keysym.sym == SDLK_F1) return command(kAboutCommand);
+    if (event.keysym.sym == SDLK_F4 && pictureLink_) {
+        if (event.repeat == 0) pictureLink_();
+        return true;
+    }
+    if (event.keysym.sym != SDLK_F2 || !console_) return false;
+    return event.repeat != 0 || command(kConsoleCommand);
 }
 
 /// The window may be gone by now.

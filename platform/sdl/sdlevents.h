@@ -14,6 +14,9 @@
 
 namespace platform {
 
+/// Shift+F2, for the console.
+inline constexpr int kConsoleCommand = -1;
+
 class SdlEvents final : public Events {
   public:
     /// Both must outlive the queue.
@@ -29,6 +32,9 @@ class SdlEvents final : public Events {
 
     /// Told when a person wants a picture of the visit, which is recorded.
     void setPictureLink(std::function<void()> link) { pictureLink_ = std::move(link); }
+    /// Is offered each message first, in their order, and tells whether it was for the console
+    /// alone; kConsoleCommand is. Null: there is none, and its key is the program's.
+    void setConsole(std::function<bool(const Message&)> takes) { console_ = std::move(takes); }
 
     /// Was a message taken since the last call?
     [[nodiscard]] bool messageWasTaken();
@@ -42,7 +48,9 @@ class SdlEvents final : public Events {
     void dropInput();
 
   private:
+    bool hasForProgram();
     void translate(const SDL_Event& event);
+    bool translateOwnKey(const SDL_KeyboardEvent& event);
     void translateOther(const SDL_Event& event);
     void translateWindow(const SDL_WindowEvent& event);
     void translateButton(const SDL_MouseButtonEvent& event);
@@ -55,6 +63,7 @@ class SdlEvents final : public Events {
     SdlDisplay& display_;
     SdlTextWindows& textWindows_;
     std::function<void()> pictureLink_;
+    std::function<bool(const Message&)> console_;
     std::deque<Message> pending_; ///< translated, not yet taken
     bool terminated_ = false;     ///< the host asked for the end, and the program was told
     bool captured_ = false;

@@ -5,12 +5,12 @@
 #include "platform/host/files/hostfiles.h"
 #include "platform/host/files/secondwall.h"
 #include "platform/host/files/userfolders.h"
-#include "platform/host/game/hostdesk.h"
 #include "platform/host/game/playersettings.h"
 #include "platform/host/machine/hostmachine.h"
 #include "platform/host/movies/hostmovie.h"
 #include "platform/host/screen/png.h"
 #include "platform/sdl/recordedmachine.h"
+#include "platform/sdl/sdldesk.h"
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
@@ -67,30 +67,19 @@ class SdlClock final : public Clock {
     SdlDisplay& display_;
 };
 
-/// Warnings go to standard error when the author plays.
-class SdlDesk final : public HostDesk {
-  public:
-    SdlDesk(bool isSeated, const std::string& profile) : HostDesk(profile), isSeated_(isSeated) {}
-    void warn(std::string_view text) override {
-        if (isSeated_) std::fprintf(stderr, "%s\n", formats::utf8FromLatin1(text).c_str());
-    }
-
-  private:
-    bool isSeated_;
-};
-
 class SdlPlatform final : public Platform {
   public:
     SdlPlatform(std::unique_ptr<SdlSession> session, SdlWindow window, const SdlOptions& options)
-        : trusted_(options.host.trusted), desk_(options.author, options.profile),
-          session_(std::move(session)),
+        : trusted_(options.host.trusted), session_(std::move(session)),
           display_(std::move(window), options.screen, options.game.title, options.author),
-          clock_(display_), events_(display_, textWindows_), files_(options.host),
+          clock_(display_), events_(display_, textWindows_),
+          desk_(display_, events_, options.author, options.profile), files_(options.host),
           modules_(files_, options.host.components, options.resources, options.versionStrings),
           dialogs_(display_, events_, files_, options.buttons) {
         setIcon(options.game.icon);
         if (options.visit) {
-            recorded_.emplace(*options.visit, clock_, events_, dialogs_, display_, sound_, files_);
+            recorded_.emplace(*options.visit, clock_, events_, dialogs_, display_, desk_, sound_,
+                              files_);
             pictures_ = nearestFolder(options.visit->folder(), ".");
         }
     }
@@ -157,6 +146,7 @@ class SdlPlatform final : public Platform {
         if (recorded_) recorded_->mainLoopBegins();
     }
     void passEnded() override {
+        desk_.passEnded();
         display_.flush();
         if (!events_.messageWasTaken()) SDL_Delay(kRestMs);
         if (recorded_) recorded_->passEnded();
@@ -186,12 +176,12 @@ class SdlPlatform final : public Platform {
     }
 
     bool trusted_;
-    SdlDesk desk_;
     std::unique_ptr<SdlSession> session_; ///< ends last
     SdlDisplay display_;
     SdlClock clock_;
     SdlTextWindows textWindows_;
     SdlEvents events_;
+    SdlDesk desk_;
     HostFiles files_;
     PlayerSettings settings_{files_};
     HostModules modules_;

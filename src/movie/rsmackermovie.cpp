@@ -21,8 +21,8 @@ constexpr OMSEntry kRSmackerMovieVocabulary[] = {
     oms::readOnly<&RSmackerMovie::rate>("rate", "frames per second"),
     oms::readOnly<&RSmackerMovie::height>("height", "pixels"),
     oms::readOnly<&RSmackerMovie::width>("width", "pixels"),
-    oms::readOnly<&RSmackerMovie::summary>("summary", "[index] facts of the playback"),
-    oms::readOnly<&RSmackerMovie::summaryText>("summaryText", "[index] what they are"),
+    oms::readOnly<&RSmackerMovie::summary>("summary", "[index] facts of the playback").serial(),
+    oms::readOnly<&RSmackerMovie::summaryText>("summaryText", "[index] what they are").serial(),
     oms::data<&RSmackerMovie::isCollecting, &RSmackerMovie::setCollecting>(
         "collecting", "is composed with the other objects"),
     oms::lasting<&RSmackerMovie::start>("start"),

@@ -140,7 +140,8 @@ constexpr const char* kArguments =
 
 constexpr const char* kMore =
     R"(Keys in the window: Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks
-whether to leave the game, Shift+F1 tells the version.
+whether to leave the game, Shift+F1 tells the version, Shift+F2 opens the console of --author,
+Shift+F4 takes a picture of a visit that is recorded.
 Exit codes: 0 the game ended, 1 a script is missing, or a file cannot be written, 2 the
 command line is wrong or there is no window.)";
 
@@ -262,7 +263,9 @@ void addOptions(commandline::Command& command, CommandLine& line) {
                 "that you can");
     command.add("--author", &line.author,
                 "For who makes the game: warnings of scripts are told here with\n"
-                "their places, and the title how many pictures a second there are");
+                "their places, Shift+F2 opens a console with messages, variables\n"
+                "and a line to run, and the title tells how many pictures a second\n"
+                "there are");
     command.add("--record", &line.record,
                 "File that gets what happens in the window, to be played again\n"
                 "by --input; Shift+F4 takes a picture",

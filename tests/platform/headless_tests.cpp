@@ -129,8 +129,9 @@ TEST(VisitRecorder, WhatItWroteIsSeenAgain) {
         VisitWriter writer(file);
         writer.begin(5, "harbour", data);
         auto& display = dynamic_cast<HostDisplay&>(machine.display());
+        HostDesk desk("");
         VisitRecorder recorder(writer, machine.clock(), machine.events(), machine.dialogs(),
-                               display);
+                               display, desk);
         machine.mainLoopBegins();
         recorder.mainLoopBegins();
         ChanceProgram program(recorder.clock(), recorder.events(), recorder.dialogs());

@@ -157,6 +157,94 @@ TEST(SdlDisplay, KeysOfTheFullScreenAreTheWindowsOwnAndTheChoiceIsKept) {
     }
 }
 
+/// A game with two objects, which remembers the lines that it was to run.
+struct Game final : Inspection {
+    std::optional<std::string> value(std::string_view) const override { return {}; }
+    std::optional<std::string> property(std::string_view, std::string_view) const override {
+        return {};
+    }
+    std::vector<InspectedVariable> variables() const override {
+        return {{"boat", "RAnimation", ""}, {"n", "number", "1"}, {"sign", "RText", ""}};
+    }
+    std::vector<InspectedProperty> properties(std::string_view variable) const override {
+        asked = variable;
+        return {};
+    }
+    std::string run(std::string_view line) override {
+        lines += std::string(line) + '/';
+        return "done";
+    }
+    std::string lines;
+    mutable std::string asked;
+};
+
+TEST(SdlDesk, TheConsoleHasTheKeysAndItsPartOfTheMouseWhileItIsOpen) {
+    for (const bool seated : {false, true}) {
+        const auto machine = start({.author = seated, .screen = {640, 480, 8}});
+        if (!machine) GTEST_SKIP() << "SDL has no driver without a screen here";
+        Game game;
+        machine->author().setInspection(&game);
+        after(*machine, 0, {});
+        const auto press = [](SDL_Keycode key, Uint16 modifiers = KMOD_NONE) {
+            SDL_Event event{};
+            event.key = {.type = SDL_KEYDOWN, .keysym = {.sym = key, .mod = modifiers}};
+            SDL_PushEvent(&event);
+        };
+        const auto type = [](const char* letters) {
+            SDL_Event event{};
+            event.type = SDL_TEXTINPUT;
+            SDL_strlcpy(event.text.text, letters, sizeof event.text.text);
+            SDL_PushEvent(&event);
+        };
+        const auto mouse = [](Uint32 what, int y) {
+            SDL_Event event{};
+            event.type = what;
+            if (what == SDL_MOUSEMOTION)
+                event.motion.y = y;
+            else
+                event.button = {.type = what, .button = 1, .clicks = 1, .y = y};
+            SDL_PushEvent(&event);
+        };
+        const auto heard = [&] {
+            const auto count = after(*machine, 0, {}).size();
+            machine->passEnded();
+            return count;
+        };
+        press(SDLK_F2, KMOD_LSHIFT);
+        EXPECT_EQ(heard(), seated ? 0u : 1u) << "scripts hear it unless there is an author";
+        if (!seated) continue;
+        type("x=\xC3\xA3");
+        press(SDLK_RETURN);
+        machine->events().discardInput(); // of scenes that change
+        press(SDLK_UP);
+        type("1");
+        press(SDLK_RETURN);
+        press(SDLK_TAB);
+        heard(); // the variables are looked up
+        type("rt");
+        press(SDLK_RETURN);
+        EXPECT_EQ(heard(), 0u);
+        EXPECT_EQ(game.lines, "x=\xE3/x=\xE3"
+                              "1/")
+            << "each once";
+        EXPECT_EQ(game.asked, "sign");
+        const int inside = 470, outside = 10;
+        mouse(SDL_MOUSEBUTTONDOWN, inside);
+        mouse(SDL_MOUSEMOTION, outside);
+        mouse(SDL_MOUSEBUTTONUP, outside);
+        mouse(SDL_MOUSEMOTION, inside);
+        EXPECT_EQ(heard(), 0u) << "a press inside, with all of it";
+        mouse(SDL_MOUSEBUTTONDOWN, outside);
+        mouse(SDL_MOUSEMOTION, inside);
+        mouse(SDL_MOUSEBUTTONUP, inside);
+        EXPECT_EQ(heard(), 3u) << "what the game holds goes on";
+        press(SDLK_ESCAPE);
+        type("a");
+        EXPECT_EQ(heard(), 1u) << "the letter behind its end";
+        machine->author().setInspection(nullptr);
+    }
+}
+
 /// What the debug window does, as far as it matters here.
 struct Owner final : TextWindowOwner {
     void resized() override { ++resizes; }

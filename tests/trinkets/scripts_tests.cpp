@@ -2,6 +2,7 @@
 #include "omsclass.h"
 #include "scriptfixture.h"
 #include "wordtable.h"
+#include "yinspection.h"
 
 #include <gmock/gmock.h>
 
@@ -618,6 +619,30 @@ TEST_F(Scripts, TheTraceGoesWhereAndWhileItIsAsked) {
     machine.dialogs().answer = platform::Button::Cancel; // ends it; the first output is the box
     EXPECT_EQ(outcome("debug m; debug on; x=1; x=2"), "!debug/on//test.mps");
     EXPECT_EQ(value("x"), "2");
+}
+
+TEST_F(Scripts, WhoLooksAtThemFromOutsideLeavesNothingBehind) {
+    run(lines("a=Lamp on; b=&a; n=5; long.1=a; word=7; wait; procedure p; set a level 2"));
+    YInspection game;
+    std::string seen;
+    for (const auto& [name, type, value] : game.variables())
+        seen += name + ' ' + type + ' ' + value + '/';
+    EXPECT_EQ(seen, "SYSTEM text WIN/a Lamp /b Lamp (a second name)/long.1 Lamp /n number 5/"
+                    "p procedure test.mps:8/word number 7/");
+    seen.clear();
+    for (const auto& [name, value] : game.properties("a")) seen += name + ' ' + value + '/';
+    EXPECT_EQ(seen, "area 1 -2 30 40/arguments /flag 0/level 0/note on/real 0/");
+    EXPECT_TRUE(game.properties("n").empty() && game.properties("nobody").empty());
+    const int words = YHeap::current().count();
+    for (const char* line : {"n*8+word", "nobody", "set a level 30", "say word|2|4 \"text\" n.q.r",
+                             "get a level n", "play a blink 3", "Hit 1 2", "set a hit p", "(n"}) {
+        game.run(line);
+        EXPECT_EQ(YHeap::current().count(), words) << line;
+    }
+    EXPECT_EQ(game.run("n"), "30");
+    // The name of an element stays, and with it what is made of words behind it.
+    EXPECT_EQ(game.run("word|crew.7|q"), game.run("word|crew.7|q"));
+    EXPECT_GT(YHeap::current().count(), words);
 }
 
 } // namespace

@@ -39,12 +39,19 @@ struct OMSEntry {
     bool lasting = false;           ///< the method reports itself when its work is finished
     bool isNumber = false;          ///< what a property stores is a number, or yes and no
     std::string_view resource = {}; ///< what a property numbers: "animation", "sound", ...
+    bool isSerial = false;          ///< a read without an argument is of the next of several values
 
     /// The same row of a property that holds the number of a resource. The word is what the tables
     /// call such numbers among the arguments, too.
     [[nodiscard]] constexpr OMSEntry of(std::string_view named) const {
         OMSEntry entry = *this;
         entry.resource = named;
+        return entry;
+    }
+    /// The same row of a property whose reads go from one value to the next.
+    [[nodiscard]] constexpr OMSEntry serial() const {
+        OMSEntry entry = *this;
+        entry.isSerial = true;
         return entry;
     }
 };

@@ -122,6 +122,8 @@ class OMScriptableObject {
     bool invoke(std::string_view method, std::initializer_list<std::string_view> arguments);
     bool attachHandler(std::string_view event, OMLink handler, OMLink second = nullptr);
     [[nodiscard]] bool hasProperty(std::string_view name) const;
+    /// What can be read, each time with nothing changed by that; as long as the object lives.
+    [[nodiscard]] std::vector<std::string_view> readableNames() const;
 
     /// Whether the method may go on with its work after the call, and tells its end by
     /// fireCompletion. False also when there is no such method.

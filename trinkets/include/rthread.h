@@ -71,9 +71,20 @@ class YThread {
     void setEndReachedLink(OMLink link) { endReachedLink_ = std::move(link); }
     void fireStarted() { startedLink_(); }
 
+    /// Carries out a statement that stands in no script, for somebody outside: the only instruction
+    /// of `line`, which none that leads to another place in the script may be. A `play` is not
+    /// waited for. Gives the warnings that came of it, a line each.
+    std::string runLine(const YProgram& line);
+
     /// A warning with where the thread is: the statement at work, and, a line each, the calls that
     /// led there and the event that the handler is of.
     [[nodiscard]] std::string withTrail(std::string_view warning) const;
+
+    /// Where an event or a timer begins the procedure that a text stands for; none for any other
+    /// text.
+    [[nodiscard]] std::optional<int> handlerOf(std::string_view procedure) const;
+    /// File and line of the procedure that a text stands for; empty for any other text.
+    [[nodiscard]] std::string placeOf(std::string_view procedure) const;
 
     // What the engine does with a thread.
 
@@ -157,6 +168,7 @@ class YThread {
 
     std::string scriptName_;
     std::unique_ptr<YProgram> program_; ///< null without a script
+    const YProgram* line_ = nullptr;    ///< that is carried out beside it
     int loads_ = 0;                     ///< tells a script from the next one
     YFlow flow_;
     YTrace trace_;

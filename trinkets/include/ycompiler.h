@@ -68,6 +68,9 @@ class YCompiler {
     /// "LINE: " and the script from the place of the error on, as the program shows it.
     [[nodiscard]] static std::string message(const YCompileError& error);
 
+    /// Whether a statement begins with that word, whatever commands there are.
+    [[nodiscard]] static bool isKeyword(std::string_view word);
+
     /// For who reads an include: the file and the line that ask for it.
     [[nodiscard]] std::pair<std::string, int> includer();
 

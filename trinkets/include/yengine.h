@@ -68,17 +68,23 @@ class YEngine {
         YEngine& engine_;
     };
 
-    /// While one lives its thread's statements are at work, and warnings are theirs.
+    /// While one lives its thread's statements are at work, and warnings are theirs. With
+    /// `warnings` they are added there, a line each, and nobody is shown a box.
     class AtWork {
       public:
-        AtWork(YEngine& engine, const YThread& thread)
-            : engine_(engine), before_(std::exchange(engine.atWork_, &thread)) {}
-        ~AtWork() { engine_.atWork_ = before_; }
+        AtWork(YEngine& engine, const YThread& thread, std::string* warnings = nullptr)
+            : engine_(engine), before_(std::exchange(engine.atWork_, &thread)),
+              warningsBefore_(std::exchange(engine.warnings_, warnings)) {}
+        ~AtWork() {
+            engine_.atWork_ = before_;
+            engine_.warnings_ = warningsBefore_;
+        }
         AtWork& operator=(AtWork&&) = delete;
 
       private:
         YEngine& engine_;
         const YThread* before_;
+        std::string* warningsBefore_;
     };
 
     YEngine();
@@ -91,6 +97,8 @@ class YEngine {
     /// A thread joins, and goes.
     void add(YThread& thread);
     void remove(YThread& thread);
+    /// The game's; null without one.
+    [[nodiscard]] YThread* firstThread() const { return threads_.first(); }
 
     /// The function that the main loop calls in every pass.
     void tick();
@@ -188,8 +196,9 @@ class YEngine {
     OMList<YThread> threads_;
     std::unique_ptr<YProfile> profile_;
     const YThread* atWork_ = nullptr;
-    std::string place_;            ///< of the warning that is shown
-    std::unique_ptr<OMTask> task_; ///< made with the first thread
+    std::string* warnings_ = nullptr; ///< where those of who is at work go instead
+    std::string place_;               ///< of the warning that is shown
+    std::unique_ptr<OMTask> task_;    ///< made with the first thread
     std::vector<std::shared_ptr<eventRecord>> records_;
     std::vector<std::string> threadStack_;
     std::optional<std::uint32_t> pauseDeadline_;

@@ -39,6 +39,10 @@ class YHeap {
     /// -1 when no variable has that text.
     [[nodiscard]] int lookup(std::string_view text) const;
 
+    /// Takes those words from the end of the table, down to the index `first`, that hold nothing
+    /// and that no other word is made of. Nobody else may know them.
+    void dropWordsFrom(int first);
+
     /// Adds the next element to the family of `name` and gives it that string form.
     void appendElement(YVariable& name, std::string_view value);
     /// Empties every variable whose name is `name`, "." and a suffix without a further ".".

@@ -1,4 +1,5 @@
-// Answers what the author asks of the running scripts, for as long as it lives.
+// Answers what the author asks of the running scripts, and carries out lines that they type, for as
+// long as it lives.
 #pragma once
 
 #include "platform/authordesk.h"
@@ -13,4 +14,8 @@ class YInspection final : public platform::Inspection {
     [[nodiscard]] std::optional<std::string> value(std::string_view variable) const override;
     [[nodiscard]] std::optional<std::string> property(std::string_view variable,
                                                       std::string_view name) const override;
+    [[nodiscard]] std::vector<platform::InspectedVariable> variables() const override;
+    [[nodiscard]] std::vector<platform::InspectedProperty>
+    properties(std::string_view variable) const override;
+    std::string run(std::string_view line) override;
 };

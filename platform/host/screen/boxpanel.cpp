@@ -1,10 +1,10 @@
 #include "platform/host/screen/boxpanel.h"
 
 #include "platform/host/faces/systemfont.h"
+#include "platform/host/screen/panelpaint.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <string_view>
 #include <utility>
 
 namespace platform {
@@ -25,7 +25,7 @@ constexpr Rgb kBoxColours[] = {{250, 248, 242}, {32, 32, 44},    {45, 74, 115}, 
                                {226, 228, 234}, {196, 202, 214}, {255, 255, 255}};
 
 // In pixels.
-constexpr int kBoxLine = systemfont::kHeight + systemfont::kLeading;
+constexpr int kBoxLine = paint::kLine;
 constexpr int kBoxMargin = 16; ///< inside, and between the box and the edge of the screen
 constexpr int kCaptionHeight = 26;
 constexpr int kButtonHeight = 28;
@@ -37,121 +37,28 @@ constexpr int kCheckGap = 8;
 constexpr int kWidestText = 460;
 constexpr int kScrollMark = 3;
 
-int widthOf(std::string_view text) {
-    int width = 0;
-    for (const char c : text) width += systemfont::glyph(static_cast<unsigned char>(c)).advance;
-    return width;
-}
-
-/// How many characters of the text fit; at least one.
-std::size_t fitting(std::string_view text, int width) {
-    std::size_t count = 0;
-    while (count < text.size() &&
-           (width -= systemfont::glyph(static_cast<unsigned char>(text[count])).advance) >= 0)
-        ++count;
-    return std::max<std::size_t>(count, std::min<std::size_t>(text.size(), 1));
-}
-
-/// Breaks a paragraph at blanks, and in a word only when that is too long for a line.
-void breakParagraph(std::string_view text, int width, std::vector<std::string>& lines) {
-    do {
-        std::size_t end = fitting(text, width);
-        std::size_t next = end;
-        if (end < text.size()) {
-            const std::size_t blank = text.substr(0, end + 1).rfind(' ');
-            if (blank != std::string_view::npos && blank > 0) {
-                end = blank;
-                next = blank + 1;
-            }
-        }
-        lines.emplace_back(text.substr(0, end));
-        text.remove_prefix(next);
-    } while (!text.empty());
-}
-
-std::vector<std::string> brokenText(std::string text, int width) {
-    std::erase(text, '\r');
-    std::ranges::replace(text, '\t', ' ');
-    while (text.ends_with('\n')) text.pop_back();
-    std::vector<std::string> lines;
-    std::string_view rest = text;
-    while (true) {
-        const std::size_t end = rest.find('\n');
-        breakParagraph(rest.substr(0, end), width, lines);
-        if (end == std::string_view::npos) return lines;
-        rest.remove_prefix(end + 1);
-    }
-}
-
-void fill(Surface& picture, const Rect& area, std::uint8_t colour) {
-    const Rect part = intersection(area, picture.bounds());
-    if (part.empty()) return;
-    for (int y = part.top; y < part.bottom; ++y)
-        std::fill_n(picture.row(y) + part.left, part.width(), colour);
-}
-
-/// With a border inside the area.
-void frame(Surface& picture, const Rect& area, int border, std::uint8_t edge, std::uint8_t face) {
-    fill(picture, area, edge);
-    fill(picture,
-         {area.left + border, area.top + border, area.right - border, area.bottom - border}, face);
-}
-
-/// `top` is that of the line; what lies outside of the area is left out.
-void write(Surface& picture, const Rect& area, Point at, std::string_view text,
-           std::uint8_t colour) {
-    const Rect part = intersection(area, picture.bounds());
-    for (const char c : text) {
-        const systemfont::Glyph& glyph = systemfont::glyph(static_cast<unsigned char>(c));
-        for (int y = 0; y < systemfont::kHeight; ++y) {
-            if (at.y + y < part.top || at.y + y >= part.bottom) continue;
-            for (int x = 0; x < glyph.width; ++x) {
-                const int column = at.x + glyph.left + x;
-                const bool ink = (glyph.rows[static_cast<std::size_t>(y)] << x & 0x8000) != 0;
-                if (ink && column >= part.left && column < part.right)
-                    picture.row(at.y + y)[column] = colour;
-            }
-        }
-        at.x += glyph.advance;
-    }
-}
-
-void writeCentred(Surface& picture, const Rect& area, std::string_view text, std::uint8_t colour) {
-    const int left = std::max(area.left, (area.left + area.right - widthOf(text)) / 2);
-    write(picture, area, {left, (area.top + area.bottom - systemfont::kHeight) / 2}, text, colour);
-}
-
-bool contains(const Rect& area, Point point) {
-    return point.x >= area.left && point.x < area.right && point.y >= area.top &&
-           point.y < area.bottom;
-}
-
 } // namespace
 
-const std::array<Rgb, kPaletteSize>& BoxPanel::palette() {
-    static const auto colours = [] {
-        std::array<Rgb, kPaletteSize> all{};
-        std::ranges::copy(kBoxColours, all.begin());
-        return all;
-    }();
+const std::array<Rgb, kPaletteSize>& BoxPanel::palette() const {
+    static const auto colours = paint::paletteOf(kBoxColours);
     return colours;
 }
 
 BoxPanel::BoxPanel(BoxContents contents, const Rect& screen)
     : contents_(std::move(contents)), screen_(screen), picture_(1, 1, 8) {
     const int most = std::max(1, screen.width() - 4 * kBoxMargin);
-    lines_ = brokenText(contents_.text, std::min(kWidestText, most));
-    int width = widthOf(contents_.caption);
-    for (const std::string& line : lines_) width = std::max(width, widthOf(line));
+    lines_ = paint::brokenText(contents_.text, std::min(kWidestText, most));
+    int width = paint::widthOf(contents_.caption);
+    for (const std::string& line : lines_) width = std::max(width, paint::widthOf(line));
     int row = -kButtonGap;
     for (const std::string& label : contents_.buttons) {
-        const int wide = std::max(kButtonWidth, widthOf(label) + 2 * kButtonPadding);
+        const int wide = std::max(kButtonWidth, paint::widthOf(label) + 2 * kButtonPadding);
         controls_.push_back({label, {0, 0, wide, kButtonHeight}});
         row += wide + kButtonGap;
     }
     width = std::max(width, row);
     if (!contents_.checkBox.empty()) {
-        const int wide = kCheckSide + kCheckGap + widthOf(contents_.checkBox);
+        const int wide = kCheckSide + kCheckGap + paint::widthOf(contents_.checkBox);
         controls_.push_back({contents_.checkBox, {0, 0, wide, kCheckSide + 2}});
         width = std::max(width, wide);
     }
@@ -192,14 +99,15 @@ Rect BoxPanel::place() const { return shifted(picture_.bounds(), corner_.x, corn
 
 void BoxPanel::draw() {
     const std::uint8_t accent = contents_.isError ? kBoxError : kBoxCaption;
-    frame(picture_, picture_.bounds(), 2, accent, kBoxPaper);
+    paint::frame(picture_, picture_.bounds(), 2, accent, kBoxPaper);
     const Rect bar{0, 0, picture_.width(), kCaptionHeight};
-    fill(picture_, bar, accent);
-    write(picture_, {kBoxMargin, 0, bar.right - kBoxMargin, bar.bottom},
-          {kBoxMargin, (kCaptionHeight - systemfont::kHeight) / 2}, contents_.caption, kBoxWhite);
+    paint::fill(picture_, bar, accent);
+    paint::write(picture_, {kBoxMargin, 0, bar.right - kBoxMargin, bar.bottom},
+                 {kBoxMargin, (kCaptionHeight - systemfont::kHeight) / 2}, contents_.caption,
+                 kBoxWhite);
     for (int k = 0; k < visibleLines_; ++k)
-        write(picture_, textArea_, {textArea_.left, textArea_.top + k * kBoxLine},
-              lines_[static_cast<std::size_t>(firstLine_ + k)], kBoxInk);
+        paint::write(picture_, textArea_, {textArea_.left, textArea_.top + k * kBoxLine},
+                     lines_[static_cast<std::size_t>(firstLine_ + k)], kBoxInk);
     drawScrollMark();
     for (std::size_t k = 0; k < controls_.size(); ++k)
         drawControl(controls_[k], k == focus_, armed_ == k);
@@ -209,30 +117,27 @@ void BoxPanel::draw() {
 void BoxPanel::drawScrollMark() {
     const int all = static_cast<int>(lines_.size());
     if (visibleLines_ == all) return;
-    const int height = textArea_.height();
     const int left = textArea_.right + kBoxMargin / 2;
-    fill(picture_, {left, textArea_.top, left + kScrollMark, textArea_.bottom}, kBoxFace);
-    fill(picture_,
-         {left, textArea_.top + height * firstLine_ / all, left + kScrollMark,
-          textArea_.top + height * (firstLine_ + visibleLines_) / all},
-         kBoxInk);
+    paint::scrollMark(picture_, {left, textArea_.top, left + kScrollMark, textArea_.bottom},
+                      firstLine_, visibleLines_, all, kBoxFace, kBoxInk);
 }
 
 void BoxPanel::drawControl(const Control& control, bool focused, bool down) {
     const std::uint8_t edge = focused ? kBoxCaption : kBoxInk;
     const std::uint8_t face = down ? kBoxPressed : kBoxFace;
     if (&control != &controls_.back() || !isCheckBox(controls_.size() - 1)) {
-        frame(picture_, control.area, focused ? 2 : 1, edge, face);
-        writeCentred(picture_, control.area, control.label, kBoxInk);
+        paint::frame(picture_, control.area, focused ? 2 : 1, edge, face);
+        paint::writeCentred(picture_, control.area, control.label, kBoxInk);
         return;
     }
     const Rect& area = control.area;
     const Rect square{area.left, area.top + 1, area.left + kCheckSide, area.top + 1 + kCheckSide};
-    frame(picture_, square, focused ? 2 : 1, edge, down ? kBoxPressed : kBoxWhite);
+    paint::frame(picture_, square, focused ? 2 : 1, edge, down ? kBoxPressed : kBoxWhite);
     if (checked_)
-        fill(picture_, {square.left + 4, square.top + 4, square.right - 4, square.bottom - 4},
-             kBoxInk);
-    write(picture_, area, {square.right + kCheckGap, area.top}, control.label, kBoxInk);
+        paint::fill(picture_,
+                    {square.left + 4, square.top + 4, square.right - 4, square.bottom - 4},
+                    kBoxInk);
+    paint::write(picture_, area, {square.right + kCheckGap, area.top}, control.label, kBoxInk);
 }
 
 // ---------------------------------------------------------------------------- input
@@ -251,7 +156,7 @@ void BoxPanel::handle(const Message& message) {
 
 std::optional<std::size_t> BoxPanel::controlAt(Point point) const {
     const auto found = std::ranges::find_if(
-        controls_, [&](const Control& each) { return contains(each.area, inside(point)); });
+        controls_, [&](const Control& each) { return paint::contains(each.area, inside(point)); });
     if (found == controls_.end()) return std::nullopt;
     return static_cast<std::size_t>(found - controls_.begin());
 }
@@ -267,7 +172,7 @@ void BoxPanel::pointerDown(Point point) {
     armed_ = controlAt(point);
     if (armed_)
         focus_ = *armed_;
-    else if (contains({0, 0, picture_.width(), kCaptionHeight}, inside(point)))
+    else if (paint::contains({0, 0, picture_.width(), kCaptionHeight}, inside(point)))
         carried_ = inside(point);
 }
 

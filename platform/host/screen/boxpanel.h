@@ -8,10 +8,9 @@
 // PageDown.
 #pragma once
 
-#include "platform/display.h"
 #include "platform/events.h"
+#include "platform/host/screen/screenpanel.h"
 
-#include <array>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -29,16 +28,14 @@ struct BoxContents {
     bool isError = false;
 };
 
-class BoxPanel {
+class BoxPanel final : public ScreenPanel {
   public:
     /// In the middle of the screen, no larger than it. A text that is too long stays inside.
     BoxPanel(BoxContents contents, const Rect& screen);
 
-    /// Where it is on the screen.
-    [[nodiscard]] Rect place() const;
-    /// As large as the place, with the colours of `palette`.
-    [[nodiscard]] const Surface& picture() const { return picture_; }
-    [[nodiscard]] static const std::array<Rgb, kPaletteSize>& palette();
+    [[nodiscard]] Rect place() const override;
+    [[nodiscard]] const Surface& picture() const override { return picture_; }
+    [[nodiscard]] const std::array<Rgb, kPaletteSize>& palette() const override;
 
     /// Input in screen pixels. What it changes is in the picture and its place.
     void handle(const Message& message);

@@ -21,7 +21,8 @@ std::optional<std::uint32_t> TimedEvents::nextMs() const {
 }
 
 bool TimedEvents::takeDue(Message& message, std::uint64_t ms) {
-    while (clock_.loopHasBegun() && !waiting_.empty() && waiting_.front().timeMs <= ms) {
+    while (clock_.loopHasBegun() && !waiting_.empty() && waiting_.front().timeMs <= ms &&
+           !standsStill()) {
         const TimelineEvent event = std::move(waiting_.front());
         waiting_.pop_front();
         if (const auto* given = std::get_if<Message>(&event.what)) {

@@ -38,6 +38,9 @@ class TimedEvents : public Events {
     void deliver(Message& message, std::uint32_t timeMs);
     /// Something that is no message, at its time.
     virtual void meet(const TimelineEvent& event) = 0;
+    /// Whether what follows has to wait for the end of this pass, as behind a line that is to be
+    /// run.
+    [[nodiscard]] virtual bool standsStill() const = 0;
 
   private:
     VirtualClock& clock_;

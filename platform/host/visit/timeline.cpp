@@ -185,6 +185,12 @@ What readExpectation(LineReader& line) {
     return expected;
 }
 
+What readRun(LineReader& line) {
+    const auto text = latin1Text(line.text());
+    if (!text || text->empty()) return std::nullopt;
+    return TimelineRun{*text};
+}
+
 struct Verb {
     std::string_view name;
     What (*read)(LineReader&);
@@ -212,6 +218,7 @@ constexpr std::array kVerbs{
         "expect", readExpectation,
         "\"said TEXT\", \"box TEXT\", \"variable NAME VALUE\", \"property NAME PROPERTY VALUE\" or "
         "\"no warnings\""},
+    Verb{"run", readRun, "a line of the script language"},
     Verb{"quit", readPlain<Message::Kind::Quit>, kNothing},
 };
 
@@ -380,6 +387,8 @@ std::string textOf(const TimelineAnswer& answer) {
 }
 
 std::string textOf(const TimelineScreenshot& shot) { return "screenshot " + shot.file; }
+
+std::string textOf(const TimelineRun& run) { return "run " + formats::utf8FromLatin1(run.line); }
 
 } // namespace
 

@@ -13,6 +13,7 @@
 //     1250 expect variable NAME VALUE
 //     1250 expect property NAME PROPERTY VALUE
 //     1250 expect no warnings
+//     1280 run x=5             a line of the script language, carried out at the end of the pass
 //     1300 quit
 //
 // Lines without a time say what the visit begins with:
@@ -63,9 +64,15 @@ struct TimelineExpectation {
     std::string text; ///< what was said or shown, or the value
 };
 
+/// A line of the script language that is carried out.
+struct TimelineRun {
+    std::string line; ///< Latin-1
+};
+
 struct TimelineEvent {
     std::uint32_t timeMs = 0;
-    std::variant<Message, TimelineAnswer, TimelineScreenshot, TimelineExpectation> what;
+    std::variant<Message, TimelineAnswer, TimelineScreenshot, TimelineExpectation, TimelineRun>
+        what;
 };
 
 /// In order of time; events of equal time in the order of the file.
@@ -98,7 +105,7 @@ struct TimelineError {
 [[nodiscard]] std::variant<Visit, TimelineError> parseVisit(std::istream& input);
 
 /// What can be recorded of an event.
-using Happening = std::variant<Message, TimelineAnswer, TimelineScreenshot>;
+using Happening = std::variant<Message, TimelineAnswer, TimelineScreenshot, TimelineRun>;
 
 /// The lines that parseVisit reads as these, without their ends.
 [[nodiscard]] std::string lineOf(std::uint32_t timeMs, const Happening& what);

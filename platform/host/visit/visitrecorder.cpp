@@ -39,19 +39,20 @@ void RecordedEvents::gather() {
     if (person_.releaseWasDropped()) // behind the program's back, as while a box was open
         record({.kind = Message::Kind::MouseUp, .position = pointer_});
     for (Message message; person_.take(message);) record(message);
-    for (; wantedPictures_ > 0; --wantedPictures_) {
-        const TimelineScreenshot picture{nextPicture()};
-        const auto now = static_cast<std::uint32_t>(clock_.loopMs());
-        visit_.write(now, picture);
-        add({now, picture});
-    }
+    for (const auto& wanted : std::exchange(wanted_, {}))
+        std::visit([this](const auto& what) { put(what); }, wanted);
+}
+
+template <class What>
+void RecordedEvents::put(const What& what) {
+    const auto now = static_cast<std::uint32_t>(clock_.loopMs());
+    visit_.write(now, what);
+    add({now, what});
 }
 
 void RecordedEvents::record(const Message& message) {
     if (message.kind == Message::Kind::MouseMove || message.isPress()) pointer_ = message.position;
-    const auto now = static_cast<std::uint32_t>(clock_.loopMs());
-    visit_.write(now, message);
-    add({now, message});
+    put(message);
 }
 
 bool RecordedEvents::wait(Message& message) {
@@ -75,18 +76,24 @@ void RecordedEvents::captureMouse(bool captured) {
     person_.captureMouse(captured);
 }
 
-std::string RecordedEvents::nextPicture() {
-    return visit_.name() + '-' + std::to_string(++pictures_) + ".png";
+void RecordedEvents::wantPicture() {
+    wanted_.push_back(
+        TimelineScreenshot{visit_.name() + '-' + std::to_string(++pictures_) + ".png"});
 }
 
 void RecordedEvents::meet(const TimelineEvent& event) {
-    const auto* picture = std::get_if<TimelineScreenshot>(&event.what);
-    if (!picture) return;
-    const std::string file = (std::filesystem::path(visit_.folder()) / picture->file).string();
+    if (const auto* picture = std::get_if<TimelineScreenshot>(&event.what))
+        savePicture(picture->file);
+    else if (const auto* run = std::get_if<TimelineRun>(&event.what))
+        desk_.runLater(run->line);
+}
+
+void RecordedEvents::savePicture(const std::string& name) const {
+    const std::string file = (std::filesystem::path(visit_.folder()) / name).string();
     const bool isWritten = writePng(file, display_.shown(), display_.palette());
     std::fprintf(stderr,
                  isWritten ? "zorbet: %s shows the screen\n"
-                           : "zorbet: %s: no picture could be written\n",
+                           : "zorbet: %s cannot be written; see who may write there\n",
                  file.c_str());
 }
 

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "platform/dialogs.h"
+#include "platform/host/game/hostdesk.h"
 #include "platform/host/visit/timedevents.h"
 #include "platform/host/visit/virtualclock.h"
 #include "platform/host/visit/visitwriter.h"
@@ -15,6 +16,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace platform {
@@ -42,9 +44,10 @@ class RecordedClock final : public VirtualClock {
 class RecordedEvents final : public TimedEvents {
   public:
     /// `person` is what the machine takes in. All must outlive the queue.
-    RecordedEvents(VisitWriter& visit, Events& person, RecordedClock& clock, HostDisplay& display)
+    RecordedEvents(VisitWriter& visit, Events& person, RecordedClock& clock, HostDisplay& display,
+                   HostDesk& desk)
         : TimedEvents(clock, display), visit_(visit), person_(person), clock_(clock),
-          display_(display) {}
+          display_(display), desk_(desk) {}
 
     bool take(Message& message) override { return takeDue(message, clock_.loopMs()); }
     bool wait(Message& message) override;
@@ -54,21 +57,28 @@ class RecordedEvents final : public TimedEvents {
     /// Takes over what has happened by now; to be called when the clock has moved on.
     void gather();
     /// A picture of the screen is taken when the program has come so far.
-    void wantPicture() { ++wantedPictures_; }
+    void wantPicture();
+    /// The line is run then.
+    void wantLine(std::string_view line) { wanted_.push_back(TimelineRun{std::string(line)}); }
 
   protected:
     void meet(const TimelineEvent& event) override;
+    [[nodiscard]] bool standsStill() const override { return desk_.hasLines(); }
 
   private:
     void record(const Message& message);
-    [[nodiscard]] std::string nextPicture();
+    /// Written down, and in the queue, as of now.
+    template <class What>
+    void put(const What& what);
+    void savePicture(const std::string& name) const;
 
     VisitWriter& visit_;
     Events& person_;
     RecordedClock& clock_;
     HostDisplay& display_;
+    HostDesk& desk_;
     Point pointer_{};
-    int wantedPictures_ = 0;
+    std::vector<std::variant<TimelineScreenshot, TimelineRun>> wanted_;
     int pictures_ = 0;
 };
 
@@ -100,8 +110,8 @@ class VisitRecorder {
   public:
     /// What a machine gives the program; all must outlive the recorder.
     VisitRecorder(VisitWriter& visit, Clock& clock, Events& events, Dialogs& dialogs,
-                  HostDisplay& display)
-        : visit_(visit), clock_(clock), events_(visit, events, clock_, display),
+                  HostDisplay& display, HostDesk& desk)
+        : visit_(visit), clock_(clock), events_(visit, events, clock_, display, desk),
           dialogs_(visit, dialogs, events, clock_, events_) {}
 
     [[nodiscard]] Clock& clock() { return clock_; }

@@ -5,11 +5,28 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
+/// A variable that holds something.
+struct InspectedVariable {
+    std::string name;
+    std::string type;  ///< "number", "text", "procedure", or the class of its object
+    std::string value; ///< of a procedure where it is, of an object that it has another owner
+
+    bool operator==(const InspectedVariable&) const = default;
+};
+
+struct InspectedProperty {
+    std::string name;
+    std::string value;
+
+    bool operator==(const InspectedProperty&) const = default;
+};
+
 /// What can be asked of the running game. Names and values are Latin-1, and letter case of names
-/// counts, as in scripts.
+/// counts, as in scripts. Asking changes nothing that scripts could notice.
 class Inspection {
   public:
     virtual ~Inspection() = default;
@@ -20,6 +37,18 @@ class Inspection {
     /// property.
     [[nodiscard]] virtual std::optional<std::string> property(std::string_view variable,
                                                               std::string_view name) const = 0;
+
+    /// All of the running script, by name; long values are cut.
+    [[nodiscard]] virtual std::vector<InspectedVariable> variables() const = 0;
+    /// What can be read of the object that a variable holds, by name; long values are cut. Nothing
+    /// when it holds none.
+    [[nodiscard]] virtual std::vector<InspectedProperty>
+    properties(std::string_view variable) const = 0;
+
+    /// Carries out a statement as if it stood in the running script, or reads an expression. To be
+    /// called between two passes of the main loop. What came of it, in one line: the value, "done",
+    /// or what is wrong.
+    virtual std::string run(std::string_view line) = 0;
 };
 
 /// Nobody sits at this one.
@@ -36,7 +65,7 @@ class AuthorDesk {
     [[nodiscard]] virtual bool wantsProfile() const { return false; }
     virtual void giveProfile(std::string_view /*report*/) {}
     /// Null when the game is gone; it must outlive its time here.
-    virtual void setInspection(const Inspection* /*game*/) {}
+    virtual void setInspection(Inspection* /*game*/) {}
 };
 
 } // namespace platform

@@ -141,6 +141,21 @@ bool OMScriptableObject::hasProperty(std::string_view name) const {
     return added(name) || classRow(name);
 }
 
+std::vector<std::string_view> OMScriptableObject::readableNames() const {
+    std::vector<std::string_view> names;
+    std::vector<std::string_view> seen; // also what hides a property of the base
+    const auto note = [&](std::string_view name, bool isReadable) {
+        if (std::ranges::find(seen, name) != seen.end()) return;
+        seen.push_back(name);
+        if (isReadable) names.push_back(name);
+    };
+    for (const auto& own : properties_)
+        note(own->name(), own->kind() == OMScriptableObjectProperty::Kind::Data);
+    for (const OMSClass* from = class_; from; from = from->base)
+        for (const OMSEntry& row : from->vocabulary) note(row.name, row.get && !row.isSerial);
+    return names;
+}
+
 void OMScriptableObject::add(std::unique_ptr<OMScriptableObjectProperty> property) {
     const auto twin = std::find_if(properties_.begin(), properties_.end(), [&](const auto& listed) {
         return listed->name() == property->name();

@@ -111,7 +111,19 @@ void YThread::reportAndStop(std::string_view what) {
     engine_.warn(text.append(": ").append(what));
 }
 
+std::optional<int> YThread::handlerOf(std::string_view procedure) const {
+    return program_ ? program_->handlerOf(procedure) : std::nullopt;
+}
+
+std::string YThread::placeOf(std::string_view procedure) const {
+    const auto handler = handlerOf(procedure);
+    return handler ? program_->place(program_->at(*handler - 1)) : std::string();
+}
+
 std::string YThread::withTrail(std::string_view warning) const {
+    if (line_)
+        return line_->place(line_->at(0)) + ": " + std::string(warning) + "\n    " +
+               YProgram::statement(line_->at(0));
     if (!program_ || flow_.pc <= 0) return std::string(warning);
     const Instruction& code = program_->at(flow_.pc - 1);
     const std::string place = program_->place(code);
@@ -214,8 +226,10 @@ void YThread::deliverEvent(const eventRecord& event) {
     const Status savedStatus = status_;
     const Pace savedPace = pace_;
     const bool wasHalted = halted_;
+    const YProgram* const line = std::exchange(line_, nullptr);
     status_ = Status::Ready;
     step(&event, Pace::UntilBlocked);
+    line_ = line;
     if (!engine_.isSwitching()) status_ = savedStatus;
     pace_ = savedPace;
     // The instruction that fired the event goes on unless the thread is blocked now.

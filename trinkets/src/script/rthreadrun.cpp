@@ -80,9 +80,9 @@ bool combine(YProgram::Do operation, std::int64_t& value, std::int64_t right) {
 
 /// By a multiplication (Lemire, Kaser and Kurz, "Faster remainder by direct computation").
 inline std::int64_t remainder(std::int64_t value, const YProgram::Step& by) {
-    __extension__ using Wide = unsigned __int128;
+    __extension__ using Product = unsigned __int128;
     const auto size = static_cast<std::uint32_t>(value < 0 ? -value : value);
-    const auto quotient = static_cast<std::uint32_t>(Wide{by.reciprocal} * size >> 64);
+    const auto quotient = static_cast<std::uint32_t>(Product{by.reciprocal} * size >> 64);
     const std::int64_t rest = size - quotient * static_cast<std::uint32_t>(by.number);
     return value < 0 ? -rest : rest;
 }

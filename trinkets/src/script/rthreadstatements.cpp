@@ -15,7 +15,24 @@ constexpr std::size_t kPaceWordLength = 2; ///< "on", against "off"
 } // namespace
 
 YStatement YThread::statement(const Instruction& code) {
-    return {*this, engine_, trace_, *program_, code};
+    return {*this, engine_, trace_, line_ ? *line_ : *program_, code};
+}
+
+std::string YThread::runLine(const YProgram& line) {
+    const YEngine::Turn scope(engine_);
+    const OMUnderWay::Run statements(OMUnderWay::Run::Kind::Outermost);
+    std::string warnings;
+    const YEngine::AtWork atWork(engine_, *this, &warnings);
+    line_ = &line;
+    const Instruction& code = line.at(0);
+    if (code.opcode == YOpcode::Play) {
+        const OMUnderWay underWay;
+        statement(code).play(std::make_shared<bool>(false));
+    } else {
+        execute(code);
+    }
+    line_ = nullptr;
+    return warnings;
 }
 
 void YThread::execute(const Instruction& code) {
@@ -96,7 +113,7 @@ void YThread::drop(const Instruction& code) {
 void YThread::setTimer(Timer& timer, const Instruction& code, const char* format) {
     const double seconds = code.operands[0]->number();
     if (seconds == 0) return;
-    const std::optional<int> handler = program_->handlerOf(textOf(*code.operands[1]));
+    const std::optional<int> handler = handlerOf(textOf(*code.operands[1]));
     if (!handler) {
         engine_.warn(OMFormat("Procedure %s not found", code.operands[1]->text().c_str()));
         return;

@@ -52,6 +52,10 @@ const KeywordRow* findKeyword(std::string_view word) {
 
 } // namespace
 
+bool YCompiler::isKeyword(std::string_view word) {
+    return word == kInclude || findKeyword(word) != nullptr;
+}
+
 YCompiler::Outcome YCompiler::compileStatement() {
     Outcome outcome = Outcome::Included;
     while (outcome == Outcome::Included) outcome = compileNextStatement();

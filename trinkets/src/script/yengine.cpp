@@ -139,6 +139,11 @@ void YEngine::recreateHeap() {
 // ---------------------------------------------------------------------------- messages
 
 void YEngine::warn(std::string_view text, const std::string& place) {
+    if (warnings_) {
+        if (!warnings_->empty()) *warnings_ += '\n';
+        warnings_->append(text);
+        return;
+    }
     place_ = place;
     if (OMApp* app = OMApp::getApp()) app->alert(text);
     place_.clear();

@@ -62,6 +62,24 @@ int YHeap::intern(std::string_view text) {
     return variable.index_;
 }
 
+/// Dotted names stay: elements of the same name are found through them.
+void YHeap::dropWordsFrom(int first) {
+    const auto isIdle = [](const YVariable& word) {
+        if (word.kind_ != YVariable::Kind::Name) return true;
+        return word.type_ == YVariable::Type::Empty &&
+               word.ownership_ == YVariable::Ownership::Owner && word.alias_ == 0 &&
+               word.elementCount_ == 0 && word.text_.find(YVariable::kSeparator) == word.text_.npos;
+    };
+    int end = count();
+    while (end > first && isIdle(get(end - 1))) --end;
+    for (int index = first; index < end; ++index)
+        for (const int part : get(index).parts_) end = std::max(end, part + 1);
+    while (count() > end) {
+        indices_.erase(variables_.back()->text_);
+        variables_.pop_back();
+    }
+}
+
 int YHeap::internOperand(std::string_view text, int& error) {
     if (const int index = lookup(text); index >= 0) return index;
     const Nesting nesting(*this);

@@ -204,7 +204,7 @@ std::string YProgram::statement(const Instruction& code) {
     };
     std::string text(keyword());
     for (int i = 0; i < code.count; ++i) {
-        if (!text.empty()) text += code.opcode == YOpcode::Assign ? '=' : ' ';
+        if (!text.empty()) text += code.opcode == YOpcode::Assign && i == 1 ? '=' : ' ';
         text += code.operands[i]->text();
     }
     return text;

@@ -6,6 +6,7 @@
 #include "omscrptb.h"
 #include "omsregistry.h"
 #include "omunderway.h"
+#include "rthread.h"
 #include "yengine.h"
 #include "ykeyword.h"
 #include "ytrace.h"
@@ -213,7 +214,7 @@ void YStatement::removeHandler(OMScriptableObject* object, const std::string& ev
 
 void YStatement::attachHandler(OMScriptableObject* object, const std::string& event,
                                const std::string& procedure) {
-    const std::optional<int> handler = program_.handlerOf(procedure);
+    const std::optional<int> handler = thread_.handlerOf(procedure);
     bool attached = false;
     if (handler && (!object || object->hasProperty(event))) {
         const std::string& variable = word().resolve().text();

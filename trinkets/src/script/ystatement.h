@@ -14,7 +14,7 @@ class YTrace;
 
 class YStatement {
   public:
-    /// `thread` is whose handlers it attaches.
+    /// `thread` is whose handlers it attaches, `program` what the instruction is in.
     YStatement(YThread& thread, YEngine& engine, YTrace& trace, const YProgram& program,
                const YProgram::Instruction& code)
         : thread_(thread), engine_(engine), trace_(trace), program_(program), code_(code) {}
