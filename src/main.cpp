@@ -52,11 +52,21 @@ std::unique_ptr<platform::Platform> makeHeadless(const Start& start, const RProg
     return std::make_unique<platform::HeadlessPlatform>(options);
 }
 
+/// None without an author.
+std::optional<platform::WorkshopOptions> workshopOptions(const Start& start) {
+    if (!start.line.author) return std::nullopt;
+    return platform::WorkshopOptions{.game = start.host.content,
+                                     .cd = start.host.cd,
+                                     .packer = programBeside("zorbet-rsc"),
+                                     .atOnce = start.line.reloadsAtOnce.value_or(false)};
+}
+
 std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgramTexts& texts) {
 #if ZORBET_HAVE_SDL
     auto made = platform::makeSdlPlatform({.host = start.host,
                                            .game = start.game,
                                            .author = start.line.author,
+                                           .workshop = workshopOptions(start),
                                            .profile = start.line.profile,
                                            .screen = start.line.screen,
                                            .resources = texts.resources(),

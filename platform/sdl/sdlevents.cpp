@@ -132,6 +132,8 @@ void SdlEvents::translate(const SDL_Event& event) {
         } else if (event.key.keysym.sym == SDLK_F1 && (event.key.keysym.mod & KMOD_SHIFT) != 0) {
             // Windows here have no menu of their own.
             push({.kind = Message::Kind::Command, .timeMs = timeMs, .command = kAboutCommand});
+        } else if (takeReloadKey(event.key)) {
+            break;
         } else if (const auto press = keyPressOf(event.key.keysym)) {
             push({.kind = Message::Kind::Key, .timeMs = timeMs, .key = *press});
         }
@@ -140,6 +142,13 @@ void SdlEvents::translate(const SDL_Event& event) {
     case SDL_RENDER_DEVICE_RESET: display_.textureLost(true); break;
     default: break;
     }
+}
+
+bool SdlEvents::takeReloadKey(const SDL_KeyboardEvent& event) {
+    const SDL_Keysym& key = event.keysym;
+    if (!reload_ || key.sym != SDLK_F3 || (key.mod & KMOD_SHIFT) == 0) return false;
+    if (event.repeat == 0) reload_((key.mod & KMOD_CTRL) != 0);
+    return true;
 }
 
 /// The window may be gone by now.

@@ -8,6 +8,7 @@
 #include "platform/sdl/sdltextwindow.h"
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -29,6 +30,9 @@ class SdlEvents final : public Events {
     /// Was a message taken since the last call?
     [[nodiscard]] bool messageWasTaken();
 
+    /// Shift+F3 is no key of the program from now on, but calls this; with Ctrl with true.
+    void setReloadKey(std::function<void(bool)> reload) { reload_ = std::move(reload); }
+
     /// Turns what has happened by now into messages.
     void collect();
     /// The oldest mouse or key message, out of its turn; waits a moment when there is none. The
@@ -40,6 +44,7 @@ class SdlEvents final : public Events {
   private:
     void translate(const SDL_Event& event);
     void translateOther(const SDL_Event& event);
+    [[nodiscard]] bool takeReloadKey(const SDL_KeyboardEvent& event);
     void translateWindow(const SDL_WindowEvent& event);
     void translateButton(const SDL_MouseButtonEvent& event);
     void translateMotion(const SDL_MouseMotionEvent& event);
@@ -50,6 +55,7 @@ class SdlEvents final : public Events {
 
     SdlDisplay& display_;
     SdlTextWindows& textWindows_;
+    std::function<void(bool)> reload_;
     std::deque<Message> pending_; ///< translated, not yet taken
     bool terminated_ = false;     ///< the host asked for the end, and the program was told
     bool captured_ = false;

@@ -65,28 +65,46 @@ class SdlClock final : public Clock {
     SdlDisplay& display_;
 };
 
-/// Warnings go to standard error when the author plays.
+/// Warnings go to standard error when the author plays, and so does what comes of their work.
 class SdlDesk final : public HostDesk {
   public:
-    SdlDesk(bool isSeated, const std::string& profile) : HostDesk(profile), isSeated_(isSeated) {}
+    explicit SdlDesk(const SdlOptions& options)
+        : HostDesk(options.profile), isSeated_(options.author) {
+        if (options.workshop) workshop_.emplace(*options.workshop, &write);
+    }
     void warn(std::string_view text) override {
-        if (isSeated_) std::fprintf(stderr, "%s\n", formats::utf8FromLatin1(text).c_str());
+        if (isSeated_) write(formats::utf8FromLatin1(text));
+    }
+    void tell(std::string_view text) override { warn(text); }
+    void setReload(ReloadLink game) override {
+        if (workshop_) workshop_->setReload(std::move(game));
+    }
+
+    /// Null where there is nothing to be loaded again.
+    [[nodiscard]] Workshop* workshop() { return workshop_ ? &*workshop_ : nullptr; }
+    void passEnded() {
+        if (workshop_) workshop_->work();
     }
 
   private:
+    static void write(const std::string& utf8) { std::fprintf(stderr, "%s\n", utf8.c_str()); }
+
     bool isSeated_;
+    std::optional<Workshop> workshop_;
 };
 
 class SdlPlatform final : public Platform {
   public:
     SdlPlatform(std::unique_ptr<SdlSession> session, SdlWindow window, const SdlOptions& options)
-        : trusted_(options.host.trusted), desk_(options.author, options.profile),
-          session_(std::move(session)),
+        : trusted_(options.host.trusted), desk_(options), session_(std::move(session)),
           display_(std::move(window), options.screen, options.game.title, options.author),
           clock_(display_), events_(display_, textWindows_), files_(options.host),
           modules_(files_, options.host.components, options.resources, options.versionStrings),
           dialogs_(display_, events_, files_, options.buttons) {
         setIcon(options.game.icon);
+        if (Workshop* workshop = desk_.workshop())
+            events_.setReloadKey([workshop](bool keeps) { workshop->askToLoad(keeps); });
+        if (options.workshop) packer_ = options.workshop->packer.string();
     }
 
     [[nodiscard]] Clock& clock() override { return clock_; }
@@ -128,11 +146,12 @@ class SdlPlatform final : public Platform {
         if (trusted_) return;
         std::vector<std::string> writable = files_.writableFolders();
         writable.push_back(userStateFolder());
-        raiseSecondWall(writable);
+        raiseSecondWall(writable, {packer_});
     }
     void mainLoopBegins() override { display_.showWindow(); }
     void passEnded() override {
         display_.flush();
+        desk_.passEnded();
         if (!events_.messageWasTaken()) SDL_Delay(kRestMs);
     }
     /// Nothing is recorded here; but SDL would wait for a sound device that hangs.
@@ -160,6 +179,7 @@ class SdlPlatform final : public Platform {
     }
 
     bool trusted_;
+    std::string packer_; ///< which the author's desk runs; or empty
     SdlDesk desk_;
     std::unique_ptr<SdlSession> session_; ///< ends last
     SdlDisplay display_;
