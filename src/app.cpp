@@ -19,6 +19,7 @@
 #include "omwaveengine.h"
 #include "progress/rlaptrap.h"
 #include "ranimation.h"
+#include "reload.h"
 #include "resources/cursors.h"
 #include "resources/fontfact.h"
 #include "resources/resources.h"
@@ -215,6 +216,8 @@ void Stage::run(std::string scene) {
         thread.run();
         thread.fireStarted();
     }
+    const RReload reload(engine_, thread, {resources_, cursors_, fonts_, sounds_, music_, window_},
+                         kStartScript, locateScript);
     app_.run();
     thread.unload();
 }

@@ -58,12 +58,22 @@ std::unique_ptr<platform::Platform> makeHeadless(const Start& start, const RProg
     return std::make_unique<platform::HeadlessPlatform>(options);
 }
 
+/// None without an author, nor while a visit is recorded, of which it would make another one.
+std::optional<platform::WorkshopOptions> workshopOptions(const Start& start) {
+    if (!start.line.author || !start.line.record.empty()) return std::nullopt;
+    return platform::WorkshopOptions{.game = start.host.content,
+                                     .cd = start.host.cd,
+                                     .packer = programBeside("zorbet-rsc"),
+                                     .atOnce = start.line.reloadsAtOnce.value_or(false)};
+}
+
 std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgramTexts& texts,
                                                platform::VisitWriter* visit) {
 #if ZORBET_HAVE_SDL
     auto made = platform::makeSdlPlatform({.host = start.host,
                                            .game = start.game,
                                            .author = start.line.author,
+                                           .workshop = workshopOptions(start),
                                            .profile = start.line.profile,
                                            .visit = visit,
                                            .screen = start.line.screen,

@@ -1,6 +1,7 @@
 // The search path: an ordered list of directories in which a file that is known only by its name is
 // looked for. Directories may keep their listing, so that a slow drive is asked once and not at
-// every look-up; a file that is added to such a directory later is not seen.
+// every look-up; a file that is added to such a directory later is not seen before it is listed
+// again.
 //
 // Process-wide. Only the main thread changes it, and holds the I/O section meanwhile; another
 // thread resolves names under the same section.
@@ -26,10 +27,11 @@
 class OMPathDirectory {
   public:
     /// A "\" is added to a path that does not end with one. With `cacheListing` the directory is
-    /// listed here and never again.
+    /// listed here, once.
     OMPathDirectory(std::string_view path, bool cacheListing);
 
     [[nodiscard]] const std::string& path() const { return path_; }
+    [[nodiscard]] bool isListingCached() const { return listingCached_; }
     /// Whether the directory holds a file of this name, letter case ignored.
     [[nodiscard]] bool holds(std::string_view name) const;
 
@@ -41,6 +43,8 @@ class OMPathDirectory {
 
 /// Adds a directory behind those that are there.
 void OMPathAddDirectory(std::string_view path, bool cacheListing);
+/// Takes the names that are in the directories now, where they are remembered.
+void OMPathListAgain();
 
 /// Strict: a name that no directory holds is not found. Otherwise the last directory stands for all
 /// names that the others do not hold, and is not searched. Not strict at the beginning.

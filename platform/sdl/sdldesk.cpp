@@ -13,22 +13,35 @@ constexpr std::uint32_t kLookMs = 100; ///< from one look at the game to the nex
 
 } // namespace
 
-SdlDesk::SdlDesk(SdlDisplay& display, SdlEvents& events, bool isSeated, const std::string& profile)
-    : HostDesk(profile), display_(display), events_(events) {
-    if (!isSeated) return;
+SdlDesk::SdlDesk(SdlDisplay& display, SdlEvents& events, const SdlOptions& options)
+    : HostDesk(options.profile), display_(display), events_(events) {
+    if (!options.author) return;
     console_.emplace(display.shown().bounds());
     events.setConsole([this](const Message& message) { return takeInput(message); });
+    if (!options.workshop) return;
+    workshop_.emplace(*options.workshop, [this](const std::string& text, bool failed) {
+        tell(formats::latin1FromUtf8(text).value_or(text), failed);
+    });
+    events.setReloadKey([this](bool keeps) { workshop_->askToLoad(keeps); });
 }
 
 SdlDesk::~SdlDesk() {
     events_.setConsole(nullptr);
+    events_.setReloadKey(nullptr);
     display_.lay(SdlDisplay::Layer::Console, nullptr);
 }
 
-void SdlDesk::warn(std::string_view text) {
+void SdlDesk::write(std::string_view text, ConsolePanel::Told kind) {
     if (!console_) return;
     std::fprintf(stderr, "%s\n", formats::utf8FromLatin1(text).c_str());
-    console_->tell(ConsolePanel::Told::Warning, text);
+    console_->tell(kind, text);
+}
+
+void SdlDesk::warn(std::string_view text) { write(text, ConsolePanel::Told::Warning); }
+
+void SdlDesk::tell(std::string_view text, bool failed) {
+    write(text, failed ? ConsolePanel::Told::Warning : ConsolePanel::Told::Result);
+    if (failed && console_) console_->openMessages();
 }
 
 void SdlDesk::say(std::string_view line) {
@@ -58,6 +71,7 @@ bool SdlDesk::takeInput(const Message& message) {
 
 void SdlDesk::passEnded() {
     runLines();
+    if (workshop_) workshop_->work();
     if (!console_) return;
     console_->fit(display_.shown().bounds());
     const std::uint32_t now = SDL_GetTicks();

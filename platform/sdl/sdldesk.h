@@ -1,11 +1,14 @@
-// The author's desk in front of a window: warnings are told on standard error, and Shift+F2 opens a
-// console over the scene. Without an author it is nobody's.
+// The author's desk in front of a window: warnings are told on standard error, Shift+F2 opens a
+// console over the scene, and Shift+F3 has what was saved loaded again. Without an author it is
+// nobody's.
 #pragma once
 
 #include "platform/host/game/hostdesk.h"
+#include "platform/host/game/workshop.h"
 #include "platform/host/screen/consolepanel.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
+#include "platform/sdl/sdlplatform.h"
 
 #include <cstdint>
 #include <functional>
@@ -19,7 +22,7 @@ namespace platform {
 class SdlDesk final : public HostDesk {
   public:
     /// Both must outlive the desk.
-    SdlDesk(SdlDisplay& display, SdlEvents& events, bool isSeated, const std::string& profile);
+    SdlDesk(SdlDisplay& display, SdlEvents& events, const SdlOptions& options);
     ~SdlDesk() override;
     SdlDesk& operator=(SdlDesk&&) = delete;
 
@@ -27,9 +30,14 @@ class SdlDesk final : public HostDesk {
     void setLineLink(std::function<void(std::string_view)> link) { lineLink_ = std::move(link); }
 
     void warn(std::string_view text) override;
+    void tell(std::string_view text, bool failed) override;
     void say(std::string_view line) override;
+    void setReload(ReloadLink game) override {
+        if (workshop_) workshop_->setReload(std::move(game));
+    }
 
-    /// Runs the lines that wait and brings the console up to date.
+    /// Runs the lines that wait, goes on with what is to be loaded again, and brings the console up
+    /// to date.
     void passEnded();
 
   protected:
@@ -38,6 +46,7 @@ class SdlDesk final : public HostDesk {
 
   private:
     bool takeInput(const Message& message);
+    void write(std::string_view text, ConsolePanel::Told kind);
 
     SdlDisplay& display_;
     SdlEvents& events_;
@@ -45,7 +54,8 @@ class SdlDesk final : public HostDesk {
         runLater(line);
     };
     std::optional<ConsolePanel> console_; ///< an author is seated
-    std::uint32_t lookedMs_ = 0;          ///< when the game was asked for the last time
+    std::optional<Workshop> workshop_;
+    std::uint32_t lookedMs_ = 0; ///< when the game was asked for the last time
     bool looksAtOnce_ = false;
 };
 

@@ -150,22 +150,27 @@ void SdlEvents::translate(const SDL_Event& event) {
 
 /// Keys that are the window's, or commands: windows here have no menu of their own.
 bool SdlEvents::translateOwnKey(const SDL_KeyboardEvent& event) {
+    const bool isFirst = event.repeat == 0;
     const auto command = [&](int number) {
         push({.kind = Message::Kind::Command, .timeMs = event.timestamp, .command = number});
         return true;
     };
     if (isFullScreenKey(event.keysym)) {
-        if (event.repeat == 0) display_.toggleFullScreen();
+        if (isFirst) display_.toggleFullScreen();
         return true;
     }
     if ((event.keysym.mod & KMOD_SHIFT) == 0) return false;
-    if (event.keysym.sym == SDLK_F1) return command(kAboutCommand);
-    if (event.keysym.sym == SDLK_F4 && pictureLink_) {
-        if (event.repeat == 0) pictureLink_();
-        return true;
+    switch (event.keysym.sym) {
+    case SDLK_F1: return command(kAboutCommand);
+    case SDLK_F2: return console_ && (!isFirst || command(kConsoleCommand));
+    case SDLK_F3:
+        if (reload_ && isFirst) reload_((event.keysym.mod & KMOD_CTRL) != 0);
+        return reload_ != nullptr;
+    case SDLK_F4:
+        if (pictureLink_ && isFirst) pictureLink_();
+        return pictureLink_ != nullptr;
+    default: return false;
     }
-    if (event.keysym.sym != SDLK_F2 || !console_) return false;
-    return event.repeat != 0 || command(kConsoleCommand);
 }
 
 /// The window may be gone by now.

@@ -39,6 +39,9 @@ class SdlEvents final : public Events {
     /// Was a message taken since the last call?
     [[nodiscard]] bool messageWasTaken();
 
+    /// Shift+F3 is no key of the program from now on, but calls this; with Ctrl with true.
+    void setReloadKey(std::function<void(bool)> reload) { reload_ = std::move(reload); }
+
     /// Turns what has happened by now into messages.
     void collect();
     /// The oldest mouse or key message, out of its turn; waits a moment when there is none. The
@@ -64,6 +67,7 @@ class SdlEvents final : public Events {
     SdlTextWindows& textWindows_;
     std::function<void()> pictureLink_;
     std::function<bool(const Message&)> console_;
+    std::function<void(bool)> reload_;
     std::deque<Message> pending_; ///< translated, not yet taken
     bool terminated_ = false;     ///< the host asked for the end, and the program was told
     bool captured_ = false;

@@ -72,8 +72,8 @@ class SdlPlatform final : public Platform {
     SdlPlatform(std::unique_ptr<SdlSession> session, SdlWindow window, const SdlOptions& options)
         : trusted_(options.host.trusted), session_(std::move(session)),
           display_(std::move(window), options.screen, options.game.title, options.author),
-          clock_(display_), events_(display_, textWindows_),
-          desk_(display_, events_, options.author, options.profile), files_(options.host),
+          clock_(display_), events_(display_, textWindows_), desk_(display_, events_, options),
+          files_(options.host),
           modules_(files_, options.host.components, options.resources, options.versionStrings),
           dialogs_(display_, events_, files_, options.buttons) {
         setIcon(options.game.icon);
@@ -82,6 +82,7 @@ class SdlPlatform final : public Platform {
                               files_);
             pictures_ = nearestFolder(options.visit->folder(), ".");
         }
+        if (options.workshop) packer_ = options.workshop->packer.string();
     }
 
     [[nodiscard]] Clock& clock() override {
@@ -139,7 +140,7 @@ class SdlPlatform final : public Platform {
         std::vector<std::string> writable = files_.writableFolders();
         writable.push_back(userStateFolder());
         if (!pictures_.empty()) writable.push_back(pictures_);
-        raiseSecondWall(writable);
+        raiseSecondWall(writable, {packer_});
     }
     void mainLoopBegins() override {
         display_.showWindow();
@@ -176,6 +177,7 @@ class SdlPlatform final : public Platform {
     }
 
     bool trusted_;
+    std::string packer_;                  ///< which the author's desk runs; or empty
     std::unique_ptr<SdlSession> session_; ///< ends last
     SdlDisplay display_;
     SdlClock clock_;

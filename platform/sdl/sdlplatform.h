@@ -4,12 +4,14 @@
 
 #include "platform/host/files/hostfiles.h"
 #include "platform/host/game/gameinfo.h"
+#include "platform/host/game/workshop.h"
 #include "platform/host/machine/hostmodules.h"
 #include "platform/host/screen/boxbuttons.h"
 #include "platform/host/visit/visitwriter.h"
 #include "platform/platform.h"
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <variant>
@@ -19,7 +21,8 @@ namespace platform {
 struct SdlOptions {
     HostOptions host{};
     GameInfo game{}; ///< gives the window its title and icon, and the desktop the program's name
-    bool author = false;          ///< the window's title tells what the program says too
+    bool author = false; ///< the window's title tells what the program says too
+    std::optional<WorkshopOptions> workshop{}; ///< what the author saves is loaded again
     std::string profile{};        ///< file for where the time of scripts goes; or empty
     VisitWriter* visit = nullptr; ///< gets what happens; null: it is not recorded
     ScreenMode screen{};

@@ -29,6 +29,11 @@ const std::vector<RSpeechRecord>* RSpeechRecords::of(int animation) {
     return &speeches_.emplace(animation, speechesIn(*image, animation)).first->second;
 }
 
+void RSpeechRecords::forgetResources() {
+    speeches_.clear();
+    sounds_.clear();
+}
+
 void RSpeechRecords::addSequenceSound(const formats::map::SequenceSound& sound) {
     sounds_.emplace(std::pair(sound.animation, sound.sequence), sound.sound);
 }

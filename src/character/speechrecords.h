@@ -32,6 +32,8 @@ class RSpeechRecords : public OMInstalled<RSpeechRecords> {
 
     /// The speeches of an animation in the order of its sequences; null when it cannot be loaded.
     [[nodiscard]] const std::vector<RSpeechRecord>* of(int animation);
+    /// All that was read of resources; who is spoken for at the moment is not.
+    void forgetResources();
     /// Adds a line of `audio.map`.
     void addSequenceSound(const formats::map::SequenceSound& sound);
 

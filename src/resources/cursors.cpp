@@ -9,6 +9,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -28,7 +29,13 @@ RCursors::RCursors() {
 
 RCursors::~RCursors() {
     OMTrinketWindow::setCursorLocator(nullptr);
-    if (library_ == Library::Open) OMResMgrStopUsing(kLibrary, true);
+    closeLibrary();
+}
+
+void RCursors::forgetResources() {
+    std::erase_if(cursors_, [](const auto& kept) { return kept.first >= 0; });
+    reported_.clear();
+    closeLibrary();
 }
 
 std::shared_ptr<const OMCursor> RCursors::find(int id) {
@@ -65,6 +72,12 @@ void RCursors::openLibrary() {
         OMLog::writef(OMLog::Kind::Warning, "%s is not there, arrows are shown: pack one",
                       std::string(kLibrary).c_str());
     }
+}
+
+/// It is asked for again when it is needed.
+void RCursors::closeLibrary() {
+    if (std::exchange(library_, Library::NotAskedFor) == Library::Open)
+        OMResMgrStopUsing(kLibrary, true);
 }
 
 void RCursors::keep(const std::shared_ptr<const OMCursor>& cursor) {

@@ -25,12 +25,16 @@ class RCursors {
 
     /// The arrow, and once a line in the log, for a cursor that is not there or damaged.
     [[nodiscard]] std::shared_ptr<const OMCursor> find(int id);
+    /// From now on resources are read anew; a cursor that is shown stays. To be called while the
+    /// resource layer still has its files.
+    void forgetResources();
 
   private:
     enum class Library { NotAskedFor, Open, Missing };
 
     [[nodiscard]] std::shared_ptr<const OMCursor> load(int id);
     void openLibrary();
+    void closeLibrary();
     void keep(const std::shared_ptr<const OMCursor>& cursor);
     void reportOnce(int id, const char* problem);
 

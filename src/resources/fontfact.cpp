@@ -90,6 +90,11 @@ FontFactory::~FontFactory() {
     for (const Record& record : records_) warn(notReleased(record.key));
 }
 
+void FontFactory::forgetResources() {
+    for (Record& record : records_)
+        record.isOutdated = record.isOutdated || std::holds_alternative<int>(record.key);
+}
+
 // Using
 
 OMFont& FontFactory::useFont(std::unique_ptr<OMFont> font) {
@@ -132,7 +137,7 @@ FontFactory::Record* FontFactory::find(const RFontKey& key) {
     // A font may be asked for by itself, whatever it was made for.
     OMFont* const* font = std::get_if<OMFont*>(&key);
     const auto found = std::ranges::find_if(records_, [&](const Record& record) {
-        return font ? record.font.get() == *font : record.key == key;
+        return font ? record.font.get() == *font : !record.isOutdated && record.key == key;
     });
     return found == records_.end() ? nullptr : &*found;
 }

@@ -34,6 +34,9 @@ class FontFactory final : public OMFontSource {
     /// How the `NFNT` resource of an id is found.
     void setNFNTLocator(Locator locator) { locator_ = std::move(locator); }
 
+    /// From now on `NFNT` resources are read anew; who uses a font keeps it.
+    void forgetResources();
+
     /// Registers a font of the caller's making. It may be replaced by another one, and is gone
     /// then.
     OMFont& useFont(std::unique_ptr<OMFont> font);
@@ -53,6 +56,7 @@ class FontFactory final : public OMFontSource {
         RFontKey key;
         std::unique_ptr<OMFont> font;
         int uses = 1;
+        bool isOutdated = false; ///< found by nobody who does not have it
     };
     struct Substitution {
         RFontKey source;

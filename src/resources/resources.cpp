@@ -60,15 +60,40 @@ bool isFreeForCopy(const std::string& path, const std::string& source) {
 RResources::StartUp
 RResources::start(std::string_view cdDrive,
                   const OMLinkTo<void(const SequenceSound&)>& addSequenceSound) {
-    OMOpenLibrary::setKeepOpen(true);
-    OMPathSetStrict(true);
     roots_ = {"", std::string(kParent)};
     if (!cdDrive.empty()) roots_.push_back(OMPathWithBackslash(cdDrive));
+    findFiles(addSequenceSound);
+    return files_.empty() ? StartUp::NoResourceFile : StartUp::Ready;
+}
+
+void RResources::findFiles(const OMLinkTo<void(const SequenceSound&)>& addSequenceSound) {
+    OMOpenLibrary::setKeepOpen(true);
+    OMPathSetStrict(true);
     for (const std::string& root : roots_) addDirectories(root);
     mapIdentifiers_.clear();
-    if (files_.empty()) return StartUp::NoResourceFile;
-    readSequenceSounds(addSequenceSound);
-    return StartUp::Ready;
+    if (!files_.empty()) readSequenceSounds(addSequenceSound);
+}
+
+void RResources::readAgain(const OMLinkTo<void(const SequenceSound&)>& addSequenceSound) {
+    std::vector<FileState> states;
+    for (const FileRecord& record : files_) states.push_back(stateOf(record));
+    forgetFiles();
+    findFiles(addSequenceSound);
+    for (const FileState& state : states) restore(state);
+}
+
+RResources::FileState RResources::stateOf(const FileRecord& record) {
+    const OMCachedFile* copy = OMCachedFile::find(record.name);
+    return {record, copy != nullptr, copy && !copy->isComplete(), copy && copy->isOnDisk()};
+}
+
+void RResources::restore(const FileState& state) {
+    FileRecord* record = find(state.record.name);
+    if (!record) return;
+    if (state.record.active && !record->active) OMResMgrActivate(record->name);
+    if (!state.record.active && record->active) OMResMgrDeactivate(record->name);
+    *record = state.record;
+    if (state.isCached) makeCopy(*record, state.inBackground, state.toHardDrive);
 }
 
 void RResources::addDirectories(const std::string& root) {
@@ -139,6 +164,11 @@ void RResources::readSequenceSounds(const OMLinkTo<void(const SequenceSound&)>& 
 }
 
 void RResources::shutDown() {
+    forgetFiles();
+    streamedSounds_.clear();
+}
+
+void RResources::forgetFiles() {
     for (const FileRecord& record : files_) {
         if (OMCachedFile::isCached(record.name)) OMCachedFile::uncache(record.name);
         if (record.active) OMResMgrDeactivate(record.name);
@@ -146,7 +176,6 @@ void RResources::shutDown() {
     }
     files_.clear();
     places_.clear();
-    streamedSounds_.clear();
     OMCachedFile::clear();
     OMResMgrClear();
     OMPathClear();

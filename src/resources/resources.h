@@ -35,6 +35,9 @@ class RResources {
     /// empty. Every line of "audio.map" is told to `addSequenceSound`, in order.
     StartUp start(std::string_view cdDrive,
                   const OMLinkTo<void(const formats::map::SequenceSound&)>& addSequenceSound);
+    /// Forgets all files and looks for them as at the start. Those that are still there are as
+    /// active and as cached as they were. Streams go on with what they have.
+    void readAgain(const OMLinkTo<void(const formats::map::SequenceSound&)>& addSequenceSound);
     /// The folders whose "scripts" and "RSC" were looked into, in that order: "" is the game's own.
     [[nodiscard]] const std::vector<std::string>& roots() const { return roots_; }
     /// Called after the application is gone; forgets all files. So does the end.
@@ -73,6 +76,18 @@ class RResources {
         bool cachedPermanently = false;
     };
 
+    /// What is to be so again: a file, and how its copy was made.
+    struct FileState {
+        FileRecord record;
+        bool isCached = false;
+        bool inBackground = false;
+        bool toHardDrive = false;
+    };
+
+    void findFiles(const OMLinkTo<void(const formats::map::SequenceSound&)>& addSequenceSound);
+    void forgetFiles();
+    [[nodiscard]] static FileState stateOf(const FileRecord& record);
+    void restore(const FileState& state);
     void addDirectories(const std::string& root);
     void addFile(const std::string& name);
     bool readMap(const std::string& path);

@@ -98,6 +98,13 @@ void BackgroundMusic::deleteSound() {
     playing_ = held_ = false;
 }
 
+void BackgroundMusic::readAgain() {
+    if (!music_) return;
+    const bool ends = fade_ && fade_->thenStop;
+    deleteSound();
+    if (!ends) start(id_, volume_, 0);
+}
+
 void BackgroundMusic::stop(int fadeSeconds) {
     if (!music_) return;
     if (fadeSeconds <= 0)

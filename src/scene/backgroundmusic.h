@@ -40,6 +40,8 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
     /// than 0 seconds the volume comes up from 0. Without RSoundStreams, or a sound of that id,
     /// nothing plays. While the sound engine has yielded the device, it waits for that.
     void start(int id, int volume, int fadeSeconds);
+    /// What plays begins anew, out of the resource as it is now.
+    void readAgain();
     /// With a fade of more than 0 seconds when the volume has gone down to 0.
     void stop(int fadeSeconds);
     /// Pauses are counted: as many resumes end them.

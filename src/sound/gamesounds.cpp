@@ -77,3 +77,8 @@ void RGameSounds::pause(int handle) {
 void RGameSounds::resume(int handle) {
     if (Record* record = find(handle)) record->sound.resume();
 }
+
+void RGameSounds::endAll() {
+    const auto ended = std::move(records_); // go when the table is in order
+    records_.clear();
+}

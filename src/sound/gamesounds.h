@@ -34,6 +34,9 @@ class RGameSounds final : public OMEffectSounds {
     void pause(int handle);
     void resume(int handle);
 
+    /// All at once, and nobody is told.
+    void endAll();
+
     [[nodiscard]] std::size_t count() const { return records_.size(); }
 
   private:

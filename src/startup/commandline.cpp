@@ -28,6 +28,10 @@ namespace {
 
 constexpr int kMaxScreenSide = 8192;
 
+// When what the author saved is loaded again.
+constexpr const char* kOnKey = "on-key";
+constexpr const char* kAtOnce = "at-once";
+
 /// "800x600x16".
 std::optional<platform::ScreenMode> parseScreen(const std::string& text) {
     formats::TextScanner scanner(text);
@@ -132,7 +136,8 @@ bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
 
 constexpr const char* kArguments =
     R"([--content DIR] [--cd DIR] [--home DIR] [--seed N] [--scene NAME]
-              [--trust] [--components] [--author] [--record FILE] [--profile FILE]
+              [--trust] [--components] [--author [--reload WHEN]] [--record FILE]
+              [--profile FILE]
               [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
                           [--machine LIST] [--record-sound DIR]]
        zorbet new DIR [--title TEXT]
@@ -140,8 +145,9 @@ constexpr const char* kArguments =
 
 constexpr const char* kMore =
     R"(Keys in the window: Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks
-whether to leave the game, Shift+F1 tells the version, Shift+F2 opens the console of --author,
-Shift+F4 takes a picture of a visit that is recorded.
+whether to leave the game, Shift+F1 tells the version. With --author Shift+F2 opens the
+console, Shift+F3 loads the running scene again with all that was saved, Ctrl+Shift+F3 keeps
+its variables. With --record Shift+F4 takes a picture.
 Exit codes: 0 the game ended, 1 a script is missing, or a file cannot be written, 2 the
 command line is wrong or there is no window.)";
 
@@ -191,6 +197,28 @@ commandline::Reader breakPointReader(std::optional<platform::BreakPoint>& breakP
             return breakPoint.has_value();
         },
         " is none; one is 3:kill: a number from 1, and error, full, short or kill");
+}
+
+commandline::Reader reloadReader(std::optional<bool>& atOnce) {
+    return reader(
+        [&atOnce](const std::string& value) {
+            atOnce = value == kAtOnce;
+            return *atOnce || value == kOnKey;
+        },
+        std::string(" is none; write ") + kOnKey + " or " + kAtOnce);
+}
+
+/// Throws commandline::Mistake.
+void checkReload(const CommandLine& line) {
+    if (!line.reloadsAtOnce) return;
+    if (!line.author)
+        throw commandline::Mistake("--reload: is for who makes the game; add --author");
+    if (line.headless)
+        throw commandline::Mistake("--reload: is for a game in a window; leave out --headless");
+    if (!line.record.empty())
+        throw commandline::Mistake(
+            "--reload: makes another visit of the one that is recorded; leave "
+            "out --record");
 }
 
 /// What is there with --headless only.
@@ -266,6 +294,10 @@ void addOptions(commandline::Command& command, CommandLine& line) {
                 "their places, Shift+F2 opens a console with messages, variables\n"
                 "and a line to run, and the title tells how many pictures a second\n"
                 "there are");
+    command.add("--reload", reloadReader(line.reloadsAtOnce),
+                "With --author: when what was saved is loaded again, on-key\n"
+                "(Shift+F3, as without this option) or at-once",
+                "WHEN");
     command.add("--record", &line.record,
                 "File that gets what happens in the window, to be played again\n"
                 "by --input; Shift+F4 takes a picture",
@@ -336,6 +368,7 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
             std::cout << versionText(line.content) << std::endl;
             return 0;
         }
+        checkReload(line);
         isGame = headless.finish();
         return isGame ? 0 : commandline::kWrong;
     };

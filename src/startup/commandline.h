@@ -17,9 +17,10 @@ struct CommandLine {
     std::string cd;
     std::string home;
     std::optional<std::uint32_t> seed;
-    bool trusted = false;    ///< no fence around the game's files
-    bool components = false; ///< native code of the game is loaded
-    bool author = false;     ///< shows what concerns the one who makes the game
+    bool trusted = false;              ///< no fence around the game's files
+    bool components = false;           ///< native code of the game is loaded
+    bool author = false;               ///< shows what concerns the one who makes the game
+    std::optional<bool> reloadsAtOnce; ///< what the author saves; not given: when asked to
     bool headless = false;
     std::string scene; ///< a script to begin with; empty: the game's first one
     platform::Timeline timeline;

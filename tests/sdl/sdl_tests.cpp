@@ -245,6 +245,30 @@ TEST(SdlDesk, TheConsoleHasTheKeysAndItsPartOfTheMouseWhileItIsOpen) {
     }
 }
 
+TEST(SdlEvents, KeysOfAnAuthorLoadAgainAndAreNotTheGames) {
+    const TemporaryFolder game;
+    for (const bool isAuthor : {true, false}) {
+        SdlOptions options{.author = isAuthor};
+        if (isAuthor) options.workshop = WorkshopOptions{.game = game.path()};
+        const auto machine = start(options);
+        if (!machine) GTEST_SKIP() << "SDL has no driver without a screen here";
+        std::string loads;
+        machine->author().setReload(
+            [&](const Reload& wanted) { loads += wanted.keepsVariables ? "kept " : "anew "; });
+        std::size_t heard = 0;
+        for (const int modifiers : {0, int{KMOD_LSHIFT}, KMOD_RSHIFT | KMOD_RCTRL}) {
+            SDL_Event event{};
+            event.key = {.type = SDL_KEYDOWN, .keysym = {.sym = SDLK_F3, .mod = Uint16(modifiers)}};
+            SDL_PushEvent(&event);
+            heard += after(*machine, 0, {}).count(Message::Kind::Key);
+            machine->passEnded();
+        }
+        EXPECT_EQ(loads, isAuthor ? "anew kept " : "");
+        EXPECT_EQ(heard, isAuthor ? 1u : 3u);
+        machine->author().setReload(nullptr);
+    }
+}
+
 /// What the debug window does, as far as it matters here.
 struct Owner final : TextWindowOwner {
     void resized() override { ++resizes; }

@@ -645,4 +645,31 @@ TEST_F(Scripts, WhoLooksAtThemFromOutsideLeavesNothingBehind) {
     EXPECT_GT(YHeap::current().count(), words);
 }
 
+TEST_F(Scripts, AScriptBeginsAnewWithItsVariablesIfWanted) {
+    run("a=1\nb=text\nitem.1=0.5\nlamp=Lamp 1\nwas=old\nhow=4\ngone=3\nwait");
+    put("test.mps", "yield off\na=0\nb=0\nitem.1=0\nlamp=7\nwas=Lamp 3\nset was hit how\nwait\n"
+                    "procedure how\n[\n]");
+    for (const auto& [keeps, values] : {std::pair{true, "1text0.57"}, {false, "0007"}}) {
+        thread->beginAnew(keeps);
+        pass(3);
+        EXPECT_EQ(value("a") + value("b") + value("item.1") + value("lamp"), values);
+        EXPECT_EQ(value("was") + value("how") + value("gone"), "\xA5+8<none>");
+    }
+}
+
+TEST_F(Scripts, AScriptWithMistakesIsToldAndCanBeginOnceTheyAreMended) {
+    const std::string mistake = "test.mps:2: ";
+    put("test.mps", "a=1\nif a [\n");
+    EXPECT_EQ(YCheckScript("test.mps", nullptr).at(0).substr(0, mistake.size()), mistake);
+    EXPECT_EQ(YCheckScript("no.mps", nullptr).size(), 1U);
+    EXPECT_EQ(value("a"), "<none>");
+    start("if a [\n");
+    EXPECT_EQ(boxes().size(), 1U);
+    put("test.mps", "a=5");
+    EXPECT_TRUE(YCheckScript("test.mps", nullptr).empty());
+    thread->beginAnew(false);
+    pass(3);
+    EXPECT_EQ(value("a"), "5");
+}
+
 } // namespace

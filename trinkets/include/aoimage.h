@@ -44,6 +44,8 @@ class AOImage {
     /// For those who can go without: a blank image where there is no such resource, which numbers
     /// below 0 ask for.
     [[nodiscard]] static std::shared_ptr<AOImage> locateOrBlank(int id);
+    /// From now on resources are read anew; who has an image keeps it.
+    static void forgetResources();
     /// How the `ASEQ` resource of an id is found.
     static void setSourceLocator(OMLinkTo<std::unique_ptr<OMIStream>(int id)> locator);
     /// Whether there is a way; else the check fails that has these texts.

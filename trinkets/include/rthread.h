@@ -18,6 +18,7 @@
 #include <string>
 #include <string_view>
 
+class YKeptVariables;
 class YProgram;
 class YStatement;
 class YVariable;
@@ -60,6 +61,11 @@ class YThread {
     void switchToScript(const std::string& name);
     /// As switchToScript; the current one is returned to by `exit`.
     void callScript(const std::string& name);
+
+    /// Begins the current script anew at the end of the tick, as its file is by then; also one that
+    /// could not be compiled. With `keepsVariables` those that it has then get their numbers and
+    /// texts back as soon as it gives way.
+    void beginAnew(bool keepsVariables);
 
     /// Runs a handler at once, until it is done or blocked. Does nothing while a switch is
     /// requested.
@@ -120,7 +126,9 @@ class YThread {
     };
 
     // Life, turns, interrupts and timers (rthread.cpp).
+    void join();
     void discardScript();
+    void giveVariablesBack();
     bool step(const eventRecord* event, Pace pace);
     bool enterInterrupt(const eventRecord& event);
     [[nodiscard]] std::string interruptText() const;
@@ -167,12 +175,14 @@ class YThread {
     OMLink endReachedLink_;
 
     std::string scriptName_;
-    std::unique_ptr<YProgram> program_; ///< null without a script
-    const YProgram* line_ = nullptr;    ///< that is carried out beside it
-    int loads_ = 0;                     ///< tells a script from the next one
+    std::unique_ptr<YProgram> program_;    ///< null without a script
+    const YProgram* line_ = nullptr;       ///< that is carried out beside it
+    int loads_ = 0;                        ///< tells a script from the next one
+    std::unique_ptr<YKeptVariables> kept_; ///< until the script gives way
     YFlow flow_;
     YTrace trace_;
 
+    bool joined_ = false; ///< the engine's threads
     bool halted_ = false; ///< to leave the loop after this instruction
     bool running_ = false;
     bool eventsEnabled_ = true;

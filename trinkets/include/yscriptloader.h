@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class OMIStream;
 class YEngine;
@@ -21,3 +22,8 @@ using YScriptLocator = OMLinkTo<std::unique_ptr<OMIStream>(std::string_view name
 /// One that cannot be read ends the program; one that does not compile is shown and gives null.
 [[nodiscard]] std::unique_ptr<YScript> YLoadScript(YEngine& engine, const std::string& name,
                                                    const YScriptLocator& locator);
+
+/// What is wrong with a script and what it includes, as "FILE:LINE: TEXT"; nothing when it could be
+/// loaded now. Its variables come into no heap that scripts use, and nobody is shown anything.
+[[nodiscard]] std::vector<std::string> YCheckScript(const std::string& name,
+                                                    const YScriptLocator& locator);

@@ -50,6 +50,14 @@ void OMPathAddDirectory(std::string_view path, bool cacheListing) {
     searchPath().directories.push_back(std::move(directory));
 }
 
+void OMPathListAgain() {
+    std::vector<OMPathDirectory> directories;
+    for (const OMPathDirectory& old : searchPath().directories)
+        directories.emplace_back(old.path(), old.isListingCached());
+    const std::lock_guard section(OMIOSection());
+    searchPath().directories = std::move(directories);
+}
+
 void OMPathSetStrict(bool strict) {
     const std::lock_guard section(OMIOSection());
     searchPath().strict = strict;

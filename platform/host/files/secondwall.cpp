@@ -88,7 +88,8 @@ int secondWallVersion() {
     return std::max(version, 0);
 }
 
-bool raiseSecondWall(const std::vector<std::string>& writable) {
+bool raiseSecondWall(const std::vector<std::string>& writable,
+                     const std::vector<std::string>& programs) {
     const int version = secondWallVersion();
     if (version == 0) return false;
     const Wall wall(version);
@@ -101,6 +102,7 @@ bool raiseSecondWall(const std::vector<std::string>& writable) {
     for (const char* installed : {"/usr", "/bin", "/sbin", "/lib", "/lib32", "/lib64", "/opt",
                                   "/nix/store", "/gnu/store", "/proc/self/exe"})
         wall.allow(installed, kExecute);
+    for (const std::string& program : programs) wall.allow(program, kExecute);
     return wall.raise();
 }
 

@@ -13,9 +13,10 @@ namespace platform {
 
 /// From now on this process, and what it starts, writes only in `writable` (folders of the host,
 /// and what lies below), to devices and in the caches of fonts and drivers, and executes only what
-/// the system has installed and the program itself. For the calling thread and those that it
-/// starts; cannot be taken back. Folders that are not there do not count. False where there is no
-/// wall, or it could not be raised.
-bool raiseSecondWall(const std::vector<std::string>& writable);
+/// the system has installed, the program itself and `programs`. For the calling thread and those
+/// that it starts; cannot be taken back. Folders that are not there do not count. False where there
+/// is no wall, or it could not be raised.
+bool raiseSecondWall(const std::vector<std::string>& writable,
+                     const std::vector<std::string>& programs = {});
 
 } // namespace platform

@@ -83,6 +83,12 @@ void ConsolePanel::toggle() {
     changed_ = true;
 }
 
+void ConsolePanel::openMessages() {
+    open_ = changed_ = true;
+    below_ = 0;
+    show(View::Messages);
+}
+
 void ConsolePanel::fit(const Rect& screen) {
     if (screen == screen_) return;
     screen_ = screen;

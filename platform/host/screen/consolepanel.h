@@ -38,6 +38,8 @@ class ConsolePanel final : public ScreenPanel {
 
     [[nodiscard]] bool isOpen() const { return open_; }
     void toggle();
+    /// Opens it, if it is closed, and shows the last messages.
+    void openMessages();
     /// The screen may have another size by now.
     void fit(const Rect& screen);
 

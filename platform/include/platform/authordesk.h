@@ -2,6 +2,7 @@
 // runs, and what they may ask of it. The game answers.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -51,6 +52,14 @@ class Inspection {
     virtual std::string run(std::string_view line) = 0;
 };
 
+/// What the game is to load again: the scripts of its running scene in any case.
+struct Reload {
+    bool resources = false;      ///< its libraries, maps and movies, too
+    bool keepsVariables = false; ///< numbers and texts of the scene get their old values
+};
+/// The game does it at its next turn, or tells why not.
+using ReloadLink = std::function<void(const Reload&)>;
+
 /// Nobody sits at this one.
 class AuthorDesk {
   public:
@@ -58,6 +67,9 @@ class AuthorDesk {
 
     /// A warning with its place in the scripts: several lines.
     virtual void warn(std::string_view /*text*/) {}
+    /// What came of something that the author asked for, Latin-1; `failed` when nothing did, which
+    /// they must not overlook.
+    virtual void tell(std::string_view /*text*/, bool /*failed*/) {}
     /// A line that a script says.
     virtual void say(std::string_view /*line*/) {}
     /// Whether the author wants to know where the time of scripts goes, and what that came to:
@@ -66,6 +78,8 @@ class AuthorDesk {
     virtual void giveProfile(std::string_view /*report*/) {}
     /// Null when the game is gone; it must outlive its time here.
     virtual void setInspection(Inspection* /*game*/) {}
+    /// How the game is told to load again; null when it is gone. Called between its turns only.
+    virtual void setReload(ReloadLink /*game*/) {}
 };
 
 } // namespace platform

@@ -59,6 +59,8 @@ std::shared_ptr<AOImage> AOImage::locate(int id) {
     return image;
 }
 
+void AOImage::forgetResources() { imagesInUse.clear(); }
+
 std::shared_ptr<AOImage> AOImage::locateOrBlank(int id) {
     std::shared_ptr<AOImage> image = id < 0 ? nullptr : locate(id);
     return image ? image : blank();

@@ -5,6 +5,7 @@
 #include "omformat.h"
 #include "omscrptb.h"
 #include "yengine.h"
+#include "ykeptvariables.h"
 #include "ystatement.h"
 
 #include <algorithm>
@@ -14,10 +15,14 @@ YThread::YThread(YEngine& engine, const char* name, YScriptLocator locator)
     : engine_(engine), isProfiled_(engine.profile() != nullptr), locator_(std::move(locator)),
       trace_(engine), playing_(std::make_shared<bool>(false)) {
     loadScript(name);
-    if (isLoaded()) engine_.add(*this);
+    if (isLoaded()) join();
 }
 
 YThread::~YThread() { engine_.remove(*this); }
+
+void YThread::join() {
+    if (!std::exchange(joined_, true)) engine_.add(*this);
+}
 
 /// The thread is left without a script.
 void YThread::discardScript() {
@@ -54,6 +59,7 @@ void YThread::loadScript(const char* name) {
     schedule_ = {};
     idle_ = {};
     if (wanted.empty()) return;
+    if (scriptName_ != wanted) kept_.reset();
     scriptName_ = wanted;
     std::unique_ptr<YScript> script = YLoadScript(engine_, wanted, locator_);
     if (!script) return;
@@ -84,6 +90,14 @@ void YThread::callScript(const std::string& name) {
     if (name == scriptName_) return;
     engine_.pushScript(scriptName_);
     switchToScript(name);
+}
+
+void YThread::beginAnew(bool keepsVariables) {
+    join(); // if its first script could not be compiled
+    kept_ = keepsVariables ? std::make_unique<YKeptVariables>(YHeap::current()) : nullptr;
+    stop();
+    wanted_.name = scriptName_;
+    engine_.requestSwitch(*this);
 }
 
 void YThread::requestSwitch(YVariable* script) {
@@ -160,6 +174,15 @@ void YThread::turn() {
     const YEngine::Turn scope(engine_);
     status_ = Status::Ready;
     step(nullptr, pace_);
+    if (kept_ && isLoaded()) giveVariablesBack();
+}
+
+/// Once the script has done what it begins with.
+void YThread::giveVariablesBack() {
+    const bool gaveWay = status_ == Status::Blocked || flow_.waiting || !running_;
+    if (!gaveWay || engine_.isSwitching()) return;
+    kept_->giveBack(YHeap::current());
+    kept_.reset();
 }
 
 /// Begins a handler, if there is one, and runs instructions. False when the thread cannot run or

@@ -19,6 +19,7 @@
 namespace {
 
 constexpr std::size_t kChosenFileLimit = 128;
+constexpr const char* kDamaged = ": damaged precompiled script";
 
 /// The whole of a file, up to one byte more than `limit`.
 std::string readFile(platform::File& file, std::size_t limit) {
@@ -98,7 +99,7 @@ std::unique_ptr<YScript> readPrecompiled(YEngine& engine, const std::string& nam
     if (script) {
         script->name = name;
     } else {
-        engine.warn(name + ": damaged precompiled script");
+        engine.warn(name + kDamaged);
         engine.recreateHeap();
     }
     return script;
@@ -116,4 +117,23 @@ std::unique_ptr<YScript> YLoadScript(YEngine& engine, const std::string& name,
     if (!source.text) engine.endProgram(source.message, name);
     if (YIsPrecompiled(*source.text)) return readPrecompiled(engine, name, *source.text);
     return compile(engine, name, std::move(*source.text), locator);
+}
+
+std::vector<std::string> YCheckScript(const std::string& name, const YScriptLocator& locator) {
+    YCompiler::Source source = readSource(name, locator, false);
+    if (!source.text) return {name + ": " + source.message};
+    YHeap heap;
+    if (YIsPrecompiled(*source.text)) {
+        if (YReadPrecompiled(heap, *source.text)) return {};
+        return {name + kDamaged};
+    }
+    const auto include = [&](const std::string& file) { return readSource(file, locator, true); };
+    YCompiler compiler(heap, include, YCompiler::OnError::Collect);
+    if (compiler.compile(name, std::move(*source.text))) return {};
+    std::vector<std::string> mistakes;
+    for (const YCompileError& error : compiler.errors())
+        if (!error.isWarning())
+            mistakes.push_back(error.file + ':' + std::to_string(error.line) + ": " +
+                               error.description());
+    return mistakes;
 }
