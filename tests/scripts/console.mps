@@ -27,6 +27,8 @@
 ;> 200 run play fish }
 ;> 200 run RandomNumber 5 5
 ;> 200 run MessageBox "Ahoy"
+;> 200 run fish=&boat
+;> 200 run fish
 ;> 200 run drop fish list.1
 ;> 200 run fish
 ;> 200 run set boat mouseDown clicked
@@ -97,7 +99,7 @@ say "goes on"
 ;# 106 run RText RText is a class
 ;# 107 run boat RAnimation
 ;# 108 run ref RAnimation (a second name)
-;# 109 run vanish Startup.mps:65
+;# 109 run vanish Startup.mps:67
 ;# 110 run 1/0 a division by zero, or a power that has no value
 ;# 111 run name/2 a text stands where a number is needed
 ;# 112 run (score parentheses or quotes do not match: (score
@@ -114,9 +116,11 @@ say "goes on"
 ;# 208 run play fish } done
 ;# 209 run RandomNumber 5 5 done, RESULT is 5
 ;# 210 run MessageBox "Ahoy" done
-;# 211 run drop fish list.1 done
-;# 212 run fish fish is not set
-;# 213 run set boat mouseDown clicked done
+;# 211 run fish=&boat RAnimation
+;# 212 run fish RAnimation
+;# 213 run drop fish list.1 done
+;# 214 run fish fish is not set
+;# 215 run set boat mouseDown clicked done
 ;# 300 run x= a value is missing; "drop x" empties the variable
 ;# 301 run set boat colour 1 Property colour not found
 ;# 302 run set boat mouseDown nobody Procedure nobody not found

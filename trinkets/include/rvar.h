@@ -101,6 +101,9 @@ class YVariable {
     /// What an assignment of another variable does. False when it would have to copy an object that
     /// cannot be copied; the variable is empty then.
     bool copyFrom(YVariable& source);
+    [[nodiscard]] bool ownsObject() const {
+        return type_ == Type::Object && ownership_ == Ownership::Owner;
+    }
     void markReference() { ownership_ = Ownership::Reference; }
 
     // What the interpreter's loops ask. These look at this very variable: not through an alias, and

@@ -105,9 +105,11 @@ void ConsolePanel::layOut() {
     changed_ = true;
 }
 
+/// Below properties one line is kept for the last message, such as what came of the line.
 Rect ConsolePanel::list() const {
+    const int kept = view_ == View::Properties ? paint::kLine : 0;
     return {kConsoleMargin, kBarHeight + 2, picture_.width() - kConsoleMargin,
-            picture_.height() - kFieldHeight - 2};
+            picture_.height() - kFieldHeight - 2 - kept};
 }
 
 Rect ConsolePanel::field() const {
@@ -377,6 +379,9 @@ void ConsolePanel::drawProperties() {
                      {values, y}, inOneLine(property.value), kConsoleResult);
     }
     drawMark(firstProperty_, properties_.size());
+    if (!lines_.empty())
+        paint::write(picture_, picture_.bounds(), {area.left, area.bottom}, lines_.back().text,
+                     colourOf(lines_.back().kind));
 }
 
 /// The part of the line around the caret.

@@ -152,7 +152,8 @@ YCompiler::Outcome YCompiler::compileAssignment(const Word& name) {
     }
     if (!atLineEnd() && text().text[text().at] == '&') {
         ++text().at;
-        variable.markReference();
+        // In a running script a name may have its own object already, and is its owner then.
+        if (!variable.ownsObject()) variable.markReference();
     }
     std::vector<Operand> words{{*target, name.at}};
     if (!readOperands(words)) return Outcome::Statement;

@@ -164,6 +164,7 @@ void YEngine::quit() {
 }
 
 void YEngine::endProgram(std::string_view message, const std::string& place) {
+    warnings_ = nullptr; // whoever is at work does not come to tell it
     warn(message, place);
     lastLink_();
     OMEndProcess(kProgramEnd);
