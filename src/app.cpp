@@ -35,6 +35,7 @@
 #include "startup/memoryexhaustion.h"
 #include "startup/programresources.h"
 #include "startup/warnings.h"
+#include "texts/gametexts.h"
 #include "world/savedworld.h"
 #include "yengine.h"
 #include "yinspection.h"
@@ -128,7 +129,7 @@ platform::Point windowCorner() {
 class Stage {
   public:
     Stage(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine,
-          SavedWorld& savedWorld);
+          SavedWorld& savedWorld, const std::string& language);
     Stage& operator=(Stage&&) = delete;
 
     /// From the start script, or another one, to the end of the game.
@@ -140,6 +141,7 @@ class Stage {
 
     // In the order of their making.
     RResources& resources_;
+    RGameTexts texts_;
     RMovies movies_;
     OMApp app_;
     RCursors cursors_; ///< asked for as long as there is the window
@@ -158,12 +160,12 @@ class Stage {
 };
 
 Stage::Stage(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& soundEngine,
-             SavedWorld& savedWorld)
-    : resources_(resources),
+             SavedWorld& savedWorld, const std::string& language)
+    : resources_(resources), texts_(language),
       app_(mode, OMColor(), {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth),
       window_(windowCorner(), app_.productName(), &scenePause_), menu_(app_, window_),
       music_(scenePause_), sounds_(resources), animationSounds_(resources),
-      commands_(window_, resources, sounds_, movies_) {
+      commands_(window_, resources, sounds_, movies_, texts_) {
     linkApplication(soundEngine);
     linkScenes();
     engine_.setTraceWindow([this](std::string_view text) { debugWindow_.showText(text); });
@@ -277,7 +279,7 @@ void RGame::run(const RGameStart& start) {
         start.seed.value_or(static_cast<std::uint32_t>(OMPlatform().clock().calendarSeconds())));
     if (!startResources()) return;
     progressLayouts_.emplace(ProgressLayouts::find());
-    stage_.emplace(*mode, resources_, soundEngine_, savedWorld_);
+    stage_.emplace(*mode, resources_, soundEngine_, savedWorld_, start.language);
     stage_->run(start.scene);
 }
 

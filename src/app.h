@@ -9,6 +9,7 @@
 struct RGameStart {
     std::optional<std::uint32_t> seed; ///< of the random numbers, instead of the time
     std::string scene;                 ///< the first script, if not the game's own
+    std::string language;              ///< of the game's texts; empty: that of the scripts
 };
 
 /// Runs the game on the installed platform; its exit code.

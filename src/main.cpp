@@ -116,18 +116,34 @@ void complain(const std::vector<std::string>& problems) {
         std::fprintf(stderr, "zorbet: %s\n", problem.c_str());
 }
 
+/// The tag of a language of the game; empty when it has none. What was asked for and is not there
+/// is told.
+std::string languageOf(const platform::GameInfo& game, const CommandLine& line) {
+    std::vector<std::string> wanted;
+    if (!line.language.empty())
+        wanted = {line.language};
+    else if (!line.headless)
+        wanted = platform::systemLanguages();
+    std::string chosen = platform::chooseLanguage(game, wanted);
+    if (!line.language.empty() && !platform::belongsToLanguage(line.language, chosen))
+        complain({"the game is not in the language " + line.language + ", but in " +
+                  (chosen.empty() ? "none that its game.ini tells" : chosen)});
+    return chosen;
+}
+
 /// On the installed platform; the exit code.
-int play(const CommandLine& line, std::optional<platform::VisitWriter>& visit) {
+int play(const CommandLine& line, const std::string& language,
+         std::optional<platform::VisitWriter>& visit) {
     std::optional<std::uint32_t> seed = line.seed;
     if (visit) {
         if (!seed) seed = static_cast<std::uint32_t>(std::time(nullptr));
-        visit->begin(*seed, line.scene, RDataFileBytes());
+        visit->begin(*seed, line.scene, language, RDataFileBytes());
     }
     if (const auto problem = line.data ? RBringDataFile(*line.data) : std::nullopt) {
         complain({*problem});
         return kNoPlace;
     }
-    return RGameMain({seed, line.scene});
+    return RGameMain({seed, line.scene, language});
 }
 
 } // namespace
@@ -147,10 +163,8 @@ int main(int argc, char** argv) {
     const Start start = prepare(line);
     const bool headless = start.line.headless;
     complain(start.game.problems);
-    const RProgramTexts texts(
-        platform::chooseLanguage(start.game, headless ? std::vector<std::string>()
-                                                      : platform::systemLanguages()),
-        start.game.boxTexts);
+    const std::string language = languageOf(start.game, line);
+    const RProgramTexts texts(language, start.game.boxTexts);
     complain(texts.problems());
 
     std::optional<platform::VisitWriter> visit; // that is recorded
@@ -164,7 +178,7 @@ int main(int argc, char** argv) {
         headless ? makeHeadless(start, texts) : makeWindow(start, texts, visit ? &*visit : nullptr);
     if (!machine) return kNoWindow;
     OMSetPlatform(machine.get());
-    const int exitCode = play(line, visit);
+    const int exitCode = play(line, language, visit);
     machine->programEnds(exitCode);
     OMSetPlatform(nullptr);
     return exitCode;

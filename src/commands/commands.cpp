@@ -10,6 +10,7 @@
 #include "resources/resources.h"
 #include "scene/efwindow.h"
 #include "sound/gamesounds.h"
+#include "texts/gametexts.h"
 #include "world/worldmemory.h"
 #include "ykeyword.h"
 
@@ -34,13 +35,13 @@ decltype(auto) argument(const Parts& parts) {
         return oms::nextArgument<Argument>();
 }
 
-/// An integer that comes back is the RESULT.
+/// An integer or a text that comes back is the RESULT.
 template <auto Function, class Result, class... Arguments>
 void call(const Parts& parts) {
     // Braces fix the order in which the arguments are read.
     std::tuple<decltype(argument<Arguments>(parts))...> arguments{argument<Arguments>(parts)...};
     const auto run = [](auto&... values) { return std::invoke(Function, values...); };
-    if constexpr (std::is_same_v<Result, int>)
+    if constexpr (!std::is_void_v<Result>)
         OMScriptableObject::setResult(std::apply(run, arguments));
     else
         std::apply(run, arguments);
@@ -55,6 +56,10 @@ struct Command<Function> {
 template <class Part, class Result, class... Arguments, Result (Part::*Member)(Arguments...)>
 struct Command<Member> {
     static constexpr auto run = &call<Member, Result, Part&, Arguments...>;
+};
+template <class Part, class Result, Result (Part::*Member)() const>
+struct Command<Member> {
+    static constexpr auto run = &call<Member, Result, Part&>;
 };
 
 struct Row {
@@ -145,6 +150,7 @@ constexpr Row kRows[] = {
     RCommand<&EffectsWindow::displayScreen>("DisplayScreen"),
     RCommand<&EffectsWindow::endTransition>("EndTransition", "quick"),
     RCommand<&EffectsWindow::freezeScreen>("FreezeScreen"),
+    RCommand<&RGameTexts::language>("GetLanguage"),
     RCommand<&EffectsWindow::goToBlack>("GoToBlack"),
     RCommand<&intersectTest>("IntersectTest", "a b"),
     RCommand<&logMessage>("LogMessage", "text"),
@@ -159,6 +165,7 @@ constexpr Row kRows[] = {
     RCommand<&OMTrinket::setCorralNormalization>("SetCorralTrinketNormalization", "yes"),
     RCommand<&OMLog::setLevel>("SetDebugLevel", "level"),
     RCommand<&EffectsWindow::setDoubleClicksEnabled>("SetDoubleClicksEnabled", "yes"),
+    RCommand<&RGameTexts::setLanguage>("SetLanguage", "language"),
     RCommand<&setSpeechCaching>("SetSpeechCaching", "yes"),
     RCommand<&OMAnimation::setUseEmbeddedAnimationCoordinates>("SetUseEmbeddedAnimationCoordinates",
                                                                "yes"),
@@ -181,8 +188,8 @@ constexpr Row kRows[] = {
 } // namespace
 
 RCommands::RCommands(EffectsWindow& window, RResources& resources, RGameSounds& sounds,
-                     RMovies& movies)
-    : parts_(window, resources, sounds, movies, output_, answerSounds_) {
+                     RMovies& movies, RGameTexts& texts)
+    : parts_(window, resources, sounds, movies, output_, answerSounds_, texts) {
     for (const Row& row : kRows)
         YCommands::add(row.words.name, [this, run = row.run] { run(parts_); });
 }

@@ -11,6 +11,7 @@
 
 class EffectsWindow;
 class RGameSounds;
+class RGameTexts;
 class RMovies;
 class RResources;
 
@@ -25,10 +26,11 @@ class RCommands {
   public:
     /// What the commands work on.
     using Parts = std::tuple<EffectsWindow&, RResources&, RGameSounds&, RMovies&, ROutputFile&,
-                             RDefaultAnswerSounds&>;
+                             RDefaultAnswerSounds&, RGameTexts&>;
 
     /// The parts of the game must outlive the commands.
-    RCommands(EffectsWindow& window, RResources& resources, RGameSounds& sounds, RMovies& movies);
+    RCommands(EffectsWindow& window, RResources& resources, RGameSounds& sounds, RMovies& movies,
+              RGameTexts& texts);
     ~RCommands();
     RCommands& operator=(RCommands&&) = delete;
 

@@ -129,6 +129,7 @@ bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
     if (!line.seed) line.seed = visit.seed;
     if (!hasStep) line.stepMs = visit.stepMs.value_or(line.stepMs);
     if (line.scene.empty()) line.scene = visit.scene;
+    if (line.language.empty()) line.language = visit.language;
     line.turns = std::move(visit.turns);
     line.data = std::move(visit.data);
     return true;
@@ -136,7 +137,7 @@ bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
 
 constexpr const char* kArguments =
     R"([--content DIR] [--cd DIR] [--home DIR] [--seed N] [--scene NAME]
-              [--trust] [--components] [--author [--reload WHEN]] [--record FILE]
+              [--language TAG] [--trust] [--components] [--author [--reload WHEN]] [--record FILE]
               [--profile FILE]
               [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
                           [--machine LIST] [--record-sound DIR]]
@@ -283,6 +284,10 @@ void addOptions(commandline::Command& command, CommandLine& line) {
                 "Begin with this script, with the player that tests/player.mps\n"
                 "of the game prepares; nothing is kept",
                 "NAME");
+    command.add("--language", &line.language,
+                "Of the game's languages this one (default: the system's, and\n"
+                "without a window the game's own)",
+                "TAG");
     command.add("--trust", &line.trusted,
                 "The game may open all files of this machine that you may: for\n"
                 "your own work only");

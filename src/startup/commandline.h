@@ -22,6 +22,8 @@ struct CommandLine {
     bool author = false;               ///< shows what concerns the one who makes the game
     std::optional<bool> reloadsAtOnce; ///< what the author saves; not given: when asked to
     bool headless = false;
+    std::string
+        language;      ///< a tag of the game's; empty: by the system, or without a window the first
     std::string scene; ///< a script to begin with; empty: the game's first one
     platform::Timeline timeline;
     std::vector<platform::Turns> turns; ///< times of the first turns, when they are known

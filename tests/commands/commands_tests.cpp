@@ -12,6 +12,7 @@
 #include "scene/rscenprt.h"
 #include "sound/animationsounds.h"
 #include "sound/gamesounds.h"
+#include "texts/gametexts.h"
 #include "trinkets/windowfixture.h"
 
 #include "omao.h"
@@ -92,7 +93,8 @@ class CommandsTest : public testing_support::OMAppTest {
     std::optional<RGameSounds> sounds{resources};
     RMovies movies;
     EffectsWindow window{{0, 0}, "Game"};
-    RCommands commands{window, resources, *sounds, movies};
+    RGameTexts texts{""};
+    RCommands commands{window, resources, *sounds, movies, texts};
 };
 
 TEST_F(CommandsTest, WhatTheLogSaysOfFiles) {

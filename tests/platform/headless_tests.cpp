@@ -59,7 +59,8 @@ TEST(Timeline, RefusesBadLinesByNumber) {
          {"5 move 1", "5 move 1 2 3", "5 move 99999999999 2"}},
         {"\"key\" wants one Latin-1 character or the name of a key",
          {"5 key ", "5 key Ctrl-", "5 key F13", "5 key \xE2\x82\xAC", "5 key \x01"}},
-        {"this wants one word: \"seed N\", \"step N\" of at most 60000, \"scene NAME\", \"data "
+        {"this wants one word: \"seed N\", \"step N\" of at most 60000, \"scene NAME\", \"language "
+         "TAG\", \"data "
          "BYTES\" of two hexadecimal digits each; or \"turns MS*COUNT\" and further ones",
          {"seed", "step 60001", "scene a b", "data 012", "data 0x", "data -1", "turns", "turns 1*",
           "turns 0*2", "turns 1*0", "turns 1*2*3", "turns 1 x"}},
@@ -127,7 +128,7 @@ TEST(VisitRecorder, WhatItWroteIsSeenAgain) {
     {
         HeadlessPlatform machine(options);
         VisitWriter writer(file);
-        writer.begin(5, "harbour", data);
+        writer.begin(5, "harbour", "en", data);
         auto& display = dynamic_cast<HostDisplay&>(machine.display());
         HostDesk desk("");
         VisitRecorder recorder(writer, machine.clock(), machine.events(), machine.dialogs(),
@@ -143,7 +144,8 @@ TEST(VisitRecorder, WhatItWroteIsSeenAgain) {
     }
     std::ifstream written(file);
     const auto visit = std::get<Visit>(parseVisit(written));
-    EXPECT_TRUE(visit.seed == 5u && visit.scene == "harbour" && visit.data == data);
+    EXPECT_TRUE(visit.seed == 5u && visit.scene == "harbour" && visit.language == "en" &&
+                visit.data == data);
     options.timeline = visit.timeline;
     options.turns = visit.turns;
     HeadlessPlatform machine(options);

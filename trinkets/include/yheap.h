@@ -28,6 +28,10 @@ class YHeap {
     /// Destroys every variable and the objects they own, and starts anew.
     static void recreate();
 
+    /// The script whose words these are, for who knows what its texts mean.
+    void setScript(std::string name) { script_ = std::move(name); }
+    [[nodiscard]] const std::string& script() const { return script_; }
+
     [[nodiscard]] int count() const { return static_cast<int>(variables_.size()); }
     [[nodiscard]] YVariable& get(int index) { return *variables_[static_cast<std::size_t>(index)]; }
 
@@ -83,6 +87,7 @@ class YHeap {
     YVariable& create(std::string_view text);
     void noteFamily(const YVariable& member);
 
+    std::string script_;
     std::vector<std::unique_ptr<YVariable>> variables_;
     std::unordered_map<std::string_view, int> indices_; ///< keys lie in the variables
     std::unordered_map<std::string_view, Family> families_;

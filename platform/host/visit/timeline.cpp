@@ -283,6 +283,8 @@ Read readSetting(LineReader line, Visit& visit) {
         isRight = (visit.stepMs = line.number(1u, kMostStepMs)).has_value();
     else if (name == "scene")
         isRight = !(visit.scene = line.word()).empty();
+    else if (name == "language")
+        isRight = !(visit.language = line.word()).empty();
     else if (name == "data")
         isRight = readData(line, visit);
     else if (name == "turns")
@@ -317,10 +319,11 @@ std::variant<Visit, TimelineError> parseVisit(std::istream& input) {
         const std::string_view line = trimmed(text, number);
         if (isSkipped(line)) continue;
         if (const Read read = readSetting(LineReader(line), visit); read == Read::Wrong) {
-            return TimelineError{number, "this wants one word: \"seed N\", \"step N\" of at most " +
-                                             std::to_string(kMostStepMs) +
-                                             ", \"scene NAME\", \"data BYTES\" of two hexadecimal "
-                                             "digits each; or \"turns MS*COUNT\" and further ones"};
+            return TimelineError{
+                number, "this wants one word: \"seed N\", \"step N\" of at most " +
+                            std::to_string(kMostStepMs) +
+                            ", \"scene NAME\", \"language TAG\", \"data BYTES\" of two hexadecimal "
+                            "digits each; or \"turns MS*COUNT\" and further ones"};
         } else if (read == Read::Done) {
             continue;
         }

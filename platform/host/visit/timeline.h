@@ -21,6 +21,7 @@
 //     seed 7                   of the random numbers
 //     step 10                  milliseconds of a turn
 //     scene harbour            the script
+//     language en              of the game's texts
 //     data 1F00A0              bytes of the data file at the start, further lines have further
 //                              bytes; without bytes there is none
 //     turns 1*37 2 16*2        milliseconds that the clock goes on behind the turns of the main
@@ -92,6 +93,7 @@ struct Visit {
     std::optional<std::uint32_t> seed;
     std::optional<std::uint32_t> stepMs; ///< 1 to kMostStepMs
     std::string scene;                   ///< a script; empty: the game's first one
+    std::string language;                ///< a tag of the game's; empty: its own
 };
 
 inline constexpr std::uint32_t kMostStepMs = 60'000;

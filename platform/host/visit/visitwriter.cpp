@@ -14,10 +14,12 @@ VisitWriter::VisitWriter(const std::string& file)
     : file_(file, std::ios::binary), folder_(std::filesystem::path(file).parent_path().string()),
       name_(std::filesystem::path(file).stem().string()) {}
 
-void VisitWriter::begin(std::uint32_t seed, std::string_view scene, std::string_view data) {
+void VisitWriter::begin(std::uint32_t seed, std::string_view scene, std::string_view language,
+                        std::string_view data) {
     line("# A recorded visit; zorbet --headless --input plays it again.");
     line("seed " + std::to_string(seed));
     if (!scene.empty()) line("scene " + std::string(scene));
+    if (!language.empty()) line("language " + std::string(language));
     line(dataLines(data));
 }
 

@@ -25,9 +25,10 @@ class VisitWriter {
     [[nodiscard]] const std::string& folder() const { return folder_; }
     [[nodiscard]] const std::string& name() const { return name_; }
 
-    /// What it begins with. An empty scene is the game's first one; without data there is no data
-    /// file.
-    void begin(std::uint32_t seed, std::string_view scene, std::string_view data);
+    /// What it begins with. An empty scene is the game's first one, an empty language its own;
+    /// without data there is no data file.
+    void begin(std::uint32_t seed, std::string_view scene, std::string_view language,
+               std::string_view data);
     void write(std::uint32_t timeMs, const Happening& what);
     /// One turn of the main loop is over.
     void turn(std::uint32_t ms);

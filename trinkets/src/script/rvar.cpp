@@ -5,6 +5,7 @@
 #include "omscrptb.h"
 #include "yexpression.h"
 #include "yheap.h"
+#include "ytexts.h"
 
 #include <algorithm>
 
@@ -117,6 +118,10 @@ void YVariable::classifyConstant() {
         storeText(text_);
     else
         type_ = Type::String;
+    const YTexts* const texts = isQuote(text_.front()) ? YTexts::current() : nullptr;
+    const std::string* const meaning =
+        texts ? texts->meaningOf(quotedContent(text_), heap_->script()) : nullptr;
+    if (meaning) valueString_ = *meaning;
 }
 
 // ---------------------------------------------------------------------------- reading
@@ -144,7 +149,8 @@ std::string_view YVariable::string(YScratch& scratch) const {
         if (self.type_ == Type::Object) return kObjectText;
         return self.heldString();
     case Kind::Constant:
-        if (YVariable::isQuote(self.text_.front())) return quotedContent(self.text_);
+        if (YVariable::isQuote(self.text_.front()))
+            return self.valueString_.empty() ? quotedContent(self.text_) : self.valueString_;
         if (self.text_.front() != '?') return self.text_;
         scratch.data[0] = static_cast<char>('0' + OMRandomBelow(10));
         return {scratch.data, 1};

@@ -74,6 +74,7 @@ YCompiler::Source readSource(const std::string& name, const YScriptLocator& loca
 std::unique_ptr<YScript> compile(YEngine& engine, const std::string& name, std::string text,
                                  const YScriptLocator& locator) {
     const auto include = [&](const std::string& file) { return readSource(file, locator, true); };
+    YHeap::current().setScript(name);
     YCompiler compiler(YHeap::current(), include);
     const auto warn = [&](const YCompileError& error, const std::string& what) {
         engine.warn(what, error.file + ':' + std::to_string(error.line));
@@ -95,6 +96,7 @@ std::unique_ptr<YScript> readPrecompiled(YEngine& engine, const std::string& nam
                                          std::string_view bytes) {
     // Such a script knows its variables by their places in the table, so it needs one to itself.
     if (YHeap::current().count() != YHeap::kPredefined) engine.recreateHeap();
+    YHeap::current().setScript(name);
     std::unique_ptr<YScript> script = YReadPrecompiled(YHeap::current(), bytes);
     if (script) {
         script->name = name;
