@@ -105,8 +105,8 @@ std::string usageAsLine(std::string_view usage) {
     return line;
 }
 
-/// Texts of the help: paragraphs, and below these indented lines, which stay as they are, or are items with
-/// two blanks or more behind their terms.
+/// Texts of the help: paragraphs, and below these indented lines, which stay as they are, or are
+/// items with two blanks or more behind their terms.
 class Paragraphs {
   public:
     /// `isFirst`: a heading stands before them.
@@ -243,8 +243,8 @@ std::string manualOf(const ProgramText& program, const std::string& date) {
     text += Paragraphs(program.description, true).result();
     text += ".SH OPTIONS\n" + optionsOf(program.itself) + commandsOf(program);
     for (const Section& section : program.sections)
-        text +=
-            ".SH " + escaped(inUpperCase(section.title)) + "\n" + Paragraphs(section.text, true).result();
+        text += ".SH " + escaped(inUpperCase(section.title)) + "\n" +
+                Paragraphs(section.text, true).result();
     return text + seeAlsoOf(program.manual);
 }
 

@@ -9,7 +9,7 @@ mkdir -p "$work"
 cd "$work"
 
 fail() { echo "$*" >&2; exit 1; }
-touch "$build/sample/zorbelog.txt" # as every player of the build's game leaves it
+touch "$build"/{sample,newgame}/zorbelog.txt # as every player of the build's games leaves it
 "$cmake" --install "$build" --prefix "$work/made" >/dev/null
 rm -rf elsewhere && mv made elsewhere && prefix=$work/elsewhere
 ! grep -rlF -e "$build" -e "$sources" -e "$work" "$prefix" || fail "these tell where they were made"
