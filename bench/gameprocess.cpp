@@ -1,5 +1,7 @@
 #include "gameprocess.h"
 
+#include "platform/host/machine/installation.h"
+
 #include <array>
 #include <ctime>
 #include <fcntl.h>
@@ -70,9 +72,8 @@ void play(const std::string& program, const std::string& game, ProcessTimes& tim
 } // namespace
 
 ProcessTimes playGame(const std::string& folder, int repetitions) {
-    const std::filesystem::path here = std::filesystem::read_symlink("/proc/self/exe");
+    const std::string program = platform::programNamed("zorbet").string();
     ProcessTimes times;
-    for (int i = 0; i < repetitions; ++i)
-        play((here.parent_path() / "zorbet").string(), folder, times);
+    for (int i = 0; i < repetitions; ++i) play(program, folder, times);
     return times;
 }

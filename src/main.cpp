@@ -2,16 +2,17 @@
 #include "app.h"
 #include "omplatform.h"
 #include "startup/commandline.h"
-#include "startup/programfolder.h"
 #include "startup/programresources.h"
 #include "startup/visitdata.h"
 
+#include "platform/commandline/commandline.h"
 #include "platform/headless/headlessplatform.h"
 #include "platform/host/files/scratchfolder.h"
 #include "platform/host/game/datafolder.h"
 #include "platform/host/game/gameinfo.h"
 #include "platform/host/game/playerpermits.h"
 #include "platform/host/machine/hostmachine.h"
+#include "platform/host/machine/installation.h"
 #include "platform/host/visit/visitwriter.h"
 #if ZORBET_HAVE_SDL
 #include "platform/sdl/sdlplatform.h"
@@ -21,9 +22,11 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace {
@@ -63,7 +66,7 @@ std::optional<platform::WorkshopOptions> workshopOptions(const Start& start) {
     if (!start.line.author || !start.line.record.empty()) return std::nullopt;
     return platform::WorkshopOptions{.game = start.host.content,
                                      .cd = start.host.cd,
-                                     .packer = programBeside("zorbet-rsc"),
+                                     .packer = platform::programNamed("zorbet-rsc"),
                                      .atOnce = start.line.reloadsAtOnce.value_or(false)};
 }
 
@@ -97,10 +100,25 @@ std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgra
     return nullptr;
 }
 
+void complain(const std::vector<std::string>& problems) {
+    for (const std::string& problem : problems)
+        std::fprintf(stderr, "zorbet: %s\n", problem.c_str());
+}
+
+/// The folder of the game that is played when none is named; nothing when it is not there, which is
+/// told.
+std::optional<std::string> sampleGame() {
+    const std::filesystem::path folder = platform::dataNamed("sample");
+    std::error_code error;
+    if (std::filesystem::is_directory(folder, error)) return folder.string();
+    complain(
+        {"the sample game is not in " + folder.string() +
+         "; install it too (the package zorbet-sample), or name a game's folder by --content"});
+    return std::nullopt;
+}
+
 Start prepare(const CommandLine& line) {
-    Start start{line,
-                {line.content.empty() ? besideProgram("sample") : line.content, line.cd, line.home},
-                {}};
+    Start start{line, {line.content, line.cd, line.home}, {}};
     start.host.trusted = line.trusted;
     start.host.components = line.components || platform::permitsComponents(start.host.content);
     start.game = platform::readGameInfo(start.host.content);
@@ -109,11 +127,6 @@ Start prepare(const CommandLine& line) {
         start.host.home = platform::claimDataFolder(start.game.identifier, start.host.content);
     }
     return start;
-}
-
-void complain(const std::vector<std::string>& problems) {
-    for (const std::string& problem : problems)
-        std::fprintf(stderr, "zorbet: %s\n", problem.c_str());
 }
 
 /// The tag of a language of the game; empty when it has none. What was asked for and is not there
@@ -159,6 +172,11 @@ int main(int argc, char** argv) {
     } catch (const std::filesystem::filesystem_error& error) {
         complain({error.what()});
         return kNoPlace;
+    }
+    if (line.content.empty()) {
+        const auto sample = sampleGame();
+        if (!sample) return commandline::kWrong;
+        line.content = *sample;
     }
     const Start start = prepare(line);
     const bool headless = start.line.headless;

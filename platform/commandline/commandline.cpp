@@ -1,5 +1,8 @@
 #include "platform/commandline/commandline.h"
 
+#include "platform/commandline/completion.h"
+#include "platform/commandline/manual.h"
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -20,7 +23,9 @@ namespace commandline {
 
 namespace {
 
-constexpr std::size_t kColumn = 24; ///< where descriptions begin
+constexpr std::size_t kColumn = 24;            ///< where descriptions begin
+constexpr const char* kPlainTitle = "Options"; ///< above options that stand below no other
+constexpr const char* kDescribeAs = "--describe-as";
 
 /// "a, b and c".
 std::string joined(const std::vector<std::string>& names) {
@@ -56,6 +61,40 @@ std::string plainText(const CLI::ParseError& error) {
     replace("The following argument was not expected: ", "this does not belong here: ");
     replace("The following arguments were not expected: ", "these do not belong here: ");
     return text;
+}
+
+/// The end of a program's help.
+std::string footer(const std::vector<Section>& sections) {
+    std::string text;
+    for (const Section& section : sections) {
+        text += (text.empty() ? "" : "\n") + section.title + ":\n  ";
+        for (const char letter : section.text) {
+            if (text.ends_with('\n') && letter != '\n') text += "  ";
+            text += letter;
+        }
+        text += '\n';
+    }
+    if (!text.empty()) text.pop_back();
+    return text;
+}
+
+OptionText textOf(const CLI::Option& option) {
+    OptionText text;
+    text.isArgument = option.get_positional();
+    if (text.isArgument) text.names.push_back(option.get_name(true));
+    for (const std::string& name : option.get_snames()) text.names.push_back("-" + name);
+    for (const std::string& name : option.get_lnames()) text.names.push_back("--" + name);
+    text.value = text.isArgument ? option.get_name(true) : option.get_option_text();
+    text.description = option.get_description();
+    if (option.get_group() != kPlainTitle) text.title = option.get_group();
+    text.isVersatile = option.get_expected_max() > 1;
+    return text;
+}
+
+std::vector<OptionText> optionTextsOf(const CLI::App& command) {
+    std::vector<OptionText> texts;
+    for (const CLI::Option* option : command.get_options()) texts.push_back(textOf(*option));
+    return texts;
 }
 
 } // namespace
@@ -153,6 +192,7 @@ struct Program::Parser {
     Parser(const std::string& description, const std::string& name) : app(description, name) {}
 
     CLI::App app;
+    ProgramText text; ///< but for options and commands, which `app` has
     std::map<const CLI::App*, std::string> arguments; ///< of the commands
     int exitCode = 0;
 
@@ -184,9 +224,14 @@ class Program::Form final : public CLI::Formatter {
     const Parser& parser_;
 };
 
-Program::Program(const std::string& name, const std::string& description)
-    : parser_(std::make_unique<Parser>(description, name)) {
+Program::Program(const std::string& name, const std::string& summary,
+                 const std::string& description)
+    : parser_(std::make_unique<Parser>(summary + ".\n" + description, name)) {
     CLI::App& app = parser_->app;
+    parser_->text.name = name;
+    parser_->text.version = ZORBET_VERSION;
+    parser_->text.summary = summary;
+    parser_->text.description = description;
     app.formatter(std::make_shared<Form>(*parser_));
     app.set_help_flag("-h,--help", "Print this text, and that of a command behind its name");
     app.require_subcommand(1);
@@ -199,11 +244,15 @@ void Program::setVersion(const std::string& text) {
     parser_->app.set_version_flag("--version", text, "Print the version");
 }
 
-Command Program::byItself(const std::string& arguments, const std::string& more,
+void Program::setManual(const Manual& manual) { parser_->text.manual = manual; }
+
+Command Program::byItself(const std::string& arguments, std::vector<Section> sections,
                           std::function<int()> work) {
     CLI::App& app = parser_->app;
     app.require_subcommand(0, 1);
-    app.footer(more);
+    app.footer(footer(sections));
+    parser_->text.sections = std::move(sections);
+    parser_->text.isCommand = true;
     app.callback([this, &app, work = std::move(work)] {
         if (app.get_subcommands().empty()) parser_->exitCode = work();
     });
@@ -224,6 +273,9 @@ Command Program::add(const std::string& name, const std::string& description,
 }
 
 int Program::run(int argc, const char* const* argv, std::ostream& out, std::ostream& errors) {
+    constexpr int kWordsToDescribe = 3;
+    if (argc == kWordsToDescribe && std::string_view(argv[1]) == kDescribeAs)
+        return describe(argv[2], out, errors);
     try {
         parser_->checkCommand(argc, argv);
         parser_->app.parse(argc, argv);
@@ -235,6 +287,34 @@ int Program::run(int argc, const char* const* argv, std::ostream& out, std::ostr
     } catch (const Mistake& mistake) {
         return refuse(mistake.what(), errors);
     }
+}
+
+ProgramText Program::text() const {
+    ProgramText text = parser_->text;
+    const auto argumentsOf = [this](const CLI::App& command) {
+        const auto found = parser_->arguments.find(&command);
+        return found == parser_->arguments.end() ? std::string() : found->second;
+    };
+    text.itself = {{}, {}, argumentsOf(parser_->app), {}, optionTextsOf(parser_->app)};
+    for (const CLI::App* command : parser_->app.get_subcommands(nullptr))
+        text.commands.push_back({command->get_name(), command->get_description(),
+                                 argumentsOf(*command), command->get_footer(),
+                                 optionTextsOf(*command)});
+    return text;
+}
+
+int Program::describe(const std::string& form, std::ostream& out, std::ostream& errors) const {
+    if (form == "man")
+        out << manualOf(text(), ZORBET_RELEASED);
+    else if (form == "bash")
+        out << bashCompletionOf(text());
+    else if (form == "fish")
+        out << fishCompletionOf(text());
+    else if (form == "zsh")
+        out << zshCompletionOf(text());
+    else
+        return refuse(std::string(kDescribeAs) + ": the forms are man, bash, fish and zsh", errors);
+    return 0;
 }
 
 int Program::refuse(const std::string& problem, std::ostream& errors) const {
@@ -269,8 +349,12 @@ std::string Program::Parser::nameOf(const CLI::App& command) const {
 
 std::string Program::Parser::usageOf(const CLI::App& command) const {
     const auto found = arguments.find(&command);
-    return "Usage: " + nameOf(command) + " " +
-           (found == arguments.end() ? "COMMAND ..." : found->second) + "\n";
+    std::string usage = "Usage: " + nameOf(command) + " " +
+                        (found == arguments.end() ? "COMMAND ..." : found->second) + "\n";
+    if (&command == &app && found != arguments.end())
+        for (const CLI::App* other : app.get_subcommands(nullptr))
+            usage += "       " + nameOf(*other) + " " + arguments.at(other) + "\n";
+    return usage;
 }
 
 } // namespace commandline

@@ -2,6 +2,8 @@
 // and errors read alike for all programs.
 #pragma once
 
+#include "platform/commandline/programtext.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -77,15 +79,19 @@ class Command {
 
 class Program {
   public:
-    Program(const std::string& name, const std::string& description);
+    /// `summary` says in a line what the program does; `description` goes on with it.
+    Program(const std::string& name, const std::string& summary, const std::string& description);
     ~Program();
     Program& operator=(Program&&) = delete;
 
     /// --version prints this.
     void setVersion(const std::string& text);
 
+    void setManual(const Manual& manual);
+
     /// What the program does when no command is named, as with `add`; without it one must be.
-    Command byItself(const std::string& arguments, const std::string& more,
+    /// The sections stand at the end of the help.
+    Command byItself(const std::string& arguments, std::vector<Section> sections,
                      std::function<int()> work);
 
     /// `arguments` follow the command's name in its usage; `more` stands at the end of its help.
@@ -94,13 +100,18 @@ class Program {
                 const std::string& arguments, const std::string& more, std::function<int()> work);
 
     /// Runs the command that the arguments name; its exit code. A wrong command line is told on
-    /// `errors`, with the usage.
+    /// `errors`, with the usage. For who builds and installs the program, "--describe-as FORM"
+    /// prints its manual ("man"), or its completions for a shell ("bash", "fish", "zsh"); no help
+    /// tells that.
     int run(int argc, const char* const* argv, std::ostream& out, std::ostream& errors);
 
   private:
     class Form;
     struct Parser;
 
+    [[nodiscard]] ProgramText text() const;
+    [[nodiscard]] int describe(const std::string& form, std::ostream& out,
+                               std::ostream& errors) const;
     [[nodiscard]] int refuse(const std::string& problem, std::ostream& errors) const;
 
     std::unique_ptr<Parser> parser_;

@@ -3,6 +3,7 @@
 #include "gametest/picturedifference.h"
 #include "omlog.h"
 
+#include "platform/host/machine/installation.h"
 #include "platform/host/machine/subprocess.h"
 
 #include <algorithm>
@@ -80,9 +81,9 @@ void GameTest::play(const platform::Visit& visit) {
         if (const auto* shot = std::get_if<platform::TimelineScreenshot>(&event.what);
             shot && liesBelow(shot->file))
             fs::create_directories(place("pictures") / fs::path(shot->file).parent_path());
-    platform::Subprocess game{{fs::read_symlink("/proc/self/exe").string(), "--headless",
-                               "--content", place("content").string(), "--home",
-                               place("home").string(), "--input", fs::absolute(input_).string()},
+    platform::Subprocess game{{platform::thisProgram().string(), "--headless", "--content",
+                               place("content").string(), "--home", place("home").string(),
+                               "--input", fs::absolute(input_).string()},
                               place("pictures"),
                               place(kReport),
                               place(kErrors)};

@@ -140,17 +140,36 @@ constexpr const char* kArguments =
               [--language TAG] [--trust] [--components] [--author [--reload WHEN]] [--record FILE]
               [--profile FILE]
               [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
-                          [--machine LIST] [--record-sound DIR]]
-       zorbet new DIR [--title TEXT]
-       zorbet test DIR [NAME...] [--junit FILE] [--renew])";
+                          [--machine LIST] [--record-sound DIR]])";
 
-constexpr const char* kMore =
-    R"(Keys in the window: Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks
-whether to leave the game, Shift+F1 tells the version. With --author Shift+F2 opens the
-console, Shift+F3 loads the running scene again with all that was saved, Ctrl+Shift+F3 keeps
-its variables. With --record Shift+F4 takes a picture.
-Exit codes: 0 the game ended, 1 a script is missing, or a file cannot be written, 2 the
-command line is wrong or there is no window.)";
+/// What stands at the end of the help.
+std::vector<commandline::Section> sections() {
+    return {
+        {"Keys in the window",
+         "Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks whether to leave the\n"
+         "game, Shift+F1 tells the version. With --author Shift+F2 opens the console, Shift+F3\n"
+         "loads the running scene again with all that was saved, Ctrl+Shift+F3 keeps its\n"
+         "variables. With --record Shift+F4 takes a picture."},
+        {"Files",
+         "game.ini in the game's folder says who the game is. Saved games, ZORBET.DAT, and what "
+         "the\n"
+         "player chose, settings.ini, lie in zorbet/IDENTIFIER in the user's data folder. The "
+         "log,\n"
+         "zorbelog.txt, lies in the game's folder, or with the saved games when that is not to be\n"
+         "written to."},
+        {"Environment",
+         "XDG_DATA_HOME is the user's data folder (without it ~/.local/share), XDG_CONFIG_HOME "
+         "that\n"
+         "of what a player permits to games, XDG_STATE_HOME that of the log when it can lie "
+         "nowhere\n"
+         "else. LANGUAGE, LC_ALL, LC_MESSAGES and LANG choose the language of the game and of the\n"
+         "program's boxes. SDL_VIDEODRIVER and SDL_AUDIODRIVER choose how the window and the sound "
+         "are "
+         "made."},
+        {"Exit codes", "0 the game ended, 1 a script is missing, or a file cannot be written, 2 "
+                       "the command line\n"
+                       "is wrong or there is no window."}};
+}
 
 constexpr const char* kAboutNew =
     R"(DIR must not be there yet, or be empty. The game that it gets runs at once: a garden with
@@ -354,13 +373,16 @@ void addNew(commandline::Program& program, NewGame& game, std::string_view first
 
 std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
     commandline::Program program(
-        "zorbet", "Plays a game: a folder with the script Startup.mps and a folder RSC of resource "
-                  "libraries.\nWithout options it opens a window and plays the sample game.");
+        "zorbet", "Plays games that are made of scripts, pictures and sounds",
+        "A game is a folder with the script Startup.mps and a folder RSC of resource libraries.\n"
+        "Without options the program opens a window and plays the sample game.");
+    program.setManual({6, {"zorbet-mps(1)", "zorbet-rsc(1)"}});
     CommandLine line;
     bool isGame = false;
     bool version = false;
     std::function<int()> start;
-    commandline::Command game = program.byItself(kArguments, kMore, [&start] { return start(); });
+    commandline::Command game =
+        program.byItself(kArguments, sections(), [&start] { return start(); });
     addOptions(game, line);
     HeadlessOptions headless(game, line);
     game.add("--version", &version,

@@ -1,11 +1,10 @@
 #include "startup/makegame.h"
 
-#include "startup/programfolder.h"
-
 #include "formats/base/latin1.h"
 #include "formats/base/scanner.h"
 
 #include "platform/commandline/commandline.h"
+#include "platform/host/machine/installation.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -43,8 +42,8 @@ std::vector<fs::path> templateFiles(const fs::path& source) {
         files.push_back(file->path().lexically_relative(source));
     if (error || std::ranges::find(files, fs::path(kInfo)) == files.end())
         throw NoGame("the game that is copied is not in " + shown(source) +
-                     ", as it should be; build the program anew, with \"cmake --build\" and "
-                     "without a target");
+                     ", as it should be; install the program anew, or build it with "
+                     "\"cmake --build\" and without a target");
     return files;
 }
 
@@ -202,7 +201,7 @@ void tellWhatNext(const std::string& folder, const std::string& title, std::ostr
 int makeGame(const NewGame& game, std::ostream& out, std::ostream& errors) {
     try {
         const fs::path folder = plainFolder(game.folder);
-        const fs::path source = besideProgram(kTemplate);
+        const fs::path source = platform::dataNamed(kTemplate);
         const std::string name = lastName(folder);
         const std::string title = checkedTitle(game.title.value_or(name));
         const std::vector<fs::path> files = templateFiles(source);

@@ -53,5 +53,5 @@ refused 'no option may stand before' --content pond new game
 (ulimit -f 4 && trap '' XFSZ && refused 'cannot be made: ' new full && [ $code -eq 1 ]) # as on a full disk
 (ulimit -f 4 && trap '' XFSZ && refused 'cannot be made: ' new closed)
 mkdir bin && cp "$(command -v zorbet)" bin && code=0 && bin/zorbet new game >said 2>&1 || code=$?
-says 'build the program anew' && rm -r bin
+says 'install the program anew' && rm -r bin
 ls -R | diff before - || fail "something was left, or taken"

@@ -238,8 +238,9 @@ void Commands::addWords() {
 
 int run(int argc, const char* const* argv, std::ostream& out, std::ostream& errors) {
     commandline::Program program(
-        "zorbet-mps", "For the authors of scripts of zorbet: finds mistakes, compiles, formats, "
-                      "profiles, tells words.");
+        "zorbet-mps", "Finds mistakes in scripts, compiles, formats and profiles them",
+        "It is for the authors of zorbet's games, and tells them the words of scripts, too.");
+    program.setManual({1, {"zorbet(6)", "zorbet-rsc(1)"}});
     program.setVersion("zorbet-mps " ZORBET_VERSION);
     const Commands commands(program, out, errors);
     return program.run(argc, argv, out, errors);

@@ -1,6 +1,7 @@
 #include "zorbetmps/profile.h"
 
 #include "platform/host/files/scratchfolder.h"
+#include "platform/host/machine/installation.h"
 #include "platform/host/machine/subprocess.h"
 
 #include <algorithm>
@@ -124,7 +125,7 @@ bool writeFolded(const fs::path& file, const std::vector<ProfiledStack>& stacks)
 }
 
 platform::Subprocess gameFor(const ProfiledRun& run, const fs::path& work) {
-    const fs::path program = fs::read_symlink("/proc/self/exe").replace_filename("zorbet");
+    const fs::path program = platform::programNamed("zorbet");
     platform::Subprocess game{{program.string(), "--content", fs::absolute(run.game).string(),
                                "--home", (work / "home").string(), "--profile",
                                (work / "profile").string()},

@@ -195,8 +195,10 @@ void addMovie(commandline::Program& line) {
 
 int run(int argc, char** argv) {
     commandline::Program line(
-        "zorbet-rsc", "Packs pictures, sounds, fonts and cursors into the resource libraries of "
-                      "a game,\nshows and unpacks them, and makes movies.");
+        "zorbet-rsc", "Packs pictures, sounds, fonts and cursors into resource libraries",
+        "It is for the authors of zorbet's games. It shows and unpacks libraries, too, and makes\n"
+        "movies.");
+    line.setManual({1, {"zorbet(6)", "zorbet-mps(1)"}});
     line.setVersion(versionText());
     addPack(line);
     addExtract(line);

@@ -39,7 +39,7 @@ void reportJson(std::span<const Finding> findings, std::ostream& out) {
 }
 
 std::string ruleList() {
-    constexpr int kNameWidth = 18;
+    constexpr int kNameWidth = 19;
     constexpr int kSeverityWidth = 9;
     std::ostringstream list;
     for (const RuleAbout& rule : allRules())
