@@ -159,13 +159,9 @@ int play(const CommandLine& line, const std::string& language,
     return RGameMain({seed, line.scene, language});
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    const auto parsed = parseCommandLine(argc, argv);
-    if (const int* exitCode = std::get_if<int>(&parsed)) return *exitCode;
-    CommandLine line = std::get<CommandLine>(parsed);
-    std::optional<platform::ScratchFolder> scratch; // the home of a visit that is not kept
+/// What the command line leaves open: the game, and the home of a visit that is not kept. The exit
+/// code when that cannot be, which is told.
+std::optional<int> complete(CommandLine& line, std::optional<platform::ScratchFolder>& scratch) {
     try {
         if (line.home.empty() && (!line.scene.empty() || line.data))
             line.home = scratch.emplace().path().string();
@@ -173,31 +169,43 @@ int main(int argc, char** argv) {
         complain({error.what()});
         return kNoPlace;
     }
-    if (line.content.empty()) {
-        const auto sample = sampleGame();
-        if (!sample) return commandline::kWrong;
-        line.content = *sample;
-    }
-    const Start start = prepare(line);
-    const bool headless = start.line.headless;
-    complain(start.game.problems);
+    if (!line.content.empty()) return std::nullopt;
+    const auto sample = sampleGame();
+    line.content = sample.value_or("");
+    return sample ? std::nullopt : std::optional(commandline::kWrong);
+}
+
+/// Makes the machine and plays; the exit code.
+int playOnMachine(const Start& start) {
+    const CommandLine& line = start.line;
     const std::string language = languageOf(start.game, line);
     const RProgramTexts texts(language, start.game.boxTexts);
     complain(texts.problems());
-
     std::optional<platform::VisitWriter> visit; // that is recorded
     if (!line.record.empty() && !visit.emplace(line.record).isOpen()) {
         complain({line.record + " cannot be written: " + std::strerror(errno)});
         return kNoPlace;
     }
-
     platform::catchTermination();
-    const auto machine =
-        headless ? makeHeadless(start, texts) : makeWindow(start, texts, visit ? &*visit : nullptr);
+    const auto machine = line.headless ? makeHeadless(start, texts)
+                                       : makeWindow(start, texts, visit ? &*visit : nullptr);
     if (!machine) return kNoWindow;
     OMSetPlatform(machine.get());
     const int exitCode = play(line, language, visit);
     machine->programEnds(exitCode);
     OMSetPlatform(nullptr);
     return exitCode;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const auto parsed = parseCommandLine(argc, argv);
+    if (const int* exitCode = std::get_if<int>(&parsed)) return *exitCode;
+    CommandLine line = std::get<CommandLine>(parsed);
+    std::optional<platform::ScratchFolder> scratch;
+    if (const auto exitCode = complete(line, scratch)) return *exitCode;
+    const Start start = prepare(line);
+    complain(start.game.problems);
+    return playOnMachine(start);
 }
