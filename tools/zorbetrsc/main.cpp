@@ -1,4 +1,6 @@
-// zorbet-rsc: builds, unpacks and shows resource libraries, and makes movies.
+// zorbet-rsc: builds, unpacks and shows resource libraries, makes movies, and bundles games.
+#include "bundle/bundle.h"
+#include "bundle/debianpackage.h"
 #include "fonts/facefont.h"
 #include "library/extract.h"
 #include "library/list.h"
@@ -36,6 +38,8 @@ std::string versionText() {
                                  : "sounds of other kinds: none (built without libsndfile)\n";
     text += rsc::canResample() ? "sounds of other rates: libsamplerate"
                                : "sounds of other rates: none (built without libsamplerate)";
+    text += rsc::canMakePackages() ? "\nDebian packages of games: libarchive"
+                                   : "\nDebian packages of games: none (built without libarchive)";
     return text;
 }
 
@@ -193,11 +197,48 @@ void addMovie(commandline::Program& line) {
     addMovieColours(command, options->colours);
 }
 
+constexpr const char* kAboutBundle =
+    R"(Checks the scripts, packs the game's resources.manifest, and makes in FOLDER
+
+  NAME-VERSION/            the game with the engine, to be started from anywhere by NAME
+  NAME_VERSION_ARCH.deb    the same as a Debian package
+
+without what only the author needs. The game's folder stays as it is. Its game.ini says
+who the game is: identifier, title, version and icon must be there. The same game gives
+the same bytes, in which nothing tells of this computer.
+
+Example:
+  zorbet-rsc bundle my-game -o for-others)";
+
+void addBundle(commandline::Program& line) {
+    const auto options = std::make_shared<rsc::BundleOptions>();
+    commandline::Command command =
+        line.add("bundle", "Make of a game what others can play", "[OPTIONS] DIR -o FOLDER",
+                 kAboutBundle, [options] { return runBundle(*options, std::cout, std::cerr); });
+    command.add("DIR", &options->game, "The game's folder").folder().required();
+    command
+        .add("-o,--output", &options->output,
+             "Where it is made: a folder that is empty, or not there\n"
+             "yet",
+             "FOLDER")
+        .required();
+    command.add("--name", &options->name,
+                "Of the program and the package; without it the last\n"
+                "word of the identifier",
+                "NAME");
+    command
+        .add("--with", &options->also,
+             "Take along this file or folder of the game, too; may be\n"
+             "given many times",
+             "PATH")
+        .named();
+}
+
 int run(int argc, char** argv) {
     commandline::Program line(
         "zorbet-rsc", "Packs pictures, sounds, fonts and cursors into resource libraries",
-        "It is for the authors of zorbet's games. It shows and unpacks libraries, too, and makes\n"
-        "movies.");
+        "It is for the authors of zorbet's games. It shows and unpacks libraries, too, makes\n"
+        "movies, and bundles games for others.");
     line.setManual({1, {"zorbet(6)", "zorbet-mps(1)"}});
     line.setVersion(versionText());
     addPack(line);
@@ -205,6 +246,7 @@ int run(int argc, char** argv) {
     addList(line);
     addMap(line);
     addMovie(line);
+    addBundle(line);
     return line.run(argc, argv, std::cout, std::cerr);
 }
 

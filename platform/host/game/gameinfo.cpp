@@ -22,6 +22,7 @@ constexpr std::string_view kFile = "game.ini";
 constexpr std::size_t kMaxInfoSize = 65536;
 constexpr std::size_t kMaxIdentifier = 64;
 constexpr std::size_t kMaxText = 200; // bytes
+constexpr std::size_t kMaxLine = 80;  // of what is told beside others
 constexpr std::string_view kBoxes = "boxes";
 
 bool isLetterOrDigit(char c) { return formats::isAsciiLetter(c) || (c >= '0' && c <= '9'); }
@@ -75,6 +76,10 @@ class Reader {
                 (folder_ / kFile).string() +
                 ": cannot be read, or has more than 65536 bytes; it is left out");
         }
+    }
+
+    /// What it does not say follows from where the folder lies.
+    void complete() {
         if (info_.identifier.empty()) info_.identifier = identifierOf(folder_);
         if (info_.title.empty()) info_.title = folder_.filename().string();
     }
@@ -91,15 +96,20 @@ class Reader {
         } else if (sameIniName(entry.key, "identifier")) {
             readIdentifier(entry);
         } else if (sameIniName(entry.key, "title")) {
-            readText(entry, info_.title);
+            readText(entry, kMaxText, info_.title);
         } else if (sameIniName(entry.key, "version")) {
-            readText(entry, info_.version);
+            readText(entry, kMaxText, info_.version);
+        } else if (sameIniName(entry.key, "author")) {
+            readText(entry, kMaxText, info_.author);
+        } else if (sameIniName(entry.key, "about")) {
+            readText(entry, kMaxLine, info_.about);
         } else if (sameIniName(entry.key, "icon")) {
             readIcon(entry);
         } else if (sameIniName(entry.key, "languages") || sameIniName(entry.key, "language")) {
             readLanguages(entry);
         } else {
-            complain(entry, "is not known; there are identifier, title, version, icon, languages");
+            complain(entry, "is not known; there are identifier, title, version, icon, languages, "
+                            "author, about");
         }
     }
 
@@ -111,11 +121,11 @@ class Reader {
                             "a letter or a digit; the folder's path is taken instead");
     }
 
-    void readText(const IniEntry& entry, std::string& text) {
-        if (!entry.value.empty() && entry.value.size() <= kMaxText)
+    void readText(const IniEntry& entry, std::size_t most, std::string& text) {
+        if (!entry.value.empty() && entry.value.size() <= most)
             text = entry.value;
         else
-            complain(entry, "wants a text of 1 to 200 bytes");
+            complain(entry, "wants a text of 1 to " + std::to_string(most) + " bytes");
     }
 
     void readIcon(const IniEntry& entry) {
@@ -190,6 +200,14 @@ std::string pathDigest(std::string_view path) {
 }
 
 GameInfo readGameInfo(const std::string& content) {
+    GameInfo info;
+    Reader reader(content, info);
+    reader.read();
+    reader.complete();
+    return info;
+}
+
+GameInfo readGameFile(const std::string& content) {
     GameInfo info;
     Reader(content, info).read();
     return info;

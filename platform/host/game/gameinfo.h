@@ -5,6 +5,8 @@
 //     version=1.2
 //     icon=art/pond.png                  a PNG file in the game's folder
 //     languages=pt,en                    of the program's own boxes; see chooseLanguage
+//     author=Ana Silva <ana@example.org> who made it
+//     about=Count what lives in a pond   in a line, for who chooses a game
 //
 //     [boxes en]                         texts of boxes in a language; see ProgramTexts
 //     reallyLeave=Do you want to go home?
@@ -32,6 +34,8 @@ struct GameInfo {
     std::string version;                  ///< UTF-8
     std::string icon;                     ///< host path of a file in the game's folder; empty: none
     std::vector<std::string> languages{}; ///< tags such as "pt" or "pt-BR"
+    std::string author{};                 ///< UTF-8, as is the next one
+    std::string about{};
     std::vector<BoxText> boxTexts{};
     /// What of the file cannot be used, in sentences for people, each with its place. Such entries
     /// count as missing.
@@ -41,6 +45,9 @@ struct GameInfo {
 /// `content` is a folder of the host. Without an identifier of its own a game is known by the real
 /// path of its folder, so that one that is moved begins anew.
 [[nodiscard]] GameInfo readGameInfo(const std::string& content);
+
+/// Only what the file says: identifier and title are empty when it does not tell them.
+[[nodiscard]] GameInfo readGameFile(const std::string& content);
 
 /// Sixteen digits that tell folders apart, by the real path.
 [[nodiscard]] std::string pathDigest(std::string_view path);

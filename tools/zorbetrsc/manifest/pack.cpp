@@ -239,19 +239,24 @@ std::vector<OutputFile> buildOutputs(const fs::path& manifest, std::vector<Warni
         .build();
 }
 
-int runPack(const PackOptions& options, std::ostream& errors) {
-    std::optional<std::vector<OutputFile>> outputs;
+std::optional<std::vector<OutputFile>> packOrTell(const fs::path& manifest, std::ostream& errors) {
     std::vector<Warning> warnings;
     try {
-        outputs = buildOutputs(options.manifest, warnings);
+        auto outputs = buildOutputs(manifest, warnings);
+        for (const auto& [text, line] : warnings)
+            errors << manifest.string() << ":" << line << ": warning: " << text << "\n";
+        return outputs;
     } catch (const Refusal& refusal) {
-        errors << options.manifest.string() << ":";
+        errors << manifest.string() << ":";
         if (refusal.line() != Refusal::kNoLine) errors << refusal.line() << ":";
         errors << " " << refusal.what() << "\n";
-        return 1;
+        return std::nullopt;
     }
-    for (const auto& [text, line] : warnings)
-        errors << options.manifest.string() << ":" << line << ": warning: " << text << "\n";
+}
+
+int runPack(const PackOptions& options, std::ostream& errors) {
+    const auto outputs = packOrTell(options.manifest, errors);
+    if (!outputs) return 1;
     try {
         writeFiles(options.folder, *outputs);
     } catch (const Refusal& refusal) {

@@ -5,6 +5,7 @@
 #include "manifest/manifest.h"
 
 #include <iosfwd>
+#include <optional>
 
 namespace rsc {
 
@@ -21,8 +22,13 @@ struct PackOptions {
 [[nodiscard]] std::vector<OutputFile> buildOutputs(const std::filesystem::path& manifest,
                                                    std::vector<Warning>& warnings);
 
-/// Returns the exit code; faults are told as "MANIFEST:LINE: text" and leave all files as they
-/// were, warnings as "MANIFEST:LINE: warning: text".
+/// The same; faults are told as "MANIFEST:LINE: text", and then there is nothing, warnings as
+/// "MANIFEST:LINE: warning: text".
+[[nodiscard]] std::optional<std::vector<OutputFile>>
+packOrTell(const std::filesystem::path& manifest, std::ostream& errors);
+
+/// Returns the exit code; what is wrong is told as by `packOrTell` and leaves all files as they
+/// were.
 [[nodiscard]] int runPack(const PackOptions& options, std::ostream& errors);
 
 } // namespace rsc

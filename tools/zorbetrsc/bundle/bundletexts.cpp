@@ -1,0 +1,155 @@
+#include "bundle/bundletexts.h"
+
+#include "bundle/texts/texts.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace rsc {
+
+namespace {
+
+/// What is put in for words in large letters between "@"s; every other "@" stays.
+using Values = std::vector<std::pair<std::string_view, std::string>>;
+
+std::string filled(std::string_view text, const Values& values) {
+    std::string result;
+    for (;;) {
+        const std::size_t begin = text.find('@');
+        result += text.substr(0, begin);
+        if (begin == std::string_view::npos) return result;
+        text.remove_prefix(begin + 1);
+        const std::string_view word = text.substr(0, text.find('@'));
+        const auto found = std::ranges::find(values, word, &Values::value_type::first);
+        if (found == values.end()) {
+            result += '@';
+        } else {
+            result += found->second;
+            text.remove_prefix(word.size() + 1);
+        }
+    }
+}
+
+/// With other words in place of some characters.
+std::string replaced(std::string_view text,
+                     const std::vector<std::pair<char, std::string_view>>& marks) {
+    std::string result;
+    for (const char c : text) {
+        const auto found = std::ranges::find(marks, c, &std::pair<char, std::string_view>::first);
+        result += found == marks.end() ? std::string(1, c) : std::string(found->second);
+    }
+    return result;
+}
+
+std::string inShell(std::string_view text) {
+    return '\'' + replaced(text, {{'\'', "'\\''"}}) + '\'';
+}
+std::string inEntry(std::string_view text) { return replaced(text, {{'\\', "\\\\"}}); }
+std::string inXml(std::string_view text) {
+    return replaced(text, {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}});
+}
+
+/// The part of "NAME <ADDRESS>" that is a name.
+std::string nameOfAuthor(const BundledGame& game) {
+    std::string name = game.author.substr(0, game.author.find('<'));
+    while (name.ends_with(' ')) name.pop_back();
+    return name;
+}
+
+/// Rows of a shell's "case".
+std::string packageCases(const Engine& engine) {
+    std::string cases = "    linux-vdso*) ;;";
+    for (const NeededLibrary& library : engine.needs)
+        if (!library.package.empty())
+            cases +=
+                "\n    " + library.file + ") packages=\"$packages " + library.package + "\" ;;";
+    return cases;
+}
+
+std::string libraryLines(const Engine& engine) {
+    constexpr std::size_t kWidth = 26; ///< of the names of files
+    std::string lines;
+    for (const NeededLibrary& library : engine.needs) {
+        std::string line = "      " + library.file + " ";
+        line.resize(std::max(line.size(), kWidth), ' ');
+        line += library.package;
+        if (!library.atLeast.empty()) line += ", " + library.atLeast + " or later";
+        lines += line + "\n";
+    }
+    return lines;
+}
+
+std::string whereSavesAre(const BundledGame& game, bool keepsSaves) {
+    const std::string home = "in your home folder, in .local/share/zorbet/" + game.identifier;
+    return keepsSaves ? "In the folder \"" + std::string(kGameFolder) +
+                            "\" here; where nobody may write in that, " + home + "."
+                      : "I" + home.substr(1) + ". They stay when the game is removed.";
+}
+
+std::string lineOrNothing(const std::string& before, const std::string& text,
+                          const std::string& behind) {
+    return text.empty() ? text : before + text + behind;
+}
+
+} // namespace
+
+std::string folderStarter(const BundledGame& game, const Engine& engine) {
+    return filled(kFolderStarter, {{"TITLE", inShell(game.title)},
+                                   {"NAME", game.name},
+                                   {"IDENTIFIER", game.identifier},
+                                   {"ENGINE", kEngineFile},
+                                   {"MACHINE", engine.machine},
+                                   {"PACKAGES", packageCases(engine)},
+                                   {"GAME", kGameFolder}});
+}
+
+std::string packageStarter(const std::string& engineFile, const std::string& gameFolder) {
+    return filled(kPackageStarter, {{"ENGINE", engineFile}, {"GAME", gameFolder}});
+}
+
+std::string desktopEntry(const BundledGame& game, const std::string& start,
+                         const std::string& icon) {
+    return filled(kEntry, {{"TITLE", inEntry(game.title)},
+                           {"COMMENT", lineOrNothing("Comment=", inEntry(game.about), "\n")},
+                           {"START", start},
+                           {"ICON", icon},
+                           {"IDENTIFIER", game.identifier}});
+}
+
+std::string metainfo(const BundledGame& game) {
+    std::string about = game.about.empty() ? "A game of pictures and sounds" : game.about;
+    while (about.ends_with('.')) about.pop_back();
+    std::string languages;
+    for (const std::string& tag : game.languages) languages += "    <lang>" + tag + "</lang>\n";
+    return filled(kMetainfo,
+                  {{"IDENTIFIER", game.identifier},
+                   {"TITLE", inXml(game.title)},
+                   {"ABOUT", inXml(about)},
+                   {"NAME", game.name},
+                   {"AUTHOR", lineOrNothing("  <developer_name>", inXml(nameOfAuthor(game)),
+                                            "</developer_name>\n")},
+                   {"LANGUAGES", lineOrNothing("  <languages>\n", languages, "  </languages>\n")}});
+}
+
+std::string readme(const BundledGame& game, const Engine& engine, bool keepsSaves,
+                   const std::vector<BundleFile>& licences) {
+    std::string names;
+    for (const BundleFile& licence : licences) names += (names.empty() ? "" : ", ") + licence.name;
+    return filled(kReadme, {{"TITLE", game.title},
+                            {"VERSION", game.version},
+                            {"BY", lineOrNothing("by ", nameOfAuthor(game), "\n")},
+                            {"NAME", game.name},
+                            {"IDENTIFIER", game.identifier},
+                            {"SAVES", whereSavesAre(game, keepsSaves)},
+                            {"MACHINE", engine.machine},
+                            {"LIBRARIES", libraryLines(engine)},
+                            {"GAME", kGameFolder},
+                            {"LICENCE", lineOrNothing("; see ", names, " here")},
+                            {"ENGINE", kEngineFile}});
+}
+
+std::string engineNotices() { return std::string(kEngineLicence) + std::string(kLibraryNotices); }
+
+} // namespace rsc
