@@ -156,11 +156,22 @@ void tellMade(const BundledGame& game, const GameFiles& files, const BundleFile*
     out << "\n";
 }
 
+/// The game finds these, too, but only its own folder goes along.
+void warnOfNeighbours(const fs::path& game, std::ostream& errors) {
+    for (const char* name : {"RSC", "scripts"})
+        if (const fs::path beside = fs::canonical(game).parent_path() / name;
+            fs::is_directory(beside))
+            errors << "warning: " << beside.string()
+                   << " lies beside the game's folder and does not go along; put into the game's "
+                      "folder what the game needs of it\n";
+}
+
 void bundle(const BundleOptions& options, std::ostream& out, std::ostream& errors) {
     const Stamp stamp = stampOf(platform::environment("SOURCE_DATE_EPOCH"));
     OutputFolder output(options.output, options.game);
     const BundledGame game = readBundledGame(options.game, options.name, errors);
     GameFiles files = readGameFiles(options.game, game, options.also);
+    warnOfNeighbours(options.game, errors);
     bool isSound = areScriptsSound(options.game, errors);
     if (const fs::path manifest = options.game / kManifest; fs::exists(manifest)) {
         auto made = packOrTell(manifest, errors);
@@ -169,6 +180,10 @@ void bundle(const BundleOptions& options, std::ostream& out, std::ostream& error
     }
     if (!isSound) throw Refusal("nothing was made; put right what is told above");
     const Engine engine = engineBeside();
+    for (const NeededLibrary& library : engine.needs)
+        if (library.package.empty())
+            errors << "warning: the engine needs " << printable(library.file)
+                   << ", of which it is not known in which Debian package it is; tell players\n";
     std::vector<BundleFile> all = folderOf(game, files, engine);
     if (canMakePackages()) all.push_back(makeGamePackage(game, files, engine, stamp));
     output.write(all, stamp);

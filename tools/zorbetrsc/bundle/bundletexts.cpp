@@ -51,6 +51,10 @@ std::string inXml(std::string_view text) {
     return replaced(text, {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}});
 }
 
+std::string inManual(std::string_view text) {
+    return replaced(text, {{'\\', "\\e"}, {'-', "\\-"}, {'"', "\\(dq"}});
+}
+
 /// The part of "NAME <ADDRESS>" that is a name.
 std::string nameOfAuthor(const BundledGame& game) {
     std::string name = game.author.substr(0, game.author.find('<'));
@@ -131,6 +135,14 @@ std::string metainfo(const BundledGame& game) {
                    {"AUTHOR", lineOrNothing("  <developer_name>", inXml(nameOfAuthor(game)),
                                             "</developer_name>\n")},
                    {"LANGUAGES", lineOrNothing("  <languages>\n", languages, "  </languages>\n")}});
+}
+
+std::string manual(const BundledGame& game) {
+    return filled(kManual, {{"NAME", inManual(game.name)},
+                            {"VERSION", inManual(game.version)},
+                            {"ABOUT", inManual(game.about.empty() ? game.title : game.about)},
+                            {"TITLE", inManual(game.title)},
+                            {"IDENTIFIER", inManual(game.identifier)}});
 }
 
 std::string readme(const BundledGame& game, const Engine& engine, bool keepsSaves,

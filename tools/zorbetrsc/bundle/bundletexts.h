@@ -27,6 +27,8 @@ inline constexpr const char* kGameFolder = "game";
                                        const std::string& icon);
 /// AppStream's metadata of the game.
 [[nodiscard]] std::string metainfo(const BundledGame& game);
+/// The page of an installed game for man(1).
+[[nodiscard]] std::string manual(const BundledGame& game);
 
 /// For players. `keepsSaves`: saved games lie in the game's folder.
 [[nodiscard]] std::string readme(const BundledGame& game, const Engine& engine, bool keepsSaves,

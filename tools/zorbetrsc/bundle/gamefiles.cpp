@@ -78,7 +78,9 @@ class FolderReader {
         const std::string name = path.filename().string();
         const bool isAlso =
             std::ranges::any_of(also_, [&](const fs::path& with) { return isBelow(path, with); });
-        if (name.starts_with('.') && !isAlso) return Look::Never;
+        const bool leadsToAlso =
+            std::ranges::any_of(also_, [&](const fs::path& with) { return isBelow(with, path); });
+        if (name.starts_with('.') && !isAlso && !leadsToAlso) return Look::Never;
         if (path.extension() == kComponent) refuseComponent(path);
         if (entry.is_directory()) {
             if (!entry.is_symlink()) return Look::Further;
@@ -86,7 +88,7 @@ class FolderReader {
             return Look::Never;
         }
         if (isWanted(path, isAlso) && entry.is_regular_file() &&
-            isBelow(fs::canonical(entry.path()), folder_))
+            (isBelow(fs::canonical(entry.path()), folder_) || isLibrary(path)))
             taken_.push_back(path);
         else
             leftOut_.insert(path);
@@ -100,6 +102,13 @@ class FolderReader {
         if (first == "tests" || small == kPlayersSettings) return false;
         return isOneOf(kKinds, small.extension().string()) ||
                (first == "languages" && small.extension() == ".po");
+    }
+
+    /// Games may share these by links: see the fence.
+    [[nodiscard]] static bool isLibrary(const fs::path& path) {
+        const fs::path small = inSmallLetters(path);
+        return *small.begin() == "rsc" &&
+               (small.extension() == ".rsc" || small.extension() == ".map");
     }
 
     /// LICENSE, COPYING.txt, LICENCE.fonts.

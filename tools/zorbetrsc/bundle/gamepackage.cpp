@@ -90,6 +90,7 @@ BundleFile makeGamePackage(const BundledGame& game, const GameFiles& files, cons
         {"usr/share/applications/" + game.identifier + ".desktop",
          asBytes(desktopEntry(game, "/" + starter, game.identifier))},
         {"usr/share/metainfo/" + game.identifier + ".metainfo.xml", asBytes(metainfo(game))},
+        {"usr/share/man/man6/" + game.name + ".6.gz", compressed(asBytes(manual(game)))},
         {docs + "changelog.gz", compressed(asBytes(changelogOf(game, stamp)))},
         {docs + "copyright", asBytes(copyrightOf(game, files))}};
     for (const int side : kIconSides) {
