@@ -7,6 +7,7 @@
 #include "manifest/pack.h"
 #include "text.h"
 
+#include "formats/base/latin1.h"
 #include "platform/host/files/userfolders.h"
 #include "platform/host/machine/installation.h"
 
@@ -103,11 +104,23 @@ class OutputFolder {
     bool isKept_ = false;
 };
 
+/// As the folder of libraries is written in the game, with "/".
+std::string librariesFolder(const GameFiles& files) {
+    for (const BundleFile& file : files.files) {
+        const std::string folder = file.name.substr(0, file.name.find('/') + 1);
+        if (formats::lowerAscii(folder) == formats::lowerAscii(kLibraries)) return folder;
+    }
+    return kLibraries;
+}
+
 /// In place of older ones of the same names.
 void addLibraries(std::vector<OutputFile> made, GameFiles& files) {
+    const std::string folder = librariesFolder(files);
     for (OutputFile& library : made) {
-        const std::string name = kLibraries + library.name;
-        std::erase_if(files.files, [&](const BundleFile& file) { return file.name == name; });
+        const std::string name = folder + library.name;
+        std::erase_if(files.files, [&](const BundleFile& file) {
+            return formats::lowerAscii(file.name) == formats::lowerAscii(name);
+        });
         files.files.push_back({name, std::move(library.data)});
     }
 }

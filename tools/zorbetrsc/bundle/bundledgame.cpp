@@ -17,8 +17,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isSmallOrDigit(char c) { return (c >= 'a' && c <= 'z') || isDigit(c); }
+constexpr int kMostIconSide = 1024; ///< pixels, as the window takes it
+
+bool isDecimal(char c) { return c >= '0' && c <= '9'; }
+bool isSmallOrDigit(char c) { return (c >= 'a' && c <= 'z') || isDecimal(c); }
 
 /// As Debian's policy wants names of packages (5.6.1).
 bool isName(std::string_view text) {
@@ -30,8 +32,8 @@ bool isName(std::string_view text) {
 
 /// As Debian's policy wants versions of packages that have no other makers (5.6.12).
 bool isVersion(std::string_view text) {
-    return !text.empty() && isDigit(text.front()) && std::ranges::all_of(text, [](char c) {
-        return isDigit(c) || formats::isAsciiLetter(c) || c == '.' || c == '+' || c == '~';
+    return !text.empty() && isDecimal(text.front()) && std::ranges::all_of(text, [](char c) {
+        return isDecimal(c) || formats::isAsciiLetter(c) || c == '.' || c == '+' || c == '~';
     });
 }
 
@@ -97,6 +99,9 @@ class GameFileReader {
                  {}};
         try {
             game_.icon = Picture::fromPng(readWholeFile(info_.icon));
+            want(game_.icon.width() <= kMostIconSide && game_.icon.height() <= kMostIconSide,
+                 "the icon " + game_.iconFile.string() +
+                     " has a side of more than 1024 pixels; make it smaller");
         } catch (const Refusal& refusal) {
             want(false, "the icon " + game_.iconFile.string() + " " + refusal.what() +
                             "; save it as a PNG file");
