@@ -15,7 +15,7 @@ list() { (cd "$1" && find . -mindepth 1 -printf '%m %T@ %y %p\n' | sort); }
 entries() { sed -n "s/^$1=//p" "$2"; }
 
 zorbet new pond --title "Pip's <Pond> & \$5 §" >/dev/null
-printf '%s\n' 'author=Ana Silva <ana@example.org>' 'about=Plant what grows at a pond' >>pond/game.ini
+printf '%s\n' 'languages=en,pt-BR' 'author=Ana Silva <ana@example.org>' 'about=Plant what grows at a pond' >>pond/game.ini
 mkdir pond/languages pond/notes && touch pond/{debug.txt,zorbelog.txt,ZORBET.DAT,.secret,Startup.mps~,COPYING,settings.ini} \
   pond/languages/{pt.po,pt.po.bak} pond/notes/{kept.txt,lost.txt}
 echo 'msgid ""' >pond/languages/pt.po
@@ -29,8 +29,9 @@ says 'Left out, as no part of what is played (--with takes one along):'
 diff -r before pond && diff -r first/annaquill/out second/o && diff <(list first/annaquill/out) <(list second/o) ||
   fail "not the same"
 cd first/annaquill/out
+grep -qx 'de Ana Silva' pond-1.0/LEIAME.txt
 has=$(cd pond-1.0 && find . -type f | LC_ALL=C sort | tr '\n' ' ')
-[ "$has" = './COPYING ./README.txt ./engine/COPYING ./engine/zorbet ./game/RSC/garden.rsc ./game/RSC/resource.map '\
+[ "$has" = './COPYING ./LEIAME.txt ./README.txt ./engine/COPYING ./engine/zorbet ./game/RSC/garden.rsc ./game/RSC/resource.map '\
 './game/Startup.mps ./game/art/pip-1.png ./game/game.ini ./game/languages/pt.po ./game/notes/kept.txt '\
 './game/scripts/garden.mps ./org.example.pond.desktop ./pond ./pond.png ' ] || fail "has $has"
 cmp -s pond-1.0/game/RSC/garden.rsc "$work/pond/RSC/garden.rsc"

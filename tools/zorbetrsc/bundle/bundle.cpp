@@ -141,9 +141,10 @@ std::vector<BundleFile> folderOf(const BundledGame& game, const GameFiles& files
         {folder + game.name, asBytes(folderStarter(game, engine)), true},
         {folder + kEngineFile, engine.program, true},
         {folder + "engine/COPYING", asBytes(engineNotices())},
-        {folder + "README.txt", asBytes(readme(game, engine, files.keepsSaves, files.licences))},
         {folder + game.name + ".png", makeIcon(game.icon, kIconSides.back())},
         {folder + game.identifier + ".desktop", asBytes(desktopEntry(game, game.name, game.name))}};
+    for (const BundleFile& text : readmes(game, engine, files.keepsSaves, files.licences))
+        all.push_back({folder + text.name, text.data});
     for (const BundleFile& licence : files.licences)
         all.push_back({folder + licence.name, licence.data});
     for (const BundleFile& file : files.files)

@@ -2,6 +2,8 @@
 
 #include "bundle/texts/texts.h"
 
+#include "platform/host/game/gameinfo.h"
+
 #include <algorithm>
 #include <string_view>
 #include <utility>
@@ -72,24 +74,46 @@ std::string packageCases(const Engine& engine) {
     return cases;
 }
 
-std::string libraryLines(const Engine& engine) {
+/// What a text for players is put together of.
+struct ReadmeWords {
+    const char* file;
+    std::string_view text;
+    const char* by;
+    const char* orLater;
+    const char* savesAtHome;   ///< the folder follows
+    const char* savesStay;     ///< follows the folder
+    const char* savesWithGame; ///< goes before what is told of the home folder
+    const char* see;
+};
+
+constexpr ReadmeWords kEnglish{"README.txt",
+                               kReadme,
+                               "by ",
+                               " or later",
+                               "In your home folder, in .local/share/zorbet/",
+                               ". They stay when the game is removed.",
+                               "In the folder \"game\" here. Where nobody may write in that:\n  ",
+                               "; see "};
+constexpr ReadmeWords kPortuguese{"LEIAME.txt",
+                                  kReadmeInPortuguese,
+                                  "de ",
+                                  " ou mais recente",
+                                  "Na sua pasta pessoal, em .local/share/zorbet/",
+                                  ". Ficam lá quando se apaga o jogo.",
+                                  "Aqui na pasta \"game\". Se ninguém pode escrever nela:\n  ",
+                                  "; veja "};
+
+std::string libraryLines(const Engine& engine, const ReadmeWords& words) {
     constexpr std::size_t kWidth = 26; ///< of the names of files
     std::string lines;
     for (const NeededLibrary& library : engine.needs) {
         std::string line = "      " + library.file + " ";
         line.resize(std::max(line.size(), kWidth), ' ');
         line += library.package;
-        if (!library.atLeast.empty()) line += ", " + library.atLeast + " or later";
+        if (!library.atLeast.empty()) line += ", " + library.atLeast + words.orLater;
         lines += line + "\n";
     }
     return lines;
-}
-
-std::string whereSavesAre(const BundledGame& game, bool keepsSaves) {
-    const std::string home = "in your home folder, in .local/share/zorbet/" + game.identifier;
-    return keepsSaves ? "In the folder \"" + std::string(kGameFolder) +
-                            "\" here; where nobody may write in that, " + home + "."
-                      : "I" + home.substr(1) + ". They stay when the game is removed.";
 }
 
 std::string lineOrNothing(const std::string& before, const std::string& text,
@@ -145,21 +169,32 @@ std::string manual(const BundledGame& game) {
                             {"IDENTIFIER", inManual(game.identifier)}});
 }
 
-std::string readme(const BundledGame& game, const Engine& engine, bool keepsSaves,
-                   const std::vector<BundleFile>& licences) {
+std::vector<BundleFile> readmes(const BundledGame& game, const Engine& engine, bool keepsSaves,
+                                const std::vector<BundleFile>& licences) {
     std::string names;
     for (const BundleFile& licence : licences) names += (names.empty() ? "" : ", ") + licence.name;
-    return filled(kReadme, {{"TITLE", game.title},
-                            {"VERSION", game.version},
-                            {"BY", lineOrNothing("by ", nameOfAuthor(game), "\n")},
-                            {"NAME", game.name},
-                            {"IDENTIFIER", game.identifier},
-                            {"SAVES", whereSavesAre(game, keepsSaves)},
-                            {"MACHINE", engine.machine},
-                            {"LIBRARIES", libraryLines(engine)},
-                            {"GAME", kGameFolder},
-                            {"LICENCE", lineOrNothing("; see ", names, " here")},
-                            {"ENGINE", kEngineFile}});
+    const auto write = [&](const ReadmeWords& words) {
+        const std::string saves = words.savesAtHome + game.identifier + words.savesStay;
+        return BundleFile{
+            words.file,
+            asBytes(filled(words.text, {{"TITLE", game.title},
+                                        {"VERSION", game.version},
+                                        {"BY", lineOrNothing(words.by, nameOfAuthor(game), "\n")},
+                                        {"NAME", game.name},
+                                        {"IDENTIFIER", game.identifier},
+                                        {"SAVES", keepsSaves ? words.savesWithGame + saves : saves},
+                                        {"MACHINE", engine.machine},
+                                        {"LIBRARIES", libraryLines(engine, words)},
+                                        {"GAME", kGameFolder},
+                                        {"LICENCE", lineOrNothing(words.see, names, "")},
+                                        {"ENGINE", kEngineFile}}))};
+    };
+    std::vector<BundleFile> files{write(kEnglish)};
+    if (std::ranges::any_of(game.languages, [](const std::string& tag) {
+            return platform::belongsToLanguage(tag, "pt");
+        }))
+        files.push_back(write(kPortuguese));
+    return files;
 }
 
 std::string engineNotices() { return std::string(kEngineLicence) + std::string(kLibraryNotices); }

@@ -30,9 +30,11 @@ inline constexpr const char* kGameFolder = "game";
 /// The page of an installed game for man(1).
 [[nodiscard]] std::string manual(const BundledGame& game);
 
-/// For players. `keepsSaves`: saved games lie in the game's folder.
-[[nodiscard]] std::string readme(const BundledGame& game, const Engine& engine, bool keepsSaves,
-                                 const std::vector<BundleFile>& licences);
+/// For players: README.txt in English, and LEIAME.txt for a game in Portuguese. `keepsSaves`: saved
+/// games lie in the game's folder.
+[[nodiscard]] std::vector<BundleFile> readmes(const BundledGame& game, const Engine& engine,
+                                              bool keepsSaves,
+                                              const std::vector<BundleFile>& licences);
 /// Who made the engine, and what may be done with it.
 [[nodiscard]] std::string engineNotices();
 
