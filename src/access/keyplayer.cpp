@@ -25,7 +25,7 @@ constexpr std::uint32_t kPriority = OMTask::kWithScripts;
 bool isKey(const KeyPress& press, Key key) { return press.code == static_cast<int>(key); }
 
 /// Without the blank, which clicks.
-bool isText(const KeyPress& press) {
+bool isTyped(const KeyPress& press) {
     return (press.code > ' ' && press.code <= 0xFF && !press.control) ||
            isKey(press, Key::Backspace);
 }
@@ -109,7 +109,7 @@ bool KeyPlayer::takeKey(const KeyPress& key) {
             if (!marked_) begin();
             return true;
         }
-        if (isText(key)) typing_ = true;
+        if (isTyped(key)) typing_ = true;
         if (typing_) return false;
     }
     return takeMarkKey(key);
