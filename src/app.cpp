@@ -1,5 +1,6 @@
 #include "app.h"
 
+#include "access/keyplayer.h"
 #include "character/speechrecords.h"
 #include "commands/commands.h"
 #include "commands/menucommands.h"
@@ -148,6 +149,7 @@ class Stage {
     ScenePause scenePause_{[] { return RSmackerMovie::current() != nullptr; }};
     EffectsWindow window_;
     RMenuCommands menu_;
+    KeyPlayer keys_;
     BackgroundMusic music_;
     RScriptClasses classes_; ///< also those of components, whose commands go before their code
     RGameSounds sounds_;
@@ -164,8 +166,8 @@ Stage::Stage(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& sound
     : resources_(resources), texts_(language),
       app_(mode, OMColor(), {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth),
       window_(windowCorner(), app_.productName(), &scenePause_), menu_(app_, window_),
-      music_(scenePause_), sounds_(resources), animationSounds_(resources),
-      commands_(window_, resources, sounds_, movies_, texts_) {
+      keys_(app_, window_, &RScenePort::hearsClicks), music_(scenePause_), sounds_(resources),
+      animationSounds_(resources), commands_(window_, resources, sounds_, movies_, texts_) {
     linkApplication(soundEngine);
     linkScenes();
     engine_.setTraceWindow([this](std::string_view text) { debugWindow_.showText(text); });

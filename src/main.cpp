@@ -52,6 +52,7 @@ std::unique_ptr<platform::Platform> makeHeadless(const Start& start, const RProg
     options.untilMs = line.untilMs;
     options.turns = line.turns;
     options.stepMs = line.stepMs;
+    options.playsByKeys = line.playsByKeys;
     options.screen = line.screen;
     options.recordSound = line.recordSound;
     options.profile = line.profile;
@@ -76,6 +77,7 @@ std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgra
     auto made = platform::makeSdlPlatform({.host = start.host,
                                            .game = start.game,
                                            .author = start.line.author,
+                                           .playsByKeys = start.line.playsByKeys,
                                            .workshop = workshopOptions(start),
                                            .profile = start.line.profile,
                                            .visit = visit,

@@ -15,6 +15,7 @@
 #include "platform/geometry.h"
 
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -95,6 +96,14 @@ class OMApp {
     /// Called after every box.
     void setAlertedLink(OMLink link) { alertedLink_ = std::move(link); }
 
+    /// Is offered each message of the platform first; true keeps it from everybody else.
+    void setMessageFilter(OMLinkTo<bool(const platform::Message&)> filter) {
+        messageFilter_ = std::move(filter);
+    }
+    /// As if it came from the platform, before what waits there, but not through the filter; its
+    /// turn is one of the next passes.
+    void post(const platform::Message& message) { posted_.push_back(message); }
+
     /// Drops all input that waits; no window has the mouse afterwards.
     void discardInput();
 
@@ -114,6 +123,8 @@ class OMApp {
     virtual void idle() {}
 
   private:
+    /// The next message for the program; false when there is none.
+    bool takeMessage(platform::Message& message);
     void dispatch(const platform::Message& message);
     void tryAccelerators(const platform::KeyPress& key);
     /// The window under a mouse message; the one that got the button down keeps the mouse.
@@ -125,6 +136,7 @@ class OMApp {
     void startDisplay();
     [[nodiscard]] platform::Rect mainWindow() const;
     void tellDroppedRelease();
+    void tellReleaseLost();
 
     static OMApp* instance_;
     static inline bool wantsDirectDraw_ = false;
@@ -141,6 +153,8 @@ class OMApp {
     bool waitForMessages_ = false;
     OMTaskList tasks_;
     OMWindowList windows_;
+    std::deque<platform::Message> posted_;
+    OMLinkTo<bool(const platform::Message&)> messageFilter_;
     OMLinkTo<bool(int)> commandHandler_;
     std::vector<OMAccelerator> accelerators_;
     OMLinkTo<bool()> isTyping_;

@@ -18,6 +18,13 @@ namespace {
 
 std::ostream& orElse(std::ostream* chosen, std::ostream& usual) { return chosen ? *chosen : usual; }
 
+Timeline timelineOf(const HeadlessOptions& options) {
+    Timeline timeline = options.timeline;
+    if (options.playsByKeys)
+        timeline.insert(timeline.begin(), {0, Message{.kind = Message::Kind::KeysOn}});
+    return timeline;
+}
+
 /// Of screenshots and recordings.
 std::vector<std::string> foldersOf(const HeadlessOptions& options) {
     std::vector<std::string> folders;
@@ -39,7 +46,7 @@ HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
       files_(options.host),
       modules_(files_, options.host.components, options.resources, options.versionStrings),
       display_(options.screen, notices_),
-      events_(options.timeline, options.untilMs, clock_, display_, desk_, notes_),
+      events_(timelineOf(options), options.untilMs, clock_, display_, desk_, notes_),
       dialogs_(options.timeline, clock_, events_, files_, desk_, notices_, notes_),
       recordings_(options.recordSound, notes_), waveOut_(clock_, recordings_),
       movieSpeakers_(clock_, recordings_), movies_(files_, clock_, movieSpeakers_) {

@@ -39,6 +39,7 @@ struct HeadlessOptions {
         untilMs{};              ///< when a quit comes by itself, in the main loop's time
     std::uint32_t stepMs = 1;   ///< time of one pass of the main loop; 0 counts as 1
     std::vector<Turns> turns{}; ///< times of the passes, when they are known; a quit ends them
+    bool playsByKeys = false;   ///< from the start
     ScreenMode screen{};
     std::string recordSound{}; ///< folder for what is played; empty: nothing is recorded
     std::string profile{};     ///< file for where the time of scripts goes; or empty

@@ -73,6 +73,12 @@ bool SdlEvents::wait(Message& message) {
     return true;
 }
 
+void SdlEvents::setPlaysByKeys(bool on) {
+    if (on == playsByKeys_) return;
+    playsByKeys_ = on;
+    push({.kind = on ? Message::Kind::KeysOn : Message::Kind::KeysOff, .timeMs = SDL_GetTicks()});
+}
+
 void SdlEvents::collect() {
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0) translate(event);
@@ -169,6 +175,11 @@ bool SdlEvents::translateOwnKey(const SDL_KeyboardEvent& event) {
     case SDLK_F4:
         if (pictureLink_ && isFirst) pictureLink_();
         return pictureLink_ != nullptr;
+    case SDLK_F5:
+        if (!isFirst) return true;
+        setPlaysByKeys(!playsByKeys_);
+        if (keysLink_) keysLink_(playsByKeys_);
+        return true;
     default: return false;
     }
 }

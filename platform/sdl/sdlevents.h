@@ -42,6 +42,11 @@ class SdlEvents final : public Events {
     /// Shift+F3 is no key of the program from now on, but calls this; with Ctrl with true.
     void setReloadKey(std::function<void(bool)> reload) { reload_ = std::move(reload); }
 
+    /// Whether the person plays with keys alone, which the program is told; off at first.
+    void setPlaysByKeys(bool on);
+    /// Told when the person chooses it, or ends it (Shift+F5).
+    void setPlaysByKeysLink(std::function<void(bool)> link) { keysLink_ = std::move(link); }
+
     /// Turns what has happened by now into messages.
     void collect();
     /// The oldest mouse or key message, out of its turn; waits a moment when there is none. The
@@ -68,6 +73,8 @@ class SdlEvents final : public Events {
     std::function<void()> pictureLink_;
     std::function<bool(const Message&)> console_;
     std::function<void(bool)> reload_;
+    bool playsByKeys_ = false;
+    std::function<void(bool)> keysLink_;
     std::deque<Message> pending_; ///< translated, not yet taken
     bool terminated_ = false;     ///< the host asked for the end, and the program was told
     bool captured_ = false;

@@ -74,7 +74,8 @@ std::optional<std::uint16_t> controlledCharacter(SDL_Keycode sym) {
 
 std::optional<KeyPress> keyPressOf(const SDL_Keysym& key) {
     const bool control = (key.mod & KMOD_CTRL) != 0;
-    if (const auto code = namedKey(key)) return KeyPress{*code, control};
+    const bool shift = (key.mod & KMOD_SHIFT) != 0;
+    if (const auto code = namedKey(key)) return KeyPress{*code, control, shift};
     // Control with Alt is how some layouts write further characters.
     if (!control || (key.mod & KMOD_ALT) != 0) return std::nullopt;
     const auto code = controlledCharacter(key.sym);

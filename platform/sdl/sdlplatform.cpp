@@ -40,6 +40,7 @@ constexpr int kMostIconSide = 1024; // pixels
 
 // What is kept among the player's settings.
 constexpr std::string_view kFullScreen = "fullscreen";
+constexpr std::string_view kPlaysByKeys = "keys";
 constexpr std::string_view kOn = "1";
 constexpr std::string_view kOff = "0";
 
@@ -77,6 +78,7 @@ class SdlPlatform final : public Platform {
           modules_(files_, options.host.components, options.resources, options.versionStrings),
           dialogs_(display_, events_, files_, options.buttons) {
         setIcon(options.game.icon);
+        events_.setPlaysByKeys(options.playsByKeys);
         if (options.visit) {
             recorded_.emplace(*options.visit, clock_, events_, dialogs_, display_, desk_, sound_,
                               files_);
@@ -121,11 +123,10 @@ class SdlPlatform final : public Platform {
         settings_.open(path);
         const std::string kept = settings_.value(kFullScreen);
         if (!kept.empty()) display_.setFullScreen(kept == kOn);
-        display_.setFullScreenLink([this](bool on) {
-            if (!settings_.set(kFullScreen, on ? kOn : kOff))
-                complain("The choice of a full screen could not be kept in the game's data folder; "
-                         "see whether it can be written to");
-        });
+        display_.setFullScreenLink([this](bool on) { keep(kFullScreen, "of a full screen", on); });
+        if (settings_.value(kPlaysByKeys) == kOn) events_.setPlaysByKeys(true);
+        events_.setPlaysByKeysLink(
+            [this](bool on) { keep(kPlaysByKeys, "to play with keys", on); });
     }
     void complain(std::string_view text) override { say(formats::utf8FromLatin1(text)); }
     void tellPlayer(std::string_view text, std::string_view caption) override {
@@ -164,6 +165,13 @@ class SdlPlatform final : public Platform {
 
   private:
     static void say(const std::string& utf8) { std::fprintf(stderr, "zorbet: %s\n", utf8.c_str()); }
+
+    void keep(std::string_view setting, const char* choice, bool on) {
+        if (!settings_.set(setting, on ? kOn : kOff))
+            complain(std::string("The choice ") + choice +
+                     " could not be kept in the game's data folder; see whether it can be written "
+                     "to");
+    }
 
     /// The game's own, else the program's.
     void setIcon(const std::string& gameIcon) {

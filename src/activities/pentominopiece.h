@@ -13,6 +13,9 @@ class PentominoPlayer {
     virtual void piecePickedUp(PentominoPiece& piece) = 0;
     virtual void pieceDragged(PentominoPiece& piece) = 0;
     virtual void pieceDropped(PentominoPiece& piece) = 0;
+    /// Where it would lie on free cells, on what turns it, and at home.
+    [[nodiscard]] virtual std::vector<platform::Rect>
+    piecePlaces(const PentominoPiece& piece) const = 0;
 
   protected:
     ~PentominoPlayer() = default;
@@ -32,6 +35,12 @@ class PentominoPiece final : public OMAnimation {
     /// Where it covers the board, if it does.
     std::optional<PentominoCell> covers;
 
+    [[nodiscard]] HandUse handUse() const override {
+        return isMovable() ? HandUse::Drag : HandUse::None;
+    }
+    [[nodiscard]] std::optional<std::vector<platform::Rect>> dropPlaces() const override {
+        return player_.piecePlaces(*this);
+    }
     void onBeginDrag(platform::Point point) override;
     void dragBy(int& dx, int& dy) override;
     void onDrop(platform::Point point) override;

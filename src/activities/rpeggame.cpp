@@ -51,6 +51,10 @@ class RPegGame::Peg final : public OMAnimation {
 
     [[nodiscard]] bool isHeld() const { return held_; }
 
+    [[nodiscard]] HandUse handUse() const override { return HandUse::Drag; }
+    [[nodiscard]] std::optional<std::vector<Rect>> dropPlaces() const override {
+        return game_.placesFor(*this);
+    }
     void onMouseDown(Point point) override {
         OMAnimation::onMouseDown(point);
         if (isRetired()) return;
@@ -175,6 +179,16 @@ void RPegGame::moveHole(int Point::*axis, int value) {
 // ---------------------------------------------------------------------------- the player
 
 void RPegGame::pegHeld(Peg& peg) { peg.setZ(movingZ_); }
+
+std::vector<Rect> RPegGame::placesFor(const Peg& peg) const {
+    std::vector<Rect> places;
+    for (int hole = kFirstHole; hole <= PegBoard::kHoles; ++hole) {
+        if (!board_.legalJump(peg.hole, hole)) continue;
+        const Point at = places_[static_cast<std::size_t>(hole - kFirstHole)];
+        places.push_back({at.x, at.y, at.x + peg.width(), at.y + peg.height()});
+    }
+    return places;
+}
 
 /// The first one that it lies on.
 std::optional<int> RPegGame::holeUnder(const Peg& peg) {

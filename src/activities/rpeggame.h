@@ -13,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 class OMAnimation;
 
@@ -66,6 +67,8 @@ class RPegGame final : public OMScriptableObject {
     [[nodiscard]] std::optional<int> holeUnder(const Peg& peg);
 
     // The player.
+    /// Those that it may jump to.
+    [[nodiscard]] std::vector<platform::Rect> placesFor(const Peg& peg) const;
     void pegHeld(Peg& peg);
     void pegDropped(Peg& peg);
     [[nodiscard]] bool jump(const Peg& peg);

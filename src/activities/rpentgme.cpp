@@ -133,6 +133,11 @@ RPentominoGame::Slot& RPentominoGame::slotOf(const PentominoPiece& piece) {
                                  [&](const Slot& each) { return each.piece.get() == &piece; });
 }
 
+const RPentominoGame::Slot& RPentominoGame::slotOf(const PentominoPiece& piece) const {
+    return *std::ranges::find_if(slots_,
+                                 [&](const Slot& each) { return each.piece.get() == &piece; });
+}
+
 const RPentominoGame::Slot* RPentominoGame::nextSlot() const {
     const int piece = OMSArguments::global().nextInteger();
     return isPentomino(piece) ? &slots_[static_cast<std::size_t>(piece - 1)] : nullptr;
@@ -178,9 +183,14 @@ void RPentominoGame::putOrSendHome(PentominoPiece& piece, std::optional<Pentomin
         sendHome(piece);
 }
 
-void RPentominoGame::sendHome(PentominoPiece& piece) {
+Point RPentominoGame::homeOf(const PentominoPiece& piece) const {
     const Rect home = slotOf(piece).home;
-    piece.place(home.left + (home.width() - piece.width()) / 2, home.bottom - piece.height());
+    return {home.left + (home.width() - piece.width()) / 2, home.bottom - piece.height()};
+}
+
+void RPentominoGame::sendHome(PentominoPiece& piece) {
+    const Point home = homeOf(piece);
+    piece.place(home.x, home.y);
 }
 
 void RPentominoGame::turn(PentominoPiece& piece, int view, int sound) {
@@ -218,6 +228,24 @@ void RPentominoGame::pieceDropped(PentominoPiece& piece) {
         return;
     }
     if (put(piece, *cell)) playSound(sounds_.snapped);
+}
+
+std::vector<Rect> RPentominoGame::piecePlaces(const PentominoPiece& piece) const {
+    std::vector<Rect> places;
+    const auto lyingAt = [&](Point corner) {
+        places.push_back({corner.x, corner.y, corner.x + piece.width(), corner.y + piece.height()});
+    };
+    for (const OMAnimation* tool : {flipper_.get(), rotater_.get()})
+        if (tool && tool->isShown())
+            lyingAt({tool->x() + (tool->width() - piece.width()) / 2,
+                     tool->y() + (tool->height() - piece.height()) / 2});
+    lyingAt(homeOf(piece));
+    if (cellSize_.x <= 0 || cellSize_.y <= 0) return places;
+    for (PentominoCell cell{0, 0}; cell.row < board_.rows(); ++cell.row)
+        for (cell.column = 0; cell.column < board_.columns(); ++cell.column)
+            if (board_.contains(piece.shape(), cell) && board_.isFree(piece.shape(), cell))
+                lyingAt({x() + cell.column * cellSize_.x, y() + cell.row * cellSize_.y});
+    return places;
 }
 
 void RPentominoGame::playSound(int id) {

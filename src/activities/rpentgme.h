@@ -110,10 +110,13 @@ class RPentominoGame final : public OMTrinket, private PentominoPlayer {
     void piecePickedUp(PentominoPiece& piece) override;
     void pieceDragged(PentominoPiece& piece) override;
     void pieceDropped(PentominoPiece& piece) override;
+    [[nodiscard]] std::vector<platform::Rect>
+    piecePlaces(const PentominoPiece& piece) const override;
 
     // Slots by the number of the piece.
     [[nodiscard]] Slot& slot(int piece) { return slots_[static_cast<std::size_t>(piece - 1)]; }
     [[nodiscard]] Slot& slotOf(const PentominoPiece& piece);
+    [[nodiscard]] const Slot& slotOf(const PentominoPiece& piece) const;
     /// The next argument as the number of a piece.
     [[nodiscard]] const Slot* nextSlot() const;
     /// With a warning for a number that is none.
@@ -126,6 +129,8 @@ class RPentominoGame final : public OMTrinket, private PentominoPlayer {
     /// False when the handler of "solved" has destroyed the game.
     bool put(PentominoPiece& piece, PentominoCell at);
     void putOrSendHome(PentominoPiece& piece, std::optional<PentominoCell> at);
+    /// Its corner when it lies at home.
+    [[nodiscard]] platform::Point homeOf(const PentominoPiece& piece) const;
     void sendHome(PentominoPiece& piece);
     void turn(PentominoPiece& piece, int view, int sound);
 

@@ -28,6 +28,7 @@ class PressArea final : public OMTrinket {
         setMovable(false);
     }
 
+    [[nodiscard]] HandUse handUse() const override { return HandUse::Click; }
     void onMouseDown(Point point) override {
         OMTrinket::onMouseDown(point);
         if (isRetired()) return;
@@ -121,6 +122,7 @@ class RBackPack::Thing final : public OMAnimation {
           int slot)
         : OMAnimation(window, std::move(image), id, 0, 0), panel_(panel), slot_(slot) {}
 
+    [[nodiscard]] HandUse handUse() const override { return HandUse::Drag; }
     void onDrop(Point point) override {
         OMAnimation::onDrop(point);
         if (!isRetired()) panel_.thingDropped(slot_);

@@ -21,6 +21,7 @@ class LapTrapButton : public OMAnimation {
     /// be destroyed in it.
     void setPressedLink(OMLink link) { pressed_ = std::move(link); }
 
+    [[nodiscard]] HandUse handUse() const override { return HandUse::Click; }
     void onMouseDown(platform::Point point) override;
     void onMouseMove(platform::Point point) override;
     void onMouseUp(platform::Point point) override;

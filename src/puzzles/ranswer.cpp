@@ -184,6 +184,32 @@ void RAnswer::setGraphicID(int id) { changeImage(AOImage::locateOrBlank(id), id)
 
 // An answer that is a member of a group moves with it and is not picked up.
 
+RAnswer::HandUse RAnswer::handUse() const {
+    return isMovable() && !group() ? HandUse::Drag : HandUse::None;
+}
+
+Point RAnswer::aim() const {
+    const Rect r = effectiveRectangle();
+    return {(r.left + r.right) / 2, (r.top + r.bottom) / 2};
+}
+
+Point RGraphicAnswer::aim() const {
+    if (!usesHotPoint_) return RAnswer::aim();
+    const Rect drawn = boundingRectangle();
+    return {drawn.left + hotPoint_.x, drawn.top + hotPoint_.y};
+}
+
+std::optional<std::vector<Rect>> RAnswer::dropPlaces() const {
+    std::vector<Rect> places;
+    if (!keeper_) return places;
+    const Point from = aim();
+    for (const Rect& part : keeper_->answerPlaces(*this))
+        places.push_back(platform::shifted(boundingRectangle(),
+                                           (part.left + part.right) / 2 - from.x,
+                                           (part.top + part.bottom) / 2 - from.y));
+    return places;
+}
+
 void RAnswer::onBeginDrag(Point point) {
     RAnimation::onBeginDrag(point);
     if (isRetired() || group()) return;

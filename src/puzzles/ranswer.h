@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 class RAnswer;
 class RContainer;
@@ -27,6 +28,8 @@ class AnswerKeeper {
     /// Positions of the pointer in window pixels.
     virtual void answerDragged(RAnswer& answer, platform::Point position) = 0;
     virtual void answerDropped(RAnswer& answer, platform::Point position) = 0;
+    /// Where it may be dropped: parts of containers, in window pixels.
+    [[nodiscard]] virtual std::vector<platform::Rect> answerPlaces(const RAnswer& answer) const = 0;
     /// It is being destroyed, or has got another keeper.
     virtual void answerGoes(RAnswer& answer) = 0;
 
@@ -72,6 +75,12 @@ class RAnswer : public RAnimation {
     /// What of the drawn rectangle counts for hits and fits, by its insets.
     [[nodiscard]] platform::Rect effectiveRectangle() const;
     [[nodiscard]] bool isHeld() const { return held_; }
+
+    /// The point of it that is to be over a container; window pixels.
+    [[nodiscard]] virtual platform::Point aim() const;
+    /// Of a member of a group nothing is known.
+    [[nodiscard]] HandUse handUse() const override;
+    [[nodiscard]] std::optional<std::vector<platform::Rect>> dropPlaces() const override;
 
     /// It cannot be picked up until `unanchor`.
     virtual void anchor() { setMovable(false); }
@@ -202,6 +211,8 @@ class RGraphicAnswer final : public OMSCopied<RGraphicAnswer, RAnswer> {
     void setHotPointY(int y) { hotPoint_.y = y; }
     [[nodiscard]] bool isUsingHotPoint() const { return usesHotPoint_; }
     void setUsingHotPoint(bool uses) { usesHotPoint_ = uses; }
+
+    [[nodiscard]] platform::Point aim() const override;
 
   private:
     bool usesHotPoint_ = false;

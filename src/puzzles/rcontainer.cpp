@@ -1,6 +1,7 @@
 #include "rcontainer.h"
 
 #include "omeffectsounds.h"
+#include "omkeytargets.h"
 #include "omsclass.h"
 #include "omtrinketwindow.h"
 
@@ -61,6 +62,14 @@ void RContainer::onRetire() {
 }
 
 // ---------------------------------------------------------------------------- its answers
+
+/// A pixel of its picture, as near to the middle as there is one.
+std::vector<Rect> RContainer::placesFor(const RAnswer&) const {
+    const Rect all = boundingRectangle();
+    const auto point = OMPointInside(all, [this](Point at) { return containsPoint(at); });
+    if (!point) return {all};
+    return {{point->x, point->y, point->x + 1, point->y + 1}};
+}
 
 void RContainer::placeAnswer(RAnswer& answer) { insertAnswer(answer, answers_.size()); }
 

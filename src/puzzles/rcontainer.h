@@ -48,6 +48,8 @@ class RContainer : public RAnimation {
     void addKeeper(ContainerKeeper& keeper) { keepers_.push_back(&keeper); }
     void removeKeeper(ContainerKeeper& keeper) { std::erase(keepers_, &keeper); }
 
+    /// The parts of it onto whose middles an answer is dropped for each place that it can get.
+    [[nodiscard]] virtual std::vector<platform::Rect> placesFor(const RAnswer& answer) const;
     /// What it thinks of the answer where it lies now, the pointer at `position` (window pixels).
     [[nodiscard]] virtual Hit hitScore(RAnswer& answer, platform::Point position) = 0;
     [[nodiscard]] virtual bool isFull() const = 0;

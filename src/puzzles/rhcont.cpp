@@ -53,6 +53,20 @@ std::int64_t RowContainer::rowWidth() const {
     return width;
 }
 
+std::vector<Rect> RowContainer::placesFor(const RAnswer& answer) const {
+    std::vector<Rect> places;
+    const Rect all = boundingRectangle();
+    int left = all.left;
+    for (const RAnswer* each : answers()) {
+        if (each == &answer) continue;
+        const int middle = middleOf(*each) / 2;
+        places.push_back({left, all.top, middle, all.bottom});
+        left = middle;
+    }
+    places.push_back({left, all.top, all.right, all.bottom});
+    return places;
+}
+
 RContainer::Hit RowContainer::hitScore(RAnswer& answer, platform::Point) {
     const std::int64_t score = overlapScore(answer);
     const bool fits = rowWidth() + widthOf(answer) <= boundingRectangle().width();

@@ -19,6 +19,8 @@ class RowContainer : public RContainer {
     [[nodiscard]] int slideSound() const { return slideSound_; }
     void setSlideSound(int id) { slideSound_ = OMNarrowId(id); }
 
+    /// Before, between and behind the answers that are there.
+    [[nodiscard]] std::vector<platform::Rect> placesFor(const RAnswer& answer) const override;
     [[nodiscard]] Hit hitScore(RAnswer& answer, platform::Point position) override;
     [[nodiscard]] bool isFull() const override;
     void placeAnswer(RAnswer& answer) override;

@@ -103,6 +103,16 @@ bool RPuzzle::holds(const RContainer& container) const {
     return std::ranges::find(containers_, &container) != containers_.end();
 }
 
+std::vector<platform::Rect> RPuzzle::answerPlaces(const RAnswer& answer) const {
+    std::vector<platform::Rect> places;
+    for (const RContainer* container : containers_) {
+        if (!container->isEnabled() || container->isFull()) continue;
+        const auto parts = container->placesFor(answer);
+        places.insert(places.end(), parts.begin(), parts.end());
+    }
+    return places;
+}
+
 void RPuzzle::answerGoes(RAnswer& answer) {
     if (&answer == dragged_) endHover();
     std::erase(answers_, &answer);

@@ -75,6 +75,7 @@ class RPuzzle final : public OMScriptableObject, private AnswerKeeper, private C
     void answerPickedUp(RAnswer& answer) override;
     void answerDragged(RAnswer& answer, platform::Point position) override;
     void answerDropped(RAnswer& answer, platform::Point position) override;
+    [[nodiscard]] std::vector<platform::Rect> answerPlaces(const RAnswer& answer) const override;
     void answerGoes(RAnswer& answer) override;
     void containerGoes(RContainer& container) override;
 

@@ -63,6 +63,10 @@ void RScenePort::tell(std::string_view event) {
     for (RScenePort* port : ports) port->fireEvent(event);
 }
 
+bool RScenePort::hearsClicks() {
+    return all_.find([](const RScenePort& port) { return port.isHeard("backgroundClicked"); });
+}
+
 bool RScenePort::handleCommand(int command) {
     if (command == kSpaceCommand)
         tell("spacebarPressed");

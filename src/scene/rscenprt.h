@@ -32,6 +32,8 @@ class RScenePort final : public OMSCopied<RScenePort, OMScriptableObject> {
     static void tellExitting() { tell("exittingGame"); }
     static void tellPaused() { tell("paused"); }
     static void tellResumed() { tell("resumed"); }
+    /// Whether a script hears of clicks on the background.
+    [[nodiscard]] static bool hearsClicks();
     /// Whether the command is one for the ports, who were told then.
     static bool handleCommand(int command);
 

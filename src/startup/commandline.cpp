@@ -137,8 +137,8 @@ bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
 
 constexpr const char* kArguments =
     R"([--content DIR] [--cd DIR] [--home DIR] [--seed N] [--scene NAME]
-              [--language TAG] [--trust] [--components] [--author [--reload WHEN]] [--record FILE]
-              [--profile FILE]
+              [--language TAG] [--trust] [--components] [--author [--reload WHEN]] [--keys]
+              [--record FILE] [--profile FILE]
               [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
                           [--machine LIST] [--record-sound DIR]])";
 
@@ -147,9 +147,14 @@ std::vector<commandline::Section> sections() {
     return {
         {"Keys in the window",
          "Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks whether to leave the\n"
-         "game, Shift+F1 tells the version. With --author Shift+F2 opens the console, Shift+F3\n"
-         "loads the running scene again with all that was saved, Ctrl+Shift+F3 keeps its\n"
-         "variables. With --record Shift+F4 takes a picture."},
+         "game, Shift+F1 tells the version, Shift+F5 switches playing with keys on and off. With\n"
+         "--author Shift+F2 opens the console, Shift+F3 loads the running scene again with all\n"
+         "that was saved, Ctrl+Shift+F3 keeps its variables. With --record Shift+F4 takes a\n"
+         "picture."},
+        {"Keys that play, after Shift+F5 or --keys",
+         "Tab, Shift+Tab and the arrows move the mark, Enter and the space bar click, Ctrl+Enter\n"
+         "clicks twice. What can be dragged is taken by Enter, moved by the arrows to where it\n"
+         "can be put, or by Ctrl and arrows a little, and let go by Enter; Esc puts it back."},
         {"Files",
          "game.ini in the game's folder says who the game is. Saved games, ZORBET.DAT, and what "
          "the\n"
@@ -322,6 +327,9 @@ void addOptions(commandline::Command& command, CommandLine& line) {
                 "With --author: when what was saved is loaded again, on-key\n"
                 "(Shift+F3, as without this option) or at-once",
                 "WHEN");
+    command.add("--keys", &line.playsByKeys,
+                "Play with keys alone: Tab and the arrows move a mark over all\n"
+                "that can be clicked, Enter clicks it (Shift+F5 in the window)");
     command.add("--record", &line.record,
                 "File that gets what happens in the window, to be played again\n"
                 "by --input; Shift+F4 takes a picture",

@@ -21,6 +21,7 @@ struct CommandLine {
     bool components = false;           ///< native code of the game is loaded
     bool author = false;               ///< shows what concerns the one who makes the game
     std::optional<bool> reloadsAtOnce; ///< what the author saves; not given: when asked to
+    bool playsByKeys = false;          ///< without a mouse
     bool headless = false;
     std::string
         language;      ///< a tag of the game's; empty: by the system, or without a window the first

@@ -58,7 +58,9 @@ TEST(Timeline, RefusesBadLinesByNumber) {
         {"\"move\" wants two numbers, x and y",
          {"5 move 1", "5 move 1 2 3", "5 move 99999999999 2"}},
         {"\"key\" wants one Latin-1 character or the name of a key",
-         {"5 key ", "5 key Ctrl-", "5 key F13", "5 key \xE2\x82\xAC", "5 key \x01"}},
+         {"5 key ", "5 key Ctrl-", "5 key F13", "5 key \xE2\x82\xAC", "5 key \x01",
+          "5 key Shift-a"}},
+        {"\"keys\" wants \"on\" or \"off\"", {"5 keys", "5 keys yes", "5 keys on off"}},
         {"this wants one word: \"seed N\", \"step N\" of at most 60000, \"scene NAME\", \"language "
          "TAG\", \"data "
          "BYTES\" of two hexadecimal digits each; or \"turns MS*COUNT\" and further ones",
@@ -109,10 +111,11 @@ TEST(VisitRecorder, WhatItWroteIsSeenAgain) {
     std::ostringstream person{"9 answer No\n", std::ios::ate}; // what somebody does, by chance
     std::minstd_rand chance(3);
     for (int ms = 0; ms < 3000; ms += static_cast<int>(chance() % 9)) {
-        constexpr const char* kDone[] = {"move -9 40", "down 3 4",   "up 900 4",   "double 7 8",
-                                         "key Ctrl-q", "key \xE3",   "key  ",      "key F4",
-                                         "command 9",  "background", "foreground", "expose",
-                                         "nothing",    "up 1 1"};
+        constexpr const char* kDone[] = {
+            "move -9 40", "down 3 4", "up 900 4",  "double 7 8",
+            "key Ctrl-q", "key \xE3", "key  ",     "key Ctrl-Shift-Tab",
+            "keys on",    "keys off", "command 9", "background",
+            "foreground", "expose",   "nothing",   "up 1 1"};
         person << ms << ' ' << kDone[chance() % std::size(kDone)] << '\n';
     }
     person << "2000 close\n";

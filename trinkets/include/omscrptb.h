@@ -122,6 +122,8 @@ class OMScriptableObject {
     bool invoke(std::string_view method, std::initializer_list<std::string_view> arguments);
     bool attachHandler(std::string_view event, OMLink handler, OMLink second = nullptr);
     [[nodiscard]] bool hasProperty(std::string_view name) const;
+    /// Whether there is a handler of that event.
+    [[nodiscard]] bool isHeard(std::string_view event) const;
     /// What can be read, each time with nothing changed by that; as long as the object lives.
     [[nodiscard]] std::vector<std::string_view> readableNames() const;
 

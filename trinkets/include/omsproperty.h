@@ -31,6 +31,8 @@ class OMScriptableObjectProperty {
     virtual std::optional<std::string> get() { return std::nullopt; }
     /// Invokes a method or fires an event. The property may be gone when this returns.
     virtual bool run() { return false; }
+    /// Whether it is an event that has a handler.
+    [[nodiscard]] virtual bool isHeard() const { return false; }
     /// Whether it is a method whose work may go on after the call.
     [[nodiscard]] virtual bool lasts() const { return kind_ == Kind::Method; }
 
@@ -72,6 +74,7 @@ class OMSEventProperty : public OMScriptableObjectProperty {
     /// Calls the handlers, or, inside a call that a script made into an object, shows that the
     /// event was ignored. False without a handler.
     bool run() override;
+    [[nodiscard]] bool isHeard() const override { return handler_ || second_; }
 
   private:
     OMLink handler_;

@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 class OMMemCanvas;
 class OMMultiTrinket;
@@ -124,6 +125,23 @@ class OMTrinket : public OMScriptableObject {
     [[nodiscard]] OMMultiTrinket* group() const { return group_; }
     /// Whether the bounding rectangles overlap.
     [[nodiscard]] bool intersects(const OMTrinket& other) const;
+
+    // For who plays without a mouse.
+
+    /// What its class does with a press of the button, besides what scripts and owners hear of it.
+    enum class HandUse : std::uint8_t {
+        None,
+        Click, ///< something, by a press and a release
+        Drag,  ///< something, by what is between them
+    };
+    [[nodiscard]] virtual HandUse handUse() const { return HandUse::None; }
+    /// Its parts that are clicked each by itself, in window pixels.
+    [[nodiscard]] virtual std::vector<platform::Rect> clickPlaces() const;
+    /// Where it would lie when it is let go at places that mean something, in window pixels; its
+    /// place now need not be one of them. None: nobody knows, it may be anywhere.
+    [[nodiscard]] virtual std::optional<std::vector<platform::Rect>> dropPlaces() const {
+        return std::nullopt;
+    }
 
     // Changes. All go through setAttribute; `second` is y for XY.
 

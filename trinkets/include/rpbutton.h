@@ -37,6 +37,9 @@ class RPButton final : public OMSCopied<RPButton, OMAnimation> {
     /// Looks pressed for a while and clicks; nothing is hit. Without effect while the mouse has it.
     void press();
 
+    [[nodiscard]] HandUse handUse() const override {
+        return enabled_ ? HandUse::Click : HandUse::None;
+    }
     void step(std::uint32_t clock) override;
     void onMouseDown(platform::Point point) override;
     void onMouseMove(platform::Point point) override;

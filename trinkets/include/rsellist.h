@@ -80,6 +80,9 @@ class RSelList final : public OMSCopied<RSelList, OMTrinket> {
     void startNewEntry();
 
     void paint(OMMemCanvas& canvas, const OMRegion& clip) override;
+    [[nodiscard]] HandUse handUse() const override { return HandUse::Click; }
+    /// The names that are seen.
+    [[nodiscard]] std::vector<platform::Rect> clickPlaces() const override;
     void onMouseDown(platform::Point point) override;
     void onDoubleClick(platform::Point point) override;
 

@@ -27,6 +27,9 @@ class RTrigger final : public OMSCopied<RTrigger, OMAnimation> {
     [[nodiscard]] int userData() const { return userData_; }
     void setUserData(int value) { userData_ = value; }
 
+    [[nodiscard]] HandUse handUse() const override { return HandUse::Drag; }
+    /// One for each frame, as far to the side as the pointer goes for it.
+    [[nodiscard]] std::optional<std::vector<platform::Rect>> dropPlaces() const override;
     void onMouseDown(platform::Point point) override;
     void onMouseMove(platform::Point point) override;
     void onMouseUp(platform::Point point) override;

@@ -119,9 +119,8 @@ void OMApp::stop() {
 }
 
 bool OMApp::pass() {
-    platform::Events& events = OMPlatform().events();
     Message message;
-    if (waitForMessages_ ? events.wait(message) : events.take(message)) {
+    if (takeMessage(message)) {
         const OMUnderWay underWay;
         beforeMessage(message);
         dispatch(message);
@@ -134,6 +133,17 @@ bool OMApp::pass() {
     }
     OMPlatform().passEnded();
     return running_;
+}
+
+bool OMApp::takeMessage(Message& message) {
+    if (!posted_.empty()) {
+        message = posted_.front();
+        posted_.pop_front();
+        return true;
+    }
+    platform::Events& events = OMPlatform().events();
+    return (waitForMessages_ ? events.wait(message) : events.take(message)) &&
+           !messageFilter_(message);
 }
 
 void OMApp::alert(std::string_view text, std::uint32_t style, std::string_view caption) {
@@ -169,11 +179,18 @@ void OMApp::about() { box("KVO:" + productName_ + " " + productVersion_, kAlertS
 void OMApp::discardInput() {
     OMPlatform().events().discardInput();
     windows_.capture = nullptr;
+    const auto posted = std::exchange(posted_, {});
+    if (std::ranges::any_of(
+            posted, [](const Message& each) { return each.kind == Message::Kind::MouseUp; }))
+        tellReleaseLost();
     tellDroppedRelease();
 }
 
 void OMApp::tellDroppedRelease() {
-    if (!OMPlatform().events().releaseWasDropped()) return;
+    if (OMPlatform().events().releaseWasDropped()) tellReleaseLost();
+}
+
+void OMApp::tellReleaseLost() {
     windows_.all.apply([](OMWindow& window) { window.mouseReleaseLost(); });
 }
 
@@ -211,6 +228,8 @@ void OMApp::dispatch(const Message& message) {
     case Message::Kind::Expose:
         windows_.all.apply([](OMWindow& window) { window.expose(); });
         return;
+    case Message::Kind::KeysOn:
+    case Message::Kind::KeysOff: return; // for who plays with keys, by the filter
     case Message::Kind::Quit: stop(); return;
     }
 }

@@ -15,6 +15,46 @@ Surface surfaceOf(const ScreenMode& mode) {
     return {mode.width, mode.height, surfaceDepth(mode.depth)};
 }
 
+void copyPart(const Surface& from, Surface& to, const Rect& part) {
+    const auto bytes = static_cast<std::size_t>(part.width() * from.bytesPerPixel());
+    const int offset = part.left * from.bytesPerPixel();
+    for (int y = part.top; y < part.bottom; ++y)
+        std::copy_n(from.row(y) + offset, bytes, to.row(y) + offset);
+}
+
+// The mark is a frame of lines, the outer and the inner one in another colour than those between.
+constexpr int kMarkLines = 5;
+constexpr int kMarkDistance = 4; ///< of the outer line from what it is around; pixels
+
+constexpr Rect inset(const Rect& r, int pixels) {
+    return {r.left + pixels, r.top + pixels, r.right - pixels, r.bottom - pixels};
+}
+
+/// The whole of it, inside of the screen.
+Rect placeOf(const Mark& mark, const Rect& screen) {
+    return intersection(inset(mark.around, -kMarkDistance), screen);
+}
+
+/// White has all bits of a pixel; it is a fixed entry where there are 8.
+void fillRow(Surface& surface, int y, int left, int right, bool white) {
+    const std::uint8_t bits = white ? 0xFF : 0;
+    const auto size = static_cast<std::size_t>(surface.bytesPerPixel());
+    std::uint8_t* pixel = surface.row(y) + static_cast<std::size_t>(left) * size;
+    for (int x = left; x < right; ++x, pixel += size) {
+        std::fill_n(pixel, std::min<std::size_t>(size, 3), bits);
+        if (size == 2) pixel[1] &= 0x7F;
+    }
+}
+
+void drawOutline(Surface& surface, const Rect& r, bool white) {
+    if (r.empty()) return;
+    for (int y = r.top; y < r.bottom; ++y) {
+        const bool isEdge = y == r.top || y == r.bottom - 1;
+        fillRow(surface, y, r.left, isEdge ? r.right : r.left + 1, white);
+        if (!isEdge) fillRow(surface, y, r.right - 1, r.right, white);
+    }
+}
+
 } // namespace
 
 HostDisplay::HostDisplay(const ScreenMode& mode)
@@ -26,11 +66,36 @@ HostDisplay::HostDisplay(const ScreenMode& mode)
 void HostDisplay::present(const Rect& area) {
     const Rect part = intersection(area, drawn_.bounds());
     if (part.empty() || lost_) return;
-    const auto bytes = static_cast<std::size_t>(part.width() * drawn_.bytesPerPixel());
-    const int offset = part.left * drawn_.bytesPerPixel();
-    for (int y = part.top; y < part.bottom; ++y)
-        std::copy_n(drawn_.row(y) + offset, bytes, shown_.row(y) + offset);
+    copyPart(drawn_, shown_, part);
+    if (marked_) {
+        copyPart(drawn_, *marked_, part);
+        drawMark();
+    }
     shownChanged(part);
+}
+
+void HostDisplay::setMark(const std::optional<Mark>& mark) {
+    if (mark == mark_) return;
+    const Rect before = mark_ ? placeOf(*mark_, shown_.bounds()) : Rect();
+    mark_ = mark;
+    if (!mark_)
+        marked_.reset();
+    else if (!marked_)
+        marked_ = shown_;
+    else if (!before.empty())
+        copyPart(shown_, *marked_, before);
+    drawMark();
+    const Rect changed = mark_ ? hull(before, placeOf(*mark_, shown_.bounds())) : before;
+    if (!changed.empty()) shownChanged(changed);
+}
+
+void HostDisplay::drawMark() {
+    if (!mark_ || !marked_) return;
+    const Rect place = placeOf(*mark_, marked_->bounds());
+    for (int line = 0; line < kMarkLines; ++line) {
+        const bool isMiddle = line > 0 && line < kMarkLines - 1;
+        drawOutline(*marked_, inset(place, line), isMiddle == mark_->isBright);
+    }
 }
 
 void HostDisplay::setPalette(int first, std::span<const Rgb> colours) {
@@ -72,6 +137,8 @@ void HostDisplay::change(const ScreenMode& mode) {
     mode_ = mode;
     drawn_ = surfaceOf(mode);
     shown_ = drawn_;
+    if (marked_) marked_ = shown_;
+    drawMark();
     backs_.clear();
     palette_ = staticPalette();
     lost_ = false;

@@ -53,8 +53,10 @@ class HostDisplay : public Display {
     [[nodiscard]] std::unique_ptr<Cursor> makeCursor(int id) override;
     [[nodiscard]] std::unique_ptr<Cursor> makeCursor(int id, const CursorImage& image) override;
 
+    void setMark(const std::optional<Mark>& mark) override;
+
     /// What a person sees.
-    [[nodiscard]] const Surface& shown() const { return shown_; }
+    [[nodiscard]] const Surface& shown() const { return marked_ ? *marked_ : shown_; }
 
     /// Another program got the foreground, or it came back: an exclusive screen is lost then.
     void setInForeground(bool inForeground);
@@ -68,6 +70,8 @@ class HostDisplay : public Display {
   private:
     void change(const ScreenMode& mode);
     void blacken();
+    /// Draws the mark into what is seen, where there is one.
+    void drawMark();
 
     Driver driver_ = Driver::Whole;
     ScreenMode mode_;
@@ -75,6 +79,8 @@ class HostDisplay : public Display {
     Surface drawn_;
     std::vector<Surface> backs_; ///< the next to be shown first
     Surface shown_;
+    std::optional<Mark> mark_;
+    std::optional<Surface> marked_; ///< what is shown, with the mark over it
     std::array<Rgb, kPaletteSize> palette_;
     bool inForeground_ = true;
     bool lost_ = false;

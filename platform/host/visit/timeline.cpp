@@ -92,6 +92,11 @@ constexpr std::array<std::string_view, 27> kKeyNames{
 constexpr auto kFirstKey = static_cast<std::uint16_t>(Key::Backspace);
 static_assert(kFirstKey + kKeyNames.size() - 1 == static_cast<std::size_t>(Key::F12));
 
+constexpr std::string_view kControl = "Ctrl-";
+constexpr std::string_view kShift = "Shift-"; ///< of keys that have names
+constexpr std::string_view kOn = "on";
+constexpr std::string_view kOff = "off";
+
 std::optional<std::uint16_t> keyCode(std::string_view name) {
     const auto named = std::ranges::find(kKeyNames, name);
     if (named != kKeyNames.end()) {
@@ -126,14 +131,21 @@ What readKey(LineReader& line) {
     // A blank may be the key itself.
     std::string_view name = line.remainder();
     while (name.size() > 1 && isBlank(name.front())) name.remove_prefix(1);
-    constexpr std::string_view kControl = "Ctrl-";
     const bool control = name.starts_with(kControl);
     if (control) name.remove_prefix(kControl.size());
+    const bool shift = name.starts_with(kShift);
+    if (shift) name.remove_prefix(kShift.size());
     while (name.size() > 1 && isBlank(name.back())) name.remove_suffix(1);
     const auto code = keyCode(name);
-    if (!code) return std::nullopt;
+    if (!code || (shift && *code < kFirstKey)) return std::nullopt;
     return Message{.kind = Message::Kind::Key,
-                   .key = {control ? controlled(*code) : *code, control}};
+                   .key = {control ? controlled(*code) : *code, control, shift}};
+}
+
+What readKeys(LineReader& line) {
+    const std::string_view what = line.word();
+    if (what != kOn && what != kOff) return std::nullopt;
+    return Message{.kind = what == kOn ? Message::Kind::KeysOn : Message::Kind::KeysOff};
 }
 
 What readCommand(LineReader& line) {
@@ -206,6 +218,7 @@ constexpr std::array kVerbs{
     Verb{"up", readMouse<Message::Kind::MouseUp>, kPosition},
     Verb{"double", readMouse<Message::Kind::DoubleClick>, kPosition},
     Verb{"key", readKey, "one Latin-1 character or the name of a key"},
+    Verb{"keys", readKeys, "\"on\" or \"off\""},
     Verb{"command", readCommand, "a number from 0 to 65535"},
     Verb{"answer", readAnswer, "the text of a button"},
     Verb{"close", readClose, kNothing},
@@ -355,6 +368,8 @@ std::string_view verbOf(Message::Kind kind) {
     case Message::Kind::Background: return "background";
     case Message::Kind::Foreground: return "foreground";
     case Message::Kind::Expose: return "expose";
+    case Message::Kind::KeysOn:
+    case Message::Kind::KeysOff: return "keys";
     case Message::Kind::Quit: return "quit";
     case Message::Kind::Null: break;
     }
@@ -362,9 +377,12 @@ std::string_view verbOf(Message::Kind kind) {
 }
 
 std::string textOf(const KeyPress& key) {
-    if (key.code >= kFirstKey) return std::string(kKeyNames[key.code - kFirstKey]);
+    const std::string held(key.control ? kControl : std::string_view());
+    if (key.code >= kFirstKey)
+        return (held + std::string(key.shift ? kShift : std::string_view()))
+            .append(kKeyNames[key.code - kFirstKey]);
     const int letter = key.control && key.code < 0x20 ? key.code | 0x60 : key.code;
-    return formats::utf8FromLatin1(std::string(1, static_cast<char>(letter)));
+    return held + formats::utf8FromLatin1(std::string(1, static_cast<char>(letter)));
 }
 
 std::string textOf(const Message& message) {
@@ -376,8 +394,9 @@ std::string textOf(const Message& message) {
     case Message::Kind::DoubleClick:
         return verb + ' ' + std::to_string(message.position.x) + ' ' +
                std::to_string(message.position.y);
-    case Message::Kind::Key:
-        return verb + (message.key.control ? " Ctrl-" : " ") + textOf(message.key);
+    case Message::Kind::Key: return verb + ' ' + textOf(message.key);
+    case Message::Kind::KeysOn: return verb + ' ' + std::string(kOn);
+    case Message::Kind::KeysOff: return verb + ' ' + std::string(kOff);
     case Message::Kind::Command: return verb + ' ' + std::to_string(message.command);
     default: return verb;
     }

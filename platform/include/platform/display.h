@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -80,6 +81,13 @@ enum class FlipResult : std::uint8_t {
     NoChain ///< there is nothing behind the screen
 };
 
+/// A frame around what a key would click, for who plays without a mouse.
+struct Mark {
+    Rect around;           ///< screen pixels
+    bool isBright = false; ///< the one or the other of its two looks, in black and white
+    friend bool operator==(const Mark&, const Mark&) = default;
+};
+
 class Display {
   public:
     virtual ~Display() = default;
@@ -97,6 +105,10 @@ class Display {
     /// once on what is shown; without effect on screens deeper than 8 bits.
     virtual void setPalette(int first, std::span<const Rgb> colours) = 0;
     [[nodiscard]] virtual const std::array<Rgb, kPaletteSize>& palette() const = 0;
+
+    /// Draws the mark over all that a person sees, in place of the one before; the pixels of
+    /// `screen` stay as they are. Without one there is none.
+    virtual void setMark(const std::optional<Mark>& mark) = 0;
 
     // Exclusive mode. Entering and leaving it make a new, black screen with the fixed colours.
 

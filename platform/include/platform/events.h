@@ -42,6 +42,7 @@ enum class Key : std::uint16_t {
 struct KeyPress {
     std::uint16_t code = 0; ///< a Latin-1 character, a control character or a `Key`
     bool control = false;   ///< the Control key was held
+    bool shift = false;     ///< the Shift key was held; told of keys that are no characters
 };
 
 /// The entry of the window's menu that tells the program's name and version.
@@ -59,6 +60,8 @@ struct Message {
         Background, ///< the application lost the foreground
         Foreground, ///< the application got the foreground back
         Expose,     ///< what the window shows was damaged and must be painted again
+        KeysOn,     ///< the person wants to play with keys alone
+        KeysOff,    ///< that ends; it is so at first
         Quit,       ///< the window was closed or the session ends
     };
     Kind kind = Kind::Null;

@@ -137,6 +137,11 @@ const OMSEntry* OMScriptableObject::classRow(std::string_view name) const {
     return (class_ ? *class_ : kClass).find(name);
 }
 
+bool OMScriptableObject::isHeard(std::string_view event) const {
+    const OMScriptableObjectProperty* property = added(event);
+    return property && property->isHeard();
+}
+
 bool OMScriptableObject::hasProperty(std::string_view name) const {
     return added(name) || classRow(name);
 }

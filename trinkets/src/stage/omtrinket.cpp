@@ -98,6 +98,8 @@ bool OMTrinket::intersects(const OMTrinket& other) const {
     return OMOverlap(boundingRectangle(), other.boundingRectangle());
 }
 
+std::vector<Rect> OMTrinket::clickPlaces() const { return {boundingRectangle()}; }
+
 // Changes
 
 void OMTrinket::setAttribute(Attribute which, int value, int second) {

@@ -181,6 +181,18 @@ std::optional<int> RSelList::entryAt(Point point) const {
     return there ? std::optional(entry) : std::nullopt;
 }
 
+std::vector<Rect> RSelList::clickPlaces() const {
+    const Rect box = boundingRectangle();
+    const int first = box.top + font_.font().descent();
+    const int lines = std::min(list_.visibleLines(), list_.count() - list_.firstVisible());
+    std::vector<Rect> places;
+    for (int line = 0; line < lines; ++line)
+        places.push_back(platform::intersection(
+            {box.left, first + line * lineHeight(), box.right, first + (line + 1) * lineHeight()},
+            box));
+    return places;
+}
+
 bool RSelList::pick(Point point) {
     const std::optional<int> entry = list_.isNew() ? std::nullopt : entryAt(point);
     if (!entry) return false;

@@ -40,6 +40,15 @@ std::unique_ptr<OMScriptableObject> RTrigger::createFromScript() {
     return AOImage::canLocate() ? createFromArguments<RTrigger>() : nullptr;
 }
 
+std::optional<std::vector<platform::Rect>> RTrigger::dropPlaces() const {
+    std::vector<platform::Rect> places;
+    const platform::Rect here = boundingRectangle();
+    const int first = turning_ ? startFrame_ : frameNumber();
+    for (int frame = 1; framePixelDelta_ != 0 && frame <= frameCount(); ++frame)
+        places.push_back(platform::shifted(here, (frame - first) * framePixelDelta_, 0));
+    return places;
+}
+
 // Dragging
 
 void RTrigger::onMouseDown(Point point) {
