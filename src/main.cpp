@@ -5,6 +5,7 @@
 #include "startup/programresources.h"
 #include "startup/visitdata.h"
 
+#include "formats/base/latin1.h"
 #include "platform/commandline/commandline.h"
 #include "platform/headless/headlessplatform.h"
 #include "platform/host/files/scratchfolder.h"
@@ -158,7 +159,7 @@ int play(const CommandLine& line, const std::string& language,
         complain({*problem});
         return kNoPlace;
     }
-    return RGameMain({seed, line.scene, language});
+    return RGameMain({seed, formats::latin1FromUtf8(line.scene).value_or(line.scene), language});
 }
 
 /// What the command line leaves open: the game, and the home of a visit that is not kept. The exit
@@ -184,14 +185,16 @@ int playOnMachine(const Start& start) {
     const RProgramTexts texts(language, start.game.boxTexts);
     complain(texts.problems());
     std::optional<platform::VisitWriter> visit; // that is recorded
-    if (!line.record.empty() && !visit.emplace(line.record).isOpen()) {
-        complain({line.record + " cannot be written: " + std::strerror(errno)});
-        return kNoPlace;
-    }
+    if (!line.record.empty()) visit.emplace(line.record);
     platform::catchTermination();
     const auto machine = line.headless ? makeHeadless(start, texts)
                                        : makeWindow(start, texts, visit ? &*visit : nullptr);
     if (!machine) return kNoWindow;
+    if (visit && !visit->open()) {
+        complain({line.record + " cannot be made: " + std::strerror(errno) +
+                  ". Name another file by --record"});
+        return kNoPlace;
+    }
     OMSetPlatform(machine.get());
     const int exitCode = play(line, language, visit);
     machine->programEnds(exitCode);

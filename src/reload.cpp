@@ -46,13 +46,13 @@ RReload::~RReload() {
 /// A scene that is about to change to another one does so; that one is a new one anyway.
 void RReload::begin(const platform::Reload& wanted) {
     wanted_ = {wanted.resources || wanted_.resources, wanted.keepsVariables};
-    since_ = OMMilliseconds();
     OMPathListAgain();
     if (!scriptsAreInOrder()) {
         tellAuthor(thread_.scriptName() + " was not loaded again. The scene goes on as it was",
                    true);
         return;
     }
+    since_ = OMMilliseconds();
     isBeginning_ = true;
     if (!engine_.isSwitching()) thread_.beginAnew(wanted.keepsVariables);
 }
@@ -75,6 +75,8 @@ bool RReload::scriptsAreInOrder() const {
 void RReload::sceneHasGone() {
     if (!std::exchange(isBeginning_, false)) return;
     parts_.sounds.endAll();
+    parts_.window.abandonTransitions();
+    parts_.music.forgetPauses();
     parts_.window.showCursor(kOMCursorArrow);
     loaded_ = wanted_.keepsVariables ? ", with its variables kept," : "";
     if (!std::exchange(wanted_.resources, false)) return;

@@ -35,6 +35,7 @@ HeadlessDialogs::HeadlessDialogs(const Timeline& timeline, const VirtualClock& c
 }
 
 std::optional<TimelineAnswer> HeadlessDialogs::nextAnswer() {
+    events_.boxOpens();
     if (waiting_.empty() || waiting_.front().timeMs > clock_.loopMs()) return std::nullopt;
     TimelineAnswer answer = std::move(waiting_.front().answer);
     waiting_.pop_front();

@@ -35,7 +35,8 @@ class HeadlessDialogs final : public Dialogs {
         TimelineAnswer answer;
     };
 
-    /// Uses the oldest answer up, if its time has come. With it the window may be closed.
+    /// Of a box that opens: uses the oldest answer up, if its time has come. With it the window may
+    /// be closed.
     std::optional<TimelineAnswer> nextAnswer();
     /// Index of the button that `answer` names, 0 when there is no answer or no such button;
     /// `closing` when the window is closed.

@@ -53,7 +53,10 @@ HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
     display_.setDriver(options.machine.driver);
     waveOut_.setAvailable(options.machine.sound);
     movieSpeakers_.setAvailable(options.machine.sound);
-    if (!turns_.empty()) clock_.ignoreBusyTime();
+    if (!turns_.empty()) {
+        clock_.ignoreBusyTime();
+        events_.loseInputInBoxes();
+    }
     if (options.breakPoint) breakingFiles_.emplace(files_, *options.breakPoint);
 }
 

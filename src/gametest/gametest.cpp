@@ -23,7 +23,7 @@ constexpr const char* kReport = "report.txt";
 constexpr const char* kErrors = "errors.txt";
 
 /// What a game leaves in its folder when it is played.
-constexpr std::string_view kLeft[] = {OMLog::kFileName, "debug.txt"};
+constexpr std::string_view kLeft[] = {OMLog::kFileName, "debug.txt", "ZORBET.DAT", "ZORBET.BAK"};
 
 std::vector<std::string> fields(const std::string& line) {
     std::vector<std::string> parts;
@@ -62,6 +62,8 @@ Result GameTest::run() {
         fail(input_.string() + " cannot be read");
     } else if (const auto* error = std::get_if<platform::TimelineError>(&visit)) {
         fail(input_.string() + ":" + std::to_string(error->line) + ": " + error->text);
+    } else if (std::get<platform::Visit>(visit).timeline.empty()) {
+        fail(input_.string() + " has no line with a time, so that nothing would happen");
     } else {
         play(std::get<platform::Visit>(visit));
         readReport();

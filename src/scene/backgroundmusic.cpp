@@ -98,6 +98,10 @@ void BackgroundMusic::deleteSound() {
     playing_ = held_ = false;
 }
 
+void BackgroundMusic::forgetPauses() {
+    while (pauses_ > 0) resume();
+}
+
 void BackgroundMusic::readAgain() {
     if (!music_) return;
     const bool ends = fade_ && fade_->thenStop;

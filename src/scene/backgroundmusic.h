@@ -48,6 +48,8 @@ class BackgroundMusic : public OMInstalled<BackgroundMusic> {
     void pause();
     /// While a movie is current the music stays paused until the next resume or start.
     void resume();
+    /// Whoever paused it is gone: as many resumes as there were pauses.
+    void forgetPauses();
 
   private:
     /// Times in ticks of the scenes' time.

@@ -107,6 +107,12 @@ void EffectsWindow::restoreCursor() {
 
 AOBackground* EffectsWindow::picture() { return dynamic_cast<AOBackground*>(background()); }
 
+void EffectsWindow::abandonTransitions() {
+    if (!isPresenting()) displayScreen();
+    if (pause_) pause_->end();
+    if (savedCursor_) restoreCursor();
+}
+
 void EffectsWindow::freezeScreen() {
     OMMemCanvas* canvas = background() ? background()->picture() : nullptr;
     if (!canvas) return;

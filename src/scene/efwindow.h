@@ -46,6 +46,9 @@ class EffectsWindow : public OMTrinketWindow {
     /// Ends with displayScreen or quickly, then ends the pause and puts the cursor back.
     void endTransition(bool quickly);
 
+    /// Whoever began them is gone: ends all transitions that are under way, and shows everything.
+    void abandonTransitions();
+
     /// Makes everything composed so far part of the background picture.
     void freezeScreen();
 

@@ -14,6 +14,11 @@ void ScenePause::lower() {
     pausedSince_.reset();
 }
 
+void ScenePause::end() {
+    level_ = 0;
+    lower();
+}
+
 std::int64_t ScenePause::ticks() {
     const std::int64_t now = pausedSince_ ? *pausedSince_ : clock_.milliseconds();
     return OMTickClock::toTicks(now - pausedMs_);

@@ -21,6 +21,8 @@ class ScenePause {
     /// A transition ends. The last one ends the pause, unless a movie is current: then the next
     /// call does.
     void lower();
+    /// All transitions end.
+    void end();
     [[nodiscard]] bool isPaused() const { return pausedSince_.has_value(); }
 
     /// The time of scenes in whole ticks; never wraps while somebody asks now and then.

@@ -130,6 +130,9 @@ bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
     if (!hasStep) line.stepMs = visit.stepMs.value_or(line.stepMs);
     if (line.scene.empty()) line.scene = visit.scene;
     if (line.language.empty()) line.language = visit.language;
+    // Of one that was recorded and ended before its first turns were written.
+    if (visit.data && visit.turns.empty() && !line.untilMs)
+        line.untilMs = line.timeline.empty() ? 0 : line.timeline.back().timeMs;
     line.turns = std::move(visit.turns);
     line.data = std::move(visit.data);
     return true;

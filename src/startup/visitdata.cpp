@@ -1,5 +1,6 @@
 #include "startup/visitdata.h"
 
+#include "ompath.h"
 #include "omplatform.h"
 #include "startup/configuration.h"
 #include "world/safefile.h"
@@ -21,6 +22,12 @@ std::optional<std::string> RBringDataFile(const std::string& bytes) {
     platform::Files& files = OMPlatform().files();
     const std::string path = dataFile();
     if (files.exists(path) ? RDataFileBytes() == bytes : bytes.empty()) return std::nullopt;
+    const std::string own = OMPathWithBackslash(files.currentDirectory());
+    if (files.exists(path) && RConfiguration::findHomeDirectory() == own)
+        return files.hostName(path) +
+               " holds other saved games than those that the visit begins with. The game keeps "
+               "them in its own folder, as its ZORBET.INI can be written to: play the visit in a "
+               "copy of the game that has neither of these files";
     if (files.exists(path))
         return files.hostName(path) +
                " holds other saved games than those that the visit begins with. They stay as they "

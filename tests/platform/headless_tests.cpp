@@ -64,7 +64,7 @@ TEST(Timeline, RefusesBadLinesByNumber) {
         {"this wants one word: \"seed N\", \"step N\" of at most 60000, \"scene NAME\", \"language "
          "TAG\", \"data "
          "BYTES\" of two hexadecimal digits each; or \"turns MS*COUNT\" and further ones",
-         {"seed", "step 60001", "scene a b", "data 012", "data 0x", "data -1", "turns", "turns 1*",
+         {"seed", "step 60001", "scene ", "data 012", "data 0x", "data -1", "turns", "turns 1*",
           "turns 0*2", "turns 1*0", "turns 1*2*3", "turns 1 x"}},
         {"\"command\" wants a number from 0 to 65535", {"5 command 65536", "5 command -1"}},
         {"\"answer\" wants the text of a button", {"5 answer \xE2\x82\xAC"}},
@@ -131,6 +131,7 @@ TEST(VisitRecorder, WhatItWroteIsSeenAgain) {
     {
         HeadlessPlatform machine(options);
         VisitWriter writer(file);
+        ASSERT_TRUE(writer.open() && !VisitWriter(file).open()) << "nothing is replaced";
         writer.begin(5, "harbour", "en", data);
         auto& display = dynamic_cast<HostDisplay&>(machine.display());
         HostDesk desk("");

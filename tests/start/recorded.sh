@@ -10,6 +10,7 @@ printf '%s\n' 'world=RWorldPort 0' 'play world activateDataFile' 'play world act
 fail() { echo "$*" >&2; head -n 9 visit.input report* errors >&2; exit 1; }
 replay() { "$program" --headless --content content --input visit.input "$@" >report 2>errors; }
 for visit in first second; do
+  rm -f visit.input
   rm -f content/debug.txt
   SDL_VIDEODRIVER=dummy SDL_AUDIODRIVER=dummy "$program" --content content --home home --record visit.input &
   sleep 1

@@ -1,5 +1,6 @@
 #include "platform/host/visit/timedevents.h"
 
+#include <algorithm>
 #include <variant>
 
 namespace platform {
@@ -52,7 +53,23 @@ void TimedEvents::closeWindow() {
     waiting_.push_front({now, Message{.kind = Message::Kind::Quit}});
 }
 
+void TimedEvents::boxOpens() {
+    if (losesInputInBoxes_) dropDueInput();
+}
+
+bool TimedEvents::quitIsDue() const {
+    return std::ranges::any_of(waiting_, [this](const TimelineEvent& event) {
+        const auto* message = std::get_if<Message>(&event.what);
+        return message && message->kind == Message::Kind::Quit && event.timeMs <= clock_.loopMs();
+    });
+}
+
 void TimedEvents::discardInput() {
+    dropDueInput();
+    captured_ = false;
+}
+
+void TimedEvents::dropDueInput() {
     const auto isDroppedInput = [this](const TimelineEvent& event) {
         const auto* message = std::get_if<Message>(&event.what);
         const bool dropped = message && event.timeMs <= clock_.loopMs() &&
@@ -64,7 +81,6 @@ void TimedEvents::discardInput() {
         return dropped;
     };
     if (clock_.loopHasBegun()) std::erase_if(waiting_, isDroppedInput);
-    captured_ = false;
 }
 
 } // namespace platform

@@ -21,6 +21,11 @@ class TimedEvents : public Events {
     [[nodiscard]] bool quitWaits() override { return closed_; }
     void captureMouse(bool captured) override { captured_ = captured; }
 
+    /// A person answers boxes, or did when the visit was recorded: as a box opens, input that waits
+    /// is lost.
+    void loseInputInBoxes() { losesInputInBoxes_ = true; }
+    void boxOpens();
+
     /// The window is closed now, while a box is open: the next message is a quit.
     void closeWindow();
 
@@ -36,6 +41,8 @@ class TimedEvents : public Events {
     bool takeDue(Message& message, std::uint64_t ms);
     /// For the program, of an event at that time of the main loop, which is due.
     void deliver(Message& message, std::uint32_t timeMs);
+    /// Whether the window was closed, and the program has not come to that yet.
+    [[nodiscard]] bool quitIsDue() const;
     /// Something that is no message, at its time.
     virtual void meet(const TimelineEvent& event) = 0;
     /// Whether what follows has to wait for the end of this pass, as behind a line that is to be
@@ -43,8 +50,11 @@ class TimedEvents : public Events {
     [[nodiscard]] virtual bool standsStill() const = 0;
 
   private:
+    void dropDueInput();
+
     VirtualClock& clock_;
     HostDisplay& display_;
+    bool losesInputInBoxes_ = false;
     std::deque<TimelineEvent> waiting_;
     bool captured_ = false;
     bool buttonDown_ = false; ///< as far as the program knows

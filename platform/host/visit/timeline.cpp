@@ -295,7 +295,7 @@ Read readSetting(LineReader line, Visit& visit) {
     else if (name == "step")
         isRight = (visit.stepMs = line.number(1u, kMostStepMs)).has_value();
     else if (name == "scene")
-        isRight = !(visit.scene = line.word()).empty();
+        isRight = !(visit.scene = line.text()).empty();
     else if (name == "language")
         isRight = !(visit.language = line.word()).empty();
     else if (name == "data")

@@ -100,20 +100,33 @@ void RecordedEvents::savePicture(const std::string& name) const {
 // ---------------------------------------------------------------------------- boxes
 
 void RecordedDialogs::record(std::string_view button, bool checked) {
-    const bool closes = machine_.quitWaits() && !events_.quitWaits();
+    if (machine_.quitWaits() && !events_.quitWaits()) return recordClosing();
     visit_.write(static_cast<std::uint32_t>(clock_.loopMs()),
-                 TimelineAnswer{std::string(button), checked, closes});
-    if (closes) events_.closeWindow();
+                 TimelineAnswer{std::string(button), checked, false});
+}
+
+void RecordedDialogs::recordClosing() {
+    visit_.write(static_cast<std::uint32_t>(clock_.loopMs()), TimelineAnswer{.closesWindow = true});
+    events_.closeWindow();
 }
 
 Button RecordedDialogs::messageBox(std::string_view text, std::string_view caption,
                                    std::uint32_t style) {
+    if (events_.closesBox()) {
+        recordClosing();
+        const std::span<const Button> buttons = boxButtons(style);
+        return buttons[closingButton(buttons)];
+    }
     const Button button = person_.messageBox(text, caption, style);
     record(buttonText(button));
     return button;
 }
 
 WarningAnswer RecordedDialogs::warning(const WarningRequest& request) {
+    if (events_.closesBox()) {
+        recordClosing();
+        return {.goOn = false, .checked = false};
+    }
     const WarningAnswer answer = person_.warning(request);
     record(answer.goOn ? request.goOn : request.stop, answer.checked);
     return answer;
@@ -121,6 +134,10 @@ WarningAnswer RecordedDialogs::warning(const WarningRequest& request) {
 
 std::string RecordedDialogs::openFile(std::string_view title, std::string_view pattern,
                                       std::size_t limit) {
+    if (events_.closesBox()) {
+        recordClosing();
+        return {};
+    }
     std::string path = person_.openFile(title, pattern, limit);
     record(path.empty() ? buttonText(Button::Cancel) : std::string_view(path));
     return path;

@@ -47,7 +47,14 @@ class RecordedEvents final : public TimedEvents {
     RecordedEvents(VisitWriter& visit, Events& person, RecordedClock& clock, HostDisplay& display,
                    HostDesk& desk)
         : TimedEvents(clock, display), visit_(visit), person_(person), clock_(clock),
-          display_(display), desk_(desk) {}
+          display_(display), desk_(desk) {
+        loseInputInBoxes();
+    }
+    /// Before a box is shown: whether the window was closed already, so that it is not.
+    [[nodiscard]] bool closesBox() {
+        boxOpens();
+        return quitIsDue();
+    }
 
     bool take(Message& message) override { return takeDue(message, clock_.loopMs()); }
     bool wait(Message& message) override;
@@ -98,6 +105,7 @@ class RecordedDialogs final : public Dialogs {
 
   private:
     void record(std::string_view button, bool checked = false);
+    void recordClosing();
 
     VisitWriter& visit_;
     Dialogs& person_;

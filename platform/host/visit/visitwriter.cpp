@@ -1,6 +1,10 @@
 #include "platform/host/visit/visitwriter.h"
 
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <filesystem>
+#include <utility>
 
 namespace platform {
 
@@ -11,8 +15,27 @@ constexpr std::uint64_t kLineMs = 250; ///< of turns, so that a sudden end loses
 } // namespace
 
 VisitWriter::VisitWriter(const std::string& file)
-    : file_(file, std::ios::binary), folder_(std::filesystem::path(file).parent_path().string()),
+    : path_(file), folder_(std::filesystem::path(file).parent_path().string()),
       name_(std::filesystem::path(file).stem().string()) {}
+
+bool VisitWriter::open() {
+    std::error_code error;
+    if (std::filesystem::exists(path_, error)) {
+        errno = EEXIST;
+        return false;
+    }
+    file_.open(path_, std::ios::binary);
+    return file_.is_open();
+}
+
+void VisitWriter::line(const std::string& text) {
+    file_ << text << std::endl;
+    if (file_ || std::exchange(hasFailed_, true)) return;
+    std::fprintf(stderr,
+                 "zorbet: %s cannot be written any more: %s. The visit is not recorded from here "
+                 "on\n",
+                 path_.c_str(), std::strerror(errno));
+}
 
 void VisitWriter::begin(std::uint32_t seed, std::string_view scene, std::string_view language,
                         std::string_view data) {

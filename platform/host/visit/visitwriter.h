@@ -14,13 +14,14 @@ namespace platform {
 
 class VisitWriter {
   public:
-    /// Host path name; the file is made anew, at once, while the program may still write where it
-    /// likes.
+    /// Host path name.
     explicit VisitWriter(const std::string& file);
     ~VisitWriter() { writeTurns(); }
     VisitWriter& operator=(VisitWriter&&) = delete;
 
-    [[nodiscard]] bool isOpen() const { return file_.is_open(); }
+    /// Makes the file, while the program may still write where it likes. False, with errno, when
+    /// that cannot be; a file that is there is not replaced.
+    [[nodiscard]] bool open();
     /// Where pictures of the visit belong: the folder, and the file's name without its extension.
     [[nodiscard]] const std::string& folder() const { return folder_; }
     [[nodiscard]] const std::string& name() const { return name_; }
@@ -35,9 +36,11 @@ class VisitWriter {
 
   private:
     void writeTurns();
-    void line(const std::string& text) { file_ << text << std::endl; }
+    void line(const std::string& text);
 
+    std::string path_;
     std::ofstream file_;
+    bool hasFailed_ = false; ///< and that was told
     std::string folder_;
     std::string name_;
     std::vector<Turns> turns_; ///< not written yet
