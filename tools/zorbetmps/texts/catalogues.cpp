@@ -101,7 +101,7 @@ class CatalogueCheck {
         }
         report_.counts.push_back(file_ + ": " + std::to_string(translated) + " of " +
                                  std::to_string(wanted) + " texts are translated" +
-                                 (unused ? ", " + std::to_string(unused) + " are not used" : ""));
+                                 (unused ? ", " + std::to_string(unused) + " not used" : ""));
     }
 
   private:
@@ -225,6 +225,7 @@ CataloguesReport checkCatalogues(const std::string& folder, const DrawnTexts& te
     compareLanguages(game.languages, there, report.problems);
     const std::vector<GameFont> fonts = GameResources(folder).fonts();
     for (const std::string& language : there) {
+        if (!game.languages.empty() && isSameLanguage(game.languages.front(), language)) continue;
         const auto read =
             readCatalogueFile(cataloguePath(folder, language), cataloguesName(language));
         if (read.ok())
