@@ -38,7 +38,7 @@ touch pond/ZORBET.INI # the home is there, too
 printf 'CacheDLL garden.rsc 0 1 1\r\n' | cat - pond/Startup.mps >start && mv start pond/Startup.mps
 mv pond/art/flower-3.png shared
 edit 's|art/flower-3.png|../shared/flower-3.png|' resources.manifest
-edit '/^languages/d; $a languages=en,pt' game.ini
+edit 's/^languages=.*/languages=en,pt/' game.ini
 "$programs/zorbet" --content pond --language pt --author --reload at-once >/dev/null 2>errors &
 game=$!
 awaits 'tick one' 1 pond/debug.txt
