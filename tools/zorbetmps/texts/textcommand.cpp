@@ -45,7 +45,7 @@ bool writeCatalogues(const TextsWork& work, const DrawnTexts& texts, const std::
     std::vector<WrittenFile> files;
     std::vector<std::string> told;
     for (const std::string& language : work.written) {
-        const std::filesystem::path path = cataloguePath(work.game, language);
+        const std::filesystem::path path = cataloguePath(work.game, language).lexically_normal();
         formats::Result<formats::texts::Catalogue> old;
         std::error_code error;
         if (std::filesystem::exists(path, error)) old = readCatalogueFile(path, path.string());
