@@ -65,6 +65,9 @@ TEST_F(MpsTexts, TakesWhatIsShownAndNothingThatTheGameWorksWith) {
                                        "set sign userData \"Rio\"\n"
                                        "; texts skip\n"
                                        "set sign text \"Zorbet\"\n"
+                                       "letter=\"Ele\"\n"
+                                       "; texts skip\n"
+                                       "set sign text letter\n"
                                        "shown=\"Sol\"\n"
                                        "set sign text shown\n"
                                        "first=shown|1|1\n"
@@ -85,13 +88,13 @@ TEST_F(MpsTexts, TakesWhatIsShownAndNothingThatTheGameWorksWith) {
               "Startup.mps:6 adeus (joined: \"Diz \"+\"adeus\"; text of sign)\n"
               "Startup.mps:7 Bem-vindo (MessageBox)\n"
               "scripts/second.mps:8 Mar ()\n"
-              "scripts/second.mps:16 Lua (text of sign)\n"
-              "scripts/second.mps:19 Um peixe (setAnswer of puzzle)\n"
-              "scripts/second.mps:20 Conta! (setPuzzleText of puzzle)\n");
+              "scripts/second.mps:19 Lua (text of sign)\n"
+              "scripts/second.mps:22 Um peixe (setAnswer of puzzle)\n"
+              "scripts/second.mps:23 Conta! (setPuzzleText of puzzle)\n");
     EXPECT_THAT(errors_, HasSubstr("scripts/second.mps:3: \"Azul\" is left out: it is shown, but "
                                    "also a word of a list (scripts/second.mps); when"));
     EXPECT_THAT(errors_,
-                HasSubstr("second.mps:12: \"Sol\" is left out: it is shown, but also cut; "));
+                HasSubstr("second.mps:15: \"Sol\" is left out: it is shown, but also cut; "));
     folder_.make("scripts/second.mps", "if x [\n");
     EXPECT_EQ(texts({"--write", "en"}), 1);
     EXPECT_EQ(out_, "");

@@ -111,7 +111,11 @@ class Drawing {
                 model, [this](std::string_view name) { return vocabulary_.classNamed(name); },
                 [](std::string_view) { return false; });
             const std::string name = cataloguedPath(fs::path(file).filename());
-            const TextFlow flow(model, facts);
+            const auto isSkipped = [&](YSourceLine place) {
+                return marksOf(script.pathOf(compiled.files[place.file])).takes(place.line) ==
+                       false;
+            };
+            const TextFlow flow(model, facts, isSkipped);
             for (const TextUse& use : flow.uses()) {
                 const bool isPlaced = use.place.line > 0;
                 note(use, isPlaced ? script.pathOf(compiled.files[use.place.file]) : file, name);

@@ -51,8 +51,8 @@ std::string of(std::string_view entry, const Word& object) {
 
 } // namespace
 
-TextFlow::TextFlow(const ScriptModel& model, const ScriptFacts& facts)
-    : model_(model), facts_(facts) {
+TextFlow::TextFlow(const ScriptModel& model, const ScriptFacts& facts, IsSkipped isSkipped)
+    : model_(model), facts_(facts), isSkipped_(std::move(isSkipped)) {
     for (const Statement& statement : model.statements()) look(statement);
     follow();
     for (Found& found : found_) {
@@ -207,7 +207,9 @@ void TextFlow::lookAtTarget(const Statement& statement, const Word& target) {
         send(statement, target, {Goal::Kind::Worked, "the name of an object"});
 }
 
-void TextFlow::send(const Statement& statement, const Word& word, const Goal& goal) {
+void TextFlow::send(const Statement& statement, const Word& word, const Goal& wanted) {
+    const bool isSkipped = wanted.kind == Goal::Kind::Shown && isSkipped_(statement.place);
+    const Goal goal = isSkipped ? Goal{Goal::Kind::Worked, "skipped"} : wanted;
     if (const YExpression* expression = word.variable->expression())
         sendNode(statement, word, expression->root(), goal);
     else

@@ -9,6 +9,7 @@
 
 #include "zorbetmps/check/namefacts.h"
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -32,7 +33,10 @@ struct TextUse {
 
 class TextFlow {
   public:
-    TextFlow(const ScriptModel& model, const ScriptFacts& facts);
+    /// Whether a statement shows nothing that is for people, whatever it does.
+    using IsSkipped = std::function<bool(YSourceLine)>;
+
+    TextFlow(const ScriptModel& model, const ScriptFacts& facts, IsSkipped isSkipped);
 
     /// In the order of the statements; behind them, without places, texts of lists.
     [[nodiscard]] const std::vector<TextUse>& uses() const { return uses_; }
@@ -82,6 +86,7 @@ class TextFlow {
 
     const ScriptModel& model_;
     const ScriptFacts& facts_;
+    IsSkipped isSkipped_;
     std::vector<Found> found_;
     std::multimap<std::string, Goal> goals_; ///< of the values of names, by their keys
     std::map<std::string, Fate> fates_;
