@@ -220,7 +220,8 @@ void Stage::run(std::string scene) {
         thread.run();
         thread.fireStarted();
     }
-    const RReload reload(engine_, thread, {resources_, cursors_, fonts_, sounds_, music_, window_},
+    const RReload reload(engine_, thread,
+                         {resources_, cursors_, fonts_, sounds_, music_, window_, texts_},
                          kStartScript, locateScript);
     app_.run();
     thread.unload();

@@ -14,6 +14,7 @@
 #include "scene/backgroundmusic.h"
 #include "scene/efwindow.h"
 #include "sound/gamesounds.h"
+#include "texts/gametexts.h"
 #include "yengine.h"
 
 #include <utility>
@@ -78,6 +79,7 @@ void RReload::sceneHasGone() {
     parts_.window.abandonTransitions();
     parts_.music.forgetPauses();
     parts_.window.showCursor(kOMCursorArrow);
+    parts_.texts.readAgain();
     loaded_ = wanted_.keepsVariables ? ", with its variables kept," : "";
     if (!std::exchange(wanted_.resources, false)) return;
     loaded_ = ", with pictures and sounds," + loaded_;

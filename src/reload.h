@@ -2,7 +2,8 @@
 //
 // Scripts are checked before anything is touched; with a mistake in them the scene goes on. Else it
 // begins anew at the end of a tick, where scripts change: its objects, handlers and variables go,
-// its sounds end, resources are read again, and the script is loaded and started. The world's
+// its sounds end, resources and the texts of its language are read again, and the script is loaded
+// and started. The world's
 // memory, and the scripts to return to, stay as they are.
 #pragma once
 
@@ -19,6 +20,7 @@ class EffectsWindow;
 class FontFactory;
 class RCursors;
 class RGameSounds;
+class RGameTexts;
 class RResources;
 class YEngine;
 class YThread;
@@ -33,6 +35,7 @@ class RReload {
         RGameSounds& sounds;
         BackgroundMusic& music;
         EffectsWindow& window;
+        RGameTexts& texts;
     };
 
     /// `thread` runs the scene; its unloaded and started links are this object's. All must outlive

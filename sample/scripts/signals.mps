@@ -20,7 +20,12 @@ letters.4=6
 fish=1
 whale=3
 octopus=4
+crab=5
+turtle=6
+hammer=8
+saw=9
 brush=10
+anchor=12
 sun=13
 moon=14
 sea=15
@@ -39,30 +44,18 @@ procedure write entry word picture
     play puzzle setPuzzleGraphic entry 198 99 6 2500+picture
 ]
 
+; With a letter that is not needed.
 procedure writeMore entry word picture letter
 [
     call write entry word picture
+    ; texts skip
     play puzzle setAnswer entry letter letter
 ]
 
-procedure build
+; A word of each language has as many letters as its level wants, so that the words are no translations.
+
+procedure portuguese
 [
-    holders=1
-    holder.1=RHorizontalContainer 2430+letters.level 236-26*letters.level 204 5
-    set holder.1 movable 0
-    set holder.1 slideSound 244
-    set holder.1 deltaZ 5
-    answers=letters.level
-    if level=4
-        answers=answers+1
-    for i 1 answers
-    [
-        call spread i answers 52
-        answer.i=RGraphicTextAnswer 2461+(i-1)%4 RESULT 374 10
-        set answer.i textColorIndex 4
-        set answer.i textOffsetY 23
-        play answer.i setFont 28
-    ]
     if level=1
     [
         call write 1 "SOL" sun
@@ -88,6 +81,59 @@ procedure build
         call writeMore 2 "PINCEL" brush "A"
         call writeMore 3 "CONCHA" shell "T"
     ]
+]
+
+procedure english
+[
+    if level=1
+    [
+        call write 1 "SUN" sun
+        call write 2 "SEA" sea
+        call write 3 "SAW" saw
+    ]
+    else if level=2
+    [
+        call write 1 "SAIL" sail
+        call write 2 "BUOY" buoy
+        call write 3 "CRAB" crab
+    ]
+    else if level=3
+    [
+        call write 1 "SHELL" shell
+        call write 2 "WHALE" whale
+        call write 3 "BRUSH" brush
+    ]
+    else
+    [
+        call writeMore 1 "ANCHOR" anchor "T"
+        call writeMore 2 "TURTLE" turtle "S"
+        call writeMore 3 "HAMMER" hammer "I"
+    ]
+]
+
+procedure build
+[
+    holders=1
+    holder.1=RHorizontalContainer 2430+letters.level 236-26*letters.level 204 5
+    set holder.1 movable 0
+    set holder.1 slideSound 244
+    set holder.1 deltaZ 5
+    answers=letters.level
+    if level=4
+        answers=answers+1
+    for i 1 answers
+    [
+        call spread i answers 52
+        answer.i=RGraphicTextAnswer 2461+(i-1)%4 RESULT 374 10
+        set answer.i textColorIndex 4
+        set answer.i textOffsetY 23
+        play answer.i setFont 28
+    ]
+    GetLanguage
+    if RESULT="en"
+        call english
+    else
+        call portuguese
 ]
 
 procedure dress

@@ -9,11 +9,16 @@ yield off
 ; The memory is set up before the first transition, which writes the data file. Transitions warn while
 ; CStatueDataset is 0. Whether a player was greeted is about one run, so it is not stored.
 ; chartLevel is the chart that a player has come to at the chart table.
+;
+; spoken is the language that was chosen here in this run. Who signs keeps it as their own, and has it the next
+; time, unless another one was chosen then; who never chose gets what the computer speaks.
 world=RWorldPort 0
 play world addGlobalIntProperty CStatueDataset
 set world CStatueDataset 1
 play world addIntProperty greeted 0
 play world addIntProperty chartLevel
+play world addStringProperty language
+play world addGlobalStringProperty spoken 0
 play world activateDataFile
 
 StartTransition
@@ -221,6 +226,12 @@ procedure sign
         play world activatePlayer who
         ; From here on every click of a hasty player counts.
         SetDoubleClicksEnabled 0
+        get world spoken chosen
+        if ~chosen=0
+            get world language chosen
+        set world language chosen
+        if ~chosen
+            SetLanguage chosen
         PlaySound 214
         ; Whether there is to be music is switched in the logbook.
         get world isBackgroundMusicOff silent
@@ -230,6 +241,19 @@ procedure sign
     ]
     else
         call describe
+]
+
+; ---- the flags: the book is opened anew in their language, by whose tags they are numbered
+
+tag.1="pt"
+tag.2="en"
+
+procedure speak
+[
+    get RECEIVER tag which
+    set world spoken tag.which
+    SetLanguage tag.which
+    relay "signin.mps"
 ]
 
 ; ---- the keyboard
@@ -347,6 +371,17 @@ set button.2 dblClick downAgain
 set button.3 hit beginNew
 set button.4 hit takeOut
 set button.5 hit sign
+
+GetLanguage
+for i 1 2
+[
+    flag.i=RPButton 2206+i 20
+    set flag.i tag i
+    set flag.i clickSoundID 212
+    set flag.i hit speak
+    set flag.i sequence 1+(tag.i=RESULT)
+    set flag.i enabled tag.i#RESULT
+]
 
 ; ---- what is written around it: font, place of the middle, height
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # reload.sh PROGRAMS WORK: what an author saves while the game runs is loaded again: scripts, pictures, manifests,
-# libraries, in all the ways that editors save; mistakes in them are told, and the scene goes on.
+# libraries, translations, in all the ways that editors save; mistakes in them are told, and the scene goes on.
 set -euo pipefail
 programs=$1 work=$2
 rm -rf "$work"
@@ -38,7 +38,8 @@ touch pond/ZORBET.INI # the home is there, too
 printf 'CacheDLL garden.rsc 0 1 1\r\n' | cat - pond/Startup.mps >start && mv start pond/Startup.mps
 mv pond/art/flower-3.png shared
 edit 's|art/flower-3.png|../shared/flower-3.png|' resources.manifest
-"$programs/zorbet" --content pond --author --reload at-once >/dev/null 2>errors &
+edit 's/^languages=.*/languages=en,pt/' game.ini
+"$programs/zorbet" --content pond --language pt --author --reload at-once >/dev/null 2>errors &
 game=$!
 awaits 'tick one' 1 pond/debug.txt
 
@@ -80,6 +81,7 @@ told ': >shared/flower-3.png && edit s/^palete/palette/ resources.manifest' 'flo
 goesOn
 told 'cp pond/art/flower-5.png shared/flower-3.png' "$with"
 goesOn
+told "mkdir -p pond/languages && printf 'msgid \"tick six\"\nmsgstr \"tique\"\n' >pond/languages/pt.po" 'tique' pond/debug.txt
 [ "$(count "$with" errors)" -lt 10 ] || fail "what the game does itself is loaded again"
 
 kill $game && wait $game || fail "code $?"

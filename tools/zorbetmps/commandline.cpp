@@ -5,6 +5,7 @@
 #include "zorbetmps/pages.h"
 #include "zorbetmps/profile.h"
 #include "zorbetmps/scripts/scriptcommands.h"
+#include "zorbetmps/texts/textcommand.h"
 #include "zorbetmps/words.h"
 
 #include "commands/commands.h"
@@ -78,6 +79,20 @@ Examples:
 constexpr double kLongestRunMs = 1e9;
 constexpr double kMostRows = 1e6;
 
+constexpr const char* kAboutTexts =
+    R"(A catalogue, languages/LANG.po in the game's folder, holds the translations of the texts that
+stand in quotes in the scripts; programs for translators open it. Taken are the texts that are
+shown, as far as that is evident. A comment decides about the statement in the next line:
+  ; texts take     its texts are for people
+  ; texts skip     they are not
+Translations stay when a catalogue is written anew. Without --check the exit code is 0 unless
+scripts have mistakes; with it, 1 when a catalogue lacks something.
+
+Examples:
+  zorbet-mps texts my-game > my-game.pot
+  zorbet-mps texts my-game --write en fr
+  zorbet-mps texts my-game --check)";
+
 constexpr const char* kAboutWords =
     R"(Example:
   zorbet-mps words RAnimation)";
@@ -103,6 +118,7 @@ class Commands {
         addDisasm();
         addFormat();
         addProfile();
+        addTexts();
         addWords();
     }
     Commands& operator=(Commands&&) = delete;
@@ -113,6 +129,7 @@ class Commands {
     void addDisasm();
     void addFormat();
     void addProfile();
+    void addTexts();
     void addWords();
 
     int checkAll();
@@ -133,6 +150,7 @@ class Commands {
     bool isChecked_ = false;
     bool isWritten_ = false;
     ProfiledRun profiled_;
+    TextsWork texts_;
     std::vector<std::string> classes_;
     std::string pages_;
     bool arePagesWritten_ = false;
@@ -218,6 +236,20 @@ void Commands::addProfile() {
                 "Write the stacks with their microseconds for a viewer of flame graphs", "FILE");
 }
 
+void Commands::addTexts() {
+    const auto work = [this](const Told& told) { return drawOutTexts(texts_, told); };
+    commandline::Command command = program_.add(
+        "texts", "Draw the texts out of a game's scripts, to be translated",
+        "DIR [--write LANG...] [--check]", kAboutTexts, [=, this] { return whether(work); });
+    command.add("DIR", &texts_.game, "The game's folder").folder().required();
+    command.add("--write", &texts_.written,
+                "Make or renew the catalogues of these languages, by their tags, instead of "
+                "printing a template",
+                "LANG");
+    command.add("--check", &texts_.isChecked,
+                "Only tell what the game's catalogues lack, letters of its fonts too");
+}
+
 void Commands::addWords() {
     const auto work = [this] {
         const bool sound = pages_.empty() ? tellWords(classes_, out_, errors_)
@@ -238,7 +270,8 @@ void Commands::addWords() {
 
 int run(int argc, const char* const* argv, std::ostream& out, std::ostream& errors) {
     commandline::Program program(
-        "zorbet-mps", "Finds mistakes in scripts, compiles, formats and profiles them",
+        "zorbet-mps",
+        "Finds mistakes in scripts, compiles, formats and profiles them, draws out texts",
         "It is for the authors of zorbet's games, and tells them the words of scripts, too.");
     program.setManual({1, {"zorbet(6)", "zorbet-rsc(1)"}});
     program.setVersion("zorbet-mps " ZORBET_VERSION);

@@ -24,7 +24,7 @@ constexpr std::string_view kPackedFolder = "RSC";
 constexpr std::string_view kScriptsFolder = "scripts";
 constexpr std::string_view kManifest = ".manifest";
 constexpr std::array<std::string_view, 2> kLibraries = {".rsc", ".map"};
-constexpr std::array<std::string_view, 2> kPlayed = {".mps", ".smk"};
+constexpr std::array<std::string_view, 3> kPlayed = {".mps", ".smk", ".po"};
 constexpr std::string_view kMade = "library"; ///< begins a line that names one
 constexpr std::string_view kBetweenWords = " \t\r\v\f";
 

@@ -1,10 +1,11 @@
 // Where the author's work comes into the running game: what is saved in the game's folder is seen,
 // pictures and sounds are packed, and the game is asked to load again.
 //
-// What counts: scripts and movies anywhere below the game's folder; the manifests right in it, and
-// whatever these name, wherever that lies; scripts, libraries and maps in "scripts" and "RSC" of
-// the game's folder, beside it and on the CD. A save in several steps is taken as one. Packing is
-// done by the program zorbet-rsc, beside the game, which goes on meanwhile.
+// What counts: scripts, movies and catalogues of texts anywhere below the game's folder; the
+// manifests right in it, and whatever these name, wherever that lies; scripts, libraries and maps
+// in "scripts" and "RSC" of the game's folder, beside it and on the CD. A save in several steps is
+// taken as one. Packing is done by the program zorbet-rsc, beside the game, which goes on
+// meanwhile.
 #pragma once
 
 #include "platform/authordesk.h"

@@ -6,6 +6,7 @@
 #include "formats/library/index.h"
 #include "platform/files.h"
 
+#include <bitset>
 #include <map>
 #include <memory>
 #include <optional>
@@ -15,6 +16,12 @@
 #include <vector>
 
 namespace mps {
+
+/// A bitmap font and the codes of the letters that it has.
+struct GameFont {
+    int id = 0;
+    std::bitset<256> letters;
+};
 
 class GameResources {
   public:
@@ -33,6 +40,8 @@ class GameResources {
     /// How many frames each sequence of an animation has, of several animations of that number the
     /// most; none when they cannot be read.
     [[nodiscard]] std::optional<std::vector<int>> framesOf(int animation) const;
+    /// Those that can be read; of a manifest only the ones that are drawn in BDF files.
+    [[nodiscard]] std::vector<GameFont> fonts() const;
 
   private:
     struct Stored {
@@ -41,14 +50,19 @@ class GameResources {
     };
     bool readLibraries(const std::string& folder);
     void readLibrary(const std::string& path);
+    /// None when they cannot be read, or are more than `most`.
+    [[nodiscard]] std::optional<formats::Bytes> bytesOf(const Stored& stored,
+                                                        std::size_t most) const;
     void readMap(const std::string& folder, const std::set<std::string>& libraries);
-    void readManifest();
+    void readManifest(const std::string& folder);
 
     std::unique_ptr<platform::Files> files_;
     bool known_ = true;
     std::map<std::string, std::set<int>, std::less<>> ids_; ///< by types
     std::multimap<int, Stored> animations_;
+    std::multimap<int, Stored> fonts_;
     std::multimap<int, std::vector<int>> planned_; ///< frames of the manifest's animations
+    std::vector<GameFont> plannedFonts_;           ///< of the manifest
 };
 
 } // namespace mps

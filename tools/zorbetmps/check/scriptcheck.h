@@ -49,6 +49,8 @@ class ScriptCheck {
     [[nodiscard]] const std::set<std::string>& files() const { return files_; }
     /// Real paths of scripts that its words name.
     [[nodiscard]] const std::set<std::string>& mentions() const { return mentions_; }
+    /// The host path of a file by its name in YScript::files.
+    [[nodiscard]] const std::string& pathOf(const std::string& name) const;
 
   private:
     void checkText(std::string bytes, const Look& look);
@@ -58,7 +60,6 @@ class ScriptCheck {
     YCompiler::Source readInclude(const std::string& name, const std::string& includer, int line);
     [[nodiscard]] std::string otherSpelling(std::string_view name) const;
     void mention(const YVariable& word);
-    [[nodiscard]] const std::string& pathOf(const std::string& name) const;
     void tell(Rule rule, const std::string& text) { add({rule, file_, 0, 0, text}); }
     void add(Finding finding);
 

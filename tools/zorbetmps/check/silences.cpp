@@ -1,8 +1,8 @@
 #include "zorbetmps/check/silences.h"
 
 #include "formats/base/latin1.h"
+#include "zorbetmps/check/scriptlines.h"
 
-#include <algorithm>
 #include <limits>
 #include <sstream>
 
@@ -10,24 +10,17 @@ namespace mps {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\n";
 constexpr int kEndOfFile = std::numeric_limits<int>::max();
 
 } // namespace
 
 Silences::Silences(std::string_view source) {
-    const char lineEnd = source.find('\r') == source.npos ? '\n' : '\r';
-    for (int line = 1; !source.empty(); ++line) {
-        const std::size_t end = std::min(source.find(lineEnd), source.size());
-        std::string_view text = source.substr(0, end);
-        source.remove_prefix(std::min(end + 1, source.size()));
-        text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-        if (text.empty()) continue;
-        if (text.front() == ';') {
-            read(text.substr(1), line);
+    for (const ScriptLine& line : linesOf(source)) {
+        if (line.isComment()) {
+            read(line.text.substr(1), line.number);
             continue;
         }
-        for (const Rule rule : skipped_) ranges_[rule].push_back({line, line});
+        for (const Rule rule : skipped_) ranges_[rule].push_back({line.number, line.number});
         skipped_.clear();
     }
 }

@@ -1,5 +1,9 @@
 #include "zorbetmps/scripts/files.h"
 
+#include "formats/base/latin1.h"
+#include "zorbetmps/check/scriptcheck.h"
+
+#include <algorithm>
 #include <cerrno>
 #include <fstream>
 #include <memory>
@@ -63,6 +67,20 @@ class BesideFile {
 };
 
 } // namespace
+
+std::vector<std::string> scriptsIn(const std::string& folder) {
+    std::vector<std::string> scripts;
+    std::error_code error;
+    for (fs::recursive_directory_iterator walk(
+             folder, fs::directory_options::skip_permission_denied, error);
+         !error && walk != fs::recursive_directory_iterator(); walk.increment(error))
+        if (std::error_code unknown;
+            walk->is_regular_file(unknown) &&
+            formats::lowerAscii(walk->path().extension().string()) == kScriptExtension)
+            scripts.push_back(walk->path().string());
+    std::ranges::sort(scripts);
+    return scripts;
+}
 
 std::string writeFiles(const std::vector<WrittenFile>& files) {
     std::vector<std::unique_ptr<BesideFile>> all;

@@ -1,4 +1,4 @@
-// Files that commands write.
+// Files that commands read and write.
 #pragma once
 
 #include <filesystem>
@@ -6,6 +6,9 @@
 #include <vector>
 
 namespace mps {
+
+/// The scripts in a folder and in all that are in it, in the order of their names.
+[[nodiscard]] std::vector<std::string> scriptsIn(const std::string& folder);
 
 struct WrittenFile {
     std::filesystem::path path;

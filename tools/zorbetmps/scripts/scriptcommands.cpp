@@ -109,15 +109,8 @@ std::vector<std::string> scriptsOf(const std::vector<std::string>& paths) {
             scripts.push_back(path);
             continue;
         }
-        const auto first = scripts.size();
-        for (fs::recursive_directory_iterator walk(
-                 path, fs::directory_options::skip_permission_denied, error);
-             !error && walk != fs::recursive_directory_iterator(); walk.increment(error))
-            if (std::error_code unknown;
-                walk->is_regular_file(unknown) &&
-                formats::lowerAscii(walk->path().extension().string()) == kScriptExtension)
-                scripts.push_back(walk->path().string());
-        std::sort(scripts.begin() + static_cast<std::ptrdiff_t>(first), scripts.end());
+        const std::vector<std::string> inFolder = scriptsIn(path);
+        scripts.insert(scripts.end(), inFolder.begin(), inFolder.end());
     }
     return scripts;
 }
