@@ -9,7 +9,7 @@ procedure begin
 [
     GoToBlack
     play port resumeBackgroundMusic
-    relay "signin.mps"
+    relay "players.mps"
 ]
 
 procedure skip

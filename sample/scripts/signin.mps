@@ -1,25 +1,13 @@
 ; The guest book on the harbour master's desk: who is playing? A name is picked in the list, or typed;
 ; with Enter, the green button or a double click it is signed, and the harbour greets by it.
 ;
-; Who has signed is a player, kept in the world's memory from one run of the game to the next.
+; Who has signed is a player, kept in the world's memory from one run of the game to the next. players.mps has
+; set it up. A flag begins this scene anew in its language.
 ;
 ; The parrot says how things stand, and what cannot be done.
 yield off
 
-; The memory is set up before the first transition, which writes the data file. Transitions warn while
-; CStatueDataset is 0. Whether a player was greeted is about one run, so it is not stored.
-; chartLevel is the chart that a player has come to at the chart table.
-;
-; spoken is the language that was chosen here in this run. Who signs keeps it as their own, and has it the next
-; time, unless another one was chosen then; who never chose gets what the computer speaks.
 world=RWorldPort 0
-play world addGlobalIntProperty CStatueDataset
-set world CStatueDataset 1
-play world addIntProperty greeted 0
-play world addIntProperty chartLevel
-play world addStringProperty language
-play world addGlobalStringProperty spoken 0
-play world activateDataFile
 
 StartTransition
 Scene 102
@@ -226,6 +214,7 @@ procedure sign
         play world activatePlayer who
         ; From here on every click of a hasty player counts.
         SetDoubleClicksEnabled 0
+        ; What was chosen now counts from now on; else what they have chosen before, if they have.
         get world spoken chosen
         if ~chosen=0
             get world language chosen

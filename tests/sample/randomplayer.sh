@@ -44,10 +44,10 @@ visit() {
 
 play() { # SCENE
   local code=0 level=$((++seed % 4 + 1))
-  # What the guest book does, and all that can be won.
+  # What there is before the guest book, and all that can be won.
   {
     echo yield off
-    sed -n '/^world=/,/activateDataFile/s/\r//p' content/scripts/signin.mps
+    sed -n '/^world=/,/activateDataFile/s/\r//p' content/scripts/players.mps
     echo 'play world activatePlayer "Ana"'
     for place in CWS1 CWS2 CWS3 CWS4 PWS1 OWS1 OWS2; do echo "set world currentLevel \"$place\" $level"; done
     for prize in 2 3 4; do echo "play world backpackAddObject $prize"; done

@@ -4,7 +4,7 @@
 set -euo pipefail
 program=$1 listen=$2 tour=$3 sounds=$4 work=$5
 rm -rf "$work"
-mkdir -p "$work"/{home,elsewhere}
+mkdir -p "$work"/{home,elsewhere,abroad}
 cd "$work"
 
 fail() { echo "$*" >&2; exit 1; }
@@ -14,6 +14,7 @@ visit() {
     { print $1, "move", $3, $4; print $1 + 100, "down", $3, $4; print $1 + 200, "up", $3, $4 }' >input
   "$program" --headless --input input --seed 1 --home "$1" --record-sound "$2" >all || fail "ended with $?"
   ! grep $'\tbox\t' all || fail "something is wrong with the scripts"
+  ! grep $'\texpect\tfailed' all || fail "not as expected"
   grep -vP '\ttitle\t\d+$' all >report
 }
 # kept HOME WHAT: the players and their charts; the first one's bag, levels, and whether these change by themselves.
@@ -86,3 +87,21 @@ kept home "${ines}Zita 0 0,3,1 0,1,0 2,1,1 0,1,1 "
 printf '%s\n' '200 click 320 240' '700 key z' '900 key Delete' '1100 key Delete' '1500 quit' |
   visit home farewell
 kept home "${ines}0,3,1 0,1,0 2,1,1 0,1,1 "
+# A flag has the book speak English. Who signs it hears English in the next run, too; the book is its old self.
+visit abroad english <<END
+200 click 320 240
+1500 click 490 446
+3000 expect property bubble text Hello! Write your name, or pick it in the book.
+3100 key b
+3200 key Enter
+5000 expect property welcome text Good morning, Beatriz!
+5100 quit
+END
+visit abroad again <<END
+200 click 320 240
+1000 expect property bubble text Olá! Escreve o teu nome, ou escolhe-o no livro.
+1100 key b
+1200 key Enter
+3000 expect property welcome text Good morning, Beatriz!
+3100 quit
+END
