@@ -152,12 +152,12 @@ void SdlDisplay::updateTexture() {
 }
 
 void SdlDisplay::drawPanels() {
-    for (const auto& [panel, place] : layers_) {
-        const Rect part = intersection(place, shown().bounds());
-        if (!panel || part.empty()) continue;
-        const ColourReader reader(panel->picture(), panel->palette());
+    for (const Laid& laid : layers_) {
+        const Rect part = intersection(laid.place, shown().bounds());
+        if (!laid.panel || part.empty()) continue;
+        const ColourReader reader(laid.panel->picture(), laid.panel->palette());
         writeTexture(part, [&](int y, std::span<std::uint32_t> colours) {
-            reader.read(y - place.top, part.left - place.left, colours);
+            reader.read(y - laid.place.top, part.left - laid.place.left, colours);
         });
     }
 }

@@ -31,7 +31,7 @@ constexpr const char* kCompiledExtension = ".mpc";
 /// What a script is compiled against: nothing is asked about resources.
 struct Known {
     const Vocabulary vocabulary;
-    const GameResources resources;
+    const GameResources resources{};
 };
 
 /// Tells the mistakes for which the game would refuse a script, or also names of commands that
