@@ -29,27 +29,20 @@ class SdlFollower final : public SoundSink {
     SoundFormat format_;
 };
 
-class FollowedWaveOut final : public ClockedWaveOut {
+/// A device that plays by a clock, and what is heard of it.
+template <class Clocked>
+class Followed final : public Clocked {
   public:
-    FollowedWaveOut(const Clock& clock, SdlSound& sound)
-        : ClockedWaveOut(clock, &follower_), follower_(sound) {}
-    ~FollowedWaveOut() override { close(); }
-    FollowedWaveOut& operator=(FollowedWaveOut&&) = delete;
+    Followed(const Clock& clock, SdlSound& sound) : Clocked(clock, &follower_), follower_(sound) {}
+    ~Followed() override { this->close(); }
+    Followed& operator=(Followed&&) = delete;
 
   private:
     SdlFollower follower_;
 };
 
-class FollowedMovieSpeaker final : public ClockedMovieSpeaker {
-  public:
-    FollowedMovieSpeaker(const Clock& clock, SdlSound& sound)
-        : ClockedMovieSpeaker(clock, &follower_), follower_(sound) {}
-    ~FollowedMovieSpeaker() override { close(); }
-    FollowedMovieSpeaker& operator=(FollowedMovieSpeaker&&) = delete;
-
-  private:
-    SdlFollower follower_;
-};
+using FollowedWaveOut = Followed<ClockedWaveOut>;
+using FollowedMovieSpeaker = Followed<ClockedMovieSpeaker>;
 
 class FollowedMovieSpeakers final : public MovieSpeakers {
   public:
