@@ -9,6 +9,8 @@
 
 #include "zorbetmps/check/namefacts.h"
 
+#include "yexpression.h"
+
 #include <functional>
 #include <map>
 #include <set>

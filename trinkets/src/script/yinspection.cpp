@@ -4,6 +4,7 @@
 #include "omsarguments.h"
 #include "omscrptb.h"
 #include "omunderway.h"
+#include "rthread.h"
 #include "yengine.h"
 #include "yheap.h"
 #include "yline.h"
