@@ -12,6 +12,7 @@ set world CStatueDataset 1
 play world addIntProperty greeted 0
 play world addIntProperty chartLevel
 play world addStringProperty language
+play world addStringProperty arch
 play world addGlobalStringProperty spoken 0
 play world activateDataFile
 

@@ -93,7 +93,7 @@ procedure stepForward
         set stage backgroundMusicVolume 100
 ]
 
-procedure hush
+procedure stopSpeaking
 [
     play voice clear
     call stepForward
@@ -101,7 +101,7 @@ procedure hush
 
 procedure speak who words
 [
-    call hush
+    call stopSpeaking
     call spell words
     for place 1 syllables
     [
