@@ -2,6 +2,9 @@
 #
 #     awk -v folder=FOLDER -f frames.awk background.svg boat-[1-8].svg gull-[1-6].svg scroll-[1-3].svg title.svg
 #
+# With `-v ending=1` it writes what the ending shows instead: FOLDER/night.svg, the harbour at night; FOLDER/tower.svg, the lighthouse,
+# which stands before the beam; and the beam as it turns, FOLDER/beam-01.svg and so on.
+#
 # Night at the harbour turns into morning. What the drawings show by day is dimmed in a few steps, so
 # that the movie needs few colours; sky, stars, moon, sun and the lighthouse's beam are drawn here.
 
@@ -190,11 +193,29 @@ function iris(    r, x, y, hole) {
     put("<path d=\"M0 0H640V480H0Z" hole "\" fill=\"#000000\" fill-rule=\"evenodd\"/>")
 }
 
-function picture() {
-    file = sprintf("%s/%d.svg", folder, frame + 101)
+function open(name) {
+    file = sprintf("%s/%s.svg", folder, name)
     light = int(LEVELS * along(14, 58))
     put("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"640\" height=\"480\" viewBox=\"0 0 640 480\" stroke-linecap=\"round\" stroke-linejoin=\"round\">")
     show("background", "defs")
+}
+
+function shut() {
+    put("</svg>")
+    close(file)
+}
+
+function land(    i, names) {
+    split("beach hill path woods cottage lighthouse houses quay boulders jetty rocks grasses", names, " ")
+    for (i = 1; i in names; i++) {
+        lampsBurn = names[i] == "lighthouse"
+        show("background", names[i])
+    }
+    lampsBurn = 0
+}
+
+function picture() {
+    open(frame + 101)
     sky()
     stars()
     moon()
@@ -204,17 +225,48 @@ function picture() {
     sea()
     beam()
     boat()
-    split("beach hill path woods cottage lighthouse houses quay boulders jetty rocks grasses", land, " ")
-    for (i = 1; i in land; i++) {
-        lampsBurn = land[i] == "lighthouse"
-        show("background", land[i])
-    }
-    lampsBurn = 0
+    land()
     gull()
     title()
     iris()
-    put("</svg>")
-    close(file)
+    shut()
+}
+
+# ---- for the ending. Its beam is of three colours of the sky, since pictures of the game cover what is behind them or do not.
+
+function night(    part, turn, side, reach, wide, step) {
+    frame = 4
+    open("night")
+    sky()
+    stars()
+    moon()
+    show("background", "islands")
+    sea()
+    land()
+    shut()
+    open("tower")
+    lampsBurn = 1
+    show("background", "lighthouse")
+    lampsBurn = 0
+    shut()
+    split("#3a3f5e #56566a #736f78", shade, " ")
+    for (step = 1; step <= BEAMS; step++) {
+        open(sprintf("beam-%02d", step))
+        turn = (step - 1) / BEAMS * 6.2832
+        side = cos(turn)
+        for (part = 3; part >= 1; part--) {
+            reach = part / 3
+            wide = (16 + 26 * (1 - side * side)) * reach
+            if (sin(turn) > -0.7)
+                put(sprintf("<path d=\"M548 60L%.1f %.1fL%.1f %.1fZ\" fill=\"%s\" shape-rendering=\"crispEdges\"/>",
+                    548 + 620 * side * reach, 60 + 40 * sin(turn) * reach - wide,
+                    548 + 620 * side * reach, 60 + 40 * sin(turn) * reach + wide, shade[4 - part]))
+        }
+        for (part = 3; part >= 1; part--)
+            put(sprintf("<circle cx=\"548\" cy=\"60\" r=\"%.1f\" fill=\"%s\" shape-rendering=\"crispEdges\"/>",
+                (22 + 12 * (1 + sin(turn))) * part / 3, shade[4 - part]))
+        shut()
+    }
 }
 
 END {
@@ -229,5 +281,7 @@ END {
     split("#ffe9a0 #fff7cf #f4c870 #ffd257 #fffdf0", lamp, " ")
     for (i in lamp) lit[lamp[i]] = 1
     window["#6d86b5"] = window["#9db6d6"] = 1
-    for (frame = 0; frame <= LAST; frame++) picture()
+    BEAMS = 12
+    if (ending) night()
+    else for (frame = 0; frame <= LAST; frame++) picture()
 }

@@ -1,0 +1,166 @@
+; The ending: the lighthouse burns again, boats come home by its light, and whoever has helped celebrates. Then the names of
+; all, and the game can be played once more, in another way: newGame shares out other signs and gems.
+yield off
+StartTransition
+Scene 114
+include memory.mps
+include voice.mps
+call arriveAt "OHUB"
+
+; ---- words on the scroll, one after the other, spoken by Tilli
+
+procedure write words
+[
+    set scroll visible 1
+    set line text words
+    get line textWidth wide
+    set line x 320-wide\2
+]
+
+procedure tell words
+[
+    call write words
+    call speak tilliVoice words
+]
+
+procedure goOn
+[
+    call stepForward
+    said=said+1
+    if said<speeches
+        play breath start
+    else if said=speeches
+        play roll start
+]
+
+procedure sayNext
+    call tell speech.said
+
+; Who has made it. The last line stays.
+procedure showNext
+[
+    credits=credits+1
+    call write credit.credits
+    if credits<lines
+        play roll start
+    else
+        call offer
+]
+
+procedure offer
+[
+    again=RPButton 2960 40
+    set again hit onceMore
+    home=RPButton 2961 40
+    set home hit goHome
+]
+
+; ---- fireworks, wherever there is sky
+
+procedure launch
+[
+    RandomNumber 0 2
+    which=RESULT
+    RandomNumber 20 400
+    across=RESULT
+    RandomNumber 50 130
+    drop rocket
+    rocket=RAnimation 2956+which across RESULT 12
+    set rocket movable 0
+    set rocket touchy 0
+    set rocket paused fade
+    PlaySound 245
+    play show start
+]
+
+procedure fade
+    set rocket visible 0
+
+; ---- the gull
+
+procedure fly
+[
+    play gull offset 3 0
+    get gull x across
+    if across>640
+        play gull place -84 150
+]
+
+; ---- on
+
+procedure leave where
+[
+    call stopSpeaking
+    PlaySound 208
+    play port stopBackgroundMusic 1
+    relay where
+]
+
+procedure onceMore
+[
+    play world newGame
+    set world arch "oooooooooooo"
+    call leave "harbour.mps"
+]
+
+procedure goHome
+    call leave "harbour.mps"
+
+; ---- the scene
+
+beam=RAnimation 2951 2
+tower=RAnimation 2952 0 0 3
+gull=RAnimation 2955 -84 150 14
+tilli=RAnimation 2954 30
+scroll=RAnimation 2959 20
+for i 1 3
+    boat.i=RAnimation 2953 -60-(170*i) 240+14*i 5+i
+set beam touchy 0
+set tower touchy 0
+set gull touchy 0
+set scroll touchy 0
+set tilli movable 0
+for i 1 3
+    set boat.i touchy 0
+set gull frameNotification 1
+set gull frameNotify fly
+line=RText 0 31 -1 -1 21
+set line touchy 0
+set line movable 0
+set line colorIndex 4
+play line setFont 20
+
+sailing=RCompositeAction 1
+for i 1 3
+    play sailing add MoveXAction "boat."+i "boat."+i 330-95*i 2 0 60
+
+get world playerName visitor
+speech.0="O farol brilha outra vez!"
+speech.1="Os barcos acham o caminho!"
+speech.2="Obrigada, "+visitor+"!"
+speeches=3
+credit.1="Com a Tilli e o papagaio,"
+credit.2="a gaivota e o capitão,"
+credit.3="e contigo, "+visitor+"!"
+credit.4="Fim"
+lines=4
+said=0
+credits=0
+set voice finished goOn
+breath=RQueue 1
+play breath add DelayAction 900
+set breath finished sayNext
+roll=RQueue 1
+play roll add DelayAction 2400
+set roll finished showNext
+show=RQueue 1
+play show add RandomDelayAction 500 1400
+set show finished launch
+rocket=0
+
+port=RScenePort 0
+EndTransition 0
+PlaySound 248
+play sailing start
+play show start
+play breath start
