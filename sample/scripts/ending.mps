@@ -114,7 +114,7 @@ gull=RAnimation 2955 -84 150 14
 tilli=RAnimation 2954 30
 scroll=RAnimation 2959 20
 for i 1 3
-    boat.i=RAnimation 2953 -60-(170*i) 240+14*i 5+i
+    boat.i=RAnimation 2953 -60-(170*i) 212+12*i 5+i
 set beam touchy 0
 set tower touchy 0
 set gull touchy 0
@@ -132,7 +132,7 @@ play line setFont 20
 
 sailing=RCompositeAction 1
 for i 1 3
-    play sailing add MoveXAction "boat."+i "boat."+i 330-95*i 2 0 60
+    play sailing add MoveXAction "boat."+i "boat."+i -60-(170*i) 6 0 285-95*i
 
 get world playerName visitor
 speech.0="O farol brilha outra vez!"
@@ -159,6 +159,7 @@ set show finished launch
 rocket=0
 
 port=RScenePort 0
+play port startBackgroundMusic 114 100 1
 EndTransition 0
 PlaySound 248
 play sailing start

@@ -5,6 +5,11 @@ fishPrize=2
 shellPrize=3
 coinPrize=4
 
+; What is given for them, for the lamp of the lighthouse.
+featherGift=5
+oilGift=6
+flameGift=7
+
 world=RWorldPort 0
 
 procedure arriveAt here

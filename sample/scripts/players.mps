@@ -13,6 +13,7 @@ play world addIntProperty greeted 0
 play world addIntProperty chartLevel
 play world addStringProperty language
 play world addStringProperty arch
+play world addIntProperty lampStep
 play world addGlobalStringProperty spoken 0
 play world activateDataFile
 

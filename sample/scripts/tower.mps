@@ -250,4 +250,7 @@ call spread
 call count
 
 port=RScenePort 0
+get port backgroundMusicID heard
+if heard#113
+    play port startBackgroundMusic 113 100 2
 EndTransition 0

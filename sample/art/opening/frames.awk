@@ -239,7 +239,9 @@ function night(    part, turn, side, reach, wide, step) {
     open("night")
     sky()
     stars()
+    put("<g transform=\"translate(-330 50)\">") # beside the scroll
     moon()
+    end()
     show("background", "islands")
     sea()
     land()
