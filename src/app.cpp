@@ -291,6 +291,8 @@ void RGame::run(const RGameStart& start) {
 int RGameMain(const RGameStart& start) {
     OMDebug::require(OMPlatform().display().mode().depth >= kMinimumDepth, "OMSysNumColors() < 8",
                      "Video must be 256 colors or more!");
-    RGame().run(start);
+    do {
+        RGame().run(start);
+    } while (OMPlatform().beginsAgain());
     return kExitOk;
 }

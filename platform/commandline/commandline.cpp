@@ -145,6 +145,11 @@ const Option& Option::folder() const {
     return *this;
 }
 
+const Option& Option::mayLackValue() const {
+    option_.expected(0, 1);
+    return *this;
+}
+
 const Option& Option::under(const std::string& title) const {
     option_.group(title);
     return *this;

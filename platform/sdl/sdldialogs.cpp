@@ -88,6 +88,7 @@ WarningAnswer SdlDialogs::warning(const WarningRequest& request) {
 
 std::string SdlDialogs::openFile(std::string_view title, std::string_view pattern,
                                  std::size_t limit) {
+    if (events_.isKiosk()) return {}; // the chooser shows all that the machine has
     const auto stillWaiting = [this] {
         events_.collect();
         display_.flush();

@@ -79,6 +79,14 @@ void SdlEvents::setPlaysByKeys(bool on) {
     push({.kind = on ? Message::Kind::KeysOn : Message::Kind::KeysOff, .timeMs = SDL_GetTicks()});
 }
 
+void SdlEvents::beginAgain() {
+    collect();
+    discardInput();
+    pending_.clear();
+    buttonDown_ = releaseDropped_ = false;
+    if (std::exchange(playsByKeys_, false)) setPlaysByKeys(true);
+}
+
 void SdlEvents::collect() {
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0) translate(event);
@@ -131,6 +139,9 @@ bool SdlEvents::messageWasTaken() { return std::exchange(messageWasTaken_, false
 
 void SdlEvents::translate(const SDL_Event& event) {
     const std::uint32_t timeMs = event.common.timestamp;
+    const auto verdict = kiosk_ ? kiosk_->judge(event) : SdlKiosk::Verdict::GoesOn;
+    if (verdict == SdlKiosk::Verdict::Leave) push({.kind = Message::Kind::Quit, .timeMs = timeMs});
+    if (verdict != SdlKiosk::Verdict::GoesOn) return;
     const std::uint32_t window = windowOf(event);
     if (window != 0 && window != SDL_GetWindowID(display_.window())) {
         translateOther(event);

@@ -5,6 +5,7 @@
 
 #include "platform/events.h"
 #include "platform/sdl/sdldisplay.h"
+#include "platform/sdl/sdlkiosk.h"
 #include "platform/sdl/sdltextwindow.h"
 
 #include <deque>
@@ -42,6 +43,13 @@ class SdlEvents final : public Events {
     /// Shift+F3 is no key of the program from now on, but calls this; with Ctrl with true.
     void setReloadKey(std::function<void(bool)> reload) { reload_ = std::move(reload); }
 
+    /// Who judges all that happens first; must outlive the queue. Null: all of it goes on.
+    void setKiosk(SdlKiosk* kiosk) { kiosk_ = kiosk; }
+    /// Whether nothing may lead out of the game.
+    [[nodiscard]] bool isKiosk() const { return kiosk_ != nullptr; }
+    /// The game begins again: what was meant for the one that has ended is dropped.
+    void beginAgain();
+
     /// Whether the person plays with keys alone, which the program is told; off at first.
     void setPlaysByKeys(bool on);
     /// Told when the person chooses it, or ends it (Shift+F5).
@@ -70,6 +78,7 @@ class SdlEvents final : public Events {
 
     SdlDisplay& display_;
     SdlTextWindows& textWindows_;
+    SdlKiosk* kiosk_ = nullptr;
     std::function<void()> pictureLink_;
     std::function<bool(const Message&)> console_;
     std::function<void(bool)> reload_;

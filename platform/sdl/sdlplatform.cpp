@@ -14,6 +14,7 @@
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
+#include "platform/sdl/sdlkiosk.h"
 #include "platform/sdl/sdlmoviespeaker.h"
 #include "platform/sdl/sdlsound.h"
 #include "platform/sdl/sdltextwindow.h"
@@ -79,6 +80,11 @@ class SdlPlatform final : public Platform {
           dialogs_(display_, events_, files_, options.buttons) {
         setIcon(options.game.icon);
         events_.setPlaysByKeys(options.playsByKeys);
+        if (options.kiosk) {
+            kiosk_.emplace(display_.window(), *options.kiosk);
+            events_.setKiosk(&*kiosk_);
+            display_.setFullScreen(true);
+        }
         if (options.visit) {
             recorded_.emplace(*options.visit, clock_, events_, dialogs_, display_, desk_, sound_,
                               files_);
@@ -122,7 +128,7 @@ class SdlPlatform final : public Platform {
     void keepSettings(std::string_view path) override {
         settings_.open(path);
         const std::string kept = settings_.value(kFullScreen);
-        if (!kept.empty()) display_.setFullScreen(kept == kOn);
+        if (!kept.empty() && !kiosk_) display_.setFullScreen(kept == kOn);
         display_.setFullScreenLink([this](bool on) { keep(kFullScreen, "of a full screen", on); });
         if (settings_.value(kPlaysByKeys) == kOn) events_.setPlaysByKeys(true);
         events_.setPlaysByKeysLink(
@@ -137,7 +143,7 @@ class SdlPlatform final : public Platform {
     }
 
     void closeIn() override {
-        if (trusted_) return;
+        if (trusted_ || std::exchange(isClosedIn_, true)) return;
         std::vector<std::string> writable = files_.writableFolders();
         writable.push_back(userStateFolder());
         if (!pictures_.empty()) writable.push_back(pictures_);
@@ -145,13 +151,20 @@ class SdlPlatform final : public Platform {
     }
     void mainLoopBegins() override {
         display_.showWindow();
+        if (kiosk_) kiosk_->gameBegins();
         if (recorded_) recorded_->mainLoopBegins();
     }
     void passEnded() override {
         desk_.passEnded();
+        if (kiosk_) kiosk_->passEnded();
         display_.flush();
         if (!events_.messageWasTaken()) SDL_Delay(kRestMs);
         if (recorded_) recorded_->passEnded();
+    }
+    [[nodiscard]] bool beginsAgain() override {
+        if (!kiosk_) return false;
+        events_.beginAgain();
+        return kiosk_->gameBeginsAgain() && !terminationRequested();
     }
     /// Nothing is recorded here; but SDL would wait for a sound device that hangs.
     void programEnds(int exitCode) override {
@@ -185,11 +198,13 @@ class SdlPlatform final : public Platform {
     }
 
     bool trusted_;
+    bool isClosedIn_ = false;
     std::string packer_;                  ///< which the author's desk runs; or empty
     std::unique_ptr<SdlSession> session_; ///< ends last
     SdlDisplay display_;
     SdlClock clock_;
     SdlTextWindows textWindows_;
+    std::optional<SdlKiosk> kiosk_; ///< only the key of the administrator leaves
     SdlEvents events_;
     SdlDesk desk_;
     HostFiles files_;
@@ -210,6 +225,7 @@ class SdlPlatform final : public Platform {
 
 std::variant<std::unique_ptr<Platform>, std::string> makeSdlPlatform(const SdlOptions& options) {
     if (options.screen.width < 1 || options.screen.height < 1) return "the screen has no size";
+    if (options.kiosk) SdlKiosk::prepare();
     auto session = std::make_unique<SdlSession>(options.game);
     if (!session->started()) return SDL_GetError();
     if (!isSeen(SDL_GetCurrentVideoDriver()))

@@ -7,6 +7,7 @@
 #include "platform/host/game/workshop.h"
 #include "platform/host/machine/hostmodules.h"
 #include "platform/host/screen/boxbuttons.h"
+#include "platform/host/visit/leavingkey.h"
 #include "platform/host/visit/visitwriter.h"
 #include "platform/platform.h"
 
@@ -21,8 +22,9 @@ namespace platform {
 struct SdlOptions {
     HostOptions host{};
     GameInfo game{}; ///< gives the window its title and icon, and the desktop the program's name
-    bool author = false;      ///< the window's title tells what the program says too
-    bool playsByKeys = false; ///< also when the player has not chosen it before
+    bool author = false;               ///< the window's title tells what the program says too
+    bool playsByKeys = false;          ///< also when the player has not chosen it before
+    std::optional<LeavingKey> kiosk{}; ///< the full screen is left by this key only
     std::optional<WorkshopOptions> workshop{}; ///< what the author saves is loaded again
     std::string profile{};        ///< file for where the time of scripts goes; or empty
     VisitWriter* visit = nullptr; ///< gets what happens; null: it is not recorded

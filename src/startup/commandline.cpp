@@ -141,7 +141,7 @@ bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
 constexpr const char* kArguments =
     R"([--content DIR] [--cd DIR] [--home DIR] [--seed N] [--scene NAME]
               [--language TAG] [--trust] [--components] [--author [--reload WHEN]] [--keys]
-              [--record FILE] [--profile FILE]
+              [--kiosk [KEY]] [--record FILE] [--profile FILE]
               [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
                           [--machine LIST] [--record-sound DIR]])";
 
@@ -234,6 +234,28 @@ commandline::Reader reloadReader(std::optional<bool>& atOnce) {
             return *atOnce || value == kOnKey;
         },
         std::string(" is none; write ") + kOnKey + " or " + kAtOnce);
+}
+
+commandline::Reader leavingKeyReader(std::optional<platform::LeavingKey>& key) {
+    return reader(
+        [&key](const std::string& value) {
+            key = value.empty() ? platform::LeavingKey{} : platform::parseLeavingKey(value);
+            return key.has_value();
+        },
+        " is no key to leave by; one is Ctrl-Alt-Q: Ctrl- or Alt- in front, and none that the "
+        "desktop keeps for itself, as Alt-F4");
+}
+
+/// Throws commandline::Mistake.
+void checkKiosk(const CommandLine& line) {
+    if (!line.kiosk) return;
+    if (line.headless)
+        throw commandline::Mistake("--kiosk: is for a game in a window; leave out --headless");
+    if (line.author)
+        throw commandline::Mistake("--kiosk: has no keys for authors; leave out --author");
+    if (!line.record.empty())
+        throw commandline::Mistake(
+            "--kiosk: begins again and again, which is no visit; leave out --record");
 }
 
 /// Throws commandline::Mistake.
@@ -333,6 +355,12 @@ void addOptions(commandline::Command& command, CommandLine& line) {
     command.add("--keys", &line.playsByKeys,
                 "Play with keys alone: Tab and the arrows move a mark over all\n"
                 "that can be clicked, Enter clicks it (Shift+F5 in the window)");
+    command
+        .add("--kiosk", leavingKeyReader(line.kiosk),
+             "For a class room: the full screen, left by this key only (default:\n"
+             "Ctrl-Alt-Q); a game that ends begins again",
+             "[KEY]")
+        .mayLackValue();
     command.add("--record", &line.record,
                 "File that gets what happens in the window, to be played again\n"
                 "by --input; Shift+F4 takes a picture",
@@ -407,6 +435,7 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
             return 0;
         }
         checkReload(line);
+        checkKiosk(line);
         isGame = headless.finish();
         return isGame ? 0 : commandline::kWrong;
     };

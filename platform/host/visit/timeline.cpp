@@ -97,17 +97,6 @@ constexpr std::string_view kShift = "Shift-"; ///< of keys that have names
 constexpr std::string_view kOn = "on";
 constexpr std::string_view kOff = "off";
 
-std::optional<std::uint16_t> keyCode(std::string_view name) {
-    const auto named = std::ranges::find(kKeyNames, name);
-    if (named != kKeyNames.end()) {
-        return static_cast<std::uint16_t>(kFirstKey + (named - kKeyNames.begin()));
-    }
-    const auto character = latin1Text(name);
-    if (!character || character->size() != 1) return std::nullopt;
-    const auto code = static_cast<unsigned char>((*character)[0]);
-    return code >= 0x20 ? std::optional<std::uint16_t>(code) : std::nullopt;
-}
-
 std::uint16_t controlled(std::uint16_t code) {
     const bool letter = (code >= 'a' && code <= 'z') || (code >= 'A' && code <= 'Z');
     return letter ? code & 0x1F : code;
@@ -136,7 +125,7 @@ What readKey(LineReader& line) {
     const bool shift = name.starts_with(kShift);
     if (shift) name.remove_prefix(kShift.size());
     while (name.size() > 1 && isBlank(name.back())) name.remove_suffix(1);
-    const auto code = keyCode(name);
+    const auto code = keyNamed(name);
     if (!code || (shift && *code < kFirstKey)) return std::nullopt;
     return Message{.kind = Message::Kind::Key,
                    .key = {control ? controlled(*code) : *code, control, shift}};
@@ -322,6 +311,17 @@ std::string_view trimmed(std::string_view line, int number) {
 }
 
 } // namespace
+
+std::optional<std::uint16_t> keyNamed(std::string_view name) {
+    const auto named = std::ranges::find(kKeyNames, name);
+    if (named != kKeyNames.end()) {
+        return static_cast<std::uint16_t>(kFirstKey + (named - kKeyNames.begin()));
+    }
+    const auto character = latin1Text(name);
+    if (!character || character->size() != 1) return std::nullopt;
+    const auto code = static_cast<unsigned char>((*character)[0]);
+    return code >= 0x20 ? std::optional<std::uint16_t>(code) : std::nullopt;
+}
 
 std::variant<Visit, TimelineError> parseVisit(std::istream& input) {
     Visit visit;

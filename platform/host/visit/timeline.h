@@ -48,6 +48,9 @@
 
 namespace platform {
 
+/// The code of a key by its name in input files, or of a character, UTF-8; none without such.
+[[nodiscard]] std::optional<std::uint16_t> keyNamed(std::string_view name);
+
 struct TimelineAnswer {
     std::string button; ///< text of a button, or the path for an open-file dialog; Latin-1
     bool checked = false;

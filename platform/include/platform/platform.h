@@ -51,7 +51,7 @@ class Platform {
     /// Tells whoever started the program what no box tells, in a line on standard error. Latin-1.
     virtual void complain(std::string_view text) = 0;
 
-    /// Called once, when all that the start wants of the machine is open: from now on the host
+    /// Called when all that the start wants of the machine is open: from the first time on the host
     /// itself keeps the process from changing what is not this game's, as far as it can.
     virtual void closeIn() = 0;
 
@@ -65,13 +65,16 @@ class Platform {
         return nullptr;
     }
 
-    /// Called once, right before the first pass of the main loop: input that is known beforehand
+    /// Called right before the first pass of a main loop: input that is known beforehand
     /// counts its time from here.
     virtual void mainLoopBegins() = 0;
 
     /// Called at the end of every pass of the main loop. A virtual clock moves on here; a real one
     /// may let the machine rest for a moment when the pass had nothing to do.
     virtual void passEnded() = 0;
+
+    /// Called when a game has ended: whether it is to begin again, for whoever comes next.
+    [[nodiscard]] virtual bool beginsAgain() { return false; }
 
     /// Called once when the program ends in an orderly way, with its exit code.
     virtual void programEnds(int exitCode) = 0;
