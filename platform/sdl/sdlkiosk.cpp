@@ -9,13 +9,14 @@ namespace {
 constexpr std::uint32_t kSoonestEndMs = 10'000; ///< of a game that nobody has touched
 constexpr std::uint32_t kAwayMs = 300'000;      ///< without input, and nobody is there
 
+constexpr int kDesktopModifiers = KMOD_LALT | KMOD_GUI; ///< the right Alt key writes letters
+
 /// The keys of the window itself and of authors, and whatever begins with Alt or the desktop's own
-/// key. Letters come as text, also those that are written with the right Alt key.
+/// key. Ctrl+Q is the game's: when it ends by that, it begins again.
 bool leadsOut(const SDL_Keysym& key) {
-    if ((key.mod & (KMOD_LALT | KMOD_GUI)) != 0 || key.sym == SDLK_LGUI || key.sym == SDLK_RGUI)
+    if ((key.mod & kDesktopModifiers) != 0 || key.sym == SDLK_LGUI || key.sym == SDLK_RGUI)
         return true;
-    const bool control = (key.mod & KMOD_CTRL) != 0;
-    if (key.sym == SDLK_F11 || (control && key.sym == SDLK_q)) return true;
+    if (key.sym == SDLK_F11) return true;
     if ((key.mod & KMOD_ALT) != 0 && (key.sym == SDLK_RETURN || key.sym == SDLK_KP_ENTER))
         return true;
     return (key.mod & KMOD_SHIFT) != 0 && key.sym >= SDLK_F1 && key.sym <= SDLK_F4;
@@ -43,6 +44,8 @@ SdlKiosk::Verdict SdlKiosk::judge(const SDL_Event& event) {
         isPlayed_ = true;
         return Verdict::GoesOn;
     case SDL_MOUSEMOTION: noteInput(); return Verdict::GoesOn;
+    case SDL_TEXTINPUT:
+        return (SDL_GetModState() & kDesktopModifiers) != 0 ? Verdict::Nothing : Verdict::GoesOn;
     case SDL_QUIT: return Verdict::Nothing;
     case SDL_WINDOWEVENT: return judgeWindow(event.window);
     default: return Verdict::GoesOn;
