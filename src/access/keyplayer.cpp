@@ -261,7 +261,7 @@ void KeyPlayer::mark(const OMKeyTarget& target) {
         place = {place.left + kBackgroundInset, place.top + kBackgroundInset,
                  place.right - kBackgroundInset, place.bottom - kBackgroundInset};
     marked_.emplace(
-        Marked{OMSWatch(target.trinket), !target.trinket, target.part, place, target.point});
+        Marked{OMSWatch(target.trinket), !target.trinket, target.part, place, place, target.point});
     lastPlace_ = place;
     hand_.moveTo(target.point);
 }
@@ -280,6 +280,7 @@ void KeyPlayer::begin() {
     markNearest();
 }
 
+/// What lights up under the pointer is often larger then, and must not change its turn by that.
 void KeyPlayer::markNext(int step) {
     const std::vector<OMKeyTarget> all = targets();
     if (all.empty()) return marked_.reset();
@@ -287,7 +288,13 @@ void KeyPlayer::markNext(int step) {
         return each.trinket == marked_->trinket.object() && each.part == marked_->part;
     });
     const auto at = here == all.end() ? 0 : static_cast<std::size_t>(here - all.begin());
-    mark(all[inRing(at, step, all.size())]);
+    std::vector<Rect> places = placesOf(all);
+    if (here != all.end()) places[at] = marked_->found;
+    if (!all.back().trinket) places.pop_back();
+    std::vector<std::size_t> order = OMReadingOrder(places);
+    if (!all.back().trinket) order.push_back(places.size());
+    const auto turn = static_cast<std::size_t>(std::ranges::find(order, at) - order.begin());
+    mark(all[order[inRing(turn, step, order.size())]]);
 }
 
 void KeyPlayer::markTowards(OMDirection direction) {

@@ -31,6 +31,7 @@ class KeyPlayer {
         OMSWatch trinket;
         bool isBackground;
         std::size_t part;
+        platform::Rect found;  ///< where it was before the pointer was on it
         platform::Rect place;  ///< where it was seen last; window pixels, as all here
         platform::Point point; ///< where the pointer is on it
     };
