@@ -11,12 +11,14 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
 namespace {
 
 constexpr int kLargestCommand = 0xFFFF;
+constexpr std::uint32_t kBetweenKeysMs = 100; ///< of one line
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
@@ -296,6 +298,50 @@ Read readSetting(LineReader line, Visit& visit) {
     return isRight && line.atEnd() ? Read::Done : Read::Wrong;
 }
 
+std::string_view verbOf(Message::Kind kind) {
+    switch (kind) {
+    case Message::Kind::MouseDown: return "down";
+    case Message::Kind::MouseUp: return "up";
+    case Message::Kind::MouseMove: return "move";
+    case Message::Kind::DoubleClick: return "double";
+    case Message::Kind::Key: return "key";
+    case Message::Kind::Command: return "command";
+    case Message::Kind::Background: return "background";
+    case Message::Kind::Foreground: return "foreground";
+    case Message::Kind::Expose: return "expose";
+    case Message::Kind::KeysOn:
+    case Message::Kind::KeysOff: return "keys";
+    case Message::Kind::Quit: return "quit";
+    case Message::Kind::Null: break;
+    }
+    return "nothing";
+}
+
+/// A line with several keys, as one line each; any other line alone, as it is.
+std::vector<std::string> oneKeyEach(std::string_view line) {
+    LineReader reader(line);
+    const std::string_view time = reader.word();
+    const std::string_view verb = reader.word();
+    std::vector<std::string> lines;
+    while (verb == verbOf(Message::Kind::Key) && !reader.atEnd())
+        lines.push_back(std::string(time) + ' ' + std::string(verb) + ' ' +
+                        std::string(reader.word()));
+    return lines.size() > 1 ? lines : std::vector{std::string(line)};
+}
+
+/// Reads the line of an event; what is wrong with it, if anything.
+std::optional<std::string> readEvents(std::string_view line, std::vector<TimelineEvent>& timeline) {
+    std::uint32_t laterMs = 0;
+    for (const std::string& each : oneKeyEach(line)) {
+        Parsed parsed = parseEvent(LineReader(each));
+        if (auto* wrong = std::get_if<std::string>(&parsed)) return std::move(*wrong);
+        timeline.push_back(std::get<TimelineEvent>(std::move(parsed)));
+        timeline.back().timeMs += laterMs;
+        laterMs += kBetweenKeysMs;
+    }
+    return std::nullopt;
+}
+
 bool isSkipped(std::string_view line) {
     LineReader reader(line);
     reader.skipBlanks();
@@ -340,11 +386,8 @@ std::variant<Visit, TimelineError> parseVisit(std::istream& input) {
         } else if (read == Read::Done) {
             continue;
         }
-        Parsed parsed = parseEvent(LineReader(line));
-        if (const auto* wrong = std::get_if<std::string>(&parsed)) {
-            return TimelineError{number, *wrong};
-        }
-        visit.timeline.push_back(std::get<TimelineEvent>(std::move(parsed)));
+        if (auto wrong = readEvents(line, visit.timeline))
+            return TimelineError{number, *std::move(wrong)};
     }
     if (input.bad()) return TimelineError{number + 1, "the input cannot be read"};
     std::ranges::stable_sort(visit.timeline, {}, &TimelineEvent::timeMs);
@@ -356,25 +399,6 @@ std::variant<Visit, TimelineError> parseVisit(std::istream& input) {
 namespace {
 
 constexpr std::size_t kDataBytes = 40; ///< of a line
-
-std::string_view verbOf(Message::Kind kind) {
-    switch (kind) {
-    case Message::Kind::MouseDown: return "down";
-    case Message::Kind::MouseUp: return "up";
-    case Message::Kind::MouseMove: return "move";
-    case Message::Kind::DoubleClick: return "double";
-    case Message::Kind::Key: return "key";
-    case Message::Kind::Command: return "command";
-    case Message::Kind::Background: return "background";
-    case Message::Kind::Foreground: return "foreground";
-    case Message::Kind::Expose: return "expose";
-    case Message::Kind::KeysOn:
-    case Message::Kind::KeysOff: return "keys";
-    case Message::Kind::Quit: return "quit";
-    case Message::Kind::Null: break;
-    }
-    return "nothing";
-}
 
 std::string textOf(const KeyPress& key) {
     const std::string held(key.control ? kControl : std::string_view());
