@@ -79,6 +79,13 @@ void SdlEvents::setPlaysByKeys(bool on) {
     push({.kind = on ? Message::Kind::KeysOn : Message::Kind::KeysOff, .timeMs = SDL_GetTicks()});
 }
 
+void SdlEvents::setSpeaksTexts(bool on) {
+    if (on == speaksTexts_) return;
+    speaksTexts_ = on;
+    push({.kind = on ? Message::Kind::SpeechOn : Message::Kind::SpeechOff,
+          .timeMs = SDL_GetTicks()});
+}
+
 void SdlEvents::collect() {
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0) translate(event);
@@ -179,6 +186,11 @@ bool SdlEvents::translateOwnKey(const SDL_KeyboardEvent& event) {
         if (!isFirst) return true;
         setPlaysByKeys(!playsByKeys_);
         if (keysLink_) keysLink_(playsByKeys_);
+        return true;
+    case SDLK_F6:
+        if (!isFirst) return true;
+        setSpeaksTexts(!speaksTexts_);
+        if (speechLink_) speechLink_(speaksTexts_);
         return true;
     default: return false;
     }

@@ -22,6 +22,7 @@ struct CommandLine {
     bool author = false;               ///< shows what concerns the one who makes the game
     std::optional<bool> reloadsAtOnce; ///< what the author saves; not given: when asked to
     bool playsByKeys = false;          ///< without a mouse
+    bool speaksTexts = false;          ///< to who cannot read
     bool headless = false;
     std::string
         language;      ///< a tag of the game's; empty: by the system, or without a window the first
