@@ -44,7 +44,7 @@ struct Start {
 };
 
 std::unique_ptr<platform::Platform> makeHeadless(const Start& start, const std::string& language,
-                                                  const RProgramTexts& texts) {
+                                                 const RProgramTexts& texts) {
     const CommandLine& line = start.line;
     platform::HeadlessOptions options;
     options.host = start.host;
@@ -195,8 +195,9 @@ int playOnMachine(const Start& start) {
     std::optional<platform::VisitWriter> visit; // that is recorded
     if (!line.record.empty()) visit.emplace(line.record);
     platform::catchTermination();
-    const auto machine = line.headless ? makeHeadless(start, language, texts)
-                                       : makeWindow(start, language, texts, visit ? &*visit : nullptr);
+    const auto machine = line.headless
+                             ? makeHeadless(start, language, texts)
+                             : makeWindow(start, language, texts, visit ? &*visit : nullptr);
     if (!machine) return kNoWindow;
     if (visit && !visit->open()) {
         complain({line.record + " cannot be made: " + std::strerror(errno) +

@@ -26,7 +26,8 @@ std::string hexadecimal(std::uint32_t value) {
 HeadlessDialogs::HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock,
                                  TimedEvents& events, HostFiles& files, HeadlessDesk& desk,
                                  SpokenBoxes& spoken, Notices& notices, std::ostream& notes)
-    : clock_(clock), events_(events), files_(files), desk_(desk), spoken_(spoken), notices_(notices), notes_(notes) {
+    : clock_(clock), events_(events), files_(files), desk_(desk), spoken_(spoken),
+      notices_(notices), notes_(notes) {
     for (const TimelineEvent& event : timeline) {
         if (const auto* answer = std::get_if<TimelineAnswer>(&event.what)) {
             waiting_.push_back({event.timeMs, *answer});

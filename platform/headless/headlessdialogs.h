@@ -22,7 +22,8 @@ class HeadlessDialogs final : public Dialogs {
   public:
     /// What is referred to must outlive the dialogs.
     HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock, TimedEvents& events,
-                    HostFiles& files, HeadlessDesk& desk, SpokenBoxes& spoken, Notices& notices, std::ostream& notes);
+                    HostFiles& files, HeadlessDesk& desk, SpokenBoxes& spoken, Notices& notices,
+                    std::ostream& notes);
 
     Button messageBox(std::string_view text, std::string_view caption,
                       std::uint32_t style) override;

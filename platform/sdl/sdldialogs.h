@@ -22,7 +22,8 @@ class SdlDialogs final : public Dialogs {
     /// boxes whose caption is among the words.
     SdlDialogs(SdlDisplay& display, SdlEvents& events, HostFiles& files, SpokenBoxes& spoken,
                ButtonLabels labels)
-        : display_(display), events_(events), files_(files), spoken_(spoken), labels_(std::move(labels)) {}
+        : display_(display), events_(events), files_(files), spoken_(spoken),
+          labels_(std::move(labels)) {}
 
     Button messageBox(std::string_view text, std::string_view caption,
                       std::uint32_t style) override;

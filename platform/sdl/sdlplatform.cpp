@@ -134,8 +134,7 @@ class SdlPlatform final : public Platform {
         events_.setPlaysByKeysLink(
             [this](bool on) { keep(kPlaysByKeys, "to play with keys", on); });
         if (settings_.value(kSpeaksTexts) == kOn) speakTexts();
-        events_.setSpeaksTextsLink(
-            [this](bool on) { keep(kSpeaksTexts, "to hear texts", on); });
+        events_.setSpeaksTextsLink([this](bool on) { keep(kSpeaksTexts, "to hear texts", on); });
     }
     void complain(std::string_view text) override { say(formats::utf8FromLatin1(text)); }
     void tellPlayer(std::string_view text, std::string_view caption) override {

@@ -23,7 +23,7 @@ struct SdlOptions {
     GameInfo game{}; ///< gives the window its title and icon, and the desktop the program's name
     bool author = false;      ///< the window's title tells what the program says too
     bool playsByKeys = false; ///< also when the player has not chosen it before
-    bool speaksTexts = false;                  ///< the same
+    bool speaksTexts = false; ///< the same
     std::optional<WorkshopOptions> workshop{}; ///< what the author saves is loaded again
     std::string profile{};        ///< file for where the time of scripts goes; or empty
     VisitWriter* visit = nullptr; ///< gets what happens; null: it is not recorded

@@ -9,8 +9,8 @@
 #include "platform/commandline/commandline.h"
 #include "platform/host/faces/outlinefaces.h"
 #include "platform/host/files/secondwall.h"
-#include "platform/host/speech/synthesizer.h"
 #include "platform/host/game/gameinfo.h"
+#include "platform/host/speech/synthesizer.h"
 
 #include <algorithm>
 #include <cerrno>

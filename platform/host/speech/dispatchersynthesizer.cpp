@@ -54,8 +54,8 @@ class DispatcherSynthesizer final : public Synthesizer {
         if (!library_.say && !library_.load())
             return std::string(kLibrary) + " is missing" + kAdvice;
         char* why = nullptr;
-        connection_ = library_.open("zorbet", "texts", nullptr, SPD_MODE_SINGLE, nullptr,
-                                    kAutospawn, &why);
+        connection_ =
+            library_.open("zorbet", "texts", nullptr, SPD_MODE_SINGLE, nullptr, kAutospawn, &why);
         const std::unique_ptr<char, Freed> reason(why);
         if (!connection_)
             return "Speech Dispatcher does not answer" + (reason ? ": " + trimmed(why) : "") +

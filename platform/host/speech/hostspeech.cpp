@@ -20,9 +20,9 @@ namespace {
 using Moments = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
-constexpr auto kPatience = 5s;          ///< with a call, before there counts as no voice
-constexpr auto kBeforeNextTry = 10s;    ///< after a connection that failed
-constexpr auto kAtTheEnd = 200ms;       ///< for the last call
+constexpr auto kPatience = 5s;           ///< with a call, before there counts as no voice
+constexpr auto kBeforeNextTry = 10s;     ///< after a connection that failed
+constexpr auto kAtTheEnd = 200ms;        ///< for the last call
 constexpr std::size_t kMostWaiting = 32; ///< texts; the oldest go
 
 struct Utterance {
@@ -168,8 +168,7 @@ void HostSpeech::hush() {
 
 Speech::Voice HostSpeech::voice() const {
     const std::lock_guard guard(shared_->lock);
-    const bool hangs =
-        shared_->callSince && Moments::now() - *shared_->callSince > kPatience;
+    const bool hangs = shared_->callSince && Moments::now() - *shared_->callSince > kPatience;
     return hangs ? Voice::Missing : shared_->voice;
 }
 
