@@ -155,7 +155,9 @@ std::string SpokenNames::tableName(const OMTrinket& trinket) const {
     std::string name;
     YHeap& heap = YHeap::current();
     for (int i = YHeap::kPredefined; i < heap.count() && name.empty(); ++i)
-        if (heap.get(i).object() == &trinket) name = tableEntry(heap.get(i).text());
+        // Others would be made what they lead to.
+        if (heap.get(i).kind() == YVariable::Kind::Name && heap.get(i).object() == &trinket)
+            name = tableEntry(heap.get(i).text());
     const auto* animation = dynamic_cast<const OMAnimation*>(&trinket);
     const std::string number =
         animation ? ' ' + std::to_string(animation->resourceId()) : std::string();
@@ -206,6 +208,7 @@ std::string SpokenNames::textsOn(const OMTrinket& trinket) const {
 std::string SpokenNames::nameUnder(const Rect& place, const OMTrinket* carried) const {
     const Point middle = OMMiddle(place);
     std::string name;
+    bool isContainer = false;
     (void)window_.findTrinket([&](OMTrinket& each) {
         const Rect own = each.boundingRectangle();
         const bool isOwn = &each == carried || (carried && each.group() == carried);
@@ -213,7 +216,8 @@ std::string SpokenNames::nameUnder(const Rect& place, const OMTrinket* carried) 
             platform::nearestInside(middle, own) != middle)
             return false;
         name = given(each, 0);
-        return !name.empty();
+        isContainer = dynamic_cast<const RContainer*>(&each) != nullptr;
+        return isContainer || !name.empty();
     });
-    return name;
+    return name.empty() && isContainer ? RWarningText(spokentext::kPlace) : name;
 }

@@ -34,7 +34,7 @@ class SpokenNames {
     [[nodiscard]] std::string tableName(const OMTrinket& trinket) const;
     [[nodiscard]] std::string backgroundName() const;
     /// Of what lies at the middle of a place, without what is carried there; empty when nothing
-    /// does that has more than the word for its kind.
+    /// does that has a name or is a container.
     [[nodiscard]] std::string nameUnder(const platform::Rect& place,
                                         const OMTrinket* carried) const;
 

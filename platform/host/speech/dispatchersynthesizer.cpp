@@ -72,7 +72,7 @@ class DispatcherSynthesizer final : public Synthesizer {
             if (library_.setLanguage(connection_, language.c_str()) != 0) return false;
             language_ = language;
         }
-        return library_.say(connection_, SPD_TEXT, text.c_str()) >= 0;
+        return library_.say(connection_, SPD_MESSAGE, text.c_str()) >= 0;
     }
 
     bool stop() override { return connection_ && library_.cancel(connection_) == 0; }
