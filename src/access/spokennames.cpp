@@ -29,8 +29,6 @@ using platform::Rect;
 
 namespace {
 
-constexpr const char* kTable = "spoken.txt";
-constexpr std::size_t kMostTable = std::size_t{1} << 20; ///< bytes
 constexpr char kBehindSection = '\n';
 
 /// Of a file, without its folders and extension, in lower case.

@@ -22,6 +22,9 @@
 
 class SpokenNames {
   public:
+    static constexpr const char* kTable = "spoken.txt";
+    static constexpr std::size_t kMostTable = std::size_t{1} << 20; ///< bytes
+
     /// Both must outlive the names.
     SpokenNames(const OMTrinketWindow& window, const RGameTexts& texts);
 
