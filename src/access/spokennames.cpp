@@ -23,6 +23,8 @@
 #include "platform/initext.h"
 
 #include <algorithm>
+#include <sstream>
+#include <vector>
 
 using platform::Point;
 using platform::Rect;
@@ -35,6 +37,15 @@ constexpr char kBehindSection = '\n';
 std::string sectionOf(std::string_view script) {
     const std::string_view name = script.substr(script.find_last_of("\\/") + 1);
     return formats::lowerLatin1(name.substr(0, name.find_last_of('.')));
+}
+
+/// As in the table: names of scripts with blanks between; none is one, too.
+std::vector<std::string> sectionsOf(std::string_view names) {
+    std::istringstream words{std::string(names)};
+    std::vector<std::string> sections;
+    for (std::string word; words >> word;) sections.push_back(sectionOf(word));
+    if (sections.empty()) sections.emplace_back();
+    return sections;
 }
 
 std::string keyIn(std::string_view section, std::string_view what) {
@@ -134,8 +145,8 @@ void SpokenNames::readAgain() {
         if (entry.key.empty())
             warn(entry.line, "\"" + std::string(entry.value) +
                                  "\" has no \"=\"; write THING=NAME, or [SCRIPT]");
-        else
-            table_[keyIn(sectionOf(entry.section), entry.key)] = entry.value;
+        for (const std::string& section : sectionsOf(entry.section))
+            if (!entry.key.empty()) table_[keyIn(section, entry.key)] = entry.value;
     }
 }
 

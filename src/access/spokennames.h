@@ -7,7 +7,7 @@
 //     door=the door to the garden      a thing in the variable of that name
 //     RPButton 3001=go back            all things of a class with that animation
 //     ASEQ 3002=the hedgehog           all things with that animation
-//     [harbour]                        from here on in the script harbour.mps only
+//     [harbour beach]                  from here on in the scripts harbour.mps and beach.mps only
 //     ring.1=the red ring
 #pragma once
 
