@@ -4,6 +4,7 @@
 #include <dlfcn.h>
 #include <libspeechd.h>
 #include <string_view>
+#include <type_traits>
 
 namespace platform {
 
