@@ -35,12 +35,13 @@ struct Work {
     std::optional<Utterance> next;
 };
 
-/// The server's end of a connection may close while it is written to, which ends no program here;
-/// the other signals are those of the program's own thread.
-void blockSignals() {
-    sigset_t all;
-    sigfillset(&all);
-    ::pthread_sigmask(SIG_BLOCK, &all, nullptr);
+/// The server's end of a connection may close while it is written to, which ends no program here.
+/// No other signal: a server that is started by the library would be deaf to them, too.
+void blockBrokenPipes() {
+    sigset_t broken;
+    sigemptyset(&broken);
+    sigaddset(&broken, SIGPIPE);
+    ::pthread_sigmask(SIG_BLOCK, &broken, nullptr);
 }
 
 } // namespace
@@ -79,7 +80,7 @@ auto HostSpeech::Shared::timed(Call call) {
 }
 
 void HostSpeech::Shared::run(std::unique_ptr<Synthesizer> synthesizer) {
-    blockSignals();
+    blockBrokenPipes();
     work(*synthesizer);
     synthesizer.reset();
     const std::lock_guard guard(lock);
