@@ -3,8 +3,10 @@
 #include "formats/base/latin1.h"
 #include "platform/sdl/filechooser.h"
 
+#include <string_view>
 #include <utility>
 #include <variant>
+#include <vector>
 
 namespace platform {
 
@@ -41,12 +43,16 @@ class ShownBox {
 SdlDialogs::Answer SdlDialogs::show(BoxContents contents) {
     contents.caption = labelOf(labels_, contents.caption);
     for (std::string& button : contents.buttons) button = labelOf(labels_, button);
-    BoxPanel panel(std::move(contents), display_.shown().bounds());
+    const std::vector<std::string_view> buttons(contents.buttons.begin(), contents.buttons.end());
+    BoxPanel panel(contents, display_.shown().bounds());
     events_.dropInput();
-    if (events_.quitWaits())
+    if (events_.quitWaits()) {
         panel.close();
-    else
+    } else {
+        spoken_.boxOpens(contents.text, buttons);
         waitForAnswer(panel);
+        spoken_.boxCloses();
+    }
     events_.dropInput();
     return {*panel.answer(), panel.isChecked()};
 }
@@ -56,7 +62,9 @@ void SdlDialogs::waitForAnswer(BoxPanel& panel) {
     while (!panel.answer()) {
         display_.flush();
         if (const auto input = events_.waitForInput()) {
+            const std::string before = panel.focusLabel();
             panel.handle(*input);
+            if (panel.focusLabel() != before) spoken_.movedTo(panel.focusLabel());
             display_.lay(SdlDisplay::Layer::Box, &panel);
         }
         if (events_.quitWaits()) panel.close();

@@ -85,6 +85,14 @@ void SdlEvents::beginAgain() {
     pending_.clear();
     buttonDown_ = releaseDropped_ = false;
     if (std::exchange(playsByKeys_, false)) setPlaysByKeys(true);
+    if (std::exchange(speaksTexts_, false)) setSpeaksTexts(true);
+}
+
+void SdlEvents::setSpeaksTexts(bool on) {
+    if (on == speaksTexts_) return;
+    speaksTexts_ = on;
+    push({.kind = on ? Message::Kind::SpeechOn : Message::Kind::SpeechOff,
+          .timeMs = SDL_GetTicks()});
 }
 
 void SdlEvents::collect() {
@@ -190,6 +198,11 @@ bool SdlEvents::translateOwnKey(const SDL_KeyboardEvent& event) {
         if (!isFirst) return true;
         setPlaysByKeys(!playsByKeys_);
         if (keysLink_) keysLink_(playsByKeys_);
+        return true;
+    case SDLK_F6:
+        if (!isFirst) return true;
+        setSpeaksTexts(!speaksTexts_);
+        if (speechLink_) speechLink_(speaksTexts_);
         return true;
     default: return false;
     }

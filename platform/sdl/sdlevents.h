@@ -55,6 +55,11 @@ class SdlEvents final : public Events {
     /// Told when the person chooses it, or ends it (Shift+F5).
     void setPlaysByKeysLink(std::function<void(bool)> link) { keysLink_ = std::move(link); }
 
+    /// Whether the person hears texts, which the program is told; not at first.
+    void setSpeaksTexts(bool on);
+    /// Told when the person chooses it, or ends it (Shift+F6).
+    void setSpeaksTextsLink(std::function<void(bool)> link) { speechLink_ = std::move(link); }
+
     /// Turns what has happened by now into messages.
     void collect();
     /// The oldest mouse or key message, out of its turn; waits a moment when there is none. The
@@ -84,6 +89,8 @@ class SdlEvents final : public Events {
     std::function<void(bool)> reload_;
     bool playsByKeys_ = false;
     std::function<void(bool)> keysLink_;
+    bool speaksTexts_ = false;
+    std::function<void(bool)> speechLink_;
     std::deque<Message> pending_; ///< translated, not yet taken
     bool terminated_ = false;     ///< the host asked for the end, and the program was told
     bool captured_ = false;

@@ -9,6 +9,8 @@
 #include "platform/host/machine/hostmachine.h"
 #include "platform/host/movies/hostmovie.h"
 #include "platform/host/screen/png.h"
+#include "platform/host/speech/hostspeech.h"
+#include "platform/host/speech/spokenboxes.h"
 #include "platform/sdl/recordedmachine.h"
 #include "platform/sdl/sdldesk.h"
 #include "platform/sdl/sdldialogs.h"
@@ -42,6 +44,7 @@ constexpr int kMostIconSide = 1024; // pixels
 // What is kept among the player's settings.
 constexpr std::string_view kFullScreen = "fullscreen";
 constexpr std::string_view kPlaysByKeys = "keys";
+constexpr std::string_view kSpeaksTexts = "speech";
 constexpr std::string_view kOn = "1";
 constexpr std::string_view kOff = "0";
 
@@ -77,7 +80,8 @@ class SdlPlatform final : public Platform {
           clock_(display_), events_(display_, textWindows_), desk_(display_, events_, options),
           files_(options.host),
           modules_(files_, options.host.components, options.resources, options.versionStrings),
-          dialogs_(display_, events_, files_, options.buttons) {
+          spokenBoxes_(speech_, options.buttons, options.language),
+          dialogs_(display_, events_, files_, spokenBoxes_, options.buttons) {
         setIcon(options.game.icon);
         events_.setPlaysByKeys(options.playsByKeys);
         if (options.kiosk) {
@@ -85,6 +89,7 @@ class SdlPlatform final : public Platform {
             events_.setKiosk(&*kiosk_);
             display_.setFullScreen(true);
         }
+        if (options.speaksTexts) speakTexts();
         if (options.visit) {
             recorded_.emplace(*options.visit, clock_, events_, dialogs_, display_, desk_, sound_,
                               files_);
@@ -118,6 +123,7 @@ class SdlPlatform final : public Platform {
         return movies_;
     }
     [[nodiscard]] Machine& machine() override { return machine_; }
+    [[nodiscard]] Speech& speech() override { return speech_; }
     [[nodiscard]] AuthorDesk& author() override { return desk_; }
 
     [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
@@ -133,6 +139,8 @@ class SdlPlatform final : public Platform {
         if (settings_.value(kPlaysByKeys) == kOn) events_.setPlaysByKeys(true);
         events_.setPlaysByKeysLink(
             [this](bool on) { keep(kPlaysByKeys, "to play with keys", on); });
+        if (settings_.value(kSpeaksTexts) == kOn) speakTexts();
+        events_.setSpeaksTextsLink([this](bool on) { keep(kSpeaksTexts, "to hear texts", on); });
     }
     void complain(std::string_view text) override { say(formats::utf8FromLatin1(text)); }
     void tellPlayer(std::string_view text, std::string_view caption) override {
@@ -179,6 +187,12 @@ class SdlPlatform final : public Platform {
   private:
     static void say(const std::string& utf8) { std::fprintf(stderr, "zorbet: %s\n", utf8.c_str()); }
 
+    /// Boxes of the start are spoken before the program is told.
+    void speakTexts() {
+        speech_.setOn(true);
+        events_.setSpeaksTexts(true);
+    }
+
     void keep(std::string_view setting, const char* choice, bool on) {
         if (!settings_.set(setting, on ? kOn : kOff))
             complain(std::string("The choice ") + choice +
@@ -215,6 +229,8 @@ class SdlPlatform final : public Platform {
     SdlMovieSpeakers movieSpeakers_{sound_};
     HostMovies movies_{files_, clock_, movieSpeakers_};
     HostMachine machine_;
+    HostSpeech speech_;
+    SpokenBoxes spokenBoxes_;
     SdlDialogs dialogs_;
     SdlWaveOut waveOut_{sound_};
     std::optional<RecordedMachine> recorded_; ///< while a visit is recorded

@@ -25,6 +25,7 @@ struct SdlOptions {
     bool author = false;               ///< the window's title tells what the program says too
     bool playsByKeys = false;          ///< also when the player has not chosen it before
     std::optional<LeavingKey> kiosk{}; ///< the full screen is left by this key only
+    bool speaksTexts = false;          ///< the same
     std::optional<WorkshopOptions> workshop{}; ///< what the author saves is loaded again
     std::string profile{};        ///< file for where the time of scripts goes; or empty
     VisitWriter* visit = nullptr; ///< gets what happens; null: it is not recorded
@@ -32,6 +33,7 @@ struct SdlOptions {
     std::span<const ProgramResource> resources{};
     std::span<const VersionString> versionStrings{};
     ButtonLabels buttons{};
+    std::string language{}; ///< of the boxes; a tag, or empty
 };
 
 /// Or why there is no window. At most one may exist at a time. The window appears with the first

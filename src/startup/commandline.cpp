@@ -10,6 +10,7 @@
 #include "platform/host/faces/outlinefaces.h"
 #include "platform/host/files/secondwall.h"
 #include "platform/host/game/gameinfo.h"
+#include "platform/host/speech/synthesizer.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -100,6 +101,9 @@ std::string versionText(const std::string& content) {
     text += platform::OutlineFaces::kAvailable
                 ? "TrueType faces: FreeType"
                 : "TrueType faces: none (built without FreeType and fontconfig)";
+    text += platform::Synthesizer::kAvailable
+                ? "\nspoken texts: Speech Dispatcher, where it is installed"
+                : "\nspoken texts: none (built without libspeechd)";
     const int wall = platform::secondWallVersion();
     text += wall > 0 ? "\nfence: that of the program, and Landlock " + std::to_string(wall) +
                            " of this machine"
@@ -141,7 +145,7 @@ bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
 constexpr const char* kArguments =
     R"([--content DIR] [--cd DIR] [--home DIR] [--seed N] [--scene NAME]
               [--language TAG] [--trust] [--components] [--author [--reload WHEN]] [--keys]
-              [--kiosk [KEY]] [--record FILE] [--profile FILE]
+              [--speak] [--kiosk [KEY]] [--record FILE] [--profile FILE]
               [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
                           [--machine LIST] [--record-sound DIR]])";
 
@@ -150,7 +154,8 @@ std::vector<commandline::Section> sections() {
     return {
         {"Keys in the window",
          "Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks whether to leave the\n"
-         "game, Shift+F1 tells the version, Shift+F5 switches playing with keys on and off. With\n"
+         "game, Shift+F1 tells the version, Shift+F5 switches playing with keys on and off,\n"
+         "Shift+F6 spoken texts. With\n"
          "--author Shift+F2 opens the console, Shift+F3 loads the running scene again with all\n"
          "that was saved, Ctrl+Shift+F3 keeps its variables. With --record Shift+F4 takes a\n"
          "picture."},
@@ -361,6 +366,9 @@ void addOptions(commandline::Command& command, CommandLine& line) {
              "Ctrl-Alt-Q); a game that ends begins again",
              "[KEY]")
         .mayLackValue();
+    command.add("--speak", &line.speaksTexts,
+                "Speak texts, and with --keys what the mark is on (Shift+F6 in\n"
+                "the window)");
     command.add("--record", &line.record,
                 "File that gets what happens in the window, to be played again\n"
                 "by --input; Shift+F4 takes a picture",

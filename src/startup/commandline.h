@@ -24,6 +24,7 @@ struct CommandLine {
     std::optional<bool> reloadsAtOnce;         ///< what the author saves; not given: when asked to
     bool playsByKeys = false;                  ///< without a mouse
     std::optional<platform::LeavingKey> kiosk; ///< the one that ends a game in a class room
+    bool speaksTexts = false;                  ///< to who cannot read
     bool headless = false;
     std::string
         language;      ///< a tag of the game's; empty: by the system, or without a window the first

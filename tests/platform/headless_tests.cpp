@@ -112,10 +112,11 @@ TEST(VisitRecorder, WhatItWroteIsSeenAgain) {
     std::minstd_rand chance(3);
     for (int ms = 0; ms < 3000; ms += static_cast<int>(chance() % 9)) {
         constexpr const char* kDone[] = {
-            "move -9 40", "down 3 4", "up 900 4",  "double 7 8",
-            "key Ctrl-q", "key \xE3", "key  ",     "key Ctrl-Shift-Tab",
-            "keys on",    "keys off", "command 9", "background",
-            "foreground", "expose",   "nothing",   "up 1 1"};
+            "move -9 40", "down 3 4",   "up 900 4",   "double 7 8",
+            "key Ctrl-q", "key \xE3",   "key  ",      "key Ctrl-Shift-Tab",
+            "keys on",    "keys off",   "speech on",  "speech off",
+            "command 9",  "background", "foreground", "expose",
+            "nothing",    "up 1 1"};
         person << ms << ' ' << kDone[chance() % std::size(kDone)] << '\n';
     }
     person << "2000 close\n";

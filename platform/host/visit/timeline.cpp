@@ -133,10 +133,11 @@ What readKey(LineReader& line) {
                    .key = {control ? controlled(*code) : *code, control, shift}};
 }
 
-What readKeys(LineReader& line) {
+template <Message::Kind on, Message::Kind off>
+What readSwitch(LineReader& line) {
     const std::string_view what = line.word();
     if (what != kOn && what != kOff) return std::nullopt;
-    return Message{.kind = what == kOn ? Message::Kind::KeysOn : Message::Kind::KeysOff};
+    return Message{.kind = what == kOn ? on : off};
 }
 
 What readCommand(LineReader& line) {
@@ -202,6 +203,7 @@ struct Verb {
 
 constexpr std::string_view kNothing = "nothing after it";
 constexpr std::string_view kPosition = "two numbers, x and y";
+constexpr std::string_view kSwitch = "\"on\" or \"off\"";
 
 constexpr std::array kVerbs{
     Verb{"move", readMouse<Message::Kind::MouseMove>, kPosition},
@@ -209,7 +211,8 @@ constexpr std::array kVerbs{
     Verb{"up", readMouse<Message::Kind::MouseUp>, kPosition},
     Verb{"double", readMouse<Message::Kind::DoubleClick>, kPosition},
     Verb{"key", readKey, "one Latin-1 character or the name of a key"},
-    Verb{"keys", readKeys, "\"on\" or \"off\""},
+    Verb{"keys", readSwitch<Message::Kind::KeysOn, Message::Kind::KeysOff>, kSwitch},
+    Verb{"speech", readSwitch<Message::Kind::SpeechOn, Message::Kind::SpeechOff>, kSwitch},
     Verb{"command", readCommand, "a number from 0 to 65535"},
     Verb{"answer", readAnswer, "the text of a button"},
     Verb{"close", readClose, kNothing},
@@ -311,6 +314,8 @@ std::string_view verbOf(Message::Kind kind) {
     case Message::Kind::Expose: return "expose";
     case Message::Kind::KeysOn:
     case Message::Kind::KeysOff: return "keys";
+    case Message::Kind::SpeechOn:
+    case Message::Kind::SpeechOff: return "speech";
     case Message::Kind::Quit: return "quit";
     case Message::Kind::Null: break;
     }
@@ -419,8 +424,10 @@ std::string textOf(const Message& message) {
         return verb + ' ' + std::to_string(message.position.x) + ' ' +
                std::to_string(message.position.y);
     case Message::Kind::Key: return verb + ' ' + textOf(message.key);
-    case Message::Kind::KeysOn: return verb + ' ' + std::string(kOn);
-    case Message::Kind::KeysOff: return verb + ' ' + std::string(kOff);
+    case Message::Kind::KeysOn:
+    case Message::Kind::SpeechOn: return verb + ' ' + std::string(kOn);
+    case Message::Kind::KeysOff:
+    case Message::Kind::SpeechOff: return verb + ' ' + std::string(kOff);
     case Message::Kind::Command: return verb + ' ' + std::to_string(message.command);
     default: return verb;
     }

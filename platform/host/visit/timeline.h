@@ -5,6 +5,7 @@
 //     800 key a                one character or a name (Backspace, F1, ...); "Ctrl-" may go before,
 //                              and "Shift-" before a name
 //     850 keys on              the person plays with keys alone from now on; also off
+//     860 speech on            the person hears texts from now on; also off
 //     900 command 59396        a menu command, 0 to 65535
 //     950 answer Sair          for the next box; "checked" before it ticks the check box
 //     950 close                the window is closed while the next box is open

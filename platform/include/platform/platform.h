@@ -12,6 +12,7 @@
 #include "platform/machine.h"
 #include "platform/modules.h"
 #include "platform/movies.h"
+#include "platform/speech.h"
 #include "platform/textwindow.h"
 #include "platform/typefaces.h"
 #include "platform/waveout.h"
@@ -36,6 +37,7 @@ class Platform {
     [[nodiscard]] virtual Typefaces& typefaces() = 0;
     [[nodiscard]] virtual Movies& movies() = 0;
     [[nodiscard]] virtual Machine& machine() = 0;
+    [[nodiscard]] virtual Speech& speech() { return mute_; }
     [[nodiscard]] virtual AuthorDesk& author() { return nobody_; }
 
     /// Opens a text window above all others, without taking the focus from where it is. Null when
@@ -84,6 +86,7 @@ class Platform {
 
   private:
     AuthorDesk nobody_;
+    MuteSpeech mute_;
 };
 
 } // namespace platform
