@@ -1,5 +1,6 @@
 """Colours for the blocks of the pages: scripts, what happens from outside, manifests, and what a program says."""
 from pygments.lexer import RegexLexer, bygroups, words
+from pygments.lexers.html import XmlLexer
 from pygments.lexers.special import TextLexer
 from pygments.token import Comment, Generic, Keyword, Name, Number, Operator, Punctuation, String, Text
 from sitereference import words_of
@@ -69,6 +70,7 @@ def add(app):
     app.add_lexer("mps", script_lexer(words_of(app)))
     app.add_lexer("input", InputLexer)
     app.add_lexer("manifest", ManifestLexer)
+    app.add_lexer("svg", XmlLexer)
     for kind in PLAIN:
         app.add_lexer(kind, TextLexer)
 

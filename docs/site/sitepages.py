@@ -5,7 +5,7 @@ side bar a section of docs/README.md is a section, and what it lists stands belo
 only place that has the structure. Pages are copied, since those that are made (sitereference) must lie among them,
 and nothing is written into the source folder.
 """
-import os
+import json
 import posixpath
 import re
 from pathlib import Path
@@ -83,7 +83,7 @@ def sections(text):
 
 def toctree(title, pages):
     names = "\n".join("/" + moved(page).removesuffix(".md") for page in pages)
-    return f"\n```{{toctree}}\n:hidden:\n:caption: {title}\n\n{names}\n```\n"
+    return f"\n```{{toctree}}\n:hidden:\n:caption: {json.dumps(title)}\n\n{names}\n```\n"
 
 
 class Layout:

@@ -134,7 +134,9 @@ class Reference:
         told = self.told(word, owner)
         if not told or not told.meaning:
             return "" if word["kind"] == "method" else escaped(word["help"])
-        return rebased(told.meaning, told.page.partition("#")[0], page)
+        explained = told.page.partition("#")[0]
+        text = told.meaning.replace("](#", f"]({posixpath.basename(explained)}#")
+        return rebased(text, explained, page)
 
     def row(self, word, owner, page):
         row = [self.name_cell(word, owner, page)]
