@@ -75,7 +75,7 @@ class Player:
         self.program, self.game, self.folder = program, game, folder
         self.folder.mkdir(parents=True, exist_ok=True)
         self.made = hashlib.sha256()
-        for path in [program, game / "RSC" / "resource.map", *sorted((game / "RSC").glob("*.rsc"))]:
+        for path in [program, game / "RSC" / "resource.map", *sorted(game.glob("RSC/*.rsc")), *game.glob("movies/*")]:
             self.made.update(f"{path} {path.stat().st_mtime_ns}\n".encode())
 
     def play(self, page, number, example):
@@ -86,7 +86,7 @@ class Player:
         stamp = self.folder / f"{page}-{number}.key"
         if stamp.is_file() and stamp.read_text() == key.hexdigest():
             return names, None
-        with tempfile.TemporaryDirectory() as work:
+        with tempfile.TemporaryDirectory(dir=self.folder) as work:
             wrong = self.run(Path(work), example)
             for (_, shot), name in zip(example.shots(), names):
                 if not (Path(work) / shot).is_file():
@@ -100,7 +100,8 @@ class Player:
         content = work / "content"
         content.mkdir()
         (work / "home").mkdir()
-        (content / "RSC").symlink_to(self.game / "RSC")
+        for folder in ("RSC", "movies"):
+            shutil.copytree(self.game / folder, content / folder, copy_function=os.link)
         for name, script in example.files.items():
             (content / name).parent.mkdir(parents=True, exist_ok=True)
             (content / name).write_text(script, "latin-1")
