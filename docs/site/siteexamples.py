@@ -101,9 +101,10 @@ class Player:
         content.mkdir()
         (work / "home").mkdir()
         for folder in ("RSC", "movies"):
-            shutil.copytree(self.game / folder, content / folder, copy_function=os.link)
+            shutil.copytree(self.game / folder, content / folder, copy_function=os.link)  # no link leads out of a game
         for name, script in example.files.items():
             (content / name).parent.mkdir(parents=True, exist_ok=True)
+            (content / name).unlink(missing_ok=True)  # one of the sample game's stays as it is
             (content / name).write_text(script, "latin-1")
         (work / "input").write_text(example.input, "utf-8")
         until = max(time for time, _ in example.shots()) + 100

@@ -129,6 +129,7 @@ class Layout:
             page = moved(name)
             text = beyond_fences(text, lambda line: rebased(line, name, page))
             if name == FIRST:
+                text += "".join(f"\n## {title}\n\n- [{title}]({pages[0]})\n" for title, pages in made)
                 text += "".join(toctree(*section) for section in listed)
             elif name not in placed:
                 text = "---\norphan: true\n---\n" + text
@@ -151,8 +152,14 @@ def lay(app):
     layout_of(app).lay(app.site_made)
 
 
+def outdated(app, env, added, changed, removed):
+    """All pages have the side bar, so all are written anew when it may be another one."""
+    return env.found_docs if added or removed or app.config.root_doc in changed else []
+
+
 def setup(app):
     for name in ("sources", "player", "words", "game"):
         app.add_config_value("site_" + name, "", "env", [str])
+    app.connect("env-get-outdated", outdated)
     app.connect("builder-inited", lay, priority=900)  # when the others have added their pages
     return {"parallel_read_safe": True, "parallel_write_safe": True}
