@@ -158,7 +158,7 @@ def outdated(app, env, added, changed, removed):
 
 
 def setup(app):
-    for name in ("sources", "player", "words", "game"):
+    for name in ("sources", "player", "words", "packer", "game"):
         app.add_config_value("site_" + name, "", "env", [str])
     app.connect("env-get-outdated", outdated)
     app.connect("builder-inited", lay, priority=900)  # when the others have added their pages

@@ -1,4 +1,4 @@
-"""The reference: a page for every class, one for the commands, and an index of all words.
+"""The reference: a page for every class, one for the commands, an index of all words, and the options of programs.
 
 Names, arguments, access and who inherits what are the program's own (zorbet-mps words --json). What a word means is
 told by its row in the table of the page that explains it, between marks "<!-- words: RText methods -->"; of words
@@ -211,29 +211,34 @@ class Reference:
         return (
             f"# {TITLE}\n\nAll that scripts can use, printed from the tables of the program itself: the classes here, "
             "[the commands](commands.md), [all words](words.md) in the order of the alphabet, and "
-            "[what all objects have](objects.md).\n\n" + table(["Class", "Made of", "Explained on"], rows)
+            "[what all objects have](objects.md); and the options of the programs [zorbet](zorbet.md), "
+            "[zorbet-mps](zorbet-mps.md) and [zorbet-rsc](zorbet-rsc.md).\n\n" + table(["Class", "Made of", "Explained on"], rows)
         )
 
     def pages(self):
-        yield "index", self.index_page()
         yield "commands", self.commands_page()
         yield "words", self.words_page()
         for name in sorted(self.classes, key=str.lower):
             yield self.file(name).split("/")[1].removesuffix(".md"), self.class_page(name)
 
 
+def program_pages(app):
+    """The options of the programs, told by themselves."""
+    for program in (app.config.site_player, app.config.site_words, app.config.site_packer):
+        told = subprocess.run([program, "--describe-as", "markdown"], check=True, capture_output=True)
+        yield posixpath.basename(program), told.stdout.decode("utf-8")
+
+
 def add(app):
     layout = layout_of(app)
     reference = Reference(words_of(app), Explained(layout.texts))
-    names = []
-    for name, text in reference.pages():
-        names.append(f"{FOLDER}/{name}.md")
-        if name == "index":
-            continue
-        layout.add(names[-1], text)
-    inside = "\n".join(posixpath.basename(name).removesuffix(".md") for name in names[1:])
-    layout.add(names[0], reference.index_page() + f"\n```{{toctree}}\n:hidden:\n\n{inside}\n```\n")
-    app.site_made.append((TITLE, names[:1]))
+    pages = [*reference.pages(), *program_pages(app)]
+    for name, text in pages:
+        layout.add(f"{FOLDER}/{name}.md", text)
+    inside = "\n".join(name for name, _ in pages)
+    index = f"{FOLDER}/index.md"
+    layout.add(index, reference.index_page() + f"\n```{{toctree}}\n:hidden:\n\n{inside}\n```\n")
+    app.site_made.append((TITLE, [index]))
 
 
 def setup(app):
