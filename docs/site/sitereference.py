@@ -53,6 +53,8 @@ class Explained:
         self.commands = {}
         for name, text in texts.items():
             self.read(name, text)
+        for name in texts:  # classes without words of their own
+            self.pages.setdefault(posixpath.basename(name).removesuffix(".md"), name)
 
     def read(self, name, text):
         heading, owners, kind, fenced = "", [], "", False
