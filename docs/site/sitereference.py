@@ -15,6 +15,7 @@ from sitepages import layout_of, rebased
 FOLDER = "reference"
 TITLE = "Reference"
 MARK = re.compile(r"<!-- words: (.+) (\w+) -->")
+COMMAND = re.compile(r"^### (`.+`)\n\n((?:.+\n)+)", re.M)
 SLUG = re.compile(r"[^\w\- ]")
 ALL_OBJECTS = "all objects"  # what the class without a name is called
 
@@ -58,6 +59,7 @@ class Explained:
 
     def read(self, name, text):
         heading, owners, kind, fenced = "", [], "", False
+        self.note_commands(name, text)
         for line in text.split("\n"):
             fenced ^= line.startswith("```")
             mark = MARK.fullmatch(line)
@@ -65,7 +67,6 @@ class Explained:
                 continue
             if line.startswith("#"):
                 heading = line.lstrip("#").strip()
-                self.note_command(name, heading)
             elif mark:
                 owners, kind = mark[1].split(), mark[2]
                 for owner in owners:
@@ -80,10 +81,13 @@ class Explained:
         for owner in owners:
             self.rows[owner, row[0].strip("`")] = Told(page, value, row[-1])
 
-    def note_command(self, name, heading):
-        """A heading "`Scene PICTURE [PALETTE]`" of the page of commands."""
-        if name.endswith("/commands.md") and heading.startswith("`"):
-            self.commands[re.split(r"[ `]", heading)[1]] = f"{name}#{slug(heading)}"
+    def note_commands(self, name, text):
+        """Headings "### `Scene PICTURE [PALETTE]`" of the page of commands, with the first sentence below."""
+        if name.endswith("/commands.md"):
+            for heading, below in COMMAND.findall(text):
+                sentence = re.split(r"(?<=[.:]) ", " ".join(below.split()))[0]
+                word = re.split(r"[ `]", heading)[1]
+                self.commands[word] = Told(f"{name}#{slug(heading)}", "", sentence.rstrip(".:"))
 
 
 def table(head, rows):
@@ -136,6 +140,10 @@ class Reference:
         told = self.told(word, owner)
         if not told or not told.meaning:
             return "" if word["kind"] == "method" else escaped(word["help"])
+        return self.linked(told, page)
+
+    def linked(self, told, page):
+        """What a page says, with its links as they must read here."""
         explained = told.page.partition("#")[0]
         text = told.meaning.replace("](#", f"]({posixpath.basename(explained)}#")
         return rebased(text, explained, page)
@@ -184,10 +192,11 @@ class Reference:
         page = f"{FOLDER}/commands.md"
         rows = []
         for command in sorted(self.commands, key=lambda each: each["name"].lower()):
-            place = self.explained.commands.get(command["name"])
-            name = f"[`{command['name']}`]({place})" if place else f"`{command['name']}`"
-            rows.append([rebased(name, "page", page), escaped(command["arguments"].upper())])
-        return "# Commands in the order of the alphabet\n\n" + table(["Name", "Arguments"], rows)
+            told = self.explained.commands.get(command["name"])
+            name = rebased(f"[`{command['name']}`]({told.page})", "page", page) if told else f"`{command['name']}`"
+            effect = self.linked(told, page) if told else ""
+            rows.append([name, escaped(command["arguments"].upper()), effect])
+        return "# Commands in the order of the alphabet\n\n" + table(["Name", "Arguments", "Effect"], rows)
 
     def words_page(self):
         """Every property, method and event once, with the classes that bring it in."""
