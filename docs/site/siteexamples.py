@@ -68,6 +68,14 @@ def examples(text):
     return found
 
 
+def link_or_copy(source, target):
+    """Puts a file into a game: no symbolic link, since the fence lets none lead out of it."""
+    try:
+        os.link(source, target)
+    except OSError:  # another file system
+        shutil.copy(source, target)
+
+
 class Player:
     """Plays examples with the files of the sample game."""
 
@@ -101,7 +109,7 @@ class Player:
         content.mkdir()
         (work / "home").mkdir()
         for folder in ("RSC", "movies"):
-            shutil.copytree(self.game / folder, content / folder, copy_function=os.link)  # no link leads out of a game
+            shutil.copytree(self.game / folder, content / folder, copy_function=link_or_copy)
         for name, script in example.files.items():
             (content / name).parent.mkdir(parents=True, exist_ok=True)
             (content / name).unlink(missing_ok=True)  # one of the sample game's stays as it is
