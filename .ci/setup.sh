@@ -12,6 +12,7 @@ test_packages=(
   libgtest-dev libgmock-dev
   icoutils procps xvfb xauth
   libavformat-dev libavcodec-dev libavutil-dev # judge of the movies' decoder
+  python3-sphinx python3-myst-parser furo # the site, whose build judges the links of the pages
 )
 
 # install_missing PACKAGE...: those that are missing.
