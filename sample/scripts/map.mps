@@ -396,7 +396,7 @@ procedure crash
     else if fate=3
         call glide cellX cellY 8 goRound
     else
-        call glide cellX-(stepRight.direction*8) cellY-(stepDown.direction*8) 8 goAstray
+        call glide (cellX+shipX)\2 (cellY+shipY)\2 6 goAstray
 ]
 
 procedure arrive
@@ -471,14 +471,21 @@ procedure drawLot many
     lot=chance*many\53125
 ]
 
-; A peril stays only where the treasure can still be reached. Half of them are rocks.
+; A peril stays only where the treasure can still be reached. Sand likes to lie beside sand: islands grow.
 procedure tryPeril
 [
+    coast=0
+    for heading 0 3
+    [
+        call look spot heading
+        if beside
+            coast=ground.beside=2+coast
+    ]
     call drawLot 6
-    if lot<3
-        ground.spot=1
-    else if lot<5
+    if coast*(lot>1)+(lot>3)
         ground.spot=2
+    else if lot<3
+        ground.spot=1
     else
         ground.spot=3
     call search
