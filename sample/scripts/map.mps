@@ -127,6 +127,8 @@ procedure moor
 [
     adrift=0
     play beat stop
+    beats=0
+    beaten=0
     column=homeColumn
     row=homeRow
     call findCell
@@ -426,6 +428,8 @@ procedure lament
     message=news.fate
     if (fate=short)*passed
         message="Passámos pelo tesouro! A rota tem de acabar lá."
+    else if (fate=short)*(planned=longest)
+        message="Ainda não chegámos ao tesouro. Procura um caminho mais curto."
     if fate#short
         call pointAt sailed 2
     else if passed
@@ -479,7 +483,7 @@ procedure tryPeril
     [
         call look spot heading
         if beside
-            coast=ground.beside=2+coast
+            coast=(ground.beside=2)+coast
     ]
     call drawLot 6
     if coast*(lot>1)+(lot>3)
@@ -643,6 +647,7 @@ procedure layChart
     gold=RAnimation 2343 (goldCell-1)%columns*52-1 (goldCell-1)\columns*52+66 30
     set gold movable 0
     set gold touchy 0
+    set gold soundSync 0
     call search
     misses=0
     planned=0
