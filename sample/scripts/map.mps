@@ -662,7 +662,7 @@ procedure nextChart
     if level>(charts+1)
     [
         if level%2
-            call tell "Uma carta nova! Ninguém navegou aqui antes de nós."
+            call tell "Uma carta nova! Aqui ainda ninguém navegou."
         else
             call tell "Mais uma carta! O vento é bom: vamos a isto!"
     ]
