@@ -46,7 +46,7 @@ END
 cat >heard <<END
 opening +signin parrot click desk-bell +harbour tilli-1 tilli-3 waves tilli-4 horn
 tilli-4|tilli-5|tilli-6 hover knock +lighthouse purr|meow crackle crackle purr|meow hover knock +map
-click bosun rock click bosun fanfare knock +lighthouse hover knock +workshop hover click pickup snap
+click bosun rock click bosun fanfare coins knock +lighthouse hover knock +workshop hover click pickup snap
 pickup snap pickup snap almost pickup gohome pickup snap pickup snap solved pickup snap pickup snap
 pickup levelup knock click pickup snap pickup snap pickup almost pickup gohome pickup snap pickup
 solved knock click pickup snap pickup snap pickup thud gohome pickup solved knock click pickup snap
