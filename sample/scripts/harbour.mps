@@ -130,8 +130,7 @@ procedure chat
         play chatting start
 ]
 
-; What the player has just done is answered at once.
-procedure remark n
+procedure hush
 [
     play welcoming halt
     play chatting halt
@@ -139,6 +138,12 @@ procedure remark n
         play talk.i halt
     set balloon visible 0
     set saying visible 0
+]
+
+; What the player has just done is answered at once.
+procedure remark n
+[
+    call hush
     play talk.n start
 ]
 

@@ -26,6 +26,7 @@ procedure openLog
     PlaySound 253
     call stowBag
     call rollUp
+    call hush
     logOpen=1
     log=RLapTrap CHUB -1 100
     set log locationSelected choose
@@ -38,7 +39,7 @@ procedure openLog
     call note "Música" 14 104 374
     call jot "Níveis" 20 338 56
     for i 1 4
-        call note i 14 392+34*i 64
+        call note i 14 392+34*i 60
     for i 1 games
         call jot game.i 14 338 61+40*i
     call jot "A Tilli escolhe o nível." 14 378 383
