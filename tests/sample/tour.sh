@@ -53,7 +53,7 @@ solved knock click pickup snap pickup snap pickup thud gohome pickup solved knoc
 pickup snap pickup almost pickup slide solved knock click pickup snap pickup snap pickup gohome
 pickup solved knock click almost click solved almost click knock click pickup windlass snap pickup
 snap pickup snap pickup solved knock knock +lighthouse hover knock +harbour hover page tilli-2 page
-hover click horn snap tilli-5 snap tilli-6 click
+hover click horn snap tilli-5 snap tilli-6 tilli-5 click
 END
 ines=$'In\xeas 2 '
 for home in home elsewhere; do
