@@ -13,6 +13,7 @@ rm -rf "$work"
 mkdir -p "$work/content"
 cd "$work"
 cp -r "$sample/RSC" "$sample/scripts" "$sample/movies" content
+sed -i 's/^    quit/    relay "signin.mps"/' content/scripts/*.mps # who leaves comes back
 scenes=$(cd content/scripts && grep -l '^StartTransition' ./*.mps | sed 's,^./,,; s,\.mps$,,')
 
 # The input file of a visit. Half of the time the pointer stays near where it was.
