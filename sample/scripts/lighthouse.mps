@@ -221,7 +221,7 @@ procedure write words middle top
 
 lines=0
 get world playerName visitor
-call write visitor 403 84
+call write visitor 406 83
 call write "Mapa da baía" 402 196
 call write "A oficina" 552 306
 
