@@ -102,7 +102,22 @@ procedure tryIt
 procedure stir
     set RECEIVER sequence 2
 
-; ---- what the telescope shows. It lies over all else, and so does the area that takes the click.
+; ---- the telescope. It goes on turning when the pointer leaves it. What it shows lies over all else, and so
+; does the area that takes the click.
+
+procedure pointAt
+[
+    get telescope sequence shown
+    if shown#3
+        call light
+]
+
+procedure leaveAlone
+[
+    get telescope sequence shown
+    if shown#3
+        call dim
+]
 
 procedure lookOut
 [
@@ -191,8 +206,8 @@ set stairs mouseDown climb
 set stairs flyOn showStairs
 set stairs flyOff dimStairs
 set telescope mouseDown tryIt
-set telescope flyOn light
-set telescope flyOff dim
+set telescope flyOn pointAt
+set telescope flyOff leaveAlone
 set chest mouseDown tryIt
 set chest flyOn light
 set chest flyOff dim
