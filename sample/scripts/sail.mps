@@ -5,11 +5,13 @@ StartTransition
 Scene 109 105
 
 activity="PWS1"
-hint="Os remendos têm de tapar os rasgões, nem mais nem menos!"
 task.1="A vela está rasgada! Põe remendos em todos os rasgões."
 task.2="Mais rasgões! Que remendos, juntos, os tapam todos?"
 task.3="Escolhe bem os remendos: nem a mais, nem a menos!"
 task.4="A vela toda está rasgada! Que remendos lhe servem?"
+task.5="Outra vela rasgada! Que remendos lhe servem?"
+renewed=0
+summed="correctSegments"
 
 ; How long a segment of the sail is, and where the first one begins.
 segment=36
@@ -47,6 +49,17 @@ procedure five entry many a b c d e
     call patch entry e
 ]
 
+; For who has mastered it: another number of tears each time, which patches of all four sizes can always cover.
+tears=0
+
+procedure compose
+[
+    RandomNumber 5 10 tears
+    tears=RESULT
+    RandomNumber 1 2
+    call five 1 tears 1 2 3 4 RESULT
+]
+
 procedure build
 [
     holders=1
@@ -54,10 +67,10 @@ procedure build
     set holder.1 movable 0
     set holder.1 infoAOID 2429
     set holder.1 infoVerticalOffset 4
-    set holder.1 answerPlaced measure
+    set holder.1 answerPlaced sew
     answers=2+level
     if level=4
-        answers=4
+        answers=4+mastered
     for i 1 answers
     [
         answer.i=RGraphicTextAnswer -1 12 380 10
@@ -83,6 +96,8 @@ procedure build
         call five 2 9 2 3 4 1 1
         call five 3 7 3 1 2 3 2
     ]
+    else if mastered
+        call compose
     else
     [
         call four 1 10 4 3 2 3
@@ -123,16 +138,44 @@ procedure measure
 [
     get holder.1 frame covered
     get holder.1 correctSegments wanted
-    if covered-1>wanted
+    much=covered-1>wanted
+    if much
     [
-        tooMuch=1
+        tries=(tooMuch=0)+tries
         call tell "Assim tapas pano que está bom. Tira um remendo!"
     ]
+    else if tries>1
+        call tell "Já tapaste "+(covered-1)+". Quanto falta para "+wanted+"?"
     else if tooMuch
-    [
-        tooMuch=0
-        call tell task.level
-    ]
+        call tellTask
+    tooMuch=much
+]
+
+; Who was wrong twice is helped with each patch.
+procedure sew
+[
+    held=0
+    call measure
+    if tries>1
+        call assist
+]
+
+procedure judge
+[
+    call judgeHolders
+    get holder.1 frame covered
+    get holder.1 correctSegments wanted
+    if covered-1>wanted
+        hint="Há remendos a mais. Tira um!"
+    else
+        hint="Ainda faltam rasgões: "+(wanted-covered+1)+"."
+]
+
+procedure assist
+[
+    call lookAway
+    call complete 0
+    call showPart
 ]
 
 include puzzle.mps
