@@ -48,6 +48,7 @@ procedure answer agreed
     [
         if wanted="again"
         [
+            tries=tries+1
             play world incorrectGuess activity
             play world autoLevel activity
             call layOut
@@ -104,5 +105,13 @@ procedure typed
 procedure goOn
     call layOut
 
+; Who has failed twice is helped: layOut sees to that, and `tellHelp` says so.
+procedure tellHelp
+    if tries>1
+        call tell "Ajudei um bocadinho. Agora és tu!"
+    else
+        call tellTask
+
 asking=0
 begun=0
+tries=0
