@@ -155,7 +155,7 @@ procedure unload
         high=high+longest
     ]
     foot=257
-    gapY=(220-high*cell)\lines
+    gapY=(220-high*cell)\(lines+1)
     for line 1 lines
     [
         call measure line
