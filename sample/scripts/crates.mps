@@ -247,7 +247,7 @@ procedure cheer
     if RESULT
         call rejoice " Ganhaste um peixe. Está na mala, no porto."
     else
-        call rejoice ""
+        call rejoiceOnly
 ]
 
 which=0

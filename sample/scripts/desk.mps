@@ -123,10 +123,7 @@ procedure rejoice more
     [
         PlaySound 246
         RandomNumber 1 3
-        if (level=4)*(more="")
-            call tell praise.RESULT+" Mais uma estrela!"
-        else
-            call tell praise.RESULT+more
+        call tell praise.RESULT+more
     ]
     if level=4
         call showLevel
@@ -135,6 +132,13 @@ procedure rejoice more
     set sparkles sequence 1
     play interval start
 ]
+
+; Nothing was won but the praise, or a star.
+procedure rejoiceOnly
+    if level=4
+        call rejoice " Mais uma estrela!"
+    else
+        call rejoice ""
 
 ; ---- it was not: `easier` tells whether the next one is of an easier level
 

@@ -113,7 +113,7 @@ procedure cheer
     if RESULT
         call rejoice " Ganhaste uma concha. Está na mala, no porto."
     else
-        call rejoice ""
+        call rejoiceOnly
 ]
 
 procedure consider

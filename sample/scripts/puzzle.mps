@@ -311,7 +311,7 @@ procedure cheer
         busy=1
         call calm
         play puzzle anchorAnswers
-        call rejoice ""
+        call rejoiceOnly
     ]
 ]
 

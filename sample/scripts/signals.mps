@@ -68,8 +68,11 @@ procedure portuguese
     ]
     else
     [
+        ; texts skip
         call offer "BALEIA" whale "M"
+        ; texts skip
         call offer "PINCEL" brush "A"
+        ; texts skip
         call offer "CONCHA" shell "T"
     ]
     if mastered
@@ -108,8 +111,11 @@ procedure english
     ]
     else
     [
+        ; texts skip
         call offer "ANCHOR" anchor "T"
+        ; texts skip
         call offer "TURTLE" turtle "S"
+        ; texts skip
         call offer "HAMMER" hammer "I"
     ]
     if mastered
