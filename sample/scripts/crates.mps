@@ -120,13 +120,14 @@ procedure outline
 
 ; ---- the pieces
 
-; At the first level all but one lie as they fit.
+; At the first level all lie as they fit but the first one, which the windlass has to turn once. Mirrored views turn
+; the other way round.
 procedure bring k
 [
     piece=piece.k
     view=turned|piece|1
     if kind=1
-        view=(fits.k\4)*4+((fits.k+(k=1))%4)
+        view=(fits.k\4)*4+((fits.k+(k=1)*(3-2*(fits.k>3)))%4)
     set board pieceGraphicID piece crateArt+piece
     set board pieceView piece view
     breadth.k=breadths|piece|1

@@ -110,7 +110,7 @@ procedure build
 
 procedure dress
 [
-    set holder.1 answerRemoved measure
+    set holder.1 answerRemoved closeUp
     tooMuch=0
     all=0
     for i 1 answers
@@ -150,6 +150,43 @@ procedure measure
         call tellTask
     tooMuch=much
 ]
+
+; What is left on the sail moves up to the left when a patch is taken off, so that no tear stays open between
+; patches: each is taken off and sewn on again, silently, while the sail is deaf.
+procedure closeUp
+[
+    for i 1 answers
+    [
+        sewnAt.i=-1
+        get answer.i isUsed used
+        if used*(held#i)
+        [
+            get answer.i "x" left
+            sewnAt.i=(left+9-sailLeft)\segment
+        ]
+    ]
+    call silence -1 -1
+    set holder.1 answerRemoved
+    set holder.1 answerPlaced
+    for k 0 9
+        for i 1 answers
+            if sewnAt.i=k
+            [
+                play puzzle removeAnswerFromContainer "answer."+i "holder.1"
+                play puzzle addAnswerToContainer "answer."+i "holder.1"
+            ]
+    set holder.1 answerRemoved closeUp
+    set holder.1 answerPlaced sew
+    call silence 242 243
+    call measure
+]
+
+procedure silence snap goHome
+    for i 1 answers
+    [
+        set answer.i snapSound snap
+        set answer.i goHomeSound goHome
+    ]
 
 ; Who was wrong twice is helped with each patch.
 procedure sew
