@@ -34,8 +34,8 @@ letters="ABCDEFGHIJKLMNO"
 
 include game.mps
 
-procedure letterAt k
-    RESULT=(way|k|1)@letters
+procedure letterAt spot
+    RESULT=(way|spot|1)@letters
 
 ; The first jumps of the way are done, three more with each failure. Which holes are empty then is followed here,
 ; since a game can be filled and emptied only; arrows show the next jump.
