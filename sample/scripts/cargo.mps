@@ -130,27 +130,30 @@ procedure weigh
         heavy=(aboard.2>goal)+heavy
     ]
     call showBurden
+    tries=heavy*(tooHeavy=0)+tries
+    get puzzle isSolved done
+    takeOut=0
+    helping=(tries>1)*(done=0)
+    if helping
+        call show
     if heavy
-    [
-        tries=(tooHeavy=0)+tries
         call tell "Upa, é peso a mais! Tira uma caixa."
-    ]
-    else if tries>1
+    else if takeOut
+        call tell "Tira a caixa da seta!"
+    else if helping
         call count
     else if tooHeavy
         call tellTask
     tooHeavy=heavy
 ]
 
-; Who was wrong twice is helped with each crate.
 procedure stow
 [
     held=0
     call weigh
-    if tries>1
-        call show
 ]
 
+; Who was wrong twice is helped with each crate.
 procedure show
 [
     call lookAway

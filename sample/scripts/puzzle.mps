@@ -64,14 +64,15 @@ procedure centre middle
     ]
 ]
 
-; ---- what is wrong: where answers lie, in inside.1 to inside.answers, which is 0 for those in no container
+; ---- what is wrong: where answers lie, in inside.1 to inside.answers, which is 0 for those in no container, and for
+; the one that is held
 
 procedure locate
     for i 1 answers
     [
         inside.i=0
         get answer.i isUsed used
-        if used
+        if used*(held#i)
         [
             for h 1 holders
             [
@@ -228,16 +229,20 @@ procedure weighChoice many
     ]
 ]
 
-; An arrow shows what is to be taken out, or else what is to be put in next.
+; An arrow shows what is to be taken out, and `takeOut` is 1, or else what is to be put in next.
 procedure showPart
 [
     shown=0
+    takeOut=0
     for i answers 1 -1
         if fits.i*(inside.i#adding)*(held#i)
             shown=i
     for i 1 answers
         if (inside.i=adding)*(fits.i=0)
+        [
             shown=i
+            takeOut=1
+        ]
     if shown
         call pointAtAnswer shown
 ]

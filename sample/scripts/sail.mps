@@ -139,12 +139,16 @@ procedure measure
     get holder.1 frame covered
     get holder.1 correctSegments wanted
     much=covered-1>wanted
+    tries=much*(tooMuch=0)+tries
+    takeOut=0
+    helping=(tries>1)*(covered-1#wanted)
+    if helping
+        call assist
     if much
-    [
-        tries=(tooMuch=0)+tries
         call tell "Assim tapas pano que está bom. Tira um remendo!"
-    ]
-    else if tries>1
+    else if takeOut
+        call tell "Tira o remendo da seta!"
+    else if helping
         call tell "Já tapaste "+(covered-1)+". Quanto falta para "+wanted+"?"
     else if tooMuch
         call tellTask
@@ -188,13 +192,10 @@ procedure silence snap goHome
         set answer.i goHomeSound goHome
     ]
 
-; Who was wrong twice is helped with each patch.
 procedure sew
 [
     held=0
     call measure
-    if tries>1
-        call assist
 ]
 
 procedure judge
@@ -208,6 +209,7 @@ procedure judge
         hint="Ainda faltam rasgões: "+(wanted-covered+1)+"."
 ]
 
+; Who was wrong twice is helped with each patch.
 procedure assist
 [
     call lookAway
