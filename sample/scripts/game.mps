@@ -16,6 +16,7 @@ procedure agree
 [
     if wanted="again"
     [
+        tries=tries+1
         play world incorrectGuess activity
         play world autoLevel activity
         call layOut
@@ -60,4 +61,12 @@ procedure typed
 procedure goOn
     call layOut
 
+; Who has failed twice is helped: layOut sees to that, and `tellHelp` says so.
+procedure tellHelp
+    if tries>1
+        call tell "Ajudei um bocadinho. Agora és tu!"
+    else
+        call tellTask
+
 begun=0
+tries=0
