@@ -79,6 +79,7 @@ std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgra
                                            .game = start.game,
                                            .author = start.line.author,
                                            .playsByKeys = start.line.playsByKeys,
+                                           .comfort = start.line.comfort,
                                            .workshop = workshopOptions(start),
                                            .profile = start.line.profile,
                                            .visit = visit,

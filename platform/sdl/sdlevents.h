@@ -7,6 +7,7 @@
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdltextwindow.h"
 
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -41,6 +42,10 @@ class SdlEvents final : public Events {
 
     /// Shift+F3 is no key of the program from now on, but calls this; with Ctrl with true.
     void setReloadKey(std::function<void(bool)> reload) { reload_ = std::move(reload); }
+
+    /// Two presses within this time are a double click, and they may lie the farther apart the
+    /// longer it is; none: as the system has it.
+    static void setDoubleClick(std::optional<std::uint32_t> ms);
 
     /// Whether the person plays with keys alone, which the program is told; off at first.
     void setPlaysByKeys(bool on);

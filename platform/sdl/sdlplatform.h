@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/host/files/hostfiles.h"
+#include "platform/host/game/comfort.h"
 #include "platform/host/game/gameinfo.h"
 #include "platform/host/game/workshop.h"
 #include "platform/host/machine/hostmodules.h"
@@ -23,6 +24,7 @@ struct SdlOptions {
     GameInfo game{}; ///< gives the window its title and icon, and the desktop the program's name
     bool author = false;      ///< the window's title tells what the program says too
     bool playsByKeys = false; ///< also when the player has not chosen it before
+    Comfort comfort{};        ///< goes before what the player has chosen
     std::optional<WorkshopOptions> workshop{}; ///< what the author saves is loaded again
     std::string profile{};        ///< file for where the time of scripts goes; or empty
     VisitWriter* visit = nullptr; ///< gets what happens; null: it is not recorded

@@ -9,7 +9,9 @@
 #include "platform/commandline/commandline.h"
 #include "platform/host/faces/outlinefaces.h"
 #include "platform/host/files/secondwall.h"
+#include "platform/host/game/comfort.h"
 #include "platform/host/game/gameinfo.h"
+#include "platform/host/screen/pointers.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -333,6 +335,16 @@ void addOptions(commandline::Command& command, CommandLine& line) {
     command.add("--keys", &line.playsByKeys,
                 "Play with keys alone: Tab and the arrows move a mark over all\n"
                 "that can be clicked, Enter clicks it (Shift+F5 in the window)");
+    command
+        .add("--pointer", &line.comfort.pointer,
+             "Pointer of the mouse so many times as large, 1 to 3", "N")
+        .within(1, platform::kMostPointerScale);
+    command
+        .add("--double-click", &line.comfort.doubleClickMs,
+             "Two presses within so many milliseconds, 200 to 2000, are a\n"
+             "double click (default: the system's)",
+             "MS")
+        .within(platform::kLeastDoubleClickMs, platform::kMostDoubleClickMs);
     command.add("--record", &line.record,
                 "File that gets what happens in the window, to be played again\n"
                 "by --input; Shift+F4 takes a picture",

@@ -4,6 +4,7 @@
 #include "platform/display.h"
 #include "platform/headless/breakingfiles.h"
 #include "platform/headless/claimedmachine.h"
+#include "platform/host/game/comfort.h"
 #include "platform/host/visit/timeline.h"
 
 #include <cstdint>
@@ -22,6 +23,7 @@ struct CommandLine {
     bool author = false;               ///< shows what concerns the one who makes the game
     std::optional<bool> reloadsAtOnce; ///< what the author saves; not given: when asked to
     bool playsByKeys = false;          ///< without a mouse
+    platform::Comfort comfort;         ///< of the window
     bool headless = false;
     std::string
         language;      ///< a tag of the game's; empty: by the system, or without a window the first
