@@ -44,8 +44,7 @@ CursorImage imageOf(std::span<const std::string_view> rows, Point hotSpot) {
     return image;
 }
 
-/// A pixel with the eight around it, row by row; those outside of the picture count as the nearest
-/// one inside.
+/// A pixel with the eight around it, row by row; the picture is seen through outside of it.
 using Neighbours = std::array<std::uint32_t, 9>;
 
 Neighbours neighboursOf(const CursorImage& image, int x, int y) {
@@ -53,8 +52,10 @@ Neighbours neighboursOf(const CursorImage& image, int x, int y) {
     std::size_t next = 0;
     for (int row = y - 1; row <= y + 1; ++row)
         for (int column = x - 1; column <= x + 1; ++column) {
-            const Point at = nearestInside({column, row}, {0, 0, image.width, image.height});
-            around[next++] = image.pixels[static_cast<std::size_t>(at.y * image.width + at.x)];
+            const bool isInside =
+                column >= 0 && column < image.width && row >= 0 && row < image.height;
+            const auto index = static_cast<std::size_t>(isInside ? row * image.width + column : 0);
+            around[next++] = isInside ? image.pixels[index] : 0;
         }
     return around;
 }
