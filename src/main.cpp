@@ -86,6 +86,7 @@ std::unique_ptr<platform::Platform> makeWindow(const Start& start, const std::st
                                            .playsByKeys = start.line.playsByKeys,
                                            .kiosk = start.line.kiosk,
                                            .speaksTexts = start.line.speaksTexts,
+                                           .comfort = start.line.comfort,
                                            .workshop = workshopOptions(start),
                                            .profile = start.line.profile,
                                            .visit = visit,

@@ -18,23 +18,19 @@ constexpr int kStop = 1;
 /// A box covers the screen, and the pointer is seen in it.
 class ShownBox {
   public:
-    ShownBox(SdlDisplay& display, const BoxPanel& box)
-        : display_(display), cursor_(SDL_GetCursor()), wasVisible_(SDL_ShowCursor(SDL_ENABLE)) {
-        SDL_SetCursor(SDL_GetDefaultCursor());
+    ShownBox(SdlDisplay& display, const BoxPanel& box) : display_(display) {
+        display_.pointer().cover();
         display_.lay(SdlDisplay::Layer::Box, &box);
         SDL_FlashWindow(display_.window(), SDL_FLASH_UNTIL_FOCUSED);
     }
     ~ShownBox() {
         display_.lay(SdlDisplay::Layer::Box, nullptr);
-        if (cursor_) SDL_SetCursor(cursor_);
-        SDL_ShowCursor(wasVisible_);
+        display_.pointer().uncover();
     }
     ShownBox& operator=(ShownBox&&) = delete;
 
   private:
     SdlDisplay& display_;
-    SDL_Cursor* cursor_;
-    int wasVisible_;
 };
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "platform/sdl/sdlkeys.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 namespace platform {
@@ -11,6 +12,10 @@ namespace platform {
 namespace {
 
 constexpr int kPatienceMs = 200; ///< of a wait for events
+
+// What the system's double clicks are where it does not tell, in milliseconds and pixels.
+constexpr std::uint32_t kUsualDoubleClickMs = 500;
+constexpr std::uint32_t kUsualRadius = 32;
 
 bool isInput(const Message& message) {
     switch (message.kind) {
@@ -93,6 +98,13 @@ void SdlEvents::setSpeaksTexts(bool on) {
     speaksTexts_ = on;
     push({.kind = on ? Message::Kind::SpeechOn : Message::Kind::SpeechOff,
           .timeMs = SDL_GetTicks()});
+}
+
+void SdlEvents::setDoubleClick(std::optional<std::uint32_t> ms) {
+    const std::uint32_t radius = std::max(kUsualRadius, ms.value_or(kUsualDoubleClickMs) *
+                                                            kUsualRadius / kUsualDoubleClickMs);
+    SDL_SetHint(SDL_HINT_MOUSE_DOUBLE_CLICK_TIME, ms ? std::to_string(*ms).c_str() : nullptr);
+    SDL_SetHint(SDL_HINT_MOUSE_DOUBLE_CLICK_RADIUS, std::to_string(radius).c_str());
 }
 
 void SdlEvents::collect() {

@@ -8,6 +8,7 @@
 #include "platform/sdl/sdlkiosk.h"
 #include "platform/sdl/sdltextwindow.h"
 
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -49,6 +50,9 @@ class SdlEvents final : public Events {
     [[nodiscard]] bool isKiosk() const { return kiosk_ != nullptr; }
     /// The game begins again: what was meant for the one that has ended is dropped.
     void beginAgain();
+    /// Two presses within this time are a double click, and they may lie the farther apart the
+    /// longer it is; none: as the system has it.
+    static void setDoubleClick(std::optional<std::uint32_t> ms);
 
     /// Whether the person plays with keys alone, which the program is told; off at first.
     void setPlaysByKeys(bool on);

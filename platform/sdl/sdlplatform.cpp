@@ -9,6 +9,7 @@
 #include "platform/host/machine/hostmachine.h"
 #include "platform/host/movies/hostmovie.h"
 #include "platform/host/screen/png.h"
+#include "platform/host/screen/pointers.h"
 #include "platform/host/speech/hostspeech.h"
 #include "platform/host/speech/spokenboxes.h"
 #include "platform/sdl/recordedmachine.h"
@@ -24,6 +25,7 @@
 #include "platform/sdl/sdlwindow.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -31,6 +33,7 @@
 #include <iterator>
 #include <optional>
 #include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -45,6 +48,8 @@ constexpr int kMostIconSide = 1024; // pixels
 constexpr std::string_view kFullScreen = "fullscreen";
 constexpr std::string_view kPlaysByKeys = "keys";
 constexpr std::string_view kSpeaksTexts = "speech";
+constexpr std::string_view kPointer = "pointer";
+constexpr std::string_view kDoubleClick = "double-click";
 constexpr std::string_view kOn = "1";
 constexpr std::string_view kOff = "0";
 
@@ -75,7 +80,7 @@ class SdlClock final : public Clock {
 class SdlPlatform final : public Platform {
   public:
     SdlPlatform(std::unique_ptr<SdlSession> session, SdlWindow window, const SdlOptions& options)
-        : trusted_(options.host.trusted), session_(std::move(session)),
+        : trusted_(options.host.trusted), comfort_(options.comfort), session_(std::move(session)),
           display_(std::move(window), options.screen, options.game.title, options.author),
           clock_(display_), events_(display_, textWindows_), desk_(display_, events_, options),
           files_(options.host),
@@ -90,6 +95,7 @@ class SdlPlatform final : public Platform {
             display_.setFullScreen(true);
         }
         if (options.speaksTexts) speakTexts();
+        applyComfort();
         if (options.visit) {
             recorded_.emplace(*options.visit, clock_, events_, dialogs_, display_, desk_, sound_,
                               files_);
@@ -136,6 +142,7 @@ class SdlPlatform final : public Platform {
         const std::string kept = settings_.value(kFullScreen);
         if (!kept.empty() && !kiosk_) display_.setFullScreen(kept == kOn);
         display_.setFullScreenLink([this](bool on) { keep(kFullScreen, "of a full screen", on); });
+        applyComfort();
         if (settings_.value(kPlaysByKeys) == kOn) events_.setPlaysByKeys(true);
         events_.setPlaysByKeysLink(
             [this](bool on) { keep(kPlaysByKeys, "to play with keys", on); });
@@ -200,6 +207,25 @@ class SdlPlatform final : public Platform {
                      "to");
     }
 
+    /// A number among the player's settings; none when it is not there or out of the range.
+    [[nodiscard]] std::optional<std::uint32_t> number(std::string_view setting, std::uint32_t least,
+                                                      std::uint32_t most) const {
+        const std::string text = settings_.value(setting);
+        std::uint32_t value = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+        const bool isNumber = error == std::errc() && end == text.data() + text.size();
+        return isNumber && value >= least && value <= most ? std::optional(value) : std::nullopt;
+    }
+
+    void applyComfort() {
+        const auto pointer =
+            comfort_.pointer ? comfort_.pointer : number(kPointer, 1, kMostPointerScale);
+        display_.pointer().setScale(static_cast<int>(pointer.value_or(1)));
+        SdlEvents::setDoubleClick(
+            comfort_.doubleClickMs ? comfort_.doubleClickMs
+                                   : number(kDoubleClick, kLeastDoubleClickMs, kMostDoubleClickMs));
+    }
+
     /// The game's own, else the program's.
     void setIcon(const std::string& gameIcon) {
         const auto picture = gameIcon.empty() ? std::nullopt : readPng(gameIcon, kMostIconSide);
@@ -213,6 +239,7 @@ class SdlPlatform final : public Platform {
 
     bool trusted_;
     bool isClosedIn_ = false;
+    Comfort comfort_;
     std::string packer_;                  ///< which the author's desk runs; or empty
     std::unique_ptr<SdlSession> session_; ///< ends last
     SdlDisplay display_;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/host/files/hostfiles.h"
+#include "platform/host/game/comfort.h"
 #include "platform/host/game/gameinfo.h"
 #include "platform/host/game/workshop.h"
 #include "platform/host/machine/hostmodules.h"
@@ -26,6 +27,7 @@ struct SdlOptions {
     bool playsByKeys = false;          ///< also when the player has not chosen it before
     std::optional<LeavingKey> kiosk{}; ///< the full screen is left by this key only
     bool speaksTexts = false;          ///< the same
+    Comfort comfort{};                 ///< goes before what the player has chosen
     std::optional<WorkshopOptions> workshop{}; ///< what the author saves is loaded again
     std::string profile{};        ///< file for where the time of scripts goes; or empty
     VisitWriter* visit = nullptr; ///< gets what happens; null: it is not recorded

@@ -9,7 +9,9 @@
 #include "platform/commandline/commandline.h"
 #include "platform/host/faces/outlinefaces.h"
 #include "platform/host/files/secondwall.h"
+#include "platform/host/game/comfort.h"
 #include "platform/host/game/gameinfo.h"
+#include "platform/host/screen/pointers.h"
 #include "platform/host/speech/synthesizer.h"
 
 #include <algorithm>
@@ -369,6 +371,15 @@ void addOptions(commandline::Command& command, CommandLine& line) {
     command.add("--speak", &line.speaksTexts,
                 "Speak texts, and with --keys what the mark is on (Shift+F6 in\n"
                 "the window)");
+    .add("--pointer", &line.comfort.pointer, "Pointer of the mouse so many times as large, 1 to 3",
+         "N")
+        .within(1, platform::kMostPointerScale);
+    command
+        .add("--double-click", &line.comfort.doubleClickMs,
+             "Two presses within so many milliseconds, 200 to 2000, are a\n"
+             "double click (default: the system's)",
+             "MS")
+        .within(platform::kLeastDoubleClickMs, platform::kMostDoubleClickMs);
     command.add("--record", &line.record,
                 "File that gets what happens in the window, to be played again\n"
                 "by --input; Shift+F4 takes a picture",

@@ -4,6 +4,7 @@
 #include "platform/display.h"
 #include "platform/headless/breakingfiles.h"
 #include "platform/headless/claimedmachine.h"
+#include "platform/host/game/comfort.h"
 #include "platform/host/visit/leavingkey.h"
 #include "platform/host/visit/timeline.h"
 
@@ -25,6 +26,7 @@ struct CommandLine {
     bool playsByKeys = false;                  ///< without a mouse
     std::optional<platform::LeavingKey> kiosk; ///< the one that ends a game in a class room
     bool speaksTexts = false;                  ///< to who cannot read
+    platform::Comfort comfort;                 ///< of the window
     bool headless = false;
     std::string
         language;      ///< a tag of the game's; empty: by the system, or without a window the first

@@ -5,6 +5,7 @@
 
 #include "platform/headless/headlessplatform.h"
 #include "platform/host/screen/boxbuttons.h"
+#include "platform/host/screen/pointers.h"
 #include "platform/host/visit/visitrecorder.h"
 
 #include <deque>
@@ -313,6 +314,14 @@ TEST(HeadlessWaveOut, PlaysAndRecordsWhatTheTimeIsWorth) {
     }
     EXPECT_EQ(notes.str(),
               "recording " + folder.path("sound/002-2000.wav") + " cannot be written\n");
+}
+
+TEST(Pointers, AreEnlargedWithFinerSlantsAndPointWithTheSameSpot) {
+    const CursorImage large = enlarged({3, 3, {1, 2}, {1, 0, 0, 0, 1, 0, 0, 0, 1}}, 2);
+    EXPECT_EQ(large.hotSpot, (Point{3, 5}));
+    EXPECT_EQ(large.pixels,
+              (std::vector<std::uint32_t>{1, 1, 0, 0, 0, 0, 1, 1, 1, 0, 0, 0, 0, 1, 1, 1, 0, 0,
+                                          0, 0, 1, 1, 1, 0, 0, 0, 0, 1, 1, 1, 0, 0, 0, 0, 1, 1}));
 }
 
 } // namespace
