@@ -147,7 +147,8 @@ bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
 constexpr const char* kArguments =
     R"([--content DIR] [--cd DIR] [--home DIR] [--seed N] [--scene NAME]
               [--language TAG] [--trust] [--components] [--author [--reload WHEN]] [--keys]
-              [--speak] [--kiosk [KEY]] [--record FILE] [--profile FILE]
+              [--speak] [--pointer N] [--double-click MS] [--kiosk [KEY]]
+              [--record FILE] [--profile FILE]
               [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
                           [--machine LIST] [--record-sound DIR]])";
 
@@ -371,8 +372,9 @@ void addOptions(commandline::Command& command, CommandLine& line) {
     command.add("--speak", &line.speaksTexts,
                 "Speak texts, and with --keys what the mark is on (Shift+F6 in\n"
                 "the window)");
-    .add("--pointer", &line.comfort.pointer, "Pointer of the mouse so many times as large, 1 to 3",
-         "N")
+    command
+        .add("--pointer", &line.comfort.pointer,
+             "Pointer of the mouse so many times as large, 1 to 3", "N")
         .within(1, platform::kMostPointerScale);
     command
         .add("--double-click", &line.comfort.doubleClickMs,
