@@ -4,7 +4,7 @@
 product_packages=(
   build-essential cmake ninja-build pkg-config
   libsdl2-dev libpixman-1-dev libpng-dev libcli11-dev
-  libfreetype-dev libfontconfig-dev nlohmann-json3-dev libpugixml-dev
+  libfreetype-dev libfontconfig-dev libspeechd-dev nlohmann-json3-dev libpugixml-dev
   libimagequant-dev libsndfile1-dev libsamplerate0-dev libarchive-dev
   librsvg2-bin
 )
@@ -12,6 +12,7 @@ test_packages=(
   libgtest-dev libgmock-dev
   icoutils procps xvfb xauth
   libavformat-dev libavcodec-dev libavutil-dev # judge of the movies' decoder
+  python3-sphinx python3-myst-parser furo # the site, whose build judges the links of the pages
 )
 
 # install_missing PACKAGE...: those that are missing.

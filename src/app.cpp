@@ -1,6 +1,7 @@
 #include "app.h"
 
 #include "access/keyplayer.h"
+#include "access/spokentexts.h"
 #include "character/speechrecords.h"
 #include "commands/commands.h"
 #include "commands/menucommands.h"
@@ -150,6 +151,7 @@ class Stage {
     EffectsWindow window_;
     RMenuCommands menu_;
     KeyPlayer keys_;
+    SpokenTexts spoken_;
     BackgroundMusic music_;
     RScriptClasses classes_; ///< also those of components, whose commands go before their code
     RGameSounds sounds_;
@@ -166,8 +168,9 @@ Stage::Stage(OMApp::DisplayMode mode, RResources& resources, OMWaveEngine& sound
     : resources_(resources), texts_(language),
       app_(mode, OMColor(), {0, 0, EffectsWindow::kWidth, EffectsWindow::kHeight}, kScreenDepth),
       window_(windowCorner(), app_.productName(), &scenePause_), menu_(app_, window_),
-      keys_(app_, window_, &RScenePort::hearsClicks), music_(scenePause_), sounds_(resources),
-      animationSounds_(resources), commands_(window_, resources, sounds_, movies_, texts_) {
+      keys_(app_, window_, &RScenePort::hearsClicks), spoken_(app_, window_, keys_, texts_),
+      music_(scenePause_), sounds_(resources), animationSounds_(resources),
+      commands_(window_, resources, sounds_, movies_, texts_) {
     linkApplication(soundEngine);
     linkScenes();
     engine_.setTraceWindow([this](std::string_view text) { debugWindow_.showText(text); });
@@ -180,6 +183,7 @@ void Stage::linkApplication(OMWaveEngine& soundEngine) {
     app_.setBoxLink(OMLinkToObj(&movies_, &RMovies::hold));
     app_.setBackgroundLink([this, &soundEngine] {
         movies_.holdInBackground(true);
+        spoken_.setInBackground(true);
         RScenePort::tellPaused();
         soundEngine.suspend();
     });
@@ -188,6 +192,7 @@ void Stage::linkApplication(OMWaveEngine& soundEngine) {
         window_.restoreScreen();
         RScenePort::tellResumed();
         movies_.holdInBackground(false);
+        spoken_.setInBackground(false);
     });
     app_.setStopLink(&RScenePort::tellExitting);
 }
@@ -221,7 +226,7 @@ void Stage::run(std::string scene) {
         thread.fireStarted();
     }
     const RReload reload(engine_, thread,
-                         {resources_, cursors_, fonts_, sounds_, music_, window_, texts_},
+                         {resources_, cursors_, fonts_, sounds_, music_, window_, texts_, spoken_},
                          kStartScript, locateScript);
     app_.run();
     thread.unload();
@@ -291,6 +296,8 @@ void RGame::run(const RGameStart& start) {
 int RGameMain(const RGameStart& start) {
     OMDebug::require(OMPlatform().display().mode().depth >= kMinimumDepth, "OMSysNumColors() < 8",
                      "Video must be 256 colors or more!");
-    RGame().run(start);
+    do {
+        RGame().run(start);
+    } while (OMPlatform().beginsAgain());
     return kExitOk;
 }

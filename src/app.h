@@ -12,5 +12,6 @@ struct RGameStart {
     std::string language;              ///< of the game's texts; empty: that of the scripts
 };
 
-/// Runs the game on the installed platform; its exit code.
+/// Runs the game on the installed platform, again and again where the platform wants it; the exit
+/// code.
 int RGameMain(const RGameStart& start);

@@ -43,7 +43,8 @@ struct Start {
     platform::GameInfo game;
 };
 
-std::unique_ptr<platform::Platform> makeHeadless(const Start& start, const RProgramTexts& texts) {
+std::unique_ptr<platform::Platform> makeHeadless(const Start& start, const std::string& language,
+                                                 const RProgramTexts& texts) {
     const CommandLine& line = start.line;
     platform::HeadlessOptions options;
     options.host = start.host;
@@ -54,6 +55,9 @@ std::unique_ptr<platform::Platform> makeHeadless(const Start& start, const RProg
     options.turns = line.turns;
     options.stepMs = line.stepMs;
     options.playsByKeys = line.playsByKeys;
+    options.speaksTexts = line.speaksTexts;
+    options.buttons = texts.buttons();
+    options.language = language;
     options.screen = line.screen;
     options.recordSound = line.recordSound;
     options.profile = line.profile;
@@ -72,20 +76,25 @@ std::optional<platform::WorkshopOptions> workshopOptions(const Start& start) {
                                      .atOnce = start.line.reloadsAtOnce.value_or(false)};
 }
 
-std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgramTexts& texts,
+std::unique_ptr<platform::Platform> makeWindow(const Start& start, const std::string& language,
+                                               const RProgramTexts& texts,
                                                platform::VisitWriter* visit) {
 #if ZORBET_HAVE_SDL
     auto made = platform::makeSdlPlatform({.host = start.host,
                                            .game = start.game,
                                            .author = start.line.author,
                                            .playsByKeys = start.line.playsByKeys,
+                                           .kiosk = start.line.kiosk,
+                                           .speaksTexts = start.line.speaksTexts,
+                                           .comfort = start.line.comfort,
                                            .workshop = workshopOptions(start),
                                            .profile = start.line.profile,
                                            .visit = visit,
                                            .screen = start.line.screen,
                                            .resources = texts.resources(),
                                            .versionStrings = RVersionStrings(),
-                                           .buttons = texts.buttons()});
+                                           .buttons = texts.buttons(),
+                                           .language = language});
     if (auto* ready = std::get_if<std::unique_ptr<platform::Platform>>(&made))
         return std::move(*ready);
     std::fprintf(stderr,
@@ -94,6 +103,7 @@ std::unique_ptr<platform::Platform> makeWindow(const Start& start, const RProgra
                  std::get<std::string>(made).c_str());
 #else
     static_cast<void>(start);
+    static_cast<void>(language);
     static_cast<void>(texts);
     static_cast<void>(visit);
     std::fputs("zorbet: it was built without SDL2 and has no window. Use --headless, or install "
@@ -187,8 +197,9 @@ int playOnMachine(const Start& start) {
     std::optional<platform::VisitWriter> visit; // that is recorded
     if (!line.record.empty()) visit.emplace(line.record);
     platform::catchTermination();
-    const auto machine = line.headless ? makeHeadless(start, texts)
-                                       : makeWindow(start, texts, visit ? &*visit : nullptr);
+    const auto machine = line.headless
+                             ? makeHeadless(start, language, texts)
+                             : makeWindow(start, language, texts, visit ? &*visit : nullptr);
     if (!machine) return kNoWindow;
     if (visit && !visit->open()) {
         complain({line.record + " cannot be made: " + std::strerror(errno) +

@@ -1,5 +1,6 @@
 #include "reload.h"
 
+#include "access/spokentexts.h"
 #include "aoimage.h"
 #include "character/speechrecords.h"
 #include "omcursor.h"
@@ -80,6 +81,7 @@ void RReload::sceneHasGone() {
     parts_.music.forgetPauses();
     parts_.window.showCursor(kOMCursorArrow);
     parts_.texts.readAgain();
+    parts_.spoken.readAgain();
     loaded_ = wanted_.keepsVariables ? ", with its variables kept," : "";
     if (!std::exchange(wanted_.resources, false)) return;
     loaded_ = ", with pictures and sounds," + loaded_;

@@ -21,6 +21,7 @@ class FontFactory;
 class RCursors;
 class RGameSounds;
 class RGameTexts;
+class SpokenTexts;
 class RResources;
 class YEngine;
 class YThread;
@@ -36,6 +37,7 @@ class RReload {
         BackgroundMusic& music;
         EffectsWindow& window;
         RGameTexts& texts;
+        SpokenTexts& spoken;
     };
 
     /// `thread` runs the scene; its unloaded and started links are this object's. All must outlive

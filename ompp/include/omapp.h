@@ -116,6 +116,8 @@ class OMApp {
     void setAccelerators(std::vector<OMAccelerator> table, OMLinkTo<bool()> isTyping);
     void setBackgroundLink(OMLink link) { backgroundLink_ = std::move(link); }
     void setForegroundLink(OMLink link) { foregroundLink_ = std::move(link); }
+    /// Told when the person wants to hear texts, and when that ends.
+    void setSpeechLink(OMLinkTo<void(bool)> link) { speechLink_ = std::move(link); }
 
   protected:
     virtual void beforeMessage(const platform::Message&) {}
@@ -161,6 +163,7 @@ class OMApp {
     OMLink stopLink_;
     OMLink backgroundLink_;
     OMLink foregroundLink_;
+    OMLinkTo<void(bool)> speechLink_;
     OMLinkTo<void(bool)> boxLink_;
     OMLink alertedLink_;
     OMLinkTo<void(std::string_view)> warningLink_;

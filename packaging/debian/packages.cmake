@@ -47,7 +47,8 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_ZORBET_PACKAGE_NAME zorbet)
 set(CPACK_DEBIAN_ZORBET_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_ZORBET_PACKAGE_RECOMMENDS zorbet-sample)
-set(CPACK_DEBIAN_ZORBET_PACKAGE_SUGGESTS "zenity | kdialog") # the dialog that asks for a file
+set(CPACK_DEBIAN_ZORBET_PACKAGE_SUGGESTS
+  "zenity | kdialog, speech-dispatcher, espeak-ng") # the dialog that asks for a file; spoken texts
 set(CPACK_DEBIAN_ZORBET_DESCRIPTION "engine for 2D games with pictures, sounds and scripts
 Zorbet plays games that are made of pictures in 256 colours, sounds, movies
 and plain-text scripts, in a window or, for tests, without one.

@@ -2,6 +2,7 @@
 
 #include "platform/commandline/completion.h"
 #include "platform/commandline/manual.h"
+#include "platform/commandline/optionspage.h"
 
 #include <CLI/CLI.hpp>
 
@@ -142,6 +143,11 @@ const Option& Option::folder() const {
         return {};
     };
     option_.check(CLI::Validator(check, ""));
+    return *this;
+}
+
+const Option& Option::mayLackValue() const {
+    option_.expected(0, 1);
     return *this;
 }
 
@@ -312,8 +318,11 @@ int Program::describe(const std::string& form, std::ostream& out, std::ostream& 
         out << fishCompletionOf(text());
     else if (form == "zsh")
         out << zshCompletionOf(text());
+    else if (form == "markdown")
+        out << optionsPageOf(text());
     else
-        return refuse(std::string(kDescribeAs) + ": the forms are man, bash, fish and zsh", errors);
+        return refuse(
+            std::string(kDescribeAs) + ": the forms are man, markdown, bash, fish and zsh", errors);
     return 0;
 }
 

@@ -53,6 +53,8 @@ class Option {
     const Option& within(double smallest, double largest) const;
     /// Its value names a folder that is there.
     const Option& folder() const;
+    /// Its value may be left out, and is empty then.
+    const Option& mayLackValue() const;
     /// Stands below this title in the help.
     const Option& under(const std::string& title) const;
     const Option& excludes(const Option& other) const;

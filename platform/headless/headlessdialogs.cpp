@@ -25,8 +25,9 @@ std::string hexadecimal(std::uint32_t value) {
 
 HeadlessDialogs::HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock,
                                  TimedEvents& events, HostFiles& files, HeadlessDesk& desk,
-                                 Notices& notices, std::ostream& notes)
-    : clock_(clock), events_(events), files_(files), desk_(desk), notices_(notices), notes_(notes) {
+                                 SpokenBoxes& spoken, Notices& notices, std::ostream& notes)
+    : clock_(clock), events_(events), files_(files), desk_(desk), spoken_(spoken),
+      notices_(notices), notes_(notes) {
     for (const TimelineEvent& event : timeline) {
         if (const auto* answer = std::get_if<TimelineAnswer>(&event.what)) {
             waiting_.push_back({event.timeMs, *answer});
@@ -66,6 +67,7 @@ Button HeadlessDialogs::messageBox(std::string_view text, std::string_view capti
     std::ranges::transform(buttons, std::back_inserter(texts), buttonText);
     const std::size_t chosen = choose(caption, texts, closingButton(buttons), nextAnswer());
     desk_.boxShown(text);
+    spoken_.boxOpens(text, texts);
     notices_.line("box", {caption, hexadecimal(style), text, texts[chosen]});
     return buttons[chosen];
 }
@@ -76,6 +78,7 @@ WarningAnswer HeadlessDialogs::warning(const WarningRequest& request) {
     const std::size_t chosen = choose(request.caption, texts, 1, answer);
     const bool checked = answer && answer->checked;
     desk_.boxShown(request.text);
+    spoken_.boxOpens(request.text, texts);
     notices_.line("dialog", {request.caption, request.text, texts[chosen],
                              checked ? "checked" : "unchecked"});
     return {.goOn = chosen == 0, .checked = checked};

@@ -6,6 +6,7 @@
 #include "platform/headless/headlessdesk.h"
 #include "platform/headless/notices.h"
 #include "platform/host/files/hostfiles.h"
+#include "platform/host/speech/spokenboxes.h"
 #include "platform/host/visit/timedevents.h"
 #include "platform/host/visit/timeline.h"
 #include "platform/host/visit/virtualclock.h"
@@ -21,7 +22,8 @@ class HeadlessDialogs final : public Dialogs {
   public:
     /// What is referred to must outlive the dialogs.
     HeadlessDialogs(const Timeline& timeline, const VirtualClock& clock, TimedEvents& events,
-                    HostFiles& files, HeadlessDesk& desk, Notices& notices, std::ostream& notes);
+                    HostFiles& files, HeadlessDesk& desk, SpokenBoxes& spoken, Notices& notices,
+                    std::ostream& notes);
 
     Button messageBox(std::string_view text, std::string_view caption,
                       std::uint32_t style) override;
@@ -49,6 +51,7 @@ class HeadlessDialogs final : public Dialogs {
     TimedEvents& events_;
     HostFiles& files_;
     HeadlessDesk& desk_;
+    SpokenBoxes& spoken_;
     Notices& notices_;
     std::ostream& notes_;
 };

@@ -20,6 +20,8 @@ std::ostream& orElse(std::ostream* chosen, std::ostream& usual) { return chosen 
 
 Timeline timelineOf(const HeadlessOptions& options) {
     Timeline timeline = options.timeline;
+    if (options.speaksTexts)
+        timeline.insert(timeline.begin(), {0, Message{.kind = Message::Kind::SpeechOn}});
     if (options.playsByKeys)
         timeline.insert(timeline.begin(), {0, Message{.kind = Message::Kind::KeysOn}});
     return timeline;
@@ -43,13 +45,14 @@ HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
       trusted_(options.host.trusted), asked_(foldersOf(options)),
       notes_(orElse(options.notes, std::cerr)), machine_(options.machine),
       notices_(orElse(options.report, std::cout), clock_), desk_(options.profile, notices_, notes_),
-      files_(options.host),
+      spokenBoxes_(speech_, options.buttons, options.language), files_(options.host),
       modules_(files_, options.host.components, options.resources, options.versionStrings),
       display_(options.screen, notices_),
       events_(timelineOf(options), options.untilMs, clock_, display_, desk_, notes_),
-      dialogs_(options.timeline, clock_, events_, files_, desk_, notices_, notes_),
+      dialogs_(options.timeline, clock_, events_, files_, desk_, spokenBoxes_, notices_, notes_),
       recordings_(options.recordSound, notes_), waveOut_(clock_, recordings_),
       movieSpeakers_(clock_, recordings_), movies_(files_, clock_, movieSpeakers_) {
+    speech_.setOn(options.speaksTexts);
     display_.setDriver(options.machine.driver);
     waveOut_.setAvailable(options.machine.sound);
     movieSpeakers_.setAvailable(options.machine.sound);

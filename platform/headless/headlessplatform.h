@@ -8,6 +8,7 @@
 #include "platform/headless/headlessdialogs.h"
 #include "platform/headless/headlessdisplay.h"
 #include "platform/headless/headlessmoviespeaker.h"
+#include "platform/headless/headlessspeech.h"
 #include "platform/headless/headlesswaveout.h"
 #include "platform/headless/notices.h"
 #include "platform/headless/timelineevents.h"
@@ -17,6 +18,7 @@
 #include "platform/host/files/userfolders.h"
 #include "platform/host/machine/hostmodules.h"
 #include "platform/host/movies/hostmovie.h"
+#include "platform/host/speech/spokenboxes.h"
 #include "platform/host/visit/timeline.h"
 #include "platform/host/visit/virtualclock.h"
 #include "platform/platform.h"
@@ -40,6 +42,9 @@ struct HeadlessOptions {
     std::uint32_t stepMs = 1;   ///< time of one pass of the main loop; 0 counts as 1
     std::vector<Turns> turns{}; ///< times of the passes, when they are known; a quit ends them
     bool playsByKeys = false;   ///< from the start
+    bool speaksTexts = false;   ///< the same
+    ButtonLabels buttons{};     ///< as they are spoken
+    std::string language{};     ///< of the boxes; a tag, or empty
     ScreenMode screen{};
     std::string recordSound{}; ///< folder for what is played; empty: nothing is recorded
     std::string profile{};     ///< file for where the time of scripts goes; or empty
@@ -64,6 +69,7 @@ class HeadlessPlatform final : public Platform {
     [[nodiscard]] Typefaces& typefaces() override { return typefaces_; }
     [[nodiscard]] Movies& movies() override { return movies_; }
     [[nodiscard]] Machine& machine() override { return machine_; }
+    [[nodiscard]] Speech& speech() override { return speech_; }
     [[nodiscard]] AuthorDesk& author() override { return desk_; }
 
     /// Its lines go into the report.
@@ -93,6 +99,8 @@ class HeadlessPlatform final : public Platform {
     VirtualClock clock_;
     Notices notices_;
     HeadlessDesk desk_;
+    HeadlessSpeech speech_{notices_};
+    SpokenBoxes spokenBoxes_;
     HostFiles files_;
     std::optional<BreakingFiles> breakingFiles_;
     HostModules modules_;

@@ -3,8 +3,10 @@
 #include "formats/base/latin1.h"
 #include "platform/sdl/filechooser.h"
 
+#include <string_view>
 #include <utility>
 #include <variant>
+#include <vector>
 
 namespace platform {
 
@@ -16,23 +18,19 @@ constexpr int kStop = 1;
 /// A box covers the screen, and the pointer is seen in it.
 class ShownBox {
   public:
-    ShownBox(SdlDisplay& display, const BoxPanel& box)
-        : display_(display), cursor_(SDL_GetCursor()), wasVisible_(SDL_ShowCursor(SDL_ENABLE)) {
-        SDL_SetCursor(SDL_GetDefaultCursor());
+    ShownBox(SdlDisplay& display, const BoxPanel& box) : display_(display) {
+        display_.pointer().cover();
         display_.lay(SdlDisplay::Layer::Box, &box);
         SDL_FlashWindow(display_.window(), SDL_FLASH_UNTIL_FOCUSED);
     }
     ~ShownBox() {
         display_.lay(SdlDisplay::Layer::Box, nullptr);
-        if (cursor_) SDL_SetCursor(cursor_);
-        SDL_ShowCursor(wasVisible_);
+        display_.pointer().uncover();
     }
     ShownBox& operator=(ShownBox&&) = delete;
 
   private:
     SdlDisplay& display_;
-    SDL_Cursor* cursor_;
-    int wasVisible_;
 };
 
 } // namespace
@@ -41,12 +39,16 @@ class ShownBox {
 SdlDialogs::Answer SdlDialogs::show(BoxContents contents) {
     contents.caption = labelOf(labels_, contents.caption);
     for (std::string& button : contents.buttons) button = labelOf(labels_, button);
-    BoxPanel panel(std::move(contents), display_.shown().bounds());
+    const std::vector<std::string_view> buttons(contents.buttons.begin(), contents.buttons.end());
+    BoxPanel panel(contents, display_.shown().bounds());
     events_.dropInput();
-    if (events_.quitWaits())
+    if (events_.quitWaits()) {
         panel.close();
-    else
+    } else {
+        spoken_.boxOpens(contents.text, buttons);
         waitForAnswer(panel);
+        spoken_.boxCloses();
+    }
     events_.dropInput();
     return {*panel.answer(), panel.isChecked()};
 }
@@ -56,7 +58,9 @@ void SdlDialogs::waitForAnswer(BoxPanel& panel) {
     while (!panel.answer()) {
         display_.flush();
         if (const auto input = events_.waitForInput()) {
+            const std::string before = panel.focusLabel();
             panel.handle(*input);
+            if (panel.focusLabel() != before) spoken_.movedTo(panel.focusLabel());
             display_.lay(SdlDisplay::Layer::Box, &panel);
         }
         if (events_.quitWaits()) panel.close();
@@ -88,6 +92,7 @@ WarningAnswer SdlDialogs::warning(const WarningRequest& request) {
 
 std::string SdlDialogs::openFile(std::string_view title, std::string_view pattern,
                                  std::size_t limit) {
+    if (events_.isKiosk()) return {}; // the chooser shows all that the machine has
     const auto stillWaiting = [this] {
         events_.collect();
         display_.flush();

@@ -7,6 +7,7 @@
 #include "platform/host/files/hostfiles.h"
 #include "platform/host/screen/boxbuttons.h"
 #include "platform/host/screen/boxpanel.h"
+#include "platform/host/speech/spokenboxes.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
 
@@ -19,8 +20,10 @@ class SdlDialogs final : public Dialogs {
   public:
     /// All that is referred to must outlive the dialogs. `labels` stand on the buttons, and above
     /// boxes whose caption is among the words.
-    SdlDialogs(SdlDisplay& display, SdlEvents& events, HostFiles& files, ButtonLabels labels)
-        : display_(display), events_(events), files_(files), labels_(std::move(labels)) {}
+    SdlDialogs(SdlDisplay& display, SdlEvents& events, HostFiles& files, SpokenBoxes& spoken,
+               ButtonLabels labels)
+        : display_(display), events_(events), files_(files), spoken_(spoken),
+          labels_(std::move(labels)) {}
 
     Button messageBox(std::string_view text, std::string_view caption,
                       std::uint32_t style) override;
@@ -41,6 +44,7 @@ class SdlDialogs final : public Dialogs {
     SdlDisplay& display_;
     SdlEvents& events_;
     HostFiles& files_;
+    SpokenBoxes& spoken_;
     ButtonLabels labels_;
 };
 

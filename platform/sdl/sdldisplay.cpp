@@ -6,34 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <utility>
-#include <vector>
 
 namespace platform {
-
-namespace {
-
-SDL_SystemCursor systemCursor(int id) {
-    switch (id) {
-    case -2: return SDL_SYSTEM_CURSOR_WAIT;
-    case -3: return SDL_SYSTEM_CURSOR_IBEAM;
-    case -4: return SDL_SYSTEM_CURSOR_CROSSHAIR;
-    default: return SDL_SYSTEM_CURSOR_ARROW;
-    }
-}
-
-/// The window system goes over to its default cursor by itself when the shown one is destroyed.
-class SdlCursor final : public Cursor {
-  public:
-    /// Without a handle it is the default cursor.
-    SdlCursor(int id, SdlHandle<SDL_Cursor> handle) : Cursor(id), handle_(std::move(handle)) {}
-
-    void show() const { SDL_SetCursor(handle_ ? handle_.get() : SDL_GetDefaultCursor()); }
-
-  private:
-    SdlHandle<SDL_Cursor> handle_;
-};
-
-} // namespace
 
 SdlDisplay::SdlDisplay(SdlWindow window, const ScreenMode& mode, std::string gameTitle, bool author)
     : HostDisplay(mode), window_(std::move(window)), gameTitle_(std::move(gameTitle)),
@@ -81,23 +55,13 @@ void SdlDisplay::applyFullScreen() {
     windowIsCurrent_ = false;
 }
 
-std::unique_ptr<Cursor> SdlDisplay::makeCursor(int id) {
-    SdlHandle<SDL_Cursor> handle(SDL_CreateSystemCursor(systemCursor(id)));
-    return std::make_unique<SdlCursor>(id, std::move(handle));
-}
+std::unique_ptr<Cursor> SdlDisplay::makeCursor(int id) { return pointer_.make(id); }
 
 std::unique_ptr<Cursor> SdlDisplay::makeCursor(int id, const CursorImage& image) {
-    if (!image.isWhole()) return nullptr;
-    std::vector<std::uint32_t> pixels = image.pixels; // a surface wants to be able to write
-    const auto surface = makeSdlSurface(pixels, image.width, image.height);
-    if (!surface) return nullptr;
-    SdlHandle<SDL_Cursor> handle(
-        SDL_CreateColorCursor(surface.get(), image.hotSpot.x, image.hotSpot.y));
-    if (!handle) return nullptr;
-    return std::make_unique<SdlCursor>(id, std::move(handle));
+    return pointer_.make(id, image);
 }
 
-void SdlDisplay::setCursor(const Cursor& cursor) { static_cast<const SdlCursor&>(cursor).show(); }
+void SdlDisplay::setCursor(const Cursor& cursor) { pointer_.show(cursor); }
 
 void SdlDisplay::showCursor(bool on) { SDL_ShowCursor(on ? SDL_ENABLE : SDL_DISABLE); }
 

@@ -3,6 +3,7 @@
 
 #include "platform/host/screen/hostdisplay.h"
 #include "platform/host/screen/screenpanel.h"
+#include "platform/sdl/sdlpointer.h"
 #include "platform/sdl/sdlwindow.h"
 
 #include <array>
@@ -44,6 +45,8 @@ class SdlDisplay final : public HostDisplay {
     /// that.
     void lay(Layer layer, const ScreenPanel* panel);
 
+    [[nodiscard]] SdlPointer& pointer() { return pointer_; }
+
     /// Makes the window visible, if it is not yet.
     void showWindow();
     /// The window must be drawn again although nothing changed.
@@ -69,6 +72,7 @@ class SdlDisplay final : public HostDisplay {
     [[nodiscard]] bool wantsFullScreen() const { return chosenFullScreen_.value_or(isExclusive()); }
 
     SdlWindow window_;
+    SdlPointer pointer_;
     std::string gameTitle_;
     bool author_;
     std::optional<bool> chosenFullScreen_;

@@ -4,6 +4,7 @@
 #include "platform/sdl/sdlkeys.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 namespace platform {
@@ -11,6 +12,10 @@ namespace platform {
 namespace {
 
 constexpr int kPatienceMs = 200; ///< of a wait for events
+
+// What the system's double clicks are where it does not tell, in milliseconds and pixels.
+constexpr std::uint32_t kUsualDoubleClickMs = 500;
+constexpr std::uint32_t kUsualRadius = 32;
 
 bool isInput(const Message& message) {
     switch (message.kind) {
@@ -79,6 +84,29 @@ void SdlEvents::setPlaysByKeys(bool on) {
     push({.kind = on ? Message::Kind::KeysOn : Message::Kind::KeysOff, .timeMs = SDL_GetTicks()});
 }
 
+void SdlEvents::beginAgain() {
+    collect();
+    discardInput();
+    pending_.clear();
+    buttonDown_ = releaseDropped_ = false;
+    if (std::exchange(playsByKeys_, false)) setPlaysByKeys(true);
+    if (std::exchange(speaksTexts_, false)) setSpeaksTexts(true);
+}
+
+void SdlEvents::setSpeaksTexts(bool on) {
+    if (on == speaksTexts_) return;
+    speaksTexts_ = on;
+    push({.kind = on ? Message::Kind::SpeechOn : Message::Kind::SpeechOff,
+          .timeMs = SDL_GetTicks()});
+}
+
+void SdlEvents::setDoubleClick(std::optional<std::uint32_t> ms) {
+    const std::uint32_t radius = std::max(kUsualRadius, ms.value_or(kUsualDoubleClickMs) *
+                                                            kUsualRadius / kUsualDoubleClickMs);
+    SDL_SetHint(SDL_HINT_MOUSE_DOUBLE_CLICK_TIME, ms ? std::to_string(*ms).c_str() : nullptr);
+    SDL_SetHint(SDL_HINT_MOUSE_DOUBLE_CLICK_RADIUS, std::to_string(radius).c_str());
+}
+
 void SdlEvents::collect() {
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0) translate(event);
@@ -131,6 +159,9 @@ bool SdlEvents::messageWasTaken() { return std::exchange(messageWasTaken_, false
 
 void SdlEvents::translate(const SDL_Event& event) {
     const std::uint32_t timeMs = event.common.timestamp;
+    const auto verdict = kiosk_ ? kiosk_->judge(event) : SdlKiosk::Verdict::GoesOn;
+    if (verdict == SdlKiosk::Verdict::Leave) push({.kind = Message::Kind::Quit, .timeMs = timeMs});
+    if (verdict != SdlKiosk::Verdict::GoesOn) return;
     const std::uint32_t window = windowOf(event);
     if (window != 0 && window != SDL_GetWindowID(display_.window())) {
         translateOther(event);
@@ -179,6 +210,11 @@ bool SdlEvents::translateOwnKey(const SDL_KeyboardEvent& event) {
         if (!isFirst) return true;
         setPlaysByKeys(!playsByKeys_);
         if (keysLink_) keysLink_(playsByKeys_);
+        return true;
+    case SDLK_F6:
+        if (!isFirst) return true;
+        setSpeaksTexts(!speaksTexts_);
+        if (speechLink_) speechLink_(speaksTexts_);
         return true;
     default: return false;
     }

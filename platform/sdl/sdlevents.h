@@ -5,8 +5,10 @@
 
 #include "platform/events.h"
 #include "platform/sdl/sdldisplay.h"
+#include "platform/sdl/sdlkiosk.h"
 #include "platform/sdl/sdltextwindow.h"
 
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -42,10 +44,25 @@ class SdlEvents final : public Events {
     /// Shift+F3 is no key of the program from now on, but calls this; with Ctrl with true.
     void setReloadKey(std::function<void(bool)> reload) { reload_ = std::move(reload); }
 
+    /// Who judges all that happens first; must outlive the queue. Null: all of it goes on.
+    void setKiosk(SdlKiosk* kiosk) { kiosk_ = kiosk; }
+    /// Whether nothing may lead out of the game.
+    [[nodiscard]] bool isKiosk() const { return kiosk_ != nullptr; }
+    /// The game begins again: what was meant for the one that has ended is dropped.
+    void beginAgain();
+    /// Two presses within this time are a double click, and they may lie the farther apart the
+    /// longer it is; none: as the system has it.
+    static void setDoubleClick(std::optional<std::uint32_t> ms);
+
     /// Whether the person plays with keys alone, which the program is told; off at first.
     void setPlaysByKeys(bool on);
     /// Told when the person chooses it, or ends it (Shift+F5).
     void setPlaysByKeysLink(std::function<void(bool)> link) { keysLink_ = std::move(link); }
+
+    /// Whether the person hears texts, which the program is told; not at first.
+    void setSpeaksTexts(bool on);
+    /// Told when the person chooses it, or ends it (Shift+F6).
+    void setSpeaksTextsLink(std::function<void(bool)> link) { speechLink_ = std::move(link); }
 
     /// Turns what has happened by now into messages.
     void collect();
@@ -70,11 +87,14 @@ class SdlEvents final : public Events {
 
     SdlDisplay& display_;
     SdlTextWindows& textWindows_;
+    SdlKiosk* kiosk_ = nullptr;
     std::function<void()> pictureLink_;
     std::function<bool(const Message&)> console_;
     std::function<void(bool)> reload_;
     bool playsByKeys_ = false;
     std::function<void(bool)> keysLink_;
+    bool speaksTexts_ = false;
+    std::function<void(bool)> speechLink_;
     std::deque<Message> pending_; ///< translated, not yet taken
     bool terminated_ = false;     ///< the host asked for the end, and the program was told
     bool captured_ = false;

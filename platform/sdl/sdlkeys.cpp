@@ -82,6 +82,11 @@ std::optional<KeyPress> keyPressOf(const SDL_Keysym& key) {
     return code ? std::optional(KeyPress{*code, true}) : std::nullopt;
 }
 
+std::uint16_t keyOf(SDL_Keycode key) {
+    if (const auto code = namedKey({.sym = key, .mod = KMOD_NUM})) return *code;
+    return key >= 0x20 && key <= 0xFF ? static_cast<std::uint16_t>(key) : std::uint16_t{0};
+}
+
 std::vector<KeyPress> keyPressesOf(std::string_view utf8) {
     std::vector<KeyPress> presses;
     for (const char32_t character : formats::decodeUtf8(utf8).value_or(U"")) {

@@ -9,11 +9,15 @@
 #include "platform/host/machine/hostmachine.h"
 #include "platform/host/movies/hostmovie.h"
 #include "platform/host/screen/png.h"
+#include "platform/host/screen/pointers.h"
+#include "platform/host/speech/hostspeech.h"
+#include "platform/host/speech/spokenboxes.h"
 #include "platform/sdl/recordedmachine.h"
 #include "platform/sdl/sdldesk.h"
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
 #include "platform/sdl/sdlevents.h"
+#include "platform/sdl/sdlkiosk.h"
 #include "platform/sdl/sdlmoviespeaker.h"
 #include "platform/sdl/sdlsound.h"
 #include "platform/sdl/sdltextwindow.h"
@@ -21,6 +25,7 @@
 #include "platform/sdl/sdlwindow.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -28,6 +33,7 @@
 #include <iterator>
 #include <optional>
 #include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -41,6 +47,9 @@ constexpr int kMostIconSide = 1024; // pixels
 // What is kept among the player's settings.
 constexpr std::string_view kFullScreen = "fullscreen";
 constexpr std::string_view kPlaysByKeys = "keys";
+constexpr std::string_view kSpeaksTexts = "speech";
+constexpr std::string_view kPointer = "pointer";
+constexpr std::string_view kDoubleClick = "double-click";
 constexpr std::string_view kOn = "1";
 constexpr std::string_view kOff = "0";
 
@@ -71,14 +80,22 @@ class SdlClock final : public Clock {
 class SdlPlatform final : public Platform {
   public:
     SdlPlatform(std::unique_ptr<SdlSession> session, SdlWindow window, const SdlOptions& options)
-        : trusted_(options.host.trusted), session_(std::move(session)),
+        : trusted_(options.host.trusted), comfort_(options.comfort), session_(std::move(session)),
           display_(std::move(window), options.screen, options.game.title, options.author),
           clock_(display_), events_(display_, textWindows_), desk_(display_, events_, options),
           files_(options.host),
           modules_(files_, options.host.components, options.resources, options.versionStrings),
-          dialogs_(display_, events_, files_, options.buttons) {
+          spokenBoxes_(speech_, options.buttons, options.language),
+          dialogs_(display_, events_, files_, spokenBoxes_, options.buttons) {
         setIcon(options.game.icon);
         events_.setPlaysByKeys(options.playsByKeys);
+        if (options.kiosk) {
+            kiosk_.emplace(display_.window(), *options.kiosk);
+            events_.setKiosk(&*kiosk_);
+            display_.setFullScreen(true);
+        }
+        if (options.speaksTexts) speakTexts();
+        applyComfort();
         if (options.visit) {
             recorded_.emplace(*options.visit, clock_, events_, dialogs_, display_, desk_, sound_,
                               files_);
@@ -112,6 +129,7 @@ class SdlPlatform final : public Platform {
         return movies_;
     }
     [[nodiscard]] Machine& machine() override { return machine_; }
+    [[nodiscard]] Speech& speech() override { return speech_; }
     [[nodiscard]] AuthorDesk& author() override { return desk_; }
 
     [[nodiscard]] std::unique_ptr<TextWindow> openTextWindow(const TextWindowRequest& request,
@@ -122,11 +140,14 @@ class SdlPlatform final : public Platform {
     void keepSettings(std::string_view path) override {
         settings_.open(path);
         const std::string kept = settings_.value(kFullScreen);
-        if (!kept.empty()) display_.setFullScreen(kept == kOn);
+        if (!kept.empty() && !kiosk_) display_.setFullScreen(kept == kOn);
         display_.setFullScreenLink([this](bool on) { keep(kFullScreen, "of a full screen", on); });
+        applyComfort();
         if (settings_.value(kPlaysByKeys) == kOn) events_.setPlaysByKeys(true);
         events_.setPlaysByKeysLink(
             [this](bool on) { keep(kPlaysByKeys, "to play with keys", on); });
+        if (settings_.value(kSpeaksTexts) == kOn) speakTexts();
+        events_.setSpeaksTextsLink([this](bool on) { keep(kSpeaksTexts, "to hear texts", on); });
     }
     void complain(std::string_view text) override { say(formats::utf8FromLatin1(text)); }
     void tellPlayer(std::string_view text, std::string_view caption) override {
@@ -137,7 +158,7 @@ class SdlPlatform final : public Platform {
     }
 
     void closeIn() override {
-        if (trusted_) return;
+        if (trusted_ || std::exchange(isClosedIn_, true)) return;
         std::vector<std::string> writable = files_.writableFolders();
         writable.push_back(userStateFolder());
         if (!pictures_.empty()) writable.push_back(pictures_);
@@ -145,13 +166,20 @@ class SdlPlatform final : public Platform {
     }
     void mainLoopBegins() override {
         display_.showWindow();
+        if (kiosk_) kiosk_->gameBegins();
         if (recorded_) recorded_->mainLoopBegins();
     }
     void passEnded() override {
         desk_.passEnded();
+        if (kiosk_) kiosk_->passEnded();
         display_.flush();
         if (!events_.messageWasTaken()) SDL_Delay(kRestMs);
         if (recorded_) recorded_->passEnded();
+    }
+    [[nodiscard]] bool beginsAgain() override {
+        if (!kiosk_) return false;
+        events_.beginAgain();
+        return kiosk_->gameBeginsAgain() && !terminationRequested();
     }
     /// Nothing is recorded here; but SDL would wait for a sound device that hangs.
     void programEnds(int exitCode) override {
@@ -166,11 +194,36 @@ class SdlPlatform final : public Platform {
   private:
     static void say(const std::string& utf8) { std::fprintf(stderr, "zorbet: %s\n", utf8.c_str()); }
 
+    /// Boxes of the start are spoken before the program is told.
+    void speakTexts() {
+        speech_.setOn(true);
+        events_.setSpeaksTexts(true);
+    }
+
     void keep(std::string_view setting, const char* choice, bool on) {
         if (!settings_.set(setting, on ? kOn : kOff))
             complain(std::string("The choice ") + choice +
                      " could not be kept in the game's data folder; see whether it can be written "
                      "to");
+    }
+
+    /// A number among the player's settings; none when it is not there or out of the range.
+    [[nodiscard]] std::optional<std::uint32_t> number(std::string_view setting, std::uint32_t least,
+                                                      std::uint32_t most) const {
+        const std::string text = settings_.value(setting);
+        std::uint32_t value = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+        const bool isNumber = error == std::errc() && end == text.data() + text.size();
+        return isNumber && value >= least && value <= most ? std::optional(value) : std::nullopt;
+    }
+
+    void applyComfort() {
+        const auto pointer =
+            comfort_.pointer ? comfort_.pointer : number(kPointer, 1, kMostPointerScale);
+        display_.pointer().setScale(static_cast<int>(pointer.value_or(1)));
+        SdlEvents::setDoubleClick(
+            comfort_.doubleClickMs ? comfort_.doubleClickMs
+                                   : number(kDoubleClick, kLeastDoubleClickMs, kMostDoubleClickMs));
     }
 
     /// The game's own, else the program's.
@@ -185,11 +238,14 @@ class SdlPlatform final : public Platform {
     }
 
     bool trusted_;
+    bool isClosedIn_ = false;
+    Comfort comfort_;
     std::string packer_;                  ///< which the author's desk runs; or empty
     std::unique_ptr<SdlSession> session_; ///< ends last
     SdlDisplay display_;
     SdlClock clock_;
     SdlTextWindows textWindows_;
+    std::optional<SdlKiosk> kiosk_; ///< only the key of the administrator leaves
     SdlEvents events_;
     SdlDesk desk_;
     HostFiles files_;
@@ -200,6 +256,8 @@ class SdlPlatform final : public Platform {
     SdlMovieSpeakers movieSpeakers_{sound_};
     HostMovies movies_{files_, clock_, movieSpeakers_};
     HostMachine machine_;
+    HostSpeech speech_;
+    SpokenBoxes spokenBoxes_;
     SdlDialogs dialogs_;
     SdlWaveOut waveOut_{sound_};
     std::optional<RecordedMachine> recorded_; ///< while a visit is recorded
@@ -210,6 +268,7 @@ class SdlPlatform final : public Platform {
 
 std::variant<std::unique_ptr<Platform>, std::string> makeSdlPlatform(const SdlOptions& options) {
     if (options.screen.width < 1 || options.screen.height < 1) return "the screen has no size";
+    if (options.kiosk) SdlKiosk::prepare();
     auto session = std::make_unique<SdlSession>(options.game);
     if (!session->started()) return SDL_GetError();
     if (!isSeen(SDL_GetCurrentVideoDriver()))

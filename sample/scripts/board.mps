@@ -5,13 +5,15 @@ StartTransition
 Scene 105
 
 activity="CWS1"
-hint="Há coisas trocadas. Olha bem para as sombras!"
 task.1="Arrasta cada animal para a sua sombra!"
 task.2="Cada ferramenta tem o seu lugar. Qual é o de cada uma?"
 task.3="Animais e ferramentas: onde fica cada um?"
 task.4="Vamos montar um barco! Onde encaixa cada peça?"
+task.5="Coisas novas, todas misturadas! Qual é a sombra de cada uma?"
+renewed=0
 
-; Things by the numbers of their pictures, less 2500; less 2550 those of their shadows.
+; Things by the numbers of their pictures, less 2500; less 2550 those of their shadows, but the last ones, which are
+; drawn for those who have mastered the board only, have theirs less 2650.
 fish=1
 seastar=2
 whale=3
@@ -24,6 +26,28 @@ saw=9
 brush=10
 spanner=11
 anchor=12
+
+whose.1="do peixe"
+whose.2="da estrela"
+whose.3="da baleia"
+whose.4="do polvo"
+whose.5="do caranguejo"
+whose.6="da tartaruga"
+whose.7="da medusa"
+whose.8="do martelo"
+whose.9="da serra"
+whose.10="do pincel"
+whose.11="da chave"
+whose.12="da âncora"
+whose.13="do Sol"
+whose.14="da Lua"
+whose.15="da boia"
+whose.16="do barco"
+whose.17="do farol"
+whose.18="da concha"
+
+; Where their pictures are.
+graphic=[1 2 3 4 5 6 7 8 9 10 11 12 13 14 17 19 20 21
 
 ; ---- cards with shadows
 
@@ -40,9 +64,9 @@ procedure hang left top
 procedure shadow entry thing
 [
     at=at+1
-    play puzzle setAnswer entry thing 2500+thing
+    play puzzle setAnswer entry thing 2500+graphic.thing
     play puzzle setContainer entry thing
-    play puzzle setPuzzleGraphic entry cardX.at+28 cardY.at+23 5 2550+thing
+    play puzzle setPuzzleGraphic entry cardX.at+28 cardY.at+23 5 2550+graphic.thing+100*(thing>12)
 ]
 
 procedure three entry a b c
@@ -107,6 +131,11 @@ procedure buildCards
         call four 2 anchor spanner hammer brush
         call four 3 saw anchor brush hammer
     ]
+    else if mastered
+    [
+        call draw 6 1 18
+        call six 1 drawn.1 drawn.2 drawn.3 drawn.4 drawn.5 drawn.6
+    ]
     else
     [
         call six 1 fish hammer whale saw crab anchor
@@ -158,7 +187,7 @@ procedure buildBoat
 
 procedure build
 [
-    if level=4
+    if (level=4)*(mastered=0)
         call buildBoat
     else
         call buildCards
@@ -167,6 +196,25 @@ procedure build
 ; Things bring no texts.
 procedure dress
 [
+]
+
+; Two that are wrong have been swapped.
+procedure judge
+[
+    call judgeHolders
+    get answer.wrongAnswer "attribute" thing
+    hint="Essa sombra não é "+whose.thing+"."
+    if wrongs=2
+    [
+        get holder.wrongHolder "attribute" other
+        hint="Trocaste o lugar "+whose.other+" e "+whose.thing+"."
+    ]
+]
+
+procedure assist
+[
+    call showPair "attribute"
+    call tell "Vê as setas! De quem é esta sombra?"
 ]
 
 include puzzle.mps

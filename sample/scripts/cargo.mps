@@ -5,11 +5,13 @@ StartTransition
 Scene 107 105
 
 activity="CWS3"
-hint="O peso ainda não está certo. Troca uma caixa!"
 task.1="O barco leva o peso da placa. Que caixas pões a bordo?"
 task.2="Agora a carga é mais pesada. Vê o que diz a balança!"
 task.3="Desta vez têm de ser três caixas, nem mais nem menos!"
 task.4="Duas pilhas de caixas: cada uma com o seu peso!"
+task.5="Carga nova: duas caixas atrás, três à frente!"
+renewed=0
+summed="value"
 
 crates=5
 
@@ -20,7 +22,7 @@ procedure hold left
     holder.holders=RStackingContainer 2423 left 138 5
     set holder.holders movable 0
     set holder.holders droppedSound 245
-    set holder.holders answerPlaced weigh
+    set holder.holders answerPlaced stow
     holdX.holders=left
 ]
 
@@ -38,6 +40,15 @@ procedure load entry a b c d e
     play puzzle setAnswer entry c c
     play puzzle setAnswer entry d d
     play puzzle setAnswer entry e e
+]
+
+; For who has mastered it: other crates each time, two for the first stack, three for the other one.
+procedure compose
+[
+    call draw 5 1 9
+    call wanted 1 1 drawn.1+drawn.2
+    call wanted 1 2 drawn.3+drawn.4+drawn.5
+    call load 1 drawn.1 drawn.2 drawn.3 drawn.4 drawn.5
 ]
 
 procedure build
@@ -87,6 +98,8 @@ procedure build
         call wanted 3 1 14
         call load 3 1 4 5 6 9
     ]
+    else if mastered
+        call compose
     else
     [
         call wanted 1 1 8
@@ -117,12 +130,66 @@ procedure weigh
         heavy=(aboard.2>goal)+heavy
     ]
     call showBurden
+    tries=heavy*(tooHeavy=0)+tries
+    get puzzle isSolved done
+    takeOut=0
+    helping=(tries>1)*(done=0)
+    if helping
+        call show
     if heavy
         call tell "Upa, é peso a mais! Tira uma caixa."
+    else if takeOut
+        call tell "Tira a caixa da seta!"
+    else if helping
+        call count
     else if tooHeavy
-        call tell task.level
+        call tellTask
     tooHeavy=heavy
 ]
+
+procedure stow
+[
+    held=0
+    call weigh
+]
+
+; Who was wrong twice is helped with each crate.
+procedure show
+[
+    call lookAway
+    call complete 3*(level=3)
+    call showPart
+]
+
+; The parrot counts along, for the first stack that is not right.
+procedure count
+[
+    for k holders 1 -1
+    [
+        get holder.k "value" goal
+        get holder.k isSolved good
+        if good=0
+            counted=k
+    ]
+    get holder.counted "value" goal
+    call tell "Já lá estão "+aboard.counted+". Quanto falta para "+goal+"?"
+]
+
+procedure judge
+[
+    call judgeHolders
+    get holder.wrongHolder answerValue is
+    get holder.wrongHolder "value" goal
+    if is=goal
+        hint="O peso está certo, mas têm de ser três caixas."
+    else if is>goal
+        hint="É peso a mais. Tira uma caixa!"
+    else
+        hint="Ainda é pouco: faltam "+(goal-is)+"."
+]
+
+procedure assist
+    call show
 
 procedure showBurden
 [

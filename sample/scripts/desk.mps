@@ -3,6 +3,7 @@
 ;
 ;   activity         its location in the world's memory, which counts answers and knows the level
 ;   task.1 to 4      what the parrot says when a game of that level begins
+;   task.5           what it says when one begins after the last level was solved: such games are composed by lot
 ;   once             what the button with the arrow does
 ;   leave            what the button to the workshop does
 ;   typed            what keys do
@@ -29,10 +30,14 @@ procedure fallSilent
 procedure squawk
 [
     PlaySound 213
-    call tell task.level
+    call tellTask
 ]
 
-; ---- the level: `showLevel` reads it, and shows it
+procedure tellTask
+    call tell task.(level+mastered)
+
+; ---- the level: `showLevel` reads it, and shows it. Games of the last level that were solved are counted on the
+; star; from the first one on the level is mastered.
 
 procedure showLevel
 [
@@ -42,6 +47,59 @@ procedure showLevel
     set plate text "Nível "+level
     get plate textWidth wide
     set plate x 562-wide\2
+    stars=0
+    if level=4
+        get world wsTotalCorrectGuessCount activity 4 stars
+    mastered=stars>0
+    set medal visible mastered
+    set tally visible mastered
+    set tally text stars
+    get tally textWidth wide
+    set tally x 562-wide\2
+]
+
+; N different numbers from LOW to HIGH are drawn by lot: drawn.1 to drawn.N, never as they were drawn last.
+procedure draw n low high
+[
+    recent=lot
+    for lot=recent
+    [
+        lot=""
+        for d 1 n
+        [
+            call drawOne d low high
+            lot=lot+drawn.d+" "
+        ]
+    ]
+]
+
+procedure drawOne d low high
+[
+    taken=1
+    for taken
+    [
+        RandomNumber low high
+        drawn.d=RESULT
+        taken=0
+        for e 1 d
+            taken=(drawn.e=drawn.d)*(e<d)+taken
+    ]
+]
+
+; ---- an arrow points at something
+
+procedure pointAt middle top
+[
+    arrows=arrows+1
+    arrow.arrows=RAnimation 2780 middle-15 top-38 65
+    set arrow.arrows movable 0
+    set arrow.arrows touchy 0
+]
+
+procedure lookAway
+[
+    arrows=0
+    drop [ arrow
 ]
 
 ; ---- a game was solved: what more there is to say comes behind the praise
@@ -50,9 +108,34 @@ praise.1="Muito bem!"
 praise.2="Boa! Está tudo certo!"
 praise.3="Que esperteza! Muito bem!"
 
+; Signs for the chest, or gems for the tower: what the last words of the praise say of them, in `found`.
+procedure takeShare more
+[
+    if activity|1|1="C"
+    [
+        call gather activity "CHUB"
+        if RESULT
+            more=more+" Há mais sinais na arca do farol!"
+    ]
+    else
+    [
+        call gather activity "OHUB"
+        if RESULT
+            more=more+" Há mais pedras para a torre!"
+    ]
+    RESULT=more
+]
+
 procedure rejoice more
 [
     busy=1
+    if ~more=0
+    [
+        call takeShare more
+        more=RESULT
+    ]
+    else
+        call takeShare ""
     play world correctGuess activity
     play world autoLevel activity
     get world currentLevel activity reached
@@ -67,11 +150,20 @@ procedure rejoice more
         RandomNumber 1 3
         call tell praise.RESULT+more
     ]
+    if level=4
+        call showLevel
     set parrot sequence 3
     set sparkles visible 1
     set sparkles sequence 1
     play interval start
 ]
+
+; Nothing was won but the praise, or a star.
+procedure rejoiceOnly
+    if level=4
+        call rejoice " Mais uma estrela!"
+    else
+        call rejoice ""
 
 ; ---- it was not: `easier` tells whether the next one is of an easier level
 
@@ -132,6 +224,12 @@ procedure furnish
     call label "Oficina" 596 451
     call label "" 562 253
     plate=&label.3
+    call label "" 562 353
+    tally=&label.4
+    medal=RAnimation 2781 536 334 20
+    set medal touchy 0
+    set medal movable 0
+    set tally z 21
     for i 1 4
     [
         lamp.i=RAnimation 2414 471+30*i 274 20
@@ -158,5 +256,7 @@ procedure furnish
     set world wsAutoLevelingX activity 1
     set world wsAutoLevelingY activity 6
     call arriveAt activity
+    lot="none"
+    arrows=0
     busy=0
 ]

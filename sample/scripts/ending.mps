@@ -100,6 +100,8 @@ procedure onceMore
 [
     play world newGame
     set world arch "oooooooooooo"
+    set world lampStep 0
+    set world hasKey 0
     call leave "harbour.mps"
 ]
 

@@ -7,60 +7,22 @@
 ; and what desk.mps wants of activity and tasks.
 include desk.mps
 
-; ---- the question, its depth is 200: `asking` is 1 while it is there
+; ---- what follows a Yes. Who begins anew before the end has not solved it.
 
-procedure write words size middle top
-[
-    lines=lines+1
-    line.lines=RText 0 top -1 -1 210
-    set line.lines movable 0
-    set line.lines touchy 0
-    set line.lines colorIndex 4
-    play line.lines setFont size
-    set line.lines text words
-    get line.lines textWidth wide
-    set line.lines x middle-wide\2
-]
+paper=2701
+include question.mps
 
-procedure ask what words
+procedure agree
 [
-    wanted=what
-    asking=1
-    PlaySound 247
-    question=RDialog 2701 200
-    play question addButton 2702 1
-    play question addButton 2703 0
-    set question buttonPressed answered
-    lines=0
-    call write words 20 318 182
-    call write "Sim" 14 258 271
-    call write "Não" 14 379 271
-]
-
-; Who begins anew before the end has not solved it.
-procedure answer agreed
-[
-    asking=0
-    drop question
-    drop [ line
-    PlaySound 212
-    if agreed
+    if wanted="again"
     [
-        if wanted="again"
-        [
-            play world incorrectGuess activity
-            play world autoLevel activity
-            call layOut
-        ]
-        else
-            call goBack
+        tries=tries+1
+        play world incorrectGuess activity
+        play world autoLevel activity
+        call layOut
     ]
-]
-
-procedure answered
-[
-    get question selectedButton agreed
-    call answer agreed
+    else
+        call goBack
 ]
 
 ; ---- the buttons and the keys
@@ -91,12 +53,7 @@ procedure typed
 [
     get RECEIVER key what
     if asking
-    [
-        if what="Enter"
-            call answer 1
-        else if what="Esc"
-            call answer 0
-    ]
+        call answerKey what
     else if what="Esc"
         call leave
 ]
@@ -104,5 +61,12 @@ procedure typed
 procedure goOn
     call layOut
 
-asking=0
+; Who has failed twice is helped: layOut sees to that, and `tellHelp` says so.
+procedure tellHelp
+    if tries>1
+        call tell "Ajudei um bocadinho. Agora és tu!"
+    else
+        call tellTask
+
 begun=0
+tries=0

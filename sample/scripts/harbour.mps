@@ -1,6 +1,7 @@
 ; The harbour in the morning. A scroll greets who has signed the guest book, in another way when they
 ; come back in the same run of the game. Everything moves by itself; the boat, the gull and the glitter on
-; the water answer clicks, and the signpost leads into the lighthouse.
+; the water answer clicks, and the signpost leads into the lighthouse. The guest book on its post leads back to
+; the guest book, and the sign with the door out of the game.
 ;
 ; Tilli the crab is the guide: it welcomes whoever comes for the first time, says something when it is
 ; clicked, and otherwise blinks, looks about, waves, or has its lantern flicker. On the sand lie its logbook and
@@ -13,6 +14,8 @@ StartTransition
 Scene 100
 include memory.mps
 call arriveAt "CHUB"
+paper=2070
+include question.mps
 
 ; ---- what happens when a frame was shown
 
@@ -100,7 +103,7 @@ procedure addSentence n speech words
     set saying text words
     get saying textHeight tall
     play talk.n add PropertyAction "saying" "text" words
-    play talk.n add PropertyAction "saying" "y" 389-tall\2
+    play talk.n add PropertyAction "saying" "y" 379-tall\2
     play talk.n add PropertyAction "balloon" "visible" 1
     play talk.n add PropertyAction "saying" "visible" 1
     play talk.n add CharacterSpeechAction "tilli" speech
@@ -109,11 +112,11 @@ procedure addSentence n speech words
     play talk.n add PropertyAction "saying" "visible" 0
 ]
 
-; While it speaks it is not to be interrupted.
+; While it speaks it is not interrupted by clicks on it.
 procedure listen
 [
     get chatting isActive RESULT
-    for i 1 8
+    for i 1 sentences
     [
         get talk.i isActive busy
         RESULT=RESULT+busy
@@ -127,24 +130,34 @@ procedure chat
         play chatting start
 ]
 
-procedure remark n
+procedure hush
 [
-    call listen
-    if RESULT=0
-        play talk.n start
+    play welcoming halt
+    play chatting halt
+    for i 1 sentences
+        play talk.i halt
+    set balloon visible 0
+    set saying visible 0
 ]
 
-; ---- the signpost
+; What the player has just done is answered at once.
+procedure remark n
+[
+    call hush
+    play talk.n start
+]
+
+; ---- what leads elsewhere: the signpost, the guest book, and the door
 
 procedure lightUp
 [
-    set sign sequence 2
+    set RECEIVER sequence 2
     PlaySound 207
 ]
 
-procedure dimSign
+procedure dim
 [
-    set sign sequence 1
+    set RECEIVER sequence 1
 ]
 
 procedure leave where
@@ -159,6 +172,32 @@ procedure leave where
 procedure goInside
     call leave "lighthouse.mps"
 
+procedure goSign
+    call leave "signin.mps"
+
+procedure wayOut
+    call ask "leave" "Queres mesmo sair?"
+
+procedure agree
+    quit
+
+; What is open is closed first.
+procedure typed
+[
+    get RECEIVER key what
+    if asking
+        call answerKey what
+    else if what="Esc"
+    [
+        if logOpen
+            call closeLog
+        else if packOpen
+            call shutBag
+        else
+            call wayOut
+    ]
+]
+
 ; ---- the greeting: it is on the scroll while that is unrolled
 
 procedure turnScroll
@@ -170,21 +209,24 @@ procedure turnScroll
 procedure rollUp
 [
     drop welcome
-    set scroll visible 0
+    drop scroll
 ]
 
 ; ---- the scene, from back to front
 
 smallcloud=RAnimation 2008 1
 bigcloud=RAnimation 2007 2
+front=RAnimation 2060 3
 glitter=RAnimation 2005 3
 smoke=RAnimation 2006 4
 flag=RAnimation 2004 5
 fish=RAnimation 2003 6
 boat=RAnimation 2001 7
 gull=RAnimation 2002 8
-sign=RAnimation 2009 20
-balloon=RAnimation 2017 4 346 25
+guests=RAnimation 2061 19
+sign=RAnimation 2009 518 350 20
+door=RAnimation 2062 21
+balloon=RAnimation 2017 4 341 25
 tilli=RCharacter 2010 236 300 30
 
 ; The pointer may rest on one of them, so cursors are set before handlers.
@@ -193,6 +235,8 @@ play boat setAOCursor 1
 play glitter setAOCursor 1
 play tilli setAOCursor 1
 play sign setAOCursor 1
+play guests setAOCursor 1
+play door setAOCursor 1
 
 set smallcloud frameNotification 1
 set smallcloud frameNotify moveSmallCloud
@@ -213,6 +257,7 @@ set glitter sequence 2
 ; The boat may be dragged about; what only moves for itself lets clicks through.
 set smallcloud touchy 0
 set bigcloud touchy 0
+set front touchy 0
 set smoke touchy 0
 set flag touchy 0
 set fish touchy 0
@@ -229,8 +274,16 @@ set tilli mouseDown chat
 set tilli movable 0
 set sign mouseDown goInside
 set sign flyOn lightUp
-set sign flyOff dimSign
+set sign flyOff dim
 set sign movable 0
+set guests mouseDown goSign
+set guests flyOn lightUp
+set guests flyOff dim
+set guests movable 0
+set door mouseDown wayOut
+set door flyOn lightUp
+set door flyOff dim
+set door movable 0
 
 scroll=RAnimation 2011 40
 set scroll touchy 0
@@ -269,20 +322,29 @@ set saying wrap 1
 set saying colorIndex 4
 play saying setFont 20
 
-for i 1 8
+; The last ones are about what is given, and who does not want it.
+sentences=15
+for i 1 sentences
     talk.i=RQueue 1
 welcoming=&talk.1
 play welcoming add DelayAction 2200
 call addSentence 1 221 "Olá! Eu sou a Tilli. Que bom ver-te!"
 play welcoming add DelayAction 600
-call addSentence 1 222 "A tabuleta leva ao farol. Lá dentro há um mapa!"
-call addSentence 2 222 "A tabuleta leva ao farol. Lá dentro há um mapa!"
-call addSentence 3 223 "A minha concha tem um farol. Brilha para os amigos!"
+call addSentence 1 222 "O farol apagou-se. Ajudas-me a acendê-lo?"
+call addSentence 2 222 "A arca do farol abre-se com doze sinais. Ganham-se na oficina!"
+call addSentence 3 223 "Na torre há quatro portas. Faltam-lhes pedras!"
 call addSentence 4 224 "Cuidado com as pinças: elas fazem cócegas!"
-call addSentence 5 221 "A gaivota adora peixe! Obrigada!"
-call addSentence 6 224 "Que linda concha! É para mim? Obrigada!"
-call addSentence 7 223 "O capitão do barco agradece a moeda!"
+call addSentence 5 221 "A gaivota adora peixe! Toma uma pena dela!"
+call addSentence 6 224 "Que linda concha! Toma esta chama, para a lâmpada!"
+call addSentence 7 223 "O capitão agradece a moeda, e dá-te óleo!"
 call addSentence 8 222 "A mala está vazia. Há prémios na oficina e no mapa!"
+call addSentence 9 223 "Para quem é? Leva-o até lá!"
+call addSentence 10 224 "Peixe? Eu não! A gaivota é que adora."
+call addSentence 11 223 "O capitão não quer peixe. Dá-o à gaivota!"
+call addSentence 12 223 "A gaivota não quer conchas. Eu gosto tanto!"
+call addSentence 13 223 "O capitão não quer conchas. Eu gosto tanto!"
+call addSentence 14 224 "A gaivota não come moedas! O capitão quer."
+call addSentence 15 221 "Uma moeda? É para o capitão do barco!"
 
 chatting=RRandomAction 1
 for i 2 4
@@ -292,6 +354,9 @@ for i 2 4
 
 include logbook.mps
 include bag.mps
+
+keys=RKbdInp 0
+set keys keyPressed typed
 
 ; The music of the last scene still fades out; this one begins when hardly anything of it is left.
 port=RScenePort 0

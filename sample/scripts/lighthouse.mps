@@ -1,6 +1,8 @@
 ; Inside the lighthouse: the fire burns, the cat sleeps and answers clicks, the signpost leads back to
 ; the harbour, the map on the wall to the chart table, and the stairs to the workshop. The player's name
-; stands over the map. The sounds of the cat and the fire are steps of their animations.
+; stands on the ribbon over the map. The telescope shows the sea, which a click closes again. The chest and
+; the round door are locked. Books, the ship in the bottle and the kettle answer clicks, too. Sounds of what
+; moves are steps of the animations.
 yield off
 StartTransition
 Scene 101
@@ -53,20 +55,16 @@ procedure leave where
 procedure goOutside
     call leave "harbour.mps"
 
-; ---- the map on the wall; what it is stands below it
+; ---- the map on the wall
 
 procedure showMap
 [
     set wallmap sequence 2
-    set caption visible 1
     PlaySound 207
 ]
 
 procedure dimMap
-[
     set wallmap sequence 1
-    set caption visible 0
-]
 
 procedure takeMap
     call leave "map.mps"
@@ -76,18 +74,129 @@ procedure takeMap
 procedure showStairs
 [
     set shopsign sequence 2
-    set upstairs visible 1
     PlaySound 207
 ]
 
 procedure dimStairs
-[
     set shopsign sequence 1
-    set upstairs visible 0
-]
 
 procedure climb
     call leave "workshop.mps"
+
+; ---- what lights up under the pointer and moves when it is clicked: the telescope, the chest, the round door
+
+procedure light
+[
+    set RECEIVER sequence 2
+    PlaySound 207
+]
+
+procedure dim
+    set RECEIVER sequence 1
+
+procedure tryIt
+    set RECEIVER sequence 3
+
+; ---- the chest opens when the twelve signs of the games are there, and has the key of the round door; behind that is
+; the tower, and above its doors the lamp. What is missing stands above the chest.
+
+signs=12
+
+procedure tellThere words
+[
+    set notice text words
+    get notice textWidth wide
+    set notice x 555-wide\2
+    set notice visible 1
+]
+
+procedure tryChest
+[
+    get world hasKey opened
+    get world itemsPresentCount "CHUB" found
+    if opened
+        call tellThere "A chave está contigo!"
+    else if found<signs
+    [
+        set chest sequence 3
+        call tellThere "Sinais: "+found+" de "+signs
+    ]
+    else
+    [
+        set chest flyOn
+        set chest flyOff
+        set chest sequence 4
+        PlaySound 248
+        set world hasKey 1
+        call tellThere "Uma chave! É da porta redonda."
+    ]
+]
+
+procedure tryDoor
+[
+    get world hasKey opened
+    if opened
+    [
+        set rounddoor flyOn
+        set rounddoor flyOff
+        set rounddoor sequence 5
+        PlaySound 207
+        play entering start
+    ]
+    else
+    [
+        set rounddoor sequence 3
+        call tellThere "A chave está na arca."
+    ]
+]
+
+procedure enterTower
+[
+    get world hubRoundsCompleted "OHUB" number
+    if number<4
+        call leave "tower.mps"
+    else
+        call leave "lamp.mps"
+]
+
+; ---- what moves once when it is clicked
+
+procedure stir
+    set RECEIVER sequence 2
+
+; ---- the telescope. It goes on turning when the pointer leaves it. What it shows lies over all else, and so
+; does the area that takes the click.
+
+procedure pointAt
+[
+    get telescope sequence shown
+    if shown#3
+        call light
+]
+
+procedure leaveAlone
+[
+    get telescope sequence shown
+    if shown#3
+        call dim
+]
+
+procedure lookOut
+[
+    RandomNumber 1 2
+    set view sequence RESULT
+    set view visible 1
+    set cover visible 1
+]
+
+procedure lookAway
+[
+    PlaySound 212
+    set cover visible 0
+    set view visible 0
+    set view sequence 1
+    set telescope sequence 1
+]
 
 ; ---- what is there. The pointer may rest on any of it, so cursors are set before handlers.
 
@@ -97,6 +206,14 @@ back=RAnimation 2103 20
 wallmap=RAnimation 2104 1
 shopsign=RAnimation 2105 3
 stairs=RHotSpot 470 42 164 324 2
+telescope=RAnimation 2110 3
+chest=RAnimation 2112 4
+rounddoor=RAnimation 2113 4
+books=RAnimation 2114 1
+bottle=RAnimation 2115 1
+kettle=RAnimation 2116 1
+view=RAnimation 2111 40
+cover=RHotSpot 0 0 640 480 41
 
 set fire soundSync 0
 set fire movable 0
@@ -107,12 +224,36 @@ set wallmap movable 0
 set shopsign movable 0
 set shopsign touchy 0
 set stairs movable 0
+set telescope soundSync 0
+set telescope movable 0
+set chest soundSync 0
+set chest movable 0
+set rounddoor soundSync 0
+set rounddoor movable 0
+set books soundSync 0
+set books movable 0
+set bottle soundSync 0
+set bottle movable 0
+set kettle soundSync 0
+set kettle movable 0
+set view soundSync 0
+set view touchy 0
+set view visible 0
+set cover movable 0
+set cover visible 0
 
 play fire setAOCursor 1
 play cat setAOCursor 1
 play back setAOCursor 1
 play wallmap setAOCursor 1
 play stairs setAOCursor 1
+play telescope setAOCursor 1
+play chest setAOCursor 1
+play rounddoor setAOCursor 1
+play books setAOCursor 1
+play bottle setAOCursor 1
+play kettle setAOCursor 1
+play cover setAOCursor 1
 
 set fire mouseDown poke
 set cat mouseDown wake
@@ -126,12 +267,43 @@ set wallmap flyOff dimMap
 set stairs mouseDown climb
 set stairs flyOn showStairs
 set stairs flyOff dimStairs
+set telescope mouseDown tryIt
+set telescope flyOn pointAt
+set telescope flyOff leaveAlone
+set chest mouseDown tryChest
+set chest flyOn light
+set chest flyOff dim
+set rounddoor mouseDown tryDoor
+set rounddoor flyOn light
+set rounddoor flyOff dim
+set telescope special lookOut
+set cover mouseDown lookAway
+set books mouseDown stir
+set bottle mouseDown stir
+set kettle mouseDown stir
 
-; What is written on the wall, by its middle: at the map, and at the sign.
+notice=RText 0 314 -1 -1 5
+set notice touchy 0
+set notice movable 0
+set notice visible 0
+set notice colorIndex 4
+play notice setFont 14
+entering=RQueue 1
+play entering add DelayAction 900
+set entering finished enterTower
+get world hasKey opened
+if opened
+[
+    set chest flyOn
+    set chest flyOff
+    set chest sequence 5
+]
+
+; What is written on the ribbon and the two boards, by its middle.
 procedure write words middle top
 [
     lines=lines+1
-    line.lines=RText 0 top -1 -1 2
+    line.lines=RText 0 top -1 -1 4
     set line.lines touchy 0
     set line.lines movable 0
     set line.lines colorIndex 4
@@ -143,13 +315,9 @@ procedure write words middle top
 
 lines=0
 get world playerName visitor
-call write visitor 403 90
-call write "Mapa da baía" 403 192
-caption=&line.2
-set caption visible 0
-call write "A oficina" 452 224
-upstairs=&line.3
-set upstairs visible 0
+call write visitor 406 83
+call write "Mapa da baía" 402 196
+call write "A oficina" 552 306
 
 firesound=-1
 

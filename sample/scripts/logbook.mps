@@ -2,27 +2,21 @@
 ; workshop, where they have been, and whether there is music. What lies where is told in progress.map; here are
 ; the words. A click on a place that is known leads there.
 
-procedure lightLog
-[
-    set logbook sequence 2
-    PlaySound 207
-]
-
-procedure dimLog
-[
-    set logbook sequence 1
-]
-
-; From a middle, as everywhere.
-procedure note words size middle top
+procedure jot words size left top
 [
     notes=notes+1
-    note.notes=RText 0 top -1 -1 110
+    note.notes=RText left top -1 -1 110
     set note.notes movable 0
     set note.notes touchy 0
     set note.notes colorIndex 4
     play note.notes setFont size
     set note.notes text words
+]
+
+; From a middle, as everywhere.
+procedure note words size middle top
+[
+    call jot words size 0 top
     get note.notes textWidth wide
     set note.notes x middle-wide\2
 ]
@@ -30,7 +24,10 @@ procedure note words size middle top
 procedure openLog
 [
     PlaySound 253
-    drop pack
+    call stowBag
+    call rollUp
+    call hush
+    logOpen=1
     log=RLapTrap CHUB -1 100
     set log locationSelected choose
     set log closed closeLog
@@ -40,12 +37,12 @@ procedure openLog
     call note "Cartas" 14 117 310
     call note "Oficina" 14 237 310
     call note "Música" 14 104 374
-    call note "Níveis" 20 366 56
+    call jot "Níveis" 20 338 56
     for i 1 4
-        call note i 14 404+30*i 62
-    call note "Auto" 14 569 62
+        call note i 14 392+34*i 60
     for i 1 games
-        call note game.i 14 366 63+44*i
+        call jot game.i 14 338 61+40*i
+    call jot "A Tilli escolhe o nível." 14 378 383
     call note "" 14 178 336
     hint=&note.notes
 ]
@@ -54,6 +51,7 @@ procedure shutLog
 [
     drop log
     drop [ note
+    logOpen=0
 ]
 
 procedure closeLog
@@ -97,9 +95,10 @@ game.6="Boias"
 game.7="Caixotes"
 
 log=0
+logOpen=0
 logbook=RAnimation 2033 22
 set logbook movable 0
 play logbook setAOCursor 1
 set logbook mouseDown openLog
-set logbook flyOn lightLog
-set logbook flyOff dimLog
+set logbook flyOn lightUp
+set logbook flyOff dim

@@ -33,3 +33,22 @@ procedure award prize
         play world backpackAddObject prize
     RESULT=isNew
 ]
+
+; What was shared out to a game of one of the two hubs, signs for the chest or gems for the tower, goes to the hub when it
+; is solved: so many as the level is. RESULT is how many there were.
+procedure gather game hub
+[
+    get world currentLevel game many
+    found=0
+    for n 1 many
+    [
+        get world wsNextItemInQueue game item
+        if item
+        [
+            play world addObject item hub
+            play world removeNextObjectFromQueue game
+            found=found+1
+        ]
+    ]
+    RESULT=found
+]

@@ -4,11 +4,14 @@
 ;   build            makes answer.1 to answer.answers and holder.1 to holder.holders, and fills the data
 ;                    set of puzzle for the level
 ;   dress            what there is to do when the puzzle has been filled, as putting texts in the middle
-;   task.1 to 4      what the parrot says when a puzzle of that level begins
-;   hint             what it says when the answers are not right yet
+;   task.1 to 5      what the parrot says when a puzzle of that level begins
+;   judge            tells which answers are wrong, in wrong.1 to wrong.answers, and in hint what the parrot says
+;   assist           helps who was wrong twice
+;   renewed          1: there is one data set only, so each puzzle is laid out anew
 ;
 ; and calls `open` at its end. Depths: containers 5, answers 10, one that is dragged 60.
 include desk.mps
+include hints.mps
 
 ; ---- answers: they have the sounds that are set before they are made
 
@@ -18,6 +21,8 @@ SetAnswerGoHomeSound 243
 
 procedure lift
 [
+    call calm
+    get RECEIVER tag held
     set RECEIVER z 60
 ]
 
@@ -32,6 +37,7 @@ procedure prepare
     for i 1 answers
     [
         play answer.i setAOCursor 1
+        set answer.i tag i
         set answer.i pickedUp lift
         set answer.i dropped lower
         play puzzle addAnswer "answer."+i
@@ -64,6 +70,9 @@ procedure centre middle
 ; Containers that tell what is taken out of them are deaf while all of it is taken out at once.
 procedure settle
 [
+    call calm
+    tries=0
+    held=0
     if holders
     [
         for i 1 holders
@@ -105,14 +114,14 @@ procedure begin
     call hush 243
     play puzzle start
     call dress
-    call tell task.level
+    call tellTask
     busy=0
 ]
 
 procedure goOn
 [
     get world currentLevel activity reached
-    if reached=level
+    if (reached=level)*(mastered=0)*(renewed=0)
         call begin
     else
         call layOut
@@ -123,8 +132,9 @@ procedure cheer
     if busy=0
     [
         busy=1
+        call calm
         play puzzle anchorAnswers
-        call rejoice ""
+        call rejoiceOnly
     ]
 ]
 
@@ -132,9 +142,13 @@ procedure consider
 [
     if busy=0
     [
+        tries=tries+1
+        held=0
+        call judge
         call regret hint
         if easier
             play puzzle anchorAnswers
+        call shake
     ]
 ]
 
@@ -168,5 +182,6 @@ procedure open
     set ruler visible 0
     play ruler setFont 28
     holders=0
+    shakes=0
     call layOut
 ]

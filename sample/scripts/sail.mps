@@ -4,12 +4,14 @@ yield off
 StartTransition
 Scene 109 105
 
-activity="PWS1"
-hint="Os remendos têm de tapar os rasgões, nem mais nem menos!"
+activity="OWS4"
 task.1="A vela está rasgada! Põe remendos em todos os rasgões."
 task.2="Mais rasgões! Que remendos, juntos, os tapam todos?"
 task.3="Escolhe bem os remendos: nem a mais, nem a menos!"
 task.4="A vela toda está rasgada! Que remendos lhe servem?"
+task.5="Outra vela rasgada! Que remendos lhe servem?"
+renewed=0
+summed="correctSegments"
 
 ; How long a segment of the sail is, and where the first one begins.
 segment=36
@@ -47,6 +49,17 @@ procedure five entry many a b c d e
     call patch entry e
 ]
 
+; For who has mastered it: another number of tears each time, which patches of all four sizes can always cover.
+tears=0
+
+procedure compose
+[
+    RandomNumber 5 10 tears
+    tears=RESULT
+    RandomNumber 1 2
+    call five 1 tears 1 2 3 4 RESULT
+]
+
 procedure build
 [
     holders=1
@@ -54,10 +67,10 @@ procedure build
     set holder.1 movable 0
     set holder.1 infoAOID 2429
     set holder.1 infoVerticalOffset 4
-    set holder.1 answerPlaced measure
+    set holder.1 answerPlaced sew
     answers=2+level
     if level=4
-        answers=4
+        answers=4+mastered
     for i 1 answers
     [
         answer.i=RGraphicTextAnswer -1 12 380 10
@@ -83,6 +96,8 @@ procedure build
         call five 2 9 2 3 4 1 1
         call five 3 7 3 1 2 3 2
     ]
+    else if mastered
+        call compose
     else
     [
         call four 1 10 4 3 2 3
@@ -95,7 +110,7 @@ procedure build
 
 procedure dress
 [
-    set holder.1 answerRemoved measure
+    set holder.1 answerRemoved closeUp
     tooMuch=0
     all=0
     for i 1 answers
@@ -123,16 +138,83 @@ procedure measure
 [
     get holder.1 frame covered
     get holder.1 correctSegments wanted
-    if covered-1>wanted
-    [
-        tooMuch=1
+    much=covered-1>wanted
+    tries=much*(tooMuch=0)+tries
+    takeOut=0
+    helping=(tries>1)*(covered-1#wanted)
+    if helping
+        call assist
+    if much
         call tell "Assim tapas pano que está bom. Tira um remendo!"
-    ]
+    else if takeOut
+        call tell "Tira o remendo da seta!"
+    else if helping
+        call tell "Já tapaste "+(covered-1)+". Quanto falta para "+wanted+"?"
     else if tooMuch
+        call tellTask
+    tooMuch=much
+]
+
+; What is left on the sail moves up to the left when a patch is taken off, so that no tear stays open between
+; patches: each is taken off and sewn on again, silently, while the sail is deaf.
+procedure closeUp
+[
+    for i 1 answers
     [
-        tooMuch=0
-        call tell task.level
+        sewnAt.i=-1
+        get answer.i isUsed used
+        if used*(held#i)
+        [
+            get answer.i "x" left
+            sewnAt.i=(left+9-sailLeft)\segment
+        ]
     ]
+    call silence -1 -1
+    set holder.1 answerRemoved
+    set holder.1 answerPlaced
+    for k 0 9
+        for i 1 answers
+            if sewnAt.i=k
+            [
+                play puzzle removeAnswerFromContainer "answer."+i "holder.1"
+                play puzzle addAnswerToContainer "answer."+i "holder.1"
+            ]
+    set holder.1 answerRemoved closeUp
+    set holder.1 answerPlaced sew
+    call silence 242 243
+    call measure
+]
+
+procedure silence snap goHome
+    for i 1 answers
+    [
+        set answer.i snapSound snap
+        set answer.i goHomeSound goHome
+    ]
+
+procedure sew
+[
+    held=0
+    call measure
+]
+
+procedure judge
+[
+    call judgeHolders
+    get holder.1 frame covered
+    get holder.1 correctSegments wanted
+    if covered-1>wanted
+        hint="Há remendos a mais. Tira um!"
+    else
+        hint="Ainda faltam rasgões: "+(wanted-covered+1)+"."
+]
+
+; Who was wrong twice is helped with each patch.
+procedure assist
+[
+    call lookAway
+    call complete 0
+    call showPart
 ]
 
 include puzzle.mps

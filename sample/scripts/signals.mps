@@ -5,16 +5,12 @@ StartTransition
 Scene 108 105
 
 activity="CWS4"
-hint="Ainda não é essa a palavra. Muda as letras!"
 task.1="O que está no quadro? Escreve com as bandeiras!"
 task.2="Agora são quatro letras. Que palavra é?"
 task.3="Cinco letras! Consegues escrever a palavra?"
 task.4="Cuidado: há uma letra a mais!"
-
-letters.1=3
-letters.2=4
-letters.3=5
-letters.4=6
+task.5="Palavras novas, e duas letras a mais!"
+renewed=1
 
 ; Pictures by their numbers, less 2500.
 fish=1
@@ -22,9 +18,11 @@ whale=3
 octopus=4
 crab=5
 turtle=6
+star=2
 hammer=8
 saw=9
 brush=10
+spanner=11
 anchor=12
 sun=13
 moon=14
@@ -36,20 +34,13 @@ boat=19
 lighthouse=20
 shell=21
 
-procedure write entry word picture
+; Words, their pictures, and letters that are not needed.
+procedure offer word picture letter
 [
-    for k 1 ~word
-        play puzzle setAnswer entry word|k|1 word|k|1
-    play puzzle setContainer entry word
-    play puzzle setPuzzleGraphic entry 198 99 6 2500+picture
-]
-
-; With a letter that is not needed.
-procedure writeMore entry word picture letter
-[
-    call write entry word picture
-    ; texts skip
-    play puzzle setAnswer entry letter letter
+    offers=offers+1
+    word.offers=word
+    picture.offers=picture
+    extra.offers=letter
 ]
 
 ; A word of each language has as many letters as its level wants, so that the words are no translations.
@@ -58,28 +49,43 @@ procedure portuguese
 [
     if level=1
     [
-        call write 1 "SOL" sun
-        call write 2 "LUA" moon
-        call write 3 "MAR" sea
+        call offer "SOL" sun ""
+        call offer "LUA" moon ""
+        call offer "MAR" sea ""
     ]
     else if level=2
     [
-        call write 1 "VELA" sail
-        call write 2 "BOIA" buoy
-        call write 3 "ONDA" wave
+        call offer "VELA" sail ""
+        call offer "BOIA" buoy ""
+        call offer "ONDA" wave ""
     ]
     else if level=3
     [
-        call write 1 "PEIXE" fish
-        call write 2 "POLVO" octopus
-        call write 3 "BARCO" boat
-        call write 4 "FAROL" lighthouse
+        call offer "PEIXE" fish ""
+        call offer "POLVO" octopus ""
+        call offer "BARCO" boat ""
+        call offer "FAROL" lighthouse ""
     ]
     else
     [
-        call writeMore 1 "BALEIA" whale "M"
-        call writeMore 2 "PINCEL" brush "A"
-        call writeMore 3 "CONCHA" shell "T"
+        ; texts skip
+        call offer "BALEIA" whale "M"
+        ; texts skip
+        call offer "PINCEL" brush "A"
+        ; texts skip
+        call offer "CONCHA" shell "T"
+    ]
+    if mastered
+    [
+        call offer "PEIXE" fish ""
+        call offer "POLVO" octopus ""
+        call offer "BARCO" boat ""
+        call offer "FAROL" lighthouse ""
+        call offer "CHAVE" spanner ""
+        call offer "SERRA" saw ""
+        call offer "VELA" sail ""
+        call offer "BOIA" buoy ""
+        call offer "ONDA" wave ""
     ]
 ]
 
@@ -87,40 +93,94 @@ procedure english
 [
     if level=1
     [
-        call write 1 "SUN" sun
-        call write 2 "SEA" sea
-        call write 3 "SAW" saw
+        call offer "SUN" sun ""
+        call offer "SEA" sea ""
+        call offer "SAW" saw ""
     ]
     else if level=2
     [
-        call write 1 "SAIL" sail
-        call write 2 "BUOY" buoy
-        call write 3 "CRAB" crab
+        call offer "SAIL" sail ""
+        call offer "BUOY" buoy ""
+        call offer "CRAB" crab ""
     ]
     else if level=3
     [
-        call write 1 "SHELL" shell
-        call write 2 "WHALE" whale
-        call write 3 "BRUSH" brush
+        call offer "SHELL" shell ""
+        call offer "WHALE" whale ""
+        call offer "BRUSH" brush ""
     ]
     else
     [
-        call writeMore 1 "ANCHOR" anchor "T"
-        call writeMore 2 "TURTLE" turtle "S"
-        call writeMore 3 "HAMMER" hammer "I"
+        ; texts skip
+        call offer "ANCHOR" anchor "T"
+        ; texts skip
+        call offer "TURTLE" turtle "S"
+        ; texts skip
+        call offer "HAMMER" hammer "I"
+    ]
+    if mastered
+    [
+        call offer "SHELL" shell ""
+        call offer "WHALE" whale ""
+        call offer "BRUSH" brush ""
+        call offer "SAIL" sail ""
+        call offer "BUOY" buoy ""
+        call offer "CRAB" crab ""
+        call offer "FISH" fish ""
+        call offer "STAR" star ""
+        call offer "MOON" moon ""
+        call offer "BOAT" boat ""
+        call offer "WAVE" wave ""
+    ]
+]
+
+; Another word than the last time.
+current=0
+
+procedure choose
+[
+    offers=0
+    GetLanguage
+    if RESULT="en"
+        call english
+    else
+        call portuguese
+    RandomNumber 1 offers current
+    current=RESULT
+    wanted=word.current
+    surplus=extra.current
+    if mastered
+        call addLetters
+]
+
+; Two letters that are not in the word.
+procedure addLetters
+[
+    alphabet="AEIOLMNRSTBC"
+    surplus=""
+    for (~surplus)<2
+    [
+        RandomNumber 1 12
+        letter=alphabet|RESULT|1
+        if (letter@wanted)+(letter@surplus)=0
+            surplus=surplus+letter
     ]
 ]
 
 procedure build
 [
+    call choose
+    letters=~wanted
+    lineLeft=236-26*letters
     holders=1
-    holder.1=RHorizontalContainer 2430+letters.level 236-26*letters.level 204 5
+    holder.1=RHorizontalContainer 2430+letters lineLeft 204 5
     set holder.1 movable 0
     set holder.1 slideSound 244
     set holder.1 deltaZ 5
-    answers=letters.level
-    if level=4
-        answers=answers+1
+    play puzzle setContainer 1 wanted
+    play puzzle setPuzzleGraphic 1 198 99 6 2500+picture.current
+    flags=wanted+surplus
+    answers=~flags
     for i 1 answers
     [
         call spread i answers 52
@@ -128,12 +188,48 @@ procedure build
         set answer.i textColorIndex 4
         set answer.i textOffsetY 23
         play answer.i setFont 28
+        ; texts skip
+        play puzzle setAnswer 1 flags|i|1 flags|i|1
     ]
-    GetLanguage
-    if RESULT="en"
-        call english
-    else
-        call portuguese
+]
+
+; Letters in their places are right; the first other place is missed.
+procedure judge
+[
+    for k letters 1 -1
+        isRight.k=0
+    for i 1 answers
+    [
+        wrong.i=0
+        get answer.i isUsed used
+        if used
+        [
+            get answer.i "x" left
+            get answer.i "attribute" letter
+            at=(left+26-lineLeft)\52+1
+            isRight.at=(wanted|at|1)=letter
+            wrong.i=isRight.at=0
+        ]
+    ]
+    for k letters 1 -1
+        if isRight.k=0
+            missed=k
+    hint="A letra "+missed+" é outra."
+]
+
+procedure assist
+[
+    letter=wanted|missed|1
+    for i 1 answers
+    [
+        get answer.i "attribute" is
+        get answer.i isUsed used
+        if (is=letter)*(wrong.i+(used=0)>0)
+            shown=i
+    ]
+    call pointAtAnswer shown
+    call pointAt lineLeft+52*missed-26 216
+    call tell "A letra "+missed+" é esta: "+letter+"!"
 ]
 
 procedure dress

@@ -2,15 +2,20 @@
 ; with Enter, the green button or a double click it is signed, and the harbour greets by it.
 ;
 ; Who has signed is a player, kept in the world's memory from one run of the game to the next. players.mps has
-; set it up. A flag begins this scene anew in its language.
+; set it up. Who played last is highlighted at first. A flag begins this scene anew in its language; the door leaves
+; the game.
 ;
 ; The parrot says how things stand, and what cannot be done.
 yield off
 
 world=RWorldPort 0
 
+; The harbour, which leads back to here, has none.
+SetDoubleClicksEnabled 1
 StartTransition
 Scene 102
+paper=2220
+include question.mps
 
 ; ---- the parrot's bubble
 
@@ -221,6 +226,9 @@ procedure sign
         set world language chosen
         if ~chosen
             SetLanguage chosen
+        ; Whoever signs next in this run chooses for themselves.
+        set world spoken ""
+        set world turn turns+1
         PlaySound 214
         ; Whether there is to be music is switched in the logbook.
         get world isBackgroundMusicOff silent
@@ -245,13 +253,21 @@ procedure speak
     relay "signin.mps"
 ]
 
+; ---- the way out
+
+procedure wayOut
+    call ask "leave" "Queres mesmo sair?"
+
+procedure agree
+    quit
+
 ; ---- the keyboard
 
 ; Only what a name is made of is written. The memory takes #1 and 1 for places among the players.
 letters="abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ-' "
 accents="àáâãäåæçèéêëìíîïğñòóôõöøùúûüışÿÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏĞÑÒÓÔÕÖØÙÚÛÜİŞß"
 
-procedure write
+procedure spell
 [
     if (what@letters)+(what@accents)
     [
@@ -281,7 +297,11 @@ procedure takeBack
 procedure typed
 [
     get RECEIVER key what
-    if what="Backspace"
+    if asking
+        call answerKey what
+    else if what="Esc"
+        call wayOut
+    else if what="Backspace"
         call takeBack
     else if what="Up"
         call goUp
@@ -296,7 +316,7 @@ procedure typed
     else if what="Enter"
         call sign
     else if ~what=1
-        call write
+        call spell
 ]
 
 ; ---- the book
@@ -324,12 +344,20 @@ procedure enter newcomer
 ]
 
 get world playersCount count
+turns=0
+latest=""
 n=0
 for n<count
 [
     play world activatePlayer "#"+n
     get world playerName who
     call enter who
+    get world turn signed
+    if signed>turns
+    [
+        turns=signed
+        get world playerName latest
+    ]
     n=n+1
 ]
 call enter "Ana"
@@ -342,7 +370,7 @@ call enter "Leonor"
 call enter "Mariana"
 call enter "Rafael"
 call enter "Tomás"
-set players currentEntry ""
+set players currentEntry latest
 
 ; The numbers tell whyNot which of them it is.
 for i 1 5
@@ -371,6 +399,9 @@ for i 1 2
     set flag.i sequence 1+(tag.i=RESULT)
     set flag.i enabled tag.i#RESULT
 ]
+door=RPButton 2215 20
+set door clickSoundID 212
+set door hit wayOut
 
 ; ---- what is written around it: font, place of the middle, height
 
@@ -415,7 +446,10 @@ set keys keyPressed typed
 
 asked=""
 call look
-call tell "Olá! Escreve o teu nome, ou escolhe-o no livro."
+if ~latest
+    call tell "Olá! És tu, "+who+"?"
+else
+    call tell "Olá! Escreve o teu nome, ou escolhe-o no livro."
 port=RScenePort 0
 play port startBackgroundMusic 102 100 2
 EndTransition 0

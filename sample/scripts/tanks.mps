@@ -5,11 +5,16 @@ StartTransition
 Scene 106 105
 
 activity="CWS2"
-hint="Conta outra vez, devagarinho!"
 task.1="Quantos peixes há em cada aquário? Põe a concha certa!"
 task.2="Agora são mais. E há uma concha que sobra!"
 task.3="Faz as contas: que número é o de cada aquário?"
 task.4="Que conta dá o número de cada aquário?"
+task.5="Contas novas! Qual é a de cada aquário?"
+renewed=0
+
+where.1="No primeiro aquário"
+where.2="No aquário do meio"
+where.3="No último aquário"
 
 tanks=3
 
@@ -66,6 +71,21 @@ procedure parts entry tank first number
     play puzzle setContainer entry number
     call slate entry tank number
     play puzzle setAnswer entry number first
+]
+
+; For who has mastered the sums: other numbers each time, the last one for no tank. The first part is such that the
+; other one has one digit, too.
+procedure compose
+[
+    call draw 4 11 18
+    for k 1 4
+    [
+        RandomNumber drawn.k-9 9
+        if k<4
+            call parts 1 k RESULT drawn.k
+        else
+            play puzzle setAnswer 1 drawn.k RESULT
+    ]
 ]
 
 procedure build
@@ -139,6 +159,8 @@ procedure build
         call shell 3 5
         call shell 3 6
     ]
+    else if mastered
+        call compose
     else
     [
         call parts 1 1 7 12
@@ -179,6 +201,26 @@ procedure dress
             call centreLabel "text2OffsetX" 74
         ]
     ]
+]
+
+procedure judge
+[
+    call judgeHolders
+    get answer.wrongAnswer "value" is
+    get holder.wrongHolder "value" goal
+    if is>goal
+        hint=where.wrongHolder+" é menos."
+    else
+        hint=where.wrongHolder+" é mais."
+]
+
+procedure assist
+[
+    call showPair "value"
+    if level<3
+        call tell "Conta comigo, devagarinho: "+goal+"! Vê as setas."
+    else
+        call tell "A conta dá "+goal+". Vê as setas!"
 ]
 
 include puzzle.mps

@@ -1,6 +1,7 @@
 ; The workshop up the stairs of the lighthouse. Five things lead to puzzles: the board with shadows, the
 ; tank with fish, the toy boat with its cargo, the signal flags, and the torn sail. Two more on the floor lead to
 ; games: the board with holes, and the box with crates. What each of them is stands on the plaque while the pointer is over it. The signpost leads back down.
+; The toolbox, the bucket, the lantern and the porthole answer clicks, and lead nowhere.
 ;
 ; The music is that of the puzzles too: it goes on when one of them is entered or left.
 yield off
@@ -57,6 +58,11 @@ procedure enter
     relay scene.which
 ]
 
+; ---- what moves once when it is clicked
+
+procedure stir
+    set RECEIVER sequence 2
+
 ; ---- the signpost
 
 procedure lightSign
@@ -92,6 +98,16 @@ for i 1 things
     set thing.i movable 0
     play thing.i setAOCursor 1
 ]
+toy.1=RAnimation 2485 19
+toy.2=RAnimation 2486 9
+toy.3=RAnimation 2487 9
+toy.4=RAnimation 2488 8
+for i 1 4
+[
+    set toy.i soundSync 0
+    set toy.i movable 0
+    play toy.i setAOCursor 1
+]
 sign=RAnimation 2409 20
 set sign movable 0
 play sign setAOCursor 1
@@ -102,6 +118,8 @@ for i 1 things
     set thing.i flyOn lightUp
     set thing.i flyOff dim
 ]
+for i 1 4
+    set toy.i mouseDown stir
 set sign mouseDown goDown
 set sign flyOn lightSign
 set sign flyOff dimSign

@@ -121,6 +121,7 @@ bool KeyPlayer::takeMarkKey(const KeyPress& key) {
     if (!direction && !isTab && !isClick(key)) return false;
     if (!isOnTarget()) markNearest();
     if (!marked_) return false;
+    isChosen_ = true;
     if (isTab)
         markNext(key.shift ? -1 : 1);
     else if (direction)
@@ -145,6 +146,7 @@ bool KeyPlayer::takeCarryKey(const KeyPress& key) {
     } else if (isKey(key, Key::Esc)) {
         hand_.moveTo(carried_->grip);
         letGo();
+        wasPutBack_ = true;
     } else if (direction && key.control) {
         const Point step = smallStep(*direction);
         carryTo(platform::shifted(carried_->place, step.x, step.y));
@@ -162,6 +164,15 @@ bool KeyPlayer::takeCarryKey(const KeyPress& key) {
         return false;
     }
     return true;
+}
+
+std::optional<KeyPlayer::Attention> KeyPlayer::attention() const {
+    if (carried_)
+        return Attention{static_cast<OMTrinket*>(carried_->trinket.object()), 0, carried_->place,
+                         true, true};
+    if (!marked_ || (!marked_->trinket && !marked_->isBackground)) return std::nullopt;
+    return Attention{static_cast<OMTrinket*>(marked_->trinket.object()), marked_->part,
+                     marked_->place, false, isChosen_};
 }
 
 // ---------------------------------------------------------------------------- every pass
@@ -208,6 +219,7 @@ void KeyPlayer::stepMark() {
         if (target) return mark(*target);
         marked_.reset();
     }
+    isChosen_ = false;
     const std::uint32_t now = OMMilliseconds();
     if (now - lookedMs_ < kSearchMs) return;
     lookedMs_ = now;
@@ -261,7 +273,7 @@ void KeyPlayer::mark(const OMKeyTarget& target) {
         place = {place.left + kBackgroundInset, place.top + kBackgroundInset,
                  place.right - kBackgroundInset, place.bottom - kBackgroundInset};
     marked_.emplace(
-        Marked{OMSWatch(target.trinket), !target.trinket, target.part, place, target.point});
+        Marked{OMSWatch(target.trinket), !target.trinket, target.part, place, place, target.point});
     lastPlace_ = place;
     hand_.moveTo(target.point);
 }
@@ -280,6 +292,7 @@ void KeyPlayer::begin() {
     markNearest();
 }
 
+/// What lights up under the pointer is often larger then, and must not change its turn by that.
 void KeyPlayer::markNext(int step) {
     const std::vector<OMKeyTarget> all = targets();
     if (all.empty()) return marked_.reset();
@@ -287,7 +300,13 @@ void KeyPlayer::markNext(int step) {
         return each.trinket == marked_->trinket.object() && each.part == marked_->part;
     });
     const auto at = here == all.end() ? 0 : static_cast<std::size_t>(here - all.begin());
-    mark(all[inRing(at, step, all.size())]);
+    std::vector<Rect> places = placesOf(all);
+    if (here != all.end()) places[at] = marked_->found;
+    if (!all.back().trinket) places.pop_back();
+    std::vector<std::size_t> order = OMReadingOrder(places);
+    if (!all.back().trinket) order.push_back(places.size());
+    const auto turn = static_cast<std::size_t>(std::ranges::find(order, at) - order.begin());
+    mark(all[order[inRing(turn, step, order.size())]]);
 }
 
 void KeyPlayer::markTowards(OMDirection direction) {
@@ -301,6 +320,7 @@ void KeyPlayer::markTowards(OMDirection direction) {
 
 void KeyPlayer::takeUp(OMTrinket& trinket) {
     const Rect place = trinket.boundingRectangle();
+    wasPutBack_ = false;
     carried_.emplace(Carried{OMSWatch(&trinket), place, marked_->point, place});
     hand_.press();
 }

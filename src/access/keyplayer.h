@@ -25,12 +25,26 @@ class KeyPlayer {
     ~KeyPlayer();
     KeyPlayer& operator=(KeyPlayer&&) = delete;
 
+    /// What the person is at, for who tells it in another way.
+    struct Attention {
+        OMTrinket* trinket = nullptr; ///< null: the background
+        std::size_t part = 0;         ///< of its click places
+        platform::Rect place{};       ///< of the mark
+        bool isCarried = false;
+        bool isChosen = false; ///< a key has brought the mark there, and not the scene
+    };
+    /// None while there is no mark.
+    [[nodiscard]] std::optional<Attention> attention() const;
+    /// Whether what was carried last was put back, and not let go where it was.
+    [[nodiscard]] bool wasPutBack() const { return wasPutBack_; }
+
   private:
     /// What the mark is on.
     struct Marked {
         OMSWatch trinket;
         bool isBackground;
         std::size_t part;
+        platform::Rect found;  ///< where it was before the pointer was on it
         platform::Rect place;  ///< where it was seen last; window pixels, as all here
         platform::Point point; ///< where the pointer is on it
     };
@@ -85,5 +99,7 @@ class KeyPlayer {
     platform::Rect lastPlace_{}; ///< of the mark; empty when a scene begins
     std::uint32_t lookedMs_ = 0; ///< when targets were last looked for in vain
     std::optional<Carried> carried_;
+    bool isChosen_ = false; ///< the place of the mark, by a key
+    bool wasPutBack_ = false;
     OMTask task_;
 };

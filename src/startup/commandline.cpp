@@ -9,7 +9,10 @@
 #include "platform/commandline/commandline.h"
 #include "platform/host/faces/outlinefaces.h"
 #include "platform/host/files/secondwall.h"
+#include "platform/host/game/comfort.h"
 #include "platform/host/game/gameinfo.h"
+#include "platform/host/screen/pointers.h"
+#include "platform/host/speech/synthesizer.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -100,6 +103,9 @@ std::string versionText(const std::string& content) {
     text += platform::OutlineFaces::kAvailable
                 ? "TrueType faces: FreeType"
                 : "TrueType faces: none (built without FreeType and fontconfig)";
+    text += platform::Synthesizer::kAvailable
+                ? "\nspoken texts: Speech Dispatcher, where it is installed"
+                : "\nspoken texts: none (built without libspeechd)";
     const int wall = platform::secondWallVersion();
     text += wall > 0 ? "\nfence: that of the program, and Landlock " + std::to_string(wall) +
                            " of this machine"
@@ -141,6 +147,7 @@ bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
 constexpr const char* kArguments =
     R"([--content DIR] [--cd DIR] [--home DIR] [--seed N] [--scene NAME]
               [--language TAG] [--trust] [--components] [--author [--reload WHEN]] [--keys]
+              [--speak] [--pointer N] [--double-click MS] [--kiosk [KEY]]
               [--record FILE] [--profile FILE]
               [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
                           [--machine LIST] [--record-sound DIR]])";
@@ -150,7 +157,8 @@ std::vector<commandline::Section> sections() {
     return {
         {"Keys in the window",
          "Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks whether to leave the\n"
-         "game, Shift+F1 tells the version, Shift+F5 switches playing with keys on and off. With\n"
+         "game, Shift+F1 tells the version, Shift+F5 switches playing with keys on and off,\n"
+         "Shift+F6 spoken texts. With\n"
          "--author Shift+F2 opens the console, Shift+F3 loads the running scene again with all\n"
          "that was saved, Ctrl+Shift+F3 keeps its variables. With --record Shift+F4 takes a\n"
          "picture."},
@@ -234,6 +242,28 @@ commandline::Reader reloadReader(std::optional<bool>& atOnce) {
             return *atOnce || value == kOnKey;
         },
         std::string(" is none; write ") + kOnKey + " or " + kAtOnce);
+}
+
+commandline::Reader leavingKeyReader(std::optional<platform::LeavingKey>& key) {
+    return reader(
+        [&key](const std::string& value) {
+            key = value.empty() ? platform::LeavingKey{} : platform::parseLeavingKey(value);
+            return key.has_value();
+        },
+        " is no key to leave by; one is Ctrl-Alt-Q: Ctrl- or Alt- in front, and none that the "
+        "desktop keeps for itself, as Alt-F4");
+}
+
+/// Throws commandline::Mistake.
+void checkKiosk(const CommandLine& line) {
+    if (!line.kiosk) return;
+    if (line.headless)
+        throw commandline::Mistake("--kiosk: is for a game in a window; leave out --headless");
+    if (line.author)
+        throw commandline::Mistake("--kiosk: has no keys for authors; leave out --author");
+    if (!line.record.empty())
+        throw commandline::Mistake(
+            "--kiosk: begins again and again, which is no visit; leave out --record");
 }
 
 /// Throws commandline::Mistake.
@@ -333,6 +363,25 @@ void addOptions(commandline::Command& command, CommandLine& line) {
     command.add("--keys", &line.playsByKeys,
                 "Play with keys alone: Tab and the arrows move a mark over all\n"
                 "that can be clicked, Enter clicks it (Shift+F5 in the window)");
+    command
+        .add("--kiosk", leavingKeyReader(line.kiosk),
+             "For a class room: the full screen, left by this key only (default:\n"
+             "Ctrl-Alt-Q); a game that ends begins again",
+             "[KEY]")
+        .mayLackValue();
+    command.add("--speak", &line.speaksTexts,
+                "Speak texts, and with --keys what the mark is on (Shift+F6 in\n"
+                "the window)");
+    command
+        .add("--pointer", &line.comfort.pointer,
+             "Pointer of the mouse so many times as large, 1 to 3", "N")
+        .within(1, platform::kMostPointerScale);
+    command
+        .add("--double-click", &line.comfort.doubleClickMs,
+             "Two presses within so many milliseconds, 200 to 2000, are a\n"
+             "double click (default: the system's)",
+             "MS")
+        .within(platform::kLeastDoubleClickMs, platform::kMostDoubleClickMs);
     command.add("--record", &line.record,
                 "File that gets what happens in the window, to be played again\n"
                 "by --input; Shift+F4 takes a picture",
@@ -407,6 +456,7 @@ std::variant<CommandLine, int> parseCommandLine(int argc, char** argv) {
             return 0;
         }
         checkReload(line);
+        checkKiosk(line);
         isGame = headless.finish();
         return isGame ? 0 : commandline::kWrong;
     };

@@ -4,6 +4,8 @@
 #include "platform/display.h"
 #include "platform/headless/breakingfiles.h"
 #include "platform/headless/claimedmachine.h"
+#include "platform/host/game/comfort.h"
+#include "platform/host/visit/leavingkey.h"
 #include "platform/host/visit/timeline.h"
 
 #include <cstdint>
@@ -17,11 +19,14 @@ struct CommandLine {
     std::string cd;
     std::string home;
     std::optional<std::uint32_t> seed;
-    bool trusted = false;              ///< no fence around the game's files
-    bool components = false;           ///< native code of the game is loaded
-    bool author = false;               ///< shows what concerns the one who makes the game
-    std::optional<bool> reloadsAtOnce; ///< what the author saves; not given: when asked to
-    bool playsByKeys = false;          ///< without a mouse
+    bool trusted = false;                      ///< no fence around the game's files
+    bool components = false;                   ///< native code of the game is loaded
+    bool author = false;                       ///< shows what concerns the one who makes the game
+    std::optional<bool> reloadsAtOnce;         ///< what the author saves; not given: when asked to
+    bool playsByKeys = false;                  ///< without a mouse
+    std::optional<platform::LeavingKey> kiosk; ///< the one that ends a game in a class room
+    bool speaksTexts = false;                  ///< to who cannot read
+    platform::Comfort comfort;                 ///< of the window
     bool headless = false;
     std::string
         language;      ///< a tag of the game's; empty: by the system, or without a window the first

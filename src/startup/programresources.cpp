@@ -92,6 +92,28 @@ constexpr Text kTexts[] = {
      " What you play now is not saved."},
     {warningtext::kReallyLeave, "reallyLeave", "Quer mesmo sair do jogo?",
      "Do you really want to leave the game?"},
+    {spokentext::kOn, "speechOn", "Os textos são falados.", "Texts are spoken."},
+    {spokentext::kOff, "speechOff", "Os textos já não são falados.",
+     "Texts are not spoken any more."},
+    {spokentext::kNoVoice, "noVoice",
+     "O computador não tem voz para os textos. Peça a um adulto que instale speech-dispatcher e "
+     "espeak-ng. Com Shift+F6 joga sem voz.",
+     "The computer has no voice for texts. Ask a grown-up to install speech-dispatcher and "
+     "espeak-ng. Shift+F6 plays without a voice."},
+    {spokentext::kButton, "spokenButton", "botão", "button"},
+    {spokentext::kPicture, "spokenPicture", "imagem", "picture"},
+    {spokentext::kPlace, "spokenPlace", "lugar", "place"},
+    {spokentext::kPiece, "spokenPiece", "peça", "piece"},
+    {spokentext::kList, "spokenList", "lista", "list"},
+    {spokentext::kBackpack, "spokenBackpack", "mochila", "backpack"},
+    {spokentext::kMap, "spokenMap", "mapa", "map"},
+    {spokentext::kBackground, "spokenBackground", "fundo", "background"},
+    {spokentext::kText, "spokenText", "texto", "text"},
+    {spokentext::kCanBeMoved, "spokenCanBeMoved", ", dá para levar", ", can be moved"},
+    {spokentext::kInHand, "spokenInHand", "na mão: ", "in the hand: "},
+    {spokentext::kOver, "spokenOver", "sobre ", "over "},
+    {spokentext::kLetGo, "spokenLetGo", "largou: ", "let go: "},
+    {spokentext::kPutBack, "spokenPutBack", "de volta: ", "put back: "},
 };
 
 /// What stands on a button or above a box, by the word that is the same in every language.

@@ -81,6 +81,29 @@ inline constexpr int kNothingIsKept = 1038; ///< the end of each of these
 inline constexpr int kReallyLeave = 1100;   ///< of the exit screen, which is no warning
 } // namespace warningtext
 
+/// Of the same kind, but spoken (RWarningText reads them, too).
+namespace spokentext {
+inline constexpr int kOn = 1200;
+inline constexpr int kOff = 1201;
+inline constexpr int kNoVoice = 1202; ///< is shown
+// What things are called that have no name.
+inline constexpr int kButton = 1210;
+inline constexpr int kPicture = 1211;
+inline constexpr int kPlace = 1212;
+inline constexpr int kPiece = 1213;
+inline constexpr int kList = 1214;
+inline constexpr int kBackpack = 1215;
+inline constexpr int kMap = 1216;
+inline constexpr int kBackground = 1217;
+inline constexpr int kText = 1218;
+// What is said besides a name.
+inline constexpr int kCanBeMoved = 1220; ///< behind it; in front of it are all others
+inline constexpr int kInHand = 1221;
+inline constexpr int kOver = 1222;
+inline constexpr int kLetGo = 1223;
+inline constexpr int kPutBack = 1224;
+} // namespace spokentext
+
 /// The program's icon: a BMP file of 8 bits a pixel; index 0 is transparent. Lives as long as the
 /// program.
 [[nodiscard]] std::span<const std::byte> RProgramIcon();

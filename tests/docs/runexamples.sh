@@ -20,7 +20,7 @@ blocks=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/blocks.awk
 rm -rf "$work"
 mkdir -p "$work/blocks"
 cd "$work"
-rsc=$work/sample && mkdir -p "$rsc" && cp -r "$sample/RSC" "$rsc" # the examples share its files
+rsc=$work/sample && mkdir -p "$rsc" && cp -r "$sample/RSC" "$sample/movies" "$rsc" # the examples share its files
 awk -v blocks=blocks -f "$blocks" "$page" >list
 
 failures=0
@@ -45,7 +45,7 @@ while read -r number line kind name; do
       examples+=("$line:$number")
       example=$number
       mkdir -p "$example/content" "$example/home"
-      cp -rl "$rsc/RSC" "$example/content"
+      cp -rl "$rsc/RSC" "$rsc/movies" "$example/content"
     fi
     at=$example/content/${name:-Startup.mps} ;;
   file) at=$example/file/$name ;;

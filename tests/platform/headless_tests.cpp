@@ -5,6 +5,7 @@
 
 #include "platform/headless/headlessplatform.h"
 #include "platform/host/screen/boxbuttons.h"
+#include "platform/host/screen/pointers.h"
 #include "platform/host/visit/visitrecorder.h"
 
 #include <deque>
@@ -112,10 +113,11 @@ TEST(VisitRecorder, WhatItWroteIsSeenAgain) {
     std::minstd_rand chance(3);
     for (int ms = 0; ms < 3000; ms += static_cast<int>(chance() % 9)) {
         constexpr const char* kDone[] = {
-            "move -9 40", "down 3 4", "up 900 4",  "double 7 8",
-            "key Ctrl-q", "key \xE3", "key  ",     "key Ctrl-Shift-Tab",
-            "keys on",    "keys off", "command 9", "background",
-            "foreground", "expose",   "nothing",   "up 1 1"};
+            "move -9 40", "down 3 4",   "up 900 4",   "double 7 8",
+            "key Ctrl-q", "key \xE3",   "key  ",      "key Ctrl-Shift-Tab",
+            "keys on",    "keys off",   "speech on",  "speech off",
+            "command 9",  "background", "foreground", "expose",
+            "nothing",    "up 1 1"};
         person << ms << ' ' << kDone[chance() % std::size(kDone)] << '\n';
     }
     person << "2000 close\n";
@@ -312,6 +314,14 @@ TEST(HeadlessWaveOut, PlaysAndRecordsWhatTheTimeIsWorth) {
     }
     EXPECT_EQ(notes.str(),
               "recording " + folder.path("sound/002-2000.wav") + " cannot be written\n");
+}
+
+TEST(Pointers, AreEnlargedWithFinerSlantsAndPointWithTheSameSpot) {
+    const CursorImage large = enlarged({3, 3, {1, 2}, {1, 0, 0, 0, 1, 0, 0, 0, 1}}, 2);
+    EXPECT_EQ(large.hotSpot, (Point{3, 5}));
+    EXPECT_EQ(large.pixels,
+              (std::vector<std::uint32_t>{1, 1, 0, 0, 0, 0, 1, 1, 1, 0, 0, 0, 0, 1, 1, 1, 0, 0,
+                                          0, 0, 1, 1, 1, 0, 0, 0, 0, 1, 1, 1, 0, 0, 0, 0, 1, 1}));
 }
 
 } // namespace

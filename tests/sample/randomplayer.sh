@@ -13,6 +13,7 @@ rm -rf "$work"
 mkdir -p "$work/content"
 cd "$work"
 cp -r "$sample/RSC" "$sample/scripts" "$sample/movies" content
+sed -i 's/^    quit/    relay "signin.mps"/' content/scripts/*.mps # who leaves comes back
 scenes=$(cd content/scripts && grep -l '^StartTransition' ./*.mps | sed 's,^./,,; s,\.mps$,,')
 
 # The input file of a visit. Half of the time the pointer stays near where it was.
@@ -50,6 +51,7 @@ play() { # SCENE
     sed -n '/^world=/,/activateDataFile/s/\r//p' content/scripts/players.mps
     echo 'play world activatePlayer "Ana"'
     for place in CWS1 CWS2 CWS3 CWS4 PWS1 OWS1 OWS2; do echo "set world currentLevel \"$place\" $level"; done
+    echo "set world chartLevel $((level + 2))"
     for prize in 2 3 4; do echo "play world backpackAddObject $prize"; done
     echo "relay \"$1.mps\""
   } >content/Startup.mps

@@ -245,6 +245,32 @@ TEST(SdlDesk, TheConsoleHasTheKeysAndItsPartOfTheMouseWhileItIsOpen) {
     }
 }
 
+TEST(SdlKiosk, OnlyTheKeyLeavesAndAGameThatWasPlayedBeginsAgain) {
+    for (const char* wrong : {"Q", "Shift-F9", "Alt-F4", "Ctrl-Alt-F3", "Ctrl-Ctrl-Q", "Ctrl-"})
+        EXPECT_FALSE(parseLeavingKey(wrong)) << wrong;
+    EXPECT_EQ(parseLeavingKey("Alt-Ctrl-Q"), LeavingKey{});
+    const auto machine = start({.kiosk = LeavingKey{}, .screen = {640, 480, 8}});
+    if (!machine) GTEST_SKIP() << "SDL has no driver without a screen here";
+    const auto heard = [&](SDL_Keycode key, int modifiers) {
+        SDL_Event event{};
+        event.key = {.type = SDL_KEYDOWN, .keysym = {.sym = key, .mod = Uint16(modifiers)}};
+        SDL_PushEvent(&event);
+        return after(*machine, 0, {SDL_QUIT});
+    };
+    EXPECT_FALSE(machine->beginsAgain()) << "its main loop did not begin";
+    machine->mainLoopBegins();
+    for (const int modifiers : {int{KMOD_LALT}, int{KMOD_LGUI}, int{KMOD_LSHIFT}})
+        EXPECT_TRUE(heard(SDLK_F4, modifiers).empty());
+    EXPECT_TRUE(heard(SDLK_F11, KMOD_NONE).empty());
+    EXPECT_FALSE(machine->beginsAgain()) << "it ended at once";
+    machine->mainLoopBegins();
+    EXPECT_EQ(heard(SDLK_q, KMOD_LCTRL), Kinds{Message::Kind::Key}) << "the game's own end";
+    EXPECT_TRUE(machine->beginsAgain());
+    machine->mainLoopBegins();
+    EXPECT_EQ(heard(SDLK_q, KMOD_RCTRL | KMOD_LALT), Kinds{Message::Kind::Quit});
+    EXPECT_FALSE(machine->beginsAgain());
+}
+
 TEST(SdlEvents, KeysOfAnAuthorLoadAgainAndAreNotTheGames) {
     const TemporaryFolder game;
     for (const bool isAuthor : {true, false}) {

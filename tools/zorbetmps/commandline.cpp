@@ -252,17 +252,25 @@ void Commands::addTexts() {
 
 void Commands::addWords() {
     const auto work = [this] {
+        if (json_) {
+            tellWordsJson(out_);
+            return kSound;
+        }
         const bool sound = pages_.empty() ? tellWords(classes_, out_, errors_)
                                           : renewPages(pages_, arePagesWritten_, out_);
         return sound ? kSound : kErrors;
     };
     commandline::Command command =
         program_.add("words", "Tell the words of classes, and the commands",
-                     "[CLASS...] | --pages DIR [--write]", kAboutWords, work);
+                     "[CLASS...] | --json | --pages DIR [--write]", kAboutWords, work);
     const commandline::Option folder = command.add(
         "--pages", &pages_, "Compare the tables in the pages of a folder instead", "DIR");
+    const commandline::Option json =
+        command.add("--json", &json_, "Print all of them as a record for programs");
+    json.excludes(folder);
     command.add("CLASS", &classes_, "Classes; without any, all of them and the commands")
-        .excludes(folder);
+        .excludes(folder)
+        .excludes(json);
     command.add("--write", &arePagesWritten_, "Write the tables into these pages").needs(folder);
 }
 

@@ -3,8 +3,10 @@
 #include "commands/commands.h"
 #include "commands/vocabulary.h"
 #include "omsclass.h"
+#include "ycompiler.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <ostream>
 #include <string_view>
 
@@ -16,11 +18,25 @@ using Kind = OMScriptableObjectProperty::Kind;
 
 std::string_view kindOf(const OMSEntry& row) {
     switch (row.kind) {
-    case Kind::Method: return "method ";
-    case Kind::Event: return "event ";
+    case Kind::Method: return "method";
+    case Kind::Event: return "event";
     case Kind::Data: break;
     }
-    return "property ";
+    return "property";
+}
+
+using Json = nlohmann::ordered_json;
+
+Json wordsOf(const OMSClass& known) {
+    Json words = Json::array();
+    for (const auto& rows : {known.vocabulary, known.passing})
+        for (const OMSEntry& row : rows) {
+            Json& word = words.emplace_back(
+                Json{{"kind", kindOf(row)}, {"name", row.name}, {"help", row.help}});
+            if (row.kind == Kind::Data) word["access"] = accessOf(row);
+            if (rows.data() == known.passing.data()) word["passing"] = true;
+        }
+    return words;
 }
 
 void tell(std::ostream& out, const OMSClass& known) {
@@ -34,7 +50,8 @@ void tell(std::ostream& out, const OMSClass& known) {
     }
     for (const auto& rows : {known.vocabulary, known.passing})
         for (const OMSEntry& row : rows) {
-            out << kindOf(row) << row.name << (row.kind == Kind::Data ? " " : "") << accessOf(row);
+            out << kindOf(row) << ' ' << row.name << (row.kind == Kind::Data ? " " : "")
+                << accessOf(row);
             if (!row.help.empty()) out << "  " << row.help;
             out << '\n';
         }
@@ -78,6 +95,23 @@ bool tellWords(const std::vector<std::string>& classes, std::ostream& out, std::
         out << '\n';
     }
     return true;
+}
+
+void tellWordsJson(std::ostream& out) {
+    Json classes = Json::array();
+    for (const OMSClass* known : allClasses()) {
+        Json& one = classes.emplace_back(Json{{"name", known->name}});
+        if (known->base) one["base"] = known->base->name;
+        if (known->create) one["arguments"] = known->arguments;
+        one["words"] = wordsOf(*known);
+    }
+    Json commands = Json::array();
+    for (const RCommandWords& command : RCommands::words())
+        commands.push_back({{"name", command.name}, {"arguments", command.arguments}});
+    constexpr int kIndent = 1;
+    const Json all{
+        {"classes", classes}, {"commands", commands}, {"keywords", YCompiler::keywords()}};
+    out << all.dump(kIndent) << '\n';
 }
 
 } // namespace mps

@@ -24,4 +24,11 @@ namespace mps {
 /// line on `errors`, for a name that is no class.
 bool tellWords(const std::vector<std::string>& classes, std::ostream& out, std::ostream& errors);
 
+/// The same of all classes and commands, and the words that statements begin with, for programs: an
+/// object with the lists "classes", "commands" and "keywords". A class has "name", "base" (not the
+/// first, whose name is empty), "arguments" where scripts can make objects of it, and "words". Each
+/// of these has "kind", "name", "help", and, of properties, "access"; "passing" where objects have
+/// it at times only.
+void tellWordsJson(std::ostream& out);
+
 } // namespace mps

@@ -70,6 +70,8 @@ class YCompiler {
 
     /// Whether a statement begins with that word, whatever commands there are.
     [[nodiscard]] static bool isKeyword(std::string_view word);
+    /// All these words, in no order.
+    [[nodiscard]] static std::vector<std::string_view> keywords();
 
     /// For who reads an include: the file and the line that ask for it.
     [[nodiscard]] std::pair<std::string, int> includer();

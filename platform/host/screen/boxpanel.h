@@ -45,6 +45,8 @@ class BoxPanel final : public ScreenPanel {
     /// Index of the button that was pressed; none before.
     [[nodiscard]] std::optional<int> answer() const { return answer_; }
     [[nodiscard]] bool isChecked() const { return checked_; }
+    /// The label of what the keys are on.
+    [[nodiscard]] const std::string& focusLabel() const { return controls_[focus_].label; }
 
   private:
     /// What can have the focus; their places are in the picture.

@@ -11,12 +11,14 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
 namespace {
 
 constexpr int kLargestCommand = 0xFFFF;
+constexpr std::uint32_t kBetweenKeysMs = 100; ///< of one line
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
@@ -97,17 +99,6 @@ constexpr std::string_view kShift = "Shift-"; ///< of keys that have names
 constexpr std::string_view kOn = "on";
 constexpr std::string_view kOff = "off";
 
-std::optional<std::uint16_t> keyCode(std::string_view name) {
-    const auto named = std::ranges::find(kKeyNames, name);
-    if (named != kKeyNames.end()) {
-        return static_cast<std::uint16_t>(kFirstKey + (named - kKeyNames.begin()));
-    }
-    const auto character = latin1Text(name);
-    if (!character || character->size() != 1) return std::nullopt;
-    const auto code = static_cast<unsigned char>((*character)[0]);
-    return code >= 0x20 ? std::optional<std::uint16_t>(code) : std::nullopt;
-}
-
 std::uint16_t controlled(std::uint16_t code) {
     const bool letter = (code >= 'a' && code <= 'z') || (code >= 'A' && code <= 'Z');
     return letter ? code & 0x1F : code;
@@ -136,16 +127,17 @@ What readKey(LineReader& line) {
     const bool shift = name.starts_with(kShift);
     if (shift) name.remove_prefix(kShift.size());
     while (name.size() > 1 && isBlank(name.back())) name.remove_suffix(1);
-    const auto code = keyCode(name);
+    const auto code = keyNamed(name);
     if (!code || (shift && *code < kFirstKey)) return std::nullopt;
     return Message{.kind = Message::Kind::Key,
                    .key = {control ? controlled(*code) : *code, control, shift}};
 }
 
-What readKeys(LineReader& line) {
+template <Message::Kind on, Message::Kind off>
+What readSwitch(LineReader& line) {
     const std::string_view what = line.word();
     if (what != kOn && what != kOff) return std::nullopt;
-    return Message{.kind = what == kOn ? Message::Kind::KeysOn : Message::Kind::KeysOff};
+    return Message{.kind = what == kOn ? on : off};
 }
 
 What readCommand(LineReader& line) {
@@ -211,6 +203,7 @@ struct Verb {
 
 constexpr std::string_view kNothing = "nothing after it";
 constexpr std::string_view kPosition = "two numbers, x and y";
+constexpr std::string_view kSwitch = "\"on\" or \"off\"";
 
 constexpr std::array kVerbs{
     Verb{"move", readMouse<Message::Kind::MouseMove>, kPosition},
@@ -218,7 +211,8 @@ constexpr std::array kVerbs{
     Verb{"up", readMouse<Message::Kind::MouseUp>, kPosition},
     Verb{"double", readMouse<Message::Kind::DoubleClick>, kPosition},
     Verb{"key", readKey, "one Latin-1 character or the name of a key"},
-    Verb{"keys", readKeys, "\"on\" or \"off\""},
+    Verb{"keys", readSwitch<Message::Kind::KeysOn, Message::Kind::KeysOff>, kSwitch},
+    Verb{"speech", readSwitch<Message::Kind::SpeechOn, Message::Kind::SpeechOff>, kSwitch},
     Verb{"command", readCommand, "a number from 0 to 65535"},
     Verb{"answer", readAnswer, "the text of a button"},
     Verb{"close", readClose, kNothing},
@@ -307,6 +301,52 @@ Read readSetting(LineReader line, Visit& visit) {
     return isRight && line.atEnd() ? Read::Done : Read::Wrong;
 }
 
+std::string_view verbOf(Message::Kind kind) {
+    switch (kind) {
+    case Message::Kind::MouseDown: return "down";
+    case Message::Kind::MouseUp: return "up";
+    case Message::Kind::MouseMove: return "move";
+    case Message::Kind::DoubleClick: return "double";
+    case Message::Kind::Key: return "key";
+    case Message::Kind::Command: return "command";
+    case Message::Kind::Background: return "background";
+    case Message::Kind::Foreground: return "foreground";
+    case Message::Kind::Expose: return "expose";
+    case Message::Kind::KeysOn:
+    case Message::Kind::KeysOff: return "keys";
+    case Message::Kind::SpeechOn:
+    case Message::Kind::SpeechOff: return "speech";
+    case Message::Kind::Quit: return "quit";
+    case Message::Kind::Null: break;
+    }
+    return "nothing";
+}
+
+/// A line with several keys, as one line each; any other line alone, as it is.
+std::vector<std::string> oneKeyEach(std::string_view line) {
+    LineReader reader(line);
+    const std::string_view time = reader.word();
+    const std::string_view verb = reader.word();
+    std::vector<std::string> lines;
+    while (verb == verbOf(Message::Kind::Key) && !reader.atEnd())
+        lines.push_back(std::string(time) + ' ' + std::string(verb) + ' ' +
+                        std::string(reader.word()));
+    return lines.size() > 1 ? lines : std::vector{std::string(line)};
+}
+
+/// Reads the line of an event; what is wrong with it, if anything.
+std::optional<std::string> readEvents(std::string_view line, std::vector<TimelineEvent>& timeline) {
+    std::uint32_t laterMs = 0;
+    for (const std::string& each : oneKeyEach(line)) {
+        Parsed parsed = parseEvent(LineReader(each));
+        if (auto* wrong = std::get_if<std::string>(&parsed)) return std::move(*wrong);
+        timeline.push_back(std::get<TimelineEvent>(std::move(parsed)));
+        timeline.back().timeMs += laterMs;
+        laterMs += kBetweenKeysMs;
+    }
+    return std::nullopt;
+}
+
 bool isSkipped(std::string_view line) {
     LineReader reader(line);
     reader.skipBlanks();
@@ -322,6 +362,17 @@ std::string_view trimmed(std::string_view line, int number) {
 }
 
 } // namespace
+
+std::optional<std::uint16_t> keyNamed(std::string_view name) {
+    const auto named = std::ranges::find(kKeyNames, name);
+    if (named != kKeyNames.end()) {
+        return static_cast<std::uint16_t>(kFirstKey + (named - kKeyNames.begin()));
+    }
+    const auto character = latin1Text(name);
+    if (!character || character->size() != 1) return std::nullopt;
+    const auto code = static_cast<unsigned char>((*character)[0]);
+    return code >= 0x20 ? std::optional<std::uint16_t>(code) : std::nullopt;
+}
 
 std::variant<Visit, TimelineError> parseVisit(std::istream& input) {
     Visit visit;
@@ -340,11 +391,8 @@ std::variant<Visit, TimelineError> parseVisit(std::istream& input) {
         } else if (read == Read::Done) {
             continue;
         }
-        Parsed parsed = parseEvent(LineReader(line));
-        if (const auto* wrong = std::get_if<std::string>(&parsed)) {
-            return TimelineError{number, *wrong};
-        }
-        visit.timeline.push_back(std::get<TimelineEvent>(std::move(parsed)));
+        if (auto wrong = readEvents(line, visit.timeline))
+            return TimelineError{number, *std::move(wrong)};
     }
     if (input.bad()) return TimelineError{number + 1, "the input cannot be read"};
     std::ranges::stable_sort(visit.timeline, {}, &TimelineEvent::timeMs);
@@ -356,25 +404,6 @@ std::variant<Visit, TimelineError> parseVisit(std::istream& input) {
 namespace {
 
 constexpr std::size_t kDataBytes = 40; ///< of a line
-
-std::string_view verbOf(Message::Kind kind) {
-    switch (kind) {
-    case Message::Kind::MouseDown: return "down";
-    case Message::Kind::MouseUp: return "up";
-    case Message::Kind::MouseMove: return "move";
-    case Message::Kind::DoubleClick: return "double";
-    case Message::Kind::Key: return "key";
-    case Message::Kind::Command: return "command";
-    case Message::Kind::Background: return "background";
-    case Message::Kind::Foreground: return "foreground";
-    case Message::Kind::Expose: return "expose";
-    case Message::Kind::KeysOn:
-    case Message::Kind::KeysOff: return "keys";
-    case Message::Kind::Quit: return "quit";
-    case Message::Kind::Null: break;
-    }
-    return "nothing";
-}
 
 std::string textOf(const KeyPress& key) {
     const std::string held(key.control ? kControl : std::string_view());
@@ -395,8 +424,10 @@ std::string textOf(const Message& message) {
         return verb + ' ' + std::to_string(message.position.x) + ' ' +
                std::to_string(message.position.y);
     case Message::Kind::Key: return verb + ' ' + textOf(message.key);
-    case Message::Kind::KeysOn: return verb + ' ' + std::string(kOn);
-    case Message::Kind::KeysOff: return verb + ' ' + std::string(kOff);
+    case Message::Kind::KeysOn:
+    case Message::Kind::SpeechOn: return verb + ' ' + std::string(kOn);
+    case Message::Kind::KeysOff:
+    case Message::Kind::SpeechOff: return verb + ' ' + std::string(kOff);
     case Message::Kind::Command: return verb + ' ' + std::to_string(message.command);
     default: return verb;
     }

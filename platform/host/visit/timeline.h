@@ -5,6 +5,7 @@
 //     800 key a                one character or a name (Backspace, F1, ...); "Ctrl-" may go before,
 //                              and "Shift-" before a name
 //     850 keys on              the person plays with keys alone from now on; also off
+//     860 speech on            the person hears texts from now on; also off
 //     900 command 59396        a menu command, 0 to 65535
 //     950 answer Sair          for the next box; "checked" before it ticks the check box
 //     950 close                the window is closed while the next box is open
@@ -47,6 +48,9 @@
 #include <vector>
 
 namespace platform {
+
+/// The code of a key by its name in input files, or of a character, UTF-8; none without such.
+[[nodiscard]] std::optional<std::uint16_t> keyNamed(std::string_view name);
 
 struct TimelineAnswer {
     std::string button; ///< text of a button, or the path for an open-file dialog; Latin-1

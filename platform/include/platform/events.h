@@ -62,6 +62,8 @@ struct Message {
         Expose,     ///< what the window shows was damaged and must be painted again
         KeysOn,     ///< the person wants to play with keys alone
         KeysOff,    ///< that ends; it is so at first
+        SpeechOn,   ///< the person wants to hear texts
+        SpeechOff,  ///< that ends; it is so at first
         Quit,       ///< the window was closed or the session ends
     };
     Kind kind = Kind::Null;

@@ -12,6 +12,7 @@
 #include "platform/machine.h"
 #include "platform/modules.h"
 #include "platform/movies.h"
+#include "platform/speech.h"
 #include "platform/textwindow.h"
 #include "platform/typefaces.h"
 #include "platform/waveout.h"
@@ -36,6 +37,7 @@ class Platform {
     [[nodiscard]] virtual Typefaces& typefaces() = 0;
     [[nodiscard]] virtual Movies& movies() = 0;
     [[nodiscard]] virtual Machine& machine() = 0;
+    [[nodiscard]] virtual Speech& speech() { return mute_; }
     [[nodiscard]] virtual AuthorDesk& author() { return nobody_; }
 
     /// Opens a text window above all others, without taking the focus from where it is. Null when
@@ -51,7 +53,7 @@ class Platform {
     /// Tells whoever started the program what no box tells, in a line on standard error. Latin-1.
     virtual void complain(std::string_view text) = 0;
 
-    /// Called once, when all that the start wants of the machine is open: from now on the host
+    /// Called when all that the start wants of the machine is open: from the first time on the host
     /// itself keeps the process from changing what is not this game's, as far as it can.
     virtual void closeIn() = 0;
 
@@ -65,13 +67,16 @@ class Platform {
         return nullptr;
     }
 
-    /// Called once, right before the first pass of the main loop: input that is known beforehand
+    /// Called right before the first pass of a main loop: input that is known beforehand
     /// counts its time from here.
     virtual void mainLoopBegins() = 0;
 
     /// Called at the end of every pass of the main loop. A virtual clock moves on here; a real one
     /// may let the machine rest for a moment when the pass had nothing to do.
     virtual void passEnded() = 0;
+
+    /// Called when a game has ended: whether it is to begin again, for whoever comes next.
+    [[nodiscard]] virtual bool beginsAgain() { return false; }
 
     /// Called once when the program ends in an orderly way, with its exit code.
     virtual void programEnds(int exitCode) = 0;
@@ -81,6 +86,7 @@ class Platform {
 
   private:
     AuthorDesk nobody_;
+    MuteSpeech mute_;
 };
 
 } // namespace platform

@@ -1,9 +1,10 @@
 # Draws the pieces of the crate game out of one crate: for each of the twelve shapes of five crates, in a colour
 # of its own, the eight ways in which it can lie.
 #
-#   awk -v folder=FOLDER -f pieces.awk cell.svg
+#   awk -v folder=FOLDER -v size=SIZE -v name=NAME -f pieces.awk cell.svg
 #
-# writes FOLDER/piece-PP-E.svg, PP being the number of the shape and E the place in the animation's sequence.
+# writes FOLDER/NAME-PP-E.svg, PP being the number of the shape and E the place in the animation's sequence. SIZE is
+# that of a cell in pixels.
 # What belongs where is told in docs/classes/RPentominoGame.md. The colours of the crate in cell.svg stand for the
 # three shades of each piece.
 
@@ -12,7 +13,6 @@
 { cell = cell $0 "\n" }
 
 END {
-    size = 24
     ink = "#46375f"
     split("XX/.X/XX .X./XXX/.X. XX./.XX/..X XX./XXX .X./XXX/X.. X../XXX/X.. ..X/..X/XXX XX./.X./.XX " \
           "XXXX/...X ..XX/XXX. X./XX/X./X. XXXXX", shapes, " ")
@@ -83,14 +83,14 @@ function draw(piece, entry,    file, tinted, row, column, outline) {
     gsub("#ffd654", light[piece], tinted)
     gsub("#c98a55", dark[piece], tinted)
     gsub("base", plain[piece], tinted)
-    file = sprintf("%s/piece-%02d-%d.svg", folder, piece, entry)
+    file = sprintf("%s/%s-%02d-%d.svg", folder, name, piece, entry)
     printf "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%d\" height=\"%d\" " \
            "stroke-linecap=\"square\">\n", columns * size, rows * size > file
     for (row = 1; row <= rows; row++)
         for (column = 1; column <= columns; column++) {
             if (!lies[row, column]) continue
-            printf "<g transform=\"translate(%d %d)\" stroke-linecap=\"round\">\n%s</g>\n",
-                   (column - 1) * size, (row - 1) * size, tinted > file
+            printf "<g transform=\"translate(%d %d) scale(%s)\" stroke-linecap=\"round\">\n%s</g>\n",
+                   (column - 1) * size, (row - 1) * size, size / 24, tinted > file
             outline = outline edges(row, column)
         }
     printf "<path d=\"%s\" fill=\"none\" stroke=\"%s\" stroke-width=\"2\"/>\n</svg>\n", outline, ink > file

@@ -7,6 +7,8 @@
 #include "zorbetmps/scripts/files.h"
 #include "zorbetmps/texts/textflow.h"
 
+#include "access/spokennames.h"
+#include "platform/initext.h"
 #include "yprecompiled.h"
 
 #include <algorithm>
@@ -85,6 +87,7 @@ class Drawing {
         }
         for (const std::string& file : files)
             if (readers[realPath(file)].size() < 2) draw(file);
+        drawNames();
     }
 
     DrawnTexts take() {
@@ -124,6 +127,24 @@ class Drawing {
         if (bytes) script.compile(*bytes, look);
         for (const Finding& finding : script.findings())
             if (finding.rule == Rule::Syntax) drawn_.mistakes.push_back(finding);
+    }
+
+    /// The table of what is spoken of things; the program itself tells what is wrong with it.
+    void drawNames() {
+        const std::string file = (fs::path(folder_) / SpokenNames::kTable).string();
+        std::string why;
+        auto bytes = readHostFile(file, SpokenNames::kMostTable, why);
+        if (!bytes) return;
+        std::vector<formats::LackedLetter> lacked;
+        const std::string table = formats::latin1FromAuthor(*std::move(bytes), lacked);
+        for (const platform::IniEntry& entry : platform::readIniText(table)) {
+            if (entry.key.empty() || !hasLetter(entry.value)) continue;
+            const std::string text(entry.value);
+            Standing& standing = standings_[text][{SpokenNames::kTable, entry.line}];
+            standing.showers.insert("spoken name of " + std::string(entry.key));
+            standing.mark = true;
+            order_.emplace(text, order_.size());
+        }
     }
 
     void note(const TextUse& use, const std::string& file, const std::string& script) {

@@ -21,6 +21,8 @@ using Words = std::span<const std::string_view>;
 constexpr std::array<std::string_view, 5> kKinds{".mps", ".smk", ".rsc", ".map", ".ini"};
 constexpr std::array<std::string_view, 7> kLicences{"license", "licence", "copying", "copyright",
                                                     "notice",  "authors", "credits"};
+/// What things are called aloud, in the game's folder only.
+constexpr std::string_view kSpokenNames = "spoken.txt";
 /// Of players, not of the game.
 constexpr std::string_view kPlayersSettings = "settings.ini";
 constexpr std::string_view kSettings = "zorbet.ini";
@@ -101,7 +103,7 @@ class FolderReader {
         if (isAlso || path == icon_ || isLicence(path)) return true;
         if (first == "tests" || small == kPlayersSettings) return false;
         return isOneOf(kKinds, small.extension().string()) ||
-               (first == "languages" && small.extension() == ".po");
+               (first == "languages" && small.extension() == ".po") || small == kSpokenNames;
     }
 
     /// Games may share these by links: see the fence.

@@ -56,6 +56,12 @@ bool YCompiler::isKeyword(std::string_view word) {
     return word == kInclude || findKeyword(word) != nullptr;
 }
 
+std::vector<std::string_view> YCompiler::keywords() {
+    std::vector<std::string_view> words{kInclude};
+    for (const KeywordRow& row : kKeywords) words.push_back(row.text);
+    return words;
+}
+
 YCompiler::Outcome YCompiler::compileStatement() {
     Outcome outcome = Outcome::Included;
     while (outcome == Outcome::Included) outcome = compileNextStatement();
