@@ -246,6 +246,7 @@ procedure cheer
         set board pieceIsAnchored piece.k 1
     call award fishPrize
     if RESULT
+        ; texts take
         call rejoice " Ganhaste um peixe. Está na mala, no porto."
     else
         call rejoiceOnly

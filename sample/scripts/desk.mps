@@ -115,12 +115,14 @@ procedure takeShare more
     [
         call gather activity "CHUB"
         if RESULT
+            ; texts take
             more=more+" Há mais sinais na arca do farol!"
     ]
     else
     [
         call gather activity "OHUB"
         if RESULT
+            ; texts take
             more=more+" Há mais pedras para a torre!"
     ]
     RESULT=more
@@ -161,6 +163,7 @@ procedure rejoice more
 ; Nothing was won but the praise, or a star.
 procedure rejoiceOnly
     if level=4
+        ; texts take
         call rejoice " Mais uma estrela!"
     else
         call rejoice ""

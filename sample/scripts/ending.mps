@@ -137,13 +137,20 @@ for i 1 3
     play sailing add MoveXAction "boat."+i "boat."+i -60-(170*i) 6 0 285-95*i
 
 get world playerName visitor
+; texts take
 speech.0="O farol brilha outra vez!"
+; texts take
 speech.1="Os barcos acham o caminho!"
+; texts take
 speech.2="Obrigada, "+visitor+"!"
 speeches=3
+; texts take
 credit.1="Com a Tilli e o papagaio,"
+; texts take
 credit.2="a gaivota e o capitão,"
+; texts take
 credit.3="e contigo, "+visitor+"!"
+; texts take
 credit.4="Fim"
 lines=4
 said=0

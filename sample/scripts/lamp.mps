@@ -20,11 +20,17 @@ procedure tell words
 ; ---- what the lamp needs, in this order, and what is said of each
 
 steps=3
+; texts take
 need.1="Limpa o vidro com a pena!"
+; texts take
 need.2="Agora o óleo, para a lâmpada arder!"
+; texts take
 need.3="E agora a chama!"
+; texts take
 lack.1="Falta a pena. A gaivota dá uma a quem lhe der um peixe."
+; texts take
 lack.2="Falta o óleo. O capitão dá-o por uma moeda."
+; texts take
 lack.3="Falta a chama. A Tilli dá-a por uma concha."
 hold.1=featherGift
 hold.2=oilGift
@@ -103,6 +109,7 @@ procedure use
 procedure light
 [
     PlaySound 248
+    ; texts take
     call tell "A lâmpada arde! O farol brilha outra vez!"
     play dusk start
 ]

@@ -111,6 +111,7 @@ procedure cheer
     tries=0
     call award shellPrize
     if RESULT
+        ; texts take
         call rejoice " Ganhaste uma concha. Está na mala, no porto."
     else
         call rejoiceOnly

@@ -5,9 +5,8 @@
 ; A scene may have a procedure that is to run when all has been said: `set voice finished`, which calls `stepForward`.
 ; Only one of them speaks at a time; who is interrupted stops.
 
+; 0 is Tilli, 1 the parrot, 2 the captain.
 tilliVoice=0
-parrotVoice=1
-captainVoice=2
 
 ; Sounds 300 to 355: 20 for each voice, three pitches for each vowel.
 firstSyllable=300
@@ -65,9 +64,9 @@ procedure spell words
 [
     syllables=0
     within=0
-    for place 1 ~words
+    for spot 1 ~words
     [
-        letter=words|place|1
+        letter=words|spot|1
         call listenTo letter
         if RESULT*(within=0)
             call sound RESULT
@@ -103,10 +102,10 @@ procedure speak who words
 [
     call stopSpeaking
     call spell words
-    for place 1 syllables
+    for spot 1 syllables
     [
-        play voice add SoundAction firstSyllable+(20*who)+(3*(said.place-1))+pitch.place
-        play voice add DelayAction silence.place
+        play voice add SoundAction firstSyllable+(20*who)+(3*(said.spot-1))+pitch.spot
+        play voice add DelayAction silence.spot
     ]
     if syllables
     [
