@@ -211,12 +211,24 @@ procedure takeOut
     ]
 ]
 
+; The sail was at another location once; who knows it from then keeps the level.
+procedure moveSail
+[
+    get world currentLevel "PWS1" reached
+    if reached>1
+    [
+        set world currentLevel "OWS4" reached
+        set world currentLevel "PWS1" 1
+    ]
+]
+
 procedure sign
 [
     call look
     if valid
     [
         play world activatePlayer who
+        call moveSail
         ; From here on every click of a hasty player counts.
         SetDoubleClicksEnabled 0
         ; What was chosen now counts from now on; else what they have chosen before, if they have.

@@ -50,7 +50,7 @@ play() { # SCENE
     echo yield off
     sed -n '/^world=/,/activateDataFile/s/\r//p' content/scripts/players.mps
     echo 'play world activatePlayer "Ana"'
-    for place in CWS1 CWS2 CWS3 CWS4 PWS1 OWS1 OWS2; do echo "set world currentLevel \"$place\" $level"; done
+    for place in CWS1 CWS2 CWS3 CWS4 OWS4 OWS1 OWS2; do echo "set world currentLevel \"$place\" $level"; done
     echo "set world chartLevel $((level + 2))"
     for prize in 2 3 4; do echo "play world backpackAddObject $prize"; done
     echo "relay \"$1.mps\""
