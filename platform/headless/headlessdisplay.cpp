@@ -28,7 +28,9 @@ void HeadlessDisplay::showCursor(bool on) {
     notices_.line("cursor", {on ? std::to_string(cursor_.value_or(kArrow)) : "none"});
 }
 
-bool HeadlessDisplay::saveScreenshot(const std::string& hostPath) const {
+bool HeadlessDisplay::saveScreenshot(const std::string& hostPath) {
+    flush();
+    if (const Picture* calm = calmPicture()) return writePng(hostPath, *calm);
     return writePng(hostPath, shown(), palette());
 }
 

@@ -3,6 +3,7 @@
 #include "formats/base/latin1.h"
 #include "platform/host/screen/pixels.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -66,6 +67,7 @@ void SdlDisplay::setCursor(const Cursor& cursor) { pointer_.show(cursor); }
 void SdlDisplay::showCursor(bool on) { SDL_ShowCursor(on ? SDL_ENABLE : SDL_DISABLE); }
 
 void SdlDisplay::flush() {
+    markStale(calmDown(SDL_GetTicks()));
     if (!stale_.empty()) updateTexture();
     if (windowIsCurrent_ || !windowIsShown_) return;
     chooseScaling();
@@ -106,10 +108,17 @@ void SdlDisplay::writeTexture(const Rect& area, Read read) {
 }
 
 void SdlDisplay::updateTexture() {
-    const ColourReader reader(shown(), palette());
-    writeTexture(stale_, [&](int y, std::span<std::uint32_t> colours) {
-        reader.read(y, stale_.left, colours);
-    });
+    if (const Picture* calm = calmPicture()) {
+        writeTexture(stale_, [&](int y, std::span<std::uint32_t> colours) {
+            const auto begin = static_cast<std::ptrdiff_t>(y) * calm->width + stale_.left;
+            std::copy_n(calm->pixels.begin() + begin, colours.size(), colours.begin());
+        });
+    } else {
+        const ColourReader reader(shown(), palette());
+        writeTexture(stale_, [&](int y, std::span<std::uint32_t> colours) {
+            reader.read(y, stale_.left, colours);
+        });
+    }
     stale_ = {};
     windowIsCurrent_ = false;
     drawPanels();

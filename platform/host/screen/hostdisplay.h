@@ -5,6 +5,7 @@
 
 #include "platform/cursor.h"
 #include "platform/display.h"
+#include "platform/host/screen/calmpicture.h"
 
 #include <array>
 #include <memory>
@@ -55,8 +56,14 @@ class HostDisplay : public Display {
 
     void setMark(const std::optional<Mark>& mark) override;
 
-    /// What a person sees.
+    /// What a person sees, unless the display is calm.
     [[nodiscard]] const Surface& shown() const { return marked_ ? *marked_ : shown_; }
+
+    /// Holds still what flashes, or no longer does; at once. Off at first.
+    void setCalm(bool on);
+    [[nodiscard]] bool isCalm() const { return calm_.has_value(); }
+    /// Whether part of what is shown waits until it may be seen.
+    [[nodiscard]] bool isBehind() const { return calm_ && calm_->isBehind(); }
 
     /// Another program got the foreground, or it came back: an exclusive screen is lost then.
     void setInForeground(bool inForeground);
@@ -67,7 +74,14 @@ class HostDisplay : public Display {
     /// What is seen has another size, or exclusive mode began or ended.
     virtual void modeChanged() {}
 
+    /// What a person sees of a calm display, else null.
+    [[nodiscard]] const Picture* calmPicture() const { return calm_ ? &calm_->picture() : nullptr; }
+    /// To be called with the time whenever what is shown comes to be seen, and as long as it waits
+    /// to be; the part of the calm picture that changed, or empty.
+    Rect calmDown(std::uint32_t nowMs);
+
   private:
+    void tellChange(const Rect& part);
     void change(const ScreenMode& mode);
     void blacken();
     /// Draws the mark into what is seen, where there is one.
@@ -82,6 +96,7 @@ class HostDisplay : public Display {
     std::optional<Mark> mark_;
     std::optional<Surface> marked_; ///< what is shown, with the mark over it
     std::array<Rgb, kPaletteSize> palette_;
+    std::optional<CalmPicture> calm_;
     bool inForeground_ = true;
     bool lost_ = false;
 };
