@@ -22,11 +22,11 @@ constexpr float kSaturated = 0.8F - kRounding; ///< part of the red in all three
 constexpr float kNeverBright = 2.0F;
 
 // A field of 10 degrees, with the blocks that it has at its edges, and the quarter of it.
-constexpr int kFieldWidth = 341;
-constexpr int kFieldHeight = 256;
-constexpr int kFieldColumns = kFieldWidth / kBlockSide + 2;
-constexpr int kFieldRows = kFieldHeight / kBlockSide + 1;
-constexpr int kMostFlashing = kFieldWidth * kFieldHeight / 4 / (kBlockSide * kBlockSide);
+constexpr int kDegreesWidth = 341;
+constexpr int kDegreesHeight = 256;
+constexpr int kDegreesColumns = kDegreesWidth / kBlockSide + 2;
+constexpr int kDegreesRows = kDegreesHeight / kBlockSide + 1;
+constexpr int kMostFlashing = kDegreesWidth * kDegreesHeight / 4 / (kBlockSide * kBlockSide);
 
 /// Three sums in one number: a block of the greatest values fills 20 of 21 bits.
 class LinearSums {
@@ -37,8 +37,8 @@ class LinearSums {
     LinearSums() {
         for (std::size_t i = 0; i < red_.size(); ++i) {
             const float value = static_cast<float>(i) / 255.0F;
-            const float linear = value <= 0.04045F ? value / 12.92F
-                                                   : std::pow((value + 0.055F) / 1.055F, 2.4F);
+            const float linear =
+                value <= 0.04045F ? value / 12.92F : std::pow((value + 0.055F) / 1.055F, 2.4F);
             const auto level = static_cast<std::uint64_t>(std::lround(linear * kGreatest));
             red_[i] = level << (2 * kBits);
             green_[i] = level << kBits;
@@ -67,8 +67,10 @@ CalmPicture::CalmPicture(const Surface& wanted, const Palette& palette)
       rows_((wanted.height() + kBlockSide - 1) / kBlockSide),
       blocks_(blocksIn(columns_, rows_), {.light = FlashCount(kLightStep, kBright),
                                           .red = FlashCount(kRedStep, kNeverBright)}),
-      wanted_(blocksIn(wanted.width(), wanted.height())),
-      shown_{wanted.width(), wanted.height(), {}}, stale_(wanted.bounds()) {
+      wanted_(blocksIn(wanted.width(), wanted.height())), shown_{wanted.width(),
+                                                                 wanted.height(),
+                                                                 {}},
+      stale_(wanted.bounds()) {
     read(wanted, palette);
     for (Block& block : blocks_) {
         block.light.begin(block.wantedLight);
@@ -148,14 +150,14 @@ bool CalmPicture::isSmall(std::uint32_t nowMs) const {
     std::vector<int> above(stride * (static_cast<std::size_t>(rows_) + 1));
     for (std::size_t i = 0; i < blocks_.size(); ++i) {
         const Block& block = blocks_[i];
-        const bool flashes = block.waits || (block.flashedMs && nowMs - *block.flashedMs <
-                                                                    FlashCount::kSpanMs);
+        const bool flashes =
+            block.waits || (block.flashedMs && nowMs - *block.flashedMs < FlashCount::kSpanMs);
         const std::size_t corner = i + i / static_cast<std::size_t>(columns_);
         above[corner + stride + 1] =
             (flashes ? 1 : 0) + above[corner + stride] + above[corner + 1] - above[corner];
     }
-    const auto width = static_cast<std::size_t>(std::min(columns_, kFieldColumns));
-    const std::size_t height = static_cast<std::size_t>(std::min(rows_, kFieldRows)) * stride;
+    const auto width = static_cast<std::size_t>(std::min(columns_, kDegreesColumns));
+    const std::size_t height = static_cast<std::size_t>(std::min(rows_, kDegreesRows)) * stride;
     for (std::size_t top = 0; top + height < above.size(); top += stride)
         for (std::size_t corner = top; corner + width < top + stride; ++corner) {
             const int flashing = above[corner + height + width] - above[corner + height] -
@@ -172,8 +174,7 @@ Rect CalmPicture::show(std::size_t index, std::uint32_t nowMs) {
     block.waits = false;
     const Rect pixels = pixelsOf(index);
     for (int y = pixels.top; y < pixels.bottom; ++y) {
-        const std::size_t begin =
-            blocksIn(shown_.width, y) + static_cast<std::size_t>(pixels.left);
+        const std::size_t begin = blocksIn(shown_.width, y) + static_cast<std::size_t>(pixels.left);
         std::copy_n(wanted_.data() + begin, pixels.width(), shown_.pixels.data() + begin);
     }
     return pixels;

@@ -2,11 +2,12 @@
 // what would flash more than three times a second in a large part of the picture.
 //
 // The measure is that of the Web Content Accessibility Guidelines 2.2, success criterion 2.3.1
-// "Three Flashes or Below Threshold" (https://www.w3.org/TR/WCAG22/#dfn-general-flash-and-red-flash-thresholds):
-// a flash is a pair of opposing changes of the relative luminance by 10 % of its maximum or more,
-// the darker one below 0.80, or a pair of changes to and from a saturated red. No more than three
-// are allowed in any second where they take more than a quarter of any field of 10 degrees, which
-// is 341 x 256 pixels of a picture of 640 x 480.
+// "Three Flashes or Below Threshold"
+// (https://www.w3.org/TR/WCAG22/#dfn-general-flash-and-red-flash-thresholds): a flash is a pair of
+// opposing changes of the relative luminance by 10 % of its maximum or more, the darker one below
+// 0.80, or a pair of changes to and from a saturated red. No more than three are allowed in any
+// second where they take more than a quarter of any field of 10 degrees, which is 341 x 256 pixels
+// of a picture of 640 x 480.
 //
 // The picture is looked at in blocks, of which the mean counts: patterns that are finer balance. A
 // block that used up its three flashes waits with what is new, and so do all others like it, as
