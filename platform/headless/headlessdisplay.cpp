@@ -30,8 +30,7 @@ void HeadlessDisplay::showCursor(bool on) {
 
 bool HeadlessDisplay::saveScreenshot(const std::string& hostPath) {
     flush();
-    if (const Picture* calm = calmPicture()) return writePng(hostPath, *calm);
-    return writePng(hostPath, shown(), palette());
+    return writePng(hostPath, seen(), palette());
 }
 
 } // namespace platform

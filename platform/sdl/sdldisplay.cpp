@@ -3,7 +3,6 @@
 #include "formats/base/latin1.h"
 #include "platform/host/screen/pixels.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -108,17 +107,10 @@ void SdlDisplay::writeTexture(const Rect& area, Read read) {
 }
 
 void SdlDisplay::updateTexture() {
-    if (const Picture* calm = calmPicture()) {
-        writeTexture(stale_, [&](int y, std::span<std::uint32_t> colours) {
-            const auto begin = static_cast<std::ptrdiff_t>(y) * calm->width + stale_.left;
-            std::copy_n(calm->pixels.begin() + begin, colours.size(), colours.begin());
-        });
-    } else {
-        const ColourReader reader(shown(), palette());
-        writeTexture(stale_, [&](int y, std::span<std::uint32_t> colours) {
-            reader.read(y, stale_.left, colours);
-        });
-    }
+    const ColourReader reader(seen(), palette());
+    writeTexture(stale_, [&](int y, std::span<std::uint32_t> colours) {
+        reader.read(y, stale_.left, colours);
+    });
     stale_ = {};
     windowIsCurrent_ = false;
     drawPanels();

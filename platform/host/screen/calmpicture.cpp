@@ -67,10 +67,8 @@ CalmPicture::CalmPicture(const Surface& wanted, const Palette& palette)
       rows_((wanted.height() + kBlockSide - 1) / kBlockSide),
       blocks_(blocksIn(columns_, rows_), {.light = FlashCount(kLightStep, kBright),
                                           .red = FlashCount(kRedStep, kNeverBright)}),
-      wanted_(blocksIn(wanted.width(), wanted.height())), shown_{wanted.width(),
-                                                                 wanted.height(),
-                                                                 {}},
-      stale_(wanted.bounds()) {
+      wanted_(blocksIn(wanted.width(), wanted.height())),
+      shown_(wanted.width(), wanted.height(), 32), stale_(wanted.bounds()) {
     read(wanted, palette);
     for (Block& block : blocks_) {
         block.light.begin(block.wantedLight);
@@ -78,7 +76,7 @@ CalmPicture::CalmPicture(const Surface& wanted, const Palette& palette)
         block.waits = false;
     }
     waiting_.clear();
-    shown_.pixels = wanted_;
+    copyPixels(shown_.bounds());
 }
 
 Rect CalmPicture::follow(const Surface& wanted, const Palette& palette, std::uint32_t nowMs) {
@@ -101,8 +99,8 @@ Rect CalmPicture::follow(const Surface& wanted, const Palette& palette, std::uin
 Rect CalmPicture::pixelsOf(std::size_t block) const {
     const int left = static_cast<int>(block) % columns_ * kBlockSide;
     const int top = static_cast<int>(block) / columns_ * kBlockSide;
-    return {left, top, std::min(left + kBlockSide, shown_.width),
-            std::min(top + kBlockSide, shown_.height)};
+    return {left, top, std::min(left + kBlockSide, shown_.width()),
+            std::min(top + kBlockSide, shown_.height())};
 }
 
 bool CalmPicture::allows(const Block& block, std::uint32_t nowMs) {
@@ -113,7 +111,7 @@ void CalmPicture::read(const Surface& wanted, const Palette& palette) {
     const ColourReader reader(wanted, palette);
     for (int y = stale_.top; y < stale_.bottom; ++y)
         reader.read(y, stale_.left,
-                    std::span(wanted_).subspan(blocksIn(shown_.width, y) +
+                    std::span(wanted_).subspan(blocksIn(shown_.width(), y) +
                                                    static_cast<std::size_t>(stale_.left),
                                                static_cast<std::size_t>(stale_.width())));
     for (int row = stale_.top / kBlockSide; row * kBlockSide < stale_.bottom; ++row)
@@ -130,7 +128,7 @@ void CalmPicture::measure(std::size_t block) {
     const Rect pixels = pixelsOf(block);
     std::uint64_t sums = 0;
     for (int y = pixels.top; y < pixels.bottom; ++y) {
-        const std::uint32_t* row = wanted_.data() + blocksIn(shown_.width, y);
+        const std::uint32_t* row = wanted_.data() + blocksIn(shown_.width(), y);
         for (int x = pixels.left; x < pixels.right; ++x) sums += kSums.of(row[x]);
     }
     constexpr std::uint64_t kMask = (std::uint64_t{1} << LinearSums::kBits) - 1;
@@ -167,16 +165,26 @@ bool CalmPicture::isSmall(std::uint32_t nowMs) const {
     return true;
 }
 
+void CalmPicture::copyPixels(const Rect& pixels) {
+    for (int y = pixels.top; y < pixels.bottom; ++y) {
+        const std::uint32_t* from = wanted_.data() + blocksIn(shown_.width(), y) + pixels.left;
+        std::uint8_t* to = shown_.row(y) + static_cast<std::size_t>(pixels.left) * 4;
+        for (int x = pixels.left; x < pixels.right; ++x, ++from, to += 4) {
+            to[0] = static_cast<std::uint8_t>(*from);
+            to[1] = static_cast<std::uint8_t>(*from >> 8);
+            to[2] = static_cast<std::uint8_t>(*from >> 16);
+            to[3] = static_cast<std::uint8_t>(*from >> 24);
+        }
+    }
+}
+
 Rect CalmPicture::show(std::size_t index, std::uint32_t nowMs) {
     Block& block = blocks_[index];
     block.light.move(block.wantedLight, nowMs);
     block.red.move(block.wantedRed, nowMs);
     block.waits = false;
     const Rect pixels = pixelsOf(index);
-    for (int y = pixels.top; y < pixels.bottom; ++y) {
-        const std::size_t begin = blocksIn(shown_.width, y) + static_cast<std::size_t>(pixels.left);
-        std::copy_n(wanted_.data() + begin, pixels.width(), shown_.pixels.data() + begin);
-    }
+    copyPixels(pixels);
     return pixels;
 }
 

@@ -17,7 +17,6 @@
 
 #include "platform/display.h"
 #include "platform/host/screen/flashcount.h"
-#include "platform/host/screen/png.h"
 
 #include <array>
 #include <cstddef>
@@ -34,8 +33,8 @@ class CalmPicture {
     /// Begins with what is wanted now, as if it had been there for long.
     CalmPicture(const Surface& wanted, const Palette& palette);
 
-    /// What is to be seen, opaque.
-    [[nodiscard]] const Picture& picture() const { return shown_; }
+    /// What is to be seen; 32 bits deep.
+    [[nodiscard]] const Surface& picture() const { return shown_; }
     /// Whether anything waits to be seen, for which `follow` must be called again.
     [[nodiscard]] bool isBehind() const { return !waiting_.empty(); }
 
@@ -63,6 +62,7 @@ class CalmPicture {
     void measure(std::size_t block);
     /// Whether all that wait, and those that flash already, are small enough together.
     [[nodiscard]] bool isSmall(std::uint32_t nowMs) const;
+    void copyPixels(const Rect& pixels);
     /// The pixels of the block.
     Rect show(std::size_t block, std::uint32_t nowMs);
 
@@ -70,7 +70,7 @@ class CalmPicture {
     int rows_;
     std::vector<Block> blocks_; ///< row by row
     std::vector<std::uint32_t> wanted_;
-    Picture shown_;
+    Surface shown_;
     Rect stale_; ///< part of wanted_ that is older than the game's
     std::vector<std::size_t> waiting_;
 };

@@ -56,8 +56,11 @@ class HostDisplay : public Display {
 
     void setMark(const std::optional<Mark>& mark) override;
 
-    /// What a person sees, unless the display is calm.
+    /// What the program shows, with the mark.
     [[nodiscard]] const Surface& shown() const { return marked_ ? *marked_ : shown_; }
+
+    /// What a person sees of it: the same, but 32 bits deep where the display is calm.
+    [[nodiscard]] const Surface& seen() const { return calm_ ? calm_->picture() : shown(); }
 
     /// Holds still what flashes, or no longer does; at once. Off at first.
     void setCalm(bool on);
@@ -74,8 +77,6 @@ class HostDisplay : public Display {
     /// What is seen has another size, or exclusive mode began or ended.
     virtual void modeChanged() {}
 
-    /// What a person sees of a calm display, else null.
-    [[nodiscard]] const Picture* calmPicture() const { return calm_ ? &calm_->picture() : nullptr; }
     /// To be called with the time whenever what is shown comes to be seen, and as long as it waits
     /// to be; the part of the calm picture that changed, or empty.
     Rect calmDown(std::uint32_t nowMs);
