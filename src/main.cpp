@@ -56,6 +56,7 @@ std::unique_ptr<platform::Platform> makeHeadless(const Start& start, const std::
     options.stepMs = line.stepMs;
     options.playsByKeys = line.playsByKeys;
     options.speaksTexts = line.speaksTexts;
+    options.calm = line.comfort.calm;
     options.buttons = texts.buttons();
     options.language = language;
     options.screen = line.screen;

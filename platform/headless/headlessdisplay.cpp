@@ -28,8 +28,9 @@ void HeadlessDisplay::showCursor(bool on) {
     notices_.line("cursor", {on ? std::to_string(cursor_.value_or(kArrow)) : "none"});
 }
 
-bool HeadlessDisplay::saveScreenshot(const std::string& hostPath) const {
-    return writePng(hostPath, shown(), palette());
+bool HeadlessDisplay::saveScreenshot(const std::string& hostPath) {
+    flush();
+    return writePng(hostPath, seen(), palette());
 }
 
 } // namespace platform

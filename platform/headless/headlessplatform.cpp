@@ -47,12 +47,13 @@ HeadlessPlatform::HeadlessPlatform(const HeadlessOptions& options)
       notices_(orElse(options.report, std::cout), clock_), desk_(options.profile, notices_, notes_),
       spokenBoxes_(speech_, options.buttons, options.language), files_(options.host),
       modules_(files_, options.host.components, options.resources, options.versionStrings),
-      display_(options.screen, notices_),
+      display_(options.screen, clock_, notices_),
       events_(timelineOf(options), options.untilMs, clock_, display_, desk_, notes_),
       dialogs_(options.timeline, clock_, events_, files_, desk_, spokenBoxes_, notices_, notes_),
       recordings_(options.recordSound, notes_), waveOut_(clock_, recordings_),
       movieSpeakers_(clock_, recordings_), movies_(files_, clock_, movieSpeakers_) {
     speech_.setOn(options.speaksTexts);
+    display_.setCalm(options.calm);
     display_.setDriver(options.machine.driver);
     waveOut_.setAvailable(options.machine.sound);
     movieSpeakers_.setAvailable(options.machine.sound);

@@ -33,6 +33,20 @@
 
 namespace platform {
 
+/// What was presented before it sleeps is seen meanwhile.
+class HeadlessClock final : public VirtualClock {
+  public:
+    /// The display must outlive it.
+    explicit HeadlessClock(HeadlessDisplay& display) : display_(display) {}
+    void sleep(std::uint32_t ms) override {
+        display_.flush();
+        VirtualClock::sleep(ms);
+    }
+
+  private:
+    HeadlessDisplay& display_;
+};
+
 struct HeadlessOptions {
     HostOptions host{};
     MachineClaims machine{};
@@ -43,6 +57,7 @@ struct HeadlessOptions {
     std::vector<Turns> turns{}; ///< times of the passes, when they are known; a quit ends them
     bool playsByKeys = false;   ///< from the start
     bool speaksTexts = false;   ///< the same
+    bool calm = false;          ///< what flashes is held still
     ButtonLabels buttons{};     ///< as they are spoken
     std::string language{};     ///< of the boxes; a tag, or empty
     ScreenMode screen{};
@@ -96,7 +111,7 @@ class HeadlessPlatform final : public Platform {
     std::vector<std::string> asked_; ///< folders for what the player asked for
     std::ostream& notes_;
     ClaimedMachine machine_;
-    VirtualClock clock_;
+    HeadlessClock clock_{display_};
     Notices notices_;
     HeadlessDesk desk_;
     HeadlessSpeech speech_{notices_};

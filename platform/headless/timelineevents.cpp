@@ -40,6 +40,7 @@ bool TimelineEvents::quitWaits() { return TimedEvents::quitWaits() || terminatio
 /// A line that is to be run wants the pass to end.
 bool TimelineEvents::wait(Message& message) {
     constexpr std::uint32_t kNever = 0xFFFFFFFF;
+    display_.flush();
     while (!take(message)) {
         if (!clock_.loopHasBegun() || (!nextMs() && !untilMs_) || desk_.hasLines()) return false;
         clock_.moveToLoopMs(std::min(nextMs().value_or(kNever), untilMs_.value_or(kNever)));

@@ -66,6 +66,7 @@ void SdlDisplay::setCursor(const Cursor& cursor) { pointer_.show(cursor); }
 void SdlDisplay::showCursor(bool on) { SDL_ShowCursor(on ? SDL_ENABLE : SDL_DISABLE); }
 
 void SdlDisplay::flush() {
+    markStale(calmDown(SDL_GetTicks()));
     if (!stale_.empty()) updateTexture();
     if (windowIsCurrent_ || !windowIsShown_) return;
     chooseScaling();
@@ -106,7 +107,7 @@ void SdlDisplay::writeTexture(const Rect& area, Read read) {
 }
 
 void SdlDisplay::updateTexture() {
-    const ColourReader reader(shown(), palette());
+    const ColourReader reader(seen(), palette());
     writeTexture(stale_, [&](int y, std::span<std::uint32_t> colours) {
         reader.read(y, stale_.left, colours);
     });

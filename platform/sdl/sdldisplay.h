@@ -19,6 +19,9 @@ namespace platform {
 
 class SdlDisplay final : public HostDisplay {
   public:
+    /// From flush to flush, at most, while the display is behind.
+    static constexpr std::uint32_t kBehindMs = 20;
+
     /// The window is complete. Its title is the game's, UTF-8; with `author`, and without a title,
     /// what the program sets as its title is seen too.
     SdlDisplay(SdlWindow window, const ScreenMode& mode, std::string gameTitle, bool author);

@@ -69,11 +69,15 @@ bool SdlEvents::hasForProgram() {
     return !pending_.empty();
 }
 
+/// A signal from the host wakes nobody.
+void SdlEvents::waitForEvent() {
+    SDL_WaitEventTimeout(nullptr, display_.isBehind() ? int{SdlDisplay::kBehindMs} : kPatienceMs);
+}
+
 bool SdlEvents::wait(Message& message) {
     while (!take(message)) {
         display_.flush();
-        // A signal from the host wakes nobody.
-        SDL_WaitEventTimeout(nullptr, kPatienceMs);
+        waitForEvent();
     }
     return true;
 }
@@ -116,7 +120,7 @@ std::optional<Message> SdlEvents::waitForInput() {
     collect();
     const auto input = std::ranges::find_if(pending_, isInput);
     if (input == pending_.end()) {
-        if (!quitWaits()) SDL_WaitEventTimeout(nullptr, kPatienceMs);
+        if (!quitWaits()) waitForEvent();
         return std::nullopt;
     }
     const Message oldest = *input;

@@ -74,6 +74,7 @@ class SdlEvents final : public Events {
 
   private:
     bool hasForProgram();
+    void waitForEvent();
     void translate(const SDL_Event& event);
     bool translateOwnKey(const SDL_KeyboardEvent& event);
     void translateOther(const SDL_Event& event);

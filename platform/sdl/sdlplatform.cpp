@@ -50,6 +50,7 @@ constexpr std::string_view kPlaysByKeys = "keys";
 constexpr std::string_view kSpeaksTexts = "speech";
 constexpr std::string_view kPointer = "pointer";
 constexpr std::string_view kDoubleClick = "double-click";
+constexpr std::string_view kCalm = "calm";
 constexpr std::string_view kOn = "1";
 constexpr std::string_view kOff = "0";
 
@@ -70,6 +71,10 @@ class SdlClock final : public Clock {
     /// What was presented before is seen meanwhile.
     void sleep(std::uint32_t ms) override {
         display_.flush();
+        for (; display_.isBehind() && ms > SdlDisplay::kBehindMs; ms -= SdlDisplay::kBehindMs) {
+            SDL_Delay(SdlDisplay::kBehindMs);
+            display_.flush();
+        }
         SDL_Delay(ms);
     }
 
@@ -221,6 +226,7 @@ class SdlPlatform final : public Platform {
         const auto pointer =
             comfort_.pointer ? comfort_.pointer : number(kPointer, 1, kMostPointerScale);
         display_.pointer().setScale(static_cast<int>(pointer.value_or(1)));
+        display_.setCalm(comfort_.calm || settings_.value(kCalm) == kOn);
         SdlEvents::setDoubleClick(
             comfort_.doubleClickMs ? comfort_.doubleClickMs
                                    : number(kDoubleClick, kLeastDoubleClickMs, kMostDoubleClickMs));

@@ -147,8 +147,8 @@ bool readInput(const std::string& file, bool hasStep, CommandLine& line) {
 constexpr const char* kArguments =
     R"([--content DIR] [--cd DIR] [--home DIR] [--seed N] [--scene NAME]
               [--language TAG] [--trust] [--components] [--author [--reload WHEN]] [--keys]
-              [--speak] [--pointer N] [--double-click MS] [--kiosk [KEY]]
-              [--record FILE] [--profile FILE]
+              [--speak] [--pointer N] [--double-click MS] [--calm]
+              [--kiosk [KEY]] [--record FILE] [--profile FILE]
               [--headless [--input FILE] [--until MS] [--step MS] [--screen WxHxD]
                           [--machine LIST] [--record-sound DIR]])";
 
@@ -382,6 +382,8 @@ void addOptions(commandline::Command& command, CommandLine& line) {
              "double click (default: the system's)",
              "MS")
         .within(platform::kLeastDoubleClickMs, platform::kMostDoubleClickMs);
+    command.add("--calm", &line.comfort.calm,
+                "Hold still what flashes more than three times a second");
     command.add("--record", &line.record,
                 "File that gets what happens in the window, to be played again\n"
                 "by --input; Shift+F4 takes a picture",

@@ -26,7 +26,7 @@ struct CommandLine {
     bool playsByKeys = false;                  ///< without a mouse
     std::optional<platform::LeavingKey> kiosk; ///< the one that ends a game in a class room
     bool speaksTexts = false;                  ///< to who cannot read
-    platform::Comfort comfort;                 ///< of the window
+    platform::Comfort comfort;                 ///< of the window; its calm also without one
     bool headless = false;
     std::string
         language;      ///< a tag of the game's; empty: by the system, or without a window the first

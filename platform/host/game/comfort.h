@@ -1,4 +1,4 @@
-// What makes a game easier to see and to click for one person, whatever the game is.
+// What makes a game easier to see, to bear and to click for one person, whatever the game is.
 #pragma once
 
 #include <cstdint>
@@ -13,6 +13,7 @@ inline constexpr std::uint32_t kMostDoubleClickMs = 2000;
 struct Comfort {
     std::optional<std::uint32_t> pointer;       ///< so many times as large, 1 to kMostPointerScale
     std::optional<std::uint32_t> doubleClickMs; ///< from the first press to the second, at most
+    bool calm = false;                          ///< what flashes is held still, see CalmPicture
 };
 
 } // namespace platform

@@ -71,7 +71,7 @@ void HostDisplay::present(const Rect& area) {
         copyPart(drawn_, *marked_, part);
         drawMark();
     }
-    shownChanged(part);
+    tellChange(part);
 }
 
 void HostDisplay::setMark(const std::optional<Mark>& mark) {
@@ -86,7 +86,7 @@ void HostDisplay::setMark(const std::optional<Mark>& mark) {
         copyPart(shown_, *marked_, before);
     drawMark();
     const Rect changed = mark_ ? hull(before, placeOf(*mark_, shown_.bounds())) : before;
-    if (!changed.empty()) shownChanged(changed);
+    if (!changed.empty()) tellChange(changed);
 }
 
 void HostDisplay::drawMark() {
@@ -110,7 +110,23 @@ void HostDisplay::setPalette(int first, std::span<const Rgb> colours) {
         }
         ++entry;
     }
-    if (changed) shownChanged(shown_.bounds());
+    if (changed) tellChange(shown_.bounds());
+}
+
+void HostDisplay::tellChange(const Rect& part) {
+    if (calm_) calm_->mark(part);
+    shownChanged(part);
+}
+
+void HostDisplay::setCalm(bool on) {
+    if (on == isCalm()) return;
+    calm_.reset();
+    if (on) calm_.emplace(shown(), palette_);
+    shownChanged(shown().bounds());
+}
+
+Rect HostDisplay::calmDown(std::uint32_t nowMs) {
+    return calm_ ? calm_->follow(shown(), palette_, nowMs) : Rect();
 }
 
 // Exclusive mode
@@ -142,8 +158,9 @@ void HostDisplay::change(const ScreenMode& mode) {
     backs_.clear();
     palette_ = staticPalette();
     lost_ = false;
+    if (calm_) calm_.emplace(shown(), palette_);
     modeChanged();
-    shownChanged(shown_.bounds());
+    tellChange(shown_.bounds());
 }
 
 bool HostDisplay::makeFlipChain(int backs) {

@@ -5,6 +5,7 @@
 
 #include "platform/cursor.h"
 #include "platform/display.h"
+#include "platform/host/screen/calmpicture.h"
 
 #include <array>
 #include <memory>
@@ -55,8 +56,17 @@ class HostDisplay : public Display {
 
     void setMark(const std::optional<Mark>& mark) override;
 
-    /// What a person sees.
+    /// What the program shows, with the mark.
     [[nodiscard]] const Surface& shown() const { return marked_ ? *marked_ : shown_; }
+
+    /// What a person sees of it: the same, but 32 bits deep where the display is calm.
+    [[nodiscard]] const Surface& seen() const { return calm_ ? calm_->picture() : shown(); }
+
+    /// Holds still what flashes, or no longer does; at once. Off at first.
+    void setCalm(bool on);
+    [[nodiscard]] bool isCalm() const { return calm_.has_value(); }
+    /// Whether part of what is shown waits until it may be seen.
+    [[nodiscard]] bool isBehind() const { return calm_ && calm_->isBehind(); }
 
     /// Another program got the foreground, or it came back: an exclusive screen is lost then.
     void setInForeground(bool inForeground);
@@ -67,7 +77,12 @@ class HostDisplay : public Display {
     /// What is seen has another size, or exclusive mode began or ended.
     virtual void modeChanged() {}
 
+    /// To be called with the time whenever what is shown comes to be seen, and as long as it waits
+    /// to be; the part of the calm picture that changed, or empty.
+    Rect calmDown(std::uint32_t nowMs);
+
   private:
+    void tellChange(const Rect& part);
     void change(const ScreenMode& mode);
     void blacken();
     /// Draws the mark into what is seen, where there is one.
@@ -82,6 +97,7 @@ class HostDisplay : public Display {
     std::optional<Mark> mark_;
     std::optional<Surface> marked_; ///< what is shown, with the mark over it
     std::array<Rgb, kPaletteSize> palette_;
+    std::optional<CalmPicture> calm_;
     bool inForeground_ = true;
     bool lost_ = false;
 };
