@@ -27,13 +27,13 @@ constexpr Rgb kPanelColours[] = {{250, 248, 242}, {32, 32, 44},    {45, 74, 115}
 
 // In pixels where letters are as large as in the system's font.
 constexpr int kTitleHeight = 22;
-constexpr int kRowHeight = 26;
-constexpr int kPillHeight = 20;
-constexpr int kPillPadding = 7;
-constexpr int kPillGap = 4;
-constexpr int kPanelMargin = 8;
-constexpr int kRowPadding = 6;
-constexpr int kLabelGap = 14;
+constexpr int kRowHeight = 28;
+constexpr int kPillHeight = 22;
+constexpr int kPillPadding = 5;
+constexpr int kPillGap = 3;
+constexpr int kPanelMargin = 6;
+constexpr int kRowPadding = 4;
+constexpr int kLabelGap = 8;
 constexpr int kRounding = 5;
 
 int pillWidth(std::string_view label) { return paint::widthOf(label) + 2 * kPillPadding; }
