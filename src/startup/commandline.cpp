@@ -158,7 +158,8 @@ std::vector<commandline::Section> sections() {
         {"Keys in the window",
          "Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks whether to leave the\n"
          "game, Shift+F1 tells the version, Shift+F5 switches playing with keys on and off,\n"
-         "Shift+F6 spoken texts. With\n"
+         "Shift+F6 spoken texts, Shift+F7 asks how you want to play: all of this, a larger\n"
+         "pointer, slower double clicks. With\n"
          "--author Shift+F2 opens the console, Shift+F3 loads the running scene again with all\n"
          "that was saved, Ctrl+Shift+F3 keeps its variables. With --record Shift+F4 takes a\n"
          "picture."},
