@@ -2,6 +2,7 @@
 #include "platform/host/screen/comfortpanel.h"
 
 #include <gtest/gtest.h>
+#include <set>
 
 namespace platform {
 namespace {
@@ -41,13 +42,15 @@ TEST(ComfortPanel, KeysAndClicksChooseWhatTheyAreOn) {
     const Rect place = panel.place();
     EXPECT_EQ(intersection(place, kScreen), place);
     // Down the middle, where rows are beside their choices, and at last the button is.
-    for (int y = place.top; y < place.bottom && !panel.isClosed(); y += 4) {
+    std::set<std::string> seen;
+    for (Point at{place.left + place.width() / 2, place.top}; !panel.isClosed(); at.y += 4) {
+        ASSERT_LT(at.y, place.bottom);
         for (const auto kind : {Message::Kind::MouseDown, Message::Kind::MouseUp})
-            panel.handle({.kind = kind, .position = {place.left + place.width() / 2, y}});
-        if (panel.focusText() == "Keys: Yes") pointer = 1;
+            panel.handle({.kind = kind, .position = at});
+        seen.insert(panel.focusText());
     }
-    EXPECT_TRUE(panel.isClosed());
-    EXPECT_EQ(pointer, 1u);
+    EXPECT_EQ(seen, (std::set<std::string>{"Keys: No", "Keys: Yes", "Pointer: 1", "Pointer: 2",
+                                           "Pointer: 3", "Back"}));
 }
 
 } // namespace
