@@ -13,7 +13,6 @@
 #include "platform/host/speech/hostspeech.h"
 #include "platform/host/speech/spokenboxes.h"
 #include "platform/sdl/recordedmachine.h"
-#include "platform/sdl/sdlclock.h"
 #include "platform/sdl/sdlcomfort.h"
 #include "platform/sdl/sdldesk.h"
 #include "platform/sdl/sdldialogs.h"
@@ -30,6 +29,7 @@
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <iostream>
 #include <iterator>
 #include <optional>
@@ -66,6 +66,26 @@ bool isSeen(const char* driver) {
     const char* named = SDL_GetHint(SDL_HINT_VIDEODRIVER);
     return named && std::string_view(named).find(driver) != std::string_view::npos;
 }
+
+class SdlClock final : public Clock {
+  public:
+    /// It is that of the events, too: what the program was held for is left out.
+    SdlClock(SdlDisplay& display, const SdlEvents& events) : display_(display), events_(events) {}
+
+    [[nodiscard]] std::uint32_t milliseconds() const override {
+        return SDL_GetTicks() - events_.heldMs();
+    }
+    [[nodiscard]] std::int64_t calendarSeconds() const override { return std::time(nullptr); }
+    /// What was presented before is seen meanwhile.
+    void sleep(std::uint32_t ms) override {
+        display_.flush();
+        SDL_Delay(ms);
+    }
+
+  private:
+    SdlDisplay& display_;
+    const SdlEvents& events_;
+};
 
 class SdlPlatform final : public Platform {
   public:
