@@ -2,6 +2,7 @@
 
 #include "formats/base/latin1.h"
 #include "platform/sdl/filechooser.h"
+#include "platform/sdl/shownpanel.h"
 
 #include <string_view>
 #include <utility>
@@ -14,24 +15,6 @@ namespace {
 
 constexpr int kGoOn = 0;
 constexpr int kStop = 1;
-
-/// A box covers the screen, and the pointer is seen in it.
-class ShownBox {
-  public:
-    ShownBox(SdlDisplay& display, const BoxPanel& box) : display_(display) {
-        display_.pointer().cover();
-        display_.lay(SdlDisplay::Layer::Box, &box);
-        SDL_FlashWindow(display_.window(), SDL_FLASH_UNTIL_FOCUSED);
-    }
-    ~ShownBox() {
-        display_.lay(SdlDisplay::Layer::Box, nullptr);
-        display_.pointer().uncover();
-    }
-    ShownBox& operator=(ShownBox&&) = delete;
-
-  private:
-    SdlDisplay& display_;
-};
 
 } // namespace
 
@@ -54,7 +37,7 @@ SdlDialogs::Answer SdlDialogs::show(BoxContents contents) {
 }
 
 void SdlDialogs::waitForAnswer(BoxPanel& panel) {
-    const ShownBox shown(display_, panel);
+    const ShownPanel shown(display_, panel);
     while (!panel.answer()) {
         display_.flush();
         if (const auto input = events_.waitForInput()) {

@@ -55,6 +55,13 @@ void SdlDisplay::applyFullScreen() {
     windowIsCurrent_ = false;
 }
 
+Point SdlDisplay::screenPoint(Point inWindow) const {
+    float x = 0;
+    float y = 0;
+    SDL_RenderWindowToLogical(window_.renderer.get(), inWindow.x, inWindow.y, &x, &y);
+    return {static_cast<int>(x), static_cast<int>(y)};
+}
+
 std::unique_ptr<Cursor> SdlDisplay::makeCursor(int id) { return pointer_.make(id); }
 
 std::unique_ptr<Cursor> SdlDisplay::makeCursor(int id, const CursorImage& image) {

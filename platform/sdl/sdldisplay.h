@@ -40,6 +40,7 @@ class SdlDisplay final : public HostDisplay {
     void setFullScreen(bool on);
     /// A person wants the other one; `setFullScreenLink` is told.
     void toggleFullScreen();
+    [[nodiscard]] bool isFullScreen() const { return wantsFullScreen(); }
     void setFullScreenLink(std::function<void(bool)> link) { fullScreenLink_ = std::move(link); }
 
     /// What can lie over the screen, one of each; later ones above those before.
@@ -47,6 +48,9 @@ class SdlDisplay final : public HostDisplay {
     /// Draws the panel over the screen, or as it is by now; null takes it away. It must outlive
     /// that.
     void lay(Layer layer, const ScreenPanel* panel);
+
+    /// Where a point of the window, as SDL counts them, lies on the screen.
+    [[nodiscard]] Point screenPoint(Point inWindow) const;
 
     [[nodiscard]] SdlPointer& pointer() { return pointer_; }
 

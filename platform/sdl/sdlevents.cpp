@@ -28,6 +28,10 @@ bool isInput(const Message& message) {
     }
 }
 
+bool isComfortKey(const Message& message) {
+    return message.kind == Message::Kind::Command && message.command == kComfortCommand;
+}
+
 /// F11 and Alt+Enter are the window's own.
 bool isFullScreenKey(const SDL_Keysym& key) {
     const bool enter = key.sym == SDLK_RETURN || key.sym == SDLK_KP_ENTER;
@@ -54,7 +58,7 @@ bool SdlEvents::take(Message& message) {
     SDL_Event event;
     while (!hasForProgram() && SDL_PollEvent(&event) != 0) translate(event);
     if (terminationRequested() && !std::exchange(terminated_, true))
-        pending_.push_back({.kind = Message::Kind::Quit, .timeMs = SDL_GetTicks()});
+        push({.kind = Message::Kind::Quit, .timeMs = SDL_GetTicks()});
     if (pending_.empty()) return false;
     message = pending_.front();
     pending_.pop_front();
@@ -63,10 +67,27 @@ bool SdlEvents::take(Message& message) {
     return true;
 }
 
-/// Whether any message is left when those next in turn that are the console's are with it.
+/// Whether any message is left when those next in turn that are the console's, or the key of the
+/// panel, are with whom they are for.
 bool SdlEvents::hasForProgram() {
-    while (console_ && !pending_.empty() && console_(pending_.front())) pending_.pop_front();
-    return !pending_.empty();
+    while (!pending_.empty()) {
+        if (isComfortKey(pending_.front())) {
+            pending_.pop_front();
+            comfort_();
+        } else if (console_ && console_(pending_.front())) {
+            pending_.pop_front();
+        } else {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool SdlEvents::takeComfortKey() { return std::erase_if(pending_, isComfortKey) > 0; }
+
+void SdlEvents::push(Message message) {
+    message.timeMs -= heldMs_;
+    pending_.push_back(message);
 }
 
 /// A signal from the host wakes nobody.
@@ -88,6 +109,11 @@ void SdlEvents::setPlaysByKeys(bool on) {
     push({.kind = on ? Message::Kind::KeysOn : Message::Kind::KeysOff, .timeMs = SDL_GetTicks()});
 }
 
+void SdlEvents::choosePlaysByKeys(bool on) {
+    setPlaysByKeys(on);
+    if (keysLink_) keysLink_(on);
+}
+
 void SdlEvents::beginAgain() {
     collect();
     discardInput();
@@ -102,6 +128,11 @@ void SdlEvents::setSpeaksTexts(bool on) {
     speaksTexts_ = on;
     push({.kind = on ? Message::Kind::SpeechOn : Message::Kind::SpeechOff,
           .timeMs = SDL_GetTicks()});
+}
+
+void SdlEvents::chooseSpeaksTexts(bool on) {
+    setSpeaksTexts(on);
+    if (speechLink_) speechLink_(on);
 }
 
 void SdlEvents::setDoubleClick(std::optional<std::uint32_t> ms) {
@@ -152,6 +183,14 @@ void SdlEvents::dropInput() {
         buttonDown_ = false;
         releaseDropped_ = true;
     }
+}
+
+void SdlEvents::returnRelease() {
+    if (!releaseWasDropped()) return;
+    int x = 0;
+    int y = 0;
+    SDL_GetMouseState(&x, &y);
+    pushMouse(Message::Kind::MouseUp, display_.screenPoint({x, y}), SDL_GetTicks());
 }
 
 void SdlEvents::captureMouse(bool captured) {
@@ -211,15 +250,12 @@ bool SdlEvents::translateOwnKey(const SDL_KeyboardEvent& event) {
         if (pictureLink_ && isFirst) pictureLink_();
         return pictureLink_ != nullptr;
     case SDLK_F5:
-        if (!isFirst) return true;
-        setPlaysByKeys(!playsByKeys_);
-        if (keysLink_) keysLink_(playsByKeys_);
+        if (isFirst) choosePlaysByKeys(!playsByKeys_);
         return true;
     case SDLK_F6:
-        if (!isFirst) return true;
-        setSpeaksTexts(!speaksTexts_);
-        if (speechLink_) speechLink_(speaksTexts_);
+        if (isFirst) chooseSpeaksTexts(!speaksTexts_);
         return true;
+    case SDLK_F7: return comfort_ && (!isFirst || command(kComfortCommand));
     default: return false;
     }
 }

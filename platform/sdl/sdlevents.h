@@ -1,6 +1,7 @@
-// A person's mouse, keyboard and window as the program's messages. Times are those of SDL's clock,
-// which is the program's clock too. What happens to text windows goes to them and is no message;
-// but the program is in the foreground while any of its windows is.
+// A person's mouse, keyboard and window as the program's messages. Times are those of SDL's clock
+// without those in which the program was held, which is the program's clock too. What happens to
+// text windows goes to them and is no message; but the program is in the foreground while any of
+// its windows is.
 #pragma once
 
 #include "platform/events.h"
@@ -18,6 +19,8 @@ namespace platform {
 
 /// Shift+F2, for the console.
 inline constexpr int kConsoleCommand = -1;
+/// Shift+F7, for the panel of what makes a game easier to play.
+inline constexpr int kComfortCommand = -2;
 
 class SdlEvents final : public Events {
   public:
@@ -54,13 +57,28 @@ class SdlEvents final : public Events {
     /// longer it is; none: as the system has it.
     static void setDoubleClick(std::optional<std::uint32_t> ms);
 
+    /// Shift+F7 is no key of the program from now on, but calls this, in its turn among the
+    /// messages.
+    void setComfortKey(std::function<void()> open) { comfort_ = std::move(open); }
+    /// Takes it out of its turn: whether it was pressed.
+    bool takeComfortKey();
+    /// The program has stood still for so long: this is no time of the messages that come.
+    void wasHeld(std::uint32_t ms) { heldMs_ += ms; }
+    [[nodiscard]] std::uint32_t heldMs() const { return heldMs_; }
+
     /// Whether the person plays with keys alone, which the program is told; off at first.
     void setPlaysByKeys(bool on);
+    [[nodiscard]] bool playsByKeys() const { return playsByKeys_; }
+    /// The person chooses it; `setPlaysByKeysLink` is told.
+    void choosePlaysByKeys(bool on);
     /// Told when the person chooses it, or ends it (Shift+F5).
     void setPlaysByKeysLink(std::function<void(bool)> link) { keysLink_ = std::move(link); }
 
     /// Whether the person hears texts, which the program is told; not at first.
     void setSpeaksTexts(bool on);
+    [[nodiscard]] bool speaksTexts() const { return speaksTexts_; }
+    /// The person chooses it; `setSpeaksTextsLink` is told.
+    void chooseSpeaksTexts(bool on);
     /// Told when the person chooses it, or ends it (Shift+F6).
     void setSpeaksTextsLink(std::function<void(bool)> link) { speechLink_ = std::move(link); }
 
@@ -71,6 +89,8 @@ class SdlEvents final : public Events {
     [[nodiscard]] std::optional<Message> waitForInput();
     /// Drops mouse and key messages; the capture stays.
     void dropInput();
+    /// A release that was dropped, and that the program waits for, comes after all.
+    void returnRelease();
 
   private:
     bool hasForProgram();
@@ -83,7 +103,8 @@ class SdlEvents final : public Events {
     void translateMotion(const SDL_MouseMotionEvent& event);
     void translateText(const SDL_TextInputEvent& event);
     void focusChanged(std::uint32_t timeMs);
-    void push(const Message& message) { pending_.push_back(message); }
+    /// Its time is that of SDL.
+    void push(Message message);
     void pushMouse(Message::Kind kind, Point position, std::uint32_t timeMs);
 
     SdlDisplay& display_;
@@ -92,6 +113,8 @@ class SdlEvents final : public Events {
     std::function<void()> pictureLink_;
     std::function<bool(const Message&)> console_;
     std::function<void(bool)> reload_;
+    std::function<void()> comfort_;
+    std::uint32_t heldMs_ = 0;
     bool playsByKeys_ = false;
     std::function<void(bool)> keysLink_;
     bool speaksTexts_ = false;

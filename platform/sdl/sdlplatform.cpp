@@ -13,6 +13,7 @@
 #include "platform/host/speech/hostspeech.h"
 #include "platform/host/speech/spokenboxes.h"
 #include "platform/sdl/recordedmachine.h"
+#include "platform/sdl/sdlcomfort.h"
 #include "platform/sdl/sdldesk.h"
 #include "platform/sdl/sdldialogs.h"
 #include "platform/sdl/sdldisplay.h"
@@ -32,6 +33,7 @@
 #include <iostream>
 #include <iterator>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -54,6 +56,10 @@ constexpr std::string_view kCalm = "calm";
 constexpr std::string_view kOn = "1";
 constexpr std::string_view kOff = "0";
 
+/// How far apart the presses of a double click may be, in milliseconds: as the system has it, slow,
+/// and very slow.
+constexpr std::optional<std::uint32_t> kDoubleClicks[] = {std::nullopt, 900, 1500};
+
 /// SDL falls back to drivers that nobody sees anything of. They are good for who names them.
 bool isSeen(const char* driver) {
     constexpr std::string_view kUnseen[] = {"offscreen", "dummy", "evdev"};
@@ -64,9 +70,12 @@ bool isSeen(const char* driver) {
 
 class SdlClock final : public Clock {
   public:
-    explicit SdlClock(SdlDisplay& display) : display_(display) {}
+    /// It is that of the events, too: what the program was held for is left out.
+    SdlClock(SdlDisplay& display, const SdlEvents& events) : display_(display), events_(events) {}
 
-    [[nodiscard]] std::uint32_t milliseconds() const override { return SDL_GetTicks(); }
+    [[nodiscard]] std::uint32_t milliseconds() const override {
+        return SDL_GetTicks() - events_.heldMs();
+    }
     [[nodiscard]] std::int64_t calendarSeconds() const override { return std::time(nullptr); }
     /// What was presented before is seen meanwhile.
     void sleep(std::uint32_t ms) override {
@@ -80,6 +89,7 @@ class SdlClock final : public Clock {
 
   private:
     SdlDisplay& display_;
+    const SdlEvents& events_;
 };
 
 class SdlPlatform final : public Platform {
@@ -87,11 +97,12 @@ class SdlPlatform final : public Platform {
     SdlPlatform(std::unique_ptr<SdlSession> session, SdlWindow window, const SdlOptions& options)
         : trusted_(options.host.trusted), comfort_(options.comfort), session_(std::move(session)),
           display_(std::move(window), options.screen, options.game.title, options.author),
-          clock_(display_), events_(display_, textWindows_), desk_(display_, events_, options),
-          files_(options.host),
+          events_(display_, textWindows_), clock_(display_, events_),
+          desk_(display_, events_, options), files_(options.host),
           modules_(files_, options.host.components, options.resources, options.versionStrings),
           spokenBoxes_(speech_, options.buttons, options.language),
-          dialogs_(display_, events_, files_, spokenBoxes_, options.buttons) {
+          dialogs_(display_, events_, files_, spokenBoxes_, options.buttons),
+          comfortPanel_(display_, events_, sound_, spokenBoxes_, options.buttons) {
         setIcon(options.game.icon);
         events_.setPlaysByKeys(options.playsByKeys);
         if (options.kiosk) {
@@ -101,6 +112,7 @@ class SdlPlatform final : public Platform {
         }
         if (options.speaksTexts) speakTexts();
         applyComfort();
+        offerComfort();
         if (options.visit) {
             recorded_.emplace(*options.visit, clock_, events_, dialogs_, display_, desk_, sound_,
                               files_);
@@ -206,7 +218,10 @@ class SdlPlatform final : public Platform {
     }
 
     void keep(std::string_view setting, const char* choice, bool on) {
-        if (!settings_.set(setting, on ? kOn : kOff))
+        keep(setting, choice, on ? kOn : kOff);
+    }
+    void keep(std::string_view setting, const char* choice, std::string_view value) {
+        if (!settings_.set(setting, value))
             complain(std::string("The choice ") + choice +
                      " could not be kept in the game's data folder; see whether it can be written "
                      "to");
@@ -222,14 +237,73 @@ class SdlPlatform final : public Platform {
         return isNumber && value >= least && value <= most ? std::optional(value) : std::nullopt;
     }
 
+    [[nodiscard]] std::uint32_t pointerScale() const {
+        return comfort_.pointer.value_or(number(kPointer, 1, kMostPointerScale).value_or(1));
+    }
+    [[nodiscard]] bool isCalm() const { return comfort_.calm || settings_.value(kCalm) == kOn; }
+    [[nodiscard]] std::optional<std::uint32_t> doubleClickMs() const {
+        if (comfort_.doubleClickMs) return comfort_.doubleClickMs;
+        return number(kDoubleClick, kLeastDoubleClickMs, kMostDoubleClickMs);
+    }
+
     void applyComfort() {
-        const auto pointer =
-            comfort_.pointer ? comfort_.pointer : number(kPointer, 1, kMostPointerScale);
-        display_.pointer().setScale(static_cast<int>(pointer.value_or(1)));
-        display_.setCalm(comfort_.calm || settings_.value(kCalm) == kOn);
-        SdlEvents::setDoubleClick(
-            comfort_.doubleClickMs ? comfort_.doubleClickMs
-                                   : number(kDoubleClick, kLeastDoubleClickMs, kMostDoubleClickMs));
+        display_.pointer().setScale(static_cast<int>(pointerScale()));
+        SdlEvents::setDoubleClick(doubleClickMs());
+        display_.setCalm(isCalm());
+    }
+
+    /// The rows of the panel. What is chosen there goes before what was told at the start.
+    void offerComfort() {
+        comfortPanel_.add(
+            "Play with keys alone", [this] { return events_.playsByKeys(); },
+            [this](bool on) { events_.choosePlaysByKeys(on); });
+        comfortPanel_.add(
+            "Hear the texts", [this] { return events_.speaksTexts(); },
+            [this](bool on) {
+                if (on) speech_.setOn(true); // the program is told later, and ends it itself
+                events_.chooseSpeaksTexts(on);
+            });
+        comfortPanel_.add(
+            "Mouse pointer", {"1\xD7", "2\xD7", "3\xD7"},
+            [this] { return std::size_t{pointerScale() - 1}; },
+            [this](std::size_t index) { choosePointer(static_cast<std::uint32_t>(index) + 1); });
+        comfortPanel_.add(
+            "Double click", {"Normal", "Slow", "Very slow"}, [this] { return doubleClickChoice(); },
+            [this](std::size_t index) { chooseDoubleClick(kDoubleClicks[index]); });
+        comfortPanel_.add(
+            "Less flashing", [this] { return isCalm(); }, [this](bool on) { chooseCalm(on); });
+        if (!kiosk_)
+            comfortPanel_.add(
+                "Full screen", [this] { return display_.isFullScreen(); },
+                [this](bool on) {
+                    if (on != display_.isFullScreen()) display_.toggleFullScreen();
+                });
+    }
+
+    void choosePointer(std::uint32_t scale) {
+        comfort_.pointer.reset();
+        keep(kPointer, "of a pointer", std::to_string(scale));
+        if (pointerScale() != scale) comfort_.pointer = scale;
+        applyComfort();
+    }
+
+    void chooseCalm(bool on) {
+        comfort_.calm = false;
+        keep(kCalm, "to see no flashing", on);
+        comfort_.calm = on; // also where nothing can be kept
+        applyComfort();
+    }
+
+    /// The slowest that is no slower than what is in effect.
+    [[nodiscard]] std::size_t doubleClickChoice() const {
+        const auto above = std::ranges::upper_bound(kDoubleClicks, doubleClickMs());
+        return static_cast<std::size_t>(above - std::begin(kDoubleClicks)) - 1;
+    }
+    void chooseDoubleClick(std::optional<std::uint32_t> ms) {
+        comfort_.doubleClickMs.reset();
+        keep(kDoubleClick, "of a double click", ms ? std::to_string(*ms) : std::string());
+        if (doubleClickMs() != ms) comfort_.doubleClickMs = ms;
+        applyComfort();
     }
 
     /// The game's own, else the program's.
@@ -249,10 +323,10 @@ class SdlPlatform final : public Platform {
     std::string packer_;                  ///< which the author's desk runs; or empty
     std::unique_ptr<SdlSession> session_; ///< ends last
     SdlDisplay display_;
-    SdlClock clock_;
     SdlTextWindows textWindows_;
     std::optional<SdlKiosk> kiosk_; ///< only the key of the administrator leaves
     SdlEvents events_;
+    SdlClock clock_;
     SdlDesk desk_;
     HostFiles files_;
     PlayerSettings settings_{files_};
@@ -265,6 +339,7 @@ class SdlPlatform final : public Platform {
     HostSpeech speech_;
     SpokenBoxes spokenBoxes_;
     SdlDialogs dialogs_;
+    SdlComfort comfortPanel_;
     SdlWaveOut waveOut_{sound_};
     std::optional<RecordedMachine> recorded_; ///< while a visit is recorded
     std::string pictures_;                    ///< folder for those of the visit, or empty

@@ -1,5 +1,8 @@
 #include "platform/sdl/sdlsound.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace platform {
 
 namespace {
@@ -30,21 +33,21 @@ SDL_AudioDeviceID SdlSound::open(const SoundFormat& format, SDL_AudioCallback ca
     wanted.userdata = owner;
     const SDL_AudioDeviceID device = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
     if (device == 0) return fail();
-    ++devices_;
+    devices_.push_back(device);
     SDL_PauseAudioDevice(device, 0);
     return device;
 }
 
 SDL_AudioDeviceID SdlSound::fail() {
     // Some hosts open one device at a time: that another one is refused says nothing of the next.
-    if (devices_ == 0) failedMs_ = clock_.milliseconds();
+    if (devices_.empty()) failedMs_ = clock_.milliseconds();
     failure_ = SDL_GetError();
     return 0;
 }
 
 void SdlSound::close(SDL_AudioDeviceID device) {
     SDL_CloseAudioDevice(device);
-    --devices_;
+    std::erase(devices_, device);
 }
 
 void SdlSound::closeLost(SDL_AudioDeviceID device) {
@@ -56,9 +59,18 @@ void SdlSound::closeLost(SDL_AudioDeviceID device) {
 
 void SdlSound::abandon(SDL_AudioDeviceID device) {
     SDL_PauseAudioDevice(device, 1);
-    --devices_;
+    std::erase(devices_, device);
     hangs_ = true;
     failure_ = "the sound device stands still";
+}
+
+void SdlSound::hold(bool on) {
+    if (on)
+        std::ranges::copy_if(devices_, std::back_inserter(held_), [](SDL_AudioDeviceID device) {
+            return SDL_GetAudioDeviceStatus(device) == SDL_AUDIO_PLAYING;
+        });
+    for (const SDL_AudioDeviceID device : held_) SDL_PauseAudioDevice(device, on ? 1 : 0);
+    if (!on) held_.clear();
 }
 
 bool SdlSound::wasJust(const std::optional<std::uint32_t>& ms) const {

@@ -11,6 +11,7 @@
 #include <SDL.h>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -43,6 +44,9 @@ class SdlSound {
     /// It calls nobody from here on, and no other is opened.
     void abandon(SDL_AudioDeviceID device);
 
+    /// Has all open devices that play stand still, and play again.
+    void hold(bool on);
+
     /// Why the last opening failed or the last device was lost; in the host's words.
     [[nodiscard]] const std::string& failure() const { return failure_; }
 
@@ -51,7 +55,8 @@ class SdlSound {
     SDL_AudioDeviceID fail();
 
     const Clock& clock_;
-    int devices_ = 0;                       ///< that are open
+    std::vector<SDL_AudioDeviceID> devices_; ///< that are open
+    std::vector<SDL_AudioDeviceID> held_;
     std::optional<std::uint32_t> failedMs_; ///< when the last opening failed, with no other open
     std::optional<std::uint32_t> lostMs_;   ///< when the last device was lost
     bool hangs_ = false;

@@ -158,10 +158,10 @@ std::vector<commandline::Section> sections() {
         {"Keys in the window",
          "Alt+Enter and F11 switch the full screen on and off, Ctrl+Q asks whether to leave the\n"
          "game, Shift+F1 tells the version, Shift+F5 switches playing with keys on and off,\n"
-         "Shift+F6 spoken texts. With\n"
-         "--author Shift+F2 opens the console, Shift+F3 loads the running scene again with all\n"
-         "that was saved, Ctrl+Shift+F3 keeps its variables. With --record Shift+F4 takes a\n"
-         "picture."},
+         "Shift+F6 spoken texts, Shift+F7 asks how you want to play: all of this, a larger\n"
+         "pointer, slower double clicks. With --author Shift+F2 opens the console, Shift+F3 loads\n"
+         "the running scene again with all that was saved, Ctrl+Shift+F3 keeps its variables.\n"
+         "With --record Shift+F4 takes a picture."},
         {"Keys that play, after Shift+F5 or --keys",
          "Tab, Shift+Tab and the arrows move the mark, Enter and the space bar click, Ctrl+Enter\n"
          "clicks twice. What can be dragged is taken by Enter, moved by the arrows to where it\n"

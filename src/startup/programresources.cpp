@@ -116,7 +116,8 @@ constexpr Text kTexts[] = {
     {spokentext::kPutBack, "spokenPutBack", "de volta: ", "put back: "},
 };
 
-/// What stands on a button or above a box, by the word that is the same in every language.
+/// What stands on a button, above a box or in the panel of what makes a game easier to play, by the
+/// word that is the same in every language.
 struct Label {
     std::string_view word;
     std::string_view name;
@@ -132,6 +133,17 @@ constexpr Label kLabels[] = {
     {"Continuar", "goOn", "Continuar", "Continue"},
     {"Sair", "quit", "Sair", "Quit"},
     {"Error", "error", "Erro", "Error"},
+    {"How do you want to play?", "comfort", "Como quer jogar?", "How do you want to play?"},
+    {"Back to the game", "backToGame", "Voltar ao jogo", "Back to the game"},
+    {"Play with keys alone", "keysAlone", "Jogar só com teclas", "Play with keys alone"},
+    {"Hear the texts", "hearTexts", "Ouvir os textos", "Hear the texts"},
+    {"Mouse pointer", "mousePointer", "Ponteiro do rato", "Mouse pointer"},
+    {"Double click", "doubleClick", "Duplo clique", "Double click"},
+    {"Normal", "normal", "Normal", "Normal"},
+    {"Slow", "slow", "Lento", "Slow"},
+    {"Very slow", "verySlow", "Muito lento", "Very slow"},
+    {"Less flashing", "lessFlashing", "Menos clarões", "Less flashing"},
+    {"Full screen", "fullScreen", "Ecrã inteiro", "Full screen"},
 };
 
 constexpr platform::VersionString kVersion[] = {

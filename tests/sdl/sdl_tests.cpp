@@ -69,10 +69,15 @@ TEST_F(SdlSoundTest, TheSpeakerOfMoviesPlaysItsQueueUnlessItIsPaused) {
     ASSERT_TRUE(speaker.open({22050, 16, 2}));
     speaker.pause();
     speaker.write(data_);
-    const std::size_t queued = speaker.bytesQueued();
+    std::size_t queued = speaker.bytesQueued();
     SDL_Delay(60);
     EXPECT_TRUE(queued > data_.size() / 2 && speaker.bytesQueued() == queued);
     speaker.restart();
+    sound_.hold(true); // as while the program is held
+    queued = speaker.bytesQueued();
+    SDL_Delay(60);
+    EXPECT_EQ(speaker.bytesQueued(), queued);
+    sound_.hold(false);
     for (int i = 0; i < 100 && speaker.bytesQueued() > 0; ++i) SDL_Delay(10);
     EXPECT_EQ(speaker.bytesQueued(), 0u);
     speaker.pause();

@@ -1,5 +1,7 @@
 #include "platform/host/screen/panelpaint.h"
 
+#include "platform/host/screen/pointers.h"
+
 #include <algorithm>
 
 namespace platform {
@@ -29,6 +31,14 @@ void breakParagraph(std::string_view text, int width, std::vector<std::string>& 
         lines.emplace_back(text.substr(0, end));
         text.remove_prefix(next);
     } while (!text.empty());
+}
+
+/// The ink of a letter that has any, as a picture of ones.
+CursorImage inkOf(const systemfont::Glyph& glyph) {
+    CursorImage ink{glyph.width, systemfont::kHeight, {}, {}};
+    for (const std::uint16_t row : glyph.rows)
+        for (int x = 0; x < glyph.width; ++x) ink.pixels.push_back((row << x & 0x8000) != 0);
+    return ink;
 }
 
 } // namespace
@@ -89,6 +99,23 @@ void paint::write(Surface& picture, const Rect& area, Point at, std::string_view
             }
         }
         at.x += glyph.advance;
+    }
+}
+
+void paint::writeLarge(Surface& picture, const Rect& area, Point at, std::string_view text,
+                       std::uint8_t colour, int times) {
+    const Rect part = intersection(area, picture.bounds());
+    for (const char c : text) {
+        const systemfont::Glyph& glyph = systemfont::glyph(static_cast<unsigned char>(c));
+        const int left = at.x + glyph.left * times;
+        at.x += glyph.advance * times;
+        if (glyph.width == 0) continue;
+        const CursorImage ink = enlarged(inkOf(glyph), times);
+        for (std::size_t k = 0; k < ink.pixels.size(); ++k) {
+            const int pixel = static_cast<int>(k);
+            const Point place{left + pixel % ink.width, at.y + pixel / ink.width};
+            if (ink.pixels[k] != 0 && contains(part, place)) picture.row(place.y)[place.x] = colour;
+        }
     }
 }
 

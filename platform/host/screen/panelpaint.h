@@ -31,6 +31,9 @@ void frame(Surface& picture, const Rect& area, int border, std::uint8_t edge, st
 /// `at` is the upper left corner of the line; what lies outside of the area is left out.
 void write(Surface& picture, const Rect& area, Point at, std::string_view text,
            std::uint8_t colour);
+/// `times` as large, 1 to kMostPointerScale, with the slanted edges made finer.
+void writeLarge(Surface& picture, const Rect& area, Point at, std::string_view text,
+                std::uint8_t colour, int times);
 void writeCentred(Surface& picture, const Rect& area, std::string_view text, std::uint8_t colour);
 
 /// A mark as wide as `area`: which part is seen of something that has `all` rows.
