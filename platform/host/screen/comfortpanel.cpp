@@ -34,7 +34,7 @@ constexpr int kPillGap = 3;
 constexpr int kPanelMargin = 6;
 constexpr int kRowPadding = 4;
 constexpr int kLabelGap = 8;
-constexpr int kRounding = 5;
+constexpr int kPillRounding = 5;
 
 int pillWidth(std::string_view label) { return paint::widthOf(label) + 2 * kPillPadding; }
 
@@ -144,14 +144,14 @@ void ComfortPanel::draw() {
         fillRounded(picture_,
                     {buttonArea_.left - edge, buttonArea_.top - edge, buttonArea_.right + edge,
                      buttonArea_.bottom + edge},
-                    kRounding * times_ + edge, kPanelFocus);
+                    kPillRounding * times_ + edge, kPanelFocus);
     drawPill(buttonArea_, button_, false, armed_ && isButton(armed_->row));
 }
 
 void ComfortPanel::drawRow(std::size_t index) {
     const ComfortSetting& setting = settings_[index];
     const Row& row = rows_[index];
-    if (index == focus_) fillRounded(picture_, row.area, kRounding * times_, kPanelFocus);
+    if (index == focus_) fillRounded(picture_, row.area, kPillRounding * times_, kPanelFocus);
     write(row.area, row.area.left + kRowPadding * times_, setting.label, kPanelInk);
     const std::size_t chosen = setting.chosen();
     for (std::size_t k = 0; k < row.choices.size(); ++k)
@@ -162,10 +162,10 @@ void ComfortPanel::drawRow(std::size_t index) {
 void ComfortPanel::drawPill(const Rect& area, std::string_view label, bool isChosen, bool isDown) {
     const std::uint8_t face = isChosen ? kPanelChosen : isDown ? kPanelDown : kPanelPill;
     const int border = isChosen ? times_ : (times_ + 1) / 2;
-    fillRounded(picture_, area, kRounding * times_, kPanelInk);
+    fillRounded(picture_, area, kPillRounding * times_, kPanelInk);
     fillRounded(picture_,
                 {area.left + border, area.top + border, area.right - border, area.bottom - border},
-                kRounding * times_ - border, face);
+                kPillRounding * times_ - border, face);
     write(area, area.left + kPillPadding * times_, label, isChosen ? kPanelWhite : kPanelInk);
 }
 
