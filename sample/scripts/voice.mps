@@ -8,8 +8,8 @@
 ; 0 is Tilli, 1 the parrot, 2 the captain.
 tilliVoice=0
 
-; Sounds 300 to 355: 20 for each voice, three pitches for each vowel.
-firstSyllable=300
+; Sounds 8300 to 8355: 20 for each voice, three pitches for each vowel.
+firstSyllable=8300
 vowels=5
 vowel.1="aA·¡‚¬„√‡¿"
 vowel.2="eEÈ…Í "
