@@ -231,9 +231,7 @@ void OMApp::dispatch(const Message& message) {
     case Message::Kind::KeysOn:
     case Message::Kind::KeysOff: return; // for who plays with keys, by the filter
     case Message::Kind::SpeechOn:
-    case Message::Kind::SpeechOff:
-        speechLink_(message.kind == Message::Kind::SpeechOn);
-        return;
+    case Message::Kind::SpeechOff: speechLink_(message.kind == Message::Kind::SpeechOn); return;
     case Message::Kind::Quit: stop(); return;
     }
 }
