@@ -98,7 +98,7 @@ procedure tryIt
     set RECEIVER sequence 3
 
 ; ---- the chest opens when the twelve signs of the games are there, and has the key of the round door; behind that is
-; the tower, and above its doors the lamp. What is missing stands above the chest.
+; the tower, and above its doors the lamp. What is missing stands on a strip of paper.
 
 signs=12
 
@@ -106,8 +106,9 @@ procedure tellThere words
 [
     set notice text words
     get notice textWidth wide
-    set notice x 555-wide\2
+    set notice x 367-wide\2
     set notice visible 1
+    set paper visible 1
 ]
 
 procedure tryChest
@@ -128,7 +129,7 @@ procedure tryChest
         set chest sequence 4
         PlaySound 248
         set world hasKey 1
-        call tellThere "Uma chave! É da porta redonda."
+        call tellThere "A chave da porta redonda!"
     ]
 ]
 
@@ -282,7 +283,10 @@ set books mouseDown stir
 set bottle mouseDown stir
 set kettle mouseDown stir
 
-notice=RText 0 314 -1 -1 5
+paper=RAnimation 2117 35
+set paper touchy 0
+set paper visible 0
+notice=RText 0 448 -1 -1 36
 set notice touchy 0
 set notice movable 0
 set notice visible 0
