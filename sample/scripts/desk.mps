@@ -108,7 +108,7 @@ praise.1="Muito bem!"
 praise.2="Boa! Está tudo certo!"
 praise.3="Que esperteza! Muito bem!"
 
-; Signs for the chest, or gems for the tower: what the last words of the praise say of them, in `found`.
+; Signs for the chest, or gems for the tower: RESULT is the praise with a word about them.
 procedure takeShare more
 [
     if activity|1|1="C"

@@ -26,12 +26,15 @@ procedure engrave words
     set plaque x 320-wide\2
 ]
 
+; What is missing. The door opens when that is nothing, also when the player left before they had gone through it.
 procedure count
 [
     missing=0
     for n 1 gaps
         missing=missing+(filled|n|1="o")
-    if missing=1
+    if missing=0
+        call open
+    else if missing=1
         call engrave "Só falta uma pedra!"
     else
         call engrave "Faltam "+missing+" pedras. Que pedra vem a seguir?"
@@ -124,14 +127,10 @@ procedure takeIn
         before=n-1
         behind=n+1
         filled=filled|1|before+"x"+filled|behind
-        if n=1
-            filled="x"+filled|2
         set world arch filled
         play world removeObjectFromLocation item "OHUB"
         set gem.brought z 10
         call count
-        if missing=0
-            call open
     ]
     else
     [
@@ -197,9 +196,12 @@ procedure goDown
 
 procedure rattle
 [
-    PlaySound 208
-    set door sequence 3
-    call count
+    if missing
+    [
+        PlaySound 208
+        set door sequence 3
+        call count
+    ]
 ]
 
 procedure typed
@@ -247,10 +249,10 @@ puzzle=RPuzzle 0
 set puzzle lockCorrectAnswers 1
 call build
 call spread
-call count
 
 port=RScenePort 0
 get port backgroundMusicID heard
 if heard#113
     play port startBackgroundMusic 113 100 2
 EndTransition 0
+call count
