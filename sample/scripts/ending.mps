@@ -140,6 +140,14 @@ speech.0="O farol brilha outra vez!"
 speech.1="Os barcos acham o caminho!"
 ; texts take
 speech.2="Obrigada, "+visitor+"!"
+get world "voyage" voyage
+if voyage
+[
+    ; texts take
+    speech.0="O farol brilha outra vez, como dantes!"
+    ; texts take
+    speech.2="Já o acendeste "+(voyage+1)+" vezes, "+visitor+"!"
+]
 speeches=3
 ; texts take
 credit.1="Com a Tilli e o papagaio,"

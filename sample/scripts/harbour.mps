@@ -217,6 +217,7 @@ procedure rollUp
 smallcloud=RAnimation 2008 1
 bigcloud=RAnimation 2007 2
 front=RAnimation 2060 3
+lens=RAnimation 2063 4
 glitter=RAnimation 2005 3
 smoke=RAnimation 2006 4
 flag=RAnimation 2004 5
@@ -258,6 +259,7 @@ set glitter sequence 2
 set smallcloud touchy 0
 set bigcloud touchy 0
 set front touchy 0
+set lens touchy 0
 set smoke touchy 0
 set flag touchy 0
 set fish touchy 0
@@ -349,6 +351,11 @@ call addSentence 15 221 "Uma moeda? É para o capitão do barco!"
 chatting=RRandomAction 1
 for i 2 4
     play chatting add "talk."+i
+
+; ---- the lamp of the lighthouse burns when the story has come so far
+
+call findChapter
+set lens sequence 1+(RESULT=5)
 
 ; ---- what lies on the sand
 

@@ -141,8 +141,10 @@ procedure passDoor
 procedure findRoom
 [
     call findDoor
+    ; texts skip
     RESULT="tower.mps"
     if floor=floors
+        ; texts skip
         RESULT="lamp.mps"
 ]
 
