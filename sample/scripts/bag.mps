@@ -91,7 +91,9 @@ procedure given
     [
         play pack removeObject slot
         PlaySound 242
-        call award gift.carried
+        call carries gift.carried
+        if RESULT=0
+            play pack addObject gift.carried
     ]
     call remark said
 ]

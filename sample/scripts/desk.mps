@@ -10,7 +10,7 @@
 ;   goOn             what follows when a game was solved, a while later
 ;
 ; and calls `furnish`. Depths: what lies on the table up to 60, the rest 20, sparkles 70.
-include memory.mps
+include story.mps
 
 ; ---- the parrot's bubble
 
@@ -111,20 +111,13 @@ praise.3="Que esperteza! Muito bem!"
 ; Signs for the chest, or gems for the tower: RESULT is the praise with a word about them.
 procedure takeShare more
 [
-    if activity|1|1="C"
-    [
-        call gather activity "CHUB"
-        if RESULT
-            ; texts take
-            more=more+" Há mais sinais na arca do farol!"
-    ]
-    else
-    [
-        call gather activity "OHUB"
-        if RESULT
-            ; texts take
-            more=more+" Há mais pedras para a torre!"
-    ]
+    call gather activity
+    if RESULT*(hub="CHUB")
+        ; texts take
+        more=more+" Há mais sinais na arca do farol!"
+    else if RESULT
+        ; texts take
+        more=more+" Há mais pedras para a torre!"
     RESULT=more
 ]
 

@@ -3,7 +3,7 @@
 yield off
 StartTransition
 Scene 114
-include memory.mps
+include story.mps
 include voice.mps
 call arriveAt "OHUB"
 
@@ -98,10 +98,7 @@ procedure leave where
 
 procedure onceMore
 [
-    play world newGame
-    set world arch "oooooooooooo"
-    set world lampStep 0
-    set world hasKey 0
+    call sailAgain
     call leave "harbour.mps"
 ]
 

@@ -12,7 +12,7 @@
 yield off
 StartTransition
 Scene 100
-include memory.mps
+include story.mps
 call arriveAt "CHUB"
 paper=2070
 include question.mps

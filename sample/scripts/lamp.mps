@@ -3,7 +3,7 @@
 yield off
 StartTransition
 Scene 115
-include memory.mps
+include story.mps
 include voice.mps
 call arriveAt "PBA"
 
@@ -19,7 +19,6 @@ procedure tell words
 
 ; ---- what the lamp needs, in this order, and what is said of each
 
-steps=3
 ; texts take
 need.1="Limpa o vidro com a pena!"
 ; texts take
@@ -32,32 +31,15 @@ lack.1="Falta a pena. A gaivota dá uma a quem lhe der um peixe."
 lack.2="Falta o óleo. O capitão dá-o por uma moeda."
 ; texts take
 lack.3="Falta a chama. A Tilli dá-a por uma concha."
-hold.1=featherGift
-hold.2=oilGift
-hold.3=flameGift
-
-; Where a gift is in the bag, from 0 on, or -1: RESULT.
-procedure find gift
-[
-    place=-1
-    for slot 0 11
-    [
-        get world backpackItemPresent slot carried
-        if carried=gift
-            place=slot
-    ]
-    RESULT=place
-]
 
 procedure layOut
 [
     for n step steps
     [
-        has.n=0
-        call find hold.n
-        if RESULT+1
+        call carries needed.n
+        has.n=RESULT
+        if RESULT
         [
-            has.n=1
             thing.n=RGraphicAnswer 2971+n -18+50*n 362 20
             set thing.n value n
             set thing.n tag n
@@ -84,12 +66,11 @@ procedure advise
 
 procedure use
 [
-    if brought=step
+    call useGift needed.brought
+    if RESULT
     [
         drop thing.brought
         PlaySound 242
-        step=step+1
-        set world lampStep step
         set lamp sequence step
         if step>steps
             call light
@@ -155,9 +136,7 @@ dusk=RQueue 1
 play dusk add DelayAction 4500
 set dusk finished celebrate
 
-get world lampStep step
-if step=0
-    step=1
+call findStep
 set lamp sequence step
 puzzle=RPuzzle 0
 glass=RValueContainer -1 250 130 140 230 6

@@ -6,7 +6,7 @@
 yield off
 StartTransition
 Scene 101
-include memory.mps
+include story.mps
 call arriveAt "CBA1"
 
 ; ---- the cat purrs or miaows, whichever it likes
@@ -100,8 +100,6 @@ procedure tryIt
 ; ---- the chest opens when the twelve signs of the games are there, and has the key of the round door; behind that is
 ; the tower, and above its doors the lamp. What is missing stands on a strip of paper.
 
-signs=12
-
 procedure tellThere words
 [
     set notice text words
@@ -114,22 +112,24 @@ procedure tellThere words
 procedure tryChest
 [
     get world hasKey opened
-    get world itemsPresentCount "CHUB" found
     if opened
         call tellThere "A chave está contigo!"
-    else if found<signs
-    [
-        set chest sequence 3
-        call tellThere "Sinais: "+found+" de "+signs
-    ]
     else
     [
-        set chest flyOn
-        set chest flyOff
-        set chest sequence 4
-        PlaySound 248
-        set world hasKey 1
-        call tellThere "A chave da porta redonda!"
+        call openChest
+        if RESULT
+        [
+            set chest flyOn
+            set chest flyOff
+            set chest sequence 4
+            PlaySound 248
+            call tellThere "A chave da porta redonda!"
+        ]
+        else
+        [
+            set chest sequence 3
+            call tellThere "Sinais: "+gathered+" de "+signs
+        ]
     ]
 ]
 
@@ -153,11 +153,8 @@ procedure tryDoor
 
 procedure enterTower
 [
-    get world hubRoundsCompleted "OHUB" number
-    if number<4
-        call leave "tower.mps"
-    else
-        call leave "lamp.mps"
+    call findRoom
+    call leave RESULT
 ]
 
 ; ---- what moves once when it is clicked
@@ -301,6 +298,15 @@ if opened
     set chest flyOn
     set chest flyOff
     set chest sequence 5
+]
+
+; On the map something can be won.
+get world wsNextItemInQueue "OWS3" item
+if item
+[
+    glint=RAnimation 2118 436 100 5
+    set glint touchy 0
+    set glint movable 0
 ]
 
 ; What is written on the ribbon and the two boards, by its middle.

@@ -8,7 +8,7 @@
 yield off
 StartTransition
 Scene 103
-include memory.mps
+include story.mps
 call arriveAt "CBA2"
 
 ; ---- the charts, row by row: 1 rocks, 2 sand, 3 whirlpools; and where boat and treasure are, in columns
@@ -454,7 +454,7 @@ procedure rejoice
     set pointer visible 0
     drop [ way
     play world correctGuess "OWS3"
-    call gather "OWS3" "OHUB"
+    call gather "OWS3"
     call award coinPrize
     if RESULT
         call tell news.fate+" E uma moeda, que está na mala, no porto."
@@ -612,6 +612,7 @@ procedure readChart
 procedure layChart
 [
     get world chartLevel level
+    set world currentLevel "OWS3" level-(level>4)*(level-4)
     sea=RMap 28 96 10
     set sea movable 0
     set sea cellsH columns

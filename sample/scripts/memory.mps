@@ -1,54 +1,21 @@
-; What scenes tell the world's memory: where the player is, and what they have won. Prizes are items of the
-; backpack, which is the bag at the harbour.
-
-fishPrize=2
-shellPrize=3
-coinPrize=4
-
-; What is given for them, for the lamp of the lighthouse.
-featherGift=5
-oilGift=6
-flameGift=7
-
+; What the world's memory keeps of this game beside what it knows by itself. Set up once in a run, before the data file is
+; read.
+;
+; Transitions warn while CStatueDataset is 0. Whether a player was greeted is about one run, so it is not stored.
+; chartLevel is the chart that a player has come to at the chart table, chartSeed what it is drawn from when it is none
+; of the first three. language is the one that they chose with a flag of the guest book; spoken is what was chosen there
+; in this run. turn is the number of the last time that they signed: whose is the highest played last. What arch, lampStep,
+; hasKey and voyage are is told in story.mps.
 world=RWorldPort 0
-
-procedure arriveAt here
-[
-    set world currentLocation here
-    get world visitedCount here visits
-    set world visitedCount here visits+1
-]
-
-; One of each kind at a time. RESULT is 1 when there was none yet.
-procedure award prize
-[
-    isNew=1
-    for slot 0 11
-    [
-        get world backpackItemPresent slot carried
-        if carried=prize
-            isNew=0
-    ]
-    if isNew
-        play world backpackAddObject prize
-    RESULT=isNew
-]
-
-; What was shared out to a game of one of the two hubs, signs for the chest or gems for the tower, goes to the hub when it
-; is solved: so many as the level is. RESULT is how many there were.
-procedure gather game hub
-[
-    get world currentLevel game many
-    found=0
-    for n 1 many
-    [
-        get world wsNextItemInQueue game item
-        if item
-        [
-            play world addObject item hub
-            play world removeNextObjectFromQueue game
-            found=found+1
-        ]
-    ]
-    RESULT=found
-]
+play world addGlobalIntProperty CStatueDataset
+set world CStatueDataset 1
+play world addIntProperty greeted 0
+play world addIntProperty chartLevel
+play world addIntProperty chartSeed
+play world addIntProperty turn
+play world addStringProperty language
+play world addStringProperty arch
+play world addIntProperty lampStep
+play world addIntProperty hasKey
+play world addIntProperty voyage
+play world addGlobalStringProperty spoken 0

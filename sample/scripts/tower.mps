@@ -4,12 +4,10 @@
 yield off
 StartTransition
 Scene 113
-include memory.mps
+include story.mps
 call arriveAt "OMA"
 
-doors=4
 places=39
-gaps=12
 
 ; Where the gems of the arch lie, from the foot on the left to that on the right.
 left=[102 102 102 102 102 102 102 103 108 115 125 138 153 171 191 212 235 258 283 308 333 358 381 404 425 445 463 478 491 501 508 513 514 514 514 514 514 514 514
@@ -29,9 +27,8 @@ procedure engrave words
 ; What is missing. The door opens when that is nothing, also when the player left before they had gone through it.
 procedure count
 [
-    missing=0
-    for n 1 gaps
-        missing=missing+(filled|n|1="o")
+    call countGaps
+    missing=RESULT
     if missing=0
         call open
     else if missing=1
@@ -41,10 +38,6 @@ procedure count
 ]
 
 ; ---- the arch
-
-; The gem that belongs to a place: RESULT.
-procedure belongs place
-    get world patternItem (place-1)%kinds+1 RESULT
 
 procedure lay place
 [
@@ -79,7 +72,7 @@ procedure build
         n=gapAt.place
         if n=0
             call lay place
-        else if filled|n|1="x"
+        else if arch|n|1="x"
             call lay place
         else
             call leaveOpen place n
@@ -124,11 +117,7 @@ procedure takeIn
     if fits
     [
         misses=0
-        before=n-1
-        behind=n+1
-        filled=filled|1|before+"x"+filled|behind
-        set world arch filled
-        play world removeObjectFromLocation item "OHUB"
+        call fillGap n item
         set gem.brought z 10
         call count
     ]
@@ -149,7 +138,7 @@ procedure showWhere
     call engrave "Essa pedra cabe onde há luz."
     PlaySound 207
     for n 1 gaps
-        if filled|n|1="o"
+        if arch|n|1="o"
         [
             get socket.n value wanted
             set socket.n highlighted wanted=item
@@ -159,7 +148,7 @@ procedure showWhere
 
 procedure dim
     for n 1 gaps
-        if filled|n|1="o"
+        if arch|n|1="o"
             set socket.n highlighted 0
 
 ; ---- the door
@@ -176,15 +165,9 @@ procedure open
 
 procedure climb
 [
-    get world hubRoundsCompleted "OHUB" number
-    set world hubRoundsCompleted "OHUB" number+1
-    set world arch "oooooooooooo"
-    set world currentLocation "OHUB"
-    play world distributeItems
-    if number+1=doors
-        relay "lamp.mps"
-    else
-        relay "tower.mps"
+    call passDoor
+    call findRoom
+    relay RESULT
 ]
 
 procedure goDown
@@ -239,11 +222,7 @@ dusk=RQueue 1
 play dusk add DelayAction 1600
 set dusk finished dim
 
-get world hubRoundsCompleted "OHUB" number
-get world patternItemCount kinds
-get world arch filled
-if ~filled=0
-    filled="oooooooooooo"
+call findDoor
 misses=0
 puzzle=RPuzzle 0
 set puzzle lockCorrectAnswers 1

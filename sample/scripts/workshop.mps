@@ -7,7 +7,7 @@
 yield off
 StartTransition
 Scene 104
-include memory.mps
+include story.mps
 call arriveAt "OHUB"
 
 ; ---- the plaque; what is on it is in the middle
@@ -36,6 +36,13 @@ scene.4="signals.mps"
 scene.5="sail.mps"
 scene.6="pegs.mps"
 scene.7="crates.mps"
+activity.1="CWS1"
+activity.2="CWS2"
+activity.3="CWS3"
+activity.4="CWS4"
+activity.5="OWS4"
+activity.6="OWS1"
+activity.7="OWS2"
 
 procedure lightUp
 [
@@ -49,6 +56,21 @@ procedure dim
 [
     set RECEIVER sequence 1
     call engrave "A oficina"
+]
+
+; It glitters where there is something to be won.
+procedure glitter which
+[
+    get world wsNextItemInQueue activity.which item
+    if item
+    [
+        get thing.which x left
+        get thing.which width wide
+        get thing.which y top
+        glint.which=RAnimation 2489 left+wide-30 top-6 30
+        set glint.which touchy 0
+        set glint.which movable 0
+    ]
 ]
 
 procedure enter
@@ -118,6 +140,8 @@ for i 1 things
     set thing.i flyOn lightUp
     set thing.i flyOff dim
 ]
+for i 1 things
+    call glitter i
 for i 1 4
     set toy.i mouseDown stir
 set sign mouseDown goDown
