@@ -9,9 +9,9 @@
 #   ;# MS WORDS    the other lines of the report
 #   ;% TEXT        a line of the log; others may stand between these
 #   ;~ SOUND       what is heard (tourlisten.cpp)
-#   ;> MS EVENT    what happens from outside, as in input files; also "click X Y" (10 ms) and "drag X Y TO-X TO-Y"
-#                  (10 ms to the move, 10 ms to the release); screenshots are compared with the pictures
-#                  FILE/NAME.png (of a screenshot NAME.LATER.png too), pixel by pixel
+#   ;> MS EVENT    what happens from outside, as in input files; also "tap X Y" and "pull X Y X Y ...", a hasty click
+#                  and drag: the button goes down at once, and all else follows every 10 ms; screenshots are
+#                  compared with the pictures FILE/NAME.png (of a screenshot NAME.LATER.png too), pixel by pixel
 #   ;$ OPTIONS     a run of the program with these options; all runs must come to the same. Some words are no
 #                  options of the program: "ini:KEY=VALUE" is a setting of ZORBET.INI, "depth:N" and "at:X,Y"
 #                  tell the comparison of pictures about the screen, "compiled" has zorbet-mps compile the script,
@@ -49,9 +49,11 @@ function rest(text) { sub(/^[ \t]*;. ?/, "", text); return text }
 /^[ \t]*;~ / { print rest($0) > (work "/was/heard") }
 function event(ms, what) { print ms, what > (work "/input." visit) }
 /^[ \t]*;> / {
-    if ($3 == "click" || $3 == "drag") event($2, "down " $4 " " $5)
-    if ($3 == "click") event($2 + 10, "up " $4 " " $5)
-    else if ($3 == "drag") { event($2 + 10, "move " $6 " " $7); event($2 + 20, "up " $6 " " $7) }
+    if ($3 == "tap" || $3 == "pull") {
+        event(ms = $2, "down " $4 " " $5)
+        for (i = 6; i < NF; i += 2) event(ms += 10, "move " $i " " $(i + 1))
+        event(ms + 10, "up " $(NF - 1) " " $NF)
+    }
     else print rest($0) > (work "/input." visit)
 }
 /^[ \t]*;\$ then/ { line = rest($0); sub(/^then ?/, "", line); print line > (work "/then." ++visit); next }
@@ -80,7 +82,8 @@ visit() {
     shift 2
     until=20000
     if [ -f "$work/input.$number" ]; then
-        until=$(($(awk '/^[0-9]/ { last = $1 } END { print last }' "$work/input.$number") + 1))
+        until=$(awk '/^[0-9]/ { last = $1 + 1 + ($2 == "click" ? 200 : $2 == "drag" ? 50 * NF : 0) }
+            $2 == "key" && NF > 3 { last += 100 * (NF - 3) } END { print last }' "$work/input.$number")
         set -- --input "$work/input.$number" "$@"
     fi
     case " $* " in *" --until "*) ;; *) set -- --until $until "$@" ;; esac

@@ -1,15 +1,15 @@
 ; Dialogs: what is missing, a handler that opens the next one, one that is before a boat and behind
 ; it, and who hears of the background while ports and dialogs come and go.
-;> 50 click 5 5
-;> 120 click 56 310
-;> 140 click 535 335
-;> 160 click 380 335
-;> 250 click 56 310
-;> 350 click 5 5
-;> 450 click 5 5
-;> 550 click 5 5
-;> 650 click 5 5
-;> 750 click 5 5
+;> 50 tap 5 5
+;> 120 tap 56 310
+;> 140 tap 535 335
+;> 160 tap 380 335
+;> 250 tap 56 310
+;> 350 tap 5 5
+;> 450 tap 5 5
+;> 550 tap 5 5
+;> 650 tap 5 5
+;> 750 tap 5 5
 ;> 1000 move 5 5
 yield off
 procedure onHeard

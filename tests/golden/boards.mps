@@ -3,9 +3,8 @@
 ;: rsc golden
 ; a figure is seen through the dialog's hole; a button, under a picture, drops the dialog
 ;> 50 screenshot asked.png
-;> 60 down 292 114
-;> 70 screenshot pressed.png
-;> 80 up 292 114
+;> 60 tap 292 114
+;> 65 screenshot pressed.png
 ;> 150 screenshot mirrors.png
 ; a piece over both tools, then on the board; a thing that is larger than its cell; a jump
 ;> 200 down 400 390
@@ -13,19 +12,17 @@
 ;> 210 move 494 206
 ;> 215 screenshot turned.png
 ;> 220 up 82 24
-;> 230 down 147 264
-;> 235 move 300 240
+;> 225 pull 147 264 300 240
 ;> 240 screenshot thing.png
-;> 245 up 300 240
 ;> 250 down 535 325
 ;> 255 move 600 280
 ;> 260 screenshot peg.png
-;> 265 drag 600 280 575 245
+;> 265 pull 600 280 575 245
 ;> 295 screenshot snapped.png
 ; the backpack is dragged, and closed
-;> 390 drag 35 280 120 380
+;> 390 pull 35 280 120 380
 ;> 440 screenshot moved.png
-;> 450 click 205 305
+;> 450 tap 205 305
 ;> 580 screenshot left.png
 include golden.mps
 include steps.mps

@@ -21,18 +21,11 @@
 ;> 1450 key Enter
 ;> 1590 screenshot gone.png
 ; Both answers into the two containers, the first one put back before.
-;> 1600 key Down
-;> 1700 key Enter
-;> 1800 key Up
-;> 1900 key Esc
-;> 2100 key Enter
-;> 2200 key Up
+;> 1600 key Down Enter Up Esc
+;> 2100 key Enter Up
 ;> 2300 screenshot carried.png
 ;> 2310 key Enter
-;> 2500 key Down
-;> 2600 key Enter
-;> 2700 key Up
-;> 2800 key Enter
+;> 2500 key Down Enter Up Enter
 ; Who takes keys has all until Tab, and then those that the mark has no use for; all while it is off.
 ;> 2950 run keyboard=RKbdInp 0
 ;> 2960 run set keyboard keyPressed typed

@@ -7,9 +7,8 @@
 ;> 20 move 72 58
 ;> 25 screenshot outside.png
 ;> 40 up 300 300
-;> 50 down 170 60
+;> 50 tap 170 60
 ;> 55 screenshot outside.disabled.png
-;> 60 up 170 60
 ; two that a script has pressed, one of them for a shorter time
 ;> 120 screenshot script.png
 ;> 175 screenshot later.png
@@ -19,8 +18,8 @@
 ;> 205 move 135 125
 ;> 210 screenshot turned.png
 ;> 215 up 639 125
-;> 220 drag 250 125 290 300
-;> 245 drag 450 125 600 125
+;> 220 pull 250 125 290 300
+;> 245 pull 450 125 600 125
 ; the ring by its rim, beyond the window and back; through its hole the figure behind it. Dropped
 ; for the first time, it may leave the window
 ;> 270 down 304 204
@@ -35,7 +34,7 @@
 ;> 330 screenshot beyond.png
 ;> 335 move 301 201
 ;> 340 up 301 201
-;> 345 drag 312 216 362 226
+;> 345 pull 312 216 362 226
 ;> 440 screenshot moved.png
 include golden.mps
 procedure dropped

@@ -5,25 +5,24 @@
 ;: face
 ;> 100 screenshot opened.png
 ; CMA is refused
-;> 110 click 136 204
+;> 110 tap 136 204
 ;> 150 screenshot refused.png
 ; a level, which also shows what became of CWS1; by itself or not; music
-;> 900 click 516 204
-;> 920 click 600 204
-;> 940 click 300 354
-;> 960 click 530 40
-;> 1010 click 31 341
+;> 900 tap 516 204
+;> 920 tap 600 204
+;> 940 tap 300 354
+;> 960 tap 530 40
+;> 1010 tap 31 341
 ;> 1050 screenshot switched.png
-;> 1060 down 600 36
-;> 1070 screenshot closing.png
-;> 1080 up 600 36
+;> 1060 tap 600 36
+;> 1065 screenshot closing.png
 ; in the game, at CWS1; a figure is clicked through the panel's hole; CMA is solved
-;> 1190 click 586 442
+;> 1190 tap 586 442
 ;> 1210 screenshot solved.png
 ;> 1310 screenshot played.png
 ; a panel of its own, behind the figure, then before it and dragged by nothing else than the panel
 ;> 1410 screenshot behind.png
-;> 1500 drag 38 148 100 100
+;> 1500 pull 38 148 100 100
 ;> 1530 down 60 260
 ;> 1540 move 250 380
 ;> 1550 screenshot dragged.png

@@ -3,19 +3,13 @@
 ;: rsc golden
 ;> 50 screenshot start.png
 ; over two alike; the hot point over a pixel; a gap in one row and another one
-;> 100 down 22 262
-;> 110 move 82 52
-;> 120 screenshot tie.png
-;> 130 up 82 52
-;> 140 down 342 262
-;> 150 move 302 22
-;> 160 screenshot hit.png
-;> 170 up 302 22
+;> 100 pull 22 262 82 52
+;> 115 screenshot tie.png
+;> 140 pull 342 262 302 22
+;> 155 screenshot hit.png
 ;> 240 screenshot placed.png
-;> 250 down 48 183
-;> 260 move 322 162
-;> 270 screenshot gap.png
-;> 280 up 322 162
+;> 250 pull 48 183 322 162
+;> 265 screenshot gap.png
 ; moved with what is in them, and played
 ;> 370 screenshot moved.png
 ;> 520 screenshot home.png

@@ -3,7 +3,7 @@
 ;> 90 screenshot states.png
 ;> 190 screenshot moved.png
 ; the third line, and the first one twice
-;> 280 click 30 160
+;> 280 tap 30 160
 ;> 290 screenshot clicked.png
 ;> 300 double 30 135
 ;> 310 up 30 135

@@ -3,15 +3,10 @@
 ;: rsc golden
 ;$ --keys --speak --language en
 ;> 1000 key Enter
-;> 2000 key Tab
-;> 2100 key Tab
-;> 2200 key Tab
-;> 2300 key Enter
-;> 2500 key Up
-;> 2600 key Esc
+;> 2000 key Tab Tab Tab Enter
+;> 2500 key Up Esc
 ;> 2800 key Enter
-;> 3000 key Up
-;> 3100 key Enter
+;> 3000 key Up Enter
 ;> 4000 speech off
 ;> 4100 key Tab
 ;> 4200 speech on

@@ -6,7 +6,7 @@
 ;> 90 screenshot shown.png
 ;> 180 screenshot lacking.png
 ;> 270 screenshot shown.little.png
-;> 290 drag 302 62 602 462
+;> 290 pull 302 62 602 462
 ;> 360 screenshot changed.png
 include golden.mps
 include steps.mps

@@ -47,14 +47,13 @@ set t.1 mouseDown onMovie
 set t.3 finished onFinished
 ; not seen, not hit
 call do "let 4 frameNotification 1, run 4 forever, rest 0.2"
-;> 1050 click 110 51
+;> 1050 tap 110 51
 ; then the window rests, and the movie is not dragged
 counted=0
 call do "run 1 start, rest 0.05, black, rest 0.1"
 ;> 1185 screenshot started.png
-;> 1190 drag 110 51 150 51
-;> 1215 down 110 45
-;> 1216 up 110 45
+;> 1190 pull 110 51 150 51
+;> 1215 tap 110 45
 ;> 1275 screenshot parts.png
 ; another one, clipped, is shown until it is dropped; the window then draws what both have covered
 call do "run 3 start, black, rest 0.6, lose t.3, finish 1, rest 0.1"
@@ -94,7 +93,7 @@ call do "rest 0.05, black, finish 1, rest 0.1"
 ;> 2561 screenshot among.png
 ;> 2626 screenshot amongparts.png
 call do "run 1 place 120 80, show, rest 1, rest 0.01, run 1 release, rest 0.01"
-;> 2666 drag 125 95 225 195
+;> 2666 pull 125 95 225 195
 ;> 3556 screenshot dragged.png
 ;> 3570 screenshot released.png
 ; in the middle of it among the others, at once

@@ -37,12 +37,12 @@ for i 5 6
 set t.i clickSoundID 208
 set t.i hit onHit
 ]
-;> 1289 click 56 310
+;> 1289 tap 56 310
 pause 0.1
 t.1=RSmackerMovie lost.smk 0 0
 pause 1
 t.2=RSmackerMovie plain.smk 0 0
-;> 2279 click 350 306
+;> 2279 tap 350 306
 call do "lose t.1, rest 0.1, run 2 release, rest 1, lose t.2, note gone, rest 0.2, note later"
 call do "rest 0.2, tell"
 ;=  t.6 gone later t.5

@@ -30,8 +30,10 @@ std::string parsed(const std::string& text) {
             out << answer->button << (answer->checked ? " checked\n" : "\n");
         else if (const auto* shot = std::get_if<TimelineScreenshot>(&what))
             out << shot->file << '\n';
+        else if (const auto& message = std::get<Message>(what); message.kind != Message::Kind::Key)
+            out << lineOf(0, message).substr(2) << '\n';
         else {
-            const KeyPress& key = std::get<Message>(what).key;
+            const KeyPress& key = message.key;
             out << std::hex << key.code << std::dec << (key.control ? "^\n" : "\n");
         }
     }
@@ -49,6 +51,10 @@ TEST(Timeline, ReadsEvents) {
                "3 screenshot my shots/\xC3\xA3.png \n\r\n  \t\n1 answer Sair\n  # 5 command 9\n"
                "1 answer checked N\xC3\xA3o sair  \n2 answer unchecked\n4294967295 \tanswer\tOk"),
         "1 Sair\n1 N\xE3o sair checked\n2 unchecked\n3 my shots/\xC3\xA3.png\n4294967295 Ok\n");
+    EXPECT_EQ(
+        parsed("9 click 1 -2\n10 drag 3 4 5 6 7 8\n11 key a Tab"),
+        "9 move 1 -2\n10 move 3 4\n11 61\n109 down 1 -2\n110 down 3 4\n111 e801\n209 up 1 -2\n"
+        "210 move 5 6\n310 move 7 8\n410 up 7 8\n");
 }
 
 TEST(Timeline, RefusesBadLinesByNumber) {
@@ -58,6 +64,10 @@ TEST(Timeline, RefusesBadLinesByNumber) {
         {"\"quit\" wants nothing after it", {"5 quit now"}},
         {"\"move\" wants two numbers, x and y",
          {"5 move 1", "5 move 1 2 3", "5 move 99999999999 2"}},
+        {"\"drag\" wants two positions or more, each of two numbers, x and y",
+         {"5 drag", "5 drag 1 2", "5 drag 1 2 3", "5 drag 1 2 3 4 5", "5 drag 1 2 3 x"}},
+        {"what follows in the line would come after the last millisecond that there is",
+         {"4294967096 click 1 2"}},
         {"\"key\" wants one Latin-1 character or the name of a key",
          {"5 key ", "5 key Ctrl-", "5 key F13", "5 key \xE2\x82\xAC", "5 key \x01",
           "5 key Shift-a"}},

@@ -44,7 +44,7 @@ call do "open CMA, flags, tell, rest 9"
 ;@ 1 WAVE resource 9053 not found.
 ;@ 7000 WAVE resource 9051 not found.
 call do "open 1, of 2 selectedLocation, of 2 selectedLocationName, rest 0.1, tell"
-;> 8111 click 55 65
+;> 8111 tap 55 65
 ;=  0  selected 1 CWS1
 ; each part introduces itself when its flag is 0; closing ends it
 call do "let 1 seenLapTrapInPractice 0, open CMA, let 1 inGame 1, open CMA, rest 0.5"
@@ -53,7 +53,7 @@ call do "open OMA, flags"
 ;@ 8424 WAVE resource 9061 not found.
 ;@ 8641 WAVE resource 9062 not found.
 call do "let 1 seenLapTrapInGame 0, let 1 seenOasisMap 0, open OMA, rest 0.5, flags"
-;> 8651 click 370 25
+;> 8651 tap 370 25
 call do "let 1 currentLocation nowhere, open 0, tell, let 1 inGame 0"
 ;=  flags 1 1 1 1 1 1 closed, seen 0 flags 1 1 1 1 1 1
 ; what it is made with
@@ -65,13 +65,13 @@ t.2=RLapTrap Atlantis -1 9
 ; handlers that drop it, while it refuses, while a button is held, and while its sound is heard
 call do "let 1 visitedCount CMA 0, open CMA"
 set t.2 closed gone
-;> 9101 click 370 25
+;> 9101 tap 370 25
 call do "rest 0.1, open CMA"
 set t.2 locationSelected gone
-;> 9191 click 25 65
+;> 9191 tap 25 65
 call do "rest 0.1, tell, open CMA, rest 0.1, lose t.2, open CMA, rest 0.05, lose t.2"
 ;=  dropped dropped
-;> 9281 click 55 105
+;> 9281 tap 55 105
 ;> 9371 down 55 145
 ;> 9416 up 55 145
 call do "let 1 inGame 1, let 1 seenLapTrapInGame 0, let 1 seenCairoMap 0, open CMA, lose t.2"
@@ -80,11 +80,11 @@ call do "rest 1"
 ; who clicks anything needs no hint, and it comes once
 call do "let 1 inGame 0, open CMA, rest 10, open CMA, rest 10, open CMA, rest 10, open CMA, rest 10"
 call do "open CMA, rest 10, tell, open CMA, rest 30"
-;> 11316 click 220 25
-;> 20416 click 140 110
-;> 29516 click 25 105
-;> 38616 click 55 65
-;> 47716 click 370 25
+;> 11316 tap 220 25
+;> 20416 tap 140 110
+;> 29516 tap 25 105
+;> 38616 tap 55 65
+;> 47716 tap 370 25
 ;=  selected 1 CWS1 closed, seen 0
 ;@ 62300 WAVE resource 9051 not found.
 ;% ERROR: RSC\progress.map line 1: PRACTICE or GAME must come before it, left out

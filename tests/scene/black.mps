@@ -23,8 +23,7 @@ port=RScenePort 0
 set port backgroundClicked onBackground
 ; what is held is let go; nobody hears of what comes in the dark, the last one in the same turn as
 ; the end
-;> 11 down 50 210
-;> 21 up 50 210
+;> 11 tap 50 210
 ;> 23 down 50 210
 ;> 24 up 50 210
 ;> 25 double 50 210

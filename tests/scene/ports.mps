@@ -1,6 +1,6 @@
 ; Scene ports: keys, clicks, pauses and the end of the game, also in transitions; who is told of it
 ; in which order; which arguments of the music count. Keys are heard with and without a command.
-;> 100 click 320 50
+;> 100 tap 320 50
 ;> 120 key  
 ;> 130 key Ctrl- 
 ;> 140 key Enter
@@ -12,8 +12,8 @@
 ;> 200 key Ctrl-q
 ;> 210 command 59408
 ;> 220 background
-;> 250 click 320 50
-;> 350 click 320 50
+;> 250 tap 320 50
+;> 350 tap 320 50
 ;> 700 answer Yes
 ;> 700 command 59396
 yield off

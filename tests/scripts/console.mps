@@ -32,8 +32,7 @@
 ;> 200 run drop fish list.1
 ;> 200 run fish
 ;> 200 run set boat mouseDown clicked
-;> 240 down 70 310
-;> 250 up 70 310
+;> 240 tap 70 310
 ;> 300 run x=
 ;> 300 run set boat colour 1
 ;> 300 run set boat mouseDown nobody
@@ -99,7 +98,7 @@ say "goes on"
 ;# 106 run RText RText is a class
 ;# 107 run boat RAnimation
 ;# 108 run ref RAnimation (a second name)
-;# 109 run vanish Startup.mps:67
+;# 109 run vanish Startup.mps:66
 ;# 110 run 1/0 a division by zero, or a power that has no value
 ;# 111 run name/2 a text stands where a number is needed
 ;# 112 run (score parentheses or quotes do not match: (score

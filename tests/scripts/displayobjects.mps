@@ -27,11 +27,8 @@ t.1=RTrigger 2001 7
 set t.1 clicked onClicked
 set t.1 fired turned
 ; to the right and back; to the right and let go; beyond both ends
-;> 10 down 56 310
-;> 20 move 91 310
-;> 30 move 56 310
-;> 35 up 56 310
-;> 40 drag 56 310 91 310
+;> 10 pull 56 310 91 310 56 310
+;> 40 pull 56 310 91 310
 ;> 70 down 56 310
 ;> 75 move 600 310
 ;> 95 move 0 310
@@ -69,7 +66,7 @@ call do "let 1 clickSoundID -1, rest 0.1, let 1 clickSoundID 208, rest 0.1"
 call do "let 1 clickSoundID -1, rest 0.1, tell"
 ;=  down hit 30 down down hit 0 hit 30
 ; gone while it sounds
-;> 2560 click 56 310
+;> 2560 tap 56 310
 call do "let 1 clickSoundID 208, rest 0.1, lose t.1, rest 0.5, tell"
 ;=  down
 quit

@@ -31,7 +31,7 @@ pause 0.1
 play o press
 call look
 set o clickSoundID 9999
-;> 580 click 56 310
+;> 580 tap 56 310
 call look
 o=RTrigger 2001 7
 set o frame 2

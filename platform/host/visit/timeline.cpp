@@ -9,6 +9,7 @@
 #include <istream>
 #include <limits>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,7 +19,7 @@ namespace platform {
 namespace {
 
 constexpr int kLargestCommand = 0xFFFF;
-constexpr std::uint32_t kBetweenKeysMs = 100; ///< of one line
+constexpr std::uint32_t kBetweenMs = 100; ///< two events of one line
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
@@ -80,7 +81,8 @@ class LineReader {
     std::string_view rest_;
 };
 
-using What = std::optional<decltype(TimelineEvent::what)>;
+/// What a line brings, one after the other, every kBetweenMs; none when it cannot be read.
+using LineEvents = std::vector<decltype(TimelineEvent::what)>;
 
 std::optional<std::string> latin1Text(std::string_view text) {
     const auto characters = formats::decodeUtf8(text);
@@ -105,22 +107,53 @@ std::uint16_t controlled(std::uint16_t code) {
 }
 
 template <Message::Kind kind>
-What readPlain(LineReader&) {
-    return Message{.kind = kind};
+LineEvents readPlain(LineReader&) {
+    return {Message{.kind = kind}};
 }
 
-template <Message::Kind kind>
-What readMouse(LineReader& line) {
+std::optional<Point> readPosition(LineReader& line) {
     using Limits = std::numeric_limits<int>;
     const auto x = line.number(Limits::min(), Limits::max());
     const auto y = line.number(Limits::min(), Limits::max());
-    if (!x || !y) return std::nullopt;
-    return Message{.kind = kind, .position = {*x, *y}};
+    return x && y ? std::optional(Point{*x, *y}) : std::nullopt;
 }
 
-What readKey(LineReader& line) {
-    // A blank may be the key itself.
-    std::string_view name = line.remainder();
+template <Message::Kind kind>
+LineEvents readMouse(LineReader& line) {
+    const auto position = readPosition(line);
+    if (!position) return {};
+    return {Message{.kind = kind, .position = *position}};
+}
+
+/// The button goes down where the way begins, and up at its end.
+LineEvents carried(std::span<const Point> way) {
+    LineEvents events;
+    const auto add = [&events](Message::Kind kind, Point position) {
+        events.emplace_back(Message{.kind = kind, .position = position});
+    };
+    add(Message::Kind::MouseMove, way.front());
+    add(Message::Kind::MouseDown, way.front());
+    for (const Point& further : way.subspan(1)) add(Message::Kind::MouseMove, further);
+    add(Message::Kind::MouseUp, way.back());
+    return events;
+}
+
+LineEvents readClick(LineReader& line) {
+    const auto position = readPosition(line);
+    return position ? carried(std::span(&*position, 1)) : LineEvents();
+}
+
+LineEvents readDrag(LineReader& line) {
+    std::vector<Point> way;
+    do {
+        const auto position = readPosition(line);
+        if (!position) return {};
+        way.push_back(*position);
+    } while (!line.atEnd());
+    return way.size() > 1 ? carried(way) : LineEvents();
+}
+
+std::optional<KeyPress> pressNamed(std::string_view name) {
     while (name.size() > 1 && isBlank(name.front())) name.remove_prefix(1);
     const bool control = name.starts_with(kControl);
     if (control) name.remove_prefix(kControl.size());
@@ -129,42 +162,55 @@ What readKey(LineReader& line) {
     while (name.size() > 1 && isBlank(name.back())) name.remove_suffix(1);
     const auto code = keyNamed(name);
     if (!code || (shift && *code < kFirstKey)) return std::nullopt;
-    return Message{.kind = Message::Kind::Key,
-                   .key = {control ? controlled(*code) : *code, control, shift}};
+    return KeyPress{control ? controlled(*code) : *code, control, shift};
+}
+
+LineEvents readKeys(LineReader& line) {
+    std::vector<std::string_view> names;
+    for (LineReader words = line; !words.atEnd();) names.push_back(words.word());
+    if (names.size() < 2) names = {line.remainder()}; // a blank may be the key itself
+    line.text();
+    LineEvents events;
+    for (const std::string_view name : names) {
+        const auto press = pressNamed(name);
+        if (!press) return {};
+        events.emplace_back(Message{.kind = Message::Kind::Key, .key = *press});
+    }
+    return events;
 }
 
 template <Message::Kind on, Message::Kind off>
-What readSwitch(LineReader& line) {
+LineEvents readSwitch(LineReader& line) {
     const std::string_view what = line.word();
-    if (what != kOn && what != kOff) return std::nullopt;
-    return Message{.kind = what == kOn ? on : off};
+    if (what != kOn && what != kOff) return {};
+    return {Message{.kind = what == kOn ? on : off}};
 }
 
-What readCommand(LineReader& line) {
+LineEvents readCommand(LineReader& line) {
     const auto command = line.number(0, kLargestCommand);
-    if (!command) return std::nullopt;
-    return Message{.kind = Message::Kind::Command, .command = *command};
+    if (!command) return {};
+    return {Message{.kind = Message::Kind::Command, .command = *command}};
 }
 
-What readAnswer(LineReader& line) {
+LineEvents readAnswer(LineReader& line) {
     constexpr std::string_view kChecked = "checked";
     LineReader words = line;
     const bool checked = words.word() == kChecked;
     const auto button = latin1Text(checked ? words.text() : line.text());
     line.text();
-    if (!button || button->empty()) return std::nullopt;
-    return TimelineAnswer{*button, checked};
+    if (!button || button->empty()) return {};
+    return {TimelineAnswer{*button, checked}};
 }
 
-What readClose(LineReader&) { return TimelineAnswer{.closesWindow = true}; }
+LineEvents readClose(LineReader&) { return {TimelineAnswer{.closesWindow = true}}; }
 
-What readScreenshot(LineReader& line) {
+LineEvents readScreenshot(LineReader& line) {
     const std::string_view file = line.text();
-    if (file.empty()) return std::nullopt;
-    return TimelineScreenshot{std::string(file)};
+    if (file.empty()) return {};
+    return {TimelineScreenshot{std::string(file)}};
 }
 
-What readExpectation(LineReader& line) {
+LineEvents readExpectation(LineReader& line) {
     using Kind = TimelineExpectation::Kind;
     const std::string_view what = line.word();
     TimelineExpectation expected;
@@ -175,29 +221,29 @@ What readExpectation(LineReader& line) {
     };
     if (what == "no") {
         expected.kind = Kind::NoWarnings;
-        return line.word() == "warnings" ? What(expected) : std::nullopt;
+        return line.word() == "warnings" ? LineEvents{expected} : LineEvents();
     }
     if (what == "said" || what == "box") {
         expected.kind = what == "said" ? Kind::Said : Kind::Box;
-        return takes(expected.text, line.text()) ? What(expected) : std::nullopt;
+        return takes(expected.text, line.text()) ? LineEvents{expected} : LineEvents();
     }
-    if (what != "variable" && what != "property") return std::nullopt;
+    if (what != "variable" && what != "property") return {};
     expected.kind = what == "variable" ? Kind::Variable : Kind::Property;
-    if (!takes(expected.variable, line.word())) return std::nullopt;
-    if (what == "property" && !takes(expected.property, line.word())) return std::nullopt;
+    if (!takes(expected.variable, line.word())) return {};
+    if (what == "property" && !takes(expected.property, line.word())) return {};
     takes(expected.text, line.text()); // a value may be empty
-    return expected;
+    return {expected};
 }
 
-What readRun(LineReader& line) {
+LineEvents readRun(LineReader& line) {
     const auto text = latin1Text(line.text());
-    if (!text || text->empty()) return std::nullopt;
-    return TimelineRun{*text};
+    if (!text || text->empty()) return {};
+    return {TimelineRun{*text}};
 }
 
 struct Verb {
     std::string_view name;
-    What (*read)(LineReader&);
+    LineEvents (*read)(LineReader&);
     std::string_view wants; ///< what has to follow, for the complaint
 };
 
@@ -210,7 +256,9 @@ constexpr std::array kVerbs{
     Verb{"down", readMouse<Message::Kind::MouseDown>, kPosition},
     Verb{"up", readMouse<Message::Kind::MouseUp>, kPosition},
     Verb{"double", readMouse<Message::Kind::DoubleClick>, kPosition},
-    Verb{"key", readKey, "one Latin-1 character or the name of a key"},
+    Verb{"click", readClick, kPosition},
+    Verb{"drag", readDrag, "two positions or more, each of two numbers, x and y"},
+    Verb{"key", readKeys, "one Latin-1 character or the name of a key"},
     Verb{"keys", readSwitch<Message::Kind::KeysOn, Message::Kind::KeysOff>, kSwitch},
     Verb{"speech", readSwitch<Message::Kind::SpeechOn, Message::Kind::SpeechOff>, kSwitch},
     Verb{"command", readCommand, "a number from 0 to 65535"},
@@ -229,20 +277,26 @@ constexpr std::array kVerbs{
     Verb{"quit", readPlain<Message::Kind::Quit>, kNothing},
 };
 
-using Parsed = std::variant<TimelineEvent, std::string>; // or what is wrong
-
-Parsed parseEvent(LineReader line) {
+/// Reads the line of events; what is wrong with it, if anything.
+std::optional<std::string> readEvents(LineReader line, Timeline& timeline) {
     using Limits = std::numeric_limits<std::uint32_t>;
     const auto time = line.number(Limits::min(), Limits::max());
     if (!time) return "the line does not begin with a time in milliseconds";
     const std::string_view name = line.word();
     const auto verb = std::ranges::find(kVerbs, name, &Verb::name);
     if (verb == kVerbs.end()) return "unknown event " + formats::inQuotes(name);
-    What what = verb->read(line);
-    if (!what || !line.atEnd()) {
+    LineEvents events = verb->read(line);
+    if (events.empty() || !line.atEnd()) {
         return formats::inQuotes(name) + " wants " + std::string(verb->wants);
     }
-    return TimelineEvent{*time, *std::move(what)};
+    if ((events.size() - 1) * kBetweenMs > Limits::max() - *time)
+        return "what follows in the line would come after the last millisecond that there is";
+    std::uint32_t timeMs = *time;
+    for (auto& what : events) {
+        timeline.push_back({timeMs, std::move(what)});
+        timeMs += kBetweenMs;
+    }
+    return std::nullopt;
 }
 
 bool readData(LineReader& line, Visit& visit) {
@@ -301,52 +355,6 @@ Read readSetting(LineReader line, Visit& visit) {
     return isRight && line.atEnd() ? Read::Done : Read::Wrong;
 }
 
-std::string_view verbOf(Message::Kind kind) {
-    switch (kind) {
-    case Message::Kind::MouseDown: return "down";
-    case Message::Kind::MouseUp: return "up";
-    case Message::Kind::MouseMove: return "move";
-    case Message::Kind::DoubleClick: return "double";
-    case Message::Kind::Key: return "key";
-    case Message::Kind::Command: return "command";
-    case Message::Kind::Background: return "background";
-    case Message::Kind::Foreground: return "foreground";
-    case Message::Kind::Expose: return "expose";
-    case Message::Kind::KeysOn:
-    case Message::Kind::KeysOff: return "keys";
-    case Message::Kind::SpeechOn:
-    case Message::Kind::SpeechOff: return "speech";
-    case Message::Kind::Quit: return "quit";
-    case Message::Kind::Null: break;
-    }
-    return "nothing";
-}
-
-/// A line with several keys, as one line each; any other line alone, as it is.
-std::vector<std::string> oneKeyEach(std::string_view line) {
-    LineReader reader(line);
-    const std::string_view time = reader.word();
-    const std::string_view verb = reader.word();
-    std::vector<std::string> lines;
-    while (verb == verbOf(Message::Kind::Key) && !reader.atEnd())
-        lines.push_back(std::string(time) + ' ' + std::string(verb) + ' ' +
-                        std::string(reader.word()));
-    return lines.size() > 1 ? lines : std::vector{std::string(line)};
-}
-
-/// Reads the line of an event; what is wrong with it, if anything.
-std::optional<std::string> readEvents(std::string_view line, std::vector<TimelineEvent>& timeline) {
-    std::uint32_t laterMs = 0;
-    for (const std::string& each : oneKeyEach(line)) {
-        Parsed parsed = parseEvent(LineReader(each));
-        if (auto* wrong = std::get_if<std::string>(&parsed)) return std::move(*wrong);
-        timeline.push_back(std::get<TimelineEvent>(std::move(parsed)));
-        timeline.back().timeMs += laterMs;
-        laterMs += kBetweenKeysMs;
-    }
-    return std::nullopt;
-}
-
 bool isSkipped(std::string_view line) {
     LineReader reader(line);
     reader.skipBlanks();
@@ -391,7 +399,7 @@ std::variant<Visit, TimelineError> parseVisit(std::istream& input) {
         } else if (read == Read::Done) {
             continue;
         }
-        if (auto wrong = readEvents(line, visit.timeline))
+        if (auto wrong = readEvents(LineReader(line), visit.timeline))
             return TimelineError{number, *std::move(wrong)};
     }
     if (input.bad()) return TimelineError{number + 1, "the input cannot be read"};
@@ -404,6 +412,27 @@ std::variant<Visit, TimelineError> parseVisit(std::istream& input) {
 namespace {
 
 constexpr std::size_t kDataBytes = 40; ///< of a line
+
+std::string_view verbOf(Message::Kind kind) {
+    switch (kind) {
+    case Message::Kind::MouseDown: return "down";
+    case Message::Kind::MouseUp: return "up";
+    case Message::Kind::MouseMove: return "move";
+    case Message::Kind::DoubleClick: return "double";
+    case Message::Kind::Key: return "key";
+    case Message::Kind::Command: return "command";
+    case Message::Kind::Background: return "background";
+    case Message::Kind::Foreground: return "foreground";
+    case Message::Kind::Expose: return "expose";
+    case Message::Kind::KeysOn:
+    case Message::Kind::KeysOff: return "keys";
+    case Message::Kind::SpeechOn:
+    case Message::Kind::SpeechOff: return "speech";
+    case Message::Kind::Quit: return "quit";
+    case Message::Kind::Null: break;
+    }
+    return "nothing";
+}
 
 std::string textOf(const KeyPress& key) {
     const std::string held(key.control ? kControl : std::string_view());

@@ -1,9 +1,11 @@
 // What happens to a program from outside, written down: beforehand, or by who recorded a visit. One
-// event a line:
+// event a line, or a few of them, each 100 ms behind the other:
 //
 //     500 move 320 240         also down, up and double; screen pixels
-//     800 key a                one character or a name (Backspace, F1, ...); "Ctrl-" may go before,
-//                              and "Shift-" before a name
+//     600 click 320 240        move, down and up
+//     700 drag 9 9 50 50 90 9  move to the first place and down there, move to each further one, up
+//     800 key a                one character or a name (Backspace, F1, ...), or several; "Ctrl-"
+//                              may go before, and "Shift-" before a name
 //     850 keys on              the person plays with keys alone from now on; also off
 //     860 speech on            the person hears texts from now on; also off
 //     900 command 59396        a menu command, 0 to 65535
