@@ -207,6 +207,10 @@ std::optional<std::vector<Rect>> RAnswer::dropPlaces() const {
         places.push_back(platform::shifted(boundingRectangle(),
                                            (part.left + part.right) / 2 - from.x,
                                            (part.top + part.bottom) / 2 - from.y));
+    // Out of a container when all others are full.
+    const Point at = origin();
+    places.push_back(
+        platform::shifted(boundingRectangle(), homeOrigin_.x - at.x, homeOrigin_.y - at.y));
     return places;
 }
 
