@@ -108,29 +108,26 @@ praise.1="Muito bem!"
 praise.2="Boa! Está tudo certo!"
 praise.3="Que esperteza! Muito bem!"
 
-; Signs for the chest, or gems for the tower: RESULT is the praise with a word about them.
-procedure takeShare more
+; Signs for the chest, or gems for the tower: RESULT is a word about them.
+procedure takeShare
 [
     call gather activity
+    news=""
     if RESULT*(hub="CHUB")
         ; texts take
-        more=more+" Há mais sinais na arca do farol!"
+        news=" Há mais sinais na arca do farol!"
     else if RESULT
         ; texts take
-        more=more+" Há mais pedras para a torre!"
-    RESULT=more
+        news=" Há mais pedras para a torre!"
+    RESULT=news
 ]
 
 procedure rejoice more
 [
     busy=1
+    call takeShare
     if ~more=0
-    [
-        call takeShare more
         more=RESULT
-    ]
-    else
-        call takeShare ""
     play world correctGuess activity
     play world autoLevel activity
     get world currentLevel activity reached

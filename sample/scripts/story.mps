@@ -66,18 +66,18 @@ procedure award prize
 
 ; What was shared out to a game goes to its hub, whose letter it has, when it is solved: so many as the level is. RESULT is
 ; how many there were.
-procedure gather game
+procedure gather source
 [
-    hub=game|1|1+"HUB"
-    get world currentLevel game shares
+    hub=source|1|1+"HUB"
+    get world currentLevel source shares
     gathered=0
     for share 1 shares
     [
-        get world wsNextItemInQueue game item
+        get world wsNextItemInQueue source item
         if item
         [
             play world addObject item hub
-            play world removeNextObjectFromQueue game
+            play world removeNextObjectFromQueue source
             gathered=gathered+1
         ]
     ]
