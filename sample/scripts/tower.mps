@@ -17,7 +17,11 @@ top=[391 366 341 316 291 266 241 216 192 168 145 124 104 86 71 58 48 40 36 34 36
 
 procedure engrave words
 [
+    set plaque textWidth -1
     set plaque text words
+    get plaque textWidth wide
+    if wide>208
+        set plaque textWidth 208
     get plaque textHeight tall
     set plaque y 151-tall\2
     get plaque textWidth wide
