@@ -5,27 +5,41 @@ StartTransition
 Scene 114
 include memory.mps
 include voice.mps
+include words.mps
 call arriveAt "OHUB"
 
 ; ---- words on the scroll, one after the other, spoken by Tilli
 
-procedure write words
+procedure unroll words
 [
     set scroll visible 1
-    set line text words
-    get line textWidth wide
-    set line x 320-wide\2
+    lettering=&line
+    call rewrite words 320
 ]
 
 procedure tell words
 [
-    call write words
+    call unroll words
     call speak tilliVoice words
+    sequel=goOn
 ]
+
+; The mouth shut, wide, narrow or round. Then she dances again.
+shape.0=2
+shape.1=3
+shape.2=4
+shape.3=4
+shape.4=5
+shape.5=5
+
+procedure moveTilli
+    if opening+1
+        set tilli sequence shape.opening
+    else
+        set tilli sequence 1
 
 procedure goOn
 [
-    call stepForward
     said=said+1
     if said<speeches
         play breath start
@@ -40,7 +54,7 @@ procedure sayNext
 procedure showNext
 [
     credits=credits+1
-    call write credit.credits
+    call unroll credit.credits
     if credits<lines
         play roll start
     else
@@ -155,7 +169,7 @@ credit.4="Fim"
 lines=4
 said=0
 credits=0
-set voice finished goOn
+mouth.tilliVoice=moveTilli
 breath=RQueue 1
 play breath add DelayAction 900
 set breath finished sayNext

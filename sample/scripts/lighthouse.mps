@@ -7,6 +7,7 @@ yield off
 StartTransition
 Scene 101
 include memory.mps
+include words.mps
 call arriveAt "CBA1"
 
 ; ---- the cat purrs or miaows, whichever it likes
@@ -104,9 +105,8 @@ signs=12
 
 procedure tellThere words
 [
-    set notice text words
-    get notice textWidth wide
-    set notice x 367-wide\2
+    lettering=&notice
+    call rewrite words 367
     set notice visible 1
     set paper visible 1
 ]
@@ -304,24 +304,10 @@ if opened
 ]
 
 ; What is written on the ribbon and the two boards, by its middle.
-procedure write words middle top
-[
-    lines=lines+1
-    line.lines=RText 0 top -1 -1 4
-    set line.lines touchy 0
-    set line.lines movable 0
-    set line.lines colorIndex 4
-    play line.lines setFont 14
-    set line.lines text words
-    get line.lines textWidth wide
-    set line.lines x middle-wide\2
-]
-
-lines=0
 get world playerName visitor
-call write visitor 406 83
-call write "Mapa da baía" 402 196
-call write "A oficina" 552 306
+call write visitor 14 406 83 4
+call write "Mapa da baía" 14 402 196 4
+call write "A oficina" 14 552 306 4
 
 firesound=-1
 
