@@ -128,7 +128,7 @@ procedure listen
         get talk.i isActive busy
         RESULT=RESULT+busy
     ]
-    RESULT=RESULT+speaking
+    RESULT=RESULT+(speaking*(speaker=tilliVoice))
 ]
 
 procedure chat
@@ -140,6 +140,14 @@ procedure chat
         call stepBack
         play chatting start
     ]
+]
+
+; The music has come up, and steps back for who speaks already.
+procedure considerTilli
+[
+    call listen
+    if RESULT+speaking
+        call stepBack
 ]
 
 procedure greet
@@ -216,6 +224,7 @@ procedure sayAboard ms words
     set hail visible 1
     set hailing visible 1
     call speakAfter ms captainVoice words
+    call stepBack
     sequel=letRead
 ]
 
@@ -449,9 +458,8 @@ chatting=RRandomAction 1
 for i 2 4
     play chatting add "talk."+i
 
-; She begins when the music has come up, so that it can step back for her.
 welcoming=RQueue 1
-play welcoming add DelayAction 3000
+play welcoming add DelayAction 2200
 set welcoming finished greet
 reading=RQueue 1
 play reading add DelayAction 1600
@@ -495,6 +503,8 @@ port=RScenePort 0
 music=RQueue 1
 play music add DelayAction 950
 play music add VerbAction "port" 1 "startBackgroundMusic" 100 100 2
+play music add DelayAction 2100
+set music finished considerTilli
 play music start
 
 gullsound=-1

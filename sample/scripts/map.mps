@@ -442,7 +442,7 @@ procedure rejoice
     play world correctGuess "OWS3"
     call gather "OWS3" "OHUB"
     call award coinPrize
-    call letSound 1500
+    call letSound 1000
     if RESULT
         call tellGladly news.fate+" E uma moeda, que está na mala, no porto."
     else
@@ -746,6 +746,7 @@ get world chartLevel level
 if level=0
     set world chartLevel 1
 call layChart
+call letSound 2000
 call tell "Faz com as setas a rota do barco até ao tesouro!"
 
 ; ---- after the fanfare a new chart is laid

@@ -1,4 +1,4 @@
-; A question over the scene, answered with Yes or No: included by the scripts that ask, beside words.mps. They have
+; A question over the scene, answered with Yes or No: included by the scripts that ask, beside words.mps and voice.mps; who speaks stops. They have
 ;
 ;   paper            the picture of the question, in the colours of the scene; its buttons have the next two numbers
 ;   agree            what follows a Yes; `wanted` is what was asked for
@@ -9,6 +9,7 @@ procedure ask what words
 [
     wanted=what
     asking=1
+    call stopSpeaking
     PlaySound 247
     question=RDialog paper 200
     play question addButton paper+1 1

@@ -420,6 +420,7 @@ set keys keyPressed typed
 
 asked=""
 call look
+call letSound 1200
 if ~latest
     call tell "Olá! És tu, "+who+"?"
 else

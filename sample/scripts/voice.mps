@@ -109,6 +109,7 @@ procedure utter
         span=span+300
     call stepBack
     PlaySound firstSyllable+(20*speaker)+(3*(opening-1))+pitch-1
+    syllable=RESULT
     call mouth.speaker
     play gape halt
     play gape start
@@ -141,6 +142,7 @@ procedure stopSpeaking
     if speaking
     [
         speaking=0
+        KillSound syllable
         play voice halt
         play gape halt
         opening=-1
@@ -188,4 +190,5 @@ for speaker 0 2
     mouth.speaker=sayNothing
 sequel=sayNothing
 speaking=0
+syllable=-1
 steppedBack=0

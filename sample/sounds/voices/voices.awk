@@ -17,11 +17,11 @@ BEGIN {
     TILLI_SIZE = 1.35
     TILLI_NOTES = "c5 e5 g5"
     TILLI_SECONDS = 0.07
-    TILLI_PEAK = 44
+    TILLI_PEAK = 40
     TILLI_MANNER = "vibrato 25 9 40|slide -250 35"
     voice("tilli", TILLI_SIZE, TILLI_NOTES, TILLI_SECONDS, TILLI_PEAK, TILLI_MANNER, "")
-    voice("parrot", 1.15, "e4 g4 b4", 0.08, 42, "vibrato 50 26|slide 300 40", "rasp")
-    voice("captain", 0.92, "a2 c3 e3", 0.12, 50, "vibrato 12 6 60|slide -120 60", "")
+    voice("parrot", 1.15, "e4 g4 b4", 0.08, 38, "vibrato 50 26|slide 300 40", "rasp")
+    voice("captain", 0.92, "a2 c3 e3", 0.12, 54, "vibrato 12 6 60|slide -120 60", "")
     sentence(3, "Ola! Eu sou a Tilli. Que bom ver-te!")
     sentence(4, "O farol apagou-se. Ajudas-me a acende-lo?")
     sentence(5, "Na torre ha quatro portas. Faltam-lhes pedras!")
