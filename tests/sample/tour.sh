@@ -47,9 +47,9 @@ cat >heard <<END
 opening +signin parrot parrot-2-3 click desk-bell +harbour tilli-1 tilli-3 waves tilli-4 horn captain-4-1
 tilli-4|tilli-5|tilli-6 hover knock +lighthouse purr|meow crackle crackle purr|meow hover knock +map
 click bosun rock click bosun fanfare coins knock +lighthouse hover knock +workshop hover click pickup snap
-pickup snap pickup snap almost pickup gohome pickup snap pickup snap solved pickup snap pickup snap
+pickup snap pickup almost pickup gohome pickup snap pickup snap solved pickup snap pickup snap
 pickup levelup knock click pickup snap pickup snap pickup almost pickup gohome pickup snap pickup
-solved knock click pickup snap pickup snap pickup thud gohome pickup solved knock click pickup snap
+solved knock click pickup snap pickup snap pickup thud gohome pickup knock click pickup snap
 pickup snap pickup almost pickup slide solved knock click pickup snap pickup snap pickup gohome
 pickup solved knock click almost click solved almost click knock click pickup windlass snap pickup
 snap pickup snap pickup solved knock knock +lighthouse hover knock +harbour hover page tilli-2 page
