@@ -27,16 +27,14 @@ procedure showLevel
     get world currentLevel activity level
     for i 1 4
         set lamp.i sequence 2-(i>level)
-    lettering=&plate
-    call rewrite "Nível "+level 562
+    call rewrite plate "Nível "+level 562
     stars=0
     if level=4
         get world wsTotalCorrectGuessCount activity 4 stars
     mastered=stars>0
     set medal visible mastered
-    set tally visible mastered
-    lettering=&tally
-    call rewrite stars 562
+    set writing.tally visible mastered
+    call rewrite tally stars 562
 ]
 
 ; N different numbers from LOW to HIGH are drawn by lot: drawn.1 to drawn.N, never as they were drawn last.
@@ -189,9 +187,9 @@ procedure furnish
     call write "De novo" 14 519 451 20
     call write "Oficina" 14 596 451 20
     call write "" 14 562 253 20
-    plate=&writing.writings
+    plate=writings
     call write "" 14 562 353 21
-    tally=&writing.writings
+    tally=writings
     medal=RAnimation 2781 536 334 20
     set medal touchy 0
     set medal movable 0

@@ -13,8 +13,7 @@ call arriveAt "OHUB"
 procedure unroll words
 [
     set scroll visible 1
-    lettering=&line
-    call rewrite words 320
+    call rewrite line words 320
 ]
 
 procedure tell words
@@ -140,11 +139,8 @@ for i 1 3
     set boat.i touchy 0
 set gull frameNotification 1
 set gull frameNotify fly
-line=RText 0 31 -1 -1 21
-set line touchy 0
-set line movable 0
-set line colorIndex 4
-play line setFont 20
+call write "" 20 320 31 21
+line=writings
 
 sailing=RCompositeAction 1
 for i 1 3

@@ -286,7 +286,10 @@ procedure goSign
     call leave "signin.mps"
 
 procedure wayOut
+[
+    call hush
     call ask "leave" "Queres mesmo sair?"
+]
 
 procedure agree
     quit
@@ -479,7 +482,7 @@ line.15="Uma moeda? É para o capitão do barco!"
 
 ; What the captain says: when he gets the coin, and when he or his boat is clicked.
 captains=7
-thanksLine="Obrigado pela moeda! Toma este óleo, para a lâmpada!"
+thanksLine="Obrigado! Toma este óleo, para a lâmpada!"
 aboard.1="Olá! Eu sou o capitão deste barco!"
 aboard.2="Sem a luz do farol, tenho de ir devagar."
 aboard.3="Procuro uma moeda. Viste alguma?"

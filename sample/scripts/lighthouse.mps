@@ -105,9 +105,8 @@ signs=12
 
 procedure tellThere words
 [
-    lettering=&notice
-    call rewrite words 367
-    set notice visible 1
+    call rewrite notice words 367
+    set writing.notice visible 1
     set paper visible 1
 ]
 
@@ -286,12 +285,9 @@ set kettle mouseDown stir
 paper=RAnimation 2117 35
 set paper touchy 0
 set paper visible 0
-notice=RText 0 448 -1 -1 36
-set notice touchy 0
-set notice movable 0
-set notice visible 0
-set notice colorIndex 4
-play notice setFont 14
+call write "" 14 367 448 36
+notice=writings
+set writing.notice visible 0
 entering=RQueue 1
 play entering add DelayAction 900
 set entering finished enterTower

@@ -9,7 +9,7 @@ procedure note words size middle top
 procedure jot words size left top
 [
     call note words size 0 top
-    set lettering x left
+    set writing.writings x left
 ]
 
 procedure openLog
@@ -35,7 +35,7 @@ procedure openLog
         call jot game.i 14 338 61+40*i
     call jot "A Tilli escolhe o nível." 14 378 383
     call note "" 14 178 336
-    hint=&writing.writings
+    hint=writings
 ]
 
 procedure shutLog
@@ -71,8 +71,7 @@ procedure choose
     else
     [
         PlaySound 212
-        lettering=&hint
-        call rewrite "Aí ainda não estiveste!" 178
+        call rewrite hint "Aí ainda não estiveste!" 178
     ]
 ]
 

@@ -604,18 +604,17 @@ procedure layChart
     set sea cellsV rows
     set sea cellSizeH 52
     set sea cellSizeV 52
-    lettering=&number
     if level>charts
     [
         call drawChart
         call paintChart
-        call rewrite "Carta "+level 236
+        call rewrite number "Carta "+level 236
     ]
     else
     [
         call readChart
         set sea mapGraphicID 2300+level
-        call rewrite "Carta "+level+" de "+charts 236
+        call rewrite number "Carta "+level+" de "+charts 236
     ]
     for i 0 3
         set sea directionGraphicID i 2310+i
@@ -737,7 +736,7 @@ set button.7 hit goBack
 call write "Limpar" 14 513 446 20
 call write "Farol" 14 591 446 20
 call write "" 14 236 412 20
-number=&writing.writings
+number=writings
 
 keys=RKbdInp 0
 set keys keyPressed typed

@@ -2,7 +2,7 @@
 ; and the bubble: left, middle and width. Then `tell` has it say something, `tellGladly` with leaps, and `tellTask`, a
 ; procedure of the scene, what there is to do, which a click on the parrot asks for.
 ;
-; Its sequences are 1 silent, 2 and 3 the beak shut and open, 4 open in a leap.
+; Its sequences are 1 silent, 2 and 3 the beak shut and open, 4 open in a leap, 5 glad.
 include voice.mps
 
 ; It begins a little later, behind the sound of what it speaks of. Who goes on at once, as who types, hears only the last.
@@ -36,6 +36,7 @@ procedure tellGladly said
 [
     call tell said
     gladly=1
+    set parrot sequence 5
 ]
 
 procedure squawk

@@ -5,7 +5,6 @@ yield off
 StartTransition
 Scene 113
 include memory.mps
-include words.mps
 include voice.mps
 call arriveAt "OMA"
 
@@ -24,8 +23,8 @@ procedure engrave words
     set plaque text words
     get plaque textHeight tall
     set plaque y 151-tall\2
-    lettering=&plaque
-    call rewrite words 320
+    get plaque textWidth wide
+    set plaque x 320-wide\2
 ]
 
 procedure tell words

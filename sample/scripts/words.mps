@@ -1,15 +1,11 @@
-; What is written by its middle: `write` adds words in a size of the letters, the middle of the line, its top, and its depth. The
-; last line written is writing.writings; `unwrite` takes away all those behind the first so many.
-;
-; What is there already gets other words by `rewrite`, after
-;
-;   lettering=&NAME  the text that is meant
+; What is written by its middle: `write` adds a line in a size of the letters, with its middle, top, and depth; it is
+; writing.writings. `rewrite` gives the line with that number other words. `unwrite` takes away all behind the first so many.
 
-procedure rewrite words middle
+procedure rewrite nth words middle
 [
-    set lettering text words
-    get lettering textWidth wide
-    set lettering x middle-wide\2
+    set writing.nth text words
+    get writing.nth textWidth wide
+    set writing.nth x middle-wide\2
 ]
 
 procedure write words size middle top depth
@@ -20,8 +16,7 @@ procedure write words size middle top depth
     set writing.writings touchy 0
     set writing.writings colorIndex 4
     play writing.writings setFont size
-    lettering=&writing.writings
-    call rewrite words middle
+    call rewrite writings words middle
 ]
 
 procedure unwrite keeping
