@@ -5,7 +5,7 @@
 ; Its sequences are 1 silent, 2 and 3 the beak shut and open, 4 open in a leap, 5 glad.
 include voice.mps
 
-; It begins a little later, behind the sound of what it speaks of. Who goes on at once, as who types, hears only the last.
+; Milliseconds until it begins, behind the sound of what it speaks of. Who goes on at once hears only the last sentence.
 patience=350
 
 ; What follows a longer sound.

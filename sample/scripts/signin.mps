@@ -295,8 +295,10 @@ procedure takeBack
         call tell "Não há letras para tirar."
 ]
 
+; Who types is not interrupted at every letter.
 procedure typed
 [
+    call letSound 800
     get RECEIVER key what
     if asking
         call answerKey what
