@@ -216,5 +216,5 @@ play dial setFont 28
 
 include puzzle.mps
 call open
-call label "Peso" 62 104
+call write "Peso" 14 62 104 20
 EndTransition 0

@@ -11,27 +11,10 @@
 ;
 ; and calls `furnish`. Depths: what lies on the table up to 60, the rest 20, sparkles 70.
 include story.mps
+include parrot.mps
+include words.mps
 
-; ---- the parrot's bubble
-
-procedure tell said
-[
-    set bubble text said
-    get bubble textHeight tall
-    set bubble y 41-tall\2
-    set parrot sequence 2
-]
-
-procedure fallSilent
-[
-    set parrot sequence 1
-]
-
-procedure squawk
-[
-    PlaySound 213
-    call tellTask
-]
+; ---- the parrot
 
 procedure tellTask
     call tell task.(level+mastered)
@@ -44,18 +27,14 @@ procedure showLevel
     get world currentLevel activity level
     for i 1 4
         set lamp.i sequence 2-(i>level)
-    set plate text "Nível "+level
-    get plate textWidth wide
-    set plate x 562-wide\2
+    call rewrite plate "Nível "+level 562
     stars=0
     if level=4
         get world wsTotalCorrectGuessCount activity 4 stars
     mastered=stars>0
     set medal visible mastered
-    set tally visible mastered
-    set tally text stars
-    get tally textWidth wide
-    set tally x 562-wide\2
+    set writing.tally visible mastered
+    call rewrite tally stars 562
 ]
 
 ; N different numbers from LOW to HIGH are drawn by lot: drawn.1 to drawn.N, never as they were drawn last.
@@ -134,17 +113,18 @@ procedure rejoice more
     if reached>level
     [
         PlaySound 248
-        call tell "Viva! Passas para o nível "+reached+"!"+more
+        call letSound 1000
+        call tellGladly "Viva! Passas para o nível "+reached+"!"+more
     ]
     else
     [
         PlaySound 246
         RandomNumber 1 3
-        call tell praise.RESULT+more
+        call letSound 1000
+        call tellGladly praise.RESULT+more
     ]
     if level=4
         call showLevel
-    set parrot sequence 3
     set sparkles visible 1
     set sparkles sequence 1
     play interval start
@@ -163,6 +143,7 @@ procedure rejoiceOnly
 procedure regret advice
 [
     PlaySound 247
+    call letSound 700
     play world incorrectGuess activity
     play world autoLevel activity
     get world currentLevel activity reached
@@ -177,52 +158,31 @@ procedure regret advice
         call tell "Quase! "+advice
 ]
 
+; The parrot ends its sentence first.
+procedure listenOn
+    call whenSaid goOn
+
 procedure goBack
 [
+    call stopSpeaking
     PlaySound 208
     relay "workshop.mps"
 ]
 
 ; ---- what is on the screen at every game
 
-procedure label caption middle top
-[
-    labels=labels+1
-    label.labels=RText 0 top -1 -1 20
-    set label.labels movable 0
-    set label.labels touchy 0
-    set label.labels colorIndex 4
-    play label.labels setFont 14
-    set label.labels text caption
-    get label.labels textWidth wide
-    set label.labels x middle-wide\2
-]
-
 procedure furnish
 [
-    bubble=RText 34 18 424 -1 20
-    set bubble movable 0
-    set bubble touchy 0
-    set bubble wrap 1
-    set bubble colorIndex 4
-    play bubble setFont 20
-    parrot=RAnimation 2411 20
-    set parrot drawDirection 1
-    set parrot movable 0
-    play parrot setAOCursor 1
-    set parrot mouseDown squawk
-    set parrot paused fallSilent
-    labels=0
-    call label "De novo" 519 451
-    call label "Oficina" 596 451
-    call label "" 562 253
-    plate=&label.3
-    call label "" 562 353
-    tally=&label.4
+    call perch 2411 1 34 41 424
+    call write "De novo" 14 519 451 20
+    call write "Oficina" 14 596 451 20
+    call write "" 14 562 253 20
+    plate=writings
+    call write "" 14 562 353 21
+    tally=writings
     medal=RAnimation 2781 536 334 20
     set medal touchy 0
     set medal movable 0
-    set tally z 21
     for i 1 4
     [
         lamp.i=RAnimation 2414 471+30*i 274 20
@@ -241,7 +201,7 @@ procedure furnish
     set sparkles movable 0
     interval=RQueue 1
     play interval add DelayAction 3400
-    set interval finished goOn
+    set interval finished listenOn
 
     ; Two right answers of the last six lead on to the next level, six wrong ones back.
     set world wsAutoLevelingA activity 1

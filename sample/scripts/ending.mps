@@ -5,27 +5,40 @@ StartTransition
 Scene 114
 include story.mps
 include voice.mps
+include words.mps
 call arriveAt "OHUB"
 
 ; ---- words on the scroll, one after the other, spoken by Tilli
 
-procedure write words
+procedure unroll words
 [
     set scroll visible 1
-    set line text words
-    get line textWidth wide
-    set line x 320-wide\2
+    call rewrite line words 320
 ]
 
 procedure tell words
 [
-    call write words
+    call unroll words
     call speak tilliVoice words
+    sequel=goOn
 ]
+
+; The mouth shut, wide, narrow or round. Then she dances again.
+shape.0=2
+shape.1=3
+shape.2=4
+shape.3=4
+shape.4=5
+shape.5=5
+
+procedure moveTilli
+    if opening+1
+        set tilli sequence shape.opening
+    else
+        set tilli sequence 1
 
 procedure goOn
 [
-    call stepForward
     said=said+1
     if said<speeches
         play breath start
@@ -40,7 +53,7 @@ procedure sayNext
 procedure showNext
 [
     credits=credits+1
-    call write credit.credits
+    call unroll credit.credits
     if credits<lines
         play roll start
     else
@@ -123,11 +136,8 @@ for i 1 3
     set boat.i touchy 0
 set gull frameNotification 1
 set gull frameNotify fly
-line=RText 0 31 -1 -1 21
-set line touchy 0
-set line movable 0
-set line colorIndex 4
-play line setFont 20
+call write "" 20 320 31 21
+line=writings
 
 sailing=RCompositeAction 1
 for i 1 3
@@ -160,7 +170,7 @@ credit.4="Fim"
 lines=4
 said=0
 credits=0
-set voice finished goOn
+mouth.tilliVoice=moveTilli
 breath=RQueue 1
 play breath add DelayAction 900
 set breath finished sayNext

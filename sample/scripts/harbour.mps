@@ -7,12 +7,17 @@
 ; clicked, and otherwise blinks, looks about, waves, or has its lantern flicker. On the sand lie its logbook and
 ; the player's bag.
 ;
+; What is in Tilli's speech records is spoken as these have it, lips and gestures; what else she says, and the captain, is made
+; of syllables, by voice.mps.
+;
 ; Sounds: those of the waves, the fish and Tilli are steps of their animations. The others are played
 ; from here; one that still plays is ended before it is played anew.
 yield off
 StartTransition
 Scene 100
 include story.mps
+include words.mps
+include voice.mps
 call arriveAt "CHUB"
 paper=2070
 include question.mps
@@ -26,6 +31,9 @@ procedure moveBoat
     [
         play boat offset 1 0
     ]
+    get hail visible hailed
+    if hailed
+        call hangHail
 ]
 
 procedure moveGull
@@ -78,27 +86,26 @@ procedure blowHorn
     hornsound=RESULT
 ]
 
-; ---- the fish leaps every now and then, and when the glitter is clicked. A handler of `schedule` is spread over several passes of
-; the program, so it keeps other events out until it is done.
+; ---- the fish leaps every now and then, and when the glitter is clicked
 
 procedure leap
 [
-    suspend
     set fish visible 1
     set fish sequence 2
-    resume
 ]
 
 procedure diveAway
 [
     set fish visible 0
-    schedule 4 leap
+    play dive halt
+    play dive start
 ]
 
 ; ---- Tilli
 
-; Adds a sentence to the queue talk.N: the words are in the balloon while it is heard, and a little longer.
-procedure addSentence n speech words
+; Adds a sentence to the queue talk.N, of the speech record with that number: the words are in the balloon while it is heard, and
+; a little longer.
+procedure addSentence n record words
 [
     set saying text words
     get saying textHeight tall
@@ -106,45 +113,157 @@ procedure addSentence n speech words
     play talk.n add PropertyAction "saying" "y" 379-tall\2
     play talk.n add PropertyAction "balloon" "visible" 1
     play talk.n add PropertyAction "saying" "visible" 1
-    play talk.n add CharacterSpeechAction "tilli" speech
+    play talk.n add CharacterSpeechAction "tilli" record
     play talk.n add DelayAction 400
     play talk.n add PropertyAction "balloon" "visible" 0
     play talk.n add PropertyAction "saying" "visible" 0
 ]
 
-; While it speaks it is not interrupted by clicks on it.
+; While she speaks she is not interrupted by clicks on her.
 procedure listen
 [
     get chatting isActive RESULT
-    for i 1 sentences
+    for i 1 talks
     [
         get talk.i isActive busy
         RESULT=RESULT+busy
     ]
+    RESULT=RESULT+(speaking*(speaker=tilliVoice))
 ]
 
 procedure chat
 [
     call listen
     if RESULT=0
-        play chatting start
+    [
+        told=told=0
+        if told
+            call say next.chapter
+        else
+        [
+            call hush
+            call stepBack
+            play chatting start
+        ]
+    ]
 ]
 
+; The music has come up, and steps back for who speaks already.
+procedure considerTilli
+[
+    call listen
+    if RESULT+speaking
+        call stepBack
+]
+
+procedure greet
+[
+    call stepBack
+    play talk.1 start
+]
+
+; All who speak stop, also before the scene is left.
 procedure hush
 [
+    call stopSpeaking
+    sequel=sayNothing
     play welcoming halt
     play chatting halt
-    for i 1 sentences
+    for i 1 talks
         play talk.i halt
-    set balloon visible 0
-    set saying visible 0
+    call fallSilent
 ]
 
-; What the player has just done is answered at once.
-procedure remark n
+procedure fallSilent
+[
+    call stepForward
+    play reading halt
+    set balloon visible 0
+    set saying visible 0
+    set hail visible 0
+    set hailing visible 0
+]
+
+; The balloons stay for a little while, to be read.
+procedure letRead
+    play reading start
+
+procedure say words
 [
     call hush
-    play talk.n start
+    set saying text words
+    get saying textHeight tall
+    set saying y 379-tall\2
+    set balloon visible 1
+    set saying visible 1
+    call speak tilliVoice words
+    sequel=letRead
+]
+
+; What the player has just done is answered at once, and the captain thanks himself.
+procedure remark n
+    if n=captains
+    [
+        call hush
+        call sayAboard 1300 thanksLine
+    ]
+    else
+        call say line.n
+
+; Tilli's mouth: shut, wide, narrow or round. All has been said: she breathes, and does by herself what she likes to.
+shape.0=0
+shape.1=1
+shape.2=2
+shape.3=2
+shape.4=3
+shape.5=3
+
+procedure moveTilli
+[
+    play tilli stop
+    if opening+1
+        play tilli playAnim 2991+shape.opening -1
+]
+
+; ---- the captain of the boat, whose words are over it
+
+procedure sayAboard ms words
+[
+    set hailing text words
+    call hangHail
+    set hail visible 1
+    set hailing visible 1
+    call speakAfter ms captainVoice words
+    call stepBack
+    sequel=letRead
+]
+
+; Wherever the boat is: the tail of the balloon leads to its captain, from the left or from the right.
+procedure hangHail
+[
+    get boat x hailX
+    get boat y hailY
+    hailY=hailY-82
+    if hailY<4
+        hailY=4
+    set hail drawDirection hailX>372
+    hailX=hailX-6
+    if hailX>366
+        hailX=hailX-204
+    if hailX<2
+        hailX=2
+    play hail place hailX hailY
+    get hailing textHeight tall
+    set hailing x hailX+20
+    set hailing y hailY+38-tall\2
+]
+
+procedure hailUs
+[
+    call blowHorn
+    call hush
+    call sayAboard 1300 aboard.hails
+    hails=hails%3+1
 ]
 
 ; ---- what leads elsewhere: the signpost, the guest book, and the door
@@ -162,6 +281,7 @@ procedure dim
 
 procedure leave where
 [
+    call hush
     KillSound hornsound
     KillSound gullsound
     PlaySound 208
@@ -176,7 +296,10 @@ procedure goSign
     call leave "signin.mps"
 
 procedure wayOut
+[
+    call hush
     call ask "leave" "Queres mesmo sair?"
+]
 
 procedure agree
     quit
@@ -228,6 +351,7 @@ guests=RAnimation 2061 19
 sign=RAnimation 2009 518 350 20
 door=RAnimation 2062 21
 balloon=RAnimation 2017 4 341 25
+hail=RAnimation 2990 0 0 25
 tilli=RCharacter 2010 236 300 30
 
 ; The pointer may rest on one of them, so cursors are set before handlers.
@@ -266,11 +390,13 @@ set fish touchy 0
 
 set gull mouseDown cry
 set gull movable 0
-set boat mouseDown blowHorn
+set boat mouseDown hailUs
 set glitter mouseDown leap
 set glitter movable 0
 set balloon visible 0
 set balloon touchy 0
+set hail visible 0
+set hail touchy 0
 set tilli animateSettled 1
 set tilli mouseDown chat
 set tilli movable 0
@@ -323,39 +449,89 @@ set saying visible 0
 set saying wrap 1
 set saying colorIndex 4
 play saying setFont 20
+hailing=RText 20 389 226 -1 26
+set hailing touchy 0
+set hailing movable 0
+set hailing visible 0
+set hailing wrap 1
+set hailing colorIndex 4
+play hailing setFont 20
 
-; The last ones are about what is given, and who does not want it.
-sentences=15
-for i 1 sentences
+; Where the story is: what has happened, and what is to be done next, which is told at every other click on Tilli.
+call findChapter
+chapter=RESULT
+set lens sequence 1+(chapter=5)
+get world "voyage" voyage
+; texts take
+news="O farol apagou-se. Ajudas-me a acendê-lo?"
+if voyage
+    ; texts take
+    news="O vento apagou o farol outra vez. Ajudas-me?"
+if chapter=5
+    ; texts take
+    news="O farol brilha! Foste tu que o acendeste!"
+; texts take
+next.1="A arca do farol abre-se com doze sinais. Ganham-se na oficina!"
+; texts take
+next.2="Já ganhaste doze sinais! Abre a arca, no farol."
+; texts take
+next.3="Faltam pedras nas portas da torre. Ganham-se na oficina e no mapa!"
+; texts take
+next.4="A lâmpada precisa de uma pena, de óleo e de uma chama!"
+; texts take
+next.5="A lâmpada arde! Sobe à torre, para ver a festa outra vez."
+told=0
+
+talks=4
+for i 1 talks
+[
     talk.i=RQueue 1
-welcoming=&talk.1
-play welcoming add DelayAction 2200
+    set talk.i finished stepForward
+]
 call addSentence 1 221 "Olá! Eu sou a Tilli. Que bom ver-te!"
-play welcoming add DelayAction 600
-call addSentence 1 222 "O farol apagou-se. Ajudas-me a acendê-lo?"
-call addSentence 2 222 "A arca do farol abre-se com doze sinais. Ganham-se na oficina!"
-call addSentence 3 223 "Na torre há quatro portas. Faltam-lhes pedras!"
+play talk.1 add DelayAction 600
+call addSentence 1 222 news
+call addSentence 2 222 "Onde brilha, há sinais ou pedras para ganhar!"
+call addSentence 3 223 "No meu diário vês até onde chegaste!"
 call addSentence 4 224 "Cuidado com as pinças: elas fazem cócegas!"
-call addSentence 5 221 "A gaivota adora peixe! Toma uma pena dela!"
-call addSentence 6 224 "Que linda concha! Toma esta chama, para a lâmpada!"
-call addSentence 7 223 "O capitão agradece a moeda, e dá-te óleo!"
-call addSentence 8 222 "A mala está vazia. Há prémios na oficina e no mapa!"
-call addSentence 9 223 "Para quem é? Leva-o até lá!"
-call addSentence 10 224 "Peixe? Eu não! A gaivota é que adora."
-call addSentence 11 223 "O capitão não quer peixe. Dá-o à gaivota!"
-call addSentence 12 223 "A gaivota não quer conchas. Eu gosto tanto!"
-call addSentence 13 223 "O capitão não quer conchas. Eu gosto tanto!"
-call addSentence 14 224 "A gaivota não come moedas! O capitão quer."
-call addSentence 15 221 "Uma moeda? É para o capitão do barco!"
-
 chatting=RRandomAction 1
 for i 2 4
     play chatting add "talk."+i
 
-; ---- the lamp of the lighthouse burns when the story has come so far
+welcoming=RQueue 1
+play welcoming add DelayAction 2200
+set welcoming finished greet
+reading=RQueue 1
+play reading add DelayAction 1600
+set reading finished fallSilent
 
-call findChapter
-set lens sequence 1+(RESULT=5)
+; What Tilli says of what is given, and of who does not want it.
+line.5="A gaivota adora peixe! Toma uma pena dela!"
+line.6="Que linda concha! Toma esta chama, para a lâmpada!"
+line.8="A mala está vazia. Há prémios na oficina e no mapa!"
+line.9="Para quem é? Leva-o até lá!"
+line.10="Peixe? Eu não! A gaivota é que adora."
+line.11="O capitão não quer peixe. Dá-o à gaivota!"
+line.12="A gaivota não quer conchas. Eu gosto tanto!"
+line.13="O capitão não quer conchas. Eu gosto tanto!"
+line.14="A gaivota não come moedas! O capitão quer."
+line.15="Uma moeda? É para o capitão do barco!"
+
+; What the captain says: when he gets the coin, and when he or his boat is clicked.
+captains=7
+thanksLine="Obrigado! Toma este óleo, para a lâmpada!"
+aboard.1="Olá! Eu sou o capitão deste barco!"
+aboard.2="Sem a luz do farol, tenho de ir devagar."
+if chapter=5
+    ; texts take
+    aboard.2="Com a luz do farol já não me perco!"
+aboard.3="Procuro uma moeda. Viste alguma?"
+hails=1
+mouth.tilliVoice=moveTilli
+
+dive=RQueue 1
+play dive add DelayAction 4000
+set dive finished leap
 
 ; ---- what lies on the sand
 
@@ -370,6 +546,8 @@ port=RScenePort 0
 music=RQueue 1
 play music add DelayAction 950
 play music add VerbAction "port" 1 "startBackgroundMusic" 100 100 2
+play music add DelayAction 2100
+set music finished considerTilli
 play music start
 
 gullsound=-1

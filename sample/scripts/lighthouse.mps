@@ -7,6 +7,7 @@ yield off
 StartTransition
 Scene 101
 include story.mps
+include words.mps
 call arriveAt "CBA1"
 
 ; ---- the cat purrs or miaows, whichever it likes
@@ -102,10 +103,8 @@ procedure tryIt
 
 procedure tellThere words
 [
-    set notice text words
-    get notice textWidth wide
-    set notice x 367-wide\2
-    set notice visible 1
+    call rewrite notice words 367
+    set writing.notice visible 1
     set paper visible 1
 ]
 
@@ -283,12 +282,9 @@ set kettle mouseDown stir
 paper=RAnimation 2117 35
 set paper touchy 0
 set paper visible 0
-notice=RText 0 448 -1 -1 36
-set notice touchy 0
-set notice movable 0
-set notice visible 0
-set notice colorIndex 4
-play notice setFont 14
+call write "" 14 367 448 36
+notice=writings
+set writing.notice visible 0
 entering=RQueue 1
 play entering add DelayAction 900
 set entering finished enterTower
@@ -310,24 +306,10 @@ if item
 ]
 
 ; What is written on the ribbon and the two boards, by its middle.
-procedure write words middle top
-[
-    lines=lines+1
-    line.lines=RText 0 top -1 -1 4
-    set line.lines touchy 0
-    set line.lines movable 0
-    set line.lines colorIndex 4
-    play line.lines setFont 14
-    set line.lines text words
-    get line.lines textWidth wide
-    set line.lines x middle-wide\2
-]
-
-lines=0
 get world playerName visitor
-call write visitor 406 83
-call write "Mapa da baía" 402 196
-call write "A oficina" 552 306
+call write visitor 14 406 83 4
+call write "Mapa da baía" 14 402 196 4
+call write "A oficina" 14 552 306 4
 
 firesound=-1
 

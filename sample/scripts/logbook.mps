@@ -2,23 +2,14 @@
 ; workshop, where they have been, and whether there is music. What lies where is told in progress.map; here are
 ; the words. A click on a place that is known leads there.
 
+procedure note words size middle top
+    call write words size middle top 110
+
+; From its left side.
 procedure jot words size left top
 [
-    notes=notes+1
-    note.notes=RText left top -1 -1 110
-    set note.notes movable 0
-    set note.notes touchy 0
-    set note.notes colorIndex 4
-    play note.notes setFont size
-    set note.notes text words
-]
-
-; From a middle, as everywhere.
-procedure note words size middle top
-[
-    call jot words size 0 top
-    get note.notes textWidth wide
-    set note.notes x middle-wide\2
+    call note words size 0 top
+    set writing.writings x left
 ]
 
 procedure openLog
@@ -31,7 +22,7 @@ procedure openLog
     log=RLapTrap CHUB -1 100
     set log locationSelected choose
     set log closed closeLog
-    notes=0
+    writtenBefore=writings
     call note "Porto" 14 117 194
     call note "Farol" 14 237 194
     call note "Cartas" 14 117 310
@@ -44,13 +35,14 @@ procedure openLog
         call jot game.i 14 338 61+40*i
     call jot "A Tilli escolhe o nível." 14 378 383
     call note "" 14 178 336
-    hint=&note.notes
+    hint=writings
 ]
 
 procedure shutLog
 [
     drop log
-    drop [ note
+    if logOpen
+        call unwrite writtenBefore
     logOpen=0
 ]
 
@@ -79,9 +71,7 @@ procedure choose
     else
     [
         PlaySound 212
-        set hint text "Aí ainda não estiveste!"
-        get hint textWidth wide
-        set hint x 178-wide\2
+        call rewrite hint "Aí ainda não estiveste!" 178
     ]
 ]
 

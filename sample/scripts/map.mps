@@ -9,6 +9,8 @@ yield off
 StartTransition
 Scene 103
 include story.mps
+include parrot.mps
+include words.mps
 call arriveAt "CBA2"
 
 ; ---- the charts, row by row: 1 rocks, 2 sand, 3 whirlpools; and where boat and treasure are, in columns
@@ -47,27 +49,11 @@ news.3="Um remoinho apanhou-nos! Tenta outro caminho."
 news.4="Saímos do mapa! Temos de ficar dentro da baía."
 news.5="Viva! Encontrámos o tesouro!"
 
-; ---- the parrot's bubble
+; ---- what the parrot says when it is clicked
 
-procedure tell said
-[
-    set bubble text said
-    get bubble textHeight tall
-    set bubble y 41-tall\2
-    set parrot sequence 2
-]
-
-procedure fallSilent
-[
-    set parrot sequence 1
-]
-
-procedure squawk
-[
-    PlaySound 213
+procedure tellTask
     if sailing=0
         call tell "Carrega nas setas para fazer a rota, e depois na vela verde!"
-]
 
 ; ---- the boat. shipX and shipY are its place on the screen; it has a margin of 12 pixels around a cell.
 
@@ -456,13 +442,13 @@ procedure rejoice
     play world correctGuess "OWS3"
     call gather "OWS3"
     call award coinPrize
+    call letSound 1000
     if RESULT
-        call tell news.fate+" E uma moeda, que está na mala, no porto."
+        call tellGladly news.fate+" E uma moeda, que está na mala, no porto."
     else
-        call tell news.fate
+        call tellGladly news.fate
     PlaySound 235
     set gold sequence 2
-    set parrot sequence 3
     set world chartLevel level+1
     set world chartSeed 0
     play celebration start
@@ -623,16 +609,14 @@ procedure layChart
     [
         call drawChart
         call paintChart
-        set number text "Carta "+level
+        call rewrite number "Carta "+level 236
     ]
     else
     [
         call readChart
         set sea mapGraphicID 2300+level
-        set number text "Carta "+level+" de "+charts
+        call rewrite number "Carta "+level+" de "+charts 236
     ]
-    get number textWidth wide
-    set number x 236-wide\2
     for i 0 3
         set sea directionGraphicID i 2310+i
     set sea moveDelay 320
@@ -659,6 +643,10 @@ procedure layChart
     sailing=0
 ]
 
+; The parrot ends its sentence first.
+procedure listenOn
+    call whenSaid nextChart
+
 procedure nextChart
 [
     call layChart
@@ -679,6 +667,7 @@ procedure nextChart
 
 procedure goBack
 [
+    call stopSpeaking
     PlaySound 208
     play port stopBackgroundMusic 1
     relay lighthouse.mps
@@ -707,19 +696,7 @@ procedure typed
 
 ; ---- what lies on the table
 
-bubble=RText 34 18 424 -1 20
-set bubble movable 0
-set bubble touchy 0
-set bubble wrap 1
-set bubble colorIndex 4
-play bubble setFont 20
-
-parrot=RAnimation 2306 20
-set parrot drawDirection 1
-set parrot movable 0
-play parrot setAOCursor 1
-set parrot mouseDown squawk
-set parrot paused fallSilent
+call perch 2306 1 34 41 424
 
 for i 1 longest
 [
@@ -757,28 +734,10 @@ set button.5 hit setSail
 set button.6 hit wipe
 set button.7 hit goBack
 
-procedure label caption middle top
-[
-    labels=labels+1
-    label.labels=RText 0 top -1 -1 20
-    set label.labels movable 0
-    set label.labels touchy 0
-    set label.labels colorIndex 4
-    play label.labels setFont 14
-    set label.labels text caption
-    get label.labels textWidth wide
-    set label.labels x middle-wide\2
-]
-
-labels=0
-call label "Limpar" 513 446
-call label "Farol" 591 446
-
-number=RText 0 412 -1 -1 20
-set number movable 0
-set number touchy 0
-set number colorIndex 4
-play number setFont 14
+call write "Limpar" 14 513 446 20
+call write "Farol" 14 591 446 20
+call write "" 14 236 412 20
+number=writings
 
 keys=RKbdInp 0
 set keys keyPressed typed
@@ -787,13 +746,14 @@ get world chartLevel level
 if level=0
     set world chartLevel 1
 call layChart
+call letSound 2000
 call tell "Faz com as setas a rota do barco até ao tesouro!"
 
 ; ---- after the fanfare a new chart is laid
 
 celebration=RQueue 1
 play celebration add DelayAction 4000
-set celebration finished nextChart
+set celebration finished listenOn
 
 ; ---- the music of the last scene still fades out
 

@@ -15,27 +15,14 @@ SetDoubleClicksEnabled 1
 StartTransition
 Scene 102
 paper=2220
+include words.mps
 include question.mps
+include parrot.mps
 
-; ---- the parrot's bubble
+; ---- what the parrot says
 
-procedure tell words
-[
-    set bubble text words
-    get bubble textHeight tall
-    set bubble y 69-tall\2
-]
-
-procedure talk
-[
-    set parrot sequence 2
+procedure tellTask
     call tell "Escreve o teu nome, ou escolhe-o no livro!"
-]
-
-procedure fallSilent
-[
-    set parrot sequence 1
-]
 
 ; What addChar answers when it does not take a character, by its codes.
 refusal.1="Não cabe nem mais uma letra!"
@@ -241,6 +228,7 @@ procedure sign
         ; Whoever signs next in this run chooses for themselves.
         set world spoken ""
         set world turn turns+1
+        call stopSpeaking
         PlaySound 214
         ; Whether there is to be music is switched in the logbook.
         get world isBackgroundMusicOff silent
@@ -257,8 +245,9 @@ procedure sign
 tag.1="pt"
 tag.2="en"
 
-procedure speak
+procedure translate
 [
+    call stopSpeaking
     get RECEIVER tag which
     set world spoken tag.which
     SetLanguage tag.which
@@ -306,8 +295,10 @@ procedure takeBack
         call tell "Não há letras para tirar."
 ]
 
+; Who types is not interrupted at every letter.
 procedure typed
 [
+    call letSound 800
     get RECEIVER key what
     if asking
         call answerKey what
@@ -407,7 +398,7 @@ for i 1 2
     flag.i=RPButton 2206+i 20
     set flag.i tag i
     set flag.i clickSoundID 212
-    set flag.i hit speak
+    set flag.i hit translate
     set flag.i sequence 1+(tag.i=RESULT)
     set flag.i enabled tag.i#RESULT
 ]
@@ -415,49 +406,23 @@ door=RPButton 2215 20
 set door clickSoundID 212
 set door hit wayOut
 
-; ---- what is written around it: font, place of the middle, height
+; ---- what is written around it, and the parrot
 
-procedure label font words middle top
-[
-    labels=labels+1
-    label.labels=RText 0 top -1 -1 20
-    set label.labels movable 0
-    set label.labels touchy 0
-    set label.labels colorIndex 4
-    play label.labels setFont font
-    set label.labels text words
-    get label.labels textWidth wide
-    set label.labels x middle-wide\2
-]
-
-labels=0
-call label 20 "Quem és tu?" 222 152
-call label 20 "Visitantes" 444 152
-call label 14 "Dois cliques num nome" 222 348
-call label 14 "também assinam o livro." 222 366
-call label 14 "Novo" 389 359
-call label 14 "Apagar" 460 359
-call label 14 "Assinar" 537 359
-
-bubble=RText 42 40 300 -1 20
-set bubble movable 0
-set bubble touchy 0
-set bubble wrap 1
-set bubble colorIndex 4
-play bubble setFont 20
-
-parrot=RAnimation 2206 10
-set parrot movable 0
-set parrot soundSync 0
-play parrot setAOCursor 1
-set parrot mouseDown talk
-set parrot paused fallSilent
+call write "Quem és tu?" 20 222 152 20
+call write "Visitantes" 20 444 152 20
+call write "Dois cliques num nome" 14 222 348 20
+call write "também assinam o livro." 14 222 366 20
+call write "Novo" 14 389 359 20
+call write "Apagar" 14 460 359 20
+call write "Assinar" 14 537 359 20
+call perch 2206 0 42 69 300
 
 keys=RKbdInp 0
 set keys keyPressed typed
 
 asked=""
 call look
+call letSound 1200
 if ~latest
     call tell "Olá! És tu, "+who+"?"
 else

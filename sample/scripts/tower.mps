@@ -5,6 +5,7 @@ yield off
 StartTransition
 Scene 113
 include story.mps
+include voice.mps
 call arriveAt "OMA"
 
 places=39
@@ -13,7 +14,7 @@ places=39
 left=[102 102 102 102 102 102 102 103 108 115 125 138 153 171 191 212 235 258 283 308 333 358 381 404 425 445 463 478 491 501 508 513 514 514 514 514 514 514 514
 top=[391 366 341 316 291 266 241 216 192 168 145 124 104 86 71 58 48 40 36 34 36 40 48 58 71 86 104 124 145 168 192 216 241 266 291 316 341 366 391
 
-; ---- what is written on the plaque; its middle
+; ---- what is written on the plaque; its middle. Tilli has come along and reads it, but counts only once.
 
 procedure engrave words
 [
@@ -26,6 +27,12 @@ procedure engrave words
     set plaque y 151-tall\2
     get plaque textWidth wide
     set plaque x 320-wide\2
+]
+
+procedure tell words
+[
+    call engrave words
+    call speak tilliVoice words
 ]
 
 ; What is missing. The door opens when that is nothing, also when the player left before they had gone through it.
@@ -131,7 +138,7 @@ procedure takeIn
         set gem.brought z 20
         misses=misses+1
         if misses=1
-            call engrave "Essa não! Vê como as pedras se repetem."
+            call tell "Essa não! Vê como as pedras se repetem."
         else
             call showWhere
     ]
@@ -139,7 +146,7 @@ procedure takeIn
 
 procedure showWhere
 [
-    call engrave "Essa pedra cabe onde há luz."
+    call tell "Essa pedra cabe onde há luz."
     PlaySound 207
     for n 1 gaps
         if arch|n|1="o"
@@ -161,6 +168,7 @@ procedure open
 [
     PlaySound 248
     call engrave "A porta abre-se!"
+    call speakAfter 1000 tilliVoice "A porta abre-se!"
     set door sequence 2
     set sparkles visible 1
     set sparkles sequence 1
@@ -169,6 +177,7 @@ procedure open
 
 procedure climb
 [
+    call stopSpeaking
     call passDoor
     call findRoom
     relay RESULT
@@ -176,6 +185,7 @@ procedure climb
 
 procedure goDown
 [
+    call stopSpeaking
     PlaySound 208
     play port stopBackgroundMusic 1
     relay "lighthouse.mps"
@@ -239,3 +249,6 @@ if heard#113
     play port startBackgroundMusic 113 100 2
 EndTransition 0
 call count
+get plaque text words
+if missing
+    call speakAfter 600 tilliVoice words

@@ -30,7 +30,7 @@ cat >noticed <<END
 101:none 6034:-1 6036:-2 6036:-1 8200:1 9000:-1 9847:-2 9847:-1 13800:1 16968:-1 21600:1
 27310:-1 29000:1 29500:-1 29502:-2 29502:-1 29600:1 35500:-1 35502:-2 35502:-1 52402:-2
 52402:-1 56900:1 57400:-1 57402:-2 57402:-1 57500:1 60000:-1 60002:-2 60002:-1 61400:1 64300:-1
-64600:1 75100:-1 76802:-2 76802:-1 77600:1 77700:-1 77702:-2 77702:-1 78900:1 86900:-1 87102:-2
+64600:1 76300:-1 76802:-2 76802:-1 77600:1 77700:-1 77702:-2 77702:-1 78900:1 86900:-1 87102:-2
 87102:-1 87900:1 88000:-1 88002:-2 88002:-1 89400:1 89800:-1 90100:1 90500:-1 91300:1 92700:-1
 96402:-2 96402:-1 97200:1 97300:-1 97302:-2 97302:-1 98400:1 104800:-1 105102:-2 105102:-1
 105900:1 106000:-1 106002:-2 106002:-1 107400:1 107800:-1 108100:1 110400:-1 114102:-2 114102:-1
@@ -42,16 +42,16 @@ cat >noticed <<END
 END
 # In this order; + is where music comes up.
 cat >heard <<END
-opening +signin parrot click desk-bell +harbour tilli-1 tilli-3 waves tilli-4 horn
+opening +signin parrot parrot-2-3 click desk-bell +harbour tilli-1 tilli-3 waves tilli-4 horn captain-4-1
 tilli-4|tilli-5|tilli-6 hover knock +lighthouse purr|meow crackle crackle purr|meow hover knock +map
 click bosun rock click bosun fanfare coins knock +lighthouse hover knock +workshop hover click pickup snap
-pickup snap pickup snap almost pickup gohome pickup snap pickup snap solved pickup snap pickup snap
+pickup snap pickup almost pickup gohome pickup snap pickup snap solved pickup snap pickup snap
 pickup levelup knock click pickup snap pickup snap pickup almost pickup gohome pickup snap pickup
-solved knock click pickup snap pickup snap pickup thud gohome pickup solved knock click pickup snap
+solved knock click pickup snap pickup snap pickup thud gohome pickup knock click pickup snap
 pickup snap pickup almost pickup slide solved knock click pickup snap pickup snap pickup gohome
 pickup solved knock click almost click solved almost click knock click pickup windlass snap pickup
 snap pickup snap pickup solved knock knock +lighthouse hover knock +harbour hover page tilli-2 page
-hover click horn snap tilli-5 snap tilli-6 tilli-5 click
+hover click horn snap captain-4-1 snap tilli-2-3 tilli-1-3 click
 END
 ines=$'In\xeas 2 '
 for home in home elsewhere; do

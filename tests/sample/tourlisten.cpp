@@ -60,9 +60,10 @@ bool isFull(double loudness) { return loudness > 0.7 && loudness < 1.4; }
 
 bool isMusic(const Samples& sound) { return sound.size() > 4 * kRate; }
 
-/// Whether a music begins there and comes up.
+/// Whether a music begins there and comes up, perhaps no further than it steps back for who speaks.
 bool comesUpAt(const Samples& recording, std::size_t at, const Samples& music) {
-    if (!isFull(loudness(recording, at, music, 2000, 2 * kRate))) return false;
+    const double full = loudness(recording, at, music, 2000, 2 * kRate);
+    if (full < 0.55 || full > 1.4) return false;
     const double begin = loudness(recording, at, music, 100);
     const double middle = loudness(recording, at, music, 800);
     return begin < 0.4 && middle > begin && middle < 0.85;
@@ -74,7 +75,7 @@ std::size_t musicBegins(const Samples& recording, std::size_t from, std::size_t 
     double loudest = 0;
     for (const auto& [name, sound] : known) {
         for (std::size_t at = from; isMusic(sound) && at < to; ++at) {
-            if (loudness(recording, at, sound, 2500) < 0.5 || !comesUpAt(recording, at, sound))
+            if (loudness(recording, at, sound, 2500) < 0.4 || !comesUpAt(recording, at, sound))
                 continue;
             const double full = loudness(recording, at, sound, 2000, 3 * kRate);
             if (full > loudest) none = at;
