@@ -471,11 +471,11 @@ if chapter=5
     ; texts take
     news="O farol brilha! Foste tu que o acendeste!"
 ; texts take
-next.1="A arca do farol abre-se com doze sinais. Ganham-se na oficina!"
+next.1="Doze sinais abrem a arca do farol. Procura na oficina!"
 ; texts take
 next.2="Já ganhaste doze sinais! Abre a arca, no farol."
 ; texts take
-next.3="Faltam pedras nas portas da torre. Ganham-se na oficina e no mapa!"
+next.3="A torre precisa de pedras. Procura na oficina e no mapa!"
 ; texts take
 next.4="A lâmpada precisa de uma pena, de óleo e de uma chama!"
 ; texts take
