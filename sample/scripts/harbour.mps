@@ -149,7 +149,7 @@ procedure chat
 ]
 
 ; The music has come up, and steps back for who speaks already.
-procedure considerTilli
+procedure makeRoom
 [
     call listen
     if RESULT+speaking
@@ -547,7 +547,7 @@ music=RQueue 1
 play music add DelayAction 950
 play music add VerbAction "port" 1 "startBackgroundMusic" 100 100 2
 play music add DelayAction 2100
-set music finished considerTilli
+set music finished makeRoom
 play music start
 
 gullsound=-1
