@@ -457,7 +457,8 @@ set hailing wrap 1
 set hailing colorIndex 4
 play hailing setFont 20
 
-; Where the story is: what has happened, and what is to be done next, which is told at every other click on Tilli.
+; Where the story is: what has happened, for which one record serves, and what is to be done next, which is told at every other
+; click on Tilli.
 call findChapter
 chapter=RESULT
 set lens sequence 1+(chapter=5)

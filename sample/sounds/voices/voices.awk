@@ -24,7 +24,7 @@ BEGIN {
     voice("captain", 0.92, "a2 c3 e3", 0.12, 54, "vibrato 12 6 60|slide -120 60", "")
     sentence(3, "Ola! Eu sou a Tilli. Que bom ver-te!")
     sentence(4, "O farol apagou-se. Ajudas-me a acende-lo?")
-    sentence(5, "Na torre ha quatro portas. Faltam-lhes pedras!")
+    sentence(5, "No meu diario ves ate onde chegaste!")
     sentence(6, "Cuidado com as pincas: elas fazem cocegas!")
 }
 
