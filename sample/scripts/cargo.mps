@@ -1,5 +1,6 @@
 ; The boat at the quay: crates are stacked on deck until they weigh what is wanted. The scales tell what is
-; on board. At the third level there must be three crates, at the last one there are two stacks.
+; on board. At the third level there must be three crates, at the last one there are two stacks. Who has
+; mastered it loads two stacks and a row in turn.
 yield off
 StartTransition
 Scene 107 105
@@ -9,7 +10,8 @@ task.1="O barco leva o peso da placa. Que caixas pões a bordo?"
 task.2="Agora a carga é mais pesada. Vê o que diz a balança!"
 task.3="Desta vez têm de ser três caixas, nem mais nem menos!"
 task.4="Duas pilhas de caixas: cada uma com o seu peso!"
-task.5="Carga nova: duas caixas atrás, três à frente!"
+stacks="Carga nova: duas caixas atrás, três à frente!"
+row="Carga nova, lado a lado: o peso da placa!"
 renewed=0
 summed="value"
 
@@ -24,6 +26,17 @@ procedure hold left
     set holder.holders droppedSound 245
     set holder.holders answerPlaced stow
     holdX.holders=left
+]
+
+; A row of crates, as long as the deck.
+procedure line
+[
+    holders=1
+    holder.1=RHorizontalValueContainer 3360 110 256 5
+    set holder.1 movable 0
+    set holder.1 slideSound 244
+    set holder.1 answerPlaced stow
+    holdX.1=213
 ]
 
 procedure wanted entry which weight
@@ -42,18 +55,30 @@ procedure load entry a b c d e
     play puzzle setAnswer entry e e
 ]
 
-; For who has mastered it: other crates each time, two for the first stack, three for the other one.
+; For who has mastered it: other crates each time, two for the first stack, three for the other one; or three for the row.
 procedure compose
 [
     call draw 5 1 9
-    call wanted 1 1 drawn.1+drawn.2
-    call wanted 1 2 drawn.3+drawn.4+drawn.5
+    if inRow
+        call wanted 1 1 drawn.1+drawn.2+drawn.3
+    else
+    [
+        call wanted 1 1 drawn.1+drawn.2
+        call wanted 1 2 drawn.3+drawn.4+drawn.5
+    ]
     call load 1 drawn.1 drawn.2 drawn.3 drawn.4 drawn.5
 ]
 
 procedure build
 [
-    if level<4
+    inRow=mastered*(stars%2=0)
+    task.5=stacks
+    if inRow
+    [
+        task.5=row
+        call line
+    ]
+    else if level<4
         call hold 186
     else
     [
@@ -164,12 +189,11 @@ procedure show
 ; The parrot counts along, for the first stack that is not right.
 procedure count
 [
-    for k holders 1 -1
+    for counted 1 holders
     [
-        get holder.k "value" goal
-        get holder.k isSolved good
+        get holder.counted isSolved good
         if good=0
-            counted=k
+            break
     ]
     get holder.counted "value" goal
     call tell "Já lá estão "+aboard.counted+". Quanto falta para "+goal+"?"

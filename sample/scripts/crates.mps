@@ -99,7 +99,10 @@ procedure hasCell column row
     [
         for k 1 ~missing 2
             if (missing|k|1=column)*(missing|(k+1)|1=row)
+            [
                 RESULT=0
+                break
+            ]
     ]
 ]
 

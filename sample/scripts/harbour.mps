@@ -50,26 +50,6 @@ procedure moveGull
         call cry
 ]
 
-procedure moveBigCloud
-[
-    play bigcloud offset 1 0
-    get bigcloud x cloudx
-    if cloudx>640
-    [
-        set bigcloud x -130
-    ]
-]
-
-procedure moveSmallCloud
-[
-    play smallcloud offset 1 0
-    get smallcloud x cloudx
-    if cloudx>640
-    [
-        set smallcloud x -84
-    ]
-]
-
 ; ---- the gull cries now and then, and when it is clicked; the boat has a horn
 
 procedure cry
@@ -292,6 +272,17 @@ procedure leave where
 procedure goInside
     call leave "lighthouse.mps"
 
+; Who comes back from the diploma is at the harbour again.
+procedure unroll
+[
+    call hush
+    KillSound hornsound
+    KillSound gullsound
+    PlaySound 253
+    play port stopBackgroundMusic 1
+    call "diploma.mps"
+]
+
 procedure goSign
     call leave "signin.mps"
 
@@ -301,8 +292,17 @@ procedure wayOut
     call ask "leave" "Queres mesmo sair?"
 ]
 
+; What is on the screen becomes the picture behind the farewell, but Tilli, who waves there.
 procedure agree
-    quit
+[
+    call hush
+    call rollUp
+    set tilli visible 0
+    play port stopBackgroundMusic 2
+    DisplayScreen
+    FreezeScreen
+    relay "farewell.mps"
+]
 
 ; What is open is closed first.
 procedure typed
@@ -337,8 +337,8 @@ procedure rollUp
 
 ; ---- the scene, from back to front
 
-smallcloud=RAnimation 2008 1
-bigcloud=RAnimation 2007 2
+cloud.1=RAnimation 2008 1
+cloud.2=RAnimation 2007 2
 front=RAnimation 2060 3
 lens=RAnimation 2063 4
 glitter=RAnimation 2005 3
@@ -363,10 +363,17 @@ play sign setAOCursor 1
 play guests setAOCursor 1
 play door setAOCursor 1
 
-set smallcloud frameNotification 1
-set smallcloud frameNotify moveSmallCloud
-set bigcloud frameNotification 1
-set bigcloud frameNotify moveBigCloud
+; Clouds drift from where they are out of the picture, and come back on the other side; for ever.
+for i 1 2
+[
+    get cloud.i x drawn
+    get cloud.i width wide
+    drifting.i=RQueue -1
+    play drifting.i add MoveXAction "cloud."+i "cloud."+i drawn 1 0 640
+    play drifting.i add MoveXAction "cloud."+i "cloud."+i -wide 1 0 drawn
+    play drifting.i start
+]
+
 set boat frameNotification 1
 set boat frameNotify moveBoat
 set gull frameNotification 1
@@ -380,8 +387,8 @@ set glitter soundSync 0
 set glitter sequence 2
 
 ; The boat may be dragged about; what only moves for itself lets clicks through.
-set smallcloud touchy 0
-set bigcloud touchy 0
+set cloud.1 touchy 0
+set cloud.2 touchy 0
 set front touchy 0
 set lens touchy 0
 set smoke touchy 0
@@ -536,6 +543,15 @@ set dive finished leap
 
 ; ---- what lies on the sand
 
+if voyage+(chapter=5)>0
+[
+    diploma=RAnimation 3359 29
+    set diploma movable 0
+    play diploma setAOCursor 1
+    set diploma mouseDown unroll
+    set diploma flyOn lightUp
+    set diploma flyOff dim
+]
 include logbook.mps
 include bag.mps
 

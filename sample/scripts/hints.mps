@@ -10,14 +10,13 @@ procedure locate
     [
         inside.i=0
         get answer.i isUsed used
-        if used*(held#i)
+        if used*(held#i)=0
+            continue
+        for h 1 holders
         [
-            for h 1 holders
-            [
-                IntersectTest "answer."+i "holder."+h
-                if RESULT
-                    inside.i=h
-            ]
+            IntersectTest "answer."+i "holder."+h
+            if RESULT
+                inside.i=h
         ]
     ]
 
@@ -122,11 +121,11 @@ procedure showPair by
 procedure complete many
 [
     call locate
-    for filled holders 1 -1
+    for adding 1 holders
     [
-        get holder.filled isSolved good
+        get holder.adding isSolved good
         if good=0
-            adding=filled
+            break
     ]
     get holder.adding summed goal
     best=-1

@@ -9,7 +9,7 @@
 ;   assist           helps who was wrong twice
 ;   renewed          1: there is one data set only, so each puzzle is laid out anew
 ;
-; and calls `open` at its end. Depths: containers 5, answers 10, one that is dragged 60.
+; and calls `open` at its end. While nothing happens for a while the parrot says again what there is to do. Depths: containers 5, answers 10, one that is dragged 60.
 include desk.mps
 include hints.mps
 
@@ -21,6 +21,7 @@ SetAnswerGoHomeSound 243
 
 procedure lift
 [
+    idle 40 remind
     call calm
     get RECEIVER tag held
     set RECEIVER z 60
@@ -152,6 +153,16 @@ procedure consider
     ]
 ]
 
+; Only as long as the parrot has not said anything better. A timer's handler is spread over several passes of the program,
+; so it keeps other events out until it is done.
+procedure remind
+[
+    suspend
+    if (busy=0)*(tries=0)
+        call tellTask
+    resume
+]
+
 ; ---- the buttons
 
 procedure once
@@ -184,4 +195,5 @@ procedure open
     holders=0
     shakes=0
     call layOut
+    idle 40 remind
 ]

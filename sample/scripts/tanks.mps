@@ -223,6 +223,29 @@ procedure assist
         call tell "A conta dá "+goal+". Vê as setas!"
 ]
 
+; ---- bubbles rise in the tanks, one after the other, and rest below the sand until their turn comes again
+
+pause.1=1500
+pause.2=2600
+pause.3=900
+
+procedure bubble tank
+[
+    air.tank=RAnimation 3350+tank 150*tank-44 240 6
+    set air.tank touchy 0
+    set air.tank movable 0
+    set air.tank visible 0
+    rising.tank=RQueue -1
+    play rising.tank add DelayAction pause.tank
+    play rising.tank add PropertyAction "air."+tank "visible" 1
+    play rising.tank add MoveYAction "air."+tank "air."+tank 232 -2 0 108
+    play rising.tank add PropertyAction "air."+tank "visible" 0
+    play rising.tank start
+]
+
+for i 1 tanks
+    call bubble i
+
 include puzzle.mps
 call open
 EndTransition 0

@@ -1,7 +1,8 @@
 ; The workshop up the stairs of the lighthouse. Five things lead to puzzles: the board with shadows, the
 ; tank with fish, the toy boat with its cargo, the signal flags, and the torn sail. Two more on the floor lead to
 ; games: the board with holes, and the box with crates. What each of them is stands on the plaque while the pointer is over it. The signpost leads back down.
-; The toolbox, the bucket, the lantern and the porthole answer clicks, and lead nowhere.
+; The toolbox, the bucket, the lantern and the porthole answer clicks, and lead nowhere. The music box on the wall is turned by
+; hand.
 ;
 ; The music is that of the puzzles too: it goes on when one of them is entered or left.
 yield off
@@ -76,6 +77,7 @@ procedure glitter which
 procedure enter
 [
     get RECEIVER tag which
+    call quieten
     PlaySound 212
     relay scene.which
 ]
@@ -84,6 +86,51 @@ procedure enter
 
 procedure stir
     set RECEIVER sequence 2
+
+; ---- the music box plays while its crank is held, and goes on where it was; the music of the workshop waits meanwhile
+
+procedure wind
+[
+    call rest
+    turning=1
+    play port pauseBackgroundMusic
+    if melody
+        ResumeSound melody
+    else
+    [
+        PlaySound 8400 1
+        melody=RESULT
+    ]
+]
+
+procedure rest
+    if turning
+    [
+        turning=0
+        PauseSound melody
+        play port resumeBackgroundMusic
+    ]
+
+; At either end of its three turns the crank is set to the middle, so that it can go on.
+procedure windBack
+[
+    get musicbox frame number
+    if (number=1)+(number=24)
+        set musicbox frame number\3+8+(number=1)
+]
+
+procedure nameBox
+    call engrave "Roda a manivela!"
+
+procedure unnameBox
+    call engrave "A oficina"
+
+procedure quieten
+[
+    call rest
+    if melody
+        KillSound melody
+]
 
 ; ---- the signpost
 
@@ -100,6 +147,7 @@ procedure dimSign
 
 procedure goDown
 [
+    call quieten
     PlaySound 208
     play port stopBackgroundMusic 1
     relay "lighthouse.mps"
@@ -130,6 +178,10 @@ for i 1 4
     set toy.i movable 0
     play toy.i setAOCursor 1
 ]
+turning=0
+melody=0
+musicbox=RTrigger 3350 8
+set musicbox framePixelDelta 5
 sign=RAnimation 2409 20
 set sign movable 0
 play sign setAOCursor 1
@@ -144,6 +196,11 @@ for i 1 things
     call glitter i
 for i 1 4
     set toy.i mouseDown stir
+set musicbox mouseDown wind
+set musicbox mouseUp rest
+set musicbox fired windBack
+set musicbox flyOn nameBox
+set musicbox flyOff unnameBox
 set sign mouseDown goDown
 set sign flyOn lightSign
 set sign flyOff dimSign

@@ -6,7 +6,7 @@ mkdir -p "$3/map"
 {
   "$1" extract "$2"/* -o "$3/unpacked"
   "$1" pack "$3/unpacked/resources.manifest" -o "$3/RSC"
-  "$1" map "$3"/RSC/{harbour,light,tower,lamp,ending,sounds}.rsc --name ZORBET-SAMPLE -o "$3/map"
+  "$1" map "$3"/RSC/{harbour,light,tower,lamp,ending,diploma,sounds}.rsc --name ZORBET-SAMPLE -o "$3/map"
 } >"$3/said"
 [ ! -s "$3/said" ]
 diff -r "$2" "$3/RSC"
