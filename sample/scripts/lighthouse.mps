@@ -139,6 +139,7 @@ procedure tryDoor
     [
         set rounddoor flyOn
         set rounddoor flyOff
+        set rounddoor mouseDown
         set rounddoor sequence 5
         PlaySound 207
         play entering start
