@@ -72,6 +72,14 @@ reply.coinPrize.2=15
 reply.coinPrize.3=7
 thanks=[5 6 7
 
+; Gifts are the lamp's, whoever they are offered to.
+for i 0 3
+[
+    reply.featherGift.i=16
+    reply.oilGift.i=16
+    reply.flameGift.i=16
+]
+
 ; What is given for a prize, for the lamp of the lighthouse; once.
 gift.fishPrize=featherGift
 gift.shellPrize=flameGift

@@ -524,6 +524,7 @@ line.12="A gaivota não quer conchas. Eu gosto tanto!"
 line.13="O capitão não quer conchas. Eu gosto tanto!"
 line.14="A gaivota não come moedas! O capitão quer."
 line.15="Uma moeda? É para o capitão do barco!"
+line.16="Isto é para a lâmpada, no alto da torre!"
 
 ; What the captain says: when he gets the coin, and when he or his boat is clicked.
 captains=7
