@@ -154,6 +154,7 @@ procedure showWhere
             get socket.n value wanted
             set socket.n highlighted wanted=item
         ]
+    play dusk halt
     play dusk start
 ]
 
