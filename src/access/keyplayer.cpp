@@ -4,6 +4,7 @@
 #include "omticks.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 using platform::Key;
@@ -17,6 +18,7 @@ namespace {
 constexpr std::uint32_t kPulseMs = 600;  ///< of each look of the mark
 constexpr std::uint32_t kSearchMs = 100; ///< between two looks for targets while there are none
 constexpr int kSmallStep = 8;            ///< of what is carried with Control held; pixels
+constexpr int kSamePlace = 8;            ///< places that are nearer are one; pixels
 constexpr int kBackgroundInset = 6;      ///< of the mark, from the window's edges
 
 // As the script tick: the mark goes by what is there when a pass ends.
@@ -56,6 +58,24 @@ std::vector<Rect> placesOf(const std::vector<OMKeyTarget>& targets) {
     std::vector<Rect> places;
     for (const OMKeyTarget& each : targets) places.push_back(each.place);
     return places;
+}
+
+/// Whether two places are one to a person.
+bool isSamePlace(const Rect& a, const Rect& b) {
+    return std::abs(a.left - b.left) < kSamePlace && std::abs(a.top - b.top) < kSamePlace;
+}
+
+/// Where it lies when it is carried there: it stays in its corral.
+Rect reachable(const OMTrinket& trinket, const Rect& place) {
+    if (!trinket.isCorralled()) return place;
+    const Rect own = trinket.boundingRectangle();
+    const Rect& corral = trinket.corral();
+    const Point middle = OMMiddle(place);
+    const int x = std::clamp(middle.x - own.width() / 2, corral.left,
+                             std::max(corral.left, corral.right - own.width()));
+    const int y = std::clamp(middle.y - own.height() / 2, corral.top,
+                             std::max(corral.top, corral.bottom - own.height()));
+    return {x, y, x + own.width(), y + own.height()};
 }
 
 /// The number that comes so many after `from` in a ring.
@@ -149,7 +169,7 @@ bool KeyPlayer::takeCarryKey(const KeyPress& key) {
         wasPutBack_ = true;
     } else if (direction && key.control) {
         const Point step = smallStep(*direction);
-        carryTo(platform::shifted(carried_->place, step.x, step.y));
+        carryTo(reachable(*trinket, platform::shifted(carried_->place, step.x, step.y)));
     } else if (direction) {
         const std::vector<Rect> all = places(*trinket);
         if (const auto next = OMNearestTowards(all, carried_->place, *direction))
@@ -327,7 +347,10 @@ void KeyPlayer::takeUp(OMTrinket& trinket) {
 
 std::vector<Rect> KeyPlayer::places(const OMTrinket& trinket) const {
     std::vector<Rect> all = OMFindDropPlaces(window_, trinket);
-    if (std::ranges::find(all, carried_->home) == all.end()) all.push_back(carried_->home);
+    for (Rect& place : all) place = reachable(trinket, place);
+    const Rect home = reachable(trinket, carried_->home);
+    if (std::ranges::none_of(all, [&](const Rect& each) { return isSamePlace(each, home); }))
+        all.push_back(home);
     return all;
 }
 
