@@ -292,9 +292,11 @@ procedure wayOut
     call ask "leave" "Queres mesmo sair?"
 ]
 
-; What is on the screen becomes the picture behind the farewell, but Tilli, who waves there.
+; What is on the screen becomes the picture behind the farewell, but Tilli, who waves there. What moves meanwhile is not heard: it
+; would be handled instead of the rest of this.
 procedure agree
 [
+    suspend
     call hush
     call rollUp
     set tilli visible 0
