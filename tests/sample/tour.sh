@@ -27,31 +27,31 @@ kept() {
 
 cat >noticed <<END
 0:title:Zorbet Voyages
-101:none 6034:-1 6036:-2 6036:-1 8200:1 9000:-1 9847:-2 9847:-1 13800:1 16968:-1 21600:1
-27310:-1 29000:1 29500:-1 29502:-2 29502:-1 29600:1 35500:-1 35502:-2 35502:-1 52402:-2
-52402:-1 56900:1 57400:-1 57402:-2 57402:-1 57500:1 60000:-1 60002:-2 60002:-1 61400:1 64300:-1
-64600:1 76300:-1 76802:-2 76802:-1 77600:1 77700:-1 77702:-2 77702:-1 78900:1 86900:-1 87102:-2
-87102:-1 87900:1 88000:-1 88002:-2 88002:-1 89400:1 89800:-1 90100:1 90500:-1 91300:1 92700:-1
-96402:-2 96402:-1 97200:1 97300:-1 97302:-2 97302:-1 98400:1 104800:-1 105102:-2 105102:-1
-105900:1 106000:-1 106002:-2 106002:-1 107400:1 107800:-1 108100:1 110400:-1 114102:-2 114102:-1
-114960:1 115060:-1 115062:-2 115062:-1 127912:-2 127912:-1 129210:1 129310:-1 129312:-2 129312:-1
-129410:1 136750:-1 137822:-2 137822:-1 139780:1 139880:-1 139882:-2 139882:-1 145580:1 145680:-1
-145682:-2 145682:-1 148680:1 148880:-1 153680:1 153880:-1 154560:29 154660:28 154960:29 154960:-1 161290:29
-161390:28 161690:29 161690:-1 161690:1 165400:-1 168620:29 168720:28 169020:29 169020:-1
-173321:end:quit
+101:none 6034:-1 6036:-2 6036:-1 8200:1 9300:-1 10265:-2 10265:-1 13800:1 17386:-1 23900:1
+26305:-1 31600:1 32000:-1 32002:-2 32002:-1 32100:1 38400:-1 38402:-2 38402:-1 56402:-2 56402:-1
+58000:1 58700:-1 62200:1 62700:-1 62702:-2 62702:-1 68600:1 69100:-1 69102:-2 69102:-1 69500:1
+85900:-1 87802:-2 87802:-1 88100:1 88200:-1 88202:-2 88202:-1 88600:1 96600:-1 96802:-2 96802:-1
+97100:1 97200:-1 97202:-2 97202:-1 97600:1 104300:-1 104502:-2 104502:-1 104800:1 104900:-1
+104902:-2 104902:-1 105300:1 109100:-1 112102:-2 112102:-1 112400:1 112500:-1 112502:-2
+112502:-1 112900:1 113300:-1 113600:1 116000:-1 119002:-2 119002:-1 119300:1 119800:-1 119802:-2
+119802:-1 133202:-2 133202:-1 133500:1 133600:-1 133602:-2 133602:-1 133700:1 139600:-1
+139802:-2 139802:-1 141600:1 141700:-1 141702:-2 141702:-1 141800:1 144000:-1 147600:1 147700:-1
+147702:-2 147702:-1 156000:1 156200:-1 160500:1 161100:-1 161600:29 161700:28 162000:29
+162000:-1 162000:1 167500:29 167600:28 167900:29 167900:-1 167900:1 171400:29 171500:28
+171800:29 171800:-1
+174601:end:quit
 END
 # In this order; + is where music comes up.
 cat >heard <<END
 opening +signin parrot parrot-2-3 click desk-bell +harbour tilli-1 tilli-3 waves tilli-4 horn captain-4-1
-tilli-4|tilli-5|tilli-6 hover knock +lighthouse purr|meow crackle crackle purr|meow hover knock +map
-click bosun rock click bosun fanfare coins knock +lighthouse hover knock +workshop hover click pickup snap
-pickup snap pickup almost pickup gohome pickup snap pickup snap solved pickup snap pickup snap
-pickup levelup knock click pickup snap pickup snap pickup almost pickup gohome pickup snap pickup
-solved knock click pickup snap pickup snap pickup thud gohome pickup knock click pickup snap
-pickup snap pickup almost pickup slide solved knock click pickup snap pickup snap pickup gohome
-pickup solved knock click almost click solved almost click knock click pickup windlass snap pickup
-snap pickup snap pickup solved knock knock +lighthouse hover knock +harbour hover page tilli-2 page
-hover click horn snap captain-4-1 snap tilli-2-3 tilli-1-3 click
+tilli-2-3|tilli-5-2|tilli-1-3 hover knock +lighthouse purr|meow crackle crackle purr|meow hover knock +map click click
+click click click bosun rock click bosun fanfare coins knock +lighthouse rounddoor hover knock +workshop hover click
+pickup snap pickup snap pickup almost pickup gohome pickup snap pickup snap solved pickup snap pickup snap pickup
+levelup knock click pickup snap pickup snap pickup almost pickup gohome pickup snap pickup snap solved knock click
+pickup snap pickup snap pickup thud gohome pickup snap solved knock click pickup snap pickup snap pickup almost pickup
+slide solved knock click pickup snap pickup snap pickup gohome pickup solved knock hover click almost click solved
+almost click knock click pickup windlass snap pickup snap pickup snap pickup snap solved knock musicbox +lighthouse
+chest hover knock +harbour hover page page hover click horn snap captain-4-1 snap tilli-2-3 tilli-1-3
 END
 ines=$'In\xeas 2 '
 for home in home elsewhere; do
