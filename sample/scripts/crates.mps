@@ -106,10 +106,11 @@ procedure hasCell column row
     ]
 ]
 
+; A letter in front has the rest added as text: what begins with a hyphen is a number.
 procedure outline
     for row 0 rows-1
     [
-        cells=""
+        cells="r"
         for column 0 columns-1
         [
             call hasCell column row
@@ -118,6 +119,7 @@ procedure outline
             else
                 cells=cells+"-"
         ]
+        cells=cells|2
         play board setSolutionString row+1 cells
     ]
 
