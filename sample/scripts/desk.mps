@@ -92,7 +92,11 @@ procedure takeShare
 [
     call gather activity
     news=""
-    if RESULT*(hub="CHUB")
+    get world itemsPresentCount "CHUB" there
+    if RESULT*(hub="CHUB")*(there=signs)
+        ; texts take
+        news=" Já são doze sinais: a arca do farol abre-se!"
+    else if RESULT*(hub="CHUB")
         ; texts take
         news=" Há mais sinais na arca do farol!"
     else if RESULT

@@ -182,10 +182,10 @@ procedure say words
 
 ; What the player has just done is answered at once, and the captain thanks himself.
 procedure remark n
-    if n=captains
+    if (n=captains)+(n=captainsMore)
     [
         call hush
-        call sayAboard 1300 thanksLine
+        call sayAboard 1300 line.n
     ]
     else
         call say line.n
@@ -518,6 +518,8 @@ set reading finished fallSilent
 ; What Tilli says of what is given, and of who does not want it.
 line.5="A gaivota adora peixe! Toma uma pena dela!"
 line.6="Que linda concha! Toma esta chama, para a lâmpada!"
+line.17="Outro peixe! A gaivota está feliz!"
+line.18="Outra concha! Que linda!"
 line.8="A mala está vazia. Há prémios na oficina e no mapa!"
 line.9="Para quem é? Leva-o até lá!"
 line.10="Peixe? Eu não! A gaivota é que adora."
@@ -530,7 +532,9 @@ line.16="Isto é para a lâmpada, no alto da torre!"
 
 ; What the captain says: when he gets the coin, and when he or his boat is clicked.
 captains=7
-thanksLine="Obrigado! Toma este óleo, para a lâmpada!"
+captainsMore=19
+line.7="Obrigado! Toma este óleo, para a lâmpada!"
+line.19="Outra moeda? Muito obrigado!"
 aboard.1="Olá! Eu sou o capitão deste barco!"
 aboard.2="Sem a luz do farol, tenho de ir devagar."
 if chapter=5

@@ -45,7 +45,15 @@ procedure count
     else if missing=1
         call engrave "Só falta uma pedra!"
     else
-        call engrave "Faltam "+missing+" pedras. Que pedra vem a seguir?"
+    [
+        get world itemsPresentCount "OHUB" there
+        ; texts take
+        ask="Qual vem a seguir?"
+        if there=0
+            ; texts take
+            ask="Há pedras na oficina e no mapa!"
+        call engrave "Porta "+(floor+1)+" de "+floors+": faltam "+missing+" pedras. "+ask
+    ]
 ]
 
 ; ---- the arch
@@ -211,7 +219,7 @@ procedure typed
 
 ; ---- the scene
 
-plaque=RText 216 151 208 -1 20
+plaque=RText 216 151 208 -1 75
 set plaque movable 0
 set plaque touchy 0
 set plaque wrap 1
