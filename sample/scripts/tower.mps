@@ -24,7 +24,7 @@ procedure engrave words
     if wide>208
         set plaque textWidth 208
     get plaque textHeight tall
-    set plaque y 151-tall\2
+    set plaque y 147-tall\2
     get plaque textWidth wide
     set plaque x 320-wide\2
 ]
