@@ -218,9 +218,9 @@ TEST_F(Scripts, StatementsAreWhatTheirLinesSay) {
         pass(3);
         EXPECT_EQ(heard(), "a b/c/");
     }
-    EXPECT_THAT(failedChecks, IsEmpty());
+    EXPECT_THAT(failures, IsEmpty());
     outcome("x=; x=1");
-    EXPECT_THAT(failedChecks, ElementsAre("Assignment to nothing"));
+    EXPECT_THAT(failures, ElementsAre("Assignment to nothing"));
 }
 
 TEST_F(Scripts, OnlyALeadingZeroIsFalse) {
@@ -375,7 +375,7 @@ TEST_F(Scripts, HandlersAreCalledReplacedAndRefused) {
     => !Invoking method "warmUp"/caused event "hot" (ignored)/)x",
               "a=Lamp 1; ", handlers);
     EXPECT_THAT(engine->records(), IsEmpty());
-    EXPECT_THAT(failedChecks, IsEmpty());
+    EXPECT_THAT(failures, IsEmpty());
     const std::string storm = outcome("a=Lamp 1; set a hot p; play a storm" + handlers);
     EXPECT_TRUE(storm.starts_with("!Invoking method \"storm\"/caused event \"smoke\"")) << storm;
     EXPECT_EQ(storm.size(), 981U);
