@@ -5,8 +5,8 @@ StartTransition
 Scene 111 105
 
 activity="OWS2"
-task.1="Enche a jangada! Os caixotes viram na roda do leme."
-task.2="Vira os caixotes na roda do leme, até caberem todos!"
+task.1="Enche a jangada! Leva os caixotes à roda do leme: ela vira-os."
+task.2="Vira os caixotes na roda do leme até caberem todos!"
 task.3="O espelho também ajuda: troca a esquerda e a direita."
 task.4="Todos os doze! Cabem na jangada grande?"
 task.5="Uma jangada nova! Que caixotes cabem onde?"

@@ -92,13 +92,15 @@ procedure takeShare
 [
     call gather activity
     news=""
-    get world itemsPresentCount "CHUB" there
-    if RESULT*(hub="CHUB")*(there=signs)
-        ; texts take
-        news=" Já são doze sinais: a arca do farol abre-se!"
-    else if RESULT*(hub="CHUB")
+    if RESULT*(hub="CHUB")
+    [
         ; texts take
         news=" Há mais sinais na arca do farol!"
+        get world itemsPresentCount hub gathered
+        if gathered=signs
+            ; texts take
+            news=" São doze sinais: abre a arca do farol!"
+    ]
     else if RESULT
         ; texts take
         news=" Há mais pedras para a torre!"

@@ -90,7 +90,7 @@ procedure addSentence n record words
     set saying text words
     get saying textHeight tall
     play talk.n add PropertyAction "saying" "text" words
-    play talk.n add PropertyAction "saying" "y" 379-tall\2
+    play talk.n add PropertyAction "saying" "y" 373-tall\2
     play talk.n add PropertyAction "balloon" "visible" 1
     play talk.n add PropertyAction "saying" "visible" 1
     play talk.n add CharacterSpeechAction "tilli" record
@@ -173,7 +173,7 @@ procedure say words
     call hush
     set saying text words
     get saying textHeight tall
-    set saying y 379-tall\2
+    set saying y 373-tall\2
     set balloon visible 1
     set saying visible 1
     call speak tilliVoice words
@@ -352,7 +352,7 @@ gull=RAnimation 2002 8
 guests=RAnimation 2061 19
 sign=RAnimation 2009 518 350 20
 door=RAnimation 2062 21
-balloon=RAnimation 2017 4 341 25
+balloon=RAnimation 2017 4 329 25
 hail=RAnimation 2990 0 0 25
 tilli=RCharacter 2010 236 300 30
 

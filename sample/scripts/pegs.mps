@@ -5,9 +5,9 @@ StartTransition
 Scene 110 105
 
 activity="OWS1"
-task.1="Salta por cima das boias para as tirar! Deixa só quatro."
-task.2="Consegues deixar só três boias?"
-task.3="E agora, só duas boias!"
+task.1="Salta por cima das boias até não poderes mais. Deixa só quatro!"
+task.2="Consegues deixar só três boias no fim?"
+task.3="E agora, só duas boias no fim!"
 task.4="O mais difícil: no fim só pode ficar uma boia!"
 task.5="Outro buraco vazio! No fim só pode ficar uma boia."
 

@@ -35,25 +35,23 @@ procedure tell words
     call speak tilliVoice words
 ]
 
-; What is missing. The door opens when that is nothing, also when the player left before they had gone through it.
+; What is missing, and what can be done: `lying` is how many gems are on the tray. The door opens when nothing is missing, also when
+; the player left before they had gone through it.
 procedure count
 [
     call countGaps
     missing=RESULT
+    ; texts take
+    advice=" Que pedra vem a seguir?"
+    if lying=0
+        ; texts take
+        advice=" Procura na oficina e no mapa!"
     if missing=0
         call open
     else if missing=1
-        call engrave "Só falta uma pedra!"
+        call engrave "Só falta uma pedra!"+advice
     else
-    [
-        get world itemsPresentCount "OHUB" there
-        ; texts take
-        ask="Qual vem a seguir?"
-        if there=0
-            ; texts take
-            ask="Há pedras na oficina e no mapa!"
-        call engrave "Porta "+(floor+1)+" de "+floors+": faltam "+missing+" pedras. "+ask
-    ]
+        call engrave "Porta "+(floor+1)+" de "+floors+": faltam "+missing+" pedras."+advice
 ]
 
 ; ---- the arch
@@ -118,6 +116,7 @@ procedure spread
             play puzzle addAnswer "gem."+gems
         ]
     ]
+    lying=gems
 ]
 
 procedure lift
@@ -136,6 +135,7 @@ procedure takeIn
     if fits
     [
         misses=0
+        lying=lying-1
         call fillGap n item
         set gem.brought z 10
         call count

@@ -194,7 +194,7 @@ TEST_F(Scripts, StatementsAreWhatTheirLinesSay) {
                                                          {"close", "]"},
                                                          {"if", "if x; say i"},
                                                          {"fails", "; call z; say never"}};
-    for (const auto& [name, text] : files) put(name, lines(text));
+    for (const auto& [name, text] : scripts) put(name, lines(text));
     expectAll(R"x(
     for i 0 3; [; a=i%2; b=i\2; if a; say 1; else; if b; say 2; else; say 3; ] => 3/1/2/1/
     for i 0 3; [; a=i%2; b=i\2; if a; if b; say 1; else; say 2; ] => 2/1/
