@@ -187,13 +187,13 @@ TEST_F(Scripts, StatementsDoTheirWork) {
 
 // How lines, words and included files are read.
 TEST_F(Scripts, StatementsAreWhatTheirLinesSay) {
-    const std::pair<const char*, const char*> files[] = {{"a", "say a1; include b; say a2"},
-                                                         {"b", "say b"},
-                                                         {"empty", ""},
-                                                         {"open", "[; say o"},
-                                                         {"close", "]"},
-                                                         {"if", "if x; say i"},
-                                                         {"fails", "; call z; say never"}};
+    const std::pair<const char*, const char*> scripts[] = {{"a", "say a1; include b; say a2"},
+                                                           {"b", "say b"},
+                                                           {"empty", ""},
+                                                           {"open", "[; say o"},
+                                                           {"close", "]"},
+                                                           {"if", "if x; say i"},
+                                                           {"fails", "; call z; say never"}};
     for (const auto& [name, text] : scripts) put(name, lines(text));
     expectAll(R"x(
     for i 0 3; [; a=i%2; b=i\2; if a; say 1; else; if b; say 2; else; say 3; ] => 3/1/2/1/
