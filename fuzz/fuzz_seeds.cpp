@@ -1,9 +1,9 @@
 // Writes what the fuzz targets start from: fuzz_seeds FOLDER makes a folder in it for each target,
 // FOLDER/animation and so on, made by the builders of the tests.
 #include "cursorfiles.h"
+#include "formats/font/nfnt.h"
 #include "formats/soundbuilder.h"
 #include "nebuilder.h"
-#include "nfntbuilder.h"
 #include "platform/moviebuilder.h"
 #include "trinkets/aseqbuilder.h"
 
@@ -196,14 +196,16 @@ std::vector<Bytes> cursors() {
 
 /// Behind the text and its place; see fuzz_font.cpp.
 std::vector<Bytes> fonts() {
+    const std::vector<bool> letter{0, 1, 0, 1, 0, 1, 1, 1, 1, 1, 0, 1},
+        dash{0, 0, 0, 0, 1, 1, 0, 0};
     std::vector<Bytes> seeds;
     for (const int lastChar : {66, 90, 127, 255}) {
         for (const bool bigEndian : {false, true}) {
-            testing_support::NFNTFont font = testing_support::smallFont();
-            font.lastChar = lastChar;
-            font.bigEndian = bigEndian;
+            formats::font::Font font{
+                bigEndian, 0, lastChar, 3, 1, 2, {{'A', {4, 0, 3, 3, 4, letter}}}};
+            if (lastChar > 126) font.glyphs[126] = {3, 0, 3, 2, 4, dash};
             Bytes seed = toBytes("BADC?B\x78");
-            const Bytes record = font.bytes();
+            const Bytes record = toBytes(formats::font::write(font).value);
             seed.insert(seed.end(), record.begin(), record.end());
             seeds.push_back(std::move(seed));
         }

@@ -80,7 +80,7 @@ for i 0 3
     reply.flameGift.i=16
 ]
 
-; What is given for a prize, for the lamp of the lighthouse; once.
+; What is given for a prize, for the lamp of the lighthouse; once, so that they only thank for more (17 to 19).
 gift.fishPrize=featherGift
 gift.shellPrize=flameGift
 gift.coinPrize=oilGift
@@ -100,7 +100,9 @@ procedure given
         play pack removeObject slot
         PlaySound 242
         call carries gift.carried
-        if RESULT=0
+        if RESULT
+            said=16+over
+        else
             play pack addObject gift.carried
     ]
     call remark said

@@ -196,7 +196,7 @@ procedure count
             break
     ]
     get holder.counted "value" goal
-    call tell "Já lá estão "+aboard.counted+". Quanto falta para "+goal+"?"
+    call tell "Já pesa "+aboard.counted+". Quanto falta para "+goal+"?"
 ]
 
 procedure judge
@@ -209,7 +209,7 @@ procedure judge
     else if is>goal
         hint="É peso a mais. Tira uma caixa!"
     else
-        hint="Ainda é pouco: faltam "+(goal-is)+"."
+        hint="Ainda é pouco. Põe mais "+(goal-is)+"!"
 ]
 
 procedure assist

@@ -5,8 +5,8 @@ StartTransition
 Scene 111 105
 
 activity="OWS2"
-task.1="Enche a jangada! Os caixotes viram na roda do leme."
-task.2="Vira os caixotes na roda do leme, até caberem todos!"
+task.1="Enche a jangada! Leva os caixotes à roda do leme: ela vira-os."
+task.2="Vira os caixotes na roda do leme até caberem todos!"
 task.3="O espelho também ajuda: troca a esquerda e a direita."
 task.4="Todos os doze! Cabem na jangada grande?"
 task.5="Uma jangada nova! Que caixotes cabem onde?"
@@ -106,10 +106,11 @@ procedure hasCell column row
     ]
 ]
 
+; A letter in front has the rest added as text: what begins with a hyphen is a number.
 procedure outline
     for row 0 rows-1
     [
-        cells=""
+        cells="r"
         for column 0 columns-1
         [
             call hasCell column row
@@ -118,6 +119,7 @@ procedure outline
             else
                 cells=cells+"-"
         ]
+        cells=cells|2
         play board setSolutionString row+1 cells
     ]
 

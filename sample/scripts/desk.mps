@@ -93,8 +93,14 @@ procedure takeShare
     call gather activity
     news=""
     if RESULT*(hub="CHUB")
+    [
         ; texts take
         news=" Há mais sinais na arca do farol!"
+        get world itemsPresentCount hub gathered
+        if gathered=signs
+            ; texts take
+            news=" São doze sinais: abre a arca do farol!"
+    ]
     else if RESULT
         ; texts take
         news=" Há mais pedras para a torre!"

@@ -66,6 +66,15 @@ procedure offer
     set again hit onceMore
     home=RPButton 2961 40
     set home hit goHome
+    call label "Nova viagem" 516
+    call label "Porto" 597
+]
+
+; White, for the night.
+procedure label words middle
+[
+    call write words 14 middle 446 40
+    set writing.writings colorIndex 255
 ]
 
 ; ---- fireworks, wherever there is sky
@@ -154,9 +163,9 @@ get world "voyage" voyage
 if voyage
 [
     ; texts take
-    speech.0="O farol brilha outra vez, como dantes!"
+    speech.0="O farol brilha de novo!"
     ; texts take
-    speech.2="Já o acendeste "+(voyage+1)+" vezes, "+visitor+"!"
+    speech.1="Já o acendeste "+(voyage+1)+" vezes!"
 ]
 speeches=3
 ; texts take

@@ -15,10 +15,10 @@ set port backgroundClicked leave
 keys=RKbdInp 0
 set keys keyPressed leave
 
-balloon=RAnimation 2017 4 341 25
+balloon=RAnimation 2017 4 329 25
 set balloon movable 0
 set balloon mouseDown leave
-saying=RText 20 368 226 -1 26
+saying=RText 20 362 226 -1 26
 set saying touchy 0
 set saying movable 0
 set saying wrap 1

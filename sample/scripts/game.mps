@@ -44,7 +44,7 @@ procedure once
 procedure leave
 [
     if (busy=0)*begun
-        call ask "leave" "Queres mesmo sair do jogo?"
+        call ask "leave" "Queres voltar à oficina?"
     else
         call goBack
 ]

@@ -152,7 +152,8 @@ procedure weighChoice many
                 kept=kept+1
             else if inside.i
             [
-                get holder.(inside.i) isSolved good
+                into=inside.i
+                get holder.into isSolved good
                 if good
                     total=1000
             ]

@@ -98,6 +98,13 @@ procedure dim
 procedure tryIt
     set RECEIVER sequence 3
 
+; The door to which the player has the key glints meanwhile.
+procedure restDoor
+[
+    get world hasKey opened
+    set rounddoor sequence 1+(3*opened)
+]
+
 ; ---- the chest opens when the twelve signs of the games are there, and has the key of the round door; behind that is
 ; the tower, and above its doors the lamp. What is missing stands on a strip of paper.
 
@@ -121,6 +128,7 @@ procedure tryChest
             set chest flyOn
             set chest flyOff
             set chest sequence 4
+            call restDoor
             PlaySound 248
             call tellThere "A chave da porta redonda!"
         ]
@@ -183,6 +191,8 @@ procedure lookOut
 [
     RandomNumber 1 2
     set view sequence RESULT
+    set paper visible 0
+    set writing.notice visible 0
     set view visible 1
     set cover visible 1
 ]
@@ -273,7 +283,7 @@ set chest flyOn light
 set chest flyOff dim
 set rounddoor mouseDown tryDoor
 set rounddoor flyOn light
-set rounddoor flyOff dim
+set rounddoor flyOff restDoor
 set telescope special lookOut
 set cover mouseDown lookAway
 set books mouseDown stir
@@ -295,16 +305,31 @@ if opened
     set chest flyOn
     set chest flyOff
     set chest sequence 5
+    call restDoor
 ]
 
-; On the map something can be won.
-get world wsNextItemInQueue "OWS3" item
-if item
+; On the map, and up in the workshop, something can be won.
+procedure glitter places left top
 [
-    glint=RAnimation 2118 436 100 5
-    set glint touchy 0
-    set glint movable 0
+    found=0
+    for k 1 ~places 4
+    [
+        get world wsNextItemInQueue places|k|4 item
+        if item
+            found=1
+    ]
+    if found
+    [
+        glints=glints+1
+        glint.glints=RAnimation 2118 left top 5
+        set glint.glints touchy 0
+        set glint.glints movable 0
+    ]
 ]
+
+glints=0
+call glitter "OWS3" 436 100
+call glitter "CWS1CWS2CWS3CWS4OWS1OWS2OWS4" 586 224
 
 ; What is written on the ribbon and the two boards, by its middle.
 get world playerName visitor

@@ -500,6 +500,9 @@ procedure breakUp
     ]
 ]
 
+; One is drawn after the other from the same number, until the way to the treasure is not too easy.
+easiest=10
+
 procedure drawChart
 [
     get world chartSeed chance
@@ -509,6 +512,16 @@ procedure drawChart
         chance=RESULT
         set world chartSeed chance
     ]
+    journey=0
+    for journey<easiest
+    [
+        call scatter
+        journey=away.homeCell
+    ]
+]
+
+procedure scatter
+[
     for k 1 cells
     [
         ground.k="o"
@@ -540,6 +553,7 @@ procedure drawChart
             call tryPeril
     ]
     call breakUp
+    call search
 ]
 
 ; What is drawn becomes part of the table. Pictures by their number: 1 rock, 2 whirlpool, 3 to 5 woods, and six layers

@@ -46,7 +46,7 @@ procedure squawk
     call tellTask
 ]
 
-procedure perch looks turned left bubbleMiddle broad
+procedure perch looks mirrored left bubbleMiddle broad
 [
     bubble=RText left 0 broad -1 20
     set bubble movable 0
@@ -55,7 +55,7 @@ procedure perch looks turned left bubbleMiddle broad
     set bubble colorIndex 4
     play bubble setFont 20
     parrot=RAnimation looks 20
-    set parrot drawDirection turned
+    set parrot drawDirection mirrored
     set parrot movable 0
     play parrot setAOCursor 1
     set parrot mouseDown squawk

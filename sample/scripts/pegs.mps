@@ -5,13 +5,13 @@ StartTransition
 Scene 110 105
 
 activity="OWS1"
-task.1="Salta por cima das boias para as tirar! Deixa só quatro."
-task.2="Consegues deixar só três boias?"
-task.3="E agora, só duas boias!"
+task.1="Salta por cima das boias até não poderes mais. Deixa só quatro!"
+task.2="Consegues deixar só três boias no fim?"
+task.3="E agora, só duas boias no fim!"
 task.4="O mais difícil: no fim só pode ficar uma boia!"
 task.5="Outro buraco vazio! No fim só pode ficar uma boia."
 
-; The hole that is empty at first, for each level; for who has mastered the last one it is drawn by lot.
+; The hole that is empty at first, for each level; for who has solved one of that level already it is drawn by lot.
 empty=[1 13 4 5
 
 ; How a single buoy can be left, for each such hole: the holes of every jump, from where, over what, to where.
@@ -89,7 +89,8 @@ procedure layOut
             hole=hole+1
         ]
     bare=empty.level
-    if mastered
+    get world wsTotalCorrectGuessCount activity level won
+    if won
     [
         RandomNumber 1 15 last
         bare=RESULT

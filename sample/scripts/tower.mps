@@ -24,7 +24,7 @@ procedure engrave words
     if wide>208
         set plaque textWidth 208
     get plaque textHeight tall
-    set plaque y 151-tall\2
+    set plaque y 147-tall\2
     get plaque textWidth wide
     set plaque x 320-wide\2
 ]
@@ -35,17 +35,23 @@ procedure tell words
     call speak tilliVoice words
 ]
 
-; What is missing. The door opens when that is nothing, also when the player left before they had gone through it.
+; What is missing, and what can be done: `lying` is how many gems are on the tray. The door opens when nothing is missing, also when
+; the player left before they had gone through it.
 procedure count
 [
     call countGaps
     missing=RESULT
+    ; texts take
+    advice=" Que pedra vem a seguir?"
+    if lying=0
+        ; texts take
+        advice=" Procura na oficina e no mapa!"
     if missing=0
         call open
     else if missing=1
-        call engrave "Só falta uma pedra!"
+        call engrave "Só falta uma pedra!"+advice
     else
-        call engrave "Faltam "+missing+" pedras. Que pedra vem a seguir?"
+        call engrave "Porta "+(floor+1)+" de "+floors+": faltam "+missing+" pedras."+advice
 ]
 
 ; ---- the arch
@@ -110,6 +116,7 @@ procedure spread
             play puzzle addAnswer "gem."+gems
         ]
     ]
+    lying=gems
 ]
 
 procedure lift
@@ -128,6 +135,7 @@ procedure takeIn
     if fits
     [
         misses=0
+        lying=lying-1
         call fillGap n item
         set gem.brought z 10
         call count
@@ -211,7 +219,7 @@ procedure typed
 
 ; ---- the scene
 
-plaque=RText 216 151 208 -1 20
+plaque=RText 216 151 208 -1 75
 set plaque movable 0
 set plaque touchy 0
 set plaque wrap 1

@@ -3,11 +3,8 @@
 # operation, in every way. After each the data file is the old one or the new one, byte for byte,
 # and a fresh start finds its player. Then two programs at once, and homes in which nothing can be
 # kept.
-set -euo pipefail
 program=$1 sample=$2 work=$3
-rm -rf "$work"
-mkdir -p "$work/content" "$work/home"
-cd "$work"
+source "$(dirname "$0")/../shell.sh" "$work" content home
 cp -r "$sample/RSC" content/RSC
 data=home/ZORBET.DAT
 
@@ -17,11 +14,6 @@ save() {
     'get world playerScore score' 'say "score" score' "set world playerScore $1" quit >content/Startup.mps
   rm -f content/debug.txt content/zorbelog.txt 2>report || true
   "$program" --headless --content content --home home --seed 1 --until 5000 "${@:2}" >report 2>&1
-}
-fail() {
-  echo "$1" >&2
-  cat content/zorbelog.txt home/zorbelog.txt >&2 || true
-  exit 1
 }
 
 save 11 && cp $data old

@@ -3,10 +3,8 @@
 # signals that do so, also while a box is open in a window: the world is saved, the script told,
 # which does not go on behind the box, and the exit code says that all is well. Nothing can be seen
 # without a screen: that is refused.
-set -euo pipefail
 program=$1 sample=$2 work=$3 xvfb=${4:-}
-rm -rf "$work"
-mkdir -p "$work/content"
+source "$(dirname "$0")/../shell.sh" "$work" content
 cp -r "$sample/RSC" "$work/content/RSC"
 
 check() { # SIGNAL STATEMENT COMMAND...

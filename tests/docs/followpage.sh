@@ -4,11 +4,9 @@
 # the screen with the pictures it shows: that of a screenshot NAME.png of the commands before. Blocks marked "text"
 # are for the eye only. Commands that print more, or end with another exit code than 0, are faults.
 # With ZORBET_RENEW=1 in the environment the page's pictures are made anew.
-set -euo pipefail
 programs=$(realpath -- "$1") compare=$(realpath -- "$2") page=$(realpath -- "$3") work=$(realpath -m -- "$4")
 blocks=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/blocks.awk
-rm -rf "$work"
-mkdir -p "$work/blocks" "$work/reader" "$work/bin" "$work/home"
+source "$(dirname "$0")/../shell.sh" "$work" blocks reader bin home
 awk -v blocks="$work/blocks" -v follow=1 -f "$blocks" "$page" >"$work/list"
 
 # A start that wants a window is played for two seconds without it, and prints only the boxes that it shows. Commands

@@ -13,13 +13,10 @@
 #     notes        what standard error has, where the warnings of boxes are too
 #     log          lines that stand in the log
 #     file NAME    the file NAME that the script writes
-set -euo pipefail
 program=$(realpath -- "$1") sample=$(realpath -- "$2") page=$(realpath -- "$3") work=$(realpath -m -- "$4")
 checker=${5:+$(realpath -- "$5")}
 blocks=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/blocks.awk
-rm -rf "$work"
-mkdir -p "$work/blocks"
-cd "$work"
+source "$(dirname "$0")/../shell.sh" "$work" blocks
 rsc=$work/sample && mkdir -p "$rsc" && cp -r "$sample/RSC" "$sample/movies" "$rsc" # the examples share its files
 awk -v blocks=blocks -f "$blocks" "$page" >list
 

@@ -1,11 +1,8 @@
 #!/usr/bin/env bash
 # attacks.sh PROGRAM RSC COMPONENT WORK: a game is a guest. None may read a secret that lies beside
 # its folder, change what lies there, bring code, or grow without end.
-set -euo pipefail
 program=$1 rsc=$2 component=$3 work=$4
-rm -rf "$work"
-mkdir -p "$work"/{victim,game,cd,RSC,home,config/zorbet}
-cd "$work"
+source "$(dirname "$0")/../shell.sh" "$work" victim game cd RSC home config/zorbet
 v="C:${work//\//\\}\\victim" # as scripts name it
 e=${v//\\/\\\\}              # the same for printf
 echo 'say LEAKED' >victim/secret.mps
@@ -21,7 +18,6 @@ mkfifo game/pipe
 outside() { find victim cd RSC -printf '%p %s %t\n'; }
 before=$(outside)
 
-fail() { echo "$*; it said:" >&2; cat report errors game/debug.txt game/zorbelog.txt >&2; exit 1; }
 play() {
   local code=0
   timeout 60 "$program" --headless --content game --cd cd --home home --until 200 "$@" >report 2>errors || code=$?

@@ -7,15 +7,14 @@
 //     --depth N   PICTURE is from a screen of 16, 24 or 32 bits: it is RGB, with the colours of
 //                 EXPECTED, at 16 bits as five bits a component show them
 //     --at X,Y    EXPECTED is what a larger PICTURE shows there; all around it is black
-#include <png.h>
+#include "pictures/picture.h"
+#include "platform/host/screen/png.h"
+#include "refusal.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
-#include <vector>
+#include <fstream>
 
 namespace {
 
@@ -32,29 +31,20 @@ struct Picture {
     }
 };
 
-std::uint32_t rgb(const std::uint8_t* parts) {
-    return static_cast<std::uint32_t>(parts[0] << 16 | parts[1] << 8 | parts[2]);
+/// The highest byte is 0 when it is opaque, as all must be.
+std::uint32_t numberOf(const rsc::Pixel& pixel) {
+    const auto& [red, green, blue] = pixel.colour;
+    return (255U - pixel.alpha) << 24 | static_cast<std::uint32_t>(red << 16 | green << 8 | blue);
 }
 
 Picture read(const char* file) {
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    bool right = png_image_begin_read_from_file(&image, file) != 0;
-    Picture picture{static_cast<int>(image.width), static_cast<int>(image.height),
-                    (image.format & PNG_FORMAT_FLAG_COLORMAP) != 0};
-    right = right && (image.format & (PNG_FORMAT_FLAG_ALPHA | PNG_FORMAT_FLAG_LINEAR)) == 0;
-    image.format = picture.indexed ? PNG_FORMAT_RGB_COLORMAP : PNG_FORMAT_RGB;
-    std::vector<std::uint8_t> bytes(PNG_IMAGE_SIZE(image));
-    std::array<std::uint8_t, 3 * 256> colors{};
-    if (!right || png_image_finish_read(&image, nullptr, bytes.data(), 0, colors.data()) == 0) {
-        std::fprintf(stderr, "%s: %s\n", file,
-                     right || *image.message ? image.message : "neither indexed nor RGB");
-        std::exit(2);
-    }
-    for (std::size_t i = 0; i < 256 && picture.indexed; ++i)
-        picture.palette[i] = rgb(&colors[3 * i]);
-    for (std::size_t i = 0; i < bytes.size(); i += picture.indexed ? 1 : 3)
-        picture.pixels.push_back(picture.indexed ? bytes[i] : rgb(&bytes[i]));
+    std::ifstream in(file, std::ios::binary);
+    const formats::Bytes bytes((std::istreambuf_iterator<char>(in)), {});
+    const auto png = rsc::Picture::fromPng(bytes);
+    Picture picture{png.width(), png.height(), png.isIndexed()};
+    std::ranges::transform(png.palette(), picture.palette.begin(), numberOf);
+    for (std::size_t i = 0; i < png.size(); ++i)
+        picture.pixels.push_back(png.isIndexed() ? png.index(i) : numberOf(png.pixel(i)));
     return picture;
 }
 
@@ -99,7 +89,7 @@ int countDifferent(Picture& got, Picture& wanted, Picture& marks) {
 
 } // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     if (argc < 4) return 2;
     Picture got = read(argv[1]), wanted = read(argv[2]);
     for (int i = 4; i + 1 < argc; i += 2) {
@@ -118,12 +108,9 @@ int main(int argc, char** argv) {
     }
     Picture marks = got;
     if (countDifferent(got, wanted, marks) == 0) return 0;
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    image.width = static_cast<png_uint_32>(got.width);
-    image.height = static_cast<png_uint_32>(got.height);
-    image.format = PNG_FORMAT_BGRA;
-    for (std::uint32_t& mark : marks.pixels) mark |= 0xFF000000;
-    png_image_write_to_file(&image, argv[3], 0, marks.pixels.data(), 0, nullptr);
+    (void)platform::writePng(argv[3], {marks.width, marks.height, marks.pixels});
     return 1;
+} catch (const rsc::Refusal& refusal) {
+    std::fprintf(stderr, "%s or %s: %s\n", argv[1], argv[2], refusal.what());
+    return 2;
 }

@@ -4,7 +4,6 @@
 
 #include "formats/base/bytes.h"
 #include "formats/base/latin1.h"
-#include "omregion.h"
 
 #include "platform/host/screen/hostdisplay.h"
 #include "platform/host/sound/wavequeue.h"
@@ -47,10 +46,9 @@ class MemoryFiles final : public platform::Files {
     std::vector<std::string> changes;
     std::vector<std::string> opened; ///< paths handed to `open`, in order, failed ones too
     std::size_t sector = 2048;
-    std::uint64_t space = std::uint64_t{1} << 30; ///< free bytes of every drive
-    std::size_t readsUntilError = kNever;         ///< by ReadSequential, in all files together
-    std::size_t bytesUntilFull = kNever;          ///< by WriteThrough
-    std::vector<std::size_t> readSizes;           ///< wanted by each read by ReadSequential
+    std::size_t readsUntilError = kNever; ///< by ReadSequential, in all files together
+    std::size_t bytesUntilFull = kNever;  ///< by WriteThrough
+    std::vector<std::size_t> readSizes;   ///< wanted by each read by ReadSequential
 
     void put(std::string_view path, Bytes content) {
         const Lock lock(mutex_);
@@ -132,7 +130,7 @@ class MemoryFiles final : public platform::Files {
     }
     std::string currentDirectory() const override { return "C:\\GAME"; }
     std::string homeDirectory() const override { return "C:\\HOME"; }
-    std::optional<std::uint64_t> freeSpace(std::string_view) const override { return space; }
+    std::optional<std::uint64_t> freeSpace(std::string_view) const override { return 1 << 30; }
     std::size_t sectorSize(char) const override { return sector; }
 
   private:
@@ -223,31 +221,14 @@ struct MemoryClock final : platform::Clock {
     std::function<void(std::uint32_t ms)> whileAsleep;
 };
 
-/// A screen that remembers what it was asked to show.
+/// A screen that remembers its cursor.
 struct MemoryDisplay final : platform::HostDisplay {
-    std::string title;
     int cursor = -1;
-    std::map<int, platform::CursorImage> cursorImages; ///< those made of pictures, by number
-    OMRegion presented;
-    bool refusesExclusive = false;
 
     using HostDisplay::HostDisplay;
-    using HostDisplay::makeCursor;
-    std::unique_ptr<platform::Cursor> makeCursor(int id,
-                                                 const platform::CursorImage& image) override {
-        cursorImages[id] = image;
-        return HostDisplay::makeCursor(id, image);
-    }
-    void setTitle(std::string_view text) override { title = text; }
+    void setTitle(std::string_view) override {}
     void setCursor(const platform::Cursor& shown) override { cursor = shown.id(); }
     void showCursor(bool) override {}
-    void present(const platform::Rect& area) override {
-        presented.unite(area);
-        HostDisplay::present(area);
-    }
-    bool canBeExclusive(const platform::ScreenMode& mode) const override {
-        return !refusesExclusive && HostDisplay::canBeExclusive(mode);
-    }
 };
 
 struct MemoryEvents final : platform::Events {
@@ -266,24 +247,18 @@ struct MemoryEvents final : platform::Events {
 };
 
 struct MemoryDialogs final : platform::Dialogs {
-    struct Box {
-        std::string text;
-        std::uint32_t style;
-    };
-    std::vector<Box> boxes;
+    std::vector<std::string> boxes;                 ///< their texts
     platform::Button answer = platform::Button::Ok; ///< to every box
-    platform::WarningAnswer warningAnswer;          ///< to every warning
     std::string chosen;                             ///< the file of the next open-file dialog
     std::vector<std::string> asked;                 ///< title, pattern and limit of each
 
-    platform::Button messageBox(std::string_view text, std::string_view,
-                                std::uint32_t style) override {
-        boxes.push_back({std::string(text), style});
+    platform::Button messageBox(std::string_view text, std::string_view, std::uint32_t) override {
+        boxes.emplace_back(text);
         return answer;
     }
     platform::WarningAnswer warning(const platform::WarningRequest& request) override {
-        boxes.push_back({request.text, 0});
-        return warningAnswer;
+        boxes.push_back(request.text);
+        return {};
     }
     std::string openFile(std::string_view title, std::string_view pattern,
                          std::size_t limit) override {
@@ -318,9 +293,7 @@ struct MemoryModules final : platform::Modules {
         for (const auto& [name, bytes] : resources) names.push_back({name.first, name.second});
         return names;
     }
-    std::string versionString(std::string_view key) const override {
-        return key == "ProductName" ? "Zorbet" : key == "ProductVersion" ? "9.9" : "";
-    }
+    std::string versionString(std::string_view) const override { return "9.9"; }
 
   private:
     struct Loaded final : platform::Library {
@@ -409,10 +382,8 @@ struct MemoryTypefaces final : platform::Typefaces {
 };
 
 struct MemoryMachine final : platform::Machine {
-    bool intel386 = false;
-    std::uint64_t memory = std::uint64_t{64} << 20;
-    bool hasIntel386() const override { return intel386; }
-    std::uint64_t availableMemory() const override { return memory; }
+    bool hasIntel386() const override { return false; }
+    std::uint64_t availableMemory() const override { return 0; }
     std::uint64_t usedMemory() const override { return 0; }
 };
 
@@ -448,8 +419,7 @@ class MemoryPlatform final : public platform::Platform {
     /// The boxes shown so far go to standard error, for tests of fatal errors.
     [[noreturn]] void terminate(int exitCode) override {
         if (atEnd) atEnd();
-        for (const MemoryDialogs::Box& box : dialogs_.boxes)
-            std::fprintf(stderr, "%s\n", box.text.c_str());
+        for (const std::string& box : dialogs_.boxes) std::fprintf(stderr, "%s\n", box.c_str());
         std::_Exit(exitCode);
     }
 

@@ -6,8 +6,6 @@
 #include "ombitmap.h"
 #include "omistreamfile.h"
 
-#include <gtest/gtest.h>
-
 using namespace testing_support;
 
 namespace {
@@ -95,7 +93,7 @@ TEST_F(OMBitmapTest, IsDrawnInEveryDepthWithAndWithoutItsInvisibleColour) {
     canvas.draw(-1, -1, *indexed); // pixel 2 of the lower row, in its fixed colour
     EXPECT_EQ(pixelsOf(canvas), (Pixels{0x00008000, 0, 0, 0}));
     const std::string text = "OMBitmap::setInvisibleColor - invisible color must be an ";
-    EXPECT_EQ(process.messages,
+    EXPECT_EQ(process.failures,
               (Messages{text + "index for 8-bit bitmaps!", text + "RGB for 16/24-bit bitmaps!",
                         "OMCanvas::draw - 16/24/32 bit bitmaps cannot be drawn on 8 bit "
                         "canvases!"}));
@@ -108,7 +106,7 @@ TEST_F(OMBitmapTest, DamagedHeadersAreRefused) {
     const auto expect = [&](const Messages& messages, const std::vector<Bmp>& all) {
         for (const Bmp& bmp : all) {
             EXPECT_EQ(read(bmp.build()) != nullptr, messages.empty()) << &bmp - all.data();
-            EXPECT_EQ(process.takeMessages(), messages) << &bmp - all.data();
+            EXPECT_EQ(process.takeFailures(), messages) << &bmp - all.data();
         }
     };
     const std::string place = "OMBitmap::createInstance - ";
@@ -118,26 +116,16 @@ TEST_F(OMBitmapTest, DamagedHeadersAreRefused) {
     expect({place + "16/32 bit BMP's cannot have a palette!"},
            {{{2, 2, 16, 0, kAllBits}}, {{2, 2, 32, 0, 1}}});
     std::vector<Bmp> odd{{.headerSize = 12}, {.headerSize = 108}, {.table = 255}};
-    const formats::picture::DibHeader heads[] = {{0, 2, 8},
-                                                 {-2, 2, 8},
-                                                 {2, 0, 8},
-                                                 {2, 3, 8},
-                                                 {2, -3, 8},
-                                                 {2, kLowest, 8},
-                                                 {kHighest, 2, 8},
-                                                 {2, 2, 0},
-                                                 {2, 2, 4},
-                                                 {2, 2, 8, 1},
-                                                 {2, 2, 16, 3},
-                                                 {2, 2, 24, 0, 1000},
-                                                 {2, 2, 24, 0, kAllBits},
-                                                 {32767, -32767, 32}};
-    for (const auto& head : heads) odd.push_back({head});
-    odd.push_back({{kLargestSide + 1, 1, 8}, line});
+    for (const auto& [width, height] :
+         {std::pair(0, 2), {-2, 2}, {2, 0}, {2, 3}, {2, -3}, {2, kLowest}, {kHighest, 2}})
+        odd.push_back({{width, height, 8}});
+    odd.insert(odd.end(), {{{2, 2, 0}}, {{2, 2, 4}}, {{2, 2, 8, 1}}, {{2, 2, 16, 3}}});
+    odd.insert(odd.end(), {{{2, 2, 24, 0, 1000}}, {{2, 2, 24, 0, kAllBits}}});
+    odd.insert(odd.end(), {{{32767, -32767, 32}}, {{kLargestSide + 1, 1, 8}, line}});
     odd.push_back({{1, -kLargestSide - 1, 8}, line});
     expect({place + "unknown bitmap type!"}, odd);
     EXPECT_EQ(read(Bmp{}.build(), kOMIStreamBuffered), nullptr);
-    EXPECT_EQ(process.takeMessages(),
+    EXPECT_EQ(process.takeFailures(),
               Messages{"OMBitmap::OMBitmap - OMIStream source must be cached!"});
 }
 

@@ -6,9 +6,7 @@
 #include "omistreamdll16.h"
 #include "omistreamfile.h"
 
-#include <chrono>
 #include <random>
-#include <thread>
 
 using namespace testing_support;
 
@@ -49,16 +47,6 @@ class OMCachedFileTest : public OMAppTest {
             OMCachedFile::cacheInBkgd(name, link, priority, startNow);
         else
             OMCachedFile::cacheInBkgd(name, destination, link, priority, startNow);
-    }
-    /// Passes of the main loop until the file is complete or forgotten; false when it takes ages.
-    bool runTasks(std::string_view name = kName) {
-        for (int pass = 0; pass < 20000; ++pass) {
-            const OMCachedFile* file = OMCachedFile::find(name);
-            if (!file || file->isComplete()) return true;
-            app->tasks().runAll();
-            std::this_thread::sleep_for(std::chrono::microseconds(50));
-        }
-        return false;
     }
     /// Steps of which the worker has time to finish each.
     void step(int count, const char* name = kName) {
@@ -173,7 +161,7 @@ TEST_F(OMCachedFileTest, StepsABackgroundCopyByOneChunkAtATime) {
     EXPECT_EQ(files.readSizes, Sizes{2048}) << "one sector to start the drive";
     step(2);
     EXPECT_EQ(files.readSizes, (Sizes{2048, 8192, 8192}));
-    ASSERT_TRUE(runTasks());
+    ASSERT_TRUE(finishCopy(kName));
     // 12 chunks, then the last 1,696 bytes by the sector.
     Sizes expected(14, 8192);
     expected.front() = expected.back() = 2048;
@@ -196,7 +184,7 @@ TEST_F(OMCachedFileTest, StepsABackgroundCopyByOneChunkAtATime) {
             cacheLater(home(steps == 2));
             step(steps);
             OMCachedFile::setBufferSize(kName, wanted);
-            EXPECT_TRUE(runTasks());
+            EXPECT_TRUE(finishCopy(kName));
             EXPECT_EQ(OMCachedFile::getBufferSize(kName), rounded) << wanted << " after " << steps;
             OMCachedFile::uncache(kName);
         }
@@ -229,7 +217,7 @@ TEST_F(OMCachedFileTest, ReadsTheSourceAfterAnyFailure) {
                 EXPECT_EQ(cacheNow(destination, name), nullptr);
             else
                 cacheLater(destination, name, destination.empty());
-            EXPECT_TRUE(runTasks(name));
+            EXPECT_TRUE(finishCopy(name));
             EXPECT_FALSE(OMCachedFile::isCached(name) || files.exists(kCopy));
             const std::string place = atOnce                ? "OMCachedFile"
                                       : destination.empty() ? "IOThreadMemCache"
@@ -246,7 +234,7 @@ TEST_F(OMCachedFileTest, ReadsTheSourceAfterAnyFailure) {
     cacheLater(kCopy);
     step(4);
     files.put(kCopy, "replaced by somebody");
-    EXPECT_TRUE(runTasks());
+    EXPECT_TRUE(finishCopy(kName));
     EXPECT_EQ(takeFailures(), Strings{"OMCachedFile::IOThreadDiskCache - source and destination "
                                       "file sizes don't match!"});
     EXPECT_TRUE(completed.empty());
@@ -257,7 +245,7 @@ TEST_F(OMCachedFileTest, TheLinkMayUncache) {
     for (const bool waits : {false, true}) {
         OMCachedFile::cacheInBkgd(
             kName, [] { OMCachedFile::uncache(kName); }, 0, false);
-        EXPECT_TRUE(waits ? !OMCachedFile::cache(kName) : runTasks());
+        EXPECT_TRUE(waits ? !OMCachedFile::cache(kName) : finishCopy(kName));
         EXPECT_FALSE(OMCachedFile::isCached(kName));
     }
     EXPECT_EQ(takeFailures(), Strings{});

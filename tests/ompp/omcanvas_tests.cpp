@@ -3,8 +3,6 @@
 
 #include "omwndcanvas.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 #include <random>
 
@@ -69,7 +67,7 @@ TEST(OMCanvas, refusesImpossibleSizesAndResolvesColorsForItsDepth) {
                  {0x7FFF, 0x7FFF, 8, {large}}, {0, 0, -8, {odd, small}}, {3, 3, 15, {odd}}};
     for (const auto& [width, height, depth, messages] : sizes) {
         OMMemCanvas canvas(width, height, depth);
-        EXPECT_EQ(process.takeMessages(), messages);
+        EXPECT_EQ(process.takeFailures(), messages);
         EXPECT_EQ(canvas.bounds(), width == 3 ? (Rect{0, 0, 3, 3}) : (Rect{0, 0, 1, 1}));
         EXPECT_EQ(canvas.depth(), depth == 16 || depth == 32 ? depth : 8);
         canvas.fillRect({0, 0, 10, 10});
@@ -81,7 +79,7 @@ TEST(OMCanvas, refusesImpossibleSizesAndResolvesColorsForItsDepth) {
     OMCanvas::setSurfaces(true);
     EXPECT_EQ(OMMemCanvas(2, 1, 8).depth() + OMMemCanvas(2, 1, 16).depth(), 16);
     OMCanvas::setSurfaces(false);
-    EXPECT_EQ(process.takeMessages(), Messages{"OMCanvas::OMCanvas - DirectDraw canvases must be "
+    EXPECT_EQ(process.takeFailures(), Messages{"OMCanvas::OMCanvas - DirectDraw canvases must be "
                                                "the same bit depth as the display!"});
 }
 
@@ -162,7 +160,7 @@ TEST(OMCanvas, copiesMatchAPixelByPixelCopy) {
             }
         for (int round = 0; round < 50; ++round)
             checkRandomCopy(indexed, window, OMRasterOp::SrcCopyKeyed);
-        EXPECT_EQ(process.messages, Messages{});
+        EXPECT_EQ(process.failures, Messages{});
     }
 }
 
@@ -183,7 +181,7 @@ TEST(OMCanvas, copiesOfAnySizeBetweenDepths) {
     destination.blt(sixteen, 0, 0, 4, 4, 0, 0);
     deep.blt(sixteen, 0, 0, 4, 4, 0, 0);
     EXPECT_EQ(destination.changedPixels() + deep.changedPixels(), 64u);
-    EXPECT_EQ(process.messages,
+    EXPECT_EQ(process.failures,
               (Messages{"OMCanvas::blt - blt'ing from a 16/24/32 bit canvas\n"
                         "to an 8 bit canvas is not allowed!",
                         "OMCanvasDIBToDIB - memory canvases must be the same size for blt!"}));

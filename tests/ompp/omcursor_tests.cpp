@@ -1,8 +1,9 @@
 // Cursors out of resources: the picture that is taken, and damage.
-#include "curbuilder.h"
+#include "../../fuzz/cursorfiles.h"
 #include "frameworkfixture.h"
 #include "nebuilder.h"
 
+#include "formats/picture/cursor.h"
 #include "omcursor.h"
 
 using namespace testing_support;
@@ -10,6 +11,12 @@ using namespace testing_support;
 namespace {
 
 using CursorTest = OMAppTest;
+using fuzzing::buildCursor;
+
+/// A picture that is told from others by its hot spot.
+fuzzing::CurPicture square(int side, int mark = 0) {
+    return {.width = side, .height = side, .hotSpot = {mark, 3}};
+}
 
 TEST_F(CursorTest, TakesThePictureThatSuitsBestOrTheArrow) {
     // The hot spot; -1 of the arrow.
@@ -18,7 +25,7 @@ TEST_F(CursorTest, TakesThePictureThatSuitsBestOrTheArrow) {
         EXPECT_EQ(OMCursor(7, bytes).id(), cursor ? 7 : kOMCursorArrow);
         return cursor ? cursor->hotSpot.x : -1;
     };
-    const Bytes whole = buildCursor({{32, 32, {1, 3}}});
+    const Bytes whole = buildCursor({square(32, 1)});
     // An icon; a directory that tells too little, and too much; a mask too high, another header,
     // another depth, a coding.
     for (const auto& [at, value] :
@@ -27,12 +34,12 @@ TEST_F(CursorTest, TakesThePictureThatSuitsBestOrTheArrow) {
         damaged.at(static_cast<std::size_t>(at)) = static_cast<std::byte>(value);
         EXPECT_EQ(read(damaged), -1) << at;
     }
-    EXPECT_EQ(read(buildCursor({{257, 257}})), -1);
-    std::vector<CurPicture> all{{257, 257, {8, 3}}, {256, 256, {9, 3}}, {16, 16, {10, 3}}};
+    EXPECT_EQ(read(buildCursor({square(257)})), -1);
+    std::vector<fuzzing::CurPicture> all{square(257, 8), square(256, 9), square(16, 10)};
     EXPECT_EQ(read(buildCursor(all)), 9) << "the first that can be";
-    for (const int mark : {11, 12}) all.push_back({32, 32, {mark, 3}});
+    for (const int mark : {11, 12}) all.push_back(square(32, mark));
     EXPECT_EQ(read(buildCursor(all)), 11) << "the usual size";
-    EXPECT_EQ(read(buildCursor({{4, 4, {200, 3}}})), 3) << "inside";
+    EXPECT_EQ(read(buildCursor({square(4, 200)})), 3) << "inside";
     files.put("c.rsc", NEBuilder().add("CURSOR", 3, whole).add("CURSOR", 4, "damaged").build());
     OMResMgrUseDLL16("c.rsc", true);
     EXPECT_EQ(OMCursor::load(3)->id(), 3);

@@ -208,7 +208,7 @@ TEST_F(OMIStreamTest, ListsTheContentsOfALibraryAndLogsDamage) {
     bytes.at(formats::library::kWrittenTable + 4) = std::byte{200}; // count of the first type
     files.put("bad.rsc", bytes);
     EXPECT_EQ(OMIStreamDLL16::getResTypes("bad.rsc"), Strings{"WAVE"});
-    EXPECT_EQ(files.text("zorbelog.txt"),
+    EXPECT_EQ(takeLog(),
               "ERROR: Resource library nowhere.rsc cannot be opened: No such file or directory\n"
               "ERROR: Resource library bad.rsc is damaged, part of it is left out: pack it anew\n");
 }

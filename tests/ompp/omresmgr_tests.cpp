@@ -125,7 +125,7 @@ TEST_F(OMResMgrTest, TakesTheTableFromWhereverItIsGiven) {
     };
     for (const auto& [file, type, ids] : rows)
         for (const int id : ids) EXPECT_EQ(fileOf(id, type), file) << id << type;
-    EXPECT_NE(files.text("zorbelog.txt").find("stream10: 2, the first"), std::string::npos);
+    EXPECT_NE(takeLog().find("stream10: 2, the first"), std::string::npos);
     for (const std::size_t size : {65536, 65535}) {
         files.put("table", "20 WAVE\n" + std::string(size - 8, ' '));
         OMIStreamFile table("table", kOMIStreamCache);

@@ -1,7 +1,6 @@
 // What is heard, byte for byte, and which links are called when: against a plain restatement.
 #include "soundfixture.h"
 
-#include <algorithm>
 #include <deque>
 #include <random>
 

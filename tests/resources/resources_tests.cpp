@@ -1,10 +1,10 @@
 // Where resources are found, by maps and in folders, how they are loaded, cursors among them, and
 // fonts shared by use counts and standing for each other.
-#include "../ompp/nfntbuilder.h"
 #include "../trinkets/windowfixture.h"
-#include "curbuilder.h"
 #include "nebuilder.h"
 
+#include "formats/font/nfnt.h"
+#include "formats/picture/cursor.h"
 #include "omcursor.h"
 #include "omfont.h"
 #include "omformat.h"
@@ -51,11 +51,6 @@ class ResourcesTest : public testing_support::OMAppTest {
         resources.shutDown();
         EXPECT_FALSE(has(1));
         for (const auto& [path, text] : all) files.erase(path);
-    }
-    std::string takeLog() {
-        const std::string text = files.text("zorbelog.txt");
-        files.erase("zorbelog.txt");
-        return text;
     }
     static bool has(int id, std::string_view type = "WAVE") {
         return OMResMgrFindFile(id, type) != nullptr;
@@ -128,7 +123,7 @@ TEST_F(ResourcesTest, LoadsResourcesAndReportsTheMissing) {
                          "ERROR: Bad WAVE resource id: 0\nERROR: Bad ASEQ resource id: -3\n"
                          "ERROR: WAVE resource 8 not found.\n");
     ASSERT_EQ(machine.dialogs().boxes.size(), 3u);
-    EXPECT_EQ(machine.dialogs().boxes[2].text, "WAVE resource 8 not found.");
+    EXPECT_EQ(machine.dialogs().boxes[2], "WAVE resource 8 not found.");
     EXPECT_EQ(load(9)->fill(), 0U) << "a map is believed";
     EXPECT_NE(takeLog().find("WAVE resource 9 is empty, or not in gone.rsc"), std::string::npos);
     EXPECT_EQ(takeFailures().size(), 1u);
@@ -139,7 +134,7 @@ TEST_F(ResourcesTest, CursorsAreOfTheirLibraryWhichIsOpenedForThem) {
     // Cursors from 1 to below `end`, and a damaged one.
     const auto putLibrary = [&](const char* name, int end) {
         NEBuilder library;
-        const auto cursor = testing_support::buildCursor({testing_support::CurPicture{}});
+        const auto cursor = formats::picture::writeCursor({1, 1, {}, {0xFF00FF00}});
         for (int id = 1; id < end; ++id) library.add("CURSOR", id, cursor);
         files.put(name, library.add("CURSOR", 30000, "damaged").build());
     };
@@ -181,15 +176,11 @@ class FontFactoryTest : public testing_support::OMAppTest {
         fonts->setNFNTLocator([this](int id) -> std::unique_ptr<OMIStream> {
             asked.push_back(id);
             if (id > 90) return nullptr;
-            return std::make_unique<MemoryStream>(id == 90 ? testing_support::toBytes("bad")
-                                                           : testing_support::smallFont().bytes());
+            const formats::font::Font font{.lastChar = 99, .ascent = 3, .glyphs = {{'A', {4}}}};
+            return std::make_unique<MemoryStream>(testing_support::toBytes(
+                id == 90 ? formats::Bytes{1} : formats::font::write(font).value));
         });
         machine.typefaces().families = {"Lumo", "Arial"};
-    }
-    std::string takeLog() {
-        const std::string text = files.text("zorbelog.txt");
-        files.erase("zorbelog.txt");
-        return text;
     }
     OMFont& system() { return fonts->useFont(std::make_unique<OMSysFont>()); }
 

@@ -120,6 +120,12 @@ Kinds after(Platform& machine, Uint32 window, const std::vector<Uint32>& types, 
     return kinds;
 }
 
+void press(SDL_Keycode key, int modifiers = KMOD_NONE) {
+    SDL_Event event{};
+    event.key = {.type = SDL_KEYDOWN, .keysym = {.sym = key, .mod = Uint16(modifiers)}};
+    SDL_PushEvent(&event);
+}
+
 TEST(SdlDisplay, CursorsOfPicturesAndOfThePlatformAreShownWhileTheyLive) {
     const auto machine = start();
     if (!machine) GTEST_SKIP() << "SDL has no driver without a screen here";
@@ -148,16 +154,14 @@ TEST(SdlDisplay, KeysOfTheFullScreenAreTheWindowsOwnAndTheChoiceIsKept) {
         machine->display().setTitle("17");
         SDL_Window* const window = windowNamed("Pond");
         ASSERT_TRUE(window);
-        const auto isFullAfter = [&](SDL_Keycode key, SDL_Keymod modifiers) {
-            SDL_Event event{};
-            event.key = {.type = SDL_KEYDOWN, .keysym = {.sym = key, .mod = Uint16(modifiers)}};
-            if (key != SDLK_UNKNOWN) SDL_PushEvent(&event);
+        const auto isFullAfter = [&](SDL_Keycode key, int modifiers = KMOD_NONE) {
+            if (key != SDLK_UNKNOWN) press(key, modifiers);
             EXPECT_EQ(after(*machine, 0, {}).count(Message::Kind::Key), 0u);
             return (SDL_GetWindowFlags(window) & SDL_WINDOW_FULLSCREEN) != 0;
         };
-        EXPECT_EQ(isFullAfter(SDLK_UNKNOWN, KMOD_NONE), fullAtFirst);
+        EXPECT_EQ(isFullAfter(SDLK_UNKNOWN), fullAtFirst);
         EXPECT_EQ(isFullAfter(SDLK_RETURN, KMOD_LALT), !fullAtFirst);
-        EXPECT_FALSE(isFullAfter(fullAtFirst ? SDLK_UNKNOWN : SDLK_F11, KMOD_NONE));
+        EXPECT_FALSE(isFullAfter(fullAtFirst ? SDLK_UNKNOWN : SDLK_F11));
         EXPECT_EQ(home.contents("settings.ini"), "colour=red\nsomething\nfullscreen=0\n");
     }
 }
@@ -190,11 +194,6 @@ TEST(SdlDesk, TheConsoleHasTheKeysAndItsPartOfTheMouseWhileItIsOpen) {
         Game game;
         machine->author().setInspection(&game);
         after(*machine, 0, {});
-        const auto press = [](SDL_Keycode key, Uint16 modifiers = KMOD_NONE) {
-            SDL_Event event{};
-            event.key = {.type = SDL_KEYDOWN, .keysym = {.sym = key, .mod = modifiers}};
-            SDL_PushEvent(&event);
-        };
         const auto type = [](const char* letters) {
             SDL_Event event{};
             event.type = SDL_TEXTINPUT;
@@ -257,9 +256,7 @@ TEST(SdlKiosk, OnlyTheKeyLeavesAndAGameThatWasPlayedBeginsAgain) {
     const auto machine = start({.kiosk = LeavingKey{}, .screen = {640, 480, 8}});
     if (!machine) GTEST_SKIP() << "SDL has no driver without a screen here";
     const auto heard = [&](SDL_Keycode key, int modifiers) {
-        SDL_Event event{};
-        event.key = {.type = SDL_KEYDOWN, .keysym = {.sym = key, .mod = Uint16(modifiers)}};
-        SDL_PushEvent(&event);
+        press(key, modifiers);
         return after(*machine, 0, {SDL_QUIT});
     };
     EXPECT_FALSE(machine->beginsAgain()) << "its main loop did not begin";
@@ -288,9 +285,7 @@ TEST(SdlEvents, KeysOfAnAuthorLoadAgainAndAreNotTheGames) {
             [&](const Reload& wanted) { loads += wanted.keepsVariables ? "kept " : "anew "; });
         std::size_t heard = 0;
         for (const int modifiers : {0, int{KMOD_LSHIFT}, KMOD_RSHIFT | KMOD_RCTRL}) {
-            SDL_Event event{};
-            event.key = {.type = SDL_KEYDOWN, .keysym = {.sym = SDLK_F3, .mod = Uint16(modifiers)}};
-            SDL_PushEvent(&event);
+            press(SDLK_F3, modifiers);
             heard += after(*machine, 0, {}).count(Message::Kind::Key);
             machine->passEnded();
         }

@@ -1,10 +1,8 @@
 #!/usr/bin/env bash
 # gametest.sh PROGRAM SAMPLE WORK: the tests of a small game, in one scene of it: what passes, what fails and how it
 # is told, and what is left of it.
-set -euo pipefail
 program=$1 sample=$2 work=$3
-rm -rf "$work"
-mkdir -p "$work/game/tests/deep" && cd "$work"
+source "$(dirname "$0")/../shell.sh" "$work" game/tests/deep
 cp -r "$sample/RSC" game
 printf '%s\n' 'yield off' 'Scene 100' 'RandomNumber 1 1000' 'number=RESULT' 'boat=RAnimation 2001 7' \
   'world=RWorldPort 0' 'play world activateDataFile' 'get world playerName who' 'say "hello" who' \

@@ -1,14 +1,10 @@
 #!/usr/bin/env bash
 # installed.sh CMAKE BUILD SOURCES WORK: what "cmake --install" makes runs wherever it is moved to, also where nobody may
 # write, knows no path of its making, and has no more in it than what was made for it.
-set -euo pipefail
 cmake=$1 build=$2 sources=$3 work=$4
 [ ! -e "$work" ] || chmod -R u+w "$work"
-rm -rf "$work"
-mkdir -p "$work"
-cd "$work"
+source "$(dirname "$0")/../shell.sh" "$work"
 
-fail() { echo "$*" >&2; exit 1; }
 touch "$build"/{sample,newgame}/zorbelog.txt # as every player of the build's games leaves it
 "$cmake" --install "$build" --prefix "$work/made" >/dev/null
 rm -rf elsewhere && mv made elsewhere && prefix=$work/elsewhere

@@ -2,11 +2,8 @@
 # newcomer.sh PROGRAM SAMPLE WORK SCRIPTS [XVFB_RUN]: who starts a game for the first time: its own
 # saves, its language, what is told of a folder that is no game or that says wrong things of itself,
 # and a window.
-set -euo pipefail
 program=$1 sample=$2 work=$3 scripts=$4 xvfb=${5:-}
-rm -rf "$work"
-mkdir -p "$work/data/zorbet"
-cd "$work"
+source "$(dirname "$0")/../shell.sh" "$work" data/zorbet
 export XDG_DATA_HOME=$work/data
 
 game() { # FOLDER [game.ini]
@@ -16,7 +13,6 @@ game() { # FOLDER [game.ini]
   [ $# -eq 1 ] || printf "$2" >"$1/game.ini"
 }
 play() { "$program" --headless --until 300 "$@" >report 2>errors; }
-fail() { echo "$*; it said:" >&2; cat report errors >&2; exit 1; }
 says() { grep -qF -- "$1" errors || fail "nothing told of: $1"; }
 saved() { grep -qa "$1" "$2/ZORBET.DAT" || fail "$1 is not saved in $2"; }
 

@@ -1,15 +1,10 @@
 #!/usr/bin/env bash
 # newgame.sh PROGRAMS COMPARE WORK: who makes a game with "zorbet new": it runs as it is, can be checked, packed and
 # changed, and what cannot be made leaves nothing and harms nothing.
-set -euo pipefail
 programs=$1 compare=$(realpath "$2") work=$3
-rm -rf "$work"
-mkdir -p "$work"
-cd "$work"
+source "$(dirname "$0")/../shell.sh" "$work"
 PATH=$programs:$PATH
 
-fail() { echo "$*; it said:" >&2; cat said >&2; exit 1; }
-says() { grep -qF -- "$1" said || fail "nothing told of: $1"; }
 play() { # GAME: its visit, from an empty home
   rm -rf home && zorbet --headless --content "$1" --home home --seed 1 --input "$1/tests/first.input" >said 2>&1
   [ "$(grep -c $'\texpect\tmet\t' said)" -eq "$(grep -c ' expect ' "$1/tests/first.input")" ] || fail "not as expected"

@@ -1,9 +1,7 @@
 #!/usr/bin/env bash
 # profile.sh ZORBET-MPS SAMPLE WORK: counts by line and by procedure, and the stacks; times are this machine's.
-set -euo pipefail
 mps=$1 sample=$2 work=$3
-rm -rf "$work"
-mkdir -p "$work/game" && cd "$work"
+source "$(dirname "$0")/../shell.sh" "$work" game
 cp -r "$sample/RSC" game
 printf '%s\n' 'yield off' 'procedure twice n' 'n=n+n' 'procedure clicked' '[' 'for i 1 3' 'call twice i' ']' \
   'boat=RAnimation 2001 7' 'set boat mouseDown clicked' >game/Startup.mps

@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
 # recorded.sh PROGRAM GAME WORK: a visit in a window is recorded and played again without one, to the same saved
 # games; other saved games stay as they are.
-set -euo pipefail
 program=$1 game=$2 work=$3
-rm -rf "$work" && mkdir -p "$work/content" && cd "$work"
+source "$(dirname "$0")/../shell.sh" "$work" content
 cp -r "$game/RSC" content
 printf '%s\n' 'world=RWorldPort 0' 'play world activateDataFile' 'play world activatePlayer "Ana"' \
   'procedure tick' '[' 'say turns ?' ']' 'idle 0.2 tick' 'turns=0' 'for 1=1' 'turns=turns+1' >content/Startup.mps

@@ -1,17 +1,13 @@
 #!/usr/bin/env bash
 # reload.sh PROGRAMS WORK: what an author saves while the game runs is loaded again: scripts, pictures, manifests,
 # libraries, translations, in all the ways that editors save; mistakes in them are told, and the scene goes on.
-set -euo pipefail
 programs=$1 work=$2
-rm -rf "$work"
-mkdir -p "$work/shared"
-cd "$work"
+source "$(dirname "$0")/../shell.sh" "$work" shared
 export SDL_VIDEODRIVER=dummy SDL_AUDIODRIVER=dummy
 game=
 
 finish() { [ -z "$game" ] || kill "$game" 2>/dev/null || true; }
 trap finish EXIT
-fail() { echo "$*; it said:" >&2; cat errors >&2; exit 1; }
 count() { cat "$2" 2>/dev/null | grep -cF -- "$1" || true; } # TEXT FILE
 awaits() { # TEXT NUMBER [FILE]: so many lines, within ten seconds
   for _ in $(seq 200); do

@@ -3,15 +3,12 @@
 # game then runs. Shown texts are patterns, with | between.
 #
 #     machines.sh PROGRAM SAMPLE WORK
-set -euo pipefail
 program=$1 sample=$2 work=$3
-rm -rf "$work"
-mkdir -p "$work/game" && cd "$work"
+source "$(dirname "$0")/../shell.sh" "$work" game
 cp -r "$sample/RSC" game/RSC
 echo 'say "runs"' >game/Startup.mps && echo 'languages=en' >game/game.ini
 echo '0 answer Sair' >refuse
 play() { "$program" --headless --content game --home home --until 50 "$@" >report 2>errors; }
-fail() { echo "$*:" >&2; cat report errors game/zorbelog.txt >&2; exit 1; }
 warn='Warning: Trying to use DirectDraw, but unable to'
 fixed="$warn switch to requested resolution and color depth, using GDI"
 while IFS=';' read -r ini options shown log runs; do

@@ -2,15 +2,10 @@
 # bundle.sh PROGRAMS BUILD SOURCES WORK: a game is bundled twice, at two places and times and by two users: the bytes
 # are the same and tell of neither; it is played elsewhere, from an empty environment; what cannot be bundled is
 # refused, and nothing is left of it.
-set -euo pipefail
 programs=$1 build=$2 sources=$3 work=$4
-rm -rf "$work"
-mkdir -p "$work/first/annaquill" "$work/second"
-cd "$work"
+source "$(dirname "$0")/../shell.sh" "$work" first/annaquill second
 PATH=$programs:$PATH
 
-fail() { echo "$*; it said:" >&2; cat said >&2; exit 1; }
-says() { grep -qF -- "$1" said || fail "nothing told of: $1"; }
 list() { (cd "$1" && find . -mindepth 1 -printf '%m %T@ %y %p\n' | sort); }
 entries() { sed -n "s/^$1=//p" "$2"; }
 

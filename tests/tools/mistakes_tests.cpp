@@ -3,7 +3,6 @@
 
 #include "formats/animation/animation.h"
 #include "formats/base/latin1.h"
-#include "zorbetmps/commandline.h"
 
 #include <regex>
 
@@ -15,9 +14,7 @@ class Mistakes : public ToolTest {
   protected:
     /// The findings of a folder, "FILE LINE NAME" each.
     std::string check(const std::string& path) {
-        const std::string given = at(path).string();
-        const char* argv[] = {"zorbet-mps", "check", given.c_str()};
-        run([&](auto& out, auto& errors) { return mps::run(3, argv, out, errors); });
+        mps({"check", at(path).string()});
         static const std::regex kPlace("@/(?:game/)?([^:]+):(?:([0-9]+):)?");
         std::istringstream lines(out_);
         std::string found;

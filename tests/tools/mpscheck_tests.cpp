@@ -2,8 +2,6 @@
 // pages whose tables it prints.
 #include "tooltest.h"
 
-#include "zorbetmps/commandline.h"
-
 namespace {
 
 using namespace testfiles;
@@ -11,13 +9,6 @@ using testing::StartsWith;
 
 class MpsCheck : public ToolTest {
   protected:
-    int mps(const Files& arguments) {
-        std::vector<const char*> argv{"zorbet-mps"};
-        for (const std::string& argument : arguments) argv.push_back(argument.c_str());
-        return run([&](auto& out, auto& errors) {
-            return mps::run(static_cast<int>(argv.size()), argv.data(), out, errors);
-        });
-    }
     /// What the check of files of the folder tells.
     std::string check(const Files& names) {
         Files arguments{"check"};

@@ -2,7 +2,6 @@
 #include "tooltest.h"
 
 #include "formats/texts/catalogue.h"
-#include "zorbetmps/commandline.h"
 
 namespace {
 
@@ -12,14 +11,7 @@ using formats::texts::Entry;
 
 class MpsTexts : public ToolTest {
   protected:
-    int texts(const Files& options) {
-        const std::string game = folder_.path();
-        std::vector<const char*> argv{"zorbet-mps", "texts", game.c_str()};
-        for (const std::string& option : options) argv.push_back(option.c_str());
-        return run([&](auto& out, auto& errors) {
-            return mps::run(static_cast<int>(argv.size()), argv.data(), out, errors);
-        });
-    }
+    int texts(const Files& options) { return mps(join({"texts", folder_.path()}, options)); }
     /// The texts that it takes, each with where it is and what it is for.
     std::string taken() {
         EXPECT_EQ(texts({}), 0) << errors_;

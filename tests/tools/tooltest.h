@@ -1,4 +1,4 @@
-// The commands of zorbet-rsc on files of a folder.
+// The commands of zorbet-rsc and zorbet-mps on files of a folder.
 #pragma once
 
 #include "fonts/bdf.h"
@@ -10,6 +10,7 @@
 #include "pictures/picture.h"
 #include "platform/temporaryfolder.h"
 #include "refusal.h"
+#include "zorbetmps/commandline.h"
 
 #include <gmock/gmock.h>
 #include <numeric>
@@ -165,6 +166,14 @@ class ToolTest : public testing::Test {
     int packText(const std::string& manifest) {
         folder_.make("game.txt", manifest);
         return pack();
+    }
+    int mps(Files arguments) {
+        arguments.insert(arguments.begin(), "zorbet-mps");
+        std::vector<const char*> argv;
+        for (const std::string& argument : arguments) argv.push_back(argument.c_str());
+        return run([&](auto& out, auto& errors) {
+            return mps::run(static_cast<int>(argv.size()), argv.data(), out, errors);
+        });
     }
     int list(const Files& files) {
         return run(

@@ -7,13 +7,7 @@
 #include "formats/animation/animation.h"
 #include "formats/animation/row.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <memory>
-#include <span>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 namespace testing_support {
 

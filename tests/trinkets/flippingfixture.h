@@ -4,8 +4,6 @@
 
 #include "trinkets/windowfixture.h"
 
-#include <optional>
-
 namespace testing_support {
 
 constexpr int kFlippingWidth = 100;

@@ -220,7 +220,7 @@ TEST_F(DeepWindowTest, AnimationsHaveTheirPaletteAndShareFramesOfOneRecord) {
     first.replaceColorIndex(50, 51);
     first.swapColorIndices(50, 51);
     for (const auto& [box, what] : {std::pair(0u, "Can't replace"), {1u, "Can't swap"}})
-        EXPECT_TRUE(machine.dialogs().boxes.at(box).text.starts_with(what));
+        EXPECT_TRUE(machine.dialogs().boxes.at(box).starts_with(what));
 }
 
 TEST(FrameCacheTest, ManyLargeFramesOfFewBytesDoNotFillTheMemory) {
@@ -255,7 +255,7 @@ TEST_F(ImageTest, WhatIsPackedIsShownAgain) {
         EXPECT_EQ(pixelsOf(copy, {0, 0, cut.width(), cut.height()}), pixelsOf(canvas, cut));
     }
     EXPECT_TRUE(AOPack(canvas, {300, 0, 310, 10}, '.').empty() && AOPack(deep, {}, 0).empty());
-    EXPECT_EQ(machine.dialogs().boxes.at(0).text, "Can't pack from a 24-bit canvas.");
+    EXPECT_EQ(machine.dialogs().boxes.at(0), "Can't pack from a 24-bit canvas.");
 }
 
 } // namespace

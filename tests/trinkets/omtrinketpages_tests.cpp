@@ -1,7 +1,6 @@
 // Windows on surfaces: two pages that are flipped, deep back buffers, and screens that are lost.
 #include "trinkets/flippingfixture.h"
 
-#include <algorithm>
 #include <random>
 
 using namespace testing_support;

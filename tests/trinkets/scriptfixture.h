@@ -2,12 +2,9 @@
 // of the main loop as a test wants. Scripts are written with "\n" as line end.
 #pragma once
 
-#include "../ompp/memoryfiles.h"
-#include "../ompp/memorystream.h"
+#include "ompp/frameworkfixture.h"
+#include "ompp/memorystream.h"
 
-#include "omapp.h"
-#include "omdebug.h"
-#include "omplatform.h"
 #include "omrandom.h"
 #include "omsexception.h"
 #include "omsregistry.h"
@@ -15,8 +12,6 @@
 #include "yengine.h"
 #include "yheap.h"
 #include "ykeyword.h"
-
-#include <gtest/gtest.h>
 
 namespace testing_support {
 
@@ -31,18 +26,12 @@ inline std::unique_ptr<OMIStream> textStream(std::string_view text) {
     return std::make_unique<MemoryStream>(toBytes(text));
 }
 
-class ScriptTest : public testing::Test {
+class ScriptTest : public OMAppTest {
   protected:
     ScriptTest() {
-        OMSetPlatform(&machine);
         OMSeedRandom(1);
-        app = std::make_unique<OMApp>(OMApp::DisplayMode::PopUp, OMColor(),
-                                      platform::Rect{0, 0, 640, 480}, 8);
         YHeap::recreate();
         engine = std::make_unique<YEngine>();
-        OMDebug::setCheckListener([this](const OMDebug::Failure& failure) {
-            failedChecks.emplace_back(failure.message);
-        });
     }
     ~ScriptTest() override {
         if (thread) thread->unload();
@@ -51,9 +40,6 @@ class ScriptTest : public testing::Test {
         YHeap::recreate();
         OMSRegistry::global().unregisterAll();
         YCommands::clear();
-        app.reset();
-        OMDebug::setCheckListener(nullptr);
-        OMSetPlatform(nullptr);
     }
 
     void put(const std::string& name, const std::string& text) {
@@ -93,21 +79,13 @@ class ScriptTest : public testing::Test {
         return text;
     }
     /// The texts of the boxes shown so far, and forgets them.
-    std::vector<std::string> boxes() {
-        std::vector<std::string> texts;
-        for (const auto& box : machine.dialogs().boxes) texts.push_back(box.text);
-        machine.dialogs().boxes.clear();
-        return texts;
-    }
+    Strings boxes() { return std::exchange(machine.dialogs().boxes, {}); }
     std::string value(const std::string& name) {
         YScratch scratch;
         const int index = YHeap::current().lookup(name);
         return index < 0 ? "<none>" : std::string(YHeap::current().get(index).string(scratch));
     }
 
-    MemoryPlatform machine;
-    std::vector<std::string> failedChecks; ///< messages of failed non-fatal checks
-    std::unique_ptr<OMApp> app;
     std::unique_ptr<YEngine> engine;
     std::unique_ptr<YThread> thread;
 };

@@ -187,14 +187,14 @@ TEST_F(Scripts, StatementsDoTheirWork) {
 
 // How lines, words and included files are read.
 TEST_F(Scripts, StatementsAreWhatTheirLinesSay) {
-    const std::pair<const char*, const char*> files[] = {{"a", "say a1; include b; say a2"},
-                                                         {"b", "say b"},
-                                                         {"empty", ""},
-                                                         {"open", "[; say o"},
-                                                         {"close", "]"},
-                                                         {"if", "if x; say i"},
-                                                         {"fails", "; call z; say never"}};
-    for (const auto& [name, text] : files) put(name, lines(text));
+    const std::pair<const char*, const char*> scripts[] = {{"a", "say a1; include b; say a2"},
+                                                           {"b", "say b"},
+                                                           {"empty", ""},
+                                                           {"open", "[; say o"},
+                                                           {"close", "]"},
+                                                           {"if", "if x; say i"},
+                                                           {"fails", "; call z; say never"}};
+    for (const auto& [name, text] : scripts) put(name, lines(text));
     expectAll(R"x(
     for i 0 3; [; a=i%2; b=i\2; if a; say 1; else; if b; say 2; else; say 3; ] => 3/1/2/1/
     for i 0 3; [; a=i%2; b=i\2; if a; if b; say 1; else; say 2; ] => 2/1/
@@ -218,9 +218,9 @@ TEST_F(Scripts, StatementsAreWhatTheirLinesSay) {
         pass(3);
         EXPECT_EQ(heard(), "a b/c/");
     }
-    EXPECT_THAT(failedChecks, IsEmpty());
+    EXPECT_THAT(failures, IsEmpty());
     outcome("x=; x=1");
-    EXPECT_THAT(failedChecks, ElementsAre("Assignment to nothing"));
+    EXPECT_THAT(failures, ElementsAre("Assignment to nothing"));
 }
 
 TEST_F(Scripts, OnlyALeadingZeroIsFalse) {
@@ -375,7 +375,7 @@ TEST_F(Scripts, HandlersAreCalledReplacedAndRefused) {
     => !Invoking method "warmUp"/caused event "hot" (ignored)/)x",
               "a=Lamp 1; ", handlers);
     EXPECT_THAT(engine->records(), IsEmpty());
-    EXPECT_THAT(failedChecks, IsEmpty());
+    EXPECT_THAT(failures, IsEmpty());
     const std::string storm = outcome("a=Lamp 1; set a hot p; play a storm" + handlers);
     EXPECT_TRUE(storm.starts_with("!Invoking method \"storm\"/caused event \"smoke\"")) << storm;
     EXPECT_EQ(storm.size(), 981U);

@@ -1,14 +1,12 @@
 // What trinkets in a window look like, hear of the mouse and the keys, and do in groups: rows of
 // words and of what is then seen and heard.
-#include "ompp/curbuilder.h"
 #include "trinkets/windowfixture.h"
 #include "wordtable.h"
 
+#include "formats/picture/cursor.h"
 #include "omcursor.h"
 #include "ommultitrinket.h"
 #include "omtcrsr.h"
-
-#include <map>
 
 using namespace testing_support;
 using platform::Point;
@@ -363,8 +361,10 @@ TEST_F(StageTest, HooksRunAtTheirPointsOfTheCycle) {
 // Cursors
 
 TEST_F(StageTest, ARowOfCursorsIsShownOverAndOverUntilItOrItsWindowEnds) {
-    OMTrinketWindow::setCursorLocator(
-        [](int id) { return std::make_shared<const OMCursor>(id, buildCursor({CurPicture{}})); });
+    OMTrinketWindow::setCursorLocator([](int id) {
+        const Bytes file = toBytes(formats::picture::writeCursor({1, 1, {}, {0xFF00FF00}}));
+        return std::make_shared<const OMCursor>(id, file);
+    });
     OMAnimCursor row({1, 2, 3}, 100), other({4}, 100);
     row.set(2);
     row.uninstall();

@@ -6,13 +6,7 @@
 #include "ompp/memorystream.h"
 #include "trinkets/aseqbuilder.h"
 
-#include "omapp.h"
 #include "omtrinketwindow.h"
-
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace testing_support {
 

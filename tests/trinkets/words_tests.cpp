@@ -15,6 +15,7 @@
 
 namespace {
 
+using testing_support::repeat;
 using testing_support::wordTable;
 using Type = YVariable::Type;
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -186,11 +187,6 @@ TEST_F(Words, ObjectsCompareAsNothing) {
 }
 
 TEST_F(Words, TooLargeOnesAreRefused) {
-    const auto repeat = [](int count, const std::string& text) {
-        std::string all;
-        for (int i = 0; i < count; ++i) all += text;
-        return all;
-    };
     const auto nested = [&](int depth) { return repeat(depth, "(") + "1+1" + repeat(depth, ")"); };
     for (const auto& [word, value] : {std::pair(nested(10000), "error8"),
                                       {"1" + repeat(1000, "+1"), "error8"},

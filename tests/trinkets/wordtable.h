@@ -10,6 +10,12 @@ namespace testing_support {
 
 using TableRows = std::vector<std::pair<std::string, std::string>>;
 
+inline std::string repeat(int count, const std::string& text) {
+    std::string all;
+    for (int i = 0; i < count; ++i) all += text;
+    return all;
+}
+
 /// Words without blanks: "WORD : VALUE WORD : VALUE ...". EMPTY is the empty text.
 inline TableRows wordTable(const std::string& text) {
     TableRows rows;

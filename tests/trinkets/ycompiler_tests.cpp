@@ -12,12 +12,6 @@ using namespace testing_support;
 using ErrorKind = YCompileError::Kind;
 using OnError = YCompiler::OnError;
 
-std::string repeat(int count, const std::string& text) {
-    std::string all;
-    for (int i = 0; i < count; ++i) all += text;
-    return all;
-}
-
 /// The errors of a script as "LINE: DESCRIPTION", those that are only warnings with "?"; and
 /// whether it can run.
 class YCompilers : public testing::Test {

@@ -143,11 +143,6 @@ class SafeFileTest : public testing_support::FrameworkTest {
                       platform::readFile(files, "C:\\HOME\\" + entry.name, 1000).value_or("(none)");
         return result;
     }
-    std::string takeLog() {
-        const std::string log = files.text("zorbelog.txt");
-        files.erase("zorbelog.txt");
-        return log;
-    }
     /// It knows what is there.
     static RSafeFile safe(platform::Files& through) {
         RSafeFile file(through, path("DAT"));
