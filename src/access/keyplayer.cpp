@@ -230,12 +230,14 @@ void KeyPlayer::stepMark() {
         marked_.reset();
         return;
     }
-    if (hand_.isBusy() || isOnTarget()) return;
+    // What the hand posts goes before the machine's messages, which want every other pass at least.
+    if (hand_.isBusy() || std::exchange(hasFollowed_, false) || isOnTarget()) return;
     if (marked_) {
         auto* trinket = static_cast<OMTrinket*>(marked_->trinket.object());
         const bool isGone = !trinket && !marked_->isBackground;
         const auto target = isGone ? std::optional<OMKeyTarget>()
                                    : OMFindKeyTarget(window_, trinket, marked_->part);
+        hasFollowed_ = target.has_value();
         if (target) return mark(*target);
         marked_.reset();
     }

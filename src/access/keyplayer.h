@@ -98,6 +98,7 @@ class KeyPlayer {
     std::optional<Marked> marked_;
     platform::Rect lastPlace_{}; ///< of the mark; empty when a scene begins
     std::uint32_t lookedMs_ = 0; ///< when targets were last looked for in vain
+    bool hasFollowed_ = false;   ///< in the last pass, what it is on
     std::optional<Carried> carried_;
     bool isChosen_ = false; ///< the place of the mark, by a key
     bool wasPutBack_ = false;
